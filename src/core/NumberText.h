@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/LocaleText.h"
+
+namespace quorvex {
+
+// The default text of a real, in logs, reports and macro output: 15 significant digits as C's "%.15G" gives them
+// ("0.1", "1E-10", "1E+20"), negative zero as "0". Always with a decimal point.
+std::string GeneralNumber(double value);
+
+// The shortest text that reads back to the same 64-bit value, its exponent written with "E". For fields of files.
+std::string ShortestNumber(double value);
+
+// `value` by a number pattern such as "0.0###", "##0.0#", "0.000000E+00", "0.0E+00" or "General": "0" is a digit that
+// is always shown, "#" one that is shown when needed. Rounds as printf rounds. With a decimal point.
+std::string FormatNumber(double value, std::string_view pattern);
+
+// A text is numeric when the whole of it, trimmed, is an optional sign, digits with at most one decimal separator, and
+// an optional exponent. The value, or nothing where it is not numeric or lies outside the range of a double.
+std::optional<double> NumericText(std::string_view text, char decimalSeparator = '.');
+
+// Nearest integer, ties to even. Throws NumericFault where the result does not fit.
+std::int16_t RoundToInt16(double value);
+std::int32_t RoundToInt32(double value);
+
+// Text helpers that every reader shares. Case folding is of ASCII letters only.
+std::string_view Trim(std::string_view text);  // blanks at both ends
+std::string ToLower(std::string_view text);
+bool EqualNoCase(std::string_view a, std::string_view b);
+bool ContainsNoCase(std::string_view text, std::string_view part);
+
+}  // namespace quorvex
