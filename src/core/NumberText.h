@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,19 +18,27 @@ std::string GeneralNumber(double value);
 std::string ShortestNumber(double value);
 
 // `value` by a number pattern such as "0.0###", "##0.0#", "0.000000E+00", "0.0E+00" or "General": "0" is a digit that
-// is always shown, "#" one that is shown when needed. Rounds as printf rounds. With a decimal point.
+// is always shown, "#" one that is shown when needed. After "E+" the exponent always has a sign, after "E-" only a
+// minus. Text before and behind the digits stands as it is, "%" too. A pattern without digits is "General", which is
+// GeneralNumber. Rounds as printf rounds, ties by the exact binary value; what rounds to zero has no sign. With a
+// decimal point.
 std::string FormatNumber(double value, std::string_view pattern);
 
 // A text is numeric when the whole of it, trimmed, is an optional sign, digits with at most one decimal separator, and
 // an optional exponent. The value, or nothing where it is not numeric or lies outside the range of a double.
 std::optional<double> NumericText(std::string_view text, char decimalSeparator = '.');
 
+// The number at the start of `text`, as in NumericText with a decimal point, leading blanks not allowed: stores the
+// value and returns how many characters it takes, 0 where there is none. For readers that go through a text only once.
+std::size_t LeadingNumber(std::string_view text, double& value);
+
 // Nearest integer, ties to even. Throws NumericFault where the result does not fit.
 std::int16_t RoundToInt16(double value);
 std::int32_t RoundToInt32(double value);
 
 // Text helpers that every reader shares. Case folding is of ASCII letters only.
-std::string_view Trim(std::string_view text);  // blanks at both ends
+std::string_view Trim(std::string_view text);       // blanks at both ends, tabs stay
+std::string_view TakeLine(std::string_view& rest);  // the next line without its end: CR LF, LF or CR
 std::string ToLower(std::string_view text);
 bool EqualNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);

@@ -1,0 +1,221 @@
+#include "core/NumberText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+#include "core/NumericFault.h"
+
+namespace quorvex {
+namespace {
+
+char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::string NonFiniteText(double value) {
+  if (std::isnan(value)) return "NAN";
+  return value < 0 ? "-INF" : "INF";
+}
+
+// The digits and sign of a conversion by std::to_chars, in capitals.
+template <typename... Format>
+std::string ToCapitals(double value, Format... format) {
+  if (value == 0) value = 0;  // drops the sign of negative zero
+  char buffer[32];
+  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, format...).ptr;
+  std::transform(buffer, end, buffer, UpperAscii);
+  return std::string(buffer, end);
+}
+
+// A number pattern taken apart: prefix, digits, optional exponent, suffix.
+struct NumberPattern {
+  std::string_view Prefix, Suffix;
+  int IntegerPlaces = 0;      // "0" and "#" before the point
+  int IntegerShown = 0;       // digits before the point that are always shown
+  int DecimalPlaces = 0;      // digits behind the point at most
+  int DecimalsShown = 0;      // and at least
+  int ExponentShown = 0;      // digits of the exponent at least; 0 when the pattern has none
+  bool ExponentPlus = false;  // a positive exponent bears a sign
+  bool HasDigits() const { return IntegerPlaces + DecimalPlaces > 0; }
+};
+
+bool IsPlace(char c) { return c == '0' || c == '#'; }
+
+NumberPattern ParsePattern(std::string_view pattern) {
+  NumberPattern parsed;
+  std::size_t at = 0;
+  const auto here = [&] { return at < pattern.size() ? pattern[at] : '\0'; };
+  while (at < pattern.size() && !IsPlace(here()) &&
+         !(here() == '.' && at + 1 < pattern.size() && IsPlace(pattern[at + 1])))
+    ++at;
+  parsed.Prefix = pattern.substr(0, at);
+  for (; IsPlace(here()); ++at) {
+    ++parsed.IntegerPlaces;
+    if (here() == '0' || parsed.IntegerShown > 0) ++parsed.IntegerShown;  // "0##" shows all three
+  }
+  if (here() == '.') {
+    ++at;
+    for (; IsPlace(here()); ++at) {
+      ++parsed.DecimalPlaces;
+      if (here() == '0') parsed.DecimalsShown = parsed.DecimalPlaces;
+    }
+  }
+  if (LowerAscii(here()) == 'e' && at + 2 < pattern.size() && (pattern[at + 1] == '+' || pattern[at + 1] == '-') &&
+      IsPlace(pattern[at + 2])) {
+    parsed.ExponentPlus = pattern[at + 1] == '+';
+    for (at += 2; IsPlace(here()); ++at) ++parsed.ExponentShown;
+  }
+  parsed.Suffix = pattern.substr(at);
+  return parsed;
+}
+
+// Digits before and behind the point of a non-negative value rounded to `decimals` places.
+struct Digits {
+  std::string Integer, Decimals;
+};
+
+Digits FixedDigits(double value, int decimals) {
+  std::string text(static_cast<std::size_t>(std::numeric_limits<double>::max_exponent10 + decimals + 3), '\0');
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals).ptr;
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  const auto point = text.find('.');
+  if (point == std::string::npos) return {text, ""};
+  return {text.substr(0, point), text.substr(point + 1)};
+}
+
+// The same for a mantissa with `places` digits before the point; `exponent` goes with it.
+Digits ScientificDigits(double value, int places, int decimals, int& exponent) {
+  const int behindFirst = places - 1 + decimals;
+  std::string text(static_cast<std::size_t>(behindFirst + 12), '\0');
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, behindFirst).ptr;
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  const auto mark = text.find('e');
+  const char* exponentDigits = text.data() + mark + (text[mark + 1] == '+' ? 2 : 1);
+  std::from_chars(exponentDigits, text.data() + text.size(), exponent);
+  if (value != 0) exponent -= places - 1;
+  std::string digits;
+  std::copy_if(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(mark), std::back_inserter(digits), IsDigit);
+  return {digits.substr(0, static_cast<std::size_t>(places)), digits.substr(static_cast<std::size_t>(places))};
+}
+
+std::string ExponentText(int exponent, const NumberPattern& pattern) {
+  std::string digits = std::to_string(std::abs(exponent));
+  const auto shown = static_cast<std::size_t>(pattern.ExponentShown);
+  if (digits.size() < shown) digits.insert(0, shown - digits.size(), '0');
+  return std::string("E") + (exponent < 0 ? "-" : pattern.ExponentPlus ? "+" : "") + digits;
+}
+
+template <typename Integer>
+Integer RoundTo(double value) {
+  const double rounded = std::nearbyint(value);  // the rounding mode is never changed: ties to even
+  if (!(rounded >= std::numeric_limits<Integer>::min() && rounded <= std::numeric_limits<Integer>::max()))
+    throw NumericFault();
+  return static_cast<Integer>(rounded);
+}
+
+}  // namespace
+
+std::string GeneralNumber(double value) {
+  if (!std::isfinite(value)) return NonFiniteText(value);
+  return ToCapitals(value, std::chars_format::general, 15);
+}
+
+std::string ShortestNumber(double value) {
+  if (!std::isfinite(value)) return NonFiniteText(value);
+  return ToCapitals(value);
+}
+
+std::string FormatNumber(double value, std::string_view pattern) {
+  const NumberPattern parsed = ParsePattern(pattern);
+  if (!parsed.HasDigits() || !std::isfinite(value)) return GeneralNumber(value);
+
+  const double size = std::abs(value);
+  int exponent = 0;
+  Digits digits = parsed.ExponentShown > 0
+                      ? ScientificDigits(size, std::max(parsed.IntegerPlaces, 1), parsed.DecimalPlaces, exponent)
+                      : FixedDigits(size, parsed.DecimalPlaces);
+
+  while (digits.Decimals.size() > static_cast<std::size_t>(parsed.DecimalsShown) && digits.Decimals.back() == '0')
+    digits.Decimals.pop_back();
+  if (digits.Integer == "0") digits.Integer.clear();
+  const auto shown = static_cast<std::size_t>(parsed.IntegerShown);
+  if (digits.Integer.size() < shown) digits.Integer.insert(0, shown - digits.Integer.size(), '0');
+  if (digits.Integer.empty() && digits.Decimals.empty()) digits.Integer = "0";  // "#" still shows a zero
+
+  std::string number = digits.Integer;
+  if (!digits.Decimals.empty()) number += '.' + digits.Decimals;
+  const bool isZero = number.find_first_not_of("0.") == std::string::npos;
+  if (parsed.ExponentShown > 0) number += ExponentText(exponent, parsed);
+
+  std::string text(parsed.Prefix);
+  if (value < 0 && !isZero) text.insert(0, "-");
+  return text.append(number).append(parsed.Suffix);
+}
+
+std::size_t LeadingNumber(std::string_view text, double& value) {
+  const char* const last = text.data() + text.size();
+  const char* first = text.data();
+  const bool plus = first != last && *first == '+';  // std::from_chars takes a minus sign only
+  if (plus) ++first;
+  // Digits must follow a sign, which also keeps out "inf" and "nan".
+  const char* digits = first;
+  if (!plus && digits != last && *digits == '-') ++digits;
+  if (digits == last || !(IsDigit(*digits) || *digits == '.')) return 0;
+  const auto [end, error] = std::from_chars(first, last, value);
+  return error == std::errc() ? static_cast<std::size_t>(end - text.data()) : 0;
+}
+
+std::optional<double> NumericText(std::string_view text, char decimalSeparator) {
+  text = Trim(text);
+  double value = 0;
+  if (decimalSeparator == '.') {
+    if (text.empty() || LeadingNumber(text, value) != text.size()) return std::nullopt;
+    return value;
+  }
+  if (text.find('.') != std::string_view::npos) return std::nullopt;
+  std::string pointed(text);
+  std::replace(pointed.begin(), pointed.end(), decimalSeparator, '.');
+  return NumericText(pointed, '.');
+}
+
+std::int16_t RoundToInt16(double value) { return RoundTo<std::int16_t>(value); }
+std::int32_t RoundToInt32(double value) { return RoundTo<std::int32_t>(value); }
+
+std::string_view Trim(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string_view TakeLine(std::string_view& rest) {
+  const auto end = rest.find_first_of("\r\n");
+  const std::string_view line = rest.substr(0, end);
+  if (end == std::string_view::npos) {
+    rest = {};
+  } else {
+    rest.remove_prefix(end + (rest.substr(end, 2) == "\r\n" ? 2 : 1));
+  }
+  return line;
+}
+
+std::string ToLower(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(), LowerAscii);
+  return lower;
+}
+
+bool EqualNoCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char left, char right) { return LowerAscii(left) == LowerAscii(right); });
+}
+
+bool ContainsNoCase(std::string_view text, std::string_view part) {
+  return std::search(text.begin(), text.end(), part.begin(), part.end(),
+                     [](char left, char right) { return LowerAscii(left) == LowerAscii(right); }) != text.end();
+}
+
+}  // namespace quorvex

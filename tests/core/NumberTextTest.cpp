@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "core/NumberText.h"
+#include "core/NumericFault.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(GeneralNumber, EqualsTheDefaultTextOfC) {  // printf("%.15G") in the C locale, which tests never leave
+  std::mt19937_64 random(7);
+  std::vector<double> values = {
+      0, 0.1, 1e-5, 1e-4, 1e-10, 1e20, 1e15, 1e14, 999999999999999.9, -1.5, 5e-324, 1.7976931348623157e308};
+  for (int i = 0; i < 2000; ++i)
+    values.push_back(std::ldexp(static_cast<double>(random()) - 9e18, static_cast<int>(random() % 1800) - 964));
+  for (const double value : values) {
+    char expected[40];
+    std::snprintf(expected, sizeof expected, "%.15G", value);
+    EXPECT_EQ(GeneralNumber(value), expected);
+  }
+  EXPECT_EQ(GeneralNumber(-0.0), "0");
+}
+
+TEST(ShortestNumber, ReadsBackToTheSameBits) {
+  std::mt19937_64 random(11);
+  for (int i = 0; i < 2000; ++i) {
+    const double value = std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 2000) - 1064);
+    EXPECT_EQ(NumericText(ShortestNumber(-value)), -value);
+  }
+  EXPECT_EQ(ShortestNumber(0.1), "0.1");
+  EXPECT_EQ(ShortestNumber(1e-10), "1E-10");
+  EXPECT_EQ(ShortestNumber(-0.0), "0");
+}
+
+// Where a row could be argued about: ties go by the exact binary value as in printf, so 0.125 gives 0.12 and 2.5
+// gives 2.
+constexpr struct {
+  double value;
+  const char *pattern, *text;
+} kPatterns[] = {
+    {0.99876543, "0.0###", "0.9988"},
+    {1, "0.0###", "1.0"},
+    {0.25, "0.0###", "0.25"},
+    {99.8765, "##0.0#", "99.88"},
+    {0.04, "##0.0#", "0.04"},
+    {0.001, "##0.0#", "0.0"},
+    {-0.001, "##0.0#", "0.0"},
+    {-3.14159, "0.00", "-3.14"},
+    {0.125, "0.00", "0.12"},
+    {0.375, "0.00", "0.38"},
+    {2.5, "0", "2"},
+    {1234567.5, "0", "1234568"},
+    {7, "000", "007"},
+    {0.5, "#.#", ".5"},
+    {0, "#", "0"},
+    {0, "#.##", "0"},
+    {12, "#.##", "12"},
+    {99.8, "##0.0#%", "99.8%"},
+    {-5, "$0.0 net", "-$5.0 net"},
+    {12345.678, "0.000000E+00", "1.234568E+04"},
+    {1e-10, "0.0E+00", "1.0E-10"},
+    {9.99e99, "0.0E+00", "1.0E+100"},
+    {0, "0.0E+00", "0.0E+00"},
+    {0, "00.0E+0", "00.0E+0"},
+    {-2.5e-7, "0.0E-0", "-2.5E-7"},
+    {2.5e7, "0.0E-00", "2.5E07"},
+    {12345, "00.0E+00", "12.3E+03"},
+    {12345, "#.###E+00", "1.234E+04"},
+    {12, "0 Eggs", "12 Eggs"},
+    {1e300, "0.0E+00", "1.0E+300"},
+    {0.1, "General", "0.1"},
+    {1e-5, "general number", "1E-05"},
+    {0.1, "", "0.1"},
+    {kInfinity, "0.00", "INF"},
+    {-kInfinity, "0.0E+00", "-INF"},
+};
+
+TEST(FormatNumber, FollowsThePattern) {
+  for (const auto& c : kPatterns) EXPECT_EQ(FormatNumber(c.value, c.pattern), c.text) << c.value << " by " << c.pattern;
+}
+
+TEST(FormatNumber, RoundsAsPrintf) {
+  std::mt19937_64 random(3);
+  for (int i = 0; i < 2000; ++i) {
+    const double value = std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 200) - 160);
+    char fixed[128], scientific[64];
+    std::snprintf(fixed, sizeof fixed, "%.4f", value);
+    std::snprintf(scientific, sizeof scientific, "%.6E", value);
+    EXPECT_EQ(FormatNumber(value, "0.0000"), fixed);
+    EXPECT_EQ(FormatNumber(value, "0.000000E+00"), scientific);
+  }
+  EXPECT_EQ(FormatNumber(1.7976931348623157e308, "0.00").size(), 309u + 3u);
+}
+
+TEST(NumericText, TakesWholeNumbersOnly) {
+  constexpr struct {
+    const char* text;
+    double value;
+  } kNumbers[] = {
+      {"0", 0},      {"  -12.5  ", -12.5}, {"+5", 5},          {".5", 0.5},
+      {"5.", 5},     {"1e5", 1e5},         {"1E+05", 1e5},     {"+1.5E-3", 1.5e-3},
+      {"-.5e1", -5}, {"007", 7},           {"5e-324", 5e-324}, {"1.7976931348623157e308", 1.7976931348623157e308}};
+  for (const auto& c : kNumbers) EXPECT_EQ(NumericText(c.text), c.value) << c.text;
+
+  for (const char* text :
+       {"",  " ",   "inf", "-inf", "+inf", "nan", "infinity", "0x10", "1e",  "1e+",   "1.2.3", ".",   "-",
+        "+", "+-5", "-+5", "--5",  "1,5",  "1 2", "1d5",      "e5",   ".e5", "1e400", "NA",    "1\t", "1f"})
+    EXPECT_FALSE(NumericText(text)) << text;
+}
+
+TEST(NumericText, TakesTheSeparatorOfTheLocaleAlone) {
+  EXPECT_EQ(NumericText(" 1,5E3 ", ','), 1500);
+  EXPECT_EQ(NumericText("-2", ','), -2);
+  for (const char* text : {"1.5", "1.234,5", "1,2,3", ",", ""}) EXPECT_FALSE(NumericText(text, ',')) << text;
+}
+
+TEST(LeadingNumber, StopsAtTheFirstCharacterThatDoesNotBelong) {
+  constexpr struct {
+    const char* text;
+    std::size_t length;
+    double value;
+  } kCases[] = {{"1.5\t2", 3, 1.5}, {"+2;", 2, 2},  {"1e;", 1, 1}, {"-3.e2x", 5, -300},
+                {" 1", 0, -1},      {"nan", 0, -1}, {"", 0, -1}};
+  for (const auto& c : kCases) {
+    double value = -1;
+    EXPECT_EQ(LeadingNumber(c.text, value), c.length) << c.text;
+    EXPECT_EQ(value, c.value) << c.text;
+  }
+}
+
+TEST(RoundToInt, RoundsTiesToEvenAndRefusesWhatDoesNotFit) {
+  EXPECT_EQ(RoundToInt16(2.5), 2);
+  EXPECT_EQ(RoundToInt16(3.5), 4);
+  EXPECT_EQ(RoundToInt16(-2.5), -2);
+  EXPECT_EQ(RoundToInt16(32767.4), 32767);
+  EXPECT_EQ(RoundToInt32(-2147483648.5), -2147483647 - 1);
+  EXPECT_THROW(RoundToInt16(32767.5), NumericFault);
+  EXPECT_THROW(RoundToInt32(2147483647.5), NumericFault);
+  for (const double value : {kInfinity, -kInfinity, std::nan("")}) EXPECT_THROW(RoundToInt32(value), NumericFault);
+}
+
+TEST(TextHelpers, FoldAsciiLettersOnly) {
+  EXPECT_EQ(Trim("  a \t "), "a \t");
+  EXPECT_EQ(Trim("   "), "");
+  EXPECT_EQ(ToLower("AbZ[\xC3\x84"), "abz[\xC3\x84");
+  EXPECT_TRUE(EqualNoCase("DeFault", "dEfAULT"));
+  EXPECT_FALSE(EqualNoCase("[", "{"));  // these differ by the bit of the case
+  EXPECT_FALSE(EqualNoCase("a", "ab"));
+  EXPECT_TRUE(ContainsNoCase("a %Run% b", "%RUN%"));
+  EXPECT_TRUE(ContainsNoCase("a", ""));
+  EXPECT_FALSE(ContainsNoCase("a", "ab"));
+}
+
+TEST(TakeLine, KnowsAllThreeLineEnds) {
+  std::string_view rest = "a\r\nb\nc\r\r\n\nlast";
+  std::vector<std::string_view> lines;
+  while (!rest.empty()) lines.push_back(TakeLine(rest));
+  EXPECT_EQ(lines, (std::vector<std::string_view>{"a", "b", "c", "", "", "last"}));
+}
+
+}  // namespace
+}  // namespace quorvex
