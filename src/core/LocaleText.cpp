@@ -1,0 +1,90 @@
+#include "core/LocaleText.h"
+
+#include <langinfo.h>
+#include <locale.h>
+
+#include <cstdlib>
+#include <initializer_list>
+#include <memory>
+#include <type_traits>
+
+namespace quorvex {
+namespace {
+
+// The first of these environment variables that is set and not empty, as the system's own rule has it.
+const char* LocaleName(std::initializer_list<const char*> variables) {
+  for (const char* variable : variables) {
+    const char* name = std::getenv(variable);
+    if (name != nullptr && *name != '\0') return name;
+  }
+  return "C";
+}
+
+using LocaleHandle = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)>;
+
+LocaleHandle OpenLocale(int categories, const char* name) {
+  return LocaleHandle(newlocale(categories, name, locale_t{}), freelocale);
+}
+
+// An item of the locale that is one plain character, else `otherwise`.
+char PlainCharacter(const char* item, char otherwise) {
+  const bool plain = item[0] > ' ' && item[0] < 0x7F && item[1] == '\0';
+  return plain ? item[0] : otherwise;
+}
+
+// What stands between the first two conversions of a date or time format such as "%d.%m.%Y".
+char SeparatorOfFormat(std::string_view format, char otherwise) {
+  if (format.size() < 4 || format[0] != '%' || format[3] != '%') return otherwise;
+  return PlainCharacter(std::string(format.substr(2, 1)).c_str(), otherwise);
+}
+
+}  // namespace
+
+LocaleText ReadUserLocale() {
+  LocaleText text;
+  if (const auto locale = OpenLocale(LC_NUMERIC_MASK, LocaleName({"LC_ALL", "LC_NUMERIC", "LANG"}))) {
+    text.DecimalSeparator = PlainCharacter(nl_langinfo_l(RADIXCHAR, locale.get()), text.DecimalSeparator);
+    if (text.DecimalSeparator == ',') {
+      text.ListSeparator = ';';
+      text.ThousandSeparator = '.';
+    }
+    const char thousands = PlainCharacter(nl_langinfo_l(THOUSEP, locale.get()), text.ThousandSeparator);
+    if (thousands != text.DecimalSeparator) text.ThousandSeparator = thousands;
+  }
+  if (const auto locale = OpenLocale(LC_TIME_MASK, LocaleName({"LC_ALL", "LC_TIME", "LANG"}))) {
+    text.DateSeparator = SeparatorOfFormat(nl_langinfo_l(D_FMT, locale.get()), text.DateSeparator);
+    text.TimeSeparator = SeparatorOfFormat(nl_langinfo_l(T_FMT, locale.get()), text.TimeSeparator);
+  }
+  return text;
+}
+
+std::string LocalizeExpression(std::string_view text, const LocaleText& locale) {
+  if (locale.DecimalSeparator == '.' && locale.ListSeparator == ',' && locale.ThousandSeparator == ',')
+    return std::string(text);
+  std::string localized;
+  localized.reserve(text.size());
+  for (const char c : text) {
+    if (c == '.') {
+      localized += locale.DecimalSeparator;
+    } else if (c == ',') {
+      localized += locale.ListSeparator;
+    } else if (c != locale.ThousandSeparator) {
+      localized += c;
+    }
+  }
+  return localized;
+}
+
+std::string DelocalizeExpression(std::string_view text, const LocaleText& locale) {
+  std::string stored(text);
+  for (char& c : stored) {
+    if (c == locale.DecimalSeparator) {
+      c = '.';
+    } else if (c == locale.ListSeparator) {
+      c = ',';
+    }
+  }
+  return stored;
+}
+
+}  // namespace quorvex
