@@ -1,0 +1,278 @@
+#include "core/Files.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr int kBadFileName = 52, kFileNotFound = 53, kPathNotFound = 76;
+
+bool Exists(const std::string& name) {
+  struct stat info;
+  return stat(name.c_str(), &info) == 0;
+}
+
+// The entry of a folder that equals `component` without regard to case, the first one by name where there are several.
+std::optional<std::string> FindEntry(const std::string& folder, std::string_view component) {
+  std::optional<std::string> found;
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const std::string name = entry->path().filename();
+    if (EqualNoCase(name, component) && (!found || name < *found)) found = name;
+  }
+  return found;
+}
+
+// Opens a resolved name. Returns the descriptor, or -1 with the file error's number in `error`.
+int OpenDescriptor(const std::string& name, int flags, int& error) {
+  error = 0;
+  if (name.empty() || name.find('\0') != std::string::npos) {
+    error = kBadFileName;
+    return -1;
+  }
+  const int descriptor = open(name.c_str(), flags | O_CLOEXEC, 0666);
+  if (descriptor >= 0) return descriptor;
+  error = FileErrorNumber(errno);
+  const auto slash = name.rfind('/');
+  if (error == kFileNotFound && slash != std::string::npos && slash > 0 && !Exists(name.substr(0, slash)))
+    error = kPathNotFound;
+  return -1;
+}
+
+// All that a descriptor still delivers. Returns 0 or the file error's number.
+int ReadAll(int descriptor, std::string& content) {
+  char buffer[1 << 16];
+  for (;;) {
+    const ssize_t count = read(descriptor, buffer, sizeof buffer);
+    if (count == 0) return 0;
+    if (count > 0) {
+      content.append(buffer, static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      return FileErrorNumber(errno);
+    }
+  }
+}
+
+// Windows-1252 differs from Latin-1 at 0x80 to 0x9F (Unicode's mapping table CP1252.TXT); the five codes that it leaves
+// undefined stand for themselves.
+constexpr std::array<char16_t, 32> kWindows1252 = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                                   0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+void AppendUtf8(std::string& text, char16_t code) {
+  if (code < 0x80) {
+    text += static_cast<char>(code);
+    return;
+  }
+  if (code < 0x800) {
+    text += static_cast<char>(0xC0 | code >> 6);
+  } else {
+    text += static_cast<char>(0xE0 | code >> 12);
+    text += static_cast<char>(0x80 | (code >> 6 & 0x3F));
+  }
+  text += static_cast<char>(0x80 | (code & 0x3F));
+}
+
+// Well-formed byte sequences of UTF-8 (RFC 3629): no overlong forms, no surrogates, nothing above U+10FFFF.
+bool IsUtf8(std::string_view bytes) {
+  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+  for (std::size_t i = 0; i < bytes.size();) {
+    const unsigned lead = at(i);
+    if (lead < 0x80) {
+      ++i;
+      continue;
+    }
+    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
+                               : lead >= 0xE0 && lead <= 0xEF ? 3
+                               : lead >= 0xF0 && lead <= 0xF4 ? 4
+                                                              : 0;
+    if (length == 0 || bytes.size() - i < length) return false;
+    const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+    const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+    if (at(i + 1) < lowest || at(i + 1) > highest) return false;
+    for (std::size_t k = 2; k < length; ++k)
+      if ((at(i + k) & 0xC0) != 0x80) return false;
+    i += length;
+  }
+  return true;
+}
+
+}  // namespace
+
+int FileErrorNumber(int errnoValue) {
+  switch (errnoValue) {
+    case 0:
+      return 0;
+    case ENOENT:
+      return kFileNotFound;
+    case ENOTDIR:
+      return kPathNotFound;
+    case EACCES:
+    case EPERM:
+    case EISDIR:
+    case EROFS:
+      return 75;
+    case ENAMETOOLONG:
+    case EINVAL:
+    case EILSEQ:
+      return kBadFileName;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+      return 61;
+    case EIO:
+      return 57;
+    case ENODEV:
+    case ENXIO:
+      return 68;
+    default:
+      return -errnoValue;
+  }
+}
+
+std::string ResolvePath(const std::string& name) {
+  if (name.empty() || name.find('\0') != std::string::npos || Exists(name)) return name;
+  std::string rest = name;
+  std::replace(rest.begin(), rest.end(), '\\', '/');
+
+  std::string found = rest.front() == '/' ? "/" : "";  // what was found so far, with its closing slash
+  std::size_t at = 0;
+  while (at < rest.size()) {
+    const auto slash = std::min(rest.find('/', at), rest.size());
+    std::string component = rest.substr(at, slash - at);
+    if (!component.empty()) {
+      if (!Exists(found + component)) {
+        const auto entry = FindEntry(found, component);
+        if (!entry) return found + rest.substr(at);
+        component = *entry;
+      }
+      found += component;
+      if (slash < rest.size()) found += '/';
+    }
+    at = slash + 1;
+  }
+  return found;
+}
+
+MappedFile::~MappedFile() { Close(); }
+
+MappedFile::MappedFile(MappedFile&& other) noexcept { *this = std::move(other); }
+
+MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
+  if (this != &other) {
+    Close();
+    copy_ = std::move(other.copy_);
+    data_ = std::exchange(other.data_, nullptr);
+    size_ = std::exchange(other.size_, 0);
+    mapped_ = std::exchange(other.mapped_, false);
+    other.copy_.clear();
+  }
+  return *this;
+}
+
+void MappedFile::Close() {
+  if (mapped_) munmap(const_cast<char*>(data_), size_);
+  data_ = nullptr;
+  size_ = 0;
+  mapped_ = false;
+  copy_.clear();
+}
+
+int MappedFile::Open(const std::string& name) {
+  Close();
+  int error = 0;
+  const int descriptor = OpenDescriptor(ResolvePath(name), O_RDONLY, error);
+  if (descriptor < 0) return error;
+
+  struct stat info;
+  if (fstat(descriptor, &info) != 0) {
+    error = FileErrorNumber(errno);
+  } else if (S_ISDIR(info.st_mode)) {
+    error = FileErrorNumber(EISDIR);
+  } else if (S_ISREG(info.st_mode) && info.st_size > 0) {
+    const auto size = static_cast<std::size_t>(info.st_size);
+    void* const address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
+    if (address != MAP_FAILED) {
+      data_ = static_cast<const char*>(address);
+      size_ = size;
+      mapped_ = true;
+    }
+  }
+  // A pipe, a file that tells no size (as under /proc), or a file system that cannot map.
+  if (error == 0 && !mapped_) error = ReadAll(descriptor, copy_);
+  close(descriptor);
+  return error;
+}
+
+std::string_view MappedFile::Text() const { return mapped_ ? std::string_view(data_, size_) : std::string_view(copy_); }
+
+std::string DecodeText(std::string_view bytes) {
+  if (bytes.substr(0, 3) == "\xEF\xBB\xBF") bytes.remove_prefix(3);
+  if (IsUtf8(bytes)) return std::string(bytes);
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 8);
+  for (const char c : bytes) {
+    const auto code = static_cast<unsigned char>(c);
+    AppendUtf8(text, code >= 0x80 && code <= 0x9F ? kWindows1252[code - 0x80u] : code);
+  }
+  return text;
+}
+
+TextFile::~TextFile() { Close(); }
+
+int TextFile::Create(const std::string& name) {
+  Close();
+  error_ = 0;
+  descriptor_ = OpenDescriptor(ResolvePath(name), O_WRONLY | O_CREAT | O_TRUNC, error_);
+  return error_;
+}
+
+void TextFile::Write(std::string_view text) {
+  constexpr std::size_t kBufferSize = 1 << 16;
+  buffer_ += text;
+  if (buffer_.size() >= kBufferSize) Flush();
+}
+
+void TextFile::WriteLine(std::string_view text) {
+  Write(text);
+  Write(NL);
+}
+
+int TextFile::Flush() {
+  std::string_view rest = descriptor_ >= 0 && error_ == 0 ? std::string_view(buffer_) : std::string_view();
+  while (!rest.empty()) {
+    const ssize_t count = write(descriptor_, rest.data(), rest.size());
+    if (count >= 0) {
+      rest.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      error_ = FileErrorNumber(errno);
+      break;
+    }
+  }
+  buffer_.clear();
+  return error_;
+}
+
+int TextFile::Close() {
+  Flush();
+  if (descriptor_ >= 0 && close(descriptor_) != 0 && error_ == 0) error_ = FileErrorNumber(errno);
+  descriptor_ = -1;
+  return error_;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <thread>
+#include <utility>
+
+#include "TemporaryFolder.h"
+#include "core/Files.h"
+
+namespace quorvex {
+namespace {
+
+TEST(FileErrorNumber, NamesTheErrorsThatMessagesTell) {
+  constexpr std::pair<int, int> kNumbers[] = {{0, 0},       {ENOENT, 53},     {ENOTDIR, 76}, {EACCES, 75},
+                                              {EISDIR, 75}, {EROFS, 75},      {EPERM, 75},   {ENAMETOOLONG, 52},
+                                              {ENOSPC, 61}, {EDQUOT, 61},     {EIO, 57},     {ENODEV, 68},
+                                              {ENXIO, 68},  {EMFILE, -EMFILE}};
+  for (const auto& [code, number] : kNumbers) EXPECT_EQ(FileErrorNumber(code), number) << code;
+}
+
+TEST(ResolvePath, FindsNamesOfAnotherCaseOrSystem) {
+  const TemporaryFolder folder;
+  folder.Write("Data/Run One/Steam.TXT", "");
+  folder.Write("Data/same.txt", "");
+  folder.Write("Data/Same.txt", "");
+  const std::string steam = folder.Path("Data/Run One/Steam.TXT");
+
+  EXPECT_EQ(ResolvePath(steam), steam);
+  EXPECT_EQ(ResolvePath(folder.Path("data/run one/steam.txt")), steam);
+  EXPECT_EQ(ResolvePath(folder.Path("DATA\\RUN ONE\\STEAM.txt")), steam);
+  EXPECT_EQ(ResolvePath(folder.Path("data/../DATA/run one/./steam.txt")),
+            folder.Path("Data/../Data/Run One/./Steam.TXT"));
+  EXPECT_EQ(ResolvePath(folder.Path("data/SAME.TXT")), folder.Path("Data/Same.txt"));  // the first by name
+  EXPECT_EQ(ResolvePath(folder.Path("data/run one/New.Out")), folder.Path("Data/Run One/New.Out"));
+  EXPECT_EQ(ResolvePath(folder.Path("data\\None\\New.Out")), folder.Path("Data/None/New.Out"));
+  EXPECT_EQ(ResolvePath("no-such-folder/Some.File"), "no-such-folder/Some.File");
+  EXPECT_EQ(ResolvePath(""), "");
+}
+
+TEST(MappedFile, HoldsTheWholeFile) {
+  const TemporaryFolder folder;
+  const std::string content("line\r\n\0more", 11);
+  MappedFile file;
+  ASSERT_EQ(file.Open(folder.Write("Some.dat", content)), 0);
+  EXPECT_EQ(file.Text(), content);
+  MappedFile moved = std::move(file);
+  EXPECT_EQ(moved.Text(), content);
+  EXPECT_EQ(moved.Open(folder.Path("SOME.DAT")), 0);
+  EXPECT_EQ(moved.Text(), content);
+  EXPECT_EQ(moved.Open(folder.Write("empty", "")), 0);
+  EXPECT_EQ(moved.Text(), "");
+}
+
+TEST(MappedFile, ReadsAPipe) {
+  const TemporaryFolder folder;
+  const std::string pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const std::string content(200000, 'x');
+  std::thread writer([&] { folder.Write("pipe", content); });
+  MappedFile file;
+  EXPECT_EQ(file.Open(pipe), 0);
+  writer.join();
+  EXPECT_EQ(file.Text(), content);
+}
+
+TEST(MappedFile, TellsWhyItCannotOpen) {
+  const TemporaryFolder folder;
+  folder.Write("file", "x");
+  MappedFile file;
+  EXPECT_EQ(file.Open(folder.Path("missing")), 53);
+  EXPECT_EQ(file.Open("missing-here"), 53);
+  EXPECT_EQ(file.Open(folder.Path("none/missing")), 76);
+  EXPECT_EQ(file.Open(folder.Path("file/missing")), 76);
+  EXPECT_EQ(file.Open(folder.Path("")), 75);
+  EXPECT_EQ(file.Open(""), 52);
+  EXPECT_EQ(file.Open(std::string("a\0b", 3)), 52);
+  EXPECT_EQ(file.Open(folder.Path(std::string(300, 'n'))), 52);
+  EXPECT_EQ(file.Text(), "");
+}
+
+TEST(DecodeText, TakesUtf8AndOtherwiseWindows1252) {
+  constexpr std::pair<const char*, const char*> kTexts[] = {
+      {"plain", "plain"},
+      {"\xEF\xBB\xBFmark", "mark"},
+      {"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"},  // well formed, 2 to 4 bytes
+      {"\xE4\x80\x9F\xA7", "\xC3\xA4\xE2\x82\xAC\xC5\xB8\xC2\xA7"},  // a-umlaut, euro, Y-diaeresis, section
+      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                              // overlong form
+      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},              // surrogate
+      {"caf\xE9", "caf\xC3\xA9"},                                    // cut short at the end
+  };
+  for (const auto& [bytes, text] : kTexts) EXPECT_EQ(DecodeText(bytes), text);
+}
+
+TEST(TextFile, WritesLinesAndReplacesWhatWasThere) {
+  const TemporaryFolder folder;
+  const std::string name = folder.Write("Out.txt", std::string(1000, 'o'));
+  TextFile file;
+  ASSERT_EQ(file.Create(folder.Path("out.TXT")), 0);
+  file.Write("a");
+  file.WriteLine("b");
+  EXPECT_EQ(file.Flush(), 0);
+  EXPECT_EQ(folder.Read("Out.txt"), "ab\r\n");
+  const std::string big(300000, 'c');
+  file.WriteLine(big);
+  EXPECT_EQ(file.Close(), 0);
+  EXPECT_FALSE(file.IsOpen());
+  EXPECT_EQ(folder.Read("Out.txt"), "ab\r\n" + big + "\r\n");
+}
+
+TEST(TextFile, KeepsTheFirstError) {
+  const TemporaryFolder folder;
+  TextFile file;
+  EXPECT_EQ(file.Create(folder.Path("none/out.txt")), 76);
+  EXPECT_FALSE(file.IsOpen());
+  file.Write("lost");
+  EXPECT_EQ(file.Close(), 76);
+  EXPECT_EQ(file.Create(folder.Path("")), 75);
+
+  ASSERT_EQ(file.Create("/dev/full"), 0);  // takes the open and refuses every byte
+  file.Write("text");
+  EXPECT_EQ(file.Flush(), 61);
+  EXPECT_EQ(file.Close(), 61);
+  EXPECT_EQ(file.Create(folder.Path("fine")), 0);
+  EXPECT_EQ(file.Close(), 0);
+}
+
+}  // namespace
+}  // namespace quorvex
