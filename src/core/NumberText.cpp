@@ -119,9 +119,9 @@ Integer RoundTo(double value) {
 
 }  // namespace
 
-std::string GeneralNumber(double value) {
+std::string GeneralNumber(double value, int digits) {
   if (!std::isfinite(value)) return NonFiniteText(value);
-  return ToCapitals(value, std::chars_format::general, 15);
+  return ToCapitals(value, std::chars_format::general, digits);
 }
 
 std::string ShortestNumber(double value) {

@@ -11,8 +11,9 @@
 namespace quorvex {
 
 // The default text of a real, in logs, reports and macro output: 15 significant digits as C's "%.15G" gives them
-// ("0.1", "1E-10", "1E+20"), negative zero as "0". Always with a decimal point.
-std::string GeneralNumber(double value);
+// ("0.1", "1E-10", "1E+20"), negative zero as "0". Always with a decimal point. With 7 digits, the text of a 32-bit
+// real.
+std::string GeneralNumber(double value, int digits = 15);
 
 // The shortest text that reads back to the same 64-bit value, its exponent written with "E". For fields of files.
 std::string ShortestNumber(double value);

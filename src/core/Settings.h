@@ -1,14 +1,45 @@
 #pragma once
 
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
 namespace quorvex {
 
-// The preferences that the program reads once at start and hands down. Plain data; only the store in app/ knows where
-// they are kept. The initial values are those of a user who has set nothing.
+// The preferences that the program reads once at start and hands down; only the store in app/ knows where they are
+// kept. What the solver reads in its loops stands as plain fields. Every setting, those included, is also kept as text
+// by section and key, both without regard to case. The initial state is that of a user who has set nothing.
+//
+// Each key has a default text (Settings.cpp). In many keys that default, mostly "0", says that the user never chose,
+// and a built-in value takes its place, so that zero cannot be stored there as a choice of its own. A number that
+// cannot be read counts as not set.
 struct Settings {
   double ResidualTolerance = 1e-10;  // key "tolerance", percent change of the merit function
   int MaxIterations = 250;           // key "maxiterations"
   int DivIterations = 10;            // key "diviterations", iterations allowed without improvement
   int DerivativeMethod = 0;          // key "derivative", 0 Richardson's extrapolation, 1 central difference
+
+  // The value in force: what is stored, the default where nothing is, then the built-in value where one stands in
+  // for that text. Empty for a key that is neither stored nor known.
+  std::string Text(std::string_view key, std::string_view section = "startup") const;
+  double Number(std::string_view key, std::string_view section = "startup") const;
+  std::int32_t Integer(std::string_view key, std::string_view section = "startup") const;  // ties to even
+  bool Flag(std::string_view key, std::string_view section = "startup") const;
+
+  // Stores a text and brings the field of that key, if it has one, up to date. Numbers are stored with ".".
+  void Set(std::string_view key, std::string_view text, std::string_view section = "startup");
+  void SetNumber(std::string_view key, double value, std::string_view section = "startup");
+  void SetFlag(std::string_view key, bool value, std::string_view section = "startup");
+
+  // Whether a text is stored for the key.
+  bool Has(std::string_view key, std::string_view section = "startup") const;
+
+ private:
+  void ReadField(std::string_view key);
+
+  std::map<std::pair<std::string, std::string>, std::string> stored_;  // by section and key, both in lower case
 };
 
 }  // namespace quorvex

@@ -1,0 +1,165 @@
+#include "app/SettingsStore.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <vector>
+
+#include "core/Files.h"
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+std::string Variable(const char* name) {
+  const char* value = getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string_view TrimTabsToo(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// "[section]", or nothing.
+std::optional<std::string_view> SectionOfLine(std::string_view line) {
+  line = TrimTabsToo(line);
+  if (!line.starts_with('[') || !line.ends_with(']')) return std::nullopt;
+  return TrimTabsToo(line.substr(1, line.size() - 2));
+}
+
+struct KeyAndText {
+  std::string_view Key, Text;
+};
+
+// "key = text", or nothing; ";" and "#" begin a comment line.
+std::optional<KeyAndText> KeyOfLine(std::string_view line) {
+  line = TrimTabsToo(line);
+  const auto equals = line.find('=');
+  if (line.empty() || line[0] == ';' || line[0] == '#' || equals == std::string_view::npos) return std::nullopt;
+  return KeyAndText{TrimTabsToo(line.substr(0, equals)), TrimTabsToo(line.substr(equals + 1))};
+}
+
+// The text of the file; nothing with an error number when it is there and cannot be read.
+std::optional<std::string> ReadStore(const std::string& name, int& error) {
+  constexpr int kFileNotFound = 53, kPathNotFound = 76;
+  MappedFile file;
+  error = file.Open(name);
+  if (error == kFileNotFound || error == kPathNotFound) {
+    error = 0;
+    return "";
+  }
+  if (error != 0) return std::nullopt;
+  return DecodeText(file.Text());
+}
+
+std::vector<std::string> Lines(std::string_view text) {
+  std::vector<std::string> lines;
+  while (!text.empty()) lines.emplace_back(TakeLine(text));
+  return lines;
+}
+
+// Puts one value where its key stands, else at the end of its section, else into a new section at the end.
+void PutLine(std::vector<std::string>& lines, std::string_view section, std::string_view key, std::string_view text) {
+  std::string line = std::string(key) + '=' + std::string(text);
+  std::replace_if(
+      line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+
+  std::string current;
+  std::optional<std::size_t> behindSection;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (const auto name = SectionOfLine(lines[i])) current = *name;
+    if (!EqualNoCase(current, section)) continue;
+    const auto entry = KeyOfLine(lines[i]);
+    if (entry && EqualNoCase(entry->Key, key)) {
+      lines[i] = line;
+      return;
+    }
+    if (!TrimTabsToo(lines[i]).empty()) behindSection = i + 1;
+  }
+  if (!behindSection) {
+    if (!lines.empty()) lines.emplace_back();
+    lines.push_back('[' + std::string(section) + ']');
+    behindSection = lines.size();
+  }
+  lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(*behindSection), line);
+}
+
+int ReplaceFile(const std::string& name, const std::vector<std::string>& lines) {
+  std::error_code failure;
+  std::filesystem::path target = std::filesystem::canonical(name, failure);  // a link stays a link
+  if (failure) target = name;
+  if (target.has_parent_path()) std::filesystem::create_directories(target.parent_path(), failure);
+
+  const std::string beside = target.string() + '.' + std::to_string(getpid()) + ".new";
+  TextFile file;
+  int error = file.Create(beside);
+  if (error != 0) return error;
+  for (const std::string& line : lines) file.WriteLine(line);
+  error = file.Close();
+  if (error == 0) {
+    std::filesystem::rename(beside, target, failure);
+    error = FileErrorNumber(failure.value());
+  }
+  if (error != 0) std::filesystem::remove(beside, failure);
+  return error;
+}
+
+std::string SinglePrecisionText(double value) { return GeneralNumber(static_cast<float>(value), 7); }
+
+}  // namespace
+
+std::string SettingsFileName() {
+  if (const std::string name = Variable("QUORVEX_SETTINGS"); !name.empty()) return name;
+  std::string folder = Variable("XDG_CONFIG_HOME");
+  if (!folder.starts_with('/')) {  // a relative one is to be ignored (XDG Base Directory Specification)
+    const std::string home = Variable("HOME");
+    if (home.empty()) return "";
+    folder = home + "/.config";
+  }
+  return folder + "/quorvex/quorvex.ini";
+}
+
+Settings LoadSettings() {
+  Settings settings;
+  int error = 0;
+  const auto text = ReadStore(SettingsFileName(), error);
+  if (!text) return settings;
+  std::string section;
+  for (const std::string& line : Lines(*text)) {
+    if (const auto name = SectionOfLine(line)) {
+      section = *name;
+    } else if (const auto entry = KeyOfLine(line); entry && !settings.Has(entry->Key, section)) {
+      settings.Set(entry->Key, entry->Text, section);
+    }
+  }
+  return settings;
+}
+
+int SaveSettings(const Settings& settings, std::string_view section, std::span<const std::string_view> keys) {
+  const std::string name = SettingsFileName();
+  int error = 0;
+  const auto text = ReadStore(name, error);
+  if (!text) return error;
+  std::vector<std::string> lines = Lines(*text);
+  for (const std::string_view key : keys) PutLine(lines, section, key, settings.Text(key, section));
+  return ReplaceFile(name, lines);
+}
+
+int SaveStartupSettings(Settings& settings, const FrameGeometry& frame) {
+  settings.Set("default_x", SinglePrecisionText(frame.Left));
+  settings.Set("default_y", SinglePrecisionText(frame.Top));
+  settings.Set("screenheight", SinglePrecisionText(frame.Height));
+  settings.Set("screenwidth", SinglePrecisionText(frame.Width));
+  constexpr std::string_view kKeys[] = {"default_x",  "default_y",      "screenheight",      "screenwidth",
+                                        "projectdir", "promptforsetup", "defaultsolvesetup", "defaultsolver"};
+  return SaveSettings(settings, "startup", kKeys);
+}
+
+}  // namespace quorvex
