@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace quorvex {
+
+// The points of the solve in progress, column by column, so that every loop over points runs over one array.
+struct SolveData {
+  std::vector<std::vector<double>> X;  // one column per independent variable, in the sheet's units
+  std::vector<double> Y, SD;           // SD in the unit of Y, 1 where none was given
+  std::vector<double> sig;             // weights with mean 1, not deviations: they multiply (y - f)^2
+  std::size_t N() const { return Y.size(); }
+};
+
+}  // namespace quorvex

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+namespace quorvex {
+
+// The weights of points with these standard deviations: 1/SD^2, and 1 where |SD| is below 1e-150 or above 1e150, all
+// divided by their mean, so that the mean weight is 1. The sum for the mean is taken in the order of the points.
+std::vector<double> ComputeWeights(std::span<const double> SD);
+
+}  // namespace quorvex

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvex {
+
+// The cells of a grid, column by column. A cell is empty, a number or a text. Rows and columns are counted from 1, as
+// users count them, and there is no limit on either; a cell that was never set is empty.
+//
+// A column is an array of doubles, 8 bytes a cell. What is not a number is a NaN with a mark in its payload: one for
+// empty cells, and one for texts with the text's place in a list beside the columns. So a column of numbers can be
+// taken out and solved as it is, and marks move with their rows.
+class GridCells {
+ public:
+  // The line of the file that row 1 came from, counted from 1.
+  std::size_t FirstLine = 1;
+
+  std::size_t GridLastRow() const;  // highest row that holds anything, 0 for an empty grid
+  std::size_t GridLastCol() const;  // highest column that holds anything
+
+  // A number as GeneralNumber writes it, a text as it is; empty for an empty cell.
+  std::string GridCellText(std::size_t row, std::size_t col) const;
+  // The value of a number, 0 for anything else.
+  double GridCellNumber(std::size_t row, std::size_t col) const;
+
+  // Stores a text as a text, number or not; one of blanks alone empties the cell.
+  void SetGridCellText(std::size_t row, std::size_t col, std::string_view text);
+  // A value that is not finite is stored as the text of it.
+  void SetGridCellNumber(std::size_t row, std::size_t col, double value);
+  void ClearCell(std::size_t row, std::size_t col);
+
+  // Makes room for `rows` rows in the columns there are.
+  void Reserve(std::size_t rows);
+
+  // Column p goes to column targets[p - 1], and nowhere where that is 0 or missing; what was not moved to is empty
+  // after that. Of two columns with one target the later stays.
+  void MoveColumns(std::span<const std::size_t> targets);
+
+  // Takes a column out of the grid as it stands, marks included, cut or filled up with empty cells to `rows` rows.
+  std::vector<double> TakeColumn(std::size_t col, std::size_t rows);
+
+  static bool IsEmpty(double cell) { return std::bit_cast<std::uint64_t>(cell) == kEmptyBits; }
+  static bool IsText(double cell) { return std::bit_cast<std::uint64_t>(cell) >= kTextBits; }
+  // The text behind a cell for which IsText holds.
+  const std::string& TextBehind(double cell) const;
+
+ private:
+  // Quiet NaNs that no arithmetic gives. Texts have the sign bit and their place in the low bits, above all numbers.
+  static constexpr std::uint64_t kEmptyBits = 0x7FF8'0000'0000'0E00;
+  static constexpr std::uint64_t kTextBits = 0xFFF8'0000'0000'0001;
+
+  double Cell(std::size_t row, std::size_t col) const;
+  void SetCell(std::size_t row, std::size_t col, double cell);
+
+  std::vector<std::vector<double>> columns_;  // each as long as its last cell that was set
+  std::vector<std::string> texts_;
+};
+
+}  // namespace quorvex

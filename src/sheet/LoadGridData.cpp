@@ -1,0 +1,73 @@
+#include "sheet/LoadGridData.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+// The first text among the cells of a row.
+std::optional<double> FirstText(const std::vector<std::vector<double>>& columns, std::size_t row) {
+  for (const auto& column : columns)
+    if (GridCells::IsText(column[row])) return column[row];
+  return std::nullopt;
+}
+
+// Moves all columns into ascending order of the first.
+void SortByFirst(std::vector<std::vector<double>*> columns) {
+  const std::vector<double>& key = *columns.front();
+  if (std::is_sorted(key.begin(), key.end())) return;
+  std::vector<std::size_t> order(key.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return key[a] < key[b]; });
+  std::vector<double> sorted(key.size());
+  for (std::vector<double>* column : columns) {
+    std::transform(order.begin(), order.end(), sorted.begin(), [&](std::size_t i) { return (*column)[i]; });
+    column->swap(sorted);
+  }
+}
+
+}  // namespace
+
+Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
+  const std::size_t variables = options.IndependentVariables, yColumn = variables, sdColumn = variables + 1;
+  const std::size_t rows = cells.GridLastRow();
+  std::vector<std::vector<double>> columns(variables + 1 + (options.Weighted ? 1 : 0));
+  for (std::size_t i = 0; i < columns.size(); ++i) columns[i] = cells.TakeColumn(i + 1, rows);
+
+  LoadedGrid loaded;
+  std::size_t points = 0;  // rows kept so far; they move up over those that were skipped
+  for (std::size_t row = 0; row < rows; ++row) {
+    bool xMissing = false;
+    for (std::size_t i = 0; i < variables; ++i) xMissing |= GridCells::IsEmpty(columns[i][row]);
+    const bool yMissing = GridCells::IsEmpty(columns[yColumn][row]);
+    if (xMissing || yMissing) {
+      if (xMissing != yMissing) loaded.HadPartialRow = true;
+      continue;
+    }
+    if (const auto text = FirstText(columns, row))
+      return Failure{"Line " + std::to_string(cells.FirstLine + row) + ": '" +
+                     std::string(Trim(cells.TextBehind(*text))) + "' is not a number."};
+    for (auto& column : columns) column[points] = column[row];
+    if (options.Weighted && GridCells::IsEmpty(columns[sdColumn][points])) columns[sdColumn][points] = 1;
+    ++points;
+  }
+
+  for (auto& column : columns) column.resize(points);
+  SolveData& data = loaded.Points;
+  data.SD = options.Weighted ? std::move(columns[sdColumn]) : std::vector<double>(points, 1.0);
+  data.Y = std::move(columns[yColumn]);
+  columns.resize(variables);
+  data.X = std::move(columns);
+  if (options.KeepUnsorted) loaded.Unsorted = data;
+  if (variables == 1) SortByFirst({&data.X[0], &data.Y, &data.SD});
+  return loaded;
+}
+
+}  // namespace quorvex

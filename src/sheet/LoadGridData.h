@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+
+#include "core/Result.h"
+#include "core/SolveData.h"
+#include "sheet/GridCells.h"
+
+namespace quorvex {
+
+struct LoadOptions {
+  std::size_t IndependentVariables = 1;
+  bool Weighted = false;      // reads the standard deviations
+  bool KeepUnsorted = false;  // also delivers the points in the order of the grid
+};
+
+struct LoadedGrid {
+  SolveData Points;            // sig is left to ComputeWeights
+  SolveData Unsorted;          // X, Y and SD in the grid's order, where asked for
+  bool HadPartialRow = false;  // a row without Y, or without all of X, was skipped
+};
+
+// Reads a grid with X in the first columns, then Y, then the standard deviation, into columns of points. A row with all
+// X and Y is a point; one that lacks Y and some X is skipped silently, and one that lacks only one of the two is
+// skipped and flagged. An empty standard deviation is 1. With one independent variable the points are sorted by
+// ascending X; equal X keep their order.
+//
+// Fails where a cell of a would-be point holds a text: "Line N: 'text' is not a number.", N being the line of the file,
+// for the first such cell row by row, X before Y before the standard deviation. No point at all is no failure.
+//
+// The columns of the grid become those of the points without a copy; a caller that needs the grid hands in a copy.
+Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options);
+
+}  // namespace quorvex
