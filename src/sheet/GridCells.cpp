@@ -66,7 +66,7 @@ void GridCells::SetGridCellText(std::size_t row, std::size_t col, std::string_vi
   SetCell(row, col, std::bit_cast<double>(kTextBits + (texts_.size() - 1)));
 }
 
-void GridCells::SetGridCellNumber(std::size_t row, std::size_t col, double value) {
+void GridCells::SetNumber(std::size_t row, std::size_t col, double value) {
   if (!std::isfinite(value)) return SetGridCellText(row, col, GeneralNumber(value));
   SetCell(row, col, value);
 }

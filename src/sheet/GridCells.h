@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -31,8 +32,15 @@ class GridCells {
 
   // Stores a text as a text, number or not; one of blanks alone empties the cell.
   void SetGridCellText(std::size_t row, std::size_t col, std::string_view text);
-  // A value that is not finite is stored as the text of it.
-  void SetGridCellNumber(std::size_t row, std::size_t col, double value);
+  // A value that is not finite is stored as the text of it. The row behind a column's last comes at the price of a
+  // push_back, since readers fill columns so.
+  void SetGridCellNumber(std::size_t row, std::size_t col, double value) {
+    if (col <= columns_.size() && columns_[col - 1].size() + 1 == row && std::isfinite(value)) {
+      columns_[col - 1].push_back(value);
+    } else {
+      SetNumber(row, col, value);
+    }
+  }
   void ClearCell(std::size_t row, std::size_t col);
 
   // Makes room for `rows` rows in the columns there are.
@@ -55,6 +63,7 @@ class GridCells {
   static constexpr std::uint64_t kEmptyBits = 0x7FF8'0000'0000'0E00;
   static constexpr std::uint64_t kTextBits = 0xFFF8'0000'0000'0001;
 
+  void SetNumber(std::size_t row, std::size_t col, double value);
   double Cell(std::size_t row, std::size_t col) const;
   void SetCell(std::size_t row, std::size_t col, double cell);
 

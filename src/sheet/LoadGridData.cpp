@@ -54,7 +54,8 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
     if (const auto text = FirstText(columns, row))
       return Failure{"Line " + std::to_string(cells.FirstLine + row) + ": '" +
                      std::string(Trim(cells.TextBehind(*text))) + "' is not a number."};
-    for (auto& column : columns) column[points] = column[row];
+    if (points != row)
+      for (auto& column : columns) column[points] = column[row];
     if (options.Weighted && GridCells::IsEmpty(columns[sdColumn][points])) columns[sdColumn][points] = 1;
     ++points;
   }

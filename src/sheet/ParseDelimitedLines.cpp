@@ -13,16 +13,14 @@ namespace {
 
 constexpr std::size_t kLongestCell = 255;
 
-bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
-
-// At most 255 characters of UTF-8, the last three of a longer text being dots.
+// A text of more than 255 characters of UTF-8 becomes its first 252 and three dots.
 std::string CutCellText(std::string text) {
-  const auto beginsCharacter = [](char c) { return (c & 0xC0) != 0x80; };
-  if (static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter)) <= kLongestCell) return text;
-  std::size_t end = 0;
-  for (std::size_t characters = 0; characters + 3 <= kLongestCell || !beginsCharacter(text[end]); ++end)
-    if (beginsCharacter(text[end])) ++characters;
-  return text.substr(0, end) + "...";
+  std::size_t characters = 0, cut = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool beginsCharacter = (text[i] & 0xC0) != 0x80;
+    if (beginsCharacter && ++characters == kLongestCell - 2) cut = i;
+  }
+  return characters <= kLongestCell ? text : text.substr(0, cut) + "...";
 }
 
 class LineParser {
@@ -41,19 +39,19 @@ class LineParser {
   std::size_t BytesLeft() const { return static_cast<std::size_t>(end_ - at_); }
 
   void ParseLine(std::size_t row, GridCells& cells) {
-    SkipBlanks();
+    const char* at = BehindBlanks(at_);
     for (std::size_t col = 1; col <= format_.ColumnLimit; ++col) {
-      ParseCell(row, col, cells);
-      SkipBlanksAtLineEnd();
-      if (AtEnd() || IsLineEnd(*at_)) break;
-      ++at_;
-      while (format_.IgnoreConsecutive && !AtEnd() && Delimits(*at_)) ++at_;
+      at = BehindBlanksAtLineEnd(ParseCell(at, row, col, cells));
+      if (EndsLine(at)) break;
+      ++at;
+      while (format_.IgnoreConsecutive && at != end_ && Delimits(*at)) ++at;
     }
+    at_ = at;
     SkipLine();
   }
 
   void SkipLine() {
-    while (!AtEnd() && !IsLineEnd(*at_)) ++at_;
+    while (!EndsLine(at_)) ++at_;
     if (AtEnd()) return;
     const bool carriageReturn = *at_++ == '\r';
     if (carriageReturn && !AtEnd() && *at_ == '\n') ++at_;
@@ -61,38 +59,39 @@ class LineParser {
 
  private:
   bool& Delimits(char c) { return delimits_[static_cast<unsigned char>(c)]; }
-  bool EndsCell(const char* at) { return at == end_ || IsLineEnd(*at) || Delimits(*at); }
+  bool EndsLine(const char* at) const { return at == end_ || *at == '\n' || *at == '\r'; }
+  bool EndsCell(const char* at) { return EndsLine(at) || Delimits(*at); }
 
-  void SkipBlanks() {
-    while (!AtEnd() && *at_ == ' ') ++at_;
+  const char* BehindBlanks(const char* at) const {
+    while (at != end_ && *at == ' ') ++at;
+    return at;
   }
 
   // Blanks before the line's end delimit nothing. The end of a run of blanks is kept, so that a long run in which each
   // blank is a delimiter is looked through once.
-  void SkipBlanksAtLineEnd() {
-    if (AtEnd() || *at_ != ' ' || at_ < blanksEnd_) return;
-    blanksEnd_ = std::find_if(at_, end_, [](char c) { return c != ' '; });
-    if (blanksEnd_ == end_ || IsLineEnd(*blanksEnd_)) at_ = blanksEnd_;
+  const char* BehindBlanksAtLineEnd(const char* at) {
+    if (at == end_ || *at != ' ' || at < blanksEnd_) return at;
+    blanksEnd_ = BehindBlanks(at);
+    return EndsLine(blanksEnd_) ? blanksEnd_ : at;
   }
 
-  // Leaves at_ where the cell ends.
-  void ParseCell(std::size_t row, std::size_t col, GridCells& cells) {
-    const char* const start = at_;
-    if (!Delimits(' ')) SkipBlanks();
+  // Stores the cell that begins at `begin` and returns where it ends.
+  const char* ParseCell(const char* const begin, std::size_t row, std::size_t col, GridCells& cells) {
+    const bool blanksPad = !Delimits(' ');
+    const char* const first = blanksPad ? BehindBlanks(begin) : begin;
     if (pointNumbers_) {
       double value;
-      const char* const first = at_;
-      const std::size_t length = LeadingNumber({at_, BytesLeft()}, value);
-      at_ += length;
-      if (!Delimits(' ')) SkipBlanks();
-      if (length > 0 && EndsCell(at_) && length <= kLongestCell) {
+      const std::size_t length = LeadingNumber({first, static_cast<std::size_t>(end_ - first)}, value);
+      const char* const end = blanksPad ? BehindBlanks(first + length) : first + length;
+      if (length > 0 && length <= kLongestCell && EndsCell(end)) {
         if (std::string_view(first, length) != format_.MissingMarker) cells.SetGridCellNumber(row, col, value);
-        return;
+        return end;
       }
     }
-    at_ = start;
-    while (!EndsCell(at_)) ++at_;
-    StoreText(Trim(std::string_view(start, static_cast<std::size_t>(at_ - start))), row, col, cells);
+    const char* end = first;
+    while (!EndsCell(end)) ++end;
+    StoreText(Trim({first, static_cast<std::size_t>(end - first)}), row, col, cells);
+    return end;
   }
 
   void StoreText(std::string_view bytes, std::size_t row, std::size_t col, GridCells& cells) const {
