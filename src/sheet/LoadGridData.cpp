@@ -1,7 +1,6 @@
 #include "sheet/LoadGridData.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 #include <optional>
 #include <string>
