@@ -16,4 +16,7 @@ inline double Tan(double x) { return std::tan(x); }
 inline double Atn(double x) { return std::atan(x); }
 inline double Power(double a, double b) { return std::pow(a, b); }  // 0^0 is 1; 0 to a negative power raises a flag
 
+// The program's pi: 15 digits, in every formula that names it, so that results agree with those printed elsewhere.
+inline constexpr double kPi = 3.14159265358979;
+
 }  // namespace quorvex

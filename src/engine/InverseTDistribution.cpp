@@ -1,0 +1,23 @@
+#include "engine/InverseTDistribution.h"
+
+#include <cmath>
+
+#include "equation/betai.h"
+
+namespace quorvex {
+
+double InverseTDistribution(double p, double df) {
+  constexpr double kAgrees = 1e-7;
+  double lower = 0.25;
+  double upper = 320;
+  double t = 0;
+  double probability = 0;
+  for (int round = 0; round < 100 && std::abs(probability - p) > kAgrees; ++round) {
+    t = (lower + upper) / 2;
+    probability = 0.5 + (betai(df / 2, 0.5, 1) - betai(df / 2, 0.5, df / (df + t * t))) * 0.5;
+    (probability <= p ? lower : upper) = t;
+  }
+  return std::floor(t * 10000 + 0.5) / 10000;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <span>
+
+namespace quorvex {
+
+// Bessel functions of fractional order, and spherical Bessel and Airy functions through them. The routines compute a
+// function, its companion and both derivatives together: where one of the four lies beyond the range of a double, the
+// processor's flags show a fault for all.
+
+struct OrdinaryBessel {
+  double J, Y, DJ, DY;  // DJ and DY are derivatives with respect to x
+};
+
+struct ModifiedBessel {
+  double I, K, DI, DK;
+};
+
+struct AiryFunctions {
+  double Ai, Bi, DAi, DBi;
+};
+
+// J, Y and derivatives of order nu >= 0 at x > 0; throws NumericFault otherwise, where a series or fraction takes more
+// than 10000 rounds (x beyond nu by some 9850) and where nu exceeds x by more than 32767.
+// Method: Steed's. Two continued fractions (for J'/J, and for the outgoing wave) and the Wronskian give J and Y at an
+// order mu not far from x; recurrences lead from there to nu. Below x = 2 a series of Temme's takes the place of the
+// second fraction. Barnett, Feng, Steed & Goldfarb, Comput. Phys. Comm. 8, 377 (1974); Temme, J. Comput. Phys. 21, 343
+// (1976). Accuracy, of the modulus sqrt(J^2 + Y^2) where x > nu: 2e-13 + 2e-17 x^2, the second part from the rounding
+// of the first fraction, whose rounds number about x; where x < nu some 5e-15 (nu + 1), relative.
+OrdinaryBessel bessjy(double x, double nu);
+
+// I, K and derivatives, the same way; throws as bessjy does. I overflows beyond x of about 713. Relative error some
+// 5e-15 (nu + 1), and 3e-14 for K.
+ModifiedBessel bessik(double x, double nu);
+
+// Spherical Bessel functions j, y and derivatives of order n >= 0 at x > 0; throws NumericFault otherwise. The factor
+// sqrt(pi/2) has 8 digits: relative error 3e-8.
+OrdinaryBessel sphbes(int n, double x);
+
+// Airy functions Ai, Bi and derivatives, for x from about -601 (below, the fraction for J takes too long) to about 104
+// (above, Bi overflows). Constants of 8 digits, 1/sqrt(3) and at x = 0 all four values: elsewhere the relative error
+// is 1.5e-9, of the modulus for x < 0. For 0 < |x| below 2e-113 a slope overflows on the way, which is a fault.
+AiryFunctions airy(double x);
+
+// The values of gamma functions that Temme's series starts from, for |x| <= 1/2:
+//   gam1 = (1/Gamma(1-x) - 1/Gamma(1+x)) / (2x), gam2 = (1/Gamma(1-x) + 1/Gamma(1+x)) / 2,
+//   gampl = 1/Gamma(1+x), gammi = 1/Gamma(1-x)
+// Two Chebyshev series in 8x^2 - 1, good to 4e-16.
+struct TemmeGammas {
+  double gam1, gam2, gampl, gammi;
+};
+TemmeGammas beschb(double x);
+
+// Sum of a Chebyshev series on [a, b], its first coefficient counted half (Clenshaw's recurrence). Throws NumericFault
+// for x outside the interval.
+double chebev(double a, double b, std::span<const double> c, double x);
+
+}  // namespace quorvex

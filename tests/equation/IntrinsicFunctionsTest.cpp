@@ -1,0 +1,214 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "equation/Checked.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kPi = 3.14159265358979;
+
+TEST(IntrinsicFunctions, HaveTheirWordsCodesAndArgumentCounts) {
+  constexpr struct {
+    int first;
+    const char* words;
+    int arguments;
+  } kRuns[] = {
+      {1, "abs exp fix int fract log ln log10 rnd sgn sqr cos sin tan arcsin arccos arctan sec cosec cotan", 1},
+      {21, "arcsec arccosec arccotan hsin hcos htan hsec hcosec hcotan harcsin harccos harctan harcsec", 1},
+      {34, "harccosec harccotan rtod dtor erf erfc fact factln gamma gammaln psi", 1},
+      {45, "if", 3},
+      {46, "endtrue endif", 0},
+      {48, "igamma igammac beta poisson student chi2 chi2c jn yn in kn jnu ynu djnu dynu inu knu dinu dknu", 2},
+      {67, "sphjn sphyn dsphjn dsphyn max min mag", 2},
+      {74, "legendre binomial ibeta fdist", 3},
+      {78, "j0 j1 y0 y1 i0 i1 k0 k1 airya airyb dairya dairyb floor ceil", 1}};
+  int seen = 0;
+  for (const auto& run : kRuns) {
+    std::istringstream words(run.words);
+    int code = run.first;
+    for (std::string word; words >> word; ++seen, ++code) {
+      const IntrinsicFunction* function = FindFunction(word);
+      ASSERT_NE(function, nullptr) << word;
+      EXPECT_EQ(function->Code, code) << word;
+      EXPECT_EQ(function->Arguments, run.arguments) << word;
+    }
+  }
+  EXPECT_EQ(seen, 91);
+}
+
+TEST(IntrinsicFunctions, AreWrittenByUsersWithThreeExceptions) {
+  for (const auto& function : IntrinsicFunctions()) {
+    const bool compilerOnly = function.Name == "endtrue" || function.Name == "endif";
+    EXPECT_EQ(IsFunctionName(function.Name, false), !compilerOnly) << function.Name;
+    EXPECT_EQ(IsFunctionName(function.Name, true), !compilerOnly && function.Name != "erfc") << function.Name;
+  }
+  for (const char* word : {"", "x", "a", "Sin", "sinh", "atan", "pi"}) {
+    EXPECT_EQ(FindFunction(word), nullptr) << word;
+    EXPECT_FALSE(IsFunctionName(word, false)) << word;
+  }
+}
+
+TEST(CallFunction, GivesTheElementaryFunctionsTheirValues) {
+  // Closed forms and values to 16 digits; 4 units in the last place, as compositions of three or four rounded steps.
+  constexpr struct {
+    const char* word;
+    double x, value;
+  } kRows[] = {{"abs", -2.5, 2.5},
+               {"exp", 1, 2.718281828459045},
+               {"fix", -2.5, -2},
+               {"fix", 2.5, 2},
+               {"int", -2.5, -3},
+               {"floor", -2.5, -3},
+               {"floor", 1e300, 1e300},
+               {"ceil", -2.5, -2},
+               {"ceil", 2.5, 3},
+               {"ceil", 7, 7},
+               {"ceil", -7, -7},
+               {"ceil", 0.25, 1},
+               {"fract", -2.5, -0.5},
+               {"fract", 2.75, 0.75},
+               {"log", 10, 2.302585092994046},
+               {"ln", 10, 2.302585092994046},
+               {"log10", 1000, 3},
+               {"sgn", -3, -1},
+               {"sgn", 0, 0},
+               {"sgn", 1e-300, 1},
+               {"sqr", 4, 2},
+               {"cos", 1, 0.5403023058681398},
+               {"sin", 1, 0.8414709848078965},
+               {"tan", 1, 1.557407724654902},
+               {"sec", 1, 1.850815717680926},
+               {"cosec", 1, 1.188395105778121},
+               {"cotan", 1, 0.6420926159343306},
+               {"arcsin", 0.5, 0.5235987755982989},
+               {"arcsin", 1, kPi / 2},
+               {"arcsin", -1, -kPi / 2},
+               {"arcsin", 0, 0},
+               {"arccos", 0.5, 1.047197551196598},
+               {"arccos", -1, 3.141592653589793},
+               {"arctan", 1, 0.7853981633974483},
+               {"arcsec", 2, 1.047197551196598},
+               {"arcsec", -2, 2.094395102393195},
+               {"arccosec", -2, -0.5235987755982989},
+               {"arccotan", 1, 0.7853981633974483},
+               {"arccotan", -1, 2.356194490192345},
+               {"hsin", 1, 1.175201193643801},
+               {"hcos", 1, 1.543080634815244},
+               {"htan", 1, 0.7615941559557649},
+               {"hsec", 1, 0.6480542736638854},
+               {"hcosec", 1, 0.8509181282393215},
+               {"hcotan", 1, 1.313035285499331},
+               {"htan", -1e300, -1},
+               {"harcsin", 1, 0.8813735870195430},
+               {"harccos", 2, 1.316957896924817},
+               {"harctan", 0.5, 0.5493061443340548},
+               {"harcsec", 0.5, 1.316957896924817},
+               {"harccosec", 1, 0.8813735870195430},
+               {"harccosec", -1, -0.8813735870195430},
+               {"harccotan", 2, 0.5493061443340548},
+               {"rtod", kPi, 180},
+               {"dtor", 180, kPi},
+               {"psi", 1, -0.5772156649},
+               {"psi", 3, 1.5 - 0.5772156649},
+               {"psi", 2.5, 1 - 0.5772156649},
+               {"psi", -7, -0.5772156649}};
+  for (const auto& row : kRows)
+    EXPECT_NEAR(Value(row.word, {row.x}), row.value, 9e-16 * std::abs(row.value)) << row.word << " " << row.x;
+  EXPECT_NEAR(Value("arccos", {1}), 0, 2e-15);  // pi has 15 digits here
+  for (const char* word : {"hsin", "hcos", "htan", "hsec", "hcosec", "hcotan"})
+    for (double sign : {1, -1}) EXPECT_EQ(Value(word, {sign * 800}), Value(word, {sign * 707})) << word;
+
+  EXPECT_EQ(Value("max", {2, 3}), 3);
+  EXPECT_EQ(Value("max", {3, 2}), 3);
+  EXPECT_EQ(Value("min", {2, 3}), 2);
+  EXPECT_EQ(Value("min", {3, 2}), 2);
+  EXPECT_EQ(Value("mag", {-3, 4}), 5);
+}
+
+TEST(CallFunction, FaultsWhereAnElementaryFunctionIsUndefined) {
+  constexpr struct {
+    const char* word;
+    double x;
+  } kRows[] = {{"exp", 710},          {"log", 0},       {"ln", -1},       {"log10", 0},    {"sqr", -1e-300},
+               {"cosec", 0},          {"cotan", 0},     {"arcsec", 0},    {"arcsec", 0.5}, {"arccosec", 0},
+               {"arcsin", 1.0000001}, {"arccos", -1.1}, {"hcosec", 0},    {"hcotan", 0},   {"harccos", 0.5},
+               {"harctan", 1},        {"harctan", -1},  {"harctan", 2},   {"harcsec", 0},  {"harcsec", 1.1},
+               {"harccosec", 0},      {"harccotan", 1}, {"harccotan", 0}, {"psi", 40000},  {"rtod", 1e307},
+               {"sin", INFINITY},     {"fact", NAN}};
+  for (const auto& row : kRows) EXPECT_FALSE(Checked(row.word, {row.x})) << row.word << " " << row.x;
+  EXPECT_FALSE(Checked("mag", {1e200, 0}));
+}
+
+TEST(CallFunction, EndsWithAFiniteValueOrAFaultWhateverTheArguments) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const std::vector<double> kArguments = {-inf, -1e300, -32769, -707, -2,    -1,  -0.5, -1e-300, -0.0,
+                                          0,    5e-324, 1e-155, 0.25, 0.5,   1,   2,    3,       7.5,
+                                          100,  710,    5e4,    1e9,  1e300, inf, NAN};
+  const std::size_t count = kArguments.size();
+  for (const auto& function : IntrinsicFunctions()) {
+    if (!function.Call) continue;
+    const std::size_t combinations = std::size_t(std::pow(count, function.Arguments));
+    for (std::size_t combination = 0; combination < combinations; ++combination) {
+      const double args[] = {kArguments[combination % count], kArguments[combination / count % count],
+                             kArguments[combination / count / count]};
+      const auto value = Checked(function, args);
+      const bool finite = std::all_of(args, args + function.Arguments, [](double a) { return std::isfinite(a); });
+      EXPECT_TRUE(!value || !finite || std::isfinite(*value))
+          << function.Name << " " << args[0] << " " << args[1] << " " << args[2];
+    }
+  }
+}
+
+TEST(RandomState, FollowsItsSeedControl) {
+  RandomState a, b;
+  const double first = a.Draw(-3.5);
+  EXPECT_EQ(a.Draw(0), first);
+  const double second = a.Draw(1);
+  EXPECT_NE(second, first);
+  EXPECT_EQ(a.Draw(0), second);
+  EXPECT_EQ(b.Draw(-3.5), first);
+  EXPECT_EQ(b.Draw(2), second);
+  EXPECT_NE(b.Draw(-4), first);
+}
+
+TEST(RandomState, DrawsEvenlyFromTheUnitInterval) {
+  RandomState random;
+  constexpr int kDraws = 100000;
+  double sum = 0, sumOfSquares = 0, ofNeighbours = 0, last = 0.5;
+  std::vector<int> cells(10);
+  for (int i = 0; i < kDraws; ++i) {
+    const double value = random.Draw(1);
+    ASSERT_GE(value, 0);
+    ASSERT_LT(value, 1);
+    sum += value;
+    sumOfSquares += value * value;
+    ofNeighbours += (value - 0.5) * (last - 0.5);
+    last = value;
+    ++cells[std::size_t(value * 10)];
+  }
+  // Five standard deviations of each sum over independent, evenly spread numbers.
+  const double root = std::sqrt(kDraws);
+  EXPECT_NEAR(sum, kDraws / 2.0, 5 * root * std::sqrt(1.0 / 12));
+  EXPECT_NEAR(sumOfSquares, kDraws / 3.0, 5 * root * std::sqrt(4.0 / 45));
+  EXPECT_NEAR(ofNeighbours, 0, 5 * root / 12);
+  for (int cell : cells) EXPECT_NEAR(cell, kDraws / 10, 5 * root * 0.3);
+}
+
+TEST(Atn2, TakesTheAngleFromTheSigns) {
+  constexpr struct {
+    double X, Y, angle;
+  } kRows[] = {{1, 0, 0},    {1, 1, kPi / 4},   {0, 1, kPi / 2},        {-1, 1, 3 * kPi / 4},
+               {-1, 0, kPi}, {0, -1, -kPi / 2}, {-1, -1, -3 * kPi / 4}, {1, -1, -kPi / 4},
+               {0, 0, 0}};
+  for (const auto& row : kRows) EXPECT_NEAR(Atn2(row.X, row.Y), row.angle, 4e-15) << row.X << " " << row.Y;
+}
+
+}  // namespace
+}  // namespace quorvex
