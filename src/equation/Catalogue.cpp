@@ -1,0 +1,71 @@
+#include "equation/Catalogue.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "equation/CatalogueRows.h"
+
+namespace quorvex {
+
+namespace {
+
+constexpr int kMostVariables = 20;
+
+}  // namespace
+
+std::string PowerText(XFunction of, int power, const std::string& variable) {
+  std::string text = (power > 0 ? "*" : "/") + (of == XFunction::Ln ? "ln(" + variable + ")" : variable);
+  if (std::abs(power) != 1) text += "^" + std::to_string(std::abs(power));
+  return text;
+}
+
+void MakeNested(CatalogueModel& model, int constantAt, std::vector<NestedRun> runs) {
+  model.Shape = ModelShape::Nested;
+  model.ConstantAt = constantAt;
+  model.NumCoefficients = 1;
+  for (const NestedRun& run : runs) model.NumCoefficients += run.Degree;
+  model.Basis.resize(static_cast<std::size_t>(model.NumCoefficients));
+  for (const NestedRun& run : runs) {
+    for (int k = 1; k <= run.Degree; ++k) {
+      const Factor factor{run.Base.Of, run.Base.Power * k, run.Base.Variable};
+      model.Basis[static_cast<std::size_t>(run.Offset + run.Step * k)] = factor;
+    }
+  }
+  model.Runs = std::move(runs);
+}
+
+const std::vector<CatalogueModel>& Catalogue(int independentVariables) {
+  if (independentVariables == 1) {
+    static const std::vector<CatalogueModel> models = OneVariableModels();
+    return models;
+  }
+  if (independentVariables == 2) {
+    static const std::vector<CatalogueModel> models = TwoVariableModels();
+    return models;
+  }
+  static const auto models = [] {
+    std::array<std::vector<CatalogueModel>, kMostVariables + 1> byCount;
+    for (int n = 3; n <= kMostVariables; ++n) byCount[static_cast<std::size_t>(n)] = ManyVariableModels(n);
+    return byCount;
+  }();
+  const bool offered = independentVariables >= 3 && independentVariables <= kMostVariables;
+  return models[offered ? static_cast<std::size_t>(independentVariables) : 0];
+}
+
+const CatalogueModel* LookupBuiltInModel(std::string_view id, int independentVariables) {
+  const auto& models = Catalogue(independentVariables);
+  const auto found = std::find_if(models.begin(), models.end(), [&](const CatalogueModel& m) { return m.ID == id; });
+  return found == models.end() ? nullptr : &*found;
+}
+
+std::string ListModels(int independentVariables) {
+  std::string text;
+  for (const CatalogueModel& model : Catalogue(independentVariables)) {
+    text += std::to_string(model.IDIndex) + '\t' + model.Group + '\t' + model.ID + '\t' + model.Definition + '\t' +
+            model.Description + '\n';
+  }
+  return text;
+}
+
+}  // namespace quorvex
