@@ -1,9 +1,13 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace quorvex {
+
+inline constexpr int kMostIndependentVariables = 20;
 
 // The points of the solve in progress, column by column, so that every loop over points runs over one array.
 struct SolveData {
@@ -11,6 +15,12 @@ struct SolveData {
   std::vector<double> Y, SD;           // SD in the unit of Y, 1 where none was given
   std::vector<double> sig;             // weights with mean 1, not deviations: they multiply (y - f)^2
   std::size_t N() const { return Y.size(); }
+
+  // X of point i (from 0), one value per variable, gathered in `x`.
+  std::span<const double> Point(std::size_t i, std::array<double, kMostIndependentVariables>& x) const {
+    for (std::size_t v = 0; v < X.size(); ++v) x[v] = X[v][i];
+    return std::span(x).first(X.size());
+  }
 };
 
 }  // namespace quorvex

@@ -31,8 +31,7 @@ class LineParser {
         {kTabDelimiter, '\t'}, {kCommaDelimiter, ','}, {kSpaceDelimiter, ' '}, {kSemicolonDelimiter, ';'}};
     for (const auto& [bit, character] : kDelimiters) Delimits(character) = (format.Delimiters & bit) != 0;
     replacePoint_ = format.OverrideDecimal && format.DecimalSeparator != '.';
-    if (replacePoint_) Delimits('.') = Delimits(format.DecimalSeparator);
-    pointNumbers_ = format.DecimalSeparator == '.' || (replacePoint_ && !Delimits('.'));
+    pointNumbers_ = format.DecimalSeparator == '.' || replacePoint_;
   }
 
   bool AtEnd() const { return at_ == end_; }

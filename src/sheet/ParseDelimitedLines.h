@@ -33,8 +33,8 @@ struct DelimitedLines {
 // becomes a number, a cell of blanks stays empty, and anything else is a text, decoded by DecodeText, without the
 // blanks around it, and where it is longer than 255 characters cut to 252 with "..." behind.
 //
-// With OverrideDecimal in a locale of another separator each "." is read as that separator before the line is split: in
-// a decimal-comma locale with commas as delimiters "1.5" is two cells.
+// With OverrideDecimal in a locale of another separator each "." of a cell is read as that separator. Lines are split
+// first: with commas as delimiters "1.5" is one number under a decimal comma too.
 //
 // The marker is compared with the cell as it stands in the file, so "-999" marks "-999" and not "-999.0".
 //

@@ -82,7 +82,7 @@ TEST(ParseDelimitedLines, ReadsTheDecimalSeparatorOfTheLocale) {
       {"1,5;2.5;-3", kSemi, false, "n:1.5|2.5|n:-3"},
       {"1,5\t1.2,3\tv.1", kTab, true, "n:1.5|1,2,3|v,1"},
       {"1,5\t1.2,3\tv.1", kTab, false, "n:1.5|1.2,3|v.1"},
-      {"1.5,2", kComma, true, "n:1|n:5|n:2"},  // "." becomes "," before the line is split
+      {"1.5,2", kComma, true, "n:1.5|n:2"},  // split first, then "." is read as ","
       {"1.5,2", kComma, false, "1.5|n:2"},
   };
   for (const auto& c : kCases) {
