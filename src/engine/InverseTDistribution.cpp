@@ -20,4 +20,9 @@ double InverseTDistribution(double p, double df) {
   return std::floor(t * 10000 + 0.5) / 10000;
 }
 
+std::array<double, 4> ConfidenceQuantiles(double df) {
+  return {InverseTDistribution(0.84, df), InverseTDistribution(0.95, df), InverseTDistribution(0.975, df),
+          InverseTDistribution(0.995, df)};
+}
+
 }  // namespace quorvex

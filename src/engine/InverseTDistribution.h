@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 namespace quorvex {
 
 // The t that Student's distribution with `df` degrees of freedom stays below with probability p, for the confidence
@@ -8,5 +10,9 @@ namespace quorvex {
 // the density is low (one degree of freedom, p near 1) the last decimals are not certain.
 // For p within 1e-7 of 0 the result is 0. Throws NumericFault where betai does.
 double InverseTDistribution(double p, double df);
+
+// The quantiles of the confidence limits that every report shows: 68, 90, 95 and 99 percent, two-sided. The first is
+// taken at 0.84 as it always was.
+std::array<double, 4> ConfidenceQuantiles(double df);
 
 }  // namespace quorvex

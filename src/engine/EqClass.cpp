@@ -1,0 +1,37 @@
+#include "engine/EqClass.h"
+
+#include <algorithm>
+
+#include "core/NumberText.h"
+#include "engine/RuleQuantity.h"
+
+namespace quorvex {
+
+std::string EqClass::EvaluationFailure(std::span<const double> x) const {
+  return "Error evaluating the function at X =" + GeneralNumber(x[0]);
+}
+
+std::string EqClass::DerivativeFailure(std::span<const double> x) const {
+  return "Error taking derivatives at X = " + GeneralNumber(x[0]);
+}
+
+std::unique_ptr<ModelClass> EqClass::NewModel() const { return std::make_unique<EqClass>(locale_); }
+
+// The average of Y divides only under the spelling "/yagv": "/yavg" is unknown here, and the estimate fails.
+std::optional<double> EqClass::RuleQuantity(std::string_view rule, const SolveData& data) const {
+  if (rule == "/yavg") return std::nullopt;
+  if (rule == "/yagv") return QuantityOf("yavg", data, std::nullopt);
+  return QuantityOf(rule.substr(1), data, 1);
+}
+
+std::vector<std::vector<double>> EqClass::InputTable(const SolveData& data) const {
+  std::vector<double> x = data.X[0];
+  x.erase(std::unique(x.begin(), x.end()), x.end());
+  return {std::move(x)};
+}
+
+const CatalogueModel* EqClass::LookupBuiltInModel(std::string_view sID) const {
+  return quorvex::LookupBuiltInModel(sID, 1);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+// A model with one independent variable, x.
+class EqClass final : public ModelClass {
+ public:
+  explicit EqClass(const LocaleText& locale) : ModelClass(Dialect::OneVariable, locale) {}
+
+  std::string EvaluationFailure(std::span<const double> x) const override;
+  std::string DerivativeFailure(std::span<const double> x) const override;
+  std::unique_ptr<ModelClass> NewModel() const override;
+
+ protected:
+  std::optional<double> RuleQuantity(std::string_view rule, const SolveData& data) const override;
+  std::vector<std::vector<double>> InputTable(const SolveData& data) const override;
+  const CatalogueModel* LookupBuiltInModel(std::string_view sID) const override;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,53 @@
+#include <array>
+#include <cmath>
+
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+// Two passes over the points in the order of the data, which is also the order of the Durbin-Watson differences.
+bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef) {
+  const std::size_t N = data.N();
+  const double n = static_cast<double>(N);
+  std::array<double, kMostIndependentVariables> x;
+  std::string ErrString;
+  double resSum = 0, rss = 0, rssNorm = 0, differences = 0, weightedY = 0, previous = 0;
+  for (std::size_t i = 0; i < N; ++i) {
+    double fitted = 0;
+    if (!Evaluate(data.Point(i, x), fitted, ErrString)) return false;
+    const double e = data.Y[i] - fitted;
+    resSum += e;
+    rss += e * e;
+    rssNorm += data.sig[i] * e * e;
+    if (i > 0) differences += (e - previous) * (e - previous);
+    weightedY += data.sig[i] * data.Y[i];
+    previous = e;
+  }
+  const double mean = weightedY / n;  // the weights have mean 1
+  double rst = 0;
+  for (std::size_t i = 0; i < N; ++i) rst += data.sig[i] * (data.Y[i] - mean) * (data.Y[i] - mean);
+
+  const std::int32_t dofRegression = std::max(numcoef - 1, 1);
+  const std::int32_t dofError = std::max(static_cast<std::int32_t>(N) - numcoef, 1);
+  const double r2 = rst == 0 ? (rssNorm == 0 ? 1.0 : 0.0) : 1.0 - rssNorm / rst;
+  const double r2Adjust = r2 - static_cast<double>(dofRegression) / dofError * (1.0 - r2);
+  const double durbin = rss == 0 ? 0.0 : differences / rss;
+  const double stdErr = std::sqrt(std::abs(rssNorm / dofError));
+  for (const double value : {resSum, rss, rssNorm, rst, r2, r2Adjust, durbin, stdErr})
+    if (!std::isfinite(value)) return false;
+
+  DOFRegression = dofRegression;
+  DOFError = dofError;
+  ResSum = resSum;
+  RSS = rss;
+  RssNorm = rssNorm;
+  ResAvg = resSum / n;
+  RST = rst;
+  StdErr = stdErr;
+  R2 = std::max(r2, 0.0);
+  R2Adjust = std::max(r2Adjust, 0.0);
+  Durbin = durbin;
+  return true;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,236 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/LocaleText.h"
+#include "core/Settings.h"
+#include "core/SolveData.h"
+#include "equation/Catalogue.h"
+#include "equation/DataStatistics.h"
+#include "equation/Evaluator.h"
+#include "equation/Expression.h"
+#include "equation/Parser.h"
+#include "engine/Matrix.h"
+#include "engine/SolveForm.h"
+
+namespace quorvex {
+
+// Where a coefficient starts: one value (Min = Max, one step) or a range that is searched in steps.
+struct ICRange {
+  double Min = 1, Max = 1;
+  std::int32_t Steps = 1;
+
+  bool operator==(const ICRange&) const = default;
+};
+
+// A model with everything a project knows about its fit: text, compiled form, coefficients, statistics. The two model
+// types, EqClass with one independent variable and MvClass with several, share all of it and differ in how they reach
+// X, in their words, their catalogue and a few messages.
+//
+// Coefficients and input points are counted from 1 in the accessors, as files and macros count them. Asking beyond
+// their end is an error of the caller.
+class ModelClass {
+ public:
+  virtual ~ModelClass() = default;
+  ModelClass(const ModelClass&) = delete;
+  ModelClass& operator=(const ModelClass&) = delete;
+
+  std::string id;           // the model's text key: the equation or the user model's name
+  std::string cfgID;        // the ID given in a macro; when not empty, the name shown
+  std::string Description;
+  std::string Group;        // of the catalogue
+  std::string LegendText;
+  int SolveType = 0;        // 0 nonlinear, 1 linear
+  bool UserType = false;    // a user-defined model
+  bool SpecifyIC = false;           // the user wants to give initial estimates before solving
+  bool SpecifyICComplete = false;   // the present values are the initial estimates
+  bool ForceRuleEstimate = false;   // a built-in model takes its estimates from its rules
+  bool Solve = false;               // selected for the next solve
+  bool Solved = false;              // the last Fit succeeded
+  bool ErrorInfo = false;           // Fit has computed coefficients and covariance
+  int SweepCount = 0;               // sets of initial estimates that led to a solution; 0 without a sweep
+  int NumIterations = 0;            // of the last nonlinear fit
+
+  double RSS = 0;      // residual sum of squares, unweighted
+  double RssNorm = 0;  // the same, weighted
+  double RST = 0;      // total sum of squares about the mean, weighted
+  std::int32_t DOFError = 0, DOFRegression = 0;
+  double ResAvg = 0, ResSum = 0, Durbin = 0;
+  double R2 = 0, R2Adjust = 0, StdErr = 0;
+
+  int IDIndex = 0;     // catalogue number; 0 for a model that is not in the catalogue
+  int NumXBasis = 0;   // number of its linear basis functions
+  DataStatistics Statistics;
+  std::string ErrorMessage;  // why the last numerical operation failed, where it is known
+
+  // Compiles the model: [0] the model line, [n] the right-hand side of Fn. The coefficients start anew.
+  void SetID(std::string sID, std::vector<std::string> sFuncList);
+
+  const Expression& Compiled() const { return expression_; }
+  bool IsValidEquation() const { return expression_.IsValidEquation; }
+  bool HasIndependentVar() const { return expression_.HasIndependentVar; }
+  bool HasCoefficients() const { return expression_.HasCoefficients; }
+  int NumIndependentVar() const { return expression_.NumIndependentVar; }
+  int NumDependentVar() const { return static_cast<int>(values_.size()); }  // the number of coefficients
+
+  // Line n of the model; empty beyond the last.
+  const std::string& FunctionList(int n) const;
+  int FunctionCount() const { return static_cast<int>(sFuncList_.size()); }
+
+  // Coefficient i, from 1.
+  const std::string& Variables(int i) const { return coefficients_[Index(i)].Name; }
+  int Constants(int i) const { return coefficients_[Index(i)].Constant; }  // non-zero: adjusted by the fit
+  double Values(int i) const { return values_[Index(i)]; }
+  double Covariance(int i) const { return covariance_[Index(i)]; }  // diagonal of the unscaled covariance
+  const std::string& Rules(int i) const { return coefficients_[Index(i)].Rule; }
+  const std::string& RuleConstant(int i) const { return coefficients_[Index(i)].RuleConstant; }
+  const std::string& Derivatives(int i) const { return coefficients_[Index(i)].Derivative; }
+  void SetConstant(int i, int free) { coefficients_[Index(i)].Constant = free; }
+  void SetValue(int i, double value) { values_[Index(i)] = value; }
+  void SetCovariance(int i, double value) { covariance_[Index(i)] = value; }
+  void SetRule(int i, std::string rule) { coefficients_[Index(i)].Rule = std::move(rule); }
+  void SetRuleConstant(int i, std::string text) { coefficients_[Index(i)].RuleConstant = std::move(text); }
+  void SetDerivative(int i, std::string text) { coefficients_[Index(i)].Derivative = std::move(text); }
+  // Half the width of a standard error: StdErr times the root of the covariance.
+  double StandardError(int i) const;
+
+  const std::vector<ICRange>& GetICRange() const { return ranges_; }
+  void SetICRange(std::vector<ICRange> ranges) { ranges_ = std::move(ranges); }
+  // Puts the ranges back to one step at their present values.
+  void ICCancel();
+
+  // The sets that a sweep solved, a row each: n start values, n final coefficients, RSS, R2Adjust, R2, StdErr, RssNorm.
+  const std::vector<std::vector<double>>& GetSweepInfo() const { return sweep_; }
+  void SetSweepInfo(std::vector<std::vector<double>> rows) { sweep_ = std::move(rows); }
+
+  // The data changed: unsolved, no estimates, every coefficient free and 1.
+  void Datachange();
+
+  // The statistics of the input, to a model that is evaluated beside this one.
+  void CopyStatsTo(ModelClass& other) const { other.Statistics = Statistics; }
+  // An independent twin: compiled anew, then everything of the fit copied.
+  std::unique_ptr<ModelClass> CopyTo() const;
+
+  // The model's value at x (one number per independent variable) for the present coefficients. False where it has
+  // none; y is then 0 for a built-in model and left alone otherwise. `ErrString` is never written.
+  bool Evaluate(std::span<const double> x, double& y, std::string& ErrString);
+
+  // Derivatives with respect to each coefficient. Derivative: the closed forms of a built-in model; the typed
+  // expressions where all compiled; else Richardson's extrapolation. NumericalDerivatives: typed expressions or central
+  // differences. 0 for a held coefficient. False, and a text in `ErrString`, where a value is missing; the coefficients
+  // then stay where the attempt left them.
+  bool Derivative(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  bool NumericalDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  // The derivative with respect to independent variable `varindex` (from 1), by Richardson's extrapolation. Throws
+  // NumericFault where it has none.
+  double DDX(std::span<const double> x, int varindex = 1);
+
+  // Initial estimates from linearisation, rules or, failing these, 1.0. True unless it had to fall back on 1.0.
+  bool SetIC(const SolveData& data);
+  // Estimates by the rules of the coefficients. False for an unknown rule, an empty one, or a fault.
+  bool RuleEstimate(const SolveData& data, std::vector<double>& a) const;
+
+  // Solves the model. True when the solution stands; `LogString` grows by a readable account, and says why not.
+  bool Fit(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form);
+
+  // Fills the statistics of the fit; false where the model has no value at some point, and nothing changes.
+  bool GetGoodnessOfFit(const SolveData& data, int numcoef);
+
+  // The table of the curve at every input X. False, and an empty table, where the model has no value.
+  bool GenerateTableAtInput();
+  std::size_t NumTablePoints() const { return YTable_.size(); }
+  double XTableData(std::size_t i, int variable = 1) const { return InputX(i, variable); }
+  double YTableData(std::size_t i) const { return YTable_[i - 1]; }
+
+  // The input X, point i from 1: with one variable, runs of equal neighbours count once.
+  std::size_t NumInputX() const { return inputX_.empty() ? 0 : inputX_[0].size(); }
+  double InputX(std::size_t i, int variable = 1) const { return inputX_[Index(variable)][i - 1]; }
+
+  // What to say when there is no value, or no derivative, at a point.
+  virtual std::string EvaluationFailure(std::span<const double> x) const = 0;
+  virtual std::string DerivativeFailure(std::span<const double> x) const = 0;
+  // A new, empty model of the same type.
+  virtual std::unique_ptr<ModelClass> NewModel() const = 0;
+
+ protected:
+  ModelClass(Dialect dialect, const LocaleText& locale) : locale_(locale), parser_(dialect, locale) {}
+
+  // The quantity of the data that a rule's text, blank-free and in lower case, scales by. Nothing for an unknown rule.
+  virtual std::optional<double> RuleQuantity(std::string_view rule, const SolveData& data) const = 0;
+  // The table of input X that the model keeps for plots and tables.
+  virtual std::vector<std::vector<double>> InputTable(const SolveData& data) const = 0;
+  // The catalogue's row of that ID, or none.
+  virtual const CatalogueModel* LookupBuiltInModel(std::string_view sID) const = 0;
+
+  const LocaleText locale_;
+
+ private:
+  struct Coefficient {
+    std::string Name;
+    int Constant = 1;
+    std::string Rule = "Value";
+    std::string RuleConstant = "1";  // a number as the user wrote it
+    std::string Derivative = "Numerical";
+  };
+  // A typed derivative: its own model, and for each of its coefficients the number of the parent's (from 1; 0: none).
+  struct DerivativeModel {
+    std::unique_ptr<ModelClass> Model;
+    std::vector<int> Parent;
+  };
+  // How one nonlinear search ended.
+  struct Search {
+    int iter = 1;
+    bool converged = false, stopped = false;
+    double change = 0, chisq = 0;
+    Matrix covar;
+  };
+
+  static std::size_t Index(int i) { return static_cast<std::size_t>(i - 1); }
+  bool ClosedFormDerivatives(std::span<const double> x, std::span<double> dyda) const;
+  bool EvaluateAt(std::size_t coefficient, double value, std::span<const double> x, double& y);
+  bool TypedDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  bool DerivativesBy(std::span<const double> x, std::span<double> dyda, std::string& ErrString, bool extrapolate);
+  bool CompileDerivatives();
+
+  void ComputeInputStats(const SolveData& data);
+  bool Linearize(const SolveData& data, std::vector<double>& a);
+  void TakeEstimates(const std::vector<double>& a);
+  void TakeDefaults();
+
+  bool FitLinear(const SolveData& data, std::string& LogString);
+  bool FitNonlinear(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form);
+  bool FitOneStart(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form);
+  bool FitSweep(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form,
+                const std::vector<std::vector<double>>& sets);
+  Search FitOneSet(const SolveData& data, const Settings& settings, std::vector<double>& a, const std::vector<int>& ia,
+                   SolveForm& form);
+  bool Judge(const SolveData& data, int numcoef, std::string& LogString);
+  std::vector<int> FreeFlags() const;
+  void Store(const std::vector<double>& a, const Matrix& covar);
+  void ShowParameters(const std::vector<double>& a, SolveForm& form) const;
+  void ReportParameters(std::string& LogString) const;
+
+  Parser parser_;
+  Expression expression_;
+  Evaluator evaluator_;
+  const CatalogueModel* builtIn_ = nullptr;
+  std::vector<std::string> sFuncList_;
+  std::vector<Coefficient> coefficients_;
+  std::vector<double> values_, covariance_;
+  std::vector<ICRange> ranges_;
+  std::vector<std::vector<double>> sweep_;
+  std::vector<DerivativeModel> DerivativeModels_;  // for the duration of a fit
+  std::vector<std::vector<double>> inputX_;
+  std::vector<double> YTable_;
+};
+
+// All starts that the ranges span, a row each: a full grid with coefficient 1 changing fastest.
+std::vector<std::vector<double>> BuildICSets(const std::vector<ICRange>& ranges);
+
+}  // namespace quorvex

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+// A model with up to twenty independent variables, x1 to x20.
+class MvClass final : public ModelClass {
+ public:
+  explicit MvClass(const LocaleText& locale) : ModelClass(Dialect::SeveralVariables, locale) {}
+
+  std::string EvaluationFailure(std::span<const double> x) const override;
+  std::string DerivativeFailure(std::span<const double> x) const override;
+  std::unique_ptr<ModelClass> NewModel() const override;
+
+ protected:
+  std::optional<double> RuleQuantity(std::string_view rule, const SolveData& data) const override;
+  std::vector<std::vector<double>> InputTable(const SolveData& data) const override;
+  const CatalogueModel* LookupBuiltInModel(std::string_view sID) const override;
+};
+
+}  // namespace quorvex

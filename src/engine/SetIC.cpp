@@ -1,0 +1,166 @@
+// Where a nonlinear search starts: linearisation of a built-in model, the rules of the coefficients, ranges.
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/NumberText.h"
+#include "core/NumericFault.h"
+#include "engine/Linearization.h"
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+namespace {
+
+struct Moments {
+  double mean, std;
+};
+
+// Mean and sample standard deviation, in two passes about the mean; the second sum takes off what rounding left in it.
+Moments MomentsOf(const std::vector<double>& values) {
+  const double n = static_cast<double>(values.size());
+  double sum = 0;
+  for (const double v : values) sum += v;
+  const double mean = sum / n;
+  double squares = 0, rest = 0;
+  for (const double v : values) {
+    const double d = v - mean;
+    squares += d * d;
+    rest += d;
+  }
+  const double std = std::sqrt((squares - rest * rest / n) / (n - 1));
+  if (!std::isfinite(mean) || !std::isfinite(std)) throw NumericFault();
+  return {mean, std};
+}
+
+}  // namespace
+
+// The extremes are the first of equal ones.
+void ModelClass::ComputeInputStats(const SolveData& data) {
+  const std::vector<double>& y = data.Y;
+  if (y.empty()) throw NumericFault();
+  const auto at = [](const std::vector<double>& column, bool largest) {
+    const auto it = largest ? std::max_element(column.begin(), column.end())
+                            : std::min_element(column.begin(), column.end());
+    return static_cast<std::size_t>(it - column.begin());
+  };
+  const std::size_t yMin = at(y, false), yMax = at(y, true);
+  Statistics.X.assign(data.X.size(), {});
+  for (std::size_t v = 0; v < data.X.size(); ++v) {
+    const std::vector<double>& column = data.X[v];
+    VariableStatistics& x = Statistics.X[v];
+    const std::size_t xMin = at(column, false), xMax = at(column, true);
+    x.InputXMin = column[xMin];
+    x.InputXMax = column[xMax];
+    x.XAtYMin = column[yMin];
+    x.XAtYMax = column[yMax];
+    x.YAtXMin = y[xMin];
+    x.YAtXMax = y[xMax];
+    const Moments moments = MomentsOf(column);
+    x.XMean = moments.mean;
+    x.XStd = moments.std;
+  }
+  Statistics.InputYMin = y[yMin];
+  Statistics.InputYMax = y[yMax];
+  const Moments moments = MomentsOf(y);
+  Statistics.YMean = moments.mean;
+  Statistics.YStd = moments.std;
+}
+
+bool ModelClass::SetIC(const SolveData& data) {
+  SpecifyICComplete = true;
+  try {
+    inputX_ = InputTable(data);
+    YTable_.clear();
+    ComputeInputStats(data);
+    std::vector<double> a;
+    if (!UserType && !ForceRuleEstimate) {
+      if (Linearize(data, a)) {
+        TakeEstimates(a);
+        return true;
+      }
+    } else if (RuleEstimate(data, a)) {
+      if (!UserType) SpecifyICComplete = false;
+      TakeEstimates(a);
+      return true;
+    }
+  } catch (const NumericFault&) {
+  }
+  TakeDefaults();
+  return false;
+}
+
+// The linear form of a built-in model, solved exactly: the solution itself on the linear road, a start on the nonlinear
+// one. The covariance is that of the linear form. A singular value that is exactly 0 raises a fault.
+bool ModelClass::Linearize(const SolveData& data, std::vector<double>& a) {
+  if (builtIn_ == nullptr) return false;
+  const std::vector<double> yT = LinearizeData(*builtIn_, data.X, data.Y);
+  LinearSolution solution = DesignSolve(*builtIn_, data.X, yT, data.sig);
+  const std::size_t n = solution.w.size();
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    double sum = 0;
+    for (std::size_t j = 0; j < n; ++j) {
+      const double quotient = solution.v(i, j) / solution.w[j];
+      sum += quotient * quotient;
+    }
+    if (!std::isfinite(sum)) throw NumericFault();
+    covariance_[i] = sum;
+  }
+  RestoreParameters(*builtIn_, solution.a);
+  a = std::move(solution.a);
+  return true;
+}
+
+void ModelClass::TakeEstimates(const std::vector<double>& a) {
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    values_[i] = a[i];
+    ranges_[i] = {a[i], a[i], 1};
+  }
+}
+
+void ModelClass::TakeDefaults() {
+  SpecifyICComplete = false;
+  values_.assign(values_.size(), 1.0);
+  ranges_.assign(ranges_.size(), {});
+}
+
+bool ModelClass::RuleEstimate(const SolveData& data, std::vector<double>& a) const {
+  a.assign(values_.size(), 0.0);
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    const Coefficient& coefficient = coefficients_[i];
+    std::string rule = ToLower(coefficient.Rule);
+    std::erase(rule, ' ');
+    const std::optional<double> constant = NumericText(coefficient.RuleConstant, locale_.DecimalSeparator);
+    if (rule.empty() || !constant) return false;
+    if (rule == "value") {
+      a[i] = *constant;
+      continue;
+    }
+    const bool divides = rule[0] == '/';
+    if (!divides && rule[0] != '*') return false;
+    const std::optional<double> quantity = RuleQuantity(rule, data);
+    if (!quantity) return false;
+    if (!divides)
+      a[i] = *constant * *quantity;
+    else
+      a[i] = *quantity == 0 ? 1.0 : *constant / *quantity;
+    if (!std::isfinite(a[i])) throw NumericFault();
+  }
+  return true;
+}
+
+std::vector<std::vector<double>> BuildICSets(const std::vector<ICRange>& ranges) {
+  std::size_t count = 1;
+  for (const ICRange& range : ranges) count *= static_cast<std::size_t>(std::max(range.Steps, 1));
+  std::vector<std::vector<double>> sets(count, std::vector<double>(ranges.size()));
+  std::size_t period = 1;  // rows between two steps of the coefficient
+  for (std::size_t i = 0; i < ranges.size(); ++i) {
+    const auto steps = static_cast<std::size_t>(std::max(ranges[i].Steps, 1));
+    const double increment = steps < 2 ? 0.0 : (ranges[i].Max - ranges[i].Min) / static_cast<double>(steps - 1);
+    for (std::size_t row = 0; row < count; ++row)
+      sets[row][i] = ranges[i].Min + static_cast<double>(row / period % steps) * increment;
+    period *= steps;
+  }
+  return sets;
+}
+
+}  // namespace quorvex

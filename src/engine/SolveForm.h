@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+namespace quorvex {
+
+// What a fit tells about its progress, and where it hears of the user's wish to stop. The progress windows implement
+// it; a run without windows uses it as it stands: nobody looks, nobody presses a button.
+class SolveForm {
+ public:
+  virtual ~SolveForm() = default;
+
+  // Raised by the form's buttons; a fit looks at them once per iteration.
+  bool Aborted = false;
+  bool Paused = false;
+  bool ShowDetail = false;  // the labels of the parameters are shown
+
+  // Gives the event loop its turn, once per iteration.
+  virtual void Yield() {}
+
+  // ConvergeLabel and cmdPause are shown, and cmdDetail enabled, while a nonlinear search runs.
+  virtual void ShowConverging(bool /*running*/) {}
+
+  virtual void SetIterationLabel(const std::string& /*text*/) {}
+  virtual void SetResidualLabel(const std::string& /*text*/) {}
+  virtual void SetDeltaLabel(const std::string& /*text*/) {}
+  virtual void SetParameterLabel(int /*index from 1 to 20*/, const std::string& /*text*/) {}
+};
+
+inline constexpr int kParameterLabels = 20;
+
+}  // namespace quorvex

@@ -1,0 +1,120 @@
+#include "engine/mrqmin.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "core/NumericFault.h"
+#include "engine/ModelClass.h"
+#include "engine/gaussj.h"
+
+namespace quorvex {
+namespace {
+
+bool AllFinite(std::span<const double> values) {
+  return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
+}
+
+}  // namespace
+
+LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod)
+    : model_(model), data_(data), analytical_(!model.UserType || derivativeMethod == 0) {}
+
+void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
+                                double& chisq, double& alamda) {
+  if (a.size() > kMostCoefficients) throw NumericFault();
+  if (alamda < 0) {
+    mfit_ = static_cast<std::size_t>(std::count_if(ia.begin(), ia.end(), [](int free) { return free != 0; }));
+    beta_.assign(a.size(), 0.0);
+    da_.assign(a.size(), 0.0);
+    alamda = 0.001;
+    if (!mrqcof(a, ia, alpha, beta_, chisq)) throw NumericFault();
+    ochisq_ = chisq;
+    atry_ = a;
+  }
+  for (std::size_t j = 0; j < mfit_; ++j) {
+    for (std::size_t k = 0; k < mfit_; ++k) covar(j, k) = alpha(j, k);
+    covar(j, j) = alpha(j, j) * (1.0 + alamda);
+    if (!std::isfinite(covar(j, j))) throw NumericFault();
+    da_[j] = beta_[j];
+  }
+  if (!gaussj(covar, mfit_, da_)) {
+    model_.ErrorMessage = "Singular matrix encountered in gaussian elimination.";
+    throw NumericFault();
+  }
+  if (alamda == 0.0) {
+    covsrt(covar, ia, mfit_);
+    return;
+  }
+  std::size_t j = 0;
+  for (std::size_t l = 0; l < a.size(); ++l)
+    if (ia[l] != 0) atry_[l] = a[l] + da_[j++];
+  if (!AllFinite(atry_)) throw NumericFault();
+
+  const bool evaluated = mrqcof(atry_, ia, covar, da_, chisq);
+  if (evaluated && chisq < ochisq_) {
+    alamda *= 0.1;
+    ochisq_ = chisq;
+    for (std::size_t row = 0; row < mfit_; ++row)
+      for (std::size_t col = 0; col < mfit_; ++col) alpha(row, col) = covar(row, col);
+    beta_ = da_;
+    a = atry_;
+  } else {
+    // No better, or the model has no value somewhere: the next step is shorter.
+    alamda *= 10.0;
+    chisq = ochisq_;
+  }
+}
+
+// The normal equations and the merit function at `a`; false where the model has no value at some point. Points are
+// summed in the order of the data. The model is left holding `a`.
+bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha,
+                                std::vector<double>& beta, double& chisq) {
+  for (std::size_t j = 0; j < mfit_; ++j) {
+    for (std::size_t k = 0; k <= j; ++k) alpha(j, k) = 0.0;
+    beta[j] = 0.0;
+  }
+  chisq = 0.0;
+  for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
+
+  dyda_.assign(a.size(), 0.0);
+  packed_.resize(mfit_);
+  std::array<double, kMostIndependentVariables> x;
+  std::string ErrString;
+  for (std::size_t i = 0; i < data_.N(); ++i) {
+    const std::span<const double> point = data_.Point(i, x);
+    double ymod = 0;
+    if (!model_.Evaluate(point, ymod, ErrString)) {
+      model_.ErrorMessage = model_.EvaluationFailure(point);
+      return false;
+    }
+    const bool differentiated = analytical_ ? model_.Derivative(point, dyda_, ErrString)
+                                            : model_.NumericalDerivatives(point, dyda_, ErrString);
+    if (!differentiated) {
+      model_.ErrorMessage = model_.DerivativeFailure(point);
+      if (analytical_) throw NumericFault();
+      return false;
+    }
+    const double weight = data_.sig[i];
+    const double dy = data_.Y[i] - ymod;
+    std::size_t free = 0;
+    for (std::size_t l = 0; l < a.size(); ++l)
+      if (ia[l] != 0) packed_[free++] = dyda_[l];
+    for (std::size_t j = 0; j < mfit_; ++j) {
+      const double wt = packed_[j] * weight;
+      for (std::size_t k = 0; k <= j; ++k) alpha(j, k) += wt * packed_[k];
+      beta[j] += dy * wt;
+    }
+    chisq += dy * dy * weight;
+  }
+  for (std::size_t j = 0; j < mfit_; ++j)
+    for (std::size_t k = 0; k < j; ++k) alpha(k, j) = alpha(j, k);
+
+  bool finite = std::isfinite(chisq) && AllFinite(std::span(beta).first(mfit_));
+  for (std::size_t j = 0; j < mfit_; ++j)
+    for (std::size_t k = 0; k <= j; ++k) finite = finite && std::isfinite(alpha(j, k));
+  if (!finite) throw NumericFault();
+  return true;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "core/SolveData.h"
+#include "engine/Matrix.h"
+
+namespace quorvex {
+
+class ModelClass;
+
+inline constexpr std::size_t kMostCoefficients = 100;
+
+// Levenberg-Marquardt search for the coefficients that make the merit function
+//
+//   chisq = sum over points of sig(i) * (y(i) - f(x(i); a))^2
+//
+// smallest. Despite its name `sig` holds weights of mean 1. Between the calls of one search the object keeps what the
+// next step needs. Source: D. W. Marquardt, J. Soc. Indust. Appl. Math. 11 (1963) 431; the damping starts at 0.001 and
+// changes tenfold, without an upper bound.
+class LevenbergMarquardt {
+ public:
+  // `derivativeMethod` 0 takes the model's `Derivative`, 1 its `NumericalDerivatives` (models that are not built in).
+  LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod);
+
+  // One step. `alamda` below 0 starts a search from `a`; exactly 0 ends it, leaving the covariance in `covar`.
+  // A better trial goes into `a` and `chisq`; after any call `chisq` is the best value so far, so an equal value means
+  // that the trial was rejected. `ia` is non-zero for free coefficients. `covar` and `alpha` have the order of `a`.
+  // Throws NumericFault for a singular matrix, a failed derivative, overflow, a start where the model has no value, or
+  // more than 100 coefficients; the model's ErrorMessage then says why, or is empty.
+  void mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha, double& chisq,
+              double& alamda);
+
+ private:
+  bool mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
+              double& chisq);
+
+  ModelClass& model_;
+  const SolveData& data_;
+  const bool analytical_;  // as far as the model has it: Derivative decides
+
+  std::size_t mfit_ = 0;
+  double ochisq_ = 0;
+  std::vector<double> atry_, beta_, da_;
+  std::vector<double> dyda_, packed_;
+};
+
+}  // namespace quorvex
