@@ -1,0 +1,32 @@
+#include "app/CommandLine.h"
+
+#include <filesystem>
+#include <string_view>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+std::string Unquoted(std::string_view text) {
+  if (text.starts_with('"')) text.remove_prefix(1);
+  if (text.ends_with('"')) text.remove_suffix(1);
+  return std::string(text);
+}
+
+}  // namespace
+
+CommandRequest ParseCommandLine(const std::string& commandLine) {
+  constexpr std::string_view kSwitch = "-runcfg";
+  const std::string_view line = Trim(commandLine);
+  if (line.empty()) return {};
+  if (EqualNoCase(line.substr(0, kSwitch.size()), kSwitch)) {
+    const std::string name = Unquoted(Trim(ToLower(line.substr(kSwitch.size()))));
+    return name.empty() ? CommandRequest() : CommandRequest{CommandMode::RunMacro, name};
+  }
+  const std::string name = Unquoted(line);
+  std::error_code error;
+  return std::filesystem::exists(name, error) ? CommandRequest{CommandMode::OpenFile, name} : CommandRequest();
+}
+
+}  // namespace quorvex

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace quorvex {
+
+enum class CommandMode { Nothing, RunMacro, OpenFile };
+
+// What the command line asks for.
+struct CommandRequest {
+  CommandMode Mode = CommandMode::Nothing;
+  std::string FileName;
+};
+
+// The whole command line is one text. "-runcfg", in any case and with or without a blank behind it, and a name run a
+// macro; the name arrives in lower case. Otherwise the line is the name of a file to open, if that exists. One double
+// quote at each end of a name is taken off.
+CommandRequest ParseCommandLine(const std::string& commandLine);
+
+}  // namespace quorvex

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "batch/MacroSetup.h"
+#include "batch/cfgSolve.h"
+#include "core/Settings.h"
+#include "core/SolveData.h"
+#include "engine/ModelCollection.h"
+
+namespace quorvex {
+
+// Fits every model whose `Solve` is set, behind the progress form. False where there is none. A several-variable model
+// that wants more variables than the data have loses its `Solve`. Models that fail stay unsolved; the log says why.
+bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
+               const Settings& settings, std::string& log);
+
+}  // namespace quorvex

@@ -1,0 +1,321 @@
+#include "batch/MacroReader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "batch/Assign.h"
+#include "batch/MacroText.h"
+#include "core/Files.h"
+#include "core/NumberText.h"
+#include "engine/EqClass.h"
+#include "engine/LoadModelCatalog.h"
+#include "engine/MvClass.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::size_t kFunctionLines = 10;  // the model line and F1 to F9
+
+// Both sides of the blanks that a model line loses when it is stored belong to words or numbers, so that the two become
+// one: "x mod 4" is stored as "xmod4", a coefficient.
+bool JoinsWords(std::string_view text) {
+  const auto isWord = [](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+  };
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (text[i] != ' ' || !isWord(text[i - 1])) continue;
+    const auto next = text.find_first_not_of(' ', i);
+    if (next != std::string_view::npos && isWord(text[next])) return true;
+  }
+  return false;
+}
+
+class Reader {
+ public:
+  Reader(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log)
+      : lines_(text), locale_(locale), preferences_(preferences), macro_(macro), setup_(macro.Setup), log_(log) {}
+
+  bool Read() {
+    while (!lines_.AtEnd()) {
+      if (!EqualNoCase(NextLine(), "b_macro")) continue;
+      if (lines_.AtEnd()) return false;
+      ReadStatements();
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  std::string NextLine() {
+    std::string line(lines_.Next());
+    std::erase(line, '\t');
+    return std::string(Trim(line));
+  }
+  void Log(std::string_view text) { log_.append(text).append(NL); }
+
+  // The last line of the file is never acted on; a well-formed macro ends there with E_MACRO.
+  void ReadStatements() {
+    for (;;) {
+      std::string line = NextLine();
+      if (lines_.AtEnd() || EqualNoCase(line, "e_macro")) return;
+      if (line.empty()) continue;
+      const std::string key = ToLower(GetLineKey(line));
+      if (key == "b_model") {
+        ++macro_.BlockCount;
+        if (ReadModelBlock())
+          ++macro_.ModelsCreated;
+        else
+          Log("Error creating model " + std::to_string(macro_.BlockCount));
+        if (lines_.AtEnd()) return;
+      } else if (key == "e_model") {
+        Log("Syntax error, reached 'E_MODEL' statement before 'B_MODEL' statement");
+      } else if (!Statement(key, GetLineValue(line))) {
+        Log("Ignoring unknown command or syntax error: " + line);
+      }
+    }
+  }
+
+  std::optional<double> Number(const std::string& value) const {
+    return NumericText(value, locale_.DecimalSeparator);
+  }
+  // A number in the range of 16-bit integers, rounded.
+  std::optional<int> Integer(const std::string& value) const {
+    const std::optional<double> number = Number(value);
+    if (!number || std::abs(*number) > std::numeric_limits<std::int16_t>::max()) return std::nullopt;
+    return RoundToInt16(*number);
+  }
+
+  bool Statement(const std::string& key, const std::string& value);
+  bool ReadModelBlock();
+  bool CreateMacroModel(std::vector<std::string> functions, const std::string& ID, ModelClass*& model);
+  void WarnOfJoinedWords(const std::string& line) {
+    if (JoinsWords(line.substr(line.find('=') + 1)))
+      Log("Warning: the model line '" + line +
+          "' is read without its blanks, which joins two words; put word operators in parentheses, as in (a) mod (b)");
+  }
+
+  LineReader lines_;
+  const LocaleText& locale_;
+  Settings& preferences_;
+  Macro& macro_;
+  MacroSetup& setup_;
+  std::string& log_;
+  int userModels_ = 0;
+};
+
+// The statements of a macro, less the model blocks. `value` is what stands right of the "=".
+bool Reader::Statement(const std::string& key, const std::string& value) {
+  using Action = void (*)(Reader&, MacroSetup&, const std::string& value);
+  static constexpr std::pair<std::string_view, Action> kStatements[] = {
+      {"comment",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         if (value.empty()) return;
+         if (!setup.Comment.empty()) setup.Comment += NL;
+         setup.Comment += "        " + value;
+       }},
+      {"handshake",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.UseDDE |= ContainsNoCase(value, "usedde");
+         setup.ShowMessageBox |= ContainsNoCase(value, "showmessagebox");
+         setup.ShowProgress |= ContainsNoCase(value, "showprogress");
+       }},
+      {"regressiontolerance",
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
+         if (const auto number = reader.Number(value)) reader.preferences_.ResidualTolerance = *number;
+         setup.RegressionTolerance = reader.preferences_.ResidualTolerance;
+       }},
+      {"unchangediterations",
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
+         if (const auto number = reader.Integer(value)) reader.preferences_.DivIterations = *number;
+         setup.UnchangedIterations = reader.preferences_.DivIterations;
+       }},
+      {"maxiterations",
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
+         if (const auto number = reader.Integer(value)) reader.preferences_.MaxIterations = *number;
+         setup.MaxIterations = reader.preferences_.MaxIterations;
+       }},
+      {"derivatives",
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
+         setup.Derivatives = EqualNoCase(value, "richardson")          ? 0
+                             : EqualNoCase(value, "centraldifference") ? 1
+                                                                       : reader.preferences_.DerivativeMethod;
+       }},
+      {"datafile", [](Reader&, MacroSetup& setup, const std::string& value) { setup.DataFile = value; }},
+      {"independentvariables",
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
+         if (const auto number = reader.Integer(value)) setup.IndependentVariables = *number;
+         LoadModelCatalog(reader.macro_.Models, setup.IndependentVariables, reader.locale_);
+       }},
+      {"weighted",
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
+         reader.macro_.WeightedText = value;
+         setup.Weighted = EqualNoCase(value, "true");
+       }},
+      {"overridedecimal",
+       [](Reader&, MacroSetup& setup, const std::string& value) { setup.OverrideDecimal = EqualNoCase(value, "true"); }},
+      {"missingdata",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         if (!value.empty()) setup.MissingData = value;
+       }},
+      {"datafirstline",
+       [](Reader&, MacroSetup& setup, const std::string& value) { setup.DataFirstLine = ToLower(value); }},
+      {"inputdelimit",
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
+         reader.macro_.InputDelimitText = value;
+         SetInputDelimit(setup, value);
+       }},
+      {"columnorder",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.ColumnOrder = value.empty() ? "Default" : value;
+       }},
+      {"outputfile", [](Reader&, MacroSetup& setup, const std::string& value) { setup.OutputFile = value; }},
+      {"outputquorvexformat",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.OutputFormat = EqualNoCase(value, "true") ? "Quorvex" : "Structured";
+       }},
+      {"outputformat", [](Reader&, MacroSetup& setup, const std::string& value) { setup.OutputFormat = value; }},
+      {"logfile",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.LogFile = ToLower(value);
+         if (!value.empty()) setup.LogEnabled = true;
+       }},
+      {"logsummaryonly",
+       [](Reader&, MacroSetup& setup, const std::string& value) { setup.LogSummaryOnly = EqualNoCase(value, "true"); }},
+      {"sortkey",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.SortKey = 1;
+         for (std::size_t key = 0; key < kSortKeys.size(); ++key)
+           if (EqualNoCase(value, kSortKeys[key])) setup.SortKey = static_cast<int>(key) + 1;
+       }},
+      {"tableoutput",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.TableDataFile = ContainsNoCase(value, "datafile");
+         setup.TableCalcData = ContainsNoCase(value, "calcdata");
+         setup.TableErrorData = ContainsNoCase(value, "errordata");
+         setup.TableMinMaxError = ContainsNoCase(value, "minmaxerror");
+       }},
+      {"outputdelimit",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         constexpr std::pair<std::string_view, std::string_view> kDelimiters[] = {
+             {"tab", "\t"}, {"comma", ","}, {"space", " "}, {"semicolon", ";"}};
+         for (const auto& [word, delimiter] : kDelimiters)
+           if (ContainsNoCase(value, word)) setup.OutputDelimit = delimiter;
+       }},
+      {"outputfitinfo",
+       [](Reader&, MacroSetup& setup, const std::string& value) { setup.OutputFitInfo = EqualNoCase(value, "true"); }},
+      {"sqlquery", [](Reader&, MacroSetup& setup, const std::string& value) { setup.SQLQuery = value; }},
+      {"parameterfile",
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.ParameterFile = ToLower(value);
+         if (!value.empty()) setup.UseParameterFile = true;
+       }},
+  };
+  for (const auto& [keyword, act] : kStatements) {
+    if (key != keyword) continue;
+    act(*this, setup_, value);
+    return true;
+  }
+  return false;
+}
+
+// The lines from behind B_MODEL to E_MODEL. Unlike the outer loop it acts on every line it reads.
+bool Reader::ReadModelBlock() {
+  std::vector<std::string> functions(1), assigns;
+  std::string ID;
+  for (;;) {
+    if (lines_.AtEnd()) return false;
+    std::string line(lines_.Next());
+    std::erase(line, '\t');
+    std::string copy = line;
+    const std::string written = RemoveSpaces(copy);
+    const std::string folded = ToLower(written);
+    const bool hasValue = folded.find('=') != std::string::npos;
+    if (folded == "e_model") {
+      break;
+    } else if (folded.starts_with("assign")) {
+      assigns.push_back(written.substr(6));
+    } else if (hasValue && folded.size() > 1 && folded[0] == 'f' && folded[1] >= '1' && folded[1] <= '9') {
+      const auto n = static_cast<std::size_t>(folded[1] - '0');
+      if (functions.size() <= n) functions.resize(n + 1);
+      functions[n] = GetLineValue(folded);
+      WarnOfJoinedWords(line);
+    } else if (folded.starts_with("y=")) {
+      functions[0] = GetLineValue(folded);
+      WarnOfJoinedWords(line);
+    } else if (hasValue && folded.starts_with("id")) {
+      ID = GetLineValue(line);
+    } else if (folded.empty()) {
+      continue;
+    } else if (folded == "b_model") {
+      Log("Missing E_MODEL command, model ignored");
+    } else if (folded == "e_macro") {
+      Log("Found E_MACRO before E_MODEL command");
+      return false;
+    } else {
+      Log("Error parsing model, the " + line + "command not valid between B_MODEL and E_MODEL pairs");
+    }
+  }
+
+  ModelClass* model = nullptr;
+  if (!CreateMacroModel(std::move(functions), ID, model)) return false;
+  model->Solve = true;
+  model->SolveType = 0;
+  for (const std::string& assign : assigns) {
+    const auto percent = assign.find('%');
+    if (percent != std::string::npos && assign.find('%', percent + 1) != std::string::npos)
+      macro_.Deferred.push_back({assign, model});
+    else
+      ApplyAssign(*model, assign, locale_.ListSeparator);
+  }
+  if (!assigns.empty()) {
+    if (!model->UserType) model->ForceRuleEstimate = true;
+    model->SpecifyICComplete = false;
+  }
+  return true;
+}
+
+// The model of the collection with these lines, or a new user model.
+bool Reader::CreateMacroModel(std::vector<std::string> functions, const std::string& ID, ModelClass*& model) {
+  const auto matches = [&](const auto& candidate) {
+    for (std::size_t n = 0; n < functions.size(); ++n)
+      if (!EqualNoCase(candidate->FunctionList(static_cast<int>(n)), functions[n])) return false;
+    return true;
+  };
+  const auto found = std::find_if(macro_.Models.begin(), macro_.Models.end(), matches);
+  if (found != macro_.Models.end()) {
+    model = found->get();
+  } else {
+    const std::string key = std::to_string(++userModels_) + "UserModel";
+    std::unique_ptr<ModelClass> created;
+    if (setup_.IndependentVariables == 1)
+      created = std::make_unique<EqClass>(locale_);
+    else
+      created = std::make_unique<MvClass>(locale_);
+    created->SetID(key, std::move(functions));
+    created->Description = "User Model";
+    if (!created->IsValidEquation()) return false;
+    model = macro_.Models.Add(key, std::move(created));
+    if (model == nullptr) return false;
+  }
+  if (!ID.empty()) model->cfgID = ID;
+  return true;
+}
+
+}  // namespace
+
+void SetInputDelimit(MacroSetup& setup, std::string_view value) {
+  setup.DelimitTab = ContainsNoCase(value, "tab");
+  setup.DelimitComma = ContainsNoCase(value, "comma");
+  setup.DelimitSemicolon = ContainsNoCase(value, "semicolon");
+  setup.DelimitSpace = ContainsNoCase(value, "space");
+  setup.IgnoreConsecutive = ContainsNoCase(value, "ignoreconsecutive");
+}
+
+bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro,
+               std::string& log) {
+  return Reader(text, locale, preferences, macro, log).Read();
+}
+
+}  // namespace quorvex

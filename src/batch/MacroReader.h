@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/MacroSetup.h"
+#include "core/LocaleText.h"
+#include "core/Settings.h"
+#include "engine/ModelCollection.h"
+
+namespace quorvex {
+
+// An Assign statement that holds a parameter, as in %P%, and is applied at each run.
+struct DeferredAssign {
+  std::string Text;
+  ModelClass* Model;
+};
+
+// What a macro file says.
+struct Macro {
+  MacroSetup Setup;
+  std::string InputDelimitText, WeightedText;  // as written, for substitution
+  ModelCollection Models;
+  std::vector<DeferredAssign> Deferred;
+  int BlockCount = 0;    // B_MODEL statements
+  int ModelsCreated = 0;  // blocks that gave a model
+};
+
+// Reads the text of a macro file, statement by statement. Numeric solver limits also replace those of `preferences`,
+// for the life of the process. What is wrong with a statement goes to `log`, and reading goes on. False only where no
+// line reads B_MACRO, or nothing follows it.
+bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log);
+
+// The setters of statements whose text a parameter run replaces.
+void SetInputDelimit(MacroSetup& setup, std::string_view value);
+
+}  // namespace quorvex

@@ -1,0 +1,57 @@
+#include "batch/ReadMacroDataFile.h"
+
+#include <algorithm>
+
+#include "core/Files.h"
+#include "core/NumberText.h"
+#include "sheet/ArrangeData.h"
+#include "sheet/ComputeWeights.h"
+#include "sheet/LoadGridData.h"
+#include "sheet/ParseDelimitedLines.h"
+
+namespace quorvex {
+
+DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale) {
+  DataReading reading;
+  MappedFile file;
+  if (reading.ErrorNumber = file.Open(setup.DataFile); reading.ErrorNumber != 0) return reading;
+  if (setup.IndependentVariables < 1 || setup.IndependentVariables > kMostIndependentVariables) {
+    reading.Message = "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
+    return reading;
+  }
+
+  const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
+  DelimitedFormat format;
+  format.Delimiters = (setup.DelimitTab ? kTabDelimiter : 0) | (setup.DelimitComma ? kCommaDelimiter : 0) |
+                      (setup.DelimitSpace ? kSpaceDelimiter : 0) | (setup.DelimitSemicolon ? kSemicolonDelimiter : 0);
+  format.IgnoreConsecutive = setup.IgnoreConsecutive;
+  format.OverrideDecimal = setup.OverrideDecimal;
+  format.DecimalSeparator = locale.DecimalSeparator;
+  format.MissingMarker = setup.MissingData;
+  // Columns that nothing reads are not kept.
+  const bool inOrder = EqualNoCase(setup.ColumnOrder, "default");
+  format.ColumnLimit = inOrder ? variables + 2
+                               : 1 + static_cast<std::size_t>(std::count(setup.ColumnOrder.begin(),
+                                                                         setup.ColumnOrder.end(), locale.ListSeparator));
+  const double firstLine = NumericText(setup.DataFirstLine, locale.DecimalSeparator).value_or(1);
+  if (firstLine > 1e15) return reading;  // beyond the end of any file
+  format.FirstLine = firstLine < 1 ? 1 : static_cast<std::size_t>(firstLine);
+
+  DelimitedLines lines = ParseDelimitedLines(file.Text(), format);
+  if (lines.Rows == 0) return reading;
+  if (!ArrangeData(lines.Cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
+
+  Result<LoadedGrid> loaded = LoadGridData(
+      std::move(lines.Cells),
+      {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = false});
+  if (!loaded) {
+    reading.Message = loaded.error();
+    return reading;
+  }
+  reading.Data = std::move(loaded->Points);
+  reading.Data.sig = ComputeWeights(reading.Data.SD);
+  reading.Ok = true;
+  return reading;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "engine/SolveForm.h"
+
+namespace quorvex {
+
+// The progress form of an unattended run, and the run's one outlet to whoever started it. A run without windows derives
+// the few members it needs.
+class cfgSolve : public SolveForm {
+ public:
+  // Called once the macro is read and before the log is opened, when the macro asks for the progress form or message
+  // boxes: a program without windows hands the run over here, and does not come back, or says in one sentence why the
+  // run goes on without them. Empty where the windows are at hand.
+  virtual std::string RequestWindows() = 0;
+
+  // The status text that a process waiting on this run reads, one at a time.
+  virtual void DDEText(std::string_view text) = 0;
+
+  virtual void Show(bool /*visible*/) {}
+  virtual void SetProgress(int /*done*/, int /*of*/) {}
+  virtual void SetStatusLabel(const std::string& /*text*/) {}
+  virtual void ShowMessageBox(const std::string& /*text*/) {}
+};
+
+}  // namespace quorvex

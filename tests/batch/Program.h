@@ -1,0 +1,68 @@
+#pragma once
+
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "TemporaryFolder.h"
+
+namespace quorvex {
+
+// One run of the real program in a folder of its own.
+class Program {
+ public:
+  // Writes `text` as macro.cfg, with "@" standing for the folder, and runs it. `environment` is put in front of the
+  // command, as in "LC_ALL=de_DE.UTF-8".
+  int RunMacro(std::string text, const std::string& environment = "LC_ALL=C") {
+    for (std::size_t at = 0; (at = text.find('@', at)) != std::string::npos;) text.replace(at, 1, Folder.Path(""));
+    Folder.Write("macro.cfg", text);
+    return Run("-runcfg " + Folder.Path("macro.cfg"), environment);
+  }
+
+  int Run(const std::string& arguments, const std::string& environment = "LC_ALL=C") {
+    const std::string command = environment + " DISPLAY= WAYLAND_DISPLAY= QUORVEX_SETTINGS=" + Folder.Path("none.ini") +
+                                " " QUORVEX_PROGRAM " " + arguments + " >" + Folder.Path("out") + " 2>" +
+                                Folder.Path("err");
+    const int status = std::system(command.c_str());
+    Out = Folder.Read("out");
+    Err = Folder.Read("err");
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+  TemporaryFolder Folder;
+  std::string Out, Err;
+};
+
+// What a structured output says of one model, by the names in it; a coefficient has several numbers.
+struct ModelAnswer {
+  std::string ID;
+  std::map<std::string, std::vector<std::string>> Values;
+
+  double Number(const std::string& name, std::size_t field = 0) const { return std::stod(Values.at(name).at(field)); }
+};
+
+// The models of a structured output, in order of rank.
+inline std::vector<ModelAnswer> ReadAnswers(const std::string& output) {
+  std::vector<ModelAnswer> answers;
+  for (std::size_t at = 0; at < output.size();) {
+    const std::size_t end = std::min(output.find("\r\n", at), output.size());
+    std::string line = output.substr(at, end - at);
+    at = end + 2;
+    line.erase(0, line.find_first_not_of(' '));
+    if (line.starts_with("Model_ID = ")) answers.push_back({line.substr(11), {}});
+    const std::size_t equals = line.find(" = ");
+    if (equals == std::string::npos || answers.empty()) continue;
+    std::vector<std::string>& fields = answers.back().Values[line.substr(0, equals)];
+    for (std::size_t from = equals + 3; from <= line.size();) {
+      const std::size_t tab = std::min(line.find('\t', from), line.size());
+      fields.push_back(line.substr(from, tab - from));
+      from = tab + 1;
+    }
+  }
+  return answers;
+}
+
+}  // namespace quorvex
