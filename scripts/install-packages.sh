@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that Quorvex is built and tested with; does nothing where they are all there.
+set -euo pipefail
+
+packages=(g++ cmake ninja-build ccache libgtest-dev locales clang-format-14)
+missing=()
+for package in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+sudo=$([ "$(id -u)" -eq 0 ] || echo sudo)
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

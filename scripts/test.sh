@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds Quorvex, and runs every test: plain, and again under the address and
+# undefined-behaviour sanitizers. Also checks that the sources are formatted.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install-packages.sh
+# A locale with decimal commas, which the tests run the program under.
+if ! locale -a 2>/dev/null | grep -qi '^de_DE\.utf-\?8$'; then
+  sudo=$([ "$(id -u)" -eq 0 ] || echo sudo)
+  $sudo localedef -i de_DE -f UTF-8 de_DE.UTF-8
+fi
+
+git ls-files '*.h' '*.cpp' | xargs clang-format-14 --dry-run --Werror
+
+for preset in release sanitize; do
+  cmake --preset $preset
+  cmake --build --preset $preset
+  ctest --preset $preset -j "$(nproc)"
+done
