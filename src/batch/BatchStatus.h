@@ -5,16 +5,16 @@ namespace quorvex {
 // The exit status of an unattended run.
 enum BatchStatus : int {
   kSuccess = 0,
-  kNoMacroStatement = 20,   // the macro file has no B_MACRO
-  kMacroFile = 30,          // file errors of the macro file begin here
-  kParameterFile = 80,      // the parameter file could not be read
-  kDataFile = 110,          // file errors of the data source begin here
-  kDataUnreadable = 150,    // the data source: any other failure
-  kDatabase = 160,          // ODBC connection or query failed
-  kOutputFile = 200,        // file errors of the output file begin here
-  kLogFile = 300,           // file errors of the log file begin here
-  kNoSolution = 400,        // no valid model, or the solve could not run
-  kAborted = 450,           // the user aborted from the progress form
+  kNoMacroStatement = 20,  // the macro file has no B_MACRO
+  kMacroFile = 30,         // file errors of the macro file begin here
+  kParameterFile = 80,     // the parameter file could not be read
+  kDataFile = 110,         // file errors of the data source begin here
+  kDataUnreadable = 150,   // the data source: any other failure
+  kDatabase = 160,         // ODBC connection or query failed
+  kOutputFile = 200,       // file errors of the output file begin here
+  kLogFile = 300,          // file errors of the log file begin here
+  kNoSolution = 400,       // no valid model, or the solve could not run
+  kAborted = 450,          // the user aborted from the progress form
   kOtherFailure = 500,
 };
 

@@ -77,9 +77,7 @@ class Reader {
     }
   }
 
-  std::optional<double> Number(const std::string& value) const {
-    return NumericText(value, locale_.DecimalSeparator);
-  }
+  std::optional<double> Number(const std::string& value) const { return NumericText(value, locale_.DecimalSeparator); }
   // A number in the range of 16-bit integers, rounded.
   std::optional<int> Integer(const std::string& value) const {
     const std::optional<double> number = Number(value);
@@ -313,8 +311,7 @@ void SetInputDelimit(MacroSetup& setup, std::string_view value) {
   setup.IgnoreConsecutive = ContainsNoCase(value, "ignoreconsecutive");
 }
 
-bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro,
-               std::string& log) {
+bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log) {
   return Reader(text, locale, preferences, macro, log).Read();
 }
 

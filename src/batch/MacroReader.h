@@ -23,7 +23,7 @@ struct Macro {
   std::string InputDelimitText, WeightedText;  // as written, for substitution
   ModelCollection Models;
   std::vector<DeferredAssign> Deferred;
-  int BlockCount = 0;    // B_MODEL statements
+  int BlockCount = 0;     // B_MODEL statements
   int ModelsCreated = 0;  // blocks that gave a model
 };
 

@@ -31,8 +31,8 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
   // Columns that nothing reads are not kept.
   const bool inOrder = EqualNoCase(setup.ColumnOrder, "default");
   format.ColumnLimit = inOrder ? variables + 2
-                               : 1 + static_cast<std::size_t>(std::count(setup.ColumnOrder.begin(),
-                                                                         setup.ColumnOrder.end(), locale.ListSeparator));
+                               : 1 + static_cast<std::size_t>(std::count(
+                                         setup.ColumnOrder.begin(), setup.ColumnOrder.end(), locale.ListSeparator));
   const double firstLine = NumericText(setup.DataFirstLine, locale.DecimalSeparator).value_or(1);
   if (firstLine > 1e15) return reading;  // beyond the end of any file
   format.FirstLine = firstLine < 1 ? 1 : static_cast<std::size_t>(firstLine);
@@ -42,8 +42,7 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
   if (!ArrangeData(lines.Cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
 
   Result<LoadedGrid> loaded = LoadGridData(
-      std::move(lines.Cells),
-      {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = false});
+      std::move(lines.Cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = false});
   if (!loaded) {
     reading.Message = loaded.error();
     return reading;

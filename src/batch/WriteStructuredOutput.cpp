@@ -154,10 +154,14 @@ std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey) 
     if (model->Solved) ranked.push_back(model.get());
   const auto worse = [SortKey](const ModelClass& model) {
     switch (SortKey) {
-      case 2: return -model.R2;
-      case 3: return -model.R2Adjust;
-      case 4: return model.StdErr;
-      default: return model.RSS;
+      case 2:
+        return -model.R2;
+      case 3:
+        return -model.R2Adjust;
+      case 4:
+        return model.StdErr;
+      default:
+        return model.RSS;
     }
   };
   std::stable_sort(ranked.begin(), ranked.end(),

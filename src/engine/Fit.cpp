@@ -94,8 +94,7 @@ bool ModelClass::FitNonlinear(const SolveData& data, const Settings& settings, s
   return Solved;
 }
 
-bool ModelClass::FitOneStart(const SolveData& data, const Settings& settings, std::string& LogString,
-                             SolveForm& form) {
+bool ModelClass::FitOneStart(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form) {
   SweepCount = 0;
   std::vector<double> a = values_;
   const std::vector<int> ia = FreeFlags();
@@ -138,9 +137,7 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
 
   int unchanged = 0;
   double ochisq = search.chisq;
-  const auto showChange = [&] {
-    form.SetDeltaLabel("Percent Change: " + FormatNumber(search.change, "0.000000E+00"));
-  };
+  const auto showChange = [&] { form.SetDeltaLabel("Percent Change: " + FormatNumber(search.change, "0.000000E+00")); };
   showChange();
   for (; search.iter <= settings.MaxIterations && unchanged <= settings.DivIterations; ++search.iter) {
     form.Yield();
@@ -214,14 +211,14 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
     ++k;
   }
   const std::size_t good = sweep_.size();
-  Line(LogString, std::to_string(good) + " of " + std::to_string(sets.size()) +
-                      " IC's successful, determining best fit.");
+  Line(LogString,
+       std::to_string(good) + " of " + std::to_string(sets.size()) + " IC's successful, determining best fit.");
   SweepCount = static_cast<int>(good);
   if (good == 0) return false;
 
   const std::size_t n = values_.size();
-  const auto best = std::min_element(sweep_.begin(), sweep_.end(),
-                                     [n](const auto& a, const auto& b) { return a[2 * n] < b[2 * n]; });
+  const auto best =
+      std::min_element(sweep_.begin(), sweep_.end(), [n](const auto& a, const auto& b) { return a[2 * n] < b[2 * n]; });
   for (std::size_t i = 0; i < n; ++i) values_[i] = (*best)[n + i];
   covariance_ = covariances[static_cast<std::size_t>(best - sweep_.begin())];
   RSS = (*best)[2 * n];

@@ -11,13 +11,13 @@
 #include "core/LocaleText.h"
 #include "core/Settings.h"
 #include "core/SolveData.h"
+#include "engine/Matrix.h"
+#include "engine/SolveForm.h"
 #include "equation/Catalogue.h"
 #include "equation/DataStatistics.h"
 #include "equation/Evaluator.h"
 #include "equation/Expression.h"
 #include "equation/Parser.h"
-#include "engine/Matrix.h"
-#include "engine/SolveForm.h"
 
 namespace quorvex {
 
@@ -41,21 +41,21 @@ class ModelClass {
   ModelClass(const ModelClass&) = delete;
   ModelClass& operator=(const ModelClass&) = delete;
 
-  std::string id;           // the model's text key: the equation or the user model's name
-  std::string cfgID;        // the ID given in a macro; when not empty, the name shown
+  std::string id;     // the model's text key: the equation or the user model's name
+  std::string cfgID;  // the ID given in a macro; when not empty, the name shown
   std::string Description;
-  std::string Group;        // of the catalogue
+  std::string Group;  // of the catalogue
   std::string LegendText;
-  int SolveType = 0;        // 0 nonlinear, 1 linear
-  bool UserType = false;    // a user-defined model
-  bool SpecifyIC = false;           // the user wants to give initial estimates before solving
-  bool SpecifyICComplete = false;   // the present values are the initial estimates
-  bool ForceRuleEstimate = false;   // a built-in model takes its estimates from its rules
-  bool Solve = false;               // selected for the next solve
-  bool Solved = false;              // the last Fit succeeded
-  bool ErrorInfo = false;           // Fit has computed coefficients and covariance
-  int SweepCount = 0;               // sets of initial estimates that led to a solution; 0 without a sweep
-  int NumIterations = 0;            // of the last nonlinear fit
+  int SolveType = 0;               // 0 nonlinear, 1 linear
+  bool UserType = false;           // a user-defined model
+  bool SpecifyIC = false;          // the user wants to give initial estimates before solving
+  bool SpecifyICComplete = false;  // the present values are the initial estimates
+  bool ForceRuleEstimate = false;  // a built-in model takes its estimates from its rules
+  bool Solve = false;              // selected for the next solve
+  bool Solved = false;             // the last Fit succeeded
+  bool ErrorInfo = false;          // Fit has computed coefficients and covariance
+  int SweepCount = 0;              // sets of initial estimates that led to a solution; 0 without a sweep
+  int NumIterations = 0;           // of the last nonlinear fit
 
   double RSS = 0;      // residual sum of squares, unweighted
   double RssNorm = 0;  // the same, weighted
@@ -64,8 +64,8 @@ class ModelClass {
   double ResAvg = 0, ResSum = 0, Durbin = 0;
   double R2 = 0, R2Adjust = 0, StdErr = 0;
 
-  int IDIndex = 0;     // catalogue number; 0 for a model that is not in the catalogue
-  int NumXBasis = 0;   // number of its linear basis functions
+  int IDIndex = 0;    // catalogue number; 0 for a model that is not in the catalogue
+  int NumXBasis = 0;  // number of its linear basis functions
   DataStatistics Statistics;
   std::string ErrorMessage;  // why the last numerical operation failed, where it is known
 

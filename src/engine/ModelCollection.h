@@ -25,8 +25,8 @@ class ModelCollection {
     std::erase_if(models_, [&](const auto& model) { return EqualNoCase(model->id, key); });
   }
   ModelClass* Find(const std::string& key) const {
-    const auto it = std::find_if(models_.begin(), models_.end(),
-                                 [&](const auto& model) { return EqualNoCase(model->id, key); });
+    const auto it =
+        std::find_if(models_.begin(), models_.end(), [&](const auto& model) { return EqualNoCase(model->id, key); });
     return it == models_.end() ? nullptr : it->get();
   }
 

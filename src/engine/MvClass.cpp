@@ -7,9 +7,7 @@
 namespace quorvex {
 
 // With several variables the messages leave the point out.
-std::string MvClass::EvaluationFailure(std::span<const double> /*x*/) const {
-  return "Error evaluating the function.";
-}
+std::string MvClass::EvaluationFailure(std::span<const double> /*x*/) const { return "Error evaluating the function."; }
 
 std::string MvClass::DerivativeFailure(std::span<const double> /*x*/) const { return "Error taking derivatives."; }
 

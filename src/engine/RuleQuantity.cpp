@@ -12,8 +12,7 @@ namespace {
 // By the name less its variable's letter: "min", "max", "avg", "range".
 double Of(std::string_view what, const std::vector<double>& values) {
   if (values.empty()) throw NumericFault();
-  if (what == "avg")
-    return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
+  if (what == "avg") return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
   const auto [smallest, largest] = std::minmax_element(values.begin(), values.end());
   return what == "min" ? *smallest : what == "max" ? *largest : *largest - *smallest;
 }
@@ -25,9 +24,8 @@ std::optional<double> QuantityOf(std::string_view name, const SolveData& data, s
     std::string_view Name, What;
     bool OfY;
   } kQuantities[] = {
-      {"ymin", "min", true},         {"ymax", "max", true},         {"yavg", "avg", true},
-      {"(ymax-ymin)", "range", true}, {"xmin", "min", false},       {"xmax", "max", false},
-      {"xavg", "avg", false},        {"(xmax-xmin)", "range", false},
+      {"ymin", "min", true},  {"ymax", "max", true},  {"yavg", "avg", true},  {"(ymax-ymin)", "range", true},
+      {"xmin", "min", false}, {"xmax", "max", false}, {"xavg", "avg", false}, {"(xmax-xmin)", "range", false},
   };
   if (name == "n") return static_cast<double>(data.N());
   for (const auto& quantity : kQuantities) {

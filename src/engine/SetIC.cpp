@@ -39,8 +39,8 @@ void ModelClass::ComputeInputStats(const SolveData& data) {
   const std::vector<double>& y = data.Y;
   if (y.empty()) throw NumericFault();
   const auto at = [](const std::vector<double>& column, bool largest) {
-    const auto it = largest ? std::max_element(column.begin(), column.end())
-                            : std::min_element(column.begin(), column.end());
+    const auto it =
+        largest ? std::max_element(column.begin(), column.end()) : std::min_element(column.begin(), column.end());
     return static_cast<std::size_t>(it - column.begin());
   };
   const std::size_t yMin = at(y, false), yMax = at(y, true);

@@ -37,7 +37,7 @@ void SwapColumns(Matrix& a, std::size_t n, std::size_t c, std::size_t d) {
 }  // namespace
 
 bool gaussj(Matrix& a, std::size_t n, std::span<double> b) {
-  std::vector<int> ipiv(n, 0);              // how often a row has been the pivot
+  std::vector<int> ipiv(n, 0);                  // how often a row has been the pivot
   std::vector<std::size_t> indxr(n), indxc(n);  // where each pivot came from, for undoing the swaps
   for (std::size_t step = 0; step < n; ++step) {
     double biggest = 0;

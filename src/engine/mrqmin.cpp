@@ -88,8 +88,8 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
       model_.ErrorMessage = model_.EvaluationFailure(point);
       return false;
     }
-    const bool differentiated = analytical_ ? model_.Derivative(point, dyda_, ErrString)
-                                            : model_.NumericalDerivatives(point, dyda_, ErrString);
+    const bool differentiated =
+        analytical_ ? model_.Derivative(point, dyda_, ErrString) : model_.NumericalDerivatives(point, dyda_, ErrString);
     if (!differentiated) {
       model_.ErrorMessage = model_.DerivativeFailure(point);
       if (analytical_) throw NumericFault();

@@ -16,11 +16,9 @@ struct Word {
 };
 
 constexpr std::array kXWords = {
-    Word{"x#min", Statistic::XMin},         Word{"x#max", Statistic::XMax},
-    Word{"x#mean", Statistic::XMean},       Word{"x#std", Statistic::XStd},
-    Word{"x#atymin", Statistic::XAtYMin},   Word{"x#atymax", Statistic::XAtYMax},
-    Word{"x#range", Statistic::XRange},     Word{"yatx#min", Statistic::YAtXMin},
-    Word{"yatx#max", Statistic::YAtXMax},
+    Word{"x#min", Statistic::XMin},     Word{"x#max", Statistic::XMax},       Word{"x#mean", Statistic::XMean},
+    Word{"x#std", Statistic::XStd},     Word{"x#atymin", Statistic::XAtYMin}, Word{"x#atymax", Statistic::XAtYMax},
+    Word{"x#range", Statistic::XRange}, Word{"yatx#min", Statistic::YAtXMin}, Word{"yatx#max", Statistic::YAtXMax},
 };
 constexpr std::array kYWords = {
     Word{"ymin", Statistic::YMin}, Word{"ymax", Statistic::YMax},     Word{"ymean", Statistic::YMean},

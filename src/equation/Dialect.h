@@ -16,8 +16,22 @@ enum class Dialect { OneVariable, SeveralVariables };
 std::optional<int> IndependentVariable(std::string_view word, Dialect dialect);
 
 // A word that stands for a statistic of the data.
-enum class Statistic : std::int16_t { XMin, XMax, XMean, XStd, XAtYMin, XAtYMax, XRange, YAtXMin, YAtXMax,
-                                      YMin, YMax, YMean, YStd, YRange };
+enum class Statistic : std::int16_t {
+  XMin,
+  XMax,
+  XMean,
+  XStd,
+  XAtYMin,
+  XAtYMax,
+  XRange,
+  YAtXMin,
+  YAtXMax,
+  YMin,
+  YMax,
+  YMean,
+  YStd,
+  YRange
+};
 
 struct SpecialWord {
   Statistic What;

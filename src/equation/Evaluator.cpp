@@ -24,11 +24,16 @@ struct Division {
 
 double BinaryOperation(int code, double a, double b) {
   switch (code) {
-    case kPower: return Power(a, b);
-    case kAdd: return a + b;
-    case kSubtract: return a - b;
-    case kMultiply: return a * b;
-    case kDivide: return a / b;
+    case kPower:
+      return Power(a, b);
+    case kAdd:
+      return a + b;
+    case kSubtract:
+      return a - b;
+    case kMultiply:
+      return a * b;
+    case kDivide:
+      return a / b;
     case kIntegerDivide: {
       const Division d(a, b);
       return d.dividend / d.divisor;
@@ -37,43 +42,70 @@ double BinaryOperation(int code, double a, double b) {
       const Division d(a, b);
       return d.dividend % d.divisor;
     }
-    case kEqual: return Truth(a == b);
-    case kLess: return Truth(a < b);
-    case kGreater: return Truth(a > b);
-    case kUnequal: return Truth(a != b);
-    case kLessOrEqual: return Truth(a <= b);
-    case kGreaterOrEqual: return Truth(a >= b);
-    case kAnd: return RoundToInt32(a) & RoundToInt32(b);
-    case kOr: return RoundToInt32(a) | RoundToInt32(b);
-    case kXor: return RoundToInt32(a) ^ RoundToInt32(b);
-    case kEqv: return ~(RoundToInt32(a) ^ RoundToInt32(b));
-    case kImp: return ~RoundToInt32(a) | RoundToInt32(b);
-    default: throw NumericFault();
+    case kEqual:
+      return Truth(a == b);
+    case kLess:
+      return Truth(a < b);
+    case kGreater:
+      return Truth(a > b);
+    case kUnequal:
+      return Truth(a != b);
+    case kLessOrEqual:
+      return Truth(a <= b);
+    case kGreaterOrEqual:
+      return Truth(a >= b);
+    case kAnd:
+      return RoundToInt32(a) & RoundToInt32(b);
+    case kOr:
+      return RoundToInt32(a) | RoundToInt32(b);
+    case kXor:
+      return RoundToInt32(a) ^ RoundToInt32(b);
+    case kEqv:
+      return ~(RoundToInt32(a) ^ RoundToInt32(b));
+    case kImp:
+      return ~RoundToInt32(a) | RoundToInt32(b);
+    default:
+      throw NumericFault();
   }
 }
 
 double StatisticValue(SpecialWord word, const DataStatistics& data) {
   switch (word.What) {
-    case Statistic::YMin: return data.InputYMin;
-    case Statistic::YMax: return data.InputYMax;
-    case Statistic::YMean: return data.YMean;
-    case Statistic::YStd: return data.YStd;
-    case Statistic::YRange: return std::abs(data.InputYMax - data.InputYMin);
-    default: break;
+    case Statistic::YMin:
+      return data.InputYMin;
+    case Statistic::YMax:
+      return data.InputYMax;
+    case Statistic::YMean:
+      return data.YMean;
+    case Statistic::YStd:
+      return data.YStd;
+    case Statistic::YRange:
+      return std::abs(data.InputYMax - data.InputYMin);
+    default:
+      break;
   }
   const auto index = static_cast<std::size_t>(word.Variable - 1);
   if (index >= data.X.size()) throw NumericFault();  // a statistic of a variable that the data do not have
   const VariableStatistics& x = data.X[index];
   switch (word.What) {
-    case Statistic::XMin: return x.InputXMin;
-    case Statistic::XMax: return x.InputXMax;
-    case Statistic::XMean: return x.XMean;
-    case Statistic::XStd: return x.XStd;
-    case Statistic::XAtYMin: return x.XAtYMin;
-    case Statistic::XAtYMax: return x.XAtYMax;
-    case Statistic::XRange: return std::abs(x.InputXMax - x.InputXMin);
-    case Statistic::YAtXMin: return x.YAtXMin;
-    default: return x.YAtXMax;
+    case Statistic::XMin:
+      return x.InputXMin;
+    case Statistic::XMax:
+      return x.InputXMax;
+    case Statistic::XMean:
+      return x.XMean;
+    case Statistic::XStd:
+      return x.XStd;
+    case Statistic::XAtYMin:
+      return x.XAtYMin;
+    case Statistic::XAtYMax:
+      return x.XAtYMax;
+    case Statistic::XRange:
+      return std::abs(x.InputXMax - x.InputXMin);
+    case Statistic::YAtXMin:
+      return x.YAtXMin;
+    default:
+      return x.YAtXMax;
   }
 }
 
@@ -130,8 +162,8 @@ bool Evaluator::Evaluate(const Expression& expression, std::span<const double> x
         } else if (token.Code == kEndTrueCode) {
           jump(expression.IfJumps[pc].TrueTarget);
         } else if (token.Code != kEndIfCode) {
-          const auto arguments = static_cast<std::size_t>(
-              IntrinsicFunctions()[static_cast<std::size_t>(token.Code - 1)].Arguments);
+          const auto arguments =
+              static_cast<std::size_t>(IntrinsicFunctions()[static_cast<std::size_t>(token.Code - 1)].Arguments);
           need(arguments);
           sp -= arguments - 1;
           stack[sp] = CallFunction(token.Code, stack + sp, random_);

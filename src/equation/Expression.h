@@ -22,9 +22,24 @@ enum class TokenKind : std::int16_t {
 // Codes of unary and binary operators.
 enum UnaryCode : std::int16_t { kNegate = 1, kNot = 2 };
 enum BinaryCode : std::int16_t {
-  kPower = 1, kAdd, kSubtract, kMultiply, kDivide, kIntegerDivide, kMod,
-  kEqual, kLess, kGreater, kUnequal, kLessOrEqual, kGreaterOrEqual,
-  kAnd, kOr, kXor, kEqv, kImp,
+  kPower = 1,
+  kAdd,
+  kSubtract,
+  kMultiply,
+  kDivide,
+  kIntegerDivide,
+  kMod,
+  kEqual,
+  kLess,
+  kGreater,
+  kUnequal,
+  kLessOrEqual,
+  kGreaterOrEqual,
+  kAnd,
+  kOr,
+  kXor,
+  kEqv,
+  kImp,
 };
 
 // Codes of the functions that are control flow.
@@ -67,9 +82,9 @@ struct Expression {
 
   bool ParseError = false;
   std::string ParseErrorMessage;
-  int PublicTokenPointerStart = -1;   // the offending token in its line, from 0; -1 without an error
+  int PublicTokenPointerStart = -1;  // the offending token in its line, from 0; -1 without an error
   int PublicTokenPointerLength = -1;
-  int PublicSubFunctionPointer = 0;   // the line of the error: 0 the model line, n the line of Fn
+  int PublicSubFunctionPointer = 0;  // the line of the error: 0 the model line, n the line of Fn
   bool CyclicError = false;
   bool FuncMissing = false;
 };

@@ -25,12 +25,12 @@ struct BinaryOperator {
 };
 
 constexpr BinaryOperator kBinaryOperators[] = {
-    {"^", 11, 12, kPower},       {"*", 10, 11, kMultiply},     {"/", 10, 11, kDivide},
-    {"\\", 9, 10, kIntegerDivide}, {"mod", 8, 9, kMod},        {"+", 7, 8, kAdd},
-    {"-", 7, 8, kSubtract},      {"=", 6, 7, kEqual},          {"<", 6, 7, kLess},
-    {">", 6, 7, kGreater},       {"<>", 6, 7, kUnequal},       {"<=", 6, 7, kLessOrEqual},
-    {">=", 6, 7, kGreaterOrEqual}, {"and", 5, 6, kAnd},        {"or", 4, 5, kOr},
-    {"xor", 3, 4, kXor},         {"eqv", 2, 3, kEqv},          {"imp", 1, 2, kImp},
+    {"^", 11, 12, kPower},         {"*", 10, 11, kMultiply}, {"/", 10, 11, kDivide},
+    {"\\", 9, 10, kIntegerDivide}, {"mod", 8, 9, kMod},      {"+", 7, 8, kAdd},
+    {"-", 7, 8, kSubtract},        {"=", 6, 7, kEqual},      {"<", 6, 7, kLess},
+    {">", 6, 7, kGreater},         {"<>", 6, 7, kUnequal},   {"<=", 6, 7, kLessOrEqual},
+    {">=", 6, 7, kGreaterOrEqual}, {"and", 5, 6, kAnd},      {"or", 4, 5, kOr},
+    {"xor", 3, 4, kXor},           {"eqv", 2, 3, kEqv},      {"imp", 1, 2, kImp},
 };
 
 constexpr std::string_view kWordOperators[] = {"and", "eqv", "imp", "mod", "not", "or", "xor"};

@@ -56,7 +56,7 @@ class Parser {
   int depth_ = 0;
   bool InError_ = false;
   bool HasIf_ = false;
-  std::vector<int> variablesSeen_;          // numbers of the independent variables, in order of discovery
+  std::vector<int> variablesSeen_;         // numbers of the independent variables, in order of discovery
   std::vector<std::string> coefficients_;  // as spelled, in order of appearance, with repeats
 };
 

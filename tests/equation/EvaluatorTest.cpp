@@ -1,10 +1,9 @@
-#include "equation/Evaluator.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <optional>
 
+#include "equation/Evaluator.h"
 #include "equation/Parser.h"
 
 namespace quorvex {
@@ -33,18 +32,47 @@ constexpr struct {
   const char* Text;
   double X, Value;
 } kValues[] = {
-    {"2^3^2", 0, 64}, {"-2^2", 0, -4}, {"0^0", 0, 1}, {"x^2", -3, 9}, {"(-8)^3", 0, -512},
-    {"7.5\\2", 0, 4}, {"5 mod 2.5", 0, 1}, {"2.5\\1", 0, 2}, {"3.5\\1", 0, 4}, {"-7\\2", 0, -3},
-    {"-7 mod 3", 0, -1}, {"7 mod -3", 0, 1},
-    {"1<2", 0, -1}, {"1<2<3", 0, -1}, {"2<=2", 0, -1}, {"2>=3", 0, 0}, {"2<>2", 0, 0}, {"2=2", 0, -1},
-    {"3 and 5", 0, 1}, {"3 or 5", 0, 7}, {"3 xor 5", 0, 6}, {"3 eqv 5", 0, -7}, {"3 imp 5", 0, -3},
-    {"not 0", 0, -1}, {"not 2.5", 0, -3}, {"(x>0) and (x<2)", 1, -1},
-    {"if(0,1,2)", 0, 2}, {"if(0.5,1,2)", 0, 1}, {"if(-1,1,2)", 0, 1},
-    {"if(x>0,ln(x),-1)", -1, -1}, {"if(x>0,ln(x),-1)", 1, 0},
-    {"if(x,if(x>1,1,2),3)", 2, 1}, {"if(x,if(x>1,1,2),3)", 1, 2}, {"if(x,if(x>1,1,2),3)", 0, 3},
+    {"2^3^2", 0, 64},
+    {"-2^2", 0, -4},
+    {"0^0", 0, 1},
+    {"x^2", -3, 9},
+    {"(-8)^3", 0, -512},
+    {"7.5\\2", 0, 4},
+    {"5 mod 2.5", 0, 1},
+    {"2.5\\1", 0, 2},
+    {"3.5\\1", 0, 4},
+    {"-7\\2", 0, -3},
+    {"-7 mod 3", 0, -1},
+    {"7 mod -3", 0, 1},
+    {"1<2", 0, -1},
+    {"1<2<3", 0, -1},
+    {"2<=2", 0, -1},
+    {"2>=3", 0, 0},
+    {"2<>2", 0, 0},
+    {"2=2", 0, -1},
+    {"3 and 5", 0, 1},
+    {"3 or 5", 0, 7},
+    {"3 xor 5", 0, 6},
+    {"3 eqv 5", 0, -7},
+    {"3 imp 5", 0, -3},
+    {"not 0", 0, -1},
+    {"not 2.5", 0, -3},
+    {"(x>0) and (x<2)", 1, -1},
+    {"if(0,1,2)", 0, 2},
+    {"if(0.5,1,2)", 0, 1},
+    {"if(-1,1,2)", 0, 1},
+    {"if(x>0,ln(x),-1)", -1, -1},
+    {"if(x>0,ln(x),-1)", 1, 0},
+    {"if(x,if(x>1,1,2),3)", 2, 1},
+    {"if(x,if(x>1,1,2),3)", 1, 2},
+    {"if(x,if(x>1,1,2),3)", 0, 3},
     {"10+if(x,if(x>1,1,2),3)*2", 1, 14},
-    {"max(2,x)+min(2,x)", 5, 7}, {"1.2.3+x", 1, 1}, {"(1e)+x", 1, 1}, {"(1.5E3)+x", 0, 1500},
-    {"1.5e+3*x", 2, 3000}, {"(1e-400)+x", 0, 0},
+    {"max(2,x)+min(2,x)", 5, 7},
+    {"1.2.3+x", 1, 1},
+    {"(1e)+x", 1, 1},
+    {"(1.5E3)+x", 0, 1500},
+    {"1.5e+3*x", 2, 3000},
+    {"(1e-400)+x", 0, 0},
     {"1e5+3*x", 2, 0},  // signs behind the exponent's letter belong to the number, which is then refused
 };
 
@@ -60,10 +88,28 @@ constexpr struct {
   const char* Text;
   double X;
 } kFaults[] = {
-    {"1/x", 0}, {"0/x", 0}, {"ln(x)", 0}, {"ln(x)", -1}, {"sqr(x)", -1}, {"x^0.5", -1}, {"(-8)^(1/3)", 0},
-    {"0^x", -1}, {"1e308*10", 0}, {"exp(x)", 1000}, {"x-(1e308)-(1e308)", -1e308}, {"5\\x", 0}, {"5\\x", 0.5},
-    {"5 mod x", 0.4}, {"x\\1", 3e9}, {"x and 1", 1e10}, {"not x", 3e9}, {"(-2147483648)\\x", -1},
-    {"1/(x*x)", 1e-200}, {"1/exp(x)", 800}, {"if(ln(x),1,2)", -1}, {"arcsin(x)", 1.0000001},
+    {"1/x", 0},
+    {"0/x", 0},
+    {"ln(x)", 0},
+    {"ln(x)", -1},
+    {"sqr(x)", -1},
+    {"x^0.5", -1},
+    {"(-8)^(1/3)", 0},
+    {"0^x", -1},
+    {"1e308*10", 0},
+    {"exp(x)", 1000},
+    {"x-(1e308)-(1e308)", -1e308},
+    {"5\\x", 0},
+    {"5\\x", 0.5},
+    {"5 mod x", 0.4},
+    {"x\\1", 3e9},
+    {"x and 1", 1e10},
+    {"not x", 3e9},
+    {"(-2147483648)\\x", -1},
+    {"1/(x*x)", 1e-200},
+    {"1/exp(x)", 800},
+    {"if(ln(x),1,2)", -1},
+    {"arcsin(x)", 1.0000001},
 };
 
 TEST(Evaluator, HasNoValueAtAFault) {
@@ -110,21 +156,28 @@ TEST(Evaluator, NestsUpToAHundredConditions) {
 
 TEST(Evaluator, ReadsTheStatisticsOfTheData) {
   DataStatistics one;
-  one.X = {{.InputXMin = 1, .InputXMax = 5, .XMean = 3, .XStd = 1.5, .XAtYMin = 2, .XAtYMax = 4, .YAtXMin = 20, .YAtXMax = 10}};
+  one.X = {{.InputXMin = 1,
+            .InputXMax = 5,
+            .XMean = 3,
+            .XStd = 1.5,
+            .XAtYMin = 2,
+            .XAtYMax = 4,
+            .YAtXMin = 20,
+            .YAtXMax = 10}};
   one.InputYMin = -5;
   one.InputYMax = 25;
   one.YMean = 11;
   one.YStd = 6;
   const std::pair<const char*, double> words[] = {
-      {"xmin", 1}, {"xmax", 5}, {"XMean", 3}, {"xstd", 1.5}, {"xatymin", 2}, {"xatymax", 4}, {"xrange", 4},
-      {"ymin", -5}, {"ymax", 25}, {"ymean", 11}, {"ystd", 6}, {"yatxmin", 20}, {"yatxmax", 10}, {"yrange", 30}};
+      {"xmin", 1},  {"xmax", 5},  {"XMean", 3},  {"xstd", 1.5}, {"xatymin", 2},  {"xatymax", 4},  {"xrange", 4},
+      {"ymin", -5}, {"ymax", 25}, {"ymean", 11}, {"ystd", 6},   {"yatxmin", 20}, {"yatxmax", 10}, {"yrange", 30}};
   for (const auto& [word, value] : words) {
     Model model({word});
     model.Statistics = one;
     EXPECT_EQ(model({0}), value) << word;
   }
   // With several variables the pattern of "x1min" comes first and takes "x1atymin" too.
-  const std::pair<const char*, double> several[] = {{"x1min", 1}, {"x1atymin", 1}, {"x1atymax", 5}, {"x1range", 4},
+  const std::pair<const char*, double> several[] = {{"x1min", 1},     {"x1atymin", 1},  {"x1atymax", 5}, {"x1range", 4},
                                                     {"yatx1min", 20}, {"yatx1max", 10}, {"yrange", 30}};
   for (const auto& [word, value] : several) {
     Model model({word}, Dialect::SeveralVariables);

@@ -1,8 +1,8 @@
-#include "equation/Parser.h"
-
 #include <gtest/gtest.h>
 
 #include <numeric>
+
+#include "equation/Parser.h"
 
 namespace quorvex {
 namespace {
@@ -133,12 +133,9 @@ constexpr struct {
   bool Valid, HasX, HasCoefficients;
   const char* Names;
 } kModels[] = {
-    {"a+b", false, false, true, "a,b"},
-    {"2*x", false, true, false, ""},
-    {"A*x+a", true, true, true, "A"},
-    {"b*X+A*x1+a10+a2+_z", true, true, true, "A,_z,a10,a2,b,x1"},
-    {"y*x+z*u", true, true, true, "u,y,z"},
-    {"Gamma1*x+GAMMA1", true, true, true, "Gamma1"},
+    {"a+b", false, false, true, "a,b"},     {"2*x", false, true, false, ""},
+    {"A*x+a", true, true, true, "A"},       {"b*X+A*x1+a10+a2+_z", true, true, true, "A,_z,a10,a2,b,x1"},
+    {"y*x+z*u", true, true, true, "u,y,z"}, {"Gamma1*x+GAMMA1", true, true, true, "Gamma1"},
 };
 
 TEST(Parser, SortsCoefficientsByCharacterCodeAndKeepsTheFirstSpelling) {
