@@ -5,8 +5,9 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
-#include "engine/Linearization.h"
+#include "engine/DesignSolve.h"
 #include "engine/ModelClass.h"
+#include "equation/Linearization.h"
 
 namespace quorvex {
 namespace {
