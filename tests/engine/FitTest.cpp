@@ -1,0 +1,437 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "core/NumberText.h"
+#include "engine/EqClass.h"
+#include "engine/MvClass.h"
+
+namespace quorvex {
+namespace {
+
+SolveData Points(std::vector<std::vector<double>> X, std::vector<double> Y) {
+  SolveData data;
+  data.X = std::move(X);
+  data.SD.assign(Y.size(), 1.0);
+  data.sig.assign(Y.size(), 1.0);
+  data.Y = std::move(Y);
+  return data;
+}
+
+SolveData Sampled(std::vector<double> x, const std::function<double(double)>& f) {
+  std::vector<double> y;
+  for (const double v : x) y.push_back(f(v));
+  return Points({std::move(x)}, std::move(y));
+}
+
+// A form that raises a flag at a given turn of the event loop.
+struct ScriptedForm : SolveForm {
+  int AbortAt = 0, PauseAt = 0, Turns = 0;
+  std::vector<std::string> Texts;
+  void Yield() override {
+    ++Turns;
+    if (Turns == AbortAt) Aborted = true;
+    if (Turns == PauseAt) Paused = true;
+  }
+  void SetDeltaLabel(const std::string& text) override { Texts.push_back(text); }
+  void SetParameterLabel(int i, const std::string& text) override { Texts.push_back(std::to_string(i) + " " + text); }
+};
+
+struct Solving {
+  explicit Solving(std::vector<std::string> lines, bool several = false) {
+    if (several)
+      Model = std::make_unique<MvClass>(LocaleText{});
+    else
+      Model = std::make_unique<EqClass>(LocaleText{});
+    Model->SetID("test", std::move(lines));
+    EXPECT_TRUE(Model->IsValidEquation());
+  }
+  Solving& Start(std::vector<double> values) {
+    for (std::size_t i = 0; i < values.size(); ++i)
+      Model->SetRuleConstant(static_cast<int>(i) + 1, GeneralNumber(values[i]));
+    return *this;
+  }
+  bool Fit(const SolveData& data) { return Model->Fit(data, Preferences, Log, Form); }
+  // The log from the line that begins with `text` on, with bare line ends.
+  std::string From(const std::string& text) const {
+    std::string log = Log.substr(std::min(Log.find(text), Log.size()));
+    std::erase(log, '\r');
+    return log;
+  }
+  std::unique_ptr<ModelClass> Model;
+  Settings Preferences;
+  ScriptedForm Form;
+  std::string Log;
+};
+
+const SolveData kLine = Sampled({1, 2, 3, 4, 5}, [](double x) { return 3 + 2 * x; });
+const SolveData kNoisy = Points({{1, 2, 3, 4, 5}}, {5.1, 6.9, 9.2, 10.8, 13.1});
+
+TEST(Fit, ReportsAPerfectFitAsConverged) {
+  Solving solving({"a+b*x"});
+  ASSERT_TRUE(solving.Fit(kLine));
+  EXPECT_NEAR(solving.Model->Values(1), 3, 1e-9);
+  EXPECT_NEAR(solving.Model->Values(2), 2, 1e-9);
+  EXPECT_NE(solving.Log.find("Solution converged to residual change"), std::string::npos);
+}
+
+TEST(Fit, StopsAtOnceWhereTheMeritFunctionIsZero) {
+  Solving solving({"a*x"});
+  ASSERT_TRUE(solving.Start({2}).Fit(Points({{1, 2, 4}}, {2, 4, 8})));
+  EXPECT_EQ(solving.From("Beginning non-linear iterations"),
+            "Beginning non-linear iterations\n"
+            "Solution converged to residual change less than 1E-10%\n"
+            "Final Merit Function = 0\n"
+            "Total number of non-linear iterations = 1\n"
+            "Residual Sum of Squares = 0\n"
+            "Solution Complete\n\n");
+  EXPECT_EQ(solving.Model->R2, 1);
+  EXPECT_EQ(solving.Model->Durbin, 0);
+}
+
+TEST(Fit, WritesItsAccountLineByLine) {
+  Solving solving({"a+b*x"});
+  solving.Model->cfgID = "line";
+  ASSERT_TRUE(solving.Fit(kNoisy));
+  std::string head = solving.From("");
+  EXPECT_EQ(head.substr(0, head.find("Solution converged")),
+            "Beginning non-linear solution for model line\n"
+            "Determining derivative method for user defined model\n"
+            "Using numerical derivatives\n"
+            "Obtaining initial estimates\n"
+            "Initial estimates successful\n"
+            "Solving with 1 initial condition(s)\n"
+            "Beginning non-linear iterations\n");
+  EXPECT_NEAR(solving.Model->RSS, 0.107, 1e-9);  // closed form of the straight line
+  EXPECT_NEAR(solving.Model->StandardError(2), std::sqrt(0.107 / 3 / 10), 1e-9);
+  // Values stand, so a second solve starts from them.
+  solving.Log.clear();
+  ASSERT_TRUE(solving.Fit(kNoisy));
+  EXPECT_NE(solving.Log.find("Using current initial estimates\r\n"), std::string::npos);
+}
+
+TEST(Fit, RefusesAsManyCoefficientsAsPoints) {
+  Solving solving({"a+b*x+c*x^2"});
+  EXPECT_FALSE(solving.Fit(Points({{1, 2, 3}}, {1, 2, 4})));
+  EXPECT_EQ(solving.From("Solution"), "Solution failed: not enough data points\n\n");
+  solving.Log.clear();
+  EXPECT_TRUE(solving.Fit(Points({{1, 2, 3, 4}}, {1, 2, 4, 9})));
+  EXPECT_EQ(solving.Model->DOFError, 1);
+}
+
+TEST(Fit, EndsAtTheIterationLimitOneBeyondIt) {
+  Solving solving({"a*exp(b*x)"});
+  solving.Preferences.MaxIterations = 2;
+  ASSERT_TRUE(solving.Start({1, 0.5}).Fit(kNoisy));
+  EXPECT_NE(solving.Log.find("Reached iteration limit of 2\r\nSolution failed to converge to residual change of "
+                             "1E-10%\r\nFinal Merit Function = "),
+            std::string::npos);
+  EXPECT_NE(solving.Log.find("Total number of non-linear iterations = 3\r\n"), std::string::npos);
+}
+
+TEST(Fit, ToleratesSomeStepsWithoutChange) {
+  // A coefficient without influence on a constant model: every trial gives the same merit function.
+  Solving solving({"a+0*b*x^0"});
+  solving.Model->SetConstant(2, 0);
+  solving.Preferences.DivIterations = 3;
+  ASSERT_TRUE(solving.Start({2, 1}).Fit(Points({{1, 2, 3}}, {1, 2, 3})));
+  EXPECT_NE(solving.Log.find("Merit Function unchanged during last 3 of 5 iterations\r\n"
+                             "Solution converged to residual change of 0.0%\r\n"),
+            std::string::npos)
+      << solving.Log;
+}
+
+TEST(Fit, StandsWhenTheUserPausesAndFallsWhenHeAborts) {
+  Solving paused({"a*exp(b*x)"});
+  paused.Form.PauseAt = 2;
+  EXPECT_TRUE(paused.Start({1, 0.1}).Fit(kNoisy));
+  EXPECT_NE(paused.Log.find("Iterations stopped by user.\r\n"), std::string::npos);
+  EXPECT_TRUE(paused.Model->Solved);
+  EXPECT_FALSE(paused.Form.Paused);
+
+  Solving aborted({"a*exp(b*x)"});
+  aborted.Form.AbortAt = 2;
+  EXPECT_FALSE(aborted.Start({1, 0.1}).Fit(kNoisy));
+  EXPECT_FALSE(aborted.Model->Solved);
+  EXPECT_EQ(aborted.From("Beginning non-linear iterations"), "Beginning non-linear iterations\n");
+}
+
+TEST(Fit, ShowsItsProgress) {
+  Solving solving({"a+b*x"});
+  solving.Form.ShowDetail = true;
+  solving.Fit(kNoisy);
+  ASSERT_GE(solving.Form.Texts.size(), 3u);
+  EXPECT_EQ(solving.Form.Texts[0], "1 a: 1");
+  EXPECT_EQ(solving.Form.Texts[1], "2 b: 1");
+  EXPECT_EQ(solving.Form.Texts[2], "Percent Change: 0.000000E+00");
+}
+
+TEST(Fit, KeepsHeldCoefficientsAndGivesThemNoVariance) {
+  Solving solving({"a+b*x+c*x^2"});
+  solving.Model->SetConstant(2, 0);
+  ASSERT_TRUE(solving.Start({1, 2, 0}).Fit(kNoisy));
+  EXPECT_EQ(solving.Model->Values(2), 2);
+  EXPECT_EQ(solving.Model->Covariance(2), 0);
+  EXPECT_GT(solving.Model->Covariance(1), 0);
+  EXPECT_EQ(solving.Model->DOFError, 3);
+
+  Solving allHeld({"a+b*x"});
+  allHeld.Model->SetConstant(1, 0);
+  allHeld.Model->SetConstant(2, 0);
+  ASSERT_TRUE(allHeld.Start({3, 2}).Fit(kNoisy));
+  EXPECT_NEAR(allHeld.Model->RSS, 0.11, 1e-12);
+}
+
+constexpr struct {
+  const char *Model, *Messages;
+  bool Several;
+} kFaults[] = {
+    {"a*ln(x-3)", "Error evaluating the function at X =1\nSolution failed: Numerical Error\n", false},
+    {"a*(x-1)^(-1)", "Error evaluating the function at X =1\nSolution failed: Numerical Error\n", false},
+    {"a*exp(1000*x)", "Error evaluating the function at X =1\nSolution failed: Numerical Error\n", false},
+    {"a*sqr(1-b)*x", "Error taking derivatives at X = 1\nSolution failed: Numerical Error\n", false},
+    {"a*x+b-b", "Singular matrix encountered in gaussian elimination.\nSolution failed: Numerical Error\n", false},
+    {"a*x*1e200", "Solution failed: Numerical Error\n", false},
+    {"a*ln(x1-3)", "Error evaluating the function.\nSolution failed: Numerical Error\n", true},
+    {"a*sqr(1-b)*x1", "Error taking derivatives.\nSolution failed: Numerical Error\n", true},
+};
+
+TEST(Fit, EndsANumericalFaultWithItsReasonAndTheParameters) {
+  for (const auto& c : kFaults) {
+    Solving solving({c.Model}, c.Several);
+    EXPECT_FALSE(solving.Fit(kNoisy)) << c.Model;
+    EXPECT_FALSE(solving.Model->Solved);
+    std::string expected =
+        "Beginning non-linear iterations\n" + std::string(c.Messages) + "Current parameter values:\n";
+    for (int i = 1; i <= solving.Model->NumDependentVar(); ++i)
+      expected += solving.Model->Variables(i) + " = " + GeneralNumber(solving.Model->Values(i)) + "\n";
+    EXPECT_EQ(solving.From("Beginning non-linear iterations"), expected + "\n") << c.Model;
+    EXPECT_EQ(solving.Log.find("nan"), std::string::npos);
+  }
+}
+
+TEST(Fit, TakesAShorterStepWhereATrialHasNoValue) {
+  // From b = 5 the first steps lead beyond the domain of the root.
+  const SolveData data = Sampled({1, 2, 3, 4, 5, 6}, [](double x) { return 2 * std::sqrt(x - 0.9); });
+  Solving solving({"a*sqr(x-b)"});
+  ASSERT_TRUE(solving.Start({1, -5}).Fit(data)) << solving.Log;
+  EXPECT_NEAR(solving.Model->Values(1), 2, 1e-4);
+  EXPECT_NEAR(solving.Model->Values(2), 0.9, 1e-4);
+}
+
+TEST(Fit, RefusesMoreThanAHundredCoefficients) {
+  std::string text = "x*(c1";
+  std::vector<double> x, y;
+  for (int i = 2; i <= 101; ++i) text += "+c" + std::to_string(i);
+  for (int i = 0; i < 200; ++i) x.push_back(i), y.push_back(i);
+  Solving solving({text + ")"});
+  EXPECT_FALSE(solving.Fit(Points({x}, y)));
+  EXPECT_NE(solving.Log.find("Solution failed: Numerical Error"), std::string::npos);
+}
+
+TEST(Fit, TakesTypedDerivativesOnlyWhereAllCompile) {
+  Solving typed({"F1*exp(b*x)", "a"});
+  typed.Model->SetDerivative(1, "exp(B*x)");
+  typed.Model->SetDerivative(2, "F1*x*exp(b*x)");
+  typed.Start({5, 0.1});
+  ASSERT_TRUE(typed.Fit(kNoisy));
+  EXPECT_NE(typed.Log.find("Using analytical derivatives\r\n"), std::string::npos);
+
+  Solving numeric({"a*exp(b*x)"});
+  ASSERT_TRUE(numeric.Start({5, 0.1}).Fit(kNoisy));
+  EXPECT_NEAR(typed.Model->RSS / numeric.Model->RSS, 1, 1e-12);
+  EXPECT_NEAR(typed.Model->StandardError(2) / numeric.Model->StandardError(2), 1, 1e-8);
+
+  for (const char* text : {"Numerical", "x*a*exp(b*x", "x*F2"}) {
+    Solving fallen({"a*exp(b*x)"});
+    fallen.Model->SetDerivative(1, "exp(b*x)");
+    fallen.Model->SetDerivative(2, text);
+    ASSERT_TRUE(fallen.Start({5, 0.1}).Fit(kNoisy));
+    EXPECT_NE(fallen.Log.find("Using numerical derivatives\r\n"), std::string::npos) << text;
+  }
+}
+
+TEST(Fit, SearchesFromEveryPointOfAGridAndKeepsTheBest) {
+  // cos(b*x) has one deep minimum; a start far from it ends in a shallow one.
+  std::vector<double> x;
+  for (int i = 0; i <= 40; ++i) x.push_back(i * 0.1);
+  const SolveData data = Sampled(x, [](double v) { return 2 * std::cos(3 * v) + 0.01 * std::sin(50 * v); });
+  Solving solving({"a*cos(b*x)"});
+  solving.Model->SetICRange({{1, 1, 1}, {1, 9, 5}});
+  solving.Model->SetValue(1, 1);
+  solving.Model->SpecifyICComplete = true;
+  ASSERT_TRUE(solving.Fit(data)) << solving.Log;
+  EXPECT_NE(solving.Log.find("Solving with 5 initial condition(s)\r\n"), std::string::npos);
+  EXPECT_NE(solving.Log.find("IC Set 5: Final residual change = "), std::string::npos);
+  EXPECT_NE(solving.Log.find("5 of 5 IC's successful, determining best fit.\r\nSolution Complete\r\n\r\n"),
+            std::string::npos);
+  EXPECT_EQ(solving.Model->SweepCount, 5);
+  EXPECT_NEAR(std::abs(solving.Model->Values(2)), 3, 0.01);
+  const auto& rows = solving.Model->GetSweepInfo();
+  ASSERT_EQ(rows.size(), 5u);
+  for (std::size_t k = 0; k < 5; ++k) {
+    EXPECT_EQ(rows[k][1], 1 + 2.0 * static_cast<double>(k));
+    EXPECT_GE(rows[k][4], solving.Model->RSS);
+  }
+}
+
+TEST(Fit, CountsAFailedStartOfASweepAsNone) {
+  Solving solving({"a*ln(b*x)"});
+  solving.Model->SetICRange({{1, 1, 1}, {-1, 1, 2}});
+  solving.Model->SpecifyICComplete = true;
+  ASSERT_TRUE(solving.Fit(kNoisy));
+  EXPECT_NE(solving.Log.find("1 of 2 IC's successful"), std::string::npos);
+
+  Solving hopeless({"a*ln(b*x)"});
+  hopeless.Model->SetICRange({{1, 1, 1}, {-2, -1, 2}});
+  hopeless.Model->SpecifyICComplete = true;
+  EXPECT_FALSE(hopeless.Fit(kNoisy));
+  EXPECT_EQ(hopeless.From("0 of"), "0 of 2 IC's successful, determining best fit.\n");
+}
+
+TEST(BuildICSets, RunsTheFullGridWithTheFirstCoefficientFastest) {
+  const auto sets = BuildICSets({{0, 2, 3}, {5, 5, 1}, {10, 14, 5}});
+  ASSERT_EQ(sets.size(), 15u);
+  EXPECT_EQ(sets[0], (std::vector<double>{0, 5, 10}));
+  EXPECT_EQ(sets[1], (std::vector<double>{1, 5, 10}));
+  EXPECT_EQ(sets[3], (std::vector<double>{0, 5, 11}));
+  EXPECT_EQ(sets[14], (std::vector<double>{2, 5, 14}));
+}
+
+constexpr struct {
+  const char *Rule, *Constant;
+  bool Several;
+  double Value;  // NaN: the estimate fails
+} kRules[] = {
+    {"Value", "3.5", false, 3.5},     {"* YMin", "2", false, 8},
+    {"/ ymax", "2", false, 0.1},      {"* YAvg", "1", false, 10},
+    {"/ YAgv", "20", false, 2},       {"/ YAvg", "20", false, NAN},
+    {"*(YMax-YMin)", "1", false, 16}, {"/ (YMax - YMin)", "32", false, 2},
+    {"* XMin", "2", false, 0},        {"/ XMin", "2", false, 1},  // a zero divisor gives 1
+    {"* XMax", "2", false, 8},        {"/ XAvg", "4", false, 2},
+    {"*(xmax-xmin)", "1", false, 4},  {"/ N", "8", false, 2},
+    {"* N", "8", false, 32},          {"^ N", "8", false, NAN},
+    {"* XRange", "8", false, NAN},    {"", "8", false, NAN},
+    {"Value", "", false, NAN},        {"Value", "abc", false, NAN},
+    {"* X1Max", "1", false, NAN},     {"/ YAvg", "20", true, 2},
+    {"* X2Max", "2", true, 16},       {"/(X1Max-X1Min)", "8", true, 2},
+    {"* x3max", "1", true, NAN},      {"* XMax", "1", true, NAN},
+    {"/ YAgv", "20", true, NAN},
+};
+
+TEST(SetIC, EstimatesByRules) {
+  const SolveData one = Points({{0, 1, 3, 4}}, {4, 6, 10, 20});
+  const SolveData two = Points({{0, 1, 3, 4}, {8, 1, 2, 3}}, {4, 6, 10, 20});
+  for (const auto& c : kRules) {
+    Solving solving({c.Several ? "a*x1+a*x2" : "a*x"}, c.Several);
+    solving.Model->SetRule(1, c.Rule);
+    solving.Model->SetRuleConstant(1, c.Constant);
+    const bool fails = std::isnan(c.Value);
+    EXPECT_EQ(solving.Model->SetIC(c.Several ? two : one), !fails) << c.Rule;
+    EXPECT_DOUBLE_EQ(solving.Model->Values(1), fails ? 1.0 : c.Value) << c.Rule;
+    EXPECT_EQ(solving.Model->SpecifyICComplete, !fails) << c.Rule;
+  }
+}
+
+TEST(SetIC, FillsTheStatisticsOfTheInput) {
+  Solving solving({"a*x"});
+  solving.Model->SetIC(Points({{1, 1, 2, 5}}, {3, 9, 1, 9}));
+  const VariableStatistics& x = solving.Model->Statistics.X[0];
+  EXPECT_EQ(x.InputXMin, 1);
+  EXPECT_EQ(x.InputXMax, 5);
+  EXPECT_EQ(x.XMean, 2.25);
+  EXPECT_DOUBLE_EQ(x.XStd, std::sqrt(10.75 / 3));
+  EXPECT_EQ(x.XAtYMin, 2);
+  EXPECT_EQ(x.XAtYMax, 1);  // the first of equal ones
+  EXPECT_EQ(x.YAtXMin, 3);
+  EXPECT_EQ(x.YAtXMax, 9);
+  EXPECT_EQ(solving.Model->Statistics.YMean, 5.5);
+  EXPECT_EQ(solving.Model->NumInputX(), 3u);  // equal neighbours count once
+  EXPECT_EQ(solving.Model->InputX(3), 5);
+}
+
+TEST(SetIC, FallsBackOnOneAtAFault) {
+  Solving solving({"a*x+b"});
+  EXPECT_FALSE(solving.Start({7, 7}).Model->SetIC(Points({{1, 2, 3}}, {1e308, -1e308, 1e308})));
+  EXPECT_EQ(solving.Model->Values(1), 1);
+  EXPECT_EQ(solving.Model->GetICRange()[0], (ICRange{1, 1, 1}));
+}
+
+// Weighted line through (1,1), (2,3), (3,2), (4,5) with weights w; sums worked out in rational arithmetic.
+TEST(GetGoodnessOfFit, WeighsWhatItShould) {
+  Solving solving({"a+b*x"});
+  solving.Model->SetValue(1, 0);
+  solving.Model->SetValue(2, 1);
+  SolveData data = Points({{1, 2, 3, 4}}, {1, 3, 2, 5});
+  data.sig = {2, 0.5, 1, 0.5};
+  ASSERT_TRUE(solving.Model->GetGoodnessOfFit(data, 2));
+  const ModelClass& m = *solving.Model;
+  EXPECT_EQ(m.ResSum, 1);
+  EXPECT_EQ(m.ResAvg, 0.25);
+  EXPECT_EQ(m.RSS, 3);
+  EXPECT_EQ(m.RssNorm, 2);
+  EXPECT_EQ(m.RST, 7);  // about the weighted mean 2
+  EXPECT_EQ(m.DOFError, 2);
+  EXPECT_EQ(m.DOFRegression, 1);
+  EXPECT_EQ(m.StdErr, 1);
+  EXPECT_DOUBLE_EQ(m.R2, 5.0 / 7);
+  EXPECT_DOUBLE_EQ(m.R2Adjust, 4.0 / 7);
+  EXPECT_DOUBLE_EQ(m.Durbin, (1.0 + 4 + 4) / 3);
+}
+
+TEST(GetGoodnessOfFit, ClipsAndSettlesTheBorderCases) {
+  Solving solving({"a+0*x"});
+  solving.Model->SetValue(1, 2);
+  ASSERT_TRUE(solving.Model->GetGoodnessOfFit(Points({{1, 2, 3}}, {2, 2, 2}), 1));
+  EXPECT_EQ(solving.Model->R2, 1);  // constant Y, met exactly
+  solving.Model->SetValue(1, 3);
+  ASSERT_TRUE(solving.Model->GetGoodnessOfFit(Points({{1, 2, 3}}, {2, 2, 2}), 1));
+  EXPECT_EQ(solving.Model->R2, 0);
+  ASSERT_TRUE(solving.Model->GetGoodnessOfFit(Points({{1, 2, 3}}, {1, 2, 1}), 3));
+  EXPECT_EQ(solving.Model->R2, 0);  // negative before
+  EXPECT_EQ(solving.Model->DOFError, 1);
+}
+
+// Against closed forms at a point: cos for sin, and the chain of a product.
+TEST(Derivatives, AgreeWithCalculus) {
+  Solving solving({"a*sin(b*x)+c"});
+  ModelClass& m = *solving.Model;
+  for (int i = 1; i <= 3; ++i) m.SetValue(i, i == 3 ? 0 : i + 0.5);
+  const double x = 0.7, a = 1.5, b = 2.5;
+  std::vector<double> dyda(3);
+  std::string ErrString;
+  const double exact[] = {std::sin(b * x), a * x * std::cos(b * x), 1};
+  ASSERT_TRUE(m.Derivative({&x, 1}, dyda, ErrString));
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(dyda[i], exact[i], 1e-9) << i;
+  ASSERT_TRUE(m.NumericalDerivatives({&x, 1}, dyda, ErrString));
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(dyda[i], exact[i], 1e-8) << i;
+  EXPECT_NEAR(m.DDX({&x, 1}), a * b * std::cos(b * x), 1e-8);
+  m.SetConstant(2, 0);
+  ASSERT_TRUE(m.Derivative({&x, 1}, dyda, ErrString));
+  EXPECT_EQ(dyda[1], 0);
+}
+
+TEST(ModelClass, CopiesToAnIndependentTwin) {
+  Solving solving({"F1+b", "a*x"});
+  solving.Model->SetRule(1, "* YMax");
+  ASSERT_TRUE(solving.Fit(kNoisy));
+  const std::unique_ptr<ModelClass> twin = solving.Model->CopyTo();
+  EXPECT_TRUE(twin->Solved);
+  EXPECT_EQ(twin->RSS, solving.Model->RSS);
+  EXPECT_EQ(twin->Values(2), solving.Model->Values(2));
+  EXPECT_EQ(twin->Covariance(2), solving.Model->Covariance(2));
+  EXPECT_EQ(twin->Rules(1), "* YMax");
+  EXPECT_EQ(twin->NumInputX(), 5u);
+  solving.Model->Datachange();
+  EXPECT_TRUE(twin->Solved);
+  EXPECT_FALSE(solving.Model->Solved);
+  EXPECT_EQ(solving.Model->Values(1), 1);
+  double y = 0, x = 3;
+  std::string ErrString;
+  ASSERT_TRUE(twin->Evaluate({&x, 1}, y, ErrString));
+  EXPECT_EQ(y, twin->Values(1) * 3 + twin->Values(2));
+}
+
+}  // namespace
+}  // namespace quorvex
