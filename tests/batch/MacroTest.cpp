@@ -1,0 +1,433 @@
+// Macros as a user runs them: the real program, real files, and its status, log and output.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <random>
+
+#include "batch/Program.h"
+
+namespace quorvex {
+namespace {
+
+// The log with bare line ends and "@" for the run's folder, whose name comes in two spellings.
+std::string LogOf(const Program& program, const std::string& name = "run.log") {
+  std::string log = program.Folder.Read(name);
+  std::erase(log, '\r');
+  std::string folder = program.Folder.Path("");
+  for (int spelling = 0; spelling < 2; ++spelling) {
+    for (std::size_t at = 0; (at = log.find(folder, at)) != std::string::npos;) log.replace(at, folder.size(), "@");
+    std::transform(folder.begin(), folder.end(), folder.begin(), ::tolower);
+  }
+  return log;
+}
+
+// The output less the line with the time.
+std::string OutputOf(const Program& program) {
+  std::string text = program.Folder.Read("out.txt");
+  const std::size_t at = text.find(" evaluated on ");
+  return at == std::string::npos ? text : text.erase(at, text.find('\r', at) - at);
+}
+
+constexpr const char* kHead = "B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\n";
+constexpr const char* kTail = "B_MODEL\nY = a+b*x\nE_MODEL\nE_MACRO\n";
+constexpr const char* kData = "1 5.1\n2 6.9\n3 9.2\n4 10.8\n5 13.1\n";
+const std::string kRunOfTheLine = std::string(kHead) + kTail;
+
+TEST(Macro, KeepsALogOfTheWholeRun) {
+  Program program;
+  program.Folder.Write("data.txt", kData);
+  EXPECT_EQ(program.RunMacro(std::string("Free text in front.\n") + kHead + "Comment = first\n\tComment=\t second\n" +
+                             "Bogus = 1\nE_MODEL\n\n  regressiontolerance = 0.001\nMAXITERATIONS = 20\n" + kTail),
+            0);
+  EXPECT_EQ(program.Out + program.Err, "");
+  std::string log = LogOf(program);
+  const std::size_t at = log.find("Final Merit Function");
+  log.erase(at, log.find("Writing solution") - at);
+  EXPECT_EQ(log,
+            "Opening Quorvex Macro file '@macro.cfg'\n"
+            "Parsing Quorvex Macro file\n"
+            "Ignoring unknown command or syntax error: Bogus = 1\n"
+            "Syntax error, reached 'E_MODEL' statement before 'B_MODEL' statement\n"
+            "Setting regression tolerance to 0.001\n"
+            "Setting maximum number of iterations to 20\n"
+            "Setting number of unchanged iterations to 10\n"
+            "\n"
+            "***************************************\n"
+            "Reading the input data file '@data.txt'\n"
+            "Solving models\n"
+            "\n"
+            "Beginning non-linear solution for model 1UserModel\n"
+            "Determining derivative method for user defined model\n"
+            "Using numerical derivatives\n"
+            "Obtaining initial estimates\n"
+            "Initial estimates successful\n"
+            "Solving with 1 initial condition(s)\n"
+            "Beginning non-linear iterations\n"
+            "Solution converged to residual change less than 0.001%\n"
+            "Writing solution to @out.txt\n"
+            "***************************************\n"
+            "Log Summary:\n"
+            "Run Successful\n"
+            "***************************************\n"
+            "Normal termination\n");
+  EXPECT_NE(OutputOf(program).find("    B_COMMENTS\r\n        first\r\n        second\r\n    E_COMMENTS\r\n"),
+            std::string::npos);
+}
+
+// Files that a case finds in its folder: "data.txt" always, "folder/" a folder, "loop" a link to itself, "secret.txt" a
+// file that nobody may read.
+struct Case {
+  const char* Name;
+  std::string Macro;
+  int Status;
+  const char* LogHas;
+};
+
+std::string Line(const std::string& statement) { return statement + "\n"; }
+
+const Case kCases[] = {
+    {"empty file", "", 20, ""},
+    {"no B_MACRO", "Y = a*x\nE_MACRO\n", 20, ""},
+    {"B_MACRO alone", "text\nB_MACRO", 20, ""},
+    {"B_MACRO in the last line", "text\nB_MACRO\n", 20, ""},
+    {"binary",
+     std::string("\x7f"
+                 "ELF\0\xff\r\x00\xfe\n\0=\t",
+                 16) +
+         std::string(5000, '\xd8'),
+     20, ""},
+    {"no model", std::string(kHead) + "E_MACRO\n", 400,
+     "Solving models\n\nLog Summary:\nRun Failed\n***************************************\nAbnormal termination\n"
+     "Exit Status 400\n"},
+    {"last line not acted on",
+     "B_MACRO\nDataFile = @data.txt\nLogFile = @run.log\nB_MODEL\nY = a+b*x\nE_MODEL\n"
+     "OutputFile = @out.txt",
+     200, "Write failed, OutputFile not specified\nFile Output Error: 200\n"},
+    {"block on the last lines", std::string(kHead) + "B_MODEL\nY = a+b*x\nE_MODEL", 0, "Solution Complete"},
+    {"block not ended", std::string(kHead) + "B_MODEL\nY = a+b*x\n", 400, "Error creating model 1\n"},
+    {"E_MACRO in a block", std::string(kHead) + "B_MODEL\nY = a+b*x\nE_MACRO\n" + kTail, 0,
+     "Found E_MACRO before E_MODEL command\nError creating model 1\nSetting"},
+    {"B_MODEL in a block", std::string(kHead) + "B_MODEL\nB_MODEL\nY = a+b*x\nE_MODEL\nE_MACRO\n", 0,
+     "Missing E_MODEL command, model ignored\nSetting"},
+    {"stray line in a block", std::string(kHead) + "B_MODEL\nstray  line \n" + (kTail + 8), 0,
+     "Error parsing model, the stray  line command not valid between B_MODEL and E_MODEL pairs\nSetting"},
+    {"invalid models",
+     std::string(kHead) +
+         "B_MODEL\nY = a+\nE_MODEL\nB_MODEL\nY = 2*x\nE_MODEL\nB_MODEL\nY=F1*a*x\n"
+         "F1=F1\nE_MODEL\n" +
+         kTail,
+     0, "Error creating model 1\nError creating model 2\nError creating model 3\nSetting"},
+    {"joined words", std::string(kHead) + "B_MODEL\nY = a+b*x mod 4\nE_MODEL\n" + kTail, 0,
+     "Warning: the model line 'Y = a+b*x mod 4' is read without its blanks, which joins two words; put word operators "
+     "in parentheses, as in (a) mod (b)\n"},
+    {"words in parentheses", std::string(kHead) + "B_MODEL\nY = a+b*((x) mod (4))\nE_MODEL\nE_MACRO\n", 0,
+     "Parsing Quorvex Macro file\nSetting"},
+    {"no data file named", "B_MACRO\nLogFile = @run.log\n" + Line(kTail), 110,
+     "Reading the input data file failed, DataFile not specified\nError reading the input data file\n"},
+    {"missing data file", std::string(kHead) + "DataFile = @none.txt\n" + kTail, 110,
+     "Reading the input data file '@none.txt'\nError reading the input data file\n"
+     "***************************************\nLog Summary:\nRun Failed\n***************************************\n"
+     "Abnormal termination\nExit Status 110\n"},
+    {"data in a missing folder", std::string(kHead) + "DataFile = @none/data.txt\n" + kTail, 110, "Exit Status 110"},
+    {"data is a folder", std::string(kHead) + "DataFile = @folder\n" + kTail, 130, "Exit Status 130"},
+    {"data may not be read", std::string(kHead) + "DataFile = @secret.txt\n" + kTail, 130, "Exit Status 130"},
+    {"data is a loop", std::string(kHead) + "DataFile = @loop\n" + kTail, 150, "Exit Status 150"},
+    {"data is empty", std::string(kHead) + "DataFile = /dev/null\n" + kTail, 150, "Exit Status 150"},
+    {"first line beyond the end", std::string(kHead) + "DataFirstLine = 6\n" + kTail, 150, "Exit Status 150"},
+    {"text among the data", std::string(kHead) + "DataFile = @text.txt\n" + kTail, 150,
+     "Line 3: 'x7' is not a number.\nError reading the input data file\n"},
+    {"too few columns named", std::string(kHead) + "ColumnOrder = y\n" + kTail, 150, "Exit Status 150"},
+    {"too many variables", std::string(kHead) + "IndependentVariables = 21\n" + kTail, 150,
+     "IndependentVariables must be 1 to 20, not 21.\nError reading the input data file\n"},
+    {"not enough points", std::string(kHead) + "DataFirstLine = 4\n" + kTail, 0,
+     "Solution failed: not enough data points\n"},
+    {"output in a missing folder", std::string(kHead) + "OutputFile = @none/out.txt\n" + kTail, 200,
+     "File Output Error: 200\n***************************************\nLog Summary:\nRun Failed\n"},
+    {"output is a folder", std::string(kHead) + "OutputFile = @folder\n" + kTail, 220, "File Output Error: 220"},
+    {"output on a full disk", std::string(kHead) + "OutputFile = /dev/full\n" + kTail, 230, "File Output Error: 230"},
+    {"output has too long a name", std::string(kHead) + "OutputFile = @" + std::string(300, 'n') + "\n" + kTail, 200,
+     "File Output Error: 200"},
+};
+
+TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
+  for (const Case& c : kCases) {
+    Program program;
+    program.Folder.Write("data.txt", kData);
+    program.Folder.Write("text.txt", "1 2\n2 3\nx7 4\n5 6\n");
+    program.Folder.Write("folder/inside.txt", "");
+    std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
+    chmod(program.Folder.Write("secret.txt", kData).c_str(), 0);
+    const int status = program.RunMacroAsUser(c.Macro);
+    EXPECT_EQ(status, c.Status % 256) << c.Name << "\n" << LogOf(program);
+    EXPECT_EQ(program.Err, c.Status == 0 ? "" : "Exit Status " + std::to_string(c.Status) + "\n") << c.Name;
+    EXPECT_EQ(program.Out, "") << c.Name;
+    const std::string log = LogOf(program);
+    EXPECT_NE(log.find(c.LogHas), std::string::npos) << c.Name << "\n" << log;
+  }
+}
+
+TEST(Macro, EndsInTheStatusOfItsOwnFile) {
+  Program program;
+  program.Folder.Write("folder/inside.txt", "");
+  std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
+  const std::pair<std::string, int> files[] = {{"none.cfg", 30}, {"none/none.cfg", 30}, {"folder", 50}, {"loop", 70}};
+  for (const auto& [name, status] : files) {
+    EXPECT_EQ(program.Run("-runcfg " + program.Folder.Path(name)), status) << name;
+    EXPECT_EQ(program.Err, "Exit Status " + std::to_string(status) + "\n");
+  }
+}
+
+TEST(Macro, GoesOnWithoutALogThatFails) {
+  const std::pair<const char*, int> logs[] = {{"@none/run.log", 300}, {"@folder", 320}, {"/dev/full", 330}};
+  for (const auto& [name, status] : logs) {
+    Program program;
+    program.Folder.Write("data.txt", kData);
+    program.Folder.Write("folder/inside.txt", "");
+    EXPECT_EQ(program.RunMacro(std::string(kHead) + "LogFile = " + name + "\n" + kTail), status % 256) << name;
+    EXPECT_EQ(program.Err, "Exit Status " + std::to_string(status) + "\n");
+    EXPECT_NE(OutputOf(program).find("Model_ID = 1UserModel"), std::string::npos);
+  }
+}
+
+TEST(Macro, KeepsOnlyTheSummaryWhenAsked) {
+  Program program;
+  program.Folder.Write("data.txt", kData);
+  program.RunMacro(std::string(kHead) + "LogSummaryOnly = True\n" + kTail);
+  EXPECT_EQ(LogOf(program),
+            "Log Summary:\nRun Successful\n***************************************\n"
+            "Normal termination\n");
+  program.RunMacro(std::string(kHead) + "LogSummaryOnly = True\nDataFile = @none\n" + kTail);
+  EXPECT_EQ(LogOf(program),
+            "Log Summary:\nRun Failed\n***************************************\n"
+            "Abnormal termination\nExit Status 110\n");
+}
+
+TEST(Macro, TellsItsStatusToAWaitingProcess) {
+  Program program;
+  program.Folder.Write("data.txt", kData);
+  program.RunMacro(std::string(kHead) + "HandShake = ShowProgress\nHandShake = UseDDE\n" + kTail);
+  const std::string folder = program.Folder.Path("");
+  std::string lower = folder;
+  std::transform(lower.begin(), lower.end(), lower.begin(), ::tolower);
+  EXPECT_EQ(program.Out,
+            "Reading Quorvex Macro file '" + lower + "macro.cfg '\nReading data file '" + folder +
+                "data.txt'\nBeginning solution process\nSolving Model 1UserModel\nWriting solution file '" + folder +
+                "out.txt '\nSolution process complete\nNormal termination\n");
+  EXPECT_NE(LogOf(program).find("There is no display, so the run goes on without progress form and message boxes.\n"),
+            std::string::npos);
+}
+
+// One line of 100 MB, as a statement and as a model, ends like any other nonsense.
+TEST(Macro, SurvivesALineOfAHundredMegabytes) {
+  Program program;
+  program.Folder.Write("data.txt", kData);
+  EXPECT_EQ(program.RunMacro(std::string(100'000'000, 'x')), 20);
+  EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nB_MODEL\nY = " + std::string(100'000'000, '(') +
+                             "\nE_MODEL\nE_MACRO\n"),
+            400 % 256);
+}
+
+TEST(Macro, RanksByItsSortKey) {
+  const std::string models =
+      "B_MODEL\nID = constant\nY = a+0*x\nE_MODEL\nB_MODEL\nID = line\nY = a+b*x\nE_MODEL\n"
+      "B_MODEL\nID = Twin Line\nY = c+d*x\nE_MODEL\nE_MACRO\n";
+  for (const std::string key : {"RSS", "R^2", "ra^2", "StdErr", "bogus"}) {
+    Program program;
+    program.Folder.Write("data.txt", kData);
+    ASSERT_EQ(program.RunMacro(std::string(kHead) + "SortKey = " + key + "\n" + models), 0);
+    const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
+    ASSERT_EQ(answers.size(), 3u);
+    EXPECT_EQ(answers[0].ID + ", " + answers[1].ID + ", " + answers[2].ID, "line, Twin Line, constant") << key;
+    const std::string shown = key == "ra^2" ? "Ra^2" : key == "bogus" ? "RSS" : key;
+    EXPECT_NE(OutputOf(program).find("Rank(sorted_by_" + shown + ") = 1\r\n"), std::string::npos);
+  }
+}
+
+TEST(Macro, WritesTheTablesItIsAskedFor) {
+  Program program;
+  program.Folder.Write("data.txt", "3;9;2\n1;5;1\n3;11;2\n2;6;1\n5;14;1\n");
+  ASSERT_EQ(
+      program.RunMacro(std::string(kHead) +
+                       "Weighted = true\nInputDelimit = Semicolon\nOutputDelimit = Comma\nOutputFitInfo = no\n"
+                       "TableOutput = DataFile, CalcData, ErrorData, MinMaxError\nB_MODEL\nID=held\nY=a+b*x\n"
+                       "Assign a = 2, Operator = value, Fit = False\nAssign b = 2, Operator = value, Fit = False\n"
+                       "E_MODEL\nE_MACRO\n"),
+      0);
+  std::string text = OutputOf(program);
+  std::erase(text, '\r');
+  text.replace(text.find(program.Folder.Path("")), program.Folder.Path("").size(), "@");
+  EXPECT_EQ(text,
+            "B_OUTPUT\n    B_HEADER\n        Quorvex Version 9.0.0\n        Quorvex Macro '@data.txt'\n    E_HEADER\n"
+            "    B_COMMENTS\n\n    E_COMMENTS\n    B_INPUTDATA\n        DataPoints = 5\n        1,5,1\n"
+            "        2,6,1\n        3,9,2\n        3,11,2\n        5,14,1\n    E_INPUTDATA\n    B_SOLVEDMODELS\n"
+            "        B_MODEL\n            Rank(sorted_by_RSS) = 1\n            Model_ID = held\n"
+            "            B_DEFINITION\n                Y = a+b*x\n            E_DEFINITION\n"
+            "            B_COEFFICIENTS\n                a = 2,0,0,0,0,0\n                b = 2,0,0,0,0,0\n"
+            "            E_COEFFICIENTS\n            B_DATATABLE\n                4,1\n                6,0\n"
+            "                8,1\n                8,3\n                12,2\n            E_DATATABLE\n"
+            "            B_MINMAXRESIDUAL\n                Minimum_Residual = 0\n                Maximum_Residual = 3\n"
+            "            E_MINMAXRESIDUAL\n        E_MODEL\n    E_SOLVEDMODELS\nE_OUTPUT\n");
+}
+
+TEST(Macro, ReadsItsColumnsAndMarkersAsTold) {
+  Program program;
+  program.Folder.Write("data.txt", "id y junk x\n1 7 - 2\n2 -999 - 3\n3 9 - 3\n4  11 - 4 \n5 - - -\n6 13 - 5\n");
+  ASSERT_EQ(program.RunMacro(std::string(kHead) +
+                             "DataFirstLine = 2\nColumnOrder = drop, Y, none, X\nMissingData = -999\n"
+                             "TableOutput = DataFile\n" +
+                             kTail),
+            150);
+  EXPECT_NE(LogOf(program).find("Line 6: '-' is not a number."), std::string::npos);
+  ASSERT_EQ(program.RunMacro(std::string(kHead) +
+                             "DataFirstLine = 2\nColumnOrder = drop, Y, none, X\nMissingData = -\n"
+                             "TableOutput = DataFile\n" +
+                             kTail),
+            0);
+  std::string text = OutputOf(program);
+  EXPECT_NE(text.find("DataPoints = 5\r\n        2\t7\r\n        3\t-999\r\n        3\t9\r\n        4\t11\r\n"),
+            std::string::npos)
+      << text;
+}
+
+TEST(Macro, FitsSeveralVariablesWithGaps) {
+  // y = 2 + 3*x1 - x3; x2 is noise that the second model leaves out.
+  std::string rows;
+  for (int i = 0; i < 12; ++i) {
+    const int x1 = i % 4, x2 = i * 7 % 5, x3 = i * i % 7;
+    rows += std::to_string(x1) + "\t" + std::to_string(x2) + "\t" + std::to_string(x3) + "\t" +
+            std::to_string(2 + 3 * x1 - x3) + "." + std::to_string(i % 3) + "\n";
+  }
+  Program program;
+  program.Folder.Write("data.txt", rows);
+  ASSERT_EQ(program.RunMacro(std::string(kHead) +
+                             "IndependentVariables = 3\nB_MODEL\nID=all\nY=a+b*x1+c*x2+d*x3\nE_MODEL\n"
+                             "B_MODEL\nID=gap\nY=a+b*x1+d*x03\nE_MODEL\nB_MODEL\nID=too many\nY=a*x4\nE_MODEL\n"
+                             "E_MACRO\n"),
+            0);
+  const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
+  ASSERT_EQ(answers.size(), 2u);
+  EXPECT_EQ(answers[0].ID, "all");
+  for (const ModelAnswer& answer : answers) {
+    EXPECT_NEAR(answer.Number("b"), 3, 0.1);
+    EXPECT_NEAR(answer.Number("d"), -1, 0.1);
+  }
+}
+
+// Sums depend on the order of points in their last digits, and the Durbin-Watson statistic by what it is; one variable
+// without repeats is sorted, so there nothing moves at all.
+TEST(Macro, DoesNotDependOnTheOrderOfRows) {
+  const struct {
+    const char *File, *Setup;
+    bool ToTheBit;
+  } kSets[] = {
+      {"dnase_sd.txt", "DataFirstLine = 2\nWeighted = True\nB_MODEL\nY=a/(1+exp((b-ln(x))/c))\nE_MODEL\n", true},
+      {"puromycin_treated.txt",
+       "DataFirstLine = 2\nB_MODEL\nY=vm*x/(k+x)\nAssign vm=200,Operator=value,Fit=true\n"
+       "Assign k=0.1,Operator=value,Fit=true\nE_MODEL\n",
+       false},
+      {"plant_uptake_sd.txt",
+       "DataFirstLine = 2\nIndependentVariables = 2\nWeighted = True\nB_MODEL\n"
+       "Y=(a-d*x2)*x1/(x1+b)\nAssign a=40,Operator=value,Fit=true\nAssign b=100,Operator=value,Fit=true\nE_MODEL\n",
+       false},
+  };
+  std::mt19937 random(7);
+  for (const auto& set : kSets) {
+    std::vector<std::string> lines;
+    std::ifstream file(std::string(QUORVEX_TEST_DATA) + "/" + set.File);
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    std::vector<ModelAnswer> first;
+    std::string text;
+    for (int round = 0; round < 4; ++round) {
+      Program program;
+      std::string content;
+      for (const std::string& line : lines) content += line + "\n";
+      program.Folder.Write("data.txt", content);
+      ASSERT_EQ(program.RunMacro(std::string(kHead) + set.Setup + "E_MACRO\n"), 0);
+      const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
+      ASSERT_EQ(answers.size(), 1u) << set.File << LogOf(program);
+      std::string output = OutputOf(program);
+      output.erase(0, output.find("E_HEADER"));
+      if (round == 0) first = answers, text = output;
+      if (set.ToTheBit) {
+        EXPECT_EQ(output, text);
+      }
+      for (const auto& [name, fields] : answers[0].Values) {
+        if (name.starts_with("Durbin") || name.starts_with("Sum_of") || name.starts_with("Average") ||
+            name.starts_with("Number_of_nonlinear") || fields[0].empty() || !isdigit(fields[0].back()))
+          continue;
+        const double a = std::stod(fields[0]), b = first[0].Number(name);
+        EXPECT_NEAR(a, b, 1e-7 * std::abs(b)) << set.File << " " << name;
+      }
+      std::shuffle(lines.begin() + 1, lines.end(), random);
+    }
+  }
+}
+
+TEST(Macro, GivesTheSameNumbersInEveryLocale) {
+  const std::string german = "LC_ALL=de_DE.UTF-8";
+  const std::string data = "1\t5.1\n2\t6.9\n3\t9.2\n4\t10.8\n5\t13.1\n";
+  // The same file: "." in the data is read whatever the locale says, the delimiters being what they are by default.
+  // Then the locale's own spelling of the same macro and data.
+  const std::string plain =
+      std::string(kHead) + "TableOutput=DataFile,CalcData\nB_MODEL\nY=a+b*x^c\nE_MODEL\nE_MACRO\n";
+  const std::string own =
+      std::string(kHead) +
+      "OverrideDecimal = False\nInputDelimit = Tab\nColumnOrder = x; y\nRegressionTolerance = 0,001\n"
+      "TableOutput=DataFile,CalcData\nB_MODEL\nY=max(a;0,5)+b*x^1,5\nAssign a = 1,25; Operator = value; Fit = true\n"
+      "Assign b = 0,5; Operator = * YMin; Fit = true\nE_MODEL\nE_MACRO\n";
+  const auto swapped = [](std::string text, const char* from, const char* to) {
+    for (char& c : text)
+      if (const char* at = std::strchr(from, c); at != nullptr && c != '\0') c = to[at - from];
+    return text;
+  };
+  const struct {
+    std::string InC, InGerman, DataInGerman;
+  } kPairs[] = {{plain, plain, data}, {swapped(own, ",;", ".,"), own, swapped(data, ".", ",")}};
+  for (const auto& pair : kPairs) {
+    Program inC, inGerman;
+    inC.Folder.Write("data.txt", data);
+    inGerman.Folder.Write("data.txt", pair.DataInGerman);
+    ASSERT_EQ(inC.RunMacro(pair.InC), 0) << LogOf(inC);
+    ASSERT_EQ(inGerman.RunMacro(pair.InGerman, german), 0) << LogOf(inGerman);
+    const std::string a = OutputOf(inC), b = OutputOf(inGerman);
+    EXPECT_EQ(a.substr(a.find("B_INPUTDATA"), a.find("B_DEFINITION") - a.find("B_INPUTDATA")),
+              b.substr(b.find("B_INPUTDATA"), b.find("B_DEFINITION") - b.find("B_INPUTDATA")));
+    EXPECT_EQ(a.substr(a.find("B_COEFFICIENTS")), b.substr(b.find("B_COEFFICIENTS")));
+    EXPECT_NE(a.find("B_COEFFICIENTS"), std::string::npos);
+  }
+}
+
+TEST(Macro, TakesItsNameWithoutRegardToCase) {
+  Program program;
+  program.Folder.Write("data.txt", kData);
+  std::string macro = kRunOfTheLine;
+  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;)
+    macro.replace(at, 1, program.Folder.Path(""));
+  program.Folder.Write("My Macro.CFG", macro);
+  for (const std::string& arguments : {"-RunCfg '\"" + program.Folder.Path("MY MACRO.cfg") + "\"'",
+                                       "-runcfg" + program.Folder.Path("My") + " Macro.CFG"})
+    EXPECT_EQ(program.Run(arguments), 0) << arguments << program.Err;
+}
+
+TEST(Program, AnswersAboutItselfAndNeedsTheDesktopForTheRest) {
+  Program program;
+  EXPECT_EQ(program.Run("--version"), 0);
+  EXPECT_EQ(program.Out, "Quorvex 9.0.0\n");
+  EXPECT_EQ(program.Run("--help"), 0);
+  EXPECT_TRUE(program.Out.starts_with("Usage: quorvex -runcfg FILE"));
+  for (const char* arguments : {"", "-runcfg", "-runcfg '\"'", "project.qvx"}) {
+    EXPECT_EQ(program.Run(arguments), 1) << arguments;
+    EXPECT_EQ(program.Out, "");
+    EXPECT_EQ(program.Err,
+              "The desktop program quorvex-desktop is not installed; quorvex -runcfg FILE runs a macro "
+              "without it.\n");
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
