@@ -6,20 +6,26 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/CommandLine.h"
 #include "app/SettingsStore.h"
 #include "batch/RunMacro.h"
+#include "core/NumberText.h"
 #include "core/Session.h"
+#include "core/SolveData.h"
+#include "equation/Catalogue.h"
 
 namespace quorvex {
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: quorvex -runcfg FILE   run a macro and end with its status\n"
-    "       quorvex [FILE]         open the desktop, with a project, a plot or a data file\n"
+    "Usage: quorvex -runcfg FILE       run a macro and end with its status\n"
+    "       quorvex [FILE]             open the desktop, with a project, a plot or a data file\n"
+    "       quorvex --list-models [N]  print the catalogue of models of N variables (default 1), tab-separated:\n"
+    "                              number, group, ID, definition, description\n"
     "       quorvex --help | --version\n";
 
 void Complain(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
@@ -65,6 +71,17 @@ class ConsoleForm : public cfgSolve {
   char** argv_;
 };
 
+int PrintModels(const std::string& count) {
+  const std::optional<double> n = NumericText(count);
+  if (!n || *n < 1 || *n > kMostIndependentVariables || *n != static_cast<int>(*n)) {
+    Complain("The number of variables must be 1 to 20, not '" + count + "'.");
+    return EXIT_FAILURE;
+  }
+  const std::string list = ListModels(static_cast<int>(*n));
+  return std::fwrite(list.data(), 1, list.size(), stdout) == list.size() && std::fflush(stdout) == 0 ? EXIT_SUCCESS
+                                                                                                     : EXIT_FAILURE;
+}
+
 int Main(char** argv, const std::string& commandLine) {
   Session session{LoadSettings(), ReadUserLocale()};
   const CommandRequest request = ParseCommandLine(commandLine);
@@ -88,6 +105,8 @@ int main(int argc, char** argv) {
     if (argument == "--help") return std::fputs(quorvex::kUsage, stdout), EXIT_SUCCESS;
     if (argument == "--version") return std::puts("Quorvex " QUORVEX_VERSION), EXIT_SUCCESS;
   }
+  if (!arguments.empty() && arguments[0] == "--list-models")
+    return quorvex::PrintModels(arguments.size() > 1 ? arguments[1] : "1");
   std::string commandLine;
   for (const std::string& argument : arguments) {
     if (!commandLine.empty()) commandLine += ' ';

@@ -3,45 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
-#include <fstream>
-#include <sstream>
 
+#include "NistSets.h"
 #include "batch/Program.h"
 
 namespace quorvex {
 namespace {
-
-std::vector<std::string> Split(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::stringstream stream(text);
-  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
-  return parts;
-}
-
-// A row of index.tsv, by the names of its header.
-using Row = std::map<std::string, std::string>;
-
-std::vector<Row> NonlinearSets() {
-  std::ifstream file(QUORVEX_TEST_DATA "/nist/index.tsv");
-  std::string line;
-  std::getline(file, line);
-  const std::vector<std::string> names = Split(line, '\t');
-  std::vector<Row> rows;
-  while (std::getline(file, line)) {
-    const std::vector<std::string> fields = Split(line, '\t');
-    Row row;
-    for (std::size_t i = 0; i < names.size(); ++i) row[names[i]] = fields[i];
-    if (row["kind"] == "nonlinear") rows.push_back(row);
-  }
-  return rows;
-}
-
-// Correct significant digits, 11 at most: as many as the certificate has.
-double Digits(double value, double certified) {
-  const double error = std::abs(value - certified) / std::abs(certified);
-  return error < 1e-11 ? 11.0 : -std::log10(error);
-}
 
 // How a plain Levenberg-Marquardt run goes from that start: "ok N D", "slow N D" or "fails N WHY".
 struct Expectation {
@@ -52,7 +19,7 @@ struct Expectation {
   std::vector<std::string> words;
 };
 
-std::string MacroFor(const Row& row, const std::vector<std::string>& start, bool slow) {
+std::string MacroFor(const NistSet& row, const std::vector<std::string>& start, bool slow) {
   const std::vector<std::string> names = Split(row.at("coef_names"), ' ');
   std::string macro = "B_MACRO\n";
   if (slow) macro += "MaxIterations = 10000\n";
@@ -65,9 +32,9 @@ std::string MacroFor(const Row& row, const std::vector<std::string>& start, bool
 
 TEST(ReferenceFits, ReachTheCertifiedValuesAsPlainLevenbergMarquardtDoes) {
   std::printf("%-10s %5s %6s %6s %6s %6s  %s\n", "set", "start", "coef", "s.e.", "RSS", "iter", "end");
-  const std::vector<Row> sets = NonlinearSets();
+  const std::vector<NistSet> sets = NistSets("nonlinear");
   ASSERT_EQ(sets.size(), 13u);
-  for (const Row& row : sets) {
+  for (const NistSet& row : sets) {
     for (const std::string start : {"1", "2"}) {
       SCOPED_TRACE(row.at("name") + " from start " + start);
       const Expectation expected(row.at("lm_start" + start));
@@ -84,14 +51,15 @@ TEST(ReferenceFits, ReachTheCertifiedValuesAsPlainLevenbergMarquardtDoes) {
       std::string iterations = "-";
       if (!answers.empty()) {
         const std::vector<std::string> names = Split(row.at("coef_names"), ' ');
-        const std::vector<std::string> values = Split(row.at("certified"), ' ');
-        const std::vector<std::string> errors = Split(row.at("certified_sd"), ' ');
+        const std::vector<double> values = Numbers(row.at("certified"));
+        const std::vector<double> errors = Numbers(row.at("certified_sd"));
         coefficients = deviations = 11;
         for (std::size_t i = 0; i < names.size(); ++i) {
-          coefficients = std::min(coefficients, Digits(answers[0].Number(names[i]), std::stod(values[i])));
-          deviations = std::min(deviations, Digits(answers[0].Number(names[i], 1), std::stod(errors[i])));
+          coefficients = std::min(coefficients, CorrectDigits(answers[0].Number(names[i]), values[i], 11));
+          deviations = std::min(deviations, CorrectDigits(answers[0].Number(names[i], 1), errors[i], 11));
         }
-        rss = Digits(answers[0].Number("Residual_Sum_of_Squares_(Absolute)"), std::stod(row.at("certified_rss")));
+        rss = CorrectDigits(answers[0].Number("Residual_Sum_of_Squares_(Absolute)"), std::stod(row.at("certified_rss")),
+                            11);
         iterations = answers[0].Values.at("Number_of_nonlinear_iterations_performed")[0];
       }
       std::printf("%-10s %5s %6.1f %6.1f %6.1f %6s  %s\n", row.at("name").c_str(), start.c_str(), coefficients,

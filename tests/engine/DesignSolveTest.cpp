@@ -1,11 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <fstream>
 #include <limits>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -18,67 +15,6 @@ namespace quorvex {
 namespace {
 
 using Columns = std::vector<std::vector<double>>;
-
-// The columns of a file of numbers separated by tabs.
-Columns ReadColumns(const std::string& path) {
-  std::ifstream file(path);
-  EXPECT_TRUE(file) << path;
-  Columns columns;
-  for (std::string line; std::getline(file, line);) {
-    const char* at = line.data();
-    const char* const end = at + line.size();
-    for (std::size_t j = 0; at < end; ++j) {
-      double value = 0;
-      at = std::from_chars(at, end, value).ptr + 1;
-      if (j == columns.size()) columns.emplace_back();
-      columns[j].push_back(value);
-    }
-  }
-  return columns;
-}
-
-TEST(DesignSolve, ReachesTheCertifiedCoefficients) {
-  // NIST StRD, linear least squares; digits as measured less one. Wampler4 and Longley are the ill-conditioned ones.
-  const std::vector<double> ones(6, 1.0);
-  const struct {
-    const char* Name;
-    const char* ID;
-    int Digits;
-    std::vector<double> certified;
-  } cases[] = {
-      {"Norris", "a*x+b", 12, {1.00211681802045, -0.262323073774029}},
-      {"Wampler1", "a*x^5+b*x^4+c*x^3+d*x^2+e*x+f", 9, ones},
-      {"Wampler4", "a*x^5+b*x^4+c*x^3+d*x^2+e*x+f", 7, ones},
-      {"Pontius", "a*x^2+b*x+c", 11, {-0.316081871345029e-14, 0.732059160401003e-06, 0.673565789473684e-03}},
-      {"Longley",
-       "a*x1+b*x2+c*x3+d*x4+e*x5+f*x6+g",
-       10,
-       {15.0618722713733, -0.0358191792925910, -2.02022980381683, -1.03322686717359, -0.0511041056535807,
-        1829.15146461355, -3482258.63459582}},
-  };
-  for (const auto& c : cases) {
-    Columns x = ReadColumns(std::string(QUORVEX_TEST_DATA) + "/nist/" + c.Name + ".txt");
-    const std::vector<double> y = x.back();
-    x.pop_back();
-    const CatalogueModel& model = *LookupBuiltInModel(c.ID, static_cast<int>(x.size()));
-    const LinearSolution solution = DesignSolve(model, x, y, std::vector<double>(y.size(), 1.0));
-    for (std::size_t j = 0; j < c.certified.size(); ++j)
-      EXPECT_NEAR(solution.a[j] / c.certified[j], 1, std::pow(10, -c.Digits)) << c.Name << " " << j;
-  }
-}
-
-// NIST certifies the standard deviations: the residual's times the root of the sum of (v / w)^2.
-TEST(DesignSolve, GivesTheCertifiedCovarianceOfNorris) {
-  const Columns columns = ReadColumns(std::string(QUORVEX_TEST_DATA) + "/nist/Norris.txt");
-  const LinearSolution solution = DesignSolve(*LookupBuiltInModel("a*x+b", 1), {columns.data(), 1}, columns[1],
-                                              std::vector<double>(columns[1].size(), 1.0));
-  const double residualSD = 0.884796396144373, certified[] = {0.429796848199937e-03, 0.232818234301152};
-  for (std::size_t i = 0; i < 2; ++i) {
-    double sum = 0;
-    for (std::size_t j = 0; j < 2; ++j) sum += std::pow(solution.v(i, j) / solution.w[j], 2);
-    EXPECT_NEAR(residualSD * std::sqrt(sum) / certified[i], 1, 1e-12);
-  }
-}
 
 TEST(DesignSolve, CountsAPointByItsWeight) {
   const CatalogueModel& model = *LookupBuiltInModel("a*x+b", 1);

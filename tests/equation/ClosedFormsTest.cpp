@@ -2,12 +2,15 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <random>
 #include <vector>
 
 #include "core/FaultFlags.h"
 #include "equation/ClosedForms.h"
+#include "equation/Evaluator.h"
 #include "equation/FormulaText.h"
+#include "equation/Parser.h"
 
 namespace quorvex {
 namespace {
@@ -78,17 +81,29 @@ void AtRandomPoints(Check check) {
   }
 }
 
+// The model's definition as a user's model would be run: compiled, and evaluated on the stack. Nothing at a fault.
+std::optional<double> Compiled(const CatalogueModel& model, const std::vector<double>& x,
+                               const std::vector<double>& a) {
+  const Dialect dialect = model.NumVariables == 1 ? Dialect::OneVariable : Dialect::SeveralVariables;
+  double y = 0;
+  const bool ok = Evaluator().Evaluate(Parser(dialect, {}).Compile({model.Definition}), x, a, {}, y);
+  return ok ? std::optional(y) : std::nullopt;
+}
+
 TEST(Value, AgreesWithTheTextOfTheDefinition) {
   int compared = 0, faulting = 0;
   AtRandomPoints([&](const CatalogueModel& model, const std::vector<double>& x, const std::vector<double>& a) {
     const auto exact = static_cast<double>(ByText(model, x, {a.begin(), a.end()}));
     const Point point = At(model, x, a);
+    const std::optional<double> compiled = Compiled(model, x, a);
     EXPECT_EQ(point.valueFaults, !std::isfinite(exact));
+    EXPECT_EQ(point.valueFaults, !compiled);
     if (!std::isfinite(exact)) return void(++faulting);
     // Rounding of the terms, and of an exponent before it is raised, as the condition of the formula lets them count.
     double scale = std::abs(exact);
     for (std::size_t j = 0; j < a.size(); ++j) scale += std::abs(a[j] * point.dyda[j]);
     EXPECT_NEAR(point.y, exact, 8 * kEpsilon * scale);
+    EXPECT_NEAR(point.y, *compiled, 16 * kEpsilon * scale);
     ++compared;
   });
   EXPECT_GT(compared, 3500);
