@@ -35,12 +35,12 @@ bool JoinsWords(std::string_view text) {
 class Reader {
  public:
   Reader(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log)
-      : lines_(text), locale_(locale), preferences_(preferences), macro_(macro), setup_(macro.Setup), log_(log) {}
+      : rest_(text), locale_(locale), preferences_(preferences), macro_(macro), setup_(macro.Setup), log_(log) {}
 
   bool Read() {
-    while (!lines_.AtEnd()) {
+    while (!AtEnd()) {
       if (!EqualNoCase(NextLine(), "b_macro")) continue;
-      if (lines_.AtEnd()) return false;
+      if (AtEnd()) return false;
       ReadStatements();
       return true;
     }
@@ -48,8 +48,9 @@ class Reader {
   }
 
  private:
+  bool AtEnd() const { return rest_.empty(); }
   std::string NextLine() {
-    std::string line(lines_.Next());
+    std::string line(TakeLine(rest_));
     std::erase(line, '\t');
     return std::string(Trim(line));
   }
@@ -59,7 +60,7 @@ class Reader {
   void ReadStatements() {
     for (;;) {
       std::string line = NextLine();
-      if (lines_.AtEnd() || EqualNoCase(line, "e_macro")) return;
+      if (AtEnd() || EqualNoCase(line, "e_macro")) return;
       if (line.empty()) continue;
       const std::string key = ToLower(GetLineKey(line));
       if (key == "b_model") {
@@ -68,7 +69,7 @@ class Reader {
           ++macro_.ModelsCreated;
         else
           Log("Error creating model " + std::to_string(macro_.BlockCount));
-        if (lines_.AtEnd()) return;
+        if (AtEnd()) return;
       } else if (key == "e_model") {
         Log("Syntax error, reached 'E_MODEL' statement before 'B_MODEL' statement");
       } else if (!Statement(key, GetLineValue(line))) {
@@ -94,7 +95,7 @@ class Reader {
           "' is read without its blanks, which joins two words; put word operators in parentheses, as in (a) mod (b)");
   }
 
-  LineReader lines_;
+  std::string_view rest_;  // of the file
   const LocaleText& locale_;
   Settings& preferences_;
   Macro& macro_;
@@ -147,8 +148,8 @@ bool Reader::Statement(const std::string& key, const std::string& value) {
          LoadModelCatalog(reader.macro_.Models, setup.IndependentVariables, reader.locale_);
        }},
       {"weighted",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         reader.macro_.WeightedText = value;
+       [](Reader&, MacroSetup& setup, const std::string& value) {
+         setup.WeightedText = value;
          setup.Weighted = EqualNoCase(value, "true");
        }},
       {"overridedecimal",
@@ -160,8 +161,7 @@ bool Reader::Statement(const std::string& key, const std::string& value) {
       {"datafirstline",
        [](Reader&, MacroSetup& setup, const std::string& value) { setup.DataFirstLine = ToLower(value); }},
       {"inputdelimit",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         reader.macro_.InputDelimitText = value;
+       [](Reader&, MacroSetup& setup, const std::string& value) {
          SetInputDelimit(setup, value);
        }},
       {"columnorder",
@@ -223,8 +223,8 @@ bool Reader::ReadModelBlock() {
   std::vector<std::string> functions(1), assigns;
   std::string ID;
   for (;;) {
-    if (lines_.AtEnd()) return false;
-    std::string line(lines_.Next());
+    if (AtEnd()) return false;
+    std::string line(TakeLine(rest_));
     std::erase(line, '\t');
     std::string copy = line;
     const std::string written = RemoveSpaces(copy);
@@ -304,6 +304,7 @@ bool Reader::CreateMacroModel(std::vector<std::string> functions, const std::str
 }  // namespace
 
 void SetInputDelimit(MacroSetup& setup, std::string_view value) {
+  setup.InputDelimitText = value;
   setup.DelimitTab = ContainsNoCase(value, "tab");
   setup.DelimitComma = ContainsNoCase(value, "comma");
   setup.DelimitSemicolon = ContainsNoCase(value, "semicolon");

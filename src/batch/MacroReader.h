@@ -20,7 +20,6 @@ struct DeferredAssign {
 // What a macro file says.
 struct Macro {
   MacroSetup Setup;
-  std::string InputDelimitText, WeightedText;  // as written, for substitution
   ModelCollection Models;
   std::vector<DeferredAssign> Deferred;
   int BlockCount = 0;     // B_MODEL statements
@@ -32,7 +31,7 @@ struct Macro {
 // line reads B_MACRO, or nothing follows it.
 bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log);
 
-// The setters of statements whose text a parameter run replaces.
+// Sets each delimiter by whether its word occurs in the statement's value.
 void SetInputDelimit(MacroSetup& setup, std::string_view value);
 
 }  // namespace quorvex

@@ -11,8 +11,7 @@ namespace quorvex {
 // The measures that models are ranked by; a SortKey counts them from 1.
 inline constexpr std::array<std::string_view, 4> kSortKeys = {"RSS", "R^2", "Ra^2", "StdErr"};
 
-// The settings of one macro, as its statements leave them. Three fields are also kept as the text they were given in,
-// since a parameter run substitutes in the text.
+// The settings of one macro, as its statements leave them. What a parameter run substitutes in is kept as text.
 struct MacroSetup {
   bool UseDDE = false;          // HandShake: mirror status texts
   bool ShowProgress = false;    // HandShake: show the progress form
@@ -24,6 +23,7 @@ struct MacroSetup {
   int IndependentVariables = 1;
   bool DelimitTab = true, DelimitSemicolon = true, DelimitComma = true, DelimitSpace = true;
   bool IgnoreConsecutive = true;
+  std::string InputDelimitText;  // the statement's value, from which the five flags were read
   std::string OutputFormat = "structured";
   bool OutputFitInfo = true;
   bool TableDataFile = false, TableCalcData = false, TableErrorData = false, TableMinMaxError = false;
@@ -38,6 +38,7 @@ struct MacroSetup {
   std::string SQLQuery;
   std::string ColumnOrder = "Default";
   bool Weighted = false;
+  std::string WeightedText;  // the statement's value
   bool LogEnabled = false;
   std::string LogFile;
   bool LogSummaryOnly = false;

@@ -14,16 +14,4 @@ std::string GetLineValue(std::string_view line);
 // Deletes all blanks of `text` and returns the result.
 std::string RemoveSpaces(std::string& text);
 
-// The lines of a text one after the other, ended by CR LF, LF or CR. A line end at the very end adds no empty line.
-class LineReader {
- public:
-  explicit LineReader(std::string_view text) : rest_(text) {}
-  bool AtEnd() const { return rest_.empty(); }
-  // The next line without its end; only when not AtEnd.
-  std::string_view Next();
-
- private:
-  std::string_view rest_;
-};
-
 }  // namespace quorvex

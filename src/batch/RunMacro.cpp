@@ -1,11 +1,16 @@
 #include "batch/RunMacro.h"
 
+#include <array>
+#include <optional>
 #include <vector>
 
+#include "batch/Assign.h"
 #include "batch/BatchStatus.h"
 #include "batch/FitModels.h"
 #include "batch/MacroReader.h"
+#include "batch/ParameterFile.h"
 #include "batch/ReadMacroDataFile.h"
+#include "batch/WriteDelimitedOutput.h"
 #include "batch/WriteStructuredOutput.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
@@ -14,6 +19,42 @@ namespace quorvex {
 namespace {
 
 constexpr std::string_view kAsterisks = "***************************************";
+
+// A text of the macro in which a parameter run substitutes, in the order of substitution. A change of an input makes
+// the run read and solve anew.
+struct Field {
+  std::string_view Name;
+  std::string MacroSetup::*Text;
+  bool IsInput;
+  bool IsLogged = true;
+};
+
+constexpr Field kFields[] = {
+    {"MissingData", &MacroSetup::MissingData, true},
+    {"DataFile", &MacroSetup::DataFile, true},
+    {"SQLQuery", &MacroSetup::SQLQuery, true},
+    {"OutputFile", &MacroSetup::OutputFile, false},
+    {"Comment", &MacroSetup::Comment, false, false},
+    {"ColumnOrder", &MacroSetup::ColumnOrder, true},
+    {"InputDelimit", &MacroSetup::InputDelimitText, true},
+    {"Weighted", &MacroSetup::WeightedText, true},
+    {"OutputFormat", &MacroSetup::OutputFormat, false},
+    {"DataFirstLine", &MacroSetup::DataFirstLine, true},
+};
+
+// Replaces every occurrence of `token`, in any case, by `value`. False where there is none.
+bool Substitute(std::string& text, std::string_view token, std::string_view value) {
+  const std::string foldedToken = ToLower(token);
+  std::string folded = ToLower(text);
+  std::size_t at = folded.find(foldedToken);
+  if (at == std::string::npos) return false;
+  while (at != std::string::npos) {
+    text.replace(at, token.size(), value);
+    folded.replace(at, token.size(), value);
+    at = folded.find(foldedToken, at + value.size());
+  }
+  return true;
+}
 
 class MacroRun {
  public:
@@ -30,23 +71,43 @@ class MacroRun {
 
  private:
   bool Configure(const std::string& fileName);
+  bool ReadParameters();
   bool RunAll();
+  void SubstituteParameters();
+  void NoteChangedInputs();
+  bool RunOnce();
   bool ReadData();
   bool SolveModels();
   bool Write();
-  bool FailRun();
   void TerminateNormally();
   void TerminateAbnormally();
 
+  bool InParameterRun() const { return macro_.Setup.UseParameterFile; }
   void Log(std::string_view text) { log_.append(text).append(NL); }
   void Tell(const std::string& text) {
     if (macro_.Setup.UseDDE) form_.DDEText(text);
+  }
+  void FinishRun(std::string_view result) {
+    results_.push_back((InParameterRun() ? std::to_string(run_ + 1) + ": " : "").append(result));
+  }
+  // Always false. The next run of a parameter run reads and solves anew.
+  bool FailRun(int status) {
+    status_ = status;
+    inputChanged_ = true;
+    FinishRun("Run Failed");
+    return false;
+  }
+  void LogSummary(std::string_view ending) {
+    Log("Log Summary:");
+    for (const std::string& result : results_) Log(result);
+    Log(kAsterisks);
+    Log(ending);
   }
 
   // The log file. A failure on it sets the status and ends the log; the run goes on.
   void OpenLog() { CheckLog(logFile_.Create(macro_.Setup.LogFile)); }
   void PrintBuffer() {
-    if (!macro_.Setup.LogEnabled) return;
+    if (!logEnabled_) return;
     logFile_.Write(log_);
     CheckLog(logFile_.Flush());
   }
@@ -57,15 +118,20 @@ class MacroRun {
   void CheckLog(int error) {
     if (error == 0) return;
     status_ = FileErrorStatus(kLogFile, error);
-    macro_.Setup.LogEnabled = false;
+    logEnabled_ = false;
     logFile_.Close();
   }
 
   Session& session_;
   cfgSolve& form_;
   Macro macro_;
+  ParameterTable parameters_;
+  std::size_t run_ = 0;  // from 0
+  bool inputChanged_ = true;
+  std::array<std::string, std::size(kFields)> previous_;  // inputs of the run before
   SolveData data_;
   TextFile logFile_;
+  bool logEnabled_ = false;
   std::string log_;                   // what has not been printed yet
   std::vector<std::string> results_;  // of the finished runs
   int status_ = kSuccess;
@@ -99,82 +165,159 @@ bool MacroRun::Configure(const std::string& fileName) {
   session_.Preferences.MaxIterations = setup.MaxIterations;
   session_.Preferences.DivIterations = setup.UnchangedIterations;
   session_.Preferences.DerivativeMethod = setup.Derivatives;
-  if (setup.LogEnabled) OpenLog();
+  logEnabled_ = setup.LogEnabled;
+  if (logEnabled_) OpenLog();
   FlushBuffer();
-  return true;
+  return ReadParameters();
 }
 
-bool MacroRun::RunAll() {
-  Log("");
+// The combinations of a parameter run; a run without them has one, and nothing to substitute.
+bool MacroRun::ReadParameters() {
+  if (!InParameterRun()) {
+    parameters_.Rows.emplace_back();
+    Log("");
+    Log(kAsterisks);
+    FlushBuffer();
+    return true;
+  }
+  const std::string text = "Reading parameter file '" + macro_.Setup.ParameterFile + "'";
+  Log(text);
+  Tell(text);
+  std::optional<ParameterTable> table = ReadParameterFile(macro_.Setup.ParameterFile);
+  if (!table) {
+    Log("Error reading parameter file");
+    Log(kAsterisks);
+    results_.emplace_back("Run Failed");
+    status_ = kParameterFile;
+    return false;
+  }
+  parameters_ = std::move(*table);
+  Log("Found " + std::to_string(parameters_.Names.size()) + " parameter(s), " +
+      std::to_string(parameters_.Rows.size()) + " combination(s)");
   Log(kAsterisks);
   FlushBuffer();
-  if (!ReadData() || !SolveModels() || !Write()) return false;
-  FlushBuffer();
   return true;
 }
 
-bool MacroRun::FailRun() {
-  results_.push_back("Run Failed");
-  return false;
+// Within a parameter run a failure ends its own run alone; only an abort ends the loop.
+bool MacroRun::RunAll() {
+  const MacroSetup written = macro_.Setup;
+  for (run_ = 0; run_ < parameters_.Rows.size(); ++run_) {
+    if (InParameterRun()) {
+      Log("Beginning Run: " + std::to_string(run_ + 1));
+      SubstituteParameters();
+    }
+    NoteChangedInputs();
+    const bool succeeded = RunOnce();
+    if (!succeeded && (!InParameterRun() || form_.Aborted)) return false;
+    macro_.Setup = written;
+    FlushBuffer();
+  }
+  return true;
+}
+
+void MacroRun::SubstituteParameters() {
+  MacroSetup& setup = macro_.Setup;
+  std::vector<DeferredAssign> assigns = macro_.Deferred;
+  for (std::size_t p = 0; p < parameters_.Names.size(); ++p) {
+    const std::string token = "%" + parameters_.Names[p] + "%";
+    const std::string& value = parameters_.Rows[run_][p];
+    for (const Field& field : kFields) {
+      std::string& text = setup.*field.Text;
+      if (!Substitute(text, token, value)) continue;
+      if (field.IsLogged) Log("Assigning " + std::string(field.Name) + " = '" + text + "'");
+      if (field.Text == &MacroSetup::InputDelimitText) SetInputDelimit(setup, std::string(text));
+      if (field.Text == &MacroSetup::WeightedText) setup.Weighted = EqualNoCase(text, "true");
+    }
+    for (DeferredAssign& assign : assigns) {
+      if (!Substitute(assign.Text, token, value)) continue;
+      Log("Assigning " + token + " = '" + value);
+      ApplyAssign(*assign.Model, assign.Text, session_.Locale.ListSeparator);
+    }
+  }
+}
+
+void MacroRun::NoteChangedInputs() {
+  for (std::size_t f = 0; f < std::size(kFields); ++f) {
+    const std::string& text = macro_.Setup.*kFields[f].Text;
+    if (!kFields[f].IsInput || EqualNoCase(text, previous_[f])) continue;
+    previous_[f] = text;
+    inputChanged_ = true;
+  }
+}
+
+bool MacroRun::RunOnce() {
+  if (inputChanged_) {
+    inputChanged_ = false;
+    if (!ReadData() || !SolveModels()) return false;
+  } else {
+    Log("Input parameters unchanged");
+    Log("Solution Complete");
+    Log("");
+  }
+  return Write();
 }
 
 bool MacroRun::ReadData() {
-  const std::string& name = macro_.Setup.DataFile;
+  const MacroSetup& setup = macro_.Setup;
   data_ = SolveData();
   for (const auto& model : macro_.Models) model->Solved = model->SpecifyICComplete = false;
-  Log(name.empty() ? "Reading the input data file failed, DataFile not specified"
-                   : "Reading the input data file '" + name + "'");
-  Tell("Reading data file '" + name + "'");
-  DataReading reading = ReadMacroDataFile(macro_.Setup, session_.Locale);
-  if (!reading.Ok) {
-    if (!reading.Message.empty()) Log(reading.Message);
-    Log("Error reading the input data file");
-    Log(kAsterisks);
-    status_ = reading.ErrorNumber == 0 ? kDataUnreadable : FileErrorStatus(kDataFile, reading.ErrorNumber);
-    return FailRun();
+  Log(setup.DataFile.empty() ? "Reading the input data file failed, DataFile not specified"
+                             : "Reading the input data file '" + setup.DataFile + "'");
+  Tell("Reading data file '" + setup.DataFile + "'");
+  DataReading reading = ReadMacroDataFile(setup, session_.Locale);
+  if (reading.Ok) {
+    data_ = std::move(reading.Data);
+    return true;
   }
-  data_ = std::move(reading.Data);
-  return true;
+  if (!reading.Message.empty()) Log(reading.Message);
+  Log("Error reading the input data file");
+  FailRun(reading.ErrorNumber == 0 ? kDataUnreadable : FileErrorStatus(kDataFile, reading.ErrorNumber));
+  if (InParameterRun()) Log("Data Source Error: " + std::to_string(status_));
+  Log(kAsterisks);
+  return false;
 }
 
 bool MacroRun::SolveModels() {
-  if (macro_.Setup.UseDDE) form_.DDEText("Beginning solution process");
+  Tell("Beginning solution process");
   Log("Solving models");
   Log("");
-  if (!FitModels(form_, macro_.Models, data_, macro_.Setup, session_.Preferences, log_)) {
-    status_ = kNoSolution;
-    return FailRun();
-  }
-  if (form_.Aborted) {
+  const bool any = FitModels(form_, macro_.Models, data_, macro_.Setup, session_.Preferences, log_);
+  if (any && form_.Aborted) {
     status_ = kAborted;
     return false;
   }
-  return true;
+  if (any) return true;
+  if (InParameterRun()) {
+    Log(macro_.ModelsCreated > 0 ? "Unrecoverable error encountered during the solution process"
+                                 : "No valid regression models detected");
+    Log(kAsterisks);
+  }
+  return FailRun(kNoSolution);
 }
 
 bool MacroRun::Write() {
-  const std::string& name = macro_.Setup.OutputFile;
-  Tell("Writing solution file '" + name + " '");
-  Log(name.empty() ? "Write failed, OutputFile not specified" : "Writing solution to " + name);
-  const int error = WriteStructuredOutput(macro_.Models, data_, macro_.Setup);
+  const MacroSetup& setup = macro_.Setup;
+  Tell("Writing solution file '" + setup.OutputFile + " '");
+  Log(setup.OutputFile.empty() ? "Write failed, OutputFile not specified" : "Writing solution to " + setup.OutputFile);
+  const int error = EqualNoCase(setup.OutputFormat, "structured") ? WriteStructuredOutput(macro_.Models, data_, setup)
+                                                                  : WriteDelimitedOutput(macro_.Models, data_, setup);
   if (error != 0) {
     status_ = FileErrorStatus(kOutputFile, error);
+    FinishRun("Run Failed");
     Log("File Output Error: " + std::to_string(status_));
     Log(kAsterisks);
-    return FailRun();
+    return false;
   }
-  results_.push_back("Run Successful");
+  FinishRun("Run Successful");
   Log(kAsterisks);
   return true;
 }
 
 void MacroRun::TerminateNormally() {
   Tell("Solution process complete");
-  Log("Log Summary:");
-  for (const std::string& result : results_) Log(result);
-  Log(kAsterisks);
-  Log("Normal termination");
-  if (macro_.Setup.LogEnabled) {
+  LogSummary("Normal termination");
+  if (logEnabled_) {
     if (!logFile_.IsOpen()) OpenLog();
     PrintBuffer();
     CheckLog(logFile_.Close());
@@ -186,10 +329,7 @@ void MacroRun::TerminateNormally() {
 void MacroRun::TerminateAbnormally() {
   if (logFile_.IsOpen()) {
     if (macro_.Setup.LogSummaryOnly) log_.clear();
-    Log("Log Summary:");
-    for (const std::string& result : results_) Log(result);
-    Log(kAsterisks);
-    Log("Abnormal termination");
+    LogSummary("Abnormal termination");
     Log("Exit Status " + std::to_string(status_));
     PrintBuffer();
     CheckLog(logFile_.Close());

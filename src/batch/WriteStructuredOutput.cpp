@@ -1,23 +1,13 @@
 #include "batch/WriteStructuredOutput.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
 
+#include "batch/ModelReport.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
-#include "engine/InverseTDistribution.h"
 
 namespace quorvex {
 namespace {
-
-std::string Now() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  char text[32];
-  return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
-}
 
 class Writer {
  public:
@@ -26,8 +16,7 @@ class Writer {
   void Write(const std::vector<ModelClass*>& ranked) {
     Line(0, "B_OUTPUT");
     Line(4, "B_HEADER");
-    Line(8, "Quorvex Version " QUORVEX_VERSION);
-    Line(8, "Quorvex Macro '" + setup_.DataFile + "' evaluated on " + Now());
+    for (const std::string& line : HeaderLines(setup_)) Line(8, line);
     Line(4, "E_HEADER");
     Line(4, "B_COMMENTS");
     Line(0, setup_.Comment);
@@ -44,18 +33,11 @@ class Writer {
   void Line(std::size_t indent, std::string_view text) { file_.WriteLine(std::string(indent, ' ').append(text)); }
   void Value(std::string_view name, const std::string& value) { Line(16, std::string(name) + " = " + value); }
   void Value(std::string_view name, double value) { Value(name, GeneralNumber(value)); }
-  void Count(std::string_view name, std::int64_t value) { Value(name, std::to_string(value)); }
 
   void InputData() {
     Line(4, "B_INPUTDATA");
     Line(8, "DataPoints = " + std::to_string(data_.N()));
-    for (std::size_t i = 0; i < data_.N(); ++i) {
-      std::string row;
-      for (const std::vector<double>& column : data_.X) row += GeneralNumber(column[i]) + setup_.OutputDelimit;
-      row += GeneralNumber(data_.Y[i]);
-      if (setup_.Weighted) row += setup_.OutputDelimit + GeneralNumber(data_.SD[i]);
-      Line(8, row);
-    }
+    for (std::size_t i = 0; i < data_.N(); ++i) Line(8, InputRow(data_, i, setup_));
     Line(4, "E_INPUTDATA");
   }
 
@@ -71,63 +53,32 @@ class Writer {
     Line(12, "E_DEFINITION");
     Coefficients(model);
     if (setup_.OutputFitInfo) FitInfo(model);
-    if (setup_.TableCalcData || setup_.TableErrorData || setup_.TableMinMaxError) Tables(model);
+    Tables(model);
     Line(8, "E_MODEL");
   }
 
   void Coefficients(const ModelClass& model) {
     Line(12, "B_COEFFICIENTS");
-    const std::array<double, 4> quantiles = ConfidenceQuantiles(model.DOFError);
-    for (int i = 1; i <= model.NumDependentVar(); ++i) {
-      const double se = model.StandardError(i);
-      std::string row = GeneralNumber(model.Values(i)) + setup_.OutputDelimit + GeneralNumber(se);
-      for (const double t : quantiles) row += setup_.OutputDelimit + GeneralNumber(se * t);
-      Value(model.Variables(i), row);
-    }
+    const std::vector<std::string> rows = CoefficientRows(model, setup_);
+    for (int i = 1; i <= model.NumDependentVar(); ++i) Value(model.Variables(i), rows[static_cast<std::size_t>(i - 1)]);
     Line(12, "E_COEFFICIENTS");
   }
 
   void FitInfo(const ModelClass& model) {
     Line(12, "B_FITINFO");
-    Count("Number_of_observations", static_cast<std::int64_t>(data_.N()));
-    if (model.SolveType == 0) {
-      Value("Solver_type", "Nonlinear");
-      Count("Nonlinear_iteration_limit", setup_.MaxIterations);
-      Line(16, "Diverging_nonlinear_iteration_limit =" + std::to_string(setup_.UnchangedIterations));
-      Count("Number_of_nonlinear_iterations_performed", model.NumIterations);
-      Value("Residual_tolerance", setup_.RegressionTolerance);
-    } else {
-      Value("Solver_type", "Linear");
-      for (const char* name : {"Nonlinear_iteration_limit", "Diverging_nonlinear_iteration_limit",
-                               "Number_of_nonlinear_iterations_performed", "Residual_tolerance"})
-        Value(name, "N/A");
+    for (const auto& [name, value] : FitStatistics(model, data_.N(), setup_)) {
+      // This one label has no blank behind its "=" where it has a number.
+      const bool tight = name == "Diverging_nonlinear_iteration_limit" && model.SolveType == 0;
+      Line(16, name + (tight ? " =" : " = ") + value);
     }
-    Count("Regression_degrees_of_freedom", model.DOFRegression);
-    Count("Error_degrees_of_freedom", model.DOFError);
-    Count("Total_degrees_of_freedom", std::int64_t{model.DOFRegression} + model.DOFError);
-    Value("Sum_of_Residuals", model.ResSum);
-    Value("Average_Residual", model.ResAvg);
-    Value("Residual_Sum_of_Squares_(Absolute)", model.RSS);
-    Value("Residual_Sum_of_Squares_(Relative)", model.RssNorm);
-    Value("Standard_Error_of_the_Estimate", model.StdErr);
-    Value("Coefficient_of_Multiple_Determination_(R^2)", FormatNumber(model.R2, "0.0###"));
-    Value("Proportion_of_Variance_Explained", FormatNumber(100 * model.R2, "##0.0#") + "%");
-    Value("Adjusted_coefficient_of_multiple_determination_(Ra^2)", FormatNumber(model.R2Adjust, "0.0###"));
-    Value("Durbin-Watson_statistic", model.Durbin);
     Line(12, "E_FITINFO");
   }
 
   void Tables(ModelClass& model) {
-    const FittedRows rows = TabulateFit(model, data_);
+    const FittedRows rows = TabulateFit(model, data_, setup_);
     if (setup_.TableCalcData || setup_.TableErrorData) {
       Line(12, "B_DATATABLE");
-      for (std::size_t i = 0; i < rows.Error.size(); ++i) {
-        std::string row;
-        if (setup_.TableCalcData) row = GeneralNumber(rows.Calculated[i]);
-        if (setup_.TableCalcData && setup_.TableErrorData) row += setup_.OutputDelimit;
-        if (setup_.TableErrorData) row += GeneralNumber(rows.Error[i]);
-        Line(16, row);
-      }
+      for (std::size_t i = 0; i < rows.Error.size(); ++i) Line(16, TableRow(rows, i, setup_));
       Line(12, "E_DATATABLE");
     }
     if (setup_.TableMinMaxError) {
@@ -147,46 +98,6 @@ class Writer {
 };
 
 }  // namespace
-
-std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey) {
-  std::vector<ModelClass*> ranked;
-  for (const auto& model : models)
-    if (model->Solved) ranked.push_back(model.get());
-  const auto worse = [SortKey](const ModelClass& model) {
-    switch (SortKey) {
-      case 2:
-        return -model.R2;
-      case 3:
-        return -model.R2Adjust;
-      case 4:
-        return model.StdErr;
-      default:
-        return model.RSS;
-    }
-  };
-  std::stable_sort(ranked.begin(), ranked.end(),
-                   [&](const ModelClass* a, const ModelClass* b) { return worse(*a) < worse(*b); });
-  return ranked;
-}
-
-FittedRows TabulateFit(ModelClass& model, const SolveData& data) {
-  FittedRows rows;
-  if (!model.GenerateTableAtInput()) return rows;
-  rows.Calculated.reserve(data.N());
-  rows.Error.reserve(data.N());
-  // With one variable the table has one entry for a run of equal X; with several, one for every point.
-  const bool runs = data.X.size() == 1;
-  std::size_t entry = 1;
-  for (std::size_t i = 0; i < data.N(); ++i) {
-    if (!runs)
-      entry = i + 1;
-    else if (i > 0 && data.X[0][i] != model.XTableData(entry))
-      ++entry;
-    rows.Calculated.push_back(model.YTableData(entry));
-    rows.Error.push_back(data.Y[i] - rows.Calculated.back());
-  }
-  return rows;
-}
 
 int WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup) {
   TextFile file;

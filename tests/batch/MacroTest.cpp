@@ -98,7 +98,7 @@ const Case kCases[] = {
     {"binary",
      std::string("\x7f"
                  "ELF\0\xff\r\x00\xfe\n\0=\t",
-                 16) +
+                 13) +
          std::string(5000, '\xd8'),
      20, ""},
     {"no model", std::string(kHead) + "E_MACRO\n", 400,

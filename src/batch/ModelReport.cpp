@@ -1,0 +1,122 @@
+#include "batch/ModelReport.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+
+#include "core/NumberText.h"
+#include "engine/InverseTDistribution.h"
+
+namespace quorvex {
+namespace {
+
+std::string Now() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  char text[32];
+  return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
+}
+
+}  // namespace
+
+std::array<std::string, 2> HeaderLines(const MacroSetup& setup) {
+  return {"Quorvex Version " QUORVEX_VERSION, "Quorvex Macro '" + setup.DataFile + "' evaluated on " + Now()};
+}
+
+std::string InputRow(const SolveData& data, std::size_t i, const MacroSetup& setup) {
+  std::string row;
+  for (const std::vector<double>& column : data.X) row += GeneralNumber(column[i]) + setup.OutputDelimit;
+  row += GeneralNumber(data.Y[i]);
+  if (setup.Weighted) row += setup.OutputDelimit + GeneralNumber(data.SD[i]);
+  return row;
+}
+
+std::vector<std::string> CoefficientRows(const ModelClass& model, const MacroSetup& setup) {
+  const std::array<double, 4> quantiles = ConfidenceQuantiles(model.DOFError);
+  std::vector<std::string> rows;
+  for (int i = 1; i <= model.NumDependentVar(); ++i) {
+    const double se = model.StandardError(i);
+    std::string row = GeneralNumber(model.Values(i)) + setup.OutputDelimit + GeneralNumber(se);
+    for (const double t : quantiles) row += setup.OutputDelimit + GeneralNumber(se * t);
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass& model, std::size_t N,
+                                                               const MacroSetup& setup) {
+  const bool nonlinear = model.SolveType == 0;
+  const auto ofNonlinear = [nonlinear](const std::string& value) { return nonlinear ? value : "N/A"; };
+  return {
+      {"Number_of_observations", std::to_string(N)},
+      {"Solver_type", nonlinear ? "Nonlinear" : "Linear"},
+      {"Nonlinear_iteration_limit", ofNonlinear(std::to_string(setup.MaxIterations))},
+      {"Diverging_nonlinear_iteration_limit", ofNonlinear(std::to_string(setup.UnchangedIterations))},
+      {"Number_of_nonlinear_iterations_performed", ofNonlinear(std::to_string(model.NumIterations))},
+      {"Residual_tolerance", ofNonlinear(GeneralNumber(setup.RegressionTolerance))},
+      {"Regression_degrees_of_freedom", std::to_string(model.DOFRegression)},
+      {"Error_degrees_of_freedom", std::to_string(model.DOFError)},
+      {"Total_degrees_of_freedom", std::to_string(std::int64_t{model.DOFRegression} + model.DOFError)},
+      {"Sum_of_Residuals", GeneralNumber(model.ResSum)},
+      {"Average_Residual", GeneralNumber(model.ResAvg)},
+      {"Residual_Sum_of_Squares_(Absolute)", GeneralNumber(model.RSS)},
+      {"Residual_Sum_of_Squares_(Relative)", GeneralNumber(model.RssNorm)},
+      {"Standard_Error_of_the_Estimate", GeneralNumber(model.StdErr)},
+      {"Coefficient_of_Multiple_Determination_(R^2)", FormatNumber(model.R2, "0.0###")},
+      {"Proportion_of_Variance_Explained", FormatNumber(100 * model.R2, "##0.0#") + "%"},
+      {"Adjusted_coefficient_of_multiple_determination_(Ra^2)", FormatNumber(model.R2Adjust, "0.0###")},
+      {"Durbin-Watson_statistic", GeneralNumber(model.Durbin)},
+  };
+}
+
+std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey) {
+  std::vector<ModelClass*> ranked;
+  for (const auto& model : models)
+    if (model->Solved) ranked.push_back(model.get());
+  const auto worse = [SortKey](const ModelClass& model) {
+    switch (SortKey) {
+      case 2:
+        return -model.R2;
+      case 3:
+        return -model.R2Adjust;
+      case 4:
+        return model.StdErr;
+      default:
+        return model.RSS;
+    }
+  };
+  std::stable_sort(ranked.begin(), ranked.end(),
+                   [&](const ModelClass* a, const ModelClass* b) { return worse(*a) < worse(*b); });
+  return ranked;
+}
+
+FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup) {
+  FittedRows rows;
+  if (!setup.TableCalcData && !setup.TableErrorData && !setup.TableMinMaxError) return rows;
+  if (!model.GenerateTableAtInput()) return rows;
+  rows.Calculated.reserve(data.N());
+  rows.Error.reserve(data.N());
+  // With one variable the table has one entry for a run of equal X; with several, one for every point.
+  const bool runs = data.X.size() == 1;
+  std::size_t entry = 1;
+  for (std::size_t i = 0; i < data.N(); ++i) {
+    if (!runs)
+      entry = i + 1;
+    else if (i > 0 && data.X[0][i] != model.XTableData(entry))
+      ++entry;
+    rows.Calculated.push_back(model.YTableData(entry));
+    rows.Error.push_back(data.Y[i] - rows.Calculated.back());
+  }
+  return rows;
+}
+
+std::string TableRow(const FittedRows& rows, std::size_t i, const MacroSetup& setup) {
+  std::string row;
+  if (setup.TableCalcData) row = GeneralNumber(rows.Calculated[i]);
+  if (setup.TableCalcData && setup.TableErrorData) row += setup.OutputDelimit;
+  if (setup.TableErrorData) row += GeneralNumber(rows.Error[i]);
+  return row;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "batch/MacroSetup.h"
+#include "core/SolveData.h"
+#include "engine/ModelCollection.h"
+
+namespace quorvex {
+
+// What the layouts of a macro's output have in common: the same values under the same names, in the same order. Rows
+// are separated by the macro's OutputDelimit.
+
+// The program's version; the data file and the time.
+std::array<std::string, 2> HeaderLines(const MacroSetup& setup);
+
+// X, Y and, where the data are weighted, the standard deviation of point i (from 0).
+std::string InputRow(const SolveData& data, std::size_t i, const MacroSetup& setup);
+
+// The solved models by the macro's sort key: RSS and StdErr ascending, R^2 and Ra^2 descending, ties in the order of
+// the collection.
+std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey);
+
+// A row per coefficient: value, standard error, half widths of the 68, 90, 95 and 99 percent limits.
+std::vector<std::string> CoefficientRows(const ModelClass& model, const MacroSetup& setup);
+
+// The statistics of a fit over N points, name and value.
+std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass& model, std::size_t N,
+                                                               const MacroSetup& setup);
+
+// The model's values and the signed residuals, Y minus the value, row by row in the order of the data. Empty where the
+// model has no value at some point, and where the macro asks for none of it.
+struct FittedRows {
+  std::vector<double> Calculated, Error;
+};
+FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup);
+
+// Row i (from 0) of the calculated values, the residuals or both, as the macro asks.
+std::string TableRow(const FittedRows& rows, std::size_t i, const MacroSetup& setup);
+
+}  // namespace quorvex
