@@ -52,7 +52,9 @@ std::optional<ParameterTable> ReadParameterFile(const std::string& name) {
   MappedFile file;
   if (file.Open(name) != 0) return std::nullopt;
   std::string text = DecodeText(file.Text());
-  text += '\n';  // ends the last field, which may be empty
+  // What ends the file ends its last field, which may be empty.
+  text.erase(text.find_last_not_of(" \t\r\n") + 1);
+  text += '\n';
   std::string_view rest = text, header;
   while (header.empty() && !rest.empty()) header = Trim(TakeLine(rest));
   if (header.empty()) return std::nullopt;

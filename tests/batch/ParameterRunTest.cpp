@@ -1,0 +1,261 @@
+// Parameter runs: one macro, a table of values, the real program.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "batch/ParameterFile.h"
+#include "batch/Program.h"
+
+namespace quorvex {
+namespace {
+
+using Rows = std::vector<std::vector<std::string>>;
+
+const struct {
+  const char* Text;
+  std::vector<std::string> Names;  // none: no table
+  Rows Values;
+} kTables[] = {
+    {"a,b\n1,2\n3,4\n", {"a", "b"}, {{"1", "2"}, {"3", "4"}}},
+    {"\r\n  \r\n \"a\" , b \"c\"\r\n 1 ,\t2 \r\n", {"a", "b c"}, {{"1", "2"}}},
+    {"a,b\n\"x, \"\"y\"\"\nz\" , 4", {"a", "b"}, {{"x, \"y\"\nz", "4"}}},
+    {"a,b,c\n1,,\n,2,3\n", {"a", "b", "c"}, {{"1", "", ""}, {"", "2", "3"}}},
+    {"a,b,c\n1,2,", {"a", "b", "c"}, {{"1", "2", ""}}},
+    {"a,b\n1\n2\n3,4\n\n\n", {"a", "b"}, {{"1", "2"}, {"3", "4"}}},  // a line end separates fields too
+    {"a\n1\n\n2\n", {"a"}, {{"1"}, {"2"}}},
+    {"a,b\n1,2\n3\n", {}, {}},
+    {"a,b\n1,2\n3\n\n\n", {}, {}},
+    {"a,b\n", {}, {}},
+    {"", {}, {}},
+    {"a,b\n1,\"2\n", {}, {}},
+};
+
+TEST(ReadParameterFile, ReadsRowsOfAsManyFieldsAsNames) {
+  for (const auto& c : kTables) {
+    TemporaryFolder folder;
+    const auto table = ReadParameterFile(folder.Write("p.csv", c.Text));
+    ASSERT_EQ(table.has_value(), !c.Names.empty()) << c.Text;
+    if (!table) continue;
+    EXPECT_EQ(table->Names, c.Names) << c.Text;
+    EXPECT_EQ(table->Rows, c.Values) << c.Text;
+  }
+  EXPECT_FALSE(ReadParameterFile("/no/such/file"));
+}
+
+// The log with bare line ends and without folders, less the lines of the fits.
+std::string ShortLog(const Program& program) {
+  std::string log = program.Folder.Read("run.log"), text;
+  std::erase(log, '\r');
+  std::string folder = program.Folder.Path("");
+  for (int spelling = 0; spelling < 2; ++spelling) {
+    for (std::size_t at = 0; (at = log.find(folder, at)) != std::string::npos;) log.replace(at, folder.size(), "@");
+    std::transform(folder.begin(), folder.end(), folder.begin(), ::tolower);
+  }
+  for (std::size_t at = 0; at < log.size();) {
+    if (log.compare(at, 15, "Solving models\n") == 0) {
+      text += "Solving models...\n";
+      at = std::min({log.find("Writing solution", at), log.find("Unrecoverable", at), log.find("No valid", at)});
+      continue;
+    }
+    const std::size_t end = log.find('\n', at) + 1;
+    text += log.substr(at, end - at);
+    at = end;
+  }
+  return text;
+}
+
+constexpr const char* kStars = "***************************************\n";
+
+TEST(ParameterRun, ReadsAndSolvesAnewOnlyWhereAnInputChanged) {
+  Program program;
+  program.Folder.Write("one.txt", "1 2\n2 4\n3 6.5\n4 8\n");
+  program.Folder.Write("two.txt", "1;1\n2;3\n3;2\n4;5\n");
+  program.Folder.Write("p.csv",
+                       "data, out, start\n"
+                       "one, a.txt, 1\n"
+                       "ONE, b.txt, 2\n"     // the same input; an Assign alone solves nothing anew
+                       "none, c.txt, 1\n"    // a bad run
+                       "two, no/d.txt, 1\n"  // an output that fails
+                       "two, e.txt, 1\n");
+  const int status = program.RunMacro(
+      "B_MACRO\nDataFile = @%data%.txt\nOutputFile = @%OUT%\nLogFile = @run.log\nParameterFile = @p.csv\n"
+      "Comment = file %data%\nInputDelimit = Space, Semicolon\n"
+      "B_MODEL\nY = a*x\nAssign a = %start%, Operator = value, Fit = True\nE_MODEL\nE_MACRO\n");
+  EXPECT_EQ(status, 200);
+  EXPECT_EQ(program.Err, "Exit Status 200\n");
+  EXPECT_EQ(
+      ShortLog(program),
+      "Opening Quorvex Macro file '@macro.cfg'\nParsing Quorvex Macro file\nSetting regression tolerance to 1E-10\n"
+      "Setting maximum number of iterations to 250\nSetting number of unchanged iterations to 10\n"
+      "Reading parameter file '@p.csv'\nFound 3 parameter(s), 5 combination(s)\n" +
+          std::string(kStars) +
+          "Beginning Run: 1\nAssigning DataFile = '@one.txt'\nAssigning OutputFile = '@a.txt'\n"
+          "Assigning %start% = '1\nReading the input data file '@one.txt'\nSolving models...\n"
+          "Writing solution to @a.txt\n" +
+          kStars +
+          "Beginning Run: 2\nAssigning DataFile = '@ONE.txt'\nAssigning OutputFile = '@b.txt'\n"
+          "Assigning %start% = '2\nInput parameters unchanged\nSolution Complete\n\n"
+          "Writing solution to @b.txt\n" +
+          kStars +
+          "Beginning Run: 3\nAssigning DataFile = '@none.txt'\nAssigning OutputFile = '@c.txt'\n"
+          "Assigning %start% = '1\nReading the input data file '@none.txt'\nError reading the input data file\n"
+          "Data Source Error: 110\n" +
+          kStars +
+          "Beginning Run: 4\nAssigning DataFile = '@two.txt'\nAssigning OutputFile = '@no/d.txt'\n"
+          "Assigning %start% = '1\nReading the input data file '@two.txt'\nSolving models...\n"
+          "Writing solution to @no/d.txt\nFile Output Error: 200\n" +
+          kStars +
+          "Beginning Run: 5\nAssigning DataFile = '@two.txt'\nAssigning OutputFile = '@e.txt'\n"
+          "Assigning %start% = '1\nInput parameters unchanged\nSolution Complete\n\n"
+          "Writing solution to @e.txt\n" +
+          kStars +
+          "Log Summary:\n1: Run Successful\n2: Run Successful\n3: Run Failed\n4: Run Failed\n5: Run Successful\n" +
+          kStars + "Normal termination\n");
+  EXPECT_NE(program.Folder.Read("b.txt").find("        file ONE\r\n"), std::string::npos);
+  EXPECT_EQ(ReadAnswers(program.Folder.Read("b.txt"))[0].Values.at("a"),
+            ReadAnswers(program.Folder.Read("a.txt"))[0].Values.at("a"));
+  EXPECT_EQ(program.Folder.Read("c.txt"), "");
+}
+
+TEST(ParameterRun, SubstitutesInEveryFieldItMay) {
+  Program program;
+  program.Folder.Write("data.txt", "1;9;2;1\n2;-7;4;1\n3;9;6.5;2\n4;9;8;1\n");
+  program.Folder.Write("p.csv", "P,Q\nSemicolon,x\ncomma, \"y\"\n");
+  program.RunMacro(
+      "B_MACRO\nDataFile = @data.txt\nOutputFile = @%p%.txt\nLogFile = @run.log\nParameterFile = @p.csv\n"
+      "InputDelimit = %P%\nColumnOrder = %Q%, none, y, sd\nMissingData = -7%P%\nWeighted = %Q%\n"
+      "OutputFormat = %P%\nDataFirstLine = %Q%\nTableOutput = DataFile\nB_MODEL\nY=a*x\nE_MODEL\nE_MACRO\n");
+  const std::string log = ShortLog(program);
+  const std::string first =
+      log.substr(log.find("Beginning Run: 1"), log.find("Reading the input") - log.find("Beginning Run: 1"));
+  EXPECT_EQ(first,
+            "Beginning Run: 1\nAssigning MissingData = '-7Semicolon'\nAssigning OutputFile = '@Semicolon.txt'\n"
+            "Assigning InputDelimit = 'Semicolon'\nAssigning OutputFormat = 'Semicolon'\n"
+            "Assigning ColumnOrder = 'x, none, y, sd'\nAssigning Weighted = 'x'\nAssigning DataFirstLine = 'x'\n");
+  EXPECT_NE(program.Folder.Read("Semicolon.txt").find("DataPoints\t4\r\nX\tY\r\n1\t2\r\n2\t4\r\n"), std::string::npos);
+  // The second row leaves no column for x, and so no points: nothing is solved, and nothing fails.
+  EXPECT_NE(program.Folder.Read("comma.txt").find("DataPoints\t0\r\n"), std::string::npos);
+  EXPECT_NE(log.find("1: Run Successful\n2: Run Successful\n"), std::string::npos);
+}
+
+TEST(ParameterRun, KeepsTheLastApplicationOfAnAssignWithSeveralParameters) {
+  Program program;
+  program.Folder.Write("data.txt", "1 2\n2 4\n3 6.5\n4 8\n");
+  program.Folder.Write("p.csv", "v,flag\n3,False\n");
+  ASSERT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\n"
+                             "ParameterFile = @p.csv\nB_MODEL\nY=a*x+b\n"
+                             "Assign a = %v%, Operator = Value, Fit = %flag%\nE_MODEL\nE_MACRO\n"),
+            0);
+  const ModelAnswer answer = ReadAnswers(program.Folder.Read("out.txt")).at(0);
+  EXPECT_EQ(answer.Number("a"), 3);
+  EXPECT_EQ(answer.Number("a", 1), 0);
+  EXPECT_NE(ShortLog(program).find("Assigning %v% = '3\nAssigning %flag% = 'False\n"), std::string::npos);
+}
+
+TEST(ParameterRun, EndsOnATableThatCannotBeRead) {
+  for (const char* table : {"", "a,b\n1\n"}) {
+    Program program;
+    program.Folder.Write("p.csv", table);
+    EXPECT_EQ(program.RunMacro("B_MACRO\nParameterFile = @P.csv\nLogFile = @run.log\nE_MACRO\n"), 80);
+    const std::string log = ShortLog(program);
+    EXPECT_EQ(log.substr(log.find("Reading parameter")),
+              "Reading parameter file '@p.csv'\nError reading parameter file\n" + std::string(kStars) +
+                  "Log Summary:\nRun Failed\n" + kStars + "Abnormal termination\nExit Status 80\n");
+  }
+}
+
+TEST(ParameterRun, SaysWhyNothingCouldBeSolved) {
+  const std::pair<const char*, const char*> macros[] = {
+      {"", "No valid regression models detected\n"},
+      {"IndependentVariables = 2\nB_MODEL\nY=a*x3\nE_MODEL\n",
+       "Unrecoverable error encountered during the solution process\n"},
+  };
+  for (const auto& [models, words] : macros) {
+    Program program;
+    program.Folder.Write("data.txt", "1 2 3\n2 4 4\n3 6 7\n");
+    program.Folder.Write("p.csv", "a\n1\n2\n");
+    EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile=@%a%\nParameterFile = @p.csv\n"
+                               "LogFile = @run.log\n" +
+                               std::string(models) + "E_MACRO\n"),
+              400 % 256);
+    const std::string log = ShortLog(program);
+    // Each run tries again.
+    EXPECT_NE(log.find("Solving models...\n" + std::string(words) + kStars + "Beginning Run: 2\n"), std::string::npos)
+        << log;
+    EXPECT_NE(log.find(words, log.find("Beginning Run: 2")), std::string::npos);
+    EXPECT_TRUE(log.ends_with("Normal termination\n"));
+  }
+}
+
+TEST(ParameterRun, GoesThroughTwoHundredRuns) {
+  Program program;
+  std::string table = "data,name,comment\n", summary = "Log Summary:\n";
+  for (int run = 1; run <= 200; ++run) {
+    const int set = (run - 1) / 20;  // ten runs of twenty
+    const bool bad = run % 50 == 0;
+    table += (bad ? "missing" : "set" + std::to_string(set)) + ".txt,out" + std::to_string(run) + ",\"run, " +
+             std::to_string(run) + "\"\n";
+    summary += std::to_string(run) + (bad ? ": Run Failed\n" : ": Run Successful\n");
+    program.Folder.Write("set" + std::to_string(set) + ".txt",
+                         "1 " + std::to_string(set) + "\n2 5\n3 " + std::to_string(8 + set) + "\n");
+  }
+  program.Folder.Write("p.csv", table);
+  EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @%data%\nOutputFile = @%name%.txt\nComment = %comment%\n"
+                             "ParameterFile = @p.csv\nLogFile = @run.log\nB_MODEL\nY = a*x\nE_MODEL\nE_MACRO\n"),
+            110);
+  const std::string log = ShortLog(program);
+  const auto count = [&](const std::string& words) {
+    int found = 0;
+    for (std::size_t at = 0; (at = log.find(words, at)) != std::string::npos; ++at) ++found;
+    return found;
+  };
+  // Ten sets; runs 50 and 150 fail within a set, which is then read once more, runs 100 and 200 at the end of one.
+  EXPECT_EQ(count("Reading the input data file '"), 10 + 4 + 2);
+  EXPECT_EQ(count("Solving models"), 10 + 2);
+  EXPECT_EQ(count("Data Source Error: 110\n"), 4);
+  EXPECT_EQ(count("Input parameters unchanged\n"), 196 - 12);
+  EXPECT_NE(log.find(summary + kStars + "Normal termination\n"), std::string::npos);
+  for (int run = 1; run <= 200; ++run) {
+    const std::string output = program.Folder.Read("out" + std::to_string(run) + ".txt");
+    if (run % 50 == 0) {
+      EXPECT_EQ(output, "");
+      continue;
+    }
+    EXPECT_NE(output.find("        run, " + std::to_string(run) + "\r\n"), std::string::npos);
+    const int set = (run - 1) / 20;  // a = sum xy / sum xx
+    EXPECT_NEAR(ReadAnswers(output).at(0).Number("a"), (set + 10 + 3 * (8 + set)) / 14.0, 1e-9);
+  }
+}
+
+TEST(SpreadsheetLayout, HoldsTheSameInCells) {
+  Program program;
+  program.Folder.Write("data.txt", "1 3 1\n2 5 1\n3 9 2\n");
+  ASSERT_EQ(
+      program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nOutputFormat = Spreadsheet\n"
+                       "Comment = two\nComment = lines\nOutputDelimit = Semicolon\nWeighted = True\n"
+                       "TableOutput = DataFile, CalcData, MinMaxError\nB_MODEL\nID = held\nF1=a*x\nY=F1+b\n"
+                       "Assign a = 2, Operator = value, Fit = False\nAssign b = 1, Operator = value, Fit = False\n"
+                       "E_MODEL\nE_MACRO\n"),
+      0);
+  std::string text = program.Folder.Read("out.txt");
+  std::erase(text, '\r');
+  const std::size_t at = text.find("Quorvex Macro");
+  text.erase(at, text.find('\n', at) - at);
+  EXPECT_EQ(text,
+            "Quorvex Version 9.0.0\n\n\ntwo\n        lines\n\nDataPoints;3\nX;Y;StDev\n1;3;1\n2;5;1\n3;9;2\n\n"
+            "Rank(sorted_by_RSS);1\nModel_ID;held\nF1;a*x\nY;f1+b\n\n"
+            "Variable;Value;StdErr;68%;90%;95%;99%\na;2;0;0;0;0;0\nb;1;0;0;0;0;0\n"
+            "Number_of_observations;3\nSolver_type;Nonlinear\nNonlinear_iteration_limit;250\n"
+            "Diverging_nonlinear_iteration_limit;10\nNumber_of_nonlinear_iterations_performed;11\n"
+            "Residual_tolerance;1E-10\nRegression_degrees_of_freedom;1\nError_degrees_of_freedom;3\n"
+            "Total_degrees_of_freedom;4\nSum_of_Residuals;2\nAverage_Residual;0.666666666666667\n"
+            "Residual_Sum_of_Squares_(Absolute);4\nResidual_Sum_of_Squares_(Relative);1.33333333333333\n"
+            "Standard_Error_of_the_Estimate;0.666666666666667\n"
+            "Coefficient_of_Multiple_Determination_(R^2);0.8676\nProportion_of_Variance_Explained;86.76%\n"
+            "Adjusted_coefficient_of_multiple_determination_(Ra^2);0.8235\nDurbin-Watson_statistic;1\n"
+            "Y_Calc\n3\n5\n7\nMin_Residual;Max_Residual\n0;2\n");
+}
+
+}  // namespace
+}  // namespace quorvex
