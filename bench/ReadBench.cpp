@@ -6,13 +6,13 @@
 #include <sys/resource.h>
 
 #include <charconv>
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
 #include <utility>
 
+#include "Workloads.h"
 #include "core/Files.h"
 #include "sheet/ComputeWeights.h"
 #include "sheet/LoadGridData.h"
@@ -23,34 +23,18 @@ namespace {
 
 constexpr int kRows = 1'000'000;
 
-// splitmix64 (Steele, Lea, Flood 2014): the same numbers on every machine.
-class Uniform {
- public:
-  double operator()() {
-    std::uint64_t z = (state_ += 0x9E3779B97F4A7C15);
-    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
-    z = (z ^ (z >> 27)) * 0x94D049BB133111EB;
-    return static_cast<double>((z ^ (z >> 31)) >> 11) * 0x1p-53;
-  }
-
- private:
-  std::uint64_t state_ = 505;
-};
-
 // The file, written once per process and removed at its end.
 class DataFile {
  public:
   DataFile() {
     std::ofstream file(Name(), std::ios::binary);
-    Uniform uniform;
+    bench::Random random(505);
     std::string row;
     for (int i = 0; i < kRows; ++i) {
-      double sum = -6;  // of 12 uniforms: near enough to a normal deviate
-      for (int k = 0; k < 12; ++k) sum += uniform();
       row.clear();
-      Append(row, i * 0.001, '\t');
-      Append(row, sum * 1000, '\t');
-      Append(row, uniform() * 1e-6, '\n');
+      bench::AppendNumber(row, i * 0.001, '\t');
+      bench::AppendNumber(row, random.Normal() * 1000, '\t');
+      bench::AppendNumber(row, random.Uniform() * 1e-6, '\n');
       file << row;
     }
   }
@@ -59,12 +43,6 @@ class DataFile {
   const std::string& Name() const { return name_; }
 
  private:
-  static void Append(std::string& row, double value, char separator) {
-    char buffer[40];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 17).ptr;
-    row.append(buffer, end) += separator;
-  }
-
   std::string name_ =
       std::filesystem::temp_directory_path() / ("quorvex-bench-" + std::to_string(std::random_device()()));
 };

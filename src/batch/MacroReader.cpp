@@ -16,8 +16,6 @@
 namespace quorvex {
 namespace {
 
-constexpr std::size_t kFunctionLines = 10;  // the model line and F1 to F9
-
 // Both sides of the blanks that a model line loses when it is stored belong to words or numbers, so that the two become
 // one: "x mod 4" is stored as "xmod4", a coefficient.
 bool JoinsWords(std::string_view text) {

@@ -8,6 +8,7 @@ namespace quorvex {
 
 void LoadModelCatalog(ModelCollection& models, int independentVariables, const LocaleText& locale) {
   for (const CatalogueModel& row : Catalogue(independentVariables)) {
+    if (models.Has(row.ID)) continue;  // loaded before: compiling it again would be for nothing
     std::unique_ptr<ModelClass> model;
     if (independentVariables == 1)
       model = std::make_unique<EqClass>(locale);

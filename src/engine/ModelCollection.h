@@ -20,6 +20,7 @@ class ModelCollection {
     models_.push_back(std::move(model));
     return models_.back().get();
   }
+  bool Has(const std::string& key) const { return keys_.contains(ToLower(key)); }
   void Remove(const std::string& key) {
     if (keys_.erase(ToLower(key)) == 0) return;
     std::erase_if(models_, [&](const auto& model) { return EqualNoCase(model->id, key); });

@@ -321,7 +321,9 @@ void Parser::Refuse(std::string message) {
   InError_ = true;
   out_.ParseErrorMessage = std::move(message);
   const int length = static_cast<int>(TokenText_.size());
-  out_.PublicTokenPointerStart = Cursor_ - length;
+  // A supporting function whose text closes more parentheses than it opens goes on in the line that refers to it, with
+  // a token that may be longer than what was read of that line.
+  out_.PublicTokenPointerStart = std::max(0, Cursor_ - length);
   out_.PublicTokenPointerLength = length;
   out_.PublicSubFunctionPointer = CurrentLine_;
 }

@@ -139,7 +139,7 @@ std::vector<CatalogueModel> TwoVariableModels() {
   models.push_back(PowerModel<forms::XOfX1TimesPowerOfX2>(270, "a*x1^b*c^x2", Ln, X, Restoration::Exp1Exp3));
   AddTwoVariablePolynomials(models);
   int number = 250;
-  for (const std::size_t count : {6, 10})
+  for (const std::size_t count : {6u, 10u})
     for (const Factor& second : kFamilies)
       for (const Factor& first : kFamilies) models.push_back(TaylorSeries(number++, first, second, count));
   return models;

@@ -106,6 +106,11 @@ TEST(Parser, NamesTheLineOfAnErrorInASupportingFunction) {
   EXPECT_EQ(e.ParseErrorMessage, "Unexpected token ')'.");
   EXPECT_EQ(e.PublicSubFunctionPointer, 0);
   EXPECT_EQ(e.PublicTokenPointerStart, 3);
+  // A text that leaves its parentheses is read on in the line of its reference, whose beginning is the least place.
+  e = Compile({"F1*a", "x)rate"});
+  EXPECT_EQ(e.ParseErrorMessage, "Unexpected token 'rate'.");
+  EXPECT_EQ(e.PublicSubFunctionPointer, 0);
+  EXPECT_EQ(e.PublicTokenPointerStart, 0);
 }
 
 TEST(Parser, CompilesASupportingFunctionOnceAndRecallsIt) {

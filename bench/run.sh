@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# Builds the benchmarks, runs them, and measures whole processes: a small macro against a hand-written program, and the
+# time and memory of a fit over a million points. Writes only below build/ and in a temporary folder.
+set -euo pipefail
+export LC_ALL=C
+cd "$(dirname "$0")/.."
+
+cmake --preset bench >/dev/null
+cmake --build --preset bench
+tools=build/bench/bench
+quorvex=build/bench/quorvex
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+# macro NAME DATA [STATEMENT]: the fit of the two exponentials, from the start that the native program takes.
+macro() {
+  cat >"$folder/$1.cfg" <<END
+B_MACRO
+  DataFile = $folder/$2
+  OutputFile = $folder/$1.out
+  ${3:-Derivatives = Richardson}
+  B_MODEL
+    Y = a*exp(-b*x)+c*exp(-d*x)+e
+    Assign a = 6, Operator = Value, Fit = True
+    Assign b = 1, Operator = Value, Fit = True
+    Assign c = 4, Operator = Value, Fit = True
+    Assign d = 0.1, Operator = Value, Fit = True
+    Assign e = 0.5, Operator = Value, Fit = True
+  E_MODEL
+E_MACRO
+END
+}
+# report NAME RUNS COMMAND...: median wall time and peak memory, kept in $milliseconds and $kilobytes.
+report() {
+  "$tools/measure" "$2" "${@:3}" >"$folder/printed"
+  read -r milliseconds kilobytes < <(tail -1 "$folder/printed")
+  printf '%-46s %10.3f ms %9d kB\n' "$1" "$milliseconds" "$kilobytes"
+}
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
+
+echo
+echo "In memory"
+"$tools/core_bench" --benchmark_filter='Fit|Evaluate' 2>/dev/null
+
+echo
+echo "Reading a million rows of three columns, each in a process of its own for the sake of its peak memory"
+for case in BareFromChars ReadToArrays; do
+  "$tools/core_bench" --benchmark_filter="$case" --benchmark_repetitions=5 \
+    --benchmark_report_aggregates_only=true 2>/dev/null | grep median
+done
+
+echo
+echo "Whole processes, median of 11"
+"$tools/make_data" 20 "$folder/small.txt"
+macro small small.txt
+macro catalogue small.txt "IndependentVariables = 1"
+report "hand-written fit, 20 points" 11 "$tools/native_fit" "$folder/small.txt"
+native=$milliseconds
+report "macro, 20 points" 11 "$quorvex" -runcfg "$folder/small.cfg"
+echo "  times the hand-written fit: $(ratio "$milliseconds" "$native")"
+report "macro, 20 points, with the built-in models" 11 "$quorvex" -runcfg "$folder/catalogue.cfg"
+echo "  times the hand-written fit: $(ratio "$milliseconds" "$native")"
+
+echo
+echo "A million points, once"
+"$tools/make_data" 1000000 "$folder/large.txt"
+macro large large.txt "Derivatives = CentralDifference"
+bytes=$(stat -c %s "$folder/large.txt")
+report "hand-written fit" 1 "$tools/native_fit" "$folder/large.txt"
+report "macro" 1 "$quorvex" -runcfg "$folder/large.cfg"
+awk -v kb="$kilobytes" -v bytes="$bytes" \
+  'BEGIN { printf "  file %.1f MB; beyond it %.0f bytes a point\n", bytes / 1e6, (kb * 1024 - bytes) / 1e6 }'

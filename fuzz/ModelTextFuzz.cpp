@@ -1,0 +1,5 @@
+#include "ModelText.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  return quorvex::FuzzModelText(data, size);
+}
