@@ -1,8 +1,10 @@
 #include "equation/Dialect.h"
 
 #include <array>
+#include <cmath>
 
 #include "core/NumberText.h"
+#include "core/NumericFault.h"
 
 namespace quorvex {
 namespace {
@@ -66,6 +68,46 @@ std::optional<SpecialWord> FindSpecialWord(std::string_view text, Dialect dialec
     }
   }
   return std::nullopt;
+}
+
+double StatisticValue(SpecialWord word, const DataStatistics& data) {
+  switch (word.What) {
+    case Statistic::YMin:
+      return data.InputYMin;
+    case Statistic::YMax:
+      return data.InputYMax;
+    case Statistic::YMean:
+      return data.YMean;
+    case Statistic::YStd:
+      return data.YStd;
+    case Statistic::YRange:
+      return std::abs(data.InputYMax - data.InputYMin);
+    default:
+      break;
+  }
+  const auto index = static_cast<std::size_t>(word.Variable - 1);
+  if (index >= data.X.size()) throw NumericFault();  // a statistic of a variable that the data do not have
+  const VariableStatistics& x = data.X[index];
+  switch (word.What) {
+    case Statistic::XMin:
+      return x.InputXMin;
+    case Statistic::XMax:
+      return x.InputXMax;
+    case Statistic::XMean:
+      return x.XMean;
+    case Statistic::XStd:
+      return x.XStd;
+    case Statistic::XAtYMin:
+      return x.XAtYMin;
+    case Statistic::XAtYMax:
+      return x.XAtYMax;
+    case Statistic::XRange:
+      return std::abs(x.InputXMax - x.InputXMin);
+    case Statistic::YAtXMin:
+      return x.YAtXMin;
+    default:
+      return x.YAtXMax;
+  }
 }
 
 std::int16_t SpecialWordCode(SpecialWord word) {

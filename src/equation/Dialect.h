@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/SolveData.h"
+#include "equation/DataStatistics.h"
 
 namespace quorvex {
 
@@ -41,6 +42,9 @@ struct SpecialWord {
 // The special word that `word` (any case) is, if it is one. With several variables "x1atymin" and "x1atymax" are read
 // as "x1min" and "x1max": words with a variable number are matched by pattern, and those patterns come first.
 std::optional<SpecialWord> FindSpecialWord(std::string_view word, Dialect dialect);
+
+// The value of a special word. Throws NumericFault for a variable that the data do not have.
+double StatisticValue(SpecialWord word, const DataStatistics& data);
 
 // A special word as the 16-bit code of an instruction, and back.
 std::int16_t SpecialWordCode(SpecialWord word);

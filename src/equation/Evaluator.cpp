@@ -1,115 +1,13 @@
 #include "equation/Evaluator.h"
 
 #include <cmath>
-#include <limits>
 
 #include "core/FaultFlags.h"
-#include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "equation/Dialect.h"
-#include "equation/Elementary.h"
+#include "equation/Operators.h"
 
 namespace quorvex {
-namespace {
-
-double Truth(bool holds) { return holds ? -1.0 : 0.0; }
-
-// Quotient and remainder of the rounded operands, truncated toward zero.
-struct Division {
-  Division(double a, double b) : dividend(RoundToInt32(a)), divisor(RoundToInt32(b)) {
-    if (divisor == 0 || (divisor == -1 && dividend == std::numeric_limits<std::int32_t>::min())) throw NumericFault();
-  }
-  std::int32_t dividend, divisor;
-};
-
-double BinaryOperation(int code, double a, double b) {
-  switch (code) {
-    case kPower:
-      return Power(a, b);
-    case kAdd:
-      return a + b;
-    case kSubtract:
-      return a - b;
-    case kMultiply:
-      return a * b;
-    case kDivide:
-      return a / b;
-    case kIntegerDivide: {
-      const Division d(a, b);
-      return d.dividend / d.divisor;
-    }
-    case kMod: {
-      const Division d(a, b);
-      return d.dividend % d.divisor;
-    }
-    case kEqual:
-      return Truth(a == b);
-    case kLess:
-      return Truth(a < b);
-    case kGreater:
-      return Truth(a > b);
-    case kUnequal:
-      return Truth(a != b);
-    case kLessOrEqual:
-      return Truth(a <= b);
-    case kGreaterOrEqual:
-      return Truth(a >= b);
-    case kAnd:
-      return RoundToInt32(a) & RoundToInt32(b);
-    case kOr:
-      return RoundToInt32(a) | RoundToInt32(b);
-    case kXor:
-      return RoundToInt32(a) ^ RoundToInt32(b);
-    case kEqv:
-      return ~(RoundToInt32(a) ^ RoundToInt32(b));
-    case kImp:
-      return ~RoundToInt32(a) | RoundToInt32(b);
-    default:
-      throw NumericFault();
-  }
-}
-
-double StatisticValue(SpecialWord word, const DataStatistics& data) {
-  switch (word.What) {
-    case Statistic::YMin:
-      return data.InputYMin;
-    case Statistic::YMax:
-      return data.InputYMax;
-    case Statistic::YMean:
-      return data.YMean;
-    case Statistic::YStd:
-      return data.YStd;
-    case Statistic::YRange:
-      return std::abs(data.InputYMax - data.InputYMin);
-    default:
-      break;
-  }
-  const auto index = static_cast<std::size_t>(word.Variable - 1);
-  if (index >= data.X.size()) throw NumericFault();  // a statistic of a variable that the data do not have
-  const VariableStatistics& x = data.X[index];
-  switch (word.What) {
-    case Statistic::XMin:
-      return x.InputXMin;
-    case Statistic::XMax:
-      return x.InputXMax;
-    case Statistic::XMean:
-      return x.XMean;
-    case Statistic::XStd:
-      return x.XStd;
-    case Statistic::XAtYMin:
-      return x.XAtYMin;
-    case Statistic::XAtYMax:
-      return x.XAtYMax;
-    case Statistic::XRange:
-      return std::abs(x.InputXMax - x.InputXMin);
-    case Statistic::YAtXMin:
-      return x.YAtXMin;
-    default:
-      return x.YAtXMax;
-  }
-}
-
-}  // namespace
 
 bool Evaluator::Evaluate(const Expression& expression, std::span<const double> x, std::span<const double> Values,
                          const DataStatistics& statistics, double& y) {
@@ -151,7 +49,7 @@ bool Evaluator::Evaluate(const Expression& expression, std::span<const double> x
         break;
       case TokenKind::Unary:
         need(1);
-        stack[sp] = token.Code == kNegate ? -stack[sp] : static_cast<double>(~RoundToInt32(stack[sp]));
+        stack[sp] = UnaryOperation(token.Code, stack[sp]);
         break;
       case TokenKind::Function:
         if (token.Code == kIfCode) {
