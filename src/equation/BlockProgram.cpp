@@ -1,0 +1,301 @@
+#include "equation/BlockProgram.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "core/FaultFlags.h"
+#include "core/NumericFault.h"
+#include "equation/Dialect.h"
+#include "equation/IntrinsicFunctions.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::size_t kLongestList = 1000;
+constexpr std::size_t kDeepestIf = 100;  // as deep as the jump table of the point path goes
+constexpr int kRandomCode = 9;
+
+// Thrown where an "if" takes both branches within a block.
+struct Diverged {};
+
+}  // namespace
+
+// Walks the instruction list with a stack of nodes in place of values. Gives up (throws Diverged) on what the point
+// path has to do.
+class BlockProgram::Builder {
+ public:
+  Builder(BlockProgram& program, const Expression& expression) : program_(program), tokens_(expression.ExprTokens) {}
+
+  std::uint32_t Build() {
+    const std::uint32_t result = Stretch(0);
+    if (at_ != tokens_.size()) throw Diverged();
+    return result;
+  }
+
+ private:
+  struct Saved {
+    std::uint32_t Node;
+    std::vector<std::uint32_t> Path;
+  };
+
+  std::uint32_t Add(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value = 0) {
+    Node node{what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), {}, value,
+              0,    0};
+    std::copy(operands.begin(), operands.end(), node.Operands);
+    node.Uniform = what != Kind::Variable && std::all_of(operands.begin(), operands.end(), [&](std::uint32_t operand) {
+                     return program_.nodes_[operand].Uniform;
+                   });
+    program_.nodes_.push_back(node);
+    return static_cast<std::uint32_t>(program_.nodes_.size() - 1);
+  }
+
+  // Reads up to the function token that ends the branch (or, at 0, the list), and past it. The value left on top.
+  std::uint32_t Stretch(int endCode) {
+    std::vector<std::uint32_t> stack;
+    const auto pop = [&] {
+      if (stack.empty()) throw Diverged();
+      const std::uint32_t top = stack.back();
+      stack.pop_back();
+      return top;
+    };
+    for (; at_ < tokens_.size(); ++at_) {
+      const ExprToken& token = tokens_[at_];
+      switch (token.Type) {
+        case TokenKind::IndependentVariable:
+          stack.push_back(Add(Kind::Variable, token.Code == 0 ? 0 : token.Code - 1, {}));
+          break;
+        case TokenKind::Literal:
+          stack.push_back(Add(Kind::Constant, 0, {}, token.Value));
+          break;
+        case TokenKind::Coefficient:
+          // A coefficient with the name of a jump word disturbs the jumps of the point path.
+          if (token.Name == "endtrue" || token.Name == "endif") throw Diverged();
+          stack.push_back(Add(Kind::Coefficient, token.Index - 1, {}));
+          break;
+        case TokenKind::SpecialWord:
+          stack.push_back(Add(Kind::Statistic, token.Code, {}));
+          break;
+        case TokenKind::Unary:
+          stack.push_back(Add(Kind::Unary, token.Code, {pop()}));
+          break;
+        case TokenKind::Binary: {
+          const std::uint32_t b = pop(), a = pop();
+          stack.push_back(Add(Kind::Binary, token.Code, {a, b}));
+          break;
+        }
+        case TokenKind::Function:
+          if (token.Code == endCode) {
+            ++at_;
+            return pop();
+          }
+          stack.push_back(token.Code == kIfCode ? If(pop()) : Call(token.Code, pop));
+          if (token.Code == kIfCode) --at_;  // If has read past its end
+          break;
+        case TokenKind::SaveSupport:
+          if (stack.empty()) throw Diverged();
+          saved_[static_cast<std::size_t>(token.Code)] = Saved{stack.back(), path_};
+          break;
+        case TokenKind::RecallSupport: {
+          // In a branch, or behind one, in which the function was not computed it has its value of another point.
+          const std::optional<Saved>& saved = saved_[static_cast<std::size_t>(token.Code)];
+          if (!saved || saved->Path.size() > path_.size() ||
+              !std::equal(saved->Path.begin(), saved->Path.end(), path_.begin()))
+            throw Diverged();
+          stack.push_back(saved->Node);
+          break;
+        }
+      }
+    }
+    return pop();
+  }
+
+  template <class Pop>
+  std::uint32_t Call(int code, Pop pop) {
+    if (code == kRandomCode || code == kEndTrueCode || code == kEndIfCode) throw Diverged();
+    switch (IntrinsicFunctions()[static_cast<std::size_t>(code - 1)].Arguments) {
+      case 1:
+        return Add(Kind::Function, code, {pop()});
+      case 2: {
+        const std::uint32_t b = pop(), a = pop();
+        return Add(Kind::Function, code, {a, b});
+      }
+      default: {
+        const std::uint32_t c = pop(), b = pop(), a = pop();
+        return Add(Kind::Function, code, {a, b, c});
+      }
+    }
+  }
+
+  std::uint32_t If(std::uint32_t condition) {
+    if (path_.size() == kDeepestIf) throw Diverged();
+    program_.forks_ = true;
+    const std::uint32_t fork = Add(Kind::Fork, 0, {condition});
+    const auto branch = [&](std::uint32_t which, int endCode, std::uint32_t Node::*end) {
+      path_.push_back(2 * fork + which);
+      const std::uint32_t result = Stretch(endCode);
+      path_.pop_back();
+      program_.nodes_[fork].*end = static_cast<std::uint32_t>(program_.nodes_.size());
+      return result;
+    };
+    ++at_;
+    const std::uint32_t whenTrue = branch(0, kEndTrueCode, &Node::TrueEnd);
+    const std::uint32_t whenFalse = branch(1, kEndIfCode, &Node::FalseEnd);
+    return Add(Kind::Choice, 0, {fork, whenTrue, whenFalse});
+  }
+
+  BlockProgram& program_;
+  const std::vector<ExprToken>& tokens_;
+  std::size_t at_ = 0;
+  std::vector<std::uint32_t> path_;  // the branches around the present instruction
+  std::array<std::optional<Saved>, 10> saved_;
+};
+
+BlockProgram::BlockProgram(const Expression& expression) {
+  if (expression.ParseError || expression.ExprTokens.empty() || expression.ExprTokens.size() > kLongestList) return;
+  try {
+    result_ = Builder(*this, expression).Build();
+  } catch (const Diverged&) {
+    return;
+  }
+  supported_ = true;
+  const std::size_t coefficients = expression.CoefficientNames.size();
+  depends_.assign(coefficients, std::vector<bool>(nodes_.size()));
+  dependents_.resize(coefficients);
+  for (std::size_t c = 0; c < coefficients; ++c) {
+    for (std::uint32_t i = 0; i < nodes_.size(); ++i) {
+      const Node& node = nodes_[i];
+      // Where a coefficient may move a model from one branch to the other, all of it is computed again.
+      bool moves = forks_ || (node.What == Kind::Coefficient && static_cast<std::size_t>(node.Code) == c);
+      for (std::size_t k = 0; k < node.OperandCount; ++k) moves = moves || depends_[c][node.Operands[k]];
+      if (!moves) continue;
+      depends_[c][i] = true;
+      dependents_[c].push_back(i);
+    }
+  }
+  for (Slots* slots : {&base_, &moved_}) {
+    slots->Of.resize(nodes_.size());
+    slots->Blocks.resize(nodes_.size());
+  }
+}
+
+template <class Run>
+bool BlockProgram::Guarded(const Slots& slots, double* y, Run run) {
+  try {
+    ClearFaultFlags();
+    run();
+    if (FaultFlagsRaised()) return false;
+  } catch (const NumericFault&) {
+    return false;
+  } catch (const Diverged&) {
+    return false;
+  }
+  const bool moved = &slots == &moved_ && (*moving_)[result_];
+  const BlockOperand& result = moved ? moved_.Of[result_] : base_.Of[result_];
+  for (std::size_t i = 0; i < n_; ++i) y[i] = result.At(i);
+  return true;
+}
+
+bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
+                            const DataStatistics& statistics, double* y) {
+  x_ = x;
+  n_ = n;
+  values_.assign(Values.begin(), Values.end());
+  statistics_ = &statistics;
+  return Guarded(base_, y, [this] { RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_); });
+}
+
+bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
+  const double kept = values_[varied];
+  values_[varied] = value;
+  moving_ = &depends_[varied];
+  const bool evaluated = Guarded(moved_, y, [&] { RunVaried(varied); });
+  values_[varied] = kept;
+  return evaluated;
+}
+
+// Not inlined, so that the arithmetic stays between the two looks at the flags.
+[[gnu::noinline]] void BlockProgram::RunRange(std::uint32_t begin, std::uint32_t end, Slots& slots) {
+  for (std::uint32_t i = begin; i < end; ++i) {
+    Compute(i, slots);
+    if (nodes_[i].What != Kind::Fork) continue;
+    const Node& fork = nodes_[i];
+    if (slots.Of[i].Value != 0)
+      RunRange(i + 1, fork.TrueEnd, slots);
+    else
+      RunRange(fork.TrueEnd, fork.FalseEnd, slots);
+    i = fork.FalseEnd - 1;
+  }
+}
+
+[[gnu::noinline]] void BlockProgram::RunVaried(std::size_t varied) {
+  if (forks_) return RunRange(0, static_cast<std::uint32_t>(nodes_.size()), moved_);
+  for (const std::uint32_t i : dependents_[varied]) Compute(i, moved_);
+}
+
+BlockOperand BlockProgram::Operand(const Node& node, std::size_t which, const Slots& slots) const {
+  const std::uint32_t index = node.Operands[which];
+  return &slots == &moved_ && !(*moving_)[index] ? base_.Of[index] : slots.Of[index];
+}
+
+void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
+  const Node& node = nodes_[index];
+  BlockOperand& out = slots.Of[index];
+  const auto operand = [&](std::size_t which) { return Operand(node, which, slots); };
+  // One value where it is the same at all points, else a block of them.
+  const auto place = [&]() -> std::pair<std::size_t, double*> {
+    if (node.Uniform) {
+      out.Points = nullptr;
+      return {1, &out.Value};
+    }
+    std::vector<double>& block = slots.Blocks[index];
+    block.resize(kBlock);
+    out.Points = block.data();
+    return {n_, block.data()};
+  };
+  switch (node.What) {
+    case Kind::Variable:
+      out = {x_[static_cast<std::size_t>(node.Code)], 0};
+      break;
+    case Kind::Constant:
+      out = {nullptr, node.Value};
+      break;
+    case Kind::Coefficient:
+      out = {nullptr, values_[static_cast<std::size_t>(node.Code)]};
+      break;
+    case Kind::Statistic:
+      out = {nullptr, StatisticValue(SpecialWordOf(node.Code), *statistics_)};
+      break;
+    case Kind::Unary: {
+      const auto [n, values] = place();
+      UnaryOverBlock(node.Code, operand(0), n, values);
+      break;
+    }
+    case Kind::Binary: {
+      const auto [n, values] = place();
+      BinaryOverBlock(node.Code, operand(0), operand(1), n, values);
+      break;
+    }
+    case Kind::Function: {
+      const auto [n, values] = place();
+      BlockOperand arguments[3] = {};
+      for (std::size_t k = 0; k < node.OperandCount; ++k) arguments[k] = operand(k);
+      FunctionOverBlock(node.Code, arguments, n, values);
+      break;
+    }
+    case Kind::Fork: {
+      const BlockOperand condition = operand(0);
+      const bool whenTrue = condition.At(0) != 0;
+      if (condition.Points != nullptr)
+        for (std::size_t i = 1; i < n_; ++i)
+          if ((condition.Points[i] != 0) != whenTrue) throw Diverged();
+      out = {nullptr, whenTrue ? 1.0 : 0.0};
+      break;
+    }
+    case Kind::Choice:
+      out = operand(operand(0).Value != 0 ? 1 : 2);
+      break;
+  }
+}
+
+}  // namespace quorvex

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "equation/BlockOperations.h"
+#include "equation/DataStatistics.h"
+#include "equation/Expression.h"
+
+namespace quorvex {
+
+inline constexpr std::size_t kBlock = 256;  // points that are evaluated together
+
+// A compiled model made ready for blocks of points: one instruction runs over all points of a block, then the next. Its
+// values are, to the bit, those that Evaluator computes point by point.
+//
+// The instruction list is turned into a graph of values in which each knows the values it is computed from. So what
+// depends on no point is computed once for a block, and when one coefficient moves, as it does for a derivative, only
+// what depends on it is computed again.
+//
+// Some models stay with the point path (Supported is false): those that draw random numbers, those in which a
+// supporting function may be recalled with the value it had at another point, and those of more than 1,000
+// instructions.
+class BlockProgram {
+ public:
+  explicit BlockProgram(const Expression& expression);
+
+  bool Supported() const { return supported_; }
+
+  // Values at the n <= kBlock points of the columns `x`, into `y`. False where any point faults, and where an "if"
+  // takes both branches within the block: then the points are to be evaluated one by one.
+  bool Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
+                const DataStatistics& statistics, double* y);
+
+  // The same points once more, with coefficient `varied` (from 0) at another value; only after an Evaluate of these
+  // points that succeeded.
+  bool EvaluateVaried(std::size_t varied, double value, double* y);
+
+ private:
+  enum class Kind : std::uint8_t { Variable, Constant, Coefficient, Statistic, Unary, Binary, Function, Fork, Choice };
+  struct Node {
+    Kind What;
+    bool Uniform;       // the same at all points
+    std::int16_t Code;  // of variable, coefficient, special word, operator, function
+    std::uint8_t OperandCount;
+    std::uint32_t Operands[3];
+    double Value;                     // of a constant
+    std::uint32_t TrueEnd, FalseEnd;  // of a fork: where its branches end; the false one begins where the true one ends
+  };
+  class Builder;
+
+  // Where the values of each node stand.
+  struct Slots {
+    std::vector<BlockOperand> Of;
+    std::vector<std::vector<double>> Blocks;  // empty for a node that needs none
+  };
+
+  template <class Run>
+  bool Guarded(const Slots& slots, double* y, Run run);
+  void RunRange(std::uint32_t begin, std::uint32_t end, Slots& slots);
+  void RunVaried(std::size_t varied);
+  void Compute(std::uint32_t index, Slots& slots);
+  BlockOperand Operand(const Node& node, std::size_t which, const Slots& slots) const;
+
+  std::vector<Node> nodes_;
+  std::uint32_t result_ = 0;
+  bool supported_ = false;
+  bool forks_ = false;
+  std::vector<std::vector<std::uint32_t>> dependents_;  // per coefficient: the nodes that depend on it, in order
+  std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
+
+  // Of the block in hand.
+  std::span<const double* const> x_;
+  std::size_t n_ = 0;
+  std::vector<double> values_;
+  const DataStatistics* statistics_ = nullptr;
+  Slots base_, moved_;
+  const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew
+};
+
+}  // namespace quorvex
