@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <span>
@@ -9,11 +10,13 @@
 #include <vector>
 
 #include "core/LocaleText.h"
+#include "core/Result.h"
 #include "core/Settings.h"
 #include "core/SolveData.h"
 #include "engine/Matrix.h"
 #include "engine/SolveForm.h"
 #include "equation/Catalogue.h"
+#include "equation/CodeLibrary.h"
 #include "equation/DataStatistics.h"
 #include "equation/Evaluator.h"
 #include "equation/Expression.h"
@@ -141,6 +144,14 @@ class ModelClass {
 
   // Fills the statistics of the fit; false where the model has no value at some point, and nothing changes.
   bool GetGoodnessOfFit(const SolveData& data, int numcoef);
+
+  // The model as text, as code (statements and the library functions they need) and as a spreadsheet formula; see the
+  // functions of the same names in equation/.
+  std::string GenerateTextInfix(int ReplaceOption, int AppendParameters) const;
+  void GenerateInfix(ExprType language, std::vector<std::string>& InFixList, std::vector<std::string>& FnList) const;
+  Result<std::string> GenerateExcelInfix(std::string_view CellReferance, bool XInColumns) const;
+  // The source of a whole function; see FunctionSource.
+  std::string ExportFunction(ExprType language, std::string_view name, const std::tm& created) const;
 
   // The table of the curve at every input X. False, and an empty table, where the model has no value.
   bool GenerateTableAtInput();

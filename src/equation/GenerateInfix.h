@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/LocaleText.h"
+#include "equation/CodeLibrary.h"
+#include "equation/Expression.h"
+
+namespace quorvex {
+
+// The statements of exported code that compute a model: one for each supporting function ("F1 = ...") where it is first
+// met, the last one "result = ...". Every operation stands in parentheses, so nothing rests on the target language's
+// precedence.
+//
+// FnList gets the words of the functions that must come with the code (CodeLibrary.h), in order of first need.
+//
+// Where the languages part: comparisons are 1 in C and -1 in the program, "\" divides and "mod" takes the remainder
+// without rounding to integers there, "xor" asks for comparisons as operands, and "eqv" and "imp" leave a marker text
+// that does not compile. Both branches of an "if" are computed.
+void GenerateInfix(const Expression& expression, ExprType language, const LocaleText& locale,
+                   std::vector<std::string>& InFixList, std::vector<std::string>& FnList);
+
+}  // namespace quorvex

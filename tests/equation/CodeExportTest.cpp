@@ -1,0 +1,238 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <regex>
+
+#include "Golden.h"
+#include "TemporaryFolder.h"
+#include "core/NumberText.h"
+#include "equation/Checked.h"
+#include "equation/CodeExport.h"
+#include "equation/Compile.h"
+#include "equation/Evaluator.h"
+
+namespace quorvex {
+namespace {
+
+std::tm At(int year, int month, int day, int hour, int minute, int second) {
+  std::tm t{};
+  t.tm_year = year - 1900;
+  t.tm_mon = month - 1;
+  t.tm_mday = day;
+  t.tm_hour = hour;
+  t.tm_min = minute;
+  t.tm_sec = second;
+  return t;
+}
+
+std::string Source(const Expression& model, const std::vector<double>& Values, ExprType language,
+                   const std::string& name, const std::tm& created = At(2026, 11, 21, 4, 30, 12)) {
+  DataStatistics statistics;
+  statistics.X[0].XMean = 2.5;
+  statistics.InputYMin = -1;
+  statistics.InputYMax = 3;
+  return FunctionSource({model, Values, statistics, 0.987654321, 0.9, 1e-5, LocaleText()}, language, name, created);
+}
+
+TEST(FunctionSource, WritesTheWholeFile) {
+  const Expression one = Compile({"A*arcsin(f1)+if(x>xmean,a,Base)*yrange", "x/4"});
+  const Expression several = Compile({"a*x1^b+max(x2,erf(x3))"}, Dialect::SeveralVariables);
+  ExpectGolden("FunctionOneVariable.bas", Source(one, {1.5, -2e-20}, ExprType::Basic, "curve"));
+  ExpectGolden("FunctionOneVariable.c", Source(one, {1.5, -2e-20}, ExprType::C, "curve"));
+  ExpectGolden("FunctionSeveralVariables.bas", Source(several, {3, 0.25}, ExprType::Basic, "surface"));
+  ExpectGolden("FunctionSeveralVariables.c", Source(several, {3, 0.25}, ExprType::C, "surface"));
+}
+
+TEST(FunctionSource, DatesItselfInEnglishOnATwelveHourClock) {
+  const struct {
+    std::tm Created;
+    const char *Date, *Time;
+  } cases[] = {{At(2026, 1, 2, 0, 5, 9), "Jan 2 2026", "12:05:09 AM"},
+               {At(2027, 12, 31, 12, 0, 0), "Dec 31 2027", "12:00:00 PM"},
+               {At(2026, 5, 10, 11, 59, 59), "May 10 2026", "11:59:59 AM"},
+               {At(2026, 9, 10, 23, 0, 1), "Sep 10 2026", "11:00:01 PM"}};
+  const Expression model = Compile({"a*x"});
+  for (const auto& c : cases) {
+    const std::string text = Source(model, {1}, ExprType::Basic, "f", c.Created);
+    EXPECT_NE(text.find(std::string("'Date Created: ") + c.Date + "\r\n'Time Created: " + c.Time + "\r\n"),
+              std::string::npos)
+        << text;
+  }
+}
+
+TEST(FunctionName, IsAllowedInBothLanguages) {
+  const std::pair<const char*, const char*> names[] = {{"/home/me/My curve.v2.c", "My_curve"},
+                                                       {"fit.bas", "fit"},
+                                                       {"C:\\out\\2nd.c", "f2nd"},
+                                                       {"_x.c", "f_x"},
+                                                       {".c", "f_c"},
+                                                       {"folder/", "f"}};
+  for (const auto& [file, name] : names) EXPECT_EQ(FunctionName(file), name) << file;
+}
+
+// Each word with a definition, or a function of the target language, that the exported code computes it by; the others
+// are for the user to supply. Points inside the domain, chosen on both branches where there are two.
+const struct {
+  const char* Text;
+  double X[2];
+} kModels[] = {
+    {"a*abs(x)+b", {-2.5, 3}},
+    {"a*exp(x)", {-2.5, 3}},
+    {"a*fix(x)", {-2.5, 2.5}},
+    {"a*int(x)", {-2.5, 2.5}},
+    {"a*fract(x)", {-2.25, 2.25}},
+    {"a*log(x)+b*ln(x)", {0.1, 30}},
+    {"a*log10(x)", {0.1, 30}},
+    {"a*rnd(x)", {-3, -0.5}},
+    {"a*(rnd(-x)+2*rnd(0)+4*rnd(1)+8*rnd(1))", {3, 7}},
+    {"a*sgn(x)+sgn(0)", {-2, 2}},
+    {"a*sqr(x)", {2, 0}},
+    {"a*cos(x)+b*sin(x)+tan(x)", {-2, 2}},
+    {"a*arcsin(x)", {-1, 0.25}},
+    {"a*arccos(x)", {-0.5, 1}},
+    {"a*arctan(x)", {-5, 0.25}},
+    {"a*sec(x)+b*cosec(x)+cotan(x)", {-2, 2}},
+    {"a*arcsec(x)", {-3, 2}},
+    {"a*arccosec(x)", {-3, 1}},
+    {"a*arccotan(x)", {-3, 2}},
+    {"a*hsin(x)+b*hcos(x)+htan(x)", {-2, 2}},
+    {"a*hsec(x)+b*hcosec(x)+hcotan(x)", {-2, 2}},
+    {"a*harcsin(x)", {-2, 2}},
+    {"a*harccos(x)", {1, 3}},
+    {"a*harctan(x)", {-0.5, 0.75}},
+    {"a*harcsec(x)", {0.25, 1}},
+    {"a*harccosec(x)", {-0.25, 4}},
+    {"a*harccotan(x)", {-3, 2}},
+    {"a*rtod(x)+b*dtor(x)", {-3, 200}},
+    {"if(x>1,a,b)", {1, 2}},
+    {"if(x<=1 and not x=0,a,b*x)", {0, 1}},
+    {"if(x<1 or x>=2,a,if(x<>1.5,b,x))", {1.5, 1.25}},
+    {"if((x>1) xor (x>3),a,b)", {2, 4}},
+    {"a*max(x,1)+b*min(x,1)", {-2, 3}},
+    {"a*mag(x,b)", {-3, 4}},
+    {"a*floor(x)+b*ceil(x)", {-2.5, 2.5}},
+    {"a*x^b+(1/2)^x-x^-1", {0.5, 3}},
+    {"7\\x+7 mod x+a", {1, 7}},
+    {"-x^2+a*pi+010+b/2147483648*3000000000", {2, -3}},
+    {"f1^2+f2*F1+a", {2, -3}},
+    {"a*(x-XMEAN)/yrange", {2, -3}},
+    // Erf and erfc are C's own; the program's stop at a relative change of 3e-7.
+    {"erf(x)+erfc(x/2)*a", {-0.5, 2}},
+};
+
+// Compiles the exported functions with a C compiler, every warning an error, and runs them.
+TEST(FunctionSource, GivesCThatComputesWhatTheProgramDoes) {
+  const TemporaryFolder folder;
+  const std::vector<double> Values = {1.5, -0.75};
+  DataStatistics statistics;
+  statistics.X[0].XMean = 2.5;
+  statistics.InputYMin = -1;
+  statistics.InputYMax = 3;
+  std::string declarations = "#include <stdio.h>\n", calls, sources;
+  std::vector<std::string> labels;
+  std::vector<double> expected;
+  int number = 0;
+  for (const auto& c : kModels) {
+    const Expression model = Compile({c.Text, "a*x", "x-f1"});
+    const std::vector<double> values(Values.begin(),
+                                     Values.begin() + static_cast<std::ptrdiff_t>(model.CoefficientNames.size()));
+    const std::string name = "model" + std::to_string(++number);
+    sources += " " + folder.Write(name + ".c", Source(model, values, ExprType::C, name));
+    declarations += "double " + name + "(double x);\n";
+    for (const double x : c.X) {
+      double y = 0;
+      ASSERT_TRUE(Evaluator().Evaluate(model, {&x, 1}, values, statistics, y)) << c.Text << " at " << x;
+      expected.push_back(y);
+      labels.push_back(c.Text + (" at " + GeneralNumber(x)));
+      calls += "  printf(\"%.17g\\n\", " + name + "(" + ShortestNumber(x) + "));\n";
+    }
+  }
+  const Expression several = Compile({"a*x1-b*x2/x3"}, Dialect::SeveralVariables);
+  sources += " " + folder.Write("several.c", Source(several, Values, ExprType::C, "several"));
+  declarations += "double several(double x[]);\n";
+  calls += "  { double x[] = {0, 2, 3, 5}; printf(\"%.17g\\n\", several(x)); }\n";
+  expected.push_back(1.5 * 2 + 0.75 * 3 / 5);
+  labels.push_back("several variables");
+  sources += " " + folder.Write("main.c", declarations + "int main(void) {\n" + calls + "  return 0;\n}\n");
+
+  const std::string program = folder.Path("models");
+  const std::string compile =
+      "cc -std=c99 -Wall -Wextra -pedantic -Werror -o " + program + sources + " -lm >" + folder.Path("log") + " 2>&1";
+  ASSERT_EQ(std::system(compile.c_str()), 0) << folder.Read("log");
+  ASSERT_EQ(std::system((program + " >" + folder.Path("out")).c_str()), 0);
+  const std::string output = folder.Read("out");
+  std::string_view rest = output;
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    double value = NAN;
+    ASSERT_NE(LeadingNumber(TakeLine(rest), value), 0u) << labels[i];
+    // The program's pi has 15 digits, and its inverse hyperbolic functions cancel in the same formula as C's.
+    const double tolerance = labels[i].starts_with("erf") ? 1e-6 : 1e-13;
+    EXPECT_NEAR(value, expected[i], tolerance * std::max(1.0, std::abs(expected[i]))) << labels[i];
+  }
+}
+
+// Every word of the language in the library of each export.
+TEST(CodeLibrary, DefinesEveryFunctionThatTheTargetLacks) {
+  std::vector<std::string> words;
+  for (const IntrinsicFunction& function : IntrinsicFunctions())
+    if (function.Word != WrittenIn::NoModel) words.emplace_back(function.Name);
+  words.push_back("sec");  // a repetition
+  std::string basic, inC;
+  WriteBasicLibrary(words, basic);
+  WriteCLibrary(words, inC);
+  ExpectGolden("FunctionLibrary.bas", basic);
+  ExpectGolden("FunctionLibrary.c", inC);
+
+  // What the user must supply compiles as it is, without a warning, and shows that it is missing by NaN.
+  std::string text = "#include <math.h>\n";
+  WriteCPrototypes(words, text);
+  text += inC + "int main(void) {\n  int numbers = 0;\n";
+  for (const std::string& word : words) {
+    const CodeFunction& function = FindCodeFunction(word);
+    if (!function.C.empty() || !function.CBody.empty()) continue;
+    const char* arguments[] = {"(0.5)", "(1, 0.5)", "(1, 1, 0.5)"};
+    text += "  numbers += !isnan(" + word + arguments[FindFunction(word)->Arguments - 1] + ");\n";
+  }
+  const TemporaryFolder folder;
+  const std::string source = folder.Write("library.c", text + "  return numbers;\n}\n");
+  // The helpers are called by nobody here. The first line is the compiler as it comes, with a C library's j0 and jn.
+  for (const char* flags : {"-c -Werror", "-std=c99 -Wall -Wextra -Wno-unused-function -pedantic -Werror"}) {
+    const std::string compile = std::string("cc ") + flags + " -o " + folder.Path("library") + " " + source + " -lm >" +
+                                folder.Path("log") + " 2>&1";
+    ASSERT_EQ(std::system(compile.c_str()), 0) << flags << "\n" << folder.Read("log");
+  }
+  EXPECT_EQ(std::system(folder.Path("library").c_str()), 0);
+}
+
+// The BASIC bodies of one line are computed by our own evaluator, "arg" being a coefficient, against the functions
+// that they stand for. BASIC's own texts of arcsec, arccosec and arccotan have other values and are left out.
+TEST(CodeLibrary, HasBasicBodiesThatComputeTheirFunction) {
+  const struct {
+    const char* Word;
+    double At[2];
+  } cases[] = {
+      {"ln", {0.1, 30}},         {"log10", {0.1, 30}},   {"arcsin", {-0.5, 0.25}},  {"arccos", {-0.5, 0.25}},
+      {"arctan", {-5, 0.25}},    {"sec", {-2, 2}},       {"cosec", {-2, 2}},        {"cotan", {-2, 2}},
+      {"hsin", {-2, 2}},         {"hcos", {-2, 2}},      {"htan", {-2, 2}},         {"hsec", {-2, 2}},
+      {"hcosec", {-2, 2}},       {"hcotan", {-2, 2}},    {"harcsin", {-2, 2}},      {"harccos", {1.5, 3}},
+      {"harctan", {-0.5, 0.75}}, {"harcsec", {0.25, 1}}, {"harccosec", {-0.25, 4}}, {"harccotan", {-3, 2}},
+      {"rtod", {-3, 3}},         {"dtor", {-3, 200}},    {"floor", {-2.5, 2.5}},    {"ceil", {-2.5, 2.5}},
+      {"fract", {-2.25, 2.25}},
+  };
+  for (const auto& c : cases) {
+    std::string body(FindCodeFunction(c.Word).BasicBody);
+    const std::string head = std::string(c.Word) + " = ";
+    ASSERT_TRUE(body.starts_with(head)) << body;
+    body = std::regex_replace(body.substr(head.size()), std::regex("#|cdbl"), "");
+    body = std::regex_replace(body, std::regex("atn"), "arctan");
+    const Expression compiled = Compile({body});
+    for (const double x : c.At) {
+      double value = NAN;
+      ASSERT_TRUE(Evaluator().Evaluate(compiled, {}, {&x, 1}, {}, value)) << c.Word << " at " << x;
+      EXPECT_NEAR(value, Value(c.Word, {x}), 1e-13 * std::max(1.0, std::abs(value))) << c.Word << " at " << x;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quorvex

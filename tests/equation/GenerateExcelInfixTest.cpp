@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include "Golden.h"
+#include "equation/Compile.h"
+#include "equation/GenerateExcelInfix.h"
+#include "equation/IntrinsicFunctions.h"
+
+namespace quorvex {
+namespace {
+
+constexpr const char* kUnsupported =
+    "The equation you are exporting contains Quorvex intrinsic functions which Excel does not support.";
+constexpr const char* kInvalid =
+    "Invalid cell referance. The column must be between 'A' and 'IV', and the row must be between 1 and 65536.";
+
+// The formula, or what the user is told.
+std::string Excel(const Expression& model, const std::vector<double>& Values = {}, std::string_view cell = "B7",
+                  bool XInColumns = true) {
+  DataStatistics statistics;
+  statistics.X[0].XMean = 2.5;
+  const auto formula = GenerateExcelInfix(model, Values, statistics, cell, XInColumns);
+  return formula ? *formula : formula.error();
+}
+
+TEST(GenerateExcelInfix, WritesOperatorsAndOperands) {
+  const struct {
+    std::vector<std::string> Lines;
+    const char* Formula;
+  } cases[] = {
+      {{"a*x+b"}, "=((1.5 * B7) + -2E-20)"},
+      {{"-x^2"}, "=-((B7 ^ 2))"},
+      {{"x\\2-x mod 3/x"}, "=((QUOTIENT(B7,2)) - (MOD(B7,(3 / B7))))"},
+      {{"x=1"}, "=(B7 = 1)"},
+      {{"x<>1"}, "=(B7 <> 1)"},
+      {{"if(x<1,x>1,x<=1)"}, "=IF((B7 < 1),(B7 > 1),(B7 <= 1))"},
+      {{"not x>=1"}, "=NOT((B7 >= 1))"},
+      {{"x>1 and x<2"}, "=((B7 > 1) AND (B7 < 2))"},
+      {{"x>1 or x<2"}, "=((B7 > 1) OR(B7 < 2))"},
+      {{"f1+F1", "x-XMean"}, "=((B7 - 2.5) + (B7 - 2.5))"},
+      {{"pi*(1e-5)*x"}, "=((3.14159265358979 * 1E-05) * B7)"},
+      {{"x xor a"}, kUnsupported},
+      {{"x eqv a"}, kUnsupported},
+      {{"x imp a"}, kUnsupported},
+      {{"a*psi(x)+b"}, kUnsupported},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Excel(Compile(c.Lines), {1.5, -2e-20}), c.Formula) << c.Lines[0];
+}
+
+TEST(GenerateExcelInfix, KnowsEveryWord) {
+  std::string text;
+  for (const IntrinsicFunction& function : IntrinsicFunctions()) {
+    if (function.Word == WrittenIn::NoModel) continue;
+    const char* arguments[] = {"(x)", "(2,x)", "(3,2,x)"};
+    const std::string word(function.Name);
+    text += word + "\t" + Excel(Compile({word + arguments[function.Arguments - 1]})) + "\n";
+  }
+  ExpectGolden("ExcelFunctions.txt", text);
+}
+
+TEST(GenerateExcelInfix, TakesFurtherVariablesFromNeighbouringCells) {
+  const Expression model = Compile({"x1+x2*x03"}, Dialect::SeveralVariables);
+  EXPECT_EQ(Excel(model, {}, "Y1", true), "=(Y1 + (Z1 * AA1))");
+  EXPECT_EQ(Excel(model, {}, "iv65534", false), "=(IV65534 + (IV65535 * IV65536))");
+  EXPECT_EQ(Excel(model, {}, "IU1", true), kInvalid);
+  EXPECT_EQ(Excel(model, {}, "A65535", false), kInvalid);
+}
+
+TEST(GenerateExcelInfix, RefusesAReferenceOffTheSheet) {
+  const Expression model = Compile({"a*x"});
+  for (const char* cell : {"", "A", "7", "A0", "IW1", "AAA1", "A65537", "A1B", "A-1", "$A$1", " A1", "A99999999999"})
+    EXPECT_EQ(Excel(model, {1}, cell), kInvalid) << cell;
+}
+
+TEST(GenerateExcelInfix, FailsWhereTheFormulaOutgrowsACell) {
+  std::string text = "x";
+  for (int i = 0; i < 200; ++i) text = "mag(" + text + ",1)";  // doubles with each level
+  EXPECT_EQ(Excel(Compile({text})), "An error occurred exporting the Excel function.");
+}
+
+TEST(ExcelCellReference, JoinsAColumnAndARow) {
+  const char* column = "Please enter an Excel worksheet column from 'A' to 'IV'.";
+  const char* row = "Please enter an Excel worksheet row from 1 to 65536.";
+  const struct {
+    const char *Column, *Row, *Text;
+  } cases[] = {{"a", "1", "A1"},       {" IV ", "65536", "IV65536"}, {"z", "007", "Z7"},   {"", "1", column},
+               {"IW", "1", column},    {"1", "A", column},           {"AAA", "1", column}, {"A", "", row},
+               {"A", "0", row},        {"A", "65537", row},          {"A", "1.5", row},    {"A", "-1", row},
+               {"A", "99999999", row}, {"Az", "10", "AZ10"},         {"ba", "10", "BA10"}};
+  for (const auto& c : cases) {
+    const auto cell = ExcelCellReference(c.Column, c.Row);
+    EXPECT_EQ(cell ? *cell : cell.error(), c.Text) << c.Column << "," << c.Row;
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
