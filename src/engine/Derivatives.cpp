@@ -7,18 +7,12 @@
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
+#include "engine/Ridders.h"
 
 namespace quorvex {
 namespace {
 
 constexpr std::string_view kFailure = "Numerical error occurred while calculating the derivative.";
-
-// A step that is exactly representable at a: about the cube root of the machine's precision, relative to a.
-double InitialStep(double a) {
-  const double h = a == 0 ? 3.684e-6 : a * 3.684e-6;
-  const double moved = a + h;
-  return moved - a;
-}
 
 // (f(a + h) - f(a - h)) / 2h, or nothing where f has no value there or the quotient is none.
 template <class Function>
@@ -29,37 +23,33 @@ std::optional<double> CentredQuotient(double a, double h, Function f) {
   return std::isfinite(quotient) ? std::optional(quotient) : std::nullopt;
 }
 
-// df/da at a, by extrapolating centred quotients of shrinking steps to step 0. f(value, result) says whether f has a
-// value. At most 20 evaluations. Source: C. J. F. Ridders, Adv. Eng. Software 4 (1982) 75.
+// df/da at a, where f(value, result) says whether f has a value.
 template <class Function>
 std::optional<double> Extrapolate(double a, Function f) {
-  constexpr int kRounds = 10;
-  constexpr double kShrink = 1.4, kSafe = 2.0;
-  std::array<std::array<double, kRounds + 1>, kRounds + 1> tableau;  // [order][round], from 1
+  std::array<std::array<double, kRidderRounds + 1>, kRidderRounds + 1> tableau;  // [order][round], from 1
   double h = InitialStep(a);
   const std::optional<double> first = CentredQuotient(a, h, f);
   if (!first) return std::nullopt;
   tableau[1][1] = *first;
   double answer = *first, estimate = 1e30;
-  for (std::size_t k = 2; k <= kRounds; ++k) {
-    h /= kShrink;
+  for (std::size_t k = 2; k <= kRidderRounds; ++k) {
+    h /= kRidderShrink;
     const std::optional<double> quotient = CentredQuotient(a, h, f);
     if (!quotient) return std::nullopt;
     tableau[1][k] = *quotient;
-    double factor = kShrink * kShrink;
+    double factor = kRidderFactor;
     for (std::size_t j = 2; j <= k; ++j) {
       const double cell = (tableau[j - 1][k] * factor - tableau[j - 1][k - 1]) / (factor - 1.0);
       if (!std::isfinite(cell)) return std::nullopt;
       tableau[j][k] = cell;
-      factor *= kShrink * kShrink;
+      factor *= kRidderFactor;
       const double error = std::max(std::abs(cell - tableau[j - 1][k]), std::abs(cell - tableau[j - 1][k - 1]));
       if (error <= estimate) {
         estimate = error;
         answer = cell;
       }
     }
-    // When the diagonal begins to grow, higher orders only add noise.
-    if (std::abs(tableau[k][k] - tableau[k - 1][k - 1]) >= kSafe * estimate) break;
+    if (std::abs(tableau[k][k] - tableau[k - 1][k - 1]) >= kRidderSafe * estimate) break;
   }
   return answer;
 }
@@ -105,14 +95,16 @@ bool ModelClass::DerivativesBy(std::span<const double> x, std::span<double> dyda
   return true;
 }
 
+void ModelClass::TakeParentsValues(DerivativeModel& derivative) const {
+  for (std::size_t c = 0; c < derivative.Parent.size(); ++c)
+    if (const int parent = derivative.Parent[c]; parent != 0) derivative.Model->values_[c] = values_[Index(parent)];
+}
+
 bool ModelClass::TypedDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString) {
   for (std::size_t i = 0; i < DerivativeModels_.size(); ++i) {
-    ModelClass& derivative = *DerivativeModels_[i].Model;
-    for (std::size_t c = 0; c < DerivativeModels_[i].Parent.size(); ++c)
-      if (const int parent = DerivativeModels_[i].Parent[c]; parent != 0)
-        derivative.values_[c] = values_[Index(parent)];
+    TakeParentsValues(DerivativeModels_[i]);
     double value = 0;
-    if (!derivative.Evaluate(x, value, ErrString)) {
+    if (!DerivativeModels_[i].Model->Evaluate(x, value, ErrString)) {
       ErrString = kFailure;
       return false;
     }

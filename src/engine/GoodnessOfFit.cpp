@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -10,12 +11,15 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef) {
   const std::size_t N = data.N();
   const double n = static_cast<double>(N);
   std::array<double, kMostIndependentVariables> x;
+  std::array<double, kBlock> fitted;
+  bool blockFitted = false;
   std::string ErrString;
   double resSum = 0, rss = 0, rssNorm = 0, differences = 0, weightedY = 0, previous = 0;
   for (std::size_t i = 0; i < N; ++i) {
-    double fitted = 0;
-    if (!Evaluate(data.Point(i, x), fitted, ErrString)) return false;
-    const double e = data.Y[i] - fitted;
+    const std::size_t inBlock = i % kBlock;
+    if (inBlock == 0) blockFitted = EvaluateBlock(data, i, std::min(kBlock, N - i), fitted.data());
+    if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock], ErrString)) return false;
+    const double e = data.Y[i] - fitted[inBlock];
     resSum += e;
     rss += e * e;
     rssNorm += data.sig[i] * e * e;

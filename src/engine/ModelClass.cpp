@@ -23,6 +23,7 @@ void ModelClass::SetID(std::string sID, std::vector<std::string> sFuncList) {
   id = std::move(sID);
   sFuncList_ = std::move(sFuncList);
   evaluator_ = Evaluator();
+  program_.reset();
   inputX_.clear();
   YTable_.clear();
   UserType = true;

@@ -15,6 +15,7 @@
 #include "core/SolveData.h"
 #include "engine/Matrix.h"
 #include "engine/SolveForm.h"
+#include "equation/BlockProgram.h"
 #include "equation/Catalogue.h"
 #include "equation/CodeLibrary.h"
 #include "equation/DataStatistics.h"
@@ -134,6 +135,14 @@ class ModelClass {
   // NumericFault where it has none.
   double DDX(std::span<const double> x, int varindex = 1);
 
+  // The same over a block: points first to first + n - 1 of the data, n at most kBlock; `y` receives n values and each
+  // column of `dyda` n derivatives, by Derivative where `analytical`, else by NumericalDerivatives. Results are the
+  // same bits as point by point. False where some point has no value or derivative, or the model cannot be run over a
+  // block; the points are then to be taken one by one.
+  bool EvaluateBlock(const SolveData& data, std::size_t first, std::size_t n, double* y);
+  bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
+                          double* const* dyda);
+
   // Initial estimates from linearisation, rules or, failing these, 1.0. True unless it had to fall back on 1.0.
   bool SetIC(const SolveData& data);
   // Estimates by the rules of the coefficients. False for an unknown rule, an empty one, or a fault.
@@ -208,6 +217,11 @@ class ModelClass {
   bool TypedDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
   bool DerivativesBy(std::span<const double> x, std::span<double> dyda, std::string& ErrString, bool extrapolate);
   bool CompileDerivatives();
+  void TakeParentsValues(DerivativeModel& derivative) const;
+  bool ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y, double* const* dyda);
+  bool TypedDerivativesBlock(const SolveData& data, std::size_t first, std::size_t n, double* const* dyda);
+  bool CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
+  bool ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer);
 
   void ComputeInputStats(const SolveData& data);
   bool Linearize(const SolveData& data, std::vector<double>& a);
@@ -230,6 +244,7 @@ class ModelClass {
   Parser parser_;
   Expression expression_;
   Evaluator evaluator_;
+  std::unique_ptr<BlockProgram> program_;  // made when the first block is asked for
   const CatalogueModel* builtIn_ = nullptr;
   std::vector<std::string> sFuncList_;
   std::vector<Coefficient> coefficients_;

@@ -18,7 +18,15 @@ bool AllFinite(std::span<const double> values) {
 }  // namespace
 
 LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod)
-    : model_(model), data_(data), analytical_(!model.UserType || derivativeMethod == 0) {}
+    : model_(model),
+      data_(data),
+      analytical_(!model.UserType || derivativeMethod == 0),
+      ymod_(kBlock),
+      dyda_(static_cast<std::size_t>(model.NumDependentVar()), std::vector<double>(kBlock)),
+      wt_(kBlock),
+      wdy_(kBlock) {
+  for (std::vector<double>& column : dyda_) columns_.push_back(column.data());
+}
 
 void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
                                 double& chisq, double& alamda) {
@@ -66,8 +74,8 @@ void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
   }
 }
 
-// The normal equations and the merit function at `a`; false where the model has no value at some point. Points are
-// summed in the order of the data. The model is left holding `a`.
+// The normal equations and the merit function at `a`; false where the model has no value at some point. The model is
+// left holding `a`.
 bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha,
                                 std::vector<double>& beta, double& chisq) {
   for (std::size_t j = 0; j < mfit_; ++j) {
@@ -77,35 +85,22 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
   chisq = 0.0;
   for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
 
-  dyda_.assign(a.size(), 0.0);
-  packed_.resize(mfit_);
-  std::array<double, kMostIndependentVariables> x;
-  std::string ErrString;
-  for (std::size_t i = 0; i < data_.N(); ++i) {
-    const std::span<const double> point = data_.Point(i, x);
-    double ymod = 0;
-    if (!model_.Evaluate(point, ymod, ErrString)) {
-      model_.ErrorMessage = model_.EvaluationFailure(point);
-      return false;
+  for (std::size_t first = 0; first < data_.N(); first += kBlock) {
+    const std::size_t n = std::min(kBlock, data_.N() - first);
+    if (!ComputeBlock(first, n)) return false;
+    const double* const sig = data_.sig.data() + first;
+    for (std::size_t i = 0; i < n; ++i) {
+      ymod_[i] = data_.Y[first + i] - ymod_[i];
+      wdy_[i] = ymod_[i] * sig[i];
     }
-    const bool differentiated =
-        analytical_ ? model_.Derivative(point, dyda_, ErrString) : model_.NumericalDerivatives(point, dyda_, ErrString);
-    if (!differentiated) {
-      model_.ErrorMessage = model_.DerivativeFailure(point);
-      if (analytical_) throw NumericFault();
-      return false;
+    for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
+      if (ia[l] == 0) continue;
+      for (std::size_t i = 0; i < n; ++i) wt_[i] = dyda_[l][i] * sig[i];
+      for (std::size_t m = 0, k = 0; m <= l; ++m)
+        if (ia[m] != 0) alpha(j, k++) += BlockDot(wt_.data(), dyda_[m].data(), n);
+      beta[j++] += BlockDot(wt_.data(), ymod_.data(), n);
     }
-    const double weight = data_.sig[i];
-    const double dy = data_.Y[i] - ymod;
-    std::size_t free = 0;
-    for (std::size_t l = 0; l < a.size(); ++l)
-      if (ia[l] != 0) packed_[free++] = dyda_[l];
-    for (std::size_t j = 0; j < mfit_; ++j) {
-      const double wt = packed_[j] * weight;
-      for (std::size_t k = 0; k <= j; ++k) alpha(j, k) += wt * packed_[k];
-      beta[j] += dy * wt;
-    }
-    chisq += dy * dy * weight;
+    chisq += BlockDot(wdy_.data(), ymod_.data(), n);
   }
   for (std::size_t j = 0; j < mfit_; ++j)
     for (std::size_t k = 0; k < j; ++k) alpha(k, j) = alpha(j, k);
@@ -114,6 +109,35 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
   for (std::size_t j = 0; j < mfit_; ++j)
     for (std::size_t k = 0; k <= j; ++k) finite = finite && std::isfinite(alpha(j, k));
   if (!finite) throw NumericFault();
+  return true;
+}
+
+// Values and derivatives of a block. A block that cannot be computed as one is computed point by point, which finds the
+// point that fails and leaves the model as it does.
+bool LevenbergMarquardt::ComputeBlock(std::size_t first, std::size_t n) {
+  return model_.DifferentiateBlock(data_, first, n, analytical_, ymod_.data(), columns_.data()) ||
+         ComputePointByPoint(first, n);
+}
+
+bool LevenbergMarquardt::ComputePointByPoint(std::size_t first, std::size_t n) {
+  std::array<double, kMostIndependentVariables> x;
+  std::vector<double> dyda(dyda_.size());
+  std::string ErrString;
+  for (std::size_t i = 0; i < n; ++i) {
+    const std::span<const double> point = data_.Point(first + i, x);
+    if (!model_.Evaluate(point, ymod_[i], ErrString)) {
+      model_.ErrorMessage = model_.EvaluationFailure(point);
+      return false;
+    }
+    const bool differentiated =
+        analytical_ ? model_.Derivative(point, dyda, ErrString) : model_.NumericalDerivatives(point, dyda, ErrString);
+    if (!differentiated) {
+      model_.ErrorMessage = model_.DerivativeFailure(point);
+      if (analytical_) throw NumericFault();
+      return false;
+    }
+    for (std::size_t l = 0; l < dyda.size(); ++l) dyda_[l][i] = dyda[l];
+  }
   return true;
 }
 

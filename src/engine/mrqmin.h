@@ -19,6 +19,9 @@ inline constexpr std::size_t kMostCoefficients = 100;
 // smallest. Despite its name `sig` holds weights of mean 1. Between the calls of one search the object keeps what the
 // next step needs. Source: D. W. Marquardt, J. Soc. Indust. Appl. Math. 11 (1963) 431; the damping starts at 0.001 and
 // changes tenfold, without an upper bound.
+//
+// Sums over points are taken block by block, in the order of the data, each block by BlockDot: the same result on every
+// run and every machine, whether a block was computed as one or point by point.
 class LevenbergMarquardt {
  public:
   // `derivativeMethod` 0 takes the model's `Derivative`, 1 its `NumericalDerivatives` (models that are not built in).
@@ -35,6 +38,8 @@ class LevenbergMarquardt {
  private:
   bool mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
               double& chisq);
+  bool ComputeBlock(std::size_t first, std::size_t n);
+  bool ComputePointByPoint(std::size_t first, std::size_t n);
 
   ModelClass& model_;
   const SolveData& data_;
@@ -43,7 +48,12 @@ class LevenbergMarquardt {
   std::size_t mfit_ = 0;
   double ochisq_ = 0;
   std::vector<double> atry_, beta_, da_;
-  std::vector<double> dyda_, packed_;
+
+  // Of the block in hand: the model's values, then residuals; derivatives by coefficient; those of free ones, weighted.
+  std::vector<double> ymod_;
+  std::vector<std::vector<double>> dyda_;
+  std::vector<double*> columns_;
+  std::vector<double> wt_, wdy_;
 };
 
 }  // namespace quorvex

@@ -198,7 +198,7 @@ bool BlockProgram::Guarded(const Slots& slots, double* y, Run run) {
 
 bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
                             const DataStatistics& statistics, double* y) {
-  x_ = x;
+  x_.assign(x.begin(), x.end());
   n_ = n;
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;

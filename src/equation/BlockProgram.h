@@ -72,7 +72,7 @@ class BlockProgram {
   std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
 
   // Of the block in hand.
-  std::span<const double* const> x_;
+  std::vector<const double*> x_;
   std::size_t n_ = 0;
   std::vector<double> values_;
   const DataStatistics* statistics_ = nullptr;
