@@ -1,3 +1,4 @@
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <locale.h>
 
@@ -152,16 +153,16 @@ TEST(QueryDatabase, SaysWhyItFailed) {
 
 TEST(QueryDatabase, CopesWithWhatDriversMayDo) {
   const std::string awkward = "Driver=" QUORVEX_AWKWARD_DRIVER;
-  std::string endless;
-  for (int i = 0; i < 100; ++i) endless += "Grüße, a sentence without an end that the driver knows beforehand. ";
+  std::string coins;
+  for (int i = 0; i < 2000; ++i) coins += "€";
   const std::string reasons = ": reason 1 in two lines reason 2 in two lines";
   const struct {
     const char* query;
     std::string cell, error;
   } kCases[] = {
       {"locale", "1.25", ""},  // "1,25" where the driver asks the process
-      {"long text", endless, ""},
-      {"second result", endless, ""},
+      {"long text", coins, ""},
+      {"second result", coins, ""},
       {"refused", "", "The query failed" + reasons},
       {"parameters", "", "The query failed"},
       {"lost row", "", "Reading a row failed" + reasons},
@@ -201,6 +202,9 @@ TEST(ListDataSources, GivesNamesToConnectWith) {
   const std::string sources =
       lab.Folder.Write("odbc.ini", "[quorvex_lab]\nDriver=SQLite3\nDatabase=" + lab.Folder.Path("lab.db") + "\n");
   const TemporaryVariable user("ODBCINI", sources.c_str());
+  // The manager's library of settings comes and goes with the driver and forgets the lines it has read, which the leak
+  // checker counts; while something else holds the library they are remembered.
+  ASSERT_NE(dlopen("libodbcinst.so.2", RTLD_NOW), nullptr) << dlerror();
   const auto names = ListDataSources();
   ASSERT_TRUE(names) << names.error();
   EXPECT_EQ(std::count(names->begin(), names->end(), "quorvex_lab"), 1);
