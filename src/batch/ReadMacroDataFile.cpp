@@ -1,12 +1,10 @@
 #include "batch/ReadMacroDataFile.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
-#include "sheet/ArrangeData.h"
-#include "sheet/ComputeWeights.h"
-#include "sheet/LoadGridData.h"
 #include "sheet/ParseDelimitedLines.h"
 
 namespace quorvex {
@@ -15,10 +13,6 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
   DataReading reading;
   MappedFile file;
   if (reading.ErrorNumber = file.Open(setup.DataFile); reading.ErrorNumber != 0) return reading;
-  if (setup.IndependentVariables < 1 || setup.IndependentVariables > kMostIndependentVariables) {
-    reading.Message = "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
-    return reading;
-  }
 
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   DelimitedFormat format;
@@ -39,18 +33,7 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
 
   DelimitedLines lines = ParseDelimitedLines(file.Text(), format);
   if (lines.Rows == 0) return reading;
-  if (!ArrangeData(lines.Cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
-
-  Result<LoadedGrid> loaded = LoadGridData(
-      std::move(lines.Cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = false});
-  if (!loaded) {
-    reading.Message = loaded.error();
-    return reading;
-  }
-  reading.Data = std::move(loaded->Points);
-  reading.Data.sig = ComputeWeights(reading.Data.SD);
-  reading.Ok = true;
-  return reading;
+  return ReadPoints(std::move(lines.Cells), setup, locale);
 }
 
 }  // namespace quorvex

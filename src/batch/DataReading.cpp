@@ -1,0 +1,31 @@
+#include "batch/DataReading.h"
+
+#include <utility>
+
+#include "sheet/ArrangeData.h"
+#include "sheet/ComputeWeights.h"
+#include "sheet/LoadGridData.h"
+
+namespace quorvex {
+
+DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale) {
+  DataReading reading;
+  if (setup.IndependentVariables < 1 || setup.IndependentVariables > kMostIndependentVariables) {
+    reading.Message = "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
+    return reading;
+  }
+  const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
+  if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
+  Result<LoadedGrid> loaded = LoadGridData(
+      std::move(cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = false});
+  if (!loaded) {
+    reading.Message = loaded.error();
+    return reading;
+  }
+  reading.Data = std::move(loaded->Points);
+  reading.Data.sig = ComputeWeights(reading.Data.SD);
+  reading.Ok = true;
+  return reading;
+}
+
+}  // namespace quorvex

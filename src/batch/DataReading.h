@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "batch/MacroSetup.h"
+#include "core/LocaleText.h"
+#include "core/SolveData.h"
+#include "sheet/GridCells.h"
+
+namespace quorvex {
+
+// What came of reading a macro's data.
+struct DataReading {
+  bool Ok = false;
+  SolveData Data;       // with its weights, sorted by X where there is one variable
+  int ErrorNumber = 0;  // of the file error, 0 for any other failure
+  std::string Message;  // a sentence for the log where there is one to say
+};
+
+// The points in the cells of the macro's data source, missing ones already blanked: the columns are arranged as the
+// setup says, read, and weighted.
+DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale);
+
+}  // namespace quorvex
