@@ -10,6 +10,7 @@
 #include "batch/MacroReader.h"
 #include "batch/ParameterFile.h"
 #include "batch/ReadMacroDataFile.h"
+#include "batch/ReadMacroDatabase.h"
 #include "batch/WriteDelimitedOutput.h"
 #include "batch/WriteStructuredOutput.h"
 #include "core/Files.h"
@@ -262,17 +263,27 @@ bool MacroRun::ReadData() {
   const MacroSetup& setup = macro_.Setup;
   data_ = SolveData();
   for (const auto& model : macro_.Models) model->Solved = model->SpecifyICComplete = false;
-  Log(setup.DataFile.empty() ? "Reading the input data file failed, DataFile not specified"
-                             : "Reading the input data file '" + setup.DataFile + "'");
-  Tell("Reading data file '" + setup.DataFile + "'");
-  DataReading reading = ReadMacroDataFile(setup, session_.Locale);
+  const bool fromDatabase = !setup.SQLQuery.empty();
+  if (fromDatabase) {
+    const std::string text = "Performing SQLDriverConnect '" + setup.DataFile + "'";
+    Log(text);
+    Tell(text);
+  } else {
+    Log(setup.DataFile.empty() ? "Reading the input data file failed, DataFile not specified"
+                               : "Reading the input data file '" + setup.DataFile + "'");
+    Tell("Reading data file '" + setup.DataFile + "'");
+  }
+  DataReading reading =
+      fromDatabase ? ReadMacroDatabase(setup, session_.Locale) : ReadMacroDataFile(setup, session_.Locale);
   if (reading.Ok) {
     data_ = std::move(reading.Data);
     return true;
   }
   if (!reading.Message.empty()) Log(reading.Message);
-  Log("Error reading the input data file");
-  FailRun(reading.ErrorNumber == 0 ? kDataUnreadable : FileErrorStatus(kDataFile, reading.ErrorNumber));
+  Log(fromDatabase ? "Error connecting to or retrieving data from ODBC source" : "Error reading the input data file");
+  FailRun(fromDatabase               ? kDatabase
+          : reading.ErrorNumber == 0 ? kDataUnreadable
+                                     : FileErrorStatus(kDataFile, reading.ErrorNumber));
   if (InParameterRun()) Log("Data Source Error: " + std::to_string(status_));
   Log(kAsterisks);
   return false;

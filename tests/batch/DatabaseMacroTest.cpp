@@ -1,0 +1,74 @@
+// Macros that query a real database: SQLite through the installed driver manager.
+
+#include <gtest/gtest.h>
+
+#include "batch/Program.h"
+#include "sheet/OdbcSource.h"
+
+namespace quorvex {
+namespace {
+
+std::string LogOf(const Program& program) {
+  std::string log = program.Folder.Read("run.log");
+  std::erase(log, '\r');
+  return log;
+}
+
+TEST(DatabaseMacro, QueriesAndEndsAsTold) {
+  const struct {
+    const char *Connect, *Query;
+    int Status;
+    const char* LogHas;
+  } kCases[] = {
+      {"Driver=SQLite3;Database=@lab.db", "SELECT x, y FROM line WHERE x < 5", 0, "Solution Complete"},
+      {"Driver=SQLite3;Database=@lab.db", "SELECT * FROM line", 160,
+       "Line 6: 'six' is not a number.\nError connecting to or retrieving data from ODBC source\n"},
+      {"Driver=SQLite3;Database=@lab.db", "SELECT nothing FROM line", 160,
+       "Error connecting to or retrieving data from ODBC source\n***"},
+      {"Driver=Nowhere;Database=@lab.db", "SELECT * FROM line", 160,
+       "Error connecting to or retrieving data from ODBC source\n***"},
+      {"", "SELECT * FROM line", 160, "Performing SQLDriverConnect ''\n"},
+  };
+  for (const auto& c : kCases) {
+    Program program;
+    const std::string connect = "Driver=SQLite3;Database=" + program.Folder.Path("lab.db");
+    for (const char* statement :
+         {"CREATE TABLE line (x REAL, y REAL)",
+          "INSERT INTO line VALUES (1, 2.5), (2, 4.5), (3, 6.25), (4, NULL), (4.5, 9.5), (6, 'six')"})
+      ASSERT_TRUE(QueryDatabase(connect, statement)) << statement;
+    EXPECT_EQ(program.RunMacro("B_MACRO\nHandShake = UseDDE\nDataFile = " + std::string(c.Connect) +
+                               "\nSQLQuery = " + c.Query +
+                               "\nOutputFile = @out.txt\nLogFile = @run.log\n"
+                               "TableOutput = DataFile\nB_MODEL\nY=a*x+b\nE_MODEL\nE_MACRO\n"),
+              c.Status)
+        << c.Query;
+    EXPECT_NE(LogOf(program).find(c.LogHas), std::string::npos) << LogOf(program);
+    EXPECT_NE(program.Out.find("Performing SQLDriverConnect '"), std::string::npos);
+    if (c.Status == 0) {
+      EXPECT_NE(program.Folder.Read("out.txt").find("DataPoints = 4\r\n"), std::string::npos);
+    }
+  }
+}
+
+TEST(DatabaseMacro, RunsOverATableOfQueries) {
+  Program program;
+  const std::string connect = "Driver=SQLite3;Database=" + program.Folder.Path("lab.db");
+  ASSERT_TRUE(QueryDatabase(connect, "CREATE TABLE runs (run INTEGER, x REAL, y REAL)"));
+  ASSERT_TRUE(QueryDatabase(connect, "INSERT INTO runs VALUES (1,1,2), (1,2,4), (1,3,6), (2,1,3), (2,2,6), (2,3,9)"));
+  program.Folder.Write("p.csv", "run,name\n1,a\n2,b\n9 garbage,c\n");
+  EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = " + connect +
+                             "\nSQLQuery = SELECT x, y FROM runs WHERE run = %run%\n"
+                             "OutputFile = @%name%.txt\nLogFile = @run.log\nParameterFile = @p.csv\n"
+                             "B_MODEL\nY=a*x\nE_MODEL\nE_MACRO\n"),
+            160);
+  EXPECT_NEAR(ReadAnswers(program.Folder.Read("a.txt")).at(0).Number("a"), 2, 1e-9);
+  EXPECT_NEAR(ReadAnswers(program.Folder.Read("b.txt")).at(0).Number("a"), 3, 1e-9);
+  const std::string log = LogOf(program);
+  EXPECT_NE(log.find("Assigning SQLQuery = 'SELECT x, y FROM runs WHERE run = 2'\n"), std::string::npos);
+  EXPECT_NE(log.find("Error connecting to or retrieving data from ODBC source\nData Source Error: 160\n***"),
+            std::string::npos);
+  EXPECT_NE(log.find("1: Run Successful\n2: Run Successful\n3: Run Failed\n"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quorvex
