@@ -43,8 +43,6 @@ struct MacroSetup {
   bool LogSummaryOnly = false;
   bool UseParameterFile = false;
   std::string ParameterFile;
-
-  bool operator==(const MacroSetup&) const = default;
 };
 
 // The defaults, with the solver's limits from the user's preferences.

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include "batch/MacroText.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/SolveData.h"
@@ -16,9 +15,9 @@ namespace {
 // A field as a statement can hold it; a line end of two characters becomes one blank.
 std::string OneLine(std::string_view text) {
   std::string line;
-  for (LineReader lines(text); !lines.AtEnd();) {
+  while (!text.empty()) {
     if (!line.empty()) line += ' ';
-    line += lines.Next();
+    line += TakeLine(text);
   }
   std::replace(line.begin(), line.end(), '\t', ' ');
   return std::string(Trim(line));
@@ -76,7 +75,7 @@ class Writer {
 };
 
 void Writer::Configuration(const MacroFields& fields) {
-  for (LineReader lines(fields.Comments); !lines.AtEnd();) Statement("Comment", lines.Next());
+  for (std::string_view rest = fields.Comments; !rest.empty();) Statement("Comment", TakeLine(rest));
   List("HandShake",
        {{"UseDDE", fields.UseDDE}, {"ShowProgress", fields.ShowProgress}, {"ShowMessageBox", fields.ShowMessageBox}});
   Statement("RegressionTolerance", fields.RegressionTolerance,
