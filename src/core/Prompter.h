@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace quorvex {
+
+// How a command talks to the user. The windows show message boxes and file dialogs; tests record what is said and hold
+// the answers ready.
+class Prompter {
+ public:
+  virtual ~Prompter() = default;
+
+  virtual void Refuse(const std::string& text) = 0;  // why nothing was done
+  virtual void Inform(const std::string& text) = 0;  // what was done
+  virtual bool Ask(const std::string& text) = 0;     // a question, answered Yes or No
+
+  // The name of a file to write, nothing when the user cancels. `filter` reads as in "Text files (*.txt)"; `extension`,
+  // without its dot, is put behind a name that has none.
+  virtual std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
+                                                      const std::string& extension) = 0;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Prompter.h"
+
+namespace quorvex {
+
+// Writes down what a command says, one entry each with a word for its kind, and answers as the test set it up.
+class RecordingPrompter : public Prompter {
+ public:
+  bool Answer = true;               // to every question
+  std::optional<std::string> File;  // chosen in the file dialog; nothing cancels
+
+  std::vector<std::string> Said;
+  std::string Last() const { return Said.empty() ? "" : Said.back(); }
+
+  void Refuse(const std::string& text) override { Said.push_back("refuse: " + text); }
+  void Inform(const std::string& text) override { Said.push_back("inform: " + text); }
+  bool Ask(const std::string& text) override {
+    Said.push_back("ask: " + text);
+    return Answer;
+  }
+  std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
+                                              const std::string& extension) override {
+    Said.push_back("save: " + title + "|" + filter + "|" + extension);
+    return File;
+  }
+};
+
+}  // namespace quorvex
