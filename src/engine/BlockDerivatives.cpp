@@ -65,7 +65,7 @@ bool ModelClass::EvaluateBlock(const SolveData& data, std::size_t first, std::si
     Value(*builtIn_, columns.data(), n, values_.data(), y);
     return !FaultFlagsRaised();
   }
-  if (!program_) program_ = std::make_unique<BlockProgram>(expression_);
+  if (!program_) program_ = std::make_unique<BlockProgram>(Compiled());
   return program_->Supported() && program_->Evaluate(columns, n, values_, Statistics, y);
 }
 

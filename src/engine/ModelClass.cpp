@@ -22,23 +22,54 @@ std::array<const double*, kMostIndependentVariables> ColumnsOf(std::span<const d
 void ModelClass::SetID(std::string sID, std::vector<std::string> sFuncList) {
   id = std::move(sID);
   sFuncList_ = std::move(sFuncList);
+  UserType = true;
+  expression_ = parser_.Compile(sFuncList_);
+  compiled_ = true;
+  StartCoefficients();
+  builtIn_ = LookupBuiltInModel(id);
+  IDIndex = builtIn_ ? builtIn_->IDIndex : 0;
+  NumXBasis = builtIn_ ? builtIn_->NumXBasis() : 0;
+}
+
+void ModelClass::SetBuiltIn(const CatalogueModel& row) {
+  id = row.ID;
+  sFuncList_ = {LocalizeExpression(row.Definition, locale_)};
+  UserType = false;
+  SolveType = 1;
+  Description = row.Description;
+  Group = row.Group;
+  expression_ = Expression();
+  for (int i = 0; i < row.NumCoefficients; ++i)
+    expression_.CoefficientNames.emplace_back(1, static_cast<char>('a' + i));
+  expression_.NumIndependentVar = row.NumVariables;
+  expression_.VarsInOrder = row.NumVariables > 1;
+  expression_.HasIndependentVar = expression_.HasCoefficients = expression_.IsValidEquation = true;
+  compiled_ = false;
+  StartCoefficients();
+  builtIn_ = &row;
+  IDIndex = row.IDIndex;
+  NumXBasis = row.NumXBasis();
+}
+
+void ModelClass::StartCoefficients() {
   evaluator_ = Evaluator();
   program_.reset();
   inputX_.clear();
   YTable_.clear();
-  UserType = true;
-  expression_ = parser_.Compile(sFuncList_);
-
   const std::size_t n = expression_.CoefficientNames.size();
   coefficients_.assign(n, {});
   for (std::size_t i = 0; i < n; ++i) coefficients_[i].Name = expression_.CoefficientNames[i];
   values_.assign(n, 0.0);
   covariance_.assign(n, 0.0);
   ranges_.assign(n, {});
+}
 
-  builtIn_ = LookupBuiltInModel(id);
-  IDIndex = builtIn_ ? builtIn_->IDIndex : 0;
-  NumXBasis = builtIn_ ? builtIn_->NumXBasis() : 0;
+const Expression& ModelClass::Compiled() const {
+  if (!compiled_) {
+    expression_ = parser_.Compile(sFuncList_);
+    compiled_ = true;
+  }
+  return expression_;
 }
 
 const std::string& ModelClass::FunctionList(int n) const {
@@ -98,7 +129,7 @@ std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
 }
 
 bool ModelClass::Evaluate(std::span<const double> x, double& y, std::string& /*ErrString*/) {
-  if (UserType) return evaluator_.Evaluate(expression_, x, values_, Statistics, y);
+  if (UserType) return evaluator_.Evaluate(Compiled(), x, values_, Statistics, y);
   y = 0;
   if (builtIn_ == nullptr) return true;
   const std::array<const double*, kMostIndependentVariables> columns = ColumnsOf(x);

@@ -76,7 +76,11 @@ class ModelClass {
   // Compiles the model: [0] the model line, [n] the right-hand side of Fn. The coefficients start anew.
   void SetID(std::string sID, std::vector<std::string> sFuncList);
 
-  const Expression& Compiled() const { return expression_; }
+  // Becomes a model of the catalogue, of the type for its number of variables. Its text is compiled when something
+  // first asks for it: of a loaded catalogue most models are never looked at.
+  void SetBuiltIn(const CatalogueModel& row);
+
+  const Expression& Compiled() const;
   bool IsValidEquation() const { return expression_.IsValidEquation; }
   bool HasIndependentVar() const { return expression_.HasIndependentVar; }
   bool HasCoefficients() const { return expression_.HasCoefficients; }
@@ -211,6 +215,7 @@ class ModelClass {
     Matrix covar;
   };
 
+  void StartCoefficients();
   static std::size_t Index(int i) { return static_cast<std::size_t>(i - 1); }
   bool ClosedFormDerivatives(std::span<const double> x, std::span<double> dyda) const;
   bool EvaluateAt(std::size_t coefficient, double value, std::span<const double> x, double& y);
@@ -241,8 +246,9 @@ class ModelClass {
   void ShowParameters(const std::vector<double>& a, SolveForm& form) const;
   void ReportParameters(std::string& LogString) const;
 
-  Parser parser_;
-  Expression expression_;
+  mutable Parser parser_;
+  mutable Expression expression_;  // of a built-in model that is not compiled yet, all but the lists
+  mutable bool compiled_ = true;
   Evaluator evaluator_;
   std::unique_ptr<BlockProgram> program_;  // made when the first block is asked for
   const CatalogueModel* builtIn_ = nullptr;

@@ -7,20 +7,20 @@
 namespace quorvex {
 
 std::string ModelClass::GenerateTextInfix(int ReplaceOption, int AppendParameters) const {
-  return quorvex::GenerateTextInfix(expression_, values_, locale_, ReplaceOption, AppendParameters);
+  return quorvex::GenerateTextInfix(Compiled(), values_, locale_, ReplaceOption, AppendParameters);
 }
 
 void ModelClass::GenerateInfix(ExprType language, std::vector<std::string>& InFixList,
                                std::vector<std::string>& FnList) const {
-  quorvex::GenerateInfix(expression_, language, locale_, InFixList, FnList);
+  quorvex::GenerateInfix(Compiled(), language, locale_, InFixList, FnList);
 }
 
 Result<std::string> ModelClass::GenerateExcelInfix(std::string_view CellReferance, bool XInColumns) const {
-  return quorvex::GenerateExcelInfix(expression_, values_, Statistics, CellReferance, XInColumns);
+  return quorvex::GenerateExcelInfix(Compiled(), values_, Statistics, CellReferance, XInColumns);
 }
 
 std::string ModelClass::ExportFunction(ExprType language, std::string_view name, const std::tm& created) const {
-  return FunctionSource({expression_, values_, Statistics, R2, R2Adjust, StdErr, locale_}, language, name, created);
+  return FunctionSource({Compiled(), values_, Statistics, R2, R2Adjust, StdErr, locale_}, language, name, created);
 }
 
 }  // namespace quorvex

@@ -19,5 +19,22 @@ TEST(LoadModelCatalog, KeepsTheModelsThatAreThere) {
   EXPECT_TRUE(line->Solve);
 }
 
+// What a built-in model says of itself before its text is compiled is what the text says.
+TEST(LoadModelCatalog, KnowsOfAModelWhatItsTextSays) {
+  for (int n = 1; n <= kMostIndependentVariables; ++n) {
+    ModelCollection models;
+    LoadModelCatalog(models, n, {});
+    for (const auto& model : models) {
+      std::vector<std::string> names;
+      for (int i = 1; i <= model->NumDependentVar(); ++i) names.push_back(model->Variables(i));
+      const int variables = model->NumIndependentVar();
+      const Expression& compiled = model->Compiled();
+      EXPECT_EQ(names, compiled.CoefficientNames) << model->id;
+      EXPECT_EQ(variables, compiled.NumIndependentVar) << model->id;
+      EXPECT_TRUE(compiled.IsValidEquation && compiled.VarsInOrder == (n > 1)) << model->id;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
