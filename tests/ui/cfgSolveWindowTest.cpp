@@ -59,7 +59,7 @@ class ProgressForm : public testing::Test {
   QPushButton& Button(const char* name) { return Control<QPushButton>(name); }
   void Click(const char* button) { QTest::mouseClick(&Button(button), Qt::LeftButton); }
 
-  // Two models on 20,000 points. The limits let the search for the first go on until somebody ends it.
+  // Two models on 20,000 points. The limits let each search go on for seconds unless somebody ends it.
   MacroOutcome Run(const std::string& handShake, const std::string& id = "long") {
     std::string data;
     for (int i = 1; i <= 20000; ++i) data += std::to_string(i) + " " + std::to_string(i % 7 + i / 100) + "\n";
@@ -76,7 +76,6 @@ class ProgressForm : public testing::Test {
     Log = Folder.Read("run.log");
     return outcome;
   }
-  // What comes through the event loop in the first search's second turn and in later ones.
   std::function<bool()> AfterIteration(int n) {
     return [this, n] { return Text("IterationLabel") == "Iteration: " + QString::number(n); };
   }
@@ -90,13 +89,16 @@ class ProgressForm : public testing::Test {
 
 TEST_F(ProgressForm, TellsHowFarTheRunIsAndPauseKeepsWhatWasFound) {
   EXPECT_EQ(Window.windowTitle(), "Quorvex Solution Progress");
+  int width = 0;
   Play.When([this] { return Window.isVisible(); },
-            [this] {
+            [&] {
+              width = Window.width();
               EXPECT_FALSE(Button("cmdDetail").isEnabled());
               EXPECT_FALSE(Button("cmdPause").isVisible());
               EXPECT_FALSE(Control("ConvergeLabel").isVisible());
             });
-  Play.When(AfterIteration(5), [this] {
+  Play.When(AfterIteration(5), [&] {
+    EXPECT_EQ(Window.width(), width);  // nothing moves under the mouse
     EXPECT_EQ(Text("status_label"), "Solving Model long");
     EXPECT_TRUE(Text("ResidualLabel").startsWith("Merit Function: "));
     EXPECT_EQ(Text("DeltaLabel").length(), QString("Percent Change: 1.000000E-01").length());
@@ -143,33 +145,41 @@ TEST_F(ProgressForm, EndsTheRunByButtonKeyAccessibilityAndTitleBar) {
 
 TEST_F(ProgressForm, ShowsAndHidesTheParameters) {
   int shortHeight = 0;
+  QString start;
+  const auto expectThree = [this] {
+    const char* names[] = {"first: ", "second: ", "third: "};
+    for (int i = 1; i <= kParameterLabels; ++i) {
+      const QLabel& label = Control(("lblParam" + std::to_string(i)).c_str());
+      EXPECT_EQ(label.isVisible(), i <= 3) << i;
+      if (label.isVisible()) {
+        EXPECT_TRUE(label.text().startsWith(names[i - 1])) << label.text().toStdString();
+      }
+    }
+  };
   Play.When([this] { return Button("cmdDetail").isEnabled(); },
             [&] {
               shortHeight = Window.sizeHint().height();
               EXPECT_EQ(Button("cmdDetail").text().remove('&'), "More Detail >");
               Click("cmdDetail");
-            });
-  Play.When([this] { return !Text("lblParam1").isEmpty(); },
-            [&] {
               EXPECT_EQ(Button("cmdDetail").text().remove('&'), "Less Detail <");
+              expectThree();
+              start = Text("lblParam2");
+            });
+  Play.When([&] { return Text("lblParam2") != start; },
+            [&] {
               EXPECT_GT(Window.height(), shortHeight);
-              const char* names[] = {"first: ", "second: ", "third: "};
-              for (int i = 1; i <= kParameterLabels; ++i) {
-                const QLabel& label = Control(("lblParam" + std::to_string(i)).c_str());
-                EXPECT_EQ(label.isVisible(), i <= 3) << i;
-                if (label.isVisible()) {
-                  EXPECT_TRUE(label.text().startsWith(names[i - 1])) << label.text().toStdString();
-                }
-              }
+              expectThree();
               Click("cmdDetail");
             });
-  Play.When([] { return true; },
-            [&] {
-              EXPECT_EQ(Button("cmdDetail").text().remove('&'), "More Detail >");
-              EXPECT_EQ(Window.height(), shortHeight);
-              EXPECT_FALSE(Control("lblParam1").isVisible());
-              Click("Abort_command");
-            });
+  // By now the search is at its end and only repeats itself.
+  Play.When(AfterIteration(100), [&] {
+    EXPECT_EQ(Button("cmdDetail").text().remove('&'), "More Detail >");
+    EXPECT_EQ(Window.height(), shortHeight);
+    EXPECT_FALSE(Control("lblParam1").isVisible());
+    Click("cmdDetail");
+    expectThree();
+    Click("Abort_command");
+  });
   EXPECT_EQ(Run("ShowProgress").Status, 450);
   EXPECT_TRUE(Play.Done());
 }
@@ -246,18 +256,28 @@ TEST_F(ProgressForm, CutsNothingAtAnySizeOfFont) {
   }
 }
 
-TEST_F(ProgressForm, IsWalkedByTheTabKey) {
-  Window.ShowConverging(true);
+TEST_F(ProgressForm, HearsNoKeyUntilTheTabKeyWalksToAButton) {
   Window.Show(true);
-  Click("cmdDetail");
   Window.activateWindow();
-  Button("cmdDetail").setFocus();
-  for (const char* next : {"cmdPause", "Abort_command", "panel", "cmdDetail"}) {
+  Window.Yield();
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape}) {
+    QTest::keyClick(Window.focusWidget(), key);
+    EXPECT_FALSE(Window.Aborted) << key;
+  }
+  Window.ShowConverging(true);
+  QTest::keyClick(Window.focusWidget(), Qt::Key_Tab);
+  QTest::keyClick(Window.focusWidget(), Qt::Key_Return);
+  EXPECT_TRUE(Control<QScrollArea>("panel").isVisible());
+  for (const char* next : {"cmdPause", "Abort_command", "panel", "cmdDetail", "cmdPause"}) {
     QTest::keyClick(Window.focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(Window.focusWidget()->objectName(), next);
   }
-  QTest::keyClick(&Window, Qt::Key_Escape);  // no key ends a run by itself
-  EXPECT_FALSE(Window.Aborted);
+  QTest::keyClick(Window.focusWidget(), Qt::Key_Space);
+  EXPECT_TRUE(Window.Paused && !Window.Aborted);
+  for (const bool shown : {false, true}) {
+    QTest::keyClick(&Window, Qt::Key_D, Qt::AltModifier);
+    EXPECT_EQ(Control<QScrollArea>("panel").isVisible(), shown);
+  }
 }
 
 // Every element of the window as a screen reader meets it.

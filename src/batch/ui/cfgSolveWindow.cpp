@@ -52,8 +52,10 @@ cfgSolveWindow::cfgSolveWindow()
       panel_(new QScrollArea(this)) {
   setWindowTitle("Quorvex Solution Progress");
   setCursor(Qt::BusyCursor);
-  // Runs start while their user types elsewhere: the window must not catch a key that was meant for another.
+  // Runs start while their user types elsewhere. The window must not catch a key that was meant for another, and if it
+  // does, no button has the focus.
   setAttribute(Qt::WA_ShowWithoutActivating);
+  setFocus();
 
   ProgressBar1->setObjectName("ProgressBar1");
   ProgressBar1->setAccessibleName("Progress of the run");
@@ -64,6 +66,9 @@ cfgSolveWindow::cfgSolveWindow()
   Abort_command->setAccessibleDescription(Abort_command->toolTip());
 
   LayOut();
+  // A fit tells the values only when they change. It tells them while they are hidden too, so that the panel opens with
+  // those in force, even in a search that has come to a stop.
+  ShowDetail = true;
   connect(cmdDetail, &QPushButton::clicked, this, &cfgSolveWindow::ToggleDetail);
   connect(cmdPause, &QPushButton::clicked, this, [this] { Paused = true; });
   connect(Abort_command, &QPushButton::clicked, this, [this] { Aborted = true; });
@@ -108,15 +113,17 @@ void cfgSolveWindow::LayOut() {
     widget->hide();
   }
   cmdDetail->setEnabled(false);
-  FitPanel();
+  FitToFont();
 }
 
-// Sizes that follow the font: the width holds a long status, and the panel 14 parameters, or as many as there are. A
-// row is 240 units of 1/1440 inch, or more where the font needs it. The panel takes at most half of the screen; beyond
-// that it scrolls.
-void cfgSolveWindow::FitPanel() {
+// Sizes that follow the font: the width holds a long status, the button its longer caption, and the panel 14
+// parameters, or as many as there are. A row is 240 units of 1/1440 inch, or more where the font needs it. The panel
+// takes at most half of the screen; beyond that it scrolls.
+void cfgSolveWindow::FitToFont() {
   constexpr int kUnitsPerPixel = 15, kRow = 240 / kUnitsPerPixel, kAround = 255 / kUnitsPerPixel, kFewestRows = 14;
-  status_label->setMinimumWidth(kStatusCharacters * fontMetrics().averageCharWidth());
+  const int character = fontMetrics().averageCharWidth();
+  status_label->setMinimumWidth(kStatusCharacters * character);
+  cmdDetail->setMinimumWidth(fontMetrics().size(Qt::TextShowMnemonic, kMoreDetail).width() + 4 * character);
   const int row = std::max(kRow, fontMetrics().height());
   for (QLabel* label : lblParam) label->setFixedHeight(row);
   QLayout& column = *panel_->widget()->layout();
@@ -127,7 +134,7 @@ void cfgSolveWindow::FitPanel() {
 
 void cfgSolveWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::FontChange) FitPanel();
+  if (event->type() == QEvent::FontChange) FitToFont();
 }
 
 void cfgSolveWindow::Yield() { QCoreApplication::processEvents(); }
@@ -160,7 +167,7 @@ void cfgSolveWindow::SetParameterCount(int count) {
     label->clear();
     label->setVisible(i < parameters_);
   }
-  FitPanel();
+  FitToFont();
 }
 
 void cfgSolveWindow::SetParameterLabel(int index, const std::string& text) {
@@ -172,9 +179,9 @@ void cfgSolveWindow::ShowMessageBox(const std::string& text) {
 }
 
 void cfgSolveWindow::ToggleDetail() {
-  ShowDetail = !ShowDetail;
-  cmdDetail->setText(ShowDetail ? kLessDetail : kMoreDetail);
-  panel_->setVisible(ShowDetail);
+  const bool show = panel_->isHidden();
+  cmdDetail->setText(show ? kLessDetail : kMoreDetail);
+  panel_->setVisible(show);
 }
 
 void cfgSolveWindow::closeEvent(QCloseEvent* event) {

@@ -40,7 +40,7 @@ class cfgSolveWindow : public QWidget, public cfgSolve {
  private:
   void LayOut();
   void ToggleDetail();
-  void FitPanel();
+  void FitToFont();
 
   QLabel* status_label;
   QProgressBar* ProgressBar1;
