@@ -276,7 +276,7 @@ TEST_F(ProgressForm, HearsNoKeyUntilTheTabKeyWalksToAButton) {
   EXPECT_TRUE(Window.Paused && !Window.Aborted);
   for (const bool shown : {false, true}) {
     QTest::keyClick(&Window, Qt::Key_D, Qt::AltModifier);
-    EXPECT_EQ(Control<QScrollArea>("panel").isVisible(), shown);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Control<QScrollArea>("panel").isVisible() == shown; }));
   }
 }
 
