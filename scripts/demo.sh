@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-packages.sh
-cmake --preset release -DQUORVEX_TESTS=OFF -B build/demo-release >/dev/null
+cmake --preset release -DQUORVEX_TESTS=OFF -DQUORVEX_DESKTOP=OFF -B build/demo-release >/dev/null
 cmake --build build/demo-release
 mkdir -p build/demo
 

@@ -16,6 +16,15 @@ std::string Unquoted(std::string_view text) {
 
 }  // namespace
 
+std::string JoinedByBlanks(const std::vector<std::string>& arguments) {
+  std::string line;
+  for (const std::string& argument : arguments) {
+    if (!line.empty()) line += ' ';
+    line += argument;
+  }
+  return line;
+}
+
 CommandRequest ParseCommandLine(const std::string& commandLine) {
   constexpr std::string_view kSwitch = "-runcfg";
   const std::string_view line = Trim(commandLine);

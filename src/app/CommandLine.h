@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace quorvex {
 
@@ -11,6 +12,9 @@ struct CommandRequest {
   CommandMode Mode = CommandMode::Nothing;
   std::string FileName;
 };
+
+// The arguments as the one text that the command line is.
+std::string JoinedByBlanks(const std::vector<std::string>& arguments);
 
 // The whole command line is one text. "-runcfg", in any case and with or without a blank behind it, and a name run a
 // macro; the name arrives in lower case. Otherwise the line is the name of a file to open, if that exists. One double

@@ -5,8 +5,15 @@
 namespace quorvex {
 namespace {
 
-// A long name is cut for the label, which has one line.
-std::string Shortened(const std::string& text) { return text.size() > 50 ? text.substr(0, 50) + "..." : text; }
+// A long name is cut for the label, which has one line: to 50 characters, not bytes.
+std::string Shortened(const std::string& text) {
+  int characters = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool continues = (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80;
+    if (!continues && ++characters > 50) return text.substr(0, i) + "...";
+  }
+  return text;
+}
 
 }  // namespace
 
@@ -21,6 +28,7 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
   int done = 0;
   for (const auto& model : models) {
     if (!model->Solve || form.Aborted) continue;
+    form.SetParameterCount(model->NumDependentVar());
     form.SetProgress(++done, 2 * count);
     const std::string text = "Solving Model " + (model->cfgID.empty() ? model->id : model->cfgID);
     if (setup.UseDDE) form.DDEText(text);

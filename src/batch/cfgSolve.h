@@ -16,12 +16,15 @@ class cfgSolve : public SolveForm {
   // run goes on without them. Empty where the windows are at hand.
   virtual std::string RequestWindows() = 0;
 
-  // The status text that a process waiting on this run reads, one at a time.
-  virtual void DDEText(std::string_view text) = 0;
+  // The status text that a process waiting on this run reads, one at a time: a line on standard output, flushed, since
+  // a parent process reads the pipe while the run goes on.
+  virtual void DDEText(std::string_view text);
 
   virtual void Show(bool /*visible*/) {}
   virtual void SetProgress(int /*done*/, int /*of*/) {}
   virtual void SetStatusLabel(const std::string& /*text*/) {}
+  // The model about to be solved has so many parameters: the details show a label for each of the first 20.
+  virtual void SetParameterCount(int /*count*/) {}
   virtual void ShowMessageBox(const std::string& /*text*/) {}
 };
 

@@ -13,7 +13,7 @@ class SolveForm {
   // Raised by the form's buttons; a fit looks at them once per iteration.
   bool Aborted = false;
   bool Paused = false;
-  bool ShowDetail = false;  // the labels of the parameters are shown
+  bool ShowDetail = false;  // the labels of the parameters are wanted
 
   // Gives the event loop its turn, once per iteration.
   virtual void Yield() {}

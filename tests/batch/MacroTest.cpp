@@ -416,6 +416,7 @@ TEST(Macro, TakesItsNameWithoutRegardToCase) {
 
 TEST(Program, AnswersAboutItselfAndNeedsTheDesktopForTheRest) {
   Program program;
+  program.MoveAway();
   EXPECT_EQ(program.Run("--version"), 0);
   EXPECT_EQ(program.Out, "Quorvex 9.0.0\n");
   EXPECT_EQ(program.Run("--help"), 0);

@@ -29,16 +29,15 @@ class Program {
   // runs as "nobody".
   int RunMacroAsUser(const std::string& text) {
     if (geteuid() != 0) return RunMacro(text);
-    const std::string copy = Folder.Path("program");
-    std::filesystem::copy_file(QUORVEX_PROGRAM, copy);
+    MoveAway();
     chmod(Folder.Path("").c_str(), 0777);
     for (const char* name : {"out", "err"}) chmod(Folder.Write(name, "").c_str(), 0666);
     return RunMacro(text, "LC_ALL=C setpriv --reuid=65534 --regid=65534 --clear-groups env");
   }
 
   int Run(const std::string& arguments, const std::string& environment = "LC_ALL=C") {
-    const std::string command = environment + " DISPLAY= WAYLAND_DISPLAY= QUORVEX_SETTINGS=" + Folder.Path("none.ini") +
-                                " " + Executable() + " " + arguments + " >" + Folder.Path("out") + " 2>" +
+    const std::string command = "DISPLAY= WAYLAND_DISPLAY= QUORVEX_SETTINGS=" + Folder.Path("none.ini") + " " +
+                                environment + " " + Executable + " " + arguments + " >" + Folder.Path("out") + " 2>" +
                                 Folder.Path("err");
     const int status = std::system(command.c_str());
     Out = Folder.Read("out");
@@ -46,14 +45,15 @@ class Program {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
-  TemporaryFolder Folder;
-  std::string Out, Err;
-
- private:
-  std::string Executable() const {
-    const std::string copy = Folder.Path("program");
-    return std::filesystem::exists(copy) ? copy : QUORVEX_PROGRAM;
+  // Runs a copy from now on, with no other program beside it.
+  void MoveAway() {
+    std::filesystem::copy_file(Executable, Folder.Path("program"));
+    Executable = Folder.Path("program");
   }
+
+  TemporaryFolder Folder;
+  std::string Executable = QUORVEX_PROGRAM;
+  std::string Out, Err;
 };
 
 // What a structured output says of one model, by the names in it; a coefficient has several numbers.

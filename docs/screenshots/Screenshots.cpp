@@ -1,0 +1,75 @@
+// Takes the pictures of the windows for the manual, from real runs of the examples:
+//   screenshots FOLDER SUFFIX [dark]
+// Run from the project's folder. QT_SCALE_FACTOR sets the scale.
+
+#include <QApplication>
+#include <QPushButton>
+#include <QStyleFactory>
+
+#include "batch/RunMacro.h"
+#include "batch/ui/cfgSolveWindow.h"
+
+namespace quorvex {
+namespace {
+
+QPalette DarkPalette() {
+  QPalette palette(QColor(53, 53, 53), QColor(42, 42, 42));
+  palette.setColor(QPalette::Window, QColor(45, 45, 45));
+  palette.setColor(QPalette::WindowText, Qt::white);
+  palette.setColor(QPalette::Base, QColor(30, 30, 30));
+  palette.setColor(QPalette::Text, Qt::white);
+  palette.setColor(QPalette::ButtonText, Qt::white);
+  palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor(130, 130, 130));
+  return palette;
+}
+
+// The progress form, taken twice in the search for the third model.
+class PhotographedForm : public cfgSolveWindow {
+ public:
+  PhotographedForm(QString folder, QString suffix) : folder_(std::move(folder)), suffix_(std::move(suffix)) {
+    Show(true);
+  }
+
+  void SetStatusLabel(const std::string& text) override {
+    cfgSolveWindow::SetStatusLabel(text);
+    turn_ = 0;
+    ++model_;
+  }
+
+  void Yield() override {
+    cfgSolveWindow::Yield();
+    if (model_ != 3 || ++turn_ != 5) return;
+    auto* detail = findChild<QPushButton*>("cmdDetail");
+    Take("progress-short");
+    detail->click();
+    Take("progress-detail");
+    detail->click();
+  }
+
+ private:
+  void Take(const QString& name) {
+    QApplication::processEvents();  // the new size is in force
+    grab().save(folder_ + '/' + name + suffix_ + ".png");
+  }
+
+  QString folder_, suffix_;
+  int model_ = 0, turn_ = 0;
+};
+
+}  // namespace
+}  // namespace quorvex
+
+int main(int argc, char** argv) {
+  using namespace quorvex;
+  const QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
+  if (arguments.size() < 3) return EXIT_FAILURE;
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  if (arguments.contains("dark")) QApplication::setPalette(DarkPalette());
+  Session session;
+  PhotographedForm form(arguments[1], arguments[2]);
+  return RunMacro("examples/puromycin.cfg", session, form).Status;
+}

@@ -1,0 +1,81 @@
+#include "app/StartUp.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "app/SettingsStore.h"
+#include "batch/RunMacro.h"
+#include "core/NumberText.h"
+#include "core/Session.h"
+#include "core/SolveData.h"
+#include "equation/Catalogue.h"
+
+namespace quorvex {
+namespace {
+
+constexpr const char* kUsage =
+    "Usage: quorvex -runcfg FILE       run a macro and end with its status\n"
+    "       quorvex [FILE]             open the desktop, with a project, a plot or a data file\n"
+    "       quorvex --list-models [N]  print the catalogue of models of N variables (default 1), tab-separated:\n"
+    "                              number, group, ID, definition, description\n"
+    "       quorvex --help | --version\n";
+
+int PrintModels(const std::string& count) {
+  const std::optional<double> n = NumericText(count);
+  if (!n || *n < 1 || *n > kMostIndependentVariables || *n != static_cast<int>(*n)) {
+    Complain("The number of variables must be 1 to 20, not '" + count + "'.");
+    return EXIT_FAILURE;
+  }
+  const std::string list = ListModels(static_cast<int>(*n));
+  return std::fwrite(list.data(), 1, list.size(), stdout) == list.size() && std::fflush(stdout) == 0 ? EXIT_SUCCESS
+                                                                                                     : EXIT_FAILURE;
+}
+
+}  // namespace
+
+std::vector<std::string> Arguments(int argc, char** argv) {
+  return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
+  for (const std::string& argument : arguments) {
+    if (argument == "--help") return std::fputs(kUsage, stdout), EXIT_SUCCESS;
+    if (argument == "--version") return std::puts("Quorvex " QUORVEX_VERSION), EXIT_SUCCESS;
+  }
+  if (!arguments.empty() && arguments[0] == "--list-models")
+    return PrintModels(arguments.size() > 1 ? arguments[1] : "1");
+  return std::nullopt;
+}
+
+int RunMacroMode(const std::string& fileName, cfgSolve& form) {
+  Session session{LoadSettings(), ReadUserLocale()};
+  const MacroOutcome outcome = RunMacro(fileName, session, form);
+  if (outcome.Status != 0) Complain("Exit Status " + std::to_string(outcome.Status));
+  return outcome.Status;
+}
+
+void Complain(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }
+
+bool HasDisplay() {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"})
+    if (const char* value = std::getenv(name); value != nullptr && *value != '\0') return true;
+  return false;
+}
+
+void HandOver(const char* program) {
+  std::error_code error;
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  std::ifstream file("/proc/self/cmdline", std::ios::binary);
+  std::vector<std::string> arguments;
+  for (std::string argument; std::getline(file, argument, '\0');) arguments.push_back(argument);
+  std::vector<char*> argv;
+  for (std::string& argument : arguments) argv.push_back(argument.data());
+  argv.push_back(nullptr);
+  if (!error) execv((self.parent_path() / program).c_str(), argv.data());
+}
+
+}  // namespace quorvex

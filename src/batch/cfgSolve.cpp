@@ -1,0 +1,12 @@
+#include "batch/cfgSolve.h"
+
+#include <cstdio>
+
+namespace quorvex {
+
+void cfgSolve::DDEText(std::string_view text) {
+  std::printf("%.*s\n", static_cast<int>(text.size()), text.data());
+  std::fflush(stdout);
+}
+
+}  // namespace quorvex
