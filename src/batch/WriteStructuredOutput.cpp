@@ -171,7 +171,7 @@ std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey) 
 
 FittedRows TabulateFit(ModelClass& model, const SolveData& data) {
   FittedRows rows;
-  if (!model.GenerateTableAtInput()) return rows;
+  if (!model.GenerateTable({TableRange()})) return rows;
   rows.Calculated.reserve(data.N());
   rows.Error.reserve(data.N());
   // With one variable the table has one entry for a run of equal X; with several, one for every point.

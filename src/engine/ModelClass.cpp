@@ -23,8 +23,7 @@ void ModelClass::SetID(std::string sID, std::vector<std::string> sFuncList) {
   id = std::move(sID);
   sFuncList_ = std::move(sFuncList);
   evaluator_ = Evaluator();
-  inputX_.clear();
-  YTable_.clear();
+  CopyInputDataFrom(std::make_shared<const InputPoints>());
   UserType = true;
   expression_ = parser_.Compile(sFuncList_);
 
@@ -61,10 +60,10 @@ void ModelClass::Datachange() {
 std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
   std::unique_ptr<ModelClass> twin = NewModel();
   twin->SetID(id, sFuncList_);
+  static_cast<SeriesStyle&>(*twin) = *this;
   twin->cfgID = cfgID;
   twin->Description = Description;
   twin->Group = Group;
-  twin->LegendText = LegendText;
   twin->SolveType = SolveType;
   twin->UserType = UserType;
   twin->SpecifyIC = SpecifyIC;
@@ -92,7 +91,7 @@ std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
   twin->covariance_ = covariance_;
   twin->ranges_ = ranges_;
   twin->sweep_ = sweep_;
-  twin->inputX_ = inputX_;
+  twin->input_ = input_;
   return twin;
 }
 
@@ -117,23 +116,6 @@ bool ModelClass::ClosedFormDerivatives(std::span<const double> x, std::span<doub
   ClearFaultFlags();
   quorvex::Derivatives(*builtIn_, columns.data(), 1, values_.data(), cells.data());
   return !FaultFlagsRaised();
-}
-
-bool ModelClass::GenerateTableAtInput() {
-  YTable_.clear();
-  YTable_.reserve(NumInputX());
-  std::vector<double> x(inputX_.size());
-  std::string ErrString;
-  for (std::size_t i = 0; i < NumInputX(); ++i) {
-    for (std::size_t v = 0; v < x.size(); ++v) x[v] = inputX_[v][i];
-    double y = 0;
-    if (!Evaluate(x, y, ErrString)) {
-      YTable_.clear();
-      return false;
-    }
-    YTable_.push_back(y);
-  }
-  return true;
 }
 
 }  // namespace quorvex
