@@ -43,13 +43,14 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
   }
 
   const std::vector<std::vector<double>>& columns = XTable_.empty() ? input_->X : XTable_;
-  std::vector<double> x(columns.size()), values;
+  std::array<double, kMostIndependentVariables> x{};
+  std::vector<double> values;
   values.reserve(count);
   std::string ErrString;
   for (std::size_t i = 0; i < count; ++i) {
-    for (std::size_t v = 0; v < x.size(); ++v) x[v] = columns[v][i];
+    for (std::size_t v = 0; v < columns.size(); ++v) x[v] = columns[v][i];
     double y = 0;
-    if (!Evaluate(x, y, ErrString)) {
+    if (!Evaluate(std::span(x).first(columns.size()), y, ErrString)) {
       XTable_.clear();
       return false;
     }
@@ -61,7 +62,7 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
 
 std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data) {
   std::vector<double> residuals(data.N());
-  std::array<double, kMostIndependentVariables> x;
+  std::array<double, kMostIndependentVariables> x{};
   std::string ErrString;
   for (std::size_t i = 0; i < data.N(); ++i) {
     double y = 0;
