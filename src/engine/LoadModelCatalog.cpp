@@ -1,18 +1,13 @@
 #include "engine/LoadModelCatalog.h"
 
-#include "engine/EqClass.h"
-#include "engine/MvClass.h"
+#include "engine/UserModel.h"
 #include "equation/Catalogue.h"
 
 namespace quorvex {
 
 void LoadModelCatalog(ModelCollection& models, int independentVariables, const LocaleText& locale) {
   for (const CatalogueModel& row : Catalogue(independentVariables)) {
-    std::unique_ptr<ModelClass> model;
-    if (independentVariables == 1)
-      model = std::make_unique<EqClass>(locale);
-    else
-      model = std::make_unique<MvClass>(locale);
+    std::unique_ptr<ModelClass> model = NewModelFor(static_cast<std::size_t>(independentVariables), locale);
     model->SetID(row.ID, {LocalizeExpression(row.Definition, locale)});
     model->Description = row.Description;
     model->SolveType = 1;
