@@ -18,7 +18,9 @@ Result<Project> ReadProject(const std::string& fileName, const LocaleText& local
 Result<Project> ParseProject(std::string_view bytes, const std::string& fileName, const LocaleText& locale);
 
 // The whole project file of version 9.0: sheet, notes, limits, the user-defined models, the solved models and
-// interpolations. Reading it back gives equal ones, to the bit of every number.
+// interpolations. Reading it back gives equal ones, to the bit of every number; only double quotes in texts come back
+// as apostrophes. What a sweep found, beyond its start values, stands in a section of its own behind the end of the
+// data, where readers that do not know it have stopped.
 std::string ProjectText(const Project& project);
 
 // Saves the project, the file that was there before being kept with "~" behind its name. Returns 0 or the file error's

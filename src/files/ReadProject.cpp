@@ -1,11 +1,10 @@
-#include <array>
+#include <algorithm>
 #include <memory>
 #include <optional>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "files/FieldReader.h"
-#include "files/FileVersion.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelRecord.h"
 #include "sheet/ComputeWeights.h"
@@ -16,30 +15,28 @@ namespace {
 
 // What the versions differ in.
 struct Layout {
-  bool FullFormat = true;       // a column's format has NumberFormat, Orientation and FontStrikeout
-  bool HasRSS = true;           // the first of the statistics
-  bool HasFreedomCount = true;  // DOFError and DOFRegression; else the statistics are computed anew
+  bool FullFormat;       // a column's format has NumberFormat, Orientation and FontStrikeout
+  bool HasRSS;           // the first of the statistics
+  bool HasFreedomCount;  // DOFError and DOFRegression; else the statistics are computed anew
 };
 
-constexpr std::string_view kProduct = "Quorvex:  Version ";
-
-std::optional<Layout> LayoutOf(std::string_view version) {
-  if (!version.starts_with(kProduct)) return std::nullopt;
-  version.remove_prefix(kProduct.size());
-  for (const std::string_view known : {"9.0", "8.2", "8.1", "8.0", "7.2", "7.1"})
-    if (version == known) return Layout{};
-  for (const std::string_view known : {"7.0", "6.1"})
-    if (version == known) return Layout{.HasFreedomCount = false};
-  if (version == "6.0") return Layout{.FullFormat = false, .HasFreedomCount = false};
-  for (const std::string_view known : {"5.2", "5.1", "5.0"})
-    if (version == known) return Layout{.FullFormat = false, .HasRSS = false, .HasFreedomCount = false};
-  return std::nullopt;
-}
+struct VersionLayout {
+  std::string_view Version;
+  Layout Of;
+};
+constexpr VersionLayout kLayouts[] = {
+    {"Quorvex:  Version 9.0", {true, true, true}},    {"Quorvex:  Version 8.2", {true, true, true}},
+    {"Quorvex:  Version 8.1", {true, true, true}},    {"Quorvex:  Version 8.0", {true, true, true}},
+    {"Quorvex:  Version 7.2", {true, true, true}},    {"Quorvex:  Version 7.1", {true, true, true}},
+    {"Quorvex:  Version 7.0", {true, true, false}},   {"Quorvex:  Version 6.1", {true, true, false}},
+    {"Quorvex:  Version 6.0", {false, true, false}},  {"Quorvex:  Version 5.2", {false, false, false}},
+    {"Quorvex:  Version 5.1", {false, false, false}}, {"Quorvex:  Version 5.0", {false, false, false}},
+};
 
 // Why a file of a version that has no layout is refused.
 std::string Refusal(std::string_view version, const std::string& fileName) {
   for (const std::string_view old : {"4.0", "4.1", "3.0", "3.1", "2.2"})
-    if (version == std::string(kProduct).append(old))
+    if (version == std::string("Quorvex:  Version ").append(old))
       return "Quorvex version " + std::string(1, old[0]) + ".x files cannot be opened in the current version.";
   if (version.starts_with("Quorvex") && version.ends_with("Plot"))
     return "'" + fileName + "' is a Quorvex Plot file. Use the Open command under the Plot menu to open plots.";
@@ -321,9 +318,9 @@ Result<Project> ParseProject(std::string_view bytes, const std::string& fileName
   while (in.Good() && in.Text() != "B_HEADER") continue;
   const std::string version(Trim(in.Text()));
   if (!in.Good()) return Unreadable(fileName);
-  const std::optional<Layout> layout = LayoutOf(version);
-  if (!layout) return Failure{Refusal(version, fileName)};
-  std::optional<Project> project = Reader(in, *layout, locale).Read();
+  const auto known = std::ranges::find(kLayouts, version, &VersionLayout::Version);
+  if (known == std::end(kLayouts)) return Failure{Refusal(version, fileName)};
+  std::optional<Project> project = Reader(in, known->Of, locale).Read();
   if (!project) return Unreadable(fileName);
   project->FileName = fileName;
   return std::move(*project);

@@ -87,21 +87,65 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
   return text.replace(at, from.size(), to);
 }
 
+// As if it were solved, with a number of its own in every field.
+void FillIn(ModelClass& model, std::size_t variables) {
+  double number = 0.5;
+  const auto fill = [&](std::initializer_list<double*> fields) {
+    for (double* field : fields) *field = ++number;
+  };
+  model.Solved = model.ErrorInfo = true;
+  fill({&model.RSS, &model.RssNorm, &model.RST, &model.ResAvg, &model.ResSum, &model.Durbin, &model.R2, &model.R2Adjust,
+        &model.StdErr});
+  model.DOFError = 21;
+  model.DOFRegression = 22;
+  model.NumIterations = 23;
+  const int n = model.NumDependentVar();
+  std::vector<ICRange> ranges;
+  for (int i = 1; i <= n; ++i) {
+    model.SetValue(i, 100 * i + 0.1);
+    ranges.push_back({100 * i + 0.2, 100 * i + 0.3, i + 1});
+    model.SetCovariance(i, 100 * i + 0.4);
+  }
+  model.SetICRange(std::move(ranges));
+  model.Statistics.X.assign(variables, {});
+  for (VariableStatistics& x : model.Statistics.X)
+    fill({&x.InputXMin, &x.InputXMax, &x.XMean, &x.XStd, &x.XAtYMin, &x.XAtYMax, &x.YAtXMin, &x.YAtXMax});
+  DataStatistics& y = model.Statistics;
+  fill({&y.InputYMin, &y.InputYMax, &y.YMean, &y.YStd});
+}
+
 TEST(ProjectFile, HasTheLayoutOfVersion9) {
-  Project project = NewProject(1, true, LocaleText());
+  Project one = NewProject(1, true, LocaleText());
   const double rows[][3] = {{1, 2, 0.1}, {2, 4, 0.1}, {4, 8.5, 0.2}};
   for (std::size_t i = 0; i < 3; ++i)
-    for (std::size_t col = 0; col < 3; ++col) project.Sheet.Cells.SetGridCellNumber(i + 1, col + 1, rows[i][col]);
-  project.Sheet.Cells.ClearCell(2, 2);  // an empty cell in the middle of a row
-  project.Sheet.Cells.SetGridCellNumber(4, 1, 5);
-  project.Sheet.Cells.SetGridCellNumber(4, 2, 10);  // and one at the end
-  project.Notes = "  Remark \"one\"\r\nand two ";
-  AddUserModel(project, {"Mine", {"a*x+b*f1", "x^0.5"}, "Root", {{"Value", "1.5", "x"}, {"/ymax", "2", "Numerical"}}});
-  ModelClass& line = *project.Models.Find("a*x+b");
-  Fit(line, PointsOf(project), 1);
+    for (std::size_t col = 0; col < 3; ++col) one.Sheet.Cells.SetGridCellNumber(i + 1, col + 1, rows[i][col]);
+  one.Sheet.Cells.ClearCell(2, 2);  // an empty cell in the middle of a row
+  one.Sheet.Cells.SetGridCellNumber(4, 1, 5);
+  one.Sheet.Cells.SetGridCellNumber(4, 2, 10);  // and one at the end
+  one.Notes = "  Remark \"one\"\r\nand two ";
+  AddUserModel(one, {"Mine", {"a*x+b*f1", "x^0.5"}, "Root", {{"Value", "1.5", "x"}, {"/ymax", "2", "Numerical"}}});
+  ModelClass& line = *one.Models.Find("a*x+b");
+  FillIn(line, 1);
+  line.CopyInputDataFrom(std::make_shared<const InputPoints>(InputPoints{{{1, 4, 5}}, {2, 8.5, 10}}));
   std::string log;
-  ASSERT_TRUE(project.Interpolations[1].Fit(PointsOf(project), log));
-  ExpectGolden("Project.qvx", ProjectText(project));
+  ASSERT_TRUE(one.Interpolations[1].Fit(PointsOf(one), log));
+  ExpectGolden("Project.qvx", ProjectText(one));
+
+  Project several = NewProject(3, false, LocaleText());
+  for (std::size_t i = 0; i < 3; ++i)
+    for (std::size_t col = 0; col < 4; ++col)
+      several.Sheet.Cells.SetGridCellNumber(i + 1, col + 1, static_cast<double>(10 * i + col) / 4);
+  ModelClass& swept =
+      AddUserModel(several, {"Swept", {"a*x1+b*x2*x3"}, "", {{"Value", "1", "x1"}, {"Value", "2", "x2*x3"}}});
+  FillIn(swept, 3);
+  swept.SweepCount = 2;
+  swept.SetSweepInfo({{0.1, 0.2, 1.1, 1.2, 3, 4, 5, 6, 7}, {0.3, 0.4, 1.3, 1.4, 13, 14, 15, 16, 17}});
+  const SolveData points = PointsOf(several);
+  swept.CopyInputDataFrom(std::make_shared<const InputPoints>(InputPoints{points.X, points.Y}));
+  ExpectGolden("ProjectSeveralVariables.qvx", ProjectText(several));
+
+  ExpectEqualProjects(one, Read(ProjectText(one)));
+  ExpectEqualProjects(several, Read(ProjectText(several)));
 }
 
 TEST(ProjectFile, EndsShortWithoutSolvedModels) {
