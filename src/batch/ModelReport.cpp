@@ -94,7 +94,7 @@ std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey) 
 FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup) {
   FittedRows rows;
   if (!setup.TableCalcData && !setup.TableErrorData && !setup.TableMinMaxError) return rows;
-  if (!model.GenerateTableAtInput()) return rows;
+  if (!model.GenerateTable({TableRange()})) return rows;
   rows.Calculated.reserve(data.N());
   rows.Error.reserve(data.N());
   // With one variable the table has one entry for a run of equal X; with several, one for every point.

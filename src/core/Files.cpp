@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -268,11 +269,57 @@ int TextFile::Flush() {
   return error_;
 }
 
+int TextFile::Sync() {
+  Flush();
+  const bool failed = descriptor_ >= 0 && error_ == 0 && fsync(descriptor_) != 0;
+  if (failed && errno != EINVAL) error_ = FileErrorNumber(errno);  // EINVAL: nothing there to synchronise
+  return error_;
+}
+
 int TextFile::Close() {
   Flush();
   if (descriptor_ >= 0 && close(descriptor_) != 0 && error_ == 0) error_ = FileErrorNumber(errno);
   descriptor_ = -1;
   return error_;
+}
+
+int SaveFile(const std::string& name, std::string_view content) {
+  std::string target = ResolvePath(name);
+  struct stat info {};
+  const bool exists = !target.empty() && target.find('\0') == std::string::npos && stat(target.c_str(), &info) == 0;
+  TextFile file;
+  if (exists && !S_ISREG(info.st_mode)) {
+    file.Create(target);
+    file.Write(content);
+    return file.Close();
+  }
+  if (exists) target = std::filesystem::canonical(target);
+  const std::string beside = target.empty() ? target : target + "." + std::to_string(getpid()) + "~";
+  if (const int error = file.Create(beside); error != 0) return error;
+  file.Write(content);
+  file.Sync();
+  int error = file.Close();
+
+  const std::string kept = target + "~";
+  if (error == 0 && exists) {
+    chmod(beside.c_str(), info.st_mode & 07777);
+    unlink(kept.c_str());
+    // A second name for the old file, so that its own name is there at every moment; not all file systems have that.
+    if (link(target.c_str(), kept.c_str()) != 0 && std::rename(target.c_str(), kept.c_str()) != 0)
+      error = FileErrorNumber(errno);
+  }
+  if (error == 0 && std::rename(beside.c_str(), target.c_str()) != 0) error = FileErrorNumber(errno);
+  if (error != 0) {
+    unlink(beside.c_str());
+    return error;
+  }
+  const std::filesystem::path folder = std::filesystem::path(target).parent_path();
+  const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor >= 0) {
+    fsync(descriptor);
+    close(descriptor);
+  }
+  return 0;
 }
 
 }  // namespace quorvex

@@ -62,6 +62,7 @@ class TextFile {
   void Write(std::string_view text);      // as it stands
   void WriteLine(std::string_view text);  // followed by NL
   int Flush();                            // hands the buffer to the system; the first error's number since Create, or 0
+  int Sync();                             // the same, and waits until the disk has it
   int Close();                            // flushes and closes; the first error's number since Create, or 0
 
  private:
@@ -69,5 +70,10 @@ class TextFile {
   int error_ = 0;
   std::string buffer_;
 };
+
+// Replaces a file's content so that a failure at any moment loses nothing: the new content is written and synchronised
+// beside it, the old file stays as `name` with "~" behind, and the new one takes its place. Links are followed, the
+// file's permissions kept; what is no regular file is written to as it stands. Returns 0 or the file error's number.
+int SaveFile(const std::string& name, std::string_view content);
 
 }  // namespace quorvex

@@ -23,7 +23,6 @@ std::string NonFiniteText(double value) {
 // The digits and sign of a conversion by std::to_chars, in capitals.
 template <typename... Format>
 std::string ToCapitals(double value, Format... format) {
-  if (value == 0) value = 0;  // drops the sign of negative zero
   char buffer[32];
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, format...).ptr;
   std::transform(buffer, end, buffer, UpperAscii);
@@ -121,7 +120,7 @@ Integer RoundTo(double value) {
 
 std::string GeneralNumber(double value, int digits) {
   if (!std::isfinite(value)) return NonFiniteText(value);
-  return ToCapitals(value, std::chars_format::general, digits);
+  return ToCapitals(value == 0 ? 0.0 : value, std::chars_format::general, digits);
 }
 
 std::string ShortestNumber(double value) {

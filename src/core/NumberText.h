@@ -15,7 +15,8 @@ namespace quorvex {
 // real.
 std::string GeneralNumber(double value, int digits = 15);
 
-// The shortest text that reads back to the same 64-bit value, its exponent written with "E". For fields of files.
+// The shortest text that reads back to the same 64-bit value, its exponent written with "E"; negative
+// zero is "-0". For fields of files.
 std::string ShortestNumber(double value);
 
 // `value` by a number pattern such as "0.0###", "##0.0#", "0.000000E+00", "0.0E+00" or "General": "0" is a digit that

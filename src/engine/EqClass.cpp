@@ -1,7 +1,5 @@
 #include "engine/EqClass.h"
 
-#include <algorithm>
-
 #include "core/NumberText.h"
 #include "engine/RuleQuantity.h"
 
@@ -24,10 +22,15 @@ std::optional<double> EqClass::RuleQuantity(std::string_view rule, const SolveDa
   return QuantityOf(rule.substr(1), data, 1);
 }
 
-std::vector<std::vector<double>> EqClass::InputTable(const SolveData& data) const {
-  std::vector<double> x = data.X[0];
-  x.erase(std::unique(x.begin(), x.end()), x.end());
-  return {std::move(x)};
+InputPoints EqClass::InputTable(const SolveData& data) const {
+  const std::vector<double>& x = data.X[0];
+  InputPoints points{{{}}, {}};
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    if (i > 0 && x[i] == x[i - 1]) continue;
+    points.X[0].push_back(x[i]);
+    points.Y.push_back(data.Y[i]);
+  }
+  return points;
 }
 
 const CatalogueModel* EqClass::LookupBuiltInModel(std::string_view sID) const {

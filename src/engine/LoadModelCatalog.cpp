@@ -1,7 +1,6 @@
 #include "engine/LoadModelCatalog.h"
 
-#include "engine/EqClass.h"
-#include "engine/MvClass.h"
+#include "engine/UserModel.h"
 #include "equation/Catalogue.h"
 
 namespace quorvex {
@@ -9,11 +8,7 @@ namespace quorvex {
 void LoadModelCatalog(ModelCollection& models, int independentVariables, const LocaleText& locale) {
   for (const CatalogueModel& row : Catalogue(independentVariables)) {
     if (models.Has(row.ID)) continue;  // loaded before
-    std::unique_ptr<ModelClass> model;
-    if (independentVariables == 1)
-      model = std::make_unique<EqClass>(locale);
-    else
-      model = std::make_unique<MvClass>(locale);
+    std::unique_ptr<ModelClass> model = NewModelFor(static_cast<std::size_t>(independentVariables), locale);
     model->SetBuiltIn(row);
     models.Add(row.ID, std::move(model));
   }

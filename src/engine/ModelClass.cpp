@@ -54,8 +54,7 @@ void ModelClass::SetBuiltIn(const CatalogueModel& row) {
 void ModelClass::StartCoefficients() {
   evaluator_ = Evaluator();
   program_.reset();
-  inputX_.clear();
-  YTable_.clear();
+  CopyInputDataFrom(std::make_shared<const InputPoints>());
   const std::size_t n = expression_.CoefficientNames.size();
   coefficients_.assign(n, {});
   for (std::size_t i = 0; i < n; ++i) coefficients_[i].Name = expression_.CoefficientNames[i];
@@ -93,10 +92,10 @@ void ModelClass::Datachange() {
 std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
   std::unique_ptr<ModelClass> twin = NewModel();
   twin->SetID(id, sFuncList_);
+  static_cast<SeriesStyle&>(*twin) = *this;
   twin->cfgID = cfgID;
   twin->Description = Description;
   twin->Group = Group;
-  twin->LegendText = LegendText;
   twin->SolveType = SolveType;
   twin->UserType = UserType;
   twin->SpecifyIC = SpecifyIC;
@@ -124,7 +123,7 @@ std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
   twin->covariance_ = covariance_;
   twin->ranges_ = ranges_;
   twin->sweep_ = sweep_;
-  twin->inputX_ = inputX_;
+  twin->input_ = input_;
   return twin;
 }
 
@@ -149,23 +148,6 @@ bool ModelClass::ClosedFormDerivatives(std::span<const double> x, std::span<doub
   ClearFaultFlags();
   quorvex::Derivatives(*builtIn_, columns.data(), 1, values_.data(), cells.data());
   return !FaultFlagsRaised();
-}
-
-bool ModelClass::GenerateTableAtInput() {
-  YTable_.clear();
-  YTable_.reserve(NumInputX());
-  std::vector<double> x(inputX_.size());
-  std::string ErrString;
-  for (std::size_t i = 0; i < NumInputX(); ++i) {
-    for (std::size_t v = 0; v < x.size(); ++v) x[v] = inputX_[v][i];
-    double y = 0;
-    if (!Evaluate(x, y, ErrString)) {
-      YTable_.clear();
-      return false;
-    }
-    YTable_.push_back(y);
-  }
-  return true;
 }
 
 }  // namespace quorvex

@@ -14,8 +14,10 @@
 #include "core/Settings.h"
 #include "core/SolveData.h"
 #include "engine/Matrix.h"
+#include "engine/SeriesStyle.h"
 #include "engine/SolveForm.h"
 #include "equation/BlockProgram.h"
+#include "engine/TableRange.h"
 #include "equation/Catalogue.h"
 #include "equation/CodeLibrary.h"
 #include "equation/DataStatistics.h"
@@ -33,13 +35,28 @@ struct ICRange {
   bool operator==(const ICRange&) const = default;
 };
 
+// The input as a model keeps it for tables, plots and files, column by column. With one variable a run of neighbours
+// with equal X counts once, with the Y of its first point.
+struct InputPoints {
+  std::vector<std::vector<double>> X;
+  std::vector<double> Y;
+
+  bool operator==(const InputPoints&) const = default;
+};
+
+// Residuals against what a normal distribution would have in their places, both ascending.
+struct NormalTable {
+  std::vector<double> Quantiles;  // of the standard normal distribution
+  std::vector<double> Sorted;     // the residuals, in units of StdErr where that is not 0
+};
+
 // A model with everything a project knows about its fit: text, compiled form, coefficients, statistics. The two model
 // types, EqClass with one independent variable and MvClass with several, share all of it and differ in how they reach
 // X, in their words, their catalogue and a few messages.
 //
 // Coefficients and input points are counted from 1 in the accessors, as files and macros count them. Asking beyond
 // their end is an error of the caller.
-class ModelClass {
+class ModelClass : public SeriesStyle {
  public:
   virtual ~ModelClass() = default;
   ModelClass(const ModelClass&) = delete;
@@ -48,8 +65,7 @@ class ModelClass {
   std::string id;     // the model's text key: the equation or the user model's name
   std::string cfgID;  // the ID given in a macro; when not empty, the name shown
   std::string Description;
-  std::string Group;  // of the catalogue
-  std::string LegendText;
+  std::string Group;               // of the catalogue
   int SolveType = 0;               // 0 nonlinear, 1 linear
   bool UserType = false;           // a user-defined model
   bool SpecifyIC = false;          // the user wants to give initial estimates before solving
@@ -114,6 +130,7 @@ class ModelClass {
   void ICCancel();
 
   // The sets that a sweep solved, a row each: n start values, n final coefficients, RSS, R2Adjust, R2, StdErr, RssNorm.
+  // Read from a project file that tells no more, a row has the start values alone.
   const std::vector<std::vector<double>>& GetSweepInfo() const { return sweep_; }
   void SetSweepInfo(std::vector<std::vector<double>> rows) { sweep_ = std::move(rows); }
 
@@ -166,15 +183,34 @@ class ModelClass {
   // The source of a whole function; see FunctionSource.
   std::string ExportFunction(ExprType language, std::string_view name, const std::tm& created) const;
 
-  // The table of the curve at every input X. False, and an empty table, where the model has no value.
-  bool GenerateTableAtInput();
+  // The table of the curve: at every input point for a range of kInputPoints; else one range per independent variable,
+  // and with several the last one changes fastest. False, and an empty table, where the model has no value at
+  // some point or a range has no points.
+  bool GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate = false);
   std::size_t NumTablePoints() const { return YTable_.size(); }
-  double XTableData(std::size_t i, int variable = 1) const { return InputX(i, variable); }
+  double XTableData(std::size_t i, int variable = 1) const {
+    return XTable_.empty() ? InputX(i, variable) : XTable_[Index(variable)][i - 1];
+  }
   double YTableData(std::size_t i) const { return YTable_[i - 1]; }
 
-  // The input X, point i from 1: with one variable, runs of equal neighbours count once.
-  std::size_t NumInputX() const { return inputX_.empty() ? 0 : inputX_[0].size(); }
-  double InputX(std::size_t i, int variable = 1) const { return inputX_[Index(variable)][i - 1]; }
+  // Y minus the model's value at each point of the data, in their order. Nothing where the model has no value.
+  std::optional<std::vector<double>> GenerateResiduals(const SolveData& data);
+  // The normal probability table of the residuals.
+  std::optional<NormalTable> GenerateQQTable(const SolveData& data);
+
+  // Where the model takes the value Y between XMin and XMax, ascending, no two neighbours equal. `Intervals` equal
+  // parts are searched: a part whose ends lie on different sides of Y holds a root, found by bisection, and so is an
+  // end that meets Y. Two roots in one part are missed, and a pole passes for a root. Points without a value are left
+  // out. With several variables `variable` is the one that varies, and the others stay as they are in `at`.
+  std::vector<double> GetRoots(double XMin, double XMax, double Y, int Intervals = 200, std::vector<double> at = {0.0},
+                               int variable = 1);
+
+  // The input points, number i from 1. Copies of a model share them.
+  std::size_t NumInputX() const { return input_->Y.size(); }
+  double InputX(std::size_t i, int variable = 1) const { return input_->X[Index(variable)][i - 1]; }
+  double InputY(std::size_t i) const { return input_->Y[i - 1]; }
+  const std::shared_ptr<const InputPoints>& CopyInputDataTo() const { return input_; }
+  void CopyInputDataFrom(std::shared_ptr<const InputPoints> source);
 
   // What to say when there is no value, or no derivative, at a point.
   virtual std::string EvaluationFailure(std::span<const double> x) const = 0;
@@ -187,8 +223,8 @@ class ModelClass {
 
   // The quantity of the data that a rule's text, blank-free and in lower case, scales by. Nothing for an unknown rule.
   virtual std::optional<double> RuleQuantity(std::string_view rule, const SolveData& data) const = 0;
-  // The table of input X that the model keeps for plots and tables.
-  virtual std::vector<std::vector<double>> InputTable(const SolveData& data) const = 0;
+  // The points of the data that the model keeps.
+  virtual InputPoints InputTable(const SolveData& data) const = 0;
   // The catalogue's row of that ID, or none.
   virtual const CatalogueModel* LookupBuiltInModel(std::string_view sID) const = 0;
 
@@ -258,7 +294,8 @@ class ModelClass {
   std::vector<ICRange> ranges_;
   std::vector<std::vector<double>> sweep_;
   std::vector<DerivativeModel> DerivativeModels_;  // for the duration of a fit
-  std::vector<std::vector<double>> inputX_;
+  std::shared_ptr<const InputPoints> input_ = std::make_shared<const InputPoints>();
+  std::vector<std::vector<double>> XTable_;  // empty for a table at the input points
   std::vector<double> YTable_;
 };
 

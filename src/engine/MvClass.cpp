@@ -32,7 +32,7 @@ std::optional<double> MvClass::RuleQuantity(std::string_view rule, const SolveDa
 }
 
 // Every point, in the order of the data.
-std::vector<std::vector<double>> MvClass::InputTable(const SolveData& data) const { return data.X; }
+InputPoints MvClass::InputTable(const SolveData& data) const { return {data.X, data.Y}; }
 
 const CatalogueModel* MvClass::LookupBuiltInModel(std::string_view sID) const {
   return quorvex::LookupBuiltInModel(sID, NumIndependentVar());

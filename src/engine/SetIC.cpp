@@ -70,8 +70,7 @@ void ModelClass::ComputeInputStats(const SolveData& data) {
 bool ModelClass::SetIC(const SolveData& data) {
   SpecifyICComplete = true;
   try {
-    inputX_ = InputTable(data);
-    YTable_.clear();
+    CopyInputDataFrom(std::make_shared<const InputPoints>(InputTable(data)));
     ComputeInputStats(data);
     std::vector<double> a;
     if (!UserType && !ForceRuleEstimate) {

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <thread>
 #include <utility>
 
@@ -123,6 +124,41 @@ TEST(TextFile, KeepsTheFirstError) {
   EXPECT_EQ(file.Close(), 61);
   EXPECT_EQ(file.Create(folder.Path("fine")), 0);
   EXPECT_EQ(file.Close(), 0);
+}
+
+TEST(SaveFile, KeepsWhatWasThereAndItsPermissions) {
+  const TemporaryFolder folder;
+  const std::string name = folder.Path("Some.dat");
+  EXPECT_EQ(SaveFile(name, "one"), 0);
+  EXPECT_EQ(folder.Read("Some.dat"), "one");
+  EXPECT_EQ(chmod(name.c_str(), 0640), 0);
+  EXPECT_EQ(SaveFile(folder.Path("SOME.DAT"), "two"), 0);
+  EXPECT_EQ(folder.Read("Some.dat"), "two");
+  EXPECT_EQ(folder.Read("Some.dat~"), "one");
+  EXPECT_EQ(SaveFile(name, ""), 0);
+  EXPECT_EQ(folder.Read("Some.dat~"), "two");
+  struct stat info {};
+  EXPECT_EQ(stat(name.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0640u);
+
+  std::filesystem::create_symlink("Some.dat", folder.Path("link"));
+  EXPECT_EQ(SaveFile(folder.Path("link"), "three"), 0);
+  EXPECT_EQ(folder.Read("Some.dat"), "three");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("")), {}), 3);  // nothing else is left
+}
+
+TEST(SaveFile, LosesNothingWhenItFails) {
+  const TemporaryFolder folder;
+  const std::string name = folder.Write("Some.dat", "old");
+  EXPECT_EQ(SaveFile(folder.Path("none/Some.dat"), "new"), 76);
+  EXPECT_EQ(SaveFile(folder.Path(""), "new"), 75);
+  EXPECT_EQ(SaveFile("", "new"), 52);
+  std::filesystem::create_directory(name + "~");  // where the old file is to be kept
+  EXPECT_NE(SaveFile(name, "new"), 0);
+  EXPECT_EQ(folder.Read("Some.dat"), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("")), {}), 2);
+  EXPECT_EQ(SaveFile("/dev/full", "new"), 61);
 }
 
 }  // namespace

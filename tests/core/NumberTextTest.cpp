@@ -36,7 +36,7 @@ TEST(ShortestNumber, ReadsBackToTheSameBits) {
   }
   EXPECT_EQ(ShortestNumber(0.1), "0.1");
   EXPECT_EQ(ShortestNumber(1e-10), "1E-10");
-  EXPECT_EQ(ShortestNumber(-0.0), "0");
+  EXPECT_EQ(ShortestNumber(-0.0), "-0");
 }
 
 // Where a row could be argued about: ties go by the exact binary value as in printf, so 0.125 gives 0.12 and 2.5

@@ -9,7 +9,9 @@
 #include <string>
 
 #include "fuzz/MacroReader.h"
+#include "fuzz/ModelFile.h"
 #include "fuzz/ModelText.h"
+#include "fuzz/ProjectFile.h"
 
 namespace quorvex {
 namespace {
@@ -19,6 +21,8 @@ using Target = int (*)(const std::uint8_t*, std::size_t);
 const std::map<std::string, Target> kTargets = {
     {"ModelTextFuzz", FuzzModelText},
     {"MacroReaderFuzz", FuzzMacroReader},
+    {"ModelFileFuzz", FuzzModelFile},
+    {"ProjectFileFuzz", FuzzProjectFile},
 };
 
 TEST(Corpus, EveryInputKeepsWhatItsTargetRequires) {

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quorvex {
+
+// How a model or a set of data looks in a plot. Colours are 0x00BBGGRR.
+struct SeriesStyle {
+  std::string LegendText;
+  bool DisplayLine = true;
+  bool DisplayMarker = false;
+  int DrawStyle = 0;  // 0 solid to 4 dash-dot-dot
+  int DrawWidth = 1;
+  std::int32_t DrawColor = 0;
+  int MarkerStyle = 0;  // 0 to 9
+  std::int32_t MarkerColor = 0;
+  std::int32_t MarkerSize = 5;  // points
+  bool ShowErrorBars = false;
+  int ShadeMesh = 0;  // of a surface
+  std::int32_t ShadeColor = 0;
+
+  bool operator==(const SeriesStyle&) const = default;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,32 @@
+#include "engine/TableRange.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/NumericFault.h"
+
+namespace quorvex {
+
+std::vector<double> TablePoints(const TableRange& range, double InputMin, double InputMax, bool Extrapolate) {
+  if (range.NumPoints < 2) throw NumericFault();
+  double start = range.Min, end = range.Max;
+  if (!Extrapolate) {
+    start = std::max(start, InputMin);
+    end = std::min(end, InputMax);
+    if (start >= end) {
+      start = InputMin;
+      end = InputMax;
+    }
+  }
+  const auto last = static_cast<std::size_t>(range.NumPoints - 1);
+  std::vector<double> points(last + 1);
+  for (std::size_t k = 0; k < last; ++k) {
+    const double n = static_cast<double>(k), N = static_cast<double>(last);
+    points[k] = range.UseLogSpacing ? start * std::pow(end / start, n / N) : start + n * ((end - start) / N);
+  }
+  points[last] = end;  // exactly, since an interpolation ends there
+  if (!std::all_of(points.begin(), points.end(), [](double x) { return std::isfinite(x); })) throw NumericFault();
+  return points;
+}
+
+}  // namespace quorvex

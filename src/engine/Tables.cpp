@@ -1,0 +1,132 @@
+// What a solved model hands out: the table of its curve, residuals and roots.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "core/NumericFault.h"
+#include "engine/InverseNormalDistribution.h"
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+void ModelClass::CopyInputDataFrom(std::shared_ptr<const InputPoints> source) {
+  input_ = std::move(source);
+  XTable_.clear();
+  YTable_.clear();
+}
+
+bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate) {
+  XTable_.clear();
+  YTable_.clear();
+  std::size_t count = NumInputX();
+  if (ranges[0].NumPoints != kInputPoints) {
+    count = 1;
+    try {
+      for (std::size_t v = 0; v < ranges.size(); ++v) {
+        const VariableStatistics& input = Statistics.X[v];
+        XTable_.push_back(TablePoints(ranges[v], input.InputXMin, input.InputXMax, Extrapolate));
+        count *= XTable_.back().size();
+      }
+    } catch (const NumericFault&) {
+      XTable_.clear();
+      return false;
+    }
+    std::size_t period = count;  // points between two repeats of the variable's first
+    for (std::vector<double>& column : XTable_) {
+      const std::vector<double> points = std::move(column);
+      const std::size_t step = period / points.size();
+      column.resize(count);
+      for (std::size_t i = 0; i < count; ++i) column[i] = points[i % period / step];
+      period = step;
+    }
+  }
+
+  const std::vector<std::vector<double>>& columns = XTable_.empty() ? input_->X : XTable_;
+  std::array<double, kMostIndependentVariables> x{};
+  std::vector<double> values;
+  values.reserve(count);
+  std::string ErrString;
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t v = 0; v < columns.size(); ++v) x[v] = columns[v][i];
+    double y = 0;
+    if (!Evaluate(std::span(x).first(columns.size()), y, ErrString)) {
+      XTable_.clear();
+      return false;
+    }
+    values.push_back(y);
+  }
+  YTable_ = std::move(values);
+  return true;
+}
+
+std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data) {
+  std::vector<double> residuals(data.N());
+  std::array<double, kMostIndependentVariables> x{};
+  std::string ErrString;
+  for (std::size_t i = 0; i < data.N(); ++i) {
+    double y = 0;
+    if (!Evaluate(data.Point(i, x), y, ErrString)) return std::nullopt;
+    residuals[i] = data.Y[i] - y;
+  }
+  return residuals;
+}
+
+std::optional<NormalTable> ModelClass::GenerateQQTable(const SolveData& data) {
+  std::optional<std::vector<double>> residuals = GenerateResiduals(data);
+  if (!residuals) return std::nullopt;
+  NormalTable table{{}, std::move(*residuals)};
+  for (double& e : table.Sorted) {
+    if (StdErr != 0) e /= StdErr;
+    if (!std::isfinite(e)) return std::nullopt;
+  }
+  std::sort(table.Sorted.begin(), table.Sorted.end());
+  const double N = static_cast<double>(data.N());
+  for (std::size_t i = 0; i < data.N(); ++i)
+    table.Quantiles.push_back(InverseNormalDistribution((static_cast<double>(i) + 0.5) / N));
+  return table;
+}
+
+std::vector<double> ModelClass::GetRoots(double XMin, double XMax, double Y, int Intervals, std::vector<double> at,
+                                         int variable) {
+  if (XMax < XMin) std::swap(XMin, XMax);
+  const double tolerance = 1e-16 * (std::abs(XMin) + std::abs(XMax)) / 2;
+  std::string ErrString;
+  const auto distance = [&](double x) -> std::optional<double> {
+    at[Index(variable)] = x;
+    double y = 0;
+    if (!Evaluate(at, y, ErrString)) return std::nullopt;
+    return y - Y;
+  };
+  // The root behind `from`, where the distance has the sign of `sign` up to the root and the other one at from + step.
+  const auto bisect = [&](double from, double step, double sign) {
+    for (int halving = 0; halving < 100; ++halving) {
+      step /= 2;
+      const std::optional<double> d = distance(from + step);
+      if (d == 0.0) return from + step;
+      if (d && std::signbit(*d) == std::signbit(sign)) from += step;
+      if (step < tolerance) break;
+    }
+    return from;
+  };
+
+  std::vector<double> Roots;
+  const auto add = [&](double root) {
+    if (Roots.empty() || Roots.back() != root) Roots.push_back(root);
+  };
+  double lastX = 0, last = 0;  // the last end with a value; 0 where there is none yet, or it is a root
+  for (int k = 0; k <= Intervals; ++k) {
+    const double x = k == Intervals ? XMax : XMin + (XMax - XMin) * (static_cast<double>(k) / Intervals);
+    const std::optional<double> d = distance(x);
+    if (!d) continue;
+    if (*d == 0)
+      add(x);
+    else if (last != 0 && std::signbit(*d) != std::signbit(last))
+      add(bisect(lastX, x - lastX, last));
+    lastX = x;
+    last = *d;
+  }
+  return Roots;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/LocaleText.h"
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+// A user-defined model as text: what the editor shows and files store. Numbers and lists are in the locale's form.
+struct UserModelDefinition {
+  // One per coefficient, in the order of the coefficients' names.
+  struct Coefficient {
+    std::string Rule, RuleConstant, Derivative;
+
+    bool operator==(const Coefficient&) const = default;
+  };
+
+  std::string id;
+  std::vector<std::string> FunctionList;  // the model line, then F1 to F9, as far as they are there
+  std::string Description;
+  std::vector<Coefficient> Coefficients;
+
+  bool operator==(const UserModelDefinition&) const = default;
+};
+
+UserModelDefinition DefinitionOf(const ModelClass& model);
+
+// The model of a definition, for data with that many independent variables. Null where its text does not compile, it
+// asks for a variable beyond them, or its coefficients are not those of the definition.
+std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition, std::size_t independentVariables,
+                                          const LocaleText& locale);
+
+// A new, empty model for data with that many independent variables.
+std::unique_ptr<ModelClass> NewModelFor(std::size_t independentVariables, const LocaleText& locale);
+
+}  // namespace quorvex

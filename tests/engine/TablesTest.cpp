@@ -1,0 +1,165 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include "engine/EqClass.h"
+#include "engine/MvClass.h"
+
+namespace quorvex {
+namespace {
+
+// A model without a fit: its coefficients as they are given, its statistics and input from the data.
+template <typename Model>
+std::unique_ptr<ModelClass> ModelOf(const std::string& text, const SolveData& data, std::vector<double> values) {
+  auto model = std::make_unique<Model>(LocaleText());
+  model->SetID("model", {text});
+  EXPECT_TRUE(model->IsValidEquation()) << text;
+  model->SetIC(data);
+  for (std::size_t i = 0; i < values.size(); ++i) model->SetValue(static_cast<int>(i) + 1, values[i]);
+  return model;
+}
+
+SolveData Line() {
+  SolveData data;
+  data.X = {{1, 2, 2, 3, 10}};
+  data.Y = {1, 2, 5, 7, 30};
+  data.SD = data.sig = {1, 1, 1, 1, 1};
+  return data;
+}
+
+std::vector<double> XOf(const ModelClass& model) {
+  std::vector<double> x;
+  for (std::size_t i = 1; i <= model.NumTablePoints(); ++i) x.push_back(model.XTableData(i));
+  return x;
+}
+
+TEST(GenerateTable, PlacesItsPoints) {
+  const auto model = ModelOf<EqClass>("a*x+b", Line(), {2, -1});
+  const struct {
+    TableRange range;
+    bool extrapolate;
+    std::vector<double> x;
+  } kCases[] = {
+      {{}, false, {1, 2, 3, 10}},  // the input, runs of equal X once
+      {{0, 20, 4}, true, {0, 20 / 3.0, 40 / 3.0, 20}},
+      {{0, 20, 4}, false, {1, 4, 7, 10}},
+      {{4, 6, 3}, false, {4, 5, 6}},
+      {{11, 20, 4}, false, {1, 4, 7, 10}},  // nothing left between the limits
+      {{20, 0, 3}, true, {20, 10, 0}},
+      {{1, 8, 4, true}, false, {1, 2, 4, 8}},
+  };
+  for (const auto& c : kCases) {
+    ASSERT_TRUE(model->GenerateTable({c.range}, c.extrapolate));
+    ASSERT_EQ(model->NumTablePoints(), c.x.size());
+    for (std::size_t i = 0; i < c.x.size(); ++i) {
+      EXPECT_NEAR(model->XTableData(i + 1), c.x[i], 4e-15);
+      EXPECT_EQ(model->YTableData(i + 1), 2 * model->XTableData(i + 1) - 1);
+    }
+    EXPECT_EQ(XOf(*model).back(), c.x.back());
+  }
+}
+
+TEST(GenerateTable, IsEmptyWhereAPointHasNoValue) {
+  const auto model = ModelOf<EqClass>("a/x+b", Line(), {1, 0});
+  for (const TableRange& range : {TableRange{-1, 1, 3}, TableRange{0, 1, 3, true}, TableRange{1, 2, 1},
+                                  TableRange{1, 2, 0}, TableRange{-1, 1, 3, true}}) {
+    ASSERT_TRUE(model->GenerateTable({TableRange()}));
+    EXPECT_FALSE(model->GenerateTable({range}, true));
+    EXPECT_EQ(model->NumTablePoints(), 0u);
+  }
+}
+
+TEST(GenerateTable, SpansASurface) {
+  SolveData data = Line();
+  data.X.push_back({5, 4, 3, 2, 1});
+  const auto model = ModelOf<MvClass>("a*x1+b*x2", data, {1, 100});
+  ASSERT_TRUE(model->GenerateTable({TableRange()}));
+  ASSERT_EQ(model->NumTablePoints(), 5u);  // every point, equal ones too
+  EXPECT_EQ(model->YTableData(3), 302);
+  ASSERT_TRUE(model->GenerateTable({{2, 4, 2}, {1, 3, 3}}));
+  const double kX1[] = {2, 2, 2, 4, 4, 4}, kX2[] = {1, 2, 3, 1, 2, 3};
+  ASSERT_EQ(model->NumTablePoints(), 6u);
+  for (std::size_t i = 0; i < 6; ++i) {
+    EXPECT_EQ(model->XTableData(i + 1, 1), kX1[i]);
+    EXPECT_EQ(model->XTableData(i + 1, 2), kX2[i]);
+    EXPECT_EQ(model->YTableData(i + 1), kX1[i] + 100 * kX2[i]);
+  }
+}
+
+TEST(GenerateResiduals, AreObservedMinusModel) {
+  const SolveData data = Line();
+  EXPECT_EQ(ModelOf<EqClass>("a*x+b", data, {2, -1})->GenerateResiduals(data), (std::vector<double>{0, -1, 2, 2, 11}));
+  EXPECT_EQ(ModelOf<EqClass>("ln(a-x)+b", data, {3, 0})->GenerateResiduals(data), std::nullopt);
+}
+
+TEST(GenerateQQTable, SetsResidualsAgainstNormalQuantiles) {
+  const SolveData data = Line();
+  const auto model = ModelOf<EqClass>("a*x+b", data, {2, -1});
+  for (const double StdErr : {0.0, 2.0}) {
+    model->StdErr = StdErr;
+    const auto table = model->GenerateQQTable(data);
+    ASSERT_TRUE(table);
+    const double unit = StdErr == 0 ? 1 : StdErr;
+    EXPECT_EQ(table->Sorted, (std::vector<double>{-1 / unit, 0, 2 / unit, 2 / unit, 11 / unit}));
+    const double kQuantiles[] = {-1.2815515655446004, -0.52440051270804082, 0, 0.52440051270804082,
+                                 1.2815515655446004};  // of 0.1, 0.3, 0.5, 0.7, 0.9
+    for (std::size_t i = 0; i < 5; ++i) EXPECT_NEAR(table->Quantiles[i], kQuantiles[i], 1e-15);
+  }
+}
+
+TEST(GetRoots, FindsWhereTheModelTakesAValue) {
+  constexpr double pi = std::numbers::pi;
+  const struct {
+    const char* text;
+    double min, max, y;
+    int intervals;
+    std::vector<double> roots;
+  } kCases[] = {
+      {"a*sin(x)", 1, 10, 0, 200, {pi, 2 * pi, 3 * pi}},
+      {"a*sin(x)", 10, 1, 0, 200, {pi, 2 * pi, 3 * pi}},
+      {"a*x^2", -3, 3, 4, 200, {-2, 2}},
+      {"a*x^2", -1, 1, 0, 200, {0}},     // a double root on the end of a part
+      {"a*x^2", -1, 1.01, 0, 200, {}},   // and between ends
+      {"a*x", -1, 1, 1, 10, {1}},        // on the last end
+      {"a*x", -1, 1, -1, 10, {-1}},      // on the first
+      {"a*(x-1)^3", 0, 3, 0, 7, {1}},    //
+      {"a*exp(x)", 0, 1, -1, 200, {}},   // none
+      {"a/(x-0.3)", 0, 1, 0, 7, {0.3}},  // a pole passes for a root
+      {"a*ln(x)", -1, 3, 0, 200, {1}},   // the part below 0 has no value
+      {"a*x", 2, 2, 2, 200, {2}},        //
+      {"a*0+x*0+a", 0, 1, 1, 4, {0, 0.25, 0.5, 0.75, 1}},
+  };
+  for (const auto& c : kCases) {
+    const auto model = ModelOf<EqClass>(c.text, Line(), {1});
+    const std::vector<double> roots = model->GetRoots(c.min, c.max, c.y, c.intervals);
+    ASSERT_EQ(roots.size(), c.roots.size()) << c.text;
+    for (std::size_t i = 0; i < roots.size(); ++i) EXPECT_NEAR(roots[i], c.roots[i], 5e-15) << c.text;
+  }
+}
+
+TEST(GetRoots, VariesOneOfSeveralVariables) {
+  SolveData data = Line();
+  data.X.push_back({5, 4, 3, 2, 1});
+  const auto model = ModelOf<MvClass>("a*x1-b*x2", data, {2, 3});
+  const auto first = model->GetRoots(0, 10, 0, 7, {0, 4}, 1);
+  const auto second = model->GetRoots(0, 10, 0, 7, {3, 0}, 2);
+  ASSERT_EQ(first.size(), 1u);
+  ASSERT_EQ(second.size(), 1u);
+  EXPECT_NEAR(first[0], 6, 1e-14);
+  EXPECT_NEAR(second[0], 2, 1e-14);
+}
+
+TEST(CopyTo, SharesInputAndKeepsTheLook) {
+  const auto model = ModelOf<EqClass>("a*x+b", Line(), {2, -1});
+  model->DrawColor = 0x102030;
+  model->LegendText = "line";
+  const auto twin = model->CopyTo();
+  EXPECT_EQ(static_cast<const SeriesStyle&>(*twin), static_cast<const SeriesStyle&>(*model));
+  EXPECT_EQ(twin->CopyInputDataTo(), model->CopyInputDataTo());
+  EXPECT_EQ(*twin->CopyInputDataTo(), (InputPoints{{{1, 2, 3, 10}}, {1, 2, 7, 30}}));
+}
+
+}  // namespace
+}  // namespace quorvex
