@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/NumberText.h"
 #include "sheet/ArrangeData.h"
 #include "sheet/ComputeWeights.h"
 #include "sheet/LoadGridData.h"
@@ -16,13 +17,16 @@ DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleTex
   }
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
+  // The runs of a table of parameters may come to ask for a project without reading again.
+  const bool forProject = EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile;
   Result<LoadedGrid> loaded = LoadGridData(
-      std::move(cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = false});
+      std::move(cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = forProject});
   if (!loaded) {
     reading.Message = loaded.error();
     return reading;
   }
   reading.Data = std::move(loaded->Points);
+  reading.Unsorted = std::move(loaded->Unsorted);
   reading.Data.sig = ComputeWeights(reading.Data.SD);
   reading.Ok = true;
   return reading;

@@ -13,6 +13,7 @@ namespace quorvex {
 struct DataReading {
   bool Ok = false;
   SolveData Data;       // with its weights, sorted by X where there is one variable
+  SolveData Unsorted;   // the points in the order of the source, where a project file may be asked for
   int ErrorNumber = 0;  // of the file error, 0 for any other failure
   std::string Message;  // a sentence for the log where there is one to say
 };

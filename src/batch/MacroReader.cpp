@@ -9,9 +9,8 @@
 #include "batch/MacroText.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
-#include "engine/EqClass.h"
 #include "engine/LoadModelCatalog.h"
-#include "engine/MvClass.h"
+#include "engine/UserModel.h"
 
 namespace quorvex {
 namespace {
@@ -284,11 +283,8 @@ bool Reader::CreateMacroModel(std::vector<std::string> functions, const std::str
     model = found->get();
   } else {
     const std::string key = std::to_string(++userModels_) + "UserModel";
-    std::unique_ptr<ModelClass> created;
-    if (setup_.IndependentVariables == 1)
-      created = std::make_unique<EqClass>(locale_);
-    else
-      created = std::make_unique<MvClass>(locale_);
+    const bool oneVariable = setup_.IndependentVariables == 1;
+    std::unique_ptr<ModelClass> created = NewModelFor(oneVariable ? 1 : 2, locale_);
     created->SetID(key, std::move(functions));
     created->Description = "User Model";
     if (!created->IsValidEquation()) return false;

@@ -12,6 +12,7 @@
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
 #include "batch/WriteDelimitedOutput.h"
+#include "batch/WriteProjectOutput.h"
 #include "batch/WriteStructuredOutput.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
@@ -130,7 +131,7 @@ class MacroRun {
   std::size_t run_ = 0;  // from 0
   bool inputChanged_ = true;
   std::array<std::string, std::size(kFields)> previous_;  // inputs of the run before
-  SolveData data_;
+  SolveData data_, unsorted_;
   TextFile logFile_;
   bool logEnabled_ = false;
   std::string log_;                   // what has not been printed yet
@@ -261,7 +262,7 @@ bool MacroRun::RunOnce() {
 
 bool MacroRun::ReadData() {
   const MacroSetup& setup = macro_.Setup;
-  data_ = SolveData();
+  data_ = unsorted_ = SolveData();
   for (const auto& model : macro_.Models) model->Solved = model->SpecifyICComplete = false;
   const bool fromDatabase = !setup.SQLQuery.empty();
   if (fromDatabase) {
@@ -277,6 +278,7 @@ bool MacroRun::ReadData() {
       fromDatabase ? ReadMacroDatabase(setup, session_.Locale) : ReadMacroDataFile(setup, session_.Locale);
   if (reading.Ok) {
     data_ = std::move(reading.Data);
+    unsorted_ = std::move(reading.Unsorted);
     return true;
   }
   if (!reading.Message.empty()) Log(reading.Message);
@@ -311,8 +313,13 @@ bool MacroRun::Write() {
   const MacroSetup& setup = macro_.Setup;
   Tell("Writing solution file '" + setup.OutputFile + " '");
   Log(setup.OutputFile.empty() ? "Write failed, OutputFile not specified" : "Writing solution to " + setup.OutputFile);
-  const int error = EqualNoCase(setup.OutputFormat, "structured") ? WriteStructuredOutput(macro_.Models, data_, setup)
-                                                                  : WriteDelimitedOutput(macro_.Models, data_, setup);
+  int error;
+  if (EqualNoCase(setup.OutputFormat, "quorvex"))
+    error = WriteProjectOutput(macro_.Models, unsorted_, setup, session_.Locale);
+  else if (EqualNoCase(setup.OutputFormat, "structured"))
+    error = WriteStructuredOutput(macro_.Models, data_, setup);
+  else
+    error = WriteDelimitedOutput(macro_.Models, data_, setup);
   if (error != 0) {
     status_ = FileErrorStatus(kOutputFile, error);
     FinishRun("Run Failed");
