@@ -47,7 +47,9 @@ struct AtnKernel {
     return DoubleOf(BitsOf(sum.Hi + (sum.Lo + rest)) | sign);
   }
 
-  static double Otherwise(double x) { return std::isinf(x) ? std::copysign(kAngle.back(), x) : x + x; }
+  [[gnu::noinline]] static double Otherwise(double x) {
+    return MagnitudeBits(x) == kInfinite ? std::copysign(kAngle.back(), x) : x + x;
+  }
 };
 
 }  // namespace

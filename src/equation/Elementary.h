@@ -7,7 +7,7 @@ namespace quorvex {
 
 // The elementary functions as the equation language, the built-in models and their derivatives call them, all through
 // this one place, so that a model gives the same bits whichever way it is evaluated. They are the program's own and
-// made of IEEE operations alone, so that these bits are also the same on every machine; an error below 0.9 units in
+// made of IEEE operations alone, so that these bits are also the same on every machine; an error below 0.96 units in
 // the last place is the price, where a correctly rounded result has 0.5.
 //
 // Special values are those of the C standard (Annex F). The processor's flags (core/FaultFlags.h) are raised for

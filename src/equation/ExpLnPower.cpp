@@ -90,7 +90,7 @@ struct ExpKernel {
     return ScaledExp(ReduceExp(DoubleOf(held | (BitsOf(x) & kSign))));
   }
 
-  static double Otherwise(double x) { return BitsOf(x) == (kInfinite | kSign) ? 0 : x + x; }
+  [[gnu::noinline]] static double Otherwise(double x) { return BitsOf(x) == (kInfinite | kSign) ? 0 : x + x; }
 };
 
 // ---- logarithm
@@ -166,7 +166,7 @@ struct LnKernel {
 
   [[gnu::always_inline]] static double At(double x) { return OfBits(BitsOf(x)); }
 
-  static double Otherwise(double x) {
+  [[gnu::noinline]] static double Otherwise(double x) {
     if (x == 0) return -1 / std::abs(x);
     if (std::isnan(x)) return x + x;
     if (x < 0) return (x - x) / (x - x);
@@ -205,15 +205,15 @@ constexpr double kSmallestExponent = 0x1p-66, kLargestExponent = 0x1p66;
 }
 
 [[gnu::always_inline]] inline bool OrdinaryExponent(double b) {
-  const Bits magnitude = MagnitudeBits(b);
-  return (magnitude - BitsOf(kSmallestExponent) <= BitsOf(kLargestExponent) - BitsOf(kSmallestExponent)) &
-         (BitsOf(b) != BitsOf(1)) & (BitsOf(b) != BitsOf(2));
+  const Bits aboveSmallest = MagnitudeBits(b) - BitsOf(kSmallestExponent);
+  return aboveSmallest <= BitsOf(kLargestExponent) - BitsOf(kSmallestExponent) && BitsOf(b) != BitsOf(1) &&
+         BitsOf(b) != BitsOf(2);
 }
 
 bool IsWhole(double b) { return std::floor(b) == b; }
 bool IsOdd(double b) { return IsWhole(b) && !IsWhole(b / 2); }
 
-double PowerOtherwise(double a, double b) {
+[[gnu::noinline]] double PowerOtherwise(double a, double b) {
   if (b == 0 || a == 1) return 1;
   if (b == 1) return a;
   if (b == 2) return a * a;
@@ -236,7 +236,7 @@ double PowerOtherwise(double a, double b) {
 // A base and an exponent; whole exponents of negative bases are left to PowerOtherwise.
 struct PowerKernel {
   [[gnu::always_inline]] static bool Ordinary(double a, double b) {
-    return LnKernel::Ordinary(a) & OrdinaryExponent(b);
+    return LnKernel::Ordinary(a) && OrdinaryExponent(b);
   }
   [[gnu::always_inline]] static double At(double a, double b) { return PowerOfBits(BitsOf(a), b); }
   static double Otherwise(double a, double b) { return PowerOtherwise(a, b); }
@@ -270,7 +270,11 @@ void PowerBlock(const double* a, const double* b, double* y, std::size_t n) { bl
 
 void PowerBlock(const double* a, double b, double* y, std::size_t n) {
   if (OrdinaryExponent(b)) return blocks::Run(FixedPowerKernel(b), n, y, a);
-  for (std::size_t i = 0; i < n; ++i) y[i] = PowerOtherwise(a[i], b);
+  if (b == 2) {
+    for (std::size_t i = 0; i < n; ++i) y[i] = a[i] * a[i];
+  } else {
+    for (std::size_t i = 0; i < n; ++i) y[i] = PowerOtherwise(a[i], b);
+  }
 }
 
 }  // namespace quorvex

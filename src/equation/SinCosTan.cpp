@@ -1,6 +1,6 @@
 // Sin, Cos and Tan: the argument less a multiple of pi/2, then polynomials. The remainder is carried as the sum of two
 // doubles, since near a zero of the function all of its digits show. Measured against 64-bit mantissas over 2 million
-// arguments of each kind, the worst errors are 0.81 units in the last place, and 0.94 of Tan.
+// arguments of each kind, the worst errors are 0.83 units in the last place, and 0.94 of Tan.
 
 #include <array>
 #include <bit>
@@ -154,7 +154,7 @@ template <class Function>
 struct Periodic {
   [[gnu::always_inline]] static bool Ordinary(double x) { return IsModerate(x); }
   [[gnu::always_inline]] static double At(double x) { return Function::Of(ReduceModerate(std::abs(x)), BitsOf(x)); }
-  static double Otherwise(double x) {
+  [[gnu::noinline]] static double Otherwise(double x) {
     return std::isfinite(x) ? Function::Of(ReduceLarge(std::abs(x)), BitsOf(x)) : x - x;
   }
 };
