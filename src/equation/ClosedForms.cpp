@@ -28,18 +28,22 @@ void ApplyFunction(XFunction of, bool inverse, const double* x, std::size_t n, d
     case XFunction::X:
       return inverse ? each([x](std::size_t i) { return 1 / x[i]; }) : each([x](std::size_t i) { return x[i]; });
     case XFunction::Ln:
-      return inverse ? each([x](std::size_t i) { return 1 / Ln(x[i]); })
-                     : each([x](std::size_t i) { return Ln(x[i]); });
+      LnBlock(x, out, n);
+      if (inverse) each([out](std::size_t i) { return 1 / out[i]; });
+      return;
     case XFunction::Exp:
-      return inverse ? each([x](std::size_t i) { return Exp(-x[i]); }) : each([x](std::size_t i) { return Exp(x[i]); });
+      if (inverse) each([x](std::size_t i) { return -x[i]; });
+      return ExpBlock(inverse ? out : x, out, n);
     case XFunction::Cos:
-      return each([x](std::size_t i) { return Cos(x[i]); });
+      return CosBlock(x, out, n);
     case XFunction::Sin:
-      return each([x](std::size_t i) { return Sin(x[i]); });
+      return SinBlock(x, out, n);
     case XFunction::LnOnePlus:
-      return each([x](std::size_t i) { return Ln(1 + x[i]); });
+      each([x](std::size_t i) { return 1 + x[i]; });
+      return LnBlock(out, out, n);
     case XFunction::LnOneMinus:
-      return each([x](std::size_t i) { return Ln(1 - x[i]); });
+      each([x](std::size_t i) { return 1 - x[i]; });
+      return LnBlock(out, out, n);
   }
 }
 
@@ -277,8 +281,7 @@ void BasisFunctions(const CatalogueModel& model, const double* const* x, std::si
         const bool inverseExp = factor.Of == XFunction::Exp && factor.Power < 0;
         const double power = std::abs(factor.Power);
         ApplyFunction(factor.Of, inverseExp, from[factor.Variable], count, f);
-        if (power != 1)
-          for (std::size_t i = 0; i < count; ++i) f[i] = Power(f[i], power);
+        if (power != 1) PowerBlock(f, power, f, count);
         if (factor.Power > 0 || inverseExp)
           for (std::size_t i = 0; i < count; ++i) out[i] *= f[i];
         else

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+// How a function of one or two numbers is run over arrays, with the bits of the one-number call.
+//
+// A kernel is a small value with three members of the same arguments:
+//   bool Ordinary(x...)      whether At may be asked; a test of bits, for comparing a NaN would raise a flag
+//   double At(x...)          the value, without a branch and without a call, so that the loop below turns into vector
+//                            instructions; it raises no flag but those of the result. In place of arguments that
+//                            are not ordinary it is given ones
+//   double Otherwise(x...)   the value for the other arguments, one by one
+// The first two are always inlined, the third never is, lest its flags are raised in passing.
+//
+// At is a fixed sequence of IEEE operations and fused operations are never made, so neither the width of the
+// instructions nor the place in a block can change a bit.
+namespace quorvex::blocks {
+
+constexpr std::size_t kBlock = 256;
+
+template <class Kernel, class... X>
+[[gnu::always_inline]] inline double CallKernel(Kernel kernel, X... x) {
+  return kernel.Ordinary(x...) ? kernel.At(x...) : kernel.Otherwise(x...);
+}
+
+// Fills in the ordinary values among at most kBlock, and tells whether there are others. `values` overlies no x.
+template <class Kernel, class... X>
+[[gnu::always_inline]] inline bool FillOrdinary(Kernel kernel, std::size_t n, double* __restrict values,
+                                                const X*... x) {
+  std::uint64_t odd = 0;
+  for (std::size_t i = 0; i < n; ++i) odd |= kernel.Ordinary(x[i]...) ? 0U : 1U;
+  const auto fill = [&](const auto*... from) __attribute__((always_inline)) {
+    for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(from[i]...);
+  };
+  if (odd == 0) {
+    fill(x...);
+    return false;
+  }
+  double tame[sizeof...(x)][kBlock];
+  for (std::size_t i = 0; i < n; ++i) {
+    const bool ordinary = kernel.Ordinary(x[i]...);
+    std::size_t column = 0;
+    ((tame[column++][i] = ordinary ? x[i] : 1.0), ...);
+  }
+  if constexpr (sizeof...(x) == 1)
+    fill(tame[0]);
+  else
+    fill(tame[0], tame[1]);
+  return true;
+}
+
+#ifdef __x86_64__
+template <class Kernel, class... X>
+[[gnu::target("avx2")]] bool FillOrdinaryWide(Kernel kernel, std::size_t n, double* __restrict values, const X*... x) {
+  return FillOrdinary(kernel, n, values, x...);
+}
+#endif
+
+template <class Kernel, class... X>
+bool FillOrdinaryHere(Kernel kernel, std::size_t n, double* __restrict values, const X*... x) {
+#ifdef __x86_64__
+  if (__builtin_cpu_supports("avx2")) return FillOrdinaryWide(kernel, n, values, x...);
+#endif
+  return FillOrdinary(kernel, n, values, x...);
+}
+
+// y[i] = kernel(x[i]...) for n values. y may be one of the x, but may not overlap one in part.
+template <class Kernel, class... X>
+void Run(Kernel kernel, std::size_t n, double* y, const X*... x) {
+  while (n > 0) {
+    double values[kBlock];
+    const std::size_t count = std::min(kBlock, n);
+    if (FillOrdinaryHere(kernel, count, values, x...))
+      for (std::size_t i = 0; i < count; ++i)
+        if (!kernel.Ordinary(x[i]...)) values[i] = kernel.Otherwise(x[i]...);
+    std::copy_n(values, count, y);
+    n -= count;
+    y += count;
+    ((x += count), ...);
+  }
+}
+
+}  // namespace quorvex::blocks
