@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <numeric>
 
 #include "core/FaultFlags.h"
 #include "engine/ModelClass.h"
@@ -22,36 +24,70 @@ Columns ColumnsFrom(const SolveData& data, std::size_t first) {
 
 using Block = std::array<double, kBlock>;
 
-// One round of the extrapolation at n points: `quotient` is the round's first order, `tableau` holds the orders of the
-// round before and receives those of this one. Points with a negative estimate have their answer. Returns whether any
-// point goes on.
-[[gnu::noinline]] bool ExtrapolateRound(std::size_t k, std::size_t n, Block* tableau, const Block& quotient,
-                                        double* estimate, double* answer) {
-  Block below = quotient;  // order j - 1 of this round
+// The extrapolation at the points of a block that still go on, closed up at the front of each array.
+struct Extrapolation {
+  std::size_t Count;                             // of these points
+  std::array<std::uint16_t, kBlock> Point;       // where in the block they stand
+  std::array<Block, kRidderRounds + 1> Tableau;  // by order, from 1: the round before, then the present one
+  Block Quotient, Estimate, Answer;
+};
+
+// One round from its quotients: fills the orders 1 to k, and notes where the best answer so far is beaten. What the
+// diagonal was before is left in Quotient.
+[[gnu::always_inline]] inline void Round(std::size_t k, Extrapolation& e) {
+  const std::size_t n = e.Count;
+  Block below = e.Quotient;  // order j - 1 of this round
+  std::copy_n(e.Tableau[k - 1].begin(), n, e.Quotient.begin());
   double factor = kRidderFactor;
-  Block diagonal;  // order k - 1 of the round before
-  std::copy_n(tableau[k - 1].begin(), n, diagonal.begin());
   for (std::size_t j = 2; j <= k; ++j) {
-    double* const before = tableau[j - 1].data();  // order j - 1 of the round before, then of this one
+    double* const before = e.Tableau[j - 1].data();  // order j - 1 of the round before, then of this one
+    const double divisor = factor - 1.0;
     for (std::size_t i = 0; i < n; ++i) {
-      const double cell = (below[i] * factor - before[i]) / (factor - 1.0);
+      const double cell = (below[i] * factor - before[i]) / divisor;
       const double error = std::max(std::abs(cell - below[i]), std::abs(cell - before[i]));
-      const bool better = error <= estimate[i];
-      estimate[i] = better ? error : estimate[i];
-      answer[i] = better ? cell : answer[i];
+      const bool better = error <= e.Estimate[i];
+      e.Estimate[i] = better ? error : e.Estimate[i];
+      e.Answer[i] = better ? cell : e.Answer[i];
       before[i] = below[i];
       below[i] = cell;
     }
     factor *= kRidderFactor;
   }
-  std::copy_n(below.begin(), n, tableau[k].begin());
-  bool goesOn = false;
-  for (std::size_t i = 0; i < n; ++i) {
-    const bool stops = std::abs(below[i] - diagonal[i]) >= kRidderSafe * estimate[i];
-    estimate[i] = stops ? -1.0 : estimate[i];
-    goesOn |= !stops;
+  std::copy_n(below.begin(), n, e.Tableau[k].begin());
+}
+
+#ifdef __x86_64__
+[[gnu::target("avx2")]] void RoundWide(std::size_t k, Extrapolation& e) { Round(k, e); }
+#endif
+
+[[gnu::noinline]] void RunRound(std::size_t k, Extrapolation& e) {
+#ifdef __x86_64__
+  if (__builtin_cpu_supports("avx2")) return RoundWide(k, e);
+#endif
+  Round(k, e);
+}
+
+// Hands out the answers of the points that stop after round k, and closes up the others.
+void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
+  std::array<std::uint16_t, kBlock> kept;
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < e.Count; ++i) {
+    const bool stops = std::abs(e.Tableau[k][i] - e.Quotient[i]) >= kRidderSafe * e.Estimate[i];
+    if (stops || k == kRidderRounds)
+      answer[e.Point[i]] = e.Answer[i];
+    else
+      kept[count++] = static_cast<std::uint16_t>(i);
   }
-  return goesOn;
+  if (count < e.Count) {
+    for (std::size_t m = 0; m < count; ++m) {
+      const std::size_t i = kept[m];
+      e.Point[m] = e.Point[i];
+      e.Estimate[m] = e.Estimate[i];
+      e.Answer[m] = e.Answer[i];
+      for (std::size_t j = 1; j <= k; ++j) e.Tableau[j][m] = e.Tableau[j][i];
+    }
+    e.Count = count;
+  }
 }
 
 }  // namespace
@@ -118,19 +154,21 @@ bool ModelClass::CentredQuotientBlock(std::size_t coefficient, double h, std::si
 }
 
 bool ModelClass::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer) {
-  static_assert(kRidderRounds >= 2);
-  std::array<Block, kRidderRounds + 1> tableau;
-  Block quotient, estimate;
+  Extrapolation e;
+  e.Count = n;
+  std::iota(e.Point.begin(), e.Point.end(), std::uint16_t{0});
+  e.Estimate.fill(1e30);
+  Block quotient;
   double h = InitialStep(values_[coefficient]);
-  if (!CentredQuotientBlock(coefficient, h, n, tableau[1].data())) return false;
-  std::copy_n(tableau[1].begin(), n, answer);
-  estimate.fill(1e30);
-  for (std::size_t k = 2; k <= kRidderRounds; ++k) {
+  if (!CentredQuotientBlock(coefficient, h, n, e.Tableau[1].data())) return false;
+  e.Answer = e.Tableau[1];
+  for (std::size_t k = 2; e.Count > 0; ++k) {
     h /= kRidderShrink;
     if (!CentredQuotientBlock(coefficient, h, n, quotient.data())) return false;
-    const bool goesOn = ExtrapolateRound(k, n, tableau.data(), quotient, estimate.data(), answer);
+    for (std::size_t i = 0; i < e.Count; ++i) e.Quotient[i] = quotient[e.Point[i]];
+    RunRound(k, e);
     if (FaultFlagsRaised()) return false;
-    if (!goesOn) break;
+    CloseUp(k, e, answer);
   }
   return true;
 }
