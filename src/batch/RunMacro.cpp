@@ -1,6 +1,7 @@
 #include "batch/RunMacro.h"
 
 #include <array>
+#include <exception>
 #include <optional>
 #include <vector>
 
@@ -63,7 +64,12 @@ class MacroRun {
   MacroRun(Session& session, cfgSolve& form) : session_(session), form_(form) {}
 
   MacroOutcome Run(const std::string& fileName) {
-    const bool normal = Configure(fileName) && RunAll();
+    bool normal = false;
+    try {
+      normal = Configure(fileName) && RunAll();
+    } catch (const std::exception&) {
+      status_ = kOtherFailure;  // out of memory, say; what was to be told is told by numbers and sentences
+    }
     if (normal)
       TerminateNormally();
     else

@@ -1,15 +1,19 @@
 // Macros as a user runs them: the real program, real files, and its status, log and output.
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <random>
 
 #include "batch/Program.h"
+#include "batch/RunMacro.h"
 
 namespace quorvex {
 namespace {
@@ -136,6 +140,8 @@ const Case kCases[] = {
     {"data in a missing folder", std::string(kHead) + "DataFile = @none/data.txt\n" + kTail, 110, "Exit Status 110"},
     {"data is a folder", std::string(kHead) + "DataFile = @folder\n" + kTail, 130, "Exit Status 130"},
     {"data may not be read", std::string(kHead) + "DataFile = @secret.txt\n" + kTail, 130, "Exit Status 130"},
+    {"data cannot be read on", std::string(kHead) + "DataFile = /proc/self/mem\n" + kTail, 120, "Exit Status 120"},
+    {"data is no device", std::string(kHead) + "DataFile = @socket\n" + kTail, 140, "Exit Status 140"},
     {"data is a loop", std::string(kHead) + "DataFile = @loop\n" + kTail, 150, "Exit Status 150"},
     {"data is empty", std::string(kHead) + "DataFile = /dev/null\n" + kTail, 150, "Exit Status 150"},
     {"first line beyond the end", std::string(kHead) + "DataFirstLine = 6\n" + kTail, 150, "Exit Status 150"},
@@ -149,10 +155,26 @@ const Case kCases[] = {
     {"output in a missing folder", std::string(kHead) + "OutputFile = @none/out.txt\n" + kTail, 200,
      "File Output Error: 200\n***************************************\nLog Summary:\nRun Failed\n"},
     {"output is a folder", std::string(kHead) + "OutputFile = @folder\n" + kTail, 220, "File Output Error: 220"},
+    {"output cannot be written on", std::string(kHead) + "OutputFile = /proc/self/mem\n" + kTail, 210,
+     "File Output Error: 210"},
+    {"output is no device", std::string(kHead) + "OutputFile = @socket\n" + kTail, 240, "File Output Error: 240"},
+    {"output is a loop", std::string(kHead) + "OutputFile = @loop\n" + kTail, 250, "File Output Error: 250"},
     {"output on a full disk", std::string(kHead) + "OutputFile = /dev/full\n" + kTail, 230, "File Output Error: 230"},
     {"output has too long a name", std::string(kHead) + "OutputFile = @" + std::string(300, 'n') + "\n" + kTail, 200,
      "File Output Error: 200"},
 };
+
+// A name in the file system that nothing can open: the other end of a connection without a listener.
+void MakeSocket(const std::string& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  ASSERT_LT(path.size(), sizeof address.sun_path);
+  std::memcpy(address.sun_path, path.data(), path.size());
+  const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+  EXPECT_EQ(bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  chmod(path.c_str(), 0777);
+  close(descriptor);
+}
 
 TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
   for (const Case& c : kCases) {
@@ -162,6 +184,7 @@ TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
     program.Folder.Write("folder/inside.txt", "");
     std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
     chmod(program.Folder.Write("secret.txt", kData).c_str(), 0);
+    MakeSocket(program.Folder.Path("socket"));
     const int status = program.RunMacroAsUser(c.Macro);
     EXPECT_EQ(status, c.Status % 256) << c.Name << "\n" << LogOf(program);
     EXPECT_EQ(program.Err, c.Status == 0 ? "" : "Exit Status " + std::to_string(c.Status) + "\n") << c.Name;
@@ -175,23 +198,47 @@ TEST(Macro, EndsInTheStatusOfItsOwnFile) {
   Program program;
   program.Folder.Write("folder/inside.txt", "");
   std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
-  const std::pair<std::string, int> files[] = {{"none.cfg", 30}, {"none/none.cfg", 30}, {"folder", 50}, {"loop", 70}};
+  MakeSocket(program.Folder.Path("socket"));
+  const std::pair<std::string, int> files[] = {{"none.cfg", 30}, {"none/none.cfg", 30}, {"/proc/self/mem", 40},
+                                               {"folder", 50},   {"socket", 60},        {"loop", 70}};
   for (const auto& [name, status] : files) {
-    EXPECT_EQ(program.Run("-runcfg " + program.Folder.Path(name)), status) << name;
+    EXPECT_EQ(program.Run("-runcfg " + (name[0] == '/' ? name : program.Folder.Path(name))), status) << name;
     EXPECT_EQ(program.Err, "Exit Status " + std::to_string(status) + "\n");
   }
 }
 
 TEST(Macro, GoesOnWithoutALogThatFails) {
-  const std::pair<const char*, int> logs[] = {{"@none/run.log", 300}, {"@folder", 320}, {"/dev/full", 330}};
+  const std::pair<const char*, int> logs[] = {{"@none/run.log", 300}, {"/proc/self/mem", 310}, {"@folder", 320},
+                                              {"/dev/full", 330},     {"@socket", 340},        {"@loop", 350}};
   for (const auto& [name, status] : logs) {
     Program program;
     program.Folder.Write("data.txt", kData);
     program.Folder.Write("folder/inside.txt", "");
+    std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
+    MakeSocket(program.Folder.Path("socket"));
     EXPECT_EQ(program.RunMacro(std::string(kHead) + "LogFile = " + name + "\n" + kTail), status % 256) << name;
     EXPECT_EQ(program.Err, "Exit Status " + std::to_string(status) + "\n");
     EXPECT_NE(OutputOf(program).find("Model_ID = 1UserModel"), std::string::npos);
   }
+}
+
+// A form that fails in the middle of the run, as any part may that runs out of memory.
+struct FailingForm : cfgSolve {
+  std::string RequestWindows() override { return "No windows here."; }
+  void SetStatusLabel(const std::string&) override { throw std::bad_alloc(); }
+};
+
+TEST(Macro, EndsInAStatusOfItsOwnWhereMemoryRunsOut) {
+  TemporaryFolder folder;
+  folder.Write("data.txt", kData);
+  std::string macro = kRunOfTheLine;
+  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;) macro.replace(at, 1, folder.Path(""));
+  Session session;
+  FailingForm form;
+  const MacroOutcome outcome = RunMacro(folder.Write("macro.cfg", macro), session, form);
+  EXPECT_FALSE(outcome.Normal);
+  EXPECT_EQ(outcome.Status, 500);
+  EXPECT_TRUE(folder.Read("run.log").ends_with("Abnormal termination\r\nExit Status 500\r\n"));
 }
 
 TEST(Macro, KeepsOnlyTheSummaryWhenAsked) {
