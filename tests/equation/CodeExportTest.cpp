@@ -150,8 +150,8 @@ TEST(FunctionSource, GivesCThatComputesWhatTheProgramDoes) {
       labels.push_back(c.Text + (" at " + GeneralNumber(x)));
     }
     calls += "  for (int i = 0; i < " + std::to_string(c.Points) + "; ++i) printf(\"%.17g\\n\", " + name + "(" +
-             ShortestNumber(c.X[0]) + " + (" + ShortestNumber(c.X[1]) + " - " + ShortestNumber(c.X[0]) + ") * (double)i / " +
-             std::to_string(c.Points - 1) + "));\n";
+             ShortestNumber(c.X[0]) + " + (" + ShortestNumber(c.X[1]) + " - " + ShortestNumber(c.X[0]) +
+             ") * (double)i / " + std::to_string(c.Points - 1) + "));\n";
   }
   const Expression several = Compile({"a*x1-b*x2/x3"}, Dialect::SeveralVariables);
   sources += " " + folder.Write("several.c", Source(several, Values, ExprType::C, "several"));
