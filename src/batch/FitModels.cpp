@@ -26,6 +26,7 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     if (model->Solve) ++count;
   }
   int done = 0;
+  std::shared_ptr<const InputPoints> shared;
   for (const auto& model : models) {
     if (!model->Solve || form.Aborted) continue;
     form.SetParameterCount(model->NumDependentVar());
@@ -34,6 +35,11 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     if (setup.UseDDE) form.DDEText(text);
     form.SetStatusLabel(Shortened(text));
     model->Fit(data, settings, log, form);
+    // Each fit makes its table of the input; models of one run share the first one.
+    if (shared != nullptr && *shared == *model->CopyInputDataTo())
+      model->CopyInputDataFrom(shared);
+    else
+      shared = model->CopyInputDataTo();
     form.SetProgress(++done, 2 * count);
   }
   if (form.Aborted) {

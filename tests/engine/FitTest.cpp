@@ -211,6 +211,23 @@ TEST(Fit, EndsANumericalFaultWithItsReasonAndTheParameters) {
   }
 }
 
+// The point that fails is the first one in the order of the data, however far it lies behind the blocks that went well.
+TEST(Fit, NamesTheFirstPointThatFails) {
+  std::vector<double> x;
+  for (int i = 1; i <= 700; ++i) x.push_back(i);
+  const SolveData data = Sampled(x, [](double v) { return v; });
+  const std::pair<const char*, const char*> models[] = {
+      {"a*ln(600.5-x)", "Error evaluating the function at X =601\n"},
+      {"if(x<>300,a*x,1/(x-300))", "Error evaluating the function at X =300\n"},
+      {"if(x<650,a*x,a*sqr(1-b))", "Error taking derivatives at X = 650\n"},  // no value above b = 1
+  };
+  for (const auto& [text, message] : models) {
+    Solving solving({text});
+    EXPECT_FALSE(solving.Fit(data));
+    EXPECT_NE(solving.From("").find(message), std::string::npos) << text << "\n" << solving.From("");
+  }
+}
+
 TEST(Fit, TakesAShorterStepWhereATrialHasNoValue) {
   // From b = 5 the first steps lead beyond the domain of the root.
   const SolveData data = Sampled({1, 2, 3, 4, 5, 6}, [](double x) { return 2 * std::sqrt(x - 0.9); });
