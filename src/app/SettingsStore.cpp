@@ -118,7 +118,7 @@ std::string SinglePrecisionText(double value) { return GeneralNumber(static_cast
 std::string SettingsFileName() {
   if (const std::string name = Variable("QUORVEX_SETTINGS"); !name.empty()) return name;
   std::string folder = Variable("XDG_CONFIG_HOME");
-  if (!folder.starts_with('/')) {  // a relative one is to be ignored (XDG Base Directory Specification)
+  if (!folder.starts_with('/')) {  // a relative one is to be ignored (so the XDG base directories say)
     const std::string home = Variable("HOME");
     if (home.empty()) return "";
     folder = home + "/.config";
