@@ -51,7 +51,7 @@ Result<Expression> CompileSweep(const std::string& text, const LocaleText& local
   Expression expression = Parser(Dialect::OneVariable, locale).Compile({text});
   const bool asksForData = std::any_of(expression.ExprTokens.begin(), expression.ExprTokens.end(),
                                        [](const ExprToken& token) { return token.Type == TokenKind::SpecialWord; });
-  if (expression.ParseError || expression.CyclicError || expression.FuncMissing || asksForData) return refuse("");
+  if (expression.ParseError || asksForData) return refuse("");
   if (expression.HasCoefficients)
     return refuse("It appears to contain variable coefficients, which are not allowed when sweeping data. ");
   if (!expression.HasIndependentVar) return refuse("It does not appear to contain the independent variable 'X'. ");

@@ -110,10 +110,23 @@ TEST(DataStat, KeepsItsDigitsWhereDeviationsAreSmall) {
   EXPECT_EQ(first->Columns[0].Average, 10000002);
   EXPECT_EQ(first->Columns[0].StandardDeviation, 1);
   EXPECT_EQ(first->Correlation[0][1], 0.5);
+
+  // The mean of these is no double; as the nearest one it would give sqrt(2).
+  const Result<DataStat> large = GetDataStat(SheetOf({1e16, 1e16 + 2, 1e16 + 2}, {1, 2, 3}));
+  ASSERT_TRUE(large);
+  ExpectClose(large->Columns[0].StandardDeviation, std::sqrt(4.0 / 3), "1e16");
 }
 
-// Deviations and correlation of 1, 2, 4 and 3, 2, 2 are sqrt(7/3), sqrt(1/3) and -sqrt(25/28) * 2/sqrt(5).. by any
-// scale.
+// The sums of these give 1.0000000000000002 before it is cut off.
+TEST(DataStat, KeepsCorrelationsWithinOne) {
+  for (const double slope : {5, -5}) {
+    const Result<DataStat> statistics = GetDataStat(SheetOf({0, 6, 17}, {0, 6 * slope, 17 * slope}));
+    ASSERT_TRUE(statistics);
+    EXPECT_EQ(statistics->Correlation[0][1], slope / 5);
+  }
+}
+
+// By hand, whatever the unit: 1, 2, 4 and 3, 2, 2 deviate by sqrt(7/3) and sqrt(1/3), and correlate by -2/sqrt(7).
 TEST(DataStat, DoesNotDependOnTheUnit) {
   for (const int exponent : {-1000, -600, 0, 600, 1000}) {
     const double unit = std::ldexp(1.0, exponent);
