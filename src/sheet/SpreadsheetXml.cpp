@@ -19,7 +19,11 @@ std::string_view SpreadsheetXml::Attributes::operator[](std::string_view name) c
 
 SpreadsheetFault SpreadsheetXml::Read(SpreadsheetArchive& archive, std::string_view entry) {
   struct Calls {  // in the form in which the parser calls back
-    static SpreadsheetXml& Self(void* self) { return *static_cast<SpreadsheetXml*>(self); }
+    static SpreadsheetXml& Self(void* self) {
+      auto& reader = *static_cast<SpreadsheetXml*>(self);
+      reader.quiet_ = 0;
+      return reader;
+    }
     static void Begin(void* self, const char* name, const char** attributes) {
       if (!Self(self).stopped_) Self(self).Begin(name, Attributes(attributes));
     }
@@ -43,8 +47,12 @@ SpreadsheetFault SpreadsheetXml::Read(SpreadsheetArchive& archive, std::string_v
 
   stopped_ = false;
   fault_ = SpreadsheetFault::None;
+  quiet_ = 0;
   bool wellFormed = true;
   const auto parse = [&](std::string_view piece, bool last) {
+    constexpr std::size_t kLongestTag = 4 << 20;
+    quiet_ += piece.size();
+    if (quiet_ > kLongestTag) Stop(SpreadsheetFault::TooLarge);
     wellFormed = XML_Parse(parser.get(), piece.data(), static_cast<int>(piece.size()), last) == XML_STATUS_OK;
     return wellFormed && !stopped_;
   };

@@ -38,6 +38,7 @@ class SpreadsheetXml {
  private:
   bool stopped_ = false;
   SpreadsheetFault fault_ = SpreadsheetFault::None;
+  std::size_t quiet_ = 0;  // bytes since the parser last told something; it holds a tag whole, however long
 };
 
 // A whole number of `text`, or `missing` where it has none. At most 2^31 - 1.

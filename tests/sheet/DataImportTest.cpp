@@ -383,6 +383,23 @@ TEST(SpreadsheetImport, GoesThroughTheSameSteps) {
   }
 }
 
+TEST(SpreadsheetImport, ReadsUpTo65536Rows) {
+  const std::string file = QUORVEX_TEST_DATA "/spreadsheets/long.ods";
+  Desk desk;
+  auto import = SpreadsheetImport::Open(file, desk.Sheet);
+  ASSERT_TRUE(import) << import.error();
+  EXPECT_EQ((*import)->Title(), "Preview of '" + file + "' (first 200 lines)");
+  EXPECT_EQ((*import)->Preview()->GridLastRow(), 200);
+  (*import)->Columns.Assign(2, 1);
+  (*import)->Columns.Assign(1, 2);
+  EXPECT_EQ((*import)->Finish(desk.Edit()), ImportOutcome::Imported);
+  EXPECT_EQ(desk.User.Said, Texts{kTooManyRows});
+  EXPECT_EQ(desk.Sheet.Cells.GridLastRow(), 65'536);
+  (*import)->ImportText = "69999";
+  EXPECT_EQ((*import)->Finish(desk.Edit()), ImportOutcome::Imported);
+  EXPECT_EQ(desk.Rows(), (Texts{"2 1", "2 1"}));
+}
+
 TEST(DatabaseImport, ReadsATable) {
   const OdbcDatabase lab;
   lab.Query("CREATE TABLE \"my runs\" (x REAL, y REAL)");

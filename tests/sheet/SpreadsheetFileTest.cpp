@@ -126,11 +126,12 @@ std::string Little(std::size_t number, int size) {
   return bytes;
 }
 
-// An archive of one entry, content.xml, that unpacks to a cell with 640 MiB of blanks, and takes 0.6 MB.
-std::string Bomb() {
+// An archive of one entry, content.xml, that unpacks to `opening` and 64 MiB of blanks for each of `pieces`, and takes
+// a thousandth of that.
+std::string Bomb(const std::string& opening, std::size_t pieces) {
   constexpr std::size_t kBlanks = 1 << 26;
   std::string packed(1 << 20, 0);
-  const std::string opening = "<t>", blanks(kBlanks, ' ');
+  const std::string blanks(kBlanks, ' ');
   z_stream stream{};
   deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
   const auto pack = [&](const std::string& text) {  // to a whole byte, and with no look back to what was before
@@ -144,10 +145,11 @@ std::string Bomb() {
   std::string data = pack(opening);
   const std::string piece = pack(blanks);
   deflateEnd(&stream);
-  for (int i = 0; i < 10; ++i) data += piece;
+  for (std::size_t i = 0; i < pieces; ++i) data += piece;
 
   const std::string name = "content.xml";
-  const std::string sizes = Little(0, 4) + Little(data.size(), 4) + Little(10 * kBlanks, 4) + Little(name.size(), 2);
+  const std::string sizes =
+      Little(0, 4) + Little(data.size(), 4) + Little(pieces * kBlanks, 4) + Little(name.size(), 2);
   const std::string about = Little(20, 2) + Little(0, 2) + Little(8, 2) + Little(0, 4) + sizes + Little(0, 2);
   const std::string entry = "PK\3\4" + about + name + data;
   const std::string directory = "PK\1\2" + Little(20, 2) + about + Little(0, 14) + name;
@@ -157,8 +159,14 @@ std::string Bomb() {
 
 TEST(ReadSheet, UnpacksNoMoreThanItMust) {
   const TemporaryFolder folder;
-  const std::string file = folder.Write("bomb.ods", Bomb());
-  EXPECT_EQ(ListSheets(file).error(), "Error importing data from '" + file + "'. The spreadsheet is too large.");
+  const struct {
+    const char* opening;
+    std::size_t pieces;
+  } kCases[] = {{"<t>", 10}, {"<t a='", 2}};  // a long text, and a tag, which the parser would hold whole
+  for (const auto& c : kCases) {
+    const std::string file = folder.Write("bomb.ods", Bomb(c.opening, c.pieces));
+    EXPECT_EQ(ListSheets(file).error(), "Error importing data from '" + file + "'. The spreadsheet is too large.");
+  }
 }
 
 }  // namespace

@@ -7,7 +7,8 @@ runs.ods, runs.xlsx: three sheets in both formats with the same cells, so that o
   Empty one   nothing
 office.ods, office.xlsx: the same as LibreOffice 7.4 writes them; made once, not by this script, with
   soffice --headless --convert-to xlsx --outdir x runs.ods; soffice --headless --convert-to ods --outdir x runs.xlsx
-protected.*: only what tells that a file is encrypted. The others are small files that ask for huge sheets.
+protected.*: only what tells that a file is encrypted. long.ods: 70,000 equal
+rows. The others are small files that ask for huge sheets.
 """
 import zipfile
 
@@ -146,6 +147,8 @@ with open("protected.xlsx", "wb") as out:  # a compound file with the directory 
 
 ods("repeated.ods", [("Sheet1", ods_row(
     ods_cell("float", "1", more=' table:number-columns-repeated="16384"'), more=' table:number-rows-repeated="1048576"'))])
+ods("long.ods", [("Sheet1", ods_row(ods_cell("float", "1"), ods_cell("float", "2"),
+                                    more=' table:number-rows-repeated="70000"'))])
 ods("endless.ods", [("Sheet1", ods_row(
     ods_cell("string", text="t" * 200), more=' table:number-rows-repeated="99999999999999999999"'))])
 xlsx("far.xlsx", [("Sheet1", '<row r="1048576">' + "".join(
