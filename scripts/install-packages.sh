@@ -2,8 +2,8 @@
 # Installs the Debian packages that Quorvex is built and tested with; does nothing where they are all there.
 set -euo pipefail
 
-packages=(g++ cmake ninja-build ccache libgtest-dev unixodbc-dev libsqliteodbc locales clang-format-14
-  qt6-base-dev libgl1-mesa-dev fonts-liberation)
+packages=(g++ cmake ninja-build ccache libgtest-dev unixodbc-dev libsqliteodbc libexpat1-dev zlib1g-dev locales
+  clang-format-14 qt6-base-dev libgl1-mesa-dev fonts-liberation)
 missing=()
 for package in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")

@@ -259,13 +259,14 @@ std::string OdbcSession::Diagnostics(SQLSMALLINT type, SQLHANDLE handle) const {
 
 }  // namespace
 
-Result<GridCells> QueryDatabase(const std::string& connectString, const std::string& query, const char* library) {
+Result<GridCells> QueryDatabase(const std::string& connectString, const std::string& query, const char* library,
+                                std::size_t rowLimit) {
   OdbcSession session(library);
   if (!session.Connect(connectString) || !session.Execute(query)) return Failure{session.Error()};
   GridCells cells;
   if (session.Columns() == 0) return cells;
   std::string text;
-  for (std::size_t row = 1; session.Fetch(); ++row) {
+  for (std::size_t row = 1; row <= rowLimit && session.Fetch(); ++row) {
     for (SQLUSMALLINT column = 1; column <= session.Columns(); ++column) {
       if (!session.GetText(column, text)) continue;
       if (const auto value = NumericText(text))

@@ -13,16 +13,6 @@ namespace {
 
 constexpr std::size_t kLongestCell = 255;
 
-// A text of more than 255 characters of UTF-8 becomes its first 252 and three dots.
-std::string CutCellText(std::string text) {
-  std::size_t characters = 0, cut = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool beginsCharacter = (text[i] & 0xC0) != 0x80;
-    if (beginsCharacter && ++characters == kLongestCell - 2) cut = i;
-  }
-  return characters <= kLongestCell ? text : text.substr(0, cut) + "...";
-}
-
 class LineParser {
  public:
   LineParser(std::string_view text, const DelimitedFormat& format)
@@ -115,6 +105,15 @@ class LineParser {
 };
 
 }  // namespace
+
+std::string CutCellText(std::string text) {
+  std::size_t characters = 0, cut = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool beginsCharacter = (text[i] & 0xC0) != 0x80;
+    if (beginsCharacter && ++characters == kLongestCell - 2) cut = i;
+  }
+  return characters <= kLongestCell ? text : text.substr(0, cut) + "...";
+}
 
 DelimitedLines ParseDelimitedLines(std::string_view text, const DelimitedFormat& format) {
   constexpr std::size_t kSample = 1000;

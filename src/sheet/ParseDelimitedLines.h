@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <limits>
+#include <string>
 #include <string_view>
 
 #include "sheet/GridCells.h"
@@ -40,5 +41,8 @@ struct DelimitedLines {
 //
 // One pass over the bytes; a number is converted where it stands.
 DelimitedLines ParseDelimitedLines(std::string_view text, const DelimitedFormat& format);
+
+// A text of more than 255 characters of UTF-8 becomes its first 252 and three dots; no cell of a grid holds more.
+std::string CutCellText(std::string text);
 
 }  // namespace quorvex

@@ -1,0 +1,64 @@
+#include "sheet/ColumnAssignment.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "sheet/CopyCells.h"
+
+namespace quorvex {
+namespace {
+
+std::string ColumnText(std::size_t column) { return "Column " + std::to_string(column); }
+
+}  // namespace
+
+void ColumnAssignment::SetColumnCount(std::size_t count) {
+  columnCount_ = count;
+  std::replace_if(
+      columns_.begin(), columns_.end(), [&](std::size_t column) { return column > count; }, 0);
+}
+
+std::vector<std::string> ColumnAssignment::lstColumns() const {
+  std::vector<std::string> lines;
+  for (std::size_t column = 1; column <= columnCount_; ++column) lines.push_back(ColumnText(column));
+  return lines;
+}
+
+std::vector<std::string> ColumnAssignment::lstHeaders() const {
+  std::vector<std::string> lines = variables_;
+  for (std::size_t v = 0; v < lines.size(); ++v)
+    if (columns_[v] != 0) lines[v] += ": " + ColumnText(columns_[v]);
+  return lines;
+}
+
+void ColumnAssignment::Assign(std::size_t column, std::size_t variable) {
+  assert(column >= 1 && column <= columnCount_ && variable >= 1 && variable <= variables_.size());
+  std::replace(columns_.begin(), columns_.end(), column, std::size_t{0});
+  columns_[variable - 1] = column;
+}
+
+void ColumnAssignment::UnAssign(std::size_t variable) { columns_[variable - 1] = 0; }
+
+bool ColumnAssignment::Confirm(const std::string& incomplete, Prompter& prompter) const {
+  const auto missing = std::count(columns_.begin(), columns_.end(), 0);
+  if (missing == static_cast<std::ptrdiff_t>(columns_.size())) {
+    prompter.Refuse(
+        "You did not assign data columns to any variables, so no data can be imported. To assign a data column in the "
+        "file to a variable in the spreadsheet, select the data column and the corresponding variable from the two "
+        "lists and click the Assign button. Repeat this procedure for each column in the data file you want to "
+        "import.");
+    return false;
+  }
+  return missing == 0 || prompter.Ask(incomplete);
+}
+
+void ColumnAssignment::MoveInto(GridCells& imported, std::size_t rows, DataSheet& sheet) const {
+  GridCells kept;  // the rows to be imported, in the sheet's columns
+  for (std::size_t v = 1; v <= columns_.size(); ++v)
+    if (ColumnOf(v) != 0 && rows > 0) CopyCells(imported, {1, ColumnOf(v), rows, ColumnOf(v)}, kept, 1, v);
+  const std::size_t lastRow = std::max(rows, sheet.Cells.GridLastRow());
+  for (std::size_t v = 1; v <= columns_.size(); ++v)
+    if (ColumnOf(v) != 0 && lastRow > 0) CopyCells(kept, {1, v, lastRow, v}, sheet.Cells, 1, v);
+}
+
+}  // namespace quorvex

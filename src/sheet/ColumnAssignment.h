@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "sheet/DataSheet.h"
+#include "sheet/GridCells.h"
+
+namespace quorvex {
+
+// Which column of imported data goes to which variable of the sheet: the two lists of an import dialog. Columns and
+// variables count from 1. An assignment pairs one with one.
+class ColumnAssignment {
+ public:
+  // Of the sheet's columns, by the texts of their headers. Nothing is assigned.
+  explicit ColumnAssignment(const DataSheet& sheet) : variables_(sheet.Headers), columns_(sheet.Headers.size()) {}
+
+  // How many columns the data has. Variables that had a column behind the last are without one again.
+  void SetColumnCount(std::size_t count);
+
+  std::vector<std::string> lstColumns() const;  // "Column 1", ...
+  std::vector<std::string> lstHeaders() const;  // "X", or "X: Column 3"
+
+  // A column that another variable had is taken from that.
+  void Assign(std::size_t column, std::size_t variable);
+  void UnAssign(std::size_t variable);
+  std::size_t ColumnOf(std::size_t variable) const { return columns_[variable - 1]; }  // 0 for none
+
+  // Whether to go on: refused where nothing is assigned, and asked by `incomplete` where some variable is left out.
+  bool Confirm(const std::string& incomplete, Prompter& prompter) const;
+
+  // Gives the sheet's assigned columns the imported rows; cells below those are emptied, and columns without an
+  // assignment stay as they are.
+  void MoveInto(GridCells& imported, std::size_t rows, DataSheet& sheet) const;
+
+ private:
+  std::vector<std::string> variables_;
+  std::vector<std::size_t> columns_;  // by variable
+  std::size_t columnCount_ = 0;
+};
+
+}  // namespace quorvex

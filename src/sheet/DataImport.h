@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "core/Result.h"
+#include "sheet/ColumnAssignment.h"
+#include "sheet/GridCells.h"
+#include "sheet/SheetEdit.h"
+
+namespace quorvex {
+
+// What an import dialog does after its Finish button.
+enum class ImportOutcome {
+  Imported,         // closes, the sheet has the data
+  Stay,             // stays open
+  CorrectStartRow,  // stays open, the input goes to the start row
+  Failed            // closes, the sheet is as it was
+};
+
+// Asked before each import command, where the sheet holds anything.
+bool ConfirmOverwrite(const SheetEdit& edit);
+
+// An import in progress: what its dialog shows and decides. The fields are those of the dialog's controls.
+class DataImport {
+ public:
+  static constexpr std::size_t kPreviewLines = 200;
+
+  virtual ~DataImport() = default;
+
+  ColumnAssignment Columns;
+  bool ckMissingData = false;
+  std::string txtMissingData;    // cells with this text are left empty, where ckMissingData is ticked
+  std::string ImportText = "1";  // the first data line, counted from 1
+
+  // "Preview of 'runs.txt' (first 200 lines)".
+  std::string Title() const;
+  // How many lines the source has, the limit of the start row; nothing where that is not known.
+  virtual std::optional<std::size_t> LineCount() const = 0;
+
+  // The first 200 lines as they are read now, marked cells included; Columns offers as many columns as they have. To be
+  // called at first and after each change of how the source is read.
+  Result<GridCells> Preview();
+
+  // Checks what was chosen and, where nothing speaks against it, brings the data into the sheet: its first line to row
+  // 1, the assigned columns replaced, the others as they were. Says what is wrong and whether rows are left out.
+  ImportOutcome Finish(const SheetEdit& edit);
+
+ protected:
+  DataImport(std::string source, const DataSheet& sheet) : Columns(sheet), Source(std::move(source)) {}
+
+  // At most `count` rows of the source, row 1 being its line `first`. Cells with the marker are empty.
+  virtual Result<GridCells> ReadRows(std::size_t first, std::size_t count, const std::string& marker) = 0;
+  virtual std::string IncompleteQuestion() const;
+
+  const std::string Source;  // as messages name it
+};
+
+}  // namespace quorvex

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "sheet/DataImport.h"
+
+namespace quorvex {
+
+// The import of a sheet of a spreadsheet file. Part of the library quorvex_spreadsheet (SpreadsheetFile.h).
+class SpreadsheetImport : public DataImport {
+ public:
+  // Begins with the first sheet. Fails with the message of it.
+  static Result<std::unique_ptr<SpreadsheetImport>> Open(const std::string& file, const DataSheet& sheet);
+
+  const std::vector<std::string>& Sheets() const { return sheets_; }
+  const std::string& ChosenSheet() const { return chosen_; }
+  // Reads another sheet, of which Preview is to be shown then. Returns "", or the message of the failure, with the
+  // sheet from before still chosen.
+  std::string ChooseSheet(const std::string& name);
+
+  std::optional<std::size_t> LineCount() const override { return cells_.GridLastRow(); }
+
+ protected:
+  Result<GridCells> ReadRows(std::size_t first, std::size_t count, const std::string& marker) override;
+
+ private:
+  using DataImport::DataImport;
+
+  std::vector<std::string> sheets_;
+  std::string chosen_;
+  GridCells cells_;
+};
+
+// Begins the import of a file, a spreadsheet where its name ends so and a text otherwise: asks before data may be
+// overwritten, opens the file and refuses what cannot be read. Nothing where the import ends here.
+std::unique_ptr<DataImport> ImportData(const std::string& file, const SheetEdit& edit);
+
+}  // namespace quorvex

@@ -1,0 +1,43 @@
+#include "sheet/TextImport.h"
+
+#include <utility>
+
+#include "core/Files.h"
+#include "core/NumberText.h"
+#include "sheet/ImportFailure.h"
+#include "sheet/ParseDelimitedLines.h"
+
+namespace quorvex {
+
+Result<std::unique_ptr<TextImport>> TextImport::Open(const std::string& file, const DataSheet& sheet,
+                                                     const LocaleText& locale) {
+  MappedFile content;
+  if (const int error = content.Open(file); error != 0) return ImportFailure(file, FileErrorText(error));
+  std::unique_ptr<TextImport> import(new TextImport(file, sheet, locale, std::string(content.Text())));
+  if (import->lineCount_ == 0) return Failure{"It appears that the file '" + file + "' contains no data."};
+  return import;
+}
+
+TextImport::TextImport(const std::string& file, const DataSheet& sheet, const LocaleText& locale, std::string text)
+    : DataImport(file, sheet),
+      Comma(locale.DecimalSeparator != ','),
+      decimalSeparator_(locale.DecimalSeparator),
+      text_(std::move(text)) {
+  if (text_.starts_with("\xEF\xBB\xBF")) text_.erase(0, 3);  // a byte order mark is no data
+  for (std::string_view rest = text_; !rest.empty(); ++lineCount_) TakeLine(rest);
+}
+
+Result<GridCells> TextImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) {
+  DelimitedFormat format;
+  format.Delimiters = (Tab ? kTabDelimiter : 0) | (Comma ? kCommaDelimiter : 0) | (Space ? kSpaceDelimiter : 0) |
+                      (SemiColon ? kSemicolonDelimiter : 0);
+  format.IgnoreConsecutive = DupCheck;
+  format.OverrideDecimal = ckLocale;
+  format.DecimalSeparator = decimalSeparator_;
+  format.MissingMarker = marker;
+  format.FirstLine = first;
+  format.LineLimit = count;
+  return ParseDelimitedLines(text_, format).Cells;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "sheet/DataImport.h"
+
+namespace quorvex {
+
+// The import of a text file.
+class TextImport : public DataImport {
+ public:
+  // The whole file is read once, so that what is imported is what was shown. Fails with the message of it: the file
+  // cannot be read, or is empty.
+  static Result<std::unique_ptr<TextImport>> Open(const std::string& file, const DataSheet& sheet,
+                                                  const LocaleText& locale);
+
+  // Delimit_check: which characters end a cell. A decimal comma ends none unless the user says so.
+  bool Tab = true, Comma = true, SemiColon = true, Space = false;
+  bool DupCheck = false;  // "Treat consecutive delimeters as one"
+  bool ckLocale = true;   // "Interpret "." as decimal symbol"
+
+  std::optional<std::size_t> LineCount() const override { return lineCount_; }
+
+ protected:
+  Result<GridCells> ReadRows(std::size_t first, std::size_t count, const std::string& marker) override;
+
+ private:
+  TextImport(const std::string& file, const DataSheet& sheet, const LocaleText& locale, std::string text);
+
+  char decimalSeparator_;
+  std::string text_;
+  std::size_t lineCount_ = 0;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,173 @@
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <string>
+#include <vector>
+
+#include "TemporaryFolder.h"
+#include "core/Files.h"
+#include "sheet/SpreadsheetFile.h"
+
+namespace quorvex {
+namespace {
+
+std::string File(const std::string& name) { return QUORVEX_TEST_DATA "/spreadsheets/" + name; }
+
+std::string Content(const std::string& name) {
+  MappedFile file;
+  EXPECT_EQ(file.Open(File(name)), 0);
+  return std::string(file.Text());
+}
+
+// The rows of a sheet: "n:" before numbers, "|" between cells.
+std::vector<std::string> Rows(const std::string& file, const std::string& sheet) {
+  const Result<GridCells> cells = ReadSheet(file, sheet);
+  if (!cells) return {cells.error()};
+  GridCells probe = *cells;  // columns taken out show what their cells are
+  std::vector<std::string> rows(cells->GridLastRow());
+  for (std::size_t col = 1; col <= cells->GridLastCol(); ++col) {
+    const std::vector<double> column = probe.TakeColumn(col, rows.size());
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+      const bool isNumber = !GridCells::IsEmpty(column[row]) && !GridCells::IsText(column[row]);
+      rows[row] += (col > 1 ? "|" : "") + std::string(isNumber ? "n:" : "") + cells->GridCellText(row + 1, col);
+    }
+  }
+  return rows;
+}
+
+TEST(ReadSheet, ReadsBothFormatsAlike) {
+  const struct {
+    const char *file, *cellC5;
+  } kFiles[] = {{"runs.ods", ""},
+                {"runs.xlsx", ""},  // a formula whose result was not saved
+                {"office.xlsx", ""},
+                {"office.ods", "n:43845"}};  // LibreOffice has worked that formula out
+  for (const auto& c : kFiles) {
+    const std::string file = File(c.file);
+    const auto sheets = ListSheets(file);
+    ASSERT_TRUE(sheets) << sheets.error();
+    EXPECT_EQ(*sheets, (std::vector<std::string>{"Runs", "Second", "Empty one"})) << file;
+    // 15 January 2020 is day 43845: 120 years, 30 leap days (1900 was none, 2020's is to come), 14 days and 2 in front.
+    const std::vector<std::string> runs = {"time|signal|when|valid|note",
+                                           "n:1|n:0.1|n:43845|n:1|half-life µ",
+                                           "n:2|n:-2.5E-08|n:43846.75|n:0|ab",
+                                           "||||",
+                                           std::string("n:4||") + c.cellC5 + "|n:1|n:7.5",
+                                           "n:5|n:123456789.123457|n:0.25||in place"};
+    EXPECT_EQ(Rows(file, "Runs"), runs) << file;
+    const auto second = Rows(file, "Second");
+    EXPECT_EQ(second, (std::vector<std::string>{"|||", "|||", "||n:1|n:2", "||n:3|n:4", "||n:2|", "||n:6|"})) << file;
+    EXPECT_EQ(Rows(file, "Empty one"), std::vector<std::string>()) << file;
+    EXPECT_EQ(Rows(file, "runs")[0], "Error importing data from '" + file + "'. There is no sheet 'runs'.");
+  }
+}
+
+TEST(ReadSheet, ReadsNumbersToTheLastBit) {
+  for (const char* file : {"runs.ods", "runs.xlsx"}) {
+    const auto cells = ReadSheet(File(file), "Runs");
+    ASSERT_TRUE(cells) << cells.error();
+    EXPECT_EQ(cells->GridCellNumber(6, 2), 123456789.123456789) << file;
+    EXPECT_EQ(cells->GridCellNumber(3, 2), -2.5e-8) << file;
+  }
+}
+
+TEST(ReadSheet, SaysInOneSentenceWhyItCannot) {
+  const std::string kDamaged = "The file is damaged, or it is no spreadsheet of type .ods or .xlsx.";
+  const TemporaryFolder folder;
+  std::string flipped = Content("office.ods");
+  flipped[flipped.find("content.xml") + 400] ^= 0x10;
+  const struct {
+    std::string file, reason;
+  } kCases[] = {
+      {folder.Path("missing.ods"), "The file does not exist."},
+      {folder.Path("no/where.ods"), "The folder does not exist."},
+      {folder.Write("empty.xlsx", ""), kDamaged},
+      {folder.Write("text.xlsx", "x,y\n1,2\n"), kDamaged},
+      {folder.Write("cut.xlsx", Content("runs.xlsx").substr(0, 2000)), kDamaged},
+      {folder.Write("begin.ods", Content("runs.ods").substr(500)), kDamaged},
+      {folder.Write("flipped.ods", flipped), kDamaged},
+      {folder.Write("old.xlsx", Content("protected.xlsx").substr(0, 500)), kDamaged},
+      {File("entities.ods"), kDamaged},
+      {File("protected.ods"), "The file is protected by a password."},
+      {File("protected.xlsx"), "The file is protected by a password."},
+      {File("repeated.ods"), "The spreadsheet is too large."},
+      {File("endless.ods"), "The spreadsheet is too large."},
+      {File("far.xlsx"), "The spreadsheet is too large."},
+      {File("rows.xlsx"), "The spreadsheet is too large."},
+  };
+  for (const auto& c : kCases)
+    EXPECT_EQ(Rows(c.file, "Sheet1")[0], "Error importing data from '" + c.file + "'. " + c.reason);
+}
+
+TEST(ReadSheet, SurvivesAnyDamage) {
+  const TemporaryFolder folder;
+  for (const char* name : {"runs.ods", "office.xlsx"}) {
+    const std::string good = Content(name);
+    for (std::size_t at = 0; at < good.size(); at += 37) {
+      std::string bad = good;
+      bad[at] = static_cast<char>(bad[at] ^ (at % 255 + 1));
+      for (const std::string& content : {bad, good.substr(0, at)}) {
+        const std::string file = folder.Write(name, content);
+        const auto sheets = ListSheets(file);
+        if (sheets) {
+          EXPECT_FALSE(sheets->empty());
+          ReadSheet(file, sheets->front());
+        } else {
+          EXPECT_TRUE(sheets.error().starts_with("Error importing data from '")) << sheets.error();
+        }
+      }
+    }
+  }
+}
+
+std::string Little(std::size_t number, int size) {
+  std::string bytes;
+  for (; size-- > 0; number >>= 8) bytes += static_cast<char>(number & 0xFF);
+  return bytes;
+}
+
+// An archive of one entry, content.xml, that unpacks to `opening` and 64 MiB of blanks for each of `pieces`, and takes
+// a thousandth of that.
+std::string Bomb(const std::string& opening, std::size_t pieces) {
+  constexpr std::size_t kBlanks = 1 << 26;
+  std::string packed(1 << 20, 0);
+  const std::string blanks(kBlanks, ' ');
+  z_stream stream{};
+  deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
+  const auto pack = [&](const std::string& text) {  // to a whole byte, and with no look back to what was before
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
+    stream.avail_in = static_cast<uInt>(text.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    deflate(&stream, Z_FULL_FLUSH);
+    return packed.substr(0, packed.size() - stream.avail_out);
+  };
+  std::string data = pack(opening);
+  const std::string piece = pack(blanks);
+  deflateEnd(&stream);
+  for (std::size_t i = 0; i < pieces; ++i) data += piece;
+
+  const std::string name = "content.xml";
+  const std::string sizes =
+      Little(0, 4) + Little(data.size(), 4) + Little(pieces * kBlanks, 4) + Little(name.size(), 2);
+  const std::string about = Little(20, 2) + Little(0, 2) + Little(8, 2) + Little(0, 4) + sizes + Little(0, 2);
+  const std::string entry = "PK\3\4" + about + name + data;
+  const std::string directory = "PK\1\2" + Little(20, 2) + about + Little(0, 14) + name;
+  return entry + directory + "PK\5\6" + Little(0, 4) + Little(1, 2) + Little(1, 2) + Little(directory.size(), 4) +
+         Little(entry.size(), 4) + Little(0, 2);
+}
+
+TEST(ReadSheet, UnpacksNoMoreThanItMust) {
+  const TemporaryFolder folder;
+  const struct {
+    const char* opening;
+    std::size_t pieces;
+  } kCases[] = {{"<t>", 10}, {"<t a='", 2}};  // a long text, and a tag, which the parser would hold whole
+  for (const auto& c : kCases) {
+    const std::string file = folder.Write("bomb.ods", Bomb(c.opening, c.pieces));
+    EXPECT_EQ(ListSheets(file).error(), "Error importing data from '" + file + "'. The spreadsheet is too large.");
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
