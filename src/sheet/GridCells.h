@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "sheet/CellRange.h"
+
 namespace quorvex {
 
 // The cells of a grid, column by column. A cell is empty, a number or a text. Rows and columns are counted from 1, as
@@ -30,6 +32,11 @@ class GridCells {
   // The value of a number, 0 for anything else.
   double GridCellNumber(std::size_t row, std::size_t col) const;
 
+  // A cell as it is stored: its number, or a NaN by which IsEmpty or IsText holds. SetCell takes cells of the same
+  // grid; one that holds a text may be moved but not doubled, since both would share the text.
+  double Cell(std::size_t row, std::size_t col) const;
+  void SetCell(std::size_t row, std::size_t col, double cell);
+
   // Stores a text as a text, number or not; one of blanks alone empties the cell.
   void SetGridCellText(std::size_t row, std::size_t col, std::string_view text);
   // A value that is not finite is stored as the text of it. The row behind a column's last comes at the price of a
@@ -50,6 +57,19 @@ class GridCells {
   // after that. Of two columns with one target the later stays.
   void MoveColumns(std::span<const std::size_t> targets);
 
+  void GridClearRange(const CellRange& range);
+  // Puts `count` empty rows above `row`.
+  void GridInsertRows(std::size_t row, std::size_t count);
+  void GridDeleteRows(std::size_t row, std::size_t count);
+  // Deletes each row whose flag is set, the first flag being that of row 1.
+  void DeleteMarkedRows(const std::vector<bool>& marked);
+  // The cells of a range, its top left corner in row 1 and column 1.
+  GridCells CopyRange(const CellRange& range) const;
+  // Gives a range the cells of such a copy, the empty ones too.
+  void PutRange(const CellRange& range, const GridCells& copy);
+  // Exchanges the cells of two columns from `firstRow` to `lastRow`.
+  void ExchangeColumns(std::size_t a, std::size_t b, std::size_t firstRow, std::size_t lastRow);
+
   // Takes a column out of the grid as it stands, marks included, cut or filled up with empty cells to `rows` rows.
   std::vector<double> TakeColumn(std::size_t col, std::size_t rows);
 
@@ -64,8 +84,6 @@ class GridCells {
   static constexpr std::uint64_t kTextBits = 0xFFF8'0000'0000'0001;
 
   void SetNumber(std::size_t row, std::size_t col, double value);
-  double Cell(std::size_t row, std::size_t col) const;
-  void SetCell(std::size_t row, std::size_t col, double cell);
 
   std::vector<std::vector<double>> columns_;  // each as long as its last cell that was set
   std::vector<std::string> texts_;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+
+namespace quorvex {
+
+// A rectangle of cells, rows and columns counted from 1, both ends included.
+struct CellRange {
+  std::size_t FirstRow = 1, FirstCol = 1, LastRow = 1, LastCol = 1;
+
+  std::size_t Rows() const { return LastRow - FirstRow + 1; }
+  std::size_t Cols() const { return LastCol - FirstCol + 1; }
+  bool operator==(const CellRange&) const = default;
+};
+
+inline constexpr std::size_t kMostSheetRows = 65'536;
+
+}  // namespace quorvex
