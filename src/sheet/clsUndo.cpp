@@ -1,5 +1,6 @@
 #include "sheet/clsUndo.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -46,15 +47,15 @@ UndoOutcome clsUndo::PopEvent(ModelCollection& regressionList, std::vector<Inter
       if (item.Extent == UndoExtent::HeadersAndCells) item.RecoverHeaders(*grid_);
       item.RecoverData(*grid_);
       outcome.DataRestored = item.Extent != UndoExtent::Models;
-      // A change of cells leaves nothing solved, so an empty list need not be put back; a solve does not.
-      if (item.RegressionCount() != 0 || item.Extent == UndoExtent::Models) {
-        outcome.LostModels = item.RecoverRegression(regressionList);
-        outcome.RegressionChanged = true;
-      }
-      if (item.InterpolationCount() != 0 || item.Extent == UndoExtent::Models) {
-        item.RecoverInterpolation(interpolationList);
-        outcome.InterpolationChanged = true;
-      }
+      // An empty list is put back too: before the first solve nothing was solved.
+      outcome.RegressionChanged =
+          item.RegressionCount() != 0 ||
+          std::any_of(regressionList.begin(), regressionList.end(), [](const auto& m) { return m->Solved; });
+      outcome.InterpolationChanged =
+          item.InterpolationCount() != 0 ||
+          std::any_of(interpolationList.begin(), interpolationList.end(), [](const auto& i) { return i.Solved; });
+      outcome.LostModels = item.RecoverRegression(regressionList);
+      item.RecoverInterpolation(interpolationList);
     }
   } catch (const std::exception&) {
     return outcome;
