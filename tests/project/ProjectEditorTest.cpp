@@ -8,8 +8,9 @@
 #include "RecordingPrompter.h"
 #include "engine/UserModel.h"
 #include "project/ProjectEditor.h"
-#include "sheet/ColumnCommands.h"
+#include "sheet/ColumnLayout.h"
 #include "sheet/EditCommands.h"
+#include "sheet/PasteSpecial.h"
 #include "sheet/TypeInCell.h"
 
 namespace quorvex {
@@ -59,8 +60,9 @@ struct EditedProject {
 
 // Everything that undo has to bring back, as one text.
 std::string Content(const Project& project) {
-  std::string text = RangeText(project.Sheet.Cells,
-                               {1, 1, std::max<std::size_t>(project.Sheet.Cells.GridLastRow(), 1), 25}, project.Locale);
+  std::string text =
+      ClipboardText(project.Sheet.Cells, {1, 1, std::max<std::size_t>(project.Sheet.Cells.GridLastRow(), 1), 25},
+                    project.Locale, false);
   for (const std::string& header : project.Sheet.Headers) text += header + "|";
   for (const ColumnFormat& format : project.Sheet.Formats) text += format.NumberFormat + "|";
   for (const auto& model : project.Models) {
@@ -292,7 +294,7 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
         [&] { TypeInCell(edit, upTo(12), upTo(columns), text()); },
         [&] { EditCut(edit, p.Board); },
         [&] { EditPaste(edit, p.Board); },
-        [&] { PasteSpecial(edit, p.Board, DelimitedFormat(), true); },
+        [&] { PasteSpecial(edit, p.Board.Held, true); },
         [&] { ClearSelection(edit); },
         [&] { ClearGrid(edit); },
         [&] { InsertRows(edit); },

@@ -5,6 +5,7 @@
 #include "RecordingClipboard.h"
 #include "sheet/EditCommands.h"
 #include "sheet/EditedSheet.h"
+#include "sheet/PasteSpecial.h"
 #include "sheet/PointsNeeded.h"
 #include "sheet/TypeInCell.h"
 
@@ -15,14 +16,16 @@ using Command = std::function<bool(const SheetEdit&, Clipboard&)>;
 using Said = std::vector<std::string>;
 
 const Command kPasteRotated = [](const SheetEdit& edit, Clipboard& board) {
-  return PasteSpecial(edit, board, DelimitedFormat(), true);
+  return PasteSpecial(edit, board.Text(), true);
 };
 const Command kPasteSpecial = [](const SheetEdit& edit, Clipboard& board) {
-  DelimitedFormat format;
-  format.Delimiters = kSemicolonDelimiter;
-  return PasteSpecial(edit, board, format, false);
+  return PasteSpecial(edit, board.Text(), false);
 };
-const Command kCopyRotated = [](const SheetEdit& edit, Clipboard& board) { return CopySpecial(edit, board, true); };
+const Command kCopyRotated = [](const SheetEdit& edit, Clipboard& board) {
+  const auto text = CopySpecial(edit, true);
+  if (text) board.SetText(*text);
+  return text.has_value();
+};
 const Command kClear = [](const SheetEdit& edit, Clipboard&) { return ClearSelection(edit); };
 const Command kInsert = [](const SheetEdit& edit, Clipboard&) { return InsertRows(edit); };
 const Command kDelete = [](const SheetEdit& edit, Clipboard&) { return DeleteSelection(edit); };
@@ -38,9 +41,7 @@ TEST(EditCommands, RefuseSeveralRangesEachByItsName) {
       {"Copy", EditCopy},
       {"Paste", EditPaste},
       {"Paste Special", kPasteSpecial},
-      {"Paste Special", [](const SheetEdit& edit, Clipboard&) { return MayPasteSpecial(edit); }},
       {"Copy Special", kCopyRotated},
-      {"Copy Special", [](const SheetEdit& edit, Clipboard&) { return MayCopySpecial(edit); }},
       {"Clear", kClear},
       {"Insert", kInsert},
       {"Delete", kDelete},
@@ -98,7 +99,15 @@ TEST(EditCommands, ChangeTheSheetUnderTheirLabels) {
        "&Undo Paste Rotated",
        {1, 1, 3, 2},
        "7\t8\t9\n-\t\t3\n"},
-      {kPasteSpecial, "1 2", {2, 1, 2, 1}, "3;4;5\n", "1 2\n3 4\n", "&Undo Paste Special", {2, 1, 2, 2}, "3;4;5\n"},
+      {kPasteRotated,
+       "1 2\n3 4\n5 6",
+       {1, 2, 1, 2},
+       "7\t8\n1\t2\t3\n",
+       "1 7\n3 8\n5 6\n",
+       "&Undo Paste Rotated",
+       {1, 2, 2, 2},
+       "7\t8\n1\t2\t3\n"},
+      {kPasteSpecial, "1 2", {2, 1, 2, 1}, "3\t4\t5\n", "1 2\n3 4\n", "&Undo Paste Special", {2, 1, 2, 2}, "3\t4\t5\n"},
       {kClear,
        "1 2\nt 4",
        {1, 1, kMostSheetRows, 1},
@@ -197,10 +206,10 @@ TEST(EditCopy, WritesWhatPasteReadsBackInTheLocale) {
   EXPECT_TRUE(EditCopy(sheet.With({{1, 1, 3, 2}}), board));
   EXPECT_EQ(board.Held, "0,1\t-1E-300\r\ntext\t\r\n0,3333333333333333\t7\r\n");
   const std::string cells = sheet.Cells();
-  EXPECT_TRUE(CopySpecial(sheet.With({{1, 1, 3, 2}}), board, true));
+  EXPECT_TRUE(kCopyRotated(sheet.With({{1, 1, 3, 2}}), board));
   EXPECT_EQ(board.Held, "0,1\ttext\t0,3333333333333333\r\n-1E-300\t\t7\r\n");
   sheet.Sheet.Cells = GridCells();
-  EXPECT_TRUE(PasteSpecial(sheet.With({{1, 1, 1, 1}}), board, DelimitedFormat(), true));
+  EXPECT_TRUE(kPasteRotated(sheet.With({{1, 1, 1, 1}}), board));
   EXPECT_EQ(sheet.Cells(), cells);
   EXPECT_EQ(sheet.Sheet.Cells.GridCellNumber(3, 1), third);
 }

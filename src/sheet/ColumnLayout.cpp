@@ -1,4 +1,4 @@
-#include "sheet/ColumnCommands.h"
+#include "sheet/ColumnLayout.h"
 
 #include <algorithm>
 #include <exception>

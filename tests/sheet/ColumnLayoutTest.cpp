@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "sheet/ColumnCommands.h"
+#include "sheet/ColumnLayout.h"
 #include "sheet/EditedSheet.h"
 
 namespace quorvex {
