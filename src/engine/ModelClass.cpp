@@ -92,39 +92,43 @@ void ModelClass::Datachange() {
 std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
   std::unique_ptr<ModelClass> twin = NewModel();
   twin->SetID(id, sFuncList_);
-  static_cast<SeriesStyle&>(*twin) = *this;
-  twin->cfgID = cfgID;
-  twin->Description = Description;
-  twin->Group = Group;
-  twin->SolveType = SolveType;
-  twin->UserType = UserType;
-  twin->SpecifyIC = SpecifyIC;
-  twin->SpecifyICComplete = SpecifyICComplete;
-  twin->ForceRuleEstimate = ForceRuleEstimate;
-  twin->Solve = Solve;
-  twin->Solved = Solved;
-  twin->ErrorInfo = ErrorInfo;
-  twin->SweepCount = SweepCount;
-  twin->NumIterations = NumIterations;
-  twin->RSS = RSS;
-  twin->RssNorm = RssNorm;
-  twin->RST = RST;
-  twin->DOFError = DOFError;
-  twin->DOFRegression = DOFRegression;
-  twin->ResAvg = ResAvg;
-  twin->ResSum = ResSum;
-  twin->Durbin = Durbin;
-  twin->R2 = R2;
-  twin->R2Adjust = R2Adjust;
-  twin->StdErr = StdErr;
-  twin->Statistics = Statistics;
-  twin->coefficients_ = coefficients_;
-  twin->values_ = values_;
-  twin->covariance_ = covariance_;
-  twin->ranges_ = ranges_;
-  twin->sweep_ = sweep_;
-  twin->input_ = input_;
+  CopyFitTo(*twin);
   return twin;
+}
+
+void ModelClass::CopyFitTo(ModelClass& twin) const {
+  static_cast<SeriesStyle&>(twin) = *this;
+  twin.cfgID = cfgID;
+  twin.Description = Description;
+  twin.Group = Group;
+  twin.SolveType = SolveType;
+  twin.UserType = UserType;
+  twin.SpecifyIC = SpecifyIC;
+  twin.SpecifyICComplete = SpecifyICComplete;
+  twin.ForceRuleEstimate = ForceRuleEstimate;
+  twin.Solve = Solve;
+  twin.Solved = Solved;
+  twin.ErrorInfo = ErrorInfo;
+  twin.SweepCount = SweepCount;
+  twin.NumIterations = NumIterations;
+  twin.RSS = RSS;
+  twin.RssNorm = RssNorm;
+  twin.RST = RST;
+  twin.DOFError = DOFError;
+  twin.DOFRegression = DOFRegression;
+  twin.ResAvg = ResAvg;
+  twin.ResSum = ResSum;
+  twin.Durbin = Durbin;
+  twin.R2 = R2;
+  twin.R2Adjust = R2Adjust;
+  twin.StdErr = StdErr;
+  twin.Statistics = Statistics;
+  twin.coefficients_ = coefficients_;
+  twin.values_ = values_;
+  twin.covariance_ = covariance_;
+  twin.ranges_ = ranges_;
+  twin.sweep_ = sweep_;
+  twin.input_ = input_;
 }
 
 bool ModelClass::Evaluate(std::span<const double> x, double& y, std::string& /*ErrString*/) {

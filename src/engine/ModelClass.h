@@ -141,6 +141,8 @@ class ModelClass : public SeriesStyle {
   void CopyStatsTo(ModelClass& other) const { other.Statistics = Statistics; }
   // An independent twin: compiled anew, then everything of the fit copied.
   std::unique_ptr<ModelClass> CopyTo() const;
+  // The latter alone, to a model of the same text.
+  void CopyFitTo(ModelClass& twin) const;
 
   // The model's value at x (one number per independent variable) for the present coefficients. False where it has
   // none; y is then 0 for a built-in model and left alone otherwise. `ErrString` is never written.

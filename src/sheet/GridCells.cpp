@@ -90,6 +90,79 @@ void GridCells::MoveColumns(std::span<const std::size_t> targets) {
   columns_ = std::move(arranged);
 }
 
+void GridCells::GridClearRange(const CellRange& range) {
+  for (std::size_t col = range.FirstCol; col <= std::min(range.LastCol, columns_.size()); ++col) {
+    std::vector<double>& column = columns_[col - 1];
+    for (std::size_t row = range.FirstRow; row <= std::min(range.LastRow, column.size()); ++row)
+      column[row - 1] = std::bit_cast<double>(kEmptyBits);
+  }
+}
+
+void GridCells::GridInsertRows(std::size_t row, std::size_t count) {
+  for (auto& column : columns_)
+    if (row <= column.size())
+      column.insert(column.begin() + static_cast<std::ptrdiff_t>(row - 1), count, std::bit_cast<double>(kEmptyBits));
+}
+
+void GridCells::GridDeleteRows(std::size_t row, std::size_t count) {
+  for (auto& column : columns_) {
+    if (row > column.size()) continue;
+    const auto first = column.begin() + static_cast<std::ptrdiff_t>(row - 1);
+    column.erase(first, first + static_cast<std::ptrdiff_t>(std::min(count, column.size() - (row - 1))));
+  }
+}
+
+void GridCells::DeleteMarkedRows(const std::vector<bool>& marked) {
+  for (auto& column : columns_) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < column.size(); ++i)
+      if (i >= marked.size() || !marked[i]) column[kept++] = column[i];
+    column.resize(kept);
+  }
+}
+
+GridCells GridCells::CopyRange(const CellRange& range) const {
+  GridCells copy;
+  for (std::size_t col = range.FirstCol; col <= std::min(range.LastCol, columns_.size()); ++col) {
+    const std::vector<double>& column = columns_[col - 1];
+    const std::size_t first = std::min(range.FirstRow - 1, column.size());
+    const std::size_t last = std::min(range.LastRow, column.size());
+    auto& target = copy.columns_.emplace_back(column.begin() + static_cast<std::ptrdiff_t>(first),
+                                              column.begin() + static_cast<std::ptrdiff_t>(std::max(first, last)));
+    for (double& cell : target) {
+      if (!IsText(cell)) continue;
+      copy.texts_.push_back(TextBehind(cell));
+      cell = std::bit_cast<double>(kTextBits + (copy.texts_.size() - 1));
+    }
+  }
+  return copy;
+}
+
+void GridCells::PutRange(const CellRange& range, const GridCells& copy) {
+  GridClearRange(range);
+  for (std::size_t col = 1; col <= std::min(range.Cols(), copy.columns_.size()); ++col) {
+    const std::vector<double>& column = copy.columns_[col - 1];
+    for (std::size_t row = 1; row <= std::min(range.Rows(), column.size()); ++row) {
+      const double cell = column[row - 1];
+      if (IsEmpty(cell)) continue;
+      if (IsText(cell)) {
+        SetGridCellText(range.FirstRow + row - 1, range.FirstCol + col - 1, copy.TextBehind(cell));
+      } else {
+        SetCell(range.FirstRow + row - 1, range.FirstCol + col - 1, cell);
+      }
+    }
+  }
+}
+
+void GridCells::ExchangeColumns(std::size_t a, std::size_t b, std::size_t firstRow, std::size_t lastRow) {
+  lastRow = std::min(lastRow, GridLastRow());
+  for (std::size_t row = firstRow; row <= lastRow; ++row) {
+    const double cell = Cell(row, a);
+    SetCell(row, a, Cell(row, b));
+    SetCell(row, b, cell);
+  }
+}
+
 std::vector<double> GridCells::TakeColumn(std::size_t col, std::size_t rows) {
   std::vector<double> column;
   if (col <= columns_.size()) column = std::exchange(columns_[col - 1], {});

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "sheet/CellRange.h"
+
 namespace quorvex {
 
 // The cells of a grid, column by column. A cell is empty, a number or a text. Rows and columns are counted from 1, as
@@ -54,6 +56,19 @@ class GridCells {
   // Column p goes to column targets[p - 1], and nowhere where that is 0 or missing; what was not moved to is empty
   // after that. Of two columns with one target the later stays.
   void MoveColumns(std::span<const std::size_t> targets);
+
+  void GridClearRange(const CellRange& range);
+  // Puts `count` empty rows above `row`.
+  void GridInsertRows(std::size_t row, std::size_t count);
+  void GridDeleteRows(std::size_t row, std::size_t count);
+  // Deletes each row whose flag is set, the first flag being that of row 1.
+  void DeleteMarkedRows(const std::vector<bool>& marked);
+  // The cells of a range, its top left corner in row 1 and column 1.
+  GridCells CopyRange(const CellRange& range) const;
+  // Gives a range the cells of such a copy, the empty ones too.
+  void PutRange(const CellRange& range, const GridCells& copy);
+  // Exchanges the cells of two columns from `firstRow` to `lastRow`.
+  void ExchangeColumns(std::size_t a, std::size_t b, std::size_t firstRow, std::size_t lastRow);
 
   // Takes a column out of the grid as it stands, marks included, cut or filled up with empty cells to `rows` rows.
   std::vector<double> TakeColumn(std::size_t col, std::size_t rows);

@@ -1,0 +1,128 @@
+#include "project/ProjectEditor.h"
+
+#include <algorithm>
+
+namespace quorvex {
+
+ProjectEditor::ProjectEditor(Project& project, const Settings& settings, Prompter& user)
+    : Edit{project.Sheet,
+           project.Locale,
+           user,
+           {},
+           [this](const std::string& label, const CellRange& range) { Push(label, range); }},
+      project_(project),
+      settings_(settings) {
+  undo_.Init(project.Sheet);
+}
+
+UndoOutcome ProjectEditor::UpdateUndoMenu(std::string& label, int& action, const CellRange& range) {
+  UndoOutcome outcome;
+  if (action == kLeaveUndo) return outcome;
+  const auto levels = static_cast<std::size_t>(std::max(0, settings_.Integer("undolevels")));
+  if (undo_.Enabled() && levels == 0) {
+    Edit.User.Refuse("Cannot UNDO, the UNDO feature has been disabled.");
+    undo_.Disable();  // once said, it is known
+    action = kResetUndo;
+  }
+  if (action == kResetUndo || !undo_.Enabled()) {
+    undo_.Reset();
+    Menu = UndoMenu();
+  } else if (action == kPushUndo) {
+    const auto solved = [](const auto& item) { return item.Solved; };
+    const bool saveRegression =
+        std::any_of(project_.Models.begin(), project_.Models.end(), [](const auto& model) { return model->Solved; });
+    const bool saveInterpolation = std::any_of(project_.Interpolations.begin(), project_.Interpolations.end(), solved);
+    if (undo_.PushEvent(label, range, project_.Models, project_.Interpolations, saveRegression, saveInterpolation,
+                        levels)) {
+      Menu = {label, true, true};
+    } else {
+      StopUndo("An error occurred memorizing this transaction, possibly due to memory requirements.", action);
+    }
+  } else if (action == kPopUndo) {
+    outcome = undo_.PopEvent(project_.Models, project_.Interpolations);
+    if (outcome.Ok) {
+      project_.Changed = true;
+      label = outcome.NextLabel;
+      ShowNewest(outcome);
+      if (outcome.LostModels > 0)
+        Edit.User.Inform(std::to_string(outcome.LostModels) +
+                         " user defined model(s) could not be recovered because the definition has changed after this "
+                         "UNDO level.");
+    } else {
+      StopUndo("An error occurred UNDO-ing this transaction, possibly due to memory requirements.", action);
+    }
+  } else {
+    StopUndo("An error occurred with the UNDO feature.", action);
+  }
+  return outcome;
+}
+
+UndoOutcome ProjectEditor::EditUndo() {
+  std::string label;
+  int action = kPopUndo;
+  return UpdateUndoMenu(label, action);
+}
+
+std::vector<std::string> ProjectEditor::UndoHistory() {
+  std::vector<std::string> labels;
+  if (!undo_.ListUndoEvents(labels)) {
+    Edit.User.Refuse("Error retrieving Undo history.");
+    return {};
+  }
+  std::reverse(labels.begin(), labels.end());
+  for (std::size_t i = 0; i < labels.size(); ++i) labels[i] = std::to_string(i + 1) + "\t" + labels[i];
+  return labels;
+}
+
+UndoOutcome ProjectEditor::UndoNewest(std::size_t count) {
+  UndoOutcome all;
+  for (std::size_t i = 0; i < count; ++i) {
+    UndoOutcome one = EditUndo();
+    one.DataRestored |= all.DataRestored;
+    one.RegressionChanged |= all.RegressionChanged;
+    one.InterpolationChanged |= all.InterpolationChanged;
+    one.LostModels += all.LostModels;
+    all = one;
+    if (!one.Ok) break;
+  }
+  return all;
+}
+
+void ProjectEditor::ForgetNewest() {
+  const UndoOutcome outcome = undo_.ClearEvent();
+  if (outcome.Ok) ShowNewest(outcome);
+}
+
+void ProjectEditor::DataChanged() {
+  project_.Changed = true;
+  DropSolutions();
+}
+
+void ProjectEditor::Push(const std::string& label, const CellRange& range) {
+  std::string shown = label;
+  int action = kPushUndo;
+  UpdateUndoMenu(shown, action, range);
+  project_.Changed = true;
+  const auto extent = UndoExtentOf(label);
+  if (extent != UndoExtent::Formats && extent != UndoExtent::Headers) DropSolutions();
+}
+
+void ProjectEditor::ShowNewest(const UndoOutcome& outcome) {
+  Menu = {outcome.NextLabel, outcome.MoreLeft, outcome.MoreLeft};
+}
+
+void ProjectEditor::StopUndo(const std::string& cause, int& action) {
+  undo_.Disable();
+  Menu = UndoMenu();
+  action = kResetUndo;
+  Edit.User.Refuse(cause + " Quorvex will continue without UNDO in the current window.");
+}
+
+// A model that was never solved keeps the estimates that its user has chosen.
+void ProjectEditor::DropSolutions() {
+  for (const auto& model : project_.Models)
+    if (model->Solved) model->Datachange();
+  for (InterpClass& interpolation : project_.Interpolations) interpolation.Datachange();
+}
+
+}  // namespace quorvex

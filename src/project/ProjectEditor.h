@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "core/Settings.h"
+#include "project/Project.h"
+#include "sheet/SheetEdit.h"
+#include "sheet/clsUndo.h"
+
+namespace quorvex {
+
+// The Edit menu's entries for undo as they are to be shown.
+struct UndoMenu {
+  std::string UndoText = kCannotUndo;
+  bool UndoEnabled = false;
+  bool HistoryEnabled = false;
+
+  bool operator==(const UndoMenu&) const = default;
+};
+
+// What UpdateUndoMenu is to do.
+enum UndoAction : int { kResetUndo = -1, kLeaveUndo = 0, kPushUndo = 1, kPopUndo = 2 };
+
+// A project that is being edited in a window: what its commands work on, and its undo stack, which lives as long as
+// the window. Project, settings and prompter outlive it.
+class ProjectEditor {
+ public:
+  ProjectEditor(Project& project, const Settings& settings, Prompter& user);
+  ProjectEditor(const ProjectEditor&) = delete;
+  ProjectEditor& operator=(const ProjectEditor&) = delete;
+
+  // For the commands on the sheet; the window keeps Selection up to date. Its PushUndo also marks what the command is
+  // about to change: the project as changed and, where that are cells, its solutions as no longer valid.
+  SheetEdit Edit;
+  UndoMenu Menu;
+
+  // The single door to the undo stack. Pushes a snapshot for the operation `label`, which is about to change `range`,
+  // pops one, or resets the stack, and sets Menu. Where undo fails the user is told, undo is off for this window,
+  // `action` becomes kResetUndo, and the project is left alone. After a pop `label` is the next one, and the result
+  // says what the windows have to bring up to date.
+  UndoOutcome UpdateUndoMenu(std::string& label, int& action, const CellRange& range = {});
+
+  // Takes back the newest operation.
+  UndoOutcome EditUndo();
+  // The lines of Undo History, newest first: number, tab, label. Empty, after a word to the user, where there are none
+  // to be had.
+  std::vector<std::string> UndoHistory();
+  // Takes back the newest `count` operations, as chosen in Undo History.
+  UndoOutcome UndoNewest(std::size_t count);
+  // Forgets the newest snapshot, of an operation that was called off.
+  void ForgetNewest();
+
+  // The cells have changed: the project is to be saved, and nothing in it is solved any more.
+  void DataChanged();
+
+ private:
+  void Push(const std::string& label, const CellRange& range);
+  void ShowNewest(const UndoOutcome& outcome);
+  void StopUndo(const std::string& cause, int& action);
+  void DropSolutions();
+
+  Project& project_;
+  const Settings& settings_;
+  clsUndo undo_;
+};
+
+// The heading over the lines of Undo History.
+inline constexpr const char* kUndoHistoryHeading = "Number:     Action:";
+
+}  // namespace quorvex

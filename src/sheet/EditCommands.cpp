@@ -1,0 +1,111 @@
+#include "sheet/EditCommands.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Files.h"
+#include "sheet/PasteSpecial.h"
+
+namespace quorvex {
+namespace {
+
+// The grid keeps its last row free when rows are inserted.
+constexpr std::size_t kMostRowsAfterInsert = kMostSheetRows - 1;
+
+bool CopyTo(const SheetEdit& edit, Clipboard& clipboard, std::string_view command) {
+  const auto range = edit.OneRange(command);
+  if (range) clipboard.SetText(ClipboardText(edit.Sheet.Cells, *range, edit.Locale, false));
+  return range.has_value();
+}
+
+// Flags for rows that have some, but not all, of their X and Y.
+std::vector<bool> IncompleteRows(const DataSheet& sheet) {
+  std::vector<bool> incomplete(sheet.Cells.GridLastRow());
+  const std::size_t needed = sheet.IndependentVariables + 1;
+  for (std::size_t row = 1; row <= incomplete.size(); ++row) {
+    std::size_t filled = 0;
+    for (std::size_t col = 1; col <= needed; ++col) filled += GridCells::IsEmpty(sheet.Cells.Cell(row, col)) ? 0 : 1;
+    incomplete[row - 1] = filled > 0 && filled < needed;
+  }
+  return incomplete;
+}
+
+}  // namespace
+
+bool EditCut(const SheetEdit& edit, Clipboard& clipboard) {
+  if (!CopyTo(edit, clipboard, "Cut")) return false;
+  edit.PushUndo("&Undo Cut", edit.Selection.front());
+  edit.Sheet.Cells.GridClearRange(edit.Selection.front());
+  return true;
+}
+
+bool EditCopy(const SheetEdit& edit, Clipboard& clipboard) { return CopyTo(edit, clipboard, "Copy"); }
+
+bool CopyGrid(const SheetEdit& edit, Clipboard& clipboard) {
+  const CellRange sheet = edit.WholeSheet();
+  if (sheet.LastRow == 0) return false;
+  clipboard.SetText(ClipboardText(edit.Sheet.Cells, sheet, edit.Locale, false));
+  return true;
+}
+
+bool EditPaste(const SheetEdit& edit, const Clipboard& clipboard) {
+  const auto range = edit.OneRange("Paste");
+  return range && PasteText(edit, clipboard.Text(), range->FirstRow, range->FirstCol, false, "&Undo Paste");
+}
+
+bool ClearSelection(const SheetEdit& edit) {
+  const auto range = edit.OneRange("Clear");
+  if (!range) return false;
+  edit.PushUndo("&Undo Clear Selection", *range);
+  edit.Sheet.Cells.GridClearRange(*range);
+  return true;
+}
+
+bool ClearGrid(const SheetEdit& edit) {
+  const std::string question = "This operation will clear all existing data. " + std::string(NL);
+  if (!edit.User.Ask(question + "Do you want to continue?")) return false;
+  edit.PushUndo("&Undo Clear Sheet", edit.WholeSheet());
+  edit.Sheet.Cells = GridCells();
+  return true;
+}
+
+bool InsertRows(const SheetEdit& edit) {
+  const auto range = edit.OneRange("Insert");
+  if (!range) return false;
+  if (range->Rows() + edit.Sheet.Cells.GridLastRow() > kMostRowsAfterInsert) {
+    edit.User.Refuse(
+        "The maximum number of rows that the spreadsheet can contain is 65,536. The number of selected rows cannot be "
+        "inserted.");
+    return false;
+  }
+  edit.PushUndo("&Undo Insert Row(s)", *range);
+  edit.Sheet.Cells.GridInsertRows(range->FirstRow, range->Rows());
+  return true;
+}
+
+bool DeleteSelection(const SheetEdit& edit) {
+  auto range = edit.OneRange("Delete");
+  if (!range) return false;
+  range->LastRow = std::min(range->LastRow, edit.Sheet.Cells.GridLastRow());
+  if (range->LastRow < range->FirstRow) return false;
+  edit.PushUndo("&Undo Delete Selection", *range);
+  edit.Sheet.Cells.GridDeleteRows(range->FirstRow, range->Rows());
+  return true;
+}
+
+bool DeleteIncompleteRows(const SheetEdit& edit) {
+  const std::vector<bool> incomplete = IncompleteRows(edit.Sheet);
+  const auto count = std::count(incomplete.begin(), incomplete.end(), true);
+  if (count == 0) {
+    edit.User.Inform("There were no incomplete rows to delete.");
+    return false;
+  }
+  edit.PushUndo("&Undo Delete Incomplete Rows", edit.WholeSheet());
+  edit.Sheet.Cells.DeleteMarkedRows(incomplete);
+  edit.User.Inform(std::to_string(count) + " incomplete rows were deleted.");
+  return true;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,122 @@
+#include "sheet/PasteSpecial.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Files.h"
+#include "core/NumberText.h"
+#include "sheet/CellEntry.h"
+#include "sheet/ParseDelimitedLines.h"
+
+namespace quorvex {
+namespace {
+
+// Cells to be put somewhere: as many rows and columns as their text has, though the last may be empty.
+struct Block {
+  GridCells Cells;
+  std::size_t Rows = 0, Cols = 0;
+};
+
+// The most cells that one of the first `lines` lines of the text has.
+std::size_t WidestLine(std::string_view text, std::size_t lines) {
+  std::size_t widest = 0;
+  for (; lines > 0 && !text.empty(); --lines) {
+    const std::string_view line = TakeLine(text);
+    widest = std::max(widest, static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')) + 1);
+  }
+  return widest;
+}
+
+// The parser knows the locale's numbers. In a sheet a date is a number too, and so is one with a point from a program
+// that speaks no locale.
+void ReadOtherNumbers(Block& block, const LocaleText& locale) {
+  for (std::size_t col = 1; col <= block.Cols; ++col) {
+    for (std::size_t row = 1; row <= block.Rows; ++row) {
+      const double cell = block.Cells.Cell(row, col);
+      if (!GridCells::IsText(cell)) continue;
+      const std::string& text = block.Cells.TextBehind(cell);
+      const auto entry = ReadCellEntry(text, locale);
+      if (const auto value = entry ? entry->Value : NumericText(text)) block.Cells.SetGridCellNumber(row, col, *value);
+    }
+  }
+}
+
+GridCells Rotated(const GridCells& cells, std::size_t rows, std::size_t cols) {
+  GridCells rotated;
+  for (std::size_t row = 1; row <= rows; ++row) {
+    for (std::size_t col = 1; col <= cols; ++col) {
+      const double cell = cells.Cell(row, col);
+      if (GridCells::IsText(cell)) {
+        rotated.SetGridCellText(col, row, cells.TextBehind(cell));
+      } else if (!GridCells::IsEmpty(cell)) {
+        rotated.SetGridCellNumber(col, row, cell);
+      }
+    }
+  }
+  return rotated;
+}
+
+// Reads the text as it will stand in a sheet that has room for `rows` rows and `cols` columns.
+Block ReadBlock(std::string_view text, const LocaleText& locale, bool rotated, std::size_t rows, std::size_t cols) {
+  DelimitedFormat format;
+  format.OverrideDecimal = false;
+  format.DecimalSeparator = locale.DecimalSeparator;
+  format.LineLimit = rotated ? cols : rows;
+  format.ColumnLimit = rotated ? rows : cols;
+  DelimitedLines parsed = ParseDelimitedLines(text, format);
+  // The parser stores no empty cells at line ends, but they are to empty those of the sheet.
+  Block block{std::move(parsed.Cells), parsed.Rows, std::min(format.ColumnLimit, WidestLine(text, format.LineLimit))};
+  ReadOtherNumbers(block, locale);
+  if (!rotated) return block;
+  return {Rotated(block.Cells, block.Rows, block.Cols), block.Cols, block.Rows};
+}
+
+}  // namespace
+
+std::string ClipboardText(const GridCells& cells, const CellRange& range, const LocaleText& locale, bool rotated) {
+  const std::size_t used = std::max(cells.GridLastRow(), range.FirstRow);
+  const std::size_t lastRow = range.LastRow >= kMostSheetRows ? std::min(range.LastRow, used) : range.LastRow;
+  std::string text;
+  const auto append = [&](std::size_t row, std::size_t col, bool endsLine) {
+    std::string cell = EntryText(cells, row, col, locale);
+    // What would split the cell in two becomes a blank.
+    std::replace_if(
+        cell.begin(), cell.end(), [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
+    text += cell;
+    text += endsLine ? NL : "\t";
+  };
+  if (rotated) {
+    for (std::size_t col = range.FirstCol; col <= range.LastCol; ++col)
+      for (std::size_t row = range.FirstRow; row <= lastRow; ++row) append(row, col, row == lastRow);
+  } else {
+    for (std::size_t row = range.FirstRow; row <= lastRow; ++row)
+      for (std::size_t col = range.FirstCol; col <= range.LastCol; ++col) append(row, col, col == range.LastCol);
+  }
+  return text;
+}
+
+bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, bool rotated,
+               const std::string& label) {
+  if (row > kMostSheetRows || col > edit.Sheet.ColumnCount()) return false;
+  const Block block =
+      ReadBlock(text, edit.Locale, rotated, kMostSheetRows - row + 1, edit.Sheet.ColumnCount() - col + 1);
+  if (block.Rows == 0 || block.Cols == 0) return false;
+  const CellRange target{row, col, row + block.Rows - 1, col + block.Cols - 1};
+  edit.PushUndo(label, target);
+  edit.Sheet.Cells.PutRange(target, block.Cells);
+  return true;
+}
+
+bool PasteSpecial(const SheetEdit& edit, std::string_view text, bool ckRotated) {
+  const auto range = edit.OneRange(kPasteSpecialCommand);
+  return range && PasteText(edit, text, range->FirstRow, range->FirstCol, ckRotated,
+                            ckRotated ? "&Undo Paste Rotated" : "&Undo Paste Special");
+}
+
+std::optional<std::string> CopySpecial(const SheetEdit& edit, bool ckRotated) {
+  const auto range = edit.OneRange(kCopySpecialCommand);
+  if (!range) return std::nullopt;
+  return ClipboardText(edit.Sheet.Cells, *range, edit.Locale, ckRotated);
+}
+
+}  // namespace quorvex

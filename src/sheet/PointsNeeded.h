@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+
+#include "core/Prompter.h"
+
+namespace quorvex {
+
+// Whether that many complete rows are enough; refused where they are not.
+
+inline bool EnoughPointsToSolve(std::size_t points, Prompter& user) {
+  if (points < 3) user.Refuse("You need at least 3 data points in order to obtain a solution.");
+  return points >= 3;
+}
+
+inline bool EnoughPointsToPlot(std::size_t points, Prompter& user) {
+  if (points < 2) user.Refuse("You need at least 2 data points in order to create a plot.");
+  return points >= 2;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,25 @@
+#include "sheet/TypeInCell.h"
+
+#include "sheet/CellEntry.h"
+
+namespace quorvex {
+
+bool TypeInCell(const SheetEdit& edit, std::size_t row, std::size_t col, const std::string& text) {
+  GridCells& cells = edit.Sheet.Cells;
+  if (text == EntryText(cells, row, col, edit.Locale)) return true;
+  const std::optional<CellEntry> entry = ReadCellEntry(text, edit.Locale);
+  if (!entry) {
+    edit.User.Refuse("Invalid entry.");
+    return false;
+  }
+  edit.PushUndo("&Undo Typing \"" + text + "\" in " + edit.Sheet.Headers[col - 1] + ":" + std::to_string(row),
+                {row, col, row, col});
+  if (entry->Value) {
+    cells.SetGridCellNumber(row, col, *entry->Value);
+  } else {
+    cells.ClearCell(row, col);
+  }
+  return true;
+}
+
+}  // namespace quorvex

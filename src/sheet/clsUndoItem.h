@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/InterpClass.h"
+#include "engine/ModelCollection.h"
+#include "sheet/CellRange.h"
+#include "sheet/DataSheet.h"
+
+namespace quorvex {
+
+// What a snapshot of the undo stack holds, which its label decides.
+enum class UndoExtent {
+  Formats,          // the formats of all columns
+  Headers,          // the headers of all columns
+  HeadersAndCells,  // those and the range
+  Cells,            // the range, put back in place
+  DeletedRows,      // the rows of the range, put back by insertion
+  InsertedRows,     // where rows were inserted, and how many
+  WholeSheet,       // every cell
+  Models            // no cells, the solved models and interpolations alone
+};
+
+// Nothing for a text that is no label of the undo stack.
+std::optional<UndoExtent> UndoExtentOf(std::string_view label);
+
+// A snapshot of what one operation could destroy.
+class clsUndoItem {
+ public:
+  std::string EventString;  // the label, the text shown in the menu, such as "&Undo Sort"
+  UndoExtent Extent = UndoExtent::Models;
+
+  std::size_t RegressionCount() const { return regressions_.size(); }
+  std::size_t InterpolationCount() const { return interpolations_.size(); }
+
+  void CopyInterpolation(const std::vector<InterpClass>& interpolationList);
+  void CopyRegression(const ModelCollection& regressionList);
+  // Makes the saved models the solved ones of the list again, and no others. A user-defined model whose definition has
+  // changed since, or that is gone, is left out; returns how many those are.
+  std::size_t RecoverRegression(ModelCollection& regressionList) const;
+  // The same for interpolations, which are always there.
+  void RecoverInterpolation(std::vector<InterpClass>& interpolationList) const;
+
+  void RecoverData(DataSheet& grid) const;
+  void CopyFormat(const DataSheet& grid) { formats_ = grid.Formats; }
+  void RecoverFormat(DataSheet& grid) const { grid.Formats = formats_; }
+  void CopyHeaders(const DataSheet& grid) { headers_ = grid.Headers; }
+  void RecoverHeaders(DataSheet& grid) const { grid.Headers = headers_; }
+  // `range`: the cells that the operation is about to change, or the rows it inserts.
+  void CopyData(const DataSheet& grid, const CellRange& range);
+
+ private:
+  CellRange range_;
+  GridCells cells_;
+  std::vector<std::string> headers_;
+  std::vector<ColumnFormat> formats_;
+  std::vector<std::unique_ptr<ModelClass>> regressions_;
+  std::vector<InterpClass> interpolations_;
+};
+
+}  // namespace quorvex

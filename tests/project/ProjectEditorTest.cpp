@@ -1,0 +1,354 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <random>
+
+#include "RecordingClipboard.h"
+#include "RecordingPrompter.h"
+#include "engine/UserModel.h"
+#include "project/ProjectEditor.h"
+#include "sheet/ColumnLayout.h"
+#include "sheet/EditCommands.h"
+#include "sheet/PasteSpecial.h"
+#include "sheet/TypeInCell.h"
+
+namespace quorvex {
+namespace {
+
+using Said = std::vector<std::string>;
+
+const UndoMenu kNothingToUndo;
+
+// A window's project without the window.
+struct EditedProject {
+  Settings Preferences;
+  RecordingPrompter User;
+  RecordingClipboard Board;
+  Project Document;
+  ProjectEditor Editor;
+
+  explicit EditedProject(int undolevels = 15, std::size_t variables = 1, bool weighted = true)
+      : Preferences(WithLevels(undolevels)),
+        Document(NewProject(variables, weighted, LocaleText())),
+        Editor(Document, Preferences, User) {}
+
+  static Settings WithLevels(int undolevels) {
+    Settings settings;
+    settings.SetNumber("undolevels", undolevels);
+    return settings;
+  }
+
+  bool Type(std::size_t row, std::size_t col, const std::string& text) {
+    return TypeInCell(Editor.Edit, row, col, text);
+  }
+  void Select(const CellRange& range) { Editor.Edit.Selection = {range}; }
+  std::string Text(std::size_t row, std::size_t col) const { return Document.Sheet.Cells.GridCellText(row, col); }
+  UndoOutcome Update(std::string label, int action) { return Editor.UpdateUndoMenu(label, action); }
+
+  // Solves the line a*x+b and the spline through the present points.
+  void Solve(const char* model = "a*x+b") {
+    const SolveData data{{{1, 2, 3, 4}}, {2, 4, 6.5, 7}, {1, 1, 1, 1}, {1, 1, 1, 1}};
+    std::string log;
+    SolveForm form;
+    ModelClass& line = *Document.Models.Find(model);
+    line.SolveType = 1;
+    ASSERT_TRUE(line.Fit(data, Settings(), log, form)) << log;
+    ASSERT_TRUE(Document.Interpolations[0].Fit(data, log)) << log;
+  }
+};
+
+// Everything that undo has to bring back, as one text.
+std::string Content(const Project& project) {
+  std::string text =
+      ClipboardText(project.Sheet.Cells, {1, 1, std::max<std::size_t>(project.Sheet.Cells.GridLastRow(), 1), 25},
+                    project.Locale, false);
+  for (const std::string& header : project.Sheet.Headers) text += header + "|";
+  for (const ColumnFormat& format : project.Sheet.Formats) text += format.NumberFormat + "|";
+  for (const auto& model : project.Models) {
+    if (!model->Solved) continue;
+    text += model->id;
+    for (int i = 1; i <= model->NumDependentVar(); ++i) text += " " + std::to_string(model->Values(i));
+  }
+  for (const InterpClass& interpolation : project.Interpolations) text += interpolation.Solved ? "+" : "-";
+  return text;
+}
+
+TEST(UndoExtentOf, KnowsTheLabelsOfAllOperations) {
+  const struct {
+    UndoExtent extent;
+    Said labels;
+  } kCases[] = {
+      {UndoExtent::Formats, {"&Undo Format Cells"}},
+      {UndoExtent::Headers, {"&Undo Edit Header", "&Undo Default Headers"}},
+      {UndoExtent::HeadersAndCells, {"&Undo Exchange Headers"}},
+      {UndoExtent::Cells,
+       {"&Undo Typing \"1\" in X:1", "&Undo Sweep Constant in X", "&Undo Sweep Linear in X",
+        "&Undo Sweep Function in X", "&Undo Clear Selection", "&Undo Sort", "&Undo Cut", "&Undo Exchange",
+        "&Undo Scale", "&Undo Translate", "&Undo Combine", "&Undo Paste", "&Undo Paste Special",
+        "&Undo Paste Rotated"}},
+      {UndoExtent::DeletedRows, {"&Undo Delete Selection"}},
+      {UndoExtent::InsertedRows, {"&Undo Insert Row(s)"}},
+      {UndoExtent::WholeSheet,
+       {"&Undo Clear Sheet", "&Undo Delete Incomplete Rows", "&Undo Zero Negative Data", "&Undo Zero Positive Data",
+        "&Undo Average Replicates", "&Undo Smooth"}},
+      {UndoExtent::Models,
+       {"&Undo Solve All", "&Undo Solve Last", "&Undo Solve Group", "&Undo Solve 'a*x+b...'", "&Undo Clear Fits",
+        "&Undo Modify Parameters 'a*x+b...'"}},
+  };
+  for (const auto& c : kCases)
+    for (const std::string& label : c.labels) EXPECT_EQ(UndoExtentOf(label), c.extent) << label;
+  for (const char* label : {"", "&Undo", "&Undo Sorting", "Undo Sort", "&Undo Solve"})
+    EXPECT_FALSE(UndoExtentOf(label)) << label;
+}
+
+TEST(UpdateUndoMenu, ShowsTheNewestLabelUntilNoneIsLeft) {
+  EditedProject p;
+  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  EXPECT_FALSE(p.Document.Changed);
+  p.Type(1, 1, "1");
+  EXPECT_TRUE(p.Document.Changed);
+  EXPECT_EQ(p.Editor.Menu, (UndoMenu{"&Undo Typing \"1\" in X:1", true, true}));
+  p.Type(2, 3, "2");
+  p.Update("", kLeaveUndo);
+  EXPECT_EQ(p.Editor.Menu.UndoText, "&Undo Typing \"2\" in StDev:2");
+  EXPECT_EQ(p.Editor.UndoHistory(), (Said{"1\t&Undo Typing \"2\" in StDev:2", "2\t&Undo Typing \"1\" in X:1"}));
+  EXPECT_TRUE(p.Editor.EditUndo().Ok);
+  EXPECT_EQ(p.Text(2, 3), "");
+  EXPECT_EQ(p.Text(1, 1), "1");
+  EXPECT_EQ(p.Editor.Menu, (UndoMenu{"&Undo Typing \"1\" in X:1", true, true}));
+  EXPECT_TRUE(p.Editor.EditUndo().Ok);
+  EXPECT_EQ(p.Text(1, 1), "");
+  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  EXPECT_TRUE(p.Editor.UndoHistory().empty());
+  p.Type(1, 1, "1");
+  p.Update("", kResetUndo);
+  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  EXPECT_EQ(p.Text(1, 1), "1");
+  EXPECT_TRUE(p.User.Said.empty());
+}
+
+TEST(UpdateUndoMenu, KeepsAsManySnapshotsAsTheSettingSays) {
+  EditedProject p(3);
+  for (int row = 1; row <= 4; ++row) p.Type(static_cast<std::size_t>(row), 1, std::to_string(row));
+  EXPECT_EQ(p.Editor.UndoHistory(),
+            (Said{"1\t&Undo Typing \"4\" in X:4", "2\t&Undo Typing \"3\" in X:3", "3\t&Undo Typing \"2\" in X:2"}));
+  p.Preferences.SetNumber("undolevels", 2);  // a smaller limit holds from the next operation on
+  p.Type(5, 1, "5");
+  EXPECT_EQ(p.Editor.UndoHistory(), (Said{"1\t&Undo Typing \"5\" in X:5", "2\t&Undo Typing \"4\" in X:4"}));
+  const UndoOutcome outcome = p.Editor.UndoNewest(2);
+  EXPECT_TRUE(outcome.Ok && outcome.DataRestored && !outcome.MoreLeft);
+  EXPECT_EQ(p.Document.Sheet.Cells.GridLastRow(), 3u);
+  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+}
+
+TEST(UpdateUndoMenu, SaysOnceThatUndoIsDisabled) {
+  EditedProject p(0);
+  EXPECT_TRUE(p.Type(1, 1, "1"));
+  EXPECT_EQ(p.User.Said, Said{"refuse: Cannot UNDO, the UNDO feature has been disabled."});
+  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  EXPECT_TRUE(p.Type(2, 1, "2"));
+  EXPECT_FALSE(p.Editor.EditUndo().Ok);
+  EXPECT_EQ(p.User.Said.size(), 1u);
+  EXPECT_EQ(p.Text(1, 1) + p.Text(2, 1), "12");
+  EXPECT_TRUE(p.Document.Changed);
+}
+
+TEST(UpdateUndoMenu, StopsUndoForTheWindowAfterAFailure) {
+  const struct {
+    const char* label;
+    int action;
+    const char* told;
+  } kCases[] = {
+      {"&Undo Nothing Known", kPushUndo,
+       "An error occurred memorizing this transaction, possibly due to memory requirements. "},
+      {"", kPopUndo, "An error occurred UNDO-ing this transaction, possibly due to memory requirements. "},
+      {"", 7, "An error occurred with the UNDO feature. "},
+  };
+  for (const auto& c : kCases) {
+    EditedProject p;
+    p.Type(1, 1, "1");
+    if (c.action == kPopUndo) p.Editor.EditUndo();  // so that there is none left
+    const std::string before = Content(p.Document);
+    std::string label = c.label;
+    int action = c.action;
+    p.Editor.UpdateUndoMenu(label, action);
+    EXPECT_EQ(action, kResetUndo);
+    EXPECT_EQ(p.User.Said,
+              Said{"refuse: " + std::string(c.told) + "Quorvex will continue without UNDO in the current window."});
+    EXPECT_EQ(Content(p.Document), before);
+    EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+    EXPECT_TRUE(p.Type(2, 2, "5"));  // goes on, without undo and without a word
+    EXPECT_EQ(p.Text(2, 2), "5");
+    EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+    EXPECT_EQ(p.User.Said.size(), 1u);
+    EXPECT_TRUE(p.Editor.UndoHistory().empty());
+    EXPECT_EQ(p.User.Last(), "refuse: Error retrieving Undo history.");
+  }
+}
+
+TEST(ForgetNewest, LeavesTheOperationButNotItsSnapshot) {
+  EditedProject p;
+  p.Type(1, 1, "1");
+  p.Type(1, 1, "2");
+  p.Editor.ForgetNewest();
+  EXPECT_EQ(p.Editor.Menu.UndoText, "&Undo Typing \"1\" in X:1");
+  p.Editor.ForgetNewest();
+  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  EXPECT_EQ(p.Text(1, 1), "2");
+}
+
+TEST(EditUndo, TellsOfDefaultHeadersAsTheirCallerWants) {
+  EditedProject p;
+  p.User.Text = "Time";
+  EXPECT_TRUE(EditHeader(p.Editor.Edit, 1));
+  EXPECT_TRUE(FormatDefault(p.Editor.Edit));
+  const UndoOutcome defaults = p.Editor.EditUndo();
+  EXPECT_EQ(defaults.Code, 5);
+  EXPECT_FALSE(defaults.DataRestored);
+  EXPECT_EQ(p.Document.Sheet.Headers[0], "Time");
+  EXPECT_EQ(p.Editor.EditUndo().Code, 0);
+  EXPECT_EQ(p.Document.Sheet.Headers[0], "X");
+}
+
+TEST(EditUndo, BringsBackTheSolutionsThatAnEditDropped) {
+  EditedProject p;
+  p.Solve();
+  ModelClass& line = *p.Document.Models.Find("a*x+b");
+  const double slope = line.Values(1), rss = line.RSS;
+  p.User.Text = "Time";
+  EXPECT_TRUE(EditHeader(p.Editor.Edit, 1));
+  EXPECT_TRUE(line.Solved);  // a header is no data
+  p.Type(1, 1, "1");
+  EXPECT_FALSE(line.Solved);
+  EXPECT_EQ(line.Values(1), 1);
+  EXPECT_FALSE(p.Document.Interpolations[0].Solved);
+  p.Type(2, 1, "2");
+  EXPECT_FALSE(p.Editor.EditUndo().RegressionChanged);
+  const UndoOutcome outcome = p.Editor.EditUndo();
+  EXPECT_TRUE(outcome.RegressionChanged && outcome.InterpolationChanged && outcome.DataRestored);
+  EXPECT_EQ(p.Document.Models.Find("a*x+b"), &line);  // windows may go on looking at it
+  EXPECT_TRUE(line.Solved);
+  EXPECT_EQ(line.Values(1), slope);
+  EXPECT_EQ(line.RSS, rss);
+  EXPECT_EQ(line.SolveType, 1);
+  EXPECT_TRUE(p.Document.Interpolations[0].Solved);
+  EXPECT_EQ(p.Document.Interpolations[0].NumInputX(), 4u);
+}
+
+TEST(EditUndo, TakesBackSolves) {
+  EditedProject p;
+  p.Type(1, 1, "1");
+  p.Update("&Undo Solve 'a*x+b...'", kPushUndo);
+  p.Solve();
+  p.Update("&Undo Solve 'a*x^2+b*x+c...'", kPushUndo);
+  p.Solve("a*x^2+b*x+c");
+  EXPECT_TRUE(p.Editor.EditUndo().RegressionChanged);
+  EXPECT_TRUE(p.Document.Models.Find("a*x+b")->Solved);
+  EXPECT_FALSE(p.Document.Models.Find("a*x^2+b*x+c")->Solved);
+  EXPECT_TRUE(p.Document.Interpolations[0].Solved);
+  EXPECT_TRUE(p.Editor.EditUndo().RegressionChanged);  // before the first solve nothing was solved
+  EXPECT_FALSE(p.Document.Models.Find("a*x+b")->Solved);
+  EXPECT_FALSE(p.Document.Interpolations[0].Solved);
+  EXPECT_EQ(p.Text(1, 1), "1");
+}
+
+TEST(EditUndo, LeavesOutUserModelsThatWereRedefined) {
+  EditedProject p;
+  const auto addModel = [&](const char* name, const char* text) {
+    p.Document.Models.Add(name, MakeUserModel({name, {text}, "", {{"Value", "1", "Numerical"}}}, 1, LocaleText()));
+  };
+  addModel("Kept", "a*x");
+  addModel("Redefined", "a*x");
+  addModel("Removed", "a*x");
+  for (const char* name : {"Kept", "Redefined", "Removed"}) p.Document.Models.Find(name)->Solved = true;
+  p.Update("&Undo Clear Fits", kPushUndo);
+  for (const char* name : {"Kept", "Redefined", "Removed"}) p.Document.Models.Find(name)->Solved = false;
+  p.Document.Models.Find("Redefined")->SetID("Redefined", {"a*x^2"});
+  p.Document.Models.Remove("Removed");
+  EXPECT_EQ(p.Editor.EditUndo().LostModels, 2u);
+  EXPECT_EQ(p.User.Said, Said{"inform: 2 user defined model(s) could not be recovered because the definition has "
+                              "changed after this UNDO level."});
+  EXPECT_TRUE(p.Document.Models.Find("Kept")->Solved);
+  EXPECT_FALSE(p.Document.Models.Find("Redefined")->Solved);
+}
+
+// Any sequence of commands on a random sheet, taken back one by one, passes through the contents it came from.
+TEST(EditUndo, RestoresWhatEachCommandFound) {
+  std::mt19937 random(20261121);
+  const auto upTo = [&](std::size_t n) { return 1 + random() % n; };
+  const auto text = [&]() -> std::string {
+    const std::string kTexts[] = {"", "text", "-2", "0.1", "2001-02-03", std::to_string(random() % 1000)};
+    return kTexts[random() % 6];
+  };
+  for (int round = 0; round < 40; ++round) {
+    EditedProject p(1000, upTo(3), random() % 2 == 0);
+    const std::size_t columns = p.Document.Sheet.ColumnCount();
+    SheetEdit& edit = p.Editor.Edit;
+    const auto range = [&] {
+      const std::size_t row = upTo(12), col = upTo(columns);
+      const std::size_t lastRow = random() % 8 == 0 ? kMostSheetRows : row + random() % 4;
+      return CellRange{row, col, lastRow, col + random() % (columns - col + 1)};
+    };
+    const std::function<void()> kSteps[] = {
+        [&] { TypeInCell(edit, upTo(12), upTo(columns), text()); },
+        [&] { EditCut(edit, p.Board); },
+        [&] { EditPaste(edit, p.Board); },
+        [&] { PasteSpecial(edit, p.Board.Held, true); },
+        [&] { ClearSelection(edit); },
+        [&] { ClearGrid(edit); },
+        [&] { InsertRows(edit); },
+        [&] { DeleteSelection(edit); },
+        [&] { DeleteIncompleteRows(edit); },
+        [&] { mnuEditExchange(edit); },
+        [&] { EditHeader(edit, upTo(columns)); },
+        [&] { FormatDefault(edit); },
+        [&] { FormatCells(edit, [&](const std::string&) { return std::optional(text()); }); },
+    };
+    std::vector<std::string> contents;
+    for (int step = 0; step < 60; ++step) {
+      p.Select(range());
+      p.Board.Held.clear();
+      for (std::size_t i = random() % 16; i > 0; --i) p.Board.Held += text() + (random() % 3 == 0 ? "\n" : "\t");
+      p.User.Text = text();
+      p.User.Answer = random() % 2 == 0;
+      const std::string before = Content(p.Document);
+      const std::size_t known = p.Editor.UndoHistory().size();
+      kSteps[step < 20 ? random() % 4 : random() % 13]();
+      const std::size_t now = p.Editor.UndoHistory().size();
+      ASSERT_LE(now, known + 1);
+      if (now > known) contents.push_back(before);
+      if (now == known) {
+        ASSERT_EQ(Content(p.Document), before);
+      }
+    }
+    while (!contents.empty()) {
+      const std::string label = p.Editor.Menu.UndoText;
+      ASSERT_TRUE(p.Editor.EditUndo().Ok);
+      ASSERT_EQ(Content(p.Document), contents.back()) << "round " << round << " " << label;
+      contents.pop_back();
+    }
+    EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  }
+}
+
+TEST(EditPaste, TakesAFullSheetInWellUnderASecond) {
+  EditedProject p;
+  for (std::size_t row = 1; row <= kMostSheetRows; ++row)
+    for (std::size_t col = 1; col <= 3; ++col)
+      p.Document.Sheet.Cells.SetGridCellNumber(row, col, static_cast<double>(row) / static_cast<double>(col + 6));
+  p.Select({1, 1, kMostSheetRows, 3});
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_TRUE(EditCut(p.Editor.Edit, p.Board));
+  EXPECT_TRUE(EditPaste(p.Editor.Edit, p.Board));
+  EXPECT_EQ(p.Document.Sheet.Cells.GridCellNumber(kMostSheetRows, 3), static_cast<double>(kMostSheetRows) / 9);
+  p.Editor.UndoNewest(1);
+  EXPECT_EQ(p.Document.Sheet.Cells.GridLastRow(), 0u);
+  p.Editor.UndoNewest(1);
+  EXPECT_EQ(p.Document.Sheet.Cells.GridCellNumber(kMostSheetRows, 3), static_cast<double>(kMostSheetRows) / 9);
+  // Generous, for loaded and for instrumented runs; a tenth of it is usual.
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,286 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "RecordingClipboard.h"
+#include "sheet/EditCommands.h"
+#include "sheet/EditedSheet.h"
+#include "sheet/PasteSpecial.h"
+#include "sheet/PointsNeeded.h"
+#include "sheet/TypeInCell.h"
+
+namespace quorvex {
+namespace {
+
+using Command = std::function<bool(const SheetEdit&, Clipboard&)>;
+using Said = std::vector<std::string>;
+
+const Command kPasteRotated = [](const SheetEdit& edit, Clipboard& board) {
+  return PasteSpecial(edit, board.Text(), true);
+};
+const Command kPasteSpecial = [](const SheetEdit& edit, Clipboard& board) {
+  return PasteSpecial(edit, board.Text(), false);
+};
+const Command kCopyRotated = [](const SheetEdit& edit, Clipboard& board) {
+  const auto text = CopySpecial(edit, true);
+  if (text) board.SetText(*text);
+  return text.has_value();
+};
+const Command kClear = [](const SheetEdit& edit, Clipboard&) { return ClearSelection(edit); };
+const Command kInsert = [](const SheetEdit& edit, Clipboard&) { return InsertRows(edit); };
+const Command kDelete = [](const SheetEdit& edit, Clipboard&) { return DeleteSelection(edit); };
+const Command kIncomplete = [](const SheetEdit& edit, Clipboard&) { return DeleteIncompleteRows(edit); };
+const Command kClearGrid = [](const SheetEdit& edit, Clipboard&) { return ClearGrid(edit); };
+
+TEST(EditCommands, RefuseSeveralRangesEachByItsName) {
+  const struct {
+    const char* name;
+    Command command;
+  } kCases[] = {
+      {"Cut", EditCut},
+      {"Copy", EditCopy},
+      {"Paste", EditPaste},
+      {"Paste Special", kPasteSpecial},
+      {"Copy Special", kCopyRotated},
+      {"Clear", kClear},
+      {"Insert", kInsert},
+      {"Delete", kDelete},
+  };
+  for (const auto& c : kCases) {
+    for (const std::vector<CellRange>& selection :
+         {std::vector<CellRange>{}, std::vector<CellRange>{{1, 1, 1, 1}, {2, 2, 2, 2}}}) {
+      EditedSheet sheet("1 2\n3 4");
+      RecordingClipboard board;
+      board.Held = "7";
+      EXPECT_FALSE(c.command(sheet.With(selection), board)) << c.name;
+      EXPECT_EQ(sheet.User.Said, Said{"refuse: Invalid range selection. The '" + std::string(c.name) +
+                                      "' command cannot be used on multiple selections."});
+      EXPECT_EQ(sheet.Cells(), "1 2\n3 4\n");
+      EXPECT_TRUE(sheet.Undo.empty());
+      EXPECT_EQ(board.Held, "7");
+    }
+  }
+}
+
+TEST(EditCommands, ChangeTheSheetUnderTheirLabels) {
+  const struct {
+    Command command;
+    const char* before;
+    CellRange selection;
+    const char* clipboard;
+    const char* after;
+    const char* label;
+    CellRange extent;
+    const char* held;  // by the clipboard afterwards
+  } kCases[] = {
+      {EditCut, "1 2\n3 4\n5 6", {2, 1, 3, 1}, "", "1 2\n- 4\n- 6\n", "&Undo Cut", {2, 1, 3, 1}, "3\r\n5\r\n"},
+      {EditPaste,
+       "1 2\n3 4\n5 6",
+       {2, 1, 2, 1},
+       "7\t\n\t8\n",
+       "1 2\n7 -\n- 8\n",
+       "&Undo Paste",
+       {2, 1, 3, 2},
+       "7\t\n\t8\n"},
+      // The third column and what is selected below the corner have no part in it; a text stays one, a date is days.
+      {EditPaste,
+       "1 2",
+       {1, 2, 9, 2},
+       "x\t5\r\n2000-01-01\t5",
+       "1 x\n- 36526\n",
+       "&Undo Paste",
+       {1, 2, 2, 2},
+       "x\t5\r\n2000-01-01\t5"},
+      {kPasteRotated,
+       "1 2",
+       {1, 1, 1, 1},
+       "7\t8\t9\n-\t\t3\n",
+       "7 -\n8 -\n9 3\n",
+       "&Undo Paste Rotated",
+       {1, 1, 3, 2},
+       "7\t8\t9\n-\t\t3\n"},
+      {kPasteRotated,
+       "1 2\n3 4\n5 6",
+       {1, 2, 1, 2},
+       "7\t8\n1\t2\t3\n",
+       "1 7\n3 8\n5 6\n",
+       "&Undo Paste Rotated",
+       {1, 2, 2, 2},
+       "7\t8\n1\t2\t3\n"},
+      {kPasteSpecial, "1 2", {2, 1, 2, 1}, "3\t4\t5\n", "1 2\n3 4\n", "&Undo Paste Special", {2, 1, 2, 2}, "3\t4\t5\n"},
+      {kClear,
+       "1 2\nt 4",
+       {1, 1, kMostSheetRows, 1},
+       "",
+       "- 2\n- 4\n",
+       "&Undo Clear Selection",
+       {1, 1, kMostSheetRows, 1},
+       ""},
+      {kInsert, "1 2\n3 4", {2, 2, 3, 2}, "", "1 2\n- -\n- -\n3 4\n", "&Undo Insert Row(s)", {2, 2, 3, 2}, ""},
+      {kDelete, "1 2\n3 4\n5 6", {1, 2, 2, 2}, "", "5 6\n", "&Undo Delete Selection", {1, 2, 2, 2}, ""},
+      {kDelete, "1 2\n3 4", {2, 1, kMostSheetRows, 1}, "", "1 2\n", "&Undo Delete Selection", {2, 1, 2, 1}, ""},
+      {kIncomplete,
+       "1 2\n- 4\n5 -\n- -\nt 6",
+       {1, 1, 1, 1},
+       "",
+       "1 2\n- -\nt 6\n",
+       "&Undo Delete Incomplete Rows",
+       {1, 1, 5, 2},
+       ""},
+      {kClearGrid, "1 2\nt 4", {1, 1, 1, 1}, "", "", "&Undo Clear Sheet", {1, 1, 2, 2}, ""},
+  };
+  for (const auto& c : kCases) {
+    EditedSheet sheet(c.before);
+    RecordingClipboard board;
+    board.Held = c.clipboard;
+    EXPECT_TRUE(c.command(sheet.With({c.selection}), board)) << c.label;
+    EXPECT_EQ(sheet.Cells(), c.after) << c.label;
+    ASSERT_EQ(sheet.Undo.size(), 1u) << c.label;
+    EXPECT_EQ(sheet.Undo[0].first, c.label);
+    EXPECT_EQ(sheet.Undo[0].second, c.extent) << c.label;
+    EXPECT_EQ(sheet.WhenRemembered, std::string(c.before) + "\n") << c.label;
+    EXPECT_EQ(board.Held, c.held) << c.label;
+  }
+}
+
+TEST(EditCommands, LeaveTheSheetAloneWhereThereIsNothingToDo) {
+  const struct {
+    Command command;
+    CellRange selection;
+    const char* clipboard;
+    Said said;
+  } kCases[] = {
+      {EditPaste, {1, 1, 1, 1}, "", {}},
+      {EditPaste, {1, 3, 1, 3}, "5", {}},
+      {kDelete, {3, 1, 9, 1}, "", {}},
+      {kIncomplete, {1, 1, 1, 1}, "", {"inform: There were no incomplete rows to delete."}},
+      {kInsert,
+       {1, 1, 65'534, 1},
+       "",
+       {"refuse: The maximum number of rows that the spreadsheet can contain is 65,536. The number of selected rows "
+        "cannot be inserted."}},
+      {kClearGrid,
+       {1, 1, 1, 1},
+       "",
+       {"ask: This operation will clear all existing data. \r\nDo you want to continue?"}},
+  };
+  for (const auto& c : kCases) {
+    EditedSheet sheet("1 2\n3 4");
+    sheet.User.Answer = false;
+    RecordingClipboard board;
+    board.Held = c.clipboard;
+    EXPECT_FALSE(c.command(sheet.With({c.selection}), board));
+    EXPECT_EQ(sheet.User.Said, c.said);
+    EXPECT_EQ(sheet.Cells(), "1 2\n3 4\n");
+    EXPECT_TRUE(sheet.Undo.empty());
+  }
+}
+
+TEST(InsertRows, LeavesTheLastRowOfTheGridFree) {
+  const struct {
+    std::size_t used, selected;
+    bool fits;
+  } kCases[] = {{65'534, 1, true}, {65'535, 1, false}, {65'536, 1, false}, {2, 65'533, true}, {2, 65'534, false}};
+  for (const auto& c : kCases) {
+    EditedSheet sheet("");
+    sheet.Sheet.Cells.SetGridCellNumber(c.used, 1, 1);
+    EXPECT_EQ(InsertRows(sheet.With({{1, 1, c.selected, 1}})), c.fits) << c.used << " " << c.selected;
+    EXPECT_EQ(sheet.Sheet.Cells.GridLastRow(), c.used + (c.fits ? c.selected : 0));
+    EXPECT_EQ(sheet.User.Said.size(), c.fits ? 0u : 1u);
+  }
+}
+
+TEST(DeleteIncompleteRows, LooksAtAllXAndYButNotAtDeviations) {
+  EditedSheet sheet("1 2 3 -\n1 - 3 4\n1 2 - 4\n- - - 4\n- 2 - -\n5 6 7 8", 2, true);
+  EXPECT_TRUE(DeleteIncompleteRows(sheet.With({})));
+  EXPECT_EQ(sheet.Cells(), "1 2 3 -\n- - - 4\n5 6 7 8\n");
+  EXPECT_EQ(sheet.User.Said, Said{"inform: 3 incomplete rows were deleted."});
+}
+
+TEST(EditCopy, WritesWhatPasteReadsBackInTheLocale) {
+  EditedSheet sheet("0.1 -1E-300\ntext -\n- 7");
+  sheet.Locale = {',', ';', '.', '.', ':'};
+  const double third = 1.0 / 3;
+  sheet.Sheet.Cells.SetGridCellNumber(3, 1, third);
+  RecordingClipboard board;
+  EXPECT_TRUE(EditCopy(sheet.With({{1, 1, 3, 2}}), board));
+  EXPECT_EQ(board.Held, "0,1\t-1E-300\r\ntext\t\r\n0,3333333333333333\t7\r\n");
+  const std::string cells = sheet.Cells();
+  EXPECT_TRUE(kCopyRotated(sheet.With({{1, 1, 3, 2}}), board));
+  EXPECT_EQ(board.Held, "0,1\ttext\t0,3333333333333333\r\n-1E-300\t\t7\r\n");
+  sheet.Sheet.Cells = GridCells();
+  EXPECT_TRUE(kPasteRotated(sheet.With({{1, 1, 1, 1}}), board));
+  EXPECT_EQ(sheet.Cells(), cells);
+  EXPECT_EQ(sheet.Sheet.Cells.GridCellNumber(3, 1), third);
+}
+
+TEST(CopyGrid, TakesTheSheetAsFarAsItIsUsed) {
+  EditedSheet sheet("1 -\n- t\tu");
+  RecordingClipboard board;
+  EXPECT_TRUE(CopyGrid(sheet.With({}), board));
+  EXPECT_EQ(board.Held, "1\t\r\n\tt u\r\n");
+  EXPECT_TRUE(EditCopy(sheet.With({{2, 2, kMostSheetRows, 2}}), board));
+  EXPECT_EQ(board.Held, "t u\r\n");  // a tab would make two cells of it
+  EXPECT_TRUE(EditCopy(sheet.With({{2, 1, 3, 1}}), board));
+  EXPECT_EQ(board.Held, "\r\n\r\n");
+  EXPECT_FALSE(CopyGrid(EditedSheet("").With({}), board));
+}
+
+TEST(EditPaste, StopsAtTheLastRow) {
+  EditedSheet sheet("");
+  RecordingClipboard board;
+  board.Held = "1\n2\n3\n";
+  EXPECT_TRUE(EditPaste(sheet.With({{kMostSheetRows - 1, 1, kMostSheetRows - 1, 1}}), board));
+  EXPECT_EQ(sheet.Sheet.Cells.GridLastRow(), kMostSheetRows);
+  EXPECT_EQ(sheet.Sheet.Cells.GridCellNumber(kMostSheetRows, 1), 2);
+}
+
+TEST(TypeInCell, TakesNumbersDatesAndNothing) {
+  const struct {
+    const char *text, *cells, *label;
+  } kCases[] = {
+      {" 2,5 ", "2.5 2\n", "&Undo Typing \" 2,5 \" in X:1"},
+      {"-1e3", "-1000 2\n", "&Undo Typing \"-1e3\" in X:1"},
+      {"", "- 2\n", "&Undo Typing \"\" in X:1"},
+      {"1900-01-01", "2 2\n", "&Undo Typing \"1900-01-01\" in X:1"},
+      {"2026.11.21", "46347 2\n", "&Undo Typing \"2026.11.21\" in X:1"},
+      {"9999-12-31", "2958465 2\n", "&Undo Typing \"9999-12-31\" in X:1"},
+      {"1", "1 2\n", nullptr},  // it stands there already
+  };
+  for (const auto& c : kCases) {
+    EditedSheet sheet("1 2");
+    sheet.Locale = {',', ';', '.', '.', ':'};
+    EXPECT_TRUE(TypeInCell(sheet.With({}), 1, 1, c.text));
+    EXPECT_EQ(sheet.Cells(), c.cells) << c.text;
+    ASSERT_EQ(sheet.Undo.size(), c.label ? 1u : 0u) << c.text;
+    if (!c.label) continue;
+    EXPECT_EQ(sheet.Undo[0].first, c.label);
+    EXPECT_EQ(sheet.Undo[0].second, (CellRange{1, 1, 1, 1}));
+  }
+}
+
+TEST(TypeInCell, RefusesAnythingElse) {
+  for (const char* text :
+       {"x", "1.5", "1 2", "NAN", "1e999", "1899-12-31", "2001-02-29", "10000-01-01", "2001-13-01"}) {
+    EditedSheet sheet("1 2");
+    sheet.Locale = {',', ';', '.', '-', ':'};
+    EXPECT_FALSE(TypeInCell(sheet.With({}), 1, 2, text));
+    EXPECT_EQ(sheet.User.Said, Said{"refuse: Invalid entry."}) << text;
+    EXPECT_EQ(sheet.Cells(), "1 2\n");
+    EXPECT_TRUE(sheet.Undo.empty());
+  }
+}
+
+TEST(PointsNeeded, AreThreeToSolveAndTwoToPlot) {
+  RecordingPrompter user;
+  EXPECT_TRUE(EnoughPointsToSolve(3, user));
+  EXPECT_TRUE(EnoughPointsToPlot(2, user));
+  EXPECT_TRUE(user.Said.empty());
+  EXPECT_FALSE(EnoughPointsToSolve(2, user));
+  EXPECT_EQ(user.Last(), "refuse: You need at least 3 data points in order to obtain a solution.");
+  EXPECT_FALSE(EnoughPointsToPlot(1, user));
+  EXPECT_EQ(user.Last(), "refuse: You need at least 2 data points in order to create a plot.");
+}
+
+}  // namespace
+}  // namespace quorvex
