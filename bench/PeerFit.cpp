@@ -101,6 +101,7 @@ Task MakeTask(const std::string& formula, std::vector<double> start, const Catal
     model->SetBuiltIn(*builtIn);
   else
     model->SetID(formula, {formula});
+  model->SolveType = 0;  // nonlinear also where the program would solve a linear system
   return {std::move(model), std::move(start), number};
 }
 

@@ -69,15 +69,15 @@ struct Extrapolation {
 
 // Hands out the answers of the points that stop after round k, and closes up the others.
 void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
-  std::array<std::uint16_t, kBlock> kept;
-  std::size_t count = 0;
-  for (std::size_t i = 0; i < e.Count; ++i) {
-    const bool stops = std::abs(e.Tableau[k][i] - e.Quotient[i]) >= kRidderSafe * e.Estimate[i];
-    if (stops || k == kRidderRounds)
-      answer[e.Point[i]] = e.Answer[i];
-    else
-      kept[count++] = static_cast<std::uint16_t>(i);
+  std::array<std::uint16_t, kBlock> kept, gone;
+  std::size_t count = 0, goneCount = 0;
+  for (std::size_t i = 0; i < e.Count; ++i) {  // each is noted in both lists, lest the processor guess which
+    const bool stops = k == kRidderRounds || std::abs(e.Tableau[k][i] - e.Quotient[i]) >= kRidderSafe * e.Estimate[i];
+    kept[count] = gone[goneCount] = static_cast<std::uint16_t>(i);
+    count += stops ? 0 : 1;
+    goneCount += stops ? 1 : 0;
   }
+  for (std::size_t m = 0; m < goneCount; ++m) answer[e.Point[gone[m]]] = e.Answer[gone[m]];
   if (count < e.Count) {
     for (std::size_t m = 0; m < count; ++m) {
       const std::size_t i = kept[m];
@@ -122,7 +122,7 @@ bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, st
     if (mask != 1)
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
   }
-  return true;
+  return !FaultFlagsRaised();
 }
 
 bool ModelClass::ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y,
@@ -149,8 +149,8 @@ bool ModelClass::CentredQuotientBlock(std::size_t coefficient, double h, std::si
   if (!program_->EvaluateVaried(coefficient, a + h, quotient) ||
       !program_->EvaluateVaried(coefficient, a - h, below.data()))
     return false;
-  for (std::size_t i = 0; i < n; ++i) quotient[i] = (quotient[i] - below[i]) / (2.0 * h);
-  return !FaultFlagsRaised();
+  QuotientOverBlock(quotient, below.data(), 2.0 * h, n, quotient);
+  return true;
 }
 
 bool ModelClass::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer) {
@@ -165,9 +165,12 @@ bool ModelClass::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double
   for (std::size_t k = 2; e.Count > 0; ++k) {
     h /= kRidderShrink;
     if (!CentredQuotientBlock(coefficient, h, n, quotient.data())) return false;
-    for (std::size_t i = 0; i < e.Count; ++i) e.Quotient[i] = quotient[e.Point[i]];
+    if (e.Count == n)
+      e.Quotient = quotient;
+    else
+      for (std::size_t i = 0; i < e.Count; ++i) e.Quotient[i] = quotient[e.Point[i]];
     RunRound(k, e);
-    if (FaultFlagsRaised()) return false;
+    if (FaultFlagsRaised()) return false;  // no NaN may decide who stops
     CloseUp(k, e, answer);
   }
   return true;

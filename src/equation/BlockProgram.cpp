@@ -179,21 +179,24 @@ BlockProgram::BlockProgram(const Expression& expression) {
   }
 }
 
+// Whether no operation throws.
 template <class Run>
-bool BlockProgram::Guarded(const Slots& slots, double* y, Run run) {
+bool BlockProgram::Completes(Run run) {
   try {
-    ClearFaultFlags();
     run();
-    if (FaultFlagsRaised()) return false;
+    return true;
   } catch (const NumericFault&) {
     return false;
   } catch (const Diverged&) {
     return false;
   }
-  const bool moved = &slots == &moved_ && (*moving_)[result_];
-  const BlockOperand& result = moved ? moved_.Of[result_] : base_.Of[result_];
-  for (std::size_t i = 0; i < n_; ++i) y[i] = result.At(i);
-  return true;
+}
+
+void BlockProgram::Deliver(const BlockOperand& result, double* y) const {
+  if (result.Points == nullptr)
+    std::fill_n(y, n_, result.Value);
+  else if (result.Points != y)
+    std::copy_n(result.Points, n_, y);
 }
 
 bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
@@ -202,16 +205,22 @@ bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std
   n_ = n;
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
-  return Guarded(base_, y, [this] { RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_); });
+  ClearFaultFlags();
+  if (!Completes([this] { RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_); }) || FaultFlagsRaised())
+    return false;
+  Deliver(base_.Of[result_], y);
+  return true;
 }
 
 bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
   const double kept = values_[varied];
   values_[varied] = value;
   moving_ = &depends_[varied];
-  const bool evaluated = Guarded(moved_, y, [&] { RunVaried(varied); });
+  movedResult_ = y;
+  const bool completed = Completes([&] { RunVaried(varied); });
   values_[varied] = kept;
-  return evaluated;
+  if (completed) Deliver((*moving_)[result_] ? moved_.Of[result_] : base_.Of[result_], y);
+  return completed;
 }
 
 // Not inlined, so that the arithmetic stays between the two looks at the flags.
@@ -247,6 +256,10 @@ void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
     if (node.Uniform) {
       out.Points = nullptr;
       return {1, &out.Value};
+    }
+    if (index == result_ && &slots == &moved_) {
+      out.Points = movedResult_;
+      return {n_, movedResult_};
     }
     std::vector<double>& block = slots.Blocks[index];
     block.resize(kBlock);

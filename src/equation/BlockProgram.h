@@ -35,7 +35,8 @@ class BlockProgram {
                 const DataStatistics& statistics, double* y);
 
   // The same points once more, with coefficient `varied` (from 0) at another value; only after an Evaluate of these
-  // points that succeeded.
+  // points that succeeded. The flags of faults (core/FaultFlags.h) are left to the caller, who looks once after many
+  // of these calls: where they are raised, some point faulted.
   bool EvaluateVaried(std::size_t varied, double value, double* y);
 
  private:
@@ -58,7 +59,8 @@ class BlockProgram {
   };
 
   template <class Run>
-  bool Guarded(const Slots& slots, double* y, Run run);
+  bool Completes(Run run);
+  void Deliver(const BlockOperand& result, double* y) const;
   void RunRange(std::uint32_t begin, std::uint32_t end, Slots& slots);
   void RunVaried(std::size_t varied);
   void Compute(std::uint32_t index, Slots& slots);
@@ -77,7 +79,8 @@ class BlockProgram {
   std::vector<double> values_;
   const DataStatistics* statistics_ = nullptr;
   Slots base_, moved_;
-  const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew
+  const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
+  double* movedResult_ = nullptr;              // and where the last of them, the result, goes
 };
 
 }  // namespace quorvex

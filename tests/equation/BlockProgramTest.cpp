@@ -4,6 +4,7 @@
 #include <cmath>
 #include <random>
 
+#include "core/FaultFlags.h"
 #include "equation/BlockProgram.h"
 #include "equation/Evaluator.h"
 #include "equation/IntrinsicFunctions.h"
@@ -123,7 +124,8 @@ void Compare(unsigned seed, bool several, Counts& counts) {
     for (std::size_t c = 0; c < values.size(); ++c) {
       const double kept = values[c];
       values[c] = writer.Pick(2) == 0 ? kept * (1 + 1e-6) : writer.Number();
-      const bool movedWent = program.EvaluateVaried(c, values[c], moved.data());
+      ClearFaultFlags();
+      const bool movedWent = program.EvaluateVaried(c, values[c], moved.data()) && !FaultFlagsRaised();
       check(movedWent, moved);
       values[c] = kept;
     }
