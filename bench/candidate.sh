@@ -6,7 +6,7 @@
 # METHOD is richardson, central (default) or, in memory and for w4, built-in.
 set -eu
 workload=$1 data=$2 repetitions=$3 start=$4 sums=${6:-} catalogue=${7:-}
-build=$(dirname "$0")/../build/bench
+case $0 in */*) build=${0%/*}/../build/bench ;; *) build=../build/bench ;; esac
 method=${METHOD:-central}
 if [ "${MODE:-process}" = memory ]; then
   exec "$build/bench/peer_fit" "$workload" "$data" "$repetitions" "$start" "$method" $sums $catalogue

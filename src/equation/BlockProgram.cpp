@@ -40,8 +40,9 @@ class BlockProgram::Builder {
   };
 
   std::uint32_t Add(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value = 0) {
-    Node node{what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), {}, value,
-              0,    0};
+    Node node{
+        what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), false, {}, value,
+        0,    0};
     std::copy(operands.begin(), operands.end(), node.Operands);
     node.Uniform = what != Kind::Variable && std::all_of(operands.begin(), operands.end(), [&](std::uint32_t operand) {
                      return program_.nodes_[operand].Uniform;
@@ -173,6 +174,10 @@ BlockProgram::BlockProgram(const Expression& expression) {
       dependents_[c].push_back(i);
     }
   }
+  std::vector<int> uses(nodes_.size());
+  for (const Node& node : nodes_)
+    for (std::size_t k = 0; k < node.OperandCount; ++k) ++uses[node.Operands[k]];
+  for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].UsedOnce = uses[i] == 1;
   for (Slots* slots : {&base_, &moved_}) {
     slots->Of.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
@@ -261,6 +266,15 @@ void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
       out.Points = movedResult_;
       return {n_, movedResult_};
     }
+    // What moved and is used here alone is written over, so that a chain of operations stays in the nearest cache.
+    if (&slots == &moved_ && !forks_)
+      for (std::size_t k = 0; k < node.OperandCount; ++k) {
+        const std::uint32_t from = node.Operands[k];
+        if (!nodes_[from].UsedOnce || !(*moving_)[from] || nodes_[from].OperandCount == 0 || nodes_[from].Uniform)
+          continue;
+        out.Points = moved_.Of[from].Points;
+        return {n_, const_cast<double*>(out.Points)};
+      }
     std::vector<double>& block = slots.Blocks[index];
     block.resize(kBlock);
     out.Points = block.data();

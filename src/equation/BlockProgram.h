@@ -46,6 +46,7 @@ class BlockProgram {
     bool Uniform;       // the same at all points
     std::int16_t Code;  // of variable, coefficient, special word, operator, function
     std::uint8_t OperandCount;
+    bool UsedOnce;  // by one operand of one other node
     std::uint32_t Operands[3];
     double Value;                     // of a constant
     std::uint32_t TrueEnd, FalseEnd;  // of a fork: where its branches end; the false one begins where the true one ends
