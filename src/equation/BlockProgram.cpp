@@ -174,11 +174,22 @@ BlockProgram::BlockProgram(const Expression& expression) {
       dependents_[c].push_back(i);
     }
   }
+  fixed_.resize(coefficients);
+  for (std::size_t c = 0; c < coefficients; ++c) {
+    std::vector<bool> known = depends_[c];
+    for (const std::uint32_t i : dependents_[c]) {
+      const Node& node = nodes_[i];
+      for (std::size_t k = 0; k < node.OperandCount; ++k) {
+        if (!known[node.Operands[k]]) fixed_[c].push_back(node.Operands[k]);
+        known[node.Operands[k]] = true;
+      }
+    }
+  }
   std::vector<int> uses(nodes_.size());
   for (const Node& node : nodes_)
     for (std::size_t k = 0; k < node.OperandCount; ++k) ++uses[node.Operands[k]];
   for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].UsedOnce = uses[i] == 1;
-  for (Slots* slots : {&base_, &moved_}) {
+  for (Slots* slots : {&base_, &moved_, &narrow_}) {
     slots->Of.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
   }
@@ -207,7 +218,8 @@ void BlockProgram::Deliver(const BlockOperand& result, double* y) const {
 bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
                             const DataStatistics& statistics, double* y) {
   x_.assign(x.begin(), x.end());
-  n_ = n;
+  n_ = wholeN_ = n;
+  narrowed_ = false;
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
   ClearFaultFlags();
@@ -226,6 +238,27 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
   values_[varied] = kept;
   if (completed) Deliver((*moving_)[result_] ? moved_.Of[result_] : base_.Of[result_], y);
   return completed;
+}
+
+bool BlockProgram::Narrow(std::size_t varied, std::span<const std::uint16_t> points) {
+  if (forks_ || !depends_[varied][result_]) return false;
+  for (const std::uint32_t i : fixed_[varied]) {
+    const BlockOperand from = narrowed_ ? narrow_.Of[i] : base_.Of[i];
+    narrow_.Of[i] = from;
+    if (from.Points == nullptr) continue;
+    std::vector<double>& block = narrow_.Blocks[i];
+    block.resize(kBlock);
+    for (std::size_t m = 0; m < points.size(); ++m) block[m] = from.Points[points[m]];
+    narrow_.Of[i].Points = block.data();
+  }
+  narrowed_ = true;
+  n_ = points.size();
+  return true;
+}
+
+void BlockProgram::Widen() {
+  narrowed_ = false;
+  n_ = wholeN_;
 }
 
 // Not inlined, so that the arithmetic stays between the two looks at the flags.
@@ -249,7 +282,8 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
 
 BlockOperand BlockProgram::Operand(const Node& node, std::size_t which, const Slots& slots) const {
   const std::uint32_t index = node.Operands[which];
-  return &slots == &moved_ && !(*moving_)[index] ? base_.Of[index] : slots.Of[index];
+  if (&slots != &moved_ || (*moving_)[index]) return slots.Of[index];
+  return narrowed_ ? narrow_.Of[index] : base_.Of[index];
 }
 
 void BlockProgram::Compute(std::uint32_t index, Slots& slots) {

@@ -39,6 +39,11 @@ class BlockProgram {
   // of these calls: where they are raised, some point faulted.
   bool EvaluateVaried(std::size_t varied, double value, double* y);
 
+  // From here on EvaluateVaried, with this coefficient, runs over fewer points: number i of them is number points[i]
+  // of those before, ascending. Until the next Evaluate or Widen. A model with an "if" can't, and says false.
+  bool Narrow(std::size_t varied, std::span<const std::uint16_t> points);
+  void Widen();
+
  private:
   enum class Kind : std::uint8_t { Variable, Constant, Coefficient, Statistic, Unary, Binary, Function, Fork, Choice };
   struct Node {
@@ -73,13 +78,17 @@ class BlockProgram {
   bool forks_ = false;
   std::vector<std::vector<std::uint32_t>> dependents_;  // per coefficient: the nodes that depend on it, in order
   std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
+  std::vector<std::vector<std::uint32_t>> fixed_;  // per coefficient: what does not depend on it, and is used by those
 
   // Of the block in hand.
   std::vector<const double*> x_;
-  std::size_t n_ = 0;
+  std::size_t n_ = 0;       // of points that are computed,
+  std::size_t wholeN_ = 0;  // and of all
   std::vector<double> values_;
   const DataStatistics* statistics_ = nullptr;
   Slots base_, moved_;
+  Slots narrow_;  // of base_ what the fewer points need, while narrowed
+  bool narrowed_ = false;
   const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
   double* movedResult_ = nullptr;              // and where the last of them, the result, goes
 };
