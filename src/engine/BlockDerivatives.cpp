@@ -27,13 +27,14 @@ using Block = std::array<double, kBlock>;
 // The extrapolation at the points of a block that still go on, closed up at the front of each array.
 struct Extrapolation {
   std::size_t Count;                             // of these points
-  std::array<std::uint16_t, kBlock> Point;       // where in the block they stand
+  std::array<std::uint16_t, kBlock> Point;       // where in the block they stand,
+  std::array<std::uint16_t, kBlock> Computed;    // and where among those that the model is computed at
   std::array<Block, kRidderRounds + 1> Tableau;  // by order, from 1: the round before, then the present one
   Block Quotient, Estimate, Answer;
+  std::array<std::uint64_t, kBlock> Stops;  // 1 for a point that stops after the present round, else 0
 };
 
-// One round from its quotients: fills the orders 1 to k, and notes where the best answer so far is beaten. What the
-// diagonal was before is left in Quotient.
+// One round from its quotients: fills the orders 1 to k, notes where the best answer so far is beaten, and who stops.
 [[gnu::always_inline]] inline void Round(std::size_t k, Extrapolation& e) {
   const std::size_t n = e.Count;
   Block below = e.Quotient;  // order j - 1 of this round
@@ -54,6 +55,8 @@ struct Extrapolation {
     factor *= kRidderFactor;
   }
   std::copy_n(below.begin(), n, e.Tableau[k].begin());
+  for (std::size_t i = 0; i < n; ++i)  // what the diagonal was before stands in Quotient
+    e.Stops[i] = std::abs(below[i] - e.Quotient[i]) >= kRidderSafe * e.Estimate[i] ? 1 : 0;
 }
 
 #ifdef __x86_64__
@@ -69,25 +72,25 @@ struct Extrapolation {
 
 // Hands out the answers of the points that stop after round k, and closes up the others.
 void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
-  std::array<std::uint16_t, kBlock> kept;
-  std::size_t count = 0;
-  for (std::size_t i = 0; i < e.Count; ++i) {
-    const bool stops = std::abs(e.Tableau[k][i] - e.Quotient[i]) >= kRidderSafe * e.Estimate[i];
-    if (stops || k == kRidderRounds)
-      answer[e.Point[i]] = e.Answer[i];
-    else
-      kept[count++] = static_cast<std::uint16_t>(i);
+  std::array<std::uint16_t, kBlock> kept, gone;
+  std::size_t count = 0, goneCount = 0;
+  for (std::size_t i = 0; i < e.Count; ++i) {  // each is noted in both lists, lest the processor guess which
+    const std::uint64_t stops = k == kRidderRounds ? 1 : e.Stops[i];
+    kept[count] = gone[goneCount] = static_cast<std::uint16_t>(i);
+    count += 1 - stops;
+    goneCount += stops;
   }
-  if (count < e.Count) {
-    for (std::size_t m = 0; m < count; ++m) {
-      const std::size_t i = kept[m];
-      e.Point[m] = e.Point[i];
-      e.Estimate[m] = e.Estimate[i];
-      e.Answer[m] = e.Answer[i];
-      for (std::size_t j = 1; j <= k; ++j) e.Tableau[j][m] = e.Tableau[j][i];
-    }
-    e.Count = count;
-  }
+  for (std::size_t m = 0; m < goneCount; ++m) answer[e.Point[gone[m]]] = e.Answer[gone[m]];
+  if (goneCount == 0) return;
+  e.Count = count;
+  const auto closeUp = [&](auto& row) {
+    for (std::size_t m = 0; m < count; ++m) row[m] = row[kept[m]];
+  };
+  closeUp(e.Point);
+  closeUp(e.Computed);
+  closeUp(e.Estimate);
+  closeUp(e.Answer);
+  for (std::size_t j = 1; j <= k; ++j) closeUp(e.Tableau[j]);
 }
 
 }  // namespace
@@ -122,7 +125,7 @@ bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, st
     if (mask != 1)
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
   }
-  return true;
+  return !FaultFlagsRaised();
 }
 
 bool ModelClass::ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y,
@@ -149,28 +152,43 @@ bool ModelClass::CentredQuotientBlock(std::size_t coefficient, double h, std::si
   if (!program_->EvaluateVaried(coefficient, a + h, quotient) ||
       !program_->EvaluateVaried(coefficient, a - h, below.data()))
     return false;
-  for (std::size_t i = 0; i < n; ++i) quotient[i] = (quotient[i] - below[i]) / (2.0 * h);
-  return !FaultFlagsRaised();
+  QuotientOverBlock(quotient, below.data(), 2.0 * h, n, quotient);
+  return true;
 }
 
 bool ModelClass::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer) {
   Extrapolation e;
   e.Count = n;
   std::iota(e.Point.begin(), e.Point.end(), std::uint16_t{0});
+  e.Computed = e.Point;
   e.Estimate.fill(1e30);
   Block quotient;
   double h = InitialStep(values_[coefficient]);
   if (!CentredQuotientBlock(coefficient, h, n, e.Tableau[1].data())) return false;
   e.Answer = e.Tableau[1];
+  std::size_t computed = n;  // points at which the model is computed
+  const auto finish = [&] {
+    program_->Widen();
+    return e.Count == 0;
+  };
   for (std::size_t k = 2; e.Count > 0; ++k) {
     h /= kRidderShrink;
-    if (!CentredQuotientBlock(coefficient, h, n, quotient.data())) return false;
-    for (std::size_t i = 0; i < e.Count; ++i) e.Quotient[i] = quotient[e.Point[i]];
+    if (!CentredQuotientBlock(coefficient, h, computed, quotient.data())) return finish();
+    if (e.Count == computed)
+      e.Quotient = quotient;
+    else
+      for (std::size_t i = 0; i < e.Count; ++i) e.Quotient[i] = quotient[e.Computed[i]];
     RunRound(k, e);
-    if (FaultFlagsRaised()) return false;
+    if (FaultFlagsRaised()) return finish();  // no NaN may decide who stops
     CloseUp(k, e, answer);
+    // Few points go on for long, and gathering what they need pays after one round.
+    if (e.Count > 0 && e.Count <= computed / 4 * 3 &&
+        program_->Narrow(coefficient, std::span(e.Computed).first(e.Count))) {
+      computed = e.Count;
+      std::iota(e.Computed.begin(), e.Computed.end(), std::uint16_t{0});
+    }
   }
-  return true;
+  return finish();
 }
 
 }  // namespace quorvex

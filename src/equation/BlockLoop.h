@@ -14,6 +14,9 @@
 //   double Otherwise(x...)   the value for the other arguments, one by one
 // The first two are always inlined, the third never is, lest its flags are raised in passing.
 //
+// A kernel may have a second one, Modest, for a narrower range in which the same bits take less work: it runs over the
+// blocks that lie within that range as a whole.
+//
 // At is a fixed sequence of IEEE operations and fused operations are never made, so neither the width of the
 // instructions nor the place in a block can change a bit.
 namespace quorvex::blocks {
@@ -29,6 +32,14 @@ template <class Kernel, class... X>
 template <class Kernel, class... X>
 [[gnu::always_inline]] inline bool FillOrdinary(Kernel kernel, std::size_t n, double* __restrict values,
                                                 const X*... x) {
+  if constexpr (requires { typename Kernel::Modest; }) {
+    std::uint64_t immodest = 0;
+    for (std::size_t i = 0; i < n; ++i) immodest |= Kernel::Modest::Ordinary(x[i]...) ? 0U : 1U;
+    if (immodest == 0) {
+      for (std::size_t i = 0; i < n; ++i) values[i] = Kernel::Modest::At(x[i]...);
+      return false;
+    }
+  }
   std::uint64_t odd = 0;
   for (std::size_t i = 0; i < n; ++i) odd |= kernel.Ordinary(x[i]...) ? 0U : 1U;
   const auto fill = [&](const auto*... from) __attribute__((always_inline)) {
@@ -72,10 +83,11 @@ void Run(Kernel kernel, std::size_t n, double* y, const X*... x) {
   while (n > 0) {
     double values[kBlock];
     const std::size_t count = std::min(kBlock, n);
-    if (FillOrdinaryHere(kernel, count, values, x...))
+    double* const to = ((y == x) || ...) ? values : y;
+    if (FillOrdinaryHere(kernel, count, to, x...))
       for (std::size_t i = 0; i < count; ++i)
-        if (!kernel.Ordinary(x[i]...)) values[i] = kernel.Otherwise(x[i]...);
-    std::copy_n(values, count, y);
+        if (!kernel.Ordinary(x[i]...)) to[i] = kernel.Otherwise(x[i]...);
+    if (to == values) std::copy_n(values, count, y);
     n -= count;
     y += count;
     ((x += count), ...);

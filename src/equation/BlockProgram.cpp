@@ -40,8 +40,9 @@ class BlockProgram::Builder {
   };
 
   std::uint32_t Add(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value = 0) {
-    Node node{what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), {}, value,
-              0,    0};
+    Node node{
+        what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), false, {}, value,
+        0,    0};
     std::copy(operands.begin(), operands.end(), node.Operands);
     node.Uniform = what != Kind::Variable && std::all_of(operands.begin(), operands.end(), [&](std::uint32_t operand) {
                      return program_.nodes_[operand].Uniform;
@@ -173,45 +174,91 @@ BlockProgram::BlockProgram(const Expression& expression) {
       dependents_[c].push_back(i);
     }
   }
-  for (Slots* slots : {&base_, &moved_}) {
+  fixed_.resize(coefficients);
+  for (std::size_t c = 0; c < coefficients; ++c) {
+    std::vector<bool> known = depends_[c];
+    for (const std::uint32_t i : dependents_[c]) {
+      const Node& node = nodes_[i];
+      for (std::size_t k = 0; k < node.OperandCount; ++k) {
+        if (!known[node.Operands[k]]) fixed_[c].push_back(node.Operands[k]);
+        known[node.Operands[k]] = true;
+      }
+    }
+  }
+  std::vector<int> uses(nodes_.size());
+  for (const Node& node : nodes_)
+    for (std::size_t k = 0; k < node.OperandCount; ++k) ++uses[node.Operands[k]];
+  for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].UsedOnce = uses[i] == 1;
+  for (Slots* slots : {&base_, &moved_, &narrow_}) {
     slots->Of.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
   }
 }
 
+// Whether no operation throws.
 template <class Run>
-bool BlockProgram::Guarded(const Slots& slots, double* y, Run run) {
+bool BlockProgram::Completes(Run run) {
   try {
-    ClearFaultFlags();
     run();
-    if (FaultFlagsRaised()) return false;
+    return true;
   } catch (const NumericFault&) {
     return false;
   } catch (const Diverged&) {
     return false;
   }
-  const bool moved = &slots == &moved_ && (*moving_)[result_];
-  const BlockOperand& result = moved ? moved_.Of[result_] : base_.Of[result_];
-  for (std::size_t i = 0; i < n_; ++i) y[i] = result.At(i);
-  return true;
+}
+
+void BlockProgram::Deliver(const BlockOperand& result, double* y) const {
+  if (result.Points == nullptr)
+    std::fill_n(y, n_, result.Value);
+  else if (result.Points != y)
+    std::copy_n(result.Points, n_, y);
 }
 
 bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
                             const DataStatistics& statistics, double* y) {
   x_.assign(x.begin(), x.end());
-  n_ = n;
+  n_ = wholeN_ = n;
+  narrowed_ = false;
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
-  return Guarded(base_, y, [this] { RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_); });
+  ClearFaultFlags();
+  if (!Completes([this] { RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_); }) || FaultFlagsRaised())
+    return false;
+  Deliver(base_.Of[result_], y);
+  return true;
 }
 
 bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
   const double kept = values_[varied];
   values_[varied] = value;
   moving_ = &depends_[varied];
-  const bool evaluated = Guarded(moved_, y, [&] { RunVaried(varied); });
+  movedResult_ = y;
+  const bool completed = Completes([&] { RunVaried(varied); });
   values_[varied] = kept;
-  return evaluated;
+  if (completed) Deliver((*moving_)[result_] ? moved_.Of[result_] : base_.Of[result_], y);
+  return completed;
+}
+
+bool BlockProgram::Narrow(std::size_t varied, std::span<const std::uint16_t> points) {
+  if (forks_ || !depends_[varied][result_]) return false;
+  for (const std::uint32_t i : fixed_[varied]) {
+    const BlockOperand from = narrowed_ ? narrow_.Of[i] : base_.Of[i];
+    narrow_.Of[i] = from;
+    if (from.Points == nullptr) continue;
+    std::vector<double>& block = narrow_.Blocks[i];
+    block.resize(kBlock);
+    for (std::size_t m = 0; m < points.size(); ++m) block[m] = from.Points[points[m]];
+    narrow_.Of[i].Points = block.data();
+  }
+  narrowed_ = true;
+  n_ = points.size();
+  return true;
+}
+
+void BlockProgram::Widen() {
+  narrowed_ = false;
+  n_ = wholeN_;
 }
 
 // Not inlined, so that the arithmetic stays between the two looks at the flags.
@@ -235,7 +282,8 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
 
 BlockOperand BlockProgram::Operand(const Node& node, std::size_t which, const Slots& slots) const {
   const std::uint32_t index = node.Operands[which];
-  return &slots == &moved_ && !(*moving_)[index] ? base_.Of[index] : slots.Of[index];
+  if (&slots != &moved_ || (*moving_)[index]) return slots.Of[index];
+  return narrowed_ ? narrow_.Of[index] : base_.Of[index];
 }
 
 void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
@@ -248,6 +296,19 @@ void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
       out.Points = nullptr;
       return {1, &out.Value};
     }
+    if (index == result_ && &slots == &moved_) {
+      out.Points = movedResult_;
+      return {n_, movedResult_};
+    }
+    // What moved and is used here alone is written over, so that a chain of operations stays in the nearest cache.
+    if (&slots == &moved_ && !forks_)
+      for (std::size_t k = 0; k < node.OperandCount; ++k) {
+        const std::uint32_t from = node.Operands[k];
+        if (!nodes_[from].UsedOnce || !(*moving_)[from] || nodes_[from].OperandCount == 0 || nodes_[from].Uniform)
+          continue;
+        out.Points = moved_.Of[from].Points;
+        return {n_, const_cast<double*>(out.Points)};
+      }
     std::vector<double>& block = slots.Blocks[index];
     block.resize(kBlock);
     out.Points = block.data();

@@ -35,8 +35,14 @@ class BlockProgram {
                 const DataStatistics& statistics, double* y);
 
   // The same points once more, with coefficient `varied` (from 0) at another value; only after an Evaluate of these
-  // points that succeeded.
+  // points that succeeded. The flags of faults (core/FaultFlags.h) are left to the caller, who looks once after many
+  // of these calls: where they are raised, some point faulted.
   bool EvaluateVaried(std::size_t varied, double value, double* y);
+
+  // From here on EvaluateVaried, with this coefficient, runs over fewer points: number i of them is number points[i]
+  // of those before, ascending. Until the next Evaluate or Widen. A model with an "if" can't, and says false.
+  bool Narrow(std::size_t varied, std::span<const std::uint16_t> points);
+  void Widen();
 
  private:
   enum class Kind : std::uint8_t { Variable, Constant, Coefficient, Statistic, Unary, Binary, Function, Fork, Choice };
@@ -45,6 +51,7 @@ class BlockProgram {
     bool Uniform;       // the same at all points
     std::int16_t Code;  // of variable, coefficient, special word, operator, function
     std::uint8_t OperandCount;
+    bool UsedOnce;  // by one operand of one other node
     std::uint32_t Operands[3];
     double Value;                     // of a constant
     std::uint32_t TrueEnd, FalseEnd;  // of a fork: where its branches end; the false one begins where the true one ends
@@ -58,7 +65,8 @@ class BlockProgram {
   };
 
   template <class Run>
-  bool Guarded(const Slots& slots, double* y, Run run);
+  bool Completes(Run run);
+  void Deliver(const BlockOperand& result, double* y) const;
   void RunRange(std::uint32_t begin, std::uint32_t end, Slots& slots);
   void RunVaried(std::size_t varied);
   void Compute(std::uint32_t index, Slots& slots);
@@ -70,14 +78,19 @@ class BlockProgram {
   bool forks_ = false;
   std::vector<std::vector<std::uint32_t>> dependents_;  // per coefficient: the nodes that depend on it, in order
   std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
+  std::vector<std::vector<std::uint32_t>> fixed_;  // per coefficient: what does not depend on it, and is used by those
 
   // Of the block in hand.
   std::vector<const double*> x_;
-  std::size_t n_ = 0;
+  std::size_t n_ = 0;       // of points that are computed,
+  std::size_t wholeN_ = 0;  // and of all
   std::vector<double> values_;
   const DataStatistics* statistics_ = nullptr;
   Slots base_, moved_;
-  const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew
+  Slots narrow_;  // of base_ what the fewer points need, while narrowed
+  bool narrowed_ = false;
+  const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
+  double* movedResult_ = nullptr;              // and where the last of them, the result, goes
 };
 
 }  // namespace quorvex

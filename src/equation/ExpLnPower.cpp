@@ -64,15 +64,20 @@ struct ExpArgument {
   return {BitsOf(shifted), (x - n * kStep) - n * kStepRest};
 }
 
-// 2^(n/128) * exp(R). The power of two comes in two factors, so that results overflow, or lose bits to underflow, in
-// the last multiplication and nowhere else.
-[[gnu::always_inline]] inline double ScaledExp(ExpArgument x) {
+// 2^(j/128) * exp(R), where j are the last 7 bits of n.
+[[gnu::always_inline]] inline double UnscaledExp(ExpArgument x) {
   const std::size_t j = x.NBits % kSteps;
   const double r = x.R;
   const double square = r * r;
   const double less1 = r + square * ((0.5 + r * (1.0 / 6)) + square * (1.0 / 24 + r * (1.0 / 120)));
   const double power = DoubleOf(kExpTable.Power[j]);
-  const double y = power + power * (less1 + kExpTable.Rest[j]);
+  return power + power * (less1 + kExpTable.Rest[j]);
+}
+
+// 2^(n/128) * exp(R). The power of two comes in two factors, so that results overflow, or lose bits to underflow, in
+// the last multiplication and nowhere else.
+[[gnu::always_inline]] inline double ScaledExp(ExpArgument x) {
+  const double y = UnscaledExp(x);
   const Bits half = x.NBits / (2 * kSteps), otherHalf = x.NBits / kSteps - half;
   return y * DoubleOf((half << 52) + kOne) * DoubleOf((otherHalf << 52) + kOne);
 }
@@ -81,7 +86,19 @@ struct ExpArgument {
 // are 2^1023 or 0 then, and vanishing does not pass through slow subnormal numbers.
 constexpr double kBeyondExp = 746, kHeldExp = 0x1.628b76e3a7b61p10;
 
+// Where exp(x) is well within range one factor does, and its product is exact too.
+struct ModestExpKernel {
+  [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) <= BitsOf(700.0); }
+
+  [[gnu::always_inline]] static double At(double x) {
+    const ExpArgument argument = ReduceExp(x);
+    return UnscaledExp(argument) * DoubleOf(((argument.NBits / kSteps) << 52) + kOne);
+  }
+};
+
 struct ExpKernel {
+  using Modest = ModestExpKernel;
+
   [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) < kInfinite; }
 
   [[gnu::always_inline]] static double At(double x) {

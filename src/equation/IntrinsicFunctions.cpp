@@ -21,10 +21,9 @@ double Sign(double x) { return (x > 0) - (x < 0); }
 double ArcSin(double x) { return Atn2(Sqr(1 - x * x), x); }
 double ArcCos(double x) { return Atn2(Sqr(1 - x * x), -x) + 2 * Atn(1); }
 
-// e^x + e^-x and e^x - e^-x. The hyperbolic functions hold their argument within 707, where e^x is still a double.
-double Clamp(double x) { return std::clamp(x, -707.0, 707.0); }
-double Sum(double x) { return Exp(Clamp(x)) + Exp(-Clamp(x)); }
-double Difference(double x) { return Exp(Clamp(x)) - Exp(-Clamp(x)); }
+// e^x + e^-x and e^x - e^-x.
+double Sum(double x) { return Exp(HeldHyperbolic(x)) + Exp(-HeldHyperbolic(x)); }
+double Difference(double x) { return Exp(HeldHyperbolic(x)) - Exp(-HeldHyperbolic(x)); }
 
 double Erf(double x) { return x >= 0 ? gammp(0.5, x * x) : -gammp(0.5, x * x); }
 double Erfc(double x) { return x >= 0 ? gammq(0.5, x * x) : 1 + gammp(0.5, x * x); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -46,6 +47,9 @@ bool IsFunctionName(std::string_view word, bool severalVariables);
 
 // The value of function `code`, 1 to 91 but for the control flow 45 to 47, as Call tells it.
 double CallFunction(int code, const double* args, RandomState& random);
+
+// What stands for x in the hyperbolic functions: they hold it within 707, where e^x is still a double.
+inline double HeldHyperbolic(double x) { return std::clamp(x, -707.0, 707.0); }
 
 // The angle of the point (X, Y) in (-pi, pi], by the program's 15-digit pi; 0 at the origin. Mind the order: X first.
 double Atn2(double X, double Y);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/LargePages.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -76,7 +77,10 @@ void GridCells::ClearCell(std::size_t row, std::size_t col) {
 }
 
 void GridCells::Reserve(std::size_t rows) {
-  for (auto& column : columns_) column.reserve(rows);
+  for (auto& column : columns_) {
+    column.reserve(rows);
+    PreferLargePages(column);
+  }
 }
 
 void GridCells::MoveColumns(std::span<const std::size_t> targets) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <random>
 
+#include "core/FaultFlags.h"
 #include "equation/BlockProgram.h"
 #include "equation/Evaluator.h"
 #include "equation/IntrinsicFunctions.h"
@@ -68,7 +69,7 @@ class Writer {
 bool SameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
 
 struct Counts {
-  int Expressions = 0, Supported = 0, Blocks = 0, Faults = 0;
+  int Expressions = 0, Supported = 0, Blocks = 0, Faults = 0, Narrowed = 0;
 };
 
 // A block gives what its points give one by one, or says that they are to be taken so.
@@ -123,8 +124,18 @@ void Compare(unsigned seed, bool several, Counts& counts) {
     for (std::size_t c = 0; c < values.size(); ++c) {
       const double kept = values[c];
       values[c] = writer.Pick(2) == 0 ? kept * (1 + 1e-6) : writer.Number();
-      const bool movedWent = program.EvaluateVaried(c, values[c], moved.data());
+      ClearFaultFlags();
+      const bool movedWent = program.EvaluateVaried(c, values[c], moved.data()) && !FaultFlagsRaised();
       check(movedWent, moved);
+      std::vector<std::uint16_t> third;
+      for (std::size_t i = 0; i < n; i += 3) third.push_back(static_cast<std::uint16_t>(i));
+      if (movedWent && program.Narrow(c, third)) {
+        std::vector<double> fewer(third.size());
+        ASSERT_TRUE(program.EvaluateVaried(c, values[c], fewer.data()));
+        for (std::size_t i = 0; i < third.size(); ++i) ASSERT_TRUE(SameBits(fewer[i], moved[third[i]]));
+        program.Widen();
+        ++counts.Narrowed;
+      }
       values[c] = kept;
     }
   }
@@ -140,6 +151,7 @@ TEST(BlockProgram, GivesTheBitsOfThePointPath) {
     EXPECT_GT(counts.Supported, 3000);
     EXPECT_GT(counts.Blocks, 10000);
     EXPECT_GT(counts.Faults, 1000);
+    EXPECT_GT(counts.Narrowed, 1000);
     EXPECT_GT(counts.Blocks - counts.Faults, 3000);
   }
 }
