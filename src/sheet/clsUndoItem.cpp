@@ -11,6 +11,7 @@ constexpr struct {
   UndoExtent Extent;
 } kLabels[] = {
     {"&Undo Format Cells", UndoExtent::Formats},
+    {"&Undo Import", UndoExtent::WholeSheet},
     {"&Undo Edit Header", UndoExtent::Headers},
     {"&Undo Default Headers", UndoExtent::Headers},
     {"&Undo Exchange Headers", UndoExtent::HeadersAndCells},
