@@ -40,7 +40,7 @@ ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
 
 echo
 echo "In memory"
-"$tools/core_bench" --benchmark_filter='Fit|Evaluate' 2>/dev/null
+"$tools/core_bench" --benchmark_filter='Fit|Evaluate|Differentiate|NormalEquations|ClosedForms|Catalogue' 2>/dev/null
 
 echo
 echo "Reading a million rows of three columns, each in a process of its own for the sake of its peak memory"

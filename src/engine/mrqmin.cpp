@@ -89,13 +89,11 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
     const std::size_t n = std::min(kBlock, data_.N() - first);
     if (!ComputeBlock(first, n)) return false;
     const double* const sig = data_.sig.data() + first;
-    for (std::size_t i = 0; i < n; ++i) {
-      ymod_[i] = data_.Y[first + i] - ymod_[i];
-      wdy_[i] = ymod_[i] * sig[i];
-    }
+    BinaryOverBlock(kSubtract, {data_.Y.data() + first, 0}, {ymod_.data(), 0}, n, ymod_.data());
+    BinaryOverBlock(kMultiply, {ymod_.data(), 0}, {sig, 0}, n, wdy_.data());
     for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
       if (ia[l] == 0) continue;
-      for (std::size_t i = 0; i < n; ++i) wt_[i] = dyda_[l][i] * sig[i];
+      BinaryOverBlock(kMultiply, {dyda_[l].data(), 0}, {sig, 0}, n, wt_.data());
       for (std::size_t m = 0, k = 0; m <= l; ++m)
         if (ia[m] != 0) alpha(j, k++) += BlockDot(wt_.data(), dyda_[m].data(), n);
       beta[j++] += BlockDot(wt_.data(), ymod_.data(), n);

@@ -11,23 +11,19 @@ namespace {
 
 constexpr std::size_t kPiece = 256;  // of a block, where one operand is spread out
 
-// The four shapes of an operation, so that the loops run over arrays and constants alone. A result may lie upon an
-// operand but overlies none in part, which is what the pragma says.
+// The four shapes of an operation, so that the loops run over arrays and constants alone.
 template <class Operation>
 [[gnu::always_inline]] inline void Shapes(const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out,
                                           Operation operation) {
   const double* const x = a.Points;
   const double* const y = b.Points;
   if (x != nullptr && y != nullptr) {
-#pragma GCC ivdep
     for (std::size_t i = 0; i < n; ++i) out[i] = operation(x[i], y[i]);
   } else if (x != nullptr) {
     const double value = b.Value;
-#pragma GCC ivdep
     for (std::size_t i = 0; i < n; ++i) out[i] = operation(x[i], value);
   } else if (y != nullptr) {
     const double value = a.Value;
-#pragma GCC ivdep
     for (std::size_t i = 0; i < n; ++i) out[i] = operation(value, y[i]);
   } else {
     const double value = operation(a.Value, b.Value);
