@@ -12,6 +12,7 @@ namespace quorvex {
 class RecordingPrompter : public Prompter {
  public:
   bool Answer = true;               // to every question
+  bool Cancel = false;              // answers a question that allows it
   std::optional<std::string> File;  // chosen in the file dialog; nothing cancels
 
   std::vector<std::string> Said;
@@ -22,6 +23,10 @@ class RecordingPrompter : public Prompter {
   bool Ask(const std::string& text) override {
     Said.push_back("ask: " + text);
     return Answer;
+  }
+  std::optional<bool> AskOrCancel(const std::string& text) override {
+    const bool answer = Ask(text);
+    return Cancel ? std::nullopt : std::optional(answer);
   }
   std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
                                               const std::string& extension) override {

@@ -146,6 +146,22 @@ int FileErrorNumber(int errnoValue) {
   }
 }
 
+std::string FileErrorText(int number) {
+  constexpr std::pair<int, const char*> kTexts[] = {
+      {0, ""},
+      {kBadFileName, "The file name is not valid."},
+      {kFileNotFound, "The file does not exist."},
+      {57, "The device reports an error."},
+      {61, "The disk is full."},
+      {68, "The device is not available."},
+      {75, "The file cannot be accessed."},
+      {kPathNotFound, "The folder does not exist."},
+  };
+  for (const auto& [known, text] : kTexts)
+    if (known == number) return text;
+  return std::generic_category().message(-number) + ".";
+}
+
 std::string ResolvePath(const std::string& name) {
   if (name.empty() || name.find('\0') != std::string::npos || Exists(name)) return name;
   std::string rest = name;

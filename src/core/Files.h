@@ -16,6 +16,9 @@ inline constexpr std::string_view NL = "\r\n";
 // Anything else keeps its own errno, as a negative number so that the two never meet.
 int FileErrorNumber(int errnoValue);
 
+// A file error in words, as a sentence; "" for 0.
+std::string FileErrorText(int number);
+
 // `name` as it stands when it exists; else looked up once more with "\" read as "/" and each component matched without
 // regard to case, since some names arrive lower-cased. A name that is found neither way comes back with as many
 // leading components as were found, the rest as written, so that a file to be created lands in the folder found.

@@ -15,6 +15,9 @@ class Prompter {
   virtual void Inform(const std::string& text) = 0;  // what was done
   virtual bool Ask(const std::string& text) = 0;     // a question, answered Yes or No
 
+  // A question that may also be answered by Cancel: nothing then.
+  virtual std::optional<bool> AskOrCancel(const std::string& text) = 0;
+
   // The name of a file to write, nothing when the user cancels. `filter` reads as in "Text files (*.txt)"; `extension`,
   // without its dot, is put behind a name that has none.
   virtual std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,

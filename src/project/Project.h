@@ -37,6 +37,8 @@ struct Project {
   SolveLimits Limits;
   ModelCollection Models;  // the catalogue and the user's; the solved list is those with `Solved`
   std::vector<InterpClass> Interpolations;
+  bool Changed = false;       // the sheet, since it was last saved
+  bool NotesChanged = false;  // the notes, since they were last saved
 };
 
 // A fresh project, with the catalogue of built-in models and one interpolation of each kind.

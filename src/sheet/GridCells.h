@@ -30,6 +30,11 @@ class GridCells {
   // The value of a number, 0 for anything else.
   double GridCellNumber(std::size_t row, std::size_t col) const;
 
+  // A cell as it is stored: its number, or a NaN by which IsEmpty or IsText holds. SetCell takes cells of the same
+  // grid; one that holds a text may be moved but not doubled, since both would share the text.
+  double Cell(std::size_t row, std::size_t col) const;
+  void SetCell(std::size_t row, std::size_t col, double cell);
+
   // Stores a text as a text, number or not; one of blanks alone empties the cell.
   void SetGridCellText(std::size_t row, std::size_t col, std::string_view text);
   // A value that is not finite is stored as the text of it. The row behind a column's last comes at the price of a
@@ -64,8 +69,6 @@ class GridCells {
   static constexpr std::uint64_t kTextBits = 0xFFF8'0000'0000'0001;
 
   void SetNumber(std::size_t row, std::size_t col, double value);
-  double Cell(std::size_t row, std::size_t col) const;
-  void SetCell(std::size_t row, std::size_t col, double cell);
 
   std::vector<std::vector<double>> columns_;  // each as long as its last cell that was set
   std::vector<std::string> texts_;
