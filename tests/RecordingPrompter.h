@@ -13,6 +13,7 @@ class RecordingPrompter : public Prompter {
  public:
   bool Answer = true;               // to every question
   bool Cancel = false;              // answers a question that allows it
+  std::optional<std::string> Text;  // typed when asked for one; nothing cancels
   std::optional<std::string> File;  // chosen in the file dialog; nothing cancels
 
   std::vector<std::string> Said;
@@ -27,6 +28,10 @@ class RecordingPrompter : public Prompter {
   std::optional<bool> AskOrCancel(const std::string& text) override {
     const bool answer = Ask(text);
     return Cancel ? std::nullopt : std::optional(answer);
+  }
+  std::optional<std::string> AskText(const std::string& text, const std::string& initial) override {
+    Said.push_back("text: " + text + "|" + initial);
+    return Text;
   }
   std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
                                               const std::string& extension) override {

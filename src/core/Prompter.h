@@ -18,6 +18,9 @@ class Prompter {
   // A question that may also be answered by Cancel: nothing then.
   virtual std::optional<bool> AskOrCancel(const std::string& text) = 0;
 
+  // A text to be typed or changed, nothing when the user cancels.
+  virtual std::optional<std::string> AskText(const std::string& text, const std::string& initial) = 0;
+
   // The name of a file to write, nothing when the user cancels. `filter` reads as in "Text files (*.txt)"; `extension`,
   // without its dot, is put behind a name that has none.
   virtual std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,

@@ -23,6 +23,7 @@
 #include <QSpinBox>
 #include <QTabWidget>
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "Dialogs.h"
@@ -44,6 +45,7 @@ class Frame : public testing::Test {
     session.Preferences = LoadSettings();
     frame = std::make_unique<parentfrm>(session, commandLine, folder.Path("state"));
     frame->show();
+    frame->activateWindow();
     QTest::qWait(50);
   }
 
@@ -54,12 +56,10 @@ class Frame : public testing::Test {
   QString Status() { return frame->findChild<QLabel*>("status")->text(); }
   qsizetype Windows() { return frame->findChild<QMdiArea*>()->subWindowList().size(); }
 
-  // The first key opens the editor, which has the focus from then on.
-  void Type(const QString& text, Qt::Key end = Qt::Key_Return) {
-    QTest::keyClicks(&Grid(), text.left(1));
-    ASSERT_NE(Entry(), nullptr);
-    QTest::keyClicks(Entry(), text.mid(1));
-    QTest::keyClick(Entry(), end);
+  // Each key goes to what has the focus by then.
+  void Type(const QString& text, std::optional<Qt::Key> end = Qt::Key_Return) {
+    for (const QChar key : text) QTest::keyClick(frame->focusWidget(), key.toLatin1());
+    if (end) QTest::keyClick(frame->focusWidget(), *end);
   }
   QLineEdit* Entry() {
     for (QLineEdit* entry : Grid().findChildren<QLineEdit*>("entry"))
@@ -126,15 +126,14 @@ TEST_F(Frame, TakesWhatIsTyped) {
   dialogs.Press(QMessageBox::Ok);  // and so is saving
   Trigger("mnuFileSave");
   ASSERT_NE(Entry(), nullptr);
-  Entry()->setText("10");
-  QTest::keyClick(Entry(), Qt::Key_Up);
+  Type("10", Qt::Key_Up);  // the refused entry is selected
   EXPECT_EQ(Shown(2, 2), "10");
   EXPECT_EQ(Current(), std::pair(1, 2));
 
   // Escape takes an entry back; going elsewhere by the mouse takes it.
   Type("7", Qt::Key_Escape);
   EXPECT_EQ(Shown(1, 2), "46347");
-  QTest::keyClicks(&Grid(), "8");
+  Type("8", std::nullopt);
   QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, Grid().visualRect(Grid().model()->index(5, 0)).center());
   EXPECT_EQ(Shown(1, 2), "8");
   EXPECT_EQ(Current(), std::pair(6, 1));
@@ -145,7 +144,7 @@ TEST_F(Frame, TakesWhatIsTyped) {
 
 TEST_F(Frame, TakesAnEntryThatIsOpenWhereTheProjectIsSaved) {
   Start();
-  QTest::keyClicks(&Grid(), "3");
+  Type("3", std::nullopt);
   dialogs.ChooseFile(folder.Path("new"));
   Trigger("mnuFileSave");
   EXPECT_EQ(ReadProject(folder.Path("new.qvx"), {})->Sheet.Cells.GridCellNumber(1, 1), 3);
@@ -466,6 +465,22 @@ TEST_F(Frame, HasMnemonicsThatDoNotMeet) {
     }
   };
   check(frame->menuBar()->actions());
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, AsksForATextThatMayLookLikeMarkup) {
+  Start();
+  MessageBoxPrompter user(frame.get());
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "Quorvex");
+    auto* edit = form.findChild<QLineEdit*>();
+    EXPECT_EQ(edit->text(), "<b>old");
+    edit->setText("new");
+    QTest::keyClick(edit, Qt::Key_Return);
+  });
+  EXPECT_EQ(user.AskText("a < b", "<b>old"), "new");
+  dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });
+  EXPECT_EQ(user.AskText("a < b", ""), std::nullopt);
   EXPECT_TRUE(frame->close());
 }
 

@@ -18,8 +18,8 @@
 #include "files/ProjectFile.h"
 #include "project/ui/quorvexWindow.h"
 
-// The examples are part of the library of windows, which has to be told so by name.
-static void LoadExamples() { Q_INIT_RESOURCE(quorvex); }
+// The examples and the icon are part of the library of windows, which has to be told so by name.
+static void LoadResources() { Q_INIT_RESOURCE(quorvex); }
 
 namespace quorvex {
 namespace {
@@ -51,6 +51,8 @@ QAction* parentfrm::NewAction(const char* name, const QString& text, const QKeyS
 }
 
 void parentfrm::MakeMenus() {
+  LoadResources();
+  QApplication::setWindowIcon(QIcon(":/quorvex.png"));
   MakeFileMenu();
   MakeWindowMenu();
   MakeHelpMenu();
@@ -150,7 +152,6 @@ void parentfrm::MakeHelpMenu() {
   help->addAction(NewAction("mnuHelpManual", "&Manual", QKeySequence::HelpContents, &parentfrm::HelpManual));
   QMenu* examples = help->addMenu("&Examples");
   examples->setObjectName("examples");
-  LoadExamples();
   int number = 0;
   const QDir folder(":/examples");
   for (const QString& file : folder.entryList()) {

@@ -1,6 +1,7 @@
 #include "core/ui/MessageBoxPrompter.h"
 
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace quorvex {
@@ -30,6 +31,14 @@ std::optional<bool> MessageBoxPrompter::AskOrCancel(const std::string& text) {
   const int answer =
       Show(parent_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
   return answer == QMessageBox::Cancel ? std::nullopt : std::optional(answer == QMessageBox::Yes);
+}
+
+std::optional<std::string> MessageBoxPrompter::AskText(const std::string& text, const std::string& initial) {
+  QInputDialog dialog(parent_);
+  dialog.setWindowTitle("Quorvex");
+  dialog.setLabelText(Qt::convertFromPlainText(QString::fromStdString(text)));
+  dialog.setTextValue(QString::fromStdString(initial));
+  return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue().toStdString()) : std::nullopt;
 }
 
 std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::string& title, const std::string& filter,

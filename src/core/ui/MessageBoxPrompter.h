@@ -19,6 +19,7 @@ class MessageBoxPrompter : public Prompter {
   void Inform(const std::string& text) override;
   bool Ask(const std::string& text) override;
   std::optional<bool> AskOrCancel(const std::string& text) override;
+  std::optional<std::string> AskText(const std::string& text, const std::string& initial) override;
   std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
                                               const std::string& extension) override;
 

@@ -15,7 +15,9 @@ namespace quorvex {
 // The editor of a cell.
 class CellDelegate : public QStyledItemDelegate {
  public:
-  explicit CellDelegate(SheetView* view) : QStyledItemDelegate(view), view_(*view) {}
+  explicit CellDelegate(SheetView* view) : QStyledItemDelegate(view), view_(*view) {
+    connect(this, &QAbstractItemDelegate::closeEditor, this, [this] { editor_ = nullptr; });
+  }
 
   // Stores what stands in the open editor and closes it. False where it is refused; the editor then has the focus.
   bool Commit() {
@@ -26,7 +28,6 @@ class CellDelegate : public QStyledItemDelegate {
       editor->selectAll();
       return false;
     }
-    editor_ = nullptr;
     emit closeEditor(editor, NoHint);
     return true;
   }
@@ -126,6 +127,12 @@ void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& pr
     column_ = current.column();
   }
   emit CurrentCellChanged();
+}
+
+// The grid has the focus after that, even where another window is active.
+void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  QTableView::closeEditor(editor, hint);
+  if (window()->focusWidget() == editor) setFocus();
 }
 
 void SheetView::keyPressEvent(QKeyEvent* event) {
