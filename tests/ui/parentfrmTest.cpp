@@ -157,6 +157,17 @@ TEST_F(Frame, TakesAnEntryThatIsOpenWhereTheProjectIsSaved) {
   EXPECT_TRUE(frame->close());
 }
 
+TEST_F(Frame, HasRoomForEveryDigit) {
+  Start();
+  Document().Sheet.Cells.SetGridCellNumber(1, 1, -1.0 / 9);
+  Active().Refresh();
+  EXPECT_EQ(Shown(1, 1), "-0.111111111111111");
+  const QStyleOptionViewItem option;
+  EXPECT_GE(Grid().columnWidth(0), Grid().itemDelegate()->sizeHint(option, Grid().model()->index(0, 0)).width());
+  EXPECT_GE(Grid().rowHeight(0), Grid().fontMetrics().height());
+  EXPECT_TRUE(frame->close());
+}
+
 TEST_F(Frame, ScrollsAndEditsItsManyRowsWithoutDelay) {
   Start();
   EXPECT_EQ(Grid().model()->rowCount(), 65'536);

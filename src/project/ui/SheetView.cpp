@@ -93,7 +93,8 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent) {
   // Rows of one height: none of the many has to be asked for its own.
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-  horizontalHeader()->setDefaultSectionSize(14 * fontMetrics().averageCharWidth());
+  // As wide as a number with all the digits that are shown.
+  horizontalHeader()->setDefaultSectionSize(fontMetrics().horizontalAdvance("-0.123456789012345") + 12);
   horizontalHeader()->setAccessibleName("Column headers");
   verticalHeader()->setAccessibleName("Row numbers");
 }
