@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache libgtest-dev unixodbc-dev libsqliteodbc libexpat1-dev zlib1g-dev locales
-  clang-format-14 qt6-base-dev libgl1-mesa-dev fonts-liberation)
+  clang-format-14 qt6-base-dev libgl1-mesa-dev fonts-liberation desktop-file-utils appstream)
 missing=()
 for package in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")

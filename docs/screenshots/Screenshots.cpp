@@ -2,12 +2,17 @@
 //   screenshots FOLDER SUFFIX [dark]
 // Run from the project's folder. QT_SCALE_FACTOR sets the scale.
 
+#include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QPushButton>
 #include <QStyleFactory>
+#include <QTabWidget>
 
+#include "app/ui/parentfrm.h"
 #include "batch/RunMacro.h"
 #include "batch/ui/cfgSolveWindow.h"
+#include "project/ui/quorvexWindow.h"
 
 namespace quorvex {
 namespace {
@@ -59,6 +64,26 @@ class PhotographedForm : public cfgSolveWindow {
   int model_ = 0, turn_ = 0;
 };
 
+// The main frame as it opens, and with the examples.
+void TakeFrame(const QString& folder, const QString& suffix, Session& session) {
+  session.Preferences.Set("screenwidth", "12000");  // window units, 15 to the pixel
+  session.Preferences.Set("screenheight", "8000");
+  parentfrm frame(session, "", "");
+  frame.show();
+  const auto take = [&](const QString& name) {
+    for (int i = 0; i < 5; ++i) QApplication::processEvents();  // the new state is in force and painted
+    frame.grab().save(folder + '/' + name + suffix + ".png");
+  };
+  take("frame-empty");
+  const QList<QAction*> examples = frame.findChild<QMenu*>("examples")->actions();
+  examples[1]->trigger();
+  take("frame-sheet");
+  for (QAction* example : {examples[0], examples[2]}) example->trigger();
+  frame.findChild<QAction*>("mnuWindowCascade")->trigger();
+  frame.ActiveProject()->findChild<QTabWidget*>("pages")->setCurrentIndex(1);
+  take("frame-windows");
+}
+
 }  // namespace
 }  // namespace quorvex
 
@@ -70,6 +95,10 @@ int main(int argc, char** argv) {
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   if (arguments.contains("dark")) QApplication::setPalette(DarkPalette());
   Session session;
-  PhotographedForm form(arguments[1], arguments[2]);
-  return RunMacro("examples/puromycin.cfg", session, form).Status;
+  {
+    PhotographedForm form(arguments[1], arguments[2]);
+    if (const int status = RunMacro("examples/puromycin.cfg", session, form).Status) return status;
+  }
+  TakeFrame(arguments[1], arguments[2], session);
+  return EXIT_SUCCESS;
 }

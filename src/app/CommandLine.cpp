@@ -38,4 +38,9 @@ CommandRequest ParseCommandLine(const std::string& commandLine) {
   return std::filesystem::exists(name, error) ? CommandRequest{CommandMode::OpenFile, name} : CommandRequest();
 }
 
+std::string StartFileName(const std::string& commandLine) {
+  const std::string_view line = Trim(commandLine);
+  return line.empty() ? "Untitled" : Unquoted(line);
+}
+
 }  // namespace quorvex

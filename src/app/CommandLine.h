@@ -21,4 +21,8 @@ std::string JoinedByBlanks(const std::vector<std::string>& arguments);
 // quote at each end of a name is taken off.
 CommandRequest ParseCommandLine(const std::string& commandLine);
 
+// The name of the file that the interactive program starts with, whether it exists or not: the command line without
+// the blanks around it and one double quote at each end. "Untitled" where the line is empty.
+std::string StartFileName(const std::string& commandLine);
+
 }  // namespace quorvex

@@ -152,6 +152,15 @@ int SaveSettings(const Settings& settings, std::string_view section, std::span<c
   return ReplaceFile(name, lines);
 }
 
+FrameGeometry StartupGeometry(const Settings& settings, double screenHeight, double screenWidth) {
+  const auto fitted = [&](const char* key, double screen) {
+    const double stored = settings.Number(key);
+    return stored > 0 ? std::min(stored, screen) : 0.75 * screen;
+  };
+  return {settings.Number("default_x"), settings.Number("default_y"), fitted("screenheight", screenHeight),
+          fitted("screenwidth", screenWidth)};
+}
+
 int SaveStartupSettings(Settings& settings, const FrameGeometry& frame) {
   settings.Set("default_x", SinglePrecisionText(frame.Left));
   settings.Set("default_y", SinglePrecisionText(frame.Top));

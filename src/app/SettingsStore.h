@@ -26,6 +26,10 @@ struct FrameGeometry {
   double Left = 0, Top = 0, Height = 0, Width = 0;
 };
 
+// The stored place and size, fitted to a screen: what is greater than it becomes the screen's, and where no size was
+// ever stored the frame takes three quarters of it. All in window units.
+FrameGeometry StartupGeometry(const Settings& settings, double screenHeight, double screenWidth);
+
 // What leaving the program stores: the frame, the project folder and the choices of the solve setup. The frame's
 // numbers are written with the 7 digits of a 32-bit real. Returns 0 or the file error's number.
 int SaveStartupSettings(Settings& settings, const FrameGeometry& frame);

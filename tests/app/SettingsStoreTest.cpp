@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "TemporaryFolder.h"
+#include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
 
 namespace quorvex {
@@ -151,6 +152,32 @@ TEST(SettingsFileName, FollowsTheEnvironment) {
     const TemporaryVariable own("QUORVEX_SETTINGS", c.own), config("XDG_CONFIG_HOME", c.config), home("HOME", c.home);
     EXPECT_EQ(SettingsFileName(), c.name);
   }
+}
+
+TEST_F(SettingsStore, FitsTheStoredPlaceToTheScreen) {
+  Settings settings = Load("[startup]\ndefault_x=-150\ndefault_y=30.5\nscreenwidth=2000\nscreenheight=900\n");
+  const FrameGeometry fitted = StartupGeometry(settings, 1000, 1600);
+  EXPECT_EQ(fitted.Left, -150);
+  EXPECT_EQ(fitted.Top, 30.5);
+  EXPECT_EQ(fitted.Width, 1600);
+  EXPECT_EQ(fitted.Height, 900);
+  EXPECT_EQ(settings.Text("screenwidth"), "2000");
+  const FrameGeometry first = StartupGeometry(Load(""), 1000, 1600);
+  EXPECT_EQ(first.Width, 1200);
+  EXPECT_EQ(first.Height, 750);
+}
+
+TEST_F(SettingsStore, ListsTheFilesUsedLast) {
+  Settings settings = Load("[Project Files]\nRecentFile1=/a\nRecentFile2=/b\n");
+  EXPECT_EQ(AddRecentFile(settings, kRecentProjects, "/b"), 0);
+  EXPECT_EQ(RecentFiles(settings, kRecentProjects), (std::vector<std::string>{"/b", "/a"}));
+  for (int i = 0; i < 20; ++i) AddRecentFile(settings, kRecentProjects, "/" + std::to_string(i));
+  EXPECT_EQ(RemoveRecentFile(settings, kRecentProjects, "/19"), 0);
+  const std::vector<std::string> stored = RecentFiles(LoadSettings(), kRecentProjects);
+  EXPECT_EQ(stored, RecentFiles(settings, kRecentProjects));
+  EXPECT_EQ(stored.front(), "/18");
+  EXPECT_EQ(stored.size(), 7u);
+  EXPECT_TRUE(RecentFiles(settings, "Plot Files").empty());
 }
 
 }  // namespace

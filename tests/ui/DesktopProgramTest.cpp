@@ -58,7 +58,7 @@ TEST(DesktopProgram, AnswersAboutItselfWithoutADisplay) {
   EXPECT_EQ(program.Run("--version", kNone), 0);
   EXPECT_EQ(program.Out, "Quorvex 9.0.0\n");
   EXPECT_EQ(program.Run("", kNone), 1);
-  EXPECT_EQ(program.Err, "This version has no main window yet; quorvex -runcfg FILE runs a macro.\n");
+  EXPECT_EQ(program.Err, "There is no display for the main window; quorvex -runcfg FILE runs a macro without one.\n");
 }
 
 }  // namespace

@@ -4,14 +4,19 @@
 #include <cstdlib>
 
 #include "app/CommandLine.h"
+#include "app/RecoveryStore.h"
+#include "app/SettingsStore.h"
 #include "app/StartUp.h"
+#include "app/ui/FileRequests.h"
+#include "app/ui/parentfrm.h"
 #include "batch/ui/cfgSolveWindow.h"
 
 namespace quorvex {
 namespace {
 
 // Qt ends a process that finds no display, or one that it cannot reach, by a fatal message. The console program does
-// without, so it takes the run back; with no display named it says so in the log and does not hand over again.
+// without, so it takes the run of a macro back; with no display named it says so in the log and does not hand over
+// again.
 void TakeBackWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type != QtFatalMsg) return;
   unsetenv("DISPLAY");
@@ -21,16 +26,46 @@ void TakeBackWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QSt
   std::_Exit(EXIT_FAILURE);
 }
 
+void GiveUpWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type != QtFatalMsg) return;
+  Complain("There is no display for the main window; quorvex -runcfg FILE runs a macro without one.");
+  std::_Exit(EXIT_FAILURE);
+}
+
+// The connection to the display. Arguments are file names and none of Qt's own options.
+class Desktop {
+ public:
+  Desktop(char* programName, QtMessageHandler withoutDisplay)
+      : argv_{programName, nullptr}, application_((qInstallMessageHandler(withoutDisplay), argc_), argv_) {
+    qInstallMessageHandler(nullptr);
+    QApplication::setApplicationName("Quorvex");
+    QApplication::setDesktopFileName("quorvex");
+  }
+
+ private:
+  int argc_ = 1;
+  char* argv_[2];
+  QApplication application_;
+};
+
 int RunMacroWithWindows(const std::string& fileName, char* programName) {
-  // Arguments are file names and none of Qt's own options.
-  char* argv[] = {programName, nullptr};
-  int argc = 1;
-  qInstallMessageHandler(TakeBackWithoutDisplay);
-  const QApplication application(argc, argv);
-  qInstallMessageHandler(nullptr);
-  QApplication::setApplicationName("Quorvex");
+  const Desktop desktop(programName, TakeBackWithoutDisplay);
   cfgSolveWindow form;
   return RunMacroMode(fileName, form);
+}
+
+// A file goes to the instance that is already running, where one is.
+int RunInteractive(const CommandRequest& request, const std::string& commandLine, char* programName) {
+  const Desktop desktop(programName, GiveUpWithoutDisplay);
+  if (request.Mode == CommandMode::OpenFile && FileRequests::SendToRunning(QString::fromStdString(request.FileName)))
+    return EXIT_SUCCESS;
+  Session session{LoadSettings(), ReadUserLocale()};
+  parentfrm frame(session, commandLine, StateFolder());
+  FileRequests requests;
+  QObject::connect(&requests, &FileRequests::Requested, &frame, &parentfrm::OpenRequestedFile);
+  requests.Listen();
+  frame.show();
+  return QApplication::exec();
 }
 
 }  // namespace
@@ -40,8 +75,8 @@ int main(int argc, char** argv) {
   using namespace quorvex;
   const std::vector<std::string> arguments = Arguments(argc, argv);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
-  const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
+  const std::string commandLine = JoinedByBlanks(arguments);
+  const CommandRequest request = ParseCommandLine(commandLine);
   if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(request.FileName, argv[0]);
-  Complain("This version has no main window yet; quorvex -runcfg FILE runs a macro.");
-  return EXIT_FAILURE;
+  return RunInteractive(request, commandLine, argv[0]);
 }

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <string>
+
+#include "app/RecoveryStore.h"
+#include "core/Session.h"
+#include "core/ui/MessageBoxPrompter.h"
+#include "project/Project.h"
+
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace quorvex {
+
+class quorvexWindow;
+
+// The main frame: it holds any number of project windows, and the menus and the toolbar that act on the active one.
+class parentfrm : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // `commandLine` is what the program was started with, shown once the frame is; copies of unsaved projects are kept in
+  // `stateFolder`.
+  parentfrm(Session& session, std::string commandLine, std::string stateFolder);
+
+  ~parentfrm() override;
+
+  quorvexWindow* ActiveProject() const;
+
+  // Opens what the file turns out to be.
+  void OpenFile(const QString& fileName);
+  // The same for the file of the command line or of a request, which is told about in the words for that.
+  void OpenRequestedFile(const QString& fileName);
+
+  // Keeps a copy of each project that changed since the last time. Runs once a minute.
+  void Autosave();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void MakeMenus();
+  void MakeFileMenu();
+  void MakeEditMenu();
+  void MakeWindowMenu();
+  void MakeHelpMenu();
+  QAction* NewAction(const char* name, const QString& text, const QKeySequence& keys, void (parentfrm::*command)());
+
+  void FirstShowing();
+  void OfferRecovery();
+
+  void FileNew();
+  void FileNewKind();
+  void FileOpen();
+  void FileSave();
+  void FileSaveAs();
+  void FileClose();
+  void HelpManual();
+  void HelpAbout();
+  void OpenExample(const QString& resource);
+
+  bool Dispatch(const QString& fileName, bool requested);
+  void OpenProject(const QString& fileName);
+  void ImportDataFile(const QString& fileName);
+  bool AskKind(std::size_t& independentVariables, bool& hasStandardDeviation);
+  quorvexWindow* ShowProject(Project project);
+  Project EmptyProject(std::size_t independentVariables, bool hasStandardDeviation);
+  std::string NextUntitled() const;
+  void CloseIfFresh(quorvexWindow* window);
+
+  void FillRecentMenu();
+  void FillWindowMenu();
+  void RememberFolder(const QString& fileName);
+  void RememberFile(const std::string& fileName);
+  void ShowActiveWindow();  // brings toolbar, menus and status bar up to date
+
+  void MoveToStoredPlace();
+  void StorePlace();
+
+  Session& session_;
+  std::string commandLine_;
+  MessageBoxPrompter user_;
+  RecoveryStore recovery_;
+  QTimer autosave_;
+  bool shown_ = false;
+  std::size_t windows_ = 0;  // opened so far
+
+  QMdiArea* area_;
+  QMenu *recentMenu_, *windowMenu_;
+  QAction* undo_ = nullptr;
+  QList<QAction*> projectActions_;  // that need a project window
+  QLabel* status_;
+};
+
+}  // namespace quorvex

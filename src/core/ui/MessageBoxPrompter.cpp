@@ -1,0 +1,53 @@
+#include "core/ui/MessageBoxPrompter.h"
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace quorvex {
+namespace {
+
+int Show(QWidget* parent, QMessageBox::Icon icon, const std::string& text, QMessageBox::StandardButtons buttons) {
+  QMessageBox box(icon, "Quorvex", QString::fromStdString(text).remove('\r'), buttons, parent);
+  box.setTextFormat(Qt::PlainText);  // names of files and models are no markup
+  return box.exec();
+}
+
+}  // namespace
+
+void MessageBoxPrompter::Refuse(const std::string& text) {
+  Show(parent_, QMessageBox::Critical, text, QMessageBox::Ok);
+}
+
+void MessageBoxPrompter::Inform(const std::string& text) {
+  Show(parent_, QMessageBox::Information, text, QMessageBox::Ok);
+}
+
+bool MessageBoxPrompter::Ask(const std::string& text) {
+  return Show(parent_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+std::optional<bool> MessageBoxPrompter::AskOrCancel(const std::string& text) {
+  const int answer =
+      Show(parent_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+  return answer == QMessageBox::Cancel ? std::nullopt : std::optional(answer == QMessageBox::Yes);
+}
+
+std::optional<std::string> MessageBoxPrompter::AskText(const std::string& text, const std::string& initial) {
+  QInputDialog dialog(parent_);
+  dialog.setWindowTitle("Quorvex");
+  dialog.setLabelText(Qt::convertFromPlainText(QString::fromStdString(text)));
+  dialog.setTextValue(QString::fromStdString(initial));
+  return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue().toStdString()) : std::nullopt;
+}
+
+std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::string& title, const std::string& filter,
+                                                                const std::string& extension) {
+  QFileDialog dialog(parent_, QString::fromStdString(title), Folder, QString::fromStdString(filter));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(QString::fromStdString(extension));
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.selectedFiles().constFirst().toStdString();
+}
+
+}  // namespace quorvex

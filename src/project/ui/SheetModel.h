@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QAbstractTableModel>
+
+#include "project/Project.h"
+#include "sheet/SheetEdit.h"
+
+namespace quorvex {
+
+// The sheet of a project for a table view. It reads the sheet's own cells, so that a view costs nothing but what is on
+// the screen. Its rows and columns are counted from 0, those of the sheet from 1.
+class SheetModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  SheetModel(Project& project, const SheetEdit& edit, QObject* parent)
+      : QAbstractTableModel(parent), project_(project), edit_(edit) {}
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+  // Types a text into a cell. False where the entry is refused, which the user is told.
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+  // Whether setData would take the text.
+  bool Accepts(const QString& text) const;
+
+  // A command has changed the sheet behind the view's back: cells, headers, columns or all of them.
+  void Reload();
+
+ private:
+  Project& project_;
+  const SheetEdit& edit_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,153 @@
+#include "project/ui/quorvexWindow.h"
+
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "files/FileSave.h"
+#include "project/ui/SheetModel.h"
+#include "project/ui/SheetView.h"
+
+namespace quorvex {
+namespace {
+
+// The clipboard of the user's desktop.
+class SystemClipboard : public Clipboard {
+ public:
+  std::string Text() const override { return QGuiApplication::clipboard()->text().toStdString(); }
+  void SetText(const std::string& text) override {
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+  }
+};
+
+// "X1, X2 and Y".
+QString Listed(const std::vector<std::string>& headers) {
+  QStringList names;
+  for (const std::string& header : headers) names << QString::fromStdString(header);
+  const QString last = names.takeLast();
+  return names.join(", ") + " and " + last;
+}
+
+}  // namespace
+
+quorvexWindow::quorvexWindow(Project project, const Settings& settings, Prompter& user)
+    : project_(std::move(project)),
+      user_(user),
+      editor_(project_, settings, user_),
+      model_(new SheetModel(project_, editor_.Edit, this)),
+      pages_(new QTabWidget(this)),
+      DataGrid(new SheetView(this)),
+      hint_(new QLabel(this)),
+      Notes(new QPlainTextEdit(this)) {
+  LayOut();
+  DataGrid->SetSheet(model_);
+  Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
+  connect(model_, &SheetModel::dataChanged, this, &quorvexWindow::ShowState);
+  connect(model_, &SheetModel::modelReset, this, &quorvexWindow::ShowState);
+  connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
+  connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
+  ShowState();
+}
+
+void quorvexWindow::LayOut() {
+  auto* sheet = new QWidget(pages_);
+  auto* column = new QVBoxLayout(sheet);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(DataGrid);
+  column->addWidget(hint_);
+  hint_->setObjectName("hint");
+  hint_->setTextFormat(Qt::PlainText);
+  hint_->setWordWrap(true);
+  hint_->setMargin(6);
+  Notes->setObjectName("Notes");
+  Notes->setAccessibleName("Notes");
+  Notes->setPlaceholderText("What these data are and where they come from.");
+  Notes->setTabChangesFocus(true);
+  pages_->setObjectName("pages");
+  pages_->setDocumentMode(true);
+  pages_->addTab(sheet, "&Data");
+  pages_->addTab(Notes, "N&otes");
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(0, 0, 0, 0);
+  all->addWidget(pages_);
+  setFocusProxy(DataGrid);
+}
+
+bool quorvexWindow::IsFresh() const {
+  return quorvex::IsUntitled(project_) && !project_.Changed && !project_.NotesChanged &&
+         project_.Sheet.Cells.GridLastRow() == 0;
+}
+
+QString quorvexWindow::Status() const {
+  const QModelIndex cell = DataGrid->currentIndex();
+  const std::size_t rows = project_.Sheet.Cells.GridLastRow();
+  return QString("%1, row %2   |   %3")
+      .arg(model_->headerData(cell.column(), Qt::Horizontal, Qt::DisplayRole).toString())
+      .arg(cell.row() + 1)
+      .arg(rows == 0   ? QString("no data")
+           : rows == 1 ? QString("1 row of data")
+                       : QString("%1 rows of data").arg(rows));
+}
+
+bool quorvexWindow::FileSave() {
+  if (!DataGrid->CommitEntry()) return false;
+  const bool saved = quorvex::FileSave(project_, user_);
+  ShowState();
+  return saved;
+}
+
+bool quorvexWindow::FileSaveAs() {
+  if (!DataGrid->CommitEntry()) return false;
+  const bool saved = quorvex::FileSaveAs(project_, user_);
+  ShowState();
+  return saved;
+}
+
+void quorvexWindow::Run(SheetCommand command) {
+  if (!DataGrid->CommitEntry()) return;
+  editor_.Edit.Selection.clear();
+  for (const QItemSelectionRange& range : DataGrid->selectionModel()->selection())
+    editor_.Edit.Selection.push_back(
+        {static_cast<std::size_t>(range.top()) + 1, static_cast<std::size_t>(range.left()) + 1,
+         static_cast<std::size_t>(range.bottom()) + 1, static_cast<std::size_t>(range.right()) + 1});
+  SystemClipboard clipboard;
+  if (command(editor_.Edit, clipboard)) Refresh();
+}
+
+void quorvexWindow::EditUndo() {
+  if (!DataGrid->CommitEntry()) return;
+  editor_.EditUndo();
+  Refresh();
+}
+
+void quorvexWindow::Refresh() { model_->Reload(); }
+
+void quorvexWindow::NotesEdited() {
+  project_.Notes = Notes->toPlainText().replace('\n', "\r\n").toStdString();
+  project_.NotesChanged = true;
+  ShowState();
+}
+
+void quorvexWindow::ShowState() {
+  setWindowTitle(QFileInfo(QString::fromStdString(project_.FileName)).fileName() + "[*]");
+  setWindowModified(project_.Changed || project_.NotesChanged);
+  hint_->setText("Type your measurements into the columns " + Listed(project_.Sheet.Headers) +
+                 ", or open one of the examples of the Help menu.");
+  hint_->setVisible(project_.Sheet.Cells.GridLastRow() == 0);
+  emit Changed();
+  emit StatusChanged();
+}
+
+void quorvexWindow::closeEvent(QCloseEvent* event) {
+  const bool close = DataGrid->CommitEntry() && MayClose(project_, user_);
+  ShowState();
+  event->setAccepted(close);
+}
+
+}  // namespace quorvex

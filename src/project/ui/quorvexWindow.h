@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+
+#include "core/Clipboard.h"
+#include "core/Prompter.h"
+#include "project/Project.h"
+#include "project/ProjectEditor.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QTabWidget;
+
+namespace quorvex {
+
+class SheetModel;
+class SheetView;
+
+// A command of the Edit menu, from the function of its name.
+using SheetCommand = bool (*)(const SheetEdit& edit, Clipboard& clipboard);
+
+// The window of one project: its data sheet and its notes.
+class quorvexWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  quorvexWindow(Project project, const Settings& settings, Prompter& user);
+
+  Project& Document() { return project_; }
+  SheetView& Grid() { return *DataGrid; }
+
+  // A new project that nothing was done to.
+  bool IsFresh() const;
+
+  // The cell that is current and how far the sheet is filled, for the status bar.
+  QString Status() const;
+
+  // The commands. An entry that is still open in the sheet is taken first; one that is refused stops the command.
+  bool FileSave();
+  bool FileSaveAs();
+
+  // A command on the cells that are selected; shows what it changed. The other two are for Undo in the Edit menu.
+  void Run(SheetCommand command);
+  void EditUndo();
+  QString UndoText() const { return QString::fromStdString(editor_.Menu.UndoText); }
+
+  // Shows a project that something other than typing has changed.
+  void Refresh();
+
+ signals:
+  void Changed();        // the project, or whether it is saved
+  void StatusChanged();  // the text of the status bar
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void LayOut();
+  void NotesEdited();
+  void ShowState();
+
+  Project project_;
+  Prompter& user_;
+  ProjectEditor editor_;
+  SheetModel* model_;
+  QTabWidget* pages_;
+  SheetView* DataGrid;
+  QLabel* hint_;
+  QPlainTextEdit* Notes;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace quorvex {
+
+// Answers the dialogs that open while a test clicks, in the order given, and writes down what message boxes say. A
+// dialog that nobody expects is cancelled and fails the test.
+class Dialogs {
+ public:
+  Dialogs() {
+    QObject::connect(&timer_, &QTimer::timeout, [this] { Turn(); });
+    timer_.start(5);
+  }
+  ~Dialogs() { EXPECT_TRUE(answers_.empty()) << "A dialog did not open."; }
+
+  std::vector<std::string> Said;
+
+  void Press(QMessageBox::StandardButton button) {
+    answers_.push_back([this, button](QDialog& dialog) {
+      auto* box = qobject_cast<QMessageBox*>(&dialog);
+      ASSERT_NE(box, nullptr);
+      EXPECT_EQ(box->windowTitle(), "Quorvex");
+      Said.push_back(box->text().toStdString());
+      ASSERT_NE(box->button(button), nullptr);
+      QTest::mouseClick(box->button(button), Qt::LeftButton);
+    });
+  }
+
+  // Types the name of a file and accepts.
+  void ChooseFile(const std::string& name) {
+    answers_.push_back([name](QDialog& dialog) {
+      auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+      ASSERT_NE(edit, nullptr);
+      edit->setText(QString::fromStdString(name));
+      QTest::keyClick(edit, Qt::Key_Return);
+    });
+  }
+
+  void Do(std::function<void(QDialog&)> action) { answers_.push_back(std::move(action)); }
+
+ private:
+  void Turn() {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || dialog == last_ || !dialog->isVisible()) return;
+    last_ = dialog;
+    const auto forget = [this] { last_ = nullptr; };
+    QObject::connect(dialog, &QDialog::finished, &timer_, forget);
+    if (answers_.empty()) {
+      auto* box = qobject_cast<QMessageBox*>(dialog);
+      ADD_FAILURE() << "Unexpected: " << (box ? box->text() : dialog->windowTitle()).toStdString();
+      dialog->reject();
+      return;
+    }
+    const auto answer = std::move(answers_.front());
+    answers_.pop_front();
+    answer(*dialog);
+  }
+
+  QTimer timer_;
+  QDialog* last_ = nullptr;
+  std::deque<std::function<void(QDialog&)>> answers_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,539 @@
+// The main frame and its project windows, used as a user does: by keys, clicks, menus and dialogs.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDropEvent>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include "Dialogs.h"
+#include "TemporaryFolder.h"
+#include "app/RecentFiles.h"
+#include "app/SettingsStore.h"
+#include "app/ui/FileRequests.h"
+#include "app/ui/parentfrm.h"
+#include "files/ProjectFile.h"
+#include "project/ui/SheetView.h"
+#include "project/ui/quorvexWindow.h"
+
+namespace quorvex {
+namespace {
+
+class Frame : public testing::Test {
+ protected:
+  void Start(const std::string& commandLine = "") {
+    session.Preferences = LoadSettings();
+    frame = std::make_unique<parentfrm>(session, commandLine, folder.Path("state"));
+    frame->show();
+    frame->activateWindow();
+    QTest::qWait(50);
+  }
+
+  void Trigger(const char* action) { frame->findChild<QAction*>(action)->trigger(); }
+  quorvexWindow& Active() { return *frame->ActiveProject(); }
+  SheetView& Grid() { return Active().Grid(); }
+  Project& Document() { return Active().Document(); }
+  QString Status() { return frame->findChild<QLabel*>("status")->text(); }
+  qsizetype Windows() { return frame->findChild<QMdiArea*>()->subWindowList().size(); }
+
+  // Each key goes to what has the focus by then.
+  void Type(const QString& text, std::optional<Qt::Key> end = Qt::Key_Return) {
+    for (const QChar key : text) QTest::keyClick(frame->focusWidget(), key.toLatin1());
+    if (end) QTest::keyClick(frame->focusWidget(), *end);
+  }
+  QLineEdit* Entry() {
+    for (QLineEdit* entry : Grid().findChildren<QLineEdit*>("entry"))
+      if (entry->isVisible()) return entry;
+    return nullptr;
+  }
+  std::pair<int, int> Current() { return {Grid().currentIndex().row() + 1, Grid().currentIndex().column() + 1}; }
+  QString Shown(int row, int col) { return Grid().model()->index(row - 1, col - 1).data().toString(); }
+
+  std::string SavedProject(const char* name) {
+    Project project(1, false, {});
+    project.Sheet.Cells.SetGridCellNumber(1, 1, 1.5);
+    project.Sheet.Cells.SetGridCellNumber(1, 2, 2.5);
+    project.Notes = "first\r\nsecond";
+    EXPECT_EQ(WriteProject(project, folder.Path(name)), 0);
+    return folder.Path(name);
+  }
+
+  TemporaryFolder folder;
+  TemporaryVariable settings{"QUORVEX_SETTINGS", folder.Path("quorvex.ini").c_str()};
+  TemporaryVariable runtime{"XDG_RUNTIME_DIR", folder.Path("").c_str()};
+  Session session;
+  Dialogs dialogs;
+  std::unique_ptr<parentfrm> frame;
+};
+
+TEST_F(Frame, BeginsWithAnEmptyProjectThatSaysWhatToDo) {
+  Start();
+  ASSERT_EQ(Windows(), 1);
+  EXPECT_EQ(Document().FileName, "Untitled");
+  EXPECT_TRUE(frame->windowTitle().contains("Untitled"));
+  const auto* hint = Active().findChild<QLabel*>("hint");
+  EXPECT_TRUE(hint->isVisible());
+  EXPECT_TRUE(hint->text().contains("X and Y"));
+  EXPECT_EQ(Status(), "X, row 1   |   no data");
+  Type("1");
+  EXPECT_FALSE(hint->isVisible());
+  EXPECT_EQ(Status(), "X, row 2   |   1 row of data");
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TakesWhatIsTyped) {
+  Start();
+  Type("1.50", Qt::Key_Tab);
+  EXPECT_EQ(Current(), std::pair(1, 2));
+  Type("2026-11-21", Qt::Key_Return);
+  EXPECT_EQ(Current(), std::pair(2, 2));
+  EXPECT_EQ(Shown(1, 1), "1.5");
+  EXPECT_EQ(Shown(1, 2), "46347");
+  EXPECT_TRUE(Active().isWindowModified());
+  EXPECT_TRUE(frame->isWindowModified() || frame->windowTitle().contains('*'));
+
+  // Refused: the entry stays open, with the focus, until it is right.
+  dialogs.Press(QMessageBox::Ok);
+  Type("ten");
+  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Invalid entry."});
+  ASSERT_NE(Entry(), nullptr);
+  EXPECT_EQ(Entry()->text(), "ten");
+  EXPECT_EQ(Current(), std::pair(2, 2));
+  dialogs.Press(QMessageBox::Ok);  // going elsewhere by the mouse is refused, too
+  QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, Grid().visualRect(Grid().model()->index(5, 0)).center());
+  EXPECT_EQ(Current(), std::pair(2, 2));
+  dialogs.Press(QMessageBox::Ok);  // and so is saving
+  Trigger("mnuFileSave");
+  ASSERT_NE(Entry(), nullptr);
+  Type("10", Qt::Key_Up);  // the refused entry is selected
+  EXPECT_EQ(Shown(2, 2), "10");
+  EXPECT_EQ(Current(), std::pair(1, 2));
+
+  // Escape takes an entry back; going elsewhere by the mouse takes it.
+  Type("7", Qt::Key_Escape);
+  EXPECT_EQ(Shown(1, 2), "46347");
+  Type("8", std::nullopt);
+  QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, Grid().visualRect(Grid().model()->index(5, 0)).center());
+  EXPECT_EQ(Shown(1, 2), "8");
+  EXPECT_EQ(Current(), std::pair(6, 1));
+  EXPECT_EQ(Entry(), nullptr);
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TakesAnEntryThatIsOpenWhereTheProjectIsSaved) {
+  Start();
+  Type("3", std::nullopt);
+  dialogs.ChooseFile(folder.Path("new"));
+  Trigger("mnuFileSave");
+  EXPECT_EQ(ReadProject(folder.Path("new.qvx"), {})->Sheet.Cells.GridCellNumber(1, 1), 3);
+  EXPECT_FALSE(Active().isWindowModified());
+  EXPECT_EQ(RecentFiles(LoadSettings(), kRecentProjects), std::vector<std::string>{folder.Path("new.qvx")});
+  EXPECT_TRUE(frame->windowTitle().contains("new.qvx"));
+  dialogs.ChooseFile(folder.Path("other.qvx"));
+  Trigger("mnuFileSaveAs");
+  EXPECT_EQ(Document().FileName, folder.Path("other.qvx"));
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, HasRoomForEveryDigit) {
+  Start();
+  Document().Sheet.Cells.SetGridCellNumber(1, 1, -1.0 / 9);
+  Active().Refresh();
+  EXPECT_EQ(Shown(1, 1), "-0.111111111111111");
+  const QStyleOptionViewItem option;
+  EXPECT_GE(Grid().columnWidth(0), Grid().itemDelegate()->sizeHint(option, Grid().model()->index(0, 0)).width());
+  EXPECT_GE(Grid().rowHeight(0), Grid().fontMetrics().height());
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, ScrollsAndEditsItsManyRowsWithoutDelay) {
+  Start();
+  EXPECT_EQ(Grid().model()->rowCount(), 65'536);
+  for (std::size_t row = 1; row <= 65'536; ++row)
+    for (const std::size_t col : {1u, 2u}) Document().Sheet.Cells.SetGridCellNumber(row, col, 1.0 / double(row));
+  Active().Refresh();
+  QElapsedTimer clock;
+  clock.start();
+  constexpr int kScreens = 100;
+  for (int i = 0; i < kScreens; ++i) {
+    QTest::keyClick(&Grid(), i % 10 == 0 ? Qt::Key_End : Qt::Key_PageUp,
+                    i % 10 == 0 ? Qt::ControlModifier : Qt::NoModifier);
+    Grid().repaint();
+  }
+  EXPECT_LT(clock.elapsed() / kScreens, 50);
+  clock.restart();
+  for (int i = 0; i < 20; ++i) Type("5");
+  EXPECT_LT(clock.elapsed() / 20, 50);
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, AlwaysHasACurrentCell) {
+  Start();
+  Grid().setCurrentIndex(Grid().model()->index(9, 1));
+  Active().Refresh();
+  EXPECT_EQ(Current(), std::pair(10, 2));
+  Trigger("mnuFileNew");
+  EXPECT_EQ(Current(), std::pair(1, 1));
+  EXPECT_EQ(Document().FileName, "Untitled 2");
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, OpensProjectsOnceAndInPlaceOfAFreshOne) {
+  const std::string file = SavedProject("a.qvx");
+  Start();
+  dialogs.ChooseFile(file);
+  Trigger("mnuFileOpen");
+  EXPECT_EQ(Windows(), 1);
+  EXPECT_EQ(Shown(1, 2), "2.5");
+  EXPECT_EQ(Active().findChild<QPlainTextEdit*>("Notes")->toPlainText(), "first\nsecond");
+  EXPECT_FALSE(Active().isWindowModified());
+  Trigger("mnuFileNew");
+  EXPECT_EQ(Windows(), 2);
+  auto* recent = frame->findChild<QMenu*>("recent");
+  emit static_cast<QMenu*>(recent->parentWidget())->aboutToShow();
+  ASSERT_EQ(recent->actions().size(), 1);
+  recent->actions()[0]->trigger();
+  EXPECT_EQ(Windows(), 2);
+  EXPECT_EQ(Document().FileName, file);
+  EXPECT_EQ(session.Preferences.Text("projectdir") + "/", folder.Path(""));
+
+  // A file that is gone leaves the list.
+  std::filesystem::rename(file, folder.Path("b.qvx"));
+  Trigger("mnuFileClose");
+  dialogs.Press(QMessageBox::Ok);
+  recent->actions()[0]->trigger();
+  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Could not obtain file description for '" + file + "'."});
+  EXPECT_TRUE(RecentFiles(session.Preferences, kRecentProjects).empty());
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, OpensTheFileOfTheCommandLine) {
+  const std::string file = SavedProject("with blank.qvx");
+  Start('"' + file + '"');
+  ASSERT_EQ(Windows(), 1);
+  EXPECT_EQ(Document().FileName, file);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TellsWhatItCannotOpen) {
+  const std::string project = SavedProject("whole.qvx");
+  const std::string broken = folder.Write("broken.qvx", folder.Read("whole.qvx").substr(0, 300));
+  const std::string plot =
+      folder.Write("a.plt", "\"B_HEADER\"\r\n\"    Quorvex:  Version 9.0 Plot\"\r\n\"filetype=2d\"\r\n\"x\"\r\n");
+  const std::string missing = folder.Path("missing.qvx");
+  const std::pair<std::string, std::string> cases[] = {
+      {missing, "Could not obtain file description for '" + missing + "'."},
+      {"-runcfg", "Could not obtain file description for '-runcfg'."},
+      {broken, "Error reading project '" + broken + "'.\nThe file is incompatible or appears corrupted."},
+      {plot, "'" + plot + "' is a Quorvex Plot file. This version does not open plots."},
+  };
+  for (const auto& [line, said] : cases) {
+    dialogs.Press(QMessageBox::Ok);
+    Start(line);
+    EXPECT_EQ(dialogs.Said.back(), said);
+    EXPECT_EQ(Windows(), 0);
+    EXPECT_FALSE(frame->findChild<QAction*>("mnuFileSave")->isEnabled());
+    EXPECT_TRUE(frame->close());
+  }
+}
+
+TEST_F(Frame, ImportsADataFileIntoANewProject) {
+  const std::string file = folder.Write("data.csv", "t,u,v\n1,2,3\n4,5,6\n");
+  dialogs.Press(QMessageBox::Ok);
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "New Project");
+    EXPECT_EQ(form.findChild<QSpinBox*>("txtVariables")->value(), 2);
+    form.findChild<QSpinBox*>("txtVariables")->setValue(1);
+    QTest::mouseClick(form.findChild<QCheckBox*>("chkStDev"), Qt::LeftButton, {}, QPoint(8, 8));
+    QTest::keyClick(&form, Qt::Key_Return);
+  });
+  Start(file);
+  EXPECT_EQ(dialogs.Said,
+            std::vector<std::string>{"The command line argument file name '" + file +
+                                     "' does not have a Quorvex extension. Please specify a new project type, then the "
+                                     "file can be imported."});
+  ASSERT_EQ(Windows(), 1);
+  EXPECT_EQ(Document().Sheet.Headers, (std::vector<std::string>{"t", "u", "v"}));
+  EXPECT_TRUE(Document().Sheet.HasStandardDeviation);
+  EXPECT_EQ(Shown(2, 3), "6");
+  EXPECT_TRUE(Active().isWindowModified());
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TakesFilesThatAreDroppedOnIt) {
+  Start();
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(SavedProject("a.qvx"))),
+                QUrl::fromLocalFile(QString::fromStdString(SavedProject("b.qvx")))});
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(frame.get(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(frame.get(), &drop);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Windows() == 2; }));
+  EXPECT_EQ(Document().FileName, folder.Path("b.qvx"));
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, AsksForEachChangedProjectAndStaysWhereCancelled) {
+  Start();
+  Type("1");
+  Trigger("mnuFileNew");
+  Active().findChild<QTabWidget*>("pages")->setCurrentIndex(1);
+  QTest::keyClicks(Active().findChild<QPlainTextEdit*>("Notes"), "why");
+  EXPECT_TRUE(Active().isWindowModified());
+  dialogs.Press(QMessageBox::No);
+  dialogs.Press(QMessageBox::Cancel);
+  EXPECT_FALSE(frame->close());
+  EXPECT_EQ(std::set<std::string>(dialogs.Said.begin(), dialogs.Said.end()),
+            (std::set<std::string>{"Save changes to project 'Untitled'?",
+                                   "The notes for project 'Untitled 2' have changed. Save Changes?"}));
+  while (Windows() > 0) {
+    dialogs.Press(QMessageBox::No);
+    Trigger("mnuFileClose");
+  }
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, StoresItsPlaceAtTheEnd) {
+  folder.Write("quorvex.ini", "[startup]\ndefault_x=1500\ndefault_y=450\nscreenwidth=9000\nscreenheight=6000\n");
+  Start();
+  EXPECT_EQ(frame->pos(), QPoint(100, 30));
+  EXPECT_EQ(frame->size(), QSize(600, 400));
+  frame->resize(500, 350);
+  EXPECT_TRUE(frame->close());
+  const Settings stored = LoadSettings();
+  EXPECT_EQ(stored.Number("screenwidth"), 7500);
+  EXPECT_EQ(stored.Number("screenheight"), 5250);
+  EXPECT_EQ(stored.Number("default_x"), 1500);
+
+  folder.Write("quorvex.ini", "[startup]\ndefault_x=1500000\nscreenwidth=9000000\n");
+  Start();
+  EXPECT_EQ(frame->width(), frame->screen()->availableGeometry().width());
+  EXPECT_TRUE(frame->geometry().intersects(frame->screen()->availableGeometry()));
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, OffersWhatACrashLeft) {
+  const pid_t child = fork();
+  if (child == 0) {
+    Project project(1, false, {});
+    project.FileName = folder.Path("lost.qvx");
+    project.Sheet.Cells.SetGridCellNumber(1, 1, 42);
+    RecoveryStore store(folder.Path("state"));
+    _exit(store.Keep(1, project));
+  }
+  waitpid(child, nullptr, 0);
+  dialogs.Press(QMessageBox::Yes);
+  Start();
+  EXPECT_EQ(dialogs.Said.back(), "Quorvex ended unexpectedly while changes to the project '" + folder.Path("lost.qvx") +
+                                     "' were not saved. Do you want to restore them?");
+  ASSERT_EQ(Windows(), 1);
+  EXPECT_EQ(Shown(1, 1), "42");
+  EXPECT_TRUE(Active().isWindowModified());
+  Trigger("mnuFileSave");
+  EXPECT_EQ(ReadProject(folder.Path("lost.qvx"), {})->Sheet.Cells.GridCellNumber(1, 1), 42);
+  EXPECT_TRUE(frame->close());
+  frame.reset();
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path("state")));
+}
+
+TEST_F(Frame, KeepsCopiesOfWhatIsNotSaved) {
+  const auto copies = [this] {
+    int count = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path("")))
+      count += entry.path().extension() == ".qvx";
+    return count;
+  };
+  Start();
+  frame->Autosave();
+  EXPECT_EQ(copies(), 0);
+  Type("1");
+  frame->Autosave();
+  EXPECT_EQ(copies(), 1);
+  dialogs.Press(QMessageBox::No);
+  Trigger("mnuFileClose");
+  QTest::qWait(0);
+  EXPECT_EQ(copies(), 0);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TakesFilesFromASecondStart) {
+  const QString file = QString::fromStdString(SavedProject("a.qvx"));
+  EXPECT_FALSE(FileRequests::SendToRunning(file));
+  folder.Write("quorvex.socket", "");  // as a crash leaves one behind
+  Start();
+  FileRequests requests;
+  QObject::connect(&requests, &FileRequests::Requested, frame.get(), &parentfrm::OpenRequestedFile);
+  ASSERT_TRUE(requests.Listen());
+  EXPECT_FALSE(FileRequests().Listen());
+
+  // It waits until the dialog is closed.
+  const std::string command = "QT_QPA_PLATFORM=offscreen timeout 20 " QUORVEX_DESKTOP_PROGRAM " " + file.toStdString() +
+                              " && touch " + folder.Path("done") + " &";
+  dialogs.Do([&](QDialog& form) {
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(folder.Path("done")); }, 20000));
+    EXPECT_EQ(Document().FileName, "Untitled");
+    form.reject();
+  });
+  Trigger("mnuFileNewKind");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Document().FileName == file.toStdString(); }));
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, ArrangesItsWindows) {
+  Start();
+  Trigger("mnuFileNew");
+  Trigger("mnuWindowTile");
+  const auto windows = frame->findChild<QMdiArea*>()->subWindowList();
+  EXPECT_FALSE(windows[0]->geometry().intersects(windows[1]->geometry()));
+  Trigger("mnuWindowCascade");
+  EXPECT_TRUE(windows[0]->geometry().intersects(windows[1]->geometry()));
+  Trigger("mnuWindowNext");
+  EXPECT_EQ(Document().FileName, "Untitled");
+  auto* menu = frame->findChild<QMenu*>("windowMenu");
+  emit menu->aboutToShow();
+  emit menu->aboutToShow();
+  ASSERT_EQ(menu->actions().size(), 7);
+  EXPECT_TRUE(menu->actions()[5]->isChecked());
+  menu->actions()[6]->trigger();
+  EXPECT_EQ(Document().FileName, "Untitled 2");
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, OpensEveryExampleAsAProjectWithoutFile) {
+  Start();
+  const auto* menu = frame->findChild<QMenu*>("examples");
+  ASSERT_EQ(menu->actions().size(), 3);
+  for (QAction* example : menu->actions()) {
+    example->trigger();
+    EXPECT_GE(Document().Sheet.Cells.GridLastRow(), 8u);
+    EXPECT_FALSE(Document().Notes.empty());
+    EXPECT_TRUE(Document().FileName.starts_with("Untitled "));
+    EXPECT_FALSE(Active().isWindowModified());
+  }
+  EXPECT_EQ(Windows(), 3);
+  EXPECT_TRUE(frame->close());
+}
+
+// Takes the place of the browser.
+class Browser : public QObject {
+  Q_OBJECT
+
+ public:
+  QUrl Opened;
+
+ public slots:
+  void Open(const QUrl& url) { Opened = url; }
+};
+
+TEST_F(Frame, ShowsTheManualInTheBrowser) {
+  Start();
+  Browser browser;
+  QDesktopServices::setUrlHandler("file", &browser, "Open");
+  Trigger("mnuHelpManual");
+  QDesktopServices::unsetUrlHandler("file");
+  EXPECT_TRUE(QFile::exists(browser.Opened.toLocalFile()));
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, HasMnemonicsThatDoNotMeet) {
+  Start();
+  const std::function<void(const QList<QAction*>&)> check = [&](const QList<QAction*>& actions) {
+    std::set<QChar> used;
+    for (const QAction* action : actions) {
+      if (action->isSeparator()) continue;
+      const QString text = action->text().replace("&&", "");
+      const qsizetype at = text.indexOf('&');
+      ASSERT_GE(at, 0) << text.toStdString();
+      EXPECT_TRUE(used.insert(text[at + 1].toLower()).second) << text.toStdString();
+      if (action->menu() != nullptr) check(action->menu()->actions());
+    }
+  };
+  check(frame->menuBar()->actions());
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, AsksForATextThatMayLookLikeMarkup) {
+  Start();
+  MessageBoxPrompter user(frame.get());
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "Quorvex");
+    auto* edit = form.findChild<QLineEdit*>();
+    EXPECT_EQ(edit->text(), "<b>old");
+    edit->setText("new");
+    QTest::keyClick(edit, Qt::Key_Return);
+  });
+  EXPECT_EQ(user.AskText("a < b", "<b>old"), "new");
+  dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });
+  EXPECT_EQ(user.AskText("a < b", ""), std::nullopt);
+  EXPECT_TRUE(frame->close());
+}
+
+// Every element as a screen reader meets it; of the many cells, those of the first rows.
+TEST_F(Frame, NamesWhatAScreenReaderMeets) {
+  Start(SavedProject("a.qvx"));
+  std::set<std::string> met;
+  const std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* element) {
+    if (element == nullptr || !element->isValid() || element->state().invisible) return;
+    const std::string name = element->text(QAccessible::Name).toStdString();
+    switch (element->role()) {
+      case QAccessible::Button:
+      case QAccessible::ButtonMenu:
+      case QAccessible::MenuItem:
+      case QAccessible::PageTab:
+      case QAccessible::Table:
+      case QAccessible::EditableText:
+      case QAccessible::ColumnHeader:
+      case QAccessible::StaticText:
+        EXPECT_FALSE(name.empty()) << "role " << element->role() << ' '
+                                   << (element->object() ? element->object()->metaObject()->className() : "");
+        met.insert(name);
+        break;
+      default:
+        break;
+    }
+    for (int i = 0; i < std::min(element->childCount(), 20); ++i) walk(element->child(i));
+  };
+  walk(QAccessible::queryAccessibleInterface(frame.get()));
+  for (const char* name : {"File", "Window", "Help", "New", "Open", "Save", "Data", "Notes", "Data sheet", "X", "Y",
+                           "X, row 1   |   1 row of data"})
+    EXPECT_TRUE(met.contains(name)) << name;
+
+  QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&Grid())->tableInterface();
+  ASSERT_NE(table, nullptr);
+  EXPECT_EQ(table->rowCount(), 65'536);
+  EXPECT_EQ(table->cellAt(0, 1)->text(QAccessible::Name), "2.5");
+  EXPECT_TRUE(table->cellAt(0, 0)->state().focused || Grid().currentIndex().isValid());
+  EXPECT_TRUE(frame->close());
+}
+
+}  // namespace
+}  // namespace quorvex
+
+#include "parentfrmTest.moc"
