@@ -102,6 +102,35 @@ TEST_F(Frame, BeginsWithAnEmptyProjectThatSaysWhatToDo) {
   EXPECT_TRUE(frame->close());
 }
 
+TEST_F(Frame, EditsTheSheetByItsMenuAndTakesItBack) {
+  Start();
+  for (const char* text : {"1", "2", "3"}) Type(text);
+  Grid().selectionModel()->select(QItemSelection(Grid().model()->index(0, 0), Grid().model()->index(1, 0)),
+                                  QItemSelectionModel::ClearAndSelect);
+  Trigger("mnuEditCopy");
+  EXPECT_EQ(QApplication::clipboard()->text().remove('\r').trimmed(), "1\n2");
+  Grid().setCurrentIndex(Grid().model()->index(1, 1));
+  Trigger("mnuEditPaste");
+  EXPECT_EQ(Shown(2, 2), "1");
+  EXPECT_EQ(Shown(3, 2), "2");
+
+  auto* edit = frame->findChild<QMenu*>("edit");
+  emit edit->aboutToShow();
+  EXPECT_EQ(frame->findChild<QAction*>("mnuEditUndo")->text(), "&Undo Paste");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(Shown(2, 2), "");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(Shown(3, 1), "");
+  EXPECT_EQ(Shown(2, 1), "2");
+
+  // Two ranges are refused in words that name the command.
+  Grid().selectionModel()->select(Grid().model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
+  Grid().selectionModel()->select(Grid().model()->index(4, 1), QItemSelectionModel::Select);
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuEditCut");
+  EXPECT_EQ(Shown(1, 1), "1");
+}
+
 TEST_F(Frame, TakesWhatIsTyped) {
   Start();
   Type("1.50", Qt::Key_Tab);
