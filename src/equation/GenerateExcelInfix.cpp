@@ -167,14 +167,8 @@ std::optional<Cell> ReadCell(std::string_view text) {
 
 class Formula {
  public:
-  Formula(const Expression& expression, std::span<const double> Values, const DataStatistics& statistics, Cell first,
-          bool XInColumns)
-      : expression_(expression),
-        Values_(Values),
-        statistics_(statistics),
-        first_(first),
-        XInColumns_(XInColumns),
-        bodies_(10) {}
+  Formula(std::span<const double> Values, const DataStatistics& statistics, Cell first, bool XInColumns)
+      : Values_(Values), statistics_(statistics), first_(first), XInColumns_(XInColumns), bodies_(10) {}
 
   // Once something has failed, the texts are empty: what is left of the formula does not grow.
   std::string Render(const ExprToken& token, std::span<const std::string> operands) {
@@ -234,7 +228,6 @@ class Formula {
     return text;
   }
 
-  const Expression& expression_;
   const std::span<const double> Values_;
   const DataStatistics& statistics_;
   const Cell first_;
@@ -257,7 +250,7 @@ Result<std::string> GenerateExcelInfix(const Expression& expression, std::span<c
                                        bool XInColumns) {
   const std::optional<Cell> first = ReadCell(CellReferance);
   if (!first) return Failure{kBadReference};
-  Formula formula(expression, Values, statistics, *first, XInColumns);
+  Formula formula(Values, statistics, *first, XInColumns);
   const std::string text = RenderPostfix<std::string>(
       expression.ExprTokens,
       [&](const ExprToken& token, std::span<const std::string> operands) { return formula.Render(token, operands); });
