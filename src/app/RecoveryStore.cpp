@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "app/UserFolder.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "files/ProjectFile.h"
@@ -32,22 +33,9 @@ void RemoveCopy(const std::string& copy) {
   for (const std::string& file : {copy, copy + '~', NameFile(copy), NameFile(copy) + '~'}) fs::remove(file, ignored);
 }
 
-std::string Variable(const char* name) {
-  const char* value = getenv(name);
-  return value != nullptr ? value : "";
-}
-
 }  // namespace
 
-std::string StateFolder() {
-  std::string folder = Variable("XDG_STATE_HOME");
-  if (!folder.starts_with('/')) {  // a relative one is to be ignored (XDG Base Directory Specification)
-    const std::string home = Variable("HOME");
-    if (home.empty()) return "";
-    folder = home + "/.local/state";
-  }
-  return folder + "/quorvex";
-}
+std::string StateFolder() { return UserFolder("XDG_STATE_HOME", "/.local/state"); }
 
 RecoveryStore::~RecoveryStore() {
   std::error_code ignored;

@@ -10,16 +10,12 @@
 #include <system_error>
 #include <vector>
 
+#include "app/UserFolder.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
 namespace {
-
-std::string Variable(const char* name) {
-  const char* value = getenv(name);
-  return value != nullptr ? value : "";
-}
 
 std::string_view TrimTabsToo(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
@@ -116,14 +112,9 @@ std::string SinglePrecisionText(double value) { return GeneralNumber(static_cast
 }  // namespace
 
 std::string SettingsFileName() {
-  if (const std::string name = Variable("QUORVEX_SETTINGS"); !name.empty()) return name;
-  std::string folder = Variable("XDG_CONFIG_HOME");
-  if (!folder.starts_with('/')) {  // a relative one is to be ignored (so the XDG base directories say)
-    const std::string home = Variable("HOME");
-    if (home.empty()) return "";
-    folder = home + "/.config";
-  }
-  return folder + "/quorvex/quorvex.ini";
+  if (const std::string name = EnvironmentText("QUORVEX_SETTINGS"); !name.empty()) return name;
+  const std::string folder = UserFolder("XDG_CONFIG_HOME", "/.config");
+  return folder.empty() ? "" : folder + "/quorvex.ini";
 }
 
 Settings LoadSettings() {
