@@ -2,17 +2,10 @@
 //   screenshots FOLDER SUFFIX [dark]
 // Run from the project's folder. QT_SCALE_FACTOR sets the scale.
 
-#include <QAction>
 #include <QApplication>
-#include <QMenu>
-#include <QPushButton>
 #include <QStyleFactory>
-#include <QTabWidget>
 
-#include "app/ui/parentfrm.h"
-#include "batch/RunMacro.h"
-#include "batch/ui/cfgSolveWindow.h"
-#include "project/ui/quorvexWindow.h"
+#include "Shots.h"
 
 namespace quorvex {
 namespace {
@@ -31,59 +24,6 @@ QPalette DarkPalette() {
   return palette;
 }
 
-// The progress form, taken twice in the search for the third model.
-class PhotographedForm : public cfgSolveWindow {
- public:
-  PhotographedForm(QString folder, QString suffix) : folder_(std::move(folder)), suffix_(std::move(suffix)) {
-    Show(true);
-  }
-
-  void SetStatusLabel(const std::string& text) override {
-    cfgSolveWindow::SetStatusLabel(text);
-    turn_ = 0;
-    ++model_;
-  }
-
-  void Yield() override {
-    cfgSolveWindow::Yield();
-    if (model_ != 3 || ++turn_ != 5) return;
-    auto* detail = findChild<QPushButton*>("cmdDetail");
-    Take("progress-short");
-    detail->click();
-    Take("progress-detail");
-    detail->click();
-  }
-
- private:
-  void Take(const QString& name) {
-    QApplication::processEvents();  // the new size is in force
-    grab().save(folder_ + '/' + name + suffix_ + ".png");
-  }
-
-  QString folder_, suffix_;
-  int model_ = 0, turn_ = 0;
-};
-
-// The main frame as it opens, and with the examples.
-void TakeFrame(const QString& folder, const QString& suffix, Session& session) {
-  session.Preferences.Set("screenwidth", "12000");  // window units, 15 to the pixel
-  session.Preferences.Set("screenheight", "8000");
-  parentfrm frame(session, "", "");
-  frame.show();
-  const auto take = [&](const QString& name) {
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();  // the new state is in force and painted
-    frame.grab().save(folder + '/' + name + suffix + ".png");
-  };
-  take("frame-empty");
-  const QList<QAction*> examples = frame.findChild<QMenu*>("examples")->actions();
-  examples[1]->trigger();
-  take("frame-sheet");
-  for (QAction* example : {examples[0], examples[2]}) example->trigger();
-  frame.findChild<QAction*>("mnuWindowCascade")->trigger();
-  frame.ActiveProject()->findChild<QTabWidget*>("pages")->setCurrentIndex(1);
-  take("frame-windows");
-}
-
 }  // namespace
 }  // namespace quorvex
 
@@ -95,10 +35,7 @@ int main(int argc, char** argv) {
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   if (arguments.contains("dark")) QApplication::setPalette(DarkPalette());
   Session session;
-  {
-    PhotographedForm form(arguments[1], arguments[2]);
-    if (const int status = RunMacro("examples/puromycin.cfg", session, form).Status) return status;
-  }
-  TakeFrame(arguments[1], arguments[2], session);
+  const Shots shots{arguments[1], arguments[2], session};
+  for (const auto take : {TakeProgress, TakeFrame}) take(shots);
   return EXIT_SUCCESS;
 }

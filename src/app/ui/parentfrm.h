@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QTimer>
 #include <string>
+#include <vector>
 
 #include "app/RecoveryStore.h"
 #include "core/Session.h"
@@ -12,10 +13,12 @@
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
+class QToolBar;
 
 namespace quorvex {
 
 class quorvexWindow;
+struct ProjectCommand;
 
 // The main frame: it holds any number of project windows, and the menus and the toolbar that act on the active one.
 class parentfrm : public QMainWindow {
@@ -47,7 +50,8 @@ class parentfrm : public QMainWindow {
  private:
   void MakeMenus();
   void MakeFileMenu();
-  void MakeEditMenu();
+  void MakeProjectMenus();
+  QMenu* AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands);
   void MakeWindowMenu();
   void MakeHelpMenu();
   QAction* NewAction(const char* name, const QString& text, const QKeySequence& keys, void (parentfrm::*command)());
@@ -92,8 +96,8 @@ class parentfrm : public QMainWindow {
   std::size_t windows_ = 0;  // opened so far
 
   QMdiArea* area_;
+  QToolBar* toolbar_ = nullptr;
   QMenu *recentMenu_, *windowMenu_;
-  QAction* undo_ = nullptr;
   QList<QAction*> projectActions_;  // that need a project window
   QLabel* status_;
 };

@@ -16,8 +16,8 @@
 #include "app/RecentFiles.h"
 #include "app/ui/parentfrm.h"
 #include "files/ProjectFile.h"
+#include "project/ui/ProjectMenus.h"
 #include "project/ui/quorvexWindow.h"
-#include "sheet/EditCommands.h"
 
 // The examples and the icon are part of the library of windows, which has to be told so by name.
 static void LoadResources() { Q_INIT_RESOURCE(quorvex); }
@@ -55,7 +55,7 @@ void parentfrm::MakeMenus() {
   LoadResources();
   QApplication::setWindowIcon(QIcon(":/quorvex.png"));
   MakeFileMenu();
-  MakeEditMenu();
+  MakeProjectMenus();
   MakeWindowMenu();
   MakeHelpMenu();
 }
@@ -88,10 +88,10 @@ void parentfrm::MakeFileMenu() {
   file->addAction(quit);
   FillRecentMenu();
 
-  QToolBar* bar = addToolBar("Toolbar");
-  bar->setObjectName("toolbar");
-  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  bar->addActions({fresh, open, save});
+  toolbar_ = addToolBar("Toolbar");
+  toolbar_->setObjectName("toolbar");
+  toolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  toolbar_->addActions({fresh, open, save});
 }
 
 void parentfrm::FillRecentMenu() {
@@ -108,53 +108,34 @@ void parentfrm::FillRecentMenu() {
   recentMenu_->setEnabled(number > 0);
 }
 
-// The commands on the sheet. Each takes the text that is open in a cell first.
-void parentfrm::MakeEditMenu() {
-  QMenu* edit = menuBar()->addMenu("&Edit");
-  edit->setObjectName("edit");
-  undo_ = new QAction(QString::fromStdString(kCannotUndo), this);
-  undo_->setObjectName("mnuEditUndo");
-  undo_->setShortcut(QKeySequence::Undo);
-  connect(undo_, &QAction::triggered, this, [this] {
-    if (quorvexWindow* window = ActiveProject()) window->EditUndo();
-  });
-  edit->addAction(undo_);
-  edit->addSeparator();
-  connect(edit, &QMenu::aboutToShow, this, [this] {
-    if (const quorvexWindow* window = ActiveProject()) undo_->setText(window->UndoText());
-  });
-  struct Entry {
-    const char *Name, *Text;
-    QKeySequence Keys;
-    SheetCommand Command;
-  };
-  const Entry entries[] = {
-      {"mnuEditCut", "Cu&t", QKeySequence::Cut, [](const SheetEdit& e, Clipboard& c) { return EditCut(e, c); }},
-      {"mnuEditCopy", "&Copy", QKeySequence::Copy, [](const SheetEdit& e, Clipboard& c) { return EditCopy(e, c); }},
-      {"mnuEditPaste", "&Paste", QKeySequence::Paste, [](const SheetEdit& e, Clipboard& c) { return EditPaste(e, c); }},
-      {"mnuEditClear", "Cl&ear Selection", QKeySequence::Delete,
-       [](const SheetEdit& e, Clipboard&) { return ClearSelection(e); }},
-      {"mnuEditClearSheet", "Clear &Sheet...", {}, [](const SheetEdit& e, Clipboard&) { return ClearGrid(e); }},
-      {"mnuEditInsert", "&Insert Rows", QKeySequence("Ctrl++"),
-       [](const SheetEdit& e, Clipboard&) { return InsertRows(e); }},
-      {"mnuEditDelete", "&Delete Rows", QKeySequence("Ctrl+-"),
-       [](const SheetEdit& e, Clipboard&) { return DeleteSelection(e); }},
-      {"mnuEditDeleteIncomplete",
-       "Delete Inc&omplete Rows",
-       {},
-       [](const SheetEdit& e, Clipboard&) { return DeleteIncompleteRows(e); }},
-  };
-  for (const Entry& entry : entries) {
-    auto* action = new QAction(entry.Text, this);
-    action->setObjectName(entry.Name);
-    action->setShortcut(entry.Keys);
-    connect(action, &QAction::triggered, this, [this, command = entry.Command] {
-      if (quorvexWindow* window = ActiveProject()) window->Run(command);
+// A menu of commands on the active project.
+QMenu* parentfrm::AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands) {
+  QMenu* menu = menuBar()->addMenu(title);
+  menu->setObjectName(name);
+  for (const ProjectCommand& command : commands) {
+    if (command.Name == nullptr) {
+      menu->addSeparator();
+      continue;
+    }
+    auto* action = new QAction(command.Text, this);
+    action->setObjectName(command.Name);
+    action->setShortcut(command.Keys);
+    connect(action, &QAction::triggered, this, [this, run = command.Run] {
+      if (quorvexWindow* window = ActiveProject()) run(*window);
     });
-    edit->addAction(action);
+    menu->addAction(action);
+    if (command.OnToolbar) toolbar_->addAction(action);
     projectActions_ << action;
   }
-  projectActions_ << undo_;
+  return menu;
+}
+
+void parentfrm::MakeProjectMenus() {
+  QMenu* edit = AddProjectMenu("edit", "&Edit", EditMenu());
+  AddProjectMenu("data", "&Data", DataMenu());
+  connect(edit, &QMenu::aboutToShow, this, [this] {
+    if (const quorvexWindow* window = ActiveProject()) findChild<QAction*>("mnuEditUndo")->setText(window->UndoText());
+  });
 }
 
 void parentfrm::MakeWindowMenu() {

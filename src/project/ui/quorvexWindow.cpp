@@ -1,9 +1,7 @@
 #include "project/ui/quorvexWindow.h"
 
-#include <QClipboard>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QTabWidget>
@@ -16,15 +14,6 @@
 namespace quorvex {
 namespace {
 
-// The clipboard of the user's desktop.
-class SystemClipboard : public Clipboard {
- public:
-  std::string Text() const override { return QGuiApplication::clipboard()->text().toStdString(); }
-  void SetText(const std::string& text) override {
-    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
-  }
-};
-
 // "X1, X2 and Y".
 QString Listed(const std::vector<std::string>& headers) {
   QStringList names;
@@ -35,8 +24,9 @@ QString Listed(const std::vector<std::string>& headers) {
 
 }  // namespace
 
-quorvexWindow::quorvexWindow(Project project, const Settings& settings, Prompter& user)
+quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user)
     : project_(std::move(project)),
+      settings_(settings),
       user_(user),
       editor_(project_, settings, user_),
       model_(new SheetModel(project_, editor_.Edit, this)),
@@ -109,15 +99,14 @@ bool quorvexWindow::FileSaveAs() {
   return saved;
 }
 
-void quorvexWindow::Run(SheetCommand command) {
+void quorvexWindow::Run(const SheetCommand& command) {
   if (!DataGrid->CommitEntry()) return;
   editor_.Edit.Selection.clear();
   for (const QItemSelectionRange& range : DataGrid->selectionModel()->selection())
     editor_.Edit.Selection.push_back(
         {static_cast<std::size_t>(range.top()) + 1, static_cast<std::size_t>(range.left()) + 1,
          static_cast<std::size_t>(range.bottom()) + 1, static_cast<std::size_t>(range.right()) + 1});
-  SystemClipboard clipboard;
-  if (command(editor_.Edit, clipboard)) Refresh();
+  if (command(editor_.Edit)) Refresh();
 }
 
 void quorvexWindow::EditUndo() {

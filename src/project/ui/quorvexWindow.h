@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <string>
 
-#include "core/Clipboard.h"
 #include "core/Prompter.h"
 #include "project/Project.h"
 #include "project/ProjectEditor.h"
@@ -17,18 +17,22 @@ namespace quorvex {
 class SheetModel;
 class SheetView;
 
-// A command of the Edit menu, from the function of its name.
-using SheetCommand = bool (*)(const SheetEdit& edit, Clipboard& clipboard);
+// A command on the sheet, which returns whether it changed it.
+using SheetCommand = std::function<bool(const SheetEdit& edit)>;
 
 // The window of one project: its data sheet and its notes.
 class quorvexWindow : public QWidget {
   Q_OBJECT
 
  public:
-  quorvexWindow(Project project, const Settings& settings, Prompter& user);
+  // Settings and prompter outlive the window.
+  quorvexWindow(Project project, Settings& settings, Prompter& user);
 
   Project& Document() { return project_; }
   SheetView& Grid() { return *DataGrid; }
+  ProjectEditor& Editor() { return editor_; }
+  Settings& Preferences() { return settings_; }
+  Prompter& User() { return user_; }
 
   // A new project that nothing was done to.
   bool IsFresh() const;
@@ -41,7 +45,7 @@ class quorvexWindow : public QWidget {
   bool FileSaveAs();
 
   // A command on the cells that are selected; shows what it changed. The other two are for Undo in the Edit menu.
-  void Run(SheetCommand command);
+  void Run(const SheetCommand& command);
   void EditUndo();
   QString UndoText() const { return QString::fromStdString(editor_.Menu.UndoText); }
 
@@ -61,6 +65,7 @@ class quorvexWindow : public QWidget {
   void ShowState();
 
   Project project_;
+  Settings& settings_;
   Prompter& user_;
   ProjectEditor editor_;
   SheetModel* model_;

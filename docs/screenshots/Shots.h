@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QApplication>
+#include <QString>
+#include <QWidget>
+
+#include "core/Session.h"
+
+namespace quorvex {
+
+// Where the pictures of this run go, and what their windows work with.
+struct Shots {
+  QString Folder, Suffix;
+  Session& Run;
+
+  // The window as it looks once its last change is in force and painted.
+  void Take(QWidget& window, const QString& name) const {
+    for (int i = 0; i < 5; ++i) QApplication::processEvents();
+    window.grab().save(Folder + '/' + name + Suffix + ".png");
+  }
+};
+
+void TakeFrame(const Shots& shots);
+void TakeProgress(const Shots& shots);
+
+}  // namespace quorvex

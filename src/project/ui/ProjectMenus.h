@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QIcon>
+#include <QKeySequence>
+#include <QString>
+#include <vector>
+
+namespace quorvex {
+
+class quorvexWindow;
+
+// An entry of a menu that acts on the active project window. One without a name is a separator.
+struct ProjectCommand {
+  const char* Name = nullptr;  // of its action
+  QString Text;
+  QKeySequence Keys;
+  void (*Run)(quorvexWindow& window) = nullptr;
+  bool OnToolbar = false;
+};
+
+// The menus, from top to bottom.
+std::vector<ProjectCommand> EditMenu();
+std::vector<ProjectCommand> DataMenu();
+
+}  // namespace quorvex
