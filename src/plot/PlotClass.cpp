@@ -35,7 +35,7 @@ void PlotAxis::Take(const AxisLimits& limits) {
   if (LogScale) NumMinorTicks = 10;
 }
 
-PlotClass::PlotClass(const Settings& settings) : PlotPage(settings) {
+PlotClass::PlotClass(const Settings& settings, const LocaleText& locale) : PlotPage(settings, locale) {
   ReadAxis(settings, "x", X);
   ReadAxis(settings, "y", Y);
   SwapAxis = settings.Flag("swapaxis");
@@ -83,8 +83,10 @@ bool PlotClass::CreateGraph(const CreateOptions& options, Prompter& prompter) {
   PlotCreated = false;
   try {
     ResolveAxisScales(options.Auto);
-    for (PlotAxis* axis : {&Y, &X})
+    for (PlotAxis* axis : {&Y, &X}) {
       axis->Labels = MakeAxisLabels(axis->Limits(), axis->LabelString, options.AutoFormat);
+      for (std::string& label : axis->Labels) label = LocalizeExpression(label, Locale);
+    }
     const TableRange range{X.Min, X.Max, PlotAtFittedOnly ? kInputPoints : PointsPerPlot, X.LogScale};
     if (options.Regenerate)
       for (PlotSeries& series : PlotData)

@@ -48,7 +48,8 @@ struct CurveHit {
 // alone repaints.
 class PlotClass : public PlotPage {
  public:
-  explicit PlotClass(const Settings& settings);
+  // With the initial values that the settings have for a plot.
+  explicit PlotClass(const Settings& settings, const LocaleText& locale = {});
 
   PlotAxis X, Y;
   bool SwapAxis = false;  // X runs upward

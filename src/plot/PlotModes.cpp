@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/LocaleText.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -117,7 +118,8 @@ void PlotModes::ShowMark(double x, double y, double dataX, double dataY) {
   const auto unit = [](double place) { return static_cast<std::int32_t>(std::lrint(place)); };
   host_.ShowOverlay(hit_ ? PlotOverlay::kCrossInSquare : PlotOverlay::kCross,
                     {unit(x - halfX), unit(y - halfY), unit(x + halfX), unit(y + halfY)});
-  host_.ShowPoint(FormatNumber(dataX, "0.000000E+00"), FormatNumber(dataY, "0.000000E+00"));
+  const auto text = [&](double value) { return LocalizeExpression(FormatNumber(value, "0.000000E+00"), plot_.Locale); };
+  host_.ShowPoint(text(dataX), text(dataY));
 }
 
 void PlotModes::KeyDown(int key) {

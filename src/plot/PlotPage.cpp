@@ -18,7 +18,7 @@ void ReadFont(const Settings& settings, const std::string& prefix, const std::st
   if (chosen("color")) colour = settings.Integer(key("color"));
 }
 
-PlotPage::PlotPage(const Settings& settings) {
+PlotPage::PlotPage(const Settings& settings, const LocaleText& locale) : Locale(locale) {
   PlotTitleFont.Size = 12;
   PlotLegendFont.Size = FootNoteFont.Size = 8;
   ReadFont(settings, "plottitle", "", PlotTitleFont, PlotTitleColor);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/LocaleText.h"
 #include "core/Settings.h"
 #include "plot/PageSetup.h"
 #include "plot/PlotFont.h"
@@ -28,7 +29,9 @@ struct PlotBox {
 
 // What plots of two and of three dimensions have in common: the series, the page, its title, legend and footnote.
 struct PlotPage {
-  explicit PlotPage(const Settings& settings);
+  PlotPage(const Settings& settings, const LocaleText& locale);
+
+  LocaleText Locale;  // of the numbers that the plot shows
 
   std::vector<PlotSeries> PlotData;  // in drawing order
 
