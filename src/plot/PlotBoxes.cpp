@@ -121,7 +121,8 @@ DeviceRect DrawLegend(DrawingSurface& surface, PlotPage& plot, const DeviceMetri
 DeviceRect DrawFootNote(DrawingSurface& surface, PlotPage& plot, const DeviceMetrics& metrics) {
   const std::vector<std::string> lines = SplitFootNoteLines(plot.FootNoteText);
   if (lines.empty()) return {};
-  const SelectedObject font(surface, CreatePlotFont(plot.FootNoteFont, 0, surface));
+  const SurfaceObject font = CreatePlotFont(plot.FootNoteFont, 0, surface);
+  const Selection inUse(surface, font);
   std::vector<std::int32_t> widths;
   std::int32_t lineHeight = 0;
   for (const std::string& line : lines) {
