@@ -43,7 +43,7 @@ constexpr Preference kResults[] = {
     {"show95ci", "Show 9&5% confidence intervals", OneOrZero},
     {"show99ci", "Show 99% &confidence intervals", OneOrZero},
 };
-constexpr PreferencePage kSolverPages[] = {{"&Solver", kSolver}, {"&Results", kResults}};
+constexpr PreferencePage kSolverPages[] = {{"&Solver", kSolver}, {"R&esults", kResults}};
 
 constexpr Preference kGeneral[] = {
     {"default_numiv", "&Independent variables of a new project:", Integer, 1, kMostIndependentVariables},
@@ -61,22 +61,22 @@ constexpr Preference kSolve[] = {
 constexpr Preference k2D[] = {
     {"xlabelstring", "&X axis labels:", Pattern},
     {"ylabelstring", "&Y axis labels:", Pattern},
-    {"xlogscale", "Logarithmic X a&xis", TrueOrFalse},
+    {"xlogscale", "&Logarithmic X axis", TrueOrFalse},
     {"ylogscale", "Logarithmic Y ax&is", TrueOrFalse},
     {"swapaxis", "S&wap the axes", TrueOrFalse},
     {"pointsperplot", "&Calculated points of a curve:", Integer, 3, 5000},
-    {"plotatfittedonly", "Plot at &fitted points only", TrueOrFalse},
+    {"plotatfittedonly", "Plot &at fitted points only", TrueOrFalse},
     {"extrapolate2d", "&Extrapolate curves to the axis limits", TrueOrFalse},
     {"make2dsquare", "S&quare frame", TrueOrFalse},
     {"template2d", "&Template:", File},
 };
 constexpr Preference k3D[] = {
     {"xlabelstring3d", "&X1 axis labels:", Pattern},
-    {"ylabelstring3d", "X&2 axis labels:", Pattern},
+    {"ylabelstring3d", "X2 &axis labels:", Pattern},
     {"zlabelstring3d", "&Y axis labels:", Pattern},
-    {"xlogscale3d", "Logarithmic X&1 axis", TrueOrFalse},
-    {"ylogscale3d", "L&ogarithmic X2 axis", TrueOrFalse},
-    {"zlogscale3d", "Logar&ithmic Y axis", TrueOrFalse},
+    {"xlogscale3d", "&Logarithmic X1 axis", TrueOrFalse},
+    {"ylogscale3d", "Logarit&hmic X2 axis", TrueOrFalse},
+    {"zlogscale3d", "Logarithm&ic Y axis", TrueOrFalse},
     {"extrapolate3d", "&Extrapolate surfaces to the axis limits", TrueOrFalse},
     {"make3dsquare", "S&quare box", TrueOrFalse},
     {"template3d", "&Template:", File},
@@ -84,11 +84,11 @@ constexpr Preference k3D[] = {
 constexpr Preference kSurfaces[] = {
     {"shade3dmeshbyvalue", "S&hade surfaces by value", TrueOrFalse},
     {"mesh3dcolorscheme", "&Colour scheme:", Choice, 0, 0, kColorSchemes},
-    {"mesh3dcontourcount", "&Number of contours:", Integer, 2, 50},
+    {"mesh3dcontourcount", "Nu&mber of contours:", Integer, 2, 50},
     {"useaxisscale", "Scale colours to the a&xis", TrueOrFalse},
     {"display3dcontourlines", "&Draw contour lines", TrueOrFalse},
-    {"mesh3dcontourcolor", "C&ontour colour:", Color},
-    {"mesh3dcontourstyle", "Contour s&tyle:", Choice, 0, 0, kLineStyles},
+    {"mesh3dcontourcolor", "Contour colo&ur:", Color},
+    {"mesh3dcontourstyle", "Contour st&yle:", Choice, 0, 0, kLineStyles},
     {"mesh3dcontourwidth", "Contour &width:", Integer, 1, 5},
 };
 constexpr Preference kLines[] = {
@@ -106,12 +106,12 @@ constexpr Preference kPage[] = {
     {"mtop", "&Top margin:", Real, 0, 1000, {}, "printsetup"},
     {"mbottom", "&Bottom margin:", Real, 0, 1000, {}, "printsetup"},
     {"munits", "&Units of the margins:", Choice, 0, 0, kUnits, "printsetup"},
-    {"plotorientation", "&Orientation:", Choice, 0, 0, kOrientations, "printsetup"},
+    {"plotorientation", "Orient&ation:", Choice, 0, 0, kOrientations, "printsetup"},
     {"printbackground", "Print the bac&kground of plots", TrueOrFalse, 0, 0, {}, "printsetup"},
 };
-constexpr PreferencePage kGeneralPages[] = {{"&General", kGeneral}, {"&Solve", kSolve},       {"2D &Plots", k2D},
-                                            {"3D P&lots", k3D},     {"S&urfaces", kSurfaces}, {"Li&nes", kLines},
-                                            {"Pap&er", kPage}};
+constexpr PreferencePage kGeneralPages[] = {{"&General", kGeneral}, {"&Solve", kSolve},       {"&2D Plots", k2D},
+                                            {"&3D Plots", k3D},     {"Sur&faces", kSurfaces}, {"Li&nes", kLines},
+                                            {"&Paper", kPage}};
 
 constexpr PlotFont kFonts[] = {
     {"plottitle", false, "Plot title"},

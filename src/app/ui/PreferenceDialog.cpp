@@ -34,7 +34,7 @@ PreferenceDialog::PreferenceDialog(QWidget* parent, const QString& title, std::s
   auto* buttons =
       new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults, this);
   QPushButton* defaults = buttons->button(QDialogButtonBox::RestoreDefaults);
-  defaults->setText("Restore De&faults");
+  defaults->setText("&Restore Defaults");
   defaults->setObjectName("cmdDefaults");
   defaults->setToolTip("Shows what Quorvex does where nothing was chosen; OK stores it");
   connect(buttons, &QDialogButtonBox::accepted, this, &PreferenceDialog::accept);

@@ -57,7 +57,7 @@ QWidget* frmGenPref::FontPage() {
   list->addWidget(lstFonts);
   auto* form = new QFormLayout;
   form->addRow(ckOfPlot);
-  form->addRow("Fo&nt:", cmbFontName);
+  form->addRow("Na&me:", cmbFontName);
   form->addRow("Si&ze (points):", txtFontSize);
   form->addRow(ckBold);
   form->addRow(ckItalic);

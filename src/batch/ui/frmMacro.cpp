@@ -140,7 +140,7 @@ QWidget* frmMacro::ConfigurationPage() {
   optnCentral = new QRadioButton("Use C&entral Difference (Quickest)", page);
   optnCentral->setObjectName("optnCentral");
   richardson->setChecked(true);
-  form->addRow("Derivatives:", richardson);
+  form->addRow(new QLabel("Derivatives:", page), richardson);
   form->addRow("", optnCentral);
   return page;
 }
@@ -171,7 +171,7 @@ QWidget* frmMacro::InputPage() {
     checks_.push_back({box, delimiter.Field});
   }
   form->addRow("Delimiters:", row);
-  auto* consecutive = AddCheck("&Runs of delimiters count as one", "ckIgnoreConsecutive");
+  auto* consecutive = AddCheck("R&uns of delimiters count as one", "ckIgnoreConsecutive");
   auto* decimal = AddCheck("Read \".\" as the decimal point &whatever the locale says", "ckOverrideDecimal");
   form->addRow("", consecutive);
   form->addRow("", decimal);
@@ -183,7 +183,7 @@ QWidget* frmMacro::InputPage() {
   form->addRow(missing, marker);
   auto* useParameters = AddCheck("Run once for each line of a ta&ble of parameters", "ckParameterFile");
   form->addRow("", useParameters);
-  auto* parameters = AddFile(*form, "Parameter f&ile:", "txtParameterFile", "Parameter File", false);
+  auto* parameters = AddFile(*form, "Pa&rameter file:", "txtParameterFile", "Parameter File", false);
   auto* useSql = AddCheck("Read from a database by a &query", "ckSQLQuery");
   form->addRow("", useSql);
   auto* sql = Paragraph(page, "txtSQLQuery", "Query", 3);
@@ -238,17 +238,17 @@ QWidget* frmMacro::OutputPage() {
                 {"Resid&uals", "ckTableErrorData", &MacroFields::TableErrorData},
                 {"Smallest and lar&gest residual", "ckTableMinMaxError", &MacroFields::TableMinMaxError},
                 {"Fit s&tatistics", "ckOutputFitInfo", &MacroFields::OutputFitInfo}};
-  const char* caption = "Write:";
+  QString caption = "Write:";
   for (const auto& table : tables) {
     auto* box = AddCheck(table.Label, table.Name);
-    form->addRow(caption, box);
-    caption = "";
+    form->addRow(new QLabel(caption, page), box);
+    caption.clear();
     checks_.push_back({box, table.Field});
     outputOptions_.push_back(box);
   }
 
   auto* useLog = AddCheck("&Write a log", "ckLogFile");
-  form->addRow("Log:", useLog);
+  form->addRow(new QLabel("Log:", page), useLog);
   auto* log = AddFile(*form, "Log fil&e:", "txtLogFile", "Log File", true);
   auto* summary = AddCheck("Only the summar&y", "ckLogSummaryOnly");
   form->addRow("", summary);
