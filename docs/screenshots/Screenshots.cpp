@@ -37,6 +37,6 @@ int main(int argc, char** argv) {
   Session session;
   session.Preferences.Set("Show Tips at Startup", "0");
   const Shots shots{arguments[1], arguments[2], session};
-  for (const auto take : {TakeProgress, TakeFrame}) take(shots);
+  for (const auto take : {TakeProgress, TakeFrame, TakePreferences}) take(shots);
   return EXIT_SUCCESS;
 }

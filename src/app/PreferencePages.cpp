@@ -92,7 +92,7 @@ constexpr Preference kSurfaces[] = {
     {"mesh3dcontourwidth", "Contour &width:", Integer, 1, 5},
 };
 constexpr Preference kLines[] = {
-    {"plotbackgroundcolor", "Plot &background:", Color},
+    {"plotbackgroundcolor", "Plot &background:", Color, 0xFFFFFF},
     {"tickpencolor", "&Colour of ticks and grids:", Color},
     {"tickpenwidth", "Major tick &width:", Integer, 1, 5},
     {"tickpenwidthminor", "M&inor tick width:", Integer, 1, 5},
@@ -113,7 +113,7 @@ constexpr PreferencePage kGeneralPages[] = {{"&General", kGeneral}, {"&Solve", k
                                             {"&3D Plots", k3D},     {"Sur&faces", kSurfaces}, {"Li&nes", kLines},
                                             {"&Paper", kPage}};
 
-constexpr PlotFont kFonts[] = {
+constexpr FontPreference kFonts[] = {
     {"plottitle", false, "Plot title"},
     {"xaxistitle", false, "X axis title"},
     {"yaxistitle", false, "Y axis title"},
@@ -133,6 +133,6 @@ constexpr PlotFont kFonts[] = {
 
 std::span<const PreferencePage> SolverPreferences() { return kSolverPages; }
 std::span<const PreferencePage> GeneralPreferences() { return kGeneralPages; }
-std::span<const PlotFont> PlotFonts() { return kFonts; }
+std::span<const FontPreference> FontPreferences() { return kFonts; }
 
 }  // namespace quorvex

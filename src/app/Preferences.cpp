@@ -70,7 +70,9 @@ int SaveRows(std::span<const PreferencePage> pages, const Settings& settings) {
   return error;
 }
 
-std::string FontKey(const PlotFont& font, std::string_view part) {
+constexpr std::string_view kFontParts[] = {"fontname", "fontbold", "fontheight", "fontitalic", "color"};
+
+std::string FontKey(const FontPreference& font, std::string_view part) {
   return std::string(font.Prefix) + std::string(part) + (font.ThreeD ? "3d" : "");
 }
 
@@ -109,7 +111,8 @@ PreferenceEntries EntriesOf(std::span<const PreferencePage> pages, const Setting
           break;
         }
         case PreferenceKind::Color:
-          entry = std::to_string(settings.Integer(row.Key, row.Section));
+          entry = std::to_string(settings.Has(row.Key, row.Section) ? settings.Integer(row.Key, row.Section)
+                                                                    : static_cast<std::int32_t>(row.Least));
           break;
         case PreferenceKind::Pattern:
         case PreferenceKind::File:
@@ -162,12 +165,13 @@ std::string PatternSample(const std::string& pattern, const LocaleText& locale) 
   return Localized(FormatNumber(1234.5678, pattern), locale) + "   " + Localized(FormatNumber(0.05, pattern), locale);
 }
 
-FontChoice ReadFont(const PlotFont& font, const Settings& settings) {
+FontChoice ReadFontChoice(const FontPreference& font, const Settings& settings) {
   const auto text = [&](std::string_view part) { return settings.Text(FontKey(font, part)); };
+  const auto isChosen = [&](std::string_view part) { return text(part) != "0"; };
   FontChoice choice;
-  if (text("fontname") == "0" || text("fontname").empty()) return choice;
-  choice.OfPlot = false;
-  choice.Name = text("fontname");
+  choice.OfPlot = std::none_of(std::begin(kFontParts), std::end(kFontParts), isChosen);
+  if (choice.OfPlot) return choice;
+  if (isChosen("fontname")) choice.Name = text("fontname");
   if (const double size = settings.Number(FontKey(font, "fontheight")); size > 0)
     choice.Size = std::clamp(size, kLeastFontSize, kMostFontSize);
   choice.Bold = text("fontbold") == "true";
@@ -176,20 +180,17 @@ FontChoice ReadFont(const PlotFont& font, const Settings& settings) {
   return choice;
 }
 
-int StoreFonts(std::span<const FontChoice> choices, Settings& settings) {
-  const std::span<const PlotFont> fonts = PlotFonts();
+int StoreFontChoices(std::span<const FontChoice> choices, Settings& settings) {
+  const std::span<const FontPreference> fonts = FontPreferences();
   std::vector<std::string> keys;
   for (std::size_t i = 0; i < fonts.size(); ++i) {
     const FontChoice& choice = choices[i];
     const auto truth = [](bool value) { return std::string(value ? "true" : "false"); };
-    const std::pair<std::string_view, std::string> parts[] = {{"fontname", choice.Name},
-                                                              {"fontbold", truth(choice.Bold)},
-                                                              {"fontheight", ShortestNumber(choice.Size)},
-                                                              {"fontitalic", truth(choice.Italic)},
-                                                              {"color", std::to_string(choice.Color)}};
-    for (const auto& [part, text] : parts) {
-      keys.push_back(FontKey(fonts[i], part));
-      settings.Set(keys.back(), choice.OfPlot ? "0" : text);
+    const std::string texts[] = {choice.Name, truth(choice.Bold), ShortestNumber(choice.Size), truth(choice.Italic),
+                                 std::to_string(choice.Color)};  // as kFontParts
+    for (std::size_t part = 0; part < std::size(kFontParts); ++part) {
+      keys.push_back(FontKey(fonts[i], kFontParts[part]));
+      settings.Set(keys.back(), choice.OfPlot ? "0" : texts[part]);
     }
   }
   return SaveSettings(settings, "startup", std::vector<std::string_view>(keys.begin(), keys.end()));

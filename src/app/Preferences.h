@@ -22,7 +22,7 @@ enum class PreferenceKind {
   OneOrZero,    // ticked or not, stored as "1" or "0"
   TrueOrFalse,  // ticked or not, stored as "true" or "false"
   Choice,       // one of Choices
-  Color,        // stored as a number with red in its low byte, then green, then blue
+  Color,        // a number with red in its low byte, then green, then blue; Least where none was ever chosen
   Pattern,      // of number labels, such as "0.00"
   File,         // a name of a file, or nothing
 };
@@ -76,12 +76,12 @@ void TellWhetherStored(int error, Prompter& user);
 std::string PatternSample(const std::string& pattern, const LocaleText& locale);
 
 // A font of new plots.
-struct PlotFont {
+struct FontPreference {
   std::string_view Prefix;  // of its keys
   bool ThreeD;              // its keys end in "3d"
   std::string_view Label;
 };
-std::span<const PlotFont> PlotFonts();
+std::span<const FontPreference> FontPreferences();
 
 struct FontChoice {
   bool OfPlot = true;  // the plot's own font, whatever the rest says
@@ -94,9 +94,9 @@ struct FontChoice {
 };
 inline constexpr double kLeastFontSize = 2, kMostFontSize = 72;
 
-FontChoice ReadFont(const PlotFont& font, const Settings& settings);
+FontChoice ReadFontChoice(const FontPreference& font, const Settings& settings);
 
-// Stores a choice for each of PlotFonts(), as StorePreferences does.
-int StoreFonts(std::span<const FontChoice> choices, Settings& settings);
+// Stores a choice for each of FontPreferences(), as StorePreferences does.
+int StoreFontChoices(std::span<const FontChoice> choices, Settings& settings);
 
 }  // namespace quorvex

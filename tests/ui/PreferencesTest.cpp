@@ -50,6 +50,7 @@ void GoToPage(QDialog& form, int page) { form.findChild<QTabWidget*>()->setCurre
 
 TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   Start();
+  Type("3", std::nullopt);  // an entry that is still open is not lost
   dialogs.Do([this](QDialog& form) {
     TypeInto(form, "txttolerance", "0.05");
     TypeInto(form, "txtmaxiterations", "0");
@@ -77,6 +78,7 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   EXPECT_EQ(stored.Integer("show90ci"), 0);
   EXPECT_EQ(stored.Integer("show95ci"), 1);
   EXPECT_EQ(session.Preferences.MaxIterations, 77);
+  EXPECT_EQ(Shown(1, 1), "3");
 
   // Escape leaves everything as it was; the defaults come back by their button.
   dialogs.Do([](QDialog& form) {
@@ -93,6 +95,7 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   });
   Trigger("mnuFilePref");
   EXPECT_EQ(LoadSettings().MaxIterations, 250);
+  dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }
 
@@ -153,8 +156,8 @@ TEST_F(Frame, StoresFontsColoursAndPatternsOfPlots) {
   const Settings stored = LoadSettings();
   EXPECT_EQ(stored.Text("xlabelstring"), "0.0E+00");
   EXPECT_EQ(stored.Integer("tickpencolor"), 0x302010);
-  EXPECT_EQ(ReadFont(PlotFonts()[2], stored), (FontChoice{false, "Arial", 14, true, false, 0}));
-  EXPECT_EQ(ReadFont(PlotFonts()[3], stored), FontChoice());
+  EXPECT_EQ(ReadFontChoice(FontPreferences()[2], stored), (FontChoice{false, "Arial", 14, true, false, 0}));
+  EXPECT_EQ(ReadFontChoice(FontPreferences()[3], stored), FontChoice());
   EXPECT_TRUE(frame->close());
 }
 

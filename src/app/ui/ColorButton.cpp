@@ -13,6 +13,7 @@ QColor FromStored(std::int32_t color) { return {color & 0xFF, color >> 8 & 0xFF,
 
 ColorButton::ColorButton(QWidget* parent) : QPushButton(parent) {
   setAutoDefault(false);
+  setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   connect(this, &QPushButton::clicked, this, &ColorButton::Choose);
   SetColor(0);
 }

@@ -16,7 +16,7 @@ namespace quorvex {
 frmGenPref::frmGenPref(QWidget* parent, Session& session, Prompter& user)
     : PreferenceDialog(parent, "Preferences", GeneralPreferences(), session, user) {
   setObjectName("frmGenPref");
-  for (const PlotFont& font : PlotFonts()) fonts_.push_back(ReadFont(font, session_.Preferences));
+  for (const FontPreference& font : FontPreferences()) fonts_.push_back(ReadFontChoice(font, session_.Preferences));
   Pages().addTab(FontPage(), "F&onts");
   lstFonts->setCurrentRow(0);
 }
@@ -32,7 +32,7 @@ QWidget* frmGenPref::FontPage() {
   cmdFontColor = new ColorButton(page);
   sample_ = new QLabel("Sample 0.05", page);
 
-  for (const PlotFont& font : PlotFonts())
+  for (const FontPreference& font : FontPreferences())
     lstFonts->addItem(QString::fromUtf8(font.Label.data(), static_cast<qsizetype>(font.Label.size())));
   lstFonts->setObjectName("lstFonts");
   lstFonts->setAccessibleName("Fonts of new plots");
@@ -111,7 +111,7 @@ void frmGenPref::FontEdited() {
   ShowFont();
 }
 
-int frmGenPref::StoreMore() { return StoreFonts(fonts_, session_.Preferences); }
+int frmGenPref::StoreMore() { return StoreFontChoices(fonts_, session_.Preferences); }
 
 void frmGenPref::RestoreMore() {
   fonts_.assign(fonts_.size(), FontChoice());

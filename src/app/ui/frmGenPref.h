@@ -31,7 +31,7 @@ class frmGenPref : public PreferenceDialog {
   void ShowFont();    // of the chosen row
   void FontEdited();  // takes what the controls say
 
-  std::vector<FontChoice> fonts_;  // one for each of PlotFonts()
+  std::vector<FontChoice> fonts_;  // one for each of FontPreferences()
   bool showing_ = false;           // a font, which is then no edit
   QListWidget* lstFonts;
   QCheckBox* ckOfPlot;

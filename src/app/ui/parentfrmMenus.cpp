@@ -26,6 +26,7 @@
 #include "batch/ui/frmMacro.h"
 #include "files/ProjectFile.h"
 #include "project/ui/ProjectMenus.h"
+#include "project/ui/SheetView.h"
 #include "project/ui/quorvexWindow.h"
 
 // The examples and the icon are part of the library of windows, which has to be told so by name.
@@ -188,7 +189,9 @@ void parentfrm::GeneralPreferences() {
 // What the open windows show may depend on what was chosen, such as the order of solutions.
 void parentfrm::PreferencesChanged() {
   for (QMdiSubWindow* window : area_->subWindowList())
-    if (auto* project = qobject_cast<quorvexWindow*>(window->widget()); project != nullptr) project->Refresh();
+    if (auto* project = qobject_cast<quorvexWindow*>(window->widget());
+        project != nullptr && project->Grid().CommitEntry())
+      project->Refresh();
   ShowActiveWindow();
 }
 

@@ -23,14 +23,6 @@ namespace {
 // "Parameter &file:" as what a screen reader says.
 QString Spoken(QString label) { return label.remove('&').remove(':'); }
 
-template <typename... Controls>
-QHBoxLayout* Row(Controls*... controls) {
-  auto* row = new QHBoxLayout;
-  (row->addWidget(controls), ...);
-  row->addStretch();
-  return row;
-}
-
 QPlainTextEdit* Paragraph(QWidget* page, const char* name, const QString& spoken, int lines) {
   auto* text = new QPlainTextEdit(page);
   text->setObjectName(name);
@@ -125,9 +117,9 @@ QWidget* frmMacro::ConfigurationPage() {
   auto* dde = AddCheck("Tell the &status to the calling program", "ckUseDDE");
   auto* progress = AddCheck("Show the &progress", "ckShowProgress");
   auto* messages = AddCheck("Show message &boxes", "ckShowMessageBox");
-  form->addRow("Interactive:", Row(dde));
-  form->addRow("", Row(progress));
-  form->addRow("", Row(messages));
+  form->addRow(new QLabel("Interactive:", page), dde);
+  form->addRow("", progress);
+  form->addRow("", messages);
   checks_ = {
       {dde, &MacroFields::UseDDE}, {progress, &MacroFields::ShowProgress}, {messages, &MacroFields::ShowMessageBox}};
 
@@ -164,12 +156,13 @@ QWidget* frmMacro::InputPage() {
                     {"Comm&a", "ckDelimitComma", &MacroFields::DelimitComma},
                     {"S&emicolon", "ckDelimitSemicolon", &MacroFields::DelimitSemicolon},
                     {"S&pace", "ckDelimitSpace", &MacroFields::DelimitSpace}};
-  auto* row = Row();
+  auto* row = new QHBoxLayout;
   for (const auto& delimiter : delimiters) {
     auto* box = AddCheck(delimiter.Label, delimiter.Name);
-    row->insertWidget(row->count() - 1, box);
+    row->addWidget(box);
     checks_.push_back({box, delimiter.Field});
   }
+  row->addStretch();
   form->addRow("Delimiters:", row);
   auto* consecutive = AddCheck("R&uns of delimiters count as one", "ckIgnoreConsecutive");
   auto* decimal = AddCheck("Read \".\" as the decimal point &whatever the locale says", "ckOverrideDecimal");
