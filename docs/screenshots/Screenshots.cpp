@@ -16,7 +16,8 @@ int main(int argc, char** argv) {
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   if (arguments.contains("dark")) QApplication::setPalette(DarkPalette());
   Session session;
+  session.Preferences.Set("Show Tips at Startup", "0");
   const Shots shots{arguments[1], arguments[2], session};
-  for (const auto take : {TakeProgress, TakeFrame}) take(shots);
+  for (const auto take : {TakeProgress, TakeFrame, TakePreferences}) take(shots);
   return EXIT_SUCCESS;
 }

@@ -10,6 +10,7 @@ namespace quorvex {
 
 // The files used last, the latest first, kept in a section of the settings under "RecentFile1" and so on.
 inline constexpr std::string_view kRecentProjects = "Project Files";
+inline constexpr std::string_view kRecentPlots = "Plot Files";
 
 std::vector<std::string> RecentFiles(const Settings& settings, std::string_view section);
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "batch/MacroSetup.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/SolveData.h"
@@ -152,6 +153,21 @@ bool IsChosen(const ModelClass& model, const MacroFields& fields) {
 }
 
 }  // namespace
+
+MacroFields FieldsFor(std::size_t independentVariables, bool weighted, const Settings& preferences,
+                      const LocaleText& locale) {
+  MacroFields fields;
+  fields.RegressionTolerance = LocalizeExpression(GeneralNumber(preferences.ResidualTolerance), locale);
+  fields.UnchangedIterations = std::to_string(preferences.DivIterations);
+  fields.MaxIterations = std::to_string(preferences.MaxIterations);
+  fields.CentralDifference = preferences.DerivativeMethod == 1;
+  fields.IndependentVariables = std::to_string(independentVariables);
+  fields.Weighted = weighted;
+  const int sort = preferences.Integer("sortindex");
+  if (sort >= 1 && sort <= static_cast<int>(kSortKeys.size()))
+    fields.SortKey = kSortKeys[static_cast<std::size_t>(sort - 1)];
+  return fields;
+}
 
 std::vector<const ModelClass*> ChosenModels(const MacroFields& fields, const ModelCollection& models) {
   std::vector<const ModelClass*> chosen;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,11 @@ struct MacroFields {
   MacroModels Models = MacroModels::Solved;
   std::vector<std::string> TickedModels;  // IDs, for MacroModels::Ticked
 };
+
+// The fields that the editor opens with for data of that kind: the solver limits of the preferences stand in them, so
+// that the macro does not depend on who runs it.
+MacroFields FieldsFor(std::size_t independentVariables, bool weighted, const Settings& preferences,
+                      const LocaleText& locale);
 
 // The models of the project that the fields choose, in the project's order.
 std::vector<const ModelClass*> ChosenModels(const MacroFields& fields, const ModelCollection& models);

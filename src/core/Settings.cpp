@@ -23,6 +23,7 @@ constexpr SettingRow kRows[] = {
     {"startup", "template2d", "0", ""},
     {"startup", "template3d", "0", ""},
     {"startup", "loadusermodels", "0"},
+    {"startup", "usermodelfile", "0", ""},
     {"startup", "listmodel", "0"},
     {"startup", "default_x", "0"},
     {"startup", "default_y", "0"},

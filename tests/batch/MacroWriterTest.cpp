@@ -199,6 +199,27 @@ TEST(MacroWriter, ChoosesModelsAsAsked) {
   EXPECT_EQ(ids(MacroModels::Ticked), (Names{"a*exp(b*x)", "also mine"}));
 }
 
+TEST(MacroWriter, BeginsWithTheDataAndThePreferences) {
+  Settings preferences;
+  preferences.Set("tolerance", "0.05");
+  preferences.Set("maxiterations", "99");
+  preferences.Set("diviterations", "7");
+  preferences.Set("derivative", "1");
+  preferences.Set("sortindex", "3");
+  const MacroFields fields = FieldsFor(3, true, preferences, kComma);
+  EXPECT_EQ(fields.RegressionTolerance, "0,05");
+  EXPECT_EQ(fields.MaxIterations, "99");
+  EXPECT_EQ(fields.UnchangedIterations, "7");
+  EXPECT_TRUE(fields.CentralDifference);
+  EXPECT_EQ(fields.SortKey, "Ra^2");
+  EXPECT_EQ(fields.IndependentVariables, "3");
+  EXPECT_TRUE(fields.Weighted);
+  for (const char* nonsense : {"0", "5", "best"}) {
+    preferences.Set("sortindex", nonsense);
+    EXPECT_EQ(FieldsFor(1, false, preferences, kPoint).SortKey, "RSS") << nonsense;
+  }
+}
+
 // Fields in which the editor finds nothing.
 MacroFields CleanFields() {
   MacroFields fields = FilledFields();

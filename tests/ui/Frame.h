@@ -23,6 +23,8 @@ class Frame : public testing::Test {
  protected:
   void Start(const std::string& commandLine = "") {
     session.Preferences = LoadSettings();
+    // The tip of the day would stand before the frame; a test that wants it stores so.
+    if (!session.Preferences.Has("Show Tips at Startup")) session.Preferences.Set("Show Tips at Startup", "0");
     frame = std::make_unique<parentfrm>(session, commandLine, folder.Path("state"));
     frame->show();
     frame->activateWindow();

@@ -55,6 +55,7 @@ parentfrm::parentfrm(Session& session, std::string commandLine, std::string stat
   const QString folder = QString::fromStdString(session_.Preferences.Text("projectdir"));
   if (folder != "0") user_.Folder = folder;
   MakeMenus();
+  QApplication::instance()->installEventFilter(this);
   MoveToStoredPlace();
   connect(area_, &QMdiArea::subWindowActivated, this, &parentfrm::ShowActiveWindow);
   connect(&autosave_, &QTimer::timeout, this, &parentfrm::Autosave);
@@ -104,9 +105,10 @@ void parentfrm::FirstShowing() {
   OfferRecovery();
   if (commandLine_.empty()) {
     if (ActiveProject() == nullptr) FileNew();
-  } else {
-    OpenRequestedFile(QString::fromStdString(StartFileName(commandLine_)));
+  } else if (!OpenRequestedFile(QString::fromStdString(StartFileName(commandLine_)))) {
+    return;
   }
+  if (session_.Preferences.Integer("Show Tips at Startup") != 0) ShowTip();
   ShowActiveWindow();
 }
 
@@ -168,11 +170,11 @@ void parentfrm::dropEvent(QDropEvent* event) {
 
 void parentfrm::OpenFile(const QString& fileName) { Dispatch(fileName, false); }
 
-void parentfrm::OpenRequestedFile(const QString& fileName) {
+bool parentfrm::OpenRequestedFile(const QString& fileName) {
   if (isMinimized()) showNormal();
   raise();
   activateWindow();
-  Dispatch(fileName, true);
+  return Dispatch(fileName, true);
 }
 
 bool parentfrm::Dispatch(const QString& fileName, bool requested) {
@@ -184,7 +186,7 @@ bool parentfrm::Dispatch(const QString& fileName, bool requested) {
   }
   if (type->Kind == "plot") {
     user_.Refuse("'" + name + "' is a Quorvex Plot file. This version does not open plots.");
-    return false;
+    return true;
   }
   if (type->Kind == "regression") return OpenProject(fileName), true;
   if (requested) {

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QTimer>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/RecoveryStore.h"
@@ -36,7 +37,8 @@ class parentfrm : public QMainWindow {
   // Opens what the file turns out to be.
   void OpenFile(const QString& fileName);
   // The same for the file of the command line or of a request, which is told about in the words for that.
-  void OpenRequestedFile(const QString& fileName);
+  // False where it could not be told what it is.
+  bool OpenRequestedFile(const QString& fileName);
 
   // Keeps a copy of each project that changed since the last time. Runs once a minute.
   void Autosave();
@@ -46,12 +48,14 @@ class parentfrm : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  bool eventFilter(QObject* receiver, QEvent* event) override;  // F1 in other windows than the frame
 
  private:
   void MakeMenus();
   void MakeFileMenu();
   void MakeProjectMenus();
   QMenu* AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands);
+  void MakeToolsMenu();
   void MakeWindowMenu();
   void MakeHelpMenu();
   QAction* NewAction(const char* name, const QString& text, const QKeySequence& keys, void (parentfrm::*command)());
@@ -65,7 +69,12 @@ class parentfrm : public QMainWindow {
   void FileSave();
   void FileSaveAs();
   void FileClose();
+  void MacroEditor();
+  void FilePreferences();
+  void GeneralPreferences();
+  void ShowTip();
   void HelpManual();
+  void OpenManual(const QWidget* window);
   void HelpAbout();
   void OpenExample(const QString& resource);
 
@@ -78,7 +87,8 @@ class parentfrm : public QMainWindow {
   std::string NextUntitled() const;
   void CloseIfFresh(quorvexWindow* window);
 
-  void FillRecentMenu();
+  void PreferencesChanged();
+  void FillRecentMenu(QMenu& menu, std::string_view section);
   void FillWindowMenu();
   void RememberFolder(const QString& fileName);
   void RememberFile(const std::string& fileName);
@@ -97,7 +107,7 @@ class parentfrm : public QMainWindow {
 
   QMdiArea* area_;
   QToolBar* toolbar_ = nullptr;
-  QMenu *recentMenu_, *windowMenu_;
+  QMenu *recentMenu_, *recentPlotMenu_, *windowMenu_;
   QList<QAction*> projectActions_;  // that need a project window
   QLabel* status_;
 };

@@ -1,10 +1,12 @@
 // The menus, the toolbar and the help of the main frame.
 
 #include <QApplication>
+#include <QDate>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -13,10 +15,18 @@
 #include <QToolBar>
 #include <QUrl>
 
+#include "app/HelpPages.h"
 #include "app/RecentFiles.h"
+#include "app/SettingsStore.h"
+#include "app/ui/PreferenceDialog.h"
+#include "app/ui/WindowArrangement.h"
+#include "app/ui/frmGenPref.h"
+#include "app/ui/frmTip.h"
 #include "app/ui/parentfrm.h"
+#include "batch/ui/frmMacro.h"
 #include "files/ProjectFile.h"
 #include "project/ui/ProjectMenus.h"
+#include "project/ui/SheetView.h"
 #include "project/ui/quorvexWindow.h"
 
 // The examples and the icon are part of the library of windows, which has to be told so by name.
@@ -33,10 +43,10 @@ QString Numbered(int number, const QString& text) {
 }
 
 // Installed, or beside the program where it was built.
-QString ManualFile() {
+QString ManualFile(const QString& name) {
   const QString program = QCoreApplication::applicationDirPath();
-  for (const char* folder : {"/../share/quorvex/manual", "/share/quorvex/manual"})
-    if (const QFileInfo page(program + folder + "/index.html"); page.exists()) return page.canonicalFilePath();
+  for (const char* folder : {"/../share/quorvex/manual/", "/share/quorvex/manual/"})
+    if (const QFileInfo page(program + folder + name); page.exists()) return page.canonicalFilePath();
   return {};
 }
 
@@ -56,6 +66,7 @@ void parentfrm::MakeMenus() {
   QApplication::setWindowIcon(QIcon(":/quorvex.png"));
   MakeFileMenu();
   MakeProjectMenus();
+  MakeToolsMenu();
   MakeWindowMenu();
   MakeHelpMenu();
 }
@@ -81,31 +92,40 @@ void parentfrm::MakeFileMenu() {
   file->addActions({fresh, kind, open});
   recentMenu_ = file->addMenu("Open &Recent");
   recentMenu_->setObjectName("recent");
-  connect(file, &QMenu::aboutToShow, this, &parentfrm::FillRecentMenu);
+  recentPlotMenu_ = file->addMenu("Open Recent &Plot");
+  recentPlotMenu_->setObjectName("recentPlots");
+  const auto fill = [this] {
+    FillRecentMenu(*recentMenu_, kRecentProjects);
+    FillRecentMenu(*recentPlotMenu_, kRecentPlots);
+  };
+  connect(file, &QMenu::aboutToShow, this, fill);
   file->addSeparator();
   file->addActions({save, saveAs, close});
   file->addSeparator();
   file->addAction(quit);
-  FillRecentMenu();
+  fill();
 
+  fresh->setToolTip("New project (Ctrl+N)");
+  open->setToolTip("Open a project, a plot or a file of measurements (Ctrl+O)");
+  save->setToolTip("Save the project (Ctrl+S)");
   toolbar_ = addToolBar("Toolbar");
   toolbar_->setObjectName("toolbar");
   toolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   toolbar_->addActions({fresh, open, save});
 }
 
-void parentfrm::FillRecentMenu() {
-  recentMenu_->clear();
+void parentfrm::FillRecentMenu(QMenu& menu, std::string_view section) {
+  menu.clear();
   int number = 0;
-  for (const std::string& file : RecentFiles(session_.Preferences, kRecentProjects)) {
+  for (const std::string& file : RecentFiles(session_.Preferences, section)) {
     const QString name = QString::fromStdString(file);
-    QAction* action = recentMenu_->addAction(Numbered(++number, name));
-    connect(action, &QAction::triggered, this, [this, file, name] {
-      if (!QFile::exists(name)) RemoveRecentFile(session_.Preferences, kRecentProjects, file);
+    QAction* action = menu.addAction(Numbered(++number, name));
+    connect(action, &QAction::triggered, this, [this, section, file, name] {
+      if (!QFile::exists(name)) RemoveRecentFile(session_.Preferences, section, file);
       OpenFile(name);
     });
   }
-  recentMenu_->setEnabled(number > 0);
+  menu.setEnabled(number > 0);
 }
 
 // A menu of commands on the active project.
@@ -138,6 +158,43 @@ void parentfrm::MakeProjectMenus() {
   });
 }
 
+void parentfrm::MakeToolsMenu() {
+  QMenu* tools = menuBar()->addMenu("&Tools");
+  tools->setObjectName("tools");
+  QAction* macro = NewAction("mnuToolsMacro", "Macro &Editor...", {}, &parentfrm::MacroEditor);
+  projectActions_ << macro;
+  tools->addAction(macro);
+  tools->addSeparator();
+  tools->addAction(NewAction("mnuFilePref", "&Solver and Results...", {}, &parentfrm::FilePreferences));
+  tools->addAction(NewAction("mnuGenPref", "&Preferences...", QKeySequence("Ctrl+,"), &parentfrm::GeneralPreferences));
+}
+
+void parentfrm::MacroEditor() {
+  quorvexWindow* window = ActiveProject();
+  if (window == nullptr) return;
+  const Project& project = window->Document();
+  const MacroFields fields = FieldsFor(project.Sheet.IndependentVariables, project.Sheet.HasStandardDeviation,
+                                       session_.Preferences, project.Locale);
+  frmMacro(this, fields, project.Models, session_.Preferences, project.Locale, user_).exec();
+}
+
+void parentfrm::FilePreferences() {
+  if (FilePref(this, session_, user_).exec() == QDialog::Accepted) PreferencesChanged();
+}
+
+void parentfrm::GeneralPreferences() {
+  if (frmGenPref(this, session_, user_).exec() == QDialog::Accepted) PreferencesChanged();
+}
+
+// What the open windows show may depend on what was chosen, such as the order of solutions.
+void parentfrm::PreferencesChanged() {
+  for (QMdiSubWindow* window : area_->subWindowList())
+    if (auto* project = qobject_cast<quorvexWindow*>(window->widget());
+        project != nullptr && project->Grid().CommitEntry())
+      project->Refresh();
+  ShowActiveWindow();
+}
+
 void parentfrm::MakeWindowMenu() {
   windowMenu_ = menuBar()->addMenu("&Window");
   windowMenu_->setObjectName("windowMenu");
@@ -145,19 +202,29 @@ void parentfrm::MakeWindowMenu() {
   struct Entry {
     const char *Name, *Text;
     QKeySequence Keys;
-    void (QMdiArea::*Command)();
+    void (*Command)(QMdiArea& area);
   };
   const Entry entries[] = {
-      {"mnuWindowCascade", "&Cascade", {}, &QMdiArea::cascadeSubWindows},
-      {"mnuWindowTile", "&Tile", {}, &QMdiArea::tileSubWindows},
-      {"mnuWindowNext", "&Next", QKeySequence("Ctrl+F6"), &QMdiArea::activateNextSubWindow},
-      {"mnuWindowPrevious", "&Previous", QKeySequence("Ctrl+Shift+F6"), &QMdiArea::activatePreviousSubWindow},
+      {"mnuWindowCascade", "&Cascade", {}, [](QMdiArea& area) { area.cascadeSubWindows(); }},
+      {"mnuWindowTile", "&Tile", {}, [](QMdiArea& area) { area.tileSubWindows(); }},
+      {"mnuWindowTileHorizontally", "Tile &Horizontally", {}, TileHorizontally},
+      {"mnuWindowTileVertically", "Tile &Vertically", {}, TileVertically},
+      {"mnuWindowArrange", "&Arrange Icons", {}, ArrangeIcons},
+      {},
+      {"mnuWindowNext", "&Next", QKeySequence("Ctrl+F6"), [](QMdiArea& area) { area.activateNextSubWindow(); }},
+      {"mnuWindowPrevious", "&Previous", QKeySequence("Ctrl+Shift+F6"),
+       [](QMdiArea& area) { area.activatePreviousSubWindow(); }},
+      {"mnuWindowCloseAll", "Close A&ll", {}, [](QMdiArea& area) { area.closeAllSubWindows(); }},
   };
   for (const Entry& entry : entries) {
+    if (entry.Name == nullptr) {
+      windowMenu_->addSeparator();
+      continue;
+    }
     auto* action = new QAction(entry.Text, this);
     action->setObjectName(entry.Name);
     action->setShortcut(entry.Keys);
-    connect(action, &QAction::triggered, area_, entry.Command);
+    connect(action, &QAction::triggered, area_, [this, run = entry.Command] { run(*area_); });
     windowMenu_->addAction(action);
     projectActions_ << action;
   }
@@ -181,7 +248,13 @@ void parentfrm::FillWindowMenu() {
 
 void parentfrm::MakeHelpMenu() {
   QMenu* help = menuBar()->addMenu("&Help");
-  help->addAction(NewAction("mnuHelpManual", "&Manual", QKeySequence::HelpContents, &parentfrm::HelpManual));
+  QAction* manual = NewAction("mnuHelpManual", "&Manual", QKeySequence::HelpContents, &parentfrm::HelpManual);
+  manual->setIcon(style()->standardIcon(QStyle::SP_DialogHelpButton));
+  manual->setToolTip("The page of the manual for the window in front (F1)");
+  toolbar_->addSeparator();
+  toolbar_->addAction(manual);
+  help->addAction(manual);
+  help->addAction(NewAction("mnuHelpTip", "&Tip of the Day...", {}, &parentfrm::ShowTip));
   QMenu* examples = help->addMenu("&Examples");
   examples->setObjectName("examples");
   int number = 0;
@@ -196,14 +269,40 @@ void parentfrm::MakeHelpMenu() {
 }
 
 void parentfrm::HelpManual() {
-  const QString page = ManualFile();
-  if (page.isEmpty() || !QDesktopServices::openUrl(QUrl::fromLocalFile(page)))
+  const QMdiSubWindow* active = area_->currentSubWindow();
+  OpenManual(active != nullptr && active->widget() != nullptr ? active->widget() : this);
+}
+
+void parentfrm::OpenManual(const QWidget* window) {
+  const QString page = QString::fromStdString(HelpPageOf(window->metaObject()->className()));
+  const QString file = ManualFile(page.section('#', 0, 0));
+  QUrl url = QUrl::fromLocalFile(file);
+  if (page.contains('#')) url.setFragment(page.section('#', 1));
+  if (file.isEmpty() || !QDesktopServices::openUrl(url))
     user_.Refuse("The manual cannot be shown. It belongs into the folder share/quorvex/manual.");
 }
 
+bool parentfrm::eventFilter(QObject* receiver, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
+  const QWidget* window = QApplication::activeWindow();
+  const auto* widget = qobject_cast<QWidget*>(receiver);
+  if (window == nullptr || window == this || widget == nullptr || widget->window() != window) return false;
+  OpenManual(window);
+  return true;
+}
+
+void parentfrm::ShowTip() { frmTip(this, session_, static_cast<std::size_t>(QDate::currentDate().dayOfYear())).exec(); }
+
 void parentfrm::HelpAbout() {
-  QMessageBox::about(this, "About Quorvex",
-                     "<h3>Quorvex " QUORVEX_VERSION "</h3><p>Nonlinear regression and curve fitting.</p>");
+  QMessageBox box(QMessageBox::NoIcon, "About Quorvex",
+                  "<h3>Quorvex " QUORVEX_VERSION
+                  "</h3><p>Nonlinear regression, curve fitting, interpolation and scientific plotting.</p>",
+                  QMessageBox::Ok, this);
+  box.setIconPixmap(QPixmap(":/quorvex.png").scaledToHeight(64, Qt::SmoothTransformation));
+  box.setInformativeText(QString("The preferences are kept in %1.\nThe windows are made with Qt %2.")
+                             .arg(QString::fromStdString(SettingsFileName()), qVersion()));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  box.exec();
 }
 
 // An example is a project without a file, so that saving it never writes over the example.

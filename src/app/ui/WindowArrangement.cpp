@@ -1,0 +1,46 @@
+#include "app/ui/WindowArrangement.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+namespace quorvex {
+namespace {
+
+QList<QMdiSubWindow*> Windows(const QMdiArea& area, bool minimized) {
+  QList<QMdiSubWindow*> windows = area.subWindowList();
+  windows.removeIf(
+      [=](const QMdiSubWindow* window) { return window->isHidden() || window->isMinimized() != minimized; });
+  return windows;
+}
+
+// Gives each window that is not minimised its share of the area, in the order they were opened.
+void Share(const QMdiArea& area, bool rows) {
+  const QList<QMdiSubWindow*> windows = Windows(area, false);
+  const QSize room = area.viewport()->size();
+  const int count = static_cast<int>(windows.size());
+  for (int i = 0; i < count; ++i) {
+    const auto edge = [&](int length, int at) { return length * at / count; };
+    windows[i]->showNormal();
+    windows[i]->setGeometry(rows ? QRect(QPoint(0, edge(room.height(), i)),
+                                         QSize(room.width(), edge(room.height(), i + 1) - edge(room.height(), i)))
+                                 : QRect(QPoint(edge(room.width(), i), 0),
+                                         QSize(edge(room.width(), i + 1) - edge(room.width(), i), room.height())));
+  }
+}
+
+}  // namespace
+
+void TileHorizontally(QMdiArea& area) { Share(area, true); }
+void TileVertically(QMdiArea& area) { Share(area, false); }
+
+void ArrangeIcons(QMdiArea& area) {
+  const QSize room = area.viewport()->size();
+  QPoint corner(0, room.height());
+  for (QMdiSubWindow* window : Windows(area, true)) {
+    if (corner.x() > 0 && corner.x() + window->width() > room.width()) corner = {0, corner.y() - window->height()};
+    window->move(corner.x(), corner.y() - window->height());
+    corner.rx() += window->width();
+  }
+}
+
+}  // namespace quorvex

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QDialog>
+
+#include "batch/MacroWriter.h"
+
+class QCheckBox;
+class QComboBox;
+class QFormLayout;
+class QLineEdit;
+class QListWidget;
+class QPlainTextEdit;
+class QRadioButton;
+class QTabWidget;
+
+namespace quorvex {
+
+// The macro editor: the fields of a macro on four pages, over the models of a project. All that is handed over outlives
+// the dialog.
+class frmMacro : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollection& models, const Settings& settings,
+           const LocaleText& locale, Prompter& user);
+
+  // The fields as they stand.
+  MacroFields Fields() const;
+
+ private:
+  QWidget* ConfigurationPage();
+  QWidget* InputPage();
+  QWidget* OutputPage();
+  QWidget* ModelsPage();
+  QLineEdit* AddText(QFormLayout& form, const QString& label, const char* name);
+  QLineEdit* AddFile(QFormLayout& form, const QString& label, const char* name, const QString& title, bool toWrite);
+  QCheckBox* AddCheck(const QString& label, const char* name);
+  void Show(const MacroFields& fields);
+  void EnableWhatCounts();
+
+  void cmdView_clicked();
+  void cmdExport_clicked();
+
+  // A control and the field that it shows.
+  template <typename Control, typename Value>
+  struct Binding {
+    Control* Shown;
+    Value MacroFields::*Field;
+  };
+
+  const ModelCollection& models_;
+  const Settings& settings_;
+  const LocaleText& locale_;
+  Prompter& user_;
+  std::vector<Binding<QLineEdit, std::string>> texts_;
+  std::vector<Binding<QPlainTextEdit, std::string>> paragraphs_;
+  std::vector<Binding<QCheckBox, bool>> checks_;
+  std::vector<Binding<QComboBox, std::string>> choices_;
+  std::vector<QRadioButton*> optnModels;  // in the order of MacroModels
+  std::vector<QWidget*> outputOptions_;   // that a project file has no use for
+  QRadioButton* optnCentral;
+  QListWidget* lstSource;
+};
+
+// A macro as it would be exported, and what was found in it.
+class frmViewMacro : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmViewMacro(QWidget* parent, const std::string& macro, const MacroFindings& findings);
+};
+
+}  // namespace quorvex

@@ -1,0 +1,321 @@
+// The preferences, the tip of the day, the arrangement of windows and the help, used by clicks and keys.
+
+#include <QAction>
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QListWidget>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTabWidget>
+
+#include "Accessibility.h"
+#include "Frame.h"
+#include "Mnemonics.h"
+#include "app/HelpPages.h"
+#include "app/Preferences.h"
+#include "app/RecentFiles.h"
+#include "app/Tips.h"
+#include "app/ui/ColorButton.h"
+#include "app/ui/PreferenceDialog.h"
+#include "app/ui/frmGenPref.h"
+#include "app/ui/frmTip.h"
+
+namespace quorvex {
+namespace {
+
+void Press(QDialog& form, QDialogButtonBox::StandardButton button) {
+  QTest::mouseClick(form.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+}
+
+void TypeInto(QDialog& form, const char* name, const QString& text) {
+  auto* edit = form.findChild<QLineEdit*>(name);
+  ASSERT_NE(edit, nullptr) << name;
+  edit->setFocus();
+  edit->selectAll();
+  QTest::keyClicks(edit, text);
+}
+
+void Tick(QDialog& form, const char* name) {
+  auto* box = form.findChild<QCheckBox*>(name);
+  ASSERT_NE(box, nullptr) << name;
+  QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+}
+
+void GoToPage(QDialog& form, int page) { form.findChild<QTabWidget*>()->setCurrentIndex(page); }
+
+TEST_F(Frame, StoresThePreferencesOfTheSolver) {
+  Start();
+  Type("3", std::nullopt);  // an entry that is still open is not lost
+  dialogs.Do([this](QDialog& form) {
+    TypeInto(form, "txttolerance", "0.05");
+    TypeInto(form, "txtmaxiterations", "0");
+    GoToPage(form, 1);
+    Tick(form, "ckshow90ci");
+    form.findChild<QComboBox*>("cmbsortindex")->setCurrentText("StdErr");
+    // Refused: back to the page of the field, with the field selected.
+    dialogs.Press(QMessageBox::Ok);
+    Press(form, QDialogButtonBox::Ok);
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(form.findChild<QTabWidget*>()->currentIndex(), 0);
+    auto* wrong = form.findChild<QLineEdit*>("txtmaxiterations");
+    EXPECT_EQ(form.focusWidget(), wrong);
+    EXPECT_EQ(wrong->selectedText(), "0");
+    QTest::keyClicks(wrong, "77");
+    QTest::keyClick(wrong, Qt::Key_Return);
+  });
+  Trigger("mnuFilePref");
+  EXPECT_EQ(dialogs.Said, std::vector<std::string>{
+                              "'Maximum iterations' cannot be 0, since 0 stands for the program's own choice, 250."});
+  const Settings stored = LoadSettings();
+  EXPECT_EQ(stored.ResidualTolerance, 0.05);
+  EXPECT_EQ(stored.MaxIterations, 77);
+  EXPECT_EQ(stored.Integer("sortindex"), 4);
+  EXPECT_EQ(stored.Integer("show90ci"), 0);
+  EXPECT_EQ(stored.Integer("show95ci"), 1);
+  EXPECT_EQ(session.Preferences.MaxIterations, 77);
+  EXPECT_EQ(Shown(1, 1), "3");
+
+  // Escape leaves everything as it was; the defaults come back by their button.
+  dialogs.Do([](QDialog& form) {
+    TypeInto(form, "txtmaxiterations", "5");
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  Trigger("mnuFilePref");
+  EXPECT_EQ(session.Preferences.MaxIterations, 77);
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.findChild<QLineEdit*>("txtmaxiterations")->text(), "77");
+    QTest::mouseClick(form.findChild<QPushButton*>("cmdDefaults"), Qt::LeftButton);
+    EXPECT_EQ(form.findChild<QLineEdit*>("txtmaxiterations")->text(), "250");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuFilePref");
+  EXPECT_EQ(LoadSettings().MaxIterations, 250);
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TurnsUndoOffAtOnceInOpenWindows) {
+  Start();
+  Type("1");
+  EXPECT_TRUE(Active().UndoText().startsWith("&Undo Typing"));
+  dialogs.Do([](QDialog& form) {
+    TypeInto(form, "txtundolevels", "0");
+    TypeInto(form, "txtdefault_numiv", "3");
+    Tick(form, "ckdefault_showsdev");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuGenPref");
+  dialogs.Press(QMessageBox::Ok);
+  Type("2");
+  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Cannot UNDO, the UNDO feature has been disabled."});
+  EXPECT_EQ(Active().UndoText(), "Can't &Undo");
+  Trigger("mnuFileNew");
+  EXPECT_EQ(Document().Sheet.IndependentVariables, 3u);
+  EXPECT_TRUE(Document().Sheet.HasStandardDeviation);
+  Trigger("mnuFileClose");
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, StoresFontsColoursAndPatternsOfPlots) {
+  Start();
+  dialogs.Do([this](QDialog& form) {
+    GoToPage(form, 2);
+    TypeInto(form, "txtxlabelstring", "0.0E+00");
+    EXPECT_EQ(form.findChild<QLabel*>("samplexlabelstring")->text(), "such as 1.2E+03   5.0E-02");
+    GoToPage(form, 5);
+    auto* color = form.findChild<ColorButton*>("cmdtickpencolor");
+    dialogs.Do([](QDialog& colors) {
+      dynamic_cast<QColorDialog&>(colors).setCurrentColor(QColor(0x10, 0x20, 0x30));
+      colors.accept();
+    });
+    QTest::mouseClick(color, Qt::LeftButton);
+    EXPECT_EQ(color->Color(), 0x302010);
+    GoToPage(form, 7);
+    auto* fonts = form.findChild<QListWidget*>("lstFonts");
+    fonts->setCurrentRow(2);
+    auto* size = form.findChild<QDoubleSpinBox*>("txtFontSize");
+    EXPECT_FALSE(size->isEnabled());
+    Tick(form, "ckOfPlot");
+    EXPECT_TRUE(size->isEnabled());
+    size->setValue(14);
+    Tick(form, "ckBold");
+    fonts->setCurrentRow(3);
+    EXPECT_TRUE(form.findChild<QCheckBox*>("ckOfPlot")->isChecked());
+    EXPECT_FALSE(form.findChild<QCheckBox*>("ckBold")->isChecked());
+    fonts->setCurrentRow(2);
+    EXPECT_TRUE(form.findChild<QCheckBox*>("ckBold")->isChecked());
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuGenPref");
+  const Settings stored = LoadSettings();
+  EXPECT_EQ(stored.Text("xlabelstring"), "0.0E+00");
+  EXPECT_EQ(stored.Integer("tickpencolor"), 0x302010);
+  EXPECT_EQ(ReadFontChoice(FontPreferences()[2], stored), (FontChoice{false, "Arial", 14, true, false, 0}));
+  EXPECT_EQ(ReadFontChoice(FontPreferences()[3], stored), FontChoice());
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, PreferencesAnswerToKeysAndScreenReaders) {
+  Start();
+  for (const char* action : {"mnuFilePref", "mnuGenPref"}) {
+    dialogs.Do([](QDialog& form) {
+      ExpectMnemonicsDoNotMeet(form);
+      const AccessibilityWalk walk(form);
+      for (const Preference& row : SolverPreferences()[0].Rows)
+        // Of a choice a screen reader says what is chosen; its label is a relation.
+        EXPECT_TRUE(form.objectName() != "FilePref" || row.Kind == PreferenceKind::Choice ||
+                    walk.Names.contains(NameOf(row)))
+            << row.Key;
+      form.reject();
+    });
+    Trigger(action);
+  }
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, ShowsATipAtTheStartUntilToldNotTo) {
+  session.Preferences = Settings();
+  folder.Write("quorvex.ini", "[startup]\nShow Tips at Startup=1\n");
+  dialogs.Do([this](QDialog& form) {
+    EXPECT_EQ(Windows(), 1);  // the project stands before it
+    const auto* label = form.findChild<QLabel*>("lblTip");
+    const QString first = label->text();
+    std::set<QString> seen;
+    for (std::size_t i = 0; i < Tips().size(); ++i) {
+      seen.insert(label->text());
+      EXPECT_LE(label->heightForWidth(label->width()), label->height());
+      QTest::mouseClick(form.findChild<QPushButton*>("cmdNextTip"), Qt::LeftButton);
+    }
+    EXPECT_EQ(seen.size(), Tips().size());
+    EXPECT_EQ(label->text(), first);
+    QTest::mouseClick(form.findChild<QPushButton*>("cmdNextTip"), Qt::LeftButton);
+    QTest::mouseClick(form.findChild<QPushButton*>("cmdPreviousTip"), Qt::LeftButton);
+    EXPECT_EQ(label->text(), first);
+    ExpectMnemonicsDoNotMeet(form);
+    const AccessibilityWalk walk(form);
+    Tick(form, "chkLoadTipsAtStartup");
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  Start();
+  EXPECT_EQ(LoadSettings().Integer("Show Tips at Startup"), 0);
+  EXPECT_TRUE(frame->close());
+  Start();  // without one
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, ListsThePlotsUsedLast) {
+  const std::string plot =
+      folder.Write("a.plt", "\"B_HEADER\"\r\n\"    Quorvex:  Version 9.0 Plot\"\r\n\"filetype=2d\"\r\n\"x\"\r\n");
+  folder.Write("quorvex.ini", "[Plot Files]\nRecentFile1=" + plot + "\nRecentFile2=" + folder.Path("gone.plt") + "\n");
+  Start();
+  auto* recent = frame->findChild<QMenu*>("recentPlots");
+  ASSERT_EQ(recent->actions().size(), 2);
+  dialogs.Press(QMessageBox::Ok);
+  dialogs.Press(QMessageBox::Ok);
+  recent->actions()[0]->trigger();
+  recent->actions()[1]->trigger();
+  EXPECT_EQ(dialogs.Said[0], "'" + plot + "' is a Quorvex Plot file. This version does not open plots.");
+  EXPECT_EQ(RecentFiles(LoadSettings(), kRecentPlots), std::vector<std::string>{plot});
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TilesArrangesAndClosesAllWindows) {
+  Start();
+  Trigger("mnuFileNew");
+  Trigger("mnuFileNew");
+  auto* area = frame->findChild<QMdiArea*>();
+  const auto windows = area->subWindowList();
+  Trigger("mnuWindowCascade");
+  area->setActiveSubWindow(windows[1]);
+  windows[1]->showMinimized();
+  const QSize room = area->viewport()->size();
+  Trigger("mnuWindowTileHorizontally");
+  EXPECT_EQ(windows[0]->geometry(), QRect(0, 0, room.width(), room.height() / 2));
+  EXPECT_EQ(windows[2]->geometry(), QRect(0, room.height() / 2, room.width(), room.height() - room.height() / 2));
+  Trigger("mnuWindowTileVertically");
+  EXPECT_EQ(windows[0]->geometry(), QRect(0, 0, room.width() / 2, room.height()));
+  EXPECT_EQ(windows[2]->geometry(), QRect(room.width() / 2, 0, room.width() - room.width() / 2, room.height()));
+  EXPECT_TRUE(windows[1]->isMinimized());
+  windows[2]->showMinimized();
+  for (QMdiSubWindow* icon : {windows[1], windows[2]}) icon->move(40, 40);
+  Trigger("mnuWindowArrange");
+  EXPECT_EQ(windows[1]->geometry().bottomLeft(), QPoint(0, room.height() - 1));
+  EXPECT_FALSE(windows[1]->geometry().intersects(windows[2]->geometry()));
+  EXPECT_TRUE(area->viewport()->rect().contains(windows[2]->geometry()));
+  Trigger("mnuWindowCloseAll");
+  EXPECT_EQ(Windows(), 0);
+  EXPECT_FALSE(frame->findChild<QAction*>("mnuWindowTile")->isEnabled());
+  EXPECT_FALSE(frame->findChild<QAction*>("mnuToolsMacro")->isEnabled());
+  EXPECT_TRUE(frame->findChild<QAction*>("mnuGenPref")->isEnabled());
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, TellsAboutItself) {
+  Start();
+  dialogs.Do([this](QDialog& form) {
+    const auto& box = dynamic_cast<QMessageBox&>(form);
+    EXPECT_TRUE(box.text().contains("Quorvex " QUORVEX_VERSION));
+    EXPECT_TRUE(box.informativeText().contains(QString::fromStdString(folder.Path("quorvex.ini"))));
+    const AccessibilityWalk walk(form);
+    form.accept();
+  });
+  Trigger("mnuHelpAbout");
+  EXPECT_TRUE(frame->close());
+}
+
+// Takes the place of the browser.
+class Reader : public QObject {
+  Q_OBJECT
+
+ public:
+  QList<QUrl> Opened;
+
+ public slots:
+  void Open(const QUrl& url) { Opened << url; }
+};
+
+TEST_F(Frame, OpensThePageOfTheWindowByF1) {
+  Start();
+  Reader reader;
+  QDesktopServices::setUrlHandler("file", &reader, "Open");
+  QTest::keyClick(frame->focusWidget(), Qt::Key_F1);
+  dialogs.Do([](QDialog& form) {
+    QTest::keyClick(form.focusWidget(), Qt::Key_F1);
+    form.reject();
+  });
+  Trigger("mnuFilePref");
+  Trigger("mnuFileClose");
+  Trigger("mnuHelpManual");
+  QDesktopServices::unsetUrlHandler("file");
+  ASSERT_EQ(reader.Opened.size(), 3);
+  EXPECT_EQ(reader.Opened[0].fileName(), "sheet.html");
+  EXPECT_EQ(reader.Opened[1].fileName() + '#' + reader.Opened[1].fragment(), "preferences.html#solver");
+  EXPECT_EQ(reader.Opened[2].fileName(), "index.html");
+
+  // Every page and every part of one is there, and the first page leads to it.
+  const QDir folder = QFileInfo(reader.Opened[2].toLocalFile()).dir();
+  const auto text = [&](const QString& page) {
+    QFile file(folder.filePath(page));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << page.toStdString();
+    return QString::fromUtf8(file.readAll());
+  };
+  for (const HelpPage& help : HelpPages()) {
+    const QString page = QString::fromStdString(HelpPageOf("quorvex::" + std::string(help.Window)));
+    const QString name = page.section('#', 0, 0), part = page.section('#', 1);
+    EXPECT_TRUE(name == "index.html" || text("index.html").contains("href=\"" + name + '"')) << name.toStdString();
+    EXPECT_TRUE(part.isEmpty() || text(name).contains("id=\"" + part + '"')) << page.toStdString();
+  }
+  EXPECT_TRUE(frame->close());
+}
+
+}  // namespace
+}  // namespace quorvex
+
+#include "PreferencesTest.moc"
