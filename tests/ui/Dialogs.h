@@ -18,7 +18,8 @@
 namespace quorvex {
 
 // Answers the dialogs that open while a test clicks, in the order given, and writes down what message boxes say. A
-// dialog that nobody expects is cancelled and fails the test.
+// dialog that nobody expects is cancelled and fails the test. One that is still open behind a message box is answered
+// anew.
 class Dialogs {
  public:
   Dialogs() {
@@ -65,9 +66,9 @@ class Dialogs {
       dialog->reject();
       return;
     }
-    const auto answer = std::move(answers_.front());
+    // Outside the timer's turn, which goes on while the answer opens a message box over the dialog.
+    QTimer::singleShot(0, dialog, [dialog, answer = std::move(answers_.front())] { answer(*dialog); });
     answers_.pop_front();
-    answer(*dialog);
   }
 
   QTimer timer_;

@@ -51,7 +51,7 @@ class parentfrm : public QMainWindow {
   void MakeMenus();
   void MakeFileMenu();
   void MakeProjectMenus();
-  QMenu* AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands);
+  void AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands);
   void MakeWindowMenu();
   void MakeHelpMenu();
   QAction* NewAction(const char* name, const QString& text, const QKeySequence& keys, void (parentfrm::*command)());
@@ -99,6 +99,7 @@ class parentfrm : public QMainWindow {
   QToolBar* toolbar_ = nullptr;
   QMenu *recentMenu_, *windowMenu_;
   QList<QAction*> projectActions_;  // that need a project window
+  QList<QAction*> sheetActions_;    // of the context menu of its sheet
   QLabel* status_;
 };
 

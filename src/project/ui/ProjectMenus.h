@@ -16,10 +16,12 @@ struct ProjectCommand {
   QKeySequence Keys;
   void (*Run)(quorvexWindow& window) = nullptr;
   bool OnToolbar = false;
+  bool OnSheet = false;  // in the context menu of the sheet, too
 };
 
 // The menus, from top to bottom.
 std::vector<ProjectCommand> EditMenu();
+std::vector<ProjectCommand> FormatMenu();
 std::vector<ProjectCommand> DataMenu();
 
 }  // namespace quorvex
