@@ -139,7 +139,8 @@ void SheetView::ShowFormats() {
     const QVariant own = sheet_->data(sheet_->index(0, column), Qt::FontRole);
     height = std::max(height, QFontMetrics(own.value<QFont>().resolve(font())).height());
   }
-  verticalHeader()->setDefaultSectionSize(height + 8);
+  // Which looks at each of the many rows.
+  if (verticalHeader()->defaultSectionSize() != height + 8) verticalHeader()->setDefaultSectionSize(height + 8);
   resizing_ = false;
 }
 
