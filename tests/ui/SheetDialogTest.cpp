@@ -303,9 +303,11 @@ TEST_F(SheetDialogs, ComputeNewCellsOnceTheEntryIsRight) {
       Inspect(dialog);
       Enter(dialog, c.Wrong);
       Accept(dialog);
+      EXPECT_EQ(Cells(), before);
+      Enter(dialog, c.Corrected);
+      Accept(dialog);
     });
     dialogs.Press(QMessageBox::Ok);
-    Fill(c.Corrected);
     Trigger(c.Action);
     EXPECT_EQ(dialogs.Said.back(), c.Refusal);
     EXPECT_EQ(Shown(c.Row, c.Col), c.Result) << c.Label;
@@ -618,13 +620,11 @@ TEST_F(SheetDialogs, GoToACell) {
     Inspect(dialog);
     Enter(dialog, {{"txtReference", "nowhere"}});
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-  });
-  dialogs.Press(QMessageBox::Ok);
-  dialogs.Do([](QDialog& dialog) {
     EXPECT_EQ(dialog.findChild<QLineEdit*>("txtReference")->selectedText(), "nowhere");
     QTest::keyClicks(dialog.focusWidget(), "B60000");
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
   });
+  dialogs.Press(QMessageBox::Ok);
   Trigger("mnuEditGoto");
   EXPECT_EQ(dialogs.Said.back(), "Invalid cell reference.");
   EXPECT_EQ(Current(), std::pair(60'000, 2));

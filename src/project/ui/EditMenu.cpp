@@ -1,12 +1,10 @@
 // The Edit menu: undo, the clipboard, rows and ranges of the sheet, and what is looked for in it.
 
 #include <QAction>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QPlainTextEdit>
 
-#include "core/Clipboard.h"
 #include "core/ui/BusyCursor.h"
+#include "core/ui/SystemClipboard.h"
 #include "project/ui/ProjectMenus.h"
 #include "project/ui/SheetView.h"
 #include "project/ui/frmUndoHistory.h"
@@ -18,15 +16,6 @@
 
 namespace quorvex {
 namespace {
-
-// The clipboard of the user's desktop.
-class SystemClipboard : public Clipboard {
- public:
-  std::string Text() const override { return QGuiApplication::clipboard()->text().toStdString(); }
-  void SetText(const std::string& text) override {
-    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
-  }
-};
 
 template <auto Command>
 void Run(quorvexWindow& window) {
@@ -116,20 +105,20 @@ std::vector<ProjectCommand> EditMenu() {
        [](quorvexWindow& window) { window.EditUndo(1); }},
       {"mnuEditUndoHistory", "Undo &History...", {}, UndoHistory},
       {},
-      {"mnuEditCut", "Cu&t", QKeySequence::Cut, RunWithClipboard<EditCut, &QPlainTextEdit::cut>, false, true},
-      {"mnuEditCopy", "&Copy", QKeySequence::Copy, RunWithClipboard<EditCopy, &QPlainTextEdit::copy>, false, true},
-      {"mnuEditPaste", "&Paste", QKeySequence::Paste, RunWithClipboard<EditPaste, &QPlainTextEdit::paste>, false, true},
-      {"mnuEditPasteSpecial", "Paste Specia&l...", QKeySequence("Ctrl+Shift+V"), ShowWithClipboard<ShowPasteSpecial>,
-       false, true},
+      OnSheet({"mnuEditCut", "Cu&t", QKeySequence::Cut, RunWithClipboard<EditCut, &QPlainTextEdit::cut>}),
+      OnSheet({"mnuEditCopy", "&Copy", QKeySequence::Copy, RunWithClipboard<EditCopy, &QPlainTextEdit::copy>}),
+      OnSheet({"mnuEditPaste", "&Paste", QKeySequence::Paste, RunWithClipboard<EditPaste, &QPlainTextEdit::paste>}),
+      OnSheet({"mnuEditPasteSpecial", "Paste Specia&l...", QKeySequence("Ctrl+Shift+V"),
+               ShowWithClipboard<ShowPasteSpecial>}),
       {"mnuEditCopySpecial", "Cop&y Special...", QKeySequence("Ctrl+Shift+C"), ShowWithClipboard<ShowCopySpecial>},
       {"mnuEditCopySheet", "Copy &Whole Sheet", {}, CopySheet},
       {"mnuEditSelectAll", "Select &All", QKeySequence::SelectAll, SelectAll},
       {},
-      {"mnuEditClear", "Cl&ear Selection", QKeySequence::Delete, Clear, false, true},
+      OnSheet({"mnuEditClear", "Cl&ear Selection", QKeySequence::Delete, Clear}),
       {"mnuEditClearSheet", "Clear &Sheet...", {}, Run<ClearGrid>},
       {},
-      {"mnuEditInsert", "&Insert Rows", QKeySequence("Ctrl++"), Run<InsertRows>, false, true},
-      {"mnuEditDelete", "&Delete Rows", QKeySequence("Ctrl+-"), Run<DeleteSelection>, false, true},
+      OnSheet({"mnuEditInsert", "&Insert Rows", QKeySequence("Ctrl++"), Run<InsertRows>}),
+      OnSheet({"mnuEditDelete", "&Delete Rows", QKeySequence("Ctrl+-"), Run<DeleteSelection>}),
       {"mnuEditDeleteIncomplete", "Delete Inc&omplete Rows", {}, Run<DeleteIncompleteRows>},
       {"mnuEditExchange", "E&xchange Columns...", {}, Run<mnuEditExchange>},
       {},

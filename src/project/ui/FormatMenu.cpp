@@ -18,13 +18,11 @@ void FormatCells(quorvexWindow& window) {
 
 std::vector<ProjectCommand> FormatMenu() {
   return {
-      {"mnuFormatCells", "For&mat Cells...", QKeySequence("Ctrl+1"), FormatCells, false, true},
-      {"mnuFormatHeader",
-       "Edit &Header...",
-       {},
-       [](quorvexWindow& window) { window.EditHeader(window.Grid().currentIndex().column()); },
-       false,
-       true},
+      OnSheet({"mnuFormatCells", "For&mat Cells...", QKeySequence("Ctrl+1"), FormatCells}),
+      OnSheet({"mnuFormatHeader",
+               "Edit &Header...",
+               {},
+               [](quorvexWindow& window) { window.EditHeader(window.Grid().currentIndex().column()); }}),
       {"mnuFormatDefault", "&Default Headers", {}, [](quorvexWindow& window) { window.Run(FormatDefault); }},
   };
 }
