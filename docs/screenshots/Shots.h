@@ -23,5 +23,6 @@ struct Shots {
 void TakeFrame(const Shots& shots);
 void TakePreferences(const Shots& shots);
 void TakeProgress(const Shots& shots);
+void TakeSheet(const Shots& shots);
 
 }  // namespace quorvex

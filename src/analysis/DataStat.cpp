@@ -6,8 +6,9 @@
 #include <limits>
 #include <span>
 
-#include "core/NumberText.h"
+#include "core/Files.h"
 #include "core/NumericFault.h"
+#include "sheet/CellEntry.h"
 #include "sheet/ColumnMean.h"
 #include "sheet/ComputedCells.h"
 
@@ -137,8 +138,9 @@ std::optional<DataStat> ShowDataStat(const DataSheet& sheet, Prompter& user) {
   return std::nullopt;
 }
 
-std::vector<std::vector<std::string>> StatisticsRows(const DataStat& statistics, const LocaleText& locale) {
-  const auto number = [&](double value) { return LocalizeExpression(GeneralNumber(value), locale); };
+std::vector<std::vector<std::string>> StatisticsRows(const DataStat& statistics, const LocaleText& locale,
+                                                     const std::string& NumberFormat) {
+  const auto number = [&](double value) { return ShownNumber(value, NumberFormat, locale); };
   std::vector<std::vector<std::string>> rows = {{"Variable", "Number of Points", "Missing Points", "Maximum Value",
                                                  "Minimum Value", "Range", "Average", "Standard Deviation"}};
   for (const ColumnStatistics& column : statistics.Columns)
@@ -148,15 +150,35 @@ std::vector<std::vector<std::string>> StatisticsRows(const DataStat& statistics,
   return rows;
 }
 
-std::vector<std::vector<std::string>> CorrelationRows(const DataStat& statistics, const LocaleText& locale) {
+std::vector<std::vector<std::string>> CorrelationRows(const DataStat& statistics, const LocaleText& locale,
+                                                      const std::string& NumberFormat) {
   std::vector<std::vector<std::string>> rows(1, {""});
   for (std::size_t i = 0; i < statistics.Columns.size(); ++i) {
     rows[0].push_back(statistics.Columns[i].Variable);
     rows.push_back({statistics.Columns[i].Variable});
-    for (const double r : statistics.Correlation[i])
-      rows.back().push_back(LocalizeExpression(GeneralNumber(r), locale));
+    for (const double r : statistics.Correlation[i]) rows.back().push_back(ShownNumber(r, NumberFormat, locale));
   }
   return rows;
+}
+
+std::string TableText(const std::vector<std::vector<std::string>>& rows) {
+  std::string text;
+  for (const auto& row : rows) {
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (i > 0) text += '\t';
+      text += row[i];
+    }
+    text += NL;
+  }
+  return text;
+}
+
+bool ExportTable(const std::vector<std::vector<std::string>>& rows, Prompter& user) {
+  const auto name = user.ChooseFileToSave("Data Statistics", "Text files (*.txt)", "txt");
+  if (!name) return false;
+  const int error = SaveFile(*name, TableText(rows));
+  if (error != 0) user.Refuse("Error exporting the data statistics to '" + *name + "'. " + FileErrorText(error));
+  return error == 0;
 }
 
 }  // namespace quorvex

@@ -41,8 +41,16 @@ Result<DataStat> GetDataStat(const DataSheet& sheet);
 // The same as the command: refuses a sheet of fewer than two rows, and tells of a failure.
 std::optional<DataStat> ShowDataStat(const DataSheet& sheet, Prompter& user);
 
-// The cells of the window's two grids, headings in the first row, numbers in the user's locale.
-std::vector<std::vector<std::string>> StatisticsRows(const DataStat& statistics, const LocaleText& locale);
-std::vector<std::vector<std::string>> CorrelationRows(const DataStat& statistics, const LocaleText& locale);
+// The cells of the window's two grids, headings in the first row, numbers by a pattern and in the user's locale.
+std::vector<std::vector<std::string>> StatisticsRows(const DataStat& statistics, const LocaleText& locale,
+                                                     const std::string& NumberFormat = "General");
+std::vector<std::vector<std::string>> CorrelationRows(const DataStat& statistics, const LocaleText& locale,
+                                                      const std::string& NumberFormat = "General");
+
+// A grid as text: tabs between cells, NL behind each row.
+std::string TableText(const std::vector<std::vector<std::string>>& rows);
+
+// Writes that to a file that the user chooses. False where nothing was written, of which an error is told.
+bool ExportTable(const std::vector<std::vector<std::string>>& rows, Prompter& user);
 
 }  // namespace quorvex

@@ -1,5 +1,8 @@
 #include "files/FileSave.h"
 
+#include <optional>
+#include <utility>
+
 #include "core/Files.h"
 #include "files/ProjectFile.h"
 
@@ -16,6 +19,31 @@ bool SaveTo(const std::string& fileName, Project& project, Prompter& user) {
   return true;
 }
 
+// The project as its file has it; one without a file as it began.
+Result<Project> StoredProject(const Project& project) {
+  if (!IsUntitled(project)) return ReadProject(project.FileName, project.Locale);
+  const DataSheet& sheet = project.Sheet;
+  return NewProject(sheet.IndependentVariables, sheet.HasStandardDeviation, project.Locale);
+}
+
+// Saves either the data or the notes, and leaves the other as it is in the file.
+bool SavePart(Project& project, bool data, Prompter& user) {
+  Result<Project> stored = StoredProject(project);
+  if (!stored) {
+    user.Refuse(stored.error());
+    return false;
+  }
+  stored->FileName = project.FileName;
+  if (!data) {
+    stored->Notes = project.Notes;
+    return FileSave(*stored, user);
+  }
+  std::swap(project.Notes, stored->Notes);
+  const bool saved = FileSave(project, user);
+  if (!saved) std::swap(project.Notes, stored->Notes);
+  return saved;
+}
+
 }  // namespace
 
 bool IsUntitled(const Project& project) { return project.FileName.find("Untitled") != std::string::npos; }
@@ -30,11 +58,14 @@ bool FileSaveAs(Project& project, Prompter& user) {
 }
 
 bool MayClose(Project& project, Prompter& user) {
-  if (!project.Changed && !project.NotesChanged) return true;
-  const auto answer = user.AskOrCancel(project.Changed ? "Save changes to project '" + project.FileName + "'?"
-                                                       : "The notes for project '" + project.FileName +
-                                                             "' have changed. Save Changes?");
-  return answer && (!*answer || FileSave(project, user));
+  std::optional<bool> saveData = false, saveNotes = false;
+  if (project.Changed) saveData = user.AskOrCancel("Save changes to project '" + project.FileName + "'?");
+  if (saveData && project.NotesChanged)
+    saveNotes = user.AskOrCancel("The notes for project '" + project.FileName + "' have changed. Save Changes?");
+  if (!saveData || !saveNotes) return false;
+  if (!*saveData && !*saveNotes) return true;
+  if (*saveData < project.Changed || *saveNotes < project.NotesChanged) return SavePart(project, *saveData, user);
+  return FileSave(project, user);
 }
 
 }  // namespace quorvex

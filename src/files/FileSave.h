@@ -16,8 +16,9 @@ bool FileSave(Project& project, Prompter& user);
 // Save As: asks for a name, which is the project's from then on.
 bool FileSaveAs(Project& project, Prompter& user);
 
-// Asks to save what changed before the project is closed. False where it must stay open: the user cancelled, or what
-// was to be saved could not be.
+// Asks to save what changed before the project is closed, the data and the notes apart; where the user wants only one
+// of them, the other stays as the file has it. False where the project must stay open: the user cancelled, or what was
+// to be saved could not be.
 bool MayClose(Project& project, Prompter& user);
 
 }  // namespace quorvex

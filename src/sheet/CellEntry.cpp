@@ -48,7 +48,11 @@ std::string ShownText(const DataSheet& sheet, std::size_t row, std::size_t col, 
   if (GridCells::IsEmpty(cell)) return "";
   if (GridCells::IsText(cell)) return sheet.Cells.TextBehind(cell);
   const bool formatted = col <= sheet.Formats.size();
-  return WithSeparator(FormatNumber(cell, formatted ? sheet.Formats[col - 1].NumberFormat : "General"), locale);
+  return ShownNumber(cell, formatted ? sheet.Formats[col - 1].NumberFormat : "General", locale);
+}
+
+std::string ShownNumber(double value, const std::string& NumberFormat, const LocaleText& locale) {
+  return WithSeparator(FormatNumber(value, NumberFormat), locale);
 }
 
 std::string EntryText(const GridCells& cells, std::size_t row, std::size_t col, const LocaleText& locale) {

@@ -15,6 +15,9 @@ namespace quorvex {
 // What the sheet shows: a number by the pattern of its column, with the locale's decimal separator; a text as it is.
 std::string ShownText(const DataSheet& sheet, std::size_t row, std::size_t col, const LocaleText& locale);
 
+// What a column of that number pattern shows of a number.
+std::string ShownNumber(double value, const std::string& NumberFormat, const LocaleText& locale);
+
 // What an editor of the cell begins with: of a number the shortest text that reads back to the same value.
 std::string EntryText(const GridCells& cells, std::size_t row, std::size_t col, const LocaleText& locale);
 

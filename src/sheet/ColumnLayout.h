@@ -32,6 +32,10 @@ bool EditHeader(const SheetEdit& edit, std::size_t col);
 // Gives all columns their default headers.
 bool FormatDefault(const SheetEdit& edit);
 
+// The patterns that a dialog offers for numbers; any other may be typed.
+inline constexpr const char* kNumberPatterns[] = {"General", "0",      "0.0",      "0.00",        "0.000",
+                                                  "0.0000",  "0.0###", "0.00E+00", "0.000000E+00"};
+
 // Changes the number format of the selected columns to the one that `choose`, the dialog, makes of the format of the
 // first; nothing cancels.
 bool FormatCells(const SheetEdit& edit,

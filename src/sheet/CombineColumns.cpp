@@ -38,11 +38,19 @@ ComputedCells Combine(std::vector<double> a, std::vector<double> b, BinaryCode c
   return EvaluateRows(expression, columns);
 }
 
-bool CombineColumns::Apply(const SheetEdit& edit) const {
+std::optional<CellRange> CombineRows(const SheetEdit& edit) {
   const std::optional<CellRange> selected = edit.OneRange("Combine");
-  if (!selected) return false;
-  CellRange target = edit.DataRows(*selected);
-  if (target.LastRow < target.FirstRow) return false;
+  if (!selected) return std::nullopt;
+  const CellRange rows = edit.DataRows(*selected);
+  if (rows.LastRow >= rows.FirstRow) return rows;
+  edit.User.Refuse("There is no data to combine.");
+  return std::nullopt;
+}
+
+bool CombineColumns::Apply(const SheetEdit& edit) const {
+  const std::optional<CellRange> rows = CombineRows(edit);
+  if (!rows) return false;
+  CellRange target = *rows;
   target.FirstCol = target.LastCol = ResultCol;
   const GridCells& cells = edit.Sheet.Cells;
   const ComputedCells combined =

@@ -4,6 +4,7 @@
 
 #include "NistSets.h"
 #include "RecordingPrompter.h"
+#include "TemporaryFolder.h"
 #include "analysis/DataStat.h"
 #include "core/NumberText.h"
 #include "sheet/SheetEdit.h"
@@ -186,6 +187,25 @@ TEST(DataStat, WritesTheRowsOfItsWindow) {
                   {"Dose", "4", "1", "0,5", "-0,25", "0,75", "0,125", "0,322748612183951"}}));
   EXPECT_EQ(CorrelationRows(*statistics, locale),
             (Rows{{"", "X", "Dose"}, {"X", "1", "-0,989949493661166"}, {"Dose", "-0,989949493661166", "1"}}));
+  // A pattern is for what is measured, not for what is counted.
+  EXPECT_EQ(StatisticsRows(*statistics, locale, "0.00")[2],
+            (std::vector<std::string>{"Dose", "4", "1", "0,50", "-0,25", "0,75", "0,12", "0,32"}));
+  EXPECT_EQ(CorrelationRows(*statistics, locale, "0.0##")[1], (std::vector<std::string>{"X", "1,0", "-0,99"}));
+}
+
+TEST(DataStat, IsExportedAsText) {
+  const std::vector<std::vector<std::string>> rows{{"", "X"}, {"X", "1"}};
+  TemporaryFolder folder;
+  RecordingPrompter user;
+  EXPECT_FALSE(ExportTable(rows, user));  // no file chosen
+  user.File = folder.Path("r.txt");
+  EXPECT_TRUE(ExportTable(rows, user));
+  EXPECT_EQ(user.Last(), "save: Data Statistics|Text files (*.txt)|txt");
+  EXPECT_EQ(folder.Read("r.txt"), "\tX\r\nX\t1\r\n");
+  user.File = folder.Path("missing/r.txt");
+  EXPECT_FALSE(ExportTable(rows, user));
+  EXPECT_EQ(user.Last(),
+            "refuse: Error exporting the data statistics to '" + *user.File + "'. The folder does not exist.");
 }
 
 TEST(DataStat, TakesAFullSheet) {

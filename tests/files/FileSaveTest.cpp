@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <optional>
+
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "files/FileSave.h"
@@ -43,32 +46,85 @@ TEST_F(SavingAProject, KeepsNameAndChangesWhereItFails) {
   EXPECT_TRUE(project.Changed && IsUntitled(project));
 }
 
-TEST_F(SavingAProject, AsksBeforeItCloses) {
-  project.FileName = folder.Path("a.qvx");
-  const std::string notes = "ask: The notes for project '" + project.FileName + "' have changed. Save Changes?";
-  const struct {
-    bool Changed, NotesChanged, Cancel, Answer;
-    std::string Said;
-    bool Closes, Saved;
-  } cases[] = {{false, false, false, true, "", true, false},
-               {true, true, true, true, "ask: Save changes to project '" + project.FileName + "'?", false, false},
-               {true, true, false, false, "ask: Save changes to project '" + project.FileName + "'?", true, false},
-               {false, true, false, false, notes, true, false},
-               {false, true, false, true, notes, true, true}};
-  for (const auto& c : cases) {
-    user = {};
-    user.Cancel = c.Cancel;
-    user.Answer = c.Answer;
-    project.Changed = c.Changed;
-    project.NotesChanged = c.NotesChanged;
-    EXPECT_EQ(MayClose(project, user), c.Closes);
-    EXPECT_EQ(user.Last(), c.Said);
-    EXPECT_EQ(!folder.Read("a.qvx").empty(), c.Saved);
+// Answers each question in turn; nothing is Cancel.
+class AnsweringPrompter : public RecordingPrompter {
+ public:
+  std::deque<std::optional<bool>> Answers;
+
+  std::optional<bool> AskOrCancel(const std::string& text) override {
+    Ask(text);
+    const auto answer = Answers.empty() ? std::nullopt : Answers.front();
+    if (!Answers.empty()) Answers.pop_front();
+    return answer;
   }
-  // A project that the user wanted saved, and that could not be, stays open.
-  project.FileName = "Untitled";
-  project.Changed = true;
-  EXPECT_FALSE(MayClose(project, user));
+};
+
+TEST_F(SavingAProject, AsksForDataAndNotesApartBeforeItCloses) {
+  const std::string name = folder.Path("a.qvx");
+  const std::string data = "ask: Save changes to project '" + name + "'?";
+  const std::string notes = "ask: The notes for project '" + name + "' have changed. Save Changes?";
+  using Said = std::vector<std::string>;
+  const struct {
+    bool Changed, NotesChanged;
+    std::deque<std::optional<bool>> Answers;
+    Said Asked;
+    bool Closes, NewData, NewNotes;
+  } cases[] = {
+      {false, false, {}, {}, true, false, false},
+      {true, false, {std::nullopt}, {data}, false, false, false},
+      {true, false, {true}, {data}, true, true, false},
+      {false, true, {false}, {notes}, true, false, false},
+      {false, true, {true}, {notes}, true, false, true},
+      {true, true, {std::nullopt}, {data}, false, false, false},
+      {true, true, {true, std::nullopt}, {data, notes}, false, false, false},
+      {true, true, {false, false}, {data, notes}, true, false, false},
+      {true, true, {true, true}, {data, notes}, true, true, true},
+      {true, true, {true, false}, {data, notes}, true, true, false},
+      {true, true, {false, true}, {data, notes}, true, false, true},
+  };
+  for (const auto& c : cases) {
+    for (const bool untitled : {false, true}) {
+      Project edited = NewProject(1, false, {});
+      edited.Sheet.Cells.SetGridCellNumber(1, 1, 1);
+      edited.Notes = "old";
+      std::filesystem::remove(name);
+      if (!untitled) WriteProject(edited, name);
+      edited.FileName = untitled ? "Untitled" : name;
+      if (c.Changed) edited.Sheet.Cells.SetGridCellNumber(1, 1, 2);
+      if (c.NotesChanged) edited.Notes = "new";
+      edited.Changed = c.Changed;
+      edited.NotesChanged = c.NotesChanged;
+      AnsweringPrompter prompter;
+      prompter.Answers = c.Answers;
+      prompter.File = name;
+      EXPECT_EQ(MayClose(edited, prompter), c.Closes);
+      const Result<Project> saved = ReadProject(name, {});
+      if (untitled) {
+        EXPECT_EQ(bool(saved), c.NewData || c.NewNotes);
+      } else {
+        EXPECT_EQ(prompter.Said, c.Asked);
+      }
+      if (!saved) continue;
+      const double old = untitled && c.Changed ? 0 : 1;  // an unsaved project has no older data
+      EXPECT_EQ(saved->Sheet.Cells.GridCellNumber(1, 1), c.NewData ? 2 : old);
+      EXPECT_EQ(saved->Notes, c.NewNotes ? "new" : untitled && c.NotesChanged ? "" : "old");
+    }
+  }
+}
+
+TEST_F(SavingAProject, StaysOpenWhereItCouldNotBeSaved) {
+  AnsweringPrompter prompter;  // chooses no file
+  project.Notes = "mine";
+  for (const std::deque<std::optional<bool>>& answers : {std::deque<std::optional<bool>>{true, true}, {true, false}}) {
+    project.Changed = project.NotesChanged = true;
+    prompter.Answers = answers;
+    EXPECT_FALSE(MayClose(project, prompter));
+    EXPECT_EQ(project.Notes, "mine");
+  }
+  project.FileName = folder.Path("gone.qvx");
+  prompter.Answers = {false, true};
+  EXPECT_FALSE(MayClose(project, prompter));
+  EXPECT_TRUE(prompter.Last().starts_with("refuse: ")) << prompter.Last();
 }
 
 }  // namespace

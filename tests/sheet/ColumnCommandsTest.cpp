@@ -115,7 +115,8 @@ TEST(Combine, FillsTheResultColumn) {
   EXPECT_FALSE(CombineColumns().Apply(sheet.With({{1, 1, 1, 1}, {3, 1, 3, 1}})));
   EXPECT_EQ(sheet.User.Last(),
             "refuse: Invalid range selection. The 'Combine' command cannot be used on multiple selections.");
-  EXPECT_FALSE(CombineColumns().Apply(sheet.With({{8, 1, 9, 1}})));  // no data there
+  EXPECT_FALSE(CombineColumns().Apply(sheet.With({{8, 1, 9, 1}})));
+  EXPECT_EQ(sheet.User.Last(), "refuse: There is no data to combine.");
   EXPECT_EQ(sheet.Cells(), before);
   EXPECT_TRUE(sheet.Undo.empty());
 }

@@ -19,6 +19,7 @@
 #include "files/ProjectFile.h"
 #include "project/ReadDataFile.h"
 #include "project/ui/NewProj.h"
+#include "project/ui/SheetView.h"
 #include "project/ui/quorvexWindow.h"
 
 namespace quorvex {
@@ -270,6 +271,7 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   });
   connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowActiveWindow);
   connect(frame, &QObject::destroyed, this, [this, number = windows_] { recovery_.Forget(number); });
+  window->Grid().addActions(sheetActions_);
   maximized ? frame->showMaximized() : frame->show();
   window->setFocus();
   ShowActiveWindow();
@@ -324,6 +326,11 @@ void parentfrm::RememberFile(const std::string& fileName) {
 void parentfrm::ShowActiveWindow() {
   const quorvexWindow* window = ActiveProject();
   for (QAction* action : projectActions_) action->setEnabled(window != nullptr);
+  const UndoMenu undo = window != nullptr ? window->Editor().Menu : UndoMenu();
+  auto* newest = findChild<QAction*>("mnuEditUndo");
+  newest->setEnabled(undo.UndoEnabled);
+  if (window != nullptr) newest->setText(window->UndoText());
+  findChild<QAction*>("mnuEditUndoHistory")->setEnabled(undo.HistoryEnabled);
   status_->setText(window != nullptr ? window->Status() : "Open a project or begin a new one.");
 }
 

@@ -54,7 +54,7 @@ class parentfrm : public QMainWindow {
   void MakeMenus();
   void MakeFileMenu();
   void MakeProjectMenus();
-  QMenu* AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands);
+  void AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands);
   void MakeToolsMenu();
   void MakeWindowMenu();
   void MakeHelpMenu();
@@ -109,6 +109,7 @@ class parentfrm : public QMainWindow {
   QToolBar* toolbar_ = nullptr;
   QMenu *recentMenu_, *recentPlotMenu_, *windowMenu_;
   QList<QAction*> projectActions_;  // that need a project window
+  QList<QAction*> sheetActions_;    // of the context menu of its sheet
   QLabel* status_;
 };
 

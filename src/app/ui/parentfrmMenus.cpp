@@ -129,12 +129,12 @@ void parentfrm::FillRecentMenu(QMenu& menu, std::string_view section) {
 }
 
 // A menu of commands on the active project.
-QMenu* parentfrm::AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands) {
+void parentfrm::AddProjectMenu(const char* name, const QString& title, const std::vector<ProjectCommand>& commands) {
   QMenu* menu = menuBar()->addMenu(title);
   menu->setObjectName(name);
   for (const ProjectCommand& command : commands) {
     if (command.Name == nullptr) {
-      menu->addSeparator();
+      sheetActions_ << menu->addSeparator();
       continue;
     }
     auto* action = new QAction(command.Text, this);
@@ -145,17 +145,15 @@ QMenu* parentfrm::AddProjectMenu(const char* name, const QString& title, const s
     });
     menu->addAction(action);
     if (command.OnToolbar) toolbar_->addAction(action);
+    if (command.OnSheet) sheetActions_ << action;
     projectActions_ << action;
   }
-  return menu;
 }
 
 void parentfrm::MakeProjectMenus() {
-  QMenu* edit = AddProjectMenu("edit", "&Edit", EditMenu());
+  AddProjectMenu("edit", "&Edit", EditMenu());
+  AddProjectMenu("format", "F&ormat", FormatMenu());
   AddProjectMenu("data", "&Data", DataMenu());
-  connect(edit, &QMenu::aboutToShow, this, [this] {
-    if (const quorvexWindow* window = ActiveProject()) findChild<QAction*>("mnuEditUndo")->setText(window->UndoText());
-  });
 }
 
 void parentfrm::MakeToolsMenu() {

@@ -16,10 +16,18 @@ struct ProjectCommand {
   QKeySequence Keys;
   void (*Run)(quorvexWindow& window) = nullptr;
   bool OnToolbar = false;
+  bool OnSheet = false;  // in the context menu of the sheet, too
 };
+
+// The same command, in the context menu of the sheet, too.
+inline ProjectCommand OnSheet(ProjectCommand command) {
+  command.OnSheet = true;
+  return command;
+}
 
 // The menus, from top to bottom.
 std::vector<ProjectCommand> EditMenu();
+std::vector<ProjectCommand> FormatMenu();
 std::vector<ProjectCommand> DataMenu();
 
 }  // namespace quorvex

@@ -1,6 +1,9 @@
 #include "project/ui/SheetModel.h"
 
+#include <QColor>
+#include <QFont>
 #include <algorithm>
+#include <cmath>
 
 #include "sheet/CellEntry.h"
 #include "sheet/TypeInCell.h"
@@ -12,6 +15,32 @@ constexpr std::size_t kFewestRows = 65'536;  // a file may hold more
 
 std::size_t Row(const QModelIndex& index) { return static_cast<std::size_t>(index.row()) + 1; }
 std::size_t Col(const QModelIndex& index) { return static_cast<std::size_t>(index.column()) + 1; }
+
+// The codes of ColumnFormat::AlignHorizontal that the view has an equal for; any other leaves texts to the left and
+// numbers to the right.
+constexpr struct {
+  std::int32_t Code;
+  Qt::Alignment Alignment;
+} kAlignments[] = {{2, Qt::AlignLeft}, {3, Qt::AlignHCenter}, {4, Qt::AlignRight}};
+
+// What a column's font has of its own. A face, size or colour that nobody chose is that of the user's desktop.
+QFont OwnFont(const ColumnFormat& format) {
+  const ColumnFormat fresh;
+  QFont font;
+  if (format.FontName != fresh.FontName) font.setFamily(QString::fromStdString(format.FontName));
+  if (format.FontSize != fresh.FontSize && format.FontSize > 0)
+    font.setPointSizeF(std::min(format.FontSize, 2000) / 20.0);
+  if (format.FontBold) font.setBold(true);
+  if (format.FontItalic) font.setItalic(true);
+  if (format.FontUnderline) font.setUnderline(true);
+  if (format.FontStrikeout) font.setStrikeOut(true);
+  return font;
+}
+
+QVariant OwnColor(std::int32_t rgb) {
+  if (rgb == ColumnFormat().FontColor) return {};
+  return QColor(rgb & 0xFF, rgb >> 8 & 0xFF, rgb >> 16 & 0xFF);
+}
 
 }  // namespace
 
@@ -30,9 +59,16 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
       return QString::fromStdString(ShownText(sheet, Row(index), Col(index), project_.Locale));
     case Qt::EditRole:
       return QString::fromStdString(EntryText(sheet.Cells, Row(index), Col(index), project_.Locale));
-    case Qt::TextAlignmentRole:
-      return QVariant(Qt::AlignVCenter |
-                      (GridCells::IsText(sheet.Cells.Cell(Row(index), Col(index))) ? Qt::AlignLeft : Qt::AlignRight));
+    case Qt::TextAlignmentRole: {
+      for (const auto& [code, alignment] : kAlignments)
+        if (code == sheet.Formats[Col(index) - 1].AlignHorizontal) return QVariant(Qt::AlignVCenter | alignment);
+      const bool text = GridCells::IsText(sheet.Cells.Cell(Row(index), Col(index)));
+      return QVariant(Qt::AlignVCenter | (text ? Qt::AlignLeft : Qt::AlignRight));
+    }
+    case Qt::FontRole:
+      return OwnFont(sheet.Formats[Col(index) - 1]);
+    case Qt::ForegroundRole:
+      return OwnColor(sheet.Formats[Col(index) - 1].FontColor);
     default:
       return {};
   }
@@ -60,9 +96,28 @@ bool SheetModel::Accepts(const QString& text) const {
   return ReadCellEntry(text.toStdString(), project_.Locale).has_value();
 }
 
+double SheetModel::RelativeWidth(int column) const {
+  return static_cast<double>(project_.Sheet.Formats[static_cast<std::size_t>(column)].ColumnWidth) /
+         ColumnFormat().ColumnWidth;
+}
+
+void SheetModel::SetRelativeWidth(int column, double width) {
+  project_.Sheet.Formats[static_cast<std::size_t>(column)].ColumnWidth =
+      static_cast<std::int32_t>(std::lround(width * ColumnFormat().ColumnWidth));
+  project_.Changed = true;
+  emit headerDataChanged(Qt::Horizontal, column, column);
+}
+
+// A reset would forget what is selected, so it is left to where there are rows the view does not know.
 void SheetModel::Reload() {
-  beginResetModel();
-  endResetModel();
+  if (rowCount() != rows_) {
+    beginResetModel();
+    rows_ = rowCount();
+    endResetModel();
+    return;
+  }
+  emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 }  // namespace quorvex

@@ -28,12 +28,17 @@ class SheetModel : public QAbstractTableModel {
   // Whether setData would take the text.
   bool Accepts(const QString& text) const;
 
-  // A command has changed the sheet behind the view's back: cells, headers, columns or all of them.
+  // The width of a column beside that of a fresh one, and what the user makes of it.
+  double RelativeWidth(int column) const;
+  void SetRelativeWidth(int column, double width);
+
+  // A command has changed the sheet behind the view's back: cells, headers, formats or all of them.
   void Reload();
 
  private:
   Project& project_;
   const SheetEdit& edit_;
+  int rows_ = 0;  // that the view knows of
 };
 
 }  // namespace quorvex

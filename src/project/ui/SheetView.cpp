@@ -4,9 +4,12 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
 #include <QPointer>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <cmath>
 
 #include "project/ui/SheetModel.h"
 
@@ -90,20 +93,86 @@ SheetView::SheetView(QWidget* parent) : QTableView(parent) {
                   QAbstractItemView::AnyKeyPressed);
   setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
   setAlternatingRowColors(false);
+  setShowGrid(false);
   // Rows of one height: none of the many has to be asked for its own.
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
   // As wide as a number with all the digits that are shown.
   horizontalHeader()->setDefaultSectionSize(fontMetrics().horizontalAdvance("-0.123456789012345") + 12);
+  setContextMenuPolicy(Qt::ActionsContextMenu);
+  horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(horizontalHeader(), &QWidget::customContextMenuRequested, this, &SheetView::ShowHeaderMenu);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this, &SheetView::ColumnResized);
   horizontalHeader()->setAccessibleName("Column headers");
   verticalHeader()->setAccessibleName("Row numbers");
 }
 
 void SheetView::SetSheet(SheetModel* sheet) {
+  sheet_ = sheet;
+  sheet->Reload();
   setModel(sheet);
   // Behind the selection's own answer to the signal, which is to forget the current cell.
   connect(sheet, &SheetModel::modelReset, this, &SheetView::StandAgain);
+  connect(sheet, &SheetModel::headerDataChanged, this, &SheetView::ShowFormats);
   StandAgain();
+  ShowFormats();
+}
+
+CellPlace SheetView::CurrentPlace() const {
+  return {static_cast<std::size_t>(currentIndex().row()) + 1, static_cast<std::size_t>(currentIndex().column()) + 1};
+}
+
+void SheetView::SelectAll() {
+  if (!CommitEntry()) return;
+  setFocus();
+  selectAll();
+}
+
+// Widths as the sheet keeps them, and rows as high as the largest font needs.
+void SheetView::ShowFormats() {
+  constexpr int kNarrowest = 10, kWidest = 2000;
+  resizing_ = true;
+  int height = fontMetrics().height();
+  for (int column = 0; column < sheet_->columnCount(); ++column) {
+    const double width = sheet_->RelativeWidth(column) * horizontalHeader()->defaultSectionSize();
+    setColumnWidth(column, static_cast<int>(std::lround(std::clamp<double>(width, kNarrowest, kWidest))));
+    const QVariant own = sheet_->data(sheet_->index(0, column), Qt::FontRole);
+    height = std::max(height, QFontMetrics(own.value<QFont>().resolve(font())).height());
+  }
+  // Which looks at each of the many rows.
+  if (verticalHeader()->defaultSectionSize() != height + 8) verticalHeader()->setDefaultSectionSize(height + 8);
+  resizing_ = false;
+}
+
+void SheetView::ColumnResized(int column, int, int width) {
+  if (resizing_ || sheet_ == nullptr) return;
+  sheet_->SetRelativeWidth(column, static_cast<double>(width) / horizontalHeader()->defaultSectionSize());
+}
+
+// The menu of the sheet, for the column it was asked for.
+void SheetView::ShowHeaderMenu(const QPoint& place) {
+  const int column = horizontalHeader()->logicalIndexAt(place);
+  if (column >= 0 && !selectionModel()->isColumnSelected(column)) selectColumn(column);
+  QMenu::exec(actions(), horizontalHeader()->mapToGlobal(place), nullptr, this);
+}
+
+// The lines of the grid. The style's own are hardly to be seen on a dark ground.
+void SheetView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  constexpr float kInk = 0.25f;  // of the text's colour in that of the lines
+  const QColor ground = palette().color(QPalette::Base), text = palette().color(QPalette::Text);
+  const auto mixed = [](float a, float b) { return a + kInk * (b - a); };
+  const QColor line = QColor::fromRgbF(mixed(ground.redF(), text.redF()), mixed(ground.greenF(), text.greenF()),
+                                       mixed(ground.blueF(), text.blueF()));
+  QPainter painter(viewport());
+  const int lastColumn = model()->columnCount() - 1;
+  const int width = std::min(columnViewportPosition(lastColumn) + columnWidth(lastColumn), viewport()->width());
+  const int bottom = rowAt(viewport()->height() - 1), lastRow = bottom >= 0 ? bottom : model()->rowCount() - 1;
+  const int height = std::min(rowViewportPosition(lastRow) + rowHeight(lastRow), viewport()->height());
+  for (int row = std::max(rowAt(0), 0); row <= lastRow; ++row)
+    painter.fillRect(0, rowViewportPosition(row) + rowHeight(row) - 1, width, 1, line);
+  for (int column = std::max(columnAt(0), 0); column <= lastColumn; ++column)
+    painter.fillRect(columnViewportPosition(column) + columnWidth(column) - 1, 0, 1, height, line);
 }
 
 bool SheetView::CommitEntry() { return static_cast<CellDelegate*>(itemDelegate())->Commit(); }

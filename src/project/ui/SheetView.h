@@ -2,6 +2,8 @@
 
 #include <QTableView>
 
+#include "sheet/FindCell.h"
+
 namespace quorvex {
 
 class SheetModel;
@@ -18,6 +20,10 @@ class SheetView : public QTableView {
 
   void SetSheet(SheetModel* sheet);
 
+  CellPlace CurrentPlace() const;
+  // Every cell, with the current one in view.
+  void SelectAll();
+
   // Ends an entry that is open, for a command that reads the sheet. False where it is refused and stays open.
   bool CommitEntry();
 
@@ -30,14 +36,20 @@ class SheetView : public QTableView {
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   friend class CellDelegate;
   bool Accepts(const QString& text) const;
   void GoBy(int rows, int columns);
   void StandAgain();  // in the cell that was current last
+  void ShowFormats();
+  void ColumnResized(int column, int before, int width);
+  void ShowHeaderMenu(const QPoint& place);
 
+  SheetModel* sheet_ = nullptr;
   int row_ = 0, column_ = 0;  // where the current cell was last
+  bool resizing_ = false;     // by what the sheet says, not by the user
 };
 
 }  // namespace quorvex

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QTabWidget>
@@ -10,6 +11,7 @@
 #include "files/FileSave.h"
 #include "project/ui/SheetModel.h"
 #include "project/ui/SheetView.h"
+#include "sheet/ColumnLayout.h"
 
 namespace quorvex {
 namespace {
@@ -38,7 +40,9 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
   DataGrid->SetSheet(model_);
   Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
   connect(model_, &SheetModel::dataChanged, this, &quorvexWindow::ShowState);
+  connect(model_, &SheetModel::headerDataChanged, this, &quorvexWindow::ShowState);
   connect(model_, &SheetModel::modelReset, this, &quorvexWindow::ShowState);
+  connect(DataGrid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, &quorvexWindow::EditHeader);
   connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
   ShowState();
@@ -68,6 +72,8 @@ void quorvexWindow::LayOut() {
   all->addWidget(pages_);
   setFocusProxy(DataGrid);
 }
+
+QPlainTextEdit* quorvexWindow::NotesInFront() const { return pages_->currentWidget() == Notes ? Notes : nullptr; }
 
 bool quorvexWindow::IsFresh() const {
   return quorvex::IsUntitled(project_) && !project_.Changed && !project_.NotesChanged &&
@@ -100,6 +106,7 @@ bool quorvexWindow::FileSaveAs() {
 }
 
 void quorvexWindow::Run(const SheetCommand& command) {
+  pages_->setCurrentIndex(0);  // what changes is to be seen
   if (!DataGrid->CommitEntry()) return;
   editor_.Edit.Selection.clear();
   for (const QItemSelectionRange& range : DataGrid->selectionModel()->selection())
@@ -109,10 +116,27 @@ void quorvexWindow::Run(const SheetCommand& command) {
   if (command(editor_.Edit)) Refresh();
 }
 
-void quorvexWindow::EditUndo() {
+void quorvexWindow::EditUndo(std::size_t count) {
+  pages_->setCurrentIndex(0);
   if (!DataGrid->CommitEntry()) return;
-  editor_.EditUndo();
+  editor_.UndoNewest(count);
   Refresh();
+}
+
+// The label begins its mnemonic with an "&". Any other is one of a header's.
+QString quorvexWindow::UndoText() const {
+  QString text = QString::fromStdString(editor_.Menu.UndoText);
+  const qsizetype behind = text.indexOf('&') + 1;
+  return text.left(behind) + text.mid(behind).replace('&', "&&");
+}
+
+void quorvexWindow::EditHeader(int column) {
+  Run([column](const SheetEdit& edit) { return quorvex::EditHeader(edit, static_cast<std::size_t>(column) + 1); });
+}
+
+void quorvexWindow::GoTo(const CellPlace& place) {
+  pages_->setCurrentIndex(0);
+  DataGrid->setCurrentIndex(model_->index(static_cast<int>(place.Row) - 1, static_cast<int>(place.Col) - 1));
 }
 
 void quorvexWindow::Refresh() { model_->Reload(); }

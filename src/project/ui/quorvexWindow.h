@@ -7,6 +7,7 @@
 #include "core/Prompter.h"
 #include "project/Project.h"
 #include "project/ProjectEditor.h"
+#include "sheet/FindCell.h"
 
 class QLabel;
 class QPlainTextEdit;
@@ -30,7 +31,9 @@ class quorvexWindow : public QWidget {
 
   Project& Document() { return project_; }
   SheetView& Grid() { return *DataGrid; }
+  QPlainTextEdit* NotesInFront() const;  // null where the sheet is
   ProjectEditor& Editor() { return editor_; }
+  const ProjectEditor& Editor() const { return editor_; }
   Settings& Preferences() { return settings_; }
   Prompter& User() { return user_; }
 
@@ -44,10 +47,15 @@ class quorvexWindow : public QWidget {
   bool FileSave();
   bool FileSaveAs();
 
-  // A command on the cells that are selected; shows what it changed. The other two are for Undo in the Edit menu.
+  // A command on the cells that are selected; shows what it changed.
   void Run(const SheetCommand& command);
-  void EditUndo();
-  QString UndoText() const { return QString::fromStdString(editor_.Menu.UndoText); }
+  // Takes back the newest operations.
+  void EditUndo(std::size_t count);
+  // The text of Undo in the Edit menu.
+  QString UndoText() const;
+  // Asks for the header of a column, counted from 0.
+  void EditHeader(int column);
+  void GoTo(const CellPlace& place);
 
   // Shows a project that something other than typing has changed.
   void Refresh();
