@@ -1,6 +1,7 @@
 #include "core/ui/MessageBoxPrompter.h"
 
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -10,7 +11,11 @@ namespace {
 int Show(QWidget* parent, QMessageBox::Icon icon, const std::string& text, QMessageBox::StandardButtons buttons) {
   QMessageBox box(icon, "Quorvex", QString::fromStdString(text).remove('\r'), buttons, parent);
   box.setTextFormat(Qt::PlainText);  // names of files and models are no markup
-  return box.exec();
+  // Whatever is going on, now it is the user's turn.
+  QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+  const int answer = box.exec();
+  QGuiApplication::restoreOverrideCursor();
+  return answer;
 }
 
 }  // namespace
