@@ -12,6 +12,7 @@
 #include "fuzz/ModelFile.h"
 #include "fuzz/ModelText.h"
 #include "fuzz/ProjectFile.h"
+#include "fuzz/Spreadsheet.h"
 
 namespace quorvex {
 namespace {
@@ -23,6 +24,7 @@ const std::map<std::string, Target> kTargets = {
     {"MacroReaderFuzz", FuzzMacroReader},
     {"ModelFileFuzz", FuzzModelFile},
     {"ProjectFileFuzz", FuzzProjectFile},
+    {"SpreadsheetFuzz", FuzzSpreadsheet},
 };
 
 TEST(Corpus, EveryInputKeepsWhatItsTargetRequires) {
