@@ -286,6 +286,9 @@ TEST_F(Import, OpensEverySampleFileOfTheCommandLine) {
     dialogs.Do([&](QDialog& form) {
       EXPECT_EQ(form.windowTitle().toStdString(),
                 "Preview of '" + file + "'" + (c.Rows > 200 ? " (first 200 lines)" : ""));
+      if (c.Decimal == ',') {
+        EXPECT_EQ(Cell(form, 2, 2), "0,0002");
+      }
       if (*c.Missing) {
         Click(form, "ckMissingData");
         QTest::keyClicks(&In(form, "txtMissingData"), c.Missing);

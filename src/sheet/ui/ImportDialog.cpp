@@ -77,7 +77,7 @@ void ImportDialog::LayOut(QLayout* source) {
   buttons->addWidget(CancelCommand);
   all->addLayout(buttons);
   for (QPushButton* button : {cmdAssign, cmdUnAssign, CancelCommand}) button->setAutoDefault(false);
-  resize(64 * fontMetrics().averageCharWidth() + 280, 34 * fontMetrics().height());
+  resize(64 * fontMetrics().averageCharWidth() + 280, 40 * fontMetrics().height());
 }
 
 QWidget* ImportDialog::Body() {
@@ -86,6 +86,9 @@ QWidget* ImportDialog::Body() {
   DataPreview->setSelectionMode(QAbstractItemView::SingleSelection);
   DataPreview->setTabKeyNavigation(false);
   DataPreview->horizontalHeader()->setAccessibleName("Columns");
+  DataPreview->horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance("Column 100") + 16);
+  DataPreview->horizontalHeader()->setMaximumSectionSize(40 * fontMetrics().averageCharWidth());
+  DataPreview->horizontalHeader()->setResizeContentsPrecision(-1);  // all lines
   DataPreview->verticalHeader()->setAccessibleName("Lines");
   DataPreview->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   DataPreview->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
@@ -165,6 +168,7 @@ void ImportDialog::Reload() {
     UpDnStartRow->setValue(static_cast<int>(DataImport::FirstDataLine(*rows, edit_.Locale)));
   }
   model_->Show(std::move(*rows));
+  DataPreview->resizeColumnsToContents();
   DataPreview->setCurrentIndex(model_->index(0, 0));
   const int column = lstColumns->currentRow();
   lstColumns->clear();

@@ -4,8 +4,6 @@
 #include <QPalette>
 #include <algorithm>
 
-#include "sheet/CellEntry.h"
-
 namespace quorvex {
 
 void PreviewModel::Show(GridCells cells) {
@@ -41,8 +39,10 @@ bool PreviewModel::Kept(std::size_t row, std::size_t col) const {
 QVariant PreviewModel::data(const QModelIndex& index, int role) const {
   const auto row = static_cast<std::size_t>(index.row()) + 1, col = static_cast<std::size_t>(index.column()) + 1;
   switch (role) {
-    case Qt::DisplayRole:
-      return QString::fromStdString(EntryText(cells_, row, col, locale_));
+    case Qt::DisplayRole: {
+      const QString text = QString::fromStdString(cells_.GridCellText(row, col));
+      return GridCells::IsText(cells_.Cell(row, col)) ? text : QString(text).replace('.', locale_.DecimalSeparator);
+    }
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter | (GridCells::IsText(cells_.Cell(row, col)) ? Qt::AlignLeft : Qt::AlignRight));
     case Qt::ForegroundRole:

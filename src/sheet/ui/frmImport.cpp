@@ -51,7 +51,7 @@ QLayout* frmImport::Delimiters(TextImport& import) {
   grid->addWidget(box(kDuplicates), 1, 0, 1, 4);
   auto* row = new QHBoxLayout;
   row->addWidget(group);
-  row->addWidget(box(kPoint), 0, Qt::AlignTop);
+  row->addWidget(box(kPoint), 0, Qt::AlignVCenter);
   return row;
 }
 
