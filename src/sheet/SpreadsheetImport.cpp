@@ -5,7 +5,6 @@
 
 #include "core/NumberText.h"
 #include "sheet/BlankMissingMarker.h"
-#include "sheet/CopyCells.h"
 #include "sheet/SpreadsheetFile.h"
 #include "sheet/TextImport.h"
 
@@ -30,11 +29,9 @@ std::string SpreadsheetImport::ChooseSheet(const std::string& name) {
 }
 
 Result<GridCells> SpreadsheetImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) {
-  GridCells rows;
   const std::size_t last = std::min(cells_.GridLastRow(), first - 1 + count);
-  if (last < first) return rows;
-  GridCells source = cells_;
-  CopyCells(source, {first, 1, last, source.GridLastCol()}, rows, 1, 1);
+  if (last < first) return GridCells();
+  GridCells rows = cells_.CopyRange({first, 1, last, cells_.GridLastCol()});
   if (!marker.empty()) BlankMissingMarker(rows, marker);
   return rows;
 }

@@ -20,11 +20,8 @@ namespace {
 using Target = int (*)(const std::uint8_t*, std::size_t);
 
 const std::map<std::string, Target> kTargets = {
-    {"ModelTextFuzz", FuzzModelText},
-    {"MacroReaderFuzz", FuzzMacroReader},
-    {"ModelFileFuzz", FuzzModelFile},
-    {"ProjectFileFuzz", FuzzProjectFile},
-    {"SpreadsheetFuzz", FuzzSpreadsheet},
+    {"ModelTextFuzz", FuzzModelText},     {"MacroReaderFuzz", FuzzMacroReader}, {"ModelFileFuzz", FuzzModelFile},
+    {"ProjectFileFuzz", FuzzProjectFile}, {"SpreadsheetFuzz", FuzzSpreadsheet},
 };
 
 TEST(Corpus, EveryInputKeepsWhatItsTargetRequires) {
