@@ -53,10 +53,12 @@ double DataImport::StartRow(const LocaleText& locale) const {
 ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   if (!Columns.Confirm(IncompleteQuestion(), edit.User)) return ImportOutcome::Stay;
   const double startRow = StartRow(edit.Locale);
-  if (const auto lines = LineCount(); lines && startRow > static_cast<double>(*lines)) {
+  const auto beyondTheEnd = [&] {
     edit.User.Refuse("The start row you specified is larger than the number of lines in the file.");
     return ImportOutcome::CorrectStartRow;
-  }
+  };
+  const std::optional<std::size_t> lines = LineCount();
+  if (lines && startRow > static_cast<double>(*lines)) return beyondTheEnd();
   try {
     const auto first = static_cast<std::size_t>(std::min(startRow, 1e15));
     Result<GridCells> rows =
@@ -66,6 +68,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
       return ImportOutcome::Failed;
     }
     std::size_t rowCount = rows->GridLastRow();
+    if (!lines && startRow > 1 && rowCount == 0) return beyondTheEnd();
     if (rowCount > kMostSheetRows) {
       edit.User.Inform("The file contains too many data points. Only 65,536 data points will be imported.");
       rowCount = kMostSheetRows;

@@ -539,6 +539,11 @@ TEST(DatabaseImport, ReadsATable) {
   EXPECT_EQ(desk.Rows(), (Texts{"- 0.5", "- -", "- 1.5"}));
 
   import.Columns.Assign(1, 1);
+  import.ImportText = "4";  // how long a table is shows where it ends
+  EXPECT_EQ(import.Finish(desk.Edit()), ImportOutcome::CorrectStartRow);
+  EXPECT_EQ(desk.User.Last(), kStartBehindEnd);
+  EXPECT_EQ(desk.Rows(), (Texts{"- 0.5", "- -", "- 1.5"}));
+  import.ImportText = "1";
   import.Table = "many";
   EXPECT_EQ(import.Preview()->GridLastRow(), 200);
   EXPECT_EQ(import.Finish(desk.Edit()), ImportOutcome::Imported);

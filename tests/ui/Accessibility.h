@@ -48,10 +48,9 @@ class AccessibilityWalk {
 
   static void Ask(QAccessibleTableInterface& table) {
     table.selectedCellCount();
-    if (table.rowCount() == 0) return;
     for (const int row : {0, table.rowCount() - 1})
       for (const int column : {0, table.columnCount() - 1})
-        if (row >= 0 && column >= 0) {
+        if (row >= 0 && row < table.rowCount() && column >= 0 && column < table.columnCount()) {
           QAccessibleInterface* cell = table.cellAt(row, column);
           ASSERT_NE(cell, nullptr) << row << ' ' << column;
           cell->text(QAccessible::Name);
@@ -61,15 +60,16 @@ class AccessibilityWalk {
         }
   }
 
-  // Whether the user can get there by Tab. The field within a combo or spin box goes by the name of the box, and what
+  // Whether the user can get there by Tab. What is within a combo or spin box goes by the name of the box, and what
   // Qt builds for its own use bears a name of Qt's.
   static bool TakesFocus(QAccessibleInterface* element) {
     const auto* widget = qobject_cast<QWidget*>(element->object());
     if (widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0 || widget->focusProxy() != nullptr)
       return false;
-    const QWidget* parent = widget->parentWidget();
-    return !widget->objectName().startsWith("qt_") && qobject_cast<const QAbstractSpinBox*>(parent) == nullptr &&
-           qobject_cast<const QComboBox*>(parent) == nullptr;
+    for (const QWidget* box = widget->parentWidget(); box != nullptr; box = box->parentWidget())
+      if (qobject_cast<const QAbstractSpinBox*>(box) != nullptr || qobject_cast<const QComboBox*>(box) != nullptr)
+        return false;
+    return !widget->objectName().startsWith("qt_");
   }
 
   // Whether a screen reader reads it by its name alone.

@@ -11,7 +11,6 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTableView>
-#include <QTimer>
 
 #include "Accessibility.h"
 #include "Frame.h"
@@ -51,10 +50,6 @@ void Click(QWidget& form, const char* name) {
   auto& button = In<QAbstractButton>(form, name);
   ASSERT_TRUE(button.isVisible() && button.isEnabled()) << name;
   QTest::mouseClick(&button, Qt::LeftButton, {}, {8, button.height() / 2});
-}
-// Where a message may come before the click has returned.
-void ClickLater(QWidget& form, const char* name) {
-  QTimer::singleShot(0, &form, [&form, name] { Click(form, name); });
 }
 Texts Lines(QWidget& form, const char* list) {
   Texts lines;
@@ -129,10 +124,7 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     EXPECT_FALSE(Dimmed(form, 2, 2));
     EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X", "Y"}));  // three columns: which ones isn't obvious
     EXPECT_FALSE(In(form, "cmdUnAssign").isEnabled());
-    ClickLater(form, "Finish");
-  });
-  dialogs.Press(QMessageBox::Ok);
-  dialogs.Do([&](QDialog& form) {
+    Click(form, "Finish");
     EXPECT_EQ(dialogs.Said.back(), kNothingAssigned);
     // The column whose cell is clicked is the one to be assigned.
     auto& preview = In<QTableView>(form, "DataPreview");
@@ -141,10 +133,7 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     DoubleClick(form, "lstHeaders", 0);
     EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y"}));
     EXPECT_EQ(preview.model()->headerData(1, Qt::Horizontal).toString(), "Column 2\nX");
-    ClickLater(form, "Finish");
-  });
-  dialogs.Press(QMessageBox::No);
-  dialogs.Do([&](QDialog& form) {
+    Click(form, "Finish");
     EXPECT_EQ(dialogs.Said.back(), kSomeUnassigned);
     Click(form, "cmdAssign");  // the next of both lists
     EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y: Column 3"}));
@@ -157,10 +146,7 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     start.selectAll();
     QTest::keyClicks(&start, "5");
     EXPECT_TRUE(Dimmed(form, 4, 2));
-    ClickLater(form, "Finish");
-  });
-  dialogs.Press(QMessageBox::Ok);
-  dialogs.Do([&](QDialog& form) {
+    Click(form, "Finish");
     EXPECT_EQ(dialogs.Said.back(), "The start row you specified is larger than the number of lines in the file.");
     EXPECT_EQ(form.focusWidget(), &In(form, "UpDnStartRow"));
     for (int i = 0; i < 3; ++i) QTest::keyClick(form.focusWidget(), Qt::Key_Down);
@@ -171,6 +157,7 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     EXPECT_TRUE(Dimmed(form, 2, 3));
     QTest::keyClick(&form, Qt::Key_Return);  // the default button
   });
+  for (const auto button : {QMessageBox::Ok, QMessageBox::No, QMessageBox::Ok}) dialogs.Press(button);
   Trigger("mnuDataImport");
   EXPECT_EQ(dialogs.Said.size(), 3);
   EXPECT_EQ(Rows(), (Texts{"0.5 -", "1.5 3", "2.5 4"}));
@@ -401,7 +388,7 @@ TEST_F(Import, ShowsAndTakesWhatItCanOfALargeFile) {
   dialogs.Do([&](QDialog& form) {
     EXPECT_EQ(form.windowTitle().toStdString(), "Preview of '" + file + "' (first 200 lines)");
     EXPECT_EQ(In<QTableView>(form, "DataPreview").model()->rowCount(), 200);
-    ClickLater(form, "Finish");
+    Click(form, "Finish");
   });
   dialogs.Press(QMessageBox::Ok);
   Trigger("mnuDataImport");
@@ -428,10 +415,7 @@ TEST_F(Import, ReadsATableOfADatabase) {
     source.setCurrentText("lost");
     EXPECT_EQ(In<QLineEdit>(form, "txtConnect").text(), "DSN=lost");
     QTest::keyClicks(&In(form, "txtPassword"), "secret");
-    ClickLater(form, "cmdConnect");
-  });
-  dialogs.Press(QMessageBox::Ok);
-  dialogs.Do([&](QDialog& form) {
+    Click(form, "cmdConnect");
     EXPECT_TRUE(dialogs.Said.back().starts_with("Error importing data from 'lost'. ")) << dialogs.Said.back();
     EXPECT_EQ(dialogs.Said.back().find("secret"), std::string::npos);
     In<QComboBox>(form, "cboSource").setCurrentText("lab");
@@ -445,10 +429,7 @@ TEST_F(Import, ReadsATableOfADatabase) {
     EXPECT_EQ(Cell(form, 1, 1), "");
     table.setCurrentText("runs");
     Click(form, "cmdUnAssign");  // X
-    ClickLater(form, "Finish");
-  });
-  dialogs.Press(QMessageBox::No);
-  dialogs.Do([&](QDialog& form) {
+    Click(form, "Finish");
     EXPECT_EQ(dialogs.Said.back(), kSomeUnassignedOfDatabase);
     // What is typed is no longer the source that was chosen, and nothing is shown of it until it is connected to.
     auto& connect = In<QLineEdit>(form, "txtConnect");
@@ -460,6 +441,7 @@ TEST_F(Import, ReadsATableOfADatabase) {
     EXPECT_EQ(In<QComboBox>(form, "cboTable").count(), 2);
     Click(form, "Finish");
   });
+  for (const auto button : {QMessageBox::Ok, QMessageBox::No}) dialogs.Press(button);
   Trigger("mnuDataImportDatabase");
   EXPECT_EQ(Rows(), (Texts{"43845 0.5", "43846 1.5"}));
   emit frame->findChild<QMenu*>("edit")->aboutToShow();

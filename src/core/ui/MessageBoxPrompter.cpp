@@ -1,21 +1,29 @@
 #include "core/ui/MessageBoxPrompter.h"
 
+#include <QApplication>
 #include <QFileDialog>
-#include <QGuiApplication>
 #include <QInputDialog>
 #include <QMessageBox>
 
 namespace quorvex {
 namespace {
 
+// The arrow while a command at work waits for an answer.
+class ArrowCursor {
+ public:
+  ArrowCursor() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+  ~ArrowCursor() { QGuiApplication::restoreOverrideCursor(); }
+  ArrowCursor(const ArrowCursor&) = delete;
+  ArrowCursor& operator=(const ArrowCursor&) = delete;
+};
+
+// Over the dialog that the text is about, where one is open.
 int Show(QWidget* parent, QMessageBox::Icon icon, const std::string& text, QMessageBox::StandardButtons buttons) {
-  QMessageBox box(icon, "Quorvex", QString::fromStdString(text).remove('\r'), buttons, parent);
+  const ArrowCursor arrow;
+  QWidget* const dialog = QApplication::activeModalWidget();
+  QMessageBox box(icon, "Quorvex", QString::fromStdString(text).remove('\r'), buttons, dialog ? dialog : parent);
   box.setTextFormat(Qt::PlainText);  // names of files and models are no markup
-  // Whatever is going on, now it is the user's turn.
-  QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-  const int answer = box.exec();
-  QGuiApplication::restoreOverrideCursor();
-  return answer;
+  return box.exec();
 }
 
 }  // namespace

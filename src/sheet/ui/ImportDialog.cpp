@@ -11,6 +11,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <limits>
 
 #include "core/ui/BusyCursor.h"
@@ -35,8 +36,7 @@ QLabel* LabelFor(QWidget* control, const QString& text) {
 
 ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
     : QDialog(parent),
-      user_(this),
-      edit_{edit.Sheet, edit.Locale, user_, edit.Selection, edit.PushUndo},
+      edit_(edit),
       model_(new PreviewModel(edit.Locale, this)),
       DataPreview(Named(new QTableView, "DataPreview")),
       UpDnStartRow(Named(new QSpinBox, "UpDnStartRow")),
@@ -159,7 +159,7 @@ void ImportDialog::Reload() {
     return import_->Preview();
   }();
   if (!rows) {
-    user_.Refuse(rows.error());
+    edit_.User.Refuse(rows.error());
     rows = GridCells();
   }
   import_->Columns.AssignInOrder();

@@ -2,7 +2,6 @@
 
 #include <QDialog>
 
-#include "core/ui/MessageBoxPrompter.h"
 #include "sheet/DataImport.h"
 #include "sheet/SheetEdit.h"
 
@@ -21,7 +20,7 @@ class PreviewModel;
 // begins and what marks missing data. exec() is Accepted where the sheet has the data.
 class ImportDialog : public QDialog {
  protected:
-  // The edit outlives the dialog, which talks to the user itself.
+  // The edit outlives the dialog.
   ImportDialog(const SheetEdit& edit, QWidget* parent);
 
   // Called once, with what the dialog of a source has above the preview.
@@ -42,8 +41,7 @@ class ImportDialog : public QDialog {
   void UnAssign();
   void FinishImport();
 
-  MessageBoxPrompter user_;
-  const SheetEdit edit_;
+  const SheetEdit& edit_;
   DataImport* import_ = nullptr;
   bool startRowChosen_ = false;  // by the user
 
