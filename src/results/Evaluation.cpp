@@ -164,13 +164,4 @@ std::optional<std::string> EvalCommand(const Solution& solution, const Evaluatio
   return entries.RootAtY ? evaluation.RootsAt(*numbers) : evaluation.ValueAt(numbers->X);
 }
 
-bool SaveText(const std::string& text, const std::string& filter, const std::string& extension, const std::string& name,
-              Prompter& user) {
-  const std::optional<std::string> file = user.ChooseFileToSave("Save As", filter, extension, name);
-  if (!file) return false;
-  const int error = SaveFile(*file, text);
-  if (error != 0) user.Refuse("Error writing to '" + *file + "'. " + FileErrorText(error));
-  return error == 0;
-}
-
 }  // namespace quorvex

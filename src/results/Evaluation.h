@@ -34,9 +34,4 @@ SearchDefaults DefaultSearch(const Solution& solution, int variable, const Local
 std::optional<std::string> EvalCommand(const Solution& solution, const EvaluationEntries& entries,
                                        const LocaleText& locale, Prompter& user);
 
-// Asks for a file and writes `text` to it as it stands, with the line ends of a text file. False where that failed,
-// which the user is told, or was called off. `name` is what the file dialog begins with.
-bool SaveText(const std::string& text, const std::string& filter, const std::string& extension, const std::string& name,
-              Prompter& user);
-
 }  // namespace quorvex

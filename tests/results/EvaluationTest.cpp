@@ -2,7 +2,6 @@
 
 #include "NistSets.h"
 #include "RecordingPrompter.h"
-#include "TemporaryFolder.h"
 #include "core/NumberText.h"
 #include "results/Evaluation.h"
 #include "results/SolvedProject.h"
@@ -166,19 +165,6 @@ TEST(EvalCommand, ServesInterpolations) {
   EXPECT_EQ(Evaluated(solution, Root({""}, "2.25", 1, "-5", "5")),
             "Root search of equation: Polynomial\r\nX at Y = 2.25\r\n1.500000000000E+00");
   EXPECT_EQ(DefaultSearch(solution, 1, kLocale).Max, "2");
-}
-
-TEST(SaveText, WritesTheFileOrSaysWhyNot) {
-  const TemporaryFolder folder;
-  RecordingPrompter user;
-  EXPECT_FALSE(SaveText("a\r\n", "Text files (*.txt)", "txt", "Eval", user));
-  EXPECT_EQ(user.Said, std::vector<std::string>{"save: Save As|Text files (*.txt)|txt|Eval"});
-  user.File = folder.Path("Eval.txt");
-  EXPECT_TRUE(SaveText("a\r\n", "Text files (*.txt)", "txt", "Eval", user));
-  EXPECT_EQ(folder.Read("Eval.txt"), "a\r\n");
-  user.File = folder.Path("missing/Eval.txt");
-  EXPECT_FALSE(SaveText("a", "", "txt", "Eval", user));
-  EXPECT_TRUE(user.Last().starts_with("refuse: Error writing to '" + *user.File + "'. ")) << user.Last();
 }
 
 }  // namespace
