@@ -5,6 +5,7 @@
 
 #include "core/SolveData.h"
 #include "engine/SeriesStyle.h"
+#include "engine/SeriesTable.h"
 #include "engine/TableRange.h"
 
 namespace quorvex {
@@ -56,6 +57,8 @@ class InterpClass : public SeriesStyle {
   std::size_t NumTablePoints() const { return YTable_.size(); }
   double XTableData(std::size_t i) const { return XTable_[i - 1]; }  // from 1
   double YTableData(std::size_t i) const { return YTable_[i - 1]; }
+  // The table as a series of a plot.
+  SeriesTable CopyDataTo() const { return {XTable_, YTable_}; }
 
   // The input points, number i from 1.
   std::size_t NumInputX() const { return input_.X.size(); }

@@ -15,6 +15,7 @@
 #include "core/SolveData.h"
 #include "engine/Matrix.h"
 #include "engine/SeriesStyle.h"
+#include "engine/SeriesTable.h"
 #include "engine/SolveForm.h"
 #include "engine/TableRange.h"
 #include "equation/BlockProgram.h"
@@ -194,6 +195,8 @@ class ModelClass : public SeriesStyle {
     return XTable_.empty() ? InputX(i, variable) : XTable_[Index(variable)][i - 1];
   }
   double YTableData(std::size_t i) const { return YTable_[i - 1]; }
+  // The table as a series of a plot, with the X of one variable.
+  SeriesTable CopyDataTo(int variable = 1) const;
 
   // Y minus the model's value at each point of the data, in their order. Nothing where the model has no value.
   std::optional<std::vector<double>> GenerateResiduals(const SolveData& data);

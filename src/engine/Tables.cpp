@@ -61,6 +61,11 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
   return true;
 }
 
+SeriesTable ModelClass::CopyDataTo(int variable) const {
+  if (YTable_.empty()) return {};
+  return {XTable_.empty() ? input_->X[Index(variable)] : XTable_[Index(variable)], YTable_};
+}
+
 std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data) {
   std::vector<double> residuals(data.N());
   std::array<double, kMostIndependentVariables> x{};

@@ -1,0 +1,66 @@
+#include "plot/AxisLabels.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/NumberText.h"
+#include "core/NumericFault.h"
+
+namespace quorvex {
+namespace {
+
+int IntegerDigits(double v) { return v < 1 ? 0 : RoundToInt16(std::log10(v) + 1); }
+
+int LeadingDecimalZeros(double v) {
+  const double fraction = v - std::floor(v);
+  return fraction == 0 ? 0 : RoundToInt16(std::abs(std::floor(std::log(fraction) / 2.302585093)));
+}
+
+std::string WithDecimals(int decimals, const char* exponent) {
+  return "0.0" + std::string(static_cast<std::size_t>(std::max(decimals - 1, 0)), '0') + exponent;
+}
+
+double StepOf(const AxisLimits& limits) { return (limits.Max - limits.Min) / limits.Ticks; }
+
+}  // namespace
+
+std::string BuildAutoLabelFormat(const AxisLimits& limits) {
+  const double a = std::max(std::abs(limits.Min), std::abs(limits.Max));
+  const double step = StepOf(limits);
+  if (a >= 1e7) {
+    const int d = IntegerDigits(a) - IntegerDigits(step);
+    return WithDecimals(d < 8 ? d + 1 : 0, "E+00");
+  }
+  if (a > 1e-7) return WithDecimals(std::min(8, std::max(LeadingDecimalZeros(a), LeadingDecimalZeros(step))), "");
+  return WithDecimals(std::min(8, LeadingDecimalZeros(step) - LeadingDecimalZeros(a)), "E+00");
+}
+
+std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::string& format) {
+  std::vector<std::string> labels;
+  if (limits.Log) {
+    const int last = RoundToInt16(std::log10(limits.Min));
+    for (int e = RoundToInt16(std::log10(limits.Max)); e >= last; --e)
+      labels.push_back(FormatNumber(std::pow(10.0, e), format));
+    return labels;
+  }
+  const double step = StepOf(limits);
+  if (!std::isfinite(step)) throw NumericFault();
+  // The tick that stands for zero, counted from 1; subtracting steps would rarely meet it.
+  const double zeroIndex = 1 + limits.Ticks * limits.Max / (limits.Max - limits.Min);
+  double value = limits.Max;
+  for (int i = 1; i <= limits.Ticks + 1; ++i) {
+    labels.push_back(FormatNumber(value, format));
+    if (i >= limits.Ticks)
+      value = limits.Min;
+    else
+      value = i + 1 == zeroIndex ? 0 : value - step;
+  }
+  return labels;
+}
+
+std::vector<std::string> MakeAxisLabels(const AxisLimits& limits, std::string& format, bool autoFormat) {
+  if (autoFormat) format = limits.Log ? "0.0E+00" : BuildAutoLabelFormat(limits);
+  return FillAxisLabels(limits, format);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "plot/AxisScale.h"
+
+namespace quorvex {
+
+// A number pattern that tells the numbers of a linear axis apart: decimals as its step needs them, with an exponent
+// where the largest number is 1e7 or more, or 1e-7 or less.
+std::string BuildAutoLabelFormat(const AxisLimits& limits);
+
+// The numbers at the major ticks, largest first, Ticks + 1 of them. A tick that stands for zero is labelled as exactly
+// zero, the last one as exactly Min.
+std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::string& format);
+
+// Both: with `autoFormat` the pattern in `format` is chosen first. Throws NumericFault for limits without a finite step
+// between them.
+std::vector<std::string> MakeAxisLabels(const AxisLimits& limits, std::string& format, bool autoFormat);
+
+}  // namespace quorvex

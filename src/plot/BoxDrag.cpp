@@ -1,0 +1,59 @@
+#include "plot/BoxDrag.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvex {
+
+void BoxDrag::MouseDown(double x, double y, const DeviceRect& legend, const DeviceRect& footNote) {
+  if (!TakeHold(plot_.Legend, legend, x, y)) TakeHold(plot_.FootNote, footNote, x, y);
+}
+
+bool BoxDrag::TakeHold(PlotBox& box, const DeviceRect& where, double x, double y) {
+  if (!box.Show || where == DeviceRect{} || !where.Contains(x, y)) return false;
+  box_ = &box;
+  box.Dragging = true;
+  start_ = where;
+  GrabX = x - where.left;
+  GrabY = y - where.top;
+  host_.PlotChanged();
+  host_.ShowOverlay(PlotOverlay::kFloatingBox, where);
+  return true;
+}
+
+DeviceRect BoxDrag::At(double x, double y) const {
+  const auto left = static_cast<std::int32_t>(std::lrint(x - GrabX));
+  const auto top = static_cast<std::int32_t>(std::lrint(y - GrabY));
+  return {left, top, left + start_.width(), top + start_.height()};
+}
+
+void BoxDrag::MouseMove(bool leftHeld, double x, double y) {
+  if (!Dragging()) return;
+  if (leftHeld)
+    host_.ShowOverlay(PlotOverlay::kFloatingBox, At(x, y));
+  else
+    Cancel();
+}
+
+void BoxDrag::DragDrop(double x, double y) {
+  if (!Dragging()) return;
+  const DeviceRect where = At(x, y);
+  const auto relative = [](std::int32_t place, std::int32_t reference, std::int32_t scale) {
+    return std::max(static_cast<float>(static_cast<double>(place) * reference / scale), 2.0F);
+  };
+  box_->Left = relative(where.left, plot_.InitPlotWidth, host_.ScaleWidth());
+  box_->Top = relative(where.top, plot_.InitPlotHeight, host_.ScaleHeight());
+  box_->Width = static_cast<float>(where.width());
+  box_->Height = static_cast<float>(where.height());
+  Cancel();
+  host_.RefreshPicture();
+}
+
+void BoxDrag::Cancel() {
+  if (!Dragging()) return;
+  box_->Dragging = false;
+  box_ = nullptr;
+  host_.HideOverlay();
+}
+
+}  // namespace quorvex

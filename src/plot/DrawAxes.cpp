@@ -1,0 +1,234 @@
+#include "plot/DrawAxes.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "core/NumberText.h"
+#include "plot/DrawPlotText.h"
+#include "plot/StyledLines.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kCos45 = 0.7071;
+
+const PlotAxis& LeftAxis(const PlotClass& plot) { return plot.SwapAxis ? plot.X : plot.Y; }
+const PlotAxis& BottomAxis(const PlotClass& plot) { return plot.SwapAxis ? plot.Y : plot.X; }
+
+std::int32_t Nearest(double value) { return static_cast<std::int32_t>(std::lrint(value)); }
+
+// One axis in the frame, by what ticks and grids need of it: along itself it is measured from the lower left corner as
+// a fraction of its length, across itself it goes from the side of its numbers to the opposite one.
+class AxisLine {
+ public:
+  AxisLine(DrawingSurface& surface, const PlotAxis& axis, const DeviceRect& frame, bool vertical)
+      : surface_(surface), axis_(axis), frame_(frame), vertical_(vertical) {}
+
+  const PlotAxis& Axis() const { return axis_; }
+
+  // Where the major division `i` ends, from 1.
+  std::int32_t Major(int i) const { return Along(i / static_cast<double>(axis_.NumMajorTicks)); }
+
+  // Calls `draw` with each place between the major ticks.
+  template <typename Draw>
+  void EachMinor(Draw draw) const {
+    const int minor = axis_.NumMinorTicks;
+    for (int i = 0; i < axis_.NumMajorTicks; ++i)
+      for (int j = 1; j < minor; ++j) {
+        // On a logarithmic axis the ticks of a decade stand at log10(1) to log10(minor - 1).
+        const double part = axis_.LogScale ? std::log10(j) : j / static_cast<double>(minor);
+        draw(Along((i + part) / axis_.NumMajorTicks));
+      }
+  }
+
+  // A tick into the frame, and with the extra ticks its twin on the opposite side.
+  void Tick(std::int32_t at, std::int32_t length) const {
+    const std::int32_t inward = vertical_ ? length : -length;
+    Line(at, Near(), Near() + inward);
+    if (axis_.ShowExtraTicks) Line(at, Far(), Far() - inward);
+  }
+
+  void GridLine(std::int32_t at, std::int32_t style, std::int32_t width, std::int32_t colour,
+                std::int32_t penScale) const {
+    DrawStyledSegment(surface_, Place(at, Near()), Place(at, Far()), style, width, colour, penScale);
+  }
+
+ private:
+  std::int32_t Along(double fraction) const {
+    return Nearest(vertical_ ? frame_.bottom - fraction * frame_.height() : frame_.left + fraction * frame_.width());
+  }
+  std::int32_t Near() const { return vertical_ ? frame_.left : frame_.bottom; }
+  std::int32_t Far() const { return vertical_ ? frame_.right : frame_.top; }
+  DevicePoint Place(std::int32_t along, std::int32_t across) const {
+    return vertical_ ? DevicePoint{across, along} : DevicePoint{along, across};
+  }
+  void Line(std::int32_t at, std::int32_t from, std::int32_t to) const {
+    const DevicePoint a = Place(at, from), b = Place(at, to);
+    surface_.MoveToEx(a.x, a.y);
+    surface_.LineTo(b.x, b.y);
+  }
+
+  DrawingSurface& surface_;
+  const PlotAxis& axis_;
+  DeviceRect frame_;
+  bool vertical_;
+};
+
+LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis) {
+  const SelectedObject font(surface, CreatePlotFont(axis.AxisNumberFont, 0, surface));
+  LabelStrip strip;
+  for (const std::string& label : axis.Labels) {
+    const DeviceExtent extent = surface.GetTextExtentPoint32A(label);
+    strip.Each.push_back(extent);
+    strip.Width = std::max(strip.Width, extent.cx);
+    strip.Height = std::max(strip.Height, extent.cy);
+  }
+  return strip;
+}
+
+// Whether the numbers stand below the frame side by side, the outermost ones within the page.
+bool FitsSideBySide(const LabelStrip& strip, const DeviceRect& frame, const DeviceMetrics& metrics) {
+  if (strip.Each.empty()) return true;
+  return Nearest(static_cast<double>(strip.Each.size() - 1) * strip.Width * 1.05) < frame.width() &&
+         strip.Each.back().cx <= 2 * frame.left &&
+         strip.Each.front().cx <= 2 * (2 * metrics.Margin4X + metrics.Margins.right);
+}
+
+void DrawAxisFrame(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics,
+                   const DeviceRect& frame) {
+  const SelectedObject pen(surface, surface.CreatePen(0, plot.AxisWidth * metrics.PenScale, plot.TickPenColor));
+  surface.MoveToEx(frame.left, frame.top);
+  surface.LineTo(frame.right, frame.top);
+  surface.LineTo(frame.right, frame.bottom);
+  surface.LineTo(frame.left, frame.bottom);
+  surface.LineTo(frame.left, frame.top);
+  surface.LineTo(frame.right, frame.top);  // again, so that the first corner is joined like the others
+}
+
+void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics, const PlotMargins& around,
+                const DeviceRect& frame) {
+  const auto middle = [](std::int32_t a, std::int32_t b, std::int32_t size) { return Nearest((a + b - size) / 2.0); };
+  surface.SetTextColor(plot.PlotTitleColor);
+  DrawPlotText(surface, around.Title, PlotTextFonts(surface, plot.PlotTitleFont, 0),
+               middle(frame.left, frame.right, around.Title.Size.cx),
+               frame.top - metrics.Margin2Y - around.Title.Size.cy);
+
+  const PlotAxis& bottom = BottomAxis(plot);
+  surface.SetTextColor(bottom.AxisTitleColor);
+  DrawPlotText(surface, around.BottomTitle, PlotTextFonts(surface, bottom.AxisTitleFont, 0),
+               middle(frame.left, frame.right, around.BottomTitle.Size.cx),
+               frame.bottom + metrics.Margin2Y + around.BottomLabels.Height + metrics.Margin2Y);
+
+  const PlotAxis& left = LeftAxis(plot);
+  surface.SetTextColor(left.AxisTitleColor);
+  DrawPlotText(surface, around.LeftTitle, PlotTextFonts(surface, left.AxisTitleFont, 90),
+               frame.left - metrics.Margin2X - around.LeftLabels.Width - metrics.Margin2X - around.LeftTitle.Size.cy,
+               middle(frame.top, frame.bottom, -around.LeftTitle.Size.cx), true);
+}
+
+void DrawTicks(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics,
+               const std::array<AxisLine, 2>& axes) {
+  {
+    const SelectedObject pen(surface,
+                             surface.CreatePen(0, plot.TickPenWidthMajor * metrics.PenScale, plot.TickPenColor));
+    for (const AxisLine& line : axes)
+      for (int i = 1; i <= line.Axis().NumMajorTicks; ++i) line.Tick(line.Major(i), metrics.MajorTick);
+  }
+  const SelectedObject pen(surface, surface.CreatePen(0, plot.TickPenWidthMinor * metrics.PenScale, plot.TickPenColor));
+  for (const AxisLine& line : axes) line.EachMinor([&](std::int32_t at) { line.Tick(at, metrics.MinorTick); });
+}
+
+void DrawGrids(const PlotClass& plot, std::int32_t penScale, const std::array<AxisLine, 2>& axes) {
+  for (const AxisLine& line : axes)
+    if (line.Axis().ShowMajorGrids)
+      for (int i = 1; i <= line.Axis().NumMajorTicks; ++i)
+        line.GridLine(line.Major(i), plot.MajorGridLineStyle, plot.TickPenWidthMajor, plot.TickPenColor, penScale);
+  for (const AxisLine& line : axes)
+    if (line.Axis().ShowMinorGrids)
+      line.EachMinor([&](std::int32_t at) {
+        line.GridLine(at, plot.MinorGridLineStyle, plot.TickPenWidthMinor, plot.TickPenColor, penScale);
+      });
+}
+
+// Calls `draw` with each number of an axis, from the smallest, its extent, and the fraction of the axis where it
+// stands.
+template <typename Draw>
+void EachLabel(const PlotAxis& axis, const LabelStrip& strip, Draw draw) {
+  const std::size_t n = axis.Labels.size();
+  for (std::size_t i = 0; i < n; ++i)
+    draw(axis.Labels[n - 1 - i], strip.Each[n - 1 - i], static_cast<double>(i) / axis.NumMajorTicks);
+}
+
+void DrawLeftNumbers(DrawingSurface& surface, const PlotAxis& axis, const LabelStrip& strip,
+                     const DeviceMetrics& metrics, const DeviceRect& frame) {
+  const SelectedObject font(surface, CreatePlotFont(axis.AxisNumberFont, 0, surface));
+  surface.SetTextColor(axis.AxisNumberColor);
+  EachLabel(axis, strip, [&](const std::string& label, const DeviceExtent& extent, double fraction) {
+    const double y = frame.bottom - fraction * frame.height() - extent.cy / 2.0;
+    surface.TextOutA(frame.left - extent.cx - metrics.Margin2X, Nearest(y), label);
+  });
+}
+
+void DrawBottomNumbers(DrawingSurface& surface, const PlotAxis& axis, const LabelStrip& strip,
+                       const DeviceMetrics& metrics, const DeviceRect& frame) {
+  const SelectedObject font(surface, CreatePlotFont(axis.AxisNumberFont, strip.Slanted ? 45 : 0, surface));
+  surface.SetTextColor(axis.AxisNumberColor);
+  EachLabel(axis, strip, [&](const std::string& label, const DeviceExtent& extent, double fraction) {
+    const double x = frame.left + fraction * frame.width();
+    if (strip.Slanted)  // rising to the tick
+      surface.TextOutA(Nearest(x - (extent.cx + metrics.Margin2Y) * kCos45),
+                       Nearest(frame.bottom + metrics.Margin2Y + extent.cx * kCos45), label);
+    else
+      surface.TextOutA(Nearest(x - extent.cx / 2.0), frame.bottom + metrics.Margin2Y, label);
+  });
+}
+
+}  // namespace
+
+PlotMargins MeasurePlot(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics) {
+  PlotMargins around;
+  around.Title = ParsePlotText(surface, plot.PlotTitle, plot.PlotTitleFont, 0);
+  around.BottomTitle = ParsePlotText(surface, BottomAxis(plot).AxisTitle, BottomAxis(plot).AxisTitleFont, 0);
+  around.LeftTitle = ParsePlotText(surface, LeftAxis(plot).AxisTitle, LeftAxis(plot).AxisTitleFont, 90);
+  around.LeftLabels = MeasureLabels(surface, LeftAxis(plot));
+  const DeviceRect frame = ComputePlotRect(around, metrics, plot.Make2DSquare);  // yet without the numbers below
+  LabelStrip& strip = around.BottomLabels = MeasureLabels(surface, BottomAxis(plot));
+  if (!FitsSideBySide(strip, frame, metrics)) {
+    strip.Slanted = true;
+    strip.Width = strip.Height = Nearest(strip.Width * kCos45);
+  }
+  return around;
+}
+
+DeviceRect ComputePlotRect(const PlotMargins& around, const DeviceMetrics& metrics, bool square) {
+  DeviceRect frame;
+  frame.top = metrics.Margins.top + metrics.Margin4Y + around.Title.Size.cy + metrics.Margin2Y;
+  frame.left = metrics.Margins.left + metrics.Margin4X + around.LeftTitle.Size.cy + metrics.Margin2X +
+               around.LeftLabels.Width + metrics.Margin2X;
+  frame.bottom = metrics.Height - metrics.Margin4Y - around.BottomTitle.Size.cy - metrics.Margin2Y -
+                 around.BottomLabels.Height - metrics.Margin2Y - metrics.Margins.bottom;
+  frame.right = metrics.Width - 2 * metrics.Margin4X - metrics.Margins.right;
+  if (square) {
+    if (frame.height() <= frame.width())
+      frame.right = frame.left + frame.height();
+    else
+      frame.bottom = frame.top + frame.width();
+  }
+  return frame;
+}
+
+void DrawAxes(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics, const PlotMargins& around,
+              const DeviceRect& frame) {
+  const std::array<AxisLine, 2> axes = {AxisLine(surface, LeftAxis(plot), frame, true),
+                                        AxisLine(surface, BottomAxis(plot), frame, false)};
+  surface.SetBkMode(1);
+  DrawAxisFrame(surface, plot, metrics, frame);
+  DrawTitles(surface, plot, metrics, around, frame);
+  DrawTicks(surface, plot, metrics, axes);
+  DrawGrids(plot, metrics.PenScale, axes);
+  DrawLeftNumbers(surface, LeftAxis(plot), around.LeftLabels, metrics, frame);
+  DrawBottomNumbers(surface, BottomAxis(plot), around.BottomLabels, metrics, frame);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,16 @@
+#include "plot/DrawPlotText.h"
+
+namespace quorvex {
+
+void DrawPlotText(DrawingSurface& surface, const PlotText& text, const PlotTextFonts& fonts, std::int32_t x,
+                  std::int32_t y, bool upward) {
+  for (const PlotTextSegment& segment : text.Segments) {
+    const Selection font(surface, segment.Kind == 0 ? fonts.Normal : fonts.Script);
+    if (upward)
+      surface.TextOutA(x + segment.Y, y - segment.X, segment.Text);
+    else
+      surface.TextOutA(x + segment.X, y + segment.Y, segment.Text);
+  }
+}
+
+}  // namespace quorvex

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "plot/PlotText.h"
+
+namespace quorvex {
+
+// The fonts of a text with codes on a surface, made once for all that is drawn in them.
+struct PlotTextFonts {
+  SurfaceObject Normal, Script;
+
+  PlotTextFonts(DrawingSurface& surface, const PlotFont& font, int angle)
+      : Normal(CreatePlotFont(font, angle, surface)), Script(CreatePlotFont(font, angle, surface, kScriptPercent)) {}
+};
+
+// Draws a text from its upper left corner at (x, y), its line running to the right or, with `upward`, up from there;
+// the fonts are then those at 90 degrees. The colour and the transparent ground are the caller's to set.
+void DrawPlotText(DrawingSurface& surface, const PlotText& text, const PlotTextFonts& fonts, std::int32_t x,
+                  std::int32_t y, bool upward = false);
+
+}  // namespace quorvex

@@ -1,0 +1,84 @@
+#include "plot/DrawSeries.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "core/NumberText.h"
+#include "plot/Markers.h"
+#include "plot/StyledLines.h"
+
+namespace quorvex {
+
+bool DrawSeries(DrawingSurface& surface, const PlotSeries& series, const DeviceMetrics& metrics,
+                const PlotPicture& picture, bool SwapAxis) {
+  SeriesTable table = series.CopyDataTo();
+  if (table.Y.empty()) return false;
+  if (SwapAxis) std::swap(table.X, table.Y);
+
+  // One pass, in which a point on the same pixel as the one before it drops out.
+  std::vector<std::int32_t> xs(table.X.size()), ys(table.X.size());
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < table.X.size(); ++i) {
+    const std::int32_t x = picture.Horizontal.ToDevice(table.X[i]), y = picture.Vertical.ToDevice(table.Y[i]);
+    if (count > 0 && x == xs[count - 1] && y == ys[count - 1]) continue;
+    xs[count] = x;
+    ys[count++] = y;
+  }
+  const std::span<const std::int32_t> across(xs.data(), count), down(ys.data(), count);
+
+  const SeriesStyle& style = series.Style();
+  const DeviceRect& frame = picture.Frame;
+  if (style.DisplayLine) {
+    const ClipRectangle clip(surface, frame.left, frame.top, frame.right, frame.bottom);
+    DrawStyledPolyline(surface, across, down, style.DrawStyle, style.DrawWidth, style.DrawColor, metrics.PenScale);
+  }
+  if (style.DisplayMarker) {
+    const std::int32_t radius = RoundToInt32(style.MarkerSize * metrics.DevicePpi / 144.0);
+    const ClipRectangle clip(surface, frame.left - radius, frame.top - radius, frame.right + radius,
+                             frame.bottom + radius);
+    DrawMarkers(surface, across, down, style.MarkerColor, style.MarkerStyle, radius, metrics.PenScale);
+  }
+  return true;
+}
+
+void DrawErrorBars(DrawingSurface& surface, const PlotSeries& series, const DeviceMetrics& metrics,
+                   const PlotPicture& picture, const PlotClass& plot) {
+  const ErrorTable bars = series.CopyMaXMinErrorDataTo();
+  if (bars.Max.empty()) return;
+  const SeriesTable table = series.CopyDataTo();
+  const AxisMap& mapX = plot.SwapAxis ? picture.Vertical : picture.Horizontal;
+  const AxisMap& mapY = plot.SwapAxis ? picture.Horizontal : picture.Vertical;
+  // Where a logarithmic axis has no place for the end of a bar, the bar leaves the frame at the axis' lower end.
+  const auto end = [&](double value) {
+    return mapY.Log && value <= 0 ? (plot.SwapAxis ? -kOutOfRange : kOutOfRange) : mapY.ToDevice(value);
+  };
+  const auto line = [&](std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2) {
+    if (plot.SwapAxis) {
+      std::swap(x1, y1);
+      std::swap(x2, y2);
+    }
+    surface.MoveToEx(x1, y1);
+    surface.LineTo(x2, y2);
+  };
+
+  const SeriesStyle& style = series.Style();
+  const std::int32_t cap = RoundToInt32(metrics.DevicePpi * 0.0625);
+  const DeviceRect& frame = picture.Frame;
+  const ClipRectangle clip(surface, frame.left, frame.top, frame.right, frame.bottom);
+  const SelectedObject pen(surface,
+                           surface.CreatePen(0, std::max(style.DrawWidth, 1) * metrics.PenScale, style.DrawColor));
+  std::optional<DevicePoint> last;
+  for (std::size_t i = 0; i < bars.Max.size(); ++i) {
+    if (!(table.X[i] >= plot.X.Min && table.X[i] <= plot.X.Max)) continue;
+    const std::int32_t x = mapX.ToDevice(table.X[i]), max = end(bars.Max[i]), min = end(bars.Min[i]);
+    const DevicePoint point{x, mapY.ToDevice(table.Y[i])};
+    if (point == last) continue;
+    last = point;
+    line(x, max, x, min);
+    line(x - cap, max, x + cap, max);
+    line(x - cap, min, x + cap, min);
+  }
+}
+
+}  // namespace quorvex

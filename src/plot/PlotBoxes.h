@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plot/DeviceMetrics.h"
+#include "plot/PlotPage.h"
+
+namespace quorvex {
+
+// Draw the legend, a row for each displayed series with a text, and the footnote. A box that nobody has placed yet
+// goes into a corner: the legend to the upper right one of the frame, the footnote to the lower left one of the page.
+// Return where it stands, an empty rectangle where there is nothing to draw, and write its size into the plot.
+DeviceRect DrawLegend(DrawingSurface& surface, PlotPage& plot, const DeviceMetrics& metrics, const DeviceRect& frame);
+DeviceRect DrawFootNote(DrawingSurface& surface, PlotPage& plot, const DeviceMetrics& metrics);
+
+// The lines of a footnote, without empty ones at the end.
+std::vector<std::string> SplitFootNoteLines(std::string_view text);
+
+}  // namespace quorvex

@@ -1,0 +1,166 @@
+#include "plot/PlotModes.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/LocaleText.h"
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+// A band smaller than this, in device units, is a click whose second one is still to come.
+constexpr double kLeastBand = 4;
+constexpr double kMarkTwips = 90;  // half the length of the cursor mark
+
+bool Ends(int event) { return event == PlotModes::kRight || event == PlotModes::kMiddle; }
+
+// The part of an axis that a box covers, from its lower to its upper end on the device. Equal ends change nothing.
+void TakePart(PlotAxis& axis, const AxisMap& map, double lower, double upper) {
+  if (lower == upper) return;
+  axis.Min = map.ToData(lower);
+  axis.Max = map.ToData(upper);
+}
+
+}  // namespace
+
+void PlotModes::MouseDown(int button, double x, double y) {
+  if (ZoomState != kIdle)
+    Zoom(button, x, y);
+  else if (CoordState)
+    ShowCoords(button, x, y);
+  else if (button == kLeft)
+    drag_.MouseDown(x, y, plot_.Shown().Legend, plot_.Shown().FootNote);
+}
+
+void PlotModes::MouseMove(bool leftHeld, double x, double y) {
+  if (ZoomState != kIdle)
+    Zoom(kMove, x, y);
+  else if (CoordState)
+    ShowCoords(kMove, x, y);
+  else
+    drag_.MouseMove(leftHeld, x, y);
+}
+
+void PlotModes::MouseUp(int button, double x, double y) {
+  if (button != kLeft) return;
+  if (drag_.Dragging())
+    drag_.DragDrop(x, y);
+  else if (ZoomState == kBandOpen && std::abs(x - ZoomStartX) >= kLeastBand && std::abs(y - ZoomStartY) >= kLeastBand)
+    Zoom(kLeft, x, y);
+}
+
+void PlotModes::Zoom(int event, double x, double y) {
+  if (ZoomState == kIdle) {
+    if (plot_.Shown().Frame == DeviceRect{}) return;  // no picture to zoom into
+    host_.DisableMenu();
+    ZoomState = kArmed;
+    host_.SetCursor(PlotCursor::kUpArrow);
+  } else if (Ends(event)) {
+    EndZoom();
+    host_.RefreshPicture();
+  } else if (ZoomState == kArmed && event == kLeft) {
+    ZoomStartX = ZoomEndX = x;
+    ZoomStartY = ZoomEndY = y;
+    ZoomState = kBandOpen;
+  } else if (ZoomState == kBandOpen) {
+    ZoomEndX = x;
+    ZoomEndY = y;
+    if (event == kMove)
+      host_.ShowOverlay(PlotOverlay::kRubberBand, RubberBand());
+    else if (event == kLeft)
+      ZoomInto();
+  }
+}
+
+DeviceRect PlotModes::RubberBand() const {
+  const auto unit = [](double place) { return static_cast<std::int32_t>(std::lrint(place)); };
+  return {unit(std::min(ZoomStartX, ZoomEndX)), unit(std::min(ZoomStartY, ZoomEndY)),
+          unit(std::max(ZoomStartX, ZoomEndX)), unit(std::max(ZoomStartY, ZoomEndY))};
+}
+
+void PlotModes::ZoomInto() {
+  EndZoom();
+  const auto [left, right] = std::minmax(ZoomStartX, ZoomEndX);
+  const auto [top, bottom] = std::minmax(ZoomStartY, ZoomEndY);
+  TakePart(plot_.SwapAxis ? plot_.Y : plot_.X, plot_.Shown().Horizontal, left, right);
+  TakePart(plot_.SwapAxis ? plot_.X : plot_.Y, plot_.Shown().Vertical, bottom, top);
+  plot_.CreateGraph({.Regenerate = true}, prompter_);
+  host_.RefreshPicture();
+  host_.PlotChanged();
+}
+
+void PlotModes::ShowCoords(int event, double x, double y) {
+  const PlotPicture& picture = plot_.Shown();
+  if (!CoordState) {
+    if (picture.Frame == DeviceRect{}) return;  // no picture to read from
+    CoordState = true;
+    hit_.reset();
+    host_.PlaceFrame();
+    host_.DisableMenu();
+    host_.SetCursor(PlotCursor::kCross);
+  } else if (Ends(event)) {
+    EndCoords();
+  } else if (event == kMove) {
+    hit_ = plot_.CurveIsClose(x, y);
+    if (hit_) {
+      const SeriesTable table = plot_.PlotData[hit_->Series].CopyDataTo();
+      ShowMark(x, y, table.X[hit_->Point], table.Y[hit_->Point]);
+    } else {
+      const double across = picture.Horizontal.ToData(x), up = picture.Vertical.ToData(y);
+      ShowMark(x, y, plot_.SwapAxis ? up : across, plot_.SwapAxis ? across : up);
+    }
+  }
+}
+
+void PlotModes::ShowMark(double x, double y, double dataX, double dataY) {
+  const double halfX = kMarkTwips / host_.TwipsPerPixelX(), halfY = kMarkTwips / host_.TwipsPerPixelY();
+  const auto unit = [](double place) { return static_cast<std::int32_t>(std::lrint(place)); };
+  host_.ShowOverlay(hit_ ? PlotOverlay::kCrossInSquare : PlotOverlay::kCross,
+                    {unit(x - halfX), unit(y - halfY), unit(x + halfX), unit(y + halfY)});
+  const auto text = [&](double value) { return LocalizeExpression(FormatNumber(value, "0.000000E+00"), plot_.Locale); };
+  host_.ShowPoint(text(dataX), text(dataY));
+}
+
+void PlotModes::KeyDown(int key) {
+  if (!CoordState || !hit_ || (key != kLeftArrow && key != kRightArrow)) return;
+  const SeriesTable table = plot_.PlotData[hit_->Series].CopyDataTo();
+  std::size_t point = hit_->Point;
+  if (key == kLeftArrow && point > 0) --point;
+  if (key == kRightArrow && point + 1 < table.Y.size()) ++point;
+  const double x = table.X[point], y = table.Y[point];
+  const auto within = [](const PlotAxis& axis, double value) { return value >= axis.Min && value <= axis.Max; };
+  if (!within(plot_.X, x) || !within(plot_.Y, y)) return;
+  hit_->Point = point;
+  ShowMark(plot_.Shown().Horizontal.ToDevice(plot_.SwapAxis ? y : x),
+           plot_.Shown().Vertical.ToDevice(plot_.SwapAxis ? x : y), x, y);
+}
+
+void PlotModes::Resize() {
+  EndModes();
+  host_.HideFrame();
+}
+
+void PlotModes::EndModes() {
+  if (ZoomState != kIdle) EndZoom();
+  if (CoordState) EndCoords();
+  drag_.Cancel();
+}
+
+void PlotModes::EndZoom() {
+  ZoomState = kIdle;
+  host_.HideOverlay();
+  host_.SetCursor(PlotCursor::kNormal);
+  host_.EnableMenu();
+}
+
+void PlotModes::EndCoords() {
+  CoordState = false;
+  hit_.reset();
+  host_.HideOverlay();
+  host_.SetCursor(PlotCursor::kNormal);
+  host_.EnableMenu();
+  host_.HideFrame();
+}
+
+}  // namespace quorvex

@@ -1,0 +1,82 @@
+#include "plot/PlotSeries.h"
+
+#include "engine/EqClass.h"
+
+namespace quorvex {
+namespace {
+
+template <typename... Functions>
+struct Overloaded : Functions... {
+  using Functions::operator()...;
+};
+
+using ModelPointer = std::unique_ptr<ModelClass>;
+
+}  // namespace
+
+const ModelClass* PlotSeries::Model() const {
+  const ModelPointer* model = std::get_if<ModelPointer>(&content_);
+  return model != nullptr ? model->get() : nullptr;
+}
+
+const SeriesStyle& PlotSeries::Style() const {
+  return std::visit(Overloaded{[](const SeriesStyle& style) -> const SeriesStyle& { return style; },
+                               [](const ModelPointer& model) -> const SeriesStyle& { return *model; }},
+                    content_);
+}
+
+SeriesStyle& PlotSeries::Style() { return const_cast<SeriesStyle&>(std::as_const(*this).Style()); }
+
+double PlotSeries::InputXMin() const {
+  return std::visit(Overloaded{[](const DataClass& data) { return data.InputXMin(1); },
+                               [](const InterpClass& curve) { return curve.InputXMin; },
+                               [](const ModelPointer& model) { return model->Statistics.X[0].InputXMin; }},
+                    content_);
+}
+
+double PlotSeries::InputXMax() const {
+  return std::visit(Overloaded{[](const DataClass& data) { return data.InputXMax(1); },
+                               [](const InterpClass& curve) { return curve.InputXMax; },
+                               [](const ModelPointer& model) { return model->Statistics.X[0].InputXMax; }},
+                    content_);
+}
+
+double PlotSeries::InputYMin() const {
+  return std::visit(Overloaded{[](const auto& series) { return series.InputYMin; },
+                               [](const ModelPointer& model) { return model->Statistics.InputYMin; }},
+                    content_);
+}
+
+double PlotSeries::InputYMax() const {
+  return std::visit(Overloaded{[](const auto& series) { return series.InputYMax; },
+                               [](const ModelPointer& model) { return model->Statistics.InputYMax; }},
+                    content_);
+}
+
+std::size_t PlotSeries::NumInputX() const {
+  return std::visit(Overloaded{[](const auto& series) { return series.NumInputX(); },
+                               [](const ModelPointer& model) { return model->NumInputX(); }},
+                    content_);
+}
+
+SeriesTable PlotSeries::CopyDataTo() const {
+  return std::visit(Overloaded{[](const auto& series) { return series.CopyDataTo(); },
+                               [](const ModelPointer& model) { return model->CopyDataTo(); }},
+                    content_);
+}
+
+ErrorTable PlotSeries::CopyMaXMinErrorDataTo() const {
+  return Data() != nullptr ? Data()->CopyMaXMinErrorDataTo() : ErrorTable{};
+}
+
+bool PlotSeries::GenerateTable(const TableRange& range, bool Extrapolate) {
+  return std::visit(Overloaded{[](DataClass&) { return true; },
+                               [&](InterpClass& curve) { return curve.GenerateTable(range, Extrapolate); },
+                               [&](ModelPointer& model) {
+                                 return dynamic_cast<EqClass*>(model.get()) == nullptr ||
+                                        model->GenerateTable({range}, Extrapolate);
+                               }},
+                    content_);
+}
+
+}  // namespace quorvex

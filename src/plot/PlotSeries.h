@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <variant>
+
+#include "engine/DataClass.h"
+#include "engine/InterpClass.h"
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+// A series of a plot: raw data, an interpolation or a model. The plot owns it, so what a project does later with the
+// original leaves the plot alone.
+class PlotSeries {
+ public:
+  PlotSeries(DataClass data) : content_(std::move(data)) {}
+  PlotSeries(InterpClass interpolation) : content_(std::move(interpolation)) {}
+  PlotSeries(std::unique_ptr<ModelClass> model) : content_(std::move(model)) {}
+
+  // The object itself, none where it is of another type.
+  const DataClass* Data() const { return std::get_if<DataClass>(&content_); }
+  const InterpClass* Interpolation() const { return std::get_if<InterpClass>(&content_); }
+  const ModelClass* Model() const;
+
+  SeriesStyle& Style();
+  const SeriesStyle& Style() const;
+  bool Displayed() const { return Style().DisplayLine || Style().DisplayMarker; }
+
+  // The limits of the input: with several independent variables those of the first.
+  double InputXMin() const;
+  double InputXMax() const;
+  double InputYMin() const;
+  double InputYMax() const;
+
+  std::size_t NumInputX() const;
+  std::size_t NumTablePoints() const { return CopyDataTo().Y.size(); }
+  SeriesTable CopyDataTo() const;
+  ErrorTable CopyMaXMinErrorDataTo() const;  // of data alone
+
+  // Makes the table of a curve anew; data and models of type MvClass keep theirs. False where the
+  // curve has no value at some point.
+  bool GenerateTable(const TableRange& range, bool Extrapolate);
+
+ private:
+  std::variant<DataClass, InterpClass, std::unique_ptr<ModelClass>> content_;
+};
+
+}  // namespace quorvex

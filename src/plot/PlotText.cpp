@@ -1,0 +1,116 @@
+#include "plot/PlotText.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr char kMark = '~';
+enum Kind : std::int16_t { kNormal, kSuperscript, kSubscript };
+constexpr std::string_view kCodes[] = {"", "~>", "~<"};  // by Kind
+
+std::size_t CharacterCount(std::string_view utf8) {
+  return static_cast<std::size_t>(std::count_if(
+      utf8.begin(), utf8.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+}
+
+struct SplitText {
+  std::vector<PlotTextSegment> Segments;  // not yet measured
+  bool Holds[3] = {};                     // a code of this Kind, be there text behind it or not
+};
+
+SplitText SplitAtCodes(std::string_view text) {
+  SplitText split;
+  const auto add = [&](std::string_view piece, Kind kind) {
+    if (!piece.empty()) split.Segments.push_back({std::string(piece), kind});
+  };
+  // Where a code may start next. It does not move back when a code and what stood before it have gone from the text.
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t mark = text.find(kMark, start);
+    if (mark == text.npos || mark + 1 == text.size()) {
+      add(text, kNormal);
+      return split;
+    }
+    const char behind = text[mark + 1];
+    if (behind != '>' && behind != '<') {
+      start = mark + 1;
+      continue;
+    }
+    const Kind kind = behind == '>' ? kSuperscript : kSubscript;
+    split.Holds[kind] = true;
+    add(text.substr(0, mark), kNormal);
+    text.remove_prefix(mark + 2);
+    const std::size_t close = text.find(kCodes[kind]);
+    if (close == 0) continue;  // a code right behind the other: it opens instead
+    add(text.substr(0, close), kind);
+    text.remove_prefix(close == text.npos ? text.size() : close + 2);
+  }
+}
+
+// Turns the widths that the segments bring in X into positions, and gives the whole text's extent. `height` is that
+// of a line of normal text. A subscript hangs below normal text, which a superscript pushes down by a quarter line.
+DeviceExtent PlaceSegments(std::vector<PlotTextSegment>& segments, std::int32_t height, bool superscript,
+                           bool subscript) {
+  const double quarter = 25 * height / 100.0;
+  const std::int32_t normalY = superscript ? RoundToInt32(quarter) : 0;
+  const std::int32_t subscriptY = RoundToInt32((superscript ? 3 : 2) * quarter);
+  std::int32_t cursor = 0, last = 0, total = 0;
+  std::int16_t before = kNormal;
+  for (PlotTextSegment& segment : segments) {
+    const std::int32_t width = segment.X;
+    const bool stacked = segment.Kind != kNormal && before != kNormal && segment.Kind != before;
+    segment.Y = segment.Kind == kNormal ? normalY : segment.Kind == kSubscript ? subscriptY : 0;
+    segment.X = stacked ? cursor - last : cursor;
+    if (!stacked || width > last) {
+      total += stacked ? width - last : width;
+      cursor = segment.X + width;
+      last = width;
+    }
+    before = segment.Kind;
+  }
+  std::int32_t cy = height;
+  if (superscript) cy = RoundToInt32(quarter + cy);
+  if (subscript) cy = RoundToInt32(2 * quarter + cy);
+  return {total, cy};
+}
+
+}  // namespace
+
+PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle) {
+  constexpr std::size_t kShortestWithCodes = 5;
+  if (text.empty()) return {};
+  const SurfaceObject normal = CreatePlotFont(font, angle, surface);
+  const SurfaceObject small = CreatePlotFont(font, angle, surface, kScriptPercent);
+  const auto measure = [&](const PlotTextSegment& segment) {
+    const Selection inUse(surface, segment.Kind == kNormal ? normal : small);
+    return surface.GetTextExtentPoint32A(segment.Text);
+  };
+  PlotText parsed;
+  if (CharacterCount(text) < kShortestWithCodes || text.find(kMark) == text.npos) {
+    parsed.Segments = {{std::string(text)}};
+    parsed.Size = measure(parsed.Segments[0]);
+    return parsed;
+  }
+  SplitText split = SplitAtCodes(text);
+  for (PlotTextSegment& segment : split.Segments) segment.X = measure(segment).cx;
+  parsed.Size = PlaceSegments(split.Segments, measure({"w"}).cy, split.Holds[kSuperscript], split.Holds[kSubscript]);
+  parsed.Segments = std::move(split.Segments);
+  return parsed;
+}
+
+Result<SelectedText> ApplyTextCode(int kind, const SelectedText& box) {
+  assert((kind == 0 || kind == 1) && box.Start + box.Length <= box.Text.size());
+  if (box.Length == 0) return Failure{"Please select the text that you want to apply the formatting to."};
+  const std::string_view code = kind == 0 ? kCodes[kSuperscript] : kCodes[kSubscript];
+  SelectedText coded = box;
+  coded.Text.insert(box.Start + box.Length, code);
+  coded.Text.insert(box.Start, code);
+  coded.Start += code.size();
+  return coded;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "core/LocaleText.h"
+#include "core/Result.h"
+#include "core/SolveData.h"
+#include "plot/PlotClass.h"
+
+namespace quorvex {
+
+// The plots of a solution, with the settings of a new plot and series of their own. They are ready for
+// CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}).
+
+// The input data and the curve through them, of a model with one independent variable or an interpolation; a copy of
+// it, which `name` stands for in the legend. Of weighted data the error bars are at hand, but not shown. The failure
+// where the curve has no value at some point.
+Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
+                            const std::string& yTitle, const Settings& settings, const LocaleText& locale = {});
+
+// The residuals against their row: the number of the point in the data, from 1.
+Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const Settings& settings,
+                               const LocaleText& locale = {});
+
+// The residuals in units of StdErr against what a normal distribution would have in their places, with the line on
+// which such residuals lie.
+Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Settings& settings,
+                             const LocaleText& locale = {});
+
+}  // namespace quorvex

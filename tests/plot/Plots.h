@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "RecordingPrompter.h"
+#include "engine/EqClass.h"
+#include "plot/PlotClass.h"
+#include "plot/RecordingSurface.h"
+
+namespace quorvex {
+
+// Points that are joined by a line.
+inline DataClass PointSeries(std::vector<double> x, std::vector<double> y, const std::string& legend = "") {
+  DataClass data;
+  data.LegendText = legend;
+  data.GenerateTable({std::move(x)}, std::move(y));
+  return data;
+}
+
+// A model with given coefficients and the input x = 1 to 9, y = x.
+inline std::unique_ptr<ModelClass> Curve(const std::string& text, const std::vector<double>& values) {
+  SolveData data;
+  data.X = {{1, 2, 3, 4, 5, 6, 7, 8, 9}};
+  data.Y = data.X[0];
+  data.SD = data.sig = std::vector<double>(9, 1.0);
+  auto model = std::make_unique<EqClass>(LocaleText());
+  model->SetID("model", {text});
+  model->SetIC(data);
+  for (std::size_t i = 0; i < values.size(); ++i) model->SetValue(static_cast<int>(i) + 1, values[i]);
+  return model;
+}
+
+// A plot without titles and legend, so that the frame's place follows from the labels alone.
+inline PlotClass BarePlot() {
+  PlotClass plot{Settings()};
+  plot.Legend.Show = false;
+  return plot;
+}
+
+}  // namespace quorvex
