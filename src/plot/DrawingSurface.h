@@ -126,7 +126,8 @@ class SurfaceObject {
     if (handle_ != 0) surface_->DeleteObject(handle_);
   }
 
-  operator SurfaceHandle() const { return handle_; }
+  operator SurfaceHandle() const& { return handle_; }
+  operator SurfaceHandle() && = delete;  // the object would be gone before its handle is used
 
  private:
   DrawingSurface* surface_;
@@ -149,8 +150,9 @@ class Selection {
 // Both: a pen, brush or font that one block makes and draws with.
 class SelectedObject {
  public:
-  SelectedObject(DrawingSurface& surface, SurfaceHandle handle)
-      : object_(surface, handle), selection_(surface, handle) {}
+  SelectedObject(DrawingSurface& surface, SurfaceHandle handle) : SelectedObject(surface, {surface, handle}) {}
+  SelectedObject(DrawingSurface& surface, SurfaceObject object)
+      : object_(std::move(object)), selection_(surface, object_) {}
 
  private:
   SurfaceObject object_;

@@ -1,0 +1,98 @@
+#include "plot/ui/PlotOutput.h"
+
+#include <QFileInfo>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSaveFile>
+
+#include "plot/ui/QtSurface.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kInchesPerMetre = 1 / 0.0254;
+
+bool WritePdf(PlotClass& plot, const PictureSize& size, QIODevice& file, Prompter& prompter) {
+  constexpr int kUnitsPerInch = 1200;
+  constexpr double kPointsPerInch = 72;
+  QPdfWriter pdf(&file);
+  pdf.setResolution(kUnitsPerInch);
+  pdf.setCreator("Quorvex");
+  pdf.setTitle(QString::fromStdString(plot.PlotTitle));
+  pdf.setPageSize(QPageSize(QSizeF(size.Width, size.Height) * kPointsPerInch / size.PixelsPerInch, QPageSize::Point, {},
+                            QPageSize::ExactMatch));
+  pdf.setPageMargins({});
+  QtSurface surface(pdf);
+  return plot.DrawGraph(surface, prompter);
+}
+
+bool WriteImage(PlotClass& plot, const PictureSize& size, QIODevice& file, const QByteArray& format,
+                Prompter& prompter) {
+  QImage image = BlankPicture(size);
+  {
+    QtSurface surface(image);
+    if (!plot.DrawGraph(surface, prompter)) return false;
+  }
+  return image.save(&file, format.constData());
+}
+
+}  // namespace
+
+QImage BlankPicture(const PictureSize& size) {
+  QImage picture(size.Width, size.Height, QImage::Format_RGB32);
+  const int perMetre = qRound(size.PixelsPerInch * kInchesPerMetre);
+  picture.setDotsPerMeterX(perMetre);
+  picture.setDotsPerMeterY(perMetre);
+  picture.fill(Qt::white);
+  return picture;
+}
+
+bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string& name, Prompter& prompter) {
+  if (!plot.PlotCreated) {
+    prompter.Refuse(
+        "An error in the current plot settings prohibits the plot from being saved in it's current state. Check the "
+        "plot settings in the Graph Properties window.");
+    return false;
+  }
+  const QByteArray format = QFileInfo(QString::fromStdString(name)).suffix().toLower().toUtf8();
+  const bool pdf = format == "pdf";
+  QSaveFile file(QString::fromStdString(name));  // an older picture stays where the new one fails
+  const bool written = file.open(QIODevice::WriteOnly) &&
+                       (pdf ? WritePdf(plot, size, file, prompter) : WriteImage(plot, size, file, format, prompter)) &&
+                       file.commit();
+  if (written)
+    prompter.Inform("The file '" + name + (pdf ? "' contains the PDF document." : "' contains the Bitmap."));
+  else
+    prompter.Refuse(pdf ? "An error occurred saving the PDF document to file."
+                        : "An error occurred saving the bitmap to file.");
+  return written;
+}
+
+bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {
+  printer.setFullPage(true);
+  QtSurface surface(printer, QtSurface::Device::kPrinter);
+  if (plot.DrawGraph(surface, prompter, page)) return true;
+  printer.abort();
+  prompter.Refuse("An error ocurred drawing the plot to the printer.");
+  return false;
+}
+
+void FilePrint(PlotClass& plot, const Settings& settings, Prompter& prompter, QWidget* parent) {
+  if (!plot.PlotCreated) {
+    prompter.Refuse(
+        "An error in the current plot settings prohibits the plot from being printed in it's current state. Check the "
+        "plot settings in the Graph Properties window.");
+    return;
+  }
+  constexpr int kPortrait = 1;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName("Quorvex");
+  printer.setPageOrientation(settings.Integer("plotorientation", "printsetup") == kPortrait ? QPageLayout::Portrait
+                                                                                            : QPageLayout::Landscape);
+  QPrintDialog dialog(&printer, parent);
+  if (dialog.exec() == QDialog::Accepted) PrintPlot(plot, printer, PageSetup::Read(settings), prompter);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,220 @@
+#include "plot/ui/PlotView.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFrame>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPainter>
+
+#include "plot/ui/QtSurface.h"
+
+namespace quorvex {
+
+PlotView::PlotView(PlotClass& plot, Prompter& prompter, const Settings& settings, QWidget* parent)
+    : QWidget(parent),
+      plot_(plot),
+      prompter_(prompter),
+      settings_(settings),
+      modes_(plot, *this, prompter),
+      xy_frame(new QFrame(this)),
+      x_(new QLabel(xy_frame)),
+      y_(new QLabel(xy_frame)) {
+  setAccessibleName(tr("Plot"));
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+
+  xy_frame->setObjectName("xy_frame");
+  xy_frame->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+  xy_frame->setAutoFillBackground(true);
+  xy_frame->setAttribute(Qt::WA_TransparentForMouseEvents);
+  auto* row = new QHBoxLayout(xy_frame);
+  row->setContentsMargins(6, 2, 6, 2);
+  for (const auto& [caption, value] : {std::pair{"X", x_}, {"Y", y_}}) {
+    value->setObjectName(QString("label") + caption);
+    value->setAccessibleName(tr("%1 coordinate").arg(caption));
+    value->setMinimumWidth(value->fontMetrics().horizontalAdvance("-0.000000E+000"));
+    row->addWidget(new QLabel(QString(caption) + ':', xy_frame));
+    row->addWidget(value);
+  }
+  xy_frame->hide();
+
+  AddAction("mnuPlotFormatZoom", tr("&Zoom"), &PlotView::ZoomIn);
+  AddAction("mnuPlotShowCoords", tr("Show &Coordinates"), &PlotView::ShowCoords);
+  AddAction("mnuPlotFormatFitAll", tr("&Reset Scale"), &PlotView::ZoomOut);
+  AddAction("mnuPlotClipItem", tr("C&opy"), &PlotView::EditCopy);
+  AddAction("mnuPlotSave", tr("&Save Picture..."), &PlotView::SavePicture);
+  AddAction("mnuPlotPrint", tr("&Print..."), &PlotView::Print);
+}
+
+void PlotView::AddAction(const QString& name, const QString& text, void (PlotView::*verb)()) {
+  auto* action = new QAction(text, this);
+  action->setObjectName(name);
+  connect(action, &QAction::triggered, this, verb);
+  connect(this, &PlotView::MenuEnabled, action, &QAction::setEnabled);
+  addAction(action);
+}
+
+PictureSize PlotView::Size() const {
+  const QSizeF pixels = QSizeF(size()) * devicePixelRatioF();
+  return {qRound(pixels.width()), qRound(pixels.height()), logicalDpiX() * devicePixelRatioF()};
+}
+
+QPointF PlotView::ToPicture(const QPointF& position) const { return position * devicePixelRatioF(); }
+
+double PlotView::TwipsPerPixelX() const { return 1440 / (logicalDpiX() * devicePixelRatioF()); }
+double PlotView::TwipsPerPixelY() const { return 1440 / (logicalDpiY() * devicePixelRatioF()); }
+
+// While a legend is dragged the plot waits with its drawing, and so the picture stays.
+void PlotView::RefreshPicture() {
+  if (plot_.Legend.Dragging || plot_.FootNote.Dragging || width() <= 0 || height() <= 0) return;
+  picture_ = BlankPicture(Size());
+  {
+    QtSurface surface(picture_);
+    plot_.RefreshPlot(surface, prompter_);
+  }
+  update();
+}
+
+void PlotView::resizeEvent(QResizeEvent*) {
+  modes_.Resize();
+  RefreshPicture();
+}
+
+void PlotView::paintEvent(QPaintEvent*) {
+  const PictureSize size = Size();
+  if (picture_.width() != size.Width || picture_.height() != size.Height)
+    RefreshPicture();  // a screen of another scale
+  QPainter painter(this);
+  painter.drawImage(rect(), picture_);
+  if (!overlay_) return;
+  painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
+  PaintOverlay(painter);
+}
+
+// Black dashes on white can be seen on any ground.
+void PlotView::PaintOverlay(QPainter& painter) const {
+  const QRect& where = overlay_->Where;
+  if (!overlay_->Box.isNull()) {
+    painter.setOpacity(0.8);
+    painter.drawImage(where.topLeft(), overlay_->Box);
+    painter.setOpacity(1);
+  }
+  const double width = devicePixelRatioF();
+  painter.translate(0.5, 0.5);
+  for (const QPen& pen : {QPen(Qt::white, width), QPen(Qt::black, width, Qt::CustomDashLine, Qt::FlatCap)}) {
+    QPen dashed = pen;
+    if (pen.style() == Qt::CustomDashLine) dashed.setDashPattern({3, 3});
+    painter.setPen(dashed);
+    if (overlay_->Kind != PlotOverlay::kCross) painter.drawRect(where);
+    if (overlay_->Kind != PlotOverlay::kCross && overlay_->Kind != PlotOverlay::kCrossInSquare) continue;
+    const QPointF middle = QRectF(where).center();
+    painter.drawLine(QPointF(where.x(), middle.y()), QPointF(where.x() + where.width(), middle.y()));
+    painter.drawLine(QPointF(middle.x(), where.y()), QPointF(middle.x(), where.y() + where.height()));
+  }
+}
+
+void PlotView::ShowOverlay(PlotOverlay overlay, const DeviceRect& where) {
+  const QRect box(where.left, where.top, where.width(), where.height());
+  const bool takenNow = overlay == PlotOverlay::kFloatingBox && (!overlay_ || overlay_->Kind != overlay);
+  QImage lifted = takenNow ? picture_.copy(box) : overlay_ ? overlay_->Box : QImage();
+  overlay_ = Overlay{overlay, box, std::move(lifted)};
+  update();
+}
+
+void PlotView::HideOverlay() {
+  overlay_.reset();
+  update();
+}
+
+void PlotView::SetCursor(PlotCursor cursor) {
+  if (cursor == PlotCursor::kNormal)
+    unsetCursor();
+  else
+    setCursor(cursor == PlotCursor::kCross ? Qt::CrossCursor : Qt::UpArrowCursor);
+}
+
+void PlotView::PlaceFrame() {
+  x_->clear();
+  y_->clear();
+  xy_frame->adjustSize();
+  xy_frame->move(width() - xy_frame->width() - 2, 2);
+  xy_frame->show();
+}
+
+void PlotView::ShowPoint(const std::string& x, const std::string& y) {
+  x_->setText(QString::fromStdString(x));
+  y_->setText(QString::fromStdString(y));
+}
+
+void PlotView::HideFrame() { xy_frame->hide(); }
+
+void PlotView::mousePressEvent(QMouseEvent* event) {
+  clickEndedMode_ = event->button() != Qt::LeftButton && modes_.Active();
+  const QPointF at = ToPicture(event->position());
+  modes_.MouseDown(static_cast<int>(event->button()), at.x(), at.y());
+}
+
+void PlotView::mouseMoveEvent(QMouseEvent* event) {
+  const QPointF at = ToPicture(event->position());
+  modes_.MouseMove(event->buttons().testFlag(Qt::LeftButton), at.x(), at.y());
+}
+
+void PlotView::mouseReleaseEvent(QMouseEvent* event) {
+  const QPointF at = ToPicture(event->position());
+  modes_.MouseUp(static_cast<int>(event->button()), at.x(), at.y());
+}
+
+void PlotView::keyPressEvent(QKeyEvent* event) {
+  if (!modes_.Active())
+    QWidget::keyPressEvent(event);
+  else if (event->key() == Qt::Key_Escape)
+    modes_.LostFocus();
+  else if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)
+    modes_.KeyDown(event->key() == Qt::Key_Left ? PlotModes::kLeftArrow : PlotModes::kRightArrow);
+}
+
+void PlotView::focusOutEvent(QFocusEvent* event) {
+  if (event->reason() != Qt::PopupFocusReason) modes_.LostFocus();
+}
+
+void PlotView::contextMenuEvent(QContextMenuEvent* event) {
+  const bool ended = event->reason() == QContextMenuEvent::Mouse && clickEndedMode_;
+  clickEndedMode_ = false;
+  if (ended || modes_.Active()) return;
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addActions(actions());
+  menu->popup(event->globalPos());
+}
+
+void PlotView::ZoomIn() {
+  setFocus();
+  modes_.Zoom(PlotModes::kMove, 0, 0);
+}
+
+void PlotView::ShowCoords() {
+  setFocus();
+  modes_.ShowCoords(PlotModes::kMove, 0, 0);
+}
+
+void PlotView::ZoomOut() {
+  plot_.CreateGraph({.Auto = true, .Regenerate = true}, prompter_);
+  RefreshPicture();
+  emit Changed();
+}
+
+void PlotView::EditCopy() { QGuiApplication::clipboard()->setImage(picture_); }
+
+void PlotView::SavePicture() {
+  const auto file = prompter_.ChooseFileToSave("Save Picture", "Pictures (*.png *.bmp *.pdf)", "png");
+  if (file) SavePlotPicture(plot_, Size(), *file, prompter_);
+}
+
+void PlotView::Print() { FilePrint(plot_, settings_, prompter_, this); }
+
+}  // namespace quorvex

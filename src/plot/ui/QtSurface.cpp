@@ -1,0 +1,337 @@
+#include "plot/ui/QtSurface.h"
+
+#include <QFontMetrics>
+#include <QPaintEngine>
+#include <QPainterPath>
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kMillimetresPerInch = 25.4, kTwipsPerInch = 1440;
+
+QColor ToColor(std::int32_t colour) { return {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF}; }
+
+QRectF ToRectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
+  return {QPointF(left, top), QPointF(right, bottom)};
+}
+
+QPolygonF ToPolygon(std::span<const DevicePoint> points) {
+  QPolygonF polygon;
+  polygon.reserve(static_cast<qsizetype>(points.size()));
+  for (const DevicePoint& point : points) polygon.append(QPointF(point.x, point.y));
+  return polygon;
+}
+
+QString ToText(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+// Of several points in a row that share x, all but the first, the lowest, the highest and the last; the same with y.
+// The line covers the very same places, in a fraction of the time where a curve has more points than the device pixels.
+std::vector<DevicePoint> WithoutRetraced(const std::vector<DevicePoint>& line, std::int32_t DevicePoint::*same,
+                                         std::int32_t DevicePoint::*other) {
+  std::vector<DevicePoint> kept;
+  for (std::size_t first = 0, end = 0; first < line.size(); first = end) {
+    std::size_t low = first, high = first;
+    for (end = first; end < line.size() && line[end].*same == line[first].*same; ++end) {
+      if (line[end].*other < line[low].*other) low = end;
+      if (line[end].*other > line[high].*other) high = end;
+    }
+    for (const std::size_t i : {first, std::min(low, high), std::max(low, high), end - 1})
+      if (kept.empty() || kept.back() != line[i]) kept.push_back(line[i]);
+  }
+  return kept;
+}
+
+}  // namespace
+
+QtSurface::QtSurface(QPaintDevice& device, Device kind) : device_(device), kind_(kind), painter_(&device) {
+  painter_.setRenderHint(QPainter::Antialiasing);
+  painter_.setBackgroundMode(Qt::OpaqueMode);
+  windowExtent_ = viewportExtent_ = {device.width(), device.height()};
+}
+
+QtSurface::~QtSurface() { Flush(); }
+
+std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
+  switch (index) {
+    case DeviceCap::HORZSIZE:
+      return RoundToInt32(device_.width() * kMillimetresPerInch / device_.logicalDpiX());
+    case DeviceCap::VERTSIZE:
+      return RoundToInt32(device_.height() * kMillimetresPerInch / device_.logicalDpiY());
+    case DeviceCap::HORZRES:
+    case DeviceCap::PHYSICALWIDTH:
+      return device_.width();
+    case DeviceCap::VERTRES:
+    case DeviceCap::PHYSICALHEIGHT:
+      return device_.height();
+    case DeviceCap::LOGPIXELSY:
+      return device_.logicalDpiY();
+  }
+  return 0;
+}
+
+double QtSurface::TwipsPerPixelX() const { return kTwipsPerInch / device_.logicalDpiX(); }
+double QtSurface::TwipsPerPixelY() const { return kTwipsPerInch / device_.logicalDpiY(); }
+
+SurfaceHandle QtSurface::CreatePen(int, std::int32_t width, std::int32_t colour) {
+  return objects_.Add(SurfacePen{width, colour});
+}
+
+SurfaceHandle QtSurface::CreateSolidBrush(std::int32_t colour) { return objects_.Add(SurfaceBrush{colour}); }
+
+SurfaceHandle QtSurface::SelectObject(SurfaceHandle object) {
+  Flush();
+  fontIsCurrent_ = false;
+  return objects_.Select(object);
+}
+
+void QtSurface::MoveToEx(std::int32_t x, std::int32_t y) { position_ = {x, y}; }
+
+void QtSurface::LineTo(std::int32_t x, std::int32_t y) {
+  if (lines_.empty() || lines_.back().back() != position_) lines_.push_back({position_});
+  position_ = {x, y};
+  lines_.back().push_back(position_);
+}
+
+void QtSurface::Flush() {
+  if (lines_.empty()) return;
+  double length = 0;
+  for (Line& line : lines_) {
+    line = WithoutRetraced(WithoutRetraced(line, &DevicePoint::x, &DevicePoint::y), &DevicePoint::y, &DevicePoint::x);
+    for (std::size_t i = 1; i < line.size(); ++i)
+      length += std::abs(1.0 * line[i].x - line[i - 1].x) + std::abs(1.0 * line[i].y - line[i - 1].y);
+  }
+  // So much ink on so few pixels leaves no edges to be smoothed, and round ends cannot be told from flat ones.
+  constexpr double kDense = 500'000;
+  QPen pen = Pen();
+  if (IsRaster() && length > kDense) {
+    pen.setCapStyle(Qt::FlatCap);
+    painter_.setRenderHint(QPainter::Antialiasing, objects_.Pen().Width <= 1);
+  }
+  painter_.setPen(pen);
+  painter_.setBrush(Qt::NoBrush);
+  for (const Line& line : lines_) Visible(line);
+  lines_.clear();
+  painter_.setRenderHint(QPainter::Antialiasing);
+}
+
+bool QtSurface::IsRaster() const { return painter_.paintEngine()->type() == QPaintEngine::Raster; }
+
+// The painter's own arithmetic does not reach the places far outside where curves may lead.
+void QtSurface::Visible(const Line& line) {
+  const double width = objects_.Pen().Width;
+  const QRectF box = map_.inverted()
+                         .mapRect(QRectF(0, 0, device_.width(), device_.height()))
+                         .adjusted(-width, -width, width, width)
+                         .toAlignedRect();
+  QPolygonF part;
+  const auto paint = [&] {
+    if (part.size() > 1) Paint(part);
+    part.clear();
+  };
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const QPointF from(line[i - 1].x, line[i - 1].y), step = QPointF(line[i].x, line[i].y) - from;
+    double enter = 0, leave = 1;
+    const auto confine = [&](double start, double length, double low, double high) {
+      if (length == 0) {
+        if (start < low || start > high) leave = -1;
+        return;
+      }
+      const double a = (low - start) / length, b = (high - start) / length;
+      enter = std::max(enter, std::min(a, b));
+      leave = std::min(leave, std::max(a, b));
+    };
+    confine(from.x(), step.x(), box.left(), box.right());
+    confine(from.y(), step.y(), box.top(), box.bottom());
+    if (enter > leave) {
+      paint();
+      continue;
+    }
+    if (enter > 0) paint();
+    if (part.isEmpty()) part.append(from + enter * step);
+    part.append(from + leave * step);
+    if (leave < 1) paint();
+  }
+  paint();
+}
+
+void QtSurface::Paint(const QPolygonF& line) {
+  constexpr qsizetype kChunk = 32;  // a wide line's outline takes time by the square of its corners
+  bool straight = true;
+  for (qsizetype i = 1; i < line.size(); ++i)
+    straight = straight && (line[i].x() == line[i - 1].x() || line[i].y() == line[i - 1].y());
+  Shift(straight);
+  if (line.size() > 3 && line.front() == line.back()) {
+    QPainterPath closed;
+    closed.addPolygon(line);
+    closed.closeSubpath();
+    painter_.drawPath(closed);
+  } else if (IsRaster() && objects_.Pen().Width > 1) {
+    for (qsizetype start = 0; start + 1 < line.size();
+         start += kChunk)  // chunks share a segment, so its ends are joins
+      painter_.drawPolyline(line.constData() + start, static_cast<int>(std::min(kChunk + 2, line.size() - start)));
+  } else {
+    painter_.drawPolyline(line);
+  }
+}
+
+// A place is the middle of its pixel. A straight line of an even width, though, has its middle between two.
+void QtSurface::Shift(bool straight) {
+  const double half = straight && objects_.Pen().Width % 2 == 0 ? 0 : 0.5;
+  painter_.setTransform(map_ * QTransform::fromTranslate(half, half));
+}
+
+QPen QtSurface::Pen() const {
+  const SurfacePen& pen = objects_.Pen();
+  // The thinnest lines end where they are told to, so that their patterns keep their gaps.
+  const Qt::PenCapStyle cap = pen.Width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
+  return {ToColor(pen.Colour), std::max(pen.Width, 1) * 1.0, Qt::SolidLine, cap, Qt::RoundJoin};
+}
+
+QBrush QtSurface::Brush(const SurfaceBrush& brush) const {
+  return brush.Colour ? QBrush(ToColor(*brush.Colour)) : QBrush(Qt::NoBrush);
+}
+
+void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
+  Flush();
+  Shift(true);
+  QPen pen = Pen();
+  pen.setJoinStyle(Qt::MiterJoin);
+  painter_.setPen(pen);
+  painter_.setBrush(Brush(objects_.Brush()));
+  painter_.drawRect(ToRectangle(left, top, right, bottom));
+}
+
+void QtSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
+  Flush();
+  Shift(false);
+  painter_.setPen(Pen());
+  painter_.setBrush(Brush(objects_.Brush()));
+  painter_.drawEllipse(ToRectangle(left, top, right, bottom));
+}
+
+void QtSurface::Polygon(std::span<const DevicePoint> points) {
+  Flush();
+  Shift(false);
+  painter_.setPen(Pen());
+  painter_.setBrush(Brush(objects_.Brush()));
+  painter_.drawPolygon(ToPolygon(points));
+}
+
+SurfaceHandle QtSurface::CreatePolygonRgn(std::span<const DevicePoint> points, int) {
+  return objects_.Add(SurfaceRegion{{points.begin(), points.end()}});
+}
+
+SurfaceHandle QtSurface::CreateRectRgn(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
+  return objects_.Add(SurfaceRegion{{{left, top}, {right, bottom}}, true});
+}
+
+void QtSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {
+  Flush();
+  Shift(false);
+  const SurfaceRegion& shape = objects_.Region(region);
+  painter_.setPen(Qt::NoPen);
+  painter_.setBrush(Brush(objects_.Brush(brush)));
+  if (shape.Rectangular)
+    painter_.drawRect(ToRectangle(shape.Corners[0].x, shape.Corners[0].y, shape.Corners[1].x, shape.Corners[1].y));
+  else
+    painter_.drawPolygon(ToPolygon(shape.Corners));
+}
+
+void QtSurface::SelectClipRgn(SurfaceHandle region) {
+  Flush();
+  if (region == 0) {
+    painter_.setClipping(false);
+    return;
+  }
+  painter_.setTransform(map_);
+  const SurfaceRegion& shape = objects_.Region(region);
+  if (!shape.Rectangular) {
+    QPainterPath path;
+    path.addPolygon(ToPolygon(shape.Corners));
+    painter_.setClipPath(path);
+    return;
+  }
+  // Pixels through which the edges run are within.
+  const auto& [upperLeft, lowerRight] = std::tie(shape.Corners[0], shape.Corners[1]);
+  painter_.setClipRect(ToRectangle(upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y).adjusted(0, 0, 1, 1));
+}
+
+void QtSurface::SetBkMode(int mode) {
+  Flush();
+  constexpr int kTransparent = 1;
+  painter_.setBackgroundMode(mode == kTransparent ? Qt::TransparentMode : Qt::OpaqueMode);
+}
+
+const QFont& QtSurface::Font() {
+  if (fontIsCurrent_) return font_;
+  const LogicalFont& logical = objects_.Font();
+  font_ = QFont(ToText(logical.FaceName));
+  font_.setPixelSize(std::max(std::abs(logical.Height), 1));
+  font_.setWeight(static_cast<QFont::Weight>(logical.Weight));
+  font_.setItalic(logical.Italic);
+  font_.setUnderline(logical.Underline);
+  font_.setStrikeOut(logical.StrikeOut);
+  fontIsCurrent_ = true;
+  return font_;
+}
+
+void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) {
+  Flush();
+  const QFont& font = Font();
+  QTransform turned;
+  turned.translate(x, y);
+  turned.rotate(-objects_.Font().Escapement / 10.0);
+  painter_.setTransform(turned * map_);
+  painter_.setFont(font);
+  painter_.setPen(ToColor(textColour_));
+  painter_.drawText(QPointF(0, QFontMetrics(font, &device_).ascent()), ToText(text));
+}
+
+DeviceExtent QtSurface::GetTextExtentPoint32A(std::string_view text) {
+  const QFontMetrics metrics(Font(), &device_);
+  return {metrics.horizontalAdvance(ToText(text)), metrics.height()};
+}
+
+void QtSurface::SetMapMode(int mode) {
+  mapMode_ = mode;
+  ApplyMap();
+}
+
+void QtSurface::SetWindowOrgEx(std::int32_t x, std::int32_t y) {
+  windowOrigin_ = {x, y};
+  ApplyMap();
+}
+
+void QtSurface::SetWindowExtEx(std::int32_t cx, std::int32_t cy) {
+  windowExtent_ = {cx, cy};
+  ApplyMap();
+}
+
+void QtSurface::SetViewportOrgEx(std::int32_t x, std::int32_t y) {
+  viewportOrigin_ = {x, y};
+  ApplyMap();
+}
+
+void QtSurface::SetViewportExtEx(std::int32_t cx, std::int32_t cy) {
+  viewportExtent_ = {cx, cy};
+  ApplyMap();
+}
+
+void QtSurface::ApplyMap() {
+  Flush();
+  constexpr int kAnisotropic = 8;
+  map_ = {};
+  if (windowExtent_.cx == 0 || windowExtent_.cy == 0) return;
+  map_.translate(viewportOrigin_.x, viewportOrigin_.y);
+  if (mapMode_ == kAnisotropic)
+    map_.scale(viewportExtent_.cx / static_cast<double>(windowExtent_.cx),
+               viewportExtent_.cy / static_cast<double>(windowExtent_.cy));
+  map_.translate(-windowOrigin_.x, -windowOrigin_.y);
+}
+
+}  // namespace quorvex
