@@ -11,7 +11,9 @@
 #include <QMimeData>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTabWidget>
@@ -21,6 +23,7 @@
 #include "Dialogs.h"
 #include "TemporaryFolder.h"
 #include "core/ui/MessageBoxPrompter.h"
+#include "plot/ui/PlotView.h"
 #include "results/SolvedProject.h"
 #include "results/ui/PrintTable.h"
 #include "results/ui/frmResults.h"
@@ -152,8 +155,7 @@ TEST_F(Results, SaysWhatIsWrongWithTheSheet) {
 TEST_F(Results, EvaluatesAndKeepsTheAnswers) {
   Start();
   Click("evaluation");
-  Type("XVal_text1", "10");
-  Click("EvalCommand");
+  Type("XVal_text1", "10\r");
   const QString value = "Evaluation of equation: a*x+b\nX = 10\nY = 2.120000000000E+01";
   EXPECT_EQ(Evaluations(), value);
   EXPECT_FALSE(Find<QLineEdit>("YVal_text").isEnabled());
@@ -283,9 +285,83 @@ TEST_F(Results, PrintsOnAsManyPagesAsItTakes) {
     }
     EXPECT_EQ(PagesOf(folder.Read("table.pdf")), c.pages) << c.rows << " rows, " << c.columns << " columns";
   }
+}
+
+TEST_F(Results, PrintsWithTheMarginsOfPageSetup) {
   Start();
-  dialogs.Do([](QDialog& form) { form.reject(); });
+  // Behind the answer, since the box that opens is to be answered in turn.
+  const auto enter = [](QDialog& form) {
+    QTimer::singleShot(0, &form, [&form] { QTest::keyClick(&form, Qt::Key_Return); });
+  };
+  dialogs.Do([=](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "Page Setup");
+    EXPECT_EQ(form.findChild<QLineEdit*>("left")->text(), "0.25");
+    form.findChild<QLineEdit*>("top")->setText("");
+    enter(form);
+  });
+  dialogs.Press(QMessageBox::Ok);
+  dialogs.Do([=](QDialog& form) {
+    form.findChild<QLineEdit*>("top")->setText("20");
+    form.findChild<QComboBox*>("units")->setCurrentText("mm");
+    enter(form);
+  });
   Click("PageSetupCommand");
+  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Please enter a valid number for the Top Margin"});
+  EXPECT_EQ(settings.Number("mtop", "printsetup"), 20);
+  EXPECT_EQ(settings.Text("munits", "printsetup"), "mm");
+  dialogs.Do([](QDialog& form) {
+    auto* dialog = qobject_cast<QPrintDialog*>(&form);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_NEAR(dialog->printer()->pageLayout().margins(QPageLayout::Millimeter).top(), 20, 0.1);
+    form.reject();
+  });
+  Click("PrintCommand");
+}
+
+TEST_F(Results, PlotsTheModelAndItsResiduals) {
+  Start();
+  const char* names[] = {"pctModel", "pctResidual", "pctNormal"};
+  for (int i = 0; i < 3; ++i) {
+    Turn(2 + i);
+    QTest::qWait(20);
+    const auto* view = Find<QWidget>(names[i]).findChild<PlotView*>();
+    ASSERT_NE(view, nullptr) << names[i];
+    int blue = 0;  // of the markers' lines, which are smoothed
+    for (int x = 0; x < view->Picture().width(); ++x)
+      for (int y = 0; y < view->Picture().height(); ++y) {
+        const QRgb pixel = view->Picture().pixel(x, y);
+        if (qBlue(pixel) > qRed(pixel) + 100) ++blue;
+      }
+    EXPECT_GT(blue, 50) << names[i];
+    EXPECT_FALSE(Find<QPushButton>("FormatCommand").isEnabled());
+    dialogs.ChooseFile(folder.Path(names[i]));
+    dialogs.Press(QMessageBox::Ok);
+    Click("SaveCommand");
+    EXPECT_TRUE(folder.Read(std::string(names[i]) + ".png").starts_with("\x89PNG"));
+    Click("CopyCommand");
+    EXPECT_EQ(QApplication::clipboard()->image().size(), view->Picture().size());
+  }
+  const QPointer<PlotView> before = Find<QWidget>("pctNormal").findChild<PlotView*>();
+  Click("cmdUpDown0");
+  EXPECT_TRUE(before.isNull()) << "the plot of the other model";
+}
+
+TEST_F(Results, SaysWhyThereIsNoPlot) {
+  std::string log;
+  ASSERT_TRUE(project.Interpolations[0].Fit(LoadResultData(project.Sheet)->Points, log));
+  Open();
+  EXPECT_EQ(Shown(), "Cubic Spline");
+  Turn(2);
+  EXPECT_NE(Find<QWidget>("pctModel").findChild<PlotView*>(), nullptr);
+  Turn(3);
+  EXPECT_EQ(Find<QWidget>("pctResidual").findChild<PlotView*>(), nullptr);
+  EXPECT_TRUE(Find<QWidget>("pctResidual").findChild<QLabel*>("reason")->text().startsWith("An interpolation"));
+  EXPECT_FALSE(Find<QPushButton>("SaveCommand").isEnabled());
+  project.Interpolations[0].Solved = false;
+  window->Refresh();
+  EXPECT_EQ(Find<QWidget>("pctModel").findChild<PlotView*>(), nullptr);
+  Click("evaluation");
+  EXPECT_FALSE(Find<QPushButton>("EvalCommand").isEnabled());
 }
 
 // In each state of the window; a hidden control answers to no key.
@@ -318,13 +394,16 @@ TEST_F(Results, NamesWhatAScreenReaderMeets) {
       case QAccessible::Button:
       case QAccessible::CheckBox:
       case QAccessible::RadioButton:
-      case QAccessible::ComboBox:
       case QAccessible::PageTab:
       case QAccessible::Table:
       case QAccessible::EditableText:
         EXPECT_FALSE(name.empty()) << "role " << element->role() << ' '
                                    << (element->object() ? element->object()->objectName().toStdString() : "");
         met.insert(name);
+        break;
+      case QAccessible::ComboBox:  // is called by its text; what it is for, its label says
+        ASSERT_FALSE(element->relations(QAccessible::Label).empty()) << name;
+        met.insert(element->relations(QAccessible::Label)[0].first->text(QAccessible::Name).toStdString());
         break;
       default:
         break;
@@ -338,7 +417,7 @@ TEST_F(Results, NamesWhatAScreenReaderMeets) {
   }
   Click("evaluation");
   walkWindow();
-  for (const char* name : {"Equation", "Next", "Back", "Best", "Save...", "Copy", "Fit Information", "Data Table", "X",
+  for (const char* name : {"Equation:", "Next", "Back", "Best", "Save...", "Copy", "Fit Information", "Data Table", "X",
                            "Given Y:", "DY/DXn", "Minimum:", "History:"})
     EXPECT_TRUE(met.contains(name)) << name;
   Click("evaluation");

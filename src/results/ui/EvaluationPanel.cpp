@@ -64,6 +64,8 @@ void EvaluationPanel::LayOut() {
   row->addLayout(entries);
   row->addLayout(results, 1);
   connect(evalCommand_, &QPushButton::clicked, this, &EvaluationPanel::EvalCommand_clicked);
+  for (const QLineEdit* field : {YVal_text, txtSearchMin, txtSearchMax, txtSearchIntervals})
+    connect(field, &QLineEdit::returnPressed, this, &EvaluationPanel::EvalCommand_clicked);
   connect(clear, &QPushButton::clicked, txtEval, &QPlainTextEdit::clear);
 }
 
@@ -93,7 +95,6 @@ QWidget* EvaluationPanel::EntryBox() {
   YVal_text = Field("YVal_text", box);
   cmboRoot = new QComboBox(box);
   cmboRoot->setObjectName("cmboRoot");
-  cmboRoot->setAccessibleName("Which X");
   rootLabel_ = new QLabel("&Which X:", box);
   rootLabel_->setBuddy(cmboRoot);
   auto* form = new QFormLayout;
@@ -159,6 +160,7 @@ void EvaluationPanel::MakeVariables(int count) {
     label->setObjectName(QString("XLabel%1").arg(v));
     label->setBuddy(field);
     field->setAccessibleName(name);
+    connect(field, &QLineEdit::returnPressed, this, &EvaluationPanel::EvalCommand_clicked);
     variables_->addRow(label, field);
     XVal_text.push_back(field);
     cmboRoot->addItem(name);

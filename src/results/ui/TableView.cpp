@@ -101,23 +101,23 @@ void TableView::changeEvent(QEvent* event) {
 void TableView::Arrange() {
   const TextTable* table = model_->Table();
   if (table == nullptr) return;
-  QFont bold = model_->data(model_->index(0, 0), Qt::FontRole).value<QFont>();
+  QFont bold = model_->Font();
   bold.setBold(true);
-  const QFontMetrics metrics(bold);
-  const auto widthOf = [&](const std::string& text) {
+  const QFontMetrics plain(model_->Font()), strong(bold);
+  const auto widthOf = [](const QFontMetrics& metrics, const std::string& text) {
     return metrics.horizontalAdvance(QString::fromStdString(text)) + kMargin;
   };
   const std::size_t rows = std::min(table->RowCount(), kSample);
-  const int number = widthOf("-0.123456789012345");  // in a long table, of which the sample is but the beginning
+  const int number = widthOf(plain, "-0.123456789012345");  // in a long table, of which the sample is the beginning
   bool headed = false;
   for (std::size_t c = 0; c < table->ColumnCount(); ++c) {
     const std::string heading = table->ColumnHeading(c);
     headed = headed || !heading.empty();
-    int width = std::max(c > 0 && headed ? number : 0, widthOf(heading));
+    int width = std::max(c > 0 && headed ? number : 0, widthOf(strong, heading));
     for (std::size_t r = 0; r < rows; ++r) {
       const RowKind kind = table->Kind(r);
       if (kind != RowKind::Heading && (c == 0 || kind != RowKind::Line))
-        width = std::max(width, widthOf(table->Cell(r, c)));
+        width = std::max(width, widthOf(IsHeading(kind) ? strong : plain, table->Cell(r, c)));
     }
     setColumnWidth(static_cast<int>(c), width);
   }

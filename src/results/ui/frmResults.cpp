@@ -6,11 +6,11 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
-#include <QPageSetupDialog>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTextDocumentFragment>
@@ -18,29 +18,41 @@
 #include <algorithm>
 
 #include "core/ui/BusyCursor.h"
+#include "plot/ui/PSetup.h"
+#include "plot/ui/PlotView.h"
 #include "results/DataTable.h"
+#include "results/ResultPlots.h"
 #include "results/SaveResults.h"
 #include "results/ui/EvaluationPanel.h"
 #include "results/ui/PrintTable.h"
+#include "results/ui/ResultPlot.h"
 #include "results/ui/TableFormat.h"
 #include "results/ui/TableView.h"
 
 namespace quorvex {
+namespace {
 
-frmResults::frmResults(Project& project, const Settings& settings, Prompter& user, QWidget* parent)
+// Places in the row of commands.
+constexpr std::size_t kFormat = 1, kPageSetup = 4;
+
+void SetMargins(QPrinter& printer, const PageSetup& page) {
+  const double unit = page.Units == "mm" ? 1 : page.Units == "cm" ? 10 : 25.4;  // millimetres
+  printer.setPageMargins(QMarginsF(page.Left, page.Top, page.Right, page.Bottom) * unit, QPageLayout::Millimeter);
+}
+
+}  // namespace
+
+frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWidget* parent)
     : QWidget(parent), project_(project), settings_(settings), user_(user) {
   setWindowTitle("Regression Results");
   LayOut();
   Refresh();
-  resize(1080, 680);
+  resize(QSize(1160, 700).boundedTo(screen()->availableSize()));  // shows all columns of Fit Information
 }
-
-frmResults::~frmResults() = default;
 
 void frmResults::LayOut() {
   EqList = new QComboBox(this);
   EqList->setObjectName("EqList");
-  EqList->setAccessibleName("Equation");  // else it is called by its current text
   EqList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   EqList->setMinimumContentsLength(20);
   auto* label = new QLabel("E&quation:", this);
@@ -82,6 +94,14 @@ void frmResults::MakeTabs() {
   DataBook = new TableView("DataBook", "Data Table", ResultsTab);
   ResultsTab->addTab(FitBook, "&Fit Information");
   ResultsTab->addTab(DataBook, "&Data Table");
+  const auto plot = [&](const char* name, const QString& title, const QString& caption) {
+    auto* tab = new ResultPlot(name, title, user_, settings_, ResultsTab);
+    ResultsTab->addTab(tab, caption);
+    return tab;
+  };
+  pctModel = plot("pctModel", "Model Plot", "&Model Plot");
+  pctResidual = plot("pctResidual", "Residual Plot", "&Residual Plot");
+  pctNormal = plot("pctNormal", "Residual Probability", "Residual Probabilit&y");
   connect(ResultsTab, &QTabWidget::currentChanged, this, &frmResults::ShowCurrentTab);
 }
 
@@ -122,7 +142,7 @@ void frmResults::Refresh() {
   const std::optional<Solution> shown = row >= 0 ? std::optional(solved_[static_cast<std::size_t>(row)]) : std::nullopt;
   circumstances_.ProjectFile = QFileInfo(QString::fromStdString(project_.FileName)).fileName().toStdString();
   Result<ResultData> data = LoadResultData(project_.Sheet);
-  DataBook->SetTable(nullptr);  // it looks into the old points
+  DataBook->SetTable(nullptr);  // which looks into the points that go
   data_ = data ? std::move(*data) : ResultData();
   circumstances_.Observations = data_.Points.N();
   circumstances_.MissingPoints = data_.MissingPoints;
@@ -158,7 +178,6 @@ void frmResults::EqListChosen() {
   EqList->setToolTip(EqList->currentText());
   panel_->SetSolution(row < 0 ? nullptr : &solved_[static_cast<std::size_t>(row)]);
   Invalidate();
-  EnableCommands();
 }
 
 void frmResults::Invalidate() {
@@ -172,41 +191,69 @@ void frmResults::EnableCommands() {
   cmdUpDown[0]->setEnabled(row < last);
   cmdUpDown[1]->setEnabled(row > 0);
   cmdUpDown[2]->setEnabled(row > 0);
-  for (QPushButton* command : commands_) command->setEnabled(row >= 0);
-  if (Evaluating()) commands_[1]->setEnabled(false);  // a plain text has no format
+  const bool table = !Evaluating() && CurrentTable() != nullptr,
+             any = Evaluating() || table || CurrentPlot() != nullptr;
+  for (QPushButton* command : commands_) command->setEnabled(row >= 0 && any);
+  commands_[kFormat]->setEnabled(row >= 0 && table);
+  commands_[kPageSetup]->setEnabled(true);
 }
 
 void frmResults::ShowCurrentTab() {
   const auto tab = static_cast<Tab>(ResultsTab->currentIndex());
-  if (current_[tab]) return;
-  const BusyCursor busy;
-  BuildTab(tab);
-  current_[tab] = true;
+  const int row = EqList->currentIndex();
+  if (row < 0) {
+    ClearTabs();
+  } else if (!current_[tab]) {
+    const BusyCursor busy;
+    BuildTab(tab, solved_[static_cast<std::size_t>(row)]);
+    current_[tab] = true;
+  }
+  EnableCommands();
 }
 
-void frmResults::BuildTab(Tab tab) {
-  const int row = EqList->currentIndex();
-  const Solution* solution = row < 0 ? nullptr : &solved_[static_cast<std::size_t>(row)];
+void frmResults::ClearTabs() {
+  for (TableView* table : {FitBook, DataBook}) table->SetTable(nullptr);
+  for (ResultPlot* plot : {pctModel, pctResidual, pctNormal}) plot->SetPlot(Failure{"Nothing is solved."});
+}
+
+void frmResults::BuildTab(Tab tab, const Solution& solution) {
   if (tab == kFitInformation)
-    FitBook->SetTable(solution == nullptr ? nullptr
-                                          : std::make_unique<Report>(FitInformation(
-                                                *solution, circumstances_, settings_, project_.Locale, patterns_)));
-  if (tab == kDataTable)
-    DataBook->SetTable(solution == nullptr
-                           ? nullptr
-                           : std::make_unique<DataTable>(*solution, data_, project_.Sheet, project_.Locale, patterns_));
+    FitBook->SetTable(
+        std::make_unique<Report>(FitInformation(solution, circumstances_, settings_, project_.Locale, patterns_)));
+  else if (tab == kDataTable)
+    DataBook->SetTable(std::make_unique<DataTable>(solution, data_, project_.Sheet, project_.Locale, patterns_));
+  else
+    static_cast<ResultPlot*>(ResultsTab->widget(tab))->SetPlot(PlotOf(tab, solution));
+}
+
+Result<PlotClass> frmResults::PlotOf(Tab tab, const Solution& solution) const {
+  const SolveData& points = data_.Points;
+  if (points.N() < 2) return Failure{"You need at least 2 data points in order to create a plot."};
+  if (tab == kModelPlot) {
+    if (points.X.size() > 1) return Failure{"A model of several independent variables has no plot in two dimensions."};
+    PlotSeries curve = solution.Model ? PlotSeries(solution.Model->CopyTo()) : PlotSeries(*solution.Interpolation);
+    return ModelPlot(std::move(curve), solution.Name(), points, project_.Sheet.Headers[0], project_.Sheet.Headers[1],
+                     settings_, project_.Locale);
+  }
+  if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
+  return tab == kResidualPlot ? ResidualPlot(*solution.Model, points, settings_, project_.Locale, data_.Rows)
+                              : NormalPlot(*solution.Model, points, settings_, project_.Locale);
 }
 
 bool frmResults::Evaluating() const { return pages_->currentIndex() == 1; }
 
 TableView* frmResults::CurrentTable() const { return dynamic_cast<TableView*>(ResultsTab->currentWidget()); }
 
+PlotView* frmResults::CurrentPlot() const {
+  const auto* plot = dynamic_cast<ResultPlot*>(ResultsTab->currentWidget());
+  return plot == nullptr ? nullptr : plot->View();
+}
+
 void frmResults::SaveCommand() {
   if (Evaluating()) return panel_->Save();
-  if (const TableView* table = CurrentTable()) {
-    const std::string name = table == FitBook ? "Fit Information" : "Data Table";
-    SaveTable(*table->Table(), name, user_);
-  }
+  if (PlotView* plot = CurrentPlot()) return plot->SavePicture();
+  if (const TableView* table = CurrentTable())
+    SaveTable(*table->Table(), table == FitBook ? "Fit Information" : "Data Table", user_);
 }
 
 void frmResults::FormatCommand() {
@@ -218,12 +265,16 @@ void frmResults::FormatCommand() {
 }
 
 void frmResults::PrintCommand() {
-  QPrintDialog dialog(&Printer(), this);
+  if (!Evaluating() && CurrentPlot() != nullptr) return CurrentPlot()->Print();
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(windowTitle());
+  SetMargins(printer, PageSetup::Read(settings_));
+  QPrintDialog dialog(&printer, this);
   if (dialog.exec() != QDialog::Accepted) return;
   const BusyCursor busy;
-  if (Evaluating()) return panel_->Text().print(&Printer());
-  if (const TableView* table = CurrentTable())
-    PrintTable(*table->Table(), windowTitle() + " - " + EqList->currentText(), table->TableFont(), Printer());
+  if (Evaluating()) return panel_->Text().print(&printer);
+  const TableView& table = *CurrentTable();
+  PrintTable(*table.Table(), windowTitle() + " - " + EqList->currentText(), table.TableFont(), printer);
 }
 
 void frmResults::CopyCommand() {
@@ -232,17 +283,14 @@ void frmResults::CopyCommand() {
     QPlainTextEdit& text = panel_->Text();
     const QString selected = text.textCursor().selection().toPlainText();
     clipboard.setText(selected.isEmpty() ? text.toPlainText() : selected);
-  } else if (const TableView* table = CurrentTable()) {
+  } else if (PlotView* plot = CurrentPlot()) {
+    plot->EditCopy();
+  } else {
     const BusyCursor busy;
-    clipboard.setMimeData(table->Copied());
+    clipboard.setMimeData(CurrentTable()->Copied());
   }
 }
 
-void frmResults::PageSetupCommand() { QPageSetupDialog(&Printer(), this).exec(); }
-
-QPrinter& frmResults::Printer() {
-  if (!printer_) printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-  return *printer_;
-}
+void frmResults::PageSetupCommand() { PSetup(settings_, project_.Locale, user_, this).exec(); }
 
 }  // namespace quorvex

@@ -8,12 +8,12 @@
 
 #include "core/Prompter.h"
 #include "core/Settings.h"
+#include "plot/PlotClass.h"
 #include "project/Project.h"
 #include "results/FitInformation.h"
 #include "results/Solution.h"
 
 class QComboBox;
-class QPrinter;
 class QPushButton;
 class QStackedWidget;
 class QTabWidget;
@@ -21,6 +21,8 @@ class QTabWidget;
 namespace quorvex {
 
 class EvaluationPanel;
+class ResultPlot;
+class PlotView;
 class TableView;
 
 // The window "Regression Results": one solution of a project at a time, from its solved list, with everything that can
@@ -32,9 +34,7 @@ class frmResults : public QWidget {
   Q_OBJECT
 
  public:
-  frmResults(Project& project, const Settings& settings, Prompter& user, QWidget* parent = nullptr);
-  ~frmResults() override;
-
+  frmResults(Project& project, Settings& settings, Prompter& user, QWidget* parent = nullptr);
   // The limits of a solve that has just run, for Fit Information; those of a file are not known to be the ones that its
   // solutions were found with, and are not shown.
   void SetLimits(const SolveLimits& limits) { circumstances_.Limits = limits; }
@@ -59,10 +59,12 @@ class frmResults : public QWidget {
   void StepTo(int row);
   void Invalidate();
   void ShowCurrentTab();
-  void BuildTab(Tab tab);
+  void BuildTab(Tab tab, const Solution& solution);
+  void ClearTabs();
+  Result<PlotClass> PlotOf(Tab tab, const Solution& solution) const;
   TableView* CurrentTable() const;  // null where the current tab is none of a table
+  PlotView* CurrentPlot() const;    // null where the current tab shows no plot
   bool Evaluating() const;
-  QPrinter& Printer();
   void EnableCommands();
 
   void SaveCommand();
@@ -72,14 +74,13 @@ class frmResults : public QWidget {
   void PageSetupCommand();
 
   Project& project_;
-  const Settings& settings_;
+  Settings& settings_;
   Prompter& user_;
   FitCircumstances circumstances_;
   NumberPatterns patterns_;
   ResultData data_;
   std::vector<Solution> solved_;
   std::array<bool, kTabs> current_{};  // whether a tab shows the present solution
-  std::unique_ptr<QPrinter> printer_;  // made when it is first asked for
 
   QComboBox* EqList;
   std::array<QPushButton*, 3> cmdUpDown;  // next, previous, best
@@ -88,6 +89,7 @@ class frmResults : public QWidget {
   QStackedWidget* pages_;
   QTabWidget* ResultsTab;
   TableView *FitBook, *DataBook;
+  ResultPlot *pctModel, *pctResidual, *pctNormal;
   EvaluationPanel* panel_;
 };
 
