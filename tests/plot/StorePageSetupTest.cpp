@@ -16,7 +16,7 @@ TEST(StorePageSetup, KeepsWhatWasTyped) {
   ASSERT_TRUE(StorePageSetup(entries, german, settings, user));
   EXPECT_EQ(settings.Number("mleft", "printsetup"), 1.5);
   const PageSetupEntries read = PageSetupEntries::Read(settings, {});
-  EXPECT_EQ(read.Left + '|' + read.Top + '|' + read.Right + '|' + read.Bottom, "1.5|2|0|3");
+  EXPECT_EQ(read.Left + '|' + read.Right + '|' + read.Top + '|' + read.Bottom, "1.5|2|0|3");
   EXPECT_EQ(read.Units, "cm");
   EXPECT_TRUE(read.PrintBackground);
   EXPECT_EQ(read.Orientation, 1);
@@ -28,7 +28,7 @@ TEST(StorePageSetup, RefusesTheFirstMarginThatIsNoNumber) {
     const char* margin;
   } kCases[] = {{{"", "1", "", "", "mm"}, "Left"},
                 {{"1", "x", "1mm", "", "mm"}, "Right"},
-                {{"1", "1,0", "1", "?", "mm"}, "Top"},
+                {{"1", "1", "1,0", "?", "mm"}, "Top"},
                 {{"1", "1", "1", "-", "mm"}, "Bottom"}};
   for (const auto& c : kCases) {
     Settings settings;

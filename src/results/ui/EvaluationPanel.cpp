@@ -95,12 +95,10 @@ QWidget* EvaluationPanel::EntryBox() {
   YVal_text = Field("YVal_text", box);
   cmboRoot = new QComboBox(box);
   cmboRoot->setObjectName("cmboRoot");
-  rootLabel_ = new QLabel("&Which X:", box);
-  rootLabel_->setBuddy(cmboRoot);
-  auto* form = new QFormLayout;
-  form->addRow("&Given Y:", YVal_text);
-  form->addRow(rootLabel_, cmboRoot);
-  column->addLayout(form);
+  root_ = new QFormLayout;
+  root_->addRow("&Given Y:", YVal_text);
+  root_->addRow("&Which X:", cmboRoot);
+  column->addLayout(root_);
 
   ckDyDX = new QCheckBox("D&Y/DXn", box);
   ckDyDX->setObjectName("ckDyDX");
@@ -165,8 +163,7 @@ void EvaluationPanel::MakeVariables(int count) {
     XVal_text.push_back(field);
     cmboRoot->addItem(name);
   }
-  rootLabel_->setVisible(count > 1);
-  cmboRoot->setVisible(count > 1);
+  root_->setRowVisible(cmboRoot, count > 1);
   // As high as its rows, up to six of them.
   auto* scroll = findChild<QScrollArea*>("variables");
   const int shown = std::min(count, 6);

@@ -10,7 +10,6 @@ class QCheckBox;
 class QComboBox;
 class QFormLayout;
 class QGroupBox;
-class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
@@ -43,12 +42,11 @@ class EvaluationPanel : public QWidget {
   const LocaleText& locale_;
   Prompter& user_;
   Solution solution_;
-  QFormLayout* variables_;
+  QFormLayout *variables_, *root_;
   QRadioButton* optnAction[2];  // "Value of Y at Xn", "Root at Y, Xn"
   std::vector<QLineEdit*> XVal_text;
   QLineEdit* YVal_text;
   QComboBox* cmboRoot;
-  QLabel* rootLabel_;
   QCheckBox *ckDyDX, *ckDYDParam;
   QGroupBox* search_;
   QLineEdit *txtSearchMin, *txtSearchMax, *txtSearchIntervals;

@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
+#include <QStyledItemDelegate>
 #include <algorithm>
 
 namespace quorvex {
@@ -18,8 +20,33 @@ std::size_t Place(int index) { return static_cast<std::size_t>(index); }
 
 bool IsHeading(RowKind kind) { return kind == RowKind::Heading || kind == RowKind::ColumnHeadings; }
 
-// Its last filled cell takes the width that is left.
+// Its first cell takes the whole width.
 bool RunsOn(RowKind kind) { return kind == RowKind::Heading || kind == RowKind::Line; }
+
+// Draws the value of a label beside it, all values of a table below each other.
+class LineDelegate : public QStyledItemDelegate {
+ public:
+  LineDelegate(const TextTableModel& model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
+
+  int ValueAt = 0;  // where values begin, in pixels
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyledItemDelegate::paint(painter, option, index);
+    const std::size_t row = Place(index.row());
+    if (index.column() > 0 || model_.Table()->Kind(row) != RowKind::Line) return;
+    QStyleOptionViewItem drawn = option;
+    initStyleOption(&drawn, index);
+    const bool selected = drawn.state.testFlag(QStyle::State_Selected);
+    const auto group = drawn.state.testFlag(QStyle::State_Active) ? QPalette::Normal : QPalette::Inactive;
+    painter->setFont(drawn.font);
+    painter->setPen(drawn.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->drawText(drawn.rect.adjusted(ValueAt, 0, 0, 0), Qt::AlignVCenter | Qt::TextSingleLine,
+                      QString::fromStdString(model_.Table()->Cell(row, 1)));
+  }
+
+ private:
+  const TextTableModel& model_;
+};
 
 }  // namespace
 
@@ -43,6 +70,10 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return QString::fromStdString(table_->Cell(row, column));
+    case Qt::AccessibleTextRole:  // a label together with its value
+      return column == 0 && table_->Kind(row) == RowKind::Line
+                 ? QString::fromStdString(table_->Cell(row, 0) + table_->Cell(row, 1))
+                 : data(index, Qt::DisplayRole);
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter | (column == 0 || RunsOn(table_->Kind(row)) ? Qt::AlignLeft : Qt::AlignRight));
     case Qt::FontRole: {
@@ -66,6 +97,7 @@ TableView::TableView(const char* name, const QString& accessibleName, QWidget* p
   setObjectName(name);
   setAccessibleName(accessibleName);
   setModel(model_);
+  setItemDelegate(new LineDelegate(*model_, this));
   setEditTriggers(NoEditTriggers);
   setTabKeyNavigation(false);
   setWordWrap(false);
@@ -116,19 +148,19 @@ void TableView::Arrange() {
     int width = std::max(c > 0 && headed ? number : 0, widthOf(strong, heading));
     for (std::size_t r = 0; r < rows; ++r) {
       const RowKind kind = table->Kind(r);
-      if (kind != RowKind::Heading && (c == 0 || kind != RowKind::Line))
-        width = std::max(width, widthOf(IsHeading(kind) ? strong : plain, table->Cell(r, c)));
+      if (!RunsOn(kind)) width = std::max(width, widthOf(IsHeading(kind) ? strong : plain, table->Cell(r, c)));
     }
     setColumnWidth(static_cast<int>(c), width);
   }
   horizontalHeader()->setVisible(headed);
-  const int columns = model_->columnCount();
+  int valueAt = 0;
   for (std::size_t r = 0; r < table->RowCount() && !headed; ++r) {
     const RowKind kind = table->Kind(r);
-    if (!RunsOn(kind)) continue;
-    const int from = kind == RowKind::Heading || table->Cell(r, 1).empty() ? 0 : 1;
-    if (columns - from > 1) setSpan(static_cast<int>(r), from, 1, columns - from);
+    if (kind == RowKind::Line && !table->Cell(r, 1).empty())
+      valueAt = std::max(valueAt, widthOf(plain, table->Cell(r, 0)));
+    if (RunsOn(kind) && model_->columnCount() > 1) setSpan(static_cast<int>(r), 0, 1, model_->columnCount());
   }
+  static_cast<LineDelegate*>(itemDelegate())->ValueAt = valueAt;
 }
 
 QMimeData* TableView::Copied() const {

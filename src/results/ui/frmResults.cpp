@@ -47,7 +47,7 @@ frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWi
   setWindowTitle("Regression Results");
   LayOut();
   Refresh();
-  resize(QSize(1160, 700).boundedTo(screen()->availableSize()));  // shows all columns of Fit Information
+  resize(QSize(940, 680).boundedTo(screen()->availableSize()));  // shows all columns of Fit Information
 }
 
 void frmResults::LayOut() {
