@@ -46,7 +46,7 @@ void EvaluationPanel::LayOut() {
   buttons->addWidget(evalCommand_);
   buttons->addWidget(clear);
   entries->addLayout(buttons);
-  entries->addStretch();
+  entries->addStretch(1);
 
   txtEval = new QPlainTextEdit(this);
   txtEval->setObjectName("txtEval");
