@@ -48,13 +48,21 @@ std::vector<DevicePoint> WithoutRetraced(const std::vector<DevicePoint>& line, s
 
 }  // namespace
 
-QtSurface::QtSurface(QPaintDevice& device, Device kind) : device_(device), kind_(kind), painter_(&device) {
-  painter_.setRenderHint(QPainter::Antialiasing);
-  painter_.setBackgroundMode(Qt::OpaqueMode);
+QtSurface::QtSurface(QPaintDevice& device, Device kind) : device_(device), kind_(kind) {
   windowExtent_ = viewportExtent_ = {device.width(), device.height()};
 }
 
 QtSurface::~QtSurface() { Flush(); }
+
+// A printer that nothing is drawn on has no page to print.
+QPainter& QtSurface::Painter() {
+  if (!painter_.isActive()) {
+    painter_.begin(&device_);
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.setBackgroundMode(Qt::OpaqueMode);
+  }
+  return painter_;
+}
 
 std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
   switch (index) {
@@ -110,16 +118,18 @@ void QtSurface::Flush() {
   QPen pen = Pen();
   if (IsRaster() && length > kDense) {
     pen.setCapStyle(Qt::FlatCap);
-    painter_.setRenderHint(QPainter::Antialiasing, objects_.Pen().Width <= 1);
+    Painter().setRenderHint(QPainter::Antialiasing, objects_.Pen().Width <= 1);
   }
-  painter_.setPen(pen);
-  painter_.setBrush(Qt::NoBrush);
-  for (const Line& line : lines_) Visible(line);
+  Painter().setBrush(Qt::NoBrush);
+  for (const Line& line : lines_) {
+    Painter().setPen(pen);
+    Visible(line);
+  }
   lines_.clear();
-  painter_.setRenderHint(QPainter::Antialiasing);
+  Painter().setRenderHint(QPainter::Antialiasing);
 }
 
-bool QtSurface::IsRaster() const { return painter_.paintEngine()->type() == QPaintEngine::Raster; }
+bool QtSurface::IsRaster() const { return device_.paintEngine()->type() == QPaintEngine::Raster; }
 
 // The painter's own arithmetic does not reach the places far outside where curves may lead.
 void QtSurface::Visible(const Line& line) {
@@ -160,36 +170,45 @@ void QtSurface::Visible(const Line& line) {
 }
 
 void QtSurface::Paint(const QPolygonF& line) {
-  constexpr qsizetype kChunk = 32;  // a wide line's outline takes time by the square of its corners
+  // A wide line's outline takes time by the square of its corners, so one of many goes in pieces. Where they meet,
+  // edges are a trace harder; at so many corners nobody sees it.
+  constexpr qsizetype kManyCorners = 64, kChunk = 8;
   bool straight = true;
   for (qsizetype i = 1; i < line.size(); ++i)
     straight = straight && (line[i].x() == line[i - 1].x() || line[i].y() == line[i - 1].y());
-  Shift(straight);
+  Shift();
+  if (straight) {  // the corners of a frame are square
+    QPen pen = Painter().pen();
+    pen.setJoinStyle(Qt::MiterJoin);
+    Painter().setPen(pen);
+  }
   if (line.size() > 3 && line.front() == line.back()) {
     QPainterPath closed;
     closed.addPolygon(line);
     closed.closeSubpath();
-    painter_.drawPath(closed);
-  } else if (IsRaster() && objects_.Pen().Width > 1) {
+    Painter().drawPath(closed);
+  } else if (IsRaster() && objects_.Pen().Width > 1 && line.size() > kManyCorners) {
     for (qsizetype start = 0; start + 1 < line.size();
          start += kChunk)  // chunks share a segment, so its ends are joins
-      painter_.drawPolyline(line.constData() + start, static_cast<int>(std::min(kChunk + 2, line.size() - start)));
+      Painter().drawPolyline(line.constData() + start, static_cast<int>(std::min(kChunk + 2, line.size() - start)));
   } else {
-    painter_.drawPolyline(line);
+    Painter().drawPolyline(line);
   }
 }
 
-// A place is the middle of its pixel. A straight line of an even width, though, has its middle between two.
-void QtSurface::Shift(bool straight) {
-  const double half = straight && objects_.Pen().Width % 2 == 0 ? 0 : 0.5;
-  painter_.setTransform(map_ * QTransform::fromTranslate(half, half));
+// A place is the middle of its pixel, but lines of an even width have their middle between two.
+void QtSurface::Shift() {
+  const double half = objects_.Pen().Width % 2 == 0 ? 0 : 0.5;
+  Painter().setTransform(map_ * QTransform::fromTranslate(half, half));
 }
 
 QPen QtSurface::Pen() const {
-  const SurfacePen& pen = objects_.Pen();
+  const int width = std::max(objects_.Pen().Width, 1);
   // The thinnest lines end where they are told to, so that their patterns keep their gaps.
-  const Qt::PenCapStyle cap = pen.Width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
-  return {ToColor(pen.Colour), std::max(pen.Width, 1) * 1.0, Qt::SolidLine, cap, Qt::RoundJoin};
+  const Qt::PenCapStyle cap = width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
+  // A round corner of two pixels looks like any other, but takes its time.
+  const Qt::PenJoinStyle join = IsRaster() && width <= 2 ? Qt::BevelJoin : Qt::RoundJoin;
+  return {ToColor(objects_.Pen().Colour), 1.0 * width, Qt::SolidLine, cap, join};
 }
 
 QBrush QtSurface::Brush(const SurfaceBrush& brush) const {
@@ -198,28 +217,28 @@ QBrush QtSurface::Brush(const SurfaceBrush& brush) const {
 
 void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
   Flush();
-  Shift(true);
+  Shift();
   QPen pen = Pen();
   pen.setJoinStyle(Qt::MiterJoin);
-  painter_.setPen(pen);
-  painter_.setBrush(Brush(objects_.Brush()));
-  painter_.drawRect(ToRectangle(left, top, right, bottom));
+  Painter().setPen(pen);
+  Painter().setBrush(Brush(objects_.Brush()));
+  Painter().drawRect(ToRectangle(left, top, right, bottom));
 }
 
 void QtSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
   Flush();
-  Shift(false);
-  painter_.setPen(Pen());
-  painter_.setBrush(Brush(objects_.Brush()));
-  painter_.drawEllipse(ToRectangle(left, top, right, bottom));
+  Shift();
+  Painter().setPen(Pen());
+  Painter().setBrush(Brush(objects_.Brush()));
+  Painter().drawEllipse(ToRectangle(left, top, right, bottom));
 }
 
 void QtSurface::Polygon(std::span<const DevicePoint> points) {
   Flush();
-  Shift(false);
-  painter_.setPen(Pen());
-  painter_.setBrush(Brush(objects_.Brush()));
-  painter_.drawPolygon(ToPolygon(points));
+  Shift();
+  Painter().setPen(Pen());
+  Painter().setBrush(Brush(objects_.Brush()));
+  Painter().drawPolygon(ToPolygon(points));
 }
 
 SurfaceHandle QtSurface::CreatePolygonRgn(std::span<const DevicePoint> points, int) {
@@ -232,39 +251,39 @@ SurfaceHandle QtSurface::CreateRectRgn(std::int32_t left, std::int32_t top, std:
 
 void QtSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {
   Flush();
-  Shift(false);
+  Shift();
   const SurfaceRegion& shape = objects_.Region(region);
-  painter_.setPen(Qt::NoPen);
-  painter_.setBrush(Brush(objects_.Brush(brush)));
+  Painter().setPen(Qt::NoPen);
+  Painter().setBrush(Brush(objects_.Brush(brush)));
   if (shape.Rectangular)
-    painter_.drawRect(ToRectangle(shape.Corners[0].x, shape.Corners[0].y, shape.Corners[1].x, shape.Corners[1].y));
+    Painter().drawRect(ToRectangle(shape.Corners[0].x, shape.Corners[0].y, shape.Corners[1].x, shape.Corners[1].y));
   else
-    painter_.drawPolygon(ToPolygon(shape.Corners));
+    Painter().drawPolygon(ToPolygon(shape.Corners));
 }
 
 void QtSurface::SelectClipRgn(SurfaceHandle region) {
   Flush();
   if (region == 0) {
-    painter_.setClipping(false);
+    Painter().setClipping(false);
     return;
   }
-  painter_.setTransform(map_);
+  Painter().setTransform(map_);
   const SurfaceRegion& shape = objects_.Region(region);
   if (!shape.Rectangular) {
     QPainterPath path;
     path.addPolygon(ToPolygon(shape.Corners));
-    painter_.setClipPath(path);
+    Painter().setClipPath(path);
     return;
   }
   // Pixels through which the edges run are within.
   const auto& [upperLeft, lowerRight] = std::tie(shape.Corners[0], shape.Corners[1]);
-  painter_.setClipRect(ToRectangle(upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y).adjusted(0, 0, 1, 1));
+  Painter().setClipRect(ToRectangle(upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y).adjusted(0, 0, 1, 1));
 }
 
 void QtSurface::SetBkMode(int mode) {
   Flush();
   constexpr int kTransparent = 1;
-  painter_.setBackgroundMode(mode == kTransparent ? Qt::TransparentMode : Qt::OpaqueMode);
+  Painter().setBackgroundMode(mode == kTransparent ? Qt::TransparentMode : Qt::OpaqueMode);
 }
 
 const QFont& QtSurface::Font() {
@@ -286,10 +305,10 @@ void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) 
   QTransform turned;
   turned.translate(x, y);
   turned.rotate(-objects_.Font().Escapement / 10.0);
-  painter_.setTransform(turned * map_);
-  painter_.setFont(font);
-  painter_.setPen(ToColor(textColour_));
-  painter_.drawText(QPointF(0, QFontMetrics(font, &device_).ascent()), ToText(text));
+  Painter().setTransform(turned * map_);
+  Painter().setFont(font);
+  Painter().setPen(ToColor(textColour_));
+  Painter().drawText(QPointF(0, QFontMetrics(font, &device_).ascent()), ToText(text));
 }
 
 DeviceExtent QtSurface::GetTextExtentPoint32A(std::string_view text) {

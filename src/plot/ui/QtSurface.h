@@ -66,6 +66,7 @@ class QtSurface : public DrawingSurface {
  private:
   using Line = std::vector<DevicePoint>;
 
+  QPainter& Painter();  // begins to paint
   QPen Pen() const;
   QBrush Brush(const SurfaceBrush& brush) const;
   const QFont& Font();
@@ -74,7 +75,7 @@ class QtSurface : public DrawingSurface {
   void Flush();                       // paints the lines gathered
   void Visible(const Line& line);     // what of a line comes near the device
   void Paint(const QPolygonF& line);  // one that does
-  void Shift(bool straight);          // onto pixels, as the pen's width asks
+  void Shift();                       // onto whole pixels, as the pen's width asks
 
   QPaintDevice& device_;
   Device kind_;
