@@ -106,6 +106,7 @@ BENCHMARK_CAPTURE(LongSeriesLine, noisy, 0.2, 1, 0)->Unit(benchmark::kMillisecon
 BENCHMARK_CAPTURE(LongSeriesLine, noisy_wide, 0.2, 3, 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesLine, noisy_dashed, 0.2, 1, 1)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesMarkers, circles, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesMarkers, crosses, 2)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesMarkers, filled_circles, 6)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ManyCurves, thin, 1)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ManyCurves, wide, 2)->Unit(benchmark::kMillisecond);
