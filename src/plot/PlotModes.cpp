@@ -12,7 +12,7 @@ namespace {
 // A band smaller than this, in device units, is a click whose second one is still to come.
 constexpr double kLeastBand = 4;
 constexpr double kMarkTwips = 90;   // half the length of the cursor mark
-constexpr double kCloseTwips = 60;  // how near to the pointer a curve point is taken
+constexpr double kCloseTwips = 60;  // to a curve point that counts as close
 
 bool Ends(int event) { return event == PlotModes::kRight || event == PlotModes::kMiddle; }
 
