@@ -9,6 +9,7 @@
 #include <QStyleFactory>
 #include <QTabWidget>
 
+#include "DarkPalette.h"
 #include "app/ui/parentfrm.h"
 #include "batch/RunMacro.h"
 #include "batch/ui/cfgSolveWindow.h"
@@ -16,20 +17,6 @@
 
 namespace quorvex {
 namespace {
-
-QPalette DarkPalette() {
-  QPalette palette(QColor(53, 53, 53), QColor(42, 42, 42));
-  palette.setColor(QPalette::Window, QColor(45, 45, 45));
-  palette.setColor(QPalette::WindowText, Qt::white);
-  palette.setColor(QPalette::Base, QColor(30, 30, 30));
-  palette.setColor(QPalette::Text, Qt::white);
-  palette.setColor(QPalette::ButtonText, Qt::white);
-  palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, QColor(130, 130, 130));
-  return palette;
-}
 
 // The progress form, taken twice in the search for the third model.
 class PhotographedForm : public cfgSolveWindow {

@@ -76,7 +76,8 @@ class AxisLine {
 };
 
 LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis) {
-  const SelectedObject font(surface, CreatePlotFont(axis.AxisNumberFont, 0, surface));
+  const SurfaceObject font = CreatePlotFont(axis.AxisNumberFont, 0, surface);
+  const Selection inUse(surface, font);
   LabelStrip strip;
   for (const std::string& label : axis.Labels) {
     const DeviceExtent extent = surface.GetTextExtentPoint32A(label);
@@ -162,7 +163,8 @@ void EachLabel(const PlotAxis& axis, const LabelStrip& strip, Draw draw) {
 
 void DrawLeftNumbers(DrawingSurface& surface, const PlotAxis& axis, const LabelStrip& strip,
                      const DeviceMetrics& metrics, const DeviceRect& frame) {
-  const SelectedObject font(surface, CreatePlotFont(axis.AxisNumberFont, 0, surface));
+  const SurfaceObject font = CreatePlotFont(axis.AxisNumberFont, 0, surface);
+  const Selection inUse(surface, font);
   surface.SetTextColor(axis.AxisNumberColor);
   EachLabel(axis, strip, [&](const std::string& label, const DeviceExtent& extent, double fraction) {
     const double y = frame.bottom - fraction * frame.height() - extent.cy / 2.0;
@@ -172,7 +174,8 @@ void DrawLeftNumbers(DrawingSurface& surface, const PlotAxis& axis, const LabelS
 
 void DrawBottomNumbers(DrawingSurface& surface, const PlotAxis& axis, const LabelStrip& strip,
                        const DeviceMetrics& metrics, const DeviceRect& frame) {
-  const SelectedObject font(surface, CreatePlotFont(axis.AxisNumberFont, strip.Slanted ? 45 : 0, surface));
+  const SurfaceObject font = CreatePlotFont(axis.AxisNumberFont, strip.Slanted ? 45 : 0, surface);
+  const Selection inUse(surface, font);
   surface.SetTextColor(axis.AxisNumberColor);
   EachLabel(axis, strip, [&](const std::string& label, const DeviceExtent& extent, double fraction) {
     const double x = frame.left + fraction * frame.width();

@@ -96,22 +96,23 @@ void PlotView::paintEvent(QPaintEvent*) {
   PaintOverlay(painter);
 }
 
-// Black dashes on white can be seen on any ground.
+// Black on white can be seen on any ground.
 void PlotView::PaintOverlay(QPainter& painter) const {
   const QRect& where = overlay_->Where;
+  const bool mark = overlay_->Kind == PlotOverlay::kCross || overlay_->Kind == PlotOverlay::kCrossInSquare;
   if (!overlay_->Box.isNull()) {
     painter.setOpacity(0.8);
     painter.drawImage(where.topLeft(), overlay_->Box);
     painter.setOpacity(1);
   }
   const double width = devicePixelRatioF();
+  QPen ground(QColor(255, 255, 255, 180), mark ? 3 * width : width), line(Qt::black, width, Qt::SolidLine, Qt::FlatCap);
+  if (!mark) line.setDashPattern({3, 3});
   painter.translate(0.5, 0.5);
-  for (const QPen& pen : {QPen(Qt::white, width), QPen(Qt::black, width, Qt::CustomDashLine, Qt::FlatCap)}) {
-    QPen dashed = pen;
-    if (pen.style() == Qt::CustomDashLine) dashed.setDashPattern({3, 3});
-    painter.setPen(dashed);
+  for (const QPen& pen : {ground, line}) {
+    painter.setPen(pen);
     if (overlay_->Kind != PlotOverlay::kCross) painter.drawRect(where);
-    if (overlay_->Kind != PlotOverlay::kCross && overlay_->Kind != PlotOverlay::kCrossInSquare) continue;
+    if (!mark) continue;
     const QPointF middle = QRectF(where).center();
     painter.drawLine(QPointF(where.x(), middle.y()), QPointF(where.x() + where.width(), middle.y()));
     painter.drawLine(QPointF(middle.x(), where.y()), QPointF(middle.x(), where.y() + where.height()));
@@ -142,7 +143,8 @@ void PlotView::PlaceFrame() {
   x_->clear();
   y_->clear();
   xy_frame->adjustSize();
-  xy_frame->move(width() - xy_frame->width() - 2, 2);
+  // Beside the lower title there is room.
+  xy_frame->move(width() - xy_frame->width() - 2, height() - xy_frame->height() - 2);
   xy_frame->show();
 }
 

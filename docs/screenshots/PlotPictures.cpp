@@ -1,0 +1,293 @@
+// Draws the pictures of docs/plots.md:
+//   plot_pictures FOLDER SUFFIX [dark]
+// The plots, once, and their window, in each scale (QT_SCALE_FACTOR) and palette.
+
+#include <QAction>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QStyleFactory>
+#include <array>
+#include <cmath>
+#include <iostream>
+#include <memory>
+#include <numbers>
+
+#include "DarkPalette.h"
+#include "core/ui/MessageBoxPrompter.h"
+#include "plot/ui/PlotWindow.h"
+#include "plot/ui/QtSurface.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::int32_t kBlack = 0, kBlue = 0xB40000, kRed = 0x1E1EC8, kGreen = 0x288C14, kOrange = 0x147DF0,
+                       kViolet = 0x96328C, kPaper = 0xE6FAFF;
+
+// Where there is nobody to press OK.
+class ErrorPrompter : public MessageBoxPrompter {
+ public:
+  ErrorPrompter() : MessageBoxPrompter(nullptr) {}
+  void Refuse(const std::string& text) override { std::cerr << text << '\n'; }
+};
+
+DataClass Series(int count, double (*x)(double), double (*y)(double), std::int32_t colour, const std::string& legend) {
+  std::vector<double> xs, ys;
+  for (int i = 0; i < count; ++i) {
+    const double part = count > 1 ? i / (count - 1.0) : 0;
+    xs.push_back(x(part));
+    ys.push_back(y(part));
+  }
+  DataClass series;
+  series.GenerateTable({std::move(xs)}, std::move(ys));
+  series.DrawColor = series.MarkerColor = colour;
+  series.LegendText = legend;
+  return series;
+}
+
+DataClass Markers(DataClass series, int style, int size = 7) {
+  series.DisplayLine = false;
+  series.DisplayMarker = true;
+  series.MarkerStyle = style;
+  series.MarkerSize = size;
+  return series;
+}
+
+DataClass Line(DataClass series, int style, int width) {
+  series.DrawStyle = style;
+  series.DrawWidth = width;
+  return series;
+}
+
+double Ten(double part) { return 10 * part; }
+
+PlotClass NewPlot(const char* title, const char* x, const char* y) {
+  PlotClass plot{Settings{}};
+  plot.PlotTitle = title;
+  plot.PlotTitleFont = {"Arial", 13, true, false};
+  plot.X.AxisTitle = x;
+  plot.Y.AxisTitle = y;
+  plot.PlotBackgroundColor = 0xFFFFFF;
+  return plot;
+}
+
+PlotClass LineStyles() {
+  PlotClass plot = NewPlot("Line styles, widths 1, 2, 3, 5 and 8", "X", "Y");
+  double level = 0;
+  for (const int width : {1, 2, 3, 5, 8})
+    for (int style = 0; style <= 4; ++style) {
+      std::vector<double> xs, ys;
+      for (int i = 0; i <= 60; ++i) {
+        xs.push_back(i / 6.0);
+        ys.push_back(level + 0.7 * std::sin(i / 6.0));
+      }
+      DataClass series;
+      series.GenerateTable({std::move(xs)}, std::move(ys));
+      series.DrawColor = std::array{kBlack, kBlue, kRed, kGreen, kViolet}[static_cast<std::size_t>(style)];
+      series.LegendText =
+          width == 3 ? std::array{"solid", "dash", "dot", "dash-dot", "dash-dot-dot"}[static_cast<std::size_t>(style)]
+                     : "";
+      plot.PlotData.emplace_back(Line(std::move(series), style, width));
+      level += style < 4 ? 0.8 + 0.15 * width : 2.5;
+    }
+  plot.X.Min = 0;
+  plot.X.Max = 10;
+  plot.Y.Min = -5;
+  plot.Y.Max = 55;  // room for the legend
+  plot.Y.NumMajorTicks = 12;
+  return plot;
+}
+
+PlotClass MarkerStyles() {
+  PlotClass plot = NewPlot("Markers 0 to 9, sizes 4, 7, 10 and 14 points", "Style", "Size in points");
+  for (int style = 0; style <= 9; ++style)
+    for (const int size : {4, 7, 10, 14}) {
+      DataClass series;
+      series.GenerateTable({{1.0 * style}}, {1.0 * size});
+      series.MarkerColor = style < 6 ? kBlue : kRed;
+      plot.PlotData.emplace_back(Markers(std::move(series), style, size));
+    }
+  plot.X.Min = -1;
+  plot.X.Max = 10;
+  plot.X.NumMajorTicks = 11;
+  plot.X.NumMinorTicks = 0;
+  plot.Y.Min = 0;
+  plot.Y.Max = 16;
+  plot.Y.NumMajorTicks = 8;
+  plot.Y.NumMinorTicks = 2;
+  return plot;
+}
+
+PlotClass LogAxes() {
+  PlotClass plot = NewPlot("Logarithmic axes", "Concentration, mol l~>-1~>", "Rate, s~>-1~>");
+  const auto x = [](double part) { return std::pow(10, -3 + 5 * part); };
+  DataClass data = Markers(Series(
+                               14, x,
+                               [](double part) {
+                                 const double c = std::pow(10, -3 + 5 * part);
+                                 return 400 * c / (2 + c) * (1 + 0.12 * std::sin(40 * part));
+                               },
+                               kRed, "measured"),
+                           6);
+  std::vector<double> deviations;
+  for (std::size_t i = 1; i <= data.NumTablePoints(); ++i) deviations.push_back(0.25 * data.YTableData(i));
+  data.GenerateErrorTable(deviations);
+  data.ShowErrorBars = true;
+  data.DrawColor = kRed;
+  plot.PlotData.emplace_back(Line(Series(
+                                      200, x,
+                                      [](double part) {
+                                        const double c = std::pow(10, -3 + 5 * part);
+                                        return 400 * c / (2 + c);
+                                      },
+                                      kBlue, "v = V~<max~<c/(K~<m~<+c)"),
+                                  0, 2));
+  plot.PlotData.emplace_back(std::move(data));
+  for (PlotAxis* axis : {&plot.X, &plot.Y}) {
+    axis->LogScale = axis->ShowMajorGrids = axis->ShowMinorGrids = axis->ShowExtraTicks = true;
+    axis->LabelString = "0.0E+00";
+  }
+  plot.TickPenColor = 0x707070;
+  plot.MinorGridLineStyle = 2;
+  plot.Legend.Left = 420;
+  plot.Legend.Top = 290;
+  plot.InitPlotWidth = 640;
+  plot.InitPlotHeight = 440;
+  return plot;
+}
+
+PlotClass SwappedAxes() {
+  PlotClass plot = NewPlot("Axes swapped: depth runs upward", "Depth, m", "Temperature, ~>o~>C");
+  plot.SwapAxis = true;
+  const auto temperature = [](double part) { return 4 + 14 / (1 + std::exp(12 * (0.6 - part))); };
+  plot.PlotData.emplace_back(Line(Series(
+                                      100, [](double part) { return -50 + 50 * part; }, temperature, kGreen, "T(z)"),
+                                  0, 2));
+  plot.PlotData.emplace_back(Markers(Series(
+                                         11, [](double part) { return -50 + 50 * part; }, temperature, kGreen, "probe"),
+                                     1));
+  return plot;
+}
+
+PlotClass SquareFrame() {
+  PlotClass plot = NewPlot("A square frame", "x", "y");
+  plot.Make2DSquare = true;
+  constexpr double kTurn = 2 * std::numbers::pi;
+  plot.PlotData.emplace_back(Line(Series(
+                                      400, [](double part) { return std::sin(3 * kTurn * part); },
+                                      [](double part) { return std::cos(2 * kTurn * part + 0.5); }, kViolet, "3 : 2"),
+                                  0, 2));
+  plot.PlotData.emplace_back(Line(Series(
+                                      200, [](double part) { return std::sin(kTurn * part); },
+                                      [](double part) { return std::cos(kTurn * part); }, kOrange, "circle"),
+                                  1, 2));
+  plot.AxisWidth = 2;
+  plot.Legend.Show = false;
+  return plot;
+}
+
+PlotClass Scripts() {
+  PlotClass plot = NewPlot("C~<12~<H~<22~<O~<11~< + SO~<4~<~>2-~>: k~<max~<~>(2)~> over 1/T~>2~>",
+                           "T~>-2~>, 10~>-6~> K~>-2~>", "k~<max~<~>(2)~>, m~>3~> mol~>-1~> s~>-1~>");
+  plot.PlotTitleFont.Size = 16;
+  for (PlotAxis* axis : {&plot.X, &plot.Y}) axis->AxisTitleFont.Size = 13;
+  plot.PlotData.emplace_back(
+      Line(Series(
+               50, Ten, [](double part) { return std::exp(-2 * part); }, kBlue, "e~>-2x~> with x~<i~<~>2~> = i"),
+           3, 2));
+  return plot;
+}
+
+PlotClass SlantedNumbers() {
+  PlotClass plot = NewPlot("Numbers that would crowd the axis slant", "Time, s", "Counts");
+  plot.PlotData.emplace_back(Series(
+      120, [](double part) { return 1e6 + 1e6 * part; }, [](double part) { return 900 * part * (1 - part); }, kRed,
+      "counter"));
+  plot.X.LabelString = "0.00000E+00";
+  return plot;
+}
+
+PlotClass Boxes() {
+  PlotClass plot = NewPlot("Legend and footnote with shadow", "Time, h", "Activity, kBq");
+  const char* names[] = {"~>131~>I", "~>99m~>Tc", "~>18~>F", "~>11~>C"};
+  const std::int32_t colours[] = {kBlue, kRed, kGreen, kViolet};
+  double (*curves[])(double) = {
+      [](double part) { return 90 * std::exp(-0.1 * part); }, [](double part) { return 80 * std::exp(-1.2 * part); },
+      [](double part) { return 70 * std::exp(-4 * part); }, [](double part) { return 60 * std::exp(-20 * part); }};
+  for (int i = 0; i < 4; ++i) {
+    DataClass series = Line(Series(25, Ten, curves[i], colours[i], names[i]), i + 1, i + 1);
+    series.DisplayMarker = i % 2 == 0;
+    series.MarkerStyle = 6 + i;
+    series.MarkerSize = 6;
+    plot.PlotData.emplace_back(std::move(series));
+  }
+  plot.FootNote.Show = true;
+  plot.FootNoteText = "Activities at the time of calibration.\r\nDecay corrected to the start.";
+  for (PlotBox* box : {&plot.Legend, &plot.FootNote}) {
+    box->ShowShadow = true;
+    box->AreaType = 1;
+    box->AreaColor = kPaper;
+  }
+  plot.FootNote.BorderWidth = 2;
+  plot.FootNote.BorderColor = kBlue;
+  plot.InitPlotWidth = 640;
+  plot.InitPlotHeight = 440;
+  plot.Legend.Left = 470;
+  plot.Legend.Top = 150;
+  plot.FootNote.Left = 330;
+  plot.FootNote.Top = 60;
+  return plot;
+}
+
+const struct {
+  const char* Name;
+  PlotClass (*Make)();
+} kPlots[] = {{"line-styles", LineStyles},   {"markers", MarkerStyles}, {"log-axes", LogAxes},
+              {"swapped-axes", SwappedAxes}, {"square", SquareFrame},   {"scripts", Scripts},
+              {"slanted", SlantedNumbers},   {"boxes", Boxes}};
+
+bool TakePlots(const QString& folder, Prompter& prompter) {
+  for (const auto& [name, make] : kPlots) {
+    PlotClass plot = make();
+    QImage picture = BlankPicture({640, 440});
+    if (!plot.CreateGraph({}, prompter) || !plot.DrawGraph(*std::make_unique<QtSurface>(picture), prompter))
+      return false;
+    picture.save(folder + '/' + name + ".png");
+  }
+  return true;
+}
+
+// The window while the coordinates of a point are read.
+bool TakeWindow(const QString& folder, const QString& suffix, Prompter& prompter) {
+  const Settings settings;
+  PlotClass plot = Boxes();
+  if (!plot.CreateGraph({}, prompter)) return false;
+  PlotWindow window(std::move(plot), prompter, settings);
+  window.resize(640, 480);
+  window.show();
+  QApplication::processEvents();
+  window.findChild<QAction*>("mnuPlotShowCoords")->trigger();
+  const SeriesTable table = window.Plot().PlotData[2].CopyDataTo();
+  const PlotPicture& shown = window.Plot().Shown();
+  const QPointF at = QPointF(shown.Horizontal.ToDevice(table.X[6]), shown.Vertical.ToDevice(table.Y[6])) /
+                     window.View().devicePixelRatioF();
+  QMouseEvent move(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+  QApplication::sendEvent(&window.View(), &move);
+  window.grab().save(folder + "/window" + suffix + ".png");
+  return true;
+}
+
+}  // namespace
+}  // namespace quorvex
+
+int main(int argc, char** argv) {
+  using namespace quorvex;
+  const QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
+  if (arguments.size() < 3) return EXIT_FAILURE;
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  const bool dark = arguments.contains("dark");
+  if (dark) QApplication::setPalette(DarkPalette());
+  ErrorPrompter prompter;
+  if (!dark && !TakePlots(arguments[1], prompter)) return EXIT_FAILURE;
+  return TakeWindow(arguments[1], arguments[2], prompter) ? EXIT_SUCCESS : EXIT_FAILURE;
+}

@@ -1,0 +1,278 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "plot/PlotModes.h"
+#include "plot/Plots.h"
+
+namespace quorvex {
+namespace {
+
+using Events = std::vector<std::string>;
+
+// A window of 400 by 300 units that writes down what the plot asks of it.
+class RecordingHost : public PlotHost {
+ public:
+  RecordingHost(PlotClass& plot, Prompter& prompter) : plot_(plot), prompter_(prompter) {
+    RefreshPicture();
+    Done.clear();
+  }
+
+  Events Done;
+  std::int32_t Width = 400;
+  Events Take() { return std::exchange(Done, {}); }
+
+  std::int32_t ScaleWidth() const override { return Width; }
+  std::int32_t ScaleHeight() const override { return 300; }
+  double TwipsPerPixelX() const override { return 15; }
+  double TwipsPerPixelY() const override { return 15; }
+  void EnableMenu() override { Done.push_back("menu on"); }
+  void DisableMenu() override { Done.push_back("menu off"); }
+  void SetCursor(PlotCursor cursor) override {
+    Done.push_back(cursor == PlotCursor::kNormal ? "arrow" : cursor == PlotCursor::kCross ? "cross" : "up arrow");
+  }
+  void PlaceFrame() override { Done.push_back("frame"); }
+  void ShowPoint(const std::string& x, const std::string& y) override { Done.push_back(x + " | " + y); }
+  void HideFrame() override { Done.push_back("no frame"); }
+  void ShowOverlay(PlotOverlay overlay, const DeviceRect& r) override {
+    static constexpr const char* kNames[] = {"band", "mark", "hit", "box"};
+    Done.push_back(std::string(kNames[static_cast<int>(overlay)]) + " " + std::to_string(r.left) + " " +
+                   std::to_string(r.top) + " " + std::to_string(r.right) + " " + std::to_string(r.bottom));
+  }
+  void HideOverlay() override { Done.push_back("no overlay"); }
+  void PlotChanged() override { Done.push_back("changed"); }
+  void RefreshPicture() override {
+    RecordingSurface surface(Width, 300);
+    surface.Caps = {{DeviceCap::HORZSIZE, Width / 4}, {DeviceCap::VERTSIZE, 75}};
+    plot_.RefreshPlot(surface, prompter_);
+    Done.push_back("refresh");
+  }
+
+ private:
+  PlotClass& plot_;
+  Prompter& prompter_;
+};
+
+// A plot in its window. Its frame is 52 24 368 257, and the axes run from 0 to 1 where nothing else is said.
+struct Window {
+  explicit Window(void (*change)(PlotClass&) = [](PlotClass&) {}) {
+    Plot.PlotData.emplace_back(PointSeries({0, 0.25, 0.5, 0.75, 1}, {0, 0.25, 0.5, 0.75, 1.5}, "curve"));
+    Plot.X.Max = Plot.Y.Max = 1;
+    change(Plot);
+    EXPECT_TRUE(Plot.CreateGraph({}, Messages));
+    Host.RefreshPicture();
+    Host.Done.clear();
+  }
+
+  PlotClass Plot = BarePlot();
+  RecordingPrompter Messages;
+  RecordingHost Host{Plot, Messages};
+  PlotModes Modes{Plot, Host, Messages};
+};
+
+TEST(Zoom, TakesTheBoxForTheLimits) {
+  Window window;
+  PlotModes& modes = window.Modes;
+  modes.Zoom(0, 0, 0);
+  EXPECT_EQ(window.Host.Take(), (Events{"menu off", "up arrow"}));
+  modes.MouseMove(false, 100, 100);
+  modes.MouseDown(1, 289, 82.25);  // three quarters across, three quarters up
+  modes.MouseUp(1, 290, 83);       // a click, not a drag
+  EXPECT_EQ(window.Host.Take(), Events{});
+  modes.MouseMove(false, 200, 150);
+  EXPECT_EQ(window.Host.Take(), Events{"band 200 82 289 150"});
+  modes.MouseDown(1, 131, 198.75);
+  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "arrow", "menu on", "refresh", "changed"}));
+  for (const PlotAxis* axis : {&window.Plot.X, &window.Plot.Y}) {
+    EXPECT_DOUBLE_EQ(axis->Min, 0.25);
+    EXPECT_DOUBLE_EQ(axis->Max, 0.75);
+    EXPECT_EQ(axis->NumMajorTicks, 10) << "ticks stay";
+    EXPECT_EQ(axis->Labels.front(), "0.75");
+  }
+  EXPECT_FALSE(modes.Active());
+}
+
+TEST(Zoom, KnowsSwappedAndLogarithmicAxes) {
+  {
+    Window window([](PlotClass& plot) { plot.SwapAxis = true; });
+    window.Modes.Zoom(0, 0, 0);
+    window.Modes.MouseDown(1, 131, 257);
+    window.Modes.MouseUp(1, 368, 140.5);  // let go elsewhere: the same as a second click
+    EXPECT_DOUBLE_EQ(window.Plot.Y.Min, 0.25);
+    EXPECT_DOUBLE_EQ(window.Plot.Y.Max, 1);
+    EXPECT_DOUBLE_EQ(window.Plot.X.Min, 0);
+    EXPECT_DOUBLE_EQ(window.Plot.X.Max, 0.5);
+  }
+  Window window([](PlotClass& plot) {
+    plot.X.LogScale = true;
+    plot.X.Min = 1;
+    plot.X.Max = 1e4;
+  });
+  window.Modes.Zoom(0, 0, 0);
+  window.Modes.MouseDown(1, 52 + 316 * 0.3, 100);
+  window.Modes.MouseDown(1, 52 + 316 * 0.6, 100);  // no height: Y stays
+  EXPECT_EQ(window.Plot.X.Limits(), (AxisLimits{10, 1000, 2, true})) << "decades around 15.8 to 251";
+  EXPECT_EQ(window.Plot.Y.Limits(), (AxisLimits{0, 1, 10}));
+}
+
+TEST(Zoom, EndsWithoutAnEffect) {
+  const struct {
+    const char* what;
+    void (*end)(PlotModes&);
+    Events done;
+  } kCases[] = {
+      {"right button", [](PlotModes& m) { m.MouseDown(2, 5, 5); }, {"no overlay", "arrow", "menu on", "refresh"}},
+      {"middle button", [](PlotModes& m) { m.MouseDown(4, 5, 5); }, {"no overlay", "arrow", "menu on", "refresh"}},
+      {"focus lost", [](PlotModes& m) { m.LostFocus(); }, {"no overlay", "arrow", "menu on"}},
+      {"resized", [](PlotModes& m) { m.Resize(); }, {"no overlay", "arrow", "menu on", "no frame"}},
+  };
+  for (const auto& c : kCases)
+    for (const bool bandOpen : {false, true}) {
+      Window window;
+      window.Modes.Zoom(0, 0, 0);
+      if (bandOpen) window.Modes.MouseDown(1, 100, 100);
+      window.Host.Take();
+      c.end(window.Modes);
+      EXPECT_EQ(window.Host.Take(), c.done) << c.what;
+      window.Modes.MouseDown(1, 50, 50);
+      EXPECT_EQ(window.Host.Take(), Events{}) << c.what;
+      EXPECT_EQ(window.Plot.X.Limits(), (AxisLimits{0, 1, 10})) << c.what;
+    }
+}
+
+TEST(Zoom, NeedsAPicture) {
+  PlotClass plot = BarePlot();
+  RecordingPrompter prompter;
+  RecordingHost host(plot, prompter);
+  PlotModes modes(plot, host, prompter);
+  modes.Zoom(0, 0, 0);
+  modes.ShowCoords(0, 0, 0);
+  EXPECT_FALSE(modes.Active());
+  EXPECT_EQ(host.Take(), Events{});
+}
+
+TEST(ShowCoords, TellsPointerOrPoint) {
+  Window window;
+  window.Modes.ShowCoords(0, 0, 0);
+  EXPECT_EQ(window.Host.Take(), (Events{"frame", "menu off", "cross"}));
+  window.Modes.MouseMove(false, 289, 198.75);
+  EXPECT_EQ(window.Host.Take(), (Events{"mark 283 193 295 205", "7.500000E-01 | 2.500000E-01"}));
+  window.Modes.MouseMove(false, 211, 142);  // near the middle one
+  EXPECT_EQ(window.Host.Take(), (Events{"hit 205 136 217 148", "5.000000E-01 | 5.000000E-01"}));
+  window.Modes.MouseDown(1, 211, 142);
+  EXPECT_EQ(window.Host.Take(), Events{});
+  window.Modes.MouseDown(2, 211, 142);
+  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "arrow", "menu on", "no frame"}));
+  window.Modes.MouseMove(false, 0, 0);
+  EXPECT_EQ(window.Host.Take(), Events{});
+}
+
+TEST(ShowCoords, KnowsSwappedAndLogarithmicAxes) {
+  Window window([](PlotClass& plot) {
+    plot.SwapAxis = true;
+    plot.Y.LogScale = true;  // across
+    plot.Y.Min = 0.01;
+    plot.Y.Max = 100;
+  });
+  window.Modes.ShowCoords(0, 0, 0);
+  const DeviceRect& frame = window.Plot.Shown().Frame;
+  window.Host.Take();
+  window.Modes.MouseMove(false, frame.left + frame.width() * 0.75, frame.bottom);
+  EXPECT_EQ(window.Host.Take().back(), "0.000000E+00 | 1.000000E+01");
+}
+
+TEST(KeyDown, WalksAlongTheCurve) {
+  Window window;
+  const auto last = [&] {
+    const Events done = window.Host.Take();
+    return done.empty() ? "nothing" : done.back();
+  };
+  window.Modes.KeyDown(39);
+  EXPECT_EQ(last(), "nothing") << "not in this mode";
+  window.Modes.ShowCoords(0, 0, 0);
+  window.Modes.MouseMove(false, 300, 200);
+  last();
+  window.Modes.KeyDown(39);
+  EXPECT_EQ(last(), "nothing") << "no point is close";
+
+  window.Modes.MouseMove(false, 210, 140);
+  last();
+  window.Modes.KeyDown(39);
+  EXPECT_EQ(window.Host.Take(), (Events{"hit 283 76 295 88", "7.500000E-01 | 7.500000E-01"}));
+  window.Modes.KeyDown(39);
+  EXPECT_EQ(last(), "nothing") << "the next one is above the axis";
+  for (const char* x : {"5.0", "2.5", "0.0"}) {
+    window.Modes.KeyDown(37);
+    EXPECT_TRUE(last().starts_with(x));
+  }
+  window.Modes.KeyDown(37);
+  EXPECT_EQ(last(), "0.000000E+00 | 0.000000E+00") << "the first one";
+  window.Modes.KeyDown(65);
+  EXPECT_EQ(last(), "nothing");
+}
+
+// The legend is 5 letters of 5, 5 gaps of 8 and a sample of 32 wide, 11 and 2 gaps of 8 high.
+void WithLegend(PlotClass& plot) {
+  plot.Legend.Show = true;
+  plot.Legend.Left = 100;
+  plot.Legend.Top = 50;
+}
+
+TEST(BoxDrag, TakesTheLegendElsewhere) {
+  Window window(WithLegend);
+  ASSERT_EQ(window.Plot.Shown().Legend, (DeviceRect{100, 50, 197, 77}));
+  window.Modes.MouseDown(2, 110, 60);
+  window.Modes.MouseDown(1, 98, 60);
+  EXPECT_EQ(window.Host.Take(), Events{});
+
+  window.Modes.MouseDown(1, 110, 60);
+  window.Modes.MouseMove(true, 210, 90);
+  EXPECT_EQ(window.Host.Take(), (Events{"changed", "box 100 50 197 77", "box 200 80 297 107"}));
+  RecordingSurface during;
+  window.Plot.RefreshPlot(during, window.Messages);
+  EXPECT_TRUE(during.Calls.empty());
+  window.Modes.MouseUp(1, 215, 95);
+  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "refresh"}));
+  EXPECT_EQ(window.Plot.Legend.Left, 205);
+  EXPECT_EQ(window.Plot.Shown().Legend, (DeviceRect{205, 85, 302, 112}));
+
+  // Where the window is twice as wide as at first, so are the places in it.
+  window.Host.Width = 800;
+  window.Host.RefreshPicture();
+  EXPECT_EQ(window.Plot.Shown().Legend.left, 410);
+  window.Modes.MouseDown(1, 410, 85);
+  window.Modes.MouseUp(1, 300, -40);
+  EXPECT_EQ(window.Plot.Legend.Left, 150);
+  EXPECT_EQ(window.Plot.Legend.Top, 2) << "not beyond the edge";
+}
+
+TEST(BoxDrag, EndsWithoutTheButton) {
+  Window window(WithLegend);
+  window.Plot.FootNote.Show = true;
+  window.Plot.FootNoteText = "note";
+  window.Plot.FootNote.Left = 150;
+  window.Plot.FootNote.Top = 200;
+  window.Host.RefreshPicture();
+  const DeviceRect note = window.Plot.Shown().FootNote;
+  window.Host.Take();
+  window.Modes.MouseDown(1, note.left + 1, note.top + 1);
+  window.Modes.MouseMove(false, 10, 10);
+  EXPECT_EQ(window.Host.Take().back(), "no overlay");
+  EXPECT_FALSE(window.Plot.FootNote.Dragging);
+  EXPECT_EQ(window.Plot.FootNote.Left, 150);
+
+  window.Modes.MouseDown(1, note.left + 1, note.top + 1);
+  window.Modes.MouseUp(1, note.left + 11, note.top + 6);
+  EXPECT_EQ(window.Plot.FootNote.Left, 160);
+  EXPECT_EQ(window.Plot.FootNote.Top, 205);
+  EXPECT_EQ(window.Plot.Legend.Left, 100);
+
+  window.Plot.Legend.Show = window.Plot.FootNote.Show = false;
+  window.Host.RefreshPicture();
+  window.Host.Take();
+  window.Modes.MouseDown(1, 110, 60);
+  EXPECT_EQ(window.Host.Take(), Events{});
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,100 @@
+#include <gtest/gtest.h>
+
+#include "RecordingPrompter.h"
+#include "engine/EqClass.h"
+#include "engine/InterpClass.h"
+#include "results/ResultPlots.h"
+
+namespace quorvex {
+namespace {
+
+SolveData Points() {
+  SolveData data;
+  data.X = {{1, 2, 3, 4}};
+  data.Y = {2.5, 4, 6.5, 7};
+  data.SD = {0.5, 1, 1, 1};
+  data.sig = {1, 1, 1, 1};
+  return data;
+}
+
+std::unique_ptr<ModelClass> ModelOf(const std::string& text, double a) {
+  auto model = std::make_unique<EqClass>(LocaleText());
+  model->SetID(text, {text});
+  model->SetIC(Points());
+  model->SetValue(1, a);
+  return model;
+}
+
+std::vector<std::string> Names(const PlotClass& plot) {
+  std::vector<std::string> names;
+  for (const PlotSeries& series : plot.PlotData) names.push_back(series.Style().LegendText);
+  return names;
+}
+
+std::vector<double> YOf(const PlotSeries& series) {
+  const SeriesTable table = series.CopyDataTo();
+  return {table.Y.begin(), table.Y.end()};
+}
+
+TEST(ModelPlot, ShowsDataAndCurve) {
+  const auto model = ModelOf("a*x", 2);
+  Result<PlotClass> plot = ModelPlot(model->CopyTo(), model->id, Points(), "Time", "Height", Settings());
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(Names(*plot), (std::vector<std::string>{"Input Data", "Model a*x"}));
+  EXPECT_EQ(plot->X.AxisTitle, "Time");
+  const SeriesStyle& data = plot->PlotData[0].Style();
+  EXPECT_TRUE(data.DisplayMarker && !data.DisplayLine && !data.ShowErrorBars);
+  EXPECT_EQ(plot->PlotData[0].CopyMaXMinErrorDataTo().Max[0], 3);
+  EXPECT_EQ(plot->PlotData[1].CopyDataTo().Y.back(), 8);
+  EXPECT_TRUE(model->LegendText.empty()) << "the project's model stays as it is";
+  RecordingPrompter prompter;
+  EXPECT_TRUE(plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter));
+
+  InterpClass spline;
+  std::string log;
+  ASSERT_TRUE(spline.Fit(Points(), log));
+  plot = ModelPlot(spline, spline.id, Points(), "", "", Settings());
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(Names(*plot)[1], "Model Cubic Spline");
+
+  const auto broken = ModelOf("a*ln(x-2)", 1);
+  EXPECT_EQ(ModelPlot(broken->CopyTo(), broken->id, Points(), "", "", Settings()).error(),
+            "An error has occurred generating equation data for equation a*ln(x-2)");
+}
+
+TEST(ResidualPlot, ShowsResidualsByRow) {
+  const auto model = ModelOf("a*x", 2);
+  const Result<PlotClass> plot = ResidualPlot(*model, Points(), Settings());
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(plot->PlotTitle, "Residual Error for Equation a*x");
+  EXPECT_EQ(Names(*plot), std::vector<std::string>{"Residuals"});
+  EXPECT_EQ(YOf(plot->PlotData[0]), (std::vector<double>{0.5, 0, 0.5, -1}));
+  EXPECT_EQ(plot->PlotData[0].InputXMin(), 1);
+  EXPECT_EQ(plot->PlotData[0].InputXMax(), 4);
+  const auto broken = ModelOf("a*ln(x-2)", 1);
+  EXPECT_EQ(ResidualPlot(*broken, Points(), Settings()).error(),
+            "An error occurred creating the Residual Scatter Plot. The plot cannot be created.");
+}
+
+// The quantile of 1 - 1/8 is 1.1503493803760079 (mpmath at 50 digits).
+TEST(NormalPlot, ShowsSortedResidualsAndTheirLine) {
+  const auto model = ModelOf("a*x", 2);
+  model->StdErr = 0.5;
+  const Result<PlotClass> plot = NormalPlot(*model, Points(), Settings());
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(plot->PlotTitle, "Residual Normal Probability Plot");
+  EXPECT_EQ(plot->X.AxisTitle, "Normal Quantiles");
+  EXPECT_EQ(plot->Y.AxisTitle, "Normalized Residuals");
+  EXPECT_EQ(Names(*plot), (std::vector<std::string>{"Residuals", "Reference line"}));
+  EXPECT_EQ(YOf(plot->PlotData[0]), (std::vector<double>{-2, 0, 1, 1}));
+  EXPECT_NEAR(plot->PlotData[0].InputXMax(), 1.1503493803760079, 1e-8);
+  const SeriesTable line = plot->PlotData[1].CopyDataTo();
+  EXPECT_EQ(line.X[1], plot->PlotData[0].InputXMax());
+  EXPECT_EQ(line.Y[1], line.X[1]);
+  const auto broken = ModelOf("a*ln(x-2)", 1);
+  EXPECT_EQ(NormalPlot(*broken, Points(), Settings()).error(),
+            "An error occurred creating the Residual Normal Probability Plot. The plot cannot be created.");
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,181 @@
+// What the Qt surface puts on its pixels.
+
+#include <gtest/gtest.h>
+
+#include <QFontInfo>
+#include <QImage>
+#include <random>
+
+#include "plot/Markers.h"
+#include "plot/PlotFont.h"
+#include "plot/StyledLines.h"
+#include "plot/ui/PlotOutput.h"
+#include "plot/ui/QtSurface.h"
+
+namespace quorvex {
+namespace {
+
+constexpr QRgb kWhitePixel = 0xFFFFFFFF;
+
+// How many pixels of a rectangle are not white.
+int Inked(const QImage& image, const QRect& where) {
+  int count = 0;
+  for (int y = where.top(); y <= where.bottom(); ++y)
+    for (int x = where.left(); x <= where.right(); ++x) count += image.pixel(x, y) != kWhitePixel;
+  return count;
+}
+
+TEST(QtSurface, MeasuresItsDevice) {
+  for (const int perInch : {96, 192}) {
+    QImage image = BlankPicture({5 * perInch, 4 * perInch, 1.0 * perInch});
+    const QtSurface surface(image);
+    EXPECT_EQ(surface.GetDeviceCaps(DeviceCap::HORZSIZE), 127);
+    EXPECT_EQ(surface.GetDeviceCaps(DeviceCap::VERTSIZE), 102);
+    EXPECT_EQ(surface.GetDeviceCaps(DeviceCap::HORZRES), 5 * perInch);
+    EXPECT_EQ(surface.GetDeviceCaps(DeviceCap::LOGPIXELSY), perInch);
+    EXPECT_EQ(surface.TwipsPerPixelX(), 1440.0 / perInch);
+    EXPECT_EQ(surface.PenScale(), perInch / 96);
+    EXPECT_FALSE(surface.IsPrinter());
+  }
+}
+
+TEST(QtSurface, KeepsStraightLinesOnWholePixels) {
+  for (const int width : {1, 2, 3, 4}) {
+    QImage image = BlankPicture({60, 60});
+    {
+      QtSurface surface(image);
+      const SelectedObject pen(surface, surface.CreatePen(0, width, 0x0000FF));
+      surface.MoveToEx(10, 30);
+      surface.LineTo(50, 30);
+      surface.MoveToEx(30, 10);
+      surface.LineTo(30, 50);
+    }
+    for (const bool down : {false, true}) {
+      int full = 0, partly = 0;
+      for (int i = 0; i < 60; ++i) {
+        const QRgb pixel = down ? image.pixel(20, i) : image.pixel(i, 20);
+        (pixel == 0xFFFF0000 ? full : partly) += pixel != kWhitePixel;
+      }
+      EXPECT_EQ(full, width);
+      EXPECT_EQ(partly, 0) << "width " << width;
+    }
+  }
+}
+
+TEST(QtSurface, KeepsEachPixelWhenItLeavesOutRetracedPoints) {
+  // The same line through all points, drawn by the painter itself.
+  std::mt19937 random(7);
+  std::uniform_int_distribution<int> height(20, 180);
+  QPolygonF points;
+  for (int i = 0; i < 4000; ++i)
+    points.append(QPointF(10 + i / 20, i % 3 == 0 && i > 0 ? points.back().y() : height(random)));
+  QImage expected = BlankPicture({220, 200}), actual = expected;
+  {
+    QPainter painter(&expected);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::black, 1, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+    painter.translate(0.5, 0.5);
+    painter.drawPolyline(points);
+    QtSurface surface(actual);
+    surface.MoveToEx(static_cast<int>(points[0].x()), static_cast<int>(points[0].y()));
+    for (const QPointF& point : points) surface.LineTo(static_cast<int>(point.x()), static_cast<int>(point.y()));
+  }
+  // Smoothed ink adds up where the painter goes over a place again and again: inked or not is what must agree.
+  for (int y = 0; y < 200; ++y)
+    for (int x = 0; x < 220; ++x)
+      ASSERT_EQ(expected.pixel(x, y) == kWhitePixel, actual.pixel(x, y) == kWhitePixel) << x << ' ' << y;
+}
+
+// The third and later of equal markers are stamps of a picture; each on a surface of its own is painted.
+TEST(QtSurface, StampsMarkersAsItPaintsThem) {
+  const std::int32_t xs[] = {20, 60, 64, 30, 98}, ys[] = {20, 70, 72, 50, 98};
+  for (int style = 0; style < 10; ++style)
+    for (const int scale : {1, 2}) {
+      QImage stamped = BlankPicture({100, 100, 96.0 * scale}), painted = stamped;
+      {
+        QtSurface surface(stamped);
+        DrawMarkers(surface, xs, ys, 0x1E64C8, style, 6, scale);
+      }
+      for (std::size_t i = 0; i < std::size(xs); ++i) {
+        QtSurface surface(painted);
+        DrawMarkers(surface, std::span(xs).subspan(i, 1), std::span(ys).subspan(i, 1), 0x1E64C8, style, 6, scale);
+      }
+      for (int y = 0; y < 100; ++y)
+        for (int x = 0; x < 100; ++x) {
+          const QColor a = stamped.pixelColor(x, y), b = painted.pixelColor(x, y);
+          // Smoothed edges are rounded twice.
+          ASSERT_LE(std::abs(a.red() - b.red()), 3) << "style " << style << " at " << x << ", " << y;
+          ASSERT_LE(std::abs(a.blue() - b.blue()), 3) << "style " << style << " at " << x << ", " << y;
+        }
+    }
+}
+
+TEST(QtSurface, DrawsWhatComesInSightOfALineFarBeyondThePage) {
+  for (const int style : {0, 1}) {
+    QImage image = BlankPicture({100, 100});
+    {
+      QtSurface surface(image);
+      DrawStyledSegment(surface, {-49990, 50}, {49990, 50}, style, 1, 0, 1);
+      DrawStyledSegment(surface, {50, -49999}, {50, 49999}, style, 1, 0, 1);
+    }
+    for (const QRect& side : {QRect(0, 50, 25, 1), QRect(75, 50, 25, 1), QRect(50, 0, 1, 25), QRect(50, 75, 1, 25)})
+      EXPECT_GE(Inked(image, side), style == 0 ? 25 : 15);
+    EXPECT_EQ(Inked(image, QRect(0, 0, 49, 49)), 0);
+  }
+}
+
+TEST(QtSurface, ConfinesDrawingToItsClip) {
+  QImage image = BlankPicture({100, 100});
+  {
+    QtSurface surface(image);
+    const SelectedObject brush(surface, surface.CreateSolidBrush(0));
+    const ClipRectangle clip(surface, 20, 30, 60, 70);
+    surface.Rectangle(0, 0, 99, 99);
+  }
+  EXPECT_EQ(Inked(image, image.rect()), 41 * 41);  // the edges are within
+  EXPECT_EQ(Inked(image, QRect(20, 30, 41, 41)), 41 * 41);
+}
+
+TEST(QtSurface, MapsAWindowOfTheDrawingToAViewport) {
+  QImage image = BlankPicture({200, 100});
+  {
+    QtSurface surface(image);
+    surface.SetMapMode(8);
+    surface.SetWindowOrgEx(1000, 1000);
+    surface.SetWindowExtEx(100, 100);
+    surface.SetViewportOrgEx(100, 50);
+    surface.SetViewportExtEx(50, 50);
+    const SelectedObject brush(surface, surface.CreateSolidBrush(0));
+    surface.Rectangle(1000, 1000, 1100, 1100);
+  }
+  EXPECT_GT(Inked(image, QRect(102, 52, 46, 46)), 46 * 46 - 1);
+  EXPECT_EQ(Inked(image, QRect(0, 0, 98, 100)), 0);
+  EXPECT_EQ(Inked(image, QRect(153, 0, 47, 100)), 0);
+}
+
+// The metric twin of Arial, at 12 points on 96 and on 192 pixels to the inch: 16 and 32 pixels.
+TEST(QtSurface, TurnsTextAboutItsUpperLeftCorner) {
+  for (const int scale : {1, 2}) {
+    DeviceExtent extent;
+    for (const int angle : {0, 90}) {
+      QImage image = BlankPicture({200 * scale, 200 * scale, 96.0 * scale});
+      {
+        QtSurface surface(image);
+        surface.SetBkMode(1);
+        const SelectedObject font(surface, CreatePlotFont({"Arial", 12, false, false}, angle, surface));
+        extent = surface.GetTextExtentPoint32A("HHHHHH");
+        surface.TextOutA(100 * scale, 100 * scale, "HHHHHH");
+      }
+      // Capital H of the typeface is 1479 of 2048 units wide, so six at 16 pixels are 69.3.
+      EXPECT_NEAR(extent.cx, 69.3 * scale, 3 * scale);
+      EXPECT_NEAR(extent.cy, 18 * scale, 1 * scale);
+      const QRect cell = angle == 0 ? QRect(100 * scale, 100 * scale, extent.cx, extent.cy)
+                                    : QRect(100 * scale, 100 * scale - extent.cx, extent.cy, extent.cx);
+      EXPECT_GT(Inked(image, cell), 200 * scale);
+      EXPECT_EQ(Inked(image, cell), Inked(image, image.rect())) << angle;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
