@@ -49,6 +49,12 @@ for case in BareFromChars ReadToArrays; do
     --benchmark_report_aggregates_only=true 2>/dev/null | grep median
 done
 
+if [[ -x $tools/plot_bench ]]; then
+  echo
+  echo "Drawing plots on a picture of 1600 by 1000 pixels"
+  "$tools/plot_bench" 2>/dev/null
+fi
+
 echo
 echo "Whole processes, median of 11"
 "$tools/make_data" 20 "$folder/small.txt"

@@ -87,12 +87,13 @@ PlotClass LineStyles() {
           width == 3 ? std::array{"solid", "dash", "dot", "dash-dot", "dash-dot-dot"}[static_cast<std::size_t>(style)]
                      : "";
       plot.PlotData.emplace_back(Line(std::move(series), style, width));
-      level += style < 4 ? 1 : 2.5;
+      level += style < 4 ? 0.8 + 0.15 * width : 2.5;
     }
   plot.X.Min = 0;
   plot.X.Max = 10;
   plot.Y.Min = -5;
-  plot.Y.Max = 45;  // room for the legend
+  plot.Y.Max = 55;  // room for the legend
+  plot.Y.NumMajorTicks = 12;
   return plot;
 }
 
@@ -173,7 +174,7 @@ PlotClass SquareFrame() {
   constexpr double kTurn = 2 * std::numbers::pi;
   plot.PlotData.emplace_back(Line(Series(
                                       400, [](double part) { return std::sin(3 * kTurn * part); },
-                                      [](double part) { return std::cos(2 * kTurn * part); }, kViolet, "3 : 2"),
+                                      [](double part) { return std::cos(2 * kTurn * part + 0.5); }, kViolet, "3 : 2"),
                                   0, 2));
   plot.PlotData.emplace_back(Line(Series(
                                       200, [](double part) { return std::sin(kTurn * part); },

@@ -17,6 +17,7 @@ struct SurfacePen {
 
 struct SurfaceBrush {
   std::optional<std::int32_t> Colour;  // nothing for the hollow brush
+  bool operator==(const SurfaceBrush&) const = default;
 };
 
 struct SurfaceRegion {

@@ -48,16 +48,19 @@ Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const Sol
 }
 
 Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const Settings& settings,
-                               const LocaleText& locale) {
+                               const LocaleText& locale, std::span<const std::size_t> rows) {
   std::optional<std::vector<double>> residuals = model.GenerateResiduals(data);
   if (!residuals) return Failure{"An error occurred creating the Residual Scatter Plot. The plot cannot be created."};
   PlotClass plot(settings, locale);
   plot.PlotTitle = "Residual Error for Equation " + model.id;
   plot.X.AxisTitle = "Row";
   plot.Y.AxisTitle = "Residuals";
-  std::vector<double> rows(data.N());
-  std::iota(rows.begin(), rows.end(), 1.0);
-  plot.PlotData.emplace_back(Markers("Residuals", std::move(rows), std::move(*residuals), settings));
+  std::vector<double> numbers(rows.begin(), rows.end());
+  if (rows.empty()) {
+    numbers.resize(data.N());
+    std::iota(numbers.begin(), numbers.end(), 1.0);
+  }
+  plot.PlotData.emplace_back(Markers("Residuals", std::move(numbers), std::move(*residuals), settings));
   return plot;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "core/LocaleText.h"
@@ -18,9 +19,10 @@ namespace quorvex {
 Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
                             const std::string& yTitle, const Settings& settings, const LocaleText& locale = {});
 
-// The residuals against their row: the number of the point in the data, from 1.
+// The residuals against their row: `rows` of the sheet, one per point, or, where there are none, the number of the
+// point in the data, from 1.
 Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const Settings& settings,
-                               const LocaleText& locale = {});
+                               const LocaleText& locale = {}, std::span<const std::size_t> rows = {});
 
 // The residuals in units of StdErr against what a normal distribution would have in their places, with the line on
 // which such residuals lie.

@@ -226,6 +226,7 @@ TEST_F(PlotViewTest, PrintsOnOnePageWithinTheMargins) {
   page.Left = 30;  // inches
   printer.setOutputFileName(QString::fromStdString(folder.Path("none.pdf")));
   EXPECT_FALSE(PrintPlot(Plot(), printer, page, prompter));
+  EXPECT_FALSE(QFile::exists(printer.outputFileName()));
   ASSERT_EQ(prompter.Said.size(), 2u);
   EXPECT_EQ(prompter.Said[0],
             "refuse: The left margin specified is more than the actual page width. Please check the margin settings in "

@@ -6,6 +6,7 @@
 #include <QImage>
 #include <random>
 
+#include "plot/Markers.h"
 #include "plot/PlotFont.h"
 #include "plot/StyledLines.h"
 #include "plot/ui/PlotOutput.h"
@@ -83,6 +84,30 @@ TEST(QtSurface, KeepsEachPixelWhenItLeavesOutRetracedPoints) {
   for (int y = 0; y < 200; ++y)
     for (int x = 0; x < 220; ++x)
       ASSERT_EQ(expected.pixel(x, y) == kWhitePixel, actual.pixel(x, y) == kWhitePixel) << x << ' ' << y;
+}
+
+// The third and later of equal markers are stamps of a picture; each on a surface of its own is painted.
+TEST(QtSurface, StampsMarkersAsItPaintsThem) {
+  const std::int32_t xs[] = {20, 60, 64, 30, 98}, ys[] = {20, 70, 72, 50, 98};
+  for (int style = 0; style < 10; ++style)
+    for (const int scale : {1, 2}) {
+      QImage stamped = BlankPicture({100, 100, 96.0 * scale}), painted = stamped;
+      {
+        QtSurface surface(stamped);
+        DrawMarkers(surface, xs, ys, 0x1E64C8, style, 6, scale);
+      }
+      for (std::size_t i = 0; i < std::size(xs); ++i) {
+        QtSurface surface(painted);
+        DrawMarkers(surface, std::span(xs).subspan(i, 1), std::span(ys).subspan(i, 1), 0x1E64C8, style, 6, scale);
+      }
+      for (int y = 0; y < 100; ++y)
+        for (int x = 0; x < 100; ++x) {
+          const QColor a = stamped.pixelColor(x, y), b = painted.pixelColor(x, y);
+          // Smoothed edges are rounded twice.
+          ASSERT_LE(std::abs(a.red() - b.red()), 3) << "style " << style << " at " << x << ", " << y;
+          ASSERT_LE(std::abs(a.blue() - b.blue()), 3) << "style " << style << " at " << x << ", " << y;
+        }
+    }
 }
 
 TEST(QtSurface, DrawsWhatComesInSightOfALineFarBeyondThePage) {

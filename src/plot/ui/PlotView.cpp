@@ -106,7 +106,7 @@ void PlotView::PaintOverlay(QPainter& painter) const {
     painter.setOpacity(1);
   }
   const double width = devicePixelRatioF();
-  QPen ground(Qt::white, mark ? 3 * width : width), line(Qt::black, width, Qt::SolidLine, Qt::FlatCap);
+  QPen ground(QColor(255, 255, 255, 180), mark ? 3 * width : width), line(Qt::black, width, Qt::SolidLine, Qt::FlatCap);
   if (!mark) line.setDashPattern({3, 3});
   painter.translate(0.5, 0.5);
   for (const QPen& pen : {ground, line}) {

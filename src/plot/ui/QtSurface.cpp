@@ -16,6 +16,10 @@ constexpr double kMillimetresPerInch = 25.4, kTwipsPerInch = 1440;
 
 QColor ToColor(std::int32_t colour) { return {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF}; }
 
+QBrush ToBrush(const SurfaceBrush& brush) {
+  return brush.Colour ? QBrush(ToColor(*brush.Colour)) : QBrush(Qt::NoBrush);
+}
+
 QRectF ToRectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
   return {QPointF(left, top), QPointF(right, bottom)};
 }
@@ -46,15 +50,53 @@ std::vector<DevicePoint> WithoutRetraced(const std::vector<DevicePoint>& line, s
   return kept;
 }
 
+// What of a line comes into a rectangle. The painter's own arithmetic does not reach the places far outside where
+// curves may lead.
+QList<QPolygonF> PartsInSight(const std::vector<DevicePoint>& line, const QRectF& sight) {
+  QList<QPolygonF> parts;
+  bool open = false;  // the last part goes on
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const QPointF from(line[i - 1].x, line[i - 1].y), step = QPointF(line[i].x, line[i].y) - from;
+    double enter = 0, leave = 1;  // in fractions of the step
+    const auto confine = [&](double start, double length, double low, double high) {
+      if (length == 0) {
+        if (start < low || start > high) leave = -1;
+        return;
+      }
+      const double a = (low - start) / length, b = (high - start) / length;
+      enter = std::max(enter, std::min(a, b));
+      leave = std::min(leave, std::max(a, b));
+    };
+    confine(from.x(), step.x(), sight.left(), sight.right());
+    confine(from.y(), step.y(), sight.top(), sight.bottom());
+    if (enter > leave) {
+      open = false;
+      continue;
+    }
+    if (!open || enter > 0) parts.append(QPolygonF{from + enter * step});
+    parts.back().append(from + leave * step);
+    open = leave == 1;
+  }
+  return parts;
+}
+
 }  // namespace
 
-QtSurface::QtSurface(QPaintDevice& device, Device kind) : device_(device), kind_(kind), painter_(&device) {
-  painter_.setRenderHint(QPainter::Antialiasing);
-  painter_.setBackgroundMode(Qt::OpaqueMode);
+QtSurface::QtSurface(QPaintDevice& device, Device kind) : device_(device), kind_(kind) {
   windowExtent_ = viewportExtent_ = {device.width(), device.height()};
 }
 
 QtSurface::~QtSurface() { Flush(); }
+
+// A printer that nothing is drawn on has no page to print.
+QPainter& QtSurface::Painter() {
+  if (!painter_.isActive()) {
+    painter_.begin(&device_);
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.setBackgroundMode(Qt::OpaqueMode);
+  }
+  return painter_;
+}
 
 std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
   switch (index) {
@@ -86,6 +128,7 @@ SurfaceHandle QtSurface::CreateSolidBrush(std::int32_t colour) { return objects_
 SurfaceHandle QtSurface::SelectObject(SurfaceHandle object) {
   Flush();
   fontIsCurrent_ = false;
+  stamps_.clear();
   return objects_.Select(object);
 }
 
@@ -101,7 +144,8 @@ void QtSurface::Flush() {
   if (lines_.empty()) return;
   double length = 0;
   for (Line& line : lines_) {
-    line = WithoutRetraced(WithoutRetraced(line, &DevicePoint::x, &DevicePoint::y), &DevicePoint::y, &DevicePoint::x);
+    if (line.size() > 2)
+      line = WithoutRetraced(WithoutRetraced(line, &DevicePoint::x, &DevicePoint::y), &DevicePoint::y, &DevicePoint::x);
     for (std::size_t i = 1; i < line.size(); ++i)
       length += std::abs(1.0 * line[i].x - line[i - 1].x) + std::abs(1.0 * line[i].y - line[i - 1].y);
   }
@@ -110,116 +154,135 @@ void QtSurface::Flush() {
   QPen pen = Pen();
   if (IsRaster() && length > kDense) {
     pen.setCapStyle(Qt::FlatCap);
-    painter_.setRenderHint(QPainter::Antialiasing, objects_.Pen().Width <= 1);
+    Painter().setRenderHint(QPainter::Antialiasing, objects_.Pen().Width <= 1);
   }
-  painter_.setPen(pen);
-  painter_.setBrush(Qt::NoBrush);
-  for (const Line& line : lines_) Visible(line);
-  lines_.clear();
-  painter_.setRenderHint(QPainter::Antialiasing);
-}
+  Painter().setPen(pen);
+  Painter().setBrush(Qt::NoBrush);
+  Painter().setTransform(Shifted());
 
-bool QtSurface::IsRaster() const { return painter_.paintEngine()->type() == QPaintEngine::Raster; }
-
-// The painter's own arithmetic does not reach the places far outside where curves may lead.
-void QtSurface::Visible(const Line& line) {
   const double width = objects_.Pen().Width;
-  const QRectF box = map_.inverted()
-                         .mapRect(QRectF(0, 0, device_.width(), device_.height()))
-                         .adjusted(-width, -width, width, width)
-                         .toAlignedRect();
-  QPolygonF part;
-  const auto paint = [&] {
-    if (part.size() > 1) Paint(part);
-    part.clear();
-  };
-  for (std::size_t i = 1; i < line.size(); ++i) {
-    const QPointF from(line[i - 1].x, line[i - 1].y), step = QPointF(line[i].x, line[i].y) - from;
-    double enter = 0, leave = 1;
-    const auto confine = [&](double start, double length, double low, double high) {
-      if (length == 0) {
-        if (start < low || start > high) leave = -1;
-        return;
-      }
-      const double a = (low - start) / length, b = (high - start) / length;
-      enter = std::max(enter, std::min(a, b));
-      leave = std::min(leave, std::max(a, b));
-    };
-    confine(from.x(), step.x(), box.left(), box.right());
-    confine(from.y(), step.y(), box.top(), box.bottom());
-    if (enter > leave) {
-      paint();
-      continue;
-    }
-    if (enter > 0) paint();
-    if (part.isEmpty()) part.append(from + enter * step);
-    part.append(from + leave * step);
-    if (leave < 1) paint();
-  }
-  paint();
+  const QRectF sight = map_.inverted()
+                           .mapRect(QRectF(0, 0, device_.width(), device_.height()))
+                           .adjusted(-width, -width, width, width)
+                           .toAlignedRect();
+  QList<QLineF> single;
+  for (const Line& line : lines_)
+    for (const QPolygonF& part : PartsInSight(line, sight))
+      if (part.size() == 2)
+        single.append({part[0], part[1]});
+      else
+        PaintLine(part);
+  Painter().drawLines(single);
+  lines_.clear();
+  Painter().setRenderHint(QPainter::Antialiasing);
 }
 
-void QtSurface::Paint(const QPolygonF& line) {
-  constexpr qsizetype kChunk = 32;  // a wide line's outline takes time by the square of its corners
+bool QtSurface::IsRaster() const { return device_.paintEngine()->type() == QPaintEngine::Raster; }
+
+void QtSurface::PaintLine(const QPolygonF& line) {
+  QPen pen = Painter().pen();
   bool straight = true;
   for (qsizetype i = 1; i < line.size(); ++i)
     straight = straight && (line[i].x() == line[i - 1].x() || line[i].y() == line[i - 1].y());
-  Shift(straight);
+  if (straight) {  // the corners of a frame are square
+    QPen square = pen;
+    square.setJoinStyle(Qt::MiterJoin);
+    Painter().setPen(square);
+  }
+  // A wide line's outline takes time by the square of its corners, so one of many goes in pieces, which share a step so
+  // that its ends are joins. There edges are a trace harder; at so many corners nobody sees it.
+  constexpr qsizetype kManyCorners = 64, kPiece = 8;
   if (line.size() > 3 && line.front() == line.back()) {
     QPainterPath closed;
     closed.addPolygon(line);
     closed.closeSubpath();
-    painter_.drawPath(closed);
-  } else if (IsRaster() && objects_.Pen().Width > 1) {
-    for (qsizetype start = 0; start + 1 < line.size();
-         start += kChunk)  // chunks share a segment, so its ends are joins
-      painter_.drawPolyline(line.constData() + start, static_cast<int>(std::min(kChunk + 2, line.size() - start)));
+    Painter().drawPath(closed);
+  } else if (IsRaster() && pen.width() > 1 && line.size() > kManyCorners) {
+    for (qsizetype start = 0; start + 1 < line.size(); start += kPiece)
+      Painter().drawPolyline(line.constData() + start, static_cast<int>(std::min(kPiece + 2, line.size() - start)));
   } else {
-    painter_.drawPolyline(line);
+    Painter().drawPolyline(line);
   }
+  if (straight) Painter().setPen(pen);
 }
 
-// A place is the middle of its pixel. A straight line of an even width, though, has its middle between two.
-void QtSurface::Shift(bool straight) {
-  const double half = straight && objects_.Pen().Width % 2 == 0 ? 0 : 0.5;
-  painter_.setTransform(map_ * QTransform::fromTranslate(half, half));
+// A place is the middle of its pixel, but lines of an even width have their middle between two.
+QTransform QtSurface::Shifted() const {
+  const double half = objects_.Pen().Width % 2 == 0 ? 0 : 0.5;
+  return map_ * QTransform::fromTranslate(half, half);
 }
 
 QPen QtSurface::Pen() const {
-  const SurfacePen& pen = objects_.Pen();
+  const int width = std::max(objects_.Pen().Width, 1);
   // The thinnest lines end where they are told to, so that their patterns keep their gaps.
-  const Qt::PenCapStyle cap = pen.Width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
-  return {ToColor(pen.Colour), std::max(pen.Width, 1) * 1.0, Qt::SolidLine, cap, Qt::RoundJoin};
-}
-
-QBrush QtSurface::Brush(const SurfaceBrush& brush) const {
-  return brush.Colour ? QBrush(ToColor(*brush.Colour)) : QBrush(Qt::NoBrush);
+  const Qt::PenCapStyle cap = width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
+  // A round corner of two pixels looks like any other, but takes its time.
+  const Qt::PenJoinStyle join = IsRaster() && width <= 2 ? Qt::BevelJoin : Qt::RoundJoin;
+  return {ToColor(objects_.Pen().Colour), 1.0 * width, Qt::SolidLine, cap, join};
 }
 
 void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
-  Flush();
-  Shift(true);
-  QPen pen = Pen();
-  pen.setJoinStyle(Qt::MiterJoin);
-  painter_.setPen(pen);
-  painter_.setBrush(Brush(objects_.Brush()));
-  painter_.drawRect(ToRectangle(left, top, right, bottom));
+  PaintShape({Shape::kRectangle, {{left, top}, {right, bottom}}, true, objects_.Brush()});
 }
 
 void QtSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
-  Flush();
-  Shift(false);
-  painter_.setPen(Pen());
-  painter_.setBrush(Brush(objects_.Brush()));
-  painter_.drawEllipse(ToRectangle(left, top, right, bottom));
+  PaintShape({Shape::kEllipse, {{left, top}, {right, bottom}}, true, objects_.Brush()});
 }
 
 void QtSurface::Polygon(std::span<const DevicePoint> points) {
+  PaintShape({Shape::kPolygon, {points.begin(), points.end()}, true, objects_.Brush()});
+}
+
+void QtSurface::PaintShape(Shape shape) {
   Flush();
-  Shift(false);
-  painter_.setPen(Pen());
-  painter_.setBrush(Brush(objects_.Brush()));
-  painter_.drawPolygon(ToPolygon(points));
+  if (shape.Points.empty()) return;
+  const DevicePoint at = shape.Points[0];
+  for (DevicePoint& point : shape.Points) point = {point.x - at.x, point.y - at.y};
+  if (const Stamp* stamp = StampOf(shape)) {
+    Painter().setTransform({});
+    Painter().drawImage(at.x + stamp->Corner.x(), at.y + stamp->Corner.y(), stamp->Picture);
+    return;
+  }
+  Painter().setTransform(QTransform::fromTranslate(at.x, at.y) * Shifted());
+  PaintAtOrigin(Painter(), shape);
+}
+
+void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
+  QPen pen = shape.Outlined ? Pen() : QPen(Qt::NoPen);
+  if (shape.Kind == Shape::kRectangle) pen.setJoinStyle(Qt::MiterJoin);
+  painter.setPen(pen);
+  painter.setBrush(ToBrush(shape.Fill));
+  const QPolygonF points = ToPolygon(shape.Points);
+  if (shape.Kind == Shape::kPolygon)
+    painter.drawPolygon(points);
+  else if (shape.Kind == Shape::kEllipse)
+    painter.drawEllipse(QRectF(points.front(), points.back()));
+  else
+    painter.drawRect(QRectF(points.front(), points.back()));
+}
+
+// Of a small shape that comes again, as markers do by the thousand, the picture is kept.
+const QtSurface::Stamp* QtSurface::StampOf(const Shape& shape) {
+  constexpr std::size_t kMostStamps = 8;
+  constexpr int kLargest = 64;
+  const int rim = objects_.Pen().Width + 2;  // outline and smoothing reach beyond the shape
+  const QRect bounds = ToPolygon(shape.Points).boundingRect().toAlignedRect().adjusted(-rim, -rim, rim, rim);
+  if (!IsRaster() || !map_.isIdentity() || bounds.width() > kLargest || bounds.height() > kLargest) return nullptr;
+  const auto known = std::find_if(stamps_.begin(), stamps_.end(), [&](const Stamp& s) { return s.Of == shape; });
+  if (known == stamps_.end()) {
+    if (stamps_.size() == kMostStamps) stamps_.clear();
+    stamps_.push_back({shape, bounds.topLeft(), {}});
+    return nullptr;
+  }
+  if (known->Picture.isNull()) {
+    known->Picture = QImage(bounds.size(), QImage::Format_ARGB32_Premultiplied);
+    known->Picture.fill(Qt::transparent);
+    QPainter painter(&known->Picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(Shifted() * QTransform::fromTranslate(-bounds.x(), -bounds.y()));
+    PaintAtOrigin(painter, shape);
+  }
+  return &*known;
 }
 
 SurfaceHandle QtSurface::CreatePolygonRgn(std::span<const DevicePoint> points, int) {
@@ -231,40 +294,33 @@ SurfaceHandle QtSurface::CreateRectRgn(std::int32_t left, std::int32_t top, std:
 }
 
 void QtSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {
-  Flush();
-  Shift(false);
-  const SurfaceRegion& shape = objects_.Region(region);
-  painter_.setPen(Qt::NoPen);
-  painter_.setBrush(Brush(objects_.Brush(brush)));
-  if (shape.Rectangular)
-    painter_.drawRect(ToRectangle(shape.Corners[0].x, shape.Corners[0].y, shape.Corners[1].x, shape.Corners[1].y));
-  else
-    painter_.drawPolygon(ToPolygon(shape.Corners));
+  const SurfaceRegion& area = objects_.Region(region);
+  PaintShape({area.Rectangular ? Shape::kRectangle : Shape::kPolygon, area.Corners, false, objects_.Brush(brush)});
 }
 
 void QtSurface::SelectClipRgn(SurfaceHandle region) {
   Flush();
   if (region == 0) {
-    painter_.setClipping(false);
+    Painter().setClipping(false);
     return;
   }
-  painter_.setTransform(map_);
+  Painter().setTransform(map_);
   const SurfaceRegion& shape = objects_.Region(region);
   if (!shape.Rectangular) {
     QPainterPath path;
     path.addPolygon(ToPolygon(shape.Corners));
-    painter_.setClipPath(path);
+    Painter().setClipPath(path);
     return;
   }
   // Pixels through which the edges run are within.
   const auto& [upperLeft, lowerRight] = std::tie(shape.Corners[0], shape.Corners[1]);
-  painter_.setClipRect(ToRectangle(upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y).adjusted(0, 0, 1, 1));
+  Painter().setClipRect(ToRectangle(upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y).adjusted(0, 0, 1, 1));
 }
 
 void QtSurface::SetBkMode(int mode) {
   Flush();
   constexpr int kTransparent = 1;
-  painter_.setBackgroundMode(mode == kTransparent ? Qt::TransparentMode : Qt::OpaqueMode);
+  Painter().setBackgroundMode(mode == kTransparent ? Qt::TransparentMode : Qt::OpaqueMode);
 }
 
 const QFont& QtSurface::Font() {
@@ -286,10 +342,10 @@ void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) 
   QTransform turned;
   turned.translate(x, y);
   turned.rotate(-objects_.Font().Escapement / 10.0);
-  painter_.setTransform(turned * map_);
-  painter_.setFont(font);
-  painter_.setPen(ToColor(textColour_));
-  painter_.drawText(QPointF(0, QFontMetrics(font, &device_).ascent()), ToText(text));
+  Painter().setTransform(turned * map_);
+  Painter().setFont(font);
+  Painter().setPen(ToColor(textColour_));
+  Painter().drawText(QPointF(0, QFontMetrics(font, &device_).ascent()), ToText(text));
 }
 
 DeviceExtent QtSurface::GetTextExtentPoint32A(std::string_view text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QImage>
 #include <QPainter>
 #include <QPolygonF>
 #include <vector>
@@ -66,15 +67,30 @@ class QtSurface : public DrawingSurface {
  private:
   using Line = std::vector<DevicePoint>;
 
+  struct Shape {
+    enum { kRectangle, kEllipse, kPolygon } Kind;
+    std::vector<DevicePoint> Points;  // of the first two two opposite corners
+    bool Outlined;                    // with the pen
+    SurfaceBrush Fill;
+    bool operator==(const Shape&) const = default;
+  };
+  struct Stamp {
+    Shape Of;       // its first point at the origin
+    QPoint Corner;  // of the picture, seen from there
+    QImage Picture;
+  };
+
+  QPainter& Painter();  // begins to paint
   QPen Pen() const;
-  QBrush Brush(const SurfaceBrush& brush) const;
   const QFont& Font();
   bool IsRaster() const;  // pixels, not paths
   void ApplyMap();
-  void Flush();                       // paints the lines gathered
-  void Visible(const Line& line);     // what of a line comes near the device
-  void Paint(const QPolygonF& line);  // one that does
-  void Shift(bool straight);          // onto pixels, as the pen's width asks
+  void Flush();                           // paints the lines gathered
+  void PaintLine(const QPolygonF& line);  // of more than two points
+  QTransform Shifted() const;             // the map, onto whole pixels, as the pen's width asks
+  void PaintShape(Shape shape);
+  void PaintAtOrigin(QPainter& painter, const Shape& shape) const;
+  const Stamp* StampOf(const Shape& shape);
 
   QPaintDevice& device_;
   Device kind_;
@@ -86,6 +102,8 @@ class QtSurface : public DrawingSurface {
 
   DevicePoint position_;
   std::vector<Line> lines_;  // gathered; a line has two points or more
+
+  std::vector<Stamp> stamps_;  // for the tools in use
 
   int mapMode_ = 1;
   DevicePoint windowOrigin_, viewportOrigin_;

@@ -1,0 +1,123 @@
+// Redrawing a plot on a picture of 1600 by 1000 pixels, as its window does: axes, numbers and curves.
+
+#include <benchmark/benchmark.h>
+
+#include <QGuiApplication>
+#include <QImage>
+#include <cmath>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "Workloads.h"
+#include "plot/PlotClass.h"
+#include "plot/ui/QtSurface.h"
+
+namespace quorvex {
+namespace {
+
+// Nobody is there to be asked; a plot that cannot be drawn ends the run.
+class NoPrompter : public Prompter {
+ public:
+  void Refuse(const std::string& text) override { throw std::runtime_error(text); }
+  void Inform(const std::string&) override {}
+  bool Ask(const std::string&) override { return false; }
+  std::optional<bool> AskOrCancel(const std::string&) override { return std::nullopt; }
+  std::optional<std::string> AskText(const std::string&, const std::string&) override { return std::nullopt; }
+  std::optional<std::string> ChooseFileToSave(const std::string&, const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
+};
+
+void Redraw(benchmark::State& state, PlotClass& plot) {
+  NoPrompter prompter;
+  plot.CreateGraph({}, prompter);
+  constexpr int kPerMetre = 3780;  // 96 to the inch
+  QImage picture(1600, 1000, QImage::Format_RGB32);
+  picture.setDotsPerMeterX(kPerMetre);
+  picture.setDotsPerMeterY(kPerMetre);
+  for (auto _ : state) {
+    QtSurface surface(picture);
+    plot.RefreshPlot(surface, prompter);
+  }
+}
+
+// A series of 65,536 points: a wave, or a wave in noise that goes up and down some forty times a pixel.
+DataClass LongSeries(double noise) {
+  constexpr int kPoints = 65536;
+  bench::Random random(77);
+  std::vector<double> x, y;
+  for (int i = 0; i < kPoints; ++i) {
+    x.push_back(i);
+    y.push_back(std::sin(i / 3000.0) + noise * random.Normal());
+  }
+  DataClass series;
+  series.GenerateTable({std::move(x)}, std::move(y));
+  series.DrawColor = 0xB40000;
+  return series;
+}
+
+void LongSeriesLine(benchmark::State& state, double noise, int width, int style) {
+  PlotClass plot{Settings()};
+  DataClass series = LongSeries(noise);
+  series.DrawWidth = width;
+  series.DrawStyle = style;
+  plot.PlotData.emplace_back(std::move(series));
+  Redraw(state, plot);
+}
+
+void LongSeriesMarkers(benchmark::State& state, int style) {
+  PlotClass plot{Settings()};
+  DataClass series = LongSeries(0.2);
+  series.DisplayLine = false;
+  series.DisplayMarker = true;
+  series.MarkerStyle = style;
+  plot.PlotData.emplace_back(std::move(series));
+  Redraw(state, plot);
+}
+
+// One for each built-in model of one variable, as when all of them are shown together.
+void ManyCurves(benchmark::State& state, int width) {
+  PlotClass plot{Settings()};
+  for (int curve = 0; curve < 298; ++curve) {
+    std::vector<double> x, y;
+    for (int i = 0; i < 100; ++i) {
+      x.push_back(0.1 * i);
+      y.push_back((1 + curve * 0.01) * std::exp(-0.002 * curve * x.back()) + std::sin(x.back() + curve));
+    }
+    DataClass series;
+    series.GenerateTable({std::move(x)}, std::move(y));
+    series.DrawColor = curve * 0x00A013 & 0xFFFFFF;
+    series.DrawWidth = width;
+    plot.PlotData.emplace_back(std::move(series));
+  }
+  Redraw(state, plot);
+}
+
+void EmptyPlot(benchmark::State& state) {
+  PlotClass plot{Settings()};
+  Redraw(state, plot);
+}
+
+BENCHMARK(EmptyPlot)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, smooth, 0, 1, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, smooth_wide, 0, 3, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, smooth_dashed, 0, 1, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, noisy, 0.2, 1, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, noisy_wide, 0.2, 3, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, noisy_dashed, 0.2, 1, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesMarkers, circles, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesMarkers, crosses, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesMarkers, filled_circles, 6)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ManyCurves, thin, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ManyCurves, wide, 2)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace quorvex
+
+int main(int argc, char** argv) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const QGuiApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return EXIT_SUCCESS;
+}

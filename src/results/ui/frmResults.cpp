@@ -1,0 +1,296 @@
+#include "results/ui/frmResults.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QScreen>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTextDocumentFragment>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "core/ui/BusyCursor.h"
+#include "plot/ui/PSetup.h"
+#include "plot/ui/PlotView.h"
+#include "results/DataTable.h"
+#include "results/ResultPlots.h"
+#include "results/SaveResults.h"
+#include "results/ui/EvaluationPanel.h"
+#include "results/ui/PrintTable.h"
+#include "results/ui/ResultPlot.h"
+#include "results/ui/TableFormat.h"
+#include "results/ui/TableView.h"
+
+namespace quorvex {
+namespace {
+
+// Places in the row of commands.
+constexpr std::size_t kFormat = 1, kPageSetup = 4;
+
+void SetMargins(QPrinter& printer, const PageSetup& page) {
+  const double unit = page.Units == "mm" ? 1 : page.Units == "cm" ? 10 : 25.4;  // millimetres
+  printer.setPageMargins(QMarginsF(page.Left, page.Top, page.Right, page.Bottom) * unit, QPageLayout::Millimeter);
+}
+
+}  // namespace
+
+frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWidget* parent)
+    : QWidget(parent), project_(project), settings_(settings), user_(user) {
+  setWindowTitle("Regression Results");
+  LayOut();
+  Refresh();
+  resize(QSize(940, 680).boundedTo(screen()->availableSize()));  // shows all columns of Fit Information
+}
+
+void frmResults::LayOut() {
+  EqList = new QComboBox(this);
+  EqList->setObjectName("EqList");
+  EqList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  EqList->setMinimumContentsLength(20);
+  auto* label = new QLabel("E&quation:", this);
+  label->setBuddy(EqList);
+  auto* top = new QHBoxLayout;
+  top->addWidget(label);
+  top->addWidget(EqList, 1);
+  const struct {
+    const char *Text, *Tip;
+  } kSteps[] = {{"&Next", "View next model"}, {"Bac&k", "View previous model"}, {"&Best", "Vew best fit model"}};
+  for (std::size_t i = 0; i < cmdUpDown.size(); ++i) {
+    cmdUpDown[i] = new QPushButton(kSteps[i].Text, this);
+    cmdUpDown[i]->setObjectName(QString("cmdUpDown%1").arg(i));
+    cmdUpDown[i]->setToolTip(kSteps[i].Tip);
+    top->addWidget(cmdUpDown[i]);
+  }
+  connect(cmdUpDown[0], &QPushButton::clicked, this, [this] { StepTo(EqList->currentIndex() + 1); });
+  connect(cmdUpDown[1], &QPushButton::clicked, this, [this] { StepTo(EqList->currentIndex() - 1); });
+  connect(cmdUpDown[2], &QPushButton::clicked, this, &frmResults::ShowBest);
+  connect(EqList, &QComboBox::currentIndexChanged, this, &frmResults::EqListChosen);
+
+  pages_ = new QStackedWidget(this);
+  MakeTabs();
+  panel_ = new EvaluationPanel(project_.Locale, user_, pages_);
+  pages_->addWidget(ResultsTab);
+  pages_->addWidget(panel_);
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(top);
+  column->addWidget(Commands());
+  column->addWidget(pages_, 1);
+  setFocusProxy(EqList);
+}
+
+void frmResults::MakeTabs() {
+  ResultsTab = new QTabWidget(pages_);
+  ResultsTab->setObjectName("ResultsTab");
+  FitBook = new TableView("FitBook", "Fit Information", ResultsTab);
+  FitBook->setShowGrid(false);
+  DataBook = new TableView("DataBook", "Data Table", ResultsTab);
+  ResultsTab->addTab(FitBook, "&Fit Information");
+  ResultsTab->addTab(DataBook, "&Data Table");
+  const auto plot = [&](const char* name, const QString& title, const QString& caption) {
+    auto* tab = new ResultPlot(name, title, user_, settings_, ResultsTab);
+    ResultsTab->addTab(tab, caption);
+    return tab;
+  };
+  pctModel = plot("pctModel", "Model Plot", "&Model Plot");
+  pctResidual = plot("pctResidual", "Residual Plot", "&Residual Plot");
+  pctNormal = plot("pctNormal", "Residual Probability", "Residual Probabilit&y");
+  connect(ResultsTab, &QTabWidget::currentChanged, this, &frmResults::ShowCurrentTab);
+}
+
+QWidget* frmResults::Commands() {
+  auto* bar = new QWidget(this);
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  for (QPushButton* command : {Command("SaveCommand", "&Save...", &frmResults::SaveCommand),
+                               Command("FormatCommand", "F&ormat...", &frmResults::FormatCommand),
+                               Command("PrintCommand", "&Print...", &frmResults::PrintCommand),
+                               Command("CopyCommand", "&Copy", &frmResults::CopyCommand),
+                               Command("PageSetupCommand", "Page Set&up...", &frmResults::PageSetupCommand)})
+    row->addWidget(command);
+  row->addStretch();
+  evaluation_ = new QPushButton("Eva&luation", bar);
+  evaluation_->setObjectName("evaluation");
+  evaluation_->setToolTip("Evaluate the equation, find its roots");
+  evaluation_->setCheckable(true);
+  row->addWidget(evaluation_);
+  connect(evaluation_, &QPushButton::toggled, this, [this](bool on) {
+    pages_->setCurrentIndex(on ? 1 : 0);
+    evaluation_->setText(on ? "Close Eva&luation" : "Eva&luation");
+    EnableCommands();
+  });
+  return bar;
+}
+
+QPushButton* frmResults::Command(const char* name, const QString& text, void (frmResults::*command)()) {
+  auto* button = new QPushButton(text, this);
+  button->setObjectName(name);
+  connect(button, &QPushButton::clicked, this, command);
+  commands_.push_back(button);
+  return button;
+}
+
+void frmResults::Refresh() {
+  const int row = EqList->currentIndex();
+  const std::optional<Solution> shown = row >= 0 ? std::optional(solved_[static_cast<std::size_t>(row)]) : std::nullopt;
+  circumstances_.ProjectFile = QFileInfo(QString::fromStdString(project_.FileName)).fileName().toStdString();
+  Result<ResultData> data = LoadResultData(project_.Sheet);
+  DataBook->SetTable(nullptr);  // which looks into the points that go
+  data_ = data ? std::move(*data) : ResultData();
+  circumstances_.Observations = data_.Points.N();
+  circumstances_.MissingPoints = data_.MissingPoints;
+  FillList(shown);
+  if (!data && !solved_.empty()) user_.Refuse(data.error());
+}
+
+void frmResults::FillList(const std::optional<Solution>& keep) {
+  solved_ = SolvedList(project_, settings_.Integer("sortindex"));
+  {
+    const QSignalBlocker quiet(EqList);
+    EqList->clear();
+    for (const Solution& solution : solved_) EqList->addItem(QString::fromStdString(solution.Name()));
+    const auto kept = keep ? std::find(solved_.begin(), solved_.end(), *keep) : solved_.end();
+    if (!solved_.empty()) EqList->setCurrentIndex(kept == solved_.end() ? 0 : static_cast<int>(kept - solved_.begin()));
+  }
+  EqListChosen();
+}
+
+void frmResults::Show(const Solution& solution) {
+  const auto found = std::find(solved_.begin(), solved_.end(), solution);
+  if (found != solved_.end()) StepTo(static_cast<int>(found - solved_.begin()));
+}
+
+void frmResults::ShowBest() { StepTo(0); }
+
+void frmResults::StepTo(int row) {
+  if (row >= 0 && row < EqList->count()) EqList->setCurrentIndex(row);
+}
+
+void frmResults::EqListChosen() {
+  const int row = EqList->currentIndex();
+  EqList->setToolTip(EqList->currentText());
+  panel_->SetSolution(row < 0 ? nullptr : &solved_[static_cast<std::size_t>(row)]);
+  Invalidate();
+}
+
+void frmResults::Invalidate() {
+  current_.fill(false);
+  ShowCurrentTab();
+}
+
+void frmResults::EnableCommands() {
+  const int row = EqList->currentIndex(), last = EqList->count() - 1;
+  EqList->setEnabled(row >= 0);
+  cmdUpDown[0]->setEnabled(row < last);
+  cmdUpDown[1]->setEnabled(row > 0);
+  cmdUpDown[2]->setEnabled(row > 0);
+  const bool table = !Evaluating() && CurrentTable() != nullptr,
+             any = Evaluating() || table || CurrentPlot() != nullptr;
+  for (QPushButton* command : commands_) command->setEnabled(row >= 0 && any);
+  commands_[kFormat]->setEnabled(row >= 0 && table);
+  commands_[kPageSetup]->setEnabled(true);
+}
+
+void frmResults::ShowCurrentTab() {
+  const auto tab = static_cast<Tab>(ResultsTab->currentIndex());
+  const int row = EqList->currentIndex();
+  if (row < 0) {
+    ClearTabs();
+  } else if (!current_[tab]) {
+    const BusyCursor busy;
+    BuildTab(tab, solved_[static_cast<std::size_t>(row)]);
+    current_[tab] = true;
+  }
+  EnableCommands();
+}
+
+void frmResults::ClearTabs() {
+  for (TableView* table : {FitBook, DataBook}) table->SetTable(nullptr);
+  for (ResultPlot* plot : {pctModel, pctResidual, pctNormal}) plot->SetPlot(Failure{"Nothing is solved."});
+}
+
+void frmResults::BuildTab(Tab tab, const Solution& solution) {
+  if (tab == kFitInformation)
+    FitBook->SetTable(
+        std::make_unique<Report>(FitInformation(solution, circumstances_, settings_, project_.Locale, patterns_)));
+  else if (tab == kDataTable)
+    DataBook->SetTable(std::make_unique<DataTable>(solution, data_, project_.Sheet, project_.Locale, patterns_));
+  else
+    static_cast<ResultPlot*>(ResultsTab->widget(tab))->SetPlot(PlotOf(tab, solution));
+}
+
+Result<PlotClass> frmResults::PlotOf(Tab tab, const Solution& solution) const {
+  const SolveData& points = data_.Points;
+  if (points.N() < 2) return Failure{"You need at least 2 data points in order to create a plot."};
+  if (tab == kModelPlot) {
+    if (points.X.size() > 1) return Failure{"A model of several independent variables has no plot in two dimensions."};
+    PlotSeries curve = solution.Model ? PlotSeries(solution.Model->CopyTo()) : PlotSeries(*solution.Interpolation);
+    return ModelPlot(std::move(curve), solution.Name(), points, project_.Sheet.Headers[0], project_.Sheet.Headers[1],
+                     settings_, project_.Locale);
+  }
+  if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
+  return tab == kResidualPlot ? ResidualPlot(*solution.Model, points, settings_, project_.Locale, data_.Rows)
+                              : NormalPlot(*solution.Model, points, settings_, project_.Locale);
+}
+
+bool frmResults::Evaluating() const { return pages_->currentIndex() == 1; }
+
+TableView* frmResults::CurrentTable() const { return dynamic_cast<TableView*>(ResultsTab->currentWidget()); }
+
+PlotView* frmResults::CurrentPlot() const {
+  const auto* plot = dynamic_cast<ResultPlot*>(ResultsTab->currentWidget());
+  return plot == nullptr ? nullptr : plot->View();
+}
+
+void frmResults::SaveCommand() {
+  if (Evaluating()) return panel_->Save();
+  if (PlotView* plot = CurrentPlot()) return plot->SavePicture();
+  if (const TableView* table = CurrentTable())
+    SaveTable(*table->Table(), table == FitBook ? "Fit Information" : "Data Table", user_);
+}
+
+void frmResults::FormatCommand() {
+  TableFormat dialog(this, patterns_, FitBook->TableFont());
+  if (dialog.exec() != QDialog::Accepted) return;
+  patterns_ = dialog.Patterns();
+  for (TableView* table : {FitBook, DataBook}) table->SetTableFont(dialog.Font());
+  Invalidate();
+}
+
+void frmResults::PrintCommand() {
+  if (!Evaluating() && CurrentPlot() != nullptr) return CurrentPlot()->Print();
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(windowTitle());
+  SetMargins(printer, PageSetup::Read(settings_));
+  QPrintDialog dialog(&printer, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const BusyCursor busy;
+  if (Evaluating()) return panel_->Text().print(&printer);
+  const TableView& table = *CurrentTable();
+  PrintTable(*table.Table(), windowTitle() + " - " + EqList->currentText(), table.TableFont(), printer);
+}
+
+void frmResults::CopyCommand() {
+  QClipboard& clipboard = *QGuiApplication::clipboard();
+  if (Evaluating()) {
+    QPlainTextEdit& text = panel_->Text();
+    const QString selected = text.textCursor().selection().toPlainText();
+    clipboard.setText(selected.isEmpty() ? text.toPlainText() : selected);
+  } else if (PlotView* plot = CurrentPlot()) {
+    plot->EditCopy();
+  } else {
+    const BusyCursor busy;
+    clipboard.setMimeData(CurrentTable()->Copied());
+  }
+}
+
+void frmResults::PageSetupCommand() { PSetup(settings_, project_.Locale, user_, this).exec(); }
+
+}  // namespace quorvex
