@@ -1,24 +1,12 @@
 // The Edit menu: rows and ranges of the sheet, the clipboard, undo.
 
-#include <QClipboard>
-#include <QGuiApplication>
-
-#include "core/Clipboard.h"
+#include "core/ui/SystemClipboard.h"
 #include "project/ui/ProjectMenus.h"
 #include "project/ui/quorvexWindow.h"
 #include "sheet/EditCommands.h"
 
 namespace quorvex {
 namespace {
-
-// The clipboard of the user's desktop.
-class SystemClipboard : public Clipboard {
- public:
-  std::string Text() const override { return QGuiApplication::clipboard()->text().toStdString(); }
-  void SetText(const std::string& text) override {
-    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
-  }
-};
 
 template <auto Command>
 void Run(quorvexWindow& window) {

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include "core/Clipboard.h"
+
+namespace quorvex {
+
+// The clipboard of the user's desktop.
+class SystemClipboard : public Clipboard {
+ public:
+  std::string Text() const override { return QGuiApplication::clipboard()->text().toStdString(); }
+  void SetText(const std::string& text) override {
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+  }
+};
+
+}  // namespace quorvex
