@@ -34,8 +34,8 @@ class RecordingPrompter : public Prompter {
     return Text;
   }
   std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
-                                              const std::string& extension) override {
-    Said.push_back("save: " + title + "|" + filter + "|" + extension);
+                                              const std::string& extension, const std::string& name) override {
+    Said.push_back("save: " + title + "|" + filter + "|" + extension + (name.empty() ? "" : "|" + name));
     return File;
   }
 };

@@ -38,6 +38,7 @@ struct NumberPattern {
   int DecimalsShown = 0;      // and at least
   int ExponentShown = 0;      // digits of the exponent at least; 0 when the pattern has none
   bool ExponentPlus = false;  // a positive exponent bears a sign
+  char ExponentMark = 'E';    // or "e", as the pattern has it
   bool HasDigits() const { return IntegerPlaces + DecimalPlaces > 0; }
 };
 
@@ -64,6 +65,7 @@ NumberPattern ParsePattern(std::string_view pattern) {
   }
   if (LowerAscii(here()) == 'e' && at + 2 < pattern.size() && (pattern[at + 1] == '+' || pattern[at + 1] == '-') &&
       IsPlace(pattern[at + 2])) {
+    parsed.ExponentMark = here();
     parsed.ExponentPlus = pattern[at + 1] == '+';
     for (at += 2; IsPlace(here()); ++at) ++parsed.ExponentShown;
   }
@@ -105,7 +107,7 @@ std::string ExponentText(int exponent, const NumberPattern& pattern) {
   std::string digits = std::to_string(std::abs(exponent));
   const auto shown = static_cast<std::size_t>(pattern.ExponentShown);
   if (digits.size() < shown) digits.insert(0, shown - digits.size(), '0');
-  return std::string("E") + (exponent < 0 ? "-" : pattern.ExponentPlus ? "+" : "") + digits;
+  return pattern.ExponentMark + std::string(exponent < 0 ? "-" : pattern.ExponentPlus ? "+" : "") + digits;
 }
 
 template <typename Integer>

@@ -22,9 +22,9 @@ class Prompter {
   virtual std::optional<std::string> AskText(const std::string& text, const std::string& initial) = 0;
 
   // The name of a file to write, nothing when the user cancels. `filter` reads as in "Text files (*.txt)"; `extension`,
-  // without its dot, is put behind a name that has none.
+  // without its dot, is put behind a name that has none. `name` is what the dialog begins with.
   virtual std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
-                                                      const std::string& extension) = 0;
+                                                      const std::string& extension, const std::string& name = {}) = 0;
 };
 
 }  // namespace quorvex

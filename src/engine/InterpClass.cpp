@@ -6,6 +6,7 @@
 
 #include "core/Files.h"
 #include "core/NumericFault.h"
+#include "engine/FindRoots.h"
 
 namespace quorvex {
 namespace {
@@ -211,6 +212,16 @@ double InterpClass::RationalAt(double X) const {
                        d = right * w;
                        c = t * w;
                      });
+}
+
+std::vector<double> InterpClass::GetRoots(double XMin, double XMax, double Y, int Intervals) const {
+  std::string ErrString;
+  const auto distance = [&](double x) -> std::optional<double> {
+    double y = 0;
+    if (!Evaluate(x, y, ErrString)) return std::nullopt;
+    return y - Y;
+  };
+  return FindRoots(distance, XMin, XMax, Intervals);
 }
 
 bool InterpClass::GenerateTable(const TableRange& range, bool Extrapolate) {

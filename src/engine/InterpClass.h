@@ -48,6 +48,9 @@ class InterpClass : public SeriesStyle {
   // The value at X. False, with a text in `ErrString`, outside the input range and where there is none.
   bool Evaluate(double X, double& Y, std::string& ErrString) const;
 
+  // Where the curve takes the value Y between XMin and XMax; see FindRoots.
+  std::vector<double> GetRoots(double XMin, double XMax, double Y, int Intervals = 200) const;
+
   // The table of the curve; points without a value are left out. False, and an empty table, for a range of one point or
   // none.
   bool GenerateTable(const TableRange& range, bool Extrapolate = false);

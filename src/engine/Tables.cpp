@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "core/NumericFault.h"
+#include "engine/FindRoots.h"
 #include "engine/InverseNormalDistribution.h"
 #include "engine/ModelClass.h"
 
@@ -94,8 +95,6 @@ std::optional<NormalTable> ModelClass::GenerateQQTable(const SolveData& data) {
 
 std::vector<double> ModelClass::GetRoots(double XMin, double XMax, double Y, int Intervals, std::vector<double> at,
                                          int variable) {
-  if (XMax < XMin) std::swap(XMin, XMax);
-  const double tolerance = 1e-16 * (std::abs(XMin) + std::abs(XMax)) / 2;
   std::string ErrString;
   const auto distance = [&](double x) -> std::optional<double> {
     at[Index(variable)] = x;
@@ -103,35 +102,7 @@ std::vector<double> ModelClass::GetRoots(double XMin, double XMax, double Y, int
     if (!Evaluate(at, y, ErrString)) return std::nullopt;
     return y - Y;
   };
-  // The root behind `from`, where the distance has the sign of `sign` up to the root and the other one at from + step.
-  const auto bisect = [&](double from, double step, double sign) {
-    for (int halving = 0; halving < 100; ++halving) {
-      step /= 2;
-      const std::optional<double> d = distance(from + step);
-      if (d == 0.0) return from + step;
-      if (d && std::signbit(*d) == std::signbit(sign)) from += step;
-      if (step < tolerance) break;
-    }
-    return from;
-  };
-
-  std::vector<double> Roots;
-  const auto add = [&](double root) {
-    if (Roots.empty() || Roots.back() != root) Roots.push_back(root);
-  };
-  double lastX = 0, last = 0;  // the last end with a value; 0 where there is none yet, or it is a root
-  for (int k = 0; k <= Intervals; ++k) {
-    const double x = k == Intervals ? XMax : XMin + (XMax - XMin) * (static_cast<double>(k) / Intervals);
-    const std::optional<double> d = distance(x);
-    if (!d) continue;
-    if (*d == 0)
-      add(x);
-    else if (last != 0 && std::signbit(*d) != std::signbit(last))
-      add(bisect(lastX, x - lastX, last));
-    lastX = x;
-    last = *d;
-  }
-  return Roots;
+  return FindRoots(distance, XMin, XMax, Intervals);
 }
 
 }  // namespace quorvex

@@ -55,10 +55,11 @@ std::optional<std::string> MessageBoxPrompter::AskText(const std::string& text, 
 }
 
 std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::string& title, const std::string& filter,
-                                                                const std::string& extension) {
+                                                                const std::string& extension, const std::string& name) {
   QFileDialog dialog(parent_, QString::fromStdString(title), Folder, QString::fromStdString(filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QString::fromStdString(extension));
+  if (!name.empty()) dialog.selectFile(QString::fromStdString(name));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().constFirst().toStdString();
 }

@@ -21,7 +21,7 @@ class MessageBoxPrompter : public Prompter {
   std::optional<bool> AskOrCancel(const std::string& text) override;
   std::optional<std::string> AskText(const std::string& text, const std::string& initial) override;
   std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
-                                              const std::string& extension) override;
+                                              const std::string& extension, const std::string& name) override;
 
  private:
   QWidget* parent_;

@@ -1,0 +1,46 @@
+#include "results/DataTable.h"
+
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+
+DataTable::DataTable(const Solution& solution, const ResultData& data, const DataSheet& sheet, const LocaleText& locale,
+                     NumberPatterns patterns)
+    : data_(data), locale_(locale), patterns_(std::move(patterns)), headings_{"Row"} {
+  const auto end = sheet.Headers.begin() + static_cast<std::ptrdiff_t>(sheet.IndependentVariables) + 1;
+  headings_.insert(headings_.end(), sheet.Headers.begin(), end);
+  headings_.insert(headings_.end(), {"Calc Y", "Residual", "Abs Residual"});
+  std::array<double, kMostIndependentVariables> x;
+  std::string ErrString;
+  for (std::size_t i = 0; i < data.Points.N(); ++i) {
+    double y = 0;
+    const bool ok = solution.Evaluate(data.Points.Point(i, x), y, ErrString);
+    calculated_.push_back(ok ? y : std::numeric_limits<double>::quiet_NaN());
+  }
+}
+
+std::string DataTable::Cell(std::size_t row, std::size_t column) const {
+  const SolveData& points = data_.Points;
+  const auto text = [&](double value, const std::string& pattern) -> std::string {
+    return std::isnan(value) ? "ERROR" : LocalizeExpression(FormatNumber(value, pattern), locale_);
+  };
+  if (column == 0) return std::to_string(data_.Rows[row]);
+  if (column <= points.X.size()) return text(points.X[column - 1][row], patterns_.Values);
+  const double residual = points.Y[row] - calculated_[row];
+  switch (column - points.X.size()) {
+    case 1:
+      return text(points.Y[row], patterns_.Values);
+    case 2:
+      return text(calculated_[row], patterns_.Values);
+    case 3:
+      return text(residual, patterns_.Residuals);
+    default:
+      return text(std::abs(residual), patterns_.Residuals);
+  }
+}
+
+}  // namespace quorvex

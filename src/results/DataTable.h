@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/LocaleText.h"
+#include "results/FitInformation.h"
+#include "results/Solution.h"
+#include "results/TextTable.h"
+
+namespace quorvex {
+
+// The Data Table of a solution: for each point its row in the sheet, X, Y, the calculated value, the residual (Y minus
+// that) and its magnitude, in the unit of Y. Where the solution has no value the last three say "ERROR". Numbers are in
+// the locale's form. The points outlive the table.
+class DataTable : public TextTable {
+ public:
+  DataTable(const Solution& solution, const ResultData& data, const DataSheet& sheet, const LocaleText& locale,
+            NumberPatterns patterns = {});
+
+  std::size_t RowCount() const override { return data_.Points.N(); }
+  std::size_t ColumnCount() const override { return headings_.size(); }
+  std::string Cell(std::size_t row, std::size_t column) const override;
+  std::string ColumnHeading(std::size_t column) const override { return headings_[column]; }
+
+ private:
+  const ResultData& data_;
+  LocaleText locale_;
+  NumberPatterns patterns_;
+  std::vector<std::string> headings_;
+  std::vector<double> calculated_;  // NaN where there is no value
+};
+
+}  // namespace quorvex

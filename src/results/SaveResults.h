@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "core/Prompter.h"
+#include "results/TextTable.h"
+
+namespace quorvex {
+
+// Ask for a file, whose name the dialog begins with as `name`, and write it. False where that failed, which the user is
+// told, or was called off.
+
+// The text of the evaluation panel as it stands.
+bool SaveEvaluation(const std::string& text, Prompter& user);
+
+// A table: as an HTML document where the name of the file says so, else as text with tabs.
+bool SaveTable(const TextTable& table, const std::string& name, Prompter& user);
+
+}  // namespace quorvex

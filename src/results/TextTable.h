@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace quorvex {
+
+// What a row of a table is.
+enum class RowKind {
+  Line,            // a label and its value, or a text that may take the whole width
+  Heading,         // of the rows that follow
+  ColumnHeadings,  // likewise, one text per column
+  Values           // one per column; all but the first are numbers, as a rule
+};
+
+// A table of texts, to be shown, copied, saved or printed. Rows and columns are counted from 0. Texts are made when
+// they are asked for, so that a long table costs little until it is looked at.
+class TextTable {
+ public:
+  virtual ~TextTable() = default;
+
+  virtual std::size_t RowCount() const = 0;
+  virtual std::size_t ColumnCount() const = 0;
+  virtual std::string Cell(std::size_t row, std::size_t column) const = 0;  // "" for an empty cell
+  virtual RowKind Kind(std::size_t /*row*/) const { return RowKind::Values; }
+  // What stands over all rows of a column; "" in every column of a table that has its headings in rows.
+  virtual std::string ColumnHeading(std::size_t /*column*/) const { return {}; }
+};
+
+// A table whose rows are made beforehand, each of its own kind and length.
+class Report : public TextTable {
+ public:
+  struct Row {
+    RowKind Kind = RowKind::Line;
+    std::vector<std::string> Cells;
+
+    bool operator==(const Row&) const = default;
+  };
+
+  void Add(RowKind kind, std::vector<std::string> cells);
+  const std::vector<Row>& Rows() const { return rows_; }
+
+  std::size_t RowCount() const override { return rows_.size(); }
+  std::size_t ColumnCount() const override { return columns_; }
+  std::string Cell(std::size_t row, std::size_t column) const override {
+    return column < rows_[row].Cells.size() ? rows_[row].Cells[column] : std::string();
+  }
+  RowKind Kind(std::size_t row) const override { return rows_[row].Kind; }
+
+ private:
+  std::vector<Row> rows_;
+  std::size_t columns_ = 0;
+};
+
+// A rectangle of another table, which outlives it.
+class TableExcerpt : public TextTable {
+ public:
+  // The first row and column, and how many of both.
+  TableExcerpt(const TextTable& table, std::size_t row, std::size_t column, std::size_t rows, std::size_t columns)
+      : table_(table), row_(row), column_(column), rows_(rows), columns_(columns) {}
+
+  std::size_t RowCount() const override { return rows_; }
+  std::size_t ColumnCount() const override { return columns_; }
+  std::string Cell(std::size_t row, std::size_t column) const override {
+    return table_.Cell(row_ + row, column_ + column);
+  }
+  RowKind Kind(std::size_t row) const override { return table_.Kind(row_ + row); }
+
+ private:
+  const TextTable& table_;
+  std::size_t row_, column_, rows_, columns_;
+};
+
+// The whole table as text: lines that end with NL, cells with a tab between two, none behind the last that is filled.
+// A tab or a line end within a cell becomes a blank.
+std::string TabSeparated(const TextTable& table);
+
+// The same as an HTML document of one table, for spreadsheets and word processors.
+std::string Html(const TextTable& table);
+
+}  // namespace quorvex

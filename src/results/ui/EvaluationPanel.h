@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "results/Evaluation.h"
+
+class QCheckBox;
+class QComboBox;
+class QFormLayout;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace quorvex {
+
+// Evaluates the solution that a results window shows: its value at X, or the X at which it takes a value, with
+// derivatives. The answers gather in a text that can be saved, printed and copied.
+class EvaluationPanel : public QWidget {
+ public:
+  EvaluationPanel(const LocaleText& locale, Prompter& user, QWidget* parent);
+
+  // The solution to evaluate from now on; none where nothing is solved. What was typed and answered stays, but the
+  // limits of a search become those of the new input.
+  void SetSolution(const Solution* solution);
+
+  QPlainTextEdit& Text() { return *txtEval; }
+  void Save();
+
+ private:
+  void LayOut();
+  QWidget* EntryBox();
+  QGroupBox* SearchBox();
+  void MakeVariables(int count);
+  void EnableEntries();
+  void cmdDefaults_clicked();
+  void EvalCommand_clicked();
+
+  const LocaleText& locale_;
+  Prompter& user_;
+  Solution solution_;
+  QFormLayout* variables_;
+  QRadioButton* optnAction[2];  // "Value of Y at Xn", "Root at Y, Xn"
+  std::vector<QLineEdit*> XVal_text;
+  QLineEdit* YVal_text;
+  QComboBox* cmboRoot;
+  QLabel* rootLabel_;
+  QCheckBox *ckDyDX, *ckDYDParam;
+  QGroupBox* search_;
+  QLineEdit *txtSearchMin, *txtSearchMax, *txtSearchIntervals;
+  QPushButton* evalCommand_;
+  QPlainTextEdit* txtEval;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,73 @@
+#include "results/ui/TableFormat.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kSample = -1234.56789012345;
+
+QComboBox* PatternList(QWidget* parent, const char* name, const std::string& chosen) {
+  auto* list = new QComboBox(parent);
+  list->setObjectName(name);
+  list->setEditable(true);
+  list->addItems(
+      {"General", "0", "0.00", "0.0000", "0.00000000", "0.0####", "0.0e+0", "0.000000E+00", "0.00000000000000E+00"});
+  list->setCurrentText(QString::fromStdString(chosen));
+  return list;
+}
+
+}  // namespace
+
+TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font)
+    : QDialog(parent),
+      font_(font),
+      values_(PatternList(this, "values", patterns.Values)),
+      residuals_(PatternList(this, "residuals", patterns.Residuals)),
+      sample_(new QLabel(this)) {
+  setWindowTitle("Format");
+  auto* choose = new QPushButton("&Font...", this);
+  choose->setObjectName("font");
+  sample_->setObjectName("sample");
+  sample_->setTextFormat(Qt::PlainText);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  auto* form = new QFormLayout(this);
+  form->addRow("&Values:", values_);
+  form->addRow("&Residuals:", residuals_);
+  form->addRow("Sample:", sample_);
+  form->addRow(choose);
+  form->addRow(buttons);
+  connect(values_, &QComboBox::currentTextChanged, this, &TableFormat::ShowSample);
+  connect(residuals_, &QComboBox::currentTextChanged, this, &TableFormat::ShowSample);
+  connect(choose, &QPushButton::clicked, this, &TableFormat::ChooseFont);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  ShowSample();
+}
+
+NumberPatterns TableFormat::Patterns() const {
+  return {values_->currentText().toStdString(), residuals_->currentText().toStdString()};
+}
+
+void TableFormat::ChooseFont() {
+  QFontDialog dialog(font_, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  font_ = dialog.selectedFont();
+  ShowSample();
+}
+
+void TableFormat::ShowSample() {
+  const NumberPatterns patterns = Patterns();
+  sample_->setFont(font_);
+  sample_->setText(QString::fromStdString(FormatNumber(kSample, patterns.Values) + "    " +
+                                          FormatNumber(kSample, patterns.Residuals)));
+}
+
+}  // namespace quorvex

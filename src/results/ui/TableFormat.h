@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDialog>
+
+#include "results/FitInformation.h"
+
+class QComboBox;
+class QLabel;
+
+namespace quorvex {
+
+// Asks how the tables of a results window write their numbers, and in which font.
+class TableFormat : public QDialog {
+ public:
+  TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font);
+
+  NumberPatterns Patterns() const;
+  QFont Font() const { return font_; }
+
+ private:
+  void ChooseFont();
+  void ShowSample();
+
+  QFont font_;
+  QComboBox *values_, *residuals_;
+  QLabel* sample_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QTableView>
+#include <memory>
+
+#include "results/TextTable.h"
+
+class QMimeData;
+
+namespace quorvex {
+
+// A table of texts for a view, which asks for what it shows.
+class TextTableModel : public QAbstractTableModel {
+ public:
+  using QAbstractTableModel::QAbstractTableModel;
+
+  void SetTable(std::unique_ptr<TextTable> table);
+  const TextTable* Table() const { return table_.get(); }
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  void SetFont(const QFont& font) { font_ = font; }
+  const QFont& Font() const { return font_; }
+
+ private:
+  std::unique_ptr<TextTable> table_;
+  QFont font_;
+};
+
+// A grid that shows a table of texts, to be looked at and copied. One cell is always current, so that keys and screen
+// readers have a place to stand. Its rows are of one height, so that a long table costs no more than a short one.
+class TableView : public QTableView {
+ public:
+  TableView(const char* name, const QString& accessibleName, QWidget* parent);
+
+  void SetTable(std::unique_ptr<TextTable> table);
+  const TextTable* Table() const { return model_->Table(); }
+  void SetTableFont(const QFont& font);
+  const QFont& TableFont() const { return model_->Font(); }
+
+  // What Copy takes: the rectangle about the selected cells where there are several, else the whole table, as text with
+  // tabs and as HTML. The caller owns it.
+  QMimeData* Copied() const;
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  bool HasSeveralSelected() const;
+  void Arrange();
+
+  TextTableModel* model_;
+};
+
+}  // namespace quorvex

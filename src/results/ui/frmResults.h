@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "core/Settings.h"
+#include "project/Project.h"
+#include "results/FitInformation.h"
+#include "results/Solution.h"
+
+class QComboBox;
+class QPrinter;
+class QPushButton;
+class QStackedWidget;
+class QTabWidget;
+
+namespace quorvex {
+
+class EvaluationPanel;
+class TableView;
+
+// The window "Regression Results": one solution of a project at a time, from its solved list, with everything that can
+// be asked of it. A tab is made when it is first looked at, and made anew when it is looked at after a change.
+//
+// The window looks into the project, which outlives it, as settings and prompter do. Whoever solves, undoes or changes
+// the project's models in any other way calls Refresh before the user's next turn.
+class frmResults : public QWidget {
+  Q_OBJECT
+
+ public:
+  frmResults(Project& project, const Settings& settings, Prompter& user, QWidget* parent = nullptr);
+  ~frmResults() override;
+
+  // The limits of a solve that has just run, for Fit Information; those of a file are not known to be the ones that its
+  // solutions were found with, and are not shown.
+  void SetLimits(const SolveLimits& limits) { circumstances_.Limits = limits; }
+
+  // Takes over what the project holds now. The solution that was shown stays if it is still solved, else the best is.
+  void Refresh();
+
+  // Shows a model of the solved list, or an interpolation. One that is not solved leaves what is shown.
+  void Show(const Solution& solution);
+  void ShowBest();
+
+ private:
+  // The tabs, in their order.
+  enum Tab { kFitInformation, kDataTable, kModelPlot, kResidualPlot, kResidualProbability, kTabs };
+
+  void LayOut();
+  void MakeTabs();
+  QWidget* Commands();
+  QPushButton* Command(const char* name, const QString& text, void (frmResults::*command)());
+  void FillList(const std::optional<Solution>& keep);
+  void EqListChosen();
+  void StepTo(int row);
+  void Invalidate();
+  void ShowCurrentTab();
+  void BuildTab(Tab tab);
+  TableView* CurrentTable() const;  // null where the current tab is none of a table
+  bool Evaluating() const;
+  QPrinter& Printer();
+  void EnableCommands();
+
+  void SaveCommand();
+  void FormatCommand();
+  void PrintCommand();
+  void CopyCommand();
+  void PageSetupCommand();
+
+  Project& project_;
+  const Settings& settings_;
+  Prompter& user_;
+  FitCircumstances circumstances_;
+  NumberPatterns patterns_;
+  ResultData data_;
+  std::vector<Solution> solved_;
+  std::array<bool, kTabs> current_{};  // whether a tab shows the present solution
+  std::unique_ptr<QPrinter> printer_;  // made when it is first asked for
+
+  QComboBox* EqList;
+  std::array<QPushButton*, 3> cmdUpDown;  // next, previous, best
+  std::vector<QPushButton*> commands_;
+  QPushButton* evaluation_;
+  QStackedWidget* pages_;
+  QTabWidget* ResultsTab;
+  TableView *FitBook, *DataBook;
+  EvaluationPanel* panel_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include "results/DataTable.h"
+#include "results/SolvedProject.h"
+
+namespace quorvex {
+namespace {
+
+std::vector<std::string> RowOf(const TextTable& table, std::size_t row) {
+  std::vector<std::string> cells;
+  for (std::size_t c = 0; c < table.ColumnCount(); ++c) cells.push_back(table.Cell(row, c));
+  return cells;
+}
+
+TEST(LoadResultData, KeepsTheOrderOfTheSheetAndCountsIncompleteRows) {
+  Project project = ProjectOf({{9, 1, 0, 4, 0}, {1, 2, 3, 4, 5}, {2, 1, 1, 1, 1}}, true);
+  project.Sheet.Cells.ClearCell(3, 1);               // Y alone
+  project.Sheet.Cells.GridClearRange({5, 1, 5, 2});  // the standard deviation alone, which is no observation
+  const Result<ResultData> data = LoadResultData(project.Sheet);
+  ASSERT_TRUE(data);
+  EXPECT_EQ(data->Points.X[0], (std::vector<double>{9, 1, 4}));
+  EXPECT_EQ(data->Rows, (std::vector<std::size_t>{1, 2, 4}));
+  EXPECT_EQ(data->MissingPoints, 1u);
+  EXPECT_EQ(data->Points.sig, (std::vector<double>{1 / 3.0, 4 / 3.0, 4 / 3.0}));
+  project.Sheet.Cells.SetGridCellText(4, 2, "high");
+  EXPECT_EQ(LoadResultData(project.Sheet).error(), "Line 4: 'high' is not a number.");
+}
+
+TEST(SolvedList, RanksModelsBeforeInterpolations) {
+  Project project = LineProject();
+  EXPECT_TRUE(SolvedList(project, 1).empty());
+  ModelClass& line = SolveModel(project, "a*x+b", 1);
+  ModelClass& hyperbola = SolveModel(project, "a+b/x", 1);
+  std::string log;
+  ASSERT_TRUE(project.Interpolations[1].Fit(LoadResultData(project.Sheet)->Points, log));
+  const Solution polynomial{nullptr, &project.Interpolations[1]};
+  EXPECT_EQ(SolvedList(project, 1), (std::vector<Solution>{{&line, nullptr}, {&hyperbola, nullptr}, polynomial}));
+  hyperbola.StdErr = line.StdErr / 2;
+  EXPECT_EQ(SolvedList(project, 4), (std::vector<Solution>{{&hyperbola, nullptr}, {&line, nullptr}, polynomial}));
+}
+
+// By hand: the line 2x + 1.2 leaves -0.2, -0.2, 0.8, -0.2, -0.2.
+TEST(DataTable, ShowsResidualsInTheOrderOfTheSheet) {
+  Project project = ProjectOf({{3, 1, 2, 4, 5}, {8, 3, 5, 9, 11}});
+  project.Sheet.Headers[1] = "Weight";
+  ModelClass& model = SolveModel(project, "a*x+b", 1);
+  model.SetValue(1, 2);
+  model.SetValue(2, 1.25);
+  const ResultData data = *LoadResultData(project.Sheet);
+  DataTable table({&model, nullptr}, data, project.Sheet, LocaleText());
+  std::vector<std::string> headings;
+  for (std::size_t c = 0; c < table.ColumnCount(); ++c) headings.push_back(table.ColumnHeading(c));
+  EXPECT_EQ(headings, (std::vector<std::string>{"Row", "X", "Weight", "Calc Y", "Residual", "Abs Residual"}));
+  ASSERT_EQ(table.RowCount(), 5u);
+  EXPECT_EQ(RowOf(table, 0), (std::vector<std::string>{"1", "3", "8", "7.25", "7.5e-1", "7.5e-1"}));
+  EXPECT_EQ(RowOf(table, 1), (std::vector<std::string>{"2", "1", "3", "3.25", "-2.5e-1", "2.5e-1"}));
+
+  const LocaleText german{',', ';', '.', '.', ':'};
+  DataTable chosen({&model, nullptr}, data, project.Sheet, german, {"0.000", "0.00"});
+  EXPECT_EQ(RowOf(chosen, 1), (std::vector<std::string>{"2", "1,000", "3,000", "3,250", "-0,25", "0,25"}));
+  EXPECT_EQ(TabSeparated(TableExcerpt(chosen, 1, 1, 2, 2)), "1,000\t3,000\r\n2,000\t5,000\r\n");
+}
+
+TEST(DataTable, SaysWhereASolutionHasNoValue) {
+  Project project = ProjectOf({{1, 2, 3}, {1, 4, 9}});
+  std::string log;
+  InterpClass& polynomial = project.Interpolations[1];
+  ASSERT_TRUE(polynomial.Fit(LoadResultData(project.Sheet)->Points, log));
+  project.Sheet.Cells.SetGridCellNumber(3, 1, 4);
+  const ResultData data = *LoadResultData(project.Sheet);
+  const DataTable table({nullptr, &polynomial}, data, project.Sheet, LocaleText());
+  EXPECT_EQ(RowOf(table, 1), (std::vector<std::string>{"2", "2", "4", "4", "0.0e+0", "0.0e+0"}));
+  EXPECT_EQ(RowOf(table, 2), (std::vector<std::string>{"3", "4", "9", "ERROR", "ERROR", "ERROR"}));
+}
+
+TEST(TextTable, BecomesTextAndHtml) {
+  Report report;
+  report.Add(RowKind::Line, {"Y = ", "a<b & c"});
+  report.Add(RowKind::Line, {});
+  report.Add(RowKind::Heading, {"Table"});
+  report.Add(RowKind::ColumnHeadings, {"Variable", "", "Value"});
+  report.Add(RowKind::Values, {"a\tb\r\n", "", "1"});
+  EXPECT_EQ(TabSeparated(report), "Y = \ta<b & c\r\n\r\nTable\r\nVariable\t\tValue\r\na b  \t\t1\r\n");
+  const std::string html = Html(report);
+  for (const char* part : {"<td>Y = </td><td align=\"left\" colspan=\"2\">a&lt;b &amp; c</td>",
+                           "<th align=\"left\" colspan=\"3\">Table</th>", "<th align=\"right\">Value</th>",
+                           "<td align=\"right\">1</td>", "charset=\"utf-8\""})
+    EXPECT_NE(html.find(part), std::string::npos) << part << " in " << html;
+}
+
+}  // namespace
+}  // namespace quorvex

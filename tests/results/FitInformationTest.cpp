@@ -1,0 +1,212 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "Golden.h"
+#include "NistSets.h"
+#include "core/NumberText.h"
+#include "results/FitInformation.h"
+#include "results/SolvedProject.h"
+
+namespace quorvex {
+namespace {
+
+constexpr FitCircumstances kFromFile{"line.qvx", 5, 0, {0, 0, 0}};
+
+// The rows under a heading, its column headings first, up to the empty row.
+std::vector<std::vector<std::string>> Block(const Report& report, const std::string& heading) {
+  std::vector<std::vector<std::string>> block;
+  const auto& rows = report.Rows();
+  auto at = std::find_if(rows.begin(), rows.end(), [&](const Report::Row& row) {
+    return row.Kind == RowKind::Heading && row.Cells[0] == heading;
+  });
+  if (at == rows.end()) return block;
+  for (++at; at != rows.end() && !at->Cells.empty(); ++at) block.push_back(at->Cells);
+  return block;
+}
+
+std::vector<std::string> Headings(const Report& report) {
+  std::vector<std::string> headings;
+  for (const Report::Row& row : report.Rows())
+    if (row.Kind == RowKind::Heading) headings.push_back(row.Cells[0]);
+  return headings;
+}
+
+// The value behind a label, "-" where there is no such line.
+std::string ValueOf(const Report& report, const std::string& label) {
+  for (const Report::Row& row : report.Rows())
+    if (row.Kind == RowKind::Line && row.Cells.size() == 2 && row.Cells[0] == label) return row.Cells[1];
+  return "-";
+}
+
+// The whole text, and numbers that hold to mpmath at 30 digits: t-ratio 12.2474487139159, Prob(t) and Prob(F) 0.001172.
+TEST(FitInformation, TellsOfALinearFit) {
+  Project project = LineProject();
+  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  ExpectGolden("FitInformation.txt", TabSeparated(FitInformation(solution, kFromFile, Settings(), LocaleText())));
+}
+
+// Certified by NIST for Norris: coefficients, standard deviations, R^2 and the analysis of variance.
+TEST(FitInformation, AgreesWithTheCertifiedLine) {
+  Project project = ProjectOf({{}, {}});
+  for (const NistSet& row : NistSets("linear")) {
+    if (row.at("name") != "Norris") continue;
+    std::ifstream file(QUORVEX_TEST_DATA "/nist/" + row.at("file"));
+    std::size_t n = 0;
+    for (std::string line; std::getline(file, line);) {
+      std::replace(line.begin(), line.end(), '\t', ' ');
+      const std::vector<double> cells = Numbers(line);
+      ++n;
+      project.Sheet.Cells.SetGridCellNumber(n, 1, cells[0]);
+      project.Sheet.Cells.SetGridCellNumber(n, 2, cells[1]);
+    }
+  }
+  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  const Report report = FitInformation(solution, {"Norris", 36, 0, {}}, Settings(), LocaleText());
+  const auto coefficients = Block(report, "Regression Variable Results");
+  const auto variance = Block(report, "Variance Analysis");
+  const auto limits = Block(report, "95% Confidence Intervals");
+  ASSERT_EQ(coefficients.size(), 3u);
+  ASSERT_EQ(variance.size(), 4u);
+  ASSERT_EQ(limits.size(), 3u);
+  const double slope = 1.00211681802045, sd = 0.429796848199937E-03, t34 = 2.0322;
+  const struct {
+    std::string text;
+    double certified, digits;
+  } kCells[] = {
+      {coefficients[1][1], slope, 12},
+      {coefficients[1][2], sd, 10},
+      {coefficients[1][3], slope / sd, 10},
+      {coefficients[2][1], -0.262323073774029, 9},
+      {coefficients[2][2], 0.232818234301152, 10},
+      {coefficients[2][4], 0.267746742333202, 4},  // mpmath; six decimals are shown
+      {limits[1][2], sd * t34, 10},
+      {limits[1][3], slope - sd * t34, 10},
+      {limits[1][4], slope + sd * t34, 10},
+      {variance[1][1], 1, 15},
+      {variance[1][2], 4255954.13232369, 12},
+      {variance[1][3], 4255954.13232369, 12},
+      {variance[1][4], 5436385.54079785, 9},
+      {variance[1][5], 0, 15},
+      {variance[2][1], 34, 15},
+      {variance[2][2], 26.6173985294224, 9},
+      {variance[2][3], 0.782864662630069, 9},
+      {variance[3][1], 35, 15},
+      {ValueOf(report, "Coefficient of Multiple Determination (R^2) = "), 0.999993745883712, 9.5},
+      {ValueOf(report, "Standard Error of the Estimate = "), 0.884796396144373, 9},
+  };
+  for (const auto& c : kCells) {
+    const auto value = NumericText(c.text);
+    ASSERT_TRUE(value) << c.text;
+    EXPECT_GE(CorrectDigits(*value, c.certified, c.digits), c.digits) << c.text << " for " << c.certified;
+  }
+}
+
+TEST(FitInformation, LeavesOutWhatTheSettingsSwitchOff) {
+  Project project = LineProject();
+  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  const std::vector<std::string> all = {"Regression Variable Results", "68% Confidence Intervals",
+                                        "90% Confidence Intervals",    "95% Confidence Intervals",
+                                        "99% Confidence Intervals",    "Variance Analysis"};
+  const struct {
+    const char *key, *heading;
+  } kCases[] = {{"show68ci", "68% Confidence Intervals"}, {"show90ci", "90% Confidence Intervals"},
+                {"show95ci", "95% Confidence Intervals"}, {"show99ci", "99% Confidence Intervals"},
+                {"showvariance", "Variance Analysis"},    {"showsumstats", ""}};
+  for (const auto& c : kCases) {
+    Settings settings;
+    settings.Set(c.key, "0");
+    const Report report = FitInformation(solution, kFromFile, settings, LocaleText());
+    std::vector<std::string> expected = all;
+    std::erase(expected, c.heading);
+    EXPECT_EQ(Headings(report), expected) << c.key;
+    EXPECT_EQ(ValueOf(report, "Sum of Residuals = ") == "-", std::string(c.key) == "showsumstats");
+  }
+}
+
+TEST(FitInformation, TellsOfIterationsOnlyWithAllLimits) {
+  Project project = LineProject();
+  AddModel(project, "Mine", {"F1+b", "a*x"});
+  const Solution solution{&SolveModel(project, "Mine", 0), nullptr};
+  for (const SolveLimits& limits :
+       {SolveLimits{1e-10, 250, 10}, SolveLimits{0, 250, 10}, SolveLimits{1e-10, 0, 10}, SolveLimits{1e-10, 250, 0}}) {
+    const Report report = FitInformation(solution, {"p", 5, 0, limits}, Settings(), LocaleText());
+    const bool all = limits == SolveLimits{1e-10, 250, 10};
+    EXPECT_EQ(ValueOf(report, "Nonlinear iteration limit = "), all ? "250" : "-");
+    EXPECT_EQ(ValueOf(report, "Diverging nonlinear iteration limit ="), all ? "10" : "-");
+    EXPECT_EQ(ValueOf(report, "Residual tolerance = "), all ? "1E-10" : "-");
+    EXPECT_EQ(ValueOf(report, "Number of nonlinear iterations performed = "),
+              all ? std::to_string(solution.Model->NumIterations) : "-");
+    EXPECT_EQ(ValueOf(report, "F1 = "), "a*x");
+    EXPECT_EQ(ValueOf(report, "Y = "), "F1+b");
+  }
+}
+
+TEST(FitInformation, LeavesCellsEmptyThatHaveNoNumber) {
+  Project project = LineProject();
+  ModelClass& model = SolveModel(project, "a*x+b", 1);
+  const Solution solution{&model, nullptr};
+  const auto report = [&] { return FitInformation(solution, kFromFile, Settings(), LocaleText()); };
+  model.SetCovariance(2, 0);  // held: it has a value and no uncertainty
+  EXPECT_EQ(Block(report(), "Regression Variable Results")[2],
+            (std::vector<std::string>{"b", GeneralNumber(model.Values(2)), "0", "", ""}));
+  EXPECT_EQ(Block(report(), "99% Confidence Intervals")[2][2], "0");
+  model.RssNorm = 0;  // a perfect fit
+  EXPECT_EQ(Block(report(), "Variance Analysis")[1][4], "Infinity");
+  EXPECT_EQ(Block(report(), "Variance Analysis")[1][5], "");
+  model.RssNorm = model.RST + 1;
+  EXPECT_TRUE(Block(report(), "Variance Analysis").empty());
+  model.RssNorm = 1;
+  model.DOFRegression = 0;
+  EXPECT_TRUE(Block(report(), "Variance Analysis").empty());
+}
+
+TEST(FitInformation, SumsUpASearchFromRanges) {
+  Project project = LineProject();
+  ModelClass& model = AddModel(project, "Mine", {"a*x+b"});
+  model.SetICRange({{0, 4, 3}, {1, 1, 1}});
+  model.SpecifyICComplete = true;
+  SolveModel(project, "Mine", 0);
+  ASSERT_EQ(model.SweepCount, 3);
+  const Solution solution{&model, nullptr};
+  auto block = Block(FitInformation(solution, kFromFile, Settings(), LocaleText(), {"0.0000", ""}),
+                     "Initial Condition Range Summary");
+  ASSERT_EQ(block.size(), 5u);
+  EXPECT_EQ(block[0], (std::vector<std::string>{"a", "", "b", "", "", "", "", "", "a", "b"}));
+  EXPECT_EQ(block[1], (std::vector<std::string>{"Initial Value", "Fitted Value", "Initial Value", "Fitted Value", "RSS",
+                                                "R^2", "Ra^2", "Std Err", "Range", "Range"}));
+  const char* starts[] = {"0.0000", "2.0000", "4.0000"};
+  for (std::size_t set = 0; set < 3; ++set)  // R^2 = 1 - 0.8/40.8, Ra^2 = R^2 - (1 - R^2)/3
+    EXPECT_EQ(block[2 + set], (std::vector<std::string>{starts[set], "2.0000", "1.0000", "1.2000", "0.8000", "0.9804",
+                                                        "0.9739", "0.5164", "0.0000 to 4.0000", "1.0000"}));
+
+  model.SetSweepInfo({{0, 1}, {2, 1}});  // as a project file tells it
+  block = Block(FitInformation(solution, kFromFile, Settings(), LocaleText()), "Initial Condition Range Summary");
+  EXPECT_EQ(block[3], (std::vector<std::string>{"2", "", "1", "", "", "", "", "", "0 to 4", "1"}));
+  model.SweepCount = 1;
+  EXPECT_EQ(Headings(FitInformation(solution, kFromFile, Settings(), LocaleText())).back(), "Variance Analysis");
+}
+
+TEST(FitInformation, WritesNumbersAsTheUserDoes) {
+  const LocaleText german{',', ';', '.', '.', ':'};
+  Project project = LineProject(german);
+  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  const Report report = FitInformation(solution, {"p", 5, 0, {1e-10, 1, 1}}, Settings(), german);
+  EXPECT_EQ(ValueOf(report, "Proportion of Variance Explained = "), "98,03921569%");
+  EXPECT_EQ(Block(report, "Regression Variable Results")[1][4], "0,00117");
+}
+
+TEST(FitInformation, KnowsOnlyTheHeadOfAnInterpolation) {
+  Project project = LineProject();
+  std::string log;
+  ASSERT_TRUE(project.Interpolations[0].Fit(LoadResultData(project.Sheet)->Points, log));
+  const Report report = FitInformation({nullptr, &project.Interpolations[0]}, kFromFile, Settings(), LocaleText());
+  EXPECT_EQ(ValueOf(report, "Equation ID: "), "Cubic Spline");
+  EXPECT_EQ(ValueOf(report, "Model Definition:"), "Cubic Spline Interpolation");
+  EXPECT_EQ(ValueOf(report, "Number of observations = "), "5");
+  EXPECT_TRUE(Headings(report).empty());
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,357 @@
+// The results window, used as a user does.
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMimeData>
+#include <QPdfWriter>
+#include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <set>
+
+#include "Dialogs.h"
+#include "TemporaryFolder.h"
+#include "core/ui/MessageBoxPrompter.h"
+#include "results/SolvedProject.h"
+#include "results/ui/PrintTable.h"
+#include "results/ui/frmResults.h"
+
+namespace quorvex {
+namespace {
+
+class Results : public testing::Test {
+ protected:
+  // Five points about a line, solved by these models of the catalogue.
+  void Start(const std::vector<const char*>& models = {"a*x+b", "a+b/x"}) {
+    for (const char* name : models) SolveModel(project, name, 1);
+    Open();
+  }
+  void Open() {
+    window = std::make_unique<frmResults>(project, settings, user);
+    window->show();
+    window->activateWindow();
+    QTest::qWait(20);
+  }
+
+  template <typename Widget>
+  Widget& Find(const char* name) {
+    auto* widget = window->findChild<Widget*>(name);
+    if (widget == nullptr) throw std::invalid_argument(name);
+    return *widget;
+  }
+  void Click(const char* name) { QTest::mouseClick(&Find<QPushButton>(name), Qt::LeftButton); }
+  void Type(const char* name, const char* text) {
+    Find<QLineEdit>(name).clear();
+    QTest::keyClicks(&Find<QLineEdit>(name), text);
+  }
+  void Turn(int tab) { Find<QTabWidget>("ResultsTab").setCurrentIndex(tab); }
+  QString Shown() { return Find<QComboBox>("EqList").currentText(); }
+  QString Cell(const char* table, int row, int column) {
+    return Find<QTableView>(table).model()->index(row, column).data().toString();
+  }
+  // The value behind a label of Fit Information.
+  QString ValueOf(const QString& label) {
+    const QAbstractItemModel& model = *Find<QTableView>("FitBook").model();
+    for (int row = 0; row < model.rowCount(); ++row)
+      if (Cell("FitBook", row, 0) == label) return Cell("FitBook", row, 1);
+    return "-";
+  }
+  QString Evaluations() { return Find<QPlainTextEdit>("txtEval").toPlainText(); }
+
+  TemporaryFolder folder;
+  Dialogs dialogs;
+  Settings settings;
+  MessageBoxPrompter user{nullptr};
+  Project project = LineProject();
+  std::unique_ptr<frmResults> window;
+};
+
+TEST_F(Results, StepsThroughTheSolvedList) {
+  Start();
+  EXPECT_EQ(window->windowTitle(), "Regression Results");
+  const char* tips[] = {"View next model", "View previous model", "Vew best fit model"};
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(Find<QPushButton>(("cmdUpDown" + std::to_string(i)).c_str()).toolTip(), tips[i]);
+  const auto enabled = [&] {
+    return std::vector<bool>{Find<QPushButton>("cmdUpDown0").isEnabled(), Find<QPushButton>("cmdUpDown1").isEnabled(),
+                             Find<QPushButton>("cmdUpDown2").isEnabled()};
+  };
+  EXPECT_EQ(Shown(), "a*x+b");
+  EXPECT_EQ(ValueOf("Y = "), "a*x+b");
+  EXPECT_EQ(enabled(), (std::vector<bool>{true, false, false}));
+  Click("cmdUpDown0");
+  EXPECT_EQ(Shown(), "a+b/x");
+  EXPECT_EQ(ValueOf("Y = "), "a+b/x");
+  EXPECT_EQ(enabled(), (std::vector<bool>{false, true, true}));
+  Click("cmdUpDown1");
+  EXPECT_EQ(Shown(), "a*x+b");
+  window->Show({project.Models.Find("a+b/x"), nullptr});
+  EXPECT_EQ(Shown(), "a+b/x");
+  Click("cmdUpDown2");
+  EXPECT_EQ(Shown(), "a*x+b");
+}
+
+TEST_F(Results, MakesATabWhenItIsLookedAt) {
+  Start();
+  EXPECT_EQ(Find<QTableView>("DataBook").model()->rowCount(), 0);
+  Turn(1);
+  EXPECT_EQ(Cell("DataBook", 2, 4), "8.0e-1");
+  Click("cmdUpDown0");
+  EXPECT_NE(Cell("DataBook", 2, 4), "8.0e-1");
+  EXPECT_EQ(ValueOf("Y = "), "a*x+b") << "not looked at yet";
+  Turn(0);
+  EXPECT_EQ(ValueOf("Y = "), "a+b/x");
+}
+
+TEST_F(Results, FollowsTheProject) {
+  Start();
+  Turn(1);
+  SolveModel(project, "a+b*x+c/x", 1);
+  window->Refresh();
+  EXPECT_EQ(Shown(), "a*x+b");
+  EXPECT_EQ(Find<QComboBox>("EqList").count(), 3);
+  project.Models.Find("a*x+b")->Solved = false;
+  project.Sheet.Cells.ClearCell(5, 2);
+  window->Refresh();
+  EXPECT_EQ(Shown(), "a+b*x+c/x") << "the best that is left";
+  EXPECT_EQ(Find<QTableView>("DataBook").model()->rowCount(), 4);
+  Turn(0);
+  EXPECT_EQ(ValueOf("Number of missing observations = "), "1");
+  EXPECT_EQ(ValueOf("Nonlinear iteration limit = "), "-");
+
+  SolveModel(project, "a+b/x", 0);
+  window->SetLimits({1e-10, 250, 10});
+  window->Refresh();
+  window->Show({project.Models.Find("a+b/x"), nullptr});
+  EXPECT_EQ(ValueOf("Nonlinear iteration limit = "), "250");
+
+  for (const auto& model : project.Models) model->Solved = false;
+  window->Refresh();
+  EXPECT_EQ(Find<QTableView>("FitBook").model()->rowCount(), 0);
+  for (const char* name : {"cmdUpDown0", "SaveCommand", "FormatCommand", "PrintCommand", "CopyCommand"})
+    EXPECT_FALSE(Find<QPushButton>(name).isEnabled()) << name;
+}
+
+TEST_F(Results, SaysWhatIsWrongWithTheSheet) {
+  Start();
+  project.Sheet.Cells.SetGridCellText(2, 2, "five");
+  dialogs.Press(QMessageBox::Ok);
+  window->Refresh();
+  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Line 2: 'five' is not a number."});
+}
+
+TEST_F(Results, EvaluatesAndKeepsTheAnswers) {
+  Start();
+  Click("evaluation");
+  Type("XVal_text1", "10");
+  Click("EvalCommand");
+  const QString value = "Evaluation of equation: a*x+b\nX = 10\nY = 2.120000000000E+01";
+  EXPECT_EQ(Evaluations(), value);
+  EXPECT_FALSE(Find<QLineEdit>("YVal_text").isEnabled());
+
+  QTest::mouseClick(&Find<QRadioButton>("optnAction1"), Qt::LeftButton, {}, {8, 8});
+  EXPECT_FALSE(Find<QLineEdit>("XVal_text1").isEnabled());
+  EXPECT_FALSE(Find<QComboBox>("cmboRoot").isVisible());
+  EXPECT_EQ(Find<QLineEdit>("txtSearchMax").text(), "5");
+  Type("YVal_text", "4.2");
+  Type("txtSearchMax", "1");
+  dialogs.Press(QMessageBox::Ok);
+  Click("EvalCommand");
+  EXPECT_EQ(dialogs.Said.back(), "The values entered for search minimum and maximum cannot be equal.");
+  Click("cmdDefaults");
+  QTest::mouseClick(&Find<QCheckBox>("ckDyDX"), Qt::LeftButton, {}, {8, 8});
+  Click("EvalCommand");
+  EXPECT_TRUE(Evaluations().startsWith(value + "\n___________________________________\nRoot search of equation: a*x+b\n"
+                                               "X at Y = 4.2\n1.5000000000"))
+      << Evaluations().toStdString();
+  EXPECT_TRUE(Evaluations().contains("\ndY/dX = "));
+
+  dialogs.ChooseFile(folder.Path("Eval.txt"));
+  Click("SaveCommand");
+  EXPECT_EQ(folder.Read("Eval.txt"), Evaluations().replace("\n", "\r\n").toStdString());
+  Click("CopyCommand");
+  EXPECT_EQ(QApplication::clipboard()->text(), Evaluations());
+  Click("ClearCommand");
+  EXPECT_EQ(Evaluations(), "");
+}
+
+TEST_F(Results, EvaluatesSeveralVariables) {
+  project = ProjectOf({{1, 2, 4, 5}, {2, 1, 5, 3}, {4, 4, 14, 11}});
+  Start({project.Models.begin()->get()->id.c_str()});
+  Click("evaluation");
+  EXPECT_EQ(Find<QLabel>("XLabel2").text(), "X2:");
+  QTest::mouseClick(&Find<QRadioButton>("optnAction1"), Qt::LeftButton, {}, {8, 8});
+  auto& which = Find<QComboBox>("cmboRoot");
+  EXPECT_TRUE(which.isVisible());
+  QTest::keyClick(&which, Qt::Key_Down);
+  EXPECT_TRUE(Find<QLineEdit>("XVal_text1").isEnabled());
+  EXPECT_FALSE(Find<QLineEdit>("XVal_text2").isEnabled());
+  EXPECT_EQ(Find<QLineEdit>("txtSearchMin").text(), "1");
+  EXPECT_EQ(Find<QLineEdit>("txtSearchMax").text(), "5");
+}
+
+TEST_F(Results, CopiesAndSavesTables) {
+  Start();
+  Click("CopyCommand");
+  const QMimeData* copied = QApplication::clipboard()->mimeData();
+  EXPECT_TRUE(copied->text().contains("Durbin-Watson statistic = \t2.5"));
+  EXPECT_TRUE(copied->html().contains("<th align=\"left\" colspan=\"6\">Variance Analysis</th>"));
+  dialogs.ChooseFile(folder.Path("fit.html"));
+  Click("SaveCommand");
+  EXPECT_TRUE(folder.Read("fit.html").starts_with("<!DOCTYPE html>"));
+
+  Turn(1);
+  auto& table = Find<QTableView>("DataBook");
+  table.selectionModel()->select(QItemSelection(table.model()->index(0, 1), table.model()->index(1, 2)),
+                                 QItemSelectionModel::ClearAndSelect);
+  table.setFocus();
+  QTest::keySequence(&table, QKeySequence::Copy);
+  EXPECT_EQ(QApplication::clipboard()->text(), "1\t3\r\n2\t5\r\n");
+  dialogs.ChooseFile(folder.Path("data"));
+  Click("SaveCommand");
+  EXPECT_TRUE(folder.Read("data.txt").starts_with("Row\tX\tY\tCalc Y\tResidual\tAbs Residual\r\n1\t1\t3\t"));
+}
+
+TEST_F(Results, WritesNumbersAsAskedFor) {
+  Start();
+  Turn(1);
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "Format");
+    form.findChild<QComboBox*>("values")->setCurrentText("0.00");
+    form.findChild<QComboBox*>("residuals")->setCurrentText("0.0000");
+    EXPECT_EQ(form.findChild<QLabel*>("sample")->text(), "-1234.57    -1234.5679");
+    QTest::keyClick(&form, Qt::Key_Return);
+  });
+  Click("FormatCommand");
+  EXPECT_EQ(Cell("DataBook", 2, 3), "7.20");
+  EXPECT_EQ(Cell("DataBook", 2, 4), "0.8000");
+  Turn(0);
+  EXPECT_EQ(ValueOf("Durbin-Watson statistic = "), "2.50");
+}
+
+TEST_F(Results, ShowsALongTableAtOnce) {
+  std::vector<std::vector<double>> columns(2);
+  for (int i = 1; i <= 65'536; ++i) {
+    columns[0].push_back(i);
+    columns[1].push_back(2.0 * i + (i % 3));
+  }
+  project = ProjectOf(columns);
+  Start({"a*x+b"});
+  QElapsedTimer timer;
+  timer.start();
+  Turn(1);
+  auto& table = Find<QTableView>("DataBook");
+  for (int step = 0; step <= 100; ++step) {
+    table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum() / 100 * step);
+    QApplication::processEvents();
+  }
+  EXPECT_EQ(Cell("DataBook", 65'535, 1), "65536");
+  EXPECT_LT(timer.elapsed(), 5000);
+}
+
+// The pages of a PDF file, which holds an object for each.
+std::size_t PagesOf(const std::string& pdf) {
+  std::size_t pages = 0;
+  for (std::size_t at = 0; (at = pdf.find("/Type /Page\n", at)) != std::string::npos; ++at) ++pages;
+  return pages;
+}
+
+TEST_F(Results, PrintsOnAsManyPagesAsItTakes) {
+  const struct {
+    int rows, columns;
+    std::size_t pages;
+  } kCases[] = {{10, 3, 1}, {200, 3, 4}, {10, 30, 4}, {200, 30, 16}};
+  for (const auto& c : kCases) {
+    Report report;
+    report.Add(RowKind::Heading, {"Table"});
+    for (int r = 0; r < c.rows; ++r)
+      report.Add(RowKind::Values, std::vector<std::string>(static_cast<std::size_t>(c.columns), "0.12345678"));
+    const std::string name = folder.Path("table.pdf");
+    {
+      QPdfWriter writer(QString::fromStdString(name));
+      writer.setPageSize(QPageSize(QPageSize::A4));
+      ASSERT_TRUE(PrintTable(report, "Title", QFont("Liberation Sans", 10), writer));
+    }
+    EXPECT_EQ(PagesOf(folder.Read("table.pdf")), c.pages) << c.rows << " rows, " << c.columns << " columns";
+  }
+  Start();
+  dialogs.Do([](QDialog& form) { form.reject(); });
+  Click("PageSetupCommand");
+}
+
+// In each state of the window; a hidden control answers to no key.
+TEST_F(Results, HasMnemonicsThatDoNotMeet) {
+  Start();
+  for (int state = 0; state < 2; ++state) {
+    if (state == 1) Click("evaluation");
+    std::set<QString> used;
+    const auto check = [&](const QString& text) {
+      const QKeySequence key = QKeySequence::mnemonic(text);
+      ASSERT_FALSE(key.isEmpty()) << text.toStdString();
+      EXPECT_TRUE(used.insert(key.toString()).second) << text.toStdString();
+    };
+    for (const auto* button : window->findChildren<QAbstractButton*>())
+      if (button->isVisible() && !button->text().isEmpty()) check(button->text());
+    for (const auto* label : window->findChildren<QLabel*>())
+      if (label->isVisible() && label->buddy() != nullptr) check(label->text());
+    const auto& tabs = Find<QTabWidget>("ResultsTab");
+    for (int i = 0; i < tabs.count() && tabs.isVisible(); ++i) check(tabs.tabText(i));
+  }
+}
+
+TEST_F(Results, NamesWhatAScreenReaderMeets) {
+  Start();
+  std::set<std::string> met;
+  const std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* element) {
+    if (element == nullptr || !element->isValid() || element->state().invisible) return;
+    const std::string name = element->text(QAccessible::Name).toStdString();
+    switch (element->role()) {
+      case QAccessible::Button:
+      case QAccessible::CheckBox:
+      case QAccessible::RadioButton:
+      case QAccessible::ComboBox:
+      case QAccessible::PageTab:
+      case QAccessible::Table:
+      case QAccessible::EditableText:
+        EXPECT_FALSE(name.empty()) << "role " << element->role() << ' '
+                                   << (element->object() ? element->object()->objectName().toStdString() : "");
+        met.insert(name);
+        break;
+      default:
+        break;
+    }
+    for (int i = 0; i < std::min(element->childCount(), 30); ++i) walk(element->child(i));
+  };
+  const auto walkWindow = [&] { walk(QAccessible::queryAccessibleInterface(window.get())); };
+  for (int tab = 0; tab < Find<QTabWidget>("ResultsTab").count(); ++tab) {
+    Turn(tab);
+    walkWindow();
+  }
+  Click("evaluation");
+  walkWindow();
+  for (const char* name : {"Equation", "Next", "Back", "Best", "Save...", "Copy", "Fit Information", "Data Table", "X",
+                           "Given Y:", "DY/DXn", "Minimum:", "History:"})
+    EXPECT_TRUE(met.contains(name)) << name;
+  Click("evaluation");
+  Turn(0);
+  const auto& book = Find<QTableView>("FitBook");
+  EXPECT_TRUE(book.currentIndex().isValid());
+  QAccessibleTableInterface* table =
+      QAccessible::queryAccessibleInterface(&Find<QTableView>("FitBook"))->tableInterface();
+  EXPECT_EQ(table->cellAt(0, 0)->text(QAccessible::Name), "Quorvex version ");
+  for (const auto& model : project.Models) model->Solved = false;
+  window->Refresh();
+  walkWindow();  // with nothing to show
+}
+
+}  // namespace
+}  // namespace quorvex
