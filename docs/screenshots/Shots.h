@@ -22,6 +22,7 @@ struct Shots {
 
 void TakeFrame(const Shots& shots);
 void TakePreferences(const Shots& shots);
+void TakeImports(const Shots& shots);
 void TakeProgress(const Shots& shots);
 void TakeSheet(const Shots& shots);
 

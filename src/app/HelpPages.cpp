@@ -7,7 +7,7 @@ constexpr HelpPage kRows[] = {
     {"quorvexWindow", "sheet.html"},
     {"NewProj", "sheet.html#new"},
     {"frmImport", "import.html"},
-    {"frmODBC", "import.html#database"},
+    {"frmDataBase", "import.html#database"},
     {"SolveSetup", "solve.html#setup"},
     {"Regress", "solve.html#single"},
     {"Groups", "solve.html#groups"},

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "plot/DeviceMetrics.h"
 #include "plot/DrawAxes.h"
 #include "plot/DrawSeries.h"
@@ -14,6 +16,23 @@ void ComputeDeviceScale(const PlotClass& plot, PlotPicture& picture) {
   const AxisLimits up = (plot.SwapAxis ? plot.X : plot.Y).Limits();
   picture.Horizontal = AxisMap::Between(across.Min, across.Max, across.Log, frame.left, frame.right);
   picture.Vertical = AxisMap::Between(up.Min, up.Max, up.Log, frame.bottom, frame.top);
+}
+
+// The shares of the displayed series' points that lie within a rectangle, added up. Of long series it looks at some.
+double PointsWithin(const DeviceRect& box, const PlotClass& plot, const PlotPicture& picture) {
+  constexpr std::size_t kEnough = 500;
+  double shares = 0;
+  for (const PlotSeries& series : plot.PlotData) {
+    if (!series.Displayed()) continue;
+    SeriesTable table = series.CopyDataTo();
+    if (plot.SwapAxis) std::swap(table.X, table.Y);
+    const std::size_t stride = table.X.size() / kEnough + 1;
+    std::size_t within = 0;
+    for (std::size_t i = 0; i < table.X.size(); i += stride)
+      within += box.Contains(picture.Horizontal.ToDevice(table.X[i]), picture.Vertical.ToDevice(table.Y[i]));
+    shares += static_cast<double>(within * stride) / static_cast<double>(table.X.size());
+  }
+  return shares;
 }
 
 }  // namespace
@@ -63,7 +82,9 @@ bool PlotClass::DrawOn(DrawingSurface& surface, Prompter& prompter, const PageSe
   }
   for (const PlotSeries& series : PlotData)
     if (series.Style().ShowErrorBars) DrawErrorBars(surface, series, metrics, picture, *this);
-  if (Legend.Show) picture.Legend = DrawLegend(surface, *this, metrics, picture.Frame);
+  if (Legend.Show)
+    picture.Legend = DrawLegend(surface, *this, metrics, picture.Frame,
+                                [&](const DeviceRect& box) { return PointsWithin(box, *this, picture); });
   if (FootNote.Show) picture.FootNote = DrawFootNote(surface, *this, metrics);
   if (const SurfaceHandle recording = surface.CloseEnhMetaFile()) MetafileHandle = recording;
   return true;

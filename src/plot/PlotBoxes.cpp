@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include "core/NumberText.h"
 #include "plot/DrawPlotText.h"
@@ -89,9 +90,26 @@ void DrawSample(DrawingSurface& surface, const LegendEntry& row, const DeviceMet
   }
 }
 
+// The corner of the frame where a box of that size hides least.
+DevicePoint QuietCorner(const DeviceRect& frame, const DeviceMetrics& metrics, DeviceExtent size,
+                        const HiddenBy& hidden) {
+  const std::int32_t left = frame.left + metrics.Margin2X, right = frame.right - metrics.Margin2X - size.cx;
+  const std::int32_t top = frame.top + metrics.Margin2Y, bottom = frame.bottom - metrics.Margin2Y - size.cy;
+  DevicePoint best;
+  double least = std::numeric_limits<double>::infinity();
+  for (const DevicePoint& corner : {DevicePoint{right, top}, {left, top}, {right, bottom}, {left, bottom}}) {
+    const double hides = hidden({corner.x, corner.y, corner.x + size.cx, corner.y + size.cy});
+    if (hides >= least) continue;
+    least = hides;
+    best = corner;
+  }
+  return best;
+}
+
 }  // namespace
 
-DeviceRect DrawLegend(DrawingSurface& surface, PlotPage& plot, const DeviceMetrics& metrics, const DeviceRect& frame) {
+DeviceRect DrawLegend(DrawingSurface& surface, PlotPage& plot, const DeviceMetrics& metrics, const DeviceRect& frame,
+                      const HiddenBy& hidden) {
   const std::vector<LegendEntry> rows = MeasureRows(surface, plot, metrics);
   if (rows.empty()) return {};
   std::int32_t height = 0, textWidth = 0, longest = 0;
@@ -101,8 +119,8 @@ DeviceRect DrawLegend(DrawingSurface& surface, PlotPage& plot, const DeviceMetri
     longest = std::max(longest, row.Sample);
   }
   const DeviceExtent size{textWidth + 5 * metrics.Margin2X + longest, height + 2 * metrics.Margin2Y};
-  const DeviceRect where =
-      Place(plot.Legend, plot, metrics, size, {frame.right - metrics.Margin2X - size.cx, frame.top + metrics.Margin2Y});
+  const DevicePoint corner = plot.Legend.Placed() ? DevicePoint{} : QuietCorner(frame, metrics, size, hidden);
+  const DeviceRect where = Place(plot.Legend, plot, metrics, size, corner);
   DrawBox(surface, plot.Legend, plot, metrics, where);
 
   const PlotTextFonts fonts(surface, plot.PlotLegendFont, 0);

@@ -85,7 +85,7 @@ class PlotClass : public PlotPage {
   const PlotPicture& Shown() const { return shown_; }
 
   // The displayed curve point next to a place of the picture shown, at most `tolerance` units away in each direction.
-  std::optional<CurveHit> CurveIsClose(double x, double y, double tolerance = 4) const;
+  std::optional<CurveHit> CurveIsClose(double x, double y, double tolerance) const;
 
  private:
   struct DataLimits {

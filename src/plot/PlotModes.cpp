@@ -11,7 +11,8 @@ namespace {
 
 // A band smaller than this, in device units, is a click whose second one is still to come.
 constexpr double kLeastBand = 4;
-constexpr double kMarkTwips = 90;  // half the length of the cursor mark
+constexpr double kMarkTwips = 90;   // half the length of the cursor mark
+constexpr double kCloseTwips = 60;  // to a curve point that counts as close
 
 bool Ends(int event) { return event == PlotModes::kRight || event == PlotModes::kMiddle; }
 
@@ -102,7 +103,7 @@ void PlotModes::ShowCoords(int event, double x, double y) {
   } else if (Ends(event)) {
     EndCoords();
   } else if (event == kMove) {
-    hit_ = plot_.CurveIsClose(x, y);
+    hit_ = plot_.CurveIsClose(x, y, kCloseTwips / host_.TwipsPerPixelX());
     if (hit_) {
       const SeriesTable table = plot_.PlotData[hit_->Series].CopyDataTo();
       ShowMark(x, y, table.X[hit_->Point], table.Y[hit_->Point]);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <numeric>
 
 #include "sheet/CopyCells.h"
 
@@ -38,6 +39,17 @@ void ColumnAssignment::Assign(std::size_t column, std::size_t variable) {
 }
 
 void ColumnAssignment::UnAssign(std::size_t variable) { columns_[variable - 1] = 0; }
+
+void ColumnAssignment::AssignInOrder() {
+  const auto none = [](std::size_t column) { return column == 0; };
+  if (columnCount_ == columns_.size() && std::all_of(columns_.begin(), columns_.end(), none))
+    std::iota(columns_.begin(), columns_.end(), std::size_t{1});
+}
+
+std::string ColumnAssignment::VariableOf(std::size_t column) const {
+  const auto found = std::find(columns_.begin(), columns_.end(), column);
+  return found == columns_.end() ? "" : variables_[static_cast<std::size_t>(found - columns_.begin())];
+}
 
 bool ColumnAssignment::Confirm(const std::string& incomplete, Prompter& prompter) const {
   const auto missing = std::count(columns_.begin(), columns_.end(), 0);

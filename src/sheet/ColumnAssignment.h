@@ -26,7 +26,10 @@ class ColumnAssignment {
   // A column that another variable had is taken from that.
   void Assign(std::size_t column, std::size_t variable);
   void UnAssign(std::size_t variable);
+  // Where nothing is assigned and there are as many columns as variables: each column to the variable in its place.
+  void AssignInOrder();
   std::size_t ColumnOf(std::size_t variable) const { return columns_[variable - 1]; }  // 0 for none
+  std::string VariableOf(std::size_t column) const;                                    // "" for none
 
   // Whether to go on: refused where nothing is assigned, and asked by `incomplete` where some variable is left out.
   bool Confirm(const std::string& incomplete, Prompter& prompter) const;

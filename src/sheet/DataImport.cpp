@@ -6,9 +6,19 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "sheet/CellEntry.h"
 #include "sheet/ImportFailure.h"
 
 namespace quorvex {
+namespace {
+
+// What a text cell would be if it were typed.
+std::optional<double> TypedValue(const GridCells& cells, double cell, const LocaleText& locale) {
+  const std::optional<CellEntry> entry = ReadCellEntry(cells.TextBehind(cell), locale);
+  return entry ? entry->Value : std::nullopt;
+}
+
+}  // namespace
 
 bool ConfirmOverwrite(const SheetEdit& edit) {
   return edit.Sheet.Cells.GridLastRow() == 0 ||
@@ -25,15 +35,32 @@ Result<GridCells> DataImport::Preview() {
   return rows;
 }
 
+std::size_t DataImport::FirstDataLine(const GridCells& preview, const LocaleText& locale) {
+  for (std::size_t row = 1; row <= preview.GridLastRow(); ++row) {
+    for (std::size_t col = 1; col <= preview.GridLastCol(); ++col) {
+      const double cell = preview.Cell(row, col);
+      if (GridCells::IsText(cell) ? TypedValue(preview, cell, locale).has_value() : !GridCells::IsEmpty(cell))
+        return row;
+    }
+  }
+  return 1;
+}
+
+double DataImport::StartRow(const LocaleText& locale) const {
+  return std::max(1.0, std::nearbyint(NumericText(ImportText, locale.DecimalSeparator).value_or(1)));
+}
+
 ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   if (!Columns.Confirm(IncompleteQuestion(), edit.User)) return ImportOutcome::Stay;
-  const double startRow = std::nearbyint(NumericText(ImportText, edit.Locale.DecimalSeparator).value_or(1));
-  if (const auto lines = LineCount(); lines && startRow > static_cast<double>(*lines)) {
+  const double startRow = StartRow(edit.Locale);
+  const auto beyondTheEnd = [&] {
     edit.User.Refuse("The start row you specified is larger than the number of lines in the file.");
     return ImportOutcome::CorrectStartRow;
-  }
+  };
+  const std::optional<std::size_t> lines = LineCount();
+  if (lines && startRow > static_cast<double>(*lines)) return beyondTheEnd();
   try {
-    const std::size_t first = startRow < 1 ? 1 : static_cast<std::size_t>(std::min(startRow, 1e15));
+    const auto first = static_cast<std::size_t>(std::min(startRow, 1e15));
     Result<GridCells> rows =
         ReadRows(first, kMostSheetRows + 1, ckMissingData ? std::string(Trim(txtMissingData)) : "");
     if (!rows) {
@@ -41,9 +68,16 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
       return ImportOutcome::Failed;
     }
     std::size_t rowCount = rows->GridLastRow();
+    if (!lines && startRow > 1 && rowCount == 0) return beyondTheEnd();
     if (rowCount > kMostSheetRows) {
       edit.User.Inform("The file contains too many data points. Only 65,536 data points will be imported.");
       rowCount = kMostSheetRows;
+    }
+    for (std::size_t v = 1; v <= edit.Sheet.ColumnCount(); ++v) {
+      const std::size_t col = Columns.ColumnOf(v);
+      for (std::size_t row = 1; col != 0 && row <= rowCount; ++row)
+        if (const double cell = rows->Cell(row, col); GridCells::IsText(cell))
+          if (const auto value = TypedValue(*rows, cell, edit.Locale)) rows->SetGridCellNumber(row, col, *value);
     }
     edit.PushUndo("&Undo Import", edit.WholeSheet());
     Columns.MoveInto(*rows, rowCount, edit.Sheet);
@@ -52,6 +86,21 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
     edit.User.Refuse(ImportFailure(Source, "").Message);
     return ImportOutcome::Failed;
   }
+}
+
+void DataImport::NameVariables(DataSheet& sheet, const LocaleText& locale) {
+  const double startRow = StartRow(locale);
+  if (startRow < 2) return;
+  const Result<GridCells> line = ReadRows(static_cast<std::size_t>(startRow) - 1, 1, "");
+  if (!line) return;
+  std::vector<std::string> headers = sheet.Headers;
+  for (std::size_t v = 1; v <= headers.size(); ++v) {
+    const std::size_t col = Columns.ColumnOf(v);
+    if (col == 0) continue;
+    if (!GridCells::IsText(line->Cell(1, col))) return;
+    headers[v - 1] = line->GridCellText(1, col);
+  }
+  sheet.Headers = std::move(headers);
 }
 
 std::string DataImport::IncompleteQuestion() const {

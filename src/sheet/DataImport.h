@@ -43,9 +43,21 @@ class DataImport {
   // called at first and after each change of how the source is read.
   Result<GridCells> Preview();
 
+  // Where the data begins in a preview, counted from 1: at the first line with a number or a date. 1 where there is
+  // none.
+  static std::size_t FirstDataLine(const GridCells& preview, const LocaleText& locale);
+
+  // The line that ImportText asks for, 1 where that is not numeric.
+  double StartRow(const LocaleText& locale) const;
+
   // Checks what was chosen and, where nothing speaks against it, brings the data into the sheet: its first line to row
-  // 1, the assigned columns replaced, the others as they were. Says what is wrong and whether rows are left out.
+  // 1, the assigned columns replaced, the others as they were. A text that a typed cell would take, a date for one, is
+  // the value that the cell would have. Says what is wrong and whether rows are left out.
   ImportOutcome Finish(const SheetEdit& edit);
+
+  // Names the variables of a new project, whose data was imported, after the headings: the line above the data, where
+  // that has a text for each assigned column.
+  void NameVariables(DataSheet& sheet, const LocaleText& locale);
 
  protected:
   DataImport(std::string source, const DataSheet& sheet) : Columns(sheet), Source(std::move(source)) {}

@@ -5,7 +5,6 @@
 
 #include "core/NumberText.h"
 #include "sheet/BlankMissingMarker.h"
-#include "sheet/CopyCells.h"
 #include "sheet/SpreadsheetFile.h"
 #include "sheet/TextImport.h"
 
@@ -30,25 +29,28 @@ std::string SpreadsheetImport::ChooseSheet(const std::string& name) {
 }
 
 Result<GridCells> SpreadsheetImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) {
-  GridCells rows;
   const std::size_t last = std::min(cells_.GridLastRow(), first - 1 + count);
-  if (last < first) return rows;
-  GridCells source = cells_;
-  CopyCells(source, {first, 1, last, source.GridLastCol()}, rows, 1, 1);
+  if (last < first) return GridCells();
+  GridCells rows = cells_.CopyRange({first, 1, last, cells_.GridLastCol()});
   if (!marker.empty()) BlankMissingMarker(rows, marker);
   return rows;
 }
 
+Result<std::unique_ptr<DataImport>> OpenImport(const std::string& file, const DataSheet& sheet,
+                                               const LocaleText& locale) {
+  using Opened = Result<std::unique_ptr<DataImport>>;
+  const auto opened = [](auto import) { return import ? Opened(std::move(*import)) : Opened(Failure{import.error()}); };
+  const std::string name = ToLower(file);
+  if (name.ends_with(".ods") || name.ends_with(".xlsx")) return opened(SpreadsheetImport::Open(file, sheet));
+  return opened(TextImport::Open(file, sheet, locale));
+}
+
 std::unique_ptr<DataImport> ImportData(const std::string& file, const SheetEdit& edit) {
   if (!ConfirmOverwrite(edit)) return nullptr;
-  const auto opened = [&](auto import) -> std::unique_ptr<DataImport> {
-    if (import) return std::move(*import);
-    edit.User.Refuse(import.error());
-    return nullptr;
-  };
-  const std::string name = ToLower(file);
-  if (name.ends_with(".ods") || name.ends_with(".xlsx")) return opened(SpreadsheetImport::Open(file, edit.Sheet));
-  return opened(TextImport::Open(file, edit.Sheet, edit.Locale));
+  Result<std::unique_ptr<DataImport>> import = OpenImport(file, edit.Sheet, edit.Locale);
+  if (import) return std::move(*import);
+  edit.User.Refuse(import.error());
+  return nullptr;
 }
 
 }  // namespace quorvex

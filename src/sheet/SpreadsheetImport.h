@@ -33,8 +33,12 @@ class SpreadsheetImport : public DataImport {
   GridCells cells_;
 };
 
-// Begins the import of a file, a spreadsheet where its name ends so and a text otherwise: asks before data may be
-// overwritten, opens the file and refuses what cannot be read. Nothing where the import ends here.
+// Opens a file, a spreadsheet where its name ends so and a text otherwise. Fails with the message of it.
+Result<std::unique_ptr<DataImport>> OpenImport(const std::string& file, const DataSheet& sheet,
+                                               const LocaleText& locale);
+
+// Begins the import of a file into a sheet: asks before data may be overwritten, opens the file and refuses what cannot
+// be read. Nothing where the import ends here.
 std::unique_ptr<DataImport> ImportData(const std::string& file, const SheetEdit& edit);
 
 }  // namespace quorvex

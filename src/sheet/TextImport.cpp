@@ -24,7 +24,14 @@ TextImport::TextImport(const std::string& file, const DataSheet& sheet, const Lo
       decimalSeparator_(locale.DecimalSeparator),
       text_(std::move(text)) {
   if (text_.starts_with("\xEF\xBB\xBF")) text_.erase(0, 3);  // a byte order mark is no data
-  for (std::string_view rest = text_; !rest.empty(); ++lineCount_) TakeLine(rest);
+  constexpr std::size_t kLinesLookedAt = 20;
+  std::string_view sample;  // the last of the first lines, since there may be words at the top
+  for (std::string_view rest = text_; !rest.empty(); ++lineCount_) {
+    const std::string_view line = Trim(TakeLine(rest));
+    if (lineCount_ < kLinesLookedAt && !line.empty()) sample = line;
+  }
+  Space = DupCheck = sample.find_first_of(Comma ? "\t;," : "\t;") == std::string_view::npos &&
+                     sample.find(' ') != std::string_view::npos;
 }
 
 Result<GridCells> TextImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) {
@@ -32,8 +39,9 @@ Result<GridCells> TextImport::ReadRows(std::size_t first, std::size_t count, con
   format.Delimiters = (Tab ? kTabDelimiter : 0) | (Comma ? kCommaDelimiter : 0) | (Space ? kSpaceDelimiter : 0) |
                       (SemiColon ? kSemicolonDelimiter : 0);
   format.IgnoreConsecutive = DupCheck;
-  format.OverrideDecimal = ckLocale;
-  format.DecimalSeparator = decimalSeparator_;
+  const bool commasToo = !ckLocale && decimalSeparator_ == '.';
+  format.OverrideDecimal = ckLocale || commasToo;
+  format.DecimalSeparator = commasToo ? ',' : decimalSeparator_;
   format.MissingMarker = marker;
   format.FirstLine = first;
   format.LineLimit = count;

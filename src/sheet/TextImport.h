@@ -15,10 +15,13 @@ class TextImport : public DataImport {
   static Result<std::unique_ptr<TextImport>> Open(const std::string& file, const DataSheet& sheet,
                                                   const LocaleText& locale);
 
-  // Delimit_check: which characters end a cell. A decimal comma ends none unless the user says so.
+  // Delimit_check: which characters end a cell. A decimal comma ends none unless the user says so. Blanks do where the
+  // first lines have nothing else, and then any number of them (DupCheck).
   bool Tab = true, Comma = true, SemiColon = true, Space = false;
   bool DupCheck = false;  // "Treat consecutive delimeters as one"
-  bool ckLocale = true;   // "Interpret "." as decimal symbol"
+  // "Interpret "." as decimal symbol". Where the locale does so anyway, no tick reads decimal commas as well, as files
+  // from elsewhere have them.
+  bool ckLocale = true;
 
   std::optional<std::size_t> LineCount() const override { return lineCount_; }
 

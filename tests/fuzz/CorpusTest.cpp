@@ -12,6 +12,7 @@
 #include "fuzz/ModelFile.h"
 #include "fuzz/ModelText.h"
 #include "fuzz/ProjectFile.h"
+#include "fuzz/Spreadsheet.h"
 
 namespace quorvex {
 namespace {
@@ -19,10 +20,8 @@ namespace {
 using Target = int (*)(const std::uint8_t*, std::size_t);
 
 const std::map<std::string, Target> kTargets = {
-    {"ModelTextFuzz", FuzzModelText},
-    {"MacroReaderFuzz", FuzzMacroReader},
-    {"ModelFileFuzz", FuzzModelFile},
-    {"ProjectFileFuzz", FuzzProjectFile},
+    {"ModelTextFuzz", FuzzModelText},     {"MacroReaderFuzz", FuzzMacroReader}, {"ModelFileFuzz", FuzzModelFile},
+    {"ProjectFileFuzz", FuzzProjectFile}, {"SpreadsheetFuzz", FuzzSpreadsheet},
 };
 
 TEST(Corpus, EveryInputKeepsWhatItsTargetRequires) {

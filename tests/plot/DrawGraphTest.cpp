@@ -318,6 +318,28 @@ TEST(DrawGraph, DrawsTheLegend) {
   EXPECT_EQ(boxes(Drawn(plot, larger), 1), (Lines{"Rectangle 200 2 322 52"})) << "in proportion to the page";
 }
 
+TEST(DrawGraph, KeepsTheLegendOffTheCurves) {
+  // "curve" takes 97 by 27 units, so it stands from 0.67 to 0.97 or 0.03 to 0.33 across, above 0.85 or below 0.15.
+  const struct {
+    std::vector<double> x, y;
+    DeviceRect legend;
+  } kCases[] = {
+      {{0, 0.5, 1}, {0, 0.5, 1}, {263, 32, 360, 59}},
+      {{0, 0.8, 1}, {0, 0.9, 1}, {60, 32, 157, 59}},
+      {{0, 0.2, 0.8, 1}, {0, 0.9, 0.9, 1}, {263, 222, 360, 249}},
+      {{0, 0.2, 0.8, 0.9, 1}, {0, 0.9, 0.9, 0.1, 1}, {60, 222, 157, 249}},
+      {{0, 0.1, 0.2, 0.8, 0.9, 1}, {0, 0.1, 0.9, 0.9, 0.1, 1}, {263, 32, 360, 59}},  // one everywhere
+  };
+  for (const auto& c : kCases) {
+    PlotClass plot = BarePlot();
+    plot.Legend.Show = true;
+    plot.PlotData.emplace_back(PointSeries(c.x, c.y, "curve"));
+    Drawn(plot);
+    EXPECT_EQ(plot.Shown().Legend, c.legend);
+    EXPECT_FALSE(plot.Legend.Placed());
+  }
+}
+
 TEST(DrawGraph, FillsAndBordersABox) {
   const struct {
     int border, area;

@@ -173,8 +173,8 @@ TEST(CurveIsClose, FindsTheNearestPoint) {
     const DeviceRect& frame = plot.Shown().Frame;
     const double middleX = (frame.left + frame.right) / 2.0, middleY = (frame.top + frame.bottom) / 2.0;
     const auto at = [&](double alongX, double alongY) {  // in units from the middle, along the data's axes
-      return swap ? plot.CurveIsClose(middleX + alongY, middleY - alongX)
-                  : plot.CurveIsClose(middleX + alongX, middleY - alongY);
+      return swap ? plot.CurveIsClose(middleX + alongY, middleY - alongX, 4)
+                  : plot.CurveIsClose(middleX + alongX, middleY - alongY, 4);
     };
     for (const auto& [alongX, series] : {std::pair{0.0, 0U}, {7.0, 1U}}) {
       const std::optional<CurveHit> hit = at(alongX, 1);

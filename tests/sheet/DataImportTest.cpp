@@ -146,14 +146,17 @@ TEST(TextImport, ReadsTheSampleFilesAsTheyAre) {
     Desk desk(c.variables, c.sd, c.decimalComma ? ',' : '.');
     const auto import = desk.OpenText(file);
     ASSERT_NE(import, nullptr);
-    import->Space = import->DupCheck = c.delimiter == kBlanks;
+    EXPECT_EQ(import->Space, c.delimiter == kBlanks);
+    EXPECT_EQ(import->DupCheck, c.delimiter == kBlanks);
     import->ckMissingData = true;
     import->txtMissingData = c.marker;
     import->ImportText = "2";
-    ASSERT_TRUE(import->Preview());
+    const auto preview = import->Preview();
+    ASSERT_TRUE(preview);
+    EXPECT_EQ(DataImport::FirstDataLine(*preview, desk.Locale), 2);
     const std::size_t columns = desk.Sheet.ColumnCount();
     ASSERT_EQ(import->Columns.lstColumns().size(), columns);
-    for (std::size_t v = 1; v <= columns; ++v) import->Columns.Assign(v, v);
+    import->Columns.AssignInOrder();
     EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
     EXPECT_EQ(desk.User.Said, Texts());
     EXPECT_EQ(desk.Undo, Texts{"&Undo Import"});
@@ -225,6 +228,92 @@ TEST(TextImport, BeginsWithTheDelimitersOfTheLocale) {
   EXPECT_EQ(import->Preview()->GridCellNumber(1, 2), 2.5);
   import->ckLocale = false;  // then "2.5" is no number
   EXPECT_EQ(import->Preview()->GridCellNumber(1, 2), 0);
+}
+
+TEST(TextImport, ReadsDecimalCommasWhereTheLocaleHasPointsIfTold) {
+  const std::string file = QUORVEX_TEST_DATA "/pressure_decimal_comma.csv";
+  Desk desk;
+  const auto import = desk.OpenText(file);
+  EXPECT_EQ(import->Columns.lstColumns().size(), 3);
+  import->Comma = import->ckLocale = false;
+  const auto preview = import->Preview();
+  ASSERT_TRUE(preview);
+  EXPECT_EQ(import->Columns.lstColumns().size(), 2);
+  EXPECT_EQ(preview->GridCellNumber(2, 2), 0.0002);
+  EXPECT_EQ(preview->GridCellNumber(20, 2), 806);
+}
+
+TEST(TextImport, TakesBlanksAsDelimitersWhereThereIsNothingElse) {
+  const TemporaryFolder folder;
+  const struct {
+    const char* text;
+    char decimal;
+    bool space;
+  } kCases[] = {{"temp  press\n 1   2\n", '.', true},
+                {"a b,c d\n1,2\n", '.', false},
+                {"a b c\n1\t2 3\n", '.', false},
+                {"1,5 2,5\n", '.', false},
+                {"1,5 2,5\n", ',', true},
+                {"1\n2\n", '.', false}};
+  for (const auto& c : kCases) {
+    Desk desk(1, false, c.decimal);
+    const auto import = desk.OpenText(folder.Write("runs.txt", c.text));
+    EXPECT_EQ(import->Space, c.space) << c.text;
+    EXPECT_EQ(import->DupCheck, c.space) << c.text;
+  }
+}
+
+TEST(TextImport, TakesADateForTheNumberThatATypedOneIs) {
+  const TemporaryFolder folder;
+  const std::string text = "day\tvalue\n2020-01-15\t1\n2020/1/16\t2\n2020-02-30\t3\n";
+  Desk desk;
+  const auto import = desk.OpenText(folder.Write("days.txt", text));
+  const auto preview = import->Preview();
+  ASSERT_TRUE(preview);
+  EXPECT_EQ(preview->GridCellText(2, 1), "2020-01-15");  // as the file has it
+  import->Columns.AssignInOrder();
+  import->ImportText = "2";
+  EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
+  // 15 January 2020 is day 43845: 120 years, 30 leap days (1900 was none, 2020's is to come), 14 days and 2 in front.
+  EXPECT_EQ(desk.Rows(), (Texts{"43845 1", "43846 2", "2020-02-30 3"}));
+  EXPECT_EQ(desk.Sheet.Cells.GridCellNumber(1, 1), 43845);
+}
+
+TEST(DataImport, SuggestsWhatIsObvious) {
+  const TemporaryFolder folder;
+  const struct {
+    const char* text;
+    std::size_t firstDataLine;
+    Texts headers, named;  // the assignments, and the names that a new project would get
+  } kCases[] = {
+      {"t,p\n1,2\n", 2, {"X: Column 1", "Y: Column 2"}, {"t", "p"}},
+      {"made in May\nt,p\ns,Pa\nNA,2\n", 4, {"X: Column 1", "Y: Column 2"}, {"s", "Pa"}},
+      {"1,2\n3,4\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
+      {"2020-01-15,NA\n2020-01-16,1\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
+      {",p\n1,2\n", 2, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
+      {"n,t,p\n1,2,3\n", 2, {"X", "Y"}, {"X", "Y"}},
+      {"p\n1\n", 2, {"X", "Y"}, {"X", "Y"}},
+      {"no,number\nat,all\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
+  };
+  for (const auto& c : kCases) {
+    Desk desk;
+    const auto import = desk.OpenText(folder.Write("runs.txt", c.text));
+    const std::size_t line = DataImport::FirstDataLine(*import->Preview(), desk.Locale);
+    EXPECT_EQ(line, c.firstDataLine) << c.text;
+    import->Columns.AssignInOrder();
+    EXPECT_EQ(import->Columns.lstHeaders(), c.headers) << c.text;
+    import->ImportText = std::to_string(line);
+    import->NameVariables(desk.Sheet, desk.Locale);
+    EXPECT_EQ(desk.Sheet.Headers, c.named) << c.text;
+  }
+  // What the user has assigned stays.
+  Desk desk;
+  const auto import = desk.OpenText(folder.Write("runs.txt", "t,p\n1,2\n"));
+  import->Columns.Assign(2, 1);
+  import->Columns.AssignInOrder();
+  EXPECT_EQ(import->Columns.lstHeaders(), (Texts{"X: Column 2", "Y"}));
+  EXPECT_EQ(import->Columns.VariableOf(2), "X");
+  EXPECT_EQ(import->Columns.VariableOf(1), "");
 }
 
 TEST(TextImport, ChecksInItsOrder) {
@@ -400,6 +489,31 @@ TEST(SpreadsheetImport, ReadsUpTo65536Rows) {
   EXPECT_EQ(desk.Rows(), (Texts{"2 1", "2 1"}));
 }
 
+TEST(ConnectString, TakesUserAndPasswordAndIsCalledWithoutThem) {
+  const struct {
+    const char *source, *user, *password, *connect, *name;
+  } kCases[] = {
+      {"DSN=lab", "", "", "DSN=lab", "lab"},
+      {"DSN=lab", "me", "simple", "DSN=lab;Uid=me;Pwd=simple", "lab"},
+      {" Driver=SQLite3;Database=/data/lab.db; ", "", "x", "Driver=SQLite3;Database=/data/lab.db;Pwd=x",
+       "/data/lab.db"},
+      {"dsn=lab;database=runs", "me", "a;b}c", "dsn=lab;database=runs;Uid=me;Pwd={a;b}}c}", "lab"},
+      {"Driver={PostgreSQL Unicode};Pwd={x;DSN=y};Server = box", "", "",
+       "Driver={PostgreSQL Unicode};Pwd={x;DSN=y};Server = box", "box"},
+      {"Driver={a}}b;c} ;Pwd=x", "", "", "Driver={a}}b;c} ;Pwd=x", "a}b;c"},
+      {"secret", "", "", "secret", "database"},
+      {"Driver={open", "", "", "Driver={open", "open"},
+      {"", "me", "", "Uid=me", "database"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(ConnectString(c.source, c.user, c.password), c.connect);
+    EXPECT_EQ(SourceName(c.source), c.name) << c.source;
+    if (*c.source) {
+      EXPECT_EQ(SourceName(c.connect), c.name) << c.connect;
+    }
+  }
+}
+
 TEST(DatabaseImport, ReadsATable) {
   const OdbcDatabase lab;
   lab.Query("CREATE TABLE \"my runs\" (x REAL, y REAL)");
@@ -425,6 +539,11 @@ TEST(DatabaseImport, ReadsATable) {
   EXPECT_EQ(desk.Rows(), (Texts{"- 0.5", "- -", "- 1.5"}));
 
   import.Columns.Assign(1, 1);
+  import.ImportText = "4";  // how long a table is shows where it ends
+  EXPECT_EQ(import.Finish(desk.Edit()), ImportOutcome::CorrectStartRow);
+  EXPECT_EQ(desk.User.Last(), kStartBehindEnd);
+  EXPECT_EQ(desk.Rows(), (Texts{"- 0.5", "- -", "- 1.5"}));
+  import.ImportText = "1";
   import.Table = "many";
   EXPECT_EQ(import.Preview()->GridLastRow(), 200);
   EXPECT_EQ(import.Finish(desk.Edit()), ImportOutcome::Imported);

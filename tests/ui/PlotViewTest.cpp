@@ -155,12 +155,12 @@ TEST_F(PlotViewTest, TakesTheLegendWhereItIsDropped) {
   const double ratio = View().devicePixelRatioF();
   const QPoint grab = QPointF((legend.left + 5) / ratio, (legend.top + 5) / ratio).toPoint();
   QTest::mousePress(&View(), Qt::LeftButton, {}, grab);
-  Move(grab + QPoint(-200, 120), Qt::LeftButton);
+  Move(grab + QPoint(200, 120), Qt::LeftButton);
   EXPECT_GT(Difference(before, Painted()), 100);
   EXPECT_EQ(Plot().Shown().Legend, legend);  // nothing is drawn yet
-  QTest::mouseRelease(&View(), Qt::LeftButton, {}, grab + QPoint(-200, 120));
+  QTest::mouseRelease(&View(), Qt::LeftButton, {}, grab + QPoint(200, 120));
   const DeviceRect moved = Plot().Shown().Legend;
-  EXPECT_NEAR(moved.left, legend.left - 200 * ratio, 1);
+  EXPECT_NEAR(moved.left, legend.left + 200 * ratio, 1);
   EXPECT_NEAR(moved.top, legend.top + 120 * ratio, 1);
   EXPECT_EQ(moved.width(), legend.width());
   EXPECT_EQ(changes, 1);

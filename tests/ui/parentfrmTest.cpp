@@ -7,7 +7,6 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDropEvent>
@@ -20,7 +19,6 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScreen>
-#include <QSpinBox>
 #include <QTabWidget>
 #include <memory>
 #include <optional>
@@ -240,30 +238,6 @@ TEST_F(Frame, TellsWhatItCannotOpen) {
     EXPECT_FALSE(frame->findChild<QAction*>("mnuFileSave")->isEnabled());
     EXPECT_TRUE(frame->close());
   }
-}
-
-TEST_F(Frame, ImportsADataFileIntoANewProject) {
-  const std::string file = folder.Write("data.csv", "t,u,v\n1,2,3\n4,5,6\n");
-  dialogs.Press(QMessageBox::Ok);
-  dialogs.Do([](QDialog& form) {
-    EXPECT_EQ(form.windowTitle(), "New Project");
-    EXPECT_EQ(form.findChild<QSpinBox*>("txtVariables")->value(), 2);
-    form.findChild<QSpinBox*>("txtVariables")->setValue(1);
-    QTest::mouseClick(form.findChild<QCheckBox*>("chkStDev"), Qt::LeftButton, {}, QPoint(8, 8));
-    QTest::keyClick(&form, Qt::Key_Return);
-  });
-  Start(file);
-  EXPECT_EQ(dialogs.Said,
-            std::vector<std::string>{"The command line argument file name '" + file +
-                                     "' does not have a Quorvex extension. Please specify a new project type, then the "
-                                     "file can be imported."});
-  ASSERT_EQ(Windows(), 1);
-  EXPECT_EQ(Document().Sheet.Headers, (std::vector<std::string>{"t", "u", "v"}));
-  EXPECT_TRUE(Document().Sheet.HasStandardDeviation);
-  EXPECT_EQ(Shown(2, 3), "6");
-  EXPECT_TRUE(Active().isWindowModified());
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, TakesFilesThatAreDroppedOnIt) {

@@ -17,10 +17,11 @@
 #include "core/ui/BusyCursor.h"
 #include "files/DetectFileType.h"
 #include "files/ProjectFile.h"
-#include "project/ReadDataFile.h"
+#include "project/ui/ImportCommands.h"
 #include "project/ui/NewProj.h"
 #include "project/ui/SheetView.h"
 #include "project/ui/quorvexWindow.h"
+#include "sheet/SpreadsheetImport.h"
 
 namespace quorvex {
 namespace {
@@ -218,22 +219,28 @@ void parentfrm::OpenProject(const QString& fileName) {
   CloseIfFresh(before);
 }
 
+// The project is there before its data, behind the dialog, and gone again where there are none.
 void parentfrm::ImportDataFile(const QString& fileName) {
-  Result<DataFile> data = [&] {
+  const DataSheet none(1, false);
+  Result<std::unique_ptr<DataImport>> opened = [&] {
     const BusyCursor busy;
-    return ReadDataFile(fileName.toStdString(), session_.Locale);
+    return OpenImport(fileName.toStdString(), none, session_.Locale);
   }();
-  if (!data) return user_.Refuse(data.error());
-  const int columns = static_cast<int>(std::min<std::size_t>(data->Cells.GridLastCol(), kMostIndependentVariables + 1));
-  NewProj form(this, std::max(columns - 1, 1), false);
+  if (!opened) return user_.Refuse(opened.error());
+  DataImport& import = **opened;
+  if (const auto preview = import.Preview(); !preview) return user_.Refuse(preview.error());
+  const auto columns = static_cast<int>(import.Columns.lstColumns().size());
+  NewProj form(this, std::clamp(columns - 1, 1, kMostIndependentVariables), false);
   if (form.exec() != QDialog::Accepted) return;
   quorvexWindow* before = ActiveProject();
-  Project project = EmptyProject(form.IndependentVariables(), form.HasStandardDeviation());
-  const std::size_t surplus = TakeData(project, std::move(*data));
+  quorvexWindow* window = ShowProject(EmptyProject(form.IndependentVariables(), form.HasStandardDeviation()));
+  import.Columns = ColumnAssignment(window->Document().Sheet);
+  if (!ImportInto(*window, import)) {
+    window->parentWidget()->close();
+    return;
+  }
   RememberFolder(fileName);
-  ShowProject(std::move(project));
   CloseIfFresh(before);
-  if (surplus > 0) user_.Inform(std::to_string(surplus) + " column(s) of the file had no place in the project.");
 }
 
 Project parentfrm::EmptyProject(std::size_t independentVariables, bool hasStandardDeviation) {
@@ -297,7 +304,8 @@ void parentfrm::FileNewKind() {
 
 void parentfrm::FileOpen() {
   const QStringList files = QFileDialog::getOpenFileNames(
-      this, "Open", user_.Folder, "Projects and data (*.qvx *.txt *.csv *.dat);;Project files (*.qvx);;All files (*)");
+      this, "Open", user_.Folder,
+      QString("Projects and data (*.qvx %1);;Project files (*.qvx);;All files (*)").arg(kDataFiles));
   for (const QString& file : files) OpenFile(file);
 }
 

@@ -2,6 +2,7 @@
 
 #include "analysis/ui/DataStatWindow.h"
 #include "core/ui/BusyCursor.h"
+#include "project/ui/ImportCommands.h"
 #include "project/ui/ProjectMenus.h"
 #include "project/ui/SheetView.h"
 #include "project/ui/quorvexWindow.h"
@@ -44,6 +45,9 @@ std::vector<ProjectCommand> DataMenu() {
       {"mnuDataAverage", "&Average Replicates", {}, Average},
       {},
       {"mnuDataStatistics", "&Statistics...", {}, Statistics},
+      {},
+      {"mnuDataImport", "&Import Text or Spreadsheet...", QKeySequence("Ctrl+I"), ImportTextOrSpreadsheet},
+      {"mnuDataImportDatabase", "Import from Data&base...", {}, ImportFromDatabase},
   };
 }
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+
+#include "sheet/DatabaseImport.h"
+#include "sheet/ui/ImportDialog.h"
+
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+
+namespace quorvex {
+
+// The import from a database: which one, which of its tables, and what all imports ask.
+class frmDataBase : public ImportDialog {
+ public:
+  // The edit outlives the dialog.
+  frmDataBase(const SheetEdit& edit, QWidget* parent);
+
+ private:
+  QLayout* SourceFields();
+  void ChooseSource(int index);
+  void ConnectionChanged();
+  void Connect();
+  void ChooseTable(int index);
+
+  std::unique_ptr<DatabaseImport> import_;
+  QComboBox* cboSource;
+  QLineEdit *txtConnect, *txtUser, *txtPassword;
+  QPushButton* cmdConnect;
+  QComboBox* cboTable;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,493 @@
+// The import dialogs, used as a user does: from the Data menu, by the command line and by dropping files.
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QListWidget>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableView>
+
+#include "Accessibility.h"
+#include "Frame.h"
+#include "Mnemonics.h"
+#include "sheet/OdbcSource.h"
+
+namespace quorvex {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kOverwrite = "This operation may overwrite existing data. \nDo you want to continue?";
+constexpr const char* kNothingAssigned =
+    "You did not assign data columns to any variables, so no data can be imported. To assign a data column in the "
+    "file to a variable in the spreadsheet, select the data column and the corresponding variable from the two "
+    "lists and click the Assign button. Repeat this procedure for each column in the data file you want to import.";
+constexpr const char* kSomeUnassigned =
+    "You did not assign data columns to all variables, so there will be no data imported to them. Do you want to "
+    "continue?";
+constexpr const char* kSomeUnassignedOfDatabase =
+    "You did not assign columns to all variables, so there will be no data imported to them. Do you want to continue?";
+
+std::string DataFile(const std::string& name) { return QUORVEX_TEST_DATA "/" + name; }
+std::string UnknownExtension(const std::string& file) {
+  return "The command line argument file name '" + file +
+         "' does not have a Quorvex extension. Please specify a new project type, then the file can be imported.";
+}
+
+// Controls of a dialog by their names, and what is done to them.
+template <typename Control = QWidget>
+Control& In(QWidget& form, const char* name) {
+  auto* control = form.findChild<Control*>(name);
+  if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
+  return *control;
+}
+void Click(QWidget& form, const char* name) {
+  auto& button = In<QAbstractButton>(form, name);
+  ASSERT_TRUE(button.isVisible() && button.isEnabled()) << name;
+  QTest::mouseClick(&button, Qt::LeftButton, {}, {8, button.height() / 2});
+}
+Texts Lines(QWidget& form, const char* list) {
+  Texts lines;
+  for (int i = 0; i < In<QListWidget>(form, list).count(); ++i)
+    lines.push_back(In<QListWidget>(form, list).item(i)->text().toStdString());
+  return lines;
+}
+void DoubleClick(QWidget& form, const char* name, int line) {
+  auto& list = In<QListWidget>(form, name);
+  const QPoint at = list.visualItemRect(list.item(line)).center();
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
+  QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
+}
+QModelIndex Preview(QWidget& form, int row, int col) {
+  return In<QTableView>(form, "DataPreview").model()->index(row - 1, col - 1);
+}
+std::string Cell(QWidget& form, int row, int col) { return Preview(form, row, col).data().toString().toStdString(); }
+bool Dimmed(QWidget& form, int row, int col) { return Preview(form, row, col).data(Qt::ForegroundRole).isValid(); }
+std::string StartRow(QWidget& form) { return In<QLineEdit>(form, "ImportText").text().toStdString(); }
+
+class Import : public Frame {
+ protected:
+  // The rows of the sheet, "-" for an empty cell.
+  Texts Rows() {
+    const GridCells& cells = Document().Sheet.Cells;
+    Texts rows(cells.GridLastRow());
+    for (std::size_t row = 0; row < rows.size(); ++row)
+      for (std::size_t col = 1; col <= Document().Sheet.ColumnCount(); ++col) {
+        const std::string text = cells.GridCellText(row + 1, col);
+        rows[row] += (col > 1 ? " " : "") + (text.empty() ? "-" : text);
+      }
+    return rows;
+  }
+  void CloseUnsaved() {
+    for (qsizetype i = Windows(); i > 0; --i)
+      if (Document().Changed) dialogs.Press(QMessageBox::No);
+    EXPECT_TRUE(frame->close());
+  }
+  void ChooseKind(int guessed, int variables, bool sd) {
+    dialogs.Do([=](QDialog& form) {
+      EXPECT_EQ(form.windowTitle(), "New Project");
+      EXPECT_EQ(In<QSpinBox>(form, "txtVariables").value(), guessed);
+      In<QSpinBox>(form, "txtVariables").setValue(variables);
+      if (sd) Click(form, "chkStDev");
+      QTest::keyClick(&form, Qt::Key_Return);
+    });
+  }
+};
+
+TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
+  const std::string file = folder.Write("runs.txt", "id;t;y\n1;0,5;NA\n2;1.5;3\n3;2,5;4\n");
+  Start();
+  dialogs.ChooseFile(file);
+  dialogs.Do([&](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "frmImport");
+    EXPECT_EQ(form.windowTitle().toStdString(), "Preview of '" + file + "'");
+    for (const auto& [name, checked] : {std::pair("Tab", true), {"Comma", true}, {"SemiColon", true}, {"Space", false}})
+      EXPECT_EQ(In<QCheckBox>(form, name).isChecked(), checked) << name;
+    EXPECT_EQ(In<QCheckBox>(form, "DupCheck").text().remove('&'), "Treat consecutive delimeters as one");
+    EXPECT_EQ(In<QCheckBox>(form, "ckLocale").text().remove('&'), "Interpret \".\" as decimal symbol");
+    EXPECT_EQ(Lines(form, "lstColumns"), (Texts{"Column 1", "Column 2", "Column 3", "Column 4"}));
+    Click(form, "Comma");
+    EXPECT_EQ(Lines(form, "lstColumns"), (Texts{"Column 1", "Column 2", "Column 3"}));
+    EXPECT_EQ(Cell(form, 2, 2), "0,5");
+    Click(form, "ckLocale");
+    EXPECT_EQ(Cell(form, 2, 2), "0.5");
+    Click(form, "SemiColon");
+    EXPECT_EQ(Cell(form, 2, 1), "1;0,5;NA");
+    Click(form, "SemiColon");
+    EXPECT_EQ(StartRow(form), "2");
+    EXPECT_TRUE(Dimmed(form, 1, 2));
+    EXPECT_FALSE(Dimmed(form, 2, 2));
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X", "Y"}));  // three columns: which ones isn't obvious
+    EXPECT_FALSE(In(form, "cmdUnAssign").isEnabled());
+    Click(form, "Finish");
+    EXPECT_EQ(dialogs.Said.back(), kNothingAssigned);
+    // The column whose cell is clicked is the one to be assigned.
+    auto& preview = In<QTableView>(form, "DataPreview");
+    QTest::mouseClick(preview.viewport(), Qt::LeftButton, {}, preview.visualRect(Preview(form, 3, 2)).center());
+    EXPECT_EQ(In<QListWidget>(form, "lstColumns").currentRow(), 1);
+    DoubleClick(form, "lstHeaders", 0);
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y"}));
+    EXPECT_EQ(preview.model()->headerData(1, Qt::Horizontal).toString(), "Column 2\nX");
+    Click(form, "Finish");
+    EXPECT_EQ(dialogs.Said.back(), kSomeUnassigned);
+    Click(form, "cmdAssign");  // the next of both lists
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y: Column 3"}));
+    Click(form, "cmdUnAssign");
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y"}));
+    DoubleClick(form, "lstColumns", 2);
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y: Column 3"}));
+    auto& start = In<QSpinBox>(form, "UpDnStartRow");
+    start.setFocus();
+    start.selectAll();
+    QTest::keyClicks(&start, "5");
+    EXPECT_TRUE(Dimmed(form, 4, 2));
+    Click(form, "Finish");
+    EXPECT_EQ(dialogs.Said.back(), "The start row you specified is larger than the number of lines in the file.");
+    EXPECT_EQ(form.focusWidget(), &In(form, "UpDnStartRow"));
+    for (int i = 0; i < 3; ++i) QTest::keyClick(form.focusWidget(), Qt::Key_Down);
+    EXPECT_EQ(StartRow(form), "2");
+    EXPECT_FALSE(In(form, "txtMissingData").isEnabled());
+    Click(form, "ckMissingData");
+    QTest::keyClicks(&In(form, "txtMissingData"), "NA");
+    EXPECT_TRUE(Dimmed(form, 2, 3));
+    QTest::keyClick(&form, Qt::Key_Return);  // the default button
+  });
+  for (const auto button : {QMessageBox::Ok, QMessageBox::No, QMessageBox::Ok}) dialogs.Press(button);
+  Trigger("mnuDataImport");
+  EXPECT_EQ(dialogs.Said.size(), 3);
+  EXPECT_EQ(Rows(), (Texts{"0.5 -", "1.5 3", "2.5 4"}));
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"t", "y"}));  // the project was fresh
+  EXPECT_EQ(Shown(2, 2), "3");
+  EXPECT_EQ(Current(), std::pair(1, 1));
+  EXPECT_EQ(session.Preferences.Text("importdir") + "/", folder.Path(""));
+  emit frame->findChild<QMenu*>("edit")->aboutToShow();
+  EXPECT_EQ(frame->findChild<QAction*>("mnuEditUndo")->text(), "&Undo Import");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(Rows(), Texts());
+  CloseUnsaved();
+}
+
+TEST_F(Import, AsksBeforeItOverwritesAndLeavesTheSheetWhereCancelled) {
+  const std::string file = folder.Write("runs.txt", "t,y\n7,8\n9,10\n"), empty = folder.Write("empty.txt", "");
+  Start();
+  Type("1");
+  dialogs.ChooseFile(file);
+  dialogs.Press(QMessageBox::No);
+  Trigger("mnuDataImport");
+  EXPECT_EQ(dialogs.Said, Texts{kOverwrite});
+  dialogs.Press(QMessageBox::No);
+  Trigger("mnuDataImportDatabase");
+  EXPECT_EQ(dialogs.Said, (Texts{kOverwrite, kOverwrite}));
+  dialogs.ChooseFile(file);
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.Do([](QDialog& form) { Click(form, "CancelCommand"); });
+  Trigger("mnuDataImport");
+  dialogs.ChooseFile(empty);
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuDataImport");
+  EXPECT_EQ(dialogs.Said.back(), "It appears that the file '" + empty + "' contains no data.");
+  EXPECT_EQ(Rows(), Texts{"1 -"});
+  dialogs.ChooseFile(file);
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.Do([](QDialog& form) { Click(form, "Finish"); });
+  Trigger("mnuDataImport");
+  EXPECT_EQ(Rows(), (Texts{"7 8", "9 10"}));
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y"}));  // a project in use keeps its names
+  CloseUnsaved();
+}
+
+// Numbers of rows, and the first and the last cells, as the files have them.
+TEST_F(Import, OpensEverySampleFileOfTheCommandLine) {
+  const struct {
+    const char* File;
+    int Variables;
+    bool Sd;
+    Texts Headers;
+    std::size_t Rows;
+    const char *First, *Last;
+    const char* Missing = "";
+    char Decimal = '.';
+  } kFiles[] = {
+      {"airquality.csv", 3, false, {"solar", "wind", "temp", "ozone"}, 153, "190 7.4 67 41", "223 11.5 68 20", "NA"},
+      {"airquality_blank.csv", 2, false, {"wind", "temp", "ozone"}, 153, "7.4 67 41", "11.5 68 20"},
+      {"airquality_wind.txt", 1, false, {"wind", "ozone"}, 153, "7.4 41", "11.5 20", "-999"},
+      {"cars.csv", 1, false, {"speed", "dist"}, 50, "4 2", "25 85"},
+      {"cars_crlf.csv", 1, false, {"speed", "dist"}, 50, "4 2", "25 85"},
+      {"dnase_run1.txt", 1, false, {"conc", "density"}, 16, "0.04882812 0.017", "12.5 1.71"},
+      {"dnase_sd.txt",
+       1,
+       true,
+       {"conc", "density", "sd"},
+       8,
+       "0.04882812 0.05331818 0.02756358",
+       "12.5 1.769864 0.08462258"},
+      {"ethanol.txt", 2, false, {"C", "E", "NOx"}, 88, "12 0.907 3.741", "18 0.655 1.9"},
+      {"gamma_spectrum.txt", 1, true, {"energy", "counts", "sd"}, 300, "1074.8281 17 4.123106", "1129.484 12 3.464102"},
+      {"longley.csv",
+       6,
+       false,
+       {"deflator", "gnp", "unemployed", "armed_forces", "population", "year", "employed"},
+       16,
+       "83 234.289 235.6 159 107.608 1947 60.323",
+       "116.9 554.894 400.7 282.7 130.081 1962 70.551"},
+      {"mauna_loa_co2.csv", 1, false, {"year", "co2"}, 468, "1959 315.42", "1997.917 364.34"},
+      {"mcycle.txt", 1, false, {"time", "accel"}, 133, "2.4 0", "57.6 10.7"},
+      {"old_faithful.csv", 1, false, {"eruptions", "waiting"}, 272, "3.6 79", "4.467 74"},
+      {"plant_uptake_sd.txt",
+       2,
+       true,
+       {"conc", "chilled", "uptake", "sd"},
+       14,
+       "95 0 13.28333 2.39868",
+       "1000 1 29.78333 12.41055"},
+      {"pressure.csv", 1, false, {"temperature", "pressure"}, 19, "0 0.0002", "360 806"},
+      {"pressure_decimal_comma.csv", 1, false, {"temperature", "pressure"}, 19, "0 0.0002", "360 806", "", ','},
+      {"puromycin_treated.txt", 1, false, {"conc", "rate"}, 12, "0.02 76", "1.1 200"},
+      {"puromycin_untreated.txt", 1, false, {"conc", "rate"}, 11, "0.02 67", "1.1 160"},
+      {"stackloss.txt",
+       3,
+       false,
+       {"air_flow", "water_temp", "acid_conc", "stack_loss"},
+       21,
+       "80 27 89 42",
+       "70 20 91 15"},
+      {"steam.txt", 1, false, {"temp", "press"}, 14, "0 4.14", "105 920.01"},
+      {"stormer.txt", 2, false, {"viscosity", "weight", "time"}, 23, "14.7 20 35.6", "298.3 100 86.5"},
+      {"trees.txt", 2, false, {"girth", "height", "volume"}, 31, "8.3 70 10.3", "20.6 87 77"},
+      {"weight_loss.txt", 1, false, {"days", "weight"}, 52, "0 184.35", "246 112.6"},
+      {"women.txt", 1, false, {"height", "weight"}, 15, "58 115", "72 164"},
+  };
+  for (const auto& c : kFiles) {
+    SCOPED_TRACE(c.File);
+    session.Locale.DecimalSeparator = c.Decimal;
+    const std::string file = DataFile(c.File);
+    dialogs.Said.clear();
+    dialogs.Press(QMessageBox::Ok);
+    ChooseKind(c.Variables + c.Sd, c.Variables, c.Sd);
+    dialogs.Do([&](QDialog& form) {
+      EXPECT_EQ(form.windowTitle().toStdString(),
+                "Preview of '" + file + "'" + (c.Rows > 200 ? " (first 200 lines)" : ""));
+      if (c.Decimal == ',') {
+        EXPECT_EQ(Cell(form, 2, 2), "0,0002");
+      }
+      if (*c.Missing) {
+        Click(form, "ckMissingData");
+        QTest::keyClicks(&In(form, "txtMissingData"), c.Missing);
+      }
+      Click(form, "Finish");
+    });
+    Start(file);
+    EXPECT_EQ(dialogs.Said, Texts{UnknownExtension(file)});
+    ASSERT_EQ(Windows(), 1);
+    const Texts rows = Rows();
+    ASSERT_EQ(rows.size(), c.Rows);
+    EXPECT_EQ(rows.front(), c.First);
+    EXPECT_EQ(rows.back(), c.Last);
+    EXPECT_EQ(Document().Sheet.Headers, c.Headers);
+    EXPECT_EQ(Document().Sheet.HasStandardDeviation, c.Sd);
+    EXPECT_TRUE(Active().isWindowModified());
+    CloseUnsaved();
+  }
+}
+
+TEST_F(Import, LeavesNoWindowBehindWhereCancelled) {
+  const std::string file = DataFile("cars.csv"), empty = folder.Write("empty.csv", "\n");
+  dialogs.Press(QMessageBox::Ok);
+  ChooseKind(1, 1, false);
+  dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });
+  Start(file);
+  EXPECT_EQ(Windows(), 0);
+  EXPECT_TRUE(frame->close());
+
+  Start();
+  dialogs.ChooseFile(file);
+  dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });  // no kind is chosen
+  Trigger("mnuFileOpen");
+  dialogs.ChooseFile(file);
+  ChooseKind(1, 2, false);
+  dialogs.Do([](QDialog& form) { Click(form, "CancelCommand"); });
+  Trigger("mnuFileOpen");
+  ASSERT_EQ(Windows(), 1);
+  EXPECT_EQ(Document().FileName, "Untitled");
+  EXPECT_EQ(Document().Sheet.IndependentVariables, 1);
+  EXPECT_FALSE(Active().isWindowModified());
+
+  // Dropped; the empty project gives way.
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(file))});
+  ChooseKind(1, 1, false);
+  dialogs.Do([](QDialog& form) { Click(form, "Finish"); });
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(frame.get(), &enter);
+  QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(frame.get(), &drop);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return frame->ActiveProject() != nullptr && !Rows().empty(); }));
+  EXPECT_EQ(Windows(), 1);
+  EXPECT_EQ(Rows().size(), 50);
+  CloseUnsaved();
+}
+
+TEST_F(Import, ReadsTheSheetsOfASpreadsheet) {
+  for (const char* name : {"spreadsheets/runs.ods", "spreadsheets/office.xlsx"}) {
+    const std::string file = DataFile(name);
+    Start();
+    dialogs.ChooseFile(file);
+    dialogs.Do([&](QDialog& form) {
+      EXPECT_EQ(form.windowTitle().toStdString(), "Preview of '" + file + "'");
+      EXPECT_EQ(form.findChild<QWidget*>("Delimit_check"), nullptr);
+      auto& sheets = In<QComboBox>(form, "cboSheet");
+      EXPECT_EQ(sheets.currentText(), "Runs");
+      EXPECT_EQ(sheets.count(), 3);
+      EXPECT_EQ(Cell(form, 1, 1), "time");
+      EXPECT_EQ(StartRow(form), "2");
+      sheets.setFocus();
+      QTest::keyClick(&sheets, Qt::Key_Down);
+      EXPECT_EQ(Cell(form, 3, 3), "1");
+      EXPECT_EQ(StartRow(form), "3");
+      QTest::keyClick(&sheets, Qt::Key_Down);  // without a cell
+      const AccessibilityWalk walk(form);
+      EXPECT_EQ(Lines(form, "lstColumns"), Texts());
+      EXPECT_FALSE(In(form, "cmdAssign").isEnabled());
+      QTest::keyClick(&sheets, Qt::Key_Home);
+      EXPECT_EQ(StartRow(form), "2");
+      In<QListWidget>(form, "lstColumns").setCurrentRow(2);
+      Click(form, "cmdAssign");
+      In<QListWidget>(form, "lstColumns").setCurrentRow(1);
+      Click(form, "cmdAssign");
+      Click(form, "Finish");
+    });
+    Trigger("mnuDataImport");
+    EXPECT_EQ(Rows()[0], "43845 0.1");  // a date of the file
+    EXPECT_EQ(Document().Sheet.Headers, (Texts{"when", "signal"}));
+    CloseUnsaved();
+  }
+  const std::string broken = folder.Write("broken.ods", "x");
+  dialogs.Said.clear();
+  dialogs.Press(QMessageBox::Ok);
+  dialogs.Press(QMessageBox::Ok);
+  Start(broken);
+  EXPECT_EQ(dialogs.Said, (Texts{UnknownExtension(broken),
+                                 "Error importing data from '" + broken +
+                                     "'. The file is damaged, or it is no spreadsheet of type .ods or .xlsx."}));
+  EXPECT_EQ(Windows(), 0);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Import, ShowsAndTakesWhatItCanOfALargeFile) {
+  std::string lines;
+  for (int i = 1; i <= 70'000; ++i) lines += std::to_string(i) + '\t' + std::to_string(i % 7) + '\n';
+  const std::string file = folder.Write("large.txt", lines);
+  Start();
+  dialogs.ChooseFile(file);
+  dialogs.Do([&](QDialog& form) {
+    EXPECT_EQ(form.windowTitle().toStdString(), "Preview of '" + file + "' (first 200 lines)");
+    EXPECT_EQ(In<QTableView>(form, "DataPreview").model()->rowCount(), 200);
+    Click(form, "Finish");
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuDataImport");
+  EXPECT_EQ(dialogs.Said, Texts{"The file contains too many data points. Only 65,536 data points will be imported."});
+  EXPECT_EQ(Rows().back(), "65536 2");
+  CloseUnsaved();
+}
+
+TEST_F(Import, ReadsATableOfADatabase) {
+  const std::string database = "Driver=SQLite3;Database=" + folder.Path("lab.db");
+  for (const char* query : {"CREATE TABLE runs (t TEXT, y REAL)", "CREATE TABLE wide (a REAL, b REAL, c REAL)",
+                            "INSERT INTO runs VALUES ('2020-01-15', 0.5), ('2020-01-16', 1.5)"})
+    ASSERT_TRUE(QueryDatabase(database, query));
+  const TemporaryVariable sources(
+      "ODBCINI",
+      folder.Write("odbc.ini", "[lab]\nDriver=SQLite3\nDatabase=" + folder.Path("lab.db") + "\n[lost]\nDriver=None\n")
+          .c_str());
+  Start();
+  dialogs.Do([&](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "frmDataBase");
+    const AccessibilityWalk walk(form);
+    EXPECT_FALSE(In(form, "Finish").isEnabled() || In(form, "cmdConnect").isEnabled());
+    auto& source = In<QComboBox>(form, "cboSource");
+    source.setCurrentText("lost");
+    EXPECT_EQ(In<QLineEdit>(form, "txtConnect").text(), "DSN=lost");
+    QTest::keyClicks(&In(form, "txtPassword"), "secret");
+    Click(form, "cmdConnect");
+    EXPECT_TRUE(dialogs.Said.back().starts_with("Error importing data from 'lost'. ")) << dialogs.Said.back();
+    EXPECT_EQ(dialogs.Said.back().find("secret"), std::string::npos);
+    In<QComboBox>(form, "cboSource").setCurrentText("lab");
+    In<QLineEdit>(form, "txtPassword").clear();
+    Click(form, "cmdConnect");
+    auto& table = In<QComboBox>(form, "cboTable");
+    EXPECT_EQ(table.currentText(), "runs");
+    EXPECT_EQ(Cell(form, 1, 1), "2020-01-15");
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 1", "Y: Column 2"}));
+    table.setCurrentText("wide");
+    EXPECT_EQ(Cell(form, 1, 1), "");
+    table.setCurrentText("runs");
+    Click(form, "cmdUnAssign");  // X
+    Click(form, "Finish");
+    EXPECT_EQ(dialogs.Said.back(), kSomeUnassignedOfDatabase);
+    // What is typed is no longer the source that was chosen, and nothing is shown of it until it is connected to.
+    auto& connect = In<QLineEdit>(form, "txtConnect");
+    connect.selectAll();
+    QTest::keyClicks(&connect, QString::fromStdString(database));
+    EXPECT_EQ(In<QComboBox>(form, "cboSource").currentIndex(), 0);
+    EXPECT_FALSE(In(form, "Finish").isEnabled() || In(form, "cboTable").isEnabled());
+    QTest::keyClick(&connect, Qt::Key_Return);
+    EXPECT_EQ(In<QComboBox>(form, "cboTable").count(), 2);
+    Click(form, "Finish");
+  });
+  for (const auto button : {QMessageBox::Ok, QMessageBox::No}) dialogs.Press(button);
+  Trigger("mnuDataImportDatabase");
+  EXPECT_EQ(Rows(), (Texts{"43845 0.5", "43846 1.5"}));
+  emit frame->findChild<QMenu*>("edit")->aboutToShow();
+  EXPECT_EQ(frame->findChild<QAction*>("mnuEditUndo")->text(), "&Undo Import");
+  CloseUnsaved();
+}
+
+TEST_F(Import, IsUsedByKeysAndReadAloud) {
+  Start();
+  const auto check = [](QDialog& form, const Texts& order) {
+    const AccessibilityWalk walk(form);
+    ExpectMnemonicsDoNotMeet(form);
+    Texts met;
+    QWidget* at = &form;
+    do {
+      at = at->nextInFocusChain();
+      if (!at->objectName().isEmpty() && (at->focusPolicy() & Qt::TabFocus) && at->isEnabled() && at->isVisible() &&
+          !at->objectName().startsWith("qt_") && at->objectName() != "ImportText")
+        met.push_back(at->objectName().toStdString());
+    } while (at != &form);
+    EXPECT_EQ(met, order);
+    form.reject();
+  };
+  const Texts shared = {"DataPreview", "UpDnStartRow", "ckMissingData", "lstColumns",
+                        "cmdAssign",   "lstHeaders",   "Finish",        "CancelCommand"};
+  const auto behind = [&](Texts first) {
+    first.insert(first.end(), shared.begin(), shared.end());
+    return first;
+  };
+  for (const auto& [file, order] :
+       {std::pair("women.txt", behind({"Tab", "Comma", "SemiColon", "Space", "DupCheck", "ckLocale"})),
+        {"spreadsheets/runs.ods", behind({"cboSheet"})}}) {
+    dialogs.ChooseFile(DataFile(file));
+    dialogs.Do([&, order = order](QDialog& form) {
+      In<QListWidget>(form, "lstHeaders").setCurrentRow(0);
+      if (In(form, "cmdUnAssign").isEnabled()) Click(form, "cmdUnAssign");
+      check(form, order);
+    });
+    Trigger("mnuDataImport");
+  }
+  dialogs.Do([&](QDialog& form) {
+    check(form, {"cboSource", "txtConnect", "txtUser", "txtPassword", "CancelCommand"});
+  });
+  Trigger("mnuDataImportDatabase");
+  CloseUnsaved();
+}
+
+}  // namespace
+}  // namespace quorvex
