@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "core/LocaleText.h"
@@ -26,5 +27,11 @@ Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const S
 // which such residuals lie.
 Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Settings& settings,
                              const LocaleText& locale = {});
+
+// A model with other coefficients, one value each, over the data: with one independent variable its curve through the
+// input data; with several, where there is no curve to show, the calculated values against the measured ones and the
+// line on which both are equal. The failure where the model has no value at some point.
+Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const double> coefficients, const SolveData& data,
+                                  const Settings& settings, const LocaleText& locale = {});
 
 }  // namespace quorvex
