@@ -20,6 +20,7 @@ struct Shots {
   }
 };
 
+void TakeEstimates(const Shots& shots);
 void TakeFrame(const Shots& shots);
 void TakePreferences(const Shots& shots);
 void TakeImports(const Shots& shots);

@@ -25,6 +25,17 @@ class ModelCollection {
     if (keys_.erase(ToLower(key)) == 0) return;
     std::erase_if(models_, [&](const auto& model) { return EqualNoCase(model->id, key); });
   }
+  // Puts `model` in the place of the one under `key`, from now on under its own ID; null, and nothing changes, where
+  // that is the key of another one or there is none under `key`.
+  ModelClass* Replace(const std::string& key, std::unique_ptr<ModelClass> model) {
+    const auto place =
+        std::find_if(models_.begin(), models_.end(), [&](const auto& m) { return EqualNoCase(m->id, key); });
+    if (place == models_.end() || (!EqualNoCase(model->id, key) && Has(model->id))) return nullptr;
+    keys_.erase(ToLower(key));
+    keys_.insert(ToLower(model->id));
+    *place = std::move(model);
+    return place->get();
+  }
   ModelClass* Find(const std::string& key) const {
     const auto it =
         std::find_if(models_.begin(), models_.end(), [&](const auto& model) { return EqualNoCase(model->id, key); });

@@ -37,6 +37,13 @@ std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition,
   return model;
 }
 
+bool SameDefinition(const ModelClass& a, const ModelClass& b) {
+  if (a.FunctionCount() != b.FunctionCount()) return false;
+  for (int n = 0; n < a.FunctionCount(); ++n)
+    if (a.FunctionList(n) != b.FunctionList(n)) return false;
+  return true;
+}
+
 std::unique_ptr<ModelClass> NewModelFor(std::size_t independentVariables, const LocaleText& locale) {
   if (independentVariables == 1) return std::make_unique<EqClass>(locale);
   return std::make_unique<MvClass>(locale);

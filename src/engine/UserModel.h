@@ -33,6 +33,9 @@ UserModelDefinition DefinitionOf(const ModelClass& model);
 std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition, std::size_t independentVariables,
                                           const LocaleText& locale);
 
+// Whether two models have the same lines, to the letter.
+bool SameDefinition(const ModelClass& a, const ModelClass& b);
+
 // A new, empty model for data with that many independent variables.
 std::unique_ptr<ModelClass> NewModelFor(std::size_t independentVariables, const LocaleText& locale);
 

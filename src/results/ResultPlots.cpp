@@ -21,6 +21,15 @@ DataClass Markers(const std::string& legend, std::vector<double> x, std::vector<
   return data;
 }
 
+// The line on which both coordinates are equal.
+DataClass ReferenceLine(double from, double to) {
+  DataClass line;
+  line.id = line.Description = line.LegendText = "Reference line";
+  line.DrawColor = kRed;
+  line.GenerateTable({{from, to}}, {from, to});
+  return line;
+}
+
 }  // namespace
 
 Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
@@ -74,13 +83,31 @@ Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Set
   plot.X.AxisTitle = "Normal Quantiles";
   plot.Y.AxisTitle = "Normalized Residuals";
 
-  DataClass line;
-  line.id = line.Description = line.LegendText = "Reference line";
-  line.DrawColor = kRed;
-  const std::vector<double> ends = {table->Quantiles.front(), table->Quantiles.back()};
-  line.GenerateTable({ends}, ends);
+  DataClass line = ReferenceLine(table->Quantiles.front(), table->Quantiles.back());
   plot.PlotData.emplace_back(Markers("Residuals", std::move(table->Quantiles), std::move(table->Sorted), settings));
   plot.PlotData.emplace_back(std::move(line));
+  return plot;
+}
+
+Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const double> coefficients, const SolveData& data,
+                                  const Settings& settings, const LocaleText& locale) {
+  std::unique_ptr<ModelClass> trial = model.CopyTo();
+  const std::string& equation = model.FunctionList(0);
+  trial->SetIC(data);  // for the input and its statistics
+  for (int i = 1; const double value : coefficients) trial->SetValue(i++, value);
+  if (data.X.size() == 1) return ModelPlot(std::move(trial), equation, data, "X", "Y", settings, locale);
+
+  const std::optional<std::vector<double>> residuals = trial->GenerateResiduals(data);
+  if (!residuals) return Failure{"An error has occurred generating equation data for equation " + equation};
+  std::vector<double> calculated(data.N());
+  std::transform(data.Y.begin(), data.Y.end(), residuals->begin(), calculated.begin(), std::minus<>());
+  const auto [least, greatest] = std::minmax_element(data.Y.begin(), data.Y.end());
+  PlotClass plot(settings, locale);
+  plot.PlotTitle = "Calculated and Measured Values";
+  plot.X.AxisTitle = "Y";
+  plot.Y.AxisTitle = "Calculated Y";
+  plot.PlotData.emplace_back(Markers("Model " + equation, data.Y, std::move(calculated), settings));
+  plot.PlotData.emplace_back(ReferenceLine(*least, *greatest));
   return plot;
 }
 

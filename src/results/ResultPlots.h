@@ -29,4 +29,10 @@ Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const S
 Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Settings& settings,
                              const LocaleText& locale = {});
 
+// A model with other coefficients, one value each, over the data: with one independent variable its curve through the
+// input data; with several, where there is no curve to show, the calculated values against the measured ones and the
+// line on which both are equal. The failure where the model has no value at some point.
+Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const double> coefficients, const SolveData& data,
+                                  const Settings& settings, const LocaleText& locale = {});
+
 }  // namespace quorvex

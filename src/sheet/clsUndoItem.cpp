@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "engine/UserModel.h"
+
 namespace quorvex {
 namespace {
 
@@ -47,14 +49,6 @@ bool Matches(std::string_view label, std::string_view pattern) {
   return pattern.ends_with('*') ? label.starts_with(pattern.substr(0, pattern.size() - 1)) : label == pattern;
 }
 
-// The fit of a model belongs to its text: where that is another, so are the coefficients.
-bool SameDefinition(const ModelClass& a, const ModelClass& b) {
-  if (a.FunctionCount() != b.FunctionCount()) return false;
-  for (int n = 0; n < a.FunctionCount(); ++n)
-    if (a.FunctionList(n) != b.FunctionList(n)) return false;
-  return true;
-}
-
 }  // namespace
 
 std::optional<UndoExtent> UndoExtentOf(std::string_view label) {
@@ -78,6 +72,7 @@ std::size_t clsUndoItem::RecoverRegression(ModelCollection& regressionList) cons
   std::size_t lost = 0;
   for (const auto& saved : regressions_) {
     ModelClass* const model = regressionList.Find(saved->id);
+    // The fit of a model belongs to its text: where that is another, so are the coefficients.
     if (model && SameDefinition(*saved, *model)) {
       saved->CopyFitTo(*model);
     } else {

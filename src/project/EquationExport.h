@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string_view>
+
+#include "core/Clipboard.h"
+#include "core/Prompter.h"
+#include "core/Settings.h"
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+// How the equation is written as text, as the user left it last: names in the place of values, and whether the
+// parameters follow.
+struct EquationTextOptions {
+  bool Names = false;
+  bool AppendParameters = false;
+};
+
+EquationTextOptions ReadTextOptions(const Settings& settings);
+void StoreTextOptions(Settings& settings, const EquationTextOptions& options);
+
+std::string EquationText(const ModelClass& model, const EquationTextOptions& options);
+
+// Puts the model on the clipboard as a spreadsheet formula whose X (of several, X1) stands in that cell, and tells the
+// user how to go on. False, after a word to the user, where there is none.
+bool CopyExcelFormula(const ModelClass& model, std::string_view column, std::string_view row, bool XInColumns,
+                      Clipboard& clipboard, Prompter& user);
+
+// Writes the model as a function in that language to a file that the user names. False where nothing was written.
+bool ExportCode(const ModelClass& model, ExprType language, Prompter& user);
+
+}  // namespace quorvex

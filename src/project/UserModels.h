@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "engine/ModelClass.h"
+#include "project/Project.h"
+
+namespace quorvex {
+
+// The user-defined models of a project, in its order.
+std::vector<ModelClass*> UserModels(const Project& project);
+
+// Puts a model that was found right into the project, in the place of `edited` where that is one. A solution stays
+// where only other things than the lines have changed.
+ModelClass& StoreUserModel(Project& project, std::unique_ptr<ModelClass> model, const ModelClass* edited);
+
+// Removes one, or all, of them, when the user agrees. Returns whether it did.
+bool RemoveUserModel(Project& project, const ModelClass& model, Prompter& user);
+bool RemoveAllUserModels(Project& project, Prompter& user);
+
+// Everything a model consists of, as lines for the user to read.
+std::string DescribeModel(const ModelClass& model);
+
+}  // namespace quorvex

@@ -1,0 +1,219 @@
+#include "results/ui/reginit.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTableWidget>
+#include <algorithm>
+
+#include "core/NumberText.h"
+#include "results/ResultPlots.h"
+#include "results/ui/ResultPlot.h"
+#include "sheet/CellEntry.h"
+
+namespace quorvex {
+namespace {
+
+enum Column { kName, kType, kInitial, kFinal, kSteps, kColumns };
+constexpr int kMostScrollSteps = 100;
+
+// The estimates of a model that has some, else those that the program would begin with.
+std::vector<EstimateRow> FirstRows(const ModelClass& model, const SolveData& data, const LocaleText& locale) {
+  if (model.Solved || model.SpecifyICComplete) return EstimateRows(model, locale);
+  const std::unique_ptr<ModelClass> trial = model.CopyTo();
+  trial->SetIC(data);
+  return EstimateRows(*trial, locale);
+}
+
+}  // namespace
+
+reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, ModelClass& model, SolveData data,
+                 const Settings& settings)
+    : QDialog(parent),
+      project_(project),
+      editor_(editor),
+      model_(model),
+      data_(std::move(data)),
+      settings_(settings),
+      RangeGrid(new QTableWidget(this)),
+      adjusted_(new QLabel(this)),
+      HscrAjust(new QScrollBar(Qt::Horizontal, this)),
+      drpPercent(new QComboBox(this)),
+      recalc_command(new QPushButton("&Redraw", this)),
+      cmdSaveRules(new QPushButton("Save as R&ules", this)),
+      preview_(new ResultPlot("preview", "Preview", editor.Edit.User, settings, this)) {
+  setObjectName("reginit");
+  setWindowTitle("Initial Estimates");
+  LayOut();
+  Fill(FirstRows(model_, data_, project_.Locale));
+  connect(RangeGrid, &QTableWidget::currentCellChanged, this, [this](int row) { SelectRow(row); });
+  connect(HscrAjust, &QScrollBar::valueChanged, this, &reginit::Scroll);
+  connect(drpPercent, &QComboBox::currentIndexChanged, this, [this] { SelectRow(RangeGrid->currentRow()); });
+  connect(recalc_command, &QPushButton::clicked, this, &reginit::Recalculate);
+  connect(cmdSaveRules, &QPushButton::clicked, this, &reginit::SaveRules);
+  RangeGrid->setCurrentCell(0, kInitial);
+  SelectRow(0);
+  Recalculate();
+}
+
+void reginit::LayOut() {
+  RangeGrid->setObjectName("RangeGrid");
+  RangeGrid->setAccessibleName("Coefficients");
+  RangeGrid->setColumnCount(kColumns);
+  RangeGrid->setHorizontalHeaderLabels({"Variable", "Type", "Initial Value", "Final Value", "Steps"});
+  RangeGrid->horizontalHeader()->setAccessibleName("Column headers");
+  RangeGrid->horizontalHeader()->setStretchLastSection(true);
+  RangeGrid->verticalHeader()->hide();
+  RangeGrid->verticalHeader()->setAccessibleName("Rows");
+  RangeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
+  RangeGrid->setEditTriggers(QAbstractItemView::AllEditTriggers);
+  RangeGrid->setTabKeyNavigation(false);
+  adjusted_->setBuddy(HscrAjust);
+  HscrAjust->setObjectName("HscrAjust");
+  HscrAjust->setFocusPolicy(Qt::StrongFocus);
+  HscrAjust->setRange(-kMostScrollSteps, kMostScrollSteps);
+  drpPercent->setObjectName("drpPercent");
+  drpPercent->setAccessibleName("Step of the scroll bar");
+  drpPercent->view()->setAccessibleName("Steps of the scroll bar");
+  drpPercent->addItems({"+1%", "+5%", "+10%", "+50%", "+100%"});
+  recalc_command->setObjectName("recalc_command");
+  cmdSaveRules->setObjectName("cmdSaveRules");
+  recalc_command->setAutoDefault(false);
+  cmdSaveRules->setAutoDefault(false);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &reginit::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &reginit::reject);
+
+  auto* model = new QLabel("&Model: " + QString::fromStdString(model_.id).replace('&', "&&"), this);
+  model->setBuddy(RangeGrid);
+  auto* adjust = new QHBoxLayout;
+  adjust->addWidget(adjusted_);
+  adjust->addWidget(HscrAjust, 1);
+  adjust->addWidget(drpPercent);
+  auto* commands = new QHBoxLayout;
+  commands->addWidget(recalc_command);
+  commands->addWidget(cmdSaveRules);
+  commands->addStretch();
+
+  auto* estimates = new QWidget(this);
+  auto* column = new QVBoxLayout(estimates);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(model);
+  column->addWidget(RangeGrid, 1);
+  column->addLayout(adjust);
+  column->addLayout(commands);
+  auto* parts = new QSplitter(this);
+  parts->setChildrenCollapsible(false);
+  parts->addWidget(estimates);
+  parts->addWidget(preview_);
+  parts->setStretchFactor(1, 1);
+  auto* all = new QVBoxLayout(this);
+  all->addWidget(parts, 1);
+  all->addWidget(buttons);
+  const int width = fontMetrics().averageCharWidth();
+  parts->setSizes({90 * width, 90 * width});
+  resize(185 * width, 70 * width);
+}
+
+void reginit::Fill(const std::vector<EstimateRow>& rows) {
+  RangeGrid->setRowCount(static_cast<int>(rows.size()));
+  for (int r = 0; const EstimateRow& row : rows) {
+    const std::string* const texts[] = {&row.Name, nullptr, &row.Initial, &row.Final, &row.Steps};
+    for (int c = 0; c < kColumns; ++c)
+      if (texts[c] != nullptr) RangeGrid->setItem(r, c, new QTableWidgetItem(QString::fromStdString(*texts[c])));
+    RangeGrid->item(r, kName)->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    auto* type = new QComboBox(RangeGrid);
+    for (const char* text : kEstimateTypes) type->addItem(text);
+    type->setCurrentIndex(static_cast<int>(row.Type));
+    type->setAccessibleName("Type of " + QString::fromStdString(row.Name));
+    type->view()->setAccessibleName("Types");
+    RangeGrid->setItem(r, kType, new QTableWidgetItem);
+    RangeGrid->setCellWidget(r, kType, type);
+    connect(type, &QComboBox::currentIndexChanged, this, [this, r] { ShowType(r); });
+    ShowType(r++);
+  }
+  RangeGrid->resizeColumnsToContents();
+  for (const int column : {kInitial, kFinal}) RangeGrid->setColumnWidth(column, fontMetrics().averageCharWidth() * 16);
+}
+
+EstimateType reginit::TypeOf(int row) const {
+  return static_cast<EstimateType>(static_cast<QComboBox*>(RangeGrid->cellWidget(row, kType))->currentIndex());
+}
+
+void reginit::ShowType(int row) {
+  const bool range = TypeOf(row) == EstimateType::Range;
+  // What a screen reader says of the cell under the list.
+  RangeGrid->item(row, kType)->setData(Qt::AccessibleTextRole, kEstimateTypes[static_cast<std::size_t>(TypeOf(row))]);
+  for (const int column : {kFinal, kSteps}) {
+    QTableWidgetItem* item = RangeGrid->item(row, column);
+    item->setFlags(range ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable : Qt::NoItemFlags);
+    if (!range) item->setText("");
+  }
+}
+
+std::vector<EstimateRow> reginit::Rows() const {
+  std::vector<EstimateRow> rows;
+  for (int r = 0; r < RangeGrid->rowCount(); ++r) {
+    const auto text = [&](int column) { return RangeGrid->item(r, column)->text().toStdString(); };
+    rows.push_back({text(kName), TypeOf(r), text(kInitial), text(kFinal), text(kSteps)});
+  }
+  return rows;
+}
+
+void reginit::GoTo(int row, int column) {
+  RangeGrid->setFocus();
+  RangeGrid->setCurrentCell(row, column);
+}
+
+// The scroll bar stands in its middle for the value that the coefficient has now.
+void reginit::SelectRow(int row) {
+  const EstimateRow selected = Rows()[static_cast<std::size_t>(std::max(row, 0))];
+  adjusted_->setText("&Adjust " + QString::fromStdString(selected.Name).replace('&', "&&") + ":");
+  HscrAjust->setAccessibleName("Adjust " + QString::fromStdString(selected.Name));
+  const std::optional<double> value = NumericText(selected.Initial, project_.Locale.DecimalSeparator);
+  HscrAjust->setEnabled(value.has_value());
+  base_ = value.value_or(0);
+  const QSignalBlocker quiet(HscrAjust);
+  HscrAjust->setValue(0);
+}
+
+// A coefficient of 0 moves by parts of 1.
+void reginit::Scroll(int steps) {
+  const double percent = QLocale::c().toDouble(drpPercent->currentText().mid(1).chopped(1));
+  const double value = base_ + steps * percent / 100 * (base_ != 0 ? base_ : 1);
+  RangeGrid->item(std::max(RangeGrid->currentRow(), 0), kInitial)
+      ->setText(QString::fromStdString(LocalizeExpression(GeneralNumber(value), project_.Locale)));
+  Recalculate();
+}
+
+void reginit::Recalculate() {
+  std::vector<double> values;
+  for (int r = 0; const EstimateRow& row : Rows()) {
+    const std::optional<double> value = NumericText(row.Initial, project_.Locale.DecimalSeparator);
+    if (!value) {
+      editor_.Edit.User.Refuse("Please enter a valid Initial Value for variable '" + row.Name + "'.");
+      return GoTo(r, kInitial);
+    }
+    values.push_back(*value);
+    ++r;
+  }
+  preview_->SetPlot(EstimatePreview(model_, values, data_, settings_, project_.Locale));
+}
+
+void reginit::SaveRules() { quorvex::SaveRules(project_, model_, Rows(), editor_.Edit.User); }
+
+void reginit::accept() {
+  const std::vector<EstimateRow> rows = Rows();
+  if (const auto refusal = CheckEstimates(rows, project_.Locale)) {
+    editor_.Edit.User.Refuse(refusal->Message);
+    if (refusal->Column > 0) GoTo(static_cast<int>(refusal->Row), refusal->Column - 1);
+    return;
+  }
+  if (SetEstimates(project_, editor_, model_, rows)) QDialog::accept();
+}
+
+}  // namespace quorvex

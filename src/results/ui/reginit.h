@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QDialog>
+#include <vector>
+
+#include "core/SolveData.h"
+#include "project/InitialEstimates.h"
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QScrollBar;
+class QTableWidget;
+
+namespace quorvex {
+
+class ResultPlot;
+
+// The initial estimates of a model, over a preview of what they make of the data: a row for each coefficient, which is
+// estimated, held constant, or tried over a range. The scroll bar moves the value of the selected coefficient, and the
+// preview with it.
+class reginit : public QDialog {
+  Q_OBJECT
+
+ public:
+  // A model that has no estimates yet begins with the program's own. Project, editor and model outlive the dialog.
+  reginit(QWidget* parent, Project& project, ProjectEditor& editor, ModelClass& model, SolveData data,
+          const Settings& settings);
+
+  void accept() override;
+
+ private:
+  void LayOut();
+  void Fill(const std::vector<EstimateRow>& rows);
+  std::vector<EstimateRow> Rows() const;
+  EstimateType TypeOf(int row) const;
+  void ShowType(int row);  // the cells that its type has no use for are empty and closed
+  void GoTo(int row, int column);
+  void SelectRow(int row);
+  void Scroll(int steps);
+  void Recalculate();
+  void SaveRules();
+
+  Project& project_;
+  ProjectEditor& editor_;
+  ModelClass& model_;
+  const SolveData data_;
+  const Settings& settings_;
+  double base_ = 0;  // the selected coefficient's value where the scroll bar stands in its middle
+
+  QTableWidget* RangeGrid;
+  QLabel* adjusted_;
+  QScrollBar* HscrAjust;
+  QComboBox* drpPercent;
+  QPushButton *recalc_command, *cmdSaveRules;
+  ResultPlot* preview_;
+};
+
+}  // namespace quorvex

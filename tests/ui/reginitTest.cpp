@@ -1,0 +1,119 @@
+// The dialog of initial estimates, used as a user does.
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QScrollBar>
+#include <QTableWidget>
+
+#include "Accessibility.h"
+#include "Dialogs.h"
+#include "core/ui/MessageBoxPrompter.h"
+#include "engine/UserModel.h"
+#include "plot/ui/PlotView.h"
+#include "results/ui/reginit.h"
+
+namespace quorvex {
+namespace {
+
+// y = 2 exp(x / 2), and over two variables y = 1 + 2 X1 + 3 X2.
+SolveData Points(std::size_t variables) {
+  SolveData data;
+  data.X.resize(variables);
+  for (int i = 0; i < 12; ++i) {
+    for (std::size_t k = 0; k < variables; ++k) data.X[k].push_back(k == 0 ? 0.5 * i : i * i % 7);
+    data.Y.push_back(variables == 1 ? 2 * std::exp(0.25 * i) : 1 + 2 * data.X[0].back() + 3 * data.X[1].back());
+    data.SD.push_back(1);
+    data.sig.push_back(1);
+  }
+  return data;
+}
+
+class Estimates : public testing::Test {
+ protected:
+  void Open(std::size_t variables, const std::string& equation) {
+    project.emplace(NewProject(variables, false, {}));
+    editor = std::make_unique<ProjectEditor>(*project, settings, user);
+    model = NewModelFor(static_cast<int>(variables), {});
+    model->UserType = true;
+    model->SetID("mine", {equation});
+    dialog = std::make_unique<reginit>(nullptr, *project, *editor, *model, Points(variables), settings);
+    dialog->show();
+    grid = dialog->findChild<QTableWidget*>("RangeGrid");
+  }
+  void Type(int row, int column, const char* text) { grid->item(row, column)->setText(text); }
+  void Choose(int row, const char* type) { static_cast<QComboBox*>(grid->cellWidget(row, 1))->setCurrentText(type); }
+  void Ok() { QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton); }
+
+  Settings settings;
+  MessageBoxPrompter user{nullptr};
+  Dialogs dialogs;
+  std::optional<Project> project;
+  std::unique_ptr<ProjectEditor> editor;
+  std::unique_ptr<ModelClass> model;
+  std::unique_ptr<reginit> dialog;
+  QTableWidget* grid = nullptr;
+};
+
+TEST_F(Estimates, AreGivenHeldAndTriedOverARange) {
+  Open(1, "a*exp(b*x)+c");
+  ASSERT_EQ(grid->rowCount(), 3);
+  EXPECT_EQ(grid->item(1, 0)->text(), "b");
+  EXPECT_FALSE(grid->item(0, 3)->flags() & Qt::ItemIsEditable);
+  Type(0, 2, "1.5");
+  Choose(1, "Constant");
+  Type(1, 2, "0.5");
+  Choose(2, "Range");
+  Type(2, 2, "-1");
+  Type(2, 3, "1");
+  Type(2, 4, "3");
+  Ok();
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_TRUE(model->SpecifyICComplete);
+  EXPECT_EQ(model->Values(1), 1.5);
+  EXPECT_EQ(model->Constants(2), 0);
+  const ICRange& range = model->GetICRange()[2];
+  EXPECT_EQ(range.Min, -1);
+  EXPECT_EQ(range.Max, 1);
+  EXPECT_EQ(range.Steps, 3);
+}
+
+TEST_F(Estimates, RefusesWhatIsNoNumberAndGoesThere) {
+  Open(1, "a*exp(b*x)");
+  Choose(1, "Range");
+  Type(1, 3, "2");
+  Type(1, 4, "none");
+  dialogs.Press(QMessageBox::Ok);
+  Ok();
+  EXPECT_EQ(dialogs.Said.back(), "Please enter a valid number of steps for variable 'b'.");
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(grid->currentRow(), 1);
+  EXPECT_EQ(grid->currentColumn(), 4);
+  EXPECT_FALSE(model->SpecifyICComplete);
+}
+
+TEST_F(Estimates, MoveByTheScrollBarUnderThePreview) {
+  Open(1, "a*exp(b*x)");
+  Type(1, 2, "0.5");
+  grid->setCurrentCell(1, 2);
+  dialog->findChild<QComboBox*>("drpPercent")->setCurrentText("+10%");
+  const QImage before = dialog->findChild<PlotView*>()->Picture();
+  dialog->findChild<QScrollBar*>("HscrAjust")->setValue(2);
+  EXPECT_EQ(grid->item(1, 2)->text(), "0.6");
+  EXPECT_NE(dialog->findChild<PlotView*>()->Picture(), before);
+  // Where the curve has no value, the reason stands in its place.
+  Open(1, "a*ln(x-10)+b");
+  EXPECT_EQ(dialog->findChild<PlotView*>(), nullptr);
+  EXPECT_EQ(dialog->findChild<QLabel*>("reason")->text(),
+            "An error has occurred generating equation data for equation a*ln(x-10)+b");
+}
+
+TEST_F(Estimates, OfSeveralVariablesShowWhatTheyCalculate) {
+  Open(2, "a+b*x1+c*x2");
+  EXPECT_NE(dialog->findChild<PlotView*>(), nullptr);
+  AccessibilityWalk walk(*dialog);
+  EXPECT_TRUE(walk.Names.contains("Initial Estimate"));
+}
+
+}  // namespace
+}  // namespace quorvex
