@@ -21,6 +21,7 @@ struct Shots {
 };
 
 void TakeFrame(const Shots& shots);
+void TakeModels(const Shots& shots);
 void TakeProgress(const Shots& shots);
 
 }  // namespace quorvex

@@ -17,6 +17,7 @@
 #include "core/ui/BusyCursor.h"
 #include "files/DetectFileType.h"
 #include "files/ProjectFile.h"
+#include "files/UserModelFiles.h"
 #include "project/ReadDataFile.h"
 #include "project/ui/NewProj.h"
 #include "project/ui/quorvexWindow.h"
@@ -237,6 +238,8 @@ Project parentfrm::EmptyProject(std::size_t independentVariables, bool hasStanda
   Project project = NewProject(independentVariables, hasStandardDeviation, session_.Locale);
   project.FileName = NextUntitled();
   const Settings& settings = session_.Preferences;
+  if (settings.Integer("loadusermodels") != 0)
+    AddUserModels(project.Models, CatalogueFileName(independentVariables), independentVariables, session_.Locale);
   project.Limits = {settings.ResidualTolerance, settings.MaxIterations, settings.DivIterations};
   return project;
 }

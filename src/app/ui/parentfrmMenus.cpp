@@ -133,6 +133,7 @@ QMenu* parentfrm::AddProjectMenu(const char* name, const QString& title, const s
 void parentfrm::MakeProjectMenus() {
   QMenu* edit = AddProjectMenu("edit", "&Edit", EditMenu());
   AddProjectMenu("data", "&Data", DataMenu());
+  AddProjectMenu("models", "&Models", ModelMenu());
   connect(edit, &QMenu::aboutToShow, this, [this] {
     if (const quorvexWindow* window = ActiveProject()) findChild<QAction*>("mnuEditUndo")->setText(window->UndoText());
   });

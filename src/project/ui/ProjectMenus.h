@@ -21,5 +21,6 @@ struct ProjectCommand {
 // The menus, from top to bottom.
 std::vector<ProjectCommand> EditMenu();
 std::vector<ProjectCommand> DataMenu();
+std::vector<ProjectCommand> ModelMenu();
 
 }  // namespace quorvex
