@@ -112,8 +112,14 @@ bool SaveUserModels(const Project& project, Prompter& user) {
   return error == 0;
 }
 
-void AddUserModels(ModelCollection& models, const UserModelFile& file, std::size_t independentVariables,
+std::string CatalogueFileName(std::size_t independentVariables) {
+  return "user" + std::to_string(independentVariables) + ".equ";
+}
+
+void AddUserModels(ModelCollection& models, const std::string& fileName, std::size_t independentVariables,
                    const LocaleText& locale) {
+  const UserModelFile file = ReadUserModels(fileName, locale);
+  if (static_cast<std::size_t>(file.IndependentVariables) != independentVariables) return;
   for (const UserModelDefinition& definition : file.Models) {
     auto model = Compiled(definition, independentVariables, locale);
     if (model == nullptr) continue;

@@ -30,9 +30,13 @@ bool ImportUserModels(Project& project, Prompter& user, const FileToOpen& choose
 // Save User Models: writes all of the project's to a file that the user names. False where nothing was written.
 bool SaveUserModels(const Project& project, Prompter& user);
 
-// The models of a file, added to a catalogue without a word: one under an ID that is taken is left out, and so is one
+// The file of models that new projects with that many variables begin with, where the user wants that. It lies in the
+// working folder, beside the group file.
+std::string CatalogueFileName(std::size_t independentVariables);
+
+// Adds the models of a file to a catalogue without a word. One under an ID that is taken is left out, and so is one
 // that is no model of that many variables.
-void AddUserModels(ModelCollection& models, const UserModelFile& file, std::size_t independentVariables,
+void AddUserModels(ModelCollection& models, const std::string& fileName, std::size_t independentVariables,
                    const LocaleText& locale);
 
 }  // namespace quorvex

@@ -122,12 +122,7 @@ bool SaveRules(Project& project, ModelClass& model, std::span<const EstimateRow>
 
 std::string UndoLabel(std::string_view operation, std::string_view modelName) {
   constexpr std::size_t kShown = 15;
-  std::size_t end = 0;
-  for (std::size_t characters = 0; end < modelName.size(); ++end) {
-    const bool continues = (static_cast<unsigned char>(modelName[end]) & 0xC0) == 0x80;  // of a UTF-8 character
-    if (!continues && ++characters > kShown) break;
-  }
-  return "&Undo " + std::string(operation) + " '" + std::string(modelName.substr(0, end)) + "...'";
+  return "&Undo " + std::string(operation) + " '" + FirstCharacters(modelName, kShown) + "...'";
 }
 
 }  // namespace quorvex

@@ -38,6 +38,14 @@ bool IsBlank(const std::string& text) { return Trim(text).empty(); }
 
 std::string FromX1To(std::size_t last) { return "'X1' to 'X" + std::to_string(last) + "'"; }
 
+// "a, b, c"; of very many, the first ones and how many more there are.
+std::string Listed(const std::vector<std::string>& names) {
+  constexpr std::size_t kShown = 20;
+  std::string list;
+  for (std::size_t i = 0; i < std::min(names.size(), kShown); ++i) list += (i == 0 ? "" : ", ") + names[i];
+  return names.size() <= kShown ? list : list + " and " + std::to_string(names.size() - kShown) + " more";
+}
+
 // The first line that is not there, functions before the model itself; no message where all are.
 ModelCheck CheckLines(const std::vector<std::string>& lines) {
   const auto blank = std::find_if(lines.begin() + 1, lines.end(), IsBlank);
@@ -168,15 +176,15 @@ std::string CompileStatus(const UserModelDraft& draft, std::size_t independentVa
                 ? std::string("Not a model yet: ")
                 : "Not a model yet, in F" + std::to_string(compiled.PublicSubFunctionPointer) + ": ") +
            compiled.ParseErrorMessage;
-  std::string names;
-  for (const std::string& name : compiled.CoefficientNames) names += (names.empty() ? "" : ", ") + name;
-  if (names.empty()) return "Not a model yet: it has no coefficients.";
+  if (compiled.CoefficientNames.empty()) return "Not a model yet: it has no coefficients.";
   if (!compiled.HasIndependentVar) return "Not a model yet: it has no independent variable.";
-  std::string status = "Compiles. Coefficients: " + names;
-  for (std::size_t n = 1; n < draft.FunctionList.size(); ++n)
-    if (std::ranges::none_of(compiled.SourceTokens,
-                             [&](const auto& token) { return token.Owner == static_cast<int>(n); }))
-      status += ". F" + std::to_string(n) + " is not used";
+  std::vector<std::string> unused;
+  for (std::size_t n = 1; n < draft.FunctionList.size(); ++n) {
+    const auto isOfIt = [n](const SourceToken& token) { return token.Owner == static_cast<int>(n); };
+    if (std::ranges::none_of(compiled.SourceTokens, isOfIt)) unused.push_back("F" + std::to_string(n));
+  }
+  std::string status = "Compiles. Coefficients: " + Listed(compiled.CoefficientNames);
+  if (!unused.empty()) status += ". Not used: " + Listed(unused);
   return status + ".";
 }
 

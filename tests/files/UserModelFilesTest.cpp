@@ -186,10 +186,13 @@ TEST_F(UserModelFiles, SaveWritesWhatImportReads) {
 
 TEST_F(UserModelFiles, JoinACatalogueWithoutAWord) {
   const std::size_t builtIn = project.Models.size();
-  UserModelFile content;
-  content.Models = {Definition("A*X+B", "a*x^3"), Definition("Bad", "a*"), Definition("Good", "a*x")};
-  content.Models[2].FunctionList = {"a*x", "2", "", "3"};  // as far as the first empty line
-  AddUserModels(project.Models, content, 1, {});
+  UserModelDefinition gap = Definition("Good", "a*x");
+  gap.FunctionList = {"a*x", "2", "", "3"};  // as far as the first empty line
+  const std::string name = Written({Definition("A*X+B", "a*x^3"), Definition("Bad", "a*"), gap});
+  AddUserModels(project.Models, folder.Path("none.equ"), 1, {});
+  AddUserModels(project.Models, name, 2, {});
+  EXPECT_EQ(project.Models.size(), builtIn);
+  AddUserModels(project.Models, name, 1, {});
   ASSERT_EQ(project.Models.size(), builtIn + 1);
   const ModelClass& model = *project.Models.Find("Good");
   EXPECT_EQ(model.Group, "User Defined Equations");

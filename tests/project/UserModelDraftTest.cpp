@@ -214,7 +214,11 @@ TEST(CompileStatus, TellsWhatTheLinesAreSoFar) {
       {{"2*x"}, "Not a model yet: it has no coefficients."},
       {{"a"}, "Not a model yet: it has no independent variable."},
       {{"a*exp(-k*x)"}, "Compiles. Coefficients: a, k."},
-      {{"a*x+f1", "b", "("}, "Compiles. Coefficients: a, b. F2 is not used."},
+      {{"a*x+f1", "b", "("}, "Compiles. Coefficients: a, b. Not used: F2."},
+      {{"a*x", "1", "2"}, "Compiles. Coefficients: a. Not used: F1, F2."},
+      {{Polynomial(23)},
+       "Compiles. Coefficients: p1, p10, p11, p12, p13, p14, p15, p16, p17, p18, p19, p2, p20, p21, p22, p23, p3, p4, "
+       "p5, p6 and 3 more."},
   };
   for (const auto& c : kCases) EXPECT_EQ(CompileStatus({"", "", c.lines, {}}, c.variables, {}), c.status);
 }

@@ -17,6 +17,7 @@
 #include "core/ui/BusyCursor.h"
 #include "files/DetectFileType.h"
 #include "files/ProjectFile.h"
+#include "files/UserModelFiles.h"
 #include "project/ui/ImportCommands.h"
 #include "project/ui/NewProj.h"
 #include "project/ui/SheetView.h"
@@ -247,6 +248,8 @@ Project parentfrm::EmptyProject(std::size_t independentVariables, bool hasStanda
   Project project = NewProject(independentVariables, hasStandardDeviation, session_.Locale);
   project.FileName = NextUntitled();
   const Settings& settings = session_.Preferences;
+  if (settings.Integer("loadusermodels") != 0)
+    AddUserModels(project.Models, CatalogueFileName(independentVariables), independentVariables, session_.Locale);
   project.Limits = {settings.ResidualTolerance, settings.MaxIterations, settings.DivIterations};
   return project;
 }

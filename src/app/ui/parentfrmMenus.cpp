@@ -154,6 +154,7 @@ void parentfrm::MakeProjectMenus() {
   AddProjectMenu("edit", "&Edit", EditMenu());
   AddProjectMenu("format", "F&ormat", FormatMenu());
   AddProjectMenu("data", "&Data", DataMenu());
+  AddProjectMenu("models", "&Models", ModelMenu());
 }
 
 void parentfrm::MakeToolsMenu() {

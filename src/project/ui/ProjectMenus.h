@@ -29,5 +29,6 @@ inline ProjectCommand OnSheet(ProjectCommand command) {
 std::vector<ProjectCommand> EditMenu();
 std::vector<ProjectCommand> FormatMenu();
 std::vector<ProjectCommand> DataMenu();
+std::vector<ProjectCommand> ModelMenu();
 
 }  // namespace quorvex

@@ -1,0 +1,167 @@
+#include "files/ui/usereq.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "core/NumberText.h"
+#include "project/UserModels.h"
+#include "project/ui/frmChooseModel.h"
+#include "project/ui/frmEqEdit.h"
+#include "project/ui/frmRules.h"
+
+namespace quorvex {
+
+FileToOpen AskForModelFile(QWidget* parent, const QString& title, const QString& folder) {
+  return [=]() -> std::optional<std::string> {
+    const QString file = QFileDialog::getOpenFileName(parent, title, folder, kEquationFiles);
+    return file.isEmpty() ? std::nullopt : std::optional(file.toStdString());
+  };
+}
+
+ModelToKeep AskForModelToKeep(QWidget* parent) {
+  return [parent](const ModelClass& existing, const ModelClass& imported) {
+    return frmChooseModel(parent, existing, imported).exec() == QDialog::Accepted;
+  };
+}
+
+usereq::usereq(QWidget* parent, Project& project, const Settings& settings)
+    : QDialog(parent),
+      project_(project),
+      user_(this),
+      lstModels(new QListWidget(this)),
+      txtModel(new QPlainTextEdit(this)) {
+  setObjectName("usereq");
+  setWindowTitle("User Models");
+  const QString folder = QString::fromStdString(settings.Text("projectdir"));
+  if (folder != "0") user_.Folder = folder;
+  LayOut();
+  ShowModels("");
+}
+
+void usereq::LayOut() {
+  auto* models = new QLabel("&Models:", this);
+  models->setBuddy(lstModels);
+  lstModels->setObjectName("lstModels");
+  lstModels->setAccessibleName("Models");
+  auto* definition = new QLabel("Defi&nition:", this);
+  definition->setBuddy(txtModel);
+  txtModel->setObjectName("txtModel");
+  txtModel->setReadOnly(true);
+  txtModel->setTabChangesFocus(true);
+  txtModel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  txtModel->setPlaceholderText("This project has no user defined models. Add one here, or load some from a file.");
+
+  auto* side = new QVBoxLayout;
+  const struct {
+    const char *Name, *Caption;
+    bool ForOne;
+    std::function<void()> Command;
+  } commands[] = {
+      {"cmdAdd", "&Add...", false, [this] { Edit({}, nullptr); }},
+      {"cmdEdit", "&Edit...", true, [this] { EditChosen(); }},
+      {"cmdCopy", "&Copy...", true, [this] { Edit(CopyOf(*Chosen()), nullptr); }},
+      {"cmdRules", "R&ules...", true,
+       [this] {
+         EditRules(*Chosen());
+         ShowChosen();
+       }},
+      {"cmdRemove", "&Remove", true,
+       [this] {
+         if (RemoveUserModel(project_, *Chosen(), user_)) ShowModels("");
+       }},
+      {"cmdRemoveAll", "Remo&ve All", true,
+       [this] {
+         if (RemoveAllUserModels(project_, user_)) ShowModels("");
+       }},
+      {"cmdLoad", "&Load...", false,
+       [this] {
+         LoadUserModels(project_, user_, AskForModelFile(this, "Load User Models", user_.Folder));
+         ShowModels("");
+       }},
+      {"cmdImport", "&Import...", false,
+       [this] {
+         ImportUserModels(project_, user_, AskForModelFile(this, "Import User Models", user_.Folder),
+                          AskForModelToKeep(this));
+         ShowModels("");
+       }},
+      {"cmdSave", "&Save...", true, [this] { SaveUserModels(project_, user_); }},
+  };
+  for (const auto& command : commands) {
+    auto* button = new QPushButton(command.Caption, this);
+    button->setObjectName(command.Name);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, command.Command);
+    if (command.ForOne) forOne_ << button;
+    side->addWidget(button);
+  }
+  side->addStretch();
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+  buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);  // or Enter in the list would also end the dialog
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(lstModels, &QListWidget::currentRowChanged, this, &usereq::ShowChosen);
+  connect(lstModels, &QListWidget::itemActivated, this, &usereq::EditChosen);
+
+  auto* all = new QGridLayout(this);
+  all->addWidget(models, 0, 0);
+  all->addWidget(lstModels, 1, 0);
+  all->addWidget(definition, 0, 1);
+  all->addWidget(txtModel, 1, 1);
+  all->addLayout(side, 1, 2);
+  all->addWidget(buttons, 2, 0, 1, 3);
+  all->setColumnStretch(0, 2);
+  all->setColumnStretch(1, 3);
+  resize(680, 400);
+}
+
+void usereq::ShowModels(const std::string& current) {
+  const int row = lstModels->currentRow();
+  const std::vector<ModelClass*> models = UserModels(project_);
+  lstModels->clear();
+  int select = std::min(std::max(row, 0), static_cast<int>(models.size()) - 1);
+  for (const ModelClass* model : models) {
+    if (EqualNoCase(model->id, current)) select = lstModels->count();
+    lstModels->addItem(QString::fromStdString(model->id));
+  }
+  lstModels->setCurrentRow(select);
+  for (QWidget* button : forOne_) button->setEnabled(!models.empty());
+  ShowChosen();
+}
+
+ModelClass* usereq::Chosen() const {
+  const std::vector<ModelClass*> models = UserModels(project_);
+  const auto row = static_cast<std::size_t>(lstModels->currentRow());
+  return row < models.size() ? models[row] : nullptr;
+}
+
+void usereq::ShowChosen() {
+  const ModelClass* model = Chosen();
+  txtModel->setPlainText(model == nullptr ? QString() : QString::fromStdString(DescribeModel(*model)).remove('\r'));
+}
+
+void usereq::EditChosen() {
+  if (const ModelClass* model = Chosen()) Edit(DraftOf(*model), model);
+}
+
+void usereq::Edit(const UserModelDraft& start, const ModelClass* edited) {
+  frmEqEdit form(this, project_, start, edited);
+  if (form.exec() != QDialog::Accepted) return;
+  ShowModels(form.Model().id);
+  if (edited != nullptr &&
+      user_.Ask("After modifying a user defined model, you should check to make sure the rules for the initial "
+                "estimates are still valid. Would you like to examine the rules now?")) {
+    EditRules(form.Model());
+    ShowChosen();
+  }
+}
+
+void usereq::EditRules(ModelClass& model) {
+  frmRules form(this, model, project_.Locale);
+  if (form.exec() == QDialog::Accepted && form.Rules().StoreIn(model)) project_.Changed = true;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QDialog>
+
+#include "core/Settings.h"
+#include "core/ui/MessageBoxPrompter.h"
+#include "files/UserModelFiles.h"
+#include "project/UserModelDraft.h"
+
+class QListWidget;
+class QPlainTextEdit;
+
+namespace quorvex {
+
+// The user-defined models of a project, and what can be done with them. The project, which outlives the dialog, changes
+// with each command.
+class usereq : public QDialog {
+  Q_OBJECT
+
+ public:
+  usereq(QWidget* parent, Project& project, const Settings& settings);
+
+ private:
+  void LayOut();
+  void ShowModels(const std::string& current);  // the ID of the one that is to be selected
+  void ShowChosen();
+  ModelClass* Chosen() const;
+  void Edit(const UserModelDraft& start, const ModelClass* edited);
+  void EditChosen();
+  void EditRules(ModelClass& model);
+
+  Project& project_;
+  MessageBoxPrompter user_;
+  QListWidget* lstModels;
+  QPlainTextEdit* txtModel;
+  QList<QWidget*> forOne_;  // commands that need a model
+};
+
+// The dialogs behind the commands on files, over `parent`: for the file to read, and for two models with one ID.
+FileToOpen AskForModelFile(QWidget* parent, const QString& title, const QString& folder);
+ModelToKeep AskForModelToKeep(QWidget* parent);
+
+}  // namespace quorvex

@@ -1,0 +1,456 @@
+// User-defined models and the export of models, used as a user does: by menus, keys and dialogs.
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+
+#include "Accessibility.h"
+#include "Frame.h"
+#include "Mnemonics.h"
+#include "engine/UserModel.h"
+#include "files/ui/usereq.h"
+#include "project/UserModels.h"
+#include "project/ui/frmChooseModel.h"
+#include "project/ui/frmCopyModel.h"
+#include "project/ui/frmEqEdit.h"
+#include "project/ui/frmEquationText.h"
+#include "project/ui/frmExcelRef.h"
+#include "project/ui/frmFunc.h"
+#include "project/ui/frmPartial.h"
+#include "project/ui/frmRules.h"
+
+namespace quorvex {
+namespace {
+
+using Said = std::vector<std::string>;
+
+class UserModelWindows : public Frame {
+ protected:
+  // Clicks in a dialog once the present event is over, since a dialog may come of it that is to be answered, too.
+  static void Click(QDialog& form, const char* button) {
+    auto* found = form.findChild<QAbstractButton*>(button);
+    ASSERT_NE(found, nullptr) << button << " in " << form.objectName().toStdString();
+    ASSERT_TRUE(found->isEnabled()) << button;
+    QTimer::singleShot(0, found, &QAbstractButton::click);
+  }
+  void Then(const char* form, std::function<void(QDialog&)> action) {
+    dialogs.Do([=](QDialog& dialog) {
+      ASSERT_EQ(dialog.objectName(), form);
+      action(dialog);
+    });
+  }
+  void ThenClick(const char* form, const char* button) {
+    Then(form, [=](QDialog& dialog) { Click(dialog, button); });
+  }
+  void ThenClose(const char* form) {
+    Then(form, [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  }
+  void ThenEnter(const char* form) {
+    Then(form, [](QDialog& dialog) { QTimer::singleShot(0, &dialog, &QDialog::accept); });
+  }
+
+  static QLineEdit* Box(QDialog& form, const char* name) { return form.findChild<QLineEdit*>(name); }
+  static QListWidget* List(QDialog& form, const char* name) { return form.findChild<QListWidget*>(name); }
+  static QString Status(QDialog& form) { return form.findChild<QLabel*>("lblStatus")->text(); }
+
+  ModelClass& Add(const std::string& id, const std::vector<std::string>& lines) {
+    ModelCheck check = CheckUserModel({id, "", lines, {}}, Document(), nullptr);
+    EXPECT_NE(check.Model, nullptr) << check.Message;
+    ModelClass& model = StoreUserModel(Document(), std::move(check.Model), nullptr);
+    Document().Changed = false;
+    return model;
+  }
+  Said Ids() {
+    Said ids;
+    for (const ModelClass* model : UserModels(Document())) ids.push_back(model->id);
+    return ids;
+  }
+  void End() {
+    if (Document().Changed) dialogs.Press(QMessageBox::No);
+    EXPECT_TRUE(frame->close());
+  }
+};
+
+TEST_F(UserModelWindows, AddAModelAfterItIsRight) {
+  Start();
+  ThenClick("usereq", "cmdAdd");
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "Add User Model");
+    EXPECT_EQ(form.focusWidget(), Box(form, "TxtID"));
+    EXPECT_FALSE(Box(form, "TxtFn1")->isVisible());
+    EXPECT_EQ(Status(form), "For example a*exp(-b*x)");
+    QTest::keyClicks(Box(form, "TxtID"), "Decay");
+    QTest::keyClicks(Box(form, "TxtFn0"), "a*exp(-b*x+)");
+    EXPECT_EQ(Status(form), "Not a model yet: Unexpected token ')'.");
+    Click(form, "cmdOK");
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(form.focusWidget(), Box(form, "TxtFn0"));
+    EXPECT_EQ(Box(form, "TxtFn0")->selectedText(), ")");
+    EXPECT_EQ(Box(form, "TxtFn0")->selectionStart(), 11);
+    Box(form, "TxtFn0")->setText("a*exp(-b*x)+f1");
+    auto* add = form.findChild<QPushButton*>("cmdAdd");
+    auto* remove = form.findChild<QPushButton*>("cmdRemove");
+    EXPECT_FALSE(remove->isEnabled());
+    for (int n = 1; n <= 9; ++n) {
+      EXPECT_EQ(add->text().remove('&'), "Add F" + QString::number(n));
+      QTest::mouseClick(add, Qt::LeftButton);
+      EXPECT_EQ(form.focusWidget(), Box(form, ("TxtFn" + std::to_string(n)).c_str()));
+    }
+    EXPECT_FALSE(add->isEnabled());
+    for (int n = 9; n >= 2; --n) {
+      EXPECT_EQ(remove->text().remove('&'), "Remove F" + QString::number(n));
+      QTest::mouseClick(remove, Qt::LeftButton);
+    }
+    EXPECT_TRUE(Box(form, "TxtFn1")->isVisible());
+    EXPECT_FALSE(Box(form, "TxtFn2")->isVisible());
+    Click(form, "cmdOK");
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(form.focusWidget(), Box(form, "TxtFn1"));
+    Box(form, "TxtFn1")->setText(QString::fromUtf8("c+\xC3\xA4*"));
+    Click(form, "cmdOK");
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(Box(form, "TxtFn1")->selectedText(), QString::fromUtf8("\xC3\xA4"));
+    Box(form, "TxtFn1")->setText("c");
+    form.findChild<QPlainTextEdit*>("TxtDesc")->setPlainText("two\nlines");
+    EXPECT_EQ(Status(form), "Compiles. Coefficients: a, b, c.");
+    QTest::keyClick(Box(form, "TxtFn1"), Qt::Key_Return);
+  });
+  Then("usereq", [](QDialog& form) {
+    ASSERT_EQ(List(form, "lstModels")->count(), 1);
+    EXPECT_TRUE(form.findChild<QPlainTextEdit*>("txtModel")->toPlainText().contains("Y = a*exp(-b*x)+f1\nF1 = c"));
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  Trigger("mnuModelsUser");
+  EXPECT_EQ(
+      dialogs.Said,
+      (Said{"The model you entered is not valid.\nUnexpected token ')'. Please check the equation syntax.",
+            "The supporting function F1 must have a valid entry. If you intend not to use this function, you can "
+            "remove it by clicking on the 'Remove F1' button.",
+            "The model you entered is not valid.\nUnexpected token '\xC3\xA4'. Please check the equation syntax."}));
+  ASSERT_EQ(Ids(), Said{"Decay"});
+  EXPECT_EQ(Document().Models.Find("decay")->Description, "two\r\nlines");
+  EXPECT_TRUE(Active().isWindowModified());
+  End();
+}
+
+TEST_F(UserModelWindows, EditAModelAndThenItsRules) {
+  Start();
+  Add("Decay", {"a*exp(-b*x)"}).SetRule(1, "* YMax");
+  Then("usereq", [](QDialog& form) {
+    QTimer::singleShot(0, &form, [&form] { QTest::keyClick(List(form, "lstModels"), Qt::Key_Return); });
+  });
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "Edit User Model");
+    Box(form, "TxtFn0")->setText("a*exp(-k*x)");
+    Click(form, "cmdOK");
+  });
+  dialogs.Press(QMessageBox::Yes);
+  Then("frmRules", [](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "User Defined Model Rules");
+    EXPECT_EQ(form.findChild<QLabel*>("lblModel")->text(), "Model: Decay");
+    EXPECT_EQ(List(form, "lstVars")->item(0)->text(), "a: 1 * YMax");
+    EXPECT_EQ(List(form, "lstOperation")->currentItem()->text(), "* YMax");
+    Box(form, "txtValue")->setText("ten");
+    List(form, "lstVars")->setCurrentRow(1);
+  });
+  dialogs.Press(QMessageBox::Yes);  // commit?
+  dialogs.Press(QMessageBox::Ok);   // no number
+  Then("frmRules", [](QDialog& form) {
+    EXPECT_EQ(List(form, "lstVars")->currentRow(), 0);
+    EXPECT_EQ(form.focusWidget(), Box(form, "txtValue"));
+    QTest::keyClicks(Box(form, "txtValue"), "0.5");  // over what is selected
+    QTest::mouseClick(form.findChild<QPushButton*>("cmdAssign"), Qt::LeftButton);
+    EXPECT_EQ(List(form, "lstVars")->item(0)->text(), "a: 0.5 * YMax");
+    List(form, "lstVars")->setCurrentRow(1);
+    QApplication::processEvents();
+    EXPECT_EQ(List(form, "lstOperation")->currentItem()->text(), "Value");
+    List(form, "lstOperation")->setCurrentRow(2);
+    QTimer::singleShot(0, &form, &QDialog::accept);
+  });
+  dialogs.Press(QMessageBox::No);
+  ThenClose("usereq");
+  Trigger("mnuModelsUser");
+  EXPECT_EQ(
+      dialogs.Said,
+      (Said{"After modifying a user defined model, you should check to make sure the rules for the initial estimates "
+            "are still valid. Would you like to examine the rules now?",
+            "Commit changes to variable 'a'?", "Please enter a valid rule value for variable 'a'",
+            "Commit changes to variable 'k' before closing?"}));
+  const ModelClass& model = *Document().Models.Find("Decay");
+  EXPECT_EQ(model.FunctionList(0), "a*exp(-k*x)");
+  EXPECT_EQ(model.Rules(1) + model.RuleConstant(1) + model.Rules(2), "* YMax0.5Value");
+
+  // Rules by the menu, which has one model to offer.
+  Then("frmRules", [](QDialog& form) { Click(form, "cmdDefaults"); });
+  dialogs.Press(QMessageBox::Yes);
+  ThenEnter("frmRules");
+  Trigger("mnuModelsRules");
+  EXPECT_EQ(model.Rules(1) + model.RuleConstant(1), "Value1");
+  End();
+}
+
+TEST_F(UserModelWindows, CopyAndRemoveModels) {
+  Start();
+  Add("P", {"a*x^2"});
+  Add("Q", {"b*x^3"});
+  Then("usereq", [](QDialog& form) {
+    List(form, "lstModels")->setCurrentRow(1);
+    Click(form, "cmdCopy");
+  });
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(Box(form, "TxtID")->text(), "Copy of Q");
+    Click(form, "cmdOK");
+  });
+  Then("usereq", [](QDialog& form) {
+    EXPECT_EQ(List(form, "lstModels")->currentItem()->text(), "Copy of Q");
+    List(form, "lstModels")->setCurrentRow(0);
+    Click(form, "cmdEdit");
+  });
+  ThenClick("frmEqEdit", "cmdCopyModel");
+  dialogs.Press(QMessageBox::Ok);
+  Then("frmCopyModel", [](QDialog& form) {
+    EXPECT_EQ(List(form, "lstRows")->count(), 301);
+    QTest::keyClicks(Box(form, "txtFind"), "a*X+b ");
+    EXPECT_TRUE(List(form, "lstRows")->currentItem()->text().startsWith("a*x+b "));
+    QTest::keyClick(Box(form, "txtFind"), Qt::Key_Return);
+  });
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(Box(form, "TxtID")->text(), "Copy of a*x+b");
+    EXPECT_EQ(Box(form, "TxtFn0")->text(), "a*x+b");
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  ThenClick("usereq", "cmdRemove");
+  dialogs.Press(QMessageBox::Yes);
+  Then("usereq", [](QDialog& form) {
+    EXPECT_EQ(List(form, "lstModels")->currentItem()->text(), "Q");
+    Click(form, "cmdRemoveAll");
+  });
+  dialogs.Press(QMessageBox::No);
+  ThenClick("usereq", "cmdRemoveAll");
+  dialogs.Press(QMessageBox::Yes);
+  Then("usereq", [](QDialog& form) {
+    EXPECT_EQ(List(form, "lstModels")->count(), 0);
+    EXPECT_FALSE(form.findChild<QPushButton*>("cmdEdit")->isEnabled());
+    EXPECT_TRUE(form.findChild<QPushButton*>("cmdLoad")->isEnabled());
+    AccessibilityWalk{form};
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  Trigger("mnuModelsUser");
+  EXPECT_EQ(dialogs.Said.front(),
+            "You are EDITING an existing equation (not ADDING a new equation). Copying another equation will overwrite "
+            "this equation unless the changes are Cancelled in this window.");
+  EXPECT_EQ(Ids(), Said{});
+  End();
+}
+
+TEST_F(UserModelWindows, InsertFunctionsAndTypeDerivatives) {
+  Start();
+  ThenClick("usereq", "cmdAdd");
+  Then("frmEqEdit", [](QDialog& form) {
+    Box(form, "TxtID")->setText("m");
+    Box(form, "TxtFn0")->setFocus();
+    QTest::keyClicks(Box(form, "TxtFn0"), "a*");
+    Click(form, "cmdTemplate");
+  });
+  Then("frmFunc", [](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "Model Functions");
+    QTest::keyClicks(Box(form, "txtFind"), "exp(");
+    QTest::keyClick(Box(form, "txtFind"), Qt::Key_Return);
+  });
+  Then("frmEqEdit", [](QDialog& form) {
+    EXPECT_EQ(form.focusWidget(), Box(form, "TxtFn0"));
+    QTest::keyClicks(form.focusWidget(), "-b*x");
+    EXPECT_EQ(Box(form, "TxtFn0")->text(), "a*exp(-b*x)");
+    Click(form, "cmdPartial");
+  });
+  Then("frmPartial", [](QDialog& form) {
+    EXPECT_EQ(form.findChild<QLabel*>("lblPartial")->text().remove('&'), "Partial derivative of 'a'");
+    Box(form, "txtPartial")->setText("exp(-k*x)");
+    List(form, "lstVars")->setCurrentRow(1);
+  });
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.Press(QMessageBox::Ok);
+  Then("frmPartial", [](QDialog& form) {
+    EXPECT_EQ(List(form, "lstVars")->currentRow(), 0);
+    Box(form, "txtPartial")->setText("exp(-b*x)");
+    List(form, "lstVars")->setCurrentRow(1);
+  });
+  dialogs.Press(QMessageBox::Yes);
+  Then("frmPartial", [](QDialog& form) {
+    EXPECT_EQ(Box(form, "txtPartial")->text(), "Numerical");
+    Box(form, "txtPartial")->setText("-a*x*exp(-b*x)");
+    QTimer::singleShot(0, &form, &QDialog::accept);
+  });
+  dialogs.Press(QMessageBox::Yes);
+  ThenClick("frmEqEdit", "cmdOK");
+  ThenClose("usereq");
+  Trigger("mnuModelsUser");
+  EXPECT_EQ(dialogs.Said,
+            (Said{"Commit changes to variable 'a'?",
+                  "The derivative entered for variable 'a' contains the variable 'k' which does not appear "
+                  "in the original equation. ",
+                  "Commit changes to variable 'a'?", "Commit changes to variable 'b' before closing?"}));
+  const ModelClass& model = *Document().Models.Find("m");
+  EXPECT_EQ(model.Derivatives(1), "exp(-b*x)");
+  EXPECT_EQ(model.Derivatives(2), "-a*x*exp(-b*x)");
+  End();
+}
+
+TEST_F(UserModelWindows, TravelByFiles) {
+  Start();
+  Add("P", {"a*x^2"});
+  Add("Q", {"b*x^3"});
+  dialogs.ChooseFile(folder.Path("models"));
+  Trigger("mnuModelsSave");
+  ASSERT_TRUE(QFile::exists(QString::fromStdString(folder.Path("models.equ"))));
+
+  Trigger("mnuFileNew");
+  const std::string file = folder.Path("models.equ");
+  Add("p", {"a*x^4"});
+  dialogs.ChooseFile(file);
+  Then("frmChooseModel", [](QDialog& form) {
+    EXPECT_TRUE(form.findChild<QPlainTextEdit*>("txtExisting")->toPlainText().contains("Y = a*x^4"));
+    EXPECT_TRUE(form.findChild<QPlainTextEdit*>("txtImported")->toPlainText().contains("Y = a*x^2"));
+    Click(form, "cmdImported");
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuModelsImport");
+  EXPECT_EQ(dialogs.Said.back(), "2 user defined models have been imported from '" + file + "'.");
+  EXPECT_EQ(Ids(), (Said{"P", "Q"}));
+  EXPECT_EQ(Document().Models.Find("P")->FunctionList(0), "a*x^2");
+  EXPECT_TRUE(Active().isWindowModified());
+
+  Add("R", {"c*x"});
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.ChooseFile(file);
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuModelsLoad");
+  EXPECT_EQ(dialogs.Said.back(), "2 user defined models have been read from '" + file + "'.");
+  EXPECT_EQ(Ids(), (Said{"P", "Q"}));
+  End();
+}
+
+TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
+  Start();
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuModelsBasic");
+  EXPECT_EQ(dialogs.Said, Said{"There is no solved model, and no user defined one, to be exported."});
+  Add("P", {"a*x^2"}).SetValue(1, 1.5);
+  Add("Q", {"b*x"}).SetValue(1, 2.5);
+
+  const auto choose = [this](int row) {
+    Then("frmCopyModel", [row](QDialog& form) {
+      List(form, "lstRows")->setCurrentRow(row);
+      QTimer::singleShot(0, &form, &QDialog::accept);
+    });
+  };
+  choose(1);
+  dialogs.ChooseFile(folder.Path("fit"));
+  Trigger("mnuModelsC");
+  EXPECT_NE(folder.Read("fit.c").find("double fit(double x)"), std::string::npos);
+  ModelClass& solved = *Document().Models.Find("P");
+  solved.Solved = true;  // the only one, so there is nothing to choose
+  dialogs.ChooseFile(folder.Path("fit"));
+  Trigger("mnuModelsBasic");
+  EXPECT_NE(folder.Read("fit.bas").find("const a as double = 1.5"), std::string::npos);
+
+  Then("frmEquationText", [](QDialog& form) {
+    EXPECT_EQ(form.findChild<QPlainTextEdit*>("txtEquation")->toPlainText(), "Y = 1.5*x^2");
+    QTest::mouseClick(form.findChild<QRadioButton*>("optNames"), Qt::LeftButton, {}, QPoint(8, 8));
+    QTest::mouseClick(form.findChild<QCheckBox*>("chkAppend"), Qt::LeftButton, {}, QPoint(8, 8));
+    QTest::mouseClick(form.findChild<QPushButton*>("cmdCopy"), Qt::LeftButton);
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  Trigger("mnuModelsText");
+  EXPECT_EQ(QApplication::clipboard()->text().remove('\r'), "Y = a*x^2\n\na = 1.5");
+  EXPECT_EQ(session.Preferences.Text("ReplaceOption", "TextExport"), "1");
+
+  Then("frmExcelRef", [](QDialog& form) {
+    Box(form, "txtColumn")->setText("XFD");
+    QTimer::singleShot(0, &form, &QDialog::accept);
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Then("frmExcelRef", [](QDialog& form) {
+    Box(form, "txtColumn")->setText("c");
+    Box(form, "txtRow")->setText("7");
+    QTimer::singleShot(0, &form, &QDialog::accept);
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuModelsFormula");
+  EXPECT_EQ(dialogs.Said[1], "Please enter an Excel worksheet column from 'A' to 'IV'.");
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("C7"));
+  End();
+}
+
+TEST_F(UserModelWindows, BeginProjectsWithTheModelsOfAFile) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.Path(""));
+  Project project = NewProject(1, false, {});
+  StoreUserModel(project, CheckUserModel({"Mine", "", {"a*x^2"}, {}}, project, nullptr).Model, nullptr);
+  ASSERT_EQ(WriteUserModels(CatalogueFileName(1), 1, project.Models, {}), 0);
+  Start();
+  EXPECT_EQ(Ids(), Said{});
+  session.Preferences.Set("loadusermodels", "1");
+  Trigger("mnuFileNew");
+  EXPECT_EQ(Ids(), Said{"Mine"});
+  EXPECT_FALSE(Active().isWindowModified());
+  std::filesystem::current_path(before);
+  End();
+}
+
+// Each of the dialogs for the keyboard and for a screen reader.
+TEST_F(UserModelWindows, CanBeHeardAndReachedByKeys) {
+  Project project = NewProject(2, false, {});
+  ModelClass& plane = StoreUserModel(
+      project, CheckUserModel({"Plane", "", {"a*x1+b*x2+f1", "c"}, {}}, project, nullptr).Model, nullptr);
+  usereq list(nullptr, project, session.Preferences);
+  frmEqEdit editor(nullptr, project, DraftOf(plane), &plane);
+  frmRules rules(nullptr, plane, {});
+  frmPartial partials(nullptr, plane);
+  frmFunc functions(nullptr, 2);
+  frmCopyModel copy(nullptr, "Copy Model", UserModels(project));
+  frmChooseModel choose(nullptr, plane, plane);
+  frmEquationText text(nullptr, plane, session.Preferences);
+  frmExcelRef formula(nullptr, plane);
+  const std::pair<QDialog*, std::set<std::string>> cases[] = {
+      {&list, {"Models", "Plane", "Definition:", "Remove All", "Close"}},
+      {&editor,
+       {"Model ID:", "Model, Y =", "Supporting function F1 =", "Description:", "Add F2", "Remove F1",
+        "Compiles. Coefficients: a, b, c."}},
+      {&rules, {"Variables", "Operation", "Value:", "a: 1 (Value)", "Assign"}},
+      {&partials, {"Variables", "Partial derivative of 'a'", "b"}},
+      {&functions, {"Find:", "Function", "exp(u)   e to the power u"}},
+      {&copy, {"Model", "Plane   a*x1+b*x2+f1"}},
+      {&choose, {"Existing model:", "Imported model:", "Keep Existing Model", "Use Imported Model"}},
+      {&text, {"Equation:", "Append the parameters", "Copy"}},
+      {&formula, {"Column:", "Row:", "The variables are in neighbouring columns"}},
+  };
+  for (const auto& [form, names] : cases) {
+    form->show();
+    QTest::qWait(10);
+    const std::set<std::string> met = AccessibilityWalk(*form).Names;
+    for (const std::string& name : names) EXPECT_TRUE(met.contains(name)) << form->objectName().toStdString() << name;
+    ExpectMnemonicsDoNotMeet(*form);
+    for (const auto* rows : form->findChildren<QListWidget*>()) EXPECT_GE(rows->currentRow(), 0);
+    EXPECT_LE(form->sizeHint().width(), 800);
+    EXPECT_LE(form->sizeHint().height(), 600);
+    form->close();
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
