@@ -74,6 +74,19 @@ ModelCheck CheckVariables(const Expression& compiled, std::size_t variables) {
   return {};
 }
 
+// Where the compiler's offending token begins in its line. Behind a reference to a supporting function the compiler
+// counts too little; there the token, which the message names, comes a little later.
+int PlaceOf(const Expression& compiled, const std::string& line) {
+  const std::string_view message = compiled.ParseErrorMessage;
+  const int start = compiled.PublicTokenPointerStart;
+  constexpr std::string_view kNamed = "Unexpected token '";
+  if (!message.starts_with(kNamed)) return start;
+  const auto length = static_cast<std::size_t>(compiled.PublicTokenPointerLength);
+  const std::string token = ToLower(message.substr(kNamed.size(), length));
+  const std::size_t found = ToLower(line).find(token, static_cast<std::size_t>(start));
+  return found == std::string::npos ? start : static_cast<int>(found);
+}
+
 ModelCheck TestModel(const UserModelDraft& draft, std::size_t variables, const LocaleText& locale) {
   const bool several = variables > 1;
   const Words& words = several ? kSeveralVariables : kOneVariable;
@@ -86,7 +99,8 @@ ModelCheck TestModel(const UserModelDraft& draft, std::size_t variables, const L
     const std::string& why = compiled.ParseErrorMessage;
     return Refused(kNotValid + kNewLine +
                        (why.empty() ? "Please check the equation syntax" : why + " Please check the equation syntax."),
-                   compiled.PublicSubFunctionPointer, compiled.PublicTokenPointerStart,
+                   compiled.PublicSubFunctionPointer,
+                   PlaceOf(compiled, model->FunctionList(compiled.PublicSubFunctionPointer)),
                    compiled.PublicTokenPointerLength);
   }
   if (!compiled.HasCoefficients) return Lacking("It does not appear to contain any fitting parameters.");
