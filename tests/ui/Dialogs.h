@@ -19,7 +19,8 @@
 namespace quorvex {
 
 // Answers the dialogs that open while a test clicks, in the order given, and writes down what message boxes say. A
-// dialog that nobody expects is cancelled and fails the test.
+// dialog that is in front again after another gets the next answer, once its own is at its end. One that nobody expects
+// is cancelled and fails the test.
 class Dialogs {
  public:
   Dialogs() {
@@ -56,9 +57,12 @@ class Dialogs {
  private:
   void Turn() {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr || met_.contains(dialog) || !dialog->isVisible()) return;
-    met_.insert(dialog);
-    QObject::connect(dialog, &QDialog::finished, &timer_, [this, dialog] { met_.erase(dialog); });
+    if (dialog == nullptr || dialog == last_ || answering_.contains(dialog) || !dialog->isVisible()) return;
+    last_ = dialog;
+    QObject::connect(dialog, &QDialog::finished, &timer_, [this, dialog] {
+      if (last_ == dialog) last_ = nullptr;
+      answering_.erase(dialog);
+    });
     if (answers_.empty()) {
       auto* box = qobject_cast<QMessageBox*>(dialog);
       ADD_FAILURE() << "Unexpected: " << (box ? box->text() : dialog->windowTitle()).toStdString();
@@ -66,12 +70,17 @@ class Dialogs {
       return;
     }
     // Not from within this timer, which would rest while the answer opens further dialogs.
-    QTimer::singleShot(0, dialog, [dialog, answer = std::move(answers_.front())] { answer(*dialog); });
+    answering_.insert(dialog);
+    QTimer::singleShot(0, dialog, [this, dialog, answer = std::move(answers_.front())] {
+      answer(*dialog);
+      answering_.erase(dialog);
+    });
     answers_.pop_front();
   }
 
   QTimer timer_;
-  std::set<QDialog*> met_;
+  QDialog* last_ = nullptr;       // answered, and open
+  std::set<QDialog*> answering_;  // whose answers are not at their end
   std::deque<std::function<void(QDialog&)>> answers_;
 };
 
