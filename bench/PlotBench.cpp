@@ -6,8 +6,8 @@
 #include <QImage>
 #include <cmath>
 #include <cstdlib>
-#include <stdexcept>
 
+#include "RecordingPrompter.h"
 #include "Workloads.h"
 #include "plot/PlotClass.h"
 #include "plot/ui/QtSurface.h"
@@ -15,22 +15,9 @@
 namespace quorvex {
 namespace {
 
-// Nobody is there to be asked; a plot that cannot be drawn ends the run.
-class NoPrompter : public Prompter {
- public:
-  void Refuse(const std::string& text) override { throw std::runtime_error(text); }
-  void Inform(const std::string&) override {}
-  bool Ask(const std::string&) override { return false; }
-  std::optional<bool> AskOrCancel(const std::string&) override { return std::nullopt; }
-  std::optional<std::string> AskText(const std::string&, const std::string&) override { return std::nullopt; }
-  std::optional<std::string> ChooseFileToSave(const std::string&, const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-};
-
 void Redraw(benchmark::State& state, PlotClass& plot) {
-  NoPrompter prompter;
-  plot.CreateGraph({}, prompter);
+  RecordingPrompter prompter;
+  if (!plot.CreateGraph({}, prompter)) return state.SkipWithError("the plot cannot be created");
   constexpr int kPerMetre = 3780;  // 96 to the inch
   QImage picture(1600, 1000, QImage::Format_RGB32);
   picture.setDotsPerMeterX(kPerMetre);

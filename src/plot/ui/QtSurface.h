@@ -69,7 +69,7 @@ class QtSurface : public DrawingSurface {
 
   struct Shape {
     enum { kRectangle, kEllipse, kPolygon } Kind;
-    std::vector<DevicePoint> Points;  // of the first two two opposite corners
+    std::vector<DevicePoint> Points;  // of the first two kinds: opposite corners
     bool Outlined;                    // with the pen
     SurfaceBrush Fill;
     bool operator==(const Shape&) const = default;
