@@ -1,6 +1,5 @@
 #include "batch/ModelReport.h"
 
-#include <algorithm>
 #include <array>
 #include <ctime>
 
@@ -68,27 +67,6 @@ std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass&
       {"Adjusted_coefficient_of_multiple_determination_(Ra^2)", FormatNumber(model.R2Adjust, "0.0###")},
       {"Durbin-Watson_statistic", GeneralNumber(model.Durbin)},
   };
-}
-
-std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey) {
-  std::vector<ModelClass*> ranked;
-  for (const auto& model : models)
-    if (model->Solved) ranked.push_back(model.get());
-  const auto worse = [SortKey](const ModelClass& model) {
-    switch (SortKey) {
-      case 2:
-        return -model.R2;
-      case 3:
-        return -model.R2Adjust;
-      case 4:
-        return model.StdErr;
-      default:
-        return model.RSS;
-    }
-  };
-  std::stable_sort(ranked.begin(), ranked.end(),
-                   [&](const ModelClass* a, const ModelClass* b) { return worse(*a) < worse(*b); });
-  return ranked;
 }
 
 FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup) {

@@ -7,7 +7,7 @@
 
 #include "batch/MacroSetup.h"
 #include "core/SolveData.h"
-#include "engine/ModelCollection.h"
+#include "engine/ModelClass.h"
 
 namespace quorvex {
 
@@ -19,10 +19,6 @@ std::array<std::string, 2> HeaderLines(const MacroSetup& setup);
 
 // X, Y and, where the data are weighted, the standard deviation of point i (from 0).
 std::string InputRow(const SolveData& data, std::size_t i, const MacroSetup& setup);
-
-// The solved models by the macro's sort key: RSS and StdErr ascending, R^2 and Ra^2 descending, ties in the order of
-// the collection.
-std::vector<ModelClass*> RankModels(const ModelCollection& models, int SortKey);
 
 // A row per coefficient: value, standard error, half widths of the 68, 90, 95 and 99 percent limits.
 std::vector<std::string> CoefficientRows(const ModelClass& model, const MacroSetup& setup);

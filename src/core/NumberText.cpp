@@ -217,4 +217,12 @@ bool ContainsNoCase(std::string_view text, std::string_view part) {
                      [](char left, char right) { return LowerAscii(left) == LowerAscii(right); }) != text.end();
 }
 
+std::string FirstCharacters(std::string_view text, std::size_t count) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool continues = (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80;
+    if (!continues && count-- == 0) return std::string(text.substr(0, i));
+  }
+  return std::string(text);
+}
+
 }  // namespace quorvex

@@ -45,4 +45,7 @@ std::string ToLower(std::string_view text);
 bool EqualNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);
 
+// The first `count` characters, not bytes, of a UTF-8 text; the whole of a shorter one.
+std::string FirstCharacters(std::string_view text, std::size_t count);
+
 }  // namespace quorvex
