@@ -7,7 +7,7 @@
 
 #include "batch/MacroSetup.h"
 #include "core/SolveData.h"
-#include "engine/ModelClass.h"
+#include "engine/RankModels.h"
 
 namespace quorvex {
 

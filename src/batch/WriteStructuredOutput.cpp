@@ -5,7 +5,6 @@
 #include "batch/ModelReport.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
-#include "project/SolvedList.h"
 
 namespace quorvex {
 namespace {

@@ -7,7 +7,7 @@
 
 namespace quorvex {
 
-FitClearing::FitClearing(std::vector<Solution> list, std::vector<Solution> selected, int sortIndex,
+FitClearing::FitClearing(std::vector<SolvedItem> list, std::vector<SolvedItem> selected, int sortIndex,
                          char decimalSeparator)
     : list_(std::move(list)),
       selected_(std::move(selected)),
@@ -30,7 +30,7 @@ std::string FitClearing::WorstValue() const { return ValueAt(false); }
 
 // Interpolations stand behind the models.
 std::string FitClearing::ValueAt(bool best) const {
-  const auto models = std::find_if(list_.begin(), list_.end(), [](const Solution& s) { return s.Model == nullptr; });
+  const auto models = std::find_if(list_.begin(), list_.end(), [](const SolvedItem& s) { return s.Model == nullptr; });
   if (models == list_.begin()) return "";
   std::string text = GeneralNumber(SortKeyValue(*(best ? list_.begin() : models - 1)->Model, sortIndex_));
   std::replace(text.begin(), text.end(), '.', decimalSeparator_);
@@ -43,14 +43,14 @@ bool FitClearing::Accept(Prompter& user) const {
   return false;
 }
 
-std::vector<Solution> FitClearing::Chosen() const {
-  std::vector<Solution> chosen;
+std::vector<SolvedItem> FitClearing::Chosen() const {
+  std::vector<SolvedItem> chosen;
   std::copy_if(list_.begin(), list_.end(), std::back_inserter(chosen),
-               [this](const Solution& solution) { return IsChosen(solution); });
+               [this](const SolvedItem& solution) { return IsChosen(solution); });
   return chosen;
 }
 
-bool FitClearing::IsChosen(const Solution& solution) const {
+bool FitClearing::IsChosen(const SolvedItem& solution) const {
   const ModelClass* const model = solution.Model;
   switch (Option) {
     case ClearOption::Selected:

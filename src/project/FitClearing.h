@@ -14,7 +14,7 @@ enum class ClearOption { Selected, BeyondCutoff, NonLinear, Linear, All };
 class FitClearing {
  public:
   // The solved list as it is sorted, and what of it is selected.
-  FitClearing(std::vector<Solution> list, std::vector<Solution> selected, int sortIndex, char decimalSeparator);
+  FitClearing(std::vector<SolvedItem> list, std::vector<SolvedItem> selected, int sortIndex, char decimalSeparator);
 
   std::string CutoffCaption() const;  // "Clear Fits with RSS >", "Clear Fits with R^2 <", ...
   // The ends of the list by the key: their names, and their values, empty where no model is solved.
@@ -32,13 +32,13 @@ class FitClearing {
 
   // What the choice clears. Keys are compared with the cutoff by their magnitude; an interpolation has none, and is
   // neither linear nor nonlinear.
-  std::vector<Solution> Chosen() const;
+  std::vector<SolvedItem> Chosen() const;
 
  private:
-  bool IsChosen(const Solution& solution) const;
+  bool IsChosen(const SolvedItem& solution) const;
   std::string ValueAt(bool best) const;
 
-  std::vector<Solution> list_, selected_;
+  std::vector<SolvedItem> list_, selected_;
   int sortIndex_;
   char decimalSeparator_;
 };

@@ -86,8 +86,8 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
 }
 
 // None of them with estimates of its user's own.
-std::vector<Solution> ProjectSolver::ModelsThat(const std::function<bool(const ModelClass&)>& wanted) {
-  std::vector<Solution> models;
+std::vector<SolvedItem> ProjectSolver::ModelsThat(const std::function<bool(const ModelClass&)>& wanted) {
+  std::vector<SolvedItem> models;
   for (const auto& model : project_.Models) {
     if (!wanted(*model)) continue;
     model->SpecifyIC = false;
@@ -97,16 +97,16 @@ std::vector<Solution> ProjectSolver::ModelsThat(const std::function<bool(const M
 }
 
 std::optional<std::size_t> ProjectSolver::Run(const SolveData& data, const Request& request) {
-  const auto canBeSolved = [this](const Solution& one) {
-    return one.Curve != nullptr || CanBeSolved(*one.Model, project_.Sheet);
+  const auto canBeSolved = [this](const SolvedItem& one) {
+    return one.Interpolation != nullptr || CanBeSolved(*one.Model, project_.Sheet);
   };
   // Before the models are touched: the snapshot holds the solutions as they were made.
   if (std::ranges::any_of(request.Of, canBeSolved)) editor_.Edit.PushUndo(request.UndoLabel, {});
   for (const auto& model : project_.Models) model->Solve = false;
   for (InterpClass& curve : project_.Interpolations) curve.Solve = false;
-  for (const Solution& one : request.Of) {
-    if (one.Curve != nullptr) {
-      one.Curve->Solve = true;
+  for (const SolvedItem& one : request.Of) {
+    if (one.Interpolation != nullptr) {
+      one.Interpolation->Solve = true;
     } else {
       one.Model->Solve = true;
       one.Model->SolveType = request.SolveType;
@@ -119,23 +119,23 @@ std::optional<std::size_t> ProjectSolver::Run(const SolveData& data, const Reque
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
   project_.Limits = *limits_;
   if (outcome.Aborted || settings_.Integer("autoresults") == 0) return std::nullopt;
-  return FirstOf(Solutions(project_, settings_.Integer("sortindex")), outcome.Solved);
+  return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
 }
 
-bool ProjectSolver::ClearFits(const std::vector<Solution>& selected) {
+bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
   const int sortIndex = settings_.Integer("sortindex");
-  std::vector<Solution> list = Solutions(project_, sortIndex);
+  std::vector<SolvedItem> list = SolvedItems(project_, sortIndex);
   if (list.empty()) {
     user_.Refuse("There are no solutions to clear.");
     return false;
   }
   FitClearing clearing(std::move(list), selected, sortIndex, project_.Locale.DecimalSeparator);
   if (!windows_.ClearFits(clearing)) return false;
-  const std::vector<Solution> chosen = clearing.Chosen();
+  const std::vector<SolvedItem> chosen = clearing.Chosen();
   if (chosen.empty()) return false;
   editor_.Edit.PushUndo("&Undo Clear Fits", {});
-  for (const Solution& solution : chosen)
-    (solution.Model != nullptr ? solution.Model->Solved : solution.Curve->Solved) = false;
+  for (const SolvedItem& solution : chosen)
+    (solution.Model != nullptr ? solution.Model->Solved : solution.Interpolation->Solved) = false;
   return true;
 }
 

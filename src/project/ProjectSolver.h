@@ -45,7 +45,7 @@ class ProjectSolver {
   std::optional<std::size_t> SolveInterpolation();
 
   // Clears solutions, by the user's choice, which begins with the selected ones. False where nothing was cleared.
-  bool ClearFits(const std::vector<Solution>& selected);
+  bool ClearFits(const std::vector<SolvedItem>& selected);
 
   // The account of the last solve; empty before the first.
   const std::string& Log() const { return log_; }
@@ -57,14 +57,14 @@ class ProjectSolver {
   // What is to be solved, and how the solve is called for undo.
   struct Request {
     std::string UndoLabel;
-    std::vector<Solution> Of;
+    std::vector<SolvedItem> Of;
     int SolveType = 0;  // of the models
   };
 
   std::optional<SolveData> Gather();
   bool MayGoOn(std::size_t incompleteRows);
   std::optional<Request> SelectModels();
-  std::vector<Solution> ModelsThat(const std::function<bool(const ModelClass&)>& wanted);
+  std::vector<SolvedItem> ModelsThat(const std::function<bool(const ModelClass&)>& wanted);
   std::optional<std::size_t> Run(const SolveData& data, const Request& request);
 
   Project& project_;

@@ -23,8 +23,8 @@ void LogAbort(std::string& log);
 bool CanBeSolved(const ModelClass& model, const DataSheet& sheet);
 
 struct SolveOutcome {
-  std::size_t Asked = 0;         // objects to be solved
-  std::vector<Solution> Solved;  // those of them that are, in the order of the collections
+  std::size_t Asked = 0;           // objects to be solved
+  std::vector<SolvedItem> Solved;  // those of them that are, in the order of the collections
   bool Aborted = false;
 };
 

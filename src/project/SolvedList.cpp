@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "engine/RankModels.h"
+
 namespace quorvex {
 
 std::string SortKeyName(int sortIndex) {
@@ -34,26 +36,15 @@ bool LargestIsBest(int sortIndex) { return sortIndex == kSortByR2 || sortIndex =
 
 std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
 
-std::vector<ModelClass*> RankModels(const ModelCollection& models, int sortIndex) {
-  std::vector<ModelClass*> ranked;
-  for (const auto& model : models)
-    if (model->Solved) ranked.push_back(model.get());
-  std::stable_sort(ranked.begin(), ranked.end(), [sortIndex](const ModelClass* a, const ModelClass* b) {
-    if (LargestIsBest(sortIndex)) std::swap(a, b);
-    return SortKeyValue(*a, sortIndex) < SortKeyValue(*b, sortIndex);
-  });
-  return ranked;
-}
-
-std::vector<Solution> Solutions(Project& project, int sortIndex) {
-  std::vector<Solution> list;
+std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex) {
+  std::vector<SolvedItem> list;
   for (ModelClass* model : RankModels(project.Models, sortIndex)) list.push_back({model, nullptr});
   for (InterpClass& curve : project.Interpolations)
     if (curve.Solved) list.push_back({nullptr, &curve});
   return list;
 }
 
-std::optional<std::size_t> FirstOf(const std::vector<Solution>& list, const std::vector<Solution>& wanted) {
+std::optional<std::size_t> FirstOf(const std::vector<SolvedItem>& list, const std::vector<SolvedItem>& wanted) {
   const auto found = std::find_first_of(list.begin(), list.end(), wanted.begin(), wanted.end());
   if (found == list.end()) return std::nullopt;
   return static_cast<std::size_t>(found - list.begin());

@@ -19,22 +19,20 @@ bool LargestIsBest(int sortIndex);
 // The caption over the solved list.
 std::string SolutionsCaption(int sortIndex);
 
-// The solved models, the best first; ties in the order of the collection. One solved from many starts is one entry.
-std::vector<ModelClass*> RankModels(const ModelCollection& models, int sortIndex);
-
 // An entry of the solved list: a model, or an interpolation, which has no statistics.
-struct Solution {
+struct SolvedItem {
   ModelClass* Model = nullptr;
-  InterpClass* Curve = nullptr;
+  InterpClass* Interpolation = nullptr;
 
-  const std::string& id() const { return Model != nullptr ? Model->id : Curve->id; }
-  bool operator==(const Solution&) const = default;
+  const std::string& Name() const { return Model != nullptr ? Model->id : Interpolation->id; }
+  bool operator==(const SolvedItem&) const = default;
 };
 
-// The ranked models, then the solved interpolations in their own order.
-std::vector<Solution> Solutions(Project& project, int sortIndex);
+// The solved models, the best first, one solved from many starts being one entry; then the solved interpolations in
+// their own order.
+std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex);
 
 // The place in `list` of the first entry that is also one of `wanted`.
-std::optional<std::size_t> FirstOf(const std::vector<Solution>& list, const std::vector<Solution>& wanted);
+std::optional<std::size_t> FirstOf(const std::vector<SolvedItem>& list, const std::vector<SolvedItem>& wanted);
 
 }  // namespace quorvex

@@ -91,6 +91,7 @@ void parentfrm::StorePlace() {
   const auto units = [](int pixels) { return double{1} * pixels * kUnitsPerPixel; };
   SaveStartupSettings(session_.Preferences,
                       {units(place.x()), units(place.y()), units(place.height()), units(place.width())});
+  SaveSolveSettings(session_.Preferences);
 }
 
 void parentfrm::showEvent(QShowEvent* event) {

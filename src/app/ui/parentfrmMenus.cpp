@@ -125,6 +125,12 @@ QMenu* parentfrm::AddProjectMenu(const char* name, const QString& title, const s
     });
     menu->addAction(action);
     if (command.OnToolbar) toolbar_->addAction(action);
+    if (command.IsChecked != nullptr) {
+      action->setCheckable(true);
+      connect(menu, &QMenu::aboutToShow, action, [this, action, isChecked = command.IsChecked] {
+        if (const quorvexWindow* window = ActiveProject()) action->setChecked(isChecked(*window));
+      });
+    }
     projectActions_ << action;
   }
   return menu;
@@ -133,6 +139,7 @@ QMenu* parentfrm::AddProjectMenu(const char* name, const QString& title, const s
 void parentfrm::MakeProjectMenus() {
   QMenu* edit = AddProjectMenu("edit", "&Edit", EditMenu());
   AddProjectMenu("data", "&Data", DataMenu());
+  AddProjectMenu("solve", "&Solve", SolveMenu());
   connect(edit, &QMenu::aboutToShow, this, [this] {
     if (const quorvexWindow* window = ActiveProject()) findChild<QAction*>("mnuEditUndo")->setText(window->UndoText());
   });

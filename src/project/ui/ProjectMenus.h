@@ -13,13 +13,15 @@ class quorvexWindow;
 struct ProjectCommand {
   const char* Name = nullptr;  // of its action
   QString Text;
-  QKeySequence Keys;
+  QKeySequence Keys = {};
   void (*Run)(quorvexWindow& window) = nullptr;
   bool OnToolbar = false;
+  bool (*IsChecked)(const quorvexWindow& window) = nullptr;  // of an entry that shows a state
 };
 
 // The menus, from top to bottom.
 std::vector<ProjectCommand> EditMenu();
 std::vector<ProjectCommand> DataMenu();
+std::vector<ProjectCommand> SolveMenu();
 
 }  // namespace quorvex

@@ -4,12 +4,15 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "files/FileSave.h"
 #include "project/ui/SheetModel.h"
 #include "project/ui/SheetView.h"
+#include "project/ui/SolveLog.h"
+#include "project/ui/SolvedListPanel.h"
 
 namespace quorvex {
 namespace {
@@ -29,11 +32,14 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
       settings_(settings),
       user_(user),
       editor_(project_, settings, user_),
+      dialogs_(*this, user_),
+      solver_(project_, editor_, settings, user_, dialogs_),
       model_(new SheetModel(project_, editor_.Edit, this)),
       pages_(new QTabWidget(this)),
       DataGrid(new SheetView(this)),
       hint_(new QLabel(this)),
-      Notes(new QPlainTextEdit(this)) {
+      Notes(new QPlainTextEdit(this)),
+      solutions_(new SolvedListPanel(this)) {
   LayOut();
   DataGrid->SetSheet(model_);
   Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
@@ -41,6 +47,8 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
   connect(model_, &SheetModel::modelReset, this, &quorvexWindow::ShowState);
   connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
+  connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ResultsWanted);
+  connect(solutions_, &SolvedListPanel::SortChosen, this, &quorvexWindow::SortSolutions);
   ShowState();
 }
 
@@ -63,9 +71,17 @@ void quorvexWindow::LayOut() {
   pages_->setDocumentMode(true);
   pages_->addTab(sheet, "&Data");
   pages_->addTab(Notes, "N&otes");
+  // The sheet gets what the list of solutions does not need.
+  auto* sides = new QSplitter(this);
+  sides->setObjectName("sides");
+  sides->addWidget(pages_);
+  sides->addWidget(solutions_);
+  sides->setStretchFactor(0, 1);
+  sides->setStretchFactor(1, 0);
+  sides->setCollapsible(0, false);
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);
-  all->addWidget(pages_);
+  all->addWidget(sides);
   setFocusProxy(DataGrid);
 }
 
@@ -117,6 +133,44 @@ void quorvexWindow::EditUndo() {
 
 void quorvexWindow::Refresh() { model_->Reload(); }
 
+void quorvexWindow::SolveRegression() { Solve(&ProjectSolver::SolveRegression); }
+void quorvexWindow::SolveInterpolation() { Solve(&ProjectSolver::SolveInterpolation); }
+
+void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()) {
+  if (!DataGrid->CommitEntry()) return;
+  const std::optional<std::size_t> best = (solver_.*command)();
+  ShowState();
+  if (!best) return;
+  solutions_->SetCurrentRow(static_cast<int>(*best));
+  emit ResultsWanted(static_cast<int>(*best));
+}
+
+void quorvexWindow::ClearFits() {
+  if (!DataGrid->CommitEntry()) return;
+  const std::vector<SolvedItem> list = Solved();
+  std::vector<SolvedItem> selected;
+  for (const int row : solutions_->SelectedRows()) selected.push_back(list[static_cast<std::size_t>(row)]);
+  if (solver_.ClearFits(selected)) ShowState();
+}
+
+void quorvexWindow::ShowLog() {
+  if (solver_.Log().empty()) return user_.Inform("Nothing was solved since the project was opened.");
+  SolveLog(this, solver_.Log()).exec();
+}
+
+void quorvexWindow::ShowSelectedResults() {
+  const std::vector<int> selected = solutions_->SelectedRows();
+  if (selected.empty()) return user_.Inform("Nothing is solved yet.");
+  emit ResultsWanted(selected.front());
+}
+
+void quorvexWindow::SortSolutions(int sortIndex) {
+  settings_.SetNumber("sortindex", sortIndex);
+  Resort();
+}
+
+void quorvexWindow::Resort() { solutions_->Show(Solved(), SolutionsSortedBy(), project_.Locale.DecimalSeparator); }
+
 void quorvexWindow::NotesEdited() {
   project_.Notes = Notes->toPlainText().replace('\n', "\r\n").toStdString();
   project_.NotesChanged = true;
@@ -129,6 +183,7 @@ void quorvexWindow::ShowState() {
   hint_->setText("Type your measurements into the columns " + Listed(project_.Sheet.Headers) +
                  ", or open one of the examples of the Help menu.");
   hint_->setVisible(project_.Sheet.Cells.GridLastRow() == 0);
+  Resort();
   emit Changed();
   emit StatusChanged();
 }
