@@ -36,6 +36,6 @@ int main(int argc, char** argv) {
   if (arguments.contains("dark")) QApplication::setPalette(DarkPalette());
   Session session;
   const Shots shots{arguments[1], arguments[2], session};
-  for (const auto take : {TakeProgress, TakeFrame}) take(shots);
+  for (const auto take : {TakeProgress, TakeFrame, TakeSolve}) take(shots);
   return EXIT_SUCCESS;
 }

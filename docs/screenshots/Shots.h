@@ -22,5 +22,6 @@ struct Shots {
 
 void TakeFrame(const Shots& shots);
 void TakeProgress(const Shots& shots);
+void TakeSolve(const Shots& shots);
 
 }  // namespace quorvex

@@ -118,7 +118,7 @@ std::optional<std::size_t> ProjectSolver::Run(const SolveData& data, const Reque
   log_ = std::move(log);
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
   project_.Limits = *limits_;
-  if (outcome.Aborted || settings_.Integer("autoresults") == 0) return std::nullopt;
+  if (outcome.Aborted) return std::nullopt;
   return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
 }
 

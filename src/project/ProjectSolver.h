@@ -39,10 +39,13 @@ class ProjectSolver {
       : project_(project), editor_(editor), settings_(settings), user_(user), windows_(windows) {}
 
   // Solve models, chosen by the user or by the stored setup, or interpolations. Nothing is changed where a check on the
-  // data fails or the user cancels. Returns the place in the solved list of what is to be shown now, the best of the
-  // run; nothing where the user does not want that, or there is nothing to show.
+  // data fails or the user cancels. Returns the place in the solved list of the best of the run; nothing where the run
+  // solved nothing or was aborted.
   std::optional<std::size_t> SolveRegression();
   std::optional<std::size_t> SolveInterpolation();
+
+  // Whether the user wants to see the results of a solve at once.
+  bool ShowsResults() const { return settings_.Integer("autoresults") != 0; }
 
   // Clears solutions, by the user's choice, which begins with the selected ones. False where nothing was cleared.
   bool ClearFits(const std::vector<SolvedItem>& selected);

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <deque>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -55,23 +56,22 @@ class Dialogs {
  private:
   void Turn() {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr || dialog == last_ || !dialog->isVisible()) return;
-    last_ = dialog;
-    const auto forget = [this] { last_ = nullptr; };
-    QObject::connect(dialog, &QDialog::finished, &timer_, forget);
+    if (dialog == nullptr || met_.contains(dialog) || !dialog->isVisible()) return;
+    met_.insert(dialog);
+    QObject::connect(dialog, &QDialog::finished, &timer_, [this, dialog] { met_.erase(dialog); });
     if (answers_.empty()) {
       auto* box = qobject_cast<QMessageBox*>(dialog);
       ADD_FAILURE() << "Unexpected: " << (box ? box->text() : dialog->windowTitle()).toStdString();
       dialog->reject();
       return;
     }
-    const auto answer = std::move(answers_.front());
+    // Not from within this timer, which would rest while the answer opens further dialogs.
+    QTimer::singleShot(0, dialog, [dialog, answer = std::move(answers_.front())] { answer(*dialog); });
     answers_.pop_front();
-    answer(*dialog);
   }
 
   QTimer timer_;
-  QDialog* last_ = nullptr;
+  std::set<QDialog*> met_;
   std::deque<std::function<void(QDialog&)>> answers_;
 };
 

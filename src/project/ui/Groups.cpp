@@ -71,7 +71,7 @@ void Groups::LayOut() {
   const int character = fontMetrics().averageCharWidth();
   group_list->setMinimumWidth(group_list->sizeHintForColumn(0) + 5 * character);
   for (QListWidget* list : {group_list, available_list, member_list})
-    list->setMinimumHeight(14 * fontMetrics().height());
+    list->setMinimumHeight(18 * fontMetrics().height());
   for (QListWidget* list : {available_list, member_list}) list->setMinimumWidth(30 * character);
   auto* grid = new QGridLayout(this);
   grid->addWidget(label("&Groups to solve:", group_list), 0, 0);

@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -54,8 +55,6 @@ Regress::Regress(QWidget* parent, ModelPick& pick, Prompter& user, const Regress
   connect(enforce_override, &QCheckBox::toggled, this, &Regress::ShowModel);
   connect(specify_command, &QPushButton::clicked, this, &Regress::SpecifyEstimates);
   connect(add_command, &QPushButton::clicked, this, &Regress::EditUserModels);
-  connect(solve_command, &QPushButton::clicked, this, &Regress::Accept);
-  connect(cancel_command, &QPushButton::clicked, this, &QDialog::reject);
   ListModels();
   eq_list->setFocus();
 }
@@ -80,7 +79,7 @@ void Regress::LayOut() {
   };
   const int character = fontMetrics().averageCharWidth();
   eq_list->setAccessibleName("Model");
-  eq_list->setMinimumSize(36 * character, 16 * fontMetrics().height());
+  eq_list->setMinimumSize(44 * character, 16 * fontMetrics().height());
   definition_text->setReadOnly(true);
   definition_text->setAccessibleName("Definition");
   definition_text->setTabChangesFocus(true);
@@ -115,12 +114,16 @@ void Regress::LayOut() {
     part->setVisible(tools_.SpecifyEstimates != nullptr);
   add_command->setVisible(tools_.EditUserModels != nullptr);
 
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(add_command);
-  buttons->addStretch();
-  buttons->addWidget(solve_command);
-  buttons->addWidget(cancel_command);
-  rows->addLayout(buttons);
+  auto* buttons = new QDialogButtonBox(this);
+  buttons->addButton(solve_command, QDialogButtonBox::AcceptRole);
+  buttons->addButton(cancel_command, QDialogButtonBox::RejectRole);
+  connect(buttons, &QDialogButtonBox::accepted, this, &Regress::Accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* last = new QHBoxLayout;
+  last->addWidget(add_command);
+  last->addStretch();
+  last->addWidget(buttons);
+  rows->addLayout(last);
   solve_command->setDefault(true);
 }
 

@@ -39,7 +39,7 @@ void SolvedListModel::Show(const std::vector<SolvedItem>& items, int sortIndex, 
       rows_.push_back({"", name, ""});
       continue;
     }
-    std::string key = GeneralNumber(SortKeyValue(*item.Model, sortIndex), 10);
+    std::string key = GeneralNumber(SortKeyValue(*item.Model, sortIndex), 7);
     std::replace(key.begin(), key.end(), '.', decimalSeparator);
     rows_.push_back({QString::number(rows_.size() + 1), name, QString::fromStdString(key)});
   }
@@ -100,8 +100,8 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
   SolvedList->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
   SolvedList->horizontalHeader()->setHighlightSections(false);
   const int character = fontMetrics().horizontalAdvance('0');
-  SolvedList->setColumnWidth(0, fontMetrics().horizontalAdvance("Rank") + 3 * character);
-  SolvedList->setColumnWidth(2, fontMetrics().horizontalAdvance("-0.1234567891E-10") + 2 * character);
+  SolvedList->setColumnWidth(0, fontMetrics().horizontalAdvance("Rank") + 2 * character);
+  SolvedList->setColumnWidth(2, fontMetrics().horizontalAdvance("1.234567E+10") + 2 * character);
 
   cmbSortBy->setObjectName("cmbSortBy");
   cmbSortBy->setAccessibleName("Sort by");

@@ -71,13 +71,14 @@ void quorvexWindow::LayOut() {
   pages_->setDocumentMode(true);
   pages_->addTab(sheet, "&Data");
   pages_->addTab(Notes, "N&otes");
-  // The sheet gets what the list of solutions does not need.
+  // Three fifths for the sheet, at any size, until the user moves the border.
   auto* sides = new QSplitter(this);
   sides->setObjectName("sides");
   sides->addWidget(pages_);
   sides->addWidget(solutions_);
-  sides->setStretchFactor(0, 1);
-  sides->setStretchFactor(1, 0);
+  sides->setStretchFactor(0, 3);
+  sides->setStretchFactor(1, 2);
+  sides->setSizes({3000, 2000});
   sides->setCollapsible(0, false);
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);
@@ -142,7 +143,7 @@ void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()
   ShowState();
   if (!best) return;
   solutions_->SetCurrentRow(static_cast<int>(*best));
-  emit ResultsWanted(static_cast<int>(*best));
+  if (solver_.ShowsResults()) emit ResultsWanted(static_cast<int>(*best));
 }
 
 void quorvexWindow::ClearFits() {

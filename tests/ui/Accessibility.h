@@ -1,0 +1,101 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QComboBox>
+#include <QWidget>
+#include <algorithm>
+#include <set>
+#include <string>
+
+namespace quorvex {
+
+// Walks through a window as a screen reader may: every element that can be reached, those of hidden pages included, is
+// asked what can be asked of it. Reports what takes the focus or is read by its name, and has none.
+class AccessibilityWalk {
+ public:
+  explicit AccessibilityWalk(QWidget& window) { Visit(QAccessible::queryAccessibleInterface(&window), 0); }
+
+  // The names that were met.
+  std::set<std::string> Names;
+
+ private:
+  // Of the many cells of a table the first are met and the last one.
+  static constexpr int kMostChildren = 100;
+  static constexpr int kDeepest = 60;
+
+  void Visit(QAccessibleInterface* element, int depth) {
+    if (element == nullptr || !element->isValid()) return;
+    ASSERT_LT(depth, kDeepest) << "The elements go round in a circle.";
+    const std::string name = element->text(QAccessible::Name).toStdString();
+    if (!name.empty()) Names.insert(name);
+    for (const auto text : {QAccessible::Description, QAccessible::Value, QAccessible::Help, QAccessible::Accelerator})
+      element->text(text);
+    EXPECT_NE(element->role(), QAccessible::NoRole) << name;
+    if (!element->state().invisible) element->rect();
+    if (QAccessibleValueInterface* value = element->valueInterface()) value->currentValue();
+    if (QAccessibleTextInterface* text = element->textInterface()) text->text(0, text->characterCount());
+    if (QAccessibleActionInterface* action = element->actionInterface()) action->actionNames();
+    if (QAccessibleTableInterface* table = element->tableInterface()) Ask(*table);
+    EXPECT_FALSE(name.empty() && (TakesFocus(element) || IsRead(element))) << "Without a name: " << Told(element);
+
+    const int count = element->childCount();
+    for (int i = 0; i < std::min(count, kMostChildren); ++i) Visit(element->child(i), depth + 1);
+    if (count > kMostChildren) Visit(element->child(count - 1), depth + 1);
+  }
+
+  static void Ask(QAccessibleTableInterface& table) {
+    table.selectedCellCount();
+    for (const int row : {0, table.rowCount() - 1})
+      for (const int column : {0, table.columnCount() - 1})
+        if (row >= 0 && row < table.rowCount() && column >= 0 && column < table.columnCount()) {
+          QAccessibleInterface* cell = table.cellAt(row, column);
+          ASSERT_NE(cell, nullptr) << row << ' ' << column;
+          cell->text(QAccessible::Name);
+          cell->state();
+          table.rowDescription(row);
+          table.columnDescription(column);
+        }
+  }
+
+  // Whether the user can get there by Tab. What is within a combo or spin box goes by the name of the box, and what
+  // Qt builds for its own use bears a name of Qt's.
+  static bool TakesFocus(QAccessibleInterface* element) {
+    const auto* widget = qobject_cast<QWidget*>(element->object());
+    if (widget == nullptr || (widget->focusPolicy() & Qt::TabFocus) == 0 || widget->focusProxy() != nullptr)
+      return false;
+    for (const QWidget* box = widget->parentWidget(); box != nullptr; box = box->parentWidget())
+      if (qobject_cast<const QAbstractSpinBox*>(box) != nullptr || qobject_cast<const QComboBox*>(box) != nullptr)
+        return false;
+    return !widget->objectName().startsWith("qt_");
+  }
+
+  // Whether a screen reader reads it by its name alone.
+  static bool IsRead(QAccessibleInterface* element) {
+    switch (element->role()) {
+      case QAccessible::Button:
+      case QAccessible::ButtonMenu:
+      case QAccessible::MenuItem:
+      case QAccessible::PageTab:
+      case QAccessible::Table:
+      case QAccessible::ColumnHeader:
+      case QAccessible::StaticText:
+        return !element->state().invisible;
+      default:
+        return false;
+    }
+  }
+
+  // Enough to find the control: its class and object name, and those of what it stands in.
+  static std::string Told(QAccessibleInterface* element) {
+    std::string text;
+    for (const QObject* object = element->object(); object != nullptr; object = object->parent())
+      text += std::string(text.empty() ? "" : " in ") + object->metaObject()->className() + " '" +
+              object->objectName().toStdString() + '\'';
+    return text;
+  }
+};
+
+}  // namespace quorvex
