@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "core/Files.h"
 #include "core/NumberText.h"
+#include "engine/RankModels.h"
 #include "sheet/PointsNeeded.h"
 
 namespace quorvex {
@@ -137,6 +139,20 @@ bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
   for (const SolvedItem& solution : chosen)
     (solution.Model != nullptr ? solution.Model->Solved : solution.Interpolation->Solved) = false;
   return true;
+}
+
+bool ProjectSolver::SaveGroup() {
+  if (!user_.Ask("This operation will create or overwrite the user defined equation group file with the currently "
+                 "solved equations only. " +
+                 std::string(NL) + "Do you want to continue?"))
+    return false;
+  std::vector<std::string> ids;
+  for (const ModelClass* model : RankModels(project_.Models, settings_.Integer("sortindex"))) ids.push_back(model->id);
+  const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
+  const bool saved = store->Write(ids);
+  saved ? user_.Inform("Group file saved to '" + store->Path() + "'.")
+        : user_.Refuse("Error writing to '" + store->Path() + "'.");
+  return saved;
 }
 
 }  // namespace quorvex

@@ -50,6 +50,9 @@ class ProjectSolver {
   // Clears solutions, by the user's choice, which begins with the selected ones. False where nothing was cleared.
   bool ClearFits(const std::vector<SolvedItem>& selected);
 
+  // Makes the solved models, in the order of the list, the user-specified group. False where it was not written.
+  bool SaveGroup();
+
   // The account of the last solve; empty before the first.
   const std::string& Log() const { return log_; }
   // The limits of the last solve, and how many rows it left out; nothing before the first.

@@ -383,7 +383,7 @@ TEST(RunSolve, EndsWhereTheUserAbortsAndPausesOneModelAlone) {
 TEST(RunSolve, FindsTheBestOfTheRunInTheList) {
   SolvableProject p;
   p.SolveOne("a*x+b", 1);
-  p.Windows.Model = "my power";
+  p.SolveOne("my power");
   EXPECT_EQ(p.Solver.SolveRegression(), 1u);  // the line, which is better, was solved before
   EXPECT_TRUE(p.Solver.ShowsResults());
   p.Preferences.Set("autoresults", "0");
@@ -508,6 +508,29 @@ TEST(SolvedItems, KeepTiesInTheOrderOfTheCollection) {
       model->R2 = model->R2Adjust = 0.5;
     }
     EXPECT_EQ(p.SolvedNames(), "a*x+b, my line, my power, Cubic Spline") << sortIndex;
+  }
+}
+
+TEST(SaveGroup, WritesTheSolvedModelsInTheOrderOfTheList) {
+  const std::string kAsk =
+      "ask: This operation will create or overwrite the user defined equation group file with the currently solved "
+      "equations only. \r\nDo you want to continue?";
+  const struct {
+    bool answer, fails;
+    std::optional<Said> file;
+    Said said;
+  } kCases[] = {
+      {false, false, std::nullopt, {kAsk}},
+      {true, false, Said{"my line", "a*x+b", "my power"}, {kAsk, "inform: Group file saved to '/home/user1.grp'."}},
+      {true, true, std::nullopt, {kAsk, "refuse: Error writing to '/home/user1.grp'."}},
+  };
+  for (const auto& c : kCases) {
+    ClearableProject p;
+    p.User.Answer = c.answer;
+    p.Windows.GroupFileFails = c.fails;
+    EXPECT_EQ(p.Solver.SaveGroup(), c.file.has_value());
+    EXPECT_EQ(p.Windows.GroupFile, c.file);
+    EXPECT_EQ(p.User.Said, c.said);
   }
 }
 

@@ -72,7 +72,7 @@ void Groups::LayOut() {
   group_list->setMinimumWidth(group_list->sizeHintForColumn(0) + 5 * character);
   for (QListWidget* list : {group_list, available_list, member_list})
     list->setMinimumHeight(18 * fontMetrics().height());
-  for (QListWidget* list : {available_list, member_list}) list->setMinimumWidth(30 * character);
+  for (QListWidget* list : {available_list, member_list}) list->setMinimumWidth(38 * character);
   auto* grid = new QGridLayout(this);
   grid->addWidget(label("&Groups to solve:", group_list), 0, 0);
   grid->addWidget(group_list, 1, 0);

@@ -47,7 +47,7 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
   connect(model_, &SheetModel::modelReset, this, &quorvexWindow::ShowState);
   connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
-  connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ResultsWanted);
+  connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResults);
   connect(solutions_, &SolvedListPanel::SortChosen, this, &quorvexWindow::SortSolutions);
   ShowState();
 }
@@ -148,6 +148,7 @@ void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()
 
 void quorvexWindow::ClearFits() {
   if (!DataGrid->CommitEntry()) return;
+  Resort();
   const std::vector<SolvedItem> list = Solved();
   std::vector<SolvedItem> selected;
   for (const int row : solutions_->SelectedRows()) selected.push_back(list[static_cast<std::size_t>(row)]);
@@ -162,7 +163,12 @@ void quorvexWindow::ShowLog() {
 void quorvexWindow::ShowSelectedResults() {
   const std::vector<int> selected = solutions_->SelectedRows();
   if (selected.empty()) return user_.Inform("Nothing is solved yet.");
-  emit ResultsWanted(selected.front());
+  ShowResults(selected.front());
+}
+
+// The list on the screen may be older than a model that is gone.
+void quorvexWindow::ShowResults(int position) {
+  if (position < static_cast<int>(Solved().size())) emit ResultsWanted(position);
 }
 
 void quorvexWindow::SortSolutions(int sortIndex) {

@@ -63,6 +63,7 @@ class quorvexWindow : public QWidget {
   void ClearFits();
   void ShowLog();
   void ShowSelectedResults();
+  void SaveGroup() { solver_.SaveGroup(); }
   void SortSolutions(int sortIndex);
   int SolutionsSortedBy() const { return settings_.Integer("sortindex"); }
   void PromptForSetup(bool prompt) { settings_.SetFlag("promptforsetup", prompt); }
@@ -89,6 +90,7 @@ class quorvexWindow : public QWidget {
   void LayOut();
   void NotesEdited();
   void ShowState();
+  void ShowResults(int position);
   void Solve(std::optional<std::size_t> (ProjectSolver::*command)());
 
   Project project_;
