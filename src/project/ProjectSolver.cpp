@@ -15,7 +15,7 @@ std::string SolveLabel(const std::string& id) { return "&Undo Solve '" + FirstCh
 }  // namespace
 
 std::optional<std::size_t> ProjectSolver::SolveRegression() {
-  const std::optional<SolveData> data = Gather();
+  const std::optional<GatheredData> data = Gather();
   if (!data) return std::nullopt;
   const std::optional<Request> request = SelectModels();
   return request ? Run(*data, *request) : std::nullopt;
@@ -26,7 +26,7 @@ std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
     user_.Refuse("An interpolation needs data with one independent variable.");
     return std::nullopt;
   }
-  const std::optional<SolveData> data = Gather();
+  const std::optional<GatheredData> data = Gather();
   if (!data) return std::nullopt;
   const std::vector<InterpClass*> chosen = windows_.Interp(project_.Interpolations);
   if (chosen.empty()) return std::nullopt;
@@ -36,15 +36,14 @@ std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
 }
 
 // The complete rows of the sheet, where they are enough and the user does not mind the others.
-std::optional<SolveData> ProjectSolver::Gather() {
+std::optional<GatheredData> ProjectSolver::Gather() {
   Result<GatheredData> gathered = GatherData(project_.Sheet);
   if (!gathered) {
     user_.Refuse(gathered.error());
     return std::nullopt;
   }
   if (!EnoughPointsToSolve(gathered->Points.N(), user_) || !MayGoOn(gathered->IncompleteRows)) return std::nullopt;
-  missing_ = gathered->IncompleteRows;
-  return std::move(gathered->Points);
+  return std::move(*gathered);
 }
 
 bool ProjectSolver::MayGoOn(std::size_t incompleteRows) {
@@ -98,7 +97,7 @@ std::vector<SolvedItem> ProjectSolver::ModelsThat(const std::function<bool(const
   return models;
 }
 
-std::optional<std::size_t> ProjectSolver::Run(const SolveData& data, const Request& request) {
+std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Request& request) {
   const auto canBeSolved = [this](const SolvedItem& one) {
     return one.Interpolation != nullptr || CanBeSolved(*one.Model, project_.Sheet);
   };
@@ -115,11 +114,14 @@ std::optional<std::size_t> ProjectSolver::Run(const SolveData& data, const Reque
     }
   }
   std::string log;
-  const SolveOutcome outcome = RunSolve(project_, data, settings_, log, *windows_.OpenProgress(), user_);
+  running_ = true;
+  const SolveOutcome outcome = RunSolve(project_, data.Points, settings_, log, *windows_.OpenProgress(), user_);
+  running_ = false;
   if (outcome.Asked == 0) return std::nullopt;
   log_ = std::move(log);
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
   project_.Limits = *limits_;
+  missing_ = data.IncompleteRows;
   if (outcome.Aborted) return std::nullopt;
   return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
 }

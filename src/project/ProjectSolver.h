@@ -53,6 +53,8 @@ class ProjectSolver {
   // Makes the solved models, in the order of the list, the user-specified group. False where it was not written.
   bool SaveGroup();
 
+  // A run is going on: models are between one state and the next.
+  bool Running() const { return running_; }
   // The account of the last solve; empty before the first.
   const std::string& Log() const { return log_; }
   // The limits of the last solve, and how many rows it left out; nothing before the first.
@@ -67,11 +69,11 @@ class ProjectSolver {
     int SolveType = 0;  // of the models
   };
 
-  std::optional<SolveData> Gather();
+  std::optional<GatheredData> Gather();
   bool MayGoOn(std::size_t incompleteRows);
   std::optional<Request> SelectModels();
   std::vector<SolvedItem> ModelsThat(const std::function<bool(const ModelClass&)>& wanted);
-  std::optional<std::size_t> Run(const SolveData& data, const Request& request);
+  std::optional<std::size_t> Run(const GatheredData& data, const Request& request);
 
   Project& project_;
   ProjectEditor& editor_;
@@ -81,6 +83,7 @@ class ProjectSolver {
   std::string log_;
   std::optional<SolveLimits> limits_;
   std::size_t missing_ = 0;
+  bool running_ = false;
 };
 
 }  // namespace quorvex

@@ -359,10 +359,12 @@ TEST(RunSolve, EndsWhereTheUserAbortsAndPausesOneModelAlone) {
     pick.Members = {"my power", "my line", "gone"};
   };
   // In the third turn of the search for the second model.
-  p.Windows.AtTurn = [turns = 0](ScriptedProgress& form) mutable {
+  p.Windows.AtTurn = [&p, turns = 0](ScriptedProgress& form) mutable {
+    EXPECT_TRUE(p.Solver.Running());
     if (form.Said.back() == "1/2" && ++turns == 3) form.Aborted = true;
   };
   EXPECT_EQ(p.Solver.SolveRegression(), std::nullopt);
+  EXPECT_FALSE(p.Solver.Running());
   EXPECT_EQ(p.User.Last(), "inform: Solution Process Aborted.");
   EXPECT_EQ(p.SolvedNames(), "my line");  // what was solved before the abort stays
   const std::string& log = p.Solver.Log();
@@ -382,9 +384,15 @@ TEST(RunSolve, EndsWhereTheUserAbortsAndPausesOneModelAlone) {
 
 TEST(RunSolve, FindsTheBestOfTheRunInTheList) {
   SolvableProject p;
+  p.Document.Sheet.Cells.SetGridCellNumber(9, 1, 9);
+  p.Preferences.Set("maxiterations", "77");
+  EXPECT_FALSE(p.Solver.LimitsOfLastSolve());
   p.SolveOne("a*x+b", 1);
   p.SolveOne("my power");
   EXPECT_EQ(p.Solver.SolveRegression(), 1u);  // the line, which is better, was solved before
+  EXPECT_EQ(p.Solver.MissingPoints(), 1u);
+  EXPECT_EQ(p.Solver.LimitsOfLastSolve(), (SolveLimits{1e-10, 77, 10}));
+  EXPECT_EQ(p.Document.Limits, p.Solver.LimitsOfLastSolve());
   EXPECT_TRUE(p.Solver.ShowsResults());
   p.Preferences.Set("autoresults", "0");
   EXPECT_FALSE(p.Solver.ShowsResults());

@@ -132,7 +132,7 @@ void parentfrm::OfferRecovery() {
 void parentfrm::Autosave() {
   for (QMdiSubWindow* window : area_->subWindowList()) {
     auto* project = qobject_cast<quorvexWindow*>(window->widget());
-    if (project == nullptr || !window->property(kUnkept).toBool()) continue;
+    if (project == nullptr || project->Solver().Running() || !window->property(kUnkept).toBool()) continue;
     window->setProperty(kUnkept, false);
     const std::size_t number = window->property(kNumber).toULongLong();
     const Project& document = project->Document();
