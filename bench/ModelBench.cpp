@@ -11,6 +11,7 @@
 
 #include "Workloads.h"
 #include "engine/EqClass.h"
+#include "engine/SolveForm.h"
 #include "engine/mrqmin.h"
 #include "equation/ClosedForms.h"
 #include "equation/Elementary.h"
@@ -108,11 +109,12 @@ void NormalEquations(benchmark::State& state, const bench::FitCase& fit, int der
   Prepared prepared(fit);
   const std::size_t n = fit.Start.size();
   const std::vector<int> free(n, 1);
+  SolveForm form;
   for ([[maybe_unused]] auto pass : state) {
     std::vector<double> a = fit.Start;
     Matrix covar(n), alpha(n);
     double chisq = 0, alamda = -1;
-    LevenbergMarquardt kernel(prepared.Model, prepared.Data, derivativeMethod);
+    LevenbergMarquardt kernel(prepared.Model, prepared.Data, derivativeMethod, form);
     kernel.mrqmin(a, free, covar, alpha, chisq, alamda);
     benchmark::DoNotOptimize(chisq);
   }

@@ -27,5 +27,6 @@ void TakeImports(const Shots& shots);
 void TakeModels(const Shots& shots);
 void TakeProgress(const Shots& shots);
 void TakeSheet(const Shots& shots);
+void TakeSolve(const Shots& shots);
 
 }  // namespace quorvex

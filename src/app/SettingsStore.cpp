@@ -162,4 +162,11 @@ int SaveStartupSettings(Settings& settings, const FrameGeometry& frame) {
   return SaveSettings(settings, "startup", kKeys);
 }
 
+int SaveSolveSettings(const Settings& settings) {
+  constexpr std::string_view kKeys[] = {"lastselectedmodel", "sortindex"};
+  if (const int error = SaveSettings(settings, "startup", kKeys); error != 0) return error;
+  const std::vector<std::string> groups = settings.StoredKeys("groupsolve");
+  return SaveSettings(settings, "groupsolve", std::vector<std::string_view>(groups.begin(), groups.end()));
+}
+
 }  // namespace quorvex

@@ -1,18 +1,15 @@
 #include "batch/FitModels.h"
 
-#include "core/Files.h"
+#include "core/NumberText.h"
+#include "project/RunSolve.h"
 
 namespace quorvex {
 namespace {
 
-// A long name is cut for the label, which has one line: to 50 characters, not bytes.
+// A long name is cut for the label, which has one line.
 std::string Shortened(const std::string& text) {
-  int characters = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool continues = (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80;
-    if (!continues && ++characters > 50) return text.substr(0, i) + "...";
-  }
-  return text;
+  const std::string first = FirstCharacters(text, 50);
+  return first == text ? text : first + "...";
 }
 
 }  // namespace
@@ -34,18 +31,13 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     const std::string text = "Solving Model " + (model->cfgID.empty() ? model->id : model->cfgID);
     if (setup.UseDDE) form.DDEText(text);
     form.SetStatusLabel(Shortened(text));
-    model->Fit(data, settings, log, form);
-    // Each fit makes its table of the input; models of one run share the first one.
-    if (shared != nullptr && *shared == *model->CopyInputDataTo())
-      model->CopyInputDataFrom(shared);
-    else
-      shared = model->CopyInputDataTo();
+    FitSharingInput(*model, data, settings, log, form, shared);
     form.SetProgress(++done, 2 * count);
   }
   if (form.Aborted) {
     if (setup.UseDDE) form.DDEText("Solution process aborted by user.");
-    if (setup.ShowMessageBox) form.ShowMessageBox("Solution Process Aborted.");
-    log.append(NL).append("SOLUTION PROCESS ABORTED BY USER.").append(NL);
+    if (setup.ShowMessageBox) form.ShowMessageBox(kSolutionAborted);
+    LogAbort(log);
   }
   form.Show(false);
   return count > 0;

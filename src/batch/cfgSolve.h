@@ -3,13 +3,13 @@
 #include <string>
 #include <string_view>
 
-#include "engine/SolveForm.h"
+#include "project/SolveProgress.h"
 
 namespace quorvex {
 
 // The progress form of an unattended run, and the run's one outlet to whoever started it. A run without windows derives
 // the few members it needs.
-class cfgSolve : public SolveForm {
+class cfgSolve : public virtual SolveProgress {
  public:
   // Called once the macro is read and before the log is opened, when the macro asks for the progress form or message
   // boxes: a program without windows hands the run over here, and does not come back, or says in one sentence why the
@@ -20,11 +20,6 @@ class cfgSolve : public SolveForm {
   // a parent process reads the pipe while the run goes on.
   virtual void DDEText(std::string_view text);
 
-  virtual void Show(bool /*visible*/) {}
-  virtual void SetProgress(int /*done*/, int /*of*/) {}
-  virtual void SetStatusLabel(const std::string& /*text*/) {}
-  // The model about to be solved has so many parameters: the details show a label for each of the first 20.
-  virtual void SetParameterCount(int /*count*/) {}
   virtual void ShowMessageBox(const std::string& /*text*/) {}
 };
 

@@ -142,6 +142,13 @@ bool Settings::Has(std::string_view key, std::string_view section) const {
   return stored_.contains({ToLower(section), ToLower(key)});
 }
 
+std::vector<std::string> Settings::StoredKeys(std::string_view section) const {
+  std::vector<std::string> keys;
+  for (const auto& [place, text] : stored_)
+    if (place.first == ToLower(section)) keys.push_back(place.second);
+  return keys;
+}
+
 std::string Settings::Text(std::string_view key, std::string_view section) const {
   const SettingRow row = RowOf(section, key);
   const auto found = stored_.find({ToLower(section), ToLower(key)});

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quorvex {
 
@@ -35,6 +36,8 @@ struct Settings {
 
   // Whether a text is stored for the key.
   bool Has(std::string_view key, std::string_view section = "startup") const;
+  // The keys that have a text stored in a section, in lower case.
+  std::vector<std::string> StoredKeys(std::string_view section) const;
 
  private:
   void ReadField(std::string_view key);

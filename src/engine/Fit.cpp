@@ -85,9 +85,11 @@ bool ModelClass::FitNonlinear(const SolveData& data, const Settings& settings, s
                              : FitOneStart(data, settings, LogString, form);
   } catch (const NumericFault&) {
     Solved = false;
-    if (!ErrorMessage.empty()) Line(LogString, ErrorMessage);
-    Line(LogString, "Solution failed: Numerical Error");
-    ReportParameters(LogString);
+    if (!form.Aborted) {  // of which the caller tells
+      if (!ErrorMessage.empty()) Line(LogString, ErrorMessage);
+      Line(LogString, "Solution failed: Numerical Error");
+      ReportParameters(LogString);
+    }
   }
   DerivativeModels_.clear();
   if (!form.Aborted) form.ShowConverging(false);
@@ -130,7 +132,7 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
   Search search;
   search.covar = Matrix(a.size());
   Matrix alpha(a.size());
-  LevenbergMarquardt kernel(*this, data, settings.DerivativeMethod);
+  LevenbergMarquardt kernel(*this, data, settings.DerivativeMethod, form);
   double alamda = -1;
   ErrorMessage.clear();
   kernel.mrqmin(a, ia, search.covar, alpha, search.chisq, alamda);
@@ -191,6 +193,7 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
     try {
       search = FitOneSet(data, settings, a, ia, form);
     } catch (const NumericFault&) {
+      if (form.Aborted) return false;
       ++k;
       continue;
     }

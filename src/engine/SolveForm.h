@@ -10,13 +10,15 @@ class SolveForm {
  public:
   virtual ~SolveForm() = default;
 
-  // Raised by the form's buttons; a fit looks at them once per iteration.
+  // Raised by the form's buttons; a fit looks at them once per iteration, and at the first also within a long one.
   bool Aborted = false;
   bool Paused = false;
   bool ShowDetail = false;  // the labels of the parameters are wanted
 
   // Gives the event loop its turn, once per iteration.
   virtual void Yield() {}
+  // Called every few points, so that a form can yield within an iteration that takes long.
+  virtual void Pulse() {}
 
   // ConvergeLabel and cmdPause are shown, and cmdDetail enabled, while a nonlinear search runs.
   virtual void ShowConverging(bool /*running*/) {}

@@ -6,6 +6,7 @@
 
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
+#include "engine/SolveForm.h"
 #include "engine/gaussj.h"
 
 namespace quorvex {
@@ -17,9 +18,10 @@ bool AllFinite(std::span<const double> values) {
 
 }  // namespace
 
-LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod)
+LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form)
     : model_(model),
       data_(data),
+      form_(form),
       analytical_(!model.UserType || derivativeMethod == 0),
       ymod_(kBlock),
       dyda_(static_cast<std::size_t>(model.NumDependentVar()), std::vector<double>(kBlock)),
@@ -86,6 +88,8 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
   for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
 
   for (std::size_t first = 0; first < data_.N(); first += kBlock) {
+    form_.Pulse();
+    if (form_.Aborted) throw NumericFault();  // nobody asks for the result any more
     const std::size_t n = std::min(kBlock, data_.N() - first);
     if (!ComputeBlock(first, n)) return false;
     const double* const sig = data_.sig.data() + first;

@@ -9,6 +9,7 @@
 namespace quorvex {
 
 class ModelClass;
+class SolveForm;
 
 inline constexpr std::size_t kMostCoefficients = 100;
 
@@ -25,13 +26,14 @@ inline constexpr std::size_t kMostCoefficients = 100;
 class LevenbergMarquardt {
  public:
   // `derivativeMethod` 0 takes the model's `Derivative`, 1 its `NumericalDerivatives` (models that are not built in).
-  LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod);
+  LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
 
   // One step. `alamda` below 0 starts a search from `a`; exactly 0 ends it, leaving the covariance in `covar`.
   // A better trial goes into `a` and `chisq`; after any call `chisq` is the best value so far, so an equal value means
   // that the trial was rejected. `ia` is non-zero for free coefficients. `covar` and `alpha` have the order of `a`.
   // Throws NumericFault for a singular matrix, a failed derivative, overflow, a start where the model has no value, or
-  // more than 100 coefficients; the model's ErrorMessage then says why, or is empty.
+  // more than 100 coefficients; the model's ErrorMessage then says why, or is empty. Throws one, too, where the form is
+  // aborted on the way.
   void mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha, double& chisq,
               double& alamda);
 
@@ -43,6 +45,7 @@ class LevenbergMarquardt {
 
   ModelClass& model_;
   const SolveData& data_;
+  SolveForm& form_;
   const bool analytical_;  // as far as the model has it: Derivative decides
 
   std::size_t mfit_ = 0;

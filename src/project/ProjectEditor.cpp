@@ -104,7 +104,7 @@ void ProjectEditor::Push(const std::string& label, const CellRange& range) {
   UpdateUndoMenu(shown, action, range);
   project_.Changed = true;
   const auto extent = UndoExtentOf(label);
-  if (extent != UndoExtent::Formats && extent != UndoExtent::Headers) DropSolutions();
+  if (extent != UndoExtent::Formats && extent != UndoExtent::Headers && extent != UndoExtent::Models) DropSolutions();
 }
 
 void ProjectEditor::ShowNewest(const UndoOutcome& outcome) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/Files.h"
+#include "sheet/IncompleteRows.h"
 #include "sheet/PasteSpecial.h"
 
 namespace quorvex {
@@ -18,18 +19,6 @@ bool CopyTo(const SheetEdit& edit, Clipboard& clipboard, std::string_view comman
   const auto range = edit.OneRange(command);
   if (range) clipboard.SetText(ClipboardText(edit.Sheet.Cells, *range, edit.Locale, false));
   return range.has_value();
-}
-
-// Flags for rows that have some, but not all, of their X and Y.
-std::vector<bool> IncompleteRows(const DataSheet& sheet) {
-  std::vector<bool> incomplete(sheet.Cells.GridLastRow());
-  const std::size_t needed = sheet.IndependentVariables + 1;
-  for (std::size_t row = 1; row <= incomplete.size(); ++row) {
-    std::size_t filled = 0;
-    for (std::size_t col = 1; col <= needed; ++col) filled += GridCells::IsEmpty(sheet.Cells.Cell(row, col)) ? 0 : 1;
-    incomplete[row - 1] = filled > 0 && filled < needed;
-  }
-  return incomplete;
 }
 
 }  // namespace

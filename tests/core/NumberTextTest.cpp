@@ -167,5 +167,15 @@ TEST(TakeLine, KnowsAllThreeLineEnds) {
   EXPECT_EQ(lines, (std::vector<std::string_view>{"a", "b", "c", "", "", "last"}));
 }
 
+TEST(FirstCharacters, CutsCharactersAndNotBytes) {
+  const struct {
+    const char* text;
+    std::size_t count;
+    const char* first;
+  } kCases[] = {{"", 3, ""},         {"abc", 3, "abc"}, {"abcd", 3, "abc"}, {"Größe", 4, "Größ"},
+                {"Größe", 3, "Grö"}, {"€uro", 1, "€"},  {"abc", 0, ""}};
+  for (const auto& c : kCases) EXPECT_EQ(FirstCharacters(c.text, c.count), c.first) << c.text << c.count;
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -450,5 +450,32 @@ TEST(ModelClass, CopiesToAnIndependentTwin) {
   EXPECT_EQ(y, twin->Values(1) * 3 + twin->Values(2));
 }
 
+// A form that is aborted in the middle of an iteration.
+struct ImpatientForm : SolveForm {
+  int Pulses = 0, AbortAt;
+  explicit ImpatientForm(int abortAt) : AbortAt(abortAt) {}
+  void Pulse() override { Aborted |= ++Pulses == AbortAt; }
+};
+
+TEST(Fit, EndsWithinAnIterationWhereItIsAborted) {
+  std::vector<double> x(1000);
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = 0.01 * static_cast<double>(i);
+  const SolveData data = Sampled(x, [](double v) { return 3 * std::exp(-v) + std::sin(9 * v); });
+  // In the first pass and in later ones.
+  for (const int at : {1, 3, 6}) {
+    for (const bool sweep : {false, true}) {
+      Solving solving({"a*exp(-b*x)"});
+      solving.Model->SpecifyICComplete = true;
+      for (const int coefficient : {1, 2}) solving.Model->SetValue(coefficient, 0.5);
+      solving.Model->SetICRange({{0.5, 0.5, 1}, {0.5, 1.5, sweep ? 3 : 1}});
+      ImpatientForm form(at);
+      EXPECT_FALSE(solving.Model->Fit(data, Settings(), solving.Log, form));
+      EXPECT_FALSE(solving.Model->Solved);
+      EXPECT_EQ(form.Pulses, at);  // nothing was computed after that
+      EXPECT_TRUE(solving.Log.ends_with("Beginning non-linear iterations\r\n")) << solving.Log;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quorvex

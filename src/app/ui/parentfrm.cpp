@@ -95,6 +95,7 @@ void parentfrm::StorePlace() {
   const auto units = [](int pixels) { return double{1} * pixels * kUnitsPerPixel; };
   SaveStartupSettings(session_.Preferences,
                       {units(place.x()), units(place.y()), units(place.height()), units(place.width())});
+  SaveSolveSettings(session_.Preferences);
 }
 
 void parentfrm::showEvent(QShowEvent* event) {
@@ -136,7 +137,7 @@ void parentfrm::OfferRecovery() {
 void parentfrm::Autosave() {
   for (QMdiSubWindow* window : area_->subWindowList()) {
     auto* project = qobject_cast<quorvexWindow*>(window->widget());
-    if (project == nullptr || !window->property(kUnkept).toBool()) continue;
+    if (project == nullptr || project->Solver().Running() || !window->property(kUnkept).toBool()) continue;
     window->setProperty(kUnkept, false);
     const std::size_t number = window->property(kNumber).toULongLong();
     const Project& document = project->Document();

@@ -146,6 +146,12 @@ void parentfrm::AddProjectMenu(const char* name, const QString& title, const std
     menu->addAction(action);
     if (command.OnToolbar) toolbar_->addAction(action);
     if (command.OnSheet) sheetActions_ << action;
+    if (command.IsChecked != nullptr) {
+      action->setCheckable(true);
+      connect(menu, &QMenu::aboutToShow, action, [this, action, isChecked = command.IsChecked] {
+        if (const quorvexWindow* window = ActiveProject()) action->setChecked(isChecked(*window));
+      });
+    }
     projectActions_ << action;
   }
 }
@@ -155,6 +161,7 @@ void parentfrm::MakeProjectMenus() {
   AddProjectMenu("format", "F&ormat", FormatMenu());
   AddProjectMenu("data", "&Data", DataMenu());
   AddProjectMenu("models", "&Models", ModelMenu());
+  AddProjectMenu("solve", "&Solve", SolveMenu());
 }
 
 void parentfrm::MakeToolsMenu() {

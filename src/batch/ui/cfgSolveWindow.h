@@ -1,59 +1,17 @@
 #pragma once
 
-#include <QWidget>
-#include <array>
-
 #include "batch/cfgSolve.h"
-
-class QLabel;
-class QProgressBar;
-class QPushButton;
-class QScrollArea;
+#include "project/ui/ProgressWindow.h"
 
 namespace quorvex {
 
-// The progress form as a window. Its buttons work because a fit yields once per iteration; closing it by the title bar
-// is an abort. It only raises its flags: the run ends where the fit looks at them, and then hides the window.
-class cfgSolveWindow : public QWidget, public cfgSolve {
-  Q_OBJECT
-
+// The progress form of an unattended run as a window.
+class cfgSolveWindow : public ProgressWindow, public cfgSolve {
  public:
   cfgSolveWindow();
 
   std::string RequestWindows() override { return ""; }
-  void Show(bool visible) override { setVisible(visible); }
-  void Yield() override;
-  void ShowConverging(bool running) override;
-  void SetProgress(int done, int of) override;
-  void SetStatusLabel(const std::string& text) override;
-  void SetIterationLabel(const std::string& text) override;
-  void SetResidualLabel(const std::string& text) override;
-  void SetDeltaLabel(const std::string& text) override;
-  void SetParameterCount(int count) override;
-  void SetParameterLabel(int index, const std::string& text) override;
   void ShowMessageBox(const std::string& text) override;
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
-  void changeEvent(QEvent* event) override;
-
- private:
-  void LayOut();
-  void ToggleDetail();
-  void FitToFont();
-
-  QLabel* status_label;
-  QProgressBar* ProgressBar1;
-  QLabel* ConvergeLabel;
-  QLabel* IterationLabel;
-  QLabel* ResidualLabel;
-  QLabel* DeltaLabel;
-  QPushButton* cmdDetail;
-  QPushButton* cmdPause;
-  QPushButton* Abort_command;
-  QScrollArea* panel_;
-  std::array<QLabel*, kParameterLabels> lblParam;
-  int parameters_ = 0;  // labels in use
 };
 
 }  // namespace quorvex

@@ -13,10 +13,11 @@ class quorvexWindow;
 struct ProjectCommand {
   const char* Name = nullptr;  // of its action
   QString Text;
-  QKeySequence Keys;
+  QKeySequence Keys = {};
   void (*Run)(quorvexWindow& window) = nullptr;
   bool OnToolbar = false;
-  bool OnSheet = false;  // in the context menu of the sheet, too
+  bool OnSheet = false;                                      // in the context menu of the sheet, too
+  bool (*IsChecked)(const quorvexWindow& window) = nullptr;  // of an entry that shows a state
 };
 
 // The same command, in the context menu of the sheet, too.
@@ -30,5 +31,6 @@ std::vector<ProjectCommand> EditMenu();
 std::vector<ProjectCommand> FormatMenu();
 std::vector<ProjectCommand> DataMenu();
 std::vector<ProjectCommand> ModelMenu();
+std::vector<ProjectCommand> SolveMenu();
 
 }  // namespace quorvex

@@ -5,12 +5,15 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "files/FileSave.h"
 #include "project/ui/SheetModel.h"
 #include "project/ui/SheetView.h"
+#include "project/ui/SolveLog.h"
+#include "project/ui/SolvedListPanel.h"
 #include "sheet/ColumnLayout.h"
 
 namespace quorvex {
@@ -31,11 +34,14 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
       settings_(settings),
       user_(user),
       editor_(project_, settings, user_),
+      dialogs_(*this, user_),
+      solver_(project_, editor_, settings, user_, dialogs_),
       model_(new SheetModel(project_, editor_.Edit, this)),
       pages_(new QTabWidget(this)),
       DataGrid(new SheetView(this)),
       hint_(new QLabel(this)),
-      Notes(new QPlainTextEdit(this)) {
+      Notes(new QPlainTextEdit(this)),
+      solutions_(new SolvedListPanel(this)) {
   LayOut();
   DataGrid->SetSheet(model_);
   Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
@@ -45,6 +51,8 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
   connect(DataGrid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, &quorvexWindow::EditHeader);
   connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
+  connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResults);
+  connect(solutions_, &SolvedListPanel::SortChosen, this, &quorvexWindow::SortSolutions);
   ShowState();
 }
 
@@ -67,9 +75,18 @@ void quorvexWindow::LayOut() {
   pages_->setDocumentMode(true);
   pages_->addTab(sheet, "&Data");
   pages_->addTab(Notes, "N&otes");
+  // Three fifths for the sheet, at any size, until the user moves the border.
+  auto* sides = new QSplitter(this);
+  sides->setObjectName("sides");
+  sides->addWidget(pages_);
+  sides->addWidget(solutions_);
+  sides->setStretchFactor(0, 3);
+  sides->setStretchFactor(1, 2);
+  sides->setSizes({3000, 2000});
+  sides->setCollapsible(0, false);
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);
-  all->addWidget(pages_);
+  all->addWidget(sides);
   setFocusProxy(DataGrid);
 }
 
@@ -141,6 +158,50 @@ void quorvexWindow::GoTo(const CellPlace& place) {
 
 void quorvexWindow::Refresh() { model_->Reload(); }
 
+void quorvexWindow::SolveRegression() { Solve(&ProjectSolver::SolveRegression); }
+void quorvexWindow::SolveInterpolation() { Solve(&ProjectSolver::SolveInterpolation); }
+
+void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()) {
+  if (!DataGrid->CommitEntry()) return;
+  const std::optional<std::size_t> best = (solver_.*command)();
+  ShowState();
+  if (!best) return;
+  solutions_->SetCurrentRow(static_cast<int>(*best));
+  if (solver_.ShowsResults()) emit ResultsWanted(static_cast<int>(*best));
+}
+
+void quorvexWindow::ClearFits() {
+  if (!DataGrid->CommitEntry()) return;
+  Resort();
+  const std::vector<SolvedItem> list = Solved();
+  std::vector<SolvedItem> selected;
+  for (const int row : solutions_->SelectedRows()) selected.push_back(list[static_cast<std::size_t>(row)]);
+  if (solver_.ClearFits(selected)) ShowState();
+}
+
+void quorvexWindow::ShowLog() {
+  if (solver_.Log().empty()) return user_.Inform("Nothing was solved since the project was opened.");
+  SolveLog(this, solver_.Log()).exec();
+}
+
+void quorvexWindow::ShowSelectedResults() {
+  const std::vector<int> selected = solutions_->SelectedRows();
+  if (selected.empty()) return user_.Inform("Nothing is solved yet.");
+  ShowResults(selected.front());
+}
+
+// The list on the screen may be older than a model that is gone.
+void quorvexWindow::ShowResults(int position) {
+  if (position < static_cast<int>(Solved().size())) emit ResultsWanted(position);
+}
+
+void quorvexWindow::SortSolutions(int sortIndex) {
+  settings_.SetNumber("sortindex", sortIndex);
+  Resort();
+}
+
+void quorvexWindow::Resort() { solutions_->Show(Solved(), SolutionsSortedBy(), project_.Locale.DecimalSeparator); }
+
 void quorvexWindow::NotesEdited() {
   project_.Notes = Notes->toPlainText().replace('\n', "\r\n").toStdString();
   project_.NotesChanged = true;
@@ -153,6 +214,7 @@ void quorvexWindow::ShowState() {
   hint_->setText("Type your measurements into the columns " + Listed(project_.Sheet.Headers) +
                  ", or open one of the examples of the Help menu.");
   hint_->setVisible(project_.Sheet.Cells.GridLastRow() == 0);
+  Resort();
   emit Changed();
   emit StatusChanged();
 }

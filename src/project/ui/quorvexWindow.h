@@ -2,11 +2,15 @@
 
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "core/Prompter.h"
 #include "project/Project.h"
 #include "project/ProjectEditor.h"
+#include "project/ProjectSolver.h"
+#include "project/ui/SolveDialogs.h"
 #include "sheet/FindCell.h"
 
 class QLabel;
@@ -17,11 +21,12 @@ namespace quorvex {
 
 class SheetModel;
 class SheetView;
+class SolvedListPanel;
 
 // A command on the sheet, which returns whether it changed it.
 using SheetCommand = std::function<bool(const SheetEdit& edit)>;
 
-// The window of one project: its data sheet and its notes.
+// The window of one project: its data sheet, its notes and its solutions.
 class quorvexWindow : public QWidget {
   Q_OBJECT
 
@@ -57,12 +62,34 @@ class quorvexWindow : public QWidget {
   void EditHeader(int column);
   void GoTo(const CellPlace& place);
 
-  // Shows a project that something other than typing has changed.
+  // Shows a project that something other than typing has changed, its solutions included.
   void Refresh();
 
+  // The commands of the Solve menu.
+  void SolveRegression();
+  void SolveInterpolation();
+  void ClearFits();
+  void ShowLog();
+  void ShowSelectedResults();
+  void SaveGroup() { solver_.SaveGroup(); }
+  void SortSolutions(int sortIndex);
+  int SolutionsSortedBy() const { return settings_.Integer("sortindex"); }
+  void PromptForSetup(bool prompt) { settings_.SetFlag("promptforsetup", prompt); }
+  bool PromptsForSetup() const { return settings_.Flag("promptforsetup"); }
+
+  // The solved list as it is shown, sorted anew by the key in force.
+  std::vector<SolvedItem> Solved() { return SolvedItems(project_, SolutionsSortedBy()); }
+  void Resort();
+  // What the last solve left behind: its log, its limits, the rows it left out.
+  const ProjectSolver& Solver() const { return solver_; }
+
+  // What the setup of a single model opens and this floor does not know.
+  RegressTools& Tools() { return dialogs_.Tools; }
+
  signals:
-  void Changed();        // the project, or whether it is saved
-  void StatusChanged();  // the text of the status bar
+  void ResultsWanted(int position);  // in the solved list, from 0
+  void Changed();                    // the project, or whether it is saved
+  void StatusChanged();              // the text of the status bar
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -71,16 +98,21 @@ class quorvexWindow : public QWidget {
   void LayOut();
   void NotesEdited();
   void ShowState();
+  void ShowResults(int position);
+  void Solve(std::optional<std::size_t> (ProjectSolver::*command)());
 
   Project project_;
   Settings& settings_;
   Prompter& user_;
   ProjectEditor editor_;
+  SolveDialogs dialogs_;
+  ProjectSolver solver_;
   SheetModel* model_;
   QTabWidget* pages_;
   SheetView* DataGrid;
   QLabel* hint_;
   QPlainTextEdit* Notes;
+  SolvedListPanel* solutions_;
 };
 
 }  // namespace quorvex

@@ -1,0 +1,109 @@
+#include <QAction>
+#include <QDialog>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <deque>
+#include <functional>
+
+#include "Shots.h"
+#include "app/ui/parentfrm.h"
+#include "project/ui/quorvexWindow.h"
+
+namespace quorvex {
+namespace {
+
+using Step = std::function<void(QDialog& dialog)>;
+
+// Does one thing after the other in the dialogs that a command opens, as each gets its turn.
+class Script {
+ public:
+  explicit Script(std::deque<Step> steps) : steps_(std::move(steps)) {
+    QObject::connect(&timer_, &QTimer::timeout, [this] { Turn(); });
+    timer_.start(20);
+  }
+
+ private:
+  void Turn() {
+    auto* const window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (window == nullptr || window == busy_ || steps_.empty()) return;
+    busy_ = window;
+    const auto step = std::move(steps_.front());
+    steps_.pop_front();
+    step(*window);
+    busy_ = nullptr;
+  }
+
+  QTimer timer_;
+  QDialog* busy_ = nullptr;
+  std::deque<Step> steps_;
+};
+
+void Press(QDialog& window, const char* button) { window.findChild<QPushButton*>(button)->click(); }
+void Check(QDialog& window, const char* option) { window.findChild<QRadioButton*>(option)->setChecked(true); }
+void Accept(QDialog& window) { window.accept(); }
+void Reject(QDialog& window) { window.reject(); }
+
+}  // namespace
+
+// The dialogs of a solve in the order in which their user meets them, and the solutions they lead to.
+void TakeSolve(const Shots& shots) {
+  shots.Run.Preferences.Set("screenwidth", "13500");
+  shots.Run.Preferences.Set("screenheight", "8000");
+  shots.Run.Preferences.Set("autoresults", "0");
+  parentfrm frame(shots.Run, "", "");
+  frame.show();
+  frame.findChild<QMenu*>("examples")->actions()[1]->trigger();
+  const auto command = [&](const char* action, std::deque<Step> steps) {
+    const Script script(std::move(steps));
+    frame.findChild<QAction*>(action)->trigger();
+  };
+  quorvexWindow& window = *frame.ActiveProject();
+  window.Tools() = {[](QWidget*) {}, [](QWidget*, ModelClass&) {}};
+  const auto take = [&](const char* name) { return [&shots, name](QDialog& dialog) { shots.Take(dialog, name); }; };
+
+  command("mnuSolveRegression", {[&](QDialog& dialog) {
+                                   take("solve-setup")(dialog);
+                                   Accept(dialog);
+                                 },
+                                 [&](QDialog& dialog) {
+                                   dialog.findChild<QListWidget*>("eq_list")->setCurrentRow(3);
+                                   take("solve-model")(dialog);
+                                   Press(dialog, "solve_command");
+                                 },
+                                 Accept});
+  command("mnuSolveRegression", {[&](QDialog& dialog) {
+                                   Check(dialog, "optGroups");
+                                   Accept(dialog);
+                                 },
+                                 [&](QDialog& dialog) {
+                                   auto* groups = dialog.findChild<QListWidget*>("group_list");
+                                   for (const int row : {0, 5}) groups->item(row)->setCheckState(Qt::Checked);
+                                   for (int i = 0; i < 3; ++i) Press(dialog, "add_command");
+                                   take("solve-groups")(dialog);
+                                   Reject(dialog);
+                                 }});
+  command("mnuSolveRegression", {[&](QDialog& dialog) {
+                                   Check(dialog, "optAll");
+                                   Accept(dialog);
+                                 },
+                                 Accept});
+  shots.Take(frame, "solve-list");
+  command("mnuSolveInterpolation", {[&](QDialog& dialog) {
+                                      take("solve-interpolation")(dialog);
+                                      Press(dialog, "solve_command");
+                                    },
+                                    Accept});
+  command("mnuSolveClear", {[&](QDialog& dialog) {
+            take("solve-clear")(dialog);
+            Reject(dialog);
+          }});
+  command("mnuSolveLog", {[&](QDialog& dialog) {
+            take("solve-log")(dialog);
+            Reject(dialog);
+          }});
+}
+
+}  // namespace quorvex

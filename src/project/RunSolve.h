@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "core/Settings.h"
+#include "project/SolveProgress.h"
+#include "project/SolvedList.h"
+
+namespace quorvex {
+
+// Fits `model`. Each fit makes its own table of the input; models of one run that have equal ones share the first,
+// which `shared` holds from then on.
+void FitSharingInput(ModelClass& model, const SolveData& data, const Settings& settings, std::string& log,
+                     SolveForm& form, std::shared_ptr<const InputPoints>& shared);
+
+inline constexpr const char* kSolutionAborted = "Solution Process Aborted.";
+void LogAbort(std::string& log);
+
+// Whether a model can be solved on the sheet: it has as many independent variables.
+bool CanBeSolved(const ModelClass& model, const DataSheet& sheet);
+
+struct SolveOutcome {
+  std::size_t Asked = 0;           // objects to be solved
+  std::vector<SolvedItem> Solved;  // those of them that are, in the order of the collections
+  bool Aborted = false;
+};
+
+// Solves the models that can be solved, and the interpolations, whose `Solve` is set, behind the progress window, in
+// the order of the collections, and tells the user how it went; refused where there are none. `log` grows by an account
+// of each fit. After the run nothing is asked for any more, and initial estimates that a user gave are used up.
+SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& settings, std::string& log,
+                      SolveProgress& form, Prompter& user);
+
+}  // namespace quorvex

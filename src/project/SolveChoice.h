@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/Settings.h"
+
+namespace quorvex {
+
+// Which models a solve takes, by the numbers that settings store.
+enum class ModelSelection : int { SingleModel = 0, Groups = 1, AllModels = 2, LastSolvedModels = 3 };
+
+// The setup of a solve.
+struct SolveChoice {
+  int SolveType = 0;  // 0 nonlinear, 1 linear
+  ModelSelection Models = ModelSelection::SingleModel;
+  bool UseAsDefault = false;  // from now on, without being asked
+
+  bool operator==(const SolveChoice&) const = default;
+};
+
+// The choice that the user has stored; what is stored but out of range counts as the first of its kind.
+SolveChoice StoredSolveChoice(const Settings& settings);
+
+// Stores a choice that is to be the default, after which the user is not asked any more.
+void StoreSolveChoice(Settings& settings, const SolveChoice& choice);
+
+}  // namespace quorvex

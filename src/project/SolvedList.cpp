@@ -1,0 +1,53 @@
+#include "project/SolvedList.h"
+
+#include <algorithm>
+
+#include "engine/RankModels.h"
+
+namespace quorvex {
+
+std::string SortKeyName(int sortIndex) {
+  switch (sortIndex) {
+    case kSortByR2:
+      return "R^2";
+    case kSortByR2Adjust:
+      return "Ra^2";
+    case kSortByStdErr:
+      return "StdErr";
+    default:
+      return "RSS";
+  }
+}
+
+double SortKeyValue(const ModelClass& model, int sortIndex) {
+  switch (sortIndex) {
+    case kSortByR2:
+      return model.R2;
+    case kSortByR2Adjust:
+      return model.R2Adjust;
+    case kSortByStdErr:
+      return model.StdErr;
+    default:
+      return model.RSS;
+  }
+}
+
+bool LargestIsBest(int sortIndex) { return sortIndex == kSortByR2 || sortIndex == kSortByR2Adjust; }
+
+std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
+
+std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex) {
+  std::vector<SolvedItem> list;
+  for (ModelClass* model : RankModels(project.Models, sortIndex)) list.push_back({model, nullptr});
+  for (InterpClass& curve : project.Interpolations)
+    if (curve.Solved) list.push_back({nullptr, &curve});
+  return list;
+}
+
+std::optional<std::size_t> FirstOf(const std::vector<SolvedItem>& list, const std::vector<SolvedItem>& wanted) {
+  const auto found = std::find_first_of(list.begin(), list.end(), wanted.begin(), wanted.end());
+  if (found == list.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - list.begin());
+}
+
+}  // namespace quorvex

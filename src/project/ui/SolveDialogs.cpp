@@ -1,0 +1,60 @@
+#include "project/ui/SolveDialogs.h"
+
+#include <QDir>
+
+#include "files/GroupFile.h"
+#include "project/ui/ClearFits.h"
+#include "project/ui/Groups.h"
+#include "project/ui/Interp.h"
+#include "project/ui/Solve.h"
+#include "project/ui/SolveSetup.h"
+
+namespace quorvex {
+namespace {
+
+// The group file in the working directory.
+class GroupFileStore : public GroupStore {
+ public:
+  explicit GroupFileStore(std::size_t numIV) : numIV_(numIV) {}
+
+  std::string Path() const override {
+    return QDir::current().filePath(QString::fromStdString(GroupFileName(numIV_))).toStdString();
+  }
+  std::optional<std::vector<std::string>> Read() const override { return ReadGroupFile(numIV_); }
+  bool Write(const std::vector<std::string>& ids) override { return WriteGroupFile(ids, numIV_) == 0; }
+
+ private:
+  std::size_t numIV_;
+};
+
+}  // namespace
+
+bool SolveDialogs::SolveSetup(SolveChoice& choice) {
+  quorvex::SolveSetup dialog(&over_, choice);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  choice = dialog.Choice();
+  return true;
+}
+
+bool SolveDialogs::Regress(ModelPick& pick) {
+  return quorvex::Regress(&over_, pick, user_, Tools).exec() == QDialog::Accepted;
+}
+
+bool SolveDialogs::Groups(GroupPick& pick) { return quorvex::Groups(&over_, pick, user_).exec() == QDialog::Accepted; }
+
+std::vector<InterpClass*> SolveDialogs::Interp(std::vector<InterpClass>& curves) {
+  quorvex::Interp dialog(&over_, curves);
+  return dialog.exec() == QDialog::Accepted ? dialog.Chosen() : std::vector<InterpClass*>();
+}
+
+bool SolveDialogs::ClearFits(FitClearing& clearing) {
+  return quorvex::ClearFits(&over_, clearing, user_).exec() == QDialog::Accepted;
+}
+
+std::unique_ptr<SolveProgress> SolveDialogs::OpenProgress() { return std::make_unique<Solve>(over_.window()); }
+
+std::unique_ptr<GroupStore> SolveDialogs::OpenGroupStore(std::size_t independentVariables) {
+  return std::make_unique<GroupFileStore>(independentVariables);
+}
+
+}  // namespace quorvex

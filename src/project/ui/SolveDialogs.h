@@ -1,0 +1,29 @@
+#pragma once
+
+#include "project/ProjectSolver.h"
+#include "project/ui/Regress.h"
+
+namespace quorvex {
+
+// The dialogs of a solve over the window of its project.
+class SolveDialogs : public SolveWindows {
+ public:
+  // Both outlive the dialogs.
+  SolveDialogs(QWidget& over, Prompter& user) : over_(over), user_(user) {}
+
+  RegressTools Tools;  // as far as somebody has set them
+
+  bool SolveSetup(SolveChoice& choice) override;
+  bool Regress(ModelPick& pick) override;
+  bool Groups(GroupPick& pick) override;
+  std::vector<InterpClass*> Interp(std::vector<InterpClass>& curves) override;
+  bool ClearFits(FitClearing& clearing) override;
+  std::unique_ptr<SolveProgress> OpenProgress() override;
+  std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) override;
+
+ private:
+  QWidget& over_;
+  Prompter& user_;
+};
+
+}  // namespace quorvex

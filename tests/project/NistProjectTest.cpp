@@ -1,0 +1,64 @@
+// The nonlinear reference sets of NIST's StRD, each opened as a project and solved as its user would.
+
+#include <gtest/gtest.h>
+
+#include "NistSets.h"
+#include "SolvableProject.h"
+#include "TemporaryFolder.h"
+#include "core/NumberText.h"
+#include "files/ProjectFile.h"
+#include "sheet/SpreadsheetImport.h"
+
+namespace quorvex {
+namespace {
+
+// From the start nearer to the solution. The digits are those that a plain Levenberg-Marquardt run reaches, as the
+// index of the sets has them, less the margin of another order of the sums.
+TEST(NistProjects, ReachTheCertifiedSolutionAndKeepItInTheFile) {
+  const std::vector<NistSet> sets = NistSets("nonlinear");
+  ASSERT_EQ(sets.size(), 13u);
+  for (const NistSet& row : sets) {
+    SCOPED_TRACE(row.at("name"));
+    TemporaryFolder folder;
+    const std::string file = folder.Path("set.qvx");
+    {
+      SolvableProject made(std::stoul(row.at("n_indep")));
+      made.Document.Sheet.Cells.GridClearRange({1, 1, 8, 2});
+      auto import = OpenImport(QUORVEX_TEST_DATA "/nist/" + row.at("file"), made.Document.Sheet, LocaleText());
+      ASSERT_TRUE(import && (*import)->Preview());
+      (*import)->Columns.AssignInOrder();
+      ASSERT_EQ((*import)->Finish(made.Editor.Edit), ImportOutcome::Imported);
+      ModelClass& model = made.AddUserModel(row.at("name"), row.at("model"));
+      const std::vector<double> start = Numbers(row.at("start2"));
+      for (int i = 1; i <= model.NumDependentVar(); ++i)
+        model.SetRuleConstant(i, ShortestNumber(start[static_cast<std::size_t>(i - 1)]));
+      ASSERT_EQ(WriteProject(made.Document, file), 0);
+    }
+    Result<Project> opened = ReadProject(file, LocaleText());
+    ASSERT_TRUE(opened) << opened.error();
+    SolvableProject p(std::stoul(row.at("n_indep")));
+    p.Document = std::move(*opened);
+    if (row.at("lm_start2").starts_with("slow")) p.Preferences.Set("maxiterations", "10000");
+    p.SolveOne(row.at("name"));
+    EXPECT_EQ(p.User.Said, std::vector<std::string>{"inform: Solution was successful."}) << p.Solver.Log();
+    ASSERT_EQ(WriteProject(p.Document, file), 0);
+
+    Result<Project> reopened = ReadProject(file, LocaleText());
+    ASSERT_TRUE(reopened) << reopened.error();
+    const std::vector<SolvedItem> solved = SolvedItems(*reopened, kSortByRSS);
+    ASSERT_EQ(solved.size(), 1u);
+    const ModelClass& model = *solved[0].Model;
+    EXPECT_EQ(model.id, row.at("name"));
+    const std::vector<double> values = Numbers(row.at("certified")), errors = Numbers(row.at("certified_sd"));
+    const double expected = std::stod(Split(row.at("lm_start2"), ' ')[2]) - 1.5;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      const int coefficient = static_cast<int>(i) + 1;
+      EXPECT_GE(CorrectDigits(model.Values(coefficient), values[i], 11), expected) << coefficient;
+      EXPECT_GE(CorrectDigits(model.StandardError(coefficient), errors[i], 11), 5) << coefficient;
+    }
+    EXPECT_GE(CorrectDigits(model.RSS, std::stod(row.at("certified_rss")), 11), 5);
+  }
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,536 @@
+// The solve of a project by its menu, dialogs, progress window and solved list, used as a user does.
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTableView>
+#include <algorithm>
+#include <cmath>
+
+#include "Accessibility.h"
+#include "Frame.h"
+#include "Mnemonics.h"
+#include "engine/UserModel.h"
+#include "project/ui/ProgressWindow.h"
+
+namespace quorvex {
+namespace {
+
+void Click(QWidget& window, const char* button) {
+  auto* found = window.findChild<QAbstractButton*>(button);
+  ASSERT_NE(found, nullptr) << button;
+  // Of a wide option only the mark and the text take the click.
+  QTest::mouseClick(found, Qt::LeftButton, {}, {std::min(found->width() / 2, 12), found->height() / 2});
+}
+
+void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
+  QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+}
+
+QListWidget& List(QWidget& window, const char* name) { return *window.findChild<QListWidget*>(name); }
+
+QStringList Rows(const QListWidget& list) {
+  QStringList rows;
+  for (int i = 0; i < list.count(); ++i) rows << list.item(i)->text();
+  return rows;
+}
+
+void Choose(QListWidget& list, const QString& text) {
+  list.setCurrentItem(list.findItems(text, Qt::MatchExactly).value(0));
+}
+
+class SolveMenuTest : public Frame {
+ protected:
+  // A frame with one project: `points` points of a curve, and two models of the user's own.
+  void Open(std::size_t points, const std::string& model = "m*x+n") {
+    Project project = NewProject(1, false, {});
+    for (std::size_t i = 1; i <= points; ++i) {
+      const double x = 10.0 * static_cast<double>(i) / static_cast<double>(points);
+      project.Sheet.Cells.SetGridCellNumber(i, 1, x);
+      project.Sheet.Cells.SetGridCellNumber(i, 2, 2 * x + 1 + std::sin(x * 7) / 4);
+    }
+    for (const auto& [id, text] : {std::pair<std::string, std::string>("mine", model), {"yours", "p*x^2+q"}}) {
+      auto own = NewModelFor(1, {});
+      own->SetID(id, {text});
+      own->UserType = true;
+      project.Models.Add(id, std::move(own));
+    }
+    ASSERT_EQ(WriteProject(project, folder.Path("curve.qvx")), 0);
+    Start();
+    frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
+    results = std::make_unique<QSignalSpy>(&Active(), &quorvexWindow::ResultsWanted);
+  }
+
+  // Answers the setup; `option` is one of the model selection.
+  void AnswerSetup(const char* option, const char* solver = "optNonLinear") {
+    dialogs.Do([option, solver](QDialog& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), "Solution Setup");
+      Click(dialog, option);
+      Click(dialog, solver);
+      Press(dialog, QDialogButtonBox::Ok);
+    });
+  }
+  void AnswerModel(const QString& id) {
+    dialogs.Do([id](QDialog& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), "Single Model Regression Setup");
+      Choose(List(dialog, "eq_list"), id);
+      Click(dialog, "solve_command");
+    });
+  }
+  void SolveOne(const QString& id) {
+    AnswerSetup("optSingle");
+    AnswerModel(id);
+    dialogs.Press(QMessageBox::Ok);
+    Trigger("mnuSolveRegression");
+  }
+
+  QTableView& Solved() { return *Active().findChild<QTableView*>("SolvedList"); }
+  // "1 mine|2 yours", as the table shows them.
+  QString SolvedRows() {
+    QStringList rows;
+    const QAbstractItemModel& model = *Solved().model();
+    for (int row = 0; row < model.rowCount(); ++row)
+      rows << model.index(row, 0).data().toString() + " " + model.index(row, 1).data().toString();
+    return rows.join('|');
+  }
+  QString Caption() { return Active().findChild<QGroupBox*>("solutions")->title(); }
+
+  std::unique_ptr<QSignalSpy> results;
+};
+
+TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
+  Open(30);
+  EXPECT_TRUE(Active().findChild<QLabel*>("none")->isVisible());
+  SolveOne("mine");
+  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Solution was successful."});
+  EXPECT_EQ(SolvedRows(), "1 mine");
+  EXPECT_TRUE(Solved().isVisible());
+  EXPECT_FALSE(Active().findChild<QLabel*>("none")->isVisible());
+  ASSERT_EQ(results->size(), 1);
+  EXPECT_EQ(results->takeFirst()[0].toInt(), 0);
+  EXPECT_TRUE(Active().isWindowModified());
+  SolveOne("yours");
+  EXPECT_EQ(SolvedRows(), "1 mine|2 yours");
+  EXPECT_EQ(results->takeFirst()[0].toInt(), 1);
+  EXPECT_EQ(Solved().currentIndex().row(), 1);
+  EXPECT_EQ(Active().UndoText(), "&Undo Solve 'yours...'");
+
+  Trigger("mnuFileSave");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "1 mine");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "");
+  EXPECT_TRUE(Active().findChild<QLabel*>("none")->isVisible());
+  dialogs.Press(QMessageBox::No);
+  Trigger("mnuFileClose");
+  frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
+  EXPECT_EQ(SolvedRows(), "1 mine|2 yours");
+
+  // An entry in the sheet makes them invalid.
+  Grid().setCurrentIndex(Grid().model()->index(0, 1));
+  Grid().setFocus();
+  Type("7");
+  EXPECT_EQ(SolvedRows(), "");
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
+  Open(12);
+  session.Preferences.Set("autoresults", "0");
+  AnswerSetup("optAll", "optLinear");
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  EXPECT_TRUE(QString::fromStdString(dialogs.Said[0]).endsWith(" of the 298 models solved.  View log for details."));
+  EXPECT_EQ(results->size(), 0);
+  const int count = Solved().model()->rowCount();
+  EXPECT_GT(count, 200);
+  EXPECT_EQ(Caption(), "Available Solutions Sorted By RSS");
+
+  auto* menu = frame->findChild<QMenu*>("solve");
+  auto* combo = Active().findChild<QComboBox*>("cmbSortBy");
+  const struct {
+    const char *action, *key;
+    int sortIndex;
+    bool descending;
+  } kKeys[] = {{"mnuSortR2", "R^2", 2, true},
+               {"mnuSortR2Adjust", "Ra^2", 3, true},
+               {"mnuSortStdErr", "StdErr", 4, false},
+               {"mnuSortRSS", "RSS", 1, false}};
+  for (const auto& key : kKeys) {
+    for (const bool byMenu : {true, false}) {
+      session.Preferences.Set("sortindex", key.sortIndex == 1 ? "4" : "1");
+      Active().Resort();
+      if (byMenu) {
+        Trigger(key.action);
+      } else {
+        combo->setFocus();
+        QTest::keyClick(combo, key.sortIndex == 1 ? Qt::Key_Home : Qt::Key_Down);
+        for (int i = 2; i < key.sortIndex; ++i) QTest::keyClick(combo, Qt::Key_Down);
+      }
+      EXPECT_EQ(Caption(), QString("Available Solutions Sorted By ") + key.key);
+      EXPECT_EQ(combo->currentText(), key.key);
+      EXPECT_EQ(session.Preferences.Integer("sortindex"), key.sortIndex);
+      EXPECT_EQ(Solved().model()->rowCount(), count);
+      EXPECT_TRUE(Solved().currentIndex().isValid());
+      const auto value = [&](int row) { return Solved().model()->index(row, 2).data().toDouble(); };
+      for (int row = 1; row < count; ++row)
+        EXPECT_TRUE(key.descending ? value(row - 1) >= value(row) : value(row - 1) <= value(row)) << row;
+    }
+    emit menu->aboutToShow();
+    for (const auto& other : kKeys)
+      EXPECT_EQ(frame->findChild<QAction*>(other.action)->isChecked(), other.sortIndex == key.sortIndex);
+  }
+
+  // The best, the next one by keys, and one by the mouse.
+  Solved().setFocus();
+  Solved().setCurrentIndex(Solved().model()->index(0, 0));
+  QTest::keyClick(&Solved(), Qt::Key_Return);
+  QTest::keyClick(&Solved(), Qt::Key_Down);
+  QTest::keyClick(&Solved(), Qt::Key_Enter);
+  const QPoint fourth = Solved().visualRect(Solved().model()->index(3, 1)).center();
+  QTest::mouseClick(Solved().viewport(), Qt::LeftButton, {}, fourth);
+  QTest::mouseDClick(Solved().viewport(), Qt::LeftButton, {}, fourth);
+  Trigger("mnuSolveResults");
+  QList<int> wanted;
+  for (const auto& arguments : *results) wanted << arguments[0].toInt();
+  EXPECT_EQ(wanted, (QList<int>{0, 1, 3, 3}));
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(SolveMenuTest, AsksForTheSetupUntilItIsTheDefault) {
+  Open(12);
+  dialogs.Do([](QDialog& dialog) {
+    Click(dialog, "optSingle");
+    Click(dialog, "chkDefault");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  AnswerModel("mine");
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  AnswerModel("a*x+b");  // no setup any more
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  Trigger("mnuSolvePrompt");
+  dialogs.Do([](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Solution Setup");
+    Press(dialog, QDialogButtonBox::Cancel);
+  });
+  Trigger("mnuSolveRegression");
+  emit frame->findChild<QMenu*>("solve")->aboutToShow();
+  EXPECT_TRUE(frame->findChild<QAction*>("mnuSolvePrompt")->isChecked());
+  EXPECT_EQ(SolvedRows().count('|'), 1);
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+  EXPECT_EQ(LoadSettings().Text("lastselectedmodel"), "a*x+b");
+}
+
+TEST_F(SolveMenuTest, ListsModelsByKindAndOpensItsTools) {
+  Open(12);
+  int edited = 0;
+  std::vector<std::string> specified;
+  // First without tools.
+  AnswerSetup("optSingle");
+  dialogs.Do([&](QDialog& dialog) {
+    for (const char* name : {"add_command", "specify_command", "enforce_override"})
+      EXPECT_FALSE(dialog.findChild<QWidget*>(name)->isVisible()) << name;
+    EXPECT_EQ(List(dialog, "eq_list").count(), 300);
+    Click(dialog, "optWhichModels2");
+    EXPECT_EQ(Rows(List(dialog, "eq_list")), (QStringList{"mine", "yours"}));
+    EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("definition_text")->toPlainText(), "Y = m*x+n");
+    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "User Defined Models");
+    Choose(List(dialog, "eq_list"), "yours");
+    Click(dialog, "optWhichModels0");
+    EXPECT_EQ(List(dialog, "eq_list").currentItem()->text(), "yours");
+    Click(dialog, "optWhichModels1");
+    EXPECT_EQ(List(dialog, "eq_list").count(), 298);
+    EXPECT_EQ(dialog.findChild<QLabel*>("description_label")->text(), "First Order Polynomial");
+    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "Polynomial");
+    Click(dialog, "cancel_command");
+  });
+  Trigger("mnuSolveRegression");
+
+  Active().Tools().EditUserModels = [&](QWidget*) {
+    ++edited;
+    auto own = NewModelFor(1, {});
+    own->SetID("fresh", {"u*x"});
+    own->UserType = true;
+    Document().Models.Add("fresh", std::move(own));
+    Document().Models.Remove("yours");
+  };
+  Active().Tools().SpecifyEstimates = [&](QWidget*, ModelClass& model) {
+    specified.push_back(model.id);
+    if (specified.size() < 2) return;  // cancelled at first
+    model.SpecifyICComplete = true;
+    model.SetValue(1, 1.5);
+  };
+  AnswerSetup("optSingle");
+  dialogs.Do([&](QDialog& dialog) {
+    Choose(List(dialog, "eq_list"), "yours");
+    Click(dialog, "add_command");
+    EXPECT_EQ(List(dialog, "eq_list").count(), 300);
+    EXPECT_TRUE(List(dialog, "eq_list").currentItem() != nullptr);
+    Choose(List(dialog, "eq_list"), "fresh");
+    EXPECT_FALSE(dialog.findChild<QWidget*>("specify_command")->isEnabled());
+    Click(dialog, "enforce_override");
+    Click(dialog, "solve_command");  // asks for the estimates first
+    EXPECT_TRUE(dialog.isVisible());
+    Click(dialog, "specify_command");
+    Click(dialog, "solve_command");
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(edited, 1);
+  EXPECT_EQ(specified, (std::vector<std::string>{"fresh", "fresh"}));
+  EXPECT_EQ(SolvedRows(), "1 fresh");
+  EXPECT_NE(Active().Solver().Log().find("Using current initial estimates"), std::string::npos);
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(SolveMenuTest, PutsTogetherAGroupAndSolvesIt) {
+  const QString before = QDir::currentPath();
+  QDir::setCurrent(QString::fromStdString(folder.Path("")));
+  Open(12);
+  AnswerSetup("optGroups");
+  dialogs.Do([&](QDialog& dialog) {
+    QListWidget& groups = List(dialog, "group_list");
+    EXPECT_EQ(groups.count(), 16);
+    Press(dialog, QDialogButtonBox::Ok);
+    EXPECT_EQ(dialogs.Said.back(), "Please select the equation group you want to solve.");
+    EXPECT_TRUE(dialog.isVisible());
+
+    for (const char* id : {"a*x+b", "mine", "yours"}) {
+      Choose(List(dialog, "available_list"), id);
+      Click(dialog, "add_command");
+    }
+    EXPECT_EQ(Rows(List(dialog, "member_list")), (QStringList{"a*x+b", "mine", "yours"}));
+    EXPECT_EQ(List(dialog, "available_list").count(), 297);
+    Choose(List(dialog, "member_list"), "mine");
+    Click(dialog, "remove_command");
+    EXPECT_EQ(Rows(List(dialog, "member_list")), (QStringList{"a*x+b", "yours"}));
+    EXPECT_EQ(List(dialog, "member_list").currentRow(), 1);
+    EXPECT_EQ(groups.item(15)->checkState(), Qt::Checked);
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  dialogs.Press(QMessageBox::Ok);
+  dialogs.Press(QMessageBox::Yes);  // to saving the file
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_EQ(SolvedRows(), "1 a*x+b|2 yours");
+  EXPECT_EQ(folder.Read("user1.grp"), "Quorvex:  Version 9.0\r\nB_Equations\r\na*x+b\r\nyours\r\nE_Equations\r\n");
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+  EXPECT_EQ(LoadSettings().Text("UserSpecified", "groupsolve"), "1");
+  QDir::setCurrent(before);
+}
+
+TEST_F(SolveMenuTest, InterpolatesClearsAndShowsTheLog) {
+  Open(8);
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveLog");
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveClear");
+  EXPECT_EQ(dialogs.Said, (std::vector<std::string>{"Nothing was solved since the project was opened.",
+                                                    "There are no solutions to clear."}));
+  dialogs.Do([](QDialog& dialog) {
+    Click(dialog, "optInterp0");
+    EXPECT_FALSE(dialog.findChild<QPushButton*>("solve_command")->isEnabled());  // nothing is chosen
+    Click(dialog, "optInterp0");
+    Click(dialog, "optInterp1");
+    Click(dialog, "solve_command");
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveInterpolation");
+  SolveOne("mine");
+  EXPECT_EQ(SolvedRows(), "1 mine| Cubic Spline| Polynomial");
+  dialogs.Do([](QDialog& dialog) {
+    EXPECT_TRUE(dialog.findChild<QPlainTextEdit*>("txtLog")->toPlainText().startsWith(
+        "Beginning non-linear solution for model mine\nDetermining"));
+    Press(dialog, QDialogButtonBox::Close);
+  });
+  Trigger("mnuSolveLog");
+
+  // The current solution is the selected one; a cutoff that is none keeps the dialog open.
+  Solved().setCurrentIndex(Solved().model()->index(1, 0));
+  dialogs.Do([&](QDialog& dialog) {
+    EXPECT_TRUE(dialog.findChild<QRadioButton*>("optClear0")->isChecked());
+    EXPECT_EQ(dialog.findChild<QRadioButton*>("optClear1")->text().remove('&'), "Clear Fits with RSS >");
+    EXPECT_EQ(dialog.findChild<QLabel*>("lblBest")->text(), dialog.findChild<QLabel*>("lblWorst")->text());
+    auto* cutoff = dialog.findChild<QLineEdit*>("txtCutoff");
+    QTest::keyClicks(cutoff, "1x");
+    EXPECT_TRUE(dialog.findChild<QRadioButton*>("optClear1")->isChecked());
+    Press(dialog, QDialogButtonBox::Ok);
+    EXPECT_EQ(dialogs.Said.back(), "Please enter a value for the RSS cutoff or select a different option.");
+    EXPECT_TRUE(dialog.isVisible());
+    Click(dialog, "optClear0");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveClear");
+  EXPECT_EQ(SolvedRows(), "1 mine| Polynomial");
+  EXPECT_TRUE(Solved().currentIndex().isValid());
+  EXPECT_EQ(Active().UndoText(), "&Undo Clear Fits");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "1 mine| Cubic Spline| Polynomial");
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+// Steps that are taken while the progress window is open, one per turn of the event loop.
+class DuringSolve {
+ public:
+  using Step = std::function<bool(ProgressWindow& window)>;  // true where it is done
+  explicit DuringSolve(std::vector<Step> steps) : steps_(std::move(steps)) {
+    QObject::connect(&timer_, &QTimer::timeout, [this] {
+      auto* window = qobject_cast<ProgressWindow*>(QApplication::activeModalWidget());
+      if (window == nullptr || !window->isVisible() || next_ == steps_.size()) return;
+      if (steps_[next_](*window)) ++next_;
+    });
+    timer_.start(0);
+  }
+  ~DuringSolve() { EXPECT_EQ(next_, steps_.size()); }
+
+ private:
+  QTimer timer_;
+  std::vector<Step> steps_;
+  std::size_t next_ = 0;
+};
+
+QString Text(ProgressWindow& window, const char* label) { return window.findChild<QLabel*>(label)->text(); }
+
+TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
+  Open(20000, "first*exp(-second*x)+third*x^fourth");
+  session.Preferences.Set("maxiterations", "32000");
+  session.Preferences.Set("diviterations", "32000");
+  session.Preferences.Set("tolerance", "1E-300");
+  {
+    const DuringSolve script(
+        {[&](ProgressWindow& window) {
+           if (!Text(window, "IterationLabel").startsWith("Iteration: 3")) return false;
+           EXPECT_EQ(Text(window, "status_label"), "Solving Model mine...");
+           EXPECT_EQ(window.findChild<QProgressBar*>()->maximum(), 1);
+           EXPECT_EQ(QApplication::activeModalWidget(), &window);
+           Click(window, "cmdDetail");
+           EXPECT_EQ(window.findChild<QPushButton*>("cmdDetail")->text().remove('&'), "Less Detail <");
+           EXPECT_TRUE(Text(window, "lblParam4").startsWith("third: "));
+           EXPECT_FALSE(window.findChild<QLabel*>("lblParam5")->isVisible());
+           return true;
+         },
+         [](ProgressWindow& window) {
+           Click(window, "cmdDetail");
+           EXPECT_EQ(window.findChild<QPushButton*>("cmdDetail")->text().remove('&'), "More Detail >");
+           const AccessibilityWalk walk(window);
+           ExpectMnemonicsDoNotMeet(window);
+           Click(window, "cmdPause");
+           return true;
+         }});
+    SolveOne("mine");
+  }
+  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_NE(Active().Solver().Log().find("Iterations stopped by user."), std::string::npos);
+  EXPECT_EQ(SolvedRows(), "1 mine");
+
+  const std::function<void(ProgressWindow&)> ways[] = {
+      [](ProgressWindow& window) { Click(window, "Abort_command"); },
+      [](ProgressWindow& window) { QTest::keyClick(&window, Qt::Key_Escape); },
+      [](ProgressWindow& window) { QTest::keyClick(&window, Qt::Key_A, Qt::AltModifier); },
+      [](ProgressWindow& window) { window.close(); },
+  };
+  for (const auto& way : ways) {
+    const DuringSolve script({[&](ProgressWindow& window) {
+      if (!Text(window, "IterationLabel").startsWith("Iteration: 2")) return false;
+      way(window);
+      return true;
+    }});
+    results->clear();
+    SolveOne("mine");
+    EXPECT_EQ(dialogs.Said.back(), "Solution Process Aborted.");
+    EXPECT_TRUE(Active().Solver().Log().ends_with("\r\nSOLUTION PROCESS ABORTED BY USER.\r\n"));
+    EXPECT_EQ(SolvedRows(), "");
+    EXPECT_EQ(results->size(), 0);
+    Trigger("mnuEditUndo");
+    EXPECT_EQ(SolvedRows(), "1 mine");
+  }
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+// An iteration of this model takes more than a second, the first pass about half of one. The window answers ten times a
+// second all the same, and an abort ends the run within an iteration.
+TEST_F(SolveMenuTest, AnswersWhileAnIterationTakesLong) {
+  Open(100000, "a+b*jnu(c*c,x+1)+d*student(x,f*f+2)+g*igamma(h*h+1,x)");
+  QElapsedTimer running, answer;
+  int turns = 0;
+  constexpr int kWatched = 600;  // milliseconds
+  {
+    const DuringSolve script({[&](ProgressWindow& window) {
+      if (turns++ == 0) running.start();
+      if (running.elapsed() < kWatched) return false;
+      Click(window, "Abort_command");
+      answer.start();
+      return true;
+    }});
+    SolveOne("mine");
+  }
+  EXPECT_EQ(dialogs.Said.back(), "Solution Process Aborted.");
+  EXPECT_GE(turns, kWatched / 100);
+  EXPECT_LT(answer.elapsed(), 1000);  // the box that says so included
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(SolveMenuTest, CanBeReadByAScreenReaderAndHasALetterForEverything) {
+  Open(8);
+  Active().Tools() = {[](QWidget*) {}, [](QWidget*, ModelClass&) {}};
+  const auto look = [](QDialog& dialog) {
+    const AccessibilityWalk walk(dialog);
+    ExpectMnemonicsDoNotMeet(dialog);
+  };
+  { const AccessibilityWalk walk(*frame); }  // nothing is solved
+  dialogs.Do([&](QDialog& dialog) {
+    look(dialog);
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  dialogs.Do([&](QDialog& dialog) {
+    look(dialog);
+    Click(dialog, "solve_command");
+  });
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  AnswerSetup("optGroups");
+  dialogs.Do([&](QDialog& dialog) {
+    look(dialog);
+    for (int i = 0; i < 2; ++i) Click(dialog, "add_command");
+    look(dialog);
+    dialog.reject();
+  });
+  Trigger("mnuSolveRegression");
+  for (const char* action : {"mnuSolveInterpolation", "mnuSolveClear", "mnuSolveLog"}) {
+    dialogs.Do([&](QDialog& dialog) {
+      look(dialog);
+      dialog.reject();
+    });
+    Trigger(action);
+  }
+  const AccessibilityWalk walk(*frame);
+  EXPECT_TRUE(walk.Names.contains("Available Solutions Sorted By RSS"));
+  EXPECT_TRUE(walk.Names.contains("Solutions"));
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+}  // namespace
+}  // namespace quorvex
