@@ -112,10 +112,6 @@ bool SaveUserModels(const Project& project, Prompter& user) {
   return error == 0;
 }
 
-std::string CatalogueFileName(std::size_t independentVariables) {
-  return "user" + std::to_string(independentVariables) + ".equ";
-}
-
 void AddUserModels(ModelCollection& models, const std::string& fileName, std::size_t independentVariables,
                    const LocaleText& locale) {
   const UserModelFile file = ReadUserModels(fileName, locale);

@@ -30,12 +30,8 @@ bool ImportUserModels(Project& project, Prompter& user, const FileToOpen& choose
 // Save User Models: writes all of the project's to a file that the user names. False where nothing was written.
 bool SaveUserModels(const Project& project, Prompter& user);
 
-// The file of models that new projects with that many variables begin with, where the user wants that. It lies in the
-// working folder, beside the group file.
-std::string CatalogueFileName(std::size_t independentVariables);
-
-// Adds the models of a file to a catalogue without a word. One under an ID that is taken is left out, and so is one
-// that is no model of that many variables.
+// Adds the models of a file to a catalogue without a word, as new projects begin with them where the user wants that.
+// One under an ID that is taken is left out, and so is one that is no model of that many variables.
 void AddUserModels(ModelCollection& models, const std::string& fileName, std::size_t independentVariables,
                    const LocaleText& locale);
 

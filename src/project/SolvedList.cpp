@@ -36,6 +36,19 @@ bool LargestIsBest(int sortIndex) { return sortIndex == kSortByR2 || sortIndex =
 
 std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
 
+bool SolvedItem::Evaluate(std::span<const double> x, double& y, std::string& ErrString) const {
+  if (Interpolation) return Interpolation->Evaluate(x[0], y, ErrString);
+  if (Model->Evaluate(x, y, ErrString)) return true;
+  ErrString = Model->EvaluationFailure(x);
+  return false;
+}
+
+std::pair<double, double> SolvedItem::InputRange(int variable) const {
+  if (Interpolation) return {Interpolation->InputXMin, Interpolation->InputXMax};
+  const VariableStatistics& input = Model->Statistics.X[static_cast<std::size_t>(variable - 1)];
+  return {input.InputXMin, input.InputXMax};
+}
+
 std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex) {
   std::vector<SolvedItem> list;
   for (ModelClass* model : RankModels(project.Models, sortIndex)) list.push_back({model, nullptr});

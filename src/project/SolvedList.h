@@ -1,7 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "project/Project.h"
@@ -19,12 +21,20 @@ bool LargestIsBest(int sortIndex);
 // The caption over the solved list.
 std::string SolutionsCaption(int sortIndex);
 
-// An entry of the solved list: a model, or an interpolation, which has no statistics.
+// An entry of the solved list: a model, or an interpolation, which has one independent variable and no statistics. It
+// looks into the project that holds them.
 struct SolvedItem {
-  ModelClass* Model = nullptr;
+  ModelClass* Model = nullptr;  // one of the two is null
   InterpClass* Interpolation = nullptr;
 
   const std::string& Name() const { return Model != nullptr ? Model->id : Interpolation->id; }
+  int NumIndependentVar() const { return Model != nullptr ? Model->NumIndependentVar() : 1; }
+
+  // The value at x, one number per independent variable. False, with a text in `ErrString`, where there is none.
+  bool Evaluate(std::span<const double> x, double& y, std::string& ErrString) const;
+  // The range of the input along a variable, from 1.
+  std::pair<double, double> InputRange(int variable) const;
+
   bool operator==(const SolvedItem&) const = default;
 };
 

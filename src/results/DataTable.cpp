@@ -8,8 +8,8 @@
 
 namespace quorvex {
 
-DataTable::DataTable(const Solution& solution, const ResultData& data, const DataSheet& sheet, const LocaleText& locale,
-                     NumberPatterns patterns)
+DataTable::DataTable(const SolvedItem& solution, const ResultData& data, const DataSheet& sheet,
+                     const LocaleText& locale, NumberPatterns patterns)
     : data_(data), locale_(locale), patterns_(std::move(patterns)), headings_{"Row"} {
   const auto end = sheet.Headers.begin() + static_cast<std::ptrdiff_t>(sheet.IndependentVariables) + 1;
   headings_.insert(headings_.end(), sheet.Headers.begin(), end);

@@ -5,7 +5,7 @@
 
 #include "core/LocaleText.h"
 #include "results/FitInformation.h"
-#include "results/Solution.h"
+#include "results/ResultData.h"
 #include "results/TextTable.h"
 
 namespace quorvex {
@@ -15,7 +15,7 @@ namespace quorvex {
 // the locale's form. The points outlive the table.
 class DataTable : public TextTable {
  public:
-  DataTable(const Solution& solution, const ResultData& data, const DataSheet& sheet, const LocaleText& locale,
+  DataTable(const SolvedItem& solution, const ResultData& data, const DataSheet& sheet, const LocaleText& locale,
             NumberPatterns patterns = {});
 
   std::size_t RowCount() const override { return data_.Points.N(); }

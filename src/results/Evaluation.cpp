@@ -20,7 +20,7 @@ struct Numbers {
 
 class Evaluation {
  public:
-  Evaluation(const Solution& solution, const EvaluationEntries& entries, const LocaleText& locale)
+  Evaluation(const SolvedItem& solution, const EvaluationEntries& entries, const LocaleText& locale)
       : solution_(solution), entries_(entries), locale_(locale), several_(solution.NumIndependentVar() > 1) {}
 
   Result<Numbers> Read() const {
@@ -138,7 +138,7 @@ class Evaluation {
     }
   }
 
-  const Solution& solution_;
+  const SolvedItem& solution_;
   const EvaluationEntries& entries_;
   const LocaleText& locale_;
   const bool several_;
@@ -147,13 +147,13 @@ class Evaluation {
 
 }  // namespace
 
-SearchDefaults DefaultSearch(const Solution& solution, int variable, const LocaleText& locale) {
+SearchDefaults DefaultSearch(const SolvedItem& solution, int variable, const LocaleText& locale) {
   const auto [min, max] = solution.InputRange(variable);
   return {LocalizeExpression(GeneralNumber(min), locale), LocalizeExpression(GeneralNumber(max), locale),
           std::to_string(kDefaultIntervals)};
 }
 
-std::optional<std::string> EvalCommand(const Solution& solution, const EvaluationEntries& entries,
+std::optional<std::string> EvalCommand(const SolvedItem& solution, const EvaluationEntries& entries,
                                        const LocaleText& locale, Prompter& user) {
   Evaluation evaluation(solution, entries, locale);
   const Result<Numbers> numbers = evaluation.Read();

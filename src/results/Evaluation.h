@@ -6,7 +6,7 @@
 
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
-#include "results/Solution.h"
+#include "results/ResultData.h"
 
 namespace quorvex {
 
@@ -27,11 +27,11 @@ struct EvaluationEntries {
 struct SearchDefaults {
   std::string Min, Max, Intervals;
 };
-SearchDefaults DefaultSearch(const Solution& solution, int variable, const LocaleText& locale);
+SearchDefaults DefaultSearch(const SolvedItem& solution, int variable, const LocaleText& locale);
 
 // Evaluates, and returns the lines to show, NL between them. Where an entry does not do the user is told why, and there
 // is nothing to show. Derivatives are for models alone; an interpolation has none.
-std::optional<std::string> EvalCommand(const Solution& solution, const EvaluationEntries& entries,
+std::optional<std::string> EvalCommand(const SolvedItem& solution, const EvaluationEntries& entries,
                                        const LocaleText& locale, Prompter& user);
 
 }  // namespace quorvex

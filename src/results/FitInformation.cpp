@@ -29,7 +29,7 @@ class Builder {
   Builder(const Settings& settings, const LocaleText& locale, const NumberPatterns& patterns)
       : settings_(settings), locale_(locale), patterns_(patterns) {}
 
-  void Head(const Solution& solution, const FitCircumstances& circumstances) {
+  void Head(const SolvedItem& solution, const FitCircumstances& circumstances) {
     Line("Quorvex version ", QUORVEX_VERSION);
     Line("Results from project ", circumstances.ProjectFile);
     Line("Equation ID: ", solution.Name());
@@ -190,7 +190,7 @@ class Builder {
 
 }  // namespace
 
-Report FitInformation(const Solution& solution, const FitCircumstances& circumstances, const Settings& settings,
+Report FitInformation(const SolvedItem& solution, const FitCircumstances& circumstances, const Settings& settings,
                       const LocaleText& locale, const NumberPatterns& patterns) {
   Builder builder(settings, locale, patterns);
   builder.Head(solution, circumstances);

@@ -5,7 +5,7 @@
 #include "core/LocaleText.h"
 #include "core/Settings.h"
 #include "project/Project.h"
-#include "results/Solution.h"
+#include "results/ResultData.h"
 #include "results/TextTable.h"
 
 namespace quorvex {
@@ -34,7 +34,7 @@ struct FitCircumstances {
 //   t-ratio = value / se,  Prob(t) = betai(df/2, 1/2, df/(df + t^2)),  limits = value -+ se t_p
 //   F = MSregression / MSerror,  Prob(F) = betai(dfE/2, dfR/2, dfE/(dfE + dfR F))
 // A cell whose number cannot be computed stays empty.
-Report FitInformation(const Solution& solution, const FitCircumstances& circumstances, const Settings& settings,
+Report FitInformation(const SolvedItem& solution, const FitCircumstances& circumstances, const Settings& settings,
                       const LocaleText& locale, const NumberPatterns& patterns = {});
 
 }  // namespace quorvex

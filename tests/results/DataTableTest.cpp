@@ -28,15 +28,15 @@ TEST(LoadResultData, KeepsTheOrderOfTheSheetAndCountsIncompleteRows) {
 
 TEST(SolvedList, RanksModelsBeforeInterpolations) {
   Project project = LineProject();
-  EXPECT_TRUE(SolvedList(project, 1).empty());
+  EXPECT_TRUE(SolvedItems(project, 1).empty());
   ModelClass& line = SolveModel(project, "a*x+b", 1);
   ModelClass& hyperbola = SolveModel(project, "a+b/x", 1);
   std::string log;
   ASSERT_TRUE(project.Interpolations[1].Fit(LoadResultData(project.Sheet)->Points, log));
-  const Solution polynomial{nullptr, &project.Interpolations[1]};
-  EXPECT_EQ(SolvedList(project, 1), (std::vector<Solution>{{&line, nullptr}, {&hyperbola, nullptr}, polynomial}));
+  const SolvedItem polynomial{nullptr, &project.Interpolations[1]};
+  EXPECT_EQ(SolvedItems(project, 1), (std::vector<SolvedItem>{{&line, nullptr}, {&hyperbola, nullptr}, polynomial}));
   hyperbola.StdErr = line.StdErr / 2;
-  EXPECT_EQ(SolvedList(project, 4), (std::vector<Solution>{{&hyperbola, nullptr}, {&line, nullptr}, polynomial}));
+  EXPECT_EQ(SolvedItems(project, 4), (std::vector<SolvedItem>{{&hyperbola, nullptr}, {&line, nullptr}, polynomial}));
 }
 
 // By hand: the line 2x + 1.2 leaves -0.2, -0.2, 0.8, -0.2, -0.2.

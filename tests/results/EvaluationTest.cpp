@@ -12,7 +12,8 @@ namespace {
 const LocaleText kLocale;
 const LocaleText kGerman{',', ';', '.', '.', ':'};
 
-std::string Evaluated(const Solution& solution, const EvaluationEntries& entries, const LocaleText& locale = kLocale) {
+std::string Evaluated(const SolvedItem& solution, const EvaluationEntries& entries,
+                      const LocaleText& locale = kLocale) {
   RecordingPrompter user;
   const auto text = EvalCommand(solution, entries, locale, user);
   return text ? *text : user.Last();
@@ -67,7 +68,7 @@ struct Curve {
     solution.Model = &model;
   }
   Project project;
-  Solution solution;
+  SolvedItem solution;
 };
 
 TEST(EvalCommand, WritesValuesRootsAndDerivativesOfOneVariable) {
@@ -112,7 +113,7 @@ TEST(EvalCommand, NamesTheVariablesWhereThereAreSeveral) {
   model.SetIC(LoadResultData(project.Sheet)->Points);
   model.SetValue(1, 2);
   model.SetValue(2, -1);
-  const Solution solution{&model, nullptr};
+  const SolvedItem solution{&model, nullptr};
   ExpectLines(Evaluated(solution, Value({"1.5", "4"}, true, true)),
               "Evaluation of equation: Plane\r\nX1 = 1.5\r\nX2 = 4\r\nY = -1.000000000000E+00\r\n"
               "Derivatives at X1 = 1.5, X2 = 4\r\ndY/dX1 = 2.000000000000E+00\r\ndY/dX2 = -1.000000000000E+00\r\n"
@@ -157,7 +158,7 @@ TEST(EvalCommand, ServesInterpolations) {
   InterpClass& polynomial = project.Interpolations[1];
   std::string log;
   ASSERT_TRUE(polynomial.Fit(LoadResultData(project.Sheet)->Points, log));
-  const Solution solution{nullptr, &polynomial};
+  const SolvedItem solution{nullptr, &polynomial};
   EXPECT_EQ(Evaluated(solution, Value({"1.5"}, true, true)),
             "Evaluation of equation: Polynomial\r\nX = 1.5\r\nY = 2.250000000000E+00");
   EXPECT_EQ(Evaluated(solution, Value({"3"})),

@@ -43,7 +43,7 @@ std::string ValueOf(const Report& report, const std::string& label) {
 // The whole text, and numbers that hold to mpmath at 30 digits: t-ratio 12.2474487139159, Prob(t) and Prob(F) 0.001172.
 TEST(FitInformation, TellsOfALinearFit) {
   Project project = LineProject();
-  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  const SolvedItem solution{&SolveModel(project, "a*x+b", 1), nullptr};
   ExpectGolden("FitInformation.txt", TabSeparated(FitInformation(solution, kFromFile, Settings(), LocaleText())));
 }
 
@@ -62,7 +62,7 @@ TEST(FitInformation, AgreesWithTheCertifiedLine) {
       project.Sheet.Cells.SetGridCellNumber(n, 2, cells[1]);
     }
   }
-  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  const SolvedItem solution{&SolveModel(project, "a*x+b", 1), nullptr};
   const Report report = FitInformation(solution, {"Norris", 36, 0, {}}, Settings(), LocaleText());
   const auto coefficients = Block(report, "Regression Variable Results");
   const auto variance = Block(report, "Variance Analysis");
@@ -105,7 +105,7 @@ TEST(FitInformation, AgreesWithTheCertifiedLine) {
 
 TEST(FitInformation, LeavesOutWhatTheSettingsSwitchOff) {
   Project project = LineProject();
-  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  const SolvedItem solution{&SolveModel(project, "a*x+b", 1), nullptr};
   const std::vector<std::string> all = {"Regression Variable Results", "68% Confidence Intervals",
                                         "90% Confidence Intervals",    "95% Confidence Intervals",
                                         "99% Confidence Intervals",    "Variance Analysis"};
@@ -128,7 +128,7 @@ TEST(FitInformation, LeavesOutWhatTheSettingsSwitchOff) {
 TEST(FitInformation, TellsOfIterationsOnlyWithAllLimits) {
   Project project = LineProject();
   AddModel(project, "Mine", {"F1+b", "a*x"});
-  const Solution solution{&SolveModel(project, "Mine", 0), nullptr};
+  const SolvedItem solution{&SolveModel(project, "Mine", 0), nullptr};
   for (const SolveLimits& limits :
        {SolveLimits{1e-10, 250, 10}, SolveLimits{0, 250, 10}, SolveLimits{1e-10, 0, 10}, SolveLimits{1e-10, 250, 0}}) {
     const Report report = FitInformation(solution, {"p", 5, 0, limits}, Settings(), LocaleText());
@@ -146,7 +146,7 @@ TEST(FitInformation, TellsOfIterationsOnlyWithAllLimits) {
 TEST(FitInformation, LeavesCellsEmptyThatHaveNoNumber) {
   Project project = LineProject();
   ModelClass& model = SolveModel(project, "a*x+b", 1);
-  const Solution solution{&model, nullptr};
+  const SolvedItem solution{&model, nullptr};
   const auto report = [&] { return FitInformation(solution, kFromFile, Settings(), LocaleText()); };
   model.SetCovariance(2, 0);  // held: it has a value and no uncertainty
   EXPECT_EQ(Block(report(), "Regression Variable Results")[2],
@@ -169,7 +169,7 @@ TEST(FitInformation, SumsUpASearchFromRanges) {
   model.SpecifyICComplete = true;
   SolveModel(project, "Mine", 0);
   ASSERT_EQ(model.SweepCount, 3);
-  const Solution solution{&model, nullptr};
+  const SolvedItem solution{&model, nullptr};
   auto block = Block(FitInformation(solution, kFromFile, Settings(), LocaleText(), {"0.0000", ""}),
                      "Initial Condition Range Summary");
   ASSERT_EQ(block.size(), 5u);
@@ -191,7 +191,7 @@ TEST(FitInformation, SumsUpASearchFromRanges) {
 TEST(FitInformation, WritesNumbersAsTheUserDoes) {
   const LocaleText german{',', ';', '.', '.', ':'};
   Project project = LineProject(german);
-  const Solution solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  const SolvedItem solution{&SolveModel(project, "a*x+b", 1), nullptr};
   const Report report = FitInformation(solution, {"p", 5, 0, {1e-10, 1, 1}}, Settings(), german);
   EXPECT_EQ(ValueOf(report, "Proportion of Variance Explained = "), "98,03921569%");
   EXPECT_EQ(Block(report, "Regression Variable Results")[1][4], "0,00117");

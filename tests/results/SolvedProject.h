@@ -10,7 +10,7 @@
 #include "core/SolveData.h"
 #include "engine/UserModel.h"
 #include "project/Project.h"
-#include "results/Solution.h"
+#include "results/ResultData.h"
 
 namespace quorvex {
 

@@ -376,18 +376,17 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
 }
 
 TEST_F(UserModelWindows, BeginProjectsWithTheModelsOfAFile) {
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(folder.Path(""));
   Project project = NewProject(1, false, {});
   StoreUserModel(project, CheckUserModel({"Mine", "", {"a*x^2"}, {}}, project, nullptr).Model, nullptr);
-  ASSERT_EQ(WriteUserModels(CatalogueFileName(1), 1, project.Models, {}), 0);
+  const std::string file = folder.Path("mine.equ");
+  ASSERT_EQ(WriteUserModels(file, 1, project.Models, {}), 0);
   Start();
   EXPECT_EQ(Ids(), Said{});
   session.Preferences.Set("loadusermodels", "1");
+  session.Preferences.Set("usermodelfile", file);
   Trigger("mnuFileNew");
   EXPECT_EQ(Ids(), Said{"Mine"});
   EXPECT_FALSE(Active().isWindowModified());
-  std::filesystem::current_path(before);
   End();
 }
 

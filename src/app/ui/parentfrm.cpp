@@ -18,10 +18,12 @@
 #include "files/DetectFileType.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelFiles.h"
+#include "files/ui/usereq.h"
 #include "project/ui/ImportCommands.h"
 #include "project/ui/NewProj.h"
 #include "project/ui/SheetView.h"
 #include "project/ui/quorvexWindow.h"
+#include "results/ui/ShowResults.h"
 #include "sheet/SpreadsheetImport.h"
 
 namespace quorvex {
@@ -250,7 +252,7 @@ Project parentfrm::EmptyProject(std::size_t independentVariables, bool hasStanda
   project.FileName = NextUntitled();
   const Settings& settings = session_.Preferences;
   if (settings.Integer("loadusermodels") != 0)
-    AddUserModels(project.Models, CatalogueFileName(independentVariables), independentVariables, session_.Locale);
+    AddUserModels(project.Models, settings.Text("usermodelfile"), independentVariables, session_.Locale);
   project.Limits = {settings.ResidualTolerance, settings.MaxIterations, settings.DivIterations};
   return project;
 }
@@ -281,6 +283,11 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
     ShowActiveWindow();
   });
   connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowActiveWindow);
+  connect(window, &quorvexWindow::ResultsWanted, window, [window](int position) { ShowResults(*window, position); });
+  window->Tools() = {
+      [window](QWidget* over) { ShowUserModels(*window, over); },
+      [window](QWidget* over, ModelClass& model) { SpecifyEstimates(*window, over, model); },
+  };
   connect(frame, &QObject::destroyed, this, [this, number = windows_] { recovery_.Forget(number); });
   window->Grid().addActions(sheetActions_);
   maximized ? frame->showMaximized() : frame->show();

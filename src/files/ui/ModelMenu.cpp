@@ -27,7 +27,9 @@ void Change(quorvexWindow& window) {
   window.Refresh();
 }
 
-void UserModelList(quorvexWindow& window) { usereq(&window, window.Document(), window.Preferences()).exec(); }
+void UserModelList(quorvexWindow& window) {
+  if (window.Grid().CommitEntry()) ShowUserModels(window, &window);
+}
 
 void Load(quorvexWindow& window) {
   LoadUserModels(window.Document(), window.User(), AskForModelFile(&window, "Load User Models", Folder(window)));
@@ -56,11 +58,18 @@ void Rules(quorvexWindow& window) {
   if (form.exec() == QDialog::Accepted && form.Rules().StoreIn(*model)) window.Document().Changed = true;
 }
 
-// A solved model or, where nothing is solved, a user-defined one.
-ModelClass* ModelToExport(quorvexWindow& window) {
+std::vector<ModelClass*> ModelsOf(const std::vector<SolvedItem>& list) {
   std::vector<ModelClass*> models;
-  for (const auto& model : window.Document().Models)
-    if (model->Solved) models.push_back(model.get());
+  for (const SolvedItem& item : list)
+    if (item.Model != nullptr) models.push_back(item.Model);
+  return models;
+}
+
+// The model selected in the solved list. Where it isn't one, a solved model or, where nothing is solved, a user-defined
+// one.
+ModelClass* ModelToExport(quorvexWindow& window) {
+  std::vector<ModelClass*> models = ModelsOf(window.SelectedSolutions());
+  if (models.size() != 1) models = ModelsOf(window.Solved());
   if (models.empty()) models = UserModels(window.Document());
   return OneOf(std::move(models), window, "There is no solved model, and no user defined one, to be exported.");
 }
@@ -82,7 +91,7 @@ void SpreadsheetFormula(quorvexWindow& window) {
 
 std::vector<ProjectCommand> ModelMenu() {
   return {
-      {"mnuModelsUser", "&User Models...", QKeySequence("Ctrl+U"), Change<UserModelList>},
+      {"mnuModelsUser", "&User Models...", QKeySequence("Ctrl+U"), UserModelList},
       {"mnuModelsLoad", "&Load User Models...", {}, Change<Load>},
       {"mnuModelsImport", "&Import User Models...", {}, Change<Import>},
       {"mnuModelsSave", "&Save User Models...", {}, Save},

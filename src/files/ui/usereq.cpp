@@ -13,6 +13,7 @@
 #include "project/ui/frmChooseModel.h"
 #include "project/ui/frmEqEdit.h"
 #include "project/ui/frmRules.h"
+#include "project/ui/quorvexWindow.h"
 
 namespace quorvex {
 
@@ -162,6 +163,11 @@ void usereq::Edit(const UserModelDraft& start, const ModelClass* edited) {
 void usereq::EditRules(ModelClass& model) {
   frmRules form(this, model, project_.Locale);
   if (form.exec() == QDialog::Accepted && form.Rules().StoreIn(model)) project_.Changed = true;
+}
+
+void ShowUserModels(quorvexWindow& window, QWidget* over) {
+  usereq(over, window.Document(), window.Preferences()).exec();
+  window.Refresh();
 }
 
 }  // namespace quorvex

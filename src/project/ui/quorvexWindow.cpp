@@ -173,10 +173,15 @@ void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()
 void quorvexWindow::ClearFits() {
   if (!DataGrid->CommitEntry()) return;
   Resort();
+  if (solver_.ClearFits(SelectedSolutions())) ShowState();
+}
+
+std::vector<SolvedItem> quorvexWindow::SelectedSolutions() {
   const std::vector<SolvedItem> list = Solved();
   std::vector<SolvedItem> selected;
-  for (const int row : solutions_->SelectedRows()) selected.push_back(list[static_cast<std::size_t>(row)]);
-  if (solver_.ClearFits(selected)) ShowState();
+  for (const int row : solutions_->SelectedRows())
+    if (static_cast<std::size_t>(row) < list.size()) selected.push_back(list[static_cast<std::size_t>(row)]);
+  return selected;
 }
 
 void quorvexWindow::ShowLog() {

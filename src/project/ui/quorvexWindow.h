@@ -79,6 +79,7 @@ class quorvexWindow : public QWidget {
 
   // The solved list as it is shown, sorted anew by the key in force.
   std::vector<SolvedItem> Solved() { return SolvedItems(project_, SolutionsSortedBy()); }
+  std::vector<SolvedItem> SelectedSolutions();
   void Resort();
   // What the last solve left behind: its log, its limits, the rows it left out.
   const ProjectSolver& Solver() const { return solver_; }

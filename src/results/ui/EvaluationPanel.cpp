@@ -132,9 +132,9 @@ QGroupBox* EvaluationPanel::SearchBox() {
   return box;
 }
 
-void EvaluationPanel::SetSolution(const Solution* solution) {
+void EvaluationPanel::SetSolution(const SolvedItem* solution) {
   const bool solved = solution != nullptr;
-  solution_ = solved ? *solution : Solution();
+  solution_ = solved ? *solution : SolvedItem();
   setEnabled(solved);
   if (!solved) return;
   const int count = solution_.NumIndependentVar();

@@ -25,7 +25,7 @@ class EvaluationPanel : public QWidget {
 
   // The solution to evaluate from now on; none where nothing is solved. What was typed and answered stays, but the
   // limits of a search become those of the new input.
-  void SetSolution(const Solution* solution);
+  void SetSolution(const SolvedItem* solution);
 
   QPlainTextEdit& Text() { return *txtEval; }
   void Save();
@@ -41,7 +41,7 @@ class EvaluationPanel : public QWidget {
 
   const LocaleText& locale_;
   Prompter& user_;
-  Solution solution_;
+  SolvedItem solution_;
   QFormLayout *variables_, *root_;
   QRadioButton* optnAction[2];  // "Value of Y at Xn", "Root at Y, Xn"
   std::vector<QLineEdit*> XVal_text;

@@ -139,7 +139,8 @@ QPushButton* frmResults::Command(const char* name, const QString& text, void (fr
 
 void frmResults::Refresh() {
   const int row = EqList->currentIndex();
-  const std::optional<Solution> shown = row >= 0 ? std::optional(solved_[static_cast<std::size_t>(row)]) : std::nullopt;
+  const std::optional<SolvedItem> shown =
+      row >= 0 ? std::optional(solved_[static_cast<std::size_t>(row)]) : std::nullopt;
   circumstances_.ProjectFile = QFileInfo(QString::fromStdString(project_.FileName)).fileName().toStdString();
   Result<ResultData> data = LoadResultData(project_.Sheet);
   DataBook->SetTable(nullptr);  // which looks into the points that go
@@ -150,19 +151,19 @@ void frmResults::Refresh() {
   if (!data && !solved_.empty()) user_.Refuse(data.error());
 }
 
-void frmResults::FillList(const std::optional<Solution>& keep) {
-  solved_ = SolvedList(project_, settings_.Integer("sortindex"));
+void frmResults::FillList(const std::optional<SolvedItem>& keep) {
+  solved_ = SolvedItems(project_, settings_.Integer("sortindex"));
   {
     const QSignalBlocker quiet(EqList);
     EqList->clear();
-    for (const Solution& solution : solved_) EqList->addItem(QString::fromStdString(solution.Name()));
+    for (const SolvedItem& solution : solved_) EqList->addItem(QString::fromStdString(solution.Name()));
     const auto kept = keep ? std::find(solved_.begin(), solved_.end(), *keep) : solved_.end();
     if (!solved_.empty()) EqList->setCurrentIndex(kept == solved_.end() ? 0 : static_cast<int>(kept - solved_.begin()));
   }
   EqListChosen();
 }
 
-void frmResults::Show(const Solution& solution) {
+void frmResults::Show(const SolvedItem& solution) {
   const auto found = std::find(solved_.begin(), solved_.end(), solution);
   if (found != solved_.end()) StepTo(static_cast<int>(found - solved_.begin()));
 }
@@ -216,7 +217,7 @@ void frmResults::ClearTabs() {
   for (ResultPlot* plot : {pctModel, pctResidual, pctNormal}) plot->SetPlot(Failure{"Nothing is solved."});
 }
 
-void frmResults::BuildTab(Tab tab, const Solution& solution) {
+void frmResults::BuildTab(Tab tab, const SolvedItem& solution) {
   if (tab == kFitInformation)
     FitBook->SetTable(
         std::make_unique<Report>(FitInformation(solution, circumstances_, settings_, project_.Locale, patterns_)));
@@ -226,7 +227,7 @@ void frmResults::BuildTab(Tab tab, const Solution& solution) {
     static_cast<ResultPlot*>(ResultsTab->widget(tab))->SetPlot(PlotOf(tab, solution));
 }
 
-Result<PlotClass> frmResults::PlotOf(Tab tab, const Solution& solution) const {
+Result<PlotClass> frmResults::PlotOf(Tab tab, const SolvedItem& solution) const {
   const SolveData& points = data_.Points;
   if (points.N() < 2) return Failure{"You need at least 2 data points in order to create a plot."};
   if (tab == kModelPlot) {

@@ -11,7 +11,7 @@
 #include "plot/PlotClass.h"
 #include "project/Project.h"
 #include "results/FitInformation.h"
-#include "results/Solution.h"
+#include "results/ResultData.h"
 
 class QComboBox;
 class QPushButton;
@@ -43,7 +43,7 @@ class frmResults : public QWidget {
   void Refresh();
 
   // Shows a model of the solved list, or an interpolation. One that is not solved leaves what is shown.
-  void Show(const Solution& solution);
+  void Show(const SolvedItem& solution);
   void ShowBest();
 
  private:
@@ -54,14 +54,14 @@ class frmResults : public QWidget {
   void MakeTabs();
   QWidget* Commands();
   QPushButton* Command(const char* name, const QString& text, void (frmResults::*command)());
-  void FillList(const std::optional<Solution>& keep);
+  void FillList(const std::optional<SolvedItem>& keep);
   void EqListChosen();
   void StepTo(int row);
   void Invalidate();
   void ShowCurrentTab();
-  void BuildTab(Tab tab, const Solution& solution);
+  void BuildTab(Tab tab, const SolvedItem& solution);
   void ClearTabs();
-  Result<PlotClass> PlotOf(Tab tab, const Solution& solution) const;
+  Result<PlotClass> PlotOf(Tab tab, const SolvedItem& solution) const;
   TableView* CurrentTable() const;  // null where the current tab is none of a table
   PlotView* CurrentPlot() const;    // null where the current tab shows no plot
   bool Evaluating() const;
@@ -79,7 +79,7 @@ class frmResults : public QWidget {
   FitCircumstances circumstances_;
   NumberPatterns patterns_;
   ResultData data_;
-  std::vector<Solution> solved_;
+  std::vector<SolvedItem> solved_;
   std::array<bool, kTabs> current_{};  // whether a tab shows the present solution
 
   QComboBox* EqList;

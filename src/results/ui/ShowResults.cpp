@@ -1,0 +1,32 @@
+#include "results/ui/ShowResults.h"
+
+#include "project/GatherData.h"
+#include "project/ui/quorvexWindow.h"
+#include "results/ui/frmResults.h"
+#include "results/ui/reginit.h"
+
+namespace quorvex {
+
+void ShowResults(quorvexWindow& window, int position) {
+  auto* results = window.findChild<frmResults*>();
+  if (results == nullptr) {
+    results = new frmResults(window.Document(), window.Preferences(), window.User(), &window);
+    results->setWindowFlag(Qt::Window);
+    results->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(&window, &quorvexWindow::Changed, results, &frmResults::Refresh);
+  }
+  if (const auto& limits = window.Solver().LimitsOfLastSolve()) results->SetLimits(*limits);
+  results->Refresh();
+  results->Show(window.Solved()[static_cast<std::size_t>(position)]);
+  results->show();
+  results->raise();
+  results->activateWindow();
+}
+
+void SpecifyEstimates(quorvexWindow& window, QWidget* over, ModelClass& model) {
+  Result<GatheredData> data = GatherData(window.Document().Sheet);
+  if (!data) return window.User().Refuse(data.error());
+  reginit(over, window.Document(), window.Editor(), model, std::move(data->Points), window.Preferences()).exec();
+}
+
+}  // namespace quorvex
