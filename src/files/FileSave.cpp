@@ -46,8 +46,6 @@ bool SavePart(Project& project, bool data, Prompter& user) {
 
 }  // namespace
 
-bool IsUntitled(const Project& project) { return project.FileName.find("Untitled") != std::string::npos; }
-
 bool FileSave(Project& project, Prompter& user) {
   return IsUntitled(project) ? FileSaveAs(project, user) : SaveTo(project.FileName, project, user);
 }

@@ -7,9 +7,6 @@ namespace quorvex {
 
 // The commands of a project window that meet its file.
 
-// Whether the project has no file yet. Any name with "Untitled" in it counts as none.
-bool IsUntitled(const Project& project);
-
 // Save: writes the project to its file; one without a file goes through Save As. False where nothing was saved.
 bool FileSave(Project& project, Prompter& user);
 

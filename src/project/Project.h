@@ -41,6 +41,9 @@ struct Project {
   bool NotesChanged = false;  // the notes, since they were last saved
 };
 
+// Whether the project has no file yet. Any name with "Untitled" in it counts as none.
+inline bool IsUntitled(const Project& project) { return project.FileName.find("Untitled") != std::string::npos; }
+
 // A fresh project, with the catalogue of built-in models and one interpolation of each kind.
 Project NewProject(std::size_t independentVariables, bool hasStandardDeviation, const LocaleText& locale);
 

@@ -273,7 +273,7 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   const QMdiSubWindow* active = area_->currentSubWindow();
   const bool maximized = active == nullptr || active->isMaximized();
   const bool changed = project.Changed;
-  auto* window = new quorvexWindow(std::move(project), session_.Preferences, user_);
+  auto* window = new quorvexWindow(std::move(project), files_, session_.Preferences, user_);
   QMdiSubWindow* frame = area_->addSubWindow(window);
   frame->setAttribute(Qt::WA_DeleteOnClose);
   frame->setProperty(kNumber, QVariant::fromValue<qulonglong>(++windows_));

@@ -9,6 +9,7 @@
 #include "app/RecoveryStore.h"
 #include "core/Session.h"
 #include "core/ui/MessageBoxPrompter.h"
+#include "files/ProjectFiles.h"
 #include "project/Project.h"
 
 class QLabel;
@@ -100,6 +101,7 @@ class parentfrm : public QMainWindow {
   Session& session_;
   std::string commandLine_;
   MessageBoxPrompter user_;
+  ProjectFiles files_;
   RecoveryStore recovery_;
   QTimer autosave_;
   bool shown_ = false;

@@ -1,8 +1,5 @@
 #include "project/ui/SolveDialogs.h"
 
-#include <QDir>
-
-#include "files/GroupFile.h"
 #include "project/ui/ClearFits.h"
 #include "project/ui/Groups.h"
 #include "project/ui/Interp.h"
@@ -10,24 +7,6 @@
 #include "project/ui/SolveSetup.h"
 
 namespace quorvex {
-namespace {
-
-// The group file in the working directory.
-class GroupFileStore : public GroupStore {
- public:
-  explicit GroupFileStore(std::size_t numIV) : numIV_(numIV) {}
-
-  std::string Path() const override {
-    return QDir::current().filePath(QString::fromStdString(GroupFileName(numIV_))).toStdString();
-  }
-  std::optional<std::vector<std::string>> Read() const override { return ReadGroupFile(numIV_); }
-  bool Write(const std::vector<std::string>& ids) override { return WriteGroupFile(ids, numIV_) == 0; }
-
- private:
-  std::size_t numIV_;
-};
-
-}  // namespace
 
 bool SolveDialogs::SolveSetup(SolveChoice& choice) {
   quorvex::SolveSetup dialog(&over_, choice);
@@ -54,7 +33,7 @@ bool SolveDialogs::ClearFits(FitClearing& clearing) {
 std::unique_ptr<SolveProgress> SolveDialogs::OpenProgress() { return std::make_unique<Solve>(over_.window()); }
 
 std::unique_ptr<GroupStore> SolveDialogs::OpenGroupStore(std::size_t independentVariables) {
-  return std::make_unique<GroupFileStore>(independentVariables);
+  return store_.OpenGroupStore(independentVariables);
 }
 
 }  // namespace quorvex

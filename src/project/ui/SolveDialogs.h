@@ -1,6 +1,7 @@
 #pragma once
 
 #include "project/ProjectSolver.h"
+#include "project/ProjectStore.h"
 #include "project/ui/Regress.h"
 
 namespace quorvex {
@@ -8,8 +9,8 @@ namespace quorvex {
 // The dialogs of a solve over the window of its project.
 class SolveDialogs : public SolveWindows {
  public:
-  // Both outlive the dialogs.
-  SolveDialogs(QWidget& over, Prompter& user) : over_(over), user_(user) {}
+  // All three outlive the dialogs.
+  SolveDialogs(QWidget& over, Prompter& user, ProjectStore& store) : over_(over), user_(user), store_(store) {}
 
   RegressTools Tools;  // as far as somebody has set them
 
@@ -24,6 +25,7 @@ class SolveDialogs : public SolveWindows {
  private:
   QWidget& over_;
   Prompter& user_;
+  ProjectStore& store_;
 };
 
 }  // namespace quorvex

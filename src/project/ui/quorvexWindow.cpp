@@ -9,7 +9,6 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "files/FileSave.h"
 #include "project/ui/SheetModel.h"
 #include "project/ui/SheetView.h"
 #include "project/ui/SolveLog.h"
@@ -29,12 +28,13 @@ QString Listed(const std::vector<std::string>& headers) {
 
 }  // namespace
 
-quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user)
+quorvexWindow::quorvexWindow(Project project, ProjectStore& store, Settings& settings, Prompter& user)
     : project_(std::move(project)),
+      store_(store),
       settings_(settings),
       user_(user),
       editor_(project_, settings, user_),
-      dialogs_(*this, user_),
+      dialogs_(*this, user_, store_),
       solver_(project_, editor_, settings, user_, dialogs_),
       model_(new SheetModel(project_, editor_.Edit, this)),
       pages_(new QTabWidget(this)),
@@ -93,8 +93,7 @@ void quorvexWindow::LayOut() {
 QPlainTextEdit* quorvexWindow::NotesInFront() const { return pages_->currentWidget() == Notes ? Notes : nullptr; }
 
 bool quorvexWindow::IsFresh() const {
-  return quorvex::IsUntitled(project_) && !project_.Changed && !project_.NotesChanged &&
-         project_.Sheet.Cells.GridLastRow() == 0;
+  return IsUntitled(project_) && !project_.Changed && !project_.NotesChanged && project_.Sheet.Cells.GridLastRow() == 0;
 }
 
 QString quorvexWindow::Status() const {
@@ -110,14 +109,14 @@ QString quorvexWindow::Status() const {
 
 bool quorvexWindow::FileSave() {
   if (!DataGrid->CommitEntry()) return false;
-  const bool saved = quorvex::FileSave(project_, user_);
+  const bool saved = store_.FileSave(project_, user_);
   ShowState();
   return saved;
 }
 
 bool quorvexWindow::FileSaveAs() {
   if (!DataGrid->CommitEntry()) return false;
-  const bool saved = quorvex::FileSaveAs(project_, user_);
+  const bool saved = store_.FileSaveAs(project_, user_);
   ShowState();
   return saved;
 }
@@ -225,7 +224,7 @@ void quorvexWindow::ShowState() {
 }
 
 void quorvexWindow::closeEvent(QCloseEvent* event) {
-  const bool close = DataGrid->CommitEntry() && MayClose(project_, user_);
+  const bool close = DataGrid->CommitEntry() && store_.MayClose(project_, user_);
   ShowState();
   event->setAccepted(close);
 }

@@ -31,8 +31,8 @@ class quorvexWindow : public QWidget {
   Q_OBJECT
 
  public:
-  // Settings and prompter outlive the window.
-  quorvexWindow(Project project, Settings& settings, Prompter& user);
+  // All but the project outlive the window.
+  quorvexWindow(Project project, ProjectStore& store, Settings& settings, Prompter& user);
 
   Project& Document() { return project_; }
   SheetView& Grid() { return *DataGrid; }
@@ -103,6 +103,7 @@ class quorvexWindow : public QWidget {
   void Solve(std::optional<std::size_t> (ProjectSolver::*command)());
 
   Project project_;
+  ProjectStore& store_;
   Settings& settings_;
   Prompter& user_;
   ProjectEditor editor_;
