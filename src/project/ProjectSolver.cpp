@@ -3,17 +3,10 @@
 #include <algorithm>
 
 #include "core/Files.h"
-#include "core/NumberText.h"
 #include "engine/RankModels.h"
 #include "sheet/PointsNeeded.h"
 
 namespace quorvex {
-namespace {
-
-std::string SolveLabel(const std::string& id) { return "&Undo Solve '" + FirstCharacters(id, 15) + "...'"; }
-
-}  // namespace
-
 std::optional<std::size_t> ProjectSolver::SolveRegression() {
   const std::optional<GatheredData> data = Gather();
   if (!data) return std::nullopt;
@@ -30,7 +23,7 @@ std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
   if (!data) return std::nullopt;
   const std::vector<InterpClass*> chosen = windows_.Interp(project_.Interpolations);
   if (chosen.empty()) return std::nullopt;
-  Request request{chosen.size() == 1 ? SolveLabel(chosen[0]->id) : "&Undo Solve Group", {}};
+  Request request{chosen.size() == 1 ? UndoLabel("Solve", chosen[0]->id) : "&Undo Solve Group", {}};
   for (InterpClass* curve : chosen) request.Of.push_back({nullptr, curve});
   return Run(*data, request);
 }
@@ -66,7 +59,7 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
     case ModelSelection::SingleModel: {
       ModelPick pick(project_.Models, project_.Sheet.IndependentVariables, settings_);
       if (!windows_.Regress(pick)) return std::nullopt;
-      return Request{SolveLabel(pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
+      return Request{UndoLabel("Solve", pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
     }
     case ModelSelection::Groups: {
       const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
