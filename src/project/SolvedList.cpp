@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "engine/RankModels.h"
-
 namespace quorvex {
 
 std::string SortKeyName(int sortIndex) {
@@ -18,21 +16,6 @@ std::string SortKeyName(int sortIndex) {
       return "RSS";
   }
 }
-
-double SortKeyValue(const ModelClass& model, int sortIndex) {
-  switch (sortIndex) {
-    case kSortByR2:
-      return model.R2;
-    case kSortByR2Adjust:
-      return model.R2Adjust;
-    case kSortByStdErr:
-      return model.StdErr;
-    default:
-      return model.RSS;
-  }
-}
-
-bool LargestIsBest(int sortIndex) { return sortIndex == kSortByR2 || sortIndex == kSortByR2Adjust; }
 
 std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
 
