@@ -159,7 +159,7 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensItsTools) {
     Click(dialog, "optWhichModels2");
     EXPECT_EQ(Rows(List(dialog, "eq_list")), (QStringList{"mine", "yours"}));
     EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("definition_text")->toPlainText(), "Y = m*x+n");
-    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "User Defined Models");
+    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "User Defined");
     Choose(List(dialog, "eq_list"), "yours");
     Click(dialog, "optWhichModels0");
     EXPECT_EQ(List(dialog, "eq_list").currentItem()->text(), "yours");
