@@ -1,6 +1,7 @@
 #include "project/ProjectSolver.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Files.h"
 #include "engine/RankModels.h"
@@ -98,7 +99,9 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   if (std::ranges::any_of(request.Of, canBeSolved)) editor_.Edit.PushUndo(request.UndoLabel, {});
   for (const auto& model : project_.Models) model->Solve = false;
   for (InterpClass& curve : project_.Interpolations) curve.Solve = false;
+  std::vector<std::pair<SolvedItem, int>> before;  // solutions, and by which solver they were found
   for (const SolvedItem& one : request.Of) {
+    if (one.Model != nullptr && one.Model->Solved) before.emplace_back(one, one.Model->SolveType);
     if (one.Interpolation != nullptr) {
       one.Interpolation->Solve = true;
     } else {
@@ -115,7 +118,11 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
   project_.Limits = *limits_;
   missing_ = data.IncompleteRows;
-  if (outcome.Aborted) return std::nullopt;
+  if (outcome.Aborted) {
+    for (const auto& [one, solveType] : before)  // those that the run did not come to
+      if (std::ranges::find(outcome.Solved, one) == outcome.Solved.end()) one.Model->SolveType = solveType;
+    return std::nullopt;
+  }
   return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
 }
 
