@@ -5,7 +5,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTabWidget>
-#include <set>
+#include <QTableWidget>
 
 #include "NistProject.h"
 #include "SolveFrame.h"
@@ -241,6 +241,91 @@ TEST_F(SolveThrough, WorksWithTwoIndependentVariables) {
   Trigger("mnuEditUndo");
   EXPECT_EQ(SolvedRows(), "");
   EXPECT_EQ(Results().findChild<QComboBox*>("EqList")->count(), 0);
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
+// Ranges and a coefficient held constant, given in the midst of a solve; then other estimates for what is solved, and
+// undo step by step.
+TEST_F(SolveThrough, TakesEstimatesAndBringsBackTheSolutionTheyCost) {
+  Open(30, "m*x+n");
+  // Regress with estimates of the user's own, which the dialog over it asks for.
+  const auto answerModel = [&](std::function<void(QDialog&, QTableWidget&)> estimates) {
+    AnswerSetup("optSingle");
+    dialogs.Do([](QDialog& dialog) {
+      Choose(List(dialog, "eq_list"), "mine");
+      Click(dialog, "enforce_override");
+      Click(dialog, "solve_command");
+    });
+    dialogs.Do([estimates](QDialog& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), "Initial Estimates");
+      estimates(dialog, *dialog.findChild<QTableWidget*>("RangeGrid"));
+    });
+  };
+  const auto type = [](QTableWidget& grid, int row, const char* kind) {
+    static_cast<QComboBox*>(grid.cellWidget(row, 1))->setCurrentText(kind);
+  };
+  answerModel([&](QDialog& dialog, QTableWidget& grid) {
+    EXPECT_EQ(grid.item(0, 2)->text(), "1") << "by its rule";
+    type(grid, 0, "Range");
+    type(grid, 1, "Range");
+    for (int row = 0; row < 2; ++row) {
+      grid.item(row, 2)->setText("0.5");
+      grid.item(row, 3)->setText("2.5");
+    }
+    grid.item(0, 4)->setText("101");
+    grid.item(1, 4)->setText("1");
+    Press(dialog, QDialogButtonBox::Ok);
+    EXPECT_TRUE(
+        dialogs.Said.back().ends_with("You currently have 101 specified. Either solve fewer variables with "
+                                      "ranges or reduce the number of ranges for each variable."));
+    EXPECT_TRUE(dialog.isVisible());
+    grid.item(0, 4)->setText("100");
+    type(grid, 1, "Constant");
+    grid.item(1, 2)->setText("1.25");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  dialogs.Press(QMessageBox::Ok);  // to the refusal
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  const QString log = QString::fromStdString(Active().Solver().Log());
+  EXPECT_TRUE(log.contains("Using current initial estimates\r\nSolving with 100 initial condition(s)"));
+  EXPECT_TRUE(log.contains("100 of 100 IC's successful, determining best fit."));
+  const auto held = FitRow("n", "Regression Variable Results");
+  EXPECT_EQ(held, (std::vector<std::string>{"n", "1.25", "0", "", "", "", "", "", "", ""}));
+  const std::string slope = FitRow("m", "Regression Variable Results")[1];
+  // Start and end of both coefficients, four statistics, two ranges.
+  const auto first = FitRow("0.5", "Initial Condition Range Summary");
+  EXPECT_EQ(first[2], "1.25");
+  EXPECT_EQ(first[4], FitRow("Residual Sum of Squares (Absolute) = ")[1]);
+  EXPECT_EQ(first[8], "0.5 to 2.5");
+  EXPECT_EQ(first[9], "1.25");
+  const auto all = Fit();
+
+  // Once more, from the solution: the question, and a run from one start with both free.
+  answerModel([&](QDialog& dialog, QTableWidget& grid) {
+    EXPECT_EQ(grid.item(1, 2)->text(), "1.25");
+    type(grid, 0, "Initial Estimate");
+    type(grid, 1, "Initial Estimate");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(dialogs.Said[dialogs.Said.size() - 2],
+            "This model is currently in the solved list. Modifying the parameters will clear it's solution. Do you "
+            "wish to continue?");
+  EXPECT_NE(FitRow("n", "Regression Variable Results")[1], "1.25");
+  EXPECT_EQ(Active().UndoText(), "&Undo Solve 'mine...'");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "");
+  EXPECT_EQ(Active().UndoText(), "&Undo Modify Parameters 'mine...'");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "1 mine");
+  EXPECT_EQ(Fit(), all);
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "");
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }
