@@ -5,16 +5,8 @@
 namespace quorvex {
 
 std::string SortKeyName(int sortIndex) {
-  switch (sortIndex) {
-    case kSortByR2:
-      return "R^2";
-    case kSortByR2Adjust:
-      return "Ra^2";
-    case kSortByStdErr:
-      return "StdErr";
-    default:
-      return "RSS";
-  }
+  const bool known = sortIndex >= kSortByRSS && sortIndex <= kSortByStdErr;
+  return std::string(kSortKeys[known ? static_cast<std::size_t>(sortIndex - 1) : 0]);
 }
 
 std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
