@@ -26,6 +26,7 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
   std::shared_ptr<const InputPoints> shared;
   for (const auto& model : models) {
     if (!model->Solve || form.Aborted) continue;
+    form.Paused = false;  // was meant for the model before, which ended by itself
     form.SetParameterCount(model->NumDependentVar());
     form.SetProgress(++done, 2 * count);
     const std::string text = "Solving Model " + (model->cfgID.empty() ? model->id : model->cfgID);

@@ -1,15 +1,11 @@
 #pragma once
 
-#include <array>
 #include <string>
-#include <string_view>
 
 #include "core/Settings.h"
+#include "engine/RankModels.h"
 
 namespace quorvex {
-
-// The measures that models are ranked by; a SortKey counts them from 1.
-inline constexpr std::array<std::string_view, 4> kSortKeys = {"RSS", "R^2", "Ra^2", "StdErr"};
 
 // The settings of one macro, as its statements leave them. What a parameter run substitutes in is kept as text.
 struct MacroSetup {

@@ -44,12 +44,13 @@ bool ModelClass::FitLinear(const SolveData& data, std::string& LogString) {
   }
   ErrorInfo = true;
   Line(LogString, "Solution successful");
-  return Solved = Judge(data, NumDependentVar(), LogString);
+  SolveForm nobody;  // there are no iterations to break off
+  return Solved = Judge(data, NumDependentVar(), LogString, nobody);
 }
 
 // The end that both roads share: statistics, or the rejection of a model without a value at some point.
-bool ModelClass::Judge(const SolveData& data, int numcoef, std::string& LogString) {
-  if (!GetGoodnessOfFit(data, numcoef)) {
+bool ModelClass::Judge(const SolveData& data, int numcoef, std::string& LogString, SolveForm& form) {
+  if (!GetGoodnessOfFit(data, numcoef, form)) {
     LineAndBlank(LogString, "Solution rejected based on poor goodness of fit statics.");
     return false;
   }
@@ -122,7 +123,7 @@ bool ModelClass::FitOneStart(const SolveData& data, const Settings& settings, st
   Line(LogString, "Total number of non-linear iterations = " + std::to_string(search.iter));
   Store(a, search.covar);
   const auto nfree = std::count_if(ia.begin(), ia.end(), [](int free) { return free != 0; });
-  return Judge(data, static_cast<int>(nfree), LogString);
+  return Judge(data, static_cast<int>(nfree), LogString, form);
 }
 
 // Iterates from `a` until a stopping rule holds; `a` is then the best that was found, and `covar` its covariance unless
@@ -200,7 +201,7 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
     if (form.Aborted) return false;
     Line(LogString, "IC Set " + std::to_string(k + 1) + ": Final residual change = " + GeneralNumber(search.change));
     Store(a, search.covar);
-    if (!GetGoodnessOfFit(data, nfree)) {
+    if (!GetGoodnessOfFit(data, nfree, form)) {
       // The set is tried again: only an abort ends a set that keeps failing.
       LineAndBlank(LogString, "Solution rejected based on poor goodness of fit statics.");
       continue;

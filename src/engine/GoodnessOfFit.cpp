@@ -2,12 +2,18 @@
 #include <array>
 #include <cmath>
 
+#include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 
 namespace quorvex {
 
-// Two passes over the points in the order of the data, which is also the order of the Durbin-Watson differences.
 bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef) {
+  SolveForm nobody;
+  return GetGoodnessOfFit(data, numcoef, nobody);
+}
+
+// Two passes over the points in the order of the data, which is also the order of the Durbin-Watson differences.
+bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form) {
   const std::size_t N = data.N();
   const double n = static_cast<double>(N);
   std::array<double, kMostIndependentVariables> x;
@@ -17,7 +23,11 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef) {
   double resSum = 0, rss = 0, rssNorm = 0, differences = 0, weightedY = 0, previous = 0;
   for (std::size_t i = 0; i < N; ++i) {
     const std::size_t inBlock = i % kBlock;
-    if (inBlock == 0) blockFitted = EvaluateBlock(data, i, std::min(kBlock, N - i), fitted.data());
+    if (inBlock == 0) {
+      form.Pulse();
+      if (form.Aborted) throw NumericFault();  // nobody asks for the result any more
+      blockFitted = EvaluateBlock(data, i, std::min(kBlock, N - i), fitted.data());
+    }
     if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock], ErrString)) return false;
     const double e = data.Y[i] - fitted[inBlock];
     resSum += e;

@@ -177,6 +177,8 @@ class ModelClass : public SeriesStyle {
 
   // Fills the statistics of the fit; false where the model has no value at some point, and nothing changes.
   bool GetGoodnessOfFit(const SolveData& data, int numcoef);
+  // The same with turns of the event loop for `form`. Throws NumericFault where its user aborts.
+  bool GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form);
 
   // The model as text, as code (statements and the library functions they need) and as a spreadsheet formula; see the
   // functions of the same names in equation/.
@@ -281,7 +283,7 @@ class ModelClass : public SeriesStyle {
                 const std::vector<std::vector<double>>& sets);
   Search FitOneSet(const SolveData& data, const Settings& settings, std::vector<double>& a, const std::vector<int>& ia,
                    SolveForm& form);
-  bool Judge(const SolveData& data, int numcoef, std::string& LogString);
+  bool Judge(const SolveData& data, int numcoef, std::string& LogString, SolveForm& form);
   std::vector<int> FreeFlags() const;
   void Store(const std::vector<double>& a, const Matrix& covar);
   void ShowParameters(const std::vector<double>& a, SolveForm& form) const;

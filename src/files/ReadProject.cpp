@@ -7,8 +7,7 @@
 #include "files/FieldReader.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelRecord.h"
-#include "sheet/ComputeWeights.h"
-#include "sheet/LoadGridData.h"
+#include "project/GatherData.h"
 
 namespace quorvex {
 namespace {
@@ -302,12 +301,10 @@ void Reader::ReadSweeps() {
 const SolveData& Reader::Points() {
   if (points_) return *points_;
   const DataSheet& sheet = project_->Sheet;
-  Result<LoadedGrid> loaded = LoadGridData(
-      sheet.Cells, {.IndependentVariables = sheet.IndependentVariables, .Weighted = sheet.HasStandardDeviation});
+  Result<GatheredData> gathered = GatherData(sheet);
   points_.emplace();
   points_->X.resize(sheet.IndependentVariables);
-  if (loaded) points_ = std::move(loaded->Points);
-  points_->sig = ComputeWeights(points_->SD);
+  if (gathered) points_ = std::move(gathered->Points);
   return *points_;
 }
 

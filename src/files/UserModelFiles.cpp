@@ -30,8 +30,7 @@ std::optional<UserModelFile> OpenFile(const Project& project, Prompter& user, co
   const std::size_t variables = project.Sheet.IndependentVariables;
   if (static_cast<std::size_t>(file.IndependentVariables) != variables) {
     user.Refuse(VariableMismatch(std::string("The models you are attempting to ") + words.Verb + " have ",
-                                 file.IndependentVariables, variables) +
-                ".");
+                                 file.IndependentVariables, variables));
     return std::nullopt;
   }
   return file;

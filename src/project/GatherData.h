@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "core/Result.h"
 #include "core/SolveData.h"
@@ -8,13 +9,17 @@
 
 namespace quorvex {
 
-// What a sheet has to solve.
+// The order of gathered points. A fit wants those with one independent variable sorted by it.
+enum class PointOrder { ByX, OfSheet };
+
+// The points of a sheet.
 struct GatheredData {
-  SolveData Points;                // complete rows; with one independent variable sorted by X; weights computed
+  SolveData Points;                // complete rows; weights computed
+  std::vector<std::size_t> Rows;   // of the sheet, from 1, that the points stand in; of points in its order alone
   std::size_t IncompleteRows = 0;  // rows with some X or Y, left out
 };
 
 // Fails where a cell of a would-be point holds a text: "Line N: 'text' is not a number.". Costs a copy of the cells.
-Result<GatheredData> GatherData(const DataSheet& sheet);
+Result<GatheredData> GatherData(const DataSheet& sheet, PointOrder order = PointOrder::ByX);
 
 }  // namespace quorvex

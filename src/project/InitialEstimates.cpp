@@ -120,9 +120,4 @@ bool SaveRules(Project& project, ModelClass& model, std::span<const EstimateRow>
   return project.Changed = true;
 }
 
-std::string UndoLabel(std::string_view operation, std::string_view modelName) {
-  constexpr std::size_t kShown = 15;
-  return "&Undo " + std::string(operation) + " '" + FirstCharacters(modelName, kShown) + "...'";
-}
-
 }  // namespace quorvex

@@ -5,7 +5,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "core/LocaleText.h"
@@ -47,9 +46,5 @@ bool SetEstimates(Project& project, ProjectEditor& editor, ModelClass& model, st
 // Stores the initial values of the rows as rules of the model. False, after a word to the user or of the user, where
 // nothing was stored.
 bool SaveRules(Project& project, ModelClass& model, std::span<const EstimateRow> rows, Prompter& user);
-
-// A label of the undo stack that names a model by its first 15 characters, such as "&Undo Modify Parameters
-// 'a*x+b...'".
-std::string UndoLabel(std::string_view operation, std::string_view modelName);
 
 }  // namespace quorvex

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/NumberText.h"
+
 namespace quorvex {
 
 ProjectEditor::ProjectEditor(Project& project, const Settings& settings, Prompter& user)
@@ -123,6 +125,11 @@ void ProjectEditor::DropSolutions() {
   for (const auto& model : project_.Models)
     if (model->Solved) model->Datachange();
   for (InterpClass& interpolation : project_.Interpolations) interpolation.Datachange();
+}
+
+std::string UndoLabel(std::string_view operation, std::string_view modelName) {
+  constexpr std::size_t kShown = 15;
+  return "&Undo " + std::string(operation) + " '" + FirstCharacters(modelName, kShown) + "...'";
 }
 
 }  // namespace quorvex

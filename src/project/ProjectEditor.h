@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Prompter.h"
@@ -66,6 +67,10 @@ class ProjectEditor {
   const Settings& settings_;
   clsUndo undo_;
 };
+
+// A label of the undo stack that names a model by its first 15 characters, such as "&Undo Modify Parameters
+// 'a*x+b...'".
+std::string UndoLabel(std::string_view operation, std::string_view modelName);
 
 // The heading over the lines of Undo History.
 inline constexpr const char* kUndoHistoryHeading = "Number:     Action:";

@@ -1,19 +1,13 @@
 #include "project/ProjectSolver.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Files.h"
-#include "core/NumberText.h"
 #include "engine/RankModels.h"
 #include "sheet/PointsNeeded.h"
 
 namespace quorvex {
-namespace {
-
-std::string SolveLabel(const std::string& id) { return "&Undo Solve '" + FirstCharacters(id, 15) + "...'"; }
-
-}  // namespace
-
 std::optional<std::size_t> ProjectSolver::SolveRegression() {
   const std::optional<GatheredData> data = Gather();
   if (!data) return std::nullopt;
@@ -30,7 +24,7 @@ std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
   if (!data) return std::nullopt;
   const std::vector<InterpClass*> chosen = windows_.Interp(project_.Interpolations);
   if (chosen.empty()) return std::nullopt;
-  Request request{chosen.size() == 1 ? SolveLabel(chosen[0]->id) : "&Undo Solve Group", {}};
+  Request request{chosen.size() == 1 ? UndoLabel("Solve", chosen[0]->id) : "&Undo Solve Group", {}};
   for (InterpClass* curve : chosen) request.Of.push_back({nullptr, curve});
   return Run(*data, request);
 }
@@ -66,7 +60,7 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
     case ModelSelection::SingleModel: {
       ModelPick pick(project_.Models, project_.Sheet.IndependentVariables, settings_);
       if (!windows_.Regress(pick)) return std::nullopt;
-      return Request{SolveLabel(pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
+      return Request{UndoLabel("Solve", pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
     }
     case ModelSelection::Groups: {
       const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
@@ -105,7 +99,9 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   if (std::ranges::any_of(request.Of, canBeSolved)) editor_.Edit.PushUndo(request.UndoLabel, {});
   for (const auto& model : project_.Models) model->Solve = false;
   for (InterpClass& curve : project_.Interpolations) curve.Solve = false;
+  std::vector<std::pair<SolvedItem, int>> before;  // solutions, and by which solver they were found
   for (const SolvedItem& one : request.Of) {
+    if (one.Model != nullptr && one.Model->Solved) before.emplace_back(one, one.Model->SolveType);
     if (one.Interpolation != nullptr) {
       one.Interpolation->Solve = true;
     } else {
@@ -122,7 +118,11 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
   project_.Limits = *limits_;
   missing_ = data.IncompleteRows;
-  if (outcome.Aborted) return std::nullopt;
+  if (outcome.Aborted) {
+    for (const auto& [one, solveType] : before)  // those that the run did not come to
+      if (std::ranges::find(outcome.Solved, one) == outcome.Solved.end()) one.Model->SolveType = solveType;
+    return std::nullopt;
+  }
   return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
 }
 

@@ -2,37 +2,12 @@
 
 #include <algorithm>
 
-#include "engine/RankModels.h"
-
 namespace quorvex {
 
 std::string SortKeyName(int sortIndex) {
-  switch (sortIndex) {
-    case kSortByR2:
-      return "R^2";
-    case kSortByR2Adjust:
-      return "Ra^2";
-    case kSortByStdErr:
-      return "StdErr";
-    default:
-      return "RSS";
-  }
+  const bool known = sortIndex >= kSortByRSS && sortIndex <= kSortByStdErr;
+  return std::string(kSortKeys[known ? static_cast<std::size_t>(sortIndex - 1) : 0]);
 }
-
-double SortKeyValue(const ModelClass& model, int sortIndex) {
-  switch (sortIndex) {
-    case kSortByR2:
-      return model.R2;
-    case kSortByR2Adjust:
-      return model.R2Adjust;
-    case kSortByStdErr:
-      return model.StdErr;
-    default:
-      return model.RSS;
-  }
-}
-
-bool LargestIsBest(int sortIndex) { return sortIndex == kSortByR2 || sortIndex == kSortByR2Adjust; }
 
 std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
 

@@ -6,17 +6,12 @@
 #include <utility>
 #include <vector>
 
+#include "engine/RankModels.h"
 #include "project/Project.h"
 
 namespace quorvex {
 
-// The keys that solutions are sorted by, by the numbers that settings and macros store. Any other number counts as RSS.
-enum SortIndex : int { kSortByRSS = 1, kSortByR2 = 2, kSortByR2Adjust = 3, kSortByStdErr = 4 };
-
 std::string SortKeyName(int sortIndex);  // "RSS", "R^2", "Ra^2", "StdErr"
-double SortKeyValue(const ModelClass& model, int sortIndex);
-// Whether the best fit has the largest key, as R^2 and Ra^2 have it.
-bool LargestIsBest(int sortIndex);
 
 // The caption over the solved list.
 std::string SolutionsCaption(int sortIndex);

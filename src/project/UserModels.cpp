@@ -44,11 +44,17 @@ bool RemoveAllUserModels(Project& project, Prompter& user) {
   return project.Changed = true;
 }
 
+std::string DefinitionText(const ModelClass& model) {
+  std::string text = "Y = " + model.FunctionList(0);
+  for (int n = 1; n < model.FunctionCount(); ++n)
+    if (!model.FunctionList(n).empty())
+      text.append(NL).append("F" + std::to_string(n) + " = ").append(model.FunctionList(n));
+  return text;
+}
+
 std::string DescribeModel(const ModelClass& model) {
   const std::string newLine(NL);
-  std::string text = "ID: " + model.id + newLine + "Model Definition:" + newLine + "Y = " + model.FunctionList(0);
-  for (int n = 1; n < model.FunctionCount(); ++n)
-    text += newLine + "F" + std::to_string(n) + " = " + model.FunctionList(n);
+  std::string text = "ID: " + model.id + newLine + "Model Definition:" + newLine + DefinitionText(model);
   text += newLine + "Model Description:" + newLine + model.Description + newLine + "Rules:";
   for (int i = 1; i <= model.NumDependentVar(); ++i)
     text += newLine + "Variable " + model.Variables(i) + ", Operation = " + model.Rules(i) +

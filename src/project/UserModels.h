@@ -21,6 +21,8 @@ ModelClass& StoreUserModel(Project& project, std::unique_ptr<ModelClass> model, 
 bool RemoveUserModel(Project& project, const ModelClass& model, Prompter& user);
 bool RemoveAllUserModels(Project& project, Prompter& user);
 
+// The model line and what it calls, a line each: "Y = ..." and "F1 = ...".
+std::string DefinitionText(const ModelClass& model);
 // Everything a model consists of, as lines for the user to read.
 std::string DescribeModel(const ModelClass& model);
 

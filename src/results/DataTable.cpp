@@ -8,7 +8,7 @@
 
 namespace quorvex {
 
-DataTable::DataTable(const SolvedItem& solution, const ResultData& data, const DataSheet& sheet,
+DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet,
                      const LocaleText& locale, NumberPatterns patterns)
     : data_(data), locale_(locale), patterns_(std::move(patterns)), headings_{"Row"} {
   const auto end = sheet.Headers.begin() + static_cast<std::ptrdiff_t>(sheet.IndependentVariables) + 1;

@@ -4,8 +4,9 @@
 #include <vector>
 
 #include "core/LocaleText.h"
+#include "project/GatherData.h"
+#include "project/SolvedList.h"
 #include "results/FitInformation.h"
-#include "results/ResultData.h"
 #include "results/TextTable.h"
 
 namespace quorvex {
@@ -15,7 +16,7 @@ namespace quorvex {
 // the locale's form. The points outlive the table.
 class DataTable : public TextTable {
  public:
-  DataTable(const SolvedItem& solution, const ResultData& data, const DataSheet& sheet, const LocaleText& locale,
+  DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet, const LocaleText& locale,
             NumberPatterns patterns = {});
 
   std::size_t RowCount() const override { return data_.Points.N(); }
@@ -24,7 +25,7 @@ class DataTable : public TextTable {
   std::string ColumnHeading(std::size_t column) const override { return headings_[column]; }
 
  private:
-  const ResultData& data_;
+  const GatheredData& data_;
   LocaleText locale_;
   NumberPatterns patterns_;
   std::vector<std::string> headings_;

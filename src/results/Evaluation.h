@@ -6,7 +6,7 @@
 
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
-#include "results/ResultData.h"
+#include "project/SolvedList.h"
 
 namespace quorvex {
 

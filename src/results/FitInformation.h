@@ -5,7 +5,7 @@
 #include "core/LocaleText.h"
 #include "core/Settings.h"
 #include "project/Project.h"
-#include "results/ResultData.h"
+#include "project/SolvedList.h"
 #include "results/TextTable.h"
 
 namespace quorvex {

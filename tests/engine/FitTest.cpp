@@ -457,22 +457,44 @@ struct ImpatientForm : SolveForm {
   void Pulse() override { Aborted |= ++Pulses == AbortAt; }
 };
 
+// Four blocks of points, and a search from one start or from three.
+struct Impatient : Solving {
+  explicit Impatient(bool sweep, int abortAt) : Solving({"a*exp(-b*x)"}), Form(abortAt) {
+    Model->SpecifyICComplete = true;
+    for (const int coefficient : {1, 2}) Model->SetValue(coefficient, 0.5);
+    Model->SetICRange({{0.5, 0.5, 1}, {0.5, 1.5, sweep ? 3 : 1}});
+    std::vector<double> x(1000);
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = 0.01 * static_cast<double>(i);
+    Solved = Model->Fit(Sampled(x, [](double v) { return 3 * std::exp(-v) + std::sin(9 * v); }), Settings(), Log, Form);
+    EXPECT_EQ(Model->Solved, Solved);
+  }
+  ImpatientForm Form;
+  bool Solved;
+};
+
 TEST(Fit, EndsWithinAnIterationWhereItIsAborted) {
-  std::vector<double> x(1000);
-  for (std::size_t i = 0; i < x.size(); ++i) x[i] = 0.01 * static_cast<double>(i);
-  const SolveData data = Sampled(x, [](double v) { return 3 * std::exp(-v) + std::sin(9 * v); });
   // In the first pass and in later ones.
   for (const int at : {1, 3, 6}) {
     for (const bool sweep : {false, true}) {
-      Solving solving({"a*exp(-b*x)"});
-      solving.Model->SpecifyICComplete = true;
-      for (const int coefficient : {1, 2}) solving.Model->SetValue(coefficient, 0.5);
-      solving.Model->SetICRange({{0.5, 0.5, 1}, {0.5, 1.5, sweep ? 3 : 1}});
-      ImpatientForm form(at);
-      EXPECT_FALSE(solving.Model->Fit(data, Settings(), solving.Log, form));
-      EXPECT_FALSE(solving.Model->Solved);
-      EXPECT_EQ(form.Pulses, at);  // nothing was computed after that
-      EXPECT_TRUE(solving.Log.ends_with("Beginning non-linear iterations\r\n")) << solving.Log;
+      const Impatient fit(sweep, at);
+      EXPECT_FALSE(fit.Solved);
+      EXPECT_EQ(fit.Form.Pulses, at);  // nothing was computed after that
+      EXPECT_TRUE(fit.Log.ends_with("Beginning non-linear iterations\r\n")) << fit.Log;
+    }
+  }
+}
+
+// Whose turns are the last ones of a fit. An abort there is no fault of the model, and the log says nothing of one.
+TEST(Fit, EndsWithinItsStatisticsWhereItIsAborted) {
+  for (const bool sweep : {false, true}) {
+    const Impatient whole(sweep, 0);
+    EXPECT_TRUE(whole.Solved);
+    for (const int before : {0, 3}) {
+      const Impatient fit(sweep, whole.Form.Pulses - before);
+      EXPECT_FALSE(fit.Solved);
+      EXPECT_EQ(fit.Form.Pulses, whole.Form.Pulses - before);
+      EXPECT_TRUE(whole.Log.starts_with(fit.Log)) << fit.Log;
+      EXPECT_TRUE(whole.Log.substr(fit.Log.size()).starts_with("Residual Sum of Squares = ")) << fit.Log;
     }
   }
 }

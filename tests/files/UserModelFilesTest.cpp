@@ -115,13 +115,13 @@ TEST_F(UserModelFiles, LeavesTheProjectAloneWhereTheFileIsNotForIt) {
   file = folder.Write("other.equ", "1,2\r\n");
   refused("Error reading user defined model file " + Quoted() + ".");
   file = Written({Definition("P", "a*x1*x2")}, "2");
-  refused("The models you are attempting to VERB have 2 independent variables, and the current project has 1.");
+  refused("The models you are attempting to VERB have 2 independent variables, and the current project has 1");
   project = NewProject(3, false, {});
   file = Written({Definition("P", "a*x")});
   EXPECT_FALSE(Import());
   EXPECT_EQ(
       user.Last(),
-      "refuse: The models you are attempting to import have 1 independent variable, and the current project has 3.");
+      "refuse: The models you are attempting to import have 1 independent variable, and the current project has 3");
 }
 
 TEST_F(UserModelFiles, KeepsWhatCouldBeReadOfABrokenFile) {

@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "NistSets.h"
+#include "NistProject.h"
 #include "SolvableProject.h"
 #include "TemporaryFolder.h"
-#include "core/NumberText.h"
 #include "files/ProjectFile.h"
-#include "sheet/SpreadsheetImport.h"
 
 namespace quorvex {
 namespace {
@@ -21,19 +19,7 @@ TEST(NistProjects, ReachTheCertifiedSolutionAndKeepItInTheFile) {
     SCOPED_TRACE(row.at("name"));
     TemporaryFolder folder;
     const std::string file = folder.Path("set.qvx");
-    {
-      SolvableProject made(std::stoul(row.at("n_indep")));
-      made.Document.Sheet.Cells.GridClearRange({1, 1, 8, 2});
-      auto import = OpenImport(QUORVEX_TEST_DATA "/nist/" + row.at("file"), made.Document.Sheet, LocaleText());
-      ASSERT_TRUE(import && (*import)->Preview());
-      (*import)->Columns.AssignInOrder();
-      ASSERT_EQ((*import)->Finish(made.Editor.Edit), ImportOutcome::Imported);
-      ModelClass& model = made.AddUserModel(row.at("name"), row.at("model"));
-      const std::vector<double> start = Numbers(row.at("start2"));
-      for (int i = 1; i <= model.NumDependentVar(); ++i)
-        model.SetRuleConstant(i, ShortestNumber(start[static_cast<std::size_t>(i - 1)]));
-      ASSERT_EQ(WriteProject(made.Document, file), 0);
-    }
+    ASSERT_EQ(WriteProject(NistProject(row), file), 0);
     Result<Project> opened = ReadProject(file, LocaleText());
     ASSERT_TRUE(opened) << opened.error();
     SolvableProject p(std::stoul(row.at("n_indep")));

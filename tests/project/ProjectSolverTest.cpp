@@ -382,6 +382,26 @@ TEST(RunSolve, EndsWhereTheUserAbortsAndPausesOneModelAlone) {
   EXPECT_EQ(p.Solver.Log().find("Iterations stopped by user.", stopped + 1), std::string::npos);
 }
 
+// A run by the other solver that ends before all of its models had their turn.
+TEST(RunSolve, LeavesWhatItDidNotComeToAsItWas) {
+  SolvableProject p;
+  const std::vector<std::string> ids = {"a*x+b", "a*exp(b*x)", "a*x^b"};
+  p.Windows.Pick = [&](GroupPick& pick) {
+    pick.UserSpecified = true;
+    pick.Members = ids;
+  };
+  p.Windows.Setup = SolveChoice{0, ModelSelection::Groups};
+  p.Solver.SolveRegression();
+  p.Windows.Setup = SolveChoice{1, ModelSelection::Groups};
+  p.Windows.AtTurn = [](ScriptedProgress& form) { form.Aborted = form.Said.back() == "1/3"; };
+  p.Solver.SolveRegression();
+  EXPECT_EQ(p.User.Last(), "inform: Solution Process Aborted.");
+  std::vector<int> solvers;
+  for (const auto& model : p.Document.Models)
+    if (model->Solved) solvers.push_back(model->SolveType);
+  EXPECT_EQ(solvers, (std::vector<int>{1, 0, 0}));
+}
+
 TEST(RunSolve, FindsTheBestOfTheRunInTheList) {
   SolvableProject p;
   p.Document.Sheet.Cells.SetGridCellNumber(9, 1, 9);

@@ -12,18 +12,18 @@ std::vector<std::string> RowOf(const TextTable& table, std::size_t row) {
   return cells;
 }
 
-TEST(LoadResultData, KeepsTheOrderOfTheSheetAndCountsIncompleteRows) {
+TEST(GatherData, KeepsTheOrderOfTheSheetAndCountsIncompleteRows) {
   Project project = ProjectOf({{9, 1, 0, 4, 0}, {1, 2, 3, 4, 5}, {2, 1, 1, 1, 1}}, true);
   project.Sheet.Cells.ClearCell(3, 1);               // Y alone
   project.Sheet.Cells.GridClearRange({5, 1, 5, 2});  // the standard deviation alone, which is no observation
-  const Result<ResultData> data = LoadResultData(project.Sheet);
+  const Result<GatheredData> data = GatherData(project.Sheet, PointOrder::OfSheet);
   ASSERT_TRUE(data);
   EXPECT_EQ(data->Points.X[0], (std::vector<double>{9, 1, 4}));
   EXPECT_EQ(data->Rows, (std::vector<std::size_t>{1, 2, 4}));
-  EXPECT_EQ(data->MissingPoints, 1u);
+  EXPECT_EQ(data->IncompleteRows, 1u);
   EXPECT_EQ(data->Points.sig, (std::vector<double>{1 / 3.0, 4 / 3.0, 4 / 3.0}));
   project.Sheet.Cells.SetGridCellText(4, 2, "high");
-  EXPECT_EQ(LoadResultData(project.Sheet).error(), "Line 4: 'high' is not a number.");
+  EXPECT_EQ(GatherData(project.Sheet, PointOrder::OfSheet).error(), "Line 4: 'high' is not a number.");
 }
 
 TEST(SolvedList, RanksModelsBeforeInterpolations) {
@@ -32,7 +32,7 @@ TEST(SolvedList, RanksModelsBeforeInterpolations) {
   ModelClass& line = SolveModel(project, "a*x+b", 1);
   ModelClass& hyperbola = SolveModel(project, "a+b/x", 1);
   std::string log;
-  ASSERT_TRUE(project.Interpolations[1].Fit(LoadResultData(project.Sheet)->Points, log));
+  ASSERT_TRUE(project.Interpolations[1].Fit(GatherData(project.Sheet)->Points, log));
   const SolvedItem polynomial{nullptr, &project.Interpolations[1]};
   EXPECT_EQ(SolvedItems(project, 1), (std::vector<SolvedItem>{{&line, nullptr}, {&hyperbola, nullptr}, polynomial}));
   hyperbola.StdErr = line.StdErr / 2;
@@ -46,7 +46,7 @@ TEST(DataTable, ShowsResidualsInTheOrderOfTheSheet) {
   ModelClass& model = SolveModel(project, "a*x+b", 1);
   model.SetValue(1, 2);
   model.SetValue(2, 1.25);
-  const ResultData data = *LoadResultData(project.Sheet);
+  const GatheredData data = *GatherData(project.Sheet, PointOrder::OfSheet);
   DataTable table({&model, nullptr}, data, project.Sheet, LocaleText());
   std::vector<std::string> headings;
   for (std::size_t c = 0; c < table.ColumnCount(); ++c) headings.push_back(table.ColumnHeading(c));
@@ -65,9 +65,9 @@ TEST(DataTable, SaysWhereASolutionHasNoValue) {
   Project project = ProjectOf({{1, 2, 3}, {1, 4, 9}});
   std::string log;
   InterpClass& polynomial = project.Interpolations[1];
-  ASSERT_TRUE(polynomial.Fit(LoadResultData(project.Sheet)->Points, log));
+  ASSERT_TRUE(polynomial.Fit(GatherData(project.Sheet)->Points, log));
   project.Sheet.Cells.SetGridCellNumber(3, 1, 4);
-  const ResultData data = *LoadResultData(project.Sheet);
+  const GatheredData data = *GatherData(project.Sheet, PointOrder::OfSheet);
   const DataTable table({nullptr, &polynomial}, data, project.Sheet, LocaleText());
   EXPECT_EQ(RowOf(table, 1), (std::vector<std::string>{"2", "2", "4", "4", "0.0e+0", "0.0e+0"}));
   EXPECT_EQ(RowOf(table, 2), (std::vector<std::string>{"3", "4", "9", "ERROR", "ERROR", "ERROR"}));

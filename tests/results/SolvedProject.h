@@ -9,8 +9,9 @@
 
 #include "core/SolveData.h"
 #include "engine/UserModel.h"
+#include "project/GatherData.h"
 #include "project/Project.h"
-#include "results/ResultData.h"
+#include "project/SolvedList.h"
 
 namespace quorvex {
 
@@ -38,10 +39,9 @@ inline ModelClass& SolveModel(Project& project, const std::string& name, int sol
   if (found == nullptr) throw std::invalid_argument(name);
   ModelClass& model = *found;
   model.SolveType = solveType;
-  const ResultData data = *LoadResultData(project.Sheet);
   std::string log;
   SolveForm form;
-  EXPECT_TRUE(model.Fit(data.Points, Settings(), log, form)) << log;
+  EXPECT_TRUE(model.Fit(GatherData(project.Sheet)->Points, Settings(), log, form)) << log;
   return model;
 }
 

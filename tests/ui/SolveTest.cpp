@@ -2,110 +2,21 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QGroupBox>
-#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRadioButton>
-#include <QSignalSpy>
-#include <QTableView>
-#include <algorithm>
-#include <cmath>
 
 #include "Accessibility.h"
-#include "Frame.h"
 #include "Mnemonics.h"
-#include "engine/UserModel.h"
-#include "project/ui/ProgressWindow.h"
+#include "SolveFrame.h"
 
 namespace quorvex {
 namespace {
 
-void Click(QWidget& window, const char* button) {
-  auto* found = window.findChild<QAbstractButton*>(button);
-  ASSERT_NE(found, nullptr) << button;
-  // Of a wide option only the mark and the text take the click.
-  QTest::mouseClick(found, Qt::LeftButton, {}, {std::min(found->width() / 2, 12), found->height() / 2});
-}
-
-void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
-  QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
-}
-
-QListWidget& List(QWidget& window, const char* name) { return *window.findChild<QListWidget*>(name); }
-
-QStringList Rows(const QListWidget& list) {
-  QStringList rows;
-  for (int i = 0; i < list.count(); ++i) rows << list.item(i)->text();
-  return rows;
-}
-
-void Choose(QListWidget& list, const QString& text) {
-  list.setCurrentItem(list.findItems(text, Qt::MatchExactly).value(0));
-}
-
-class SolveMenuTest : public Frame {
- protected:
-  // A frame with one project: `points` points of a curve, and two models of the user's own.
-  void Open(std::size_t points, const std::string& model = "m*x+n") {
-    Project project = NewProject(1, false, {});
-    for (std::size_t i = 1; i <= points; ++i) {
-      const double x = 10.0 * static_cast<double>(i) / static_cast<double>(points);
-      project.Sheet.Cells.SetGridCellNumber(i, 1, x);
-      project.Sheet.Cells.SetGridCellNumber(i, 2, 2 * x + 1 + std::sin(x * 7) / 4);
-    }
-    for (const auto& [id, text] : {std::pair<std::string, std::string>("mine", model), {"yours", "p*x^2+q"}}) {
-      auto own = NewModelFor(1, {});
-      own->SetID(id, {text});
-      own->UserType = true;
-      project.Models.Add(id, std::move(own));
-    }
-    ASSERT_EQ(WriteProject(project, folder.Path("curve.qvx")), 0);
-    Start();
-    frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
-    results = std::make_unique<QSignalSpy>(&Active(), &quorvexWindow::ResultsWanted);
-  }
-
-  // Answers the setup; `option` is one of the model selection.
-  void AnswerSetup(const char* option, const char* solver = "optNonLinear") {
-    dialogs.Do([option, solver](QDialog& dialog) {
-      EXPECT_EQ(dialog.windowTitle(), "Solution Setup");
-      Click(dialog, option);
-      Click(dialog, solver);
-      Press(dialog, QDialogButtonBox::Ok);
-    });
-  }
-  void AnswerModel(const QString& id) {
-    dialogs.Do([id](QDialog& dialog) {
-      EXPECT_EQ(dialog.windowTitle(), "Single Model Regression Setup");
-      Choose(List(dialog, "eq_list"), id);
-      Click(dialog, "solve_command");
-    });
-  }
-  void SolveOne(const QString& id) {
-    AnswerSetup("optSingle");
-    AnswerModel(id);
-    dialogs.Press(QMessageBox::Ok);
-    Trigger("mnuSolveRegression");
-  }
-
-  QTableView& Solved() { return *Active().findChild<QTableView*>("SolvedList"); }
-  // "1 mine|2 yours", as the table shows them.
-  QString SolvedRows() {
-    QStringList rows;
-    const QAbstractItemModel& model = *Solved().model();
-    for (int row = 0; row < model.rowCount(); ++row)
-      rows << model.index(row, 0).data().toString() + " " + model.index(row, 1).data().toString();
-    return rows.join('|');
-  }
-  QString Caption() { return Active().findChild<QGroupBox*>("solutions")->title(); }
-
-  std::unique_ptr<QSignalSpy> results;
-};
+class SolveMenuTest : public SolveFrame {};
 
 TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   Open(30);
@@ -249,7 +160,7 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensItsTools) {
     Click(dialog, "optWhichModels2");
     EXPECT_EQ(Rows(List(dialog, "eq_list")), (QStringList{"mine", "yours"}));
     EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("definition_text")->toPlainText(), "Y = m*x+n");
-    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "User Defined Models");
+    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "User Defined");
     Choose(List(dialog, "eq_list"), "yours");
     Click(dialog, "optWhichModels0");
     EXPECT_EQ(List(dialog, "eq_list").currentItem()->text(), "yours");
@@ -389,28 +300,6 @@ TEST_F(SolveMenuTest, InterpolatesClearsAndShowsTheLog) {
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }
-
-// Steps that are taken while the progress window is open, one per turn of the event loop.
-class DuringSolve {
- public:
-  using Step = std::function<bool(ProgressWindow& window)>;  // true where it is done
-  explicit DuringSolve(std::vector<Step> steps) : steps_(std::move(steps)) {
-    QObject::connect(&timer_, &QTimer::timeout, [this] {
-      auto* window = qobject_cast<ProgressWindow*>(QApplication::activeModalWidget());
-      if (window == nullptr || !window->isVisible() || next_ == steps_.size()) return;
-      if (steps_[next_](*window)) ++next_;
-    });
-    timer_.start(0);
-  }
-  ~DuringSolve() { EXPECT_EQ(next_, steps_.size()); }
-
- private:
-  QTimer timer_;
-  std::vector<Step> steps_;
-  std::size_t next_ = 0;
-};
-
-QString Text(ProgressWindow& window, const char* label) { return window.findChild<QLabel*>(label)->text(); }
 
 TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
   Open(20000, "first*exp(-second*x)+third*x^fourth");

@@ -348,7 +348,7 @@ TEST_F(Results, PlotsTheModelAndItsResiduals) {
 
 TEST_F(Results, SaysWhyThereIsNoPlot) {
   std::string log;
-  ASSERT_TRUE(project.Interpolations[0].Fit(LoadResultData(project.Sheet)->Points, log));
+  ASSERT_TRUE(project.Interpolations[0].Fit(GatherData(project.Sheet)->Points, log));
   Open();
   EXPECT_EQ(Shown(), "Cubic Spline");
   Turn(2);

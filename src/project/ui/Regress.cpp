@@ -11,6 +11,8 @@
 #include <QRadioButton>
 #include <algorithm>
 
+#include "project/UserModels.h"
+
 namespace quorvex {
 namespace {
 
@@ -18,15 +20,6 @@ template <class Widget>
 Widget* Named(Widget* widget, const char* name) {
   widget->setObjectName(name);
   return widget;
-}
-
-// The model line and what it calls, a line each.
-QString Definition(const ModelClass& model) {
-  QString text = "Y = " + QString::fromStdString(model.FunctionList(0));
-  for (int n = 1; n < model.FunctionCount(); ++n)
-    if (!model.FunctionList(n).empty())
-      text += QString("\nF%1 = %2").arg(n).arg(QString::fromStdString(model.FunctionList(n)));
-  return text;
 }
 
 }  // namespace
@@ -144,11 +137,10 @@ void Regress::ListModels() {
 
 void Regress::ShowModel() {
   const ModelClass* const model = Chosen();
-  definition_text->setPlainText(model != nullptr ? Definition(*model) : QString());
+  definition_text->setPlainText(model != nullptr ? QString::fromStdString(DefinitionText(*model)).remove('\r')
+                                                 : QString());
   description_label->setText(model != nullptr ? QString::fromStdString(model->Description) : QString());
-  group_label->setText(model == nullptr  ? QString()
-                       : model->UserType ? QString("User Defined Models")
-                                         : QString::fromStdString(model->Group));
+  group_label->setText(model != nullptr ? QString::fromStdString(model->Group) : QString());
   specify_command->setEnabled(model != nullptr && enforce_override->isChecked());
 }
 

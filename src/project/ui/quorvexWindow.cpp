@@ -204,12 +204,16 @@ void quorvexWindow::SortSolutions(int sortIndex) {
   Resort();
 }
 
-void quorvexWindow::Resort() { solutions_->Show(Solved(), SolutionsSortedBy(), project_.Locale.DecimalSeparator); }
+void quorvexWindow::Resort() {
+  solutions_->Show(Solved(), SolutionsSortedBy(), project_.Locale.DecimalSeparator);
+  emit SolutionsChanged();
+}
 
 void quorvexWindow::NotesEdited() {
   project_.Notes = Notes->toPlainText().replace('\n', "\r\n").toStdString();
   project_.NotesChanged = true;
-  ShowState();
+  setWindowModified(true);
+  emit Changed();
 }
 
 void quorvexWindow::ShowState() {

@@ -89,6 +89,7 @@ class quorvexWindow : public QWidget {
 
  signals:
   void ResultsWanted(int position);  // in the solved list, from 0
+  void SolutionsChanged();           // or their order, or what they rest upon
   void Changed();                    // the project, or whether it is saved
   void StatusChanged();              // the text of the status bar
 

@@ -6,6 +6,14 @@
 #include "results/ui/reginit.h"
 
 namespace quorvex {
+namespace {
+
+void Follow(const quorvexWindow& window, frmResults& results) {
+  if (const auto& limits = window.Solver().LimitsOfLastSolve()) results.SetLimits(*limits);
+  results.Refresh();
+}
+
+}  // namespace
 
 void ShowResults(quorvexWindow& window, int position) {
   auto* results = window.findChild<frmResults*>();
@@ -13,10 +21,10 @@ void ShowResults(quorvexWindow& window, int position) {
     results = new frmResults(window.Document(), window.Preferences(), window.User(), &window);
     results->setWindowFlag(Qt::Window);
     results->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(&window, &quorvexWindow::Changed, results, &frmResults::Refresh);
+    QObject::connect(&window, &quorvexWindow::SolutionsChanged, results,
+                     [&window, results] { Follow(window, *results); });
   }
-  if (const auto& limits = window.Solver().LimitsOfLastSolve()) results->SetLimits(*limits);
-  results->Refresh();
+  Follow(window, *results);
   results->Show(window.Solved()[static_cast<std::size_t>(position)]);
   results->show();
   results->raise();

@@ -9,9 +9,9 @@
 #include "core/Prompter.h"
 #include "core/Settings.h"
 #include "plot/PlotClass.h"
+#include "project/GatherData.h"
 #include "project/Project.h"
 #include "results/FitInformation.h"
-#include "results/ResultData.h"
 
 class QComboBox;
 class QPushButton;
@@ -78,7 +78,7 @@ class frmResults : public QWidget {
   Prompter& user_;
   FitCircumstances circumstances_;
   NumberPatterns patterns_;
-  ResultData data_;
+  GatheredData data_;
   std::vector<SolvedItem> solved_;
   std::array<bool, kTabs> current_{};  // whether a tab shows the present solution
 

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QListWidget>
+#include <QSignalSpy>
+#include <QTableView>
+#include <algorithm>
+#include <cmath>
+
+#include "Frame.h"
+#include "engine/UserModel.h"
+#include "project/ui/ProgressWindow.h"
+
+namespace quorvex {
+
+inline void Click(QWidget& window, const char* button) {
+  auto* found = window.findChild<QAbstractButton*>(button);
+  ASSERT_NE(found, nullptr) << button;
+  // Of a wide option only the mark and the text take the click.
+  QTest::mouseClick(found, Qt::LeftButton, {}, {std::min(found->width() / 2, 12), found->height() / 2});
+}
+
+inline void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
+  QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+}
+
+inline QListWidget& List(QWidget& window, const char* name) { return *window.findChild<QListWidget*>(name); }
+
+inline QStringList Rows(const QListWidget& list) {
+  QStringList rows;
+  for (int i = 0; i < list.count(); ++i) rows << list.item(i)->text();
+  return rows;
+}
+
+inline void Choose(QListWidget& list, const QString& text) {
+  list.setCurrentItem(list.findItems(text, Qt::MatchExactly).value(0));
+}
+
+// The frame with what a user does to solve.
+class SolveFrame : public Frame {
+ protected:
+  // A frame with one project: `points` points of a curve, and two models of the user's own.
+  void Open(std::size_t points, const std::string& model = "m*x+n") {
+    Project project = NewProject(1, false, {});
+    for (std::size_t i = 1; i <= points; ++i) {
+      const double x = 10.0 * static_cast<double>(i) / static_cast<double>(points);
+      project.Sheet.Cells.SetGridCellNumber(i, 1, x);
+      project.Sheet.Cells.SetGridCellNumber(i, 2, 2 * x + 1 + std::sin(x * 7) / 4);
+    }
+    for (const auto& [id, text] : {std::pair<std::string, std::string>("mine", model), {"yours", "p*x^2+q"}}) {
+      auto own = NewModelFor(1, {});
+      own->SetID(id, {text});
+      own->UserType = true;
+      project.Models.Add(id, std::move(own));
+    }
+    ASSERT_EQ(WriteProject(project, folder.Path("curve.qvx")), 0);
+    Start();
+    frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
+    results = std::make_unique<QSignalSpy>(&Active(), &quorvexWindow::ResultsWanted);
+  }
+
+  // Answers the setup; `option` is one of the model selection.
+  void AnswerSetup(const char* option, const char* solver = "optNonLinear") {
+    dialogs.Do([option, solver](QDialog& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), "Solution Setup");
+      Click(dialog, option);
+      Click(dialog, solver);
+      Press(dialog, QDialogButtonBox::Ok);
+    });
+  }
+  void AnswerModel(const QString& id) {
+    dialogs.Do([id](QDialog& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), "Single Model Regression Setup");
+      Choose(List(dialog, "eq_list"), id);
+      Click(dialog, "solve_command");
+    });
+  }
+  void SolveOne(const QString& id) {
+    AnswerSetup("optSingle");
+    AnswerModel(id);
+    dialogs.Press(QMessageBox::Ok);
+    Trigger("mnuSolveRegression");
+  }
+
+  QTableView& Solved() { return *Active().findChild<QTableView*>("SolvedList"); }
+  // "1 mine|2 yours", as the table shows them.
+  QString SolvedRows() {
+    QStringList rows;
+    const QAbstractItemModel& model = *Solved().model();
+    for (int row = 0; row < model.rowCount(); ++row)
+      rows << model.index(row, 0).data().toString() + " " + model.index(row, 1).data().toString();
+    return rows.join('|');
+  }
+  QString Caption() { return Active().findChild<QGroupBox*>("solutions")->title(); }
+
+  std::unique_ptr<QSignalSpy> results;
+};
+
+// Steps that are taken while the progress window is open, one per turn of the event loop.
+class DuringSolve {
+ public:
+  using Step = std::function<bool(ProgressWindow& window)>;  // true where it is done
+  explicit DuringSolve(std::vector<Step> steps) : steps_(std::move(steps)) {
+    QObject::connect(&timer_, &QTimer::timeout, [this] {
+      auto* window = qobject_cast<ProgressWindow*>(QApplication::activeModalWidget());
+      if (window == nullptr || !window->isVisible() || next_ == steps_.size()) return;
+      if (steps_[next_](*window)) ++next_;
+    });
+    timer_.start(0);
+  }
+  ~DuringSolve() { EXPECT_EQ(next_, steps_.size()); }
+
+ private:
+  QTimer timer_;
+  std::vector<Step> steps_;
+  std::size_t next_ = 0;
+};
+
+inline QString Text(ProgressWindow& window, const char* label) { return window.findChild<QLabel*>(label)->text(); }
+
+}  // namespace quorvex
