@@ -146,6 +146,7 @@ void parentfrm::Autosave() {
     if (!document.Changed && !document.NotesChanged) {
       recovery_.Forget(number);
     } else if (recovery_.Keep(number, document) != 0) {
+      window->setProperty(kUnkept, true);
       statusBar()->showMessage("The changes could not be kept for the case of a crash.", kAutosaveInterval);
     }
   }
