@@ -134,7 +134,14 @@ TEST_F(Frame, TakesAnEntryThatIsOpenWhereTheProjectIsSaved) {
   dialogs.ChooseFile(folder.Path("other.qvx"));
   Trigger("mnuFileSaveAs");
   EXPECT_EQ(Document().FileName, folder.Path("other.qvx"));
+  // Neither is one that is saved by the question at its end.
+  Trigger("mnuFileNew");
+  Type("4", std::nullopt);
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.ChooseFile(folder.Path("last.qvx"));
   EXPECT_TRUE(frame->close());
+  EXPECT_EQ(RecentFiles(LoadSettings(), kRecentProjects),
+            (std::vector<std::string>{folder.Path("last.qvx"), folder.Path("other.qvx"), folder.Path("new.qvx")}));
 }
 
 TEST_F(Frame, HasRoomForEveryDigit) {

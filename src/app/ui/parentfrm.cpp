@@ -284,6 +284,7 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
     ShowActiveWindow();
   });
   connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowActiveWindow);
+  connect(window, &quorvexWindow::Saved, this, [this, window] { RememberFile(window->Document().FileName); });
   connect(window, &quorvexWindow::ResultsWanted, window, [window](int position) { ShowResults(*window, position); });
   window->Tools() = {
       [window](QWidget* over) { ShowUserModels(*window, over); },
@@ -322,13 +323,11 @@ void parentfrm::FileOpen() {
 }
 
 void parentfrm::FileSave() {
-  if (quorvexWindow* window = ActiveProject(); window != nullptr && window->FileSave())
-    RememberFile(window->Document().FileName);
+  if (quorvexWindow* window = ActiveProject()) window->FileSave();
 }
 
 void parentfrm::FileSaveAs() {
-  if (quorvexWindow* window = ActiveProject(); window != nullptr && window->FileSaveAs())
-    RememberFile(window->Document().FileName);
+  if (quorvexWindow* window = ActiveProject()) window->FileSaveAs();
 }
 
 void parentfrm::FileClose() { area_->closeActiveSubWindow(); }

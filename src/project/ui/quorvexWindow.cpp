@@ -111,6 +111,7 @@ QString quorvexWindow::Status() const {
 bool quorvexWindow::FileSave() {
   if (!DataGrid->CommitEntry()) return false;
   const bool saved = quorvex::FileSave(project_, user_);
+  if (saved) emit Saved();
   ShowState();
   return saved;
 }
@@ -118,6 +119,7 @@ bool quorvexWindow::FileSave() {
 bool quorvexWindow::FileSaveAs() {
   if (!DataGrid->CommitEntry()) return false;
   const bool saved = quorvex::FileSaveAs(project_, user_);
+  if (saved) emit Saved();
   ShowState();
   return saved;
 }
@@ -225,7 +227,10 @@ void quorvexWindow::ShowState() {
 }
 
 void quorvexWindow::closeEvent(QCloseEvent* event) {
-  const bool close = DataGrid->CommitEntry() && MayClose(project_, user_);
+  const auto isSaved = [this] { return !project_.Changed && !project_.NotesChanged; };
+  const bool committed = DataGrid->CommitEntry(), wasSaved = isSaved();
+  const bool close = committed && MayClose(project_, user_);
+  if (!wasSaved && isSaved()) emit Saved();
   ShowState();
   event->setAccepted(close);
 }

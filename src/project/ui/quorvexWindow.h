@@ -90,6 +90,7 @@ class quorvexWindow : public QWidget {
  signals:
   void ResultsWanted(int position);  // in the solved list, from 0
   void Changed();                    // the project, or whether it is saved
+  void Saved();                      // the project, into its file
   void StatusChanged();              // the text of the status bar
 
  protected:
