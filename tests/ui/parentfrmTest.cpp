@@ -332,6 +332,7 @@ TEST_F(Frame, KeepsCopiesOfWhatIsNotSaved) {
       count += entry.path().extension() == ".qvx";
     return count;
   };
+  folder.Write("state", "");  // where the folder would be
   Start();
   frame->Autosave();
   EXPECT_EQ(copies(), 0);

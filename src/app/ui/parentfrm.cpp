@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "app/CommandLine.h"
+#include "app/Preferences.h"
 #include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
 #include "core/ui/BusyCursor.h"
@@ -92,12 +93,19 @@ void parentfrm::MoveToStoredPlace() {
        std::clamp(pixels(stored.Top), all.top(), all.bottom() - kReach));
 }
 
-void parentfrm::StorePlace() {
+int parentfrm::StorePlace() {
   const QRect place = isMaximized() || isMinimized() ? normalGeometry() : QRect(pos(), size());
   const auto units = [](int pixels) { return double{1} * pixels * kUnitsPerPixel; };
-  SaveStartupSettings(session_.Preferences,
-                      {units(place.x()), units(place.y()), units(place.height()), units(place.width())});
-  SaveSolveSettings(session_.Preferences);
+  const int error = SaveStartupSettings(
+      session_.Preferences, {units(place.x()), units(place.y()), units(place.height()), units(place.width())});
+  return error != 0 ? error : SaveLastChoices(session_.Preferences);
+}
+
+// Nobody wants to be told at each file that is opened.
+void parentfrm::TellOnceWhetherStored(int error) {
+  if (error == 0 || toldNotStored_) return;
+  toldNotStored_ = true;
+  TellWhetherStored(error, user_);
 }
 
 void parentfrm::showEvent(QShowEvent* event) {
@@ -153,7 +161,7 @@ void parentfrm::Autosave() {
 }
 
 void parentfrm::closeEvent(QCloseEvent* event) {
-  StorePlace();
+  TellOnceWhetherStored(StorePlace());
   area_->closeAllSubWindows();
   event->setAccepted(area_->subWindowList().isEmpty());
 }
@@ -339,7 +347,9 @@ void parentfrm::RememberFolder(const QString& fileName) {
 
 void parentfrm::RememberFile(const std::string& fileName) {
   RememberFolder(QString::fromStdString(fileName));
-  AddRecentFile(session_.Preferences, kRecentProjects, fileName);
+  const int error = AddRecentFile(session_.Preferences, kRecentProjects, fileName);
+  constexpr std::string_view kKeys[] = {"projectdir"};
+  TellOnceWhetherStored(error != 0 ? error : SaveSettings(session_.Preferences, "startup", kKeys));
 }
 
 void parentfrm::ShowActiveWindow() {
