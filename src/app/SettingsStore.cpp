@@ -162,8 +162,8 @@ int SaveStartupSettings(Settings& settings, const FrameGeometry& frame) {
   return SaveSettings(settings, "startup", kKeys);
 }
 
-int SaveSolveSettings(const Settings& settings) {
-  constexpr std::string_view kKeys[] = {"lastselectedmodel", "sortindex"};
+int SaveLastChoices(const Settings& settings) {
+  constexpr std::string_view kKeys[] = {"lastselectedmodel", "sortindex", "importdir"};
   if (const int error = SaveSettings(settings, "startup", kKeys); error != 0) return error;
   const std::vector<std::string> groups = settings.StoredKeys("groupsolve");
   return SaveSettings(settings, "groupsolve", std::vector<std::string_view>(groups.begin(), groups.end()));

@@ -30,6 +30,7 @@ constexpr SettingRow kRows[] = {
     {"startup", "screenheight", "0"},  // 0 asks the frame for a size that suits the screen
     {"startup", "screenwidth", "0"},
     {"startup", "projectdir", "0"},
+    {"startup", "importdir", "0"},
     {"startup", "lastselectedmodel", "0"},
     {"startup", "missingdatawarning", "1"},
     {"startup", "promptforsetup", "0", "true"},

@@ -22,10 +22,10 @@ UndoOutcome ProjectEditor::UpdateUndoMenu(std::string& label, int& action, const
   if (action == kLeaveUndo) return outcome;
   const auto levels = static_cast<std::size_t>(std::max(0, settings_.Integer("undolevels")));
   if (undo_.Enabled() && levels == 0) {
-    Edit.User.Refuse("Cannot UNDO, the UNDO feature has been disabled.");
-    undo_.Disable();  // once said, it is known
+    if (!toldDisabled_) Edit.User.Refuse("Cannot UNDO, the UNDO feature has been disabled.");
     action = kResetUndo;
   }
+  toldDisabled_ = levels == 0;  // once said, it is known
   if (action == kResetUndo || !undo_.Enabled()) {
     undo_.Reset();
     Menu = UndoMenu();

@@ -40,8 +40,8 @@ class ProjectEditor {
 
   // The single door to the undo stack. Pushes a snapshot for the operation `label`, which is about to change `range`,
   // pops one, or resets the stack, and sets Menu. Where undo fails the user is told, undo is off for this window,
-  // `action` becomes kResetUndo, and the project is left alone. After a pop `label` is the next one, and the result
-  // says what the windows have to bring up to date.
+  // `action` becomes kResetUndo, and the project is left alone. Where the setting allows none it is off until it does.
+  // After a pop `label` is the next one, and the result says what the windows have to bring up to date.
   UndoOutcome UpdateUndoMenu(std::string& label, int& action, const CellRange& range = {});
 
   // Takes back the newest operation.
@@ -66,6 +66,7 @@ class ProjectEditor {
   Project& project_;
   const Settings& settings_;
   clsUndo undo_;
+  bool toldDisabled_ = false;  // that the setting allows no undo
 };
 
 // A label of the undo stack that names a model by its first 15 characters, such as "&Undo Modify Parameters

@@ -83,7 +83,11 @@ class LineParser {
     return end;
   }
 
+  // Only cells that are no bare number come here, so a file without quotes pays nothing for those with them.
   void StoreText(std::string_view bytes, std::size_t row, std::size_t col, GridCells& cells) const {
+    if (bytes == format_.MissingMarker) return;
+    if (bytes.size() > 1 && bytes.front() == '"' && bytes.back() == '"')
+      bytes = Trim(bytes.substr(1, bytes.size() - 2));
     if (bytes.empty() || bytes == format_.MissingMarker) return;
     std::string text = DecodeText(bytes);
     if (replacePoint_) std::replace(text.begin(), text.end(), '.', format_.DecimalSeparator);

@@ -30,14 +30,16 @@ struct DelimitedLines {
 };
 
 // Splits the lines of a text file into cells, a row per line. Lines end with CR LF, LF or CR and are taken without the
-// blanks around them. Quotation marks have no meaning. A cell with a number, as NumericText has it in the locale,
-// becomes a number, a cell of blanks stays empty, and anything else is a text, decoded by DecodeText, without the
-// blanks around it, and where it is longer than 255 characters cut to 252 with "..." behind.
+// blanks around them. A cell that begins and ends with a double quote counts without the two; a delimiter between
+// quotes splits as any other. A cell with a number, as NumericText has it in the locale, becomes a number, a cell of
+// blanks stays empty, and anything else is a text, decoded by DecodeText, without the blanks around it, and where it is
+// longer than 255 characters cut to 252 with "..." behind.
 //
 // With OverrideDecimal in a locale of another separator each "." of a cell is read as that separator. Lines are split
 // first: with commas as delimiters "1.5" is one number under a decimal comma too.
 //
-// The marker is compared with the cell as it stands in the file, so "-999" marks "-999" and not "-999.0".
+// The marker is compared with the cell as it stands in the file, with quotes and without, so -999 marks -999 and
+// "-999", but not -999.0.
 //
 // One pass over the bytes; a number is converted where it stands.
 DelimitedLines ParseDelimitedLines(std::string_view text, const DelimitedFormat& format);

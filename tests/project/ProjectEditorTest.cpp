@@ -152,6 +152,15 @@ TEST(UpdateUndoMenu, SaysOnceThatUndoIsDisabled) {
   EXPECT_EQ(p.User.Said.size(), 1u);
   EXPECT_EQ(p.Text(1, 1) + p.Text(2, 1), "12");
   EXPECT_TRUE(p.Document.Changed);
+
+  p.Preferences.SetNumber("undolevels", 1);  // from the next operation on
+  EXPECT_TRUE(p.Type(3, 1, "3"));
+  EXPECT_EQ(p.Editor.Menu.UndoText, "&Undo Typing \"3\" in X:3");
+  p.Preferences.SetNumber("undolevels", 0);
+  EXPECT_FALSE(p.Editor.EditUndo().Ok);
+  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  EXPECT_EQ(p.User.Said.size(), 2u);
+  EXPECT_EQ(p.Text(3, 1), "3");
 }
 
 TEST(UpdateUndoMenu, StopsUndoForTheWindowAfterAFailure) {

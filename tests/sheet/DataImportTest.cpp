@@ -289,6 +289,7 @@ TEST(DataImport, SuggestsWhatIsObvious) {
       {"t,p\n1,2\n", 2, {"X: Column 1", "Y: Column 2"}, {"t", "p"}},
       {"made in May\nt,p\ns,Pa\nNA,2\n", 4, {"X: Column 1", "Y: Column 2"}, {"s", "Pa"}},
       {"1,2\n3,4\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
+      {"\"made in May\"\n\"t\",\"p of it\"\n\"1.5\",\"2\"\n", 3, {"X: Column 1", "Y: Column 2"}, {"t", "p of it"}},
       {"2020-01-15,NA\n2020-01-16,1\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
       {",p\n1,2\n", 2, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
       {"n,t,p\n1,2,3\n", 2, {"X", "Y"}, {"X", "Y"}},

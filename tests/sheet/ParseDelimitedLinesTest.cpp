@@ -57,7 +57,10 @@ TEST(ParseDelimitedLines, SplitsLinesIntoCells) {
       {" a b , 2 , c ", kComma, false, "a b|n:2|c"},
       {"1e5\t-.5\t+3\t5.", kTab, false, "n:100000|n:-0.5|n:3|n:5"},
       {"1e\tinf\tnan\t0x1\t1.2.3\t--1\t1e999\t1 2", kTab, false, "1e|inf|nan|0x1|1.2.3|--1|1e999|1 2"},
-      {"\"1\",\"a,b\"", kComma, false, "\"1\"|\"a|b\""},
+      {R"("1", "-2.5e3" ,"a b"," 3 ","")", kComma, false, "n:1|n:-2500|a b|n:3"},
+      {R"("1","a,b",",""")", kComma, false, R"(n:1|"a|b"|"|")"},  // delimiters split between quotes too
+      {R"("1;"2",3","x"y,"say ""hi""")", kComma + kSemi, false, R"("1|n:2|3"|"x"y|say ""hi"")"},
+      {R"("1" "two" 3)", kSpace, false, "n:1|two|n:3"},
       {"\xEF\xBB\xBF"
        "1\tcaf\xE9\tcaf\xC3\xA9",
        kTab, false, "n:1|caf\xC3\xA9|caf\xC3\xA9"},
@@ -100,7 +103,10 @@ TEST(ParseDelimitedLines, LeavesMarkedCellsEmpty) {
                 {"NA, NA ,na,NA5", "NA", "||na|NA5"},
                 {"0,00,1", "0", "|n:0|n:1"},
                 {"a b,1", "a b", "|n:1"},
-                {"-999,1", " -999", "n:-999|n:1"}};
+                {"-999,1", " -999", "n:-999|n:1"},
+                {R"("NA","-999","1")", "NA", "|n:-999|n:1"},
+                {R"("-999",-999,"2")", "-999", "||n:2"},
+                {R"("NA",NA,2)", "\"NA\"", "|NA|n:2"}};
   for (const auto& c : kCases) {
     DelimitedFormat format;
     format.Delimiters = kComma;

@@ -99,6 +99,105 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   EXPECT_TRUE(frame->close());
 }
 
+// Another entry than the one that is there, one that can be stored.
+std::string AnotherEntry(const Preference& row, const std::string& entry, const std::string& file) {
+  switch (row.Kind) {
+    case PreferenceKind::Integer:
+      return std::to_string(entry == std::to_string(static_cast<int>(row.Most)) ? static_cast<int>(row.Most) - 1
+                                                                                : std::stoi(entry) + 1);
+    case PreferenceKind::Real:
+      return row.Key == "tolerance" ? "0.5" : "0.375";
+    case PreferenceKind::OneOrZero:
+      return entry == "1" ? "0" : "1";
+    case PreferenceKind::TrueOrFalse:
+      return entry == "true" ? "false" : "true";
+    case PreferenceKind::Choice:
+      return std::string(row.Choices[row.Choices.size() - (row.Choices.back().Stored == entry ? 2 : 1)].Stored);
+    case PreferenceKind::Color:
+      return "1193046";
+    case PreferenceKind::Pattern:
+      return "0.0###E+00";
+    case PreferenceKind::File:
+      return file;
+  }
+  return "";
+}
+
+TEST_F(Frame, KeepsEveryChoiceAndPlaceForTheNextStart) {
+  const std::string file = folder.Write("chosen/models.txt", "");
+  folder.Write("data/runs.csv", "1,2\n");
+  std::map<std::string, PreferenceEntries> chosen;
+  const auto changeAll = [&](const char* command, std::span<const PreferencePage> pages) {
+    PreferenceEntries& entries = chosen[command] = EntriesOf(pages, session.Preferences, session.Locale);
+    dialogs.Do([&entries, pages, file](QDialog& form) {
+      for (const PreferencePage& page : pages)
+        for (const Preference& row : page.Rows) {
+          std::string& entry = entries[std::string(row.Key)];
+          entry = AnotherEntry(row, entry, file);
+          const QString name = QString::fromUtf8(row.Key.data(), qsizetype(row.Key.size())).remove(' ');
+          const QString text = QString::fromStdString(entry);
+          if (auto* edit = form.findChild<QLineEdit*>("txt" + name)) edit->setText(text);
+          if (auto* box = form.findChild<QCheckBox*>("ck" + name)) box->click();
+          if (auto* list = form.findChild<QComboBox*>("cmb" + name)) list->setCurrentIndex(list->findData(text));
+          if (auto* color = form.findChild<ColorButton*>("cmd" + name)) color->SetColor(text.toInt());
+        }
+      Press(form, QDialogButtonBox::Ok);
+    });
+    Trigger(command);
+  };
+  Start();
+  changeAll("mnuFilePref", SolverPreferences());
+  changeAll("mnuGenPref", GeneralPreferences());
+  dialogs.ChooseFile(folder.Path("chosen/a.qvx"));
+  Trigger("mnuFileSave");
+  dialogs.ChooseFile(folder.Path("data/runs.csv"));
+  dialogs.Do([](QDialog& form) { form.reject(); });
+  Trigger("mnuDataImport");
+  frame->resize(620, 430);
+  frame->move(60, 45);
+  EXPECT_TRUE(frame->close());
+  frame.reset();
+
+  session = Session();
+  dialogs.Do([](QDialog& tip) { tip.reject(); });
+  Start();
+  EXPECT_EQ(frame->size(), QSize(620, 430));
+  EXPECT_EQ(frame->pos(), QPoint(60, 45));
+  EXPECT_EQ(EntriesOf(SolverPreferences(), session.Preferences, session.Locale), chosen["mnuFilePref"]);
+  EXPECT_EQ(EntriesOf(GeneralPreferences(), session.Preferences, session.Locale), chosen["mnuGenPref"]);
+  EXPECT_EQ(RecentFiles(session.Preferences, kRecentProjects), std::vector<std::string>{folder.Path("chosen/a.qvx")});
+  std::vector<std::string> begins;
+  for (const char* command : {"mnuFileOpen", "mnuDataImport"}) {
+    dialogs.Do([&](QDialog& form) {
+      begins.push_back(static_cast<QFileDialog&>(form).directory().absolutePath().toStdString());
+      form.reject();
+    });
+    Trigger(command);
+  }
+  EXPECT_EQ(begins, (std::vector<std::string>{folder.Path("chosen"), folder.Path("data")}));
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, SaysOnceThatItsSettingsCannotBeStored) {
+  const std::string file = SavedProject("a.qvx"), other = SavedProject("b.qvx");
+  folder.Write("file", "");
+  const TemporaryVariable unwritable("QUORVEX_SETTINGS", folder.Path("file/quorvex.ini").c_str());
+  Start();
+  dialogs.Press(QMessageBox::Ok);
+  frame->OpenFile(QString::fromStdString(file));
+  EXPECT_EQ(dialogs.Said,
+            std::vector<std::string>{"The preferences could not be stored in '" + folder.Path("file/quorvex.ini") +
+                                     "' (error 76). They hold until Quorvex ends."});
+  frame->OpenFile(QString::fromStdString(other));
+  EXPECT_EQ(RecentFiles(session.Preferences, kRecentProjects), (std::vector<std::string>{other, file}));
+  Type("7");
+  dialogs.Press(QMessageBox::Yes);
+  EXPECT_TRUE(frame->close());
+  EXPECT_EQ(dialogs.Said.size(), 2u);  // and no more than the question about the project
+  EXPECT_EQ(ReadProject(other, {})->Sheet.Cells.GridCellNumber(1, 1), 7);
+  EXPECT_EQ(folder.Read("file"), "");
+}
+
 TEST_F(Frame, TurnsUndoOffAtOnceInOpenWindows) {
   Start();
   Type("1");

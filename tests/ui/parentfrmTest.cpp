@@ -134,7 +134,14 @@ TEST_F(Frame, TakesAnEntryThatIsOpenWhereTheProjectIsSaved) {
   dialogs.ChooseFile(folder.Path("other.qvx"));
   Trigger("mnuFileSaveAs");
   EXPECT_EQ(Document().FileName, folder.Path("other.qvx"));
+  // Neither is one that is saved by the question at its end.
+  Trigger("mnuFileNew");
+  Type("4", std::nullopt);
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.ChooseFile(folder.Path("last.qvx"));
   EXPECT_TRUE(frame->close());
+  EXPECT_EQ(RecentFiles(LoadSettings(), kRecentProjects),
+            (std::vector<std::string>{folder.Path("last.qvx"), folder.Path("other.qvx"), folder.Path("new.qvx")}));
 }
 
 TEST_F(Frame, HasRoomForEveryDigit) {
@@ -325,11 +332,15 @@ TEST_F(Frame, KeepsCopiesOfWhatIsNotSaved) {
       count += entry.path().extension() == ".qvx";
     return count;
   };
+  folder.Write("state", "");  // where the folder would be
   Start();
   frame->Autosave();
   EXPECT_EQ(copies(), 0);
   Type("1");
   frame->Autosave();
+  EXPECT_EQ(copies(), 0);
+  std::filesystem::remove(folder.Path("state"));
+  frame->Autosave();  // what failed is tried again
   EXPECT_EQ(copies(), 1);
   dialogs.Press(QMessageBox::No);
   Trigger("mnuFileClose");

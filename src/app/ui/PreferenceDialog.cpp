@@ -181,6 +181,7 @@ void PreferenceDialog::accept() {
   if (const Preference* wrong = RefuseFirst(rows_, entries, session_.Locale, user_)) return GoTo(*wrong);
   const int error = StorePreferences(rows_, entries, session_.Preferences, session_.Locale);
   const int more = StoreMore();
+  stored_ = error == 0 && more == 0;
   TellWhetherStored(error != 0 ? error : more, user_);
   QDialog::accept();
 }

@@ -23,6 +23,8 @@ class PreferenceDialog : public QDialog {
                    Prompter& user);
 
   void accept() override;
+  // Whether what was accepted is in the store, which the user was told where it is not.
+  bool Stored() const { return stored_; }
 
  protected:
   // For further pages of a dialog, which stand before the buttons.
@@ -44,6 +46,7 @@ class PreferenceDialog : public QDialog {
 
   std::span<const PreferencePage> rows_;
   QTabWidget* pages_;
+  bool stored_ = true;
   std::map<std::string, QWidget*, std::less<>> controls_;  // by key
 };
 

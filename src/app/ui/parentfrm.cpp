@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "app/CommandLine.h"
+#include "app/Preferences.h"
 #include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
 #include "core/ui/BusyCursor.h"
@@ -92,12 +93,19 @@ void parentfrm::MoveToStoredPlace() {
        std::clamp(pixels(stored.Top), all.top(), all.bottom() - kReach));
 }
 
-void parentfrm::StorePlace() {
+int parentfrm::StorePlace() {
   const QRect place = isMaximized() || isMinimized() ? normalGeometry() : QRect(pos(), size());
   const auto units = [](int pixels) { return double{1} * pixels * kUnitsPerPixel; };
-  SaveStartupSettings(session_.Preferences,
-                      {units(place.x()), units(place.y()), units(place.height()), units(place.width())});
-  SaveSolveSettings(session_.Preferences);
+  const int error = SaveStartupSettings(
+      session_.Preferences, {units(place.x()), units(place.y()), units(place.height()), units(place.width())});
+  return error != 0 ? error : SaveLastChoices(session_.Preferences);
+}
+
+// Nobody wants to be told at each file that is opened.
+void parentfrm::TellOnceWhetherStored(int error) {
+  if (error == 0 || toldNotStored_) return;
+  toldNotStored_ = true;
+  TellWhetherStored(error, user_);
 }
 
 void parentfrm::showEvent(QShowEvent* event) {
@@ -146,13 +154,14 @@ void parentfrm::Autosave() {
     if (!document.Changed && !document.NotesChanged) {
       recovery_.Forget(number);
     } else if (recovery_.Keep(number, document) != 0) {
+      window->setProperty(kUnkept, true);
       statusBar()->showMessage("The changes could not be kept for the case of a crash.", kAutosaveInterval);
     }
   }
 }
 
 void parentfrm::closeEvent(QCloseEvent* event) {
-  StorePlace();
+  TellOnceWhetherStored(StorePlace());
   area_->closeAllSubWindows();
   event->setAccepted(area_->subWindowList().isEmpty());
 }
@@ -283,6 +292,7 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
     ShowActiveWindow();
   });
   connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowActiveWindow);
+  connect(window, &quorvexWindow::Saved, this, [this, window] { RememberFile(window->Document().FileName); });
   connect(window, &quorvexWindow::ResultsWanted, window, [window](int position) { ShowResults(*window, position); });
   window->Tools() = {
       [window](QWidget* over) { ShowUserModels(*window, over); },
@@ -321,13 +331,11 @@ void parentfrm::FileOpen() {
 }
 
 void parentfrm::FileSave() {
-  if (quorvexWindow* window = ActiveProject(); window != nullptr && window->FileSave())
-    RememberFile(window->Document().FileName);
+  if (quorvexWindow* window = ActiveProject()) window->FileSave();
 }
 
 void parentfrm::FileSaveAs() {
-  if (quorvexWindow* window = ActiveProject(); window != nullptr && window->FileSaveAs())
-    RememberFile(window->Document().FileName);
+  if (quorvexWindow* window = ActiveProject()) window->FileSaveAs();
 }
 
 void parentfrm::FileClose() { area_->closeActiveSubWindow(); }
@@ -339,7 +347,9 @@ void parentfrm::RememberFolder(const QString& fileName) {
 
 void parentfrm::RememberFile(const std::string& fileName) {
   RememberFolder(QString::fromStdString(fileName));
-  AddRecentFile(session_.Preferences, kRecentProjects, fileName);
+  const int error = AddRecentFile(session_.Preferences, kRecentProjects, fileName);
+  constexpr std::string_view kKeys[] = {"projectdir"};
+  TellOnceWhetherStored(error != 0 ? error : SaveSettings(session_.Preferences, "startup", kKeys));
 }
 
 void parentfrm::ShowActiveWindow() {

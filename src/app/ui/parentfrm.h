@@ -88,7 +88,7 @@ class parentfrm : public QMainWindow {
   std::string NextUntitled() const;
   void CloseIfFresh(quorvexWindow* window);
 
-  void PreferencesChanged();
+  void PreferencesChanged(bool stored);
   void FillRecentMenu(QMenu& menu, std::string_view section);
   void FillWindowMenu();
   void RememberFolder(const QString& fileName);
@@ -96,7 +96,8 @@ class parentfrm : public QMainWindow {
   void ShowActiveWindow();  // brings toolbar, menus and status bar up to date
 
   void MoveToStoredPlace();
-  void StorePlace();
+  int StorePlace();  // returns 0 or the file error's number
+  void TellOnceWhetherStored(int error);
 
   Session& session_;
   std::string commandLine_;
@@ -105,6 +106,7 @@ class parentfrm : public QMainWindow {
   RecoveryStore recovery_;
   QTimer autosave_;
   bool shown_ = false;
+  bool toldNotStored_ = false;
   std::size_t windows_ = 0;  // opened so far
 
   QMdiArea* area_;

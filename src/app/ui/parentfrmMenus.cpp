@@ -121,7 +121,7 @@ void parentfrm::FillRecentMenu(QMenu& menu, std::string_view section) {
     const QString name = QString::fromStdString(file);
     QAction* action = menu.addAction(Numbered(++number, name));
     connect(action, &QAction::triggered, this, [this, section, file, name] {
-      if (!QFile::exists(name)) RemoveRecentFile(session_.Preferences, section, file);
+      if (!QFile::exists(name)) TellOnceWhetherStored(RemoveRecentFile(session_.Preferences, section, file));
       OpenFile(name);
     });
   }
@@ -185,15 +185,18 @@ void parentfrm::MacroEditor() {
 }
 
 void parentfrm::FilePreferences() {
-  if (FilePref(this, session_, user_).exec() == QDialog::Accepted) PreferencesChanged();
+  FilePref form(this, session_, user_);
+  if (form.exec() == QDialog::Accepted) PreferencesChanged(form.Stored());
 }
 
 void parentfrm::GeneralPreferences() {
-  if (frmGenPref(this, session_, user_).exec() == QDialog::Accepted) PreferencesChanged();
+  frmGenPref form(this, session_, user_);
+  if (form.exec() == QDialog::Accepted) PreferencesChanged(form.Stored());
 }
 
 // What the open windows show may depend on what was chosen, such as the order of solutions.
-void parentfrm::PreferencesChanged() {
+void parentfrm::PreferencesChanged(bool stored) {
+  if (!stored) toldNotStored_ = true;  // by the dialog
   for (QMdiSubWindow* window : area_->subWindowList())
     if (auto* project = qobject_cast<quorvexWindow*>(window->widget());
         project != nullptr && project->Grid().CommitEntry())

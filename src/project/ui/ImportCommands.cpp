@@ -16,7 +16,8 @@ namespace {
 QString ChooseDataFile(quorvexWindow& window) {
   constexpr const char* kFolder = "importdir";
   Settings& settings = window.Preferences();
-  std::string folder = settings.Text(settings.Has(kFolder) ? kFolder : "projectdir");
+  std::string folder = settings.Text(kFolder);
+  if (folder == "0") folder = settings.Text("projectdir");
   if (folder == "0") folder.clear();  // none was ever chosen
   QString file = QFileDialog::getOpenFileName(&window, "Import", QString::fromStdString(folder),
                                               QString("Text and spreadsheets (%1);;All files (*)").arg(kDataFiles));

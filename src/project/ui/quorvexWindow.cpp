@@ -110,6 +110,7 @@ QString quorvexWindow::Status() const {
 bool quorvexWindow::FileSave() {
   if (!DataGrid->CommitEntry()) return false;
   const bool saved = store_.FileSave(project_, user_);
+  if (saved) emit Saved();
   ShowState();
   return saved;
 }
@@ -117,6 +118,7 @@ bool quorvexWindow::FileSave() {
 bool quorvexWindow::FileSaveAs() {
   if (!DataGrid->CommitEntry()) return false;
   const bool saved = store_.FileSaveAs(project_, user_);
+  if (saved) emit Saved();
   ShowState();
   return saved;
 }
@@ -228,7 +230,10 @@ void quorvexWindow::ShowState() {
 }
 
 void quorvexWindow::closeEvent(QCloseEvent* event) {
-  const bool close = DataGrid->CommitEntry() && store_.MayClose(project_, user_);
+  const auto isSaved = [this] { return !project_.Changed && !project_.NotesChanged; };
+  const bool committed = DataGrid->CommitEntry(), wasSaved = isSaved();
+  const bool close = committed && store_.MayClose(project_, user_);
+  if (!wasSaved && isSaved()) emit Saved();
   ShowState();
   event->setAccepted(close);
 }

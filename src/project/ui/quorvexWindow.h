@@ -91,6 +91,7 @@ class quorvexWindow : public QWidget {
   void ResultsWanted(int position);  // in the solved list, from 0
   void SolutionsChanged();           // or their order, or what they rest upon
   void Changed();                    // the project, or whether it is saved
+  void Saved();                      // the project, into its file
   void StatusChanged();              // the text of the status bar
 
  protected:
