@@ -201,6 +201,25 @@ TEST(DrawGraph, DrawsACurveWithoutRepeatingPixels) {
   EXPECT_EQ(Segments(swapped).back(), corner(frame.left, frame.bottom) + " " + corner(frame.right, frame.top));
 }
 
+// The second point lies 316,000 units to the right of the first and 932,000 above. By Pythagoras 12 units towards
+// it are 3.85 to the right and 11.36 up.
+TEST(DrawGraph, LeadsADashedLineTowardsAFarPoint) {
+  PlotClass plot = BarePlot();
+  plot.PlotData.emplace_back(PointSeries({0, 1000}, {0, 4000}));
+  plot.PlotData[0].Style().DrawStyle = 1;
+  plot.X.Max = plot.Y.Max = 1;
+  RecordingPrompter prompter;
+  ASSERT_TRUE(plot.CreateGraph({}, prompter));
+  RecordingSurface surface = QuarterMillimetres();
+  plot.RefreshPlot(surface, prompter);
+  EXPECT_TRUE(Has(Segments(surface), "52 257 56 246"));
+
+  plot.PlotData[0].Style().DrawStyle = 0;  // a solid one has no second point
+  RecordingSurface solid = QuarterMillimetres();
+  plot.RefreshPlot(solid, prompter);
+  EXPECT_EQ(Segments(solid).size(), 5U + 2 * 10 + 2 * 40);
+}
+
 TEST(DrawGraph, GivesUpWhereASeriesHasNoPoints) {
   PlotClass plot = UnitPlot();
   plot.PlotData.emplace_back(Curve("a*x", {1}));  // whose table nobody made
