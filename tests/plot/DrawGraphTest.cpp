@@ -147,6 +147,11 @@ TEST(DrawGraph, SetsTicksIntoTheFrame) {
   EXPECT_EQ(extra.size(), 5U + 10 + 20 + 80 + 1);
   EXPECT_TRUE(Has(extra, "84 24 84 37"));
   EXPECT_TRUE(Has(extra, "58 24 58 30"));
+
+  plot.TickPenLength = 0.15F;  // 15.3 units; the half of 15 goes to the even 8
+  const Lines longer = Segments(Drawn(plot));
+  EXPECT_TRUE(Has(longer, "84 257 84 242"));
+  EXPECT_TRUE(Has(longer, "58 257 58 249"));
 }
 
 // In a decade the ticks stand at log10(1) to log10(9): 316 / 2 * {0, 0.3010, 0.4771, ...} from 52 on.
