@@ -25,6 +25,7 @@ double StepOf(const AxisLimits& limits) { return (limits.Max - limits.Min) / lim
 }  // namespace
 
 std::string BuildAutoLabelFormat(const AxisLimits& limits) {
+  if (limits.Log) return "0.0E+00";
   const double a = std::max(std::abs(limits.Min), std::abs(limits.Max));
   const double step = StepOf(limits);
   if (a >= 1e7) {
@@ -61,7 +62,7 @@ std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::str
 }
 
 std::vector<std::string> MakeAxisLabels(const AxisLimits& limits, std::string& format, bool autoFormat) {
-  if (autoFormat) format = limits.Log ? "0.0E+00" : BuildAutoLabelFormat(limits);
+  if (autoFormat) format = BuildAutoLabelFormat(limits);
   return FillAxisLabels(limits, format);
 }
 
