@@ -4,7 +4,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStyleFactory>
 #include <array>
 #include <cmath>
@@ -16,6 +19,10 @@
 #include "core/ui/MessageBoxPrompter.h"
 #include "plot/ui/PlotWindow.h"
 #include "plot/ui/QtSurface.h"
+#include "project/SolvedList.h"
+#include "results/PlotPoints.h"
+#include "results/ResultPlots.h"
+#include "sheet/ComputeWeights.h"
 
 namespace quorvex {
 namespace {
@@ -276,6 +283,54 @@ bool TakeWindow(const QString& folder, const QString& suffix, Prompter& prompter
   return true;
 }
 
+// Data with error bars and the curves of several solutions, as the Plot menu shows them, and the menu for the axes.
+bool TakeSolutions(const QString& folder, const QString& suffix, Prompter& prompter) {
+  // Optical density over concentration in an assay of DNase: means of eleven runs and their standard deviations.
+  constexpr double kAssay[][3] = {{0.04882812, 0.05331818, 0.02756358}, {0.1953125, 0.1509545, 0.02429085},
+                                  {0.390625, 0.2397273, 0.02628268},    {0.78125, 0.4067727, 0.02755243},
+                                  {1.5625, 0.6663182, 0.03057604},      {3.125, 1.037727, 0.03789985},
+                                  {6.25, 1.428591, 0.06917036},         {12.5, 1.769864, 0.08462258}};
+  const Settings settings;
+  Project project = NewProject(1, true, {});
+  for (std::size_t row = 0; const auto& point : kAssay) {
+    ++row;
+    for (std::size_t col = 1; col <= 3; ++col) project.Sheet.Cells.SetGridCellNumber(row, col, point[col - 1]);
+  }
+  project.Sheet.Headers = {"Concentration", "Optical density", "SD"};
+  const auto points = SheetPoints(project.Sheet, prompter);
+  if (!points) return false;
+  SolveData data = points->Points;
+  data.sig = ComputeWeights(data.SD);
+  std::string log;
+  SolveForm form;
+  for (const char* name : {"a*x+b", "a*x^2+b*x+c", "First order logarithm", "Second order logarithm"}) {
+    ModelClass* model = project.Models.Find(name);
+    if (model == nullptr) return false;
+    model->SolveType = 1;  // linear
+    if (!model->Fit(data, settings, log, form)) return false;
+  }
+  std::vector<std::string> left;
+  Result<PlotClass> plot = SolutionsPlot(SolvedItems(project, kSortByRSS), data, points->XTitle, points->YTitle,
+                                         settings, project.Locale, left);
+  if (!plot || !plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter)) return false;
+  PlotWindow window(std::move(*plot), prompter, settings);
+  window.resize(760, 520);
+  window.show();
+  QApplication::processEvents();
+  for (const char* name : {"ShowXMajorGrids", "ShowYMajorGrids"}) window.findChild<QAction*>(name)->trigger();
+  window.grab().save(folder + "/solutions" + suffix + ".png");
+
+  auto* bar = window.findChild<QMenuBar*>();
+  QAction* view = bar->actions().last();
+  bar->setActiveAction(view);
+  QApplication::processEvents();
+  QPixmap picture = window.grab();
+  QPainter(&picture).drawPixmap(bar->actionGeometry(view).bottomLeft(), view->menu()->grab());
+  picture.save(folder + "/view-menu" + suffix + ".png");
+  view->menu()->close();
+  return true;
+}
+
 }  // namespace
 }  // namespace quorvex
 
@@ -289,5 +344,7 @@ int main(int argc, char** argv) {
   if (dark) QApplication::setPalette(DarkPalette());
   ErrorPrompter prompter;
   if (!dark && !TakePlots(arguments[1], prompter)) return EXIT_FAILURE;
-  return TakeWindow(arguments[1], arguments[2], prompter) ? EXIT_SUCCESS : EXIT_FAILURE;
+  return TakeWindow(arguments[1], arguments[2], prompter) && TakeSolutions(arguments[1], arguments[2], prompter)
+             ? EXIT_SUCCESS
+             : EXIT_FAILURE;
 }

@@ -23,6 +23,7 @@ constexpr HelpPage kRows[] = {
     {"frmChooseModel", "models.html#files"},
     {"frmResults", "results.html"},
     {"Dataplot", "plots.html"},
+    {"PlotWindow", "plots.html"},
     {"Properties2D", "plots.html#properties"},
     {"Properties3D", "plots.html#properties"},
     {"PSetup", "plots.html#paper"},

@@ -25,6 +25,7 @@ double StepOf(const AxisLimits& limits) { return (limits.Max - limits.Min) / lim
 }  // namespace
 
 std::string BuildAutoLabelFormat(const AxisLimits& limits) {
+  if (limits.Log) return "0.0E+00";
   const double a = std::max(std::abs(limits.Min), std::abs(limits.Max));
   const double step = StepOf(limits);
   if (a >= 1e7) {
@@ -45,7 +46,9 @@ std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::str
   }
   const double step = StepOf(limits);
   if (!std::isfinite(step)) throw NumericFault();
-  // The tick that stands for zero, counted from 1; subtracting steps would rarely meet it.
+  // The tick that stands for zero, counted from 1; subtracting steps would rarely meet it. Limits that are multiples of
+  // the step are so but for their last bits, and the quotient may miss the whole number by as much.
+  constexpr double kLastBits = 1e-12;
   const double zeroIndex = 1 + limits.Ticks * limits.Max / (limits.Max - limits.Min);
   double value = limits.Max;
   for (int i = 1; i <= limits.Ticks + 1; ++i) {
@@ -53,13 +56,13 @@ std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::str
     if (i >= limits.Ticks)
       value = limits.Min;
     else
-      value = i + 1 == zeroIndex ? 0 : value - step;
+      value = std::abs(i + 1 - zeroIndex) < kLastBits ? 0 : value - step;
   }
   return labels;
 }
 
 std::vector<std::string> MakeAxisLabels(const AxisLimits& limits, std::string& format, bool autoFormat) {
-  if (autoFormat) format = limits.Log ? "0.0E+00" : BuildAutoLabelFormat(limits);
+  if (autoFormat) format = BuildAutoLabelFormat(limits);
   return FillAxisLabels(limits, format);
 }
 

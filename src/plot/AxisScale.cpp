@@ -1,5 +1,6 @@
 #include "plot/AxisScale.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/NumberText.h"
@@ -8,6 +9,9 @@
 
 namespace quorvex {
 namespace {
+
+// Far beyond any device, so that a line to a point out there keeps its direction, and well within 32 bits.
+constexpr double kFarthest = 1e9;
 
 AxisLimits Checked(const AxisLimits& limits) {
   if (!std::isfinite(limits.Min) || !std::isfinite(limits.Max)) throw NumericFault();
@@ -64,9 +68,8 @@ AxisMap AxisMap::Between(double min, double max, bool log, std::int32_t first, s
 std::int32_t AxisMap::ToDevice(double value) const {
   if (Log && value <= 0) return kOutOfRange;
   const double device = (Log ? std::log10(value) : value) * Scale + Offset;
-  if (device <= -kOutOfRange) return -kOutOfRange;
-  if (!(device < kOutOfRange)) return kOutOfRange;  // no number either
-  return static_cast<std::int32_t>(std::lrint(device));
+  if (std::isnan(device)) return kOutOfRange;
+  return static_cast<std::int32_t>(std::lrint(std::clamp(device, -kFarthest, kFarthest)));
 }
 
 double AxisMap::ToData(double device) const {

@@ -36,7 +36,8 @@ struct AxisMap {
   // The axis from `first` to `last`, in device units, for data between min and max.
   static AxisMap Between(double min, double max, bool log, std::int32_t first, std::int32_t last);
 
-  // The nearest device unit. What lies beyond them, and a value <= 0 on a logarithmic axis, gets +-kOutOfRange.
+  // The nearest device unit. A value <= 0 on a logarithmic axis, and what is no number, gets kOutOfRange; what lies
+  // farther off than a billion units comes back to there.
   std::int32_t ToDevice(double value) const;
   double ToData(double device) const;
 };

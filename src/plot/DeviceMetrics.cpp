@@ -18,7 +18,7 @@ DeviceMetrics DeviceMetrics::Measure(const DrawingSurface& surface, const PageSe
   m.Margin2Y = RoundToInt32(pxmmY * 2);
   m.DevicePpi = RoundToInt32((pxmmY + pxmmX) * 25.4 / 2);
   m.MajorTick = RoundToInt32(TickPenLength * m.DevicePpi);
-  m.MinorTick = m.MajorTick / 2;
+  m.MinorTick = RoundToInt32(m.MajorTick / 2.0);
   m.PenScale = surface.PenScale();
   m.BlankPaper = printer && !page.PrintBackground;
   return m;

@@ -98,6 +98,19 @@ bool PlotClass::CreateGraph(const CreateOptions& options, Prompter& prompter) {
   return PlotCreated;
 }
 
+bool PlotClass::AutoFormatted() const {
+  return PlotCreated && X.LabelString == BuildAutoLabelFormat(X.Limits()) &&
+         Y.LabelString == BuildAutoLabelFormat(Y.Limits());
+}
+
+bool PlotClass::SetLogScale(PlotAxis PlotClass::*axis, bool log, Prompter& prompter) {
+  const bool autoFormat = AutoFormatted();
+  PlotAxis& changed = this->*axis;
+  changed.LogScale = log;
+  if (!log) changed.NumMinorTicks = PlotAxis().NumMinorTicks;
+  return CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = autoFormat}, prompter);
+}
+
 std::optional<CurveHit> PlotClass::CurveIsClose(double x, double y, double tolerance) const {
   const AxisMap& mapX = SwapAxis ? shown_.Vertical : shown_.Horizontal;
   const AxisMap& mapY = SwapAxis ? shown_.Horizontal : shown_.Vertical;

@@ -68,6 +68,12 @@ class PlotClass : public PlotPage {
   // cannot be had with its present data and settings.
   bool CreateGraph(const CreateOptions& options, Prompter& prompter);
 
+  // Whether the label patterns are those that AutoFormat chooses for the present scales; other scales then want theirs.
+  bool AutoFormatted() const;
+
+  // Makes an axis logarithmic, or linear again, and takes both scales from the data. False as CreateGraph.
+  bool SetLogScale(PlotAxis PlotClass::*axis, bool log, Prompter& prompter);
+
   // The scales that the displayed series ask for. Nothing where they have none.
   struct Scales {
     AxisLimits X, Y;

@@ -13,7 +13,7 @@ SurfaceObject CreatePlotFont(const PlotFont& font, int angle, DrawingSurface& su
   logical.Escapement = angle * 10;
   logical.Weight = font.Bold ? 700 : 400;
   logical.Italic = font.Italic;
-  logical.FaceName = font.Name.substr(0, kLongestName);
+  logical.FaceName = FirstCharacters(font.Name, kLongestName);
   return {surface, surface.CreateFontIndirectA(logical)};
 }
 

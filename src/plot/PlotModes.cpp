@@ -82,11 +82,12 @@ DeviceRect PlotModes::RubberBand() const {
 
 void PlotModes::ZoomInto() {
   EndZoom();
+  const bool autoFormat = plot_.AutoFormatted();  // else a pattern for whole numbers would stay on their fractions
   const auto [left, right] = std::minmax(ZoomStartX, ZoomEndX);
   const auto [top, bottom] = std::minmax(ZoomStartY, ZoomEndY);
   TakePart(plot_.SwapAxis ? plot_.Y : plot_.X, plot_.Shown().Horizontal, left, right);
   TakePart(plot_.SwapAxis ? plot_.X : plot_.Y, plot_.Shown().Vertical, bottom, top);
-  plot_.CreateGraph({.Regenerate = true}, prompter_);
+  plot_.CreateGraph({.Regenerate = true, .AutoFormat = autoFormat}, prompter_);
   host_.RefreshPicture();
   host_.PlotChanged();
 }

@@ -9,6 +9,13 @@ namespace {
 
 constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF;
 
+// Of several curves: dark enough for thin lines on paper, and as far from each other as that allows. Their number has
+// no divisor in common with that of the line styles, so 35 curves go by before a colour comes in the same style again.
+constexpr std::int32_t kCurveColours[] = {kRed, 0x00781E, 0xB000A0, 0x0066CC, 0x808000, 0x2A2A8B, 0x505050};
+constexpr int kLineStyles = 5;
+
+constexpr const char* kNoCurve = "An error has occurred generating equation data for equation ";
+
 // Points that are shown as markers.
 DataClass Markers(const std::string& legend, std::vector<double> x, std::vector<double> y, const Settings& settings) {
   DataClass data;
@@ -30,30 +37,74 @@ DataClass ReferenceLine(double from, double to) {
   return line;
 }
 
+// Makes the table of a curve over its input. False where it has no value somewhere.
+bool MakeTable(PlotSeries& curve, const PlotClass& plot) {
+  return curve.GenerateTable(
+      {curve.InputXMin(), curve.InputXMax(), plot.PlotAtFittedOnly ? kInputPoints : plot.PointsPerPlot}, false);
+}
+
 }  // namespace
 
-Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
-                            const std::string& yTitle, const Settings& settings, const LocaleText& locale) {
+Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
+                           const Settings& settings, const LocaleText& locale) {
   PlotClass plot(settings, locale);
-  plot.PlotTitle = "Model Plot";
+  plot.PlotTitle = "Plot";
   plot.X.AxisTitle = xTitle;
   plot.Y.AxisTitle = yTitle;
 
   DataClass input = Markers("Input Data", data.X[0], data.Y, settings);
-  const bool weighted = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
-  if (weighted && !input.GenerateErrorTable(data.SD)) return Failure{"An error has occurred obtaining the input data."};
+  input.ShowErrorBars = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
+  if (input.ShowErrorBars && !input.GenerateErrorTable(data.SD))
+    return Failure{"An error has occurred obtaining the input data."};
   plot.PlotData.emplace_back(std::move(input));
+  return plot;
+}
+
+Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
+                            const std::string& yTitle, const Settings& settings, const LocaleText& locale) {
+  Result<PlotClass> plot = DataPlot(data, xTitle, yTitle, settings, locale);
+  if (!plot) return plot;
+  plot->PlotTitle = "Model Plot";
+  plot->PlotData[0].Style().ShowErrorBars = false;
 
   SeriesStyle& style = curve.Style();
   style.LegendText = "Model " + name;
   style.DisplayLine = true;
   if (style.DrawColor == 0) style.DrawColor = kRed;  // the user chose none
-  const TableRange range{curve.InputXMin(), curve.InputXMax(),
-                         plot.PlotAtFittedOnly ? kInputPoints : plot.PointsPerPlot};
-  if (!curve.GenerateTable(range, false))
-    return Failure{"An error has occurred generating equation data for equation " + name};
-  plot.PlotData.push_back(std::move(curve));
+  if (!MakeTable(curve, *plot)) return Failure{kNoCurve + name};
+  plot->PlotData.push_back(std::move(curve));
   return plot;
+}
+
+Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const SolveData& data,
+                                const std::string& xTitle, const std::string& yTitle, const Settings& settings,
+                                const LocaleText& locale, std::vector<std::string>& left) {
+  constexpr std::size_t kLongestLegend = 20;
+  Result<PlotClass> plot = DataPlot(data, xTitle, yTitle, settings, locale);
+  if (!plot) return plot;
+  std::size_t number = 0;
+  for (const SolvedItem& solution : solutions) {
+    PlotSeries curve = SeriesOf(solution);
+    if (!MakeTable(curve, *plot)) {
+      left.push_back(solution.Name());
+      continue;
+    }
+    SeriesStyle& style = curve.Style();
+    style.LegendText = solution.Name();
+    style.DisplayLine = true;
+    if (style.DrawColor == 0) {
+      style.DrawColor = kCurveColours[number % std::size(kCurveColours)];
+      if (style.DrawStyle == 0) style.DrawStyle = static_cast<int>(number % kLineStyles);
+      ++number;
+    }
+    plot->PlotData.push_back(std::move(curve));
+  }
+  plot->Legend.Show = plot->PlotData.size() <= kLongestLegend + 1;
+  return plot;
+}
+
+PlotSeries SeriesOf(const SolvedItem& solution) {
+  return solution.Model != nullptr ? PlotSeries(solution.Model->CopyTo()) : PlotSeries(*solution.Interpolation);
 }
 
 Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const Settings& settings,
@@ -98,7 +149,7 @@ Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const doubl
   if (data.X.size() == 1) return ModelPlot(std::move(trial), equation, data, "X", "Y", settings, locale);
 
   const std::optional<std::vector<double>> residuals = trial->GenerateResiduals(data);
-  if (!residuals) return Failure{"An error has occurred generating equation data for equation " + equation};
+  if (!residuals) return Failure{kNoCurve + equation};
   std::vector<double> calculated(data.N());
   std::transform(data.Y.begin(), data.Y.end(), residuals->begin(), calculated.begin(), std::minus<>());
   const auto [least, greatest] = std::minmax_element(data.Y.begin(), data.Y.end());

@@ -2,11 +2,13 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 #include "core/LocaleText.h"
 #include "core/Result.h"
 #include "core/SolveData.h"
 #include "plot/PlotClass.h"
+#include "project/SolvedList.h"
 
 namespace quorvex {
 
@@ -18,6 +20,24 @@ namespace quorvex {
 // where the curve has no value at some point.
 Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
                             const std::string& yTitle, const Settings& settings, const LocaleText& locale = {});
+
+// Measured points as markers, with their standard deviations as error bars where they are weighted.
+Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
+                           const Settings& settings, const LocaleText& locale = {});
+
+// The same with copies of solutions of one independent variable as curves through the points, each in a colour and line
+// style of its own where the user chose none. `left` gets the names of those without a value somewhere in the range of
+// the data, which are left out. Of more than twenty curves the legend, as long as the page, is not shown.
+Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const SolveData& data,
+                                const std::string& xTitle, const std::string& yTitle, const Settings& settings,
+                                const LocaleText& locale, std::vector<std::string>& left);
+
+// Said instead of such a curve.
+inline constexpr const char* kNoCurveOfSeveralVariables =
+    "A model of several independent variables has no plot in two dimensions.";
+
+// A copy of what the solved list holds, for a plot.
+PlotSeries SeriesOf(const SolvedItem& solution);
 
 // The residuals against their row: `rows` of the sheet, one per point, or, where there are none, the number of the
 // point in the data, from 1.

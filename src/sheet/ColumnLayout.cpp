@@ -17,7 +17,10 @@ std::string PairRefusal(const std::vector<CellRange>& selection) {
     if (columns == 1) return "The currently selected range only includes a single column.";
     return columns > 2 ? "The currently selected range contains more than two columns." : "";
   }
-  if (selection.size() > 2) return "The currently selected range contains more than two columns.";
+  if (selection.size() > 2)
+    return "This operation can only work with at most two selected ranges.  You currently have " +
+           std::to_string(selection.size()) +
+           " ranges selected. Hint:  Make sure you do not have the control key pressed when selecting the FIRST range.";
   const CellRange &a = selection[0], &b = selection[1];
   if (a.FirstCol <= b.LastCol && b.FirstCol <= a.LastCol)
     return "The currently selected ranges either overlap or occupy the same column.";

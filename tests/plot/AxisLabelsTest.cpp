@@ -58,6 +58,18 @@ TEST(FillAxisLabels, ShowsNoRoundingAtZeroAndAtTheEnd) {
   ASSERT_EQ(labels.size(), 11U);
   EXPECT_EQ(labels[3], "0");
   EXPECT_EQ(labels[10], "-0.7");
+  // The data's own limits, whose last bits put zero beside a whole number of steps (-1.4e-05 to 2.000000000000001e-06).
+  const struct {
+    double min, max;
+    const char* format;
+    std::size_t zero;
+    const char* text;
+  } kCases[] = {{-1.2331e-05, 8.484e-07, "General", 1, "0"},
+                {-0.0654, 0.00485, "General", 1, "0"},
+                {-4.0007e-06, 5.8937e-06, "0.0E+00", 6, "0.0E+00"},
+                {-0.000102305, 8.1807e-05, "General", 5, "0"}};
+  for (const auto& c : kCases)
+    EXPECT_EQ(FillAxisLabels(NiceAxisLimits(c.min, c.max), c.format).at(c.zero), c.text) << c.min;
   // Zero between two ticks isn't forced onto one of them.
   EXPECT_EQ(FillAxisLabels({-1, 2, 2}, "0.0"), (Labels{"2.0", "0.5", "-1.0"}));
   EXPECT_THROW(FillAxisLabels({0, 1, 0}, "0.0"), NumericFault);

@@ -147,6 +147,11 @@ TEST(DrawGraph, SetsTicksIntoTheFrame) {
   EXPECT_EQ(extra.size(), 5U + 10 + 20 + 80 + 1);
   EXPECT_TRUE(Has(extra, "84 24 84 37"));
   EXPECT_TRUE(Has(extra, "58 24 58 30"));
+
+  plot.TickPenLength = 0.15F;  // 15.3 units; the half of 15 goes to the even 8
+  const Lines longer = Segments(Drawn(plot));
+  EXPECT_TRUE(Has(longer, "84 257 84 242"));
+  EXPECT_TRUE(Has(longer, "58 257 58 249"));
 }
 
 // In a decade the ticks stand at log10(1) to log10(9): 316 / 2 * {0, 0.3010, 0.4771, ...} from 52 on.
@@ -199,6 +204,25 @@ TEST(DrawGraph, DrawsACurveWithoutRepeatingPixels) {
   const DeviceRect& frame = plot.Shown().Frame;
   const auto corner = [](std::int32_t x, std::int32_t y) { return std::to_string(x) + " " + std::to_string(y); };
   EXPECT_EQ(Segments(swapped).back(), corner(frame.left, frame.bottom) + " " + corner(frame.right, frame.top));
+}
+
+// The second point lies 316,000 units to the right of the first and 932,000 above. By Pythagoras 12 units towards
+// it are 3.85 to the right and 11.36 up.
+TEST(DrawGraph, LeadsADashedLineTowardsAFarPoint) {
+  PlotClass plot = BarePlot();
+  plot.PlotData.emplace_back(PointSeries({0, 1000}, {0, 4000}));
+  plot.PlotData[0].Style().DrawStyle = 1;
+  plot.X.Max = plot.Y.Max = 1;
+  RecordingPrompter prompter;
+  ASSERT_TRUE(plot.CreateGraph({}, prompter));
+  RecordingSurface surface = QuarterMillimetres();
+  plot.RefreshPlot(surface, prompter);
+  EXPECT_TRUE(Has(Segments(surface), "52 257 56 246"));
+
+  plot.PlotData[0].Style().DrawStyle = 0;  // a solid one has no second point
+  RecordingSurface solid = QuarterMillimetres();
+  plot.RefreshPlot(solid, prompter);
+  EXPECT_EQ(Segments(solid).size(), 5U + 2 * 10 + 2 * 40);
 }
 
 TEST(DrawGraph, GivesUpWhereASeriesHasNoPoints) {

@@ -152,6 +152,24 @@ TEST(CreateGraph, SaysWhenThePlotCannotBe) {
   EXPECT_FALSE(endless.CreateGraph({}, prompter));
 }
 
+TEST(SetLogScale, TakesTheScalesAnewAndGoesBack) {
+  PlotClass plot = BarePlot();
+  plot.PlotData.emplace_back(PointSeries({3, 250}, {-1, 1}));
+  RecordingPrompter prompter;
+  ASSERT_TRUE(plot.CreateGraph({.Auto = true, .AutoFormat = true}, prompter));
+  EXPECT_TRUE(plot.SetLogScale(&PlotClass::X, true, prompter));
+  EXPECT_EQ(plot.X.Limits(), (AxisLimits{1, 1000, 3, true}));
+  EXPECT_EQ(plot.X.NumMinorTicks, 10);
+  EXPECT_EQ(plot.X.Labels.front(), "1.0E+03");
+  EXPECT_TRUE(plot.SetLogScale(&PlotClass::X, false, prompter));
+  EXPECT_EQ(plot.X.Limits(), (AxisLimits{0, 250, 5, false}));
+  EXPECT_EQ(plot.X.NumMinorTicks, 5);
+  EXPECT_EQ(plot.X.Labels.front(), "250.0");
+  EXPECT_TRUE(plot.SetLogScale(&PlotClass::Y, true, prompter));
+  EXPECT_FALSE(plot.Y.LogScale) << "no place for what is negative";
+  EXPECT_TRUE(prompter.Said.empty());
+}
+
 TEST(CreateGraph, WritesLabelsInTheLocalesForm) {
   PlotClass plot(Settings(), {.DecimalSeparator = ',', .ListSeparator = ';', .ThousandSeparator = '.'});
   plot.PlotData.emplace_back(PointSeries({0, 1}, {0, 1}));

@@ -115,6 +115,20 @@ TEST(Zoom, KnowsSwappedAndLogarithmicAxes) {
   EXPECT_EQ(window.Plot.Y.Limits(), (AxisLimits{0, 1, 10}));
 }
 
+// From 0 to 1 the step asks for one decimal. A twentieth of that, in ten steps, asks for three.
+TEST(Zoom, KeepsLabelsTellingOnlyWherePatternsAreAutomatic) {
+  for (const bool automatic : {true, false}) {
+    Window window;
+    ASSERT_TRUE(window.Plot.CreateGraph({.AutoFormat = automatic}, window.Messages));
+    EXPECT_EQ(window.Plot.AutoFormatted(), automatic);
+    window.Modes.Zoom(0, 0, 0);
+    window.Modes.MouseDown(1, 52 + 316 * 0.27, 257 - 233 * 0.27);
+    window.Modes.MouseUp(1, 52 + 316 * 0.32, 257 - 233 * 0.32);
+    EXPECT_EQ(window.Plot.X.LabelString, automatic ? "0.000" : "0.00");
+    EXPECT_EQ(window.Plot.X.Labels[2], automatic ? "0.310" : "0.31");
+  }
+}
+
 TEST(Zoom, EndsWithoutAnEffect) {
   const struct {
     const char* what;

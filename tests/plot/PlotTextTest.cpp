@@ -98,6 +98,11 @@ TEST(CreatePlotFont, AsksForTheFontInDeviceUnits) {
        100,
        96,
        "CreateFontIndirectA -12 0 400 1 0 0 2 xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx = 5"},
+      {{std::string(31, 'x') + "\u00e9\u00e9", 9, false, false},
+       0,
+       100,
+       96,
+       "CreateFontIndirectA -12 0 400 0 0 0 2 xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\u00e9 = 5"},
   };
   for (const auto& c : cases) {
     RecordingSurface surface(400, 300, c.unitsPerInch);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "RecordingPrompter.h"
 #include "engine/EqClass.h"
 #include "engine/InterpClass.h"
@@ -60,6 +62,54 @@ TEST(ModelPlot, ShowsDataAndCurve) {
   const auto broken = ModelOf("a*ln(x-2)", 1);
   EXPECT_EQ(ModelPlot(broken->CopyTo(), broken->id, Points(), "", "", Settings()).error(),
             "An error has occurred generating equation data for equation a*ln(x-2)");
+}
+
+TEST(DataPlot, ShowsErrorBarsOfWeightedPoints) {
+  SolveData points = Points();
+  Result<PlotClass> plot = DataPlot(points, "Time", "Height", Settings());
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(plot->PlotTitle, "Plot");
+  EXPECT_EQ(Names(*plot), std::vector<std::string>{"Input Data"});
+  EXPECT_TRUE(plot->PlotData[0].Style().ShowErrorBars);
+  EXPECT_EQ(plot->PlotData[0].CopyMaXMinErrorDataTo().Min[0], 2);
+  points.SD[0] = 1;  // as without weights
+  EXPECT_FALSE(DataPlot(points, "", "", Settings())->PlotData[0].Style().ShowErrorBars);
+  points.SD[0] = 1e308, points.Y[0] = 1e308;
+  EXPECT_EQ(DataPlot(points, "", "", Settings()).error(), "An error has occurred obtaining the input data.");
+}
+
+TEST(SolutionsPlot, TellsItsCurvesApart) {
+  std::vector<std::unique_ptr<ModelClass>> models;
+  std::vector<SolvedItem> solutions;
+  for (int i = 0; i < 21; ++i) {
+    models.push_back(ModelOf(i == 3 ? "a*ln(x-2)" : "a*x+" + std::to_string(i), 2));
+    solutions.push_back({.Model = models.back().get()});
+  }
+  models[5]->DrawColor = 0x123456;
+  models[5]->DrawStyle = 0;
+  InterpClass spline;
+  std::string log;
+  ASSERT_TRUE(spline.Fit(Points(), log));
+  solutions.push_back({.Interpolation = &spline});
+
+  std::vector<std::string> left;
+  Result<PlotClass> plot = SolutionsPlot(solutions, Points(), "X", "Y", Settings(), {}, left);
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(left, std::vector<std::string>{"a*ln(x-2)"});
+  ASSERT_EQ(plot->PlotData.size(), 22U);  // the points first
+  EXPECT_FALSE(plot->Legend.Show) << "21 curves";
+  std::set<std::pair<std::int32_t, int>> looks;
+  for (const PlotSeries& series : plot->PlotData) looks.insert({series.Style().DrawColor, series.Style().DrawStyle});
+  EXPECT_EQ(looks.size(), 22U);
+  EXPECT_EQ(plot->PlotData[1].Style().LegendText, "a*x+0");
+  EXPECT_EQ(looks.count({0x123456, 0}), 1U) << "what the user chose stays";
+  EXPECT_EQ(plot->PlotData.back().Style().LegendText, "Cubic Spline");
+  EXPECT_EQ(plot->PlotData[2].CopyDataTo().Y.back(), 9);  // 2 * 4 + 1
+  EXPECT_EQ(models[0]->DrawColor, 0);
+
+  solutions.resize(2);
+  plot = SolutionsPlot(solutions, Points(), "X", "Y", Settings(), {}, left);
+  EXPECT_TRUE(plot->Legend.Show);
 }
 
 TEST(ResidualPlot, ShowsResidualsByRow) {

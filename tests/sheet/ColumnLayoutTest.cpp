@@ -36,7 +36,9 @@ TEST(SelectedColumnPair, SaysWhyAnythingElseIsRefused) {
       {{}, "You have not selected any cells in the spreadsheet."},
       {{{1, 2, 9, 2}}, "The currently selected range only includes a single column."},
       {{{1, 1, 9, 3}}, "The currently selected range contains more than two columns."},
-      {{{1, 1, 9, 1}, {1, 2, 9, 2}, {1, 3, 9, 3}}, "The currently selected range contains more than two columns."},
+      {{{1, 1, 9, 1}, {1, 2, 9, 2}, {1, 3, 9, 3}},
+       "This operation can only work with at most two selected ranges.  You currently have 3 ranges selected. Hint:  "
+       "Make sure you do not have the control key pressed when selecting the FIRST range."},
       {{{1, 1, 4, 1}, {6, 1, 9, 1}}, "The currently selected ranges either overlap or occupy the same column."},
       {{{1, 1, 4, 2}, {1, 2, 4, 3}}, "The currently selected ranges either overlap or occupy the same column."},
       {{{1, 1, 4, 1}, {1, 2, 5, 2}}, "The currently selected ranges do not contain the same rows."},

@@ -28,6 +28,7 @@
 #include "project/ui/ProjectMenus.h"
 #include "project/ui/SheetView.h"
 #include "project/ui/quorvexWindow.h"
+#include "results/ui/PlotMenu.h"
 
 // The examples and the icon are part of the library of windows, which has to be told so by name.
 static void LoadResources() { Q_INIT_RESOURCE(quorvex); }
@@ -162,6 +163,7 @@ void parentfrm::MakeProjectMenus() {
   AddProjectMenu("data", "&Data", DataMenu());
   AddProjectMenu("models", "&Models", ModelMenu());
   AddProjectMenu("solve", "&Solve", SolveMenu());
+  AddProjectMenu("plot", "&Plot", PlotMenu());
 }
 
 void parentfrm::MakeToolsMenu() {

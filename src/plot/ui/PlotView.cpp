@@ -205,7 +205,7 @@ void PlotView::ShowCoords() {
 }
 
 void PlotView::ZoomOut() {
-  plot_.CreateGraph({.Auto = true, .Regenerate = true}, prompter_);
+  plot_.CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = plot_.AutoFormatted()}, prompter_);
   RefreshPicture();
   emit Changed();
 }

@@ -1,25 +1,34 @@
 #pragma once
 
 #include <QWidget>
+#include <utility>
+#include <vector>
 
+#include "plot/PlotSwitches.h"
 #include "plot/ui/PlotView.h"
 
 namespace quorvex {
 
-// A window with one plot and the buttons for what can be done with it.
+// A window with one plot, the menus and buttons for what can be done with it, and switches for how it looks.
 class PlotWindow : public QWidget {
   Q_OBJECT
 
  public:
   // Prompter and settings must outlive the window.
   PlotWindow(PlotClass plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
+  ~PlotWindow() override;
 
   PlotClass& Plot() { return plot_; }
   PlotView& View() { return *view_; }
 
  private:
+  void MakeMenus();
+  void ShowSwitches();  // as the plot has them now
+
   PlotClass plot_;
+  Prompter& prompter_;
   PlotView* view_;
+  std::vector<std::pair<const PlotSwitch*, QAction*>> switches_;
 };
 
 }  // namespace quorvex

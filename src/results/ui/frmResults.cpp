@@ -231,9 +231,8 @@ Result<PlotClass> frmResults::PlotOf(Tab tab, const SolvedItem& solution) const 
   const SolveData& points = data_.Points;
   if (points.N() < 2) return Failure{"You need at least 2 data points in order to create a plot."};
   if (tab == kModelPlot) {
-    if (points.X.size() > 1) return Failure{"A model of several independent variables has no plot in two dimensions."};
-    PlotSeries curve = solution.Model ? PlotSeries(solution.Model->CopyTo()) : PlotSeries(*solution.Interpolation);
-    return ModelPlot(std::move(curve), solution.Name(), points, project_.Sheet.Headers[0], project_.Sheet.Headers[1],
+    if (points.X.size() > 1) return Failure{kNoCurveOfSeveralVariables};
+    return ModelPlot(SeriesOf(solution), solution.Name(), points, project_.Sheet.Headers[0], project_.Sheet.Headers[1],
                      settings_, project_.Locale);
   }
   if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};

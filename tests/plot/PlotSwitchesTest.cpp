@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include "plot/PlotSwitches.h"
+#include "plot/Plots.h"
+
+namespace quorvex {
+namespace {
+
+PlotClass PositivePlot() {
+  PlotClass plot = BarePlot();
+  DataClass data = PointSeries({1, 50}, {2, 3});
+  data.GenerateErrorTable({0.5, 0.5});
+  plot.PlotData.emplace_back(std::move(data));
+  plot.PlotData.emplace_back(PointSeries({1, 50}, {2, 4}));
+  RecordingPrompter prompter;
+  EXPECT_TRUE(plot.CreateGraph({.Auto = true}, prompter));
+  return plot;
+}
+
+// Each one changes what is drawn, says so, leaves the others alone, and gives the first drawing back.
+TEST(PlotSwitches, ChangeThePictureAndChangeItBack) {
+  PlotClass plot = PositivePlot();
+  RecordingPrompter prompter;
+  const auto drawing = [&] {
+    RecordingSurface surface;
+    EXPECT_TRUE(plot.DrawGraph(surface, prompter));
+    return surface.Text();
+  };
+  const auto states = [&] {
+    std::vector<bool> on;
+    for (const PlotSwitch& entry : PlotSwitches()) on.push_back(entry.Name != nullptr && entry.IsOn(plot));
+    return on;
+  };
+  plot.PlotData[1].Style().LegendText = "curve";
+  const std::string before = drawing();
+  const std::vector<bool> off = states();
+  EXPECT_EQ(off, std::vector<bool>(off.size()));
+  for (std::size_t i = 0; i < off.size(); ++i) {
+    const PlotSwitch& entry = PlotSwitches()[i];
+    if (entry.Name == nullptr) continue;
+    entry.Turn(plot, true, prompter);
+    std::vector<bool> one(off.size());
+    one[i] = true;
+    EXPECT_EQ(states(), one) << entry.Name;
+    EXPECT_NE(drawing(), before) << entry.Name;
+    entry.Turn(plot, false, prompter);
+    EXPECT_EQ(drawing(), before) << entry.Name;
+  }
+  EXPECT_TRUE(prompter.Said.empty());
+}
+
+TEST(PlotSwitches, OfferErrorBarsWhereThereAreAny) {
+  PlotClass plot = PositivePlot();
+  const PlotSwitch& bars = PlotSwitches().back();
+  EXPECT_TRUE(bars.Applies(plot));
+  plot.PlotData.erase(plot.PlotData.begin());
+  EXPECT_FALSE(bars.Applies(plot));
+}
+
+}  // namespace
+}  // namespace quorvex

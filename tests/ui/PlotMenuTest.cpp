@@ -1,0 +1,162 @@
+// The Plot menu and the windows that it opens, used as a user does.
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QTableView>
+
+#include "Frame.h"
+#include "plot/ui/PlotWindow.h"
+#include "results/SolvedProject.h"
+
+namespace quorvex {
+namespace {
+
+class PlotMenuTest : public Frame {
+ protected:
+  // Five points about a line, and these models of the catalogue solved.
+  void Open(const std::vector<const char*>& models, bool hasStandardDeviation = false) {
+    Start();
+    Document() =
+        hasStandardDeviation ? ProjectOf({{1, 2, 3, 4, 5}, {3, 5, 8, 9, 11}, {1, 2, 1, 2, 1}}, true) : LineProject();
+    for (const char* name : models) SolveModel(Document(), name, 1);
+    Active().Refresh();
+  }
+  void Select(int left, int right, int rows) {
+    QAbstractItemModel& cells = *Grid().model();
+    Grid().selectionModel()->select(QItemSelection(cells.index(0, left - 1), cells.index(rows - 1, right - 1)),
+                                    QItemSelectionModel::ClearAndSelect);
+  }
+  QList<PlotWindow*> Plots() { return Active().findChildren<PlotWindow*>(); }
+  static QStringList Legend(PlotWindow& window) {
+    QStringList texts;
+    for (const PlotSeries& series : window.Plot().PlotData) texts << QString::fromStdString(series.Style().LegendText);
+    return texts;
+  }
+};
+
+TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
+  Open({}, true);
+  Trigger("mnuPlotData");
+  ASSERT_EQ(Plots().size(), 1);
+  QPointer<PlotWindow> plot = Plots()[0];
+  EXPECT_TRUE(plot->isVisible());
+  EXPECT_EQ(plot->windowTitle(), "Plot 1 - Untitled");
+  EXPECT_EQ(Legend(*plot), QStringList{"Input Data"});
+  EXPECT_TRUE(plot->findChild<QAction*>("ShowErrorBars")->isChecked());
+
+  Trigger("mnuEditSelectAll");
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuPlotData");
+  EXPECT_EQ(dialogs.Said.back(), "The currently selected range contains more than two columns.");
+  Select(1, 2, 3);
+  Trigger("mnuPlotData");
+  ASSERT_EQ(Plots().size(), 2);
+  EXPECT_EQ(Plots()[1]->windowTitle(), "Plot 2 - Untitled");
+  EXPECT_EQ(Plots()[1]->Plot().PlotData[0].NumTablePoints(), 3U);
+
+  Document().Sheet.Cells.GridClearRange({1, 1, 5, 3});
+  Active().Refresh();
+  plot->View().Redraw();
+  EXPECT_EQ(plot->Plot().PlotData[0].NumTablePoints(), 5U);
+  Grid().setCurrentIndex(Grid().model()->index(0, 0));
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuPlotData");
+  EXPECT_EQ(dialogs.Said.back(), "You need at least 2 data points in order to create a plot.");
+
+  // A window closes by itself, and with its project.
+  QPointer<PlotWindow> other = Plots()[1];
+  other->findChild<QAction*>("mnuPlotClose")->trigger();
+  QTest::qWait(10);
+  EXPECT_TRUE(other.isNull());
+  EXPECT_FALSE(plot.isNull());
+  Document().Changed = false;
+  Trigger("mnuFileClose");
+  QTest::qWait(10);
+  EXPECT_TRUE(plot.isNull());
+}
+
+TEST_F(PlotMenuTest, ShowsSelectedOrAllSolutions) {
+  Open({"a*x+b", "a+b/x", "a*x^2+b*x+c"});
+  auto& list = *Active().findChild<QTableView*>("SolvedList");
+  ASSERT_EQ(list.model()->rowCount(), 3);
+  list.selectRow(1);
+  Trigger("mnuPlotSelected");
+  ASSERT_EQ(Plots().size(), 1);
+  EXPECT_EQ(Legend(*Plots()[0]), (QStringList{"Input Data", "a*x+b"}));
+  Trigger("mnuPlotAll");
+  ASSERT_EQ(Plots().size(), 2);
+  EXPECT_EQ(Legend(*Plots()[1]), (QStringList{"Input Data", "a*x^2+b*x+c", "a*x+b", "a+b/x"}));
+  EXPECT_TRUE(dialogs.Said.empty());
+
+  // The solutions go, the curves stay.
+  const double before = Plots()[1]->Plot().PlotData[2].CopyDataTo().Y.back();
+  Document().Models = ModelCollection();
+  Active().Refresh();
+  Plots()[1]->View().ZoomOut();
+  EXPECT_EQ(Plots()[1]->Plot().PlotData[2].CopyDataTo().Y.back(), before);
+  for (const char* command : {"mnuPlotSelected", "mnuPlotAll"}) {
+    dialogs.Press(QMessageBox::Ok);
+    Trigger(command);
+    EXPECT_EQ(dialogs.Said.back(), "There are no regression models to plot.");
+  }
+}
+
+TEST_F(PlotMenuTest, SaysThatSeveralVariablesHaveNoCurve) {
+  Start();
+  Document() = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}});
+  SolveModel(Document(), "a+b*x1+c*x2", 1);
+  Active().Refresh();
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuPlotAll");
+  EXPECT_EQ(dialogs.Said.back(), "A model of several independent variables has no plot in two dimensions.");
+  EXPECT_TRUE(Plots().isEmpty());
+}
+
+TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {
+  Open({"a*x+b"});
+  Trigger("mnuPlotAll");
+  ASSERT_EQ(Plots().size(), 1);
+  PlotWindow& plot = *Plots()[0];
+  const auto action = [&](const char* name) { return plot.findChild<QAction*>(name); };
+  EXPECT_EQ(action("ShowErrorBars"), nullptr) << "no deviations";
+  EXPECT_TRUE(action("ShowLegend")->isChecked());
+  for (const char* name : {"XLogScale", "YLogScale", "SwapAxis", "Make2DSquare", "ShowXMajorGrids", "ShowXMinorGrids",
+                           "ShowYMajorGrids", "ShowYMinorGrids", "ShowExtraXTicks", "ShowExtraYTicks", "ShowLegend"}) {
+    const QImage before = plot.View().Picture();
+    const bool on = action(name)->isChecked();
+    action(name)->trigger();
+    EXPECT_EQ(action(name)->isChecked(), !on) << name;
+    EXPECT_NE(plot.View().Picture(), before) << name;
+    action(name)->trigger();
+    EXPECT_EQ(plot.View().Picture(), before) << name;
+  }
+  // What has no place on a logarithmic axis leaves it linear, and the entry says so.
+  plot.Plot().PlotData[0] = [] {
+    DataClass data;
+    data.GenerateTable({{-1, 2}}, {3, 4});
+    return data;
+  }();
+  action("XLogScale")->trigger();
+  EXPECT_FALSE(action("XLogScale")->isChecked());
+
+  // While the user zooms nothing else is at hand.
+  action("mnuPlotFormatZoom")->trigger();
+  EXPECT_FALSE(action("SwapAxis")->isEnabled());
+  QTest::keyClick(&plot.View(), Qt::Key_Escape);
+  EXPECT_TRUE(action("SwapAxis")->isEnabled());
+
+  std::set<QChar> menus;
+  for (const QAction* title : plot.findChild<QMenuBar*>()->actions()) {
+    EXPECT_TRUE(menus.insert(title->text()[title->text().indexOf('&') + 1].toLower()).second);
+    std::set<QChar> entries;
+    for (const QAction* entry : title->menu()->actions()) {
+      if (entry->isSeparator()) continue;
+      EXPECT_TRUE(entries.insert(entry->text()[entry->text().indexOf('&') + 1].toLower()).second)
+          << entry->text().toStdString();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
