@@ -70,23 +70,24 @@ class PatternWalk {
     const auto at = [&](double along) {
       return DevicePoint{RoundToInt32(from.x + along * dx / length), RoundToInt32(from.y + along * dy / length)};
     };
-    const auto stroke = [&](DevicePoint start, DevicePoint end) {
+    const auto stroke = [&](double start, double end) {
       if (index_ % 2 != 0) return;
-      surface_.MoveToEx(start.x, start.y);
-      surface_.LineTo(end.x, end.y);
+      const DevicePoint a = at(start), b = at(end);
+      surface_.MoveToEx(a.x, a.y);
+      surface_.LineTo(b.x, b.y);
     };
     const auto [enter, leave] = PartInRange(from, to, length);
     double start = 0, end = remainder_;
     while (end <= length) {
-      stroke(at(start), at(end));
-      index_ = (index_ + 1) % elements_.size();
+      stroke(start, end);
+      index_ = index_ + 1 < elements_.size() ? index_ + 1 : 0;
       start = end;
       // Whole patterns out of sight are not walked: a point far off would take hours.
-      const double skipTo = start < enter ? enter : start > leave ? length : start;
-      start += std::floor((skipTo - start) / period_) * period_;
+      if (start < enter || start > leave)
+        start += std::floor(((start < enter ? enter : length) - start) / period_) * period_;
       end = start + elements_[index_];
     }
-    stroke(at(start), to);
+    stroke(start, length);
     remainder_ = end - length;
   }
 

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF;
 
-// Of several curves: dark enough for thin lines on paper, and as far from each other as that allows. Their number has
-// no divisor in common with that of the line styles, so 35 curves go by before a colour comes in the same style again.
+// Of several curves, dark enough for thin lines on paper. Their number has no divisor in common with that of the line
+// styles, so 35 curves go by before a colour comes in the same style again.
 constexpr std::int32_t kCurveColours[] = {kRed, 0x00781E, 0xB000A0, 0x0066CC, 0x808000, 0x2A2A8B, 0x505050};
 constexpr int kLineStyles = 5;
 

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QTableView>
 
+#include "Accessibility.h"
 #include "Frame.h"
 #include "plot/ui/PlotWindow.h"
 #include "results/SolvedProject.h"
@@ -146,6 +147,8 @@ TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {
   QTest::keyClick(&plot.View(), Qt::Key_Escape);
   EXPECT_TRUE(action("SwapAxis")->isEnabled());
 
+  AccessibilityWalk walk(plot);
+  EXPECT_TRUE(walk.Names.count("Plot"));
   std::set<QChar> menus;
   for (const QAction* title : plot.findChild<QMenuBar*>()->actions()) {
     EXPECT_TRUE(menus.insert(title->text()[title->text().indexOf('&') + 1].toLower()).second);

@@ -4,7 +4,9 @@
 
 #include <QFontInfo>
 #include <QImage>
+#include <cmath>
 #include <random>
+#include <vector>
 
 #include "plot/Markers.h"
 #include "plot/PlotFont.h"
@@ -122,6 +124,64 @@ TEST(QtSurface, DrawsWhatComesInSightOfALineFarBeyondThePage) {
       EXPECT_GE(Inked(image, side), style == 0 ? 25 : 15);
     EXPECT_EQ(Inked(image, QRect(0, 0, 49, 49)), 0);
   }
+}
+
+// Dashes over one another in a few columns and rows, gathered or painted one by one: the same pixels get ink.
+TEST(QtSurface, PaintsDashesThatCoverEachOtherAsOne) {
+  for (const std::int32_t width : {1, 3}) {
+    QImage together = BlankPicture({100, 100}), single = BlankPicture({100, 100});
+    {
+      QtSurface gathering(together), painting(single);
+      const SelectedObject gatheringPen(gathering, gathering.CreatePen(0, width, 0));
+      const SelectedObject paintingPen(painting, painting.CreatePen(0, width, 0));
+      std::mt19937 random(5);
+      const auto place = [&] { return static_cast<std::int32_t>(10 + random() % 80); };
+      for (int line = 0; line < 6; ++line) {
+        const std::int32_t at = place();
+        for (int dash = 0; dash < 8; ++dash) {
+          const std::int32_t from = place(), to = from + static_cast<std::int32_t>(random() % 12) - 6;
+          for (QtSurface* surface : {&gathering, &painting}) {
+            surface->MoveToEx(line % 2 == 0 ? at : from, line % 2 == 0 ? from : at);
+            surface->LineTo(line % 2 == 0 ? at : to, line % 2 == 0 ? to : at);
+          }
+          painting.SetBkMode(1);  // a call of another kind
+        }
+      }
+    }
+    EXPECT_GT(Inked(single, single.rect()), 100);
+    for (int y = 0; y < 100; ++y)
+      for (int x = 0; x < 100; ++x)
+        ASSERT_EQ(together.pixel(x, y) == kWhitePixel, single.pixel(x, y) == kWhitePixel) << x << ", " << y;
+  }
+}
+
+// A curve of 100 points, and the same in two halves, which have too few corners to be painted step by step.
+TEST(QtSurface, DrawsAWideCurveOfManyCornersAsOneOfFew) {
+  QImage many = BlankPicture({200, 100}), few = BlankPicture({200, 100});
+  std::vector<std::int32_t> xs, ys;
+  for (int i = 0; i < 101; ++i) {
+    xs.push_back(2 * i);
+    ys.push_back(static_cast<std::int32_t>(std::lrint(50 - 40 * std::sin(i / 8.0))));
+  }
+  {
+    QtSurface surface(many);
+    DrawStyledPolyline(surface, xs, ys, 0, 2, 0, 1);
+  }
+  {
+    QtSurface surface(few);
+    DrawStyledPolyline(surface, std::span(xs).first(51), std::span(ys).first(51), 0, 2, 0, 1);
+    surface.SetBkMode(1);
+    DrawStyledPolyline(surface, std::span(xs).subspan(50), std::span(ys).subspan(50), 0, 2, 0, 1);
+  }
+  double ink = 0, difference = 0;
+  for (int y = 0; y < 100; ++y)
+    for (int x = 0; x < 200; ++x) {
+      const int a = qGray(many.pixel(x, y)), b = qGray(few.pixel(x, y));
+      ink += 255 - b;
+      difference += std::abs(a - b);
+      ASSERT_LT(std::abs(a - b), 128) << x << ", " << y;
+    }
+  EXPECT_LT(difference, 0.1 * ink);  // where ends overlap edges are a trace darker
 }
 
 TEST(QtSurface, ConfinesDrawingToItsClip) {

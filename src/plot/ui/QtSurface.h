@@ -85,7 +85,8 @@ class QtSurface : public DrawingSurface {
   const QFont& Font();
   bool IsRaster() const;  // pixels, not paths
   void ApplyMap();
-  void Flush();                           // paints the lines gathered
+  void Flush();  // paints the lines gathered
+  std::vector<Line> TakeLines();
   void PaintLine(const QPolygonF& line);  // of more than two points
   QTransform Shifted() const;             // the map, onto whole pixels, as the pen's width asks
   void PaintShape(Shape shape);
@@ -101,7 +102,8 @@ class QtSurface : public DrawingSurface {
   bool fontIsCurrent_ = false;
 
   DevicePoint position_;
-  std::vector<Line> lines_;  // gathered; a line has two points or more
+  std::vector<DevicePoint> points_;  // of the lines gathered, one behind the other; each has two or more
+  std::vector<std::size_t> starts_;  // where in them each line begins
 
   std::vector<Stamp> stamps_;  // for the tools in use
 
