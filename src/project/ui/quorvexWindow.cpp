@@ -42,6 +42,7 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
       hint_(new QLabel(this)),
       Notes(new QPlainTextEdit(this)),
       solutions_(new SolvedListPanel(this)) {
+  setObjectName("quorvexWindow");
   LayOut();
   DataGrid->SetSheet(model_);
   Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
@@ -73,8 +74,8 @@ void quorvexWindow::LayOut() {
   Notes->setTabChangesFocus(true);
   pages_->setObjectName("pages");
   pages_->setDocumentMode(true);
-  pages_->addTab(sheet, "&Data");
-  pages_->addTab(Notes, "N&otes");
+  pages_->addTab(sheet, "D&ata");  // D, as O, opens a menu of the frame
+  pages_->addTab(Notes, "&Notes");
   // Three fifths for the sheet, at any size, until the user moves the border.
   auto* sides = new QSplitter(this);
   sides->setObjectName("sides");
