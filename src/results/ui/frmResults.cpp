@@ -44,6 +44,7 @@ void SetMargins(QPrinter& printer, const PageSetup& page) {
 
 frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWidget* parent)
     : QWidget(parent), project_(project), settings_(settings), user_(user) {
+  setObjectName("frmResults");
   setWindowTitle("Regression Results");
   LayOut();
   Refresh();
@@ -83,6 +84,7 @@ void frmResults::LayOut() {
   column->addLayout(top);
   column->addWidget(Commands());
   column->addWidget(pages_, 1);
+  connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
   setFocusProxy(EqList);
 }
 
@@ -125,6 +127,7 @@ QWidget* frmResults::Commands() {
     pages_->setCurrentIndex(on ? 1 : 0);
     evaluation_->setText(on ? "Close Eva&luation" : "Eva&luation");
     EnableCommands();
+    if (on) panel_->FocusEntry();
   });
   return bar;
 }
