@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
@@ -276,6 +277,8 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   auto* window = new quorvexWindow(std::move(project), session_.Preferences, user_);
   QMdiSubWindow* frame = area_->addSubWindow(window);
   frame->setAttribute(Qt::WA_DeleteOnClose);
+  // The keys that close a window are those of the File menu: with two who want them, neither gets them.
+  for (QAction* action : frame->systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
   frame->setProperty(kNumber, QVariant::fromValue<qulonglong>(++windows_));
   frame->setProperty(kUnkept, changed);
   connect(window, &quorvexWindow::Changed, frame, [this, frame] {

@@ -79,6 +79,7 @@ void parentfrm::MakeFileMenu() {
   QAction* save = NewAction("mnuFileSave", "&Save", QKeySequence::Save, &parentfrm::FileSave);
   QAction* saveAs = NewAction("mnuFileSaveAs", "Save &As...", QKeySequence("Ctrl+Shift+S"), &parentfrm::FileSaveAs);
   QAction* close = NewAction("mnuFileClose", "&Close", QKeySequence("Ctrl+W"), &parentfrm::FileClose);
+  close->setShortcuts({QKeySequence("Ctrl+W"), QKeySequence("Ctrl+F4")});
   auto* quit = new QAction("&Quit", this);
   quit->setObjectName("mnuFileQuit");
   quit->setShortcut(QKeySequence("Ctrl+Q"));
