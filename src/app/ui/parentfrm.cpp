@@ -293,6 +293,7 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   };
   connect(frame, &QObject::destroyed, this, [this, number = windows_] { recovery_.Forget(number); });
   window->Grid().addActions(sheetActions_);
+  if (!maximized) frame->resize(area_->viewport()->size() * 0.75);
   maximized ? frame->showMaximized() : frame->show();
   window->setFocus();
   ShowActiveWindow();

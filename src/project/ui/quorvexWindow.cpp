@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QSplitter>
 #include <QTabWidget>
@@ -226,6 +228,10 @@ void quorvexWindow::ShowState() {
 }
 
 void quorvexWindow::closeEvent(QCloseEvent* event) {
+  // What is asked about is to be seen.
+  if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+      frame != nullptr && frame->mdiArea() != nullptr && (project_.Changed || project_.NotesChanged))
+    frame->mdiArea()->setActiveSubWindow(frame);
   const bool close = DataGrid->CommitEntry() && MayClose(project_, user_);
   ShowState();
   event->setAccepted(close);
