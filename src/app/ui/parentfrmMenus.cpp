@@ -145,7 +145,10 @@ void parentfrm::AddProjectMenu(const char* name, const QString& title, const std
       if (quorvexWindow* window = ActiveProject()) run(*window);
     });
     menu->addAction(action);
-    if (command.OnToolbar) toolbar_->addAction(action);
+    if (command.OnToolbar) {
+      action->setIcon(QIcon(":/quorvex.png"));  // a curve through points
+      toolbar_->addAction(action);
+    }
     if (command.OnSheet) sheetActions_ << action;
     if (command.IsChecked != nullptr) {
       action->setCheckable(true);
