@@ -66,7 +66,9 @@ void reginit::LayOut() {
   RangeGrid->setColumnCount(kColumns);
   RangeGrid->setHorizontalHeaderLabels({"Variable", "Type", "Initial Value", "Final Value", "Steps"});
   RangeGrid->horizontalHeader()->setAccessibleName("Column headers");
-  RangeGrid->horizontalHeader()->setStretchLastSection(true);
+  // The numbers get what room there is.
+  for (const int column : {kInitial, kFinal})
+    RangeGrid->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
   RangeGrid->verticalHeader()->hide();
   RangeGrid->verticalHeader()->setAccessibleName("Rows");
   RangeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -137,7 +139,7 @@ void reginit::Fill(const std::vector<EstimateRow>& rows) {
     ShowType(r++);
   }
   RangeGrid->resizeColumnsToContents();
-  for (const int column : {kInitial, kFinal}) RangeGrid->setColumnWidth(column, fontMetrics().averageCharWidth() * 16);
+  RangeGrid->setColumnWidth(kSteps, fontMetrics().averageCharWidth() * 9);
 }
 
 EstimateType reginit::TypeOf(int row) const {
