@@ -283,8 +283,12 @@ void parentfrm::HelpManual() {
   OpenManual(active != nullptr && active->widget() != nullptr ? active->widget() : this);
 }
 
+// The page of the window, or of the one that it stands over.
 void parentfrm::OpenManual(const QWidget* window) {
-  const QString page = QString::fromStdString(HelpPageOf(window->metaObject()->className()));
+  std::string_view found;
+  for (; window != nullptr && found.empty(); window = window->parentWidget())
+    found = HelpPageOf(window->objectName().toStdString());
+  const QString page = found.empty() ? "index.html" : QString::fromUtf8(found.data(), qsizetype(found.size()));
   const QString file = ManualFile(page.section('#', 0, 0));
   QUrl url = QUrl::fromLocalFile(file);
   if (page.contains('#')) url.setFragment(page.section('#', 1));
