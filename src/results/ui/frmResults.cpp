@@ -49,7 +49,8 @@ frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWi
   setWindowTitle("Regression Results");
   LayOut();
   Refresh();
-  resize(QSize(940, 680).boundedTo(screen()->availableSize()));  // shows all columns of Fit Information
+  // All columns of Fit Information, and its frame within the screen.
+  resize(QSize(940, 680).boundedTo(screen()->availableSize() * 0.95));
 }
 
 void frmResults::LayOut() {

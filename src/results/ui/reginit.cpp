@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QScreen>
 #include <QSplitter>
 #include <QTableWidget>
 #include <algorithm>
@@ -118,7 +119,7 @@ void reginit::LayOut() {
   all->addWidget(buttons);
   const int width = fontMetrics().averageCharWidth();
   parts->setSizes({90 * width, 90 * width});
-  resize(185 * width, 70 * width);
+  resize(QSize(185 * width, 70 * width).boundedTo(screen()->availableSize() * 0.95));
 }
 
 void reginit::Fill(const std::vector<EstimateRow>& rows) {
