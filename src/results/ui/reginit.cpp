@@ -113,7 +113,7 @@ void reginit::LayOut() {
   parts->setChildrenCollapsible(false);
   parts->addWidget(estimates);
   parts->addWidget(preview_);
-  parts->setStretchFactor(1, 1);
+  for (const int part : {0, 1}) parts->setStretchFactor(part, 1);
   auto* all = new QVBoxLayout(this);
   all->addWidget(parts, 1);
   all->addWidget(buttons);
