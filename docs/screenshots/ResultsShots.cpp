@@ -9,6 +9,8 @@
 #include "core/ui/MessageBoxPrompter.h"
 #include "engine/SolveForm.h"
 #include "engine/UserModel.h"
+#include "plot/ui/PSetup.h"
+#include "results/ui/TableFormat.h"
 #include "results/ui/frmResults.h"
 
 namespace quorvex {
@@ -61,6 +63,13 @@ void TakeResults(const Shots& shots) {
   for (const char* box : {"ckDyDX", "ckDYDParam"}) window.findChild<QCheckBox*>(box)->click();
   window.findChild<QPushButton*>("EvalCommand")->click();
   shots.Take(window, "results-evaluation");
+
+  TableFormat format(nullptr, {}, window.font());
+  format.show();
+  shots.Take(format, "results-format");
+  PSetup paper(shots.Run.Preferences, project.Locale, user, nullptr);
+  paper.show();
+  shots.Take(paper, "results-page-setup");
 }
 
 }  // namespace quorvex
