@@ -9,6 +9,9 @@
 #include "core/ui/MessageBoxPrompter.h"
 #include "engine/SolveForm.h"
 #include "engine/UserModel.h"
+#include "plot/ui/PSetup.h"
+#include "project/GatherData.h"
+#include "results/ui/TableFormat.h"
 #include "results/ui/frmResults.h"
 
 namespace quorvex {
@@ -32,7 +35,7 @@ Project SolvedProject(const Settings& settings) {
       MakeUserModel(
           {"Adsorption", {"a*(1-exp(-b*x))"}, "", {{"Value", "250", "Numerical"}, {"Value", "0.0005", "Numerical"}}}, 1,
           {}));
-  const SolveData points = LoadResultData(project.Sheet)->Points;
+  const SolveData points = GatherData(project.Sheet)->Points;
   std::string log;
   SolveForm form;
   for (const char* name : {"Adsorption", "a*x+b", "a*x^2+b*x+c"}) {
@@ -61,6 +64,13 @@ void TakeResults(const Shots& shots) {
   for (const char* box : {"ckDyDX", "ckDYDParam"}) window.findChild<QCheckBox*>(box)->click();
   window.findChild<QPushButton*>("EvalCommand")->click();
   shots.Take(window, "results-evaluation");
+
+  TableFormat format(nullptr, {}, window.font());
+  format.show();
+  shots.Take(format, "results-format");
+  PSetup paper(shots.Run.Preferences, project.Locale, user, nullptr);
+  paper.show();
+  shots.Take(paper, "results-page-setup");
 }
 
 }  // namespace quorvex

@@ -1,6 +1,6 @@
 // Takes the pictures of the windows for the manual, from real runs of the examples:
-//   screenshots FOLDER SUFFIX [dark]
-// Run from the project's folder. QT_SCALE_FACTOR sets the scale.
+//   screenshots FOLDER SUFFIX light|dark [NAME...]
+// Run from the project's folder. QT_SCALE_FACTOR sets the scale; names choose among the pictures.
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -12,14 +12,14 @@ int main(int argc, char** argv) {
   using namespace quorvex;
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 3) return EXIT_FAILURE;
+  if (arguments.size() < 4) return EXIT_FAILURE;
   QApplication::setStyle(QStyleFactory::create("Fusion"));
-  if (arguments.contains("dark")) QApplication::setPalette(DarkPalette());
+  if (arguments[3] == "dark") QApplication::setPalette(DarkPalette());
   Session session;
   session.Preferences.Set("Show Tips at Startup", "0");
-  const Shots shots{arguments[1], arguments[2], session};
-  for (const auto take :
-       {TakeProgress, TakeFrame, TakePreferences, TakeSheet, TakeImports, TakeEstimates, TakeModels, TakeSolve})
+  const Shots shots{arguments[1], arguments[2], session, arguments.mid(4)};
+  for (const auto take : {TakeProgress, TakeFrame, TakePreferences, TakeSheet, TakeImports, TakeEstimates, TakeModels,
+                          TakeSolve, TakeResults})
     take(shots);
   return EXIT_SUCCESS;
 }

@@ -46,6 +46,7 @@ void TakeSheet(const Shots& shots) {
     grid.selectionModel()->select({cells.index(0, 0), cells.index(bottom, right)}, QItemSelectionModel::ClearAndSelect);
   };
 
+  TakeDialog(shots, frame, "mnuFileNewKind", "project-new");
   select(9, 0);
   TakeDialog(shots, frame, "mnuDataFill", "sheet-fill", [](QDialog& dialog) {
     Choose(dialog, "MethodOption2");

@@ -12,16 +12,18 @@ namespace quorvex {
 struct Shots {
   QString Folder, Suffix;
   Session& Run;
+  QStringList Wanted;  // names of the pictures to take; all where it is empty
 
   // The window as it looks once its last change is in force and painted.
   void Take(QWidget& window, const QString& name) const {
     for (int i = 0; i < 5; ++i) QApplication::processEvents();
-    window.grab().save(Folder + '/' + name + Suffix + ".png");
+    if (Wanted.isEmpty() || Wanted.contains(name)) window.grab().save(Folder + '/' + name + Suffix + ".png");
   }
 };
 
 void TakeEstimates(const Shots& shots);
 void TakeFrame(const Shots& shots);
+void TakeResults(const Shots& shots);
 void TakePreferences(const Shots& shots);
 void TakeImports(const Shots& shots);
 void TakeModels(const Shots& shots);

@@ -91,6 +91,10 @@ void TakeSolve(const Shots& shots) {
                                  },
                                  Accept});
   shots.Take(frame, "solve-list");
+  command("mnuSolveLog", {[&](QDialog& dialog) {
+            take("solve-log")(dialog);
+            Reject(dialog);
+          }});
   command("mnuSolveInterpolation", {[&](QDialog& dialog) {
                                       take("solve-interpolation")(dialog);
                                       Press(dialog, "solve_command");
@@ -98,10 +102,6 @@ void TakeSolve(const Shots& shots) {
                                     Accept});
   command("mnuSolveClear", {[&](QDialog& dialog) {
             take("solve-clear")(dialog);
-            Reject(dialog);
-          }});
-  command("mnuSolveLog", {[&](QDialog& dialog) {
-            take("solve-log")(dialog);
             Reject(dialog);
           }});
 }

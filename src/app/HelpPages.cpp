@@ -1,11 +1,26 @@
 #include "app/HelpPages.h"
 
+#include <algorithm>
+
 namespace quorvex {
 namespace {
 
 constexpr HelpPage kRows[] = {
+    {"parentfrm", "index.html"},
     {"quorvexWindow", "sheet.html"},
     {"NewProj", "sheet.html#new"},
+    {"frmUndoHistory", "sheet.html#undo"},
+    {"frmPSpecial", "sheet.html#edit"},
+    {"frmCSpecial", "sheet.html#edit"},
+    {"frmFind", "sheet.html#find"},
+    {"frmGoto", "sheet.html#find"},
+    {"FormatCells", "sheet.html#format"},
+    {"DataSweep", "sheet.html#data"},
+    {"Factor", "sheet.html#data"},
+    {"Sort", "sheet.html#data"},
+    {"frmCombine", "sheet.html#data"},
+    {"frmZeroSelect", "sheet.html#data"},
+    {"DataStat", "sheet.html#statistics"},
     {"frmImport", "import.html"},
     {"frmDataBase", "import.html#database"},
     {"SolveSetup", "solve.html#setup"},
@@ -13,19 +28,21 @@ constexpr HelpPage kRows[] = {
     {"Groups", "solve.html#groups"},
     {"Interp", "solve.html#interpolation"},
     {"Solve", "solve.html#run"},
+    {"SolveLog", "solve.html#log"},
     {"reginit", "solve.html#estimates"},
-    {"ABortOnMissing", "solve.html#rows"},
     {"ClearFits", "solve.html#clear"},
     {"usereq", "models.html"},
     {"frmEqEdit", "models.html#editor"},
+    {"frmFunc", "models.html#functions"},
     {"frmPartial", "models.html#derivatives"},
+    {"frmRules", "models.html#rules"},
     {"frmCopyModel", "models.html#copy"},
     {"frmChooseModel", "models.html#files"},
+    {"frmEquationText", "models.html#export"},
+    {"frmExcelRef", "models.html#export"},
     {"frmResults", "results.html"},
-    {"Dataplot", "plots.html"},
+    {"TableFormat", "results.html#commands"},
     {"PlotWindow", "plots.html"},
-    {"Properties2D", "plots.html#properties"},
-    {"Properties3D", "plots.html#properties"},
     {"PSetup", "plots.html#paper"},
     {"frmMacro", "macros.html"},
     {"frmViewMacro", "macros.html#view"},
@@ -37,11 +54,9 @@ constexpr HelpPage kRows[] = {
 
 std::span<const HelpPage> HelpPages() { return kRows; }
 
-std::string HelpPageOf(std::string_view windowClass) {
-  if (const auto scope = windowClass.rfind("::"); scope != std::string_view::npos) windowClass.remove_prefix(scope + 2);
-  for (const HelpPage& row : kRows)
-    if (row.Window == windowClass) return std::string(row.Page);
-  return "index.html";
+std::string_view HelpPageOf(std::string_view window) {
+  const auto row = std::find_if(std::begin(kRows), std::end(kRows), [&](auto& page) { return page.Window == window; });
+  return row == std::end(kRows) ? std::string_view() : row->Page;
 }
 
 }  // namespace quorvex

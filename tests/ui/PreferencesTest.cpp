@@ -380,6 +380,51 @@ class Reader : public QObject {
   void Open(const QUrl& url) { Opened << url; }
 };
 
+TEST_F(Frame, OpensThePageOfEachDialogByF1) {
+  Start();
+  const std::vector<double> values = {1, 2, 3, 4};
+  for (std::size_t row = 1; row <= values.size(); ++row)
+    for (std::size_t col = 1; col <= 2; ++col) Document().Sheet.Cells.SetGridCellNumber(row, col, values[row - 1]);
+  Grid().clearSelection();
+  Grid().SelectAll();
+  Reader reader;
+  QDesktopServices::setUrlHandler("file", &reader, "Open");
+  const std::pair<const char*, const char*> kDialogs[] = {
+      {"mnuFileNewKind", "sheet.html#new"},       {"mnuEditPasteSpecial", "sheet.html#edit"},
+      {"mnuEditCopySpecial", "sheet.html#edit"},  {"mnuEditGoto", "sheet.html#find"},
+      {"mnuFormatCells", "sheet.html#format"},    {"mnuDataScale", "sheet.html#data"},
+      {"mnuDataTranslate", "sheet.html#data"},    {"mnuDataSort", "sheet.html#data"},
+      {"mnuDataCombine", "sheet.html#data"},      {"mnuDataZeroNegative", "sheet.html#data"},
+      {"mnuSolveRegression", "solve.html#setup"}, {"mnuSolveInterpolation", "solve.html#interpolation"},
+      {"mnuModelsUser", "models.html#"},          {"mnuToolsMacro", "macros.html#"},
+      {"mnuFilePref", "preferences.html#solver"}, {"mnuGenPref", "preferences.html#general"},
+  };
+  for (const auto& [action, page] : kDialogs) {
+    reader.Opened.clear();
+    dialogs.Do([](QDialog& form) {
+      QTest::keyClick(form.focusWidget() != nullptr ? form.focusWidget() : &form, Qt::Key_F1);
+      form.reject();
+    });
+    Trigger(action);
+    ASSERT_EQ(reader.Opened.size(), 1) << action;
+    EXPECT_EQ(reader.Opened[0].fileName() + '#' + reader.Opened[0].fragment(), page) << action;
+  }
+  // A message is about the window that it stands over.
+  reader.Opened.clear();
+  dialogs.Do([this](QDialog& form) {
+    dialogs.Do([](QDialog& message) {
+      QTest::keyClick(message.focusWidget(), Qt::Key_F1);
+      message.reject();
+    });
+    form.accept();
+    form.reject();
+  });
+  Trigger("mnuDataScale");
+  QDesktopServices::unsetUrlHandler("file");
+  ASSERT_EQ(reader.Opened.size(), 1);
+  EXPECT_EQ(reader.Opened[0].fileName() + '#' + reader.Opened[0].fragment(), "sheet.html#data");
+}
+
 TEST_F(Frame, OpensThePageOfTheWindowByF1) {
   Start();
   Reader reader;
@@ -406,7 +451,7 @@ TEST_F(Frame, OpensThePageOfTheWindowByF1) {
     return QString::fromUtf8(file.readAll());
   };
   for (const HelpPage& help : HelpPages()) {
-    const QString page = QString::fromStdString(HelpPageOf("quorvex::" + std::string(help.Window)));
+    const QString page = QString::fromStdString(std::string(help.Page));
     const QString name = page.section('#', 0, 0), part = page.section('#', 1);
     EXPECT_TRUE(name == "index.html" || text("index.html").contains("href=\"" + name + '"')) << name.toStdString();
     EXPECT_TRUE(part.isEmpty() || text(name).contains("id=\"" + part + '"')) << page.toStdString();

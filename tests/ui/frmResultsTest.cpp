@@ -155,6 +155,7 @@ TEST_F(Results, SaysWhatIsWrongWithTheSheet) {
 TEST_F(Results, EvaluatesAndKeepsTheAnswers) {
   Start();
   Click("evaluation");
+  EXPECT_EQ(Find<QLineEdit>("XVal_text1").window()->focusWidget(), &Find<QLineEdit>("XVal_text1"));
   Type("XVal_text1", "10\r");
   const QString value = "Evaluation of equation: a*x+b\nX = 10\nY = 2.120000000000E+01";
   EXPECT_EQ(Evaluations(), value);

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
@@ -285,6 +286,8 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   auto* window = new quorvexWindow(std::move(project), files_, session_.Preferences, user_);
   QMdiSubWindow* frame = area_->addSubWindow(window);
   frame->setAttribute(Qt::WA_DeleteOnClose);
+  // The keys that close a window are those of the File menu: with two who want them, neither gets them.
+  for (QAction* action : frame->systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
   frame->setProperty(kNumber, QVariant::fromValue<qulonglong>(++windows_));
   frame->setProperty(kUnkept, changed);
   connect(window, &quorvexWindow::Changed, frame, [this, frame] {
@@ -300,6 +303,7 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   };
   connect(frame, &QObject::destroyed, this, [this, number = windows_] { recovery_.Forget(number); });
   window->Grid().addActions(sheetActions_);
+  if (!maximized) frame->resize(area_->viewport()->size() * 0.75);
   maximized ? frame->showMaximized() : frame->show();
   window->setFocus();
   ShowActiveWindow();

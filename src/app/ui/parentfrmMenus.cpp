@@ -80,6 +80,7 @@ void parentfrm::MakeFileMenu() {
   QAction* save = NewAction("mnuFileSave", "&Save", QKeySequence::Save, &parentfrm::FileSave);
   QAction* saveAs = NewAction("mnuFileSaveAs", "Save &As...", QKeySequence("Ctrl+Shift+S"), &parentfrm::FileSaveAs);
   QAction* close = NewAction("mnuFileClose", "&Close", QKeySequence("Ctrl+W"), &parentfrm::FileClose);
+  close->setShortcuts({QKeySequence("Ctrl+W"), QKeySequence("Ctrl+F4")});
   auto* quit = new QAction("&Quit", this);
   quit->setObjectName("mnuFileQuit");
   quit->setShortcut(QKeySequence("Ctrl+Q"));
@@ -145,7 +146,10 @@ void parentfrm::AddProjectMenu(const char* name, const QString& title, const std
       if (quorvexWindow* window = ActiveProject()) run(*window);
     });
     menu->addAction(action);
-    if (command.OnToolbar) toolbar_->addAction(action);
+    if (command.OnToolbar) {
+      action->setIcon(QIcon(":/quorvex.png"));  // a curve through points
+      toolbar_->addAction(action);
+    }
     if (command.OnSheet) sheetActions_ << action;
     if (command.IsChecked != nullptr) {
       action->setCheckable(true);
@@ -284,8 +288,12 @@ void parentfrm::HelpManual() {
   OpenManual(active != nullptr && active->widget() != nullptr ? active->widget() : this);
 }
 
+// The page of the window, or of the one that it stands over.
 void parentfrm::OpenManual(const QWidget* window) {
-  const QString page = QString::fromStdString(HelpPageOf(window->metaObject()->className()));
+  std::string_view found;
+  for (; window != nullptr && found.empty(); window = window->parentWidget())
+    found = HelpPageOf(window->objectName().toStdString());
+  const QString page = found.empty() ? "index.html" : QString::fromUtf8(found.data(), qsizetype(found.size()));
   const QString file = ManualFile(page.section('#', 0, 0));
   QUrl url = QUrl::fromLocalFile(file);
   if (page.contains('#')) url.setFragment(page.section('#', 1));

@@ -10,6 +10,7 @@ namespace quorvex {
 
 PSetup::PSetup(Settings& settings, const LocaleText& locale, Prompter& user, QWidget* parent)
     : QDialog(parent), settings_(settings), locale_(locale), user_(user) {
+  setObjectName("PSetup");
   setWindowTitle("Page Setup");
   const PageSetupEntries entries = PageSetupEntries::Read(settings, locale);
   auto* form = new QFormLayout(this);

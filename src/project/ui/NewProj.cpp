@@ -11,6 +11,7 @@ namespace quorvex {
 
 NewProj::NewProj(QWidget* parent, int independentVariables, bool hasStandardDeviation)
     : QDialog(parent), txtVariables(new QSpinBox(this)), chkStDev(new QCheckBox("&Standard deviation of Y", this)) {
+  setObjectName("NewProj");
   setWindowTitle("New Project");
   txtVariables->setObjectName("txtVariables");
   txtVariables->setRange(1, kMostIndependentVariables);

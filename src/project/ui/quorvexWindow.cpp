@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QSplitter>
 #include <QTabWidget>
@@ -42,6 +44,7 @@ quorvexWindow::quorvexWindow(Project project, ProjectStore& store, Settings& set
       hint_(new QLabel(this)),
       Notes(new QPlainTextEdit(this)),
       solutions_(new SolvedListPanel(this)) {
+  setObjectName("quorvexWindow");
   LayOut();
   DataGrid->SetSheet(model_);
   Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
@@ -73,8 +76,8 @@ void quorvexWindow::LayOut() {
   Notes->setTabChangesFocus(true);
   pages_->setObjectName("pages");
   pages_->setDocumentMode(true);
-  pages_->addTab(sheet, "&Data");
-  pages_->addTab(Notes, "N&otes");
+  pages_->addTab(sheet, "D&ata");  // D, as O, opens a menu of the frame
+  pages_->addTab(Notes, "&Notes");
   // Three fifths for the sheet, at any size, until the user moves the border.
   auto* sides = new QSplitter(this);
   sides->setObjectName("sides");
@@ -230,6 +233,10 @@ void quorvexWindow::ShowState() {
 }
 
 void quorvexWindow::closeEvent(QCloseEvent* event) {
+  // What is asked about is to be seen.
+  if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+      frame != nullptr && frame->mdiArea() != nullptr && (project_.Changed || project_.NotesChanged))
+    frame->mdiArea()->setActiveSubWindow(frame);
   const auto isSaved = [this] { return !project_.Changed && !project_.NotesChanged; };
   const bool committed = DataGrid->CommitEntry(), wasSaved = isSaved();
   const bool close = committed && store_.MayClose(project_, user_);

@@ -177,6 +177,13 @@ void EvaluationPanel::MakeVariables(int count) {
   setTabOrder(before, YVal_text);
 }
 
+void EvaluationPanel::FocusEntry() {
+  if (optnAction[1]->isChecked())
+    YVal_text->setFocus();
+  else if (!XVal_text.empty())
+    XVal_text[0]->setFocus();
+}
+
 void EvaluationPanel::EnableEntries() {
   const bool root = optnAction[1]->isChecked();
   for (std::size_t v = 0; v < XVal_text.size(); ++v)

@@ -27,6 +27,9 @@ class EvaluationPanel : public QWidget {
   // limits of a search become those of the new input.
   void SetSolution(const SolvedItem* solution);
 
+  // To where X, or for a root Y, is typed.
+  void FocusEntry();
+
   QPlainTextEdit& Text() { return *txtEval; }
   void Save();
 

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "plot/ui/PlotView.h"
@@ -15,6 +16,8 @@ ResultPlot::ResultPlot(const char* name, const QString& accessibleName, Prompter
   setObjectName(name);
   setAccessibleName(accessibleName);
   tools_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  // The button for what a narrow bar has no room for.
+  tools_->findChild<QToolButton*>("qt_toolbar_ext_button")->setAccessibleName("More commands");
   reason_->setObjectName("reason");
   reason_->setTextFormat(Qt::PlainText);
   reason_->setAlignment(Qt::AlignCenter);

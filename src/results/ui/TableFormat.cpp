@@ -32,6 +32,7 @@ TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const 
       values_(PatternList(this, "values", patterns.Values)),
       residuals_(PatternList(this, "residuals", patterns.Residuals)),
       sample_(new QLabel(this)) {
+  setObjectName("TableFormat");
   setWindowTitle("Format");
   auto* choose = new QPushButton("&Font...", this);
   choose->setObjectName("font");

@@ -11,6 +11,7 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTextDocumentFragment>
@@ -44,10 +45,12 @@ void SetMargins(QPrinter& printer, const PageSetup& page) {
 
 frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWidget* parent)
     : QWidget(parent), project_(project), settings_(settings), user_(user) {
+  setObjectName("frmResults");
   setWindowTitle("Regression Results");
   LayOut();
   Refresh();
-  resize(QSize(940, 680).boundedTo(screen()->availableSize()));  // shows all columns of Fit Information
+  // All columns of Fit Information, and its frame within the screen.
+  resize(QSize(940, 680).boundedTo(screen()->availableSize() * 0.95));
 }
 
 void frmResults::LayOut() {
@@ -83,6 +86,7 @@ void frmResults::LayOut() {
   column->addLayout(top);
   column->addWidget(Commands());
   column->addWidget(pages_, 1);
+  connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
   setFocusProxy(EqList);
 }
 
@@ -125,6 +129,7 @@ QWidget* frmResults::Commands() {
     pages_->setCurrentIndex(on ? 1 : 0);
     evaluation_->setText(on ? "Close Eva&luation" : "Eva&luation");
     EnableCommands();
+    if (on) panel_->FocusEntry();
   });
   return bar;
 }

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTableWidget>
@@ -66,7 +67,9 @@ void reginit::LayOut() {
   RangeGrid->setColumnCount(kColumns);
   RangeGrid->setHorizontalHeaderLabels({"Variable", "Type", "Initial Value", "Final Value", "Steps"});
   RangeGrid->horizontalHeader()->setAccessibleName("Column headers");
-  RangeGrid->horizontalHeader()->setStretchLastSection(true);
+  // The numbers get what room there is.
+  for (const int column : {kInitial, kFinal})
+    RangeGrid->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
   RangeGrid->verticalHeader()->hide();
   RangeGrid->verticalHeader()->setAccessibleName("Rows");
   RangeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -110,13 +113,13 @@ void reginit::LayOut() {
   parts->setChildrenCollapsible(false);
   parts->addWidget(estimates);
   parts->addWidget(preview_);
-  parts->setStretchFactor(1, 1);
+  for (const int part : {0, 1}) parts->setStretchFactor(part, 1);
   auto* all = new QVBoxLayout(this);
   all->addWidget(parts, 1);
   all->addWidget(buttons);
   const int width = fontMetrics().averageCharWidth();
   parts->setSizes({90 * width, 90 * width});
-  resize(185 * width, 70 * width);
+  resize(QSize(185 * width, 70 * width).boundedTo(screen()->availableSize() * 0.95));
 }
 
 void reginit::Fill(const std::vector<EstimateRow>& rows) {
@@ -137,7 +140,7 @@ void reginit::Fill(const std::vector<EstimateRow>& rows) {
     ShowType(r++);
   }
   RangeGrid->resizeColumnsToContents();
-  for (const int column : {kInitial, kFinal}) RangeGrid->setColumnWidth(column, fontMetrics().averageCharWidth() * 16);
+  RangeGrid->setColumnWidth(kSteps, fontMetrics().averageCharWidth() * 9);
 }
 
 EstimateType reginit::TypeOf(int row) const {
