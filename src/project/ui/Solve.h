@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "project/ui/ProgressWindow.h"
 
 namespace quorvex {
@@ -9,10 +11,17 @@ class Solve : public ProgressWindow {
   Q_OBJECT
 
  public:
-  explicit Solve(QWidget* parent);
+  // Calls `ended` when the run is over, before its summary is told.
+  explicit Solve(
+      QWidget* parent, std::function<void()> ended = [] {});
+
+  void Show(bool visible) override;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  const std::function<void()> ended_;
 };
 
 }  // namespace quorvex

@@ -30,7 +30,9 @@ bool SolveDialogs::ClearFits(FitClearing& clearing) {
   return quorvex::ClearFits(&over_, clearing, user_).exec() == QDialog::Accepted;
 }
 
-std::unique_ptr<SolveProgress> SolveDialogs::OpenProgress() { return std::make_unique<Solve>(over_.window()); }
+std::unique_ptr<SolveProgress> SolveDialogs::OpenProgress() {
+  return std::make_unique<Solve>(over_.window(), RunEnded);
+}
 
 std::unique_ptr<GroupStore> SolveDialogs::OpenGroupStore(std::size_t independentVariables) {
   return store_.OpenGroupStore(independentVariables);
