@@ -703,7 +703,7 @@ TEST_F(SheetDialogs, LeaveTheSheetAloneWhereTheNotesAreInFront) {
   Close();
 }
 
-TEST_F(SheetDialogs, OpenAndPasteAFullSheetAtOnce) {
+TEST_F(SheetDialogs, OpenChangeAndEmptyAFullSheetAtOnce) {
   Project full = NewProject(1, true, {});
   for (std::size_t row = 1; row <= 65'536; ++row)
     for (std::size_t col = 1; col <= 3; ++col) full.Sheet.Cells.SetGridCellNumber(row, col, 1.0 / double(row + col));
@@ -721,6 +721,13 @@ TEST_F(SheetDialogs, OpenAndPasteAFullSheetAtOnce) {
   frame->grab();
   EXPECT_LT(clock.elapsed(), 1000);
   EXPECT_EQ(Document().Sheet.Cells.GridCellNumber(65'536, 3), 1.0 / 65'539);
+  for (const char* command : {"mnuEditCut", "mnuEditUndo", "mnuEditClear", "mnuEditUndo", "mnuEditDelete"}) {
+    clock.restart();
+    Trigger(command);
+    frame->grab();
+    EXPECT_LT(clock.elapsed(), 1000) << command;
+  }
+  EXPECT_EQ(Document().Sheet.Cells.GridLastRow(), 0u);
   Close();
 }
 
