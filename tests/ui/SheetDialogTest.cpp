@@ -703,6 +703,29 @@ TEST_F(SheetDialogs, LeaveTheSheetAloneWhereTheNotesAreInFront) {
   Close();
 }
 
+TEST_F(SheetDialogs, TakeTheKeysOfTheSheetWhereItHasTheFocus) {
+  StartWithData();
+  const QString before = Shown(1, 1);
+  Select(1, 1, 1, 1);
+  Document().Interpolations[0].Solved = true;  // so that the list is there
+  Active().Resort();
+  auto* solutions = Active().findChild<QWidget*>("SolvedList");
+  solutions->setFocus();
+  ASSERT_TRUE(solutions->hasFocus());
+  QTest::keyClick(solutions, Qt::Key_Delete);
+  QTest::keyClick(solutions, Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(Shown(1, 1), before);
+  Grid().setFocus();
+  QTest::keyClick(&Grid(), Qt::Key_Delete);
+  EXPECT_EQ(Shown(1, 1), "");
+  QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(&Grid(), Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(Shown(1, 1), "");
+  QTest::keyClick(&Grid(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(Shown(1, 1), before);
+  Close();
+}
+
 TEST_F(SheetDialogs, OpenChangeAndEmptyAFullSheetAtOnce) {
   Project full = NewProject(1, true, {});
   for (std::size_t row = 1; row <= 65'536; ++row)
