@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <exception>
 #include <string_view>
 #include <utility>
 
 #include "core/NumberText.h"
+#include "sheet/CellEntry.h"
 #include "sheet/SheetEdit.h"
 
 namespace quorvex {
@@ -28,8 +30,23 @@ std::size_t ColumnOfHeader(const DataSheet& sheet, std::string_view header) {
 
 }  // namespace
 
+bool FindCell::Matches(const std::string& text) const {
+  return MatchCells ? EqualNoCase(text, FindWhat) : ContainsNoCase(text, FindWhat);
+}
+
 std::optional<CellPlace> FindCell::FindNext(const DataSheet& sheet, CellPlace active, const LocaleText& locale,
                                             Prompter& user) const {
+  try {
+    const std::optional<CellPlace> found = Search(sheet, active, locale);
+    if (!found) user.Refuse("Quorvex could not find the specified data.");
+    return found;
+  } catch (const std::exception&) {  // no memory for a text
+    user.Refuse("An error occured during the Find operation.");
+    return std::nullopt;
+  }
+}
+
+std::optional<CellPlace> FindCell::Search(const DataSheet& sheet, CellPlace active, const LocaleText& locale) const {
   const std::size_t rows = std::max(sheet.Cells.GridLastRow(), active.Row);
   const std::size_t cols = std::max(sheet.ColumnCount(), active.Col);
   const bool byRows = SearchBy == SearchOrder::ByRows;
@@ -41,11 +58,9 @@ std::optional<CellPlace> FindCell::FindNext(const DataSheet& sheet, CellPlace ac
     if (!byRows) std::swap(place.Row, place.Col);
     const double cell = sheet.Cells.Cell(place.Row, place.Col);
     if (GridCells::IsEmpty(cell)) continue;
-    std::string text = sheet.Cells.GridCellText(place.Row, place.Col);
-    if (!GridCells::IsText(cell)) std::replace(text.begin(), text.end(), '.', locale.DecimalSeparator);
-    if (MatchCells ? EqualNoCase(text, FindWhat) : ContainsNoCase(text, FindWhat)) return place;
+    if (Matches(ShownText(sheet, place.Row, place.Col, locale))) return place;
+    if (!GridCells::IsText(cell) && Matches(ShownNumber(cell, "General", locale))) return place;
   }
-  user.Refuse("Quorvex could not find the specified data.");
   return std::nullopt;
 }
 

@@ -26,9 +26,13 @@ struct FindCell {
   SearchOrder SearchBy = SearchOrder::ByRows;
 
   // The next cell behind `active` whose text matches, without regard to case; from the last cell the search goes on at
-  // the first, and `active` comes last.
+  // the first, and `active` comes last. A number is found by what its column shows of it and by what it is.
   std::optional<CellPlace> FindNext(const DataSheet& sheet, CellPlace active, const LocaleText& locale,
                                     Prompter& user) const;
+
+ private:
+  bool Matches(const std::string& text) const;
+  std::optional<CellPlace> Search(const DataSheet& sheet, CellPlace active, const LocaleText& locale) const;
 };
 
 // The cell that a reference means: header and row as in "Y:12", without regard to case, or a column's letter and the

@@ -22,26 +22,27 @@ void GridCells::SetCell(std::size_t row, std::size_t col, double cell) {
   std::vector<double>& column = columns_[col - 1];
   if (row <= column.size()) {
     column[row - 1] = cell;
-    return;
+    return DropEmptyEnd(column);
   }
+  if (IsEmpty(cell)) return;
   // push_back at last: unlike resize it grows in steps, so that filling a column row by row stays linear.
   while (column.size() + 1 < row) column.push_back(std::bit_cast<double>(kEmptyBits));
   column.push_back(cell);
 }
 
+void GridCells::DropEmptyEnd(std::vector<double>& column) {
+  while (!column.empty() && IsEmpty(column.back())) column.pop_back();
+}
+
 std::size_t GridCells::GridLastRow() const {
   std::size_t last = 0;
-  for (const auto& column : columns_) {
-    std::size_t row = column.size();
-    while (row > last && IsEmpty(column[row - 1])) --row;
-    last = std::max(last, row);
-  }
+  for (const auto& column : columns_) last = std::max(last, column.size());
   return last;
 }
 
 std::size_t GridCells::GridLastCol() const {
   std::size_t col = columns_.size();
-  while (col > 0 && std::all_of(columns_[col - 1].begin(), columns_[col - 1].end(), IsEmpty)) --col;
+  while (col > 0 && columns_[col - 1].empty()) --col;
   return col;
 }
 
@@ -99,6 +100,7 @@ void GridCells::GridClearRange(const CellRange& range) {
     std::vector<double>& column = columns_[col - 1];
     for (std::size_t row = range.FirstRow; row <= std::min(range.LastRow, column.size()); ++row)
       column[row - 1] = std::bit_cast<double>(kEmptyBits);
+    DropEmptyEnd(column);
   }
 }
 
@@ -113,6 +115,7 @@ void GridCells::GridDeleteRows(std::size_t row, std::size_t count) {
     if (row > column.size()) continue;
     const auto first = column.begin() + static_cast<std::ptrdiff_t>(row - 1);
     column.erase(first, first + static_cast<std::ptrdiff_t>(std::min(count, column.size() - (row - 1))));
+    DropEmptyEnd(column);
   }
 }
 
@@ -122,6 +125,7 @@ void GridCells::DeleteMarkedRows(const std::vector<bool>& marked) {
     for (std::size_t i = 0; i < column.size(); ++i)
       if (i >= marked.size() || !marked[i]) column[kept++] = column[i];
     column.resize(kept);
+    DropEmptyEnd(column);
   }
 }
 
@@ -133,6 +137,7 @@ GridCells GridCells::CopyRange(const CellRange& range) const {
     const std::size_t last = std::min(range.LastRow, column.size());
     auto& target = copy.columns_.emplace_back(column.begin() + static_cast<std::ptrdiff_t>(first),
                                               column.begin() + static_cast<std::ptrdiff_t>(std::max(first, last)));
+    DropEmptyEnd(target);
     for (double& cell : target) {
       if (!IsText(cell)) continue;
       copy.texts_.push_back(TextBehind(cell));

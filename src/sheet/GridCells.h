@@ -84,8 +84,9 @@ class GridCells {
   static constexpr std::uint64_t kTextBits = 0xFFF8'0000'0000'0001;
 
   void SetNumber(std::size_t row, std::size_t col, double value);
+  static void DropEmptyEnd(std::vector<double>& column);
 
-  std::vector<std::vector<double>> columns_;  // each as long as its last cell that was set
+  std::vector<std::vector<double>> columns_;  // none ends with an empty cell, so the last row is known at once
   std::vector<std::string> texts_;
 };
 

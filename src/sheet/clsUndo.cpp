@@ -20,7 +20,7 @@ bool clsUndo::PushEvent(const std::string& label, const CellRange& range, const 
     } else if (extent == UndoExtent::Headers) {
       item.CopyHeaders(*grid_);
     } else {
-      if (extent == UndoExtent::HeadersAndCells) item.CopyHeaders(*grid_);
+      if (extent == UndoExtent::HeadersAndCells || extent == UndoExtent::Import) item.CopyHeaders(*grid_);
       item.CopyData(*grid_, range);
       if (saveRegression) item.CopyRegression(regressionList);
       if (saveInterpolation) item.CopyInterpolation(interpolationList);
@@ -44,7 +44,7 @@ UndoOutcome clsUndo::PopEvent(ModelCollection& regressionList, std::vector<Inter
       item.RecoverHeaders(*grid_);
       if (item.EventString == "&Undo Default Headers") outcome.Code = 5;
     } else {
-      if (item.Extent == UndoExtent::HeadersAndCells) item.RecoverHeaders(*grid_);
+      if (item.Extent == UndoExtent::HeadersAndCells || item.Extent == UndoExtent::Import) item.RecoverHeaders(*grid_);
       item.RecoverData(*grid_);
       outcome.DataRestored = item.Extent != UndoExtent::Models;
       // An empty list is put back too: before the first solve nothing was solved.

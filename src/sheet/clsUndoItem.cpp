@@ -13,7 +13,7 @@ constexpr struct {
   UndoExtent Extent;
 } kLabels[] = {
     {"&Undo Format Cells", UndoExtent::Formats},
-    {"&Undo Import", UndoExtent::WholeSheet},
+    {"&Undo Import", UndoExtent::Import},
     {"&Undo Edit Header", UndoExtent::Headers},
     {"&Undo Default Headers", UndoExtent::Headers},
     {"&Undo Exchange Headers", UndoExtent::HeadersAndCells},
@@ -94,6 +94,7 @@ void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
   range_ = range;
   switch (Extent) {
     case UndoExtent::WholeSheet:
+    case UndoExtent::Import:
       cells_ = grid.Cells;
       break;
     case UndoExtent::DeletedRows:
@@ -112,6 +113,7 @@ void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
 void clsUndoItem::RecoverData(DataSheet& grid) const {
   switch (Extent) {
     case UndoExtent::WholeSheet:
+    case UndoExtent::Import:
       grid.Cells = cells_;
       break;
     case UndoExtent::InsertedRows:

@@ -23,6 +23,7 @@ enum class UndoExtent {
   DeletedRows,      // the rows of the range, put back by insertion
   InsertedRows,     // where rows were inserted, and how many
   WholeSheet,       // every cell
+  Import,           // every cell and the headers of all columns
   Models            // no cells, the solved models and interpolations alone
 };
 

@@ -37,6 +37,19 @@ TEST(FindCell, SearchesBehindTheActiveCellAndAllAround) {
   }
 }
 
+TEST(FindCell, SearchesWhatIsShownAndWhatIsThere) {
+  EditedSheet sheet("1.5 1.50\n0.12345 2\n");
+  sheet.Sheet.Formats[0].NumberFormat = "0.00";
+  const struct {
+    const char* What;
+    CellPlace Found;
+  } cases[] = {{"1.50", {1, 1}}, {"1.5", {1, 2}}, {"0.12", {2, 1}}, {"0.12345", {2, 1}}};
+  for (const auto& c : cases)
+    EXPECT_EQ((FindCell{c.What, true, SearchOrder::ByRows}.FindNext(sheet.Sheet, {1, 1}, sheet.Locale, sheet.User)),
+              c.Found)
+        << c.What;
+}
+
 TEST(GoToCell, ReadsAReference) {
   EditedSheet sheet("", 2, true);  // X1, X2, Y, StDev
   sheet.Sheet.Headers[1] = "Dose: mg";

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 
 #include "sheet/BlankMissingMarker.h"
@@ -58,6 +59,65 @@ TEST(GridCells, MovesColumnsWithTheirTexts) {
   EXPECT_EQ(cells.GridCellText(3, 1), "");
   EXPECT_EQ(cells.GridLastCol(), 5u);
   EXPECT_EQ(cells.GridCellText(2, 2), "");
+}
+
+// 1 and 9 in column 1 with two empty rows between, a text and a number in column 2; changed in one way each, the last
+// row and column are those that hold anything, and what was copied and put back is as it was.
+TEST(GridCells, KnowsItsLastRowAfterAnyChange) {
+  const double empty = GridCells().Cell(1, 1);
+  const struct {
+    const char* what;
+    std::function<void(GridCells&)> change;
+    std::size_t rows, cols;
+  } kCases[] = {
+      {"clear the end",
+       [](GridCells& cells) {
+         cells.GridClearRange({2, 1, 65'536, 20});
+       },
+       1, 2},
+      {"clear everything",
+       [](GridCells& cells) {
+         cells.GridClearRange({1, 1, 65'536, 20});
+       },
+       0, 0},
+      {"clear a column",
+       [](GridCells& cells) {
+         cells.GridClearRange({1, 2, 4, 2});
+       },
+       4, 1},
+      {"clear a cell", [](GridCells& cells) { cells.ClearCell(4, 1); }, 2, 2},
+      {"set nothing", [&](GridCells& cells) { cells.SetCell(4, 1, empty), cells.SetCell(9, 9, empty); }, 2, 2},
+      {"delete the last row", [](GridCells& cells) { cells.GridDeleteRows(4, 1); }, 2, 2},
+      {"delete rows between", [](GridCells& cells) { cells.GridDeleteRows(2, 2); }, 2, 2},
+      {"delete marked rows",
+       [](GridCells& cells) {
+         cells.DeleteMarkedRows({false, true, false, true});
+       },
+       1, 2},
+      {"insert", [](GridCells& cells) { cells.GridInsertRows(4, 3); }, 7, 2},
+      {"exchange", [](GridCells& cells) { cells.ExchangeColumns(1, 3, 2, 4); }, 4, 3},
+      {"put a copy",
+       [](GridCells& cells) {
+         cells.PutRange({5, 1, 7, 2}, cells.CopyRange({1, 1, 3, 2}));
+       },
+       6, 2},
+  };
+  for (const auto& c : kCases) {
+    GridCells cells;
+    cells.SetGridCellNumber(1, 1, 1);
+    cells.SetGridCellNumber(4, 1, 9);
+    cells.SetGridCellText(1, 2, "text");
+    cells.SetGridCellNumber(2, 2, 5);
+    const GridCells before = cells.CopyRange({1, 1, 4, 3});
+    c.change(cells);
+    EXPECT_EQ(cells.GridLastRow(), c.rows) << c.what;
+    EXPECT_EQ(cells.GridLastCol(), c.cols) << c.what;
+    cells.GridClearRange({5, 1, 9, 9});
+    cells.PutRange({1, 1, 4, 3}, before);
+    EXPECT_EQ(cells.GridLastRow(), 4u) << c.what;
+    EXPECT_EQ(cells.GridLastCol(), 2u) << c.what;
+    EXPECT_EQ(cells.GridCellText(1, 2) + cells.GridCellText(2, 2) + cells.GridCellText(3, 1), "text5") << c.what;
+  }
 }
 
 TEST(BlankMissingMarker, ComparesTheDisplayedTextTrimmed) {

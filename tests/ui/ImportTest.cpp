@@ -169,6 +169,7 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
   EXPECT_EQ(frame->findChild<QAction*>("mnuEditUndo")->text(), "&Undo Import");
   Trigger("mnuEditUndo");
   EXPECT_EQ(Rows(), Texts());
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y"}));
   CloseUnsaved();
 }
 

@@ -703,7 +703,30 @@ TEST_F(SheetDialogs, LeaveTheSheetAloneWhereTheNotesAreInFront) {
   Close();
 }
 
-TEST_F(SheetDialogs, OpenAndPasteAFullSheetAtOnce) {
+TEST_F(SheetDialogs, TakeTheKeysOfTheSheetWhereItHasTheFocus) {
+  StartWithData();
+  const QString before = Shown(1, 1);
+  Select(1, 1, 1, 1);
+  Document().Interpolations[0].Solved = true;  // so that the list is there
+  Active().Resort();
+  auto* solutions = Active().findChild<QWidget*>("SolvedList");
+  solutions->setFocus();
+  ASSERT_TRUE(solutions->hasFocus());
+  QTest::keyClick(solutions, Qt::Key_Delete);
+  QTest::keyClick(solutions, Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(Shown(1, 1), before);
+  Grid().setFocus();
+  QTest::keyClick(&Grid(), Qt::Key_Delete);
+  EXPECT_EQ(Shown(1, 1), "");
+  QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(&Grid(), Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(Shown(1, 1), "");
+  QTest::keyClick(&Grid(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(Shown(1, 1), before);
+  Close();
+}
+
+TEST_F(SheetDialogs, OpenChangeAndEmptyAFullSheetAtOnce) {
   Project full = NewProject(1, true, {});
   for (std::size_t row = 1; row <= 65'536; ++row)
     for (std::size_t col = 1; col <= 3; ++col) full.Sheet.Cells.SetGridCellNumber(row, col, 1.0 / double(row + col));
@@ -721,6 +744,13 @@ TEST_F(SheetDialogs, OpenAndPasteAFullSheetAtOnce) {
   frame->grab();
   EXPECT_LT(clock.elapsed(), 1000);
   EXPECT_EQ(Document().Sheet.Cells.GridCellNumber(65'536, 3), 1.0 / 65'539);
+  for (const char* command : {"mnuEditCut", "mnuEditUndo", "mnuEditClear", "mnuEditUndo", "mnuEditDelete"}) {
+    clock.restart();
+    Trigger(command);
+    frame->grab();
+    EXPECT_LT(clock.elapsed(), 1000) << command;
+  }
+  EXPECT_EQ(Document().Sheet.Cells.GridLastRow(), 0u);
   Close();
 }
 

@@ -127,7 +127,10 @@ TEST_F(SolveMenuTest, AsksForTheSetupUntilItIsTheDefault) {
     Press(dialog, QDialogButtonBox::Ok);
   });
   AnswerModel("mine");
-  dialogs.Press(QMessageBox::Ok);
+  dialogs.Do([this](QDialog& summary) {
+    EXPECT_EQ(SolvedRows(), "1 mine");  // already behind the summary
+    summary.accept();
+  });
   Trigger("mnuSolveRegression");
   AnswerModel("a*x+b");  // no setup any more
   dialogs.Press(QMessageBox::Ok);

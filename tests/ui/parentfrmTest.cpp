@@ -1,6 +1,7 @@
 // The main frame and its project windows, used as a user does: by keys, clicks, menus and dialogs.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -230,9 +231,12 @@ TEST_F(Frame, TellsWhatItCannotOpen) {
   const std::string broken = folder.Write("broken.qvx", folder.Read("whole.qvx").substr(0, 300));
   const std::string plot =
       folder.Write("a.plt", "\"B_HEADER\"\r\n\"    Quorvex:  Version 9.0 Plot\"\r\n\"filetype=2d\"\r\n\"x\"\r\n");
-  const std::string missing = folder.Path("missing.qvx");
+  const std::string missing = folder.Path("missing.qvx"), pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const std::pair<std::string, std::string> cases[] = {
       {missing, "Could not obtain file description for '" + missing + "'."},
+      {folder.Path(""), "Could not obtain file description for '" + folder.Path("") + "'."},
+      {pipe, "Could not obtain file description for '" + pipe + "'."},
       {"-runcfg", "Could not obtain file description for '-runcfg'."},
       {broken, "Error reading project '" + broken + "'.\nThe file is incompatible or appears corrupted."},
       {plot, "'" + plot + "' is a Quorvex Plot file. This version does not open plots."},

@@ -195,7 +195,10 @@ bool parentfrm::OpenRequestedFile(const QString& fileName) {
 
 bool parentfrm::Dispatch(const QString& fileName, bool requested) {
   const std::string name = fileName.toStdString();
-  const std::optional<FileType> type = DetectFileType(name);
+  // A pipe or a device may have no end, and a pipe that nobody writes to none yet.
+  const QFileInfo info(fileName);
+  const bool endless = info.exists() && !info.isFile();
+  const std::optional<FileType> type = endless ? std::nullopt : DetectFileType(name);
   if (!type) {
     user_.Refuse("Could not obtain file description for '" + name + "'.");
     return false;

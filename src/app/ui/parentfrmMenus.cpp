@@ -150,7 +150,11 @@ void parentfrm::AddProjectMenu(const char* name, const QString& title, const std
       action->setIcon(QIcon(":/quorvex.png"));  // a curve through points
       toolbar_->addAction(action);
     }
-    if (command.OnSheet) sheetActions_ << action;
+    if (command.OnSheet) {
+      // Its keys act where the sheet has the focus: Delete in the list of solutions is not meant for cells.
+      action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+      sheetActions_ << action;
+    }
     if (command.IsChecked != nullptr) {
       action->setCheckable(true);
       connect(menu, &QMenu::aboutToShow, action, [this, action, isChecked = command.IsChecked] {
