@@ -12,6 +12,8 @@ class Clipboard {
 
   virtual std::string Text() const = 0;  // "" where it holds none
   virtual void SetText(const std::string& text) = 0;
+  // The same for cells, which spreadsheets may then take as such.
+  virtual void SetCells(const std::string& tabSeparated) { SetText(tabSeparated); }
 };
 
 }  // namespace quorvex

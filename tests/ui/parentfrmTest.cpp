@@ -61,6 +61,7 @@ TEST_F(Frame, EditsTheSheetByItsMenuAndTakesItBack) {
                                   QItemSelectionModel::ClearAndSelect);
   Trigger("mnuEditCopy");
   EXPECT_EQ(QApplication::clipboard()->text().remove('\r').trimmed(), "1\n2");
+  EXPECT_EQ(QApplication::clipboard()->mimeData()->html(), "<table><tr><td>1</td></tr><tr><td>2</td></tr></table>");
   Grid().setCurrentIndex(Grid().model()->index(1, 1));
   Trigger("mnuEditPaste");
   EXPECT_EQ(Shown(2, 2), "1");

@@ -14,6 +14,8 @@ class SystemClipboard : public Clipboard {
   void SetText(const std::string& text) override {
     QGuiApplication::clipboard()->setText(QString::fromStdString(text));
   }
+  // As text and as a table of HTML.
+  void SetCells(const std::string& tabSeparated) override;
 };
 
 }  // namespace quorvex

@@ -43,7 +43,7 @@ bool ShowCopySpecial(const SheetEdit& edit, QWidget* parent, Clipboard& clipboar
   if (!edit.OneRange(kCopySpecialCommand)) return false;
   const std::optional<bool> rotated = AskRotated(parent, "frmCSpecial", "Copy");
   if (!rotated) return false;
-  if (const auto text = CopySpecial(edit, *rotated)) clipboard.SetText(*text);
+  if (const auto text = CopySpecial(edit, *rotated)) clipboard.SetCells(*text);
   return false;
 }
 
