@@ -56,6 +56,15 @@ TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
   EXPECT_EQ(Plots()[1]->windowTitle(), "Plot 2 - Untitled");
   EXPECT_EQ(Plots()[1]->Plot().PlotData[0].NumTablePoints(), 3U);
 
+  // The Window menu has the plots behind their project.
+  auto* windows = frame->findChild<QMenu*>("windowMenu");
+  emit windows->aboutToShow();
+  const QList<QAction*> entries = windows->actions().last(3);
+  EXPECT_TRUE(entries[0]->text().contains("Untitled") && entries[0]->isChecked());
+  EXPECT_TRUE(entries[1]->text().endsWith("Plot 1 - Untitled"));
+  EXPECT_TRUE(entries[2]->text().endsWith("Plot 2 - Untitled"));
+  entries[1]->trigger();
+
   Document().Sheet.Cells.GridClearRange({1, 1, 5, 3});
   Active().Refresh();
   plot->View().Redraw();

@@ -250,18 +250,29 @@ void parentfrm::MakeWindowMenu() {
   windowMenu_->addSeparator();
 }
 
+// The projects, each followed by the windows of its results and plots.
 void parentfrm::FillWindowMenu() {
   for (QAction* action : windowMenu_->actions())
     if (action->isCheckable()) delete action;
   int number = 0;
+  const auto add = [&](const QString& title, QWidget* window, bool current, const auto& show) {
+    QAction* action = windowMenu_->addAction(Numbered(++number, title));
+    action->setCheckable(true);
+    action->setChecked(current);
+    connect(action, &QAction::triggered, window, show);
+  };
   for (QMdiSubWindow* window : area_->subWindowList()) {
     const auto* project = qobject_cast<quorvexWindow*>(window->widget());
     if (project == nullptr) continue;
-    const QString changed = window->isWindowModified() ? "*" : "";
-    QAction* action = windowMenu_->addAction(Numbered(++number, window->windowTitle().replace("[*]", changed)));
-    action->setCheckable(true);
-    action->setChecked(window == area_->currentSubWindow());
-    connect(action, &QAction::triggered, window, [this, window] { area_->setActiveSubWindow(window); });
+    const QString title = window->windowTitle().replace("[*]", window->isWindowModified() ? "*" : "");
+    add(title, window, window == area_->currentSubWindow(), [this, window] { area_->setActiveSubWindow(window); });
+    for (QWidget* child : project->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      if (!child->isWindow() || !child->isVisible()) continue;
+      add("    " + child->windowTitle(), child, false, [child] {
+        child->raise();
+        child->activateWindow();
+      });
+    }
   }
 }
 
