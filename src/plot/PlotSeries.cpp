@@ -9,6 +9,8 @@ template <typename... Functions>
 struct Overloaded : Functions... {
   using Functions::operator()...;
 };
+template <typename... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>;  // which not every C++20 compiler deduces by itself
 
 using ModelPointer = std::unique_ptr<ModelClass>;
 

@@ -145,7 +145,7 @@ class Builder {
       const auto cell = [&](std::size_t at) { return at < set.size() ? Value(set[at]) : std::string(); };
       std::vector<std::string> row;
       for (std::size_t i = 0; i < n; ++i) row.insert(row.end(), {cell(i), cell(n + i)});
-      for (const std::size_t statistic : {0, 2, 1, 3}) row.push_back(cell(2 * n + statistic));
+      for (const std::size_t statistic : {0U, 2U, 1U, 3U}) row.push_back(cell(2 * n + statistic));
       row.insert(row.end(), ranges.begin(), ranges.end());
       Values(std::move(row));
     }
