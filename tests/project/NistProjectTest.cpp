@@ -46,5 +46,28 @@ TEST(NistProjects, ReachTheCertifiedSolutionAndKeepItInTheFile) {
   }
 }
 
+// The linear sets as models of the user's own, which only the nonlinear search can solve, from a start of ones. Their
+// designs are ill-conditioned by intent, so that it keeps fewer digits than the linear solver does.
+TEST(NistProjects, ReachTheCertifiedSolutionOfLinearSetsToo) {
+  const std::map<std::string, double> least = {{"Norris", 7},  {"Pontius", 7},   {"NoInt1", 11},
+                                               {"Longley", 5}, {"Wampler1", 10}, {"Wampler4", 6}};
+  const std::vector<NistSet> sets = NistSets("linear");
+  ASSERT_EQ(sets.size(), least.size());
+  for (NistSet row : sets) {
+    SCOPED_TRACE(row.at("name"));
+    const std::vector<double> certified = Numbers(row.at("certified"));
+    row["start2"] = "1";
+    for (std::size_t i = 1; i < certified.size(); ++i) row["start2"] += " 1";
+    SolvableProject p(std::stoul(row.at("n_indep")));
+    p.Document = NistProject(row);
+    p.SolveOne(row.at("name"));
+    const std::vector<SolvedItem> solved = SolvedItems(p.Document, kSortByRSS);
+    ASSERT_EQ(solved.size(), 1u) << p.Solver.Log();
+    for (std::size_t i = 0; i < certified.size(); ++i)
+      EXPECT_GE(CorrectDigits(solved[0].Model->Values(static_cast<int>(i) + 1), certified[i], 16),
+                least.at(row.at("name")));
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
