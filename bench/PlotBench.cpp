@@ -92,6 +92,8 @@ BENCHMARK_CAPTURE(LongSeriesLine, smooth_dashed, 0, 1, 1)->Unit(benchmark::kMill
 BENCHMARK_CAPTURE(LongSeriesLine, noisy, 0.2, 1, 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesLine, noisy_wide, 0.2, 3, 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesLine, noisy_dashed, 0.2, 1, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, noisy_dotted, 0.2, 1, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LongSeriesLine, noisy_dash_dot_dot, 0.2, 1, 4)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesMarkers, circles, 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesMarkers, crosses, 2)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesMarkers, filled_circles, 6)->Unit(benchmark::kMillisecond);
