@@ -8,12 +8,14 @@
 #include <iterator>
 #include <string>
 
+#include "Paths.h"
+
 namespace quorvex {
 
 // Holds a whole text against tests/golden/`name`, byte by byte, and shows the first line that differs. With
 // UPDATE_GOLDEN=1 in the environment the file is rewritten instead; its diff is then read like code.
 inline void ExpectGolden(const std::string& name, const std::string& text) {
-  const std::filesystem::path path = std::filesystem::path(QUORVEX_TEST_GOLDEN) / name;
+  const std::filesystem::path path = TestGolden(name);
   if (const char* update = std::getenv("UPDATE_GOLDEN"); update != nullptr && std::string(update) == "1") {
     std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << text;

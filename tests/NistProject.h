@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "NistSets.h"
+#include "Paths.h"
 #include "RecordingPrompter.h"
 #include "core/NumberText.h"
 #include "engine/UserModel.h"
@@ -21,7 +22,7 @@ inline Project NistProject(const NistSet& row) {
   const Settings settings;
   RecordingPrompter user;
   ProjectEditor editor(project, settings, user);
-  auto import = OpenImport(QUORVEX_TEST_DATA "/nist/" + row.at("file"), project.Sheet, LocaleText());
+  auto import = OpenImport(TestData("nist/" + row.at("file")), project.Sheet, LocaleText());
   EXPECT_TRUE(import && (*import)->Preview());
   (*import)->Columns.AssignInOrder();
   EXPECT_EQ((*import)->Finish(editor.Edit), ImportOutcome::Imported);

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "Paths.h"
+
 namespace quorvex {
 
 inline std::vector<std::string> Split(const std::string& text, char separator) {
@@ -22,7 +24,7 @@ using NistSet = std::map<std::string, std::string>;
 
 // The reference sets of one kind, "linear" or "nonlinear".
 inline std::vector<NistSet> NistSets(const std::string& kind) {
-  std::ifstream file(QUORVEX_TEST_DATA "/nist/index.tsv");
+  std::ifstream file(TestData("nist/index.tsv"));
   std::string line;
   std::getline(file, line);
   const std::vector<std::string> names = Split(line, '\t');

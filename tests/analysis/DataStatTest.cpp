@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "NistSets.h"
+#include "Paths.h"
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "analysis/DataStat.h"
@@ -15,7 +16,7 @@ namespace {
 // A file of tests/data as a sheet, "NA" as an empty cell.
 DataSheet SheetOf(const std::string& name, std::size_t independentVariables) {
   DataSheet sheet(independentVariables, false);
-  std::ifstream file(QUORVEX_TEST_DATA "/" + name);
+  std::ifstream file(TestData(name));
   std::string line;
   std::getline(file, line);
   sheet.Headers = Split(line, ',');

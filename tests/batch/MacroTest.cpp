@@ -12,6 +12,7 @@
 #include <new>
 #include <random>
 
+#include "Paths.h"
 #include "batch/Program.h"
 #include "batch/RunMacro.h"
 
@@ -385,7 +386,7 @@ TEST(Macro, DoesNotDependOnTheOrderOfRows) {
   std::mt19937 random(7);
   for (const auto& set : kSets) {
     std::vector<std::string> lines;
-    std::ifstream file(std::string(QUORVEX_TEST_DATA) + "/" + set.File);
+    std::ifstream file(TestData(set.File));
     for (std::string line; std::getline(file, line);) lines.push_back(line);
     std::vector<ModelAnswer> first;
     std::string text;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "Paths.h"
 #include "TemporaryFolder.h"
 
 namespace quorvex {
@@ -52,7 +53,7 @@ class Program {
   }
 
   TemporaryFolder Folder;
-  std::string Executable = QUORVEX_PROGRAM;
+  std::string Executable = ConsoleProgram();
   std::string Out, Err;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "NistSets.h"
+#include "Paths.h"
 #include "batch/Program.h"
 
 namespace quorvex {
@@ -23,7 +24,7 @@ std::string MacroFor(const NistSet& row, const std::vector<std::string>& start, 
   const std::vector<std::string> names = Split(row.at("coef_names"), ' ');
   std::string macro = "B_MACRO\n";
   if (slow) macro += "MaxIterations = 10000\n";
-  macro += "DataFile = " QUORVEX_TEST_DATA "/nist/" + row.at("file") + "\nIndependentVariables = " + row.at("n_indep") +
+  macro += "DataFile = " + TestData("nist/" + row.at("file")) + "\nIndependentVariables = " + row.at("n_indep") +
            "\nOutputFile = @out.txt\nLogFile = @run.log\nB_MODEL\nY = " + row.at("model") + "\n";
   for (std::size_t i = 0; i < names.size(); ++i)
     macro += "Assign " + names[i] + " = " + start[i] + ", Operator = value, Fit = True\n";

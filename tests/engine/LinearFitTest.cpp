@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "NistSets.h"
+#include "Paths.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
 
@@ -97,7 +98,7 @@ TEST(LinearFit, ReachesTheCertifiedValues) {
     ++found;
     SolveData data;
     data.X.resize(static_cast<std::size_t>(std::stoi(set.at("n_indep"))));
-    std::ifstream file(QUORVEX_TEST_DATA "/nist/" + set.at("file"));
+    std::ifstream file(TestData("nist/" + set.at("file")));
     for (std::string line; std::getline(file, line);) {
       const std::vector<std::string> fields = Split(line, '\t');
       for (std::size_t v = 0; v < data.X.size(); ++v) data.X[v].push_back(std::stod(fields[v]));

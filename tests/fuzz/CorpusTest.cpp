@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 
+#include "Paths.h"
 #include "fuzz/MacroReader.h"
 #include "fuzz/ModelFile.h"
 #include "fuzz/ModelText.h"
@@ -26,7 +27,7 @@ const std::map<std::string, Target> kTargets = {
 
 TEST(Corpus, EveryInputKeepsWhatItsTargetRequires) {
   std::size_t folders = 0;
-  for (const auto& folder : std::filesystem::directory_iterator(QUORVEX_FUZZ_CORPUS)) {
+  for (const auto& folder : std::filesystem::directory_iterator(FuzzCorpus())) {
     const auto target = kTargets.find(folder.path().filename());
     ASSERT_NE(target, kTargets.end()) << folder.path();
     ++folders;

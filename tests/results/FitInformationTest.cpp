@@ -5,6 +5,7 @@
 
 #include "Golden.h"
 #include "NistSets.h"
+#include "Paths.h"
 #include "core/NumberText.h"
 #include "results/FitInformation.h"
 #include "results/SolvedProject.h"
@@ -52,7 +53,7 @@ TEST(FitInformation, AgreesWithTheCertifiedLine) {
   Project project = ProjectOf({{}, {}});
   for (const NistSet& row : NistSets("linear")) {
     if (row.at("name") != "Norris") continue;
-    std::ifstream file(QUORVEX_TEST_DATA "/nist/" + row.at("file"));
+    std::ifstream file(TestData("nist/" + row.at("file")));
     std::size_t n = 0;
     for (std::string line; std::getline(file, line);) {
       std::replace(line.begin(), line.end(), '\t', ' ');

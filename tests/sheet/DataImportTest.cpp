@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Paths.h"
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "core/Files.h"
@@ -142,7 +143,7 @@ TEST(TextImport, ReadsTheSampleFilesAsTheyAre) {
   };
   for (const auto& c : kFiles) {
     SCOPED_TRACE(c.file);
-    const std::string file = std::string(QUORVEX_TEST_DATA "/") + c.file;
+    const std::string file = TestData(c.file);
     Desk desk(c.variables, c.sd, c.decimalComma ? ',' : '.');
     const auto import = desk.OpenText(file);
     ASSERT_NE(import, nullptr);
@@ -231,7 +232,7 @@ TEST(TextImport, BeginsWithTheDelimitersOfTheLocale) {
 }
 
 TEST(TextImport, ReadsDecimalCommasWhereTheLocaleHasPointsIfTold) {
-  const std::string file = QUORVEX_TEST_DATA "/pressure_decimal_comma.csv";
+  const std::string file = TestData("pressure_decimal_comma.csv");
   Desk desk;
   const auto import = desk.OpenText(file);
   EXPECT_EQ(import->Columns.lstColumns().size(), 3);
@@ -401,7 +402,7 @@ TEST(TextImport, ReadsUpTo65536Rows) {
 TEST(ImportData, AsksAndOpensOrRefuses) {
   const TemporaryFolder folder;
   const std::string runs = folder.Write("runs.dat", "1\n2\n3"), empty = folder.Write("empty.dat", "");
-  const std::string sheets = QUORVEX_TEST_DATA "/spreadsheets/runs.ods", broken = folder.Write("broken.XLSX", "1,2");
+  const std::string sheets = TestData("spreadsheets/runs.ods"), broken = folder.Write("broken.XLSX", "1,2");
   const std::string missing = folder.Path("missing.dat"), mark = folder.Write("mark.dat", "\xEF\xBB\xBF");
   const struct {
     std::string file;
@@ -440,7 +441,7 @@ TEST(ImportData, AsksAndOpensOrRefuses) {
 
 TEST(SpreadsheetImport, GoesThroughTheSameSteps) {
   for (const char* name : {"runs.ods", "runs.xlsx"}) {
-    const std::string file = std::string(QUORVEX_TEST_DATA "/spreadsheets/") + name;
+    const std::string file = TestData(std::string("spreadsheets/") + name);
     Desk desk;
     auto opened = SpreadsheetImport::Open(file, desk.Sheet);
     ASSERT_TRUE(opened) << opened.error();
@@ -474,7 +475,7 @@ TEST(SpreadsheetImport, GoesThroughTheSameSteps) {
 }
 
 TEST(SpreadsheetImport, ReadsUpTo65536Rows) {
-  const std::string file = QUORVEX_TEST_DATA "/spreadsheets/long.ods";
+  const std::string file = TestData("spreadsheets/long.ods");
   Desk desk;
   auto import = SpreadsheetImport::Open(file, desk.Sheet);
   ASSERT_TRUE(import) << import.error();

@@ -4,6 +4,7 @@
 #include <numeric>
 #include <string>
 
+#include "Paths.h"
 #include "core/Files.h"
 #include "sheet/ArrangeData.h"
 #include "sheet/ComputeWeights.h"
@@ -25,7 +26,7 @@ GridCells Commas(std::string_view text, std::size_t firstLine = 1, std::string_v
 
 GridCells File(const char* name, DelimitedFormat format) {
   MappedFile file;
-  EXPECT_EQ(file.Open(std::string(QUORVEX_TEST_DATA "/") + name), 0) << name;
+  EXPECT_EQ(file.Open(TestData(name)), 0) << name;
   format.FirstLine = 2;
   return ParseDelimitedLines(file.Text(), format).Cells;
 }

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <random>
 
+#include "Paths.h"
 #include "core/NumberText.h"
 #include "sheet/OdbcDatabase.h"
 #include "sheet/OdbcSource.h"
@@ -152,7 +153,7 @@ TEST(QueryDatabase, SaysWhyItFailed) {
 }
 
 TEST(QueryDatabase, CopesWithWhatDriversMayDo) {
-  const std::string awkward = "Driver=" QUORVEX_AWKWARD_DRIVER;
+  const std::string awkward = "Driver=" + AwkwardDriver();
   std::string coins;
   for (int i = 0; i < 2000; ++i) coins += "€";
   const std::string reasons = ": reason 1 in two lines reason 2 in two lines";

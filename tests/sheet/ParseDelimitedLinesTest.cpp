@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "Paths.h"
 #include "core/Files.h"
 #include "sheet/ParseDelimitedLines.h"
 
@@ -169,7 +170,7 @@ TEST(ParseDelimitedLines, GoesThroughOddFiles) {
 TEST(ParseDelimitedLines, GivesTheSameNumbersWhateverTheFormOfTheFile) {
   const auto read = [](const char* name, const DelimitedFormat& format) {
     MappedFile file;
-    EXPECT_EQ(file.Open(std::string(QUORVEX_TEST_DATA "/") + name), 0) << name;
+    EXPECT_EQ(file.Open(TestData(name)), 0) << name;
     return Shown(ParseDelimitedLines(file.Text(), format));
   };
   DelimitedFormat comma, semicolon;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Paths.h"
 #include "TemporaryFolder.h"
 #include "core/Files.h"
 #include "sheet/SpreadsheetFile.h"
@@ -11,7 +12,7 @@
 namespace quorvex {
 namespace {
 
-std::string File(const std::string& name) { return QUORVEX_TEST_DATA "/spreadsheets/" + name; }
+std::string File(const std::string& name) { return TestData("spreadsheets/" + name); }
 
 std::string Content(const std::string& name) {
   MappedFile file;

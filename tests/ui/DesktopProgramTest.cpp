@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Paths.h"
 #include "batch/Program.h"
 
 namespace quorvex {
@@ -15,7 +16,7 @@ constexpr const char* kOutOfReach = "DISPLAY=:987 QT_QPA_PLATFORM=xcb";
 constexpr const char* kNone = "QT_QPA_PLATFORM=xcb";
 
 TEST(DesktopProgram, TakesOverARunWithWindowsAndGivesItBackWithoutDisplay) {
-  for (const char* first : {QUORVEX_PROGRAM, QUORVEX_DESKTOP_PROGRAM}) {
+  for (const std::string& first : {ConsoleProgram(), DesktopProgram()}) {
     for (const char* environment : {kOffscreen, kOutOfReach, kNone}) {
       Program program;
       program.Executable = first;
@@ -38,7 +39,7 @@ TEST(DesktopProgram, TakesOverARunWithWindowsAndGivesItBackWithoutDisplay) {
 TEST(DesktopProgram, EndsWithTheStatusOfTheRun) {
   for (const char* environment : {kOffscreen, kOutOfReach}) {
     Program program;
-    program.Executable = QUORVEX_DESKTOP_PROGRAM;
+    program.Executable = DesktopProgram();
     EXPECT_EQ(program.RunMacro(kMacro, environment), 110);  // no data file
     EXPECT_EQ(program.Err, "Exit Status 110\n");
   }
@@ -54,7 +55,7 @@ TEST(DesktopProgram, SpeaksToAWaitingProcess) {
 
 TEST(DesktopProgram, AnswersAboutItselfWithoutADisplay) {
   Program program;
-  program.Executable = QUORVEX_DESKTOP_PROGRAM;
+  program.Executable = DesktopProgram();
   EXPECT_EQ(program.Run("--version", kNone), 0);
   EXPECT_EQ(program.Out, "Quorvex 9.0.0\n");
   EXPECT_EQ(program.Run("", kNone), 1);

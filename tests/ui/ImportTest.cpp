@@ -15,6 +15,7 @@
 #include "Accessibility.h"
 #include "Frame.h"
 #include "Mnemonics.h"
+#include "Paths.h"
 #include "sheet/OdbcSource.h"
 
 namespace quorvex {
@@ -33,7 +34,7 @@ constexpr const char* kSomeUnassigned =
 constexpr const char* kSomeUnassignedOfDatabase =
     "You did not assign columns to all variables, so there will be no data imported to them. Do you want to continue?";
 
-std::string DataFile(const std::string& name) { return QUORVEX_TEST_DATA "/" + name; }
+std::string DataFile(const std::string& name) { return TestData(name); }
 std::string UnknownExtension(const std::string& file) {
   return "The command line argument file name '" + file +
          "' does not have a Quorvex extension. Please specify a new project type, then the file can be imported.";

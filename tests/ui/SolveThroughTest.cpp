@@ -8,6 +8,7 @@
 #include <QTableWidget>
 
 #include "NistProject.h"
+#include "Paths.h"
 #include "SolveFrame.h"
 #include "files/ProjectFile.h"
 #include "results/ui/frmResults.h"
@@ -25,7 +26,7 @@ class SolveThrough : public SolveFrame {
   // A project with a table of numbers under a line of names, X's before Y.
   Project ProjectOfTable(const char* file) {
     Project project = NewProject(1, false, {});
-    std::ifstream stream(std::string(QUORVEX_TEST_DATA "/") + file);
+    std::ifstream stream(TestData(file));
     std::string line;
     std::getline(stream, line);
     const std::size_t columns = Split(line, '\t').size();

@@ -27,6 +27,7 @@
 
 #include "Accessibility.h"
 #include "Frame.h"
+#include "Paths.h"
 #include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
 #include "app/ui/FileRequests.h"
@@ -378,7 +379,7 @@ TEST_F(Frame, TakesFilesFromASecondStart) {
   EXPECT_FALSE(FileRequests().Listen());
 
   // It waits until the dialog is closed.
-  const std::string command = "QT_QPA_PLATFORM=offscreen timeout 20 " QUORVEX_DESKTOP_PROGRAM " " + file.toStdString() +
+  const std::string command = "QT_QPA_PLATFORM=offscreen timeout 20 " + DesktopProgram() + " " + file.toStdString() +
                               " && touch " + folder.Path("done") + " &";
   dialogs.Do([&](QDialog& form) {
     EXPECT_EQ(std::system(command.c_str()), 0);
