@@ -20,6 +20,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QTabBar>
 #include <QTabWidget>
 #include <memory>
 #include <optional>
@@ -123,6 +124,43 @@ TEST_F(Frame, TakesWhatIsTyped) {
   EXPECT_EQ(Entry(), nullptr);
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, ShowsARefusedEntryThatIsBehindTheNotes) {
+  Start();
+  auto* pages = Active().findChild<QTabWidget*>("pages");
+  for (const char* command : {"mnuFileSave", "mnuFileClose"}) {
+    pages->setCurrentIndex(0);
+    Type("x", std::nullopt);
+    pages->setCurrentIndex(1);
+    dialogs.Do([&](QDialog& box) {
+      EXPECT_EQ(pages->currentIndex(), 0);
+      box.reject();
+    });
+    Trigger(command);
+    ASSERT_NE(Entry(), nullptr);
+    Type("", Qt::Key_Escape);
+  }
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, StoresAnEntryOnceThatRaisesABox) {
+  folder.Write("quorvex.ini", "[startup]\nundolevels=0\n");
+  for (const auto end : {std::optional(Qt::Key_Return), std::optional<Qt::Key>()}) {
+    Start();
+    dialogs.Press(QMessageBox::Ok);
+    Type("1", end);
+    if (!end) Active().findChild<QTabBar*>()->setFocus();
+    QTest::qWait(10);
+    EXPECT_EQ(dialogs.Said.back(), "Cannot UNDO, the UNDO feature has been disabled.");
+    EXPECT_EQ(Entry(), nullptr);
+    Grid().setFocus();
+    Type("2");
+    EXPECT_EQ(Shown(1, 1), end ? "1" : "2");
+    dialogs.Press(QMessageBox::No);
+    EXPECT_TRUE(frame->close());
+  }
+  EXPECT_EQ(dialogs.Said.size(), 4u);
 }
 
 TEST_F(Frame, TakesAnEntryThatIsOpenWhereTheProjectIsSaved) {

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <cmath>
@@ -25,14 +26,20 @@ class CellDelegate : public QStyledItemDelegate {
   // Stores what stands in the open editor and closes it. False where it is refused; the editor then has the focus.
   bool Commit() {
     if (editor_ == nullptr) return true;
-    QLineEdit* editor = editor_;
-    if (!view_.model()->setData(index_, editor->text(), Qt::EditRole)) {
-      editor->setFocus();
-      editor->selectAll();
-      return false;
+    if (committing_) return false;  // by whom this was called from a box over the sheet
+    if (!view_.Accepts(editor_->text())) emit view_.EntryRefused();
+    const bool stored = [this] {
+      const QScopedValueRollback storing(committing_, true);
+      return view_.model()->setData(index_, editor_->text(), Qt::EditRole);
+    }();
+    if (editor_ == nullptr) return stored;
+    if (stored) {
+      emit closeEditor(editor_, NoHint);
+    } else {
+      editor_->setFocus();
+      editor_->selectAll();
     }
-    emit closeEditor(editor, NoHint);
-    return true;
+    return stored;
   }
 
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const override {
@@ -56,8 +63,9 @@ class CellDelegate : public QStyledItemDelegate {
  protected:
   bool eventFilter(QObject* object, QEvent* event) override {
     if (object != editor_) return QStyledItemDelegate::eventFilter(object, event);
-    // An entry that would be refused stays open while the focus is elsewhere, as in the box that says so.
-    if (event->type() == QEvent::FocusOut && !view_.Accepts(editor_->text())) return false;
+    // An entry that would be refused stays open while the focus is elsewhere, as in the box that says so. One that is
+    // being stored is not stored again by the boxes of that.
+    if (event->type() == QEvent::FocusOut && (committing_ || !view_.Accepts(editor_->text()))) return false;
     if (event->type() != QEvent::KeyPress) return QStyledItemDelegate::eventFilter(object, event);
     switch (static_cast<QKeyEvent*>(event)->key()) {
       case Qt::Key_Return:
@@ -83,6 +91,7 @@ class CellDelegate : public QStyledItemDelegate {
   SheetView& view_;
   mutable QPointer<QLineEdit> editor_;
   mutable QPersistentModelIndex index_;
+  bool committing_ = false;
 };
 
 SheetView::SheetView(QWidget* parent) : QTableView(parent) {

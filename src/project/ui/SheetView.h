@@ -29,6 +29,7 @@ class SheetView : public QTableView {
 
  signals:
   void CurrentCellChanged();
+  void EntryRefused();  // before the user is told
 
  protected:
   void reset() override;

@@ -53,6 +53,7 @@ quorvexWindow::quorvexWindow(Project project, ProjectStore& store, Settings& set
   connect(model_, &SheetModel::modelReset, this, &quorvexWindow::ShowState);
   connect(DataGrid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, &quorvexWindow::EditHeader);
   connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
+  connect(DataGrid, &SheetView::EntryRefused, this, [this] { pages_->setCurrentIndex(0); });
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
   connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResults);
   connect(solutions_, &SolvedListPanel::SortChosen, this, &quorvexWindow::SortSolutions);
