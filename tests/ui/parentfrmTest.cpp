@@ -319,19 +319,23 @@ TEST_F(Frame, ClosesAWindowByItsKeyInEveryState) {
   EXPECT_TRUE(frame->close());
 }
 
-TEST_F(Frame, AsksForEachChangedProjectAndStaysWhereCancelled) {
+TEST_F(Frame, AsksForEachChangedProjectUntilCancelled) {
   Start();
   Type("1");
   Trigger("mnuFileNew");
   Active().findChild<QTabWidget*>("pages")->setCurrentIndex(1);
   QTest::keyClicks(Active().findChild<QPlainTextEdit*>("Notes"), "why");
   EXPECT_TRUE(Active().isWindowModified());
+  Trigger("mnuFileNew");
+  Type("3");
   dialogs.Press(QMessageBox::No);
   dialogs.Press(QMessageBox::Cancel);
   EXPECT_FALSE(frame->close());
-  EXPECT_EQ(std::set<std::string>(dialogs.Said.begin(), dialogs.Said.end()),
-            (std::set<std::string>{"Save changes to project 'Untitled'?",
-                                   "The notes for project 'Untitled 2' have changed. Save Changes?"}));
+  dialogs.Press(QMessageBox::Cancel);
+  Trigger("mnuWindowCloseAll");
+  const std::string notes = "The notes for project 'Untitled 2' have changed. Save Changes?";
+  EXPECT_EQ(dialogs.Said, (std::vector<std::string>{"Save changes to project 'Untitled'?", notes, notes}));
+  EXPECT_EQ(Windows(), 2);
   while (Windows() > 0) {
     dialogs.Press(QMessageBox::No);
     Trigger("mnuFileClose");

@@ -30,6 +30,11 @@ void Share(const QMdiArea& area, bool rows) {
 
 }  // namespace
 
+bool CloseAllForms(QMdiArea& area) {
+  const QList<QMdiSubWindow*> windows = area.subWindowList();
+  return std::all_of(windows.begin(), windows.end(), [](QMdiSubWindow* window) { return window->close(); });
+}
+
 void TileHorizontally(QMdiArea& area) { Share(area, true); }
 void TileVertically(QMdiArea& area) { Share(area, false); }
 

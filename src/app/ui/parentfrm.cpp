@@ -16,6 +16,7 @@
 #include "app/Preferences.h"
 #include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
+#include "app/ui/WindowArrangement.h"
 #include "core/ui/BusyCursor.h"
 #include "files/DetectFileType.h"
 #include "files/ProjectFile.h"
@@ -163,8 +164,7 @@ void parentfrm::Autosave() {
 
 void parentfrm::closeEvent(QCloseEvent* event) {
   TellOnceWhetherStored(StorePlace());
-  area_->closeAllSubWindows();
-  event->setAccepted(area_->subWindowList().isEmpty());
+  event->setAccepted(CloseAllForms(*area_));
 }
 
 void parentfrm::dragEnterEvent(QDragEnterEvent* event) {

@@ -233,7 +233,7 @@ void parentfrm::MakeWindowMenu() {
       {"mnuWindowNext", "&Next", QKeySequence("Ctrl+F6"), [](QMdiArea& area) { area.activateNextSubWindow(); }},
       {"mnuWindowPrevious", "&Previous", QKeySequence("Ctrl+Shift+F6"),
        [](QMdiArea& area) { area.activatePreviousSubWindow(); }},
-      {"mnuWindowCloseAll", "Close A&ll", {}, [](QMdiArea& area) { area.closeAllSubWindows(); }},
+      {"mnuWindowCloseAll", "Close A&ll", {}, [](QMdiArea& area) { CloseAllForms(area); }},
   };
   for (const Entry& entry : entries) {
     if (entry.Name == nullptr) {
