@@ -144,12 +144,17 @@ bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
 }
 
 bool ProjectSolver::SaveGroup() {
+  const std::vector<ModelClass*> solved = RankModels(project_.Models, settings_.Integer("sortindex"));
+  if (solved.empty()) {
+    user_.Refuse("There are no solved equations to save as a group.");
+    return false;
+  }
   if (!user_.Ask("This operation will create or overwrite the user defined equation group file with the currently "
                  "solved equations only. " +
                  std::string(NL) + "Do you want to continue?"))
     return false;
   std::vector<std::string> ids;
-  for (const ModelClass* model : RankModels(project_.Models, settings_.Integer("sortindex"))) ids.push_back(model->id);
+  for (const ModelClass* model : solved) ids.push_back(model->id);
   const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
   const bool saved = store->Write(ids);
   saved ? user_.Inform("Group file saved to '" + store->Path() + "'.")

@@ -560,6 +560,11 @@ TEST(SaveGroup, WritesTheSolvedModelsInTheOrderOfTheList) {
     EXPECT_EQ(p.Windows.GroupFile, c.file);
     EXPECT_EQ(p.User.Said, c.said);
   }
+  ClearableProject p;
+  for (const auto& model : p.Document.Models) model->Solved = false;  // and a curve alone is no equation of a group
+  EXPECT_FALSE(p.Solver.SaveGroup());
+  EXPECT_EQ(p.Windows.GroupFile, std::nullopt);
+  EXPECT_EQ(p.User.Said, (Said{"refuse: There are no solved equations to save as a group."}));
 }
 
 // On the heights and weights of 15 women. Every model is fitted once more on its own, each in a collection of its own.
