@@ -15,13 +15,14 @@ bool SaveTo(const std::string& fileName, Project& project, Prompter& user) {
     return false;
   }
   project.FileName = fileName;
+  project.HasFile = true;
   project.Changed = project.NotesChanged = false;
   return true;
 }
 
 // The project as its file has it; one without a file as it began.
 Result<Project> StoredProject(const Project& project) {
-  if (!IsUntitled(project)) return ReadProject(project.FileName, project.Locale);
+  if (project.HasFile) return ReadProject(project.FileName, project.Locale);
   const DataSheet& sheet = project.Sheet;
   return NewProject(sheet.IndependentVariables, sheet.HasStandardDeviation, project.Locale);
 }
@@ -33,7 +34,6 @@ bool SavePart(Project& project, bool data, Prompter& user) {
     user.Refuse(stored.error());
     return false;
   }
-  stored->FileName = project.FileName;
   if (!data) {
     stored->Notes = project.Notes;
     return FileSave(*stored, user);
@@ -47,7 +47,7 @@ bool SavePart(Project& project, bool data, Prompter& user) {
 }  // namespace
 
 bool FileSave(Project& project, Prompter& user) {
-  return IsUntitled(project) ? FileSaveAs(project, user) : SaveTo(project.FileName, project, user);
+  return project.HasFile ? SaveTo(project.FileName, project, user) : FileSaveAs(project, user);
 }
 
 bool FileSaveAs(Project& project, Prompter& user) {

@@ -14,7 +14,7 @@ namespace quorvex {
 // version, or is not what it says; a count in the file is never trusted further than the data that follow it.
 Result<Project> ReadProject(const std::string& fileName, const LocaleText& locale);
 
-// The same from the bytes of the file that is called `fileName`.
+// The same from the bytes of the file that is called `fileName`, as a project that has no file of its own.
 Result<Project> ParseProject(std::string_view bytes, const std::string& fileName, const LocaleText& locale);
 
 // The whole project file of version 9.0: sheet, notes, limits, the user-defined models, the solved models and

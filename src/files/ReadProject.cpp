@@ -326,7 +326,9 @@ Result<Project> ParseProject(std::string_view bytes, const std::string& fileName
 Result<Project> ReadProject(const std::string& fileName, const LocaleText& locale) {
   MappedFile file;
   if (file.Open(fileName) != 0) return Unreadable(fileName);
-  return ParseProject(file.Text(), fileName, locale);
+  Result<Project> project = ParseProject(file.Text(), fileName, locale);
+  if (project) project->HasFile = true;
+  return project;
 }
 
 }  // namespace quorvex

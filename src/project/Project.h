@@ -30,8 +30,9 @@ struct Project {
   Project(std::size_t independentVariables, bool hasStandardDeviation, const LocaleText& locale)
       : Locale(locale), Sheet(independentVariables, hasStandardDeviation) {}
 
-  LocaleText Locale;  // that its models' texts are written in
-  std::string FileName = "Untitled";
+  LocaleText Locale;                  // that its models' texts are written in
+  std::string FileName = "Untitled";  // what it is called where it has no file
+  bool HasFile = false;
   DataSheet Sheet;
   std::string Notes;
   SolveLimits Limits;
@@ -40,9 +41,6 @@ struct Project {
   bool Changed = false;       // the sheet, since it was last saved
   bool NotesChanged = false;  // the notes, since they were last saved
 };
-
-// Whether the project has no file yet. Any name with "Untitled" in it counts as none.
-inline bool IsUntitled(const Project& project) { return project.FileName.find("Untitled") != std::string::npos; }
 
 // A fresh project, with the catalogue of built-in models and one interpolation of each kind.
 Project NewProject(std::size_t independentVariables, bool hasStandardDeviation, const LocaleText& locale);

@@ -25,17 +25,21 @@ TEST_F(SavingAProject, AsksForANameOnceAndKeepsTheFileBefore) {
   EXPECT_TRUE(project.Changed);
   EXPECT_EQ(user.Last(), "save: Save As|Project files (*.qvx)|qvx");
 
-  user.File = folder.Path("a.qvx");
+  const std::string name = folder.Path("Untitled a.qvx");
+  user.File = name;
   EXPECT_TRUE(FileSave(project, user));
   EXPECT_FALSE(project.Changed || project.NotesChanged);
-  EXPECT_EQ(project.FileName, folder.Path("a.qvx"));
+  EXPECT_EQ(project.FileName, name);
 
-  const std::string before = folder.Read("a.qvx");
+  const std::string before = folder.Read("Untitled a.qvx");
   project.Notes = "more";
   EXPECT_TRUE(FileSave(project, user));
   EXPECT_EQ(user.Said.size(), 2u);
-  EXPECT_EQ(folder.Read("a.qvx~"), before);
-  EXPECT_EQ(ReadProject(folder.Path("a.qvx"), {})->Notes, "more");
+  EXPECT_EQ(folder.Read("Untitled a.qvx~"), before);
+  Result<Project> opened = ReadProject(name, {});
+  EXPECT_EQ(opened->Notes, "more");
+  EXPECT_TRUE(FileSave(*opened, user));
+  EXPECT_EQ(user.Said.size(), 2u);
 }
 
 TEST_F(SavingAProject, KeepsNameAndChangesWhereItFails) {
@@ -43,7 +47,7 @@ TEST_F(SavingAProject, KeepsNameAndChangesWhereItFails) {
   user.File = name;
   EXPECT_FALSE(FileSave(project, user));
   EXPECT_EQ(user.Last(), "refuse: Error saving project to '" + name + "'. The folder does not exist.");
-  EXPECT_TRUE(project.Changed && IsUntitled(project));
+  EXPECT_TRUE(project.Changed && !project.HasFile);
 }
 
 // Answers each question in turn; nothing is Cancel.
@@ -60,7 +64,8 @@ class AnsweringPrompter : public RecordingPrompter {
 };
 
 TEST_F(SavingAProject, AsksForDataAndNotesApartBeforeItCloses) {
-  const std::string name = folder.Path("a.qvx");
+  std::filesystem::create_directory(folder.Path("Untitled Folder"));
+  const std::string name = folder.Path("Untitled Folder/Untitled a.qvx");
   const std::string data = "ask: Save changes to project '" + name + "'?";
   const std::string notes = "ask: The notes for project '" + name + "' have changed. Save Changes?";
   using Said = std::vector<std::string>;
@@ -90,6 +95,7 @@ TEST_F(SavingAProject, AsksForDataAndNotesApartBeforeItCloses) {
       std::filesystem::remove(name);
       if (!untitled) WriteProject(edited, name);
       edited.FileName = untitled ? "Untitled" : name;
+      edited.HasFile = !untitled;
       if (c.Changed) edited.Sheet.Cells.SetGridCellNumber(1, 1, 2);
       if (c.NotesChanged) edited.Notes = "new";
       edited.Changed = c.Changed;
@@ -122,6 +128,7 @@ TEST_F(SavingAProject, StaysOpenWhereItCouldNotBeSaved) {
     EXPECT_EQ(project.Notes, "mine");
   }
   project.FileName = folder.Path("gone.qvx");
+  project.HasFile = true;
   prompter.Answers = {false, true};
   EXPECT_FALSE(MayClose(project, prompter));
   EXPECT_TRUE(prompter.Last().starts_with("refuse: ")) << prompter.Last();

@@ -98,7 +98,7 @@ void quorvexWindow::LayOut() {
 QPlainTextEdit* quorvexWindow::NotesInFront() const { return pages_->currentWidget() == Notes ? Notes : nullptr; }
 
 bool quorvexWindow::IsFresh() const {
-  return IsUntitled(project_) && !project_.Changed && !project_.NotesChanged && project_.Sheet.Cells.GridLastRow() == 0;
+  return !project_.HasFile && !project_.Changed && !project_.NotesChanged && project_.Sheet.Cells.GridLastRow() == 0;
 }
 
 QString quorvexWindow::Status() const {
