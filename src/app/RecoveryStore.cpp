@@ -3,13 +3,17 @@
 #include <fcntl.h>
 #include <stdlib.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <new>
+#include <optional>
 
 #include "app/UserFolder.h"
+#include "core/DateText.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "files/ProjectFile.h"
@@ -19,14 +23,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kPrefix = "session-";
+constexpr std::string_view kPrefix = "session-", kExtension = ".qvx";
 
 std::string CopyName(const std::string& session, std::size_t window) {
-  return session + '/' + std::to_string(window) + ".qvx";
+  return session + '/' + std::to_string(window) + std::string(kExtension);
 }
 
-// Beside each copy stands the name of the project's own file.
+// Beside each copy stands the name of the project: the whole path of its file, or what it is called without one.
 std::string NameFile(const std::string& copy) { return copy + ".name"; }
+
+// The copies in the folder of a run; nothing where it can't be read to its end.
+std::optional<std::vector<std::string>> Copies(const std::string& session) {
+  std::vector<std::string> copies;
+  std::error_code error;
+  for (fs::directory_iterator file(session, error), end; !error && file != end; file.increment(error))
+    if (file->path().extension() == kExtension) copies.push_back(file->path().string());
+  return error ? std::nullopt : std::optional(std::move(copies));
+}
 
 void RemoveCopy(const std::string& copy) {
   std::error_code ignored;
@@ -66,48 +79,76 @@ int RecoveryStore::Begin() {
   return LockSession(own_) ? 0 : FileErrorNumber(errno);
 }
 
-int RecoveryStore::Keep(std::size_t window, const Project& project) {
+int RecoveryStore::Keep(std::size_t window, const Project& project) try {
   if (const int error = Begin()) return error;
   const std::string copy = CopyName(own_.Folder, window);
   // The name goes first: a copy is complete once it is there.
   if (const int error = SaveFile(NameFile(copy), project.FileName)) return error;
-  return WriteProject(project, copy);
+  if (const int error = WriteProject(project, copy)) return error;
+  DiscardAdopted(window);
+  return 0;
+} catch (const std::bad_alloc&) {
+  return FileErrorNumber(ENOMEM);
 }
 
 void RecoveryStore::Forget(std::size_t window) {
   if (own_.Lock >= 0) RemoveCopy(CopyName(own_.Folder, window));
+  DiscardAdopted(window);
+}
+
+void RecoveryStore::Adopt(std::size_t window, const LeftBehind& project) { adopted_.insert_or_assign(window, project); }
+
+void RecoveryStore::DiscardAdopted(std::size_t window) {
+  const auto adopted = adopted_.find(window);
+  if (adopted == adopted_.end()) return;
+  Discard(adopted->second);
+  adopted_.erase(adopted);
+}
+
+RecoveryStore::LeftBehind RecoveryStore::Describe(const std::string& copy) {
+  LeftBehind project{copy, "", ""};
+  MappedFile name;
+  if (name.Open(NameFile(copy)) == 0) project.FileName = name.Text();
+  if (project.FileName.empty()) project.FileName = "Recovered";
+  struct stat status {};
+  stat(copy.c_str(), &status);
+  project.Made = DateText(status.st_mtime);
+  return project;
+}
+
+Result<Project> RecoveryStore::Read(const LeftBehind& project, const LocaleText& locale) {
+  Result<Project> read = ReadProject(project.Copy, locale);
+  if (!read) return read;
+  read->FileName = project.FileName;
+  read->HasFile = fs::path(project.FileName).is_absolute();
+  read->Changed = true;
+  return read;
 }
 
 std::vector<RecoveryStore::LeftBehind> RecoveryStore::Claim() {
   std::vector<LeftBehind> found;
   std::error_code error;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder_, error)) {
-    Session session{entry.path().string()};
-    if (!entry.path().filename().string().starts_with(kPrefix) || !LockSession(session)) continue;
+  for (fs::directory_iterator entry(folder_, error), end; !error && entry != end; entry.increment(error)) {
+    Session session{entry->path().string()};
+    if (!entry->path().filename().string().starts_with(kPrefix) || !LockSession(session)) continue;
     claimed_.push_back(session);
-    std::error_code unreadable;
-    for (const fs::directory_entry& file : fs::directory_iterator(session.Folder, unreadable)) {
-      if (file.path().extension() != ".qvx") continue;
-      MappedFile name;
-      if (name.Open(NameFile(file.path().string())) == 0)
-        found.push_back({file.path().string(), std::string(name.Text())});
-    }
+    const auto copies = Copies(session.Folder);
+    if (!copies) continue;
+    for (const std::string& copy : *copies) found.push_back(Describe(copy));
+    // A run that crashed before it kept anything leaves no more than its folder.
+    std::error_code ignored;
+    if (copies->empty()) fs::remove_all(session.Folder, ignored);
   }
-  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.Copy < b.Copy; });
-  // A run that crashed before it kept anything leaves no more than its folder.
-  for (const Session& session : claimed_)
-    if (std::none_of(found.begin(), found.end(), [&](const auto& f) { return f.Copy.starts_with(session.Folder); }))
-      fs::remove_all(session.Folder, error);
+  std::ranges::sort(found, {}, &LeftBehind::Copy);
   return found;
 }
 
 void RecoveryStore::Discard(const LeftBehind& project) {
   RemoveCopy(project.Copy);
   const fs::path session = fs::path(project.Copy).parent_path();
-  std::error_code error;
-  for (const fs::directory_entry& file : fs::directory_iterator(session, error))
-    if (file.path().extension() == ".qvx") return;
-  fs::remove_all(session, error);
+  const auto others = Copies(session.string());
+  std::error_code ignored;
+  if (others && others->empty()) fs::remove_all(session, ignored);
 }
 
 }  // namespace quorvex

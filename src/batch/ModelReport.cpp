@@ -1,26 +1,15 @@
 #include "batch/ModelReport.h"
 
 #include <array>
-#include <ctime>
 
+#include "core/DateText.h"
 #include "core/NumberText.h"
 #include "engine/InverseTDistribution.h"
 
 namespace quorvex {
-namespace {
-
-std::string Now() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  char text[32];
-  return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
-}
-
-}  // namespace
-
 std::array<std::string, 2> HeaderLines(const MacroSetup& setup) {
-  return {"Quorvex Version " QUORVEX_VERSION, "Quorvex Macro '" + setup.DataFile + "' evaluated on " + Now()};
+  return {"Quorvex Version " QUORVEX_VERSION,
+          "Quorvex Macro '" + setup.DataFile + "' evaluated on " + DateText(std::time(nullptr))};
 }
 
 std::string InputRow(const SolveData& data, std::size_t i, const MacroSetup& setup) {

@@ -1,13 +1,34 @@
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "TemporaryFolder.h"
 #include "app/RecoveryStore.h"
+#include "core/DateText.h"
 #include "files/ProjectFile.h"
 
 namespace quorvex {
 namespace {
+
+// No file may grow beyond that many bytes, as on a full disk.
+class SmallFiles {
+ public:
+  explicit SmallFiles(rlim_t bytes) : handler_(signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const rlimit small{bytes, limit_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~SmallFiles() {
+    setrlimit(RLIMIT_FSIZE, &limit_);
+    signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  rlimit limit_{};
+  sighandler_t handler_;
+};
 
 // A process that keeps two projects, saves one of them, and dies.
 void CrashWith(const std::string& folder, const Project& project) {
@@ -41,11 +62,66 @@ TEST(RecoveryStore, OffersOnlyWhatACrashLeftAndOnlyOnce) {
   const auto left = store.Claim();
   ASSERT_EQ(left.size(), 1u);
   EXPECT_EQ(left[0].FileName, project.FileName);
-  EXPECT_EQ(ReadProject(left[0].Copy, {})->Sheet.Cells.GridCellNumber(1, 1), 4.25);
+  const std::time_t now = std::time(nullptr);
+  EXPECT_TRUE(left[0].Made > DateText(now - 60) && left[0].Made <= DateText(now)) << left[0].Made;
+  const Result<Project> read = RecoveryStore::Read(left[0], {});
+  EXPECT_EQ(read->Sheet.Cells.GridCellNumber(1, 1), 4.25);
+  EXPECT_EQ(read->FileName, project.FileName);
+  EXPECT_TRUE(read->HasFile && read->Changed);
   EXPECT_TRUE(RecoveryStore(state).Claim().empty());  // another instance that starts meanwhile
 
   store.Discard(left[0]);
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(left[0].Copy).parent_path()));
+}
+
+TEST(RecoveryStore, OffersACopyWhoseNameIsLost) {
+  using Write = void (*)(const std::string& name);
+  for (const Write damage : {Write([](const std::string& name) { std::filesystem::remove(name); }),
+                             Write([](const std::string& name) { std::filesystem::resize_file(name, 0); }),
+                             Write([](const std::string& name) {
+                               std::filesystem::remove(name);
+                               std::filesystem::create_directory(name);
+                             })}) {
+    TemporaryFolder folder;
+    CrashWith(folder.Path("state"), Project(1, false, {}));
+    for (const auto& file : std::filesystem::recursive_directory_iterator(folder.Path("state")))
+      if (file.path().extension() == ".name") damage(file.path());
+    const auto left = RecoveryStore(folder.Path("state")).Claim();
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_EQ(left[0].FileName, "Recovered");
+    EXPECT_FALSE(RecoveryStore::Read(left[0], {})->HasFile);
+  }
+}
+
+TEST(RecoveryStore, KeepsACopyUntilTheNextIsSafelyWritten) {
+  TemporaryFolder folder;
+  const std::string state = folder.Path("state");
+  Project project(1, false, {});
+  CrashWith(state, project);
+  const auto claim = [](RecoveryStore& store) {
+    const auto left = store.Claim();
+    EXPECT_EQ(left.size(), 1u);
+    if (!left.empty()) store.Adopt(7, left[0]);
+  };
+  {
+    RecoveryStore store(state);
+    claim(store);
+    const SmallFiles disk(200);  // bytes of room
+    EXPECT_EQ(store.Keep(7, project), 61);
+  }
+  {
+    RecoveryStore store(state);
+    claim(store);
+    EXPECT_EQ(store.Keep(7, project), 0);
+  }
+  EXPECT_TRUE(RecoveryStore(state).Claim().empty());
+  CrashWith(state, project);
+  {
+    RecoveryStore store(state);
+    claim(store);
+    store.Forget(7);
+  }
+  EXPECT_TRUE(RecoveryStore(state).Claim().empty());
 }
 
 TEST(RecoveryStore, LivesWithoutAFolder) {

@@ -362,16 +362,36 @@ TEST_F(Frame, StoresItsPlaceAtTheEnd) {
   EXPECT_TRUE(frame->close());
 }
 
-TEST_F(Frame, OffersWhatACrashLeft) {
+// A process that keeps a project and dies.
+void CrashWith(const std::string& state, const std::string& fileName) {
   const pid_t child = fork();
   if (child == 0) {
     Project project(1, false, {});
-    project.FileName = folder.Path("lost.qvx");
+    project.FileName = fileName;
     project.Sheet.Cells.SetGridCellNumber(1, 1, 42);
-    RecoveryStore store(folder.Path("state"));
+    RecoveryStore store(state);
     _exit(store.Keep(1, project));
   }
   waitpid(child, nullptr, 0);
+}
+
+TEST_F(Frame, DeletesWhatACrashLeftOnlyWhereTheUserSaysSoTwice) {
+  CrashWith(folder.Path("state"), "Untitled 2");
+  for (const auto remove : {QMessageBox::No, QMessageBox::Yes}) {
+    dialogs.Press(QMessageBox::No);
+    dialogs.Press(remove);
+    Start();
+    EXPECT_TRUE(dialogs.Said.back().starts_with("The changes to the project 'Untitled 2' were kept on 20"));
+    EXPECT_EQ(Document().Sheet.Cells.GridLastRow(), 0u);
+    EXPECT_TRUE(frame->close());
+    frame.reset();
+  }
+  Start();
+  EXPECT_TRUE(frame->close());
+}
+
+TEST_F(Frame, OffersWhatACrashLeft) {
+  CrashWith(folder.Path("state"), folder.Path("lost.qvx"));
   dialogs.Press(QMessageBox::Yes);
   Start();
   EXPECT_EQ(dialogs.Said.back(), "Quorvex ended unexpectedly while changes to the project '" + folder.Path("lost.qvx") +

@@ -130,19 +130,21 @@ void parentfrm::FirstShowing() {
 
 void parentfrm::OfferRecovery() {
   for (const RecoveryStore::LeftBehind& left : recovery_.Claim()) {
-    if (user_.Ask("Quorvex ended unexpectedly while changes to the project '" + left.FileName +
-                  "' were not saved. Do you want to restore them?")) {
-      Result<Project> project = ReadProject(left.Copy, session_.Locale);
-      if (!project) {
-        user_.Refuse(project.error());
-        continue;  // the copy stays, for whoever can read it
-      }
-      project->FileName = left.FileName;
-      project->Changed = true;
-      ShowProject(std::move(*project));
-      Autosave();
+    if (!user_.Ask("Quorvex ended unexpectedly while changes to the project '" + left.FileName +
+                   "' were not saved. Do you want to restore them?")) {
+      if (user_.Ask("The changes to the project '" + left.FileName + "' were kept on " + left.Made +
+                    ". Do you want to delete them? If not, you will be asked again at the next start."))
+        recovery_.Discard(left);
+      continue;
     }
-    recovery_.Discard(left);
+    Result<Project> project = RecoveryStore::Read(left, session_.Locale);
+    if (!project) {
+      user_.Refuse(project.error());
+      continue;  // the copy stays, for whoever can read it
+    }
+    ShowProject(std::move(*project));
+    recovery_.Adopt(windows_, left);
+    Autosave();
   }
 }
 
@@ -150,15 +152,15 @@ void parentfrm::Autosave() {
   for (QMdiSubWindow* window : area_->subWindowList()) {
     auto* project = qobject_cast<quorvexWindow*>(window->widget());
     if (project == nullptr || project->Solver().Running() || !window->property(kUnkept).toBool()) continue;
-    window->setProperty(kUnkept, false);
     const std::size_t number = window->property(kNumber).toULongLong();
     const Project& document = project->Document();
     if (!document.Changed && !document.NotesChanged) {
       recovery_.Forget(number);
     } else if (recovery_.Keep(number, document) != 0) {
-      window->setProperty(kUnkept, true);
       statusBar()->showMessage("The changes could not be kept for the case of a crash.", kAutosaveInterval);
+      continue;
     }
+    window->setProperty(kUnkept, false);
   }
 }
 
@@ -298,7 +300,10 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
     ShowActiveWindow();
   });
   connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowActiveWindow);
-  connect(window, &quorvexWindow::Saved, this, [this, window] { RememberFile(window->Document().FileName); });
+  connect(window, &quorvexWindow::Saved, this, [this, window, number = windows_] {
+    recovery_.Forget(number);
+    RememberFile(window->Document().FileName);
+  });
   connect(window, &quorvexWindow::ResultsWanted, window, [window](int position) { ShowResults(*window, position); });
   window->Tools() = {
       [window](QWidget* over) { ShowUserModels(*window, over); },
