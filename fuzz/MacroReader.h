@@ -8,7 +8,7 @@
 
 #include "Require.h"
 #include "batch/MacroReader.h"
-#include "core/Files.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 

@@ -13,6 +13,7 @@
 #include "app/UserFolder.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {

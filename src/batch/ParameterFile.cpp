@@ -5,6 +5,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {

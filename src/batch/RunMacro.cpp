@@ -17,6 +17,7 @@
 #include "batch/WriteStructuredOutput.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {

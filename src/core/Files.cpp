@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -15,6 +14,7 @@
 #include <utility>
 
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {
@@ -66,51 +66,6 @@ int ReadAll(int descriptor, std::string& content) {
       return FileErrorNumber(errno);
     }
   }
-}
-
-// Windows-1252 differs from Latin-1 at 0x80 to 0x9F (Unicode's mapping table CP1252.TXT); the five codes that it leaves
-// undefined stand for themselves.
-constexpr std::array<char16_t, 32> kWindows1252 = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                                   0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-void AppendUtf8(std::string& text, char16_t code) {
-  if (code < 0x80) {
-    text += static_cast<char>(code);
-    return;
-  }
-  if (code < 0x800) {
-    text += static_cast<char>(0xC0 | code >> 6);
-  } else {
-    text += static_cast<char>(0xE0 | code >> 12);
-    text += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-  }
-  text += static_cast<char>(0x80 | (code & 0x3F));
-}
-
-// Well-formed byte sequences of UTF-8 (RFC 3629): no overlong forms, no surrogates, nothing above U+10FFFF.
-bool IsUtf8(std::string_view bytes) {
-  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  for (std::size_t i = 0; i < bytes.size();) {
-    const unsigned lead = at(i);
-    if (lead < 0x80) {
-      ++i;
-      continue;
-    }
-    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
-                               : lead >= 0xE0 && lead <= 0xEF ? 3
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                              : 0;
-    if (length == 0 || bytes.size() - i < length) return false;
-    const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    if (at(i + 1) < lowest || at(i + 1) > highest) return false;
-    for (std::size_t k = 2; k < length; ++k)
-      if ((at(i + k) & 0xC0) != 0x80) return false;
-    i += length;
-  }
-  return true;
 }
 
 }  // namespace
@@ -233,22 +188,14 @@ int MappedFile::Open(const std::string& name) {
   // A pipe, a file that tells no size (as under /proc), or a file system that cannot map.
   if (error == 0 && !mapped_) error = ReadAll(descriptor, copy_);
   close(descriptor);
+  if (std::optional<std::string> decoded = DecodeUtf16(Text())) {
+    Close();
+    copy_ = std::move(*decoded);
+  }
   return error;
 }
 
 std::string_view MappedFile::Text() const { return mapped_ ? std::string_view(data_, size_) : std::string_view(copy_); }
-
-std::string DecodeText(std::string_view bytes) {
-  if (bytes.substr(0, 3) == "\xEF\xBB\xBF") bytes.remove_prefix(3);
-  if (IsUtf8(bytes)) return std::string(bytes);
-  std::string text;
-  text.reserve(bytes.size() + bytes.size() / 8);
-  for (const char c : bytes) {
-    const auto code = static_cast<unsigned char>(c);
-    AppendUtf8(text, code >= 0x80 && code <= 0x9F ? kWindows1252[code - 0x80u] : code);
-  }
-  return text;
-}
 
 TextFile::~TextFile() { Close(); }
 

@@ -24,7 +24,8 @@ std::string FileErrorText(int number);
 // leading components as were found, the rest as written, so that a file to be created lands in the folder found.
 std::string ResolvePath(const std::string& name);
 
-// A whole file, mapped into memory read-only where that is possible and read otherwise (a pipe). Resolves its name.
+// A whole file, mapped into memory read-only where that is possible and read otherwise (a pipe). Resolves its name. A
+// file of UTF-16 that bears its mark is held as UTF-8, so whatever reads text reads it, too.
 class MappedFile {
  public:
   MappedFile() = default;
@@ -46,9 +47,6 @@ class MappedFile {
   bool mapped_ = false;
   std::string copy_;
 };
-
-// Text as UTF-8: a byte order mark is skipped, and bytes that are not valid UTF-8 are taken as Windows-1252.
-std::string DecodeText(std::string_view bytes);
 
 // A text file being written: opened anew (an existing file is overwritten), buffered, every error kept by number.
 class TextFile {

@@ -27,7 +27,8 @@ std::string ShortestNumber(double value);
 std::string FormatNumber(double value, std::string_view pattern);
 
 // A text is numeric when the whole of it, trimmed, is an optional sign, digits with at most one decimal separator, and
-// an optional exponent. The value, or nothing where it is not numeric or lies outside the range of a double.
+// an optional exponent. The value, 0 where it is too small for a double; nothing where the text is not numeric or its
+// value too large.
 std::optional<double> NumericText(std::string_view text, char decimalSeparator = '.');
 
 // The number at the start of `text`, as in NumericText with a decimal point, leading blanks not allowed: stores the

@@ -2,6 +2,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 #include "files/FileVersion.h"
 
 namespace quorvex {

@@ -5,6 +5,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 #include "files/FieldReader.h"
 #include "files/FieldWriter.h"
 #include "files/FileVersion.h"

@@ -4,6 +4,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 #include "files/FieldReader.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelRecord.h"

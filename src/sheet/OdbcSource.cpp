@@ -12,8 +12,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {

@@ -8,6 +8,7 @@
 
 #include "TemporaryFolder.h"
 #include "core/Files.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {
@@ -91,6 +92,18 @@ TEST(DecodeText, TakesUtf8AndOtherwiseWindows1252) {
       {"caf\xE9", "caf\xC3\xA9"},                                    // cut short at the end
   };
   for (const auto& [bytes, text] : kTexts) EXPECT_EQ(DecodeText(bytes), text);
+}
+
+TEST(DecodeUtf16, TakesBothByteOrders) {
+  using namespace std::string_view_literals;
+  constexpr std::pair<std::string_view, std::string_view> kTexts[] = {
+      {"\xFF\xFE\x31\0\xE4\0\xAC\x20\x3D\xD8\0\xDE"sv, "1\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"sv},
+      {"\xFE\xFF\0\x31\0\xE4\x20\xAC\xD8\x3D\xDE\0"sv, "1\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"sv},
+      {"\xFF\xFE"sv, ""sv},
+      {"\xFF\xFE\x3D\xD8\x31\0\0\xDE\x31"sv, "\xEF\xBF\xBD\x31\xEF\xBF\xBD\xEF\xBF\xBD"sv},  // halves alone
+      {"\xFE\xFF\xD8\x3D"sv, "\xEF\xBF\xBD"sv}};
+  for (const auto& [bytes, text] : kTexts) EXPECT_EQ(DecodeUtf16(bytes), text);
+  EXPECT_FALSE(DecodeUtf16("1 2"));
 }
 
 TEST(TextFile, WritesLinesAndReplacesWhatWasThere) {

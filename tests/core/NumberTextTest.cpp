@@ -105,15 +105,24 @@ TEST(NumericText, TakesWholeNumbersOnly) {
   constexpr struct {
     const char* text;
     double value;
-  } kNumbers[] = {
-      {"0", 0},      {"  -12.5  ", -12.5}, {"+5", 5},          {".5", 0.5},
-      {"5.", 5},     {"1e5", 1e5},         {"1E+05", 1e5},     {"+1.5E-3", 1.5e-3},
-      {"-.5e1", -5}, {"007", 7},           {"5e-324", 5e-324}, {"1.7976931348623157e308", 1.7976931348623157e308}};
+  } kNumbers[] = {{"0", 0},           {"  -12.5  ", -12.5},
+                  {"+5", 5},          {".5", 0.5},
+                  {"5.", 5},          {"1e5", 1e5},
+                  {"1E+05", 1e5},     {"+1.5E-3", 1.5e-3},
+                  {"-.5e1", -5},      {"007", 7},
+                  {"5e-324", 5e-324}, {"1.7976931348623157e308", 1.7976931348623157e308},
+                  {"1e-400", 0},      {"-123.4E-99999999999999999999", 0},
+                  {"1e-310", 1e-310}, {"0e400", 0}};
   for (const auto& c : kNumbers) EXPECT_EQ(NumericText(c.text), c.value) << c.text;
+  const std::string zeros(400, '0');
+  EXPECT_EQ(NumericText("0." + zeros + "1"), 0);
+  EXPECT_EQ(NumericText("0." + zeros + "1e401"), 1);
+  EXPECT_EQ(NumericText("1" + zeros + "e-400"), 1);
 
   for (const char* text :
-       {"",  " ",   "inf", "-inf", "+inf", "nan", "infinity", "0x10", "1e",  "1e+",   "1.2.3", ".",   "-",
-        "+", "+-5", "-+5", "--5",  "1,5",  "1 2", "1d5",      "e5",   ".e5", "1e400", "NA",    "1\t", "1f"})
+       {"",   " ",   "inf", "-inf", "+inf", "nan", "infinity", "0x10", "1e", "1e+", "1.2.3", ".",
+        "-",  "+",   "+-5", "-+5",  "--5",  "1,5", "1 2",      "1d5",  "e5", ".e5", "1e400", "1e99999999999999999999",
+        "NA", "1\t", "1f"})
     EXPECT_FALSE(NumericText(text)) << text;
 }
 
