@@ -8,6 +8,8 @@
 namespace quorvex {
 namespace {
 
+constexpr std::string_view kSwitch = "-runcfg";
+
 std::string Unquoted(std::string_view text) {
   if (text.starts_with('"')) text.remove_prefix(1);
   if (text.ends_with('"')) text.remove_suffix(1);
@@ -26,16 +28,19 @@ std::string JoinedByBlanks(const std::vector<std::string>& arguments) {
 }
 
 CommandRequest ParseCommandLine(const std::string& commandLine) {
-  constexpr std::string_view kSwitch = "-runcfg";
   const std::string_view line = Trim(commandLine);
   if (line.empty()) return {};
-  if (EqualNoCase(line.substr(0, kSwitch.size()), kSwitch)) {
+  if (IsMacroSwitch(commandLine)) {
     const std::string name = Unquoted(Trim(ToLower(line.substr(kSwitch.size()))));
     return name.empty() ? CommandRequest() : CommandRequest{CommandMode::RunMacro, name};
   }
   const std::string name = Unquoted(line);
   std::error_code error;
   return std::filesystem::exists(name, error) ? CommandRequest{CommandMode::OpenFile, name} : CommandRequest();
+}
+
+bool IsMacroSwitch(const std::string& argument) {
+  return EqualNoCase(Trim(argument).substr(0, kSwitch.size()), kSwitch);
 }
 
 std::string StartFileName(const std::string& commandLine) {

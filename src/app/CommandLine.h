@@ -21,6 +21,9 @@ std::string JoinedByBlanks(const std::vector<std::string>& arguments);
 // quote at each end of a name is taken off.
 CommandRequest ParseCommandLine(const std::string& commandLine);
 
+// Whether an argument is or begins with the switch that runs a macro.
+bool IsMacroSwitch(const std::string& argument);
+
 // The name of the file that the interactive program starts with, whether it exists or not: the command line without
 // the blanks around it and one double quote at each end. "Untitled" where the line is empty.
 std::string StartFileName(const std::string& commandLine);

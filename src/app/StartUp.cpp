@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/CommandLine.h"
 #include "app/SettingsStore.h"
 #include "batch/RunMacro.h"
 #include "core/NumberText.h"
@@ -48,12 +49,19 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
   }
   if (!arguments.empty() && arguments[0] == "--list-models")
     return PrintModels(arguments.size() > 1 ? arguments[1] : "1");
+  if (!arguments.empty() && arguments[0].starts_with('-') &&
+      ParseCommandLine(JoinedByBlanks(arguments)).Mode == CommandMode::Nothing && !IsMacroSwitch(arguments[0])) {
+    Complain("There is no option '" + arguments[0] + "', and no file of that name.");
+    std::fputs(kUsage, stderr);
+    return EXIT_FAILURE;
+  }
   return std::nullopt;
 }
 
 int RunMacroMode(const std::string& fileName, cfgSolve& form) {
   Session session{LoadSettings(), ReadUserLocale()};
   const MacroOutcome outcome = RunMacro(fileName, session, form);
+  if (!outcome.Message.empty()) Complain(outcome.Message);
   if (outcome.Status != 0) Complain("Exit Status " + std::to_string(outcome.Status));
   return outcome.Status;
 }

@@ -13,8 +13,8 @@ namespace quorvex {
 // The program's arguments, without its own name.
 std::vector<std::string> Arguments(int argc, char** argv);
 
-// --help, --version and --list-models are answered before anything else. The exit code, or nothing where none was
-// asked.
+// --help, --version and --list-models are answered before anything else, and an option that does not exist is refused
+// with the usage. The exit code, or nothing where the program goes on.
 std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments);
 
 // Runs a macro with the user's settings and locale and tells a status other than 0 on standard error. Returns the

@@ -24,17 +24,22 @@ std::optional<AssignStatement> ParseAssign(std::string_view text, char listSepar
   return statement;
 }
 
-void ApplyAssign(ModelClass& model, std::string_view text, char listSeparator) {
+std::string ApplyAssign(ModelClass& model, std::string_view text, char listSeparator) {
   const std::optional<AssignStatement> statement = ParseAssign(text, listSeparator);
-  if (!statement) return;
+  if (!statement) {
+    if (HasForeignSeparator(text, listSeparator))
+      return "lists are separated by '" + std::string(1, listSeparator) + "' here";
+    return "it is no Assign statement";
+  }
   for (int i = 1; i <= model.NumDependentVar(); ++i) {
     if (!EqualNoCase(model.Variables(i), statement->Variable)) continue;
     model.SetRule(i, statement->Rule);
     model.SetRuleConstant(i, statement->Value);
     model.SetConstant(i, EqualNoCase(statement->Flag, "true") ? 1 : 0);
     if (model.UserType) model.SetDerivative(i, statement->Derivative);
-    return;
+    return {};
   }
+  return "the model has no coefficient '" + statement->Variable + "'";
 }
 
 }  // namespace quorvex

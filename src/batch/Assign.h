@@ -18,7 +18,7 @@ struct AssignStatement {
 std::optional<AssignStatement> ParseAssign(std::string_view text, char listSeparator);
 
 // Gives the named coefficient of `model` its rule, constant, free flag and, in a user model, its derivative. A name
-// that the model does not have, or a text that is no Assign statement, changes nothing.
-void ApplyAssign(ModelClass& model, std::string_view text, char listSeparator);
+// that the model does not have, or a text that is no Assign statement, changes nothing; then the answer says why.
+std::string ApplyAssign(ModelClass& model, std::string_view text, char listSeparator);
 
 }  // namespace quorvex

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <unordered_map>
 
 #include "batch/Assign.h"
 #include "batch/MacroText.h"
@@ -29,6 +30,31 @@ bool JoinsWords(std::string_view text) {
   return false;
 }
 
+// The first model of a collection that has given lines, found without looking through all of them.
+class ModelsByLines {
+ public:
+  // The model whose first lines are these, in any case; null where there is none. Lines that a model doesn't have count
+  // as empty.
+  ModelClass* Find(const ModelCollection& models, const std::vector<std::string>& lines) {
+    for (; known_ < models.size(); ++known_) {
+      ModelClass* const model = models.begin()[static_cast<std::ptrdiff_t>(known_)].get();
+      std::string key;
+      for (int n = 0; n < kMostLines; ++n) first_.try_emplace(key += Piece(model->FunctionList(n)), model);
+    }
+    std::string key;
+    for (const std::string& line : lines) key += Piece(line);
+    const auto found = first_.find(key);
+    return found == first_.end() ? nullptr : found->second;
+  }
+
+ private:
+  static constexpr int kMostLines = 10;
+  static std::string Piece(const std::string& line) { return ToLower(line) + '\n'; }
+
+  std::size_t known_ = 0;  // models that have been looked at
+  std::unordered_map<std::string, ModelClass*> first_;
+};
+
 class Reader {
  public:
   Reader(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log)
@@ -52,6 +78,7 @@ class Reader {
     return std::string(Trim(line));
   }
   void Log(std::string_view text) { log_.append(text).append(NL); }
+  void Warn(std::string_view text) { Log("Warning: " + std::string(text)); }
 
   // The last line of the file is never acted on; a well-formed macro ends there with E_MACRO.
   void ReadStatements() {
@@ -85,12 +112,13 @@ class Reader {
 
   bool Statement(const std::string& key, const std::string& value);
   bool ReadModelBlock();
-  bool CreateMacroModel(std::vector<std::string> functions, const std::string& ID, ModelClass*& model);
+  ModelClass* CreateMacroModel(std::vector<std::string> functions, const std::string& ID);
   void WarnOfJoinedWords(const std::string& line) {
     if (JoinsWords(line.substr(line.find('=') + 1)))
-      Log("Warning: the model line '" + line +
-          "' is read without its blanks, which joins two words; put word operators in parentheses, as in (a) mod (b)");
+      Warn("the model line '" + line +
+           "' is read without its blanks, which joins two words; put word operators in parentheses, as in (a) mod (b)");
   }
+  void WarnOfBrokenLines(const ModelClass& model, const std::string& block);
 
   std::string_view rest_;  // of the file
   const LocaleText& locale_;
@@ -99,6 +127,8 @@ class Reader {
   MacroSetup& setup_;
   std::string& log_;
   int userModels_ = 0;
+  ModelsByLines byLines_;
+  std::unordered_map<const ModelClass*, std::string> blocks_;  // the block that each model was first told by
 };
 
 // The statements of a macro, less the model blocks. `value` is what stands right of the "=".
@@ -162,8 +192,11 @@ bool Reader::Statement(const std::string& key, const std::string& value) {
          SetInputDelimit(setup, value);
        }},
       {"columnorder",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
+       [](Reader& reader, MacroSetup& setup, const std::string& value) {
          setup.ColumnOrder = value.empty() ? "Default" : value;
+         if (HasForeignSeparator(value, reader.locale_.ListSeparator))
+           reader.Warn("'ColumnOrder = " + value + "' names one column: lists are separated by '" +
+                       reader.locale_.ListSeparator + "' here");
        }},
       {"outputfile", [](Reader&, MacroSetup& setup, const std::string& value) { setup.OutputFile = value; }},
       {"outputquorvexformat",
@@ -217,7 +250,11 @@ bool Reader::Statement(const std::string& key, const std::string& value) {
 
 // The lines from behind B_MODEL to E_MODEL. Unlike the outer loop it acts on every line it reads.
 bool Reader::ReadModelBlock() {
-  std::vector<std::string> functions(1), assigns;
+  std::vector<std::string> functions(1);
+  struct Assign {
+    std::string Line, Text;  // as written, and behind the word without blanks
+  };
+  std::vector<Assign> assigns;
   std::string ID;
   for (;;) {
     if (AtEnd()) return false;
@@ -230,7 +267,7 @@ bool Reader::ReadModelBlock() {
     if (folded == "e_model") {
       break;
     } else if (folded.starts_with("assign")) {
-      assigns.push_back(written.substr(6));
+      assigns.push_back({std::string(Trim(line)), written.substr(6)});
     } else if (hasValue && folded.size() > 1 && folded[0] == 'f' && folded[1] >= '1' && folded[1] <= '9') {
       const auto n = static_cast<std::size_t>(folded[1] - '0');
       if (functions.size() <= n) functions.resize(n + 1);
@@ -249,20 +286,22 @@ bool Reader::ReadModelBlock() {
       Log("Found E_MACRO before E_MODEL command");
       return false;
     } else {
-      Log("Error parsing model, the " + line + "command not valid between B_MODEL and E_MODEL pairs");
+      Log("Error parsing model, the " + std::string(Trim(line)) +
+          "command not valid between B_MODEL and E_MODEL pairs");
     }
   }
 
-  ModelClass* model = nullptr;
-  if (!CreateMacroModel(std::move(functions), ID, model)) return false;
+  ModelClass* const model = CreateMacroModel(std::move(functions), ID);
+  if (model == nullptr) return false;
   model->Solve = true;
   model->SolveType = 0;
-  for (const std::string& assign : assigns) {
-    const auto percent = assign.find('%');
-    if (percent != std::string::npos && assign.find('%', percent + 1) != std::string::npos)
-      macro_.Deferred.push_back({assign, model});
-    else
-      ApplyAssign(*model, assign, locale_.ListSeparator);
+  for (const Assign& assign : assigns) {
+    const auto percent = assign.Text.find('%');
+    if (percent != std::string::npos && assign.Text.find('%', percent + 1) != std::string::npos) {
+      macro_.Deferred.push_back({assign.Text, model});
+    } else if (const std::string fault = ApplyAssign(*model, assign.Text, locale_.ListSeparator); !fault.empty()) {
+      Warn("'" + assign.Line + "' is ignored: " + fault);
+    }
   }
   if (!assigns.empty()) {
     if (!model->UserType) model->ForceRuleEstimate = true;
@@ -271,28 +310,45 @@ bool Reader::ReadModelBlock() {
   return true;
 }
 
-// The model of the collection with these lines, or a new user model.
-bool Reader::CreateMacroModel(std::vector<std::string> functions, const std::string& ID, ModelClass*& model) {
-  const auto matches = [&](const auto& candidate) {
-    for (std::size_t n = 0; n < functions.size(); ++n)
-      if (!EqualNoCase(candidate->FunctionList(static_cast<int>(n)), functions[n])) return false;
-    return true;
-  };
-  const auto found = std::find_if(macro_.Models.begin(), macro_.Models.end(), matches);
-  if (found != macro_.Models.end()) {
-    model = found->get();
-  } else {
+// The model of the collection with these lines, or a new user model; null where the lines make none.
+ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const std::string& ID) {
+  const std::string block = std::to_string(macro_.BlockCount) + (ID.empty() ? "" : " ('" + ID + "')");
+  ModelClass* model = byLines_.Find(macro_.Models, functions);
+  if (model == nullptr) {
     const std::string key = std::to_string(++userModels_) + "UserModel";
-    const bool oneVariable = setup_.IndependentVariables == 1;
-    std::unique_ptr<ModelClass> created = NewModelFor(oneVariable ? 1 : 2, locale_);
+    std::unique_ptr<ModelClass> created = NewModelFor(setup_.IndependentVariables == 1 ? 1 : 2, locale_);
     created->SetID(key, std::move(functions));
     created->Description = "User Model";
-    if (!created->IsValidEquation()) return false;
+    if (!created->IsValidEquation()) {
+      WarnOfBrokenLines(*created, block);
+      return nullptr;
+    }
+    for (const std::string& warning : created->Compiled().Warnings) Warn("block " + block + ": " + warning);
     model = macro_.Models.Add(key, std::move(created));
-    if (model == nullptr) return false;
+    if (model == nullptr) return nullptr;
   }
+  if (const auto [first, isNew] = blocks_.try_emplace(model, block); !isNew)
+    Warn("blocks " + first->second + " and " + block +
+         " have the same formula and become one model, which keeps what the later one says");
   if (!ID.empty()) model->cfgID = ID;
-  return true;
+  return model;
+}
+
+// With the place of a syntax error, in the line as it was compiled, that is, in lower case and without blanks.
+void Reader::WarnOfBrokenLines(const ModelClass& model, const std::string& block) {
+  constexpr std::size_t kLongest = 300;
+  const Expression& compiled = model.Compiled();
+  std::string text = FirstCharacters(WhyNoModel(compiled, "block " + block + " does not compile"), kLongest);
+  if (compiled.ParseError && compiled.PublicTokenPointerStart >= 0) {
+    const int n = compiled.PublicSubFunctionPointer;
+    const std::string& line = model.FunctionList(n);
+    const auto end = line.begin() + std::min(PlaceOfError(compiled, line), static_cast<int>(line.size()));
+    const auto before = std::count_if(line.begin(), end, [](char c) { return (c & 0xC0) != 0x80; });
+    if (text.ends_with('.')) text.pop_back();
+    text += ", at character " + std::to_string(before + 1);
+    if (line.size() <= kLongest) text += " of '" + line + "'";
+  }
+  Warn(text);
 }
 
 }  // namespace

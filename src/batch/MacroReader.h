@@ -13,7 +13,7 @@ namespace quorvex {
 
 // An Assign statement that holds a parameter, as in %P%, and is applied at each run.
 struct DeferredAssign {
-  std::string Text;
+  std::string Text;  // behind the word, without blanks
   ModelClass* Model;
 };
 

@@ -15,6 +15,11 @@ std::string GetLineValue(std::string_view line) {
   return equals == std::string_view::npos ? std::string() : std::string(Trim(line.substr(equals + 1)));
 }
 
+bool HasForeignSeparator(std::string_view list, char listSeparator) {
+  const char foreign = listSeparator == ',' ? ';' : ',';
+  return list.find(listSeparator) == std::string_view::npos && list.find(foreign) != std::string_view::npos;
+}
+
 std::string RemoveSpaces(std::string& text) {
   std::erase(text, ' ');
   return text;

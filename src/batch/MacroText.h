@@ -11,6 +11,10 @@ std::string GetLineKey(std::string& line);
 // The text right of the first "=", trimmed; empty without one.
 std::string GetLineValue(std::string_view line);
 
+// Whether `list` is separated by the separator of other locales, "," for ";" or the other way round, and not by this
+// one's.
+bool HasForeignSeparator(std::string_view list, char listSeparator);
+
 // Deletes all blanks of `text` and returns the result.
 std::string RemoveSpaces(std::string& text);
 

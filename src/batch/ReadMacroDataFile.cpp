@@ -1,6 +1,7 @@
 #include "batch/ReadMacroDataFile.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "core/Files.h"
@@ -27,7 +28,7 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
   format.ColumnLimit = inOrder ? variables + 2
                                : 1 + static_cast<std::size_t>(std::count(
                                          setup.ColumnOrder.begin(), setup.ColumnOrder.end(), locale.ListSeparator));
-  const double firstLine = NumericText(setup.DataFirstLine, locale.DecimalSeparator).value_or(1);
+  const double firstLine = std::nearbyint(NumericText(setup.DataFirstLine, locale.DecimalSeparator).value_or(1));
   if (firstLine > 1e15) return reading;  // beyond the end of any file
   format.FirstLine = firstLine < 1 ? 1 : static_cast<std::size_t>(firstLine);
 

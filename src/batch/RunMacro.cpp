@@ -46,19 +46,21 @@ constexpr Field kFields[] = {
     {"DataFirstLine", &MacroSetup::DataFirstLine, true},
 };
 
-// Replaces every occurrence of `token`, in any case, by `value`. False where there is none.
-bool Substitute(std::string& text, std::string_view token, std::string_view value) {
-  const std::string foldedToken = ToLower(token);
-  std::string folded = ToLower(text);
-  std::size_t at = folded.find(foldedToken);
-  if (at == std::string::npos) return false;
-  while (at != std::string::npos) {
-    text.replace(at, token.size(), value);
-    folded.replace(at, token.size(), value);
-    at = folded.find(foldedToken, at + value.size());
-  }
+// Replaces every occurrence of `token`, in any case, by `value`, whose own text is not looked through. False where
+// there is none.
+bool Substitute(std::string& text, const std::string& token, std::string_view value) {
+  const std::string foldedToken = ToLower(token), folded = ToLower(text);
+  std::string substituted;
+  std::size_t done = 0;
+  for (std::size_t at = 0; (at = folded.find(foldedToken, done)) != std::string::npos; done = at + token.size())
+    substituted.append(text, done, at - done).append(value);
+  if (done == 0) return false;
+  text = substituted.append(text, done);
   return true;
 }
+
+// Values may hold the names of parameters further on, each of which may double a text; no text of use gets this long.
+constexpr std::size_t kLongestText = 100'000;
 
 class MacroRun {
  public:
@@ -75,14 +77,14 @@ class MacroRun {
       TerminateNormally();
     else
       TerminateAbnormally();
-    return {normal, status_};
+    return {normal, status_, message_};
   }
 
  private:
   bool Configure(const std::string& fileName);
   bool ReadParameters();
   bool RunAll();
-  void SubstituteParameters();
+  bool SubstituteParameters();
   void NoteChangedInputs();
   bool RunOnce();
   bool ReadData();
@@ -144,6 +146,7 @@ class MacroRun {
   std::string log_;                   // what has not been printed yet
   std::vector<std::string> results_;  // of the finished runs
   int status_ = kSuccess;
+  std::string message_;
 };
 
 bool MacroRun::Configure(const std::string& fileName) {
@@ -153,11 +156,13 @@ bool MacroRun::Configure(const std::string& fileName) {
   MappedFile file;
   if (const int error = file.Open(fileName); error != 0) {
     status_ = FileErrorStatus(kMacroFile, error);
+    message_ = "The macro file '" + fileName + "' cannot be read. " + FileErrorText(error);
     return false;
   }
   Log("Parsing Quorvex Macro file");
   if (!ReadMacro(DecodeText(file.Text()), session_.Locale, session_.Preferences, macro_, log_)) {
     status_ = kNoMacroStatement;
+    message_ = "The file '" + fileName + "' is no macro: no line of it reads B_MACRO, or nothing follows.";
     return false;
   }
   if (setup.ShowProgress || setup.ShowMessageBox) {
@@ -212,12 +217,8 @@ bool MacroRun::ReadParameters() {
 bool MacroRun::RunAll() {
   const MacroSetup written = macro_.Setup;
   for (run_ = 0; run_ < parameters_.Rows.size(); ++run_) {
-    if (InParameterRun()) {
-      Log("Beginning Run: " + std::to_string(run_ + 1));
-      SubstituteParameters();
-    }
-    NoteChangedInputs();
-    const bool succeeded = RunOnce();
+    if (InParameterRun()) Log("Beginning Run: " + std::to_string(run_ + 1));
+    const bool succeeded = SubstituteParameters() && RunOnce();
     if (!succeeded && (!InParameterRun() || form_.Aborted)) return false;
     macro_.Setup = written;
     FlushBuffer();
@@ -225,25 +226,39 @@ bool MacroRun::RunAll() {
   return true;
 }
 
-void MacroRun::SubstituteParameters() {
+// False where a text outgrows all bounds, which fails the run.
+bool MacroRun::SubstituteParameters() {
   MacroSetup& setup = macro_.Setup;
   std::vector<DeferredAssign> assigns = macro_.Deferred;
+  std::vector<std::string> faults(assigns.size(), "it holds no parameter of the table");
+  const auto tooLong = [&](const std::string& text, std::string_view name) {
+    if (text.size() <= kLongestText) return false;
+    Log("The parameters make " + std::string(name) + " longer than " + std::to_string(kLongestText) + " characters.");
+    Log(kAsterisks);
+    FailRun(kParameterFile);
+    return true;
+  };
   for (std::size_t p = 0; p < parameters_.Names.size(); ++p) {
     const std::string token = "%" + parameters_.Names[p] + "%";
     const std::string& value = parameters_.Rows[run_][p];
     for (const Field& field : kFields) {
       std::string& text = setup.*field.Text;
       if (!Substitute(text, token, value)) continue;
+      if (tooLong(text, field.Name)) return false;
       if (field.IsLogged) Log("Assigning " + std::string(field.Name) + " = '" + text + "'");
       if (field.Text == &MacroSetup::InputDelimitText) SetInputDelimit(setup, std::string(text));
       if (field.Text == &MacroSetup::WeightedText) setup.Weighted = EqualNoCase(text, "true");
     }
-    for (DeferredAssign& assign : assigns) {
-      if (!Substitute(assign.Text, token, value)) continue;
+    for (std::size_t i = 0; i < assigns.size(); ++i) {
+      if (!Substitute(assigns[i].Text, token, value)) continue;
+      if (tooLong(assigns[i].Text, "Assign")) return false;
       Log("Assigning " + token + " = '" + value);
-      ApplyAssign(*assign.Model, assign.Text, session_.Locale.ListSeparator);
+      faults[i] = ApplyAssign(*assigns[i].Model, assigns[i].Text, session_.Locale.ListSeparator);
     }
   }
+  for (std::size_t i = 0; i < assigns.size(); ++i)
+    if (!faults[i].empty()) Log("Warning: 'Assign " + assigns[i].Text + "' is ignored: " + faults[i]);
+  return true;
 }
 
 void MacroRun::NoteChangedInputs() {
@@ -256,6 +271,7 @@ void MacroRun::NoteChangedInputs() {
 }
 
 bool MacroRun::RunOnce() {
+  NoteChangedInputs();
   if (inputChanged_) {
     inputChanged_ = false;
     if (!ReadData() || !SolveModels()) return false;

@@ -1,7 +1,9 @@
 #include "engine/UserModel.h"
 
 #include <algorithm>
+#include <string_view>
 
+#include "core/NumberText.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
 
@@ -42,6 +44,29 @@ bool SameDefinition(const ModelClass& a, const ModelClass& b) {
   for (int n = 0; n < a.FunctionCount(); ++n)
     if (a.FunctionList(n) != b.FunctionList(n)) return false;
   return true;
+}
+
+std::string WhyNoModel(const Expression& compiled, const std::string& subject) {
+  if (compiled.IsValidEquation) return {};
+  if (compiled.CyclicError) return subject + ": a function refers back to itself.";
+  if (compiled.FuncMissing) return subject + ": a function that is referred to is missing.";
+  if (compiled.ParseError && compiled.PublicSubFunctionPointer == 0) return subject + ": " + compiled.ParseErrorMessage;
+  if (compiled.ParseError)
+    return subject + ", in F" + std::to_string(compiled.PublicSubFunctionPointer) + ": " + compiled.ParseErrorMessage;
+  return subject + (compiled.HasCoefficients ? ": it has no independent variable." : ": it has no coefficients.");
+}
+
+// Behind a reference to a supporting function the compiler counts too little; there the token, which the message names,
+// comes a little later.
+int PlaceOfError(const Expression& compiled, const std::string& line) {
+  const std::string_view message = compiled.ParseErrorMessage;
+  const int start = compiled.PublicTokenPointerStart;
+  constexpr std::string_view kNamed = "Unexpected token '";
+  if (!message.starts_with(kNamed)) return start;
+  const auto length = static_cast<std::size_t>(compiled.PublicTokenPointerLength);
+  const std::string token = ToLower(message.substr(kNamed.size(), length));
+  const std::size_t found = ToLower(line).find(token, static_cast<std::size_t>(start));
+  return found == std::string::npos ? start : static_cast<int>(found);
 }
 
 std::unique_ptr<ModelClass> NewModelFor(std::size_t independentVariables, const LocaleText& locale) {

@@ -36,6 +36,13 @@ std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition,
 // Whether two models have the same lines, to the letter.
 bool SameDefinition(const ModelClass& a, const ModelClass& b);
 
+// Why compiled lines are no model: `subject` and the reason, as in "Not a model yet, in F1: Unexpected token ')'."; ""
+// where they are one.
+std::string WhyNoModel(const Expression& compiled, const std::string& subject);
+
+// Where the offending token of a syntax error begins in `line`, the line that the error is in, from 0.
+int PlaceOfError(const Expression& compiled, const std::string& line);
+
 // A new, empty model for data with that many independent variables.
 std::unique_ptr<ModelClass> NewModelFor(std::size_t independentVariables, const LocaleText& locale);
 

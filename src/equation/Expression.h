@@ -87,10 +87,14 @@ struct Expression {
   int PublicSubFunctionPointer = 0;  // the line of the error: 0 the model line, n the line of Fn
   bool CyclicError = false;
   bool FuncMissing = false;
+
+  // What compiles, but hardly as it was meant: sentences for the user, each once.
+  std::vector<std::string> Warnings;
 };
 
 // Fills `jumps` from the finished list by the names "if", "endtrue" and "endif". Good for 100 levels of nesting; where
-// the nesting is deeper, or does not close, the table stays partial and evaluation faults at the missing target.
-void BuildIfJumps(std::vector<IfJump>& jumps, const std::vector<ExprToken>& tokens);
+// the nesting is deeper, or does not close, the answer is false, the table stays partial and evaluation faults at the
+// missing target.
+bool BuildIfJumps(std::vector<IfJump>& jumps, const std::vector<ExprToken>& tokens);
 
 }  // namespace quorvex

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <map>
+#include <optional>
 
 #include "core/NumberText.h"
 #include "equation/IntrinsicFunctions.h"
@@ -35,6 +36,12 @@ constexpr BinaryOperator kBinaryOperators[] = {
 
 constexpr std::string_view kWordOperators[] = {"and", "eqv", "imp", "mod", "not", "or", "xor"};
 
+// A token as a sentence shows it.
+std::string Shortened(const std::string& token) {
+  constexpr std::size_t kShown = 40;
+  return token.size() <= kShown ? token : token.substr(0, kShown) + "...";
+}
+
 // "f1" to "f9" in any case; 0 for any other word.
 int SupportFunctionNumber(std::string_view word) {
   const bool is = word.size() == 2 && (word[0] == 'f' || word[0] == 'F') && word[1] >= '1' && word[1] <= '9';
@@ -46,7 +53,7 @@ int SupportFunctionNumber(std::string_view word) {
 Expression Parser::Compile(const std::vector<std::string>& sFuncList) {
   out_ = Expression();
   lines_ = &sFuncList;
-  Cursor_ = CurrentLine_ = depth_ = 0;
+  Cursor_ = CurrentLine_ = depth_ = conditions_ = 0;
   HasIf_ = false;
   variablesSeen_.clear();
   coefficients_.clear();
@@ -58,7 +65,8 @@ Expression Parser::Compile(const std::vector<std::string>& sFuncList) {
   if (!InError_) {
     ExtractCoefficients();
     out_.IsValidEquation = out_.HasIndependentVar && out_.HasCoefficients;
-    if (HasIf_) BuildIfJumps(out_.IfJumps, out_.ExprTokens);
+    if (HasIf_ && !BuildIfJumps(out_.IfJumps, out_.ExprTokens))
+      Warn("More than 100 'if' stand one within the other; the model has no value where such a one is reached.");
   }
   return std::move(out_);
 }
@@ -79,6 +87,8 @@ void Parser::ParseExpression(int level) {
     const auto* op = std::find_if(std::begin(kBinaryOperators), std::end(kBinaryOperators),
                                   [&](const BinaryOperator& o) { return o.Level >= level && o.Text == TokenType_; });
     if (op == std::end(kBinaryOperators)) break;
+    if (op->Code == kEqual && conditions_ == 0)
+      Warn("'=' compares: it gives -1 where both sides are equal and 0 elsewhere.");
     EmitSource(TokenText_);
     NextToken();
     ParseExpression(op->Right);
@@ -100,7 +110,9 @@ void Parser::ParseFactor() {
   } else if (TokenType_ == "num") {
     EmitSource(TokenText_);
     // A text that the conversion refuses, such as 1.2.3 or 1e, leaves 0 in its place and is no error.
-    EmitToken(TokenText_, TokenKind::Literal, 0, NumericText(TokenText_, locale_.DecimalSeparator).value_or(0.0));
+    const std::optional<double> value = NumericText(TokenText_, locale_.DecimalSeparator);
+    if (!value) Warn("'" + Shortened(TokenText_) + "' is not a number and counts as 0.");
+    EmitToken(TokenText_, TokenKind::Literal, 0, value.value_or(0.0));
     NextToken();
   } else if (TokenType_ == "-") {
     EmitSource(TokenText_);
@@ -120,6 +132,7 @@ void Parser::ParseFactor() {
     EmitSource(")");
   } else if (TokenType_.size() == 1 && TokenType_[0] == locale_.ListSeparator) {
     // A separator where a factor should start is skipped, not refused: a+,b is a+b.
+    Warn("A '" + TokenText_ + "' in front of a value is skipped.");
     EmitSource(TokenText_);
     NextToken();
     ParseExpression(1);
@@ -160,7 +173,10 @@ void Parser::ParseFunction(const std::string& word) {
   const bool isIf = function.Code == kIfCode;
   if (isIf) HasIf_ = true;
   for (int argument = 1; argument <= function.Arguments && !InError_; ++argument) {
+    const bool isCondition = isIf && argument == 1;
+    if (isCondition) ++conditions_;
     ParseExpression(1);
+    if (isCondition) --conditions_;
     if (argument == function.Arguments) break;
     MatchSeparator(word);
     if (isIf) {
@@ -328,6 +344,12 @@ void Parser::Refuse(std::string message) {
   out_.PublicSubFunctionPointer = CurrentLine_;
 }
 
+void Parser::Warn(std::string sentence) {
+  constexpr std::size_t kMost = 10;
+  if (InError_ || out_.Warnings.size() == kMost) return;
+  if (std::ranges::find(out_.Warnings, sentence) == out_.Warnings.end()) out_.Warnings.push_back(std::move(sentence));
+}
+
 void Parser::StripIndependentVar() {
   out_.HasIndependentVar = !variablesSeen_.empty();
   if (dialect_ == Dialect::OneVariable) {
@@ -353,7 +375,7 @@ void Parser::ExtractCoefficients() {
     if (token.Type == TokenKind::Coefficient) token.Index = numbers[ToLower(token.Name)];
 }
 
-void BuildIfJumps(std::vector<IfJump>& jumps, const std::vector<ExprToken>& tokens) {
+bool BuildIfJumps(std::vector<IfJump>& jumps, const std::vector<ExprToken>& tokens) {
   constexpr std::size_t kDeepest = 100;
   jumps.assign(tokens.size() + 1, {});  // [0] is no instruction
   std::vector<std::size_t> ifs, trueEnds;
@@ -365,18 +387,19 @@ void BuildIfJumps(std::vector<IfJump>& jumps, const std::vector<ExprToken>& toke
   for (std::size_t i = 1; i <= tokens.size(); ++i) {
     const std::string& name = tokens[i - 1].Name;
     if (name == "if") {
-      if (ifs.size() == kDeepest) return;
+      if (ifs.size() == kDeepest) return false;
       jumps[i].TrueTarget = static_cast<std::int16_t>(i + 1);
       ifs.push_back(i);
     } else if (name == "endtrue") {
-      if (ifs.empty() || trueEnds.size() == kDeepest) return;
+      if (ifs.empty() || trueEnds.size() == kDeepest) return false;
       jumps[pop(ifs)].FalseTarget = static_cast<std::int16_t>(i + 1);
       trueEnds.push_back(i);
     } else if (name == "endif") {
-      if (trueEnds.empty()) return;
+      if (trueEnds.empty()) return false;
       jumps[pop(trueEnds)].TrueTarget = static_cast<std::int16_t>(i);
     }
   }
+  return true;
 }
 
 }  // namespace quorvex

@@ -38,6 +38,7 @@ class Parser {
   void EmitToken(std::string name, TokenKind type, int code, double value = 0);
   void EmitSource(std::string text);
   void Refuse(std::string message);
+  void Warn(std::string sentence);
   void EmitCoefficient(std::string name);
   void StripIndependentVar();
   void ExtractCoefficients();
@@ -54,6 +55,7 @@ class Parser {
   int Cursor_ = 0;
   int CurrentLine_ = 0, CurrentOwner_ = 0;
   int depth_ = 0;
+  int conditions_ = 0;  // of an "if" that are being parsed
   bool InError_ = false;
   bool HasIf_ = false;
   std::vector<int> variablesSeen_;         // numbers of the independent variables, in order of discovery

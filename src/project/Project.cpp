@@ -1,8 +1,20 @@
 #include "project/Project.h"
 
+#include <algorithm>
+
+#include "core/NumberText.h"
 #include "engine/LoadModelCatalog.h"
+#include "equation/Catalogue.h"
 
 namespace quorvex {
+namespace {
+
+bool IsInCatalogue(const std::string& id, std::size_t independentVariables) {
+  return std::ranges::any_of(Catalogue(static_cast<int>(independentVariables)),
+                             [&](const CatalogueModel& model) { return EqualNoCase(model.ID, id); });
+}
+
+}  // namespace
 
 Project NewProject(std::size_t independentVariables, bool hasStandardDeviation, const LocaleText& locale) {
   Project project(independentVariables, hasStandardDeviation, locale);
@@ -23,8 +35,16 @@ Project ProjectOfSolve(const SolveData& unsorted, bool weighted, const ModelColl
   for (const std::vector<double>& column : unsorted.X) addColumn(column);
   addColumn(unsorted.Y);
   if (weighted) addColumn(unsorted.SD);
-  for (const auto& model : models)
-    if (model->UserType || model->Solved) project.Models.Add(model->id, model->CopyTo());
+  for (const auto& model : models) {
+    if (!model->UserType && !model->Solved) continue;
+    std::unique_ptr<ModelClass> copy = model->CopyTo();
+    // The ID given in the macro, unless another model has it, built-in ones included, which are there once the project
+    // is opened.
+    const bool isFree = !models.Has(copy->cfgID) && !IsInCatalogue(copy->cfgID, unsorted.X.size());
+    if (copy->UserType && !copy->cfgID.empty() && isFree && !project.Models.Has(copy->cfgID)) copy->id = copy->cfgID;
+    const std::string key = copy->id;
+    project.Models.Add(key, std::move(copy));
+  }
   return project;
 }
 

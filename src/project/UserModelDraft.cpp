@@ -74,19 +74,6 @@ ModelCheck CheckVariables(const Expression& compiled, std::size_t variables) {
   return {};
 }
 
-// Where the compiler's offending token begins in its line. Behind a reference to a supporting function the compiler
-// counts too little; there the token, which the message names, comes a little later.
-int PlaceOf(const Expression& compiled, const std::string& line) {
-  const std::string_view message = compiled.ParseErrorMessage;
-  const int start = compiled.PublicTokenPointerStart;
-  constexpr std::string_view kNamed = "Unexpected token '";
-  if (!message.starts_with(kNamed)) return start;
-  const auto length = static_cast<std::size_t>(compiled.PublicTokenPointerLength);
-  const std::string token = ToLower(message.substr(kNamed.size(), length));
-  const std::size_t found = ToLower(line).find(token, static_cast<std::size_t>(start));
-  return found == std::string::npos ? start : static_cast<int>(found);
-}
-
 ModelCheck TestModel(const UserModelDraft& draft, std::size_t variables, const LocaleText& locale) {
   const bool several = variables > 1;
   const Words& words = several ? kSeveralVariables : kOneVariable;
@@ -100,7 +87,7 @@ ModelCheck TestModel(const UserModelDraft& draft, std::size_t variables, const L
     return Refused(kNotValid + kNewLine +
                        (why.empty() ? "Please check the equation syntax" : why + " Please check the equation syntax."),
                    compiled.PublicSubFunctionPointer,
-                   PlaceOf(compiled, model->FunctionList(compiled.PublicSubFunctionPointer)),
+                   PlaceOfError(compiled, model->FunctionList(compiled.PublicSubFunctionPointer)),
                    compiled.PublicTokenPointerLength);
   }
   if (!compiled.HasCoefficients) return Lacking("It does not appear to contain any fitting parameters.");
@@ -183,21 +170,15 @@ std::string CompileStatus(const UserModelDraft& draft, std::size_t independentVa
   std::unique_ptr<ModelClass> model = NewModelFor(independentVariables, locale);
   model->SetID("", draft.FunctionList);
   const Expression& compiled = model->Compiled();
-  if (compiled.CyclicError) return "Not a model yet: a function refers back to itself.";
-  if (compiled.FuncMissing) return "Not a model yet: a function that is referred to is missing.";
-  if (compiled.ParseError)
-    return (compiled.PublicSubFunctionPointer == 0
-                ? std::string("Not a model yet: ")
-                : "Not a model yet, in F" + std::to_string(compiled.PublicSubFunctionPointer) + ": ") +
-           compiled.ParseErrorMessage;
-  if (compiled.CoefficientNames.empty()) return "Not a model yet: it has no coefficients.";
-  if (!compiled.HasIndependentVar) return "Not a model yet: it has no independent variable.";
+  if (std::string reason = WhyNoModel(compiled, "Not a model yet"); !reason.empty()) return reason;
   std::vector<std::string> unused;
   for (std::size_t n = 1; n < draft.FunctionList.size(); ++n) {
     const auto isOfIt = [n](const SourceToken& token) { return token.Owner == static_cast<int>(n); };
     if (std::ranges::none_of(compiled.SourceTokens, isOfIt)) unused.push_back("F" + std::to_string(n));
   }
-  std::string status = "Compiles. Coefficients: " + Listed(compiled.CoefficientNames);
+  std::string status = "Compiles. ";
+  for (const std::string& warning : compiled.Warnings) status += warning + " ";
+  status += "Coefficients: " + Listed(compiled.CoefficientNames);
   if (!unused.empty()) status += ". Not used: " + Listed(unused);
   return status + ".";
 }

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {
@@ -85,11 +85,12 @@ class LineParser {
 
   // Only cells that are no bare number come here, so a file without quotes pays nothing for those with them.
   void StoreText(std::string_view bytes, std::size_t row, std::size_t col, GridCells& cells) const {
-    if (bytes == format_.MissingMarker) return;
-    if (bytes.size() > 1 && bytes.front() == '"' && bytes.back() == '"')
-      bytes = Trim(bytes.substr(1, bytes.size() - 2));
-    if (bytes.empty() || bytes == format_.MissingMarker) return;
-    std::string text = DecodeText(bytes);
+    const std::string decoded = DecodeText(bytes);
+    std::string_view cell = decoded;
+    if (cell == format_.MissingMarker) return;
+    if (cell.size() > 1 && cell.front() == '"' && cell.back() == '"') cell = Trim(cell.substr(1, cell.size() - 2));
+    if (cell.empty() || cell == format_.MissingMarker) return;
+    std::string text(cell);
     if (replacePoint_) std::replace(text.begin(), text.end(), '.', format_.DecimalSeparator);
     text = CutCellText(std::move(text));
     if (const auto value = NumericText(text, format_.DecimalSeparator)) {

@@ -19,9 +19,8 @@
 namespace quorvex {
 namespace {
 
-// The log with bare line ends and "@" for the run's folder, whose name comes in two spellings.
-std::string LogOf(const Program& program, const std::string& name = "run.log") {
-  std::string log = program.Folder.Read(name);
+// Text of a run with bare line ends and "@" for its folder, whose name comes in two spellings.
+std::string WithoutFolder(std::string log, const Program& program) {
   std::erase(log, '\r');
   std::string folder = program.Folder.Path("");
   for (int spelling = 0; spelling < 2; ++spelling) {
@@ -29,6 +28,10 @@ std::string LogOf(const Program& program, const std::string& name = "run.log") {
     std::transform(folder.begin(), folder.end(), folder.begin(), ::tolower);
   }
   return log;
+}
+
+std::string LogOf(const Program& program, const std::string& name = "run.log") {
+  return WithoutFolder(program.Folder.Read(name), program);
 }
 
 // The output less the line with the time.
@@ -119,14 +122,45 @@ const Case kCases[] = {
      "Found E_MACRO before E_MODEL command\nError creating model 1\nSetting"},
     {"B_MODEL in a block", std::string(kHead) + "B_MODEL\nB_MODEL\nY = a+b*x\nE_MODEL\nE_MACRO\n", 0,
      "Missing E_MODEL command, model ignored\nSetting"},
-    {"stray line in a block", std::string(kHead) + "B_MODEL\nstray  line \n" + (kTail + 8), 0,
-     "Error parsing model, the stray  line command not valid between B_MODEL and E_MODEL pairs\nSetting"},
+    {"stray line in a block", std::string(kHead) + "B_MODEL\n  stray  line \n" + (kTail + 8), 0,
+     "Error parsing model, the stray  linecommand not valid between B_MODEL and E_MODEL pairs\nSetting"},
     {"invalid models",
      std::string(kHead) +
          "B_MODEL\nY = a+\nE_MODEL\nB_MODEL\nY = 2*x\nE_MODEL\nB_MODEL\nY=F1*a*x\n"
          "F1=F1\nE_MODEL\n" +
          kTail,
-     0, "Error creating model 1\nError creating model 2\nError creating model 3\nSetting"},
+     0,
+     "Warning: block 1 does not compile: Expected end of model, at character 3 of 'a+'\nError creating model 1\n"
+     "Warning: block 2 does not compile: it has no coefficients.\nError creating model 2\n"
+     "Warning: block 3 does not compile: a function refers back to itself.\nError creating model 3\nSetting"},
+    {"invalid support function",
+     std::string(kHead) + "B_MODEL\nID = B\nY = f1 * A*x\nF1 = 2 * (b + )\nE_MODEL\n" + kTail, 0,
+     "Warning: block 1 ('B') does not compile, in F1: Unexpected token ')', at character 6 of '2*(b+)'\nError"},
+    {"what the language swallows",
+     std::string(kHead) + "B_MODEL\nY = Y = a*x + 1.5.2 + 1.5.2 + b*,2\nE_MODEL\nB_MODEL\nY=if(x=1,a,b)+1e-400\n" +
+         (kTail + 18),
+     0,
+     "Warning: block 1: '=' compares: it gives -1 where both sides are equal and 0 elsewhere.\n"
+     "Warning: block 1: '1.5.2' is not a number and counts as 0.\n"
+     "Warning: block 1: A ',' in front of a value is skipped.\nSetting"},
+    {"blocks of one formula",
+     std::string(kHead) +
+         "B_MODEL\nID = one\nY = a+b*x\nE_MODEL\nB_MODEL\nID=c\nF1=b*x\nY=a+F1\nE_MODEL\n"
+         "B_MODEL\nID = two\nY = A + b*x\n" +
+         (kTail + 18),
+     0,
+     "Warning: blocks 1 ('one') and 3 ('two') have the same formula and become one model, which keeps what the later "
+     "one says\nSetting"},
+    {"lines that are no Assign",
+     std::string(kHead) +
+         "ColumnOrder = x; y\nColumnOrder=x,y\nB_MODEL\nY=a+b*x\nAssign a = 1, Fit=True\n"
+         "  Assign a = 1; Operator = Value; Fit = True\nAssign q=1,Operator=Value,Fit=True\n" +
+         (kTail + 18),
+     0,
+     "Warning: 'ColumnOrder = x; y' names one column: lists are separated by ',' here\n"
+     "Warning: 'Assign a = 1, Fit=True' is ignored: it is no Assign statement\n"
+     "Warning: 'Assign a = 1; Operator = Value; Fit = True' is ignored: lists are separated by ',' here\n"
+     "Warning: 'Assign q=1,Operator=Value,Fit=True' is ignored: the model has no coefficient 'q'\nSetting"},
     {"joined words", std::string(kHead) + "B_MODEL\nY = a+b*x mod 4\nE_MODEL\n" + kTail, 0,
      "Warning: the model line 'Y = a+b*x mod 4' is read without its blanks, which joins two words; put word operators "
      "in parentheses, as in (a) mod (b)\n"},
@@ -151,7 +185,7 @@ const Case kCases[] = {
     {"too few columns named", std::string(kHead) + "ColumnOrder = y\n" + kTail, 150, "Exit Status 150"},
     {"too many variables", std::string(kHead) + "IndependentVariables = 21\n" + kTail, 150,
      "IndependentVariables must be 1 to 20, not 21.\nError reading the input data file\n"},
-    {"not enough points", std::string(kHead) + "DataFirstLine = 4\n" + kTail, 0,
+    {"not enough points", std::string(kHead) + "DataFirstLine = 3.5\n" + kTail, 0,
      "Solution failed: not enough data points\n"},
     {"output in a missing folder", std::string(kHead) + "OutputFile = @none/out.txt\n" + kTail, 200,
      "File Output Error: 200\n***************************************\nLog Summary:\nRun Failed\n"},
@@ -188,7 +222,13 @@ TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
     MakeSocket(program.Folder.Path("socket"));
     const int status = program.RunMacroAsUser(c.Macro);
     EXPECT_EQ(status, c.Status % 256) << c.Name << "\n" << LogOf(program);
-    EXPECT_EQ(program.Err, c.Status == 0 ? "" : "Exit Status " + std::to_string(c.Status) + "\n") << c.Name;
+    const std::string told = c.Status == 20
+                                 ? "The file '@macro.cfg' is no macro: no line of it reads B_MACRO, or nothing "
+                                   "follows.\n"
+                                 : "";
+    EXPECT_EQ(WithoutFolder(program.Err, program),
+              c.Status == 0 ? "" : told + "Exit Status " + std::to_string(c.Status) + "\n")
+        << c.Name;
     EXPECT_EQ(program.Out, "") << c.Name;
     const std::string log = LogOf(program);
     EXPECT_NE(log.find(c.LogHas), std::string::npos) << c.Name << "\n" << log;
@@ -204,7 +244,10 @@ TEST(Macro, EndsInTheStatusOfItsOwnFile) {
                                                {"folder", 50},   {"socket", 60},        {"loop", 70}};
   for (const auto& [name, status] : files) {
     EXPECT_EQ(program.Run("-runcfg " + (name[0] == '/' ? name : program.Folder.Path(name))), status) << name;
-    EXPECT_EQ(program.Err, "Exit Status " + std::to_string(status) + "\n");
+    EXPECT_TRUE(WithoutFolder(program.Err, program)
+                    .starts_with("The macro file '" + (name[0] == '/' ? name : "@" + name) + "' cannot be read. "))
+        << program.Err;
+    EXPECT_TRUE(program.Err.ends_with(".\nExit Status " + std::to_string(status) + "\n")) << program.Err;
   }
 }
 
@@ -450,6 +493,24 @@ TEST(Macro, GivesTheSameNumbersInEveryLocale) {
   }
 }
 
+TEST(Macro, ReadsItsFilesInUtf16) {
+  const auto utf16 = [](const std::string& ascii) {
+    std::string text = "\xFF\xFE";
+    for (const char c : ascii) (text += c) += '\0';
+    return text;
+  };
+  Program program;
+  program.Folder.Write("data.txt", utf16(kData));
+  program.Folder.Write("p.csv", utf16("name\r\nout\r\n"));
+  std::string macro = kRunOfTheLine;
+  macro.insert(macro.find("B_MODEL"), "OutputFile = @%name%.txt\nParameterFile = @p.csv\n");
+  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;)
+    macro.replace(at, 1, program.Folder.Path(""));
+  program.Folder.Write("macro.cfg", utf16(macro));
+  EXPECT_EQ(program.Run("-runcfg " + program.Folder.Path("macro.cfg")), 0) << program.Err << LogOf(program);
+  EXPECT_EQ(ReadAnswers(program.Folder.Read("out.txt")).size(), 1u);
+}
+
 TEST(Macro, TakesItsNameWithoutRegardToCase) {
   Program program;
   program.Folder.Write("data.txt", kData);
@@ -469,6 +530,13 @@ TEST(Program, AnswersAboutItselfAndNeedsTheDesktopForTheRest) {
   EXPECT_EQ(program.Out, "Quorvex 9.0.0\n");
   EXPECT_EQ(program.Run("--help"), 0);
   EXPECT_TRUE(program.Out.starts_with("Usage: quorvex -runcfg FILE"));
+  for (const char* option : {"--runcfg", "-v", "-"}) {
+    EXPECT_EQ(program.Run(option), 1);
+    EXPECT_TRUE(program.Err.starts_with("There is no option '" + std::string(option) +
+                                        "', and no file of that name.\nUsage: quorvex -runcfg FILE"))
+        << program.Err;
+    EXPECT_EQ(program.Out, "");
+  }
   for (const char* arguments : {"", "-runcfg", "-runcfg '\"'", "project.qvx"}) {
     EXPECT_EQ(program.Run(arguments), 1) << arguments;
     EXPECT_EQ(program.Out, "");

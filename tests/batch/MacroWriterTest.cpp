@@ -354,7 +354,8 @@ class RandomFields {
     f.SQLQuery = OneOf({"SELECT a = b FROM t", "SELECT x\nFROM t"});
     f.UseParameterFile = Tick();
     f.ParameterFile = OneOf({"Sites.csv", "p.csv"});
-    f.ColumnOrder = OneOf({"", "Default", "y, x", "x1; drop; Y; sd"});
+    const bool commas = locale.ListSeparator == ',';
+    f.ColumnOrder = OneOf({"", "Default", commas ? "y, x" : "y; x", commas ? "x1,drop,Y,sd" : "x1; drop; Y; sd"});
     f.DelimitTab = Tick(), f.DelimitComma = Tick(), f.DelimitSemicolon = Tick(), f.DelimitSpace = Tick();
     f.IgnoreConsecutive = Tick() || !(f.DelimitTab || f.DelimitComma || f.DelimitSemicolon || f.DelimitSpace);
     f.OverrideDecimal = Tick();

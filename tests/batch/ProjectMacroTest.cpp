@@ -49,7 +49,7 @@ TEST(ProjectMacro, WritesWhatReadsBackEqual) {
       const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
       ASSERT_EQ(answers.size(), 2u);
       for (const ModelAnswer& answer : answers) {
-        const ModelClass* model = project->Models.Find(answer.ID == "own" ? "2UserModel" : answer.ID);
+        const ModelClass* model = project->Models.Find(answer.ID);
         ASSERT_NE(model, nullptr) << answer.ID;
         EXPECT_TRUE(model->Solved);
         EXPECT_EQ(GeneralNumber(model->RSS), answer.Values.at("Residual_Sum_of_Squares_(Absolute)")[0]);

@@ -221,6 +221,9 @@ TEST(CompileStatus, TellsWhatTheLinesAreSoFar) {
       {{"a*exp(-k*x)"}, "Compiles. Coefficients: a, k."},
       {{"a*x+f1", "b", "("}, "Compiles. Coefficients: a, b. Not used: F2."},
       {{"a*x", "1", "2"}, "Compiles. Coefficients: a. Not used: F1, F2."},
+      {{"Y=a*x+1e3+5"},
+       "Compiles. '=' compares: it gives -1 where both sides are equal and 0 elsewhere. '1e3+5' is not a number and "
+       "counts as 0. Coefficients: Y, a."},
       {{Polynomial(23)},
        "Compiles. Coefficients: p1, p10, p11, p12, p13, p14, p15, p16, p17, p18, p19, p2, p20, p21, p22, p23, p3, p4, "
        "p5, p6 and 3 more."},

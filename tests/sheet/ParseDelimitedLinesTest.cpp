@@ -107,7 +107,8 @@ TEST(ParseDelimitedLines, LeavesMarkedCellsEmpty) {
                 {"-999,1", " -999", "n:-999|n:1"},
                 {R"("NA","-999","1")", "NA", "|n:-999|n:1"},
                 {R"("-999",-999,"2")", "-999", "||n:2"},
-                {R"("NA",NA,2)", "\"NA\"", "|NA|n:2"}};
+                {R"("NA",NA,2)", "\"NA\"", "|NA|n:2"},
+                {"ung\xFCltig,\"ung\xFCltig\",2", "ung\u00FCltig", "||n:2"}};  // Windows-1252
   for (const auto& c : kCases) {
     DelimitedFormat format;
     format.Delimiters = kComma;
