@@ -7,6 +7,7 @@ scripts/install-packages.sh
 cmake --preset release -DQUORVEX_TESTS=OFF -DQUORVEX_DESKTOP=OFF -B build/demo-release >/dev/null
 cmake --build build/demo-release
 mkdir -p build/demo
+export LC_ALL=C  # the examples are written with points and commas, whatever the user's locale
 
 for macro in examples/*.cfg; do
   name=$(basename "$macro" .cfg)
