@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "core/FaultFlags.h"
 #include "core/NumericFault.h"
+#include "engine/Householder.h"
 #include "equation/ClosedForms.h"
 #include "equation/Elementary.h"
 
@@ -62,22 +64,70 @@ ColumnMatrix Design(const CatalogueModel& model, std::span<const std::vector<dou
   return design;
 }
 
+// Where a column of the decomposed matrix comes from: column number Column of the design over 2^Exponent.
+struct Place {
+  std::size_t Column;
+  int Exponent;
+};
+
+// The design as it is decomposed: the longest column first, whatever the order in which the model names its terms, and
+// each divided by the power of 2 next below its length, which loses no digit. Columns of zeros come last.
+ColumnMatrix Arrange(const ColumnMatrix& design, std::vector<Place>& places) {
+  const std::size_t m = design.Rows(), n = design.Columns();
+  std::vector<Length> lengths(n);
+  places.resize(n);
+  for (std::size_t j = 0; j < n; ++j) {
+    lengths[j] = LengthOf(design.Column(j), m);
+    places[j] = {j, lengths[j].exponent};
+  }
+  std::stable_sort(places.begin(), places.end(), [&](const Place& a, const Place& b) {
+    const auto rank = [&](const Place& place) {
+      const Length& length = lengths[place.Column];
+      return std::tuple(length.fraction != 0, length.exponent, length.fraction);
+    };
+    return rank(a) > rank(b);
+  });
+  ColumnMatrix arranged(m, n);
+  for (std::size_t k = 0; k < n; ++k) {
+    std::copy_n(design.Column(places[k].Column), m, arranged.Column(k));
+    ScaleByPowerOfTwo(arranged.Column(k), m, -places[k].Exponent);
+  }
+  return arranged;
+}
+
 }  // namespace
 
 LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vector<double>> X,
                            std::span<const double> yT, std::span<const double> sig) {
   const std::size_t m = yT.size();
-  ColumnMatrix u = Design(model, X, m);
-  ClearDependentColumn(u);
+  ColumnMatrix design = Design(model, X, m);
+  const std::size_t n = design.Columns();
+  ClearDependentColumn(design);
   ClearFaultFlags();
   std::vector<double> b(m), root(m);
   for (std::size_t i = 0; i < m; ++i) root[i] = Sqr(sig[i]);
   for (std::size_t i = 0; i < m; ++i) b[i] = root[i] * yT[i];
-  for (std::size_t j = 0; j < u.Columns(); ++j)
-    for (std::size_t i = 0; i < m; ++i) u(i, j) *= root[i];
+  for (std::size_t j = 0; j < n; ++j)
+    for (std::size_t i = 0; i < m; ++i) design(i, j) *= root[i];
+  if (FaultFlagsRaised()) throw NumericFault();
+
+  std::vector<Place> places;
+  design = Arrange(design, places);
+  ColumnMatrix u = design, v;
   LinearSolution solution;
-  SvdDecompose(u, solution.w, solution.v);
-  solution.a = SvdBackSubstitute(u, solution.w, solution.v, b);
+  SvdDecompose(u, solution.w, v);
+  std::vector<double> a = SvdBackSubstitute(u, solution.w, v, b);
+  // What is left is solved for once more. Rounding is then in proportion to the residuals, not to all of b, which
+  // counts for a coefficient that few of the points decide.
+  for (std::size_t k = 0; k < n; ++k) AddMultiple(-a[k], design.Column(k), m, b.data());
+  const std::vector<double> rest = SvdBackSubstitute(u, solution.w, v, b);
+  solution.a.resize(n);
+  solution.v = ColumnMatrix(n, n);
+  for (std::size_t k = 0; k < n; ++k) {
+    const auto [column, exponent] = places[k];
+    solution.a[column] = std::scalbn(a[k] + rest[k], -exponent);
+    for (std::size_t j = 0; j < n; ++j) solution.v(column, j) = std::scalbn(v(k, j), -exponent);
+  }
   if (FaultFlagsRaised()) throw NumericFault();
   return solution;
 }

@@ -4,31 +4,13 @@
 #include <cmath>
 
 #include "core/NumericFault.h"
+#include "engine/Householder.h"
 
 namespace quorvex {
 
 namespace {
 
 constexpr int kMostSweeps = 30;
-
-// Sum of products, halved down to short runs of four partial sums: its error grows with log(n) rather than n.
-double Dot(const double* p, const double* q, std::size_t n) {
-  constexpr std::size_t kRun = 128;
-  if (n > kRun) {
-    const std::size_t half = (n / 2 + kRun - 1) / kRun * kRun;
-    return Dot(p, q, half) + Dot(p + half, q + half, n - half);
-  }
-  double sum[4] = {};
-  std::size_t i = 0;
-  for (; i + 4 <= n; i += 4)
-    for (std::size_t k = 0; k < 4; ++k) sum[k] += p[i + k] * q[i + k];
-  for (; i < n; ++i) sum[0] += p[i] * q[i];
-  return (sum[0] + sum[1]) + (sum[2] + sum[3]);
-}
-
-void AddMultiple(double factor, const double* p, std::size_t n, double* q) {
-  for (std::size_t i = 0; i < n; ++i) q[i] += factor * p[i];
-}
 
 // sqr(a^2 + b^2), scaled by the larger
 double Hypotenuse(double a, double b) {
@@ -43,33 +25,6 @@ bool AllFinite(const ColumnMatrix& matrix) {
     for (std::size_t i = 0; i < matrix.Rows(); ++i)
       if (!std::isfinite(matrix(i, j))) return false;
   return true;
-}
-
-// A Householder reflection H = I - z z^T / half of vectors of n elements; H = I where half is 0.
-struct Reflection {
-  const double* z = nullptr;
-  std::size_t n = 0;
-  double half = 0;   // |z|^2 / 2
-  double image = 0;  // H p = (image, 0, ..., 0) for the p it was made from
-
-  void Apply(double* q) const {
-    if (half != 0) AddMultiple(-(Dot(z, q, n) / half), z, n, q);
-  }
-};
-
-// The reflection that clears all of p but its first element; its z is written to `z`. With z = p - image * e1 its half
-// is also z.p, and is computed so: for a q that equals p the quotient above is then exactly 1, and q is cleared to
-// exact zeros too. p is scaled by a power of 2 on the way, lest its squares overflow.
-Reflection Reflect(double* p, std::size_t n, double* z) {
-  double below = 0;
-  for (std::size_t i = 1; i < n; ++i) below = std::max(below, std::abs(p[i]));
-  if (below == 0) return {z, n, 0, p[0]};
-  const int exponent = std::ilogb(std::max(below, std::abs(p[0])));
-  for (std::size_t i = 0; i < n; ++i) z[i] = p[i] = std::scalbn(p[i], -exponent);
-  const double norm = std::sqrt(Dot(p, p, n));
-  const double image = p[0] > 0 ? -norm : norm;
-  z[0] = p[0] - image;
-  return {z, n, Dot(z, p, n), std::scalbn(image, exponent)};
 }
 
 // QR of u in echelon form: a column that is all zeros below the rows already used takes no row. Returns the
@@ -169,11 +124,17 @@ class SquareSvd {
     return 0;
   }
 
+  // Turns (f, g) to (length, 0). Cosine and sine are those of the scaled pair: the length of numbers near the end of
+  // the range is not theirs.
   struct Rotation {
-    double c, s, length;
-    Rotation(double f, double g) : length(Hypotenuse(f, g)) {
-      c = length == 0 ? 1 : f / length;
-      s = length == 0 ? 0 : g / length;
+    double c = 1, s = 0, length = 0;
+    Rotation(double f, double g) {
+      const double big = std::max(std::abs(f), std::abs(g));
+      if (big == 0) return;
+      const double root = Hypotenuse(f / big, g / big);
+      c = f / big / root;
+      s = g / big / root;
+      length = big * root;
     }
     void Apply(double& x, double& y) const {
       const double old = x;
@@ -302,7 +263,7 @@ std::vector<double> SvdBackSubstitute(const ColumnMatrix& u, const std::vector<d
                                       std::span<const double> b) {
   std::vector<double> a(w.size());
   for (std::size_t j = 0; j < w.size(); ++j) {
-    const double term = w[j] == 0 ? 0 : Dot(u.Column(j), b.data(), b.size()) / w[j];
+    const double term = w[j] == 0 ? 0 : PairwiseDot(u.Column(j), b.data(), b.size()) / w[j];
     AddMultiple(term, v.Column(j), a.size(), a.data());
   }
   return a;

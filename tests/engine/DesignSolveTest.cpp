@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "core/NumericFault.h"
 #include "engine/DesignSolve.h"
+#include "engine/ReferenceSolution.h"
 #include "equation/ClosedForms.h"
 #include "equation/Linearization.h"
 
@@ -23,6 +25,90 @@ TEST(DesignSolve, CountsAPointByItsWeight) {
   const LinearSolution repeated = DesignSolve(model, Columns{{1, 2, 2, 2, 2, 4, 5}},
                                               std::vector<double>{1, 3, 3, 3, 3, 2, 7}, std::vector<double>(7, 1.0));
   for (std::size_t j = 0; j < 2; ++j) EXPECT_NEAR(weighted.a[j], repeated.a[j], 1e-14);
+}
+
+// The terms of the model at each x, each times the root of the weight.
+template <class Real>
+std::vector<std::vector<Real>> WeightedTerms(const CatalogueModel& model, const Columns& x,
+                                             const std::vector<double>& sig) {
+  std::vector<std::vector<double>> terms(model.Basis.size(), std::vector<double>(sig.size()));
+  std::vector<double*> columns;
+  for (auto& term : terms) columns.push_back(term.data());
+  const double* const points = x[0].data();
+  BasisFunctions(model, &points, sig.size(), columns.data());
+  std::vector<std::vector<Real>> weighted;
+  for (const auto& term : terms) {
+    weighted.emplace_back();
+    for (std::size_t i = 0; i < sig.size(); ++i)
+      weighted.back().push_back(std::sqrt(static_cast<Real>(sig[i])) * term[i]);
+  }
+  return weighted;
+}
+
+template <class Real>
+std::vector<Real> WeightedValues(const std::vector<double>& y, const std::vector<double>& sig) {
+  std::vector<Real> b;
+  for (std::size_t i = 0; i < y.size(); ++i) b.push_back(std::sqrt(static_cast<Real>(sig[i])) * y[i]);
+  return b;
+}
+
+// Every linear model of one variable, in units that fit X well or badly. Coefficient by coefficient no more than two
+// digits are lost of those that the condition of the scaled columns leaves a double and a QR of theirs in doubles
+// keeps; six are left where the condition is below 1e8, and six of each variance where it is below 1e9.
+TEST(DesignSolve, KeepsTheDigitsThatTheScaledConditionLeaves) {
+  constexpr std::size_t kPoints = 40;
+  constexpr struct {
+    double from, to;
+    bool logarithmic;
+  } kRanges[] = {{0.1, 10, false},  {1e-3, 0.1, false}, {1e-6, 1e-3, false}, {4e-7, 7e-7, false},
+                 {1e3, 1e6, false}, {1e6, 1e9, false},  {1, 100, false},     {1e-9, 1e-3, true}};
+  std::mt19937 random(1);
+  const auto noise = [&random] { return static_cast<double>(random()) / 2147483648.0 - 1; };
+  int solved = 0, models = 0;
+  for (const auto& range : kRanges) {
+    for (const bool weighted : {false, true}) {
+      Columns x(1);
+      std::vector<double> y, sig;
+      for (std::size_t i = 0; i < kPoints; ++i) {
+        const double t = static_cast<double>(i) / (kPoints - 1);
+        x[0].push_back(range.logarithmic ? range.from * std::pow(range.to / range.from, t)
+                                         : range.from + (range.to - range.from) * t);
+        y.push_back(2 + 3 * t - 4 * t * t + std::sin(5 * t) + 0.01 * noise());
+        sig.push_back(weighted ? std::pow(10, 2 * noise()) : 1);
+      }
+      for (const CatalogueModel& model : Catalogue(1)) {
+        if (model.Shape == ModelShape::ClosedForm || model.Outer != OuterFunction::None ||
+            model.Transform != YTransform::None || model.Restore != Restoration::None)
+          continue;
+        SCOPED_TRACE(model.Definition + " from " + std::to_string(range.from));
+        ++models;
+        const auto terms = WeightedTerms<long double>(model, x, sig);
+        const bool solvable = std::all_of(terms.begin(), terms.end(), [](const auto& term) {
+          return std::all_of(term.begin(), term.end(), [](long double v) { return v < 1e300; }) &&
+                 std::any_of(term.begin(), term.end(), [](long double v) { return v != 0; });
+        });
+        if (!solvable) continue;  // exp(x) or exp(-x) is beyond the range of numbers
+        ++solved;
+        const LinearSolution solution = DesignSolve(model, x, y, sig);
+        const ReferenceSolution<long double> reference(terms, WeightedValues<long double>(y, sig));
+        const ReferenceSolution<double> plain(WeightedTerms<double>(model, x, sig), WeightedValues<double>(y, sig));
+        double digits = 17, attainable = 17, ofVariances = 17;
+        for (std::size_t j = 0; j < terms.size(); ++j) {
+          double variance = 0;
+          for (std::size_t k = 0; k < terms.size(); ++k) variance += std::pow(solution.v(j, k) / solution.w[k], 2);
+          digits = std::min(digits, DigitsOf(solution.a[j], reference.a[j]));
+          attainable = std::min(attainable, DigitsOf(plain.a[j], reference.a[j]));
+          ofVariances = std::min(ofVariances, DigitsOf(variance, reference.variances[j]));
+        }
+        const double left = 53 * std::log10(2) - static_cast<double>(std::log10(reference.Condition));
+        EXPECT_GE(digits, std::min(left, attainable) - 2);
+        EXPECT_GE(digits, reference.Condition < 1e8 ? 6 : -99);
+        EXPECT_GE(ofVariances, reference.Condition < 1e9 ? 6 : -99);
+      }
+    }
+  }
+  EXPECT_EQ(models, 8 * 2 * 254);
+  EXPECT_EQ(solved, models - 2 * (41 + 41 + 45));
 }
 
 TEST(DesignSolve, HasAnExactZeroWhereTheDesignIsSingular) {

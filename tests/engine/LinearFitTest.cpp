@@ -80,16 +80,16 @@ TEST(LinearFit, GivesTheCovarianceOfTheWeightedDesign) {
   }
 }
 
-// NIST StRD, linear least squares. The columns are not scaled before the decomposition, so the ill-conditioned sets
-// (Pontius, Longley, Wampler4) are asked for 6 digits; 15 are certified.
+// NIST StRD, linear least squares; 15 digits are certified. Wampler4's coefficients are up to 200,000 times smaller
+// than their standard errors, so that they have so many digits less.
 TEST(LinearFit, ReachesTheCertifiedValues) {
   const std::map<std::string, std::pair<std::string, double>> models = {
       // ID, digits of the worst coefficient
-      {"Norris", {"a*x+b", 9}},
-      {"Pontius", {"a*x^2+b*x+c", 6}},
-      {"Longley", {"a*x1+b*x2+c*x3+d*x4+e*x5+f*x6+g", 6}},
+      {"Norris", {"a*x+b", 13}},
+      {"Pontius", {"a*x^2+b*x+c", 12}},
+      {"Longley", {"a*x1+b*x2+c*x3+d*x4+e*x5+f*x6+g", 10}},
       {"Wampler1", {"a*x^5+b*x^4+c*x^3+d*x^2+e*x+f", 9}},
-      {"Wampler4", {"a*x^5+b*x^4+c*x^3+d*x^2+e*x+f", 6}}};
+      {"Wampler4", {"a*x^5+b*x^4+c*x^3+d*x^2+e*x+f", 7}}};
   std::printf("%-10s %6s %6s %6s\n", "set", "coef", "s.e.", "RSS");
   int found = 0;
   for (const NistSet& set : NistSets("linear")) {
@@ -127,8 +127,8 @@ TEST(LinearFit, ReachesTheCertifiedValues) {
     const double rss = CorrectDigits(model->RSS, std::stod(set.at("certified_rss")), 15);
     std::printf("%-10s %6.1f %6.1f %6.1f\n", set.at("name").c_str(), coefficients, errors, rss);
     EXPECT_GE(coefficients, row->second.second) << set.at("name");
-    EXPECT_GE(errors, 6) << set.at("name");
-    EXPECT_GE(rss, 6) << set.at("name");
+    EXPECT_GE(errors, 9) << set.at("name");
+    EXPECT_GE(rss, 12) << set.at("name");
   }
   EXPECT_EQ(found, 5);
 }

@@ -96,6 +96,18 @@ TEST(SvdDecompose, RebuildsMatricesOfAnyShapeAndScale) {
   }
 }
 
+// Upper bidiagonal as they come: on the way an element inside the diagonal becomes 0, the square of the shift
+// underflows or both elements of a rotation do.
+TEST(SvdDecompose, RebuildsMatricesWhoseDiagonalUnderflows) {
+  const std::vector<std::vector<double>> cases[] = {
+      {{1.75, 1, 0}, {0, 1e-170, 1.34}, {0, 0, 1.34e-300}},
+      {{1.8, 1, 0, 0}, {0, 5e-171, 1.8, 0}, {0, 0, 1.8e-284, 1.8}, {0, 0, 0, 1.8e-154}},
+      {{1.5, 1, 0, 0}, {0, 5e-324, 5e-9, 0}, {0, 0, 1.5, 1}, {0, 0, 0, 1e-16}},
+      {{1.4, 1, 0}, {0, 5e-324, 1}, {0, 0, 1}},
+  };
+  for (const auto& rows : cases) ExpectDecomposition(FromRows(rows));
+}
+
 TEST(SvdDecompose, LeavesExactZerosOfExactDependence) {
   const struct {
     std::vector<std::vector<double>> rows;
