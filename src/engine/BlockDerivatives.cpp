@@ -24,6 +24,9 @@ Columns ColumnsFrom(const SolveData& data, std::size_t first) {
 
 using Block = std::array<double, kBlock>;
 
+// Beyond all that a model adds to the product of this and a derivative, and far from where such products overflow.
+constexpr double kWideStep = 0x1p100;
+
 // The extrapolation at the points of a block that still go on, closed up at the front of each array.
 struct Extrapolation {
   std::size_t Count;                             // of these points
@@ -126,6 +129,18 @@ bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, st
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
   }
   return !FaultFlagsRaised();
+}
+
+void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {
+  if (!UserType || !DerivativeModels_.empty()) return;
+  Block quotient;
+  for (std::size_t c = 0; c < values_.size(); ++c) {
+    const double mask = coefficients_[c].Constant;
+    if (mask == 0 || !program_->LinearIn(c)) continue;
+    ClearFaultFlags();
+    if (!CentredQuotientBlock(c, kWideStep, n, quotient.data()) || FaultFlagsRaised()) continue;
+    for (std::size_t i = 0; i < n; ++i) dyda[c][i] = mask * quotient[i];
+  }
 }
 
 bool ModelClass::ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y,

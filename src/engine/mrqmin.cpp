@@ -7,10 +7,16 @@
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 #include "engine/SolveForm.h"
+#include "engine/TriangularFactor.h"
 #include "engine/gaussj.h"
 
 namespace quorvex {
 namespace {
+
+// By how much a variance may exceed what it would be without the other coefficients (D. W. Marquardt, Technometrics 12,
+// 1970) before it is computed anew: the sums lose as many digits, and numerical derivatives, right to ten, half as
+// many.
+constexpr double kInflation = 1e4;
 
 bool AllFinite(std::span<const double> values) {
   return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
@@ -53,7 +59,10 @@ void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     throw NumericFault();
   }
   if (alamda == 0.0) {
+    bool inflated = false;
+    for (std::size_t j = 0; j < mfit_; ++j) inflated = inflated || !(std::abs(alpha(j, j) * covar(j, j)) < kInflation);
     covsrt(covar, ia, mfit_);
+    if (inflated) TakeVariances(a, ia, covar);
     return;
   }
   std::size_t j = 0;
@@ -112,6 +121,31 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
     for (std::size_t k = 0; k <= j; ++k) finite = finite && std::isfinite(alpha(j, k));
   if (!finite) throw NumericFault();
   return true;
+}
+
+// Puts the variances, as a QR of the derivatives gives them, into the diagonal of the covariance. Where that is
+// singular to the last digit, or a model with random numbers has no value this time, the diagonal stays as it is.
+void LevenbergMarquardt::TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar) {
+  for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
+  TriangularFactor factor(mfit_);
+  ColumnMatrix rows(kBlock + 1, mfit_);
+  for (std::size_t first = 0; first < data_.N(); first += kBlock) {
+    form_.Pulse();
+    if (form_.Aborted) throw NumericFault();
+    const std::size_t n = std::min(kBlock, data_.N() - first);
+    if (model_.DifferentiateBlock(data_, first, n, analytical_, ymod_.data(), columns_.data()))
+      model_.SharpenDerivatives(n, columns_.data());
+    else if (!ComputePointByPoint(first, n))
+      return;
+    for (std::size_t i = 0; i < n; ++i) wt_[i] = std::sqrt(data_.sig[first + i]);
+    for (std::size_t l = 0, j = 0; l < a.size(); ++l)
+      if (ia[l] != 0) BinaryOverBlock(kMultiply, {wt_.data(), 0}, {dyda_[l].data(), 0}, n, rows.Column(j++) + 1);
+    factor.Append(rows, n);
+  }
+  const std::vector<double> variances = factor.InverseDiagonal();
+  if (!AllFinite(variances)) return;
+  for (std::size_t l = 0, j = 0; l < a.size(); ++l)
+    if (ia[l] != 0) covar(l, l) = variances[j++];
 }
 
 // Values and derivatives of a block. A block that cannot be computed as one is computed point by point, which finds the

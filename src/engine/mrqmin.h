@@ -21,6 +21,13 @@ inline constexpr std::size_t kMostCoefficients = 100;
 // next step needs. Source: D. W. Marquardt, J. Soc. Indust. Appl. Math. 11 (1963) 431; the damping starts at 0.001 and
 // changes tenfold, without an upper bound.
 //
+// The covariance is the inverse of the curvature matrix, by Gauss-Jordan elimination. Its rounding grows with the
+// square of the derivatives' condition, so that a cubic in calendar years has no digit left; where a variance comes out
+// much larger than its coefficient alone would have it, the diagonal is computed anew, in a second pass, by QR of the
+// weighted derivatives (engine/TriangularFactor.h): six digits and more where the condition of the derivatives, scaled
+// to equal lengths, is below 1e9. For that pass numerical derivatives by coefficients in which a model is linear are
+// exact to rounding; those by others are right to some ten digits, of which the condition takes its share.
+//
 // Sums over points are taken block by block, in the order of the data, each block by BlockDot: the same result on every
 // run and every machine, whether a block was computed as one or point by point.
 class LevenbergMarquardt {
@@ -28,7 +35,8 @@ class LevenbergMarquardt {
   // `derivativeMethod` 0 takes the model's `Derivative`, 1 its `NumericalDerivatives` (models that are not built in).
   LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
 
-  // One step. `alamda` below 0 starts a search from `a`; exactly 0 ends it, leaving the covariance in `covar`.
+  // One step. `alamda` below 0 starts a search from `a`; exactly 0 ends it, leaving the covariance in `covar`: zero for
+  // held coefficients.
   // A better trial goes into `a` and `chisq`; after any call `chisq` is the best value so far, so an equal value means
   // that the trial was rejected. `ia` is non-zero for free coefficients. `covar` and `alpha` have the order of `a`.
   // Throws NumericFault for a singular matrix, a failed derivative, overflow, a start where the model has no value, or
@@ -40,6 +48,7 @@ class LevenbergMarquardt {
  private:
   bool mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
               double& chisq);
+  void TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar);
   bool ComputeBlock(std::size_t first, std::size_t n);
   bool ComputePointByPoint(std::size_t first, std::size_t n);
 

@@ -240,6 +240,20 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
   return completed;
 }
 
+bool BlockProgram::LinearIn(std::size_t coefficient) const {
+  const std::vector<bool>& depends = depends_[coefficient];
+  return !forks_ &&
+         std::all_of(dependents_[coefficient].begin(), dependents_[coefficient].end(), [&](std::uint32_t index) {
+           const Node& node = nodes_[index];
+           if (node.What == Kind::Coefficient) return true;
+           if (node.What == Kind::Unary) return node.Code == kNegate;
+           if (node.What != Kind::Binary) return false;
+           const bool first = depends[node.Operands[0]], second = depends[node.Operands[1]];
+           return node.Code == kAdd || node.Code == kSubtract || (node.Code == kMultiply && first != second) ||
+                  (node.Code == kDivide && !second);
+         });
+}
+
 bool BlockProgram::Narrow(std::size_t varied, std::span<const std::uint16_t> points) {
   if (forks_ || !depends_[varied][result_]) return false;
   for (const std::uint32_t i : fixed_[varied]) {

@@ -39,6 +39,10 @@ class BlockProgram {
   // of these calls: where they are raised, some point faulted.
   bool EvaluateVaried(std::size_t varied, double value, double* y);
 
+  // Whether the instructions show that the value is linear in that coefficient: sums, and products and quotients by
+  // what doesn't depend on it.
+  bool LinearIn(std::size_t coefficient) const;
+
   // From here on EvaluateVaried, with this coefficient, runs over fewer points: number i of them is number points[i]
   // of those before, ascending. Until the next Evaluate or Widen. A model with an "if" can't, and says false.
   bool Narrow(std::size_t varied, std::span<const std::uint16_t> points);

@@ -1,0 +1,41 @@
+#include "engine/TriangularFactor.h"
+
+#include <algorithm>
+
+#include "engine/Householder.h"
+
+namespace quorvex {
+
+// Reflection j works on row j of R, which stands in row 0 for its while, and on the new rows.
+void TriangularFactor::Append(ColumnMatrix& rows, std::size_t n) {
+  p_.resize(n + 1);
+  z_.resize(n + 1);
+  for (std::size_t j = 0; j < r_.Columns(); ++j) {
+    for (std::size_t k = j; k < r_.Columns(); ++k) rows(0, k) = r_(j, k);
+    std::copy_n(rows.Column(j), n + 1, p_.data());
+    const Reflection reflection = Reflect(p_.data(), n + 1, z_.data());
+    r_(j, j) = reflection.image;
+    for (std::size_t k = j + 1; k < r_.Columns(); ++k) {
+      reflection.Apply(rows.Column(k));
+      r_(j, k) = rows(0, k);
+    }
+  }
+}
+
+// With A^T A = R^T R its inverse is R^-1 R^-T, so that each element of the diagonal is the square of a row of R^-1.
+std::vector<double> TriangularFactor::InverseDiagonal() const {
+  const std::size_t n = r_.Columns();
+  std::vector<double> diagonal(n), column(n);
+  for (std::size_t k = 0; k < n; ++k) {  // column k of R^-1, from the bottom up
+    std::fill_n(column.data(), k, 0.0);
+    column[k] = 1;
+    for (std::size_t i = k + 1; i-- > 0;) {
+      column[i] /= r_(i, i);
+      AddMultiple(-column[i], r_.Column(i), i, column.data());
+      diagonal[i] += column[i] * column[i];
+    }
+  }
+  return diagonal;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "engine/SvdDecompose.h"
+
+namespace quorvex {
+
+// R of the QR decomposition of a matrix A that comes some rows at a time and is never stored: R^T R = A^T A without
+// that product, whose rounding costs twice the digits.
+//
+// Method: Householder reflections of the rows in hand below the R so far (G. H. Golub, Numer. Math. 7, 1965; C. L.
+// Lawson & R. J. Hanson, Solving Least Squares Problems, 1974, on sequential accumulation). R is as exact as if A's
+// columns had been rounded, whatever their units.
+class TriangularFactor {
+ public:
+  explicit TriangularFactor(std::size_t columns) : r_(columns, columns) {}
+
+  // Takes in rows 1 to n of `rows`, which has a row more and as many columns as A, and spoils them.
+  void Append(ColumnMatrix& rows, std::size_t n);
+
+  // The diagonal of the inverse of A^T A: what the variances of coefficients are in proportion to. Not finite where A
+  // is singular.
+  std::vector<double> InverseDiagonal() const;
+
+ private:
+  ColumnMatrix r_;  // upper triangle
+  std::vector<double> p_, z_;
+};
+
+}  // namespace quorvex
