@@ -17,8 +17,15 @@ struct Expectation {
   bool Fails() const { return words[0] == "fails"; }
   bool Slow() const { return words[0] == "slow"; }
   double Digits() const { return std::stod(words[2]); }
+  double Iterations() const { return std::stod(words[1]); }
   std::vector<std::string> words;
 };
+
+// Where the number of iterations follows the last bits of the arithmetic, so that right programs differ by ten and
+// more.
+bool CountIsLoose(const std::string& set, const std::string& start) {
+  return set.starts_with("Misra1") || set == "DanWood" || (set == "Eckerle4" && start == "1");
+}
 
 std::string MacroFor(const NistSet& row, const std::vector<std::string>& start, bool slow) {
   const std::vector<std::string> names = Split(row.at("coef_names"), ' ');
@@ -46,7 +53,7 @@ TEST(ReferenceFits, ReachTheCertifiedValuesAsPlainLevenbergMarquardtDoes) {
       const bool stuck = log.find("Merit Function unchanged during last 10") != std::string::npos;
       const bool singular = log.find("Singular matrix encountered in gaussian elimination.") != std::string::npos;
       const bool converged = log.find("Solution converged to residual change less than") != std::string::npos;
-      const char* const end = singular ? "singular" : stuck ? "unchanged" : converged ? "converged" : "limit";
+      const std::string end = singular ? "singular" : stuck ? "unchanged" : converged ? "converged" : "limit";
 
       double coefficients = 0, deviations = 0, rss = 0;
       std::string iterations = "-";
@@ -64,16 +71,17 @@ TEST(ReferenceFits, ReachTheCertifiedValuesAsPlainLevenbergMarquardtDoes) {
         iterations = answers[0].Values.at("Number_of_nonlinear_iterations_performed")[0];
       }
       std::printf("%-10s %5s %6.1f %6.1f %6.1f %6s  %s\n", row.at("name").c_str(), start.c_str(), coefficients,
-                  deviations, rss, iterations.c_str(), end);
+                  deviations, rss, iterations.c_str(), end.c_str());
       if (expected.Fails()) {
-        // The search runs away to a place that fits nothing, where the matrix becomes singular.
-        EXPECT_TRUE(singular || stuck) << log;
-        EXPECT_LT(coefficients, 1);
+        EXPECT_EQ(end, expected.words[2]) << log;
       } else {
         EXPECT_TRUE(converged || stuck) << log;
         EXPECT_GE(coefficients, expected.Digits() - 1.5);
         EXPECT_GE(deviations, 5);
         EXPECT_GE(rss, 5);
+        if (!CountIsLoose(row.at("name"), start)) {
+          EXPECT_NEAR(std::stod(iterations), expected.Iterations(), 1);
+        }
       }
     }
   }
