@@ -23,6 +23,25 @@ TEST(gaussj, InvertsAndSolves) {
   EXPECT_NEAR(a(0, 4) / a(4, 0), 1, 1e-10);
 }
 
+// The largest elements stand off the diagonal, so that rows are swapped and columns of the inverse have to be swapped
+// back: (3, 1), (1, 2), (2, 3) are the pivots, in a cycle that no single swap undoes. The determinant is 215.
+TEST(gaussj, PivotsOffTheDiagonal) {
+  const double rows[3][3] = {{1, 6, 2}, {0, 1, 5}, {8, 2, 1}};
+  const double adjugate[3][3] = {{-9, -2, 28}, {40, -15, -5}, {-8, 46, 1}};
+  Matrix a(3);
+  std::vector<double> b(3);
+  for (std::size_t i = 0; i < 3; ++i)
+    for (std::size_t j = 0; j < 3; ++j) {
+      a(i, j) = rows[i][j];
+      b[i] += rows[i][j] * static_cast<double>(j + 1);
+    }
+  ASSERT_TRUE(gaussj(a, 3, b));
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_NEAR(b[i], static_cast<double>(i + 1), 1e-14);
+    for (std::size_t j = 0; j < 3; ++j) EXPECT_NEAR(a(i, j), adjugate[i][j] / 215, 1e-15) << i << j;
+  }
+}
+
 TEST(gaussj, RefusesOnlyExactSingularity) {
   Matrix zeroRow(2);
   zeroRow(0, 0) = 1;
