@@ -11,29 +11,42 @@ namespace {
 
 int IntegerDigits(double v) { return v < 1 ? 0 : RoundToInt16(std::log10(v) + 1); }
 
-int LeadingDecimalZeros(double v) {
-  const double fraction = v - std::floor(v);
-  return fraction == 0 ? 0 : RoundToInt16(std::abs(std::floor(std::log(fraction) / 2.302585093)));
-}
-
 std::string WithDecimals(int decimals, const char* exponent) {
   return "0.0" + std::string(static_cast<std::size_t>(std::max(decimals - 1, 0)), '0') + exponent;
 }
 
 double StepOf(const AxisLimits& limits) { return (limits.Max - limits.Min) / limits.Ticks; }
 
+// How many decimals tell each tick to a fiftieth of a step: those of the numbers themselves or, where they are written
+// with an exponent, of what stands before it. One at least.
+int DecimalsForTicks(const AxisLimits& limits, bool exponent) {
+  constexpr int kMost = 17;  // a double has no more
+  const double step = StepOf(limits), allowed = std::abs(step) / 50;
+  int decimals = 1;
+  for (int i = 0; i <= limits.Ticks; ++i) {
+    const double tick = std::abs(limits.Min + i * step);
+    const double unit = exponent && tick > 0 ? std::pow(10.0, std::floor(std::log10(tick))) : 1;
+    const auto isTold = [&] {
+      const double scale = std::pow(10.0, decimals) / unit;
+      return std::abs(tick * scale - std::nearbyint(tick * scale)) <= allowed * scale;
+    };
+    while (decimals < kMost && !isTold()) ++decimals;
+  }
+  return decimals;
+}
+
 }  // namespace
 
 std::string BuildAutoLabelFormat(const AxisLimits& limits) {
   if (limits.Log) return "0.0E+00";
   const double a = std::max(std::abs(limits.Min), std::abs(limits.Max));
-  const double step = StepOf(limits);
+  if (a > 1e-7 && a < 1e7) return WithDecimals(DecimalsForTicks(limits, false), "");
+  int decimals = DecimalsForTicks(limits, true);
   if (a >= 1e7) {
-    const int d = IntegerDigits(a) - IntegerDigits(step);
-    return WithDecimals(d < 8 ? d + 1 : 0, "E+00");
+    const int d = IntegerDigits(a) - IntegerDigits(StepOf(limits));
+    decimals = std::max(decimals, d < 8 ? d + 1 : 0);
   }
-  if (a > 1e-7) return WithDecimals(std::min(8, std::max(LeadingDecimalZeros(a), LeadingDecimalZeros(step))), "");
-  return WithDecimals(std::min(8, LeadingDecimalZeros(step) - LeadingDecimalZeros(a)), "E+00");
+  return WithDecimals(decimals, "E+00");
 }
 
 std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::string& format) {

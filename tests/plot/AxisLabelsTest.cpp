@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <random>
+
+#include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "plot/AxisLabels.h"
 
@@ -19,16 +23,37 @@ TEST(BuildAutoLabelFormat, HasDecimalsForTheStep) {
       {{0, 0.4, 8}, "0.00"},
       {{99.5, 100.3, 8}, "0.0"},
       {{0.001, 0.006, 10}, "0.0000"},
-      {{2, 2.0000000001, 10}, "0.00000000"},  // no more than 8 decimals
+      {{2, 2.0000000001, 10}, "0.00000000000"},
+      {{3.0871, 4.3834, 3}, "0.00"},          // as a zoom leaves them: 3.09, 3.52, 3.95, 4.38
+      {{1.5, 2.0000000000000004, 5}, "0.0"},  // the last bit is no decimal
       {{0, 2e7, 10}, "0.00E+00"},             // numbers of 8 digits in steps of 7
       {{-1e7, 0, 5}, "0.00E+00"},
       {{1e9, 1.00001e9, 10}, "0.0000000E+00"},
-      {{1e15, 1e15 + 10, 10}, "0.0E+00"},  // 15 digits would be needed
+      {{9e14, 1e15, 10}, "0.000E+00"},
+      {{1e14, 1.000001e14, 10}, "0.00000000E+00"},   // numbers of 15 digits in steps of 8
+      {{1e15, 1.0000001e15, 10}, "0.00000000E+00"},  // of 16 in steps of 8: no digit more than the step needs
+      {{1e15, 1e15 + 10, 10}, "0.000000000000000E+00"},
       {{0, 5e-8, 5}, "0.0E+00"},
       {{9e-8, 9.1e-8, 10}, "0.00E+00"},
   };
   for (const auto& c : kCases)
     EXPECT_EQ(BuildAutoLabelFormat(c.limits), c.format) << c.limits.Min << " to " << c.limits.Max;
+}
+
+// Limits as a zoom leaves them, at every size.
+TEST(BuildAutoLabelFormat, TellsEveryTickToAFiftiethOfAStep) {
+  std::mt19937 random(3);
+  std::uniform_real_distribution<double> exponent(-12, 12), part(-1, 1);
+  for (int i = 0; i < 500; ++i) {
+    const double size = std::pow(10.0, exponent(random)), at = size * part(random);
+    const AxisLimits limits{at, at + size * std::pow(10.0, -3 * std::abs(part(random))), 7};
+    std::string format;
+    const Labels labels = MakeAxisLabels(limits, format, true);
+    const double step = (limits.Max - limits.Min) / limits.Ticks;
+    for (std::size_t t = 0; t < labels.size(); ++t)
+      ASSERT_NEAR(NumericText(labels[t]).value(), limits.Max - static_cast<double>(t) * step, step / 50 * 1.000001)
+          << format << " for " << limits.Min << " to " << limits.Max;
+  }
 }
 
 TEST(MakeAxisLabels, CountsDownFromTheLargest) {
