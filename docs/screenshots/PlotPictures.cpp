@@ -276,7 +276,7 @@ bool TakeWindow(const QString& folder, const QString& suffix, Prompter& prompter
   const SeriesTable table = window.Plot().PlotData[2].CopyDataTo();
   const PlotPicture& shown = window.Plot().Shown();
   const QPointF at = QPointF(shown.Horizontal.ToDevice(table.X[6]), shown.Vertical.ToDevice(table.Y[6])) /
-                     window.View().devicePixelRatioF();
+                     (window.View().devicePixelRatioF() * QtSurface::kUnitsPerPixel);
   QMouseEvent move(QEvent::MouseMove, at, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
   QApplication::sendEvent(&window.View(), &move);
   window.grab().save(folder + "/window" + suffix + ".png");

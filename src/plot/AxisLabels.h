@@ -8,8 +8,8 @@
 namespace quorvex {
 
 // A number pattern that tells the numbers of an axis apart: as many decimals as show each tick to a fiftieth of a step,
-// so that equal steps look equal after a zoom, too. With an exponent where the largest number is 1e7 or more, or 1e-7 or
-// less, and where the axis is logarithmic.
+// so that equal steps look equal after a zoom, too. With an exponent where the largest number is 1e7 or more, or 1e-7
+// or less, and where the axis is logarithmic.
 std::string BuildAutoLabelFormat(const AxisLimits& limits);
 
 // The numbers at the major ticks, largest first, Ticks + 1 of them. A tick that stands for zero is labelled as exactly

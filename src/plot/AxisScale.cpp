@@ -56,19 +56,20 @@ AxisLimits AutomaticLimits(double min, double max, bool log) {
   return log ? RecomputeLogAxisLimits(min, max) : NiceAxisLimits(min, max);
 }
 
-AxisMap AxisMap::Between(double min, double max, bool log, std::int32_t first, std::int32_t last) {
+AxisMap AxisMap::Between(double min, double max, bool log, std::int32_t first, std::int32_t last,
+                         std::int32_t penScale) {
   if (log) {
     min = std::log10(min);
     max = std::log10(max);
   }
   const double scale = (last - first) / (max - min);
-  return {scale, first - scale * min, log};
+  return {scale, first - scale * min, log, kOutOfRange * penScale};
 }
 
 std::int32_t AxisMap::ToDevice(double value) const {
-  if (Log && value <= 0) return kOutOfRange;
+  if (Log && value <= 0) return OutOfRange;
   const double device = (Log ? std::log10(value) : value) * Scale + Offset;
-  if (std::isnan(device)) return kOutOfRange;
+  if (std::isnan(device)) return OutOfRange;
   return static_cast<std::int32_t>(std::lrint(std::clamp(device, -kFarthest, kFarthest)));
 }
 

@@ -32,11 +32,13 @@ AxisLimits AutomaticLimits(double min, double max, bool log);
 struct AxisMap {
   double Scale = 0, Offset = 0;
   bool Log = false;
+  std::int32_t OutOfRange = 0;  // the coordinate of what cannot be drawn
 
   // The axis from `first` to `last`, in device units, for data between min and max.
-  static AxisMap Between(double min, double max, bool log, std::int32_t first, std::int32_t last);
+  static AxisMap Between(double min, double max, bool log, std::int32_t first, std::int32_t last,
+                         std::int32_t penScale = 1);
 
-  // The nearest device unit. A value <= 0 on a logarithmic axis, and what is no number, gets kOutOfRange; what lies
+  // The nearest device unit. A value <= 0 on a logarithmic axis, and what is no number, gets OutOfRange; what lies
   // farther off than a billion units comes back to there.
   std::int32_t ToDevice(double value) const;
   double ToData(double device) const;

@@ -10,12 +10,12 @@ namespace quorvex {
 namespace {
 
 // The maps between the axes and the device, for a frame.
-void ComputeDeviceScale(const PlotClass& plot, PlotPicture& picture) {
+void ComputeDeviceScale(const PlotClass& plot, std::int32_t penScale, PlotPicture& picture) {
   const DeviceRect& frame = picture.Frame;
   const AxisLimits across = (plot.SwapAxis ? plot.Y : plot.X).Limits();
   const AxisLimits up = (plot.SwapAxis ? plot.X : plot.Y).Limits();
-  picture.Horizontal = AxisMap::Between(across.Min, across.Max, across.Log, frame.left, frame.right);
-  picture.Vertical = AxisMap::Between(up.Min, up.Max, up.Log, frame.bottom, frame.top);
+  picture.Horizontal = AxisMap::Between(across.Min, across.Max, across.Log, frame.left, frame.right, penScale);
+  picture.Vertical = AxisMap::Between(up.Min, up.Max, up.Log, frame.bottom, frame.top, penScale);
 }
 
 // The shares of the displayed series' points that lie within a rectangle, added up. Of long series it looks at some.
@@ -68,11 +68,13 @@ bool PlotClass::DrawOn(DrawingSurface& surface, Prompter& prompter, const PageSe
   }
   DrawPageBackground(surface, metrics, PlotBackgroundColor);
   const PlotMargins around = MeasurePlot(surface, *this, metrics);
-  const DeviceRect frame = ComputePlotRect(around, metrics, Make2DSquare);
+  DeviceRect frame = ComputePlotRect(around, metrics, Make2DSquare);
+  // Its lines are drawn on pixels, and data at its edge belong on them.
+  for (std::int32_t* edge : {&frame.left, &frame.top, &frame.right, &frame.bottom}) *edge = surface.OnPixel(*edge);
   if (frame.width() <= 0 || frame.height() <= 0) return true;  // titles and numbers leave no room
   picture.Frame = frame;
   DrawAxes(surface, *this, metrics, around, picture.Frame);
-  ComputeDeviceScale(*this, picture);
+  ComputeDeviceScale(*this, metrics.PenScale, picture);
 
   for (const PlotSeries& series : PlotData) {
     if (!series.Displayed() || DrawSeries(surface, series, metrics, picture, SwapAxis)) continue;

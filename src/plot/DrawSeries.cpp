@@ -16,7 +16,7 @@ bool DrawSeries(DrawingSurface& surface, const PlotSeries& series, const DeviceM
   if (table.Y.empty()) return false;
   if (SwapAxis) std::swap(table.X, table.Y);
 
-  // One pass, in which a point on the same pixel as the one before it drops out.
+  // One pass, in which a point on the same unit as the one before it drops out.
   std::vector<std::int32_t> xs(table.X.size()), ys(table.X.size());
   std::size_t count = 0;
   for (std::size_t i = 0; i < table.X.size(); ++i) {
@@ -51,7 +51,7 @@ void DrawErrorBars(DrawingSurface& surface, const PlotSeries& series, const Devi
   const AxisMap& mapY = plot.SwapAxis ? picture.Horizontal : picture.Vertical;
   // Where a logarithmic axis has no place for the end of a bar, the bar leaves the frame at the axis' lower end.
   const auto end = [&](double value) {
-    return mapY.Log && value <= 0 ? (plot.SwapAxis ? -kOutOfRange : kOutOfRange) : mapY.ToDevice(value);
+    return mapY.Log && value <= 0 ? (plot.SwapAxis ? -mapY.OutOfRange : mapY.OutOfRange) : mapY.ToDevice(value);
   };
   const auto line = [&](std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2) {
     if (plot.SwapAxis) {

@@ -13,6 +13,11 @@ std::int32_t DrawingSurface::PenScale() const {
   return twips == 0 ? 1 : std::max(RoundToInt32(kScreenTwips / twips), 1);
 }
 
+std::int32_t DrawingSurface::OnPixel(std::int32_t at) const {
+  const std::int32_t units = UnitsPerPixel(), up = at + units / 2, beyond = up % units;
+  return up - (beyond < 0 ? beyond + units : beyond);
+}
+
 std::int32_t MulDiv(std::int32_t a, std::int32_t b, std::int32_t c) {
   using Limits = std::numeric_limits<std::int32_t>;
   if (c == 0) return -1;

@@ -63,6 +63,8 @@ class DrawingSurface {
   virtual double TwipsPerPixelY() const = 0;
   virtual std::int32_t ScaleWidth() const = 0;
   virtual std::int32_t ScaleHeight() const = 0;
+  // How many units a pixel has across and down; 1 where the device isn't told in finer ones.
+  virtual std::int32_t UnitsPerPixel() const { return 1; }
 
   // Tools. A pen's style is 0, solid; its ends and corners are round. SelectObject takes a pen, brush or font into use
   // and returns the one of its kind that was in use. Stock object 5 is the hollow brush, which is never deleted.
@@ -109,6 +111,9 @@ class DrawingSurface {
   // Device units to one unit of line weight, so that lines weigh the same everywhere as on a screen at 100 %: 15 /
   // TwipsPerPixelX, rounded, at least 1; 1 where the device knows no such measure.
   std::int32_t PenScale() const;
+
+  // The coordinate of the pixel next to a place, where what is to look the same everywhere stands.
+  std::int32_t OnPixel(std::int32_t at) const;
 };
 
 // Owns an object of a surface.

@@ -86,13 +86,15 @@ void DrawMarkers(DrawingSurface& surface, std::span<const std::int32_t> xs, std:
   const SurfaceHandle brush = known.Filled ? SurfaceHandle{fill} : surface.GetStockObject(kHollowBrush);
   const SelectedObject pen(surface, surface.CreatePen(0, std::max(penScale, 1), colour));
   const Selection filling(surface, brush);
-  const MarkerPen marker(surface, known, radius, brush);
+  const MarkerPen marker(surface, known, surface.OnPixel(radius), brush);
 
-  const auto isFarOff = [](std::int32_t value) { return value < -kOutOfRange || value > kOutOfRange; };
+  const std::int32_t range = kOutOfRange * std::max(penScale, 1);
+  const auto isFarOff = [&](std::int32_t value) { return value < -range || value > range; };
   std::optional<DevicePoint> drawn;
   for (std::size_t i = 0; i < std::min(xs.size(), ys.size()); ++i) {
-    const DevicePoint point{xs[i], ys[i]};
-    if (point == drawn || isFarOff(point.x) || isFarOff(point.y)) continue;
+    if (isFarOff(xs[i]) || isFarOff(ys[i])) continue;
+    const DevicePoint point{surface.OnPixel(xs[i]), surface.OnPixel(ys[i])};
+    if (point == drawn) continue;
     marker.Draw(point);
     drawn = point;
   }

@@ -9,10 +9,9 @@
 namespace quorvex {
 namespace {
 
-// A band smaller than this, in device units, is a click whose second one is still to come.
-constexpr double kLeastBand = 4;
-constexpr double kMarkTwips = 90;   // half the length of the cursor mark
-constexpr double kCloseTwips = 60;  // to a curve point that counts as close
+constexpr double kLeastBandTwips = 60;  // a smaller band is a click whose second one is still to come
+constexpr double kMarkTwips = 90;       // half the length of the cursor mark
+constexpr double kCloseTwips = 60;      // to a curve point that counts as close
 
 bool Ends(int event) { return event == PlotModes::kRight || event == PlotModes::kMiddle; }
 
@@ -47,7 +46,8 @@ void PlotModes::MouseUp(int button, double x, double y) {
   if (button != kLeft) return;
   if (drag_.Dragging())
     drag_.DragDrop(x, y);
-  else if (ZoomState == kBandOpen && std::abs(x - ZoomStartX) >= kLeastBand && std::abs(y - ZoomStartY) >= kLeastBand)
+  else if (ZoomState == kBandOpen && std::abs(x - ZoomStartX) * host_.TwipsPerPixelX() >= kLeastBandTwips &&
+           std::abs(y - ZoomStartY) * host_.TwipsPerPixelY() >= kLeastBandTwips)
     Zoom(kLeft, x, y);
 }
 

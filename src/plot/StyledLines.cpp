@@ -40,8 +40,8 @@ constexpr std::array<ByWidth, kStyles - 1> kSampleLengths = {{
 int KnownStyle(int style) { return style >= 0 && style < kStyles ? style : 0; }
 std::int32_t KnownWidth(std::int32_t width) { return std::clamp(width, 1, kWidths); }
 
-bool IsInRange(DevicePoint point) {
-  const auto within = [](std::int32_t value) { return value > -kOutOfRange && value < kOutOfRange; };
+bool IsInRange(DevicePoint point, std::int32_t range) {
+  const auto within = [&](std::int32_t value) { return value > -range && value < range; };
   return within(point.x) && within(point.y);
 }
 
@@ -55,11 +55,62 @@ std::vector<double> PatternElements(int style, std::int32_t width, std::int32_t 
   return elements;
 }
 
+// A line without the points that lie within a unit of the way between those left; where a pixel has many units nobody
+// sees the difference, and a smooth curve of many thousand points is some hundred steps. From the last point kept, each
+// later one allows the directions that pass it within a unit; the line goes straight on as long as they have one in
+// common and it doesn't turn back.
+class Straightener {
+ public:
+  explicit Straightener(std::vector<DevicePoint>& line) : line_(line) {}
+
+  // Adds the next point. It stays the line's last until another one is straight behind it.
+  void Add(DevicePoint point) {
+    if (line_.size() < 2) return Start(point);
+    Direction to = From(line_[line_.size() - 2], point);
+    const double square = to.x * to.x + to.y * to.y;
+    if (square < reached_ || Cross(right_, to) < 0 || Cross(to, left_) < 0) return Start(point);
+    line_.back() = point;
+    reached_ = square;
+    Narrow(to);
+  }
+
+ private:
+  struct Direction {
+    double x, y;
+  };
+  static Direction From(DevicePoint a, DevicePoint b) { return {1.0 * b.x - a.x, 1.0 * b.y - a.y}; }
+  static double Cross(Direction a, Direction b) { return a.x * b.y - a.y * b.x; }
+
+  // A step from the last point, which stays.
+  void Start(DevicePoint point) {
+    line_.push_back(point);
+    if (line_.size() < 2) return;
+    const Direction to = From(line_[line_.size() - 2], point);
+    reached_ = to.x * to.x + to.y * to.y;
+    right_ = left_ = {};
+    Narrow(to);
+  }
+
+  void Narrow(Direction to) {
+    if (std::abs(to.x) <= 1 && std::abs(to.y) <= 1) return;  // as good as no way yet
+    Direction aside{0, to.x > 0 ? 1.0 : -1.0};               // a unit to the left
+    if (std::abs(to.y) > std::abs(to.x)) aside = {to.y > 0 ? -1.0 : 1.0, 0};
+    const Direction right{to.x - aside.x, to.y - aside.y}, left{to.x + aside.x, to.y + aside.y};
+    const bool first = right_.x == 0 && right_.y == 0;
+    if (first || Cross(right_, right) > 0) right_ = right;
+    if (first || Cross(left, left_) > 0) left_ = left;
+  }
+
+  std::vector<DevicePoint>& line_;
+  Direction right_{}, left_{};  // of the directions allowed, the outermost; none while all are
+  double reached_ = 0;          // the square of the last step's length
+};
+
 // The pattern on its way along a polyline.
 class PatternWalk {
  public:
-  PatternWalk(DrawingSurface& surface, std::vector<double> elements)
-      : surface_(surface), elements_(std::move(elements)), remainder_(elements_[0]) {
+  PatternWalk(DrawingSurface& surface, std::vector<double> elements, std::int32_t range)
+      : surface_(surface), range_(range), elements_(std::move(elements)), remainder_(elements_[0]) {
     for (const double element : elements_) period_ += element;
   }
 
@@ -93,14 +144,14 @@ class PatternWalk {
 
  private:
   // Where along the segment it comes into range and leaves it; both at its end where it never does.
-  static std::pair<double, double> PartInRange(DevicePoint from, DevicePoint to, double length) {
+  std::pair<double, double> PartInRange(DevicePoint from, DevicePoint to, double length) const {
     double enter = 0, leave = 1;  // in fractions of the length
     const auto confine = [&](double a, double b) {
       if (a == b) {
-        if (std::abs(a) > kOutOfRange) leave = -1;
+        if (std::abs(a) > range_) leave = -1;
         return;
       }
-      const double low = (-kOutOfRange - a) / (b - a), high = (kOutOfRange - a) / (b - a);
+      const double low = (-range_ - a) / (b - a), high = (range_ - a) / (b - a);
       enter = std::max(enter, std::min(low, high));
       leave = std::min(leave, std::max(low, high));
     };
@@ -111,6 +162,7 @@ class PatternWalk {
   }
 
   DrawingSurface& surface_;
+  double range_;
   std::vector<double> elements_;
   double period_ = 0;
   std::size_t index_ = 0;  // of the element that the walk is in; the even ones are strokes
@@ -123,26 +175,35 @@ bool DrawStyledPolyline(DrawingSurface& surface, std::span<const std::int32_t> x
                         int style, std::int32_t width, std::int32_t colour, std::int32_t penScale) {
   const auto point = [&](std::size_t i) { return DevicePoint{xs[i], ys[i]}; };
   const std::size_t count = std::min(xs.size(), ys.size());
+  penScale = std::max(penScale, 1);
+  const std::int32_t range = kOutOfRange * penScale;
   std::size_t first = 0;
-  while (first + 1 < count && !IsInRange(point(first))) ++first;
+  while (first + 1 < count && !IsInRange(point(first), range)) ++first;
   if (first + 1 >= count) return false;
 
-  penScale = std::max(penScale, 1);
   width = KnownWidth(width);
   style = KnownStyle(style);
+  std::vector<DevicePoint> line;
+  line.reserve(count - first);
+  Straightener straightener(line);
+  const bool straightens = surface.UnitsPerPixel() > 1;
+  for (std::size_t i = first; i < count; ++i) {
+    const DevicePoint next = point(i);
+    if (style == 0 && (!IsInRange(next, range) || (!line.empty() && next == line.back()))) continue;
+    if (straightens)
+      straightener.Add(next);
+    else
+      line.push_back(next);
+  }
+
   const SelectedObject pen(surface, surface.CreatePen(0, width * penScale, colour));
   if (style != 0) {
-    PatternWalk walk(surface, PatternElements(style, width, penScale));
-    for (std::size_t i = first + 1; i < count; ++i) walk.Segment(point(i - 1), point(i));
+    PatternWalk walk(surface, PatternElements(style, width, penScale), range);
+    for (std::size_t i = 1; i < line.size(); ++i) walk.Segment(line[i - 1], line[i]);
     return true;
   }
-  DevicePoint drawn = point(first);
-  surface.MoveToEx(drawn.x, drawn.y);
-  for (std::size_t i = first + 1; i < count; ++i) {
-    if (point(i) == drawn || !IsInRange(point(i))) continue;
-    drawn = point(i);
-    surface.LineTo(drawn.x, drawn.y);
-  }
+  surface.MoveToEx(line[0].x, line[0].y);
+  for (std::size_t i = 1; i < line.size(); ++i) surface.LineTo(line[i].x, line[i].y);
   return true;
 }
 

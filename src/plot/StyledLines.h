@@ -11,8 +11,9 @@ namespace quorvex {
 // 1 to 10; what lies outside takes the nearer of the two. `penScale` is the surface's units to one of width, at
 // least 1.
 
-// A coordinate from which on a point counts as out of range, in either direction: it is where the mapping of a series
-// puts what cannot be drawn, such as a negative value on a logarithmic axis.
+// A coordinate from which on a point counts as out of range, in either direction, at a penScale of 1: it is where the
+// mapping of a series puts what cannot be drawn, such as a negative value on a logarithmic axis. Finer units reach as
+// far as these do on a screen.
 inline constexpr std::int32_t kOutOfRange = 50000;
 
 // Draws a polyline through the points (xs[i], ys[i]). The first point in range starts the line; a solid line leaves out

@@ -47,10 +47,11 @@ class PlotViewTest : public testing::Test {
   PlotClass& Plot() { return window->Plot(); }
   QAction* Action(const char* name) { return window->findChild<QAction*>(name); }
 
+  double Units() { return View().devicePixelRatioF() * QtSurface::kUnitsPerPixel; }  // to one of the widget
   // Where values are on the widget.
   QPoint At(double x, double y) {
     const PlotPicture& shown = Plot().Shown();
-    return (QPointF(shown.Horizontal.ToDevice(x), shown.Vertical.ToDevice(y)) / View().devicePixelRatioF()).toPoint();
+    return (QPointF(shown.Horizontal.ToDevice(x), shown.Vertical.ToDevice(y)) / Units()).toPoint();
   }
   void Click(Qt::MouseButton button, QPoint at) { QTest::mouseClick(&View(), button, {}, at); }
   void Move(QPoint at, Qt::MouseButtons held = Qt::NoButton) {
@@ -152,8 +153,7 @@ TEST_F(PlotViewTest, ReadsPointerAndCurveAndGoesAlongItByArrows) {
 TEST_F(PlotViewTest, TakesTheLegendWhereItIsDropped) {
   const QImage before = Painted();
   const DeviceRect legend = Plot().Shown().Legend;
-  const double ratio = View().devicePixelRatioF();
-  const QPoint grab = QPointF((legend.left + 5) / ratio, (legend.top + 5) / ratio).toPoint();
+  const QPoint grab = (QPointF(legend.left, legend.top) / Units()).toPoint() + QPoint(5, 5);
   const QPoint step(legend.left > Plot().Shown().Frame.width() / 2 ? -200 : 200, 120);  // it stands in a quiet corner
   QTest::mousePress(&View(), Qt::LeftButton, {}, grab);
   Move(grab + step, Qt::LeftButton);
@@ -161,8 +161,8 @@ TEST_F(PlotViewTest, TakesTheLegendWhereItIsDropped) {
   EXPECT_EQ(Plot().Shown().Legend, legend);  // nothing is drawn yet
   QTest::mouseRelease(&View(), Qt::LeftButton, {}, grab + step);
   const DeviceRect moved = Plot().Shown().Legend;
-  EXPECT_NEAR(moved.left, legend.left + step.x() * ratio, 1);
-  EXPECT_NEAR(moved.top, legend.top + step.y() * ratio, 1);
+  EXPECT_NEAR(moved.left, legend.left + step.x() * Units(), 1);
+  EXPECT_NEAR(moved.top, legend.top + step.y() * Units(), 1);
   EXPECT_EQ(moved.width(), legend.width());
   EXPECT_EQ(changes, 1);
 }

@@ -10,9 +10,12 @@
 #include <QMenu>
 #include <QPainter>
 
-#include "plot/ui/QtSurface.h"
-
 namespace quorvex {
+namespace {
+
+constexpr double kTwips = 1440;  // to the inch
+
+}  // namespace
 
 PlotView::PlotView(PlotClass& plot, Prompter& prompter, const Settings& settings, QWidget* parent)
     : QWidget(parent),
@@ -64,10 +67,12 @@ PictureSize PlotView::Size() const {
   return {qRound(pixels.width()), qRound(pixels.height()), logicalDpiX() * devicePixelRatioF()};
 }
 
-QPointF PlotView::ToPicture(const QPointF& position) const { return position * devicePixelRatioF(); }
+QPointF PlotView::InUnits(const QPointF& position) const {
+  return position * devicePixelRatioF() * QtSurface::kUnitsPerPixel;
+}
 
-double PlotView::TwipsPerPixelX() const { return 1440 / (logicalDpiX() * devicePixelRatioF()); }
-double PlotView::TwipsPerPixelY() const { return 1440 / (logicalDpiY() * devicePixelRatioF()); }
+double PlotView::TwipsPerPixelX() const { return kTwips / InUnits(QPointF(logicalDpiX(), 0)).x(); }
+double PlotView::TwipsPerPixelY() const { return kTwips / InUnits(QPointF(0, logicalDpiY())).y(); }
 
 // While a legend is dragged the plot waits with its drawing, and so the picture stays.
 void PlotView::RefreshPicture() {
@@ -120,7 +125,8 @@ void PlotView::PaintOverlay(QPainter& painter) const {
 }
 
 void PlotView::ShowOverlay(PlotOverlay overlay, const DeviceRect& where) {
-  const QRect box(where.left, where.top, where.width(), where.height());
+  const auto pixel = [](std::int32_t units) { return qRound(1.0 * units / QtSurface::kUnitsPerPixel); };
+  const QRect box(pixel(where.left), pixel(where.top), pixel(where.width()), pixel(where.height()));
   const bool takenNow = overlay == PlotOverlay::kFloatingBox && (!overlay_ || overlay_->Kind != overlay);
   QImage lifted = takenNow ? picture_.copy(box) : overlay_ ? overlay_->Box : QImage();
   overlay_ = Overlay{overlay, box, std::move(lifted)};
@@ -157,17 +163,17 @@ void PlotView::HideFrame() { xy_frame->hide(); }
 
 void PlotView::mousePressEvent(QMouseEvent* event) {
   clickEndedMode_ = event->button() != Qt::LeftButton && modes_.Active();
-  const QPointF at = ToPicture(event->position());
+  const QPointF at = InUnits(event->position());
   modes_.MouseDown(static_cast<int>(event->button()), at.x(), at.y());
 }
 
 void PlotView::mouseMoveEvent(QMouseEvent* event) {
-  const QPointF at = ToPicture(event->position());
+  const QPointF at = InUnits(event->position());
   modes_.MouseMove(event->buttons().testFlag(Qt::LeftButton), at.x(), at.y());
 }
 
 void PlotView::mouseReleaseEvent(QMouseEvent* event) {
-  const QPointF at = ToPicture(event->position());
+  const QPointF at = InUnits(event->position());
   modes_.MouseUp(static_cast<int>(event->button()), at.x(), at.y());
 }
 

@@ -7,6 +7,7 @@
 #include "plot/PlotHost.h"
 #include "plot/PlotModes.h"
 #include "plot/ui/PlotOutput.h"
+#include "plot/ui/QtSurface.h"
 
 class QFrame;
 class QLabel;
@@ -53,8 +54,8 @@ class PlotView : public QWidget, private PlotHost {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  std::int32_t ScaleWidth() const override { return picture_.width(); }
-  std::int32_t ScaleHeight() const override { return picture_.height(); }
+  std::int32_t ScaleWidth() const override { return picture_.width() * QtSurface::kUnitsPerPixel; }
+  std::int32_t ScaleHeight() const override { return picture_.height() * QtSurface::kUnitsPerPixel; }
   double TwipsPerPixelX() const override;
   double TwipsPerPixelY() const override;
   void EnableMenu() override { emit MenuEnabled(true); }
@@ -69,7 +70,7 @@ class PlotView : public QWidget, private PlotHost {
   void RefreshPicture() override;
 
   PictureSize Size() const;
-  QPointF ToPicture(const QPointF& position) const;
+  QPointF InUnits(const QPointF& position) const;  // of the picture
   void AddAction(const QString& name, const QString& text, void (PlotView::*verb)());
   void PaintOverlay(QPainter& painter) const;
 
@@ -81,8 +82,8 @@ class PlotView : public QWidget, private PlotHost {
 
   struct Overlay {
     PlotOverlay Kind;
-    QRect Where;
-    QImage Box;  // a legend or footnote on its way
+    QRect Where;  // in pixels
+    QImage Box;   // a legend or footnote on its way
   };
   std::optional<Overlay> overlay_;
   bool clickEndedMode_ = false;  // so it opens no menu

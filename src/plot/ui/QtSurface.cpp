@@ -4,24 +4,22 @@
 #include <QPaintEngine>
 #include <QPainterPath>
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
-#include <tuple>
 
 #include "core/NumberText.h"
 
 namespace quorvex {
 namespace {
 
+constexpr double kMiddle = 0.5;  // of a pixel
 constexpr double kMillimetresPerInch = 25.4, kTwipsPerInch = 1440;
 
 QColor ToColor(std::int32_t colour) { return {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF}; }
 
 QBrush ToBrush(const SurfaceBrush& brush) {
   return brush.Colour ? QBrush(ToColor(*brush.Colour)) : QBrush(Qt::NoBrush);
-}
-
-QRectF ToRectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
-  return {QPointF(left, top), QPointF(right, bottom)};
 }
 
 QPolygonF ToPolygon(std::span<const DevicePoint> points) {
@@ -33,16 +31,37 @@ QPolygonF ToPolygon(std::span<const DevicePoint> points) {
 
 QString ToText(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
-// Of several points in a row that share x, all but the first, the lowest, the highest and the last; the same with y.
-// The line covers the very same places, in a fraction of the time where a curve has more points than the device pixels.
+// The column or row of pixels that a coordinate lies in.
+std::int32_t PixelOf(std::int32_t at, std::int32_t units) {
+  static_assert(std::has_single_bit(static_cast<unsigned>(QtSurface::kUnitsPerPixel)));
+  return (at + units / 2) >> std::countr_zero(static_cast<unsigned>(units));
+}
+
+// Of the points that follow each other in one column of pixels the first, the lowest, the highest and the last, where
+// the line goes up and down there; the same in a row. It covers the very same places, in a fraction of the time where a
+// curve has more points than the device pixels.
 std::vector<DevicePoint> WithoutRetraced(std::span<const DevicePoint> line, std::int32_t DevicePoint::*same,
-                                         std::int32_t DevicePoint::*other) {
+                                         std::int32_t DevicePoint::*other, std::int32_t units) {
   std::vector<DevicePoint> kept;
   for (std::size_t first = 0, end = 0; first < line.size(); first = end) {
+    const std::int32_t pixel = PixelOf(line[first].*same, units);
     std::size_t low = first, high = first;
-    for (end = first; end < line.size() && line[end].*same == line[first].*same; ++end) {
+    bool exact = true;
+    int turns = 0, before = 0;
+    for (end = first; end < line.size() && PixelOf(line[end].*same, units) == pixel; ++end) {
       if (line[end].*other < line[low].*other) low = end;
       if (line[end].*other > line[high].*other) high = end;
+      exact = exact && line[end].*same == line[first].*same;
+      const std::int32_t step = end == first ? 0 : line[end].*other - line[end - 1].*other;
+      if (step == 0) continue;
+      const int now = step > 0 ? 1 : -1;
+      turns += now == -before;
+      before = now;
+    }
+    if (!exact && turns < 2) {  // its own shape, not yet a stroke
+      kept.insert(kept.end(), line.begin() + static_cast<std::ptrdiff_t>(first),
+                  line.begin() + static_cast<std::ptrdiff_t>(end));
+      continue;
     }
     for (const std::size_t i : {first, std::min(low, high), std::max(low, high), end - 1})
       if (kept.empty() || kept.back() != line[i]) kept.push_back(line[i]);
@@ -50,74 +69,109 @@ std::vector<DevicePoint> WithoutRetraced(std::span<const DevicePoint> line, std:
   return kept;
 }
 
-// Joins lines that run along one pixel column or row and follow each other there, as the dashes of a noisy curve do by
-// the thousand: one line for each stretch that they cover together.
+// Joins lines that run along one column or row of pixels and follow each other there, as the dashes of a noisy curve do
+// by the thousand: one line for each stretch that they cover together, where they cover it again and again. Those that
+// share the coordinate itself are always joined.
 class StraightLines {
  public:
-  explicit StraightLines(std::vector<std::vector<DevicePoint>>& lines) : lines_(lines) {}
+  StraightLines(QtSurface::Lines& lines, std::int32_t units) : lines_(lines), units_(units) {}
 
-  // Takes a line that is straight so, and leaves any other. One that leads nowhere makes no dot.
+  // Takes a line that lies so, and leaves any other. One that leads nowhere makes no dot.
   bool Take(std::span<const DevicePoint> line) {
     const auto shares = [&](std::int32_t DevicePoint::*coordinate) {
+      const std::int32_t pixel = PixelOf(line[0].*coordinate, units_);
       return std::all_of(line.begin(), line.end(),
-                         [&](const DevicePoint& point) { return point.*coordinate == line[0].*coordinate; });
+                         [&](const DevicePoint& point) { return PixelOf(point.*coordinate, units_) == pixel; });
     };
     const bool column = shares(&DevicePoint::x);
     if (!column && !shares(&DevicePoint::y)) return false;
-    const std::int32_t at = column ? line[0].x : line[0].y;
-    if (column != column_ || at != at_) Finish();
+    const auto across = column ? &DevicePoint::x : &DevicePoint::y;
+    const std::int32_t pixel = PixelOf(line[0].*across, units_);
+    if (column != column_ || pixel != pixel_) Finish();
     column_ = column;
-    at_ = at;
-    const auto along = column ? &DevicePoint::y : &DevicePoint::x;
-    const auto [low, high] = std::minmax_element(
-        line.begin(), line.end(), [&](const DevicePoint& a, const DevicePoint& b) { return a.*along < b.*along; });
-    if ((*low).*along < (*high).*along) stretches_.push_back({(*low).*along, (*high).*along});
+    pixel_ = pixel;
+    held_.push_back(line);
     return true;
   }
 
   void Finish() {
-    std::sort(stretches_.begin(), stretches_.end());
-    for (std::size_t i = 0; i < stretches_.size();) {
-      auto [low, high] = stretches_[i];
-      while (++i < stretches_.size() && stretches_[i].first <= high) high = std::max(high, stretches_[i].second);
-      lines_.push_back(column_ ? std::vector<DevicePoint>{{at_, low}, {at_, high}}
-                               : std::vector<DevicePoint>{{low, at_}, {high, at_}});
-    }
+    if (held_.empty()) return;
+    const auto across = column_ ? &DevicePoint::x : &DevicePoint::y,
+               along = column_ ? &DevicePoint::y : &DevicePoint::x;
+    const std::int32_t at = held_[0][0].*across;
+    bool exact = true;
+    double length = 0, covered = 0;
     stretches_.clear();
+    for (const std::span<const DevicePoint> line : held_) {
+      std::int32_t low = line[0].*along, high = low;
+      for (const DevicePoint& point : line) {
+        low = std::min(low, point.*along);
+        high = std::max(high, point.*along);
+        exact = exact && point.*across == at;
+      }
+      if (low < high) stretches_.push_back({low, high});
+      length += 1.0 * high - low;
+    }
+    std::sort(stretches_.begin(), stretches_.end());
+    std::size_t joined = 0;  // how many of them, at the front
+    for (const auto& stretch : stretches_) {
+      if (joined > 0 && stretch.first <= stretches_[joined - 1].second)
+        stretches_[joined - 1].second = std::max(stretches_[joined - 1].second, stretch.second);
+      else
+        stretches_[joined++] = stretch;
+    }
+    stretches_.resize(joined);
+    for (const auto& [low, high] : stretches_) covered += 1.0 * high - low;
+    if (exact || length > 2 * covered) {
+      const std::int32_t where = exact ? at : pixel_ * units_;
+      for (const auto& [low, high] : stretches_)
+        lines_.Steps.push_back(column_ ? std::array{DevicePoint{where, low}, DevicePoint{where, high}}
+                                       : std::array{DevicePoint{low, where}, DevicePoint{high, where}});
+    } else {
+      for (const std::span<const DevicePoint> line : held_) lines_.Take(line);
+    }
+    held_.clear();
   }
 
  private:
-  std::vector<std::vector<DevicePoint>>& lines_;
-  std::vector<std::pair<std::int32_t, std::int32_t>> stretches_;  // from and to, all in one column or row:
+  QtSurface::Lines& lines_;
+  std::int32_t units_;
+  std::vector<std::span<const DevicePoint>> held_;  // all in one column or row of pixels:
   bool column_ = false;
-  std::int32_t at_ = 0;
+  std::int32_t pixel_ = 0;
+  std::vector<std::pair<std::int32_t, std::int32_t>> stretches_;  // from and to
 };
 
-// What of a line comes into a rectangle. The painter's own arithmetic does not reach the places far outside where
-// curves may lead.
-QList<QPolygonF> PartsInSight(std::span<const DevicePoint> line, const QRectF& sight) {
+// What of a step comes into a rectangle, in fractions of the step; nothing where the first is above the second. The
+// painter's own arithmetic does not reach the places far outside where curves may lead.
+std::pair<double, double> PartInSight(const QLineF& step, const QRectF& sight) {
+  double enter = 0, leave = 1;
+  const auto confine = [&](double start, double length, double low, double high) {
+    if (length == 0) {
+      if (start < low || start > high) leave = -1;
+      return;
+    }
+    const double a = (low - start) / length, b = (high - start) / length;
+    enter = std::max(enter, std::min(a, b));
+    leave = std::min(leave, std::max(a, b));
+  };
+  confine(step.x1(), step.dx(), sight.left(), sight.right());
+  confine(step.y1(), step.dy(), sight.top(), sight.bottom());
+  return {enter, leave};
+}
+
+QList<QPolygonF> PartsInSight(const QPolygonF& line, const QRectF& sight) {
   QList<QPolygonF> parts;
   bool open = false;  // the last part goes on
-  for (std::size_t i = 1; i < line.size(); ++i) {
-    const QPointF from(line[i - 1].x, line[i - 1].y), step = QPointF(line[i].x, line[i].y) - from;
-    double enter = 0, leave = 1;  // in fractions of the step
-    const auto confine = [&](double start, double length, double low, double high) {
-      if (length == 0) {
-        if (start < low || start > high) leave = -1;
-        return;
-      }
-      const double a = (low - start) / length, b = (high - start) / length;
-      enter = std::max(enter, std::min(a, b));
-      leave = std::min(leave, std::max(a, b));
-    };
-    confine(from.x(), step.x(), sight.left(), sight.right());
-    confine(from.y(), step.y(), sight.top(), sight.bottom());
+  for (qsizetype i = 1; i < line.size(); ++i) {
+    const QLineF step(line[i - 1], line[i]);
+    const auto [enter, leave] = PartInSight(step, sight);
     if (enter > leave) {
       open = false;
       continue;
     }
-    if (!open || enter > 0) parts.append(QPolygonF{from + enter * step});
-    parts.back().append(from + leave * step);
+    if (!open || enter > 0) parts.append(QPolygonF{step.pointAt(enter)});
+    parts.back().append(step.pointAt(leave));
     open = leave == 1;
   }
   return parts;
@@ -125,9 +179,13 @@ QList<QPolygonF> PartsInSight(std::span<const DevicePoint> line, const QRectF& s
 
 }  // namespace
 
-QtSurface::QtSurface(QPaintDevice& device, Device kind) : device_(device), kind_(kind) {
-  windowExtent_ = viewportExtent_ = {device.width(), device.height()};
-}
+QtSurface::QtSurface(QPaintDevice& device, Device kind)
+    : device_(device),
+      kind_(kind),
+      units_(device.paintEngine()->type() == QPaintEngine::Raster ? kUnitsPerPixel : 1),
+      windowExtent_{ScaleWidth(), ScaleHeight()},
+      viewportExtent_(windowExtent_),
+      scale_(1.0 / units_, 1.0 / units_) {}
 
 QtSurface::~QtSurface() { Flush(); }
 
@@ -149,18 +207,18 @@ std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
       return RoundToInt32(device_.height() * kMillimetresPerInch / device_.logicalDpiY());
     case DeviceCap::HORZRES:
     case DeviceCap::PHYSICALWIDTH:
-      return device_.width();
+      return ScaleWidth();
     case DeviceCap::VERTRES:
     case DeviceCap::PHYSICALHEIGHT:
-      return device_.height();
+      return ScaleHeight();
     case DeviceCap::LOGPIXELSY:
-      return device_.logicalDpiY();
+      return device_.logicalDpiY() * units_;
   }
   return 0;
 }
 
-double QtSurface::TwipsPerPixelX() const { return kTwipsPerInch / device_.logicalDpiX(); }
-double QtSurface::TwipsPerPixelY() const { return kTwipsPerInch / device_.logicalDpiY(); }
+double QtSurface::TwipsPerPixelX() const { return kTwipsPerInch / (device_.logicalDpiX() * units_); }
+double QtSurface::TwipsPerPixelY() const { return kTwipsPerInch / (device_.logicalDpiY() * units_); }
 
 SurfaceHandle QtSurface::CreatePen(int, std::int32_t width, std::int32_t colour) {
   return objects_.Add(SurfacePen{width, colour});
@@ -186,19 +244,36 @@ void QtSurface::LineTo(std::int32_t x, std::int32_t y) {
   points_.push_back(position_);
 }
 
+// Whether every line gathered is straight along or down, as ticks and error bars are, or goes so from corner to corner,
+// as a frame does. A curve that is all but level has steps of a unit and is none of these.
+bool QtSurface::RunsAlongOrDown() const {
+  for (std::size_t i = 0; i < starts_.size(); ++i) {
+    const std::size_t end = i + 1 < starts_.size() ? starts_[i + 1] : points_.size();
+    bool column = true, row = true, corners = true;
+    for (std::size_t p = starts_[i] + 1; p < end; ++p) {
+      const std::int32_t dx = std::abs(points_[p].x - points_[p - 1].x), dy = std::abs(points_[p].y - points_[p - 1].y);
+      column = column && dx == 0;
+      row = row && dy == 0;
+      corners = corners && (dx == 0 || dy == 0) && dx + dy >= units_;
+      if (!column && !row && !corners) return false;
+    }
+  }
+  return true;
+}
+
 // The lines gathered, as they are painted: none longer than it need be to cover its places.
-std::vector<QtSurface::Line> QtSurface::TakeLines() {
-  std::vector<Line> lines;
-  StraightLines straight(lines);
+QtSurface::Lines QtSurface::TakeLines() {
+  Lines lines;
+  StraightLines straight(lines, units_);
   for (std::size_t i = 0; i < starts_.size(); ++i) {
     const std::size_t end = i + 1 < starts_.size() ? starts_[i + 1] : points_.size();
     const std::span<const DevicePoint> line = std::span(points_).subspan(starts_[i], end - starts_[i]);
     if (straight.Take(line)) continue;
     if (line.size() == 2)
-      lines.push_back({line[0], line[1]});
+      lines.Take(line);
     else
-      lines.push_back(
-          WithoutRetraced(WithoutRetraced(line, &DevicePoint::x, &DevicePoint::y), &DevicePoint::y, &DevicePoint::x));
+      lines.Take(WithoutRetraced(WithoutRetraced(line, &DevicePoint::x, &DevicePoint::y, units_), &DevicePoint::y,
+                                 &DevicePoint::x, units_));
   }
   straight.Finish();
   points_.clear();
@@ -208,40 +283,51 @@ std::vector<QtSurface::Line> QtSurface::TakeLines() {
 
 void QtSurface::Flush() {
   if (points_.empty()) return;
-  const std::vector<Line> lines = TakeLines();
+  const bool onPixels = RunsAlongOrDown();
+  if (onPixels)
+    for (DevicePoint& point : points_) point = {OnPixel(point.x), OnPixel(point.y)};
+  const Lines gathered = TakeLines();
   double length = 0;
-  for (const Line& line : lines) {
-    for (std::size_t i = 1; i < line.size(); ++i)
-      length += std::abs(1.0 * line[i].x - line[i - 1].x) + std::abs(1.0 * line[i].y - line[i - 1].y);
+  QList<QLineF> steps;
+  for (const auto& [from, to] : gathered.Steps) {
+    steps.append({InPixels(from), InPixels(to)});
+    length += std::abs(steps.back().dx()) + std::abs(steps.back().dy());
+  }
+  QList<QPolygonF> longer;
+  for (const std::vector<DevicePoint>& line : gathered.Longer) {
+    QPolygonF& painted = longer.emplaceBack();
+    painted.reserve(static_cast<qsizetype>(line.size()));
+    for (const DevicePoint& point : line) painted.append(InPixels(point));
+    for (qsizetype i = 1; i < painted.size(); ++i) length += (painted[i] - painted[i - 1]).manhattanLength();
   }
   // So much ink on so few pixels leaves no edges to be smoothed, and round ends cannot be told from flat ones.
   constexpr double kDense = 500'000;
+  const int width = PenWidth();
   QPen pen = Pen();
   if (IsRaster() && length > kDense) {
     pen.setCapStyle(Qt::FlatCap);
-    Painter().setRenderHint(QPainter::Antialiasing, objects_.Pen().Width <= 1);
+    Painter().setRenderHint(QPainter::Antialiasing, width <= 1);
   }
   Painter().setPen(pen);
   Painter().setBrush(Qt::NoBrush);
-  Painter().setTransform(Shifted());
+  Painter().setTransform(onPixels ? Shifted() : QTransform::fromTranslate(kMiddle, kMiddle));
 
-  const double width = objects_.Pen().Width;
-  const QRectF sight = map_.inverted()
-                           .mapRect(QRectF(0, 0, device_.width(), device_.height()))
-                           .adjusted(-width, -width, width, width)
-                           .toAlignedRect();
-  QList<QLineF> single;
-  for (const Line& line : lines)
+  const QRectF sight = QRectF(0, 0, device_.width(), device_.height()).adjusted(-width, -width, width, width);
+  for (QLineF& step : steps)
+    if (const auto [enter, leave] = PartInSight(step, sight); enter <= leave)
+      step = {step.pointAt(enter), step.pointAt(leave)};
+    else
+      step = {};
+  steps.removeIf([](const QLineF& step) { return step.isNull(); });
+  for (const QPolygonF& line : longer)
     for (const QPolygonF& part : PartsInSight(line, sight))
       if (part.size() == 2)
-        single.append({part[0], part[1]});
+        steps.append({part[0], part[1]});
       else
         PaintLine(part);
-  Painter().drawLines(single);
+  Painter().drawLines(steps);
   Painter().setRenderHint(QPainter::Antialiasing);
 }
-
-bool QtSurface::IsRaster() const { return device_.paintEngine()->type() == QPaintEngine::Raster; }
 
 void QtSurface::PaintLine(const QPolygonF& line) {
   QPen pen = Painter().pen();
@@ -279,44 +365,51 @@ void QtSurface::PaintLine(const QPolygonF& line) {
   if (straight) Painter().setPen(pen);
 }
 
-// A place is the middle of its pixel, but lines of an even width have their middle between two.
+int QtSurface::PenWidth() const { return std::max(qRound(1.0 * objects_.Pen().Width / units_), 1); }
+
+// A place is the middle of its pixel, but crisp lines of an even width have their middle between two.
 QTransform QtSurface::Shifted() const {
-  const double half = objects_.Pen().Width % 2 == 0 ? 0 : 0.5;
-  return map_ * QTransform::fromTranslate(half, half);
+  const double half = PenWidth() % 2 == 0 ? 0 : kMiddle;
+  return QTransform::fromTranslate(half, half);
 }
 
 QPen QtSurface::Pen() const {
-  const int width = std::max(objects_.Pen().Width, 1);
+  const int width = PenWidth();
   // The thinnest lines end where they are told to, so that their patterns keep their gaps.
-  const Qt::PenCapStyle cap = width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
+  const Qt::PenCapStyle cap = objects_.Pen().Width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
   // A round corner of two pixels looks like any other, but takes its time.
   const Qt::PenJoinStyle join = IsRaster() && width <= 2 ? Qt::BevelJoin : Qt::RoundJoin;
   return {ToColor(objects_.Pen().Colour), 1.0 * width, Qt::SolidLine, cap, join};
 }
 
 void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
-  PaintShape({Shape::kRectangle, {{left, top}, {right, bottom}}, true, objects_.Brush()});
+  PaintShape(Shape::kRectangle, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, true, objects_.Brush());
 }
 
 void QtSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
-  PaintShape({Shape::kEllipse, {{left, top}, {right, bottom}}, true, objects_.Brush()});
+  PaintShape(Shape::kEllipse, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, true, objects_.Brush());
 }
 
 void QtSurface::Polygon(std::span<const DevicePoint> points) {
-  PaintShape({Shape::kPolygon, {points.begin(), points.end()}, true, objects_.Brush()});
+  PaintShape(Shape::kPolygon, points, true, objects_.Brush());
 }
 
-void QtSurface::PaintShape(Shape shape) {
+void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, bool outlined,
+                           const SurfaceBrush& fill) {
   Flush();
-  if (shape.Points.empty()) return;
-  const DevicePoint at = shape.Points[0];
-  for (DevicePoint& point : shape.Points) point = {point.x - at.x, point.y - at.y};
+  if (points.empty()) return;
+  Shape shape{kind, {}, outlined, fill};
+  const QPoint at = OnPixels(points[0]);
+  for (const DevicePoint& point : points) {
+    const QPoint from = OnPixels(point) - at;
+    shape.Points.push_back({from.x(), from.y()});
+  }
   if (const Stamp* stamp = StampOf(shape)) {
     Painter().setTransform({});
-    Painter().drawImage(at.x + stamp->Corner.x(), at.y + stamp->Corner.y(), stamp->Picture);
+    Painter().drawImage(at + stamp->Corner, stamp->Picture);
     return;
   }
-  Painter().setTransform(QTransform::fromTranslate(at.x, at.y) * Shifted());
+  Painter().setTransform(QTransform::fromTranslate(at.x(), at.y()) * Shifted());
   PaintAtOrigin(Painter(), shape);
 }
 
@@ -338,9 +431,9 @@ void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
 const QtSurface::Stamp* QtSurface::StampOf(const Shape& shape) {
   constexpr std::size_t kMostStamps = 8;
   constexpr int kLargest = 64;
-  const int rim = objects_.Pen().Width + 2;  // outline and smoothing reach beyond the shape
+  const int rim = PenWidth() + 2;  // outline and smoothing reach beyond the shape
   const QRect bounds = ToPolygon(shape.Points).boundingRect().toAlignedRect().adjusted(-rim, -rim, rim, rim);
-  if (!IsRaster() || !map_.isIdentity() || bounds.width() > kLargest || bounds.height() > kLargest) return nullptr;
+  if (!IsRaster() || bounds.width() > kLargest || bounds.height() > kLargest) return nullptr;
   const auto known = std::find_if(stamps_.begin(), stamps_.end(), [&](const Stamp& s) { return s.Of == shape; });
   if (known == stamps_.end()) {
     if (stamps_.size() == kMostStamps) stamps_.clear();
@@ -368,7 +461,7 @@ SurfaceHandle QtSurface::CreateRectRgn(std::int32_t left, std::int32_t top, std:
 
 void QtSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {
   const SurfaceRegion& area = objects_.Region(region);
-  PaintShape({area.Rectangular ? Shape::kRectangle : Shape::kPolygon, area.Corners, false, objects_.Brush(brush)});
+  PaintShape(area.Rectangular ? Shape::kRectangle : Shape::kPolygon, area.Corners, false, objects_.Brush(brush));
 }
 
 void QtSurface::SelectClipRgn(SurfaceHandle region) {
@@ -377,17 +470,18 @@ void QtSurface::SelectClipRgn(SurfaceHandle region) {
     Painter().setClipping(false);
     return;
   }
-  Painter().setTransform(map_);
+  Painter().setTransform({});
   const SurfaceRegion& shape = objects_.Region(region);
   if (!shape.Rectangular) {
     QPainterPath path;
-    path.addPolygon(ToPolygon(shape.Corners));
+    QPolygonF corners;
+    for (const DevicePoint& corner : shape.Corners) corners.append(InPixels(corner));
+    path.addPolygon(corners);
     Painter().setClipPath(path);
     return;
   }
   // Pixels through which the edges run are within.
-  const auto& [upperLeft, lowerRight] = std::tie(shape.Corners[0], shape.Corners[1]);
-  Painter().setClipRect(ToRectangle(upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y).adjusted(0, 0, 1, 1));
+  Painter().setClipRect(QRectF(OnPixels(shape.Corners[0]), OnPixels(shape.Corners[1]) + QPoint(1, 1)));
 }
 
 void QtSurface::SetBkMode(int mode) {
@@ -400,7 +494,7 @@ const QFont& QtSurface::Font() {
   if (fontIsCurrent_) return font_;
   const LogicalFont& logical = objects_.Font();
   font_ = QFont(ToText(logical.FaceName));
-  font_.setPixelSize(std::max(std::abs(logical.Height), 1));
+  font_.setPixelSize(std::max(qRound(1.0 * std::abs(logical.Height) / units_), 1));
   font_.setWeight(static_cast<QFont::Weight>(logical.Weight));
   font_.setItalic(logical.Italic);
   font_.setUnderline(logical.Underline);
@@ -412,10 +506,11 @@ const QFont& QtSurface::Font() {
 void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) {
   Flush();
   const QFont& font = Font();
+  const QPoint at = OnPixels({x, y});
   QTransform turned;
-  turned.translate(x, y);
+  turned.translate(at.x(), at.y());
   turned.rotate(-objects_.Font().Escapement / 10.0);
-  Painter().setTransform(turned * map_);
+  Painter().setTransform(turned);
   Painter().setFont(font);
   Painter().setPen(ToColor(textColour_));
   Painter().drawText(QPointF(0, QFontMetrics(font, &device_).ascent()), ToText(text));
@@ -423,7 +518,7 @@ void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) 
 
 DeviceExtent QtSurface::GetTextExtentPoint32A(std::string_view text) {
   const QFontMetrics metrics(Font(), &device_);
-  return {metrics.horizontalAdvance(ToText(text)), metrics.height()};
+  return {metrics.horizontalAdvance(ToText(text)) * units_, metrics.height() * units_};
 }
 
 void QtSurface::SetMapMode(int mode) {
@@ -454,13 +549,14 @@ void QtSurface::SetViewportExtEx(std::int32_t cx, std::int32_t cy) {
 void QtSurface::ApplyMap() {
   Flush();
   constexpr int kAnisotropic = 8;
-  map_ = {};
+  scale_ = QPointF(1, 1) / units_;
+  origin_ = {};
   if (windowExtent_.cx == 0 || windowExtent_.cy == 0) return;
-  map_.translate(viewportOrigin_.x, viewportOrigin_.y);
   if (mapMode_ == kAnisotropic)
-    map_.scale(viewportExtent_.cx / static_cast<double>(windowExtent_.cx),
-               viewportExtent_.cy / static_cast<double>(windowExtent_.cy));
-  map_.translate(-windowOrigin_.x, -windowOrigin_.y);
+    scale_ =
+        QPointF(scale_.x() * viewportExtent_.cx / windowExtent_.cx, scale_.y() * viewportExtent_.cy / windowExtent_.cy);
+  origin_ = QPointF(viewportOrigin_.x, viewportOrigin_.y) / units_ -
+            QPointF(windowOrigin_.x * scale_.x(), windowOrigin_.y * scale_.y());
 }
 
 }  // namespace quorvex

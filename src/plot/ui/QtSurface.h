@@ -4,21 +4,25 @@
 #include <QImage>
 #include <QPainter>
 #include <QPolygonF>
+#include <array>
+#include <span>
 #include <vector>
 
 #include "plot/SurfaceObjects.h"
 
 namespace quorvex {
 
-// Draws with Qt: on an image, whose pixels are the device units whatever scale it is shown at, or on the pages of a
-// printer or PDF file. What is drawn is complete when the surface goes.
+// Draws with Qt: on an image, whatever scale it is shown at, or on the pages of a printer or PDF file. What is drawn is
+// complete when the surface goes. A pixel of an image has kUnitsPerPixel units each way, so that a straight curve is
+// straight.
 //
-// Edges are smoothed, but what runs straight along or down lies on whole pixels and stays crisp. MoveToEx and LineTo
-// gather lines, which are painted together at the next call of another kind: a curve of many thousand points, on
-// screen, is a matter of milliseconds.
+// Edges are smoothed, but lines that all run along or down, shapes, letters and clips lie on whole pixels and stay
+// crisp. MoveToEx and LineTo gather lines, which are painted together at the next call of another kind: a curve of many
+// thousand points, on screen, is a matter of milliseconds.
 class QtSurface : public DrawingSurface {
  public:
   enum class Device { kPicture, kPrinter };
+  static constexpr std::int32_t kUnitsPerPixel = 8;
 
   // The device must outlive the surface. Its resolution tells the size of fonts and margins. A printer must print on
   // the full page, since plots keep the margins themselves.
@@ -31,8 +35,9 @@ class QtSurface : public DrawingSurface {
   bool IsPrinter() const override { return kind_ == Device::kPrinter; }
   double TwipsPerPixelX() const override;
   double TwipsPerPixelY() const override;
-  std::int32_t ScaleWidth() const override { return device_.width(); }
-  std::int32_t ScaleHeight() const override { return device_.height(); }
+  std::int32_t ScaleWidth() const override { return device_.width() * units_; }
+  std::int32_t ScaleHeight() const override { return device_.height() * units_; }
+  std::int32_t UnitsPerPixel() const override { return units_; }
 
   SurfaceHandle CreatePen(int style, std::int32_t width, std::int32_t colour) override;
   SurfaceHandle CreateSolidBrush(std::int32_t colour) override;
@@ -64,12 +69,23 @@ class QtSurface : public DrawingSurface {
   void SetViewportExtEx(std::int32_t cx, std::int32_t cy) override;
   DeviceExtent GetWindowExtEx() const override { return windowExtent_; }
 
- private:
-  using Line = std::vector<DevicePoint>;
+  // Lines as they are painted: those of a single step, and the longer ones.
+  struct Lines {
+    std::vector<std::array<DevicePoint, 2>> Steps;
+    std::vector<std::vector<DevicePoint>> Longer;
 
+    void Take(std::span<const DevicePoint> line) {
+      if (line.size() == 2)
+        Steps.push_back({line[0], line[1]});
+      else
+        Longer.emplace_back(line.begin(), line.end());
+    }
+  };
+
+ private:
   struct Shape {
-    enum { kRectangle, kEllipse, kPolygon } Kind;
-    std::vector<DevicePoint> Points;  // of the first two kinds: opposite corners
+    enum Shapes { kRectangle, kEllipse, kPolygon } Kind;
+    std::vector<DevicePoint> Points;  // in pixels; of the first two kinds: opposite corners
     bool Outlined;                    // with the pen
     SurfaceBrush Fill;
     bool operator==(const Shape&) const = default;
@@ -83,18 +99,25 @@ class QtSurface : public DrawingSurface {
   QPainter& Painter();  // begins to paint
   QPen Pen() const;
   const QFont& Font();
-  bool IsRaster() const;  // pixels, not paths
+  bool IsRaster() const { return units_ > 1; }  // pixels, not paths
   void ApplyMap();
-  void Flush();  // paints the lines gathered
-  std::vector<Line> TakeLines();
+  QPointF InPixels(DevicePoint point) const {
+    return {point.x * scale_.x() + origin_.x(), point.y * scale_.y() + origin_.y()};
+  }
+  QPoint OnPixels(DevicePoint point) const { return InPixels(point).toPoint(); }
+  int PenWidth() const;        // in pixels
+  QTransform Shifted() const;  // onto whole pixels, as the pen's width asks
+  void Flush();                // paints the lines gathered
+  bool RunsAlongOrDown() const;
+  Lines TakeLines();
   void PaintLine(const QPolygonF& line);  // of more than two points
-  QTransform Shifted() const;             // the map, onto whole pixels, as the pen's width asks
-  void PaintShape(Shape shape);
+  void PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, bool outlined, const SurfaceBrush& fill);
   void PaintAtOrigin(QPainter& painter, const Shape& shape) const;
   const Stamp* StampOf(const Shape& shape);
 
   QPaintDevice& device_;
   Device kind_;
+  std::int32_t units_;  // to a pixel
   QPainter painter_;
   SurfaceObjects objects_;
   std::int32_t textColour_ = 0;
@@ -110,7 +133,7 @@ class QtSurface : public DrawingSurface {
   int mapMode_ = 1;
   DevicePoint windowOrigin_, viewportOrigin_;
   DeviceExtent windowExtent_, viewportExtent_;
-  QTransform map_;
+  QPointF scale_, origin_;  // of the map to pixels
 };
 
 }  // namespace quorvex
