@@ -74,6 +74,7 @@ bool ModelClass::FitNonlinear(const SolveData& data, const Settings& settings, s
     }
     if (SpecifyICComplete) {
       Line(LogString, "Using current initial estimates");
+      TakeInput(data);
     } else {
       Line(LogString, "Obtaining initial estimates");
       Line(LogString, SetIC(data) ? "Initial estimates successful" : "Initial estimates failed, using defaults");

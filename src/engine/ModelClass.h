@@ -274,7 +274,7 @@ class ModelClass : public SeriesStyle {
   bool CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
   bool ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer);
 
-  void ComputeInputStats(const SolveData& data);
+  void TakeInput(const SolveData& data);
   bool Linearize(const SolveData& data, std::vector<double>& a);
   void TakeEstimates(const std::vector<double>& a);
   void TakeDefaults();

@@ -17,26 +17,34 @@ struct Moments {
 };
 
 // Mean and sample standard deviation, in two passes about the mean; the second sum takes off what rounding left in it.
-Moments MomentsOf(const std::vector<double>& values) {
+// The values are brought near 1 by a power of two: that changes no digit, and keeps sums and squares of very large and
+// very small ones within range.
+Moments MomentsOf(const std::vector<double>& values, double least, double greatest) {
+  int exponent = 0;
+  std::frexp(std::max(std::abs(least), std::abs(greatest)), &exponent);
+  const double unit = std::ldexp(1.0, std::clamp(exponent, -1000, 1000));
   const double n = static_cast<double>(values.size());
   double sum = 0;
-  for (const double v : values) sum += v;
-  const double mean = sum / n;
+  for (const double v : values) sum += v / unit;
+  const double scaledMean = sum / n;
   double squares = 0, rest = 0;
   for (const double v : values) {
-    const double d = v - mean;
+    const double d = v / unit - scaledMean;
     squares += d * d;
     rest += d;
   }
-  const double std = std::sqrt((squares - rest * rest / n) / (n - 1));
+  const double mean = scaledMean * unit, std = std::sqrt((squares - rest * rest / n) / (n - 1)) * unit;
   if (!std::isfinite(mean) || !std::isfinite(std)) throw NumericFault();
   return {mean, std};
 }
 
 }  // namespace
 
-// The extremes are the first of equal ones.
-void ModelClass::ComputeInputStats(const SolveData& data) {
+// The input that tables, plots and the words of a model go by. It belongs to every fit, whoever gave its start. The
+// extremes are the first of equal ones. What has no value is 0, and nothing of earlier data is left.
+void ModelClass::TakeInput(const SolveData& data) {
+  CopyInputDataFrom(std::make_shared<const InputPoints>(InputTable(data)));
+  Statistics = {};
   const std::vector<double>& y = data.Y;
   if (y.empty()) throw NumericFault();
   const auto at = [](const std::vector<double>& column, bool largest) {
@@ -45,6 +53,8 @@ void ModelClass::ComputeInputStats(const SolveData& data) {
     return static_cast<std::size_t>(it - column.begin());
   };
   const std::size_t yMin = at(y, false), yMax = at(y, true);
+  Statistics.InputYMin = y[yMin];
+  Statistics.InputYMax = y[yMax];
   Statistics.X.assign(data.X.size(), {});
   for (std::size_t v = 0; v < data.X.size(); ++v) {
     const std::vector<double>& column = data.X[v];
@@ -56,22 +66,22 @@ void ModelClass::ComputeInputStats(const SolveData& data) {
     x.XAtYMax = column[yMax];
     x.YAtXMin = y[xMin];
     x.YAtXMax = y[xMax];
-    const Moments moments = MomentsOf(column);
-    x.XMean = moments.mean;
-    x.XStd = moments.std;
   }
-  Statistics.InputYMin = y[yMin];
-  Statistics.InputYMax = y[yMax];
-  const Moments moments = MomentsOf(y);
-  Statistics.YMean = moments.mean;
-  Statistics.YStd = moments.std;
+  for (std::size_t v = 0; v < data.X.size(); ++v) {
+    VariableStatistics& x = Statistics.X[v];
+    const Moments of = MomentsOf(data.X[v], x.InputXMin, x.InputXMax);
+    x.XMean = of.mean;
+    x.XStd = of.std;
+  }
+  const Moments of = MomentsOf(y, Statistics.InputYMin, Statistics.InputYMax);
+  Statistics.YMean = of.mean;
+  Statistics.YStd = of.std;
 }
 
 bool ModelClass::SetIC(const SolveData& data) {
   SpecifyICComplete = true;
   try {
-    CopyInputDataFrom(std::make_shared<const InputPoints>(InputTable(data)));
-    ComputeInputStats(data);
+    TakeInput(data);
     std::vector<double> a;
     if (!UserType && !ForceRuleEstimate) {
       if (Linearize(data, a)) {

@@ -370,7 +370,7 @@ TEST(SetIC, FillsTheStatisticsOfTheInput) {
 
 TEST(SetIC, FallsBackOnOneAtAFault) {
   Solving solving({"a*x+b"});
-  EXPECT_FALSE(solving.Start({7, 7}).Model->SetIC(Points({{1, 2, 3}}, {1e308, -1e308, 1e308})));
+  EXPECT_FALSE(solving.Start({7, 7}).Model->SetIC(Points({{1, 2, 3}}, {1.7e308, -1.7e308, 1.7e308})));
   EXPECT_EQ(solving.Model->Values(1), 1);
   EXPECT_EQ(solving.Model->GetICRange()[0], (ICRange{1, 1, 1}));
 }

@@ -1,8 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "RecordingPrompter.h"
+#include "SolvableProject.h"
+#include "core/NumberText.h"
 #include "engine/UserModel.h"
+#include "files/ProjectFile.h"
 #include "project/InitialEstimates.h"
+#include "results/Evaluation.h"
+#include "results/ResultPlots.h"
 
 namespace quorvex {
 namespace {
@@ -111,6 +116,61 @@ TEST(SetEstimates, StoresStartsAndLetsUndoBringTheSolutionBack) {
   fitted.Editor.EditUndo();
   EXPECT_TRUE(model.Solved);
   EXPECT_EQ(model.Values(1), solved);
+}
+
+// A model about the mean of its data, solved from the user's estimates; its constant is then the mean of Y, whatever
+// the scale. Everything that goes by the input of a fit is that of the data just solved.
+TEST(SetEstimates, LeavesTheInputOfTheFitToTheData) {
+  const struct {
+    const char* text;
+    Rows rows;
+  } kCases[] = {
+      {"a+b*(x-xmean)/xstd", {{"a", InitialEstimate, "2", "", ""}, {"b", InitialEstimate, "1", "", ""}}},
+      {"a+b*(x-xmean)/xstd", {{"a", Range, "1", "2", "2"}, {"b", InitialEstimate, "1", "", ""}}},
+      {"a+b*(x1-x1mean)/x1std+c*(x2-x2mean)/x2std",
+       {{"a", InitialEstimate, "2", "", ""}, {"b", InitialEstimate, "1", "", ""}, {"c", Constant, "0", "", ""}}},
+      {"a+b*(x1-x1mean)/x1std+c*(x2-x2mean)/x2std",
+       {{"a", Range, "1", "2", "2"}, {"b", InitialEstimate, "1", "", ""}, {"c", InitialEstimate, "1", "", ""}}},
+  };
+  const std::vector<double> first[] = {{10, 11, 13, 16, 20, 25}, {7, -1, 4, 2, 9, 3}, {3, 5, 4, 8, 9, 13}};
+  for (const auto& c : kCases) {
+    const std::size_t variables = std::string(c.text).find("x2") == std::string::npos ? 1 : 2;
+    SolvableProject p(variables);
+    ModelClass& model = p.AddUserModel("mine", c.text);
+    for (const double scale : {1.0, 1e-9, 1e9, 1e-200, 1e200}) {
+      SCOPED_TRACE(c.text + std::to_string(scale));
+      p.Document.Sheet.Cells = GridCells();
+      for (std::size_t v = 0; v <= variables; ++v)
+        for (std::size_t i = 0; i < 6; ++i)
+          p.Document.Sheet.Cells.SetGridCellNumber(i + 1, v + 1,
+                                                   first[v < variables ? v : 2][i] * (v < variables ? scale : 1.0));
+      ASSERT_TRUE(SetEstimates(p.Document, p.Editor, model, c.rows));
+      p.Windows.Specify = true;
+      p.SolveOne("mine");
+      ASSERT_NE(p.Solver.Log().find("Using current initial estimates"), std::string::npos);
+      ASSERT_TRUE(model.Solved) << p.Solver.Log();
+      EXPECT_NEAR(model.Values(1), 7, 1e-6);
+
+      Result<Project> back = ParseProject(ProjectText(p.Document), "p.qvx", {});
+      ASSERT_TRUE(back);
+      for (ModelClass* const of : {&model, back->Models.Find("mine")}) {
+        const SolvedItem solution{of, nullptr};
+        EXPECT_EQ(of->NumInputX(), 6u);
+        for (std::size_t v = 0; v < variables; ++v) {
+          const auto [least, greatest] = std::minmax_element(first[v].begin(), first[v].end());
+          const int variable = static_cast<int>(v) + 1;
+          EXPECT_EQ(solution.InputRange(variable), std::pair(*least * scale, *greatest * scale));
+          EXPECT_EQ(DefaultSearch(solution, variable, {}).Max, GeneralNumber(*greatest * scale));
+        }
+        if (variables > 1) continue;
+        const SolveData points = GatherData(p.Document.Sheet)->Points;
+        const Result<PlotClass> plot = ModelPlot(SeriesOf(solution), "mine", points, "X", "Y", p.Preferences);
+        ASSERT_TRUE(plot) << plot.error();
+        EXPECT_EQ(plot->PlotData[1].InputXMin(), 10 * scale);
+        EXPECT_EQ(plot->PlotData[1].InputXMax(), 25 * scale);
+      }
+    }
+  }
 }
 
 TEST(SaveRules, MakesTheValuesRules) {
