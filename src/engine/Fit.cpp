@@ -62,6 +62,7 @@ bool ModelClass::Judge(const SolveData& data, int numcoef, std::string& LogStrin
 bool ModelClass::FitNonlinear(const SolveData& data, const Settings& settings, std::string& LogString,
                               SolveForm& form) {
   form.ShowConverging(true);
+  ErrorMessage.clear();
   Line(LogString, "Beginning non-linear solution for model " + (cfgID.empty() ? id : cfgID));
   if (static_cast<std::size_t>(NumDependentVar()) >= data.N()) {
     LineAndBlank(LogString, "Solution failed: not enough data points");

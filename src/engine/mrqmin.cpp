@@ -79,9 +79,10 @@ void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     beta_ = da_;
     a = atry_;
   } else {
-    // No better, or the model has no value somewhere: the next step is shorter.
+    // No better, or the model has no value somewhere: the next step is shorter, and that is all there is to tell.
     alamda *= 10.0;
     chisq = ochisq_;
+    model_.ErrorMessage.clear();
   }
 }
 

@@ -269,6 +269,26 @@ TEST(Fit, TakesTypedDerivativesOnlyWhereAllCompile) {
   }
 }
 
+// Every step leads beyond 2.5 until the damping overflows. The trials that had no value were worse ones, no reason.
+TEST(Fit, GivesNoReasonOfARejectedTrial) {
+  Solving solving({"a*x*if(a>2.5,ln(0-1),1)"});
+  solving.Model->SetDerivative(1, "x");
+  solving.Preferences.DivIterations = 400;
+  solving.Preferences.MaxIterations = 1000;
+  EXPECT_FALSE(solving.Start({2.5}).Fit(Points({{1, 2, 4}}, {5, 10, 20})));
+  EXPECT_EQ(
+      solving.From("Beginning non-linear iterations"),
+      "Beginning non-linear iterations\nSolution failed: Numerical Error\nCurrent parameter values:\na = 2.5\n\n");
+  // Nor is the reason of one fit that of the next.
+  Solving again({"a*ln(x-3)"});
+  EXPECT_FALSE(again.Fit(kNoisy));
+  again.Log.clear();
+  again.Model->SpecifyICComplete = true;
+  EXPECT_FALSE(again.Fit(Points({{1, 2, 3}}, {1.7e308, -1.7e308, 1.7e308})));  // whose deviation overflows
+  EXPECT_EQ(again.From("Using current").substr(0, 70),
+            "Using current initial estimates\nSolution failed: Numerical Error\nCurre");
+}
+
 TEST(Fit, SearchesFromEveryPointOfAGridAndKeepsTheBest) {
   // cos(b*x) has one deep minimum; a start far from it ends in a shallow one.
   std::vector<double> x;
