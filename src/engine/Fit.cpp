@@ -32,6 +32,7 @@ bool ModelClass::FitLinear(const SolveData& data, std::string& LogString) {
     return false;
   }
   Solved = false;
+  Ended = SearchEnd::Converged;
   if (UserType) {
     Line(LogString, "User defined models require nonlinear solver");
     LineAndBlank(LogString, "Solution failed");
@@ -109,17 +110,22 @@ bool ModelClass::FitOneStart(const SolveData& data, const Settings& settings, st
   if (form.Aborted) return false;
 
   const std::string tolerance = GeneralNumber(settings.ResidualTolerance);
-  if (search.converged) {
-    Line(LogString, "Solution converged to residual change less than " + tolerance + "%");
-  } else if (search.stopped) {
-    Line(LogString, "Iterations stopped by user.");
-  } else if (search.iter < settings.MaxIterations) {
-    Line(LogString, "Merit Function unchanged during last " + std::to_string(settings.DivIterations) + " of " +
-                        std::to_string(search.iter) + " iterations");
-    Line(LogString, "Solution converged to residual change of 0.0%");
-  } else {
-    Line(LogString, "Reached iteration limit of " + std::to_string(settings.MaxIterations));
-    Line(LogString, "Solution failed to converge to residual change of " + tolerance + "%");
+  switch (Ended = search.ended) {
+    case SearchEnd::Converged:
+      Line(LogString, "Solution converged to residual change less than " + tolerance + "%");
+      break;
+    case SearchEnd::Paused:
+      Line(LogString, "Iterations stopped by user.");
+      break;
+    case SearchEnd::Unchanged:
+      Line(LogString, "Merit Function unchanged during last " + std::to_string(settings.DivIterations) + " of " +
+                          std::to_string(search.iter) + " iterations");
+      Line(LogString, "Solution converged to residual change of 0.0%");
+      break;
+    case SearchEnd::IterationLimit:
+      Line(LogString, "Reached iteration limit of " + std::to_string(settings.MaxIterations));
+      Line(LogString, "Solution failed to converge to residual change of " + tolerance + "%");
+      break;
   }
   Line(LogString, "Final Merit Function = " + GeneralNumber(search.chisq));
   Line(LogString, "Total number of non-linear iterations = " + std::to_string(search.iter));
@@ -148,7 +154,7 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
     form.Yield();
     if (form.Aborted) return search;
     if (form.Paused) {
-      search.stopped = true;
+      search.ended = SearchEnd::Paused;
       form.Paused = false;
       break;
     }
@@ -157,7 +163,7 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
     form.SetIterationLabel("Iteration: " + std::to_string(search.iter));
     form.SetResidualLabel("Merit Function: " + GeneralNumber(search.chisq));
     if (search.chisq == 0) {
-      search.converged = true;
+      search.ended = SearchEnd::Converged;
       break;
     }
     if (search.chisq == ochisq) {
@@ -169,11 +175,13 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
     search.change = (ochisq - search.chisq) / search.chisq * 100;
     showChange();
     if (search.change < settings.ResidualTolerance) {
-      search.converged = true;
+      search.ended = SearchEnd::Converged;
       break;
     }
     ochisq = search.chisq;
   }
+  if (search.ended == SearchEnd::IterationLimit && search.iter < settings.MaxIterations)
+    search.ended = SearchEnd::Unchanged;
   alamda = 0;
   kernel.mrqmin(a, ia, search.covar, alpha, search.chisq, alamda);
   ErrorInfo = true;
@@ -185,7 +193,11 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
 bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form,
                           const std::vector<std::vector<double>>& sets) {
   sweep_.clear();
-  std::vector<std::vector<double>> covariances;
+  struct Solution {
+    std::vector<double> Covariance;
+    SearchEnd Ended;
+  };
+  std::vector<Solution> solutions;
   const std::vector<int> ia = FreeFlags();
   const auto nfree = static_cast<int>(std::count_if(ia.begin(), ia.end(), [](int free) { return free != 0; }));
   Line(LogString, "Beginning non-linear iterations");
@@ -213,7 +225,7 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
     row.insert(row.end(), a.begin(), a.end());
     row.insert(row.end(), {RSS, R2Adjust, R2, StdErr, RssNorm});
     sweep_.push_back(std::move(row));
-    covariances.push_back(covariance_);
+    solutions.push_back({covariance_, search.ended});
     ++k;
   }
   const std::size_t good = sweep_.size();
@@ -226,7 +238,9 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
   const auto best =
       std::min_element(sweep_.begin(), sweep_.end(), [n](const auto& a, const auto& b) { return a[2 * n] < b[2 * n]; });
   for (std::size_t i = 0; i < n; ++i) values_[i] = (*best)[n + i];
-  covariance_ = covariances[static_cast<std::size_t>(best - sweep_.begin())];
+  const Solution& solution = solutions[static_cast<std::size_t>(best - sweep_.begin())];
+  covariance_ = solution.Covariance;
+  Ended = solution.Ended;
   RSS = (*best)[2 * n];
   R2Adjust = (*best)[2 * n + 1];
   R2 = (*best)[2 * n + 2];

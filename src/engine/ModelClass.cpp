@@ -111,6 +111,7 @@ void ModelClass::CopyFitTo(ModelClass& twin) const {
   twin.ErrorInfo = ErrorInfo;
   twin.SweepCount = SweepCount;
   twin.NumIterations = NumIterations;
+  twin.Ended = Ended;
   twin.RSS = RSS;
   twin.RssNorm = RssNorm;
   twin.RST = RST;

@@ -51,6 +51,9 @@ struct NormalTable {
   std::vector<double> Sorted;     // the residuals, in units of StdErr where that is not 0
 };
 
+// Why a nonlinear search came to its end, by the numbers that project files store.
+enum class SearchEnd : int { Converged = 0, Unchanged = 1, IterationLimit = 2, Paused = 3 };
+
 // A model with everything a project knows about its fit: text, compiled form, coefficients, statistics. The two model
 // types, EqClass with one independent variable and MvClass with several, share all of it and differ in how they reach
 // X, in their words, their catalogue and a few messages.
@@ -77,6 +80,8 @@ class ModelClass : public SeriesStyle {
   bool ErrorInfo = false;          // Fit has computed coefficients and covariance
   int SweepCount = 0;              // sets of initial estimates that led to a solution; 0 without a sweep
   int NumIterations = 0;           // of the last nonlinear fit
+  // The end of the nonlinear search that the solution comes from.
+  SearchEnd Ended = SearchEnd::Converged;
 
   double RSS = 0;      // residual sum of squares, unweighted
   double RssNorm = 0;  // the same, weighted
@@ -256,7 +261,7 @@ class ModelClass : public SeriesStyle {
   // How one nonlinear search ended.
   struct Search {
     int iter = 1;
-    bool converged = false, stopped = false;
+    SearchEnd ended = SearchEnd::IterationLimit;
     double change = 0, chisq = 0;
     Matrix covar;
   };

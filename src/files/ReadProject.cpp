@@ -80,7 +80,7 @@ class Reader {
     ReadSheet();
     ReadUserModels();
     ReadSolved();
-    ReadSweeps();
+    ReadBehindTheEnd();
     if (!in_.Good()) return std::nullopt;
     return std::move(project_);
   }
@@ -93,7 +93,9 @@ class Reader {
   void ReadSolvedModel();
   void ReadInput(ModelClass& model);
   void ReadInterpolation();
+  void ReadBehindTheEnd();
   void ReadSweeps();
+  void ReadSearchEnds();
   void TakeReals(std::initializer_list<double*> targets) {
     for (double* target : targets) *target = in_.Real();
   }
@@ -283,9 +285,21 @@ void Reader::ReadInterpolation() {
     *same = std::move(curve);
 }
 
-// What each set of a sweep led to, where the file has it. Anything else behind the end is none of the project's.
+// What the records of the models have no room for. Anything else behind the end is none of the project's.
+void Reader::ReadBehindTheEnd() {
+  while (in_.Good() && !in_.AtEnd()) {
+    const std::string section = in_.Text();
+    if (section == "B_SWEEPINFO")
+      ReadSweeps();
+    else if (section == "B_SEARCHEND")
+      ReadSearchEnds();
+    else
+      return;
+  }
+}
+
+// What each set of a sweep led to.
 void Reader::ReadSweeps() {
-  if (!in_.Good() || in_.AtEnd() || in_.Text() != "B_SWEEPINFO") return;
   for (std::string id = in_.Text(); in_.Good() && id != "E_SWEEPINFO"; id = in_.Text()) {
     ModelClass* const model = project_->Models.Find(id);
     if (model == nullptr) return in_.Fail();
@@ -296,6 +310,17 @@ void Reader::ReadSweeps() {
       while (set.size() < 2 * n + 5) set.push_back(in_.Real());
     }
     model->SetSweepInfo(std::move(sweep));
+  }
+}
+
+// How searches ended that did not by converging.
+void Reader::ReadSearchEnds() {
+  for (std::string id = in_.Text(); in_.Good() && id != "E_SEARCHEND"; id = in_.Text()) {
+    ModelClass* const model = project_->Models.Find(id);
+    const std::int32_t end = in_.Integer();
+    if (model == nullptr || end < static_cast<int>(SearchEnd::Unchanged) || end > static_cast<int>(SearchEnd::Paused))
+      return in_.Fail();
+    model->Ended = static_cast<SearchEnd>(end);
   }
 }
 

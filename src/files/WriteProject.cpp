@@ -143,6 +143,19 @@ void WriteSweeps(FieldWriter& out, const Project& project) {
   if (begun) out.Line("E_SWEEPINFO");
 }
 
+// How searches ended that did not by converging, in the same place.
+void WriteSearchEnds(FieldWriter& out, const Project& project) {
+  bool begun = false;
+  for (const auto& model : project.Models) {
+    if (!model->Solved || model->Ended == SearchEnd::Converged) continue;
+    if (!begun) out.Line("B_SEARCHEND");
+    begun = true;
+    out.Line(model->id);
+    out.Line(static_cast<int>(model->Ended));
+  }
+  if (begun) out.Line("E_SEARCHEND");
+}
+
 }  // namespace
 
 std::string ProjectText(const Project& project) {
@@ -181,6 +194,7 @@ std::string ProjectText(const Project& project) {
     if (curve.Solved) WriteInterpolation(out, curve);
   out.Line("E_DATA");
   WriteSweeps(out, project);
+  WriteSearchEnds(out, project);
   return out.Text();
 }
 

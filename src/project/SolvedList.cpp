@@ -18,6 +18,20 @@ bool SolvedItem::Evaluate(std::span<const double> x, double& y, std::string& Err
   return false;
 }
 
+std::string_view SolvedItem::SearchEndText() const {
+  if (Model == nullptr) return {};
+  switch (Model->Ended) {
+    case SearchEnd::Unchanged:
+      return "unchanged: its last iterations found nothing better";
+    case SearchEnd::IterationLimit:
+      return "at the iteration limit, before it converged";
+    case SearchEnd::Paused:
+      return "by Pause, before it converged";
+    default:
+      return {};
+  }
+}
+
 std::pair<double, double> SolvedItem::InputRange(int variable) const {
   if (Interpolation) return {Interpolation->InputXMin, Interpolation->InputXMax};
   const VariableStatistics& input = Model->Statistics.X[static_cast<std::size_t>(variable - 1)];

@@ -3,6 +3,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -27,6 +28,8 @@ struct SolvedItem {
 
   // The value at x, one number per independent variable. False, with a text in `ErrString`, where there is none.
   bool Evaluate(std::span<const double> x, double& y, std::string& ErrString) const;
+  // How the search ended, where it did not by converging, to stand behind "The search ended"; else empty.
+  std::string_view SearchEndText() const;
   // The range of the input along a variable, from 1.
   std::pair<double, double> InputRange(int variable) const;
 

@@ -151,6 +151,12 @@ class Builder {
     }
   }
 
+  void Ending(std::string_view searchEnd) {
+    if (searchEnd.empty()) return;
+    report_.Add(RowKind::Line, {});
+    Line("Search ended:", std::string(searchEnd));
+  }
+
   Report Finish() { return std::move(report_); }
 
  private:
@@ -201,6 +207,7 @@ Report FitInformation(const SolvedItem& solution, const FitCircumstances& circum
     builder.ConfidenceLimits(*model);
     builder.Variance(*model);
     builder.Sweep(*model);
+    builder.Ending(solution.SearchEndText());
   }
   return builder.Finish();
 }

@@ -26,7 +26,8 @@ struct FitCircumstances {
 };
 
 // Fit Information: what is known of a solution, row by row, label in the first column and value in the next, with
-// tables of the coefficients, their confidence limits, the variance and the search from ranges below. The settings
+// tables of the coefficients, their confidence limits, the variance and the search from ranges below, and at the end
+// how the search ended where it did not by converging. The settings
 // "showsumstats", "showvariance", "show68ci", "show90ci", "show95ci" and "show99ci" leave out blocks. Of an
 // interpolation, which has neither coefficients nor statistics, only the head. Numbers are in the locale's form.
 //

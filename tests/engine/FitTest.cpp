@@ -128,6 +128,7 @@ TEST(Fit, EndsAtTheIterationLimitOneBeyondIt) {
                              "1E-10%\r\nFinal Merit Function = "),
             std::string::npos);
   EXPECT_NE(solving.Log.find("Total number of non-linear iterations = 3\r\n"), std::string::npos);
+  EXPECT_EQ(solving.Model->Ended, SearchEnd::IterationLimit);
 }
 
 TEST(Fit, ToleratesSomeStepsWithoutChange) {
@@ -140,6 +141,7 @@ TEST(Fit, ToleratesSomeStepsWithoutChange) {
                              "Solution converged to residual change of 0.0%\r\n"),
             std::string::npos)
       << solving.Log;
+  EXPECT_EQ(solving.Model->CopyTo()->Ended, SearchEnd::Unchanged);
 }
 
 TEST(Fit, StandsWhenTheUserPausesAndFallsWhenHeAborts) {
@@ -149,6 +151,9 @@ TEST(Fit, StandsWhenTheUserPausesAndFallsWhenHeAborts) {
   EXPECT_NE(paused.Log.find("Iterations stopped by user.\r\n"), std::string::npos);
   EXPECT_TRUE(paused.Model->Solved);
   EXPECT_FALSE(paused.Form.Paused);
+  EXPECT_EQ(paused.Model->Ended, SearchEnd::Paused);
+  ASSERT_TRUE(paused.Fit(kNoisy));
+  EXPECT_EQ(paused.Model->Ended, SearchEnd::Converged);
 
   Solving aborted({"a*exp(b*x)"});
   aborted.Form.AbortAt = 2;

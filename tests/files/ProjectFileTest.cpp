@@ -30,8 +30,9 @@ void ExpectEqualSheets(const DataSheet& a, const DataSheet& b) {
 void ExpectEqualModels(const ModelClass& a, const ModelClass& b) {
   EXPECT_EQ(DefinitionOf(a), DefinitionOf(b));
   const auto flags = [](const ModelClass& m) {
-    return std::vector<int>{m.UserType,  m.SpecifyIC,  m.SpecifyICComplete, m.Solve,    m.Solved,       m.ErrorInfo,
-                            m.SolveType, m.SweepCount, m.NumIterations,     m.DOFError, m.DOFRegression};
+    return std::vector<int>{m.UserType,      m.SpecifyIC, m.SpecifyICComplete, m.Solve,
+                            m.Solved,        m.ErrorInfo, m.SolveType,         m.SweepCount,
+                            m.NumIterations, m.DOFError,  m.DOFRegression,     static_cast<int>(m.Ended)};
   };
   const auto numbers = [](const ModelClass& m) {
     std::vector<double> all = {m.RSS, m.RssNorm, m.RST, m.ResAvg, m.ResSum, m.Durbin, m.R2, m.R2Adjust, m.StdErr};
@@ -139,6 +140,7 @@ TEST(ProjectFile, HasTheLayoutOfVersion9) {
       AddUserModel(several, {"Swept", {"a*x1+b*x2*x3"}, "", {{"Value", "1", "x1"}, {"Value", "2", "x2*x3"}}});
   FillIn(swept, 3);
   swept.SweepCount = 2;
+  swept.Ended = SearchEnd::IterationLimit;
   swept.SetSweepInfo({{0.1, 0.2, 1.1, 1.2, 3, 4, 5, 6, 7}, {0.3, 0.4, 1.3, 1.4, 13, 14, 15, 16, 17}});
   const SolveData points = PointsOf(several);
   swept.CopyInputDataFrom(std::make_shared<const InputPoints>(InputPoints{points.X, points.Y}));
@@ -318,11 +320,11 @@ std::string SmallProject() {
 
 TEST(ProjectFile, RefusesAFileCutAtAnyField) {
   const std::vector<std::string> fields = FieldsOf(SmallProject());
-  const std::size_t end = IndexOf(fields, "\"E_DATA\"\r\n");
+  const std::size_t end = IndexOf(fields, "\"E_DATA\"\r\n"), sweeps = IndexOf(fields, "\"E_SWEEPINFO\"\r\n");
   std::string text;
   for (std::size_t kept = 0; kept < fields.size(); ++kept) {
     const Result<Project> project = ParseProject(text, "p.qvx", {});
-    ASSERT_EQ(static_cast<bool>(project), kept == end + 1) << kept;
+    ASSERT_EQ(static_cast<bool>(project), kept == end + 1 || kept == sweeps + 1) << kept;
     if (!project) {
       EXPECT_EQ(project.error(), kUnreadable) << kept;
     }
@@ -389,6 +391,16 @@ TEST(ProjectFile, TrustsNoCount) {
     const std::size_t at = text.find(marker) + std::string(marker).size();
     EXPECT_FALSE(ParseProject(text.substr(0, at) + "2147483647\r\n1,2,3,4,5\r\n", "p.qvx", {}));
   }
+  for (const auto& [end, read] : {std::pair("\"Swept\"\r\n1", true),
+                                  {"\"Swept\"\r\n3", true},
+                                  {"\"Swept\"\r\n0", false},
+                                  {"\"Swept\"\r\n4", false},
+                                  {"\"Nobody\"\r\n1", false},
+                                  {"\"Swept\"\r\n", false}})
+    EXPECT_EQ(static_cast<bool>(ParseProject(
+                  text + "\"B_SEARCHEND\"\r\n" + std::string(end) + "\r\n\"E_SEARCHEND\"\r\n", "p.qvx", {})),
+              read)
+        << end;
   EXPECT_FALSE(ParseProject(Replaced(text, "columns=5", "columns=2147483647"), "p.qvx", {}));
   EXPECT_FALSE(ParseProject(Replaced(text, "columns=5", "columns=2"), "p.qvx", {}));
   EXPECT_FALSE(ParseProject(Replaced(text, "\"Begin_description\"", "\"No_description\""), "p.qvx", {}));

@@ -189,6 +189,23 @@ TEST(FitInformation, SumsUpASearchFromRanges) {
   EXPECT_EQ(Headings(FitInformation(solution, kFromFile, Settings(), LocaleText())).back(), "Variance Analysis");
 }
 
+TEST(FitInformation, EndsWithHowASearchEndedOtherThanByConverging) {
+  Project project = LineProject();
+  ModelClass& model = SolveModel(project, "a*x+b", 1);
+  const auto last = [&] {
+    return FitInformation({&model, nullptr}, kFromFile, Settings(), LocaleText()).Rows().back();
+  };
+  EXPECT_EQ(last().Cells[0], "Total");
+  const std::pair<SearchEnd, const char*> kEnds[] = {
+      {SearchEnd::Unchanged, "unchanged: its last iterations found nothing better"},
+      {SearchEnd::IterationLimit, "at the iteration limit, before it converged"},
+      {SearchEnd::Paused, "by Pause, before it converged"}};
+  for (const auto& [end, text] : kEnds) {
+    model.Ended = end;
+    EXPECT_EQ(last().Cells, (std::vector<std::string>{"Search ended:", text}));
+  }
+}
+
 TEST(FitInformation, WritesNumbersAsTheUserDoes) {
   const LocaleText german{',', ';', '.', '.', ':'};
   Project project = LineProject(german);

@@ -29,7 +29,17 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   ASSERT_EQ(results->size(), 1);
   EXPECT_EQ(results->takeFirst()[0].toInt(), 0);
   EXPECT_TRUE(Active().isWindowModified());
+  session.Preferences.Set("maxiterations", "1");  // which "yours" does not get by with
   SolveOne("yours");
+  const auto expectMark = [&] {
+    const QAbstractItemModel& list = *Solved().model();
+    EXPECT_TRUE(list.index(0, 1).data(Qt::DecorationRole).isNull());
+    EXPECT_EQ(list.index(0, 1).data(Qt::ToolTipRole).toString(), "mine");
+    EXPECT_FALSE(list.index(1, 1).data(Qt::DecorationRole).isNull());
+    EXPECT_EQ(list.index(1, 1).data(Qt::ToolTipRole).toString(),
+              "yours\nThe search ended at the iteration limit, before it converged.");
+  };
+  expectMark();
   EXPECT_EQ(SolvedRows(), "1 mine|2 yours");
   EXPECT_EQ(results->takeFirst()[0].toInt(), 1);
   EXPECT_EQ(Solved().currentIndex().row(), 1);
@@ -45,6 +55,7 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   Trigger("mnuFileClose");
   frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
   EXPECT_EQ(SolvedRows(), "1 mine|2 yours");
+  expectMark();
 
   // An entry in the sheet makes them invalid.
   Grid().setCurrentIndex(Grid().model()->index(0, 1));

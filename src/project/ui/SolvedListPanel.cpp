@@ -1,5 +1,6 @@
 #include "project/ui/SolvedListPanel.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -33,7 +34,9 @@ void SolvedListModel::Show(const std::vector<SolvedItem>& items, int sortIndex, 
   beginResetModel();
   keyName_ = QString::fromStdString(SortKeyName(sortIndex));
   rows_.clear();
+  marks_.clear();
   for (const SolvedItem& item : items) {
+    marks_.push_back(MarkOf(item));
     const QString name = QString::fromStdString(item.Name());
     if (item.Model == nullptr) {
       rows_.push_back({"", name, ""});
@@ -44,6 +47,14 @@ void SolvedListModel::Show(const std::vector<SolvedItem>& items, int sortIndex, 
     rows_.push_back({QString::number(rows_.size() + 1), name, QString::fromStdString(key)});
   }
   endResetModel();
+}
+
+// An unchanged merit function may well be the smallest there is.
+SolvedListModel::Mark SolvedListModel::MarkOf(const SolvedItem& item) {
+  const std::string end(item.SearchEndText());
+  if (end.empty()) return {};
+  return {"The search ended " + QString::fromStdString(end) + ".",
+          item.Model->Ended == SearchEnd::Unchanged ? QStyle::SP_MessageBoxInformation : QStyle::SP_MessageBoxWarning};
 }
 
 int SolvedListModel::RowOf(const QString& name) const {
@@ -59,10 +70,18 @@ int SolvedListModel::columnCount(const QModelIndex& parent) const { return paren
 
 QVariant SolvedListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
+  const QString& text = rows_[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
+  const Mark& mark = marks_[static_cast<std::size_t>(index.row())];
   switch (role) {
     case Qt::DisplayRole:
+      return text;
     case Qt::ToolTipRole:
-      return rows_[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
+      return mark.Text.isEmpty() ? text : text + "\n" + mark.Text;
+    case Qt::DecorationRole:
+      if (index.column() != 1 || mark.Text.isEmpty()) return {};
+      return QApplication::style()->standardIcon(mark.Sign);
+    case Qt::AccessibleDescriptionRole:
+      return mark.Text;
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter | (index.column() == 1 ? Qt::AlignLeft : Qt::AlignRight));
     default:

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QGroupBox>
+#include <QStyle>
 #include <array>
 #include <vector>
 
@@ -13,8 +14,9 @@ class QTableView;
 
 namespace quorvex {
 
-// The solved list as a table shows it: rank, model, and the key that it is sorted by. It keeps texts, not models, since
-// these may go while the table is still on the screen.
+// The solved list as a table shows it: rank, model, and the key that it is sorted by. A solution whose search ended
+// otherwise than by converging bears a mark, and its tooltip says how. It keeps texts, not models, since these may go
+// while the table is still on the screen.
 class SolvedListModel : public QAbstractTableModel {
   Q_OBJECT
 
@@ -30,7 +32,14 @@ class SolvedListModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  struct Mark {
+    QString Text;  // empty for a row without one
+    QStyle::StandardPixmap Sign = {};
+  };
+  static Mark MarkOf(const SolvedItem& item);
+
   std::vector<std::array<QString, 3>> rows_;
+  std::vector<Mark> marks_;
   QString keyName_;
 };
 
