@@ -84,6 +84,8 @@ TEST(ParameterRun, ReadsAndSolvesAnewOnlyWhereAnInputChanged) {
       "B_MODEL\nY = a*x\nAssign a = %start%, Operator = value, Fit = True\nE_MODEL\nE_MACRO\n");
   EXPECT_EQ(status, 200);
   EXPECT_EQ(program.Err, "Exit Status 200\n");
+  // New data are not solved from where the search in others ended.
+  EXPECT_EQ(program.Folder.Read("run.log").find("Using current initial estimates"), std::string::npos);
   EXPECT_EQ(
       ShortLog(program),
       "Opening Quorvex Macro file '@macro.cfg'\nParsing Quorvex Macro file\nSetting regression tolerance to 1E-10\n"

@@ -272,6 +272,31 @@ TEST(Fit, TakesTypedDerivativesOnlyWhereAllCompile) {
     ASSERT_TRUE(fallen.Start({5, 0.1}).Fit(kNoisy));
     EXPECT_NE(fallen.Log.find("Using numerical derivatives\r\n"), std::string::npos) << text;
   }
+
+  // A model that no block can be computed of takes them point by point, to the same bits.
+  Solving block({"a*exp(b*x)"}), points({"if(x>3,a,a)*exp(b*x)"});
+  for (Solving* solving : {&block, &points}) {
+    solving->Model->SetDerivative(1, "exp(b*x)");
+    solving->Model->SetDerivative(2, "x*a*exp(b*x)");
+    solving->Model->SetConstant(2, 2);  // any number but 0 frees a coefficient, and multiplies its derivative
+    ASSERT_TRUE(solving->Start({5, 0.1}).Fit(kNoisy));
+  }
+  EXPECT_EQ(points.Model->Values(1), block.Model->Values(1));
+  EXPECT_EQ(points.Model->Covariance(1), block.Model->Covariance(1));
+  EXPECT_EQ(points.Model->Covariance(2), block.Model->Covariance(2));
+}
+
+// The first trial leads beyond a = 3, where the typed derivative has no value. That ends the search, unless derivatives
+// are to be numerical: then the trial counts as a worse one.
+TEST(Fit, EndsWhereATypedDerivativeFailsAtATrial) {
+  for (const int method : {0, 1}) {
+    Solving solving({"a*x"});
+    solving.Model->SetDerivative(1, "x*sqr(3-a)/sqr(3-a)");
+    solving.Preferences.DerivativeMethod = method;
+    EXPECT_EQ(solving.Start({1}).Fit(Points({{1, 2, 4}}, {5, 10, 20})), method == 1);
+    EXPECT_EQ(solving.From("Error taking").substr(0, solving.From("Error taking").find("Current")),
+              method == 1 ? "" : "Error taking derivatives at X = 1\nSolution failed: Numerical Error\n");
+  }
 }
 
 // Every step leads beyond 2.5 until the damping overflows. The trials that had no value were worse ones, no reason.
@@ -315,6 +340,56 @@ TEST(Fit, SearchesFromEveryPointOfAGridAndKeepsTheBest) {
   for (std::size_t k = 0; k < 5; ++k) {
     EXPECT_EQ(rows[k][1], 1 + 2.0 * static_cast<double>(k));
     EXPECT_GE(rows[k][4], solving.Model->RSS);
+  }
+}
+
+// Two wells at b near 2 and -2. By RSS the former is better, by the weights the latter. The solution of a sweep is that
+// of a search from its best start alone, wherever that stands among the starts; the other one is cut off at the limit.
+TEST(Fit, KeepsTheWholeSolutionOfTheSetWithTheSmallestRss) {
+  SolveData data = Points({{1, 2, 3, 4, 5}}, {4, 4, 1, 1, -1});
+  data.sig = {1, 1, 0.2, 0.2, 2.6};
+  const std::pair<double, double> kStarts[] = {{2, -40}, {-40, 2}, {40, -2}};
+  for (const auto& [first, second] : kStarts) {
+    SCOPED_TRACE(first);
+    const auto solve = [&](double from, double to, std::int32_t steps) {
+      Solving solving({"if(x<3,b^2,b)"});
+      solving.Preferences.MaxIterations = 6;
+      solving.Preferences.ResidualTolerance = 0.1;
+      solving.Model->SetValue(1, from);
+      solving.Model->SetICRange({{from, to, steps}});
+      solving.Model->SpecifyICComplete = true;
+      EXPECT_TRUE(solving.Fit(data)) << solving.Log;
+      return std::move(solving.Model);
+    };
+    const auto sweep = solve(first, second, 2);
+    const std::size_t at = first > second ? 0 : 1;
+    const std::vector<double>&best = sweep->GetSweepInfo()[at], &other = sweep->GetSweepInfo()[1 - at];
+    ASSERT_LT(best[2], other[2]);  // RSS
+    ASSERT_GT(best[6], other[6]);  // RssNorm
+    const auto single = solve(best[0], best[0], 1);
+    const auto all = [](const ModelClass& m) {
+      return std::vector<double>{m.Values(1), m.Covariance(1), m.RSS,     m.R2Adjust,
+                                 m.R2,        m.StdErr,        m.RssNorm, static_cast<double>(m.Ended)};
+    };
+    EXPECT_EQ(all(*sweep), all(*single));
+    EXPECT_EQ(sweep->Ended, first == 40 ? SearchEnd::IterationLimit : SearchEnd::Converged);
+  }
+}
+
+// The total sum of squares overflows, so the statistics fail although the search met the data exactly. A set of a sweep
+// is then tried again until the user ends it.
+TEST(Fit, RejectsWhatHasNoStatistics) {
+  const std::string rejected = "Solution rejected based on poor goodness of fit statics.\n\n";
+  for (const std::int32_t steps : {1, 2}) {
+    Solving solving({"a*x"});
+    solving.Model->SetValue(1, 1e160);
+    solving.Model->SetICRange({{1e160, 2e160, steps}});
+    solving.Model->SpecifyICComplete = true;
+    solving.Form.AbortAt = 4;
+    EXPECT_FALSE(solving.Fit(Points({{1, 2, 4}}, {1e160, 2e160, 4e160})));
+    const std::string again = "IC Set 1: Final residual change = 0\n" + rejected;
+    EXPECT_EQ(solving.From(steps == 1 ? "Solution rej" : "IC Set"), steps == 1 ? rejected : again + again + again);
+    EXPECT_FALSE(solving.Model->Solved);
   }
 }
 
@@ -376,6 +451,20 @@ TEST(SetIC, EstimatesByRules) {
   }
 }
 
+// A start that rules were forced to give is one for this fit alone.
+TEST(SetIC, TakesTheEstimatesOfABuiltInModelFromItsRulesWhereForced) {
+  for (const bool forced : {false, true}) {
+    EqClass line{LocaleText{}};
+    line.SetID("a*x+b", {"a*x+b"});
+    line.UserType = false;
+    line.ForceRuleEstimate = forced;
+    line.SetRule(1, "* YMax");
+    EXPECT_TRUE(line.SetIC(kLine));
+    EXPECT_NEAR(line.Values(1), forced ? 13 : 2, 1e-12);
+    EXPECT_EQ(line.SpecifyICComplete, !forced);
+  }
+}
+
 TEST(SetIC, FillsTheStatisticsOfTheInput) {
   Solving solving({"a*x"});
   solving.Model->SetIC(Points({{1, 1, 2, 5}}, {3, 9, 1, 9}));
@@ -432,6 +521,7 @@ TEST(GetGoodnessOfFit, ClipsAndSettlesTheBorderCases) {
   EXPECT_EQ(solving.Model->R2, 0);
   ASSERT_TRUE(solving.Model->GetGoodnessOfFit(Points({{1, 2, 3}}, {1, 2, 1}), 3));
   EXPECT_EQ(solving.Model->R2, 0);  // negative before
+  EXPECT_EQ(solving.Model->R2Adjust, 0);
   EXPECT_EQ(solving.Model->DOFError, 1);
 }
 
