@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <utility>
 
 #include "core/NumberText.h"
 #include "engine/EqClass.h"
@@ -142,6 +143,9 @@ TEST(Fit, ToleratesSomeStepsWithoutChange) {
             std::string::npos)
       << solving.Log;
   EXPECT_EQ(solving.Model->CopyTo()->Ended, SearchEnd::Unchanged);
+  solving.Preferences.MaxIterations = 5;  // where both ends meet it is the limit
+  ASSERT_TRUE(solving.Fit(Points({{1, 2, 3}}, {1, 2, 3})));
+  EXPECT_EQ(solving.Model->Ended, SearchEnd::IterationLimit);
 }
 
 TEST(Fit, StandsWhenTheUserPausesAndFallsWhenHeAborts) {
@@ -170,6 +174,20 @@ TEST(Fit, ShowsItsProgress) {
   EXPECT_EQ(solving.Form.Texts[0], "1 a: 1");
   EXPECT_EQ(solving.Form.Texts[1], "2 b: 1");
   EXPECT_EQ(solving.Form.Texts[2], "Percent Change: 0.000000E+00");
+
+  // The first two steps of a*x in closed form: towards sum xy / sum xx, held back by damping. The first one is taken
+  // before the iterations.
+  Solving damped({"a*x"});
+  damped.Preferences.MaxIterations = 1;
+  ASSERT_TRUE(damped.Start({0}).Fit(Points({{1, 2, 4}}, {2, 4, 9})));
+  double a = 0, before = 0, chisq = 101;
+  for (const double alamda : {0.001, 0.0001}) {
+    a += (46 - 21 * a) / (21 * (1 + alamda));
+    before = std::exchange(chisq, 101 - 2 * 46 * a + 21 * a * a);
+  }
+  EXPECT_NEAR(damped.Model->Values(1), a, 1e-9);
+  EXPECT_EQ(damped.Form.Texts.back(),
+            "Percent Change: " + FormatNumber((before - chisq) / chisq * 100, "0.000000E+00"));
 }
 
 TEST(Fit, KeepsHeldCoefficientsAndGivesThemNoVariance) {
@@ -249,13 +267,15 @@ TEST(Fit, RefusesMoreThanAHundredCoefficients) {
   for (int i = 0; i < 200; ++i) x.push_back(i), y.push_back(i);
   Solving solving({text + ")"});
   EXPECT_FALSE(solving.Fit(Points({x}, y)));
-  EXPECT_NE(solving.Log.find("Solution failed: Numerical Error"), std::string::npos);
+  EXPECT_TRUE(solving.From("Beginning non-l").find("iterations\nSolution failed: Numerical Error\n") !=
+              std::string::npos)
+      << solving.Log;
 }
 
 TEST(Fit, TakesTypedDerivativesOnlyWhereAllCompile) {
   Solving typed({"F1*exp(b*x)", "a"});
   typed.Model->SetDerivative(1, "exp(B*x)");
-  typed.Model->SetDerivative(2, "F1*x*exp(b*x)");
+  typed.Model->SetDerivative(2, "F1*x*exp(b*x)*xmean/3");  // 3 is the mean
   typed.Start({5, 0.1});
   ASSERT_TRUE(typed.Fit(kNoisy));
   EXPECT_NE(typed.Log.find("Using analytical derivatives\r\n"), std::string::npos);
@@ -273,17 +293,21 @@ TEST(Fit, TakesTypedDerivativesOnlyWhereAllCompile) {
     EXPECT_NE(fallen.Log.find("Using numerical derivatives\r\n"), std::string::npos) << text;
   }
 
-  // A model that no block can be computed of takes them point by point, to the same bits.
-  Solving block({"a*exp(b*x)"}), points({"if(x>3,a,a)*exp(b*x)"});
-  for (Solving* solving : {&block, &points}) {
-    solving->Model->SetDerivative(1, "exp(b*x)");
-    solving->Model->SetDerivative(2, "x*a*exp(b*x)");
-    solving->Model->SetConstant(2, 2);  // any number but 0 frees a coefficient, and multiplies its derivative
-    ASSERT_TRUE(solving->Start({5, 0.1}).Fit(kNoisy));
+  // A model that no block can be computed of has its derivatives point by point, to the same bits.
+  for (const bool isTyped : {false, true}) {
+    Solving block({"a*exp(b*x)"}), points({"if(x>3,a,a)*exp(b*x)"});
+    for (Solving* solving : {&block, &points}) {
+      if (isTyped) {
+        solving->Model->SetDerivative(1, "exp(b*x)");
+        solving->Model->SetDerivative(2, "x*a*exp(b*x)");
+      }
+      solving->Model->SetConstant(2, 2);  // any number but 0 frees a coefficient, and multiplies its derivative
+      ASSERT_TRUE(solving->Start({5, 0.1}).Fit(kNoisy));
+    }
+    EXPECT_EQ(points.Model->Values(1), block.Model->Values(1)) << isTyped;
+    EXPECT_EQ(points.Model->Covariance(1), block.Model->Covariance(1)) << isTyped;
+    EXPECT_EQ(points.Model->Covariance(2), block.Model->Covariance(2)) << isTyped;
   }
-  EXPECT_EQ(points.Model->Values(1), block.Model->Values(1));
-  EXPECT_EQ(points.Model->Covariance(1), block.Model->Covariance(1));
-  EXPECT_EQ(points.Model->Covariance(2), block.Model->Covariance(2));
 }
 
 // The first trial leads beyond a = 3, where the typed derivative has no value. That ends the search, unless derivatives
@@ -340,6 +364,19 @@ TEST(Fit, SearchesFromEveryPointOfAGridAndKeepsTheBest) {
   for (std::size_t k = 0; k < 5; ++k) {
     EXPECT_EQ(rows[k][1], 1 + 2.0 * static_cast<double>(k));
     EXPECT_GE(rows[k][4], solving.Model->RSS);
+  }
+
+  // Of two equal ones the first, and a search from one start leaves no sweep behind.
+  for (const double start : {1.0, -1.0}) {
+    Solving mirrored({"b^2*x"});
+    mirrored.Model->SetICRange({{start, -start, 2}});
+    mirrored.Model->SpecifyICComplete = true;
+    ASSERT_TRUE(mirrored.Fit(kNoisy));
+    EXPECT_EQ(mirrored.Model->SweepCount, 2);
+    EXPECT_EQ(std::signbit(mirrored.Model->Values(1)), start < 0);
+    mirrored.Model->ICCancel();
+    ASSERT_TRUE(mirrored.Fit(kNoisy));
+    EXPECT_EQ(mirrored.Model->SweepCount, 0);
   }
 }
 
@@ -434,7 +471,8 @@ constexpr struct {
     {"* X1Max", "1", false, NAN},     {"/ YAvg", "20", true, 2},
     {"* X2Max", "2", true, 16},       {"/(X1Max-X1Min)", "8", true, 2},
     {"* x3max", "1", true, NAN},      {"* XMax", "1", true, NAN},
-    {"/ YAgv", "20", true, NAN},
+    {"/ YAgv", "20", true, NAN},      {"* YMax", "1e308", false, NAN},
+    {"* X0Max", "1", true, NAN},
 };
 
 TEST(SetIC, EstimatesByRules) {
@@ -445,9 +483,12 @@ TEST(SetIC, EstimatesByRules) {
     solving.Model->SetRule(1, c.Rule);
     solving.Model->SetRuleConstant(1, c.Constant);
     const bool fails = std::isnan(c.Value);
+    solving.Model->SetICRange({{3, 7, 5}});  // a range of an earlier fit
     EXPECT_EQ(solving.Model->SetIC(c.Several ? two : one), !fails) << c.Rule;
     EXPECT_DOUBLE_EQ(solving.Model->Values(1), fails ? 1.0 : c.Value) << c.Rule;
     EXPECT_EQ(solving.Model->SpecifyICComplete, !fails) << c.Rule;
+    EXPECT_EQ(solving.Model->GetICRange()[0], (ICRange{solving.Model->Values(1), solving.Model->Values(1), 1}))
+        << c.Rule;
   }
 }
 
@@ -484,9 +525,10 @@ TEST(SetIC, FillsTheStatisticsOfTheInput) {
 
 TEST(SetIC, FallsBackOnOneAtAFault) {
   Solving solving({"a*x+b"});
+  solving.Model->SetIC(kLine);
   EXPECT_FALSE(solving.Start({7, 7}).Model->SetIC(Points({{1, 2, 3}}, {1.7e308, -1.7e308, 1.7e308})));
   EXPECT_EQ(solving.Model->Values(1), 1);
-  EXPECT_EQ(solving.Model->GetICRange()[0], (ICRange{1, 1, 1}));
+  EXPECT_EQ(solving.Model->Statistics.YMean, 0);  // not that of other data
 }
 
 // Weighted line through (1,1), (2,3), (3,2), (4,5) with weights w; sums worked out in rational arithmetic.

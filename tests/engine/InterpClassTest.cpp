@@ -172,6 +172,10 @@ TEST(InterpClass, TabulatesItsInputOrARange) {
   ASSERT_TRUE(curve.GenerateTable({.Min = 0, .Max = 4, .NumPoints = 5}, true));  // 0 has no value
   ASSERT_EQ(curve.NumTablePoints(), 4u);
   EXPECT_EQ(curve.XTableData(1), 1);
+  std::string log;
+  ASSERT_TRUE(curve.Fit(Points({1, 2, 4}, {1, 0, 4}), log));  // another curve has no table yet
+  EXPECT_EQ(curve.NumTablePoints(), 0u);
+  ASSERT_TRUE(curve.GenerateTable({}));
   EXPECT_FALSE(curve.GenerateTable({.Min = 1, .Max = 4, .NumPoints = 1}));
   EXPECT_EQ(curve.NumTablePoints(), 0u);
 }

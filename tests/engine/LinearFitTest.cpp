@@ -43,9 +43,11 @@ std::string LogOfFit(ModelClass& model, const SolveData& data) {
 
 TEST(LinearFit, WritesItsAccount) {
   const auto line = BuiltIn("a*x+b");
+  line->Ended = SearchEnd::Paused;  // of an earlier fit, by iterations
   EXPECT_EQ(LogOfFit(*line, Points({1, 2, 3, 4}, {3, 5, 7, 9})).substr(0, 98),
             "Beginning LS solution for model a*x+b\nBeginning singular value decomposition.\nSolution successful\n");
   EXPECT_TRUE(line->Solved && line->ErrorInfo);
+  EXPECT_EQ(line->Ended, SearchEnd::Converged);
   EXPECT_NEAR(line->Values(1), 2, 1e-13);
 
   EXPECT_EQ(LogOfFit(*BuiltIn("a*x+b"), Points({1, 2}, {3, 5})),

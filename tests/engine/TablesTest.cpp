@@ -44,6 +44,7 @@ TEST(GenerateTable, PlacesItsPoints) {
   } kCases[] = {
       {{}, false, {1, 2, 3, 10}},  // the input, runs of equal X once
       {{0, 20, 4}, true, {0, 20 / 3.0, 40 / 3.0, 20}},
+      {{0, 0.9, 4}, true, {0, 0.9 / 3, 2 * (0.9 / 3), 0.9}},  // which 3 * (0.9 / 3) misses
       {{0, 20, 4}, false, {1, 4, 7, 10}},
       {{4, 6, 3}, false, {4, 5, 6}},
       {{11, 20, 4}, false, {1, 4, 7, 10}},  // nothing left between the limits
@@ -129,6 +130,9 @@ TEST(GetRoots, FindsWhereTheModelTakesAValue) {
       {"a/(x-0.3)", 0, 1, 0, 7, {0.3}},  // a pole passes for a root
       {"a*ln(x)", -1, 3, 0, 200, {1}},   // the part below 0 has no value
       {"a*x", 2, 2, 2, 200, {2}},        //
+      // On the last end, which -1 + (1e-17 + 1) misses, and where the sign changes across parts without a value.
+      {"a*x", -1, 1e-17, 1e-17, 7, {0}},
+      {"a*x*sqr(x^2-1)/sqr(x^2-1)", -2, 2, 0, 4, {-1}},
       {"a*0+x*0+a", 0, 1, 1, 4, {0, 0.25, 0.5, 0.75, 1}},
   };
   for (const auto& c : kCases) {
@@ -158,6 +162,9 @@ TEST(CopyTo, SharesInputAndKeepsTheLook) {
   const auto twin = model->CopyTo();
   EXPECT_EQ(static_cast<const SeriesStyle&>(*twin), static_cast<const SeriesStyle&>(*model));
   EXPECT_EQ(twin->CopyInputDataTo(), model->CopyInputDataTo());
+  ASSERT_TRUE(twin->GenerateTable({TableRange()}));
+  twin->CopyInputDataFrom(model->CopyInputDataTo());  // another input has no table yet
+  EXPECT_EQ(twin->NumTablePoints(), 0u);
   EXPECT_EQ(*twin->CopyInputDataTo(), (InputPoints{{{1, 2, 3, 10}}, {1, 2, 7, 30}}));
 }
 
