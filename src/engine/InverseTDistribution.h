@@ -6,8 +6,8 @@ namespace quorvex {
 
 // The t that Student's distribution with `df` degrees of freedom stays below with probability p, for the confidence
 // limits of coefficients. By bisection between 0.25 and 320, so a t outside that range comes out as its end; rounded to
-// four decimals. The bisection stops when the probability agrees to 1e-7, and betai itself is good to some 3e-7: where
-// the density is low (one degree of freedom, p near 1) the last decimals are not certain.
+// four decimals. The bisection stops when the probability agrees to 1e-7: where the density is low (one
+// degree of freedom, p near 1) the last decimals are not certain.
 // For p within 1e-7 of 0 the result is 0. Throws NumericFault where betai does.
 double InverseTDistribution(double p, double df);
 

@@ -65,16 +65,17 @@ void PowerOverBlock(const BlockOperand& a, const BlockOperand& b, std::size_t n,
 // The hyperbolic functions, quotients of e^x + e^-x and e^x - e^-x.
 template <auto quotient>
 void Hyperbolic(const double* x, double* y, std::size_t n) {
-  double rising[kPiece], falling[kPiece];
+  double held[kPiece], rising[kPiece], falling[kPiece];
   for (std::size_t first = 0; first < n; first += kPiece) {
     const std::size_t count = std::min(kPiece, n - first);
     for (std::size_t i = 0; i < count; ++i) {
-      rising[i] = HeldHyperbolic(x[first + i]);
-      falling[i] = -rising[i];
+      held[i] = HeldHyperbolic(x[first + i]);
+      falling[i] = -held[i];
     }
-    ExpBlock(rising, rising, count);
+    ExpBlock(held, rising, count);
     ExpBlock(falling, falling, count);
-    for (std::size_t i = 0; i < count; ++i) y[first + i] = quotient(rising[i] + falling[i], rising[i] - falling[i]);
+    for (std::size_t i = 0; i < count; ++i)
+      y[first + i] = quotient(rising[i] + falling[i], HyperbolicDifference(held[i], rising[i], falling[i]));
   }
 }
 
@@ -88,6 +89,8 @@ BlockFunction BlockFunctionOf(int code) {
     case 6:
     case 7:
       return LnBlock;
+    case 8:
+      return Log10Block;
     case 11:
       return [](const double* x, double* y, std::size_t n) {
         for (std::size_t i = 0; i < n; ++i) y[i] = Sqr(x[i]);

@@ -26,6 +26,14 @@ constexpr std::string_view kRandomInC =
     "bits ^= bits >> 31;\n"
     "return (double)(bits >> 11) / 9007199254740992.0;";
 
+// With x - 1 and 1 - x in place of 1/x, whose rounding counts near 1.
+constexpr std::string_view kArcSecInC =
+    "double angle = 2.0 * atan(sqrt(fabs(arg) - 1.0) / sqrt(fabs(arg) + 1.0));\n"
+    "return arg < 0.0 ? 4.0 * atan(1.0) - angle : angle;";
+constexpr std::string_view kArcSechInC =
+    "double t = (1.0 - arg) / arg;\n"
+    "return log1p(t + sqrt(t) * sqrt(t + 2.0));";
+
 // BASIC's texts stand as they have always been exported, with an arcsec, arccosec and arccotan that differ from the
 // language's; the C texts compute what the program computes. "n%" is a parameter that is a whole number: C libraries
 // that have jn and yn declare them so.
@@ -51,21 +59,21 @@ constexpr CodeFunction kFunctions[] = {
     {"sec", {}, {}, "Secant", "sec = 1# / cos(arg)", "return 1.0 / cos(arg);", "arg"},
     {"cosec", {}, {}, "Cosecant", "cosec = 1# / sin(arg)", "return 1.0 / sin(arg);", "arg"},
     {"cotan", {}, {}, "Cotangent", "cotan = 1# / tan(arg)", "return 1.0 / tan(arg);", "arg"},
-    {"arcsec", {}, {}, "Inverse Secant", "arcsec = atn(arg / sqr(arg * arg - 1#)) + sgn(sgn(arg) - 1#) * 1.570796327", "return acos(1.0 / arg);", "arg"},
+    {"arcsec", {}, {}, "Inverse Secant", "arcsec = atn(arg / sqr(arg * arg - 1#)) + sgn(sgn(arg) - 1#) * 1.570796327", kArcSecInC, "arg"},
     {"arccosec", {}, {}, "Inverse Cosecant", "arccosec = atn(arg / sqr(arg * arg - 1#)) + (sgn(arg) - 1#) * 1.570796327", "return asin(1.0 / arg);", "arg"},
-    {"arccotan", {}, {}, "Inverse Cotangent", "arccotan = atn(arg) + 1.570796327", "return 2.0 * atan(1.0) - atan(arg);", "arg"},
+    {"arccotan", {}, {}, "Inverse Cotangent", "arccotan = atn(arg) + 1.570796327", "return arg > 1.0 ? atan(1.0 / arg) : 2.0 * atan(1.0) - atan(arg);", "arg"},
     {"hsin", {}, {}, "Hyperbolic Sine", "hsin = (exp(arg) - exp(-arg)) / 2#", "return sinh(arg);", "arg"},
     {"hcos", {}, {}, "Hyperbolic Cosine", "hcos = (exp(arg) + exp(-arg)) / 2.0", "return cosh(arg);", "arg"},
     {"htan", {}, {}, "Hyperbolic Tangent", "htan = (exp(arg) - exp(-arg)) / (exp(arg) + exp(-arg))", "return tanh(arg);", "arg"},
     {"hsec", {}, {}, "Hyperbolic Secant", "hsec = 2# / (exp(arg) + exp(-arg))", "return 1.0 / cosh(arg);", "arg"},
     {"hcosec", {}, {}, "Hyperbolic Cosecant", "hcosec = 2# / (exp(arg) - exp(-arg))", "return 1.0 / sinh(arg);", "arg"},
     {"hcotan", {}, {}, "Hyperbolic Cotangent", "hcotan = (exp(arg) + exp(-arg)) / (exp(arg) - exp(-arg))", "return 1.0 / tanh(arg);", "arg"},
-    {"harcsin", {}, {}, "Inverse Hyperbolic Sine", "harcsin = log(arg + sqr(arg * arg + 1#))", "return log(arg + sqrt(arg * arg + 1.0));", "arg"},
-    {"harccos", {}, {}, "Inverse Hyperbolic Cosine", "harccos = log(arg + sqr(arg * arg - 1#))", "return log(arg + sqrt(arg * arg - 1.0));", "arg"},
-    {"harctan", {}, {}, "Inverse Hyperbolic Tangent", "harctan = log((1# + arg) / (1# - arg)) / 2#", "return log((1.0 + arg) / (1.0 - arg)) / 2.0;", "arg"},
-    {"harcsec", {}, {}, "Inverse Hyperbolic Secant", "harcsec = log((sqr(-arg * arg + 1#) + 1#) / arg)", "return log((sqrt(-arg * arg + 1.0) + 1.0) / arg);", "arg"},
-    {"harccosec", {}, {}, "Inverse Hyperbolic Cosecant", "harccosec = log((sgn(arg) * sqr(arg * arg + 1#) + 1#) / arg)", "return log((copysign(sqrt(arg * arg + 1.0), arg) + 1.0) / arg);", "arg"},
-    {"harccotan", {}, {}, "Inverse Hyperbolic Cotangent", "harccotan = log((arg + 1#) / (arg - 1#)) / 2#", "return log((arg + 1.0) / (arg - 1.0)) / 2.0;", "arg"},
+    {"harcsin", {}, {}, "Inverse Hyperbolic Sine", "harcsin = log(arg + sqr(arg * arg + 1#))", "return asinh(arg);", "arg"},
+    {"harccos", {}, {}, "Inverse Hyperbolic Cosine", "harccos = log(arg + sqr(arg * arg - 1#))", "return acosh(arg);", "arg"},
+    {"harctan", {}, {}, "Inverse Hyperbolic Tangent", "harctan = log((1# + arg) / (1# - arg)) / 2#", "return atanh(arg);", "arg"},
+    {"harcsec", {}, {}, "Inverse Hyperbolic Secant", "harcsec = log((sqr(-arg * arg + 1#) + 1#) / arg)", kArcSechInC, "arg"},
+    {"harccosec", {}, {}, "Inverse Hyperbolic Cosecant", "harccosec = log((sgn(arg) * sqr(arg * arg + 1#) + 1#) / arg)", "return asinh(1.0 / arg);", "arg"},
+    {"harccotan", {}, {}, "Inverse Hyperbolic Cotangent", "harccotan = log((arg + 1#) / (arg - 1#)) / 2#", "return copysign(log1p(2.0 / (fabs(arg) - 1.0)) / 2.0, arg);", "arg"},
     {"rtod", {}, {}, "Radians to Degrees", "rtod = arg * 180.0 / 3.14159265358979 ", "return arg * 180.0 / 3.14159265358979;", "arg"},
     {"dtor", {}, {}, "Degrees to Radians", "dtor = arg * 3.14159265358979 / 180.0", "return arg * 3.14159265358979 / 180.0;", "arg"},
     {"erf", {}, "erf", "Error Function", {}, {}, "arg"},
@@ -101,7 +109,7 @@ constexpr CodeFunction kFunctions[] = {
     {"dsphyn", {}, {}, "Derivative of Spherical Bessel Function Y", {}, {}, "n x"},
     {"max", {}, {}, "Maximum", "if a >= b then max = a else max = b", "return a >= b ? a : b;", "a b"},
     {"min", {}, {}, "Minimum", "if a >= b then min = b else min = a", "return a >= b ? b : a;", "a b"},
-    {"mag", {}, {}, "Magnitude", "mag = sqr(a^2+b^2)", "return sqrt(a * a + b * b);", "a b"},
+    {"mag", {}, {}, "Magnitude", "mag = sqr(a^2+b^2)", "return hypot(a, b);", "a b"},
     {"legendre", {}, {}, "Associated Legendre Polynomial", {}, {}, "l m x"},
     {"binomial", {}, {}, "Cumulative Binomial Distribution", {}, {}, "k n p"},
     {"ibeta", {}, {}, "Incomplete Beta Function", {}, {}, "a b x"},

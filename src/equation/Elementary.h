@@ -11,11 +11,12 @@ namespace quorvex {
 // the last place is the price, where a correctly rounded result has 0.5.
 //
 // Special values are those of the C standard (Annex F). The processor's flags (core/FaultFlags.h) are raised for
-// faults and for nothing else: overflow where the result overflows, division by zero for Ln(0) and 0 to a negative
-// power, invalid for Ln of a negative number, Sin, Cos and Tan of an infinite one, and a negative number to a power
-// that is not whole. Results then are infinite or NaN.
+// faults and for nothing else: overflow where the result overflows, division by zero for Ln(0), Log10(0) and 0 to a
+// negative power, invalid for Ln and Log10 of a negative number, Sin, Cos and Tan of an infinite one, and a negative
+// number to a power that is not whole. Results then are infinite or NaN.
 double Exp(double x);
 double Ln(double x);
+double Log10(double x);  // exact at the powers of ten
 inline double Sqr(double x) { return std::sqrt(x); }
 double Sin(double x);
 double Cos(double x);
@@ -27,6 +28,7 @@ double Power(double a, double b);  // 0^0 is 1; x^1 and x^2 are x and x*x
 // otherwise they don't overlap.
 void ExpBlock(const double* x, double* y, std::size_t n);
 void LnBlock(const double* x, double* y, std::size_t n);
+void Log10Block(const double* x, double* y, std::size_t n);
 void SinBlock(const double* x, double* y, std::size_t n);
 void CosBlock(const double* x, double* y, std::size_t n);
 void TanBlock(const double* x, double* y, std::size_t n);

@@ -208,6 +208,24 @@ struct LnKernel {
   return OrderedSum(second.Hi, ((first.Lo + lo) + (second.Lo - halfLo)) + square * r * tail);
 }
 
+// The logarithm times 1/ln(10), both as sums of two doubles, so that the result is rounded but once.
+struct Log10Kernel {
+  [[gnu::always_inline]] static bool Ordinary(double x) { return LnKernel::Ordinary(x); }
+
+  [[gnu::always_inline]] static double OfBits(Bits x) {
+    constexpr DoubleDouble kInverse{0x1.bcb7b1526e50ep-2, 0x1.95355baaafad3p-57};
+    const DoubleDouble ln = ExtendedLn(x);
+    const DoubleDouble product = Product(ln.Hi, kInverse.Hi);
+    return product.Hi + (product.Lo + (ln.Hi * kInverse.Lo + ln.Lo * kInverse.Hi));
+  }
+
+  [[gnu::always_inline]] static double At(double x) { return OfBits(BitsOf(x)); }
+
+  [[gnu::noinline]] static double Otherwise(double x) {
+    return x > 0 && std::isfinite(x) ? OfBits(NormalizedBits(x)) : LnKernel::Otherwise(x);
+  }
+};
+
 // Exponents beyond these bounds lead to 1 or out of range whatever the base is, unless it is 1 itself.
 constexpr double kSmallestExponent = 0x1p-66, kLargestExponent = 0x1p66;
 
@@ -279,10 +297,12 @@ struct FixedPowerKernel {
 
 double Exp(double x) { return blocks::CallKernel(ExpKernel(), x); }
 double Ln(double x) { return blocks::CallKernel(LnKernel(), x); }
+double Log10(double x) { return blocks::CallKernel(Log10Kernel(), x); }
 double Power(double a, double b) { return blocks::CallKernel(PowerKernel(), a, b); }
 
 void ExpBlock(const double* x, double* y, std::size_t n) { blocks::Run(ExpKernel(), n, y, x); }
 void LnBlock(const double* x, double* y, std::size_t n) { blocks::Run(LnKernel(), n, y, x); }
+void Log10Block(const double* x, double* y, std::size_t n) { blocks::Run(Log10Kernel(), n, y, x); }
 void PowerBlock(const double* a, const double* b, double* y, std::size_t n) { blocks::Run(PowerKernel(), n, y, a, b); }
 
 void PowerBlock(const double* a, double b, double* y, std::size_t n) {

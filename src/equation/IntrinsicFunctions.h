@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -50,6 +51,14 @@ double CallFunction(int code, const double* args, RandomState& random);
 
 // What stands for x in the hyperbolic functions: they hold it within 707, where e^x is still a double.
 inline double HeldHyperbolic(double x) { return std::clamp(x, -707.0, 707.0); }
+
+// e^x - e^-x from its two terms, or from its power series where they would leave few digits of each other.
+[[gnu::always_inline]] inline double HyperbolicDifference(double x, double rising, double falling) {
+  constexpr double kFactorials[] = {1, 6, 120, 5040, 362880, 39916800, 6227020800, 1307674368000};
+  double sum = 0;
+  for (int i = 8; i-- > 0;) sum = sum * (x * x) + 2 / kFactorials[i];
+  return std::abs(x) < 0.5 ? x * sum : rising - falling;
+}
 
 // The angle of the point (X, Y) in (-pi, pi], by the program's 15-digit pi; 0 at the origin. Mind the order: X first.
 double Atn2(double X, double Y);

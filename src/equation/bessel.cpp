@@ -5,6 +5,8 @@
 
 #include "core/NumericFault.h"
 #include "equation/Elementary.h"
+#include "equation/besselends.h"
+#include "equation/besseljy.h"
 
 namespace quorvex {
 namespace {
@@ -46,10 +48,14 @@ struct PhaseAmplitude {
   std::array<double, 5> p;
   std::array<double, 5> q;
 
-  double J(double x) const { return Combine(x, Cos(x - phase), -Sin(x - phase)); }
-  double Y(double x) const { return Combine(x, Sin(x - phase), Cos(x - phase)); }
+  double J(double x) const { return Combine(x, CosOfAngle(x), -SinOfAngle(x)); }
+  double Y(double x) const { return Combine(x, SinOfAngle(x), CosOfAngle(x)); }
 
  private:
+  // By the sum of two angles: the difference x - phase would round away what a large x has of them.
+  double CosOfAngle(double x) const { return Cos(x) * Cos(phase) + Sin(x) * Sin(phase); }
+  double SinOfAngle(double x) const { return Sin(x) * Cos(phase) - Cos(x) * Sin(phase); }
+
   double Combine(double x, double ofP, double ofQ) const {
     const double z = 8 / x;
     return Sqr(kTwoOverPi / x) * (ofP * Polynomial(p, z * z) + z * ofQ * Polynomial(q, z * z));
@@ -64,29 +70,14 @@ constexpr PhaseAmplitude kFar1 = {2.356194491,
                                   {1.0, 0.183105e-2, -0.3516396496e-4, 0.2457520174e-5, -0.240337019e-6},
                                   {0.04687499995, -0.2002690873e-3, 0.8449199096e-5, -0.88228987e-6, 0.105787412e-6}};
 
-// I in (x/3.75)^2 below 3.75, and sqrt(x) exp(-x) I in 3.75/x above.
-constexpr std::array kI0 = {1.0, 3.5156229, 3.0899424, 1.2067492, 0.2659732, 0.360768e-1, 0.45813e-2};
-constexpr std::array kI0Far = {0.39894228,    0.1328592e-1, 0.225319e-2,   -0.157565e-2, 0.916281e-2,
-                               -0.2057706e-1, 0.2635537e-1, -0.1647633e-1, 0.392377e-2};
-constexpr std::array kI1 = {0.5, 0.87890594, 0.51498869, 0.15084934, 0.2658733e-1, 0.301532e-2, 0.32411e-3};  // of I1/x
-constexpr std::array kI1Far = {0.39894228,   -0.3988024e-1, -0.362018e-2, 0.163801e-2, -0.1031555e-1,
-                               0.2282967e-1, -0.2895312e-1, 0.1787654e-1, -0.420059e-2};
-
-// K less its logarithm in x^2/4 up to 2, and sqrt(x) exp(x) K in 2/x above.
+// K less its logarithm, in x^2/4 up to 2.
 constexpr std::array kK0 = {-0.57721566, 0.42278420, 0.23069756, 0.3488590e-1, 0.262698e-2, 0.10750e-3, 0.74e-5};
-constexpr std::array kK0Far = {1.25331414,  -0.7832358e-1, 0.2189568e-1, -0.1062446e-1,
-                               0.587872e-2, -0.251540e-2,  0.53208e-3};
 constexpr std::array kK1 = {1.0,           0.15443144,   -0.67278579, -0.18156897,
                             -0.1919402e-1, -0.110404e-2, -0.4686e-4};  // of x K1
-constexpr std::array kK1Far = {1.25331414,   0.23498619,  -0.3655620e-1, 0.1504268e-1,
-                               -0.780353e-2, 0.325614e-2, -0.68245e-3};
 
 // Where the far forms take over.
 constexpr double kFarJY = 8;
-constexpr double kFarI = 3.75;
 constexpr double kFarK = 2;
-
-double Square(double x) { return x * x; }
 
 void RequireOrder(int n) {
   if (n < 2) throw NumericFault();
@@ -95,48 +86,47 @@ void RequireOrder(int n) {
 // J and I of odd order are odd in x.
 double WithSign(double ofMagnitude, int n, double x) { return x < 0 && n % 2 == 1 ? -ofMagnitude : ofMagnitude; }
 
-// From orders 0 and 1 up to n; curvature -1 for J and Y, 1 for K.
-double Climb(int n, double x, double ofOrder0, double ofOrder1, int curvature) {
+// J or Y from orders 0 and 1 up to n.
+double Climb(int n, double x, double ofOrder0, double ofOrder1) {
   double below = ofOrder0;
   double here = ofOrder1;
   for (int j = 1; j < n; ++j) {
-    const double above = j * (2 / x) * here + curvature * below;
+    const double above = j * (2 / x) * here - below;
     below = here;
     here = above;
   }
   return here;
 }
 
-// From order `start` down to 0 in an unknown scale; curvature -1 for J, 1 for I.
-struct Descent {
-  double OfOrderN = 0;
-  double OfOrder0 = 0;
-  double EvenSum = 0;  // of orders 0, 2, 4, ...
-};
+// Where a descent to order n has to start so that the top's error vanishes on the way down: where the other solution,
+// begun at n, has grown by 1e17 (F. W. J. Olver, J. Res. NBS 71B, 111, 1967). For x <= n.
+int DescentStart(int n, double x) {
+  double below = 0, here = 1;
+  int order = n;
+  while (std::abs(here) < 1e17) {
+    const double above = order * (2 / x) * here - below;
+    below = here;
+    here = above;
+    ++order;
+  }
+  return 2 * (order / 2 + 1);
+}
 
-Descent Descend(int n, double x, int start, int curvature) {
+// J of order n at x <= n, downward from an order above n in an unknown scale (Miller's method).
+double Descend(int n, double x) {
   constexpr double BIGNO = 1e10;
   constexpr double BIGNI = 1e-10;
-  Descent result;
-  double above = 0;
-  double here = 1;
-  for (int j = start; j > 0; --j) {
-    const double below = j * (2 / x) * here + curvature * above;
+  double above = 0, here = 1, ofOrderN = 0, evenSum = 0;
+  for (int j = DescentStart(n, x); j > 0; --j) {
+    const double below = j * (2 / x) * here - above;
     above = here;
     here = below;
     if (std::abs(here) > BIGNO)
-      for (double* value : {&here, &above, &result.OfOrderN, &result.EvenSum}) *value *= BIGNI;
-    if (j % 2 == 1) result.EvenSum += here;  // here is of order j - 1
-    if (j == n) result.OfOrderN = above;
+      for (double* value : {&here, &above, &ofOrderN, &evenSum}) *value *= BIGNI;
+    if (j % 2 == 1) evenSum += here;  // here is of order j - 1
+    if (j == n) ofOrderN = above;
   }
-  result.OfOrder0 = here;
-  return result;
-}
-
-// How far above n a descent starts: more of ACC would give more digits.
-int HeadStart(int n) {
-  constexpr double ACC = 40;
-  return static_cast<int>(Sqr(ACC * n));
+  return ofOrderN / (2 * evenSum - here);  // J0 + 2 (J2 + J4 + ...) = 1
 }
 
 }  // namespace
@@ -155,52 +145,41 @@ double bessy0(double x) { return x < kFarJY ? kY0(x * x) + kTwoOverPi * bessj0(x
 
 double bessy1(double x) { return x < kFarJY ? x * kY1(x * x) + kTwoOverPi * (bessj1(x) * Ln(x) - 1 / x) : kFar1.Y(x); }
 
-double bessi0(double x) {
-  const double ax = std::abs(x);
-  if (ax < kFarI) return Polynomial(kI0, Square(x / kFarI));
-  return Exp(ax) / Sqr(ax) * Polynomial(kI0Far, kFarI / ax);
-}
+double bessi0(double x) { return x == 0 ? 1 : BesselI(0, std::abs(x)).Value; }
 
-double bessi1(double x) {
-  const double ax = std::abs(x);
-  if (ax < kFarI) return x * Polynomial(kI1, Square(x / kFarI));
-  return WithSign(Exp(ax) / Sqr(ax) * Polynomial(kI1Far, kFarI / ax), 1, x);
-}
+double bessi1(double x) { return x == 0 ? 0 : WithSign(BesselI(1, std::abs(x)).Value, 1, x); }
 
 double bessk0(double x) {
   if (x <= kFarK) return -Ln(x / 2) * bessi0(x) + Polynomial(kK0, x * x / 4);
-  return Exp(-x) / Sqr(x) * Polynomial(kK0Far, kFarK / x);
+  return BesselK(0, x);
 }
 
 double bessk1(double x) {
   if (x <= kFarK) return Ln(x / 2) * bessi1(x) + 1 / x * Polynomial(kK1, x * x / 4);
-  return Exp(-x) / Sqr(x) * Polynomial(kK1Far, kFarK / x);
+  return BesselK(1, x);
 }
 
 double bessj(int n, double x) {
   RequireOrder(n);
   if (x == 0) return 0;
   const double ax = std::abs(x);
-  if (ax > n) return WithSign(Climb(n, ax, bessj0(ax), bessj1(ax), -1), n, x);
-  const Descent down = Descend(n, ax, 2 * ((n + HeadStart(n)) / 2), -1);
-  return WithSign(down.OfOrderN / (2 * down.EvenSum - down.OfOrder0), n, x);  // J0 + 2 (J2 + J4 + ...) = 1
+  if (IsSmallArgument(n, ax)) return WithSign(AscendingBessel(n, ax, -1).Value, n, x);
+  return WithSign(ax > n ? Climb(n, ax, bessj0(ax), bessj1(ax)) : Descend(n, ax), n, x);
 }
 
 double bessi(int n, double x) {
   RequireOrder(n);
-  if (x == 0) return 0;
-  const Descent down = Descend(n, std::abs(x), 2 * (n + HeadStart(n)), 1);
-  return WithSign(down.OfOrderN * (bessi0(x) / down.OfOrder0), n, x);
+  return x == 0 ? 0 : WithSign(BesselI(n, std::abs(x)).Value, n, x);
 }
 
 double bessy(int n, double x) {
   RequireOrder(n);
-  return Climb(n, x, bessy0(x), bessy1(x), -1);
+  return Climb(n, x, bessy0(x), bessy1(x));
 }
 
 double bessk(int n, double x) {
   RequireOrder(n);
-  return Climb(n, x, bessk0(x), bessk1(x), 1);
+  return BesselK(n, x);
 }
 
 }  // namespace quorvex

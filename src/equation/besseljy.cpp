@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <limits>
 
 #include "core/NumericFault.h"
 #include "equation/Elementary.h"
 #include "equation/LentzFraction.h"
+#include "equation/besselends.h"
 
 namespace quorvex {
 namespace {
@@ -15,6 +17,8 @@ constexpr int MAXIT = 10000;
 constexpr double EPS = 1e-16;  // below the spacing of doubles at 1: a fraction has settled when it moves no more
 constexpr double FPMIN = 1e-30;
 constexpr double XMIN = 2;
+constexpr double kDistant =
+    1000;  // beyond the order: from here on Hankel's series takes the place of the first fraction
 
 void RequireDomain(double x, double nu) {
   if (!(x > 0 && nu >= 0)) throw NumericFault();
@@ -105,7 +109,7 @@ double SinhOverArgument(double t) {
 //   K(mu) = sum c f,  K(mu+1) = 2/x sum c (p - k f)  over k, with c = (x^2/4)^k / k!
 //   Y(mu) = -2/pi sum c g,  Y(mu+1) = -2/pi * 2/x sum c (p - k g),  with c = (-x^2/4)^k / k!,  g = f + 2 sin^2(pi
 //   mu/2)/mu q
-// Sums as they stand; the factor -2/pi is the caller's. Y may be 0, so its sum stops at an absolute change.
+// Sums as they stand; the factors -2/pi and 2/x are the caller's. Y may be 0, so its sum stops at an absolute change.
 Neighbours TemmeSeries(double x, double mu, double curvature) {
   const auto [gam1, gam2, gampl, gammi] = beschb(mu);
   const double d = Ln(2 / x);
@@ -129,7 +133,7 @@ Neighbours TemmeSeries(double x, double mu, double curvature) {
     const double g = f + r * q;
     sum += c * g;
     sumNext += c * (p - k * g);
-    if (std::abs(c * g) < (least + std::abs(sum)) * EPS) return {sum, sumNext * 2 / x};
+    if (std::abs(c * g) < (least + std::abs(sum)) * EPS) return {sum, sumNext};
   }
   throw NumericFault();
 }
@@ -147,7 +151,7 @@ std::complex<double> OutgoingWave(double x, double mu) {
 }
 
 // K at orders mu and mu + 1 for x >= 2: Steed's evaluation of the fraction z1/z0 = 1/(b1 + a2/(b2 + ...)), and along
-// with it Temme's sum S that normalises, K(mu) = sqrt(pi/(2x)) exp(-x) / S.
+// with it Temme's sum S that normalises, K(mu) = sqrt(pi/(2x)) exp(-x) / S. The factor exp(-x) is the caller's.
 Neighbours DecayingWave(double x, double mu) {
   const double a1 = 0.25 - mu * mu;
   double a = -a1;
@@ -173,11 +177,32 @@ Neighbours DecayingWave(double x, double mu) {
     fraction += change;
     S += weight * change;
     if (std::abs(weight * change / S) < EPS) {
-      const double K = Sqr(kPi / (2 * x)) * Exp(-x) / S;
+      const double K = Sqr(kPi / (2 * x)) / S;
       return {K, K * (mu + x + 0.5 - a1 * fraction) / x};
     }
   }
   throw NumericFault();
+}
+
+// K at orders nu and nu + 1, nu >= -1/2, climbing from the order near 0. On the way the values stand without exp(-x),
+// which may be below all doubles, and are scaled down wherever they have grown.
+Neighbours RisingK(double nu, double x) {
+  constexpr double kBig = 1e250, kLnBig = 575.6462732485115;
+  const int steps = WholeSteps(nu + 0.5);
+  const double mu = nu - steps;
+  const bool near = x < XMIN;
+  Neighbours K = near ? TemmeSeries(x, mu, 1) : DecayingWave(x, mu);
+  if (near) K.AtNext *= 2 / x;
+  double logarithm = near ? 0 : -x;
+  for (int i = 1; i <= steps; ++i) {
+    K = StepUp(K, x, mu + i - 1, 1, 1);
+    if (!near && K.AtNext > kBig) {
+      K = {K.AtMu / kBig, K.AtNext / kBig};
+      logarithm += kLnBig;
+    }
+  }
+  const double half = near ? 1 : Exp(logarithm / 2);  // the whole may vanish where the product does not
+  return {K.AtMu * half * half, K.AtNext * half * half};
 }
 
 }  // namespace
@@ -208,6 +233,10 @@ TemmeGammas beschb(double x) {
 
 OrdinaryBessel bessjy(double x, double nu) {
   RequireDomain(x, nu);
+  if (x - nu > kDistant) {
+    const HankelPair far = DistantBessel(nu, x);
+    return {far.J.Value, far.Y.Value, far.J.Slope, far.Y.Slope};
+  }
   const int steps = WholeSteps(x < XMIN ? nu + 0.5 : nu - x + 1.5);
   const double mu = nu - steps;
   const double wronskian = 2 / x / kPi;
@@ -220,7 +249,7 @@ OrdinaryBessel bessjy(double x, double nu) {
   Neighbours Y;
   if (x < XMIN) {
     const Neighbours series = TemmeSeries(x, mu, -1);
-    Y = {-2 / kPi * series.AtMu, -2 / kPi * series.AtNext};
+    Y = {-2 / kPi * series.AtMu, -2 / kPi * (series.AtNext * 2 / x)};
     jMu = -wronskian / (Y.AtNext + bottom.Lean * Y.AtMu);
   } else {
     const std::complex<double> pq = OutgoingWave(x, mu);
@@ -238,20 +267,44 @@ OrdinaryBessel bessjy(double x, double nu) {
   return {top.Value * scale, Y.AtMu, top.Slope * scale, nu / x * Y.AtMu - Y.AtNext};
 }
 
-ModifiedBessel bessik(double x, double nu) {
+BesselOrder BesselJ(double nu, double x) {
   RequireDomain(x, nu);
+  if (IsSmallArgument(nu, x)) return AscendingBessel(nu, x, -1);
+  const OrdinaryBessel both = bessjy(x, nu);
+  return {both.J, nu / x * both.J - both.DJ, both.DJ};
+}
+
+BesselOrder BesselI(double nu, double x) {
+  RequireDomain(x, nu);
+  if (x < 30 || x < nu * nu) return AscendingBessel(nu, x, 1);
+  // In two factors: exp(x) overflows before the product does.
+  const double half = Exp(x / 2);
+  const double scale = half / Sqr(2 * kPi * x);
+  const double value = DistantModified(nu, x, -1) * scale * half;
+  const double next = DistantModified(nu + 1, x, -1) * scale * half;
+  return {value, next, nu / x * value + next};
+}
+
+double BesselY(double nu, double x) {
+  RequireDomain(x, nu);
+  if (x >= XMIN) return bessjy(x, nu).Y;
   const int steps = WholeSteps(nu + 0.5);
   const double mu = nu - steps;
+  const Neighbours series = TemmeSeries(x, mu, -1);
+  if (steps == 0) return -2 / kPi * series.AtMu;
+  return -2 / kPi * StepUp({series.AtMu, series.AtNext * 2 / x}, x, mu, steps - 1, -1).AtNext;
+}
 
-  const Pair top = {FPMIN, FPMIN * FirstFraction(x, nu, 1).Value};
-  const Bottom bottom = StepDown(top, x, nu, steps, 1);
+double BesselK(double nu, double x) {
+  RequireDomain(x, nu);
+  if (nu >= 0.5) return RisingK(nu - 1, x).AtNext;
+  return x < XMIN ? TemmeSeries(x, nu, 1).AtMu : DecayingWave(x, nu).AtMu * Exp(-x);
+}
 
-  Neighbours K = x < XMIN ? TemmeSeries(x, mu, 1) : DecayingWave(x, mu);
-  const double iMu = 1 / x / (K.AtNext + bottom.Lean * K.AtMu);
-
-  K = StepUp(K, x, mu, steps, 1);
-  // Multiplied before divided: iMu alone may be close to the largest double.
-  return {iMu * top.Value / bottom.Value, K.AtMu, iMu * top.Slope / bottom.Value, nu / x * K.AtMu - K.AtNext};
+double BesselKSlope(double nu, double x) {
+  RequireDomain(x, nu);
+  const Neighbours K = RisingK(nu, x);
+  return nu / x * K.AtMu - K.AtNext;
 }
 
 OrdinaryBessel sphbes(int n, double x) {
@@ -264,21 +317,32 @@ OrdinaryBessel sphbes(int n, double x) {
   return {j, y, factor * cylinder.DJ - j / (2 * x), factor * cylinder.DY - y / (2 * x)};
 }
 
+BesselOrder SphericalJ(int n, double x) {
+  if (n >= 0 && x > 0 && IsSmallArgument(n + 0.5, x)) return AscendingBessel(n + 0.5, x, -1, true);
+  const OrdinaryBessel both = sphbes(n, x);
+  return {both.J, n / x * both.J - both.DJ, both.DJ};
+}
+
 AiryFunctions airy(double x) {
   constexpr double ONOVRT = 0.57735027;
   constexpr double THIRD = 1.0 / 3;
   constexpr double TWOTHR = 2.0 / 3;
   constexpr double kAi0 = 0.35502805;
   constexpr double kDAi0 = -0.25881940;
-  if (x == 0) return {kAi0, kAi0 / ONOVRT, kDAi0, -kDAi0 / ONOVRT};
+  constexpr double kStraight = 1e-10;  // within it the functions are straight lines, and the way below would overflow
+  constexpr double kVanished = 104.5;  // Ai is below all doubles, and Bi above
+  constexpr double kBlurred = -1e6;    // from here on the rounding of z takes the angle's digits
+  if (std::abs(x) < kStraight) return {kAi0 + x * kDAi0, (kAi0 - x * kDAi0) / ONOVRT, kDAi0, -kDAi0 / ONOVRT};
+  if (x < kBlurred) throw NumericFault();
+  if (x > kVanished) return {0, std::numeric_limits<double>::infinity(), 0, std::numeric_limits<double>::infinity()};
   const double ax = std::abs(x);
   const double root = Sqr(ax);
   const double z = 2 * ax * root / 3;
   if (x > 0) {
-    const ModifiedBessel third = bessik(z, THIRD);
-    const ModifiedBessel twoThirds = bessik(z, TWOTHR);
-    return {root * ONOVRT * third.K / kPi, root * (third.K / kPi + 2 * ONOVRT * third.I),
-            -x * ONOVRT * twoThirds.K / kPi, x * (twoThirds.K / kPi + 2 * ONOVRT * twoThirds.I)};
+    const double thirdI = BesselI(THIRD, z).Value, thirdK = BesselK(THIRD, z);
+    const double twoThirdsI = BesselI(TWOTHR, z).Value, twoThirdsK = BesselK(TWOTHR, z);
+    return {root * ONOVRT * thirdK / kPi, root * (thirdK / kPi + 2 * ONOVRT * thirdI), -x * ONOVRT * twoThirdsK / kPi,
+            x * (twoThirdsK / kPi + 2 * ONOVRT * twoThirdsI)};
   }
   const OrdinaryBessel third = bessjy(z, THIRD);
   const OrdinaryBessel twoThirds = bessjy(z, TWOTHR);

@@ -2,6 +2,8 @@
 
 #include <span>
 
+#include "equation/besselends.h"
+
 namespace quorvex {
 
 // Bessel functions of fractional order, and spherical Bessel and Airy functions through them. The routines compute a
@@ -10,10 +12,6 @@ namespace quorvex {
 
 struct OrdinaryBessel {
   double J, Y, DJ, DY;  // DJ and DY are derivatives with respect to x
-};
-
-struct ModifiedBessel {
-  double I, K, DI, DK;
 };
 
 struct AiryFunctions {
@@ -29,13 +27,27 @@ struct AiryFunctions {
 // of the first fraction, whose rounds number about x; where x < nu some 5e-15 (nu + 1), relative.
 OrdinaryBessel bessjy(double x, double nu);
 
-// I, K and derivatives, the same way; throws as bessjy does. I overflows beyond x of about 713. Relative error some
-// 5e-15 (nu + 1), and 3e-14 for K.
-ModifiedBessel bessik(double x, double nu);
+// J alone: the ascending series where x <= 2 sqrt(nu + 1), so that a Y or slope beyond doubles does no harm and no
+// digits are lost at tiny x, else bessjy.
+BesselOrder BesselJ(double nu, double x);
+
+// I by its ascending series, or by the asymptotic one from x = 30 and nu^2 on. It overflows beyond x of about 713.
+BesselOrder BesselI(double nu, double x);
+
+// Y alone, for an x so small that the slope is beyond doubles.
+double BesselY(double nu, double x);
+
+// K and its derivative by Steed's evaluation of the second fraction and Temme's sum, or Temme's series below x = 2, and
+// up by the recurrence from an order near 0. Relative error 3e-14 and some 5e-15 nu.
+double BesselK(double nu, double x);
+double BesselKSlope(double nu, double x);
 
 // Spherical Bessel functions j, y and derivatives of order n >= 0 at x > 0; throws NumericFault otherwise. The factor
 // sqrt(pi/2) has 8 digits: relative error 3e-8.
 OrdinaryBessel sphbes(int n, double x);
+
+// j alone, as BesselJ is of J.
+BesselOrder SphericalJ(int n, double x);
 
 // Airy functions Ai, Bi and derivatives, for x from about -601 (below, the fraction for J takes too long) to about 104
 // (above, Bi overflows). Constants of 8 digits, 1/sqrt(3) and at x = 0 all four values: elsewhere the relative error

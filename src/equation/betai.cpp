@@ -1,34 +1,82 @@
 #include "equation/betai.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/NumericFault.h"
 #include "equation/Elementary.h"
 #include "equation/LentzFraction.h"
+#include "equation/NearOne.h"
+#include "equation/TailIntegral.h"
 #include "equation/gamma.h"
 
 namespace quorvex {
+namespace {
 
-double betacf(double a, double b, double x) {
-  constexpr int kMaxRounds = 100;
-  constexpr double kSettled = 3e-7;
-  auto fraction = LentzFraction<double>::OneOver(1);
-  fraction.Step(-(a + b) * x / (a + 1), 1);
-  for (int m = 1; m <= kMaxRounds; ++m) {
-    const double a2m = a + 2 * m;
-    fraction.Step(m * (b - m) * x / ((a2m - 1) * a2m), 1);
-    const double change = fraction.Step(-(a + m) * (a + b + m) * x / (a2m * (a2m + 1)), 1);
-    if (std::abs(change - 1) < kSettled) return fraction.Value;
+// From these parameters on, both of them, the fraction takes ever more rounds near the mean, and an integral serves.
+constexpr double kLargeParameters = 1000;
+constexpr double kStirling = 10;
+constexpr double kTwoPi = 6.283185307179586;
+
+// x^a y^b / B(a, b), which stands before fraction and integral.
+double Front(double a, double b, Parts parts) {
+  const auto [x, y] = parts;
+  if (std::min(a, b) < kStirling) {
+    const double lnX = x < 0.5 ? Ln(x) : LnOnePlus(-y);
+    const double lnY = y < 0.5 ? Ln(y) : LnOnePlus(-x);
+    return Exp(a * lnX + b * lnY - betaln(a, b));
+  }
+  const double n = a + b;
+  const double lost = Deviance(a, n * x) + Deviance(b, n * y);
+  return Exp(StirlingRest(n) - StirlingRest(a) - StirlingRest(b) - lost) * Sqr(a / kTwoPi * (b / n));
+}
+
+// The part below x of the mean's lower side.
+double LowerTail(double a, double b, Parts parts) {
+  const auto [x, y] = parts;
+  const double front = Front(a, b, parts);
+  if (front == 0) return 0;
+  if (!std::isfinite(front)) throw NumericFault();  // of infinite a or b
+  const double ratio = x / y;
+  const auto logarithm = [=](double w) {  // at x(1 - w)
+    return w * ((b - 1) * ratio - (a - 1)) - (a - 1) * LessLnOnePlus(-w) - (b - 1) * LessLnOnePlus(w * ratio);
+  };
+  return front / y * TailIntegral(logarithm, 1 / Sqr(a), 0.999);
+}
+
+// The smaller side by its fraction or integral.
+double Side(double a, double b, Parts parts) {
+  if (std::min(a, b) >= kLargeParameters) return LowerTail(a, b, parts);
+  return Front(a, b, parts) * betacf(a, b, parts) / a;
+}
+
+}  // namespace
+
+double betacf(double a, double b, Parts parts) {
+  constexpr int kMaxRounds = 5000;
+  constexpr double kSettled = 2e-16;
+  const auto [x, y] = parts;
+  const double beyondMean = (a > b ? (a + b) * y - b : a - (a + b) * x) + 1;
+  auto fraction = LentzFraction<double>::StartingWith(a / (a + 1) * beyondMean);
+  for (int n = 1; n <= kMaxRounds; ++n) {
+    const double s = a + 2 * n - 1;
+    const double product = n * (b - n) / s * x;
+    const double alpha = (a + n - 1) / s * (a + b + n - 1) * product * x;
+    const double beta = n + product + (a + n) / (s + 2) * (beyondMean + n * (1 + y));
+    const double change = fraction.Step(alpha, beta);
+    if (std::abs(change - 1) <= kSettled) return a / fraction.Value;
   }
   throw NumericFault();
 }
 
-double betai(double a, double b, double x) {
-  if (!(x >= 0 && x <= 1)) throw NumericFault();
-  const bool atAnEnd = x == 0 || x == 1;
-  const double front = atAnEnd ? 0 : Exp(gammln(a + b) - gammln(a) - gammln(b) + a * Ln(x) + b * Ln(1 - x));
-  if (x < (a + 1) / (a + b + 2)) return front * betacf(a, b, x) / a;
-  return 1 - front * betacf(b, a, 1 - x) / b;
+double betai(double a, double b, Parts parts) {
+  const auto [x, y] = parts;
+  if (!(x >= 0 && y >= 0)) throw NumericFault();
+  if (x == 0 || y == 0) return x == 0 ? 0 : 1;
+  if (!(a > 0 && b > 0)) throw NumericFault();
+  return x < (a + 1) / (a + b + 2) ? Side(a, b, parts) : 1 - Side(b, a, {y, x});
 }
+
+double betai(double a, double b, double x) { return betai(a, b, {x, 1 - x}); }
 
 }  // namespace quorvex

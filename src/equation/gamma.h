@@ -8,25 +8,36 @@ namespace quorvex {
 
 // ln Gamma(x) for x > 0; throws otherwise (there is no reflection to negative x).
 // Lanczos' formula with g = 5 and six coefficients (SIAM J. Numer. Anal. B 1, 86, 1964), cut to 15 digits:
-// absolute error below 3e-10, so Gamma(x) is good to that relative error, and ln Gamma near its zeros 1 and 2 is not
-// good to a relative one. Where ln Gamma itself is large, its rounding adds to that.
+// absolute error below 3e-10, so Gamma(x) is good to that relative error. From 0.5 to 2.5, where ln Gamma has its
+// zeros, its power series at 1 and 2 (Abramowitz & Stegun 6.1.33), good to the last digits. Where ln Gamma is large,
+// its rounding adds to that.
 double gammln(double x);
+
+// ln Gamma(x) less (x - 1/2) ln x - x + ln(2 pi)/2, for x >= 10: Stirling's series (Abramowitz & Stegun 6.1.41), to
+// 1e-16.
+double StirlingRest(double x);
+
+// The logarithm of the beta function, Gamma(a) Gamma(b) / Gamma(a + b), for a, b > 0; throws otherwise. Large
+// logarithms are taken off each other by Stirling's series, so the error stays below 1e-9 absolute, or 2e-16 of a large
+// value.
+double betaln(double a, double b);
 
 // Regularised incomplete gamma functions:
 //   gammp(a, x) = 1/Gamma(a) * integral from 0 to x of exp(-t) t^(a-1) dt
 //   gammq(a, x) = 1 - gammp(a, x)
-// for a > 0 and x >= 0; throws otherwise. gser for x < a + 1, gcf above (Abramowitz & Stegun 6.5.29 and 6.5.31).
-// The sums stop at a relative change of 3e-7, so that and a little more (1e-6 for P at a of hundreds) is the accuracy
-// to expect: relative for the one of the two that is summed (P below a + 1, Q above), absolute for its complement.
+// for a > 0 and x >= 0; throws otherwise. gser for x < a + 1, gcf above (Abramowitz & Stegun 6.5.29 and 6.5.31); from
+// a = 1000 on the integral over the tail, in bounded time. What stands before them is from a = 10 on Stirling's series
+// in the form of Loader (see Deviance).
+// Relative error below 1e-9 (of gammln) of the one of the two that is summed (P below a + 1, Q above). The other is its
+// difference from 1, which matters for Q at a below 1e-8 alone: there it has an absolute error of 1e-16.
 double gammp(double a, double x);
 double gammq(double a, double x);
 
-// P(a, x) by its power series, at most 100 terms; throws beyond, which happens for x near a from a = 396 on.
+// P(a, x) by its power series, at most 2000 terms; throws beyond, which takes a x near an a above 50000.
 // 0 for x at or below 0.
 double gser(double a, double x);
 
-// Q(a, x) by its continued fraction, at most 100 rounds; throws beyond, which happens for
-// x near a from a = 7032 on. For x >= a + 1 (it settles too slowly below).
+// Q(a, x) by its continued fraction, at most 2000 rounds; throws beyond. For x >= a + 1 (it settles too slowly below).
 double gcf(double a, double x);
 
 // n!; throws for n < 0. Up to 32 from a table, good to the last digit or two; above by exp(gammln(n + 1)), to about 10

@@ -41,6 +41,8 @@ void OneBlock(const double* a, const double*, double* y, std::size_t n) {
 
 const Function kExp = {"Exp", One<Exp>, OneBlock<ExpBlock>, [](long double a, long double) { return std::exp(a); }};
 const Function kLn = {"Ln", One<Ln>, OneBlock<LnBlock>, [](long double a, long double) { return std::log(a); }};
+const Function kLog10 = {"Log10", One<Log10>, OneBlock<Log10Block>,
+                         [](long double a, long double) { return std::log10(a); }};
 const Function kSin = {"Sin", One<Sin>, OneBlock<SinBlock>, [](long double a, long double) { return std::sin(a); }};
 const Function kCos = {"Cos", One<Cos>, OneBlock<CosBlock>, [](long double a, long double) { return std::cos(a); }};
 const Function kTan = {"Tan", One<Tan>, OneBlock<TanBlock>, [](long double a, long double) { return std::tan(a); }};
@@ -57,7 +59,7 @@ const Function kFixedPower = {"Power, fixed exponent", Power,
                               },
                               kPower.Reference};
 
-const Function* const kFunctions[] = {&kExp, &kLn, &kSin, &kCos, &kTan, &kAtn, &kPower, &kFixedPower};
+const Function* const kFunctions[] = {&kExp, &kLn, &kLog10, &kSin, &kCos, &kTan, &kAtn, &kPower, &kFixedPower};
 
 bool SameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
 
@@ -102,6 +104,8 @@ const Range kRanges[] = {{kExp, -1, 1},
                          {kLn, 0.98, 1.02},
                          {kLn, 0.1, 100},
                          {kLn, -1074, 1024, Spacing::Log2},
+                         {kLog10, 0.98, 1.02},
+                         {kLog10, -1074, 1024, Spacing::Log2},
                          {kSin, -7, 7},
                          {kSin, -9000, 9000},
                          {kSin, -30, 1024, Spacing::Log2},
@@ -237,6 +241,7 @@ TEST(Elementary, KeepsTheIdentities) {
   EXPECT_EQ(Exp(0), 1);
   EXPECT_EQ(Cos(0), 1);
   EXPECT_TRUE(SameBits(Ln(1), 0));
+  for (int k = -307; k < 309; ++k) EXPECT_EQ(Log10(std::stod("1e" + std::to_string(k))), k);
   for (const auto odd : {Sin, Tan, Atn}) EXPECT_TRUE(SameBits(odd(-0.0), -0.0));
   for (int i = 0; i < 2000; ++i) {
     const double x = random.Between(-20000, 20000);
@@ -281,6 +286,11 @@ TEST(Elementary, RaisesTheFlagsOfFaultsAndNoOthers) {
               {kLn, kInf, 0, kInf, kNone},
               {kLn, kNaN, 0, kNaN, kNone},
               {kLn, kTiny, 0, kAny, kNone},
+              {kLog10, -0.0, 0, -kInf, kZero},
+              {kLog10, -kTiny, 0, kNaN, kInvalid},
+              {kLog10, kInf, 0, kInf, kNone},
+              {kLog10, kNaN, 0, kNaN, kNone},
+              {kLog10, kTiny, 0, kAny, kNone},
               {kSin, kInf, 0, kNaN, kInvalid},
               {kSin, -kInf, 0, kNaN, kInvalid},
               {kSin, kNaN, 0, kNaN, kNone},
