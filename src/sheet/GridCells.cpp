@@ -34,6 +34,19 @@ void GridCells::DropEmptyEnd(std::vector<double>& column) {
   while (!column.empty() && IsEmpty(column.back())) column.pop_back();
 }
 
+void GridCells::DropLostTexts() {
+  if (texts_.empty()) return;
+  std::vector<std::string> kept;
+  for (auto& column : columns_) {
+    for (double& cell : column) {
+      if (!IsText(cell)) continue;
+      kept.push_back(std::move(texts_[std::bit_cast<std::uint64_t>(cell) - kTextBits]));
+      cell = std::bit_cast<double>(kTextBits + (kept.size() - 1));
+    }
+  }
+  texts_ = std::move(kept);
+}
+
 std::size_t GridCells::GridLastRow() const {
   std::size_t last = 0;
   for (const auto& column : columns_) last = std::max(last, column.size());
@@ -64,6 +77,10 @@ void GridCells::SetGridCellText(std::size_t row, std::size_t col, std::string_vi
     texts_[std::bit_cast<std::uint64_t>(cell) - kTextBits] = text;
     return;
   }
+  if (texts_.size() >= textsToLookAt_) {
+    DropLostTexts();
+    textsToLookAt_ = std::max(textsToLookAt_, 2 * texts_.size());
+  }
   texts_.emplace_back(text);
   SetCell(row, col, std::bit_cast<double>(kTextBits + (texts_.size() - 1)));
 }
@@ -86,13 +103,16 @@ void GridCells::Reserve(std::size_t rows) {
 
 void GridCells::MoveColumns(std::span<const std::size_t> targets) {
   std::vector<std::vector<double>> arranged;
+  std::vector<std::string> names;
   for (std::size_t p = 0; p < targets.size(); ++p) {
     const std::size_t target = targets[p];
     if (target == 0) continue;
-    if (target > arranged.size()) arranged.resize(target);
+    if (target > arranged.size()) arranged.resize(target), names.resize(target);
     arranged[target - 1] = p < columns_.size() ? std::move(columns_[p]) : std::vector<double>();
+    names[target - 1] = ColumnName(p + 1);
   }
   columns_ = std::move(arranged);
+  if (!ColumnNames.empty()) ColumnNames = std::move(names);
 }
 
 void GridCells::GridClearRange(const CellRange& range) {
@@ -102,6 +122,7 @@ void GridCells::GridClearRange(const CellRange& range) {
       column[row - 1] = std::bit_cast<double>(kEmptyBits);
     DropEmptyEnd(column);
   }
+  DropLostTexts();
 }
 
 void GridCells::GridInsertRows(std::size_t row, std::size_t count) {
@@ -117,6 +138,7 @@ void GridCells::GridDeleteRows(std::size_t row, std::size_t count) {
     column.erase(first, first + static_cast<std::ptrdiff_t>(std::min(count, column.size() - (row - 1))));
     DropEmptyEnd(column);
   }
+  DropLostTexts();
 }
 
 void GridCells::DeleteMarkedRows(const std::vector<bool>& marked) {
@@ -127,6 +149,7 @@ void GridCells::DeleteMarkedRows(const std::vector<bool>& marked) {
     column.resize(kept);
     DropEmptyEnd(column);
   }
+  DropLostTexts();
 }
 
 GridCells GridCells::CopyRange(const CellRange& range) const {

@@ -23,6 +23,9 @@ class GridCells {
  public:
   // The line of the file that row 1 came from, counted from 1.
   std::size_t FirstLine = 1;
+  // What the source calls its columns, in their order; empty where it has no names for them.
+  std::vector<std::string> ColumnNames;
+  std::string ColumnName(std::size_t col) const { return col <= ColumnNames.size() ? ColumnNames[col - 1] : ""; }
 
   std::size_t GridLastRow() const;  // highest row that holds anything, 0 for an empty grid
   std::size_t GridLastCol() const;  // highest column that holds anything
@@ -53,8 +56,8 @@ class GridCells {
   // Makes room for `rows` rows in the columns there are.
   void Reserve(std::size_t rows);
 
-  // Column p goes to column targets[p - 1], and nowhere where that is 0 or missing; what was not moved to is empty
-  // after that. Of two columns with one target the later stays.
+  // Column p goes with its name to column targets[p - 1], and nowhere where that is 0 or missing; what was not moved to
+  // is empty after that. Of two columns with one target the later stays.
   void MoveColumns(std::span<const std::size_t> targets);
 
   void GridClearRange(const CellRange& range);
@@ -70,7 +73,8 @@ class GridCells {
   // Exchanges the cells of two columns from `firstRow` to `lastRow`.
   void ExchangeColumns(std::size_t a, std::size_t b, std::size_t firstRow, std::size_t lastRow);
 
-  // Takes a column out of the grid as it stands, marks included, cut or filled up with empty cells to `rows` rows.
+  // Takes a column out of the grid as it stands, marks included, cut or filled up with empty cells to `rows` rows. The
+  // texts behind its cells are there until the grid is changed.
   std::vector<double> TakeColumn(std::size_t col, std::size_t rows);
 
   static bool IsEmpty(double cell) { return std::bit_cast<std::uint64_t>(cell) == kEmptyBits; }
@@ -85,9 +89,12 @@ class GridCells {
 
   void SetNumber(std::size_t row, std::size_t col, double value);
   static void DropEmptyEnd(std::vector<double>& column);
+  // Gives back the texts that no cell holds any more.
+  void DropLostTexts();
 
   std::vector<std::vector<double>> columns_;  // none ends with an empty cell, so the last row is known at once
   std::vector<std::string> texts_;
+  std::size_t textsToLookAt_ = 1024;  // how many there may be before the lost ones among them are looked for
 };
 
 }  // namespace quorvex

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,11 +10,15 @@
 namespace quorvex {
 namespace {
 
-// The first text among the cells of a row.
-std::optional<double> FirstText(const std::vector<std::vector<double>>& columns, std::size_t row) {
-  for (const auto& column : columns)
-    if (GridCells::IsText(column[row])) return column[row];
-  return std::nullopt;
+// Why the row of a would-be point is none: the first text among its cells. "" where there is none.
+std::string WhyNoPoint(const GridCells& cells, const std::vector<std::vector<double>>& columns, std::size_t row) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!GridCells::IsText(columns[i][row])) continue;
+    const std::string name = cells.ColumnName(i + 1), line = std::to_string(cells.FirstLine + row);
+    return (name.empty() ? "Line " + line : "Row " + line + ", column '" + name + "'") + ": '" +
+           std::string(Trim(cells.TextBehind(columns[i][row]))) + "' is not a number.";
+  }
+  return "";
 }
 
 // Moves all columns into ascending order of the first.
@@ -50,9 +53,7 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
       if (xMissing != yMissing) loaded.HadPartialRow = true;
       continue;
     }
-    if (const auto text = FirstText(columns, row))
-      return Failure{"Line " + std::to_string(cells.FirstLine + row) + ": '" +
-                     std::string(Trim(cells.TextBehind(*text))) + "' is not a number."};
+    if (std::string why = WhyNoPoint(cells, columns, row); !why.empty()) return Failure{std::move(why)};
     if (points != row)
       for (auto& column : columns) column[points] = column[row];
     if (options.Weighted && GridCells::IsEmpty(columns[sdColumn][points])) columns[sdColumn][points] = 1;

@@ -26,7 +26,8 @@ struct LoadedGrid {
 // ascending X; equal X keep their order.
 //
 // Fails where a cell of a would-be point holds a text: "Line N: 'text' is not a number.", N being the line of the file,
-// for the first such cell row by row, X before Y before the standard deviation. No point at all is no failure.
+// for the first such cell row by row, X before Y before the standard deviation; "Row N, column 'name': ..." where the
+// columns have names. No point at all is no failure.
 //
 // The columns of the grid become those of the points without a copy; a caller that needs the grid hands in a copy.
 Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options);

@@ -13,15 +13,16 @@ std::vector<std::string> RowOf(const TextTable& table, std::size_t row) {
 }
 
 TEST(GatherData, KeepsTheOrderOfTheSheetAndCountsIncompleteRows) {
-  Project project = ProjectOf({{9, 1, 0, 4, 0}, {1, 2, 3, 4, 5}, {2, 1, 1, 1, 1}}, true);
+  Project project = ProjectOf({{9, 1, 0, 4, 0, 7, 3}, {1, 2, 3, 4, 5, 6, 7}, {2, 1, 1, 1, 1, 1, 2}}, true);
   project.Sheet.Cells.ClearCell(3, 1);               // Y alone
+  project.Sheet.Cells.ClearCell(6, 2);               // X alone
   project.Sheet.Cells.GridClearRange({5, 1, 5, 2});  // the standard deviation alone, which is no observation
   const Result<GatheredData> data = GatherData(project.Sheet, PointOrder::OfSheet);
   ASSERT_TRUE(data);
-  EXPECT_EQ(data->Points.X[0], (std::vector<double>{9, 1, 4}));
-  EXPECT_EQ(data->Rows, (std::vector<std::size_t>{1, 2, 4}));
-  EXPECT_EQ(data->IncompleteRows, 1u);
-  EXPECT_EQ(data->Points.sig, (std::vector<double>{1 / 3.0, 4 / 3.0, 4 / 3.0}));
+  EXPECT_EQ(data->Points.X[0], (std::vector<double>{9, 1, 4, 3}));
+  EXPECT_EQ(data->Rows, (std::vector<std::size_t>{1, 2, 4, 7}));
+  EXPECT_EQ(data->IncompleteRows, 2u);
+  EXPECT_EQ(data->Points.sig, (std::vector<double>{0.4, 1.6, 1.6, 0.4}));  // 1/4 and 1 over 5/8
   project.Sheet.Cells.SetGridCellText(4, 2, "high");
   EXPECT_EQ(GatherData(project.Sheet, PointOrder::OfSheet).error(), "Line 4: 'high' is not a number.");
 }

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <functional>
 #include <limits>
@@ -117,6 +118,41 @@ TEST(GridCells, KnowsItsLastRowAfterAnyChange) {
     EXPECT_EQ(cells.GridLastRow(), 4u) << c.what;
     EXPECT_EQ(cells.GridLastCol(), 2u) << c.what;
     EXPECT_EQ(cells.GridCellText(1, 2) + cells.GridCellText(2, 2) + cells.GridCellText(3, 1), "text5") << c.what;
+  }
+}
+
+TEST(GridCells, GivesBackTheTextsOfCellsThatAreGone) {
+  constexpr std::size_t kRows = 65'536;
+  const struct {
+    const char* what;
+    std::size_t most;  // bytes then; the texts of one fill take 6 MB
+    std::function<void(GridCells&)> empty;
+  } kCases[] = {
+      {"clear", 3'000'000,
+       [](GridCells& cells) {
+         cells.GridClearRange({1, 1, kRows, 2});
+       }},
+      {"delete rows", 3'000'000, [](GridCells& cells) { cells.GridDeleteRows(1, kRows); }},
+      {"delete marked rows", 3'000'000,
+       [](GridCells& cells) { cells.DeleteMarkedRows(std::vector<bool>(kRows, true)); }},
+      {"overwrite", 15'000'000,  // looked for once they are twice as many
+       [](GridCells& cells) {
+         for (std::size_t row = 1; row <= kRows; ++row) cells.SetGridCellNumber(row, 1, 0);
+         cells.SetGridCellText(kRows, 2, "next");
+       }},
+  };
+  for (const auto& c : kCases) {
+    GridCells cells;
+    cells.SetGridCellText(1, 3, "kept");
+    const std::size_t before = mallinfo2().uordblks;
+    for (std::size_t fill = 1; fill <= 5; ++fill) {
+      for (std::size_t row = 1; row <= kRows; ++row) cells.SetGridCellText(row, 1, std::string(40, 'x'));
+      if (fill == 5) cells.SetGridCellText(2, 3, "kept, too");
+      c.empty(cells);
+    }
+    EXPECT_LT(mallinfo2().uordblks, before + c.most) << c.what;
+    if (c.what != std::string("clear") && c.what != std::string("overwrite")) continue;
+    EXPECT_EQ(cells.GridCellText(1, 3) + cells.GridCellText(2, 3), "keptkept, too") << c.what;
   }
 }
 

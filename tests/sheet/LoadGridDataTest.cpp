@@ -46,9 +46,9 @@ TEST(ArrangeData, PutsColumnsWhereTheListSaysSo) {
       {"y,sd,x", 1, ';', false, "abcd"},
       {"skip,x2,,y,x1", 2, ',', true, "-bd-"},  // there is no fifth column
       {"x1,x2,y", 2, ',', true, "abc-"},
-      {"x,y,x", 1, ',', true, "cb--"},   // the later of two
-      {"x,y,x2", 1, ',', true, "ac--"},  // x2 and y are one place where there is one variable
-      {"x0,x21,x01,x1", 3, ',', true, "d---"},
+      {"x,y,x", 1, ',', true, "cb--"},          // the later of two
+      {"x,y,x2", 1, ',', true, "ac--"},         // x2 and y are one place where there is one variable
+      {"x1,x0,x21,x01", 3, ',', true, "a---"},  // the last three name no variable
       {"x", 1, ',', false, "abcd"},
       {"x,y", 2, ',', false, "abcd"},
       {"", 1, ',', false, "abcd"},
@@ -106,6 +106,20 @@ TEST(LoadGridData, SortsByXAndKeepsTheOrderOfEqualOnes) {
   EXPECT_EQ(loaded->Unsorted.X, (Columns{{2, 1, 2, 1, -1}}));
   EXPECT_EQ(loaded->Unsorted.Y, (std::vector<double>{1, 2, 3, 5, 6}));
   EXPECT_EQ(loaded->Unsorted.SD, (std::vector<double>{.1, .2, 1, .5, 0}));
+}
+
+// So many that no sort is stable by chance.
+TEST(LoadGridData, KeepsTheOrderOfManyEqualX) {
+  GridCells cells;
+  for (std::size_t row = 1; row <= 1000; ++row) {
+    cells.SetGridCellNumber(row, 1, static_cast<double>(row * 7 % 3));
+    cells.SetGridCellNumber(row, 2, static_cast<double>(row));
+  }
+  const auto loaded = LoadGridData(cells, {});
+  ASSERT_TRUE(loaded);
+  const SolveData& data = loaded->Points;
+  for (std::size_t i = 1; i < 1000; ++i)
+    EXPECT_LT(std::pair(data.X[0][i - 1], data.Y[i - 1]), std::pair(data.X[0][i], data.Y[i])) << i;
 }
 
 TEST(LoadGridData, NamesTheFirstTextOfAPoint) {
