@@ -25,7 +25,7 @@ struct Inflater {
 
 // Offsets and signatures: PKWARE's APPNOTE.TXT, sections 4.3.7 (an entry's header), 4.3.12 (the directory) and 4.3.16
 // (its end).
-SpreadsheetArchive::SpreadsheetArchive(std::string_view bytes) : bytes_(bytes) {
+SpreadsheetArchive::SpreadsheetArchive(std::string_view bytes, const LongWork& work) : bytes_(bytes), work_(work) {
   constexpr std::string_view kEnd = "PK\5\6", kEntry = "PK\1\2";
   constexpr std::size_t kEntrySize = 46;
   const auto end = bytes.rfind(kEnd);
@@ -59,7 +59,8 @@ SpreadsheetFault SpreadsheetArchive::Unpack(std::string_view name, const std::fu
   const std::string_view packed = bytes_.substr(begin, entry->PackedSize);
 
   uLong checksum = crc32(0, nullptr, 0);
-  const auto deliver = [&](std::string_view piece) {
+  const auto deliver = [&](std::string_view piece, std::size_t left) {
+    work_.ShowProgress(packed.size() - left, packed.size());
     checksum = crc32(checksum, reinterpret_cast<const Bytef*>(piece.data()), static_cast<uInt>(piece.size()));
     unpacked_ += piece.size();
     return take(piece);
@@ -67,7 +68,8 @@ SpreadsheetFault SpreadsheetArchive::Unpack(std::string_view name, const std::fu
   if (entry->Method == kStored) {
     constexpr std::size_t kPiece = 1 << 16;
     for (std::size_t at = 0; at < packed.size(); at += kPiece) {
-      if (!deliver(packed.substr(at, kPiece))) return SpreadsheetFault::None;
+      if (work_.Cancelled()) return SpreadsheetFault::Cancelled;
+      if (!deliver(packed.substr(at, kPiece), packed.size() - at)) return SpreadsheetFault::None;
       if (unpacked_ > kMostUnpacked) return SpreadsheetFault::TooLarge;
     }
   } else {
@@ -76,12 +78,14 @@ SpreadsheetFault SpreadsheetArchive::Unpack(std::string_view name, const std::fu
     stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
     stream.avail_in = static_cast<uInt>(packed.size());
     for (int state = inflater.Ready ? Z_OK : Z_MEM_ERROR; state != Z_STREAM_END;) {
+      if (work_.Cancelled()) return SpreadsheetFault::Cancelled;
       std::array<char, 1 << 16> piece;
       stream.next_out = reinterpret_cast<Bytef*>(piece.data());
       stream.avail_out = static_cast<uInt>(piece.size());
       if (state == Z_OK) state = inflate(&stream, Z_NO_FLUSH);
       if (state != Z_OK && state != Z_STREAM_END) return SpreadsheetFault::Damaged;
-      if (!deliver({piece.data(), piece.size() - stream.avail_out})) return SpreadsheetFault::None;
+      const std::string_view unpacked(piece.data(), piece.size() - stream.avail_out);
+      if (!deliver(unpacked, stream.avail_in)) return SpreadsheetFault::None;
       if (unpacked_ > kMostUnpacked) return SpreadsheetFault::TooLarge;
     }
   }

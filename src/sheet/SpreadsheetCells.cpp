@@ -65,7 +65,7 @@ bool SpreadsheetCells::SetDate(std::size_t row, std::size_t col, std::string_vie
 }
 
 bool SpreadsheetCells::Admit(std::size_t row, std::size_t col, std::size_t textSize) {
-  constexpr std::size_t kMostCells = 1 << 25;  // of 8 bytes
+  constexpr std::size_t kMostCells = 1 << 24;  // of 8 bytes
   if (row > kMostRows) return false;
   taken_ += 1 + (textSize > 0 ? (sizeof(std::string) + textSize) / sizeof(double) : 0);
   if (col <= kColumnsKept && row > heights_[col - 1]) {  // the empty cells above it are stored too

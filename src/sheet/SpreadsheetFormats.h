@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,6 +9,8 @@
 #include "sheet/SpreadsheetCells.h"
 
 namespace quorvex {
+
+constexpr std::size_t kMostSheets = 10'000, kLongestName = 2048;
 
 // What is read out of a spreadsheet.
 struct SpreadsheetContent {

@@ -43,7 +43,9 @@ class ContentReader : public SpreadsheetXml {
     if (cellDepth_ > 0) {
       BeginInsideCell(name, attributes);
     } else if (name.ends_with("table:1.0|table")) {
-      content_.Names.emplace_back(attributes["table:1.0|name"]);
+      const std::string_view table = attributes["table:1.0|name"];
+      if (content_.Names.size() == kMostSheets || table.size() > kLongestName) return Stop(SpreadsheetFault::TooLarge);
+      content_.Names.emplace_back(table);
       reading_ = wanted_ == content_.Names.back();
       content_.Found |= reading_;
       row_ = 1;
@@ -124,7 +126,9 @@ class ContentReader : public SpreadsheetXml {
   }
 
   void EndCell() {
-    if (cell_.Kind != CellValue::Empty) {
+    // A text of blanks is nothing, and repeated it would take time for ever without taking memory.
+    const bool blank = (cell_.Kind == CellValue::Text || cell_.Kind == CellValue::Date) && Trim(cell_.Words).empty();
+    if (cell_.Kind != CellValue::Empty && !blank) {
       if (cells_.size() > SpreadsheetCells::kColumnsKept) cells_.pop_back();  // these are not kept
       cells_.push_back({column_, cellRepeats_, std::move(cell_)});
     }

@@ -4,11 +4,46 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 
 namespace quorvex {
+namespace {
+
+// The parser keeps every open element and every name that it has met, so a small file can make it take gigabytes. Its
+// memory is counted therefore, by a size in front of each block, and ends at a limit; the calls for it carry nothing by
+// which to tell parsers apart, and there is one at a time in a thread.
+constexpr std::size_t kMostParserMemory = std::size_t{32} << 20, kBlockHeader = alignof(std::max_align_t);
+thread_local std::size_t parserMemory = 0;
+
+void* Reallocate(void* block, std::size_t size) {
+  char* const old = block == nullptr ? nullptr : static_cast<char*>(block) - kBlockHeader;
+  std::size_t oldSize = 0;
+  if (old != nullptr) std::memcpy(&oldSize, old, sizeof oldSize);
+  if (size > kMostParserMemory || parserMemory - oldSize + size > kMostParserMemory) return nullptr;
+  char* const taken = static_cast<char*>(std::realloc(old, kBlockHeader + size));
+  if (taken == nullptr) return nullptr;
+  parserMemory += size - oldSize;
+  std::memcpy(taken, &size, sizeof size);
+  return taken + kBlockHeader;
+}
+
+void* Allocate(std::size_t size) { return Reallocate(nullptr, size); }
+
+void Free(void* block) {
+  if (block == nullptr) return;
+  char* const taken = static_cast<char*>(block) - kBlockHeader;
+  std::size_t size;
+  std::memcpy(&size, taken, sizeof size);
+  parserMemory -= size;
+  std::free(taken);
+}
+
+}  // namespace
 
 std::string_view SpreadsheetXml::Attributes::operator[](std::string_view name) const {
   const bool byEnd = name.find('|') != std::string_view::npos;
@@ -37,8 +72,9 @@ SpreadsheetFault SpreadsheetXml::Read(SpreadsheetArchive& archive, std::string_v
       Self(self).Stop(SpreadsheetFault::Damaged);
     }
   };
-  const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreateNS(nullptr, '|'),
-                                                                            XML_ParserFree);
+  constexpr XML_Memory_Handling_Suite kCountedMemory = {Allocate, Reallocate, Free};
+  const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
+      XML_ParserCreate_MM(nullptr, &kCountedMemory, "|"), XML_ParserFree);
   if (parser == nullptr) return SpreadsheetFault::TooLarge;  // no memory for it
   XML_SetUserData(parser.get(), this);
   XML_SetElementHandler(parser.get(), Calls::Begin, Calls::End);
@@ -50,10 +86,11 @@ SpreadsheetFault SpreadsheetXml::Read(SpreadsheetArchive& archive, std::string_v
   quiet_ = 0;
   bool wellFormed = true;
   const auto parse = [&](std::string_view piece, bool last) {
-    constexpr std::size_t kLongestTag = 4 << 20;
+    constexpr std::size_t kLongestTag = 1 << 20;  // it is looked through again with each piece
     quiet_ += piece.size();
     if (quiet_ > kLongestTag) Stop(SpreadsheetFault::TooLarge);
     wellFormed = XML_Parse(parser.get(), piece.data(), static_cast<int>(piece.size()), last) == XML_STATUS_OK;
+    if (!wellFormed && XML_GetErrorCode(parser.get()) == XML_ERROR_NO_MEMORY) Stop(SpreadsheetFault::TooLarge);
     return wellFormed && !stopped_;
   };
   const SpreadsheetFault unpacked = archive.Unpack(entry, [&](std::string_view piece) { return parse(piece, false); });

@@ -127,6 +127,29 @@ std::string Little(std::size_t number, int size) {
   return bytes;
 }
 
+enum class Packing { Stored, Deflated };
+
+struct ArchiveEntry {
+  std::string Name, Data;  // as packed
+  Packing How = Packing::Stored;
+  std::size_t Unpacked = 0;  // bytes, where it isn't stored
+};
+
+std::string Archive(const std::vector<ArchiveEntry>& entries) {
+  std::string bytes, directory;
+  for (const ArchiveEntry& entry : entries) {
+    const bool stored = entry.How == Packing::Stored;
+    const auto sum = stored ? crc32(0, reinterpret_cast<const Bytef*>(entry.Data.data()), uInt(entry.Data.size())) : 0;
+    const std::string about = Little(20, 2) + Little(0, 2) + Little(stored ? 0 : 8, 2) + Little(0, 4) + Little(sum, 4) +
+                              Little(entry.Data.size(), 4) + Little(stored ? entry.Data.size() : entry.Unpacked, 4) +
+                              Little(entry.Name.size(), 2) + Little(0, 2);
+    directory += "PK\1\2" + Little(20, 2) + about + Little(0, 10) + Little(bytes.size(), 4) + entry.Name;
+    bytes += "PK\3\4" + about + entry.Name + entry.Data;
+  }
+  return bytes + directory + "PK\5\6" + Little(0, 4) + Little(entries.size(), 2) + Little(entries.size(), 2) +
+         Little(directory.size(), 4) + Little(bytes.size(), 4) + Little(0, 2);
+}
+
 // An archive of one entry, content.xml, that unpacks to `opening` and 64 MiB of blanks for each of `pieces`, and takes
 // a thousandth of that.
 std::string Bomb(const std::string& opening, std::size_t pieces) {
@@ -148,14 +171,105 @@ std::string Bomb(const std::string& opening, std::size_t pieces) {
   deflateEnd(&stream);
   for (std::size_t i = 0; i < pieces; ++i) data += piece;
 
-  const std::string name = "content.xml";
-  const std::string sizes =
-      Little(0, 4) + Little(data.size(), 4) + Little(pieces * kBlanks, 4) + Little(name.size(), 2);
-  const std::string about = Little(20, 2) + Little(0, 2) + Little(8, 2) + Little(0, 4) + sizes + Little(0, 2);
-  const std::string entry = "PK\3\4" + about + name + data;
-  const std::string directory = "PK\1\2" + Little(20, 2) + about + Little(0, 14) + name;
-  return entry + directory + "PK\5\6" + Little(0, 4) + Little(1, 2) + Little(1, 2) + Little(directory.size(), 4) +
-         Little(entry.size(), 4) + Little(0, 2);
+  return Archive({{"content.xml", data, Packing::Deflated, pieces * kBlanks}});
+}
+
+std::string Repeated(const std::string& text, std::size_t times) {
+  std::string all;
+  while (times-- > 0) all += text;
+  return all;
+}
+
+// content.xml with a table "Sheet1" of these rows.
+std::string OpenDocument(const std::string& rows) {
+  return Archive({{"content.xml",
+                   "<c xmlns:t='urn:table:1.0' xmlns:o='urn:office:1.0' xmlns:x='urn:text:1.0'>"
+                   "<t:table t:name='Sheet1'>" +
+                       rows + "</t:table></c>"}});
+}
+
+// A workbook whose first sheet is "Sheet1".
+std::string OpenXml(const std::string& settings, const std::string& sheets, const std::string& relations,
+                    const std::string& styles, const std::string& rows) {
+  const std::string office = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+  const auto related = [&](const char* id, const char* type, const char* target) {
+    return std::string("<Relationship Id='") + id + "' Type='" + office + type + "' Target='" + target + "'/>";
+  };
+  return Archive({{"[Content_Types].xml", "<Types/>"},
+                  {"_rels/.rels",
+                   "<Relationships xmlns='urn:r'>" + related("r", "/officeDocument", "book.xml") + "</Relationships>"},
+                  {"book.xml", "<workbook xmlns='urn:m' xmlns:r='" + office + "'>" + settings +
+                                   "<sheets><sheet name='Sheet1' r:id='s'/>" + sheets + "</sheets></workbook>"},
+                  {"_rels/book.xml.rels", "<Relationships xmlns='urn:r'>" + related("s", "/worksheet", "sheet.xml") +
+                                              related("t", "/styles", "styles.xml") + relations + "</Relationships>"},
+                  {"styles.xml", "<styleSheet xmlns='urn:m'>" + styles + "</styleSheet>"},
+                  {"sheet.xml", "<worksheet xmlns='urn:m'><sheetData>" + rows + "</sheetData></worksheet>"}});
+}
+
+// A few bytes may ask for billions of cells or steps. None of these takes as much as a second or 200 MB.
+TEST(ReadSheet, BoundsWhatAFileCanAskFor) {
+  const TemporaryFolder folder;
+  const std::string empty =
+      "<t:table-row t:number-rows-repeated='2147483647'>"
+      "<t:table-cell o:value-type='string' o:string-value=' ' t:number-columns-repeated='2147483647'/>"
+      "<t:table-cell o:value-type='date' o:date-value='' t:number-columns-repeated='2147483647'/></t:table-row>";
+  const std::string row = "<t:table-row><t:table-cell o:value-type='float' o:value='7'/></t:table-row>";
+  const std::string far =
+      "<t:table-row><t:table-cell t:number-columns-repeated='400'/><t:table-cell "
+      "o:value-type='float' o:value='7' t:number-columns-repeated='2147483647'/></t:table-row>";
+  std::string names;
+  for (int i = 0; i < 700'000; ++i) names += "<n" + std::to_string(i) + "/>";
+  const std::string tooLarge = "The spreadsheet is too large.";
+  const struct {
+    const char* what;
+    std::string content, reason;  // "" where it is read
+  } kCases[] = {
+      {"repeated blanks.ods", OpenDocument(row + empty), ""},
+      {"behind the last column.ods", OpenDocument(row + far), tooLarge},
+      {"nested.ods", OpenDocument(row + Repeated("<t:table-row>", 1'000'000)), tooLarge},
+      {"names.ods", OpenDocument(row + names), tooLarge},
+      {"tables.ods", OpenDocument(row + "</t:table>" + Repeated("<t:table/>", 100'000) + "<t:table>"), tooLarge},
+      {"sheets.xlsx", OpenXml("", Repeated("<sheet name='a' r:id='s'/>", 100'000), "", "", ""), tooLarge},
+      {"relations.xlsx", OpenXml("", "", Repeated("<Relationship Id='a' Type='b' Target='c'/>", 100'000), "", ""), ""},
+      {"nested.xlsx", OpenXml("", "", "", "", Repeated("<row>", 1'000'000)), tooLarge},
+  };
+  for (const auto& c : kCases) {
+    const std::string file = folder.Write(c.what, c.content);
+    const auto sheets = ListSheets(file);
+    const auto cells = sheets ? ReadSheet(file, "Sheet1") : Failure{sheets.error()};
+    EXPECT_EQ(cells ? "" : cells.error(),
+              c.reason.empty() ? "" : "Error importing data from '" + file + "'. " + c.reason);
+  }
+}
+
+// 1 January 1904 is day 1462; 15 January 2020 is 43845, which counted from there is 42383.
+TEST(ReadSheet, CountsDatesFromWhereTheFileDoes) {
+  const TemporaryFolder folder;
+  const std::string styles =
+      "<numFmts><numFmt numFmtId='164' formatCode='yyyy\\-mm\\-dd hh:mm'/>"
+      "<numFmt numFmtId='165' formatCode='[hh]:mm:ss'/><numFmt numFmtId='166' formatCode='0.0 &quot;days&quot;'/>"
+      "<numFmt numFmtId='167' formatCode='[$-407]mmmm'/><numFmt numFmtId='168' formatCode='mm:ss.0'/></numFmts>"
+      "<cellStyleXfs><xf numFmtId='14'/></cellStyleXfs><cellXfs><xf numFmtId='0'/><xf numFmtId='14'/>"
+      "<xf numFmtId='164'/><xf numFmtId='165'/><xf numFmtId='166'/><xf numFmtId='167'/><xf numFmtId='168'/>"
+      "<xf numFmtId='20'/></cellXfs>";
+  std::string row = "<row>";
+  for (const char* style : {"0", "1", "2", "3", "4", "5", "6", "7", "99"})
+    row += std::string("<c s='") + style + "'><v>42383.5</v></c>";
+  row += "<c s='1' t='d'><v>2020-01-15</v></c><c s='1' t='str'><v>none</v></c></row>";
+  const std::string same = "n:42383.5|", moved = "n:43845.5|", rest = "n:43845|none";
+  const struct {
+    const char* settings;
+    std::string shown;
+  } kCases[] = {
+      {"<workbookPr date1904='1'/>", same + moved + moved + same + same + moved + same + same + same + rest},
+      {"<workbookPr date1904='true'/>", same + moved + moved + same + same + moved + same + same + same + rest},
+      {"<workbookPr date1904='0'/>", Repeated(same, 9) + rest},
+      {"", Repeated(same, 9) + rest},
+  };
+  for (const auto& c : kCases) {
+    const std::string file = folder.Write("dates.xlsx", OpenXml(c.settings, "", "", styles, row));
+    EXPECT_EQ(Rows(file, "Sheet1"), std::vector<std::string>{c.shown}) << c.settings;
+  }
 }
 
 TEST(ReadSheet, UnpacksNoMoreThanItMust) {
