@@ -39,12 +39,12 @@ void TakeDatabase(const Shots& shots) {
   for (const char* query :
        {"CREATE TABLE runs (id INTEGER, x REAL, y REAL)", "CREATE TABLE samples (name TEXT)",
         "INSERT INTO runs VALUES (1, 0.02, 76), (2, 0.06, 97), (3, 0.11, 123), (4, 0.22, 159), (5, 0.56, 191)"})
-    if (!QueryDatabase(connect, query)) return;
+    if (!QueryDatabase(connect + ";NoCreat=0", query)) return;
   DataSheet sheet(1, false);
   MessageBoxPrompter user(nullptr);
   const LocaleText locale;
   const SheetEdit edit{sheet, locale, user, {}, {}};
-  frmDataBase form(edit, nullptr);
+  frmDataBase form(edit, {}, nullptr);
   form.findChild<QLineEdit*>("txtConnect")->setText(QString::fromStdString(connect));
   form.show();
   form.findChild<QPushButton*>("cmdConnect")->click();

@@ -49,6 +49,8 @@ constexpr Preference kGeneral[] = {
     {"default_numiv", "&Independent variables of a new project:", Integer, 1, kMostIndependentVariables},
     {"default_showsdev", "Standard &deviation column in a new project", TrueOrFalse},
     {"undolevels", "&Undo levels (0 for none):", Integer, 0, 1000},
+    {"logintimeout", "&Connect to a database within (s, 0 for any time):", Integer, 0, kMost16Bit},
+    {"querytimeout", "&End a query after (s, 0 for none):", Integer, 0, kMost16Bit},
     {"Show Tips at Startup", "Show &tips at startup", OneOrZero},
     {"loadusermodels", "&Load user models with a new project", OneOrZero},
     {"usermodelfile", "User &model file:", File},

@@ -5,9 +5,14 @@
 #include "core/NumberText.h"
 #include "sheet/ArrangeData.h"
 #include "sheet/ComputeWeights.h"
+#include "sheet/ConnectString.h"
 #include "sheet/LoadGridData.h"
 
 namespace quorvex {
+
+std::string DataSourceText(const MacroSetup& setup) {
+  return setup.SQLQuery.empty() ? setup.DataFile : MaskPassword(setup.DataFile);
+}
 
 DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale) {
   DataReading reading;

@@ -18,6 +18,9 @@ struct DataReading {
   std::string Message;  // a sentence for the log where there is one to say
 };
 
+// The data file as log and answers name it; where that is a connect string, without the password in it.
+std::string DataSourceText(const MacroSetup& setup);
+
 // The points in the cells of the macro's data source, missing ones already blanked: the columns are arranged as the
 // setup says, read, and weighted.
 DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale);

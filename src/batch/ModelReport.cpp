@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "batch/DataReading.h"
 #include "core/DateText.h"
 #include "core/NumberText.h"
 #include "engine/InverseTDistribution.h"
@@ -9,7 +10,7 @@
 namespace quorvex {
 std::array<std::string, 2> HeaderLines(const MacroSetup& setup) {
   return {"Quorvex Version " QUORVEX_VERSION,
-          "Quorvex Macro '" + setup.DataFile + "' evaluated on " + DateText(std::time(nullptr))};
+          "Quorvex Macro '" + DataSourceText(setup) + "' evaluated on " + DateText(std::time(nullptr))};
 }
 
 std::string InputRow(const SolveData& data, std::size_t i, const MacroSetup& setup) {

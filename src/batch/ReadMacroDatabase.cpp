@@ -1,21 +1,27 @@
 #include "batch/ReadMacroDatabase.h"
 
+#include <memory>
 #include <utility>
 
+#include "core/LongWork.h"
 #include "sheet/BlankMissingMarker.h"
-#include "sheet/OdbcSource.h"
 
 namespace quorvex {
 
-DataReading ReadMacroDatabase(const MacroSetup& setup, const LocaleText& locale) {
-  Result<GridCells> cells = QueryDatabase(setup.DataFile, setup.SQLQuery);
-  if (!cells) {
-    DataReading failed;
-    failed.Message = cells.error();
+DataReading ReadMacroDatabase(const MacroSetup& setup, const LocaleText& locale, const DatabaseUse& use,
+                              const std::function<bool()>& keepWaiting) {
+  DataReading failed;
+  const auto cells = std::make_shared<Result<GridCells>>(Failure{});
+  const auto read = [cells, connect = setup.DataFile, query = setup.SQLQuery, use](const LongWork& work) {
+    *cells = QueryDatabase(connect, query, use, work);
+  };
+  if (!RunBeside(read, [&](const LongWork&) { return keepWaiting(); })) return failed;
+  if (!*cells) {
+    failed.Message = cells->error();
     return failed;
   }
-  if (!setup.MissingData.empty()) BlankMissingMarker(*cells, setup.MissingData);
-  return ReadPoints(std::move(*cells), setup, locale);
+  if (!setup.MissingData.empty()) BlankMissingResults(**cells, setup.MissingData);
+  return ReadPoints(std::move(**cells), setup, locale);
 }
 
 }  // namespace quorvex

@@ -88,6 +88,7 @@ class MacroRun {
   void NoteChangedInputs();
   bool RunOnce();
   bool ReadData();
+  DataReading AskDatabase();
   bool SolveModels();
   bool Write();
   void TerminateNormally();
@@ -245,7 +246,8 @@ bool MacroRun::SubstituteParameters() {
       std::string& text = setup.*field.Text;
       if (!Substitute(text, token, value)) continue;
       if (tooLong(text, field.Name)) return false;
-      if (field.IsLogged) Log("Assigning " + std::string(field.Name) + " = '" + text + "'");
+      const std::string shown = field.Text == &MacroSetup::DataFile ? DataSourceText(setup) : text;
+      if (field.IsLogged) Log("Assigning " + std::string(field.Name) + " = '" + shown + "'");
       if (field.Text == &MacroSetup::InputDelimitText) SetInputDelimit(setup, std::string(text));
       if (field.Text == &MacroSetup::WeightedText) setup.Weighted = EqualNoCase(text, "true");
     }
@@ -289,16 +291,21 @@ bool MacroRun::ReadData() {
   for (const auto& model : macro_.Models) model->Solved = model->SpecifyICComplete = false;
   const bool fromDatabase = !setup.SQLQuery.empty();
   if (fromDatabase) {
-    const std::string text = "Performing SQLDriverConnect '" + setup.DataFile + "'";
+    const std::string text = "Performing SQLDriverConnect '" + DataSourceText(setup) + "'";
     Log(text);
     Tell(text);
+    FlushBuffer();  // whoever looks at a log that doesn't grow sees what is waited for
   } else {
     Log(setup.DataFile.empty() ? "Reading the input data file failed, DataFile not specified"
                                : "Reading the input data file '" + setup.DataFile + "'");
     Tell("Reading data file '" + setup.DataFile + "'");
   }
-  DataReading reading =
-      fromDatabase ? ReadMacroDatabase(setup, session_.Locale) : ReadMacroDataFile(setup, session_.Locale);
+  DataReading reading = fromDatabase ? AskDatabase() : ReadMacroDataFile(setup, session_.Locale);
+  if (form_.Aborted) {
+    Log("SOLUTION PROCESS ABORTED BY USER.");
+    status_ = kAborted;
+    return false;
+  }
   if (reading.Ok) {
     data_ = std::move(reading.Data);
     unsorted_ = std::move(reading.Unsorted);
@@ -312,6 +319,20 @@ bool MacroRun::ReadData() {
   if (InParameterRun()) Log("Data Source Error: " + std::to_string(status_));
   Log(kAsterisks);
   return false;
+}
+
+DataReading MacroRun::AskDatabase() {
+  if (macro_.Setup.ShowProgress) {
+    form_.SetStatusLabel("Reading the database");
+    form_.Show(true);
+  }
+  DataReading reading =
+      ReadMacroDatabase(macro_.Setup, session_.Locale, DatabaseUse::From(session_.Preferences), [this] {
+        form_.Yield();
+        return !form_.Aborted;
+      });
+  if (!reading.Ok) form_.Show(false);
+  return reading;
 }
 
 bool MacroRun::SolveModels() {

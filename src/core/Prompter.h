@@ -1,7 +1,12 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+
+#include "core/LongWork.h"
 
 namespace quorvex {
 
@@ -25,6 +30,22 @@ class Prompter {
   // without its dot, is put behind a name that has none. `name` is what the dialog begins with.
   virtual std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
                                                       const std::string& extension, const std::string& name = {}) = 0;
+
+  // Does what may take long; a window shows `text` and how far the work is, and lets the user cancel it. False where
+  // they did: the work may then go on by itself for a while, so everything that it touches must be its own.
+  virtual bool Wait(const std::string& /*text*/, const std::function<void(const LongWork&)>& work) {
+    work(LongWork());
+    return true;
+  }
 };
+
+// What `read` returns, for which the user waits where there is one; nothing where they cancelled.
+template <typename T>
+std::optional<T> Await(Prompter* user, const std::string& text, std::function<T(const LongWork&)> read) {
+  if (user == nullptr) return read(LongWork());
+  const auto value = std::make_shared<std::optional<T>>();
+  if (!user->Wait(text, [value, read](const LongWork& work) { value->emplace(read(work)); })) return std::nullopt;
+  return std::move(*value);
+}
 
 }  // namespace quorvex

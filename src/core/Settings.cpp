@@ -33,6 +33,8 @@ constexpr SettingRow kRows[] = {
     {"startup", "importdir", "0"},
     {"startup", "lastselectedmodel", "0"},
     {"startup", "missingdatawarning", "1"},
+    {"startup", "logintimeout", "0"},  // of databases, in seconds; 0 waits for any time
+    {"startup", "querytimeout", "0"},
     {"startup", "promptforsetup", "0", "true"},
     {"startup", "defaultsolvesetup", "0", "0"},
     {"startup", "defaultsolver", "0", "0"},

@@ -3,20 +3,26 @@
 #include <algorithm>
 #include <cassert>
 #include <numeric>
+#include <utility>
 
 #include "sheet/CopyCells.h"
 
 namespace quorvex {
-namespace {
 
-std::string ColumnText(std::size_t column) { return "Column " + std::to_string(column); }
-
-}  // namespace
-
-void ColumnAssignment::SetColumnCount(std::size_t count) {
+void ColumnAssignment::SetColumns(std::size_t count, std::vector<std::string> names) {
   columnCount_ = count;
+  names_ = std::move(names);
   std::replace_if(
       columns_.begin(), columns_.end(), [&](std::size_t column) { return column > count; }, 0);
+}
+
+std::string ColumnAssignment::NameOf(std::size_t column) const {
+  return column >= 1 && column <= names_.size() ? names_[column - 1] : "";
+}
+
+std::string ColumnAssignment::ColumnText(std::size_t column) const {
+  const std::string name = NameOf(column);
+  return name.empty() ? "Column " + std::to_string(column) : name;
 }
 
 std::vector<std::string> ColumnAssignment::lstColumns() const {

@@ -17,11 +17,13 @@ class ColumnAssignment {
   // Of the sheet's columns, by the texts of their headers. Nothing is assigned.
   explicit ColumnAssignment(const DataSheet& sheet) : variables_(sheet.Headers), columns_(sheet.Headers.size()) {}
 
-  // How many columns the data has. Variables that had a column behind the last are without one again.
-  void SetColumnCount(std::size_t count);
+  // How many columns the data has, and the names of those that have one. Variables that had a column behind the last
+  // are without one again.
+  void SetColumns(std::size_t count, std::vector<std::string> names = {});
 
-  std::vector<std::string> lstColumns() const;  // "Column 1", ...
-  std::vector<std::string> lstHeaders() const;  // "X", or "X: Column 3"
+  std::vector<std::string> lstColumns() const;   // "Column 1", or its name
+  std::vector<std::string> lstHeaders() const;   // "X", or "X: Column 3"
+  std::string NameOf(std::size_t column) const;  // "" for none
 
   // A column that another variable had is taken from that.
   void Assign(std::size_t column, std::size_t variable);
@@ -42,6 +44,9 @@ class ColumnAssignment {
   std::vector<std::string> variables_;
   std::vector<std::size_t> columns_;  // by variable
   std::size_t columnCount_ = 0;
+  std::vector<std::string> names_;  // of the columns
+
+  std::string ColumnText(std::size_t column) const;
 };
 
 }  // namespace quorvex

@@ -29,9 +29,12 @@ std::string DataImport::Title() const {
   return "Preview of '" + Source + "'" + (LineCount().value_or(0) > kPreviewLines ? " (first 200 lines)" : "");
 }
 
-Result<GridCells> DataImport::Preview() {
-  Result<GridCells> rows = ReadRows(1, kPreviewLines, "");
-  Columns.SetColumnCount(rows ? rows->GridLastCol() : 0);
+Result<GridCells> DataImport::Preview(Prompter* user) {
+  Result<GridCells> rows = Await(user, ReadingText(), ReadRows(1, kPreviewLines, "")).value_or(Failure{});
+  if (rows)
+    Columns.SetColumns(std::max(rows->GridLastCol(), rows->ColumnNames.size()), rows->ColumnNames);
+  else
+    Columns.SetColumns(0);
   return rows;
 }
 
@@ -61,8 +64,10 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   if (lines && startRow > static_cast<double>(*lines)) return beyondTheEnd();
   try {
     const auto first = static_cast<std::size_t>(std::min(startRow, 1e15));
-    Result<GridCells> rows =
-        ReadRows(first, kMostSheetRows + 1, ckMissingData ? std::string(Trim(txtMissingData)) : "");
+    const std::string marker = ckMissingData ? std::string(Trim(txtMissingData)) : "";
+    auto waited = Await(&edit.User, ReadingText(), ReadRows(first, kMostSheetRows + 1, marker));
+    if (!waited) return ImportOutcome::Stay;
+    Result<GridCells>& rows = *waited;
     if (!rows) {
       edit.User.Refuse(rows.error());
       return ImportOutcome::Failed;
@@ -89,11 +94,17 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
 }
 
 void DataImport::NameVariables(DataSheet& sheet, const LocaleText& locale) {
+  std::vector<std::string> headers = sheet.Headers;
+  for (std::size_t v = 1; v <= headers.size(); ++v)
+    if (const std::string name = Columns.NameOf(Columns.ColumnOf(v)); !name.empty()) headers[v - 1] = name;
+  if (headers != sheet.Headers) {
+    sheet.Headers = std::move(headers);
+    return;
+  }
   const double startRow = StartRow(locale);
   if (startRow < 2) return;
-  const Result<GridCells> line = ReadRows(static_cast<std::size_t>(startRow) - 1, 1, "");
+  const Result<GridCells> line = ReadRows(static_cast<std::size_t>(startRow) - 1, 1, "")(LongWork());
   if (!line) return;
-  std::vector<std::string> headers = sheet.Headers;
   for (std::size_t v = 1; v <= headers.size(); ++v) {
     const std::size_t col = Columns.ColumnOf(v);
     if (col == 0) continue;

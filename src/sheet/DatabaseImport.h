@@ -1,41 +1,37 @@
 #pragma once
 
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "sheet/DataImport.h"
+#include "sheet/OdbcSource.h"
 
 namespace quorvex {
-
-// A connect string with the user's name and password put behind it, those that are not empty.
-std::string ConnectString(std::string_view source, std::string_view user, std::string_view password);
-
-// What messages call the database of a connect string, which may hold a password: its data source, database, server or
-// driver, whichever is the first that is told.
-std::string SourceName(std::string_view connectString);
 
 // The import of a table of a database.
 class DatabaseImport : public DataImport {
  public:
   // `source` is what messages name.
-  DatabaseImport(const std::string& source, std::string connectString, const DataSheet& sheet)
-      : DataImport(source, sheet), connectString_(std::move(connectString)) {}
+  DatabaseImport(const std::string& source, std::string connectString, const DataSheet& sheet, DatabaseUse use = {})
+      : DataImport(source, sheet), connectString_(std::move(connectString)), use_(use) {}
 
-  // The tables to choose from. Fails with the message of it.
-  Result<std::vector<std::string>> Tables() const;
+  // The tables to choose from. Fails with the message of it, which is empty where the user, who waits for it,
+  // cancelled.
+  Result<std::vector<DatabaseTable>> Tables(Prompter* user = nullptr) const;
 
-  std::string Table;  // one of them
+  std::string Table;  // one of them, as it is quoted
   std::string Query() const { return "SELECT * FROM " + Table; }
 
   std::optional<std::size_t> LineCount() const override { return std::nullopt; }
 
  protected:
-  Result<GridCells> ReadRows(std::size_t first, std::size_t count, const std::string& marker) override;
+  Reading ReadRows(std::size_t first, std::size_t count, const std::string& marker) const override;
   std::string IncompleteQuestion() const override;
 
  private:
   std::string connectString_;
+  DatabaseUse use_;
 };
 
 }  // namespace quorvex

@@ -8,12 +8,22 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <limits>
+#include <mutex>
+#include <optional>
+#include <stop_token>
 #include <string_view>
+#include <thread>
 
 #include "core/NumberText.h"
 #include "core/TextEncoding.h"
+#include "sheet/ConnectString.h"
 
 namespace quorvex {
 namespace {
@@ -62,18 +72,23 @@ class OdbcManager {
  public:
 #define ODBC_FUNCTION(name) const decltype(&::name) name = Find<decltype(&::name)>(#name)
   ODBC_FUNCTION(SQLAllocHandle);
+  ODBC_FUNCTION(SQLCancel);
   ODBC_FUNCTION(SQLDataSources);
+  ODBC_FUNCTION(SQLDescribeCol);
   ODBC_FUNCTION(SQLDisconnect);
   ODBC_FUNCTION(SQLDriverConnect);
   ODBC_FUNCTION(SQLExecDirect);
   ODBC_FUNCTION(SQLFetch);
   ODBC_FUNCTION(SQLFreeHandle);
+  ODBC_FUNCTION(SQLGetConnectAttr);
   ODBC_FUNCTION(SQLGetData);
   ODBC_FUNCTION(SQLGetDiagRec);
   ODBC_FUNCTION(SQLGetInfo);
   ODBC_FUNCTION(SQLMoreResults);
   ODBC_FUNCTION(SQLNumResultCols);
+  ODBC_FUNCTION(SQLSetConnectAttr);
   ODBC_FUNCTION(SQLSetEnvAttr);
+  ODBC_FUNCTION(SQLSetStmtAttr);
   ODBC_FUNCTION(SQLTables);
 #undef ODBC_FUNCTION
 };
@@ -85,10 +100,69 @@ std::size_t LengthIn(const SQLCHAR* buffer, std::size_t size) {
   return strnlen(reinterpret_cast<const char*>(buffer), size);
 }
 
+// A number where the interface takes a pointer.
+SQLPOINTER SqlNumber(std::size_t number) { return reinterpret_cast<SQLPOINTER>(std::uintptr_t{number}); }
+
+// Cancels a statement when the work is cancelled or its time is over, which drivers may not see to. That is done on a
+// thread of its own, since a driver may answer the call no sooner than the one that it is to end. A call that comes
+// before the other has begun is without effect, so it is repeated until this is at its end; then no such call is under
+// way any more, and the statement may go.
+class StatementWatch {
+ public:
+  // `seconds` of 0 are any time.
+  StatementWatch(const LongWork& work, int seconds, std::function<void()> cancel)
+      : cancel_(std::move(cancel)),
+        seconds_(seconds),
+        thread_([this] { Watch(); }),
+        asked_(work.Stop(), [this] { Tell(asked); }) {}
+  ~StatementWatch() { Tell(ended); }
+  StatementWatch(const StatementWatch&) = delete;
+  StatementWatch& operator=(const StatementWatch&) = delete;
+
+  bool TimeIsOver() const { return timeIsOver_; }
+
+ private:
+  enum State { running, asked, ended };
+
+  void Tell(State state) {
+    {
+      const std::lock_guard lock(lock_);
+      state_ = std::max(state_, state);
+    }
+    wake_.notify_one();
+  }
+
+  void Watch() {
+    constexpr auto kPause = std::chrono::milliseconds(200);
+    const auto told = [this] { return state_ != running; };
+    const auto end = [this] { return state_ == ended; };
+    std::unique_lock lock(lock_);
+    if (seconds_ == 0)
+      wake_.wait(lock, told);
+    else
+      timeIsOver_ = !wake_.wait_for(lock, std::chrono::seconds(seconds_), told);
+    while (!end()) {
+      lock.unlock();
+      cancel_();
+      lock.lock();
+      wake_.wait_for(lock, kPause, end);
+    }
+  }
+
+  const std::function<void()> cancel_;
+  const int seconds_;
+  std::mutex lock_;
+  std::condition_variable wake_;
+  State state_ = running;
+  std::atomic<bool> timeIsOver_ = false;
+  std::jthread thread_;  // joined at the end
+  std::stop_callback<std::function<void()>> asked_;
+};
+
 // One connection and one statement. A step that fails returns false, and so does every later one; Error says why.
 class OdbcSession {
  public:
-  explicit OdbcSession(const char* library) : odbc_(library) {}
+  OdbcSession(const DatabaseUse& use, const LongWork& work) : odbc_(use.Library), use_(use), work_(work) {}
   ~OdbcSession();
   OdbcSession(const OdbcSession&) = delete;
   OdbcSession& operator=(const OdbcSession&) = delete;
@@ -96,18 +170,24 @@ class OdbcSession {
   bool Start();
   bool Connect(const std::string& connectString);
   bool Execute(const std::string& query);
-  bool SelectTables();
+  bool SelectTables(const std::string& catalog);
 
   // The next row; false behind the last one.
   bool Fetch();
   SQLUSMALLINT Columns() const { return static_cast<SQLUSMALLINT>(columns_); }
+  // The name of a column of the result, "" where it has none.
+  std::string ColumnName(SQLUSMALLINT column);
   // The text of a cell of the row, as the driver has it; false for NULL. Columns must be asked for in rising order.
   bool GetText(SQLUSMALLINT column, std::string& text);
 
-  // The next data source's name; false behind the last one.
-  bool NextDataSource(std::string& name);
+  // The next data source's name and driver; false behind the last one.
+  bool NextDataSource(std::string& name, std::string& driver);
 
-  // A name as a query must have it.
+  // The database that the connection is in, "" where there is none or the source has no such names.
+  std::string CurrentCatalog();
+  // Whether queries may name the catalog of a table.
+  bool CatalogsInQueries();
+  // A name as a query must have it, in quotes wherever the source has them: one may be a word of the language.
   std::string Quoted(const std::string& name);
 
   bool Failed() const { return !error_.empty(); }
@@ -115,20 +195,28 @@ class OdbcSession {
 
  private:
   bool Allocate(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE& handle);
+  // The connect string as the driver gets it.
+  std::string WithoutCreation(const std::string& connectString);
+  // False, and failed, where the work is cancelled.
+  bool Wanted();
   // True where `result` is a success; else keeps `what` and what is known about it.
   bool Check(SQLRETURN result, std::string_view what, SQLSMALLINT type, SQLHANDLE handle);
   std::string Diagnostics(SQLSMALLINT type, SQLHANDLE handle) const;
 
   PlainLocale locale_;
   OdbcManager odbc_;
+  const DatabaseUse use_;
+  const LongWork work_;
   SQLHANDLE environment_ = SQL_NULL_HANDLE, connection_ = SQL_NULL_HANDLE, statement_ = SQL_NULL_HANDLE;
   bool connected_ = false;
   SQLUSMALLINT nextSource_ = SQL_FETCH_FIRST;
   SQLSMALLINT columns_ = 0;
   std::string error_;
+  std::optional<StatementWatch> watch_;
 };
 
 OdbcSession::~OdbcSession() {
+  watch_.reset();
   if (statement_ != SQL_NULL_HANDLE) odbc_.SQLFreeHandle(SQL_HANDLE_STMT, statement_);
   if (connected_) odbc_.SQLDisconnect(connection_);
   if (connection_ != SQL_NULL_HANDLE) odbc_.SQLFreeHandle(SQL_HANDLE_DBC, connection_);
@@ -141,21 +229,49 @@ bool OdbcSession::Start() {
     return false;
   }
   if (!Allocate(SQL_HANDLE_ENV, SQL_NULL_HANDLE, environment_)) return false;
-  const auto version = reinterpret_cast<SQLPOINTER>(std::uintptr_t{SQL_OV_ODBC3});
-  return Check(odbc_.SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, version, 0), "unixODBC cannot be started",
-               SQL_HANDLE_ENV, environment_);
+  return Check(odbc_.SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, SqlNumber(SQL_OV_ODBC3), 0),
+               "unixODBC cannot be started", SQL_HANDLE_ENV, environment_);
 }
 
 bool OdbcSession::Connect(const std::string& connectString) {
-  if (!Start() || !Allocate(SQL_HANDLE_DBC, environment_, connection_)) return false;
-  const SQLRETURN result = odbc_.SQLDriverConnect(connection_, nullptr, SqlText(connectString.c_str()), SQL_NTS,
-                                                  nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+  if (!Start()) return false;
+  const std::string text = WithoutCreation(connectString);
+  if (!Allocate(SQL_HANDLE_DBC, environment_, connection_)) return false;
+  // What a driver can't limit it leaves alone.
+  if (use_.LoginSeconds > 0)
+    odbc_.SQLSetConnectAttr(connection_, SQL_ATTR_LOGIN_TIMEOUT, SqlNumber(std::size_t(use_.LoginSeconds)), 0);
+  const SQLRETURN result = odbc_.SQLDriverConnect(connection_, nullptr, SqlText(text.c_str()), SQL_NTS, nullptr, 0,
+                                                  nullptr, SQL_DRIVER_NOPROMPT);
   connected_ = Check(result, "Connecting to the database failed", SQL_HANDLE_DBC, connection_);
-  return connected_ && Allocate(SQL_HANDLE_STMT, connection_, statement_);
+  if (!connected_ || !Wanted() || !Allocate(SQL_HANDLE_STMT, connection_, statement_)) return false;
+  watch_.emplace(work_, use_.QuerySeconds, [this] { odbc_.SQLCancel(statement_); });
+  return true;
+}
+
+std::string OdbcSession::WithoutCreation(const std::string& connectString) {
+  std::string driver = ConnectValue(connectString, "Driver");
+  if (const std::string source = ConnectValue(connectString, "DSN"); driver.empty() && !source.empty()) {
+    for (std::string name, its; NextDataSource(name, its);)
+      if (EqualNoCase(name, source)) driver = its;
+    error_.clear();  // connecting tells what is wrong with the sources
+  }
+  const bool sqlite = ToLower(driver).find("sqlite") != std::string::npos;
+  if (!sqlite || !ConnectValue(connectString, "NoCreat").empty()) return connectString;
+  return "NoCreat=1;" + connectString;  // in front, since the driver loses its way behind braces
+}
+
+bool OdbcSession::Wanted() {
+  if (work_.Cancelled() && error_.empty()) error_ = "The import was cancelled.";
+  return error_.empty();
 }
 
 bool OdbcSession::Execute(const std::string& query) {
   constexpr std::string_view kWhat = "The query failed";
+  if (use_.QuerySeconds > 0)
+    odbc_.SQLSetStmtAttr(statement_, SQL_ATTR_QUERY_TIMEOUT, SqlNumber(std::size_t(use_.QuerySeconds)), 0);
+  if (use_.RowLimit <= std::numeric_limits<SQLINTEGER>::max())
+    odbc_.SQLSetStmtAttr(statement_, SQL_ATTR_MAX_ROWS, SqlNumber(use_.RowLimit), 0);
+  if (!Wanted()) return false;
   SQLRETURN result = odbc_.SQLExecDirect(statement_, SqlText(query.c_str()), SQL_NTS);
   // Several statements have a result each; a statement that changes rows has one without columns, and may tell with
   // SQL_NO_DATA that there were none to change.
@@ -168,14 +284,14 @@ bool OdbcSession::Execute(const std::string& query) {
   }
 }
 
-bool OdbcSession::SelectTables() {
-  const SQLRETURN result =
-      odbc_.SQLTables(statement_, nullptr, 0, nullptr, 0, nullptr, 0, SqlText("TABLE,VIEW"), SQL_NTS);
+bool OdbcSession::SelectTables(const std::string& catalog) {
+  const SQLRETURN result = odbc_.SQLTables(statement_, catalog.empty() ? nullptr : SqlText(catalog.c_str()), SQL_NTS,
+                                           nullptr, 0, nullptr, 0, SqlText("TABLE,VIEW"), SQL_NTS);
   return Check(result, "The list of tables failed", SQL_HANDLE_STMT, statement_);
 }
 
 bool OdbcSession::Fetch() {
-  if (Failed()) return false;
+  if (Failed() || !Wanted()) return false;
   const SQLRETURN result = odbc_.SQLFetch(statement_);
   return result != SQL_NO_DATA && Check(result, "Reading a row failed", SQL_HANDLE_STMT, statement_);
 }
@@ -198,7 +314,17 @@ bool OdbcSession::GetText(SQLUSMALLINT column, std::string& text) {
   }
 }
 
-bool OdbcSession::NextDataSource(std::string& name) {
+std::string OdbcSession::ColumnName(SQLUSMALLINT column) {
+  std::array<SQLCHAR, 1024> name{};
+  SQLSMALLINT length, type, digits, nullable;
+  SQLULEN size;
+  const SQLRETURN result = odbc_.SQLDescribeCol(statement_, column, name.data(), static_cast<SQLSMALLINT>(name.size()),
+                                                &length, &type, &size, &digits, &nullable);
+  if (!SQL_SUCCEEDED(result)) return "";
+  return DecodeText({reinterpret_cast<const char*>(name.data()), LengthIn(name.data(), name.size())});
+}
+
+bool OdbcSession::NextDataSource(std::string& name, std::string& driver) {
   std::array<SQLCHAR, SQL_MAX_DSN_LENGTH + 1> source;
   std::array<SQLCHAR, 256> description;
   SQLSMALLINT length;
@@ -209,12 +335,28 @@ bool OdbcSession::NextDataSource(std::string& name) {
   if (result == SQL_NO_DATA || !Check(result, "The list of data sources failed", SQL_HANDLE_ENV, environment_))
     return false;
   name = DecodeText({reinterpret_cast<const char*>(source.data()), LengthIn(source.data(), source.size())});
+  driver =
+      DecodeText({reinterpret_cast<const char*>(description.data()), LengthIn(description.data(), description.size())});
   return true;
 }
 
+std::string OdbcSession::CurrentCatalog() {
+  std::array<SQLCHAR, 1024> name{};
+  SQLINTEGER length;
+  const SQLRETURN result = odbc_.SQLGetConnectAttr(connection_, SQL_ATTR_CURRENT_CATALOG, name.data(),
+                                                   static_cast<SQLINTEGER>(name.size()), &length);
+  if (!SQL_SUCCEEDED(result)) return "";
+  const std::string catalog(reinterpret_cast<const char*>(name.data()), LengthIn(name.data(), name.size()));
+  return catalog == "null" ? "" : catalog;  // MariaDB's driver says so where none is chosen
+}
+
+bool OdbcSession::CatalogsInQueries() {
+  SQLUINTEGER usage = 0;
+  odbc_.SQLGetInfo(connection_, SQL_CATALOG_USAGE, &usage, sizeof usage, nullptr);
+  return (usage & SQL_CU_DML_STATEMENTS) != 0;
+}
+
 std::string OdbcSession::Quoted(const std::string& name) {
-  const auto plain = [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_'; };
-  if (std::all_of(name.begin(), name.end(), plain) && !(name[0] >= '0' && name[0] <= '9')) return name;
   char quote[8] = "";
   odbc_.SQLGetInfo(connection_, SQL_IDENTIFIER_QUOTE_CHAR, quote, sizeof quote, nullptr);
   if (Trim(quote).empty()) return name;  // the source has none
@@ -230,6 +372,10 @@ bool OdbcSession::Allocate(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE& handle
 
 bool OdbcSession::Check(SQLRETURN result, std::string_view what, SQLSMALLINT type, SQLHANDLE handle) {
   if (SQL_SUCCEEDED(result)) return true;
+  if (watch_ && watch_->TimeIsOver()) {
+    error_ = "The query took longer than the limit of " + std::to_string(use_.QuerySeconds) + " s.";
+    return false;
+  }
   const std::string reasons = Diagnostics(type, handle);
   error_ = std::string(what) + (reasons.empty() ? "." : ": " + reasons);
   return false;
@@ -259,14 +405,24 @@ std::string OdbcSession::Diagnostics(SQLSMALLINT type, SQLHANDLE handle) const {
 
 }  // namespace
 
-Result<GridCells> QueryDatabase(const std::string& connectString, const std::string& query, const char* library,
-                                std::size_t rowLimit) {
-  OdbcSession session(library);
+DatabaseUse DatabaseUse::From(const Settings& settings) {
+  DatabaseUse use;
+  use.LoginSeconds = settings.Integer("logintimeout");
+  use.QuerySeconds = settings.Integer("querytimeout");
+  return use;
+}
+
+Result<GridCells> QueryDatabase(const std::string& connectString, const std::string& query, const DatabaseUse& use,
+                                const LongWork& work) {
+  OdbcSession session(use, work);
   if (!session.Connect(connectString) || !session.Execute(query)) return Failure{session.Error()};
   GridCells cells;
   if (session.Columns() == 0) return cells;
+  for (SQLUSMALLINT column = 1; column <= session.Columns(); ++column)
+    cells.ColumnNames.push_back(session.ColumnName(column));
   std::string text;
-  for (std::size_t row = 1; row <= rowLimit && session.Fetch(); ++row) {
+  for (std::size_t row = 1; row <= use.RowLimit && session.Fetch(); ++row) {
+    work.ShowProgress(row, 0);
     for (SQLUSMALLINT column = 1; column <= session.Columns(); ++column) {
       if (!session.GetText(column, text)) continue;
       if (const auto value = NumericText(text))
@@ -279,17 +435,30 @@ Result<GridCells> QueryDatabase(const std::string& connectString, const std::str
   return cells;
 }
 
-Result<std::vector<std::string>> ListTables(const std::string& connectString, const char* library) {
-  constexpr SQLUSMALLINT kSchemaColumn = 2, kNameColumn = 3;
-  OdbcSession session(library);
-  std::vector<std::string> tables;
-  if (session.Connect(connectString) && session.SelectTables()) {
-    std::string schema, name;
+Result<std::vector<DatabaseTable>> ListTables(const std::string& connectString, const DatabaseUse& use,
+                                              const LongWork& work) {
+  constexpr SQLUSMALLINT kCatalogColumn = 1, kSchemaColumn = 2, kNameColumn = 3;
+  OdbcSession session(use, work);
+  std::vector<DatabaseTable> tables;
+  if (session.Connect(connectString)) {
+    const std::string current = session.CurrentCatalog();
+    const bool withCatalog = session.CatalogsInQueries();
+    session.SelectTables(current);
+    std::string catalog, schema, name;
     while (session.Fetch()) {
+      session.GetText(kCatalogColumn, catalog);
       session.GetText(kSchemaColumn, schema);
       if (!session.GetText(kNameColumn, name) || name.empty()) continue;
-      tables.push_back((schema.empty() ? "" : session.Quoted(DecodeText(schema)) + ".") +
-                       session.Quoted(DecodeText(name)));
+      // The catalog that was asked for is a pattern to some drivers and nothing to others.
+      if (!current.empty() && !catalog.empty() && catalog != current) continue;
+      DatabaseTable table;
+      for (const std::string& part : {withCatalog ? catalog : "", schema, name}) {
+        if (part.empty()) continue;
+        const char* const dot = table.Name.empty() ? "" : ".";
+        table.Name += dot + DecodeText(part);
+        table.Quoted += dot + session.Quoted(DecodeText(part));
+      }
+      tables.push_back(std::move(table));
     }
   }
   if (session.Failed()) return Failure{session.Error()};
@@ -297,11 +466,13 @@ Result<std::vector<std::string>> ListTables(const std::string& connectString, co
 }
 
 Result<std::vector<std::string>> ListDataSources(const char* library) {
-  OdbcSession session(library);
+  DatabaseUse use;
+  use.Library = library;
+  OdbcSession session(use, LongWork());
   std::vector<std::string> sources;
-  std::string name;
+  std::string name, driver;
   if (session.Start())
-    while (session.NextDataSource(name)) sources.push_back(name);
+    while (session.NextDataSource(name, driver)) sources.push_back(name);
   if (session.Failed()) return Failure{session.Error()};
   return sources;
 }

@@ -19,14 +19,12 @@ Result<std::unique_ptr<TextImport>> TextImport::Open(const std::string& file, co
 }
 
 TextImport::TextImport(const std::string& file, const DataSheet& sheet, const LocaleText& locale, std::string text)
-    : DataImport(file, sheet),
-      Comma(locale.DecimalSeparator != ','),
-      decimalSeparator_(locale.DecimalSeparator),
-      text_(std::move(text)) {
-  if (text_.starts_with("\xEF\xBB\xBF")) text_.erase(0, 3);  // a byte order mark is no data
+    : DataImport(file, sheet), Comma(locale.DecimalSeparator != ','), decimalSeparator_(locale.DecimalSeparator) {
+  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);  // a byte order mark is no data
+  text_ = std::make_shared<const std::string>(std::move(text));
   constexpr std::size_t kLinesLookedAt = 20;
   std::string_view sample;  // the last of the first lines, since there may be words at the top
-  for (std::string_view rest = text_; !rest.empty(); ++lineCount_) {
+  for (std::string_view rest = *text_; !rest.empty(); ++lineCount_) {
     const std::string_view line = Trim(TakeLine(rest));
     if (lineCount_ < kLinesLookedAt && !line.empty()) sample = line;
   }
@@ -34,7 +32,7 @@ TextImport::TextImport(const std::string& file, const DataSheet& sheet, const Lo
                      sample.find(' ') != std::string_view::npos;
 }
 
-Result<GridCells> TextImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) {
+TextImport::Reading TextImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) const {
   DelimitedFormat format;
   format.Delimiters = (Tab ? kTabDelimiter : 0) | (Comma ? kCommaDelimiter : 0) | (Space ? kSpaceDelimiter : 0) |
                       (SemiColon ? kSemicolonDelimiter : 0);
@@ -45,7 +43,7 @@ Result<GridCells> TextImport::ReadRows(std::size_t first, std::size_t count, con
   format.MissingMarker = marker;
   format.FirstLine = first;
   format.LineLimit = count;
-  return ParseDelimitedLines(text_, format).Cells;
+  return [text = text_, format](const LongWork&) { return ParseDelimitedLines(*text, format).Cells; };
 }
 
 }  // namespace quorvex

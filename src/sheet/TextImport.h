@@ -26,13 +26,13 @@ class TextImport : public DataImport {
   std::optional<std::size_t> LineCount() const override { return lineCount_; }
 
  protected:
-  Result<GridCells> ReadRows(std::size_t first, std::size_t count, const std::string& marker) override;
+  Reading ReadRows(std::size_t first, std::size_t count, const std::string& marker) const override;
 
  private:
   TextImport(const std::string& file, const DataSheet& sheet, const LocaleText& locale, std::string text);
 
   char decimalSeparator_;
-  std::string text_;
+  std::shared_ptr<const std::string> text_;
   std::size_t lineCount_ = 0;
 };
 

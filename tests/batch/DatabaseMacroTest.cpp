@@ -22,16 +22,18 @@ TEST(DatabaseMacro, QueriesAndEndsAsTold) {
   } kCases[] = {
       {"Driver=SQLite3;Database=@lab.db", "SELECT x, y FROM line WHERE x < 5", 0, "Solution Complete"},
       {"Driver=SQLite3;Database=@lab.db", "SELECT * FROM line", 160,
-       "Line 6: 'six' is not a number.\nError connecting to or retrieving data from ODBC source\n"},
+       "Row 6, column 'y': 'six' is not a number.\nError connecting to or retrieving data from ODBC source\n"},
       {"Driver=SQLite3;Database=@lab.db", "SELECT nothing FROM line", 160,
        "Error connecting to or retrieving data from ODBC source\n***"},
       {"Driver=Nowhere;Database=@lab.db", "SELECT * FROM line", 160,
        "Error connecting to or retrieving data from ODBC source\n***"},
       {"", "SELECT * FROM line", 160, "Performing SQLDriverConnect ''\n"},
+      {"Driver=SQLite3;Database=@mistyped.db;Pwd={a;b}", "SELECT * FROM line", 160,
+       "mistyped.db;Pwd=***'\nConnecting to the database failed: [SQLite]connect failed\n"},
   };
   for (const auto& c : kCases) {
     Program program;
-    const std::string connect = "Driver=SQLite3;Database=" + program.Folder.Path("lab.db");
+    const std::string connect = "Driver=SQLite3;NoCreat=0;Database=" + program.Folder.Path("lab.db");
     for (const char* statement :
          {"CREATE TABLE line (x REAL, y REAL)",
           "INSERT INTO line VALUES (1, 2.5), (2, 4.5), (3, 6.25), (4, NULL), (4.5, 9.5), (6, 'six')"})
@@ -44,6 +46,8 @@ TEST(DatabaseMacro, QueriesAndEndsAsTold) {
         << c.Query;
     EXPECT_NE(LogOf(program).find(c.LogHas), std::string::npos) << LogOf(program);
     EXPECT_NE(program.Out.find("Performing SQLDriverConnect '"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(program.Folder.Path("mistyped.db")));
+    EXPECT_EQ((LogOf(program) + program.Out).find("a;b"), std::string::npos);
     if (c.Status == 0) {
       EXPECT_NE(program.Folder.Read("out.txt").find("DataPoints = 4\r\n"), std::string::npos);
     }
@@ -52,7 +56,7 @@ TEST(DatabaseMacro, QueriesAndEndsAsTold) {
 
 TEST(DatabaseMacro, RunsOverATableOfQueries) {
   Program program;
-  const std::string connect = "Driver=SQLite3;Database=" + program.Folder.Path("lab.db");
+  const std::string connect = "Driver=SQLite3;NoCreat=0;Database=" + program.Folder.Path("lab.db");
   ASSERT_TRUE(QueryDatabase(connect, "CREATE TABLE runs (run INTEGER, x REAL, y REAL)"));
   ASSERT_TRUE(QueryDatabase(connect, "INSERT INTO runs VALUES (1,1,2), (1,2,4), (1,3,6), (2,1,3), (2,2,6), (2,3,9)"));
   program.Folder.Write("p.csv", "run,name\n1,a\n2,b\n9 garbage,c\n");

@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
 
+#include "Paths.h"
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
 #include "sheet/OdbcDatabase.h"
 
 namespace quorvex {
 namespace {
+
+DataReading Read(const MacroSetup& setup, const LocaleText& locale) {
+  return ReadMacroDatabase(setup, locale, {}, [] { return true; });
+}
 
 // A table and a text file with the same cells are the same data.
 TEST(ReadMacroDatabase, GivesWhatTheSameCellsInAFileGive) {
@@ -42,10 +47,11 @@ TEST(ReadMacroDatabase, GivesWhatTheSameCellsInAFileGive) {
     const DataReading expected = ReadMacroDataFile(setup, locale);
     setup.DataFile = lab.ConnectString();
     setup.SQLQuery = "SELECT * FROM runs";
-    const DataReading reading = ReadMacroDatabase(setup, locale);
+    const DataReading reading = Read(setup, locale);
     EXPECT_EQ(reading.Ok, c.points > 0) << c.order;
     EXPECT_EQ(reading.Ok, expected.Ok) << c.order;
-    EXPECT_EQ(reading.Message, expected.Message) << c.order;
+    const bool isText = expected.Message == "Line 1: 'a' is not a number.";
+    EXPECT_EQ(reading.Message, isText ? "Row 1, column 'note': 'a' is not a number." : expected.Message) << c.order;
     EXPECT_EQ(reading.Data.N(), c.points) << c.order;
     EXPECT_EQ(reading.Data.X, expected.Data.X) << c.order;
     EXPECT_EQ(reading.Data.Y, expected.Data.Y) << c.order;
@@ -54,17 +60,53 @@ TEST(ReadMacroDatabase, GivesWhatTheSameCellsInAFileGive) {
   }
 }
 
+// SQLite's driver says "Inf" and "-Inf"; others have words of their own.
+TEST(ReadMacroDatabase, CountsWhatIsNotFiniteAsTheMarkerSays) {
+  const OdbcDatabase lab;
+  MacroSetup setup;
+  setup.DataFile = lab.ConnectString();
+  setup.SQLQuery = "SELECT 1, 2 UNION ALL SELECT 2, 9e999 UNION ALL SELECT 3, -9e999 UNION ALL SELECT 4, 'NaN' AS b";
+  const struct {
+    const char* marker;
+    const char* message;
+  } kCases[] = {{"", "Row 2, column '2': 'Inf' is not a number."},
+                {"nan", "Row 2, column '2': 'Inf' is not a number."},
+                {"+Infinity", "Row 3, column '2': '-Inf' is not a number."},
+                {"-inf", "Row 2, column '2': 'Inf' is not a number."},
+                {"Infinity", "Row 4, column '2': 'NaN' is not a number."}};
+  for (const auto& c : kCases) {
+    setup.MissingData = c.marker;
+    EXPECT_EQ(Read(setup, LocaleText()).Message, c.message) << c.marker;
+  }
+  setup.SQLQuery = "SELECT 1, 2 UNION ALL SELECT 2, 9e999 UNION ALL SELECT 3, -9e999";
+  setup.MissingData = "infinity";
+  EXPECT_EQ(Read(setup, LocaleText()).Data.N(), 1u);
+}
+
+// An abort ends the wait, here for a server that never answers, with nothing to say.
+TEST(ReadMacroDatabase, EndsWhereTheRunIsAborted) {
+  MacroSetup setup;
+  setup.DataFile = "Driver=" + AwkwardDriver();
+  setup.SQLQuery = "slow";
+  int turns = 0;
+  const DataReading reading = ReadMacroDatabase(setup, LocaleText(), {}, [&] { return ++turns < 3; });
+  EXPECT_FALSE(reading.Ok);
+  EXPECT_EQ(reading.Message, "");
+  const DataReading late = ReadMacroDatabase(setup, LocaleText(), {.QuerySeconds = 1}, [] { return true; });
+  EXPECT_EQ(late.Message, "The query took longer than the limit of 1 s.");
+}
+
 TEST(ReadMacroDatabase, TellsAnEmptyResultFromARefusal) {
   const OdbcDatabase lab;
   lab.Query("CREATE TABLE runs (x REAL, y REAL)");
   MacroSetup setup;
   setup.DataFile = lab.ConnectString();
   setup.SQLQuery = "SELECT x, y FROM runs";
-  const DataReading empty = ReadMacroDatabase(setup, LocaleText());
+  const DataReading empty = Read(setup, LocaleText());
   EXPECT_TRUE(empty.Ok) << empty.Message;
   EXPECT_EQ(empty.Data.N(), 0u);
   setup.SQLQuery = "SELECT x, z FROM runs";
-  const DataReading refused = ReadMacroDatabase(setup, LocaleText());
+  const DataReading refused = Read(setup, LocaleText());
   EXPECT_FALSE(refused.Ok);
   EXPECT_EQ(refused.ErrorNumber, 0);
   EXPECT_EQ(refused.Message, "The query failed: [SQLite]no such column: z (1)");

@@ -7,7 +7,10 @@
 #include <string.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -15,9 +18,22 @@ struct Statement {
   std::string Query;
   int Results = 0, Rows = 0;  // that were moved to
   std::size_t Told = 0;       // bytes of the cell
+  std::atomic<bool> Cancelled = false;
 };
 
-std::string Cell(const Statement& statement) {
+// What was asked for of the last connection and statement, "login/query/rows".
+std::atomic<int> loginSeconds = 0, querySeconds = 0, mostRows = 0;
+
+// A server with several databases, which pays no heed to what is asked of the list.
+constexpr const char* kTables[][3] = {
+    {"lab", "", "order"}, {"other", "", "runs"}, {"lab", "", "odd`name"}, {"lab", "", "endless"}};
+
+void Pause() { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }
+
+std::string Cell(const Statement& statement, SQLUSMALLINT column) {
+  if (statement.Query == "tables") return kTables[statement.Rows - 1][column - 1];
+  if (statement.Query == "limits")
+    return std::to_string(loginSeconds) + "/" + std::to_string(querySeconds) + "/" + std::to_string(mostRows);
   if (statement.Query == "locale") {
     char text[32];
     snprintf(text, sizeof text, "%.2f", 1.25);  // with the decimal separator of the C library's locale
@@ -34,6 +50,7 @@ extern "C" {
 
 SQLRETURN SQLAllocHandle(SQLSMALLINT type, SQLHANDLE, SQLHANDLE* handle) {
   static char nothing;  // what the handles that need no memory of their own point to
+  if (type == SQL_HANDLE_DBC) loginSeconds = querySeconds = mostRows = 0;
   *handle = type == SQL_HANDLE_STMT ? static_cast<SQLHANDLE>(new Statement) : &nothing;
   return SQL_SUCCESS;
 }
@@ -45,8 +62,46 @@ SQLRETURN SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle) {
 
 SQLRETURN SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
 
-SQLRETURN SQLDriverConnect(SQLHDBC, SQLHWND, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLSMALLINT*, SQLUSMALLINT) {
+// Connecting to a server that doesn't answer takes a second, whatever happens.
+SQLRETURN SQLDriverConnect(SQLHDBC, SQLHWND, SQLCHAR* connect, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLSMALLINT*,
+                           SQLUSMALLINT) {
+  if (strstr(reinterpret_cast<const char*>(connect), "Server=deaf") != nullptr)
+    std::this_thread::sleep_for(std::chrono::seconds(1));
   return SQL_SUCCESS_WITH_INFO;  // a remark on the connection
+}
+
+SQLRETURN SQLSetConnectAttr(SQLHDBC, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
+  if (attribute == SQL_ATTR_LOGIN_TIMEOUT) loginSeconds = static_cast<int>(reinterpret_cast<SQLULEN>(value));
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQLGetConnectAttr(SQLHDBC, SQLINTEGER, SQLPOINTER value, SQLINTEGER, SQLINTEGER* length) {
+  strcpy(static_cast<char*>(value), "lab");
+  *length = 3;
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQLSetStmtAttr(SQLHSTMT, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
+  if (attribute == SQL_ATTR_QUERY_TIMEOUT) querySeconds = static_cast<int>(reinterpret_cast<SQLULEN>(value));
+  if (attribute == SQL_ATTR_MAX_ROWS) mostRows = static_cast<int>(reinterpret_cast<SQLULEN>(value));
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQLGetInfo(SQLHDBC, SQLUSMALLINT what, SQLPOINTER value, SQLSMALLINT, SQLSMALLINT*) {
+  if (what == SQL_CATALOG_USAGE) *static_cast<SQLUINTEGER*>(value) = SQL_CU_DML_STATEMENTS;
+  if (what == SQL_IDENTIFIER_QUOTE_CHAR) strcpy(static_cast<char*>(value), "`");
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQLTables(SQLHSTMT handle, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT, SQLCHAR*,
+                    SQLSMALLINT) {
+  static_cast<Statement*>(handle)->Query = "tables";
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQLCancel(SQLHSTMT handle) {
+  static_cast<Statement*>(handle)->Cancelled = true;
+  return SQL_SUCCESS;
 }
 
 SQLRETURN SQLDisconnect(SQLHDBC) { return SQL_SUCCESS; }
@@ -54,7 +109,9 @@ SQLRETURN SQLDisconnect(SQLHDBC) { return SQL_SUCCESS; }
 SQLRETURN SQLExecDirect(SQLHSTMT handle, SQLCHAR* query, SQLINTEGER) {
   auto& statement = *static_cast<Statement*>(handle);
   statement.Query = reinterpret_cast<const char*>(query);
-  if (statement.Query == "refused") return SQL_ERROR;
+  const bool slow = statement.Query == "slow" || statement.Query.ends_with("`endless`");
+  while (slow && !statement.Cancelled) Pause();
+  if (slow || statement.Query == "refused") return SQL_ERROR;
   if (statement.Query == "parameters") return SQL_NEED_DATA;
   return statement.Query == "second result" ? SQL_NO_DATA : SQL_SUCCESS_WITH_INFO;
 }
@@ -73,14 +130,19 @@ SQLRETURN SQLFetch(SQLHSTMT handle) {
   auto& statement = *static_cast<Statement*>(handle);
   if (statement.Query == "lost row" && statement.Rows == 1) return SQL_ERROR;
   statement.Told = 0;
+  while (statement.Query == "slow rows" && statement.Rows == 2 && !statement.Cancelled) Pause();
+  if (statement.Query == "slow rows") return statement.Rows++ < 2 ? SQL_SUCCESS : SQL_ERROR;
+  if (statement.Query == "tables") return statement.Rows++ < 4 ? SQL_SUCCESS : SQL_NO_DATA;
   return statement.Rows++ == 0 ? SQL_SUCCESS_WITH_INFO : SQL_NO_DATA;
 }
 
 // Tells as many whole characters as fit, and never how many bytes there are.
-SQLRETURN SQLGetData(SQLHSTMT handle, SQLUSMALLINT, SQLSMALLINT, SQLPOINTER buffer, SQLLEN size, SQLLEN* length) {
+SQLRETURN SQLGetData(SQLHSTMT handle, SQLUSMALLINT column, SQLSMALLINT, SQLPOINTER buffer, SQLLEN size,
+                     SQLLEN* length) {
   auto& statement = *static_cast<Statement*>(handle);
   if (statement.Query == "lost cell" && statement.Told > 0) return SQL_ERROR;
-  const std::string left = Cell(statement).substr(statement.Told);
+  if (statement.Query == "tables") statement.Told = 0;
+  const std::string left = Cell(statement, column).substr(statement.Told);
   std::size_t count = std::min(left.size(), static_cast<std::size_t>(size) - 1);
   while (count < left.size() && (left[count] & 0xC0) == 0x80) --count;
   memcpy(buffer, left.data(), count);

@@ -11,6 +11,7 @@
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "core/Files.h"
+#include "sheet/ConnectString.h"
 #include "sheet/DatabaseImport.h"
 #include "sheet/OdbcDatabase.h"
 #include "sheet/SpreadsheetImport.h"
@@ -462,12 +463,13 @@ TEST(SpreadsheetImport, GoesThroughTheSameSteps) {
     EXPECT_EQ(desk.Rows(), (Texts{"1 43845", "2 43846.75", "- -", "- -", "5 0.25"}));
     EXPECT_EQ(desk.User.Said, Texts{kStartBehindEnd});
 
-    EXPECT_EQ(import.ChooseSheet("None"), "Error importing data from '" + file + "'. There is no sheet 'None'.");
+    EXPECT_FALSE(import.ChooseSheet("None", desk.User));
+    EXPECT_EQ(desk.User.Last(), "refuse: Error importing data from '" + file + "'. There is no sheet 'None'.");
     EXPECT_EQ(import.ChosenSheet(), "Runs");
-    EXPECT_EQ(import.ChooseSheet("Second"), "");
+    EXPECT_TRUE(import.ChooseSheet("Second", desk.User));
     EXPECT_EQ(import.Preview()->GridCellText(3, 3), "1");
     EXPECT_EQ(import.Columns.lstHeaders(), (Texts{"X: Column 1", "Y: Column 3"}));
-    EXPECT_EQ(import.ChooseSheet("Empty one"), "");
+    EXPECT_TRUE(import.ChooseSheet("Empty one", desk.User));
     EXPECT_EQ(import.Preview()->GridLastRow(), 0);
     EXPECT_EQ(import.Finish(desk.Edit()), ImportOutcome::Stay);
     EXPECT_EQ(desk.User.Last(), kNothingAssigned);
@@ -506,6 +508,8 @@ TEST(ConnectString, TakesUserAndPasswordAndIsCalledWithoutThem) {
       {"secret", "", "", "secret", "database"},
       {"Driver={open", "", "", "Driver={open", "open"},
       {"", "me", "", "Uid=me", "database"},
+      {" Driver = {a} ; password = x;Server=s; PWD={y;z}}}", "", "",
+       "Driver = {a} ; password = x;Server=s; PWD={y;z}}}", "s"},
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(ConnectString(c.source, c.user, c.password), c.connect);
@@ -514,6 +518,20 @@ TEST(ConnectString, TakesUserAndPasswordAndIsCalledWithoutThem) {
       EXPECT_EQ(SourceName(c.connect), c.name) << c.connect;
     }
   }
+}
+
+TEST(MaskPassword, LeavesTheRestAsItIs) {
+  const struct {
+    const char *connect, *shown;
+  } kCases[] = {
+      {"DSN=lab;Uid=me;Pwd=simple", "DSN=lab;Uid=me;Pwd=***"},
+      {" Driver = {a;Pwd=b} ; password = x;Server=s; PWD={y;z}}};Uid=u;",
+       " Driver = {a;Pwd=b} ; password =***;Server=s; PWD=***;Uid=u;"},
+      {"Pwd={open;DSN=x", "Pwd=***"},
+      {"Pwd", "Pwd"},
+      {"", ""},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(MaskPassword(c.connect), c.shown);
 }
 
 TEST(DatabaseImport, ReadsATable) {
@@ -528,8 +546,9 @@ TEST(DatabaseImport, ReadsATable) {
   DatabaseImport import("lab", lab.ConnectString(), desk.Sheet);
   const auto tables = import.Tables();
   ASSERT_TRUE(tables) << tables.error();
-  EXPECT_EQ(*tables, (Texts{"\"my runs\"", "many"}));
-  import.Table = tables->front();
+  ASSERT_EQ(tables->size(), 2u);
+  EXPECT_EQ(tables->front().Name, "my runs");
+  import.Table = tables->front().Quoted;
   EXPECT_EQ(import.Query(), "SELECT * FROM \"my runs\"");
   EXPECT_EQ(import.Preview()->GridLastRow(), 3);
   EXPECT_EQ(import.Finish(desk.Edit()), ImportOutcome::Stay);

@@ -12,7 +12,7 @@ namespace quorvex {
 // A real database, SQLite's, in a folder of its own, reached through the installed driver manager and driver.
 class OdbcDatabase {
  public:
-  std::string ConnectString() const { return "Driver=SQLite3;Database=" + Folder.Path("lab.db"); }
+  std::string ConnectString() const { return "Driver=SQLite3;NoCreat=0;Database=" + Folder.Path("lab.db"); }
 
   GridCells Query(const std::string& query) const {
     const auto cells = QueryDatabase(ConnectString(), query);

@@ -4,7 +4,12 @@
 
 #include <algorithm>
 #include <bit>
+#include <chrono>
 #include <cmath>
+#include <filesystem>
+#include <future>
+#include <memory>
+#include <new>
 #include <random>
 
 #include "Paths.h"
@@ -142,7 +147,7 @@ TEST(QueryDatabase, SaysWhyItFailed) {
       {good, "SELECT 1", "libc.so.6", nullptr},  // loads, and is another library
   };
   for (const auto& c : kCases) {
-    const auto cells = QueryDatabase(c.connect, c.query, c.library);
+    const auto cells = QueryDatabase(c.connect, c.query, {.Library = c.library});
     ASSERT_FALSE(cells) << c.connect << " " << c.query;
     if (c.message != nullptr) {
       EXPECT_EQ(cells.error(), c.message);
@@ -183,17 +188,83 @@ TEST(QueryDatabase, CopesWithWhatDriversMayDo) {
   }
 }
 
+TEST(QueryDatabase, PassesLimitsOnAndNamesColumns) {
+  const std::string awkward = "Driver=" + AwkwardDriver();
+  EXPECT_EQ(QueryDatabase(awkward, "limits")->GridCellText(1, 1), "0/0/0");
+  const auto cells = QueryDatabase(awkward, "limits", {.RowLimit = 200, .LoginSeconds = 7, .QuerySeconds = 9});
+  EXPECT_EQ(cells->GridCellText(1, 1), "7/9/200");
+  const OdbcDatabase lab;
+  EXPECT_EQ(lab.Query("SELECT 1 AS dose, 2 AS \"größe, cm\"").ColumnNames,
+            (std::vector<std::string>{"dose", "größe, cm"}));
+}
+
+// A mistyped name of a file is no database, by driver or by source; who wants a new one says so.
+TEST(QueryDatabase, MakesNoFile) {
+  const TemporaryFolder folder;
+  const std::string file = folder.Path("new.db");
+  const TemporaryVariable user("ODBCINI",
+                               folder.Write("odbc.ini", "[new]\nDriver=SQLite3\nDatabase=" + file + "\n").c_str());
+  for (const std::string& connect : {"driver={SQLite3};Database=" + file, std::string("DSN=new")}) {
+    EXPECT_FALSE(QueryDatabase(connect, "SELECT 1")) << connect;
+    EXPECT_FALSE(ListTables(connect)) << connect;
+    EXPECT_FALSE(std::filesystem::exists(file)) << connect;
+  }
+  EXPECT_TRUE(QueryDatabase("Driver=SQLite3;Database=:memory:", "SELECT 1"));
+  EXPECT_TRUE(QueryDatabase("DSN=new;NoCreat=0", "CREATE TABLE runs (n)"));
+  EXPECT_TRUE(QueryDatabase("DSN=new", "INSERT INTO runs VALUES (1)"));
+}
+
+// Waiting ends at once, whether or not the driver hears of it, and the handles last until it has come back.
+TEST(QueryDatabase, IsCancelledWhereItWaits) {
+  const std::string awkward = "Driver=" + AwkwardDriver();
+  const struct {
+    std::string connect, query;
+    std::size_t rows;  // read before
+    bool hears;
+  } kCases[] = {{awkward, "slow", 0, true}, {awkward, "slow rows", 2, true}, {awkward + ";Server=deaf", "x", 0, false}};
+  for (const auto& c : kCases) {
+    const auto ended = std::make_shared<std::promise<bool>>();
+    const auto read = [ended, connect = c.connect, query = c.query](const LongWork& work) {
+      ended->set_value(static_cast<bool>(QueryDatabase(connect, query, {}, work)));
+    };
+    std::future<bool> whether = ended->get_future();
+    int turns = 0;
+    EXPECT_FALSE(RunBeside(read, [&](const LongWork& work) { return ++turns < 3 || work.Done() != c.rows; }));
+    if (!c.hears) {
+      EXPECT_NE(whether.wait_for(std::chrono::seconds(0)), std::future_status::ready);
+    }
+    ASSERT_EQ(whether.wait_for(std::chrono::seconds(10)), std::future_status::ready) << c.query;
+    EXPECT_FALSE(whether.get()) << c.query;
+  }
+}
+
+TEST(RunBeside, ThrowsWhatEndedTheWork) {
+  const auto wait = [](const LongWork&) { return true; };
+  EXPECT_THROW(RunBeside([](const LongWork&) { throw std::bad_alloc(); }, wait), std::bad_alloc);
+}
+
+TEST(ListTables, NamesTheDatabaseThatTheyAreIn) {
+  const auto tables = ListTables("Driver=" + AwkwardDriver());
+  ASSERT_TRUE(tables) << tables.error();
+  ASSERT_EQ(tables->size(), 3u);  // one is another database's
+  EXPECT_EQ((*tables)[0].Name + " " + (*tables)[0].Quoted, "lab.order `lab`.`order`");
+  EXPECT_EQ((*tables)[1].Name + " " + (*tables)[1].Quoted, "lab.odd`name `lab`.`odd``name`");
+}
+
 TEST(ListTables, GivesNamesThatAQueryTakes) {
   const OdbcDatabase lab;
+  lab.Query("CREATE TABLE \"order\" (n)");
   lab.Query("CREATE TABLE runs_2 (n)");
   lab.Query("CREATE TABLE \"Growth \"\"fast\"\"\" (n)");
   lab.Query("CREATE TABLE \"2024\" (n)");
   lab.Query("CREATE VIEW größen AS SELECT n FROM runs_2");
   const auto tables = ListTables(lab.ConnectString());
   ASSERT_TRUE(tables) << tables.error();
-  EXPECT_EQ(tables->size(), 4u);
-  for (const std::string& table : *tables) lab.Query("SELECT * FROM " + table);
-  EXPECT_EQ(std::count(tables->begin(), tables->end(), "runs_2"), 1);
+  EXPECT_EQ(tables->size(), 5u);
+  for (const DatabaseTable& table : *tables) lab.Query("SELECT * FROM " + table.Quoted);
+  EXPECT_EQ(std::count_if(tables->begin(), tables->end(),
+                          [](const DatabaseTable& t) { return t.Name + t.Quoted == "order\"order\""; }),
+            1);
 }
 
 TEST(ListDataSources, GivesNamesToConnectWith) {

@@ -2,11 +2,13 @@
 #include <zlib.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Paths.h"
 #include "TemporaryFolder.h"
 #include "core/Files.h"
+#include "fuzz/Spreadsheet.h"
 #include "sheet/SpreadsheetFile.h"
 
 namespace quorvex {
@@ -121,35 +123,6 @@ TEST(ReadSheet, SurvivesAnyDamage) {
   }
 }
 
-std::string Little(std::size_t number, int size) {
-  std::string bytes;
-  for (; size-- > 0; number >>= 8) bytes += static_cast<char>(number & 0xFF);
-  return bytes;
-}
-
-enum class Packing { Stored, Deflated };
-
-struct ArchiveEntry {
-  std::string Name, Data;  // as packed
-  Packing How = Packing::Stored;
-  std::size_t Unpacked = 0;  // bytes, where it isn't stored
-};
-
-std::string Archive(const std::vector<ArchiveEntry>& entries) {
-  std::string bytes, directory;
-  for (const ArchiveEntry& entry : entries) {
-    const bool stored = entry.How == Packing::Stored;
-    const auto sum = stored ? crc32(0, reinterpret_cast<const Bytef*>(entry.Data.data()), uInt(entry.Data.size())) : 0;
-    const std::string about = Little(20, 2) + Little(0, 2) + Little(stored ? 0 : 8, 2) + Little(0, 4) + Little(sum, 4) +
-                              Little(entry.Data.size(), 4) + Little(stored ? entry.Data.size() : entry.Unpacked, 4) +
-                              Little(entry.Name.size(), 2) + Little(0, 2);
-    directory += "PK\1\2" + Little(20, 2) + about + Little(0, 10) + Little(bytes.size(), 4) + entry.Name;
-    bytes += "PK\3\4" + about + entry.Name + entry.Data;
-  }
-  return bytes + directory + "PK\5\6" + Little(0, 4) + Little(entries.size(), 2) + Little(entries.size(), 2) +
-         Little(directory.size(), 4) + Little(bytes.size(), 4) + Little(0, 2);
-}
-
 // An archive of one entry, content.xml, that unpacks to `opening` and 64 MiB of blanks for each of `pieces`, and takes
 // a thousandth of that.
 std::string Bomb(const std::string& opening, std::size_t pieces) {
@@ -171,13 +144,28 @@ std::string Bomb(const std::string& opening, std::size_t pieces) {
   deflateEnd(&stream);
   for (std::size_t i = 0; i < pieces; ++i) data += piece;
 
-  return Archive({{"content.xml", data, Packing::Deflated, pieces * kBlanks}});
+  const std::string name = "content.xml";
+  const std::string sizes = LittleEndian(0, 4) + LittleEndian(data.size(), 4) + LittleEndian(pieces * kBlanks, 4) +
+                            LittleEndian(name.size(), 2);
+  const std::string about =
+      LittleEndian(20, 2) + LittleEndian(0, 2) + LittleEndian(8, 2) + LittleEndian(0, 4) + sizes + LittleEndian(0, 2);
+  const std::string entry = "PK\3\4" + about + name + data;
+  const std::string directory = "PK\1\2" + LittleEndian(20, 2) + about + LittleEndian(0, 14) + name;
+  return entry + directory + "PK\5\6" + LittleEndian(0, 4) + LittleEndian(1, 2) + LittleEndian(1, 2) +
+         LittleEndian(directory.size(), 4) + LittleEndian(entry.size(), 4) + LittleEndian(0, 2);
 }
 
 std::string Repeated(const std::string& text, std::size_t times) {
   std::string all;
   while (times-- > 0) all += text;
   return all;
+}
+
+// An archive of entries that are not packed, each its name and its content.
+std::string Archive(const std::vector<std::pair<std::string, std::string>>& entries) {
+  std::string text;
+  for (const auto& [name, content] : entries) text += name + '\n' + content + '\0';
+  return ArchiveOf(text);
 }
 
 // content.xml with a table "Sheet1" of these rows.

@@ -403,7 +403,7 @@ TEST_F(Import, ReadsATableOfADatabase) {
   const std::string database = "Driver=SQLite3;Database=" + folder.Path("lab.db");
   for (const char* query : {"CREATE TABLE runs (t TEXT, y REAL)", "CREATE TABLE wide (a REAL, b REAL, c REAL)",
                             "INSERT INTO runs VALUES ('2020-01-15', 0.5), ('2020-01-16', 1.5)"})
-    ASSERT_TRUE(QueryDatabase(database, query));
+    ASSERT_TRUE(QueryDatabase(database + ";NoCreat=0", query));
   const TemporaryVariable sources(
       "ODBCINI",
       folder.Write("odbc.ini", "[lab]\nDriver=SQLite3\nDatabase=" + folder.Path("lab.db") + "\n[lost]\nDriver=None\n")
@@ -426,7 +426,9 @@ TEST_F(Import, ReadsATableOfADatabase) {
     auto& table = In<QComboBox>(form, "cboTable");
     EXPECT_EQ(table.currentText(), "runs");
     EXPECT_EQ(Cell(form, 1, 1), "2020-01-15");
-    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 1", "Y: Column 2"}));
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: t", "Y: y"}));
+    EXPECT_EQ(Lines(form, "lstColumns"), (Texts{"t", "y"}));
+    EXPECT_EQ(In<QTableView>(form, "DataPreview").model()->headerData(0, Qt::Horizontal), "t\nX");
     table.setCurrentText("wide");
     EXPECT_EQ(Cell(form, 1, 1), "");
     table.setCurrentText("runs");
@@ -446,8 +448,45 @@ TEST_F(Import, ReadsATableOfADatabase) {
   for (const auto button : {QMessageBox::Ok, QMessageBox::No}) dialogs.Press(button);
   Trigger("mnuDataImportDatabase");
   EXPECT_EQ(Rows(), (Texts{"43845 0.5", "43846 1.5"}));
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"t", "y"}));
   emit frame->findChild<QMenu*>("edit")->aboutToShow();
   EXPECT_EQ(frame->findChild<QAction*>("mnuEditUndo")->text(), "&Undo Import");
+  CloseUnsaved();
+}
+
+// A server that doesn't answer, by Escape; a table that doesn't end, by the button. The dialog is there as before.
+TEST_F(Import, IsCancelledWhileADatabaseIsSlow) {
+  Start();
+  int waits = 0;
+  QTimer user;
+  QObject::connect(&user, &QTimer::timeout, [&] {
+    QWidget* const window = QApplication::activeModalWidget();
+    if (window == nullptr || window->objectName() != "WaitWindow") return;
+    const AccessibilityWalk walk(*window);
+    if (++waits == 1)
+      QTest::keyClick(window, Qt::Key_Escape);
+    else
+      Click(*window, "cmdCancel");
+  });
+  user.start(20);
+  dialogs.Do([&](QDialog& form) {
+    auto& connect = In<QLineEdit>(form, "txtConnect");
+    connect.setText(QString::fromStdString("Driver=" + AwkwardDriver() + ";Server=deaf"));
+    Click(form, "cmdConnect");
+    EXPECT_EQ(waits, 1);
+    EXPECT_FALSE(In(form, "Finish").isEnabled() || In(form, "cboTable").isEnabled());
+    connect.setText(QString::fromStdString("Driver=" + AwkwardDriver()));
+    Click(form, "cmdConnect");
+    EXPECT_EQ(waits, 1);
+    auto& table = In<QComboBox>(form, "cboTable");
+    EXPECT_EQ(table.currentText(), "lab.order");
+    table.setCurrentText("lab.endless");
+    EXPECT_EQ(waits, 2);
+    EXPECT_EQ(Lines(form, "lstColumns"), Texts());
+    form.reject();
+  });
+  Trigger("mnuDataImportDatabase");
+  EXPECT_EQ(dialogs.Said, Texts());
   CloseUnsaved();
 }
 

@@ -241,13 +241,13 @@ void parentfrm::OpenProject(const QString& fileName) {
 // The project is there before its data, behind the dialog, and gone again where there are none.
 void parentfrm::ImportDataFile(const QString& fileName) {
   const DataSheet none(1, false);
-  Result<std::unique_ptr<DataImport>> opened = [&] {
-    const BusyCursor busy;
-    return OpenImport(fileName.toStdString(), none, session_.Locale);
-  }();
-  if (!opened) return user_.Refuse(opened.error());
+  const auto refuse = [this](const std::string& why) {
+    if (!why.empty()) user_.Refuse(why);
+  };
+  Result<std::unique_ptr<DataImport>> opened = OpenImport(fileName.toStdString(), none, session_.Locale, &user_);
+  if (!opened) return refuse(opened.error());
   DataImport& import = **opened;
-  if (const auto preview = import.Preview(); !preview) return user_.Refuse(preview.error());
+  if (const auto preview = import.Preview(&user_); !preview) return refuse(preview.error());
   const auto columns = static_cast<int>(import.Columns.lstColumns().size());
   NewProj form(this, std::clamp(columns - 1, 1, kMostIndependentVariables), false);
   if (form.exec() != QDialog::Accepted) return;

@@ -5,6 +5,9 @@
 #include <QInputDialog>
 #include <QMessageBox>
 
+#include "core/ui/BusyCursor.h"
+#include "core/ui/WaitWindow.h"
+
 namespace quorvex {
 namespace {
 
@@ -62,6 +65,13 @@ std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::strin
   if (!name.empty()) dialog.selectFile(QString::fromStdString(name));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().constFirst().toStdString();
+}
+
+bool MessageBoxPrompter::Wait(const std::string& text, const std::function<void(const LongWork&)>& work) {
+  QWidget* const dialog = QApplication::activeModalWidget();
+  WaitWindow window(QString::fromStdString(text), dialog ? dialog : parent_);
+  const BusyCursor busy;
+  return RunBeside(work, [&](const LongWork& state) { return window.Turn(state); });
 }
 
 }  // namespace quorvex

@@ -22,6 +22,8 @@ class MessageBoxPrompter : public Prompter {
   std::optional<std::string> AskText(const std::string& text, const std::string& initial) override;
   std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
                                               const std::string& extension, const std::string& name) override;
+  // Beside the window's thread. Work of less than half a second shows nothing but the busy cursor.
+  bool Wait(const std::string& text, const std::function<void(const LongWork&)>& work) override;
 
  private:
   QWidget* parent_;

@@ -3,7 +3,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
-#include "core/ui/BusyCursor.h"
 #include "project/ui/quorvexWindow.h"
 #include "sheet/SpreadsheetImport.h"
 #include "sheet/ui/frmDataBase.h"
@@ -39,10 +38,7 @@ void ImportTextOrSpreadsheet(quorvexWindow& window) {
   const QString file = ChooseDataFile(window);
   if (file.isEmpty()) return;
   window.Run([&](const SheetEdit& edit) {
-    const auto import = [&] {
-      const BusyCursor busy;
-      return ImportData(file.toStdString(), edit);
-    }();
+    const auto import = ImportData(file.toStdString(), edit);
     return import != nullptr && ShowImport(window, *import, edit);
   });
 }
@@ -50,8 +46,11 @@ void ImportTextOrSpreadsheet(quorvexWindow& window) {
 void ImportFromDatabase(quorvexWindow& window) {
   window.Run([&](const SheetEdit& edit) {
     if (!ConfirmOverwrite(edit)) return false;
-    frmDataBase form(edit, &window);
-    return form.exec() == QDialog::Accepted;
+    const bool fresh = window.IsFresh();
+    frmDataBase form(edit, DatabaseUse::From(window.Preferences()), &window);
+    if (form.exec() != QDialog::Accepted) return false;
+    if (fresh) form.Import().NameVariables(edit.Sheet, edit.Locale);
+    return true;
   });
 }
 

@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "core/ui/BusyCursor.h"
 #include "sheet/ui/PreviewModel.h"
 
 namespace quorvex {
@@ -154,12 +153,9 @@ void ImportDialog::Show(DataImport* import) {
 }
 
 void ImportDialog::Reload() {
-  Result<GridCells> rows = [this] {
-    const BusyCursor busy;
-    return import_->Preview();
-  }();
+  Result<GridCells> rows = import_->Preview(&edit_.User);
   if (!rows) {
-    edit_.User.Refuse(rows.error());
+    if (!rows.error().empty()) edit_.User.Refuse(rows.error());
     rows = GridCells();
   }
   import_->Columns.AssignInOrder();
@@ -216,11 +212,7 @@ void ImportDialog::UnAssign() {
 
 void ImportDialog::FinishImport() {
   ShowChoices();
-  const ImportOutcome outcome = [this] {
-    const BusyCursor busy;
-    return import_->Finish(edit_);
-  }();
-  switch (outcome) {
+  switch (import_->Finish(edit_)) {
     case ImportOutcome::Imported:
       return accept();
     case ImportOutcome::Failed:

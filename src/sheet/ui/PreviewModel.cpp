@@ -58,7 +58,9 @@ QVariant PreviewModel::headerData(int section, Qt::Orientation orientation, int 
   if (orientation == Qt::Vertical) return section + 1;
   const auto col = static_cast<std::size_t>(section);
   const std::string variable = col < variables_.size() ? variables_[col] : "";
-  return QString("Column %1\n%2").arg(section + 1).arg(QString::fromStdString(variable));
+  const std::string name = cells_.ColumnName(col + 1);
+  const QString column = name.empty() ? QString("Column %1").arg(section + 1) : QString::fromStdString(name);
+  return column + '\n' + QString::fromStdString(variable);
 }
 
 }  // namespace quorvex

@@ -8,13 +8,14 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "core/ui/BusyCursor.h"
+#include "sheet/ConnectString.h"
 #include "sheet/OdbcSource.h"
 
 namespace quorvex {
 
-frmDataBase::frmDataBase(const SheetEdit& edit, QWidget* parent)
+frmDataBase::frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent)
     : ImportDialog(edit, parent),
+      use_(use),
       cboSource(new QComboBox),
       txtConnect(new QLineEdit),
       txtUser(new QLineEdit),
@@ -91,17 +92,18 @@ void frmDataBase::Connect() {
   const std::string source = txtConnect->text().toStdString();
   auto import = std::make_unique<DatabaseImport>(
       SourceName(source), ConnectString(source, txtUser->text().toStdString(), txtPassword->text().toStdString()),
-      Edit().Sheet);
-  const Result<std::vector<std::string>> tables = [&] {
-    const BusyCursor busy;
-    return import->Tables();
-  }();
-  if (!tables) return Edit().User.Refuse(tables.error());
+      Edit().Sheet, use_);
+  const Result<std::vector<DatabaseTable>> tables = import->Tables(&Edit().User);
+  if (!tables) {
+    if (!tables.error().empty()) Edit().User.Refuse(tables.error());
+    return;
+  }
   if (tables->empty()) return Edit().User.Refuse("There are no tables in '" + SourceName(source) + "'.");
   import_ = std::move(import);
   {
     const QSignalBlocker quiet(cboTable);
-    for (const std::string& table : *tables) cboTable->addItem(QString::fromStdString(table));
+    for (const DatabaseTable& table : *tables)
+      cboTable->addItem(QString::fromStdString(table.Name), QString::fromStdString(table.Quoted));
   }
   cboTable->setEnabled(true);
   cboTable->setFocus();
@@ -109,7 +111,7 @@ void frmDataBase::Connect() {
 }
 
 void frmDataBase::ChooseTable(int index) {
-  import_->Table = cboTable->itemText(index).toStdString();
+  import_->Table = cboTable->itemData(index).toString().toStdString();
   Show(import_.get());
 }
 

@@ -15,7 +15,10 @@ namespace quorvex {
 class frmDataBase : public ImportDialog {
  public:
   // The edit outlives the dialog.
-  frmDataBase(const SheetEdit& edit, QWidget* parent);
+  frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent);
+
+  // What was imported, once the dialog was accepted.
+  DataImport& Import() { return *import_; }
 
  private:
   QLayout* SourceFields();
@@ -24,6 +27,7 @@ class frmDataBase : public ImportDialog {
   void Connect();
   void ChooseTable(int index);
 
+  const DatabaseUse use_;
   std::unique_ptr<DatabaseImport> import_;
   QComboBox* cboSource;
   QLineEdit *txtConnect, *txtUser, *txtPassword;

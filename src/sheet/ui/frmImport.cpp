@@ -8,7 +8,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-#include "core/ui/BusyCursor.h"
 #include "sheet/SpreadsheetImport.h"
 #include "sheet/TextImport.h"
 
@@ -67,12 +66,7 @@ QLayout* frmImport::Sheets(SpreadsheetImport& import) {
   row->addWidget(label);
   row->addWidget(cboSheet, 1);
   connect(cboSheet, &QComboBox::currentIndexChanged, this, [this, &import, cboSheet](int index) {
-    const std::string failure = [&] {
-      const BusyCursor busy;
-      return import.ChooseSheet(import.Sheets()[static_cast<std::size_t>(index)]);
-    }();
-    if (failure.empty()) return Reload();
-    Edit().User.Refuse(failure);
+    if (import.ChooseSheet(import.Sheets()[static_cast<std::size_t>(index)], Edit().User)) return Reload();
     const QSignalBlocker quiet(cboSheet);
     cboSheet->setCurrentText(QString::fromStdString(import.ChosenSheet()));
   });
