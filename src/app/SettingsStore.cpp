@@ -108,6 +108,19 @@ int ReplaceFile(const std::string& name, const std::vector<std::string>& lines) 
   return error;
 }
 
+using Place = std::pair<std::string, std::string>;  // section and key
+
+int SavePlaces(const Settings& settings, const std::vector<Place>& places) {
+  const std::string name = SettingsFileName();
+  int error = 0;
+  const auto text = ReadStore(name, error);
+  if (!text) return error;
+  const std::vector<std::string> before = Lines(*text);
+  std::vector<std::string> lines = before;
+  for (const auto& [section, key] : places) PutLine(lines, section, key, settings.Text(key, section));
+  return lines == before ? 0 : ReplaceFile(name, lines);
+}
+
 std::string SinglePrecisionText(double value) { return GeneralNumber(static_cast<float>(value), 7); }
 
 }  // namespace
@@ -131,17 +144,20 @@ Settings LoadSettings() {
       settings.Set(entry->Key, entry->Text, section);
     }
   }
+  settings.ForgetChanges();
   return settings;
 }
 
 int SaveSettings(const Settings& settings, std::string_view section, std::span<const std::string_view> keys) {
-  const std::string name = SettingsFileName();
-  int error = 0;
-  const auto text = ReadStore(name, error);
-  if (!text) return error;
-  std::vector<std::string> lines = Lines(*text);
-  for (const std::string_view key : keys) PutLine(lines, section, key, settings.Text(key, section));
-  return ReplaceFile(name, lines);
+  std::vector<Place> places;
+  for (const std::string_view key : keys) places.emplace_back(section, key);
+  return SavePlaces(settings, places);
+}
+
+int SaveChanges(Settings& settings) {
+  const int error = SavePlaces(settings, {settings.Changes().begin(), settings.Changes().end()});
+  if (error == 0) settings.ForgetChanges();
+  return error;
 }
 
 FrameGeometry StartupGeometry(const Settings& settings, double screenHeight, double screenWidth) {
@@ -161,13 +177,6 @@ int SaveStartupSettings(Settings& settings, const FrameGeometry& frame) {
   constexpr std::string_view kKeys[] = {"default_x",  "default_y",      "screenheight",      "screenwidth",
                                         "projectdir", "promptforsetup", "defaultsolvesetup", "defaultsolver"};
   return SaveSettings(settings, "startup", kKeys);
-}
-
-int SaveLastChoices(const Settings& settings) {
-  constexpr std::string_view kKeys[] = {"lastselectedmodel", "sortindex", "importdir"};
-  if (const int error = SaveSettings(settings, "startup", kKeys); error != 0) return error;
-  const std::vector<std::string> groups = settings.StoredKeys("groupsolve");
-  return SaveSettings(settings, "groupsolve", std::vector<std::string_view>(groups.begin(), groups.end()));
 }
 
 }  // namespace quorvex

@@ -34,8 +34,8 @@ FrameGeometry StartupGeometry(const Settings& settings, double screenHeight, dou
 // numbers are written with the 7 digits of a 32-bit real. Returns 0 or the file error's number.
 int SaveStartupSettings(Settings& settings, const FrameGeometry& frame);
 
-// Stores what else the user last chose: model, groups and order of the solutions, and the folder of imports. Returns 0
-// or the file error's number.
-int SaveLastChoices(const Settings& settings);
+// Stores what was changed since the settings were loaded or this was last called. Returns 0 or the file error's number;
+// then the changes wait for the next call.
+int SaveChanges(Settings& settings);
 
 }  // namespace quorvex

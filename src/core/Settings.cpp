@@ -145,13 +145,6 @@ bool Settings::Has(std::string_view key, std::string_view section) const {
   return stored_.contains({ToLower(section), ToLower(key)});
 }
 
-std::vector<std::string> Settings::StoredKeys(std::string_view section) const {
-  std::vector<std::string> keys;
-  for (const auto& [place, text] : stored_)
-    if (place.first == ToLower(section)) keys.push_back(place.second);
-  return keys;
-}
-
 std::string Settings::Text(std::string_view key, std::string_view section) const {
   const SettingRow row = RowOf(section, key);
   const auto found = stored_.find({ToLower(section), ToLower(key)});
@@ -177,7 +170,10 @@ bool Settings::Flag(std::string_view key, std::string_view section) const {
 }
 
 void Settings::Set(std::string_view key, std::string_view text, std::string_view section) {
-  stored_[{ToLower(section), ToLower(key)}] = text;
+  const auto [entry, isNew] = stored_.try_emplace({ToLower(section), ToLower(key)});
+  if (!isNew && entry->second == text) return;
+  entry->second = text;
+  changes_.emplace(section, key);
   if (EqualNoCase(section, "startup")) ReadField(key);
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -34,15 +35,18 @@ struct Settings {
   void SetNumber(std::string_view key, double value, std::string_view section = "startup");
   void SetFlag(std::string_view key, bool value, std::string_view section = "startup");
 
+  // Sections and keys that were set to another text since ForgetChanges.
+  const std::set<std::pair<std::string, std::string>>& Changes() const { return changes_; }
+  void ForgetChanges() { changes_.clear(); }
+
   // Whether a text is stored for the key.
   bool Has(std::string_view key, std::string_view section = "startup") const;
-  // The keys that have a text stored in a section, in lower case.
-  std::vector<std::string> StoredKeys(std::string_view section) const;
 
  private:
   void ReadField(std::string_view key);
 
   std::map<std::pair<std::string, std::string>, std::string> stored_;  // by section and key, both in lower case
+  std::set<std::pair<std::string, std::string>> changes_;              // as they were spelled
 };
 
 }  // namespace quorvex

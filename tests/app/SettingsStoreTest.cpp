@@ -118,6 +118,23 @@ TEST_F(SettingsStore, StoresTheFrameAndTheSolveChoicesAtTheEnd) {
   EXPECT_FALSE(LoadSettings().Flag("promptforsetup"));
 }
 
+TEST_F(SettingsStore, SavesWhatWasChangedSinceItWasLoaded) {
+  Settings settings = Load("[startup]\nsortindex=2\nlistmodel=4\n");
+  folder_.Write("quorvex.ini", "[startup]\nsortindex=1\nlistmodel=4\n");  // by another instance
+  settings.Set("listmodel", "4");
+  settings.Set("UserDefined", "1", "groupsolve");
+  ASSERT_EQ(SaveChanges(settings), 0);
+  const std::string stored = "[startup]\r\nsortindex=1\r\nlistmodel=4\r\n\r\n[groupsolve]\r\nUserDefined=1\r\n";
+  EXPECT_EQ(Saved(), stored);
+  std::filesystem::remove(folder_.Path("quorvex.ini"));
+  std::filesystem::create_directory(folder_.Path("quorvex.ini"));
+  settings.Set("listmodel", "5");
+  EXPECT_EQ(SaveChanges(settings), 75);
+  std::filesystem::remove(folder_.Path("quorvex.ini"));
+  ASSERT_EQ(SaveChanges(settings), 0);  // what failed waits
+  EXPECT_EQ(Saved(), "[startup]\r\nlistmodel=5\r\n");
+}
+
 TEST_F(SettingsStore, KeepsALinkAndLeavesNothingBeside) {
   folder_.Write("real/file.ini", "[startup]\nlistmodel=4\n");
   std::filesystem::create_symlink("real/file.ini", folder_.Path("quorvex.ini"));

@@ -12,6 +12,7 @@
 #include <QDesktopServices>
 #include <QDropEvent>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -373,6 +374,27 @@ void CrashWith(const std::string& state, const std::string& fileName) {
     _exit(store.Keep(1, project));
   }
   waitpid(child, nullptr, 0);
+}
+
+TEST_F(Frame, StoresWhatIsChosenInPassing) {
+  Start();
+  const auto rest = [] {  // as the program does between events
+    QEventLoop loop;
+    QTimer::singleShot(800, &loop, &QEventLoop::quit);
+    loop.exec();
+  };
+  Active().SortSolutions(4);
+  rest();
+  EXPECT_EQ(LoadSettings().Integer("sortindex"), 4);
+  std::filesystem::remove(folder.Path("quorvex.ini"));
+  std::filesystem::create_directory(folder.Path("quorvex.ini"));
+  Active().SortSolutions(3);
+  dialogs.Press(QMessageBox::Ok);
+  rest();
+  Active().SortSolutions(2);  // nobody wants to be told each time
+  rest();
+  EXPECT_TRUE(frame->close());
+  EXPECT_EQ(dialogs.Said.size(), 1u);
 }
 
 TEST_F(Frame, DeletesWhatACrashLeftOnlyWhereTheUserSaysSoTwice) {

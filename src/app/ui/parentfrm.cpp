@@ -1,5 +1,7 @@
 #include "app/ui/parentfrm.h"
 
+#include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -68,6 +70,12 @@ parentfrm::parentfrm(Session& session, std::string commandLine, std::string stat
   connect(area_, &QMdiArea::subWindowActivated, this, &parentfrm::ShowActiveWindow);
   connect(&autosave_, &QTimer::timeout, this, &parentfrm::Autosave);
   autosave_.start(kAutosaveInterval);
+  storing_.setSingleShot(true);
+  connect(&storing_, &QTimer::timeout, this, &parentfrm::StoreChoices);
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, [this] {
+    constexpr int kDelay = 500;  // several that change together are stored together
+    if (!session_.Preferences.Changes().empty() && !toldNotStored_ && !storing_.isActive()) storing_.start(kDelay);
+  });
   ShowActiveWindow();
 }
 
@@ -100,7 +108,12 @@ int parentfrm::StorePlace() {
   const auto units = [](int pixels) { return double{1} * pixels * kUnitsPerPixel; };
   const int error = SaveStartupSettings(
       session_.Preferences, {units(place.x()), units(place.y()), units(place.height()), units(place.width())});
-  return error != 0 ? error : SaveLastChoices(session_.Preferences);
+  return error != 0 ? error : SaveChanges(session_.Preferences);
+}
+
+// What was chosen in passing, such as the order of solutions. A dialog that is open stores its own, and says so.
+void parentfrm::StoreChoices() {
+  if (QApplication::activeModalWidget() == nullptr) TellOnceWhetherStored(SaveChanges(session_.Preferences));
 }
 
 // Nobody wants to be told at each file that is opened.

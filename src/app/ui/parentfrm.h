@@ -97,6 +97,7 @@ class parentfrm : public QMainWindow {
 
   void MoveToStoredPlace();
   int StorePlace();  // returns 0 or the file error's number
+  void StoreChoices();
   void TellOnceWhetherStored(int error);
 
   Session& session_;
@@ -104,7 +105,7 @@ class parentfrm : public QMainWindow {
   MessageBoxPrompter user_;
   ProjectFiles files_;
   RecoveryStore recovery_;
-  QTimer autosave_;
+  QTimer autosave_, storing_;
   bool shown_ = false;
   bool toldNotStored_ = false;
   std::size_t windows_ = 0;  // opened so far
