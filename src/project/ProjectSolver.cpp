@@ -8,6 +8,22 @@
 #include "sheet/PointsNeeded.h"
 
 namespace quorvex {
+namespace {
+
+// Raises a flag for the length of a block, whatever ends it.
+class Turn {
+ public:
+  explicit Turn(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Turn() { flag_ = false; }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
 std::optional<std::size_t> ProjectSolver::SolveRegression() {
   const std::optional<GatheredData> data = Gather();
   if (!data) return std::nullopt;
@@ -110,9 +126,10 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
     }
   }
   std::string log;
-  running_ = true;
-  const SolveOutcome outcome = RunSolve(project_, data.Points, settings_, log, *windows_.OpenProgress(), user_);
-  running_ = false;
+  const SolveOutcome outcome = [&] {
+    const Turn running(running_);
+    return RunSolve(project_, data.Points, settings_, log, *windows_.OpenProgress(), user_);
+  }();
   if (outcome.Asked == 0) return std::nullopt;
   log_ = std::move(log);
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};

@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <cstdlib>
+
+#include "app/ui/DesktopApplication.h"
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   testing::InitGoogleTest(&argc, argv);
-  const QApplication application(argc, argv);
+  const quorvex::DesktopApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -1,12 +1,12 @@
 // The desktop program: what the console program does, with windows.
 
-#include <QApplication>
 #include <cstdlib>
 
 #include "app/CommandLine.h"
 #include "app/RecoveryStore.h"
 #include "app/SettingsStore.h"
 #include "app/StartUp.h"
+#include "app/ui/DesktopApplication.h"
 #include "app/ui/FileRequests.h"
 #include "app/ui/parentfrm.h"
 #include "batch/ui/cfgSolveWindow.h"
@@ -41,11 +41,12 @@ class Desktop {
     QApplication::setApplicationName("Quorvex");
     QApplication::setDesktopFileName("quorvex");
   }
+  DesktopApplication& Application() { return application_; }
 
  private:
   int argc_ = 1;
   char* argv_[2];
-  QApplication application_;
+  DesktopApplication application_;
 };
 
 int RunMacroWithWindows(const std::string& fileName, char* programName) {
@@ -56,13 +57,14 @@ int RunMacroWithWindows(const std::string& fileName, char* programName) {
 
 // A file goes to the instance that is already running, where one is.
 int RunInteractive(const CommandRequest& request, const std::string& commandLine, char* programName) {
-  const Desktop desktop(programName, GiveUpWithoutDisplay);
+  Desktop desktop(programName, GiveUpWithoutDisplay);
   if (request.Mode == CommandMode::OpenFile && FileRequests::SendToRunning(QString::fromStdString(request.FileName)))
     return EXIT_SUCCESS;
   Session session{LoadSettings(), ReadUserLocale()};
   parentfrm frame(session, commandLine, StateFolder());
   FileRequests requests;
   QObject::connect(&requests, &FileRequests::Requested, &frame, &parentfrm::OpenRequestedFile);
+  QObject::connect(&desktop.Application(), &DesktopApplication::Failed, &frame, &parentfrm::GoOnAfterFailure);
   requests.Listen();
   frame.show();
   return QApplication::exec();

@@ -161,20 +161,34 @@ void parentfrm::OfferRecovery() {
   }
 }
 
-void parentfrm::Autosave() {
+bool parentfrm::Autosave() {
+  bool all = true;
   for (QMdiSubWindow* window : area_->subWindowList()) {
     auto* project = qobject_cast<quorvexWindow*>(window->widget());
-    if (project == nullptr || project->Solver().Running() || !window->property(kUnkept).toBool()) continue;
+    if (project == nullptr || !window->property(kUnkept).toBool()) continue;
+    if (project->Solver().Running()) {
+      all = false;
+      continue;
+    }
     const std::size_t number = window->property(kNumber).toULongLong();
     const Project& document = project->Document();
     if (!document.Changed && !document.NotesChanged) {
       recovery_.Forget(number);
     } else if (recovery_.Keep(number, document) != 0) {
       statusBar()->showMessage("The changes could not be kept for the case of a crash.", kAutosaveInterval);
+      all = false;
       continue;
     }
     window->setProperty(kUnkept, false);
   }
+  return all;
+}
+
+void parentfrm::GoOnAfterFailure(const QString& what) {
+  const char* kept = Autosave()
+                         ? " What is not saved was copied aside, and is offered at the next start if Quorvex ends."
+                         : " Not all of what is not saved could be copied aside.";
+  user_.Refuse(what.toStdString() + " The command did not come to its end." + kept);
 }
 
 void parentfrm::closeEvent(QCloseEvent* event) {

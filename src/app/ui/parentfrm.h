@@ -41,8 +41,12 @@ class parentfrm : public QMainWindow {
   // False where it could not be told what it is.
   bool OpenRequestedFile(const QString& fileName);
 
-  // Keeps a copy of each project that changed since the last time. Runs once a minute.
-  void Autosave();
+  // Keeps a copy of each project that changed since the last time. Runs once a minute. False where one could not be
+  // kept, or is at work.
+  bool Autosave();
+
+  // Keeps copies of what is not saved, then tells what happened.
+  void GoOnAfterFailure(const QString& what);
 
  protected:
   void showEvent(QShowEvent* event) override;

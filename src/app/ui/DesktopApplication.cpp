@@ -1,0 +1,40 @@
+#include "app/ui/DesktopApplication.h"
+
+#include <QEvent>
+#include <QMetaMethod>
+#include <QScopedValueRollback>
+#include <exception>
+#include <new>
+
+namespace quorvex {
+
+bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
+  static const QMetaMethod failed = QMetaMethod::fromSignal(&DesktopApplication::Failed);
+  if (!isSignalConnected(failed)) return QApplication::notify(receiver, event);
+  const bool painting = event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;
+  try {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::bad_alloc&) {
+      Tell("There is not enough memory for that.", painting);
+    } catch (const std::exception& error) {
+      Tell(QString("An unexpected error occurred: %1.").arg(QString::fromLocal8Bit(error.what())), painting);
+    } catch (...) {
+      Tell("An unexpected error occurred.", painting);
+    }
+  } catch (...) {
+    // Not even enough is left to say so.
+  }
+  return false;
+}
+
+// What goes wrong while that is told isn't told, too. What can't be painted is painted again behind every message, and
+// told once.
+void DesktopApplication::Tell(const QString& what, bool painting) {
+  if (telling_ || (painting && what == toldOfPainting_)) return;
+  if (painting) toldOfPainting_ = what;
+  const QScopedValueRollback telling(telling_, true);
+  emit Failed(what);
+}
+
+}  // namespace quorvex
