@@ -29,6 +29,9 @@ class Dialogs {
   }
   ~Dialogs() { EXPECT_TRUE(answers_.empty()) << "A dialog did not open."; }
 
+  // Leaves what opens to the test.
+  void Rest() { timer_.stop(); }
+
   std::vector<std::string> Said;
 
   void Press(QMessageBox::StandardButton button) {

@@ -1,5 +1,6 @@
 #include "app/ui/DesktopApplication.h"
 
+#include <QDialog>
 #include <QEvent>
 #include <QMetaMethod>
 #include <QScopedValueRollback>
@@ -9,6 +10,7 @@
 namespace quorvex {
 
 bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
+  FollowKeyboard(*receiver, *event);
   static const QMetaMethod failed = QMetaMethod::fromSignal(&DesktopApplication::Failed);
   if (!isSignalConnected(failed)) return QApplication::notify(receiver, event);
   const bool painting = event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;
@@ -26,6 +28,18 @@ bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
     // Not even enough is left to say so.
   }
   return false;
+}
+
+void DesktopApplication::FollowKeyboard(const QObject& receiver, const QEvent& event) {
+  if (event.type() == QEvent::WindowActivate) {
+    if (const auto* window = qobject_cast<const QWidget*>(&receiver); window != nullptr && window->isWindow())
+      active_ = window;
+  } else if (event.type() == QEvent::Hide && !event.spontaneous()) {
+    const auto* dialog = qobject_cast<const QDialog*>(&receiver);
+    const bool gone = active_ == nullptr || (active_ != dialog && !active_->isVisible());
+    if (dialog != nullptr && gone && dialog->parentWidget() != nullptr)
+      dialog->parentWidget()->window()->activateWindow();
+  }
 }
 
 // What goes wrong while that is told isn't told, too. What can't be painted is painted again behind every message, and

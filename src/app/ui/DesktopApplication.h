@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QApplication>
+#include <QPointer>
+#include <QWidget>
 
 namespace quorvex {
 
@@ -8,6 +10,9 @@ namespace quorvex {
 //
 // An exception that nobody caught ends the event that it came from and not the program, where somebody listens to
 // Failed; without a listener it goes its way.
+//
+// A dialog that closes together with a message over it, before the window manager has given it the keyboard back, hands
+// the keyboard on to the window beneath. The window manager would give it to the dialog, and so to nobody.
 class DesktopApplication : public QApplication {
   Q_OBJECT
 
@@ -21,9 +26,11 @@ class DesktopApplication : public QApplication {
 
  private:
   void Tell(const QString& what, bool painting);
+  void FollowKeyboard(const QObject& receiver, const QEvent& event);
 
   bool telling_ = false;
   QString toldOfPainting_;
+  QPointer<const QWidget> active_;  // the window that had the keyboard last
 };
 
 }  // namespace quorvex

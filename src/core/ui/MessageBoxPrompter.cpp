@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QWindow>
 
 #include "core/ui/BusyCursor.h"
 #include "core/ui/WaitWindow.h"
@@ -20,37 +21,48 @@ class ArrowCursor {
   ArrowCursor& operator=(const ArrowCursor&) = delete;
 };
 
-// Over the dialog that the text is about, where one is open.
-int Show(QWidget* parent, QMessageBox::Icon icon, const std::string& text, QMessageBox::StandardButtons buttons) {
+int Show(QWidget* over, QMessageBox::Icon icon, const std::string& text, QMessageBox::StandardButtons buttons) {
   const ArrowCursor arrow;
-  QWidget* const dialog = QApplication::activeModalWidget();
-  QMessageBox box(icon, "Quorvex", QString::fromStdString(text).remove('\r'), buttons, dialog ? dialog : parent);
+  QMessageBox box(icon, "Quorvex", QString::fromStdString(text).remove('\r'), buttons, over);
   box.setTextFormat(Qt::PlainText);  // names of files and models are no markup
   return box.exec();
 }
 
 }  // namespace
 
-void MessageBoxPrompter::Refuse(const std::string& text) {
-  Show(parent_, QMessageBox::Critical, text, QMessageBox::Ok);
+MessageBoxPrompter::MessageBoxPrompter(QWidget* parent) : parent_(parent) {
+  QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &watch_, [this] {
+    QWidget* window = QApplication::activeWindow();
+    while (window != nullptr && window->isModal() && window->parentWidget() != nullptr)
+      window = window->parentWidget()->window();
+    if (window != nullptr) worked_ = window;
+  });
 }
 
+// Not what is active now: behind a dialog that has just closed nothing is, for a moment.
+QWidget* MessageBoxPrompter::Over() const {
+  if (QWidget* dialog = QApplication::activeModalWidget()) return dialog;
+  return worked_ != nullptr && worked_->isVisible() ? worked_.data() : parent_;
+}
+
+void MessageBoxPrompter::Refuse(const std::string& text) { Show(Over(), QMessageBox::Critical, text, QMessageBox::Ok); }
+
 void MessageBoxPrompter::Inform(const std::string& text) {
-  Show(parent_, QMessageBox::Information, text, QMessageBox::Ok);
+  Show(Over(), QMessageBox::Information, text, QMessageBox::Ok);
 }
 
 bool MessageBoxPrompter::Ask(const std::string& text) {
-  return Show(parent_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+  return Show(Over(), QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
 std::optional<bool> MessageBoxPrompter::AskOrCancel(const std::string& text) {
   const int answer =
-      Show(parent_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      Show(Over(), QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
   return answer == QMessageBox::Cancel ? std::nullopt : std::optional(answer == QMessageBox::Yes);
 }
 
 std::optional<std::string> MessageBoxPrompter::AskText(const std::string& text, const std::string& initial) {
-  QInputDialog dialog(parent_);
+  QInputDialog dialog(Over());
   dialog.setWindowTitle("Quorvex");
   dialog.setLabelText(Qt::convertFromPlainText(QString::fromStdString(text)));
   dialog.setTextValue(QString::fromStdString(initial));
@@ -59,7 +71,7 @@ std::optional<std::string> MessageBoxPrompter::AskText(const std::string& text, 
 
 std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::string& title, const std::string& filter,
                                                                 const std::string& extension, const std::string& name) {
-  QFileDialog dialog(parent_, QString::fromStdString(title), Folder, QString::fromStdString(filter));
+  QFileDialog dialog(Over(), QString::fromStdString(title), Folder, QString::fromStdString(filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QString::fromStdString(extension));
   if (!name.empty()) dialog.selectFile(QString::fromStdString(name));

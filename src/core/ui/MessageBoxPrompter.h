@@ -1,17 +1,19 @@
 #pragma once
 
+#include <QObject>
+#include <QPointer>
 #include <QString>
+#include <QWidget>
 
 #include "core/Prompter.h"
 
-class QWidget;
-
 namespace quorvex {
 
-// Talks to the user by message boxes titled "Quorvex" and by file dialogs, over the window `parent`.
+// Talks to the user by message boxes titled "Quorvex" and by file dialogs. They stand over the dialog that is open,
+// else over the window that the user works in, which has the keyboard again behind them, else over `parent`.
 class MessageBoxPrompter : public Prompter {
  public:
-  explicit MessageBoxPrompter(QWidget* parent) : parent_(parent) {}
+  explicit MessageBoxPrompter(QWidget* parent);
 
   QString Folder;  // that file dialogs open in; empty for the current one
 
@@ -26,7 +28,11 @@ class MessageBoxPrompter : public Prompter {
   bool Wait(const std::string& text, const std::function<void(const LongWork&)>& work) override;
 
  private:
+  QWidget* Over() const;
+
   QWidget* parent_;
+  QPointer<QWidget> worked_;  // the window that was active last and is no dialog
+  QObject watch_;
 };
 
 }  // namespace quorvex
