@@ -48,6 +48,7 @@ TEST(GenerateTable, PlacesItsPoints) {
       {{0, 20, 4}, false, {1, 4, 7, 10}},
       {{4, 6, 3}, false, {4, 5, 6}},
       {{11, 20, 4}, false, {1, 4, 7, 10}},  // nothing left between the limits
+      {{10, 20, 4}, false, {1, 4, 7, 10}},  // nor is a single place
       {{20, 0, 3}, true, {20, 10, 0}},
       {{1, 8, 4, true}, false, {1, 2, 4, 8}},
   };

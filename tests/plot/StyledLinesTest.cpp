@@ -152,6 +152,27 @@ TEST(DrawStyledPolyline, KeepsItsPlaceInThePatternOverAFarExcursion) {
   EXPECT_EQ(end, (Calls{"MoveToEx 20 10", "LineTo 8 10", "MoveToEx 4 10", "LineTo 0 10"}));
 }
 
+// Only the step that leaves for out there, 3125 dashes long, is walked.
+TEST(DrawStyledPolyline, WalksNoPatternAlongAStepOutOfSight) {
+  constexpr std::int32_t kFar = 2000000000, kOut = 60000;
+  using Coordinates = std::vector<std::int32_t>;
+  const struct {
+    Coordinates xs, ys;
+  } kCases[] = {{{0, kOut, kOut}, {0, 0, kFar}},
+                {{0, -kOut, -kOut}, {0, 0, -kFar}},
+                {{0, 0, kFar}, {0, kOut, kOut}},
+                {{0, kOut, kFar}, {0, 0, kFar}}};
+  for (const auto& c : kCases)
+    for (const std::int32_t scale : {1, 8}) {
+      Coordinates xs = c.xs, ys = c.ys;
+      for (Coordinates* places : {&xs, &ys})
+        for (std::int32_t& place : *places) place = place == kFar ? kFar : place == -kFar ? -kFar : place * scale;
+      RecordingSurface surface;
+      ASSERT_TRUE(DrawStyledPolyline(surface, xs, ys, 1, 1, 0, scale));
+      EXPECT_NEAR(static_cast<double>(surface.Only({"LineTo"}).size()), 3125, 10) << xs[1] << ' ' << ys[1];
+    }
+}
+
 TEST(GetLineSampleLength, EndsSamplesWithAWholePattern) {
   const struct {
     int style;

@@ -72,6 +72,10 @@ TEST(DataTable, SaysWhereASolutionHasNoValue) {
   const DataTable table({nullptr, &polynomial}, data, project.Sheet, LocaleText());
   EXPECT_EQ(RowOf(table, 1), (std::vector<std::string>{"2", "2", "4", "4", "0.0e+0", "0.0e+0"}));
   EXPECT_EQ(RowOf(table, 2), (std::vector<std::string>{"3", "4", "9", "ERROR", "ERROR", "ERROR"}));
+  std::string headings = "<table>\r\n<tr>";
+  for (std::size_t c = 0; c < table.ColumnCount(); ++c)
+    headings += "<th align=\"right\">" + table.ColumnHeading(c) + "</th>";
+  EXPECT_NE(Html(table).find(headings + "</tr>\r\n<tr><td>1</td>"), std::string::npos) << Html(table);
 }
 
 TEST(TextTable, BecomesTextAndHtml) {
@@ -83,9 +87,10 @@ TEST(TextTable, BecomesTextAndHtml) {
   report.Add(RowKind::Values, {"a\tb\r\n", "", "1"});
   EXPECT_EQ(TabSeparated(report), "Y = \ta<b & c\r\n\r\nTable\r\nVariable\t\tValue\r\na b  \t\t1\r\n");
   const std::string html = Html(report);
-  for (const char* part : {"<td>Y = </td><td align=\"left\" colspan=\"2\">a&lt;b &amp; c</td>",
-                           "<th align=\"left\" colspan=\"3\">Table</th>", "<th align=\"right\">Value</th>",
-                           "<td align=\"right\">1</td>", "charset=\"utf-8\""})
+  for (const char* part :
+       {"<td>Y = </td><td align=\"left\" colspan=\"2\">a&lt;b &amp; c</td>", "<table>\r\n<tr><td>",
+        "<th align=\"left\" colspan=\"3\">Table</th>", "<tr><th align=\"left\">Variable</th><th align=\"right\"></th>",
+        "<th align=\"right\">Value</th>", "<td align=\"right\">1</td>", "charset=\"utf-8\""})
     EXPECT_NE(html.find(part), std::string::npos) << part << " in " << html;
 }
 

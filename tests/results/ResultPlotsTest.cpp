@@ -5,6 +5,7 @@
 #include "RecordingPrompter.h"
 #include "engine/EqClass.h"
 #include "engine/InterpClass.h"
+#include "engine/MvClass.h"
 #include "results/ResultPlots.h"
 
 namespace quorvex {
@@ -144,6 +145,33 @@ TEST(NormalPlot, ShowsSortedResidualsAndTheirLine) {
   const auto broken = ModelOf("a*ln(x-2)", 1);
   EXPECT_EQ(NormalPlot(*broken, Points(), Settings()).error(),
             "An error occurred creating the Residual Normal Probability Plot. The plot cannot be created.");
+}
+
+TEST(EstimatePreview, DrawsTheModelAtTheEstimates) {
+  const auto model = ModelOf("a*x", 1);
+  const std::vector<double> estimates = {3};
+  const Result<PlotClass> curve = EstimatePreview(*model, estimates, Points(), Settings(), {});
+  ASSERT_TRUE(curve);
+  EXPECT_EQ(Names(*curve), (std::vector<std::string>{"Input Data", "Model a*x"}));
+  EXPECT_EQ(curve->PlotData[1].CopyDataTo().Y.back(), 12);
+  EXPECT_EQ(model->Values(1), 1) << "the project's model stays as it is";
+  EXPECT_EQ(EstimatePreview(*ModelOf("a*ln(x-2)", 1), estimates, Points(), Settings(), {}).error(),
+            "An error has occurred generating equation data for equation a*ln(x-2)");
+
+  SolveData data = Points();
+  data.X.push_back({0, 1, 0, 1});
+  MvClass several{LocaleText()};
+  several.SetID("a*x1+x2", {"a*x1+x2"});
+  const Result<PlotClass> values = EstimatePreview(several, estimates, data, Settings(), {});
+  ASSERT_TRUE(values);
+  EXPECT_EQ(Names(*values), (std::vector<std::string>{"Model a*x1+x2", "Reference line"}));
+  const SeriesTable points = values->PlotData[0].CopyDataTo(), line = values->PlotData[1].CopyDataTo();
+  EXPECT_EQ((std::vector<double>{points.X.begin(), points.X.end()}), data.Y);
+  EXPECT_EQ(YOf(values->PlotData[0]), (std::vector<double>{3, 7, 9, 13}));
+  EXPECT_EQ(line.X[0], 2.5);
+  EXPECT_EQ(line.Y[1], 7);
+  several.SetID("a*ln(x1-2)", {"a*ln(x1-2)"});
+  EXPECT_FALSE(EstimatePreview(several, estimates, data, Settings(), {}));
 }
 
 }  // namespace

@@ -233,6 +233,10 @@ TEST_F(PlotViewTest, PrintsOnOnePageWithinTheMargins) {
             "refuse: The left margin specified is more than the actual page width. Please check the margin settings in "
             "the Page Setup Dialog.");
   EXPECT_EQ(prompter.Last(), "refuse: An error ocurred drawing the plot to the printer.");
+
+  printer.setOutputFileName(QString::fromStdString(folder.Path("missing/print.pdf")));
+  EXPECT_FALSE(PrintPlot(Plot(), printer, {}, prompter));
+  EXPECT_EQ(prompter.Last(), "refuse: The following printer error occurred: Error number 76: The folder does not exist.");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLabel>
 #include <QMimeData>
 #include <QPdfWriter>
@@ -26,6 +27,7 @@
 #include "plot/ui/PlotView.h"
 #include "results/SolvedProject.h"
 #include "results/ui/PrintTable.h"
+#include "results/ui/TableView.h"
 #include "results/ui/frmResults.h"
 
 namespace quorvex {
@@ -286,6 +288,67 @@ TEST_F(Results, PrintsOnAsManyPagesAsItTakes) {
     }
     EXPECT_EQ(PagesOf(folder.Read("table.pdf")), c.pages) << c.rows << " rows, " << c.columns << " columns";
   }
+}
+
+// Fit Information's labels are wider than its columns; all of these stay on one page.
+TEST_F(Results, PrintsAReportOfFewCoefficientsOnOnePage) {
+  Report report;
+  report.Add(RowKind::Line, {"Adjusted coefficient of multiple determination (Ra^2) = ", "0.12345678"});
+  report.Add(RowKind::Line, {"Y = ", std::string(1000, 'a')});
+  report.Add(RowKind::ColumnHeadings, {"Variable", "Value", "95% (+/-)", "Lower Limit", "Upper Limit", "Prob(F)"});
+  report.Add(RowKind::Values, std::vector<std::string>(6, "-1.23456789012345E-10"));
+  const std::string name = folder.Path("table.pdf");
+  {
+    QPdfWriter writer(QString::fromStdString(name));
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    ASSERT_TRUE(PrintTable(report, "Title", QFont("Liberation Sans", 10), writer));
+  }
+  EXPECT_EQ(PagesOf(folder.Read("table.pdf")), 1U);
+}
+
+TEST_F(Results, SaysWhyNothingIsPrinted) {
+  Start();
+  const auto print = [&](const std::string& file) {
+    dialogs.Said.clear();
+    dialogs.Do([&](QDialog& form) {
+      QPrinter& printer = *dynamic_cast<QPrintDialog&>(form).printer();
+      printer.setOutputFormat(QPrinter::PdfFormat);
+      printer.setOutputFileName(QString::fromStdString(folder.Path(file)));
+      static_cast<QDialog&>(form).done(QDialog::Accepted);
+    });
+    dialogs.Press(QMessageBox::Ok);
+    Click("PrintCommand");
+    return dialogs.Said;
+  };
+  using Said = std::vector<std::string>;
+  EXPECT_EQ(print("missing/table.pdf"),
+            Said{"The following error occurred: Error number 76 - The folder does not exist."});
+  settings.Set("mtop", "11.2", "printsetup");
+  EXPECT_EQ(print("table.pdf"), Said{"The top and bottom margins specified are incorrect for the page height. Please "
+                                     "check the margin settings in the Page Setup Dialog."});
+  EXPECT_FALSE(QFile::exists(QString::fromStdString(folder.Path("table.pdf"))));
+}
+
+// A long equation takes several lines of the window and is copied and told whole; an interpolation has all the width.
+TEST_F(Results, WrapsLongLinesOfFitInformation) {
+  SolveModel(project, "a*x+b", 1);
+  Start();
+  auto& book = Find<QTableView>("FitBook");
+  int row = 0;
+  while (book.model()->index(row, 0).data().toString() != "Y = ") ++row;
+  const int before = book.rowHeight(row);
+  auto report = std::make_unique<Report>();
+  const std::string equation(600, 'a');
+  report->Add(RowKind::Line, {"Y = ", equation});
+  report->Add(RowKind::Line, {"Number of observations = ", "5"});
+  static_cast<TableView&>(book).SetTable(std::move(report));
+  EXPECT_GE(book.rowHeight(0), 4 * book.rowHeight(1));
+  EXPECT_EQ(book.rowHeight(1), before);
+  EXPECT_EQ(book.columnViewportPosition(1) + book.columnWidth(1), book.viewport()->width());
+  EXPECT_EQ(book.model()->index(0, 0).data(Qt::ToolTipRole).toString().remove('\n').toStdString(), equation);
+  book.setCurrentIndex(book.model()->index(0, 0));
+  QTest::keyClick(&book, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "Y = " + equation);
 }
 
 TEST_F(Results, PrintsWithTheMarginsOfPageSetup) {

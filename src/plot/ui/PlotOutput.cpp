@@ -7,6 +7,7 @@
 #include <QPrinter>
 #include <QSaveFile>
 
+#include "core/ui/PrintJob.h"
 #include "plot/ui/QtSurface.h"
 
 namespace quorvex {
@@ -72,11 +73,19 @@ bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string
 
 bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {
   printer.setFullPage(true);
-  QtSurface surface(printer, QtSurface::Device::kPrinter);
-  if (plot.DrawGraph(surface, prompter, page)) return true;
-  printer.abort();
-  prompter.Refuse("An error ocurred drawing the plot to the printer.");
-  return false;
+  {
+    QtSurface surface(printer, QtSurface::Device::kPrinter);
+    if (!plot.DrawGraph(surface, prompter, page)) {
+      printer.abort();
+      prompter.Refuse("An error ocurred drawing the plot to the printer.");
+      return false;
+    }
+  }
+  const std::optional<PrinterError> error = ErrorOfLastJob(printer);
+  if (error)
+    prompter.Refuse("The following printer error occurred: Error number " + std::to_string(error->Code) + ": " +
+                    error->Description + ".");
+  return !error;
 }
 
 void FilePrint(PlotClass& plot, const Settings& settings, Prompter& prompter, QWidget* parent) {

@@ -25,8 +25,8 @@ QImage BlankPicture(const PictureSize& size);
 // are sharp at any size, or an image of any kind that Qt writes (PNG, BMP). False, with a message, where it fails.
 bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string& file, Prompter& prompter);
 
-// Prints the plot on one page. False, with messages, where it cannot be drawn; margins that leave no room start no
-// page.
+// Prints the plot on one page. False, with messages, where it cannot be drawn or the printer refuses it; margins that
+// leave no room start no page.
 bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter);
 
 // Asks for a printer and prints.

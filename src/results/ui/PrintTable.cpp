@@ -4,10 +4,16 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <algorithm>
+#include <numeric>
 #include <vector>
 
 namespace quorvex {
 namespace {
+
+constexpr double kLeastScale = 0.7;  // of letters, to get all columns on a page
+constexpr int kWrapped = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere;
+
+bool RunsOn(RowKind kind) { return kind == RowKind::Heading || kind == RowKind::Line; }
 
 class Press {
  public:
@@ -16,14 +22,17 @@ class Press {
     bold_.setBold(true);
   }
 
-  bool Run() {
+  bool Run(const QMargins& margins) {
     if (!painter_.begin(&device_)) return false;
     const QFontMetricsF metrics(bold_, &device_);
     line_ = metrics.height() * 1.15;
     gap_ = metrics.horizontalAdvance("  ");
-    width_ = painter_.viewport().width();
-    height_ = painter_.viewport().height();
+    const QRect page = painter_.viewport().marginsRemoved(margins);
+    painter_.translate(page.topLeft());
+    width_ = page.width();
+    height_ = page.height();
     Measure(metrics);
+    Shrink();
     for (std::size_t first = 0; first < widths_.size();) {
       const std::size_t end = StripEnd(first);
       if (!Strip(first, end)) return false;
@@ -34,23 +43,39 @@ class Press {
 
  private:
   void Measure(const QFontMetricsF& metrics) {
+    const auto widthOf = [&](const std::string& text) {
+      return metrics.horizontalAdvance(QString::fromStdString(text)) + gap_;
+    };
     widths_.assign(table_.ColumnCount(), 0);
     for (std::size_t c = 0; c < widths_.size(); ++c) {
-      const auto fit = [&](const std::string& text) {
-        widths_[c] = std::max(widths_[c], metrics.horizontalAdvance(QString::fromStdString(text)) + gap_);
-      };
       headed_ = headed_ || !table_.ColumnHeading(c).empty();
-      fit(table_.ColumnHeading(c));
-      for (std::size_t r = 0; r < table_.RowCount(); ++r) {
-        const RowKind kind = table_.Kind(r);
-        if (kind != RowKind::Heading && (c == 0 || kind != RowKind::Line)) fit(table_.Cell(r, c));
-      }
+      widths_[c] = widthOf(table_.ColumnHeading(c));
+      for (std::size_t r = 0; r < table_.RowCount(); ++r)
+        if (!RunsOn(table_.Kind(r))) widths_[c] = std::max(widths_[c], widthOf(table_.Cell(r, c)));
     }
+    for (std::size_t r = 0; r < table_.RowCount(); ++r)
+      if (table_.Kind(r) == RowKind::Line && !table_.Cell(r, 1).empty())
+        valueAt_ = std::max(valueAt_, widthOf(table_.Cell(r, 0)));
   }
+
+  // Smaller letters, where they put all columns on a page.
+  void Shrink() {
+    const double scale = width_ / std::accumulate(widths_.begin(), widths_.end(), 0.0);
+    if (scale < 1 && scale >= kLeastScale) {
+      painter_.scale(scale, scale);
+      width_ /= scale;
+      height_ /= scale;
+    }
+    valueAt_ = std::min(valueAt_, width_ / 2);
+    repeatsFirst_ = !widths_.empty() && widths_[0] <= width_ / 2;
+  }
+
+  // Where column `first` of a strip begins: beside the first one of the table, which stands on every page.
+  double StripStart(std::size_t first) const { return first > 0 && repeatsFirst_ ? widths_[0] : 0; }
 
   // Behind the last column that fits on a page beside column `first`.
   std::size_t StripEnd(std::size_t first) const {
-    double used = widths_[first];
+    double used = StripStart(first) + widths_[first];
     std::size_t end = first + 1;
     while (end < widths_.size() && used + widths_[end] <= width_) used += widths_[end++];
     return end;
@@ -59,12 +84,14 @@ class Press {
   bool Strip(std::size_t first, std::size_t end) {
     double y = height_;
     for (std::size_t r = 0; r < table_.RowCount(); ++r) {
-      if (y + line_ > height_) {
+      const double height = RowHeight(r, first);
+      if (height == 0) continue;
+      if (y + height > height_) {
         if (page_ > 0 && !device_.newPage()) return false;
         y = PageHead(first, end);
       }
       Row(r, first, end, y);
-      y += line_;
+      y += height;
     }
     return true;
   }
@@ -77,28 +104,39 @@ class Press {
     painter_.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, title_);
     painter_.drawText(head, Qt::AlignRight | Qt::AlignVCenter, QString("Page %1").arg(page_));
     painter_.drawLine(QPointF(0, line_ * 1.2), QPointF(width_, line_ * 1.2));
-    double y = line_ * 1.5;
+    const double y = line_ * 1.5;
     if (!headed_) return y;
     painter_.setFont(bold_);
-    double x = 0;
-    for (std::size_t c = first; c < end; x += widths_[c++])
-      Text(table_.ColumnHeading(c), x, y, widths_[c] - gap_, c == 0 ? Qt::AlignLeft : Qt::AlignRight);
+    Cells(first, end, y, [this](std::size_t c) { return table_.ColumnHeading(c); });
     return y + line_ * 1.2;
+  }
+
+  // 0 for what stands on the first pages alone.
+  double RowHeight(std::size_t r, std::size_t first) {
+    if (table_.Kind(r) != RowKind::Line) return line_;
+    if (first > 0) return 0;
+    const QRectF room(0, 0, width_ - valueAt_, 0);
+    painter_.setFont(plain_);
+    return std::max(line_,
+                    painter_.boundingRect(room, kWrapped, QString::fromStdString(table_.Cell(r, 1))).height() * 1.15);
   }
 
   void Row(std::size_t r, std::size_t first, std::size_t end, double y) {
     const RowKind kind = table_.Kind(r);
     painter_.setFont(kind == RowKind::Heading || kind == RowKind::ColumnHeadings ? bold_ : plain_);
-    if (kind == RowKind::Heading || kind == RowKind::Line) {
-      if (first > 0) return;  // stands on the first pages
-      Text(table_.Cell(r, 0), 0, y, width_, Qt::AlignLeft);
-      if (kind == RowKind::Line && table_.ColumnCount() > 1)
-        Text(table_.Cell(r, 1), widths_[0], y, width_ - widths_[0], Qt::AlignLeft);
-      return;
-    }
-    double x = 0;
+    if (!RunsOn(kind)) return Cells(first, end, y, [&](std::size_t c) { return table_.Cell(r, c); });
+    Text(table_.Cell(r, 0), 0, y, width_, Qt::AlignLeft);
+    if (kind == RowKind::Line)
+      painter_.drawText(QRectF(valueAt_, y + line_ * 0.065, width_ - valueAt_, height_), kWrapped,
+                        QString::fromStdString(table_.Cell(r, 1)));
+  }
+
+  template <typename CellOf>
+  void Cells(std::size_t first, std::size_t end, double y, CellOf cellOf) {
+    double x = StripStart(first);
+    if (x > 0) Text(cellOf(0), 0, y, widths_[0] - gap_, Qt::AlignLeft);
     for (std::size_t c = first; c < end; x += widths_[c++])
-      Text(table_.Cell(r, c), x, y, widths_[c] - gap_, c == 0 ? Qt::AlignLeft : Qt::AlignRight);
+      Text(cellOf(c), x, y, widths_[c] - gap_, c == 0 ? Qt::AlignLeft : Qt::AlignRight);
   }
 
   void Text(const std::string& text, double x, double y, double width, Qt::Alignment alignment) {
@@ -113,14 +151,22 @@ class Press {
   QPainter painter_;
   double line_ = 0, gap_ = 0, width_ = 0, height_ = 0;
   std::vector<double> widths_;
-  bool headed_ = false;
+  double valueAt_ = 0;  // where the values of lines begin
+  bool headed_ = false, repeatsFirst_ = false;
   int page_ = 0;
 };
 
 }  // namespace
 
-bool PrintTable(const TextTable& table, const QString& title, const QFont& font, QPagedPaintDevice& device) {
-  return Press(table, title, font, device).Run();
+bool PrintTable(const TextTable& table, const QString& title, const QFont& font, QPagedPaintDevice& device,
+                const QMargins& margins) {
+  return Press(table, title, font, device).Run(margins);
+}
+
+QSizeF LeastRoom(const QFont& font, QPagedPaintDevice& device) {
+  constexpr double kLines = 4, kLetters = 40;  // a head and a row of a label and a number
+  const QFontMetricsF metrics(font, &device);
+  return {metrics.averageCharWidth() * kLetters, metrics.height() * 1.15 * kLines};
 }
 
 }  // namespace quorvex

@@ -14,6 +14,8 @@ namespace quorvex {
 namespace {
 
 constexpr int kMargin = 16;           // beside the text of a cell
+constexpr int kIndent = 3;            // of which this is before it
+constexpr int kRowSpace = 6;          // above and below it together
 constexpr std::size_t kSample = 400;  // rows that a column's width is made for
 
 std::size_t Place(int index) { return static_cast<std::size_t>(index); }
@@ -23,28 +25,52 @@ bool IsHeading(RowKind kind) { return kind == RowKind::Heading || kind == RowKin
 // Its first cell takes the whole width.
 bool RunsOn(RowKind kind) { return kind == RowKind::Heading || kind == RowKind::Line; }
 
-// Draws the value of a label beside it, all values of a table below each other.
+constexpr int kWrapped = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere;
+
+// A text in lines that a tooltip has room for.
+QString InLines(const QString& text) {
+  constexpr qsizetype kLine = 100;
+  QStringList lines;
+  for (qsizetype at = 0; at < text.size(); at += kLine) lines.append(text.mid(at, kLine));
+  return lines.join('\n');
+}
+
+// Draws the value of a label beside it, all values of a table below each other, on as many lines as it takes.
 class LineDelegate : public QStyledItemDelegate {
  public:
   LineDelegate(const TextTableModel& model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
 
-  int ValueAt = 0;  // where values begin, in pixels
+  int ValueAt = 0;     // where values begin, in pixels
+  int ValueWidth = 0;  // and how wide they may be
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    QStyledItemDelegate::paint(painter, option, index);
+    QStyledItemDelegate::paint(painter, option, index);  // of a label and its value the ground alone
+    if (!IsLine(index)) return;
     const std::size_t row = Place(index.row());
-    if (index.column() > 0 || model_.Table()->Kind(row) != RowKind::Line) return;
     QStyleOptionViewItem drawn = option;
     initStyleOption(&drawn, index);
     const bool selected = drawn.state.testFlag(QStyle::State_Selected);
     const auto group = drawn.state.testFlag(QStyle::State_Active) ? QPalette::Normal : QPalette::Inactive;
     painter->setFont(drawn.font);
     painter->setPen(drawn.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
-    painter->drawText(drawn.rect.adjusted(ValueAt, 0, 0, 0), Qt::AlignVCenter | Qt::TextSingleLine,
+    const QRect line = drawn.rect.adjusted(kIndent, kRowSpace / 2, 0, 0);
+    painter->drawText(line, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                      QString::fromStdString(model_.Table()->Cell(row, 0)));
+    painter->drawText(QRect(drawn.rect.left() + ValueAt, line.top(), ValueWidth, line.height()), kWrapped,
                       QString::fromStdString(model_.Table()->Cell(row, 1)));
   }
 
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (IsLine(index)) option->text.clear();
+  }
+
  private:
+  bool IsLine(const QModelIndex& index) const {
+    return index.column() == 0 && model_.Table()->Kind(Place(index.row())) == RowKind::Line;
+  }
+
   const TextTableModel& model_;
 };
 
@@ -74,6 +100,9 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
       return column == 0 && table_->Kind(row) == RowKind::Line
                  ? QString::fromStdString(table_->Cell(row, 0) + table_->Cell(row, 1))
                  : data(index, Qt::DisplayRole);
+    case Qt::ToolTipRole:  // of a value that may be long
+      return column == 0 && table_->Kind(row) == RowKind::Line ? InLines(QString::fromStdString(table_->Cell(row, 1)))
+                                                               : QVariant();
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter | (column == 0 || RunsOn(table_->Kind(row)) ? Qt::AlignLeft : Qt::AlignRight));
     case Qt::FontRole: {
@@ -120,7 +149,7 @@ void TableView::SetTable(std::unique_ptr<TextTable> table) {
 void TableView::SetTableFont(const QFont& font) {
   model_->SetFont(font);
   horizontalHeader()->setFont(font);
-  verticalHeader()->setDefaultSectionSize(QFontMetrics(font).height() + 6);
+  verticalHeader()->setDefaultSectionSize(QFontMetrics(font).height() + kRowSpace);
   Arrange();
   viewport()->update();
 }
@@ -161,6 +190,34 @@ void TableView::Arrange() {
     if (RunsOn(kind) && model_->columnCount() > 1) setSpan(static_cast<int>(r), 0, 1, model_->columnCount());
   }
   static_cast<LineDelegate*>(itemDelegate())->ValueAt = valueAt;
+  FitLines();
+}
+
+// Wraps the values of lines at the width of the columns, or of the window where that is less. Without columns of
+// numbers the lines have the whole window.
+void TableView::FitLines() {
+  const TextTable* table = model_->Table();
+  auto& delegate = static_cast<LineDelegate&>(*itemDelegate());
+  if (table == nullptr || delegate.ValueAt == 0 || model_->columnCount() == 0) return;
+  const int last = model_->columnCount() - 1;
+  bool numbers = false;
+  for (std::size_t r = 0; r < table->RowCount(); ++r) numbers = numbers || !RunsOn(table->Kind(r));
+  if (!numbers) setColumnWidth(last, std::max(viewport()->width() - columnViewportPosition(last), kMargin));
+  int width = 0;
+  for (int c = 0; c <= last; ++c) width += columnWidth(c);
+  delegate.ValueWidth = std::max(std::min(width, viewport()->width()) - delegate.ValueAt - kIndent, kMargin * 4);
+  const QFontMetrics metrics(model_->Font());
+  for (std::size_t r = 0; r < table->RowCount(); ++r) {
+    if (table->Kind(r) != RowKind::Line) continue;
+    const QRect room(0, 0, delegate.ValueWidth, 0);
+    const int height = metrics.boundingRect(room, kWrapped, QString::fromStdString(table->Cell(r, 1))).height();
+    setRowHeight(static_cast<int>(r), std::max(height + kRowSpace, verticalHeader()->defaultSectionSize()));
+  }
+}
+
+void TableView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  FitLines();
 }
 
 QMimeData* TableView::Copied() const {
@@ -183,12 +240,13 @@ bool TableView::HasSeveralSelected() const {
   return selection.size() > 1 || (selection.size() == 1 && (selection[0].width() > 1 || selection[0].height() > 1));
 }
 
-// The view itself copies one cell, whatever is selected.
+// The view itself copies one cell as it shows it, whatever is selected and without a label's value.
 void TableView::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Copy) && HasSeveralSelected())
+  if (!event->matches(QKeySequence::Copy)) return QTableView::keyPressEvent(event);
+  if (HasSeveralSelected())
     QGuiApplication::clipboard()->setMimeData(Copied());
-  else
-    QTableView::keyPressEvent(event);
+  else if (currentIndex().isValid())
+    QGuiApplication::clipboard()->setText(currentIndex().data(Qt::AccessibleTextRole).toString());
 }
 
 }  // namespace quorvex

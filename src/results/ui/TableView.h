@@ -31,7 +31,8 @@ class TextTableModel : public QAbstractTableModel {
 };
 
 // A grid that shows a table of texts, to be looked at and copied. One cell is always current, so that keys and screen
-// readers have a place to stand. Its rows are of one height, so that a long table costs no more than a short one.
+// readers have a place to stand. Its rows are of one height, so that a long table costs no more than a short one; only
+// the value of a label may take several lines.
 class TableView : public QTableView {
  public:
   TableView(const char* name, const QString& accessibleName, QWidget* parent);
@@ -48,10 +49,12 @@ class TableView : public QTableView {
  protected:
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   bool HasSeveralSelected() const;
   void Arrange();
+  void FitLines();
 
   TextTableModel* model_;
 };

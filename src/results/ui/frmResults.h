@@ -14,6 +14,7 @@
 #include "results/FitInformation.h"
 
 class QComboBox;
+class QPrinter;
 class QPushButton;
 class QStackedWidget;
 class QTabWidget;
@@ -70,6 +71,7 @@ class frmResults : public QWidget {
   void SaveCommand();
   void FormatCommand();
   void PrintCommand();
+  void PrintOn(QPrinter& printer);
   void CopyCommand();
   void PageSetupCommand();
 
