@@ -55,8 +55,8 @@ std::vector<double> Numbers(const std::string& list) {
 }
 
 SolveData Read(const std::string& name, bool weighted) {
-  MappedFile file;
-  if (file.Open(name) != 0) return {};
+  WholeFile file;
+  if (file.Read(name) != 0) return {};
   DelimitedLines lines = ParseDelimitedLines(file.Text(), DelimitedFormat());
   auto loaded = LoadGridData(std::move(lines.Cells), {.IndependentVariables = 1, .Weighted = weighted});
   if (!loaded) return {};

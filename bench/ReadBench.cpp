@@ -63,8 +63,8 @@ void BareFromChars(benchmark::State& state) {
   const std::string& name = Data().Name();
   std::size_t bytes = 0;
   for ([[maybe_unused]] auto pass : state) {
-    MappedFile file;
-    if (file.Open(name) != 0) return state.SkipWithError("cannot open the file");
+    WholeFile file;
+    if (file.Read(name) != 0) return state.SkipWithError("cannot open the file");
     const std::string_view text = file.Text();
     bytes = text.size();
     double sum = 0;
@@ -83,8 +83,8 @@ void ReadToArrays(benchmark::State& state) {
   const std::string& name = Data().Name();
   std::size_t bytes = 0;
   for ([[maybe_unused]] auto pass : state) {
-    MappedFile file;
-    if (file.Open(name) != 0) return state.SkipWithError("cannot open the file");
+    WholeFile file;
+    if (file.Read(name) != 0) return state.SkipWithError("cannot open the file");
     bytes = file.Text().size();
     DelimitedLines lines = ParseDelimitedLines(file.Text(), DelimitedFormat());
     auto loaded = LoadGridData(std::move(lines.Cells), {.IndependentVariables = 1, .Weighted = true});

@@ -6,8 +6,8 @@
 #include <limits>
 #include <span>
 
-#include "core/Files.h"
 #include "core/NumericFault.h"
+#include "core/SaveFile.h"
 #include "sheet/CellEntry.h"
 #include "sheet/ColumnMean.h"
 #include "sheet/ComputedCells.h"
@@ -176,7 +176,7 @@ std::string TableText(const std::vector<std::vector<std::string>>& rows) {
 bool ExportTable(const std::vector<std::vector<std::string>>& rows, Prompter& user) {
   const auto name = user.ChooseFileToSave("Data Statistics", "Text files (*.txt)", "txt");
   if (!name) return false;
-  const int error = SaveFile(*name, TableText(rows));
+  const int error = SaveFile(*name, TableText(rows), FileCare::Answer);
   if (error != 0) user.Refuse("Error exporting the data statistics to '" + *name + "'. " + FileErrorText(error));
   return error == 0;
 }

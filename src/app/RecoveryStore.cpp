@@ -14,8 +14,8 @@
 
 #include "app/UserFolder.h"
 #include "core/DateText.h"
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 #include "files/ProjectFile.h"
 
 namespace quorvex {
@@ -107,8 +107,8 @@ void RecoveryStore::DiscardAdopted(std::size_t window) {
 
 RecoveryStore::LeftBehind RecoveryStore::Describe(const std::string& copy) {
   LeftBehind project{copy, "", ""};
-  MappedFile name;
-  if (name.Open(NameFile(copy)) == 0) project.FileName = name.Text();
+  WholeFile name;
+  if (name.Read(NameFile(copy)) == 0) project.FileName = name.Text();
   if (project.FileName.empty()) project.FileName = "Recovered";
   struct stat status {};
   stat(copy.c_str(), &status);

@@ -1,18 +1,14 @@
 #include "app/SettingsStore.h"
 
-#include <stdlib.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <system_error>
 #include <vector>
 
 #include "app/UserFolder.h"
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 #include "core/TextEncoding.h"
 
 namespace quorvex {
@@ -43,11 +39,15 @@ std::optional<KeyAndText> KeyOfLine(std::string_view line) {
   return KeyAndText{TrimTabsToo(line.substr(0, equals)), TrimTabsToo(line.substr(equals + 1))};
 }
 
-// The text of the file; nothing with an error number when it is there and cannot be read.
+// The text of the file; nothing with an error number when it is there and cannot be read. A pipe or a file without end
+// is no store, and would keep the program from starting.
 std::optional<std::string> ReadStore(const std::string& name, int& error) {
-  constexpr int kFileNotFound = 53, kPathNotFound = 76;
-  MappedFile file;
-  error = file.Open(name);
+  constexpr int kFileNotFound = 53, kAccess = 75, kPathNotFound = 76;
+  constexpr std::size_t kMostBytes = 1 << 24;
+  WholeFile file;
+  std::error_code failure;
+  error = std::filesystem::is_other(name, failure) ? kAccess : file.Read(name, kMostBytes + 1);
+  if (file.Text().size() > kMostBytes) error = kAccess;
   if (error == kFileNotFound || error == kPathNotFound) {
     error = 0;
     return "";
@@ -88,24 +88,13 @@ void PutLine(std::vector<std::string>& lines, std::string_view section, std::str
   lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(*behindSection), line);
 }
 
-int ReplaceFile(const std::string& name, const std::vector<std::string>& lines) {
+int WriteStore(const std::string& name, const std::vector<std::string>& lines) {
   std::error_code failure;
-  std::filesystem::path target = std::filesystem::canonical(name, failure);  // a link stays a link
-  if (failure) target = name;
-  if (target.has_parent_path()) std::filesystem::create_directories(target.parent_path(), failure);
-
-  const std::string beside = target.string() + '.' + std::to_string(getpid()) + ".new";
-  TextFile file;
-  int error = file.Create(beside);
-  if (error != 0) return error;
-  for (const std::string& line : lines) file.WriteLine(line);
-  error = file.Close();
-  if (error == 0) {
-    std::filesystem::rename(beside, target, failure);
-    error = FileErrorNumber(failure.value());
-  }
-  if (error != 0) std::filesystem::remove(beside, failure);
-  return error;
+  if (const std::filesystem::path folder = std::filesystem::path(name).parent_path(); !folder.empty())
+    std::filesystem::create_directories(folder, failure);
+  std::string text;
+  for (const std::string& line : lines) text.append(line).append(NL);
+  return SaveFile(name, text, FileCare::Settings);
 }
 
 using Place = std::pair<std::string, std::string>;  // section and key
@@ -118,7 +107,7 @@ int SavePlaces(const Settings& settings, const std::vector<Place>& places) {
   const std::vector<std::string> before = Lines(*text);
   std::vector<std::string> lines = before;
   for (const auto& [section, key] : places) PutLine(lines, section, key, settings.Text(key, section));
-  return lines == before ? 0 : ReplaceFile(name, lines);
+  return lines == before ? 0 : WriteStore(name, lines);
 }
 
 std::string SinglePrecisionText(double value) { return GeneralNumber(static_cast<float>(value), 7); }

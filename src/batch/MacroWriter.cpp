@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "batch/MacroSetup.h"
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 #include "core/SolveData.h"
 
 namespace quorvex {
@@ -246,10 +246,7 @@ bool ExportMacro(const MacroFields& fields, const ModelCollection& models, const
   const auto name = prompter.ChooseFileToSave("Export Macro", "Quorvex Macro files (*.cfg)", "cfg");
   if (!name) return false;
 
-  TextFile file;
-  file.Create(*name);
-  file.Write(BuildMacroText(fields, models, preferences, locale));
-  const bool written = file.Close() == 0;
+  const bool written = SaveFile(*name, BuildMacroText(fields, models, preferences, locale), FileCare::Answer) == 0;
   if (written)
     prompter.Inform("The file '" + *name + "' contains the exported macro.");
   else

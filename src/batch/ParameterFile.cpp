@@ -50,8 +50,8 @@ bool TakeField(std::string_view& rest, std::string& field) {
 }  // namespace
 
 std::optional<ParameterTable> ReadParameterFile(const std::string& name) {
-  MappedFile file;
-  if (file.Open(name) != 0) return std::nullopt;
+  WholeFile file;
+  if (file.Read(name) != 0) return std::nullopt;
   std::string text = DecodeText(file.Text());
   // What ends the file ends its last field, which may be empty.
   text.erase(text.find_last_not_of(" \t\r\n") + 1);

@@ -12,8 +12,13 @@ namespace quorvex {
 
 DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale) {
   DataReading reading;
-  MappedFile file;
-  if (reading.ErrorNumber = file.Open(setup.DataFile); reading.ErrorNumber != 0) return reading;
+  WholeFile file;
+  constexpr int kFileNotFound = 53;
+  if (reading.ErrorNumber = file.Read(setup.DataFile); reading.ErrorNumber != 0) {
+    if (reading.ErrorNumber != kFileNotFound && !setup.DataFile.empty())
+      reading.Message = FileErrorText(reading.ErrorNumber);
+    return reading;
+  }
 
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   DelimitedFormat format;

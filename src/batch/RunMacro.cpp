@@ -142,6 +142,7 @@ class MacroRun {
   bool inputChanged_ = true;
   std::array<std::string, std::size(kFields)> previous_;  // inputs of the run before
   SolveData data_, unsorted_;
+  ReplacementFile outputFile_{FileCare::Answer};
   TextFile logFile_;
   bool logEnabled_ = false;
   std::string log_;                   // what has not been printed yet
@@ -154,8 +155,8 @@ bool MacroRun::Configure(const std::string& fileName) {
   MacroSetup& setup = macro_.Setup;
   InitMacroSetup(setup, session_.Preferences);
   Log("Opening Quorvex Macro file '" + fileName + "'");
-  MappedFile file;
-  if (const int error = file.Open(fileName); error != 0) {
+  WholeFile file;
+  if (const int error = file.Read(fileName); error != 0) {
     status_ = FileErrorStatus(kMacroFile, error);
     message_ = "The macro file '" + fileName + "' cannot be read. " + FileErrorText(error);
     return false;
@@ -361,9 +362,9 @@ bool MacroRun::Write() {
   if (EqualNoCase(setup.OutputFormat, "quorvex"))
     error = WriteProjectOutput(macro_.Models, unsorted_, setup, session_.Locale);
   else if (EqualNoCase(setup.OutputFormat, "structured"))
-    error = WriteStructuredOutput(macro_.Models, data_, setup);
+    error = WriteStructuredOutput(macro_.Models, data_, setup, outputFile_);
   else
-    error = WriteDelimitedOutput(macro_.Models, data_, setup);
+    error = WriteDelimitedOutput(macro_.Models, data_, setup, outputFile_);
   if (error != 0) {
     status_ = FileErrorStatus(kOutputFile, error);
     FinishRun("Run Failed");

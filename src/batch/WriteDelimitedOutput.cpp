@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "batch/ModelReport.h"
-#include "core/Files.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -87,11 +86,11 @@ class Writer {
 
 }  // namespace
 
-int WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup) {
-  TextFile file;
+int WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
+                         ReplacementFile& file) {
   if (const int error = file.Create(setup.OutputFile); error != 0) return error;
-  Writer(file, data, setup).Write(RankModels(models, setup.SortKey));
-  return file.Close();
+  Writer(file.Text(), data, setup).Write(RankModels(models, setup.SortKey));
+  return file.Commit();
 }
 
 }  // namespace quorvex

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "batch/ModelReport.h"
-#include "core/Files.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -99,11 +98,11 @@ class Writer {
 
 }  // namespace
 
-int WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup) {
-  TextFile file;
+int WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
+                          ReplacementFile& file) {
   if (const int error = file.Create(setup.OutputFile); error != 0) return error;
-  Writer(file, data, setup).Write(RankModels(models, setup.SortKey));
-  return file.Close();
+  Writer(file.Text(), data, setup).Write(RankModels(models, setup.SortKey));
+  return file.Commit();
 }
 
 }  // namespace quorvex

@@ -1,71 +1,71 @@
 #include "core/Files.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
-#include <optional>
+#include <set>
 #include <system_error>
 #include <utility>
+#include <vector>
 
+#include "core/LargePages.h"
 #include "core/NumberText.h"
 #include "core/TextEncoding.h"
 
 namespace quorvex {
 namespace {
 
-constexpr int kBadFileName = 52, kFileNotFound = 53, kPathNotFound = 76;
+constexpr int kBadFileName = 52, kFileNotFound = 53, kShortened = 62, kPathNotFound = 76;
 
 bool Exists(const std::string& name) {
   struct stat info;
   return stat(name.c_str(), &info) == 0;
 }
 
-// The entry of a folder that equals `component` without regard to case, the first one by name where there are several.
-std::optional<std::string> FindEntry(const std::string& folder, std::string_view component) {
-  std::optional<std::string> found;
+// Of no name that the system could open.
+bool IsNoName(const std::string& name) { return name.empty() || name.find('\0') != std::string::npos; }
+
+// Puts behind `paths` what `component` may be in `folder`: the entry of that very name, then those that differ in case.
+void AddMatches(const std::string& folder, const std::string& component, std::vector<std::string>& paths) {
+  if (Exists(folder + component)) paths.push_back(folder + component);
+  std::vector<std::string> others;
   std::error_code error;
   for (std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, error), end; !error && entry != end;
        entry.increment(error)) {
     const std::string name = entry->path().filename();
-    if (EqualNoCase(name, component) && (!found || name < *found)) found = name;
+    if (name != component && EqualNoCase(name, component)) others.push_back(folder + name);
   }
-  return found;
+  std::sort(others.begin(), others.end());
+  paths.insert(paths.end(), others.begin(), others.end());
+}
+
+// Leaves one path to each file: links from a folder to itself would double the paths with every component.
+void DropRepeated(std::vector<std::string>& paths) {
+  std::set<std::pair<dev_t, ino_t>> seen;
+  std::erase_if(paths, [&](const std::string& path) {
+    struct stat info;
+    return stat(path.c_str(), &info) != 0 || !seen.emplace(info.st_dev, info.st_ino).second;
+  });
 }
 
 // Opens a resolved name. Returns the descriptor, or -1 with the file error's number in `error`.
 int OpenDescriptor(const std::string& name, int flags, int& error) {
   error = 0;
-  if (name.empty() || name.find('\0') != std::string::npos) {
+  if (IsNoName(name)) {
     error = kBadFileName;
     return -1;
   }
-  const int descriptor = open(name.c_str(), flags | O_CLOEXEC, 0666);
+  const int descriptor = open(name.c_str(), flags | O_CLOEXEC | O_NOCTTY, 0666);
   if (descriptor >= 0) return descriptor;
   error = FileErrorNumber(errno);
   const auto slash = name.rfind('/');
   if (error == kFileNotFound && slash != std::string::npos && slash > 0 && !Exists(name.substr(0, slash)))
     error = kPathNotFound;
   return -1;
-}
-
-// All that a descriptor still delivers. Returns 0 or the file error's number.
-int ReadAll(int descriptor, std::string& content) {
-  char buffer[1 << 16];
-  for (;;) {
-    const ssize_t count = read(descriptor, buffer, sizeof buffer);
-    if (count == 0) return 0;
-    if (count > 0) {
-      content.append(buffer, static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
-      return FileErrorNumber(errno);
-    }
-  }
 }
 
 }  // namespace
@@ -108,6 +108,7 @@ std::string FileErrorText(int number) {
       {kFileNotFound, "The file does not exist."},
       {57, "The device reports an error."},
       {61, "The disk is full."},
+      {kShortened, "The file became shorter while it was read."},
       {68, "The device is not available."},
       {75, "The file cannot be accessed."},
       {kPathNotFound, "The folder does not exist."},
@@ -118,92 +119,109 @@ std::string FileErrorText(int number) {
 }
 
 std::string ResolvePath(const std::string& name) {
-  if (name.empty() || name.find('\0') != std::string::npos || Exists(name)) return name;
+  if (IsNoName(name) || Exists(name)) return name;
   std::string rest = name;
   std::replace(rest.begin(), rest.end(), '\\', '/');
 
-  std::string found = rest.front() == '/' ? "/" : "";  // what was found so far, with its closing slash
-  std::size_t at = 0;
-  while (at < rest.size()) {
+  std::vector<std::string> found = {rest.front() == '/' ? "/" : ""};  // what was found so far, with the closing slash
+  for (std::size_t at = 0; at < rest.size();) {
     const auto slash = std::min(rest.find('/', at), rest.size());
-    std::string component = rest.substr(at, slash - at);
-    if (!component.empty()) {
-      if (!Exists(found + component)) {
-        const auto entry = FindEntry(found, component);
-        if (!entry) return found + rest.substr(at);
-        component = *entry;
-      }
-      found += component;
-      if (slash < rest.size()) found += '/';
+    if (slash > at) {
+      std::vector<std::string> deeper;
+      for (const std::string& folder : found) AddMatches(folder, rest.substr(at, slash - at), deeper);
+      DropRepeated(deeper);
+      if (deeper.empty()) return found.front() + rest.substr(at);
+      if (slash < rest.size())
+        for (std::string& folder : deeper) folder += '/';
+      found = std::move(deeper);
     }
     at = slash + 1;
   }
-  return found;
+  return found.front();
 }
 
-MappedFile::~MappedFile() { Close(); }
-
-MappedFile::MappedFile(MappedFile&& other) noexcept { *this = std::move(other); }
-
-MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
-  if (this != &other) {
-    Close();
-    copy_ = std::move(other.copy_);
-    data_ = std::exchange(other.data_, nullptr);
-    size_ = std::exchange(other.size_, 0);
-    mapped_ = std::exchange(other.mapped_, false);
-    other.copy_.clear();
-  }
-  return *this;
+std::string ResolveNewPath(const std::string& name) {
+  struct stat info;
+  if (IsNoName(name) || lstat(name.c_str(), &info) == 0) return name;  // a link to nowhere is there, too
+  const auto slash = name.find_last_of("/\\");
+  if (slash == std::string::npos) return name;
+  const std::string folder = ResolvePath(name.substr(0, slash + 1));
+  return (folder.ends_with('/') ? folder : folder + '/') + name.substr(slash + 1);
 }
 
-void MappedFile::Close() {
-  if (mapped_) munmap(const_cast<char*>(data_), size_);
-  data_ = nullptr;
+std::optional<FileIdentity> IdentityOfFile(const std::string& name) {
+  struct stat info;
+  if (IsNoName(name) || stat(name.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  return FileIdentity{info.st_dev, info.st_ino};
+}
+
+int WholeFile::Read(const std::string& name, std::size_t limit) {
   size_ = 0;
-  mapped_ = false;
-  copy_.clear();
-}
-
-int MappedFile::Open(const std::string& name) {
-  Close();
+  bytes_.reset();
   int error = 0;
   const int descriptor = OpenDescriptor(ResolvePath(name), O_RDONLY, error);
   if (descriptor < 0) return error;
-
-  struct stat info;
-  if (fstat(descriptor, &info) != 0) {
-    error = FileErrorNumber(errno);
-  } else if (S_ISDIR(info.st_mode)) {
-    error = FileErrorNumber(EISDIR);
-  } else if (S_ISREG(info.st_mode) && info.st_size > 0) {
-    const auto size = static_cast<std::size_t>(info.st_size);
-    void* const address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
-    if (address != MAP_FAILED) {
-      data_ = static_cast<const char*>(address);
-      size_ = size;
-      mapped_ = true;
-    }
-  }
-  // A pipe, a file that tells no size (as under /proc), or a file system that cannot map.
-  if (error == 0 && !mapped_) error = ReadAll(descriptor, copy_);
+  error = ReadOpen(descriptor, limit);
   close(descriptor);
-  if (std::optional<std::string> decoded = DecodeUtf16(Text())) {
-    Close();
-    copy_ = std::move(*decoded);
+  if (error != 0) size_ = 0;
+  if (const std::optional<std::string> decoded = DecodeUtf16(Text())) {
+    if (!Reserve(decoded->size())) error = FileErrorNumber(ENOMEM);
+    size_ = error == 0 ? decoded->copy(bytes_.get(), decoded->size()) : 0;
   }
   return error;
 }
 
-std::string_view MappedFile::Text() const { return mapped_ ? std::string_view(data_, size_) : std::string_view(copy_); }
+int WholeFile::ReadOpen(int descriptor, std::size_t limit) {
+  struct stat info;
+  if (fstat(descriptor, &info) != 0) return FileErrorNumber(errno);
+  if (S_ISDIR(info.st_mode)) return FileErrorNumber(EISDIR);
+  if (S_ISCHR(info.st_mode) && isatty(descriptor) == 0) return FileErrorNumber(ENODEV);
+  // A pipe tells no size, nor does a file under /proc.
+  const auto told = S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) : 0;
+  constexpr std::size_t kStep = 1 << 16;
+  std::size_t capacity = std::min(limit, told > 0 ? told : kStep);
+  const std::size_t most = told > 0 ? capacity : limit;
+  if (!Reserve(capacity)) return FileErrorNumber(ENOMEM);
+  while (size_ < most) {
+    if (size_ == capacity && !Reserve(capacity = std::min(limit, 2 * capacity))) return FileErrorNumber(ENOMEM);
+    const ssize_t count = read(descriptor, bytes_.get() + size_, capacity - size_);
+    if (count == 0) break;
+    if (count > 0)
+      size_ += static_cast<std::size_t>(count);
+    else if (errno != EINTR)
+      return FileErrorNumber(errno);
+  }
+  if (told == 0 || size_ == most) return 0;
+  // Some files of the system's own are shorter than they tell; one that changed is not what it was.
+  struct stat now;
+  if (fstat(descriptor, &now) != 0) return FileErrorNumber(errno);
+  const bool changed = now.st_size != info.st_size || now.st_mtim.tv_sec != info.st_mtim.tv_sec ||
+                       now.st_mtim.tv_nsec != info.st_mtim.tv_nsec;
+  return changed ? kShortened : 0;
+}
+
+bool WholeFile::Reserve(std::size_t capacity) {
+  char* const bytes = static_cast<char*>(std::realloc(bytes_.get(), std::max<std::size_t>(capacity, 1)));
+  if (bytes == nullptr) return false;
+  static_cast<void>(bytes_.release());
+  bytes_.reset(bytes);
+  PreferLargePages(bytes, capacity);
+  return true;
+}
 
 TextFile::~TextFile() { Close(); }
 
 int TextFile::Create(const std::string& name) {
   Close();
   error_ = 0;
-  descriptor_ = OpenDescriptor(ResolvePath(name), O_WRONLY | O_CREAT | O_TRUNC, error_);
+  descriptor_ = OpenDescriptor(ResolveNewPath(name), O_WRONLY | O_CREAT | O_TRUNC, error_);
   return error_;
+}
+
+void TextFile::Attach(int descriptor) {
+  Close();
+  error_ = 0;
+  descriptor_ = descriptor;
 }
 
 void TextFile::Write(std::string_view text) {
@@ -234,8 +252,10 @@ int TextFile::Flush() {
 
 int TextFile::Sync() {
   Flush();
-  const bool failed = descriptor_ >= 0 && error_ == 0 && fsync(descriptor_) != 0;
-  if (failed && errno != EINVAL) error_ = FileErrorNumber(errno);  // EINVAL: nothing there to synchronise
+  while (descriptor_ >= 0 && error_ == 0 && fsync(descriptor_) != 0) {
+    if (errno == EINVAL) break;  // nothing there to synchronise
+    if (errno != EINTR) error_ = FileErrorNumber(errno);
+  }
   return error_;
 }
 
@@ -244,45 +264,6 @@ int TextFile::Close() {
   if (descriptor_ >= 0 && close(descriptor_) != 0 && error_ == 0) error_ = FileErrorNumber(errno);
   descriptor_ = -1;
   return error_;
-}
-
-int SaveFile(const std::string& name, std::string_view content) {
-  std::string target = ResolvePath(name);
-  struct stat info {};
-  const bool exists = !target.empty() && target.find('\0') == std::string::npos && stat(target.c_str(), &info) == 0;
-  TextFile file;
-  if (exists && !S_ISREG(info.st_mode)) {
-    file.Create(target);
-    file.Write(content);
-    return file.Close();
-  }
-  if (exists) target = std::filesystem::canonical(target);
-  const std::string beside = target.empty() ? target : target + "." + std::to_string(getpid()) + "~";
-  if (const int error = file.Create(beside); error != 0) return error;
-  file.Write(content);
-  file.Sync();
-  int error = file.Close();
-
-  const std::string kept = target + "~";
-  if (error == 0 && exists) {
-    chmod(beside.c_str(), info.st_mode & 07777);
-    unlink(kept.c_str());
-    // A second name for the old file, so that its own name is there at every moment; not all file systems have that.
-    if (link(target.c_str(), kept.c_str()) != 0 && std::rename(target.c_str(), kept.c_str()) != 0)
-      error = FileErrorNumber(errno);
-  }
-  if (error == 0 && std::rename(beside.c_str(), target.c_str()) != 0) error = FileErrorNumber(errno);
-  if (error != 0) {
-    unlink(beside.c_str());
-    return error;
-  }
-  const std::filesystem::path folder = std::filesystem::path(target).parent_path();
-  const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor >= 0) {
-    fsync(descriptor);
-    close(descriptor);
-  }
-  return 0;
 }
 
 }  // namespace quorvex

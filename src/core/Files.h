@@ -1,6 +1,13 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <compare>
 #include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,43 +19,61 @@ namespace quorvex {
 inline constexpr std::string_view NL = "\r\n";
 
 // File errors by the number that statuses and messages are told in: 52 bad file name, 53 file not found, 57 device
-// error, 61 disk full, 68 device unavailable, 75 path or file access error, 76 path not found; 0 is no error.
+// error, 61 disk full, 62 shortened while it was read, 68 device unavailable, 75 path or file access error, 76 path not
+// found; 0 is no error.
 // Anything else keeps its own errno, as a negative number so that the two never meet.
 int FileErrorNumber(int errnoValue);
 
 // A file error in words, as a sentence; "" for 0.
 std::string FileErrorText(int number);
 
-// `name` as it stands when it exists; else looked up once more with "\" read as "/" and each component matched without
-// regard to case, since some names arrive lower-cased. A name that is found neither way comes back with as many
-// leading components as were found, the rest as written, so that a file to be created lands in the folder found.
+// The file that `name` means to a reader: `name` as it stands when it exists; else looked up once more with "\" read as
+// "/" and each component matched without regard to case, since some names arrive lower-cased. Every folder that matches
+// is tried, the one as written first, then by name. A name that is found neither way comes back with as many leading
+// components as were found, the rest as written.
 std::string ResolvePath(const std::string& name);
 
-// A whole file, mapped into memory read-only where that is possible and read otherwise (a pipe). Resolves its name. A
-// file of UTF-16 that bears its mark is held as UTF-8, so whatever reads text reads it, too.
-class MappedFile {
- public:
-  MappedFile() = default;
-  ~MappedFile();
-  MappedFile(MappedFile&& other) noexcept;
-  MappedFile& operator=(MappedFile&& other) noexcept;
+// The file that `name` means to a writer: in the folder that a reader would find, by the name as written, so that it
+// never falls on a file whose name differs in case.
+std::string ResolveNewPath(const std::string& name);
 
-  // Opens `name`. Returns 0, or the file error's number (75 for a folder); 53 becomes 76 where the folder is missing.
-  int Open(const std::string& name);
-
-  std::string_view Text() const;
-
- private:
-  // Releases what is held.
-  void Close();
-
-  const char* data_ = nullptr;
-  std::size_t size_ = 0;
-  bool mapped_ = false;
-  std::string copy_;
+// What tells a regular file from every other, whatever it is called.
+struct FileIdentity {
+  dev_t Device;
+  ino_t Inode;
+  auto operator<=>(const FileIdentity&) const = default;
 };
 
-// A text file being written: opened anew (an existing file is overwritten), buffered, every error kept by number.
+// That of the file behind `name` as it stands; nothing where there is no regular file.
+std::optional<FileIdentity> IdentityOfFile(const std::string& name);
+
+// A whole file in memory. It is read and not mapped, for a mapped file that somebody shortens is the reader's death. A
+// file of UTF-16 that bears its mark is held as UTF-8, so whatever reads text reads it, too.
+class WholeFile {
+ public:
+  WholeFile() = default;
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+
+  // Reads `name`, which is resolved first, or its first `limit` bytes. Returns 0 or the file error's number: 75 for a
+  // folder, 76 in place of 53 where the folder is missing, 62 for a file that was shortened meanwhile, 68 for a device
+  // that is no terminal, since such a one is no data and may never end. After an error the text is empty.
+  int Read(const std::string& name, std::size_t limit = SIZE_MAX);
+
+  std::string_view Text() const { return {bytes_.get(), size_}; }
+
+ private:
+  struct Free {
+    void operator()(char* bytes) const { std::free(bytes); }
+  };
+  int ReadOpen(int descriptor, std::size_t limit);
+  bool Reserve(std::size_t capacity);
+
+  std::unique_ptr<char, Free> bytes_;
+  std::size_t size_ = 0;
+};
+
+// A text file being written, buffered, every error kept by number.
 class TextFile {
  public:
   TextFile() = default;
@@ -56,8 +81,11 @@ class TextFile {
   TextFile(const TextFile&) = delete;
   TextFile& operator=(const TextFile&) = delete;
 
-  // Creates the file. Returns 0 or the file error's number. Closes what was open before.
+  // Opens the file anew and overwrites what was there, as a log does that grows while it is written. Returns 0 or the
+  // file error's number. Closes what was open before.
   int Create(const std::string& name);
+  // The same on a descriptor, which becomes this file's.
+  void Attach(int descriptor);
   bool IsOpen() const { return descriptor_ >= 0; }
 
   void Write(std::string_view text);      // as it stands
@@ -71,10 +99,5 @@ class TextFile {
   int error_ = 0;
   std::string buffer_;
 };
-
-// Replaces a file's content so that a failure at any moment loses nothing: the new content is written and synchronised
-// beside it, the old file stays as `name` with "~" behind, and the new one takes its place. Links are followed, the
-// file's permissions kept; what is no regular file is written to as it stands. Returns 0 or the file error's number.
-int SaveFile(const std::string& name, std::string_view content);
 
 }  // namespace quorvex

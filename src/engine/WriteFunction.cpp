@@ -1,6 +1,6 @@
 #include "engine/WriteFunction.h"
 
-#include "core/Files.h"
+#include "core/SaveFile.h"
 #include "equation/CodeExport.h"
 
 namespace quorvex {
@@ -10,10 +10,7 @@ int WriteFunction(const ModelClass& model, ExprType language, const std::string&
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   localtime_r(&now, &local);
-  TextFile file;
-  if (const int error = file.Create(name)) return error;
-  file.Write(model.ExportFunction(language, FunctionName(name), local));
-  return file.Close();
+  return SaveFile(name, model.ExportFunction(language, FunctionName(name), local), FileCare::Answer);
 }
 
 }  // namespace

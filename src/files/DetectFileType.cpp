@@ -12,9 +12,9 @@ namespace quorvex {
 
 std::optional<FileType> DetectFileType(const std::string& path) {
   constexpr std::size_t kHead = 1 << 16;  // what the first fields of any file of ours take, many times over
-  MappedFile file;
-  if (file.Open(path) != 0) return std::nullopt;
-  FieldReader in(DecodeText(file.Text().substr(0, kHead)));
+  WholeFile file;
+  if (file.Read(path, kHead) != 0) return std::nullopt;
+  FieldReader in(DecodeText(file.Text()));
 
   FileType type;
   if (!ContainsNoCase(in.Text(), "b_header")) return type;

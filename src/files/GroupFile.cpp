@@ -1,7 +1,7 @@
 #include "files/GroupFile.h"
 
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 #include "core/TextEncoding.h"
 #include "files/FileVersion.h"
 
@@ -25,8 +25,8 @@ int WriteGroupFile(const std::vector<std::string>& models, std::size_t numIV) {
 }
 
 std::optional<std::vector<std::string>> ReadGroupFile(std::size_t numIV) {
-  MappedFile file;
-  if (file.Open(GroupFileName(numIV)) != 0) return std::nullopt;
+  WholeFile file;
+  if (file.Read(GroupFileName(numIV)) != 0) return std::nullopt;
   const std::string text = DecodeText(file.Text());
   std::string_view rest = text;
   if (!TakeLine(rest).starts_with("Quorvex:  Version ") || TakeLine(rest) != kBegin) return std::nullopt;

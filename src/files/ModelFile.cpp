@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 #include "core/TextEncoding.h"
 #include "files/FieldReader.h"
 #include "files/FieldWriter.h"
@@ -28,8 +28,8 @@ std::string Unreadable(const std::string& fileName) {
 }  // namespace
 
 UserModelFile ReadUserModels(const std::string& fileName, const LocaleText& locale) {
-  MappedFile file;
-  if (file.Open(fileName) != 0) return {"", 0, {}, Unreadable(fileName)};
+  WholeFile file;
+  if (file.Read(fileName) != 0) return {"", 0, {}, Unreadable(fileName)};
   return ParseUserModels(file.Text(), fileName, locale);
 }
 

@@ -350,8 +350,8 @@ Result<Project> ParseProject(std::string_view bytes, const std::string& fileName
 }
 
 Result<Project> ReadProject(const std::string& fileName, const LocaleText& locale) {
-  MappedFile file;
-  if (file.Open(fileName) != 0) return Unreadable(fileName);
+  WholeFile file;
+  if (file.Read(fileName) != 0) return Unreadable(fileName);
   Result<Project> project = ParseProject(file.Text(), fileName, locale);
   if (project) project->HasFile = true;
   return project;

@@ -1,7 +1,7 @@
 #include <span>
 
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 #include "files/FieldWriter.h"
 #include "files/FileVersion.h"
 #include "files/ProjectFile.h"

@@ -1,13 +1,13 @@
 #include "results/SaveResults.h"
 
-#include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 
 namespace quorvex {
 namespace {
 
 bool Write(const std::string& file, const std::string& text, Prompter& user) {
-  const int error = SaveFile(file, text);
+  const int error = SaveFile(file, text, FileCare::Answer);
   if (error != 0) user.Refuse("Error writing to '" + file + "'. " + FileErrorText(error));
   return error == 0;
 }

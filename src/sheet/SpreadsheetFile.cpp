@@ -27,8 +27,8 @@ SpreadsheetFault ReadContent(std::string_view bytes, const std::optional<std::st
 
 Result<SpreadsheetContent> ReadFile(const std::string& file, const std::optional<std::string>& sheet,
                                     const LongWork& work) {
-  MappedFile bytes;
-  if (const int error = bytes.Open(file); error != 0) return ImportFailure(file, FileErrorText(error));
+  WholeFile bytes;
+  if (const int error = bytes.Read(file); error != 0) return ImportFailure(file, FileErrorText(error));
   SpreadsheetContent content;
   switch (ReadContent(bytes.Text(), sheet, content, work)) {
     case SpreadsheetFault::Damaged:

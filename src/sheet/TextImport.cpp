@@ -11,8 +11,8 @@ namespace quorvex {
 
 Result<std::unique_ptr<TextImport>> TextImport::Open(const std::string& file, const DataSheet& sheet,
                                                      const LocaleText& locale) {
-  MappedFile content;
-  if (const int error = content.Open(file); error != 0) return ImportFailure(file, FileErrorText(error));
+  WholeFile content;
+  if (const int error = content.Read(file); error != 0) return ImportFailure(file, FileErrorText(error));
   std::unique_ptr<TextImport> import(new TextImport(file, sheet, locale, std::string(content.Text())));
   if (import->lineCount_ == 0) return Failure{"It appears that the file '" + file + "' contains no data."};
   return import;

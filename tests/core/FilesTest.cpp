@@ -23,61 +23,78 @@ TEST(FileErrorNumber, NamesTheErrorsThatMessagesTell) {
 
 TEST(ResolvePath, FindsNamesOfAnotherCaseOrSystem) {
   const TemporaryFolder folder;
-  folder.Write("Data/Run One/Steam.TXT", "");
-  folder.Write("Data/same.txt", "");
-  folder.Write("Data/Same.txt", "");
-  const std::string steam = folder.Path("Data/Run One/Steam.TXT");
-
-  EXPECT_EQ(ResolvePath(steam), steam);
-  EXPECT_EQ(ResolvePath(folder.Path("data/run one/steam.txt")), steam);
-  EXPECT_EQ(ResolvePath(folder.Path("DATA\\RUN ONE\\STEAM.txt")), steam);
-  EXPECT_EQ(ResolvePath(folder.Path("data/../DATA/run one/./steam.txt")),
-            folder.Path("Data/../Data/Run One/./Steam.TXT"));
-  EXPECT_EQ(ResolvePath(folder.Path("data/SAME.TXT")), folder.Path("Data/Same.txt"));  // the first by name
-  EXPECT_EQ(ResolvePath(folder.Path("data/run one/New.Out")), folder.Path("Data/Run One/New.Out"));
-  EXPECT_EQ(ResolvePath(folder.Path("data\\None\\New.Out")), folder.Path("Data/None/New.Out"));
-  EXPECT_EQ(ResolvePath("no-such-folder/Some.File"), "no-such-folder/Some.File");
-  EXPECT_EQ(ResolvePath(""), "");
+  for (const char* name : {"Data/Run One/Steam.TXT", "Data/same.txt", "Data/Same.txt", "one/only.cfg", "ONE/Other.cfg"})
+    folder.Write(name, "");
+  for (const char* name : {"ring", "RING"}) std::filesystem::create_directory_symlink(".", folder.Path(name));
+  std::string deep;
+  for (int i = 0; i < 100; ++i) deep += "Ring/";
+  constexpr const char* kNone = nullptr;
+  const struct {
+    std::string Name, Found;
+    const char* New = kNone;  // what a writer is led to, where it isn't the name itself
+  } cases[] = {
+      {"Data/Run One/Steam.TXT", "Data/Run One/Steam.TXT"},
+      {"data/run one/steam.txt", "Data/Run One/Steam.TXT", "Data/Run One/steam.txt"},
+      {"DATA\\RUN ONE\\STEAM.txt", "Data/Run One/Steam.TXT", "Data/Run One/STEAM.txt"},
+      {"data/../DATA/run one/./steam.txt", "Data/../Data/Run One/./Steam.TXT", "Data/../Data/Run One/./steam.txt"},
+      {"data/SAME.TXT", "Data/Same.txt", "Data/SAME.TXT"},  // the first by name
+      {"data/run one/New.Out", "Data/Run One/New.Out", "Data/Run One/New.Out"},
+      {"data\\None\\New.Out", "Data/None/New.Out", "Data/None/New.Out"},
+      {"one/other.CFG", "ONE/Other.cfg"},  // in whatever folder it is
+      {"One/only.cfg", "one/only.cfg", "ONE/only.cfg"},
+      {"Ring/ring/RING/one/ONLY.cfg", "RING/ring/RING/one/only.cfg", "RING/ring/RING/one/ONLY.cfg"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ResolvePath(folder.Path(c.Name)), folder.Path(c.Found)) << c.Name;
+    EXPECT_EQ(ResolveNewPath(folder.Path(c.Name)), folder.Path(c.New != kNone ? c.New : c.Name)) << c.Name;
+  }
+  EXPECT_TRUE(ResolvePath(folder.Path(deep + "none")).ends_with("/none"));  // after 100 looks and not 2^100
+  for (const char* name : {"", "no-such-folder/Some.File"}) {
+    EXPECT_EQ(ResolvePath(name), name);
+    EXPECT_EQ(ResolveNewPath(name), name);
+  }
 }
 
-TEST(MappedFile, HoldsTheWholeFile) {
+TEST(WholeFile, HoldsTheFileOrItsBeginning) {
   const TemporaryFolder folder;
   const std::string content("line\r\n\0more", 11);
-  MappedFile file;
-  ASSERT_EQ(file.Open(folder.Write("Some.dat", content)), 0);
+  WholeFile file;
+  ASSERT_EQ(file.Read(folder.Write("Some.dat", content)), 0);
   EXPECT_EQ(file.Text(), content);
-  MappedFile moved = std::move(file);
-  EXPECT_EQ(moved.Text(), content);
-  EXPECT_EQ(moved.Open(folder.Path("SOME.DAT")), 0);
-  EXPECT_EQ(moved.Text(), content);
-  EXPECT_EQ(moved.Open(folder.Write("empty", "")), 0);
-  EXPECT_EQ(moved.Text(), "");
+  EXPECT_EQ(file.Read(folder.Path("SOME.DAT"), 5), 0);
+  EXPECT_EQ(file.Text(), content.substr(0, 5));
+  EXPECT_EQ(file.Read("/proc/self/status", 5), 0);  // tells no size
+  EXPECT_EQ(file.Text(), "Name:");
+  EXPECT_EQ(file.Read("/sys/kernel/mm/transparent_hugepage/enabled"), 0);  // tells more than it has
+  EXPECT_EQ(file.Read(folder.Write("empty", "")), 0);
+  EXPECT_EQ(file.Text(), "");
 }
 
-TEST(MappedFile, ReadsAPipe) {
+TEST(WholeFile, ReadsAPipe) {
   const TemporaryFolder folder;
   const std::string pipe = folder.Path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const std::string content(200000, 'x');
   std::thread writer([&] { folder.Write("pipe", content); });
-  MappedFile file;
-  EXPECT_EQ(file.Open(pipe), 0);
+  WholeFile file;
+  EXPECT_EQ(file.Read(pipe), 0);
   writer.join();
   EXPECT_EQ(file.Text(), content);
 }
 
-TEST(MappedFile, TellsWhyItCannotOpen) {
+TEST(WholeFile, TellsWhyItCannotOpen) {
   const TemporaryFolder folder;
   folder.Write("file", "x");
-  MappedFile file;
-  EXPECT_EQ(file.Open(folder.Path("missing")), 53);
-  EXPECT_EQ(file.Open("missing-here"), 53);
-  EXPECT_EQ(file.Open(folder.Path("none/missing")), 76);
-  EXPECT_EQ(file.Open(folder.Path("file/missing")), 76);
-  EXPECT_EQ(file.Open(folder.Path("")), 75);
-  EXPECT_EQ(file.Open(""), 52);
-  EXPECT_EQ(file.Open(std::string("a\0b", 3)), 52);
-  EXPECT_EQ(file.Open(folder.Path(std::string(300, 'n'))), 52);
+  WholeFile file;
+  EXPECT_EQ(file.Read(folder.Path("missing")), 53);
+  EXPECT_EQ(file.Read("missing-here"), 53);
+  EXPECT_EQ(file.Read(folder.Path("none/missing")), 76);
+  EXPECT_EQ(file.Read(folder.Path("file/missing")), 76);
+  EXPECT_EQ(file.Read(folder.Path("")), 75);
+  EXPECT_EQ(file.Read(""), 52);
+  EXPECT_EQ(file.Read(std::string("a\0b", 3)), 52);
+  EXPECT_EQ(file.Read("/dev/zero"), 68);
+  EXPECT_EQ(file.Read(folder.Path(std::string(300, 'n'))), 52);
   EXPECT_EQ(file.Text(), "");
 }
 
@@ -110,7 +127,7 @@ TEST(TextFile, WritesLinesAndReplacesWhatWasThere) {
   const TemporaryFolder folder;
   const std::string name = folder.Write("Out.txt", std::string(1000, 'o'));
   TextFile file;
-  ASSERT_EQ(file.Create(folder.Path("out.TXT")), 0);
+  ASSERT_EQ(file.Create(name), 0);
   file.Write("a");
   file.WriteLine("b");
   EXPECT_EQ(file.Flush(), 0);
@@ -137,41 +154,6 @@ TEST(TextFile, KeepsTheFirstError) {
   EXPECT_EQ(file.Close(), 61);
   EXPECT_EQ(file.Create(folder.Path("fine")), 0);
   EXPECT_EQ(file.Close(), 0);
-}
-
-TEST(SaveFile, KeepsWhatWasThereAndItsPermissions) {
-  const TemporaryFolder folder;
-  const std::string name = folder.Path("Some.dat");
-  EXPECT_EQ(SaveFile(name, "one"), 0);
-  EXPECT_EQ(folder.Read("Some.dat"), "one");
-  EXPECT_EQ(chmod(name.c_str(), 0640), 0);
-  EXPECT_EQ(SaveFile(folder.Path("SOME.DAT"), "two"), 0);
-  EXPECT_EQ(folder.Read("Some.dat"), "two");
-  EXPECT_EQ(folder.Read("Some.dat~"), "one");
-  EXPECT_EQ(SaveFile(name, ""), 0);
-  EXPECT_EQ(folder.Read("Some.dat~"), "two");
-  struct stat info {};
-  EXPECT_EQ(stat(name.c_str(), &info), 0);
-  EXPECT_EQ(info.st_mode & 07777, 0640u);
-
-  std::filesystem::create_symlink("Some.dat", folder.Path("link"));
-  EXPECT_EQ(SaveFile(folder.Path("link"), "three"), 0);
-  EXPECT_EQ(folder.Read("Some.dat"), "three");
-  EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("")), {}), 3);  // nothing else is left
-}
-
-TEST(SaveFile, LosesNothingWhenItFails) {
-  const TemporaryFolder folder;
-  const std::string name = folder.Write("Some.dat", "old");
-  EXPECT_EQ(SaveFile(folder.Path("none/Some.dat"), "new"), 76);
-  EXPECT_EQ(SaveFile(folder.Path(""), "new"), 75);
-  EXPECT_EQ(SaveFile("", "new"), 52);
-  std::filesystem::create_directory(name + "~");  // where the old file is to be kept
-  EXPECT_NE(SaveFile(name, "new"), 0);
-  EXPECT_EQ(folder.Read("Some.dat"), "old");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("")), {}), 2);
-  EXPECT_EQ(SaveFile("/dev/full", "new"), 61);
 }
 
 }  // namespace

@@ -406,19 +406,5 @@ TEST(ProjectFile, TrustsNoCount) {
   EXPECT_FALSE(ParseProject(Replaced(text, "\"Begin_description\"", "\"No_description\""), "p.qvx", {}));
 }
 
-TEST(WriteProject, KeepsTheOldFileBesideTheNew) {
-  const TemporaryFolder folder;
-  Project project = NewProject(3, false, LocaleText());
-  ASSERT_EQ(WriteProject(project, folder.Path("p.qvx")), 0);
-  const std::string first = folder.Read("p.qvx");
-  project.Notes = "changed";
-  ASSERT_EQ(WriteProject(project, folder.Path("P.QVX")), 0);
-  EXPECT_EQ(folder.Read("p.qvx~"), first);
-  const Result<Project> back = ReadProject(folder.Path("p.qvx"), {});
-  ASSERT_TRUE(back);
-  EXPECT_EQ(back->Notes, "changed");
-  EXPECT_EQ(back->FileName, folder.Path("p.qvx"));
-}
-
 }  // namespace
 }  // namespace quorvex

@@ -79,8 +79,8 @@ using Texts = std::vector<std::string>;
 // Splits a file without the program's parser: lines at LF, cells at one character, or at runs of blanks; numbers by
 // from_chars, what it does not take whole is missing.
 std::vector<std::vector<double>> Parsed(const std::string& file, char delimiter, bool decimalComma) {
-  MappedFile content;
-  EXPECT_EQ(content.Open(file), 0) << file;
+  WholeFile content;
+  EXPECT_EQ(content.Read(file), 0) << file;
   std::vector<std::vector<double>> rows;
   std::string cell;
   bool ended = true;

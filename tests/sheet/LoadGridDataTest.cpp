@@ -25,8 +25,8 @@ GridCells Commas(std::string_view text, std::size_t firstLine = 1, std::string_v
 }
 
 GridCells File(const char* name, DelimitedFormat format) {
-  MappedFile file;
-  EXPECT_EQ(file.Open(TestData(name)), 0) << name;
+  WholeFile file;
+  EXPECT_EQ(file.Read(TestData(name)), 0) << name;
   format.FirstLine = 2;
   return ParseDelimitedLines(file.Text(), format).Cells;
 }

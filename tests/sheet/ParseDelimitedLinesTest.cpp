@@ -170,8 +170,8 @@ TEST(ParseDelimitedLines, GoesThroughOddFiles) {
 
 TEST(ParseDelimitedLines, GivesTheSameNumbersWhateverTheFormOfTheFile) {
   const auto read = [](const char* name, const DelimitedFormat& format) {
-    MappedFile file;
-    EXPECT_EQ(file.Open(TestData(name)), 0) << name;
+    WholeFile file;
+    EXPECT_EQ(file.Read(TestData(name)), 0) << name;
     return Shown(ParseDelimitedLines(file.Text(), format));
   };
   DelimitedFormat comma, semicolon;

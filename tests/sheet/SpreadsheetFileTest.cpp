@@ -17,8 +17,8 @@ namespace {
 std::string File(const std::string& name) { return TestData("spreadsheets/" + name); }
 
 std::string Content(const std::string& name) {
-  MappedFile file;
-  EXPECT_EQ(file.Open(File(name)), 0);
+  WholeFile file;
+  EXPECT_EQ(file.Read(File(name)), 0);
   return std::string(file.Text());
 }
 
