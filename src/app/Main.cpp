@@ -16,6 +16,11 @@ class ConsoleForm : public cfgSolve {
     HandOver(kDesktopProgram);
     return "The desktop program is not installed, so the run goes on without progress form and message boxes.";
   }
+
+  // A signal aborts the run as the button of a window does.
+  void Yield() override { Aborted = Aborted || EndSignal() != 0; }
+  void Pulse() override { Yield(); }
+  void SetProgress(int, int) override { Yield(); }
 };
 
 }  // namespace
@@ -23,11 +28,13 @@ class ConsoleForm : public cfgSolve {
 
 int main(int argc, char** argv) {
   using namespace quorvex;
+  PrepareProcess();
   const std::vector<std::string> arguments = Arguments(argc, argv);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
   if (request.Mode == CommandMode::RunMacro) {
     ConsoleForm form;
+    WatchForEnd();
     return RunMacroMode(request.FileName, form);
   }
   HandOver(kDesktopProgram);

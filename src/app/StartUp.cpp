@@ -1,7 +1,10 @@
 #include "app/StartUp.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -25,6 +28,17 @@ constexpr const char* kUsage =
     "                              number, group, ID, definition, description\n"
     "       quorvex --help | --version\n";
 
+// A signal reaches nothing but what outlives every call.
+volatile std::sig_atomic_t endSignal = 0;
+int endPipe[2] = {-1, -1};
+
+void AskForEnd(int signal) {
+  const int before = errno;
+  endSignal = signal;
+  static_cast<void>(!write(endPipe[1], "", 1));
+  errno = before;
+}
+
 int PrintModels(const std::string& count) {
   const std::optional<double> n = NumericText(count);
   if (!n || *n < 1 || *n > kMostIndependentVariables || *n != static_cast<int>(*n)) {
@@ -37,6 +51,27 @@ int PrintModels(const std::string& count) {
 }
 
 }  // namespace
+
+void PrepareProcess() {
+  for (int descriptor = 0; descriptor <= 2; ++descriptor)
+    if (fcntl(descriptor, F_GETFD) < 0) open("/dev/null", O_RDWR);  // takes the lowest that is free
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+}
+
+int WatchForEnd() {
+  if (endPipe[0] >= 0 || pipe2(endPipe, O_CLOEXEC | O_NONBLOCK) != 0) return endPipe[0];
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    struct sigaction action {};
+    if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
+    action.sa_handler = AskForEnd;
+    action.sa_flags = SA_RESETHAND;
+    sigaction(signal, &action, nullptr);
+  }
+  return endPipe[0];
+}
+
+int EndSignal() { return endSignal; }
 
 std::vector<std::string> Arguments(int argc, char** argv) {
   return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();

@@ -10,6 +10,18 @@ namespace quorvex {
 
 // What the console program and the desktop program do alike at their start.
 
+// To be called before anything else. Descriptors 0 to 2 are open from then on, so that no file of the program's own
+// gets one of them and with it what is told to the user. A listener that is gone and a file that has reached the limit
+// of its size are errors of the one write, not the end of the program.
+void PrepareProcess();
+
+// From now on the first SIGTERM, SIGINT or SIGHUP asks for an end, and the next one ends the program at once. One that
+// was ignored when the program began stays so. Returns a descriptor that can be read once an end is asked for.
+int WatchForEnd();
+
+// The signal that asked for an end, or 0.
+int EndSignal();
+
 // The program's arguments, without its own name.
 std::vector<std::string> Arguments(int argc, char** argv);
 

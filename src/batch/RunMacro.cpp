@@ -2,7 +2,9 @@
 
 #include <array>
 #include <exception>
+#include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "batch/Assign.h"
@@ -17,10 +19,14 @@
 #include "batch/WriteStructuredOutput.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/SaveFile.h"
 #include "core/TextEncoding.h"
+#include "project/RunSolve.h"
 
 namespace quorvex {
 namespace {
+
+constexpr int kAccessError = 75;
 
 constexpr std::string_view kAsterisks = "***************************************";
 
@@ -45,6 +51,8 @@ constexpr Field kFields[] = {
     {"OutputFormat", &MacroSetup::OutputFormat, false},
     {"DataFirstLine", &MacroSetup::DataFirstLine, true},
 };
+
+std::string Token(const std::string& parameter) { return "%" + parameter + "%"; }
 
 // Replaces every occurrence of `token`, in any case, by `value`, whose own text is not looked through. False where
 // there is none.
@@ -82,8 +90,11 @@ class MacroRun {
 
  private:
   bool Configure(const std::string& fileName);
-  bool ReadParameters();
+  void NoteInputs(const std::string& fileName);
+  std::optional<std::string> RefuseInput(const std::string& role, const std::string& file) const;
+  bool LogParameters();
   bool RunAll();
+  bool TryRun();
   bool SubstituteParameters();
   void NoteChangedInputs();
   bool RunOnce();
@@ -117,7 +128,12 @@ class MacroRun {
   }
 
   // The log file. A failure on it sets the status and ends the log; the run goes on.
-  void OpenLog() { CheckLog(logFile_.Create(macro_.Setup.LogFile)); }
+  void OpenLog() {
+    const std::optional<std::string> refusal = RefuseInput("log", macro_.Setup.LogFile);
+    CheckLog(refusal ? kAccessError : logFile_.Create(macro_.Setup.LogFile));
+    if (refusal) message_ = *refusal;
+    if (const auto log = IdentityOfFile(ResolveNewPath(macro_.Setup.LogFile))) inputs_.emplace(*log, "log");
+  }
   void PrintBuffer() {
     if (!logEnabled_) return;
     logFile_.Write(log_);
@@ -137,8 +153,9 @@ class MacroRun {
   Session& session_;
   cfgSolve& form_;
   Macro macro_;
-  ParameterTable parameters_;
-  std::size_t run_ = 0;  // from 0
+  std::optional<ParameterTable> parameters_;    // none where it could not be read
+  std::map<FileIdentity, const char*> inputs_;  // what no output may fall on, and what it is
+  std::size_t run_ = 0;                         // from 0
   bool inputChanged_ = true;
   std::array<std::string, std::size(kFields)> previous_;  // inputs of the run before
   SolveData data_, unsorted_;
@@ -181,16 +198,47 @@ bool MacroRun::Configure(const std::string& fileName) {
   session_.Preferences.MaxIterations = setup.MaxIterations;
   session_.Preferences.DivIterations = setup.UnchangedIterations;
   session_.Preferences.DerivativeMethod = setup.Derivatives;
+  NoteInputs(fileName);
   logEnabled_ = setup.LogEnabled;
   if (logEnabled_) OpenLog();
   FlushBuffer();
-  return ReadParameters();
+  return LogParameters();
 }
 
-// The combinations of a parameter run; a run without them has one, and nothing to substitute.
-bool MacroRun::ReadParameters() {
+// Reads the combinations of a parameter run, whose values name files, too; a run without them has one combination, and
+// nothing to substitute.
+void MacroRun::NoteInputs(const std::string& fileName) {
+  const MacroSetup& setup = macro_.Setup;
+  const auto note = [&](const std::string& name, const char* role) {
+    if (const auto file = IdentityOfFile(ResolvePath(name))) inputs_.emplace(*file, role);
+  };
+  note(fileName, "macro file");
+  if (InParameterRun()) {
+    note(setup.ParameterFile, "parameter file");
+    parameters_ = ReadParameterFile(setup.ParameterFile);
+  } else {
+    parameters_.emplace().Rows.emplace_back();
+  }
+  if (!parameters_) return;
+  std::set<std::string> names;
+  for (const std::vector<std::string>& row : parameters_->Rows) {
+    std::string name = setup.DataFile;
+    for (std::size_t p = 0; p < parameters_->Names.size() && name.size() <= kLongestText; ++p)
+      Substitute(name, Token(parameters_->Names[p]), row[p]);
+    if (names.insert(name).second) note(name, "data file");
+  }
+}
+
+// Why an output or a log may not be written to `file`; nothing where it may.
+std::optional<std::string> MacroRun::RefuseInput(const std::string& role, const std::string& file) const {
+  const auto identity = IdentityOfFile(ResolveNewPath(file));
+  const auto input = identity ? inputs_.find(*identity) : inputs_.end();
+  if (input == inputs_.end()) return std::nullopt;
+  return "The " + role + " '" + file + "' is the " + input->second + " of this macro and is not overwritten.";
+}
+
+bool MacroRun::LogParameters() {
   if (!InParameterRun()) {
-    parameters_.Rows.emplace_back();
     Log("");
     Log(kAsterisks);
     FlushBuffer();
@@ -199,17 +247,15 @@ bool MacroRun::ReadParameters() {
   const std::string text = "Reading parameter file '" + macro_.Setup.ParameterFile + "'";
   Log(text);
   Tell(text);
-  std::optional<ParameterTable> table = ReadParameterFile(macro_.Setup.ParameterFile);
-  if (!table) {
+  if (!parameters_) {
     Log("Error reading parameter file");
     Log(kAsterisks);
     results_.emplace_back("Run Failed");
     status_ = kParameterFile;
     return false;
   }
-  parameters_ = std::move(*table);
-  Log("Found " + std::to_string(parameters_.Names.size()) + " parameter(s), " +
-      std::to_string(parameters_.Rows.size()) + " combination(s)");
+  Log("Found " + std::to_string(parameters_->Names.size()) + " parameter(s), " +
+      std::to_string(parameters_->Rows.size()) + " combination(s)");
   Log(kAsterisks);
   FlushBuffer();
   return true;
@@ -218,14 +264,30 @@ bool MacroRun::ReadParameters() {
 // Within a parameter run a failure ends its own run alone; only an abort ends the loop.
 bool MacroRun::RunAll() {
   const MacroSetup written = macro_.Setup;
-  for (run_ = 0; run_ < parameters_.Rows.size(); ++run_) {
-    if (InParameterRun()) Log("Beginning Run: " + std::to_string(run_ + 1));
-    const bool succeeded = SubstituteParameters() && RunOnce();
+  for (run_ = 0; run_ < parameters_->Rows.size(); ++run_) {
+    form_.Yield();
+    if (form_.Aborted) LogAbort(log_);
+    const bool succeeded = !form_.Aborted && TryRun();
+    if (!succeeded) form_.Yield();  // what failed may have been interrupted
+    if (!succeeded && form_.Aborted) status_ = kAborted;
     if (!succeeded && (!InParameterRun() || form_.Aborted)) return false;
     macro_.Setup = written;
     FlushBuffer();
   }
   return true;
+}
+
+bool MacroRun::TryRun() {
+  try {
+    if (InParameterRun()) Log("Beginning Run: " + std::to_string(run_ + 1));
+    return SubstituteParameters() && RunOnce();
+  } catch (const std::exception&) {
+    if (!InParameterRun()) throw;
+    data_ = unsorted_ = SolveData();
+    Log("There is not enough memory for this run.");
+    Log(kAsterisks);
+    return FailRun(kOtherFailure);
+  }
 }
 
 // False where a text outgrows all bounds, which fails the run.
@@ -240,9 +302,9 @@ bool MacroRun::SubstituteParameters() {
     FailRun(kParameterFile);
     return true;
   };
-  for (std::size_t p = 0; p < parameters_.Names.size(); ++p) {
-    const std::string token = "%" + parameters_.Names[p] + "%";
-    const std::string& value = parameters_.Rows[run_][p];
+  for (std::size_t p = 0; p < parameters_->Names.size(); ++p) {
+    const std::string token = Token(parameters_->Names[p]);
+    const std::string& value = parameters_->Rows[run_][p];
     for (const Field& field : kFields) {
       std::string& text = setup.*field.Text;
       if (!Substitute(text, token, value)) continue;
@@ -358,8 +420,13 @@ bool MacroRun::Write() {
   const MacroSetup& setup = macro_.Setup;
   Tell("Writing solution file '" + setup.OutputFile + " '");
   Log(setup.OutputFile.empty() ? "Write failed, OutputFile not specified" : "Writing solution to " + setup.OutputFile);
-  int error;
-  if (EqualNoCase(setup.OutputFormat, "quorvex"))
+  const bool asProject = EqualNoCase(setup.OutputFormat, "quorvex");
+  std::optional<std::string> refusal = RefuseInput("output", setup.OutputFile);
+  if (!refusal && asProject) refusal = RefuseInput("output", KeptName(setup.OutputFile));
+  int error = kAccessError;
+  if (refusal)
+    Log(*refusal);
+  else if (asProject)
     error = WriteProjectOutput(macro_.Models, unsorted_, setup, session_.Locale);
   else if (EqualNoCase(setup.OutputFormat, "structured"))
     error = WriteStructuredOutput(macro_.Models, data_, setup, outputFile_);

@@ -11,7 +11,7 @@ namespace quorvex {
 struct MacroOutcome {
   bool Normal = false;  // normal termination; a run with failures in it may still end normally
   int Status = 0;       // BatchStatus, 0 for success
-  std::string Message;  // what is wrong with a macro file that cannot be run, which no log can tell
+  std::string Message;  // a sentence for the user that no log could take
 };
 
 // The whole unattended mode: reads the macro file, then reads data, fits, writes and keeps the log. The macro's solver

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "TemporaryFolder.h"
 #include "app/RecentFiles.h"
@@ -38,8 +39,15 @@ TEST_F(SettingsStore, GivesTheDefaultsWhereNothingOrNonsenseIsStored) {
     EXPECT_EQ(settings.Integer("undolevels"), 15);
     EXPECT_EQ(settings.Integer("pointsperplot"), 100);
   }
-  const TemporaryVariable folderAsFile("QUORVEX_SETTINGS", folder_.Path("").c_str());
-  EXPECT_EQ(LoadSettings().MaxIterations, 250);
+  ASSERT_EQ(mkfifo(folder_.Path("pipe").c_str(), 0600), 0);
+  std::filesystem::resize_file(folder_.Write("long", ""), 1ull << 40);
+  for (const std::string& name :
+       {folder_.Path(""), folder_.Path("pipe"), folder_.Path("long"), std::string("/dev/zero")}) {
+    const TemporaryVariable noStore("QUORVEX_SETTINGS", name.c_str());
+    EXPECT_EQ(LoadSettings().MaxIterations, 250);
+    constexpr std::string_view kKeys[] = {"listmodel"};
+    EXPECT_EQ(SaveSettings(Settings(), "startup", kKeys), 75) << name;
+  }
 }
 
 TEST_F(SettingsStore, KnowsTheDefaultOfEachStyle) {

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <new>
 #include <random>
+#include <utility>
 
 #include "Paths.h"
 #include "batch/Program.h"
@@ -178,7 +179,9 @@ const Case kCases[] = {
     {"data cannot be read on", std::string(kHead) + "DataFile = /proc/self/mem\n" + kTail, 120, "Exit Status 120"},
     {"data is no device", std::string(kHead) + "DataFile = @socket\n" + kTail, 140, "Exit Status 140"},
     {"data is a loop", std::string(kHead) + "DataFile = @loop\n" + kTail, 150, "Exit Status 150"},
-    {"data is empty", std::string(kHead) + "DataFile = /dev/null\n" + kTail, 150, "Exit Status 150"},
+    {"data is a device without end", std::string(kHead) + "DataFile = /dev/zero\n" + kTail, 140,
+     "The device is not available.\nError reading the input data file\n"},
+    {"data is empty", std::string(kHead) + "DataFile = @folder/inside.txt\n" + kTail, 150, "Exit Status 150"},
     {"first line beyond the end", std::string(kHead) + "DataFirstLine = 6\n" + kTail, 150, "Exit Status 150"},
     {"text among the data", std::string(kHead) + "DataFile = @text.txt\n" + kTail, 150,
      "Line 3: 'x7' is not a number.\nError reading the input data file\n"},
@@ -195,6 +198,14 @@ const Case kCases[] = {
     {"output is no device", std::string(kHead) + "OutputFile = @socket\n" + kTail, 240, "File Output Error: 240"},
     {"output is a loop", std::string(kHead) + "OutputFile = @loop\n" + kTail, 250, "File Output Error: 250"},
     {"output on a full disk", std::string(kHead) + "OutputFile = /dev/full\n" + kTail, 230, "File Output Error: 230"},
+    {"output is the data", std::string(kHead) + "OutputFile = @link\n" + kTail, 220,
+     "The output '@link' is the data file of this macro and is not overwritten.\nFile Output Error: 220\n"},
+    {"output would be kept as the data", std::string(kHead) + "OutputFile = @copy\nOutputFormat = Quorvex\n" + kTail,
+     220, "The output '@copy~' is the data file of this macro and is not overwritten.\nFile Output Error: 220\n"},
+    {"output is the macro", std::string(kHead) + "OutputFile = @macro.cfg\n" + kTail, 220,
+     "The output '@macro.cfg' is the macro file of this macro and is not overwritten.\nFile Output Error: 220\n"},
+    {"output is the log", std::string(kHead) + "OutputFile = @run.log\n" + kTail, 220,
+     "The output '@run.log' is the log of this macro and is not overwritten.\nFile Output Error: 220\n"},
     {"output has too long a name", std::string(kHead) + "OutputFile = @" + std::string(300, 'n') + "\n" + kTail, 200,
      "File Output Error: 200"},
 };
@@ -218,6 +229,8 @@ TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
     program.Folder.Write("text.txt", "1 2\n2 3\nx7 4\n5 6\n");
     program.Folder.Write("folder/inside.txt", "");
     std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
+    std::filesystem::create_symlink("data.txt", program.Folder.Path("link"));
+    std::filesystem::create_hard_link(program.Folder.Path("data.txt"), program.Folder.Path("copy~"));
     chmod(program.Folder.Write("secret.txt", kData).c_str(), 0);
     MakeSocket(program.Folder.Path("socket"));
     const int status = program.RunMacroAsUser(c.Macro);
@@ -232,6 +245,7 @@ TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
     EXPECT_EQ(program.Out, "") << c.Name;
     const std::string log = LogOf(program);
     EXPECT_NE(log.find(c.LogHas), std::string::npos) << c.Name << "\n" << log;
+    EXPECT_EQ(program.Folder.Read("data.txt"), kData) << c.Name;
   }
 }
 
@@ -266,23 +280,98 @@ TEST(Macro, GoesOnWithoutALogThatFails) {
   }
 }
 
-// A form that fails in the middle of the run, as any part may that runs out of memory.
+// No input is lost to an output or a log, the one of another run of the table neither.
+TEST(Macro, NeverWritesToItsInputs) {
+  constexpr const char* kTable = "file\nfirst.txt\nSECOND.TXT\nout.txt\nstart.csv\n";
+  for (const std::string log : {"macro.cfg", "start.csv", "second.txt", "run.log"}) {
+    Program program;
+    const std::string macro = "B_MACRO\nDataFile = @%file%\nOutputFile = @%file%\nLogFile = @" + log +
+                              "\nParameterFile = @start.csv\n" + kTail;
+    for (const char* name : {"first.txt", "second.txt"}) program.Folder.Write(name, kData);
+    program.Folder.Write("start.csv", kTable);
+    EXPECT_NE(program.RunMacro(macro), 0);
+    const std::string left = program.Folder.Read("macro.cfg");
+    EXPECT_TRUE(left.starts_with("B_MACRO\nDataFile") && left.ends_with(kTail)) << log;
+    EXPECT_EQ(program.Folder.Read("start.csv"), kTable) << log;
+    EXPECT_EQ(program.Folder.Read("first.txt"), kData) << log;
+    EXPECT_EQ(program.Folder.Read("second.txt"), kData) << log;
+    const std::string role = log == "macro.cfg" ? "macro" : log == "start.csv" ? "parameter" : "data";
+    const bool refused = program.Err.find("/" + log + "' is the " + role +
+                                          " file of this macro and is not overwritten.\n") != std::string::npos;
+    EXPECT_EQ(refused, log != "run.log") << program.Err;
+  }
+}
+
+// A form that fails in the middle of the first run, as any part may that runs out of memory.
 struct FailingForm : cfgSolve {
+  bool Failed = false;
+
   std::string RequestWindows() override { return "No windows here."; }
-  void SetStatusLabel(const std::string&) override { throw std::bad_alloc(); }
+  void SetStatusLabel(const std::string&) override {
+    if (!std::exchange(Failed, true)) throw std::bad_alloc();
+  }
 };
 
 TEST(Macro, EndsInAStatusOfItsOwnWhereMemoryRunsOut) {
-  TemporaryFolder folder;
-  folder.Write("data.txt", kData);
-  std::string macro = kRunOfTheLine;
-  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;) macro.replace(at, 1, folder.Path(""));
-  Session session;
-  FailingForm form;
-  const MacroOutcome outcome = RunMacro(folder.Write("macro.cfg", macro), session, form);
-  EXPECT_FALSE(outcome.Normal);
-  EXPECT_EQ(outcome.Status, 500);
-  EXPECT_TRUE(folder.Read("run.log").ends_with("Abnormal termination\r\nExit Status 500\r\n"));
+  for (const bool table : {false, true}) {
+    TemporaryFolder folder;
+    folder.Write("data.txt", kData);
+    folder.Write("p.csv", "n\n1\n2\n");
+    std::string macro = "B_MACRO\nDataFile = @data.txt\nOutputFile = @out%n%.txt\nLogFile = @run.log\n";
+    macro += (table ? "ParameterFile = @p.csv\n" : "") + std::string(kTail);
+    for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;) macro.replace(at, 1, folder.Path(""));
+    Session session;
+    FailingForm form;
+    const MacroOutcome outcome = RunMacro(folder.Write("macro.cfg", macro), session, form);
+    EXPECT_EQ(outcome.Normal, table);
+    EXPECT_EQ(outcome.Status, 500);
+    const std::string log = folder.Read("run.log");
+    EXPECT_TRUE(log.ends_with(table ? "Normal termination\r\n" : "Abnormal termination\r\nExit Status 500\r\n")) << log;
+    if (!table) continue;
+    EXPECT_NE(log.find("There is not enough memory for this run.\r\n"), std::string::npos) << log;
+    EXPECT_NE(log.find("1: Run Failed\r\n2: Run Successful\r\n"), std::string::npos) << log;
+    EXPECT_NE(folder.Read("out2.txt").find("Model_ID"), std::string::npos);
+  }
+}
+
+TEST(Macro, EndsInOrderByASignal) {
+  for (const char* signal : {"TERM", "INT", "HUP"}) {
+    Program program;
+    program.Folder.Write("data.txt", kData);
+    std::string table = "n\n";
+    for (int run = 0; run < 100'000; ++run) table += std::to_string(run % 10) + '\n';
+    program.Folder.Write("p.csv", table);
+    // The signal comes once the log is there, and so is the program's readiness for it.
+    const std::string command = "bash -c 'set -m; \"$0\" \"$@\" & until [ -s " + program.Folder.Path("run.log") +
+                                " ]; do :; done; kill -" + signal + " $!; wait $!'";
+    const std::string macro =
+        "B_MACRO\nDataFile = @data.txt\nOutputFile = @out%n%.txt\nLogFile = @run.log\n"
+        "ParameterFile = @p.csv\n";
+    EXPECT_EQ(program.RunMacro(macro + kTail, command), 450 % 256) << signal;
+    EXPECT_TRUE(program.Err.starts_with("Exit Status 450\n")) << program.Err;
+    EXPECT_TRUE(LogOf(program).ends_with("Abnormal termination\nExit Status 450\n")) << signal;
+  }
+}
+
+// A run without standard output tells its texts to nobody, one whose listener went away goes on, and one whose files
+// may not grow says so.
+TEST(Macro, OutlivesItsListenerAndItsQuota) {
+  const std::pair<const char*, int> cases[] = {
+      {"bash -c '\"$0\" \"$@\" >&-'", 0},
+      {"bash -c '\"$0\" \"$@\" > >(exec true)'", 0},
+      {"bash -c 'ulimit -f 0; exec \"$0\" \"$@\" >/dev/null 2>/dev/null'", 230},
+  };
+  for (const auto& [shell, status] : cases) {
+    Program program;
+    program.Folder.Write("data.txt", kData);
+    const std::string macro =
+        std::string(kHead) + (status == 230 ? "LogFile = /dev/null\n" : "") + "HandShake = UseDDE\n" + kTail;
+    EXPECT_EQ(program.RunMacro(macro, shell), status) << shell;
+    if (status != 0) continue;
+    const std::string log = LogOf(program);
+    EXPECT_TRUE(log.starts_with("Opening Quorvex Macro file") && log.ends_with("Normal termination\n")) << log;
+    EXPECT_EQ(log.find("Reading data file"), std::string::npos) << log;
+  }
 }
 
 TEST(Macro, KeepsOnlyTheSummaryWhenAsked) {

@@ -1,5 +1,7 @@
 // The desktop program: what the console program does, with windows.
 
+#include <QSocketNotifier>
+#include <csignal>
 #include <cstdlib>
 
 #include "app/CommandLine.h"
@@ -52,6 +54,11 @@ class Desktop {
 int RunMacroWithWindows(const std::string& fileName, char* programName) {
   const Desktop desktop(programName, TakeBackWithoutDisplay);
   cfgSolveWindow form;
+  QSocketNotifier end(WatchForEnd(), QSocketNotifier::Read);
+  QObject::connect(&end, &QSocketNotifier::activated, &form, [&] {
+    end.setEnabled(false);
+    form.Aborted = true;
+  });
   return RunMacroMode(fileName, form);
 }
 
@@ -66,6 +73,13 @@ int RunInteractive(const CommandRequest& request, const std::string& commandLine
   QObject::connect(&requests, &FileRequests::Requested, &frame, &parentfrm::OpenRequestedFile);
   QObject::connect(&desktop.Application(), &DesktopApplication::Failed, &frame, &parentfrm::GoOnAfterFailure);
   requests.Listen();
+  // Whoever ends the program by a signal finds at the next start what was not saved.
+  QSocketNotifier end(WatchForEnd(), QSocketNotifier::Read);
+  QObject::connect(&end, &QSocketNotifier::activated, &frame, [&] {
+    end.setEnabled(false);
+    frame.Autosave();
+    std::raise(EndSignal());
+  });
   frame.show();
   return QApplication::exec();
 }
@@ -75,6 +89,7 @@ int RunInteractive(const CommandRequest& request, const std::string& commandLine
 
 int main(int argc, char** argv) {
   using namespace quorvex;
+  PrepareProcess();
   const std::vector<std::string> arguments = Arguments(argc, argv);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   const std::string commandLine = JoinedByBlanks(arguments);
