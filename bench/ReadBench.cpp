@@ -1,4 +1,4 @@
-// Reading a million rows of three columns, 17 digits each, from a mapped file (59 MB): a bare std::from_chars loop,
+// Reading a million rows of three columns, 17 digits each, from a file of 59 MB: a bare std::from_chars loop,
 // which is the least that must be done, and the reader's whole way to X, Y, SD and weights. Run one case alone
 // (--benchmark_filter) to see its peak memory in the counter.
 

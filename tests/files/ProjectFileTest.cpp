@@ -282,6 +282,13 @@ TEST(ProjectFile, ReadsOlderVersionsAndComputesWhatTheyLack) {
   for (const bool several : {false, true}) {
     Project project = several ? SeveralVariablesProject(LocaleText()) : OneVariableProject(LocaleText());
     project.Sheet.Formats[1] = ColumnFormat();  // what older formats lack is as by default
+    if (!several) {
+      // Of the coefficients that are held a search counts none, and a linear solve, which holds none, all.
+      project.Models.Find("a*x+b")->SetConstant(2, 0);
+      ModelClass& held = AddUserModel(project, {"Held", {"a*x+b"}, "", {{"Value", "1", ""}, {"Value", "0.5", ""}}});
+      held.SetConstant(2, 0);
+      Fit(held, PointsOf(project), 0);
+    }
     for (const char* version : {"8.2", "8.1", "8.0", "7.2", "7.1", "7.0", "6.1", "6.0", "5.2", "5.1", "5.0"}) {
       SCOPED_TRACE(version);
       const Project back = Read(AsVersion(project, version));
@@ -383,6 +390,35 @@ TEST(ProjectFile, SurvivesShuffledLinesAndFlippedBytes) {
   for (int i = 0; i < 20000; ++i) noise += static_cast<char>(random());
   ExpectReadOrRefused(noise);
   ExpectReadOrRefused(text.substr(0, text.find("E_HEADER")) + noise);
+}
+
+// The flags and counts of a record behind "B_EQUATIONCLASS": description, 10 lines, id, UserType, 4 flags, SolveType,
+// 11 statistics, and the coefficients with 5 fields each.
+TEST(ProjectFile, RefusesARecordThatFitsNoModel) {
+  const std::vector<std::string> fields = FieldsOf(ProjectText(OneVariableProject(LocaleText())));
+  const auto refuses = [&](std::size_t at, const std::string& field, std::size_t dropped = 0) {
+    std::vector<std::string> changed = fields;
+    changed[at] = field;
+    const auto behind = changed.begin() + static_cast<std::ptrdiff_t>(at + 1);
+    changed.erase(behind, behind + static_cast<std::ptrdiff_t>(dropped));
+    return !ParseProject(Joined(changed), "p.qvx", {});
+  };
+  std::size_t records = 0;
+  for (std::size_t at = 0; at < fields.size(); ++at) {
+    if (fields[at] == "\"B_INTERPOLATIONCLASS\"\r\n") {
+      const std::size_t count = at + 7;
+      EXPECT_TRUE(refuses(count, "-1\r\n", 3 * std::stoul(fields[count])));
+    }
+    if (fields[at] != "\"B_EQUATIONCLASS\"\r\n") continue;
+    ++records;
+    EXPECT_TRUE(refuses(at + 13, fields[at + 13] == "#TRUE#\r\n" ? "#FALSE#\r\n" : "#TRUE#\r\n"));
+    const std::size_t coefficients = std::stoul(fields[at + 30]), sweep = at + 31 + 5 * coefficients;
+    const std::size_t sweeps = coefficients * std::stoul(fields[sweep]), points = sweep + 1 + sweeps;
+    EXPECT_TRUE(refuses(sweep, "-1\r\n", sweeps));
+    EXPECT_TRUE(refuses(points, "-1\r\n", 2 * std::stoul(fields[points])));
+    EXPECT_FALSE(refuses(points, fields[points]));
+  }
+  EXPECT_EQ(records, 2u);
 }
 
 TEST(ProjectFile, TrustsNoCount) {
