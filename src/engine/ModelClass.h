@@ -172,7 +172,8 @@ class ModelClass : public SeriesStyle {
   bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
                           double* const* dyda);
   // After a DifferentiateBlock that succeeded, of the same n points: computes numerical derivatives anew for the
-  // coefficients in which the model is linear, with a step so wide that the rounding of the model's values doesn't show.
+  // coefficients in which the model is linear, with a step so wide that the rounding of the model's values doesn't
+  // show.
   void SharpenDerivatives(std::size_t n, double* const* dyda);
 
   // Initial estimates from linearisation, rules or, failing these, 1.0. True unless it had to fall back on 1.0.

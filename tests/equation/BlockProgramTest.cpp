@@ -169,6 +169,24 @@ TEST(BlockProgram, LeavesToThePointPathWhatDependsOnOtherPoints) {
     EXPECT_EQ(BlockProgram(Parser(Dialect::OneVariable, {}).Compile(lines)).Supported(), supported) << lines[0];
 }
 
+TEST(BlockProgram, KnowsTheCoefficientsInWhichAModelIsLinear) {
+  const struct {
+    const char *Text, *Linear;  // the letters of the coefficients in which it is
+  } cases[] = {{"a*x+b", "ab"},     {"-(a-b)*x/c", "ab"},   {"a*a*x+b", "b"},
+               {"a*(b+a)*x", "b"},  {"a/b", "a"},           {"exp(a*x)+b", "b"},
+               {"a^1*b", "b"},      {"(a>x)+b", "b"},       {"x*(a+x*(b+c))", "abc"},
+               {"if(x>0,a,b)", ""}, {"a*b+b*c+c*a", "abc"}, {"not a+b", ""}};
+  for (const auto& c : cases) {
+    Parser parser(Dialect::OneVariable, LocaleText());
+    const Expression expression = parser.Compile({c.Text});
+    const BlockProgram program(expression);
+    std::string linear;
+    for (std::size_t i = 0; i < expression.CoefficientNames.size(); ++i)
+      if (program.LinearIn(i)) linear += expression.CoefficientNames[i];
+    EXPECT_EQ(linear, c.Linear) << c.Text;
+  }
+}
+
 TEST(BlockDot, SumsInItsDocumentedOrder) {
   for (std::size_t n : {0u, 1u, 7u, 8u, 13u, 256u}) {
     std::vector<double> a(n), b(n);
