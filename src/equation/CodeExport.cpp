@@ -7,7 +7,9 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "equation/CodeNames.h"
 #include "equation/DataWordValue.h"
+#include "equation/ExportNotes.h"
 #include "equation/GenerateInfix.h"
 #include "equation/GenerateTextInfix.h"
 
@@ -18,21 +20,23 @@ constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul",
 
 // What the two languages write differently around the same lines.
 struct Language {
-  std::string_view FunctionOpen, One, Several;  // of the first line
+  std::string_view FunctionOpen, Before, ArrayMark, Behind;  // of the first line, around the names
   std::string_view RuleAbove, RuleBelow, Comment;
-  std::string_view Array;
+  std::string_view IndexOpen, IndexClose;
   std::string_view BodyOpen;  // a line of its own, if any
   std::string_view Constant, Is, ConstantEnd;
   std::string_view Variable, VariableEnd;
 };
 
 constexpr Language kBasic = {"public function ",
-                             "(x as double) as double",
-                             "(x() as double) as double",
+                             "(",
+                             "()",
+                             " as double) as double",
                              "'---------------------------------------------------------------",
                              "'---------------------------------------------------------------",
                              "'",
-                             "array x(), where x(1) = x1, et.",
+                             "(",
+                             ")",
                              "",
                              "    const ",
                              " as double = ",
@@ -40,12 +44,14 @@ constexpr Language kBasic = {"public function ",
                              "dim ",
                              " as double"};
 constexpr Language kC = {"double ",
-                         "(double x)",
-                         "(double x[])",
+                         "(double ",
+                         "[]",
+                         ")",
                          "/*--------------------------------------------------------------*",
                          " *--------------------------------------------------------------*/",
                          "",
-                         "array x[], where x[1] = x1, et.",
+                         "[",
+                         "]",
                          "{",
                          "    double ",
                          " = ",
@@ -76,7 +82,11 @@ std::string VersionText() {
 class SourceText {
  public:
   SourceText(const CodeExport& model, ExprType language, std::string_view name)
-      : model_(model), inC_(language == ExprType::C), language_(inC_ ? kC : kBasic), name_(name) {
+      : model_(model),
+        inC_(language == ExprType::C),
+        language_(inC_ ? kC : kBasic),
+        names_(NamesFor(model.Compiled, language, name)),
+        notes_(CodeNotes(model.Compiled, language)) {
     several_ = std::ranges::any_of(model.Compiled.ExprTokens, [](const ExprToken& token) {
       return token.Type == TokenKind::IndependentVariable && token.Code != 0;
     });
@@ -90,7 +100,10 @@ class SourceText {
       WriteCPrototypes(FnList_, text_);
       if (!text_.ends_with("\r\n\r\n")) Line();
     }
-    Line(std::string(language_.FunctionOpen) + name_ + std::string(several_ ? language_.Several : language_.One));
+    std::string first(language_.FunctionOpen);
+    first.append(names_.Function).append(language_.Before).append(names_.X);
+    if (several_) first += language_.ArrayMark;
+    Line(first.append(language_.Behind));
     Header(created);
     Body();
     inC_ ? WriteCLibrary(FnList_, text_) : WriteBasicLibrary(FnList_, text_);
@@ -120,9 +133,14 @@ class SourceText {
     Comment("This function returns a predicted f(x) value");
     if (several_) {
       Comment("The independent variables x1, x2, .. xn are passed in the");
-      Comment(language_.Array);
+      const std::string array = names_.X + std::string(language_.IndexOpen);
+      const std::string close(language_.IndexClose);
+      Comment("array " + array + close + ", where " + array + "1" + close + " = x1, et.");
     }
     Comment("for the function " + GenerateTextInfix(model_.Compiled, model_.Values, model_.Locale, 1, 0));
+    for (const auto& [name, written] : names_.Changed)
+      Comment("The name " + name + " is taken, so it is written " + written + ".");
+    for (const std::string& note : notes_) Comment(note);
     Line();
     Comment("Regression Statistics:");
     Comment("R2 = " + GeneralNumber(model_.R2));
@@ -136,18 +154,17 @@ class SourceText {
 
   void Body() {
     if (!language_.BodyOpen.empty()) Line(language_.BodyOpen);
-    for (std::size_t i = 0; i < model_.Values.size(); ++i)
-      Constant(model_.Compiled.CoefficientNames[i], model_.Values[i]);
+    for (std::size_t i = 0; i < model_.Values.size(); ++i) Constant(names_.Coefficients[i], model_.Values[i]);
     DataWords();
-    Variable("result");
+    Variable(names_.Result);
     for (const ExprToken& token : model_.Compiled.ExprTokens)
       if (token.Type == TokenKind::SaveSupport) Variable("F" + std::to_string(token.Code));
     for (const std::string& statement : statements_) Line("    " + statement);
     if (inC_) {
-      Line("    return result;");
+      Line("    return " + names_.Result + ";");
       Line("}");
     } else {
-      Line(name_ + " = result");
+      Line(names_.Function + " = " + names_.Result);
       Line();
       Line("end function");
     }
@@ -174,7 +191,8 @@ class SourceText {
   const CodeExport& model_;
   const bool inC_;
   const Language& language_;
-  const std::string name_;
+  const CodeNames names_;
+  const std::vector<std::string> notes_;
   bool several_ = false;
   std::vector<std::string> statements_, FnList_;
   std::string text_;

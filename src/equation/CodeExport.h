@@ -25,8 +25,8 @@ struct CodeExport {
 // needs. Of a model of several variables it takes an array whose index 1 is x1. Lines end with NL. Numbers have a
 // decimal point, whatever the locale.
 //
-// The C text is C99. The words that stand for statistics of the data are constants beside the coefficients. Names are
-// written as the model has them: a coefficient called like a word of the target language is the user's to rename.
+// The C text is C99. The words that stand for statistics of the data are constants beside the coefficients. Names that
+// clash are changed (NamesFor), which a comment tells, as it tells where values differ from the program's (CodeNotes).
 std::string FunctionSource(const CodeExport& model, ExprType language, std::string_view name, const std::tm& created);
 
 // A name for a function from the name of the file that it goes to: without folder and extension, "_" for what no name

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/NumberText.h"
+#include "equation/CodeNames.h"
 #include "equation/RenderPostfix.h"
 
 namespace quorvex {
@@ -37,10 +38,11 @@ constexpr std::array kCOperators = {
     COperator{kImp, "(Unsupported C Function: imp)", {}, {}},
 };
 
-// A part of the code, and whether it is an int in C, where 1 / 2 would be 0.
+// A part of the code.
 struct Part {
   std::string Text;
-  bool Integer = false;
+  bool Integer = false;  // an int in C, where 1 / 2 would be 0
+  bool Unary = false;    // begins with a sign or Not, which binds more loosely than "^" in BASIC
 };
 
 class Generator {
@@ -50,6 +52,7 @@ class Generator {
       : expression_(expression),
         inC_(language == ExprType::C),
         language_(language),
+        names_(NamesFor(expression, language)),
         locale_(locale),
         InFixList_(InFixList),
         FnList_(FnList) {}
@@ -58,18 +61,18 @@ class Generator {
     switch (token.Type) {
       case TokenKind::IndependentVariable:
         if (token.Code == 0) return {token.Name};
-        return {(inC_ ? "x[" : "x(") + std::to_string(token.Code) + (inC_ ? "]" : ")")};
+        return {names_.X + (inC_ ? "[" : "(") + std::to_string(token.Code) + (inC_ ? "]" : ")")};
       case TokenKind::Literal:
         return Literal(token);
       case TokenKind::Unary:
-        if (token.Code == kNegate) return {"-(" + operands[0].Text + ")", operands[0].Integer};
-        return {(inC_ ? "!(" : "Not(") + operands[0].Text + ")", true};
+        if (token.Code == kNegate) return {"-(" + operands[0].Text + ")", operands[0].Integer, true};
+        return {(inC_ ? "!(" : "Not(") + operands[0].Text + ")", true, true};
       case TokenKind::Binary:
         return Binary(token, operands[0], operands[1]);
       case TokenKind::Function:
         return Call(token.Code == kEndIfCode ? "if" : token.Name, operands);
       case TokenKind::Coefficient:  // as it is declared: one coefficient may be spelled in several ways
-        return {expression_.CoefficientNames[static_cast<std::size_t>(token.Index - 1)]};
+        return {names_.Coefficients[static_cast<std::size_t>(token.Index - 1)]};
       case TokenKind::SaveSupport:
         State(SupportName(token), operands[0].Text);
         return {SupportName(token)};
@@ -79,6 +82,8 @@ class Generator {
         return {token.Name};
     }
   }
+
+  const CodeNames& Names() const { return names_; }
 
   void State(const std::string& name, const std::string& value) {
     InFixList_.push_back(name + " = " + value + (inC_ ? ";" : ""));
@@ -98,8 +103,10 @@ class Generator {
     return {std::move(text), isInt};
   }
 
+  static std::string Operand(const Part& part) { return part.Unary ? "(" + part.Text + ")" : part.Text; }
+
   Part Binary(const ExprToken& token, const Part& left, const Part& right) const {
-    if (!inC_) return {"(" + left.Text + " " + token.Name + " " + right.Text + ")"};
+    if (!inC_) return {"(" + Operand(left) + " " + token.Name + " " + Operand(right) + ")"};
     const COperator& form = kCOperators[static_cast<std::size_t>(token.Code - 1)];
     if (form.Middle.empty()) return {std::string(form.Open)};
     const bool arithmetic = token.Code >= kPower && token.Code <= kMod;
@@ -125,6 +132,7 @@ class Generator {
   const Expression& expression_;
   const bool inC_;
   const ExprType language_;
+  const CodeNames names_;
   const LocaleText& locale_;
   std::vector<std::string>&InFixList_, &FnList_;
 };
@@ -137,7 +145,7 @@ void GenerateInfix(const Expression& expression, ExprType language, const Locale
   const Part result = RenderPostfix<Part>(
       expression.ExprTokens,
       [&](const ExprToken& token, std::span<const Part> operands) { return generator.Render(token, operands); });
-  generator.State("result", result.Text);
+  generator.State(generator.Names().Result, result.Text);
 }
 
 }  // namespace quorvex

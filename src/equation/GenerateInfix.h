@@ -15,9 +15,9 @@ namespace quorvex {
 //
 // FnList gets the words of the functions that must come with the code (CodeLibrary.h), in order of first need.
 //
-// Where the languages part: comparisons are 1 in C and -1 in the program, "\" divides and "mod" takes the remainder
-// without rounding to integers there, "xor" asks for comparisons as operands, and "eqv" and "imp" leave a marker text
-// that does not compile. Both branches of an "if" are computed.
+// The names are those of NamesFor. Where the languages part: what CodeNotes tells; "xor" asks for comparisons as
+// operands in C, and "eqv" and "imp" leave a marker text there that does not compile. Both branches of an "if" are
+// computed.
 void GenerateInfix(const Expression& expression, ExprType language, const LocaleText& locale,
                    std::vector<std::string>& InFixList, std::vector<std::string>& FnList);
 

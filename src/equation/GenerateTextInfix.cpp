@@ -1,6 +1,7 @@
 #include "equation/GenerateTextInfix.h"
 
 #include <array>
+#include <vector>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
@@ -15,24 +16,60 @@ std::string ValueOf(std::string_view name, const Expression& expression, std::sp
   return LocalizeExpression(GeneralNumber(Values[i]), locale);
 }
 
+// A token of a line as it is to be written.
+struct Piece {
+  std::string Text;
+  bool IsValue = false;  // a number in the place of a coefficient
+};
+
+bool IsWordCharacter(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+// Whether a number ends within an exponent, to which a sign behind it would belong.
+bool HasExponent(const std::string& text, char decimalSeparator) {
+  const bool isNumber =
+      !text.empty() && ((text[0] >= '0' && text[0] <= '9') || text[0] == '-' || text[0] == decimalSeparator);
+  return isNumber && text.find_first_of("eE") != std::string::npos;
+}
+
+// A value whose sign would go to the whole power, or whose exponent would take the sign behind it, gets parentheses;
+// tokens that would read as one get a blank between them.
+std::string Joined(const std::vector<Piece>& line, char decimalSeparator) {
+  std::string text;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const std::string& piece = line[i].Text;
+    const std::string next = i + 1 < line.size() ? line[i + 1].Text : "";
+    const bool signFollows = (next == "+" || next == "-") && HasExponent(piece, decimalSeparator);
+    if (line[i].IsValue && (signFollows || (next == "^" && piece.starts_with('-')))) {
+      text += "(" + piece + ")";
+      continue;
+    }
+    text += piece;
+    if (signFollows || (!next.empty() && IsWordCharacter(piece.back()) && IsWordCharacter(next[0]))) text += ' ';
+  }
+  return text;
+}
+
 }  // namespace
 
 std::string GenerateTextInfix(const Expression& expression, std::span<const double> Values, const LocaleText& locale,
                               int ReplaceOption, int AppendParameters) {
-  std::array<std::string, 10> lines;  // by owner
+  std::array<std::vector<Piece>, 10> lines;  // by owner
   for (const SourceToken& token : expression.SourceTokens) {
-    std::string& line = lines[static_cast<std::size_t>(token.Owner)];
-    if (!token.Text.starts_with('~')) {
-      line += token.Text;
-    } else {
-      const std::string name = token.Text.substr(1);
-      line += ReplaceOption == 0 ? ValueOf(name, expression, Values, locale) : name;
-    }
+    std::vector<Piece>& line = lines[static_cast<std::size_t>(token.Owner)];
+    if (!token.Text.starts_with('~'))
+      line.push_back({token.Text});
+    else if (ReplaceOption == 0)
+      line.push_back({ValueOf(token.Text.substr(1), expression, Values, locale), true});
+    else
+      line.push_back({token.Text.substr(1)});
   }
 
-  std::string text = "Y = " + lines[0];
+  std::string text = "Y = " + Joined(lines[0], locale.DecimalSeparator);
   for (std::size_t n = 1; n < lines.size(); ++n)
-    if (!lines[n].empty()) text.append(NL) += "F" + std::to_string(n) + " = " + lines[n];
+    if (!lines[n].empty())
+      text.append(NL) += "F" + std::to_string(n) + " = " + Joined(lines[n], locale.DecimalSeparator);
   if (AppendParameters != 0) {
     text += NL;
     for (const std::string& name : expression.CoefficientNames)

@@ -2,6 +2,7 @@
 
 #include "core/Files.h"
 #include "engine/WriteFunction.h"
+#include "equation/ExportNotes.h"
 #include "equation/GenerateExcelInfix.h"
 
 namespace quorvex {
@@ -37,6 +38,12 @@ bool CopyExcelFormula(const ModelClass& model, std::string_view column, std::str
   clipboard.SetText(*formula);
   user.Inform(std::string(kExcelHelp));
   return true;
+}
+
+std::string ExcelNotes(const ModelClass& model) {
+  std::string text;
+  for (const std::string& note : SpreadsheetNotes(model.Compiled())) text += (text.empty() ? "" : "\n") + note;
+  return text;
 }
 
 bool ExportCode(const ModelClass& model, ExprType language, Prompter& user) {

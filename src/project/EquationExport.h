@@ -26,6 +26,9 @@ std::string EquationText(const ModelClass& model, const EquationTextOptions& opt
 bool CopyExcelFormula(const ModelClass& model, std::string_view column, std::string_view row, bool XInColumns,
                       Clipboard& clipboard, Prompter& user);
 
+// Where the formula's values part from the program's, a line each; "" for most models.
+std::string ExcelNotes(const ModelClass& model);
+
 // Writes the model as a function in that language to a file that the user names. False where nothing was written.
 bool ExportCode(const ModelClass& model, ExprType language, Prompter& user);
 

@@ -10,6 +10,7 @@
 #include "equation/CodeExport.h"
 #include "equation/Compile.h"
 #include "equation/Evaluator.h"
+#include "equation/ExportNotes.h"
 
 namespace quorvex {
 namespace {
@@ -58,6 +59,45 @@ TEST(FunctionSource, DatesItselfInEnglishOnATwelveHourClock) {
               std::string::npos)
         << text;
   }
+}
+
+// In BASIC case makes no difference to a name.
+TEST(FunctionSource, ChangesNamesThatClashInBasic) {
+  const std::string text =
+      Source(Compile({"Result*x1+X*x2+dim"}, Dialect::SeveralVariables), {1, 2, 3}, ExprType::Basic, "x");
+  for (const char* line :
+       {"public function x_2(x_1() as double) as double\r\n", "'array x_1(), where x_1(1) = x1, et.\r\n",
+        "'The name x is taken, so it is written x_1.\r\n'The name result is taken, so it is written result_1.\r\n",
+        "    const Result as double = 1\r\n    const X as double = 2\r\n    const dim_1 as double = 3\r\n",
+        "    result_1 = (((Result * x_1(1)) + (X * x_1(2))) + dim_1)\r\nx_2 = result_1\r\n"})
+    EXPECT_NE(text.find(line), std::string::npos) << line << text;
+}
+
+TEST(ExportNotes, TellWhereValuesPart) {
+  const struct {
+    const char* Text;
+    std::size_t InC, InBasic, InSpreadsheets;
+  } kCases[] = {{"a*x", 0, 0, 0},
+                {"a*(x>1)", 1, 0, 1},
+                {"x>a", 1, 0, 1},
+                {"(x>1)*(x<a)", 1, 0, 1},
+                {"if(x>1,a,x)", 0, 0, 0},
+                {"if(x,a,x)", 0, 0, 0},
+                {"if(x>1 and not x=a,a,x)", 0, 0, 1},
+                {"if(x and 4,a,1)", 1, 0, 2},
+                {"a+(x xor 1)", 1, 0, 1},
+                {"max(x>1,a)", 1, 0, 1},
+                {"x\\a+x mod 2", 1, 0, 1},
+                {"arcsec(x)+a*arccotan(x)", 0, 2, 0}};
+  for (const auto& c : kCases) {
+    const Expression model = Compile({c.Text});
+    EXPECT_EQ(CodeNotes(model, ExprType::C).size(), c.InC) << c.Text;
+    EXPECT_EQ(CodeNotes(model, ExprType::Basic).size(), c.InBasic) << c.Text;
+    EXPECT_EQ(SpreadsheetNotes(model).size(), c.InSpreadsheets) << c.Text;
+  }
+  EXPECT_NE(Source(Compile({"arcsec(x)*a"}), {1}, ExprType::Basic, "f")
+                .find("'The function arcsec has other values here than in Quorvex.\r\n"),
+            std::string::npos);
 }
 
 TEST(FunctionName, IsAllowedInBothLanguages) {
@@ -121,6 +161,17 @@ const struct {
     {"erf(x)+erfc(x/2)*a", {-0.5, 2}},
 };
 
+constexpr std::pair<const char*, const char*> kClashes[] = {
+    {"double*x1+for*x2+result*f1", "curve"},
+    {"result*x1+result_1*x2+x*f1^1", "result"},
+    {"maximum*x1+pow*x2+trunc*x3^1+max(x1,0)-x1+fix(x1)-x1", "exp"},
+    {"a*x1+b*x2+c*x3", "if"},
+    {"a*x1+b*x2+c*x3", "x"},
+    {"a*x1+b*x2+c*x3", "sinf"},
+    {"a*x1+b*x2+c*x3", "printf"},
+    {"a*x1+b*x2+c*x3", "main"},
+    {"a*x1+b*x2+c*f1", "F1"}};
+
 // Compiles the exported functions with a C compiler, every warning an error, and runs them.
 TEST(FunctionSource, GivesCThatComputesWhatTheProgramDoes) {
   const TemporaryFolder folder;
@@ -158,6 +209,19 @@ TEST(FunctionSource, GivesCThatComputesWhatTheProgramDoes) {
   calls += "  { double x[] = {0, 2, 3, 5}; printf(\"%.17g\\n\", several(x)); }\n";
   expected.push_back(1.5 * 2 + 0.75 * 3 / 5);
   labels.push_back("several variables");
+  // Names that clash with the export's own, with C's or with the variable: what they are is x1 + 2*x2 + 3*x3.
+  for (const auto& [text, function] : kClashes) {
+    const Expression model = Compile({text, "x3*1"}, Dialect::SeveralVariables);
+    const std::string source = Source(model, {1, 2, 3}, ExprType::C, function);
+    std::smatch found;
+    ASSERT_TRUE(std::regex_search(source, found, std::regex("\ndouble (\\w+)\\(double \\w+\\[\\]\\)")));
+    sources += " " + folder.Write("clash" + std::to_string(++number) + ".c", source);
+    declarations += "double " + found[1].str() + "(double x[]);\n";
+    calls += "  { double x[] = {0, 2, 3, 5}; printf(\"%.17g\\n\", " + found[1].str() + "(x)); }\n";
+    expected.push_back(2 + 2 * 3 + 3 * 5);
+    labels.push_back(text + std::string(" in ") + function);
+    EXPECT_NE(source.find(" is taken, so it is written "), std::string::npos) << labels.back();
+  }
   sources += " " + folder.Write("main.c", declarations + "int main(void) {\n" + calls + "  return 0;\n}\n");
 
   const std::string program = folder.Path("models");

@@ -67,7 +67,10 @@ const struct {
     {{"a*X-XMean"}, "result = ((a * x) - xmean)", "result = ((a * x) - xmean);"},
     // Whole numbers must not divide, or overflow, as integers of C do; a leading 0 would make them octal.
     {{"x^(1/2)"}, "result = (x ^ (1 / 2))", "result = (pow(x , ((double)1 / 2)));"},
-    {{"-1/2*x"}, "result = ((-(1) / 2) * x)", "result = (((double)-(1) / 2) * x);"},
+    // A sign binds more loosely than a power in BASIC, and Not than everything.
+    {{"(-x)^2+2^-x"}, "result = (((-(x)) ^ 2) + (2 ^ (-(x))))", "result = ((pow(-(x) , 2)) + (pow(2 , -(x))));"},
+    {{"(not x)+a"}, "result = ((Not(x)) + a)", "result = (!(x) + a);"},
+    {{"-1/2*x"}, "result = (((-(1)) / 2) * x)", "result = (((double)-(1) / 2) * x);"},
     {{"(1<x)+1"}, "result = ((1 < x) + 1)", "result = ((double)(1 < x) + 1);"},
     {{"010+x*2147483648"}, "result = (010 + (x * 2147483648))", "result = (010.0 + (x * 2147483648.0));"},
     {{"1.2.3+x+(1.5E+3)"}, "result = ((0 + x) + 1.5E+3)", "result = ((0 + x) + 1.5E+3);"},

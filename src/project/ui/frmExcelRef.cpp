@@ -43,6 +43,13 @@ frmExcelRef::frmExcelRef(QWidget* parent, const ModelClass& model)
     rows->addRow(optColumns);
     rows->addRow(optRows);
   }
+  if (const std::string notes = ExcelNotes(model); !notes.empty()) {
+    auto* lblNotes = new QLabel(QString::fromStdString(notes), this);
+    lblNotes->setObjectName("lblNotes");
+    lblNotes->setTextFormat(Qt::PlainText);
+    lblNotes->setWordWrap(true);
+    rows->addRow(lblNotes);
+  }
   rows->addRow(buttons);
   setMinimumWidth(400);
 }
