@@ -162,6 +162,8 @@ const Case kCases[] = {
      "Warning: 'Assign a = 1, Fit=True' is ignored: it is no Assign statement\n"
      "Warning: 'Assign a = 1; Operator = Value; Fit = True' is ignored: lists are separated by ',' here\n"
      "Warning: 'Assign q=1,Operator=Value,Fit=True' is ignored: the model has no coefficient 'q'\nSetting"},
+    {"integers out of range", std::string(kHead) + "MaxIterations = -40000\nUnchangedIterations = 32768\n" + kTail, 0,
+     "Setting maximum number of iterations to 250\nSetting number of unchanged iterations to 10\n"},
     {"joined words", std::string(kHead) + "B_MODEL\nY = a+b*x mod 4\nE_MODEL\n" + kTail, 0,
      "Warning: the model line 'Y = a+b*x mod 4' is read without its blanks, which joins two words; put word operators "
      "in parentheses, as in (a) mod (b)\n"},
@@ -372,6 +374,33 @@ TEST(Macro, OutlivesItsListenerAndItsQuota) {
     EXPECT_TRUE(log.starts_with("Opening Quorvex Macro file") && log.ends_with("Normal termination\n")) << log;
     EXPECT_EQ(log.find("Reading data file"), std::string::npos) << log;
   }
+}
+
+// A form that asks for the end of the run while its second model is solved.
+struct AbortingForm : cfgSolve {
+  std::string RequestWindows() override { return "No windows here."; }
+  void SetStatusLabel(const std::string& text) override { Aborted |= text == "Solving Model 2UserModel"; }
+};
+
+TEST(Macro, EndsAllRunsWhereItIsAborted) {
+  TemporaryFolder folder;
+  folder.Write("data.txt", kData);
+  folder.Write("p.csv", "start\n1\n2\n");
+  std::string macro = std::string(kHead) +
+                      "ParameterFile = @p.csv\nMissingData = %start%NA\nB_MODEL\nY = a+b*x\nE_MODEL\n" +
+                      "B_MODEL\nY = a+b*x^2\nE_MODEL\nB_MODEL\nY = a+b*x^3\nE_MODEL\nE_MACRO\n";
+  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;) macro.replace(at, 1, folder.Path(""));
+  Session session;
+  AbortingForm form;
+  const MacroOutcome outcome = RunMacro(folder.Write("macro.cfg", macro), session, form);
+  EXPECT_FALSE(outcome.Normal);
+  EXPECT_EQ(outcome.Status, 450);
+  const std::string log = folder.Read("run.log");
+  EXPECT_EQ(log.find("3UserModel"), std::string::npos) << log;
+  EXPECT_EQ(log.find("Beginning Run: 2"), std::string::npos) << log;
+  EXPECT_NE(log.find("\r\nSOLUTION PROCESS ABORTED BY USER.\r\nLog Summary:\r\n"), std::string::npos) << log;
+  EXPECT_TRUE(log.ends_with("Abnormal termination\r\nExit Status 450\r\n")) << log;
+  EXPECT_EQ(folder.Read("out.txt"), "");
 }
 
 TEST(Macro, KeepsOnlyTheSummaryWhenAsked) {

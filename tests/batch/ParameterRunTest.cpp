@@ -6,6 +6,7 @@
 
 #include "batch/ParameterFile.h"
 #include "batch/Program.h"
+#include "files/ProjectFile.h"
 
 namespace quorvex {
 namespace {
@@ -155,6 +156,40 @@ TEST(ParameterRun, KeepsTheLastApplicationOfAnAssignWithSeveralParameters) {
   EXPECT_NE(ShortLog(program).find("Assigning %v% = '3\nAssigning %flag% = 'False\n"), std::string::npos);
 }
 
+TEST(ParameterRun, PutsValuesInOnceAndWithinBounds) {
+  Program program;
+  program.Folder.Write("data.txt", "1 2\n2 4\n3 6.5\n4 8\n");
+  std::string names = "p,q", once = "<%P%>,%p%", doubled = "%q%%Q%,%c0%%c0%";
+  for (int i = 0; i < 30; ++i) {
+    const std::string next = "%c" + std::to_string(i + 1) + "%";
+    names += ",c" + std::to_string(i);
+    once += ",1";
+    doubled += "," + next + next;
+  }
+  program.Folder.Write("p.csv", names + "\n" + once + "\n" + doubled + "\n" + once + "\n");
+  EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\n"
+                             "Comment = [%p%][%q%]\nParameterFile = @p.csv\nB_MODEL\nY=a*x+b\nE_MODEL\nE_MACRO\n"),
+            80);
+  EXPECT_NE(program.Folder.Read("out.txt").find("        [<%P%>][%p%]\r\n"), std::string::npos);
+  const std::string log = ShortLog(program);
+  EXPECT_NE(log.find("The parameters make Comment longer than 100000 characters.\n"), std::string::npos);
+  EXPECT_NE(log.find("1: Run Successful\n2: Run Failed\n3: Run Successful\n"), std::string::npos);
+}
+
+TEST(ParameterRun, TurnsToAProjectWithoutReadingAgain) {
+  Program program;
+  program.Folder.Write("data.txt", "4 8\n1 2\n3 6.5\n2 4\n");
+  program.Folder.Write("p.csv", "form,out\nstructured,out.txt\nquorvex,out.qvx\n");
+  ASSERT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @%out%\nOutputFormat = %form%\n"
+                             "LogFile = @run.log\nParameterFile = @p.csv\nB_MODEL\nY=a*x+b\nE_MODEL\nE_MACRO\n"),
+            0);
+  EXPECT_NE(ShortLog(program).find("Input parameters unchanged\n"), std::string::npos);
+  const Result<Project> project = ReadProject(program.Folder.Path("out.qvx"), {});
+  ASSERT_TRUE(project) << project.error();
+  EXPECT_EQ(project->Sheet.Cells.GridCellNumber(1, 1), 4);
+  EXPECT_EQ(project->Sheet.Cells.GridCellNumber(4, 2), 4);
+}
+
 TEST(ParameterRun, EndsOnATableThatCannotBeRead) {
   for (const char* table : {"", "a,b\n1\n"}) {
     Program program;
@@ -236,7 +271,7 @@ TEST(SpreadsheetLayout, HoldsTheSameInCells) {
   ASSERT_EQ(
       program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nOutputFormat = Spreadsheet\n"
                        "Comment = two\nComment = lines\nOutputDelimit = Semicolon\nWeighted = True\n"
-                       "TableOutput = DataFile, CalcData, MinMaxError\nB_MODEL\nID = held\nF1=a*x\nY=F1+b\n"
+                       "TableOutput = DataFile, CalcData, ErrorData, MinMaxError\nB_MODEL\nID = held\nF1=a*x\nY=F1+b\n"
                        "Assign a = 2, Operator = value, Fit = False\nAssign b = 1, Operator = value, Fit = False\n"
                        "E_MODEL\nE_MACRO\n"),
       0);
@@ -256,7 +291,7 @@ TEST(SpreadsheetLayout, HoldsTheSameInCells) {
             "Standard_Error_of_the_Estimate;0.666666666666667\n"
             "Coefficient_of_Multiple_Determination_(R^2);0.8676\nProportion_of_Variance_Explained;86.76%\n"
             "Adjusted_coefficient_of_multiple_determination_(Ra^2);0.8235\nDurbin-Watson_statistic;1\n"
-            "Y_Calc\n3\n5\n7\nMin_Residual;Max_Residual\n0;2\n");
+            "Y_Calc;Y_Error\n3;0\n5;0\n7;2\nMin_Residual;Max_Residual\n0;2\n");
 }
 
 }  // namespace

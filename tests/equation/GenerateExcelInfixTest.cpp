@@ -22,6 +22,14 @@ std::string Excel(const Expression& model, const std::vector<double>& Values = {
   return formula ? *formula : formula.error();
 }
 
+// A cell holds 32,767 characters behind the "=": 2 for x, 6 for each "( + 1)", 11 for the last term.
+TEST(GenerateExcelInfix, FitsACell) {
+  std::string text = "x";
+  for (int i = 0; i < 5459; ++i) text += "+1";
+  EXPECT_EQ(Excel(Compile({text + "+100000"})).size(), 32768u);
+  EXPECT_EQ(Excel(Compile({text + "+1000000"})), "An error occurred exporting the Excel function.");
+}
+
 TEST(GenerateExcelInfix, WritesOperatorsAndOperands) {
   const struct {
     std::vector<std::string> Lines;
