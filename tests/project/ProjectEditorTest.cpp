@@ -313,6 +313,11 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
         [&] { EditHeader(edit, upTo(columns)); },
         [&] { FormatDefault(edit); },
         [&] { FormatCells(edit, [&](const std::string&) { return std::optional(text()); }); },
+        [&] {  // an import, which brings cells and may bring names
+          edit.PushUndo("&Undo Import", edit.WholeSheet());
+          p.Document.Sheet.Cells.SetGridCellNumber(upTo(12), upTo(columns), 7);
+          p.Document.Sheet.Headers[upTo(columns) - 1] = text();
+        },
     };
     std::vector<std::string> contents;
     for (int step = 0; step < 60; ++step) {
@@ -323,7 +328,7 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
       p.User.Answer = random() % 2 == 0;
       const std::string before = Content(p.Document);
       const std::size_t known = p.Editor.UndoHistory().size();
-      kSteps[step < 20 ? random() % 4 : random() % 13]();
+      kSteps[step < 20 ? random() % 4 : random() % 14]();
       const std::size_t now = p.Editor.UndoHistory().size();
       ASSERT_LE(now, known + 1);
       if (now > known) contents.push_back(before);
