@@ -236,7 +236,8 @@ TEST_F(PlotViewTest, PrintsOnOnePageWithinTheMargins) {
 
   printer.setOutputFileName(QString::fromStdString(folder.Path("missing/print.pdf")));
   EXPECT_FALSE(PrintPlot(Plot(), printer, {}, prompter));
-  EXPECT_EQ(prompter.Last(), "refuse: The following printer error occurred: Error number 76: The folder does not exist.");
+  EXPECT_EQ(prompter.Last(),
+            "refuse: The following printer error occurred: Error number 76: The folder does not exist.");
 }
 
 }  // namespace
