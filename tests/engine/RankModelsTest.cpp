@@ -15,7 +15,7 @@ TEST(RankModels, KeepsTiesInTheOrderOfTheCollection) {
       model->id = std::to_string(i);
       model->Solved = i % 7 != 0;
       model->RSS = model->R2 = model->R2Adjust = model->StdErr = i % 3;
-      models.Add(model->id, std::move(model));
+      models.Add(std::to_string(i), std::move(model));
     }
     const std::vector<ModelClass*> ranked = RankModels(models, key);
     ASSERT_EQ(ranked.size(), 51u);

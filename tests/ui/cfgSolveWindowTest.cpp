@@ -130,7 +130,9 @@ TEST_F(ProgressForm, EndsTheRunByButtonKeyAccessibilityAndTitleBar) {
       [this] { QTest::qWait(0), Window.close(); },
   };
   for (const auto& way : ways) {
+    SCOPED_TRACE(&way - ways);
     Window.Aborted = false;
+    Control("IterationLabel").clear();  // which still tells of the run before
     Play.When(AfterIteration(2), way);
     const MacroOutcome outcome = Run("ShowProgress");
     EXPECT_FALSE(outcome.Normal);
