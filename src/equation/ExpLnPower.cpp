@@ -222,7 +222,8 @@ struct Log10Kernel {
   [[gnu::always_inline]] static double At(double x) { return OfBits(BitsOf(x)); }
 
   [[gnu::noinline]] static double Otherwise(double x) {
-    return x > 0 && std::isfinite(x) ? OfBits(NormalizedBits(x)) : LnKernel::Otherwise(x);
+    const bool subnormal = x != 0 && BitsOf(x) < kSmallestNormal;
+    return subnormal ? OfBits(NormalizedBits(x)) : LnKernel::Otherwise(x);
   }
 };
 

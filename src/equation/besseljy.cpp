@@ -330,7 +330,7 @@ AiryFunctions airy(double x) {
   constexpr double kAi0 = 0.35502805;
   constexpr double kDAi0 = -0.25881940;
   constexpr double kStraight = 1e-10;  // within it the functions are straight lines, and the way below would overflow
-  constexpr double kVanished = 104.5;  // Ai is below all doubles, and Bi above
+  constexpr double kVanished = 104.2;  // here Ai leaves the range of a normal double below, and Bi soon after above
   constexpr double kBlurred = -1e6;    // from here on the rounding of z takes the angle's digits
   if (std::abs(x) < kStraight) return {kAi0 + x * kDAi0, (kAi0 - x * kDAi0) / ONOVRT, kDAi0, -kDAi0 / ONOVRT};
   if (x < kBlurred) throw NumericFault();

@@ -6,9 +6,8 @@
 
 namespace quorvex {
 
-// Bessel functions of fractional order, and spherical Bessel and Airy functions through them. The routines compute a
-// function, its companion and both derivatives together: where one of the four lies beyond the range of a double, the
-// processor's flags show a fault for all.
+// Bessel functions of fractional order, and spherical Bessel and Airy functions through them. Where one of the values
+// that are computed together lies beyond the range of a double, the processor's flags show a fault for all.
 
 struct OrdinaryBessel {
   double J, Y, DJ, DY;  // DJ and DY are derivatives with respect to x
@@ -18,8 +17,8 @@ struct AiryFunctions {
   double Ai, Bi, DAi, DBi;
 };
 
-// J, Y and derivatives of order nu >= 0 at x > 0; throws NumericFault otherwise, where a series or fraction takes more
-// than 10000 rounds (x beyond nu by some 9850) and where nu exceeds x by more than 32767.
+// J, Y and derivatives of order nu >= 0 at x > 0; throws NumericFault otherwise, where x is beyond an order above 32767
+// by more than 1000, and where nu exceeds x by more than 32767. DistantBessel serves where x is beyond nu by 1000.
 // Method: Steed's. Two continued fractions (for J'/J, and for the outgoing wave) and the Wronskian give J and Y at an
 // order mu not far from x; recurrences lead from there to nu. Below x = 2 a series of Temme's takes the place of the
 // second fraction. Barnett, Feng, Steed & Goldfarb, Comput. Phys. Comm. 8, 377 (1974); Temme, J. Comput. Phys. 21, 343
@@ -49,9 +48,9 @@ OrdinaryBessel sphbes(int n, double x);
 // j alone, as BesselJ is of J.
 BesselOrder SphericalJ(int n, double x);
 
-// Airy functions Ai, Bi and derivatives, for x from about -601 (below, the fraction for J takes too long) to about 104
-// (above, Bi overflows). Constants of 8 digits, 1/sqrt(3) and at x = 0 all four values: elsewhere the relative error
-// is 1.5e-9, of the modulus for x < 0. For 0 < |x| below 2e-113 a slope overflows on the way, which is a fault.
+// Airy functions Ai, Bi and derivatives, for x from -1e6 (below, the angle's digits are lost, and it throws); above
+// 104.2 Ai is 0 and Bi infinite. Constants of 8 digits, 1/sqrt(3) and within 1e-10 of 0 all four values: elsewhere the
+// relative error is 1.5e-9, of the modulus for x < 0, where |x|^1.5 in double adds 1e-16 times itself.
 AiryFunctions airy(double x);
 
 // The values of gamma functions that Temme's series starts from, for |x| <= 1/2:

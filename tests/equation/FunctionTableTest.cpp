@@ -26,7 +26,9 @@ double LimitOf(std::string_view word) {
   if (word == "k0" || word == "k1") return 1e-7;
   if (code >= 67 && code < 71) return 5e-8;  // sqrt(pi/2)
   if (code >= 86 && code < 90) return 5e-8;  // the values at 0
-  return 1e-9;                               // gammln
+  const bool probability = code == 38 || code == 39 || (code >= 48 && code < 55) || (code >= 75 && code < 78);
+  if (probability) return 5e-11;
+  return 1e-9;  // gammln
 }
 
 // Values of all functions over their domains: magnitudes from 1e-300 to 1e300, both signs, and the joins of methods.

@@ -80,7 +80,8 @@ static double cotan(double arg)
 static double arcsec(double arg)
 {
     /* Function to compute Inverse Secant */
-    return acos(1.0 / arg);
+    double angle = 2.0 * atan(sqrt(fabs(arg) - 1.0) / sqrt(fabs(arg) + 1.0));
+    return arg < 0.0 ? 4.0 * atan(1.0) - angle : angle;
 }
 
 static double arccosec(double arg)
@@ -92,7 +93,7 @@ static double arccosec(double arg)
 static double arccotan(double arg)
 {
     /* Function to compute Inverse Cotangent */
-    return 2.0 * atan(1.0) - atan(arg);
+    return arg > 1.0 ? atan(1.0 / arg) : 2.0 * atan(1.0) - atan(arg);
 }
 
 static double hsin(double arg)
@@ -134,37 +135,38 @@ static double hcotan(double arg)
 static double harcsin(double arg)
 {
     /* Function to compute Inverse Hyperbolic Sine */
-    return log(arg + sqrt(arg * arg + 1.0));
+    return asinh(arg);
 }
 
 static double harccos(double arg)
 {
     /* Function to compute Inverse Hyperbolic Cosine */
-    return log(arg + sqrt(arg * arg - 1.0));
+    return acosh(arg);
 }
 
 static double harctan(double arg)
 {
     /* Function to compute Inverse Hyperbolic Tangent */
-    return log((1.0 + arg) / (1.0 - arg)) / 2.0;
+    return atanh(arg);
 }
 
 static double harcsec(double arg)
 {
     /* Function to compute Inverse Hyperbolic Secant */
-    return log((sqrt(-arg * arg + 1.0) + 1.0) / arg);
+    double t = (1.0 - arg) / arg;
+    return log1p(t + sqrt(t) * sqrt(t + 2.0));
 }
 
 static double harccosec(double arg)
 {
     /* Function to compute Inverse Hyperbolic Cosecant */
-    return log((copysign(sqrt(arg * arg + 1.0), arg) + 1.0) / arg);
+    return asinh(1.0 / arg);
 }
 
 static double harccotan(double arg)
 {
     /* Function to compute Inverse Hyperbolic Cotangent */
-    return log((arg + 1.0) / (arg - 1.0)) / 2.0;
+    return copysign(log1p(2.0 / (fabs(arg) - 1.0)) / 2.0, arg);
 }
 
 static double rtod(double arg)
@@ -447,7 +449,7 @@ static double minimum(double a, double b)
 static double mag(double a, double b)
 {
     /* Function to compute Magnitude */
-    return sqrt(a * a + b * b);
+    return hypot(a, b);
 }
 
 double legendre(double l, double m, double x)
