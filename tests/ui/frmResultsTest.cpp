@@ -28,6 +28,7 @@
 #include "results/SolvedProject.h"
 #include "results/ui/PrintTable.h"
 #include "results/ui/TableView.h"
+#include "results/ui/WrappedText.h"
 #include "results/ui/frmResults.h"
 
 namespace quorvex {
@@ -329,7 +330,8 @@ TEST_F(Results, SaysWhyNothingIsPrinted) {
   EXPECT_FALSE(QFile::exists(QString::fromStdString(folder.Path("table.pdf"))));
 }
 
-// A long equation takes several lines of the window and is copied and told whole; an interpolation has all the width.
+// A long equation takes several lines of the window and is copied and told whole. Lines have the width of the window,
+// end between words, and leave no height behind for the rows of the next report.
 TEST_F(Results, WrapsLongLinesOfFitInformation) {
   SolveModel(project, "a*x+b", 1);
   Start();
@@ -340,15 +342,29 @@ TEST_F(Results, WrapsLongLinesOfFitInformation) {
   auto report = std::make_unique<Report>();
   const std::string equation(600, 'a');
   report->Add(RowKind::Line, {"Y = ", equation});
-  report->Add(RowKind::Line, {"Number of observations = ", "5"});
+  report->Add(RowKind::Line, {"Search ended:", "at the iteration limit, before it converged"});
   static_cast<TableView&>(book).SetTable(std::move(report));
   EXPECT_GE(book.rowHeight(0), 4 * book.rowHeight(1));
   EXPECT_EQ(book.rowHeight(1), before);
   EXPECT_EQ(book.columnViewportPosition(1) + book.columnWidth(1), book.viewport()->width());
   EXPECT_EQ(book.model()->index(0, 0).data(Qt::ToolTipRole).toString().remove('\n').toStdString(), equation);
-  book.setCurrentIndex(book.model()->index(0, 0));
+  QTest::mouseClick(book.viewport(), Qt::LeftButton, {}, book.visualRect(book.model()->index(0, 0)).center());
   QTest::keyClick(&book, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "Y = " + equation);
+  EXPECT_GT(std::unique_ptr<QMimeData>(static_cast<TableView&>(book).Copied())->text().size(), 620);
+
+  auto next = std::make_unique<Report>();
+  next->Add(RowKind::ColumnHeadings, {"Variable", "Value", "Standard Error"});
+  next->Add(RowKind::Line, {"Search ended:", "at the iteration limit, before it converged"});
+  static_cast<TableView&>(book).SetTable(std::move(next));
+  EXPECT_EQ(book.rowHeight(0), before);
+  EXPECT_EQ(book.rowHeight(1), before) << "wraps at the columns and not at the window";
+  const std::string words = "at the iteration limit, before it converged";
+  const double word = QFontMetricsF(book.font()).horizontalAdvance("converged");
+  EXPECT_DOUBLE_EQ(WrappedText(words, book.font(), word * 1.01).Height() /
+                       WrappedText("converged", book.font(), word * 1.01).Height(),
+                   5)
+      << "breaks within a word";
 }
 
 TEST_F(Results, PrintsWithTheMarginsOfPageSetup) {

@@ -15,12 +15,18 @@
 namespace quorvex {
 namespace {
 
-// Enter is the user's double click, on every platform style.
 class SolvedListView : public QTableView {
  public:
   using QTableView::QTableView;
 
  protected:
+  // Marks stand behind the names, which begin below each other with and without one.
+  void initViewItemOption(QStyleOptionViewItem* option) const override {
+    QTableView::initViewItemOption(option);
+    option->decorationPosition = QStyleOptionViewItem::Right;
+  }
+
+  // Enter is the user's double click, on every platform style.
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!enter) return QTableView::keyPressEvent(event);

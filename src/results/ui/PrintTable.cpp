@@ -7,11 +7,12 @@
 #include <numeric>
 #include <vector>
 
+#include "results/ui/WrappedText.h"
+
 namespace quorvex {
 namespace {
 
 constexpr double kLeastScale = 0.7;  // of letters, to get all columns on a page
-constexpr int kWrapped = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere;
 
 bool RunsOn(RowKind kind) { return kind == RowKind::Heading || kind == RowKind::Line; }
 
@@ -112,13 +113,10 @@ class Press {
   }
 
   // 0 for what stands on the first pages alone.
-  double RowHeight(std::size_t r, std::size_t first) {
+  double RowHeight(std::size_t r, std::size_t first) const {
     if (table_.Kind(r) != RowKind::Line) return line_;
     if (first > 0) return 0;
-    const QRectF room(0, 0, width_ - valueAt_, 0);
-    painter_.setFont(plain_);
-    return std::max(line_,
-                    painter_.boundingRect(room, kWrapped, QString::fromStdString(table_.Cell(r, 1))).height() * 1.15);
+    return std::max(line_, Value(r).Height() * 1.15);
   }
 
   void Row(std::size_t r, std::size_t first, std::size_t end, double y) {
@@ -126,10 +124,10 @@ class Press {
     painter_.setFont(kind == RowKind::Heading || kind == RowKind::ColumnHeadings ? bold_ : plain_);
     if (!RunsOn(kind)) return Cells(first, end, y, [&](std::size_t c) { return table_.Cell(r, c); });
     Text(table_.Cell(r, 0), 0, y, width_, Qt::AlignLeft);
-    if (kind == RowKind::Line)
-      painter_.drawText(QRectF(valueAt_, y + line_ * 0.065, width_ - valueAt_, height_), kWrapped,
-                        QString::fromStdString(table_.Cell(r, 1)));
+    if (kind == RowKind::Line) Value(r).Draw(painter_, QPointF(valueAt_, y + line_ * 0.065));
   }
+
+  WrappedText Value(std::size_t r) const { return {table_.Cell(r, 1), plain_, width_ - valueAt_, &device_}; }
 
   template <typename CellOf>
   void Cells(std::size_t first, std::size_t end, double y, CellOf cellOf) {

@@ -9,6 +9,9 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <cmath>
+
+#include "results/ui/WrappedText.h"
 
 namespace quorvex {
 namespace {
@@ -25,8 +28,6 @@ bool IsHeading(RowKind kind) { return kind == RowKind::Heading || kind == RowKin
 // Its first cell takes the whole width.
 bool RunsOn(RowKind kind) { return kind == RowKind::Heading || kind == RowKind::Line; }
 
-constexpr int kWrapped = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere;
-
 // A text in lines that a tooltip has room for.
 QString InLines(const QString& text) {
   constexpr qsizetype kLine = 100;
@@ -35,40 +36,52 @@ QString InLines(const QString& text) {
   return lines.join('\n');
 }
 
-// Draws the value of a label beside it, all values of a table below each other, on as many lines as it takes.
+// Draws the value of a label beside it, all values of a table below each other, on as many lines as it takes. The last
+// column may be wider than its numbers, which stay beside those of the others.
 class LineDelegate : public QStyledItemDelegate {
  public:
   LineDelegate(const TextTableModel& model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
 
   int ValueAt = 0;     // where values begin, in pixels
   int ValueWidth = 0;  // and how wide they may be
+  int LastWidth = 0;   // that the numbers of the last column need
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    QStyledItemDelegate::paint(painter, option, index);  // of a label and its value the ground alone
-    if (!IsLine(index)) return;
-    const std::size_t row = Place(index.row());
+    QStyledItemDelegate::paint(painter, option, index);  // of what is drawn here the ground alone
+    if (!IsDrawnHere(index)) return;
+    const std::size_t row = Place(index.row()), column = Place(index.column());
     QStyleOptionViewItem drawn = option;
     initStyleOption(&drawn, index);
     const bool selected = drawn.state.testFlag(QStyle::State_Selected);
     const auto group = drawn.state.testFlag(QStyle::State_Active) ? QPalette::Normal : QPalette::Inactive;
     painter->setFont(drawn.font);
     painter->setPen(drawn.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+    const TextTable& table = *model_.Table();
+    if (!IsLine(index)) {
+      const QRect numbers(drawn.rect.left(), drawn.rect.top(), LastWidth - kIndent, drawn.rect.height());
+      painter->drawText(numbers, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
+                        QString::fromStdString(table.Cell(row, column)));
+      return;
+    }
     const QRect line = drawn.rect.adjusted(kIndent, kRowSpace / 2, 0, 0);
     painter->drawText(line, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
-                      QString::fromStdString(model_.Table()->Cell(row, 0)));
-    painter->drawText(QRect(drawn.rect.left() + ValueAt, line.top(), ValueWidth, line.height()), kWrapped,
-                      QString::fromStdString(model_.Table()->Cell(row, 1)));
+                      QString::fromStdString(table.Cell(row, 0)));
+    WrappedText(table.Cell(row, 1), drawn.font, ValueWidth)
+        .Draw(*painter, QPointF(drawn.rect.left() + ValueAt, line.top()));
   }
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (IsLine(index)) option->text.clear();
+    if (IsDrawnHere(index)) option->text.clear();
   }
 
  private:
   bool IsLine(const QModelIndex& index) const {
     return index.column() == 0 && model_.Table()->Kind(Place(index.row())) == RowKind::Line;
+  }
+  bool IsDrawnHere(const QModelIndex& index) const {
+    return IsLine(index) || (LastWidth > 0 && index.column() > 0 && index.column() + 1 == model_.columnCount());
   }
 
   const TextTableModel& model_;
@@ -189,29 +202,29 @@ void TableView::Arrange() {
       valueAt = std::max(valueAt, widthOf(plain, table->Cell(r, 0)));
     if (RunsOn(kind) && model_->columnCount() > 1) setSpan(static_cast<int>(r), 0, 1, model_->columnCount());
   }
-  static_cast<LineDelegate*>(itemDelegate())->ValueAt = valueAt;
+  auto& delegate = static_cast<LineDelegate&>(*itemDelegate());
+  delegate.ValueAt = valueAt;
+  delegate.LastWidth = headed || model_->columnCount() == 0 ? 0 : columnWidth(model_->columnCount() - 1);
   FitLines();
 }
 
-// Wraps the values of lines at the width of the columns, or of the window where that is less. Without columns of
-// numbers the lines have the whole window.
+// Wraps the values of lines at the width of the window, which the last column fills.
 void TableView::FitLines() {
   const TextTable* table = model_->Table();
   auto& delegate = static_cast<LineDelegate&>(*itemDelegate());
   if (table == nullptr || delegate.ValueAt == 0 || model_->columnCount() == 0) return;
   const int last = model_->columnCount() - 1;
-  bool numbers = false;
-  for (std::size_t r = 0; r < table->RowCount(); ++r) numbers = numbers || !RunsOn(table->Kind(r));
-  if (!numbers) setColumnWidth(last, std::max(viewport()->width() - columnViewportPosition(last), kMargin));
-  int width = 0;
-  for (int c = 0; c <= last; ++c) width += columnWidth(c);
-  delegate.ValueWidth = std::max(std::min(width, viewport()->width()) - delegate.ValueAt - kIndent, kMargin * 4);
-  const QFontMetrics metrics(model_->Font());
-  for (std::size_t r = 0; r < table->RowCount(); ++r) {
-    if (table->Kind(r) != RowKind::Line) continue;
-    const QRect room(0, 0, delegate.ValueWidth, 0);
-    const int height = metrics.boundingRect(room, kWrapped, QString::fromStdString(table->Cell(r, 1))).height();
-    setRowHeight(static_cast<int>(r), std::max(height + kRowSpace, verticalHeader()->defaultSectionSize()));
+  int before = 0;
+  for (int c = 0; c < last; ++c) before += columnWidth(c);
+  setColumnWidth(last, std::max(viewport()->width() - before, delegate.LastWidth));
+  delegate.ValueWidth = std::max(viewport()->width() - delegate.ValueAt - kIndent, kMargin * 4);
+  for (std::size_t r = 0; r < table->RowCount(); ++r) {  // all of them: a row keeps its height from table to table
+    int height = verticalHeader()->defaultSectionSize();
+    if (table->Kind(r) == RowKind::Line) {
+      const WrappedText value(table->Cell(r, 1), model_->Font(), delegate.ValueWidth);
+      height = std::max(height, static_cast<int>(std::ceil(value.Height())) + kRowSpace);
+    }
+    setRowHeight(static_cast<int>(r), height);
   }
 }
 
@@ -235,9 +248,12 @@ QMimeData* TableView::Copied() const {
   return copied(TableExcerpt(whole, Place(area.top()), Place(area.left()), Place(area.height()), Place(area.width())));
 }
 
+// A line is one, though it goes over all columns.
 bool TableView::HasSeveralSelected() const {
   const QItemSelection selection = selectionModel()->selection();
-  return selection.size() > 1 || (selection.size() == 1 && (selection[0].width() > 1 || selection[0].height() > 1));
+  if (selection.size() != 1) return selection.size() > 1;
+  const QItemSelectionRange& range = selection[0];
+  return range.height() > 1 || range.width() > columnSpan(range.top(), range.left());
 }
 
 // The view itself copies one cell as it shows it, whatever is selected and without a label's value.
