@@ -53,6 +53,8 @@ class OdbcManager {
   // Never unloaded: drivers leave behind what must outlive a call.
   explicit OdbcManager(const char* library) : library_(dlopen(library, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
     if (library_ == nullptr) loadError_ = dlerror();
+    // Drivers load this one for their settings, which it caches without an end; a cache lost with each driver leaks.
+    dlopen("libodbcinst.so.2", RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
   }
 
   // Why it cannot be used, empty where it can.
