@@ -406,7 +406,7 @@ void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> poin
   }
   if (const Stamp* stamp = StampOf(shape)) {
     Painter().setTransform({});
-    Painter().drawImage(at + stamp->Corner, stamp->Picture);
+    Painter().drawImage(at + stamp->Bounds.topLeft(), stamp->Picture);
     return;
   }
   Painter().setTransform(QTransform::fromTranslate(at.x(), at.y()) * Shifted());
@@ -431,21 +431,22 @@ void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
 const QtSurface::Stamp* QtSurface::StampOf(const Shape& shape) {
   constexpr std::size_t kMostStamps = 8;
   constexpr int kLargest = 64;
-  const int rim = PenWidth() + 2;  // outline and smoothing reach beyond the shape
-  const QRect bounds = ToPolygon(shape.Points).boundingRect().toAlignedRect().adjusted(-rim, -rim, rim, rim);
-  if (!IsRaster() || bounds.width() > kLargest || bounds.height() > kLargest) return nullptr;
+  if (!IsRaster()) return nullptr;
   const auto known = std::find_if(stamps_.begin(), stamps_.end(), [&](const Stamp& s) { return s.Of == shape; });
   if (known == stamps_.end()) {
+    const int rim = PenWidth() + 2;  // outline and smoothing reach beyond the shape
+    const QRect bounds = ToPolygon(shape.Points).boundingRect().toAlignedRect().adjusted(-rim, -rim, rim, rim);
+    if (bounds.width() > kLargest || bounds.height() > kLargest) return nullptr;
     if (stamps_.size() == kMostStamps) stamps_.clear();
-    stamps_.push_back({shape, bounds.topLeft(), {}});
+    stamps_.push_back({shape, bounds, {}});
     return nullptr;
   }
   if (known->Picture.isNull()) {
-    known->Picture = QImage(bounds.size(), QImage::Format_ARGB32_Premultiplied);
+    known->Picture = QImage(known->Bounds.size(), QImage::Format_ARGB32_Premultiplied);
     known->Picture.fill(Qt::transparent);
     QPainter painter(&known->Picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(Shifted() * QTransform::fromTranslate(-bounds.x(), -bounds.y()));
+    painter.setTransform(Shifted() * QTransform::fromTranslate(-known->Bounds.x(), -known->Bounds.y()));
     PaintAtOrigin(painter, shape);
   }
   return &*known;

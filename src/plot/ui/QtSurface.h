@@ -91,8 +91,8 @@ class QtSurface : public DrawingSurface {
     bool operator==(const Shape&) const = default;
   };
   struct Stamp {
-    Shape Of;       // its first point at the origin
-    QPoint Corner;  // of the picture, seen from there
+    Shape Of;      // its first point at the origin
+    QRect Bounds;  // of the picture, seen from there
     QImage Picture;
   };
 
