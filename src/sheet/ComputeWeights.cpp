@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "core/LargePages.h"
 
@@ -11,14 +12,14 @@ std::vector<double> ComputeWeights(std::span<const double> SD) {
   std::vector<double> weights;
   weights.reserve(SD.size());
   PreferLargePages(weights);
-  double sum = 0;
-  for (const double deviation : SD) {
+  weights.resize(SD.size());
+  // Divisions by themselves go several at a time, which the sum, taken in order, could not.
+  std::transform(SD.begin(), SD.end(), weights.begin(), [](double deviation) {
     const double size = std::abs(deviation);
-    const double weight = size >= 1e-150 && size <= 1e150 ? 1 / (deviation * deviation) : 1;
-    weights.push_back(weight);
-    sum += weight;
-  }
-  const double mean = sum / static_cast<double>(SD.size());
+    const double known = size >= 1e-150 && size <= 1e150 ? deviation : 1;
+    return 1 / (known * known);
+  });
+  const double mean = std::accumulate(weights.begin(), weights.end(), 0.0) / static_cast<double>(SD.size());
   std::transform(weights.begin(), weights.end(), weights.begin(), [mean](double weight) { return weight / mean; });
   return weights;
 }

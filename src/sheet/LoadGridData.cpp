@@ -1,6 +1,8 @@
 #include "sheet/LoadGridData.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <numeric>
 #include <string>
 #include <vector>
@@ -9,6 +11,9 @@
 
 namespace quorvex {
 namespace {
+
+// Whether a cell is none of the numbers, which are all finite.
+bool IsMark(double cell) { return std::isnan(cell); }
 
 // Why the row of a would-be point is none: the first text among its cells. "" where there is none.
 std::string WhyNoPoint(const GridCells& cells, const std::vector<std::vector<double>>& columns, std::size_t row) {
@@ -44,8 +49,12 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
   for (std::size_t i = 0; i < columns.size(); ++i) columns[i] = cells.TakeColumn(i + 1, rows);
 
   LoadedGrid loaded;
-  std::size_t points = 0;  // rows kept so far; they move up over those that were skipped
-  for (std::size_t row = 0; row < rows; ++row) {
+  // Rows kept so far; they move up over those that were skipped. Those before the first mark stay as they are.
+  std::size_t points = rows;
+  for (const auto& column : columns)
+    points = static_cast<std::size_t>(
+        std::find_if(column.begin(), column.begin() + static_cast<std::ptrdiff_t>(points), IsMark) - column.begin());
+  for (std::size_t row = points; row < rows; ++row) {
     bool xMissing = false;
     for (std::size_t i = 0; i < variables; ++i) xMissing |= GridCells::IsEmpty(columns[i][row]);
     const bool yMissing = GridCells::IsEmpty(columns[yColumn][row]);
