@@ -27,6 +27,12 @@ double LnOnePlus(double x) {
   return sum == 1 ? x : Ln(sum) * (x / (sum - 1));
 }
 
+double ExpMinusOne(double x) {
+  const double power = Exp(x);
+  if (power == 1) return x;
+  return power == 0 ? -1 : (power - 1) * (x / Ln(power));
+}
+
 double LessLnOnePlus(double w) {
   const double r = w / (2 + w);
   return std::abs(r) <= kSmallRatio ? w * r - 2 * CubicTail(r) : w - LnOnePlus(w);

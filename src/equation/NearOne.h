@@ -10,6 +10,9 @@ namespace quorvex {
 // section 1.14.1, has it for the exponential).
 double LnOnePlus(double x);
 
+// exp(x) - 1 in the same way.
+double ExpMinusOne(double x);
+
 // w - ln(1 + w) for w > -1, which is w^2/2 near 0; to a few units in the last place there.
 double LessLnOnePlus(double w);
 

@@ -16,6 +16,8 @@ namespace {
 // From these parameters on, both of them, the fraction takes ever more rounds near the mean, and an integral serves.
 constexpr double kLargeParameters = 1000;
 constexpr double kStirling = 10;
+// Up to here what an integral lacks of 1 is not taken off 1.
+constexpr double kSmallParameter = 0.1;
 constexpr double kTwoPi = 6.283185307179586;
 
 // x^a y^b / B(a, b), which stands before fraction and integral.
@@ -50,6 +52,24 @@ double Side(double a, double b, Parts parts) {
   return Front(a, b, parts) * betacf(a, b, parts) / a;
 }
 
+// The integral up to x, beyond the mean, for a small b. It is 1 less
+// y^b Gamma(a + b)/(Gamma(a) Gamma(1 + b)) (1 + b sum of (1-a)(2-a)...(n-a) y^n/(n! (b + n))), a power near 1.
+double LessThanPower(double a, double b, Parts parts) {
+  constexpr double kSettled = 1e-17;
+  const auto [x, y] = parts;
+  const double lnY = y < 0.5 ? Ln(y) : LnOnePlus(-x);
+  const double logarithm = b * lnY + LnGammaRise(a, b) - LnGammaOnePlus(b);
+  double power = 1;
+  double sum = 0;
+  for (int n = 1; n < 1000; ++n) {
+    power *= (n - a) / n * y;
+    const double term = power / (b + n);
+    sum += term;
+    if (std::abs(term) <= std::abs(sum) * kSettled) break;
+  }
+  return -ExpMinusOne(logarithm) - Exp(logarithm) * b * sum;
+}
+
 }  // namespace
 
 double betacf(double a, double b, Parts parts) {
@@ -74,7 +94,8 @@ double betai(double a, double b, Parts parts) {
   if (!(x >= 0 && y >= 0)) throw NumericFault();
   if (x == 0 || y == 0) return x == 0 ? 0 : 1;
   if (!(a > 0 && b > 0)) throw NumericFault();
-  return x < (a + 1) / (a + b + 2) ? Side(a, b, parts) : 1 - Side(b, a, {y, x});
+  if (x < (a + 1) / (a + b + 2)) return Side(a, b, parts);
+  return b <= kSmallParameter ? LessThanPower(a, b, parts) : 1 - Side(b, a, {y, x});
 }
 
 double betai(double a, double b, double x) { return betai(a, b, {x, 1 - x}); }

@@ -14,9 +14,9 @@ struct Parts {
 // Uses betacf below x = (a+1)/(a+b+2) and the symmetric form 1 - betai(b, a, 1-x) from there on; where a and b are both
 // 1000 or more, an integral over the tail takes the fraction's place, in bounded time. What stands before them comes
 // from betaln, or from a and b of 10 on from Stirling's series in the form of Loader (see Deviance). Relative error of
-// the side that is computed some 1e-9, where a and b are 1000 or more 1e-12 but for what x loses by its own rounding;
-// an absolute error of 1e-15 where the other parameter is so small that x is beyond the mean and the value still near 0
-// (below 1e-8).
+// the side that is computed some 1e-9, where a and b are 1000 or more 1e-12 but for what x loses by its own rounding.
+// Where b is so small that the value is near 0 beyond the mean, too, up to 0.1, the difference from 1 is taken term by
+// term, in the power series of the other side (Abramowitz & Stegun 26.5.4).
 double betai(double a, double b, double x);
 double betai(double a, double b, Parts parts);
 

@@ -23,6 +23,9 @@ constexpr double kLargeParameter = 1000;
 // From here on Stirling's series serves.
 constexpr double kStirling = 10;
 
+// Up to here 1 less a power that is near 1 is taken term by term.
+constexpr double kSmallParameter = 0.1;
+
 constexpr double kTwoPi = 6.283185307179586;
 
 constexpr auto kFactorials = [] {
@@ -80,6 +83,18 @@ double Tail(double a, double x) {
   return front * TailIntegral(above, width, 1e9);
 }
 
+// Q for x < a + 1 and a small a: 1 less x^a/Gamma(1 + a) (1 + a sum of (-x)^n/(n! (a + n))).
+double SmallParameterQ(double a, double x) {
+  const double logarithm = a * Ln(x) - LnGammaOnePlus(a);
+  double power = 1;
+  double sum = 0;
+  for (int n = 1; n < 40; ++n) {
+    power *= -x / n;
+    sum += power / (a + n);
+  }
+  return -ExpMinusOne(logarithm) - Exp(logarithm) * a * sum;
+}
+
 void RequireDomain(double a, double x) {
   if (!(x >= 0 && a > 0)) throw NumericFault();
 }
@@ -90,13 +105,25 @@ double gammln(double x) {
   constexpr double kLanczos[] = {76.1800917294715,  -86.5053203294168,   24.0140982408309,
                                  -1.23173957245015, 0.00120865097386618, -5.395239384953e-06};
   if (!(x > 0)) throw NumericFault();
-  if (x >= 0.5 && x < 1.5) return LnGammaNear2(x - 1) - LnOnePlus(x - 1);
+  if (x >= 0.5 && x < 1.5) return LnGammaOnePlus(x - 1);
   if (x >= 1.5 && x < 2.5) return LnGammaNear2(x - 2);
   double series = 1.00000000019001;
   double pole = x;
   for (double coefficient : kLanczos) series += coefficient / ++pole;
   const double base = x + 5.5;
   return (x + 0.5) * Ln(base) - base + Ln(2.506628274631 * series) - Ln(x);
+}
+
+double LnGammaOnePlus(double d) { return LnGammaNear2(d) - LnOnePlus(d); }
+
+double LnGammaRise(double a, double d) {
+  double rise = 0;
+  for (; a < kStirling; ++a) rise -= LnOnePlus(d / a);
+  // The difference of the rests would cancel for a small d, where it is d times their derivative halfway.
+  const double z = 1 / (a + d / 2) / (a + d / 2);
+  const double slope = -z * (1.0 / 12 - z * (1.0 / 120 - z * (1.0 / 252 - z * (1.0 / 240 - z / 132))));
+  const double rest = d < 1e-3 ? d * slope : StirlingRest(a + d) - StirlingRest(a);
+  return rise + ((a - 0.5) * LnOnePlus(d / a) - d + d * Ln(a + d) + rest);
 }
 
 double StirlingRest(double x) {
@@ -147,7 +174,8 @@ double gammp(double a, double x) {
 double gammq(double a, double x) {
   RequireDomain(a, x);
   if (a >= kLargeParameter) return x < a ? 1 - Tail(a, x) : Tail(a, x);
-  return x < a + 1 ? 1 - gser(a, x) : gcf(a, x);
+  if (x >= a + 1) return gcf(a, x);
+  return a <= kSmallParameter && x > 0 ? SmallParameterQ(a, x) : 1 - gser(a, x);
 }
 
 double factrl(int n) {

@@ -13,6 +13,13 @@ namespace quorvex {
 // its rounding adds to that.
 double gammln(double x);
 
+// ln Gamma(1 + d) for |d| <= 1/2, to a few units in the last place however small d is.
+double LnGammaOnePlus(double d);
+
+// ln Gamma(a + d) - ln Gamma(a) for a > 0 and 0 < d <= 0.1, to a relative 1e-9 however small d is. By recurrence
+// (Abramowitz & Stegun 6.1.15) from where Stirling's series holds.
+double LnGammaRise(double a, double d);
+
 // ln Gamma(x) less (x - 1/2) ln x - x + ln(2 pi)/2, for x >= 10: Stirling's series (Abramowitz & Stegun 6.1.41), to
 // 1e-16.
 double StirlingRest(double x);
@@ -29,7 +36,8 @@ double betaln(double a, double b);
 // a = 1000 on the integral over the tail, in bounded time. What stands before them is from a = 10 on Stirling's series
 // in the form of Loader (see Deviance).
 // Relative error below 1e-9 (of gammln) of the one of the two that is summed (P below a + 1, Q above). The other is its
-// difference from 1, which matters for Q at a below 1e-8 alone: there it has an absolute error of 1e-16.
+// difference from 1. That would be all rounding for Q at a small a, where x^a/Gamma(1 + a) is near 1; up to 0.1 the
+// difference is taken term by term (Abramowitz & Stegun 6.5.29).
 double gammp(double a, double x);
 double gammq(double a, double x);
 
