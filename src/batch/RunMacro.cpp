@@ -225,7 +225,10 @@ void MacroRun::NoteInputs(const std::string& fileName) {
     std::string name = setup.DataFile;
     for (std::size_t p = 0; p < parameters_->Names.size() && name.size() <= kLongestText; ++p)
       Substitute(name, Token(parameters_->Names[p]), row[p]);
-    if (names.insert(name).second) note(name, "data file");
+    if (!names.insert(name).second) continue;
+    note(name, "data file");
+    if (setup.SQLQuery.empty()) continue;
+    for (const std::string& file : DatabaseFiles(name)) note(file, "database");
   }
 }
 

@@ -64,6 +64,12 @@ std::string ConnectValue(std::string_view connectString, std::string_view key) {
   return "";
 }
 
+std::vector<std::string> ConnectValues(std::string_view connectString) {
+  std::vector<std::string> values;
+  while (!connectString.empty()) values.push_back(TakeField(connectString).Value);
+  return values;
+}
+
 std::string SourceName(std::string_view connectString) {
   for (const char* const telling : {"DSN", "Database", "Server", "Driver"})
     if (std::string value = ConnectValue(connectString, telling); !value.empty()) return value;

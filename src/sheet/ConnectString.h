@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvex {
 
@@ -12,6 +13,9 @@ std::string ConnectString(std::string_view source, std::string_view user, std::s
 
 // The value of the first of a key's fields, out of its braces; "" where there is none.
 std::string ConnectValue(std::string_view connectString, std::string_view key);
+
+// The values of all fields, out of their braces.
+std::vector<std::string> ConnectValues(std::string_view connectString);
 
 // What messages call the database of a connect string, which may hold a password: its data source, database, server or
 // driver, whichever is the first that is told.

@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <locale.h>
+#include <odbcinst.h>
 #include <sql.h>
 #include <sqlext.h>
 #include <string.h>
@@ -54,7 +55,15 @@ class OdbcManager {
   explicit OdbcManager(const char* library) : library_(dlopen(library, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
     if (library_ == nullptr) loadError_ = dlerror();
     // Drivers load this one for their settings, which it caches without an end; a cache lost with each driver leaks.
-    dlopen("libodbcinst.so.2", RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
+    if (void* const settings = dlopen("libodbcinst.so.2", RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE))
+      setting_ = reinterpret_cast<decltype(setting_)>(dlsym(settings, "SQLGetPrivateProfileString"));
+  }
+
+  // What the settings say of a data source under a key, empty where they say nothing.
+  std::string Setting(const std::string& source, const char* key) const {
+    char text[4096] = "";
+    if (setting_ != nullptr) setting_(source.c_str(), key, "", text, sizeof text, "odbc.ini");
+    return text;
   }
 
   // Why it cannot be used, empty where it can.
@@ -70,6 +79,7 @@ class OdbcManager {
 
   std::string loadError_;
   void* library_;
+  decltype(&::SQLGetPrivateProfileString) setting_ = nullptr;
 
  public:
 #define ODBC_FUNCTION(name) const decltype(&::name) name = Find<decltype(&::name)>(#name)
@@ -465,6 +475,15 @@ Result<std::vector<DatabaseTable>> ListTables(const std::string& connectString, 
   }
   if (session.Failed()) return Failure{session.Error()};
   return tables;
+}
+
+std::vector<std::string> DatabaseFiles(const std::string& connectString, const char* library) {
+  std::vector<std::string> names = ConnectValues(connectString);
+  if (const std::string source = ConnectValue(connectString, "DSN"); !source.empty()) {
+    const OdbcManager odbc(library);
+    for (const char* const key : {"Database", "DBQ"}) names.push_back(odbc.Setting(source, key));
+  }
+  return names;
 }
 
 Result<std::vector<std::string>> ListDataSources(const char* library) {

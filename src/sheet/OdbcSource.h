@@ -53,6 +53,10 @@ struct DatabaseTable {
 Result<std::vector<DatabaseTable>> ListTables(const std::string& connectString, const DatabaseUse& use = {},
                                               const LongWork& work = {});
 
+// What a connect string, and the data source that it names, say of a database that is a file: names, some of which may
+// be of files.
+std::vector<std::string> DatabaseFiles(const std::string& connectString, const char* library = kOdbcLibrary);
+
 // The data sources set up for the user and the machine, by the name that follows "DSN=" in a connect string.
 Result<std::vector<std::string>> ListDataSources(const char* library = kOdbcLibrary);
 

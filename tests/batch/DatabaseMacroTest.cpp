@@ -54,6 +54,26 @@ TEST(DatabaseMacro, QueriesAndEndsAsTold) {
   }
 }
 
+TEST(DatabaseMacro, SparesTheDatabase) {
+  Program program;
+  const std::string file = program.Folder.Path("lab.db"), create = "NoCreat=0;Driver=SQLite3;Database=" + file;
+  ASSERT_TRUE(QueryDatabase(create, "CREATE TABLE line (x REAL, y REAL)"));
+  ASSERT_TRUE(QueryDatabase(create, "INSERT INTO line VALUES (1, 2), (2, 4), (3, 7)"));
+  const std::string before = program.Folder.Read("lab.db");
+  const TemporaryVariable sources(
+      "ODBCINI", program.Folder.Write("odbc.ini", "[lab]\nDriver=SQLite3\nDatabase=" + file + "\n").c_str());
+  for (const char* connect : {"Driver=SQLite3;Database=@lab.db", "DSN=lab"}) {
+    for (const char* outputs :
+         {"OutputFile = @lab.db\nLogFile = @run.log\n", "OutputFile = @out.txt\nLogFile = @lab.db\n"}) {
+      const int status =
+          program.RunMacro("B_MACRO\nDataFile = " + std::string(connect) + "\nSQLQuery = SELECT x, y FROM line\n" +
+                           outputs + "B_MODEL\nY=a*x\nE_MODEL\nE_MACRO\n");
+      EXPECT_EQ(status, std::string(outputs).starts_with("OutputFile = @lab") ? 220 : 320 % 256) << connect;
+      EXPECT_EQ(program.Folder.Read("lab.db"), before) << connect << outputs;
+    }
+  }
+}
+
 TEST(DatabaseMacro, RunsOverATableOfQueries) {
   Program program;
   const std::string connect = "Driver=SQLite3;NoCreat=0;Database=" + program.Folder.Path("lab.db");
