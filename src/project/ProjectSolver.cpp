@@ -111,6 +111,7 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   const auto canBeSolved = [this](const SolvedItem& one) {
     return one.Interpolation != nullptr || CanBeSolved(*one.Model, project_.Sheet);
   };
+  const std::unique_ptr<SolveProgress> progress = windows_.OpenProgress();
   // Before the models are touched: the snapshot holds the solutions as they were made.
   if (std::ranges::any_of(request.Of, canBeSolved)) editor_.Edit.PushUndo(request.UndoLabel, {});
   for (const auto& model : project_.Models) model->Solve = false;
@@ -128,18 +129,21 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   std::string log;
   const SolveOutcome outcome = [&] {
     const Turn running(running_);
-    return RunSolve(project_, data.Points, settings_, log, *windows_.OpenProgress(), user_);
+    return RunSolve(project_, data.Points, settings_, log, *progress);
   }();
-  if (outcome.Asked == 0) return std::nullopt;
+  if (outcome.Asked == 0) {
+    TellOutcome(outcome, user_);
+    return std::nullopt;
+  }
   log_ = std::move(log);
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
   project_.Limits = *limits_;
   missing_ = data.IncompleteRows;
-  if (outcome.Aborted) {
-    for (const auto& [one, solveType] : before)  // those that the run did not come to
-      if (std::ranges::find(outcome.Solved, one) == outcome.Solved.end()) one.Model->SolveType = solveType;
-    return std::nullopt;
-  }
+  for (const auto& [one, solveType] : before)  // those that an aborted run did not come to
+    if (outcome.Aborted && std::ranges::find(outcome.Solved, one) == outcome.Solved.end())
+      one.Model->SolveType = solveType;
+  TellOutcome(outcome, user_);  // the run is over: while the user reads, its solutions can be kept
+  if (outcome.Aborted) return std::nullopt;
   return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
 }
 

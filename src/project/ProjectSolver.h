@@ -28,6 +28,7 @@ class SolveWindows {
   // The interpolations to be solved; none where the user cancels.
   virtual std::vector<InterpClass*> Interp(std::vector<InterpClass>& curves) = 0;
   virtual bool ClearFits(FitClearing& clearing) = 0;
+  // Called while the project is still as it was before the run.
   virtual std::unique_ptr<SolveProgress> OpenProgress() = 0;
   virtual std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) = 0;
 };

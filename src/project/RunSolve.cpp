@@ -30,7 +30,7 @@ bool CanBeSolved(const ModelClass& model, const DataSheet& sheet) {
 }
 
 SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& settings, std::string& log,
-                      SolveProgress& form, Prompter& user) {
+                      SolveProgress& form) {
   SolveOutcome outcome;
   for (const auto& model : project.Models) {
     model->Solve = model->Solve && CanBeSolved(*model, project.Sheet);
@@ -38,10 +38,7 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
   }
   for (const InterpClass& curve : project.Interpolations)
     if (curve.Solve) ++outcome.Asked;
-  if (outcome.Asked == 0) {
-    user.Refuse("There are no equations to solve.");
-    return outcome;
-  }
+  if (outcome.Asked == 0) return outcome;
   form.Show(true);
   int done = 0;
   const auto begin = [&](const std::string& id, int parameters) {
@@ -67,13 +64,13 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
   for (const auto& model : project.Models) model->Solve = model->SpecifyIC = model->SpecifyICComplete = false;
   for (InterpClass& curve : project.Interpolations) curve.Solve = false;
   form.Show(false);
-  if (outcome.Aborted) {
-    LogAbort(log);
-    user.Inform(kSolutionAborted);
-  } else {
-    user.Inform(Summary(outcome.Solved.size(), outcome.Asked));
-  }
+  if (outcome.Aborted) LogAbort(log);
   return outcome;
+}
+
+void TellOutcome(const SolveOutcome& outcome, Prompter& user) {
+  if (outcome.Asked == 0) return user.Refuse("There are no equations to solve.");
+  user.Inform(outcome.Aborted ? kSolutionAborted : Summary(outcome.Solved.size(), outcome.Asked));
 }
 
 }  // namespace quorvex

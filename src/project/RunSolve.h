@@ -29,9 +29,12 @@ struct SolveOutcome {
 };
 
 // Solves the models that can be solved, and the interpolations, whose `Solve` is set, behind the progress window, in
-// the order of the collections, and tells the user how it went; refused where there are none. `log` grows by an account
-// of each fit. After the run nothing is asked for any more, and initial estimates that a user gave are used up.
+// the order of the collections. `log` grows by an account of each fit. After the run nothing is asked for any more, and
+// initial estimates that a user gave are used up.
 SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& settings, std::string& log,
-                      SolveProgress& form, Prompter& user);
+                      SolveProgress& form);
+
+// How it went; refused where nothing could be solved.
+void TellOutcome(const SolveOutcome& outcome, Prompter& user);
 
 }  // namespace quorvex

@@ -372,6 +372,38 @@ TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
   EXPECT_TRUE(frame->close());
 }
 
+// A program that is ended by a signal, or crashes, in the middle of a solve loses the solve and not the cells that were
+// typed before; one that ends while the summary waits to be read loses nothing.
+TEST_F(SolveMenuTest, KeepsCopiesBeforeAndAfterARun) {
+  const auto kept = [this]() -> Result<Project> {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path("state")))
+      if (entry.path().extension() == ".qvx") return ReadProject(entry.path(), {});
+    return Failure{"Nothing is kept."};
+  };
+  const auto expectCell = [](const Result<Project>& copy) {
+    if (!copy) return void(ADD_FAILURE() << copy.error());
+    EXPECT_EQ(copy->Sheet.Cells.GridCellNumber(1, 1), 42);
+  };
+  Open(20);
+  Type("42");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("state")));
+  const DuringSolve script({[&](ProgressWindow&) {
+    expectCell(kept());
+    return true;
+  }});
+  AnswerSetup("optAll");
+  dialogs.Do([&](QDialog& box) {
+    EXPECT_TRUE(frame->Autosave());
+    const Result<Project> copy = kept();
+    expectCell(copy);
+    EXPECT_GT(std::ranges::count_if(copy->Models, [](const auto& model) { return model->Solved; }), 100);
+    box.accept();
+  });
+  Trigger("mnuSolveRegression");
+  dialogs.Press(QMessageBox::No);
+  EXPECT_TRUE(frame->close());
+}
+
 // An iteration of this model takes more than a second, the first pass about half of one. The window answers ten times a
 // second all the same, and an abort ends the run within an iteration.
 TEST_F(SolveMenuTest, AnswersWhileAnIterationTakesLong) {

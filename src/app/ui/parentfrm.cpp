@@ -326,6 +326,8 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
     frame->setProperty(kUnkept, true);
     ShowActiveWindow();
   });
+  // Until the solve ends nothing can be kept, however long it runs.
+  connect(window, &quorvexWindow::SolveBegins, this, &parentfrm::Autosave);
   connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowActiveWindow);
   connect(window, &quorvexWindow::Saved, this, [this, window, number = windows_] {
     recovery_.Forget(number);

@@ -31,6 +31,7 @@ bool SolveDialogs::ClearFits(FitClearing& clearing) {
 }
 
 std::unique_ptr<SolveProgress> SolveDialogs::OpenProgress() {
+  RunBegins();
   return std::make_unique<Solve>(over_.window(), RunEnded);
 }
 

@@ -12,7 +12,8 @@ class SolveDialogs : public SolveWindows {
   // All three outlive the dialogs.
   SolveDialogs(QWidget& over, Prompter& user, ProjectStore& store) : over_(over), user_(user), store_(store) {}
 
-  RegressTools Tools;                      // as far as somebody has set them
+  RegressTools Tools;  // as far as somebody has set them
+  std::function<void()> RunBegins = [] {};
   std::function<void()> RunEnded = [] {};  // shows what was solved, before the summary is told
 
   bool SolveSetup(SolveChoice& choice) override;

@@ -57,6 +57,7 @@ quorvexWindow::quorvexWindow(Project project, ProjectStore& store, Settings& set
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
   connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResults);
   connect(solutions_, &SolvedListPanel::SortChosen, this, &quorvexWindow::SortSolutions);
+  dialogs_.RunBegins = [this] { emit SolveBegins(); };
   dialogs_.RunEnded = [this] { ShowState(); };
   ShowState();
 }

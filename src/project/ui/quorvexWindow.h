@@ -89,6 +89,7 @@ class quorvexWindow : public QWidget {
 
  signals:
   void ResultsWanted(int position);  // in the solved list, from 0
+  void SolveBegins();                // the project is as it was before
   void SolutionsChanged();           // or their order, or what they rest upon
   void Changed();                    // the project, or whether it is saved
   void Saved();                      // the project, into its file
