@@ -16,7 +16,13 @@ namespace quorvex {
 // asked what can be asked of it. Reports what takes the focus or is read by its name, and has none.
 class AccessibilityWalk {
  public:
-  explicit AccessibilityWalk(QWidget& window) { Visit(QAccessible::queryAccessibleInterface(&window), 0); }
+  explicit AccessibilityWalk(QWidget& window) {
+    QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&window);
+    if (window.windowType() == Qt::Dialog) {
+      EXPECT_TRUE(root->role() == QAccessible::Dialog || root->role() == QAccessible::AlertMessage) << root->role();
+    }
+    Visit(root, 0);
+  }
 
   // The names that were met.
   std::set<std::string> Names;

@@ -1,5 +1,6 @@
 #include "app/ui/DesktopApplication.h"
 
+#include <QAccessibleWidget>
 #include <QDialog>
 #include <QEvent>
 #include <QMetaMethod>
@@ -8,6 +9,21 @@
 #include <new>
 
 namespace quorvex {
+namespace {
+
+// Asked for each class of an object, from its own to the last base, before Qt takes a widget that it doesn't know for a
+// filling between controls.
+QAccessibleInterface* DialogOf(const QString&, QObject* object) {
+  auto* widget = qobject_cast<QWidget*>(object);
+  const bool dialog = widget != nullptr && widget->windowType() == Qt::Dialog && !qobject_cast<QDialog*>(object);
+  return dialog ? new QAccessibleWidget(widget, QAccessible::Dialog) : nullptr;
+}
+
+}  // namespace
+
+DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(argc, argv) {
+  QAccessible::installFactory(DialogOf);
+}
 
 bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
   FollowKeyboard(*receiver, *event);

@@ -13,11 +13,13 @@ namespace quorvex {
 //
 // A dialog that closes together with a message over it, before the window manager has given it the keyboard back, hands
 // the keyboard on to the window beneath. The window manager would give it to the dialog, and so to nobody.
+//
+// Screen readers announce each window made with Qt::Dialog as a dialog, a QDialog or not.
 class DesktopApplication : public QApplication {
   Q_OBJECT
 
  public:
-  using QApplication::QApplication;
+  DesktopApplication(int& argc, char** argv);
 
   bool notify(QObject* receiver, QEvent* event) override;
 
