@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <deque>
 #include <functional>
@@ -53,7 +54,8 @@ void TakeSolve(const Shots& shots) {
   shots.Run.Preferences.Set("screenwidth", "13500");
   shots.Run.Preferences.Set("screenheight", "8000");
   shots.Run.Preferences.Set("autoresults", "0");
-  parentfrm frame(shots.Run, "", "");
+  const QTemporaryDir state;
+  parentfrm frame(shots.Run, "", state.path().toStdString());
   frame.show();
   frame.findChild<QMenu*>("examples")->actions()[1]->trigger();
   const auto command = [&](const char* action, std::deque<Step> steps) {
