@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "TemporaryFolder.h"
+#include "core/FileCalls.h"
 #include "core/Files.h"
 #include "core/TextEncoding.h"
 
@@ -23,7 +24,8 @@ TEST(FileErrorNumber, NamesTheErrorsThatMessagesTell) {
 
 TEST(ResolvePath, FindsNamesOfAnotherCaseOrSystem) {
   const TemporaryFolder folder;
-  for (const char* name : {"Data/Run One/Steam.TXT", "Data/same.txt", "Data/Same.txt", "one/only.cfg", "ONE/Other.cfg"})
+  for (const char* name :
+       {"Data/Run One/Steam.TXT", "Data/same.txt", "Data/Same.txt", "Data/sAme.txt", "one/only.cfg", "ONE/Other.cfg"})
     folder.Write(name, "");
   for (const char* name : {"ring", "RING"}) std::filesystem::create_directory_symlink(".", folder.Path(name));
   std::string deep;
@@ -48,6 +50,8 @@ TEST(ResolvePath, FindsNamesOfAnotherCaseOrSystem) {
     EXPECT_EQ(ResolvePath(folder.Path(c.Name)), folder.Path(c.Found)) << c.Name;
     EXPECT_EQ(ResolveNewPath(folder.Path(c.Name)), folder.Path(c.New != kNone ? c.New : c.Name)) << c.Name;
   }
+  std::filesystem::create_symlink("nowhere", folder.Path("a\\link"));
+  EXPECT_EQ(ResolveNewPath(folder.Path("a\\link")), folder.Path("a\\link"));
   EXPECT_TRUE(ResolvePath(folder.Path(deep + "none")).ends_with("/none"));  // after 100 looks and not 2^100
   for (const char* name : {"", "no-such-folder/Some.File"}) {
     EXPECT_EQ(ResolvePath(name), name);
@@ -105,8 +109,11 @@ TEST(DecodeText, TakesUtf8AndOtherwiseWindows1252) {
       {"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"},  // well formed, 2 to 4 bytes
       {"\xE4\x80\x9F\xA7", "\xC3\xA4\xE2\x82\xAC\xC5\xB8\xC2\xA7"},  // a-umlaut, euro, Y-diaeresis, section
       {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                              // overlong form
-      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},              // surrogate
-      {"caf\xE9", "caf\xC3\xA9"},                                    // cut short at the end
+      {"\xE0\x80\xAF\xF0\x80\x80\xAF", "\xC3\xA0\xE2\x82\xAC\xC2\xAF\xC3\xB0\xE2\x82\xAC\xE2\x82\xAC\xC2\xAF"},
+      {"\xE0\x80\xAF", "\xC3\xA0\xE2\x82\xAC\xC2\xAF"},
+      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"},  // above all characters
+      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},                  // surrogate
+      {"caf\xE9", "caf\xC3\xA9"},                                        // cut short at the end
   };
   for (const auto& [bytes, text] : kTexts) EXPECT_EQ(DecodeText(bytes), text);
 }
@@ -154,6 +161,9 @@ TEST(TextFile, KeepsTheFirstError) {
   EXPECT_EQ(file.Close(), 61);
   EXPECT_EQ(file.Create(folder.Path("fine")), 0);
   EXPECT_EQ(file.Close(), 0);
+  EXPECT_EQ(file.Create(folder.Path("late")), 0);  // as a network disk tells that it is full
+  const FileCalls calls([](std::string_view made) { return made == "close" ? EDQUOT : 0; });
+  EXPECT_EQ(file.Close(), 61);
 }
 
 }  // namespace

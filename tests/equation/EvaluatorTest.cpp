@@ -140,6 +140,7 @@ TEST(Evaluator, RecallsASupportingFunctionWithItsStaleValue) {
 // Jumps are found by name, so coefficients called like the two jump words disturb them, but never the program.
 TEST(Evaluator, FaultsWhereACoefficientBreaksTheJumps) {
   EXPECT_FALSE(Model({"if(endif,1,x)"})({5}, {1}));
+  EXPECT_FALSE(Model({"a*x"})({5}, {INFINITY}));  // which raises no flag
   EXPECT_FALSE(Model({"if(a,endtrue,x)"})({5}, {1, 7}));
   EXPECT_EQ(Model({"if(a,1,endif)"})({5}, {1, 7}), 7);
 }

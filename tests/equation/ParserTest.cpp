@@ -43,6 +43,7 @@ constexpr struct {
     {"a imp b eqv a xor b or a and b", "a#1 b#2 a#1 b#2 a#1 b#2 and or xor eqv imp"},
     {"a\\4/b", "a#1 4 b#2 / \\"},
     {"a mod 4\\b", "a#1 4 b#2 \\ mod"},
+    {"a-b-c/d/e\\f\\g mod h mod i", "a#1 b#2 - c#3 d#4 / e#5 / f#6 \\ g#7 \\ h#8 mod i#9 mod -"},
     {"a imp b imp c", "a#1 b#2 imp c#3 imp"},
     {"a+,b", "a#1 b#2 +"},
     {"a*x\t+ \r\nb", "a#1 x * b#2 +"},

@@ -207,6 +207,9 @@ TEST(ProjectFile, KeepsStartsOfASweepFromAFileThatTellsNoMore) {
   for (std::size_t k = 0; k < whole.size(); ++k)
     EXPECT_EQ(model.GetSweepInfo()[k], std::vector<double>(whole[k].begin(), whole[k].begin() + 2));
   EXPECT_EQ(ProjectText(back), cut);
+  Project later = OneVariableProject(LocaleText());  // whose model was then fitted from one start
+  later.Models.Find("My line")->SweepCount = 0;
+  EXPECT_EQ(ProjectText(later).find("B_SWEEPINFO"), std::string::npos);
 }
 
 TEST(ProjectFile, RefusesOtherFilesInTheirWords) {

@@ -33,7 +33,9 @@ TEST(BuildAutoLabelFormat, HasDecimalsForTheStep) {
       {{1e14, 1.000001e14, 10}, "0.00000000E+00"},   // numbers of 15 digits in steps of 8
       {{1e15, 1.0000001e15, 10}, "0.00000000E+00"},  // of 16 in steps of 8: no digit more than the step needs
       {{1e15, 1e15 + 10, 10}, "0.000000000000000E+00"},
+      {{9999990, 1e7, 10}, "0.00000000E+00"},  // numbers of 8 digits in steps of 1
       {{0, 5e-8, 5}, "0.0E+00"},
+      {{0, 1e-7, 5}, "0.0E+00"},
       {{9e-8, 9.1e-8, 10}, "0.00E+00"},
   };
   for (const auto& c : kCases)

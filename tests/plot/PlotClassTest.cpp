@@ -181,7 +181,7 @@ TEST(CreateGraph, WritesLabelsInTheLocalesForm) {
 TEST(CurveIsClose, FindsTheNearestPoint) {
   PlotClass plot = BarePlot();
   plot.PlotData.emplace_back(PointSeries({0, 0.5, 1}, {0, 0.5, 1}));
-  plot.PlotData.emplace_back(PointSeries({0, 0.51, 1}, {1, 0.5, 0}));
+  for (int i = 0; i < 2; ++i) plot.PlotData.emplace_back(PointSeries({0, 0.51, 1}, {1, 0.5, 0}));  // the first is told
   RecordingPrompter prompter;
   for (const bool swap : {false, true}) {
     plot.SwapAxis = swap;

@@ -215,7 +215,10 @@ TEST(KeyDown, WalksAlongTheCurve) {
   EXPECT_EQ(window.Host.Take(), (Events{"hit 283 76 295 88", "7.500000E-01 | 7.500000E-01"}));
   window.Modes.KeyDown(39);
   EXPECT_EQ(last(), "nothing") << "the next one is above the axis";
-  for (const char* x : {"5.0", "2.5", "0.0"}) {
+  window.Plot.Y.Max = 2;
+  for (int i = 0; i < 2; ++i) window.Modes.KeyDown(39);
+  EXPECT_TRUE(last().starts_with("1.0")) << "the last one";
+  for (const char* x : {"7.5", "5.0", "2.5", "0.0"}) {
     window.Modes.KeyDown(37);
     EXPECT_TRUE(last().starts_with(x));
   }

@@ -152,6 +152,17 @@ TEST(DrawStyledPolyline, KeepsItsPlaceInThePatternOverAFarExcursion) {
   EXPECT_EQ(end, (Calls{"MoveToEx 20 10", "LineTo 8 10", "MoveToEx 4 10", "LineTo 0 10"}));
 }
 
+// Out there a step that points at the page, which it would reach far behind its end, ends where it does.
+TEST(DrawStyledPolyline, KeepsItsPlaceInThePatternOverAStepTowardsThePage) {
+  RecordingSurface surface;
+  const std::int32_t xs[] = {0, 0, 5000, 5000}, ys[] = {0, 60000, 59999, 0};
+  ASSERT_TRUE(DrawStyledPolyline(surface, xs, ys, 1, 1, 0, 1));
+  const Calls calls = surface.Only({"MoveToEx", "LineTo"});
+  // At y it has gone 124999 - y, and dashes start at the multiples of 16.
+  const Calls end(calls.end() - 4, calls.end());
+  EXPECT_EQ(end, (Calls{"MoveToEx 5000 23", "LineTo 5000 11", "MoveToEx 5000 7", "LineTo 5000 0"}));
+}
+
 // Only the step that leaves for out there, 3125 dashes long, is walked.
 TEST(DrawStyledPolyline, WalksNoPatternAlongAStepOutOfSight) {
   constexpr std::int32_t kFar = 2000000000, kOut = 60000;

@@ -50,6 +50,9 @@ TEST(ModelPlot, ShowsDataAndCurve) {
   EXPECT_EQ(plot->PlotData[0].CopyMaXMinErrorDataTo().Max[0], 3);
   EXPECT_EQ(plot->PlotData[1].CopyDataTo().Y.back(), 8);
   EXPECT_TRUE(model->LegendText.empty()) << "the project's model stays as it is";
+  model->DrawColor = 0x123456;  // chosen by the user
+  plot = ModelPlot(model->CopyTo(), model->id, Points(), "Time", "Height", Settings());
+  EXPECT_EQ(plot->PlotData[1].Style().DrawColor, 0x123456);
   RecordingPrompter prompter;
   EXPECT_TRUE(plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter));
 
@@ -155,6 +158,11 @@ TEST(EstimatePreview, DrawsTheModelAtTheEstimates) {
   EXPECT_EQ(Names(*curve), (std::vector<std::string>{"Input Data", "Model a*x"}));
   EXPECT_EQ(curve->PlotData[1].CopyDataTo().Y.back(), 12);
   EXPECT_EQ(model->Values(1), 1) << "the project's model stays as it is";
+  EqClass fresh{LocaleText()};  // which has seen no data yet
+  fresh.SetID("a*x+xmean", {"a*x+xmean"});
+  const Result<PlotClass> first = EstimatePreview(fresh, estimates, Points(), Settings(), {});
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->PlotData[1].CopyDataTo().Y.back(), 14.5);  // 3 * 4 + 2.5
   EXPECT_EQ(EstimatePreview(*ModelOf("a*ln(x-2)", 1), estimates, Points(), Settings(), {}).error(),
             "An error has occurred generating equation data for equation a*ln(x-2)");
 
