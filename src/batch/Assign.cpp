@@ -7,7 +7,7 @@ namespace quorvex {
 
 std::optional<AssignStatement> ParseAssign(std::string_view text, char listSeparator) {
   const auto first = text.find(listSeparator);
-  if (first == std::string_view::npos || first + 1 == text.size()) return std::nullopt;
+  if (first == std::string_view::npos) return std::nullopt;
   const auto second = text.find(listSeparator, first + 1);
   if (second == std::string_view::npos || second + 1 == text.size()) return std::nullopt;
   const auto third = text.find(listSeparator, second + 1);
