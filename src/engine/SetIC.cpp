@@ -22,20 +22,42 @@ struct Moments {
 Moments MomentsOf(const std::vector<double>& values, double least, double greatest) {
   int exponent = 0;
   std::frexp(std::max(std::abs(least), std::abs(greatest)), &exponent);
-  const double unit = std::ldexp(1.0, std::clamp(exponent, -1000, 1000));
+  exponent = std::clamp(exponent, -1000, 1000);
+  const double unit = std::ldexp(1.0, exponent), inverse = std::ldexp(1.0, -exponent);
   const double n = static_cast<double>(values.size());
   double sum = 0;
-  for (const double v : values) sum += v / unit;
+  for (const double v : values) sum += v * inverse;
   const double scaledMean = sum / n;
   double squares = 0, rest = 0;
   for (const double v : values) {
-    const double d = v / unit - scaledMean;
+    const double d = v * inverse - scaledMean;
     squares += d * d;
     rest += d;
   }
   const double mean = scaledMean * unit, std = std::sqrt((squares - rest * rest / n) / (n - 1)) * unit;
   if (!std::isfinite(mean) || !std::isfinite(std)) throw NumericFault();
   return {mean, std};
+}
+
+// Where the least and the greatest value stand, the first of equal ones.
+struct Extremes {
+  std::size_t Least = 0, Greatest = 0;
+};
+
+Extremes ExtremesOf(const std::vector<double>& values) {
+  Extremes at;
+  double least = values[0], greatest = least;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    const double value = values[i];
+    if (value < least) {
+      least = value;
+      at.Least = i;
+    } else if (value > greatest) {
+      greatest = value;
+      at.Greatest = i;
+    }
+  }
+  return at;
 }
 
 }  // namespace
@@ -47,19 +69,14 @@ void ModelClass::TakeInput(const SolveData& data) {
   Statistics = {};
   const std::vector<double>& y = data.Y;
   if (y.empty()) throw NumericFault();
-  const auto at = [](const std::vector<double>& column, bool largest) {
-    const auto it =
-        largest ? std::max_element(column.begin(), column.end()) : std::min_element(column.begin(), column.end());
-    return static_cast<std::size_t>(it - column.begin());
-  };
-  const std::size_t yMin = at(y, false), yMax = at(y, true);
+  const auto [yMin, yMax] = ExtremesOf(y);
   Statistics.InputYMin = y[yMin];
   Statistics.InputYMax = y[yMax];
   Statistics.X.assign(data.X.size(), {});
   for (std::size_t v = 0; v < data.X.size(); ++v) {
     const std::vector<double>& column = data.X[v];
     VariableStatistics& x = Statistics.X[v];
-    const std::size_t xMin = at(column, false), xMax = at(column, true);
+    const auto [xMin, xMax] = ExtremesOf(column);
     x.InputXMin = column[xMin];
     x.InputXMax = column[xMax];
     x.XAtYMin = column[yMin];
