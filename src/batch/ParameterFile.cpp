@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
@@ -49,16 +50,16 @@ bool TakeField(std::string_view& rest, std::string& field) {
 
 }  // namespace
 
-std::optional<ParameterTable> ReadParameterFile(const std::string& name) {
+Result<ParameterTable> ReadParameterFile(const std::string& name) {
   WholeFile file;
-  if (file.Read(name) != 0) return std::nullopt;
+  if (const int error = file.Read(name); error != 0) return Failure{FileErrorText(error)};
   std::string text = DecodeText(file.Text());
   // What ends the file ends its last field, which may be empty.
   text.erase(text.find_last_not_of(" \t\r\n") + 1);
   text += '\n';
   std::string_view rest = text, header;
   while (header.empty() && !rest.empty()) header = Trim(TakeLine(rest));
-  if (header.empty()) return std::nullopt;
+  if (header.empty()) return Failure{"The file is empty."};
 
   ParameterTable table;
   table.Names = ColumnNames(header);
@@ -69,13 +70,17 @@ std::optional<ParameterTable> ReadParameterFile(const std::string& name) {
     while (row.empty() && !rest.empty() && (rest[0] == '\r' || rest[0] == '\n')) rest.remove_prefix(1);
   };
   for (skipBlankLines(); !rest.empty(); skipBlankLines()) {
-    if (!TakeField(rest, field)) return std::nullopt;
+    const auto line = 1 + std::count(std::as_const(text).data(), rest.data(), '\n');
+    if (!TakeField(rest, field)) return Failure{"Line " + std::to_string(line) + ": a quote is not closed."};
     row.push_back(std::move(field));
     if (row.size() < table.Names.size()) continue;
     table.Rows.push_back(std::move(row));
     row.clear();
   }
-  if (!row.empty() || table.Rows.empty()) return std::nullopt;
+  if (!row.empty())
+    return Failure{"The last row has " + std::to_string(row.size()) + " of " + std::to_string(table.Names.size()) +
+                   " values."};
+  if (table.Rows.empty()) return Failure{"The file has no row below its names."};
   return table;
 }
 

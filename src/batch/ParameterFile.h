@@ -1,8 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
+
+#include "core/Result.h"
 
 namespace quorvex {
 
@@ -15,8 +16,8 @@ struct ParameterTable {
 // Reads a comma-separated parameter file: the first line that is not empty names the columns; then fields follow, as
 // many to a row as there are names, separated by commas and line ends. A quoted field may hold commas and line ends,
 // and
-// "" stands for a quote in it; other fields are trimmed. Nothing where the file cannot be read, has no row, or ends
-// within a row or a quoted field.
-std::optional<ParameterTable> ReadParameterFile(const std::string& name);
+// "" stands for a quote in it; other fields are trimmed. Fails with a sentence where the file cannot be read, has no
+// row, or ends within a row or a quoted field.
+Result<ParameterTable> ReadParameterFile(const std::string& name);
 
 }  // namespace quorvex

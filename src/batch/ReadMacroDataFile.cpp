@@ -34,11 +34,16 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
                                : 1 + static_cast<std::size_t>(std::count(
                                          setup.ColumnOrder.begin(), setup.ColumnOrder.end(), locale.ListSeparator));
   const double firstLine = std::nearbyint(NumericText(setup.DataFirstLine, locale.DecimalSeparator).value_or(1));
-  if (firstLine > 1e15) return reading;  // beyond the end of any file
-  format.FirstLine = firstLine < 1 ? 1 : static_cast<std::size_t>(firstLine);
+  constexpr double kLastLine = 1e15;  // beyond the end of any file
+  format.FirstLine = firstLine < 1 ? 1 : static_cast<std::size_t>(std::min(firstLine, kLastLine));
 
   DelimitedLines lines = ParseDelimitedLines(file.Text(), format);
-  if (lines.Rows == 0) return reading;
+  if (lines.Rows == 0) {
+    reading.Message = file.Text().empty()
+                          ? "The file is empty."
+                          : "The file has no data from line " + std::to_string(format.FirstLine) + " on.";
+    return reading;
+  }
   return ReadPoints(std::move(lines.Cells), setup, locale);
 }
 

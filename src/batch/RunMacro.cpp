@@ -70,6 +70,9 @@ bool Substitute(std::string& text, const std::string& token, std::string_view va
 // Values may hold the names of parameters further on, each of which may double a text; no text of use gets this long.
 constexpr std::size_t kLongestText = 100'000;
 
+// What an exception comes from, all else being told by numbers and sentences.
+constexpr std::string_view kOutOfMemory = "There is not enough memory for this run.";
+
 class MacroRun {
  public:
   MacroRun(Session& session, cfgSolve& form) : session_(session), form_(form) {}
@@ -79,7 +82,8 @@ class MacroRun {
     try {
       normal = Configure(fileName) && RunAll();
     } catch (const std::exception&) {
-      status_ = kOtherFailure;  // out of memory, say; what was to be told is told by numbers and sentences
+      status_ = kOtherFailure;
+      Log(kOutOfMemory);
     }
     if (normal)
       TerminateNormally();
@@ -154,6 +158,7 @@ class MacroRun {
   cfgSolve& form_;
   Macro macro_;
   std::optional<ParameterTable> parameters_;    // none where it could not be read
+  std::string parametersFault_;                 // why
   std::map<FileIdentity, const char*> inputs_;  // what no output may fall on, and what it is
   std::size_t run_ = 0;                         // from 0
   bool inputChanged_ = true;
@@ -215,7 +220,11 @@ void MacroRun::NoteInputs(const std::string& fileName) {
   note(fileName, "macro file");
   if (InParameterRun()) {
     note(setup.ParameterFile, "parameter file");
-    parameters_ = ReadParameterFile(setup.ParameterFile);
+    Result<ParameterTable> table = ReadParameterFile(setup.ParameterFile);
+    if (table)
+      parameters_ = std::move(*table);
+    else
+      parametersFault_ = table.error();
   } else {
     parameters_.emplace().Rows.emplace_back();
   }
@@ -251,6 +260,7 @@ bool MacroRun::LogParameters() {
   Log(text);
   Tell(text);
   if (!parameters_) {
+    Log(parametersFault_);
     Log("Error reading parameter file");
     Log(kAsterisks);
     results_.emplace_back("Run Failed");
@@ -287,7 +297,7 @@ bool MacroRun::TryRun() {
   } catch (const std::exception&) {
     if (!InParameterRun()) throw;
     data_ = unsorted_ = SolveData();
-    Log("There is not enough memory for this run.");
+    Log(kOutOfMemory);
     Log(kAsterisks);
     return FailRun(kOtherFailure);
   }

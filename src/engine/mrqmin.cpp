@@ -38,7 +38,10 @@ LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data,
 
 void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
                                 double& chisq, double& alamda) {
-  if (a.size() > kMostCoefficients) throw NumericFault();
+  if (a.size() > kMostCoefficients) {
+    model_.ErrorMessage = "A model may have " + std::to_string(kMostCoefficients) + " coefficients at most.";
+    throw NumericFault();
+  }
   if (alamda < 0) {
     mfit_ = static_cast<std::size_t>(std::count_if(ia.begin(), ia.end(), [](int free) { return free != 0; }));
     beta_.assign(a.size(), 0.0);

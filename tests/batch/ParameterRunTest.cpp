@@ -17,6 +17,7 @@ const struct {
   const char* Text;
   std::vector<std::string> Names;  // none: no table
   Rows Values;
+  std::string Fault = "";
 } kTables[] = {
     {"a,b\n1,2\n3,4\n", {"a", "b"}, {{"1", "2"}, {"3", "4"}}},
     {"\r\n  \r\n \"a\" , b \"c\"\r\n 1 ,\t2 \r\n", {"a", "b c"}, {{"1", "2"}}},
@@ -25,19 +26,22 @@ const struct {
     {"a,b,c\n1,2,", {"a", "b", "c"}, {{"1", "2", ""}}},
     {"a,b\n1\n2\n3,4\n\n\n", {"a", "b"}, {{"1", "2"}, {"3", "4"}}},  // a line end separates fields too
     {"a\n1\n\n2\n", {"a"}, {{"1"}, {"2"}}},
-    {"a,b\n1,2\n3\n", {}, {}},
-    {"a,b\n1,2\n3\n\n\n", {}, {}},
-    {"a,b\n", {}, {}},
-    {"", {}, {}},
-    {"a,b\n1,\"2\n", {}, {}},
+    {"a,b\n1,2\n3\n", {}, {}, "The last row has 1 of 2 values."},
+    {"a,b\n1,2\n3\n\n\n", {}, {}, "The last row has 1 of 2 values."},
+    {"a,b\n", {}, {}, "The file has no row below its names."},
+    {"", {}, {}, "The file is empty."},
+    {"a,b\n1,\"2\n", {}, {}, "Line 2: a quote is not closed."},
 };
 
 TEST(ReadParameterFile, ReadsRowsOfAsManyFieldsAsNames) {
   for (const auto& c : kTables) {
     TemporaryFolder folder;
     const auto table = ReadParameterFile(folder.Write("p.csv", c.Text));
-    ASSERT_EQ(table.has_value(), !c.Names.empty()) << c.Text;
-    if (!table) continue;
+    ASSERT_EQ(static_cast<bool>(table), !c.Names.empty()) << c.Text;
+    if (!table) {
+      EXPECT_EQ(table.error(), c.Fault);
+      continue;
+    }
     EXPECT_EQ(table->Names, c.Names) << c.Text;
     EXPECT_EQ(table->Rows, c.Values) << c.Text;
   }
@@ -191,13 +195,16 @@ TEST(ParameterRun, TurnsToAProjectWithoutReadingAgain) {
 }
 
 TEST(ParameterRun, EndsOnATableThatCannotBeRead) {
-  for (const char* table : {"", "a,b\n1\n"}) {
+  const struct {
+    const char *Table, *Fault;
+  } kFaults[] = {{"", "The file is empty."}, {"a,b\n1\n", "The last row has 1 of 2 values."}};
+  for (const auto& c : kFaults) {
     Program program;
-    program.Folder.Write("p.csv", table);
+    program.Folder.Write("p.csv", c.Table);
     EXPECT_EQ(program.RunMacro("B_MACRO\nParameterFile = @P.csv\nLogFile = @run.log\nE_MACRO\n"), 80);
     const std::string log = ShortLog(program);
     EXPECT_EQ(log.substr(log.find("Reading parameter")),
-              "Reading parameter file '@p.csv'\nError reading parameter file\n" + std::string(kStars) +
+              "Reading parameter file '@p.csv'\n" + std::string(c.Fault) + "\nError reading parameter file\n" + kStars +
                   "Log Summary:\nRun Failed\n" + kStars + "Abnormal termination\nExit Status 80\n");
   }
 }

@@ -267,7 +267,8 @@ TEST(Fit, RefusesMoreThanAHundredCoefficients) {
   for (int i = 0; i < 200; ++i) x.push_back(i), y.push_back(i);
   Solving solving({text + ")"});
   EXPECT_FALSE(solving.Fit(Points({x}, y)));
-  EXPECT_TRUE(solving.From("Beginning non-l").find("iterations\nSolution failed: Numerical Error\n") !=
+  EXPECT_TRUE(solving.From("Beginning non-l")
+                  .find("iterations\nA model may have 100 coefficients at most.\nSolution failed: Numerical Error\n") !=
               std::string::npos)
       << solving.Log;
 }
