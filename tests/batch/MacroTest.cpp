@@ -345,9 +345,10 @@ TEST(Macro, EndsInOrderByASignal) {
     std::string table = "n\n";
     for (int run = 0; run < 100'000; ++run) table += std::to_string(run % 10) + '\n';
     program.Folder.Write("p.csv", table);
-    // The signal comes once the log is there, and so is the program's readiness for it.
-    const std::string command = "bash -c 'set -m; \"$0\" \"$@\" & until [ -s " + program.Folder.Path("run.log") +
-                                " ]; do :; done; kill -" + signal + " $!; wait $!'";
+    // The signal comes once the log is there, and so is the program's readiness for it. Tests may run where signals are
+    // ignored, as behind an "&".
+    const std::string command = "bash -c 'set -m; env --default-signal \"$0\" \"$@\" & until [ -s " +
+                                program.Folder.Path("run.log") + " ]; do :; done; kill -" + signal + " $!; wait $!'";
     const std::string macro =
         "B_MACRO\nDataFile = @data.txt\nOutputFile = @out%n%.txt\nLogFile = @run.log\n"
         "ParameterFile = @p.csv\n";
