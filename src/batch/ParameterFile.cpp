@@ -70,8 +70,11 @@ Result<ParameterTable> ReadParameterFile(const std::string& name) {
     while (row.empty() && !rest.empty() && (rest[0] == '\r' || rest[0] == '\n')) rest.remove_prefix(1);
   };
   for (skipBlankLines(); !rest.empty(); skipBlankLines()) {
-    const auto line = 1 + std::count(std::as_const(text).data(), rest.data(), '\n');
-    if (!TakeField(rest, field)) return Failure{"Line " + std::to_string(line) + ": a quote is not closed."};
+    const char* const start = rest.data();
+    if (!TakeField(rest, field)) {
+      const auto line = 1 + std::count(std::as_const(text).data(), start, '\n');
+      return Failure{"Line " + std::to_string(line) + ": a quote is not closed."};
+    }
     row.push_back(std::move(field));
     if (row.size() < table.Names.size()) continue;
     table.Rows.push_back(std::move(row));
