@@ -24,7 +24,7 @@ const struct {
     {"a,b\n\"x, \"\"y\"\"\nz\" , 4", {"a", "b"}, {{"x, \"y\"\nz", "4"}}},
     {"a,b,c\n1,,\n,2,3\n", {"a", "b", "c"}, {{"1", "", ""}, {"", "2", "3"}}},
     {"a,b,c\n1,2,", {"a", "b", "c"}, {{"1", "2", ""}}},
-    {"a,b\n1\n2\n3,4\n\n\n", {"a", "b"}, {{"1", "2"}, {"3", "4"}}},  // a line end separates fields too
+    {"a,b\r\n1\r\n2\r\n3,4\n\n\n", {"a", "b"}, {{"1", "2"}, {"3", "4"}}},  // a line end separates fields too
     {"a\n1\n\n2\n", {"a"}, {{"1"}, {"2"}}},
     {"a,b\n1,2\n3\n", {}, {}, "The last row has 1 of 2 values."},
     {"a,b\n1,2\n3\n\n\n", {}, {}, "The last row has 1 of 2 values."},
@@ -164,20 +164,25 @@ TEST(ParameterRun, PutsValuesInOnceAndWithinBounds) {
   Program program;
   program.Folder.Write("data.txt", "1 2\n2 4\n3 6.5\n4 8\n");
   std::string names = "p,q", once = "<%P%>,%p%", doubled = "%q%%Q%,%c0%%c0%";
-  for (int i = 0; i < 30; ++i) {
+  for (int i = 0; i < 18; ++i) {
     const std::string next = "%c" + std::to_string(i + 1) + "%";
     names += ",c" + std::to_string(i);
     once += ",1";
     doubled += "," + next + next;
   }
   program.Folder.Write("p.csv", names + "\n" + once + "\n" + doubled + "\n" + once + "\n");
-  EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\n"
-                             "Comment = [%p%][%q%]\nParameterFile = @p.csv\nB_MODEL\nY=a*x+b\nE_MODEL\nE_MACRO\n"),
-            80);
-  EXPECT_NE(program.Folder.Read("out.txt").find("        [<%P%>][%p%]\r\n"), std::string::npos);
-  const std::string log = ShortLog(program);
-  EXPECT_NE(log.find("The parameters make Comment longer than 100000 characters.\n"), std::string::npos);
-  EXPECT_NE(log.find("1: Run Successful\n2: Run Failed\n3: Run Successful\n"), std::string::npos);
+  for (const std::string named : {"Comment", "Assign"}) {
+    const std::string comment = named == "Comment" ? "[%p%][%q%]" : "none", value = named == "Assign" ? "%q%" : "1";
+    EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\nComment = " +
+                               comment + "\nParameterFile = @p.csv\nB_MODEL\nY=a*x+b\nAssign a = " + value +
+                               ", Operator = Value, Fit = True\nE_MODEL\nE_MACRO\n"),
+              80);
+    const std::string written = program.Folder.Read("out.txt");
+    EXPECT_EQ(written.find("        [<%P%>][%p%]\r\n") != std::string::npos, named == "Comment") << written;
+    const std::string log = ShortLog(program);
+    EXPECT_NE(log.find("The parameters make " + named + " longer than 100000 characters.\n"), std::string::npos);
+    EXPECT_NE(log.find("1: Run Successful\n2: Run Failed\n3: Run Successful\n"), std::string::npos);
+  }
 }
 
 TEST(ParameterRun, TurnsToAProjectWithoutReadingAgain) {
