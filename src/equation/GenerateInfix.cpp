@@ -49,8 +49,7 @@ class Generator {
  public:
   Generator(const Expression& expression, ExprType language, const LocaleText& locale,
             std::vector<std::string>& InFixList, std::vector<std::string>& FnList)
-      : expression_(expression),
-        inC_(language == ExprType::C),
+      : inC_(language == ExprType::C),
         language_(language),
         names_(NamesFor(expression, language)),
         locale_(locale),
@@ -129,7 +128,6 @@ class Generator {
     return {text + ")"};
   }
 
-  const Expression& expression_;
   const bool inC_;
   const ExprType language_;
   const CodeNames names_;
