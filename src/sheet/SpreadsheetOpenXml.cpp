@@ -232,14 +232,14 @@ SpreadsheetFault ReadOpenXml(SpreadsheetArchive& archive, const std::optional<st
     fault = parts.Read(archive, folder + "_rels/" + workbookFile.substr(folder.size()) + ".rels");
   if (fault != SpreadsheetFault::None) return fault;
 
-  std::string sheetFile;
+  std::optional<std::string> sheetFile;  // empty where the relation of the sheet names none
   for (const WorkbookReader::Sheet& listed : workbook.Sheets) {
     const auto part = parts.Relations.find(listed.RelationId);
     if (part == parts.Relations.end() || !part->second.Type.ends_with("/worksheet")) continue;  // a chart, for one
     content.Names.push_back(listed.Name);
     if (listed.Name == sheet) sheetFile = part->second.Target;
   }
-  if (sheetFile.empty()) return SpreadsheetFault::None;
+  if (!sheetFile) return SpreadsheetFault::None;
   content.Found = true;
   SharedTextReader texts;
   const std::string textFile = parts.TargetOf("/sharedStrings");
@@ -249,7 +249,7 @@ SpreadsheetFault ReadOpenXml(SpreadsheetArchive& archive, const std::optional<st
   if (fault == SpreadsheetFault::None && workbook.From1904 && !styleFile.empty())
     fault = from1904.Read(archive, styleFile);
   if (fault != SpreadsheetFault::None) return fault;
-  return SheetReader(texts.Texts, from1904, content.Sheet).Read(archive, sheetFile);
+  return SheetReader(texts.Texts, from1904, content.Sheet).Read(archive, *sheetFile);
 }
 
 }  // namespace quorvex
