@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Writes functions.txt, values of the language's functions over their domains, by mpmath (python3-mpmath) at 40 digits
+"""Writes functions.txt, values of the language's functions over their domains, by mpmath (python3-mpmath) at 50 digits
 and more. Run it in the folder: /usr/bin/python3 functions.py > functions.txt; it takes some minutes.
 
-A line has the word, the arguments and the value; then, where the function oscillates (x beyond the order), the modulus that
-an error near one of its zeros is measured by. Arguments are the doubles that are written, values have 17 digits. Places where a value
-is below 1e-290 or above 1e290 in magnitude are left out, besides exact zeros.
+A line has the word, the arguments and the value; then, where the function oscillates (x beyond the order), the modulus
+that an error near one of its zeros is measured by. Arguments are the doubles that are written, values have 17 digits.
+Places where a value is below 1e-290 or above 1e290 in magnitude are left out, besides exact zeros.
 
 Where mpmath's incomplete functions don't settle (large parameters), the tail is integrated here, in units of the
 density where it begins.
