@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "equation/Elementary.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 namespace {

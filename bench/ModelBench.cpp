@@ -14,7 +14,7 @@
 #include "engine/SolveForm.h"
 #include "engine/mrqmin.h"
 #include "equation/ClosedForms.h"
-#include "equation/Elementary.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 namespace {

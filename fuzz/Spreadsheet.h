@@ -11,8 +11,8 @@
 #include <string_view>
 
 #include "Require.h"
-#include "sheet/SpreadsheetCells.h"
-#include "sheet/SpreadsheetFile.h"
+#include "import/spreadsheet/SpreadsheetCells.h"
+#include "import/spreadsheet/SpreadsheetFile.h"
 
 namespace quorvex {
 

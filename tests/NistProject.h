@@ -10,8 +10,8 @@
 #include "RecordingPrompter.h"
 #include "core/NumberText.h"
 #include "engine/UserModel.h"
+#include "import/spreadsheet/SpreadsheetImport.h"
 #include "project/ProjectEditor.h"
-#include "sheet/SpreadsheetImport.h"
 
 namespace quorvex {
 

@@ -4,7 +4,7 @@
 
 #include "Shots.h"
 #include "app/ui/parentfrm.h"
-#include "project/ui/quorvexWindow.h"
+#include "desktop/quorvexWindow.h"
 
 namespace quorvex {
 

@@ -8,10 +8,10 @@
 
 #include "Shots.h"
 #include "core/ui/MessageBoxPrompter.h"
-#include "sheet/OdbcSource.h"
-#include "sheet/SpreadsheetImport.h"
-#include "sheet/ui/frmDataBase.h"
-#include "sheet/ui/frmImport.h"
+#include "import/OdbcSource.h"
+#include "import/spreadsheet/SpreadsheetImport.h"
+#include "import/ui/frmDataBase.h"
+#include "import/ui/frmImport.h"
 
 namespace quorvex {
 namespace {

@@ -19,10 +19,10 @@
 #include "core/ui/MessageBoxPrompter.h"
 #include "plot/ui/PlotWindow.h"
 #include "plot/ui/QtSurface.h"
-#include "project/SolvedList.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "sheet/ComputeWeights.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 namespace {

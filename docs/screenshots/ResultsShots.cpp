@@ -10,9 +10,9 @@
 #include "engine/SolveForm.h"
 #include "engine/UserModel.h"
 #include "plot/ui/PSetup.h"
-#include "project/GatherData.h"
 #include "results/ui/TableFormat.h"
 #include "results/ui/frmResults.h"
+#include "solve/GatherData.h"
 
 namespace quorvex {
 namespace {

@@ -9,8 +9,8 @@
 
 #include "Shots.h"
 #include "app/ui/parentfrm.h"
-#include "project/ui/SheetView.h"
-#include "project/ui/quorvexWindow.h"
+#include "desktop/SheetView.h"
+#include "desktop/quorvexWindow.h"
 
 namespace quorvex {
 namespace {

@@ -11,7 +11,7 @@
 
 #include "Shots.h"
 #include "app/ui/parentfrm.h"
-#include "project/ui/quorvexWindow.h"
+#include "desktop/quorvexWindow.h"
 
 namespace quorvex {
 namespace {

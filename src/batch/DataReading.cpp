@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "core/NumberText.h"
+#include "import/ConnectString.h"
 #include "sheet/ArrangeData.h"
 #include "sheet/ComputeWeights.h"
-#include "sheet/ConnectString.h"
 #include "sheet/LoadGridData.h"
 
 namespace quorvex {

@@ -1,7 +1,7 @@
 #include "batch/FitModels.h"
 
 #include "core/NumberText.h"
-#include "project/RunSolve.h"
+#include "engine/FitSharingInput.h"
 
 namespace quorvex {
 namespace {

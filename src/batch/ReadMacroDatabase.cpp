@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/LongWork.h"
-#include "sheet/BlankMissingMarker.h"
+#include "import/BlankMissingMarker.h"
 
 namespace quorvex {
 

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "batch/DataReading.h"
-#include "sheet/OdbcSource.h"
+#include "import/OdbcSource.h"
 
 namespace quorvex {
 

@@ -21,7 +21,7 @@
 #include "core/NumberText.h"
 #include "core/SaveFile.h"
 #include "core/TextEncoding.h"
-#include "project/RunSolve.h"
+#include "engine/FitSharingInput.h"
 
 namespace quorvex {
 namespace {

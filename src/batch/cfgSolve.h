@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "project/SolveProgress.h"
+#include "solve/SolveProgress.h"
 
 namespace quorvex {
 

@@ -8,7 +8,7 @@
 #include "core/NumericFault.h"
 #include "engine/Householder.h"
 #include "equation/ClosedForms.h"
-#include "equation/Elementary.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 

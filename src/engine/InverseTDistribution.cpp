@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "equation/betai.h"
+#include "functions/betai.h"
 
 namespace quorvex {
 

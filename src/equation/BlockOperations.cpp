@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "equation/Elementary.h"
 #include "equation/IntrinsicFunctions.h"
 #include "equation/Operators.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 namespace {

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "equation/Elementary.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 

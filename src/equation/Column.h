@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "equation/BlockOperations.h"
-#include "equation/Elementary.h"
 #include "equation/Operators.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 

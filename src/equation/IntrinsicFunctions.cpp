@@ -7,13 +7,13 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
-#include "equation/Elementary.h"
-#include "equation/NearOne.h"
-#include "equation/bessel.h"
-#include "equation/besseljy.h"
-#include "equation/betai.h"
-#include "equation/gamma.h"
-#include "equation/plgndr.h"
+#include "functions/Elementary.h"
+#include "functions/NearOne.h"
+#include "functions/bessel.h"
+#include "functions/besseljy.h"
+#include "functions/betai.h"
+#include "functions/gamma.h"
+#include "functions/plgndr.h"
 
 namespace quorvex {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "core/FaultFlags.h"
 #include "core/NumericFault.h"
-#include "equation/Elementary.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 

@@ -5,7 +5,7 @@
 
 #include "equation/ClosedForms.h"
 #include "equation/Column.h"
-#include "equation/Elementary.h"
+#include "functions/Elementary.h"
 
 // The built-in models that are no sums of terms, one struct each: its value at the points of a column, and the partial
 // derivatives d where these are asked for. kVariables and kCoefficients size the loops that kClosedForm makes of it.

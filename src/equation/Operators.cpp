@@ -5,7 +5,7 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
-#include "equation/Elementary.h"
+#include "functions/Elementary.h"
 
 namespace quorvex {
 namespace {

@@ -8,7 +8,7 @@
 #include "files/FieldReader.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelRecord.h"
-#include "project/GatherData.h"
+#include "solve/GatherData.h"
 
 namespace quorvex {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/Files.h"
-#include "project/UserModelDraft.h"
-#include "project/UserModels.h"
+#include "usermodels/UserModelDraft.h"
+#include "usermodels/UserModels.h"
 
 namespace quorvex {
 namespace {

@@ -8,8 +8,8 @@
 #include "core/Prompter.h"
 #include "core/Settings.h"
 #include "project/Project.h"
+#include "project/clsUndo.h"
 #include "sheet/SheetEdit.h"
-#include "sheet/clsUndo.h"
 
 namespace quorvex {
 

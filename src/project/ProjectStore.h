@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "core/Prompter.h"
-#include "project/GroupPick.h"
 #include "project/Project.h"
+#include "solve/GroupPick.h"
 
 namespace quorvex {
 

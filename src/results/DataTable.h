@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "core/LocaleText.h"
-#include "project/GatherData.h"
-#include "project/SolvedList.h"
 #include "results/FitInformation.h"
 #include "results/TextTable.h"
+#include "solve/GatherData.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 

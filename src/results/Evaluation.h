@@ -6,7 +6,7 @@
 
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
-#include "project/SolvedList.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 

@@ -6,7 +6,7 @@
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "engine/InverseTDistribution.h"
-#include "equation/betai.h"
+#include "functions/betai.h"
 
 namespace quorvex {
 namespace {

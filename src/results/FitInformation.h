@@ -5,8 +5,8 @@
 #include "core/LocaleText.h"
 #include "core/Settings.h"
 #include "project/Project.h"
-#include "project/SolvedList.h"
 #include "results/TextTable.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 

@@ -8,7 +8,7 @@
 #include "core/Result.h"
 #include "core/SolveData.h"
 #include "plot/PlotClass.h"
-#include "project/SolvedList.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <span>
 
-#include "equation/DoubleDouble.h"
+#include "functions/DoubleDouble.h"
 
 namespace quorvex {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "batch/Program.h"
-#include "sheet/OdbcSource.h"
+#include "import/OdbcSource.h"
 
 namespace quorvex {
 namespace {

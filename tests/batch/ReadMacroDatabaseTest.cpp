@@ -3,7 +3,7 @@
 #include "Paths.h"
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
-#include "sheet/OdbcDatabase.h"
+#include "import/OdbcDatabase.h"
 
 namespace quorvex {
 namespace {

@@ -5,7 +5,7 @@
 #include "TemporaryFolder.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelFiles.h"
-#include "project/UserModels.h"
+#include "usermodels/UserModels.h"
 
 namespace quorvex {
 namespace {

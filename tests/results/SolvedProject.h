@@ -9,9 +9,9 @@
 
 #include "core/SolveData.h"
 #include "engine/UserModel.h"
-#include "project/GatherData.h"
 #include "project/Project.h"
-#include "project/SolvedList.h"
+#include "solve/GatherData.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 

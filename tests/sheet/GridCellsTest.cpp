@@ -4,7 +4,7 @@
 #include <functional>
 #include <limits>
 
-#include "sheet/BlankMissingMarker.h"
+#include "import/BlankMissingMarker.h"
 #include "sheet/GridCells.h"
 
 namespace quorvex {

@@ -16,7 +16,7 @@
 #include "Frame.h"
 #include "Mnemonics.h"
 #include "Paths.h"
-#include "sheet/OdbcSource.h"
+#include "import/OdbcSource.h"
 
 namespace quorvex {
 namespace {

@@ -10,7 +10,7 @@
 
 #include "Frame.h"
 #include "engine/UserModel.h"
-#include "project/ui/ProgressWindow.h"
+#include "solve/ui/ProgressWindow.h"
 
 namespace quorvex {
 

@@ -34,9 +34,9 @@
 #include "app/SettingsStore.h"
 #include "app/ui/FileRequests.h"
 #include "app/ui/parentfrm.h"
+#include "desktop/SheetView.h"
+#include "desktop/quorvexWindow.h"
 #include "files/ProjectFile.h"
-#include "project/ui/SheetView.h"
-#include "project/ui/quorvexWindow.h"
 
 namespace quorvex {
 namespace {

@@ -20,16 +20,16 @@
 #include "app/SettingsStore.h"
 #include "app/ui/WindowArrangement.h"
 #include "core/ui/BusyCursor.h"
+#include "desktop/ImportCommands.h"
+#include "desktop/SheetView.h"
+#include "desktop/ShowResults.h"
+#include "desktop/quorvexWindow.h"
 #include "files/DetectFileType.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelFiles.h"
 #include "files/ui/usereq.h"
-#include "project/ui/ImportCommands.h"
+#include "import/spreadsheet/SpreadsheetImport.h"
 #include "project/ui/NewProj.h"
-#include "project/ui/SheetView.h"
-#include "project/ui/quorvexWindow.h"
-#include "results/ui/ShowResults.h"
-#include "sheet/SpreadsheetImport.h"
 
 namespace quorvex {
 namespace {

@@ -24,11 +24,11 @@
 #include "app/ui/frmTip.h"
 #include "app/ui/parentfrm.h"
 #include "batch/ui/frmMacro.h"
+#include "desktop/PlotMenu.h"
+#include "desktop/ProjectMenus.h"
+#include "desktop/SheetView.h"
+#include "desktop/quorvexWindow.h"
 #include "files/ProjectFile.h"
-#include "project/ui/ProjectMenus.h"
-#include "project/ui/SheetView.h"
-#include "project/ui/quorvexWindow.h"
-#include "results/ui/PlotMenu.h"
 
 // The examples and the icon are part of the library of windows, which has to be told so by name.
 static void LoadResources() { Q_INIT_RESOURCE(quorvex); }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "batch/cfgSolve.h"
-#include "project/ui/ProgressWindow.h"
+#include "solve/ui/ProgressWindow.h"
 
 namespace quorvex {
 

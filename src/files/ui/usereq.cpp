@@ -9,11 +9,11 @@
 #include <QPushButton>
 
 #include "core/NumberText.h"
-#include "project/UserModels.h"
-#include "project/ui/frmChooseModel.h"
-#include "project/ui/frmEqEdit.h"
-#include "project/ui/frmRules.h"
-#include "project/ui/quorvexWindow.h"
+#include "desktop/quorvexWindow.h"
+#include "usermodels/UserModels.h"
+#include "usermodels/ui/frmChooseModel.h"
+#include "usermodels/ui/frmEqEdit.h"
+#include "usermodels/ui/frmRules.h"
 
 namespace quorvex {
 

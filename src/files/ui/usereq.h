@@ -5,7 +5,7 @@
 #include "core/Settings.h"
 #include "core/ui/MessageBoxPrompter.h"
 #include "files/UserModelFiles.h"
-#include "project/UserModelDraft.h"
+#include "usermodels/UserModelDraft.h"
 
 class QListWidget;
 class QPlainTextEdit;

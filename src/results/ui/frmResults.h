@@ -9,9 +9,9 @@
 #include "core/Prompter.h"
 #include "core/Settings.h"
 #include "plot/PlotClass.h"
-#include "project/GatherData.h"
 #include "project/Project.h"
 #include "results/FitInformation.h"
+#include "solve/GatherData.h"
 
 class QComboBox;
 class QPrinter;

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/SolveData.h"
-#include "project/InitialEstimates.h"
+#include "solve/InitialEstimates.h"
 
 class QComboBox;
 class QLabel;

@@ -1,0 +1,54 @@
+// The Data menu: what computes new values for the sheet or from it, and import.
+
+#include "analysis/ui/DataStatWindow.h"
+#include "core/ui/BusyCursor.h"
+#include "desktop/ImportCommands.h"
+#include "desktop/ProjectMenus.h"
+#include "desktop/SheetView.h"
+#include "desktop/quorvexWindow.h"
+#include "sheet/AverageReplicates.h"
+#include "sheet/ui/TransformDialogs.h"
+
+namespace quorvex {
+namespace {
+
+template <auto Show, auto... Mode>
+void ShowDialog(quorvexWindow& window) {
+  window.Run([&](const SheetEdit& edit) { return Show(edit, &window, Mode...); });
+}
+
+void Average(quorvexWindow& window) {
+  window.Run([](const SheetEdit& edit) {
+    const BusyCursor busy;
+    return AverageReplicates(edit);
+  });
+}
+
+void Statistics(quorvexWindow& window) {
+  if (!window.Grid().CommitEntry()) return;
+  const Project& project = window.Document();
+  if (auto statistics = ShowDataStat(project.Sheet, window.User()))
+    (new DataStatWindow(&window, std::move(*statistics), project.Locale, window.User()))->show();
+}
+
+}  // namespace
+
+std::vector<ProjectCommand> DataMenu() {
+  return {
+      {"mnuDataFill", "&Fill...", QKeySequence("Ctrl+D"), ShowDialog<ShowDataSweep>},
+      {"mnuDataScale", "Sca&le...", {}, ShowDialog<ShowFactor, FactorMode::Scale>},
+      {"mnuDataTranslate", "&Translate...", {}, ShowDialog<ShowFactor, FactorMode::Translate>},
+      {"mnuDataSort", "S&ort...", {}, ShowDialog<ShowSort>},
+      {"mnuDataCombine", "&Combine Columns...", {}, ShowDialog<ShowCombine>},
+      {"mnuDataZeroNegative", "Zero &Negative Data...", {}, ShowDialog<ShowZeroSelect, ZeroSign::Negative>},
+      {"mnuDataZeroPositive", "Zero &Positive Data...", {}, ShowDialog<ShowZeroSelect, ZeroSign::Positive>},
+      {"mnuDataAverage", "&Average Replicates", {}, Average},
+      {},
+      {"mnuDataStatistics", "&Statistics...", {}, Statistics},
+      {},
+      {"mnuDataImport", "&Import Text or Spreadsheet...", QKeySequence("Ctrl+I"), ImportTextOrSpreadsheet},
+      {"mnuDataImportDatabase", "Import from Data&base...", {}, ImportFromDatabase},
+  };
+}
+
+}  // namespace quorvex

@@ -1,0 +1,63 @@
+#include "desktop/ImportCommands.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+
+#include "desktop/quorvexWindow.h"
+#include "import/spreadsheet/SpreadsheetImport.h"
+#include "import/ui/frmDataBase.h"
+#include "import/ui/frmImport.h"
+
+namespace quorvex {
+namespace {
+
+// The file to import, "" where the user cancels. Begins in the folder of the last import, or else of projects.
+QString ChooseDataFile(quorvexWindow& window) {
+  constexpr const char* kFolder = "importdir";
+  Settings& settings = window.Preferences();
+  std::string folder = settings.Text(kFolder);
+  if (folder == "0") folder = settings.Text("projectdir");
+  if (folder == "0") folder.clear();  // none was ever chosen
+  QString file = QFileDialog::getOpenFileName(&window, "Import", QString::fromStdString(folder),
+                                              QString("Text and spreadsheets (%1);;All files (*)").arg(kDataFiles));
+  if (!file.isEmpty()) settings.Set(kFolder, QFileInfo(file).absolutePath().toStdString());
+  return file;
+}
+
+bool ShowImport(quorvexWindow& window, DataImport& import, const SheetEdit& edit) {
+  const bool fresh = window.IsFresh();
+  frmImport form(import, edit, &window);
+  if (form.exec() != QDialog::Accepted) return false;
+  if (fresh) import.NameVariables(edit.Sheet, edit.Locale);
+  return true;
+}
+
+}  // namespace
+
+void ImportTextOrSpreadsheet(quorvexWindow& window) {
+  const QString file = ChooseDataFile(window);
+  if (file.isEmpty()) return;
+  window.Run([&](const SheetEdit& edit) {
+    const auto import = ImportData(file.toStdString(), edit);
+    return import != nullptr && ShowImport(window, *import, edit);
+  });
+}
+
+void ImportFromDatabase(quorvexWindow& window) {
+  window.Run([&](const SheetEdit& edit) {
+    if (!ConfirmOverwrite(edit)) return false;
+    const bool fresh = window.IsFresh();
+    frmDataBase form(edit, DatabaseUse::From(window.Preferences()), &window);
+    if (form.exec() != QDialog::Accepted) return false;
+    if (fresh) form.Import().NameVariables(edit.Sheet, edit.Locale);
+    return true;
+  });
+}
+
+bool ImportInto(quorvexWindow& window, DataImport& import) {
+  bool imported = false;
+  window.Run([&](const SheetEdit& edit) { return imported = ShowImport(window, import, edit); });
+  return imported;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,251 @@
+#include "desktop/quorvexWindow.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "desktop/SheetModel.h"
+#include "desktop/SheetView.h"
+#include "desktop/SolvedListPanel.h"
+#include "sheet/ColumnLayout.h"
+#include "solve/ui/SolveLog.h"
+
+namespace quorvex {
+namespace {
+
+// "X1, X2 and Y".
+QString Listed(const std::vector<std::string>& headers) {
+  QStringList names;
+  for (const std::string& header : headers) names << QString::fromStdString(header);
+  const QString last = names.takeLast();
+  return names.join(", ") + " and " + last;
+}
+
+}  // namespace
+
+quorvexWindow::quorvexWindow(Project project, ProjectStore& store, Settings& settings, Prompter& user)
+    : project_(std::move(project)),
+      store_(store),
+      settings_(settings),
+      user_(user),
+      editor_(project_, settings, user_),
+      dialogs_(*this, user_, store_),
+      solver_(project_, editor_, settings, user_, dialogs_),
+      model_(new SheetModel(project_, editor_.Edit, this)),
+      pages_(new QTabWidget(this)),
+      DataGrid(new SheetView(this)),
+      hint_(new QLabel(this)),
+      Notes(new QPlainTextEdit(this)),
+      solutions_(new SolvedListPanel(this)) {
+  setObjectName("quorvexWindow");
+  LayOut();
+  DataGrid->SetSheet(model_);
+  Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
+  connect(model_, &SheetModel::dataChanged, this, &quorvexWindow::ShowState);
+  connect(model_, &SheetModel::headerDataChanged, this, &quorvexWindow::ShowState);
+  connect(model_, &SheetModel::modelReset, this, &quorvexWindow::ShowState);
+  connect(DataGrid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, &quorvexWindow::EditHeader);
+  connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
+  connect(DataGrid, &SheetView::EntryRefused, this, [this] { pages_->setCurrentIndex(0); });
+  connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
+  connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResults);
+  connect(solutions_, &SolvedListPanel::SortChosen, this, &quorvexWindow::SortSolutions);
+  dialogs_.RunBegins = [this] { emit SolveBegins(); };
+  dialogs_.RunEnded = [this] { ShowState(); };
+  ShowState();
+}
+
+void quorvexWindow::LayOut() {
+  auto* sheet = new QWidget(pages_);
+  auto* column = new QVBoxLayout(sheet);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(DataGrid);
+  column->addWidget(hint_);
+  hint_->setObjectName("hint");
+  hint_->setTextFormat(Qt::PlainText);
+  hint_->setWordWrap(true);
+  hint_->setMargin(6);
+  Notes->setObjectName("Notes");
+  Notes->setAccessibleName("Notes");
+  Notes->setPlaceholderText("What these data are and where they come from.");
+  Notes->setTabChangesFocus(true);
+  pages_->setObjectName("pages");
+  pages_->setDocumentMode(true);
+  pages_->addTab(sheet, "D&ata");  // D, as O, opens a menu of the frame
+  pages_->addTab(Notes, "&Notes");
+  // Three fifths for the sheet, at any size, until the user moves the border.
+  auto* sides = new QSplitter(this);
+  sides->setObjectName("sides");
+  sides->addWidget(pages_);
+  sides->addWidget(solutions_);
+  sides->setStretchFactor(0, 3);
+  sides->setStretchFactor(1, 2);
+  sides->setSizes({3000, 2000});
+  sides->setCollapsible(0, false);
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(0, 0, 0, 0);
+  all->addWidget(sides);
+  setFocusProxy(DataGrid);
+}
+
+QPlainTextEdit* quorvexWindow::NotesInFront() const { return pages_->currentWidget() == Notes ? Notes : nullptr; }
+
+bool quorvexWindow::IsFresh() const {
+  return !project_.HasFile && !project_.Changed && !project_.NotesChanged && project_.Sheet.Cells.GridLastRow() == 0;
+}
+
+QString quorvexWindow::Status() const {
+  const QModelIndex cell = DataGrid->currentIndex();
+  const std::size_t rows = project_.Sheet.Cells.GridLastRow();
+  return QString("%1, row %2   |   %3")
+      .arg(model_->headerData(cell.column(), Qt::Horizontal, Qt::DisplayRole).toString())
+      .arg(cell.row() + 1)
+      .arg(rows == 0   ? QString("no data")
+           : rows == 1 ? QString("1 row of data")
+                       : QString("%1 rows of data").arg(rows));
+}
+
+bool quorvexWindow::FileSave() {
+  if (!DataGrid->CommitEntry()) return false;
+  const bool saved = store_.FileSave(project_, user_);
+  if (saved) emit Saved();
+  ShowState();
+  return saved;
+}
+
+bool quorvexWindow::FileSaveAs() {
+  if (!DataGrid->CommitEntry()) return false;
+  const bool saved = store_.FileSaveAs(project_, user_);
+  if (saved) emit Saved();
+  ShowState();
+  return saved;
+}
+
+void quorvexWindow::Run(const SheetCommand& command) {
+  pages_->setCurrentIndex(0);  // what changes is to be seen
+  if (!DataGrid->CommitEntry()) return;
+  editor_.Edit.Selection.clear();
+  for (const QItemSelectionRange& range : DataGrid->selectionModel()->selection())
+    editor_.Edit.Selection.push_back(
+        {static_cast<std::size_t>(range.top()) + 1, static_cast<std::size_t>(range.left()) + 1,
+         static_cast<std::size_t>(range.bottom()) + 1, static_cast<std::size_t>(range.right()) + 1});
+  if (command(editor_.Edit)) Refresh();
+}
+
+void quorvexWindow::EditUndo(std::size_t count) {
+  pages_->setCurrentIndex(0);
+  if (!DataGrid->CommitEntry()) return;
+  editor_.UndoNewest(count);
+  Refresh();
+}
+
+// The label begins its mnemonic with an "&". Any other is one of a header's.
+QString quorvexWindow::UndoText() const {
+  QString text = QString::fromStdString(editor_.Menu.UndoText);
+  const qsizetype behind = text.indexOf('&') + 1;
+  return text.left(behind) + text.mid(behind).replace('&', "&&");
+}
+
+void quorvexWindow::EditHeader(int column) {
+  Run([column](const SheetEdit& edit) { return quorvex::EditHeader(edit, static_cast<std::size_t>(column) + 1); });
+}
+
+void quorvexWindow::GoTo(const CellPlace& place) {
+  pages_->setCurrentIndex(0);
+  DataGrid->setCurrentIndex(model_->index(static_cast<int>(place.Row) - 1, static_cast<int>(place.Col) - 1));
+}
+
+void quorvexWindow::Refresh() { model_->Reload(); }
+
+void quorvexWindow::SolveRegression() { Solve(&ProjectSolver::SolveRegression); }
+void quorvexWindow::SolveInterpolation() { Solve(&ProjectSolver::SolveInterpolation); }
+
+void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()) {
+  if (!DataGrid->CommitEntry()) return;
+  const std::optional<std::size_t> best = (solver_.*command)();
+  ShowState();
+  if (!best) return;
+  solutions_->SetCurrentRow(static_cast<int>(*best));
+  if (solver_.ShowsResults()) emit ResultsWanted(static_cast<int>(*best));
+}
+
+void quorvexWindow::ClearFits() {
+  if (!DataGrid->CommitEntry()) return;
+  Resort();
+  if (solver_.ClearFits(SelectedSolutions())) ShowState();
+}
+
+std::vector<SolvedItem> quorvexWindow::SelectedSolutions() {
+  const std::vector<SolvedItem> list = Solved();
+  std::vector<SolvedItem> selected;
+  for (const int row : solutions_->SelectedRows())
+    if (static_cast<std::size_t>(row) < list.size()) selected.push_back(list[static_cast<std::size_t>(row)]);
+  return selected;
+}
+
+void quorvexWindow::ShowLog() {
+  if (solver_.Log().empty()) return user_.Inform("Nothing was solved since the project was opened.");
+  SolveLog(this, solver_.Log()).exec();
+}
+
+void quorvexWindow::ShowSelectedResults() {
+  const std::vector<int> selected = solutions_->SelectedRows();
+  if (selected.empty()) return user_.Inform("Nothing is solved yet.");
+  ShowResults(selected.front());
+}
+
+// The list on the screen may be older than a model that is gone.
+void quorvexWindow::ShowResults(int position) {
+  if (position < static_cast<int>(Solved().size())) emit ResultsWanted(position);
+}
+
+void quorvexWindow::SortSolutions(int sortIndex) {
+  settings_.SetNumber("sortindex", sortIndex);
+  Resort();
+}
+
+void quorvexWindow::Resort() {
+  solutions_->Show(Solved(), SolutionsSortedBy(), project_.Locale.DecimalSeparator);
+  emit SolutionsChanged();
+}
+
+void quorvexWindow::NotesEdited() {
+  project_.Notes = Notes->toPlainText().replace('\n', "\r\n").toStdString();
+  project_.NotesChanged = true;
+  setWindowModified(true);
+  emit Changed();
+}
+
+void quorvexWindow::ShowState() {
+  setWindowTitle(QFileInfo(QString::fromStdString(project_.FileName)).fileName() + "[*]");
+  setWindowModified(project_.Changed || project_.NotesChanged);
+  hint_->setText("Type your measurements into the columns " + Listed(project_.Sheet.Headers) +
+                 ", or open one of the examples of the Help menu.");
+  hint_->setVisible(project_.Sheet.Cells.GridLastRow() == 0);
+  Resort();
+  emit Changed();
+  emit StatusChanged();
+}
+
+void quorvexWindow::closeEvent(QCloseEvent* event) {
+  // What is asked about is to be seen.
+  if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+      frame != nullptr && frame->mdiArea() != nullptr && (project_.Changed || project_.NotesChanged))
+    frame->mdiArea()->setActiveSubWindow(frame);
+  const auto isSaved = [this] { return !project_.Changed && !project_.NotesChanged; };
+  const bool committed = DataGrid->CommitEntry(), wasSaved = isSaved();
+  const bool close = committed && store_.MayClose(project_, user_);
+  if (!wasSaved && isSaved()) emit Saved();
+  ShowState();
+  event->setAccepted(close);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "desktop/SolveDialogs.h"
+#include "project/Project.h"
+#include "project/ProjectEditor.h"
+#include "sheet/FindCell.h"
+#include "solve/ProjectSolver.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QTabWidget;
+
+namespace quorvex {
+
+class SheetModel;
+class SheetView;
+class SolvedListPanel;
+
+// A command on the sheet, which returns whether it changed it.
+using SheetCommand = std::function<bool(const SheetEdit& edit)>;
+
+// The window of one project: its data sheet, its notes and its solutions.
+class quorvexWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  // All but the project outlive the window.
+  quorvexWindow(Project project, ProjectStore& store, Settings& settings, Prompter& user);
+
+  Project& Document() { return project_; }
+  SheetView& Grid() { return *DataGrid; }
+  QPlainTextEdit* NotesInFront() const;  // null where the sheet is
+  ProjectEditor& Editor() { return editor_; }
+  const ProjectEditor& Editor() const { return editor_; }
+  Settings& Preferences() { return settings_; }
+  Prompter& User() { return user_; }
+
+  // A new project that nothing was done to.
+  bool IsFresh() const;
+
+  // The cell that is current and how far the sheet is filled, for the status bar.
+  QString Status() const;
+
+  // The commands. An entry that is still open in the sheet is taken first; one that is refused stops the command.
+  bool FileSave();
+  bool FileSaveAs();
+
+  // A command on the cells that are selected; shows what it changed.
+  void Run(const SheetCommand& command);
+  // Takes back the newest operations.
+  void EditUndo(std::size_t count);
+  // The text of Undo in the Edit menu.
+  QString UndoText() const;
+  // Asks for the header of a column, counted from 0.
+  void EditHeader(int column);
+  void GoTo(const CellPlace& place);
+
+  // Shows a project that something other than typing has changed, its solutions included.
+  void Refresh();
+
+  // The commands of the Solve menu.
+  void SolveRegression();
+  void SolveInterpolation();
+  void ClearFits();
+  void ShowLog();
+  void ShowSelectedResults();
+  void SaveGroup() { solver_.SaveGroup(); }
+  void SortSolutions(int sortIndex);
+  int SolutionsSortedBy() const { return settings_.Integer("sortindex"); }
+  void PromptForSetup(bool prompt) { settings_.SetFlag("promptforsetup", prompt); }
+  bool PromptsForSetup() const { return settings_.Flag("promptforsetup"); }
+
+  // The solved list as it is shown, sorted anew by the key in force.
+  std::vector<SolvedItem> Solved() { return SolvedItems(project_, SolutionsSortedBy()); }
+  std::vector<SolvedItem> SelectedSolutions();
+  void Resort();
+  // What the last solve left behind: its log, its limits, the rows it left out.
+  const ProjectSolver& Solver() const { return solver_; }
+
+  // What the setup of a single model opens and this floor does not know.
+  RegressTools& Tools() { return dialogs_.Tools; }
+
+ signals:
+  void ResultsWanted(int position);  // in the solved list, from 0
+  void SolveBegins();                // the project is as it was before
+  void SolutionsChanged();           // or their order, or what they rest upon
+  void Changed();                    // the project, or whether it is saved
+  void Saved();                      // the project, into its file
+  void StatusChanged();              // the text of the status bar
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void LayOut();
+  void NotesEdited();
+  void ShowState();
+  void ShowResults(int position);
+  void Solve(std::optional<std::size_t> (ProjectSolver::*command)());
+
+  Project project_;
+  ProjectStore& store_;
+  Settings& settings_;
+  Prompter& user_;
+  ProjectEditor editor_;
+  SolveDialogs dialogs_;
+  ProjectSolver solver_;
+  SheetModel* model_;
+  QTabWidget* pages_;
+  SheetView* DataGrid;
+  QLabel* hint_;
+  QPlainTextEdit* Notes;
+  SolvedListPanel* solutions_;
+};
+
+}  // namespace quorvex

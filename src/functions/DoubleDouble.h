@@ -1,0 +1,47 @@
+#pragma once
+
+#include "functions/BitPatterns.h"
+
+// Numbers as unevaluated sums of two doubles, some 106 bits, without fused operations. Needs rounding to nearest.
+// Source: T. J. Dekker, Numer. Math. 18, 1971; D. E. Knuth, The Art of Computer Programming 2, 4.2.2.
+namespace quorvex {
+
+struct DoubleDouble {
+  double Hi, Lo;
+};
+
+// x with the lower 27 of its 53 bits cleared. It and the rest multiply without rounding.
+[[gnu::always_inline]] constexpr double UpperHalf(double x) { return DoubleOf(BitsOf(x) & 0xFFFF'FFFF'F800'0000); }
+
+// a + b exactly, where a is 0, a multiple of b's last bit or not the smaller one.
+[[gnu::always_inline]] constexpr DoubleDouble OrderedSum(double a, double b) {
+  const double sum = a + b;
+  return {sum, (a - sum) + b};
+}
+
+// a * b to 2^-105 of the product.
+[[gnu::always_inline]] constexpr DoubleDouble Product(double a, double b) {
+  const double aUpper = UpperHalf(a), aLower = a - aUpper, bUpper = UpperHalf(b), bLower = b - bUpper;
+  const double product = a * b;
+  return {product, (((aUpper * bUpper - product) + aUpper * bLower) + aLower * bUpper) + aLower * bLower};
+}
+
+// These three keep some 100 bits.
+constexpr DoubleDouble operator+(DoubleDouble a, DoubleDouble b) {
+  const double sum = a.Hi + b.Hi;
+  const double part = sum - a.Hi;
+  return OrderedSum(sum, ((a.Hi - (sum - part)) + (b.Hi - part)) + (a.Lo + b.Lo));
+}
+
+constexpr DoubleDouble operator*(DoubleDouble a, DoubleDouble b) {
+  const DoubleDouble product = Product(a.Hi, b.Hi);
+  return OrderedSum(product.Hi, product.Lo + (a.Hi * b.Lo + a.Lo * b.Hi));
+}
+
+constexpr DoubleDouble operator/(DoubleDouble a, double b) {
+  const double quotient = a.Hi / b;
+  const DoubleDouble product = Product(quotient, b);
+  return OrderedSum(quotient, (((a.Hi - product.Hi) - product.Lo) + a.Lo) / b);
+}
+
+}  // namespace quorvex

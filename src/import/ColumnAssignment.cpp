@@ -1,0 +1,82 @@
+#include "import/ColumnAssignment.h"
+
+#include <algorithm>
+#include <cassert>
+#include <numeric>
+#include <utility>
+
+#include "sheet/CopyCells.h"
+
+namespace quorvex {
+
+void ColumnAssignment::SetColumns(std::size_t count, std::vector<std::string> names) {
+  columnCount_ = count;
+  names_ = std::move(names);
+  std::replace_if(
+      columns_.begin(), columns_.end(), [&](std::size_t column) { return column > count; }, 0);
+}
+
+std::string ColumnAssignment::NameOf(std::size_t column) const {
+  return column >= 1 && column <= names_.size() ? names_[column - 1] : "";
+}
+
+std::string ColumnAssignment::ColumnText(std::size_t column) const {
+  const std::string name = NameOf(column);
+  return name.empty() ? "Column " + std::to_string(column) : name;
+}
+
+std::vector<std::string> ColumnAssignment::lstColumns() const {
+  std::vector<std::string> lines;
+  for (std::size_t column = 1; column <= columnCount_; ++column) lines.push_back(ColumnText(column));
+  return lines;
+}
+
+std::vector<std::string> ColumnAssignment::lstHeaders() const {
+  std::vector<std::string> lines = variables_;
+  for (std::size_t v = 0; v < lines.size(); ++v)
+    if (columns_[v] != 0) lines[v] += ": " + ColumnText(columns_[v]);
+  return lines;
+}
+
+void ColumnAssignment::Assign(std::size_t column, std::size_t variable) {
+  assert(column >= 1 && column <= columnCount_ && variable >= 1 && variable <= variables_.size());
+  std::replace(columns_.begin(), columns_.end(), column, std::size_t{0});
+  columns_[variable - 1] = column;
+}
+
+void ColumnAssignment::UnAssign(std::size_t variable) { columns_[variable - 1] = 0; }
+
+void ColumnAssignment::AssignInOrder() {
+  const auto none = [](std::size_t column) { return column == 0; };
+  if (columnCount_ == columns_.size() && std::all_of(columns_.begin(), columns_.end(), none))
+    std::iota(columns_.begin(), columns_.end(), std::size_t{1});
+}
+
+std::string ColumnAssignment::VariableOf(std::size_t column) const {
+  const auto found = std::find(columns_.begin(), columns_.end(), column);
+  return found == columns_.end() ? "" : variables_[static_cast<std::size_t>(found - columns_.begin())];
+}
+
+bool ColumnAssignment::Confirm(const std::string& incomplete, Prompter& prompter) const {
+  const auto missing = std::count(columns_.begin(), columns_.end(), 0);
+  if (missing == static_cast<std::ptrdiff_t>(columns_.size())) {
+    prompter.Refuse(
+        "You did not assign data columns to any variables, so no data can be imported. To assign a data column in the "
+        "file to a variable in the spreadsheet, select the data column and the corresponding variable from the two "
+        "lists and click the Assign button. Repeat this procedure for each column in the data file you want to "
+        "import.");
+    return false;
+  }
+  return missing == 0 || prompter.Ask(incomplete);
+}
+
+void ColumnAssignment::MoveInto(GridCells& imported, std::size_t rows, DataSheet& sheet) const {
+  GridCells kept;  // the rows to be imported, in the sheet's columns
+  for (std::size_t v = 1; v <= columns_.size(); ++v)
+    if (ColumnOf(v) != 0 && rows > 0) CopyCells(imported, {1, ColumnOf(v), rows, ColumnOf(v)}, kept, 1, v);
+  const std::size_t lastRow = std::max(rows, sheet.Cells.GridLastRow());
+  for (std::size_t v = 1; v <= columns_.size(); ++v)
+    if (ColumnOf(v) != 0 && lastRow > 0) CopyCells(kept, {1, v, lastRow, v}, sheet.Cells, 1, v);
+}
+
+}  // namespace quorvex

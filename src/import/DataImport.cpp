@@ -1,0 +1,122 @@
+#include "import/DataImport.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+
+#include "core/Files.h"
+#include "core/NumberText.h"
+#include "import/ImportFailure.h"
+#include "sheet/CellEntry.h"
+
+namespace quorvex {
+namespace {
+
+// What a text cell would be if it were typed.
+std::optional<double> TypedValue(const GridCells& cells, double cell, const LocaleText& locale) {
+  const std::optional<CellEntry> entry = ReadCellEntry(cells.TextBehind(cell), locale);
+  return entry ? entry->Value : std::nullopt;
+}
+
+}  // namespace
+
+bool ConfirmOverwrite(const SheetEdit& edit) {
+  return edit.Sheet.Cells.GridLastRow() == 0 ||
+         edit.User.Ask("This operation may overwrite existing data. " + std::string(NL) + "Do you want to continue?");
+}
+
+std::string DataImport::Title() const {
+  return "Preview of '" + Source + "'" + (LineCount().value_or(0) > kPreviewLines ? " (first 200 lines)" : "");
+}
+
+Result<GridCells> DataImport::Preview(Prompter* user) {
+  Result<GridCells> rows = Await(user, ReadingText(), ReadRows(1, kPreviewLines, "")).value_or(Failure{});
+  if (rows)
+    Columns.SetColumns(std::max(rows->GridLastCol(), rows->ColumnNames.size()), rows->ColumnNames);
+  else
+    Columns.SetColumns(0);
+  return rows;
+}
+
+std::size_t DataImport::FirstDataLine(const GridCells& preview, const LocaleText& locale) {
+  for (std::size_t row = 1; row <= preview.GridLastRow(); ++row) {
+    for (std::size_t col = 1; col <= preview.GridLastCol(); ++col) {
+      const double cell = preview.Cell(row, col);
+      if (GridCells::IsText(cell) ? TypedValue(preview, cell, locale).has_value() : !GridCells::IsEmpty(cell))
+        return row;
+    }
+  }
+  return 1;
+}
+
+double DataImport::StartRow(const LocaleText& locale) const {
+  return std::max(1.0, std::nearbyint(NumericText(ImportText, locale.DecimalSeparator).value_or(1)));
+}
+
+ImportOutcome DataImport::Finish(const SheetEdit& edit) {
+  if (!Columns.Confirm(IncompleteQuestion(), edit.User)) return ImportOutcome::Stay;
+  const double startRow = StartRow(edit.Locale);
+  const auto beyondTheEnd = [&] {
+    edit.User.Refuse("The start row you specified is larger than the number of lines in the file.");
+    return ImportOutcome::CorrectStartRow;
+  };
+  const std::optional<std::size_t> lines = LineCount();
+  if (lines && startRow > static_cast<double>(*lines)) return beyondTheEnd();
+  try {
+    const auto first = static_cast<std::size_t>(std::min(startRow, 1e15));
+    const std::string marker = ckMissingData ? std::string(Trim(txtMissingData)) : "";
+    auto waited = Await(&edit.User, ReadingText(), ReadRows(first, kMostSheetRows + 1, marker));
+    if (!waited) return ImportOutcome::Stay;
+    Result<GridCells>& rows = *waited;
+    if (!rows) {
+      edit.User.Refuse(rows.error());
+      return ImportOutcome::Failed;
+    }
+    std::size_t rowCount = rows->GridLastRow();
+    if (!lines && startRow > 1 && rowCount == 0) return beyondTheEnd();
+    if (rowCount > kMostSheetRows) {
+      edit.User.Inform("The file contains too many data points. Only 65,536 data points will be imported.");
+      rowCount = kMostSheetRows;
+    }
+    for (std::size_t v = 1; v <= edit.Sheet.ColumnCount(); ++v) {
+      const std::size_t col = Columns.ColumnOf(v);
+      for (std::size_t row = 1; col != 0 && row <= rowCount; ++row)
+        if (const double cell = rows->Cell(row, col); GridCells::IsText(cell))
+          if (const auto value = TypedValue(*rows, cell, edit.Locale)) rows->SetGridCellNumber(row, col, *value);
+    }
+    edit.PushUndo("&Undo Import", edit.WholeSheet());
+    Columns.MoveInto(*rows, rowCount, edit.Sheet);
+    return ImportOutcome::Imported;
+  } catch (const std::bad_alloc&) {
+    edit.User.Refuse(ImportFailure(Source, "").Message);
+    return ImportOutcome::Failed;
+  }
+}
+
+void DataImport::NameVariables(DataSheet& sheet, const LocaleText& locale) {
+  std::vector<std::string> headers = sheet.Headers;
+  for (std::size_t v = 1; v <= headers.size(); ++v)
+    if (const std::string name = Columns.NameOf(Columns.ColumnOf(v)); !name.empty()) headers[v - 1] = name;
+  if (headers != sheet.Headers) {
+    sheet.Headers = std::move(headers);
+    return;
+  }
+  const double startRow = StartRow(locale);
+  if (startRow < 2) return;
+  const Result<GridCells> line = ReadRows(static_cast<std::size_t>(startRow) - 1, 1, "")(LongWork());
+  if (!line) return;
+  for (std::size_t v = 1; v <= headers.size(); ++v) {
+    const std::size_t col = Columns.ColumnOf(v);
+    if (col == 0) continue;
+    if (!GridCells::IsText(line->Cell(1, col))) return;
+    headers[v - 1] = line->GridCellText(1, col);
+  }
+  sheet.Headers = std::move(headers);
+}
+
+std::string DataImport::IncompleteQuestion() const {
+  return "You did not assign data columns to all variables, so there will be no data imported to them. Do you want to "
+         "continue?";
+}
+
+}  // namespace quorvex

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "core/Result.h"
+#include "import/ColumnAssignment.h"
+#include "sheet/GridCells.h"
+#include "sheet/SheetEdit.h"
+
+namespace quorvex {
+
+// What an import dialog does after its Finish button.
+enum class ImportOutcome {
+  Imported,         // closes, the sheet has the data
+  Stay,             // stays open
+  CorrectStartRow,  // stays open, the input goes to the start row
+  Failed            // closes, the sheet is as it was
+};
+
+// Asked before each import command, where the sheet holds anything.
+bool ConfirmOverwrite(const SheetEdit& edit);
+
+// An import in progress: what its dialog shows and decides. The fields are those of the dialog's controls.
+class DataImport {
+ public:
+  static constexpr std::size_t kPreviewLines = 200;
+
+  virtual ~DataImport() = default;
+
+  ColumnAssignment Columns;
+  bool ckMissingData = false;
+  std::string txtMissingData;    // cells with this text are left empty, where ckMissingData is ticked
+  std::string ImportText = "1";  // the first data line, counted from 1
+
+  // "Preview of 'runs.txt' (first 200 lines)".
+  std::string Title() const;
+  // How many lines the source has, the limit of the start row; nothing where that is not known.
+  virtual std::optional<std::size_t> LineCount() const = 0;
+
+  // The first 200 lines as they are read now, marked cells included; Columns offers the columns they have. To be called
+  // at first and after each change of how the source is read. Fails with the message of it, which is empty where the
+  // user, who waits for it, cancelled.
+  Result<GridCells> Preview(Prompter* user = nullptr);
+
+  // Where the data begins in a preview, counted from 1: at the first line with a number or a date. 1 where there is
+  // none.
+  static std::size_t FirstDataLine(const GridCells& preview, const LocaleText& locale);
+
+  // The line that ImportText asks for, 1 where that is not numeric.
+  double StartRow(const LocaleText& locale) const;
+
+  // Checks what was chosen and, where nothing speaks against it, brings the data into the sheet: its first line to row
+  // 1, the assigned columns replaced, the others as they were. A text that a typed cell would take, a date for one, is
+  // the value that the cell would have. Says what is wrong and whether rows are left out. While the source is read the
+  // user can cancel, which changes nothing and stays.
+  ImportOutcome Finish(const SheetEdit& edit);
+
+  // Names the variables of a new project, whose data was imported, after the source's columns. Where those have no
+  // names, after the headings: the line above the data, where that has a text for each assigned column.
+  void NameVariables(DataSheet& sheet, const LocaleText& locale);
+
+ protected:
+  DataImport(std::string source, const DataSheet& sheet) : Columns(sheet), Source(std::move(source)) {}
+
+  // What reads at most `count` rows of the source, row 1 being its line `first`. Cells with the marker are empty. It
+  // may run beside the window and outlive this import, so it holds all that it needs.
+  using Reading = std::function<Result<GridCells>(const LongWork&)>;
+  virtual Reading ReadRows(std::size_t first, std::size_t count, const std::string& marker) const = 0;
+  virtual std::string IncompleteQuestion() const;
+
+  std::string ReadingText() const { return "Reading '" + Source + "'"; }
+
+  const std::string Source;  // as messages name it
+};
+
+}  // namespace quorvex

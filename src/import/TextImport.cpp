@@ -1,0 +1,49 @@
+#include "import/TextImport.h"
+
+#include <utility>
+
+#include "core/Files.h"
+#include "core/NumberText.h"
+#include "import/ImportFailure.h"
+#include "sheet/ParseDelimitedLines.h"
+
+namespace quorvex {
+
+Result<std::unique_ptr<TextImport>> TextImport::Open(const std::string& file, const DataSheet& sheet,
+                                                     const LocaleText& locale) {
+  WholeFile content;
+  if (const int error = content.Read(file); error != 0) return ImportFailure(file, FileErrorText(error));
+  std::unique_ptr<TextImport> import(new TextImport(file, sheet, locale, std::string(content.Text())));
+  if (import->lineCount_ == 0) return Failure{"It appears that the file '" + file + "' contains no data."};
+  return import;
+}
+
+TextImport::TextImport(const std::string& file, const DataSheet& sheet, const LocaleText& locale, std::string text)
+    : DataImport(file, sheet), Comma(locale.DecimalSeparator != ','), decimalSeparator_(locale.DecimalSeparator) {
+  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);  // a byte order mark is no data
+  text_ = std::make_shared<const std::string>(std::move(text));
+  constexpr std::size_t kLinesLookedAt = 20;
+  std::string_view sample;  // the last of the first lines, since there may be words at the top
+  for (std::string_view rest = *text_; !rest.empty(); ++lineCount_) {
+    const std::string_view line = Trim(TakeLine(rest));
+    if (lineCount_ < kLinesLookedAt && !line.empty()) sample = line;
+  }
+  Space = DupCheck = sample.find_first_of(Comma ? "\t;," : "\t;") == std::string_view::npos &&
+                     sample.find(' ') != std::string_view::npos;
+}
+
+TextImport::Reading TextImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) const {
+  DelimitedFormat format;
+  format.Delimiters = (Tab ? kTabDelimiter : 0) | (Comma ? kCommaDelimiter : 0) | (Space ? kSpaceDelimiter : 0) |
+                      (SemiColon ? kSemicolonDelimiter : 0);
+  format.IgnoreConsecutive = DupCheck;
+  const bool commasToo = !ckLocale && decimalSeparator_ == '.';
+  format.OverrideDecimal = ckLocale || commasToo;
+  format.DecimalSeparator = commasToo ? ',' : decimalSeparator_;
+  format.MissingMarker = marker;
+  format.FirstLine = first;
+  format.LineLimit = count;
+  return [text = text_, format](const LongWork&) { return ParseDelimitedLines(*text, format).Cells; };
+}
+
+}  // namespace quorvex

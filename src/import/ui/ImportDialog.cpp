@@ -1,0 +1,228 @@
+#include "import/ui/ImportDialog.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <limits>
+
+#include "import/ui/PreviewModel.h"
+
+namespace quorvex {
+namespace {
+
+template <typename Control>
+Control* Named(Control* control, const char* name) {
+  control->setObjectName(name);
+  return control;
+}
+
+QLabel* LabelFor(QWidget* control, const QString& text) {
+  auto* label = new QLabel(text);
+  label->setBuddy(control);
+  return label;
+}
+
+}  // namespace
+
+ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
+    : QDialog(parent),
+      edit_(edit),
+      model_(new PreviewModel(edit.Locale, this)),
+      DataPreview(Named(new QTableView, "DataPreview")),
+      UpDnStartRow(Named(new QSpinBox, "UpDnStartRow")),
+      ckMissingData(Named(new QCheckBox("Missing data is &written as"), "ckMissingData")),
+      txtMissingData(Named(new QLineEdit, "txtMissingData")),
+      lstColumns(Named(new QListWidget, "lstColumns")),
+      lstHeaders(Named(new QListWidget, "lstHeaders")),
+      cmdAssign(Named(new QPushButton("&Assign"), "cmdAssign")),
+      cmdUnAssign(Named(new QPushButton("&Unassign"), "cmdUnAssign")),
+      Finish(Named(new QPushButton("&Finish"), "Finish")),
+      CancelCommand(Named(new QPushButton("Cance&l"), "CancelCommand")) {
+  body_ = Body();
+  connect(UpDnStartRow, &QSpinBox::valueChanged, this, [this] {
+    startRowChosen_ = true;
+    ShowChoices();
+  });
+  connect(ckMissingData, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
+  connect(txtMissingData, &QLineEdit::textChanged, this, &ImportDialog::ShowChoices);
+  connect(DataPreview->selectionModel(), &QItemSelectionModel::currentColumnChanged, this,
+          [this](const QModelIndex& current) { lstColumns->setCurrentRow(current.column()); });
+  connect(lstHeaders, &QListWidget::currentRowChanged, this, &ImportDialog::ShowAssignments);
+  for (QListWidget* list : {lstColumns, lstHeaders})
+    connect(list, &QListWidget::itemDoubleClicked, this, &ImportDialog::Assign);
+  connect(cmdAssign, &QPushButton::clicked, this, &ImportDialog::Assign);
+  connect(cmdUnAssign, &QPushButton::clicked, this, &ImportDialog::UnAssign);
+  connect(Finish, &QPushButton::clicked, this, &ImportDialog::FinishImport);
+  connect(CancelCommand, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+// The controls come into the dialog from top to bottom, which is the order that Tab goes through them.
+void ImportDialog::LayOut(QLayout* source) {
+  auto* all = new QVBoxLayout(this);
+  all->addLayout(source);
+  all->addWidget(body_, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(Finish);
+  buttons->addWidget(CancelCommand);
+  all->addLayout(buttons);
+  for (QPushButton* button : {cmdAssign, cmdUnAssign, CancelCommand}) button->setAutoDefault(false);
+  resize(64 * fontMetrics().averageCharWidth() + 280, 40 * fontMetrics().height());
+}
+
+QWidget* ImportDialog::Body() {
+  DataPreview->setModel(model_);
+  DataPreview->setAccessibleName("Preview");
+  DataPreview->setSelectionMode(QAbstractItemView::SingleSelection);
+  DataPreview->setTabKeyNavigation(false);
+  DataPreview->horizontalHeader()->setAccessibleName("Columns");
+  DataPreview->horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance("Column 100") + 16);
+  DataPreview->horizontalHeader()->setMaximumSectionSize(40 * fontMetrics().averageCharWidth());
+  DataPreview->horizontalHeader()->setResizeContentsPrecision(-1);  // all lines
+  DataPreview->verticalHeader()->setAccessibleName("Lines");
+  DataPreview->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  DataPreview->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  DataPreview->setMinimumHeight(7 * fontMetrics().height());
+  UpDnStartRow->setRange(1, std::numeric_limits<int>::max());
+  UpDnStartRow->findChild<QLineEdit*>()->setObjectName("ImportText");
+  UpDnStartRow->setAccessibleName("First line of data");
+  UpDnStartRow->setMinimumWidth(fontMetrics().horizontalAdvance("00000000") + 40);
+  txtMissingData->setAccessibleName("Text of missing data");
+
+  auto* choices = new QHBoxLayout;
+  choices->addWidget(LabelFor(UpDnStartRow, "Fi&rst line of data:"));
+  choices->addWidget(UpDnStartRow);
+  choices->addSpacing(24);
+  choices->addWidget(ckMissingData);
+  choices->addWidget(txtMissingData, 1);
+
+  auto* body = new QWidget;
+  auto* rows = new QVBoxLayout(body);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(LabelFor(DataPreview, "&Preview:"));
+  rows->addWidget(DataPreview, 3);
+  rows->addLayout(choices);
+  rows->addWidget(Lists(), 2);
+  return body;
+}
+
+QWidget* ImportDialog::Lists() {
+  auto* assign = new QVBoxLayout;
+  assign->addStretch();
+  assign->addWidget(cmdAssign);
+  assign->addWidget(cmdUnAssign);
+  assign->addStretch();
+  auto* lists = new QWidget;
+  auto* grid = new QGridLayout(lists);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->addWidget(LabelFor(lstColumns, "Columns &of the source:"), 0, 0);
+  grid->addWidget(lstColumns, 1, 0);
+  grid->addLayout(assign, 1, 1);
+  grid->addWidget(LabelFor(lstHeaders, "&Variables of the sheet:"), 0, 2);
+  grid->addWidget(lstHeaders, 1, 2);
+  lstColumns->setAccessibleName("Columns of the source");
+  lstHeaders->setAccessibleName("Variables of the sheet");
+  lists->setMinimumHeight(7 * fontMetrics().height());
+  return lists;
+}
+
+void ImportDialog::Show(DataImport* import) {
+  import_ = import;
+  startRowChosen_ = false;
+  body_->setEnabled(import != nullptr);
+  Finish->setEnabled(import != nullptr);
+  Finish->setDefault(import != nullptr);
+  lstHeaders->clear();
+  if (import == nullptr) {
+    lstColumns->clear();
+    model_->Show({});
+    return;
+  }
+  for (const std::string& line : import->Columns.lstHeaders()) lstHeaders->addItem(QString::fromStdString(line));
+  Reload();
+  lstHeaders->setCurrentRow(0);
+}
+
+void ImportDialog::Reload() {
+  Result<GridCells> rows = import_->Preview(&edit_.User);
+  if (!rows) {
+    if (!rows.error().empty()) edit_.User.Refuse(rows.error());
+    rows = GridCells();
+  }
+  import_->Columns.AssignInOrder();
+  if (!startRowChosen_) {
+    const QSignalBlocker quiet(UpDnStartRow);
+    UpDnStartRow->setValue(static_cast<int>(DataImport::FirstDataLine(*rows, edit_.Locale)));
+  }
+  model_->Show(std::move(*rows));
+  DataPreview->resizeColumnsToContents();
+  DataPreview->setCurrentIndex(model_->index(0, 0));
+  const int column = lstColumns->currentRow();
+  lstColumns->clear();
+  for (const std::string& line : import_->Columns.lstColumns()) lstColumns->addItem(QString::fromStdString(line));
+  lstColumns->setCurrentRow(column >= 0 && column < lstColumns->count() ? column : 0);
+  ShowChoices();
+  ShowAssignments();
+}
+
+void ImportDialog::ShowChoices() {
+  txtMissingData->setEnabled(ckMissingData->isChecked());
+  if (import_ == nullptr) return;
+  import_->ImportText = UpDnStartRow->findChild<QLineEdit*>()->text().toStdString();
+  import_->ckMissingData = ckMissingData->isChecked();
+  import_->txtMissingData = txtMissingData->text().toStdString();
+  model_->SetKept(import_->StartRow(edit_.Locale),
+                  import_->ckMissingData ? txtMissingData->text().trimmed().toStdString() : "");
+}
+
+void ImportDialog::ShowAssignments() {
+  if (import_ == nullptr) return;
+  const std::vector<std::string> lines = import_->Columns.lstHeaders();
+  for (int v = 0; v < lstHeaders->count(); ++v)
+    lstHeaders->item(v)->setText(QString::fromStdString(lines[static_cast<std::size_t>(v)]));
+  model_->ShowVariables(import_->Columns);
+  const int variable = lstHeaders->currentRow();
+  cmdAssign->setEnabled(lstColumns->count() > 0);
+  cmdUnAssign->setEnabled(variable >= 0 && import_->Columns.ColumnOf(static_cast<std::size_t>(variable) + 1) != 0);
+}
+
+// Goes on to the next pair, so that a few clicks on the button assign a whole file.
+void ImportDialog::Assign() {
+  const int column = lstColumns->currentRow(), variable = lstHeaders->currentRow();
+  if (column < 0 || variable < 0) return;
+  import_->Columns.Assign(static_cast<std::size_t>(column) + 1, static_cast<std::size_t>(variable) + 1);
+  lstColumns->setCurrentRow(std::min(column + 1, lstColumns->count() - 1));
+  lstHeaders->setCurrentRow(std::min(variable + 1, lstHeaders->count() - 1));
+  ShowAssignments();
+}
+
+void ImportDialog::UnAssign() {
+  import_->Columns.UnAssign(static_cast<std::size_t>(lstHeaders->currentRow()) + 1);
+  ShowAssignments();
+}
+
+void ImportDialog::FinishImport() {
+  ShowChoices();
+  switch (import_->Finish(edit_)) {
+    case ImportOutcome::Imported:
+      return accept();
+    case ImportOutcome::Failed:
+      return reject();
+    case ImportOutcome::CorrectStartRow:
+      UpDnStartRow->setFocus();
+      return UpDnStartRow->selectAll();
+    case ImportOutcome::Stay:
+      return lstColumns->setFocus();
+  }
+}
+
+}  // namespace quorvex

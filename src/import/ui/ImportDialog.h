@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QDialog>
+
+#include "import/DataImport.h"
+#include "sheet/SheetEdit.h"
+
+class QCheckBox;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QSpinBox;
+class QTableView;
+
+namespace quorvex {
+
+class PreviewModel;
+
+// What the dialogs of all imports share: the preview of the source, which columns go to which variables, where the data
+// begins and what marks missing data. exec() is Accepted where the sheet has the data.
+class ImportDialog : public QDialog {
+ protected:
+  // The edit outlives the dialog.
+  ImportDialog(const SheetEdit& edit, QWidget* parent);
+
+  // Called once, with what the dialog of a source has above the preview.
+  void LayOut(QLayout* source);
+  const SheetEdit& Edit() const { return edit_; }
+
+  // The import to work on, which outlives its being shown; nullptr for none.
+  void Show(DataImport* import);
+  // The source is read in another way, or another part of it is.
+  void Reload();
+
+ private:
+  QWidget* Body();
+  QWidget* Lists();
+  void ShowChoices();      // what stands in the controls
+  void ShowAssignments();  // which column goes where
+  void Assign();
+  void UnAssign();
+  void FinishImport();
+
+  const SheetEdit& edit_;
+  DataImport* import_ = nullptr;
+  bool startRowChosen_ = false;  // by the user
+
+  QWidget* body_;
+  PreviewModel* model_;
+  QTableView* DataPreview;
+  QSpinBox* UpDnStartRow;
+  QCheckBox* ckMissingData;
+  QLineEdit* txtMissingData;
+  QListWidget *lstColumns, *lstHeaders;
+  QPushButton *cmdAssign, *cmdUnAssign, *Finish, *CancelCommand;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <string>
+
+#include "core/LocaleText.h"
+#include "import/ColumnAssignment.h"
+#include "sheet/GridCells.h"
+
+namespace quorvex {
+
+// The first lines of imported data for a table view: as they are read now, dimmed what will be left out. A line of
+// headers says which variable a column goes to.
+class PreviewModel : public QAbstractTableModel {
+ public:
+  PreviewModel(const LocaleText& locale, QObject* parent) : QAbstractTableModel(parent), locale_(locale) {}
+
+  void Show(GridCells cells);
+  // What will be imported: the lines from `startRow` on, but no cell with the text `marker`.
+  void SetKept(double startRow, std::string marker);
+  void ShowVariables(const ColumnAssignment& columns);
+
+  // One cell at least, since a view without any has no place to stand.
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ private:
+  bool Kept(std::size_t row, std::size_t col) const;
+
+  const LocaleText& locale_;
+  GridCells cells_;
+  std::vector<std::string> variables_;  // by column
+  double startRow_ = 1;
+  std::string marker_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,134 @@
+#include "project/clsUndoItem.h"
+
+#include <algorithm>
+
+#include "engine/UserModel.h"
+
+namespace quorvex {
+namespace {
+
+// A "*" at the end stands for any text.
+constexpr struct {
+  std::string_view Label;
+  UndoExtent Extent;
+} kLabels[] = {
+    {"&Undo Format Cells", UndoExtent::Formats},
+    {"&Undo Import", UndoExtent::Import},
+    {"&Undo Edit Header", UndoExtent::Headers},
+    {"&Undo Default Headers", UndoExtent::Headers},
+    {"&Undo Exchange Headers", UndoExtent::HeadersAndCells},
+    {"&Undo Typing*", UndoExtent::Cells},
+    {"&Undo Sweep*", UndoExtent::Cells},
+    {"&Undo Clear Selection", UndoExtent::Cells},
+    {"&Undo Sort", UndoExtent::Cells},
+    {"&Undo Cut", UndoExtent::Cells},
+    {"&Undo Exchange", UndoExtent::Cells},
+    {"&Undo Scale", UndoExtent::Cells},
+    {"&Undo Translate", UndoExtent::Cells},
+    {"&Undo Combine", UndoExtent::Cells},
+    {"&Undo Paste", UndoExtent::Cells},
+    {"&Undo Paste Special", UndoExtent::Cells},
+    {"&Undo Paste Rotated", UndoExtent::Cells},
+    {"&Undo Delete Selection", UndoExtent::DeletedRows},
+    {"&Undo Insert Row(s)", UndoExtent::InsertedRows},
+    {"&Undo Clear Sheet", UndoExtent::WholeSheet},
+    {"&Undo Delete Incomplete Rows", UndoExtent::WholeSheet},
+    {"&Undo Zero Negative Data", UndoExtent::WholeSheet},
+    {"&Undo Zero Positive Data", UndoExtent::WholeSheet},
+    {"&Undo Average Replicates", UndoExtent::WholeSheet},
+    {"&Undo Smooth", UndoExtent::WholeSheet},
+    {"&Undo Solve All", UndoExtent::Models},
+    {"&Undo Solve Last", UndoExtent::Models},
+    {"&Undo Solve Group", UndoExtent::Models},
+    {"&Undo Solve '*", UndoExtent::Models},
+    {"&Undo Clear Fits", UndoExtent::Models},
+    {"&Undo Modify Parameters '*", UndoExtent::Models},
+};
+
+bool Matches(std::string_view label, std::string_view pattern) {
+  return pattern.ends_with('*') ? label.starts_with(pattern.substr(0, pattern.size() - 1)) : label == pattern;
+}
+
+}  // namespace
+
+std::optional<UndoExtent> UndoExtentOf(std::string_view label) {
+  for (const auto& row : kLabels)
+    if (Matches(label, row.Label)) return row.Extent;
+  return std::nullopt;
+}
+
+void clsUndoItem::CopyInterpolation(const std::vector<InterpClass>& interpolationList) {
+  for (const InterpClass& interpolation : interpolationList)
+    if (interpolation.Solved) interpolations_.push_back(interpolation);
+}
+
+void clsUndoItem::CopyRegression(const ModelCollection& regressionList) {
+  for (const auto& model : regressionList)
+    if (model->Solved) regressions_.push_back(model->CopyTo());
+}
+
+std::size_t clsUndoItem::RecoverRegression(ModelCollection& regressionList) const {
+  for (const auto& model : regressionList) model->Solved = false;
+  std::size_t lost = 0;
+  for (const auto& saved : regressions_) {
+    ModelClass* const model = regressionList.Find(saved->id);
+    // The fit of a model belongs to its text: where that is another, so are the coefficients.
+    if (model && SameDefinition(*saved, *model)) {
+      saved->CopyFitTo(*model);
+    } else {
+      ++lost;
+    }
+  }
+  return lost;
+}
+
+void clsUndoItem::RecoverInterpolation(std::vector<InterpClass>& interpolationList) const {
+  for (InterpClass& interpolation : interpolationList) {
+    interpolation.Solved = false;
+    for (const InterpClass& saved : interpolations_)
+      if (saved.SolveType == interpolation.SolveType) interpolation = saved;
+  }
+}
+
+void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
+  range_ = range;
+  switch (Extent) {
+    case UndoExtent::WholeSheet:
+    case UndoExtent::Import:
+      cells_ = grid.Cells;
+      break;
+    case UndoExtent::DeletedRows:
+      range_.FirstCol = 1;
+      range_.LastCol = std::max(grid.ColumnCount(), grid.Cells.GridLastCol());
+      [[fallthrough]];
+    case UndoExtent::Cells:
+    case UndoExtent::HeadersAndCells:
+      cells_ = grid.Cells.CopyRange(range_);
+      break;
+    default:
+      break;
+  }
+}
+
+void clsUndoItem::RecoverData(DataSheet& grid) const {
+  switch (Extent) {
+    case UndoExtent::WholeSheet:
+    case UndoExtent::Import:
+      grid.Cells = cells_;
+      break;
+    case UndoExtent::InsertedRows:
+      grid.Cells.GridDeleteRows(range_.FirstRow, range_.Rows());
+      break;
+    case UndoExtent::DeletedRows:
+      grid.Cells.GridInsertRows(range_.FirstRow, range_.Rows());
+      [[fallthrough]];
+    case UndoExtent::Cells:
+    case UndoExtent::HeadersAndCells:
+      grid.Cells.PutRange(range_, cells_);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace quorvex

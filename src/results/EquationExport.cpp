@@ -1,0 +1,59 @@
+#include "results/EquationExport.h"
+
+#include "core/Files.h"
+#include "engine/WriteFunction.h"
+#include "equation/ExportNotes.h"
+#include "equation/GenerateExcelInfix.h"
+
+namespace quorvex {
+namespace {
+
+constexpr const char* kSection = "TextExport";
+constexpr const char* kReplaceOption = "ReplaceOption";
+constexpr const char* kAppendParameters = "AppendParameters";
+
+}  // namespace
+
+EquationTextOptions ReadTextOptions(const Settings& settings) {
+  return {settings.Integer(kReplaceOption, kSection) != 0, settings.Integer(kAppendParameters, kSection) != 0};
+}
+
+void StoreTextOptions(Settings& settings, const EquationTextOptions& options) {
+  settings.Set(kReplaceOption, options.Names ? "1" : "0", kSection);
+  settings.Set(kAppendParameters, options.AppendParameters ? "1" : "0", kSection);
+}
+
+std::string EquationText(const ModelClass& model, const EquationTextOptions& options) {
+  return model.GenerateTextInfix(options.Names ? 1 : 0, options.AppendParameters ? 1 : 0);
+}
+
+bool CopyExcelFormula(const ModelClass& model, std::string_view column, std::string_view row, bool XInColumns,
+                      Clipboard& clipboard, Prompter& user) {
+  const Result<std::string> cell = ExcelCellReference(column, row);
+  const Result<std::string> formula = cell ? model.GenerateExcelInfix(*cell, XInColumns) : Failure{cell.error()};
+  if (!formula) {
+    user.Refuse(formula.error());
+    return false;
+  }
+  clipboard.SetText(*formula);
+  user.Inform(std::string(kExcelHelp));
+  return true;
+}
+
+std::string ExcelNotes(const ModelClass& model) {
+  std::string text;
+  for (const std::string& note : SpreadsheetNotes(model.Compiled())) text += (text.empty() ? "" : "\n") + note;
+  return text;
+}
+
+bool ExportCode(const ModelClass& model, ExprType language, Prompter& user) {
+  const bool basic = language == ExprType::Basic;
+  const auto file = basic ? user.ChooseFileToSave("Export as BASIC", "BASIC files (*.bas)", "bas")
+                          : user.ChooseFileToSave("Export as C", "C files (*.c)", "c");
+  if (!file) return false;
+  const int error = basic ? WriteBasicFunction(model, *file) : WriteCFunction(model, *file);
+  if (error != 0) user.Refuse("Error writing to '" + *file + "'. " + FileErrorText(error));
+  return error == 0;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,123 @@
+#include "solve/InitialEstimates.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/NumberText.h"
+#include "usermodels/RulesEdit.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kMostSolutions = 100;
+
+// A cell that has to hold a number.
+struct Check {
+  EstimateType Type;
+  std::string EstimateRow::*Cell;
+  int Column;
+  double Least;
+  const char* Message;
+};
+
+constexpr double kAny = -HUGE_VAL;
+constexpr Check kChecks[] = {
+    {EstimateType::InitialEstimate, &EstimateRow::Initial, 3, kAny,
+     "Please enter a valid Initial Value for variable '"},
+    {EstimateType::Constant, &EstimateRow::Initial, 3, kAny,
+     "Please enter a valid Initial Value to be held constant for variable '"},
+    {EstimateType::Range, &EstimateRow::Initial, 3, kAny, "Please enter a valid Initial Value for variable '"},
+    {EstimateType::Range, &EstimateRow::Final, 4, kAny, "Please enter a valid Final Value for variable '"},
+    {EstimateType::Range, &EstimateRow::Steps, 5, 1, "Please enter a valid number of steps for variable '"},
+};
+
+std::string Shown(double value, const LocaleText& locale) { return LocalizeExpression(GeneralNumber(value), locale); }
+
+std::optional<EstimateRefusal> CheckRow(const EstimateRow& row, std::size_t number, const LocaleText& locale) {
+  for (const Check& check : kChecks) {
+    if (check.Type != row.Type) continue;
+    const std::optional<double> value = NumericText(row.*check.Cell, locale.DecimalSeparator);
+    if (!value || *value < check.Least) return EstimateRefusal{check.Message + row.Name + "'.", number, check.Column};
+  }
+  return std::nullopt;
+}
+
+double Number(const std::string& text, const LocaleText& locale) { return *NumericText(text, locale.DecimalSeparator); }
+
+}  // namespace
+
+std::vector<EstimateRow> EstimateRows(const ModelClass& model, const LocaleText& locale) {
+  std::vector<EstimateRow> rows;
+  for (int i = 1; i <= model.NumDependentVar(); ++i) {
+    const ICRange& range = model.GetICRange()[static_cast<std::size_t>(i - 1)];
+    EstimateRow row{model.Variables(i), EstimateType::InitialEstimate, Shown(model.Values(i), locale), "", ""};
+    if (model.Constants(i) == 0) {
+      row.Type = EstimateType::Constant;
+    } else if (range.Steps > 1) {
+      row = {row.Name, EstimateType::Range, Shown(range.Min, locale), Shown(range.Max, locale),
+             std::to_string(range.Steps)};
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+std::optional<EstimateRefusal> CheckEstimates(std::span<const EstimateRow> rows, const LocaleText& locale) {
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    if (auto refusal = CheckRow(rows[i], i, locale)) return refusal;
+  double solutions = 1;
+  for (const EstimateRow& row : rows)
+    if (row.Type == EstimateType::Range) solutions *= std::nearbyint(Number(row.Steps, locale));
+  if (solutions <= kMostSolutions) return std::nullopt;
+  return EstimateRefusal{
+      "The maximum number of solutions created by solving variables with ranges is 100. You currently have " +
+          Shown(solutions, locale) +
+          " specified. Either solve fewer variables with ranges or reduce the number of ranges for each variable.",
+      0, 0};
+}
+
+bool SetEstimates(Project& project, ProjectEditor& editor, ModelClass& model, std::span<const EstimateRow> rows) {
+  if (model.Solved) {
+    if (!editor.Edit.User.Ask("This model is currently in the solved list. Modifying the parameters will clear it's "
+                              "solution. Do you wish to continue?"))
+      return false;
+    std::string label = UndoLabel("Modify Parameters", model.id);
+    int action = kPushUndo;
+    editor.UpdateUndoMenu(label, action);
+  }
+  std::vector<ICRange> ranges;
+  for (int i = 1; const EstimateRow& row : rows) {
+    const double value = Number(row.Initial, project.Locale);
+    model.SetValue(i, value);
+    model.SetConstant(i, row.Type == EstimateType::Constant ? 0 : 1);
+    ranges.push_back(row.Type == EstimateType::Range ? ICRange{value, Number(row.Final, project.Locale),
+                                                               RoundToInt32(Number(row.Steps, project.Locale))}
+                                                     : ICRange{value, value, 1});
+    ++i;
+  }
+  model.SetICRange(std::move(ranges));
+  model.SpecifyICComplete = true;
+  model.Solved = false;
+  return project.Changed = true;
+}
+
+bool SaveRules(Project& project, ModelClass& model, std::span<const EstimateRow> rows, Prompter& user) {
+  for (const EstimateRow& row : rows) {
+    if (NumericText(row.Initial, project.Locale.DecimalSeparator)) continue;
+    user.Refuse("Please enter a valid Initial Value for variable '" + row.Name + "'.");
+    return false;
+  }
+  bool specified = false;
+  for (int i = 1; i <= model.NumDependentVar(); ++i)
+    specified |= !SameRule(model.Rules(i), kDefaultRule) || model.RuleConstant(i) != kDefaultRuleConstant;
+  if (specified && !user.Ask("You have previously specified rules for this equation, this action will overwrite them. "
+                             "Are you sure you want to continue?"))
+    return false;
+  for (int i = 1; const EstimateRow& row : rows) {
+    model.SetRule(i, kDefaultRule);
+    model.SetRuleConstant(i++, std::string(Trim(row.Initial)));
+  }
+  return project.Changed = true;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,186 @@
+#include "solve/ProjectSolver.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Files.h"
+#include "engine/RankModels.h"
+#include "sheet/PointsNeeded.h"
+
+namespace quorvex {
+namespace {
+
+// Raises a flag for the length of a block, whatever ends it.
+class Turn {
+ public:
+  explicit Turn(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Turn() { flag_ = false; }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+std::optional<std::size_t> ProjectSolver::SolveRegression() {
+  const std::optional<GatheredData> data = Gather();
+  if (!data) return std::nullopt;
+  const std::optional<Request> request = SelectModels();
+  return request ? Run(*data, *request) : std::nullopt;
+}
+
+std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
+  if (project_.Sheet.IndependentVariables != 1) {
+    user_.Refuse("An interpolation needs data with one independent variable.");
+    return std::nullopt;
+  }
+  const std::optional<GatheredData> data = Gather();
+  if (!data) return std::nullopt;
+  const std::vector<InterpClass*> chosen = windows_.Interp(project_.Interpolations);
+  if (chosen.empty()) return std::nullopt;
+  Request request{chosen.size() == 1 ? UndoLabel("Solve", chosen[0]->id) : "&Undo Solve Group", {}};
+  for (InterpClass* curve : chosen) request.Of.push_back({nullptr, curve});
+  return Run(*data, request);
+}
+
+// The complete rows of the sheet, where they are enough and the user does not mind the others.
+std::optional<GatheredData> ProjectSolver::Gather() {
+  Result<GatheredData> gathered = GatherData(project_.Sheet);
+  if (!gathered) {
+    user_.Refuse(gathered.error());
+    return std::nullopt;
+  }
+  if (!EnoughPointsToSolve(gathered->Points.N(), user_) || !MayGoOn(gathered->IncompleteRows)) return std::nullopt;
+  return std::move(*gathered);
+}
+
+bool ProjectSolver::MayGoOn(std::size_t incompleteRows) {
+  if (incompleteRows == 0 || settings_.Integer("missingdatawarning") != 1) return true;
+  return user_.Ask(
+      std::to_string(incompleteRows) +
+      (incompleteRows == 1 ? " row of the data is incomplete and is" : " rows of the data are incomplete and are") +
+      " left out of the solution. Do you want to continue?");
+}
+
+// Nothing where the user cancels.
+std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
+  SolveChoice choice = StoredSolveChoice(settings_);
+  if (settings_.Flag("promptforsetup")) {
+    if (!windows_.SolveSetup(choice)) return std::nullopt;
+    if (choice.UseAsDefault) StoreSolveChoice(settings_, choice);
+  }
+  const auto canTakePart = [&](const ModelClass& model) { return choice.SolveType != 1 || !model.UserType; };
+  switch (choice.Models) {
+    case ModelSelection::SingleModel: {
+      ModelPick pick(project_.Models, project_.Sheet.IndependentVariables, settings_);
+      if (!windows_.Regress(pick)) return std::nullopt;
+      return Request{UndoLabel("Solve", pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
+    }
+    case ModelSelection::Groups: {
+      const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
+      GroupPick pick(project_.Models, settings_, *store);
+      if (!windows_.Groups(pick)) return std::nullopt;
+      const auto chosen = [&](const ModelClass& model) { return canTakePart(model) && pick.Contains(model); };
+      return Request{"&Undo Solve Group", ModelsThat(chosen), choice.SolveType};
+    }
+    case ModelSelection::AllModels:
+      return Request{"&Undo Solve All", ModelsThat(canTakePart), choice.SolveType};
+    default: {
+      Request request{"&Undo Solve Last", ModelsThat(&ModelClass::Solved), choice.SolveType};
+      if (!request.Of.empty()) return request;
+      user_.Refuse("The previous solved list is empty.");
+      return std::nullopt;
+    }
+  }
+}
+
+// None of them with estimates of its user's own.
+std::vector<SolvedItem> ProjectSolver::ModelsThat(const std::function<bool(const ModelClass&)>& wanted) {
+  std::vector<SolvedItem> models;
+  for (const auto& model : project_.Models) {
+    if (!wanted(*model)) continue;
+    model->SpecifyIC = false;
+    models.push_back({model.get(), nullptr});
+  }
+  return models;
+}
+
+std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Request& request) {
+  const auto canBeSolved = [this](const SolvedItem& one) {
+    return one.Interpolation != nullptr || CanBeSolved(*one.Model, project_.Sheet);
+  };
+  const std::unique_ptr<SolveProgress> progress = windows_.OpenProgress();
+  // Before the models are touched: the snapshot holds the solutions as they were made.
+  if (std::ranges::any_of(request.Of, canBeSolved)) editor_.Edit.PushUndo(request.UndoLabel, {});
+  for (const auto& model : project_.Models) model->Solve = false;
+  for (InterpClass& curve : project_.Interpolations) curve.Solve = false;
+  std::vector<std::pair<SolvedItem, int>> before;  // solutions, and by which solver they were found
+  for (const SolvedItem& one : request.Of) {
+    if (one.Model != nullptr && one.Model->Solved) before.emplace_back(one, one.Model->SolveType);
+    if (one.Interpolation != nullptr) {
+      one.Interpolation->Solve = true;
+    } else {
+      one.Model->Solve = true;
+      one.Model->SolveType = request.SolveType;
+    }
+  }
+  std::string log;
+  const SolveOutcome outcome = [&] {
+    const Turn running(running_);
+    return RunSolve(project_, data.Points, settings_, log, *progress);
+  }();
+  if (outcome.Asked == 0) {
+    TellOutcome(outcome, user_);
+    return std::nullopt;
+  }
+  log_ = std::move(log);
+  limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
+  project_.Limits = *limits_;
+  missing_ = data.IncompleteRows;
+  for (const auto& [one, solveType] : before)  // those that an aborted run did not come to
+    if (outcome.Aborted && std::ranges::find(outcome.Solved, one) == outcome.Solved.end())
+      one.Model->SolveType = solveType;
+  TellOutcome(outcome, user_);  // the run is over: while the user reads, its solutions can be kept
+  if (outcome.Aborted) return std::nullopt;
+  return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
+}
+
+bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
+  const int sortIndex = settings_.Integer("sortindex");
+  std::vector<SolvedItem> list = SolvedItems(project_, sortIndex);
+  if (list.empty()) {
+    user_.Refuse("There are no solutions to clear.");
+    return false;
+  }
+  FitClearing clearing(std::move(list), selected, sortIndex, project_.Locale.DecimalSeparator);
+  if (!windows_.ClearFits(clearing)) return false;
+  const std::vector<SolvedItem> chosen = clearing.Chosen();
+  if (chosen.empty()) return false;
+  editor_.Edit.PushUndo("&Undo Clear Fits", {});
+  for (const SolvedItem& solution : chosen)
+    (solution.Model != nullptr ? solution.Model->Solved : solution.Interpolation->Solved) = false;
+  return true;
+}
+
+bool ProjectSolver::SaveGroup() {
+  const std::vector<ModelClass*> solved = RankModels(project_.Models, settings_.Integer("sortindex"));
+  if (solved.empty()) {
+    user_.Refuse("There are no solved equations to save as a group.");
+    return false;
+  }
+  if (!user_.Ask("This operation will create or overwrite the user defined equation group file with the currently "
+                 "solved equations only. " +
+                 std::string(NL) + "Do you want to continue?"))
+    return false;
+  std::vector<std::string> ids;
+  for (const ModelClass* model : solved) ids.push_back(model->id);
+  const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
+  const bool saved = store->Write(ids);
+  saved ? user_.Inform("Group file saved to '" + store->Path() + "'.")
+        : user_.Refuse("Error writing to '" + store->Path() + "'.");
+  return saved;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "project/ProjectEditor.h"
+#include "solve/FitClearing.h"
+#include "solve/GatherData.h"
+#include "solve/GroupPick.h"
+#include "solve/ModelPick.h"
+#include "solve/RunSolve.h"
+#include "solve/SolveChoice.h"
+
+namespace quorvex {
+
+// The dialogs and the progress window of a solve, over whatever shows the project. A dialog hands its choice to the
+// `Accept` of what it is given before it closes, and returns false where the user cancels.
+class SolveWindows {
+ public:
+  virtual ~SolveWindows() = default;
+
+  virtual bool SolveSetup(SolveChoice& choice) = 0;
+  virtual bool Regress(ModelPick& pick) = 0;
+  virtual bool Groups(GroupPick& pick) = 0;
+  // The interpolations to be solved; none where the user cancels.
+  virtual std::vector<InterpClass*> Interp(std::vector<InterpClass>& curves) = 0;
+  virtual bool ClearFits(FitClearing& clearing) = 0;
+  // Called while the project is still as it was before the run.
+  virtual std::unique_ptr<SolveProgress> OpenProgress() = 0;
+  virtual std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) = 0;
+};
+
+// The commands that make and clear the solutions of a project. All it is made of outlives it.
+class ProjectSolver {
+ public:
+  ProjectSolver(Project& project, ProjectEditor& editor, Settings& settings, Prompter& user, SolveWindows& windows)
+      : project_(project), editor_(editor), settings_(settings), user_(user), windows_(windows) {}
+
+  // Solve models, chosen by the user or by the stored setup, or interpolations. Nothing is changed where a check on the
+  // data fails or the user cancels. Returns the place in the solved list of the best of the run; nothing where the run
+  // solved nothing or was aborted.
+  std::optional<std::size_t> SolveRegression();
+  std::optional<std::size_t> SolveInterpolation();
+
+  // Whether the user wants to see the results of a solve at once.
+  bool ShowsResults() const { return settings_.Integer("autoresults") != 0; }
+
+  // Clears solutions, by the user's choice, which begins with the selected ones. False where nothing was cleared.
+  bool ClearFits(const std::vector<SolvedItem>& selected);
+
+  // Makes the solved models, in the order of the list, the user-specified group. False where it was not written.
+  bool SaveGroup();
+
+  // A run is going on: models are between one state and the next.
+  bool Running() const { return running_; }
+  // The account of the last solve; empty before the first.
+  const std::string& Log() const { return log_; }
+  // The limits of the last solve, and how many rows it left out; nothing before the first.
+  const std::optional<SolveLimits>& LimitsOfLastSolve() const { return limits_; }
+  std::size_t MissingPoints() const { return missing_; }
+
+ private:
+  // What is to be solved, and how the solve is called for undo.
+  struct Request {
+    std::string UndoLabel;
+    std::vector<SolvedItem> Of;
+    int SolveType = 0;  // of the models
+  };
+
+  std::optional<GatheredData> Gather();
+  bool MayGoOn(std::size_t incompleteRows);
+  std::optional<Request> SelectModels();
+  std::vector<SolvedItem> ModelsThat(const std::function<bool(const ModelClass&)>& wanted);
+  std::optional<std::size_t> Run(const GatheredData& data, const Request& request);
+
+  Project& project_;
+  ProjectEditor& editor_;
+  Settings& settings_;
+  Prompter& user_;
+  SolveWindows& windows_;
+  std::string log_;
+  std::optional<SolveLimits> limits_;
+  std::size_t missing_ = 0;
+  bool running_ = false;
+};
+
+}  // namespace quorvex

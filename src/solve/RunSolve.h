@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/Prompter.h"
+#include "core/Settings.h"
+#include "solve/SolveProgress.h"
+#include "solve/SolvedList.h"
+
+namespace quorvex {
+
+// Whether a model can be solved on the sheet: it has as many independent variables.
+bool CanBeSolved(const ModelClass& model, const DataSheet& sheet);
+
+struct SolveOutcome {
+  std::size_t Asked = 0;           // objects to be solved
+  std::vector<SolvedItem> Solved;  // those of them that are, in the order of the collections
+  bool Aborted = false;
+};
+
+// Solves the models that can be solved, and the interpolations, whose `Solve` is set, behind the progress window, in
+// the order of the collections. `log` grows by an account of each fit. After the run nothing is asked for any more, and
+// initial estimates that a user gave are used up.
+SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& settings, std::string& log,
+                      SolveProgress& form);
+
+// How it went; refused where nothing could be solved.
+void TellOutcome(const SolveOutcome& outcome, Prompter& user);
+
+}  // namespace quorvex

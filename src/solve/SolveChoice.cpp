@@ -1,0 +1,19 @@
+#include "solve/SolveChoice.h"
+
+namespace quorvex {
+
+SolveChoice StoredSolveChoice(const Settings& settings) {
+  SolveChoice choice;
+  if (settings.Integer("defaultsolver") == 1) choice.SolveType = 1;
+  if (const int models = settings.Integer("defaultsolvesetup"); models >= 0 && models <= 3)
+    choice.Models = static_cast<ModelSelection>(models);
+  return choice;
+}
+
+void StoreSolveChoice(Settings& settings, const SolveChoice& choice) {
+  settings.SetNumber("defaultsolver", choice.SolveType);
+  settings.SetNumber("defaultsolvesetup", static_cast<int>(choice.Models));
+  settings.SetFlag("promptforsetup", false);
+}
+
+}  // namespace quorvex

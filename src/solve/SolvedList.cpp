@@ -1,0 +1,55 @@
+#include "solve/SolvedList.h"
+
+#include <algorithm>
+
+namespace quorvex {
+
+std::string SortKeyName(int sortIndex) {
+  const bool known = sortIndex >= kSortByRSS && sortIndex <= kSortByStdErr;
+  return std::string(kSortKeys[known ? static_cast<std::size_t>(sortIndex - 1) : 0]);
+}
+
+std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
+
+bool SolvedItem::Evaluate(std::span<const double> x, double& y, std::string& ErrString) const {
+  if (Interpolation) return Interpolation->Evaluate(x[0], y, ErrString);
+  if (Model->Evaluate(x, y, ErrString)) return true;
+  ErrString = Model->EvaluationFailure(x);
+  return false;
+}
+
+std::string_view SolvedItem::SearchEndText() const {
+  if (Model == nullptr) return {};
+  switch (Model->Ended) {
+    case SearchEnd::Unchanged:
+      return "unchanged: its last iterations found nothing better";
+    case SearchEnd::IterationLimit:
+      return "at the iteration limit, before it converged";
+    case SearchEnd::Paused:
+      return "by Pause, before it converged";
+    default:
+      return {};
+  }
+}
+
+std::pair<double, double> SolvedItem::InputRange(int variable) const {
+  if (Interpolation) return {Interpolation->InputXMin, Interpolation->InputXMax};
+  const VariableStatistics& input = Model->Statistics.X[static_cast<std::size_t>(variable - 1)];
+  return {input.InputXMin, input.InputXMax};
+}
+
+std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex) {
+  std::vector<SolvedItem> list;
+  for (ModelClass* model : RankModels(project.Models, sortIndex)) list.push_back({model, nullptr});
+  for (InterpClass& curve : project.Interpolations)
+    if (curve.Solved) list.push_back({nullptr, &curve});
+  return list;
+}
+
+std::optional<std::size_t> FirstOf(const std::vector<SolvedItem>& list, const std::vector<SolvedItem>& wanted) {
+  const auto found = std::find_first_of(list.begin(), list.end(), wanted.begin(), wanted.end());
+  if (found == list.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - list.begin());
+}
+
+}  // namespace quorvex

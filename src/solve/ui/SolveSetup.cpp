@@ -1,0 +1,63 @@
+#include "solve/ui/SolveSetup.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace quorvex {
+namespace {
+
+struct Option {
+  const char *Name, *Text;
+};
+
+// A frame of options; the number of an option is its place.
+QButtonGroup* AddFrame(QVBoxLayout& rows, const QString& title, std::initializer_list<Option> options, int checked) {
+  auto* frame = new QGroupBox(title, rows.parentWidget());
+  auto* column = new QVBoxLayout(frame);
+  auto* group = new QButtonGroup(frame);
+  for (const Option& option : options) {
+    auto* button = new QRadioButton(option.Text, frame);
+    button->setObjectName(option.Name);
+    group->addButton(button, static_cast<int>(group->buttons().size()));
+    column->addWidget(button);
+  }
+  group->button(checked)->setChecked(true);
+  rows.addWidget(frame);
+  return group;
+}
+
+}  // namespace
+
+SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(parent) {
+  setObjectName("SolveSetup");
+  setWindowTitle("Solution Setup");
+  auto* rows = new QVBoxLayout(this);
+  optSolver =
+      AddFrame(*rows, "Solver Selection", {{"optNonLinear", "&NonLinear"}, {"optLinear", "&Linear"}}, choice.SolveType);
+  optModels = AddFrame(*rows, "Model Selection",
+                       {{"optSingle", "&Single Model"},
+                        {"optGroups", "&Groups"},
+                        {"optAll", "&All Models"},
+                        {"optLast", "Last Sol&ved Models"}},
+                       static_cast<int>(choice.Models));
+  chkDefault = new QCheckBox("&Use this setting as default (don't display this dialog)", this);
+  chkDefault->setObjectName("chkDefault");
+  chkDefault->setToolTip("The Solve menu brings the dialog back");
+  rows->addWidget(chkDefault);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  rows->addWidget(buttons);
+  rows->setSizeConstraint(QLayout::SetFixedSize);
+  optModels->checkedButton()->setFocus();
+}
+
+SolveChoice SolveSetup::Choice() const {
+  return {optSolver->checkedId(), static_cast<ModelSelection>(optModels->checkedId()), chkDefault->isChecked()};
+}
+
+}  // namespace quorvex
