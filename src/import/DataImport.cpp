@@ -84,7 +84,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
         if (const double cell = rows->Cell(row, col); GridCells::IsText(cell))
           if (const auto value = TypedValue(*rows, cell, edit.Locale)) rows->SetGridCellNumber(row, col, *value);
     }
-    edit.PushUndo("&Undo Import", edit.WholeSheet());
+    edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
     Columns.MoveInto(*rows, rowCount, edit.Sheet);
     return ImportOutcome::Imported;
   } catch (const std::bad_alloc&) {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "core/NumberText.h"
-
 namespace quorvex {
 
 ProjectEditor::ProjectEditor(Project& project, const Settings& settings, Prompter& user)
@@ -11,13 +9,13 @@ ProjectEditor::ProjectEditor(Project& project, const Settings& settings, Prompte
            project.Locale,
            user,
            {},
-           [this](const std::string& label, const CellRange& range) { Push(label, range); }},
+           [this](const UndoLabel& label, const CellRange& range) { Push(label, range); }},
       project_(project),
       settings_(settings) {
   undo_.Init(project.Sheet);
 }
 
-UndoOutcome ProjectEditor::UpdateUndoMenu(std::string& label, int& action, const CellRange& range) {
+UndoOutcome ProjectEditor::UpdateUndoMenu(int& action, const std::optional<UndoLabel>& label, const CellRange& range) {
   UndoOutcome outcome;
   if (action == kLeaveUndo) return outcome;
   const auto levels = static_cast<std::size_t>(std::max(0, settings_.Integer("undolevels")));
@@ -29,14 +27,14 @@ UndoOutcome ProjectEditor::UpdateUndoMenu(std::string& label, int& action, const
   if (action == kResetUndo || !undo_.Enabled()) {
     undo_.Reset();
     Menu = UndoMenu();
-  } else if (action == kPushUndo) {
+  } else if (action == kPushUndo && label) {
     const auto solved = [](const auto& item) { return item.Solved; };
     const bool saveRegression =
         std::any_of(project_.Models.begin(), project_.Models.end(), [](const auto& model) { return model->Solved; });
     const bool saveInterpolation = std::any_of(project_.Interpolations.begin(), project_.Interpolations.end(), solved);
-    if (undo_.PushEvent(label, range, project_.Models, project_.Interpolations, saveRegression, saveInterpolation,
+    if (undo_.PushEvent(*label, range, project_.Models, project_.Interpolations, saveRegression, saveInterpolation,
                         levels)) {
-      Menu = {label, true, true};
+      Menu = {label->Text, true, true};
     } else {
       StopUndo("An error occurred memorizing this transaction, possibly due to memory requirements.", action);
     }
@@ -44,7 +42,6 @@ UndoOutcome ProjectEditor::UpdateUndoMenu(std::string& label, int& action, const
     outcome = undo_.PopEvent(project_.Models, project_.Interpolations);
     if (outcome.Ok) {
       project_.Changed = true;
-      label = outcome.NextLabel;
       ShowNewest(outcome);
       if (outcome.LostModels > 0)
         Edit.User.Inform(std::to_string(outcome.LostModels) +
@@ -60,9 +57,8 @@ UndoOutcome ProjectEditor::UpdateUndoMenu(std::string& label, int& action, const
 }
 
 UndoOutcome ProjectEditor::EditUndo() {
-  std::string label;
   int action = kPopUndo;
-  return UpdateUndoMenu(label, action);
+  return UpdateUndoMenu(action);
 }
 
 std::vector<std::string> ProjectEditor::UndoHistory() {
@@ -100,12 +96,11 @@ void ProjectEditor::DataChanged() {
   DropSolutions();
 }
 
-void ProjectEditor::Push(const std::string& label, const CellRange& range) {
-  std::string shown = label;
+void ProjectEditor::Push(const UndoLabel& label, const CellRange& range) {
   int action = kPushUndo;
-  UpdateUndoMenu(shown, action, range);
+  UpdateUndoMenu(action, label, range);
   project_.Changed = true;
-  const auto extent = UndoExtentOf(label);
+  const UndoExtent extent = ExtentOf(label.Operation);
   if (extent != UndoExtent::Formats && extent != UndoExtent::Headers && extent != UndoExtent::Models) DropSolutions();
 }
 
@@ -125,11 +120,6 @@ void ProjectEditor::DropSolutions() {
   for (const auto& model : project_.Models)
     if (model->Solved) model->Datachange();
   for (InterpClass& interpolation : project_.Interpolations) interpolation.Datachange();
-}
-
-std::string UndoLabel(std::string_view operation, std::string_view modelName) {
-  constexpr std::size_t kShown = 15;
-  return "&Undo " + std::string(operation) + " '" + FirstCharacters(modelName, kShown) + "...'";
 }
 
 }  // namespace quorvex

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "core/Prompter.h"
@@ -41,8 +41,8 @@ class ProjectEditor {
   // The single door to the undo stack. Pushes a snapshot for the operation `label`, which is about to change `range`,
   // pops one, or resets the stack, and sets Menu. Where undo fails the user is told, undo is off for this window,
   // `action` becomes kResetUndo, and the project is left alone. Where the setting allows none it is off until it does.
-  // After a pop `label` is the next one, and the result says what the windows have to bring up to date.
-  UndoOutcome UpdateUndoMenu(std::string& label, int& action, const CellRange& range = {});
+  // After a pop the result names the next one, and says what the windows have to bring up to date.
+  UndoOutcome UpdateUndoMenu(int& action, const std::optional<UndoLabel>& label = {}, const CellRange& range = {});
 
   // Takes back the newest operation.
   UndoOutcome EditUndo();
@@ -58,7 +58,7 @@ class ProjectEditor {
   void DataChanged();
 
  private:
-  void Push(const std::string& label, const CellRange& range);
+  void Push(const UndoLabel& label, const CellRange& range);
   void ShowNewest(const UndoOutcome& outcome);
   void StopUndo(const std::string& cause, int& action);
   void DropSolutions();
@@ -68,10 +68,6 @@ class ProjectEditor {
   clsUndo undo_;
   bool toldDisabled_ = false;  // that the setting allows no undo
 };
-
-// A label of the undo stack that names a model by its first 15 characters, such as "&Undo Modify Parameters
-// 'a*x+b...'".
-std::string UndoLabel(std::string_view operation, std::string_view modelName);
 
 // The heading over the lines of Undo History.
 inline constexpr const char* kUndoHistoryHeading = "Number:     Action:";

@@ -6,15 +6,13 @@
 
 namespace quorvex {
 
-bool clsUndo::PushEvent(const std::string& label, const CellRange& range, const ModelCollection& regressionList,
+bool clsUndo::PushEvent(const UndoLabel& label, const CellRange& range, const ModelCollection& regressionList,
                         const std::vector<InterpClass>& interpolationList, bool saveRegression, bool saveInterpolation,
                         std::size_t limit) {
-  const auto extent = UndoExtentOf(label);
-  if (!enabled_ || !extent) return false;
+  if (!enabled_) return false;
   try {
-    clsUndoItem item;
-    item.EventString = label;
-    item.Extent = *extent;
+    clsUndoItem item(label);
+    const UndoExtent extent = item.Extent();
     if (extent == UndoExtent::Formats) {
       item.CopyFormat(*grid_);
     } else if (extent == UndoExtent::Headers) {
@@ -38,15 +36,15 @@ UndoOutcome clsUndo::PopEvent(ModelCollection& regressionList, std::vector<Inter
   if (EventList_.empty()) return outcome;
   const clsUndoItem& item = EventList_.back();
   try {
-    if (item.Extent == UndoExtent::Formats) {
+    if (item.Extent() == UndoExtent::Formats) {
       item.RecoverFormat(*grid_);
-    } else if (item.Extent == UndoExtent::Headers) {
+    } else if (item.Extent() == UndoExtent::Headers) {
       item.RecoverHeaders(*grid_);
-      if (item.EventString == "&Undo Default Headers") outcome.Code = 5;
     } else {
-      if (item.Extent == UndoExtent::HeadersAndCells || item.Extent == UndoExtent::Import) item.RecoverHeaders(*grid_);
+      if (item.Extent() == UndoExtent::HeadersAndCells || item.Extent() == UndoExtent::Import)
+        item.RecoverHeaders(*grid_);
       item.RecoverData(*grid_);
-      outcome.DataRestored = item.Extent != UndoExtent::Models;
+      outcome.DataRestored = item.Extent() != UndoExtent::Models;
       // An empty list is put back too: before the first solve nothing was solved.
       outcome.RegressionChanged =
           item.RegressionCount() != 0 ||

@@ -19,12 +19,11 @@ struct UndoOutcome {
   bool DataRestored = false;            // cells were put back
   bool RegressionChanged = false, InterpolationChanged = false;
   std::size_t LostModels = 0;  // user-defined models that have another definition now
-  int Code = 0;                // 5: the headers from before the defaults are back
 };
 
 // The undo stack of one project window: snapshots of what each operation could destroy, the newest last. What a
-// snapshot holds follows from its label (clsUndoItem.h), so that a typed cell costs one cell and only operations on
-// the whole sheet cost a sheet.
+// snapshot holds follows from its operation (sheet/UndoLabel.h), so that a typed cell costs one cell and only
+// operations on the whole sheet cost a sheet.
 class clsUndo {
  public:
   // The sheet that is watched; it outlives the stack.
@@ -41,8 +40,8 @@ class clsUndo {
 
   // Remembers what the operation of that label is about to change: the cells of `range` where the label stands for a
   // range, and the solved models and interpolations where asked for. Beyond `limit` snapshots the oldest go. False, and
-  // nothing remembered, for an unknown label or where memory ran out.
-  bool PushEvent(const std::string& label, const CellRange& range, const ModelCollection& regressionList,
+  // nothing remembered, where memory ran out.
+  bool PushEvent(const UndoLabel& label, const CellRange& range, const ModelCollection& regressionList,
                  const std::vector<InterpClass>& interpolationList, bool saveRegression, bool saveInterpolation,
                  std::size_t limit);
 

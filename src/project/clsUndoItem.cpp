@@ -5,57 +5,6 @@
 #include "engine/UserModel.h"
 
 namespace quorvex {
-namespace {
-
-// A "*" at the end stands for any text.
-constexpr struct {
-  std::string_view Label;
-  UndoExtent Extent;
-} kLabels[] = {
-    {"&Undo Format Cells", UndoExtent::Formats},
-    {"&Undo Import", UndoExtent::Import},
-    {"&Undo Edit Header", UndoExtent::Headers},
-    {"&Undo Default Headers", UndoExtent::Headers},
-    {"&Undo Exchange Headers", UndoExtent::HeadersAndCells},
-    {"&Undo Typing*", UndoExtent::Cells},
-    {"&Undo Sweep*", UndoExtent::Cells},
-    {"&Undo Clear Selection", UndoExtent::Cells},
-    {"&Undo Sort", UndoExtent::Cells},
-    {"&Undo Cut", UndoExtent::Cells},
-    {"&Undo Exchange", UndoExtent::Cells},
-    {"&Undo Scale", UndoExtent::Cells},
-    {"&Undo Translate", UndoExtent::Cells},
-    {"&Undo Combine", UndoExtent::Cells},
-    {"&Undo Paste", UndoExtent::Cells},
-    {"&Undo Paste Special", UndoExtent::Cells},
-    {"&Undo Paste Rotated", UndoExtent::Cells},
-    {"&Undo Delete Selection", UndoExtent::DeletedRows},
-    {"&Undo Insert Row(s)", UndoExtent::InsertedRows},
-    {"&Undo Clear Sheet", UndoExtent::WholeSheet},
-    {"&Undo Delete Incomplete Rows", UndoExtent::WholeSheet},
-    {"&Undo Zero Negative Data", UndoExtent::WholeSheet},
-    {"&Undo Zero Positive Data", UndoExtent::WholeSheet},
-    {"&Undo Average Replicates", UndoExtent::WholeSheet},
-    {"&Undo Smooth", UndoExtent::WholeSheet},
-    {"&Undo Solve All", UndoExtent::Models},
-    {"&Undo Solve Last", UndoExtent::Models},
-    {"&Undo Solve Group", UndoExtent::Models},
-    {"&Undo Solve '*", UndoExtent::Models},
-    {"&Undo Clear Fits", UndoExtent::Models},
-    {"&Undo Modify Parameters '*", UndoExtent::Models},
-};
-
-bool Matches(std::string_view label, std::string_view pattern) {
-  return pattern.ends_with('*') ? label.starts_with(pattern.substr(0, pattern.size() - 1)) : label == pattern;
-}
-
-}  // namespace
-
-std::optional<UndoExtent> UndoExtentOf(std::string_view label) {
-  for (const auto& row : kLabels)
-    if (Matches(label, row.Label)) return row.Extent;
-  return std::nullopt;
-}
 
 void clsUndoItem::CopyInterpolation(const std::vector<InterpClass>& interpolationList) {
   for (const InterpClass& interpolation : interpolationList)
@@ -92,7 +41,7 @@ void clsUndoItem::RecoverInterpolation(std::vector<InterpClass>& interpolationLi
 
 void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
   range_ = range;
-  switch (Extent) {
+  switch (Extent()) {
     case UndoExtent::WholeSheet:
     case UndoExtent::Import:
       cells_ = grid.Cells;
@@ -111,7 +60,7 @@ void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
 }
 
 void clsUndoItem::RecoverData(DataSheet& grid) const {
-  switch (Extent) {
+  switch (Extent()) {
     case UndoExtent::WholeSheet:
     case UndoExtent::Import:
       grid.Cells = cells_;

@@ -2,39 +2,24 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "engine/InterpClass.h"
 #include "engine/ModelCollection.h"
 #include "sheet/CellRange.h"
 #include "sheet/DataSheet.h"
+#include "sheet/UndoLabel.h"
 
 namespace quorvex {
-
-// What a snapshot of the undo stack holds, which its label decides.
-enum class UndoExtent {
-  Formats,          // the formats of all columns
-  Headers,          // the headers of all columns
-  HeadersAndCells,  // those and the range
-  Cells,            // the range, put back in place
-  DeletedRows,      // the rows of the range, put back by insertion
-  InsertedRows,     // where rows were inserted, and how many
-  WholeSheet,       // every cell
-  Import,           // every cell and the headers of all columns
-  Models            // no cells, the solved models and interpolations alone
-};
-
-// Nothing for a text that is no label of the undo stack.
-std::optional<UndoExtent> UndoExtentOf(std::string_view label);
 
 // A snapshot of what one operation could destroy.
 class clsUndoItem {
  public:
+  explicit clsUndoItem(const UndoLabel& label) : EventString(label.Text), extent_(ExtentOf(label.Operation)) {}
+
   std::string EventString;  // the label, the text shown in the menu, such as "&Undo Sort"
-  UndoExtent Extent = UndoExtent::Models;
+  UndoExtent Extent() const { return extent_; }
 
   std::size_t RegressionCount() const { return regressions_.size(); }
   std::size_t InterpolationCount() const { return interpolations_.size(); }
@@ -56,6 +41,7 @@ class clsUndoItem {
   void CopyData(const DataSheet& grid, const CellRange& range);
 
  private:
+  UndoExtent extent_;
   CellRange range_;
   GridCells cells_;
   std::vector<std::string> headers_;

@@ -73,7 +73,7 @@ bool AverageReplicates(const SheetEdit& edit) {
     means.push_back(*mean);
   }
 
-  edit.PushUndo("&Undo Average Replicates", all);
+  edit.PushUndo(UndoOperation::AverageReplicates, all);
   for (std::size_t i = 0; i < sets.size(); ++i) cells.SetCell(sets[i].front(), yCol, means[i]);
   for (std::size_t col = 1; col <= all.LastCol; ++col) {
     std::size_t to = 1;

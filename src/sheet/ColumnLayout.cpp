@@ -45,7 +45,7 @@ bool mnuEditExchange(const SheetEdit& edit) {
   const auto pair = SelectedColumnPair(edit.Selection, edit.User);
   if (!pair) return false;
   const bool withHeaders = edit.User.Ask("Do you also want to exchange the column headers you defined?");
-  edit.PushUndo(withHeaders ? "&Undo Exchange Headers" : "&Undo Exchange",
+  edit.PushUndo(withHeaders ? UndoOperation::ExchangeHeaders : UndoOperation::Exchange,
                 {pair->FirstRow, pair->FirstCol, pair->LastRow, pair->SecondCol});
   edit.Sheet.Cells.ExchangeColumns(pair->FirstCol, pair->SecondCol, pair->FirstRow, pair->LastRow);
   if (withHeaders) std::swap(edit.Sheet.Headers[pair->FirstCol - 1], edit.Sheet.Headers[pair->SecondCol - 1]);
@@ -56,14 +56,14 @@ bool EditHeader(const SheetEdit& edit, std::size_t col) {
   std::string& header = edit.Sheet.Headers[col - 1];
   const auto text = edit.User.AskText("Enter the column header:", header);
   if (!text || *text == header) return false;
-  edit.PushUndo("&Undo Edit Header", {1, col, 1, col});
+  edit.PushUndo(UndoOperation::EditHeader, {1, col, 1, col});
   header = *text;
   return true;
 }
 
 bool FormatDefault(const SheetEdit& edit) {
   DataSheet& sheet = edit.Sheet;
-  edit.PushUndo("&Undo Default Headers", {1, 1, 1, sheet.ColumnCount()});
+  edit.PushUndo(UndoOperation::DefaultHeaders, {1, 1, 1, sheet.ColumnCount()});
   sheet.Headers = DefaultHeaders(sheet.IndependentVariables, sheet.HasStandardDeviation);
   return true;
 }
@@ -85,7 +85,7 @@ bool FormatCells(const SheetEdit& edit,
     std::vector<ColumnFormat>& formats = edit.Sheet.Formats;
     const auto chosen = choose(formats.at(edit.Selection.front().FirstCol - 1).NumberFormat);
     if (!chosen) return false;
-    edit.PushUndo("&Undo Format Cells", edit.Selection.front());
+    edit.PushUndo(UndoOperation::FormatCells, edit.Selection.front());
     for (const CellRange& range : edit.Selection)
       for (std::size_t col = range.FirstCol; col <= std::min(range.LastCol, formats.size()); ++col)
         formats[col - 1].NumberFormat = *chosen;

@@ -56,7 +56,7 @@ bool CombineColumns::Apply(const SheetEdit& edit) const {
   const ComputedCells combined =
       Combine(CopyColumn(cells, FirstCol, target.FirstRow, target.LastRow),
               CopyColumn(cells, SecondCol, target.FirstRow, target.LastRow), CombineOperations()[Operation].Code);
-  StoreComputedCells(edit, "&Undo Combine", target, combined);
+  StoreComputedCells(edit, UndoOperation::Combine, target, combined);
   return true;
 }
 

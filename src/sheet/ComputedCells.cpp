@@ -31,7 +31,7 @@ std::vector<double> CopyColumn(const GridCells& cells, std::size_t col, std::siz
   return column;
 }
 
-void StoreComputedCells(const SheetEdit& edit, const std::string& label, const CellRange& target,
+void StoreComputedCells(const SheetEdit& edit, const UndoLabel& label, const CellRange& target,
                         const ComputedCells& computed) {
   edit.PushUndo(label, target);
   for (std::size_t i = 0; i < computed.Values.size(); ++i) {

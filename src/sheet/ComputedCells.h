@@ -24,7 +24,7 @@ ComputedCells EvaluateRows(const Expression& expression, std::span<const std::ve
 std::vector<double> CopyColumn(const GridCells& cells, std::size_t col, std::size_t firstRow, std::size_t lastRow);
 
 // Stores the cells in the column `target`, which has as many rows, under the undo label, and tells of faults once.
-void StoreComputedCells(const SheetEdit& edit, const std::string& label, const CellRange& target,
+void StoreComputedCells(const SheetEdit& edit, const UndoLabel& label, const CellRange& target,
                         const ComputedCells& computed);
 
 }  // namespace quorvex

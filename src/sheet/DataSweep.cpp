@@ -121,7 +121,7 @@ bool DataSweep::Apply(const SheetEdit& edit) const {
   const auto& method = kMethods[static_cast<std::size_t>(MethodOption)];
   const Result<ComputedCells> computed = method.Compute(*this, edit, *range);
   if (!computed) return refuse(computed.error());
-  const std::string label = std::string("&Undo Sweep ") + method.Name + " in " + edit.Sheet.Headers[SelCol - 1];
+  const UndoLabel label(UndoOperation::Sweep, method.Name + (" in " + edit.Sheet.Headers[SelCol - 1]));
   StoreComputedCells(edit, label, *range, *computed);
   return true;
 }

@@ -25,7 +25,7 @@ bool CopyTo(const SheetEdit& edit, Clipboard& clipboard, std::string_view comman
 
 bool EditCut(const SheetEdit& edit, Clipboard& clipboard) {
   if (!CopyTo(edit, clipboard, "Cut")) return false;
-  edit.PushUndo("&Undo Cut", edit.Selection.front());
+  edit.PushUndo(UndoOperation::Cut, edit.Selection.front());
   edit.Sheet.Cells.GridClearRange(edit.Selection.front());
   return true;
 }
@@ -41,13 +41,13 @@ bool CopyGrid(const SheetEdit& edit, Clipboard& clipboard) {
 
 bool EditPaste(const SheetEdit& edit, const Clipboard& clipboard) {
   const auto range = edit.OneRange("Paste");
-  return range && PasteText(edit, clipboard.Text(), range->FirstRow, range->FirstCol, false, "&Undo Paste");
+  return range && PasteText(edit, clipboard.Text(), range->FirstRow, range->FirstCol, false, UndoOperation::Paste);
 }
 
 bool ClearSelection(const SheetEdit& edit) {
   const auto range = edit.OneRange("Clear");
   if (!range) return false;
-  edit.PushUndo("&Undo Clear Selection", *range);
+  edit.PushUndo(UndoOperation::ClearSelection, *range);
   edit.Sheet.Cells.GridClearRange(*range);
   return true;
 }
@@ -55,7 +55,7 @@ bool ClearSelection(const SheetEdit& edit) {
 bool ClearGrid(const SheetEdit& edit) {
   const std::string question = "This operation will clear all existing data. " + std::string(NL);
   if (!edit.User.Ask(question + "Do you want to continue?")) return false;
-  edit.PushUndo("&Undo Clear Sheet", edit.WholeSheet());
+  edit.PushUndo(UndoOperation::ClearSheet, edit.WholeSheet());
   edit.Sheet.Cells = GridCells();
   return true;
 }
@@ -69,7 +69,7 @@ bool InsertRows(const SheetEdit& edit) {
         "inserted.");
     return false;
   }
-  edit.PushUndo("&Undo Insert Row(s)", *range);
+  edit.PushUndo(UndoOperation::InsertRows, *range);
   edit.Sheet.Cells.GridInsertRows(range->FirstRow, range->Rows());
   return true;
 }
@@ -79,7 +79,7 @@ bool DeleteSelection(const SheetEdit& edit) {
   if (!range) return false;
   range->LastRow = std::min(range->LastRow, edit.Sheet.Cells.GridLastRow());
   if (range->LastRow < range->FirstRow) return false;
-  edit.PushUndo("&Undo Delete Selection", *range);
+  edit.PushUndo(UndoOperation::DeleteSelection, *range);
   edit.Sheet.Cells.GridDeleteRows(range->FirstRow, range->Rows());
   return true;
 }
@@ -91,7 +91,7 @@ bool DeleteIncompleteRows(const SheetEdit& edit) {
     edit.User.Inform("There were no incomplete rows to delete.");
     return false;
   }
-  edit.PushUndo("&Undo Delete Incomplete Rows", edit.WholeSheet());
+  edit.PushUndo(UndoOperation::DeleteIncompleteRows, edit.WholeSheet());
   edit.Sheet.Cells.DeleteMarkedRows(incomplete);
   edit.User.Inform(std::to_string(count) + " incomplete rows were deleted.");
   return true;

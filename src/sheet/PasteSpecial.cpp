@@ -96,7 +96,7 @@ std::string ClipboardText(const GridCells& cells, const CellRange& range, const 
 }
 
 bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, bool rotated,
-               const std::string& label) {
+               const UndoLabel& label) {
   if (row > kMostSheetRows || col > edit.Sheet.ColumnCount()) return false;
   const Block block =
       ReadBlock(text, edit.Locale, rotated, kMostSheetRows - row + 1, edit.Sheet.ColumnCount() - col + 1);
@@ -110,7 +110,7 @@ bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, st
 bool PasteSpecial(const SheetEdit& edit, std::string_view text, bool ckRotated) {
   const auto range = edit.OneRange(kPasteSpecialCommand);
   return range && PasteText(edit, text, range->FirstRow, range->FirstCol, ckRotated,
-                            ckRotated ? "&Undo Paste Rotated" : "&Undo Paste Special");
+                            ckRotated ? UndoOperation::PasteRotated : UndoOperation::PasteSpecial);
 }
 
 std::optional<std::string> CopySpecial(const SheetEdit& edit, bool ckRotated) {

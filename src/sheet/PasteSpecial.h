@@ -19,7 +19,7 @@ std::string ClipboardText(const GridCells& cells, const CellRange& range, const 
 // point or the locale's separator, a date becomes its day, and anything else a text. What would lie outside the sheet's
 // columns or 65,536 rows is left out. False where nothing lies inside.
 bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, bool rotated,
-               const std::string& label);
+               const UndoLabel& label);
 
 // The commands behind the two dialogs, which ask for no more than `ckRotated`. Refused for several selected ranges,
 // which a window finds out before it opens the dialog: edit.OneRange with the command's words.

@@ -10,9 +10,10 @@ namespace quorvex {
 namespace {
 
 constexpr struct {
-  const char *Prompt, *Refusal, *Label;
-} kTexts[] = {{"Enter the scaling factor:", "Please enter a valid scale factor.", "&Undo Scale"},
-              {"Enter the translation factor:", "Please enter a valid translation factor.", "&Undo Translate"}};
+  const char *Prompt, *Refusal;
+  UndoOperation Operation;
+} kTexts[] = {{"Enter the scaling factor:", "Please enter a valid scale factor.", UndoOperation::Scale},
+              {"Enter the translation factor:", "Please enter a valid translation factor.", UndoOperation::Translate}};
 
 const auto& TextsOf(FactorMode mode) { return kTexts[static_cast<std::size_t>(mode)]; }
 
@@ -51,7 +52,7 @@ bool ApplyFactor(const SheetEdit& edit, const CellRange& range, FactorMode mode,
       }
     }
   }
-  edit.PushUndo(TextsOf(mode).Label, range);
+  edit.PushUndo(TextsOf(mode).Operation, range);
   for (const Change& change : changes) cells.SetGridCellNumber(change.Row, change.Col, change.Value);
   return true;
 }

@@ -10,6 +10,7 @@
 #include "core/Prompter.h"
 #include "sheet/CellRange.h"
 #include "sheet/DataSheet.h"
+#include "sheet/UndoLabel.h"
 
 namespace quorvex {
 
@@ -21,8 +22,8 @@ struct SheetEdit {
   Prompter& User;
   std::vector<CellRange> Selection;
 
-  // Remembers the cells of `extent` under `label`, the text of the menu entry.
-  std::function<void(const std::string& label, const CellRange& extent)> PushUndo;
+  // Remembers the cells of `extent` under `label`.
+  std::function<void(const UndoLabel& label, const CellRange& extent)> PushUndo;
 
   // The one selected range. Several are refused, in a sentence about `command`.
   std::optional<CellRange> OneRange(std::string_view command) const;

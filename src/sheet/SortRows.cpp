@@ -83,7 +83,7 @@ bool Sort(const SheetEdit& edit, const CellRange& range, const SortKeys& keys) {
     edit.User.Refuse(why);
     return false;
   }
-  edit.PushUndo("&Undo Sort", range);
+  edit.PushUndo(UndoOperation::Sort, range);
   SortRows(edit.Sheet.Cells, range, keys);
   return true;
 }

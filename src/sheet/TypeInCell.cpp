@@ -12,8 +12,8 @@ bool TypeInCell(const SheetEdit& edit, std::size_t row, std::size_t col, const s
     edit.User.Refuse("Invalid entry.");
     return false;
   }
-  edit.PushUndo("&Undo Typing \"" + text + "\" in " + edit.Sheet.Headers[col - 1] + ":" + std::to_string(row),
-                {row, col, row, col});
+  const std::string what = '"' + text + "\" in " + edit.Sheet.Headers[col - 1] + ':' + std::to_string(row);
+  edit.PushUndo({UndoOperation::Typing, what}, {row, col, row, col});
   if (entry->Value) {
     cells.SetGridCellNumber(row, col, *entry->Value);
   } else {

@@ -9,7 +9,7 @@ bool ZeroData(const SheetEdit& edit, ZeroSign sign, std::span<const std::size_t>
   }
   const bool negative = sign == ZeroSign::Negative;
   const CellRange all = edit.WholeSheet();
-  edit.PushUndo(negative ? "&Undo Zero Negative Data" : "&Undo Zero Positive Data", all);
+  edit.PushUndo(negative ? UndoOperation::ZeroNegativeData : UndoOperation::ZeroPositiveData, all);
   for (const std::size_t col : columns) {
     for (std::size_t row = 1; row <= all.LastRow; ++row) {
       const double cell = edit.Sheet.Cells.Cell(row, col);  // neither holds for what is no number

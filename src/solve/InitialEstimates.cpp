@@ -81,9 +81,8 @@ bool SetEstimates(Project& project, ProjectEditor& editor, ModelClass& model, st
     if (!editor.Edit.User.Ask("This model is currently in the solved list. Modifying the parameters will clear it's "
                               "solution. Do you wish to continue?"))
       return false;
-    std::string label = UndoLabel("Modify Parameters", model.id);
     int action = kPushUndo;
-    editor.UpdateUndoMenu(label, action);
+    editor.UpdateUndoMenu(action, UndoLabelOfModel(UndoOperation::ModifyParameters, model.id));
   }
   std::vector<ICRange> ranges;
   for (int i = 1; const EstimateRow& row : rows) {

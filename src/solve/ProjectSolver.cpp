@@ -40,8 +40,9 @@ std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
   if (!data) return std::nullopt;
   const std::vector<InterpClass*> chosen = windows_.Interp(project_.Interpolations);
   if (chosen.empty()) return std::nullopt;
-  Request request{chosen.size() == 1 ? UndoLabel("Solve", chosen[0]->id) : "&Undo Solve Group", {}};
-  for (InterpClass* curve : chosen) request.Of.push_back({nullptr, curve});
+  Request request{
+      chosen.size() == 1 ? UndoLabelOfModel(UndoOperation::Solve, chosen[0]->id) : UndoOperation::SolveGroup, {}};
+  for (InterpClass* curve : chosen) request.Objects.push_back({nullptr, curve});
   return Run(*data, request);
 }
 
@@ -76,20 +77,21 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
     case ModelSelection::SingleModel: {
       ModelPick pick(project_.Models, project_.Sheet.IndependentVariables, settings_);
       if (!windows_.Regress(pick)) return std::nullopt;
-      return Request{UndoLabel("Solve", pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
+      return Request{
+          UndoLabelOfModel(UndoOperation::Solve, pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
     }
     case ModelSelection::Groups: {
       const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
       GroupPick pick(project_.Models, settings_, *store);
       if (!windows_.Groups(pick)) return std::nullopt;
       const auto chosen = [&](const ModelClass& model) { return canTakePart(model) && pick.Contains(model); };
-      return Request{"&Undo Solve Group", ModelsThat(chosen), choice.SolveType};
+      return Request{UndoOperation::SolveGroup, ModelsThat(chosen), choice.SolveType};
     }
     case ModelSelection::AllModels:
-      return Request{"&Undo Solve All", ModelsThat(canTakePart), choice.SolveType};
+      return Request{UndoOperation::SolveAll, ModelsThat(canTakePart), choice.SolveType};
     default: {
-      Request request{"&Undo Solve Last", ModelsThat(&ModelClass::Solved), choice.SolveType};
-      if (!request.Of.empty()) return request;
+      Request request{UndoOperation::SolveLast, ModelsThat(&ModelClass::Solved), choice.SolveType};
+      if (!request.Objects.empty()) return request;
       user_.Refuse("The previous solved list is empty.");
       return std::nullopt;
     }
@@ -113,11 +115,11 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   };
   const std::unique_ptr<SolveProgress> progress = windows_.OpenProgress();
   // Before the models are touched: the snapshot holds the solutions as they were made.
-  if (std::ranges::any_of(request.Of, canBeSolved)) editor_.Edit.PushUndo(request.UndoLabel, {});
+  if (std::ranges::any_of(request.Objects, canBeSolved)) editor_.Edit.PushUndo(request.Label, {});
   for (const auto& model : project_.Models) model->Solve = false;
   for (InterpClass& curve : project_.Interpolations) curve.Solve = false;
   std::vector<std::pair<SolvedItem, int>> before;  // solutions, and by which solver they were found
-  for (const SolvedItem& one : request.Of) {
+  for (const SolvedItem& one : request.Objects) {
     if (one.Model != nullptr && one.Model->Solved) before.emplace_back(one, one.Model->SolveType);
     if (one.Interpolation != nullptr) {
       one.Interpolation->Solve = true;
@@ -158,7 +160,7 @@ bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
   if (!windows_.ClearFits(clearing)) return false;
   const std::vector<SolvedItem> chosen = clearing.Chosen();
   if (chosen.empty()) return false;
-  editor_.Edit.PushUndo("&Undo Clear Fits", {});
+  editor_.Edit.PushUndo(UndoOperation::ClearFits, {});
   for (const SolvedItem& solution : chosen)
     (solution.Model != nullptr ? solution.Model->Solved : solution.Interpolation->Solved) = false;
   return true;

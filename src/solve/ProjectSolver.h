@@ -65,8 +65,8 @@ class ProjectSolver {
  private:
   // What is to be solved, and how the solve is called for undo.
   struct Request {
-    std::string UndoLabel;
-    std::vector<SolvedItem> Of;
+    UndoLabel Label;
+    std::vector<SolvedItem> Objects;  // to be solved
     int SolveType = 0;  // of the models
   };
 

@@ -45,7 +45,7 @@ struct Desk {
   }
 
   SheetEdit Edit() {
-    return {Sheet, Locale, User, {}, [this](const std::string& label, const CellRange&) { Undo.push_back(label); }};
+    return {Sheet, Locale, User, {}, [this](const UndoLabel& label, const CellRange&) { Undo.push_back(label.Text); }};
   }
   std::unique_ptr<TextImport> OpenText(const std::string& file) {
     auto import = TextImport::Open(file, Sheet, Locale);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <random>
@@ -8,10 +9,16 @@
 #include "RecordingPrompter.h"
 #include "engine/UserModel.h"
 #include "project/ProjectEditor.h"
+#include "sheet/AverageReplicates.h"
 #include "sheet/ColumnLayout.h"
+#include "sheet/CombineColumns.h"
+#include "sheet/DataSweep.h"
 #include "sheet/EditCommands.h"
 #include "sheet/PasteSpecial.h"
+#include "sheet/ScaleCells.h"
+#include "sheet/SortRows.h"
 #include "sheet/TypeInCell.h"
+#include "sheet/ZeroData.h"
 
 namespace quorvex {
 namespace {
@@ -44,7 +51,9 @@ struct EditedProject {
   }
   void Select(const CellRange& range) { Editor.Edit.Selection = {range}; }
   std::string Text(std::size_t row, std::size_t col) const { return Document.Sheet.Cells.GridCellText(row, col); }
-  UndoOutcome Update(std::string label, int action) { return Editor.UpdateUndoMenu(label, action); }
+  UndoOutcome Update(int action, const std::optional<UndoLabel>& label = {}) {
+    return Editor.UpdateUndoMenu(action, label);
+  }
 
   // Solves the line a*x+b and the spline through the present points.
   void Solve(const char* model = "a*x+b") {
@@ -74,34 +83,6 @@ std::string Content(const Project& project) {
   return text;
 }
 
-TEST(UndoExtentOf, KnowsTheLabelsOfAllOperations) {
-  const struct {
-    UndoExtent extent;
-    Said labels;
-  } kCases[] = {
-      {UndoExtent::Formats, {"&Undo Format Cells"}},
-      {UndoExtent::Headers, {"&Undo Edit Header", "&Undo Default Headers"}},
-      {UndoExtent::HeadersAndCells, {"&Undo Exchange Headers"}},
-      {UndoExtent::Cells,
-       {"&Undo Typing \"1\" in X:1", "&Undo Sweep Constant in X", "&Undo Sweep Linear in X",
-        "&Undo Sweep Function in X", "&Undo Clear Selection", "&Undo Sort", "&Undo Cut", "&Undo Exchange",
-        "&Undo Scale", "&Undo Translate", "&Undo Combine", "&Undo Paste", "&Undo Paste Special",
-        "&Undo Paste Rotated"}},
-      {UndoExtent::DeletedRows, {"&Undo Delete Selection"}},
-      {UndoExtent::InsertedRows, {"&Undo Insert Row(s)"}},
-      {UndoExtent::WholeSheet,
-       {"&Undo Clear Sheet", "&Undo Delete Incomplete Rows", "&Undo Zero Negative Data", "&Undo Zero Positive Data",
-        "&Undo Average Replicates", "&Undo Smooth"}},
-      {UndoExtent::Models,
-       {"&Undo Solve All", "&Undo Solve Last", "&Undo Solve Group", "&Undo Solve 'a*x+b...'", "&Undo Clear Fits",
-        "&Undo Modify Parameters 'a*x+b...'"}},
-  };
-  for (const auto& c : kCases)
-    for (const std::string& label : c.labels) EXPECT_EQ(UndoExtentOf(label), c.extent) << label;
-  for (const char* label : {"", "&Undo", "&Undo Sorting", "Undo Sort", "&Undo Solve"})
-    EXPECT_FALSE(UndoExtentOf(label)) << label;
-}
-
 TEST(UpdateUndoMenu, ShowsTheNewestLabelUntilNoneIsLeft) {
   EditedProject p;
   EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
@@ -110,7 +91,7 @@ TEST(UpdateUndoMenu, ShowsTheNewestLabelUntilNoneIsLeft) {
   EXPECT_TRUE(p.Document.Changed);
   EXPECT_EQ(p.Editor.Menu, (UndoMenu{"&Undo Typing \"1\" in X:1", true, true}));
   p.Type(2, 3, "2");
-  p.Update("", kLeaveUndo);
+  p.Update(kLeaveUndo);
   EXPECT_EQ(p.Editor.Menu.UndoText, "&Undo Typing \"2\" in StDev:2");
   EXPECT_EQ(p.Editor.UndoHistory(), (Said{"1\t&Undo Typing \"2\" in StDev:2", "2\t&Undo Typing \"1\" in X:1"}));
   EXPECT_TRUE(p.Editor.EditUndo().Ok);
@@ -122,7 +103,7 @@ TEST(UpdateUndoMenu, ShowsTheNewestLabelUntilNoneIsLeft) {
   EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
   EXPECT_TRUE(p.Editor.UndoHistory().empty());
   p.Type(1, 1, "1");
-  p.Update("", kResetUndo);
+  p.Update(kResetUndo);
   EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
   EXPECT_EQ(p.Text(1, 1), "1");
   EXPECT_TRUE(p.User.Said.empty());
@@ -165,23 +146,19 @@ TEST(UpdateUndoMenu, SaysOnceThatUndoIsDisabled) {
 
 TEST(UpdateUndoMenu, StopsUndoForTheWindowAfterAFailure) {
   const struct {
-    const char* label;
     int action;
     const char* told;
   } kCases[] = {
-      {"&Undo Nothing Known", kPushUndo,
-       "An error occurred memorizing this transaction, possibly due to memory requirements. "},
-      {"", kPopUndo, "An error occurred UNDO-ing this transaction, possibly due to memory requirements. "},
-      {"", 7, "An error occurred with the UNDO feature. "},
+      {kPopUndo, "An error occurred UNDO-ing this transaction, possibly due to memory requirements. "},
+      {7, "An error occurred with the UNDO feature. "},
   };
   for (const auto& c : kCases) {
     EditedProject p;
     p.Type(1, 1, "1");
     if (c.action == kPopUndo) p.Editor.EditUndo();  // so that there is none left
     const std::string before = Content(p.Document);
-    std::string label = c.label;
     int action = c.action;
-    p.Editor.UpdateUndoMenu(label, action);
+    p.Editor.UpdateUndoMenu(action);
     EXPECT_EQ(action, kResetUndo);
     EXPECT_EQ(p.User.Said,
               Said{"refuse: " + std::string(c.told) + "Quorvex will continue without UNDO in the current window."});
@@ -207,16 +184,14 @@ TEST(ForgetNewest, LeavesTheOperationButNotItsSnapshot) {
   EXPECT_EQ(p.Text(1, 1), "2");
 }
 
-TEST(EditUndo, TellsOfDefaultHeadersAsTheirCallerWants) {
+TEST(EditUndo, TakesBackDefaultHeaders) {
   EditedProject p;
   p.User.Text = "Time";
   EXPECT_TRUE(EditHeader(p.Editor.Edit, 1));
   EXPECT_TRUE(FormatDefault(p.Editor.Edit));
-  const UndoOutcome defaults = p.Editor.EditUndo();
-  EXPECT_EQ(defaults.Code, 5);
-  EXPECT_FALSE(defaults.DataRestored);
+  EXPECT_FALSE(p.Editor.EditUndo().DataRestored);
   EXPECT_EQ(p.Document.Sheet.Headers[0], "Time");
-  EXPECT_EQ(p.Editor.EditUndo().Code, 0);
+  EXPECT_TRUE(p.Editor.EditUndo().Ok);
   EXPECT_EQ(p.Document.Sheet.Headers[0], "X");
 }
 
@@ -248,9 +223,9 @@ TEST(EditUndo, BringsBackTheSolutionsThatAnEditDropped) {
 TEST(EditUndo, TakesBackSolves) {
   EditedProject p;
   p.Type(1, 1, "1");
-  p.Update("&Undo Solve 'a*x+b...'", kPushUndo);
+  p.Update(kPushUndo, UndoOperation::Solve);
   p.Solve();
-  p.Update("&Undo Solve 'a*x^2+b*x+c...'", kPushUndo);
+  p.Update(kPushUndo, UndoOperation::Solve);
   p.Solve("a*x^2+b*x+c");
   EXPECT_TRUE(p.Editor.EditUndo().RegressionChanged);
   EXPECT_TRUE(p.Document.Models.Find("a*x+b")->Solved);
@@ -271,7 +246,7 @@ TEST(EditUndo, LeavesOutUserModelsThatWereRedefined) {
   addModel("Redefined", "a*x");
   addModel("Removed", "a*x");
   for (const char* name : {"Kept", "Redefined", "Removed"}) p.Document.Models.Find(name)->Solved = true;
-  p.Update("&Undo Clear Fits", kPushUndo);
+  p.Update(kPushUndo, UndoOperation::ClearFits);
   for (const char* name : {"Kept", "Redefined", "Removed"}) p.Document.Models.Find(name)->Solved = false;
   p.Document.Models.Find("Redefined")->SetID("Redefined", {"a*x^2"});
   p.Document.Models.Remove("Removed");
@@ -314,9 +289,24 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
         [&] { FormatDefault(edit); },
         [&] { FormatCells(edit, [&](const std::string&) { return std::optional(text()); }); },
         [&] {  // an import, which brings cells and may bring names
-          edit.PushUndo("&Undo Import", edit.WholeSheet());
+          edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
           p.Document.Sheet.Cells.SetGridCellNumber(upTo(12), upTo(columns), 7);
           p.Document.Sheet.Headers[upTo(columns) - 1] = text();
+        },
+        [&] { ApplyFactor(edit, edit.Selection[0], upTo(2) == 1 ? FactorMode::Scale : FactorMode::Translate, "2"); },
+        [&] {
+          if (const auto rows = SortRange(edit)) Sort(edit, *rows, {{{rows->FirstCol, upTo(2) == 1}}});
+        },
+        [&] { ZeroData(edit, upTo(2) == 1 ? ZeroSign::Negative : ZeroSign::Positive, std::array{upTo(columns)}); },
+        [&] { AverageReplicates(edit); },
+        [&] {
+          CombineColumns{upTo(columns), upTo(columns), upTo(columns), 0}.Apply(edit);
+        },
+        [&] {
+          if (auto sweep = EditFill(edit)) {
+            sweep->ConstantText = "3";
+            sweep->Apply(edit);
+          }
         },
     };
     std::vector<std::string> contents;
@@ -328,7 +318,7 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
       p.User.Answer = random() % 2 == 0;
       const std::string before = Content(p.Document);
       const std::size_t known = p.Editor.UndoHistory().size();
-      kSteps[step < 20 ? random() % 4 : random() % 14]();
+      kSteps[random() % (step < 20 ? 4 : std::size(kSteps))]();
       const std::size_t now = p.Editor.UndoHistory().size();
       ASSERT_LE(now, known + 1);
       if (now > known) contents.push_back(before);

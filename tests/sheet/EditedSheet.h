@@ -38,8 +38,8 @@ struct EditedSheet {
   }
 
   SheetEdit With(std::vector<CellRange> selection) {
-    return {Sheet, Locale, User, std::move(selection), [this](const std::string& label, const CellRange& extent) {
-              Undo.emplace_back(label, extent);
+    return {Sheet, Locale, User, std::move(selection), [this](const UndoLabel& label, const CellRange& extent) {
+              Undo.emplace_back(label.Text, extent);
               WhenRemembered = Cells();
             }};
   }

@@ -201,11 +201,5 @@ TEST(SaveRules, MakesTheValuesRules) {
   EXPECT_EQ(model->RuleConstant(1), "9");
 }
 
-TEST(UndoLabel, NamesAModelByItsFirstCharacters) {
-  EXPECT_EQ(UndoLabel("Modify Parameters", "a*x+b"), "&Undo Modify Parameters 'a*x+b...'");
-  EXPECT_EQ(UndoLabel("Solve", "0123456789abcdefgh"), "&Undo Solve '0123456789abcde...'");
-  EXPECT_EQ(UndoLabel("Solve", "0123456789abcd\xC3\xA4\xC3\xB6"), "&Undo Solve '0123456789abcd\xC3\xA4...'");
-}
-
 }  // namespace
 }  // namespace quorvex

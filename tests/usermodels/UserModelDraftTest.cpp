@@ -281,9 +281,8 @@ TEST(StoreUserModel, LetsUndoSayWhichSolutionsTheNewDefinitionCost) {
     std::string log;
     SolveForm form;
     ASSERT_TRUE(model.Fit(data, settings, log, form)) << log;
-    std::string label = "&Undo Clear Fits";
     int action = kPushUndo;
-    editor.UpdateUndoMenu(label, action);
+    editor.UpdateUndoMenu(action, UndoOperation::ClearFits);
 
     UserModelDraft draft = DraftOf(model);
     if (what == "removed") {
