@@ -85,7 +85,7 @@ inline int FuzzSpreadsheet(const std::uint8_t* data, std::size_t size) {
       continue;
     }
     Require(cells->GridLastRow() <= SpreadsheetCells::kMostRows, "too many rows");
-    Require(cells->GridLastCol() <= SpreadsheetCells::kColumnsKept, "too many columns");
+    Require(cells->GridLastCol() <= kMostColumnsRead, "too many columns");
   }
   return 0;
 }

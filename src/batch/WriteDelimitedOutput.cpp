@@ -50,7 +50,7 @@ class Writer {
     Row({"Rank(sorted_by_" + std::string(kSortKeys[static_cast<std::size_t>(setup_.SortKey - 1)]) + ")",
          std::to_string(rank)});
     Row({"Model_ID", model.cfgID.empty() ? model.id : model.cfgID});
-    for (int n = 1; n <= 9; ++n)
+    for (int n = 1; n < model.FunctionCount(); ++n)
       if (!model.FunctionList(n).empty()) Row({"F" + std::to_string(n), model.FunctionList(n)});
     Row({"Y", model.FunctionList(0)});
     file_.WriteLine("");

@@ -46,7 +46,7 @@ class Writer {
                  ") = " + std::to_string(rank));
     Line(12, "Model_ID = " + (model.cfgID.empty() ? model.id : model.cfgID));
     Line(12, "B_DEFINITION");
-    for (int n = 1; n <= 9; ++n)
+    for (int n = 1; n < model.FunctionCount(); ++n)
       if (!model.FunctionList(n).empty()) Value("F" + std::to_string(n), model.FunctionList(n));
     Value("Y", model.FunctionList(0));
     Line(12, "E_DEFINITION");

@@ -5,9 +5,9 @@
 #include <span>
 #include <vector>
 
-namespace quorvex {
+#include "core/Limits.h"
 
-inline constexpr int kMostIndependentVariables = 20;
+namespace quorvex {
 
 // The points of the solve in progress, column by column, so that every loop over points runs over one array.
 struct SolveData {

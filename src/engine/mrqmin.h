@@ -11,8 +11,6 @@ namespace quorvex {
 class ModelClass;
 class SolveForm;
 
-inline constexpr std::size_t kMostCoefficients = 100;
-
 // Levenberg-Marquardt search for the coefficients that make the merit function
 //
 //   chisq = sum over points of sig(i) * (y(i) - f(x(i); a))^2

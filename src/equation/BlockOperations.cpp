@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
+#include "core/Limits.h"
 #include "equation/IntrinsicFunctions.h"
 #include "equation/Operators.h"
 #include "functions/Elementary.h"
 
 namespace quorvex {
 namespace {
-
-constexpr std::size_t kPiece = 256;  // of a block, where one operand is spread out
 
 // The four shapes of an operation, so that the loops run over arrays and constants alone.
 template <class Operation>
@@ -54,9 +53,9 @@ void PowerOverBlock(const BlockOperand& a, const BlockOperand& b, std::size_t n,
   } else if (a.Points != nullptr) {
     PowerBlock(a.Points, b.Value, out, n);
   } else if (b.Points != nullptr && n > 1) {
-    double base[kPiece];  // the loop over two arrays is several times as fast as one by one
-    std::fill_n(base, std::min(n, kPiece), a.Value);
-    for (std::size_t i = 0; i < n; i += kPiece) PowerBlock(base, b.Points + i, out + i, std::min(kPiece, n - i));
+    double base[kBlock];  // the loop over two arrays is several times as fast as one by one
+    std::fill_n(base, std::min(n, kBlock), a.Value);
+    for (std::size_t i = 0; i < n; i += kBlock) PowerBlock(base, b.Points + i, out + i, std::min(kBlock, n - i));
   } else {
     std::fill_n(out, n, Power(a.Value, b.At(0)));
   }
@@ -65,9 +64,9 @@ void PowerOverBlock(const BlockOperand& a, const BlockOperand& b, std::size_t n,
 // The hyperbolic functions, quotients of e^x + e^-x and e^x - e^-x.
 template <auto quotient>
 void Hyperbolic(const double* x, double* y, std::size_t n) {
-  double held[kPiece], rising[kPiece], falling[kPiece];
-  for (std::size_t first = 0; first < n; first += kPiece) {
-    const std::size_t count = std::min(kPiece, n - first);
+  double held[kBlock], rising[kBlock], falling[kBlock];
+  for (std::size_t first = 0; first < n; first += kBlock) {
+    const std::size_t count = std::min(kBlock, n - first);
     for (std::size_t i = 0; i < count; ++i) {
       held[i] = HeldHyperbolic(x[first + i]);
       falling[i] = -held[i];

@@ -5,13 +5,12 @@
 #include <span>
 #include <vector>
 
+#include "core/Limits.h"
 #include "equation/BlockOperations.h"
 #include "equation/DataStatistics.h"
 #include "equation/Expression.h"
 
 namespace quorvex {
-
-inline constexpr std::size_t kBlock = 256;  // points that are evaluated together
 
 // A compiled model made ready for blocks of points: one instruction runs over all points of a block, then the next. Its
 // values are, to the bit, those that Evaluator computes point by point.

@@ -4,15 +4,10 @@
 #include <array>
 #include <cmath>
 
+#include "core/Limits.h"
 #include "equation/CatalogueRows.h"
 
 namespace quorvex {
-
-namespace {
-
-constexpr int kMostVariables = 20;
-
-}  // namespace
 
 std::string PowerText(XFunction of, int power, const std::string& variable) {
   std::string text = (power > 0 ? "*" : "/") + (of == XFunction::Ln ? "ln(" + variable + ")" : variable);
@@ -45,11 +40,11 @@ const std::vector<CatalogueModel>& Catalogue(int independentVariables) {
     return models;
   }
   static const auto models = [] {
-    std::array<std::vector<CatalogueModel>, kMostVariables + 1> byCount;
-    for (int n = 3; n <= kMostVariables; ++n) byCount[static_cast<std::size_t>(n)] = ManyVariableModels(n);
+    std::array<std::vector<CatalogueModel>, kMostIndependentVariables + 1> byCount;
+    for (int n = 3; n <= kMostIndependentVariables; ++n) byCount[static_cast<std::size_t>(n)] = ManyVariableModels(n);
     return byCount;
   }();
-  const bool offered = independentVariables >= 3 && independentVariables <= kMostVariables;
+  const bool offered = independentVariables >= 3 && independentVariables <= kMostIndependentVariables;
   return models[offered ? static_cast<std::size_t>(independentVariables) : 0];
 }
 

@@ -7,16 +7,15 @@
 #include <utility>
 #include <vector>
 
+#include "core/Limits.h"
 #include "functions/Elementary.h"
 
 namespace quorvex {
 
 namespace {
 
-// Sub-terms of a block lie on the stack, so long blocks are cut; results do not depend on where.
-constexpr std::size_t kBlock = 256;
-constexpr std::size_t kMostVariables = 20;
-constexpr std::size_t kMostCoefficients = 21;
+// Sub-terms of a block lie on the stack, so longer ones are cut; results do not depend on where.
+constexpr int kMostTerms = kMostIndependentVariables + 1;
 constexpr int kMostDegree = 10;
 
 // out = of(x), or with a negative power exp(-x), 1/x or 1/ln(x).
@@ -179,8 +178,8 @@ void NestedTerms(const CatalogueModel& model, SubTerms& shared, double* const* d
 // The value of the sum within the outer function.
 void InnerValue(const CatalogueModel& model, SubTerms& shared, const double* a, double* y) {
   if (model.Shape == ModelShape::Nested) return NestedValue(model, shared, a, y);
-  double room[kMostCoefficients][kBlock];
-  const double* columns[kMostCoefficients];
+  double room[kMostTerms][kBlock];
+  const double* columns[kMostTerms];
   for (std::size_t j = 0; j < model.Basis.size(); ++j) columns[j] = TermColumn(model.Basis[j], shared, room[j]);
   AddUp(model, columns, shared.N(), a, y);
 }
@@ -230,7 +229,7 @@ void ApplyOuterAndChain(OuterFunction outer, std::size_t n, std::size_t count, d
 template <class Work>
 void ForEachBlock(const CatalogueModel& model, const double* const* x, std::size_t n, Work work) {
   const auto variables = static_cast<std::size_t>(model.NumVariables);
-  const double* from[kMostVariables];
+  const double* from[kMostIndependentVariables];
   for (std::size_t first = 0; first < n; first += kBlock) {
     for (std::size_t v = 0; v < variables; ++v) from[v] = x[v] + first;
     work(from, first, std::min(kBlock, n - first));
@@ -253,7 +252,7 @@ void ValueAndDerivatives(const CatalogueModel& model, const double* const* x, st
   if (model.Form) return model.Form->ValueAndDerivatives(x, n, a, y, dyda);
   ForEachBlock(model, x, n, [&](const double* const* from, std::size_t first, std::size_t count) {
     SubTerms shared(from, count);
-    double* columns[kMostCoefficients];
+    double* columns[kMostTerms];
     for (std::size_t j = 0; j < model.Basis.size(); ++j) columns[j] = dyda[j] + first;
     InnerValueAndTerms(model, shared, a, y + first, columns);
     ApplyOuterAndChain(model.Outer, count, model.Basis.size(), y + first, columns);
@@ -264,7 +263,7 @@ void Derivatives(const CatalogueModel& model, const double* const* x, std::size_
                  double* const* dyda) {
   double y[kBlock];
   ForEachBlock(model, x, n, [&](const double* const* from, std::size_t first, std::size_t count) {
-    double* columns[kMostCoefficients];
+    double* columns[kMostTerms];
     for (std::size_t j = 0; j < static_cast<std::size_t>(model.NumCoefficients); ++j) columns[j] = dyda[j] + first;
     ValueAndDerivatives(model, from, count, a, y, columns);
   });
@@ -292,8 +291,8 @@ void BasisFunctions(const CatalogueModel& model, const double* const* x, std::si
 }
 
 void GetXBasisFunction(const CatalogueModel& model, const double* x, double* afunc) {
-  const double* columns[kMostVariables];
-  double* basis[kMostCoefficients];
+  const double* columns[kMostIndependentVariables];
+  double* basis[kMostTerms];
   for (int v = 0; v < model.NumVariables; ++v) columns[v] = x + v;
   for (std::size_t j = 0; j < model.Basis.size(); ++j) basis[j] = afunc + j;
   BasisFunctions(model, columns, 1, basis);

@@ -46,7 +46,7 @@ void TellCount(int count, bool dropped, const std::string& fileName, const Words
 std::unique_ptr<ModelClass> Compiled(UserModelDefinition definition, std::size_t variables, const LocaleText& locale) {
   definition.FunctionList.erase(std::ranges::find(definition.FunctionList, ""), definition.FunctionList.end());
   std::unique_ptr<ModelClass> model = MakeUserModel(definition, variables, locale);
-  const bool tooLarge = model != nullptr && model->NumDependentVar() > kMostParameters;
+  const bool tooLarge = model != nullptr && model->NumDependentVar() > kMostCoefficients;
   return tooLarge || definition.id.empty() ? nullptr : std::move(model);
 }
 

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/Limits.h"
+
 // How a function of one or two numbers is run over arrays, with the bits of the one-number call.
 //
 // A kernel is a small value with three members of the same arguments:
@@ -20,8 +22,6 @@
 // At is a fixed sequence of IEEE operations and fused operations are never made, so neither the width of the
 // instructions nor the place in a block can change a bit.
 namespace quorvex::blocks {
-
-constexpr std::size_t kBlock = 256;
 
 template <class Kernel, class... X>
 [[gnu::always_inline]] inline double CallKernel(Kernel kernel, X... x) {

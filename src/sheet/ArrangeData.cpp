@@ -4,6 +4,7 @@
 #include <charconv>
 #include <vector>
 
+#include "core/Limits.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -11,7 +12,6 @@ namespace {
 
 // The column that an entry of the list asks for, 0 for none.
 std::size_t TargetColumn(std::string_view entry, std::size_t independentVariables) {
-  constexpr std::size_t kMostVariables = 20;
   if (EqualNoCase(entry, "x")) return 1;
   if (EqualNoCase(entry, "y")) return independentVariables + 1;
   if (EqualNoCase(entry, "sd")) return independentVariables + 2;
@@ -19,7 +19,7 @@ std::size_t TargetColumn(std::string_view entry, std::size_t independentVariable
   std::size_t number = 0;
   const char* const end = entry.data() + entry.size();
   const auto [stop, error] = std::from_chars(entry.data() + 1, end, number);
-  return error == std::errc() && stop == end && number <= kMostVariables ? number : 0;
+  return error == std::errc() && stop == end && number <= kMostIndependentVariables ? number : 0;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/Limits.h"
 #include "sheet/GridCells.h"
 
 namespace quorvex {
@@ -21,7 +22,7 @@ struct DelimitedFormat {
   std::string_view MissingMarker;  // a cell with this text, blanks around it aside, is left empty; "" marks nothing
   std::size_t FirstLine = 1;       // lines before it are skipped
   std::size_t LineLimit = std::numeric_limits<std::size_t>::max();  // how many lines are read
-  std::size_t ColumnLimit = 256;                                    // cells to the right of it are not kept
+  std::size_t ColumnLimit = kMostColumnsRead;                       // cells to the right of it are not kept
 };
 
 struct DelimitedLines {

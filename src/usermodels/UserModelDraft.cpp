@@ -94,9 +94,9 @@ ModelCheck TestModel(const UserModelDraft& draft, std::size_t variables, const L
   if (!compiled.HasIndependentVar)
     return Lacking(several ? "It does not appear to contain the independent variables from " + FromX1To(variables) + "."
                            : "It does not appear to contain the independent variable 'X'.");
-  if (model->NumDependentVar() > kMostParameters)
+  if (model->NumDependentVar() > kMostCoefficients)
     return Refused("The model you entered contains " + std::to_string(model->NumDependentVar()) +
-                       " parameters. The maximum allowed is " + std::to_string(kMostParameters) + ".",
+                       " parameters. The maximum allowed is " + std::to_string(kMostCoefficients) + ".",
                    0);
   if (several)
     if (ModelCheck check = CheckVariables(compiled, variables); !check.Message.empty()) return check;

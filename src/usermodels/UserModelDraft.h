@@ -13,9 +13,6 @@
 
 namespace quorvex {
 
-inline constexpr std::size_t kMostFunctionLines = 10;  // the model line and F1 to F9
-inline constexpr int kMostParameters = 100;
-
 // A user-defined model as it stands in the editor, with or without sense.
 struct UserModelDraft {
   std::string id, Description;

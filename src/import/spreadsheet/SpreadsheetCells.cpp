@@ -46,7 +46,7 @@ std::optional<double> SerialDay(std::string_view text) {
 
 bool SpreadsheetCells::SetNumber(std::size_t row, std::size_t col, double value) {
   if (!Admit(row, col, 0)) return false;
-  if (col <= kColumnsKept) Cells.SetGridCellNumber(row, col, value);
+  if (col <= kMostColumnsRead) Cells.SetGridCellNumber(row, col, value);
   return true;
 }
 
@@ -55,7 +55,7 @@ bool SpreadsheetCells::SetText(std::size_t row, std::size_t col, std::string_vie
   if (Trim(text).empty()) return true;
   const std::string cut = CutCellText(std::string(Trim(text)));
   if (!Admit(row, col, cut.size())) return false;
-  if (col <= kColumnsKept) Cells.SetGridCellText(row, col, cut);
+  if (col <= kMostColumnsRead) Cells.SetGridCellText(row, col, cut);
   return true;
 }
 
@@ -68,7 +68,7 @@ bool SpreadsheetCells::Admit(std::size_t row, std::size_t col, std::size_t textS
   constexpr std::size_t kMostCells = 1 << 24;  // of 8 bytes
   if (row > kMostRows) return false;
   taken_ += 1 + (textSize > 0 ? (sizeof(std::string) + textSize) / sizeof(double) : 0);
-  if (col <= kColumnsKept && row > heights_[col - 1]) {  // the empty cells above it are stored too
+  if (col <= kMostColumnsRead && row > heights_[col - 1]) {  // the empty cells above it are stored too
     taken_ += row - heights_[col - 1] - 1;
     heights_[col - 1] = row;
   }

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Limits.h"
 #include "sheet/GridCells.h"
 
 namespace quorvex {
@@ -12,7 +13,7 @@ namespace quorvex {
 // millions of repeated cells, so what they take in memory is counted before it is taken.
 class SpreadsheetCells {
  public:
-  static constexpr std::size_t kMostRows = 1 << 20, kColumnsKept = 256;
+  static constexpr std::size_t kMostRows = 1 << 20;
 
   // Each returns false, and stores nothing, where the sheet grows too large. Cells in columns that are not kept are
   // counted only.
@@ -28,7 +29,7 @@ class SpreadsheetCells {
  private:
   bool Admit(std::size_t row, std::size_t col, std::size_t textSize);
 
-  std::vector<std::size_t> heights_ = std::vector<std::size_t>(kColumnsKept);
+  std::vector<std::size_t> heights_ = std::vector<std::size_t>(kMostColumnsRead);
   std::size_t taken_ = 0;
 };
 
