@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes the pictures of docs/images anew: light at 100 % and dark at 200 %, and those that a user meets first in both
-# colours at both scales. Needs no display.
+# Takes the pictures of the manual anew: the windows, light at 100 %, and the plots, into docs/images. With "all" it
+# also takes the windows at 200 % and in dark colours, to be looked at, into build/images. Needs no display.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -11,16 +11,21 @@ if ! command -v pngquant >/dev/null; then
 fi
 cmake --preset release >/dev/null
 cmake --build --preset release -t screenshots plot_pictures
-rm -rf docs/images
-mkdir -p build/demo docs/images/plots
 export QT_QPA_PLATFORM=offscreen:configfile=docs/screenshots/screen.json
-first=(frame-sheet solve-list import-text sheet-undo-history sheet-fill sheet-scale sheet-sort sheet-combine sheet-zero
-  sheet-statistics)
-QT_SCALE_FACTOR=1 build/release/screenshots docs/images -light-100 light
-QT_SCALE_FACTOR=2 build/release/screenshots docs/images -dark-200 dark
-QT_SCALE_FACTOR=2 build/release/screenshots docs/images -light-200 light "${first[@]}"
-QT_SCALE_FACTOR=1 build/release/screenshots docs/images -dark-100 dark "${first[@]}"
-QT_SCALE_FACTOR=1 build/release/plot_pictures docs/images/plots -light-100
-QT_SCALE_FACTOR=2 build/release/plot_pictures docs/images/plots -dark-200 dark
-# A palette of 256 colours shows a window as well, in a third of the room.
-find docs/images -name '*.png' -exec pngquant --force --strip --nofs --ext .png 256 {} +
+
+take() {  # FOLDER light|dark PERCENT
+  mkdir -p "$1/plots"
+  QT_SCALE_FACTOR=$(($3 / 100)) build/release/screenshots "$1" "-$2-$3" "$2"
+  QT_SCALE_FACTOR=$(($3 / 100)) build/release/plot_pictures "$1/plots" "-$2-$3" "$2"
+  # A palette of 256 colours shows a window as well, in a third of the room.
+  find "$1" -name '*.png' -exec pngquant --force --strip --nofs --ext .png 256 {} +
+}
+
+rm -rf docs/images build/images
+mkdir -p build/demo
+take docs/images light 100
+if [ "${1:-}" = all ]; then
+  take build/images light 200
+  take build/images dark 100
+  take build/images dark 200
+fi

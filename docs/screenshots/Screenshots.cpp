@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
   if (arguments[3] == "dark") QApplication::setPalette(DarkPalette());
   Session session;
   session.Preferences.Set("Show Tips at Startup", "0");
-  const Shots shots{arguments[1], arguments[2], session, arguments.mid(4)};
+  const Shots shots{arguments[1], arguments[2], session};
   for (const auto take : {TakeProgress, TakeFrame, TakePreferences, TakeSheet, TakeImports, TakeEstimates, TakeModels,
                           TakeSolve, TakeResults})
     take(shots);

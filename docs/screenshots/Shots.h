@@ -12,12 +12,11 @@ namespace quorvex {
 struct Shots {
   QString Folder, Suffix;
   Session& Run;
-  QStringList Wanted;  // names of the pictures to take; all where it is empty
 
   // The window as it looks once its last change is in force and painted.
   void Take(QWidget& window, const QString& name) const {
     for (int i = 0; i < 5; ++i) QApplication::processEvents();
-    if (Wanted.isEmpty() || Wanted.contains(name)) window.grab().save(Folder + '/' + name + Suffix + ".png");
+    window.grab().save(Folder + '/' + name + Suffix + ".png");
   }
 };
 
