@@ -16,6 +16,7 @@
 #include "core/NumberText.h"
 #include "core/Session.h"
 #include "core/SolveData.h"
+#include "core/Version.h"
 #include "equation/Catalogue.h"
 
 namespace quorvex {
@@ -80,7 +81,7 @@ std::vector<std::string> Arguments(int argc, char** argv) {
 std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) {
     if (argument == "--help") return std::fputs(kUsage, stdout), EXIT_SUCCESS;
-    if (argument == "--version") return std::puts("Quorvex " QUORVEX_VERSION), EXIT_SUCCESS;
+    if (argument == "--version") return std::printf("Quorvex %s\n", kVersion), EXIT_SUCCESS;
   }
   if (!arguments.empty() && arguments[0] == "--list-models")
     return PrintModels(arguments.size() > 1 ? arguments[1] : "1");

@@ -5,11 +5,12 @@
 #include "batch/DataReading.h"
 #include "core/DateText.h"
 #include "core/NumberText.h"
+#include "core/Version.h"
 #include "engine/InverseTDistribution.h"
 
 namespace quorvex {
 std::array<std::string, 2> HeaderLines(const MacroSetup& setup) {
-  return {"Quorvex Version " QUORVEX_VERSION,
+  return {std::string("Quorvex Version ") + kVersion,
           "Quorvex Macro '" + DataSourceText(setup) + "' evaluated on " + DateText(std::time(nullptr))};
 }
 

@@ -7,6 +7,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/Version.h"
 #include "equation/CodeNames.h"
 #include "equation/DataWordValue.h"
 #include "equation/ExportNotes.h"
@@ -75,7 +76,7 @@ std::string TimeText(const std::tm& t) {
 
 // Version and minor of the program's three numbers.
 std::string VersionText() {
-  const std::string_view version = QUORVEX_VERSION;
+  const std::string_view version = kVersion;
   return std::string(version.substr(0, version.rfind('.')));
 }
 

@@ -5,6 +5,7 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "core/Version.h"
 #include "engine/InverseTDistribution.h"
 #include "functions/betai.h"
 
@@ -30,7 +31,7 @@ class Builder {
       : settings_(settings), locale_(locale), patterns_(patterns) {}
 
   void Head(const SolvedItem& solution, const FitCircumstances& circumstances) {
-    Line("Quorvex version ", QUORVEX_VERSION);
+    Line("Quorvex version ", kVersion);
     Line("Results from project ", circumstances.ProjectFile);
     Line("Equation ID: ", solution.Name());
     Line("Model Definition:", solution.Model ? "" : solution.Interpolation->Description);

@@ -24,6 +24,7 @@
 #include "app/ui/PreferenceDialog.h"
 #include "app/ui/frmGenPref.h"
 #include "app/ui/frmTip.h"
+#include "core/Version.h"
 
 namespace quorvex {
 namespace {
@@ -360,7 +361,7 @@ TEST_F(Frame, TellsAboutItself) {
   Start();
   dialogs.Do([this](QDialog& form) {
     const auto& box = dynamic_cast<QMessageBox&>(form);
-    EXPECT_TRUE(box.text().contains("Quorvex " QUORVEX_VERSION));
+    EXPECT_TRUE(box.text().contains(QString("Quorvex ") + kVersion));
     EXPECT_TRUE(box.informativeText().contains(QString::fromStdString(folder.Path("quorvex.ini"))));
     const AccessibilityWalk walk(form);
     form.accept();
@@ -444,9 +445,9 @@ TEST_F(Frame, OpensThePageOfTheWindowByF1) {
   EXPECT_EQ(reader.Opened[2].fileName(), "index.html");
 
   // Every page and every part of one is there, and the first page leads to it.
-  const QDir folder = QFileInfo(reader.Opened[2].toLocalFile()).dir();
+  const QDir manual = QFileInfo(reader.Opened[2].toLocalFile()).dir();
   const auto text = [&](const QString& page) {
-    QFile file(folder.filePath(page));
+    QFile file(manual.filePath(page));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << page.toStdString();
     return QString::fromUtf8(file.readAll());
   };

@@ -24,6 +24,7 @@
 #include "app/ui/frmTip.h"
 #include "app/ui/parentfrm.h"
 #include "batch/ui/frmMacro.h"
+#include "core/Version.h"
 #include "desktop/PlotMenu.h"
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
@@ -329,8 +330,8 @@ void parentfrm::ShowTip() { frmTip(this, session_, static_cast<std::size_t>(QDat
 
 void parentfrm::HelpAbout() {
   QMessageBox box(QMessageBox::NoIcon, "About Quorvex",
-                  "<h3>Quorvex " QUORVEX_VERSION
-                  "</h3><p>Nonlinear regression, curve fitting, interpolation and scientific plotting.</p>",
+                  QString("<h3>Quorvex ") + kVersion +
+                      "</h3><p>Nonlinear regression, curve fitting, interpolation and scientific plotting.</p>",
                   QMessageBox::Ok, this);
   box.setIconPixmap(QPixmap(":/quorvex.png").scaledToHeight(64, Qt::SmoothTransformation));
   box.setInformativeText(QString("The preferences are kept in %1.\nThe windows are made with Qt %2.")

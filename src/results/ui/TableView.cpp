@@ -236,10 +236,10 @@ void TableView::resizeEvent(QResizeEvent* event) {
 QMimeData* TableView::Copied() const {
   const TextTable& whole = *model_->Table();
   const auto copied = [](const TextTable& table) {
-    auto* data = new QMimeData;
-    data->setText(QString::fromStdString(TabSeparated(table)));
-    data->setHtml(QString::fromStdString(Html(table)));
-    return data;
+    auto* mime = new QMimeData;
+    mime->setText(QString::fromStdString(TabSeparated(table)));
+    mime->setHtml(QString::fromStdString(Html(table)));
+    return mime;
   };
   if (!HasSeveralSelected()) return copied(whole);
   QRect area;

@@ -164,13 +164,13 @@ void frmResults::Refresh() {
   const std::optional<SolvedItem> shown =
       row >= 0 ? std::optional(solved_[static_cast<std::size_t>(row)]) : std::nullopt;
   circumstances_.ProjectFile = QFileInfo(QString::fromStdString(project_.FileName)).fileName().toStdString();
-  Result<GatheredData> data = GatherData(project_.Sheet, PointOrder::OfSheet);
+  Result<GatheredData> gathered = GatherData(project_.Sheet, PointOrder::OfSheet);
   DataBook->SetTable(nullptr);  // which looks into the points that go
-  data_ = data ? std::move(*data) : GatheredData();
+  data_ = gathered ? std::move(*gathered) : GatheredData();
   circumstances_.Observations = data_.Points.N();
   circumstances_.MissingPoints = data_.IncompleteRows;
   FillList(shown);
-  if (!data && !solved_.empty()) user_.Refuse(data.error());
+  if (!gathered && !solved_.empty()) user_.Refuse(gathered.error());
 }
 
 void frmResults::FillList(const std::optional<SolvedItem>& keep) {

@@ -32,13 +32,13 @@ std::vector<EstimateRow> FirstRows(const ModelClass& model, const SolveData& dat
 
 }  // namespace
 
-reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, ModelClass& model, SolveData data,
+reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, ModelClass& model, SolveData points,
                  const Settings& settings)
     : QDialog(parent),
       project_(project),
       editor_(editor),
       model_(model),
-      data_(std::move(data)),
+      data_(std::move(points)),
       settings_(settings),
       RangeGrid(new QTableWidget(this)),
       adjusted_(new QLabel(this)),
