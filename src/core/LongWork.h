@@ -18,17 +18,17 @@ class LongWork {
   // For what must be called to end the work where it waits for something else.
   std::stop_token Stop() const { return stop_.get_token(); }
 
-  // How far it is, in a unit of its own. `Of` is 0 while nobody knows how much there will be.
-  void ShowProgress(std::size_t done, std::size_t of) const {
+  // How far it is, in a unit of its own. `Total` is 0 while nobody knows how much there will be.
+  void ShowProgress(std::size_t done, std::size_t total) const {
     progress_->Done.store(done, std::memory_order_relaxed);
-    progress_->Of.store(of, std::memory_order_relaxed);
+    progress_->Total.store(total, std::memory_order_relaxed);
   }
   std::size_t Done() const { return progress_->Done.load(std::memory_order_relaxed); }
-  std::size_t Of() const { return progress_->Of.load(std::memory_order_relaxed); }
+  std::size_t Total() const { return progress_->Total.load(std::memory_order_relaxed); }
 
  private:
   struct Progress {
-    std::atomic<std::size_t> Done = 0, Of = 0;
+    std::atomic<std::size_t> Done = 0, Total = 0;
   };
   std::stop_source stop_;
   std::shared_ptr<Progress> progress_ = std::make_shared<Progress>();

@@ -190,7 +190,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
     for (std::size_t k = 0; k < node.OperandCount; ++k) ++uses[node.Operands[k]];
   for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].UsedOnce = uses[i] == 1;
   for (Slots* slots : {&base_, &moved_, &narrow_}) {
-    slots->Of.resize(nodes_.size());
+    slots->Values.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
   }
 }
@@ -225,7 +225,7 @@ bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std
   ClearFaultFlags();
   if (!Completes([this] { RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_); }) || FaultFlagsRaised())
     return false;
-  Deliver(base_.Of[result_], y);
+  Deliver(base_.Values[result_], y);
   return true;
 }
 
@@ -236,7 +236,7 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
   movedResult_ = y;
   const bool completed = Completes([&] { RunVaried(varied); });
   values_[varied] = kept;
-  if (completed) Deliver((*moving_)[result_] ? moved_.Of[result_] : base_.Of[result_], y);
+  if (completed) Deliver((*moving_)[result_] ? moved_.Values[result_] : base_.Values[result_], y);
   return completed;
 }
 
@@ -257,13 +257,13 @@ bool BlockProgram::LinearIn(std::size_t coefficient) const {
 bool BlockProgram::Narrow(std::size_t varied, std::span<const std::uint16_t> points) {
   if (forks_ || !depends_[varied][result_]) return false;
   for (const std::uint32_t i : fixed_[varied]) {
-    const BlockOperand from = narrowed_ ? narrow_.Of[i] : base_.Of[i];
-    narrow_.Of[i] = from;
+    const BlockOperand from = narrowed_ ? narrow_.Values[i] : base_.Values[i];
+    narrow_.Values[i] = from;
     if (from.Points == nullptr) continue;
     std::vector<double>& block = narrow_.Blocks[i];
     block.resize(kBlock);
     for (std::size_t m = 0; m < points.size(); ++m) block[m] = from.Points[points[m]];
-    narrow_.Of[i].Points = block.data();
+    narrow_.Values[i].Points = block.data();
   }
   narrowed_ = true;
   n_ = points.size();
@@ -281,7 +281,7 @@ void BlockProgram::Widen() {
     Compute(i, slots);
     if (nodes_[i].What != Kind::Fork) continue;
     const Node& fork = nodes_[i];
-    if (slots.Of[i].Value != 0)
+    if (slots.Values[i].Value != 0)
       RunRange(i + 1, fork.TrueEnd, slots);
     else
       RunRange(fork.TrueEnd, fork.FalseEnd, slots);
@@ -296,13 +296,13 @@ void BlockProgram::Widen() {
 
 BlockOperand BlockProgram::Operand(const Node& node, std::size_t which, const Slots& slots) const {
   const std::uint32_t index = node.Operands[which];
-  if (&slots != &moved_ || (*moving_)[index]) return slots.Of[index];
-  return narrowed_ ? narrow_.Of[index] : base_.Of[index];
+  if (&slots != &moved_ || (*moving_)[index]) return slots.Values[index];
+  return narrowed_ ? narrow_.Values[index] : base_.Values[index];
 }
 
 void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
   const Node& node = nodes_[index];
-  BlockOperand& out = slots.Of[index];
+  BlockOperand& out = slots.Values[index];
   const auto operand = [&](std::size_t which) { return Operand(node, which, slots); };
   // One value where it is the same at all points, else a block of them.
   const auto place = [&]() -> std::pair<std::size_t, double*> {
@@ -320,7 +320,7 @@ void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
         const std::uint32_t from = node.Operands[k];
         if (!nodes_[from].UsedOnce || !(*moving_)[from] || nodes_[from].OperandCount == 0 || nodes_[from].Uniform)
           continue;
-        out.Points = moved_.Of[from].Points;
+        out.Points = moved_.Values[from].Points;
         return {n_, const_cast<double*>(out.Points)};
       }
     std::vector<double>& block = slots.Blocks[index];

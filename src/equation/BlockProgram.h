@@ -63,7 +63,7 @@ class BlockProgram {
 
   // Where the values of each node stand.
   struct Slots {
-    std::vector<BlockOperand> Of;
+    std::vector<BlockOperand> Values;
     std::vector<std::vector<double>> Blocks;  // empty for a node that needs none
   };
 

@@ -23,7 +23,7 @@ void MakeNested(CatalogueModel& model, int constantAt, std::vector<NestedRun> ru
   model.Basis.resize(static_cast<std::size_t>(model.NumCoefficients));
   for (const NestedRun& run : runs) {
     for (int k = 1; k <= run.Degree; ++k) {
-      const Factor factor{run.Base.Of, run.Base.Power * k, run.Base.Variable};
+      const Factor factor{run.Base.Function, run.Base.Power * k, run.Base.Variable};
       model.Basis[static_cast<std::size_t>(run.Offset + run.Step * k)] = factor;
     }
   }

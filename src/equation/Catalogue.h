@@ -13,10 +13,10 @@ struct ClosedForm;
 // A function of one independent variable from which the terms of linear models are made.
 enum class XFunction { X, Ln, Exp, Cos, Sin, LnOnePlus, LnOneMinus };
 
-// One factor of a term: Of(x) to Power, where x is independent variable `Variable` (from 0). Powers are whole, and for
+// One factor of a term: Function(x) to Power, where x is independent variable `Variable` (from 0). Powers are whole, and for
 // X also halves; Exp has 1 or -1, meaning exp(x) and exp(-x).
 struct Factor {
-  XFunction Of = XFunction::X;
+  XFunction Function = XFunction::X;
   double Power = 1;
   int Variable = 0;
 };

@@ -107,7 +107,7 @@ const double* TermColumn(const Term& term, SubTerms& shared, double* room) {
     double whole = std::floor(factor.Power);  // x^-1.5 is root * 1/x * 1/x, in this order lest 1/x^2 overflow
     if (whole != factor.Power) product[count++] = shared.Root(factor.Variable);
     for (double step = whole > 0 ? 1 : -1; whole != 0; whole -= step)
-      product[count++] = shared.Column(factor.Of, step < 0, factor.Variable);
+      product[count++] = shared.Column(factor.Function, step < 0, factor.Variable);
   }
   assert(count <= product.size());
   const std::size_t n = shared.N();
@@ -156,7 +156,7 @@ void NestedValue(const CatalogueModel& model, SubTerms& shared, const double* a,
   for (const NestedRun& run : model.Runs) {
     double c[kMostDegree + 1] = {};
     for (int k = 1; k <= run.Degree; ++k) c[k] = a[run.Offset + run.Step * k];
-    const double* u = shared.Column(run.Base.Of, run.Base.Power < 0, run.Base.Variable);
+    const double* u = shared.Column(run.Base.Function, run.Base.Power < 0, run.Base.Variable);
     kLoops[static_cast<std::size_t>(run.Degree - 1)](u, shared.N(), c, y);
   }
 }
@@ -165,7 +165,7 @@ void NestedTerms(const CatalogueModel& model, SubTerms& shared, double* const* d
   const std::size_t n = shared.N();
   std::fill_n(dyda[model.ConstantAt], n, 1.0);
   for (const NestedRun& run : model.Runs) {
-    const double* u = shared.Column(run.Base.Of, run.Base.Power < 0, run.Base.Variable);
+    const double* u = shared.Column(run.Base.Function, run.Base.Power < 0, run.Base.Variable);
     std::copy_n(u, n, dyda[run.Offset + run.Step]);
     for (int k = 2; k <= run.Degree; ++k) {
       const double* lower = dyda[run.Offset + run.Step * (k - 1)];
@@ -277,9 +277,9 @@ void BasisFunctions(const CatalogueModel& model, const double* const* x, std::si
       double* out = basis[j] + first;
       std::fill_n(out, count, term.Sign);
       for (const Factor& factor : term.Factors()) {
-        const bool inverseExp = factor.Of == XFunction::Exp && factor.Power < 0;
+        const bool inverseExp = factor.Function == XFunction::Exp && factor.Power < 0;
         const double power = std::abs(factor.Power);
-        ApplyFunction(factor.Of, inverseExp, from[factor.Variable], count, f);
+        ApplyFunction(factor.Function, inverseExp, from[factor.Variable], count, f);
         if (power != 1) PowerBlock(f, power, f, count);
         if (factor.Power > 0 || inverseExp)
           for (std::size_t i = 0; i < count; ++i) out[i] *= f[i];

@@ -24,7 +24,7 @@ constexpr Term kCosine({Cos}), kSine({Sin});
 std::string AscendingText(const Factor& base, int degree) {
   std::string text = "a";
   for (int k = 1; k <= degree; ++k)
-    text += std::string("+") + CoefficientLetter(k) + PowerText(base.Of, base.Power > 0 ? k : -k, "x");
+    text += std::string("+") + CoefficientLetter(k) + PowerText(base.Function, base.Power > 0 ? k : -k, "x");
   return text;
 }
 

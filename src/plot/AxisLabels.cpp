@@ -17,15 +17,17 @@ std::string WithDecimals(int decimals, const char* exponent) {
 
 double StepOf(const AxisLimits& limits) { return (limits.Max - limits.Min) / limits.Ticks; }
 
+enum class Notation { Plain, Exponent };
+
 // How many decimals tell each tick to a fiftieth of a step: those of the numbers themselves or, where they are written
 // with an exponent, of what stands before it. One at least.
-int DecimalsForTicks(const AxisLimits& limits, bool exponent) {
+int DecimalsForTicks(const AxisLimits& limits, Notation notation) {
   constexpr int kMost = 17;  // a double has no more
   const double step = StepOf(limits), allowed = std::abs(step) / 50;
   int decimals = 1;
   for (int i = 0; i <= limits.Ticks; ++i) {
     const double tick = std::abs(limits.Min + i * step);
-    const double unit = exponent && tick > 0 ? std::pow(10.0, std::floor(std::log10(tick))) : 1;
+    const double unit = notation == Notation::Exponent && tick > 0 ? std::pow(10.0, std::floor(std::log10(tick))) : 1;
     const auto isTold = [&] {
       const double scale = std::pow(10.0, decimals) / unit;
       return std::abs(tick * scale - std::nearbyint(tick * scale)) <= allowed * scale;
@@ -40,8 +42,8 @@ int DecimalsForTicks(const AxisLimits& limits, bool exponent) {
 std::string BuildAutoLabelFormat(const AxisLimits& limits) {
   if (limits.Log) return "0.0E+00";
   const double a = std::max(std::abs(limits.Min), std::abs(limits.Max));
-  if (a > 1e-7 && a < 1e7) return WithDecimals(DecimalsForTicks(limits, false), "");
-  int decimals = DecimalsForTicks(limits, true);
+  if (a > 1e-7 && a < 1e7) return WithDecimals(DecimalsForTicks(limits, Notation::Plain), "");
+  int decimals = DecimalsForTicks(limits, Notation::Exponent);
   if (a >= 1e7) {
     const int d = IntegerDigits(a) - IntegerDigits(StepOf(limits));
     decimals = std::max(decimals, d < 8 ? d + 1 : 0);

@@ -18,12 +18,14 @@ const PlotAxis& BottomAxis(const PlotClass& plot) { return plot.SwapAxis ? plot.
 
 std::int32_t Nearest(double value) { return static_cast<std::int32_t>(std::lrint(value)); }
 
+enum class AxisDirection { Horizontal, Vertical };
+
 // One axis in the frame, by what ticks and grids need of it: along itself it is measured from the lower left corner as
 // a fraction of its length, across itself it goes from the side of its numbers to the opposite one.
 class AxisLine {
  public:
-  AxisLine(DrawingSurface& surface, const PlotAxis& axis, const DeviceRect& frame, bool vertical)
-      : surface_(surface), axis_(axis), frame_(frame), vertical_(vertical) {}
+  AxisLine(DrawingSurface& surface, const PlotAxis& axis, const DeviceRect& frame, AxisDirection direction)
+      : surface_(surface), axis_(axis), frame_(frame), vertical_(direction == AxisDirection::Vertical) {}
 
   const PlotAxis& Axis() const { return axis_; }
 
@@ -125,7 +127,7 @@ void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetr
   surface.SetTextColor(left.AxisTitleColor);
   DrawPlotText(surface, around.LeftTitle, PlotTextFonts(surface, left.AxisTitleFont, 90),
                frame.left - metrics.Margin2X - around.LeftLabels.Width - metrics.Margin2X - around.LeftTitle.Size.cy,
-               middle(frame.top, frame.bottom, -around.LeftTitle.Size.cx), true);
+               middle(frame.top, frame.bottom, -around.LeftTitle.Size.cx), TextDirection::Upward);
 }
 
 void DrawTicks(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics,
@@ -223,8 +225,8 @@ DeviceRect ComputePlotRect(const PlotMargins& around, const DeviceMetrics& metri
 
 void DrawAxes(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics, const PlotMargins& around,
               const DeviceRect& frame) {
-  const std::array<AxisLine, 2> axes = {AxisLine(surface, LeftAxis(plot), frame, true),
-                                        AxisLine(surface, BottomAxis(plot), frame, false)};
+  const std::array<AxisLine, 2> axes = {AxisLine(surface, LeftAxis(plot), frame, AxisDirection::Vertical),
+                                        AxisLine(surface, BottomAxis(plot), frame, AxisDirection::Horizontal)};
   surface.SetBkMode(1);
   DrawAxisFrame(surface, plot, metrics, frame);
   DrawTitles(surface, plot, metrics, around, frame);

@@ -12,9 +12,11 @@ struct PlotTextFonts {
       : Normal(CreatePlotFont(font, angle, surface)), Script(CreatePlotFont(font, angle, surface, kScriptPercent)) {}
 };
 
-// Draws a text from its upper left corner at (x, y), its line running to the right or, with `upward`, up from there;
-// the fonts are then those at 90 degrees. The colour and the transparent ground are the caller's to set.
+enum class TextDirection { Rightward, Upward };
+
+// Draws a text from its upper left corner at (x, y), its line running in that direction from there; the fonts are those
+// at 0 or 90 degrees. The colour and the transparent ground are the caller's to set.
 void DrawPlotText(DrawingSurface& surface, const PlotText& text, const PlotTextFonts& fonts, std::int32_t x,
-                  std::int32_t y, bool upward = false);
+                  std::int32_t y, TextDirection direction = TextDirection::Rightward);
 
 }  // namespace quorvex

@@ -91,11 +91,6 @@ void ProjectEditor::ForgetNewest() {
   if (outcome.Ok) ShowNewest(outcome);
 }
 
-void ProjectEditor::DataChanged() {
-  project_.Changed = true;
-  DropSolutions();
-}
-
 void ProjectEditor::Push(const UndoLabel& label, const CellRange& range) {
   int action = kPushUndo;
   UpdateUndoMenu(action, label, range);

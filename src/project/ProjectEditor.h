@@ -54,9 +54,6 @@ class ProjectEditor {
   // Forgets the newest snapshot, of an operation that was called off.
   void ForgetNewest();
 
-  // The cells have changed: the project is to be saved, and nothing in it is solved any more.
-  void DataChanged();
-
  private:
   void Push(const UndoLabel& label, const CellRange& range);
   void ShowNewest(const UndoOutcome& outcome);

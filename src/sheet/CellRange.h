@@ -15,4 +15,7 @@ struct CellRange {
 
 inline constexpr std::size_t kMostSheetRows = 65'536;
 
+// How cells are laid down that are taken from somewhere: as they are, or with rows and columns exchanged.
+enum class CellOrder { Kept, Rotated };
+
 }  // namespace quorvex

@@ -17,7 +17,7 @@ constexpr std::size_t kMostRowsAfterInsert = kMostSheetRows - 1;
 
 bool CopyTo(const SheetEdit& edit, Clipboard& clipboard, std::string_view command) {
   const auto range = edit.OneRange(command);
-  if (range) clipboard.SetCells(ClipboardText(edit.Sheet.Cells, *range, edit.Locale, false));
+  if (range) clipboard.SetCells(ClipboardText(edit.Sheet.Cells, *range, edit.Locale, CellOrder::Kept));
   return range.has_value();
 }
 
@@ -35,13 +35,14 @@ bool EditCopy(const SheetEdit& edit, Clipboard& clipboard) { return CopyTo(edit,
 bool CopyGrid(const SheetEdit& edit, Clipboard& clipboard) {
   const CellRange sheet = edit.WholeSheet();
   if (sheet.LastRow == 0) return false;
-  clipboard.SetCells(ClipboardText(edit.Sheet.Cells, sheet, edit.Locale, false));
+  clipboard.SetCells(ClipboardText(edit.Sheet.Cells, sheet, edit.Locale, CellOrder::Kept));
   return true;
 }
 
 bool EditPaste(const SheetEdit& edit, const Clipboard& clipboard) {
   const auto range = edit.OneRange("Paste");
-  return range && PasteText(edit, clipboard.Text(), range->FirstRow, range->FirstCol, false, UndoOperation::Paste);
+  return range &&
+         PasteText(edit, clipboard.Text(), range->FirstRow, range->FirstCol, CellOrder::Kept, UndoOperation::Paste);
 }
 
 bool ClearSelection(const SheetEdit& edit) {

@@ -57,23 +57,23 @@ GridCells Rotated(const GridCells& cells, std::size_t rows, std::size_t cols) {
 }
 
 // Reads the text as it will stand in a sheet that has room for `rows` rows and `cols` columns.
-Block ReadBlock(std::string_view text, const LocaleText& locale, bool rotated, std::size_t rows, std::size_t cols) {
+Block ReadBlock(std::string_view text, const LocaleText& locale, CellOrder order, std::size_t rows, std::size_t cols) {
   DelimitedFormat format;
   format.OverrideDecimal = false;
   format.DecimalSeparator = locale.DecimalSeparator;
-  format.LineLimit = rotated ? cols : rows;
-  format.ColumnLimit = rotated ? rows : cols;
+  format.LineLimit = order == CellOrder::Rotated ? cols : rows;
+  format.ColumnLimit = order == CellOrder::Rotated ? rows : cols;
   DelimitedLines parsed = ParseDelimitedLines(text, format);
   // The parser stores no empty cells at line ends, but they are to empty those of the sheet.
   Block block{std::move(parsed.Cells), parsed.Rows, std::min(format.ColumnLimit, WidestLine(text, format.LineLimit))};
   ReadOtherNumbers(block, locale);
-  if (!rotated) return block;
+  if (order == CellOrder::Kept) return block;
   return {Rotated(block.Cells, block.Rows, block.Cols), block.Cols, block.Rows};
 }
 
 }  // namespace
 
-std::string ClipboardText(const GridCells& cells, const CellRange& range, const LocaleText& locale, bool rotated) {
+std::string ClipboardText(const GridCells& cells, const CellRange& range, const LocaleText& locale, CellOrder order) {
   const std::size_t used = std::max(cells.GridLastRow(), range.FirstRow);
   const std::size_t lastRow = range.LastRow >= kMostSheetRows ? std::min(range.LastRow, used) : range.LastRow;
   std::string text;
@@ -85,7 +85,7 @@ std::string ClipboardText(const GridCells& cells, const CellRange& range, const 
     text += cell;
     text += endsLine ? NL : "\t";
   };
-  if (rotated) {
+  if (order == CellOrder::Rotated) {
     for (std::size_t col = range.FirstCol; col <= range.LastCol; ++col)
       for (std::size_t row = range.FirstRow; row <= lastRow; ++row) append(row, col, row == lastRow);
   } else {
@@ -95,11 +95,10 @@ std::string ClipboardText(const GridCells& cells, const CellRange& range, const 
   return text;
 }
 
-bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, bool rotated,
+bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, CellOrder order,
                const UndoLabel& label) {
   if (row > kMostSheetRows || col > edit.Sheet.ColumnCount()) return false;
-  const Block block =
-      ReadBlock(text, edit.Locale, rotated, kMostSheetRows - row + 1, edit.Sheet.ColumnCount() - col + 1);
+  const Block block = ReadBlock(text, edit.Locale, order, kMostSheetRows - row + 1, edit.Sheet.ColumnCount() - col + 1);
   if (block.Rows == 0 || block.Cols == 0) return false;
   const CellRange target{row, col, row + block.Rows - 1, col + block.Cols - 1};
   edit.PushUndo(label, target);
@@ -107,16 +106,16 @@ bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, st
   return true;
 }
 
-bool PasteSpecial(const SheetEdit& edit, std::string_view text, bool ckRotated) {
+bool PasteSpecial(const SheetEdit& edit, std::string_view text, CellOrder order) {
   const auto range = edit.OneRange(kPasteSpecialCommand);
-  return range && PasteText(edit, text, range->FirstRow, range->FirstCol, ckRotated,
-                            ckRotated ? UndoOperation::PasteRotated : UndoOperation::PasteSpecial);
+  return range && PasteText(edit, text, range->FirstRow, range->FirstCol, order,
+                            order == CellOrder::Rotated ? UndoOperation::PasteRotated : UndoOperation::PasteSpecial);
 }
 
-std::optional<std::string> CopySpecial(const SheetEdit& edit, bool ckRotated) {
+std::optional<std::string> CopySpecial(const SheetEdit& edit, CellOrder order) {
   const auto range = edit.OneRange(kCopySpecialCommand);
   if (!range) return std::nullopt;
-  return ClipboardText(edit.Sheet.Cells, *range, edit.Locale, ckRotated);
+  return ClipboardText(edit.Sheet.Cells, *range, edit.Locale, order);
 }
 
 }  // namespace quorvex

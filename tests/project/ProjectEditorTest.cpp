@@ -71,7 +71,7 @@ struct EditedProject {
 std::string Content(const Project& project) {
   std::string text =
       ClipboardText(project.Sheet.Cells, {1, 1, std::max<std::size_t>(project.Sheet.Cells.GridLastRow(), 1), 25},
-                    project.Locale, false);
+                    project.Locale, CellOrder::Kept);
   for (const std::string& header : project.Sheet.Headers) text += header + "|";
   for (const ColumnFormat& format : project.Sheet.Formats) text += format.NumberFormat + "|";
   for (const auto& model : project.Models) {
@@ -278,7 +278,7 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
         [&] { TypeInCell(edit, upTo(12), upTo(columns), text()); },
         [&] { EditCut(edit, p.Board); },
         [&] { EditPaste(edit, p.Board); },
-        [&] { PasteSpecial(edit, p.Board.Held, true); },
+        [&] { PasteSpecial(edit, p.Board.Held, CellOrder::Rotated); },
         [&] { ClearSelection(edit); },
         [&] { ClearGrid(edit); },
         [&] { InsertRows(edit); },

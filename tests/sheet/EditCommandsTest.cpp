@@ -16,13 +16,13 @@ using Command = std::function<bool(const SheetEdit&, Clipboard&)>;
 using Said = std::vector<std::string>;
 
 const Command kPasteRotated = [](const SheetEdit& edit, Clipboard& board) {
-  return PasteSpecial(edit, board.Text(), true);
+  return PasteSpecial(edit, board.Text(), CellOrder::Rotated);
 };
 const Command kPasteSpecial = [](const SheetEdit& edit, Clipboard& board) {
-  return PasteSpecial(edit, board.Text(), false);
+  return PasteSpecial(edit, board.Text(), CellOrder::Kept);
 };
 const Command kCopyRotated = [](const SheetEdit& edit, Clipboard& board) {
-  const auto text = CopySpecial(edit, true);
+  const auto text = CopySpecial(edit, CellOrder::Rotated);
   if (text) board.SetText(*text);
   return text.has_value();
 };

@@ -45,9 +45,9 @@ bool WaitWindow::Turn(const LongWork& work) {
   constexpr int kSoon = 400;  // milliseconds; what takes less would only flash
   if (since_.elapsed() < kSoon) return true;
   constexpr int kWhole = 1000;
-  if (work.Of() > 0) {
+  if (work.Total() > 0) {
     bar_->setRange(0, kWhole);
-    bar_->setValue(static_cast<int>(kWhole * (static_cast<double>(work.Done()) / static_cast<double>(work.Of()))));
+    bar_->setValue(static_cast<int>(kWhole * (static_cast<double>(work.Done()) / static_cast<double>(work.Total()))));
   } else if (work.Done() > 0) {
     rows_->setText(QLocale().toString(static_cast<qulonglong>(work.Done())) + " rows");
   }

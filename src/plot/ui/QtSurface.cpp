@@ -383,22 +383,24 @@ QPen QtSurface::Pen() const {
 }
 
 void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
-  PaintShape(Shape::kRectangle, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, true, objects_.Brush());
+  PaintShape(Shape::kRectangle, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, Outline::Pen,
+             objects_.Brush());
 }
 
 void QtSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
-  PaintShape(Shape::kEllipse, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, true, objects_.Brush());
+  PaintShape(Shape::kEllipse, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, Outline::Pen,
+             objects_.Brush());
 }
 
 void QtSurface::Polygon(std::span<const DevicePoint> points) {
-  PaintShape(Shape::kPolygon, points, true, objects_.Brush());
+  PaintShape(Shape::kPolygon, points, Outline::Pen, objects_.Brush());
 }
 
-void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, bool outlined,
+void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, Outline outline,
                            const SurfaceBrush& fill) {
   Flush();
   if (points.empty()) return;
-  Shape shape{kind, {}, outlined, fill};
+  Shape shape{kind, {}, outline, fill};
   const QPoint at = OnPixels(points[0]);
   for (const DevicePoint& point : points) {
     const QPoint from = OnPixels(point) - at;
@@ -414,7 +416,7 @@ void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> poin
 }
 
 void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
-  QPen pen = shape.Outlined ? Pen() : QPen(Qt::NoPen);
+  QPen pen = shape.Border == Outline::Pen ? Pen() : QPen(Qt::NoPen);
   if (shape.Kind == Shape::kRectangle) pen.setJoinStyle(Qt::MiterJoin);
   painter.setPen(pen);
   painter.setBrush(ToBrush(shape.Fill));
@@ -432,7 +434,7 @@ const QtSurface::Stamp* QtSurface::StampOf(const Shape& shape) {
   constexpr std::size_t kMostStamps = 8;
   constexpr int kLargest = 64;
   if (!IsRaster()) return nullptr;
-  const auto known = std::find_if(stamps_.begin(), stamps_.end(), [&](const Stamp& s) { return s.Of == shape; });
+  const auto known = std::find_if(stamps_.begin(), stamps_.end(), [&](const Stamp& s) { return s.Source == shape; });
   if (known == stamps_.end()) {
     const int rim = PenWidth() + 2;  // outline and smoothing reach beyond the shape
     const QRect bounds = ToPolygon(shape.Points).boundingRect().toAlignedRect().adjusted(-rim, -rim, rim, rim);
@@ -462,7 +464,8 @@ SurfaceHandle QtSurface::CreateRectRgn(std::int32_t left, std::int32_t top, std:
 
 void QtSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {
   const SurfaceRegion& area = objects_.Region(region);
-  PaintShape(area.Rectangular ? Shape::kRectangle : Shape::kPolygon, area.Corners, false, objects_.Brush(brush));
+  PaintShape(area.Rectangular ? Shape::kRectangle : Shape::kPolygon, area.Corners, Outline::None,
+             objects_.Brush(brush));
 }
 
 void QtSurface::SelectClipRgn(SurfaceHandle region) {

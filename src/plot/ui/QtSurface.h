@@ -83,15 +83,16 @@ class QtSurface : public DrawingSurface {
   };
 
  private:
+  enum class Outline { None, Pen };
   struct Shape {
     enum Shapes { kRectangle, kEllipse, kPolygon } Kind;
     std::vector<DevicePoint> Points;  // in pixels; of the first two kinds: opposite corners
-    bool Outlined;                    // with the pen
+    Outline Border;
     SurfaceBrush Fill;
     bool operator==(const Shape&) const = default;
   };
   struct Stamp {
-    Shape Of;      // its first point at the origin
+    Shape Source;  // its first point at the origin
     QRect Bounds;  // of the picture, seen from there
     QImage Picture;
   };
@@ -111,7 +112,7 @@ class QtSurface : public DrawingSurface {
   bool RunsAlongOrDown() const;
   Lines TakeLines();
   void PaintLine(const QPolygonF& line);  // of more than two points
-  void PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, bool outlined, const SurfaceBrush& fill);
+  void PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, Outline outline, const SurfaceBrush& fill);
   void PaintAtOrigin(QPainter& painter, const Shape& shape) const;
   const Stamp* StampOf(const Shape& shape);
 

@@ -16,12 +16,12 @@ namespace quorvex {
 namespace {
 
 // What the two special dialogs ask, `verb` being "Paste" or "Copy". Nothing where the user cancels.
-std::optional<bool> AskRotated(QWidget* parent, const char* name, const QString& verb) {
+std::optional<CellOrder> AskOrder(QWidget* parent, const char* name, const QString& verb) {
   SheetDialog dialog(parent, name, verb + " Special");
   QCheckBox* ckRotated = dialog.AddCheck("ckRotated", verb + " &Rotated");
   dialog.AddNote(verb + " text rotated (exchange rows and columns)");
   if (!dialog.Run([] { return true; })) return std::nullopt;
-  return ckRotated->isChecked();
+  return ckRotated->isChecked() ? CellOrder::Rotated : CellOrder::Kept;
 }
 
 // A number of the column, for a dialog that shows what a format makes of it.
@@ -35,15 +35,15 @@ double SampleOf(const DataSheet& sheet, std::size_t col) {
 
 bool ShowPasteSpecial(const SheetEdit& edit, QWidget* parent, const Clipboard& clipboard) {
   if (!edit.OneRange(kPasteSpecialCommand)) return false;
-  const std::optional<bool> rotated = AskRotated(parent, "frmPSpecial", "Paste");
-  return rotated && PasteSpecial(edit, clipboard.Text(), *rotated);
+  const std::optional<CellOrder> order = AskOrder(parent, "frmPSpecial", "Paste");
+  return order && PasteSpecial(edit, clipboard.Text(), *order);
 }
 
 bool ShowCopySpecial(const SheetEdit& edit, QWidget* parent, Clipboard& clipboard) {
   if (!edit.OneRange(kCopySpecialCommand)) return false;
-  const std::optional<bool> rotated = AskRotated(parent, "frmCSpecial", "Copy");
-  if (!rotated) return false;
-  if (const auto text = CopySpecial(edit, *rotated)) clipboard.SetCells(*text);
+  const std::optional<CellOrder> order = AskOrder(parent, "frmCSpecial", "Copy");
+  if (!order) return false;
+  if (const auto text = CopySpecial(edit, *order)) clipboard.SetCells(*text);
   return false;
 }
 
