@@ -13,8 +13,8 @@ struct ClosedForm;
 // A function of one independent variable from which the terms of linear models are made.
 enum class XFunction { X, Ln, Exp, Cos, Sin, LnOnePlus, LnOneMinus };
 
-// One factor of a term: Function(x) to Power, where x is independent variable `Variable` (from 0). Powers are whole, and for
-// X also halves; Exp has 1 or -1, meaning exp(x) and exp(-x).
+// One factor of a term: Function(x) to Power, where x is independent variable `Variable` (from 0). Powers are whole,
+// and for X also halves; Exp has 1 or -1, meaning exp(x) and exp(-x).
 struct Factor {
   XFunction Function = XFunction::X;
   double Power = 1;

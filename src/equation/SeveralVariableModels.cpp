@@ -16,7 +16,9 @@ namespace {
 // What the terms of a variable are powers of, in the order of the catalogue.
 constexpr Factor kFamilies[] = {{XFunction::X, 1}, {XFunction::Ln, 1}, {XFunction::X, -1}};
 
-Factor PowerOf(const Factor& family, int variable, int power) { return {family.Function, family.Power * power, variable}; }
+Factor PowerOf(const Factor& family, int variable, int power) {
+  return {family.Function, family.Power * power, variable};
+}
 
 std::string FactorText(const Factor& factor) {
   return PowerText(factor.Function, static_cast<int>(factor.Power), "x" + std::to_string(factor.Variable + 1));

@@ -67,7 +67,7 @@ class ProjectSolver {
   struct Request {
     UndoLabel Label;
     std::vector<SolvedItem> Objects;  // to be solved
-    int SolveType = 0;  // of the models
+    int SolveType = 0;                // of the models
   };
 
   std::optional<GatheredData> Gather();
