@@ -27,9 +27,7 @@ void Change(quorvexWindow& window) {
   window.Refresh();
 }
 
-void UserModelList(quorvexWindow& window) {
-  if (window.Grid().CommitEntry()) ShowUserModels(window, &window);
-}
+void UserModelList(quorvexWindow& window) { ShowUserModels(&window, window.Document(), window.Preferences()); }
 
 void Load(quorvexWindow& window) {
   LoadUserModels(window.Document(), window.User(), AskForModelFile(&window, "Load User Models", Folder(window)));
@@ -91,7 +89,7 @@ void SpreadsheetFormula(quorvexWindow& window) {
 
 std::vector<ProjectCommand> ModelMenu() {
   return {
-      {"mnuModelsUser", "&User Models...", QKeySequence("Ctrl+U"), UserModelList},
+      {"mnuModelsUser", "&User Models...", QKeySequence("Ctrl+U"), Change<UserModelList>},
       {"mnuModelsLoad", "&Load User Models...", {}, Change<Load>},
       {"mnuModelsImport", "&Import User Models...", {}, Change<Import>},
       {"mnuModelsSave", "&Save User Models...", {}, Save},

@@ -1,10 +1,9 @@
 // The Plot menu: windows with data and solutions of a project.
 
-#include "desktop/PlotMenu.h"
-
 #include <QFileInfo>
 
 #include "core/ui/BusyCursor.h"
+#include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "plot/ui/PlotWindow.h"

@@ -26,11 +26,13 @@ inline ProjectCommand OnSheet(ProjectCommand command) {
   return command;
 }
 
-// The menus, from top to bottom.
+// The menus, each with its entries from top to bottom.
 std::vector<ProjectCommand> EditMenu();
 std::vector<ProjectCommand> FormatMenu();
 std::vector<ProjectCommand> DataMenu();
 std::vector<ProjectCommand> ModelMenu();
 std::vector<ProjectCommand> SolveMenu();
+// Its windows hold copies, so they stay as they are while the project changes, and close with the project's window.
+std::vector<ProjectCommand> PlotMenu();
 
 }  // namespace quorvex

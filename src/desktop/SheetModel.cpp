@@ -89,6 +89,7 @@ bool SheetModel::setData(const QModelIndex& index, const QVariant& value, int ro
   if (role != Qt::EditRole || !index.isValid()) return false;
   if (!TypeInCell(edit_, Row(index), Col(index), value.toString().toStdString())) return false;
   emit dataChanged(index, index);
+  emit Edited();
   return true;
 }
 
@@ -106,6 +107,7 @@ void SheetModel::SetRelativeWidth(int column, double width) {
       static_cast<std::int32_t>(std::lround(width * ColumnFormat().ColumnWidth));
   project_.Changed = true;
   emit headerDataChanged(Qt::Horizontal, column, column);
+  emit Edited();
 }
 
 // A reset would forget what is selected, so it is left to where there are rows the view does not know.
@@ -114,10 +116,11 @@ void SheetModel::Reload() {
     beginResetModel();
     rows_ = rowCount();
     endResetModel();
-    return;
+  } else {
+    emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+    emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
   }
-  emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
-  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+  emit Edited();
 }
 
 }  // namespace quorvex

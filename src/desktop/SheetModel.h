@@ -35,6 +35,9 @@ class SheetModel : public QAbstractTableModel {
   // A command has changed the sheet behind the view's back: cells, headers, formats or all of them.
   void Reload();
 
+ signals:
+  void Edited();  // once for each entry, width and Reload, behind what the view is told
+
  private:
   Project& project_;
   const SheetEdit& edit_;

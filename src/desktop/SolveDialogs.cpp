@@ -1,42 +1,37 @@
 #include "desktop/SolveDialogs.h"
 
+#include "desktop/Regress.h"
+#include "desktop/quorvexWindow.h"
+#include "files/GroupFileStore.h"
 #include "solve/ui/ClearFits.h"
 #include "solve/ui/Groups.h"
 #include "solve/ui/Interp.h"
 #include "solve/ui/Solve.h"
+#include "solve/ui/SolveLog.h"
 #include "solve/ui/SolveSetup.h"
 
 namespace quorvex {
 
-bool SolveDialogs::SolveSetup(SolveChoice& choice) {
-  quorvex::SolveSetup dialog(&over_, choice);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  choice = dialog.Choice();
-  return true;
-}
-
-bool SolveDialogs::Regress(ModelPick& pick) {
-  return quorvex::Regress(&over_, pick, user_, Tools).exec() == QDialog::Accepted;
-}
-
-bool SolveDialogs::Groups(GroupPick& pick) { return quorvex::Groups(&over_, pick, user_).exec() == QDialog::Accepted; }
+bool SolveDialogs::SolveSetup(SolveChoice& choice) { return ShowSolveSetup(&window_, choice); }
+bool SolveDialogs::Regress(ModelPick& pick) { return ShowRegress(window_, pick); }
+bool SolveDialogs::Groups(GroupPick& pick) { return ShowGroups(&window_, pick, window_.User()); }
 
 std::vector<InterpClass*> SolveDialogs::Interp(std::vector<InterpClass>& curves) {
-  quorvex::Interp dialog(&over_, curves);
-  return dialog.exec() == QDialog::Accepted ? dialog.Chosen() : std::vector<InterpClass*>();
+  return ChooseInterpolations(&window_, curves);
 }
 
-bool SolveDialogs::ClearFits(FitClearing& clearing) {
-  return quorvex::ClearFits(&over_, clearing, user_).exec() == QDialog::Accepted;
-}
+bool SolveDialogs::ClearFits(FitClearing& clearing) { return ShowClearFits(&window_, clearing, window_.User()); }
+void SolveDialogs::SolveLog(const std::string& log) { ShowSolveLog(&window_, log); }
 
 std::unique_ptr<SolveProgress> SolveDialogs::OpenProgress() {
-  RunBegins();
-  return std::make_unique<Solve>(over_.window(), RunEnded);
+  emit window_.SolveBegins();
+  return std::make_unique<Solve>(window_.window());
 }
 
+void SolveDialogs::RunEnded() { window_.Refresh(); }
+
 std::unique_ptr<GroupStore> SolveDialogs::OpenGroupStore(std::size_t independentVariables) {
-  return store_.OpenGroupStore(independentVariables);
+  return OpenGroupFile(independentVariables);
 }
 
 }  // namespace quorvex

@@ -14,8 +14,9 @@
 #include "desktop/SheetModel.h"
 #include "desktop/SheetView.h"
 #include "desktop/SolvedListPanel.h"
+#include "files/FileSave.h"
+#include "results/ui/frmResults.h"
 #include "sheet/ColumnLayout.h"
-#include "solve/ui/SolveLog.h"
 
 namespace quorvex {
 namespace {
@@ -30,13 +31,12 @@ QString Listed(const std::vector<std::string>& headers) {
 
 }  // namespace
 
-quorvexWindow::quorvexWindow(Project project, ProjectStore& store, Settings& settings, Prompter& user)
+quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user)
     : project_(std::move(project)),
-      store_(store),
       settings_(settings),
       user_(user),
       editor_(project_, settings, user_),
-      dialogs_(*this, user_, store_),
+      dialogs_(*this),
       solver_(project_, editor_, settings, user_, dialogs_),
       model_(new SheetModel(project_, editor_.Edit, this)),
       pages_(new QTabWidget(this)),
@@ -48,17 +48,13 @@ quorvexWindow::quorvexWindow(Project project, ProjectStore& store, Settings& set
   LayOut();
   DataGrid->SetSheet(model_);
   Notes->setPlainText(QString::fromStdString(project_.Notes).remove('\r'));
-  connect(model_, &SheetModel::dataChanged, this, &quorvexWindow::ShowState);
-  connect(model_, &SheetModel::headerDataChanged, this, &quorvexWindow::ShowState);
-  connect(model_, &SheetModel::modelReset, this, &quorvexWindow::ShowState);
+  connect(model_, &SheetModel::Edited, this, &quorvexWindow::ShowState);
   connect(DataGrid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, &quorvexWindow::EditHeader);
   connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
   connect(DataGrid, &SheetView::EntryRefused, this, [this] { pages_->setCurrentIndex(0); });
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
-  connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResults);
+  connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResultsOf);
   connect(solutions_, &SolvedListPanel::SortChosen, this, &quorvexWindow::SortSolutions);
-  dialogs_.RunBegins = [this] { emit SolveBegins(); };
-  dialogs_.RunEnded = [this] { ShowState(); };
   ShowState();
 }
 
@@ -113,17 +109,12 @@ QString quorvexWindow::Status() const {
                        : QString("%1 rows of data").arg(rows));
 }
 
-bool quorvexWindow::FileSave() {
-  if (!DataGrid->CommitEntry()) return false;
-  const bool saved = store_.FileSave(project_, user_);
-  if (saved) emit Saved();
-  ShowState();
-  return saved;
-}
+bool quorvexWindow::FileSave() { return Save(quorvex::FileSave); }
+bool quorvexWindow::FileSaveAs() { return Save(quorvex::FileSaveAs); }
 
-bool quorvexWindow::FileSaveAs() {
+bool quorvexWindow::Save(bool (*save)(Project& project, Prompter& user)) {
   if (!DataGrid->CommitEntry()) return false;
-  const bool saved = store_.FileSaveAs(project_, user_);
+  const bool saved = save(project_, user_);
   if (saved) emit Saved();
   ShowState();
   return saved;
@@ -174,7 +165,7 @@ void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()
   ShowState();
   if (!best) return;
   solutions_->SetCurrentRow(static_cast<int>(*best));
-  if (solver_.ShowsResults()) emit ResultsWanted(static_cast<int>(*best));
+  if (solver_.ShowsResults()) ShowResults(Solved()[*best]);
 }
 
 void quorvexWindow::ClearFits() {
@@ -191,20 +182,36 @@ std::vector<SolvedItem> quorvexWindow::SelectedSolutions() {
   return selected;
 }
 
-void quorvexWindow::ShowLog() {
-  if (solver_.Log().empty()) return user_.Inform("Nothing was solved since the project was opened.");
-  SolveLog(this, solver_.Log()).exec();
-}
-
 void quorvexWindow::ShowSelectedResults() {
   const std::vector<int> selected = solutions_->SelectedRows();
   if (selected.empty()) return user_.Inform("Nothing is solved yet.");
-  ShowResults(selected.front());
+  ShowResultsOf(selected.front());
 }
 
 // The list on the screen may be older than a model that is gone.
-void quorvexWindow::ShowResults(int position) {
-  if (position < static_cast<int>(Solved().size())) emit ResultsWanted(position);
+void quorvexWindow::ShowResultsOf(int row) {
+  const std::vector<SolvedItem> list = Solved();
+  if (static_cast<std::size_t>(row) < list.size()) ShowResults(list[static_cast<std::size_t>(row)]);
+}
+
+void quorvexWindow::ShowResults(const SolvedItem& solution) {
+  auto* results = findChild<frmResults*>();
+  if (results == nullptr) {
+    results = new frmResults(project_, settings_, user_, this);
+    results->setWindowFlag(Qt::Window);
+    results->setAttribute(Qt::WA_DeleteOnClose);
+    connect(this, &quorvexWindow::SolutionsChanged, results, [this, results] { BringUpToDate(*results); });
+  }
+  BringUpToDate(*results);
+  results->Show(solution);
+  results->show();
+  results->raise();
+  results->activateWindow();
+}
+
+void quorvexWindow::BringUpToDate(frmResults& results) const {
+  if (const auto& limits = solver_.LimitsOfLastSolve()) results.SetLimits(*limits);
+  results.Refresh();
 }
 
 void quorvexWindow::SortSolutions(int sortIndex) {
@@ -232,7 +239,6 @@ void quorvexWindow::ShowState() {
   hint_->setVisible(project_.Sheet.Cells.GridLastRow() == 0);
   Resort();
   emit Changed();
-  emit StatusChanged();
 }
 
 void quorvexWindow::closeEvent(QCloseEvent* event) {
@@ -242,7 +248,7 @@ void quorvexWindow::closeEvent(QCloseEvent* event) {
     frame->mdiArea()->setActiveSubWindow(frame);
   const auto isSaved = [this] { return !project_.Changed && !project_.NotesChanged; };
   const bool committed = DataGrid->CommitEntry(), wasSaved = isSaved();
-  const bool close = committed && store_.MayClose(project_, user_);
+  const bool close = committed && MayClose(project_, user_);
   if (!wasSaved && isSaved()) emit Saved();
   ShowState();
   event->setAccepted(close);

@@ -22,6 +22,7 @@ namespace quorvex {
 class SheetModel;
 class SheetView;
 class SolvedListPanel;
+class frmResults;
 
 // A command on the sheet, which returns whether it changed it.
 using SheetCommand = std::function<bool(const SheetEdit& edit)>;
@@ -31,8 +32,8 @@ class quorvexWindow : public QWidget {
   Q_OBJECT
 
  public:
-  // All but the project outlive the window.
-  quorvexWindow(Project project, ProjectStore& store, Settings& settings, Prompter& user);
+  // Settings and prompter outlive the window.
+  quorvexWindow(Project project, Settings& settings, Prompter& user);
 
   Project& Document() { return project_; }
   SheetView& Grid() { return *DataGrid; }
@@ -49,6 +50,7 @@ class quorvexWindow : public QWidget {
   QString Status() const;
 
   // The commands. An entry that is still open in the sheet is taken first; one that is refused stops the command.
+  // Return whether the project was saved.
   bool FileSave();
   bool FileSaveAs();
 
@@ -69,7 +71,7 @@ class quorvexWindow : public QWidget {
   void SolveRegression();
   void SolveInterpolation();
   void ClearFits();
-  void ShowLog();
+  void ShowLog() { solver_.ShowLog(); }
   void ShowSelectedResults();
   void SaveGroup() { solver_.SaveGroup(); }
   void SortSolutions(int sortIndex);
@@ -81,19 +83,17 @@ class quorvexWindow : public QWidget {
   std::vector<SolvedItem> Solved() { return SolvedItems(project_, SolutionsSortedBy()); }
   std::vector<SolvedItem> SelectedSolutions();
   void Resort();
+  // Shows an entry of the solved list in the project's results window, which follows the project and closes with it.
+  void ShowResults(const SolvedItem& solution);
   // What the last solve left behind: its log, its limits, the rows it left out.
   const ProjectSolver& Solver() const { return solver_; }
 
-  // What the setup of a single model opens and this floor does not know.
-  RegressTools& Tools() { return dialogs_.Tools; }
-
  signals:
-  void ResultsWanted(int position);  // in the solved list, from 0
-  void SolveBegins();                // the project is as it was before
-  void SolutionsChanged();           // or their order, or what they rest upon
-  void Changed();                    // the project, or whether it is saved
-  void Saved();                      // the project, into its file
-  void StatusChanged();              // the text of the status bar
+  void SolveBegins();       // the project is as it was before
+  void SolutionsChanged();  // or their order, or what they rest upon
+  void Changed();           // the project, or whether it is saved
+  void Saved();             // the project, into its file
+  void StatusChanged();     // the text of the status bar and nothing else
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -102,11 +102,12 @@ class quorvexWindow : public QWidget {
   void LayOut();
   void NotesEdited();
   void ShowState();
-  void ShowResults(int position);
+  bool Save(bool (*save)(Project& project, Prompter& user));
+  void ShowResultsOf(int row);
+  void BringUpToDate(frmResults& results) const;
   void Solve(std::optional<std::size_t> (ProjectSolver::*command)());
 
   Project project_;
-  ProjectStore& store_;
   Settings& settings_;
   Prompter& user_;
   ProjectEditor editor_;

@@ -144,7 +144,8 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   for (const auto& [one, solveType] : before)  // those that an aborted run did not come to
     if (outcome.Aborted && std::ranges::find(outcome.Solved, one) == outcome.Solved.end())
       one.Model->SolveType = solveType;
-  TellOutcome(outcome, user_);  // the run is over: while the user reads, its solutions can be kept
+  windows_.RunEnded();
+  TellOutcome(outcome, user_);  // while the user reads, its solutions can be kept
   if (outcome.Aborted) return std::nullopt;
   return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
 }
@@ -164,6 +165,11 @@ bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
   for (const SolvedItem& solution : chosen)
     (solution.Model != nullptr ? solution.Model->Solved : solution.Interpolation->Solved) = false;
   return true;
+}
+
+void ProjectSolver::ShowLog() {
+  if (log_.empty()) return user_.Inform("Nothing was solved since the project was opened.");
+  windows_.SolveLog(log_);
 }
 
 bool ProjectSolver::SaveGroup() {

@@ -28,8 +28,11 @@ class SolveWindows {
   // The interpolations to be solved; none where the user cancels.
   virtual std::vector<InterpClass*> Interp(std::vector<InterpClass>& curves) = 0;
   virtual bool ClearFits(FitClearing& clearing) = 0;
+  virtual void SolveLog(const std::string& log) = 0;
   // Called while the project is still as it was before the run.
   virtual std::unique_ptr<SolveProgress> OpenProgress() = 0;
+  // The run is over. Its solutions are to be seen before their summary is told.
+  virtual void RunEnded() = 0;
   virtual std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) = 0;
 };
 
@@ -50,6 +53,9 @@ class ProjectSolver {
 
   // Clears solutions, by the user's choice, which begins with the selected ones. False where nothing was cleared.
   bool ClearFits(const std::vector<SolvedItem>& selected);
+
+  // Shows the account of the last solve, where there was one.
+  void ShowLog();
 
   // Makes the solved models, in the order of the list, the user-specified group. False where it was not written.
   bool SaveGroup();

@@ -75,6 +75,8 @@ class ScriptedWindows : public SolveWindows {
     if (Clear) Clear(clearing);
     return Clear && clearing.Accept(user_);
   }
+  void SolveLog(const std::string& log) override { Shown.push_back("SolveLog: " + log); }
+  void RunEnded() override {}
   std::unique_ptr<SolveProgress> OpenProgress() override {
     auto progress = std::make_unique<ScriptedProgress>(Progress);
     progress->AtTurn = AtTurn;

@@ -1,15 +1,16 @@
 #pragma once
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QListWidget>
-#include <QSignalSpy>
 #include <QTableView>
 #include <algorithm>
 #include <cmath>
 
 #include "Frame.h"
 #include "engine/UserModel.h"
+#include "results/ui/frmResults.h"
 #include "solve/ui/ProgressWindow.h"
 
 namespace quorvex {
@@ -57,7 +58,6 @@ class SolveFrame : public Frame {
     ASSERT_EQ(WriteProject(project, folder.Path("curve.qvx")), 0);
     Start();
     frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
-    results = std::make_unique<QSignalSpy>(&Active(), &quorvexWindow::ResultsWanted);
   }
 
   // Answers the setup; `option` is one of the model selection.
@@ -94,7 +94,8 @@ class SolveFrame : public Frame {
   }
   QString Caption() { return Active().findChild<QGroupBox*>("solutions")->title(); }
 
-  std::unique_ptr<QSignalSpy> results;
+  frmResults& Results() { return *Active().findChild<frmResults*>(); }
+  QString ShownModel() { return Results().findChild<QComboBox*>("EqList")->currentText(); }
 };
 
 // Steps that are taken while the progress window is open, one per turn of the event loop.

@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRadioButton>
+#include <QSignalSpy>
 
 #include "Accessibility.h"
 #include "Mnemonics.h"
@@ -26,8 +27,7 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   EXPECT_EQ(SolvedRows(), "1 mine");
   EXPECT_TRUE(Solved().isVisible());
   EXPECT_FALSE(Active().findChild<QLabel*>("none")->isVisible());
-  ASSERT_EQ(results->size(), 1);
-  EXPECT_EQ(results->takeFirst()[0].toInt(), 0);
+  EXPECT_EQ(ShownModel(), "mine");
   EXPECT_TRUE(Active().isWindowModified());
   session.Preferences.Set("maxiterations", "1");  // which "yours" does not get by with
   SolveOne("yours");
@@ -41,7 +41,7 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   };
   expectMark();
   EXPECT_EQ(SolvedRows(), "1 mine|2 yours");
-  EXPECT_EQ(results->takeFirst()[0].toInt(), 1);
+  EXPECT_EQ(ShownModel(), "yours");
   EXPECT_EQ(Solved().currentIndex().row(), 1);
   EXPECT_EQ(Active().UndoText(), "&Undo Solve 'yours...'");
 
@@ -60,8 +60,11 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   // An entry in the sheet makes them invalid.
   Grid().setCurrentIndex(Grid().model()->index(0, 1));
   Grid().setFocus();
+  QSignalSpy changed(&Active(), &quorvexWindow::SolutionsChanged);
   Type("7");
   EXPECT_EQ(SolvedRows(), "");
+  Active().Refresh();
+  EXPECT_EQ(changed.size(), 2) << "each time once";
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }
@@ -73,7 +76,7 @@ TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
   dialogs.Press(QMessageBox::Ok);
   Trigger("mnuSolveRegression");
   EXPECT_TRUE(QString::fromStdString(dialogs.Said[0]).endsWith(" of the 298 models solved.  View log for details."));
-  EXPECT_EQ(results->size(), 0);
+  EXPECT_EQ(Active().findChild<frmResults*>(), nullptr);
   const int count = Solved().model()->rowCount();
   EXPECT_GT(count, 200);
   EXPECT_EQ(Caption(), "Available Solutions Sorted By RSS");
@@ -114,18 +117,24 @@ TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
   }
 
   // The best, the next one by keys, and one by the mouse.
+  const auto expectShown = [&](int row) {
+    EXPECT_EQ(ShownModel(), Solved().model()->index(row, 1).data().toString()) << row;
+  };
   Solved().setFocus();
   Solved().setCurrentIndex(Solved().model()->index(0, 0));
   QTest::keyClick(&Solved(), Qt::Key_Return);
+  expectShown(0);
   QTest::keyClick(&Solved(), Qt::Key_Down);
   QTest::keyClick(&Solved(), Qt::Key_Enter);
+  expectShown(1);
   const QPoint fourth = Solved().visualRect(Solved().model()->index(3, 1)).center();
   QTest::mouseClick(Solved().viewport(), Qt::LeftButton, {}, fourth);
+  expectShown(1);
   QTest::mouseDClick(Solved().viewport(), Qt::LeftButton, {}, fourth);
+  expectShown(3);
+  delete &Results();
   Trigger("mnuSolveResults");
-  QList<int> wanted;
-  for (const auto& arguments : *results) wanted << arguments[0].toInt();
-  EXPECT_EQ(wanted, (QList<int>{0, 1, 3, 3}));
+  expectShown(3);
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }
@@ -160,16 +169,10 @@ TEST_F(SolveMenuTest, AsksForTheSetupUntilItIsTheDefault) {
   EXPECT_EQ(LoadSettings().Text("lastselectedmodel"), "a*x+b");
 }
 
-TEST_F(SolveMenuTest, ListsModelsByKindAndOpensItsTools) {
+TEST_F(SolveMenuTest, ListsModelsByKindAndOpensWhatItLeadsTo) {
   Open(12);
-  int edited = 0;
-  std::vector<std::string> specified;
-  // First as another window may have it, without tools.
-  Active().Tools() = {};
   AnswerSetup("optSingle");
   dialogs.Do([&](QDialog& dialog) {
-    for (const char* name : {"add_command", "specify_command", "enforce_override"})
-      EXPECT_FALSE(dialog.findChild<QWidget*>(name)->isVisible()) << name;
     EXPECT_EQ(List(dialog, "eq_list").count(), 300);
     Click(dialog, "optWhichModels2");
     EXPECT_EQ(Rows(List(dialog, "eq_list")), (QStringList{"mine", "yours"}));
@@ -186,20 +189,6 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensItsTools) {
   });
   Trigger("mnuSolveRegression");
 
-  Active().Tools().EditUserModels = [&](QWidget*) {
-    ++edited;
-    auto own = NewModelFor(1, {});
-    own->SetID("fresh", {"u*x"});
-    own->UserType = true;
-    Document().Models.Add("fresh", std::move(own));
-    Document().Models.Remove("yours");
-  };
-  Active().Tools().SpecifyEstimates = [&](QWidget*, ModelClass& model) {
-    specified.push_back(model.id);
-    if (specified.size() < 2) return;  // cancelled at first
-    model.SpecifyICComplete = true;
-    model.SetValue(1, 1.5);
-  };
   AnswerSetup("optSingle");
   dialogs.Do([&](QDialog& dialog) {
     Choose(List(dialog, "eq_list"), "yours");
@@ -215,10 +204,22 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensItsTools) {
     Click(dialog, "solve_command");
     EXPECT_FALSE(dialog.isVisible());
   });
+  dialogs.Do([&](QDialog& userModels) {
+    EXPECT_EQ(userModels.objectName(), "usereq");
+    auto own = NewModelFor(1, {});
+    own->SetID("fresh", {"u*x"});
+    own->UserType = true;
+    Document().Models.Add("fresh", std::move(own));
+    Document().Models.Remove("yours");
+    userModels.reject();
+  });
+  for (const auto end : {&QDialog::reject, &QDialog::accept})
+    dialogs.Do([end](QDialog& estimates) {
+      EXPECT_EQ(estimates.objectName(), "reginit");
+      (estimates.*end)();
+    });
   dialogs.Press(QMessageBox::Ok);
   Trigger("mnuSolveRegression");
-  EXPECT_EQ(edited, 1);
-  EXPECT_EQ(specified, (std::vector<std::string>{"fresh", "fresh"}));
   EXPECT_EQ(SolvedRows(), "1 fresh");
   EXPECT_NE(Active().Solver().Log().find("Using current initial estimates"), std::string::npos);
   dialogs.Press(QMessageBox::No);
@@ -359,12 +360,12 @@ TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
       way(window);
       return true;
     }});
-    results->clear();
+    delete Active().findChild<frmResults*>();
     SolveOne("mine");
     EXPECT_EQ(dialogs.Said.back(), "Solution Process Aborted.");
     EXPECT_TRUE(Active().Solver().Log().ends_with("\r\nSOLUTION PROCESS ABORTED BY USER.\r\n"));
     EXPECT_EQ(SolvedRows(), "");
-    EXPECT_EQ(results->size(), 0);
+    EXPECT_EQ(Active().findChild<frmResults*>(), nullptr);
     Trigger("mnuEditUndo");
     EXPECT_EQ(SolvedRows(), "1 mine");
   }
@@ -430,7 +431,6 @@ TEST_F(SolveMenuTest, AnswersWhileAnIterationTakesLong) {
 
 TEST_F(SolveMenuTest, CanBeReadByAScreenReaderAndHasALetterForEverything) {
   Open(8);
-  Active().Tools() = {[](QWidget*) {}, [](QWidget*, ModelClass&) {}};
   const auto look = [](QDialog& dialog) {
     const AccessibilityWalk walk(dialog);
     ExpectMnemonicsDoNotMeet(dialog);

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTableWidget>
 
@@ -11,7 +12,6 @@
 #include "Paths.h"
 #include "SolveFrame.h"
 #include "files/ProjectFile.h"
-#include "results/ui/frmResults.h"
 
 namespace quorvex {
 namespace {
@@ -43,8 +43,6 @@ class SolveThrough : public SolveFrame {
     project.Models.Add(id, std::move(own));
   }
 
-  frmResults& Results() { return *Active().findChild<frmResults*>(); }
-  QString ShownModel() { return Results().findChild<QComboBox*>("EqList")->currentText(); }
   // Row by row, the cells of Fit Information.
   std::vector<std::vector<std::string>> Fit() {
     const QAbstractItemModel& model = *Results().findChild<QTableView*>("FitBook")->model();

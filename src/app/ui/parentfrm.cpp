@@ -22,12 +22,10 @@
 #include "core/ui/BusyCursor.h"
 #include "desktop/ImportCommands.h"
 #include "desktop/SheetView.h"
-#include "desktop/ShowResults.h"
 #include "desktop/quorvexWindow.h"
 #include "files/DetectFileType.h"
 #include "files/ProjectFile.h"
 #include "files/UserModelFiles.h"
-#include "files/ui/usereq.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
 #include "project/ui/NewProj.h"
 
@@ -315,7 +313,7 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   const QMdiSubWindow* active = area_->currentSubWindow();
   const bool maximized = active == nullptr || active->isMaximized();
   const bool changed = project.Changed;
-  auto* window = new quorvexWindow(std::move(project), files_, session_.Preferences, user_);
+  auto* window = new quorvexWindow(std::move(project), session_.Preferences, user_);
   QMdiSubWindow* frame = area_->addSubWindow(window);
   frame->setAttribute(Qt::WA_DeleteOnClose);
   // The keys that close a window are those of the File menu: with two who want them, neither gets them.
@@ -328,16 +326,11 @@ quorvexWindow* parentfrm::ShowProject(Project project) {
   });
   // Until the solve ends nothing can be kept, however long it runs.
   connect(window, &quorvexWindow::SolveBegins, this, &parentfrm::Autosave);
-  connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowActiveWindow);
+  connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowStatus);
   connect(window, &quorvexWindow::Saved, this, [this, window, number = windows_] {
     recovery_.Forget(number);
     RememberFile(window->Document().FileName);
   });
-  connect(window, &quorvexWindow::ResultsWanted, window, [window](int position) { ShowResults(*window, position); });
-  window->Tools() = {
-      [window](QWidget* over) { ShowUserModels(*window, over); },
-      [window](QWidget* over, ModelClass& model) { SpecifyEstimates(*window, over, model); },
-  };
   connect(frame, &QObject::destroyed, this, [this, number = windows_] { recovery_.Forget(number); });
   window->Grid().addActions(sheetActions_);
   if (!maximized) frame->resize(area_->viewport()->size() * 0.75);
@@ -401,6 +394,11 @@ void parentfrm::ShowActiveWindow() {
   newest->setEnabled(undo.UndoEnabled);
   if (window != nullptr) newest->setText(window->UndoText());
   findChild<QAction*>("mnuEditUndoHistory")->setEnabled(undo.HistoryEnabled);
+  ShowStatus();
+}
+
+void parentfrm::ShowStatus() {
+  const quorvexWindow* window = ActiveProject();
   status_->setText(window != nullptr ? window->Status() : "Open a project or begin a new one.");
 }
 

@@ -9,7 +9,6 @@
 #include "app/RecoveryStore.h"
 #include "core/Session.h"
 #include "core/ui/MessageBoxPrompter.h"
-#include "files/ProjectFiles.h"
 #include "project/Project.h"
 
 class QLabel;
@@ -98,6 +97,7 @@ class parentfrm : public QMainWindow {
   void RememberFolder(const QString& fileName);
   void RememberFile(const std::string& fileName);
   void ShowActiveWindow();  // brings toolbar, menus and status bar up to date
+  void ShowStatus();        // the status bar alone
 
   void MoveToStoredPlace();
   int StorePlace();  // returns 0 or the file error's number
@@ -107,7 +107,6 @@ class parentfrm : public QMainWindow {
   Session& session_;
   std::string commandLine_;
   MessageBoxPrompter user_;
-  ProjectFiles files_;
   RecoveryStore recovery_;
   QTimer autosave_, storing_;
   bool shown_ = false;

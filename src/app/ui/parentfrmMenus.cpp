@@ -25,7 +25,6 @@
 #include "app/ui/parentfrm.h"
 #include "batch/ui/frmMacro.h"
 #include "core/Version.h"
-#include "desktop/PlotMenu.h"
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"

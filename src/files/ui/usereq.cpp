@@ -9,7 +9,6 @@
 #include <QPushButton>
 
 #include "core/NumberText.h"
-#include "desktop/quorvexWindow.h"
 #include "usermodels/UserModels.h"
 #include "usermodels/ui/frmChooseModel.h"
 #include "usermodels/ui/frmEqEdit.h"
@@ -165,9 +164,8 @@ void usereq::EditRules(ModelClass& model) {
   if (form.exec() == QDialog::Accepted && form.Rules().StoreIn(model)) project_.Changed = true;
 }
 
-void ShowUserModels(quorvexWindow& window, QWidget* over) {
-  usereq(over, window.Document(), window.Preferences()).exec();
-  window.Refresh();
+void ShowUserModels(QWidget* over, Project& project, const Settings& settings) {
+  usereq(over, project, settings).exec();
 }
 
 }  // namespace quorvex

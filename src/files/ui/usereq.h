@@ -12,8 +12,6 @@ class QPlainTextEdit;
 
 namespace quorvex {
 
-class quorvexWindow;
-
 // The user-defined models of a project, and what can be done with them. The project, which outlives the dialog, changes
 // with each command.
 class usereq : public QDialog {
@@ -38,8 +36,7 @@ class usereq : public QDialog {
   QList<QWidget*> forOne_;  // commands that need a model
 };
 
-// Shows the dialog over `over`; the project's window then shows what it changed.
-void ShowUserModels(quorvexWindow& window, QWidget* over);
+void ShowUserModels(QWidget* over, Project& project, const Settings& settings);
 
 // The dialogs behind the commands on files, over `parent`: for the file to read, and for two models with one ID.
 FileToOpen AskForModelFile(QWidget* parent, const QString& title, const QString& folder);

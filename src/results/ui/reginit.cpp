@@ -15,6 +15,7 @@
 #include "results/ResultPlots.h"
 #include "results/ui/ResultPlot.h"
 #include "sheet/CellEntry.h"
+#include "solve/GatherData.h"
 
 namespace quorvex {
 namespace {
@@ -217,6 +218,13 @@ void reginit::accept() {
     return;
   }
   if (SetEstimates(project_, editor_, model_, rows)) QDialog::accept();
+}
+
+void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model,
+                      const Settings& settings) {
+  Result<GatheredData> data = GatherData(project.Sheet);
+  if (!data) return editor.Edit.User.Refuse(data.error());
+  reginit(over, project, editor, model, std::move(data->Points), settings).exec();
 }
 
 }  // namespace quorvex

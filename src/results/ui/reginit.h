@@ -56,4 +56,8 @@ class reginit : public QDialog {
   ResultPlot* preview_;
 };
 
+// Asks for them over a window; refused where the sheet has no data to preview them by.
+void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model,
+                      const Settings& settings);
+
 }  // namespace quorvex

@@ -1,6 +1,7 @@
 #include "solve/ui/ClearFits.h"
 
 #include <QButtonGroup>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -8,6 +9,22 @@
 #include <QRadioButton>
 
 namespace quorvex {
+namespace {
+
+class ClearFits : public QDialog {
+ public:
+  // Both outlive the dialog.
+  ClearFits(QWidget* parent, FitClearing& clearing, Prompter& user);
+
+ private:
+  void LayOut();
+  void Accept();
+
+  FitClearing& clearing_;
+  Prompter& user_;
+  QButtonGroup* optClear;
+  QLineEdit* txtCutoff;
+};
 
 ClearFits::ClearFits(QWidget* parent, FitClearing& clearing, Prompter& user)
     : QDialog(parent),
@@ -75,6 +92,12 @@ void ClearFits::Accept() {
   if (clearing_.Accept(user_)) return accept();
   txtCutoff->setFocus();
   txtCutoff->selectAll();
+}
+
+}  // namespace
+
+bool ShowClearFits(QWidget* over, FitClearing& clearing, Prompter& user) {
+  return ClearFits(over, clearing, user).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex

@@ -1,5 +1,6 @@
 #include "solve/ui/Groups.h"
 
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -32,7 +33,26 @@ void Fill(QListWidget& list, const std::vector<std::string>& texts) {
   if (list.count() > 0) list.setCurrentRow(std::min(row, list.count() - 1));
 }
 
-}  // namespace
+class Groups : public QDialog {
+ public:
+  // Both outlive the dialog.
+  Groups(QWidget* parent, GroupPick& pick, Prompter& user);
+
+ private:
+  void LayOut();
+  void ListMembers();
+  void ShowState();
+  void Add();
+  void Remove();
+  void TakeChecks();
+  void Accept();
+
+  GroupPick& pick_;
+  Prompter& user_;
+  QListWidget *group_list, *available_list, *member_list;
+  QPushButton *add_command, *remove_command;
+  QListWidgetItem *userDefined_, *userSpecified_;
+};
 
 Groups::Groups(QWidget* parent, GroupPick& pick, Prompter& user)
     : QDialog(parent),
@@ -132,6 +152,12 @@ void Groups::TakeChecks() {
 void Groups::Accept() {
   TakeChecks();
   if (pick_.Accept(user_)) accept();
+}
+
+}  // namespace
+
+bool ShowGroups(QWidget* over, GroupPick& pick, Prompter& user) {
+  return Groups(over, pick, user).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex

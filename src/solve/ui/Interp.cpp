@@ -1,12 +1,27 @@
 #include "solve/ui/Interp.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace quorvex {
+namespace {
+
+class Interp : public QDialog {
+ public:
+  // The interpolations outlive the dialog.
+  Interp(QWidget* parent, std::vector<InterpClass>& curves);
+
+  std::vector<InterpClass*> Chosen() const;
+
+ private:
+  std::vector<InterpClass>& curves_;
+  std::vector<QCheckBox*> checks_;  // one for each
+  QPushButton* solve_command;
+};
 
 Interp::Interp(QWidget* parent, std::vector<InterpClass>& curves)
     : QDialog(parent), curves_(curves), solve_command(new QPushButton("&Solve", this)) {
@@ -43,6 +58,13 @@ std::vector<InterpClass*> Interp::Chosen() const {
   for (std::size_t i = 0; i < checks_.size(); ++i)
     if (checks_[i]->isChecked()) chosen.push_back(&curves_[i]);
   return chosen;
+}
+
+}  // namespace
+
+std::vector<InterpClass*> ChooseInterpolations(QWidget* over, std::vector<InterpClass>& curves) {
+  Interp dialog(over, curves);
+  return dialog.exec() == QDialog::Accepted ? dialog.Chosen() : std::vector<InterpClass*>();
 }
 
 }  // namespace quorvex

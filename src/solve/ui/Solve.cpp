@@ -4,15 +4,9 @@
 
 namespace quorvex {
 
-Solve::Solve(QWidget* parent, std::function<void()> ended)
-    : ProgressWindow(parent, "Solution Progress"), ended_(std::move(ended)) {
+Solve::Solve(QWidget* parent) : ProgressWindow(parent, "Solution Progress") {
   setObjectName("Solve");
   setWindowModality(Qt::ApplicationModal);  // models and data stay as they are during the turns of the event loop
-}
-
-void Solve::Show(bool visible) {
-  ProgressWindow::Show(visible);
-  if (!visible) ended_();
 }
 
 void Solve::keyPressEvent(QKeyEvent* event) {

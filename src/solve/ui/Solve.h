@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "solve/ui/ProgressWindow.h"
 
 namespace quorvex {
@@ -11,17 +9,10 @@ class Solve : public ProgressWindow {
   Q_OBJECT
 
  public:
-  // Calls `ended` when the run is over, before its summary is told.
-  explicit Solve(
-      QWidget* parent, std::function<void()> ended = [] {});
-
-  void Show(bool visible) override;
+  explicit Solve(QWidget* parent);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-
- private:
-  const std::function<void()> ended_;
 };
 
 }  // namespace quorvex

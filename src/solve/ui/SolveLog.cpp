@@ -1,11 +1,18 @@
 #include "solve/ui/SolveLog.h"
 
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
 namespace quorvex {
+namespace {
+
+class SolveLog : public QDialog {
+ public:
+  SolveLog(QWidget* parent, const std::string& log);
+};
 
 SolveLog::SolveLog(QWidget* parent, const std::string& log) : QDialog(parent) {
   setObjectName("SolveLog");
@@ -25,5 +32,9 @@ SolveLog::SolveLog(QWidget* parent, const std::string& log) : QDialog(parent) {
   rows->addWidget(buttons);
   resize(90 * text->fontMetrics().averageCharWidth(), 28 * text->fontMetrics().height());
 }
+
+}  // namespace
+
+void ShowSolveLog(QWidget* over, const std::string& log) { SolveLog(over, log).exec(); }
 
 }  // namespace quorvex

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <QDialog>
 #include <string>
+
+class QWidget;
 
 namespace quorvex {
 
 // Shows the account of a solve.
-class SolveLog : public QDialog {
-  Q_OBJECT
-
- public:
-  SolveLog(QWidget* parent, const std::string& log);
-};
+void ShowSolveLog(QWidget* over, const std::string& log);
 
 }  // namespace quorvex

@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QRadioButton>
@@ -30,7 +31,16 @@ QButtonGroup* AddFrame(QVBoxLayout& rows, const QString& title, std::initializer
   return group;
 }
 
-}  // namespace
+class SolveSetup : public QDialog {
+ public:
+  SolveSetup(QWidget* parent, const SolveChoice& choice);
+
+  SolveChoice Choice() const;
+
+ private:
+  QButtonGroup *optSolver, *optModels;
+  QCheckBox* chkDefault;
+};
 
 SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(parent) {
   setObjectName("SolveSetup");
@@ -58,6 +68,15 @@ SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(par
 
 SolveChoice SolveSetup::Choice() const {
   return {optSolver->checkedId(), static_cast<ModelSelection>(optModels->checkedId()), chkDefault->isChecked()};
+}
+
+}  // namespace
+
+bool ShowSolveSetup(QWidget* over, SolveChoice& choice) {
+  SolveSetup dialog(over, choice);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  choice = dialog.Choice();
+  return true;
 }
 
 }  // namespace quorvex

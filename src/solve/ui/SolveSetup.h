@@ -1,26 +1,12 @@
 #pragma once
 
-#include <QDialog>
-
 #include "solve/SolveChoice.h"
 
-class QButtonGroup;
-class QCheckBox;
+class QWidget;
 
 namespace quorvex {
 
-// Asks for the solver, and which models a solve takes.
-class SolveSetup : public QDialog {
-  Q_OBJECT
-
- public:
-  SolveSetup(QWidget* parent, const SolveChoice& choice);
-
-  SolveChoice Choice() const;
-
- private:
-  QButtonGroup *optSolver, *optModels;
-  QCheckBox* chkDefault;
-};
+// Asks for the solver, and which models a solve takes. False where the user cancels, which leaves the choice.
+bool ShowSolveSetup(QWidget* over, SolveChoice& choice);
 
 }  // namespace quorvex

@@ -1,4 +1,4 @@
-#include "files/ProjectFiles.h"
+#include "files/GroupFileStore.h"
 
 #include <filesystem>
 
@@ -24,7 +24,7 @@ class GroupFileStore : public GroupStore {
 
 }  // namespace
 
-std::unique_ptr<GroupStore> ProjectFiles::OpenGroupStore(std::size_t independentVariables) {
+std::unique_ptr<GroupStore> OpenGroupFile(std::size_t independentVariables) {
   return std::make_unique<GroupFileStore>(independentVariables);
 }
 

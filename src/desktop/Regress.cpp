@@ -1,7 +1,8 @@
-#include "solve/ui/Regress.h"
+#include "desktop/Regress.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -11,6 +12,9 @@
 #include <QRadioButton>
 #include <algorithm>
 
+#include "desktop/quorvexWindow.h"
+#include "files/ui/usereq.h"
+#include "results/ui/reginit.h"
 #include "usermodels/UserModels.h"
 
 namespace quorvex {
@@ -22,13 +26,35 @@ Widget* Named(Widget* widget, const char* name) {
   return widget;
 }
 
-}  // namespace
+class Regress : public QDialog {
+ public:
+  Regress(quorvexWindow& window, ModelPick& pick);
 
-Regress::Regress(QWidget* parent, ModelPick& pick, Prompter& user, const RegressTools& tools)
-    : QDialog(parent),
+ private:
+  void LayOut();
+  void ListModels();
+  void ShowModel();
+  void EditUserModels();
+  void AskForEstimates();
+  void Accept();
+  ModelClass* Chosen() const;
+
+  quorvexWindow& window_;
+  ModelPick& pick_;
+  std::vector<ModelClass*> listed_;
+
+  QButtonGroup* optWhichModels;
+  QListWidget* eq_list;
+  QPlainTextEdit* definition_text;
+  QLabel *description_label, *group_label;
+  QCheckBox* enforce_override;
+  QPushButton *specify_command, *add_command, *solve_command, *cancel_command;
+};
+
+Regress::Regress(quorvexWindow& window, ModelPick& pick)
+    : QDialog(&window),
+      window_(window),
       pick_(pick),
-      user_(user),
-      tools_(tools),
       optWhichModels(new QButtonGroup(this)),
       eq_list(Named(new QListWidget(this), "eq_list")),
       definition_text(Named(new QPlainTextEdit(this), "definition_text")),
@@ -46,7 +72,7 @@ Regress::Regress(QWidget* parent, ModelPick& pick, Prompter& user, const Regress
   connect(eq_list, &QListWidget::currentRowChanged, this, &Regress::ShowModel);
   connect(eq_list, &QListWidget::itemDoubleClicked, this, &Regress::Accept);
   connect(enforce_override, &QCheckBox::toggled, this, &Regress::ShowModel);
-  connect(specify_command, &QPushButton::clicked, this, &Regress::SpecifyEstimates);
+  connect(specify_command, &QPushButton::clicked, this, &Regress::AskForEstimates);
   connect(add_command, &QPushButton::clicked, this, &Regress::EditUserModels);
   ListModels();
   eq_list->setFocus();
@@ -103,9 +129,6 @@ void Regress::LayOut() {
   estimates->addWidget(specify_command);
   estimates->addStretch();
   rows->addLayout(estimates);
-  for (QWidget* part : {static_cast<QWidget*>(enforce_override), static_cast<QWidget*>(specify_command)})
-    part->setVisible(tools_.SpecifyEstimates != nullptr);
-  add_command->setVisible(tools_.EditUserModels != nullptr);
 
   auto* buttons = new QDialogButtonBox(this);
   buttons->addButton(solve_command, QDialogButtonBox::AcceptRole);
@@ -153,15 +176,17 @@ ModelClass* Regress::Chosen() const {
 void Regress::EditUserModels() {
   const ModelClass* const model = Chosen();
   const std::string id = model != nullptr ? model->id : "";
-  tools_.EditUserModels(this);
+  ShowUserModels(this, window_.Document(), window_.Preferences());
+  window_.Refresh();
   listed_.clear();
   ListModels();
   const QList<QListWidgetItem*> same = eq_list->findItems(QString::fromStdString(id), Qt::MatchFixedString);
   if (!same.isEmpty()) eq_list->setCurrentItem(same.first());
 }
 
-void Regress::SpecifyEstimates() {
-  if (ModelClass* const model = Chosen()) tools_.SpecifyEstimates(this, *model);
+void Regress::AskForEstimates() {
+  if (ModelClass* const model = Chosen())
+    SpecifyEstimates(this, window_.Document(), window_.Editor(), *model, window_.Preferences());
 }
 
 // Estimates that are wanted but were not given yet are asked for first.
@@ -169,10 +194,14 @@ void Regress::Accept() {
   ModelClass* const model = Chosen();
   const bool specify = enforce_override->isChecked();
   if (model != nullptr && specify && !model->SpecifyICComplete) {
-    SpecifyEstimates();
+    AskForEstimates();
     if (!model->SpecifyICComplete) return;
   }
-  if (pick_.Accept(model, specify, user_)) accept();
+  if (pick_.Accept(model, specify, window_.User())) accept();
 }
+
+}  // namespace
+
+bool ShowRegress(quorvexWindow& window, ModelPick& pick) { return Regress(window, pick).exec() == QDialog::Accepted; }
 
 }  // namespace quorvex
