@@ -169,6 +169,11 @@ bool Settings::Flag(std::string_view key, std::string_view section) const {
   return onByBuiltIn ? Text(key, section) == "true" : Text(key, section) != "false";
 }
 
+std::string Settings::Folder(std::string_view key) const {
+  const std::string folder = Text(key);
+  return folder == "0" ? "" : folder;
+}
+
 void Settings::Set(std::string_view key, std::string_view text, std::string_view section) {
   const auto [entry, isNew] = stored_.try_emplace({ToLower(section), ToLower(key)});
   if (!isNew && entry->second == text) return;

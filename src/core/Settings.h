@@ -29,6 +29,8 @@ struct Settings {
   double Number(std::string_view key, std::string_view section = "startup") const;
   std::int32_t Integer(std::string_view key, std::string_view section = "startup") const;  // ties to even
   bool Flag(std::string_view key, std::string_view section = "startup") const;
+  // The folder that the user was in last; empty where none was ever chosen.
+  std::string Folder(std::string_view key) const;
 
   // Stores a text and brings the field of that key, if it has one, up to date. Numbers are stored with ".".
   void Set(std::string_view key, std::string_view text, std::string_view section = "startup");

@@ -67,8 +67,7 @@ void UndoHistory(quorvexWindow& window) {
   if (!window.Grid().CommitEntry()) return;
   const std::vector<std::string> lines = window.Editor().UndoHistory();
   if (lines.empty()) return;
-  frmUndoHistory form(&window, lines);
-  if (form.exec() == QDialog::Accepted) window.EditUndo(form.Chosen());
+  if (const auto last = ChooseUndo(&window, lines)) window.EditUndo(*last);
 }
 
 // One dialog for all sheets of the main window: its button is the menu entry, which acts on the sheet in front.

@@ -15,9 +15,8 @@ namespace {
 QString ChooseDataFile(quorvexWindow& window) {
   constexpr const char* kFolder = "importdir";
   Settings& settings = window.Preferences();
-  std::string folder = settings.Text(kFolder);
-  if (folder == "0") folder = settings.Text("projectdir");
-  if (folder == "0") folder.clear();  // none was ever chosen
+  std::string folder = settings.Folder(kFolder);
+  if (folder.empty()) folder = settings.Folder("projectdir");
   QString file = QFileDialog::getOpenFileName(&window, "Import", QString::fromStdString(folder),
                                               QString("Text and spreadsheets (%1);;All files (*)").arg(kDataFiles));
   if (!file.isEmpty()) settings.Set(kFolder, QFileInfo(file).absolutePath().toStdString());

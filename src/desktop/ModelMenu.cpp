@@ -14,11 +14,6 @@
 namespace quorvex {
 namespace {
 
-QString Folder(quorvexWindow& window) {
-  const QString folder = QString::fromStdString(window.Preferences().Text("projectdir"));
-  return folder == "0" ? QString() : folder;
-}
-
 // A command that may change the models of the project.
 template <auto Command>
 void Change(quorvexWindow& window) {
@@ -29,13 +24,10 @@ void Change(quorvexWindow& window) {
 
 void UserModelList(quorvexWindow& window) { ShowUserModels(&window, window.Document(), window.Preferences()); }
 
-void Load(quorvexWindow& window) {
-  LoadUserModels(window.Document(), window.User(), AskForModelFile(&window, "Load User Models", Folder(window)));
-}
+void Load(quorvexWindow& window) { LoadUserModels(&window, window.Document(), window.Preferences(), window.User()); }
 
 void Import(quorvexWindow& window) {
-  ImportUserModels(window.Document(), window.User(), AskForModelFile(&window, "Import User Models", Folder(window)),
-                   AskForModelToKeep(&window));
+  ImportUserModels(&window, window.Document(), window.Preferences(), window.User());
 }
 
 void Save(quorvexWindow& window) { SaveUserModels(window.Document(), window.User()); }

@@ -36,6 +36,7 @@ class quorvexWindow : public QWidget {
   quorvexWindow(Project project, Settings& settings, Prompter& user);
 
   Project& Document() { return project_; }
+  const Project& Document() const { return project_; }
   SheetView& Grid() { return *DataGrid; }
   QPlainTextEdit* NotesInFront() const;  // null where the sheet is
   ProjectEditor& Editor() { return editor_; }

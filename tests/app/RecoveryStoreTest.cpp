@@ -4,8 +4,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
-#include "app/RecoveryStore.h"
+#include "app/OfferRecovery.h"
 #include "core/DateText.h"
 #include "files/ProjectFile.h"
 
@@ -137,6 +138,41 @@ TEST(RecoveryStore, KeepsItsFolderWhereTheEnvironmentSays) {
   EXPECT_EQ(StateFolder(), "/home/somebody/.local/state/quorvex");
   const TemporaryVariable elsewhere("XDG_STATE_HOME", "/state");
   EXPECT_EQ(StateFolder(), "/state/quorvex");
+}
+
+TEST(OfferRecovery, DeletesOnlyWhereTheUserSaysSoTwice) {
+  const TemporaryFolder folder;
+  Project project(1, false, {});
+  project.FileName = "Untitled 2";
+  project.Sheet.Cells.SetGridCellNumber(1, 1, 42);
+  CrashWith(folder.Path("state"), project);
+  // Answers each question in turn.
+  struct : RecordingPrompter {
+    std::vector<bool> Answers;
+    bool Ask(const std::string& text) override {
+      Answer = Answers[Said.size()];
+      return RecordingPrompter::Ask(text);
+    }
+  } user;
+  const auto offer = [&](std::vector<bool> answers) {
+    user.Said.clear();
+    user.Answers = std::move(answers);
+    RecoveryStore store(folder.Path("state"));
+    const auto left = store.Claim();
+    return left.empty() ? std::nullopt : OfferRecovery(store, left[0], {}, user);
+  };
+  const auto restored = offer({true});
+  ASSERT_TRUE(restored);
+  EXPECT_EQ(restored->Sheet.Cells.GridCellNumber(1, 1), 42);
+  EXPECT_EQ(user.Last(),
+            "ask: Quorvex ended unexpectedly while changes to the project 'Untitled 2' were not saved. Do you want to "
+            "restore them?");
+  EXPECT_FALSE(offer({false, false}));
+  EXPECT_TRUE(user.Last().starts_with("ask: The changes to the project 'Untitled 2' were kept on 20")) << user.Last();
+  EXPECT_FALSE(offer({false, true}));
+  EXPECT_EQ(user.Said.size(), 2u);
+  EXPECT_FALSE(offer({}));
+  EXPECT_TRUE(user.Said.empty()) << "nothing is left to be offered";
 }
 
 }  // namespace

@@ -394,7 +394,7 @@ TEST_F(SolveMenuTest, KeepsCopiesBeforeAndAfterARun) {
   }});
   AnswerSetup("optAll");
   dialogs.Do([&](QDialog& box) {
-    EXPECT_TRUE(frame->Autosave());
+    EXPECT_TRUE(frame->KeepCopies());
     const Result<Project> copy = kept();
     expectCell(copy);
     EXPECT_GT(std::ranges::count_if(copy->Models, [](const auto& model) { return model->Solved; }), 100);

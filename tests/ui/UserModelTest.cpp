@@ -375,21 +375,6 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
   End();
 }
 
-TEST_F(UserModelWindows, BeginProjectsWithTheModelsOfAFile) {
-  Project project = NewProject(1, false, {});
-  StoreUserModel(project, CheckUserModel({"Mine", "", {"a*x^2"}, {}}, project, nullptr).Model, nullptr);
-  const std::string file = folder.Path("mine.equ");
-  ASSERT_EQ(WriteUserModels(file, 1, project.Models, {}), 0);
-  Start();
-  EXPECT_EQ(Ids(), Said{});
-  session.Preferences.Set("loadusermodels", "1");
-  session.Preferences.Set("usermodelfile", file);
-  Trigger("mnuFileNew");
-  EXPECT_EQ(Ids(), Said{"Mine"});
-  EXPECT_FALSE(Active().isWindowModified());
-  End();
-}
-
 // Each of the dialogs for the keyboard and for a screen reader.
 TEST_F(UserModelWindows, CanBeHeardAndReachedByKeys) {
   Project project = NewProject(2, false, {});

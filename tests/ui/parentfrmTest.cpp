@@ -1,7 +1,6 @@
 // The main frame and its project windows, used as a user does: by keys, clicks, menus and dialogs.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -270,17 +269,10 @@ TEST_F(Frame, OpensTheFileOfTheCommandLine) {
 TEST_F(Frame, TellsWhatItCannotOpen) {
   const std::string project = SavedProject("whole.qvx");
   const std::string broken = folder.Write("broken.qvx", folder.Read("whole.qvx").substr(0, 300));
-  const std::string plot =
-      folder.Write("a.plt", "\"B_HEADER\"\r\n\"    Quorvex:  Version 9.0 Plot\"\r\n\"filetype=2d\"\r\n\"x\"\r\n");
-  const std::string missing = folder.Path("missing.qvx"), pipe = folder.Path("pipe");
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const std::string missing = folder.Path("missing.qvx");
   const std::pair<std::string, std::string> cases[] = {
       {missing, "Could not obtain file description for '" + missing + "'."},
-      {folder.Path(""), "Could not obtain file description for '" + folder.Path("") + "'."},
-      {pipe, "Could not obtain file description for '" + pipe + "'."},
-      {"-runcfg", "Could not obtain file description for '-runcfg'."},
       {broken, "Error reading project '" + broken + "'.\nThe file is incompatible or appears corrupted."},
-      {plot, "'" + plot + "' is a Quorvex Plot file. This version does not open plots."},
   };
   for (const auto& [line, said] : cases) {
     dialogs.Press(QMessageBox::Ok);
@@ -397,21 +389,6 @@ TEST_F(Frame, StoresWhatIsChosenInPassing) {
   EXPECT_EQ(dialogs.Said.size(), 1u);
 }
 
-TEST_F(Frame, DeletesWhatACrashLeftOnlyWhereTheUserSaysSoTwice) {
-  CrashWith(folder.Path("state"), "Untitled 2");
-  for (const auto remove : {QMessageBox::No, QMessageBox::Yes}) {
-    dialogs.Press(QMessageBox::No);
-    dialogs.Press(remove);
-    Start();
-    EXPECT_TRUE(dialogs.Said.back().starts_with("The changes to the project 'Untitled 2' were kept on 20"));
-    EXPECT_EQ(Document().Sheet.Cells.GridLastRow(), 0u);
-    EXPECT_TRUE(frame->close());
-    frame.reset();
-  }
-  Start();
-  EXPECT_TRUE(frame->close());
-}
-
 TEST_F(Frame, OffersWhatACrashLeft) {
   CrashWith(folder.Path("state"), folder.Path("lost.qvx"));
   dialogs.Press(QMessageBox::Yes);
@@ -437,13 +414,13 @@ TEST_F(Frame, KeepsCopiesOfWhatIsNotSaved) {
   };
   folder.Write("state", "");  // where the folder would be
   Start();
-  frame->Autosave();
+  frame->KeepCopies();
   EXPECT_EQ(copies(), 0);
   Type("1");
-  frame->Autosave();
+  frame->KeepCopies();
   EXPECT_EQ(copies(), 0);
   std::filesystem::remove(folder.Path("state"));
-  frame->Autosave();  // what failed is tried again
+  frame->KeepCopies();  // what failed is tried again
   EXPECT_EQ(copies(), 1);
   dialogs.Press(QMessageBox::No);
   Trigger("mnuFileClose");

@@ -77,7 +77,7 @@ int RunInteractive(const CommandRequest& request, const std::string& commandLine
   QSocketNotifier end(WatchForEnd(), QSocketNotifier::Read);
   QObject::connect(&end, &QSocketNotifier::activated, &frame, [&] {
     end.setEnabled(false);
-    frame.Autosave();
+    frame.KeepCopies();
     std::raise(EndSignal());
   });
   frame.show();

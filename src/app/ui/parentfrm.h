@@ -1,15 +1,16 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QTimer>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "app/RecoveryStore.h"
+#include "app/OpenFile.h"
+#include "app/ui/Autosave.h"
+#include "app/ui/PreferenceKeeper.h"
 #include "core/Session.h"
 #include "core/ui/MessageBoxPrompter.h"
 #include "project/Project.h"
+#include "project/ProjectKind.h"
 
 class QLabel;
 class QMdiArea;
@@ -18,6 +19,7 @@ class QToolBar;
 
 namespace quorvex {
 
+class RecentMenu;
 class quorvexWindow;
 struct ProjectCommand;
 
@@ -40,9 +42,8 @@ class parentfrm : public QMainWindow {
   // False where it could not be told what it is.
   bool OpenRequestedFile(const QString& fileName);
 
-  // Keeps a copy of each project that changed since the last time. Runs once a minute. False where one could not be
-  // kept, or is at work.
-  bool Autosave();
+  // Keeps copies of what is not saved, as happens once a minute. False where something could not be kept.
+  bool KeepCopies() { return autosave_.KeepAll(); }
 
   // Keeps copies of what is not saved, then tells what happened.
   void GoOnAfterFailure(const QString& what);
@@ -80,42 +81,36 @@ class parentfrm : public QMainWindow {
   void HelpManual();
   void OpenManual(const QWidget* window);
   void HelpAbout();
-  void OpenExample(const QString& resource);
+  void OpenExample(const QString& example);
 
-  bool Dispatch(const QString& fileName, bool requested);
+  // False where it could not be told what the file is.
+  bool Open(const QString& fileName, NamedBy by);
   void OpenProject(const QString& fileName);
   void ImportDataFile(const QString& fileName);
-  bool AskKind(std::size_t& independentVariables, bool& hasStandardDeviation);
-  quorvexWindow* ShowProject(Project project);
-  Project EmptyProject(std::size_t independentVariables, bool hasStandardDeviation);
-  std::string NextUntitled() const;
+  std::vector<quorvexWindow*> Projects() const;
+  quorvexWindow& ShowProject(Project project);
+  quorvexWindow& ShowFresh(const ProjectKind& kind);
+  void ShowInPlaceOfFresh(Project project);
   void CloseIfFresh(quorvexWindow* window);
 
   void PreferencesChanged(bool stored);
-  void FillRecentMenu(QMenu& menu, std::string_view section);
   void FillWindowMenu();
   void RememberFolder(const QString& fileName);
   void RememberFile(const std::string& fileName);
   void ShowActiveWindow();  // brings toolbar, menus and status bar up to date
   void ShowStatus();        // the status bar alone
 
-  void MoveToStoredPlace();
-  int StorePlace();  // returns 0 or the file error's number
-  void StoreChoices();
-  void TellOnceWhetherStored(int error);
-
   Session& session_;
   std::string commandLine_;
   MessageBoxPrompter user_;
-  RecoveryStore recovery_;
-  QTimer autosave_, storing_;
+  PreferenceKeeper keeper_;
+  Autosave autosave_;
   bool shown_ = false;
-  bool toldNotStored_ = false;
-  std::size_t windows_ = 0;  // opened so far
 
   QMdiArea* area_;
   QToolBar* toolbar_ = nullptr;
-  QMenu *recentMenu_, *recentPlotMenu_, *windowMenu_;
+  RecentMenu* recent_;
+  QMenu* windowMenu_;
   QList<QAction*> projectActions_;  // that need a project window
   QList<QAction*> sheetActions_;    // of the context menu of its sheet
   QLabel* status_;

@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <QDate>
 #include <QDesktopServices>
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMdiArea>
@@ -18,7 +16,10 @@
 #include "app/HelpPages.h"
 #include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
+#include "app/ui/ExampleMenu.h"
+#include "app/ui/NumberedEntry.h"
 #include "app/ui/PreferenceDialog.h"
+#include "app/ui/RecentMenu.h"
 #include "app/ui/WindowArrangement.h"
 #include "app/ui/frmGenPref.h"
 #include "app/ui/frmTip.h"
@@ -28,20 +29,12 @@
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
-#include "files/ProjectFile.h"
 
 // The examples and the icon are part of the library of windows, which has to be told so by name.
 static void LoadResources() { Q_INIT_RESOURCE(quorvex); }
 
 namespace quorvex {
 namespace {
-
-// A text for a menu, in which "&" stands for itself.
-QString MenuText(QString text) { return text.replace('&', "&&"); }
-
-QString Numbered(int number, const QString& text) {
-  return (number < 10 ? QString("&%1  ") : QString("%1  ")).arg(number) + MenuText(text);
-}
 
 // Installed, or beside the program where it was built.
 QString ManualFile(const QString& name) {
@@ -92,20 +85,15 @@ void parentfrm::MakeFileMenu() {
 
   QMenu* file = menuBar()->addMenu("&File");
   file->addActions({fresh, kind, open});
-  recentMenu_ = file->addMenu("Open &Recent");
-  recentMenu_->setObjectName("recent");
-  recentPlotMenu_ = file->addMenu("Open Recent &Plot");
-  recentPlotMenu_->setObjectName("recentPlots");
-  const auto fill = [this] {
-    FillRecentMenu(*recentMenu_, kRecentProjects);
-    FillRecentMenu(*recentPlotMenu_, kRecentPlots);
-  };
-  connect(file, &QMenu::aboutToShow, this, fill);
+  recent_ = new RecentMenu("Open &Recent", kRecentProjects, session_.Preferences, keeper_, file);
+  recent_->setObjectName("recent");
+  auto* plots = new RecentMenu("Open Recent &Plot", kRecentPlots, session_.Preferences, keeper_, file);
+  plots->setObjectName("recentPlots");
+  for (const RecentMenu* menu : {recent_, plots}) connect(menu, &RecentMenu::Chosen, this, &parentfrm::OpenFile);
   file->addSeparator();
   file->addActions({save, saveAs, close});
   file->addSeparator();
   file->addAction(quit);
-  fill();
 
   fresh->setToolTip("New project (Ctrl+N)");
   open->setToolTip("Open a project, a plot or a file of measurements (Ctrl+O)");
@@ -114,20 +102,6 @@ void parentfrm::MakeFileMenu() {
   toolbar_->setObjectName("toolbar");
   toolbar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   toolbar_->addActions({fresh, open, save});
-}
-
-void parentfrm::FillRecentMenu(QMenu& menu, std::string_view section) {
-  menu.clear();
-  int number = 0;
-  for (const std::string& file : RecentFiles(session_.Preferences, section)) {
-    const QString name = QString::fromStdString(file);
-    QAction* action = menu.addAction(Numbered(++number, name));
-    connect(action, &QAction::triggered, this, [this, section, file, name] {
-      if (!QFile::exists(name)) TellOnceWhetherStored(RemoveRecentFile(session_.Preferences, section, file));
-      OpenFile(name);
-    });
-  }
-  menu.setEnabled(number > 0);
 }
 
 // A menu of commands on the active project.
@@ -206,11 +180,9 @@ void parentfrm::GeneralPreferences() {
 
 // What the open windows show may depend on what was chosen, such as the order of solutions.
 void parentfrm::PreferencesChanged(bool stored) {
-  if (!stored) toldNotStored_ = true;  // by the dialog
-  for (QMdiSubWindow* window : area_->subWindowList())
-    if (auto* project = qobject_cast<quorvexWindow*>(window->widget());
-        project != nullptr && project->Grid().CommitEntry())
-      project->Refresh();
+  if (!stored) keeper_.SayNoMore();
+  for (quorvexWindow* project : Projects())
+    if (project->Grid().CommitEntry()) project->Refresh();
   ShowActiveWindow();
 }
 
@@ -256,7 +228,7 @@ void parentfrm::FillWindowMenu() {
     if (action->isCheckable()) delete action;
   int number = 0;
   const auto add = [&](const QString& title, QWidget* window, bool current, const auto& show) {
-    QAction* action = windowMenu_->addAction(Numbered(++number, title));
+    QAction* action = windowMenu_->addAction(NumberedEntry(++number, title));
     action->setCheckable(true);
     action->setChecked(current);
     connect(action, &QAction::triggered, window, show);
@@ -285,15 +257,7 @@ void parentfrm::MakeHelpMenu() {
   toolbar_->addAction(manual);
   help->addAction(manual);
   help->addAction(NewAction("mnuHelpTip", "&Tip of the Day...", {}, &parentfrm::ShowTip));
-  QMenu* examples = help->addMenu("&Examples");
-  examples->setObjectName("examples");
-  int number = 0;
-  const QDir folder(":/examples");
-  for (const QString& file : folder.entryList()) {
-    const QString resource = folder.filePath(file);
-    QAction* action = examples->addAction(Numbered(++number, QFileInfo(file).completeBaseName()));
-    connect(action, &QAction::triggered, this, [this, resource] { OpenExample(resource); });
-  }
+  connect(new ExampleMenu("&Examples", help), &ExampleMenu::Chosen, this, &parentfrm::OpenExample);
   help->addSeparator();
   help->addAction(NewAction("mnuHelpAbout", "&About Quorvex", {}, &parentfrm::HelpAbout));
 }
@@ -339,17 +303,10 @@ void parentfrm::HelpAbout() {
   box.exec();
 }
 
-// An example is a project without a file, so that saving it never writes over the example.
-void parentfrm::OpenExample(const QString& resource) {
-  QFile file(resource);
-  if (!file.open(QIODevice::ReadOnly)) return;
-  const std::string name = "Untitled " + QFileInfo(resource).completeBaseName().toStdString();
-  Result<Project> project = ParseProject(file.readAll().toStdString(), name, session_.Locale);
+void parentfrm::OpenExample(const QString& example) {
+  Result<Project> project = ReadExample(example, session_.Locale);
   if (!project) return user_.Refuse(project.error());
-  project->FileName = name;
-  quorvexWindow* before = ActiveProject();
-  ShowProject(std::move(*project));
-  CloseIfFresh(before);
+  ShowInPlaceOfFresh(std::move(*project));
 }
 
 }  // namespace quorvex

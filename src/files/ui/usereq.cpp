@@ -16,29 +16,38 @@
 
 namespace quorvex {
 
-FileToOpen AskForModelFile(QWidget* parent, const QString& title, const QString& folder) {
-  return [=]() -> std::optional<std::string> {
-    const QString file = QFileDialog::getOpenFileName(parent, title, folder, kEquationFiles);
+namespace {
+
+FileToOpen AskForModelFile(QWidget* over, const QString& title, const Settings& settings) {
+  return [=, folder = QString::fromStdString(settings.Folder("projectdir"))]() -> std::optional<std::string> {
+    const QString file = QFileDialog::getOpenFileName(over, title, folder, kEquationFiles);
     return file.isEmpty() ? std::nullopt : std::optional(file.toStdString());
   };
 }
 
-ModelToKeep AskForModelToKeep(QWidget* parent) {
-  return [parent](const ModelClass& existing, const ModelClass& imported) {
-    return frmChooseModel(parent, existing, imported).exec() == QDialog::Accepted;
-  };
+}  // namespace
+
+void LoadUserModels(QWidget* over, Project& project, const Settings& settings, Prompter& user) {
+  LoadUserModels(project, user, AskForModelFile(over, "Load User Models", settings));
+}
+
+void ImportUserModels(QWidget* over, Project& project, const Settings& settings, Prompter& user) {
+  ImportUserModels(project, user, AskForModelFile(over, "Import User Models", settings),
+                   [over](const ModelClass& existing, const ModelClass& imported) {
+                     return frmChooseModel(over, existing, imported).exec() == QDialog::Accepted;
+                   });
 }
 
 usereq::usereq(QWidget* parent, Project& project, const Settings& settings)
     : QDialog(parent),
       project_(project),
+      settings_(settings),
       user_(this),
       lstModels(new QListWidget(this)),
       txtModel(new QPlainTextEdit(this)) {
   setObjectName("usereq");
   setWindowTitle("User Models");
-  const QString folder = QString::fromStdString(settings.Text("projectdir"));
-  if (folder != "0") user_.Folder = folder;
+  user_.Folder = QString::fromStdString(settings.Folder("projectdir"));
   LayOut();
   ShowModels("");
 }
@@ -80,13 +89,12 @@ void usereq::LayOut() {
        }},
       {"cmdLoad", "&Load...", false,
        [this] {
-         LoadUserModels(project_, user_, AskForModelFile(this, "Load User Models", user_.Folder));
+         LoadUserModels(this, project_, settings_, user_);
          ShowModels("");
        }},
       {"cmdImport", "&Import...", false,
        [this] {
-         ImportUserModels(project_, user_, AskForModelFile(this, "Import User Models", user_.Folder),
-                          AskForModelToKeep(this));
+         ImportUserModels(this, project_, settings_, user_);
          ShowModels("");
        }},
       {"cmdSave", "&Save...", true, [this] { SaveUserModels(project_, user_); }},

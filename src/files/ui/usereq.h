@@ -30,6 +30,7 @@ class usereq : public QDialog {
   void EditRules(ModelClass& model);
 
   Project& project_;
+  const Settings& settings_;
   MessageBoxPrompter user_;
   QListWidget* lstModels;
   QPlainTextEdit* txtModel;
@@ -38,8 +39,9 @@ class usereq : public QDialog {
 
 void ShowUserModels(QWidget* over, Project& project, const Settings& settings);
 
-// The dialogs behind the commands on files, over `parent`: for the file to read, and for two models with one ID.
-FileToOpen AskForModelFile(QWidget* parent, const QString& title, const QString& folder);
-ModelToKeep AskForModelToKeep(QWidget* parent);
+// The commands that read models from a file, with their dialogs over a window: for the file, which begins in the folder
+// of projects, and for two models with one ID.
+void LoadUserModels(QWidget* over, Project& project, const Settings& settings, Prompter& user);
+void ImportUserModels(QWidget* over, Project& project, const Settings& settings, Prompter& user);
 
 }  // namespace quorvex

@@ -1,6 +1,7 @@
 #include "project/ui/NewProj.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QSpinBox>
@@ -9,28 +10,29 @@
 
 namespace quorvex {
 
-NewProj::NewProj(QWidget* parent, int independentVariables, bool hasStandardDeviation)
-    : QDialog(parent), txtVariables(new QSpinBox(this)), chkStDev(new QCheckBox("&Standard deviation of Y", this)) {
-  setObjectName("NewProj");
-  setWindowTitle("New Project");
+std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& proposed) {
+  QDialog dialog(over);
+  dialog.setObjectName("NewProj");
+  dialog.setWindowTitle("New Project");
+  auto* txtVariables = new QSpinBox(&dialog);
+  auto* chkStDev = new QCheckBox("&Standard deviation of Y", &dialog);
   txtVariables->setObjectName("txtVariables");
   txtVariables->setRange(1, kMostIndependentVariables);
-  txtVariables->setValue(independentVariables);
+  txtVariables->setValue(static_cast<int>(proposed.IndependentVariables));
   txtVariables->setAccessibleName("Independent variables");
   chkStDev->setObjectName("chkStDev");
-  chkStDev->setChecked(hasStandardDeviation);
+  chkStDev->setChecked(proposed.HasStandardDeviation);
   chkStDev->setToolTip("A column behind Y that weighs each point by how well it is known");
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
 
-  auto* rows = new QFormLayout(this);
+  auto* rows = new QFormLayout(&dialog);
   rows->addRow("&Independent variables (X):", txtVariables);
   rows->addRow(chkStDev);
   rows->addRow(buttons);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return ProjectKind{static_cast<std::size_t>(txtVariables->value()), chkStDev->isChecked()};
 }
-
-std::size_t NewProj::IndependentVariables() const { return static_cast<std::size_t>(txtVariables->value()); }
-bool NewProj::HasStandardDeviation() const { return chkStDev->isChecked(); }
 
 }  // namespace quorvex

@@ -1,23 +1,15 @@
 #pragma once
 
-#include <QDialog>
+#include <optional>
 
-class QCheckBox;
-class QSpinBox;
+#include "project/ProjectKind.h"
+
+class QWidget;
 
 namespace quorvex {
 
-// Asks for the kind of a new project: how many independent variables it has, and whether a standard deviation.
-class NewProj : public QDialog {
- public:
-  NewProj(QWidget* parent, int independentVariables, bool hasStandardDeviation);
-
-  std::size_t IndependentVariables() const;
-  bool HasStandardDeviation() const;
-
- private:
-  QSpinBox* txtVariables;
-  QCheckBox* chkStDev;
-};
+// Asks for the kind of a new project: how many independent variables it has, and whether a standard deviation. Nothing
+// where the user cancels.
+std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& proposed);
 
 }  // namespace quorvex

@@ -1,5 +1,6 @@
 #include "project/ui/frmUndoHistory.h"
 
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -8,6 +9,17 @@
 #include "project/ProjectEditor.h"
 
 namespace quorvex {
+namespace {
+
+class frmUndoHistory : public QDialog {
+ public:
+  frmUndoHistory(QWidget* parent, const std::vector<std::string>& lines);
+
+  std::size_t Chosen() const;
+
+ private:
+  QTreeWidget* lstUndo;
+};
 
 frmUndoHistory::frmUndoHistory(QWidget* parent, const std::vector<std::string>& lines)
     : QDialog(parent), lstUndo(new QTreeWidget(this)) {
@@ -53,6 +65,13 @@ frmUndoHistory::frmUndoHistory(QWidget* parent, const std::vector<std::string>& 
 
 std::size_t frmUndoHistory::Chosen() const {
   return static_cast<std::size_t>(lstUndo->indexOfTopLevelItem(lstUndo->currentItem())) + 1;
+}
+
+}  // namespace
+
+std::optional<std::size_t> ChooseUndo(QWidget* over, const std::vector<std::string>& lines) {
+  frmUndoHistory form(over, lines);
+  return form.exec() == QDialog::Accepted ? std::optional(form.Chosen()) : std::nullopt;
 }
 
 }  // namespace quorvex

@@ -1,25 +1,16 @@
 #pragma once
 
-#include <QDialog>
 #include <optional>
 #include <string>
 #include <vector>
 
-class QTreeWidget;
+class QWidget;
 
 namespace quorvex {
 
-// Undo History: the operations that can be taken back, newest first, of which the user chooses the last to go.
-class frmUndoHistory : public QDialog {
- public:
-  // `lines` as ProjectEditor::UndoHistory gives them.
-  frmUndoHistory(QWidget* parent, const std::vector<std::string>& lines);
-
-  // The place of the chosen operation, counted from the newest, which is 1.
-  std::size_t Chosen() const;
-
- private:
-  QTreeWidget* lstUndo;
-};
+// Undo History: the operations that can be taken back, newest first, of which the user chooses the last to go. `lines`
+// as ProjectEditor::UndoHistory gives them. The place of the chosen one, counted from the newest, which is 1; nothing
+// where the user cancels.
+std::optional<std::size_t> ChooseUndo(QWidget* over, const std::vector<std::string>& lines);
 
 }  // namespace quorvex

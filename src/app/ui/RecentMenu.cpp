@@ -1,0 +1,37 @@
+#include "app/ui/RecentMenu.h"
+
+#include <QFile>
+
+#include "app/RecentFiles.h"
+#include "app/ui/NumberedEntry.h"
+#include "app/ui/PreferenceKeeper.h"
+
+namespace quorvex {
+
+RecentMenu::RecentMenu(const QString& title, std::string_view section, Settings& settings, PreferenceKeeper& keeper,
+                       QMenu* parent)
+    : QMenu(title, parent), section_(section), settings_(settings), keeper_(keeper) {
+  parent->addMenu(this);
+  connect(parent, &QMenu::aboutToShow, this, &RecentMenu::Fill);
+  Fill();
+}
+
+void RecentMenu::Remember(const std::string& fileName) { keeper_.Tell(AddRecentFile(settings_, section_, fileName)); }
+
+void RecentMenu::Fill() {
+  clear();
+  int number = 0;
+  for (const std::string& file : RecentFiles(settings_, section_)) {
+    QAction* action = addAction(NumberedEntry(++number, QString::fromStdString(file)));
+    connect(action, &QAction::triggered, this, [this, file] { Choose(file); });
+  }
+  setEnabled(number > 0);
+}
+
+void RecentMenu::Choose(const std::string& fileName) {
+  const QString name = QString::fromStdString(fileName);
+  if (!QFile::exists(name)) keeper_.Tell(RemoveRecentFile(settings_, section_, fileName));
+  emit Chosen(name);
+}
+
+}  // namespace quorvex

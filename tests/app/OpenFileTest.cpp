@@ -1,0 +1,50 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "RecordingPrompter.h"
+#include "TemporaryFolder.h"
+#include "app/OpenFile.h"
+#include "files/ProjectFile.h"
+
+namespace quorvex {
+namespace {
+
+TEST(HowToOpen, GoesByWhatTheFileHolds) {
+  const TemporaryFolder folder;
+  const std::string project = folder.Path("a.txt"), pipe = folder.Path("pipe"), missing = folder.Path("missing.qvx");
+  ASSERT_EQ(WriteProject(Project(1, false, {}), project), 0);
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const std::string plot =
+      folder.Write("a.plt", "\"B_HEADER\"\r\n\"    Quorvex:  Version 9.0 Plot\"\r\n\"filetype=2d\"\r\n\"x\"\r\n");
+  const std::string data = folder.Write("a.qvx", "1 2\n3 4\n");
+  const auto unknown = [](const std::string& name) {
+    return "refuse: Could not obtain file description for '" + name + "'.";
+  };
+  const struct {
+    std::string Name;
+    NamedBy By;
+    OpenAs Way;
+    std::string Said;
+  } cases[] = {
+      {project, NamedBy::User, OpenAs::Project, ""},
+      {project, NamedBy::CommandLine, OpenAs::Project, ""},
+      {data, NamedBy::User, OpenAs::Data, ""},
+      {data, NamedBy::CommandLine, OpenAs::Data,
+       "refuse: The command line argument file name '" + data +
+           "' does not have a Quorvex extension. Please specify a new project type, then the file can be imported."},
+      {plot, NamedBy::User, OpenAs::Nothing,
+       "refuse: '" + plot + "' is a Quorvex Plot file. This version does not open plots."},
+      {missing, NamedBy::CommandLine, OpenAs::Unknown, unknown(missing)},
+      {folder.Path(""), NamedBy::User, OpenAs::Unknown, unknown(folder.Path(""))},
+      {pipe, NamedBy::User, OpenAs::Unknown, unknown(pipe)},
+      {"-runcfg", NamedBy::CommandLine, OpenAs::Unknown, unknown("-runcfg")},
+  };
+  for (const auto& c : cases) {
+    RecordingPrompter user;
+    EXPECT_EQ(HowToOpen(c.Name, c.By, user), c.Way) << c.Name;
+    EXPECT_EQ(user.Last(), c.Said);
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
