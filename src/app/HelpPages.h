@@ -15,4 +15,7 @@ std::span<const HelpPage> HelpPages();
 // The page of the manual for a window, by the window's name; empty for one that has none of its own.
 std::string_view HelpPageOf(std::string_view window);
 
+// Said where no page can be shown.
+inline constexpr const char* kNoManual = "The manual cannot be shown. It belongs into the folder share/quorvex/manual.";
+
 }  // namespace quorvex

@@ -24,9 +24,8 @@ QString ChooseDataFile(quorvexWindow& window) {
 }
 
 bool ShowImport(quorvexWindow& window, DataImport& import, const SheetEdit& edit) {
-  const bool fresh = window.IsFresh();
-  frmImport form(import, edit, &window);
-  if (form.exec() != QDialog::Accepted) return false;
+  const bool fresh = window.Document().IsFresh();
+  if (!ImportFile(&window, import, edit)) return false;
   if (fresh) import.NameVariables(edit.Sheet, edit.Locale);
   return true;
 }
@@ -45,10 +44,10 @@ void ImportTextOrSpreadsheet(quorvexWindow& window) {
 void ImportFromDatabase(quorvexWindow& window) {
   window.Run([&](const SheetEdit& edit) {
     if (!ConfirmOverwrite(edit)) return false;
-    const bool fresh = window.IsFresh();
-    frmDataBase form(edit, DatabaseUse::From(window.Preferences()), &window);
-    if (form.exec() != QDialog::Accepted) return false;
-    if (fresh) form.Import().NameVariables(edit.Sheet, edit.Locale);
+    const bool fresh = window.Document().IsFresh();
+    const auto import = ImportTable(&window, edit, DatabaseUse::From(window.Preferences()));
+    if (import == nullptr) return false;
+    if (fresh) import->NameVariables(edit.Sheet, edit.Locale);
     return true;
   });
 }

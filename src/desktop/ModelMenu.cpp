@@ -32,36 +32,20 @@ void Import(quorvexWindow& window) {
 
 void Save(quorvexWindow& window) { SaveUserModels(window.Document(), window.User()); }
 
-// One of the models as the user chooses, or the only one. Null where there is none, of which the user hears in `none`,
-// and where the user cancels.
-ModelClass* OneOf(std::vector<ModelClass*> models, quorvexWindow& window, const char* none) {
-  if (models.empty()) window.User().Refuse(none);
+// One of the models as the user chooses, or the only one. Null where there is none, and where the user cancels.
+ModelClass* OneOf(const std::vector<ModelClass*>& models, quorvexWindow& window) {
   if (models.size() <= 1) return models.empty() ? nullptr : models[0];
-  frmCopyModel form(&window, "Choose Model", std::move(models));
-  return form.exec() == QDialog::Accepted ? &form.Model() : nullptr;
+  return ChooseModel(&window, "Choose Model", models);
 }
 
 void Rules(quorvexWindow& window) {
-  ModelClass* model = OneOf(UserModels(window.Document()), window, "This project has no user defined models.");
-  if (model == nullptr) return;
-  frmRules form(&window, *model, window.Document().Locale);
-  if (form.exec() == QDialog::Accepted && form.Rules().StoreIn(*model)) window.Document().Changed = true;
+  Project& project = window.Document();
+  ModelClass* model = OneOf(UserModels(project, window.User()), window);
+  if (model != nullptr && EditRules(&window, *model, project.Locale)) project.Changed = true;
 }
 
-std::vector<ModelClass*> ModelsOf(const std::vector<SolvedItem>& list) {
-  std::vector<ModelClass*> models;
-  for (const SolvedItem& item : list)
-    if (item.Model != nullptr) models.push_back(item.Model);
-  return models;
-}
-
-// The model selected in the solved list. Where it isn't one, a solved model or, where nothing is solved, a user-defined
-// one.
 ModelClass* ModelToExport(quorvexWindow& window) {
-  std::vector<ModelClass*> models = ModelsOf(window.SelectedSolutions());
-  if (models.size() != 1) models = ModelsOf(window.Solved());
-  if (models.empty()) models = UserModels(window.Document());
-  return OneOf(std::move(models), window, "There is no solved model, and no user defined one, to be exported.");
+  return OneOf(ModelsToExport(window.Document(), window.SelectedSolutions(), window.Solved(), window.User()), window);
 }
 
 template <ExprType Language>

@@ -40,22 +40,16 @@ void PlotData(quorvexWindow& window) {
 void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutions) {
   Prompter& user = window.User();
   const Project& project = window.Document();
-  if (solutions.empty()) return user.Refuse("There are no regression models to plot.");
-  if (project.Sheet.IndependentVariables > 1) return user.Refuse(kNoCurveOfSeveralVariables);
-  const auto data = SheetPoints(project.Sheet, user);
+  const auto data = SolutionPoints(solutions, project.Sheet, user);
   if (!data) return;
-  std::vector<std::string> left;
+  std::vector<std::string> leftOut;
   Result<PlotClass> plot = [&] {
     const BusyCursor busy;
     return SolutionsPlot(solutions, data->Points, data->XTitle, data->YTitle, window.Preferences(), project.Locale,
-                         left);
+                         leftOut);
   }();
-  if (!left.empty()) {
-    QStringList names;
-    for (const std::string& name : left) names << QString::fromStdString(name);
-    user.Refuse("An error has occurred generating equation data for equation " + names.join(", ").toStdString());
-  }
-  if (left.size() < solutions.size()) Open(window, std::move(plot));
+  if (!leftOut.empty()) user.Refuse(NoCurveText(leftOut));
+  if (leftOut.size() < solutions.size()) Open(window, std::move(plot));
 }
 
 }  // namespace

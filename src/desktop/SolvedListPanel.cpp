@@ -10,8 +10,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "core/NumberText.h"
-
 namespace quorvex {
 namespace {
 
@@ -43,14 +41,10 @@ void SolvedListModel::Show(const std::vector<SolvedItem>& items, int sortIndex, 
   marks_.clear();
   for (const SolvedItem& item : items) {
     marks_.push_back(MarkOf(item));
-    const QString name = QString::fromStdString(item.Name());
-    if (item.Model == nullptr) {
-      rows_.push_back({"", name, ""});
-      continue;
-    }
-    std::string key = GeneralNumber(SortKeyValue(*item.Model, sortIndex), 7);
-    std::replace(key.begin(), key.end(), '.', decimalSeparator);
-    rows_.push_back({QString::number(rows_.size() + 1), name, QString::fromStdString(key)});
+    constexpr int kDigits = 7;
+    rows_.push_back({item.Model != nullptr ? QString::number(rows_.size() + 1) : QString(),
+                     QString::fromStdString(item.Name()),
+                     QString::fromStdString(SortKeyText(item, sortIndex, decimalSeparator, kDigits))});
   }
   endResetModel();
 }
@@ -106,7 +100,7 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
       model_(new SolvedListModel(this)),
       SolvedList(new SolvedListView(this)),
       cmbSortBy(new QComboBox(this)),
-      none_(new QLabel("Nothing is solved yet. Solve Regression in the Solve menu fits models to the data.", this)) {
+      none_(new QLabel(kNothingSolvedHint, this)) {
   setObjectName("solutions");
   none_->setObjectName("none");
   none_->setWordWrap(true);

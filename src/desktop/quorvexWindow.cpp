@@ -17,19 +17,9 @@
 #include "files/FileSave.h"
 #include "results/ui/frmResults.h"
 #include "sheet/ColumnLayout.h"
+#include "sheet/SheetStatus.h"
 
 namespace quorvex {
-namespace {
-
-// "X1, X2 and Y".
-QString Listed(const std::vector<std::string>& headers) {
-  QStringList names;
-  for (const std::string& header : headers) names << QString::fromStdString(header);
-  const QString last = names.takeLast();
-  return names.join(", ") + " and " + last;
-}
-
-}  // namespace
 
 quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user)
     : project_(std::move(project)),
@@ -94,19 +84,9 @@ void quorvexWindow::LayOut() {
 
 QPlainTextEdit* quorvexWindow::NotesInFront() const { return pages_->currentWidget() == Notes ? Notes : nullptr; }
 
-bool quorvexWindow::IsFresh() const {
-  return !project_.HasFile && !project_.Changed && !project_.NotesChanged && project_.Sheet.Cells.GridLastRow() == 0;
-}
-
 QString quorvexWindow::Status() const {
-  const QModelIndex cell = DataGrid->currentIndex();
-  const std::size_t rows = project_.Sheet.Cells.GridLastRow();
-  return QString("%1, row %2   |   %3")
-      .arg(model_->headerData(cell.column(), Qt::Horizontal, Qt::DisplayRole).toString())
-      .arg(cell.row() + 1)
-      .arg(rows == 0   ? QString("no data")
-           : rows == 1 ? QString("1 row of data")
-                       : QString("%1 rows of data").arg(rows));
+  const CellPlace place = DataGrid->CurrentPlace();
+  return QString::fromStdString(SheetStatus(project_.Sheet, place.Row, place.Col));
 }
 
 bool quorvexWindow::FileSave() { return Save(quorvex::FileSave); }
@@ -183,9 +163,7 @@ std::vector<SolvedItem> quorvexWindow::SelectedSolutions() {
 }
 
 void quorvexWindow::ShowSelectedResults() {
-  const std::vector<int> selected = solutions_->SelectedRows();
-  if (selected.empty()) return user_.Inform("Nothing is solved yet.");
-  ShowResultsOf(selected.front());
+  if (const auto solution = FirstSolution(SelectedSolutions(), user_)) ShowResults(*solution);
 }
 
 // The list on the screen may be older than a model that is gone.
@@ -233,10 +211,9 @@ void quorvexWindow::NotesEdited() {
 
 void quorvexWindow::ShowState() {
   setWindowTitle(QFileInfo(QString::fromStdString(project_.FileName)).fileName() + "[*]");
-  setWindowModified(project_.Changed || project_.NotesChanged);
-  hint_->setText("Type your measurements into the columns " + Listed(project_.Sheet.Headers) +
-                 ", or open one of the examples of the Help menu.");
-  hint_->setVisible(project_.Sheet.Cells.GridLastRow() == 0);
+  setWindowModified(!project_.IsSaved());
+  hint_->setText(QString::fromStdString(EmptySheetHint(project_.Sheet)));
+  hint_->setVisible(!hint_->text().isEmpty());
   Resort();
   emit Changed();
 }
@@ -244,12 +221,11 @@ void quorvexWindow::ShowState() {
 void quorvexWindow::closeEvent(QCloseEvent* event) {
   // What is asked about is to be seen.
   if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
-      frame != nullptr && frame->mdiArea() != nullptr && (project_.Changed || project_.NotesChanged))
+      frame != nullptr && frame->mdiArea() != nullptr && !project_.IsSaved())
     frame->mdiArea()->setActiveSubWindow(frame);
-  const auto isSaved = [this] { return !project_.Changed && !project_.NotesChanged; };
-  const bool committed = DataGrid->CommitEntry(), wasSaved = isSaved();
+  const bool committed = DataGrid->CommitEntry(), wasSaved = project_.IsSaved();
   const bool close = committed && MayClose(project_, user_);
-  if (!wasSaved && isSaved()) emit Saved();
+  if (!wasSaved && project_.IsSaved()) emit Saved();
   ShowState();
   event->setAccepted(close);
 }

@@ -44,9 +44,6 @@ class quorvexWindow : public QWidget {
   Settings& Preferences() { return settings_; }
   Prompter& User() { return user_; }
 
-  // A new project that nothing was done to.
-  bool IsFresh() const;
-
   // The cell that is current and how far the sheet is filled, for the status bar.
   QString Status() const;
 

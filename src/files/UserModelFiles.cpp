@@ -100,10 +100,7 @@ bool ImportUserModels(Project& project, Prompter& user, const FileToOpen& choose
 }
 
 bool SaveUserModels(const Project& project, Prompter& user) {
-  if (UserModels(project).empty()) {
-    user.Refuse("This project has no user defined models.");
-    return false;
-  }
+  if (UserModels(project, user).empty()) return false;
   const auto fileName = user.ChooseFileToSave("Save User Models", kEquationFiles, "equ");
   if (!fileName) return false;
   const int error = WriteUserModels(*fileName, project.Sheet.IndependentVariables, project.Models, project.Locale);

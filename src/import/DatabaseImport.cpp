@@ -7,11 +7,13 @@
 #include "sheet/CopyCells.h"
 
 namespace quorvex {
+
 Result<std::vector<DatabaseTable>> DatabaseImport::Tables(Prompter* user) const {
   using Tables = Result<std::vector<DatabaseTable>>;
   const auto list = [connect = connectString_, use = use_, source = Source](const LongWork& work) {
     Tables tables = ListTables(connect, use, work);
-    return tables ? tables : Tables(ImportFailure(source, tables.error()));
+    if (!tables) return Tables(ImportFailure(source, tables.error()));
+    return tables->empty() ? Tables(Failure{"There are no tables in '" + source + "'."}) : tables;
   };
   return Await<Tables>(user, "Connecting to '" + Source + "'", list).value_or(Failure{});
 }

@@ -16,8 +16,8 @@ class DatabaseImport : public DataImport {
   DatabaseImport(const std::string& source, std::string connectString, const DataSheet& sheet, DatabaseUse use = {})
       : DataImport(source, sheet), connectString_(std::move(connectString)), use_(use) {}
 
-  // The tables to choose from. Fails with the message of it, which is empty where the user, who waits for it,
-  // cancelled.
+  // The tables to choose from, one at least. Fails with the message of it, which is empty where the user, who waits for
+  // it, cancelled.
   Result<std::vector<DatabaseTable>> Tables(Prompter* user = nullptr) const;
 
   std::string Table;  // one of them, as it is quoted

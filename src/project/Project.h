@@ -40,6 +40,10 @@ struct Project {
   std::vector<InterpClass> Interpolations;
   bool Changed = false;       // the sheet, since it was last saved
   bool NotesChanged = false;  // the notes, since they were last saved
+
+  bool IsSaved() const { return !Changed && !NotesChanged; }
+  // A new one that nothing was done to.
+  bool IsFresh() const { return !HasFile && IsSaved() && Sheet.Cells.GridLastRow() == 0; }
 };
 
 // A fresh project, with the catalogue of built-in models and one interpolation of each kind.

@@ -4,6 +4,7 @@
 #include "engine/WriteFunction.h"
 #include "equation/ExportNotes.h"
 #include "equation/GenerateExcelInfix.h"
+#include "usermodels/UserModels.h"
 
 namespace quorvex {
 namespace {
@@ -11,6 +12,13 @@ namespace {
 constexpr const char* kSection = "TextExport";
 constexpr const char* kReplaceOption = "ReplaceOption";
 constexpr const char* kAppendParameters = "AppendParameters";
+
+std::vector<ModelClass*> ModelsOf(const std::vector<SolvedItem>& list) {
+  std::vector<ModelClass*> models;
+  for (const SolvedItem& item : list)
+    if (item.Model != nullptr) models.push_back(item.Model);
+  return models;
+}
 
 }  // namespace
 
@@ -44,6 +52,15 @@ std::string ExcelNotes(const ModelClass& model) {
   std::string text;
   for (const std::string& note : SpreadsheetNotes(model.Compiled())) text += (text.empty() ? "" : "\n") + note;
   return text;
+}
+
+std::vector<ModelClass*> ModelsToExport(const Project& project, const std::vector<SolvedItem>& selected,
+                                        const std::vector<SolvedItem>& solved, Prompter& user) {
+  std::vector<ModelClass*> models = ModelsOf(selected);
+  if (models.size() != 1) models = ModelsOf(solved);
+  if (models.empty()) models = UserModels(project);
+  if (models.empty()) user.Refuse("There is no solved model, and no user defined one, to be exported.");
+  return models;
 }
 
 bool ExportCode(const ModelClass& model, ExprType language, Prompter& user) {

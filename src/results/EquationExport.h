@@ -1,11 +1,13 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "core/Clipboard.h"
 #include "core/Prompter.h"
 #include "core/Settings.h"
 #include "engine/ModelClass.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 
@@ -28,6 +30,11 @@ bool CopyExcelFormula(const ModelClass& model, std::string_view column, std::str
 
 // Where the formula's values part from the program's, a line each; "" for most models.
 std::string ExcelNotes(const ModelClass& model);
+
+// The models that an export may mean: the selected one; where it isn't one that is selected, those that are solved; and
+// where none is, the user-defined ones. Refused where there is none.
+std::vector<ModelClass*> ModelsToExport(const Project& project, const std::vector<SolvedItem>& selected,
+                                        const std::vector<SolvedItem>& solved, Prompter& user);
 
 // Writes the model as a function in that language to a file that the user names. False where nothing was written.
 bool ExportCode(const ModelClass& model, ExprType language, Prompter& user);

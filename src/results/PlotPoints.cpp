@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "results/ResultPlots.h"
 #include "sheet/ColumnLayout.h"
 #include "sheet/LoadGridData.h"
 #include "sheet/PointsNeeded.h"
@@ -52,6 +53,13 @@ std::optional<PlotPoints> SelectedPoints(const DataSheet& sheet, const std::vect
   if (selection.size() == 1 && selection[0].Rows() == 1 && selection[0].Cols() == 1) return SheetPoints(sheet, user);
   const std::optional<ColumnPair> columns = SelectedColumnPair(selection, user);
   return columns ? PointsOf(sheet, *columns, user) : std::nullopt;
+}
+
+std::optional<PlotPoints> SolutionPoints(const std::vector<SolvedItem>& solutions, const DataSheet& sheet,
+                                         Prompter& user) {
+  if (!solutions.empty() && sheet.IndependentVariables == 1) return SheetPoints(sheet, user);
+  user.Refuse(solutions.empty() ? "There are no regression models to plot." : kNoCurveOfSeveralVariables);
+  return std::nullopt;
 }
 
 }  // namespace quorvex

@@ -8,6 +8,7 @@
 #include "core/SolveData.h"
 #include "sheet/CellRange.h"
 #include "sheet/DataSheet.h"
+#include "solve/SolvedList.h"
 
 namespace quorvex {
 
@@ -25,6 +26,10 @@ std::optional<PlotPoints> SheetPoints(const DataSheet& sheet, Prompter& user);
 // SheetPoints. Points are the rows with a number in both. Refused, and nothing, where the selection is no two columns
 // over the same rows, and as above.
 std::optional<PlotPoints> SelectedPoints(const DataSheet& sheet, const std::vector<CellRange>& selection,
+                                         Prompter& user);
+
+// SheetPoints for the curves of solutions. Refused, too, where there are no solutions, or of several variables.
+std::optional<PlotPoints> SolutionPoints(const std::vector<SolvedItem>& solutions, const DataSheet& sheet,
                                          Prompter& user);
 
 }  // namespace quorvex

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numeric>
 
+#include "sheet/PointsNeeded.h"
+
 namespace quorvex {
 namespace {
 
@@ -13,8 +15,6 @@ constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF;
 // styles, so 35 curves go by before a colour comes in the same style again.
 constexpr std::int32_t kCurveColours[] = {kRed, 0x00781E, 0xB000A0, 0x0066CC, 0x808000, 0x2A2A8B, 0x505050};
 constexpr int kLineStyles = 5;
-
-constexpr const char* kNoCurve = "An error has occurred generating equation data for equation ";
 
 // Points that are shown as markers.
 DataClass Markers(const std::string& legend, std::vector<double> x, std::vector<double> y, const Settings& settings) {
@@ -71,14 +71,14 @@ Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const Sol
   style.LegendText = "Model " + name;
   style.DisplayLine = true;
   if (style.DrawColor == 0) style.DrawColor = kRed;  // the user chose none
-  if (!MakeTable(curve, *plot)) return Failure{kNoCurve + name};
+  if (!MakeTable(curve, *plot)) return Failure{NoCurveText({name})};
   plot->PlotData.push_back(std::move(curve));
   return plot;
 }
 
 Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const SolveData& data,
                                 const std::string& xTitle, const std::string& yTitle, const Settings& settings,
-                                const LocaleText& locale, std::vector<std::string>& left) {
+                                const LocaleText& locale, std::vector<std::string>& leftOut) {
   constexpr std::size_t kLongestLegend = 20;
   Result<PlotClass> plot = DataPlot(data, xTitle, yTitle, settings, locale);
   if (!plot) return plot;
@@ -86,7 +86,7 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
   for (const SolvedItem& solution : solutions) {
     PlotSeries curve = SeriesOf(solution);
     if (!MakeTable(curve, *plot)) {
-      left.push_back(solution.Name());
+      leftOut.push_back(solution.Name());
       continue;
     }
     SeriesStyle& style = curve.Style();
@@ -101,6 +101,12 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
   }
   plot->Legend.Show = plot->PlotData.size() <= kLongestLegend + 1;
   return plot;
+}
+
+std::string NoCurveText(const std::vector<std::string>& names) {
+  std::string text = "An error has occurred generating equation data for equation ";
+  for (std::size_t i = 0; i < names.size(); ++i) text += (i > 0 ? ", " : "") + names[i];
+  return text;
 }
 
 PlotSeries SeriesOf(const SolvedItem& solution) {
@@ -140,6 +146,19 @@ Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Set
   return plot;
 }
 
+Result<PlotClass> PlotOfResults(ResultPlotKind kind, const SolvedItem& solution, const GatheredData& data,
+                                const DataSheet& sheet, const Settings& settings, const LocaleText& locale) {
+  const SolveData& points = data.Points;
+  if (points.N() < kFewestPointsToPlot) return Failure{kTooFewPointsToPlot};
+  if (kind == ResultPlotKind::Model) {
+    if (points.X.size() > 1) return Failure{kNoCurveOfSeveralVariables};
+    return ModelPlot(SeriesOf(solution), solution.Name(), points, sheet.Headers[0], sheet.Headers[1], settings, locale);
+  }
+  if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
+  return kind == ResultPlotKind::Residuals ? ResidualPlot(*solution.Model, points, settings, locale, data.Rows)
+                                           : NormalPlot(*solution.Model, points, settings, locale);
+}
+
 Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const double> coefficients, const SolveData& data,
                                   const Settings& settings, const LocaleText& locale) {
   std::unique_ptr<ModelClass> trial = model.CopyTo();
@@ -149,7 +168,7 @@ Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const doubl
   if (data.X.size() == 1) return ModelPlot(std::move(trial), equation, data, "X", "Y", settings, locale);
 
   const std::optional<std::vector<double>> residuals = trial->GenerateResiduals(data);
-  if (!residuals) return Failure{kNoCurve + equation};
+  if (!residuals) return Failure{NoCurveText({equation})};
   std::vector<double> calculated(data.N());
   std::transform(data.Y.begin(), data.Y.end(), residuals->begin(), calculated.begin(), std::minus<>());
   const auto [least, greatest] = std::minmax_element(data.Y.begin(), data.Y.end());

@@ -13,9 +13,12 @@ inline bool EnoughPointsToSolve(std::size_t points, Prompter& user) {
   return points >= 3;
 }
 
+inline constexpr std::size_t kFewestPointsToPlot = 2;
+inline constexpr const char* kTooFewPointsToPlot = "You need at least 2 data points in order to create a plot.";
+
 inline bool EnoughPointsToPlot(std::size_t points, Prompter& user) {
-  if (points < 2) user.Refuse("You need at least 2 data points in order to create a plot.");
-  return points >= 2;
+  if (points < kFewestPointsToPlot) user.Refuse(kTooFewPointsToPlot);
+  return points >= kFewestPointsToPlot;
 }
 
 }  // namespace quorvex

@@ -32,9 +32,8 @@ std::string FitClearing::WorstValue() const { return ValueAt(false); }
 std::string FitClearing::ValueAt(bool best) const {
   const auto models = std::find_if(list_.begin(), list_.end(), [](const SolvedItem& s) { return s.Model == nullptr; });
   if (models == list_.begin()) return "";
-  std::string text = GeneralNumber(SortKeyValue(*(best ? list_.begin() : models - 1)->Model, sortIndex_));
-  std::replace(text.begin(), text.end(), '.', decimalSeparator_);
-  return text;
+  constexpr int kDigits = 15;
+  return SortKeyText(*(best ? list_.begin() : models - 1), sortIndex_, decimalSeparator_, kDigits);
 }
 
 bool FitClearing::Accept(Prompter& user) const {

@@ -34,6 +34,13 @@ std::vector<std::string> GroupPick::Available() const {
   return ids;
 }
 
+void GroupPick::Add(const std::string& id) {
+  if (Members.empty()) UserSpecified = true;
+  Members.push_back(id);
+}
+
+void GroupPick::Remove(std::size_t place) { Members.erase(Members.begin() + static_cast<std::ptrdiff_t>(place)); }
+
 bool GroupPick::Accept(Prompter& user) {
   if (!UserDefined && !UserSpecified && std::ranges::none_of(Groups, &Group::Checked)) {
     user.Refuse("Please select the equation group you want to solve.");

@@ -37,6 +37,10 @@ class GroupPick {
   // Every ID that may become a member and is none yet, in the order of the collection.
   std::vector<std::string> Available() const;
 
+  // Another member of the user-specified group, which is put together to be solved: the first one chooses it, too.
+  void Add(const std::string& id);
+  void Remove(std::size_t place);
+
   // Takes the choice and remembers it for the next time, or refuses it. A user-specified group that was changed is
   // written to its file where the user wants that.
   bool Accept(Prompter& user);

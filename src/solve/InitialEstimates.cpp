@@ -21,24 +21,30 @@ struct Check {
 };
 
 constexpr double kAny = -HUGE_VAL;
+constexpr Check kInitial = {EstimateType::InitialEstimate, &EstimateRow::Initial, 3, kAny,
+                            "Please enter a valid Initial Value for variable '"};
 constexpr Check kChecks[] = {
-    {EstimateType::InitialEstimate, &EstimateRow::Initial, 3, kAny,
-     "Please enter a valid Initial Value for variable '"},
+    kInitial,
     {EstimateType::Constant, &EstimateRow::Initial, 3, kAny,
      "Please enter a valid Initial Value to be held constant for variable '"},
-    {EstimateType::Range, &EstimateRow::Initial, 3, kAny, "Please enter a valid Initial Value for variable '"},
+    {EstimateType::Range, kInitial.Cell, kInitial.Column, kInitial.Least, kInitial.Message},
     {EstimateType::Range, &EstimateRow::Final, 4, kAny, "Please enter a valid Final Value for variable '"},
     {EstimateType::Range, &EstimateRow::Steps, 5, 1, "Please enter a valid number of steps for variable '"},
 };
 
 std::string Shown(double value, const LocaleText& locale) { return LocalizeExpression(GeneralNumber(value), locale); }
 
+std::optional<EstimateRefusal> CheckCell(const Check& check, const EstimateRow& row, std::size_t number,
+                                         const LocaleText& locale) {
+  const std::optional<double> value = NumericText(row.*check.Cell, locale.DecimalSeparator);
+  if (value && *value >= check.Least) return std::nullopt;
+  return EstimateRefusal{check.Message + row.Name + "'.", number, check.Column};
+}
+
 std::optional<EstimateRefusal> CheckRow(const EstimateRow& row, std::size_t number, const LocaleText& locale) {
-  for (const Check& check : kChecks) {
-    if (check.Type != row.Type) continue;
-    const std::optional<double> value = NumericText(row.*check.Cell, locale.DecimalSeparator);
-    if (!value || *value < check.Least) return EstimateRefusal{check.Message + row.Name + "'.", number, check.Column};
-  }
+  for (const Check& check : kChecks)
+    if (check.Type == row.Type)
+      if (auto refusal = CheckCell(check, row, number, locale)) return refusal;
   return std::nullopt;
 }
 
@@ -60,6 +66,29 @@ std::vector<EstimateRow> EstimateRows(const ModelClass& model, const LocaleText&
     rows.push_back(std::move(row));
   }
   return rows;
+}
+
+std::vector<EstimateRow> FirstEstimates(const ModelClass& model, const SolveData& data, const LocaleText& locale) {
+  if (model.Solved || model.SpecifyICComplete) return EstimateRows(model, locale);
+  const std::unique_ptr<ModelClass> trial = model.CopyTo();
+  trial->SetIC(data);
+  return EstimateRows(*trial, locale);
+}
+
+std::string MovedEstimate(double base, int steps, double percent, const LocaleText& locale) {
+  return Shown(base + steps * percent / 100 * (base != 0 ? base : 1), locale);
+}
+
+std::optional<EstimateRefusal> CheckInitialValues(std::span<const EstimateRow> rows, const LocaleText& locale) {
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    if (auto refusal = CheckCell(kInitial, rows[i], i, locale)) return refusal;
+  return std::nullopt;
+}
+
+std::vector<double> InitialValues(std::span<const EstimateRow> rows, const LocaleText& locale) {
+  std::vector<double> values;
+  for (const EstimateRow& row : rows) values.push_back(Number(row.Initial, locale));
+  return values;
 }
 
 std::optional<EstimateRefusal> CheckEstimates(std::span<const EstimateRow> rows, const LocaleText& locale) {
@@ -101,9 +130,8 @@ bool SetEstimates(Project& project, ProjectEditor& editor, ModelClass& model, st
 }
 
 bool SaveRules(Project& project, ModelClass& model, std::span<const EstimateRow> rows, Prompter& user) {
-  for (const EstimateRow& row : rows) {
-    if (NumericText(row.Initial, project.Locale.DecimalSeparator)) continue;
-    user.Refuse("Please enter a valid Initial Value for variable '" + row.Name + "'.");
+  if (const auto refusal = CheckInitialValues(rows, project.Locale)) {
+    user.Refuse(refusal->Message);
     return false;
   }
   bool specified = false;

@@ -9,6 +9,7 @@
 
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
+#include "core/SolveData.h"
 #include "engine/ModelClass.h"
 #include "project/ProjectEditor.h"
 
@@ -28,6 +29,12 @@ struct EstimateRow {
 
 std::vector<EstimateRow> EstimateRows(const ModelClass& model, const LocaleText& locale);
 
+// Those that the dialog begins with: of a model that has none yet, the program's own for the data.
+std::vector<EstimateRow> FirstEstimates(const ModelClass& model, const SolveData& data, const LocaleText& locale);
+
+// An initial value moved from `base` by `steps` steps of so many percent, as its cell shows it; 0 moves by parts of 1.
+std::string MovedEstimate(double base, int steps, double percent, const LocaleText& locale);
+
 // Why rows can't be taken; the cell is that of the grid: columns 3 to 5 are Initial, Final and Steps. Column 0 is a
 // refusal of all rows together.
 struct EstimateRefusal {
@@ -36,8 +43,12 @@ struct EstimateRefusal {
   int Column = 0;
 };
 
-// The first thing that is wrong with the rows, or nothing.
+// The first thing that is wrong with the rows, or nothing; in their initial values alone, or in all of them.
+std::optional<EstimateRefusal> CheckInitialValues(std::span<const EstimateRow> rows, const LocaleText& locale);
 std::optional<EstimateRefusal> CheckEstimates(std::span<const EstimateRow> rows, const LocaleText& locale);
+
+// The initial values of rows that have passed the check of them.
+std::vector<double> InitialValues(std::span<const EstimateRow> rows, const LocaleText& locale);
 
 // Gives the model of `project` the rows as its starts; a solution it has is dropped when the user agrees, and can be
 // had back by undo. The rows have passed the check. False where the user does not agree.

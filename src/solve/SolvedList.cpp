@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/NumberText.h"
+
 namespace quorvex {
 
 std::string SortKeyName(int sortIndex) {
@@ -44,6 +46,19 @@ std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex) {
   for (InterpClass& curve : project.Interpolations)
     if (curve.Solved) list.push_back({nullptr, &curve});
   return list;
+}
+
+std::string SortKeyText(const SolvedItem& item, int sortIndex, char decimalSeparator, int digits) {
+  if (item.Model == nullptr) return "";
+  std::string text = GeneralNumber(SortKeyValue(*item.Model, sortIndex), digits);
+  std::ranges::replace(text, '.', decimalSeparator);
+  return text;
+}
+
+std::optional<SolvedItem> FirstSolution(const std::vector<SolvedItem>& selected, Prompter& user) {
+  if (!selected.empty()) return selected.front();
+  user.Inform("Nothing is solved yet.");
+  return std::nullopt;
 }
 
 std::optional<std::size_t> FirstOf(const std::vector<SolvedItem>& list, const std::vector<SolvedItem>& wanted) {

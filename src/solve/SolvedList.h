@@ -7,10 +7,15 @@
 #include <utility>
 #include <vector>
 
+#include "core/Prompter.h"
 #include "engine/RankModels.h"
 #include "project/Project.h"
 
 namespace quorvex {
+
+// Said of an empty list.
+inline constexpr const char* kNothingSolvedHint =
+    "Nothing is solved yet. Solve Regression in the Solve menu fits models to the data.";
 
 std::string SortKeyName(int sortIndex);  // "RSS", "R^2", "Ra^2", "StdErr"
 
@@ -39,6 +44,12 @@ struct SolvedItem {
 // The solved models, the best first, one solved from many starts being one entry; then the solved interpolations in
 // their own order.
 std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex);
+
+// What an entry is sorted by, as a text: "" of an interpolation, which has no statistics.
+std::string SortKeyText(const SolvedItem& item, int sortIndex, char decimalSeparator, int digits);
+
+// The one of the selected entries that a command on one takes; nothing, after a word to the user, where there is none.
+std::optional<SolvedItem> FirstSolution(const std::vector<SolvedItem>& selected, Prompter& user);
 
 // The place in `list` of the first entry that is also one of `wanted`.
 std::optional<std::size_t> FirstOf(const std::vector<SolvedItem>& list, const std::vector<SolvedItem>& wanted);

@@ -61,10 +61,10 @@ bool PartialsEdit::Commit(int i, const std::string& text) {
   return true;
 }
 
-bool PartialsEdit::Leave(int i, const std::string& text, bool closing) {
+bool PartialsEdit::Leave(int i, const std::string& text, Leaving what) {
   if (text == Text(i)) return true;
   const std::string question = "Commit changes to variable '" + Name(i);
-  return !user_.Ask(question + (closing ? "' before closing?" : "'?")) || Commit(i, text);
+  return !user_.Ask(question + (what == Leaving::Dialog ? "' before closing?" : "'?")) || Commit(i, text);
 }
 
 bool PartialsEdit::Default() {

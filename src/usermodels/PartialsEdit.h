@@ -6,6 +6,7 @@
 
 #include "core/Prompter.h"
 #include "engine/ModelClass.h"
+#include "usermodels/Leaving.h"
 
 namespace quorvex {
 
@@ -25,7 +26,7 @@ class PartialsEdit {
 
   // The user turns to another coefficient, or closes the dialog: asks about a text that is not committed. False where
   // the dialog has to stay with the coefficient.
-  bool Leave(int i, const std::string& text, bool closing);
+  bool Leave(int i, const std::string& text, Leaving what);
 
   // Makes all of them numerical, when the user agrees. Returns whether it did.
   bool Default();

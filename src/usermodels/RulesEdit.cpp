@@ -72,10 +72,10 @@ bool RulesEdit::Assign(int i, std::size_t operation, const std::string& value) {
   return true;
 }
 
-bool RulesEdit::Leave(int i, std::size_t operation, const std::string& value, bool closing) {
+bool RulesEdit::Leave(int i, std::size_t operation, const std::string& value, Leaving what) {
   if (operation == Operation(i) && value == Value(i)) return true;
   const std::string question = "Commit changes to variable '" + names_[Index(i)];
-  return !user_.Ask(question + (closing ? "' before closing?" : "'?")) || Assign(i, operation, value);
+  return !user_.Ask(question + (what == Leaving::Dialog ? "' before closing?" : "'?")) || Assign(i, operation, value);
 }
 
 void RulesEdit::Defaults(int i) {

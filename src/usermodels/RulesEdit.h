@@ -7,6 +7,7 @@
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
 #include "engine/UserModel.h"
+#include "usermodels/Leaving.h"
 
 namespace quorvex {
 
@@ -39,7 +40,7 @@ class RulesEdit {
 
   // The user turns to another coefficient, or closes the dialog: asks about what is not committed. False where the
   // dialog has to stay with the coefficient.
-  bool Leave(int i, std::size_t operation, const std::string& value, bool closing);
+  bool Leave(int i, std::size_t operation, const std::string& value, Leaving what);
 
   // Puts back all rules or, when the user says No, that of coefficient i.
   void Defaults(int i);

@@ -28,6 +28,31 @@ std::vector<ModelClass*> UserModels(const Project& project) {
   return models;
 }
 
+std::vector<ModelClass*> UserModels(const Project& project, Prompter& user) {
+  std::vector<ModelClass*> models = UserModels(project);
+  if (models.empty()) user.Refuse("This project has no user defined models.");
+  return models;
+}
+
+std::vector<ModelClass*> ModelsToCopy(const Project& project) {
+  std::vector<ModelClass*> models = UserModels(project);
+  for (const auto& model : project.Models)
+    if (!model->UserType) models.push_back(model.get());
+  return models;
+}
+
+void WarnOfCopying(Prompter& user) {
+  user.Inform(
+      "You are EDITING an existing equation (not ADDING a new equation). Copying another equation will overwrite this "
+      "equation unless the changes are Cancelled in this window.");
+}
+
+bool AskToCheckRules(Prompter& user) {
+  return user.Ask(
+      "After modifying a user defined model, you should check to make sure the rules for the initial estimates are "
+      "still valid. Would you like to examine the rules now?");
+}
+
 bool RemoveUserModel(Project& project, const ModelClass& model, Prompter& user) {
   if (!user.Ask("This action will remove the selected user defined model from this project. Are you sure you want to "
                 "continue?"))

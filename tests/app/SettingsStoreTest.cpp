@@ -117,7 +117,9 @@ TEST_F(SettingsStore, SavesWithoutTouchingTheRest) {
 TEST_F(SettingsStore, StoresTheFrameAndTheSolveChoicesAtTheEnd) {
   const TemporaryVariable deeper("QUORVEX_SETTINGS", folder_.Path("new/folder/q.ini").c_str());
   Settings settings = LoadSettings();
+  EXPECT_EQ(settings.Folder("projectdir"), "");
   settings.Set("projectdir", "/home/me");
+  EXPECT_EQ(settings.Folder("projectdir"), "/home/me");
   settings.SetFlag("promptforsetup", false);
   ASSERT_EQ(SaveStartupSettings(settings, {-60, 1234.56789, 12000, 1e-7 / 3}), 0);
   EXPECT_EQ(folder_.Read("new/folder/q.ini"),

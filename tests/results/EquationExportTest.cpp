@@ -5,6 +5,7 @@
 #include "TemporaryFolder.h"
 #include "engine/UserModel.h"
 #include "results/EquationExport.h"
+#include "results/SolvedProject.h"
 
 namespace quorvex {
 namespace {
@@ -70,6 +71,23 @@ TEST(ExportCode, WritesTheFileThatTheUserNames) {
   user.File = folder.Path("none/line.c");
   EXPECT_FALSE(ExportCode(*Line(), ExprType::C, user));
   EXPECT_TRUE(user.Last().starts_with("refuse: Error writing to '" + *user.File + "'. ")) << user.Last();
+}
+
+TEST(ModelsToExport, PrefersWhatIsSelectedThenSolvedThenTheUsersOwn) {
+  Project project = LineProject();
+  RecordingPrompter user;
+  using Models = std::vector<ModelClass*>;
+  EXPECT_EQ(ModelsToExport(project, {}, {}, user), Models{});
+  EXPECT_EQ(user.Said, Said{"refuse: There is no solved model, and no user defined one, to be exported."});
+  ModelClass& own = AddModel(project, "own", {"p*x"});
+  own.UserType = true;
+  const SolvedItem spline{nullptr, &project.Interpolations[0]};
+  EXPECT_EQ(ModelsToExport(project, {spline}, {spline}, user), Models{&own});
+  const SolvedItem line{&SolveModel(project, "a*x+b", 1), nullptr}, power{&SolveModel(project, "a+b/x", 1), nullptr};
+  EXPECT_EQ(ModelsToExport(project, {spline}, {line, power, spline}, user), (Models{line.Model, power.Model}));
+  EXPECT_EQ(ModelsToExport(project, {power, spline}, {line, power, spline}, user), Models{power.Model});
+  EXPECT_EQ(ModelsToExport(project, {line, power}, {line, power}, user), (Models{line.Model, power.Model}));
+  EXPECT_EQ(user.Said.size(), 1u);
 }
 
 }  // namespace

@@ -82,5 +82,17 @@ TEST(SelectedPoints, AsksForTwoColumnsOfSeveralVariables) {
   EXPECT_EQ(points->XTitle + points->YTitle, "XY");
 }
 
+TEST(SolutionPoints, AreThoseOfTheSheetWhereACurveCanBeDrawn) {
+  Project line = LineProject(), plane = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}});
+  const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr}, surface{&SolveModel(plane, "a+b*x1+c*x2", 1), nullptr};
+  RecordingPrompter user;
+  EXPECT_EQ(SolutionPoints({fit}, line.Sheet, user)->Points.N(), 5u);
+  EXPECT_FALSE(SolutionPoints({}, line.Sheet, user));
+  EXPECT_FALSE(SolutionPoints({surface}, plane.Sheet, user));
+  EXPECT_EQ(user.Said, (std::vector<std::string>{
+                           "refuse: There are no regression models to plot.",
+                           "refuse: A model of several independent variables has no plot in two dimensions."}));
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -173,6 +173,12 @@ TEST(SetEstimates, LeavesTheInputOfTheFitToTheData) {
   }
 }
 
+TEST(MovedEstimate, MovesByPartsOfItsValueAndZeroByPartsOfOne) {
+  EXPECT_EQ(MovedEstimate(0.5, 2, 10, {}), "0.6");
+  EXPECT_EQ(MovedEstimate(-4, -1, 50, {}), "-2");
+  EXPECT_EQ(MovedEstimate(0, 3, 1, kComma), "0,03");
+}
+
 TEST(SaveRules, MakesTheValuesRules) {
   Project project = NewProject(1, false, {});
   const std::unique_ptr<ModelClass> model = NewModelFor(1, {});

@@ -278,6 +278,19 @@ TEST(GroupPick, ChecksTheChoiceAndWritesTheFile) {
   }
 }
 
+TEST(GroupPick, ChecksTheUsersGroupWithItsFirstMember) {
+  SolvableProject p;
+  const auto store = p.Windows.OpenGroupStore(1);
+  GroupPick pick(p.Document.Models, p.Preferences, *store);
+  pick.Add("a*x+b");
+  EXPECT_TRUE(pick.UserSpecified);
+  pick.UserSpecified = false;  // as the user wants it
+  pick.Add("my line");
+  EXPECT_FALSE(pick.UserSpecified);
+  pick.Remove(0);
+  EXPECT_EQ(pick.Members, Said{"my line"});
+}
+
 TEST(GroupPick, ListsTheGroupsOfTheCatalogueOnceAndWhatIsNoMemberYet) {
   SolvableProject p;
   p.Windows.GroupFile = Said{"a*x+b", "elsewhere"};
@@ -286,6 +299,15 @@ TEST(GroupPick, ListsTheGroupsOfTheCatalogueOnceAndWhatIsNoMemberYet) {
   EXPECT_EQ(pick.Groups.size(), 14u);
   EXPECT_EQ(pick.Members, (Said{"a*x+b", "elsewhere"}));  // a name of another project stays in the file
   EXPECT_EQ(pick.Available().size(), 299u);
+}
+
+TEST(ShowLog, ShowsTheLastSolve) {
+  SolvableProject p;
+  p.Solver.ShowLog();
+  EXPECT_EQ(p.User.Said, Said{"inform: Nothing was solved since the project was opened."});
+  p.SolveOne("my line");
+  p.Solver.ShowLog();
+  EXPECT_EQ(p.Windows.Shown.back(), "SolveLog: " + p.Solver.Log());
 }
 
 TEST(SolveInterpolation, SolvesTheChosenKinds) {

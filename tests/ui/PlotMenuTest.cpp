@@ -112,17 +112,6 @@ TEST_F(PlotMenuTest, ShowsSelectedOrAllSolutions) {
   }
 }
 
-TEST_F(PlotMenuTest, SaysThatSeveralVariablesHaveNoCurve) {
-  Start();
-  Document() = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}});
-  SolveModel(Document(), "a+b*x1+c*x2", 1);
-  Active().Refresh();
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuPlotAll");
-  EXPECT_EQ(dialogs.Said.back(), "A model of several independent variables has no plot in two dimensions.");
-  EXPECT_TRUE(Plots().isEmpty());
-}
-
 TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {
   Open({"a*x+b"});
   Trigger("mnuPlotAll");

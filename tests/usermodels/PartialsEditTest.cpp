@@ -52,11 +52,11 @@ TEST(PartialsEdit, AsksBeforeItLeavesOrResets) {
   model->SetID("m", {"a*x+b"});
   RecordingPrompter user;
   PartialsEdit edit(*model, user);
-  EXPECT_TRUE(edit.Leave(1, "Numerical", false));
-  EXPECT_TRUE(edit.Leave(1, "x", false));
-  EXPECT_FALSE(edit.Leave(2, "q", true));
+  EXPECT_TRUE(edit.Leave(1, "Numerical", Leaving::Coefficient));
+  EXPECT_TRUE(edit.Leave(1, "x", Leaving::Coefficient));
+  EXPECT_FALSE(edit.Leave(2, "q", Leaving::Dialog));
   user.Answer = false;
-  EXPECT_TRUE(edit.Leave(2, "q", true));
+  EXPECT_TRUE(edit.Leave(2, "q", Leaving::Dialog));
   EXPECT_FALSE(edit.Default());
   EXPECT_EQ(edit.Text(1), "x");
   edit.StoreIn(*model);

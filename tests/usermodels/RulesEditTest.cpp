@@ -73,15 +73,15 @@ TEST(RulesEdit, AsksBeforeItLeavesWhatIsNotCommitted) {
   const auto model = Model("a*x+b");
   RecordingPrompter user;
   RulesEdit edit(*model, {}, user);
-  EXPECT_TRUE(edit.Leave(1, 0, "1", false));
+  EXPECT_TRUE(edit.Leave(1, 0, "1", Leaving::Coefficient));
   EXPECT_TRUE(user.Said.empty());
   user.Answer = false;
-  EXPECT_TRUE(edit.Leave(1, 2, "1", false));
-  EXPECT_TRUE(edit.Leave(1, 0, "x", true));
+  EXPECT_TRUE(edit.Leave(1, 2, "1", Leaving::Coefficient));
+  EXPECT_TRUE(edit.Leave(1, 0, "x", Leaving::Dialog));
   EXPECT_EQ(edit.Line(1), "a: 1 (Value)");
   user.Answer = true;
-  EXPECT_TRUE(edit.Leave(1, 2, "1", false));
-  EXPECT_FALSE(edit.Leave(2, 0, "x", true));
+  EXPECT_TRUE(edit.Leave(1, 2, "1", Leaving::Coefficient));
+  EXPECT_FALSE(edit.Leave(2, 0, "x", Leaving::Dialog));
   EXPECT_EQ(edit.Line(1), "a: 1 / YMax");
   EXPECT_EQ(edit.Line(2), "b: 1 (Value)");
   EXPECT_EQ(user.Said,

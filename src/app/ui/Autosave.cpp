@@ -45,7 +45,7 @@ bool Autosave::KeepAll() {
 bool Autosave::Keep(std::size_t number, Watched& watched) {
   if (watched.Window->Solver().Running()) return false;
   const Project& project = watched.Window->Document();
-  if (!project.Changed && !project.NotesChanged) {
+  if (project.IsSaved()) {
     store_.Forget(number);
   } else if (store_.Keep(number, project) != 0) {
     status_.showMessage(kNotKept, kInterval);

@@ -6,16 +6,21 @@
 namespace quorvex {
 namespace {
 
-QList<QMdiSubWindow*> Windows(const QMdiArea& area, bool minimized) {
+enum class Minimized { No, Yes };
+
+QList<QMdiSubWindow*> Windows(const QMdiArea& area, Minimized wanted) {
   QList<QMdiSubWindow*> windows = area.subWindowList();
-  windows.removeIf(
-      [=](const QMdiSubWindow* window) { return window->isHidden() || window->isMinimized() != minimized; });
+  windows.removeIf([=](const QMdiSubWindow* window) {
+    return window->isHidden() || window->isMinimized() != (wanted == Minimized::Yes);
+  });
   return windows;
 }
 
-// Gives each window that is not minimised its share of the area, in the order they were opened.
-void Share(const QMdiArea& area, bool rows) {
-  const QList<QMdiSubWindow*> windows = Windows(area, false);
+// Gives each window that is not minimised its share of the area, in the order they were opened: one above the other,
+// or side by side.
+void Share(const QMdiArea& area, Qt::Orientation along) {
+  const bool rows = along == Qt::Vertical;
+  const QList<QMdiSubWindow*> windows = Windows(area, Minimized::No);
   const QSize room = area.viewport()->size();
   const int count = static_cast<int>(windows.size());
   for (int i = 0; i < count; ++i) {
@@ -35,13 +40,13 @@ bool CloseAllForms(QMdiArea& area) {
   return std::all_of(windows.begin(), windows.end(), [](QMdiSubWindow* window) { return window->close(); });
 }
 
-void TileHorizontally(QMdiArea& area) { Share(area, true); }
-void TileVertically(QMdiArea& area) { Share(area, false); }
+void TileHorizontally(QMdiArea& area) { Share(area, Qt::Vertical); }
+void TileVertically(QMdiArea& area) { Share(area, Qt::Horizontal); }
 
 void ArrangeIcons(QMdiArea& area) {
   const QSize room = area.viewport()->size();
   QPoint corner(0, room.height());
-  for (QMdiSubWindow* window : Windows(area, true)) {
+  for (QMdiSubWindow* window : Windows(area, Minimized::Yes)) {
     if (corner.x() > 0 && corner.x() + window->width() > room.width()) corner = {0, corner.y() - window->height()};
     window->move(corner.x(), corner.y() - window->height());
     corner.rx() += window->width();

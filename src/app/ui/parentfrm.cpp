@@ -213,7 +213,7 @@ void parentfrm::ShowInPlaceOfFresh(Project project) {
 }
 
 void parentfrm::CloseIfFresh(quorvexWindow* window) {
-  if (window != nullptr && window->IsFresh()) window->parentWidget()->close();
+  if (window != nullptr && window->Document().IsFresh()) window->parentWidget()->close();
 }
 
 void parentfrm::FileNew() { ShowFresh(DefaultKind(session_.Preferences)); }

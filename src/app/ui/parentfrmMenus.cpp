@@ -276,8 +276,7 @@ void parentfrm::OpenManual(const QWidget* window) {
   const QString file = ManualFile(page.section('#', 0, 0));
   QUrl url = QUrl::fromLocalFile(file);
   if (page.contains('#')) url.setFragment(page.section('#', 1));
-  if (file.isEmpty() || !QDesktopServices::openUrl(url))
-    user_.Refuse("The manual cannot be shown. It belongs into the folder share/quorvex/manual.");
+  if (file.isEmpty() || !QDesktopServices::openUrl(url)) user_.Refuse(kNoManual);
 }
 
 bool parentfrm::eventFilter(QObject* receiver, QEvent* event) {

@@ -159,17 +159,13 @@ void usereq::Edit(const UserModelDraft& start, const ModelClass* edited) {
   frmEqEdit form(this, project_, start, edited);
   if (form.exec() != QDialog::Accepted) return;
   ShowModels(form.Model().id);
-  if (edited != nullptr &&
-      user_.Ask("After modifying a user defined model, you should check to make sure the rules for the initial "
-                "estimates are still valid. Would you like to examine the rules now?")) {
-    EditRules(form.Model());
-    ShowChosen();
-  }
+  if (edited == nullptr || !AskToCheckRules(user_)) return;
+  EditRules(form.Model());
+  ShowChosen();
 }
 
 void usereq::EditRules(ModelClass& model) {
-  frmRules form(this, model, project_.Locale);
-  if (form.exec() == QDialog::Accepted && form.Rules().StoreIn(model)) project_.Changed = true;
+  if (quorvex::EditRules(this, model, project_.Locale)) project_.Changed = true;
 }
 
 void ShowUserModels(QWidget* over, Project& project, const Settings& settings) {

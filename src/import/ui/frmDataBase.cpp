@@ -10,8 +10,32 @@
 
 #include "import/ConnectString.h"
 #include "import/OdbcSource.h"
+#include "import/ui/ImportDialog.h"
 
 namespace quorvex {
+namespace {
+
+class frmDataBase : public ImportDialog {
+ public:
+  frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent);
+
+  // What was imported, once the dialog was accepted.
+  std::unique_ptr<DataImport> TakeImport() { return std::move(import_); }
+
+ private:
+  QLayout* SourceFields();
+  void ChooseSource(int index);
+  void ConnectionChanged();
+  void Connect();
+  void ChooseTable(int index);
+
+  const DatabaseUse use_;
+  std::unique_ptr<DatabaseImport> import_;
+  QComboBox* cboSource;
+  QLineEdit *txtConnect, *txtUser, *txtPassword;
+  QPushButton* cmdConnect;
+  QComboBox* cboTable;
+};
 
 frmDataBase::frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent)
     : ImportDialog(edit, parent),
@@ -98,7 +122,6 @@ void frmDataBase::Connect() {
     if (!tables.error().empty()) Edit().User.Refuse(tables.error());
     return;
   }
-  if (tables->empty()) return Edit().User.Refuse("There are no tables in '" + SourceName(source) + "'.");
   import_ = std::move(import);
   {
     const QSignalBlocker quiet(cboTable);
@@ -113,6 +136,13 @@ void frmDataBase::Connect() {
 void frmDataBase::ChooseTable(int index) {
   import_->Table = cboTable->itemData(index).toString().toStdString();
   Show(import_.get());
+}
+
+}  // namespace
+
+std::unique_ptr<DataImport> ImportTable(QWidget* over, const SheetEdit& edit, const DatabaseUse& use) {
+  frmDataBase form(edit, use, over);
+  return form.exec() == QDialog::Accepted ? form.TakeImport() : nullptr;
 }
 
 }  // namespace quorvex

@@ -10,8 +10,19 @@
 
 #include "import/TextImport.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
+#include "import/ui/ImportDialog.h"
 
 namespace quorvex {
+namespace {
+
+class frmImport : public ImportDialog {
+ public:
+  frmImport(DataImport& import, const SheetEdit& edit, QWidget* parent);
+
+ private:
+  QLayout* Delimiters(TextImport& import);
+  QLayout* Sheets(SpreadsheetImport& import);
+};
 
 frmImport::frmImport(DataImport& import, const SheetEdit& edit, QWidget* parent) : ImportDialog(edit, parent) {
   setObjectName("frmImport");
@@ -71,6 +82,12 @@ QLayout* frmImport::Sheets(SpreadsheetImport& import) {
     cboSheet->setCurrentText(QString::fromStdString(import.ChosenSheet()));
   });
   return row;
+}
+
+}  // namespace
+
+bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit) {
+  return frmImport(import, edit, over).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex

@@ -1,22 +1,13 @@
 #pragma once
 
-#include "import/ui/ImportDialog.h"
+#include "import/DataImport.h"
+
+class QWidget;
 
 namespace quorvex {
 
-class SpreadsheetImport;
-class TextImport;
-
 // The import of a file: how the lines of a text are split, or which sheet of a spreadsheet is read, and what all
-// imports ask.
-class frmImport : public ImportDialog {
- public:
-  // Import and edit outlive the dialog.
-  frmImport(DataImport& import, const SheetEdit& edit, QWidget* parent);
-
- private:
-  QLayout* Delimiters(TextImport& import);
-  QLayout* Sheets(SpreadsheetImport& import);
-};
+// imports ask. False, and the sheet is as it was, where the user cancels or the import fails.
+bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit);
 
 }  // namespace quorvex

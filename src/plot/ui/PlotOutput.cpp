@@ -8,6 +8,7 @@
 #include <QSaveFile>
 
 #include "core/ui/PrintJob.h"
+#include "plot/PictureMessages.h"
 #include "plot/ui/QtSurface.h"
 
 namespace quorvex {
@@ -51,23 +52,14 @@ QImage BlankPicture(const PictureSize& size) {
 }
 
 bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string& name, Prompter& prompter) {
-  if (!plot.PlotCreated) {
-    prompter.Refuse(
-        "An error in the current plot settings prohibits the plot from being saved in it's current state. Check the "
-        "plot settings in the Graph Properties window.");
-    return false;
-  }
+  if (!CanBe("saved", plot, prompter)) return false;
   const QByteArray format = QFileInfo(QString::fromStdString(name)).suffix().toLower().toUtf8();
   const bool pdf = format == "pdf";
   QSaveFile file(QString::fromStdString(name));  // an older picture stays where the new one fails
   const bool written = file.open(QIODevice::WriteOnly) &&
                        (pdf ? WritePdf(plot, size, file, prompter) : WriteImage(plot, size, file, format, prompter)) &&
                        file.commit();
-  if (written)
-    prompter.Inform("The file '" + name + (pdf ? "' contains the PDF document." : "' contains the Bitmap."));
-  else
-    prompter.Refuse(pdf ? "An error occurred saving the PDF document to file."
-                        : "An error occurred saving the bitmap to file.");
+  TellPicture(pdf ? PictureKind::Pdf : PictureKind::Bitmap, name, written, prompter);
   return written;
 }
 
@@ -89,12 +81,7 @@ bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompt
 }
 
 void FilePrint(PlotClass& plot, const Settings& settings, Prompter& prompter, QWidget* parent) {
-  if (!plot.PlotCreated) {
-    prompter.Refuse(
-        "An error in the current plot settings prohibits the plot from being printed in it's current state. Check the "
-        "plot settings in the Graph Properties window.");
-    return;
-  }
+  if (!CanBe("printed", plot, prompter)) return;
   constexpr int kPortrait = 1;
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName("Quorvex");

@@ -240,26 +240,15 @@ void frmResults::ClearTabs() {
 }
 
 void frmResults::BuildTab(Tab tab, const SolvedItem& solution) {
+  constexpr ResultPlotKind kPlots[] = {ResultPlotKind::Model, ResultPlotKind::Residuals, ResultPlotKind::Probability};
   if (tab == kFitInformation)
     FitBook->SetTable(
         std::make_unique<Report>(FitInformation(solution, circumstances_, settings_, project_.Locale, patterns_)));
   else if (tab == kDataTable)
     DataBook->SetTable(std::make_unique<DataTable>(solution, data_, project_.Sheet, project_.Locale, patterns_));
   else
-    static_cast<ResultPlot*>(ResultsTab->widget(tab))->SetPlot(PlotOf(tab, solution));
-}
-
-Result<PlotClass> frmResults::PlotOf(Tab tab, const SolvedItem& solution) const {
-  const SolveData& points = data_.Points;
-  if (points.N() < 2) return Failure{"You need at least 2 data points in order to create a plot."};
-  if (tab == kModelPlot) {
-    if (points.X.size() > 1) return Failure{kNoCurveOfSeveralVariables};
-    return ModelPlot(SeriesOf(solution), solution.Name(), points, project_.Sheet.Headers[0], project_.Sheet.Headers[1],
-                     settings_, project_.Locale);
-  }
-  if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
-  return tab == kResidualPlot ? ResidualPlot(*solution.Model, points, settings_, project_.Locale, data_.Rows)
-                              : NormalPlot(*solution.Model, points, settings_, project_.Locale);
+    static_cast<ResultPlot*>(ResultsTab->widget(tab))
+        ->SetPlot(PlotOfResults(kPlots[tab - kModelPlot], solution, data_, project_.Sheet, settings_, project_.Locale));
 }
 
 bool frmResults::Evaluating() const { return pages_->currentIndex() == 1; }

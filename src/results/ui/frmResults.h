@@ -62,7 +62,6 @@ class frmResults : public QWidget {
   void ShowCurrentTab();
   void BuildTab(Tab tab, const SolvedItem& solution);
   void ClearTabs();
-  Result<PlotClass> PlotOf(Tab tab, const SolvedItem& solution) const;
   TableView* CurrentTable() const;  // null where the current tab is none of a table
   PlotView* CurrentPlot() const;    // null where the current tab shows no plot
   bool Evaluating() const;

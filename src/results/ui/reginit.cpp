@@ -23,14 +23,6 @@ namespace {
 enum Column { kName, kType, kInitial, kFinal, kSteps, kColumns };
 constexpr int kMostScrollSteps = 100;
 
-// The estimates of a model that has some, else those that the program would begin with.
-std::vector<EstimateRow> FirstRows(const ModelClass& model, const SolveData& data, const LocaleText& locale) {
-  if (model.Solved || model.SpecifyICComplete) return EstimateRows(model, locale);
-  const std::unique_ptr<ModelClass> trial = model.CopyTo();
-  trial->SetIC(data);
-  return EstimateRows(*trial, locale);
-}
-
 }  // namespace
 
 reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, ModelClass& model, SolveData points,
@@ -51,7 +43,7 @@ reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, Model
   setObjectName("reginit");
   setWindowTitle("Initial Estimates");
   LayOut();
-  Fill(FirstRows(model_, data_, project_.Locale));
+  Fill(FirstEstimates(model_, data_, project_.Locale));
   connect(RangeGrid, &QTableWidget::currentCellChanged, this, [this](int row) { SelectRow(row); });
   connect(HscrAjust, &QScrollBar::valueChanged, this, &reginit::Scroll);
   connect(drpPercent, &QComboBox::currentIndexChanged, this, [this] { SelectRow(RangeGrid->currentRow()); });
@@ -185,39 +177,32 @@ void reginit::SelectRow(int row) {
   HscrAjust->setValue(0);
 }
 
-// A coefficient of 0 moves by parts of 1.
 void reginit::Scroll(int steps) {
   const double percent = QLocale::c().toDouble(drpPercent->currentText().mid(1).chopped(1));
-  const double value = base_ + steps * percent / 100 * (base_ != 0 ? base_ : 1);
   RangeGrid->item(std::max(RangeGrid->currentRow(), 0), kInitial)
-      ->setText(QString::fromStdString(LocalizeExpression(GeneralNumber(value), project_.Locale)));
+      ->setText(QString::fromStdString(MovedEstimate(base_, steps, percent, project_.Locale)));
   Recalculate();
 }
 
+bool reginit::Refused(const std::optional<EstimateRefusal>& refusal) {
+  if (!refusal) return false;
+  editor_.Edit.User.Refuse(refusal->Message);
+  if (refusal->Column > 0) GoTo(static_cast<int>(refusal->Row), refusal->Column - 1);
+  return true;
+}
+
 void reginit::Recalculate() {
-  std::vector<double> values;
-  for (int r = 0; const EstimateRow& row : Rows()) {
-    const std::optional<double> value = NumericText(row.Initial, project_.Locale.DecimalSeparator);
-    if (!value) {
-      editor_.Edit.User.Refuse("Please enter a valid Initial Value for variable '" + row.Name + "'.");
-      return GoTo(r, kInitial);
-    }
-    values.push_back(*value);
-    ++r;
-  }
-  preview_->SetPlot(EstimatePreview(model_, values, data_, settings_, project_.Locale));
+  const std::vector<EstimateRow> rows = Rows();
+  if (Refused(CheckInitialValues(rows, project_.Locale))) return;
+  preview_->SetPlot(EstimatePreview(model_, InitialValues(rows, project_.Locale), data_, settings_, project_.Locale));
 }
 
 void reginit::SaveRules() { quorvex::SaveRules(project_, model_, Rows(), editor_.Edit.User); }
 
 void reginit::accept() {
   const std::vector<EstimateRow> rows = Rows();
-  if (const auto refusal = CheckEstimates(rows, project_.Locale)) {
-    editor_.Edit.User.Refuse(refusal->Message);
-    if (refusal->Column > 0) GoTo(static_cast<int>(refusal->Row), refusal->Column - 1);
-    return;
-  }
-  if (SetEstimates(project_, editor_, model_, rows)) QDialog::accept();
+  if (!Refused(CheckEstimates(rows, project_.Locale)) && SetEstimates(project_, editor_, model_, rows))
+    QDialog::accept();
 }
 
 void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model,

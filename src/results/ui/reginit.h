@@ -35,6 +35,7 @@ class reginit : public QDialog {
   std::vector<EstimateRow> Rows() const;
   EstimateType TypeOf(int row) const;
   void ShowType(int row);  // the cells that its type has no use for are empty and closed
+  bool Refused(const std::optional<EstimateRefusal>& refusal);  // of which the user hears, at its cell
   void GoTo(int row, int column);
   void SelectRow(int row);
   void Scroll(int steps);

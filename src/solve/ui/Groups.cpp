@@ -126,19 +126,19 @@ void Groups::ShowState() {
   remove_command->setEnabled(member_list->currentRow() >= 0);
 }
 
-// A group is put together to be solved, so it is checked with its first member.
 void Groups::Add() {
   const QListWidgetItem* const item = available_list->currentItem();
   if (item == nullptr) return;
-  if (pick_.Members.empty()) userSpecified_->setCheckState(Qt::Checked);
-  pick_.Members.push_back(item->text().toStdString());
+  TakeChecks();
+  pick_.Add(item->text().toStdString());
+  userSpecified_->setCheckState(pick_.UserSpecified ? Qt::Checked : Qt::Unchecked);
   ListMembers();
 }
 
 void Groups::Remove() {
   const int row = member_list->currentRow();
   if (row < 0) return;
-  pick_.Members.erase(pick_.Members.begin() + row);
+  pick_.Remove(static_cast<std::size_t>(row));
   ListMembers();
 }
 

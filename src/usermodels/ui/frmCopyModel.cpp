@@ -20,4 +20,9 @@ frmCopyModel::frmCopyModel(QWidget* parent, const QString& title, std::vector<Mo
   setObjectName("frmCopyModel");
 }
 
+ModelClass* ChooseModel(QWidget* over, const QString& title, std::vector<ModelClass*> models) {
+  frmCopyModel form(over, title, std::move(models));
+  return form.exec() == QDialog::Accepted ? &form.Model() : nullptr;
+}
+
 }  // namespace quorvex

@@ -18,4 +18,7 @@ class frmCopyModel : public ListChooser {
   const std::vector<ModelClass*> models_;
 };
 
+// The model that was chosen, null where the user cancels.
+ModelClass* ChooseModel(QWidget* over, const QString& title, std::vector<ModelClass*> models);
+
 }  // namespace quorvex

@@ -22,13 +22,6 @@ int Characters(const std::string& text, std::size_t bytes) {
   return static_cast<int>(QString::fromStdString(text.substr(0, bytes)).size());
 }
 
-std::vector<ModelClass*> AllModels(const Project& project) {
-  std::vector<ModelClass*> models = UserModels(project);
-  for (const auto& model : project.Models)
-    if (!model->UserType) models.push_back(model.get());
-  return models;
-}
-
 }  // namespace
 
 frmEqEdit::frmEqEdit(QWidget* parent, Project& project, const UserModelDraft& start, const ModelClass* edited)
@@ -214,13 +207,8 @@ void frmEqEdit::cmdTemplate_clicked() {
 }
 
 void frmEqEdit::cmdCopyModel_clicked() {
-  if (edited_ != nullptr)
-    user_.Inform(
-        "You are EDITING an existing equation (not ADDING a new equation). Copying another equation will overwrite "
-        "this "
-        "equation unless the changes are Cancelled in this window.");
-  frmCopyModel form(this, "Copy Model", AllModels(project_));
-  if (form.exec() == QDialog::Accepted) Init(CopyOf(form.Model()));
+  if (edited_ != nullptr) WarnOfCopying(user_);
+  if (const ModelClass* model = ChooseModel(this, "Copy Model", ModelsToCopy(project_))) Init(CopyOf(*model));
 }
 
 void frmEqEdit::cmdPartial_clicked() {
@@ -235,10 +223,7 @@ void frmEqEdit::cmdPartial_clicked() {
 void frmEqEdit::cmdRules_clicked() {
   const ModelCheck check = CheckDefinition(Draft(), project_.Sheet.IndependentVariables, project_.Locale);
   if (check.Model == nullptr) return Refuse(check);
-  frmRules form(this, *check.Model, project_.Locale);
-  if (form.exec() != QDialog::Accepted) return;
-  form.Rules().StoreIn(*check.Model);
-  KeepCoefficients(*check.Model, draft_);
+  if (EditRules(this, *check.Model, project_.Locale)) KeepCoefficients(*check.Model, draft_);
 }
 
 void frmEqEdit::cmdOK_clicked() {

@@ -68,7 +68,7 @@ void frmPartial::ShowText(int i) {
 
 void frmPartial::VariableChosen(int row) {
   if (row == shown_ - 1) return;
-  if (edit_.Leave(shown_, txtPartial->text().toStdString(), false)) return ShowText(row + 1);
+  if (edit_.Leave(shown_, txtPartial->text().toStdString(), Leaving::Coefficient)) return ShowText(row + 1);
   lstVars->setCurrentRow(shown_ - 1);
   Stay();
 }
@@ -78,7 +78,7 @@ void frmPartial::cmdDefault_clicked() {
 }
 
 void frmPartial::accept() {
-  if (edit_.Leave(shown_, txtPartial->text().toStdString(), true)) return QDialog::accept();
+  if (edit_.Leave(shown_, txtPartial->text().toStdString(), Leaving::Dialog)) return QDialog::accept();
   Stay();
 }
 

@@ -82,7 +82,7 @@ void frmRules::ShowRule(int i) {
 
 void frmRules::VariableChosen(int row) {
   if (row == shown_ - 1) return;
-  if (edit_.Leave(shown_, Operation(), Value(), false)) return ShowRule(row + 1);
+  if (edit_.Leave(shown_, Operation(), Value(), Leaving::Coefficient)) return ShowRule(row + 1);
   lstVars->setCurrentRow(shown_ - 1);
   txtValue->setFocus();
   txtValue->selectAll();
@@ -100,7 +100,12 @@ void frmRules::cmdDefaults_clicked() {
 }
 
 void frmRules::accept() {
-  if (edit_.Leave(shown_, Operation(), Value(), true)) QDialog::accept();
+  if (edit_.Leave(shown_, Operation(), Value(), Leaving::Dialog)) QDialog::accept();
+}
+
+bool EditRules(QWidget* over, ModelClass& model, const LocaleText& locale) {
+  frmRules form(over, model, locale);
+  return form.exec() == QDialog::Accepted && form.Rules().StoreIn(model);
 }
 
 }  // namespace quorvex

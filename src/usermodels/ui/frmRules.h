@@ -38,4 +38,7 @@ class frmRules : public QDialog {
   QLineEdit* txtValue;
 };
 
+// Lets the user change the rules of a model. Returns whether that changed the model.
+bool EditRules(QWidget* over, ModelClass& model, const LocaleText& locale);
+
 }  // namespace quorvex
