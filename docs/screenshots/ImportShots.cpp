@@ -1,10 +1,13 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTimer>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 
 #include "Shots.h"
 #include "core/ui/MessageBoxPrompter.h"
@@ -16,19 +19,31 @@
 namespace quorvex {
 namespace {
 
+// Opens a dialog, does that in it and closes it.
+void In(const std::function<void()>& open, const std::function<void(QDialog& form)>& then) {
+  QTimer::singleShot(0, [&then] {
+    auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (form == nullptr) return;
+    then(*form);
+    form->reject();
+  });
+  open();
+}
+
 void TakeFile(const Shots& shots, const char* file, DataSheet& sheet, const QString& name) {
   MessageBoxPrompter user(nullptr);
   const LocaleText locale;
   const SheetEdit edit{sheet, locale, user, {}, {}};
   const auto import = OpenImport(file, sheet, locale);
   if (!import) return;
-  frmImport form(**import, edit, nullptr);
-  if (auto* comma = form.findChild<QCheckBox*>("Comma")) {
-    comma->click();
-    form.findChild<QCheckBox*>("ckLocale")->click();
-  }
-  form.show();
-  shots.Take(form, name);
+  In([&] { ImportFile(nullptr, **import, edit); },
+     [&](QDialog& form) {
+       if (auto* comma = form.findChild<QCheckBox*>("Comma")) {
+         comma->click();
+         form.findChild<QCheckBox*>("ckLocale")->click();
+       }
+       shots.Take(form, name);
+     });
 }
 
 // A database that is gone afterwards.
@@ -44,13 +59,14 @@ void TakeDatabase(const Shots& shots) {
   MessageBoxPrompter user(nullptr);
   const LocaleText locale;
   const SheetEdit edit{sheet, locale, user, {}, {}};
-  frmDataBase form(edit, {}, nullptr);
-  form.findChild<QLineEdit*>("txtConnect")->setText(QString::fromStdString(connect));
-  form.show();
-  form.findChild<QPushButton*>("cmdConnect")->click();
-  form.findChild<QListWidget*>("lstColumns")->setCurrentRow(1);
-  for (int i = 0; i < 2; ++i) form.findChild<QPushButton*>("cmdAssign")->click();
-  shots.Take(form, "import-database");
+  In([&] { ImportTable(nullptr, edit, {}); },
+     [&](QDialog& form) {
+       form.findChild<QLineEdit*>("txtConnect")->setText(QString::fromStdString(connect));
+       form.findChild<QPushButton*>("cmdConnect")->click();
+       form.findChild<QListWidget*>("lstColumns")->setCurrentRow(1);
+       for (int i = 0; i < 2; ++i) form.findChild<QPushButton*>("cmdAssign")->click();
+       shots.Take(form, "import-database");
+     });
   std::remove(file.c_str());
 }
 

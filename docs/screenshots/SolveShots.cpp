@@ -11,7 +11,6 @@
 
 #include "Shots.h"
 #include "app/ui/parentfrm.h"
-#include "desktop/quorvexWindow.h"
 
 namespace quorvex {
 namespace {
@@ -62,8 +61,6 @@ void TakeSolve(const Shots& shots) {
     const Script script(std::move(steps));
     frame.findChild<QAction*>(action)->trigger();
   };
-  quorvexWindow& window = *frame.ActiveProject();
-  window.Tools() = {[](QWidget*) {}, [](QWidget*, ModelClass&) {}};
   const auto take = [&](const char* name) { return [&shots, name](QDialog& dialog) { shots.Take(dialog, name); }; };
 
   command("mnuSolveRegression", {[&](QDialog& dialog) {

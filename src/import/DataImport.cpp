@@ -20,6 +20,10 @@ std::optional<double> TypedValue(const GridCells& cells, double cell, const Loca
 
 }  // namespace
 
+void TellFailure(const std::string& failure, Prompter& user) {
+  if (!failure.empty()) user.Refuse(failure);
+}
+
 bool ConfirmOverwrite(const SheetEdit& edit) {
   return edit.Sheet.Cells.GridLastRow() == 0 ||
          edit.User.Ask("This operation may overwrite existing data. " + std::string(NL) + "Do you want to continue?");

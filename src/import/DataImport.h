@@ -23,6 +23,9 @@ enum class ImportOutcome {
 // Asked before each import command, where the sheet holds anything.
 bool ConfirmOverwrite(const SheetEdit& edit);
 
+// Tells why an import came to nothing. The failure is empty where the user cancelled, who then hears nothing.
+void TellFailure(const std::string& failure, Prompter& user);
+
 // An import in progress: what its dialog shows and decides. The fields are those of the dialog's controls.
 class DataImport {
  public:

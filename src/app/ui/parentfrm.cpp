@@ -160,13 +160,10 @@ void parentfrm::OpenProject(const QString& fileName) {
 // The project is there before its data, behind the dialog, and gone again where there are none.
 void parentfrm::ImportDataFile(const QString& fileName) {
   const DataSheet none(1, false);
-  const auto refuse = [this](const std::string& why) {
-    if (!why.empty()) user_.Refuse(why);
-  };
   Result<std::unique_ptr<DataImport>> opened = OpenImport(fileName.toStdString(), none, session_.Locale, &user_);
-  if (!opened) return refuse(opened.error());
+  if (!opened) return TellFailure(opened.error(), user_);
   DataImport& import = **opened;
-  if (const auto preview = import.Preview(&user_); !preview) return refuse(preview.error());
+  if (const auto preview = import.Preview(&user_); !preview) return TellFailure(preview.error(), user_);
   const auto kind = AskProjectKind(this, KindForColumns(import.Columns.lstColumns().size()));
   if (!kind) return;
   quorvexWindow* before = ActiveProject();

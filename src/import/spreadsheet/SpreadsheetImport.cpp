@@ -68,7 +68,7 @@ std::unique_ptr<DataImport> ImportData(const std::string& file, const SheetEdit&
   if (!ConfirmOverwrite(edit)) return nullptr;
   Result<std::unique_ptr<DataImport>> import = OpenImport(file, edit.Sheet, edit.Locale, &edit.User);
   if (import) return std::move(*import);
-  if (!import.error().empty()) edit.User.Refuse(import.error());
+  TellFailure(import.error(), edit.User);
   return nullptr;
 }
 

@@ -155,7 +155,7 @@ void ImportDialog::Show(DataImport* import) {
 void ImportDialog::Reload() {
   Result<GridCells> rows = import_->Preview(&edit_.User);
   if (!rows) {
-    if (!rows.error().empty()) edit_.User.Refuse(rows.error());
+    TellFailure(rows.error(), edit_.User);
     rows = GridCells();
   }
   import_->Columns.AssignInOrder();

@@ -118,10 +118,7 @@ void frmDataBase::Connect() {
       SourceName(source), ConnectString(source, txtUser->text().toStdString(), txtPassword->text().toStdString()),
       Edit().Sheet, use_);
   const Result<std::vector<DatabaseTable>> tables = import->Tables(&Edit().User);
-  if (!tables) {
-    if (!tables.error().empty()) Edit().User.Refuse(tables.error());
-    return;
-  }
+  if (!tables) return TellFailure(tables.error(), Edit().User);
   import_ = std::move(import);
   {
     const QSignalBlocker quiet(cboTable);

@@ -7,17 +7,12 @@
 #include <QVBoxLayout>
 
 namespace quorvex {
-namespace {
 
-class SolveLog : public QDialog {
- public:
-  SolveLog(QWidget* parent, const std::string& log);
-};
-
-SolveLog::SolveLog(QWidget* parent, const std::string& log) : QDialog(parent) {
-  setObjectName("SolveLog");
-  setWindowTitle("Solution Log");
-  auto* text = new QPlainTextEdit(QString::fromStdString(log).remove('\r'), this);
+void ShowSolveLog(QWidget* over, const std::string& log) {
+  QDialog dialog(over);
+  dialog.setObjectName("SolveLog");
+  dialog.setWindowTitle("Solution Log");
+  auto* text = new QPlainTextEdit(QString::fromStdString(log).remove('\r'), &dialog);
   text->setObjectName("txtLog");
   text->setAccessibleName("Log of the last solve");
   text->setReadOnly(true);
@@ -25,16 +20,13 @@ SolveLog::SolveLog(QWidget* parent, const std::string& log) : QDialog(parent) {
   text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   text->setTabChangesFocus(true);
   text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  auto* rows = new QVBoxLayout(this);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  auto* rows = new QVBoxLayout(&dialog);
   rows->addWidget(text);
   rows->addWidget(buttons);
-  resize(90 * text->fontMetrics().averageCharWidth(), 28 * text->fontMetrics().height());
+  dialog.resize(90 * text->fontMetrics().averageCharWidth(), 28 * text->fontMetrics().height());
+  dialog.exec();
 }
-
-}  // namespace
-
-void ShowSolveLog(QWidget* over, const std::string& log) { SolveLog(over, log).exec(); }
 
 }  // namespace quorvex
