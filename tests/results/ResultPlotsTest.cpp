@@ -7,6 +7,7 @@
 #include "engine/InterpClass.h"
 #include "engine/MvClass.h"
 #include "results/ResultPlots.h"
+#include "results/SolvedProject.h"
 
 namespace quorvex {
 namespace {
@@ -180,6 +181,37 @@ TEST(EstimatePreview, DrawsTheModelAtTheEstimates) {
   EXPECT_EQ(line.Y[1], 7);
   several.SetID("a*ln(x1-2)", {"a*ln(x1-2)"});
   EXPECT_FALSE(EstimatePreview(several, estimates, data, Settings(), {}));
+}
+
+TEST(PlotOfResults, SaysWhyThereIsNone) {
+  Project line = LineProject(), plane = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}});
+  std::string log;
+  ASSERT_TRUE(line.Interpolations[0].Fit(GatherData(line.Sheet)->Points, log));
+  const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr}, spline{nullptr, &line.Interpolations[0]};
+  const SolvedItem surface{&SolveModel(plane, "a+b*x1+c*x2", 1), nullptr};
+  const GatheredData points = *GatherData(line.Sheet), tooFew, several = *GatherData(plane.Sheet);
+  using enum ResultPlotKind;
+  const struct {
+    ResultPlotKind Kind;
+    SolvedItem Solution;
+    const GatheredData& Data;
+    std::string Failure;
+  } cases[] = {
+      {Model, fit, points, ""},
+      {Residuals, fit, points, ""},
+      {Probability, fit, points, ""},
+      {Model, spline, points, ""},
+      {Residuals, spline, points, "An interpolation passes through its points and leaves no residuals."},
+      {Probability, spline, points, "An interpolation passes through its points and leaves no residuals."},
+      {Residuals, fit, tooFew, "You need at least 2 data points in order to create a plot."},
+      {Model, surface, several, "A model of several independent variables has no plot in two dimensions."},
+      {Probability, surface, several, ""},
+  };
+  for (const auto& c : cases) {
+    const Project& project = &c.Data == &several ? plane : line;
+    const Result<PlotClass> plot = PlotOfResults(c.Kind, c.Solution, c.Data, project.Sheet, Settings(), {});
+    EXPECT_EQ(plot ? "" : plot.error(), c.Failure);
+  }
 }
 
 }  // namespace
