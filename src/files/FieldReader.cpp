@@ -72,4 +72,11 @@ void FieldReader::Expect(std::string_view marker) {
   if (Trim(Next().Text) != marker) Fail();
 }
 
+bool FieldReader::Sees(std::string_view text) {
+  const std::size_t here = at_;
+  const bool same = Next().Text == text;
+  at_ = here;
+  return same && good_;
+}
+
 }  // namespace quorvex

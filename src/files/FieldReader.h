@@ -32,6 +32,9 @@ class FieldReader {
   // Fails unless the next field has this text, blanks around it aside.
   void Expect(std::string_view marker);
 
+  // Whether the next field has this text, to the letter; it stays the next. Fails where Next() would.
+  bool Sees(std::string_view text);
+
   // Whether no field is left.
   bool AtEnd() const { return at_ == text_.size(); }
   bool Good() const { return good_; }

@@ -29,7 +29,7 @@ std::optional<std::vector<std::string>> ReadGroupFile(std::size_t numIV) {
   if (file.Read(GroupFileName(numIV)) != 0) return std::nullopt;
   const std::string text = DecodeText(file.Text());
   std::string_view rest = text;
-  if (!TakeLine(rest).starts_with("Quorvex:  Version ") || TakeLine(rest) != kBegin) return std::nullopt;
+  if (!TakeLine(rest).starts_with(kVersionPrefix) || TakeLine(rest) != kBegin) return std::nullopt;
   std::vector<std::string> models;
   while (!rest.empty()) {
     const std::string_view id = TakeLine(rest);

@@ -1,13 +1,10 @@
 #include "files/ModelFile.h"
 
-#include <algorithm>
-#include <array>
+#include <optional>
 
 #include "core/NumberText.h"
 #include "core/SaveFile.h"
 #include "core/TextEncoding.h"
-#include "files/FieldReader.h"
-#include "files/FieldWriter.h"
 #include "files/FileVersion.h"
 #include "files/UserModelRecord.h"
 
@@ -16,10 +13,19 @@ namespace {
 
 constexpr std::string_view kEndEquations = "End_equations";
 
-// Files up to 3.1 have no derivative texts; the layout is the same in all versions since.
-constexpr std::array<std::string_view, 2> kWithoutDerivatives = {"3.0", "3.1"};
-constexpr std::array<std::string_view, 13> kWithDerivatives = {"4.0", "4.1", "5.0", "5.1", "5.2", "6.0", "6.1",
-                                                               "7.0", "7.1", "7.2", "8.0", "8.1", "8.2"};
+// The lines in front of the models.
+struct Head {
+  std::string Version, Variables;
+};
+
+template <typename Io, typename AnyHead>
+void ListHead(Io& io, AnyHead& head) {
+  io.Mark("B_HEADER");
+  io(head.Version);
+  io(head.Variables);
+  io.Mark("E_HEADER");
+  io.Mark("Begin_equations");
+}
 
 std::string Unreadable(const std::string& fileName) {
   return "Error reading user defined model file '" + fileName + "'.";
@@ -40,25 +46,18 @@ UserModelFile ParseUserModels(std::string_view bytes, const std::string& fileNam
     return content;
   };
   FieldReader in(DecodeText(bytes));
-  in.Expect("B_HEADER");
-  content.Version = Trim(in.Text());
-  const std::optional<int> variables = CountBehindEquals(in.Text());
-  in.Expect("E_HEADER");
-  in.Expect("Begin_equations");
-  const auto isOf = [&](const auto& versions) {
-    return std::ranges::any_of(versions, [&](std::string_view version) {
-      return content.Version == std::string("Quorvex:  Version ").append(version);
-    });
-  };
-  const bool hasDerivatives = content.Version == kFileVersion || isOf(kWithDerivatives);
-  if (!in.Good() || !variables || (!hasDerivatives && !isOf(kWithoutDerivatives))) return fail();
+  Head head;
+  RecordReader beginning(in, 0, locale);
+  ListHead(beginning, head);
+  content.Version = Trim(head.Version);
+  const int version = VersionNamed(content.Version);
+  const std::optional<int> variables = CountBehindEquals(head.Variables);
+  if (!in.Good() || !variables || version < kOldestModels) return fail();
   content.IndependentVariables = *variables;
 
-  while (!in.AtEnd()) {  // a file that just stops ends its list
-    const std::string line = in.Text();
-    if (!in.Good()) return fail();
-    if (line == kEndEquations) break;
-    UserModelDefinition definition = ReadUserModel(in, line, hasDerivatives, locale);
+  RecordReader io(in, version, locale);
+  while (!in.AtEnd() && !in.Sees(kEndEquations)) {  // a file that just stops ends its list
+    UserModelDefinition definition = ReadUserModel(io);
     if (!in.Good()) return fail();
     content.Models.push_back(std::move(definition));
   }
@@ -67,16 +66,13 @@ UserModelFile ParseUserModels(std::string_view bytes, const std::string& fileNam
 
 int WriteUserModels(const std::string& fileName, std::size_t numIV, const ModelCollection& models,
                     const LocaleText& locale) {
-  FieldWriter out;
-  out.Line("B_HEADER");
-  out.Line(kFileVersion);
-  out.Line("Independentvariables = " + std::to_string(numIV));
-  out.Line("E_HEADER");
-  out.Line("Begin_equations");
+  RecordWriter io(locale);
+  const Head head{std::string(kFileVersion), "Independentvariables = " + std::to_string(numIV)};
+  ListHead(io, head);
   for (const auto& model : models)
-    if (model->UserType) WriteUserModel(out, *model, false, locale);
-  out.Line(kEndEquations);
-  return SaveFile(fileName, out.Text());
+    if (model->UserType) WriteUserModel(io, *model, false);
+  io.Mark(kEndEquations);
+  return SaveFile(fileName, io.Text());
 }
 
 }  // namespace quorvex

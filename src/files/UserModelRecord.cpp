@@ -1,52 +1,63 @@
 #include "files/UserModelRecord.h"
 
-#include "core/NumberText.h"
-
 namespace quorvex {
 namespace {
 
-constexpr std::string_view kBeginDescription = "Begin_description", kEndDescription = "End_description";
+constexpr int kFirstWithDerivatives = 40;
+constexpr std::string_view kEndDescription = "End_description";
+
+const UserModelDefinition::Coefficient kFresh{"", "", "Numerical"};
+
+// `description` is in pieces: a file may have it in any number of texts.
+template <typename Io, typename Model, typename Texts>
+void ListFields(Io& io, Model& model, Texts& description) {
+  for (auto& line : model.FunctionList) io(ModelText(line));
+  io(model.id);
+  io.Mark("Begin_description");
+  io.TextsUntil(kEndDescription, description);
+  auto count = static_cast<std::int32_t>(model.Coefficients.size());
+  io(count);  // one below zero is none, which leaves the model out and spares the file
+  io.Elements(count, model.Coefficients, kFresh, [&](auto& c) { io(c.Rule, ModelText(c.RuleConstant)); });
+  for (auto& coefficient : model.Coefficients) io.Since(kFirstWithDerivatives, ModelText(coefficient.Derivative));
+}
+
+std::vector<std::string> DescriptionTexts(const ModelClass& model, bool inProject) {
+  std::string description(inProject ? model.Description : Trim(model.Description));
+  if (!inProject && description.empty()) return {};
+  if (description == kEndDescription) description += ' ';  // or the reader would take it for the end
+  return {std::move(description)};
+}
+
+std::string DescriptionOf(const std::vector<std::string>& texts) {
+  std::string description;
+  for (const std::string& text : texts) description += text;
+  while (description.ends_with('\r') || description.ends_with('\n')) description.pop_back();
+  return description;
+}
 
 }  // namespace
 
-void WriteFunctionList(FieldWriter& out, const ModelClass& model, const LocaleText& locale) {
-  for (int n = 0; n < kFunctionLines; ++n) out.Line(EncodeLocaleText(model.FunctionList(n), locale));
+std::vector<std::string> FunctionLines(const ModelClass& model) {
+  std::vector<std::string> lines;
+  for (int n = 0; n < kFunctionLines; ++n) lines.push_back(model.FunctionList(n));
+  return lines;
 }
 
-void WriteUserModel(FieldWriter& out, const ModelClass& model, bool inProject, const LocaleText& locale) {
-  WriteFunctionList(out, model, locale);
-  out.Line(model.id);
-  out.Line(kBeginDescription);
-  std::string description(inProject ? model.Description : Trim(model.Description));
-  if (description == kEndDescription) description += ' ';  // or the reader would take it for the end
-  if (inProject || !description.empty()) out.Line(description);
-  out.Line(kEndDescription);
-  out.Line(model.NumDependentVar());
-  for (int i = 1; i <= model.NumDependentVar(); ++i)
-    out.Line(model.Rules(i), EncodeLocaleText(model.RuleConstant(i), locale));
-  for (int i = 1; i <= model.NumDependentVar(); ++i) out.Line(EncodeLocaleText(model.Derivatives(i), locale));
+void WriteUserModel(RecordWriter& io, const ModelClass& model, bool inProject) {
+  UserModelDefinition definition = DefinitionOf(model);
+  definition.FunctionList.resize(kFunctionLines);
+  const std::vector<std::string> description = DescriptionTexts(model, inProject);
+  ListFields(io, std::as_const(definition), description);
 }
 
-UserModelDefinition ReadUserModel(FieldReader& in, const std::string& modelLine, bool hasDerivatives,
-                                  const LocaleText& locale) {
+UserModelDefinition ReadUserModel(RecordReader& io) {
   UserModelDefinition definition;
-  definition.FunctionList = {DecodeLocaleText(modelLine, locale)};
-  for (int n = 1; n < kFunctionLines; ++n) definition.FunctionList.push_back(DecodeLocaleText(in.Text(), locale));
+  definition.FunctionList.resize(kFunctionLines);
+  std::vector<std::string> description;
+  ListFields(io, definition, description);
   while (definition.FunctionList.size() > 1 && definition.FunctionList.back().empty())
     definition.FunctionList.pop_back();
-  definition.id = in.Text();
-  in.Expect(kBeginDescription);
-  for (std::string part = in.Text(); in.Good() && part != kEndDescription; part = in.Text())
-    definition.Description += part;
-  while (definition.Description.ends_with('\r') || definition.Description.ends_with('\n'))
-    definition.Description.pop_back();
-  const std::int32_t n = in.Integer();
-  for (std::int32_t i = 0; i < n && in.Good(); ++i) {
-    std::string rule = in.Text();
-    definition.Coefficients.push_back({std::move(rule), DecodeLocaleText(in.Text(), locale), "Numerical"});
-  }
-  if (hasDerivatives)
-    for (auto& coefficient : definition.Coefficients) coefficient.Derivative = DecodeLocaleText(in.Text(), locale);
+  definition.Description = DescriptionOf(description);
   return definition;
 }
 

@@ -1,25 +1,21 @@
 #pragma once
 
-#include "core/LocaleText.h"
+#include <vector>
+
 #include "engine/UserModel.h"
-#include "files/FieldReader.h"
-#include "files/FieldWriter.h"
+#include "files/RecordIo.h"
 
 namespace quorvex {
 
-// A model has at most these lines: its own, and F1 to F9.
+// A model has at most these lines: its own, and F1 to F9. A file has them all, the last ones mostly empty.
 inline constexpr int kFunctionLines = 10;
-
-// The ten lines of a model, as fields.
-void WriteFunctionList(FieldWriter& out, const ModelClass& model, const LocaleText& locale);
+std::vector<std::string> FunctionLines(const ModelClass& model);
 
 // A user-defined model as project files and model files hold it. A project has the description as it is; a model file
 // has it without the blanks around it, and no field for an empty one.
-void WriteUserModel(FieldWriter& out, const ModelClass& model, bool inProject, const LocaleText& locale);
+void WriteUserModel(RecordWriter& io, const ModelClass& model, bool inProject);
 
-// Reads such a record, of which the model line has been taken already. Without derivative texts in the file each is
-// "Numerical".
-UserModelDefinition ReadUserModel(FieldReader& in, const std::string& modelLine, bool hasDerivatives,
-                                  const LocaleText& locale);
+// Reads such a record. Without derivative texts in the file each is "Numerical".
+UserModelDefinition ReadUserModel(RecordReader& io);
 
 }  // namespace quorvex

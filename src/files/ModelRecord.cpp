@@ -1,0 +1,274 @@
+#include "files/ModelRecord.h"
+
+#include <limits>
+#include <span>
+#include <utility>
+
+#include "files/UserModelRecord.h"
+#include "solve/GatherData.h"
+
+namespace quorvex {
+namespace {
+
+constexpr int kFirstWithFreedomCounts = 71;  // older files' statistics are computed anew
+
+// Which model a record is of. Its lines are those that the model of that ID has.
+struct ModelName {
+  std::string Description;
+  std::vector<std::string> Lines = std::vector<std::string>(kFunctionLines);
+  std::string id;
+  bool UserType = false;
+};
+
+template <typename Io, typename Name>
+void ListName(Io& io, Name& name) {
+  io(name.Description);
+  for (auto& line : name.Lines) io(ModelText(line));
+  io(name.id);
+  io(name.UserType);
+}
+
+// What a model keeps behind accessors.
+struct FitDetails {
+  struct Coefficient {
+    std::int32_t Constant = 0;
+    double Value = 0;
+    ICRange Range;
+  };
+
+  FitDetails(std::size_t coefficients, std::size_t variables) : Coefficients(coefficients), Covariance(coefficients) {
+    Input.X.assign(variables, {});
+  }
+
+  std::vector<Coefficient> Coefficients;
+  std::vector<std::vector<double>> Sweep;  // a row for each set, its first numbers the starts
+  DataStatistics Input;
+  std::vector<double> Covariance;
+};
+
+template <typename Io, typename Model>
+void ListStatistics(Io& io, Model& model) {
+  io.Since(60, model.RSS);
+  io(model.RssNorm);
+  io(model.RST);
+  io(model.ResAvg);
+  io(model.ResSum);
+  io(model.Durbin);
+  io(model.R2);
+  io(model.R2Adjust);
+  io(model.StdErr);
+  io.Since(kFirstWithFreedomCounts, RealForm(model.DOFError));
+  io.Since(kFirstWithFreedomCounts, RealForm(model.DOFRegression));
+}
+
+// Models of one variable have their points, those of several share the sheet's.
+template <typename Io, typename Input, typename Points>
+void ListInput(Io& io, Input& input, Points& points) {
+  auto count = static_cast<std::int32_t>(points.Y.size());
+  if (input.X.size() == 1)
+    io.Columns(points.X[0], points.Y);
+  else
+    io.Bounded(count, 0, std::numeric_limits<std::int32_t>::max());
+  for (auto& x : input.X) io(x.InputXMin);
+  for (auto& x : input.X) io(x.InputXMax);
+  io(input.InputYMin);
+  io(input.InputYMax);
+  for (auto& x : input.X) {
+    io(x.XMean);
+    io(x.XStd);
+    io(x.XAtYMin);
+    io(x.XAtYMax);
+    io(x.YAtXMin);
+    io(x.YAtXMax);
+  }
+  io(input.YMean);
+  io(input.YStd);
+}
+
+template <typename Io, typename Model, typename Details, typename Points>
+void ListFit(Io& io, Model& model, Details& details, Points& points) {
+  const std::size_t n = details.Coefficients.size();
+  io(model.SpecifyIC);
+  io(model.SpecifyICComplete);
+  io(model.Solve);
+  io(model.Solved);
+  io(model.SolveType);
+  ListStatistics(io, model);
+  io.Known(n);
+  for (auto& c : details.Coefficients) io(c.Constant, c.Value, c.Range.Min, c.Range.Max, c.Range.Steps);
+  io.Counted(details.Sweep, std::vector<double>(n), [&](auto& set) {
+    for (std::size_t i = 0; i < n; ++i) io(set[i]);
+  });
+  ListInput(io, details.Input, points);
+  io(model.ErrorInfo);
+  io.Known(n);
+  for (auto& variance : details.Covariance) io(variance);
+  io(model.NumIterations);
+}
+
+// The sets of the sweep that the solution comes from, if it comes from one.
+std::span<const std::vector<double>> SweepOf(const ModelClass& model) {
+  if (model.SweepCount == 0) return {};
+  return model.GetSweepInfo();
+}
+
+// What each start of a sweep led to.
+template <typename Io, typename Set>
+void ListSweepResults(Io& io, Set& set, std::size_t coefficients) {
+  io.Row(std::span(set).subspan(coefficients));
+}
+
+template <typename Io, typename End>
+void ListSearchEnd(Io& io, End& end) {
+  io.Bounded(end, SearchEnd::Unchanged, SearchEnd::Paused);
+}
+
+std::size_t CoefficientCount(const ModelClass& model) { return static_cast<std::size_t>(model.NumDependentVar()); }
+
+// The solved models of the project that `has` holds for.
+template <typename Condition>
+std::vector<const ModelClass*> SolvedModels(const Project& project, const Condition& has) {
+  std::vector<const ModelClass*> models;
+  for (const auto& model : project.Models)
+    if (model->Solved && has(*model)) models.push_back(model.get());
+  return models;
+}
+
+FitDetails DetailsOf(const ModelClass& model, std::size_t variables) {
+  const int n = model.NumDependentVar();
+  FitDetails details(static_cast<std::size_t>(n), variables);
+  for (int i = 1; i <= n; ++i) {
+    const auto at = static_cast<std::size_t>(i - 1);
+    details.Coefficients[at] = {model.Constants(i), model.Values(i), model.GetICRange()[at]};
+    details.Covariance[at] = model.Covariance(i);
+  }
+  details.Sweep.assign(SweepOf(model).begin(), SweepOf(model).end());
+  details.Input = model.Statistics;
+  details.Input.X.resize(variables);
+  return details;
+}
+
+void TakeDetails(ModelClass& model, FitDetails details) {
+  const int n = model.NumDependentVar();
+  std::vector<ICRange> ranges;
+  for (int i = 1; i <= n; ++i) {
+    const FitDetails::Coefficient& coefficient = details.Coefficients[static_cast<std::size_t>(i - 1)];
+    model.SetConstant(i, coefficient.Constant);
+    model.SetValue(i, coefficient.Value);
+    ranges.push_back(coefficient.Range);
+    model.SetCovariance(i, details.Covariance[static_cast<std::size_t>(i - 1)]);
+  }
+  model.SetICRange(std::move(ranges));
+  model.SweepCount = static_cast<std::int32_t>(details.Sweep.size());
+  model.SetSweepInfo(std::move(details.Sweep));
+  model.Statistics = std::move(details.Input);
+}
+
+// Versions without the counts of freedom.
+void ComputeStatistics(ModelClass& model, const SolveData& points) {
+  int adjusted = 0;
+  for (int i = 1; i <= model.NumDependentVar(); ++i) adjusted += model.Constants(i) != 0 ? 1 : 0;
+  model.Solved =
+      model.Solved && model.GetGoodnessOfFit(points, model.SolveType == 0 ? adjusted : model.NumDependentVar());
+}
+
+}  // namespace
+
+void WriteSolvedModel(RecordWriter& io, const ModelClass& model, std::size_t variables) {
+  static const InputPoints kNoPoints{{{}}, {}};
+  const ModelName name{model.Description, FunctionLines(model), model.id, model.UserType};
+  const FitDetails details = DetailsOf(model, variables);
+  const InputPoints& points = model.NumInputX() == 0 ? kNoPoints : *model.CopyInputDataTo();
+  Section(io, kSolvedModel, [&] {
+    ListName(io, name);
+    ListFit(io, model, details, points);
+  });
+}
+
+void SolvedModelReader::ReadSolvedModel(RecordReader& io) {
+  Section(io, kSolvedModel, [&] {
+    ModelName name;
+    ListName(io, name);
+    ModelClass* const model = io.Good() ? project_.Models.Find(name.id) : nullptr;
+    if (model == nullptr || model->UserType != name.UserType || model->NumDependentVar() == 0) return io.Fail();
+    model->Description = std::move(name.Description);
+    const std::size_t variables = project_.Sheet.IndependentVariables;
+    FitDetails details(CoefficientCount(*model), variables);
+    InputPoints points{{{}}, {}};
+    ListFit(io, *model, details, points);
+    if (!io.Good()) return;
+    TakeDetails(*model, std::move(details));
+    if (variables > 1 && !input_) input_ = std::make_shared<const InputPoints>(InputPoints{Points().X, Points().Y});
+    model->CopyInputDataFrom(variables > 1 ? input_ : std::make_shared<const InputPoints>(std::move(points)));
+    if (!io.Has(kFirstWithFreedomCounts)) ComputeStatistics(*model, Points());
+  });
+}
+
+const SolveData& SolvedModelReader::Points() {
+  if (points_) return *points_;
+  Result<GatheredData> gathered = GatherData(project_.Sheet);
+  points_.emplace();
+  points_->X.resize(project_.Sheet.IndependentVariables);
+  if (gathered) points_ = std::move(gathered->Points);
+  return *points_;
+}
+
+void WriteSweeps(RecordWriter& io, const Project& project) {
+  const auto models = SolvedModels(project, [](const ModelClass& model) {
+    return !SweepOf(model).empty() && SweepOf(model)[0].size() != CoefficientCount(model);
+  });
+  if (models.empty()) return;
+  Section(io, kSweeps, [&] {
+    for (const ModelClass* model : models) {
+      io(model->id);
+      for (const auto& set : SweepOf(*model)) ListSweepResults(io, set, CoefficientCount(*model));
+    }
+  });
+}
+
+void SolvedModelReader::ReadSweeps(RecordReader& io) {
+  Section(io, kSweeps, [&] {
+    while (io.GoesOn(kSweeps)) {
+      ModelClass* const model = FindModel(io);
+      if (model == nullptr) return io.Fail();
+      const std::size_t n = CoefficientCount(*model);
+      std::vector<std::vector<double>> sweep = model->GetSweepInfo();
+      for (std::vector<double>& set : sweep) {
+        if (set.size() != n) return io.Fail();
+        set.resize(2 * n + 5);
+        ListSweepResults(io, set, n);
+      }
+      model->SetSweepInfo(std::move(sweep));
+    }
+  });
+}
+
+void WriteSearchEnds(RecordWriter& io, const Project& project) {
+  const auto models =
+      SolvedModels(project, [](const ModelClass& model) { return model.Ended != SearchEnd::Converged; });
+  if (models.empty()) return;
+  Section(io, kSearchEnds, [&] {
+    for (const ModelClass* model : models) {
+      io(model->id);
+      ListSearchEnd(io, model->Ended);
+    }
+  });
+}
+
+void SolvedModelReader::ReadSearchEnds(RecordReader& io) {
+  Section(io, kSearchEnds, [&] {
+    while (io.GoesOn(kSearchEnds)) {
+      ModelClass* const model = FindModel(io);
+      if (model == nullptr) return io.Fail();
+      ListSearchEnd(io, model->Ended);
+    }
+  });
+}
+
+ModelClass* SolvedModelReader::FindModel(RecordReader& io) {
+  std::string id;
+  io(id);
+  return project_.Models.Find(id);
+}
+
+}  // namespace quorvex
