@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "batch/Assign.h"
+#include "batch/MacroStatements.h"
 #include "batch/MacroText.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
@@ -110,7 +111,25 @@ class Reader {
     return RoundToInt16(*number);
   }
 
+  // A statement outside of the model blocks. `value` is what stands right of the "=". False for an unknown one.
   bool Statement(const std::string& key, const std::string& value);
+  void Take(const MacroStatement& statement, const CommentValue& comment, const std::string& value);
+  void Take(const MacroStatement& statement, const TextValue& text, const std::string& value);
+  void Take(const MacroStatement& statement, const LimitValue<double>& limit, const std::string& value);
+  void Take(const MacroStatement& statement, const LimitValue<int>& limit, const std::string& value);
+  void Take(const MacroStatement& statement, const VariablesValue& variables, const std::string& value);
+  void Take(const MacroStatement& statement, const DerivativesValue& derivatives, const std::string& value);
+  void Take(const MacroStatement&, const FlagValue& flag, const std::string& value) { ReadFlag(flag, value, setup_); }
+  void Take(const MacroStatement&, const WordsValue& words, const std::string& value) {
+    ReadWords(words, value, setup_);
+  }
+  void Take(const MacroStatement&, const ChoiceValue& choice, const std::string& value) { choice.Read(setup_, value); }
+  template <typename N>
+  void TakeLimit(const LimitValue<N>& limit, const std::optional<N>& number) {
+    if (number) preferences_.*limit.Preference = *number;
+    setup_.*limit.Read = preferences_.*limit.Preference;
+  }
+
   bool ReadModelBlock();
   ModelClass* CreateMacroModel(std::vector<std::string> functions, const std::string& ID);
   void WarnOfJoinedWords(const std::string& line) {
@@ -131,121 +150,47 @@ class Reader {
   std::unordered_map<const ModelClass*, std::string> blocks_;  // the block that each model was first told by
 };
 
-// The statements of a macro, less the model blocks. `value` is what stands right of the "=".
 bool Reader::Statement(const std::string& key, const std::string& value) {
-  using Action = void (*)(Reader&, MacroSetup&, const std::string& value);
-  static constexpr std::pair<std::string_view, Action> kStatements[] = {
-      {"comment",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         if (value.empty()) return;
-         if (!setup.Comment.empty()) setup.Comment += NL;
-         setup.Comment += "        " + value;
-       }},
-      {"handshake",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         setup.UseDDE |= ContainsNoCase(value, "usedde");
-         setup.ShowMessageBox |= ContainsNoCase(value, "showmessagebox");
-         setup.ShowProgress |= ContainsNoCase(value, "showprogress");
-       }},
-      {"regressiontolerance",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         if (const auto number = reader.Number(value)) reader.preferences_.ResidualTolerance = *number;
-         setup.RegressionTolerance = reader.preferences_.ResidualTolerance;
-       }},
-      {"unchangediterations",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         if (const auto number = reader.Integer(value)) reader.preferences_.DivIterations = *number;
-         setup.UnchangedIterations = reader.preferences_.DivIterations;
-       }},
-      {"maxiterations",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         if (const auto number = reader.Integer(value)) reader.preferences_.MaxIterations = *number;
-         setup.MaxIterations = reader.preferences_.MaxIterations;
-       }},
-      {"derivatives",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         setup.Derivatives = EqualNoCase(value, "richardson")          ? 0
-                             : EqualNoCase(value, "centraldifference") ? 1
-                                                                       : reader.preferences_.DerivativeMethod;
-       }},
-      {"datafile", [](Reader&, MacroSetup& setup, const std::string& value) { setup.DataFile = value; }},
-      {"independentvariables",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         if (const auto number = reader.Integer(value)) setup.IndependentVariables = *number;
-         LoadModelCatalog(reader.macro_.Models, setup.IndependentVariables, reader.locale_);
-       }},
-      {"weighted",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         setup.WeightedText = value;
-         setup.Weighted = EqualNoCase(value, "true");
-       }},
-      {"overridedecimal",
-       [](Reader&, MacroSetup& setup, const std::string& value) { setup.OverrideDecimal = EqualNoCase(value, "true"); }},
-      {"missingdata",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         if (!value.empty()) setup.MissingData = value;
-       }},
-      {"datafirstline",
-       [](Reader&, MacroSetup& setup, const std::string& value) { setup.DataFirstLine = ToLower(value); }},
-      {"inputdelimit",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         SetInputDelimit(setup, value);
-       }},
-      {"columnorder",
-       [](Reader& reader, MacroSetup& setup, const std::string& value) {
-         setup.ColumnOrder = value.empty() ? "Default" : value;
-         if (HasForeignSeparator(value, reader.locale_.ListSeparator))
-           reader.Warn("'ColumnOrder = " + value + "' names one column: lists are separated by '" +
-                       reader.locale_.ListSeparator + "' here");
-       }},
-      {"outputfile", [](Reader&, MacroSetup& setup, const std::string& value) { setup.OutputFile = value; }},
-      {"outputquorvexformat",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         setup.OutputFormat = EqualNoCase(value, "true") ? "Quorvex" : "Structured";
-       }},
-      {"outputformat", [](Reader&, MacroSetup& setup, const std::string& value) { setup.OutputFormat = value; }},
-      {"logfile",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         setup.LogFile = ToLower(value);
-         if (!value.empty()) setup.LogEnabled = true;
-       }},
-      {"logsummaryonly",
-       [](Reader&, MacroSetup& setup, const std::string& value) { setup.LogSummaryOnly = EqualNoCase(value, "true"); }},
-      {"sortkey",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         setup.SortKey = 1;
-         for (std::size_t key = 0; key < kSortKeys.size(); ++key)
-           if (EqualNoCase(value, kSortKeys[key])) setup.SortKey = static_cast<int>(key) + 1;
-       }},
-      {"tableoutput",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         setup.TableDataFile = ContainsNoCase(value, "datafile");
-         setup.TableCalcData = ContainsNoCase(value, "calcdata");
-         setup.TableErrorData = ContainsNoCase(value, "errordata");
-         setup.TableMinMaxError = ContainsNoCase(value, "minmaxerror");
-       }},
-      {"outputdelimit",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         constexpr std::pair<std::string_view, std::string_view> kDelimiters[] = {
-             {"tab", "\t"}, {"comma", ","}, {"space", " "}, {"semicolon", ";"}};
-         for (const auto& [word, delimiter] : kDelimiters)
-           if (ContainsNoCase(value, word)) setup.OutputDelimit = delimiter;
-       }},
-      {"outputfitinfo",
-       [](Reader&, MacroSetup& setup, const std::string& value) { setup.OutputFitInfo = EqualNoCase(value, "true"); }},
-      {"sqlquery", [](Reader&, MacroSetup& setup, const std::string& value) { setup.SQLQuery = value; }},
-      {"parameterfile",
-       [](Reader&, MacroSetup& setup, const std::string& value) {
-         setup.ParameterFile = ToLower(value);
-         if (!value.empty()) setup.UseParameterFile = true;
-       }},
-  };
-  for (const auto& [keyword, act] : kStatements) {
-    if (key != keyword) continue;
-    act(*this, setup_, value);
-    return true;
-  }
-  return false;
+  const MacroStatement* const statement = FindStatement(key);
+  if (statement == nullptr) return false;
+  std::visit([&](const auto& kind) { Take(*statement, kind, value); }, statement->Value);
+  return true;
+}
+
+void Reader::Take(const MacroStatement&, const CommentValue& comment, const std::string& value) {
+  if (value.empty()) return;
+  std::string& text = setup_.*comment.Read;
+  if (!text.empty()) text += NL;
+  text += "        " + value;
+}
+
+void Reader::Take(const MacroStatement& statement, const TextValue& text, const std::string& value) {
+  if (text.IsList && HasForeignSeparator(value, locale_.ListSeparator))
+    Warn("'" + std::string(statement.Keyword) + " = " + value + "' names one column: lists are separated by '" +
+         locale_.ListSeparator + "' here");
+  if (value.empty() && text.Empty == EmptyText::IsIgnored) return;
+  const bool isDefault = value.empty() && text.Empty == EmptyText::MeansDefault;
+  setup_.*text.Read = isDefault ? MacroSetup().*text.Read : text.LowerCase ? ToLower(value) : value;
+  if (text.Given != nullptr && !value.empty()) setup_.*text.Given = true;
+}
+
+void Reader::Take(const MacroStatement&, const LimitValue<double>& limit, const std::string& value) {
+  TakeLimit(limit, Number(value));
+}
+
+void Reader::Take(const MacroStatement&, const LimitValue<int>& limit, const std::string& value) {
+  TakeLimit(limit, Integer(value));
+}
+
+void Reader::Take(const MacroStatement&, const VariablesValue& variables, const std::string& value) {
+  if (const auto number = Integer(value)) setup_.*variables.Read = *number;
+  LoadModelCatalog(macro_.Models, setup_.*variables.Read, locale_);
+}
+
+void Reader::Take(const MacroStatement&, const DerivativesValue& derivatives, const std::string& value) {
+  setup_.*derivatives.Read = preferences_.*derivatives.Preference;
+  for (std::size_t i = 0; i < derivatives.Words.size(); ++i)
+    if (EqualNoCase(value, derivatives.Words[i])) setup_.*derivatives.Read = static_cast<int>(i);
 }
 
 // The lines from behind B_MODEL to E_MODEL. Unlike the outer loop it acts on every line it reads.
@@ -352,15 +297,6 @@ void Reader::WarnOfBrokenLines(const ModelClass& model, const std::string& block
 }
 
 }  // namespace
-
-void SetInputDelimit(MacroSetup& setup, std::string_view value) {
-  setup.InputDelimitText = value;
-  setup.DelimitTab = ContainsNoCase(value, "tab");
-  setup.DelimitComma = ContainsNoCase(value, "comma");
-  setup.DelimitSemicolon = ContainsNoCase(value, "semicolon");
-  setup.DelimitSpace = ContainsNoCase(value, "space");
-  setup.IgnoreConsecutive = ContainsNoCase(value, "ignoreconsecutive");
-}
 
 bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log) {
   return Reader(text, locale, preferences, macro, log).Read();

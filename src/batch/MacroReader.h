@@ -31,7 +31,4 @@ struct Macro {
 // line reads B_MACRO, or nothing follows it.
 bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log);
 
-// Sets each delimiter by whether its word occurs in the statement's value.
-void SetInputDelimit(MacroSetup& setup, std::string_view value);
-
 }  // namespace quorvex

@@ -1,14 +1,13 @@
 #include "batch/MacroWriter.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <string_view>
 #include <utility>
+#include <variant>
 
-#include "batch/MacroSetup.h"
+#include "batch/MacroStatements.h"
 #include "core/NumberText.h"
 #include "core/SaveFile.h"
-#include "core/SolveData.h"
 
 namespace quorvex {
 namespace {
@@ -26,99 +25,84 @@ std::string OneLine(std::string_view text) {
 
 std::string TrueOrFalse(bool value) { return value ? "True" : "False"; }
 
-struct Item {
-  std::string_view Word;
-  bool Chosen;
+std::string LimitText(double limit, const LocaleText& locale) {
+  return LocalizeExpression(GeneralNumber(limit), locale);
+}
+
+// The values with which a statement of that kind is written, one each; none where it is left out.
+class Values {
+ public:
+  Values(const MacroFields& fields, const Settings& preferences, const LocaleText& locale)
+      : fields_(fields), preferences_(preferences), locale_(locale) {}
+
+  std::vector<std::string> Of(const MacroStatement& statement) const {
+    if (statement.Only != nullptr && !(fields_.*statement.Only)) return {};
+    if (statement.OfTexts && EqualNoCase(fields_.OutputFormat, "Quorvex")) return {};  // a project has its own layout
+    return std::visit([this](const auto& kind) { return Texts(kind); }, statement.Value);
+  }
+
+ private:
+  using List = std::vector<std::string>;
+
+  List Texts(const CommentValue& comment) const {
+    List lines;
+    for (std::string_view rest = fields_.*comment.Typed; !rest.empty();) lines.emplace_back(TakeLine(rest));
+    return lines;
+  }
+  List Texts(const TextValue& text) const {
+    const std::string typed = Typed(text.Typed, text.Placeholder);
+    return typed.empty() ? List() : List{typed};
+  }
+  template <typename Number>
+  List Texts(const LimitValue<Number>& limit) const {
+    return {Typed(limit.Typed, LimitText(preferences_.*limit.Preference, locale_))};
+  }
+  List Texts(const VariablesValue& variables) const { return {Typed(variables.Typed, variables.Placeholder)}; }
+  List Texts(const FlagValue& flag) const { return {TrueOrFalse(fields_.*flag.Ticked)}; }
+  List Texts(const WordsValue& words) const {
+    std::string text;
+    for (const MacroWord& word : words.Words)
+      if (fields_.*word.Ticked)
+        text += (text.empty() ? "" : locale_.ListSeparator + std::string(" ")).append(word.Word);
+    return text.empty() ? List() : List{text};
+  }
+  List Texts(const ChoiceValue& choice) const {
+    return choice.Chosen == nullptr ? List() : List{fields_.*choice.Chosen};
+  }
+  List Texts(const DerivativesValue& derivatives) const {
+    return {std::string(derivatives.Words[fields_.*derivatives.Second ? 1 : 0])};
+  }
+
+  std::string Typed(std::string MacroFields::*field, std::string_view otherwise) const {
+    std::string text = OneLine(fields_.*field);
+    return text.empty() ? std::string(otherwise) : text;
+  }
+
+  const MacroFields& fields_;
+  const Settings& preferences_;
+  const LocaleText& locale_;
 };
 
 class Writer {
  public:
-  Writer(const Settings& preferences, const LocaleText& locale) : preferences_(preferences), locale_(locale) {}
+  explicit Writer(const LocaleText& locale) : locale_(locale) {}
 
-  std::string Write(const MacroFields& fields, const std::vector<const ModelClass*>& models) {
-    Line(0, "B_MACRO");
-    Configuration(fields);
-    Input(fields);
-    Output(fields);
-    for (const ModelClass* model : models) Model(*model);
+  void Begin() { Line(0, "B_MACRO"); }
+  void Statement(std::string_view keyword, std::string_view value) {
+    Line(4, std::string(keyword) + " = " + OneLine(value));
+  }
+  void Model(const ModelClass& model);
+  std::string End() {
     Line(0, "E_MACRO");
     return std::move(buffer_);
   }
 
  private:
-  void Configuration(const MacroFields& fields);
-  void Input(const MacroFields& fields);
-  void Output(const MacroFields& fields);
-  void Model(const ModelClass& model);
-
   void Line(std::size_t indent, std::string_view text) { buffer_.append(indent, ' ').append(text).append(NL); }
-  void Statement(std::string_view keyword, std::string_view value) {
-    Line(4, std::string(keyword) + " = " + OneLine(value));
-  }
-  void Statement(std::string_view keyword, std::string_view value, std::string_view otherwise) {
-    const std::string text = OneLine(value);
-    Statement(keyword, text.empty() ? otherwise : text);
-  }
-  // The chosen items, separated as the locale separates lists; nothing where there is none.
-  void List(std::string_view keyword, std::initializer_list<Item> items) {
-    std::string text;
-    for (const Item& item : items) {
-      if (!item.Chosen) continue;
-      text += text.empty() ? " " : std::string(1, locale_.ListSeparator) + ' ';
-      text += item.Word;
-    }
-    if (!text.empty()) Line(4, std::string(keyword) + " =" + text);
-  }
 
-  const Settings& preferences_;
   const LocaleText& locale_;
   std::string buffer_;
 };
-
-void Writer::Configuration(const MacroFields& fields) {
-  for (std::string_view rest = fields.Comments; !rest.empty();) Statement("Comment", TakeLine(rest));
-  List("HandShake",
-       {{"UseDDE", fields.UseDDE}, {"ShowProgress", fields.ShowProgress}, {"ShowMessageBox", fields.ShowMessageBox}});
-  Statement("RegressionTolerance", fields.RegressionTolerance,
-            LocalizeExpression(GeneralNumber(preferences_.ResidualTolerance), locale_));
-  Statement("UnchangedIterations", fields.UnchangedIterations, std::to_string(preferences_.DivIterations));
-  Statement("MaxIterations", fields.MaxIterations, std::to_string(preferences_.MaxIterations));
-  Statement("Derivatives", fields.CentralDifference ? "CentralDifference" : "Richardson");
-}
-
-void Writer::Input(const MacroFields& fields) {
-  Statement("DataFile", fields.DataFile, "********.***");
-  Statement("DataFirstLine", fields.DataFirstLine, "1");
-  Statement("IndependentVariables", fields.IndependentVariables, "*");
-  Statement("Weighted", TrueOrFalse(fields.Weighted));
-  if (fields.UseSQLQuery) Statement("SQLQuery", fields.SQLQuery, "***********");
-  if (fields.UseParameterFile) Statement("ParameterFile", fields.ParameterFile, "***********");
-  if (!OneLine(fields.ColumnOrder).empty()) Statement("ColumnOrder", fields.ColumnOrder);
-  List("InputDelimit", {{"Tab", fields.DelimitTab},
-                        {"Comma", fields.DelimitComma},
-                        {"SemiColon", fields.DelimitSemicolon},
-                        {"Space", fields.DelimitSpace},
-                        {"IgnoreConsecutive", fields.IgnoreConsecutive}});
-  Statement("OverrideDecimal", TrueOrFalse(fields.OverrideDecimal));
-  if (fields.UseMissingData) Statement("MissingData", fields.MissingData, "********");
-}
-
-void Writer::Output(const MacroFields& fields) {
-  Statement("OutputFile", fields.OutputFile, "********.***");
-  Statement("OutputFormat", fields.OutputFormat);
-  if (fields.UseLogFile) {
-    Statement("LogFile", fields.LogFile, "********.***");
-    Statement("LogSummaryOnly", TrueOrFalse(fields.LogSummaryOnly));
-  }
-  if (EqualNoCase(fields.OutputFormat, "Quorvex")) return;  // a project file has its own layout
-  Statement("OutputDelimit", fields.OutputDelimit);
-  List("TableOutput", {{"DataFile", fields.TableDataFile},
-                       {"CalcData", fields.TableCalcData},
-                       {"ErrorData", fields.TableErrorData},
-                       {"MinMaxError", fields.TableMinMaxError}});
-  Statement("SortKey", fields.SortKey);
-  Statement("OutputFitInfo", TrueOrFalse(fields.OutputFitInfo));
-}
 
 // A built-in model is found again by its formula; one of the user's also needs its starts and derivatives.
 void Writer::Model(const ModelClass& model) {
@@ -152,14 +136,29 @@ bool IsChosen(const ModelClass& model, const MacroFields& fields) {
                      [&](const std::string& id) { return EqualNoCase(id, model.id); });
 }
 
+bool IsGiven(const MacroStatement& statement, const MacroFields& fields) {
+  if (const auto field = TypedField(statement)) return !OneLine(fields.*field).empty();
+  const auto* words = std::get_if<WordsValue>(&statement.Value);
+  return words == nullptr ||
+         std::ranges::any_of(words->Words, [&](const MacroWord& word) { return word.Suffices && fields.*word.Ticked; });
+}
+
+// What is no number counts as 0.
+bool IsInRange(const MacroStatement& statement, const MacroFields& fields, const LocaleText& locale) {
+  const double value = NumericText(fields.*TypedField(statement), locale.DecimalSeparator).value_or(0);
+  return value >= statement.Least && value <= statement.Most;
+}
+
 }  // namespace
 
 MacroFields FieldsFor(std::size_t independentVariables, bool weighted, const Settings& preferences,
                       const LocaleText& locale) {
   MacroFields fields;
-  fields.RegressionTolerance = LocalizeExpression(GeneralNumber(preferences.ResidualTolerance), locale);
-  fields.UnchangedIterations = std::to_string(preferences.DivIterations);
-  fields.MaxIterations = std::to_string(preferences.MaxIterations);
+  const auto fillLimit = [&](const auto& value) {
+    if constexpr (requires { value.Typed, value.Preference; })
+      fields.*value.Typed = LimitText(preferences.*value.Preference, locale);
+  };
+  for (const MacroStatement& statement : MacroStatements()) std::visit(fillLimit, statement.Value);
   fields.CentralDifference = preferences.DerivativeMethod == 1;
   fields.IndependentVariables = std::to_string(independentVariables);
   fields.Weighted = weighted;
@@ -178,7 +177,13 @@ std::vector<const ModelClass*> ChosenModels(const MacroFields& fields, const Mod
 
 std::string BuildMacroText(const MacroFields& fields, const ModelCollection& models, const Settings& preferences,
                            const LocaleText& locale) {
-  return Writer(preferences, locale).Write(fields, ChosenModels(fields, models));
+  const Values values(fields, preferences, locale);
+  Writer writer(locale);
+  writer.Begin();
+  for (const MacroStatement& statement : MacroStatements())
+    for (const std::string& value : values.Of(statement)) writer.Statement(statement.Keyword, value);
+  for (const ModelClass* model : ChosenModels(fields, models)) writer.Model(*model);
+  return writer.End();
 }
 
 std::string MacroFindings::Count() const {
@@ -186,53 +191,25 @@ std::string MacroFindings::Count() const {
 }
 
 MacroFindings CheckMacro(const MacroFields& fields, const ModelCollection& models, const LocaleText& locale) {
-  const auto isEmpty = [](const std::string& field) { return OneLine(field).empty(); };
-  // What is no number counts as 0.
-  const auto value = [&](const std::string& field) { return NumericText(field, locale.DecimalSeparator).value_or(0); };
-  const double variables = value(fields.IndependentVariables);
-
-  const struct {
-    bool IsError, Found;
-    std::string_view Text;
-  } checks[] = {
-      {false, !fields.UseDDE && !fields.ShowProgress && !fields.ShowMessageBox,
-       "No interactive options have been set (Configuration Tab)."},
-      {false, isEmpty(fields.RegressionTolerance),
-       "Regression tolerance has not been specified (Configuration Tab). Default value will be used."},
-      {false, isEmpty(fields.MaxIterations),
-       "Maximum number of iterations has not been specified (Configuration Tab). Default value will be used."},
-      {false, isEmpty(fields.UnchangedIterations),
-       "Maximum number of unchanged iterations has not been specified (Configuration Tab). Default value will be "
-       "used."},
-      {true, isEmpty(fields.DataFile), "Input data file has not been specified (Input Tab)."},
-      {true, !isEmpty(fields.IndependentVariables) && (variables < 1 || variables > kMostIndependentVariables),
-       "The number of independent variables specified is invalid (Input Tab)."},
-      {true, isEmpty(fields.IndependentVariables),
-       "The number of independent variables has not been specified (Input Tab)."},
-      {true, !isEmpty(fields.DataFirstLine) && value(fields.DataFirstLine) < 1,
-       "The first line containing data specified is invalid (Input Tab)."},
-      {true, fields.UseSQLQuery && isEmpty(fields.SQLQuery),
-       "SQL Query was requested but no query string is specified (Input Tab)."},
-      {true, fields.UseParameterFile && isEmpty(fields.ParameterFile),
-       "Parameter file input was requested but no parameter file is specified (Input Tab)."},
-      {false, isEmpty(fields.ColumnOrder),
-       "Data source column order was not specified (Input Tab). Default value will be used."},
-      {true, !fields.DelimitTab && !fields.DelimitComma && !fields.DelimitSemicolon && !fields.DelimitSpace,
-       "No delimiters were specified for parsing the input file (Input Tab)."},
-      {true, fields.UseMissingData && isEmpty(fields.MissingData),
-       "Marker for missing data not specified (Input Tab)."},
-      {true, isEmpty(fields.OutputFile), "No output file name is specified (Output Tab)."},
-      {true, fields.UseLogFile && isEmpty(fields.LogFile),
-       "Log output was requested but no log file name is specified (Output Tab)."},
-      {true, ChosenModels(fields, models).empty(), "No regression models have been selected (Models Tab)."},
-  };
+  std::vector<const MacroStatement*> checked;
+  for (const MacroStatement& statement : MacroStatements())
+    if (statement.FoundAt > 0) checked.push_back(&statement);
+  std::ranges::sort(checked, {}, &MacroStatement::FoundAt);
 
   MacroFindings findings;
-  for (const auto& check : checks) {
-    if (!check.Found) continue;
-    ++(check.IsError ? findings.Errors : findings.Warnings);
-    findings.Lines.push_back((check.IsError ? "ERROR: " : "Warning: ") + std::string(check.Text));
+  const auto tell = [&](bool isError, std::string_view text) {
+    ++(isError ? findings.Errors : findings.Warnings);
+    findings.Lines.push_back((isError ? "ERROR: " : "Warning: ") + std::string(text));
+  };
+  for (const MacroStatement* statement : checked) {
+    if (statement->Only != nullptr && !(fields.*statement->Only)) continue;
+    if (!IsGiven(*statement, fields)) {
+      if (!statement->Missing.empty()) tell(statement->MissingIsError, statement->Missing);
+    } else if (!statement->Invalid.empty() && !IsInRange(*statement, fields, locale)) {
+      tell(true, statement->Invalid);
+    }
   }
+  if (ChosenModels(fields, models).empty()) tell(true, "No regression models have been selected (Models Tab).");
   return findings;
 }
 

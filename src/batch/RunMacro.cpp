@@ -11,6 +11,7 @@
 #include "batch/BatchStatus.h"
 #include "batch/FitModels.h"
 #include "batch/MacroReader.h"
+#include "batch/MacroStatements.h"
 #include "batch/ParameterFile.h"
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
@@ -30,26 +31,21 @@ constexpr int kAccessError = 75;
 
 constexpr std::string_view kAsterisks = "***************************************";
 
-// A text of the macro in which a parameter run substitutes, in the order of substitution. A change of an input makes
-// the run read and solve anew.
+// A statement in whose text a parameter run substitutes, in the order of substitution. A change of an input makes the
+// run read and solve anew.
 struct Field {
-  std::string_view Name;
-  std::string MacroSetup::*Text;
+  std::string_view Keyword;
   bool IsInput;
   bool IsLogged = true;
+
+  std::string& In(MacroSetup& setup) const { return setup.*KeptText(*FindStatement(Keyword)); }
 };
 
+constexpr std::string_view kData = "DataFile";
 constexpr Field kFields[] = {
-    {"MissingData", &MacroSetup::MissingData, true},
-    {"DataFile", &MacroSetup::DataFile, true},
-    {"SQLQuery", &MacroSetup::SQLQuery, true},
-    {"OutputFile", &MacroSetup::OutputFile, false},
-    {"Comment", &MacroSetup::Comment, false, false},
-    {"ColumnOrder", &MacroSetup::ColumnOrder, true},
-    {"InputDelimit", &MacroSetup::InputDelimitText, true},
-    {"Weighted", &MacroSetup::WeightedText, true},
-    {"OutputFormat", &MacroSetup::OutputFormat, false},
-    {"DataFirstLine", &MacroSetup::DataFirstLine, true},
+    {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {"OutputFile", false},
+    {"Comment", false, false}, {"ColumnOrder", true},   {"InputDelimit", true}, {"Weighted", true},
+    {"OutputFormat", false},   {"DataFirstLine", true},
 };
 
 std::string Token(const std::string& parameter) { return "%" + parameter + "%"; }
@@ -319,13 +315,12 @@ bool MacroRun::SubstituteParameters() {
     const std::string token = Token(parameters_->Names[p]);
     const std::string& value = parameters_->Rows[run_][p];
     for (const Field& field : kFields) {
-      std::string& text = setup.*field.Text;
+      std::string& text = field.In(setup);
       if (!Substitute(text, token, value)) continue;
-      if (tooLong(text, field.Name)) return false;
-      const std::string shown = field.Text == &MacroSetup::DataFile ? DataSourceText(setup) : text;
-      if (field.IsLogged) Log("Assigning " + std::string(field.Name) + " = '" + shown + "'");
-      if (field.Text == &MacroSetup::InputDelimitText) SetInputDelimit(setup, std::string(text));
-      if (field.Text == &MacroSetup::WeightedText) setup.Weighted = EqualNoCase(text, "true");
+      if (tooLong(text, field.Keyword)) return false;
+      const std::string shown = field.Keyword == kData ? DataSourceText(setup) : text;
+      if (field.IsLogged) Log("Assigning " + std::string(field.Keyword) + " = '" + shown + "'");
+      ReadKeptText(*FindStatement(field.Keyword), setup);
     }
     for (std::size_t i = 0; i < assigns.size(); ++i) {
       if (!Substitute(assigns[i].Text, token, value)) continue;
@@ -341,7 +336,7 @@ bool MacroRun::SubstituteParameters() {
 
 void MacroRun::NoteChangedInputs() {
   for (std::size_t f = 0; f < std::size(kFields); ++f) {
-    const std::string& text = macro_.Setup.*kFields[f].Text;
+    const std::string& text = kFields[f].In(macro_.Setup);
     if (!kFields[f].IsInput || EqualNoCase(text, previous_[f])) continue;
     previous_[f] = text;
     inputChanged_ = true;

@@ -14,8 +14,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <algorithm>
 
-#include "batch/MacroSetup.h"
+#include "batch/MacroStatements.h"
 
 namespace quorvex {
 namespace {
@@ -23,14 +24,9 @@ namespace {
 // "Parameter &file:" as what a screen reader says.
 QString Spoken(QString label) { return label.remove('&').remove(':'); }
 
-QPlainTextEdit* Paragraph(QWidget* page, const char* name, const QString& spoken, int lines) {
-  auto* text = new QPlainTextEdit(page);
-  text->setObjectName(name);
-  text->setAccessibleName(spoken);
-  text->setTabChangesFocus(true);
-  text->setFixedHeight(text->fontMetrics().lineSpacing() * lines + 2 * text->frameWidth() + 8);
-  return text;
-}
+const MacroStatement& Statement(const QString& keyword) { return *FindStatement(keyword.toStdString()); }
+
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
 
 }  // namespace
 
@@ -66,25 +62,29 @@ frmMacro::frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollec
   Show(fields);
 }
 
-QLineEdit* frmMacro::AddText(QFormLayout& form, const QString& label, const char* name) {
-  auto* edit = new QLineEdit(form.parentWidget());
-  edit->setObjectName(name);
-  edit->setAccessibleName(Spoken(label));
+QLineEdit* frmMacro::NewText(QWidget* parent, const QString& spoken, const QString& keyword) {
+  auto* edit = new QLineEdit(parent);
+  edit->setObjectName("txt" + keyword);
+  edit->setAccessibleName(spoken);
+  texts_.push_back({edit, TypedField(Statement(keyword))});
+  return edit;
+}
+
+QLineEdit* frmMacro::AddText(QFormLayout& form, const QString& label, const QString& keyword) {
+  QLineEdit* edit = NewText(form.parentWidget(), Spoken(label), keyword);
   form.addRow(label, edit);
   return edit;
 }
 
-QLineEdit* frmMacro::AddFile(QFormLayout& form, const QString& label, const char* name, const QString& title,
+QLineEdit* frmMacro::AddFile(QFormLayout& form, const QString& label, const QString& keyword, const QString& title,
                              bool toWrite) {
   auto* box = new QWidget(form.parentWidget());
   auto* line = new QHBoxLayout(box);
   line->setContentsMargins(0, 0, 0, 0);
-  auto* edit = new QLineEdit(box);
-  edit->setObjectName(name);
-  edit->setAccessibleName(Spoken(label));
+  QLineEdit* edit = NewText(box, Spoken(label), keyword);
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 40);
   auto* browse = new QPushButton("...", box);
-  browse->setObjectName(QString("cmd") + (name + 3));
+  browse->setObjectName("cmd" + keyword);
   browse->setAccessibleName(title);
   browse->setToolTip(title);
   browse->setFixedWidth(browse->fontMetrics().horizontalAdvance("......") + 12);
@@ -101,31 +101,63 @@ QLineEdit* frmMacro::AddFile(QFormLayout& form, const QString& label, const char
   return edit;
 }
 
-QCheckBox* frmMacro::AddCheck(const QString& label, const char* name) {
+QPlainTextEdit* frmMacro::NewParagraph(QWidget* page, const QString& spoken, const QString& keyword,
+                                       const QString& name, int lines) {
+  auto* text = new QPlainTextEdit(page);
+  text->setObjectName(name);
+  text->setAccessibleName(spoken);
+  text->setTabChangesFocus(true);
+  text->setFixedHeight(text->fontMetrics().lineSpacing() * lines + 2 * text->frameWidth() + 8);
+  paragraphs_.push_back({text, TypedField(Statement(keyword))});
+  return text;
+}
+
+QCheckBox* frmMacro::NewCheck(const QString& label, const QString& name, bool MacroFields::*field) {
   auto* box = new QCheckBox(label, this);
   box->setObjectName(name);
+  checks_.push_back({box, field});
+  return box;
+}
+
+QCheckBox* frmMacro::NewFlag(const QString& label, const QString& keyword) {
+  return NewCheck(label, "ck" + keyword, std::get<FlagValue>(Statement(keyword).Value).Ticked);
+}
+
+QCheckBox* frmMacro::NewUse(const QString& label, const QString& keyword) {
+  return NewCheck(label, "ck" + keyword, Statement(keyword).Only);
+}
+
+QCheckBox* frmMacro::NewWord(const QString& label, const QString& keyword, const QString& word, const QString& name) {
+  const std::span<const MacroWord> words = std::get<WordsValue>(Statement(keyword).Value).Words;
+  return NewCheck(label, name, std::ranges::find(words, word.toStdString(), &MacroWord::Word)->Ticked);
+}
+
+QComboBox* frmMacro::AddChoice(QFormLayout& form, const QString& label, const QString& keyword, const QString& name) {
+  const auto& choice = std::get<ChoiceValue>(Statement(keyword).Value);
+  auto* box = new QComboBox(form.parentWidget());
+  box->setObjectName(name);
+  box->setAccessibleName(Spoken(label));
+  for (const std::string_view word : choice.Words) box->addItem(Text(word));
+  form.addRow(label, box);
+  choices_.push_back({box, choice.Chosen});
   return box;
 }
 
 QWidget* frmMacro::ConfigurationPage() {
   auto* page = new QWidget(this);
   auto* form = new QFormLayout(page);
-  auto* comments = Paragraph(page, "txtComments", "Comments", 4);
-  form->addRow("Comme&nts:", comments);
-  paragraphs_ = {{comments, &MacroFields::Comments}};
+  form->addRow("Comme&nts:", NewParagraph(page, "Comments", "Comment", "txtComments", 4));
 
-  auto* dde = AddCheck("Tell the &status to the calling program", "ckUseDDE");
-  auto* progress = AddCheck("Show the &progress", "ckShowProgress");
-  auto* messages = AddCheck("Show message &boxes", "ckShowMessageBox");
+  auto* dde = NewWord("Tell the &status to the calling program", "HandShake", "UseDDE", "ckUseDDE");
+  auto* progress = NewWord("Show the &progress", "HandShake", "ShowProgress", "ckShowProgress");
+  auto* messages = NewWord("Show message &boxes", "HandShake", "ShowMessageBox", "ckShowMessageBox");
   form->addRow(new QLabel("Interactive:", page), dde);
   form->addRow("", progress);
   form->addRow("", messages);
-  checks_ = {
-      {dde, &MacroFields::UseDDE}, {progress, &MacroFields::ShowProgress}, {messages, &MacroFields::ShowMessageBox}};
 
-  texts_ = {{AddText(*form, "&Regression tolerance:", "txtRegressionTolerance"), &MacroFields::RegressionTolerance},
-            {AddText(*form, "M&aximum iterations:", "txtMaxIterations"), &MacroFields::MaxIterations},
-            {AddText(*form, "&Unchanged iterations:", "txtUnchangedIterations"), &MacroFields::UnchangedIterations}};
+  AddText(*form, "&Regression tolerance:", "RegressionTolerance");
+  AddText(*form, "M&aximum iterations:", "MaxIterations");
+  AddText(*form, "&Unchanged iterations:", "UnchangedIterations");
 
   auto* richardson = new QRadioButton("Use Richar&dson's Extrapolation (Most Accurate)", page);
   richardson->setObjectName("optnRichardson");
@@ -140,57 +172,40 @@ QWidget* frmMacro::ConfigurationPage() {
 QWidget* frmMacro::InputPage() {
   auto* page = new QWidget(this);
   auto* form = new QFormLayout(page);
-  texts_.push_back({AddFile(*form, "&Data file:", "txtDataFile", "Input Data File", false), &MacroFields::DataFile});
-  texts_.push_back({AddText(*form, "&First line with data:", "txtDataFirstLine"), &MacroFields::DataFirstLine});
-  texts_.push_back(
-      {AddText(*form, "I&ndependent variables:", "txtIndependentVariables"), &MacroFields::IndependentVariables});
-  texts_.push_back({AddText(*form, "Co&lumn order:", "txtColumnOrder"), &MacroFields::ColumnOrder});
-  texts_.back().Shown->setPlaceholderText("Default, or a list such as x1, x2, y, sd");
+  AddFile(*form, "&Data file:", "DataFile", "Input Data File", false);
+  AddText(*form, "&First line with data:", "DataFirstLine");
+  AddText(*form, "I&ndependent variables:", "IndependentVariables");
+  AddText(*form, "Co&lumn order:", "ColumnOrder")->setPlaceholderText("Default, or a list such as x1, x2, y, sd");
 
-  auto* weighted = AddCheck("The data have a column of &standard deviations", "ckWeighted");
-  form->addRow("", weighted);
+  form->addRow("", NewFlag("The data have a column of &standard deviations", "Weighted"));
   const struct {
-    const char *Label, *Name;
-    bool MacroFields::*Field;
-  } delimiters[] = {{"&Tab", "ckDelimitTab", &MacroFields::DelimitTab},
-                    {"Comm&a", "ckDelimitComma", &MacroFields::DelimitComma},
-                    {"S&emicolon", "ckDelimitSemicolon", &MacroFields::DelimitSemicolon},
-                    {"S&pace", "ckDelimitSpace", &MacroFields::DelimitSpace}};
+    const char *Label, *Word, *Name;
+  } delimiters[] = {{"&Tab", "Tab", "ckDelimitTab"},
+                    {"Comm&a", "Comma", "ckDelimitComma"},
+                    {"S&emicolon", "SemiColon", "ckDelimitSemicolon"},
+                    {"S&pace", "Space", "ckDelimitSpace"}};
   auto* row = new QHBoxLayout;
-  for (const auto& delimiter : delimiters) {
-    auto* box = AddCheck(delimiter.Label, delimiter.Name);
-    row->addWidget(box);
-    checks_.push_back({box, delimiter.Field});
-  }
+  for (const auto& delimiter : delimiters)
+    row->addWidget(NewWord(delimiter.Label, "InputDelimit", delimiter.Word, delimiter.Name));
   row->addStretch();
   form->addRow("Delimiters:", row);
-  auto* consecutive = AddCheck("R&uns of delimiters count as one", "ckIgnoreConsecutive");
-  auto* decimal = AddCheck("Read \".\" as the decimal point &whatever the locale says", "ckOverrideDecimal");
+  auto* consecutive =
+      NewWord("R&uns of delimiters count as one", "InputDelimit", "IgnoreConsecutive", "ckIgnoreConsecutive");
+  auto* decimal = NewFlag("Read \".\" as the decimal point &whatever the locale says", "OverrideDecimal");
   form->addRow("", consecutive);
   form->addRow("", decimal);
 
-  auto* missing = AddCheck("Mar&ker of missing data:", "ckMissingData");
-  auto* marker = new QLineEdit(page);
-  marker->setObjectName("txtMissingData");
-  marker->setAccessibleName("Marker of missing data");
+  auto* missing = NewUse("Mar&ker of missing data:", "MissingData");
+  auto* marker = NewText(page, "Marker of missing data", "MissingData");
   form->addRow(missing, marker);
-  auto* useParameters = AddCheck("Run once for each line of a ta&ble of parameters", "ckParameterFile");
+  auto* useParameters = NewUse("Run once for each line of a ta&ble of parameters", "ParameterFile");
   form->addRow("", useParameters);
-  auto* parameters = AddFile(*form, "Pa&rameter file:", "txtParameterFile", "Parameter File", false);
-  auto* useSql = AddCheck("Read from a database by a &query", "ckSQLQuery");
+  auto* parameters = AddFile(*form, "Pa&rameter file:", "ParameterFile", "Parameter File", false);
+  auto* useSql = NewUse("Read from a database by a &query", "SQLQuery");
   form->addRow("", useSql);
-  auto* sql = Paragraph(page, "txtSQLQuery", "Query", 3);
+  auto* sql = NewParagraph(page, "Query", "SQLQuery", "txtSQLQuery", 3);
   form->addRow("Quer&y:", sql);
 
-  checks_.insert(checks_.end(), {{weighted, &MacroFields::Weighted},
-                                 {consecutive, &MacroFields::IgnoreConsecutive},
-                                 {decimal, &MacroFields::OverrideDecimal},
-                                 {missing, &MacroFields::UseMissingData},
-                                 {useParameters, &MacroFields::UseParameterFile},
-                                 {useSql, &MacroFields::UseSQLQuery}});
-  texts_.push_back({marker, &MacroFields::MissingData});
-  texts_.push_back({parameters, &MacroFields::ParameterFile});
-  paragraphs_.push_back({sql, &MacroFields::SQLQuery});
   for (const auto& [box, field] :
        {std::pair<QCheckBox*, QWidget*>{missing, marker}, {useParameters, parameters->parentWidget()}, {useSql, sql}}) {
     field->setEnabled(false);
@@ -202,52 +217,30 @@ QWidget* frmMacro::InputPage() {
 QWidget* frmMacro::OutputPage() {
   auto* page = new QWidget(this);
   auto* form = new QFormLayout(page);
-  texts_.push_back({AddFile(*form, "Output &file:", "txtOutputFile", "Output File", true), &MacroFields::OutputFile});
-  const auto addChoice = [&](const QString& label, const char* name, const QStringList& items,
-                             std::string MacroFields::*field) {
-    auto* box = new QComboBox(page);
-    box->setObjectName(name);
-    box->setAccessibleName(Spoken(label));
-    box->addItems(items);
-    form->addRow(label, box);
-    choices_.push_back({box, field});
-    return box;
-  };
-  auto* format =
-      addChoice("Fo&rmat:", "cmbOutput", {"Quorvex", "Structured", "Spreadsheet"}, &MacroFields::OutputFormat);
+  AddFile(*form, "Output &file:", "OutputFile", "Output File", true);
+  auto* format = AddChoice(*form, "Fo&rmat:", "OutputFormat", "cmbOutput");
   connect(format, &QComboBox::currentTextChanged, this, &frmMacro::EnableWhatCounts);
-  auto* delimiter =
-      addChoice("&Delimiter:", "cmbOutputDelimit", {"Tab", "Comma", "SemiColon", "Space"}, &MacroFields::OutputDelimit);
-  QStringList keys;
-  for (const std::string_view key : kSortKeys) keys << QString::fromUtf8(key.data(), qsizetype(key.size()));
-  auto* sort = addChoice("&Sort by:", "cmbSortBy", keys, &MacroFields::SortKey);
+  auto* delimiter = AddChoice(*form, "&Delimiter:", "OutputDelimit", "cmbOutputDelimit");
+  auto* sort = AddChoice(*form, "&Sort by:", "SortKey", "cmbSortBy");
   outputOptions_ = {delimiter, sort};
 
-  const struct {
-    const char *Label, *Name;
-    bool MacroFields::*Field;
-  } tables[] = {{"The input d&ata", "ckTableDataFile", &MacroFields::TableDataFile},
-                {"Ca&lculated values", "ckTableCalcData", &MacroFields::TableCalcData},
-                {"Resid&uals", "ckTableErrorData", &MacroFields::TableErrorData},
-                {"Smallest and lar&gest residual", "ckTableMinMaxError", &MacroFields::TableMinMaxError},
-                {"Fit s&tatistics", "ckOutputFitInfo", &MacroFields::OutputFitInfo}};
   QString caption = "Write:";
-  for (const auto& table : tables) {
-    auto* box = AddCheck(table.Label, table.Name);
+  const auto addOption = [&](QCheckBox* box) {
     form->addRow(new QLabel(caption, page), box);
     caption.clear();
-    checks_.push_back({box, table.Field});
     outputOptions_.push_back(box);
-  }
+  };
+  addOption(NewWord("The input d&ata", "TableOutput", "DataFile", "ckTableDataFile"));
+  addOption(NewWord("Ca&lculated values", "TableOutput", "CalcData", "ckTableCalcData"));
+  addOption(NewWord("Resid&uals", "TableOutput", "ErrorData", "ckTableErrorData"));
+  addOption(NewWord("Smallest and lar&gest residual", "TableOutput", "MinMaxError", "ckTableMinMaxError"));
+  addOption(NewFlag("Fit s&tatistics", "OutputFitInfo"));
 
-  auto* useLog = AddCheck("&Write a log", "ckLogFile");
+  auto* useLog = NewUse("&Write a log", "LogFile");
   form->addRow(new QLabel("Log:", page), useLog);
-  auto* log = AddFile(*form, "Log fil&e:", "txtLogFile", "Log File", true);
-  auto* summary = AddCheck("Only the summar&y", "ckLogSummaryOnly");
+  auto* log = AddFile(*form, "Log fil&e:", "LogFile", "Log File", true);
+  auto* summary = NewFlag("Only the summar&y", "LogSummaryOnly");
   form->addRow("", summary);
-  texts_.push_back({log, &MacroFields::LogFile});
-  checks_.push_back({useLog, &MacroFields::UseLogFile});
-  checks_.push_back({summary, &MacroFields::LogSummaryOnly});
   for (QWidget* field : {log->parentWidget(), static_cast<QWidget*>(summary)}) {
     field->setEnabled(false);
     connect(useLog, &QCheckBox::toggled, field, &QWidget::setEnabled);

@@ -32,9 +32,19 @@ class frmMacro : public QDialog {
   QWidget* InputPage();
   QWidget* OutputPage();
   QWidget* ModelsPage();
-  QLineEdit* AddText(QFormLayout& form, const QString& label, const char* name);
-  QLineEdit* AddFile(QFormLayout& form, const QString& label, const char* name, const QString& title, bool toWrite);
-  QCheckBox* AddCheck(const QString& label, const char* name);
+  // Controls for the statement of a keyword, each bound to the field that the statement is written from: of its value,
+  // of one word of its list, or, by NewUse, of whether it is written at all.
+  QLineEdit* AddText(QFormLayout& form, const QString& label, const QString& keyword);
+  QLineEdit* AddFile(QFormLayout& form, const QString& label, const QString& keyword, const QString& title,
+                     bool toWrite);
+  QComboBox* AddChoice(QFormLayout& form, const QString& label, const QString& keyword, const QString& name);
+  QLineEdit* NewText(QWidget* parent, const QString& spoken, const QString& keyword);
+  QPlainTextEdit* NewParagraph(QWidget* page, const QString& spoken, const QString& keyword, const QString& name,
+                               int lines);
+  QCheckBox* NewFlag(const QString& label, const QString& keyword);
+  QCheckBox* NewWord(const QString& label, const QString& keyword, const QString& word, const QString& name);
+  QCheckBox* NewUse(const QString& label, const QString& keyword);
+  QCheckBox* NewCheck(const QString& label, const QString& name, bool MacroFields::*field);
   void Show(const MacroFields& fields);
   void EnableWhatCounts();
 

@@ -1,0 +1,211 @@
+#include "batch/MacroStatements.h"
+
+#include <algorithm>
+#include <iterator>
+#include <type_traits>
+#include <utility>
+
+#include "core/NumberText.h"
+#include "core/SolveData.h"
+
+namespace quorvex {
+namespace {
+
+using S = MacroSetup;
+using F = MacroFields;
+
+constexpr MacroWord kHandShake[] = {{"UseDDE", &S::UseDDE, &F::UseDDE},
+                                    {"ShowProgress", &S::ShowProgress, &F::ShowProgress},
+                                    {"ShowMessageBox", &S::ShowMessageBox, &F::ShowMessageBox}};
+constexpr MacroWord kInputDelimit[] = {
+    {"Tab", &S::DelimitTab, &F::DelimitTab},
+    {"Comma", &S::DelimitComma, &F::DelimitComma},
+    {"SemiColon", &S::DelimitSemicolon, &F::DelimitSemicolon},
+    {"Space", &S::DelimitSpace, &F::DelimitSpace},
+    {"IgnoreConsecutive", &S::IgnoreConsecutive, &F::IgnoreConsecutive, /*Suffices=*/false}};
+constexpr MacroWord kTableOutput[] = {{"DataFile", &S::TableDataFile, &F::TableDataFile},
+                                      {"CalcData", &S::TableCalcData, &F::TableCalcData},
+                                      {"ErrorData", &S::TableErrorData, &F::TableErrorData},
+                                      {"MinMaxError", &S::TableMinMaxError, &F::TableMinMaxError}};
+constexpr std::string_view kDerivatives[] = {"Richardson", "CentralDifference"};
+constexpr std::string_view kOutputFormat[] = {"Quorvex", "Structured", "Spreadsheet"};
+constexpr std::string_view kOutputDelimit[] = {"Tab", "Comma", "SemiColon", "Space"};
+
+void ReadOutputFormat(MacroSetup& setup, std::string_view value) { setup.OutputFormat = value; }
+
+void ReadOutputQuorvexFormat(MacroSetup& setup, std::string_view value) {
+  setup.OutputFormat = EqualNoCase(value, "true") ? "Quorvex" : "Structured";
+}
+
+// Of several words the last one here counts; without any of them what was said before stays.
+void ReadOutputDelimit(MacroSetup& setup, std::string_view value) {
+  constexpr std::pair<std::string_view, std::string_view> kDelimiters[] = {
+      {"tab", "\t"}, {"comma", ","}, {"space", " "}, {"semicolon", ";"}};
+  for (const auto& [word, delimiter] : kDelimiters)
+    if (ContainsNoCase(value, word)) setup.OutputDelimit = delimiter;
+}
+
+void ReadSortKey(MacroSetup& setup, std::string_view value) {
+  setup.SortKey = 1;
+  for (std::size_t key = 0; key < kSortKeys.size(); ++key)
+    if (EqualNoCase(value, kSortKeys[key])) setup.SortKey = static_cast<int>(key) + 1;
+}
+
+constexpr MacroStatement kStatements[] = {
+    {.Keyword = "Comment", .Value = CommentValue{&S::Comment, &F::Comments}},
+    {.Keyword = "HandShake",
+     .Value = WordsValue{.Words = kHandShake, .Adds = true},
+     .FoundAt = 1,
+     .Missing = "No interactive options have been set (Configuration Tab)."},
+    {.Keyword = "RegressionTolerance",
+     .Value = LimitValue<double>{&S::RegressionTolerance, &Settings::ResidualTolerance, &F::RegressionTolerance},
+     .FoundAt = 2,
+     .Missing = "Regression tolerance has not been specified (Configuration Tab). Default value will be used."},
+    {.Keyword = "UnchangedIterations",
+     .Value = LimitValue<int>{&S::UnchangedIterations, &Settings::DivIterations, &F::UnchangedIterations},
+     .FoundAt = 4,
+     .Missing = "Maximum number of unchanged iterations has not been specified (Configuration Tab). Default value will "
+                "be used."},
+    {.Keyword = "MaxIterations",
+     .Value = LimitValue<int>{&S::MaxIterations, &Settings::MaxIterations, &F::MaxIterations},
+     .FoundAt = 3,
+     .Missing = "Maximum number of iterations has not been specified (Configuration Tab). Default value will be used."},
+    {.Keyword = "Derivatives",
+     .Value = DerivativesValue{kDerivatives, &S::Derivatives, &Settings::DerivativeMethod, &F::CentralDifference}},
+
+    {.Keyword = "DataFile",
+     .Value = TextValue{.Read = &S::DataFile, .Typed = &F::DataFile, .Placeholder = "********.***"},
+     .FoundAt = 5,
+     .MissingIsError = true,
+     .Missing = "Input data file has not been specified (Input Tab)."},
+    {.Keyword = "DataFirstLine",
+     .Value = TextValue{.Read = &S::DataFirstLine, .Typed = &F::DataFirstLine, .Placeholder = "1", .LowerCase = true},
+     .FoundAt = 7,
+     .Invalid = "The first line containing data specified is invalid (Input Tab).",
+     .Least = 1},
+    {.Keyword = "IndependentVariables",
+     .Value = VariablesValue{&S::IndependentVariables, &F::IndependentVariables, "*"},
+     .FoundAt = 6,
+     .MissingIsError = true,
+     .Missing = "The number of independent variables has not been specified (Input Tab).",
+     .Invalid = "The number of independent variables specified is invalid (Input Tab).",
+     .Least = 1,
+     .Most = kMostIndependentVariables},
+    {.Keyword = "Weighted", .Value = FlagValue{&S::Weighted, &F::Weighted, &S::WeightedText}},
+    {.Keyword = "SQLQuery",
+     .Value = TextValue{.Read = &S::SQLQuery, .Typed = &F::SQLQuery, .Placeholder = "***********"},
+     .Only = &F::UseSQLQuery,
+     .FoundAt = 8,
+     .MissingIsError = true,
+     .Missing = "SQL Query was requested but no query string is specified (Input Tab)."},
+    {.Keyword = "ParameterFile",
+     .Value = TextValue{.Read = &S::ParameterFile,
+                        .Typed = &F::ParameterFile,
+                        .Placeholder = "***********",
+                        .LowerCase = true,
+                        .Given = &S::UseParameterFile},
+     .Only = &F::UseParameterFile,
+     .FoundAt = 9,
+     .MissingIsError = true,
+     .Missing = "Parameter file input was requested but no parameter file is specified (Input Tab)."},
+    {.Keyword = "ColumnOrder",
+     .Value =
+         TextValue{.Read = &S::ColumnOrder, .Typed = &F::ColumnOrder, .Empty = EmptyText::MeansDefault, .IsList = true},
+     .FoundAt = 10,
+     .Missing = "Data source column order was not specified (Input Tab). Default value will be used."},
+    {.Keyword = "InputDelimit",
+     .Value = WordsValue{.Words = kInputDelimit, .Text = &S::InputDelimitText},
+     .FoundAt = 11,
+     .MissingIsError = true,
+     .Missing = "No delimiters were specified for parsing the input file (Input Tab)."},
+    {.Keyword = "OverrideDecimal", .Value = FlagValue{&S::OverrideDecimal, &F::OverrideDecimal}},
+    {.Keyword = "MissingData",
+     .Value = TextValue{.Read = &S::MissingData,
+                        .Typed = &F::MissingData,
+                        .Placeholder = "********",
+                        .Empty = EmptyText::IsIgnored},
+     .Only = &F::UseMissingData,
+     .FoundAt = 12,
+     .MissingIsError = true,
+     .Missing = "Marker for missing data not specified (Input Tab)."},
+
+    {.Keyword = "OutputFile",
+     .Value = TextValue{.Read = &S::OutputFile, .Typed = &F::OutputFile, .Placeholder = "********.***"},
+     .FoundAt = 13,
+     .MissingIsError = true,
+     .Missing = "No output file name is specified (Output Tab)."},
+    {.Keyword = "OutputFormat",
+     .Value = ChoiceValue{kOutputFormat, ReadOutputFormat, &F::OutputFormat, &S::OutputFormat}},
+    {.Keyword = "OutputQuorvexFormat", .Value = ChoiceValue{{}, ReadOutputQuorvexFormat, nullptr}},
+    {.Keyword = "LogFile",
+     .Value = TextValue{.Read = &S::LogFile,
+                        .Typed = &F::LogFile,
+                        .Placeholder = "********.***",
+                        .LowerCase = true,
+                        .Given = &S::LogEnabled},
+     .Only = &F::UseLogFile,
+     .FoundAt = 14,
+     .MissingIsError = true,
+     .Missing = "Log output was requested but no log file name is specified (Output Tab)."},
+    {.Keyword = "LogSummaryOnly", .Value = FlagValue{&S::LogSummaryOnly, &F::LogSummaryOnly}, .Only = &F::UseLogFile},
+    {.Keyword = "OutputDelimit",
+     .Value = ChoiceValue{kOutputDelimit, ReadOutputDelimit, &F::OutputDelimit},
+     .OfTexts = true},
+    {.Keyword = "TableOutput", .Value = WordsValue{.Words = kTableOutput}, .OfTexts = true},
+    {.Keyword = "SortKey", .Value = ChoiceValue{kSortKeys, ReadSortKey, &F::SortKey}, .OfTexts = true},
+    {.Keyword = "OutputFitInfo", .Value = FlagValue{&S::OutputFitInfo, &F::OutputFitInfo}, .OfTexts = true},
+};
+
+}  // namespace
+
+std::span<const MacroStatement> MacroStatements() { return kStatements; }
+
+const MacroStatement* FindStatement(std::string_view keyword) {
+  const auto found = std::ranges::find_if(
+      kStatements, [&](const MacroStatement& statement) { return EqualNoCase(statement.Keyword, keyword); });
+  return found == std::end(kStatements) ? nullptr : found;
+}
+
+std::string MacroFields::*TypedField(const MacroStatement& statement) {
+  return std::visit(
+      [](const auto& value) -> std::string MacroFields::* {
+        if constexpr (requires { value.Typed; })
+          return value.Typed;
+        else
+          return nullptr;
+      },
+      statement.Value);
+}
+
+std::string MacroSetup::*KeptText(const MacroStatement& statement) {
+  return std::visit(
+      [](const auto& value) -> std::string MacroSetup::* {
+        if constexpr (requires { value.Text; })
+          return value.Text;
+        else if constexpr (std::is_same_v<decltype(value.Read), std::string MacroSetup::*>)
+          return value.Read;
+        else
+          return nullptr;
+      },
+      statement.Value);
+}
+
+void ReadFlag(const FlagValue& flag, std::string_view value, MacroSetup& setup) {
+  if (flag.Text != nullptr) setup.*flag.Text = value;
+  setup.*flag.Read = EqualNoCase(value, "true");
+}
+
+void ReadWords(const WordsValue& words, std::string_view value, MacroSetup& setup) {
+  if (words.Text != nullptr) setup.*words.Text = value;
+  for (const MacroWord& word : words.Words)
+    setup.*word.Read = (words.Adds && setup.*word.Read) || ContainsNoCase(value, word.Word);
+}
+
+void ReadKeptText(const MacroStatement& statement, MacroSetup& setup) {
+  if (const auto* flag = std::get_if<FlagValue>(&statement.Value))
+    ReadFlag(*flag, std::string(setup.*flag->Text), setup);
+  if (const auto* words = std::get_if<WordsValue>(&statement.Value))
+    ReadWords(*words, std::string(setup.*words->Text), setup);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <limits>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "batch/MacroFields.h"
+#include "batch/MacroSetup.h"
+
+namespace quorvex {
+
+// The statements of a macro, model blocks aside, a row each: the reader, the writer, the editor and its findings all go
+// by these rows. What holds where a macro doesn't have a statement is the initial state of MacroSetup.
+
+// Lines, a statement each, which the reader joins.
+struct CommentValue {
+  std::string MacroSetup::*Read;
+  std::string MacroFields::*Typed;
+};
+
+enum class EmptyText { IsTaken, IsIgnored, MeansDefault };
+
+struct TextValue {
+  std::string MacroSetup::*Read;
+  std::string MacroFields::*Typed;
+  std::string_view Placeholder = {};     // written where nothing was typed; without one nothing is written
+  EmptyText Empty = EmptyText::IsTaken;  // what a statement without a value does
+  bool LowerCase = false;                // as it is read
+  bool IsList = false;                   // in the locale's form
+  bool MacroSetup::*Given = nullptr;     // set by a text that is not empty
+};
+
+// A limit of the solver. One that can't be read leaves that of the preferences in force, which one that can replaces.
+template <typename Number>
+struct LimitValue {
+  Number MacroSetup::*Read;
+  Number Settings::*Preference;
+  std::string MacroFields::*Typed;
+};
+
+// The number of independent variables, whose catalogue the reader then loads.
+struct VariablesValue {
+  int MacroSetup::*Read;
+  std::string MacroFields::*Typed;
+  std::string_view Placeholder;
+};
+
+// "True", or "False" and anything else.
+struct FlagValue {
+  bool MacroSetup::*Read;
+  bool MacroFields::*Ticked;
+  std::string MacroSetup::*Text = nullptr;  // where the value is kept, for parameters
+};
+
+struct MacroWord {
+  std::string_view Word;
+  bool MacroSetup::*Read;
+  bool MacroFields::*Ticked;
+  bool Suffices = true;  // without any other
+};
+
+// Any of some words.
+struct WordsValue {
+  std::span<const MacroWord> Words;
+  bool Adds = false;                        // to the words of earlier statements
+  std::string MacroSetup::*Text = nullptr;  // where the value is kept, for parameters
+};
+
+// One of some words.
+struct ChoiceValue {
+  std::span<const std::string_view> Words;
+  void (*Read)(MacroSetup& setup, std::string_view value);
+  std::string MacroFields::*Chosen;         // null for a statement of older macros, which is not written
+  std::string MacroSetup::*Text = nullptr;  // where the value is kept, for parameters
+};
+
+// How derivatives are taken, by its number among the words; the preferences say it where no word does.
+struct DerivativesValue {
+  std::span<const std::string_view> Words;
+  int MacroSetup::*Read;
+  int Settings::*Preference;
+  bool MacroFields::*Second;
+};
+
+using MacroValue = std::variant<CommentValue, TextValue, LimitValue<double>, LimitValue<int>, VariablesValue, FlagValue,
+                                WordsValue, ChoiceValue, DerivativesValue>;
+
+struct MacroStatement {
+  std::string_view Keyword;
+  MacroValue Value;
+  bool MacroFields::*Only = nullptr;  // not written unless this is ticked
+  bool OfTexts = false;               // written only where the answers are texts, not a project
+
+  // What the editor finds, in the order of the numbers: no value, or one out of range.
+  int FoundAt = 0;
+  bool MissingIsError = false;
+  std::string_view Missing = {};
+  std::string_view Invalid = {};
+  double Least = 0, Most = std::numeric_limits<double>::infinity();
+};
+
+// In the order in which they are written.
+std::span<const MacroStatement> MacroStatements();
+
+// The statement of that keyword, in any case; null where there is none.
+const MacroStatement* FindStatement(std::string_view keyword);
+
+// The field that its value is typed into; null for a value that is not typed.
+std::string MacroFields::*TypedField(const MacroStatement& statement);
+
+// Sets what a flag or a list of words says.
+void ReadFlag(const FlagValue& flag, std::string_view value, MacroSetup& setup);
+void ReadWords(const WordsValue& words, std::string_view value, MacroSetup& setup);
+
+// Where a setup keeps the value of the statement as text, for parameters to be put into it; null where it doesn't.
+std::string MacroSetup::*KeptText(const MacroStatement& statement);
+
+// Reads such a text anew after parameters were put into it, where it decides what stands beside it.
+void ReadKeptText(const MacroStatement& statement, MacroSetup& setup);
+
+}  // namespace quorvex
