@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "app/SettingsStore.h"
+#include "core/FontSettings.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -70,11 +71,12 @@ int SaveRows(std::span<const PreferencePage> pages, const Settings& settings) {
   return error;
 }
 
-constexpr std::string_view kFontParts[] = {"fontname", "fontbold", "fontheight", "fontitalic", "color"};
+std::string Suffix(const FontPreference& font) { return font.ThreeD ? "3d" : ""; }
 
-std::string FontKey(const FontPreference& font, std::string_view part) {
-  return std::string(font.Prefix) + std::string(part) + (font.ThreeD ? "3d" : "");
-}
+std::string StoredPart(const std::string& text) { return text; }
+std::string StoredPart(bool value) { return value ? "true" : "false"; }
+std::string StoredPart(double value) { return ShortestNumber(value); }
+std::string StoredPart(std::int32_t value) { return std::to_string(value); }
 
 }  // namespace
 
@@ -166,17 +168,9 @@ std::string PatternSample(const std::string& pattern, const LocaleText& locale) 
 }
 
 FontChoice ReadFontChoice(const FontPreference& font, const Settings& settings) {
-  const auto text = [&](std::string_view part) { return settings.Text(FontKey(font, part)); };
-  const auto isChosen = [&](std::string_view part) { return text(part) != "0"; };
   FontChoice choice;
-  choice.OfPlot = std::none_of(std::begin(kFontParts), std::end(kFontParts), isChosen);
-  if (choice.OfPlot) return choice;
-  if (isChosen("fontname")) choice.Name = text("fontname");
-  if (const double size = settings.Number(FontKey(font, "fontheight")); size > 0)
-    choice.Size = std::clamp(size, kLeastFontSize, kMostFontSize);
-  choice.Bold = text("fontbold") == "true";
-  choice.Italic = text("fontitalic") == "true";
-  choice.Color = settings.Integer(FontKey(font, "color"));
+  choice.OfPlot = !ReadFontParts(settings, std::string(font.Prefix), Suffix(font), choice, choice.Color);
+  choice.Size = choice.Size > 0 ? std::clamp(choice.Size, kLeastFontSize, kMostFontSize) : FontChoice().Size;
   return choice;
 }
 
@@ -184,14 +178,11 @@ int StoreFontChoices(std::span<const FontChoice> choices, Settings& settings) {
   const std::span<const FontPreference> fonts = FontPreferences();
   std::vector<std::string> keys;
   for (std::size_t i = 0; i < fonts.size(); ++i) {
-    const FontChoice& choice = choices[i];
-    const auto truth = [](bool value) { return std::string(value ? "true" : "false"); };
-    const std::string texts[] = {choice.Name, truth(choice.Bold), ShortestNumber(choice.Size), truth(choice.Italic),
-                                 std::to_string(choice.Color)};  // as kFontParts
-    for (std::size_t part = 0; part < std::size(kFontParts); ++part) {
-      keys.push_back(FontKey(fonts[i], kFontParts[part]));
-      settings.Set(keys.back(), choice.OfPlot ? "0" : texts[part]);
-    }
+    const auto store = [&](const char* part, const auto& field) {
+      keys.push_back(std::string(fonts[i].Prefix) + part + Suffix(fonts[i]));
+      settings.Set(keys.back(), choices[i].OfPlot ? "0" : StoredPart(field));
+    };
+    ListFontParts(store, choices[i], choices[i].Color);
   }
   return SaveSettings(settings, "startup", std::vector<std::string_view>(keys.begin(), keys.end()));
 }

@@ -110,6 +110,15 @@ int SavePlaces(const Settings& settings, const std::vector<Place>& places) {
   return lines == before ? 0 : WriteStore(name, lines);
 }
 
+// The keys of the frame's place and size.
+template <typename Io, typename Frame>
+void ListFrame(const Io& io, Frame& frame) {
+  io("default_x", frame.Left);
+  io("default_y", frame.Top);
+  io("screenheight", frame.Height);
+  io("screenwidth", frame.Width);
+}
+
 std::string SinglePrecisionText(double value) { return GeneralNumber(static_cast<float>(value), 7); }
 
 }  // namespace
@@ -150,22 +159,25 @@ int SaveChanges(Settings& settings) {
 }
 
 FrameGeometry StartupGeometry(const Settings& settings, double screenHeight, double screenWidth) {
-  const auto fitted = [&](const char* key, double screen) {
-    const double stored = settings.Number(key);
+  const auto fitted = [](double stored, double screen) {
     return stored > 0 ? std::min(stored, screen) : 0.75 * screen;
   };
-  return {settings.Number("default_x"), settings.Number("default_y"), fitted("screenheight", screenHeight),
-          fitted("screenwidth", screenWidth)};
+  FrameGeometry frame;
+  ListFrame([&](const char* key, double& place) { place = settings.Number(key); }, frame);
+  frame.Height = fitted(frame.Height, screenHeight);
+  frame.Width = fitted(frame.Width, screenWidth);
+  return frame;
 }
 
 int SaveStartupSettings(Settings& settings, const FrameGeometry& frame) {
-  settings.Set("default_x", SinglePrecisionText(frame.Left));
-  settings.Set("default_y", SinglePrecisionText(frame.Top));
-  settings.Set("screenheight", SinglePrecisionText(frame.Height));
-  settings.Set("screenwidth", SinglePrecisionText(frame.Width));
-  constexpr std::string_view kKeys[] = {"default_x",  "default_y",      "screenheight",      "screenwidth",
-                                        "projectdir", "promptforsetup", "defaultsolvesetup", "defaultsolver"};
-  return SaveSettings(settings, "startup", kKeys);
+  std::vector<std::string_view> keys;
+  const auto store = [&](const char* key, double place) {
+    settings.Set(key, SinglePrecisionText(place));
+    keys.push_back(key);
+  };
+  ListFrame(store, frame);
+  keys.insert(keys.end(), {"projectdir", "promptforsetup", "defaultsolvesetup", "defaultsolver"});
+  return SaveSettings(settings, "startup", keys);
 }
 
 }  // namespace quorvex

@@ -43,12 +43,9 @@ struct MacroSetup {
 };
 
 // The defaults, with the solver's limits from the user's preferences.
-inline void InitMacroSetup(MacroSetup& setup, const Settings& preferences) {
-  setup = MacroSetup();
-  setup.RegressionTolerance = preferences.ResidualTolerance;
-  setup.Derivatives = preferences.DerivativeMethod;
-  setup.UnchangedIterations = preferences.DivIterations;
-  setup.MaxIterations = preferences.MaxIterations;
-}
+void InitMacroSetup(MacroSetup& setup, const Settings& preferences);
+
+// Puts the setup's limits of the solver in the place of those of the preferences.
+void TakeLimits(const MacroSetup& setup, Settings& preferences);
 
 }  // namespace quorvex

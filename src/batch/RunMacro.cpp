@@ -195,10 +195,7 @@ bool MacroRun::Configure(const std::string& fileName) {
   Log("Setting regression tolerance to " + GeneralNumber(setup.RegressionTolerance));
   Log("Setting maximum number of iterations to " + std::to_string(setup.MaxIterations));
   Log("Setting number of unchanged iterations to " + std::to_string(setup.UnchangedIterations));
-  session_.Preferences.ResidualTolerance = setup.RegressionTolerance;
-  session_.Preferences.MaxIterations = setup.MaxIterations;
-  session_.Preferences.DivIterations = setup.UnchangedIterations;
-  session_.Preferences.DerivativeMethod = setup.Derivatives;
+  TakeLimits(setup, session_.Preferences);
   NoteInputs(fileName);
   logEnabled_ = setup.LogEnabled;
   if (logEnabled_) OpenLog();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "core/FontSettings.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
 
@@ -100,19 +101,24 @@ constexpr SettingRow kRows[] = {
     {"groupsolve", "UserDefined", "0"},
 };
 
-// A font is stored under five keys, such as "xaxistitlefontname" or, in 3D plots, "zaxistitlecolor3d".
+// A font is stored under keys such as "xaxistitlefontname" or, in 3D plots, "zaxistitlecolor3d".
 constexpr std::string_view kFonts2D[] = {"xaxistitle", "yaxistitle",  "plottitle",  "plotlegend",
                                          "footnote",   "xaxisnumber", "yaxisnumber"};
 constexpr std::string_view kFonts3D[] = {"xaxistitle",  "yaxistitle",  "zaxistitle",
                                          "xaxisnumber", "yaxisnumber", "zaxisnumber"};
-constexpr std::string_view kFontKeys[] = {"fontname", "fontbold", "fontheight", "fontitalic", "color"};
+
+bool IsFontPart(std::string_view text) {
+  const struct { int Name = 0, Bold = 0, Size = 0, Italic = 0; } none;
+  bool found = false;
+  ListFontParts([&](std::string_view part, int) { found = found || part == text; }, none, none.Name);
+  return found;
+}
 
 bool IsFontKey(std::string_view key) {
   const bool threeD = key.ends_with("3d");
   if (threeD) key.remove_suffix(2);
   const auto isKeyOf = [key](std::string_view font) {
-    return key.starts_with(font) &&
-           std::find(std::begin(kFontKeys), std::end(kFontKeys), key.substr(font.size())) != std::end(kFontKeys);
+    return key.starts_with(font) && IsFontPart(key.substr(font.size()));
   };
   return threeD ? std::any_of(std::begin(kFonts3D), std::end(kFonts3D), isKeyOf)
                 : std::any_of(std::begin(kFonts2D), std::end(kFonts2D), isKeyOf);

@@ -1,5 +1,7 @@
 #include "plot/PlotPage.h"
 
+#include "core/FontSettings.h"
+
 namespace quorvex {
 namespace {
 
@@ -9,13 +11,7 @@ constexpr std::int32_t kWhite = 0xFFFFFF;
 
 void ReadFont(const Settings& settings, const std::string& prefix, const std::string& suffix, PlotFont& font,
               std::int32_t& colour) {
-  const auto key = [&](const char* name) { return prefix + name + suffix; };
-  const auto chosen = [&](const char* name) { return settings.Text(key(name)) != "0"; };
-  if (chosen("fontname")) font.Name = settings.Text(key("fontname"));
-  if (chosen("fontheight")) font.Size = settings.Number(key("fontheight"));
-  if (chosen("fontbold")) font.Bold = settings.Text(key("fontbold")) == "true";
-  if (chosen("fontitalic")) font.Italic = settings.Text(key("fontitalic")) == "true";
-  if (chosen("color")) colour = settings.Integer(key("color"));
+  ReadFontParts(settings, prefix, suffix, font, colour);
 }
 
 PlotPage::PlotPage(const Settings& settings, const LocaleText& locale) : Locale(locale) {
