@@ -23,7 +23,7 @@ struct ModelName {
 template <typename Io, typename Name>
 void ListName(Io& io, Name& name) {
   io(name.Description);
-  for (auto& line : name.Lines) io(ModelText(line));
+  for (auto& line : name.Lines) io(ModelText{line});
   io(name.id);
   io(name.UserType);
 }
@@ -57,8 +57,8 @@ void ListStatistics(Io& io, Model& model) {
   io(model.R2);
   io(model.R2Adjust);
   io(model.StdErr);
-  io.Since(kFirstWithFreedomCounts, RealForm(model.DOFError));
-  io.Since(kFirstWithFreedomCounts, RealForm(model.DOFRegression));
+  io.Since(kFirstWithFreedomCounts, RealForm{model.DOFError});
+  io.Since(kFirstWithFreedomCounts, RealForm{model.DOFRegression});
 }
 
 // Models of one variable have their points, those of several share the sheet's.

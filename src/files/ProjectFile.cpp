@@ -114,7 +114,7 @@ void ListProject(Io& io, AnyProject& project, const List& listSolved) {
   Section(io, "FORMAT", [&] {
     for (auto& format : project.Sheet.Formats) ListFormat(io, format);
   });
-  Section(io, "NOTES", [&] { io(Trimmed(project.Notes)); });
+  Section(io, "NOTES", [&] { io(Trimmed{project.Notes}); });
   Section(io, kData, [&] {
     ListCells(io, project.Sheet);
     Section(io, kUserModels, [&] { ListUserModels(io, project); });

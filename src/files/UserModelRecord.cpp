@@ -11,14 +11,14 @@ const UserModelDefinition::Coefficient kFresh{"", "", "Numerical"};
 // `description` is in pieces: a file may have it in any number of texts.
 template <typename Io, typename Model, typename Texts>
 void ListFields(Io& io, Model& model, Texts& description) {
-  for (auto& line : model.FunctionList) io(ModelText(line));
+  for (auto& line : model.FunctionList) io(ModelText{line});
   io(model.id);
   io.Mark("Begin_description");
   io.TextsUntil(kEndDescription, description);
   auto count = static_cast<std::int32_t>(model.Coefficients.size());
   io(count);  // one below zero is none, which leaves the model out and spares the file
-  io.Elements(count, model.Coefficients, kFresh, [&](auto& c) { io(c.Rule, ModelText(c.RuleConstant)); });
-  for (auto& coefficient : model.Coefficients) io.Since(kFirstWithDerivatives, ModelText(coefficient.Derivative));
+  io.Elements(count, model.Coefficients, kFresh, [&](auto& c) { io(c.Rule, ModelText{c.RuleConstant}); });
+  for (auto& coefficient : model.Coefficients) io.Since(kFirstWithDerivatives, ModelText{coefficient.Derivative});
 }
 
 std::vector<std::string> DescriptionTexts(const ModelClass& model, bool inProject) {

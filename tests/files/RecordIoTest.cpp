@@ -23,8 +23,8 @@ template <typename Io, typename AnySample>
 void ListFields(Io& io, AnySample& sample) {
   io(sample.Text, sample.Marked);
   io.Since(61, sample.Least, sample.Most);
-  io(Trimmed(sample.Notes));
-  Section(io, "MODEL", [&] { io(ModelText(sample.Formula), RealForm(sample.Freedom)); });
+  io(Trimmed{sample.Notes});
+  Section(io, "MODEL", [&] { io(ModelText{sample.Formula}, RealForm{sample.Freedom}); });
   io.Bounded(sample.Of, Kind::First, Kind::Second);
   io.Known(2);
   io.Row(sample.Row);
