@@ -115,7 +115,7 @@ std::span<const std::vector<double>> SweepOf(const ModelClass& model) {
 // What each start of a sweep led to.
 template <typename Io, typename Set>
 void ListSweepResults(Io& io, Set& set, std::size_t coefficients) {
-  io.Row(std::span(set).subspan(coefficients));
+  io(std::span(set).subspan(coefficients));
 }
 
 template <typename Io, typename End>

@@ -20,7 +20,7 @@ namespace quorvex {
 //   template <typename Io, typename Curve>
 //   void ListFields(Io& io, Curve& curve) {
 //     io(curve.Description);                         // a line of one field: text, real, 32-bit integer or Boolean
-//     io(curve.Least, curve.Most);                   // a line of two
+//     io(curve.Least, curve.Most);                   // a line of two; a span of reals is as many as it has
 //     io.Since(61, curve.Marks);                     // not in files of older versions, which leave it as it is
 //     Section(io, "POINTS", [&] { io.Columns(curve.X, curve.Y); });
 //   }
@@ -62,11 +62,6 @@ class RecordWriter {
   template <typename... Fields>
   void Since(int, const Fields&... fields) {
     (*this)(fields...);
-  }
-  // One line of values.
-  void Row(std::span<const double> values) {
-    for (const double value : values) out_.Field(value);
-    out_.EndLine();
   }
   // A number that the reader knows before it comes.
   void Known(std::size_t number) { out_.Line(number); }
@@ -111,6 +106,9 @@ class RecordWriter {
   void Put(const T& field) {
     out_.Field(field);
   }
+  void Put(const std::span<const double>& fields) {
+    for (const double field : fields) out_.Field(field);
+  }
   template <typename Text>
   void Put(const ModelText<Text>& field) {
     out_.Field(EncodeLocaleText(field.Of, locale_));
@@ -142,9 +140,6 @@ class RecordReader {
   template <typename... Fields>
   void Since(int version, Fields&&... fields) {
     if (Has(version)) (*this)(fields...);
-  }
-  void Row(std::span<double> values) {
-    for (double& value : values) Take(value);
   }
   void Known(std::size_t number) {
     if (in_.Integer() != static_cast<std::int64_t>(number)) in_.Fail();
@@ -196,6 +191,9 @@ class RecordReader {
   void Take(double& field) { field = in_.Real(); }
   void Take(std::int32_t& field) { field = in_.Integer(); }
   void Take(bool& field) { field = in_.Boolean(); }
+  void Take(const std::span<double>& fields) {
+    for (double& field : fields) Take(field);
+  }
   void Take(const ModelText<std::string>& field) { field.Of = DecodeLocaleText(in_.Text(), locale_); }
   void Take(const RealForm<std::int32_t>& field) { Take(field.Of); }
   void Take(const Trimmed<std::string>& field) { Take(field.Of); }

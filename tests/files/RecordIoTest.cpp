@@ -15,6 +15,7 @@ struct Sample {
   Kind Of = Kind::First;
   std::vector<std::string> Labels, Parts;
   std::vector<double> X, Y, Row = {0, 0};
+  double Last = 0;
 
   bool operator==(const Sample&) const = default;
 };
@@ -27,7 +28,7 @@ void ListFields(Io& io, AnySample& sample) {
   Section(io, "MODEL", [&] { io(ModelText{sample.Formula}, RealForm{sample.Freedom}); });
   io.Bounded(sample.Of, Kind::First, Kind::Second);
   io.Known(2);
-  io.Row(sample.Row);
+  io(std::span(sample.Row), sample.Last);
   io.Counted(sample.Labels, std::string("fresh"), [&](auto& label) { io(label); });
   io.Columns(sample.X, sample.Y);
   io.TextsUntil("end", sample.Parts);
@@ -35,11 +36,11 @@ void ListFields(Io& io, AnySample& sample) {
 
 constexpr LocaleText kComma = {.DecimalSeparator = ',', .ListSeparator = ';', .ThousandSeparator = '.'};
 
-const Sample kSample{"a, b",       "x y",       "max(a;0,5)", -1.5,   1e300,  100000,     true,
-                     Kind::Second, {"one", ""}, {"End", ""},  {1, 2}, {3, 4}, {0.1, -0.0}};
+const Sample kSample{"a, b",       "x y",       "max(a;0,5)", -1.5,   1e300,  100000,      true,
+                     Kind::Second, {"one", ""}, {"End", ""},  {1, 2}, {3, 4}, {0.1, -0.0}, 5};
 const char* const kText =
     "\"a, b\",#TRUE#\r\n-1.5,1E+300\r\n\"x y\"\r\n\"B_MODEL\"\r\n\"max(a,0.5)\",1E+05\r\n\"E_MODEL\"\r\n2\r\n2\r\n"
-    "0.1,-0\r\n2\r\n\"one\"\r\n\"\"\r\n2\r\n1,3\r\n2,4\r\n\"End\"\r\n\"\"\r\n\"end\"\r\n";
+    "0.1,-0,5\r\n2\r\n\"one\"\r\n\"\"\r\n2\r\n1,3\r\n2,4\r\n\"End\"\r\n\"\"\r\n\"end\"\r\n";
 
 std::string Written(const Sample& sample) {
   RecordWriter io(kComma);
