@@ -40,7 +40,7 @@ class ModelsByLines {
     for (; known_ < models.size(); ++known_) {
       ModelClass* const model = models.begin()[static_cast<std::ptrdiff_t>(known_)].get();
       std::string key;
-      for (int n = 0; n < kMostLines; ++n) first_.try_emplace(key += Piece(model->FunctionList(n)), model);
+      for (int n = 0; n < kMostFunctionLines; ++n) first_.try_emplace(key += Piece(model->FunctionList(n)), model);
     }
     std::string key;
     for (const std::string& line : lines) key += Piece(line);
@@ -49,7 +49,6 @@ class ModelsByLines {
   }
 
  private:
-  static constexpr int kMostLines = 10;
   static std::string Piece(const std::string& line) { return ToLower(line) + '\n'; }
 
   std::size_t known_ = 0;  // models that have been looked at

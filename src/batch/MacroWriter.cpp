@@ -109,7 +109,7 @@ void Writer::Model(const ModelClass& model) {
   const std::string separator(1, locale_.ListSeparator);
   Line(4, "B_MODEL");
   Line(8, "ID = " + OneLine(model.id));
-  for (int i = 1; i <= 9; ++i)
+  for (int i = 1; i < model.FunctionCount(); ++i)
     if (!model.FunctionList(i).empty()) Line(8, "F" + std::to_string(i) + " = " + OneLine(model.FunctionList(i)));
   Line(8, "Y = " + OneLine(model.FunctionList(0)));
   for (int i = 1; model.UserType && i <= model.NumDependentVar(); ++i)

@@ -15,7 +15,7 @@ constexpr int kFirstWithFreedomCounts = 71;  // older files' statistics are comp
 // Which model a record is of. Its lines are those that the model of that ID has.
 struct ModelName {
   std::string Description;
-  std::vector<std::string> Lines = std::vector<std::string>(kFunctionLines);
+  std::vector<std::string> Lines = std::vector<std::string>(kMostFunctionLines);
   std::string id;
   bool UserType = false;
 };

@@ -39,20 +39,20 @@ std::string DescriptionOf(const std::vector<std::string>& texts) {
 
 std::vector<std::string> FunctionLines(const ModelClass& model) {
   std::vector<std::string> lines;
-  for (int n = 0; n < kFunctionLines; ++n) lines.push_back(model.FunctionList(n));
+  for (int n = 0; n < kMostFunctionLines; ++n) lines.push_back(model.FunctionList(n));
   return lines;
 }
 
 void WriteUserModel(RecordWriter& io, const ModelClass& model, bool inProject) {
   UserModelDefinition definition = DefinitionOf(model);
-  definition.FunctionList.resize(kFunctionLines);
+  definition.FunctionList.resize(kMostFunctionLines);
   const std::vector<std::string> description = DescriptionTexts(model, inProject);
   ListFields(io, std::as_const(definition), description);
 }
 
 UserModelDefinition ReadUserModel(RecordReader& io) {
   UserModelDefinition definition;
-  definition.FunctionList.resize(kFunctionLines);
+  definition.FunctionList.resize(kMostFunctionLines);
   std::vector<std::string> description;
   ListFields(io, definition, description);
   while (definition.FunctionList.size() > 1 && definition.FunctionList.back().empty())

@@ -8,7 +8,6 @@
 namespace quorvex {
 
 // A model has at most these lines: its own, and F1 to F9. A file has them all, the last ones mostly empty.
-inline constexpr int kFunctionLines = 10;
 std::vector<std::string> FunctionLines(const ModelClass& model);
 
 // A user-defined model as project files and model files hold it. A project has the description as it is; a model file
