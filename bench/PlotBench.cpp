@@ -29,7 +29,7 @@ void Redraw(benchmark::State& state, PlotClass& plot) {
 }
 
 // A series of 65,536 points: a wave, or a wave in noise that goes up and down some forty times a pixel.
-DataClass LongSeries(double noise) {
+PlotSeries LongSeries(double noise) {
   constexpr int kPoints = 65536;
   bench::Random random(77);
   std::vector<double> x, y;
@@ -39,26 +39,24 @@ DataClass LongSeries(double noise) {
   }
   DataClass series;
   series.GenerateTable({std::move(x)}, std::move(y));
-  series.DrawColor = 0xB40000;
-  return series;
+  return {std::move(series), {.DrawColor = 0xB40000}};
 }
 
 void LongSeriesLine(benchmark::State& state, double noise, int width, int style) {
   PlotClass plot{Settings()};
-  DataClass series = LongSeries(noise);
-  series.DrawWidth = width;
-  series.DrawStyle = style;
-  plot.PlotData.emplace_back(std::move(series));
+  plot.PlotData.push_back(LongSeries(noise));
+  plot.PlotData[0].Style().DrawWidth = width;
+  plot.PlotData[0].Style().DrawStyle = style;
   Redraw(state, plot);
 }
 
 void LongSeriesMarkers(benchmark::State& state, int style) {
   PlotClass plot{Settings()};
-  DataClass series = LongSeries(0.2);
-  series.DisplayLine = false;
-  series.DisplayMarker = true;
-  series.MarkerStyle = style;
-  plot.PlotData.emplace_back(std::move(series));
+  plot.PlotData.push_back(LongSeries(0.2));
+  SeriesStyle& look = plot.PlotData[0].Style();
+  look.DisplayLine = false;
+  look.DisplayMarker = true;
+  look.MarkerStyle = style;
   Redraw(state, plot);
 }
 
@@ -73,9 +71,8 @@ void ManyCurves(benchmark::State& state, int width) {
     }
     DataClass series;
     series.GenerateTable({std::move(x)}, std::move(y));
-    series.DrawColor = curve * 0x00A013 & 0xFFFFFF;
-    series.DrawWidth = width;
-    plot.PlotData.emplace_back(std::move(series));
+    plot.PlotData.emplace_back(std::move(series),
+                               SeriesStyle{.DrawWidth = width, .DrawColor = curve * 0x00A013 & 0xFFFFFF});
   }
   Redraw(state, plot);
 }

@@ -37,7 +37,7 @@ class ErrorPrompter : public MessageBoxPrompter {
   void Refuse(const std::string& text) override { std::cerr << text << '\n'; }
 };
 
-DataClass Series(int count, double (*x)(double), double (*y)(double), std::int32_t colour, const std::string& legend) {
+PlotSeries Series(int count, double (*x)(double), double (*y)(double), std::int32_t colour, const std::string& legend) {
   std::vector<double> xs, ys;
   for (int i = 0; i < count; ++i) {
     const double part = count > 1 ? i / (count - 1.0) : 0;
@@ -46,22 +46,21 @@ DataClass Series(int count, double (*x)(double), double (*y)(double), std::int32
   }
   DataClass series;
   series.GenerateTable({std::move(xs)}, std::move(ys));
-  series.DrawColor = series.MarkerColor = colour;
-  series.LegendText = legend;
+  return {std::move(series), {.LegendText = legend, .DrawColor = colour, .MarkerColor = colour}};
+}
+
+PlotSeries Markers(PlotSeries series, int style, int size = 7) {
+  SeriesStyle& look = series.Style();
+  look.DisplayLine = false;
+  look.DisplayMarker = true;
+  look.MarkerStyle = style;
+  look.MarkerSize = size;
   return series;
 }
 
-DataClass Markers(DataClass series, int style, int size = 7) {
-  series.DisplayLine = false;
-  series.DisplayMarker = true;
-  series.MarkerStyle = style;
-  series.MarkerSize = size;
-  return series;
-}
-
-DataClass Line(DataClass series, int style, int width) {
-  series.DrawStyle = style;
-  series.DrawWidth = width;
+PlotSeries Line(PlotSeries series, int style, int width) {
+  series.Style().DrawStyle = style;
+  series.Style().DrawWidth = width;
   return series;
 }
 
@@ -89,11 +88,10 @@ PlotClass LineStyles() {
       }
       DataClass series;
       series.GenerateTable({std::move(xs)}, std::move(ys));
-      series.DrawColor = std::array{kBlack, kBlue, kRed, kGreen, kViolet}[static_cast<std::size_t>(style)];
-      series.LegendText =
-          width == 3 ? std::array{"solid", "dash", "dot", "dash-dot", "dash-dot-dot"}[static_cast<std::size_t>(style)]
-                     : "";
-      plot.PlotData.emplace_back(Line(std::move(series), style, width));
+      const auto number = static_cast<std::size_t>(style);
+      const char* legend = width == 3 ? std::array{"solid", "dash", "dot", "dash-dot", "dash-dot-dot"}[number] : "";
+      const std::int32_t colour = std::array{kBlack, kBlue, kRed, kGreen, kViolet}[number];
+      plot.PlotData.push_back(Line({std::move(series), {.LegendText = legend, .DrawColor = colour}}, style, width));
       level += style < 4 ? 0.8 + 0.15 * width : 2.5;
     }
   plot.X.Min = 0;
@@ -110,8 +108,7 @@ PlotClass MarkerStyles() {
     for (const int size : {4, 7, 10, 14}) {
       DataClass series;
       series.GenerateTable({{1.0 * style}}, {1.0 * size});
-      series.MarkerColor = style < 6 ? kBlue : kRed;
-      plot.PlotData.emplace_back(Markers(std::move(series), style, size));
+      plot.PlotData.push_back(Markers({std::move(series), {.MarkerColor = style < 6 ? kBlue : kRed}}, style, size));
     }
   plot.X.Min = -1;
   plot.X.Max = 10;
@@ -127,19 +124,20 @@ PlotClass MarkerStyles() {
 PlotClass LogAxes() {
   PlotClass plot = NewPlot("Logarithmic axes", "Concentration, mol l~>-1~>", "Rate, s~>-1~>");
   const auto x = [](double part) { return std::pow(10, -3 + 5 * part); };
-  DataClass data = Markers(Series(
-                               14, x,
-                               [](double part) {
-                                 const double c = std::pow(10, -3 + 5 * part);
-                                 return 400 * c / (2 + c) * (1 + 0.12 * std::sin(40 * part));
-                               },
-                               kRed, "measured"),
-                           6);
+  const PlotSeries measured = Markers(Series(
+                                          14, x,
+                                          [](double part) {
+                                            const double c = std::pow(10, -3 + 5 * part);
+                                            return 400 * c / (2 + c) * (1 + 0.12 * std::sin(40 * part));
+                                          },
+                                          kRed, "measured"),
+                                      6);
+  DataClass data = *measured.Data();
   std::vector<double> deviations;
   for (std::size_t i = 1; i <= data.NumTablePoints(); ++i) deviations.push_back(0.25 * data.YTableData(i));
   data.GenerateErrorTable(deviations);
-  data.ShowErrorBars = true;
-  data.DrawColor = kRed;
+  SeriesStyle look = measured.Style();
+  look.ShowErrorBars = true;
   plot.PlotData.emplace_back(Line(Series(
                                       200, x,
                                       [](double part) {
@@ -148,7 +146,7 @@ PlotClass LogAxes() {
                                       },
                                       kBlue, "v = V~<max~<c/(K~<m~<+c)"),
                                   0, 2));
-  plot.PlotData.emplace_back(std::move(data));
+  plot.PlotData.emplace_back(std::move(data), std::move(look));
   for (PlotAxis* axis : {&plot.X, &plot.Y}) {
     axis->LogScale = axis->ShowMajorGrids = axis->ShowMinorGrids = axis->ShowExtraTicks = true;
     axis->LabelString = "0.0E+00";
@@ -221,11 +219,11 @@ PlotClass Boxes() {
       [](double part) { return 90 * std::exp(-0.1 * part); }, [](double part) { return 80 * std::exp(-1.2 * part); },
       [](double part) { return 70 * std::exp(-4 * part); }, [](double part) { return 60 * std::exp(-20 * part); }};
   for (int i = 0; i < 4; ++i) {
-    DataClass series = Line(Series(25, Ten, curves[i], colours[i], names[i]), i + 1, i + 1);
-    series.DisplayMarker = i % 2 == 0;
-    series.MarkerStyle = 6 + i;
-    series.MarkerSize = 6;
-    plot.PlotData.emplace_back(std::move(series));
+    plot.PlotData.push_back(Line(Series(25, Ten, curves[i], colours[i], names[i]), i + 1, i + 1));
+    SeriesStyle& look = plot.PlotData.back().Style();
+    look.DisplayMarker = i % 2 == 0;
+    look.MarkerStyle = 6 + i;
+    look.MarkerSize = 6;
   }
   plot.FootNote.Show = true;
   plot.FootNoteText = "Activities at the time of calibration.\r\nDecay corrected to the start.";

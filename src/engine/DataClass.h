@@ -4,14 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "engine/SeriesStyle.h"
 #include "engine/SeriesTable.h"
 
 namespace quorvex {
 
 // A raw series of data as a plot shows it and the data calculator computes with it: points with one X or several, and
 // perhaps the ends of their error bars.
-class DataClass : public SeriesStyle {
+class DataClass {
  public:
   std::string id, Description;
   bool ErrorInfo = false;  // the error bars below are there

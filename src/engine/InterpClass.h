@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "core/SolveData.h"
-#include "engine/SeriesStyle.h"
 #include "engine/SeriesTable.h"
 #include "engine/TableRange.h"
 
@@ -28,7 +27,7 @@ struct InterpolationTable {
 // Cubic spline: natural, from three points on. Polynomial: the one of least degree through all points, by Neville's
 // scheme. Rational function: the diagonal one, by the scheme of Stoer & Bulirsch (Introduction to Numerical Analysis,
 // 2.2). The latter two take 2 to 10 points.
-class InterpClass : public SeriesStyle {
+class InterpClass {
  public:
   // An interpolation of that kind, with its names.
   explicit InterpClass(int kind = kCubicSpline);
@@ -39,6 +38,8 @@ class InterpClass : public SeriesStyle {
   bool Solve = false;       // selected for the next solve
   bool Solved = false;      // the last Fit succeeded
   bool ErrorInfo = false;
+  std::string LegendText;      // of the curve in plots, and whether these show its error bars: read from project files
+  bool ShowErrorBars = false;  // and written to them
   double InputXMin = 0, InputXMax = 0, InputYMin = 0, InputYMax = 0;
 
   // Takes the points, which are sorted by X; neighbours with equal X become one with the mean of their Y. True when the

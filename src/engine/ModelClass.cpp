@@ -97,7 +97,6 @@ std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
 }
 
 void ModelClass::CopyFitTo(ModelClass& twin) const {
-  static_cast<SeriesStyle&>(twin) = *this;
   twin.cfgID = cfgID;
   twin.Description = Description;
   twin.Group = Group;

@@ -14,7 +14,6 @@
 #include "core/Settings.h"
 #include "core/SolveData.h"
 #include "engine/Matrix.h"
-#include "engine/SeriesStyle.h"
 #include "engine/SeriesTable.h"
 #include "engine/SolveForm.h"
 #include "engine/TableRange.h"
@@ -60,7 +59,7 @@ enum class SearchEnd : int { Converged = 0, Unchanged = 1, IterationLimit = 2, P
 //
 // Coefficients and input points are counted from 1 in the accessors, as files and macros count them. Asking beyond
 // their end is an error of the caller.
-class ModelClass : public SeriesStyle {
+class ModelClass {
  public:
   virtual ~ModelClass() = default;
   ModelClass(const ModelClass&) = delete;

@@ -16,18 +16,18 @@ using ModelPointer = std::unique_ptr<ModelClass>;
 
 }  // namespace
 
+PlotSeries::PlotSeries(DataClass data, SeriesStyle style) : content_(std::move(data)), style_(std::move(style)) {}
+
+PlotSeries::PlotSeries(InterpClass interpolation)
+    : content_(std::move(interpolation)),
+      style_{.LegendText = Interpolation()->LegendText, .ShowErrorBars = Interpolation()->ShowErrorBars} {}
+
+PlotSeries::PlotSeries(std::unique_ptr<ModelClass> model) : content_(std::move(model)) {}
+
 const ModelClass* PlotSeries::Model() const {
   const ModelPointer* model = std::get_if<ModelPointer>(&content_);
   return model != nullptr ? model->get() : nullptr;
 }
-
-const SeriesStyle& PlotSeries::Style() const {
-  return std::visit(Overloaded{[](const SeriesStyle& style) -> const SeriesStyle& { return style; },
-                               [](const ModelPointer& model) -> const SeriesStyle& { return *model; }},
-                    content_);
-}
-
-SeriesStyle& PlotSeries::Style() { return const_cast<SeriesStyle&>(std::as_const(*this).Style()); }
 
 double PlotSeries::InputXMin() const {
   return std::visit(Overloaded{[](const DataClass& data) { return data.InputXMin(1); },

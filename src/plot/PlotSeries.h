@@ -7,6 +7,7 @@
 #include "engine/DataClass.h"
 #include "engine/InterpClass.h"
 #include "engine/ModelClass.h"
+#include "plot/SeriesStyle.h"
 
 namespace quorvex {
 
@@ -14,18 +15,18 @@ namespace quorvex {
 // original leaves the plot alone.
 class PlotSeries {
  public:
-  PlotSeries(DataClass data) : content_(std::move(data)) {}
-  PlotSeries(InterpClass interpolation) : content_(std::move(interpolation)) {}
-  PlotSeries(std::unique_ptr<ModelClass> model) : content_(std::move(model)) {}
+  PlotSeries(DataClass data, SeriesStyle style = {});
+  PlotSeries(InterpClass interpolation);
+  PlotSeries(std::unique_ptr<ModelClass> model);
 
   // The object itself, none where it is of another type.
   const DataClass* Data() const { return std::get_if<DataClass>(&content_); }
   const InterpClass* Interpolation() const { return std::get_if<InterpClass>(&content_); }
   const ModelClass* Model() const;
 
-  SeriesStyle& Style();
-  const SeriesStyle& Style() const;
-  bool Displayed() const { return Style().DisplayLine || Style().DisplayMarker; }
+  SeriesStyle& Style() { return style_; }
+  const SeriesStyle& Style() const { return style_; }
+  bool Displayed() const { return style_.DisplayLine || style_.DisplayMarker; }
 
   // The limits of the input: with several independent variables those of the first.
   double InputXMin() const;
@@ -44,6 +45,7 @@ class PlotSeries {
 
  private:
   std::variant<DataClass, InterpClass, std::unique_ptr<ModelClass>> content_;
+  SeriesStyle style_;
 };
 
 }  // namespace quorvex

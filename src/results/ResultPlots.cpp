@@ -17,24 +17,29 @@ constexpr std::int32_t kCurveColours[] = {kRed, 0x00781E, 0xB000A0, 0x0066CC, 0x
 constexpr int kLineStyles = 5;
 
 // Points that are shown as markers.
-DataClass Markers(const std::string& legend, std::vector<double> x, std::vector<double> y, const Settings& settings) {
-  DataClass data;
-  data.id = data.Description = data.LegendText = legend;
-  data.DisplayLine = false;
-  data.DisplayMarker = true;
-  data.DrawColor = data.MarkerColor = kBlue;
-  data.MarkerSize = settings.Integer("discreetmarkersize");
-  data.GenerateTable({std::move(x)}, std::move(y));
-  return data;
+PlotSeries Markers(const std::string& legend, DataClass points, const Settings& settings) {
+  points.id = points.Description = legend;
+  return {std::move(points),
+          {.LegendText = legend,
+           .DisplayLine = false,
+           .DisplayMarker = true,
+           .DrawColor = kBlue,
+           .MarkerColor = kBlue,
+           .MarkerSize = settings.Integer("discreetmarkersize")}};
+}
+
+PlotSeries Markers(const std::string& legend, std::vector<double> x, std::vector<double> y, const Settings& settings) {
+  DataClass points;
+  points.GenerateTable({std::move(x)}, std::move(y));
+  return Markers(legend, std::move(points), settings);
 }
 
 // The line on which both coordinates are equal.
-DataClass ReferenceLine(double from, double to) {
+PlotSeries ReferenceLine(double from, double to) {
   DataClass line;
-  line.id = line.Description = line.LegendText = "Reference line";
-  line.DrawColor = kRed;
+  line.id = line.Description = "Reference line";
   line.GenerateTable({{from, to}}, {from, to});
-  return line;
+  return {std::move(line), {.LegendText = "Reference line", .DrawColor = kRed}};
 }
 
 // Makes the table of a curve over its input. False where it has no value somewhere.
@@ -52,11 +57,12 @@ Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, con
   plot.X.AxisTitle = xTitle;
   plot.Y.AxisTitle = yTitle;
 
-  DataClass input = Markers("Input Data", data.X[0], data.Y, settings);
-  input.ShowErrorBars = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
-  if (input.ShowErrorBars && !input.GenerateErrorTable(data.SD))
-    return Failure{"An error has occurred obtaining the input data."};
-  plot.PlotData.emplace_back(std::move(input));
+  DataClass input;
+  input.GenerateTable({data.X[0]}, data.Y);
+  const bool weighted = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
+  if (weighted && !input.GenerateErrorTable(data.SD)) return Failure{"An error has occurred obtaining the input data."};
+  plot.PlotData.push_back(Markers("Input Data", std::move(input), settings));
+  plot.PlotData[0].Style().ShowErrorBars = weighted;
   return plot;
 }
 
@@ -70,7 +76,7 @@ Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const Sol
   SeriesStyle& style = curve.Style();
   style.LegendText = "Model " + name;
   style.DisplayLine = true;
-  if (style.DrawColor == 0) style.DrawColor = kRed;  // the user chose none
+  style.DrawColor = kRed;
   if (!MakeTable(curve, *plot)) return Failure{NoCurveText({name})};
   plot->PlotData.push_back(std::move(curve));
   return plot;
@@ -92,11 +98,9 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
     SeriesStyle& style = curve.Style();
     style.LegendText = solution.Name();
     style.DisplayLine = true;
-    if (style.DrawColor == 0) {
-      style.DrawColor = kCurveColours[number % std::size(kCurveColours)];
-      if (style.DrawStyle == 0) style.DrawStyle = static_cast<int>(number % kLineStyles);
-      ++number;
-    }
+    style.DrawColor = kCurveColours[number % std::size(kCurveColours)];
+    style.DrawStyle = static_cast<int>(number % kLineStyles);
+    ++number;
     plot->PlotData.push_back(std::move(curve));
   }
   plot->Legend.Show = plot->PlotData.size() <= kLongestLegend + 1;
@@ -140,7 +144,7 @@ Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Set
   plot.X.AxisTitle = "Normal Quantiles";
   plot.Y.AxisTitle = "Normalized Residuals";
 
-  DataClass line = ReferenceLine(table->Quantiles.front(), table->Quantiles.back());
+  PlotSeries line = ReferenceLine(table->Quantiles.front(), table->Quantiles.back());
   plot.PlotData.emplace_back(Markers("Residuals", std::move(table->Quantiles), std::move(table->Sorted), settings));
   plot.PlotData.emplace_back(std::move(line));
   return plot;

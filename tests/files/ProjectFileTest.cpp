@@ -69,7 +69,8 @@ void ExpectEqualProjects(const Project& a, const Project& b) {
     if (!curve.Solved) continue;
     EXPECT_EQ(curve.id, twin.id);
     EXPECT_EQ(curve.Description, twin.Description);
-    EXPECT_EQ(static_cast<const SeriesStyle&>(curve), twin);
+    EXPECT_EQ(curve.LegendText, twin.LegendText);
+    EXPECT_EQ(curve.ShowErrorBars, twin.ShowErrorBars);
     EXPECT_EQ(curve.CopyInterpolationTableTo(), twin.CopyInterpolationTableTo());
     EXPECT_EQ(curve.InputXMin, twin.InputXMin);
     EXPECT_EQ(curve.InputYMax, twin.InputYMax);

