@@ -58,8 +58,7 @@ std::optional<double> Extrapolate(double a, Function f) {
 
 bool ModelClass::EvaluateAt(std::size_t coefficient, double value, std::span<const double> x, double& y) {
   values_[coefficient] = value;
-  std::string ErrString;
-  return Evaluate(x, y, ErrString);
+  return Evaluate(x, y);
 }
 
 bool ModelClass::Derivative(std::span<const double> x, std::span<double> dyda, std::string& ErrString) {
@@ -104,7 +103,7 @@ bool ModelClass::TypedDerivatives(std::span<const double> x, std::span<double> d
   for (std::size_t i = 0; i < DerivativeModels_.size(); ++i) {
     TakeParentsValues(DerivativeModels_[i]);
     double value = 0;
-    if (!DerivativeModels_[i].Model->Evaluate(x, value, ErrString)) {
+    if (!DerivativeModels_[i].Model->Evaluate(x, value)) {
       ErrString = kFailure;
       return false;
     }
@@ -139,10 +138,9 @@ bool ModelClass::CompileDerivatives() {
 
 double ModelClass::DDX(std::span<const double> x, int varindex) {
   std::vector<double> point(x.begin(), x.end());
-  std::string ErrString;
   const std::optional<double> answer = Extrapolate(x[Index(varindex)], [&](double value, double& y) {
     point[Index(varindex)] = value;
-    return Evaluate(point, y, ErrString);
+    return Evaluate(point, y);
   });
   if (!answer) throw NumericFault();
   return *answer;

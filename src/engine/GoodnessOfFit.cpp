@@ -19,7 +19,6 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
   std::array<double, kMostIndependentVariables> x;
   std::array<double, kBlock> fitted;
   bool blockFitted = false;
-  std::string ErrString;
   double resSum = 0, rss = 0, rssNorm = 0, differences = 0, weightedY = 0, previous = 0;
   for (std::size_t i = 0; i < N; ++i) {
     const std::size_t inBlock = i % kBlock;
@@ -28,7 +27,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
       if (form.Aborted) throw NumericFault();  // nobody asks for the result any more
       blockFitted = EvaluateBlock(data, i, std::min(kBlock, N - i), fitted.data());
     }
-    if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock], ErrString)) return false;
+    if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock])) return false;
     const double e = data.Y[i] - fitted[inBlock];
     resSum += e;
     rss += e * e;

@@ -147,13 +147,9 @@ void InterpClass::ComputeSpline() {
   if (!AllFinite(y2)) throw NumericFault();
 }
 
-bool InterpClass::Evaluate(double X, double& Y, std::string& ErrString) const {
-  if (!(X >= InputXMin && X <= InputXMax)) {
-    ErrString = "Data lies outside of the valid range";
-    return false;
-  }
+bool InterpClass::Evaluate(double X, double& Y) const {
+  if (!WithinInput(X) || input_.X.empty()) return false;
   try {
-    if (input_.X.empty()) throw NumericFault();
     const double value = SolveType == kCubicSpline        ? SplineAt(X)
                          : SolveType == kPolynomial       ? PolynomialAt(X)
                          : SolveType == kRationalFunction ? RationalAt(X)
@@ -162,9 +158,14 @@ bool InterpClass::Evaluate(double X, double& Y, std::string& ErrString) const {
     Y = value;
     return true;
   } catch (const NumericFault&) {
-    ErrString = "Error evaluating the function";
     return false;
   }
+}
+
+bool InterpClass::Evaluate(double X, double& Y, std::string& ErrString) const {
+  if (Evaluate(X, Y)) return true;
+  ErrString = WithinInput(X) ? "Error evaluating the function" : "Data lies outside of the valid range";
+  return false;
 }
 
 double InterpClass::SplineAt(double X) const {
@@ -187,11 +188,11 @@ double InterpClass::PolynomialAt(double X) const {
   // Each entry is the polynomial through points first to last; `c` and `d` are its differences to those of one less.
   return ClimbScheme(input_.Y, 0, static_cast<std::size_t>(nearest - x.begin()),
                      [&](std::size_t first, std::size_t last, double right, double& c, double& d) {
-                       const double left = x[first] - X, beyond = x[last] - X;
-                       if (left == beyond) throw NumericFault();
-                       const double w = (right - d) / (left - beyond);
-                       d = beyond * w;
-                       c = left * w;
+                       const double fromFirst = x[first] - X, fromLast = x[last] - X;
+                       if (fromFirst == fromLast) throw NumericFault();
+                       const double w = (right - d) / (fromFirst - fromLast);
+                       d = fromLast * w;
+                       c = fromFirst * w;
                      });
 }
 
@@ -215,10 +216,9 @@ double InterpClass::RationalAt(double X) const {
 }
 
 std::vector<double> InterpClass::GetRoots(double XMin, double XMax, double Y, int Intervals) const {
-  std::string ErrString;
   const auto distance = [&](double x) -> std::optional<double> {
     double y = 0;
-    if (!Evaluate(x, y, ErrString)) return std::nullopt;
+    if (!Evaluate(x, y)) return std::nullopt;
     return y - Y;
   };
   return FindRoots(distance, XMin, XMax, Intervals);
@@ -233,10 +233,9 @@ bool InterpClass::GenerateTable(const TableRange& range, bool Extrapolate) {
   } catch (const NumericFault&) {
     return false;
   }
-  std::string ErrString;
   for (const double x : points) {
     double y = 0;
-    if (!Evaluate(x, y, ErrString)) continue;
+    if (!Evaluate(x, y)) continue;
     XTable_.push_back(x);
     YTable_.push_back(y);
   }

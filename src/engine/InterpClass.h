@@ -47,6 +47,7 @@ class InterpClass {
   bool Fit(const SolveData& data, std::string& LogString);
 
   // The value at X. False, with a text in `ErrString`, outside the input range and where there is none.
+  bool Evaluate(double X, double& Y) const;
   bool Evaluate(double X, double& Y, std::string& ErrString) const;
 
   // Where the curve takes the value Y between XMin and XMax; see FindRoots.
@@ -72,6 +73,7 @@ class InterpClass {
   void Datachange() { Solved = false; }
 
  private:
+  bool WithinInput(double X) const { return X >= InputXMin && X <= InputXMax; }
   bool MergeInput(const SolveData& data);
   void ComputeSpline();
   double SplineAt(double X) const;

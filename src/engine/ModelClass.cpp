@@ -131,7 +131,7 @@ void ModelClass::CopyFitTo(ModelClass& twin) const {
   twin.input_ = input_;
 }
 
-bool ModelClass::Evaluate(std::span<const double> x, double& y, std::string& /*ErrString*/) {
+bool ModelClass::Evaluate(std::span<const double> x, double& y) {
   if (UserType) return evaluator_.Evaluate(Compiled(), x, values_, Statistics, y);
   y = 0;
   if (builtIn_ == nullptr) return true;

@@ -150,8 +150,8 @@ class ModelClass {
   void CopyFitTo(ModelClass& twin) const;
 
   // The model's value at x (one number per independent variable) for the present coefficients. False where it has
-  // none; y is then 0 for a built-in model and left alone otherwise. `ErrString` is never written.
-  bool Evaluate(std::span<const double> x, double& y, std::string& ErrString);
+  // none; y is then 0 for a built-in model and left alone otherwise.
+  bool Evaluate(std::span<const double> x, double& y);
 
   // Derivatives with respect to each coefficient. Derivative: the closed forms of a built-in model; the typed
   // expressions where all compiled; else Richardson's extrapolation. NumericalDerivatives: typed expressions or central

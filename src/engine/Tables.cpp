@@ -47,11 +47,10 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
   std::array<double, kMostIndependentVariables> x{};
   std::vector<double> values;
   values.reserve(count);
-  std::string ErrString;
   for (std::size_t i = 0; i < count; ++i) {
     for (std::size_t v = 0; v < columns.size(); ++v) x[v] = columns[v][i];
     double y = 0;
-    if (!Evaluate(std::span(x).first(columns.size()), y, ErrString)) {
+    if (!Evaluate(std::span(x).first(columns.size()), y)) {
       XTable_.clear();
       return false;
     }
@@ -69,10 +68,9 @@ SeriesTable ModelClass::CopyDataTo(int variable) const {
 std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data) {
   std::vector<double> residuals(data.N());
   std::array<double, kMostIndependentVariables> x{};
-  std::string ErrString;
   for (std::size_t i = 0; i < data.N(); ++i) {
     double y = 0;
-    if (!Evaluate(data.Point(i, x), y, ErrString)) return std::nullopt;
+    if (!Evaluate(data.Point(i, x), y)) return std::nullopt;
     residuals[i] = data.Y[i] - y;
   }
   return residuals;
@@ -95,11 +93,10 @@ std::optional<NormalTable> ModelClass::GenerateQQTable(const SolveData& data) {
 
 std::vector<double> ModelClass::GetRoots(double XMin, double XMax, double Y, int Intervals, std::vector<double> at,
                                          int variable) {
-  std::string ErrString;
   const auto distance = [&](double x) -> std::optional<double> {
     at[Index(variable)] = x;
     double y = 0;
-    if (!Evaluate(at, y, ErrString)) return std::nullopt;
+    if (!Evaluate(at, y)) return std::nullopt;
     return y - Y;
   };
   return FindRoots(distance, XMin, XMax, Intervals);

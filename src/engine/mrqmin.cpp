@@ -165,7 +165,7 @@ bool LevenbergMarquardt::ComputePointByPoint(std::size_t first, std::size_t n) {
   std::string ErrString;
   for (std::size_t i = 0; i < n; ++i) {
     const std::span<const double> point = data_.Point(first + i, x);
-    if (!model_.Evaluate(point, ymod_[i], ErrString)) {
+    if (!model_.Evaluate(point, ymod_[i])) {
       model_.ErrorMessage = model_.EvaluationFailure(point);
       return false;
     }

@@ -15,10 +15,9 @@ DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const
   headings_.insert(headings_.end(), sheet.Headers.begin(), end);
   headings_.insert(headings_.end(), {"Calc Y", "Residual", "Abs Residual"});
   std::array<double, kMostIndependentVariables> x;
-  std::string ErrString;
   for (std::size_t i = 0; i < data.Points.N(); ++i) {
     double y = 0;
-    const bool ok = solution.Evaluate(data.Points.Point(i, x), y, ErrString);
+    const bool ok = solution.Evaluate(data.Points.Point(i, x), y);
     calculated_.push_back(ok ? y : std::numeric_limits<double>::quiet_NaN());
   }
 }

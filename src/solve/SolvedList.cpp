@@ -13,9 +13,13 @@ std::string SortKeyName(int sortIndex) {
 
 std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
 
+bool SolvedItem::Evaluate(std::span<const double> x, double& y) const {
+  return Interpolation ? Interpolation->Evaluate(x[0], y) : Model->Evaluate(x, y);
+}
+
 bool SolvedItem::Evaluate(std::span<const double> x, double& y, std::string& ErrString) const {
   if (Interpolation) return Interpolation->Evaluate(x[0], y, ErrString);
-  if (Model->Evaluate(x, y, ErrString)) return true;
+  if (Model->Evaluate(x, y)) return true;
   ErrString = Model->EvaluationFailure(x);
   return false;
 }

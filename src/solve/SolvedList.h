@@ -32,6 +32,7 @@ struct SolvedItem {
   int NumIndependentVar() const { return Model != nullptr ? Model->NumIndependentVar() : 1; }
 
   // The value at x, one number per independent variable. False, with a text in `ErrString`, where there is none.
+  bool Evaluate(std::span<const double> x, double& y) const;
   bool Evaluate(std::span<const double> x, double& y, std::string& ErrString) const;
   // How the search ended, where it did not by converging, to stand behind "The search ended"; else empty.
   std::string_view SearchEndText() const;

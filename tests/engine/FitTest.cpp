@@ -603,8 +603,7 @@ TEST(ModelClass, CopiesToAnIndependentTwin) {
   EXPECT_FALSE(solving.Model->Solved);
   EXPECT_EQ(solving.Model->Values(1), 1);
   double y = 0, x = 3;
-  std::string ErrString;
-  ASSERT_TRUE(twin->Evaluate({&x, 1}, y, ErrString));
+  ASSERT_TRUE(twin->Evaluate({&x, 1}, y));
   EXPECT_EQ(y, twin->Values(1) * 3 + twin->Values(2));
 }
 
