@@ -45,14 +45,14 @@ bool ModelClass::FitLinear(const SolveData& data, std::string& LogString) {
   }
   ErrorInfo = true;
   Line(LogString, "Solution successful");
-  SolveForm nobody;  // there are no iterations to break off
-  return Solved = Judge(data, NumDependentVar(), LogString, nobody);
+  SolveForm unattended;  // there are no iterations to break off
+  return Solved = Judge(data, NumDependentVar(), LogString, unattended);
 }
 
 // The end that both roads share: statistics, or the rejection of a model without a value at some point.
 bool ModelClass::Judge(const SolveData& data, int numcoef, std::string& LogString, SolveForm& form) {
   if (!GetGoodnessOfFit(data, numcoef, form)) {
-    LineAndBlank(LogString, "Solution rejected based on poor goodness of fit statics.");
+    if (!form.Aborted) LineAndBlank(LogString, "Solution rejected based on poor goodness of fit statics.");
     return false;
   }
   Line(LogString, "Residual Sum of Squares = " + GeneralNumber(RSS));
@@ -106,11 +106,11 @@ bool ModelClass::FitOneStart(const SolveData& data, const Settings& settings, st
   const std::vector<int> ia = FreeFlags();
   ShowParameters(a, form);
   Line(LogString, "Beginning non-linear iterations");
-  const Search search = FitOneSet(data, settings, a, ia, form);
-  if (form.Aborted) return false;
+  const std::optional<Search> search = FitOneSet(data, settings, a, ia, form);
+  if (!search || form.Aborted) return false;
 
   const std::string tolerance = GeneralNumber(settings.ResidualTolerance);
-  switch (Ended = search.ended) {
+  switch (Ended = search->ended) {
     case SearchEnd::Converged:
       Line(LogString, "Solution converged to residual change less than " + tolerance + "%");
       break;
@@ -119,7 +119,7 @@ bool ModelClass::FitOneStart(const SolveData& data, const Settings& settings, st
       break;
     case SearchEnd::Unchanged:
       Line(LogString, "Merit Function unchanged during last " + std::to_string(settings.DivIterations) + " of " +
-                          std::to_string(search.iter) + " iterations");
+                          std::to_string(search->iter) + " iterations");
       Line(LogString, "Solution converged to residual change of 0.0%");
       break;
     case SearchEnd::IterationLimit:
@@ -127,24 +127,26 @@ bool ModelClass::FitOneStart(const SolveData& data, const Settings& settings, st
       Line(LogString, "Solution failed to converge to residual change of " + tolerance + "%");
       break;
   }
-  Line(LogString, "Final Merit Function = " + GeneralNumber(search.chisq));
-  Line(LogString, "Total number of non-linear iterations = " + std::to_string(search.iter));
-  Store(a, search.covar);
+  Line(LogString, "Final Merit Function = " + GeneralNumber(search->chisq));
+  Line(LogString, "Total number of non-linear iterations = " + std::to_string(search->iter));
+  Store(a, search->covar);
   const auto nfree = std::count_if(ia.begin(), ia.end(), [](int free) { return free != 0; });
   return Judge(data, static_cast<int>(nfree), LogString, form);
 }
 
-// Iterates from `a` until a stopping rule holds; `a` is then the best that was found, and `covar` its covariance unless
-// the user aborted. Throws NumericFault.
-ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& settings, std::vector<double>& a,
-                                         const std::vector<int>& ia, SolveForm& form) {
+// Iterates from `a` until a stopping rule holds; `a` is then the best that was found, and `covar` its covariance.
+// Nothing where the user aborted. Throws NumericFault.
+std::optional<ModelClass::Search> ModelClass::FitOneSet(const SolveData& data, const Settings& settings,
+                                                        std::vector<double>& a, const std::vector<int>& ia,
+                                                        SolveForm& form) {
   Search search;
   search.covar = Matrix(a.size());
   Matrix alpha(a.size());
   LevenbergMarquardt kernel(*this, data, settings.DerivativeMethod, form);
   double alamda = -1;
+  const auto step = [&] { return kernel.mrqmin(a, ia, search.covar, alpha, search.chisq, alamda); };
   ErrorMessage.clear();
-  kernel.mrqmin(a, ia, search.covar, alpha, search.chisq, alamda);
+  if (!step()) return std::nullopt;
 
   int unchanged = 0;
   double ochisq = search.chisq;
@@ -152,13 +154,13 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
   showChange();
   for (; search.iter <= settings.MaxIterations && unchanged <= settings.DivIterations; ++search.iter) {
     form.Yield();
-    if (form.Aborted) return search;
+    if (form.Aborted) return std::nullopt;
     if (form.Paused) {
       search.ended = SearchEnd::Paused;
       form.Paused = false;
       break;
     }
-    kernel.mrqmin(a, ia, search.covar, alpha, search.chisq, alamda);
+    if (!step()) return std::nullopt;
     NumIterations = search.iter;
     form.SetIterationLabel("Iteration: " + std::to_string(search.iter));
     form.SetResidualLabel("Merit Function: " + GeneralNumber(search.chisq));
@@ -183,7 +185,7 @@ ModelClass::Search ModelClass::FitOneSet(const SolveData& data, const Settings& 
   if (search.ended == SearchEnd::IterationLimit && search.iter < settings.MaxIterations)
     search.ended = SearchEnd::Unchanged;
   alamda = 0;
-  kernel.mrqmin(a, ia, search.covar, alpha, search.chisq, alamda);
+  if (!step()) return std::nullopt;
   ErrorInfo = true;
   return search;
 }
@@ -204,7 +206,7 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
   for (std::size_t k = 0; k < sets.size();) {
     std::vector<double> a = sets[k];
     ShowParameters(a, form);
-    Search search;
+    std::optional<Search> search;
     try {
       search = FitOneSet(data, settings, a, ia, form);
     } catch (const NumericFault&) {
@@ -212,10 +214,11 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
       ++k;
       continue;
     }
-    if (form.Aborted) return false;
-    Line(LogString, "IC Set " + std::to_string(k + 1) + ": Final residual change = " + GeneralNumber(search.change));
-    Store(a, search.covar);
+    if (!search || form.Aborted) return false;
+    Line(LogString, "IC Set " + std::to_string(k + 1) + ": Final residual change = " + GeneralNumber(search->change));
+    Store(a, search->covar);
     if (!GetGoodnessOfFit(data, nfree, form)) {
+      if (form.Aborted) return false;
       // The set is tried again: only an abort ends a set that keeps failing.
       LineAndBlank(LogString, "Solution rejected based on poor goodness of fit statics.");
       continue;
@@ -225,7 +228,7 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
     row.insert(row.end(), a.begin(), a.end());
     row.insert(row.end(), {RSS, R2Adjust, R2, StdErr, RssNorm});
     sweep_.push_back(std::move(row));
-    solutions.push_back({covariance_, search.ended});
+    solutions.push_back({covariance_, search->ended});
     ++k;
   }
   const std::size_t good = sweep_.size();

@@ -2,14 +2,13 @@
 #include <array>
 #include <cmath>
 
-#include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 
 namespace quorvex {
 
 bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef) {
-  SolveForm nobody;
-  return GetGoodnessOfFit(data, numcoef, nobody);
+  SolveForm unattended;
+  return GetGoodnessOfFit(data, numcoef, unattended);
 }
 
 // Two passes over the points in the order of the data, which is also the order of the Durbin-Watson differences.
@@ -24,7 +23,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
     const std::size_t inBlock = i % kBlock;
     if (inBlock == 0) {
       form.Pulse();
-      if (form.Aborted) throw NumericFault();  // nobody asks for the result any more
+      if (form.Aborted) return false;
       blockFitted = EvaluateBlock(data, i, std::min(kBlock, N - i), fitted.data());
     }
     if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock])) return false;

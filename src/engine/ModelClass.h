@@ -126,7 +126,8 @@ class ModelClass {
   void SetRule(int i, std::string rule) { coefficients_[Index(i)].Rule = std::move(rule); }
   void SetRuleConstant(int i, std::string text) { coefficients_[Index(i)].RuleConstant = std::move(text); }
   void SetDerivative(int i, std::string text) { coefficients_[Index(i)].Derivative = std::move(text); }
-  // Half the width of a standard error: StdErr times the root of the covariance.
+  // The standard error of the coefficient: StdErr times the root of its covariance. Half the width of a confidence
+  // interval is this times the quantile of the level.
   double StandardError(int i) const;
 
   const std::vector<ICRange>& GetICRange() const { return ranges_; }
@@ -185,7 +186,7 @@ class ModelClass {
 
   // Fills the statistics of the fit; false where the model has no value at some point, and nothing changes.
   bool GetGoodnessOfFit(const SolveData& data, int numcoef);
-  // The same with turns of the event loop for `form`. Throws NumericFault where its user aborts.
+  // The same with turns of the event loop for `form`. False, too, where its user aborts, which `form` tells.
   bool GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form);
 
   // The model as text, as code (statements and the library functions they need) and as a spreadsheet formula; see the
@@ -289,8 +290,8 @@ class ModelClass {
   bool FitOneStart(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form);
   bool FitSweep(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form,
                 const std::vector<std::vector<double>>& sets);
-  Search FitOneSet(const SolveData& data, const Settings& settings, std::vector<double>& a, const std::vector<int>& ia,
-                   SolveForm& form);
+  std::optional<Search> FitOneSet(const SolveData& data, const Settings& settings, std::vector<double>& a,
+                                  const std::vector<int>& ia, SolveForm& form);
   bool Judge(const SolveData& data, int numcoef, std::string& LogString, SolveForm& form);
   std::vector<int> FreeFlags() const;
   void Store(const std::vector<double>& a, const Matrix& covar);

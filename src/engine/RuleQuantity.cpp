@@ -10,7 +10,7 @@ namespace quorvex {
 namespace {
 
 // By the name less its variable's letter: "min", "max", "avg", "range".
-double Of(std::string_view what, const std::vector<double>& values) {
+double Summary(std::string_view what, const std::vector<double>& values) {
   if (values.empty()) throw NumericFault();
   if (what == "avg") return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
   const auto [smallest, largest] = std::minmax_element(values.begin(), values.end());
@@ -30,10 +30,10 @@ std::optional<double> QuantityOf(std::string_view name, const SolveData& data, s
   if (name == "n") return static_cast<double>(data.N());
   for (const auto& quantity : kQuantities) {
     if (name != quantity.Name) continue;
-    if (quantity.OfY) return Of(quantity.What, data.Y);
+    if (quantity.OfY) return Summary(quantity.What, data.Y);
     if (!variable) return std::nullopt;
     if (*variable < 1 || static_cast<std::size_t>(*variable) > data.X.size()) throw NumericFault();
-    return Of(quantity.What, data.X[static_cast<std::size_t>(*variable - 1)]);
+    return Summary(quantity.What, data.X[static_cast<std::size_t>(*variable - 1)]);
   }
   return std::nullopt;
 }

@@ -86,13 +86,13 @@ void ModelClass::TakeInput(const SolveData& data) {
   }
   for (std::size_t v = 0; v < data.X.size(); ++v) {
     VariableStatistics& x = Statistics.X[v];
-    const Moments of = MomentsOf(data.X[v], x.InputXMin, x.InputXMax);
-    x.XMean = of.mean;
-    x.XStd = of.std;
+    const Moments moments = MomentsOf(data.X[v], x.InputXMin, x.InputXMax);
+    x.XMean = moments.mean;
+    x.XStd = moments.std;
   }
-  const Moments of = MomentsOf(y, Statistics.InputYMin, Statistics.InputYMax);
-  Statistics.YMean = of.mean;
-  Statistics.YStd = of.std;
+  const Moments moments = MomentsOf(y, Statistics.InputYMin, Statistics.InputYMax);
+  Statistics.YMean = moments.mean;
+  Statistics.YStd = moments.std;
 }
 
 bool ModelClass::SetIC(const SolveData& data) {

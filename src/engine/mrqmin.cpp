@@ -36,7 +36,7 @@ LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data,
   for (std::vector<double>& column : dyda_) columns_.push_back(column.data());
 }
 
-void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
+bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
                                 double& chisq, double& alamda) {
   if (a.size() > kMostCoefficients) {
     model_.ErrorMessage = "A model may have " + std::to_string(kMostCoefficients) + " coefficients at most.";
@@ -47,7 +47,9 @@ void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     beta_.assign(a.size(), 0.0);
     da_.assign(a.size(), 0.0);
     alamda = 0.001;
-    if (!mrqcof(a, ia, alpha, beta_, chisq)) throw NumericFault();
+    const Pass start = mrqcof(a, ia, alpha, beta_, chisq);
+    if (start == Pass::Aborted) return false;
+    if (start == Pass::NoValue) throw NumericFault();
     ochisq_ = chisq;
     atry_ = a;
   }
@@ -65,16 +67,16 @@ void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     bool inflated = false;
     for (std::size_t j = 0; j < mfit_; ++j) inflated = inflated || !(std::abs(alpha(j, j) * covar(j, j)) < kInflation);
     covsrt(covar, ia, mfit_);
-    if (inflated) TakeVariances(a, ia, covar);
-    return;
+    return !inflated || TakeVariances(a, ia, covar);
   }
   std::size_t j = 0;
   for (std::size_t l = 0; l < a.size(); ++l)
     if (ia[l] != 0) atry_[l] = a[l] + da_[j++];
   if (!AllFinite(atry_)) throw NumericFault();
 
-  const bool evaluated = mrqcof(atry_, ia, covar, da_, chisq);
-  if (evaluated && chisq < ochisq_) {
+  const Pass trial = mrqcof(atry_, ia, covar, da_, chisq);
+  if (trial == Pass::Aborted) return false;
+  if (trial == Pass::Complete && chisq < ochisq_) {
     alamda *= 0.1;
     ochisq_ = chisq;
     for (std::size_t row = 0; row < mfit_; ++row)
@@ -87,12 +89,18 @@ void LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     chisq = ochisq_;
     model_.ErrorMessage.clear();
   }
+  return true;
 }
 
-// The normal equations and the merit function at `a`; false where the model has no value at some point. The model is
-// left holding `a`.
-bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha,
-                                std::vector<double>& beta, double& chisq) {
+// Gives the form its turn, and hears whether its user still wants the fit.
+bool LevenbergMarquardt::Aborted() {
+  form_.Pulse();
+  return form_.Aborted;
+}
+
+// The normal equations and the merit function at `a`. The model is left holding `a`.
+LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<int>& ia,
+                                                    Matrix& alpha, std::vector<double>& beta, double& chisq) {
   for (std::size_t j = 0; j < mfit_; ++j) {
     for (std::size_t k = 0; k <= j; ++k) alpha(j, k) = 0.0;
     beta[j] = 0.0;
@@ -101,10 +109,9 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
   for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
 
   for (std::size_t first = 0; first < data_.N(); first += kBlock) {
-    form_.Pulse();
-    if (form_.Aborted) throw NumericFault();  // nobody asks for the result any more
+    if (Aborted()) return Pass::Aborted;
     const std::size_t n = std::min(kBlock, data_.N() - first);
-    if (!ComputeBlock(first, n)) return false;
+    if (!ComputeBlock(first, n)) return Pass::NoValue;
     const double* const sig = data_.sig.data() + first;
     BinaryOverBlock(kSubtract, {data_.Y.data() + first, 0}, {ymod_.data(), 0}, n, ymod_.data());
     BinaryOverBlock(kMultiply, {ymod_.data(), 0}, {sig, 0}, n, wdy_.data());
@@ -124,32 +131,33 @@ bool LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<
   for (std::size_t j = 0; j < mfit_; ++j)
     for (std::size_t k = 0; k <= j; ++k) finite = finite && std::isfinite(alpha(j, k));
   if (!finite) throw NumericFault();
-  return true;
+  return Pass::Complete;
 }
 
 // Puts the variances, as a QR of the derivatives gives them, into the diagonal of the covariance. Where that is
-// singular to the last digit, or a model with random numbers has no value this time, the diagonal stays as it is.
-void LevenbergMarquardt::TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar) {
+// singular to the last digit, or a model with random numbers has no value this time, the diagonal stays as it is. False
+// where the form is aborted.
+bool LevenbergMarquardt::TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar) {
   for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
   TriangularFactor factor(mfit_);
   ColumnMatrix rows(kBlock + 1, mfit_);
   for (std::size_t first = 0; first < data_.N(); first += kBlock) {
-    form_.Pulse();
-    if (form_.Aborted) throw NumericFault();
+    if (Aborted()) return false;
     const std::size_t n = std::min(kBlock, data_.N() - first);
     if (model_.DifferentiateBlock(data_, first, n, analytical_, ymod_.data(), columns_.data()))
       model_.SharpenDerivatives(n, columns_.data());
     else if (!ComputePointByPoint(first, n))
-      return;
+      return true;
     for (std::size_t i = 0; i < n; ++i) wt_[i] = std::sqrt(data_.sig[first + i]);
     for (std::size_t l = 0, j = 0; l < a.size(); ++l)
       if (ia[l] != 0) BinaryOverBlock(kMultiply, {wt_.data(), 0}, {dyda_[l].data(), 0}, n, rows.Column(j++) + 1);
     factor.Append(rows, n);
   }
   const std::vector<double> variances = factor.InverseDiagonal();
-  if (!AllFinite(variances)) return;
+  if (!AllFinite(variances)) return true;
   for (std::size_t l = 0, j = 0; l < a.size(); ++l)
     if (ia[l] != 0) covar(l, l) = variances[j++];
+  return true;
 }
 
 // Values and derivatives of a block. A block that cannot be computed as one is computed point by point, which finds the

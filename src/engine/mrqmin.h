@@ -38,16 +38,20 @@ class LevenbergMarquardt {
   // held coefficients.
   // A better trial goes into `a` and `chisq`; after any call `chisq` is the best value so far, so an equal value means
   // that the trial was rejected. `ia` is non-zero for free coefficients. `covar` and `alpha` have the order of `a`.
+  // False where the form is aborted on the way: nobody asks for a result any more, and none of these holds one.
   // Throws NumericFault for a singular matrix, a failed derivative, overflow, a start where the model has no value, or
-  // more than 100 coefficients; the model's ErrorMessage then says why, or is empty. Throws one, too, where the form is
-  // aborted on the way.
-  void mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha, double& chisq,
+  // more than 100 coefficients; the model's ErrorMessage then says why, or is empty.
+  bool mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha, double& chisq,
               double& alamda);
 
  private:
-  bool mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
+  // What came of a pass over the points.
+  enum class Pass { Complete, NoValue, Aborted };
+
+  bool Aborted();
+  Pass mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
               double& chisq);
-  void TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar);
+  bool TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar);
   bool ComputeBlock(std::size_t first, std::size_t n);
   bool ComputePointByPoint(std::size_t first, std::size_t n);
 
