@@ -224,10 +224,7 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
       continue;
     }
     Line(LogString, "Residual Sum of Squares = " + GeneralNumber(RSS));
-    std::vector<double> row = sets[k];
-    row.insert(row.end(), a.begin(), a.end());
-    row.insert(row.end(), {RSS, R2Adjust, R2, StdErr, RssNorm});
-    sweep_.push_back(std::move(row));
+    sweep_.push_back({sets[k], a, RSS, R2Adjust, R2, StdErr, RssNorm});
     solutions.push_back({covariance_, search->ended});
     ++k;
   }
@@ -237,18 +234,16 @@ bool ModelClass::FitSweep(const SolveData& data, const Settings& settings, std::
   SweepCount = static_cast<int>(good);
   if (good == 0) return false;
 
-  const std::size_t n = values_.size();
-  const auto best =
-      std::min_element(sweep_.begin(), sweep_.end(), [n](const auto& a, const auto& b) { return a[2 * n] < b[2 * n]; });
-  for (std::size_t i = 0; i < n; ++i) values_[i] = (*best)[n + i];
+  const auto best = std::ranges::min_element(sweep_, {}, &SweepRow::RSS);
   const Solution& solution = solutions[static_cast<std::size_t>(best - sweep_.begin())];
+  values_ = best->Final;
   covariance_ = solution.Covariance;
   Ended = solution.Ended;
-  RSS = (*best)[2 * n];
-  R2Adjust = (*best)[2 * n + 1];
-  R2 = (*best)[2 * n + 2];
-  StdErr = (*best)[2 * n + 3];
-  RssNorm = (*best)[2 * n + 4];
+  RSS = best->RSS;
+  R2Adjust = best->R2Adjust;
+  R2 = best->R2;
+  StdErr = best->StdErr;
+  RssNorm = best->RssNorm;
   LineAndBlank(LogString, "Solution Complete");
   return true;
 }

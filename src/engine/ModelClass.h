@@ -53,6 +53,15 @@ struct NormalTable {
 // Why a nonlinear search came to its end, by the numbers that project files store.
 enum class SearchEnd : int { Converged = 0, Unchanged = 1, IterationLimit = 2, Paused = 3 };
 
+// What one set of initial estimates of a sweep led to.
+struct SweepRow {
+  std::vector<double> Start;
+  std::vector<double> Final;  // empty where a project file tells of the start alone; the numbers below are then 0
+  double RSS = 0, R2Adjust = 0, R2 = 0, StdErr = 0, RssNorm = 0;
+
+  bool operator==(const SweepRow&) const = default;
+};
+
 // A model with everything a project knows about its fit: text, compiled form, coefficients, statistics. The two model
 // types, EqClass with one independent variable and MvClass with several, share all of it and differ in how they reach
 // X, in their words, their catalogue and a few messages.
@@ -135,10 +144,9 @@ class ModelClass {
   // Puts the ranges back to one step at their present values.
   void ICCancel();
 
-  // The sets that a sweep solved, a row each: n start values, n final coefficients, RSS, R2Adjust, R2, StdErr, RssNorm.
-  // Read from a project file that tells no more, a row has the start values alone.
-  const std::vector<std::vector<double>>& GetSweepInfo() const { return sweep_; }
-  void SetSweepInfo(std::vector<std::vector<double>> rows) { sweep_ = std::move(rows); }
+  // The sets of initial estimates that a sweep solved, in their order.
+  const std::vector<SweepRow>& GetSweepInfo() const { return sweep_; }
+  void SetSweepInfo(std::vector<SweepRow> rows) { sweep_ = std::move(rows); }
 
   // The data changed: unsolved, no estimates, every coefficient free and 1.
   void Datachange();
@@ -308,7 +316,7 @@ class ModelClass {
   std::vector<Coefficient> coefficients_;
   std::vector<double> values_, covariance_;
   std::vector<ICRange> ranges_;
-  std::vector<std::vector<double>> sweep_;
+  std::vector<SweepRow> sweep_;
   std::vector<DerivativeModel> DerivativeModels_;  // for the duration of a fit
   std::shared_ptr<const InputPoints> input_ = std::make_shared<const InputPoints>();
   std::vector<std::vector<double>> XTable_;  // empty for a table at the input points

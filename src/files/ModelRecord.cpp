@@ -41,7 +41,7 @@ struct FitDetails {
   }
 
   std::vector<Coefficient> Coefficients;
-  std::vector<std::vector<double>> Sweep;  // a row for each set, its first numbers the starts
+  std::vector<SweepRow> Sweep;
   DataStatistics Input;
   std::vector<double> Covariance;
 };
@@ -96,8 +96,8 @@ void ListFit(Io& io, Model& model, Details& details, Points& points) {
   ListStatistics(io, model);
   io.Known(n);
   for (auto& c : details.Coefficients) io(c.Constant, c.Value, c.Range.Min, c.Range.Max, c.Range.Steps);
-  io.Counted(details.Sweep, std::vector<double>(n), [&](auto& set) {
-    for (std::size_t i = 0; i < n; ++i) io(set[i]);
+  io.Counted(details.Sweep, SweepRow{.Start = std::vector<double>(n), .Final = {}}, [&](auto& set) {
+    for (auto& start : set.Start) io(start);
   });
   ListInput(io, details.Input, points);
   io(model.ErrorInfo);
@@ -107,15 +107,15 @@ void ListFit(Io& io, Model& model, Details& details, Points& points) {
 }
 
 // The sets of the sweep that the solution comes from, if it comes from one.
-std::span<const std::vector<double>> SweepOf(const ModelClass& model) {
+std::span<const SweepRow> SweepOf(const ModelClass& model) {
   if (model.SweepCount == 0) return {};
   return model.GetSweepInfo();
 }
 
 // What each start of a sweep led to.
 template <typename Io, typename Set>
-void ListSweepResults(Io& io, Set& set, std::size_t coefficients) {
-  io(std::span(set).subspan(coefficients));
+void ListSweepResults(Io& io, Set& set) {
+  io(std::span(set.Final), set.RSS, set.R2Adjust, set.R2, set.StdErr, set.RssNorm);
 }
 
 template <typename Io, typename End>
@@ -214,14 +214,13 @@ const SolveData& SolvedModelReader::Points() {
 }
 
 void WriteSweeps(RecordWriter& io, const Project& project) {
-  const auto models = SolvedModels(project, [](const ModelClass& model) {
-    return !SweepOf(model).empty() && SweepOf(model)[0].size() != CoefficientCount(model);
-  });
+  const auto models = SolvedModels(
+      project, [](const ModelClass& model) { return !SweepOf(model).empty() && !SweepOf(model)[0].Final.empty(); });
   if (models.empty()) return;
   Section(io, kSweeps, [&] {
     for (const ModelClass* model : models) {
       io(model->id);
-      for (const auto& set : SweepOf(*model)) ListSweepResults(io, set, CoefficientCount(*model));
+      for (const auto& set : SweepOf(*model)) ListSweepResults(io, set);
     }
   });
 }
@@ -231,12 +230,11 @@ void SolvedModelReader::ReadSweeps(RecordReader& io) {
     while (io.GoesOn(kSweeps)) {
       ModelClass* const model = FindModel(io);
       if (model == nullptr) return io.Fail();
-      const std::size_t n = CoefficientCount(*model);
-      std::vector<std::vector<double>> sweep = model->GetSweepInfo();
-      for (std::vector<double>& set : sweep) {
-        if (set.size() != n) return io.Fail();
-        set.resize(2 * n + 5);
-        ListSweepResults(io, set, n);
+      std::vector<SweepRow> sweep = model->GetSweepInfo();
+      for (SweepRow& set : sweep) {
+        if (!set.Final.empty()) return io.Fail();
+        set.Final.resize(set.Start.size());
+        ListSweepResults(io, set);
       }
       model->SetSweepInfo(std::move(sweep));
     }

@@ -124,7 +124,6 @@ class Builder {
   // that the starts were taken from. Sets from a project file know of their start alone.
   void Sweep(const ModelClass& model) {
     if (model.SweepCount <= 1) return;
-    const std::size_t n = static_cast<std::size_t>(model.NumDependentVar());
     std::vector<std::string> names, headings;
     for (int i = 1; i <= model.NumDependentVar(); ++i) {
       names.insert(names.end(), {model.Variables(i), ""});
@@ -142,11 +141,13 @@ class Builder {
     Heading("Initial Condition Range Summary");
     ColumnHeadings(std::move(names));
     ColumnHeadings(std::move(headings));
-    for (const std::vector<double>& set : model.GetSweepInfo()) {
-      const auto cell = [&](std::size_t at) { return at < set.size() ? Value(set[at]) : std::string(); };
+    for (const SweepRow& set : model.GetSweepInfo()) {
+      const bool whole = !set.Final.empty();
+      const auto known = [&](double value) { return whole ? Value(value) : std::string(); };
       std::vector<std::string> row;
-      for (std::size_t i = 0; i < n; ++i) row.insert(row.end(), {cell(i), cell(n + i)});
-      for (const std::size_t statistic : {0U, 2U, 1U, 3U}) row.push_back(cell(2 * n + statistic));
+      for (std::size_t i = 0; i < set.Start.size(); ++i)
+        row.insert(row.end(), {Value(set.Start[i]), whole ? Value(set.Final[i]) : ""});
+      for (const double statistic : {set.RSS, set.R2, set.R2Adjust, set.StdErr}) row.push_back(known(statistic));
       row.insert(row.end(), ranges.begin(), ranges.end());
       Values(std::move(row));
     }

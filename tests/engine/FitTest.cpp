@@ -363,8 +363,8 @@ TEST(Fit, SearchesFromEveryPointOfAGridAndKeepsTheBest) {
   const auto& rows = solving.Model->GetSweepInfo();
   ASSERT_EQ(rows.size(), 5u);
   for (std::size_t k = 0; k < 5; ++k) {
-    EXPECT_EQ(rows[k][1], 1 + 2.0 * static_cast<double>(k));
-    EXPECT_GE(rows[k][4], solving.Model->RSS);
+    EXPECT_EQ(rows[k].Start[1], 1 + 2.0 * static_cast<double>(k));
+    EXPECT_GE(rows[k].RSS, solving.Model->RSS);
   }
 
   // Of two equal ones the first, and a search from one start leaves no sweep behind.
@@ -401,10 +401,10 @@ TEST(Fit, KeepsTheWholeSolutionOfTheSetWithTheSmallestRss) {
     };
     const auto sweep = solve(first, second, 2);
     const std::size_t at = first > second ? 0 : 1;
-    const std::vector<double>&best = sweep->GetSweepInfo()[at], &other = sweep->GetSweepInfo()[1 - at];
-    ASSERT_LT(best[2], other[2]);  // RSS
-    ASSERT_GT(best[6], other[6]);  // RssNorm
-    const auto single = solve(best[0], best[0], 1);
+    const SweepRow &best = sweep->GetSweepInfo()[at], &other = sweep->GetSweepInfo()[1 - at];
+    ASSERT_LT(best.RSS, other.RSS);
+    ASSERT_GT(best.RssNorm, other.RssNorm);
+    const auto single = solve(best.Start[0], best.Start[0], 1);
     const auto all = [](const ModelClass& m) {
       return std::vector<double>{m.Values(1), m.Covariance(1), m.RSS,     m.R2Adjust,
                                  m.R2,        m.StdErr,        m.RssNorm, static_cast<double>(m.Ended)};

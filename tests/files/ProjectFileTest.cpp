@@ -142,7 +142,7 @@ TEST(ProjectFile, HasTheLayoutOfVersion9) {
   FillIn(swept, 3);
   swept.SweepCount = 2;
   swept.Ended = SearchEnd::IterationLimit;
-  swept.SetSweepInfo({{0.1, 0.2, 1.1, 1.2, 3, 4, 5, 6, 7}, {0.3, 0.4, 1.3, 1.4, 13, 14, 15, 16, 17}});
+  swept.SetSweepInfo({{{0.1, 0.2}, {1.1, 1.2}, 3, 4, 5, 6, 7}, {{0.3, 0.4}, {1.3, 1.4}, 13, 14, 15, 16, 17}});
   const SolveData points = PointsOf(several);
   swept.CopyInputDataFrom(std::make_shared<const InputPoints>(InputPoints{points.X, points.Y}));
   ExpectGolden("ProjectSeveralVariables.qvx", ProjectText(several));
@@ -206,7 +206,7 @@ TEST(ProjectFile, KeepsStartsOfASweepFromAFileThatTellsNoMore) {
   const auto& whole = project.Models.Find("My line")->GetSweepInfo();
   ASSERT_EQ(model.GetSweepInfo().size(), whole.size());
   for (std::size_t k = 0; k < whole.size(); ++k)
-    EXPECT_EQ(model.GetSweepInfo()[k], std::vector<double>(whole[k].begin(), whole[k].begin() + 2));
+    EXPECT_EQ(model.GetSweepInfo()[k], (SweepRow{.Start = whole[k].Start, .Final = {}}));
   EXPECT_EQ(ProjectText(back), cut);
   Project later = OneVariableProject(LocaleText());  // whose model was then fitted from one start
   later.Models.Find("My line")->SweepCount = 0;

@@ -182,7 +182,7 @@ TEST(FitInformation, SumsUpASearchFromRanges) {
     EXPECT_EQ(block[2 + set], (std::vector<std::string>{starts[set], "2.0000", "1.0000", "1.2000", "0.8000", "0.9804",
                                                         "0.9739", "0.5164", "0.0000 to 4.0000", "1.0000"}));
 
-  model.SetSweepInfo({{0, 1}, {2, 1}});  // as a project file tells it
+  model.SetSweepInfo({{.Start = {0, 1}, .Final = {}}, {.Start = {2, 1}, .Final = {}}});  // as a project file tells it
   block = Block(FitInformation(solution, kFromFile, Settings(), LocaleText()), "Initial Condition Range Summary");
   EXPECT_EQ(block[3], (std::vector<std::string>{"2", "", "1", "", "", "", "", "", "0 to 4", "1"}));
   model.SweepCount = 1;
