@@ -12,6 +12,8 @@
 #include "Workloads.h"
 #include "engine/EqClass.h"
 #include "engine/gaussj.h"
+#include "equation/BlockProgram.h"
+#include "equation/Catalogue.h"
 
 namespace quorvex {
 namespace {

@@ -13,6 +13,7 @@
 #include "engine/EqClass.h"
 #include "engine/SolveForm.h"
 #include "engine/mrqmin.h"
+#include "equation/BlockProgram.h"
 #include "equation/ClosedForms.h"
 #include "functions/Elementary.h"
 

@@ -25,6 +25,7 @@
 #include "Workloads.h"
 #include "core/Files.h"
 #include "engine/EqClass.h"
+#include "equation/Catalogue.h"
 #include "sheet/ComputeWeights.h"
 #include "sheet/LoadGridData.h"
 #include "sheet/ParseDelimitedLines.h"

@@ -13,6 +13,7 @@
 #include "core/NumberText.h"
 #include "engine/LoadModelCatalog.h"
 #include "engine/UserModel.h"
+#include "equation/Expression.h"
 
 namespace quorvex {
 namespace {

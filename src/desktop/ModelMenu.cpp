@@ -3,6 +3,7 @@
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
+#include "equation/CodeLibrary.h"
 #include "files/ui/usereq.h"
 #include "results/EquationExport.h"
 #include "results/ui/frmEquationText.h"

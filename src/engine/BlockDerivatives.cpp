@@ -1,4 +1,4 @@
-// Values and derivatives of a model over blocks of points, to the bit what they are point by point.
+// Derivatives over blocks of points, to the bit what they are point by point.
 
 #include <algorithm>
 #include <array>
@@ -7,20 +7,16 @@
 #include <numeric>
 
 #include "core/FaultFlags.h"
+#include "engine/CompiledModel.h"
+#include "engine/Differentiator.h"
 #include "engine/ModelClass.h"
+#include "engine/PointColumns.h"
 #include "engine/Ridders.h"
+#include "engine/TypedDerivatives.h"
 #include "equation/ClosedForms.h"
 
 namespace quorvex {
 namespace {
-
-using Columns = std::array<const double*, kMostIndependentVariables>;
-
-Columns ColumnsFrom(const SolveData& data, std::size_t first) {
-  Columns columns{};
-  for (std::size_t v = 0; v < data.X.size(); ++v) columns[v] = data.X[v].data() + first;
-  return columns;
-}
 
 using Block = std::array<double, kBlock>;
 
@@ -98,32 +94,24 @@ void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
 
 }  // namespace
 
-bool ModelClass::EvaluateBlock(const SolveData& data, std::size_t first, std::size_t n, double* y) {
-  const Columns columns = ColumnsFrom(data, first);
-  if (!UserType) {
-    std::fill_n(y, n, 0.0);
-    if (builtIn_ == nullptr) return true;
-    ClearFaultFlags();
-    Value(*builtIn_, columns.data(), n, values_.data(), y);
-    return !FaultFlagsRaised();
-  }
-  if (!program_) program_ = std::make_unique<BlockProgram>(Compiled());
-  return program_->Supported() && program_->Evaluate(columns, n, values_, Statistics, y);
+bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical,
+                                        double* y, double* const* dyda) {
+  if (!model_.UserType) return ClosedFormBlock(data, first, n, y, dyda);
+  if (!model_.EvaluateBlock(data, first, n, y)) return false;
+  if (model_.typed_) return model_.typed_->OverBlock(model_, data, first, n, dyda);
+  return NumericalBlock(n, analytical, dyda);
 }
 
-bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
-                                    double* const* dyda) {
-  if (!UserType) return ClosedFormBlock(data, first, n, y, dyda);
-  if (!EvaluateBlock(data, first, n, y)) return false;
-  if (!DerivativeModels_.empty()) return TypedDerivativesBlock(data, first, n, dyda);
-  for (std::size_t c = 0; c < values_.size(); ++c) {
-    const double mask = coefficients_[c].Constant;
+bool Differentiator::NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda) {
+  for (std::size_t c = 0; c < model_.CoefficientValues.size(); ++c) {
+    const double mask = model_.Coefficients[c].Constant;
     if (mask == 0) {
       std::fill_n(dyda[c], n, 0.0);
       continue;
     }
-    const bool differentiated =
-        analytical ? ExtrapolateBlock(c, n, dyda[c]) : CentredQuotientBlock(c, InitialStep(values_[c]), n, dyda[c]);
+    const bool differentiated = extrapolate
+                                    ? ExtrapolateBlock(c, n, dyda[c])
+                                    : CentredQuotientBlock(c, InitialStep(model_.CoefficientValues[c]), n, dyda[c]);
     if (!differentiated) return false;
     if (mask != 1)
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
@@ -131,59 +119,52 @@ bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, st
   return !FaultFlagsRaised();
 }
 
-void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {
-  if (!UserType || !DerivativeModels_.empty()) return;
+void Differentiator::SharpenDerivatives(std::size_t n, double* const* dyda) {
+  if (!model_.UserType || model_.typed_) return;
   Block quotient;
-  for (std::size_t c = 0; c < values_.size(); ++c) {
-    const double mask = coefficients_[c].Constant;
-    if (mask == 0 || !program_->LinearIn(c)) continue;
+  for (std::size_t c = 0; c < model_.CoefficientValues.size(); ++c) {
+    const double mask = model_.Coefficients[c].Constant;
+    if (mask == 0 || !model_.compiled_->OverBlocks().LinearIn(c)) continue;
     ClearFaultFlags();
     if (!CentredQuotientBlock(c, kWideStep, n, quotient.data()) || FaultFlagsRaised()) continue;
     for (std::size_t i = 0; i < n; ++i) dyda[c][i] = mask * quotient[i];
   }
 }
 
-bool ModelClass::ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y,
-                                 double* const* dyda) {
-  if (builtIn_ == nullptr) return false;
-  const Columns columns = ColumnsFrom(data, first);
+bool Differentiator::ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y,
+                                     double* const* dyda) {
+  if (model_.builtIn_ == nullptr) return false;
+  const PointColumns columns = ColumnsFrom(data, first);
   ClearFaultFlags();
-  ValueAndDerivatives(*builtIn_, columns.data(), n, values_.data(), y, dyda);
+  ValueAndDerivatives(*model_.builtIn_, columns.data(), n, model_.CoefficientValues.data(), y, dyda);
   return !FaultFlagsRaised();
 }
 
-bool ModelClass::TypedDerivativesBlock(const SolveData& data, std::size_t first, std::size_t n, double* const* dyda) {
-  for (std::size_t c = 0; c < DerivativeModels_.size(); ++c) {
-    TakeParentsValues(DerivativeModels_[c]);
-    if (!DerivativeModels_[c].Model->EvaluateBlock(data, first, n, dyda[c])) return false;
-    for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= coefficients_[c].Constant;
-  }
-  return true;
-}
-
-bool ModelClass::CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient) {
-  const double a = values_[coefficient];
+bool Differentiator::CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient) {
+  const double a = model_.CoefficientValues[coefficient];
+  BlockProgram& program = model_.compiled_->OverBlocks();
   Block below;
-  if (!program_->EvaluateVaried(coefficient, a + h, quotient) ||
-      !program_->EvaluateVaried(coefficient, a - h, below.data()))
+  if (!program.EvaluateVaried(coefficient, a + h, quotient) ||
+      !program.EvaluateVaried(coefficient, a - h, below.data()))
     return false;
   QuotientOverBlock(quotient, below.data(), 2.0 * h, n, quotient);
   return true;
 }
 
-bool ModelClass::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer) {
+bool Differentiator::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer) {
+  BlockProgram& program = model_.compiled_->OverBlocks();
   Extrapolation e;
   e.Count = n;
   std::iota(e.Point.begin(), e.Point.end(), std::uint16_t{0});
   e.Computed = e.Point;
   e.Estimate.fill(1e30);
   Block quotient;
-  double h = InitialStep(values_[coefficient]);
+  double h = InitialStep(model_.CoefficientValues[coefficient]);
   if (!CentredQuotientBlock(coefficient, h, n, e.Tableau[1].data())) return false;
   e.Answer = e.Tableau[1];
   std::size_t computed = n;  // points at which the model is computed
   const auto finish = [&] {
-    program_->Widen();
+    program.Widen();
     return e.Count == 0;
   };
   for (std::size_t k = 2; e.Count > 0; ++k) {
@@ -198,7 +179,7 @@ bool ModelClass::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double
     CloseUp(k, e, answer);
     // Few points go on for long, and gathering what they need pays after one round.
     if (e.Count > 0 && e.Count <= computed / 4 * 3 &&
-        program_->Narrow(coefficient, std::span(e.Computed).first(e.Count))) {
+        program.Narrow(coefficient, std::span(e.Computed).first(e.Count))) {
       computed = e.Count;
       std::iota(e.Computed.begin(), e.Computed.end(), std::uint16_t{0});
     }

@@ -2,8 +2,12 @@
 
 #include "core/NumberText.h"
 #include "engine/RuleQuantity.h"
+#include "equation/Catalogue.h"
+#include "equation/Dialect.h"
 
 namespace quorvex {
+
+EqClass::EqClass(const LocaleText& locale) : ModelClass(Dialect::OneVariable, locale) {}
 
 std::string EqClass::EvaluationFailure(std::span<const double> x) const {
   return "Error evaluating the function at X =" + GeneralNumber(x[0]);

@@ -7,7 +7,7 @@ namespace quorvex {
 // A model with one independent variable, x.
 class EqClass final : public ModelClass {
  public:
-  explicit EqClass(const LocaleText& locale) : ModelClass(Dialect::OneVariable, locale) {}
+  explicit EqClass(const LocaleText& locale);
 
   std::string EvaluationFailure(std::span<const double> x) const override;
   std::string DerivativeFailure(std::span<const double> x) const override;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engine/ModelClass.h"
+#include "equation/BlockProgram.h"
 
 namespace quorvex {
 

@@ -1,31 +1,34 @@
 #include "engine/ModelClass.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/FaultFlags.h"
-#include "engine/mrqmin.h"
+#include "engine/CompiledModel.h"
+#include "engine/Differentiator.h"
+#include "engine/FitRun.h"
+#include "engine/PointColumns.h"
+#include "engine/TypedDerivatives.h"
+#include "equation/Catalogue.h"
 #include "equation/ClosedForms.h"
+#include "equation/Dialect.h"
+#include "equation/Parser.h"
 
 namespace quorvex {
-namespace {
 
-// One point as columns of length one, which is how closed forms take it.
-std::array<const double*, kMostIndependentVariables> ColumnsOf(std::span<const double> x) {
-  std::array<const double*, kMostIndependentVariables> columns{};
-  for (std::size_t v = 0; v < x.size(); ++v) columns[v] = &x[v];
-  return columns;
-}
+ModelClass::ModelClass(Dialect dialect, const LocaleText& locale) : locale_(locale), dialect_(dialect) {}
 
-}  // namespace
+ModelClass::~ModelClass() = default;
 
 void ModelClass::SetID(std::string sID, std::vector<std::string> sFuncList) {
   id = std::move(sID);
   sFuncList_ = std::move(sFuncList);
   UserType = true;
-  expression_ = parser_.Compile(sFuncList_);
-  compiled_ = true;
-  StartCoefficients();
+  compiled_.reset();
+  const Expression& text = Compiled();
+  form_ = {text.IsValidEquation, text.HasIndependentVar, text.HasCoefficients, text.NumIndependentVar};
+  StartCoefficients(text.CoefficientNames);
   builtIn_ = LookupBuiltInModel(id);
   IDIndex = builtIn_ ? builtIn_->IDIndex : 0;
   NumXBasis = builtIn_ ? builtIn_->NumXBasis() : 0;
@@ -38,37 +41,30 @@ void ModelClass::SetBuiltIn(const CatalogueModel& row) {
   SolveType = 1;
   Description = row.Description;
   Group = row.Group;
-  expression_ = Expression();
-  for (int i = 0; i < row.NumCoefficients; ++i)
-    expression_.CoefficientNames.emplace_back(1, static_cast<char>('a' + i));
-  expression_.NumIndependentVar = row.NumVariables;
-  expression_.VarsInOrder = row.NumVariables > 1;
-  expression_.HasIndependentVar = expression_.HasCoefficients = expression_.IsValidEquation = true;
-  compiled_ = false;
-  StartCoefficients();
+  compiled_.reset();
+  form_ = {true, true, true, row.NumVariables};
+  std::vector<std::string> names;
+  for (int i = 0; i < row.NumCoefficients; ++i) names.emplace_back(1, static_cast<char>('a' + i));
+  StartCoefficients(names);
   builtIn_ = &row;
   IDIndex = row.IDIndex;
   NumXBasis = row.NumXBasis();
 }
 
-void ModelClass::StartCoefficients() {
-  evaluator_ = Evaluator();
-  program_.reset();
+void ModelClass::StartCoefficients(const std::vector<std::string>& names) {
   CopyInputDataFrom(std::make_shared<const InputPoints>());
-  const std::size_t n = expression_.CoefficientNames.size();
-  coefficients_.assign(n, {});
-  for (std::size_t i = 0; i < n; ++i) coefficients_[i].Name = expression_.CoefficientNames[i];
-  values_.assign(n, 0.0);
-  covariance_.assign(n, 0.0);
-  ranges_.assign(n, {});
+  Coefficients.assign(names.size(), {});
+  for (std::size_t i = 0; i < names.size(); ++i) Coefficients[i].Name = names[i];
+  CoefficientValues.assign(names.size(), 0.0);
+  Variances.assign(names.size(), 0.0);
+  ICRanges.assign(names.size(), {});
 }
 
 const Expression& ModelClass::Compiled() const {
-  if (!compiled_) {
-    expression_ = parser_.Compile(sFuncList_);
-    compiled_ = true;
-  }
-  return expression_;
+  if (!compiled_)
+    compiled_ = std::make_unique<CompiledModel>(sFuncList_.empty() ? Expression()
+                                                                   : Parser(dialect_, locale_).Compile(sFuncList_));
+  return compiled_->Instructions;
 }
 
 const std::string& ModelClass::FunctionList(int n) const {
@@ -79,14 +75,14 @@ const std::string& ModelClass::FunctionList(int n) const {
 double ModelClass::StandardError(int i) const { return StdErr * std::sqrt(std::abs(Covariance(i))); }
 
 void ModelClass::ICCancel() {
-  for (ICRange& range : ranges_) range = {range.Min, range.Min, 1};
+  for (ICRange& range : ICRanges) range = {range.Min, range.Min, 1};
 }
 
 void ModelClass::Datachange() {
   SpecifyIC = SpecifyICComplete = Solved = false;
   SweepCount = 0;
-  for (Coefficient& coefficient : coefficients_) coefficient.Constant = 1;
-  values_.assign(values_.size(), 1.0);
+  for (Coefficient& coefficient : Coefficients) coefficient.Constant = 1;
+  CoefficientValues.assign(CoefficientValues.size(), 1.0);
 }
 
 std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
@@ -97,61 +93,64 @@ std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
 }
 
 void ModelClass::CopyFitTo(ModelClass& twin) const {
-  twin.cfgID = cfgID;
-  twin.Description = Description;
-  twin.Group = Group;
-  twin.SolveType = SolveType;
-  twin.UserType = UserType;
-  twin.SpecifyIC = SpecifyIC;
-  twin.SpecifyICComplete = SpecifyICComplete;
-  twin.ForceRuleEstimate = ForceRuleEstimate;
-  twin.Solve = Solve;
-  twin.Solved = Solved;
-  twin.ErrorInfo = ErrorInfo;
-  twin.SweepCount = SweepCount;
-  twin.NumIterations = NumIterations;
-  twin.Ended = Ended;
-  twin.RSS = RSS;
-  twin.RssNorm = RssNorm;
-  twin.RST = RST;
-  twin.DOFError = DOFError;
-  twin.DOFRegression = DOFRegression;
-  twin.ResAvg = ResAvg;
-  twin.ResSum = ResSum;
-  twin.Durbin = Durbin;
-  twin.R2 = R2;
-  twin.R2Adjust = R2Adjust;
-  twin.StdErr = StdErr;
-  twin.Statistics = Statistics;
-  twin.coefficients_ = coefficients_;
-  twin.values_ = values_;
-  twin.covariance_ = covariance_;
-  twin.ranges_ = ranges_;
-  twin.sweep_ = sweep_;
-  twin.input_ = input_;
+  static_cast<ModelSetup&>(twin) = *this;
+  static_cast<FitResult&>(twin) = *this;
 }
 
 bool ModelClass::Evaluate(std::span<const double> x, double& y) {
-  if (UserType) return evaluator_.Evaluate(Compiled(), x, values_, Statistics, y);
+  if (UserType) {
+    const Expression& text = Compiled();
+    return compiled_->AtPoints.Evaluate(text, x, CoefficientValues, Statistics, y);
+  }
   y = 0;
   if (builtIn_ == nullptr) return true;
-  const std::array<const double*, kMostIndependentVariables> columns = ColumnsOf(x);
+  const PointColumns columns = ColumnsOf(x);
   double value = 0;
   ClearFaultFlags();
-  Value(*builtIn_, columns.data(), 1, values_.data(), &value);
+  Value(*builtIn_, columns.data(), 1, CoefficientValues.data(), &value);
   if (FaultFlagsRaised()) return false;
   y = value;
   return true;
 }
 
-bool ModelClass::ClosedFormDerivatives(std::span<const double> x, std::span<double> dyda) const {
+bool ModelClass::EvaluateBlock(const SolveData& data, std::size_t first, std::size_t n, double* y) {
+  const PointColumns columns = ColumnsFrom(data, first);
+  if (UserType) {
+    Compiled();
+    BlockProgram& program = compiled_->OverBlocks();
+    return program.Supported() && program.Evaluate(columns, n, CoefficientValues, Statistics, y);
+  }
+  std::fill_n(y, n, 0.0);
   if (builtIn_ == nullptr) return true;
-  const std::array<const double*, kMostIndependentVariables> columns = ColumnsOf(x);
-  std::array<double*, kMostCoefficients> cells;
-  for (std::size_t i = 0; i < values_.size(); ++i) cells[i] = &dyda[i];
   ClearFaultFlags();
-  quorvex::Derivatives(*builtIn_, columns.data(), 1, values_.data(), cells.data());
+  Value(*builtIn_, columns.data(), n, CoefficientValues.data(), y);
   return !FaultFlagsRaised();
+}
+
+bool ModelClass::Derivative(std::span<const double> x, std::span<double> dyda, std::string& ErrString) {
+  return Differentiator(*this).Derivative(x, dyda, ErrString);
+}
+
+bool ModelClass::NumericalDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString) {
+  return Differentiator(*this).NumericalDerivatives(x, dyda, ErrString);
+}
+
+double ModelClass::DDX(std::span<const double> x, int varindex) { return Differentiator(*this).DDX(x, varindex); }
+
+bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
+                                    double* const* dyda) {
+  return Differentiator(*this).DifferentiateBlock(data, first, n, analytical, y, dyda);
+}
+
+void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {
+  Differentiator(*this).SharpenDerivatives(n, dyda);
+}
+
+bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form) {
+  FitRun run(*this, data, settings, LogString, form);
+  if (SolveType == 1) return run.Linear();
+  if (SolveType == 0) return run.Nonlinear();
+  return false;
 }
 
 }  // namespace quorvex

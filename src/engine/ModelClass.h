@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <ctime>
 #include <memory>
 #include <optional>
@@ -13,36 +13,20 @@
 #include "core/Result.h"
 #include "core/Settings.h"
 #include "core/SolveData.h"
-#include "engine/Matrix.h"
+#include "engine/FitResult.h"
+#include "engine/ModelSetup.h"
 #include "engine/SeriesTable.h"
 #include "engine/SolveForm.h"
 #include "engine/TableRange.h"
-#include "equation/BlockProgram.h"
-#include "equation/Catalogue.h"
-#include "equation/CodeLibrary.h"
-#include "equation/DataStatistics.h"
-#include "equation/Evaluator.h"
-#include "equation/Expression.h"
-#include "equation/Parser.h"
 
 namespace quorvex {
 
-// Where a coefficient starts: one value (Min = Max, one step) or a range that is searched in steps.
-struct ICRange {
-  double Min = 1, Max = 1;
-  std::int32_t Steps = 1;
-
-  bool operator==(const ICRange&) const = default;
-};
-
-// The input as a model keeps it for tables, plots and files, column by column. With one variable a run of neighbours
-// with equal X counts once, with the Y of its first point.
-struct InputPoints {
-  std::vector<std::vector<double>> X;
-  std::vector<double> Y;
-
-  bool operator==(const InputPoints&) const = default;
-};
+class CompiledModel;
+class TypedDerivatives;
+enum class Dialect;
+enum class ExprType;
+struct CatalogueModel;
+struct Expression;
 
 // Residuals against what a normal distribution would have in their places, both ascending.
 struct NormalTable {
@@ -50,57 +34,21 @@ struct NormalTable {
   std::vector<double> Sorted;     // the residuals, in units of StdErr where that is not 0
 };
 
-// Why a nonlinear search came to its end, by the numbers that project files store.
-enum class SearchEnd : int { Converged = 0, Unchanged = 1, IterationLimit = 2, Paused = 3 };
-
-// What one set of initial estimates of a sweep led to.
-struct SweepRow {
-  std::vector<double> Start;
-  std::vector<double> Final;  // empty where a project file tells of the start alone; the numbers below are then 0
-  double RSS = 0, R2Adjust = 0, R2 = 0, StdErr = 0, RssNorm = 0;
-
-  bool operator==(const SweepRow&) const = default;
-};
-
-// A model with everything a project knows about its fit: text, compiled form, coefficients, statistics. The two model
-// types, EqClass with one independent variable and MvClass with several, share all of it and differ in how they reach
-// X, in their words, their catalogue and a few messages.
+// A model with everything a project knows about its fit: text, compiled form, setup, coefficients, statistics. The two
+// model types, EqClass with one independent variable and MvClass with several, share all of it and differ in how they
+// reach X, in their words, their catalogue and a few messages.
 //
 // Coefficients and input points are counted from 1 in the accessors, as files and macros count them. Asking beyond
 // their end is an error of the caller.
-class ModelClass {
+class ModelClass : public ModelSetup, public FitResult {
  public:
-  virtual ~ModelClass() = default;
+  virtual ~ModelClass();
   ModelClass(const ModelClass&) = delete;
   ModelClass& operator=(const ModelClass&) = delete;
 
-  std::string id;     // the model's text key: the equation or the user model's name
-  std::string cfgID;  // the ID given in a macro; when not empty, the name shown
-  std::string Description;
-  std::string Group;               // of the catalogue
-  int SolveType = 0;               // 0 nonlinear, 1 linear
-  bool UserType = false;           // a user-defined model
-  bool SpecifyIC = false;          // the user wants to give initial estimates before solving
-  bool SpecifyICComplete = false;  // the present values are the initial estimates
-  bool ForceRuleEstimate = false;  // a built-in model takes its estimates from its rules
-  bool Solve = false;              // selected for the next solve
-  bool Solved = false;             // the last Fit succeeded
-  bool ErrorInfo = false;          // Fit has computed coefficients and covariance
-  int SweepCount = 0;              // sets of initial estimates that led to a solution; 0 without a sweep
-  int NumIterations = 0;           // of the last nonlinear fit
-  // The end of the nonlinear search that the solution comes from.
-  SearchEnd Ended = SearchEnd::Converged;
-
-  double RSS = 0;      // residual sum of squares, unweighted
-  double RssNorm = 0;  // the same, weighted
-  double RST = 0;      // total sum of squares about the mean, weighted
-  std::int32_t DOFError = 0, DOFRegression = 0;
-  double ResAvg = 0, ResSum = 0, Durbin = 0;
-  double R2 = 0, R2Adjust = 0, StdErr = 0;
-
-  int IDIndex = 0;    // catalogue number; 0 for a model that is not in the catalogue
-  int NumXBasis = 0;  // number of its linear basis functions
-  DataStatistics Statistics;
+  std::string id;            // the model's text key: the equation or the user model's name
+  int IDIndex = 0;           // catalogue number; 0 for a model that is not in the catalogue
+  int NumXBasis = 0;         // number of its linear basis functions
   std::string ErrorMessage;  // why the last numerical operation failed, where it is known
 
   // Compiles the model: [0] the model line, [n] the right-hand side of Fn. The coefficients start anew.
@@ -111,51 +59,51 @@ class ModelClass {
   void SetBuiltIn(const CatalogueModel& row);
 
   const Expression& Compiled() const;
-  bool IsValidEquation() const { return expression_.IsValidEquation; }
-  bool HasIndependentVar() const { return expression_.HasIndependentVar; }
-  bool HasCoefficients() const { return expression_.HasCoefficients; }
-  int NumIndependentVar() const { return expression_.NumIndependentVar; }
-  int NumDependentVar() const { return static_cast<int>(values_.size()); }  // the number of coefficients
+  bool IsValidEquation() const { return form_.IsValidEquation; }
+  bool HasIndependentVar() const { return form_.HasIndependentVar; }
+  bool HasCoefficients() const { return form_.HasCoefficients; }
+  int NumIndependentVar() const { return form_.NumIndependentVar; }
+  int NumDependentVar() const { return static_cast<int>(CoefficientValues.size()); }  // the number of coefficients
 
   // Line n of the model; empty beyond the last.
   const std::string& FunctionList(int n) const;
   int FunctionCount() const { return static_cast<int>(sFuncList_.size()); }
 
   // Coefficient i, from 1.
-  const std::string& Variables(int i) const { return coefficients_[Index(i)].Name; }
-  int Constants(int i) const { return coefficients_[Index(i)].Constant; }  // non-zero: adjusted by the fit
-  double Values(int i) const { return values_[Index(i)]; }
-  double Covariance(int i) const { return covariance_[Index(i)]; }  // diagonal of the unscaled covariance
-  const std::string& Rules(int i) const { return coefficients_[Index(i)].Rule; }
-  const std::string& RuleConstant(int i) const { return coefficients_[Index(i)].RuleConstant; }
-  const std::string& Derivatives(int i) const { return coefficients_[Index(i)].Derivative; }
-  void SetConstant(int i, int free) { coefficients_[Index(i)].Constant = free; }
-  void SetValue(int i, double value) { values_[Index(i)] = value; }
-  void SetCovariance(int i, double value) { covariance_[Index(i)] = value; }
-  void SetRule(int i, std::string rule) { coefficients_[Index(i)].Rule = std::move(rule); }
-  void SetRuleConstant(int i, std::string text) { coefficients_[Index(i)].RuleConstant = std::move(text); }
-  void SetDerivative(int i, std::string text) { coefficients_[Index(i)].Derivative = std::move(text); }
+  const std::string& Variables(int i) const { return Coefficients[Index(i)].Name; }
+  int Constants(int i) const { return Coefficients[Index(i)].Constant; }  // non-zero: adjusted by the fit
+  double Values(int i) const { return CoefficientValues[Index(i)]; }
+  double Covariance(int i) const { return Variances[Index(i)]; }  // diagonal of the unscaled covariance
+  const std::string& Rules(int i) const { return Coefficients[Index(i)].Rule; }
+  const std::string& RuleConstant(int i) const { return Coefficients[Index(i)].RuleConstant; }
+  const std::string& Derivatives(int i) const { return Coefficients[Index(i)].Derivative; }
+  void SetConstant(int i, int free) { Coefficients[Index(i)].Constant = free; }
+  void SetValue(int i, double value) { CoefficientValues[Index(i)] = value; }
+  void SetCovariance(int i, double value) { Variances[Index(i)] = value; }
+  void SetRule(int i, std::string rule) { Coefficients[Index(i)].Rule = std::move(rule); }
+  void SetRuleConstant(int i, std::string text) { Coefficients[Index(i)].RuleConstant = std::move(text); }
+  void SetDerivative(int i, std::string text) { Coefficients[Index(i)].Derivative = std::move(text); }
   // The standard error of the coefficient: StdErr times the root of its covariance. Half the width of a confidence
   // interval is this times the quantile of the level.
   double StandardError(int i) const;
 
-  const std::vector<ICRange>& GetICRange() const { return ranges_; }
-  void SetICRange(std::vector<ICRange> ranges) { ranges_ = std::move(ranges); }
+  const std::vector<ICRange>& GetICRange() const { return ICRanges; }
+  void SetICRange(std::vector<ICRange> ranges) { ICRanges = std::move(ranges); }
   // Puts the ranges back to one step at their present values.
   void ICCancel();
 
   // The sets of initial estimates that a sweep solved, in their order.
-  const std::vector<SweepRow>& GetSweepInfo() const { return sweep_; }
-  void SetSweepInfo(std::vector<SweepRow> rows) { sweep_ = std::move(rows); }
+  const std::vector<SweepRow>& GetSweepInfo() const { return SweepRows; }
+  void SetSweepInfo(std::vector<SweepRow> rows) { SweepRows = std::move(rows); }
 
   // The data changed: unsolved, no estimates, every coefficient free and 1.
   void Datachange();
 
   // The statistics of the input, to a model that is evaluated beside this one.
   void CopyStatsTo(ModelClass& other) const { other.Statistics = Statistics; }
-  // An independent twin: compiled anew, then everything of the fit copied.
+  // An independent twin: compiled anew, then its setup and everything of the fit copied.
   std::unique_ptr<ModelClass> CopyTo() const;
-  // The latter alone, to a model of the same text.
+  // The latter two alone, to a model of the same text.
   void CopyFitTo(ModelClass& twin) const;
 
   // The model's value at x (one number per independent variable) for the present coefficients. False where it has
@@ -230,10 +178,10 @@ class ModelClass {
                                int variable = 1);
 
   // The input points, number i from 1. Copies of a model share them.
-  std::size_t NumInputX() const { return input_->Y.size(); }
-  double InputX(std::size_t i, int variable = 1) const { return input_->X[Index(variable)][i - 1]; }
-  double InputY(std::size_t i) const { return input_->Y[i - 1]; }
-  const std::shared_ptr<const InputPoints>& CopyInputDataTo() const { return input_; }
+  std::size_t NumInputX() const { return Input->Y.size(); }
+  double InputX(std::size_t i, int variable = 1) const { return Input->X[Index(variable)][i - 1]; }
+  double InputY(std::size_t i) const { return Input->Y[i - 1]; }
+  const std::shared_ptr<const InputPoints>& CopyInputDataTo() const { return Input; }
   void CopyInputDataFrom(std::shared_ptr<const InputPoints> source);
 
   // What to say when there is no value, or no derivative, at a point.
@@ -243,7 +191,7 @@ class ModelClass {
   virtual std::unique_ptr<ModelClass> NewModel() const = 0;
 
  protected:
-  ModelClass(Dialect dialect, const LocaleText& locale) : locale_(locale), parser_(dialect, locale) {}
+  ModelClass(Dialect dialect, const LocaleText& locale);
 
   // The quantity of the data that a rule's text, blank-free and in lower case, scales by. Nothing for an unknown rule.
   virtual std::optional<double> RuleQuantity(std::string_view rule, const SolveData& data) const = 0;
@@ -255,70 +203,25 @@ class ModelClass {
   const LocaleText locale_;
 
  private:
-  struct Coefficient {
-    std::string Name;
-    int Constant = 1;
-    std::string Rule = "Value";
-    std::string RuleConstant = "1";  // a number as the user wrote it
-    std::string Derivative = "Numerical";
-  };
-  // A typed derivative: its own model, and for each of its coefficients the number of the parent's (from 1; 0: none).
-  struct DerivativeModel {
-    std::unique_ptr<ModelClass> Model;
-    std::vector<int> Parent;
-  };
-  // How one nonlinear search ended.
-  struct Search {
-    int iter = 1;
-    SearchEnd ended = SearchEnd::IterationLimit;
-    double change = 0, chisq = 0;
-    Matrix covar;
+  friend class Differentiator;
+  friend class FitRun;
+
+  // What is known of a text, of a built-in model even before it is compiled.
+  struct Form {
+    bool IsValidEquation = false, HasIndependentVar = false, HasCoefficients = false;
+    int NumIndependentVar = 0;
   };
 
-  void StartCoefficients();
-  static std::size_t Index(int i) { return static_cast<std::size_t>(i - 1); }
-  bool ClosedFormDerivatives(std::span<const double> x, std::span<double> dyda) const;
-  bool EvaluateAt(std::size_t coefficient, double value, std::span<const double> x, double& y);
-  bool TypedDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
-  bool DerivativesBy(std::span<const double> x, std::span<double> dyda, std::string& ErrString, bool extrapolate);
-  bool CompileDerivatives();
-  void TakeParentsValues(DerivativeModel& derivative) const;
-  bool ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y, double* const* dyda);
-  bool TypedDerivativesBlock(const SolveData& data, std::size_t first, std::size_t n, double* const* dyda);
-  bool CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
-  bool ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer);
-
+  void StartCoefficients(const std::vector<std::string>& names);
   void TakeInput(const SolveData& data);
-  bool Linearize(const SolveData& data, std::vector<double>& a);
-  void TakeEstimates(const std::vector<double>& a);
-  void TakeDefaults();
+  static std::size_t Index(int i) { return static_cast<std::size_t>(i - 1); }
 
-  bool FitLinear(const SolveData& data, std::string& LogString);
-  bool FitNonlinear(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form);
-  bool FitOneStart(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form);
-  bool FitSweep(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form,
-                const std::vector<std::vector<double>>& sets);
-  std::optional<Search> FitOneSet(const SolveData& data, const Settings& settings, std::vector<double>& a,
-                                  const std::vector<int>& ia, SolveForm& form);
-  bool Judge(const SolveData& data, int numcoef, std::string& LogString, SolveForm& form);
-  std::vector<int> FreeFlags() const;
-  void Store(const std::vector<double>& a, const Matrix& covar);
-  void ShowParameters(const std::vector<double>& a, SolveForm& form) const;
-  void ReportParameters(std::string& LogString) const;
-
-  mutable Parser parser_;
-  mutable Expression expression_;  // of a built-in model that is not compiled yet, all but the lists
-  mutable bool compiled_ = true;
-  Evaluator evaluator_;
-  std::unique_ptr<BlockProgram> program_;  // made when the first block is asked for
-  const CatalogueModel* builtIn_ = nullptr;
+  const Dialect dialect_;
   std::vector<std::string> sFuncList_;
-  std::vector<Coefficient> coefficients_;
-  std::vector<double> values_, covariance_;
-  std::vector<ICRange> ranges_;
-  std::vector<SweepRow> sweep_;
-  std::vector<DerivativeModel> DerivativeModels_;  // for the duration of a fit
-  std::shared_ptr<const InputPoints> input_ = std::make_shared<const InputPoints>();
+  Form form_;
+  mutable std::unique_ptr<CompiledModel> compiled_;  // null until something asks for it
+  const CatalogueModel* builtIn_ = nullptr;
+  std::unique_ptr<TypedDerivatives> typed_;  // for the duration of a fit
   std::vector<std::vector<double>> XTable_;  // empty for a table at the input points
   std::vector<double> YTable_;
 };

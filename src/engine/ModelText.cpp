@@ -7,7 +7,7 @@
 namespace quorvex {
 
 std::string ModelClass::GenerateTextInfix(int ReplaceOption, int AppendParameters) const {
-  return quorvex::GenerateTextInfix(Compiled(), values_, locale_, ReplaceOption, AppendParameters);
+  return quorvex::GenerateTextInfix(Compiled(), CoefficientValues, locale_, ReplaceOption, AppendParameters);
 }
 
 void ModelClass::GenerateInfix(ExprType language, std::vector<std::string>& InFixList,
@@ -16,11 +16,12 @@ void ModelClass::GenerateInfix(ExprType language, std::vector<std::string>& InFi
 }
 
 Result<std::string> ModelClass::GenerateExcelInfix(std::string_view CellReferance, bool XInColumns) const {
-  return quorvex::GenerateExcelInfix(Compiled(), values_, Statistics, CellReferance, XInColumns);
+  return quorvex::GenerateExcelInfix(Compiled(), CoefficientValues, Statistics, CellReferance, XInColumns);
 }
 
 std::string ModelClass::ExportFunction(ExprType language, std::string_view name, const std::tm& created) const {
-  return FunctionSource({Compiled(), values_, Statistics, R2, R2Adjust, StdErr, locale_}, language, name, created);
+  return FunctionSource({Compiled(), CoefficientValues, Statistics, R2, R2Adjust, StdErr, locale_}, language, name,
+                        created);
 }
 
 }  // namespace quorvex

@@ -3,8 +3,12 @@
 #include <string>
 
 #include "engine/RuleQuantity.h"
+#include "equation/Catalogue.h"
+#include "equation/Dialect.h"
 
 namespace quorvex {
+
+MvClass::MvClass(const LocaleText& locale) : ModelClass(Dialect::SeveralVariables, locale) {}
 
 // With several variables the messages leave the point out.
 std::string MvClass::EvaluationFailure(std::span<const double> /*x*/) const { return "Error evaluating the function."; }

@@ -7,7 +7,7 @@ namespace quorvex {
 // A model with up to twenty independent variables, x1 to x20.
 class MvClass final : public ModelClass {
  public:
-  explicit MvClass(const LocaleText& locale) : ModelClass(Dialect::SeveralVariables, locale) {}
+  explicit MvClass(const LocaleText& locale);
 
   std::string EvaluationFailure(std::span<const double> x) const override;
   std::string DerivativeFailure(std::span<const double> x) const override;

@@ -60,6 +60,39 @@ Extremes ExtremesOf(const std::vector<double>& values) {
   return at;
 }
 
+// The coefficients by the linear form of a built-in model, solved exactly: the solution itself on the linear road, a
+// start on the nonlinear one. `variances` become those of the linear form. A singular value that is exactly 0 raises a
+// fault.
+std::vector<double> Linearize(const CatalogueModel& builtIn, const SolveData& data, std::vector<double>& variances) {
+  const std::vector<double> yT = LinearizeData(builtIn, data.X, data.Y);
+  LinearSolution solution = DesignSolve(builtIn, data.X, yT, data.sig);
+  const std::size_t n = solution.w.size();
+  for (std::size_t i = 0; i < variances.size(); ++i) {
+    double sum = 0;
+    for (std::size_t j = 0; j < n; ++j) {
+      const double quotient = solution.v(i, j) / solution.w[j];
+      sum += quotient * quotient;
+    }
+    if (!std::isfinite(sum)) throw NumericFault();
+    variances[i] = sum;
+  }
+  RestoreParameters(builtIn, solution.a);
+  return std::move(solution.a);
+}
+
+void TakeEstimates(const std::vector<double>& a, ModelClass& model) {
+  for (std::size_t i = 0; i < model.CoefficientValues.size(); ++i) {
+    model.CoefficientValues[i] = a[i];
+    model.ICRanges[i] = {a[i], a[i], 1};
+  }
+}
+
+void TakeDefaults(ModelClass& model) {
+  model.SpecifyICComplete = false;
+  model.CoefficientValues.assign(model.CoefficientValues.size(), 1.0);
+  model.ICRanges.assign(model.ICRanges.size(), {});
+}
+
 }  // namespace
 
 // The input that tables, plots and the words of a model go by. It belongs to every fit, whoever gave its start. The
@@ -101,59 +134,25 @@ bool ModelClass::SetIC(const SolveData& data) {
     TakeInput(data);
     std::vector<double> a;
     if (!UserType && !ForceRuleEstimate) {
-      if (Linearize(data, a)) {
-        TakeEstimates(a);
+      if (builtIn_ != nullptr) {
+        TakeEstimates(Linearize(*builtIn_, data, Variances), *this);
         return true;
       }
     } else if (RuleEstimate(data, a)) {
       if (!UserType) SpecifyICComplete = false;
-      TakeEstimates(a);
+      TakeEstimates(a, *this);
       return true;
     }
   } catch (const NumericFault&) {
   }
-  TakeDefaults();
+  TakeDefaults(*this);
   return false;
 }
 
-// The linear form of a built-in model, solved exactly: the solution itself on the linear road, a start on the nonlinear
-// one. The covariance is that of the linear form. A singular value that is exactly 0 raises a fault.
-bool ModelClass::Linearize(const SolveData& data, std::vector<double>& a) {
-  if (builtIn_ == nullptr) return false;
-  const std::vector<double> yT = LinearizeData(*builtIn_, data.X, data.Y);
-  LinearSolution solution = DesignSolve(*builtIn_, data.X, yT, data.sig);
-  const std::size_t n = solution.w.size();
-  for (std::size_t i = 0; i < values_.size(); ++i) {
-    double sum = 0;
-    for (std::size_t j = 0; j < n; ++j) {
-      const double quotient = solution.v(i, j) / solution.w[j];
-      sum += quotient * quotient;
-    }
-    if (!std::isfinite(sum)) throw NumericFault();
-    covariance_[i] = sum;
-  }
-  RestoreParameters(*builtIn_, solution.a);
-  a = std::move(solution.a);
-  return true;
-}
-
-void ModelClass::TakeEstimates(const std::vector<double>& a) {
-  for (std::size_t i = 0; i < values_.size(); ++i) {
-    values_[i] = a[i];
-    ranges_[i] = {a[i], a[i], 1};
-  }
-}
-
-void ModelClass::TakeDefaults() {
-  SpecifyICComplete = false;
-  values_.assign(values_.size(), 1.0);
-  ranges_.assign(ranges_.size(), {});
-}
-
 bool ModelClass::RuleEstimate(const SolveData& data, std::vector<double>& a) const {
-  a.assign(values_.size(), 0.0);
-  for (std::size_t i = 0; i < values_.size(); ++i) {
-    const Coefficient& coefficient = coefficients_[i];
+  a.assign(CoefficientValues.size(), 0.0);
+  for (std::size_t i = 0; i < CoefficientValues.size(); ++i) {
+    const Coefficient& coefficient = Coefficients[i];
     std::string rule = ToLower(coefficient.Rule);
     std::erase(rule, ' ');
     const std::optional<double> constant = NumericText(coefficient.RuleConstant, locale_.DecimalSeparator);

@@ -12,7 +12,7 @@
 namespace quorvex {
 
 void ModelClass::CopyInputDataFrom(std::shared_ptr<const InputPoints> source) {
-  input_ = std::move(source);
+  Input = std::move(source);
   XTable_.clear();
   YTable_.clear();
 }
@@ -43,7 +43,7 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
     }
   }
 
-  const std::vector<std::vector<double>>& columns = XTable_.empty() ? input_->X : XTable_;
+  const std::vector<std::vector<double>>& columns = XTable_.empty() ? Input->X : XTable_;
   std::array<double, kMostIndependentVariables> x{};
   std::vector<double> values;
   values.reserve(count);
@@ -62,7 +62,7 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
 
 SeriesTable ModelClass::CopyDataTo(int variable) const {
   if (YTable_.empty()) return {};
-  return {XTable_.empty() ? input_->X[Index(variable)] : XTable_[Index(variable)], YTable_};
+  return {XTable_.empty() ? Input->X[Index(variable)] : XTable_[Index(variable)], YTable_};
 }
 
 std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data) {

@@ -6,6 +6,7 @@
 #include "core/NumberText.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
+#include "equation/Expression.h"
 
 namespace quorvex {
 

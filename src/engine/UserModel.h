@@ -9,6 +9,8 @@
 
 namespace quorvex {
 
+struct Expression;
+
 // A user-defined model as text: what the editor shows and files store. Numbers and lists are in the locale's form.
 struct UserModelDefinition {
   // One per coefficient, in the order of the coefficients' names.

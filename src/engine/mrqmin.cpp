@@ -9,6 +9,7 @@
 #include "engine/SolveForm.h"
 #include "engine/TriangularFactor.h"
 #include "engine/gaussj.h"
+#include "equation/BlockProgram.h"
 
 namespace quorvex {
 namespace {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/NumberText.h"
+#include "equation/Expression.h"
 
 namespace quorvex {
 namespace {

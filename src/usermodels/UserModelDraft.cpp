@@ -4,6 +4,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "equation/Expression.h"
 
 namespace quorvex {
 namespace {

@@ -6,6 +6,7 @@
 #include "engine/EqClass.h"
 #include "engine/LoadModelCatalog.h"
 #include "engine/MvClass.h"
+#include "equation/BlockProgram.h"
 
 namespace quorvex {
 namespace {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/LoadModelCatalog.h"
+#include "equation/Expression.h"
 
 namespace quorvex {
 namespace {

@@ -5,6 +5,7 @@
 #include "engine/MvClass.h"
 #include "engine/WriteFunction.h"
 #include "equation/Catalogue.h"
+#include "equation/CodeLibrary.h"
 
 namespace quorvex {
 namespace {

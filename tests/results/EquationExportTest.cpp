@@ -4,6 +4,7 @@
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "engine/UserModel.h"
+#include "equation/CodeLibrary.h"
 #include "results/EquationExport.h"
 #include "results/SolvedProject.h"
 

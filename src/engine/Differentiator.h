@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+#include "core/SolveData.h"
+
+namespace quorvex {
+
+class ModelClass;
+
+// Computes the derivatives of a model for the operations of ModelClass that bear the same names, which say what they
+// give. By coefficients they come from the closed form of a built-in model, from the expressions that the user typed,
+// where a fit has compiled them, from Richardson's extrapolation or from central differences. Nothing is differentiated
+// symbolically.
+class Differentiator {
+ public:
+  explicit Differentiator(ModelClass& model) : model_(model) {}
+
+  bool Derivative(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  bool NumericalDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  double DDX(std::span<const double> x, int varindex);
+
+  bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
+                          double* const* dyda);
+  void SharpenDerivatives(std::size_t n, double* const* dyda);
+
+ private:
+  bool ClosedForm(std::span<const double> x, std::span<double> dyda) const;
+  bool DerivativesBy(std::span<const double> x, std::span<double> dyda, std::string& ErrString, bool extrapolate);
+  bool Numerically(std::span<const double> x, std::span<double> dyda, bool extrapolate);
+
+  bool ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y, double* const* dyda);
+  bool NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda);
+  bool CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
+  bool ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer);
+
+  ModelClass& model_;
+};
+
+}  // namespace quorvex

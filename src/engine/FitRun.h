@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Settings.h"
+#include "core/SolveData.h"
+#include "engine/FitResult.h"
+#include "engine/Matrix.h"
+#include "engine/SolveForm.h"
+
+namespace quorvex {
+
+class ModelClass;
+
+// One fit of a model: the work of ModelClass::Fit, with its stopping rules and its account in the log. The answers say
+// whether the solution stands; where the form is aborted it doesn't, and the log says nothing of that.
+class FitRun {
+ public:
+  FitRun(ModelClass& model, const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form)
+      : model_(model), data_(data), settings_(settings), log_(LogString), form_(form) {}
+
+  bool Linear();
+  bool Nonlinear();
+
+ private:
+  // How one nonlinear search ended.
+  struct Search {
+    int iter = 1;
+    SearchEnd ended = SearchEnd::IterationLimit;
+    double change = 0, chisq = 0;
+    Matrix covar;
+  };
+
+  bool EnoughPoints();
+  void TakeStart();
+  bool FitOneStart();
+  bool FitSweep(const std::vector<std::vector<double>>& sets);
+  std::optional<Search> FitOneSet(std::vector<double>& a);
+  void Take(const SweepRow& row);
+  bool Judge(int numcoef, SolveForm& form);
+
+  std::vector<int> FreeFlags() const;
+  int FreeCount() const;
+  void Store(const std::vector<double>& a, const Matrix& covar);
+  void ShowParameters(const std::vector<double>& a);
+  void ReportEnd(const Search& search);
+  void ReportParameters();
+  void Line(std::string_view text);
+  void LineAndBlank(std::string_view text);
+
+  ModelClass& model_;
+  const SolveData& data_;
+  const Settings& settings_;
+  std::string& log_;
+  SolveForm& form_;
+};
+
+}  // namespace quorvex
