@@ -13,6 +13,7 @@
 #include <random>
 #include <utility>
 
+#include "Golden.h"
 #include "Paths.h"
 #include "batch/Program.h"
 #include "batch/RunMacro.h"
@@ -42,10 +43,13 @@ std::string OutputOf(const Program& program) {
   return at == std::string::npos ? text : text.erase(at, text.find('\r', at) - at);
 }
 
-constexpr const char* kHead = "B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\n";
+const std::string kHead = "B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\n";
 constexpr const char* kTail = "B_MODEL\nY = a+b*x\nE_MODEL\nE_MACRO\n";
 constexpr const char* kData = "1 5.1\n2 6.9\n3 9.2\n4 10.8\n5 13.1\n";
-const std::string kRunOfTheLine = std::string(kHead) + kTail;
+const std::string kRunOfTheLine = kHead + kTail;
+
+// The run with more statements.
+std::string With(const std::string& statements) { return kHead + statements + kTail; }
 
 TEST(Macro, KeepsALogOfTheWholeRun) {
   Program program;
@@ -57,33 +61,7 @@ TEST(Macro, KeepsALogOfTheWholeRun) {
   std::string log = LogOf(program);
   const std::size_t at = log.find("Final Merit Function");
   log.erase(at, log.find("Writing solution") - at);
-  EXPECT_EQ(log,
-            "Opening Quorvex Macro file '@macro.cfg'\n"
-            "Parsing Quorvex Macro file\n"
-            "Ignoring unknown command or syntax error: Bogus = 1\n"
-            "Syntax error, reached 'E_MODEL' statement before 'B_MODEL' statement\n"
-            "Setting regression tolerance to 0.001\n"
-            "Setting maximum number of iterations to 20\n"
-            "Setting number of unchanged iterations to 10\n"
-            "\n"
-            "***************************************\n"
-            "Reading the input data file '@data.txt'\n"
-            "Solving models\n"
-            "\n"
-            "Beginning non-linear solution for model 1UserModel\n"
-            "Determining derivative method for user defined model\n"
-            "Using numerical derivatives\n"
-            "Obtaining initial estimates\n"
-            "Initial estimates successful\n"
-            "Solving with 1 initial condition(s)\n"
-            "Beginning non-linear iterations\n"
-            "Solution converged to residual change less than 0.001%\n"
-            "Writing solution to @out.txt\n"
-            "***************************************\n"
-            "Log Summary:\n"
-            "Run Successful\n"
-            "***************************************\n"
-            "Normal termination\n");
+  ExpectGolden("MacroLog.txt", log);
   EXPECT_NE(OutputOf(program).find("    B_COMMENTS\r\n        first\r\n        second\r\n    E_COMMENTS\r\n"),
             std::string::npos);
 }
@@ -110,23 +88,23 @@ const Case kCases[] = {
                  13) +
          std::string(5000, '\xd8'),
      20, ""},
-    {"no model", std::string(kHead) + "E_MACRO\n", 400,
+    {"no model", kHead + "E_MACRO\n", 400,
      "Solving models\n\nLog Summary:\nRun Failed\n***************************************\nAbnormal termination\n"
      "Exit Status 400\n"},
     {"last line not acted on",
      "B_MACRO\nDataFile = @data.txt\nLogFile = @run.log\nB_MODEL\nY = a+b*x\nE_MODEL\n"
      "OutputFile = @out.txt",
      200, "Write failed, OutputFile not specified\nFile Output Error: 200\n"},
-    {"block on the last lines", std::string(kHead) + "B_MODEL\nY = a+b*x\nE_MODEL", 0, "Solution Complete"},
-    {"block not ended", std::string(kHead) + "B_MODEL\nY = a+b*x\n", 400, "Error creating model 1\n"},
-    {"E_MACRO in a block", std::string(kHead) + "B_MODEL\nY = a+b*x\nE_MACRO\n" + kTail, 0,
+    {"block on the last lines", kHead + "B_MODEL\nY = a+b*x\nE_MODEL", 0, "Solution Complete"},
+    {"block not ended", kHead + "B_MODEL\nY = a+b*x\n", 400, "Error creating model 1\n"},
+    {"E_MACRO in a block", With("B_MODEL\nY = a+b*x\nE_MACRO\n"), 0,
      "Found E_MACRO before E_MODEL command\nError creating model 1\nSetting"},
-    {"B_MODEL in a block", std::string(kHead) + "B_MODEL\nB_MODEL\nY = a+b*x\nE_MODEL\nE_MACRO\n", 0,
+    {"B_MODEL in a block", kHead + "B_MODEL\nB_MODEL\nY = a+b*x\nE_MODEL\nE_MACRO\n", 0,
      "Missing E_MODEL command, model ignored\nSetting"},
-    {"stray line in a block", std::string(kHead) + "B_MODEL\n  stray  line \n" + (kTail + 8), 0,
+    {"stray line in a block", kHead + "B_MODEL\n  stray  line \n" + (kTail + 8), 0,
      "Error parsing model, the stray  linecommand not valid between B_MODEL and E_MODEL pairs\nSetting"},
     {"invalid models",
-     std::string(kHead) +
+     kHead +
          "B_MODEL\nY = a+\nE_MODEL\nB_MODEL\nY = 2*x\nE_MODEL\nB_MODEL\nY=F1*a*x\n"
          "F1=F1\nE_MODEL\n" +
          kTail,
@@ -134,18 +112,15 @@ const Case kCases[] = {
      "Warning: block 1 does not compile: Expected end of model, at character 3 of 'a+'\nError creating model 1\n"
      "Warning: block 2 does not compile: it has no coefficients.\nError creating model 2\n"
      "Warning: block 3 does not compile: a function refers back to itself.\nError creating model 3\nSetting"},
-    {"invalid support function",
-     std::string(kHead) + "B_MODEL\nID = B\nY = f1 * A*x\nF1 = 2 * (b + )\nE_MODEL\n" + kTail, 0,
+    {"invalid support function", With("B_MODEL\nID = B\nY = f1 * A*x\nF1 = 2 * (b + )\nE_MODEL\n"), 0,
      "Warning: block 1 ('B') does not compile, in F1: Unexpected token ')', at character 6 of '2*(b+)'\nError"},
     {"what the language swallows",
-     std::string(kHead) + "B_MODEL\nY = Y = a*x + 1.5.2 + 1.5.2 + b*,2\nE_MODEL\nB_MODEL\nY=if(x=1,a,b)+1e-400\n" +
-         (kTail + 18),
-     0,
+     kHead + "B_MODEL\nY = Y = a*x + 1.5.2 + 1.5.2 + b*,2\nE_MODEL\nB_MODEL\nY=if(x=1,a,b)+1e-400\n" + (kTail + 18), 0,
      "Warning: block 1: '=' compares: it gives -1 where both sides are equal and 0 elsewhere.\n"
      "Warning: block 1: '1.5.2' is not a number and counts as 0.\n"
      "Warning: block 1: A ',' in front of a value is skipped.\nSetting"},
     {"blocks of one formula",
-     std::string(kHead) +
+     kHead +
          "B_MODEL\nID = one\nY = a+b*x\nE_MODEL\nB_MODEL\nID=c\nF1=b*x\nY=a+F1\nE_MODEL\n"
          "B_MODEL\nID = two\nY = A + b*x\n" +
          (kTail + 18),
@@ -153,7 +128,7 @@ const Case kCases[] = {
      "Warning: blocks 1 ('one') and 3 ('two') have the same formula and become one model, which keeps what the later "
      "one says\nSetting"},
     {"lines that are no Assign",
-     std::string(kHead) +
+     kHead +
          "ColumnOrder = x; y\nColumnOrder=x,y\nB_MODEL\nY=a+b*x\nAssign a = 1, Fit=True\n"
          "  Assign a = 1; Operator = Value; Fit = True\nAssign q=1,Operator=Value,Fit=True\n" +
          (kTail + 18),
@@ -162,55 +137,53 @@ const Case kCases[] = {
      "Warning: 'Assign a = 1, Fit=True' is ignored: it is no Assign statement\n"
      "Warning: 'Assign a = 1; Operator = Value; Fit = True' is ignored: lists are separated by ',' here\n"
      "Warning: 'Assign q=1,Operator=Value,Fit=True' is ignored: the model has no coefficient 'q'\nSetting"},
-    {"integers out of range", std::string(kHead) + "MaxIterations = -40000\nUnchangedIterations = 32768\n" + kTail, 0,
+    {"integers out of range", With("MaxIterations = -40000\nUnchangedIterations = 32768\n"), 0,
      "Setting maximum number of iterations to 250\nSetting number of unchanged iterations to 10\n"},
-    {"joined words", std::string(kHead) + "B_MODEL\nY = a+b*x mod 4\nE_MODEL\n" + kTail, 0,
+    {"joined words", With("B_MODEL\nY = a+b*x mod 4\nE_MODEL\n"), 0,
      "Warning: the model line 'Y = a+b*x mod 4' is read without its blanks, which joins two words; put word operators "
      "in parentheses, as in (a) mod (b)\n"},
-    {"words in parentheses", std::string(kHead) + "B_MODEL\nY = a+b*((x) mod (4))\nE_MODEL\nE_MACRO\n", 0,
+    {"words in parentheses", kHead + "B_MODEL\nY = a+b*((x) mod (4))\nE_MODEL\nE_MACRO\n", 0,
      "Parsing Quorvex Macro file\nSetting"},
     {"no data file named", "B_MACRO\nLogFile = @run.log\n" + Line(kTail), 110,
      "Reading the input data file failed, DataFile not specified\nError reading the input data file\n"},
-    {"missing data file", std::string(kHead) + "DataFile = @none.txt\n" + kTail, 110,
+    {"missing data file", With("DataFile = @none.txt\n"), 110,
      "Reading the input data file '@none.txt'\nError reading the input data file\n"
      "***************************************\nLog Summary:\nRun Failed\n***************************************\n"
      "Abnormal termination\nExit Status 110\n"},
-    {"data in a missing folder", std::string(kHead) + "DataFile = @none/data.txt\n" + kTail, 110, "Exit Status 110"},
-    {"data is a folder", std::string(kHead) + "DataFile = @folder\n" + kTail, 130, "Exit Status 130"},
-    {"data may not be read", std::string(kHead) + "DataFile = @secret.txt\n" + kTail, 130, "Exit Status 130"},
-    {"data cannot be read on", std::string(kHead) + "DataFile = /proc/self/mem\n" + kTail, 120, "Exit Status 120"},
-    {"data is no device", std::string(kHead) + "DataFile = @socket\n" + kTail, 140, "Exit Status 140"},
-    {"data is a loop", std::string(kHead) + "DataFile = @loop\n" + kTail, 150, "Exit Status 150"},
-    {"data is a device without end", std::string(kHead) + "DataFile = /dev/zero\n" + kTail, 140,
+    {"data in a missing folder", With("DataFile = @none/data.txt\n"), 110, "Exit Status 110"},
+    {"data is a folder", With("DataFile = @folder\n"), 130, "Exit Status 130"},
+    {"data may not be read", With("DataFile = @secret.txt\n"), 130, "Exit Status 130"},
+    {"data cannot be read on", With("DataFile = /proc/self/mem\n"), 120, "Exit Status 120"},
+    {"data is no device", With("DataFile = @socket\n"), 140, "Exit Status 140"},
+    {"data is a loop", With("DataFile = @loop\n"), 150, "Exit Status 150"},
+    {"data is a device without end", With("DataFile = /dev/zero\n"), 140,
      "The device is not available.\nError reading the input data file\n"},
-    {"data is empty", std::string(kHead) + "DataFile = @folder/inside.txt\n" + kTail, 150,
+    {"data is empty", With("DataFile = @folder/inside.txt\n"), 150,
      "The file is empty.\nError reading the input data file\n"},
-    {"first line beyond the end", std::string(kHead) + "DataFirstLine = 6\n" + kTail, 150,
+    {"first line beyond the end", With("DataFirstLine = 6\n"), 150,
      "The file has no data from line 6 on.\nError reading the input data file\n"},
-    {"text among the data", std::string(kHead) + "DataFile = @text.txt\n" + kTail, 150,
+    {"text among the data", With("DataFile = @text.txt\n"), 150,
      "Line 3: 'x7' is not a number.\nError reading the input data file\n"},
-    {"too few columns named", std::string(kHead) + "ColumnOrder = y\n" + kTail, 150, "Exit Status 150"},
-    {"too many variables", std::string(kHead) + "IndependentVariables = 21\n" + kTail, 150,
+    {"too few columns named", With("ColumnOrder = y\n"), 150, "Exit Status 150"},
+    {"too many variables", With("IndependentVariables = 21\n"), 150,
      "IndependentVariables must be 1 to 20, not 21.\nError reading the input data file\n"},
-    {"not enough points", std::string(kHead) + "DataFirstLine = 3.5\n" + kTail, 0,
-     "Solution failed: not enough data points\n"},
-    {"output in a missing folder", std::string(kHead) + "OutputFile = @none/out.txt\n" + kTail, 200,
+    {"not enough points", With("DataFirstLine = 3.5\n"), 0, "Solution failed: not enough data points\n"},
+    {"output in a missing folder", With("OutputFile = @none/out.txt\n"), 200,
      "File Output Error: 200\n***************************************\nLog Summary:\nRun Failed\n"},
-    {"output is a folder", std::string(kHead) + "OutputFile = @folder\n" + kTail, 220, "File Output Error: 220"},
-    {"output cannot be written on", std::string(kHead) + "OutputFile = /proc/self/mem\n" + kTail, 210,
-     "File Output Error: 210"},
-    {"output is no device", std::string(kHead) + "OutputFile = @socket\n" + kTail, 240, "File Output Error: 240"},
-    {"output is a loop", std::string(kHead) + "OutputFile = @loop\n" + kTail, 250, "File Output Error: 250"},
-    {"output on a full disk", std::string(kHead) + "OutputFile = /dev/full\n" + kTail, 230, "File Output Error: 230"},
-    {"output is the data", std::string(kHead) + "OutputFile = @link\n" + kTail, 220,
+    {"output is a folder", With("OutputFile = @folder\n"), 220, "File Output Error: 220"},
+    {"output cannot be written on", With("OutputFile = /proc/self/mem\n"), 210, "File Output Error: 210"},
+    {"output is no device", With("OutputFile = @socket\n"), 240, "File Output Error: 240"},
+    {"output is a loop", With("OutputFile = @loop\n"), 250, "File Output Error: 250"},
+    {"output on a full disk", With("OutputFile = /dev/full\n"), 230, "File Output Error: 230"},
+    {"output is the data", With("OutputFile = @link\n"), 220,
      "The output '@link' is the data file of this macro and is not overwritten.\nFile Output Error: 220\n"},
-    {"output would be kept as the data", std::string(kHead) + "OutputFile = @copy\nOutputFormat = Quorvex\n" + kTail,
-     220, "The output '@copy~' is the data file of this macro and is not overwritten.\nFile Output Error: 220\n"},
-    {"output is the macro", std::string(kHead) + "OutputFile = @macro.cfg\n" + kTail, 220,
+    {"output would be kept as the data", With("OutputFile = @copy\nOutputFormat = Quorvex\n"), 220,
+     "The output '@copy~' is the data file of this macro and is not overwritten.\nFile Output Error: 220\n"},
+    {"output is the macro", With("OutputFile = @macro.cfg\n"), 220,
      "The output '@macro.cfg' is the macro file of this macro and is not overwritten.\nFile Output Error: 220\n"},
-    {"output is the log", std::string(kHead) + "OutputFile = @run.log\n" + kTail, 220,
+    {"output is the log", With("OutputFile = @run.log\n"), 220,
      "The output '@run.log' is the log of this macro and is not overwritten.\nFile Output Error: 220\n"},
-    {"output has too long a name", std::string(kHead) + "OutputFile = @" + std::string(300, 'n') + "\n" + kTail, 200,
+    {"output has too long a name", kHead + "OutputFile = @" + std::string(300, 'n') + "\n" + kTail, 200,
      "File Output Error: 200"},
 };
 
@@ -278,7 +251,7 @@ TEST(Macro, GoesOnWithoutALogThatFails) {
     program.Folder.Write("folder/inside.txt", "");
     std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
     MakeSocket(program.Folder.Path("socket"));
-    EXPECT_EQ(program.RunMacro(std::string(kHead) + "LogFile = " + name + "\n" + kTail), status % 256) << name;
+    EXPECT_EQ(program.RunMacro(kHead + "LogFile = " + name + "\n" + kTail), status % 256) << name;
     EXPECT_EQ(program.Err, "Exit Status " + std::to_string(status) + "\n");
     EXPECT_NE(OutputOf(program).find("Model_ID = 1UserModel"), std::string::npos);
   }
@@ -369,8 +342,7 @@ TEST(Macro, OutlivesItsListenerAndItsQuota) {
   for (const auto& [shell, status] : cases) {
     Program program;
     program.Folder.Write("data.txt", kData);
-    const std::string macro =
-        std::string(kHead) + (status == 230 ? "LogFile = /dev/null\n" : "") + "HandShake = UseDDE\n" + kTail;
+    const std::string macro = kHead + (status == 230 ? "LogFile = /dev/null\n" : "") + "HandShake = UseDDE\n" + kTail;
     EXPECT_EQ(program.RunMacro(macro, shell), status) << shell;
     if (status != 0) continue;
     const std::string log = LogOf(program);
@@ -389,8 +361,7 @@ TEST(Macro, EndsAllRunsWhereItIsAborted) {
   TemporaryFolder folder;
   folder.Write("data.txt", kData);
   folder.Write("p.csv", "start\n1\n2\n");
-  std::string macro = std::string(kHead) +
-                      "ParameterFile = @p.csv\nMissingData = %start%NA\nB_MODEL\nY = a+b*x\nE_MODEL\n" +
+  std::string macro = kHead + "ParameterFile = @p.csv\nMissingData = %start%NA\nB_MODEL\nY = a+b*x\nE_MODEL\n" +
                       "B_MODEL\nY = a+b*x^2\nE_MODEL\nB_MODEL\nY = a+b*x^3\nE_MODEL\nE_MACRO\n";
   for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;) macro.replace(at, 1, folder.Path(""));
   Session session;
@@ -409,11 +380,11 @@ TEST(Macro, EndsAllRunsWhereItIsAborted) {
 TEST(Macro, KeepsOnlyTheSummaryWhenAsked) {
   Program program;
   program.Folder.Write("data.txt", kData);
-  program.RunMacro(std::string(kHead) + "LogSummaryOnly = True\n" + kTail);
+  program.RunMacro(With("LogSummaryOnly = True\n"));
   EXPECT_EQ(LogOf(program),
             "Log Summary:\nRun Successful\n***************************************\n"
             "Normal termination\n");
-  program.RunMacro(std::string(kHead) + "LogSummaryOnly = True\nDataFile = @none\n" + kTail);
+  program.RunMacro(With("LogSummaryOnly = True\nDataFile = @none\n"));
   EXPECT_EQ(LogOf(program),
             "Log Summary:\nRun Failed\n***************************************\n"
             "Abnormal termination\nExit Status 110\n");
@@ -422,7 +393,7 @@ TEST(Macro, KeepsOnlyTheSummaryWhenAsked) {
 TEST(Macro, TellsItsStatusToAWaitingProcess) {
   Program program;
   program.Folder.Write("data.txt", kData);
-  program.RunMacro(std::string(kHead) + "HandShake = ShowProgress\nHandShake = UseDDE\n" + kTail);
+  program.RunMacro(With("HandShake = ShowProgress\nHandShake = UseDDE\n"));
   const std::string folder = program.Folder.Path("");
   std::string lower = folder;
   std::transform(lower.begin(), lower.end(), lower.begin(), ::tolower);
@@ -451,7 +422,7 @@ TEST(Macro, RanksByItsSortKey) {
   for (const std::string key : {"RSS", "R^2", "ra^2", "StdErr", "bogus"}) {
     Program program;
     program.Folder.Write("data.txt", kData);
-    ASSERT_EQ(program.RunMacro(std::string(kHead) + "SortKey = " + key + "\n" + models), 0);
+    ASSERT_EQ(program.RunMacro(kHead + "SortKey = " + key + "\n" + models), 0);
     const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
     ASSERT_EQ(answers.size(), 3u);
     EXPECT_EQ(answers[0].ID + ", " + answers[1].ID + ", " + answers[2].ID, "line, Twin Line, constant") << key;
@@ -463,39 +434,28 @@ TEST(Macro, RanksByItsSortKey) {
 TEST(Macro, WritesTheTablesItIsAskedFor) {
   Program program;
   program.Folder.Write("data.txt", "3;9;2\n1;5;1\n3;11;2\n2;6;1\n5;14;1\n");
-  ASSERT_EQ(
-      program.RunMacro(std::string(kHead) +
-                       "Weighted = true\nInputDelimit = Semicolon\nOutputDelimit = Comma\nOutputFitInfo = no\n"
-                       "TableOutput = DataFile, CalcData, ErrorData, MinMaxError\nB_MODEL\nID=held\nY=a+b*x\n"
-                       "Assign a = 2, Operator = value, Fit = False\nAssign b = 2, Operator = value, Fit = False\n"
-                       "E_MODEL\nE_MACRO\n"),
-      0);
+  ASSERT_EQ(program.RunMacro(
+                kHead + "Weighted = true\nInputDelimit = Semicolon\nOutputDelimit = Comma\nOutputFitInfo = no\n"
+                        "TableOutput = DataFile, CalcData, ErrorData, MinMaxError\nB_MODEL\nID=held\nY=a+b*x\n"
+                        "Assign a = 2, Operator = value, Fit = False\nAssign b = 2, Operator = value, Fit = False\n"
+                        "E_MODEL\nE_MACRO\n"),
+            0);
   std::string text = OutputOf(program);
   std::erase(text, '\r');
   text.replace(text.find(program.Folder.Path("")), program.Folder.Path("").size(), "@");
-  EXPECT_EQ(text,
-            "B_OUTPUT\n    B_HEADER\n        Quorvex Version 9.0.0\n        Quorvex Macro '@data.txt'\n    E_HEADER\n"
-            "    B_COMMENTS\n\n    E_COMMENTS\n    B_INPUTDATA\n        DataPoints = 5\n        1,5,1\n"
-            "        2,6,1\n        3,9,2\n        3,11,2\n        5,14,1\n    E_INPUTDATA\n    B_SOLVEDMODELS\n"
-            "        B_MODEL\n            Rank(sorted_by_RSS) = 1\n            Model_ID = held\n"
-            "            B_DEFINITION\n                Y = a+b*x\n            E_DEFINITION\n"
-            "            B_COEFFICIENTS\n                a = 2,0,0,0,0,0\n                b = 2,0,0,0,0,0\n"
-            "            E_COEFFICIENTS\n            B_DATATABLE\n                4,1\n                6,0\n"
-            "                8,1\n                8,3\n                12,2\n            E_DATATABLE\n"
-            "            B_MINMAXRESIDUAL\n                Minimum_Residual = 0\n                Maximum_Residual = 3\n"
-            "            E_MINMAXRESIDUAL\n        E_MODEL\n    E_SOLVEDMODELS\nE_OUTPUT\n");
+  ExpectGolden("MacroTables.txt", text);
 }
 
 TEST(Macro, ReadsItsColumnsAndMarkersAsTold) {
   Program program;
   program.Folder.Write("data.txt", "id y junk x\n1 7 - 2\n2 -999 - 3\n3 9 - 3\n4  11 - 4 \n5 - - -\n6 13 - 5\n");
-  ASSERT_EQ(program.RunMacro(std::string(kHead) +
+  ASSERT_EQ(program.RunMacro(kHead +
                              "DataFirstLine = 2\nColumnOrder = drop, Y, none, X\nMissingData = -999\n"
                              "TableOutput = DataFile\n" +
                              kTail),
             150);
   EXPECT_NE(LogOf(program).find("Line 6: '-' is not a number."), std::string::npos);
-  ASSERT_EQ(program.RunMacro(std::string(kHead) +
+  ASSERT_EQ(program.RunMacro(kHead +
                              "DataFirstLine = 2\nColumnOrder = drop, Y, none, X\nMissingData = -\n"
                              "TableOutput = DataFile\n" +
                              kTail),
@@ -516,10 +476,9 @@ TEST(Macro, FitsSeveralVariablesWithGaps) {
   }
   Program program;
   program.Folder.Write("data.txt", rows);
-  ASSERT_EQ(program.RunMacro(std::string(kHead) +
-                             "IndependentVariables = 3\nB_MODEL\nID=all\nY=a+b*x1+c*x2+d*x3\nE_MODEL\n"
-                             "B_MODEL\nID=gap\nY=a+b*x1+d*x03\nE_MODEL\nB_MODEL\nID=too many\nY=a*x4\nE_MODEL\n"
-                             "E_MACRO\n"),
+  ASSERT_EQ(program.RunMacro(kHead + "IndependentVariables = 3\nB_MODEL\nID=all\nY=a+b*x1+c*x2+d*x3\nE_MODEL\n"
+                                     "B_MODEL\nID=gap\nY=a+b*x1+d*x03\nE_MODEL\nB_MODEL\nID=too many\nY=a*x4\nE_MODEL\n"
+                                     "E_MACRO\n"),
             0);
   const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
   ASSERT_EQ(answers.size(), 2u);
@@ -559,7 +518,7 @@ TEST(Macro, DoesNotDependOnTheOrderOfRows) {
       std::string content;
       for (const std::string& line : lines) content += line + "\n";
       program.Folder.Write("data.txt", content);
-      ASSERT_EQ(program.RunMacro(std::string(kHead) + set.Setup + "E_MACRO\n"), 0);
+      ASSERT_EQ(program.RunMacro(kHead + set.Setup + "E_MACRO\n"), 0);
       const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
       ASSERT_EQ(answers.size(), 1u) << set.File << LogOf(program);
       std::string output = OutputOf(program);
@@ -585,10 +544,9 @@ TEST(Macro, GivesTheSameNumbersInEveryLocale) {
   const std::string data = "1\t5.1\n2\t6.9\n3\t9.2\n4\t10.8\n5\t13.1\n";
   // The same file: "." in the data is read whatever the locale says, the delimiters being what they are by default.
   // Then the locale's own spelling of the same macro and data.
-  const std::string plain =
-      std::string(kHead) + "TableOutput=DataFile,CalcData\nB_MODEL\nY=a+b*x^c\nE_MODEL\nE_MACRO\n";
+  const std::string plain = kHead + "TableOutput=DataFile,CalcData\nB_MODEL\nY=a+b*x^c\nE_MODEL\nE_MACRO\n";
   const std::string own =
-      std::string(kHead) +
+      kHead +
       "OverrideDecimal = False\nInputDelimit = Tab\nColumnOrder = x; y\nRegressionTolerance = 0,001\n"
       "TableOutput=DataFile,CalcData\nB_MODEL\nY=max(a;0,5)+b*x^1,5\nAssign a = 1,25; Operator = value; Fit = true\n"
       "Assign b = 0,5; Operator = * YMin; Fit = true\nE_MODEL\nE_MACRO\n";

@@ -4,6 +4,7 @@
 #include <random>
 #include <tuple>
 
+#include "Golden.h"
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "batch/MacroReader.h"
@@ -83,11 +84,6 @@ MacroFields FilledFields() {
   return fields;
 }
 
-std::string Lines(std::string text) {
-  for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2) text.insert(at, 1, '\r');
-  return text;
-}
-
 TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   MacroFields fields = FilledFields();
   fields.CentralDifference = fields.Weighted = true;
@@ -102,48 +98,7 @@ TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   fields.SortKey = "Ra^2";
   fields.OutputFitInfo = false;
   fields.OverrideDecimal = false;
-  EXPECT_EQ(BuildMacroText(fields, ProjectModels(1, kPoint), Settings(), kPoint),
-            Lines("B_MACRO\n"
-                  "    Comment = first line\n"
-                  "    Comment = \n"
-                  "    Comment = third line\n"
-                  "    HandShake = UseDDE, ShowMessageBox\n"
-                  "    RegressionTolerance = 0.001\n"
-                  "    UnchangedIterations = 7\n"
-                  "    MaxIterations = 300\n"
-                  "    Derivatives = CentralDifference\n"
-                  "    DataFile = data/My Data.csv\n"
-                  "    DataFirstLine = 2\n"
-                  "    IndependentVariables = 1\n"
-                  "    Weighted = True\n"
-                  "    SQLQuery = SELECT x,  y FROM t\n"
-                  "    ParameterFile = Sites.csv\n"
-                  "    ColumnOrder = y, drop, x\n"
-                  "    InputDelimit = Comma, SemiColon, IgnoreConsecutive\n"
-                  "    OverrideDecimal = False\n"
-                  "    MissingData = NA\n"
-                  "    OutputFile = Out.txt\n"
-                  "    OutputFormat = Structured\n"
-                  "    LogFile = Run.log\n"
-                  "    LogSummaryOnly = True\n"
-                  "    OutputDelimit = SemiColon\n"
-                  "    TableOutput = DataFile, CalcData, ErrorData, MinMaxError\n"
-                  "    SortKey = Ra^2\n"
-                  "    OutputFitInfo = False\n"
-                  "    B_MODEL\n"
-                  "        ID = a*x+b\n"
-                  "        Y = a*x+b\n"
-                  "    E_MODEL\n"
-                  "    B_MODEL\n"
-                  "        ID = My Hill = 1\n"
-                  "        F1 = x^n\n"
-                  "        F2 = F1/(k^n + F1)\n"
-                  "        Y = Vm * F2\n"
-                  "        Assign Vm = 0.5, Operator = * YMax, Fit = True, Derivative = Numerical\n"
-                  "        Assign k = -2E-05, Operator = / N, Fit = False, Derivative = Numerical\n"
-                  "        Assign n = 1, Operator = * (XMax-XMin), Fit = True, Derivative = Numerical\n"
-                  "    E_MODEL\n"
-                  "E_MACRO\n"));
+  ExpectGolden("MacroOfAllFields.txt", BuildMacroText(fields, ProjectModels(1, kPoint), Settings(), kPoint));
 }
 
 TEST(MacroWriter, PutsPlaceholdersForWhatIsMissing) {
@@ -157,24 +112,7 @@ TEST(MacroWriter, PutsPlaceholdersForWhatIsMissing) {
   preferences.Set("tolerance", "0.05");
   preferences.Set("maxiterations", "99");
   preferences.Set("diviterations", "5");
-  EXPECT_EQ(BuildMacroText(fields, ModelCollection(), preferences, kComma), Lines("B_MACRO\n"
-                                                                                  "    RegressionTolerance = 0,05\n"
-                                                                                  "    UnchangedIterations = 5\n"
-                                                                                  "    MaxIterations = 99\n"
-                                                                                  "    Derivatives = Richardson\n"
-                                                                                  "    DataFile = ********.***\n"
-                                                                                  "    DataFirstLine = 1\n"
-                                                                                  "    IndependentVariables = *\n"
-                                                                                  "    Weighted = False\n"
-                                                                                  "    SQLQuery = ***********\n"
-                                                                                  "    ParameterFile = ***********\n"
-                                                                                  "    OverrideDecimal = True\n"
-                                                                                  "    MissingData = ********\n"
-                                                                                  "    OutputFile = ********.***\n"
-                                                                                  "    OutputFormat = Quorvex\n"
-                                                                                  "    LogFile = ********.***\n"
-                                                                                  "    LogSummaryOnly = False\n"
-                                                                                  "E_MACRO\n"));
+  ExpectGolden("MacroOfEmptyFields.txt", BuildMacroText(fields, ModelCollection(), preferences, kComma));
 }
 
 TEST(MacroWriter, ChoosesModelsAsAsked) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "Golden.h"
 #include "batch/ParameterFile.h"
 #include "batch/Program.h"
 #include "files/ProjectFile.h"
@@ -291,19 +292,7 @@ TEST(SpreadsheetLayout, HoldsTheSameInCells) {
   std::erase(text, '\r');
   const std::size_t at = text.find("Quorvex Macro");
   text.erase(at, text.find('\n', at) - at);
-  EXPECT_EQ(text,
-            "Quorvex Version 9.0.0\n\n\ntwo\n        lines\n\nDataPoints;3\nX;Y;StDev\n1;3;1\n2;5;1\n3;9;2\n\n"
-            "Rank(sorted_by_RSS);1\nModel_ID;held\nF1;a*x\nY;f1+b\n\n"
-            "Variable;Value;StdErr;68%;90%;95%;99%\na;2;0;0;0;0;0\nb;1;0;0;0;0;0\n"
-            "Number_of_observations;3\nSolver_type;Nonlinear\nNonlinear_iteration_limit;250\n"
-            "Diverging_nonlinear_iteration_limit;10\nNumber_of_nonlinear_iterations_performed;11\n"
-            "Residual_tolerance;1E-10\nRegression_degrees_of_freedom;1\nError_degrees_of_freedom;3\n"
-            "Total_degrees_of_freedom;4\nSum_of_Residuals;2\nAverage_Residual;0.666666666666667\n"
-            "Residual_Sum_of_Squares_(Absolute);4\nResidual_Sum_of_Squares_(Relative);1.33333333333333\n"
-            "Standard_Error_of_the_Estimate;0.666666666666667\n"
-            "Coefficient_of_Multiple_Determination_(R^2);0.8676\nProportion_of_Variance_Explained;86.76%\n"
-            "Adjusted_coefficient_of_multiple_determination_(Ra^2);0.8235\nDurbin-Watson_statistic;1\n"
-            "Y_Calc;Y_Error\n3;0\n5;0\n7;2\nMin_Residual;Max_Residual\n0;2\n");
+  ExpectGolden("MacroSpreadsheet.txt", text);
 }
 
 }  // namespace
