@@ -68,50 +68,37 @@ TEST(InterpClass, TellsTheLogWhatCameOfIt) {
   std::vector<double> ten, eleven;
   for (int i = 0; i < 11; ++i) eleven.push_back(i);
   ten.assign(eleven.begin(), eleven.end() - 1);
+  const std::string averaged = "Duplicate points detected, points averaged. \r\n";
+  const std::string fewForSplines = "Need at least 3 points for Cubic Splines.\r\n";
+  const std::string fewForRational = "Need at least 2 points for Rational Function Interpolation.\r\n";
   const struct {
     int kind;
+    std::string name;
     std::vector<double> x;
     bool solved;
-    std::string log;
+    std::string told = "";
   } kCases[] = {
-      {kCubicSpline,
-       {1, 2},
-       false,
-       "Beginning Cubic Splines Interpolation \r\nNeed at least 3 points for Cubic Splines.\r\n"
-       "Solution for Cubic Splines Interpolation Failed.\r\n\r\n"},
-      {kCubicSpline,
-       {1, 2, 2},
-       false,
-       "Beginning Cubic Splines Interpolation \r\nDuplicate points detected, points averaged. \r\n"
-       "Need at least 3 points for Cubic Splines.\r\nSolution for Cubic Splines Interpolation Failed.\r\n\r\n"},
-      {kCubicSpline, eleven, true,
-       "Beginning Cubic Splines Interpolation \r\nCubic Splines Interpolation Successful\r\n\r\n"},
-      {kPolynomial,
-       {1, 2, 2},
-       true,
-       "Beginning Polynomial Interpolation \r\nDuplicate points detected, points averaged. \r\n"
-       "Polynomial Interpolation Successful\r\n\r\n"},
-      {kPolynomial, ten, true, "Beginning Polynomial Interpolation \r\nPolynomial Interpolation Successful\r\n\r\n"},
-      {kPolynomial, eleven, false,
-       "Beginning Polynomial Interpolation \r\nNumber of points exceeds maximum of 10.\r\n"
-       "Solution for Polynomial Interpolation Failed.\r\n\r\n"},
-      {kRationalFunction,
-       {1},
-       false,
-       "Beginning Rational Function Interpolation \r\n"
-       "Need at least 2 points for Rational Function Interpolation.\r\n"
-       "Solution for Rational Function Interpolation Failed.\r\n\r\n"},
-      {kRationalFunction, ten, true,
-       "Beginning Rational Function Interpolation \r\nRational Function Interpolation Successful\r\n\r\n"},
-      {7, {1, 1}, true, ""},
+      {kCubicSpline, "Cubic Splines", {1, 2}, false, fewForSplines},
+      {kCubicSpline, "Cubic Splines", {1, 2, 2}, false, averaged + fewForSplines},
+      {kCubicSpline, "Cubic Splines", eleven, true},
+      {kPolynomial, "Polynomial", {1, 2, 2}, true, averaged},
+      {kPolynomial, "Polynomial", ten, true},
+      {kPolynomial, "Polynomial", eleven, false, "Number of points exceeds maximum of 10.\r\n"},
+      {kRationalFunction, "Rational Function", {1}, false, fewForRational},
+      {kRationalFunction, "Rational Function", ten, true},
   };
   for (const auto& c : kCases) {
     InterpClass curve(c.kind);
     std::string log;
     EXPECT_EQ(curve.Fit(Points(c.x, c.x), log), c.solved);
     EXPECT_EQ(curve.Solved, c.solved);
-    EXPECT_EQ(log, c.log);
+    const std::string end = c.solved ? " Interpolation Successful" : " Interpolation Failed.";
+    EXPECT_EQ(log, "Beginning " + c.name + " Interpolation \r\n" + c.told + (c.solved ? "" : "Solution for ") + c.name +
+                       end + "\r\n\r\n");
   }
+  InterpClass unknown(7);
+  std::string log;
+  EXPECT_TRUE(unknown.Fit(Points({1, 1}, {1, 1}), log) && unknown.Solved && log.empty());
 }
 
 TEST(InterpClass, FaultsOfAnOverflowAreLoggedByKind) {

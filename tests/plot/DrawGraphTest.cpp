@@ -245,37 +245,20 @@ TEST(DrawGraph, GivesUpWhereASeriesHasNoPoints) {
 }
 
 TEST(DrawGraph, DrawsErrorBars) {
+  const Lines upright = {"210 82 210 199", "204 82 216 82", "204 199 216 199"};
   const struct {
     const char* what;
     bool swap, log;
     std::vector<double> x, y, sd;
     Lines lines;  // 102 units to the inch make caps of 6 to either side
   } kCases[] = {
-      {"upright", false, false, {0.5}, {0.5}, {0.25}, {"210 82 210 199", "204 82 216 82", "204 199 216 199"}},
+      {"upright", false, false, {0.5}, {0.5}, {0.25}, upright},
       {"lying", true, false, {0.5}, {0.5}, {0.25}, {"289 140 131 140", "289 134 289 146", "131 134 131 146"}},
-      {"once for a pixel",
-       false,
-       false,
-       {0.5, 0.5, 0.5001},
-       {0.5, 0.5, 0.5},
-       {0.25, 0.1, 0.1},
-       {"210 82 210 199", "204 82 216 82", "204 199 216 199"}},
+      {"once for a pixel", false, false, {0.5, 0.5, 0.5001}, {0.5, 0.5, 0.5}, {0.25, 0.1, 0.1}, upright},
       {"not beyond the axis", false, false, {-0.1, 1.1}, {0.5, 0.5}, {0.25, 0.25}, {}},
       // Decades 0.01 to 1: 0.1 is the middle, 0.2 lies 0.3010 of 116.5 above it, and 0 has no place.
-      {"down to nothing",
-       false,
-       true,
-       {0.5},
-       {0.1},
-       {0.1},
-       {"210 105 210 50000", "204 105 216 105", "204 50000 216 50000"}},
-      {"nor lying",
-       true,
-       true,
-       {0.5},
-       {0.1},
-       {0.1},
-       {"258 140 -50000 140", "258 134 258 146", "-50000 134 -50000 146"}},
+      {"to nothing", false, true, {0.5}, {0.1}, {0.1}, {"210 105 210 50000", "204 105 216 105", "204 50000 216 50000"}},
+      {"lying so", true, true, {0.5}, {0.1}, {0.1}, {"258 140 -50000 140", "258 134 258 146", "-50000 134 -50000 146"}},
   };
   for (const auto& c : kCases) {
     PlotClass plot = BarePlot();

@@ -80,29 +80,23 @@ TEST(ParsePlotText, RoundsQuarterLinesToEven) {
 }
 
 TEST(CreatePlotFont, AsksForTheFontInDeviceUnits) {
+  const std::string x31(31, 'x');
   const struct {
     PlotFont font;
     int angle, percent, unitsPerInch;
-    const char* call;
+    std::string call;
   } cases[] = {
       {{"Arial", 10, false, false}, 0, 100, 96, "CreateFontIndirectA -13 0 400 0 0 0 2 Arial = 5"},
       {{"Arial", 10, true, true}, 90, 100, 600, "CreateFontIndirectA -83 900 700 1 0 0 2 Arial = 5"},
-      {{"Arial", 10, false, false},
-       45,
-       75,
-       96,
-       "CreateFontIndirectA -11 450 400 0 0 0 2 Arial = 5"},  // 7.5 is 8 points
+      // 7.5 is 8 points
+      {{"Arial", 10, false, false}, 45, 75, 96, "CreateFontIndirectA -11 450 400 0 0 0 2 Arial = 5"},
       {{"Arial", 8.25, false, false}, 0, 100, 72, "CreateFontIndirectA -8 0 400 0 0 0 2 Arial = 5"},
-      {{std::string(40, 'x'), 9, false, true},
+      {{x31 + "xxx", 9, false, true}, 0, 100, 96, "CreateFontIndirectA -12 0 400 1 0 0 2 " + x31 + "x = 5"},
+      {{x31 + "\u00e9\u00e9", 9, false, false},
        0,
        100,
        96,
-       "CreateFontIndirectA -12 0 400 1 0 0 2 xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx = 5"},
-      {{std::string(31, 'x') + "\u00e9\u00e9", 9, false, false},
-       0,
-       100,
-       96,
-       "CreateFontIndirectA -12 0 400 0 0 0 2 xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\u00e9 = 5"},
+       "CreateFontIndirectA -12 0 400 0 0 0 2 " + x31 + "\u00e9 = 5"},
   };
   for (const auto& c : cases) {
     RecordingSurface surface(400, 300, c.unitsPerInch);

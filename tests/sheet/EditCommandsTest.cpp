@@ -32,6 +32,8 @@ const Command kDelete = [](const SheetEdit& edit, Clipboard&) { return DeleteSel
 const Command kIncomplete = [](const SheetEdit& edit, Clipboard&) { return DeleteIncompleteRows(edit); };
 const Command kClearGrid = [](const SheetEdit& edit, Clipboard&) { return ClearGrid(edit); };
 
+constexpr std::size_t kEnd = kMostSheetRows;
+
 TEST(EditCommands, RefuseSeveralRangesEachByItsName) {
   const struct {
     const char* name;
@@ -71,63 +73,33 @@ TEST(EditCommands, ChangeTheSheetUnderTheirLabels) {
     const char* after;
     const char* label;
     CellRange extent;
-    const char* held;  // by the clipboard afterwards
+    const char* held = nullptr;  // by the clipboard afterwards, where that is new
   } kCases[] = {
-      {EditCut, "1 2\n3 4\n5 6", {2, 1, 3, 1}, "", "1 2\n- 4\n- 6\n", "&Undo Cut", {2, 1, 3, 1}, "3\r\n5\r\n"},
-      {EditPaste,
-       "1 2\n3 4\n5 6",
-       {2, 1, 2, 1},
-       "7\t\n\t8\n",
-       "1 2\n7 -\n- 8\n",
-       "&Undo Paste",
-       {2, 1, 3, 2},
-       "7\t\n\t8\n"},
+      {EditCut, "1 2\n3 4\n5 6", {2, 1, 3, 1}, "", "1 2\n- 4\n- 6\n", "Cut", {2, 1, 3, 1}, "3\r\n5\r\n"},
+      {EditPaste, "1 2\n3 4\n5 6", {2, 1, 2, 1}, "7\t\n\t8\n", "1 2\n7 -\n- 8\n", "Paste", {2, 1, 3, 2}},
       // The third column and what is selected below the corner have no part in it; a text stays one, a date is days.
-      {EditPaste,
-       "1 2",
-       {1, 2, 9, 2},
-       "x\t5\r\n2000-01-01\t5",
-       "1 x\n- 36526\n",
-       "&Undo Paste",
-       {1, 2, 2, 2},
-       "x\t5\r\n2000-01-01\t5"},
-      {kPasteRotated,
-       "1 2",
-       {1, 1, 1, 1},
-       "7\t8\t9\n-\t\t3\n",
-       "7 -\n8 -\n9 3\n",
-       "&Undo Paste Rotated",
-       {1, 1, 3, 2},
-       "7\t8\t9\n-\t\t3\n"},
+      {EditPaste, "1 2", {1, 2, 9, 2}, "x\t5\r\n2000-01-01\t5", "1 x\n- 36526\n", "Paste", {1, 2, 2, 2}},
+      {kPasteRotated, "1 2", {1, 1, 1, 1}, "7\t8\t9\n-\t\t3\n", "7 -\n8 -\n9 3\n", "Paste Rotated", {1, 1, 3, 2}},
       {kPasteRotated,
        "1 2\n3 4\n5 6",
        {1, 2, 1, 2},
        "7\t8\n1\t2\t3\n",
        "1 7\n3 8\n5 6\n",
-       "&Undo Paste Rotated",
-       {1, 2, 2, 2},
-       "7\t8\n1\t2\t3\n"},
-      {kPasteSpecial, "1 2", {2, 1, 2, 1}, "3\t4\t5\n", "1 2\n3 4\n", "&Undo Paste Special", {2, 1, 2, 2}, "3\t4\t5\n"},
-      {kClear,
-       "1 2\nt 4",
-       {1, 1, kMostSheetRows, 1},
-       "",
-       "- 2\n- 4\n",
-       "&Undo Clear Selection",
-       {1, 1, kMostSheetRows, 1},
-       ""},
-      {kInsert, "1 2\n3 4", {2, 2, 3, 2}, "", "1 2\n- -\n- -\n3 4\n", "&Undo Insert Row(s)", {2, 2, 3, 2}, ""},
-      {kDelete, "1 2\n3 4\n5 6", {1, 2, 2, 2}, "", "5 6\n", "&Undo Delete Selection", {1, 2, 2, 2}, ""},
-      {kDelete, "1 2\n3 4", {2, 1, kMostSheetRows, 1}, "", "1 2\n", "&Undo Delete Selection", {2, 1, 2, 1}, ""},
+       "Paste Rotated",
+       {1, 2, 2, 2}},
+      {kPasteSpecial, "1 2", {2, 1, 2, 1}, "3\t4\t5\n", "1 2\n3 4\n", "Paste Special", {2, 1, 2, 2}},
+      {kClear, "1 2\nt 4", {1, 1, kEnd, 1}, "", "- 2\n- 4\n", "Clear Selection", {1, 1, kEnd, 1}},
+      {kInsert, "1 2\n3 4", {2, 2, 3, 2}, "", "1 2\n- -\n- -\n3 4\n", "Insert Row(s)", {2, 2, 3, 2}},
+      {kDelete, "1 2\n3 4\n5 6", {1, 2, 2, 2}, "", "5 6\n", "Delete Selection", {1, 2, 2, 2}},
+      {kDelete, "1 2\n3 4", {2, 1, kEnd, 1}, "", "1 2\n", "Delete Selection", {2, 1, 2, 1}},
       {kIncomplete,
        "1 2\n- 4\n5 -\n- -\nt 6",
        {1, 1, 1, 1},
        "",
        "1 2\n- -\nt 6\n",
-       "&Undo Delete Incomplete Rows",
-       {1, 1, 5, 2},
-       ""},
-      {kClearGrid, "1 2\nt 4", {1, 1, 1, 1}, "", "", "&Undo Clear Sheet", {1, 1, 2, 2}, ""},
+       "Delete Incomplete Rows",
+       {1, 1, 5, 2}},
+      {kClearGrid, "1 2\nt 4", {1, 1, 1, 1}, "", "", "Clear Sheet", {1, 1, 2, 2}},
   };
   for (const auto& c : kCases) {
     EditedSheet sheet(c.before);
@@ -136,14 +108,17 @@ TEST(EditCommands, ChangeTheSheetUnderTheirLabels) {
     EXPECT_TRUE(c.command(sheet.With({c.selection}), board)) << c.label;
     EXPECT_EQ(sheet.Cells(), c.after) << c.label;
     ASSERT_EQ(sheet.Undo.size(), 1u) << c.label;
-    EXPECT_EQ(sheet.Undo[0].first, c.label);
+    EXPECT_EQ(sheet.Undo[0].first, std::string("&Undo ") + c.label);
     EXPECT_EQ(sheet.Undo[0].second, c.extent) << c.label;
     EXPECT_EQ(sheet.WhenRemembered, std::string(c.before) + "\n") << c.label;
-    EXPECT_EQ(board.Held, c.held) << c.label;
+    EXPECT_EQ(board.Held, c.held != nullptr ? c.held : c.clipboard) << c.label;
   }
 }
 
 TEST(EditCommands, LeaveTheSheetAloneWhereThereIsNothingToDo) {
+  const std::string full =
+      "refuse: The maximum number of rows that the spreadsheet can contain is 65,536. The number of selected rows "
+      "cannot be inserted.";
   const struct {
     Command command;
     CellRange selection;
@@ -154,11 +129,7 @@ TEST(EditCommands, LeaveTheSheetAloneWhereThereIsNothingToDo) {
       {EditPaste, {1, 3, 1, 3}, "5", {}},
       {kDelete, {3, 1, 9, 1}, "", {}},
       {kIncomplete, {1, 1, 1, 1}, "", {"inform: There were no incomplete rows to delete."}},
-      {kInsert,
-       {1, 1, 65'534, 1},
-       "",
-       {"refuse: The maximum number of rows that the spreadsheet can contain is 65,536. The number of selected rows "
-        "cannot be inserted."}},
+      {kInsert, {1, 1, 65'534, 1}, "", {full}},
       {kClearGrid,
        {1, 1, 1, 1},
        "",

@@ -66,42 +66,25 @@ TEST(GridCells, MovesColumnsWithTheirTexts) {
 // row and column are those that hold anything, and what was copied and put back is as it was.
 TEST(GridCells, KnowsItsLastRowAfterAnyChange) {
   const double empty = GridCells().Cell(1, 1);
+  const std::vector<bool> marked = {false, true, false, true};
+  const CellRange top{1, 1, 3, 2}, below{5, 1, 7, 2};
+  const CellRange all{1, 1, 65'536, 20}, fromTwo{2, 1, 65'536, 20}, second{1, 2, 4, 2};
   const struct {
     const char* what;
     std::function<void(GridCells&)> change;
     std::size_t rows, cols;
   } kCases[] = {
-      {"clear the end",
-       [](GridCells& cells) {
-         cells.GridClearRange({2, 1, 65'536, 20});
-       },
-       1, 2},
-      {"clear everything",
-       [](GridCells& cells) {
-         cells.GridClearRange({1, 1, 65'536, 20});
-       },
-       0, 0},
-      {"clear a column",
-       [](GridCells& cells) {
-         cells.GridClearRange({1, 2, 4, 2});
-       },
-       4, 1},
-      {"clear a cell", [](GridCells& cells) { cells.ClearCell(4, 1); }, 2, 2},
-      {"set nothing", [&](GridCells& cells) { cells.SetCell(4, 1, empty), cells.SetCell(9, 9, empty); }, 2, 2},
-      {"delete the last row", [](GridCells& cells) { cells.GridDeleteRows(4, 1); }, 2, 2},
-      {"delete rows between", [](GridCells& cells) { cells.GridDeleteRows(2, 2); }, 2, 2},
-      {"delete marked rows",
-       [](GridCells& cells) {
-         cells.DeleteMarkedRows({false, true, false, true});
-       },
-       1, 2},
-      {"insert", [](GridCells& cells) { cells.GridInsertRows(4, 3); }, 7, 2},
-      {"exchange", [](GridCells& cells) { cells.ExchangeColumns(1, 3, 2, 4); }, 4, 3},
-      {"put a copy",
-       [](GridCells& cells) {
-         cells.PutRange({5, 1, 7, 2}, cells.CopyRange({1, 1, 3, 2}));
-       },
-       6, 2},
+      {"clear the end", [&](GridCells& c) { c.GridClearRange(fromTwo); }, 1, 2},
+      {"clear everything", [&](GridCells& c) { c.GridClearRange(all); }, 0, 0},
+      {"clear a column", [&](GridCells& c) { c.GridClearRange(second); }, 4, 1},
+      {"clear a cell", [](GridCells& c) { c.ClearCell(4, 1); }, 2, 2},
+      {"set nothing", [&](GridCells& c) { c.SetCell(4, 1, empty), c.SetCell(9, 9, empty); }, 2, 2},
+      {"delete the last row", [](GridCells& c) { c.GridDeleteRows(4, 1); }, 2, 2},
+      {"delete rows between", [](GridCells& c) { c.GridDeleteRows(2, 2); }, 2, 2},
+      {"delete marked rows", [&](GridCells& c) { c.DeleteMarkedRows(marked); }, 1, 2},
+      {"insert", [](GridCells& c) { c.GridInsertRows(4, 3); }, 7, 2},
+      {"exchange", [](GridCells& c) { c.ExchangeColumns(1, 3, 2, 4); }, 4, 3},
+      {"put a copy", [&](GridCells& c) { c.PutRange(below, c.CopyRange(top)); }, 6, 2},
   };
   for (const auto& c : kCases) {
     GridCells cells;

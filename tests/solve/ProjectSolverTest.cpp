@@ -17,32 +17,23 @@ const std::string kMissingOne =
     "ask: 1 row of the data is incomplete and is left out of the solution. Do you want to continue?";
 
 TEST(SolveRegression, ChecksTheDataInOrder) {
+  const std::string kText = "refuse: Line 3: 'n/a' is not a number.";
   const struct {
     const char* name;
     std::function<void(GridCells&)> edit;
-    const char* warning;  // setting
-    bool answer;
-    Said said;
     bool goesOn;
+    Said said = {};
+    bool answer = true;
+    const char* warning = "1";  // setting
   } kCases[] = {
-      {"complete", [](GridCells&) {}, "1", true, {}, true},
-      {"two rows", [](GridCells& c) { c.GridDeleteRows(3, 6); }, "1", true, {kFewPoints}, false},
-      {"two complete of three",
-       [](GridCells& c) { c.GridDeleteRows(4, 5), c.ClearCell(2, 2); },
-       "1",
-       true,
-       {kFewPoints},
-       false},
-      {"incomplete, goes on", [](GridCells& c) { c.ClearCell(2, 2); }, "1", true, {kMissingOne}, true},
-      {"incomplete, stops", [](GridCells& c) { c.ClearCell(2, 1); }, "1", false, {kMissingOne}, false},
-      {"incomplete, no warning", [](GridCells& c) { c.ClearCell(2, 1); }, "0", false, {}, true},
-      {"blank row", [](GridCells& c) { c.ClearCell(2, 1), c.ClearCell(2, 2); }, "1", false, {}, true},
-      {"a text",
-       [](GridCells& c) { c.SetGridCellText(3, 2, "n/a"); },
-       "1",
-       true,
-       {"refuse: Line 3: 'n/a' is not a number."},
-       false},
+      {"complete", [](GridCells&) {}, true},
+      {"two rows", [](GridCells& c) { c.GridDeleteRows(3, 6); }, false, {kFewPoints}},
+      {"two complete of three", [](GridCells& c) { c.GridDeleteRows(4, 5), c.ClearCell(2, 2); }, false, {kFewPoints}},
+      {"incomplete, goes on", [](GridCells& c) { c.ClearCell(2, 2); }, true, {kMissingOne}},
+      {"incomplete, stops", [](GridCells& c) { c.ClearCell(2, 1); }, false, {kMissingOne}, false},
+      {"incomplete, no warning", [](GridCells& c) { c.ClearCell(2, 1); }, true, {}, false, "0"},
+      {"blank row", [](GridCells& c) { c.ClearCell(2, 1), c.ClearCell(2, 2); }, true, {}, false},
+      {"a text", [](GridCells& c) { c.SetGridCellText(3, 2, "n/a"); }, false, {kText}},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.name);
@@ -212,51 +203,24 @@ TEST(ModelPick, ListsModelsByKind) {
 
 TEST(GroupPick, ChecksTheChoiceAndWritesTheFile) {
   const std::string kSave = "ask: Do you want to save the changes to the user specified group file?";
+  const std::string kUndefined =
+      "refuse: You have selected a user specified group but have not defined it.\r\nPlease select from available "
+      "equations for the user specified group.";
+  const auto kOwnGroup = [](GroupPick& g) { g.UserSpecified = true, g.Members = {"a*x+b"}; };
   const struct {
     const char* name;
     std::function<void(GroupPick&)> choose;
-    bool answer, fails;
     bool accepted;
-    Said said;
-    std::optional<Said> file;
+    Said said = {};
+    std::optional<Said> file = std::nullopt;
+    bool answer = true, fails = false;
   } kCases[] = {
-      {"nothing",
-       [](GroupPick&) {},
-       true,
-       false,
-       false,
-       {"refuse: Please select the equation group you want to solve."},
-       std::nullopt},
-      {"an empty group of one's own",
-       [](GroupPick& g) { g.UserSpecified = true; },
-       true,
-       false,
-       false,
-       {"refuse: You have selected a user specified group but have not defined it.\r\nPlease select from available "
-        "equations for the user specified group."},
-       std::nullopt},
-      {"a group", [](GroupPick& g) { g.Groups[3].Checked = true; }, true, false, true, {}, std::nullopt},
-      {"saved",
-       [](GroupPick& g) { g.UserSpecified = true, g.Members = {"a*x+b"}; },
-       true,
-       false,
-       true,
-       {kSave},
-       Said{"a*x+b"}},
-      {"not saved",
-       [](GroupPick& g) { g.UserSpecified = true, g.Members = {"a*x+b"}; },
-       false,
-       false,
-       true,
-       {kSave},
-       std::nullopt},
-      {"disk full",
-       [](GroupPick& g) { g.UserSpecified = true, g.Members = {"a*x+b"}; },
-       true,
-       true,
-       true,
-       {kSave, "refuse: Error writing to '/home/user1.grp'"},
-       std::nullopt},
+      {"nothing", [](GroupPick&) {}, false, {"refuse: Please select the equation group you want to solve."}},
+      {"an empty group of one's own", [](GroupPick& g) { g.UserSpecified = true; }, false, {kUndefined}},
+      {"a group", [](GroupPick& g) { g.Groups[3].Checked = true; }, true},
+      {"saved", kOwnGroup, true, {kSave}, Said{"a*x+b"}},
+      {"not saved", kOwnGroup, true, {kSave}, std::nullopt, false},
+      {"disk full", kOwnGroup, true, {kSave, "refuse: Error writing to '/home/user1.grp'"}, std::nullopt, true, true},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.name);

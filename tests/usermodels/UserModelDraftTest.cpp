@@ -22,7 +22,22 @@ constexpr const char* kEmptyF3 =
 constexpr const char* kTaken =
     "The Model ID you entered already exists in the database. Each Model ID must be unique. Please enter a different "
     "ID.";
+constexpr const char* kCyclic =
+    "Cyclic expression detected. A function (Fn = ?) which points to a function that points back to itself cannot be "
+    "resolved. Please check your ";
+constexpr const char* kLacksFunction = " definition is missing a required function (Fn = ?). Please recheck your ";
 constexpr const char* kInvalid = "The model you entered is not valid.\r\n";
+
+std::string SyntaxError(const std::string& why) {
+  return std::string(kInvalid) + why + " Please check the equation syntax.";
+}
+std::string Lacks(const std::string& what) {
+  return std::string(kInvalid) + what + ".\r\nPlease check the equation syntax.";
+}
+std::string LacksVariables(const std::string& count) {
+  return "The model you entered has " + count +
+         ", and the current project has 2. All independent variables from 'X1' to 'X2' must appear in the model.";
+}
 
 // a sum of n coefficients times x
 std::string Polynomial(int n) {
@@ -56,83 +71,22 @@ TEST(CheckUserModel, RefusesInTheOrderOfItsTestsAndSaysWhere) {
       {"MINE", {"a*x"}, kTaken, ModelCheck::kIdBox},
       // The model.
       {"m", {Polynomial(101)}, "The model you entered contains 101 parameters. The maximum allowed is 100."},
-      {"m",
-       {"a*x+f1", "f1"},
-       "Cyclic expression detected. A function (Fn = ?) which points to a function that points back to itself cannot "
-       "be "
-       "resolved. Please check your model definition."},
-      {"m",
-       {"a*x+f2", "x"},
-       "The model definition is missing a required function (Fn = ?). Please recheck your model definition."},
-      {"m", {"a*x)"}, std::string(kInvalid) + "Unexpected token ')'. Please check the equation syntax.", 0, ")"},
-      {"m", {"a+b*/x"}, std::string(kInvalid) + "Unexpected token '/'. Please check the equation syntax.", 0, "/"},
-      {"m",
-       {"f1+a*x Rate", "x"},
-       std::string(kInvalid) + "Unexpected token 'Rate'. Please check the equation syntax.",
-       0,
-       "Rate"},
-      {"m", {"a*"}, std::string(kInvalid) + "Expected end of model. Please check the equation syntax."},
-      {"m",
-       {"a*f1", "exp 2*x"},
-       std::string(kInvalid) + "Missing token '(' for function 'exp'. Please check the equation syntax.",
-       1,
-       "2"},
-      {"m",
-       {"2*x"},
-       std::string(kInvalid) + "It does not appear to contain any fitting parameters.\r\nPlease check the equation "
-                               "syntax."},
-      {"m",
-       {"a+b"},
-       std::string(kInvalid) + "It does not appear to contain the independent variable 'X'.\r\nPlease check the "
-                               "equation syntax."},
+      {"m", {"a*x+f1", "f1"}, kCyclic + std::string("model definition.")},
+      {"m", {"a*x+f2", "x"}, "The model" + std::string(kLacksFunction) + "model definition."},
+      {"m", {"a*x)"}, SyntaxError("Unexpected token ')'."), 0, ")"},
+      {"m", {"a+b*/x"}, SyntaxError("Unexpected token '/'."), 0, "/"},
+      {"m", {"f1+a*x Rate", "x"}, SyntaxError("Unexpected token 'Rate'."), 0, "Rate"},
+      {"m", {"a*"}, SyntaxError("Expected end of model.")},
+      {"m", {"a*f1", "exp 2*x"}, SyntaxError("Missing token '(' for function 'exp'."), 1, "2"},
+      {"m", {"2*x"}, Lacks("It does not appear to contain any fitting parameters")},
+      {"m", {"a+b"}, Lacks("It does not appear to contain the independent variable 'X'")},
       // Several variables.
-      {"m",
-       {"a*x1+f1*x2", "f1"},
-       "Cyclic expression detected. A function (Fn = ?) which points to a function that points back to itself cannot "
-       "be "
-       "resolved. Please check your equation definition.",
-       0,
-       "",
-       2},
-      {"m",
-       {"a*x1+f1*x2"},
-       "The equation definition is missing a required function (Fn = ?). Please recheck your equation definition.",
-       0,
-       "",
-       2},
-      {"m",
-       {"a*x1"},
-       "The model you entered has 1 independent variable, and the current project has 2. All independent variables "
-       "from 'X1' to 'X2' must appear in the model.",
-       0,
-       "",
-       2},
-      {"m",
-       {"a*x1+x3"},
-       "The model you entered has 3 independent variables, and the current project has 2. All independent variables "
-       "from 'X1' to 'X2' must appear in the model.",
-       0,
-       "",
-       2},
-      {"m",
-       {"a+b"},
-       std::string(kInvalid) + "It does not appear to contain the independent variables from 'X1' to 'X3'.\r\nPlease "
-                               "check the equation syntax.",
-       0,
-       "",
-       3},
-      {"m",
-       {"a*x1+b*x3"},
-       std::string(kInvalid) + "At least one of the independent variables from 'X1' to 'X3' is missing.\r\nPlease "
-                               "check the equation syntax.",
-       0,
-       "",
-       3},
-      // Right.
-      {"m", {Polynomial(100)}, ""},
-      {"m", {"if(x>2,a,b)*x"}, ""},
-      {"m", {"a*x", "exp(*"}, ""},  // never referred to, so it isn't read
-      {" m ", {"a*x1+b*x2+f1", "c*x3"}, "", 0, "", 3},
+      {"m", {"a*x1+f1*x2", "f1"}, kCyclic + std::string("equation definition."), 0, "", 2},
+      {"m", {"a*x1+f1*x2"}, "The equation" + std::string(kLacksFunction) + "equation definition.", 0, "", 2},
+      {"m", {"a*x1"}, LacksVariables("1 independent variable"), 0, "", 2},
+      {"m", {"a*x1+x3"}, LacksVariables("3 independent variables"), 0, "", 2},
+      {"m", {"a+b"}, Lacks("It does not appear to contain the independent variables from 'X1' to 'X3'"), 0, "", 3},
+      {"m", {"a*x1+b*x3"}, Lacks("At least one of the independent variables from 'X1' to 'X3' is missing"), 0, "", 3},
   };
   for (const auto& c : kCases) {
     Project project = NewProject(c.variables, false, {});
