@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <fstream>
+#include <iterator>
 #include <limits>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -106,6 +110,16 @@ std::vector<std::vector<double>> Parsed(const std::string& file, char delimiter,
   return rows;
 }
 
+// The words of its first line.
+Texts Names(const std::string& file, char delimiter) {
+  std::string line;
+  std::ifstream stream(file);
+  std::getline(stream, line);
+  std::ranges::replace(line, delimiter, ' ');
+  std::istringstream words(line);
+  return {std::istream_iterator<std::string>(words), {}};
+}
+
 TEST(TextImport, ReadsTheSampleFilesAsTheyAre) {
   enum Delimiter : char { kTab = '\t', kComma = ',', kSemi = ';', kBlanks = ' ' };
   const struct {
@@ -159,6 +173,8 @@ TEST(TextImport, ReadsTheSampleFilesAsTheyAre) {
     const std::size_t columns = desk.Sheet.ColumnCount();
     ASSERT_EQ(import->Columns.lstColumns().size(), columns);
     import->Columns.AssignInOrder();
+    import->NameVariables(desk.Sheet, desk.Locale);
+    EXPECT_EQ(desk.Sheet.Headers, Names(file, c.delimiter));
     EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
     EXPECT_EQ(desk.User.Said, Texts());
     EXPECT_EQ(desk.Undo, Texts{"&Undo Import"});

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "Dialogs.h"
+#include "Forms.h"
 #include "TemporaryFolder.h"
 #include "app/SettingsStore.h"
 #include "app/ui/parentfrm.h"

@@ -5,10 +5,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDropEvent>
-#include <QListWidget>
 #include <QMenu>
 #include <QMimeData>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTableView>
 
@@ -34,32 +32,18 @@ constexpr const char* kSomeUnassigned =
 constexpr const char* kSomeUnassignedOfDatabase =
     "You did not assign columns to all variables, so there will be no data imported to them. Do you want to continue?";
 
-std::string DataFile(const std::string& name) { return TestData(name); }
 std::string UnknownExtension(const std::string& file) {
   return "The command line argument file name '" + file +
          "' does not have a Quorvex extension. Please specify a new project type, then the file can be imported.";
 }
 
-// Controls of a dialog by their names, and what is done to them.
-template <typename Control = QWidget>
-Control& In(QWidget& form, const char* name) {
-  auto* control = form.findChild<Control*>(name);
-  if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
-  return *control;
-}
-void Click(QWidget& form, const char* name) {
-  auto& button = In<QAbstractButton>(form, name);
-  ASSERT_TRUE(button.isVisible() && button.isEnabled()) << name;
-  QTest::mouseClick(&button, Qt::LeftButton, {}, {8, button.height() / 2});
-}
 Texts Lines(QWidget& form, const char* list) {
   Texts lines;
-  for (int i = 0; i < In<QListWidget>(form, list).count(); ++i)
-    lines.push_back(In<QListWidget>(form, list).item(i)->text().toStdString());
+  for (int i = 0; i < List(form, list).count(); ++i) lines.push_back(List(form, list).item(i)->text().toStdString());
   return lines;
 }
 void DoubleClick(QWidget& form, const char* name, int line) {
-  auto& list = In<QListWidget>(form, name);
+  auto& list = List(form, name);
   const QPoint at = list.visualItemRect(list.item(line)).center();
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
   QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
@@ -69,7 +53,7 @@ QModelIndex Preview(QWidget& form, int row, int col) {
 }
 std::string Cell(QWidget& form, int row, int col) { return Preview(form, row, col).data().toString().toStdString(); }
 bool Dimmed(QWidget& form, int row, int col) { return Preview(form, row, col).data(Qt::ForegroundRole).isValid(); }
-std::string StartRow(QWidget& form) { return In<QLineEdit>(form, "ImportText").text().toStdString(); }
+std::string StartRow(QWidget& form) { return Box(form, "ImportText").text().toStdString(); }
 
 class Import : public Frame {
  protected:
@@ -130,7 +114,7 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     // The column whose cell is clicked is the one to be assigned.
     auto& preview = In<QTableView>(form, "DataPreview");
     QTest::mouseClick(preview.viewport(), Qt::LeftButton, {}, preview.visualRect(Preview(form, 3, 2)).center());
-    EXPECT_EQ(In<QListWidget>(form, "lstColumns").currentRow(), 1);
+    EXPECT_EQ(List(form, "lstColumns").currentRow(), 1);
     DoubleClick(form, "lstHeaders", 0);
     EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y"}));
     EXPECT_EQ(preview.model()->headerData(1, Qt::Horizontal).toString(), "Column 2\nX");
@@ -204,71 +188,28 @@ TEST_F(Import, AsksBeforeItOverwritesAndLeavesTheSheetWhereCancelled) {
   CloseUnsaved();
 }
 
-// Numbers of rows, and the first and the last cells, as the files have them.
-TEST_F(Import, OpensEverySampleFileOfTheCommandLine) {
+// A missing marker, deviations, a long file and a decimal comma; what every sample file holds is tested with the
+// import.
+TEST_F(Import, OpensAFileOfTheCommandLine) {
   const struct {
     const char* File;
     int Variables;
     bool Sd;
-    Texts Headers;
     std::size_t Rows;
     const char *First, *Last;
     const char* Missing = "";
     char Decimal = '.';
   } kFiles[] = {
-      {"airquality.csv", 3, false, {"solar", "wind", "temp", "ozone"}, 153, "190 7.4 67 41", "223 11.5 68 20", "NA"},
-      {"airquality_blank.csv", 2, false, {"wind", "temp", "ozone"}, 153, "7.4 67 41", "11.5 68 20"},
-      {"airquality_wind.txt", 1, false, {"wind", "ozone"}, 153, "7.4 41", "11.5 20", "-999"},
-      {"cars.csv", 1, false, {"speed", "dist"}, 50, "4 2", "25 85"},
-      {"cars_crlf.csv", 1, false, {"speed", "dist"}, 50, "4 2", "25 85"},
-      {"dnase_run1.txt", 1, false, {"conc", "density"}, 16, "0.04882812 0.017", "12.5 1.71"},
-      {"dnase_sd.txt",
-       1,
-       true,
-       {"conc", "density", "sd"},
-       8,
-       "0.04882812 0.05331818 0.02756358",
-       "12.5 1.769864 0.08462258"},
-      {"ethanol.txt", 2, false, {"C", "E", "NOx"}, 88, "12 0.907 3.741", "18 0.655 1.9"},
-      {"gamma_spectrum.txt", 1, true, {"energy", "counts", "sd"}, 300, "1074.8281 17 4.123106", "1129.484 12 3.464102"},
-      {"longley.csv",
-       6,
-       false,
-       {"deflator", "gnp", "unemployed", "armed_forces", "population", "year", "employed"},
-       16,
-       "83 234.289 235.6 159 107.608 1947 60.323",
+      {"airquality.csv", 3, false, 153, "190 7.4 67 41", "223 11.5 68 20", "NA"},
+      {"gamma_spectrum.txt", 1, true, 300, "1074.8281 17 4.123106", "1129.484 12 3.464102"},
+      {"longley.csv", 6, false, 16, "83 234.289 235.6 159 107.608 1947 60.323",
        "116.9 554.894 400.7 282.7 130.081 1962 70.551"},
-      {"mauna_loa_co2.csv", 1, false, {"year", "co2"}, 468, "1959 315.42", "1997.917 364.34"},
-      {"mcycle.txt", 1, false, {"time", "accel"}, 133, "2.4 0", "57.6 10.7"},
-      {"old_faithful.csv", 1, false, {"eruptions", "waiting"}, 272, "3.6 79", "4.467 74"},
-      {"plant_uptake_sd.txt",
-       2,
-       true,
-       {"conc", "chilled", "uptake", "sd"},
-       14,
-       "95 0 13.28333 2.39868",
-       "1000 1 29.78333 12.41055"},
-      {"pressure.csv", 1, false, {"temperature", "pressure"}, 19, "0 0.0002", "360 806"},
-      {"pressure_decimal_comma.csv", 1, false, {"temperature", "pressure"}, 19, "0 0.0002", "360 806", "", ','},
-      {"puromycin_treated.txt", 1, false, {"conc", "rate"}, 12, "0.02 76", "1.1 200"},
-      {"puromycin_untreated.txt", 1, false, {"conc", "rate"}, 11, "0.02 67", "1.1 160"},
-      {"stackloss.txt",
-       3,
-       false,
-       {"air_flow", "water_temp", "acid_conc", "stack_loss"},
-       21,
-       "80 27 89 42",
-       "70 20 91 15"},
-      {"steam.txt", 1, false, {"temp", "press"}, 14, "0 4.14", "105 920.01"},
-      {"stormer.txt", 2, false, {"viscosity", "weight", "time"}, 23, "14.7 20 35.6", "298.3 100 86.5"},
-      {"trees.txt", 2, false, {"girth", "height", "volume"}, 31, "8.3 70 10.3", "20.6 87 77"},
-      {"weight_loss.txt", 1, false, {"days", "weight"}, 52, "0 184.35", "246 112.6"},
-      {"women.txt", 1, false, {"height", "weight"}, 15, "58 115", "72 164"},
+      {"pressure_decimal_comma.csv", 1, false, 19, "0 0.0002", "360 806", "", ','},
   };
   for (const auto& c : kFiles) {
     SCOPED_TRACE(c.File);
     session.Locale.DecimalSeparator = c.Decimal;
-    const std::string file = DataFile(c.File);
+    const std::string file = TestData(c.File);
     dialogs.Said.clear();
     dialogs.Press(QMessageBox::Ok);
     ChooseKind(c.Variables + c.Sd, c.Variables, c.Sd);
@@ -291,7 +232,6 @@ TEST_F(Import, OpensEverySampleFileOfTheCommandLine) {
     ASSERT_EQ(rows.size(), c.Rows);
     EXPECT_EQ(rows.front(), c.First);
     EXPECT_EQ(rows.back(), c.Last);
-    EXPECT_EQ(Document().Sheet.Headers, c.Headers);
     EXPECT_EQ(Document().Sheet.HasStandardDeviation, c.Sd);
     EXPECT_TRUE(Active().isWindowModified());
     CloseUnsaved();
@@ -299,7 +239,7 @@ TEST_F(Import, OpensEverySampleFileOfTheCommandLine) {
 }
 
 TEST_F(Import, LeavesNoWindowBehindWhereCancelled) {
-  const std::string file = DataFile("cars.csv"), empty = folder.Write("empty.csv", "\n");
+  const std::string file = TestData("cars.csv"), empty = folder.Write("empty.csv", "\n");
   dialogs.Press(QMessageBox::Ok);
   ChooseKind(1, 1, false);
   dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });
@@ -337,7 +277,7 @@ TEST_F(Import, LeavesNoWindowBehindWhereCancelled) {
 
 TEST_F(Import, ReadsTheSheetsOfASpreadsheet) {
   for (const char* name : {"spreadsheets/runs.ods", "spreadsheets/office.xlsx"}) {
-    const std::string file = DataFile(name);
+    const std::string file = TestData(name);
     Start();
     dialogs.ChooseFile(file);
     dialogs.Do([&](QDialog& form) {
@@ -358,9 +298,9 @@ TEST_F(Import, ReadsTheSheetsOfASpreadsheet) {
       EXPECT_FALSE(In(form, "cmdAssign").isEnabled());
       QTest::keyClick(&sheets, Qt::Key_Home);
       EXPECT_EQ(StartRow(form), "2");
-      In<QListWidget>(form, "lstColumns").setCurrentRow(2);
+      List(form, "lstColumns").setCurrentRow(2);
       Click(form, "cmdAssign");
-      In<QListWidget>(form, "lstColumns").setCurrentRow(1);
+      List(form, "lstColumns").setCurrentRow(1);
       Click(form, "cmdAssign");
       Click(form, "Finish");
     });
@@ -415,13 +355,13 @@ TEST_F(Import, ReadsATableOfADatabase) {
     EXPECT_FALSE(In(form, "Finish").isEnabled() || In(form, "cmdConnect").isEnabled());
     auto& source = In<QComboBox>(form, "cboSource");
     source.setCurrentText("lost");
-    EXPECT_EQ(In<QLineEdit>(form, "txtConnect").text(), "DSN=lost");
+    EXPECT_EQ(Box(form, "txtConnect").text(), "DSN=lost");
     QTest::keyClicks(&In(form, "txtPassword"), "secret");
     Click(form, "cmdConnect");
     EXPECT_TRUE(dialogs.Said.back().starts_with("Error importing data from 'lost'. ")) << dialogs.Said.back();
     EXPECT_EQ(dialogs.Said.back().find("secret"), std::string::npos);
     In<QComboBox>(form, "cboSource").setCurrentText("lab");
-    In<QLineEdit>(form, "txtPassword").clear();
+    Box(form, "txtPassword").clear();
     Click(form, "cmdConnect");
     auto& table = In<QComboBox>(form, "cboTable");
     EXPECT_EQ(table.currentText(), "runs");
@@ -436,7 +376,7 @@ TEST_F(Import, ReadsATableOfADatabase) {
     Click(form, "Finish");
     EXPECT_EQ(dialogs.Said.back(), kSomeUnassignedOfDatabase);
     // What is typed is no longer the source that was chosen, and nothing is shown of it until it is connected to.
-    auto& connect = In<QLineEdit>(form, "txtConnect");
+    auto& connect = Box(form, "txtConnect");
     connect.selectAll();
     QTest::keyClicks(&connect, QString::fromStdString(database));
     EXPECT_EQ(In<QComboBox>(form, "cboSource").currentIndex(), 0);
@@ -470,7 +410,7 @@ TEST_F(Import, IsCancelledWhileADatabaseIsSlow) {
   });
   user.start(20);
   dialogs.Do([&](QDialog& form) {
-    auto& connect = In<QLineEdit>(form, "txtConnect");
+    auto& connect = Box(form, "txtConnect");
     connect.setText(QString::fromStdString("Driver=" + AwkwardDriver() + ";Server=deaf"));
     Click(form, "cmdConnect");
     EXPECT_EQ(waits, 1);
@@ -515,9 +455,9 @@ TEST_F(Import, IsUsedByKeysAndReadAloud) {
   for (const auto& [file, order] :
        {std::pair("women.txt", behind({"Tab", "Comma", "SemiColon", "Space", "DupCheck", "ckLocale"})),
         {"spreadsheets/runs.ods", behind({"cboSheet"})}}) {
-    dialogs.ChooseFile(DataFile(file));
+    dialogs.ChooseFile(TestData(file));
     dialogs.Do([&, order = order](QDialog& form) {
-      In<QListWidget>(form, "lstHeaders").setCurrentRow(0);
+      List(form, "lstHeaders").setCurrentRow(0);
       if (In(form, "cmdUnAssign").isEnabled()) Click(form, "cmdUnAssign");
       check(form, order);
     });

@@ -5,7 +5,6 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDesktopServices>
-#include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QListWidget>
 #include <QMdiSubWindow>
@@ -29,26 +28,6 @@
 namespace quorvex {
 namespace {
 
-void Press(QDialog& form, QDialogButtonBox::StandardButton button) {
-  QTest::mouseClick(form.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
-}
-
-void TypeInto(QDialog& form, const char* name, const QString& text) {
-  auto* edit = form.findChild<QLineEdit*>(name);
-  ASSERT_NE(edit, nullptr) << name;
-  edit->setFocus();
-  edit->selectAll();
-  QTest::keyClicks(edit, text);
-}
-
-void Tick(QDialog& form, const char* name) {
-  auto* box = form.findChild<QCheckBox*>(name);
-  ASSERT_NE(box, nullptr) << name;
-  QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
-}
-
-void GoToPage(QDialog& form, int page) { form.findChild<QTabWidget*>()->setCurrentIndex(page); }
-
 TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   Start();
   Type("3", std::nullopt);  // an entry that is still open is not lost
@@ -56,8 +35,8 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
     TypeInto(form, "txttolerance", "0.05");
     TypeInto(form, "txtmaxiterations", "0");
     GoToPage(form, 1);
-    Tick(form, "ckshow90ci");
-    form.findChild<QComboBox*>("cmbsortindex")->setCurrentText("StdErr");
+    Click(form, "ckshow90ci");
+    In<QComboBox>(form, "cmbsortindex").setCurrentText("StdErr");
     // Refused: back to the page of the field, with the field selected.
     dialogs.Press(QMessageBox::Ok);
     Press(form, QDialogButtonBox::Ok);
@@ -89,9 +68,9 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   Trigger("mnuFilePref");
   EXPECT_EQ(session.Preferences.MaxIterations, 77);
   dialogs.Do([](QDialog& form) {
-    EXPECT_EQ(form.findChild<QLineEdit*>("txtmaxiterations")->text(), "77");
-    QTest::mouseClick(form.findChild<QPushButton*>("cmdDefaults"), Qt::LeftButton);
-    EXPECT_EQ(form.findChild<QLineEdit*>("txtmaxiterations")->text(), "250");
+    EXPECT_EQ(Box(form, "txtmaxiterations").text(), "77");
+    Click(form, "cmdDefaults");
+    EXPECT_EQ(Box(form, "txtmaxiterations").text(), "250");
     Press(form, QDialogButtonBox::Ok);
   });
   Trigger("mnuFilePref");
@@ -206,7 +185,7 @@ TEST_F(Frame, TurnsUndoOffAtOnceInOpenWindows) {
   dialogs.Do([](QDialog& form) {
     TypeInto(form, "txtundolevels", "0");
     TypeInto(form, "txtdefault_numiv", "3");
-    Tick(form, "ckdefault_showsdev");
+    Click(form, "ckdefault_showsdev");
     Press(form, QDialogButtonBox::Ok);
   });
   Trigger("mnuGenPref");
@@ -227,7 +206,7 @@ TEST_F(Frame, StoresFontsColoursAndPatternsOfPlots) {
   dialogs.Do([this](QDialog& form) {
     GoToPage(form, 2);
     TypeInto(form, "txtxlabelstring", "0.0E+00");
-    EXPECT_EQ(form.findChild<QLabel*>("samplexlabelstring")->text(), "such as 1.2E+03   5.0E-02");
+    EXPECT_EQ(Text(form, "samplexlabelstring"), "such as 1.2E+03   5.0E-02");
     GoToPage(form, 5);
     auto* color = form.findChild<ColorButton*>("cmdtickpencolor");
     dialogs.Do([](QDialog& colors) {
@@ -241,15 +220,15 @@ TEST_F(Frame, StoresFontsColoursAndPatternsOfPlots) {
     fonts->setCurrentRow(2);
     auto* size = form.findChild<QDoubleSpinBox*>("txtFontSize");
     EXPECT_FALSE(size->isEnabled());
-    Tick(form, "ckOfPlot");
+    Click(form, "ckOfPlot");
     EXPECT_TRUE(size->isEnabled());
     size->setValue(14);
-    Tick(form, "ckBold");
+    Click(form, "ckBold");
     fonts->setCurrentRow(3);
-    EXPECT_TRUE(form.findChild<QCheckBox*>("ckOfPlot")->isChecked());
-    EXPECT_FALSE(form.findChild<QCheckBox*>("ckBold")->isChecked());
+    EXPECT_TRUE(In<QCheckBox>(form, "ckOfPlot").isChecked());
+    EXPECT_FALSE(In<QCheckBox>(form, "ckBold").isChecked());
     fonts->setCurrentRow(2);
-    EXPECT_TRUE(form.findChild<QCheckBox*>("ckBold")->isChecked());
+    EXPECT_TRUE(In<QCheckBox>(form, "ckBold").isChecked());
     Press(form, QDialogButtonBox::Ok);
   });
   Trigger("mnuGenPref");
@@ -290,16 +269,16 @@ TEST_F(Frame, ShowsATipAtTheStartUntilToldNotTo) {
     for (std::size_t i = 0; i < Tips().size(); ++i) {
       seen.insert(label->text());
       EXPECT_LE(label->heightForWidth(label->width()), label->height());
-      QTest::mouseClick(form.findChild<QPushButton*>("cmdNextTip"), Qt::LeftButton);
+      Click(form, "cmdNextTip");
     }
     EXPECT_EQ(seen.size(), Tips().size());
     EXPECT_EQ(label->text(), first);
-    QTest::mouseClick(form.findChild<QPushButton*>("cmdNextTip"), Qt::LeftButton);
-    QTest::mouseClick(form.findChild<QPushButton*>("cmdPreviousTip"), Qt::LeftButton);
+    Click(form, "cmdNextTip");
+    Click(form, "cmdPreviousTip");
     EXPECT_EQ(label->text(), first);
     ExpectMnemonicsDoNotMeet(form);
     const AccessibilityWalk walk(form);
-    Tick(form, "chkLoadTipsAtStartup");
+    Click(form, "chkLoadTipsAtStartup");
     QTest::keyClick(&form, Qt::Key_Escape);
   });
   Start();

@@ -9,13 +9,13 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDialogButtonBox>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPrinter>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -29,8 +29,8 @@
 namespace quorvex {
 namespace {
 
-// What a user enters, control by control.
-using Entries = std::vector<std::pair<const char*, const char*>>;
+// What a user enters, control by control: "name=text, name=text", or the name alone of what is clicked.
+using Entries = QString;
 
 class SheetDialogs : public Frame {
  protected:
@@ -53,10 +53,10 @@ class SheetDialogs : public Frame {
   }
 
   static void Enter(QWidget& dialog, const Entries& entries) {
-    for (const auto& [name, text] : entries) {
-      auto* control = dialog.findChild<QWidget*>(name);
-      ASSERT_NE(control, nullptr) << name;
-      ASSERT_TRUE(control->isVisible() && control->isEnabled()) << name;
+    for (const QString& entry : entries.split(", ", Qt::SkipEmptyParts)) {
+      const QString name = entry.section('=', 0, 0), text = entry.section('=', 1);
+      QWidget* const control = &In(dialog, qPrintable(name));
+      ASSERT_TRUE(control->isVisible() && control->isEnabled()) << name.toStdString();
       if (auto* edit = qobject_cast<QLineEdit*>(control)) {
         edit->setFocus();
         edit->selectAll();
@@ -136,170 +136,35 @@ class SheetDialogs : public Frame {
   }
 };
 
+// Each dialog, and each page of the one that fills, takes what its fields say; what a command refuses and computes is
+// tested with the commands.
 TEST_F(SheetDialogs, ComputeNewCellsOnceTheEntryIsRight) {
-  const std::string kEquation = "The equation you entered is not valid. ";
-  const std::string kSyntax = "Please check the equation syntax.";
   const struct {
-    const char *Action, *Dialog;
-    int Top, Left, Bottom, Right;
-    Entries Wrong;
-    std::string Refusal;
-    Entries Corrected;
-    std::string Label;
+    const char* Action;
+    int Left, Right;  // the columns of the selection
+    Entries Wrong, Corrected;
     int Row, Col;
     const char* Result;
   } cases[] = {
-      {"mnuDataFill",
-       "DataSweep",
-       1,
-       2,
-       4,
-       2,
-       {{"ConstantText", "ten"}},
-       "Please enter a valid constant.",
-       {{"ConstantText", "7"}},
-       "&Undo Sweep Constant in Y",
-       4,
-       2,
-       "7"},
-      {"mnuDataFill",
-       "DataSweep",
-       1,
-       2,
-       4,
-       2,
-       {{"SelRow1", "9"}, {"ConstantText", "1"}},
-       "Start Row must be greater than End Row.",
-       {{"SelRow1", "4"}},
-       "&Undo Sweep Constant in Y",
-       4,
-       2,
-       "1"},
-      {"mnuDataFill",
-       "DataSweep",
-       1,
-       2,
-       4,
-       2,
-       {{"MethodOption1", ""}, {"LinStart", "1"}},
-       "Please enter a valid number for the increment.",
-       {{"LinIncrement", "0.5"}},
-       "&Undo Sweep Linear in Y",
-       3,
-       2,
-       "2"},
-      {"mnuDataFill",
-       "DataSweep",
-       1,
-       2,
-       4,
-       2,
-       {{"MethodOption2", ""}, {"FuncText", "a*x"}, {"FuncStart", "0"}, {"FuncIncrement", "1"}},
-       kEquation + "It appears to contain variable coefficients, which are not allowed when sweeping data. " + kSyntax,
-       {{"FuncText", "x^2"}},
-       "&Undo Sweep Function in Y",
-       4,
-       2,
-       "9"},
-      {"mnuDataFill",
-       "DataSweep",
-       1,
-       1,
-       4,
-       1,
-       {{"MethodOption3", ""}, {"ColumnFunc", "2"}},
-       kEquation + "It does not appear to contain the independent variable 'X'. " + kSyntax,
-       {{"ColumnFunc", "x/2"}, {"UpDnXCol", "2"}},
-       "&Undo Sweep Function in X",
-       4,
-       1,
-       "20"},
-      {"mnuDataScale",
-       "Factor",
-       1,
-       1,
-       4,
-       2,
-       {{"ScaleText", "twice"}},
-       "Please enter a valid scale factor.",
-       {{"ScaleText", "2"}},
-       "&Undo Scale",
-       3,
-       2,
-       "-60"},
-      {"mnuDataTranslate",
-       "Factor",
-       1,
-       1,
-       4,
-       1,
-       {},
-       "Please enter a valid translation factor.",
-       {{"ScaleText", "-1"}},
-       "&Undo Translate",
-       1,
-       1,
-       "0"},
-      {"mnuDataSort",
-       "Sort",
-       1,
-       1,
-       4,
-       2,
-       {{"SortKey1", "(none)"}},
-       "Invalid Sort Keys. At least the first key must be specified.",
-       {{"SortKey1", "Y"}, {"Descend1", ""}},
-       "&Undo Sort",
-       1,
-       1,
-       "-4"},
-      {"mnuDataSort",
-       "Sort",
-       1,
-       1,
-       4,
-       2,
-       {{"SortKey2", "X"}},
-       "Invalid Sort Keys. You have specified duplicate sort keys.",
-       {{"SortKey2", "Y"}},
-       "&Undo Sort",
-       1,
-       1,
-       "-4"},
-      {"mnuDataZeroNegative",
-       "frmZeroSelect",
-       1,
-       1,
-       1,
-       1,
-       {},
-       "Please select a column or 'Cancel'.",
-       {{"ckZero1", ""}},
-       "&Undo Zero Negative Data",
-       4,
-       1,
-       "0"},
-      {"mnuDataZeroPositive",
-       "frmZeroSelect",
-       1,
-       1,
-       1,
-       1,
-       {},
-       "Please select a column or 'Cancel'.",
-       {{"ckZero2", ""}},
-       "&Undo Zero Positive Data",
-       4,
-       2,
-       "0"},
+      {"mnuDataFill", 2, 2, "ConstantText=ten", "ConstantText=7", 4, 2, "7"},
+      {"mnuDataFill", 2, 2, "SelRow1=9, ConstantText=1", "SelRow1=4", 4, 2, "1"},
+      {"mnuDataFill", 2, 2, "MethodOption1, LinStart=1", "LinIncrement=0.5", 3, 2, "2"},
+      {"mnuDataFill", 2, 2, "MethodOption2, FuncText=a*x, FuncStart=0, FuncIncrement=1", "FuncText=x^2", 4, 2, "9"},
+      {"mnuDataFill", 1, 1, "MethodOption3, ColumnFunc=2", "ColumnFunc=x/2, UpDnXCol=2", 4, 1, "20"},
+      {"mnuDataScale", 1, 2, "ScaleText=twice", "ScaleText=2", 3, 2, "-60"},
+      {"mnuDataTranslate", 1, 1, "", "ScaleText=-1", 1, 1, "0"},
+      {"mnuDataSort", 1, 2, "SortKey1=(none)", "SortKey1=Y, Descend1", 1, 1, "-4"},
+      {"mnuDataSort", 1, 2, "SortKey2=X", "SortKey2=Y", 1, 1, "-4"},
+      {"mnuDataZeroNegative", 1, 1, "", "ckZero1", 4, 1, "0"},
+      {"mnuDataZeroPositive", 1, 1, "", "ckZero2", 4, 2, "0"},
   };
   StartWithData();
   const auto before = Cells();
   for (const auto& c : cases) {
-    Select(c.Top, c.Left, c.Bottom, c.Right);
+    SCOPED_TRACE(c.Action + std::string(c.Result));
+    Select(1, c.Left, 4, c.Right);
     const QItemSelection selected = Grid().selectionModel()->selection();
     dialogs.Do([&](QDialog& dialog) {
-      EXPECT_EQ(dialog.objectName(), c.Dialog);
       Inspect(dialog);
       Enter(dialog, c.Wrong);
       Accept(dialog);
@@ -307,14 +172,12 @@ TEST_F(SheetDialogs, ComputeNewCellsOnceTheEntryIsRight) {
       Enter(dialog, c.Corrected);
       Accept(dialog);
     });
-    dialogs.Press(QMessageBox::Ok);
+    dialogs.Press(QMessageBox::Ok);  // the refusal
     Trigger(c.Action);
-    EXPECT_EQ(dialogs.Said.back(), c.Refusal);
-    EXPECT_EQ(Shown(c.Row, c.Col), c.Result) << c.Label;
-    EXPECT_EQ(UndoText(), c.Label);
+    EXPECT_EQ(Shown(c.Row, c.Col), c.Result);
     EXPECT_EQ(Grid().selectionModel()->selection(), selected);
     Trigger("mnuEditUndo");
-    EXPECT_EQ(Cells(), before) << c.Label;
+    EXPECT_EQ(Cells(), before);
     EXPECT_EQ(UndoText(), "Can't &Undo");
     EXPECT_FALSE(frame->findChild<QAction*>("mnuEditUndo")->isEnabled());
   }
@@ -341,20 +204,12 @@ TEST_F(SheetDialogs, RefuseSeveralRangesBeforeTheyOpen) {
   StartWithData();
   Select(1, 1, 1, 1);
   Select(4, 2, 4, 2, QItemSelectionModel::Select);
-  const std::pair<const char*, const char*> cases[] = {{"mnuEditPasteSpecial", "Paste Special"},
-                                                       {"mnuEditCopySpecial", "Copy Special"},
-                                                       {"mnuDataFill", "Fill"},
-                                                       {"mnuDataSort", "Sort"},
-                                                       {"mnuDataCombine", "Combine"}};
-  for (const auto& [action, command] : cases) {
+  for (const char* action :
+       {"mnuEditPasteSpecial", "mnuEditCopySpecial", "mnuDataFill", "mnuDataSort", "mnuDataCombine", "mnuDataScale"}) {
     dialogs.Press(QMessageBox::Ok);
     Trigger(action);
-    EXPECT_EQ(dialogs.Said.back(), std::string("Invalid range selection. The '") + command +
-                                       "' command cannot be used on multiple selections.");
+    EXPECT_TRUE(dialogs.Said.back().starts_with("Invalid range selection.")) << action;
   }
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuDataScale");
-  EXPECT_EQ(dialogs.Said.back(), "Invalid range selection. Please select a range of cells to manipulate.");
   Close();
 }
 
@@ -362,10 +217,8 @@ TEST_F(SheetDialogs, SortAllColumnsWhereTheUserWantsThat) {
   StartWithData();
   Select(1, 1, 4, 1);
   dialogs.Press(QMessageBox::Yes);
-  Fill({{"SortKey1", "X"}});
+  Fill("SortKey1=X");
   Trigger("mnuDataSort");
-  EXPECT_EQ(dialogs.Said.back(),
-            "There is data in columns in addition to ones you have selected. Do you want to include all");
   EXPECT_EQ(Cells(2), (std::vector<std::vector<std::string>>{{"-4", "40"}, {"1", "10"}}));
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(1, 2), "10");
@@ -379,7 +232,7 @@ TEST_F(SheetDialogs, CombineColumns) {
   EXPECT_EQ(dialogs.Said.back(), "There is no data to combine.");
   StartWithData();
   Select(1, 2, 1, 2);
-  Fill({{"cmbFirstCol", "Y"}, {"cmbOperation", "/   (divide)"}, {"cmbSecondCol", "X"}, {"cmbResultCol", "Y"}});
+  Fill("cmbFirstCol=Y, cmbOperation=/   (divide), cmbSecondCol=X, cmbResultCol=Y");
   Trigger("mnuDataCombine");
   EXPECT_EQ(Shown(3, 2), "-10");
   EXPECT_EQ(UndoText(), "&Undo Combine");
@@ -407,17 +260,17 @@ TEST_F(SheetDialogs, AverageReplicates) {
 TEST_F(SheetDialogs, PasteAndCopyWithRowsAndColumnsExchanged) {
   StartWithData();
   Select(1, 1, 4, 2);
-  Fill({{"ckRotated", ""}});
+  Fill("ckRotated");
   Trigger("mnuEditCopySpecial");
   EXPECT_EQ(QApplication::clipboard()->text().remove('\r'), "1\t2\t3\t-4\n10\t20\t-30\t40\n");
   Select(5, 1, 5, 1);
-  Fill({{"ckRotated", ""}});
+  Fill("ckRotated");
   Trigger("mnuEditPasteSpecial");
   EXPECT_EQ(Shown(7, 2), "-30");
   EXPECT_EQ(UndoText(), "&Undo Paste Rotated");
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(7, 2), "");
-  Fill({});
+  Fill("");
   Trigger("mnuEditPasteSpecial");
   EXPECT_EQ(Shown(6, 2), "20");  // what has no place in two columns is left out
   EXPECT_EQ(UndoText(), "&Undo Paste Special");
@@ -523,14 +376,14 @@ TEST_F(SheetDialogs, FormatWholeColumns) {
   Grid().selectColumn(0);
   dialogs.Do([](QDialog& dialog) {
     Inspect(dialog);
-    EXPECT_EQ(dialog.findChild<QComboBox*>("NumberFormat")->currentText(), "General");
-    EXPECT_EQ(dialog.findChild<QLabel*>("Sample")->text(), "1");
-    Enter(dialog, {{"NumberFormat", "0.00"}});
-    EXPECT_EQ(dialog.findChild<QLabel*>("Sample")->text(), "1.00");
-    auto* typed = dialog.findChild<QComboBox*>("NumberFormat")->lineEdit();
+    EXPECT_EQ(In<QComboBox>(dialog, "NumberFormat").currentText(), "General");
+    EXPECT_EQ(Text(dialog, "Sample"), "1");
+    Enter(dialog, "NumberFormat=0.00");
+    EXPECT_EQ(Text(dialog, "Sample"), "1.00");
+    auto* typed = In<QComboBox>(dialog, "NumberFormat").lineEdit();
     typed->selectAll();
     QTest::keyClicks(typed, "0.0E+00");
-    EXPECT_EQ(dialog.findChild<QLabel*>("Sample")->text(), "1.0E+00");
+    EXPECT_EQ(Text(dialog, "Sample"), "1.0E+00");
     Accept(dialog);
   });
   Trigger("mnuFormatCells");
@@ -590,7 +443,7 @@ TEST_F(SheetDialogs, FindTextInTheSheetInFront) {
   Inspect(*form);
   auto* next = form->findChild<QPushButton*>("cmdFindNext");
   EXPECT_FALSE(next->isEnabled());
-  Enter(*form, {{"txtFindWhat", "0"}, {"cmbSearchBy", "By Rows"}});
+  Enter(*form, "txtFindWhat=0, cmbSearchBy=By Rows");
   Grid().setCurrentIndex(Grid().model()->index(0, 1));
   QTest::mouseClick(next, Qt::LeftButton);
   EXPECT_EQ(Current(), std::pair(2, 2));
@@ -598,7 +451,7 @@ TEST_F(SheetDialogs, FindTextInTheSheetInFront) {
   EXPECT_EQ(Current(), std::pair(3, 2));
   Trigger("mnuEditFindNext");
   EXPECT_EQ(Current(), std::pair(4, 2));
-  Enter(*form, {{"ckMatchCells", ""}});
+  Enter(*form, "ckMatchCells");
   dialogs.Press(QMessageBox::Ok);
   QTest::mouseClick(next, Qt::LeftButton);
   EXPECT_EQ(dialogs.Said.back(), "Quorvex could not find the specified data.");
@@ -618,9 +471,9 @@ TEST_F(SheetDialogs, GoToACell) {
   StartWithData();
   dialogs.Do([](QDialog& dialog) {
     Inspect(dialog);
-    Enter(dialog, {{"txtReference", "nowhere"}});
+    Enter(dialog, "txtReference=nowhere");
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(dialog.findChild<QLineEdit*>("txtReference")->selectedText(), "nowhere");
+    EXPECT_EQ(Box(dialog, "txtReference").selectedText(), "nowhere");
     QTest::keyClicks(dialog.focusWidget(), "B60000");
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
   });
@@ -650,7 +503,7 @@ TEST_F(SheetDialogs, ShowStatisticsThatCanBeTakenElsewhere) {
     QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton);
   };
 
-  Fill({{"NumberFormat", "0.00"}});
+  Fill("NumberFormat=0.00");
   click("cmdFormat");
   EXPECT_EQ(grid->item(1, 6)->text(), "10.00");
   EXPECT_EQ(grid->item(1, 1)->text(), "4");
@@ -726,30 +579,24 @@ TEST_F(SheetDialogs, TakeTheKeysOfTheSheetWhereItHasTheFocus) {
   Close();
 }
 
-TEST_F(SheetDialogs, OpenChangeAndEmptyAFullSheetAtOnce) {
+// However many cells change, the view is told once or twice and asks for those that it shows.
+TEST_F(SheetDialogs, ChangeAFullSheetInOnePiece) {
   Project full = NewProject(1, true, {});
   for (std::size_t row = 1; row <= 65'536; ++row)
     for (std::size_t col = 1; col <= 3; ++col) full.Sheet.Cells.SetGridCellNumber(row, col, 1.0 / double(row + col));
   ASSERT_EQ(WriteProject(full, folder.Path("full.qvx")), 0);
   Start();
-  QElapsedTimer clock;
-  clock.start();
   frame->OpenFile(QString::fromStdString(folder.Path("full.qvx")));
-  frame->grab();
-  EXPECT_LT(clock.elapsed(), 1000);
+  QSignalSpy changed(Grid().model(), &QAbstractItemModel::dataChanged);
   Trigger("mnuEditSelectAll");
   Trigger("mnuEditCopy");
-  clock.restart();
-  Trigger("mnuEditPaste");
-  frame->grab();
-  EXPECT_LT(clock.elapsed(), 1000);
-  EXPECT_EQ(Document().Sheet.Cells.GridCellNumber(65'536, 3), 1.0 / 65'539);
-  for (const char* command : {"mnuEditCut", "mnuEditUndo", "mnuEditClear", "mnuEditUndo", "mnuEditDelete"}) {
-    clock.restart();
+  for (const char* command : {"mnuEditPaste", "mnuEditCut", "mnuEditUndo", "mnuEditClear", "mnuEditUndo"}) {
     Trigger(command);
-    frame->grab();
-    EXPECT_LT(clock.elapsed(), 1000) << command;
+    EXPECT_LE(changed.size(), 3) << command;
+    changed.clear();
   }
+  EXPECT_EQ(Document().Sheet.Cells.GridCellNumber(65'536, 3), 1.0 / 65'539);
+  Trigger("mnuEditDelete");
   EXPECT_EQ(Document().Sheet.Cells.GridLastRow(), 0u);
   Close();
 }

@@ -1,11 +1,8 @@
 #pragma once
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QGroupBox>
-#include <QListWidget>
 #include <QTableView>
-#include <algorithm>
 #include <cmath>
 
 #include "Frame.h"
@@ -14,29 +11,6 @@
 #include "solve/ui/ProgressWindow.h"
 
 namespace quorvex {
-
-inline void Click(QWidget& window, const char* button) {
-  auto* found = window.findChild<QAbstractButton*>(button);
-  ASSERT_NE(found, nullptr) << button;
-  // Of a wide option only the mark and the text take the click.
-  QTest::mouseClick(found, Qt::LeftButton, {}, {std::min(found->width() / 2, 12), found->height() / 2});
-}
-
-inline void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
-  QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
-}
-
-inline QListWidget& List(QWidget& window, const char* name) { return *window.findChild<QListWidget*>(name); }
-
-inline QStringList Rows(const QListWidget& list) {
-  QStringList rows;
-  for (int i = 0; i < list.count(); ++i) rows << list.item(i)->text();
-  return rows;
-}
-
-inline void Choose(QListWidget& list, const QString& text) {
-  list.setCurrentItem(list.findItems(text, Qt::MatchExactly).value(0));
-}
 
 // The frame with what a user does to solve.
 class SolveFrame : public Frame {
@@ -117,7 +91,5 @@ class DuringSolve {
   std::vector<Step> steps_;
   std::size_t next_ = 0;
 };
-
-inline QString Text(ProgressWindow& window, const char* label) { return window.findChild<QLabel*>(label)->text(); }
 
 }  // namespace quorvex

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -21,12 +20,12 @@ class SolveMenuTest : public SolveFrame {};
 
 TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   Open(30);
-  EXPECT_TRUE(Active().findChild<QLabel*>("none")->isVisible());
+  EXPECT_TRUE(In<QLabel>(Active(), "none").isVisible());
   SolveOne("mine");
   EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Solution was successful."});
   EXPECT_EQ(SolvedRows(), "1 mine");
   EXPECT_TRUE(Solved().isVisible());
-  EXPECT_FALSE(Active().findChild<QLabel*>("none")->isVisible());
+  EXPECT_FALSE(In<QLabel>(Active(), "none").isVisible());
   EXPECT_EQ(ShownModel(), "mine");
   EXPECT_TRUE(Active().isWindowModified());
   session.Preferences.Set("maxiterations", "1");  // which "yours" does not get by with
@@ -50,7 +49,7 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   EXPECT_EQ(SolvedRows(), "1 mine");
   Trigger("mnuEditUndo");
   EXPECT_EQ(SolvedRows(), "");
-  EXPECT_TRUE(Active().findChild<QLabel*>("none")->isVisible());
+  EXPECT_TRUE(In<QLabel>(Active(), "none").isVisible());
   dialogs.Press(QMessageBox::No);
   Trigger("mnuFileClose");
   frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
@@ -176,15 +175,15 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensWhatItLeadsTo) {
     EXPECT_EQ(List(dialog, "eq_list").count(), 300);
     Click(dialog, "optWhichModels2");
     EXPECT_EQ(Rows(List(dialog, "eq_list")), (QStringList{"mine", "yours"}));
-    EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("definition_text")->toPlainText(), "Y = m*x+n");
-    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "User Defined");
+    EXPECT_EQ(In<QPlainTextEdit>(dialog, "definition_text").toPlainText(), "Y = m*x+n");
+    EXPECT_EQ(Text(dialog, "group_label"), "User Defined");
     Choose(List(dialog, "eq_list"), "yours");
     Click(dialog, "optWhichModels0");
     EXPECT_EQ(List(dialog, "eq_list").currentItem()->text(), "yours");
     Click(dialog, "optWhichModels1");
     EXPECT_EQ(List(dialog, "eq_list").count(), 298);
-    EXPECT_EQ(dialog.findChild<QLabel*>("description_label")->text(), "First Order Polynomial");
-    EXPECT_EQ(dialog.findChild<QLabel*>("group_label")->text(), "Polynomial");
+    EXPECT_EQ(Text(dialog, "description_label"), "First Order Polynomial");
+    EXPECT_EQ(Text(dialog, "group_label"), "Polynomial");
     Click(dialog, "cancel_command");
   });
   Trigger("mnuSolveRegression");
@@ -196,7 +195,7 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensWhatItLeadsTo) {
     EXPECT_EQ(List(dialog, "eq_list").count(), 300);
     EXPECT_TRUE(List(dialog, "eq_list").currentItem() != nullptr);
     Choose(List(dialog, "eq_list"), "fresh");
-    EXPECT_FALSE(dialog.findChild<QWidget*>("specify_command")->isEnabled());
+    EXPECT_FALSE(In(dialog, "specify_command").isEnabled());
     Click(dialog, "enforce_override");
     Click(dialog, "solve_command");  // asks for the estimates first
     EXPECT_TRUE(dialog.isVisible());
@@ -268,7 +267,7 @@ TEST_F(SolveMenuTest, InterpolatesClearsAndShowsTheLog) {
   Open(8);
   dialogs.Do([](QDialog& dialog) {
     Click(dialog, "optInterp0");
-    EXPECT_FALSE(dialog.findChild<QPushButton*>("solve_command")->isEnabled());  // nothing is chosen
+    EXPECT_FALSE(In<QPushButton>(dialog, "solve_command").isEnabled());  // nothing is chosen
     Click(dialog, "optInterp0");
     Click(dialog, "optInterp1");
     Click(dialog, "solve_command");
@@ -278,8 +277,9 @@ TEST_F(SolveMenuTest, InterpolatesClearsAndShowsTheLog) {
   SolveOne("mine");
   EXPECT_EQ(SolvedRows(), "1 mine| Cubic Spline| Polynomial");
   dialogs.Do([](QDialog& dialog) {
-    EXPECT_TRUE(dialog.findChild<QPlainTextEdit*>("txtLog")->toPlainText().startsWith(
-        "Beginning non-linear solution for model mine\nDetermining"));
+    EXPECT_TRUE(In<QPlainTextEdit>(dialog, "txtLog")
+                    .toPlainText()
+                    .startsWith("Beginning non-linear solution for model mine\nDetermining"));
     Press(dialog, QDialogButtonBox::Close);
   });
   Trigger("mnuSolveLog");
@@ -287,12 +287,12 @@ TEST_F(SolveMenuTest, InterpolatesClearsAndShowsTheLog) {
   // The current solution is the selected one; a cutoff that is none keeps the dialog open.
   Solved().setCurrentIndex(Solved().model()->index(1, 0));
   dialogs.Do([&](QDialog& dialog) {
-    EXPECT_TRUE(dialog.findChild<QRadioButton*>("optClear0")->isChecked());
-    EXPECT_EQ(dialog.findChild<QRadioButton*>("optClear1")->text().remove('&'), "Clear Fits with RSS >");
-    EXPECT_EQ(dialog.findChild<QLabel*>("lblBest")->text(), dialog.findChild<QLabel*>("lblWorst")->text());
+    EXPECT_TRUE(In<QRadioButton>(dialog, "optClear0").isChecked());
+    EXPECT_EQ(In<QRadioButton>(dialog, "optClear1").text().remove('&'), "Clear Fits with RSS >");
+    EXPECT_EQ(Text(dialog, "lblBest"), Text(dialog, "lblWorst"));
     auto* cutoff = dialog.findChild<QLineEdit*>("txtCutoff");
     QTest::keyClicks(cutoff, "1x");
-    EXPECT_TRUE(dialog.findChild<QRadioButton*>("optClear1")->isChecked());
+    EXPECT_TRUE(In<QRadioButton>(dialog, "optClear1").isChecked());
     Press(dialog, QDialogButtonBox::Ok);
     EXPECT_EQ(dialogs.Said.back(), "Please enter a value for the RSS cutoff or select a different option.");
     EXPECT_TRUE(dialog.isVisible());
@@ -316,26 +316,25 @@ TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
   session.Preferences.Set("diviterations", "32000");
   session.Preferences.Set("tolerance", "1E-300");
   {
-    const DuringSolve script(
-        {[&](ProgressWindow& window) {
-           if (!Text(window, "IterationLabel").startsWith("Iteration: 3")) return false;
-           EXPECT_EQ(Text(window, "status_label"), "Solving Model mine...");
-           EXPECT_EQ(window.findChild<QProgressBar*>()->maximum(), 1);
-           EXPECT_EQ(QApplication::activeModalWidget(), &window);
-           Click(window, "cmdDetail");
-           EXPECT_EQ(window.findChild<QPushButton*>("cmdDetail")->text().remove('&'), "Less Detail <");
-           EXPECT_TRUE(Text(window, "lblParam4").startsWith("third: "));
-           EXPECT_FALSE(window.findChild<QLabel*>("lblParam5")->isVisible());
-           return true;
-         },
-         [](ProgressWindow& window) {
-           Click(window, "cmdDetail");
-           EXPECT_EQ(window.findChild<QPushButton*>("cmdDetail")->text().remove('&'), "More Detail >");
-           const AccessibilityWalk walk(window);
-           ExpectMnemonicsDoNotMeet(window);
-           Click(window, "cmdPause");
-           return true;
-         }});
+    const DuringSolve script({[&](ProgressWindow& window) {
+                                if (!Text(window, "IterationLabel").startsWith("Iteration: 3")) return false;
+                                EXPECT_EQ(Text(window, "status_label"), "Solving Model mine...");
+                                EXPECT_EQ(window.findChild<QProgressBar*>()->maximum(), 1);
+                                EXPECT_EQ(QApplication::activeModalWidget(), &window);
+                                Click(window, "cmdDetail");
+                                EXPECT_EQ(In<QPushButton>(window, "cmdDetail").text().remove('&'), "Less Detail <");
+                                EXPECT_TRUE(Text(window, "lblParam4").startsWith("third: "));
+                                EXPECT_FALSE(In<QLabel>(window, "lblParam5").isVisible());
+                                return true;
+                              },
+                              [](ProgressWindow& window) {
+                                Click(window, "cmdDetail");
+                                EXPECT_EQ(In<QPushButton>(window, "cmdDetail").text().remove('&'), "More Detail >");
+                                const AccessibilityWalk walk(window);
+                                ExpectMnemonicsDoNotMeet(window);
+                                Click(window, "cmdPause");
+                                return true;
+                              }});
     SolveOne("mine");
   }
   EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
@@ -399,26 +398,24 @@ TEST_F(SolveMenuTest, KeepsCopiesBeforeAndAfterARun) {
   EXPECT_TRUE(frame->close());
 }
 
-// An iteration of this model takes more than a second, the first pass about half of one. The window answers ten times a
-// second all the same, and an abort ends the run within an iteration.
+// The first pass over so many points takes long. The window has its turns within it all the same, and an abort ends the
+// run there.
 TEST_F(SolveMenuTest, AnswersWhileAnIterationTakesLong) {
   Open(100000, "a+b*jnu(c*c,x+1)+d*student(x,f*f+2)+g*igamma(h*h+1,x)");
-  QElapsedTimer running, answer;
   int turns = 0;
-  constexpr int kWatched = 600;  // milliseconds
+  QString first;
   {
     const DuringSolve script({[&](ProgressWindow& window) {
-      if (turns++ == 0) running.start();
-      if (running.elapsed() < kWatched) return false;
+      if (turns == 0) first = Text(window, "IterationLabel");
+      if (++turns < 10) return false;
+      EXPECT_EQ(Text(window, "IterationLabel"), first);
       Click(window, "Abort_command");
-      answer.start();
       return true;
     }});
     SolveOne("mine");
   }
   EXPECT_EQ(dialogs.Said.back(), "Solution Process Aborted.");
-  EXPECT_GE(turns, kWatched / 100);
-  EXPECT_LT(answer.elapsed(), 1000);  // the box that says so included
+  EXPECT_EQ(Active().Solver().Log().find("Final Merit Function"), std::string::npos);
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }

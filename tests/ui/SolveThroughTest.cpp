@@ -45,7 +45,7 @@ class SolveThrough : public SolveFrame {
 
   // Row by row, the cells of Fit Information.
   std::vector<std::vector<std::string>> Fit() {
-    const QAbstractItemModel& model = *Results().findChild<QTableView*>("FitBook")->model();
+    const QAbstractItemModel& model = *In<QTableView>(Results(), "FitBook").model();
     std::vector<std::vector<std::string>> rows;
     for (int row = 0; row < model.rowCount(); ++row) {
       rows.emplace_back();
@@ -110,7 +110,7 @@ TEST_F(SolveThrough, SolvesAllModelsPausesAndAborts) {
     const DuringSolve script({[](ProgressWindow& window) {
                                 if (window.findChild<QProgressBar*>()->value() < 3) return false;
                                 Click(window, "cmdDetail");
-                                EXPECT_TRUE(window.findChild<QLabel*>("lblParam1")->isVisible());
+                                EXPECT_TRUE(In<QLabel>(window, "lblParam1").isVisible());
                                 return true;
                               },
                               [&](ProgressWindow& window) {
@@ -133,7 +133,7 @@ TEST_F(SolveThrough, SolvesAllModelsPausesAndAborts) {
   EXPECT_EQ(log.count("Solution Complete"), solved);
   EXPECT_EQ(log.count("Iterations stopped by user."), 1) << pausedModel.toStdString();
   EXPECT_EQ(ShownModel(), Solved().model()->index(0, 1).data().toString()) << "the best of them";
-  EXPECT_EQ(Results().findChild<QComboBox*>("EqList")->count(), solved);
+  EXPECT_EQ(In<QComboBox>(Results(), "EqList").count(), solved);
 
   // Again, and stopped in its midst: what was solved so far and before stays, and undo brings all of it back.
   const QString all = SolvedRows();
@@ -188,7 +188,7 @@ TEST_F(SolveThrough, WorksWithTwoIndependentVariables) {
   const auto answer = [&] {
     Click(Results(), "ClearCommand");
     Click(Results(), "EvalCommand");
-    return Results().findChild<QPlainTextEdit*>("txtEval")->toPlainText().split('\n');
+    return In<QPlainTextEdit>(Results(), "txtEval").toPlainText().split('\n');
   };
   Click(Results(), "evaluation");
   type("XVal_text1", "12");
@@ -206,7 +206,7 @@ TEST_F(SolveThrough, WorksWithTwoIndependentVariables) {
   Click(Results(), "optnAction1");
   type("YVal_text", y);
   for (int variable = 1; variable <= 2; ++variable) {
-    Results().findChild<QComboBox*>("cmboRoot")->setCurrentIndex(variable - 1);
+    In<QComboBox>(Results(), "cmboRoot").setCurrentIndex(variable - 1);
     lines = answer();
     ASSERT_EQ(lines.size(), 4) << lines.join('|').toStdString();
     EXPECT_EQ(lines[0], "Root search of equation: plane");
@@ -231,15 +231,15 @@ TEST_F(SolveThrough, WorksWithTwoIndependentVariables) {
   EXPECT_EQ(ShownModel(), "cone");
   auto* tabs = Results().findChild<QTabWidget*>("ResultsTab");
   for (int tab = 0; tab < tabs->count(); ++tab) tabs->setCurrentIndex(tab);
-  EXPECT_EQ(Results().findChild<QTableView*>("DataBook")->model()->rowCount(), 31);
+  EXPECT_EQ(In<QTableView>(Results(), "DataBook").model()->rowCount(), 31);
   Trigger("mnuEditUndo");
   EXPECT_EQ(SolvedRows(), "1 plane");
-  EXPECT_EQ(Results().findChild<QComboBox*>("EqList")->count(), 1);
+  EXPECT_EQ(In<QComboBox>(Results(), "EqList").count(), 1);
   tabs->setCurrentIndex(0);
   EXPECT_NEAR(std::stod(FitRow("q", "Regression Variable Results")[1]) / kPlane[2].value, 1, 1e-8);
   Trigger("mnuEditUndo");
   EXPECT_EQ(SolvedRows(), "");
-  EXPECT_EQ(Results().findChild<QComboBox*>("EqList")->count(), 0);
+  EXPECT_EQ(In<QComboBox>(Results(), "EqList").count(), 0);
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }
@@ -358,9 +358,9 @@ TEST_F(SolveThrough, LeavesTheResultsInStepWithTheProject) {
   EXPECT_EQ(list->itemText(0), "mine");
 
   // Notes have nothing to do with results.
-  const QAbstractItemModel* book = Results().findChild<QTableView*>("FitBook")->model();
+  const QAbstractItemModel* book = In<QTableView>(Results(), "FitBook").model();
   QSignalSpy made(book, &QAbstractItemModel::modelReset);
-  Active().findChild<QPlainTextEdit*>("Notes")->setPlainText("typed");
+  In<QPlainTextEdit>(Active(), "Notes").setPlainText("typed");
   EXPECT_EQ(made.size(), 0);
   EXPECT_TRUE(Active().isWindowModified());
 

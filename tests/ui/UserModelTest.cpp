@@ -6,9 +6,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 
@@ -41,21 +38,13 @@ class UserModelWindows : public Frame {
       action(dialog);
     });
   }
-  static void Click(QDialog& form, const char* button) {
-    auto* found = form.findChild<QAbstractButton*>(button);
-    ASSERT_NE(found, nullptr) << button << " in " << form.objectName().toStdString();
-    ASSERT_TRUE(found->isVisible() && found->isEnabled()) << button;
-    found->click();
-  }
   static void Choose(QDialog& form, const char* list, int row) {
-    List(form, list)->setCurrentRow(row);
+    List(form, list).setCurrentRow(row);
     QApplication::processEvents();
   }
   static void Close(QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); }
 
-  static QLineEdit* Box(QDialog& form, const char* name) { return form.findChild<QLineEdit*>(name); }
-  static QListWidget* List(QDialog& form, const char* name) { return form.findChild<QListWidget*>(name); }
-  static QString Status(QDialog& form) { return form.findChild<QLabel*>("lblStatus")->text(); }
+  static QString Status(QDialog& form) { return Text(form, "lblStatus"); }
 
   ModelClass& Add(const std::string& id, const std::vector<std::string>& lines) {
     ModelCheck check = CheckUserModel({id, "", lines, {}}, Document(), nullptr);
@@ -79,49 +68,49 @@ TEST_F(UserModelWindows, AddAModelAfterItIsRight) {
   Start();
   Then("usereq", [](QDialog& form) {
     Click(form, "cmdAdd");
-    ASSERT_EQ(List(form, "lstModels")->count(), 1);
-    EXPECT_TRUE(form.findChild<QPlainTextEdit*>("txtModel")->toPlainText().contains("Y = a*exp(-b*x)+f1\nF1 = c"));
+    ASSERT_EQ(List(form, "lstModels").count(), 1);
+    EXPECT_TRUE(In<QPlainTextEdit>(form, "txtModel").toPlainText().contains("Y = a*exp(-b*x)+f1\nF1 = c"));
     Close(form);
   });
   Then("frmEqEdit", [](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Add User Model");
-    EXPECT_EQ(form.focusWidget(), Box(form, "TxtID"));
-    EXPECT_FALSE(Box(form, "TxtFn1")->isVisible());
+    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtID"));
+    EXPECT_FALSE(Box(form, "TxtFn1").isVisible());
     EXPECT_EQ(Status(form), "For example a*exp(-b*x)");
-    QTest::keyClicks(Box(form, "TxtID"), "Decay");
-    QTest::keyClicks(Box(form, "TxtFn0"), "a*exp(-b*x+)");
+    QTest::keyClicks(&Box(form, "TxtID"), "Decay");
+    QTest::keyClicks(&Box(form, "TxtFn0"), "a*exp(-b*x+)");
     EXPECT_EQ(Status(form), "Not a model yet: Unexpected token ')'.");
     Click(form, "cmdOK");
-    EXPECT_EQ(form.focusWidget(), Box(form, "TxtFn0"));
-    EXPECT_EQ(Box(form, "TxtFn0")->selectedText(), ")");
-    EXPECT_EQ(Box(form, "TxtFn0")->selectionStart(), 11);
+    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtFn0"));
+    EXPECT_EQ(Box(form, "TxtFn0").selectedText(), ")");
+    EXPECT_EQ(Box(form, "TxtFn0").selectionStart(), 11);
 
-    Box(form, "TxtFn0")->setText("a*exp(-b*x)+f1");
+    Box(form, "TxtFn0").setText("a*exp(-b*x)+f1");
     auto* add = form.findChild<QPushButton*>("cmdAdd");
     auto* remove = form.findChild<QPushButton*>("cmdRemove");
     EXPECT_FALSE(remove->isEnabled());
     for (int n = 1; n <= 9; ++n) {
       EXPECT_EQ(add->text().remove('&'), "Add F" + QString::number(n));
       Click(form, "cmdAdd");
-      EXPECT_EQ(form.focusWidget(), Box(form, ("TxtFn" + std::to_string(n)).c_str()));
+      EXPECT_EQ(form.focusWidget(), &Box(form, ("TxtFn" + std::to_string(n)).c_str()));
     }
     EXPECT_FALSE(add->isEnabled());
     for (int n = 9; n >= 2; --n) {
       EXPECT_EQ(remove->text().remove('&'), "Remove F" + QString::number(n));
       Click(form, "cmdRemove");
     }
-    EXPECT_TRUE(Box(form, "TxtFn1")->isVisible());
-    EXPECT_FALSE(Box(form, "TxtFn2")->isVisible());
+    EXPECT_TRUE(Box(form, "TxtFn1").isVisible());
+    EXPECT_FALSE(Box(form, "TxtFn2").isVisible());
     Click(form, "cmdOK");
-    EXPECT_EQ(form.focusWidget(), Box(form, "TxtFn1"));
+    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtFn1"));
 
-    Box(form, "TxtFn1")->setText(QString::fromUtf8("c+\xC3\xA4*\xC3\xB6"));
+    Box(form, "TxtFn1").setText(QString::fromUtf8("c+\xC3\xA4*\xC3\xB6"));
     Click(form, "cmdOK");
-    EXPECT_EQ(Box(form, "TxtFn1")->selectedText(), QString::fromUtf8("\xC3\xA4"));
-    Box(form, "TxtFn1")->setText("c");
-    form.findChild<QPlainTextEdit*>("TxtDesc")->setPlainText("two\nlines");
+    EXPECT_EQ(Box(form, "TxtFn1").selectedText(), QString::fromUtf8("\xC3\xA4"));
+    Box(form, "TxtFn1").setText("c");
+    In<QPlainTextEdit>(form, "TxtDesc").setPlainText("two\nlines");
     EXPECT_EQ(Status(form), "Compiles. Coefficients: a, b, c.");
-    QTest::keyClick(Box(form, "TxtFn1"), Qt::Key_Return);
+    QTest::keyClick(&Box(form, "TxtFn1"), Qt::Key_Return);
   });
   for (int i = 0; i < 3; ++i) dialogs.Press(QMessageBox::Ok);
   Trigger("mnuModelsUser");
@@ -141,31 +130,31 @@ TEST_F(UserModelWindows, EditAModelAndThenItsRules) {
   Start();
   Add("Decay", {"a*exp(-b*x)"}).SetRule(1, "* YMax");
   Then("usereq", [](QDialog& form) {
-    QTest::keyClick(List(form, "lstModels"), Qt::Key_Return);
+    QTest::keyClick(&List(form, "lstModels"), Qt::Key_Return);
     EXPECT_TRUE(form.isVisible());
     Close(form);
   });
   Then("frmEqEdit", [](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Edit User Model");
-    Box(form, "TxtFn0")->setText("a*exp(-k*x)");
+    Box(form, "TxtFn0").setText("a*exp(-k*x)");
     Click(form, "cmdOK");
   });
   dialogs.Press(QMessageBox::Yes);
   Then("frmRules", [](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "User Defined Model Rules");
-    EXPECT_EQ(form.findChild<QLabel*>("lblModel")->text(), "Model: Decay");
-    EXPECT_EQ(List(form, "lstVars")->item(0)->text(), "a: 1 * YMax");
-    EXPECT_EQ(List(form, "lstOperation")->currentItem()->text(), "* YMax");
-    Box(form, "txtValue")->setText("ten");
+    EXPECT_EQ(Text(form, "lblModel"), "Model: Decay");
+    EXPECT_EQ(List(form, "lstVars").item(0)->text(), "a: 1 * YMax");
+    EXPECT_EQ(List(form, "lstOperation").currentItem()->text(), "* YMax");
+    Box(form, "txtValue").setText("ten");
     Choose(form, "lstVars", 1);
-    EXPECT_EQ(List(form, "lstVars")->currentRow(), 0);
-    EXPECT_EQ(form.focusWidget(), Box(form, "txtValue"));
-    QTest::keyClicks(Box(form, "txtValue"), "0.5");  // over what is selected
+    EXPECT_EQ(List(form, "lstVars").currentRow(), 0);
+    EXPECT_EQ(form.focusWidget(), &Box(form, "txtValue"));
+    QTest::keyClicks(&Box(form, "txtValue"), "0.5");  // over what is selected
     Click(form, "cmdAssign");
-    EXPECT_EQ(List(form, "lstVars")->item(0)->text(), "a: 0.5 * YMax");
+    EXPECT_EQ(List(form, "lstVars").item(0)->text(), "a: 0.5 * YMax");
     Choose(form, "lstVars", 1);
-    EXPECT_EQ(List(form, "lstOperation")->currentItem()->text(), "Value");
-    List(form, "lstOperation")->setCurrentRow(2);
+    EXPECT_EQ(List(form, "lstOperation").currentItem()->text(), "Value");
+    List(form, "lstOperation").setCurrentRow(2);
     form.accept();
   });
   dialogs.Press(QMessageBox::Yes);  // commit?
@@ -200,40 +189,40 @@ TEST_F(UserModelWindows, CopyAndRemoveModels) {
   Then("usereq", [](QDialog& form) {
     Choose(form, "lstModels", 1);
     Click(form, "cmdCopy");
-    EXPECT_EQ(List(form, "lstModels")->currentItem()->text(), "Copy of Q");
+    EXPECT_EQ(List(form, "lstModels").currentItem()->text(), "Copy of Q");
     Choose(form, "lstModels", 0);
     Click(form, "cmdEdit");
     Click(form, "cmdRemove");
-    EXPECT_EQ(List(form, "lstModels")->currentItem()->text(), "Q");
+    EXPECT_EQ(List(form, "lstModels").currentItem()->text(), "Q");
     Click(form, "cmdRemoveAll");
-    EXPECT_EQ(List(form, "lstModels")->count(), 2);
+    EXPECT_EQ(List(form, "lstModels").count(), 2);
     Click(form, "cmdRemoveAll");
-    EXPECT_EQ(List(form, "lstModels")->count(), 0);
-    EXPECT_FALSE(form.findChild<QPushButton*>("cmdEdit")->isEnabled());
-    EXPECT_TRUE(form.findChild<QPushButton*>("cmdLoad")->isEnabled());
+    EXPECT_EQ(List(form, "lstModels").count(), 0);
+    EXPECT_FALSE(In<QPushButton>(form, "cmdEdit").isEnabled());
+    EXPECT_TRUE(In<QPushButton>(form, "cmdLoad").isEnabled());
     AccessibilityWalk{form};
     Close(form);
   });
   Then("frmEqEdit", [](QDialog& form) {
-    EXPECT_EQ(Box(form, "TxtID")->text(), "Copy of Q");
+    EXPECT_EQ(Box(form, "TxtID").text(), "Copy of Q");
     Click(form, "cmdOK");
   });
   Then("frmEqEdit", [](QDialog& form) {
     Click(form, "cmdCopyModel");
-    EXPECT_EQ(Box(form, "TxtID")->text(), "Copy of a*x+b");
-    EXPECT_EQ(Box(form, "TxtFn0")->text(), "a*x+b");
+    EXPECT_EQ(Box(form, "TxtID").text(), "Copy of a*x+b");
+    EXPECT_EQ(Box(form, "TxtFn0").text(), "a*x+b");
     Close(form);
   });
   dialogs.Press(QMessageBox::Ok);
   Then("frmCopyModel", [](QDialog& form) {
-    EXPECT_EQ(List(form, "lstRows")->count(), 301);
-    QTest::keyClicks(Box(form, "txtFind"), "no such model");
-    QTest::keyClick(Box(form, "txtFind"), Qt::Key_Return);
+    EXPECT_EQ(List(form, "lstRows").count(), 301);
+    QTest::keyClicks(&Box(form, "txtFind"), "no such model");
+    QTest::keyClick(&Box(form, "txtFind"), Qt::Key_Return);
     EXPECT_TRUE(form.isVisible());
-    Box(form, "txtFind")->clear();
-    QTest::keyClicks(Box(form, "txtFind"), "a*X+b ");
-    EXPECT_TRUE(List(form, "lstRows")->currentItem()->text().startsWith("a*x+b "));
-    QTest::keyClick(Box(form, "txtFind"), Qt::Key_Return);
+    Box(form, "txtFind").clear();
+    QTest::keyClicks(&Box(form, "txtFind"), "a*X+b ");
+    EXPECT_TRUE(List(form, "lstRows").currentItem()->text().startsWith("a*x+b "));
+    QTest::keyClick(&Box(form, "txtFind"), Qt::Key_Return);
   });
   for (const auto answer : {QMessageBox::Yes, QMessageBox::No, QMessageBox::Yes}) dialogs.Press(answer);
   Trigger("mnuModelsUser");
@@ -251,30 +240,30 @@ TEST_F(UserModelWindows, InsertFunctionsAndTypeDerivatives) {
     Close(form);
   });
   Then("frmEqEdit", [](QDialog& form) {
-    Box(form, "TxtID")->setText("m");
-    Box(form, "TxtFn0")->setFocus();
-    QTest::keyClicks(Box(form, "TxtFn0"), "a*");
+    Box(form, "TxtID").setText("m");
+    Box(form, "TxtFn0").setFocus();
+    QTest::keyClicks(&Box(form, "TxtFn0"), "a*");
     Click(form, "cmdTemplate");
-    EXPECT_EQ(form.focusWidget(), Box(form, "TxtFn0"));
+    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtFn0"));
     QTest::keyClicks(form.focusWidget(), "-b*x");
-    EXPECT_EQ(Box(form, "TxtFn0")->text(), "a*exp(-b*x)");
+    EXPECT_EQ(Box(form, "TxtFn0").text(), "a*exp(-b*x)");
     Click(form, "cmdPartial");
     Click(form, "cmdOK");
   });
   Then("frmFunc", [](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Model Functions");
-    QTest::keyClicks(Box(form, "txtFind"), "exp(");
-    QTest::keyClick(Box(form, "txtFind"), Qt::Key_Return);
+    QTest::keyClicks(&Box(form, "txtFind"), "exp(");
+    QTest::keyClick(&Box(form, "txtFind"), Qt::Key_Return);
   });
   Then("frmPartial", [](QDialog& form) {
-    EXPECT_EQ(form.findChild<QLabel*>("lblPartial")->text().remove('&'), "Partial derivative of 'a'");
-    Box(form, "txtPartial")->setText("exp(-k*x)");
+    EXPECT_EQ(Text(form, "lblPartial").remove('&'), "Partial derivative of 'a'");
+    Box(form, "txtPartial").setText("exp(-k*x)");
     Choose(form, "lstVars", 1);
-    EXPECT_EQ(List(form, "lstVars")->currentRow(), 0);
-    Box(form, "txtPartial")->setText("exp(-b*x)");
+    EXPECT_EQ(List(form, "lstVars").currentRow(), 0);
+    Box(form, "txtPartial").setText("exp(-b*x)");
     Choose(form, "lstVars", 1);
-    EXPECT_EQ(Box(form, "txtPartial")->text(), "Numerical");
-    Box(form, "txtPartial")->setText("-a*x*exp(-b*x)");
+    EXPECT_EQ(Box(form, "txtPartial").text(), "Numerical");
+    Box(form, "txtPartial").setText("-a*x*exp(-b*x)");
     form.accept();
   });
   for (const auto answer : {QMessageBox::Yes, QMessageBox::Ok, QMessageBox::Yes, QMessageBox::Yes})
@@ -304,8 +293,8 @@ TEST_F(UserModelWindows, TravelByFiles) {
   Add("p", {"a*x^4"});
   dialogs.ChooseFile(file);
   Then("frmChooseModel", [](QDialog& form) {
-    EXPECT_TRUE(form.findChild<QPlainTextEdit*>("txtExisting")->toPlainText().contains("Y = a*x^4"));
-    EXPECT_TRUE(form.findChild<QPlainTextEdit*>("txtImported")->toPlainText().contains("Y = a*x^2"));
+    EXPECT_TRUE(In<QPlainTextEdit>(form, "txtExisting").toPlainText().contains("Y = a*x^4"));
+    EXPECT_TRUE(In<QPlainTextEdit>(form, "txtImported").toPlainText().contains("Y = a*x^2"));
     Click(form, "cmdImported");
   });
   dialogs.Press(QMessageBox::Ok);
@@ -332,7 +321,7 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
 
   const auto choose = [this](int row) {
     Then("frmCopyModel", [row](QDialog& form) {
-      List(form, "lstRows")->setCurrentRow(row);
+      List(form, "lstRows").setCurrentRow(row);
       form.accept();
     });
   };
@@ -347,10 +336,10 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
   EXPECT_NE(folder.Read("fit.bas").find("const a as double = 1.5"), std::string::npos);
 
   Then("frmEquationText", [](QDialog& form) {
-    EXPECT_EQ(form.findChild<QPlainTextEdit*>("txtEquation")->toPlainText(), "Y = 1.5*x^2");
-    QTest::mouseClick(form.findChild<QRadioButton*>("optNames"), Qt::LeftButton, {}, QPoint(8, 8));
-    QTest::mouseClick(form.findChild<QCheckBox*>("chkAppend"), Qt::LeftButton, {}, QPoint(8, 8));
-    QTest::mouseClick(form.findChild<QPushButton*>("cmdCopy"), Qt::LeftButton);
+    EXPECT_EQ(In<QPlainTextEdit>(form, "txtEquation").toPlainText(), "Y = 1.5*x^2");
+    Click(form, "optNames");
+    Click(form, "chkAppend");
+    Click(form, "cmdCopy");
     Close(form);
   });
   Trigger("mnuModelsText");
@@ -358,11 +347,11 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
   EXPECT_EQ(session.Preferences.Text("ReplaceOption", "TextExport"), "1");
 
   Then("frmExcelRef", [](QDialog& form) {
-    Box(form, "txtColumn")->setText("XFD");
+    Box(form, "txtColumn").setText("XFD");
     form.accept();
     EXPECT_TRUE(form.isVisible());
-    Box(form, "txtColumn")->setText("c");
-    Box(form, "txtRow")->setText("7");
+    Box(form, "txtColumn").setText("c");
+    Box(form, "txtRow").setText("7");
     form.accept();
   });
   for (int i = 0; i < 2; ++i) dialogs.Press(QMessageBox::Ok);

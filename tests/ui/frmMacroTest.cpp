@@ -3,14 +3,12 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
-#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRadioButton>
-#include <QTabWidget>
 
 #include "Accessibility.h"
 #include "Frame.h"
+#include "Golden.h"
 #include "Mnemonics.h"
 #include "batch/ui/frmMacro.h"
 
@@ -19,36 +17,21 @@ namespace {
 
 class MacroEditor : public Frame {
  protected:
-  static void TypeInto(QDialog& form, const char* name, const QString& text) {
-    auto* edit = form.findChild<QWidget*>(name);
-    ASSERT_NE(edit, nullptr) << name;
-    edit->setFocus();
-    if (auto* line = qobject_cast<QLineEdit*>(edit)) line->selectAll();
-    QTest::keyClicks(edit, text);
-  }
-  static void Tick(QDialog& form, const char* name) {
-    auto* button = form.findChild<QAbstractButton*>(name);
-    ASSERT_NE(button, nullptr) << name;
-    ASSERT_TRUE(button->isEnabled()) << name;
-    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
-  }
-  static void GoToPage(QDialog& form, int page) { form.findChild<QTabWidget*>()->setCurrentIndex(page); }
-
   // Opens the editor and shows the macro that `fill` makes.
   std::string View(std::function<void(QDialog&)> fill) {
     std::string macro;
     dialogs.Do([this, fill, &macro](QDialog& form) {
       fill(form);
       dialogs.Do([&macro](QDialog& view) {
-        macro = view.findChild<QPlainTextEdit*>("txtMacro")->toPlainText().toStdString();
+        macro = In<QPlainTextEdit>(view, "txtMacro").toPlainText().toStdString();
         const auto* list = view.findChild<QListWidget*>("lstFindings");
         for (int row = 0; row < list->count(); ++row) macro += list->item(row)->text().toStdString() + '\n';
-        macro += view.findChild<QLabel*>("lblCount")->text().toStdString();
+        macro += Text(view, "lblCount").toStdString();
         ExpectMnemonicsDoNotMeet(view);
         const AccessibilityWalk walk(view);
         QTest::keyClick(&view, Qt::Key_Escape);
       });
-      QTest::mouseClick(form.findChild<QPushButton*>("cmdView"), Qt::LeftButton);
+      Click(form, "cmdView");
       QTest::keyClick(&form, Qt::Key_Escape);
     });
     Trigger("mnuToolsMacro");
@@ -60,64 +43,38 @@ TEST_F(MacroEditor, ShowsTheMacroThatItsFieldsMake) {
   Start();
   const std::string macro = View([](QDialog& form) {
     TypeInto(form, "txtComments", "first");
-    Tick(form, "ckShowProgress");
+    Click(form, "ckShowProgress");
     TypeInto(form, "txtMaxIterations", "300");
-    Tick(form, "optnCentral");
+    Click(form, "optnCentral");
     GoToPage(form, 1);
     TypeInto(form, "txtDataFile", "data.csv");
     TypeInto(form, "txtColumnOrder", "y, x");
-    Tick(form, "ckDelimitTab");
-    Tick(form, "ckDelimitSpace");
-    EXPECT_FALSE(form.findChild<QLineEdit*>("txtMissingData")->isEnabled());
-    Tick(form, "ckMissingData");
+    Click(form, "ckDelimitTab");
+    Click(form, "ckDelimitSpace");
+    EXPECT_FALSE(Box(form, "txtMissingData").isEnabled());
+    Click(form, "ckMissingData");
     TypeInto(form, "txtMissingData", "NA");
-    Tick(form, "ckSQLQuery");
+    Click(form, "ckSQLQuery");
     TypeInto(form, "txtSQLQuery", "SELECT 1");
-    Tick(form, "ckParameterFile");
+    Click(form, "ckParameterFile");
     TypeInto(form, "txtParameterFile", "sites.csv");
     GoToPage(form, 2);
     TypeInto(form, "txtOutputFile", "out.txt");
-    form.findChild<QComboBox*>("cmbOutput")->setCurrentText("Spreadsheet");
-    form.findChild<QComboBox*>("cmbSortBy")->setCurrentText("Ra^2");
-    form.findChild<QComboBox*>("cmbOutputDelimit")->setCurrentText("Comma");
-    Tick(form, "ckTableCalcData");
-    Tick(form, "ckLogFile");
+    In<QComboBox>(form, "cmbOutput").setCurrentText("Spreadsheet");
+    In<QComboBox>(form, "cmbSortBy").setCurrentText("Ra^2");
+    In<QComboBox>(form, "cmbOutputDelimit").setCurrentText("Comma");
+    Click(form, "ckTableCalcData");
+    Click(form, "ckLogFile");
     TypeInto(form, "txtLogFile", "run.log");
-    Tick(form, "ckLogSummaryOnly");
+    Click(form, "ckLogSummaryOnly");
     GoToPage(form, 3);
-    Tick(form, "optnModels4");
+    Click(form, "optnModels4");
     auto* models = form.findChild<QListWidget*>("lstSource");
     ASSERT_TRUE(models->isEnabled());
     models->setFocus();
     QTest::keyClick(models, Qt::Key_Space);  // ticks the first
   });
-  EXPECT_EQ(macro.substr(0, macro.find("        ID = ")),
-            "B_MACRO\n"
-            "    Comment = first\n"
-            "    HandShake = ShowProgress\n"
-            "    RegressionTolerance = 1E-10\n"
-            "    UnchangedIterations = 10\n"
-            "    MaxIterations = 300\n"
-            "    Derivatives = CentralDifference\n"
-            "    DataFile = data.csv\n"
-            "    DataFirstLine = 1\n"
-            "    IndependentVariables = 1\n"
-            "    Weighted = False\n"
-            "    SQLQuery = SELECT 1\n"
-            "    ParameterFile = sites.csv\n"
-            "    ColumnOrder = y, x\n"
-            "    InputDelimit = Comma, SemiColon, IgnoreConsecutive\n"
-            "    OverrideDecimal = True\n"
-            "    MissingData = NA\n"
-            "    OutputFile = out.txt\n"
-            "    OutputFormat = Spreadsheet\n"
-            "    LogFile = run.log\n"
-            "    LogSummaryOnly = True\n"
-            "    OutputDelimit = Comma\n"
-            "    TableOutput = CalcData\n"
-            "    SortKey = Ra^2\n"
-            "    OutputFitInfo = True\n"
-            "    B_MODEL\n");
+  ExpectGolden("MacroOfTheEditor.txt", macro.substr(0, macro.find("        ID = ")));
   EXPECT_TRUE(macro.ends_with("    E_MODEL\nE_MACRO\nThere were 0 error(s) and 0 warning(s).")) << macro;
   EXPECT_TRUE(frame->close());
 }
@@ -134,15 +91,15 @@ TEST_F(MacroEditor, ListsWhatItFindsAndAsksBeforeTheExport) {
   const std::string file = folder.Path("fit.cfg");
   dialogs.Do([&, this](QDialog& form) {
     dialogs.Press(QMessageBox::No);
-    QTest::mouseClick(form.findChild<QPushButton*>("cmdExport"), Qt::LeftButton);
+    Click(form, "cmdExport");
     EXPECT_FALSE(std::filesystem::exists(file));
     GoToPage(form, 3);
-    Tick(form, "optnModels3");
-    EXPECT_FALSE(form.findChild<QListWidget*>("lstSource")->isEnabled());
+    Click(form, "optnModels3");
+    EXPECT_FALSE(List(form, "lstSource").isEnabled());
     dialogs.Press(QMessageBox::Yes);
     dialogs.ChooseFile(folder.Path("fit"));
     dialogs.Press(QMessageBox::Ok);
-    QTest::mouseClick(form.findChild<QPushButton*>("cmdExport"), Qt::LeftButton);
+    Click(form, "cmdExport");
     form.reject();
   });
   Trigger("mnuToolsMacro");
@@ -158,10 +115,10 @@ TEST_F(MacroEditor, TurnsOffWhatAProjectFileHasNoUseFor) {
   Start();
   const std::string macro = View([](QDialog& form) {
     GoToPage(form, 2);
-    form.findChild<QComboBox*>("cmbOutput")->setCurrentText("Quorvex");
+    In<QComboBox>(form, "cmbOutput").setCurrentText("Quorvex");
     for (const char* name : {"cmbSortBy", "cmbOutputDelimit", "ckTableDataFile", "ckOutputFitInfo"})
-      EXPECT_FALSE(form.findChild<QWidget*>(name)->isEnabled()) << name;
-    EXPECT_TRUE(form.findChild<QWidget*>("txtOutputFile")->isEnabled());
+      EXPECT_FALSE(In(form, name).isEnabled()) << name;
+    EXPECT_TRUE(In<QWidget>(form, "txtOutputFile").isEnabled());
   });
   EXPECT_EQ(macro.find("SortKey"), std::string::npos);
   EXPECT_TRUE(frame->close());
