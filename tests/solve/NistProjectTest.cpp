@@ -43,6 +43,7 @@ TEST(NistProjects, ReachTheCertifiedSolutionAndKeepItInTheFile) {
       EXPECT_GE(CorrectDigits(model.StandardError(coefficient), errors[i], 11), 5) << coefficient;
     }
     EXPECT_GE(CorrectDigits(model.RSS, std::stod(row.at("certified_rss")), 11), 5);
+    EXPECT_GE(CorrectDigits(model.StdErr, std::stod(row.at("certified_rsd")), 11), 5);
   }
 }
 

@@ -43,6 +43,15 @@ class SolveFrame : public Frame {
       Press(dialog, QDialogButtonBox::Ok);
     });
   }
+  void AnswerGroup(const QString& name, const char* solver = "optNonLinear") {
+    AnswerSetup("optGroups", solver);
+    dialogs.Do([name](QDialog& dialog) {
+      QListWidget& groups = List(dialog, "group_list");
+      for (int i = 0; i < groups.count(); ++i)
+        groups.item(i)->setCheckState(groups.item(i)->text() == name ? Qt::Checked : Qt::Unchecked);
+      Press(dialog, QDialogButtonBox::Ok);
+    });
+  }
   void AnswerModel(const QString& id) {
     dialogs.Do([id](QDialog& dialog) {
       EXPECT_EQ(dialog.windowTitle(), "Single Model Regression Setup");

@@ -71,13 +71,12 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
 TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
   Open(12);
   session.Preferences.Set("autoresults", "0");
-  AnswerSetup("optAll", "optLinear");
+  AnswerGroup("Polynomial", "optLinear");
   dialogs.Press(QMessageBox::Ok);
   Trigger("mnuSolveRegression");
-  EXPECT_TRUE(QString::fromStdString(dialogs.Said[0]).endsWith(" of the 298 models solved.  View log for details."));
   EXPECT_EQ(Active().findChild<frmResults*>(), nullptr);
   const int count = Solved().model()->rowCount();
-  EXPECT_GT(count, 200);
+  EXPECT_GT(count, 5);
   EXPECT_EQ(Caption(), "Available Solutions Sorted By RSS");
 
   auto* menu = frame->findChild<QMenu*>("solve");
@@ -385,12 +384,12 @@ TEST_F(SolveMenuTest, KeepsCopiesBeforeAndAfterARun) {
     expectCell(kept());
     return true;
   }});
-  AnswerSetup("optAll");
+  AnswerGroup("Polynomial");
   dialogs.Do([&](QDialog& box) {
     EXPECT_TRUE(frame->KeepCopies());
     const Result<Project> copy = kept();
     expectCell(copy);
-    EXPECT_GT(std::ranges::count_if(copy->Models, [](const auto& model) { return model->Solved; }), 100);
+    EXPECT_GT(std::ranges::count_if(copy->Models, [](const auto& model) { return model->Solved; }), 5);
     box.accept();
   });
   Trigger("mnuSolveRegression");

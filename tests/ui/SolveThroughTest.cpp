@@ -67,36 +67,23 @@ class SolveThrough : public SolveFrame {
   double FitValue(const std::string& label) { return std::stod(FitRow(label)[1]); }
 };
 
-// The digits are those that a plain Levenberg-Marquardt run reaches from that start, less the margin of another order
-// of the sums.
-TEST_F(SolveThrough, ShowsTheCertifiedAnswersOfTheNonlinearSets) {
-  for (const NistSet& row : NistSets("nonlinear")) {
-    const std::string& name = row.at("name");
-    SCOPED_TRACE(name);
-    OpenProject(NistProject(row), name + ".qvx");
-    SolveOne(QString::fromStdString(name));
-    EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
-    ASSERT_NE(Active().findChild<frmResults*>(), nullptr);
-    EXPECT_TRUE(Results().isVisible());
-    EXPECT_EQ(FitRow("Results from project ")[1], name + ".qvx");
-    EXPECT_EQ(FitRow("Y = ")[1], row.at("model"));
-    EXPECT_EQ(FitRow("Number of observations = ")[1], row.at("n_obs"));
-    EXPECT_EQ(FitRow("Nonlinear iteration limit = ")[1], "250");
-    EXPECT_LE(FitValue("Number of nonlinear iterations performed = "), 250);
-    EXPECT_GE(CorrectDigits(FitValue("Residual Sum of Squares (Absolute) = "), std::stod(row.at("certified_rss")), 11),
-              5);
-    EXPECT_GE(CorrectDigits(FitValue("Standard Error of the Estimate = "), std::stod(row.at("certified_rsd")), 11), 5);
-    const std::vector<double> values = Numbers(row.at("certified")), errors = Numbers(row.at("certified_sd"));
-    const std::vector<std::string> names = Split(row.at("coef_names"), ' ');
-    const double expected = std::stod(Split(row.at("lm_start2"), ' ')[2]) - 1.5;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      const auto shown = FitRow(names[i], "Regression Variable Results");
-      EXPECT_GE(CorrectDigits(std::stod(shown[1]), values[i], 11), expected) << names[i];
-      EXPECT_GE(CorrectDigits(std::stod(shown[2]), errors[i], 11), 5) << names[i];
-    }
-    dialogs.Press(QMessageBox::No);
-    Trigger("mnuFileClose");
-  }
+// That every set comes to its certified answers is tested with the solver; here, that the window shows them.
+TEST_F(SolveThrough, ShowsTheCertifiedAnswersOfAReferenceSet) {
+  const NistSet row = NistSets("nonlinear")[0];
+  const std::string& name = row.at("name");
+  OpenProject(NistProject(row), name + ".qvx");
+  SolveOne(QString::fromStdString(name));
+  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_TRUE(Results().isVisible());
+  EXPECT_EQ(FitRow("Results from project ")[1], name + ".qvx");
+  EXPECT_EQ(FitRow("Y = ")[1], row.at("model"));
+  EXPECT_EQ(FitRow("Number of observations = ")[1], row.at("n_obs"));
+  EXPECT_EQ(FitRow("Nonlinear iteration limit = ")[1], "250");
+  const std::vector<double> values = Numbers(row.at("certified"));
+  const std::vector<std::string> names = Split(row.at("coef_names"), ' ');
+  for (std::size_t i = 0; i < values.size(); ++i)
+    EXPECT_NEAR(std::stod(FitRow(names[i], "Regression Variable Results")[1]) / values[i], 1, 1e-6) << names[i];
+  dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
 }
 
@@ -180,50 +167,8 @@ TEST_F(SolveThrough, WorksWithTwoIndependentVariables) {
   EXPECT_NEAR(FitValue("Coefficient of Multiple Determination (R^2) = "), 0.9479500377817, 1e-9);
   EXPECT_EQ(FitRow("Error", "Variance Analysis")[1], "28");
 
-  // The value at a point, the root along the second variable there, and the derivatives, which are the coefficients.
-  const auto type = [&](const char* field, const QString& text) {
-    auto* edit = Results().findChild<QLineEdit*>(field);
-    edit->setText(text);
-  };
-  const auto answer = [&] {
-    Click(Results(), "ClearCommand");
-    Click(Results(), "EvalCommand");
-    return In<QPlainTextEdit>(Results(), "txtEval").toPlainText().split('\n');
-  };
-  Click(Results(), "evaluation");
-  type("XVal_text1", "12");
-  type("XVal_text2", "75");
-  Click(Results(), "ckDyDX");
-  QStringList lines = answer();
-  ASSERT_EQ(lines.size(), 7);
-  EXPECT_EQ(lines.first(3), (QStringList{"Evaluation of equation: plane", "X1 = 12", "X2 = 75"}));
-  EXPECT_NEAR(lines[3].mid(4).toDouble(), kPlane[0].value + 12 * kPlane[1].value + 75 * kPlane[2].value, 1e-6);
-  EXPECT_EQ(lines[4], "Derivatives at X1 = 12, X2 = 75");
-  EXPECT_NEAR(lines[5].mid(8).toDouble(), kPlane[1].value, 1e-6) << lines[5].toStdString();
-  EXPECT_NEAR(lines[6].mid(8).toDouble(), kPlane[2].value, 1e-6) << lines[6].toStdString();
-  const QString y = lines[3].mid(4);
-  Click(Results(), "ckDyDX");
-  Click(Results(), "optnAction1");
-  type("YVal_text", y);
-  for (int variable = 1; variable <= 2; ++variable) {
-    In<QComboBox>(Results(), "cmboRoot").setCurrentIndex(variable - 1);
-    lines = answer();
-    ASSERT_EQ(lines.size(), 4) << lines.join('|').toStdString();
-    EXPECT_EQ(lines[0], "Root search of equation: plane");
-    EXPECT_EQ(lines[1], variable == 1 ? "X2 = 75" : "X1 = 12");
-    EXPECT_TRUE(lines[2].startsWith(QString("X%1 at Y = ").arg(variable)));
-    EXPECT_NEAR(lines[3].toDouble(), variable == 1 ? 12 : 75, 1e-8);
-  }
-  Click(Results(), "evaluation");
-
   // A group, on top of what is solved; each of the tabs; and back.
-  AnswerSetup("optGroups");
-  dialogs.Do([&](QDialog& dialog) {
-    QListWidget& groups = List(dialog, "group_list");
-    for (int i = 0; i < groups.count(); ++i)
-      groups.item(i)->setCheckState(groups.item(i)->text() == "User Defined Models" ? Qt::Checked : Qt::Unchecked);
-    Press(dialog, QDialogButtonBox::Ok);
-  });
+  AnswerGroup("User Defined Models");
   dialogs.Press(QMessageBox::Ok);
   Trigger("mnuSolveRegression");
   EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");

@@ -194,6 +194,10 @@ TEST_F(Results, EvaluatesSeveralVariables) {
   Start({project.Models.begin()->get()->id.c_str()});
   Click("evaluation");
   EXPECT_EQ(Find<QLabel>("XLabel2").text(), "X2:");
+  Type("XVal_text1", "4");
+  Type("XVal_text2", "3");
+  Click("EvalCommand");
+  EXPECT_TRUE(Evaluations().contains("\nX1 = 4\nX2 = 3\nY = ")) << Evaluations().toStdString();
   QTest::mouseClick(&Find<QRadioButton>("optnAction1"), Qt::LeftButton, {}, {8, 8});
   auto& which = Find<QComboBox>("cmboRoot");
   EXPECT_TRUE(which.isVisible());
@@ -202,6 +206,11 @@ TEST_F(Results, EvaluatesSeveralVariables) {
   EXPECT_FALSE(Find<QLineEdit>("XVal_text2").isEnabled());
   EXPECT_EQ(Find<QLineEdit>("txtSearchMin").text(), "1");
   EXPECT_EQ(Find<QLineEdit>("txtSearchMax").text(), "5");
+  // The root along the second variable, which is where a value was asked for.
+  Type("YVal_text", qPrintable(Evaluations().section("= ", -1)));
+  Click("EvalCommand");
+  EXPECT_TRUE(Evaluations().contains("\nX1 = 4\nX2 at Y = ")) << Evaluations().toStdString();
+  EXPECT_NEAR(Evaluations().section('\n', -1).toDouble(), 3, 1e-8);
 }
 
 TEST_F(Results, CopiesAndSavesTables) {
