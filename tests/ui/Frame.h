@@ -32,6 +32,19 @@ class Frame : public testing::Test {
     QTest::qWait(50);
   }
 
+  // Closes every project; changes are not wanted.
+  void CloseUnsaved() {
+    for (qsizetype left = Windows(); left > 0; --left) {
+      if (Document().Changed) dialogs.Press(QMessageBox::No);
+      if (Document().NotesChanged) dialogs.Press(QMessageBox::No);
+      Trigger("mnuFileClose");
+    }
+    EXPECT_TRUE(frame->close());
+  }
+  void TearDown() override {
+    if (frame != nullptr && frame->isVisible()) CloseUnsaved();
+  }
+
   void Trigger(const char* action) { frame->findChild<QAction*>(action)->trigger(); }
   quorvexWindow& Active() { return *frame->ActiveProject(); }
   SheetView& Grid() { return Active().Grid(); }

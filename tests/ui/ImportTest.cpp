@@ -68,11 +68,6 @@ class Import : public Frame {
       }
     return rows;
   }
-  void CloseUnsaved() {
-    for (qsizetype i = Windows(); i > 0; --i)
-      if (Document().Changed) dialogs.Press(QMessageBox::No);
-    EXPECT_TRUE(frame->close());
-  }
   void ChooseKind(int guessed, int variables, bool sd) {
     dialogs.Do([=](QDialog& form) {
       EXPECT_EQ(form.windowTitle(), "New Project");
@@ -155,7 +150,6 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
   Trigger("mnuEditUndo");
   EXPECT_EQ(Rows(), Texts());
   EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y"}));
-  CloseUnsaved();
 }
 
 TEST_F(Import, AsksBeforeItOverwritesAndLeavesTheSheetWhereCancelled) {
@@ -185,7 +179,6 @@ TEST_F(Import, AsksBeforeItOverwritesAndLeavesTheSheetWhereCancelled) {
   Trigger("mnuDataImport");
   EXPECT_EQ(Rows(), (Texts{"7 8", "9 10"}));
   EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y"}));  // a project in use keeps its names
-  CloseUnsaved();
 }
 
 // A missing marker, deviations, a long file and a decimal comma; what every sample file holds is tested with the
@@ -272,7 +265,6 @@ TEST_F(Import, LeavesNoWindowBehindWhereCancelled) {
   EXPECT_TRUE(QTest::qWaitFor([this] { return frame->ActiveProject() != nullptr && !Rows().empty(); }));
   EXPECT_EQ(Windows(), 1);
   EXPECT_EQ(Rows().size(), 50);
-  CloseUnsaved();
 }
 
 TEST_F(Import, ReadsTheSheetsOfASpreadsheet) {
@@ -318,7 +310,6 @@ TEST_F(Import, ReadsTheSheetsOfASpreadsheet) {
                                  "Error importing data from '" + broken +
                                      "'. The file is damaged, or it is no spreadsheet of type .ods or .xlsx."}));
   EXPECT_EQ(Windows(), 0);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Import, ShowsAndTakesWhatItCanOfALargeFile) {
@@ -336,7 +327,6 @@ TEST_F(Import, ShowsAndTakesWhatItCanOfALargeFile) {
   Trigger("mnuDataImport");
   EXPECT_EQ(dialogs.Said, Texts{"The file contains too many data points. Only 65,536 data points will be imported."});
   EXPECT_EQ(Rows().back(), "65536 2");
-  CloseUnsaved();
 }
 
 TEST_F(Import, ReadsATableOfADatabase) {
@@ -391,7 +381,6 @@ TEST_F(Import, ReadsATableOfADatabase) {
   EXPECT_EQ(Document().Sheet.Headers, (Texts{"t", "y"}));
   emit frame->findChild<QMenu*>("edit")->aboutToShow();
   EXPECT_EQ(frame->findChild<QAction*>("mnuEditUndo")->text(), "&Undo Import");
-  CloseUnsaved();
 }
 
 // A server that doesn't answer, by Escape; a table that doesn't end, by the button. The dialog is there as before.
@@ -427,7 +416,6 @@ TEST_F(Import, IsCancelledWhileADatabaseIsSlow) {
   });
   Trigger("mnuDataImportDatabase");
   EXPECT_EQ(dialogs.Said, Texts());
-  CloseUnsaved();
 }
 
 TEST_F(Import, IsUsedByKeysAndReadAloud) {
@@ -467,7 +455,6 @@ TEST_F(Import, IsUsedByKeysAndReadAloud) {
     check(form, {"cboSource", "txtConnect", "txtUser", "txtPassword", "CancelCommand"});
   });
   Trigger("mnuDataImportDatabase");
-  CloseUnsaved();
 }
 
 }  // namespace

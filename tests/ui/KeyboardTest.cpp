@@ -117,6 +117,7 @@ class Impatient : public QObject {
 
 class Keyboard : public Frame {
  protected:
+  void TearDown() override {}  // nobody answers by then
   void Open() {
     Start();
     dialogs.Rest();

@@ -75,8 +75,6 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   });
   Trigger("mnuFilePref");
   EXPECT_EQ(LoadSettings().MaxIterations, 250);
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 // Another entry than the one that is there, one that can be stored.
@@ -155,7 +153,6 @@ TEST_F(Frame, KeepsEveryChoiceAndPlaceForTheNextStart) {
     Trigger(command);
   }
   EXPECT_EQ(begins, (std::vector<std::string>{folder.Path("chosen"), folder.Path("data")}));
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, SaysOnceThatItsSettingsCannotBeStored) {
@@ -197,8 +194,6 @@ TEST_F(Frame, TurnsUndoOffAtOnceInOpenWindows) {
   EXPECT_EQ(Document().Sheet.IndependentVariables, 3u);
   EXPECT_TRUE(Document().Sheet.HasStandardDeviation);
   Trigger("mnuFileClose");
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, StoresFontsColoursAndPatternsOfPlots) {
@@ -237,7 +232,6 @@ TEST_F(Frame, StoresFontsColoursAndPatternsOfPlots) {
   EXPECT_EQ(stored.Integer("tickpencolor"), 0x302010);
   EXPECT_EQ(ReadFontChoice(FontPreferences()[2], stored), (FontChoice{false, "Arial", 14, true, false, 0}));
   EXPECT_EQ(ReadFontChoice(FontPreferences()[3], stored), FontChoice());
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, PreferencesAnswerToKeysAndScreenReaders) {
@@ -255,7 +249,6 @@ TEST_F(Frame, PreferencesAnswerToKeysAndScreenReaders) {
     });
     Trigger(action);
   }
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, ShowsATipAtTheStartUntilToldNotTo) {
@@ -286,7 +279,6 @@ TEST_F(Frame, ShowsATipAtTheStartUntilToldNotTo) {
   EXPECT_TRUE(frame->close());
   Start();  // without one
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, ListsThePlotsUsedLast) {
@@ -302,7 +294,6 @@ TEST_F(Frame, ListsThePlotsUsedLast) {
   recent->actions()[1]->trigger();
   EXPECT_EQ(dialogs.Said[0], "'" + plot + "' is a Quorvex Plot file. This version does not open plots.");
   EXPECT_EQ(RecentFiles(LoadSettings(), kRecentPlots), std::vector<std::string>{plot});
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, TilesArrangesAndClosesAllWindows) {
@@ -333,7 +324,6 @@ TEST_F(Frame, TilesArrangesAndClosesAllWindows) {
   EXPECT_FALSE(frame->findChild<QAction*>("mnuWindowTile")->isEnabled());
   EXPECT_FALSE(frame->findChild<QAction*>("mnuToolsMacro")->isEnabled());
   EXPECT_TRUE(frame->findChild<QAction*>("mnuGenPref")->isEnabled());
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, TellsAboutItself) {
@@ -346,7 +336,6 @@ TEST_F(Frame, TellsAboutItself) {
     form.accept();
   });
   Trigger("mnuHelpAbout");
-  EXPECT_TRUE(frame->close());
 }
 
 // Takes the place of the browser.
@@ -436,7 +425,6 @@ TEST_F(Frame, OpensThePageOfTheWindowByF1) {
     EXPECT_TRUE(name == "index.html" || text("index.html").contains("href=\"" + name + '"')) << name.toStdString();
     EXPECT_TRUE(part.isEmpty() || text(name).contains("id=\"" + part + '"')) << page.toStdString();
   }
-  EXPECT_TRUE(frame->close());
 }
 
 }  // namespace

@@ -125,15 +125,6 @@ class SheetDialogs : public Frame {
   }
 
   std::string UndoText() { return frame->findChild<QAction*>("mnuEditUndo")->text().toStdString(); }
-
-  // What was changed is not wanted.
-  void Close() {
-    while (Windows() > 0) {
-      if (Document().Changed) dialogs.Press(QMessageBox::No);
-      Trigger("mnuFileClose");
-    }
-    EXPECT_TRUE(frame->close());
-  }
 };
 
 // Each dialog, and each page of the one that fills, takes what its fields say; what a command refuses and computes is
@@ -181,7 +172,6 @@ TEST_F(SheetDialogs, ComputeNewCellsOnceTheEntryIsRight) {
     EXPECT_EQ(UndoText(), "Can't &Undo");
     EXPECT_FALSE(frame->findChild<QAction*>("mnuEditUndo")->isEnabled());
   }
-  Close();
 }
 
 TEST_F(SheetDialogs, ChangeNothingWhereTheyAreCancelled) {
@@ -197,7 +187,6 @@ TEST_F(SheetDialogs, ChangeNothingWhereTheyAreCancelled) {
     EXPECT_FALSE(Document().Changed) << action;
   }
   EXPECT_EQ(QApplication::clipboard()->text(), "5");
-  Close();
 }
 
 TEST_F(SheetDialogs, RefuseSeveralRangesBeforeTheyOpen) {
@@ -210,7 +199,6 @@ TEST_F(SheetDialogs, RefuseSeveralRangesBeforeTheyOpen) {
     Trigger(action);
     EXPECT_TRUE(dialogs.Said.back().starts_with("Invalid range selection.")) << action;
   }
-  Close();
 }
 
 TEST_F(SheetDialogs, SortAllColumnsWhereTheUserWantsThat) {
@@ -222,7 +210,6 @@ TEST_F(SheetDialogs, SortAllColumnsWhereTheUserWantsThat) {
   EXPECT_EQ(Cells(2), (std::vector<std::vector<std::string>>{{"-4", "40"}, {"1", "10"}}));
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(1, 2), "10");
-  Close();
 }
 
 TEST_F(SheetDialogs, CombineColumns) {
@@ -238,7 +225,6 @@ TEST_F(SheetDialogs, CombineColumns) {
   EXPECT_EQ(UndoText(), "&Undo Combine");
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(3, 2), "-30");
-  Close();
 }
 
 TEST_F(SheetDialogs, AverageReplicates) {
@@ -254,7 +240,6 @@ TEST_F(SheetDialogs, AverageReplicates) {
   EXPECT_EQ(Shown(2, 1), "3");
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(2, 2), "20");
-  Close();
 }
 
 TEST_F(SheetDialogs, PasteAndCopyWithRowsAndColumnsExchanged) {
@@ -276,7 +261,6 @@ TEST_F(SheetDialogs, PasteAndCopyWithRowsAndColumnsExchanged) {
   EXPECT_EQ(UndoText(), "&Undo Paste Special");
   Trigger("mnuEditCopySheet");
   EXPECT_EQ(QApplication::clipboard()->text().count('\n'), 6);
-  Close();
 }
 
 TEST_F(SheetDialogs, TakeBackAsMuchAsIsChosenInTheHistory) {
@@ -313,7 +297,6 @@ TEST_F(SheetDialogs, TakeBackAsMuchAsIsChosenInTheHistory) {
   EXPECT_EQ(dialogs.Said.back(), "Cannot UNDO, the UNDO feature has been disabled.");
   EXPECT_EQ(Shown(2, 1), "9");
   EXPECT_EQ(UndoText(), "Can't &Undo");
-  Close();
 }
 
 TEST_F(SheetDialogs, EditTheHeaders) {
@@ -342,7 +325,6 @@ TEST_F(SheetDialogs, EditTheHeaders) {
   EXPECT_EQ(UndoText(), "&Undo Default Headers");
   Trigger("mnuEditUndo");
   EXPECT_EQ(shown(), "speed");
-  Close();
 }
 
 TEST_F(SheetDialogs, ExchangeTwoColumnsAndRefuseOne) {
@@ -361,7 +343,6 @@ TEST_F(SheetDialogs, ExchangeTwoColumnsAndRefuseOne) {
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(4, 1), "-4");
   EXPECT_EQ(Document().Sheet.Headers[0], "X");
-  Close();
 }
 
 TEST_F(SheetDialogs, FormatWholeColumns) {
@@ -392,7 +373,6 @@ TEST_F(SheetDialogs, FormatWholeColumns) {
   EXPECT_EQ(UndoText(), "&Undo Format Cells");
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(4, 1), "-4");
-  Close();
 }
 
 TEST_F(SheetDialogs, ShowColumnsAsTheyAreKept) {
@@ -430,7 +410,6 @@ TEST_F(SheetDialogs, ShowColumnsAsTheyAreKept) {
   EXPECT_EQ(Grid().columnWidth(0), width + 31);
   EXPECT_EQ(Grid().columnWidth(1), 2 * width);
   EXPECT_FALSE(Active().isWindowModified());
-  Close();
 }
 
 TEST_F(SheetDialogs, FindTextInTheSheetInFront) {
@@ -464,7 +443,6 @@ TEST_F(SheetDialogs, FindTextInTheSheetInFront) {
   EXPECT_EQ(Current(), std::pair(1, 1));
   QTest::keyClick(form, Qt::Key_Escape);
   EXPECT_FALSE(form->isVisible());
-  Close();
 }
 
 TEST_F(SheetDialogs, GoToACell) {
@@ -482,7 +460,6 @@ TEST_F(SheetDialogs, GoToACell) {
   EXPECT_EQ(dialogs.Said.back(), "Invalid cell reference.");
   EXPECT_EQ(Current(), std::pair(60'000, 2));
   EXPECT_FALSE(Grid().visualRect(Grid().currentIndex()).isEmpty());
-  Close();
 }
 
 TEST_F(SheetDialogs, ShowStatisticsThatCanBeTakenElsewhere) {
@@ -532,7 +509,6 @@ TEST_F(SheetDialogs, ShowStatisticsThatCanBeTakenElsewhere) {
   printer.setOutputFileName(QString::fromStdString(folder.Path("r.pdf")));
   window->Print(printer);
   EXPECT_TRUE(folder.Read("r.pdf").starts_with("%PDF"));
-  Close();
 }
 
 TEST_F(SheetDialogs, LeaveTheSheetAloneWhereTheNotesAreInFront) {
@@ -552,8 +528,6 @@ TEST_F(SheetDialogs, LeaveTheSheetAloneWhereTheNotesAreInFront) {
   EXPECT_FALSE(Document().Changed);
   Trigger("mnuEditInsert");  // what is done to the sheet is seen
   EXPECT_EQ(Active().findChild<QTabWidget*>("pages")->currentIndex(), 0);
-  dialogs.Press(QMessageBox::No);  // the question about the data
-  Close();
 }
 
 TEST_F(SheetDialogs, TakeTheKeysOfTheSheetWhereItHasTheFocus) {
@@ -576,7 +550,6 @@ TEST_F(SheetDialogs, TakeTheKeysOfTheSheetWhereItHasTheFocus) {
   EXPECT_EQ(Shown(1, 1), "");
   QTest::keyClick(&Grid(), Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(Shown(1, 1), before);
-  Close();
 }
 
 // However many cells change, the view is told once or twice and asks for those that it shows.
@@ -598,7 +571,6 @@ TEST_F(SheetDialogs, ChangeAFullSheetInOnePiece) {
   EXPECT_EQ(Document().Sheet.Cells.GridCellNumber(65'536, 3), 1.0 / 65'539);
   Trigger("mnuEditDelete");
   EXPECT_EQ(Document().Sheet.Cells.GridLastRow(), 0u);
-  Close();
 }
 
 TEST_F(SheetDialogs, OfferTheUsualOnARightClick) {
@@ -635,7 +607,6 @@ TEST_F(SheetDialogs, OfferTheUsualOnARightClick) {
   Trigger("mnuEditSelectAll");
   EXPECT_EQ(Grid().selectionModel()->selection().size(), 1);
   EXPECT_EQ(Grid().selectionModel()->selection()[0].height(), 65'536);
-  Close();
 }
 
 }  // namespace

@@ -64,8 +64,6 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   EXPECT_EQ(SolvedRows(), "");
   Active().Refresh();
   EXPECT_EQ(changed.size(), 2) << "each time once";
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
@@ -133,8 +131,6 @@ TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
   delete &Results();
   Trigger("mnuSolveResults");
   expectShown(3);
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(SolveMenuTest, AsksForTheSetupUntilItIsTheDefault) {
@@ -220,8 +216,6 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensWhatItLeadsTo) {
   Trigger("mnuSolveRegression");
   EXPECT_EQ(SolvedRows(), "1 fresh");
   EXPECT_NE(Active().Solver().Log().find("Using current initial estimates"), std::string::npos);
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(SolveMenuTest, PutsTogetherAGroupAndSolvesIt) {
@@ -305,8 +299,6 @@ TEST_F(SolveMenuTest, InterpolatesClearsAndShowsTheLog) {
   EXPECT_EQ(Active().UndoText(), "&Undo Clear Fits");
   Trigger("mnuEditUndo");
   EXPECT_EQ(SolvedRows(), "1 mine| Cubic Spline| Polynomial");
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
@@ -361,8 +353,6 @@ TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
     Trigger("mnuEditUndo");
     EXPECT_EQ(SolvedRows(), "1 mine");
   }
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 // A program that is ended by a signal, or crashes, in the middle of a solve loses the solve and not the cells that were
@@ -393,8 +383,6 @@ TEST_F(SolveMenuTest, KeepsCopiesBeforeAndAfterARun) {
     box.accept();
   });
   Trigger("mnuSolveRegression");
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 // The first pass over so many points takes long. The window has its turns within it all the same, and an abort ends the
@@ -415,8 +403,6 @@ TEST_F(SolveMenuTest, AnswersWhileAnIterationTakesLong) {
   }
   EXPECT_EQ(dialogs.Said.back(), "Solution Process Aborted.");
   EXPECT_EQ(Active().Solver().Log().find("Final Merit Function"), std::string::npos);
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(SolveMenuTest, CanBeReadByAScreenReaderAndHasALetterForEverything) {
@@ -454,8 +440,6 @@ TEST_F(SolveMenuTest, CanBeReadByAScreenReaderAndHasALetterForEverything) {
   const AccessibilityWalk walk(*frame);
   EXPECT_TRUE(walk.Names.contains("Available Solutions Sorted By RSS"));
   EXPECT_TRUE(walk.Names.contains("Solutions"));
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 }  // namespace

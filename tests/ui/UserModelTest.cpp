@@ -58,10 +58,6 @@ class UserModelWindows : public Frame {
     for (const ModelClass* model : UserModels(Document())) ids.push_back(model->id);
     return ids;
   }
-  void End() {
-    if (Document().Changed) dialogs.Press(QMessageBox::No);
-    EXPECT_TRUE(frame->close());
-  }
 };
 
 TEST_F(UserModelWindows, AddAModelAfterItIsRight) {
@@ -123,7 +119,6 @@ TEST_F(UserModelWindows, AddAModelAfterItIsRight) {
   ASSERT_EQ(Ids(), Said{"Decay"});
   EXPECT_EQ(Document().Models.Find("decay")->Description, "two\r\nlines");
   EXPECT_TRUE(Active().isWindowModified());
-  End();
 }
 
 TEST_F(UserModelWindows, EditAModelAndThenItsRules) {
@@ -179,7 +174,6 @@ TEST_F(UserModelWindows, EditAModelAndThenItsRules) {
   dialogs.Press(QMessageBox::Yes);
   Trigger("mnuModelsRules");
   EXPECT_EQ(model.Rules(1) + model.RuleConstant(1), "Value1");
-  End();
 }
 
 TEST_F(UserModelWindows, CopyAndRemoveModels) {
@@ -230,7 +224,6 @@ TEST_F(UserModelWindows, CopyAndRemoveModels) {
             "You are EDITING an existing equation (not ADDING a new equation). Copying another equation will overwrite "
             "this equation unless the changes are Cancelled in this window.");
   EXPECT_EQ(Ids(), Said{});
-  End();
 }
 
 TEST_F(UserModelWindows, InsertFunctionsAndTypeDerivatives) {
@@ -277,7 +270,6 @@ TEST_F(UserModelWindows, InsertFunctionsAndTypeDerivatives) {
   const ModelClass& model = *Document().Models.Find("m");
   EXPECT_EQ(model.Derivatives(1), "exp(-b*x)");
   EXPECT_EQ(model.Derivatives(2), "-a*x*exp(-b*x)");
-  End();
 }
 
 TEST_F(UserModelWindows, TravelByFiles) {
@@ -311,7 +303,6 @@ TEST_F(UserModelWindows, TravelByFiles) {
   Trigger("mnuModelsLoad");
   EXPECT_EQ(dialogs.Said.back(), "2 user defined models have been read from '" + file + "'.");
   EXPECT_EQ(Ids(), (Said{"P", "Q"}));
-  End();
 }
 
 TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
@@ -358,7 +349,6 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
   Trigger("mnuModelsFormula");
   EXPECT_EQ(dialogs.Said[0], "Please enter an Excel worksheet column from 'A' to 'IV'.");
   EXPECT_TRUE(QApplication::clipboard()->text().contains("C7"));
-  End();
 }
 
 // Each of the dialogs for the keyboard and for a screen reader.

@@ -76,7 +76,6 @@ TEST_F(MacroEditor, ShowsTheMacroThatItsFieldsMake) {
   });
   ExpectGolden("MacroOfTheEditor.txt", macro.substr(0, macro.find("        ID = ")));
   EXPECT_TRUE(macro.ends_with("    E_MODEL\nE_MACRO\nThere were 0 error(s) and 0 warning(s).")) << macro;
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(MacroEditor, ListsWhatItFindsAndAsksBeforeTheExport) {
@@ -108,7 +107,6 @@ TEST_F(MacroEditor, ListsWhatItFindsAndAsksBeforeTheExport) {
                                       "There are 2 errors and 2 warnings. Do you want to export the file anyway?",
                                       "The file '" + file + "' contains the exported macro."}));
   EXPECT_TRUE(folder.Read("fit.cfg").starts_with("B_MACRO\r\n"));
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(MacroEditor, TurnsOffWhatAProjectFileHasNoUseFor) {
@@ -121,7 +119,6 @@ TEST_F(MacroEditor, TurnsOffWhatAProjectFileHasNoUseFor) {
     EXPECT_TRUE(In<QWidget>(form, "txtOutputFile").isEnabled());
   });
   EXPECT_EQ(macro.find("SortKey"), std::string::npos);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
@@ -162,7 +159,6 @@ TEST_F(MacroEditor, AnswersToKeysAndScreenReaders) {
     form.reject();
   });
   Trigger("mnuToolsMacro");
-  EXPECT_TRUE(frame->close());
 }
 
 }  // namespace

@@ -52,8 +52,6 @@ TEST_F(Frame, BeginsWithAnEmptyProjectThatSaysWhatToDo) {
   Type("1");
   EXPECT_FALSE(hint->isVisible());
   EXPECT_EQ(Status(), "X, row 2   |   1 row of data");
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, EditsTheSheetByItsMenuAndTakesItBack) {
@@ -122,8 +120,6 @@ TEST_F(Frame, TakesWhatIsTyped) {
   EXPECT_EQ(Shown(1, 2), "8");
   EXPECT_EQ(Current(), std::pair(6, 1));
   EXPECT_EQ(Entry(), nullptr);
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, ShowsARefusedEntryThatIsBehindTheNotes) {
@@ -141,7 +137,6 @@ TEST_F(Frame, ShowsARefusedEntryThatIsBehindTheNotes) {
     ASSERT_NE(Entry(), nullptr);
     Type("", Qt::Key_Escape);
   }
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, StoresAnEntryOnceThatRaisesABox) {
@@ -193,7 +188,6 @@ TEST_F(Frame, HasRoomForEveryDigit) {
   const QStyleOptionViewItem option;
   EXPECT_GE(Grid().columnWidth(0), Grid().itemDelegate()->sizeHint(option, Grid().model()->index(0, 0)).width());
   EXPECT_GE(Grid().rowHeight(0), Grid().fontMetrics().height());
-  EXPECT_TRUE(frame->close());
 }
 
 // Counts the cells that are painted.
@@ -221,8 +215,6 @@ TEST_F(Frame, PaintsOnlyWhatIsInSightOfItsManyRows) {
   Grid().setItemDelegate(own);
   for (int i = 0; i < 20; ++i) Type("5");
   EXPECT_LE(changed.size(), 60);
-  dialogs.Press(QMessageBox::No);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, AlwaysHasACurrentCell) {
@@ -233,7 +225,6 @@ TEST_F(Frame, AlwaysHasACurrentCell) {
   Trigger("mnuFileNew");
   EXPECT_EQ(Current(), std::pair(1, 1));
   EXPECT_EQ(Document().FileName, "Untitled 2");
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, OpensProjectsOnceAndInPlaceOfAFreshOne) {
@@ -262,7 +253,6 @@ TEST_F(Frame, OpensProjectsOnceAndInPlaceOfAFreshOne) {
   recent->actions()[0]->trigger();
   EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Could not obtain file description for '" + file + "'."});
   EXPECT_TRUE(RecentFiles(session.Preferences, kRecentProjects).empty());
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, OpensTheFileOfTheCommandLine) {
@@ -270,7 +260,6 @@ TEST_F(Frame, OpensTheFileOfTheCommandLine) {
   Start('"' + file + '"');
   ASSERT_EQ(Windows(), 1);
   EXPECT_EQ(Document().FileName, file);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, TellsWhatItCannotOpen) {
@@ -303,7 +292,6 @@ TEST_F(Frame, TakesFilesThatAreDroppedOnIt) {
   QApplication::sendEvent(frame.get(), &drop);
   EXPECT_TRUE(QTest::qWaitFor([this] { return Windows() == 2; }));
   EXPECT_EQ(Document().FileName, folder.Path("b.qvx"));
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, ClosesAWindowByItsKeyInEveryState) {
@@ -316,7 +304,6 @@ TEST_F(Frame, ClosesAWindowByItsKeyInEveryState) {
     QTest::qWait(10);
     EXPECT_EQ(Windows(), open - 1);
   }
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, AsksForEachChangedProjectUntilCancelled) {
@@ -340,7 +327,6 @@ TEST_F(Frame, AsksForEachChangedProjectUntilCancelled) {
     dialogs.Press(QMessageBox::No);
     Trigger("mnuFileClose");
   }
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, StoresItsPlaceAtTheEnd) {
@@ -359,7 +345,6 @@ TEST_F(Frame, StoresItsPlaceAtTheEnd) {
   Start();
   EXPECT_EQ(frame->width(), frame->screen()->availableGeometry().width());
   EXPECT_TRUE(frame->geometry().intersects(frame->screen()->availableGeometry()));
-  EXPECT_TRUE(frame->close());
 }
 
 // A process that keeps a project and dies.
@@ -433,7 +418,6 @@ TEST_F(Frame, KeepsCopiesOfWhatIsNotSaved) {
   Trigger("mnuFileClose");
   QTest::qWait(0);
   EXPECT_EQ(copies(), 0);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, TakesFilesFromASecondStart) {
@@ -457,7 +441,6 @@ TEST_F(Frame, TakesFilesFromASecondStart) {
   });
   Trigger("mnuFileNewKind");
   EXPECT_TRUE(QTest::qWaitFor([&] { return Document().FileName == file.toStdString(); }));
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, ArrangesItsWindows) {
@@ -479,7 +462,6 @@ TEST_F(Frame, ArrangesItsWindows) {
   EXPECT_TRUE(entries[first]->isChecked());
   entries[first + 1]->trigger();
   EXPECT_EQ(Document().FileName, "Untitled 2");
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, OpensEveryExampleAsAProjectWithoutFile) {
@@ -494,7 +476,6 @@ TEST_F(Frame, OpensEveryExampleAsAProjectWithoutFile) {
     EXPECT_FALSE(Active().isWindowModified());
   }
   EXPECT_EQ(Windows(), 3);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, HasMnemonicsThatDoNotMeet) {
@@ -518,7 +499,6 @@ TEST_F(Frame, HasMnemonicsThatDoNotMeet) {
   for (const QLabel* label : Active().findChildren<QLabel*>())
     if (label->buddy() != nullptr) all << new QAction(label->text(), &owner);
   check(all);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, AsksForATextThatMayLookLikeMarkup) {
@@ -534,7 +514,6 @@ TEST_F(Frame, AsksForATextThatMayLookLikeMarkup) {
   EXPECT_EQ(user.AskText("a < b", "<b>old"), "new");
   dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });
   EXPECT_EQ(user.AskText("a < b", ""), std::nullopt);
-  EXPECT_TRUE(frame->close());
 }
 
 TEST_F(Frame, NamesWhatAScreenReaderMeets) {
@@ -549,7 +528,6 @@ TEST_F(Frame, NamesWhatAScreenReaderMeets) {
   EXPECT_EQ(table->rowCount(), 65'536);
   EXPECT_EQ(table->cellAt(0, 1)->text(QAccessible::Name), "2.5");
   EXPECT_TRUE(table->cellAt(0, 0)->state().focused || Grid().currentIndex().isValid());
-  EXPECT_TRUE(frame->close());
 }
 
 }  // namespace
