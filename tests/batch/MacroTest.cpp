@@ -75,19 +75,18 @@ struct Case {
   const char* LogHas;
 };
 
-std::string Line(const std::string& statement) { return statement + "\n"; }
+const std::string kBinary = std::string(
+                                "\x7f"
+                                "ELF\0\xff\r\x00\xfe\n\0=\t",
+                                13) +
+                            std::string(5000, '\xd8');
 
 const Case kCases[] = {
     {"empty file", "", 20, ""},
     {"no B_MACRO", "Y = a*x\nE_MACRO\n", 20, ""},
     {"B_MACRO alone", "text\nB_MACRO", 20, ""},
     {"B_MACRO in the last line", "text\nB_MACRO\n", 20, ""},
-    {"binary",
-     std::string("\x7f"
-                 "ELF\0\xff\r\x00\xfe\n\0=\t",
-                 13) +
-         std::string(5000, '\xd8'),
-     20, ""},
+    {"binary", kBinary, 20, ""},
     {"no model", kHead + "E_MACRO\n", 400,
      "Solving models\n\nLog Summary:\nRun Failed\n***************************************\nAbnormal termination\n"
      "Exit Status 400\n"},
@@ -144,7 +143,7 @@ const Case kCases[] = {
      "in parentheses, as in (a) mod (b)\n"},
     {"words in parentheses", kHead + "B_MODEL\nY = a+b*((x) mod (4))\nE_MODEL\nE_MACRO\n", 0,
      "Parsing Quorvex Macro file\nSetting"},
-    {"no data file named", "B_MACRO\nLogFile = @run.log\n" + Line(kTail), 110,
+    {"no data file named", "B_MACRO\nLogFile = @run.log\n" + std::string(kTail), 110,
      "Reading the input data file failed, DataFile not specified\nError reading the input data file\n"},
     {"missing data file", With("DataFile = @none.txt\n"), 110,
      "Reading the input data file '@none.txt'\nError reading the input data file\n"
@@ -156,17 +155,12 @@ const Case kCases[] = {
     {"data cannot be read on", With("DataFile = /proc/self/mem\n"), 120, "Exit Status 120"},
     {"data is no device", With("DataFile = @socket\n"), 140, "Exit Status 140"},
     {"data is a loop", With("DataFile = @loop\n"), 150, "Exit Status 150"},
-    {"data is a device without end", With("DataFile = /dev/zero\n"), 140,
-     "The device is not available.\nError reading the input data file\n"},
-    {"data is empty", With("DataFile = @folder/inside.txt\n"), 150,
-     "The file is empty.\nError reading the input data file\n"},
-    {"first line beyond the end", With("DataFirstLine = 6\n"), 150,
-     "The file has no data from line 6 on.\nError reading the input data file\n"},
-    {"text among the data", With("DataFile = @text.txt\n"), 150,
-     "Line 3: 'x7' is not a number.\nError reading the input data file\n"},
+    {"data is a device without end", With("DataFile = /dev/zero\n"), 140, "The device is not available.\n"},
+    {"data is empty", With("DataFile = @folder/inside.txt\n"), 150, "The file is empty.\n"},
+    {"first line beyond the end", With("DataFirstLine = 6\n"), 150, "The file has no data from line 6 on.\n"},
+    {"text among the data", With("DataFile = @text.txt\n"), 150, "Line 3: 'x7' is not a number.\n"},
     {"too few columns named", With("ColumnOrder = y\n"), 150, "Exit Status 150"},
-    {"too many variables", With("IndependentVariables = 21\n"), 150,
-     "IndependentVariables must be 1 to 20, not 21.\nError reading the input data file\n"},
+    {"too many variables", With("IndependentVariables = 21\n"), 150, "IndependentVariables must be 1 to 20, not 21.\n"},
     {"not enough points", With("DataFirstLine = 3.5\n"), 0, "Solution failed: not enough data points\n"},
     {"output in a missing folder", With("OutputFile = @none/out.txt\n"), 200,
      "File Output Error: 200\n***************************************\nLog Summary:\nRun Failed\n"},

@@ -417,6 +417,8 @@ TEST(TextImport, ReadsUpTo65536Rows) {
 }
 
 TEST(ImportData, AsksAndOpensOrRefuses) {
+  const std::string error = "refuse: Error importing data from '";
+  const std::string damaged = "'. The file is damaged, or it is no spreadsheet of type .ods or .xlsx.";
   const TemporaryFolder folder;
   const std::string runs = folder.Write("runs.dat", "1\n2\n3"), empty = folder.Write("empty.dat", "");
   const std::string sheets = TestData("spreadsheets/runs.ods"), broken = folder.Write("broken.XLSX", "1,2");
@@ -430,21 +432,12 @@ TEST(ImportData, AsksAndOpensOrRefuses) {
       {runs, true, true, true, {kOverwrite}},
       {runs, true, false, false, {kOverwrite}},
       {missing, true, false, false, {kOverwrite}},  // asked before the file is looked for
-      {missing, false, true, false, {"refuse: Error importing data from '" + missing + "'. The file does not exist."}},
-      {folder.Path(""),
-       false,
-       true,
-       false,
-       {"refuse: Error importing data from '" + folder.Path("") + "'. The file cannot be accessed."}},
+      {missing, false, true, false, {error + missing + "'. The file does not exist."}},
+      {folder.Path(""), false, true, false, {error + folder.Path("") + "'. The file cannot be accessed."}},
       {empty, false, true, false, {"refuse: It appears that the file '" + empty + "' contains no data."}},
       {mark, false, true, false, {"refuse: It appears that the file '" + mark + "' contains no data."}},
       {sheets, false, true, true, {}},
-      {broken,
-       false,
-       true,
-       false,
-       {"refuse: Error importing data from '" + broken +
-        "'. The file is damaged, or it is no spreadsheet of type .ods or .xlsx."}},
+      {broken, false, true, false, {error + broken + damaged}},
   };
   for (const auto& c : kCases) {
     Desk desk;
