@@ -11,9 +11,9 @@
 
 #include "Workloads.h"
 #include "engine/EqClass.h"
-#include "engine/gaussj.h"
 #include "equation/BlockProgram.h"
 #include "equation/Catalogue.h"
+#include "linear/gaussj.h"
 
 namespace quorvex {
 namespace {

@@ -6,7 +6,7 @@
 #include "core/DateText.h"
 #include "core/NumberText.h"
 #include "core/Version.h"
-#include "engine/InverseTDistribution.h"
+#include "functions/InverseTDistribution.h"
 
 namespace quorvex {
 std::array<std::string, 2> HeaderLines(const MacroSetup& setup) {

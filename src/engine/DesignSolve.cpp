@@ -6,9 +6,9 @@
 
 #include "core/FaultFlags.h"
 #include "core/NumericFault.h"
-#include "engine/Householder.h"
 #include "equation/ClosedForms.h"
 #include "functions/Elementary.h"
+#include "linear/Householder.h"
 
 namespace quorvex {
 

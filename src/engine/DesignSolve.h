@@ -3,8 +3,8 @@
 #include <span>
 #include <vector>
 
-#include "engine/SvdDecompose.h"
 #include "equation/Catalogue.h"
+#include "linear/SvdDecompose.h"
 
 namespace quorvex {
 

@@ -8,8 +8,8 @@
 #include "core/Settings.h"
 #include "core/SolveData.h"
 #include "engine/FitResult.h"
-#include "engine/Matrix.h"
 #include "engine/SolveForm.h"
+#include "linear/Matrix.h"
 
 namespace quorvex {
 

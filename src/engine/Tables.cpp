@@ -6,8 +6,8 @@
 
 #include "core/NumericFault.h"
 #include "engine/FindRoots.h"
-#include "engine/InverseNormalDistribution.h"
 #include "engine/ModelClass.h"
+#include "functions/InverseNormalDistribution.h"
 
 namespace quorvex {
 

@@ -7,9 +7,9 @@
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 #include "engine/SolveForm.h"
-#include "engine/TriangularFactor.h"
-#include "engine/gaussj.h"
 #include "equation/BlockProgram.h"
+#include "linear/TriangularFactor.h"
+#include "linear/gaussj.h"
 
 namespace quorvex {
 namespace {

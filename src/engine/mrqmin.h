@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/SolveData.h"
-#include "engine/Matrix.h"
+#include "linear/Matrix.h"
 
 namespace quorvex {
 

@@ -6,7 +6,7 @@
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "core/Version.h"
-#include "engine/InverseTDistribution.h"
+#include "functions/InverseTDistribution.h"
 #include "functions/betai.h"
 
 namespace quorvex {

@@ -1,4 +1,4 @@
-#include "engine/InverseTDistribution.h"
+#include "functions/InverseTDistribution.h"
 
 #include <cmath>
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <span>
 
-#include "engine/Matrix.h"
+#include "linear/Matrix.h"
 
 namespace quorvex {
 

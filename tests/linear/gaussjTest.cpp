@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "engine/gaussj.h"
+#include "linear/gaussj.h"
 
 namespace quorvex {
 namespace {

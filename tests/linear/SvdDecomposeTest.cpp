@@ -6,7 +6,7 @@
 #include <random>
 
 #include "core/NumericFault.h"
-#include "engine/SvdDecompose.h"
+#include "linear/SvdDecompose.h"
 
 namespace quorvex {
 namespace {

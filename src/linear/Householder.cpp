@@ -1,4 +1,4 @@
-#include "engine/Householder.h"
+#include "linear/Householder.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "engine/gaussj.h"
+#include "linear/gaussj.h"
 
 #include <cmath>
 #include <utility>

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "core/NumericFault.h"
-#include "engine/InverseNormalDistribution.h"
+#include "functions/InverseNormalDistribution.h"
 
 namespace quorvex {
 namespace {

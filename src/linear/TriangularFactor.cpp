@@ -1,8 +1,8 @@
-#include "engine/TriangularFactor.h"
+#include "linear/TriangularFactor.h"
 
 #include <algorithm>
 
-#include "engine/Householder.h"
+#include "linear/Householder.h"
 
 namespace quorvex {
 

@@ -1,10 +1,10 @@
-#include "engine/SvdDecompose.h"
+#include "linear/SvdDecompose.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "core/NumericFault.h"
-#include "engine/Householder.h"
+#include "linear/Householder.h"
 
 namespace quorvex {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "engine/SvdDecompose.h"
+#include "linear/SvdDecompose.h"
 
 namespace quorvex {
 

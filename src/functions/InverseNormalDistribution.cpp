@@ -1,4 +1,4 @@
-#include "engine/InverseNormalDistribution.h"
+#include "functions/InverseNormalDistribution.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "engine/InverseTDistribution.h"
+#include "functions/InverseTDistribution.h"
 
 namespace quorvex {
 namespace {
