@@ -8,12 +8,12 @@
 #include <optional>
 
 #include "core/FaultFlags.h"
+#include "core/Limits.h"
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 #include "engine/PointColumns.h"
 #include "engine/Ridders.h"
 #include "engine/TypedDerivatives.h"
-#include "engine/mrqmin.h"
 #include "equation/ClosedForms.h"
 
 namespace quorvex {

@@ -2,8 +2,8 @@
 #include <array>
 #include <cmath>
 
+#include "core/Limits.h"
 #include "engine/ModelClass.h"
-#include "equation/BlockProgram.h"
 
 namespace quorvex {
 

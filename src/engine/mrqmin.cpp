@@ -4,10 +4,10 @@
 #include <array>
 #include <cmath>
 
+#include "core/Limits.h"
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 #include "engine/SolveForm.h"
-#include "equation/BlockProgram.h"
 #include "linear/TriangularFactor.h"
 #include "linear/gaussj.h"
 

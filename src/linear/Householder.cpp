@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "equation/BlockProgram.h"
+#include "core/Limits.h"
 
 namespace quorvex {
 
