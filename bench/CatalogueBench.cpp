@@ -13,6 +13,7 @@
 #include "engine/EqClass.h"
 #include "equation/BlockProgram.h"
 #include "equation/Catalogue.h"
+#include "linear/BlockDot.h"
 #include "linear/gaussj.h"
 
 namespace quorvex {

@@ -8,6 +8,9 @@
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 #include "engine/SolveForm.h"
+#include "equation/BlockOperations.h"
+#include "equation/Expression.h"
+#include "linear/BlockDot.h"
 #include "linear/TriangularFactor.h"
 #include "linear/gaussj.h"
 

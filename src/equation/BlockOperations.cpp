@@ -162,28 +162,4 @@ void FunctionOverBlock(int code, const BlockOperand (&arguments)[3], std::size_t
   }
 }
 
-namespace {
-
-[[gnu::always_inline]] inline double Dot(const double* a, const double* b, std::size_t n) {
-  double sums[8] = {};
-  std::size_t i = 0;
-  for (; i + 8 <= n; i += 8)
-    for (std::size_t lane = 0; lane < 8; ++lane) sums[lane] += a[i + lane] * b[i + lane];
-  for (std::size_t lane = 0; i < n; ++i, ++lane) sums[lane] += a[i] * b[i];
-  return ((sums[0] + sums[4]) + (sums[2] + sums[6])) + ((sums[1] + sums[5]) + (sums[3] + sums[7]));
-}
-
-#ifdef __x86_64__
-[[gnu::target("avx2")]] double DotWide(const double* a, const double* b, std::size_t n) { return Dot(a, b, n); }
-#endif
-
-}  // namespace
-
-double BlockDot(const double* a, const double* b, std::size_t n) {
-#ifdef __x86_64__
-  if (__builtin_cpu_supports("avx2")) return DotWide(a, b, n);
-#endif
-  return Dot(a, b, n);
-}
-
 }  // namespace quorvex

@@ -21,8 +21,4 @@ void FunctionOverBlock(int code, const BlockOperand (&arguments)[3], std::size_t
 // out[i] = (above[i] - below[i]) / divisor; `out` may be one of the operands.
 void QuotientOverBlock(const double* above, const double* below, double divisor, std::size_t n, double* out);
 
-// Sum of a[i] * b[i] over a block, in an order that is the same on every machine: eight running sums, of the points
-// whose number leaves 0, 1, ... 7 divided by 8, added up pairwise at the end: ((0+4)+(2+6))+((1+5)+(3+7)).
-double BlockDot(const double* a, const double* b, std::size_t n);
-
 }  // namespace quorvex

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Limits.h"
+#include "linear/BlockDot.h"
 
 namespace quorvex {
 
