@@ -15,7 +15,7 @@ ProjectEditor::ProjectEditor(Project& project, const Settings& settings, Prompte
   undo_.Init(project.Sheet);
 }
 
-UndoOutcome ProjectEditor::UpdateUndoMenu(int& action, const std::optional<UndoLabel>& label, const CellRange& range) {
+UndoOutcome ProjectEditor::UpdateUndoMenu(int& action, const UndoLabel* label, const CellRange& range) {
   UndoOutcome outcome;
   if (action == kLeaveUndo) return outcome;
   const auto levels = static_cast<std::size_t>(std::max(0, settings_.Integer("undolevels")));
@@ -27,7 +27,7 @@ UndoOutcome ProjectEditor::UpdateUndoMenu(int& action, const std::optional<UndoL
   if (action == kResetUndo || !undo_.Enabled()) {
     undo_.Reset();
     Menu = UndoMenu();
-  } else if (action == kPushUndo && label) {
+  } else if (action == kPushUndo && label != nullptr) {
     const auto solved = [](const auto& item) { return item.Solved; };
     const bool saveRegression =
         std::any_of(project_.Models.begin(), project_.Models.end(), [](const auto& model) { return model->Solved; });
@@ -93,7 +93,7 @@ void ProjectEditor::ForgetNewest() {
 
 void ProjectEditor::Push(const UndoLabel& label, const CellRange& range) {
   int action = kPushUndo;
-  UpdateUndoMenu(action, label, range);
+  UpdateUndoMenu(action, &label, range);
   project_.Changed = true;
   const UndoExtent extent = ExtentOf(label.Operation);
   if (extent != UndoExtent::Formats && extent != UndoExtent::Headers && extent != UndoExtent::Models) DropSolutions();

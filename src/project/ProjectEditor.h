@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,7 +41,7 @@ class ProjectEditor {
   // pops one, or resets the stack, and sets Menu. Where undo fails the user is told, undo is off for this window,
   // `action` becomes kResetUndo, and the project is left alone. Where the setting allows none it is off until it does.
   // After a pop the result names the next one, and says what the windows have to bring up to date.
-  UndoOutcome UpdateUndoMenu(int& action, const std::optional<UndoLabel>& label = {}, const CellRange& range = {});
+  UndoOutcome UpdateUndoMenu(int& action, const UndoLabel* label = nullptr, const CellRange& range = {});
 
   // Takes back the newest operation.
   UndoOutcome EditUndo();

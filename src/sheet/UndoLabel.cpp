@@ -60,8 +60,11 @@ static_assert(InOrder(), "a row stands at the place of its operation");
 
 UndoExtent ExtentOf(UndoOperation operation) { return RowOf(operation).Extent; }
 
-UndoLabel::UndoLabel(UndoOperation operation, std::string_view detail)
-    : Operation(operation), Text("&Undo " + std::string(RowOf(operation).Name)) {
+UndoLabel::UndoLabel(UndoOperation operation, std::string_view detail) : Operation(operation) {
+  constexpr std::string_view kUndo = "&Undo ";
+  const std::string_view name = RowOf(operation).Name;
+  Text.reserve(kUndo.size() + name.size() + 1 + detail.size());
+  Text.append(kUndo).append(name);
   if (!detail.empty()) Text.append(" ").append(detail);
 }
 

@@ -110,8 +110,9 @@ bool SetEstimates(Project& project, ProjectEditor& editor, ModelClass& model, st
     if (!editor.Edit.User.Ask("This model is currently in the solved list. Modifying the parameters will clear it's "
                               "solution. Do you wish to continue?"))
       return false;
+    const UndoLabel label = UndoLabelOfModel(UndoOperation::ModifyParameters, model.id);
     int action = kPushUndo;
-    editor.UpdateUndoMenu(action, UndoLabelOfModel(UndoOperation::ModifyParameters, model.id));
+    editor.UpdateUndoMenu(action, &label);
   }
   std::vector<ICRange> ranges;
   for (int i = 1; const EstimateRow& row : rows) {

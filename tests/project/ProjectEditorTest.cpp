@@ -51,7 +51,7 @@ struct EditedProject {
   void Select(const CellRange& range) { Editor.Edit.Selection = {range}; }
   std::string Text(std::size_t row, std::size_t col) const { return Document.Sheet.Cells.GridCellText(row, col); }
   UndoOutcome Update(int action, const std::optional<UndoLabel>& label = {}) {
-    return Editor.UpdateUndoMenu(action, label);
+    return Editor.UpdateUndoMenu(action, label ? &*label : nullptr);
   }
 
   // Solves the line a*x+b and the spline through the present points.

@@ -235,8 +235,9 @@ TEST(StoreUserModel, LetsUndoSayWhichSolutionsTheNewDefinitionCost) {
     std::string log;
     SolveForm form;
     ASSERT_TRUE(model.Fit(data, settings, log, form)) << log;
+    const UndoLabel label = UndoOperation::ClearFits;
     int action = kPushUndo;
-    editor.UpdateUndoMenu(action, UndoOperation::ClearFits);
+    editor.UpdateUndoMenu(action, &label);
 
     UserModelDraft draft = DraftOf(model);
     if (what == "removed") {
