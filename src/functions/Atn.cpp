@@ -37,6 +37,7 @@ struct AtnKernel {
     };
     const double cosine = ofTurn(kCosine), sine = ofTurn(kSine);
     const double t = DoubleOf(magnitude);
+    // The last turn, by pi/2, leaves -1/t: no product can overflow however large t is.
     const double u = (t * cosine - sine) / (cosine + t * sine);
     const double z = u * u, z2 = z * z, z4 = z2 * z2;
     const double low = (c[0] + z * c[1]) + z2 * (c[2] + z * c[3]);

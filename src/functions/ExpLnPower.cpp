@@ -36,6 +36,7 @@ consteval ExpTable MakeExpTable() {
   for (int j = 0; j < kSteps; ++j) {
     const DoubleDouble x = DoubleDouble{j / double{kSteps}, 0} * kLn2;
     DoubleDouble power{1, 0}, term{1, 0};
+    // x is below ln(2), so that 30 terms reach beyond the 106 bits of the sum.
     for (int k = 1; k < 30; ++k) {
       term = term * x / k;
       power = power + term;
@@ -136,6 +137,7 @@ consteval LnTable MakeLnTable() {
       power = power * s * s;
       sum = sum + power / k;
     }
+    // The last bit of 0x1.8p10 is 2^-42: adding and taking it off leaves a multiple of that.
     const double rounded = (sum.Hi * 2 + 0x1.8p10) - 0x1.8p10;
     table.C[i] = c;
     table.LnHi[i] = rounded;
@@ -153,6 +155,7 @@ struct LnArgument {
 
 // From the bits of a normal x. For a subnormal one those of 2^52*x, less 52 powers of two, will do.
 [[gnu::always_inline]] inline LnArgument ReduceLn(Bits x) {
+  // Powers of two added so that the unsigned difference below does not wrap for any x, subnormal ones included.
   constexpr Bits kBias = 2048;
   constexpr double kHi = 0x1.62e42fefa38p-1, kLo = 0x1.ef35793c7673p-45;  // ln(2), the first with 42 bits
   const Bits shifted = x - kLowest + (kBias << 52);
@@ -160,6 +163,7 @@ struct LnArgument {
   const double z = DoubleOf(x - ((shifted >> 52) << 52) + (kBias << 52));
   const std::size_t i = (shifted >> 44) % kParts;
   const double c = kLnTable.C[i];
+  // z in two parts, whose products with the few bits of c are exact.
   const double upper = UpperHalf(z);
   return {k * kHi + kLnTable.LnHi[i], k * kLo + kLnTable.LnLo[i], (upper * c - 1) + (z - upper) * c};
 }
@@ -184,6 +188,7 @@ struct LnKernel {
   [[gnu::always_inline]] static double At(double x) { return OfBits(BitsOf(x)); }
 
   [[gnu::noinline]] static double Otherwise(double x) {
+    // These quotients raise the flags that stand for a fault: division by zero here, an invalid operation for x < 0.
     if (x == 0) return -1 / std::abs(x);
     if (std::isnan(x)) return x + x;
     if (x < 0) return (x - x) / (x - x);
@@ -236,6 +241,7 @@ constexpr double kSmallestExponent = 0x1p-66, kLargestExponent = 0x1p66;
   const DoubleDouble product = Product(b, ln.Hi);
   const Bits tooMuch = Mask(MagnitudeBits(product.Hi) > BitsOf(kBeyondExp));
   ExpArgument argument = ReduceExp(Select(tooMuch, std::copysign(kHeldExp, product.Hi), product.Hi));
+  // The product's low half is too small for x itself and joins what the reduction left of it.
   argument.R += Select(tooMuch, 0.0, product.Lo + b * ln.Lo);
   return ScaledExp(argument);
 }
@@ -250,6 +256,7 @@ bool IsWhole(double b) { return std::floor(b) == b; }
 bool IsOdd(double b) { return IsWhole(b) && !IsWhole(b / 2); }
 
 [[gnu::noinline]] double PowerOtherwise(double a, double b) {
+  // Before NaNs are looked for: by IEEE 754 these powers are 1 whatever the other number is.
   if (b == 0 || a == 1) return 1;
   if (b == 1) return a;
   if (b == 2) return a * a;
@@ -308,6 +315,7 @@ void PowerBlock(const double* a, const double* b, double* y, std::size_t n) { bl
 
 void PowerBlock(const double* a, double b, double* y, std::size_t n) {
   if (OrdinaryExponent(b)) return blocks::Run(FixedPowerKernel(b), n, y, a);
+  // In a loop of its own, which turns into vector instructions; PowerOtherwise is called for one base at a time.
   if (b == 2) {
     for (std::size_t i = 0; i < n; ++i) y[i] = a[i] * a[i];
   } else {

@@ -24,17 +24,20 @@ double CubicTail(double r) {
 
 double LnOnePlus(double x) {
   const double sum = 1 + x;
+  // Ln(sum)/(sum - 1) hardly depends on what rounding has made of the sum, so x times it keeps all digits.
   return sum == 1 ? x : Ln(sum) * (x / (sum - 1));
 }
 
 double ExpMinusOne(double x) {
   const double power = Exp(x);
   if (power == 1) return x;
+  // By the same device: (power - 1)/Ln(power) hardly depends on the rounding of the power.
   return power == 0 ? -1 : (power - 1) * (x / Ln(power));
 }
 
 double LessLnOnePlus(double w) {
   const double r = w / (2 + w);
+  // w - 2r is w*r exactly, so that the leading terms cancel before any rounding.
   return std::abs(r) <= kSmallRatio ? w * r - 2 * CubicTail(r) : w - LnOnePlus(w);
 }
 

@@ -25,6 +25,7 @@ struct Angle {
 // pi/2 in three parts (W. J. Cody & W. Waite, Software Manual for the Elementary Functions, 1980). Multiples of the
 // first two, of 40 bits each, and their differences are exact; the third leaves an error of 2^-120.
 
+// Up to here n has 13 bits, which with the 40 of a part make 53.
 constexpr double kModerate = 8192;
 
 [[gnu::always_inline]] inline bool IsModerate(double x) { return MagnitudeBits(x) <= BitsOf(kModerate); }
@@ -78,6 +79,7 @@ Angle ReduceLarge(double x) {
     const std::size_t at = from / 64 + i, by = from % 64;
     return by == 0 ? kTwoOverPi[at] : kTwoOverPi[at] << by | kTwoOverPi[at + 1] >> (64 - by);
   };
+  // Long multiplication of m by three words of 2/pi; whole multiples of four quadrants fall off at the top.
   const Wide low = Wide{m} * word(2);
   const Wide middle = Wide{m} * word(1) + (low >> 64);
   const Wide place = (Wide{m * word(0) + static_cast<Bits>(middle >> 64)} << 64) | static_cast<Bits>(middle);
@@ -123,6 +125,7 @@ Angle ReduceLarge(double x) {
 struct Sine {
   [[gnu::always_inline]] static double Of(Angle x, Bits sign) {
     const double value = Select(Mask(x.Quadrant % 2 != 0), Rounded(CosOf(x.R)), Rounded(SinOf(x.R)));
+    // Bit 1 of the quadrant lands on the sign: quadrants 2 and 3 are negative.
     return WithSign(value, sign ^ (x.Quadrant << 62));
   }
 };
@@ -130,6 +133,7 @@ struct Sine {
 struct Cosine {
   [[gnu::always_inline]] static double Of(Angle x, Bits) {
     const double value = Select(Mask(x.Quadrant % 2 != 0), Rounded(SinOf(x.R)), Rounded(CosOf(x.R)));
+    // Of the cosine these are quadrants 1 and 2; the sign of x does not count.
     return WithSign(value, (x.Quadrant + 1) << 62);
   }
 };
@@ -142,6 +146,7 @@ struct Tangent {
     const bool odd = x.Quadrant % 2 != 0;
     const DoubleDouble over{odd ? c.Hi : s.Hi, odd ? c.Lo : s.Lo};
     const DoubleDouble under{odd ? s.Hi : c.Hi, odd ? s.Lo : c.Lo};
+    // The quotient of the leading halves, and then what it lacks, by a second division of the exact remainder.
     const double inverse = 1 / under.Hi;
     const double quotient = over.Hi * inverse;
     const DoubleDouble back = Product(quotient, under.Hi);

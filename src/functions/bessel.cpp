@@ -121,6 +121,7 @@ double Descend(int n, double x) {
     const double below = j * (2 / x) * here - above;
     above = here;
     here = below;
+    // The scale is unknown anyway, so all of it is scaled down before anything overflows.
     if (std::abs(here) > BIGNO)
       for (double* value : {&here, &above, &ofOrderN, &evenSum}) *value *= BIGNI;
     if (j % 2 == 1) evenSum += here;  // here is of order j - 1
@@ -164,6 +165,7 @@ double bessj(int n, double x) {
   if (x == 0) return 0;
   const double ax = std::abs(x);
   if (IsSmallArgument(n, ax)) return WithSign(AscendingBessel(n, ax, -1).Value, n, x);
+  // Going up is stable only while the order is below x; beyond, the other solution takes over, and the way is down.
   return WithSign(ax > n ? Climb(n, ax, bessj0(ax), bessj1(ax)) : Descend(n, ax), n, x);
 }
 
@@ -174,6 +176,7 @@ double bessi(int n, double x) {
 
 double bessy(int n, double x) {
   RequireOrder(n);
+  // Y grows with its order, so going up is stable at any x.
   return Climb(n, x, bessy0(x), bessy1(x));
 }
 

@@ -25,6 +25,7 @@ Scaled PowerSum(double nu, double z) {
     term *= z / (k * (nu + k));
     sum += term;
     if (std::abs(term) <= kSettled * std::abs(sum)) return {sum, logarithm};
+    // The sum of I leaves the range before the factor in front of it, which is as small, can bring it back.
     if (sum > kBig) {
       sum /= kBig;
       term /= kBig;
@@ -46,6 +47,7 @@ void ForHankelTerms(double nu, double x, Use use) {
   double term = 1;
   for (int k = 1; k < 200; ++k) {
     const double next = term * ((4 * nu * nu - (2 * k - 1.0) * (2 * k - 1)) / (8 * k)) / x;
+    // An asymptotic series: behind its smallest term it diverges. Up to k = nu a rise is only passing.
     if (std::abs(next) < kSettled || (std::abs(next) > std::abs(term) && k > nu)) return;
     term = next;
     use(k, term);
@@ -61,6 +63,7 @@ JAndY Hankel(double nu, double x) {
   double p = 1, q = 0;
   ForHankelTerms(nu, x, [&](int k, double term) { (k % 2 == 0 ? p : q) += k / 2 % 2 == 0 ? term : -term; });
   const double phase = (nu + 0.5) * kHalfPi;
+  // By the sum of two angles, since x - phase would round away digits of a large x.
   const double c = Cos(x) * Cos(phase) + Sin(x) * Sin(phase), s = Sin(x) * Cos(phase) - Cos(x) * Sin(phase);
   const double amplitude = 1 / Sqr(kHalfPi) / Sqr(x);
   return {amplitude * (p * c - q * s), amplitude * (p * s + q * c)};

@@ -115,10 +115,12 @@ Neighbours TemmeSeries(double x, double mu, double curvature) {
   const double d = Ln(2 / x);
   const double e = mu * d;
   const double growth = Exp(e);
+  // f, p and q as they are for k = 0; the loop takes each from the one before.
   double f = (gam1 * (growth + 1 / growth) / 2 + gam2 * SinhOverArgument(e) * d) / SinOverArgument(kPi * mu);
   double p = 0.5 * growth / gampl;
   double q = 0.5 / (growth * gammi);
   const double half = 0.5 * kPi * mu;
+  // 2 sin^2(pi mu/2)/mu, written so that mu may be 0.
   const double r = curvature < 0 ? kPi * half * SinOverArgument(half) * SinOverArgument(half) : 0;
   const double least = curvature < 0 ? 1 : 0;
   const double ratio = curvature * x * x / 4;
@@ -242,6 +244,7 @@ OrdinaryBessel bessjy(double x, double nu) {
   const double wronskian = 2 / x / kPi;
 
   const LogDerivative ofJ = FirstFraction(x, nu, -1);
+  // In an unknown scale, so small that growth on the way down does not overflow; jMu gives the true one.
   const Pair top = {ofJ.Sign * FPMIN, ofJ.Sign * FPMIN * ofJ.Value};
   const Bottom bottom = StepDown(top, x, nu, steps, -1);
 
@@ -250,6 +253,7 @@ OrdinaryBessel bessjy(double x, double nu) {
   if (x < XMIN) {
     const Neighbours series = TemmeSeries(x, mu, -1);
     Y = {-2 / kPi * series.AtMu, -2 / kPi * (series.AtNext * 2 / x)};
+    // The Wronskian J(mu+1) Y(mu) - J(mu) Y(mu+1) = 2/(pi x), solved for J(mu).
     jMu = -wronskian / (Y.AtNext + bottom.Lean * Y.AtMu);
   } else {
     const std::complex<double> pq = OutgoingWave(x, mu);
@@ -257,6 +261,7 @@ OrdinaryBessel bessjy(double x, double nu) {
     const double q = pq.imag();
     const double f = mu / x + bottom.Lean;
     const double gamma = (p - f) / q;
+    // From the Wronskian and the two logarithmic derivatives; the sign is what the way down has found.
     jMu = std::copysign(Sqr(wronskian / ((p - f) * gamma + q)), bottom.Value);
     // Y' = J (gamma p + q): not gamma Y (p + q/gamma), which would divide by 0 at the zeros of Y.
     Y = {jMu * gamma, mu / x * jMu * gamma - jMu * (gamma * p + q)};
@@ -336,6 +341,7 @@ AiryFunctions airy(double x) {
   if (x < kBlurred) throw NumericFault();
   if (x > kVanished) return {0, std::numeric_limits<double>::infinity(), 0, std::numeric_limits<double>::infinity()};
   const double ax = std::abs(x);
+  // All four are combinations of Bessel functions of orders 1/3 and 2/3 at 2/3 |x|^1.5 (Abramowitz & Stegun 10.4).
   const double root = Sqr(ax);
   const double z = 2 * ax * root / 3;
   if (x > 0) {

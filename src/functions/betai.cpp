@@ -23,6 +23,7 @@ constexpr double kTwoPi = 6.283185307179586;
 // x^a y^b / B(a, b), which stands before fraction and integral.
 double Front(double a, double b, Parts parts) {
   const auto [x, y] = parts;
+  // Stirling's rests are right for large parameters alone; for small ones the logarithms do not cancel.
   if (std::min(a, b) < kStirling) {
     const double lnX = x < 0.5 ? Ln(x) : LnOnePlus(-y);
     const double lnY = y < 0.5 ? Ln(y) : LnOnePlus(-x);
@@ -94,6 +95,7 @@ double betai(double a, double b, Parts parts) {
   if (!(x >= 0 && y >= 0)) throw NumericFault();
   if (x == 0 || y == 0) return x == 0 ? 0 : 1;
   if (!(a > 0 && b > 0)) throw NumericFault();
+  // The fraction converges fast on this side of the mean. Beyond it the symmetry in (a, x) and (b, y) leads back.
   if (x < (a + 1) / (a + b + 2)) return Side(a, b, parts);
   return b <= kSmallParameter ? LessThanPower(a, b, parts) : 1 - Side(b, a, {y, x});
 }

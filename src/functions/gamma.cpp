@@ -59,6 +59,7 @@ constexpr auto kZetaLessOne = [] {
 double LnGammaNear2(double d) {
   constexpr double kOneLessEuler = 0.42278433509846714;
   double sum = 0;
+  // (1 - gamma) d + sum over k from 2 of (-1)^k (zeta(k) - 1) d^k/k, from the last term inwards.
   for (std::size_t i = kZetaLessOne.size(); i-- > 0;) sum = (kZetaLessOne[i] / static_cast<double>(i + 2)) - d * sum;
   return d * (kOneLessEuler + d * sum);
 }
@@ -74,6 +75,8 @@ double Tail(double a, double x) {
   const double front = Front(a, x);
   if (front == 0) return 0;
   if (!std::isfinite(front)) throw NumericFault();  // of infinite a or x
+  // The integrand falls off within about 1/sqrt(a) of x, relative to it. Below the mean w ends at 1, where the
+  // logarithm has its pole; above it there is no end.
   const double width = 1 / Sqr(a);
   if (x < a) {
     const auto below = [a, x](double w) { return w * (x + 1 - a) - (a - 1) * LessLnOnePlus(-w); };
@@ -105,6 +108,7 @@ double gammln(double x) {
   constexpr double kLanczos[] = {76.1800917294715,  -86.5053203294168,   24.0140982408309,
                                  -1.23173957245015, 0.00120865097386618, -5.395239384953e-06};
   if (!(x > 0)) throw NumericFault();
+  // ln Gamma is 0 at 1 and at 2, where an error of the sum below, small as it is, would be all of the result.
   if (x >= 0.5 && x < 1.5) return LnGammaOnePlus(x - 1);
   if (x >= 1.5 && x < 2.5) return LnGammaNear2(x - 2);
   double series = 1.00000000019001;

@@ -10,6 +10,7 @@ namespace quorvex {
 
 namespace {
 
+// Sweeps for one singular value. About two are the rule, so one that takes 30 will not settle at all.
 constexpr int kMostSweeps = 30;
 
 // sqr(a^2 + b^2), scaled by the larger
@@ -35,10 +36,12 @@ std::vector<Reflection> Triangularise(ColumnMatrix& u, ColumnMatrix& r) {
   std::vector<double> p(m);
   for (std::size_t j = 0; j < n; ++j) {
     const std::size_t k = reflections.size();
+    // The rows above k are finished: the reflections so far have made them rows of R.
     std::copy_n(u.Column(j), k, r.Column(j));
     const double* rest = u.Column(j) + k;
     if (std::all_of(rest, rest + (m - k), [](double value) { return value == 0; })) continue;
     std::copy_n(rest, m - k, p.data());
+    // As k is at most j, column k of u has been read already and is free for z.
     reflections.push_back(Reflect(p.data(), m - k, u.Column(k) + k));
     r(k, j) = reflections.back().image;
     for (std::size_t later = j + 1; later < n; ++later) reflections.back().Apply(u.Column(later) + k);
@@ -52,10 +55,12 @@ class SquareSvd {
  public:
   explicit SquareSvd(ColumnMatrix matrix) : n_(matrix.Columns()), d(n_), e(n_), U(n_, n_), V(n_, n_) {
     Bidiagonalise(std::move(matrix));
+    // Shifts drive the last element of a block to its singular value first, so the blocks end ever higher up.
     for (std::size_t k = n_; k-- > 0;) Settle(k);
   }
 
  private:
+  // Declared first, since members are made in this order and n_ gives the others their size.
   std::size_t n_;
 
  public:
@@ -67,12 +72,15 @@ class SquareSvd {
     ColumnMatrix leftZ(n_, n_), rightZ(n_, n_);
     std::vector<Reflection> left, right;
     std::vector<double> p(n_);
+    // The elements of a row are a column's length apart; a reflection wants them in one piece.
     const auto onRow = [&](std::size_t row, std::size_t from, auto&& work) {
       for (std::size_t j = from; j < n_; ++j) p[j] = r(row, j);
       work(p.data() + from);
       for (std::size_t j = from; j < n_; ++j) r(row, j) = p[j];
     };
     for (std::size_t k = 0; k < n_; ++k) {
+      // A reflection from the left clears column k below the diagonal, one from the right row k beyond the element
+      // beside it.
       std::copy_n(r.Column(k) + k, n_ - k, p.data());
       left.push_back(Reflect(p.data(), n_ - k, leftZ.Column(k)));
       d[k] = left[k].image;
@@ -82,6 +90,8 @@ class SquareSvd {
       e[k + 1] = right[k].image;
       for (std::size_t i = k + 1; i < n_; ++i) onRow(i, k + 1, [&](double* row) { right[k].Apply(row); });
     }
+    // The products of the reflections, from the last one back: number k then meets rows and columns from k on only, as
+    // those before are still those of the unit matrix.
     for (std::size_t k = n_; k-- > 0;) {
       U(k, k) = V(k, k) = 1;
       for (std::size_t j = k; j < n_; ++j) left[k].Apply(U.Column(j) + k);
@@ -97,6 +107,7 @@ class SquareSvd {
       const auto zero =
           std::find(d.begin() + static_cast<std::ptrdiff_t>(first), d.begin() + static_cast<std::ptrdiff_t>(k), 0.0);
       const auto at = static_cast<std::size_t>(zero - d.begin());
+      // An exact zero on the diagonal splits the block at once; no sweep is needed.
       if (d[k] == 0) {
         ClearColumn(first, k);
       } else if (at < k) {
@@ -106,6 +117,7 @@ class SquareSvd {
         Sweep(first, k);
       }
     }
+    // Singular values are not negative: the sign goes to the column of V.
     if (d[k] < 0) {
       d[k] = -d[k];
       for (std::size_t i = 0; i < n_; ++i) V(i, k) = -V(i, k);
@@ -116,6 +128,7 @@ class SquareSvd {
   std::size_t BlockStart(std::size_t k) {
     for (std::size_t i = k; i > 0; --i) {
       const double neighbours = std::abs(d[i - 1]) + std::abs(d[i]);
+      // Negligible is what changes no bit of its neighbours. That needs no limit, and so holds in any unit.
       if (neighbours + std::abs(e[i]) == neighbours) {
         e[i] = 0;
         return i;
@@ -180,18 +193,25 @@ class SquareSvd {
   void Sweep(std::size_t first, std::size_t k) {
     double biggest = 0;
     for (std::size_t i = first; i <= k; ++i) biggest = std::max({biggest, std::abs(d[i]), std::abs(e[i])});
+    // The shift is made of squares of the elements, which leave the range before these do.
     const int exponent = std::ilogb(biggest);
     const auto scaled = [exponent](double value) { return std::scalbn(value, -exponent); };
+    // The last 2 by 2 corner of B^T B, in the elements of B.
     const double y = scaled(d[k - 1]), z = scaled(d[k]), h = scaled(e[k]), g = k - 1 > first ? scaled(e[k - 1]) : 0;
     const double off = y * h, last = z * z + h * h, delta = (y * y + g * g - last) / 2;
+    // The root on delta's own side is a sum; the other one would cancel.
     const double towards = delta + std::copysign(Hypotenuse(delta, off), delta);
+    // 0 only where delta and off are: then the corner is `last` times the unit matrix.
     const double shift = towards == 0 ? last : last - off * (off / towards);
     const double x = scaled(d[first]);
+    // The first column of B^T B less the shift: the rotation that clears it starts the chase.
     double f = x * x - shift, bulge = x * scaled(e[first + 1]);
     if (f == 0 && bulge == 0) {  // squares lost to underflow: a step without shift
       f = d[first];
       bulge = e[first + 1];
     }
+    // Rotating columns makes an element below the diagonal, rotating rows moves it above, and so it goes down until it
+    // drops out at the end.
     for (std::size_t i = first; i < k; ++i) {
       const Rotation right(f, bulge);  // columns i and i + 1
       if (i > first) e[i] = right.length;
@@ -222,6 +242,7 @@ void FormQ(const std::vector<Reflection>& reflections, ColumnMatrix& u) {
     const Reflection& h = reflections[k];
     for (std::size_t j = k + 1; j < reflections.size(); ++j) h.Apply(u.Column(j) + k);
     double* column = u.Column(k);
+    // Column k of the product so far is the unit vector e(k), whose reflection is e(k) - z(k)/half * z.
     const double scale = h.half == 0 ? 0 : -column[k] / h.half;
     std::fill_n(column, k, 0.0);
     for (std::size_t i = k; i < m; ++i) column[i] = h.half == 0 ? 0 : column[i] * scale;
@@ -233,6 +254,7 @@ void FormQ(const std::vector<Reflection>& reflections, ColumnMatrix& u) {
 void MultiplyInPlace(ColumnMatrix& u, const ColumnMatrix& square) {
   constexpr std::size_t kRows = 128;
   const std::size_t n = u.Columns();
+  // A row of the product needs all of the old row, so some rows are finished before they are overwritten.
   ColumnMatrix product(kRows, n);
   for (std::size_t first = 0; first < u.Rows(); first += kRows) {
     const std::size_t count = std::min(kRows, u.Rows() - first);
@@ -250,7 +272,9 @@ void SvdDecompose(ColumnMatrix& u, std::vector<double>& w, ColumnMatrix& v) {
   if (!AllFinite(u)) throw NumericFault();
   const std::size_t n = u.Columns();
   ColumnMatrix r(n, n);
+  // First to a triangle: what iterates then has the size of the model, however many points there are.
   const std::vector<Reflection> reflections = Triangularise(u, r);
+  // Elements that are finite may still make columns whose length is not.
   if (!AllFinite(r)) throw NumericFault();
   SquareSvd svd(std::move(r));
   w = std::move(svd.d);
@@ -263,6 +287,7 @@ std::vector<double> SvdBackSubstitute(const ColumnMatrix& u, const std::vector<d
                                       std::span<const double> b) {
   std::vector<double> a(w.size());
   for (std::size_t j = 0; j < w.size(); ++j) {
+    // A direction that the data leave open takes no part: of all solutions this gives the shortest.
     const double term = w[j] == 0 ? 0 : PairwiseDot(u.Column(j), b.data(), b.size()) / w[j];
     AddMultiple(term, v.Column(j), a.size(), a.data());
   }

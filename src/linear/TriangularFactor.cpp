@@ -30,6 +30,7 @@ std::vector<double> TriangularFactor::InverseDiagonal() const {
     std::fill_n(column.data(), k, 0.0);
     column[k] = 1;
     for (std::size_t i = k + 1; i-- > 0;) {
+      // A singular R divides by 0 here. The infinities go on into the result, where the caller looks for them.
       column[i] /= r_(i, i);
       AddMultiple(-column[i], r_.Column(i), i, column.data());
       diagonal[i] += column[i] * column[i];

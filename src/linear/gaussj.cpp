@@ -45,6 +45,7 @@ bool gaussj(Matrix& a, std::size_t n, std::span<double> b) {
     for (std::size_t row = 0; row < n; ++row) {
       if (ipiv[row] == 1) continue;
       for (std::size_t col = 0; col < n; ++col) {
+        // Only where NaNs have let no candidate win is a column taken twice.
         if (ipiv[col] > 1) return false;
         // >= and not >: on a tie the last candidate wins. The pivot order decides the last digits of the inverse.
         if (ipiv[col] == 0 && std::abs(a(row, col)) >= biggest) {
@@ -66,6 +67,7 @@ bool gaussj(Matrix& a, std::size_t n, std::span<double> b) {
     Reduce(a, n, b, pivotCol);
     if (FaultFlagsRaised()) throw NumericFault();
   }
+  // A swap of rows of the matrix is one of columns of its inverse; the last one is undone first.
   for (std::size_t step = n; step-- > 0;)
     if (indxr[step] != indxc[step]) SwapColumns(a, n, indxr[step], indxc[step]);
   return true;
