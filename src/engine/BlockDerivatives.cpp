@@ -97,6 +97,7 @@ void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
 bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical,
                                         double* y, double* const* dyda) {
   if (!model_.UserType) return ClosedFormBlock(data, first, n, y, dyda);
+  // First of all, since the block's program keeps what does not depend on a varied coefficient from here.
   if (!model_.EvaluateBlock(data, first, n, y)) return false;
   if (model_.typed_) return model_.typed_->OverBlock(model_, data, first, n, dyda);
   return NumericalBlock(n, analytical, dyda);
@@ -116,6 +117,7 @@ bool Differentiator::NumericalBlock(std::size_t n, bool extrapolate, double* con
     if (mask != 1)
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
   }
+  // EvaluateBlock has cleared the flags; what any of the quotients raised since then shows here.
   return !FaultFlagsRaised();
 }
 
@@ -126,6 +128,7 @@ void Differentiator::SharpenDerivatives(std::size_t n, double* const* dyda) {
     const double mask = model_.Coefficients[c].Constant;
     if (mask == 0 || !model_.compiled_->OverBlocks().LinearIn(c)) continue;
     ClearFaultFlags();
+    // Where the wide step leads out of range, the derivative from the narrow one stays.
     if (!CentredQuotientBlock(c, kWideStep, n, quotient.data()) || FaultFlagsRaised()) continue;
     for (std::size_t i = 0; i < n; ++i) dyda[c][i] = mask * quotient[i];
   }
@@ -163,6 +166,7 @@ bool Differentiator::ExtrapolateBlock(std::size_t coefficient, std::size_t n, do
   if (!CentredQuotientBlock(coefficient, h, n, e.Tableau[1].data())) return false;
   e.Answer = e.Tableau[1];
   std::size_t computed = n;  // points at which the model is computed
+  // Whatever the outcome, the next coefficient finds all points again.
   const auto finish = [&] {
     program.Widen();
     return e.Count == 0;

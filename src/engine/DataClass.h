@@ -20,8 +20,8 @@ class DataClass {
   // of an earlier table go.
   void GenerateTable(std::vector<std::vector<double>> X, std::vector<double> Y);
 
-  // Error bars of one standard deviation of the point (`SigData`, in the unit of Y) up and down. False, and none, where
-  // the deviations are not one for each point or an end has no value.
+  // Error bars of one standard deviation of the point, in the unit of Y, up and down. False, and none, where the
+  // deviations are not one for each point or an end has no value.
   bool GenerateErrorTable(std::vector<double> SD);
 
   std::size_t NumTablePoints() const { return Y_.size(); }

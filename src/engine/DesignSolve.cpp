@@ -103,6 +103,7 @@ LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vec
   ColumnMatrix design = Design(model, X, m);
   const std::size_t n = design.Columns();
   ClearDependentColumn(design);
+  // The look for proportional columns may have divided by 0, which is no fault of the fit.
   ClearFaultFlags();
   std::vector<double> b(m), root(m);
   for (std::size_t i = 0; i < m; ++i) root[i] = Sqr(sig[i]);
@@ -124,6 +125,7 @@ LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vec
   solution.a.resize(n);
   solution.v = ColumnMatrix(n, n);
   for (std::size_t k = 0; k < n; ++k) {
+    // Back to the order and the units of the model.
     const auto [column, exponent] = places[k];
     solution.a[column] = std::scalbn(a[k] + rest[k], -exponent);
     for (std::size_t j = 0; j < n; ++j) solution.v(column, j) = std::scalbn(v(k, j), -exponent);

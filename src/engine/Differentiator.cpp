@@ -44,6 +44,7 @@ std::optional<double> Extrapolate(double a, Function f) {
     const std::optional<double> quotient = CentredQuotient(a, h, f);
     if (!quotient) return std::nullopt;
     tableau[1][k] = *quotient;
+    // The error of a centred quotient has even powers of the step only; each order is free of one more of them.
     double factor = kRidderFactor;
     for (std::size_t j = 2; j <= k; ++j) {
       const double cell = (tableau[j - 1][k] * factor - tableau[j - 1][k - 1]) / (factor - 1.0);
@@ -51,6 +52,7 @@ std::optional<double> Extrapolate(double a, Function f) {
       tableau[j][k] = cell;
       factor *= kRidderFactor;
       const double error = std::max(std::abs(cell - tableau[j - 1][k]), std::abs(cell - tableau[j - 1][k - 1]));
+      // On a tie the later one wins, which has the smaller step or the higher order.
       if (error <= estimate) {
         estimate = error;
         answer = cell;
@@ -98,6 +100,7 @@ bool Differentiator::Numerically(std::span<const double> x, std::span<double> dy
     if (model_.Coefficients[i].Constant == 0) continue;
     const double a = values[i];
     const auto f = [&](double value, double& y) {
+      // The coefficient is varied in the model itself, so that one evaluation serves all kinds of models.
       values[i] = value;
       return model_.Evaluate(x, y);
     };

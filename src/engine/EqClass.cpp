@@ -30,6 +30,7 @@ InputPoints EqClass::InputTable(const SolveData& data) const {
   const std::vector<double>& x = data.X[0];
   InputPoints points{{{}}, {}};
   for (std::size_t i = 0; i < x.size(); ++i) {
+    // The points are sorted, so equal X are neighbours: a curve has one value there, whatever was measured.
     if (i > 0 && x[i] == x[i - 1]) continue;
     points.X[0].push_back(x[i]);
     points.Y.push_back(data.Y[i]);

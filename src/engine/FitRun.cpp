@@ -12,6 +12,7 @@
 namespace quorvex {
 
 bool FitRun::EnoughPoints() {
+  // Less and not equal: with as many points as coefficients no degree of freedom is left for the error.
   if (static_cast<std::size_t>(model_.NumDependentVar()) < data_.N()) return true;
   LineAndBlank("Solution failed: not enough data points");
   return false;
@@ -21,6 +22,7 @@ bool FitRun::Linear() {
   Line("Beginning LS solution for model " + model_.id);
   if (!EnoughPoints()) return false;
   model_.Solved = false;
+  // A direct solution has no search that could end in another way.
   model_.Ended = SearchEnd::Converged;
   if (model_.UserType) {
     Line("User defined models require nonlinear solver");
@@ -67,6 +69,7 @@ bool FitRun::Nonlinear() {
       ReportParameters();
     }
   }
+  // Only a fit differentiates by the typed expressions; whoever asks for a slope later gets the numerical one.
   model_.typed_.reset();
   if (!form_.Aborted) form_.ShowConverging(false);
   return model_.Solved;
@@ -86,6 +89,7 @@ void FitRun::TakeStart() {
     Line("Obtaining initial estimates");
     Line(model_.SetIC(data_) ? "Initial estimates successful" : "Initial estimates failed, using defaults");
   }
+  // After the input, since a typed derivative may name statistics of the data.
   if (model_.typed_) model_.typed_->TakeStatistics(model_);
 }
 
@@ -145,8 +149,10 @@ std::optional<FitRun::Search> FitRun::FitOneSet(std::vector<double>& a) {
   };
   showChange();
   for (; search.iter <= settings_.MaxIterations && unchanged <= settings_.DivIterations; ++search.iter) {
+    // Between two steps, so that a pause or an abort meets a complete set of coefficients.
     form_.Yield();
     if (form_.Aborted) return std::nullopt;
+    // A pause keeps the best coefficients so far, and its covariance is computed below like that of any other end.
     if (form_.Paused) {
       search.ended = SearchEnd::Paused;
       form_.Paused = false;
@@ -156,10 +162,12 @@ std::optional<FitRun::Search> FitRun::FitOneSet(std::vector<double>& a) {
     model_.NumIterations = search.iter;
     form_.SetIterationLabel("Iteration: " + std::to_string(search.iter));
     form_.SetResidualLabel("Merit Function: " + GeneralNumber(search.chisq));
+    // A perfect fit leaves no merit function to express a change in percent of.
     if (search.chisq == 0) {
       search.ended = SearchEnd::Converged;
       break;
     }
+    // An unchanged value is how mrqmin tells of a rejected trial.
     if (search.chisq == ochisq) {
       ++unchanged;
       continue;
@@ -174,8 +182,10 @@ std::optional<FitRun::Search> FitRun::FitOneSet(std::vector<double>& a) {
     }
     ochisq = search.chisq;
   }
+  // The loop has run out by itself. If iterations are left, it was the count of rejections that ended it.
   if (search.ended == SearchEnd::IterationLimit && search.iter < settings_.MaxIterations)
     search.ended = SearchEnd::Unchanged;
+  // One more call, without damping and without a step, computes the covariance.
   alamda = 0;
   if (!step()) return std::nullopt;
   model_.ErrorInfo = true;
@@ -197,6 +207,7 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
     ShowParameters(a);
     std::optional<Search> search;
     try {
+      // A start that breaks down costs its own row of the sweep and not the sweep.
       search = FitOneSet(a);
     } catch (const NumericFault&) {
       if (form_.Aborted) return false;

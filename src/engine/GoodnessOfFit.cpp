@@ -27,6 +27,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
       if (form.Aborted) return false;
       blockFitted = EvaluateBlock(data, i, std::min(kBlock, N - i), fitted.data());
     }
+    // A block that fails as one is tried point by point, and the first point without a value decides.
     if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock])) return false;
     const double e = data.Y[i] - fitted[inBlock];
     resSum += e;
@@ -37,18 +38,23 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
     previous = e;
   }
   const double mean = weightedY / n;  // the weights have mean 1
+  // In a second pass about the mean: the sum of squares less n*mean^2 would cancel where Y lies far from 0.
   double rst = 0;
   for (std::size_t i = 0; i < N; ++i) rst += data.sig[i] * (data.Y[i] - mean) * (data.Y[i] - mean);
 
   const std::int32_t dofRegression = std::max(numcoef - 1, 1);
   const std::int32_t dofError = std::max(static_cast<std::int32_t>(N) - numcoef, 1);
+  // Constant Y leaves nothing to explain: an exact fit explains it all the same, any other nothing.
   const double r2 = rst == 0 ? (rssNorm == 0 ? 1.0 : 0.0) : 1.0 - rssNorm / rst;
+  // 1 - (1 - R2)(n - 1)/dofError, written as what the coefficients cost.
   const double r2Adjust = r2 - static_cast<double>(dofRegression) / dofError * (1.0 - r2);
+  // About 2 where neighbouring residuals are independent, near 0 where they follow each other.
   const double durbin = rss == 0 ? 0.0 : differences / rss;
   const double stdErr = std::sqrt(std::abs(rssNorm / dofError));
   for (const double value : {resSum, rss, rssNorm, rst, r2, r2Adjust, durbin, stdErr})
     if (!std::isfinite(value)) return false;
 
+  // All or nothing: a rejected solution leaves the statistics as they were.
   DOFRegression = dofRegression;
   DOFError = dofError;
   ResSum = resSum;
@@ -57,6 +63,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
   ResAvg = resSum / n;
   RST = rst;
   StdErr = stdErr;
+  // A model may be worse than the mean, which would make these negative.
   R2 = std::max(r2, 0.0);
   R2Adjust = std::max(r2Adjust, 0.0);
   Durbin = durbin;

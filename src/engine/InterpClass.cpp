@@ -111,6 +111,7 @@ bool InterpClass::MergeInput(const SolveData& data) {
   for (std::size_t i = 0; i < x.size();) {
     std::size_t end = i;
     double sum = 0;
+    // The points are sorted, so that equal X are neighbours.
     for (; end < x.size() && x[end] == x[i]; ++end) sum += data.Y[end];
     input_.X.push_back(x[i]);
     input_.Y.push_back(sum / static_cast<double>(end - i));
@@ -140,6 +141,7 @@ void InterpClass::ComputeSpline() {
     const double sig = (x[i] - x[i - 1]) / (x[i + 1] - x[i - 1]);
     const double p = sig * y2[i - 1] + 2;
     const double slopes = (y[i + 1] - y[i]) / (x[i + 1] - x[i]) - (y[i] - y[i - 1]) / (x[i] - x[i - 1]);
+    // On the way down y2 holds the multipliers that the way back needs, and u the right-hand side.
     y2[i] = (sig - 1) / p;
     u[i] = (6 * slopes / (x[i + 1] - x[i - 1]) - sig * u[i - 1]) / p;
   }
@@ -178,6 +180,7 @@ double InterpClass::SplineAt(double X) const {
   const double h = x[khi] - x[klo];
   if (h == 0) throw NumericFault();
   const double A = (x[khi] - X) / h, B = (X - x[klo]) / h;
+  // The straight line between the two points, and how far the second derivatives at them bend it.
   return A * y[klo] + B * y[khi] + ((A * A * A - A) * y2[klo] + (B * B * B - B) * y2[khi]) * (h * h) / 6;
 }
 
@@ -200,6 +203,7 @@ double InterpClass::RationalAt(double X) const {
   const std::vector<double>& x = input_.X;
   std::size_t nearest = 0;
   for (std::size_t i = 0; i < x.size(); ++i) {
+    // At a point itself the scheme would divide by 0.
     if (x[i] == X) return input_.Y[i];
     if (std::abs(x[i] - X) < std::abs(x[nearest] - X)) nearest = i;
   }
@@ -235,6 +239,7 @@ bool InterpClass::GenerateTable(const TableRange& range, bool Extrapolate) {
   }
   for (const double x : points) {
     double y = 0;
+    // Points beyond the input, or at a pole of the rational function, have no value and are left out.
     if (!Evaluate(x, y)) continue;
     XTable_.push_back(x);
     YTable_.push_back(y);

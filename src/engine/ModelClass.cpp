@@ -61,6 +61,7 @@ void ModelClass::StartCoefficients(const std::vector<std::string>& names) {
 }
 
 const Expression& ModelClass::Compiled() const {
+  // When first asked for: of a whole catalogue few models are ever shown as text or evaluated by their formula.
   if (!compiled_)
     compiled_ = std::make_unique<CompiledModel>(sFuncList_.empty() ? Expression()
                                                                    : Parser(dialect_, locale_).Compile(sFuncList_));
@@ -93,6 +94,7 @@ std::unique_ptr<ModelClass> ModelClass::CopyTo() const {
 }
 
 void ModelClass::CopyFitTo(ModelClass& twin) const {
+  // These two bases hold all that a user sets and a fit leaves; the compiled text remains the twin's own.
   static_cast<ModelSetup&>(twin) = *this;
   static_cast<FitResult&>(twin) = *this;
 }

@@ -28,6 +28,7 @@ std::optional<double> MvClass::RuleQuantity(std::string_view rule, const SolveDa
     }
     int number = 0;
     for (; i < rule.size() && rule[i] >= '0' && rule[i] <= '9'; ++i)
+      // Once it is too large it stays so, however many digits follow.
       if (number <= kMostIndependentVariables) number = number * 10 + (rule[i] - '0');
     --i;
     if (!variable) variable = number;

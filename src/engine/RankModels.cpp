@@ -23,6 +23,7 @@ std::vector<ModelClass*> RankModels(const ModelCollection& models, int sortIndex
   std::vector<ModelClass*> ranked;
   for (const auto& model : models)
     if (model->Solved) ranked.push_back(model.get());
+  // Stable, so that models of equal value keep the order of the catalogue.
   std::stable_sort(ranked.begin(), ranked.end(), [sortIndex](const ModelClass* a, const ModelClass* b) {
     const double x = SortKeyValue(*a, sortIndex), y = SortKeyValue(*b, sortIndex);
     return LargestIsBest(sortIndex) ? x > y : x < y;

@@ -10,7 +10,7 @@ namespace quorvex {
 inline constexpr std::size_t kRidderRounds = 10;
 inline constexpr double kRidderShrink = 1.4, kRidderFactor = 1.96, kRidderSafe = 2.0;
 
-// The first step, exactly representable at a and relative to it, some 600,000 units of the last place.
+// The first step, some 4e-6 of a and such that a + h is a double, lest its rounding go into the quotient.
 inline double InitialStep(double a) {
   const double h = a == 0 ? 3.684e-6 : a * 3.684e-6;
   const double moved = a + h;

@@ -22,6 +22,7 @@ struct Moments {
 Moments MomentsOf(const std::vector<double>& values, double least, double greatest) {
   int exponent = 0;
   std::frexp(std::max(std::abs(least), std::abs(greatest)), &exponent);
+  // Within these bounds the unit and its inverse are both normal numbers.
   exponent = std::clamp(exponent, -1000, 1000);
   const double unit = std::ldexp(1.0, exponent), inverse = std::ldexp(1.0, -exponent);
   const double n = static_cast<double>(values.size());
@@ -67,6 +68,7 @@ std::vector<double> Linearize(const CatalogueModel& builtIn, const SolveData& da
   const std::vector<double> yT = LinearizeData(builtIn, data.X, data.Y);
   LinearSolution solution = DesignSolve(builtIn, data.X, yT, data.sig);
   const std::size_t n = solution.w.size();
+  // The diagonal of V diag(1/w^2) V^T, in units of the residuals' variance.
   for (std::size_t i = 0; i < variances.size(); ++i) {
     double sum = 0;
     for (std::size_t j = 0; j < n; ++j) {
@@ -119,6 +121,7 @@ void ModelClass::TakeInput(const SolveData& data) {
   }
   for (std::size_t v = 0; v < data.X.size(); ++v) {
     VariableStatistics& x = Statistics.X[v];
+    // After all extremes: where a moment overflows, these are in place already.
     const Moments moments = MomentsOf(data.X[v], x.InputXMin, x.InputXMax);
     x.XMean = moments.mean;
     x.XStd = moments.std;
@@ -145,6 +148,7 @@ bool ModelClass::SetIC(const SolveData& data) {
     }
   } catch (const NumericFault&) {
   }
+  // The caller knows what a failed estimate means: a linear fit has failed, a nonlinear one starts from the defaults.
   TakeDefaults(*this);
   return false;
 }
@@ -165,6 +169,7 @@ bool ModelClass::RuleEstimate(const SolveData& data, std::vector<double>& a) con
     if (!divides && rule[0] != '*') return false;
     const std::optional<double> quantity = RuleQuantity(rule, data);
     if (!quantity) return false;
+    // A quantity of 0 cannot divide; 1 is the start of a coefficient of which nothing is known.
     if (!divides)
       a[i] = *constant * *quantity;
     else
@@ -178,6 +183,7 @@ std::vector<std::vector<double>> BuildICSets(const std::vector<ICRange>& ranges)
   std::size_t count = 1;
   for (const ICRange& range : ranges) count *= static_cast<std::size_t>(std::max(range.Steps, 1));
   std::vector<std::vector<double>> sets(count, std::vector<double>(ranges.size()));
+  // The first coefficient runs fastest.
   std::size_t period = 1;  // rows between two steps of the coefficient
   for (std::size_t i = 0; i < ranges.size(); ++i) {
     const auto steps = static_cast<std::size_t>(std::max(ranges[i].Steps, 1));

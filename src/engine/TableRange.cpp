@@ -13,6 +13,7 @@ std::vector<double> TablePoints(const TableRange& range, double InputMin, double
   if (!Extrapolate) {
     start = std::max(start, InputMin);
     end = std::min(end, InputMax);
+    // The range lies beside the input altogether: the whole input serves instead.
     if (start >= end) {
       start = InputMin;
       end = InputMax;
@@ -25,6 +26,7 @@ std::vector<double> TablePoints(const TableRange& range, double InputMin, double
     points[k] = range.UseLogSpacing ? start * std::pow(end / start, n / N) : start + n * ((end - start) / N);
   }
   points[last] = end;  // exactly, since an interpolation ends there
+  // Logarithmic spacing between numbers of different sign yields NaNs, and ends here.
   if (!std::all_of(points.begin(), points.end(), [](double x) { return std::isfinite(x); })) throw NumericFault();
   return points;
 }

@@ -33,6 +33,7 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
       XTable_.clear();
       return false;
     }
+    // The first variable runs slowest.
     std::size_t period = count;  // points between two repeats of the variable's first
     for (std::vector<double>& column : XTable_) {
       const std::vector<double> points = std::move(column);
@@ -43,7 +44,9 @@ bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
     }
   }
 
+  // XTable_ stays empty for the input's own points, which are read where they are instead of copied.
   const std::vector<std::vector<double>>& columns = XTable_.empty() ? Input->X : XTable_;
+  // Room for every variable that a model's text may name, be it beyond those of the data.
   std::array<double, kMostIndependentVariables> x{};
   std::vector<double> values;
   values.reserve(count);
@@ -81,11 +84,13 @@ std::optional<NormalTable> ModelClass::GenerateQQTable(const SolveData& data) {
   if (!residuals) return std::nullopt;
   NormalTable table{{}, std::move(*residuals)};
   for (double& e : table.Sorted) {
+    // A perfect fit has nothing but residuals of 0, which need no scale.
     if (StdErr != 0) e /= StdErr;
     if (!std::isfinite(e)) return std::nullopt;
   }
   std::sort(table.Sorted.begin(), table.Sorted.end());
   const double N = static_cast<double>(data.N());
+  // The middles of N equal parts of probability: the quantiles of 0 and 1 are infinite.
   for (std::size_t i = 0; i < data.N(); ++i)
     table.Quantiles.push_back(InverseNormalDistribution((static_cast<double>(i) + 0.5) / N));
   return table;

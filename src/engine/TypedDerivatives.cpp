@@ -13,6 +13,7 @@ std::unique_ptr<TypedDerivatives> TypedDerivatives::Compile(const ModelClass& pa
   for (int n = 0; n < parent.FunctionCount(); ++n) lines.push_back(parent.FunctionList(n));
   for (const Coefficient& coefficient : parent.Coefficients) {
     if (EqualNoCase(coefficient.Derivative, "numerical")) return nullptr;
+    // With the model's supporting functions behind it, to which a derivative may refer as well.
     lines[0] = coefficient.Derivative;
     TypedDerivative derivative{parent.NewModel(), {}};
     derivative.Model->SetID(coefficient.Derivative, lines);

@@ -22,6 +22,7 @@ std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition,
                                           const LocaleText& locale) {
   std::unique_ptr<ModelClass> model = NewModelFor(independentVariables, locale);
   model->SetID(definition.id, definition.FunctionList);
+  // A text may name a variable that the data do not have.
   const auto beyond = [&](const ExprToken& token) {
     return token.Type == TokenKind::IndependentVariable && token.Code > static_cast<int>(independentVariables);
   };

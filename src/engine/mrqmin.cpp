@@ -46,6 +46,7 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     model_.ErrorMessage = "A model may have " + std::to_string(kMostCoefficients) + " coefficients at most.";
     throw NumericFault();
   }
+  // Curvature and gradient at the start; every later step has those of the last trial that was accepted.
   if (alamda < 0) {
     mfit_ = static_cast<std::size_t>(std::count_if(ia.begin(), ia.end(), [](int free) { return free != 0; }));
     beta_.assign(a.size(), 0.0);
@@ -59,7 +60,9 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
   }
   for (std::size_t j = 0; j < mfit_; ++j) {
     for (std::size_t k = 0; k < mfit_; ++k) covar(j, k) = alpha(j, k);
+    // The damping is in proportion to the diagonal, so that a step does not depend on the units of the coefficients.
     covar(j, j) = alpha(j, j) * (1.0 + alamda);
+    // Some 300 rejections in a row take alamda, which has no upper bound, out of range: that ends the search here.
     if (!std::isfinite(covar(j, j))) throw NumericFault();
     da_[j] = beta_[j];
   }
@@ -68,19 +71,24 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     throw NumericFault();
   }
   if (alamda == 0.0) {
+    // Without damping gaussj has left the plain inverse. "Not less", since a NaN must count as inflated, too.
     bool inflated = false;
     for (std::size_t j = 0; j < mfit_; ++j) inflated = inflated || !(std::abs(alpha(j, j) * covar(j, j)) < kInflation);
     covsrt(covar, ia, mfit_);
     return !inflated || TakeVariances(a, ia, covar);
   }
+  // da_ is packed: it holds the free coefficients alone.
   std::size_t j = 0;
   for (std::size_t l = 0; l < a.size(); ++l)
     if (ia[l] != 0) atry_[l] = a[l] + da_[j++];
   if (!AllFinite(atry_)) throw NumericFault();
 
+  // covar and da_ are free again and take the curvature and gradient of the trial, to become alpha and beta if it is
+  // better.
   const Pass trial = mrqcof(atry_, ia, covar, da_, chisq);
   if (trial == Pass::Aborted) return false;
   if (trial == Pass::Complete && chisq < ochisq_) {
+    // Less damping leads towards the Gauss-Newton step, which converges fast near the minimum.
     alamda *= 0.1;
     ochisq_ = chisq;
     for (std::size_t row = 0; row < mfit_; ++row)
@@ -113,6 +121,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
   for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
 
   for (std::size_t first = 0; first < data_.N(); first += kBlock) {
+    // Once for each block: often enough for a click to be felt, and too seldom to cost time.
     if (Aborted()) return Pass::Aborted;
     const std::size_t n = std::min(kBlock, data_.N() - first);
     if (!ComputeBlock(first, n)) return Pass::NoValue;
@@ -128,6 +137,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
     }
     chisq += BlockDot(wdy_.data(), ymod_.data(), n);
   }
+  // Only the lower triangle is summed; the matrix is symmetric.
   for (std::size_t j = 0; j < mfit_; ++j)
     for (std::size_t k = 0; k < j; ++k) alpha(k, j) = alpha(j, k);
 
@@ -142,6 +152,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
 // singular to the last digit, or a model with random numbers has no value this time, the diagonal stays as it is. False
 // where the form is aborted.
 bool LevenbergMarquardt::TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar) {
+  // The last trial may have been rejected, and the model still holds it.
   for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
   TriangularFactor factor(mfit_);
   ColumnMatrix rows(kBlock + 1, mfit_);
@@ -153,6 +164,7 @@ bool LevenbergMarquardt::TakeVariances(const std::vector<double>& a, const std::
     else if (!ComputePointByPoint(first, n))
       return true;
     for (std::size_t i = 0; i < n; ++i) wt_[i] = std::sqrt(data_.sig[first + i]);
+    // Row 0 of `rows` is the factor's own; the points begin in row 1.
     for (std::size_t l = 0, j = 0; l < a.size(); ++l)
       if (ia[l] != 0) BinaryOverBlock(kMultiply, {wt_.data(), 0}, {dyda_[l].data(), 0}, n, rows.Column(j++) + 1);
     factor.Append(rows, n);

@@ -22,7 +22,7 @@ class SolveForm;
 // The covariance is the inverse of the curvature matrix, by Gauss-Jordan elimination. Its rounding grows with the
 // square of the derivatives' condition, so that a cubic in calendar years has hardly a digit left; where a variance
 // comes out much larger than its coefficient alone would have it, the diagonal is computed anew, in a second pass, by
-// QR of the weighted derivatives (engine/TriangularFactor.h): six digits and more where the condition of the
+// QR of the weighted derivatives (linear/TriangularFactor.h): six digits and more where the condition of the
 // derivatives, scaled to equal lengths, is below 1e9. For that pass numerical derivatives by coefficients in which a
 // model is linear are exact to rounding; those by others are right to some ten digits, of which the condition takes its
 // share.
