@@ -154,6 +154,7 @@ void FunctionOverBlock(int code, const BlockOperand (&arguments)[3], std::size_t
   const BlockFunction overBlock = BlockFunctionOf(code);
   if (overBlock != nullptr && arguments[0].Points != nullptr) return overBlock(arguments[0].Points, out, n);
   const IntrinsicFunction& function = IntrinsicFunctions()[static_cast<std::size_t>(code - 1)];
+  // No model that draws random numbers is computed by blocks.
   RandomState unused;
   for (std::size_t i = 0; i < n; ++i) {
     double values[3] = {};

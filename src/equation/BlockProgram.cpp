@@ -133,6 +133,7 @@ class BlockProgram::Builder {
     program_.forks_ = true;
     const std::uint32_t fork = Add(Kind::Fork, 0, {condition});
     const auto branch = [&](std::uint32_t which, int endCode, std::uint32_t Node::*end) {
+      // A branch is named by its fork and its side.
       path_.push_back(2 * fork + which);
       const std::uint32_t result = Stretch(endCode);
       path_.pop_back();
@@ -161,6 +162,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
   }
   supported_ = true;
   const std::size_t coefficients = expression.CoefficientNames.size();
+  // Operands stand before what uses them, so that one pass in order finds everything that a coefficient moves.
   depends_.assign(coefficients, std::vector<bool>(nodes_.size()));
   dependents_.resize(coefficients);
   for (std::size_t c = 0; c < coefficients; ++c) {
@@ -174,6 +176,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
       dependents_[c].push_back(i);
     }
   }
+  // What stands still while a coefficient is varied, but is read by what moves: this is what Narrow has to gather.
   fixed_.resize(coefficients);
   for (std::size_t c = 0; c < coefficients; ++c) {
     std::vector<bool> known = depends_[c];
@@ -262,6 +265,7 @@ bool BlockProgram::Narrow(std::size_t varied, std::span<const std::uint16_t> poi
     if (from.Points == nullptr) continue;
     std::vector<double>& block = narrow_.Blocks[i];
     block.resize(kBlock);
+    // When narrowed before, from and block are one: points[m] is never below m, so no value is lost before it is read.
     for (std::size_t m = 0; m < points.size(); ++m) block[m] = from.Points[points[m]];
     narrow_.Values[i].Points = block.data();
   }
@@ -285,6 +289,7 @@ void BlockProgram::Widen() {
       RunRange(i + 1, fork.TrueEnd, slots);
     else
       RunRange(fork.TrueEnd, fork.FalseEnd, slots);
+    // Both branches are behind; the choice that follows takes the value of the one that was run.
     i = fork.FalseEnd - 1;
   }
 }
@@ -310,6 +315,7 @@ void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
       out.Points = nullptr;
       return {1, &out.Value};
     }
+    // The result is computed where the caller wants it.
     if (index == result_ && &slots == &moved_) {
       out.Points = movedResult_;
       return {n_, movedResult_};

@@ -39,6 +39,7 @@ const std::vector<CatalogueModel>& Catalogue(int independentVariables) {
     static const std::vector<CatalogueModel> models = TwoVariableModels();
     return models;
   }
+  // Made when first asked for: most runs need the models of one number of variables only.
   static const auto models = [] {
     std::array<std::vector<CatalogueModel>, kMostIndependentVariables + 1> byCount;
     for (int n = 3; n <= kMostIndependentVariables; ++n) byCount[static_cast<std::size_t>(n)] = ManyVariableModels(n);

@@ -57,6 +57,7 @@ class SubTerms {
     if (of == XFunction::X && !inverse) return x_[variable];
     double* column = Storage(2 * static_cast<std::size_t>(of) + (inverse ? 1 : 0), variable);
     if (Fresh(column)) {
+      // 1/ln(x) takes the logarithm that another term may have computed.
       if (of == XFunction::Ln && inverse) {
         const double* ln = Column(XFunction::Ln, false, variable);
         ApplyFunction(XFunction::X, true, ln, n_, column);
@@ -123,6 +124,7 @@ const double* TermColumn(const Term& term, SubTerms& shared, double* room) {
 
 // y = sum of a[j] * columns[j]
 void AddUp(const CatalogueModel& model, const double* const* columns, std::size_t n, const double* a, double* y) {
+  // Term by term and not point by point, so that each loop turns into vector instructions; a point's sum is the same.
   for (std::size_t j = 0; j < model.Basis.size(); ++j) {
     const double aj = a[j];
     const double* t = columns[j];
@@ -219,6 +221,7 @@ void ApplyOuterAndChain(OuterFunction outer, std::size_t n, std::size_t count, d
       for (std::size_t i = 0; i < n; ++i) t[i] = slope(i, t[i]);
     }
   };
+  // The slope of ln(s) is 1/s, and s is gone once y holds the logarithm.
   if (outer == OuterFunction::Ln) chain([y](std::size_t i, double t) { return t / y[i]; });
   ApplyOuter(outer, n, y);
   if (outer == OuterFunction::Exp) chain([y](std::size_t i, double t) { return y[i] * t; });
@@ -261,6 +264,7 @@ void ValueAndDerivatives(const CatalogueModel& model, const double* const* x, st
 
 void Derivatives(const CatalogueModel& model, const double* const* x, std::size_t n, const double* a,
                  double* const* dyda) {
+  // The slope of an outer function is computed from its value, so the values come along whether asked for or not.
   double y[kBlock];
   ForEachBlock(model, x, n, [&](const double* const* from, std::size_t first, std::size_t count) {
     double* columns[kMostTerms];
@@ -281,6 +285,7 @@ void BasisFunctions(const CatalogueModel& model, const double* const* x, std::si
         const double power = std::abs(factor.Power);
         ApplyFunction(factor.Function, inverseExp, from[factor.Variable], count, f);
         if (power != 1) PowerBlock(f, power, f, count);
+        // The inverse of exp(x) is exp(-x) and no quotient.
         if (factor.Power > 0 || inverseExp)
           for (std::size_t i = 0; i < count; ++i) out[i] *= f[i];
         else

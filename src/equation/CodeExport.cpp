@@ -98,6 +98,7 @@ class SourceText {
     if (inC_) {
       Line("#include <math.h>");
       Line();
+      // C99 calls nothing that is not declared ahead.
       WriteCPrototypes(FnList_, text_);
       if (!text_.ends_with("\r\n\r\n")) Line();
     }

@@ -84,6 +84,8 @@ class Namer {
 CodeNames NamesFor(const Expression& expression, ExprType language, std::string_view function) {
   CodeNames names;
   Namer namer(language);
+  // What cannot be renamed is reserved first; the coefficients give way to that, and the code's own names to all of
+  // them.
   for (const ExprToken& token : expression.ExprTokens) {
     if (token.Type == TokenKind::SpecialWord) namer.Reserve(token.Name);
     if (token.Type == TokenKind::SaveSupport) namer.Reserve("F" + std::to_string(token.Code));

@@ -34,6 +34,7 @@ bool Evaluator::Evaluate(const Expression& expression, std::span<const double> x
   const auto need = [&](std::size_t count) {
     if (sp < count) throw NumericFault();
   };
+  // Instructions count from 1, as the targets of jumps do: 0 is no target.
   for (std::size_t pc = 1; pc <= tokens.size(); ++pc) {
     const ExprToken& token = tokens[pc - 1];
     const auto jump = [&](std::int16_t target) {

@@ -38,6 +38,7 @@ struct Form {
 };
 
 // clang-format off
+// Quotients and differences stand in parentheses, so that a/sec(x) divides by all of the secant.
 constexpr Form kFunctions[] = {
     {"abs", "ABS(#1)"},
     {"exp", "EXP(#1)"},

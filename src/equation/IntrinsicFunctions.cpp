@@ -230,6 +230,7 @@ double RandomState::Draw(double x) {
   bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9;
   bits = (bits ^ (bits >> 27)) * 0x94D049BB133111EB;
   bits ^= bits >> 31;
+  // The upper 53 bits: a double holds as many, so that the number stays below 1.
   return static_cast<double>(bits >> 11) * 0x1p-53;
 }
 

@@ -69,6 +69,8 @@ void Restore(Restoration restoration, std::span<double> a) {
       a[1] = a[1] / a[0];
       return;
     case Restoration::Gaussian: {
+      // ln(y) = ln(a) - (x - b)^2/(2 c^2) as a polynomial in x: c is in its last coefficient, b in the second with c,
+      // and a in the first with both.
       a[2] = Sqr(-1 / (2 * a[2]));
       const double square = a[2] * a[2];
       a[1] = a[1] * square;

@@ -15,6 +15,7 @@ double Truth(bool holds) { return holds ? -1.0 : 0.0; }
 // Quotient and remainder of the rounded operands, truncated toward zero.
 struct Division {
   Division(double a, double b) : dividend(RoundToInt32(a)), divisor(RoundToInt32(b)) {
+    // The second is the one quotient of 32-bit numbers that does not fit into 32 bits.
     if (divisor == 0 || (divisor == -1 && dividend == std::numeric_limits<std::int32_t>::min())) throw NumericFault();
   }
   std::int32_t dividend, divisor;

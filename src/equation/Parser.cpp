@@ -74,6 +74,8 @@ Expression Parser::Compile(const std::vector<std::string>& sFuncList) {
 void Parser::ParseModel(const std::string& text) {
   InError_ = false;
   CurrentOwner_ = 0;
+  // Backwards, so that the next character is the last one, and the text of a supporting function is put in front by
+  // appending it.
   InputText_.assign(text.rbegin(), text.rend());
   NextToken();
   ParseExpression(1);
@@ -117,11 +119,13 @@ void Parser::ParseFactor() {
   } else if (TokenType_ == "-") {
     EmitSource(TokenText_);
     NextToken();
+    // A minus binds more loosely than "^" and more tightly than all else: -x^2 is -(x^2), and -a*b is (-a)*b.
     ParseExpression(11);
     EmitToken("neg", TokenKind::Unary, kNegate);
   } else if (folded == "not") {
     EmitSource(TokenText_);
     NextToken();
+    // Comparisons bind more tightly than "not": not a = b is not (a = b).
     ParseExpression(6);
     EmitToken("not", TokenKind::Unary, kNot);
   } else if (TokenType_ == "(") {
@@ -179,6 +183,8 @@ void Parser::ParseFunction(const std::string& word) {
     if (isCondition) --conditions_;
     if (argument == function.Arguments) break;
     MatchSeparator(word);
+    // The list of an "if" reads: condition if, first value endtrue, second value endif. Each of the words is a jump or
+    // the target of one.
     if (isIf) {
       if (argument == 1)
         EmitToken(word, TokenKind::Function, kIfCode);
@@ -212,10 +218,12 @@ void Parser::ParseSupportFunction(int n) {
   }
   const int owner = CurrentOwner_, line = CurrentLine_, cursor = Cursor_;
   CurrentOwner_ = CurrentLine_ = n;
+  // The parenthesis that is put in front below is no character of the line.
   Cursor_ = -1;
   Defining_[index] = true;
 
   const std::string& body = (*lines_)[index];
+  // In parentheses, so that the body is one operand whatever stands beside the reference.
   InputText_ += ')';
   InputText_.append(body.rbegin(), body.rend());
   InputText_ += '(';
@@ -263,6 +271,7 @@ void Parser::NextToken() {
   if (IsDigit(c) || c == locale_.DecimalSeparator) {
     TokenType_ = "num";
     for (; !atEnd && (IsDigit(c) || c == locale_.DecimalSeparator); take()) TokenText_ += c;
+    // Any sign behind the "e" is taken for the exponent's, so that 1e5-x is no difference, but 1e5 -x is.
     if (!atEnd && (c == 'e' || c == 'E')) {
       do {
         TokenText_ += c;
@@ -277,6 +286,7 @@ void Parser::NextToken() {
     if (!atEnd) PushBack(c);
     const std::string folded = ToLower(TokenText_);
     const bool letter = folded.size() == 1 && folded[0] >= 'a' && folded[0] <= 't';
+    // These words are types of their own, which the grammar tells apart by themselves.
     if (letter || IndependentVariable(folded, dialect_) ||
         std::find(std::begin(kWordOperators), std::end(kWordOperators), folded) != std::end(kWordOperators))
       TokenType_ = TokenText_;
@@ -368,6 +378,7 @@ void Parser::ExtractCoefficients() {
   std::map<std::string, std::int16_t> numbers;  // by lower-case spelling
   for (const std::string& spelled : coefficients_)
     if (numbers.try_emplace(ToLower(spelled)).second) out_.CoefficientNames.push_back(spelled);
+  // The number of a coefficient does not depend on the order in which the lines name them.
   std::sort(out_.CoefficientNames.begin(), out_.CoefficientNames.end());
   std::int16_t number = 0;
   for (const std::string& name : out_.CoefficientNames) numbers[ToLower(name)] = ++number;
