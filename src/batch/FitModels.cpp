@@ -19,6 +19,7 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
   if (setup.ShowProgress) form.Show(true);
   int count = 0;
   for (const auto& model : models) {
+    // A macro may name models of more variables than its data have.
     if (model->NumIndependentVar() > setup.IndependentVariables) model->Solve = false;
     if (model->Solve) ++count;
   }

@@ -41,6 +41,7 @@ class ModelsByLines {
     for (; known_ < models.size(); ++known_) {
       ModelClass* const model = models.begin()[static_cast<std::ptrdiff_t>(known_)].get();
       std::string key;
+      // Under its first line, its first two and so on, since a block may give any number of them.
       for (int n = 0; n < kMostFunctionLines; ++n) first_.try_emplace(key += Piece(model->FunctionList(n)), model);
     }
     std::string key;
@@ -126,6 +127,7 @@ class Reader {
   void Take(const MacroStatement&, const ChoiceValue& choice, const std::string& value) { choice.Read(setup_, value); }
   template <typename N>
   void TakeLimit(const LimitValue<N>& limit, const std::optional<N>& number) {
+    // What is no number leaves the preference in force.
     if (number) preferences_.*limit.Preference = *number;
     setup_.*limit.Read = preferences_.*limit.Preference;
   }
@@ -222,6 +224,7 @@ bool Reader::ReadModelBlock() {
       functions[0] = GetLineValue(folded);
       WarnOfJoinedWords(line);
     } else if (hasValue && folded.starts_with("id")) {
+      // Unlike the formulas an ID keeps its case and its blanks.
       ID = GetLineValue(line);
     } else if (folded.empty()) {
       continue;
@@ -243,12 +246,14 @@ bool Reader::ReadModelBlock() {
   for (const Assign& assign : assigns) {
     const auto percent = assign.Text.find('%');
     if (percent != std::string::npos && assign.Text.find('%', percent + 1) != std::string::npos) {
+      // Two percent signs enclose a parameter, whose value is known only when its run begins.
       macro_.Deferred.push_back({assign.Text, model});
     } else if (const std::string fault = ApplyAssign(*model, assign.Text, locale_.ListSeparator); !fault.empty()) {
       Warn("'" + assign.Line + "' is ignored: " + fault);
     }
   }
   if (!assigns.empty()) {
+    // A built-in model would start from its linear form and pass over the rules that were just assigned.
     if (!model->UserType) model->ForceRuleEstimate = true;
     model->SpecifyICComplete = false;
   }
@@ -261,6 +266,7 @@ ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const s
   ModelClass* model = byLines_.Find(macro_.Models, functions);
   if (model == nullptr) {
     const std::string key = std::to_string(++userModels_) + "UserModel";
+    // All that counts here is one variable or several.
     std::unique_ptr<ModelClass> created = NewModelFor(setup_.IndependentVariables == 1 ? 1 : 2, locale_);
     created->SetID(key, std::move(functions));
     created->Description = "User Model";
@@ -288,6 +294,7 @@ void Reader::WarnOfBrokenLines(const ModelClass& model, const std::string& block
     const int n = compiled.PublicSubFunctionPointer;
     const std::string& line = model.FunctionList(n);
     const auto end = line.begin() + std::min(PlaceOfError(compiled, line), static_cast<int>(line.size()));
+    // Characters, not bytes: those that continue a character of UTF-8 are not counted.
     const auto before = std::count_if(line.begin(), end, [](char c) { return (c & 0xC0) != 0x80; });
     if (text.ends_with('.')) text.pop_back();
     text += ", at character " + std::to_string(before + 1);

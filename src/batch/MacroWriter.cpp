@@ -194,6 +194,7 @@ MacroFindings CheckMacro(const MacroFields& fields, const ModelCollection& model
   std::vector<const MacroStatement*> checked;
   for (const MacroStatement& statement : MacroStatements())
     if (statement.FoundAt > 0) checked.push_back(&statement);
+  // Findings come in the order of the editor's pages, which is not that of the statements.
   std::ranges::sort(checked, {}, &MacroStatement::FoundAt);
 
   MacroFindings findings;

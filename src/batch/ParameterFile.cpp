@@ -36,8 +36,10 @@ bool TakeField(std::string_view& rest, std::string& field) {
       field += rest.substr(0, quote);
       rest.remove_prefix(quote + 1);
       if (!rest.starts_with('"')) break;
+      // Two quotes within a quoted field stand for one.
       field += '"';
     }
+    // What stands between the closing quote and the comma is no part of the field.
     rest.remove_prefix(std::min(rest.find_first_of(kEnds), rest.size()));
   } else {
     const auto end = std::min(rest.find_first_of(kEnds), rest.size());

@@ -30,6 +30,7 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
   format.MissingMarker = setup.MissingData;
   // Columns that nothing reads are not kept.
   const bool inOrder = EqualNoCase(setup.ColumnOrder, "default");
+  // In order these are the X, Y and standard deviations; else as many as the order names.
   format.ColumnLimit = inOrder ? variables + 2
                                : 1 + static_cast<std::size_t>(std::count(
                                          setup.ColumnOrder.begin(), setup.ColumnOrder.end(), locale.ListSeparator));

@@ -11,6 +11,7 @@ namespace quorvex {
 DataReading ReadMacroDatabase(const MacroSetup& setup, const LocaleText& locale, const DatabaseUse& use,
                               const std::function<bool()>& keepWaiting) {
   DataReading failed;
+  // Shared, since a query that is given up goes on for a while and writes here after this function has returned.
   const auto cells = std::make_shared<Result<GridCells>>(Failure{});
   const auto read = [cells, connect = setup.DataFile, query = setup.SQLQuery, use](const LongWork& work) {
     *cells = QueryDatabase(connect, query, use, work);

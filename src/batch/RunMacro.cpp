@@ -53,6 +53,7 @@ std::string Token(const std::string& parameter) { return "%" + parameter + "%"; 
 // Replaces every occurrence of `token`, in any case, by `value`, whose own text is not looked through. False where
 // there is none.
 bool Substitute(std::string& text, const std::string& token, std::string_view value) {
+  // Folding changes ASCII letters only, so a place in one text is the same place in the other.
   const std::string foldedToken = ToLower(token), folded = ToLower(text);
   std::string substituted;
   std::size_t done = 0;
@@ -132,6 +133,7 @@ class MacroRun {
     const std::optional<std::string> refusal = RefuseInput("log", macro_.Setup.LogFile);
     CheckLog(refusal ? kAccessError : logFile_.Create(macro_.Setup.LogFile));
     if (refusal) message_ = *refusal;
+    // From here on no output may fall on the log either.
     if (const auto log = IdentityOfFile(ResolveNewPath(macro_.Setup.LogFile))) inputs_.emplace(*log, "log");
   }
   void PrintBuffer() {
@@ -185,6 +187,7 @@ bool MacroRun::Configure(const std::string& fileName) {
     message_ = "The file '" + fileName + "' is no macro: no line of it reads B_MACRO, or nothing follows.";
     return false;
   }
+  // Before any file is written: the console program hands the whole run over to the desktop program here.
   if (setup.ShowProgress || setup.ShowMessageBox) {
     if (const std::string reason = form_.RequestWindows(); !reason.empty()) {
       setup.ShowProgress = setup.ShowMessageBox = false;
@@ -269,6 +272,7 @@ bool MacroRun::LogParameters() {
 
 // Within a parameter run a failure ends its own run alone; only an abort ends the loop.
 bool MacroRun::RunAll() {
+  // Each run substitutes its parameters in the setup, so the next one begins with what the macro says.
   const MacroSetup written = macro_.Setup;
   for (run_ = 0; run_ < parameters_->Rows.size(); ++run_) {
     form_.Yield();
@@ -315,6 +319,7 @@ bool MacroRun::SubstituteParameters() {
       std::string& text = field.In(setup);
       if (!Substitute(text, token, value)) continue;
       if (tooLong(text, field.Keyword)) return false;
+      // A connection may hold a password, which no log shows.
       const std::string shown = field.Keyword == kData ? DataSourceText(setup) : text;
       if (field.IsLogged) Log("Assigning " + std::string(field.Keyword) + " = '" + shown + "'");
       ReadKeptText(*FindStatement(field.Keyword), setup);
@@ -356,6 +361,7 @@ bool MacroRun::RunOnce() {
 bool MacroRun::ReadData() {
   const MacroSetup& setup = macro_.Setup;
   data_ = unsorted_ = SolveData();
+  // Nothing of the run before may pass for a result of this one.
   for (const auto& model : macro_.Models) model->Solved = model->SpecifyICComplete = false;
   const bool fromDatabase = !setup.SQLQuery.empty();
   if (fromDatabase) {
@@ -427,6 +433,7 @@ bool MacroRun::Write() {
   Log(setup.OutputFile.empty() ? "Write failed, OutputFile not specified" : "Writing solution to " + setup.OutputFile);
   const bool asProject = EqualNoCase(setup.OutputFormat, "quorvex");
   std::optional<std::string> refusal = RefuseInput("output", setup.OutputFile);
+  // Saving a project keeps the old file under a second name, which must not fall on an input either.
   if (!refusal && asProject) refusal = RefuseInput("output", KeptName(setup.OutputFile));
   int error = kAccessError;
   if (refusal)

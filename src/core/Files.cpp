@@ -39,6 +39,7 @@ void AddMatches(const std::string& folder, const std::string& component, std::ve
     const std::string name = entry->path().filename();
     if (name != component && EqualNoCase(name, component)) others.push_back(folder + name);
   }
+  // A folder lists its entries in no order; sorted, a name leads to the same file every time.
   std::sort(others.begin(), others.end());
   paths.insert(paths.end(), others.begin(), others.end());
 }
@@ -63,6 +64,7 @@ int OpenDescriptor(const std::string& name, int flags, int& error) {
   if (descriptor >= 0) return descriptor;
   error = FileErrorNumber(errno);
   const auto slash = name.rfind('/');
+  // The system does not tell a missing file from a missing folder.
   if (error == kFileNotFound && slash != std::string::npos && slash > 0 && !Exists(name.substr(0, slash)))
     error = kPathNotFound;
   return -1;
@@ -175,6 +177,7 @@ int WholeFile::ReadOpen(int descriptor, std::size_t limit) {
   struct stat info;
   if (fstat(descriptor, &info) != 0) return FileErrorNumber(errno);
   if (S_ISDIR(info.st_mode)) return FileErrorNumber(EISDIR);
+  // A device other than a terminal may have no end, as /dev/zero has none.
   if (S_ISCHR(info.st_mode) && isatty(descriptor) == 0) return FileErrorNumber(ENODEV);
   // A pipe tells no size, nor does a file under /proc.
   const auto told = S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) : 0;
@@ -203,6 +206,7 @@ int WholeFile::ReadOpen(int descriptor, std::size_t limit) {
 bool WholeFile::Reserve(std::size_t capacity) {
   char* const bytes = static_cast<char*>(std::realloc(bytes_.get(), std::max<std::size_t>(capacity, 1)));
   if (bytes == nullptr) return false;
+  // The old memory is realloc's affair, whether it has moved or not.
   static_cast<void>(bytes_.release());
   bytes_.reset(bytes);
   PreferLargePages(bytes, capacity);
@@ -261,6 +265,7 @@ int TextFile::Sync() {
 
 int TextFile::Close() {
   Flush();
+  // Some file systems tell only at closing that the disk is full.
   if (descriptor_ >= 0 && close(descriptor_) != 0 && error_ == 0) error_ = FileErrorNumber(errno);
   descriptor_ = -1;
   return error_;

@@ -88,6 +88,7 @@ void RemoveLeftovers(const std::string& folder) {
   for (std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, error), end; !error && entry != end;
        entry.increment(error)) {
     if (!IsFreshName(entry->path().filename().native())) continue;
+    // Others may have put a link or a pipe of such a name here: the one is not followed, the other not waited for.
     const int descriptor = open(entry->path().c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) continue;
     // Where nothing can be locked nobody can tell what is in use.

@@ -23,6 +23,7 @@ const char* LocaleName(std::initializer_list<const char*> variables) {
 using LocaleHandle = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)>;
 
 LocaleHandle OpenLocale(int categories, const char* name) {
+  // Opened and never set: a global locale would change how the C library reads and writes numbers everywhere.
   return LocaleHandle(newlocale(categories, name, locale_t{}), freelocale);
 }
 
@@ -44,6 +45,7 @@ LocaleText ReadUserLocale() {
   LocaleText text;
   if (const auto locale = OpenLocale(LC_NUMERIC_MASK, LocaleName({"LC_ALL", "LC_NUMERIC", "LANG"}))) {
     text.DecimalSeparator = PlainCharacter(nl_langinfo_l(RADIXCHAR, locale.get()), text.DecimalSeparator);
+    // A comma cannot both end the whole part of a number and separate numbers.
     if (text.DecimalSeparator == ',') {
       text.ListSeparator = ';';
       text.ThousandSeparator = '.';

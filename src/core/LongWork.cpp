@@ -37,7 +37,9 @@ void EndBesideWorks(int status, void*) {
 bool RunBeside(const std::function<void(const LongWork&)>& work,
                const std::function<bool(const LongWork&)>& keepWaiting) {
   constexpr auto kTurn = std::chrono::milliseconds(20);
+  // Held by both sides, since either may be the last to need it.
   const auto shared = std::make_shared<Shared>();
+  // Detached below: a work that is left alone may never end, and waiting for it would hang the program.
   std::thread([shared, work] {
     std::exception_ptr fault;
     try {
@@ -55,11 +57,14 @@ bool RunBeside(const std::function<void(const LongWork&)>& work,
   std::unique_lock lock(shared->Lock);
   while (!shared->Ended.wait_for(lock, kTurn, [&] { return shared->AtEnd; })) {
     lock.unlock();
+    // Unlocked, for the caller's turn may be long, and the work must be able to tell its end.
     const bool wanted = keepWaiting(shared->Work);
     lock.lock();
     if (wanted) continue;
+    // Once in a program's life, and only where it is needed.
     static const int registered = on_exit(EndBesideWorks, nullptr);
     static_cast<void>(registered);
+    // It may have come to its end during the caller's turn.
     if (!shared->AtEnd) {
       shared->LeftAlone = true;
       ++leftAlone;

@@ -97,6 +97,7 @@ Digits ScientificDigits(double value, int places, int decimals, int& exponent) {
   const auto mark = text.find('e');
   const char* exponentDigits = text.data() + mark + (text[mark + 1] == '+' ? 2 : 1);
   std::from_chars(exponentDigits, text.data() + text.size(), exponent);
+  // 0 keeps its exponent 0 however many places there are.
   if (value != 0) exponent -= places - 1;
   std::string digits;
   std::copy_if(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(mark), std::back_inserter(digits), IsDigit);
@@ -137,6 +138,7 @@ Integer RoundTo(double value) {
 
 std::string GeneralNumber(double value, int digits) {
   if (!std::isfinite(value)) return NonFiniteText(value);
+  // -0 would show its sign.
   return ToCapitals(value == 0 ? 0.0 : value, std::chars_format::general, digits);
 }
 
@@ -157,6 +159,7 @@ std::string FormatNumber(double value, std::string_view pattern) {
 
   while (digits.Decimals.size() > static_cast<std::size_t>(parsed.DecimalsShown) && digits.Decimals.back() == '0')
     digits.Decimals.pop_back();
+  // A 0 before the point is shown where the pattern has a "0" there: "#.0" shows ".5".
   if (digits.Integer == "0") digits.Integer.clear();
   const auto shown = static_cast<std::size_t>(parsed.IntegerShown);
   if (digits.Integer.size() < shown) digits.Integer.insert(0, shown - digits.Integer.size(), '0');

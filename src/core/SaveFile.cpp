@@ -88,6 +88,7 @@ int ReplacementFile::Begin(const std::string& name) {
   if (name.empty() || name.find('\0') != std::string::npos) return kBadFileName;
   target_ = ResolveNewPath(name);
   struct stat info {};
+  // A pipe or a device has no content to keep, and a file cannot take its place.
   if (stat(target_.c_str(), &info) == 0 && !S_ISREG(info.st_mode)) return text_.Create(target_);
   target_ = FollowLinks(target_);
   folder_ = target_.substr(0, target_.rfind('/') + 1);
@@ -102,6 +103,7 @@ int ReplacementFile::Begin(const std::string& name) {
     if (old_ < 0) return FileErrorNumber(errno);
     flock(old_, LOCK_EX | LOCK_NB);  // for its second name, which is a fresh file
   }
+  // Closed to others until TakeOver gives it the rights of the old file, which may be private.
   int code = fresh_.Create(folder_, exists ? 0600 : 0666);
   if (exists && FolderRefuses(code)) code = fresh_.CreateInMemory();
   if (code == ENOENT) return kPathNotFound;
@@ -115,6 +117,7 @@ int ReplacementFile::Begin(const std::string& name) {
 
 int ReplacementFile::Commit() {
   if (error_ != 0) return error_;
+  // Before the renaming: after a power failure the name might else lead to a file without its content.
   if (care_ != FileCare::Answer) text_.Sync();
   error_ = text_.Close();
   if (error_ == 0 && fresh_.Descriptor() >= 0) error_ = Replace();
@@ -132,6 +135,7 @@ int ReplacementFile::Replace() {
   // The new content stands, so nothing fails any more: not even where a folder has the name of the old one.
   if (kept.HasName()) static_cast<void>(kept.RenameTo(KeptName(target_)));
   if (care_ == FileCare::Answer) return 0;
+  // The renaming is on the disk when the folder is.
   const int descriptor = open(folder_.empty() ? "." : folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor >= 0) {
     fsync(descriptor);

@@ -158,6 +158,7 @@ std::string Settings::Text(std::string_view key, std::string_view section) const
 }
 
 double Settings::Number(std::string_view key, std::string_view section) const {
+  // A text that is no number, as a file may hold it, counts as never chosen.
   if (const auto value = NumericText(Text(key, section))) return *value;
   const SettingRow row = RowOf(section, key);
   return NumericText(WithoutSentinel(row.Default, row)).value_or(0);

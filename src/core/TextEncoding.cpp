@@ -45,6 +45,7 @@ bool IsUtf8(std::string_view bytes) {
                                : lead >= 0xF0 && lead <= 0xF4 ? 4
                                                               : 0;
     if (length == 0 || bytes.size() - i < length) return false;
+    // Overlong forms, surrogates and what exceeds U+10FFFF show in the second byte.
     const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     if (at(i + 1) < lowest || at(i + 1) > highest) return false;
@@ -83,6 +84,7 @@ std::optional<std::string> DecodeUtf16(std::string_view bytes) {
     const char32_t code = i + 1 < bytes.size() ? unit(i) : kReplacement;
     const bool leads = code >= 0xD800 && code < 0xDC00, trails = code >= 0xDC00 && code < 0xE000;
     const char32_t next = leads && i + 3 < bytes.size() ? unit(i + 2) : 0;
+    // Two surrogates make one character, and half a pair makes none.
     if (next >= 0xDC00 && next < 0xE000) {
       AppendUtf8(text, 0x10000 + ((code - 0xD800) << 10) + (next - 0xDC00));
       i += 2;

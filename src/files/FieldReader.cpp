@@ -28,6 +28,7 @@ FieldReader::Field FieldReader::Next() {
   if (!good_) return {};
   SkipBlanks();
   if (at_ < text_.size() && text_[at_] == '"') {
+    // Commas and line ends up to the closing quote belong to the field.
     const std::size_t start = at_ + 1, end = text_.find('"', start);
     if (end == std::string::npos) {
       Fail();
@@ -46,6 +47,7 @@ FieldReader::Field FieldReader::Next() {
 }
 
 double FieldReader::Real() {
+  // Files have a decimal point whatever the locale is.
   const std::optional<double> value = NumericText(Next().Text);
   if (!value) Fail();
   return value.value_or(0);

@@ -10,6 +10,7 @@ namespace quorvex {
 
 std::string EscapeQuotes(std::string_view text) {
   std::string escaped(text);
+  // Fields have no escape for the quote that ends them.
   std::replace(escaped.begin(), escaped.end(), '"', '\'');
   return escaped;
 }

@@ -40,6 +40,7 @@ bool SavePart(Project& project, bool data, Prompter& user) {
   }
   std::swap(project.Notes, stored->Notes);
   const bool saved = FileSave(project, user);
+  // Where saving fails the project stays open, with its own notes.
   if (!saved) std::swap(project.Notes, stored->Notes);
   return saved;
 }
@@ -62,6 +63,7 @@ bool MayClose(Project& project, Prompter& user) {
     saveNotes = user.AskOrCancel("The notes for project '" + project.FileName + "' have changed. Save Changes?");
   if (!saveData || !saveNotes) return false;
   if (!*saveData && !*saveNotes) return true;
+  // Something has changed and is not to be saved: only the other part goes into the file.
   if (*saveData < project.Changed || *saveNotes < project.NotesChanged) return SavePart(project, *saveData, user);
   return FileSave(project, user);
 }

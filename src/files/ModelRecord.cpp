@@ -232,6 +232,7 @@ void SolvedModelReader::ReadSweeps(RecordReader& io) {
       if (model == nullptr) return io.Fail();
       std::vector<SweepRow> sweep = model->GetSweepInfo();
       for (SweepRow& set : sweep) {
+        // This model has had its results: the file names it twice.
         if (!set.Final.empty()) return io.Fail();
         set.Final.resize(set.Start.size());
         ListSweepResults(io, set);

@@ -179,6 +179,7 @@ std::string ProjectText(const Project& project) {
   const Header header = HeaderOf(project.Sheet);
   ListHeader(io, header);
   ListProject(io, project, [&] { WriteSolved(io, project); });
+  // Behind the end of the data, where older programs have stopped reading.
   WriteSweeps(io, project);
   WriteSearchEnds(io, project);
   return io.Text();

@@ -60,6 +60,7 @@ bool LoadUserModels(Project& project, Prompter& user, const FileToOpen& choose) 
   if (!fileName) return false;
   const auto file = OpenFile(project, user, *fileName, kLoad);
   if (!file) return false;
+  // With a copy of the ID, as the model that holds it is gone before Remove is done with it.
   for (const ModelClass* model : UserModels(project)) project.Models.Remove(std::string(model->id));
   int count = 0;
   bool dropped = false;

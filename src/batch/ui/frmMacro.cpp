@@ -53,6 +53,7 @@ frmMacro::frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollec
   connect(view, &QPushButton::clicked, this, &frmMacro::cmdView_clicked);
   connect(save, &QPushButton::clicked, this, &frmMacro::cmdExport_clicked);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  // Else Enter in any field would press a button.
   for (auto* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
 
   auto* column = new QVBoxLayout(this);
@@ -106,6 +107,7 @@ QPlainTextEdit* frmMacro::NewParagraph(QWidget* page, const QString& spoken, con
   auto* text = new QPlainTextEdit(page);
   text->setObjectName(name);
   text->setAccessibleName(spoken);
+  // Tab leads on as in all other fields; a statement could not hold it anyway.
   text->setTabChangesFocus(true);
   text->setFixedHeight(text->fontMetrics().lineSpacing() * lines + 2 * text->frameWidth() + 8);
   paragraphs_.push_back({text, TypedField(Statement(keyword))});

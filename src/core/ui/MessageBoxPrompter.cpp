@@ -64,6 +64,7 @@ std::optional<bool> MessageBoxPrompter::AskOrCancel(const std::string& text) {
 std::optional<std::string> MessageBoxPrompter::AskText(const std::string& text, const std::string& initial) {
   QInputDialog dialog(Over());
   dialog.setWindowTitle("Quorvex");
+  // A label takes text that looks like markup for markup.
   dialog.setLabelText(Qt::convertFromPlainText(QString::fromStdString(text)));
   dialog.setTextValue(QString::fromStdString(initial));
   return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue().toStdString()) : std::nullopt;

@@ -58,6 +58,7 @@ bool WaitWindow::Turn(const LongWork& work) {
 
 void WaitWindow::closeEvent(QCloseEvent* event) {
   cancelled_ = true;
+  // The work has to end first; to close the window is to ask for that.
   event->ignore();
 }
 
