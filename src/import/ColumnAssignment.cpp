@@ -40,6 +40,7 @@ std::vector<std::string> ColumnAssignment::lstHeaders() const {
 
 void ColumnAssignment::Assign(std::size_t column, std::size_t variable) {
   assert(column >= 1 && column <= columnCount_ && variable >= 1 && variable <= variables_.size());
+  // A column goes to one variable only.
   std::replace(columns_.begin(), columns_.end(), column, std::size_t{0});
   columns_[variable - 1] = column;
 }
@@ -48,6 +49,7 @@ void ColumnAssignment::UnAssign(std::size_t variable) { columns_[variable - 1] =
 
 void ColumnAssignment::AssignInOrder() {
   const auto none = [](std::size_t column) { return column == 0; };
+  // Only where the columns are as many as the variables and nothing was assigned: all else would be a guess.
   if (columnCount_ == columns_.size() && std::all_of(columns_.begin(), columns_.end(), none))
     std::iota(columns_.begin(), columns_.end(), std::size_t{1});
 }
@@ -74,6 +76,7 @@ void ColumnAssignment::MoveInto(GridCells& imported, std::size_t rows, DataSheet
   GridCells kept;  // the rows to be imported, in the sheet's columns
   for (std::size_t v = 1; v <= columns_.size(); ++v)
     if (ColumnOf(v) != 0 && rows > 0) CopyCells(imported, {1, ColumnOf(v), rows, ColumnOf(v)}, kept, 1, v);
+  // As far down as the sheet goes, lest old rows stay below the new ones.
   const std::size_t lastRow = std::max(rows, sheet.Cells.GridLastRow());
   for (std::size_t v = 1; v <= columns_.size(); ++v)
     if (ColumnOf(v) != 0 && lastRow > 0) CopyCells(kept, {1, v, lastRow, v}, sheet.Cells, 1, v);

@@ -69,6 +69,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   try {
     const auto first = static_cast<std::size_t>(std::min(startRow, 1e15));
     const std::string marker = ckMissingData ? std::string(Trim(txtMissingData)) : "";
+    // One row more than the sheet takes tells whether there are too many.
     auto waited = Await(&edit.User, ReadingText(), ReadRows(first, kMostSheetRows + 1, marker));
     if (!waited) return ImportOutcome::Stay;
     Result<GridCells>& rows = *waited;
@@ -88,6 +89,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
         if (const double cell = rows->Cell(row, col); GridCells::IsText(cell))
           if (const auto value = TypedValue(*rows, cell, edit.Locale)) rows->SetGridCellNumber(row, col, *value);
     }
+    // Here and not before: an import that was refused leaves no step to undo.
     edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
     Columns.MoveInto(*rows, rowCount, edit.Sheet);
     return ImportOutcome::Imported;
@@ -112,6 +114,7 @@ void DataImport::NameVariables(DataSheet& sheet, const LocaleText& locale) {
   for (std::size_t v = 1; v <= headers.size(); ++v) {
     const std::size_t col = Columns.ColumnOf(v);
     if (col == 0) continue;
+    // Names are words in all columns that are imported; anything else is a line of data.
     if (!GridCells::IsText(line->Cell(1, col))) return;
     headers[v - 1] = line->GridCellText(1, col);
   }

@@ -21,7 +21,9 @@ Result<std::vector<DatabaseTable>> DatabaseImport::Tables(Prompter* user) const 
 DatabaseImport::Reading DatabaseImport::ReadRows(std::size_t first, std::size_t count,
                                                  const std::string& marker) const {
   DatabaseUse use = use_;
+  // There is no way to skip rows that every source knows: they are read and dropped.
   use.RowLimit = first - 1 + count;
+  // Everything is captured by value, as a reading that is given up may go on when this object is gone.
   return [connect = connectString_, query = Query(), use, source = Source, first, marker](const LongWork& work) {
     Result<GridCells> rows = QueryDatabase(connect, query, use, work);
     if (!rows) return Result<GridCells>(ImportFailure(source, rows.error()));

@@ -168,6 +168,7 @@ class StatementWatch {
   State state_ = running;
   std::atomic<bool> timeIsOver_ = false;
   std::jthread thread_;  // joined at the end
+  // Made last, since it may call at once, and the first to go, so that nobody calls a watch that is half gone.
   std::stop_callback<std::function<void()>> asked_;
 };
 
@@ -228,6 +229,7 @@ class OdbcSession {
 };
 
 OdbcSession::~OdbcSession() {
+  // Its thread may be cancelling the statement, which must not be freed before.
   watch_.reset();
   if (statement_ != SQL_NULL_HANDLE) odbc_.SQLFreeHandle(SQL_HANDLE_STMT, statement_);
   if (connected_) odbc_.SQLDisconnect(connection_);
@@ -281,6 +283,7 @@ bool OdbcSession::Execute(const std::string& query) {
   constexpr std::string_view kWhat = "The query failed";
   if (use_.QuerySeconds > 0)
     odbc_.SQLSetStmtAttr(statement_, SQL_ATTR_QUERY_TIMEOUT, SqlNumber(std::size_t(use_.QuerySeconds)), 0);
+  // A hint that spares the source work; a driver may ignore it, and the reading stops at the limit by itself.
   if (use_.RowLimit <= std::numeric_limits<SQLINTEGER>::max())
     odbc_.SQLSetStmtAttr(statement_, SQL_ATTR_MAX_ROWS, SqlNumber(use_.RowLimit), 0);
   if (!Wanted()) return false;
@@ -384,6 +387,7 @@ bool OdbcSession::Allocate(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE& handle
 
 bool OdbcSession::Check(SQLRETURN result, std::string_view what, SQLSMALLINT type, SQLHANDLE handle) {
   if (SQL_SUCCEEDED(result)) return true;
+  // What a driver says of a statement that was cancelled does not tell that its time was over.
   if (watch_ && watch_->TimeIsOver()) {
     error_ = "The query took longer than the limit of " + std::to_string(use_.QuerySeconds) + " s.";
     return false;
@@ -408,6 +412,7 @@ std::string OdbcSession::Diagnostics(SQLSMALLINT type, SQLHANDLE handle) const {
     text.append(reinterpret_cast<const char*>(message.data()), LengthIn(message.data(), message.size()));
   }
   text = DecodeText(text);
+  // One line for a log or a box: messages come with line ends and runs of blanks.
   std::replace_if(
       text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, ' ');
   const auto end = std::unique(text.begin(), text.end(), [](char a, char b) { return a == ' ' && b == ' '; });

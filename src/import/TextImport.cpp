@@ -37,6 +37,8 @@ TextImport::Reading TextImport::ReadRows(std::size_t first, std::size_t count, c
   format.Delimiters = (Tab ? kTabDelimiter : 0) | (Comma ? kCommaDelimiter : 0) | (Space ? kSpaceDelimiter : 0) |
                       (SemiColon ? kSemicolonDelimiter : 0);
   format.IgnoreConsecutive = DupCheck;
+  // Where the locale has a point, the box that is not ticked says that the file has decimal commas; points are read,
+  // too.
   const bool commasToo = !ckLocale && decimalSeparator_ == '.';
   format.OverrideDecimal = ckLocale || commasToo;
   format.DecimalSeparator = commasToo ? ',' : decimalSeparator_;

@@ -28,6 +28,7 @@ struct Inflater {
 SpreadsheetArchive::SpreadsheetArchive(std::string_view bytes, const LongWork& work) : bytes_(bytes), work_(work) {
   constexpr std::string_view kEnd = "PK\5\6", kEntry = "PK\1\2";
   constexpr std::size_t kEntrySize = 46;
+  // From behind, as nothing but a comment follows the end of the directory.
   const auto end = bytes.rfind(kEnd);
   if (end == std::string_view::npos) return;
   std::size_t at = NumberAt(end + 16, 4);
@@ -49,6 +50,7 @@ bool SpreadsheetArchive::Encrypted() const {
 }
 
 SpreadsheetFault SpreadsheetArchive::Unpack(std::string_view name, const std::function<bool(std::string_view)>& take) {
+  // A small file can be made to unpack to any size.
   constexpr std::size_t kMostUnpacked = std::size_t{512} << 20, kHeaderSize = 30;
   constexpr unsigned kStored = 0, kDeflated = 8;
   const Entry* const entry = Find(name);
@@ -69,6 +71,7 @@ SpreadsheetFault SpreadsheetArchive::Unpack(std::string_view name, const std::fu
     constexpr std::size_t kPiece = 1 << 16;
     for (std::size_t at = 0; at < packed.size(); at += kPiece) {
       if (work_.Cancelled()) return SpreadsheetFault::Cancelled;
+      // The taker needs no more, or has a fault of its own to tell.
       if (!deliver(packed.substr(at, kPiece), packed.size() - at)) return SpreadsheetFault::None;
       if (unpacked_ > kMostUnpacked) return SpreadsheetFault::TooLarge;
     }

@@ -32,6 +32,7 @@ std::optional<double> SerialDay(std::string_view text) {
   if (!y || !m || !d) return std::nullopt;
   const year_month_day date(year(*y), month(static_cast<unsigned>(*m)), day(static_cast<unsigned>(*d)));
   if (!date.ok()) return std::nullopt;
+  // Spreadsheets take 1 January 1900 for day 1 and count a 29 February of that year, which never was.
   const auto days = static_cast<double>((sys_days(date) - sys_days(year(1899) / 12 / 30)).count());
   if (text.empty()) return days;
   if (text[0] != 'T') return std::nullopt;

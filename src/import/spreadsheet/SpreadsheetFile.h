@@ -10,8 +10,8 @@
 namespace quorvex {
 
 // Spreadsheets as office programs save them: OpenDocument (.ods) and Office Open XML (.xlsx), told apart by content.
-// The files src/sheet/Spreadsheet* are a library of their own, quorvex_spreadsheet, which the desktop program alone
-// links: an unattended run neither needs an XML parser nor waits for one to be loaded.
+// The files of this folder are a library of their own, quorvex_spreadsheet, which the desktop program alone links: an
+// unattended run neither needs an XML parser nor waits for one to be loaded.
 
 // The names of a file's sheets in their order, at least one.
 Result<std::vector<std::string>> ListSheets(const std::string& file, const LongWork& work = {});

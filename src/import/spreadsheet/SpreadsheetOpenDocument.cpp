@@ -72,6 +72,7 @@ class ContentReader : public SpreadsheetXml {
     } else if (reading_ && name.ends_with("table:1.0|table-row")) {
       EndRow();
     } else if (reading_ && depth == tableDepth_) {
+      // The wanted table has come to its end, and the others are not needed.
       Stop(SpreadsheetFault::None);
     }
   }

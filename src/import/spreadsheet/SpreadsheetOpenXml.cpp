@@ -195,6 +195,7 @@ class SheetReader : public SpreadsheetXml {
   }
 
   bool Store() {
+    // An error in a formula leaves no value.
     if (kind_ == "e") return true;
     if (kind_ == "d") return cells_.SetDate(row_, column_, text_);
     if ((kind_.empty() || kind_ == "n") && from1904_.IsDate(style_))
@@ -221,6 +222,7 @@ std::string FolderOf(const std::string& entry) { return entry.substr(0, entry.rf
 
 SpreadsheetFault ReadOpenXml(SpreadsheetArchive& archive, const std::optional<std::string>& sheet,
                              SpreadsheetContent& content) {
+  // The package names its workbook, and the workbook its sheets, texts and styles; file names mean nothing.
   RelationReader package("");
   SpreadsheetFault fault = package.Read(archive, "_rels/.rels");
   const std::string workbookFile = package.TargetOf("/officeDocument");

@@ -68,6 +68,7 @@ SpreadsheetFault SpreadsheetXml::Read(SpreadsheetArchive& archive, std::string_v
     static void Text(void* self, const char* text, int size) {
       if (!Self(self).stopped_) Self(self).Text({text, static_cast<std::size_t>(size)});
     }
+    // A document type could define entities that unfold without end, and no spreadsheet has one.
     static void DocumentType(void* self, const char*, const char*, const char*, int) {
       Self(self).Stop(SpreadsheetFault::Damaged);
     }

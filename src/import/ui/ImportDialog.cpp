@@ -160,6 +160,7 @@ void ImportDialog::Reload() {
   }
   import_->Columns.AssignInOrder();
   if (!startRowChosen_) {
+    // The signal stands for a choice of the user's, after which nothing is proposed any more.
     const QSignalBlocker quiet(UpDnStartRow);
     UpDnStartRow->setValue(static_cast<int>(DataImport::FirstDataLine(*rows, edit_.Locale)));
   }

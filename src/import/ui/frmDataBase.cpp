@@ -54,6 +54,7 @@ frmDataBase::frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget*
   if (const auto sources = ListDataSources())
     for (const std::string& source : *sources) cboSource->addItem(QString::fromStdString(source));
   connect(cboSource, &QComboBox::currentIndexChanged, this, &frmDataBase::ChooseSource);
+  // Edited and not changed: choosing a source sets the text, too.
   connect(txtConnect, &QLineEdit::textEdited, this, [this] {
     const QSignalBlocker quiet(cboSource);
     cboSource->setCurrentIndex(0);

@@ -78,6 +78,7 @@ QLayout* frmImport::Sheets(SpreadsheetImport& import) {
   row->addWidget(cboSheet, 1);
   connect(cboSheet, &QComboBox::currentIndexChanged, this, [this, &import, cboSheet](int index) {
     if (import.ChooseSheet(import.Sheets()[static_cast<std::size_t>(index)], Edit().User)) return Reload();
+    // The sheet could not be read, so the list goes back to the one that is shown.
     const QSignalBlocker quiet(cboSheet);
     cboSheet->setCurrentText(QString::fromStdString(import.ChosenSheet()));
   });
