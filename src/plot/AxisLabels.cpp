@@ -68,6 +68,7 @@ std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::str
   double value = limits.Max;
   for (int i = 1; i <= limits.Ticks + 1; ++i) {
     labels.push_back(FormatNumber(value, format));
+    // The last tick is the limit itself, which subtracting steps would miss by rounding.
     if (i >= limits.Ticks)
       value = limits.Min;
     else

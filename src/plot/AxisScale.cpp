@@ -35,6 +35,7 @@ AxisLimits NiceAxisLimits(double min, double max) {
   }
   const double p = std::pow(10.0, RoundToInt16(std::floor(std::log10(range))));
   const double r = range / p;
+  // A step is m tenths of p, the power of ten next below the range.
   const double m = r <= 1 ? 1 : r <= 2 ? 2 : r <= 5 ? 5 : 10;
   min = RoundDownToMultiple(min * 10 / p, m) * p / 10;
   const double t = (max - min) / p * 10 / m;
@@ -44,10 +45,12 @@ AxisLimits NiceAxisLimits(double min, double max) {
 
 AxisLimits RecomputeLogAxisLimits(double min, double max) {
   if (min <= 0 || max <= 0) return NiceAxisLimits(min, max);
+  // From beyond the limit step by step: the logarithm of a power of ten may be off by its last digit.
   int lo = RoundToInt16(std::log10(min) + 1);
   while (std::pow(10.0, lo) > min) --lo;
   int hi = RoundToInt16(std::log10(max) - 1);
   while (std::pow(10.0, hi) < max) ++hi;
+  // Data at a single power of ten still need a decade to stand in.
   if (hi == lo) --lo;
   return Checked({std::pow(10.0, lo), std::pow(10.0, hi), hi - lo, true});
 }

@@ -38,6 +38,7 @@ void BoxDrag::MouseMove(bool leftHeld, double x, double y) {
 void BoxDrag::DragDrop(double x, double y) {
   if (!Dragging()) return;
   const DeviceRect where = At(x, y);
+  // In units of the plot's first size, so that the box keeps its place in a window of any other.
   const auto relative = [](std::int32_t place, std::int32_t reference, std::int32_t scale) {
     return std::max(static_cast<float>(static_cast<double>(place) * reference / scale), 2.0F);
   };

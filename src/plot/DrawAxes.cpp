@@ -93,6 +93,7 @@ LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis) {
 // Whether the numbers stand below the frame side by side, the outermost ones within the page.
 bool FitsSideBySide(const LabelStrip& strip, const DeviceRect& frame, const DeviceMetrics& metrics) {
   if (strip.Each.empty()) return true;
+  // With a twentieth of a number between them. The outermost are centred on the corners, so half of each hangs out.
   return Nearest(static_cast<double>(strip.Each.size() - 1) * strip.Width * 1.05) < frame.width() &&
          strip.Each.back().cx <= 2 * frame.left &&
          strip.Each.front().cx <= 2 * (2 * metrics.Margin4X + metrics.Margins.right);
@@ -201,6 +202,7 @@ PlotMargins MeasurePlot(DrawingSurface& surface, const PlotClass& plot, const De
   LabelStrip& strip = around.BottomLabels = MeasureLabels(surface, BottomAxis(plot));
   if (!FitsSideBySide(strip, frame, metrics)) {
     strip.Slanted = true;
+    // At 45 degrees a text takes as much room upwards as across.
     strip.Width = strip.Height = Nearest(strip.Width * kCos45);
   }
   return around;

@@ -49,6 +49,7 @@ void PlotClass::RefreshPlot(DrawingSurface& window, Prompter& prompter) {
   window.SetViewportOrgEx(0, 0);
   window.SetWindowExtEx(window.ScaleWidth(), window.ScaleHeight());
   window.SetViewportExtEx(window.ScaleWidth(), window.ScaleHeight());
+  // Where drawing fails, the mouse must not find what the old picture showed.
   shown_ = {};
   DrawOn(window, prompter, {}, shown_);
 }
@@ -62,6 +63,7 @@ bool PlotClass::DrawOn(DrawingSurface& surface, Prompter& prompter, const PageSe
     prompter.Refuse(*refusal);
     return false;
   }
+  // The first size is the unit in which the places of legend and footnote are kept.
   if (InitPlotWidth == 0 || InitPlotHeight == 0) {
     InitPlotWidth = surface.GetDeviceCaps(DeviceCap::HORZRES);
     InitPlotHeight = surface.GetDeviceCaps(DeviceCap::VERTRES);

@@ -55,8 +55,8 @@ class DrawingSurface {
   virtual ~DrawingSurface() = default;
 
   // The device. A printer's page is its whole sheet, any other surface's the drawing itself, which is ScaleWidth by
-  // ScaleHeight device units; HORZRES and VERTRES are then the same two. TwipsPerPixel is 1440 / (device units per
-  // inch), fractions included: 15 on a screen at 100 %.
+  // ScaleHeight device units; HORZRES and VERTRES are then the same two. TwipsPerPixelX and Y are 1440 / (device
+  // units per inch), fractions included: 15 on a screen at 100 %.
   virtual std::int32_t GetDeviceCaps(DeviceCap index) const = 0;
   virtual bool IsPrinter() const = 0;
   virtual double TwipsPerPixelX() const = 0;

@@ -99,6 +99,7 @@ DevicePoint QuietCorner(const DeviceRect& frame, const DeviceMetrics& metrics, D
   double least = std::numeric_limits<double>::infinity();
   for (const DevicePoint& corner : {DevicePoint{right, top}, {left, top}, {right, bottom}, {left, bottom}}) {
     const double hides = hidden({corner.x, corner.y, corner.x + size.cx, corner.y + size.cy});
+    // On a tie the earlier corner wins, so they are listed as legends are looked for.
     if (hides >= least) continue;
     least = hides;
     best = corner;

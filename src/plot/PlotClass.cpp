@@ -61,6 +61,7 @@ PlotClass::DataLimits PlotClass::GetDataLimits() const {
 
 void PlotClass::ResolveAxisScales(bool automatic) {
   const DataLimits data = GetDataLimits();
+  // Equal limits are those of a plot for which nobody has chosen any.
   if (automatic || X.Min == X.Max || Y.Min == Y.Max) {
     X.Take(AutomaticLimits(data.XMin, data.XMax, X.LogScale));
     Y.Take(AutomaticLimits(data.YMin, data.YMax, Y.LogScale));
@@ -122,6 +123,7 @@ std::optional<CurveHit> PlotClass::CurveIsClose(double x, double y, double toler
     const SeriesTable table = PlotData[s].CopyDataTo();
     for (std::size_t i = 0; i < table.Y.size(); ++i) {
       const double dx = std::abs(x - mapX.ToDevice(table.X[i]));
+      // Most points are too far away already, and need not be looked at any further.
       if (dx > nearest) continue;
       const double distance = std::max(dx, std::abs(y - mapY.ToDevice(table.Y[i])));
       if (distance > nearest || (hit && distance == nearest)) continue;

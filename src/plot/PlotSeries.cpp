@@ -75,6 +75,7 @@ bool PlotSeries::GenerateTable(const TableRange& range, bool Extrapolate) {
   return std::visit(Overloaded{[](DataClass&) { return true; },
                                [&](InterpClass& curve) { return curve.GenerateTable(range, Extrapolate); },
                                [&](ModelPointer& model) {
+                                 // A model of several variables has no curve to be computed.
                                  return dynamic_cast<EqClass*>(model.get()) == nullptr ||
                                         model->GenerateTable({range}, Extrapolate);
                                }},

@@ -81,6 +81,7 @@ DeviceExtent PlaceSegments(std::vector<PlotTextSegment>& segments, std::int32_t 
 }  // namespace
 
 PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle) {
+  // Two codes and a character between them.
   constexpr std::size_t kShortestWithCodes = 5;
   if (text.empty()) return {};
   const SurfaceObject normal = CreatePlotFont(font, angle, surface);

@@ -189,6 +189,7 @@ bool DrawStyledPolyline(DrawingSurface& surface, std::span<const std::int32_t> x
   const bool straightens = surface.UnitsPerPixel() > 1;
   for (std::size_t i = first; i < count; ++i) {
     const DevicePoint next = point(i);
+    // A pattern walks through places out of range, too, lest it fall out of step.
     if (style == 0 && (!IsInRange(next, range) || (!line.empty() && next == line.back()))) continue;
     if (straightens)
       straightener.Add(next);

@@ -57,6 +57,7 @@ std::string ExcelNotes(const ModelClass& model) {
 std::vector<ModelClass*> ModelsToExport(const Project& project, const std::vector<SolvedItem>& selected,
                                         const std::vector<SolvedItem>& solved, Prompter& user) {
   std::vector<ModelClass*> models = ModelsOf(selected);
+  // A single selected solution is the one that is meant; otherwise the user chooses among all.
   if (models.size() != 1) models = ModelsOf(solved);
   if (models.empty()) models = UserModels(project);
   if (models.empty()) user.Refuse("There is no solved model, and no user defined one, to be exported.");

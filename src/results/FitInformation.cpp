@@ -102,6 +102,7 @@ class Builder {
 
   void Variance(const ModelClass& model) {
     const std::int32_t dfR = model.DOFRegression, dfE = model.DOFError;
+    // A model worse than the mean leaves the regression a negative sum of squares.
     if (!Shown("showvariance") || model.RssNorm > model.RST || dfR == 0 || dfE == 0) return;
     const double regression = model.RST - model.RssNorm;
     const double msR = regression / dfR, msE = model.RssNorm / dfE;

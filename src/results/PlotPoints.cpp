@@ -16,6 +16,7 @@ std::optional<PlotPoints> PointsOf(const DataSheet& sheet, const ColumnPair& col
   const std::size_t dependent = sheet.IndependentVariables + 1, deviation = dependent + 1;
   const bool weighted = sheet.HasStandardDeviation && columns.SecondCol == dependent;
   GridCells cells;
+  // A refusal names the row of the sheet and not that of the selection.
   cells.FirstLine = columns.FirstRow;
   const auto take = [&](std::size_t col, std::size_t as) {
     if (lastRow >= columns.FirstRow)

@@ -59,6 +59,7 @@ Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, con
 
   DataClass input;
   input.GenerateTable({data.X[0]}, data.Y);
+  // Where nobody has given deviations they are 1 throughout.
   const bool weighted = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
   if (weighted && !input.GenerateErrorTable(data.SD)) return Failure{"An error has occurred obtaining the input data."};
   plot.PlotData.push_back(Markers("Input Data", std::move(input), settings));
@@ -114,6 +115,7 @@ std::string NoCurveText(const std::vector<std::string>& names) {
 }
 
 PlotSeries SeriesOf(const SolvedItem& solution) {
+  // A copy, so that a plot shows what it was opened with, whatever becomes of the solution.
   return solution.Model != nullptr ? PlotSeries(solution.Model->CopyTo()) : PlotSeries(*solution.Interpolation);
 }
 

@@ -34,6 +34,7 @@ bool WriteImage(PlotClass& plot, const PictureSize& size, QIODevice& file, const
                 Prompter& prompter) {
   QImage image = BlankPicture(size);
   {
+    // In a scope of its own: the painting ends when the surface goes, and the image may be saved.
     QtSurface surface(image);
     if (!plot.DrawGraph(surface, prompter)) return false;
   }
@@ -66,6 +67,7 @@ bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string
 bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {
   printer.setFullPage(true);
   {
+    // The job ends with the surface; only then does the printer know of an error.
     QtSurface surface(printer, QtSurface::Device::kPrinter);
     if (!plot.DrawGraph(surface, prompter, page)) {
       printer.abort();

@@ -29,11 +29,13 @@ PlotView::PlotView(PlotClass& plot, Prompter& prompter, const Settings& settings
   setAccessibleName(tr("Plot"));
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
+  // The picture covers the whole widget, so it need not be erased first.
   setAttribute(Qt::WA_OpaquePaintEvent);
 
   xy_frame->setObjectName("xy_frame");
   xy_frame->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
   xy_frame->setAutoFillBackground(true);
+  // The cursor is followed below the frame, too.
   xy_frame->setAttribute(Qt::WA_TransparentForMouseEvents);
   auto* row = new QHBoxLayout(xy_frame);
   row->setContentsMargins(6, 2, 6, 2);
@@ -97,6 +99,7 @@ void PlotView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.drawImage(rect(), picture_);
   if (!overlay_) return;
+  // The overlay is in pixels of the screen, the painter in those of the widget.
   painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
   PaintOverlay(painter);
 }
@@ -113,6 +116,7 @@ void PlotView::PaintOverlay(QPainter& painter) const {
   const double width = devicePixelRatioF();
   QPen ground(QColor(255, 255, 255, 180), mark ? 3 * width : width), line(Qt::black, width, Qt::SolidLine, Qt::FlatCap);
   if (!mark) line.setDashPattern({3, 3});
+  // A line of one pixel has its middle in the middle of pixels.
   painter.translate(0.5, 0.5);
   for (const QPen& pen : {ground, line}) {
     painter.setPen(pen);
@@ -162,6 +166,7 @@ void PlotView::ShowPoint(const std::string& x, const std::string& y) {
 void PlotView::HideFrame() { xy_frame->hide(); }
 
 void PlotView::mousePressEvent(QMouseEvent* event) {
+  // A right click that ends a mode is also followed by a request for the context menu, which must not open then.
   clickEndedMode_ = event->button() != Qt::LeftButton && modes_.Active();
   const QPointF at = InUnits(event->position());
   modes_.MouseDown(static_cast<int>(event->button()), at.x(), at.y());
@@ -187,6 +192,7 @@ void PlotView::keyPressEvent(QKeyEvent* event) {
 }
 
 void PlotView::focusOutEvent(QFocusEvent* event) {
+  // A menu has the focus for a moment only.
   if (event->reason() != Qt::PopupFocusReason) modes_.LostFocus();
 }
 

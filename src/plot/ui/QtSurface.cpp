@@ -227,6 +227,7 @@ SurfaceHandle QtSurface::CreatePen(int, std::int32_t width, std::int32_t colour)
 SurfaceHandle QtSurface::CreateSolidBrush(std::int32_t colour) { return objects_.Add(SurfaceBrush{colour}); }
 
 SurfaceHandle QtSurface::SelectObject(SurfaceHandle object) {
+  // The lines gathered so far are drawn with the old pen, and so were the stamps.
   Flush();
   fontIsCurrent_ = false;
   stamps_.clear();
@@ -513,6 +514,7 @@ void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) 
   const QPoint at = OnPixels({x, y});
   QTransform turned;
   turned.translate(at.x(), at.y());
+  // Tenths of a degree against the clock, where the painter turns with it.
   turned.rotate(-objects_.Font().Escapement / 10.0);
   Painter().setTransform(turned);
   Painter().setFont(font);
@@ -521,6 +523,7 @@ void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) 
 }
 
 DeviceExtent QtSurface::GetTextExtentPoint32A(std::string_view text) {
+  // Measured for the device, whose resolution need not be the screen's.
   const QFontMetrics metrics(Font(), &device_);
   return {metrics.horizontalAdvance(ToText(text)) * units_, metrics.height() * units_};
 }

@@ -146,6 +146,7 @@ void EvaluationPanel::SetSolution(const SolvedItem* solution) {
 }
 
 void EvaluationPanel::MakeVariables(int count) {
+  // Which deletes the widgets of the row as well.
   while (variables_->rowCount() > 0) variables_->removeRow(0);
   XVal_text.clear();
   const QSignalBlocker quiet(cmboRoot);
@@ -169,6 +170,7 @@ void EvaluationPanel::MakeVariables(int count) {
   const int shown = std::min(count, 6);
   const int row = XVal_text[0]->sizeHint().height();
   scroll->setFixedHeight(shown * row + (shown - 1) * std::max(variables_->verticalSpacing(), 0) + 2);
+  // Fields that are made anew would come last in the order of Tab.
   QWidget* before = optnAction[1];
   for (QLineEdit* field : XVal_text) {
     setTabOrder(before, field);

@@ -64,6 +64,7 @@ class Press {
     const double scale = width_ / std::accumulate(widths_.begin(), widths_.end(), 0.0);
     if (scale < 1 && scale >= kLeastScale) {
       painter_.scale(scale, scale);
+      // In the units of smaller letters the page is larger.
       width_ /= scale;
       height_ /= scale;
     }
@@ -83,11 +84,13 @@ class Press {
   }
 
   bool Strip(std::size_t first, std::size_t end) {
+    // As if a page were full, so that the first row begins one.
     double y = height_;
     for (std::size_t r = 0; r < table_.RowCount(); ++r) {
       const double height = RowHeight(r, first);
       if (height == 0) continue;
       if (y + height > height_) {
+        // The device begins with a page of its own.
         if (page_ > 0 && !device_.newPage()) return false;
         y = PageHead(first, end);
       }

@@ -152,6 +152,7 @@ TableView::TableView(const char* name, const QString& accessibleName, QWidget* p
 }
 
 void TableView::SetTable(std::unique_ptr<TextTable> table) {
+  // Spans are kept by row, and would lie over the rows of the new table.
   clearSpans();
   model_->SetTable(std::move(table));
   Arrange();

@@ -45,6 +45,7 @@ void SetMargins(QPrinter& printer, const PageSetup& page) {
 
 // The margins in units of the printer, or why they leave no room for a table in that font.
 Result<QMargins> MarginsOn(QPrinter& printer, const PageSetup& page, const QFont& font) {
+  // The margins count from the edge of the paper, not of what the printer can reach.
   const bool fullPage = printer.fullPage();
   printer.setFullPage(true);
   const QtSurface sheet(printer, QtSurface::Device::kPrinter);
@@ -73,6 +74,7 @@ frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWi
 void frmResults::LayOut() {
   EqList = new QComboBox(this);
   EqList->setObjectName("EqList");
+  // Else the list would be as wide as the longest equation, and the window with it.
   EqList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   EqList->setMinimumContentsLength(20);
   auto* label = new QLabel("E&quation:", this);

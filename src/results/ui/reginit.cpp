@@ -84,6 +84,7 @@ void reginit::LayOut() {
   connect(buttons, &QDialogButtonBox::accepted, this, &reginit::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &reginit::reject);
 
+  // A single "&" in the model's name would be taken for a mnemonic.
   auto* model = new QLabel("&Model: " + QString::fromStdString(model_.id).replace('&', "&&"), this);
   model->setBuddy(RangeGrid);
   auto* adjust = new QHBoxLayout;
