@@ -101,6 +101,7 @@ double PairCorrelation(const ScaledColumn& x, const ScaledColumn& y) {
   }
   if (xShared.empty()) throw NumericFault();
   const bool sameRows = xShared.size() == x.All.Deviations.size() && xShared.size() == y.All.Deviations.size();
+  // Columns that have numbers in the same rows share the sums that were made of each.
   return sameRows ? Pearson(x.All, y.All) : Pearson(Centred(xShared), Centred(yShared));
 }
 

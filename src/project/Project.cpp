@@ -42,6 +42,7 @@ Project ProjectOfSolve(const SolveData& unsorted, bool weighted, const ModelColl
     // is opened.
     const bool isFree = !models.Has(copy->cfgID) && !IsInCatalogue(copy->cfgID, unsorted.X.size());
     if (copy->UserType && !copy->cfgID.empty() && isFree && !project.Models.Has(copy->cfgID)) copy->id = copy->cfgID;
+    // A copy, since the same call moves the model away.
     const std::string key = copy->id;
     project.Models.Add(key, std::move(copy));
   }

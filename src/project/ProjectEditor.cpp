@@ -18,6 +18,7 @@ ProjectEditor::ProjectEditor(Project& project, const Settings& settings, Prompte
 UndoOutcome ProjectEditor::UpdateUndoMenu(int& action, const UndoLabel* label, const CellRange& range) {
   UndoOutcome outcome;
   if (action == kLeaveUndo) return outcome;
+  // As the preferences have it now: only a failure ends undo for good.
   const auto levels = static_cast<std::size_t>(std::max(0, settings_.Integer("undolevels")));
   if (undo_.Enabled() && levels == 0) {
     if (!toldDisabled_) Edit.User.Refuse("Cannot UNDO, the UNDO feature has been disabled.");
@@ -93,9 +94,11 @@ void ProjectEditor::ForgetNewest() {
 
 void ProjectEditor::Push(const UndoLabel& label, const CellRange& range) {
   int action = kPushUndo;
+  // First of all: the step keeps the solutions that are dropped below.
   UpdateUndoMenu(action, &label, range);
   project_.Changed = true;
   const UndoExtent extent = ExtentOf(label.Operation);
+  // These leave the numbers as they are; after any other change the solutions are those of other data.
   if (extent != UndoExtent::Formats && extent != UndoExtent::Headers && extent != UndoExtent::Models) DropSolutions();
 }
 

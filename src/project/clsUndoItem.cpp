@@ -23,6 +23,7 @@ std::size_t clsUndoItem::RecoverRegression(ModelCollection& regressionList) cons
     ModelClass* const model = regressionList.Find(saved->id);
     // The fit of a model belongs to its text: where that is another, so are the coefficients.
     if (model && SameDefinition(*saved, *model)) {
+      // Into the model that is there, since windows look at it.
       saved->CopyFitTo(*model);
     } else {
       ++lost;
@@ -47,6 +48,7 @@ void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
       cells_ = grid.Cells;
       break;
     case UndoExtent::DeletedRows:
+      // A row goes with all its columns, whichever of them were selected.
       range_.FirstCol = 1;
       range_.LastCol = std::max(grid.ColumnCount(), grid.Cells.GridLastCol());
       [[fallthrough]];

@@ -25,6 +25,7 @@ std::vector<std::vector<std::size_t>> FindReplicates(const DataSheet& sheet, std
       if (column[a] != column[b]) return column[a] < column[b];
     return false;
   };
+  // Stable, so that the rows of a set ascend and the first one is that which stays.
   std::stable_sort(rows.begin(), rows.end(), before);
   std::vector<std::vector<std::size_t>> sets;
   for (std::size_t begin = 0, end = 0; begin < rows.size(); begin = end) {
@@ -61,6 +62,7 @@ bool AverageReplicates(const SheetEdit& edit) {
     edit.User.Inform("No replicates found.");
     return false;
   }
+  // All means before the first change: a refusal leaves the sheet as it is.
   std::vector<double> means;
   std::vector<bool> merged(all.LastRow, false);  // into a row above
   for (const auto& set : sets) {

@@ -27,6 +27,7 @@ int TakeDigits(std::string_view& text, std::size_t least, std::size_t most) {
 
 std::optional<double> DateText(std::string_view text, char dateSeparator) {
   using namespace std::chrono;
+  // The year comes first: any other order would be a guess, and a wrong guess is a wrong number.
   const int y = TakeDigits(text, 4, 4);
   if (y < 1900 || text.empty() || (text[0] != '-' && text[0] != dateSeparator)) return std::nullopt;
   const char separator = text[0];

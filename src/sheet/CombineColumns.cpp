@@ -30,6 +30,7 @@ std::span<const CombineOperation> CombineOperations() {
 }
 
 ComputedCells Combine(std::vector<double> a, std::vector<double> b, BinaryCode code) {
+  // The operators are those of the equation language: two columns are an expression of two variables, row by row.
   Expression expression;
   expression.ExprTokens = {{.Type = TokenKind::IndependentVariable, .Name = "x1", .Code = 1},
                            {.Type = TokenKind::IndependentVariable, .Name = "x2", .Code = 2},

@@ -16,6 +16,7 @@ std::vector<double> ComputeWeights(std::span<const double> SD) {
   // Divisions by themselves go several at a time, which the sum, taken in order, could not.
   std::transform(SD.begin(), SD.end(), weights.begin(), [](double deviation) {
     const double size = std::abs(deviation);
+    // Beyond these the square leaves the range of a double; such a deviation counts as 1.
     const double known = size >= 1e-150 && size <= 1e150 ? deviation : 1;
     return 1 / (known * known);
   });

@@ -15,6 +15,7 @@ ComputedCells EvaluateRows(const Expression& expression, std::span<const std::ve
   std::array<double, kMostIndependentVariables> point{};
   const std::span<const double> variables = std::span<const double>(point).first(x.size());
   for (std::size_t row = 0; row < computed.Values.size(); ++row) {
+    // Cells without a number are NaNs: their rows have no result, which is no fault.
     bool missing = false;
     for (std::size_t v = 0; v < x.size(); ++v) {
       point[v] = x[v][row];

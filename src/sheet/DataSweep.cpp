@@ -49,6 +49,7 @@ Result<Expression> CompileSweep(const std::string& text, const LocaleText& local
     return Failure{std::string("The equation you entered is not valid. ") + why + "Please check the equation syntax."};
   };
   Expression expression = Parser(Dialect::OneVariable, locale).Compile({text});
+  // A sweep has no data that words such as "xmean" could speak of, and zeros in their place would pass for results.
   const bool asksForData = std::any_of(expression.ExprTokens.begin(), expression.ExprTokens.end(),
                                        [](const ExprToken& token) { return token.Type == TokenKind::SpecialWord; });
   if (expression.ParseError || asksForData) return refuse("");

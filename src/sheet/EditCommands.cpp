@@ -78,6 +78,7 @@ bool InsertRows(const SheetEdit& edit) {
 bool DeleteSelection(const SheetEdit& edit) {
   auto range = edit.OneRange("Delete");
   if (!range) return false;
+  // A selection of whole columns goes on below the data.
   range->LastRow = std::min(range->LastRow, edit.Sheet.Cells.GridLastRow());
   if (range->LastRow < range->FirstRow) return false;
   edit.PushUndo(UndoOperation::DeleteSelection, *range);

@@ -53,12 +53,14 @@ std::optional<CellPlace> FindCell::Search(const DataSheet& sheet, CellPlace acti
   const std::size_t line = byRows ? cols : rows;  // cells before the search turns to the next row or column
   std::size_t at = byRows ? (active.Row - 1) * cols + active.Col - 1 : (active.Col - 1) * rows + active.Row - 1;
   for (std::size_t looked = 0; looked < rows * cols && !FindWhat.empty(); ++looked) {
+    // Once round the sheet from behind the active cell, which is looked at last.
     at = (at + 1) % (rows * cols);
     CellPlace place{at / line + 1, at % line + 1};
     if (!byRows) std::swap(place.Row, place.Col);
     const double cell = sheet.Cells.Cell(place.Row, place.Col);
     if (GridCells::IsEmpty(cell)) continue;
     if (Matches(ShownText(sheet, place.Row, place.Col, locale))) return place;
+    // A number is also found by its digits, whatever the format of its column leaves of them.
     if (!GridCells::IsText(cell) && Matches(ShownNumber(cell, "General", locale))) return place;
   }
   return std::nullopt;

@@ -31,6 +31,8 @@ void GridCells::SetCell(std::size_t row, std::size_t col, double cell) {
 }
 
 void GridCells::DropEmptyEnd(std::vector<double>& column) {
+  // No column ends with an empty cell: the last row of the sheet, which the view asks for all the time, needs no
+  // search.
   while (!column.empty() && IsEmpty(column.back())) column.pop_back();
 }
 
@@ -77,6 +79,7 @@ void GridCells::SetGridCellText(std::size_t row, std::size_t col, std::string_vi
     texts_[std::bit_cast<std::uint64_t>(cell) - kTextBits] = text;
     return;
   }
+  // Only when the list has doubled, so that looking for lost texts costs no more than adding them.
   if (texts_.size() >= textsToLookAt_) {
     DropLostTexts();
     textsToLookAt_ = std::max(textsToLookAt_, 2 * texts_.size());
@@ -86,6 +89,7 @@ void GridCells::SetGridCellText(std::size_t row, std::size_t col, std::string_vi
 }
 
 void GridCells::SetNumber(std::size_t row, std::size_t col, double value) {
+  // In a column NaNs stand for texts and empty cells, so what is not finite is kept as a text.
   if (!std::isfinite(value)) return SetGridCellText(row, col, GeneralNumber(value));
   SetCell(row, col, value);
 }

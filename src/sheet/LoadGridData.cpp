@@ -32,6 +32,7 @@ void SortByFirst(std::vector<std::vector<double>*> columns) {
   if (std::is_sorted(key.begin(), key.end())) return;
   std::vector<std::size_t> order(key.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
+  // Points of equal X keep the order of the sheet.
   std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return key[a] < key[b]; });
   std::vector<double> sorted(key.size());
   for (std::vector<double>* column : columns) {

@@ -38,6 +38,7 @@ bool ApplyFactor(const SheetEdit& edit, const CellRange& range, FactorMode mode,
     double Value;
   };
   GridCells& cells = edit.Sheet.Cells;
+  // All values before the first change: an overflow refuses the command and leaves the sheet as it is.
   std::vector<Change> changes;
   const std::size_t lastRow = std::min(range.LastRow, cells.GridLastRow());
   const std::size_t lastCol = std::min(range.LastCol, cells.GridLastCol());

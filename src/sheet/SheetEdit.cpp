@@ -17,6 +17,7 @@ CellRange SheetEdit::WholeSheet() const {
 
 CellRange SheetEdit::DataRows(CellRange range) const {
   const std::size_t lastRow = Sheet.Cells.GridLastRow();
+  // A row alone stands for the whole of its columns.
   if (range.FirstRow == range.LastRow) range.FirstRow = 1, range.LastRow = lastRow;
   range.LastRow = std::min(range.LastRow, lastRow);
   return range;

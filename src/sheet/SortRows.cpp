@@ -13,6 +13,7 @@ namespace {
 
 // Whether one cell of a key's column comes before another.
 bool Before(const GridCells& cells, double a, double b, bool ascend) {
+  // Empty cells come last in either direction.
   if (GridCells::IsEmpty(a) || GridCells::IsEmpty(b)) return !GridCells::IsEmpty(a) && GridCells::IsEmpty(b);
   if (!ascend) std::swap(a, b);
   if (GridCells::IsText(a)) return GridCells::IsText(b) && cells.TextBehind(a) < cells.TextBehind(b);

@@ -6,6 +6,7 @@ namespace quorvex {
 
 bool TypeInCell(const SheetEdit& edit, std::size_t row, std::size_t col, const std::string& text) {
   GridCells& cells = edit.Sheet.Cells;
+  // What is left as it was is no change, even where it is a text, which could not be typed.
   if (text == EntryText(cells, row, col, edit.Locale)) return true;
   const std::optional<CellEntry> entry = ReadCellEntry(text, edit.Locale);
   if (!entry) {

@@ -69,13 +69,16 @@ std::vector<EstimateRow> EstimateRows(const ModelClass& model, const LocaleText&
 }
 
 std::vector<EstimateRow> FirstEstimates(const ModelClass& model, const SolveData& data, const LocaleText& locale) {
+  // A solution, and what the user has chosen, are better than anything found anew.
   if (model.Solved || model.SpecifyICComplete) return EstimateRows(model, locale);
+  // On a copy, as looking at estimates must not change the model.
   const std::unique_ptr<ModelClass> trial = model.CopyTo();
   trial->SetIC(data);
   return EstimateRows(*trial, locale);
 }
 
 std::string MovedEstimate(double base, int steps, double percent, const LocaleText& locale) {
+  // A percentage of 0 would move nothing.
   return Shown(base + steps * percent / 100 * (base != 0 ? base : 1), locale);
 }
 

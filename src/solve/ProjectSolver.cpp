@@ -72,6 +72,7 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
     if (!windows_.SolveSetup(choice)) return std::nullopt;
     if (choice.UseAsDefault) StoreSolveChoice(settings_, choice);
   }
+  // The linear solver knows nothing but the linear forms of built-in models.
   const auto canTakePart = [&](const ModelClass& model) { return choice.SolveType != 1 || !model.UserType; };
   switch (choice.Models) {
     case ModelSelection::SingleModel: {
@@ -113,6 +114,7 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   const auto canBeSolved = [this](const SolvedItem& one) {
     return one.Interpolation != nullptr || CanBeSolved(*one.Model, project_.Sheet);
   };
+  // This also says that a solve begins, the last moment at which a copy of the project can be kept.
   const std::unique_ptr<SolveProgress> progress = windows_.OpenProgress();
   // Before the models are touched: the snapshot holds the solutions as they were made.
   if (std::ranges::any_of(request.Objects, canBeSolved)) editor_.Edit.PushUndo(request.Label, {});
@@ -130,6 +132,7 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   }
   std::string log;
   const SolveOutcome outcome = [&] {
+    // Models are half changed while they are fitted: who wants to keep a copy of the project waits for the end.
     const Turn running(running_);
     return RunSolve(project_, data.Points, settings_, log, *progress);
   }();

@@ -50,6 +50,7 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
   if (!form.Aborted) form.SetProgress(done, done);
   outcome.Aborted = form.Aborted;
 
+  // What was chosen for this run does not hold for the next.
   for (const auto& model : project.Models) model->Solve = model->SpecifyIC = model->SpecifyICComplete = false;
   for (InterpClass& curve : project.Interpolations) curve.Solve = false;
   form.Show(false);

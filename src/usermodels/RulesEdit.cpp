@@ -46,6 +46,7 @@ RulesEdit::RulesEdit(const ModelClass& model, const LocaleText& locale, Prompter
   for (int i = 1; i <= model.NumDependentVar(); ++i) {
     names_.push_back(model.Variables(i));
     const auto is = [&](const std::string& operation) { return SameRule(operation, model.Rules(i)); };
+    // A rule that is not in the list, as a file may have it, is kept as an entry of its own.
     if (std::ranges::none_of(operations_, is)) operations_.push_back(model.Rules(i));
   }
 }

@@ -9,9 +9,11 @@ namespace quorvex {
 ModelClass& StoreUserModel(Project& project, std::unique_ptr<ModelClass> model, const ModelClass* edited) {
   project.Changed = true;
   if (edited == nullptr) {
+    // A copy, since the model may be moved away before its ID is read.
     const std::string id = model->id;
     return *project.Models.Add(id, std::move(model));
   }
+  // The formula is the same, so its fit is still right; the texts and rules are the new ones.
   if (SameDefinition(*edited, *model)) {
     const UserModelDraft draft = DraftOf(*model);
     edited->CopyFitTo(*model);

@@ -27,6 +27,7 @@ QLineEdit* SheetDialog::AddText(QFormLayout* rows, const char* name, const QStri
   edit->setObjectName(name);
   rows->addRow(label, edit);
   if (typed_ == nullptr) typed_ = edit;
+  // A refusal leads back to the field that was typed in last, which it most likely speaks of.
   connect(edit, &QLineEdit::textEdited, this, [this, edit] { typed_ = edit; });
   return edit;
 }

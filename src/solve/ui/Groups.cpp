@@ -129,6 +129,7 @@ void Groups::ShowState() {
 void Groups::Add() {
   const QListWidgetItem* const item = available_list->currentItem();
   if (item == nullptr) return;
+  // First of all: the tick below is set to what `pick_` knows, which may not be what the user has set meanwhile.
   TakeChecks();
   pick_.Add(item->text().toStdString());
   userSpecified_->setCheckState(pick_.UserSpecified ? Qt::Checked : Qt::Unchecked);

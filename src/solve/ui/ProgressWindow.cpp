@@ -186,6 +186,7 @@ void ProgressWindow::ToggleDetail() {
 
 void ProgressWindow::closeEvent(QCloseEvent* event) {
   Aborted = true;
+  // The run has to end first; to close the window is to ask for that.
   event->ignore();
 }
 

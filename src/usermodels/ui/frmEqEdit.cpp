@@ -108,6 +108,7 @@ void frmEqEdit::LayOut() {
   all->addLayout(side, 0, 1);
   all->addWidget(buttons, 1, 0, 1, 2);
   all->setColumnStretch(0, 1);
+  // Lines that are hidden are there all the same, so that the order of Tab is told once.
   QWidget* before = TxtID;
   for (QLineEdit* box : TxtFn) {
     setTabOrder(before, box);
@@ -165,6 +166,7 @@ void frmEqEdit::ShowStatus() {
 }
 
 bool frmEqEdit::eventFilter(QObject* object, QEvent* event) {
+  // A button takes the focus from the line that its command is meant for.
   if (event->type() == QEvent::FocusIn)
     line_ = static_cast<std::size_t>(std::ranges::find(TxtFn, object) - TxtFn.begin());
   return QDialog::eventFilter(object, event);
