@@ -128,6 +128,7 @@ PreferenceEntries EntriesOf(std::span<const PreferencePage> pages, const Setting
 std::string WhyRefused(const Preference& row, const std::string& entry, const LocaleText& locale) {
   if (const std::string why = WhyMalformed(row, entry, locale); !why.empty()) return why;
   const std::string stored = StoredText(row, entry, locale);
+  // Some texts mean "never chosen" in the store, and so cannot be chosen themselves.
   if (const std::string inForce = InForce(row, stored); inForce != stored)
     return '\'' + NameOf(row) + "' cannot be " + ShownText(row, stored, locale) + ", since " + stored +
            " stands for the program's own choice, " + ShownText(row, inForce, locale) + '.';

@@ -61,6 +61,7 @@ RecoveryStore::~RecoveryStore() {
 
 bool RecoveryStore::LockSession(Session& session) {
   session.Lock = open((session.Folder + "/lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  // A lock ends with its process, however that ends: a folder that can be locked was left behind.
   if (session.Lock >= 0 && flock(session.Lock, LOCK_EX | LOCK_NB) == 0) return true;
   if (session.Lock >= 0) close(session.Lock);
   session.Lock = -1;
@@ -80,6 +81,7 @@ int RecoveryStore::Begin() {
 }
 
 int RecoveryStore::Keep(std::size_t window, const Project& project) try {
+  // Only now: a run that has never had anything unsaved leaves no folder.
   if (const int error = Begin()) return error;
   const std::string copy = CopyName(own_.Folder, window);
   // The name goes first: a copy is complete once it is there.
@@ -120,6 +122,7 @@ Result<Project> RecoveryStore::Read(const LeftBehind& project, const LocaleText&
   Result<Project> read = ReadProject(project.Copy, locale);
   if (!read) return read;
   read->FileName = project.FileName;
+  // A name without a path is that of a project that was never saved.
   read->HasFile = fs::path(project.FileName).is_absolute();
   read->Changed = true;
   return read;

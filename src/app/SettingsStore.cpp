@@ -78,6 +78,7 @@ void PutLine(std::vector<std::string>& lines, std::string_view section, std::str
       lines[i] = line;
       return;
     }
+    // Behind its last line that is not blank, so that blank lines still part the sections.
     if (!TrimTabsToo(lines[i]).empty()) behindSection = i + 1;
   }
   if (!behindSection) {
@@ -104,6 +105,7 @@ int SavePlaces(const Settings& settings, const std::vector<Place>& places) {
   int error = 0;
   const auto text = ReadStore(name, error);
   if (!text) return error;
+  // The lines as they are now, since another instance may have stored keys of its own.
   const std::vector<std::string> before = Lines(*text);
   std::vector<std::string> lines = before;
   for (const auto& [section, key] : places) PutLine(lines, section, key, settings.Text(key, section));
@@ -139,6 +141,7 @@ Settings LoadSettings() {
     if (const auto name = SectionOfLine(line)) {
       section = *name;
     } else if (const auto entry = KeyOfLine(line); entry && !settings.Has(entry->Key, section)) {
+      // Of a key that stands twice the first one counts, which is also the one that is written.
       settings.Set(entry->Key, entry->Text, section);
     }
   }

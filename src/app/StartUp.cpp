@@ -34,6 +34,7 @@ volatile std::sig_atomic_t endSignal = 0;
 int endPipe[2] = {-1, -1};
 
 void AskForEnd(int signal) {
+  // The signal may come between a call and the look at its error.
   const int before = errno;
   endSignal = signal;
   static_cast<void>(!write(endPipe[1], "", 1));
@@ -54,8 +55,10 @@ int PrintModels(const std::string& count) {
 }  // namespace
 
 void PrepareProcess() {
+  // In the place of a stream that is closed the next file would be opened, and messages would go into it.
   for (int descriptor = 0; descriptor <= 2; ++descriptor)
     if (fcntl(descriptor, F_GETFD) < 0) open("/dev/null", O_RDWR);  // takes the lowest that is free
+  // A reader that goes away, or a limit of size, is an error of writing and not the end of the program.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
 }
@@ -64,8 +67,10 @@ int WatchForEnd() {
   if (endPipe[0] >= 0 || pipe2(endPipe, O_CLOEXEC | O_NONBLOCK) != 0) return endPipe[0];
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     struct sigaction action {};
+    // What the caller has had ignored, as nohup does, stays so.
     if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
     action.sa_handler = AskForEnd;
+    // A second signal ends the program at once.
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(signal, &action, nullptr);
   }

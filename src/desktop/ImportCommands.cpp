@@ -24,6 +24,7 @@ QString ChooseDataFile(quorvexWindow& window) {
 }
 
 bool ShowImport(quorvexWindow& window, DataImport& import, const SheetEdit& edit) {
+  // Asked before the import, after which no project is fresh.
   const bool fresh = window.Document().IsFresh();
   if (!ImportFile(&window, import, edit)) return false;
   if (fresh) import.NameVariables(edit.Sheet, edit.Locale);

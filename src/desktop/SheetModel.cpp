@@ -28,6 +28,7 @@ QFont OwnFont(const ColumnFormat& format) {
   const ColumnFormat fresh;
   QFont font;
   if (format.FontName != fresh.FontName) font.setFamily(QString::fromStdString(format.FontName));
+  // Sizes are kept in twentieths of a point.
   if (format.FontSize != fresh.FontSize && format.FontSize > 0)
     font.setPointSizeF(std::min(format.FontSize, 2000) / 20.0);
   if (format.FontBold) font.setBold(true);

@@ -32,6 +32,7 @@ class CellDelegate : public QStyledItemDelegate {
       const QScopedValueRollback storing(committing_, true);
       return view_.model()->setData(index_, editor_->text(), Qt::EditRole);
     }();
+    // A box that storing has shown runs the event loop, in which the editor may be closed.
     if (editor_ == nullptr) return stored;
     if (stored) {
       emit closeEditor(editor_, NoHint);
@@ -220,6 +221,7 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
 }
 
 void SheetView::mousePressEvent(QMouseEvent* event) {
+  // An entry that is refused keeps the cell, so the click leads nowhere.
   if (CommitEntry()) QTableView::mousePressEvent(event);
 }
 

@@ -138,6 +138,7 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
   column->addWidget(none_, 1);
 
   connect(SolvedList, &QTableView::doubleClicked, this, [this](const QModelIndex& at) { emit RowActivated(at.row()); });
+  // Only what the user chooses: Show sets the box, too.
   connect(cmbSortBy, &QComboBox::activated, this, [this] { emit SortChosen(cmbSortBy->currentData().toInt()); });
   Show({}, kSortByRSS, '.');
 }

@@ -41,6 +41,7 @@ quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user
   connect(model_, &SheetModel::Edited, this, &quorvexWindow::ShowState);
   connect(DataGrid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, &quorvexWindow::EditHeader);
   connect(DataGrid, &SheetView::CurrentCellChanged, this, &quorvexWindow::StatusChanged);
+  // The entry that a message is about may be behind the notes.
   connect(DataGrid, &SheetView::EntryRefused, this, [this] { pages_->setCurrentIndex(0); });
   connect(Notes, &QPlainTextEdit::textChanged, this, &quorvexWindow::NotesEdited);
   connect(solutions_, &SolvedListPanel::RowActivated, this, &quorvexWindow::ShowResultsOf);

@@ -32,6 +32,7 @@ void Autosave::Watch(quorvexWindow& window) {
 void Autosave::Adopt(const quorvexWindow& window, const RecoveryStore::LeftBehind& left) {
   for (const auto& [number, watched] : windows_)
     if (watched.Window == &window) store_.Adopt(number, left);
+  // A copy of this run's own lets that of the other one go.
   KeepAll();
 }
 
@@ -43,6 +44,7 @@ bool Autosave::KeepAll() {
 }
 
 bool Autosave::Keep(std::size_t number, Watched& watched) {
+  // Models that are being solved are between two states.
   if (watched.Window->Solver().Running()) return false;
   const Project& project = watched.Window->Document();
   if (project.IsSaved()) {

@@ -20,6 +20,7 @@ QString SocketName() {
     folder = QDir::tempPath() + "/quorvex-" + QString::number(getuid());
     QDir().mkdir(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
   }
+  // In a folder for all somebody else may have made one of this name, to hear what is opened.
   return QFileInfo(folder).ownerId() == getuid() ? folder + "/quorvex.socket" : QString();
 }
 
@@ -57,6 +58,7 @@ void FileRequests::Receive() {
         waiting_ << QString::fromUtf8(socket->readLine().chopped(1));
         socket->write("\n");
         socket->flush();
+        // The answer goes out first, since opening the file may ask its user something, and the sender waits.
         QTimer::singleShot(0, this, &FileRequests::TellWhenIdle);
       }
     };
@@ -69,6 +71,7 @@ void FileRequests::Receive() {
 void FileRequests::TellWhenIdle() {
   constexpr int kRetry = 200;  // milliseconds
   if (waiting_.isEmpty()) return;
+  // A project that opens now would come between the user and a question.
   if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr) {
     QTimer::singleShot(kRetry, this, &FileRequests::TellWhenIdle);
     return;

@@ -12,6 +12,7 @@ RecentMenu::RecentMenu(const QString& title, std::string_view section, Settings&
                        QMenu* parent)
     : QMenu(title, parent), section_(section), settings_(settings), keeper_(keeper) {
   parent->addMenu(this);
+  // With the menu around it: while it is empty it is disabled, and would never open to be filled.
   connect(parent, &QMenu::aboutToShow, this, &RecentMenu::Fill);
   Fill();
 }

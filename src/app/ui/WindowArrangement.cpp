@@ -24,6 +24,7 @@ void Share(const QMdiArea& area, Qt::Orientation along) {
   const QSize room = area.viewport()->size();
   const int count = static_cast<int>(windows.size());
   for (int i = 0; i < count; ++i) {
+    // From edge to edge rather than by equal widths, so that rounding leaves no gap at the end.
     const auto edge = [&](int length, int at) { return length * at / count; };
     windows[i]->showNormal();
     windows[i]->setGeometry(rows ? QRect(QPoint(0, edge(room.height(), i)),
@@ -37,6 +38,7 @@ void Share(const QMdiArea& area, Qt::Orientation along) {
 
 bool CloseAllForms(QMdiArea& area) {
   const QList<QMdiSubWindow*> windows = area.subWindowList();
+  // Ends at the first window that stays open.
   return std::all_of(windows.begin(), windows.end(), [](QMdiSubWindow* window) { return window->close(); });
 }
 
@@ -47,6 +49,7 @@ void ArrangeIcons(QMdiArea& area) {
   const QSize room = area.viewport()->size();
   QPoint corner(0, room.height());
   for (QMdiSubWindow* window : Windows(area, Minimized::Yes)) {
+    // A row takes one window at least, however narrow the area is.
     if (corner.x() > 0 && corner.x() + window->width() > room.width()) corner = {0, corner.y() - window->height()};
     window->move(corner.x(), corner.y() - window->height());
     corner.rx() += window->width();

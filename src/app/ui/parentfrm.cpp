@@ -168,6 +168,7 @@ void parentfrm::ImportDataFile(const QString& fileName) {
   if (!kind) return;
   quorvexWindow* before = ActiveProject();
   quorvexWindow& window = ShowFresh(*kind);
+  // The assignment was made for a sheet of one variable, before the user chose the kind.
   import.Columns = ColumnAssignment(window.Document().Sheet);
   if (!ImportInto(window, import)) {
     window.parentWidget()->close();

@@ -224,6 +224,7 @@ void parentfrm::MakeWindowMenu() {
 
 // The projects, each followed by the windows of its results and plots.
 void parentfrm::FillWindowMenu() {
+  // Of this menu only the entries of windows can be checked.
   for (QAction* action : windowMenu_->actions())
     if (action->isCheckable()) delete action;
   int number = 0;
@@ -236,6 +237,7 @@ void parentfrm::FillWindowMenu() {
   for (QMdiSubWindow* window : area_->subWindowList()) {
     const auto* project = qobject_cast<quorvexWindow*>(window->widget());
     if (project == nullptr) continue;
+    // Qt fills in this mark of a change for title bars alone.
     const QString title = window->windowTitle().replace("[*]", window->isWindowModified() ? "*" : "");
     add(title, window, window == area_->currentSubWindow(), [this, window] { area_->setActiveSubWindow(window); });
     for (QWidget* child : project->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
@@ -283,6 +285,7 @@ bool parentfrm::eventFilter(QObject* receiver, QEvent* event) {
   if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
   const QWidget* window = QApplication::activeWindow();
   const auto* widget = qobject_cast<QWidget*>(receiver);
+  // In the frame F1 is the key of the menu; the dialogs and windows over it have no such entry.
   if (window == nullptr || window == this || widget == nullptr || widget->window() != window) return false;
   OpenManual(window);
   return true;
