@@ -63,6 +63,7 @@ std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass&
 FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup) {
   FittedRows rows;
   if (!setup.TableCalcData && !setup.TableErrorData && !setup.TableMinMaxError) return rows;
+  // A range that nobody has set stands for the points of the input.
   if (!model.GenerateTable({TableRange()})) return rows;
   rows.Calculated.reserve(data.N());
   rows.Error.reserve(data.N());

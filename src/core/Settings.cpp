@@ -183,6 +183,7 @@ std::string Settings::Folder(std::string_view key) const {
 
 void Settings::Set(std::string_view key, std::string_view text, std::string_view section) {
   const auto [entry, isNew] = stored_.try_emplace({ToLower(section), ToLower(key)});
+  // What stays as it is need not be written to the file.
   if (!isNew && entry->second == text) return;
   entry->second = text;
   changes_.emplace(section, key);

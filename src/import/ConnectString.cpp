@@ -34,6 +34,7 @@ Field TakeField(std::string_view& rest) {
   std::size_t at = std::min(rest.find_first_not_of(' '), rest.size());
   if (at < rest.size() && rest[at] == '{') {
     for (++at; at < rest.size(); field.Value += rest[at++])
+      // A closing brace that is doubled belongs to the value.
       if (rest[at] == '}' && (++at == rest.size() || rest[at] != '}')) break;
   }
   const std::size_t end = std::min(rest.find(';', at), rest.size());

@@ -77,6 +77,7 @@ class OdbcManager {
     return reinterpret_cast<Function>(found);
   }
 
+  // These two come before the functions, which are looked up in the library when the members are made.
   std::string loadError_;
   void* library_;
   decltype(&::SQLGetPrivateProfileString) setting_ = nullptr;

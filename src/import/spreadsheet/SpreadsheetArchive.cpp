@@ -55,6 +55,7 @@ SpreadsheetFault SpreadsheetArchive::Unpack(std::string_view name, const std::fu
   constexpr unsigned kStored = 0, kDeflated = 8;
   const Entry* const entry = Find(name);
   if (entry == nullptr || (entry->Method != kStored && entry->Method != kDeflated)) return SpreadsheetFault::Damaged;
+  // The entry's own header may have an extra field of another length than the directory's.
   const std::size_t begin =
       entry->HeaderAt + kHeaderSize + NumberAt(entry->HeaderAt + 26, 2) + NumberAt(entry->HeaderAt + 28, 2);
   if (begin > bytes_.size()) return SpreadsheetFault::Damaged;

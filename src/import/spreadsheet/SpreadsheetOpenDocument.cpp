@@ -138,6 +138,7 @@ class ContentReader : public SpreadsheetXml {
   }
 
   void EndRow() {
+    // A sheet ends with an empty row that is repeated down to the last possible one: nothing to walk through.
     for (std::size_t repeat = 0; repeat < (cells_.empty() ? 0 : rowRepeats_); ++repeat) {
       for (const PlacedValue& placed : cells_) {
         for (std::size_t col = placed.Column; col < placed.Column + placed.Repeats; ++col) {

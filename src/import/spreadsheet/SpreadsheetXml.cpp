@@ -24,6 +24,7 @@ void* Reallocate(void* block, std::size_t size) {
   char* const old = block == nullptr ? nullptr : static_cast<char*>(block) - kBlockHeader;
   std::size_t oldSize = 0;
   if (old != nullptr) std::memcpy(&oldSize, old, sizeof oldSize);
+  // The first condition keeps the sum in the second from wrapping.
   if (size > kMostParserMemory || parserMemory - oldSize + size > kMostParserMemory) return nullptr;
   char* const taken = static_cast<char*>(std::realloc(old, kBlockHeader + size));
   if (taken == nullptr) return nullptr;
