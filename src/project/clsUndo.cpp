@@ -23,6 +23,7 @@ bool clsUndo::PushEvent(const UndoLabel& label, const CellRange& range, const Mo
       if (saveRegression) item.CopyRegression(regressionList);
       if (saveInterpolation) item.CopyInterpolation(interpolationList);
     }
+    // Only when it is whole: where memory ends in the middle of a copy, the list is as it was.
     EventList_.push_back(std::move(item));
   } catch (const std::exception&) {  // no memory for the copy
     return false;

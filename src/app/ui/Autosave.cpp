@@ -23,6 +23,7 @@ void Autosave::Watch(quorvexWindow& window) {
   connect(&window, &quorvexWindow::Changed, this, [this, number] { windows_.at(number).Changed = true; });
   connect(&window, &quorvexWindow::SolveBegins, this, &Autosave::KeepAll);
   connect(&window, &quorvexWindow::Saved, this, [this, number] { store_.Forget(number); });
+  // Whoever closes a window has been asked about its changes, so no copy is wanted any more.
   connect(&window, &QObject::destroyed, this, [this, number] {
     windows_.erase(number);
     store_.Forget(number);

@@ -78,6 +78,7 @@ int RunInteractive(const CommandRequest& request, const std::string& commandLine
   QObject::connect(&end, &QSocketNotifier::activated, &frame, [&] {
     end.setEnabled(false);
     frame.KeepCopies();
+    // By now the signal has its own effect again, so the program ends as whoever sent it expects.
     std::raise(EndSignal());
   });
   frame.show();

@@ -48,6 +48,7 @@ bool FileRequests::SendToRunning(const QString& fileName) {
   socket.connectToServer(name);
   if (!socket.waitForConnected(kPatience)) return false;
   socket.write(QFileInfo(fileName).absoluteFilePath().toUtf8() + '\n');
+  // A socket takes bytes for an instance that hangs, too; the answer tells that one is at work.
   return socket.waitForBytesWritten(kPatience) && socket.waitForReadyRead(kPatience);
 }
 

@@ -131,6 +131,7 @@ void PlotView::PaintOverlay(QPainter& painter) const {
 void PlotView::ShowOverlay(PlotOverlay overlay, const DeviceRect& where) {
   const auto pixel = [](std::int32_t units) { return qRound(1.0 * units / QtSurface::kUnitsPerPixel); };
   const QRect box(pixel(where.left), pixel(where.top), pixel(where.width()), pixel(where.height()));
+  // What floats is a piece of the picture, lifted off when the drag begins.
   const bool takenNow = overlay == PlotOverlay::kFloatingBox && (!overlay_ || overlay_->Kind != overlay);
   QImage lifted = takenNow ? picture_.copy(box) : overlay_ ? overlay_->Box : QImage();
   overlay_ = Overlay{overlay, box, std::move(lifted)};

@@ -313,6 +313,7 @@ void QtSurface::Flush() {
   Painter().setBrush(Qt::NoBrush);
   Painter().setTransform(onPixels ? Shifted() : QTransform::fromTranslate(kMiddle, kMiddle));
 
+  // With a rim, since a line just outside reaches in by half of its width.
   const QRectF sight = QRectF(0, 0, device_.width(), device_.height()).adjusted(-width, -width, width, width);
   for (QLineF& step : steps)
     if (const auto [enter, leave] = PartInSight(step, sight); enter <= leave)
@@ -402,6 +403,7 @@ void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> poin
   Flush();
   if (points.empty()) return;
   Shape shape{kind, {}, outline, fill};
+  // Relative to its first point a marker is the same shape wherever it stands.
   const QPoint at = OnPixels(points[0]);
   for (const DevicePoint& point : points) {
     const QPoint from = OnPixels(point) - at;
@@ -441,6 +443,7 @@ const QtSurface::Stamp* QtSurface::StampOf(const Shape& shape) {
     const QRect bounds = ToPolygon(shape.Points).boundingRect().toAlignedRect().adjusted(-rim, -rim, rim, rim);
     if (bounds.width() > kLargest || bounds.height() > kLargest) return nullptr;
     if (stamps_.size() == kMostStamps) stamps_.clear();
+    // The picture is made when the shape comes a second time, since most shapes never do.
     stamps_.push_back({shape, bounds, {}});
     return nullptr;
   }
