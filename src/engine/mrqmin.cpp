@@ -66,6 +66,8 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     if (!std::isfinite(covar(j, j))) throw NumericFault();
     da_[j] = beta_[j];
   }
+  // da_ goes in as the gradient and comes out as the step, covar goes in as the damped curvature and comes out
+  // inverted.
   if (!gaussj(covar, mfit_, da_)) {
     model_.ErrorMessage = "Singular matrix encountered in gaussian elimination.";
     throw NumericFault();

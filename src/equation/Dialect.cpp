@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kStatistics = 14;
 
-// In `stem`, "#" stands for the variable's number; it is dropped with one variable.
+// In `Stem`, "#" stands for the variable's number; it is dropped with one variable.
 struct Word {
   std::string_view Stem;
   Statistic What;
