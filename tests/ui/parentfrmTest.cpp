@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QStyledItemDelegate>
 #include <QTabBar>
 #include <QTabWidget>
@@ -522,6 +523,10 @@ TEST_F(Frame, NamesWhatAScreenReaderMeets) {
   for (const char* name : {"File", "Window", "Help", "New", "Open", "Save", "Data", "Notes", "Data sheet", "X", "Y",
                            "X, row 1   |   1 row of data"})
     EXPECT_TRUE(walk.Names.contains(name)) << name;
+  const auto place = [element = QAccessible::queryAccessibleInterface(frame.get())](QWidget* child) {
+    return element->indexOfChild(QAccessible::queryAccessibleInterface(child));
+  };
+  EXPECT_LT(place(frame->centralWidget()), place(frame->statusBar()));
 
   QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&Grid())->tableInterface();
   ASSERT_NE(table, nullptr);

@@ -34,9 +34,9 @@ parentfrm::parentfrm(Session& session, std::string commandLine, std::string stat
     : session_(session),
       commandLine_(std::move(commandLine)),
       user_(this),
+      area_(new QMdiArea(this)),
       keeper_(session.Preferences, user_),
       autosave_(std::move(stateFolder), *statusBar()),
-      area_(new QMdiArea(this)),
       status_(new QLabel(this)) {
   setWindowTitle("Quorvex");
   setObjectName("parentfrm");

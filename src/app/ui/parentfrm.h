@@ -103,11 +103,11 @@ class parentfrm : public QMainWindow {
   Session& session_;
   std::string commandLine_;
   MessageBoxPrompter user_;
+  QMdiArea* area_;  // before the status bar, as a screen reader comes to them
   PreferenceKeeper keeper_;
   Autosave autosave_;
   bool shown_ = false;
 
-  QMdiArea* area_;
   QToolBar* toolbar_ = nullptr;
   RecentMenu* recent_;
   QMenu* windowMenu_;
