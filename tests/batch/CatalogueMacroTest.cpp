@@ -15,8 +15,7 @@ constexpr const char* kHead =
 
 // The part of the log that speaks of each model in turn, with bare line ends.
 std::vector<std::string> Accounts(const Program& program) {
-  std::string log = program.Folder.Read("run.log");
-  std::erase(log, '\r');
+  const std::string log = program.Log();
   constexpr std::string_view kBegin = "Beginning non-linear solution for model ";
   std::vector<std::string> accounts;
   for (std::size_t at = log.find(kBegin); at < log.size();) {
@@ -39,8 +38,7 @@ TEST(CatalogueMacro, SolvesOrRefusesEachOfAll298Models) {
     data += std::to_string(x) + "\t" + std::to_string(2 + 6 * std::pow(x, 1.3) * std::exp(-0.45 * x) + noise) + "\n";
   }
   for (const CatalogueModel& model : Catalogue(1)) macro += "B_MODEL\nY = " + model.Definition + "\nE_MODEL\n";
-  Program program;
-  program.Folder.Write("data.txt", data);
+  Program program(data);
   ASSERT_EQ(program.RunMacro(macro + "E_MACRO\n"), 0);
 
   const std::vector<std::string> accounts = Accounts(program);
@@ -70,8 +68,7 @@ TEST(CatalogueMacro, SolvesOrRefusesEachOfAll298Models) {
 }
 
 TEST(CatalogueMacro, GoesOnFromDefaultsWhereDataCannotBeLinearised) {
-  Program program;
-  program.Folder.Write("data.txt", "1 -1.5\n2 0.2\n3 1\n4 4\n5 7\n");
+  Program program("1 -1.5\n2 0.2\n3 1\n4 4\n5 7\n");
   ASSERT_EQ(program.RunMacro(std::string(kHead) + "B_MODEL\nY = exp(a+b*x)\nE_MODEL\nE_MACRO\n"), 0);
   const std::vector<std::string> accounts = Accounts(program);
   ASSERT_EQ(accounts.size(), 1u);
@@ -91,8 +88,7 @@ TEST(CatalogueMacro, FindsAModelByItsFormulaOnly) {
       {"F1 = x\nY = a*x+b\n", "1UserModel"},
   };
   for (const auto& c : kBlocks) {
-    Program program;
-    program.Folder.Write("data.txt", "1 1\n2 3\n3 4\n4 6\n5 8\n6 9\n7 11\n8 11\n9 12\n");
+    Program program("1 1\n2 3\n3 4\n4 6\n5 8\n6 9\n7 11\n8 11\n9 12\n");
     ASSERT_EQ(program.RunMacro(std::string(kHead) + "B_MODEL\n" + c.Block + "E_MODEL\nE_MACRO\n"), 0);
     const std::vector<std::string> accounts = Accounts(program);
     ASSERT_EQ(accounts.size(), 1u) << c.Block;
@@ -107,8 +103,7 @@ TEST(CatalogueMacro, FindsAModelByItsFormulaOnly) {
 }
 
 TEST(CatalogueMacro, TakesStartsFromRulesWhereAssigned) {
-  Program program;
-  program.Folder.Write("data.txt", "1 2.1\n2 3.9\n3 8.2\n4 15.7\n5 32.4\n");
+  Program program("1 2.1\n2 3.9\n3 8.2\n4 15.7\n5 32.4\n");
   ASSERT_EQ(program.RunMacro(std::string(kHead) + "MaxIterations = 0\nB_MODEL\nY = a*exp(b*x)\n"
                                                   "Assign a = 0.5, Operator = * YMin, Fit = True\n"
                                                   "Assign b = 0.25, Operator = Value, Fit = False\nE_MODEL\nE_MACRO\n"),

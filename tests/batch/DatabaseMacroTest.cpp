@@ -8,12 +8,6 @@
 namespace quorvex {
 namespace {
 
-std::string LogOf(const Program& program) {
-  std::string log = program.Folder.Read("run.log");
-  std::erase(log, '\r');
-  return log;
-}
-
 TEST(DatabaseMacro, QueriesAndEndsAsTold) {
   const struct {
     const char *Connect, *Query;
@@ -44,10 +38,10 @@ TEST(DatabaseMacro, QueriesAndEndsAsTold) {
                                "TableOutput = DataFile\nB_MODEL\nY=a*x+b\nE_MODEL\nE_MACRO\n"),
               c.Status)
         << c.Query;
-    EXPECT_NE(LogOf(program).find(c.LogHas), std::string::npos) << LogOf(program);
+    EXPECT_NE(program.Log().find(c.LogHas), std::string::npos) << program.Log();
     EXPECT_NE(program.Out.find("Performing SQLDriverConnect '"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(program.Folder.Path("mistyped.db")));
-    EXPECT_EQ((LogOf(program) + program.Out).find("a;b"), std::string::npos);
+    EXPECT_EQ((program.Log() + program.Out).find("a;b"), std::string::npos);
     if (c.Status == 0) {
       EXPECT_NE(program.Folder.Read("out.txt").find("DataPoints = 4\r\n"), std::string::npos);
     }
@@ -87,7 +81,7 @@ TEST(DatabaseMacro, RunsOverATableOfQueries) {
             160);
   EXPECT_NEAR(ReadAnswers(program.Folder.Read("a.txt")).at(0).Number("a"), 2, 1e-9);
   EXPECT_NEAR(ReadAnswers(program.Folder.Read("b.txt")).at(0).Number("a"), 3, 1e-9);
-  const std::string log = LogOf(program);
+  const std::string log = program.Log();
   EXPECT_NE(log.find("Assigning SQLQuery = 'SELECT x, y FROM runs WHERE run = 2'\n"), std::string::npos);
   EXPECT_NE(log.find("Error connecting to or retrieving data from ODBC source\nData Source Error: 160\n***"),
             std::string::npos);

@@ -21,21 +21,6 @@
 namespace quorvex {
 namespace {
 
-// Text of a run with bare line ends and "@" for its folder, whose name comes in two spellings.
-std::string WithoutFolder(std::string log, const Program& program) {
-  std::erase(log, '\r');
-  std::string folder = program.Folder.Path("");
-  for (int spelling = 0; spelling < 2; ++spelling) {
-    for (std::size_t at = 0; (at = log.find(folder, at)) != std::string::npos;) log.replace(at, folder.size(), "@");
-    std::transform(folder.begin(), folder.end(), folder.begin(), ::tolower);
-  }
-  return log;
-}
-
-std::string LogOf(const Program& program, const std::string& name = "run.log") {
-  return WithoutFolder(program.Folder.Read(name), program);
-}
-
 // The output less the line with the time.
 std::string OutputOf(const Program& program) {
   std::string text = program.Folder.Read("out.txt");
@@ -52,13 +37,12 @@ const std::string kRunOfTheLine = kHead + kTail;
 std::string With(const std::string& statements) { return kHead + statements + kTail; }
 
 TEST(Macro, KeepsALogOfTheWholeRun) {
-  Program program;
-  program.Folder.Write("data.txt", kData);
+  Program program(kData);
   EXPECT_EQ(program.RunMacro(std::string("Free text in front.\n") + kHead + "Comment = first\n\tComment=\t second\n" +
                              "Bogus = 1\nE_MODEL\n\n  regressiontolerance = 0.001\nMAXITERATIONS = 20\n" + kTail),
             0);
   EXPECT_EQ(program.Out + program.Err, "");
-  std::string log = LogOf(program);
+  std::string log = program.Log();
   const std::size_t at = log.find("Final Merit Function");
   log.erase(at, log.find("Writing solution") - at);
   ExpectGolden("MacroLog.txt", log);
@@ -195,8 +179,7 @@ void MakeSocket(const std::string& path) {
 
 TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
   for (const Case& c : kCases) {
-    Program program;
-    program.Folder.Write("data.txt", kData);
+    Program program(kData);
     program.Folder.Write("text.txt", "1 2\n2 3\nx7 4\n5 6\n");
     program.Folder.Write("folder/inside.txt", "");
     std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
@@ -205,16 +188,16 @@ TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
     chmod(program.Folder.Write("secret.txt", kData).c_str(), 0);
     MakeSocket(program.Folder.Path("socket"));
     const int status = program.RunMacroAsUser(c.Macro);
-    EXPECT_EQ(status, c.Status % 256) << c.Name << "\n" << LogOf(program);
+    EXPECT_EQ(status, c.Status % 256) << c.Name << "\n" << program.Log();
     const std::string told = c.Status == 20
                                  ? "The file '@macro.cfg' is no macro: no line of it reads B_MACRO, or nothing "
                                    "follows.\n"
                                  : "";
-    EXPECT_EQ(WithoutFolder(program.Err, program),
+    EXPECT_EQ(program.WithoutFolder(program.Err),
               c.Status == 0 ? "" : told + "Exit Status " + std::to_string(c.Status) + "\n")
         << c.Name;
     EXPECT_EQ(program.Out, "") << c.Name;
-    const std::string log = LogOf(program);
+    const std::string log = program.Log();
     EXPECT_NE(log.find(c.LogHas), std::string::npos) << c.Name << "\n" << log;
     EXPECT_EQ(program.Folder.Read("data.txt"), kData) << c.Name;
   }
@@ -229,7 +212,7 @@ TEST(Macro, EndsInTheStatusOfItsOwnFile) {
                                                {"folder", 50},   {"socket", 60},        {"loop", 70}};
   for (const auto& [name, status] : files) {
     EXPECT_EQ(program.Run("-runcfg " + (name[0] == '/' ? name : program.Folder.Path(name))), status) << name;
-    EXPECT_TRUE(WithoutFolder(program.Err, program)
+    EXPECT_TRUE(program.WithoutFolder(program.Err)
                     .starts_with("The macro file '" + (name[0] == '/' ? name : "@" + name) + "' cannot be read. "))
         << program.Err;
     EXPECT_TRUE(program.Err.ends_with(".\nExit Status " + std::to_string(status) + "\n")) << program.Err;
@@ -240,8 +223,7 @@ TEST(Macro, GoesOnWithoutALogThatFails) {
   const std::pair<const char*, int> logs[] = {{"@none/run.log", 300}, {"/proc/self/mem", 310}, {"@folder", 320},
                                               {"/dev/full", 330},     {"@socket", 340},        {"@loop", 350}};
   for (const auto& [name, status] : logs) {
-    Program program;
-    program.Folder.Write("data.txt", kData);
+    Program program(kData);
     program.Folder.Write("folder/inside.txt", "");
     std::filesystem::create_symlink("loop", program.Folder.Path("loop"));
     MakeSocket(program.Folder.Path("socket"));
@@ -285,30 +267,27 @@ struct FailingForm : cfgSolve {
 
 TEST(Macro, EndsInAStatusOfItsOwnWhereMemoryRunsOut) {
   for (const bool table : {false, true}) {
-    TemporaryFolder folder;
-    folder.Write("data.txt", kData);
-    folder.Write("p.csv", "n\n1\n2\n");
+    Program program(kData);
+    program.Folder.Write("p.csv", "n\n1\n2\n");
     std::string macro = "B_MACRO\nDataFile = @data.txt\nOutputFile = @out%n%.txt\nLogFile = @run.log\n";
     macro += (table ? "ParameterFile = @p.csv\n" : "") + std::string(kTail);
-    for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;) macro.replace(at, 1, folder.Path(""));
     Session session;
     FailingForm form;
-    const MacroOutcome outcome = RunMacro(folder.Write("macro.cfg", macro), session, form);
+    const MacroOutcome outcome = RunMacro(program.Folder.Write("macro.cfg", program.InFolder(macro)), session, form);
     EXPECT_EQ(outcome.Normal, table);
     EXPECT_EQ(outcome.Status, 500);
-    const std::string log = folder.Read("run.log");
-    EXPECT_TRUE(log.ends_with(table ? "Normal termination\r\n" : "Abnormal termination\r\nExit Status 500\r\n")) << log;
+    const std::string log = program.Log();
+    EXPECT_TRUE(log.ends_with(table ? "Normal termination\n" : "Abnormal termination\nExit Status 500\n")) << log;
     if (!table) continue;
-    EXPECT_NE(log.find("There is not enough memory for this run.\r\n"), std::string::npos) << log;
-    EXPECT_NE(log.find("1: Run Failed\r\n2: Run Successful\r\n"), std::string::npos) << log;
-    EXPECT_NE(folder.Read("out2.txt").find("Model_ID"), std::string::npos);
+    EXPECT_NE(log.find("There is not enough memory for this run.\n"), std::string::npos) << log;
+    EXPECT_NE(log.find("1: Run Failed\n2: Run Successful\n"), std::string::npos) << log;
+    EXPECT_NE(program.Folder.Read("out2.txt").find("Model_ID"), std::string::npos);
   }
 }
 
 TEST(Macro, EndsInOrderByASignal) {
   for (const char* signal : {"TERM", "INT", "HUP"}) {
-    Program program;
-    program.Folder.Write("data.txt", kData);
+    Program program(kData);
     std::string table = "n\n";
     for (int run = 0; run < 100'000; ++run) table += std::to_string(run % 10) + '\n';
     program.Folder.Write("p.csv", table);
@@ -321,7 +300,7 @@ TEST(Macro, EndsInOrderByASignal) {
         "ParameterFile = @p.csv\n";
     EXPECT_EQ(program.RunMacro(macro + kTail, command), 450 % 256) << signal;
     EXPECT_TRUE(program.Err.starts_with("Exit Status 450\n")) << program.Err;
-    EXPECT_TRUE(LogOf(program).ends_with("Abnormal termination\nExit Status 450\n")) << signal;
+    EXPECT_TRUE(program.Log().ends_with("Abnormal termination\nExit Status 450\n")) << signal;
   }
 }
 
@@ -334,12 +313,11 @@ TEST(Macro, OutlivesItsListenerAndItsQuota) {
       {"bash -c 'ulimit -f 0; exec \"$0\" \"$@\" >/dev/null 2>/dev/null'", 230},
   };
   for (const auto& [shell, status] : cases) {
-    Program program;
-    program.Folder.Write("data.txt", kData);
+    Program program(kData);
     const std::string macro = kHead + (status == 230 ? "LogFile = /dev/null\n" : "") + "HandShake = UseDDE\n" + kTail;
     EXPECT_EQ(program.RunMacro(macro, shell), status) << shell;
     if (status != 0) continue;
-    const std::string log = LogOf(program);
+    const std::string log = program.Log();
     EXPECT_TRUE(log.starts_with("Opening Quorvex Macro file") && log.ends_with("Normal termination\n")) << log;
     EXPECT_EQ(log.find("Reading data file"), std::string::npos) << log;
   }
@@ -352,41 +330,37 @@ struct AbortingForm : cfgSolve {
 };
 
 TEST(Macro, EndsAllRunsWhereItIsAborted) {
-  TemporaryFolder folder;
-  folder.Write("data.txt", kData);
-  folder.Write("p.csv", "start\n1\n2\n");
-  std::string macro = kHead + "ParameterFile = @p.csv\nMissingData = %start%NA\nB_MODEL\nY = a+b*x\nE_MODEL\n" +
-                      "B_MODEL\nY = a+b*x^2\nE_MODEL\nB_MODEL\nY = a+b*x^3\nE_MODEL\nE_MACRO\n";
-  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;) macro.replace(at, 1, folder.Path(""));
+  Program program(kData);
+  program.Folder.Write("p.csv", "start\n1\n2\n");
+  const std::string macro = kHead + "ParameterFile = @p.csv\nMissingData = %start%NA\nB_MODEL\nY = a+b*x\nE_MODEL\n" +
+                            "B_MODEL\nY = a+b*x^2\nE_MODEL\nB_MODEL\nY = a+b*x^3\nE_MODEL\nE_MACRO\n";
   Session session;
   AbortingForm form;
-  const MacroOutcome outcome = RunMacro(folder.Write("macro.cfg", macro), session, form);
+  const MacroOutcome outcome = RunMacro(program.Folder.Write("macro.cfg", program.InFolder(macro)), session, form);
   EXPECT_FALSE(outcome.Normal);
   EXPECT_EQ(outcome.Status, 450);
-  const std::string log = folder.Read("run.log");
+  const std::string log = program.Log();
   EXPECT_EQ(log.find("3UserModel"), std::string::npos) << log;
   EXPECT_EQ(log.find("Beginning Run: 2"), std::string::npos) << log;
-  EXPECT_NE(log.find("\r\nSOLUTION PROCESS ABORTED BY USER.\r\nLog Summary:\r\n"), std::string::npos) << log;
-  EXPECT_TRUE(log.ends_with("Abnormal termination\r\nExit Status 450\r\n")) << log;
-  EXPECT_EQ(folder.Read("out.txt"), "");
+  EXPECT_NE(log.find("\nSOLUTION PROCESS ABORTED BY USER.\nLog Summary:\n"), std::string::npos) << log;
+  EXPECT_TRUE(log.ends_with("Abnormal termination\nExit Status 450\n")) << log;
+  EXPECT_EQ(program.Folder.Read("out.txt"), "");
 }
 
 TEST(Macro, KeepsOnlyTheSummaryWhenAsked) {
-  Program program;
-  program.Folder.Write("data.txt", kData);
+  Program program(kData);
   program.RunMacro(With("LogSummaryOnly = True\n"));
-  EXPECT_EQ(LogOf(program),
+  EXPECT_EQ(program.Log(),
             "Log Summary:\nRun Successful\n***************************************\n"
             "Normal termination\n");
   program.RunMacro(With("LogSummaryOnly = True\nDataFile = @none\n"));
-  EXPECT_EQ(LogOf(program),
+  EXPECT_EQ(program.Log(),
             "Log Summary:\nRun Failed\n***************************************\n"
             "Abnormal termination\nExit Status 110\n");
 }
 
 TEST(Macro, TellsItsStatusToAWaitingProcess) {
-  Program program;
-  program.Folder.Write("data.txt", kData);
+  Program program(kData);
   program.RunMacro(With("HandShake = ShowProgress\nHandShake = UseDDE\n"));
   const std::string folder = program.Folder.Path("");
   std::string lower = folder;
@@ -395,14 +369,13 @@ TEST(Macro, TellsItsStatusToAWaitingProcess) {
             "Reading Quorvex Macro file '" + lower + "macro.cfg '\nReading data file '" + folder +
                 "data.txt'\nBeginning solution process\nSolving Model 1UserModel\nWriting solution file '" + folder +
                 "out.txt '\nSolution process complete\nNormal termination\n");
-  EXPECT_NE(LogOf(program).find("There is no display, so the run goes on without progress form and message boxes.\n"),
+  EXPECT_NE(program.Log().find("There is no display, so the run goes on without progress form and message boxes.\n"),
             std::string::npos);
 }
 
 // One line of 100 MB, as a statement and as a model, ends like any other nonsense.
 TEST(Macro, SurvivesALineOfAHundredMegabytes) {
-  Program program;
-  program.Folder.Write("data.txt", kData);
+  Program program(kData);
   EXPECT_EQ(program.RunMacro(std::string(100'000'000, 'x')), 20);
   EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nB_MODEL\nY = " + std::string(100'000'000, '(') +
                              "\nE_MODEL\nE_MACRO\n"),
@@ -414,8 +387,7 @@ TEST(Macro, RanksByItsSortKey) {
       "B_MODEL\nID = constant\nY = a+0*x\nE_MODEL\nB_MODEL\nID = line\nY = a+b*x\nE_MODEL\n"
       "B_MODEL\nID = Twin Line\nY = c+d*x\nE_MODEL\nE_MACRO\n";
   for (const std::string key : {"RSS", "R^2", "ra^2", "StdErr", "bogus"}) {
-    Program program;
-    program.Folder.Write("data.txt", kData);
+    Program program(kData);
     ASSERT_EQ(program.RunMacro(kHead + "SortKey = " + key + "\n" + models), 0);
     const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
     ASSERT_EQ(answers.size(), 3u);
@@ -426,29 +398,24 @@ TEST(Macro, RanksByItsSortKey) {
 }
 
 TEST(Macro, WritesTheTablesItIsAskedFor) {
-  Program program;
-  program.Folder.Write("data.txt", "3;9;2\n1;5;1\n3;11;2\n2;6;1\n5;14;1\n");
+  Program program("3;9;2\n1;5;1\n3;11;2\n2;6;1\n5;14;1\n");
   ASSERT_EQ(program.RunMacro(
                 kHead + "Weighted = true\nInputDelimit = Semicolon\nOutputDelimit = Comma\nOutputFitInfo = no\n"
                         "TableOutput = DataFile, CalcData, ErrorData, MinMaxError\nB_MODEL\nID=held\nY=a+b*x\n"
                         "Assign a = 2, Operator = value, Fit = False\nAssign b = 2, Operator = value, Fit = False\n"
                         "E_MODEL\nE_MACRO\n"),
             0);
-  std::string text = OutputOf(program);
-  std::erase(text, '\r');
-  text.replace(text.find(program.Folder.Path("")), program.Folder.Path("").size(), "@");
-  ExpectGolden("MacroTables.txt", text);
+  ExpectGolden("MacroTables.txt", program.WithoutFolder(OutputOf(program)));
 }
 
 TEST(Macro, ReadsItsColumnsAndMarkersAsTold) {
-  Program program;
-  program.Folder.Write("data.txt", "id y junk x\n1 7 - 2\n2 -999 - 3\n3 9 - 3\n4  11 - 4 \n5 - - -\n6 13 - 5\n");
+  Program program("id y junk x\n1 7 - 2\n2 -999 - 3\n3 9 - 3\n4  11 - 4 \n5 - - -\n6 13 - 5\n");
   ASSERT_EQ(program.RunMacro(kHead +
                              "DataFirstLine = 2\nColumnOrder = drop, Y, none, X\nMissingData = -999\n"
                              "TableOutput = DataFile\n" +
                              kTail),
             150);
-  EXPECT_NE(LogOf(program).find("Line 6: '-' is not a number."), std::string::npos);
+  EXPECT_NE(program.Log().find("Line 6: '-' is not a number."), std::string::npos);
   ASSERT_EQ(program.RunMacro(kHead +
                              "DataFirstLine = 2\nColumnOrder = drop, Y, none, X\nMissingData = -\n"
                              "TableOutput = DataFile\n" +
@@ -468,8 +435,7 @@ TEST(Macro, FitsSeveralVariablesWithGaps) {
     rows += std::to_string(x1) + "\t" + std::to_string(x2) + "\t" + std::to_string(x3) + "\t" +
             std::to_string(2 + 3 * x1 - x3) + "." + std::to_string(i % 3) + "\n";
   }
-  Program program;
-  program.Folder.Write("data.txt", rows);
+  Program program(rows);
   ASSERT_EQ(program.RunMacro(kHead + "IndependentVariables = 3\nB_MODEL\nID=all\nY=a+b*x1+c*x2+d*x3\nE_MODEL\n"
                                      "B_MODEL\nID=gap\nY=a+b*x1+d*x03\nE_MODEL\nB_MODEL\nID=too many\nY=a*x4\nE_MODEL\n"
                                      "E_MACRO\n"),
@@ -514,7 +480,7 @@ TEST(Macro, DoesNotDependOnTheOrderOfRows) {
       program.Folder.Write("data.txt", content);
       ASSERT_EQ(program.RunMacro(kHead + set.Setup + "E_MACRO\n"), 0);
       const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));
-      ASSERT_EQ(answers.size(), 1u) << set.File << LogOf(program);
+      ASSERT_EQ(answers.size(), 1u) << set.File << program.Log();
       std::string output = OutputOf(program);
       output.erase(0, output.find("E_HEADER"));
       if (round == 0) first = answers, text = output;
@@ -556,8 +522,8 @@ TEST(Macro, GivesTheSameNumbersInEveryLocale) {
     Program inC, inGerman;
     inC.Folder.Write("data.txt", data);
     inGerman.Folder.Write("data.txt", pair.DataInGerman);
-    ASSERT_EQ(inC.RunMacro(pair.InC), 0) << LogOf(inC);
-    ASSERT_EQ(inGerman.RunMacro(pair.InGerman, german), 0) << LogOf(inGerman);
+    ASSERT_EQ(inC.RunMacro(pair.InC), 0) << inC.Log();
+    ASSERT_EQ(inGerman.RunMacro(pair.InGerman, german), 0) << inGerman.Log();
     const std::string a = OutputOf(inC), b = OutputOf(inGerman);
     EXPECT_EQ(a.substr(a.find("B_INPUTDATA"), a.find("B_DEFINITION") - a.find("B_INPUTDATA")),
               b.substr(b.find("B_INPUTDATA"), b.find("B_DEFINITION") - b.find("B_INPUTDATA")));
@@ -572,25 +538,18 @@ TEST(Macro, ReadsItsFilesInUtf16) {
     for (const char c : ascii) (text += c) += '\0';
     return text;
   };
-  Program program;
-  program.Folder.Write("data.txt", utf16(kData));
+  Program program(utf16(kData));
   program.Folder.Write("p.csv", utf16("name\r\nout\r\n"));
   std::string macro = kRunOfTheLine;
   macro.insert(macro.find("B_MODEL"), "OutputFile = @%name%.txt\nParameterFile = @p.csv\n");
-  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;)
-    macro.replace(at, 1, program.Folder.Path(""));
-  program.Folder.Write("macro.cfg", utf16(macro));
-  EXPECT_EQ(program.Run("-runcfg " + program.Folder.Path("macro.cfg")), 0) << program.Err << LogOf(program);
+  program.Folder.Write("macro.cfg", utf16(program.InFolder(macro)));
+  EXPECT_EQ(program.Run("-runcfg " + program.Folder.Path("macro.cfg")), 0) << program.Err << program.Log();
   EXPECT_EQ(ReadAnswers(program.Folder.Read("out.txt")).size(), 1u);
 }
 
 TEST(Macro, TakesItsNameWithoutRegardToCase) {
-  Program program;
-  program.Folder.Write("data.txt", kData);
-  std::string macro = kRunOfTheLine;
-  for (std::size_t at = 0; (at = macro.find('@', at)) != std::string::npos;)
-    macro.replace(at, 1, program.Folder.Path(""));
-  program.Folder.Write("My Macro.CFG", macro);
+  Program program(kData);
+  program.Folder.Write("My Macro.CFG", program.InFolder(kRunOfTheLine));
   for (const std::string& arguments : {"-RunCfg '\"" + program.Folder.Path("MY MACRO.cfg") + "\"'",
                                        "-runcfg" + program.Folder.Path("My") + " Macro.CFG"})
     EXPECT_EQ(program.Run(arguments), 0) << arguments << program.Err;

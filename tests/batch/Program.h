@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
@@ -15,16 +16,37 @@
 
 namespace quorvex {
 
-// One run of the real program in a folder of its own.
+// One run of the real program in a folder of its own, where data.txt may be waiting for it.
 class Program {
  public:
+  explicit Program(const std::string& data = "") {
+    if (!data.empty()) Folder.Write("data.txt", data);
+  }
+
   // Writes `text` as macro.cfg, with "@" standing for the folder, and runs it. `environment` is put in front of the
   // command, as in "LC_ALL=de_DE.UTF-8".
-  int RunMacro(std::string text, const std::string& environment = "LC_ALL=C") {
-    for (std::size_t at = 0; (at = text.find('@', at)) != std::string::npos;) text.replace(at, 1, Folder.Path(""));
-    Folder.Write("macro.cfg", text);
+  int RunMacro(const std::string& text, const std::string& environment = "LC_ALL=C") {
+    Folder.Write("macro.cfg", InFolder(text));
     return Run("-runcfg " + Folder.Path("macro.cfg"), environment);
   }
+
+  // "@" becomes the folder.
+  std::string InFolder(std::string text) const {
+    for (std::size_t at = 0; (at = text.find('@', at)) != std::string::npos;) text.replace(at, 1, Folder.Path(""));
+    return text;
+  }
+
+  // The folder, whose name comes in two spellings, becomes "@", and line ends are bare.
+  std::string WithoutFolder(std::string text) const {
+    std::erase(text, '\r');
+    std::string folder = Folder.Path("");
+    for (int spelling = 0; spelling < 2; ++spelling) {
+      for (std::size_t at = 0; (at = text.find(folder, at)) != std::string::npos;) text.replace(at, folder.size(), "@");
+      std::transform(folder.begin(), folder.end(), folder.begin(), ::tolower);
+    }
+    return text;
+  }
+  std::string Log() const { return WithoutFolder(Folder.Read("run.log")); }
 
   // The same without the rights of root, to whom no file is closed: where the tests run as root, a copy of the program
   // runs as "nobody".

@@ -25,8 +25,7 @@ TEST(ProjectMacro, WritesWhatReadsBackEqual) {
   const std::string data = "3 2.9 0.1\n1 7.1 0.2\n2 4.4 0.1\n5 2.1 0.3\n4 2.2 0.1\n0.1 11.5 0\n";
   std::string inC;
   for (const std::string environment : {"LC_ALL=C", "LC_ALL=de_DE.UTF-8"}) {
-    Program program;
-    program.Folder.Write("data.txt", data);
+    Program program(data);
     std::string macro = Filled("out.qvx", "quorvex");
     if (environment != "LC_ALL=C") macro.replace(macro.find("0.5"), 3, "0,5");
     ASSERT_EQ(program.RunMacro(macro, environment), 0) << program.Folder.Read("run.log");
@@ -64,8 +63,7 @@ TEST(ProjectMacro, WritesWhatReadsBackEqual) {
 }
 
 TEST(ProjectMacro, KeepsTheFileThatWasThere) {
-  Program program;
-  program.Folder.Write("data.txt", "1 2 1\n2 3 1\n3 3 1\n4 5 1\n5 5 1\n");
+  Program program("1 2 1\n2 3 1\n3 3 1\n4 5 1\n5 5 1\n");
   program.Folder.Write("out.qvx", "precious");
   ASSERT_EQ(program.RunMacro(Filled("out.qvx", "Quorvex")), 0);
   EXPECT_EQ(program.Folder.Read("out.qvx~"), "precious");

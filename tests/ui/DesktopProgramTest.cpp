@@ -46,8 +46,7 @@ TEST(DesktopProgram, EndsWithTheStatusOfTheRun) {
 }
 
 TEST(DesktopProgram, SpeaksToAWaitingProcess) {
-  Program program;
-  program.Folder.Write("data.txt", "1 5.1\n2 6.9\n3 9.2\n4 10.8\n5 13.1\n");
+  Program program("1 5.1\n2 6.9\n3 9.2\n4 10.8\n5 13.1\n");
   EXPECT_EQ(program.RunMacro("B_MACRO\nHandShake = UseDDE\n" + kMacro.substr(8), kOffscreen), 0);
   EXPECT_NE(program.Out.find("Solving Model 1UserModel\n"), std::string::npos) << program.Out;
   EXPECT_TRUE(program.Out.ends_with("Normal termination\n"));
