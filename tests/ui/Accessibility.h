@@ -2,11 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QAccessible>
+#include <QAction>
 #include <QComboBox>
-#include <QWidget>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QMenu>
+#include <QTabWidget>
 #include <algorithm>
+#include <map>
 #include <set>
 #include <string>
 
@@ -103,5 +109,53 @@ class AccessibilityWalk {
     return text;
   }
 };
+
+// On each page of the dialog no two of its labels, buttons and tabs answer to the same letter, and each label of a
+// control has one.
+inline void ExpectMnemonicsDoNotMeet(QWidget& dialog) {
+  auto* tabs = dialog.findChild<QTabWidget*>();
+  if (tabs != nullptr && !tabs->isVisible()) tabs = nullptr;
+  const int shown = tabs != nullptr ? tabs->currentIndex() : 0;
+  for (int page = 0; page < (tabs != nullptr ? tabs->count() : 1); ++page) {
+    std::map<QChar, std::string> used;
+    const auto take = [&](QString text) {
+      text.replace("&&", "");
+      const qsizetype at = text.indexOf('&');
+      if (at < 0) return false;
+      const auto [other, fresh] = used.emplace(text[at + 1].toLower(), text.toStdString());
+      EXPECT_TRUE(fresh) << "page " << page << ": " << text.toStdString() << " and " << other->second;
+      return true;
+    };
+    if (tabs != nullptr) {
+      tabs->setCurrentIndex(page);
+      for (int i = 0; i < tabs->count(); ++i) EXPECT_TRUE(take(tabs->tabText(i)));
+    }
+    for (auto* button : dialog.findChildren<QAbstractButton*>())
+      if (button->isVisible() && !button->text().isEmpty()) {
+        const bool has = take(button->text());
+        EXPECT_TRUE(has || qobject_cast<QDialogButtonBox*>(button->parentWidget()) != nullptr ||
+                    button->text() == "..." || button->text().startsWith('#'))
+            << button->text().toStdString();
+      }
+    for (auto* label : dialog.findChildren<QLabel*>())
+      if (label->isVisible() && label->buddy() != nullptr) {
+        EXPECT_TRUE(take(label->text()) || label->buddy()->focusPolicy() == Qt::NoFocus) << label->text().toStdString();
+      }
+  }
+  if (tabs != nullptr) tabs->setCurrentIndex(shown);
+}
+
+// Each entry of the menus has a letter, and none that another of its menu has.
+inline void ExpectMnemonicsDoNotMeet(const QList<QAction*>& entries) {
+  std::set<QChar> used;
+  for (const QAction* entry : entries) {
+    if (entry->isSeparator()) continue;
+    const QString text = entry->text().replace("&&", "");
+    const qsizetype at = text.indexOf('&');
+    ASSERT_GE(at, 0) << text.toStdString();
+    EXPECT_TRUE(used.insert(text[at + 1].toLower()).second) << text.toStdString();
+    if (entry->menu() != nullptr) ExpectMnemonicsDoNotMeet(entry->menu()->actions());
+  }
+}
 
 }  // namespace quorvex

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QDropEvent>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMimeData>
 #include <memory>
 #include <optional>
 
@@ -45,10 +47,35 @@ class Frame : public testing::Test {
     if (frame != nullptr && frame->isVisible()) CloseUnsaved();
   }
 
-  void Trigger(const char* action) { frame->findChild<QAction*>(action)->trigger(); }
+  void Trigger(const char* action) { Action(action).trigger(); }
+  // What the message box says that the command ends in.
+  std::string SaidBy(const char* action, QMessageBox::StandardButton answer = QMessageBox::Ok) {
+    dialogs.Press(answer);
+    Trigger(action);
+    return dialogs.Said.back();
+  }
+  void Drop(const std::vector<std::string>& files) {
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const std::string& file : files) urls << QUrl::fromLocalFile(QString::fromStdString(file));
+    data.setUrls(urls);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(frame.get(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(frame.get(), &drop);
+  }
+  QAction& Action(const char* name) { return *frame->findChild<QAction*>(name); }
   quorvexWindow& Active() { return *frame->ActiveProject(); }
   SheetView& Grid() { return Active().Grid(); }
   Project& Document() { return Active().Document(); }
+  void Select(int top, int left, int bottom, int right,
+              QItemSelectionModel::SelectionFlags how = QItemSelectionModel::ClearAndSelect) {
+    const QAbstractItemModel& cells = *Grid().model();
+    if (how & QItemSelectionModel::Clear)
+      Grid().selectionModel()->setCurrentIndex(cells.index(top - 1, left - 1), QItemSelectionModel::NoUpdate);
+    Grid().selectionModel()->select({cells.index(top - 1, left - 1), cells.index(bottom - 1, right - 1)}, how);
+  }
   QString Status() { return frame->findChild<QLabel*>("status")->text(); }
   qsizetype Windows() { return frame->findChild<QMdiArea*>()->subWindowList().size(); }
 

@@ -1,7 +1,5 @@
 // Who has the keyboard behind a message: the dialog or the window that it came from.
 
-#include <QAbstractButton>
-#include <QDialogButtonBox>
 #include <QPointer>
 #include <QPrintDialog>
 
@@ -127,9 +125,7 @@ class Keyboard : public Frame {
     Document() = LineProject();
     SolveModel(Document(), "a*x+b", 1);
     Active().Refresh();
-    const QAbstractItemModel& cells = *Grid().model();
-    Grid().selectionModel()->select(QItemSelection(cells.index(0, 0), cells.index(4, 1)),
-                                    QItemSelectionModel::ClearAndSelect);
+    Select(1, 1, 5, 2);
     Grid().setFocus();
   }
   void Work(QWidget& window) {

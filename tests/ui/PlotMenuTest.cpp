@@ -23,11 +23,6 @@ class PlotMenuTest : public Frame {
     for (const char* name : models) SolveModel(Document(), name, 1);
     Active().Refresh();
   }
-  void Select(int left, int right, int rows) {
-    QAbstractItemModel& cells = *Grid().model();
-    Grid().selectionModel()->select(QItemSelection(cells.index(0, left - 1), cells.index(rows - 1, right - 1)),
-                                    QItemSelectionModel::ClearAndSelect);
-  }
   QList<PlotWindow*> Plots() { return Active().findChildren<PlotWindow*>(); }
   static QStringList Legend(PlotWindow& window) {
     QStringList texts;
@@ -47,10 +42,8 @@ TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
   EXPECT_TRUE(plot->findChild<QAction*>("ShowErrorBars")->isChecked());
 
   Trigger("mnuEditSelectAll");
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuPlotData");
-  EXPECT_EQ(dialogs.Said.back(), "The currently selected range contains more than two columns.");
-  Select(1, 2, 3);
+  EXPECT_EQ(SaidBy("mnuPlotData"), "The currently selected range contains more than two columns.");
+  Select(1, 1, 3, 2);
   Trigger("mnuPlotData");
   ASSERT_EQ(Plots().size(), 2);
   EXPECT_EQ(Plots()[1]->windowTitle(), "Plot 2 - Untitled");
@@ -70,9 +63,7 @@ TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
   plot->View().Redraw();
   EXPECT_EQ(plot->Plot().PlotData[0].NumTablePoints(), 5U);
   Grid().setCurrentIndex(Grid().model()->index(0, 0));
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuPlotData");
-  EXPECT_EQ(dialogs.Said.back(), "You need at least 2 data points in order to create a plot.");
+  EXPECT_EQ(SaidBy("mnuPlotData"), "You need at least 2 data points in order to create a plot.");
 
   // A window closes by itself, and with its project.
   QPointer<PlotWindow> other = Plots()[1];
@@ -106,9 +97,7 @@ TEST_F(PlotMenuTest, ShowsSelectedOrAllSolutions) {
   Plots()[1]->View().ZoomOut();
   EXPECT_EQ(Plots()[1]->Plot().PlotData[2].CopyDataTo().Y.back(), before);
   for (const char* command : {"mnuPlotSelected", "mnuPlotAll"}) {
-    dialogs.Press(QMessageBox::Ok);
-    Trigger(command);
-    EXPECT_EQ(dialogs.Said.back(), "There are no regression models to plot.");
+    EXPECT_EQ(SaidBy(command), "There are no regression models to plot.");
   }
 }
 
@@ -145,18 +134,8 @@ TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {
   QTest::keyClick(&plot.View(), Qt::Key_Escape);
   EXPECT_TRUE(action("SwapAxis")->isEnabled());
 
-  AccessibilityWalk walk(plot);
-  EXPECT_TRUE(walk.Names.count("Plot"));
-  std::set<QChar> menus;
-  for (const QAction* title : plot.findChild<QMenuBar*>()->actions()) {
-    EXPECT_TRUE(menus.insert(title->text()[title->text().indexOf('&') + 1].toLower()).second);
-    std::set<QChar> entries;
-    for (const QAction* entry : title->menu()->actions()) {
-      if (entry->isSeparator()) continue;
-      EXPECT_TRUE(entries.insert(entry->text()[entry->text().indexOf('&') + 1].toLower()).second)
-          << entry->text().toStdString();
-    }
-  }
+  EXPECT_TRUE(AccessibilityWalk(plot).Names.contains("Plot"));
+  ExpectMnemonicsDoNotMeet(plot.findChild<QMenuBar*>()->actions());
 }
 
 }  // namespace

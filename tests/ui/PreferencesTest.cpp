@@ -1,20 +1,15 @@
 // The preferences, the tip of the day, the arrangement of windows and the help, used by clicks and keys.
 
-#include <QAction>
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QDoubleSpinBox>
-#include <QListWidget>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMessageBox>
-#include <QTabWidget>
 
 #include "Accessibility.h"
 #include "Frame.h"
-#include "Mnemonics.h"
 #include "app/HelpPages.h"
 #include "app/Preferences.h"
 #include "app/RecentFiles.h"
@@ -321,9 +316,9 @@ TEST_F(Frame, TilesArrangesAndClosesAllWindows) {
   EXPECT_TRUE(area->viewport()->rect().contains(windows[2]->geometry()));
   Trigger("mnuWindowCloseAll");
   EXPECT_EQ(Windows(), 0);
-  EXPECT_FALSE(frame->findChild<QAction*>("mnuWindowTile")->isEnabled());
-  EXPECT_FALSE(frame->findChild<QAction*>("mnuToolsMacro")->isEnabled());
-  EXPECT_TRUE(frame->findChild<QAction*>("mnuGenPref")->isEnabled());
+  EXPECT_FALSE(Action("mnuWindowTile").isEnabled());
+  EXPECT_FALSE(Action("mnuToolsMacro").isEnabled());
+  EXPECT_TRUE(Action("mnuGenPref").isEnabled());
 }
 
 TEST_F(Frame, TellsAboutItself) {

@@ -1,26 +1,17 @@
 // The commands on the sheet through their menus and dialogs, as a user clicks and types them.
 
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QInputDialog>
-#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QSignalSpy>
 #include <QSpinBox>
-#include <QTabWidget>
 #include <QTableWidget>
 #include <QTreeWidget>
-#include <set>
 
 #include "Accessibility.h"
 #include "Frame.h"
@@ -42,14 +33,6 @@ class SheetDialogs : public Frame {
       for (std::size_t col = 0; col < 2; ++col)
         Document().Sheet.Cells.SetGridCellNumber(row + 1, col + 1, rows[row][col]);
     Active().Refresh();
-  }
-
-  void Select(int top, int left, int bottom, int right,
-              QItemSelectionModel::SelectionFlags how = QItemSelectionModel::ClearAndSelect) {
-    const QAbstractItemModel& cells = *Grid().model();
-    if (how & QItemSelectionModel::Clear)
-      Grid().selectionModel()->setCurrentIndex(cells.index(top - 1, left - 1), QItemSelectionModel::NoUpdate);
-    Grid().selectionModel()->select({cells.index(top - 1, left - 1), cells.index(bottom - 1, right - 1)}, how);
   }
 
   static void Enter(QWidget& dialog, const Entries& entries) {
@@ -84,18 +67,8 @@ class SheetDialogs : public Frame {
   // Every control can be reached by a name and none by the mnemonic of another; the first has the focus.
   static void Inspect(QDialog& dialog) {
     EXPECT_FALSE(dialog.windowTitle().isEmpty());
-    AccessibilityWalk walk(dialog);
-    std::set<QChar> used;
-    const auto check = [&](const QString& text) {
-      const qsizetype at = QString(text).replace("&&", "  ").indexOf('&');
-      if (at >= 0) {
-        EXPECT_TRUE(used.insert(text[at + 1].toLower()).second) << text.toStdString();
-      }
-    };
-    for (const auto* label : dialog.findChildren<QLabel*>())
-      if (label->isVisible() && label->buddy() != nullptr) check(label->text());
-    for (const auto* button : dialog.findChildren<QAbstractButton*>())
-      if (button->isVisible()) check(button->text());
+    AccessibilityWalk{dialog};
+    ExpectMnemonicsDoNotMeet(dialog);
     EXPECT_NE(dialog.focusWidget(), nullptr);
     // Tab goes down row by row, and in a row to the right.
     QPoint last;
@@ -124,7 +97,7 @@ class SheetDialogs : public Frame {
     return cells;
   }
 
-  std::string UndoText() { return frame->findChild<QAction*>("mnuEditUndo")->text().toStdString(); }
+  std::string UndoText() { return Action("mnuEditUndo").text().toStdString(); }
 };
 
 // Each dialog, and each page of the one that fills, takes what its fields say; what a command refuses and computes is
@@ -170,7 +143,7 @@ TEST_F(SheetDialogs, ComputeNewCellsOnceTheEntryIsRight) {
     Trigger("mnuEditUndo");
     EXPECT_EQ(Cells(), before);
     EXPECT_EQ(UndoText(), "Can't &Undo");
-    EXPECT_FALSE(frame->findChild<QAction*>("mnuEditUndo")->isEnabled());
+    EXPECT_FALSE(Action("mnuEditUndo").isEnabled());
   }
 }
 
@@ -214,9 +187,7 @@ TEST_F(SheetDialogs, SortAllColumnsWhereTheUserWantsThat) {
 
 TEST_F(SheetDialogs, CombineColumns) {
   Start();
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuDataCombine");
-  EXPECT_EQ(dialogs.Said.back(), "There is no data to combine.");
+  EXPECT_EQ(SaidBy("mnuDataCombine"), "There is no data to combine.");
   StartWithData();
   Select(1, 2, 1, 2);
   Fill("cmbFirstCol=Y, cmbOperation=/   (divide), cmbSecondCol=X, cmbResultCol=Y");
@@ -229,13 +200,9 @@ TEST_F(SheetDialogs, CombineColumns) {
 
 TEST_F(SheetDialogs, AverageReplicates) {
   StartWithData();
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuDataAverage");
-  EXPECT_EQ(dialogs.Said.back(), "No replicates found.");
+  EXPECT_EQ(SaidBy("mnuDataAverage"), "No replicates found.");
   Document().Sheet.Cells.SetGridCellNumber(2, 1, 1);
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuDataAverage");
-  EXPECT_EQ(dialogs.Said.back(), "1 replicate  found.");
+  EXPECT_EQ(SaidBy("mnuDataAverage"), "1 replicate  found.");
   EXPECT_EQ(Shown(1, 2), "15");
   EXPECT_EQ(Shown(2, 1), "3");
   Trigger("mnuEditUndo");
@@ -330,9 +297,7 @@ TEST_F(SheetDialogs, EditTheHeaders) {
 TEST_F(SheetDialogs, ExchangeTwoColumnsAndRefuseOne) {
   StartWithData();
   Select(1, 1, 4, 1);
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuEditExchange");
-  EXPECT_EQ(dialogs.Said.back(), "The currently selected range only includes a single column.");
+  EXPECT_EQ(SaidBy("mnuEditExchange"), "The currently selected range only includes a single column.");
   Select(1, 2, 4, 2, QItemSelectionModel::Select);
   dialogs.Press(QMessageBox::Yes);
   Trigger("mnuEditExchange");
@@ -455,18 +420,14 @@ TEST_F(SheetDialogs, GoToACell) {
     QTest::keyClicks(dialog.focusWidget(), "B60000");
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
   });
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuEditGoto");
-  EXPECT_EQ(dialogs.Said.back(), "Invalid cell reference.");
+  EXPECT_EQ(SaidBy("mnuEditGoto"), "Invalid cell reference.");
   EXPECT_EQ(Current(), std::pair(60'000, 2));
   EXPECT_FALSE(Grid().visualRect(Grid().currentIndex()).isEmpty());
 }
 
 TEST_F(SheetDialogs, ShowStatisticsThatCanBeTakenElsewhere) {
   Start();
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuDataStatistics");
-  EXPECT_EQ(dialogs.Said.back(), "You need at least 2 points to calculate statistics.");
+  EXPECT_EQ(SaidBy("mnuDataStatistics"), "You need at least 2 points to calculate statistics.");
   StartWithData();
   Trigger("mnuDataStatistics");
   auto* window = static_cast<DataStatWindow*>(Active().findChild<QDialog*>("DataStat"));
@@ -576,12 +537,8 @@ TEST_F(SheetDialogs, ChangeAFullSheetInOnePiece) {
 TEST_F(SheetDialogs, OfferTheUsualOnARightClick) {
   StartWithData();
   std::set<std::string> offered;
-  std::set<QChar> mnemonics;
-  for (const QAction* action : Grid().actions()) {
-    if (action->isSeparator()) continue;
-    offered.insert(action->objectName().toStdString());
-    EXPECT_TRUE(mnemonics.insert(action->text()[action->text().indexOf('&') + 1].toLower()).second);
-  }
+  for (const QAction* action : Grid().actions()) offered.insert(action->objectName().toStdString());
+  ExpectMnemonicsDoNotMeet(Grid().actions());
   for (const char* name : {"mnuEditCut", "mnuEditCopy", "mnuEditPaste", "mnuEditInsert", "mnuEditDelete",
                            "mnuEditClear", "mnuFormatCells"})
     EXPECT_TRUE(offered.contains(name)) << name;

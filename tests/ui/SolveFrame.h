@@ -15,6 +15,12 @@ namespace quorvex {
 // The frame with what a user does to solve.
 class SolveFrame : public Frame {
  protected:
+  static void AddUserModel(Project& project, const std::string& id, const std::string& text) {
+    auto own = NewModelFor(project.Sheet.IndependentVariables, {});
+    own->SetID(id, {text});
+    own->UserType = true;
+    project.Models.Add(id, std::move(own));
+  }
   // A frame with one project: `points` points of a curve, and two models of the user's own.
   void Open(std::size_t points, const std::string& model = "m*x+n") {
     Project project = NewProject(1, false, {});
@@ -23,12 +29,8 @@ class SolveFrame : public Frame {
       project.Sheet.Cells.SetGridCellNumber(i, 1, x);
       project.Sheet.Cells.SetGridCellNumber(i, 2, 2 * x + 1 + std::sin(x * 7) / 4);
     }
-    for (const auto& [id, text] : {std::pair<std::string, std::string>("mine", model), {"yours", "p*x^2+q"}}) {
-      auto own = NewModelFor(1, {});
-      own->SetID(id, {text});
-      own->UserType = true;
-      project.Models.Add(id, std::move(own));
-    }
+    AddUserModel(project, "mine", model);
+    AddUserModel(project, "yours", "p*x^2+q");
     ASSERT_EQ(WriteProject(project, folder.Path("curve.qvx")), 0);
     Start();
     frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));

@@ -1,7 +1,6 @@
 // The solve of a project by its menu, dialogs, progress window and solved list, used as a user does.
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -10,7 +9,6 @@
 #include <QSignalSpy>
 
 #include "Accessibility.h"
-#include "Mnemonics.h"
 #include "SolveFrame.h"
 
 namespace quorvex {
@@ -108,8 +106,7 @@ TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
         EXPECT_TRUE(key.descending ? value(row - 1) >= value(row) : value(row - 1) <= value(row)) << row;
     }
     emit menu->aboutToShow();
-    for (const auto& other : kKeys)
-      EXPECT_EQ(frame->findChild<QAction*>(other.action)->isChecked(), other.sortIndex == key.sortIndex);
+    for (const auto& other : kKeys) EXPECT_EQ(Action(other.action).isChecked(), other.sortIndex == key.sortIndex);
   }
 
   // The best, the next one by keys, and one by the mouse.
@@ -156,7 +153,7 @@ TEST_F(SolveMenuTest, AsksForTheSetupUntilItIsTheDefault) {
   });
   Trigger("mnuSolveRegression");
   emit frame->findChild<QMenu*>("solve")->aboutToShow();
-  EXPECT_TRUE(frame->findChild<QAction*>("mnuSolvePrompt")->isChecked());
+  EXPECT_TRUE(Action("mnuSolvePrompt").isChecked());
   EXPECT_EQ(SolvedRows().count('|'), 1);
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
@@ -200,10 +197,7 @@ TEST_F(SolveMenuTest, ListsModelsByKindAndOpensWhatItLeadsTo) {
   });
   dialogs.Do([&](QDialog& userModels) {
     EXPECT_EQ(userModels.objectName(), "usereq");
-    auto own = NewModelFor(1, {});
-    own->SetID("fresh", {"u*x"});
-    own->UserType = true;
-    Document().Models.Add("fresh", std::move(own));
+    AddUserModel(Document(), "fresh", "u*x");
     Document().Models.Remove("yours");
     userModels.reject();
   });
@@ -245,9 +239,7 @@ TEST_F(SolveMenuTest, PutsTogetherAGroupAndSolvesIt) {
   });
   dialogs.Press(QMessageBox::Ok);
   dialogs.Press(QMessageBox::Yes);  // to saving the file
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuSolveRegression");
-  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_EQ(SaidBy("mnuSolveRegression"), "Solution was successful.");
   EXPECT_EQ(SolvedRows(), "1 a*x+b|2 yours");
   EXPECT_EQ(folder.Read("user1.grp"), "Quorvex:  Version 9.0\r\nB_Equations\r\na*x+b\r\nyours\r\nE_Equations\r\n");
   dialogs.Press(QMessageBox::No);

@@ -1,17 +1,14 @@
 // From a project's file to the answers in the results window, by menu and dialogs, on real data.
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QSignalSpy>
-#include <QTabWidget>
 #include <QTableWidget>
 
 #include "NistProject.h"
 #include "Paths.h"
 #include "SolveFrame.h"
-#include "files/ProjectFile.h"
 
 namespace quorvex {
 namespace {
@@ -35,12 +32,6 @@ class SolveThrough : public SolveFrame {
       for (std::size_t col = 1; const std::string& field : Split(line, '\t'))
         project.Sheet.Cells.SetGridCellNumber(row, col++, std::stod(field));
     return project;
-  }
-  void AddUserModel(Project& project, const char* id, const std::string& text) {
-    auto own = NewModelFor(project.Sheet.IndependentVariables, {});
-    own->SetID(id, {text});
-    own->UserType = true;
-    project.Models.Add(id, std::move(own));
   }
 
   // Row by row, the cells of Fit Information.
@@ -165,9 +156,7 @@ TEST_F(SolveThrough, WorksWithTwoIndependentVariables) {
 
   // A group, on top of what is solved; each of the tabs; and back.
   AnswerGroup("User Defined Models");
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuSolveRegression");
-  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_EQ(SaidBy("mnuSolveRegression"), "Solution was successful.");
   EXPECT_EQ(SolvedRows(), "1 cone|2 plane");
   EXPECT_EQ(ShownModel(), "cone");
   auto* tabs = Results().findChild<QTabWidget*>("ResultsTab");
@@ -224,9 +213,7 @@ TEST_F(SolveThrough, TakesEstimatesAndBringsBackTheSolutionTheyCost) {
     Press(dialog, QDialogButtonBox::Ok);
   });
   dialogs.Press(QMessageBox::Ok);  // to the refusal
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuSolveRegression");
-  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_EQ(SaidBy("mnuSolveRegression"), "Solution was successful.");
   const QString log = QString::fromStdString(Active().Solver().Log());
   EXPECT_TRUE(log.contains("Using current initial estimates\r\nSolving with 100 initial condition(s)"));
   EXPECT_TRUE(log.contains("100 of 100 IC's successful, determining best fit."));

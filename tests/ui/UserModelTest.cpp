@@ -1,9 +1,5 @@
 // User-defined models and the export of models, used as a user does: by menus, keys and dialogs.
 
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QPlainTextEdit>
@@ -11,7 +7,6 @@
 
 #include "Accessibility.h"
 #include "Frame.h"
-#include "Mnemonics.h"
 #include "engine/UserModel.h"
 #include "files/ui/usereq.h"
 #include "results/ui/frmEquationText.h"
@@ -289,9 +284,7 @@ TEST_F(UserModelWindows, TravelByFiles) {
     EXPECT_TRUE(In<QPlainTextEdit>(form, "txtImported").toPlainText().contains("Y = a*x^2"));
     Click(form, "cmdImported");
   });
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuModelsImport");
-  EXPECT_EQ(dialogs.Said.back(), "2 user defined models have been imported from '" + file + "'.");
+  EXPECT_EQ(SaidBy("mnuModelsImport"), "2 user defined models have been imported from '" + file + "'.");
   EXPECT_EQ(Ids(), (Said{"P", "Q"}));
   EXPECT_EQ(Document().Models.Find("P")->FunctionList(0), "a*x^2");
   EXPECT_TRUE(Active().isWindowModified());
@@ -299,9 +292,7 @@ TEST_F(UserModelWindows, TravelByFiles) {
   Add("R", {"c*x"});
   dialogs.Press(QMessageBox::Yes);
   dialogs.ChooseFile(file);
-  dialogs.Press(QMessageBox::Ok);
-  Trigger("mnuModelsLoad");
-  EXPECT_EQ(dialogs.Said.back(), "2 user defined models have been read from '" + file + "'.");
+  EXPECT_EQ(SaidBy("mnuModelsLoad"), "2 user defined models have been read from '" + file + "'.");
   EXPECT_EQ(Ids(), (Said{"P", "Q"}));
 }
 

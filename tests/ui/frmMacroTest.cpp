@@ -1,6 +1,5 @@
 // The macro editor over the active project, used by clicks and keys.
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QPlainTextEdit>
@@ -9,7 +8,6 @@
 #include "Accessibility.h"
 #include "Frame.h"
 #include "Golden.h"
-#include "Mnemonics.h"
 #include "batch/ui/frmMacro.h"
 
 namespace quorvex {

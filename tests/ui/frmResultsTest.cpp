@@ -20,7 +20,9 @@
 #include <QTableView>
 #include <set>
 
+#include "Accessibility.h"
 #include "Dialogs.h"
+#include "Forms.h"
 #include "TemporaryFolder.h"
 #include "core/ui/MessageBoxPrompter.h"
 #include "plot/ui/PlotView.h"
@@ -49,9 +51,7 @@ class Results : public testing::Test {
 
   template <typename Widget>
   Widget& Find(const char* name) {
-    auto* widget = window->findChild<Widget*>(name);
-    if (widget == nullptr) throw std::invalid_argument(name);
-    return *widget;
+    return In<Widget>(*window, name);
   }
   void Click(const char* name) { QTest::mouseClick(&Find<QPushButton>(name), Qt::LeftButton); }
   void Type(const char* name, const char* text) {
@@ -269,47 +269,39 @@ TEST_F(Results, ShowsALongTableToItsEnd) {
   EXPECT_EQ(Cell("DataBook", 65'535, 1), "65536");
 }
 
-// The pages of a PDF file, which holds an object for each.
-std::size_t PagesOf(const std::string& pdf) {
+// The pages of the PDF file that the report is printed to, which holds an object for each.
+std::size_t PagesOf(const Report& report) {
+  const TemporaryFolder folder;
+  {
+    QPdfWriter writer(QString::fromStdString(folder.Path("table.pdf")));
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    EXPECT_TRUE(PrintTable(report, "Title", QFont("Liberation Sans", 10), writer));
+  }
+  const std::string pdf = folder.Read("table.pdf");
   std::size_t pages = 0;
   for (std::size_t at = 0; (at = pdf.find("/Type /Page\n", at)) != std::string::npos; ++at) ++pages;
   return pages;
 }
 
-TEST_F(Results, PrintsOnAsManyPagesAsItTakes) {
-  const struct {
-    int rows, columns;
-    std::size_t pages;
-  } kCases[] = {{10, 3, 1}, {200, 3, 4}, {10, 30, 4}, {200, 30, 16}};
+TEST(PrintTable, TakesAsManyPagesAsItNeeds) {
+  const struct { std::size_t rows, columns, pages; } kCases[] = {{10, 3, 1}, {200, 3, 4}, {10, 30, 4}, {200, 30, 16}};
   for (const auto& c : kCases) {
     Report report;
     report.Add(RowKind::Heading, {"Table"});
-    for (int r = 0; r < c.rows; ++r)
-      report.Add(RowKind::Values, std::vector<std::string>(static_cast<std::size_t>(c.columns), "0.12345678"));
-    const std::string name = folder.Path("table.pdf");
-    {
-      QPdfWriter writer(QString::fromStdString(name));
-      writer.setPageSize(QPageSize(QPageSize::A4));
-      ASSERT_TRUE(PrintTable(report, "Title", QFont("Liberation Sans", 10), writer));
-    }
-    EXPECT_EQ(PagesOf(folder.Read("table.pdf")), c.pages) << c.rows << " rows, " << c.columns << " columns";
+    for (std::size_t r = 0; r < c.rows; ++r)
+      report.Add(RowKind::Values, std::vector<std::string>(c.columns, "0.12345678"));
+    EXPECT_EQ(PagesOf(report), c.pages) << c.rows << " rows, " << c.columns << " columns";
   }
 }
 
 // Fit Information's labels are wider than its columns; all of these stay on one page.
-TEST_F(Results, PrintsAReportOfFewCoefficientsOnOnePage) {
+TEST(PrintTable, KeepsAReportOfFewCoefficientsOnOnePage) {
   Report report;
   report.Add(RowKind::Line, {"Adjusted coefficient of multiple determination (Ra^2) = ", "0.12345678"});
   report.Add(RowKind::Line, {"Y = ", std::string(1000, 'a')});
   report.Add(RowKind::ColumnHeadings, {"Variable", "Value", "95% (+/-)", "Lower Limit", "Upper Limit", "Prob(F)"});
   report.Add(RowKind::Values, std::vector<std::string>(6, "-1.23456789012345E-10"));
-  const std::string name = folder.Path("table.pdf");
-  {
-    QPdfWriter writer(QString::fromStdString(name));
-    writer.setPageSize(QPageSize(QPageSize::A4));
-    ASSERT_TRUE(PrintTable(report, "Title", QFont("Liberation Sans", 10), writer));
-  }
-  EXPECT_EQ(PagesOf(folder.Read("table.pdf")), 1U);
+  EXPECT_EQ(PagesOf(report), 1U);
 }
 
 TEST_F(Results, SaysWhyNothingIsPrinted) {
@@ -452,21 +444,9 @@ TEST_F(Results, SaysWhyThereIsNoPlot) {
 // In each state of the window; a hidden control answers to no key.
 TEST_F(Results, HasMnemonicsThatDoNotMeet) {
   Start();
-  for (int state = 0; state < 2; ++state) {
-    if (state == 1) Click("evaluation");
-    std::set<QString> used;
-    const auto check = [&](const QString& text) {
-      const QKeySequence key = QKeySequence::mnemonic(text);
-      ASSERT_FALSE(key.isEmpty()) << text.toStdString();
-      EXPECT_TRUE(used.insert(key.toString()).second) << text.toStdString();
-    };
-    for (const auto* button : window->findChildren<QAbstractButton*>())
-      if (button->isVisible() && !button->text().isEmpty()) check(button->text());
-    for (const auto* label : window->findChildren<QLabel*>())
-      if (label->isVisible() && label->buddy() != nullptr) check(label->text());
-    const auto& tabs = Find<QTabWidget>("ResultsTab");
-    for (int i = 0; i < tabs.count() && tabs.isVisible(); ++i) check(tabs.tabText(i));
-  }
+  ExpectMnemonicsDoNotMeet(*window);
+  Click("evaluation");
+  ExpectMnemonicsDoNotMeet(*window);
 }
 
 TEST_F(Results, NamesWhatAScreenReaderMeets) {
@@ -507,10 +487,9 @@ TEST_F(Results, NamesWhatAScreenReaderMeets) {
     EXPECT_TRUE(met.contains(name)) << name;
   Click("evaluation");
   Turn(0);
-  const auto& book = Find<QTableView>("FitBook");
+  auto& book = Find<QTableView>("FitBook");
   EXPECT_TRUE(book.currentIndex().isValid());
-  QAccessibleTableInterface* table =
-      QAccessible::queryAccessibleInterface(&Find<QTableView>("FitBook"))->tableInterface();
+  QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&book)->tableInterface();
   EXPECT_EQ(table->cellAt(0, 0)->text(QAccessible::Name), "Quorvex version 9.0.0");
   for (const auto& model : project.Models) model->Solved = false;
   window->Refresh();

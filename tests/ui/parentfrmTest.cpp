@@ -1,17 +1,12 @@
 // The main frame and its project windows, used as a user does: by keys, clicks, menus and dialogs.
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <QAccessible>
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
 #include <QEventLoop>
-#include <QLabel>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -22,21 +17,12 @@
 #include <QStatusBar>
 #include <QStyledItemDelegate>
 #include <QTabBar>
-#include <QTabWidget>
-#include <memory>
-#include <optional>
-#include <set>
 
 #include "Accessibility.h"
 #include "Frame.h"
 #include "Paths.h"
 #include "app/RecentFiles.h"
-#include "app/SettingsStore.h"
 #include "app/ui/FileRequests.h"
-#include "app/ui/parentfrm.h"
-#include "desktop/SheetView.h"
-#include "desktop/quorvexWindow.h"
-#include "files/ProjectFile.h"
 
 namespace quorvex {
 namespace {
@@ -58,8 +44,7 @@ TEST_F(Frame, BeginsWithAnEmptyProjectThatSaysWhatToDo) {
 TEST_F(Frame, EditsTheSheetByItsMenuAndTakesItBack) {
   Start();
   for (const char* text : {"1", "2", "3"}) Type(text);
-  Grid().selectionModel()->select(QItemSelection(Grid().model()->index(0, 0), Grid().model()->index(1, 0)),
-                                  QItemSelectionModel::ClearAndSelect);
+  Select(1, 1, 2, 1);
   Trigger("mnuEditCopy");
   EXPECT_EQ(QApplication::clipboard()->text().remove('\r').trimmed(), "1\n2");
   EXPECT_EQ(QApplication::clipboard()->mimeData()->html(), "<table><tr><td>1</td></tr><tr><td>2</td></tr></table>");
@@ -70,7 +55,7 @@ TEST_F(Frame, EditsTheSheetByItsMenuAndTakesItBack) {
 
   auto* edit = frame->findChild<QMenu*>("edit");
   emit edit->aboutToShow();
-  EXPECT_EQ(frame->findChild<QAction*>("mnuEditUndo")->text(), "&Undo Paste");
+  EXPECT_EQ(Action("mnuEditUndo").text(), "&Undo Paste");
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(2, 2), "");
   Trigger("mnuEditUndo");
@@ -78,8 +63,8 @@ TEST_F(Frame, EditsTheSheetByItsMenuAndTakesItBack) {
   EXPECT_EQ(Shown(2, 1), "2");
 
   // Two ranges are refused in words that name the command.
-  Grid().selectionModel()->select(Grid().model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
-  Grid().selectionModel()->select(Grid().model()->index(4, 1), QItemSelectionModel::Select);
+  Select(1, 1, 1, 1);
+  Select(5, 2, 5, 2, QItemSelectionModel::Select);
   dialogs.Press(QMessageBox::Ok);
   Trigger("mnuEditCut");
   EXPECT_EQ(Shown(1, 1), "1");
@@ -276,21 +261,14 @@ TEST_F(Frame, TellsWhatItCannotOpen) {
     Start(line);
     EXPECT_EQ(dialogs.Said.back(), said);
     EXPECT_EQ(Windows(), 0);
-    EXPECT_FALSE(frame->findChild<QAction*>("mnuFileSave")->isEnabled());
+    EXPECT_FALSE(Action("mnuFileSave").isEnabled());
     EXPECT_TRUE(frame->close());
   }
 }
 
 TEST_F(Frame, TakesFilesThatAreDroppedOnIt) {
   Start();
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(SavedProject("a.qvx"))),
-                QUrl::fromLocalFile(QString::fromStdString(SavedProject("b.qvx")))});
-  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(frame.get(), &enter);
-  EXPECT_TRUE(enter.isAccepted());
-  QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(frame.get(), &drop);
+  Drop({SavedProject("a.qvx"), SavedProject("b.qvx")});
   EXPECT_TRUE(QTest::qWaitFor([this] { return Windows() == 2; }));
   EXPECT_EQ(Document().FileName, folder.Path("b.qvx"));
 }
@@ -481,17 +459,6 @@ TEST_F(Frame, OpensEveryExampleAsAProjectWithoutFile) {
 
 TEST_F(Frame, HasMnemonicsThatDoNotMeet) {
   Start();
-  const std::function<void(const QList<QAction*>&)> check = [&](const QList<QAction*>& actions) {
-    std::set<QChar> used;
-    for (const QAction* action : actions) {
-      if (action->isSeparator()) continue;
-      const QString text = action->text().replace("&&", "");
-      const qsizetype at = text.indexOf('&');
-      ASSERT_GE(at, 0) << text.toStdString();
-      EXPECT_TRUE(used.insert(text[at + 1].toLower()).second) << text.toStdString();
-      if (action->menu() != nullptr) check(action->menu()->actions());
-    }
-  };
   // The tabs and labels of the project in front share the keys of the menus.
   QList<QAction*> all = frame->menuBar()->actions();
   QObject owner;
@@ -499,7 +466,7 @@ TEST_F(Frame, HasMnemonicsThatDoNotMeet) {
   for (int i = 0; i < tabs->count(); ++i) all << new QAction(tabs->tabText(i), &owner);
   for (const QLabel* label : Active().findChildren<QLabel*>())
     if (label->buddy() != nullptr) all << new QAction(label->text(), &owner);
-  check(all);
+  ExpectMnemonicsDoNotMeet(all);
 }
 
 TEST_F(Frame, AsksForATextThatMayLookLikeMarkup) {
