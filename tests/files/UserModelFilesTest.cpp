@@ -73,28 +73,29 @@ TEST_F(UserModelFiles, LoadReplacesWhatTheProjectHas) {
   EXPECT_EQ(user.Said, Said(2, kReplaces));
   EXPECT_EQ(Ids(), Said{"Old: a*x"});
 
-  file = Written({Definition("P", "a*x^2")});
-  EXPECT_TRUE(Load());
-  EXPECT_EQ(user.Last(), "inform: 1 user defined model has been read from " + Quoted() + ".");
-  EXPECT_EQ(Ids(), Said{"P: a*x^2"});
-  EXPECT_TRUE(project.Changed);
-  EXPECT_EQ(project.Models.Find("P")->Group, "User Defined");
-
-  // Under the ID of a built-in model, and again under one of the file: the first one stays.
-  file =
-      Written({Definition("A*X+B", "a*x^3"), Definition("Q", "a*x"), Definition("q", "b*x"), Definition("R", "a/x")});
-  EXPECT_TRUE(Load());
-  EXPECT_EQ(user.Last(), "inform: 2 user defined models have been read from " + Quoted() + ".");
-  EXPECT_EQ(Ids(), (Said{"Q: a*x", "R: a/x"}));
-
-  file = Written({Definition("S", "a*("), Definition("T", "a*x")});
-  EXPECT_TRUE(Load());
-  EXPECT_EQ(user.Last(), "inform: 1 user defined model has been read from " + Quoted() +
-                             ". An error occurred while parsing the models.");
-  file = Written({});
-  EXPECT_TRUE(Load());
-  EXPECT_EQ(user.Last(), "inform: No user defined models added from " + Quoted() + ". ");
-  EXPECT_EQ(Ids(), Said{});
+  const struct {
+    std::vector<UserModelDefinition> Models;
+    std::string Told;  // "@" is the file
+    Said Left;
+  } cases[] = {
+      {{Definition("P", "a*x^2")}, "1 user defined model has been read from @.", {"P: a*x^2"}},
+      // Under the ID of a built-in model, and again under one of the file: the first one stays.
+      {{Definition("A*X+B", "a*x^3"), Definition("Q", "a*x"), Definition("q", "b*x"), Definition("R", "a/x")},
+       "2 user defined models have been read from @.",
+       {"Q: a*x", "R: a/x"}},
+      {{Definition("S", "a*("), Definition("T", "a*x")},
+       "1 user defined model has been read from @. An error occurred while parsing the models.",
+       {"T: a*x"}},
+      {{}, "No user defined models added from @. ", {}},
+  };
+  for (auto c : cases) {
+    file = Written(c.Models);
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(user.Last(), "inform: " + c.Told.replace(c.Told.find('@'), 1, Quoted()));
+    EXPECT_EQ(Ids(), c.Left);
+    for (const ModelClass* model : UserModels(project)) EXPECT_EQ(model->Group, "User Defined");
+    EXPECT_TRUE(project.Changed);
+  }
 }
 
 TEST_F(UserModelFiles, LeavesTheProjectAloneWhereTheFileIsNotForIt) {

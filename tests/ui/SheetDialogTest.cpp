@@ -254,16 +254,6 @@ TEST_F(SheetDialogs, TakeBackAsMuchAsIsChosenInTheHistory) {
   EXPECT_EQ(UndoText(), "&Undo Typing \"5\" in R&&D:1");
   Trigger("mnuEditUndo");
   EXPECT_FALSE(history->isEnabled());
-
-  // With undo switched off the user is told once, and the change stands.
-  session.Preferences.Set("undolevels", "0");
-  dialogs.Press(QMessageBox::Ok);
-  Select(1, 1, 1, 1);
-  Type("8");
-  Type("9");
-  EXPECT_EQ(dialogs.Said.back(), "Cannot UNDO, the UNDO feature has been disabled.");
-  EXPECT_EQ(Shown(2, 1), "9");
-  EXPECT_EQ(UndoText(), "Can't &Undo");
 }
 
 TEST_F(SheetDialogs, EditTheHeaders) {

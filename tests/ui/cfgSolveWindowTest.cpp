@@ -5,16 +5,15 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QTest>
 #include <QTimer>
 #include <deque>
 #include <functional>
 
+#include "Forms.h"
 #include "TemporaryFolder.h"
 #include "batch/RunMacro.h"
 #include "batch/ui/cfgSolveWindow.h"
@@ -53,11 +52,11 @@ class ProgressForm : public testing::Test {
  protected:
   template <class Widget = QLabel>
   Widget& Control(const char* name) {
-    return *Window.findChild<Widget*>(name);
+    return In<Widget>(Window, name);
   }
-  QString Text(const char* label) { return Control(label).text(); }
+  QString Text(const char* label) { return quorvex::Text(Window, label); }
   QPushButton& Button(const char* name) { return Control<QPushButton>(name); }
-  void Click(const char* button) { QTest::mouseClick(&Button(button), Qt::LeftButton); }
+  void Click(const char* button) { quorvex::Click(Window, button); }
 
   // Two models on 20,000 points. The limits let each search go on for seconds unless somebody ends it.
   MacroOutcome Run(const std::string& handShake, const std::string& id = "long") {

@@ -1,13 +1,12 @@
 // The dialog of initial estimates, used as a user does.
 
 #include <QComboBox>
-#include <QDialogButtonBox>
-#include <QLabel>
 #include <QScrollBar>
 #include <QTableWidget>
 
 #include "Accessibility.h"
 #include "Dialogs.h"
+#include "Forms.h"
 #include "core/ui/MessageBoxPrompter.h"
 #include "engine/UserModel.h"
 #include "plot/ui/PlotView.h"
@@ -43,7 +42,7 @@ class Estimates : public testing::Test {
   }
   void Type(int row, int column, const char* text) { grid->item(row, column)->setText(text); }
   void Choose(int row, const char* type) { static_cast<QComboBox*>(grid->cellWidget(row, 1))->setCurrentText(type); }
-  void Ok() { QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton); }
+  void Ok() { Press(*dialog, QDialogButtonBox::Ok); }
 
   Settings settings;
   MessageBoxPrompter user{nullptr};
