@@ -18,11 +18,15 @@ const LocaleText kComma{.DecimalSeparator = ',', .ListSeparator = ';', .Thousand
 
 class Preferences : public testing::Test {
  protected:
-  static const Preference& Row(std::string_view key) {
+  static std::vector<Preference> Rows() {
+    std::vector<Preference> rows;
     for (const auto pages : {SolverPreferences(), GeneralPreferences()})
-      for (const PreferencePage& page : pages)
-        for (const Preference& row : page.Rows)
-          if (row.Key == key) return row;
+      for (const PreferencePage& page : pages) rows.insert(rows.end(), page.Rows.begin(), page.Rows.end());
+    return rows;
+  }
+  static Preference Row(std::string_view key) {
+    for (const Preference& row : Rows())
+      if (row.Key == key) return row;
     throw std::out_of_range(std::string(key));
   }
 
@@ -90,12 +94,10 @@ TEST_F(Preferences, StoreWhatTheDialogShows) {
   }
   // What a user who has set nothing gets stays what it was.
   const Settings stored = LoadSettings();
-  for (const auto pages : {SolverPreferences(), GeneralPreferences()})
-    for (const PreferencePage& page : pages)
-      for (const Preference& row : page.Rows)
-        EXPECT_TRUE(row.Kind == PreferenceKind::Color ||
-                    stored.Text(row.Key, row.Section) == Settings().Text(row.Key, row.Section))
-            << row.Key;
+  for (const Preference& row : Rows())
+    EXPECT_TRUE(row.Kind == PreferenceKind::Color ||
+                stored.Text(row.Key, row.Section) == Settings().Text(row.Key, row.Section))
+        << row.Key;
   EXPECT_EQ(stored.Integer("plotbackgroundcolor"), 0xFFFFFF);  // paper, whatever the key's default text says
 }
 
@@ -153,13 +155,11 @@ TEST_F(Preferences, ShowNonsenseInTheStoreAsTheProgramsOwn) {
 
 TEST_F(Preferences, AreKnownToTheSettings) {
   std::set<std::string_view> keys;
-  for (const auto pages : {SolverPreferences(), GeneralPreferences()})
-    for (const PreferencePage& page : pages)
-      for (const Preference& row : page.Rows) {
-        EXPECT_TRUE(keys.insert(row.Key).second) << row.Key;
-        // A key that is misspelt here has no default there.
-        EXPECT_TRUE(row.Kind == PreferenceKind::File || !Settings().Text(row.Key, row.Section).empty()) << row.Key;
-      }
+  for (const Preference& row : Rows()) {
+    EXPECT_TRUE(keys.insert(row.Key).second) << row.Key;
+    // A key that is misspelt here has no default there.
+    EXPECT_TRUE(row.Kind == PreferenceKind::File || !Settings().Text(row.Key, row.Section).empty()) << row.Key;
+  }
   for (const FontPreference& font : FontPreferences())
     for (const char* part : {"fontname", "fontbold", "fontheight", "fontitalic", "color"})
       EXPECT_EQ(Settings().Text(std::string(font.Prefix) + part + (font.ThreeD ? "3d" : "")), "0") << font.Prefix;

@@ -18,6 +18,8 @@
 
 namespace quorvex {
 
+using Said = std::vector<std::string>;
+
 // Answers the dialogs that open while a test clicks, in the order given, and writes down what message boxes say. A
 // dialog that is in front again after another gets the next answer, once its own is at its end. One that nobody expects
 // is cancelled and fails the test.
@@ -32,7 +34,7 @@ class Dialogs {
   // Leaves what opens to the test.
   void Rest() { timer_.stop(); }
 
-  std::vector<std::string> Said;
+  quorvex::Said Said;
 
   void Press(QMessageBox::StandardButton button) {
     answers_.push_back([this, button](QDialog& dialog) {

@@ -19,6 +19,7 @@
 #include "app/ui/frmGenPref.h"
 #include "app/ui/frmTip.h"
 #include "core/Version.h"
+#include "results/SolvedProject.h"
 
 namespace quorvex {
 namespace {
@@ -44,8 +45,7 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
     QTest::keyClick(wrong, Qt::Key_Return);
   });
   Trigger("mnuFilePref");
-  EXPECT_EQ(dialogs.Said, std::vector<std::string>{
-                              "'Maximum iterations' cannot be 0, since 0 stands for the program's own choice, 250."});
+  EXPECT_EQ(dialogs.Said, Said{"'Maximum iterations' cannot be 0, since 0 stands for the program's own choice, 250."});
   const Settings stored = LoadSettings();
   EXPECT_EQ(stored.ResidualTolerance, 0.05);
   EXPECT_EQ(stored.MaxIterations, 77);
@@ -157,9 +157,8 @@ TEST_F(Frame, SaysOnceThatItsSettingsCannotBeStored) {
   Start();
   dialogs.Press(QMessageBox::Ok);
   frame->OpenFile(QString::fromStdString(file));
-  EXPECT_EQ(dialogs.Said,
-            std::vector<std::string>{"The preferences could not be stored in '" + folder.Path("file/quorvex.ini") +
-                                     "' (error 76). They hold until Quorvex ends."});
+  EXPECT_EQ(dialogs.Said, Said{"The preferences could not be stored in '" + folder.Path("file/quorvex.ini") +
+                               "' (error 76). They hold until Quorvex ends."});
   frame->OpenFile(QString::fromStdString(other));
   EXPECT_EQ(RecentFiles(session.Preferences, kRecentProjects), (std::vector<std::string>{other, file}));
   Type("7");
@@ -183,7 +182,7 @@ TEST_F(Frame, TurnsUndoOffAtOnceInOpenWindows) {
   Trigger("mnuGenPref");
   dialogs.Press(QMessageBox::Ok);
   for (const char* text : {"2", "3"}) Type(text);  // is told once, and the changes stand
-  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Cannot UNDO, the UNDO feature has been disabled."});
+  EXPECT_EQ(dialogs.Said, Said{"Cannot UNDO, the UNDO feature has been disabled."});
   EXPECT_EQ(Shown(3, 1), "3");
   EXPECT_EQ(Active().UndoText(), "Can't &Undo");
   Trigger("mnuFileNew");
@@ -347,9 +346,7 @@ class Reader : public QObject {
 
 TEST_F(Frame, OpensThePageOfEachDialogByF1) {
   Start();
-  const std::vector<double> values = {1, 2, 3, 4};
-  for (std::size_t row = 1; row <= values.size(); ++row)
-    for (std::size_t col = 1; col <= 2; ++col) Document().Sheet.Cells.SetGridCellNumber(row, col, values[row - 1]);
+  Document() = ProjectOf({{1, 2, 3, 4}, {1, 2, 3, 4}});
   Grid().clearSelection();
   Grid().SelectAll();
   Reader reader;

@@ -16,6 +16,7 @@
 #include "Accessibility.h"
 #include "Frame.h"
 #include "analysis/ui/DataStatWindow.h"
+#include "results/SolvedProject.h"
 
 namespace quorvex {
 namespace {
@@ -28,10 +29,7 @@ class SheetDialogs : public Frame {
   // The sheet that the commands work on.
   void StartWithData() {
     Start();
-    const double rows[][2] = {{1, 10}, {2, 20}, {3, -30}, {-4, 40}};
-    for (std::size_t row = 0; row < 4; ++row)
-      for (std::size_t col = 0; col < 2; ++col)
-        Document().Sheet.Cells.SetGridCellNumber(row + 1, col + 1, rows[row][col]);
+    Document() = ProjectOf({{1, 2, 3, -4}, {10, 20, -30, 40}});
     Active().Refresh();
   }
 

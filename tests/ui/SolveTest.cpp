@@ -20,7 +20,7 @@ TEST_F(SolveMenuTest, SolvesAModelTakesItBackAndKeepsItInTheFile) {
   Open(30);
   EXPECT_TRUE(In<QLabel>(Active(), "none").isVisible());
   SolveOne("mine");
-  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Solution was successful."});
+  EXPECT_EQ(dialogs.Said, Said{"Solution was successful."});
   EXPECT_EQ(SolvedRows(), "1 mine");
   EXPECT_TRUE(Solved().isVisible());
   EXPECT_FALSE(In<QLabel>(Active(), "none").isVisible());

@@ -22,8 +22,6 @@
 namespace quorvex {
 namespace {
 
-using Said = std::vector<std::string>;
-
 // What a dialog opens is answered in turn while the click on its button lasts.
 class UserModelWindows : public Frame {
  protected:

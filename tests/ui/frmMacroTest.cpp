@@ -100,10 +100,9 @@ TEST_F(MacroEditor, ListsWhatItFindsAndAsksBeforeTheExport) {
     form.reject();
   });
   Trigger("mnuToolsMacro");
-  EXPECT_EQ(dialogs.Said,
-            (std::vector<std::string>{"There are 3 errors and 2 warnings. Do you want to export the file anyway?",
-                                      "There are 2 errors and 2 warnings. Do you want to export the file anyway?",
-                                      "The file '" + file + "' contains the exported macro."}));
+  EXPECT_EQ(dialogs.Said, (Said{"There are 3 errors and 2 warnings. Do you want to export the file anyway?",
+                                "There are 2 errors and 2 warnings. Do you want to export the file anyway?",
+                                "The file '" + file + "' contains the exported macro."}));
   EXPECT_TRUE(folder.Read("fit.cfg").starts_with("B_MACRO\r\n"));
 }
 

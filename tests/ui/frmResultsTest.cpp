@@ -151,7 +151,7 @@ TEST_F(Results, SaysWhatIsWrongWithTheSheet) {
   project.Sheet.Cells.SetGridCellText(2, 2, "five");
   dialogs.Press(QMessageBox::Ok);
   window->Refresh();
-  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Line 2: 'five' is not a number."});
+  EXPECT_EQ(dialogs.Said, Said{"Line 2: 'five' is not a number."});
 }
 
 TEST_F(Results, EvaluatesAndKeepsTheAnswers) {
@@ -318,7 +318,6 @@ TEST_F(Results, SaysWhyNothingIsPrinted) {
     Click("PrintCommand");
     return dialogs.Said;
   };
-  using Said = std::vector<std::string>;
   EXPECT_EQ(print("missing/table.pdf"),
             Said{"The following error occurred: Error number 76 - The folder does not exist."});
   settings.Set("mtop", "11.2", "printsetup");
@@ -383,7 +382,7 @@ TEST_F(Results, PrintsWithTheMarginsOfPageSetup) {
     enter(form);
   });
   Click("PageSetupCommand");
-  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Please enter a valid number for the Top Margin"});
+  EXPECT_EQ(dialogs.Said, Said{"Please enter a valid number for the Top Margin"});
   EXPECT_EQ(settings.Number("mtop", "printsetup"), 20);
   EXPECT_EQ(settings.Text("munits", "printsetup"), "mm");
   dialogs.Do([](QDialog& form) {

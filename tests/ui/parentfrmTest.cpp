@@ -84,7 +84,7 @@ TEST_F(Frame, TakesWhatIsTyped) {
   // Refused: the entry stays open, with the focus, until it is right.
   dialogs.Press(QMessageBox::Ok);
   Type("ten");
-  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Invalid entry."});
+  EXPECT_EQ(dialogs.Said, Said{"Invalid entry."});
   ASSERT_NE(Entry(), nullptr);
   EXPECT_EQ(Entry()->text(), "ten");
   EXPECT_EQ(Current(), std::pair(2, 2));
@@ -237,7 +237,7 @@ TEST_F(Frame, OpensProjectsOnceAndInPlaceOfAFreshOne) {
   Trigger("mnuFileClose");
   dialogs.Press(QMessageBox::Ok);
   recent->actions()[0]->trigger();
-  EXPECT_EQ(dialogs.Said, std::vector<std::string>{"Could not obtain file description for '" + file + "'."});
+  EXPECT_EQ(dialogs.Said, Said{"Could not obtain file description for '" + file + "'."});
   EXPECT_TRUE(RecentFiles(session.Preferences, kRecentProjects).empty());
 }
 
@@ -300,7 +300,7 @@ TEST_F(Frame, AsksForEachChangedProjectUntilCancelled) {
   dialogs.Press(QMessageBox::Cancel);
   Trigger("mnuWindowCloseAll");
   const std::string notes = "The notes for project 'Untitled 2' have changed. Save Changes?";
-  EXPECT_EQ(dialogs.Said, (std::vector<std::string>{"Save changes to project 'Untitled'?", notes, notes}));
+  EXPECT_EQ(dialogs.Said, (Said{"Save changes to project 'Untitled'?", notes, notes}));
   EXPECT_EQ(Windows(), 2);
   while (Windows() > 0) {
     dialogs.Press(QMessageBox::No);
