@@ -13,6 +13,7 @@
 
 #include "Paths.h"
 #include "RecordingPrompter.h"
+#include "RowTexts.h"
 #include "TemporaryFolder.h"
 #include "core/Files.h"
 #include "import/ConnectString.h"
@@ -60,17 +61,7 @@ struct Desk {
     EXPECT_TRUE((*import)->Preview());
     return std::move(*import);
   }
-  // The sheet's cells row by row, "-" for an empty one.
-  std::vector<std::string> Rows() const {
-    std::vector<std::string> rows(Sheet.Cells.GridLastRow());
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-      for (std::size_t col = 1; col <= Sheet.ColumnCount(); ++col) {
-        const std::string text = Sheet.Cells.GridCellText(row + 1, col);
-        rows[row] += (col > 1 ? " " : "") + (text.empty() ? "-" : text);
-      }
-    }
-    return rows;
-  }
+  std::vector<std::string> Rows() const { return RowTexts(Sheet.Cells, Sheet.ColumnCount()); }
 
   DataSheet Sheet;
   LocaleText Locale;

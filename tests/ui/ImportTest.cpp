@@ -11,6 +11,7 @@
 #include "Accessibility.h"
 #include "Frame.h"
 #include "Paths.h"
+#include "RowTexts.h"
 #include "import/OdbcSource.h"
 
 namespace quorvex {
@@ -50,17 +51,7 @@ std::string StartRow(QWidget& form) { return Box(form, "ImportText").text().toSt
 
 class Import : public Frame {
  protected:
-  // The rows of the sheet, "-" for an empty cell.
-  Texts Rows() {
-    const GridCells& cells = Document().Sheet.Cells;
-    Texts rows(cells.GridLastRow());
-    for (std::size_t row = 0; row < rows.size(); ++row)
-      for (std::size_t col = 1; col <= Document().Sheet.ColumnCount(); ++col) {
-        const std::string text = cells.GridCellText(row + 1, col);
-        rows[row] += (col > 1 ? " " : "") + (text.empty() ? "-" : text);
-      }
-    return rows;
-  }
+  Texts Rows() { return RowTexts(Document().Sheet.Cells, Document().Sheet.ColumnCount()); }
   void ChooseKind(int guessed, int variables, bool sd) {
     dialogs.Do([=](QDialog& form) {
       EXPECT_EQ(form.windowTitle(), "New Project");
