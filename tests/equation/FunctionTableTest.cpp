@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "Paths.h"
+#include "TableFile.h"
 #include "core/NumberText.h"
 #include "equation/Checked.h"
 
@@ -56,6 +56,23 @@ TEST(FunctionTable, AgreesWithEveryFunctionOverItsDomain) {
                        function.Name == "max" || function.Name == "min" || function.Code > 89;
     EXPECT_EQ(rows.contains(std::string(function.Name)), !exact || function.Name == "exp") << function.Name;
   }
+}
+
+std::optional<double> ValueIn(const std::vector<std::string>& row) {
+  std::vector<double> arguments = Numbers(row[1]);
+  EXPECT_EQ(static_cast<int>(arguments.size()), FindFunction(row[0])->Arguments) << row[0] << " " << row[1];
+  return Checked(*FindFunction(row[0]), arguments.data());
+}
+
+TEST(FunctionTable, AgreesWithClosedFormsAndPublishedValues) {
+  for (const auto& row : TableRows("function_values.txt", 4)) {
+    const double reference = Number(row[2]), scale = reference == 0 ? 1 : std::abs(reference);
+    EXPECT_NEAR(ValueIn(row).value_or(NAN), reference, Number(row[3]) * scale) << row[0] << " " << row[1];
+  }
+}
+
+TEST(FunctionTable, HasNoValueBeyondAFunctionsDomain) {
+  for (const auto& row : TableRows("function_faults.txt", 2)) EXPECT_FALSE(ValueIn(row)) << row[0] << " " << row[1];
 }
 
 }  // namespace

@@ -55,95 +55,9 @@ TEST(IntrinsicFunctions, AreWrittenByUsersWithThreeExceptions) {
   }
 }
 
-TEST(CallFunction, GivesTheElementaryFunctionsTheirValues) {
-  // Closed forms and values to 16 digits; 4 units in the last place, as compositions of three or four rounded steps.
-  constexpr struct {
-    const char* word;
-    double x, value;
-  } kRows[] = {{"abs", -2.5, 2.5},
-               {"exp", 1, 2.718281828459045},
-               {"fix", -2.5, -2},
-               {"fix", 2.5, 2},
-               {"int", -2.5, -3},
-               {"floor", -2.5, -3},
-               {"floor", 1e300, 1e300},
-               {"ceil", -2.5, -2},
-               {"ceil", 2.5, 3},
-               {"ceil", 7, 7},
-               {"ceil", -7, -7},
-               {"ceil", 0.25, 1},
-               {"fract", -2.5, -0.5},
-               {"fract", 2.75, 0.75},
-               {"log", 10, 2.302585092994046},
-               {"ln", 10, 2.302585092994046},
-               {"log10", 1000, 3},
-               {"sgn", -3, -1},
-               {"sgn", 0, 0},
-               {"sgn", 1e-300, 1},
-               {"sqr", 4, 2},
-               {"cos", 1, 0.5403023058681398},
-               {"sin", 1, 0.8414709848078965},
-               {"tan", 1, 1.557407724654902},
-               {"sec", 1, 1.850815717680926},
-               {"cosec", 1, 1.188395105778121},
-               {"cotan", 1, 0.6420926159343306},
-               {"arcsin", 0.5, 0.5235987755982989},
-               {"arcsin", 1, kPi / 2},
-               {"arcsin", -1, -kPi / 2},
-               {"arcsin", 0, 0},
-               {"arccos", 0.5, 1.047197551196598},
-               {"arccos", -1, 3.141592653589793},
-               {"arctan", 1, 0.7853981633974483},
-               {"arcsec", 2, 1.047197551196598},
-               {"arcsec", -2, 2.094395102393195},
-               {"arccosec", -2, -0.5235987755982989},
-               {"arccotan", 1, 0.7853981633974483},
-               {"arccotan", -1, 2.356194490192345},
-               {"hsin", 1, 1.175201193643801},
-               {"hcos", 1, 1.543080634815244},
-               {"htan", 1, 0.7615941559557649},
-               {"hsec", 1, 0.6480542736638854},
-               {"hcosec", 1, 0.8509181282393215},
-               {"hcotan", 1, 1.313035285499331},
-               {"htan", -1e300, -1},
-               {"harcsin", 1, 0.8813735870195430},
-               {"harccos", 2, 1.316957896924817},
-               {"harctan", 0.5, 0.5493061443340548},
-               {"harcsec", 0.5, 1.316957896924817},
-               {"harccosec", 1, 0.8813735870195430},
-               {"harccosec", -1, -0.8813735870195430},
-               {"harccotan", 2, 0.5493061443340548},
-               {"rtod", kPi, 180},
-               {"dtor", 180, kPi},
-               {"psi", 1, -0.5772156649},
-               {"psi", 3, 1.5 - 0.5772156649},
-               {"psi", 2.5, 1 - 0.5772156649},
-               {"psi", -7, -0.5772156649}};
-  for (const auto& row : kRows)
-    EXPECT_NEAR(Value(row.word, {row.x}), row.value, 9e-16 * std::abs(row.value)) << row.word << " " << row.x;
-  EXPECT_NEAR(Value("arccos", {1}), 0, 2e-15);  // pi has 15 digits here
+TEST(CallFunction, KeepsItsHyperbolicFunctionsWithinDoubles) {
   for (const char* word : {"hsin", "hcos", "htan", "hsec", "hcosec", "hcotan"})
     for (double sign : {1, -1}) EXPECT_EQ(Value(word, {sign * 800}), Value(word, {sign * 707})) << word;
-
-  EXPECT_EQ(Value("max", {2, 3}), 3);
-  EXPECT_EQ(Value("max", {3, 2}), 3);
-  EXPECT_EQ(Value("min", {2, 3}), 2);
-  EXPECT_EQ(Value("min", {3, 2}), 2);
-  EXPECT_EQ(Value("mag", {-3, 4}), 5);
-}
-
-TEST(CallFunction, FaultsWhereAnElementaryFunctionIsUndefined) {
-  constexpr struct {
-    const char* word;
-    double x;
-  } kRows[] = {{"exp", 710},          {"log", 0},       {"ln", -1},       {"log10", 0},    {"sqr", -1e-300},
-               {"cosec", 0},          {"cotan", 0},     {"arcsec", 0},    {"arcsec", 0.5}, {"arccosec", 0},
-               {"arcsin", 1.0000001}, {"arccos", -1.1}, {"hcosec", 0},    {"hcotan", 0},   {"harccos", 0.5},
-               {"harctan", 1},        {"harctan", -1},  {"harctan", 2},   {"harcsec", 0},  {"harcsec", 1.1},
-               {"harccosec", 0},      {"harccotan", 1}, {"harccotan", 0}, {"psi", 40000},  {"rtod", 1e307},
-               {"sin", INFINITY},     {"fact", NAN}};
-  for (const auto& row : kRows) EXPECT_FALSE(Checked(row.word, {row.x})) << row.word << " " << row.x;
-  EXPECT_FALSE(Checked("mag", {1.7e308, 1.7e308}));
 }
 
 TEST(CallFunction, EndsWithAFiniteValueOrAFaultWhateverTheArguments) {
