@@ -6,6 +6,7 @@
 #include <set>
 #include <vector>
 
+#include "TableFile.h"
 #include "core/NumberText.h"
 #include "equation/Catalogue.h"
 
@@ -24,34 +25,10 @@ GroupSizes SizesInOrder(int variables) {
 }
 
 TEST(Catalogue, HasItsGroupsInOrder) {
-  const GroupSizes one = {{"Polynomial", 10},
-                          {"Logarithm Polynomial", 5},
-                          {"Inverse Polynomial", 5},
-                          {"Inverse Logarithm Polynomial", 5},
-                          {"Single Parameter Convex/Concave Curves", 7},
-                          {"Two Parameter Convex/Concave Curves", 18},
-                          {"Three Parameter Convex/Concave Curves", 6},
-                          {"Single Parameter Curves with Maxima and Minima", 4},
-                          {"Two Parameter Curves with Maxima and Minima", 1},
-                          {"Three Parameter Curves with Maxima and Minima", 8},
-                          {"Single Parameter Sigmoidally Shaped Curves", 2},
-                          {"Two Parameter Sigmoidally Shaped Curves", 3},
-                          {"Single Term Intercept", 17},
-                          {"Two Term Intercept", 207}};
-  const GroupSizes two = {{"Three Parameter Power", 3},
-                          {"Three Parameter Polynomial", 9},
-                          {"Four Parameter Polynomial", 18},
-                          {"Five Parameter Polynomial", 27},
-                          {"Six Parameter Polynomial", 34},
-                          {"Seven Parameter Polynomial", 44},
-                          {"Eight Parameter Polynomial", 35},
-                          {"Nine Parameter Polynomial", 27},
-                          {"Ten Parameter Polynomial", 18},
-                          {"Eleven Parameter Polynomial", 9},
-                          {"Six Parameter Taylor Series Polynomial", 9},
-                          {"Ten Parameter Taylor Series Polynomial", 9}};
-  EXPECT_EQ(SizesInOrder(1), one);
-  EXPECT_EQ(SizesInOrder(2), two);
+  std::map<std::string, GroupSizes> expected;
+  for (const auto& row : TableRows("catalogue_groups.txt", 3)) expected[row[0]].emplace_back(row[1], std::stoi(row[2]));
+  EXPECT_EQ(SizesInOrder(1), expected["1"]);
+  EXPECT_EQ(SizesInOrder(2), expected["2"]);
   for (int n = 3; n <= 20; ++n) EXPECT_EQ(Catalogue(n).size(), 3U) << n;
   for (const int none : {-1, 0, 21}) EXPECT_TRUE(Catalogue(none).empty()) << none;
 }
@@ -91,47 +68,11 @@ TEST(Catalogue, NumbersWithoutRepetitionAndWithItsGaps) {
 }
 
 TEST(LookupBuiltInModel, FindsByExactID) {
-  const struct {
-    int Variables;
-    const char* ID;
-    int IDIndex, NumXBasis, NumCoefficients;  // 0 where there is no such model
-  } cases[] = {
-      {1, "a*x+b", 1, 2, 2},
-      {1, "A*X+B", 0, 0, 0},
-      {1, "a+b*x", 0, 0, 0},
-      {1, "Tenth order polynomial", 10, 11, 11},
-      {1, "cos(x+a)", 39, 2, 1},
-      {1, "sin(x+a)", 40, 2, 1},
-      {1, "a+b*ln(x)", 32, 2, 2},
-      {1, "First order logarithm", 80, 2, 2},
-      {1, "a+b*x+c/x^2", 54, 3, 3},
-      {1, "a+b*x*ln(x)", 90, 2, 2},
-      {1, "a+b*exp(-x)", 106, 2, 2},
-      {1, "a+b*x+c*x*ln(x)", 107, 3, 3},
-      {1, "a+b*x+c*exp(-x)", 124, 3, 3},
-      {1, "a+b*x*ln(x)+c*x^1.5", 125, 3, 3},
-      {1, "a+b/x^2+c*exp(-x)", 313, 3, 3},
-      {1, "a+b*ln(x)+c*ln(x)^2", 0, 0, 0},
-      {2, "a+b*x1+c*x2", 1, 3, 3},
-      {2, "a+b/x1+c/x1^2+d*x2+e*x2^2+f*x2^3", 84, 6, 6},
-      {2, "a+b/x1+c/x1^2+d*ln(x2)+e*ln(x2)^2+f*ln(x2)^3", 81, 6, 6},
-      {2, "a+b/x1+c/x1^2+d/x2+e/x2^2+f/x2^3", 82, 6, 6},
-      {2, "a+b/x1+c/x1^2+d/x1^3+e*x2+f*x2^2", 83, 6, 6},
-      {2, "a+b/x1+c/x1^2+d/x1^3+e*ln(x2)+f*ln(x2)^2", 85, 6, 6},
-      {2, "a+b/x1+c/x1^2+d/x1^3+e/x1^4+f*x2", 0, 0, 0},
-      {2, "a+b/x1+c*x2+d/x1^2+e*x2^2+f*x2/x1", 252, 6, 6},
-      {2, "a+b*ln(x1)+c/x2+d*ln(x1)^2+e/x2^2+f*ln(x1)/x2", 257, 6, 6},
-      {2, "a+b/x1+c/x2+d/x1^2+e/x2^2+f/(x1*x2)", 258, 6, 6},
-      {2, "a*x1^b*c^x2", 270, 3, 3},
-      {2, "a*x+b", 0, 0, 0},
-      {3, "a*x1+b*x2+c*x3+d", 301, 4, 4},
-      {21, "a*x1", 0, 0, 0},
-  };
-  for (const auto& c : cases) {
-    const CatalogueModel* model = LookupBuiltInModel(c.ID, c.Variables);
-    EXPECT_EQ(model ? model->IDIndex : 0, c.IDIndex) << c.ID;
-    EXPECT_EQ(model ? model->NumXBasis() : 0, c.NumXBasis) << c.ID;
-    EXPECT_EQ(model ? model->NumCoefficients : 0, c.NumCoefficients) << c.ID;
+  for (const auto& row : TableRows("catalogue_lookup.txt", 5)) {
+    const CatalogueModel* model = LookupBuiltInModel(row[1], std::stoi(row[0]));
+    EXPECT_EQ(model ? model->IDIndex : 0, Number(row[2])) << row[1];
+    EXPECT_EQ(model ? model->NumXBasis() : 0, Number(row[3])) << row[1];
+    EXPECT_EQ(model ? model->NumCoefficients : 0, Number(row[4])) << row[1];
   }
 }
 

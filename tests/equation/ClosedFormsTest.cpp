@@ -6,6 +6,7 @@
 #include <random>
 #include <vector>
 
+#include "TableFile.h"
 #include "core/FaultFlags.h"
 #include "equation/ClosedForms.h"
 #include "equation/Evaluator.h"
@@ -157,57 +158,14 @@ TEST(ClosedForms, GiveAPointTheSameBitsInAnyBlock) {
 }
 
 TEST(Derivatives, AreLimitsAtTheBordersOfADomain) {
-  const struct {
-    int Variables;
-    const char* ID;
-    std::vector<double> x, a;
-    double y;
-    std::vector<double> dyda;  // empty where there is none, and a flag says so
-  } cases[] = {
-      {1, "x^a", {0}, {2}, 0, {0}},
-      {1, "x^a", {0}, {0}, 1, {}},   // jumps from 1 to 0
-      {1, "x^a", {-2}, {2}, 4, {}},  // defined for whole a only
-      {1, "a*x^b", {0}, {3, 0.5}, 0, {0, 0}},
-      {1, "a*(1+x)^b", {-1}, {3, 2}, 0, {0, 0}},
-      {1, "a*x^(b*x)", {0}, {3, -2}, 3, {1, 0}},  // x*ln(x) goes to 0
-      {1, "a*b^x", {2}, {3, 0}, 0, {0, 0}},
-      {1, "a*b^x", {1}, {3, 0}, 0, {0, 3}},
-      {1, "a*b^x", {0}, {3, 0}, 3, {1, 0}},
-      {1, "a*b^x", {0.5}, {3, 0}, 0, {}},  // a vertical tangent
-      {1, "a*b^x", {3}, {2, -2}, -16, {-8, 24}},
-      {1, "a^(1/x)", {0.5}, {0}, 0, {0}},
-      {1, "a^(1/x)", {1}, {0}, 0, {1}},
-      {1, "a^(1/x)", {2}, {0}, 0, {}},
-      {1, "1-exp(-x^a)", {0}, {1.5}, 0, {0}},
-      {1, "exp(-x^a)", {0}, {1.5}, 1, {0}},
-      {1, "1-exp(-a*x^b)", {0}, {2, 3}, 0, {0, 0}},
-      {1, "1-exp(-a*b^x)", {2}, {2, 0}, 0, {0, 0}},
-      {1, "x^a*exp(b-c*x)", {0}, {1, 2, 3}, 0, {0, 0, 0}},
-      {1, "a*x^b*exp(-c*x)", {0}, {1, 2, 3}, 0, {0, 0, 0}},
-      {1, "a*x^b*(1-x)^c", {0}, {5, 2, 3}, 0, {0, 0, 0}},
-      {1, "a*x^b*(1-x)^c", {1}, {5, 2, 3}, 0, {0, 0, 0}},
-      {1, "a*b^x*x^c", {0}, {5, 2, 3}, 0, {0, 0, 0}},
-      {1, "x/(a+b*x+c*sqr(x))", {0}, {2, 3, 4}, 0, {0, 0, 0}},
-      {2, "a*x1^b*x2^c", {0, 4}, {5, 2, 0.5}, 0, {0, 0, 0}},
-      {2, "a*b^x1*x2^c", {2, 0}, {5, 3, 0.5}, 0, {0, 0, 0}},
-      {2, "a*x1^b*c^x2", {2, 1}, {5, 3, 0}, 0, {0, 0, 40}},
-      // far out, where a careless order of the factors would overflow on the way
-      {1, "a*b*x/(1+b*x)", {1e200}, {2, 1}, 2, {1, 2e-200}},
-      {1, "1/(a+b*x)", {1e200}, {1, 1}, 1e-200, {-0.0, -1e-200}},
-      {1, "a/(1+b*x)", {1e200}, {2, 1}, 2e-200, {1e-200, -2e-200}},
-      {1, "x/(a*x+b)", {1e200}, {1, 0}, 1, {-1, -1e-200}},
-      {1, "a*exp((-(x-b)^2)/(2*c^2))", {1}, {3, 0, 1e-110}, 0, {0, 0, 0}},
-      {1, "exp(a+b*x)", {1e300}, {1, -1}, 0, {0, 0}},
-      {1, "1-exp(-a*x^b)", {1e100}, {2, 3}, 1, {0, 0}},
-      {1, "exp(-exp(a-b*x))", {700}, {1, -1}, 0, {0, 0}},
-  };
-  for (const auto& c : cases) {
-    const Point point = At(*LookupBuiltInModel(c.ID, c.Variables), c.x, c.a);
-    SCOPED_TRACE(std::string(c.ID) + " at " + std::to_string(c.x[0]) + ", a = " + std::to_string(c.a[0]));
+  for (const auto& row : TableRows("catalogue_borders.txt", 6)) {
+    SCOPED_TRACE(row[1] + " at " + row[2] + ", a = " + row[3]);
+    const Point point = At(*LookupBuiltInModel(row[1], std::stoi(row[0])), Numbers(row[2]), Numbers(row[3]));
+    const std::vector<double> dyda = Numbers(row[5]);
     EXPECT_FALSE(point.valueFaults);
-    EXPECT_DOUBLE_EQ(point.y, c.y);
-    EXPECT_EQ(point.derivativesFault, c.dyda.empty());
-    for (std::size_t j = 0; j < c.dyda.size(); ++j) EXPECT_DOUBLE_EQ(point.dyda[j], c.dyda[j]) << j;
+    EXPECT_DOUBLE_EQ(point.y, Number(row[4]));
+    EXPECT_EQ(point.derivativesFault, dyda.empty());
+    for (std::size_t j = 0; j < dyda.size(); ++j) EXPECT_DOUBLE_EQ(point.dyda[j], dyda[j]) << j;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <regex>
 
 #include "Golden.h"
+#include "TableFile.h"
 #include "TemporaryFolder.h"
 #include "core/NumberText.h"
 #include "equation/Checked.h"
@@ -110,57 +111,6 @@ TEST(FunctionName, IsAllowedInBothLanguages) {
   for (const auto& [file, name] : names) EXPECT_EQ(FunctionName(file), name) << file;
 }
 
-// Each word with a definition, or a function of the target language, that the exported code computes it by; the others
-// are for the user to supply. A thousand points are spread from the first X to the second; where the model has no value
-// at one, it is passed over.
-const struct {
-  const char* Text;
-  double X[2];
-  int Points = 1000;
-} kModels[] = {
-    {"a*abs(x)+b", {-2.5, 3}},
-    {"a*exp(x)", {-2.5, 3}},
-    {"a*fix(x)", {-2.5, 2.5}},
-    {"a*int(x)", {-2.5, 2.5}},
-    {"a*fract(x)", {-2.25, 2.25}},
-    {"a*log(x)+b*ln(x)", {0.1, 30}},
-    {"a*log10(x)", {0.1, 30}},
-    {"a*rnd(x)", {-3, -0.5}},
-    {"a*(rnd(-x)+2*rnd(0)+4*rnd(1)+8*rnd(1))", {3, 7}},
-    {"a*sgn(x)+sgn(0)", {-2, 2}},
-    {"a*sqr(x)", {2, 0}},
-    {"a*cos(x)+b*sin(x)+tan(x)", {-2, 2}},
-    {"a*arcsin(x)", {-1, 0.25}},
-    {"a*arccos(x)", {-0.5, 1}},
-    {"a*arctan(x)", {-5, 0.25}},
-    {"a*sec(x)+b*cosec(x)+cotan(x)", {-2, 2}},
-    {"a*arcsec(x)", {-3, 2}},
-    {"a*arccosec(x)", {-3, 1}},
-    {"a*arccotan(x)", {-3, 2}},
-    {"a*hsin(x)+b*hcos(x)+htan(x)", {-2, 2}},
-    {"a*hsec(x)+b*hcosec(x)+hcotan(x)", {-2, 2}},
-    {"a*harcsin(x)", {-2, 2}},
-    {"a*harccos(x)", {1, 3}},
-    {"a*harctan(x)", {-0.5, 0.75}},
-    {"a*harcsec(x)", {0.25, 1}},
-    {"a*harccosec(x)", {-0.25, 4}},
-    {"a*harccotan(x)", {-3, 2}},
-    {"a*rtod(x)+b*dtor(x)", {-3, 200}},
-    {"if(x>1,a,b)", {1, 2}},
-    {"if(x<=1 and not x=0,a,b*x)", {0, 1}},
-    {"if(x<1 or x>=2,a,if(x<>1.5,b,x))", {1.5, 1.25}},
-    {"if((x>1) xor (x>3),a,b)", {2, 4}},
-    {"a*max(x,1)+b*min(x,1)", {-2, 3}},
-    {"a*mag(x,b)", {-3, 4}},
-    {"a*floor(x)+b*ceil(x)", {-2.5, 2.5}},
-    {"a*x^b+(1/2)^x-x^-1", {0.5, 3}},
-    {"7\\x+7 mod x+a", {1, 7}, 2},  // of whole numbers only: C does not round first
-    {"-x^2+a*pi+010+b/2147483648*3000000000", {2, -3}},
-    {"f1^2+f2*F1+a", {2, -3}},
-    {"a*(x-XMEAN)/yrange", {2, -3}},
-    {"erf(x)+erfc(x/2)*a", {-0.5, 2}},
-};
-
 constexpr std::pair<const char*, const char*> kClashes[] = {
     {"double*x1+for*x2+result*f1", "curve"},
     {"result*x1+result_1*x2+x*f1^1", "result"},
@@ -184,24 +134,25 @@ TEST(FunctionSource, GivesCThatComputesWhatTheProgramDoes) {
   std::vector<std::string> labels;
   std::vector<double> expected;
   int number = 0;
-  for (const auto& c : kModels) {
-    const Expression model = Compile({c.Text, "a*x", "x-f1"});
+  for (const auto& row : TableRows("expressions_exported.txt", 4)) {
+    const double first = Number(row[1]), last = Number(row[2]);
+    const int points = std::stoi(row[3]);
+    const Expression model = Compile({row[0], "a*x", "x-f1"});
     const std::vector<double> values(Values.begin(),
                                      Values.begin() + static_cast<std::ptrdiff_t>(model.CoefficientNames.size()));
     const std::string name = "model" + std::to_string(++number);
     sources += " " + folder.Write(name + ".c", Source(model, values, ExprType::C, name));
     declarations += "double " + name + "(double x);\n";
     Evaluator evaluator;
-    for (int i = 0; i < c.Points; ++i) {
-      const double x = c.X[0] + (c.X[1] - c.X[0]) * i / (c.Points - 1);
+    for (int i = 0; i < points; ++i) {
+      const double x = first + (last - first) * i / (points - 1);
       double y = NAN;
       evaluator.Evaluate(model, {&x, 1}, values, statistics, y);
       expected.push_back(y);
-      labels.push_back(c.Text + (" at " + GeneralNumber(x)));
+      labels.push_back(row[0] + " at " + GeneralNumber(x));
     }
-    calls += "  for (int i = 0; i < " + std::to_string(c.Points) + "; ++i) printf(\"%.17g\\n\", " + name + "(" +
-             ShortestNumber(c.X[0]) + " + (" + ShortestNumber(c.X[1]) + " - " + ShortestNumber(c.X[0]) +
-             ") * (double)i / " + std::to_string(c.Points - 1) + "));\n";
+    calls += "  for (int i = 0; i < " + row[3] + "; ++i) printf(\"%.17g\\n\", " + name + "(" + row[1] + " + (" +
+             row[2] + " - " + row[1] + ") * (double)i / " + std::to_string(points - 1) + "));\n";
   }
   const Expression several = Compile({"a*x1-b*x2/x3"}, Dialect::SeveralVariables);
   sources += " " + folder.Write("several.c", Source(several, Values, ExprType::C, "several"));

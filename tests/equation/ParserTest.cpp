@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "TableFile.h"
 #include "equation/Parser.h"
 
 namespace quorvex {
@@ -27,76 +28,20 @@ std::string Joined(const std::vector<std::string>& names) {
                          [](const std::string& a, const std::string& b) { return a.empty() ? b : a + "," + b; });
 }
 
-constexpr struct {
-  const char *Text, *Postfix;
-} kLists[] = {
-    {"a^b^c", "a#1 b#2 ^ c#3 ^"},
-    {"-x^2", "x 2 ^ neg"},
-    {"-a*b", "a#1 neg b#2 *"},
-    {"2^-1", "2 1 neg ^"},
-    {"a*-x+b", "a#1 x neg * b#2 +"},
-    {"not a=b", "a#1 b#2 = not"},
-    {"not a and b", "a#1 not b#2 and"},
-    {"Not a", "a#1 not"},
-    {"1<2<3", "1 2 < 3 <"},
-    {"a+b*x\\2 mod 3", "a#1 b#2 x * 2 \\ 3 mod +"},
-    {"a imp b eqv a xor b or a and b", "a#1 b#2 a#1 b#2 a#1 b#2 and or xor eqv imp"},
-    {"a\\4/b", "a#1 4 b#2 / \\"},
-    {"a mod 4\\b", "a#1 4 b#2 \\ mod"},
-    {"a-b-c/d/e\\f\\g mod h mod i", "a#1 b#2 - c#3 d#4 / e#5 / f#6 \\ g#7 \\ h#8 mod i#9 mod -"},
-    {"a imp b imp c", "a#1 b#2 imp c#3 imp"},
-    {"a+,b", "a#1 b#2 +"},
-    {"a*x\t+ \r\nb", "a#1 x * b#2 +"},
-    {"max(a,x)*SIN(x)", "a#1 x max x sin *"},
-    {"legendre(2,1,x)", "2 1 x legendre"},
-    {"if(x>0,a,b)", "x 0 > if a#1 endtrue b#2 endif"},
-    {"Pi*PI*pi", "3.14159265358979 3.14159265358979 * 3.14159265358979 *"},
-    {"e*x", "e#1 x *"},
-    {"endif*x1*XMean", "endif#1 x1#2 * xmean *"},
-    {"a mOD b", "a#1 b#2 mod"},  // only the first letter keeps its case
-    {"rate_1*x+_k", "rate_1#2 x * _k#1 +"},
-    {"1.2.3*x", "1.2.3 x *"},
-};
-
 TEST(Parser, EmitsPostfixWithItsPrecedence) {
-  for (const auto& c : kLists) EXPECT_EQ(Postfix(Compile({c.Text})), c.Postfix) << c.Text;
+  for (const auto& row : TableRows("expressions_postfix.txt", 2)) EXPECT_EQ(Postfix(Compile({row[0]})), row[1]);
+  EXPECT_EQ(Postfix(Compile({"a*x\t+ \r\nb"})), "a#1 x * b#2 +");
 }
 
-// The position of a message is that of the offending token in its line, from 0.
-constexpr struct {
-  const char *Text, *Message;
-  int Start, Length;
-} kErrors[] = {
-    {"", "Expected end of model.", 0, 0},
-    {"   ", "Expected end of model.", 3, 0},
-    {"a*x+", "Expected end of model.", 4, 0},
-    {"a*x)", "Unexpected token ')'.", 3, 1},
-    {"+a", "Unexpected token '+'.", 0, 1},
-    {"a*(x", "Missing token ')'.", 4, 0},
-    {"max(a,b", "Missing token ')' for function 'max'.", 7, 0},
-    {"max(a)", "Missing token ',' for function 'max'.", 5, 1},
-    {"a+SIN x", "Missing token '(' for function 'sin'.", 6, 1},
-    {"ibeta(a,b)", "Missing token ',' for function 'ibeta'.", 9, 1},
-    {"if(x,1)", "Missing token ',' for function 'if'.", 6, 1},
-    {"a MOD b", "Unexpected token 'Mod'.", 2, 3},
-    {"a And b", "Unexpected token 'And'.", 2, 3},
-    {"a >> b", "Unexpected token '>>'.", 2, 2},
-    {"a ? b", "Unexpected token '?'.", 2, 1},
-    {"a b", "Unexpected token 'b'.", 2, 1},
-    {"a+\xC3\xA9*x", "Unexpected token '\xC3\xA9'.", 2, 2},
-    {"a*x 2", "Unexpected token '2'.", 4, 1},
-    {"1e+x", "Unexpected token 'x'.", 3, 1},
-};
-
 TEST(Parser, RefusesWithTheFirstErrorAndItsPlace) {
-  for (const auto& c : kErrors) {
-    const Expression e = Compile({c.Text});
-    EXPECT_TRUE(e.ParseError) << c.Text;
-    EXPECT_EQ(e.ParseErrorMessage, c.Message) << c.Text;
-    EXPECT_EQ(e.PublicTokenPointerStart, c.Start) << c.Text;
-    EXPECT_EQ(e.PublicTokenPointerLength, c.Length) << c.Text;
-    EXPECT_EQ(e.PublicSubFunctionPointer, 0) << c.Text;
-    EXPECT_FALSE(e.IsValidEquation) << c.Text;
+  for (const auto& row : TableRows("expressions_refused.txt", 4)) {
+    SCOPED_TRACE(row[0]);
+    const Expression e = Compile({row[0]});
+    EXPECT_TRUE(e.ParseError && !e.IsValidEquation);
+    EXPECT_EQ(e.ParseErrorMessage, row[1]);
+    EXPECT_EQ(e.PublicTokenPointerStart, Number(row[2]));
+    EXPECT_EQ(e.PublicTokenPointerLength, Number(row[3]));
+    EXPECT_EQ(e.PublicSubFunctionPointer, 0);
   }
 }
 

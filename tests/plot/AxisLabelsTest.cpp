@@ -3,6 +3,7 @@
 #include <cmath>
 #include <random>
 
+#include "TableFile.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "plot/AxisLabels.h"
@@ -13,33 +14,10 @@ namespace {
 using Labels = std::vector<std::string>;
 
 TEST(BuildAutoLabelFormat, HasDecimalsForTheStep) {
-  const struct {
-    AxisLimits limits;
-    const char* format;
-  } kCases[] = {
-      {{0, 1, 10}, "0.0"},
-      {{-4, 14, 9}, "0.0"},
-      {{1e6, 8e6, 7}, "0.0"},
-      {{0, 0.4, 8}, "0.00"},
-      {{99.5, 100.3, 8}, "0.0"},
-      {{0.001, 0.006, 10}, "0.0000"},
-      {{2, 2.0000000001, 10}, "0.00000000000"},
-      {{3.0871, 4.3834, 3}, "0.00"},          // as a zoom leaves them: 3.09, 3.52, 3.95, 4.38
-      {{1.5, 2.0000000000000004, 5}, "0.0"},  // the last bit is no decimal
-      {{0, 2e7, 10}, "0.00E+00"},             // numbers of 8 digits in steps of 7
-      {{-1e7, 0, 5}, "0.00E+00"},
-      {{1e9, 1.00001e9, 10}, "0.0000000E+00"},
-      {{9e14, 1e15, 10}, "0.000E+00"},
-      {{1e14, 1.000001e14, 10}, "0.00000000E+00"},   // numbers of 15 digits in steps of 8
-      {{1e15, 1.0000001e15, 10}, "0.00000000E+00"},  // of 16 in steps of 8: no digit more than the step needs
-      {{1e15, 1e15 + 10, 10}, "0.000000000000000E+00"},
-      {{9999990, 1e7, 10}, "0.00000000E+00"},  // numbers of 8 digits in steps of 1
-      {{0, 5e-8, 5}, "0.0E+00"},
-      {{0, 1e-7, 5}, "0.0E+00"},
-      {{9e-8, 9.1e-8, 10}, "0.00E+00"},
-  };
-  for (const auto& c : kCases)
-    EXPECT_EQ(BuildAutoLabelFormat(c.limits), c.format) << c.limits.Min << " to " << c.limits.Max;
+  for (const auto& row : TableRows("axis_formats.txt", 4)) {
+    const AxisLimits limits{Number(row[0]), Number(row[1]), std::stoi(row[2])};
+    EXPECT_EQ(BuildAutoLabelFormat(limits), row[3]) << row[0] << " to " << row[1];
+  }
 }
 
 // Limits as a zoom leaves them, at every size.
