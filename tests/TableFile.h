@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Paths.h"
@@ -26,6 +27,13 @@ inline std::vector<double> Numbers(const std::string& text) {
   std::vector<double> numbers;
   for (const std::string& word : Split(text, ' ')) numbers.push_back(Number(word));
   return numbers;
+}
+
+// A text in which \t, \n and \r, two characters each, stand for the one that C++ means by them.
+inline std::string Unescaped(std::string text) {
+  for (const auto& [written, meant] : {std::pair{"\\t", "\t"}, {"\\n", "\n"}, {"\\r", "\r"}})
+    for (std::size_t at = 0; (at = text.find(written, at)) != std::string::npos;) text.replace(at, 2, meant);
+  return text;
 }
 
 // The rows of a table in tests/data. Tabs separate its columns, of which the last ones may be left out; a line that

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "NistSets.h"
 #include "Paths.h"
 #include "RecordingPrompter.h"
@@ -40,57 +38,35 @@ void ExpectClose(double value, double reference, const std::string& what) {
   EXPECT_NEAR(value, reference, 4e-16 * std::abs(reference)) << what;
 }
 
-// mpmath at 50 digits, from the files; R's mean, sd and cor(use = "pairwise.complete.obs") print the same.
 TEST(DataStat, AgreesWithReferencesOnRealData) {
-  const struct {
-    const char* File;
-    std::vector<ColumnStatistics> Columns;
-    std::vector<std::vector<double>> Correlation;  // below the diagonal
-  } cases[] = {
-      {"cars.csv",
-       {{"speed", 50, 0, 25, 4, 21, 15.4, 5.2876444352347849}, {"dist", 50, 0, 120, 2, 118, 42.98, 25.769377492025891}},
-       {{}, {0.80689490068921049}}},
-      {"pressure.csv",
-       {{"temperature", 19, 0, 360, 0, 360, 180, 112.54628677422755},
-        {"pressure", 19, 0, 806, 0.0002, 805.9998, 124.33670526315789, 224.62253989244929}},
-       {{}, {0.75779234489603992}}},
-      {"airquality.csv",
-       {{"solar", 146, 7, 334, 7, 327, 185.93150684931507, 90.058422228381672},
-        {"wind", 153, 0, 20.7, 1.7, 19, 9.9575163398692811, 3.523001352212596},
-        {"temp", 153, 0, 97, 56, 41, 77.882352941176471, 9.4652697409714555},
-        {"ozone", 116, 37, 168, 1, 167, 42.129310344827586, 32.98788451443395}},
-       {{},
-        {-0.056791665769846697},
-        {0.27584027134080465, -0.45798787910483298},
-        {0.3483416929936027, -0.60154652988895016, 0.6983603421509319}}}};
-  for (const auto& c : cases) {
+  std::map<std::string, std::vector<std::vector<std::string>>> files;
+  for (const auto& row : TableRows("column_statistics.txt", 10)) files[row[0]].push_back(row);
+  for (const auto& [file, rows] : files) {
     RecordingPrompter user;
-    const std::optional<DataStat> statistics = ShowDataStat(SheetOf(c.File, c.Columns.size() - 1), user);
-    ASSERT_TRUE(statistics) << c.File << ": " << user.Last();
-    ASSERT_EQ(statistics->Columns.size(), c.Columns.size());
-    for (std::size_t i = 0; i < c.Columns.size(); ++i) {
-      const ColumnStatistics &column = statistics->Columns[i], &reference = c.Columns[i];
-      const std::string where = std::string(c.File) + " " + reference.Variable;
-      EXPECT_EQ(column.Variable, reference.Variable);
-      EXPECT_EQ(column.Points, reference.Points) << where;
-      EXPECT_EQ(column.Missing, reference.Missing) << where;
-      EXPECT_EQ(column.Maximum, reference.Maximum) << where;
-      EXPECT_EQ(column.Minimum, reference.Minimum) << where;
-      ExpectClose(column.Range, reference.Range, where);
-      ExpectClose(column.Average, reference.Average, where);
-      ExpectClose(column.StandardDeviation, reference.StandardDeviation, where);
+    const std::optional<DataStat> statistics = ShowDataStat(SheetOf(file, rows.size() - 1), user);
+    ASSERT_TRUE(statistics) << file << ": " << user.Last();
+    ASSERT_EQ(statistics->Columns.size(), rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const ColumnStatistics& column = statistics->Columns[i];
+      const std::string where = file + " " + rows[i][1];
+      EXPECT_EQ(column.Variable, rows[i][1]);
+      const double counts[] = {static_cast<double>(column.Points), static_cast<double>(column.Missing), column.Maximum,
+                               column.Minimum};
+      for (std::size_t k = 0; k < 4; ++k) EXPECT_EQ(counts[k], Number(rows[i][2 + k])) << where;
+      ExpectClose(column.Range, Number(rows[i][6]), where);
+      ExpectClose(column.Average, Number(rows[i][7]), where);
+      ExpectClose(column.StandardDeviation, Number(rows[i][8]), where);
+      const std::vector<double> correlations = Numbers(rows[i][9]);
+      ASSERT_EQ(correlations.size(), i);
       EXPECT_EQ(statistics->Correlation[i][i], 1) << where;
       for (std::size_t j = 0; j < i; ++j) {
-        ExpectClose(statistics->Correlation[i][j], c.Correlation[i][j], where);
+        ExpectClose(statistics->Correlation[i][j], correlations[j], where);
         EXPECT_EQ(statistics->Correlation[j][i], statistics->Correlation[i][j]) << where;
       }
     }
   }
 }
 
-// NIST StRD sets NumAcc1 to NumAcc4, which are made by rule. Their certified values are 10000002, 1; 1.2, 0.1;
-// 1000000.2, 0.1; 10000000.2, 0.1. The data as doubles differ from the decimals in the eighth digit of the deviation,
-// so the references are of the doubles, by mpmath at 50 digits.
 TEST(DataStat, KeepsItsDigitsWhereDeviationsAreSmall) {
   const struct {
     double First, Low, High;  // First once, then Low and High 500 times

@@ -49,8 +49,7 @@ TEST(SelectedColumnPair, SaysWhyAnythingElseIsRefused) {
     EditedSheet sheet("1 2 3\n4 5 6", 1, true);
     EXPECT_FALSE(mnuEditExchange(sheet.With(c.selection)));
     EXPECT_EQ(sheet.User.Said, Said{"refuse: " + std::string(c.refusal)});
-    EXPECT_EQ(sheet.Cells(), "1 2 3\n4 5 6\n");
-    EXPECT_TRUE(sheet.Undo.empty());
+    EXPECT_TRUE(sheet.Untouched());
   }
 }
 
@@ -62,9 +61,9 @@ TEST(Exchange, MovesTheSelectedRowsAndTheHeadersWhereWanted) {
     EXPECT_EQ(sheet.Cells(), "1 a 2\n3 4 -\n5 - b\n");
     EXPECT_EQ(sheet.User.Said, Said{kExchangeQuestion});
     EXPECT_EQ(sheet.Sheet.Headers, withHeaders ? (Said{"X", "StDev", "Y"}) : (Said{"X", "Y", "StDev"}));
-    ASSERT_EQ(sheet.Undo.size(), 1u);
-    EXPECT_EQ(sheet.Undo[0].first, withHeaders ? "&Undo Exchange Headers" : "&Undo Exchange");
-    EXPECT_EQ(sheet.Undo[0].second, (CellRange{2, 2, kMostSheetRows, 3}));
+    EXPECT_EQ(
+        sheet.Undo,
+        (Snapshots{{withHeaders ? "&Undo Exchange Headers" : "&Undo Exchange", (CellRange{2, 2, kMostSheetRows, 3})}}));
   }
 }
 

@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
-#include <functional>
 
 #include "EditedSheet.h"
+#include "TableFile.h"
 #include "sheet/DataSweep.h"
 
 namespace quorvex {
@@ -73,60 +72,23 @@ TEST(DataSweep, FillsTheRowsByEachMethod) {
 }
 
 TEST(DataSweep, RefusesBadEntriesAndLeavesTheSheet) {
-  struct Case {
-    SweepMethod Method;
-    std::string DataSweep::*Field;
-    const char *Entry, *Refusal;
-  };
-  constexpr auto constant = SweepMethod::Constant, linear = SweepMethod::Linear, function = SweepMethod::Function,
-                 column = SweepMethod::ColumnFunction;
-  const std::string notValid = "The equation you entered is not valid. ", check = "Please check the equation syntax.";
-  const std::string bad = notValid + check,
-                    coefficients = notValid +
-                                   "It appears to contain variable coefficients, which are not allowed when sweeping "
-                                   "data. " +
-                                   check,
-                    noX = notValid + "It does not appear to contain the independent variable 'X'. " + check;
-  const Case cases[] = {
-      {constant, &DataSweep::SelRow1, "", "Please enter a valid Start Row."},
-      {constant, &DataSweep::SelRow1, "1.5", "Please enter a valid Start Row."},
-      {constant, &DataSweep::SelRow2, "ten", "Please enter a valid End Row."},
-      {constant, &DataSweep::SelRow1, "5", "Start Row must be greater than End Row."},
-      {constant, &DataSweep::SelRow1, "1e300", "Start Row must be greater than End Row."},
-      {constant, &DataSweep::SelRow2, "65537", "End Row is larger than 65536"},
-      {constant, &DataSweep::SelRow2, "1e300", "End Row is larger than 65536"},
-      {constant, &DataSweep::SelRow1, "0", "Start Row must be larger than 0."},
-      {constant, &DataSweep::SelRow1, "-3", "Start Row must be larger than 0."},
-      {constant, &DataSweep::ConstantText, "", "Please enter a valid constant."},
-      {constant, &DataSweep::ConstantText, "1e999", "Please enter a valid constant."},
-      {linear, &DataSweep::LinStart, "x", "Please enter a valid number for the starting value."},
-      {linear, &DataSweep::LinIncrement, "1,5", "Please enter a valid number for the increment."},
-      {linear, &DataSweep::LinIncrement, "1e308", "A numerical error has ocurred."},
-      {function, &DataSweep::FuncStart, "", "Please enter a valid number for the X starting value."},
-      {function, &DataSweep::FuncIncrement, "", "Please enter a valid number for the X increment."},
-      {function, &DataSweep::FuncText, " ", "Please enter a valid equation."},
-      {function, &DataSweep::FuncText, "1/", bad.c_str()},
-      {function, &DataSweep::FuncText, "x+F1", bad.c_str()},
-      {function, &DataSweep::FuncText, "x-xmean", bad.c_str()},
-      {function, &DataSweep::FuncText, "a*x", coefficients.c_str()},
-      {function, &DataSweep::FuncText, "a+1", coefficients.c_str()},
-      {function, &DataSweep::FuncText, "2*pi", noX.c_str()},
-      {function, &DataSweep::FuncIncrement, "1e308", "An error occurred sweeping the equation."},
-      {column, &DataSweep::ColumnText, "Y", "Please enter a valid column number for the variable X. "},
-      {column, &DataSweep::ColumnText, "1.5", "Please enter a valid column number for the variable X. "},
-      {column, &DataSweep::ColumnText, "0", "The column value must be in the range (1-2)"},
-      {column, &DataSweep::ColumnText, "3", "The column value must be in the range (1-2)"},
-      {column, &DataSweep::ColumnFunc, "", "Please enter a valid equation."},
-      {column, &DataSweep::ColumnFunc, "b*x", coefficients.c_str()},
-  };
-  for (const Case& c : cases) {
+  const std::map<std::string, SweepMethod> methods = {{"constant", SweepMethod::Constant},
+                                                      {"linear", SweepMethod::Linear},
+                                                      {"function", SweepMethod::Function},
+                                                      {"column", SweepMethod::ColumnFunction}};
+  const std::map<std::string, std::string DataSweep::*> entries = {
+      {"ColumnFunc", &DataSweep::ColumnFunc},     {"ColumnText", &DataSweep::ColumnText},
+      {"ConstantText", &DataSweep::ConstantText}, {"FuncIncrement", &DataSweep::FuncIncrement},
+      {"FuncStart", &DataSweep::FuncStart},       {"FuncText", &DataSweep::FuncText},
+      {"LinIncrement", &DataSweep::LinIncrement}, {"LinStart", &DataSweep::LinStart},
+      {"SelRow1", &DataSweep::SelRow1},           {"SelRow2", &DataSweep::SelRow2}};
+  for (const auto& row : TableRows("sweep_refusals.txt", 4)) {
     EditedSheet sheet(kBefore);
-    DataSweep sweep = Sweep(c.Method);
-    sweep.*c.Field = c.Entry;
-    EXPECT_FALSE(sweep.Apply(sheet.WithAll())) << c.Entry;
-    EXPECT_EQ(sheet.User.Said, std::vector<std::string>{std::string("refuse: ") + c.Refusal}) << c.Entry;
-    EXPECT_EQ(sheet.Cells(), kBefore);
-    EXPECT_TRUE(sheet.Undo.empty());
+    DataSweep sweep = Sweep(methods.at(row[0]));
+    sweep.*entries.at(row[1]) = row[2];
+    EXPECT_FALSE(sweep.Apply(sheet.WithAll())) << row[2];
+    EXPECT_EQ(sheet.User.Said, std::vector<std::string>{"refuse: " + row[3]}) << row[2];
+    EXPECT_TRUE(sheet.Untouched());
   }
 
   // Both rows wrong: the order of the checks shows.
@@ -135,7 +97,7 @@ TEST(DataSweep, RefusesBadEntriesAndLeavesTheSheet) {
         std::array{"-2", "-1", "refuse: Start Row must be larger than 0."},
         std::array{"-1", "-2", "refuse: Start Row must be greater than End Row."}}) {
     EditedSheet sheet(kBefore);
-    DataSweep sweep = Sweep(constant);
+    DataSweep sweep = Sweep(SweepMethod::Constant);
     sweep.SelRow1 = start;
     sweep.SelRow2 = end;
     EXPECT_FALSE(sweep.Apply(sheet.WithAll()));

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "RecordingClipboard.h"
 #include "sheet/EditCommands.h"
 #include "sheet/EditedSheet.h"
@@ -57,8 +55,7 @@ TEST(EditCommands, RefuseSeveralRangesEachByItsName) {
       EXPECT_FALSE(c.command(sheet.With(selection), board)) << c.name;
       EXPECT_EQ(sheet.User.Said, Said{"refuse: Invalid range selection. The '" + std::string(c.name) +
                                       "' command cannot be used on multiple selections."});
-      EXPECT_EQ(sheet.Cells(), "1 2\n3 4\n");
-      EXPECT_TRUE(sheet.Undo.empty());
+      EXPECT_TRUE(sheet.Untouched());
       EXPECT_EQ(board.Held, "7");
     }
   }
@@ -107,9 +104,7 @@ TEST(EditCommands, ChangeTheSheetUnderTheirLabels) {
     board.Held = c.clipboard;
     EXPECT_TRUE(c.command(sheet.With({c.selection}), board)) << c.label;
     EXPECT_EQ(sheet.Cells(), c.after) << c.label;
-    ASSERT_EQ(sheet.Undo.size(), 1u) << c.label;
-    EXPECT_EQ(sheet.Undo[0].first, std::string("&Undo ") + c.label);
-    EXPECT_EQ(sheet.Undo[0].second, c.extent) << c.label;
+    EXPECT_EQ(sheet.Undo, (Snapshots{{std::string("&Undo ") + c.label, c.extent}})) << c.label;
     EXPECT_EQ(sheet.WhenRemembered, std::string(c.before) + "\n") << c.label;
     EXPECT_EQ(board.Held, c.held != nullptr ? c.held : c.clipboard) << c.label;
   }
@@ -142,8 +137,7 @@ TEST(EditCommands, LeaveTheSheetAloneWhereThereIsNothingToDo) {
     board.Held = c.clipboard;
     EXPECT_FALSE(c.command(sheet.With({c.selection}), board));
     EXPECT_EQ(sheet.User.Said, c.said);
-    EXPECT_EQ(sheet.Cells(), "1 2\n3 4\n");
-    EXPECT_TRUE(sheet.Undo.empty());
+    EXPECT_TRUE(sheet.Untouched());
   }
 }
 
@@ -237,8 +231,7 @@ TEST(TypeInCell, RefusesAnythingElse) {
     sheet.Locale = {',', ';', '.', '-', ':'};
     EXPECT_FALSE(TypeInCell(sheet.With({}), 1, 2, text));
     EXPECT_EQ(sheet.User.Said, Said{"refuse: Invalid entry."}) << text;
-    EXPECT_EQ(sheet.Cells(), "1 2\n");
-    EXPECT_TRUE(sheet.Undo.empty());
+    EXPECT_TRUE(sheet.Untouched());
   }
 }
 

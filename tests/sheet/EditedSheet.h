@@ -12,12 +12,15 @@
 
 namespace quorvex {
 
+// What commands left to undo: their labels, and the cells that they change.
+using Snapshots = std::vector<std::pair<std::string, CellRange>>;
+
 // A sheet for a command to change, and what the command says and remembers.
 struct EditedSheet {
   DataSheet Sheet;
   LocaleText Locale;
   RecordingPrompter User;
-  std::vector<std::pair<std::string, CellRange>> Undo;
+  Snapshots Undo;
   std::string WhenRemembered;  // the cells at the last push
 
   // One line per row with a blank between cells, "-" for an empty one; what is not numeric is a text.
@@ -35,6 +38,7 @@ struct EditedSheet {
         line.remove_prefix(std::min(end + 1, line.size()));
       }
     }
+    given_ = Cells();
   }
 
   SheetEdit With(std::vector<CellRange> selection) {
@@ -44,6 +48,9 @@ struct EditedSheet {
             }};
   }
   SheetEdit WithAll() { return With({{1, 1, kMostSheetRows, Sheet.ColumnCount()}}); }
+
+  // No command has changed a cell or left a snapshot.
+  bool Untouched() const { return Undo.empty() && Cells() == given_; }
 
   // The sheet in the form it was given in.
   std::string Cells() const {
@@ -57,6 +64,9 @@ struct EditedSheet {
     }
     return text;
   }
+
+ private:
+  std::string given_;
 };
 
 }  // namespace quorvex

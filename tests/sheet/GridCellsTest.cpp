@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 
-#include <functional>
 #include <limits>
 
 #include "import/BlankMissingMarker.h"

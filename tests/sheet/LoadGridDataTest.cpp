@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <numeric>
-#include <string>
 
-#include "Paths.h"
+#include "TableFile.h"
 #include "core/Files.h"
 #include "sheet/ArrangeData.h"
 #include "sheet/ComputeWeights.h"
@@ -32,67 +30,31 @@ GridCells File(const char* name, DelimitedFormat format) {
 }
 
 TEST(ArrangeData, PutsColumnsWhereTheListSaysSo) {
-  const struct {
-    const char* order;
-    std::size_t variables;
-    char separator;
-    bool ok;
-    const char* cells;  // of a row a,b,c,d
-  } kCases[] = {
-      {"Default", 1, ',', true, "abcd"},
-      {"y,x", 1, ',', true, "ba--"},
-      {"SD, Y ,X", 1, ',', true, "cba-"},
-      {"y;sd;x", 1, ';', true, "cab-"},
-      {"y,sd,x", 1, ';', false, "abcd"},
-      {"skip,x2,,y,x1", 2, ',', true, "-bd-"},  // there is no fifth column
-      {"x1,x2,y", 2, ',', true, "abc-"},
-      {"x,y,x", 1, ',', true, "cb--"},          // the later of two
-      {"x,y,x2", 1, ',', true, "ac--"},         // x2 and y are one place where there is one variable
-      {"x1,x0,x21,x01", 3, ',', true, "a---"},  // the last three name no variable
-      {"x", 1, ',', false, "abcd"},
-      {"x,y", 2, ',', false, "abcd"},
-      {"", 1, ',', false, "abcd"},
-      {"x,", 1, ',', true, "a---"},
-  };
-  for (const auto& c : kCases) {
+  for (const auto& row : TableRows("column_orders.txt", 4)) {
     GridCells cells = Commas("a,b,c,d");
-    EXPECT_EQ(ArrangeData(cells, c.order, c.variables, c.separator), c.ok) << c.order;
+    const bool ok = row[3] != "refused";
+    EXPECT_EQ(ArrangeData(cells, row[0], std::stoul(row[1]), row[2][0]), ok) << row[0];
     std::string shown;
     for (std::size_t col = 1; col <= 4; ++col) {
       const std::string text = cells.GridCellText(1, col);
       shown += text.empty() ? "-" : text;
     }
-    EXPECT_EQ(shown, c.cells) << c.order;
+    EXPECT_EQ(shown, ok ? row[3] : "abcd") << row[0];
   }
 }
 
 TEST(LoadGridData, TakesCompleteRowsAndFlagsPartialOnes) {
-  const struct {
-    const char* text;
-    std::size_t variables;
-    Columns X;
-    std::vector<double> Y;
-    bool partial;
-  } kCases[] = {
-      {"1,2\n3,4", 1, {{1, 3}}, {2, 4}, false},
-      {"1,2\n\n3,4\n,\n", 1, {{1, 3}}, {2, 4}, false},
-      {"1,2\n3,\n5,6", 1, {{1, 5}}, {2, 6}, true},
-      {",2\n3,4", 1, {{3}}, {4}, true},
-      {"1,2,3\n4,,6\n7,8,9", 2, {{1, 7}, {2, 8}}, {3, 9}, true},
-      {"1,,\n7,8,9", 2, {{7}, {8}}, {9}, false},             // X and Y both lack something: skipped silently
-      {"9,8,7\n1,2,3", 2, {{9, 1}, {8, 2}}, {7, 3}, false},  // sorted for one variable only
-      {"text,\n,text\n1,2", 1, {{1}}, {2}, true},            // would be no points
-      {"1,2,text", 1, {{1}}, {2}, false},                    // standard deviations are not looked at
-      {"1\n2\n", 1, {{}}, {}, true},
-      {"", 1, {{}}, {}, false},
-  };
-  for (const auto& c : kCases) {
-    const auto loaded = LoadGridData(Commas(c.text), {.IndependentVariables = c.variables});
-    ASSERT_TRUE(loaded) << c.text;
-    EXPECT_EQ(loaded->Points.X, c.X) << c.text;
-    EXPECT_EQ(loaded->Points.Y, c.Y) << c.text;
-    EXPECT_EQ(loaded->Points.SD, std::vector<double>(c.Y.size(), 1)) << c.text;
-    EXPECT_EQ(loaded->HadPartialRow, c.partial) << c.text;
+  for (const auto& row : TableRows("complete_rows.txt", 5)) {
+    SCOPED_TRACE(row[0]);
+    const auto loaded = LoadGridData(Commas(Unescaped(row[0])), {.IndependentVariables = std::stoul(row[1])});
+    ASSERT_TRUE(loaded);
+    Columns X(std::stoul(row[1]));
+    const std::vector<std::string> written = Split(row[2], '|');
+    for (std::size_t v = 0; v < written.size(); ++v) X[v] = Numbers(written[v]);
+    EXPECT_EQ(loaded->Points.X, X);
+    EXPECT_EQ(loaded->Points.Y, Numbers(row[3]));
+    EXPECT_EQ(loaded->Points.SD, std::vector<double>(loaded->Points.N(), 1));
+    EXPECT_EQ(loaded->HadPartialRow, row[4] == "partial");
   }
 }
 

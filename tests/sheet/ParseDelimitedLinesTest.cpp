@@ -1,11 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <string>
 #include <utility>
-#include <vector>
 
-#include "Paths.h"
+#include "TableFile.h"
 #include "core/Files.h"
 #include "sheet/ParseDelimitedLines.h"
 
@@ -31,69 +28,32 @@ std::string Shown(const DelimitedLines& lines) {
 
 constexpr int kTab = kTabDelimiter, kComma = kCommaDelimiter, kSpace = kSpaceDelimiter, kSemi = kSemicolonDelimiter;
 
+int Delimiters(const std::string& written) {
+  int delimiters = 0;
+  for (const char c : written) delimiters += c == 't' ? kTab : c == 's' ? kSpace : c == ',' ? kComma : kSemi;
+  return delimiters;
+}
+
 TEST(ParseDelimitedLines, SplitsLinesIntoCells) {
-  const struct {
-    const char* text;
-    int delimiters;
-    bool ignoreConsecutive;
-    const char* cells;
-  } kCases[] = {
-      {"1\t2\n3\t4\n", kTab, false, "n:1|n:2 / n:3|n:4"},
-      {"1\t2\r\n3\t4", kTab, false, "n:1|n:2 / n:3|n:4"},
-      {"1\r2\r\r3", kTab, false, "n:1 / n:2 /  / n:3"},
-      {"\n\n5\n", kTab, false, " /  / n:5"},
-      {"1\n\r\n2", kTab, false, "n:1 /  / n:2"},
-      {"1 2\t3;4", 0, false, "1 2\t3;4"},
-      {"1.50", 0, false, "n:1.5"},
-      {"1,,3\n,,", kComma, false, "n:1||n:3 / ||"},
-      {"1,,3\n,,4", kComma, true, "n:1|n:3 / |n:4"},  // a delimiter that opens the line still ends an empty cell
-      {"1;;3;", kSemi, true, "n:1|n:3"},
-      {"1, \t;3", kTab + kComma + kSemi, true, "n:1||n:3"},  // the blank is a cell of its own
-      {"1, \t;3", kTab + kComma + kSemi + kSpace, true, "n:1|n:3"},
-      {"  1  2   \n 3 4", kSpace, true, "n:1|n:2 / n:3|n:4"},
-      {"  1  2   \n 3 4", kSpace, false, "n:1||n:2 / n:3|n:4|"},
-      {"1   ", kSpace, false, "n:1"},
-      {"   \n1", kSpace, false, " / n:1"},
-      {"1 \t 2", kSpace, false, "n:1|\t|n:2"},
-      {" a b , 2 , c ", kComma, false, "a b|n:2|c"},
-      {"1e5\t-.5\t+3\t5.", kTab, false, "n:100000|n:-0.5|n:3|n:5"},
-      {"1e\tinf\tnan\t0x1\t1.2.3\t--1\t1e999\t1 2", kTab, false, "1e|inf|nan|0x1|1.2.3|--1|1e999|1 2"},
-      {R"("1", "-2.5e3" ,"a b"," 3 ","")", kComma, false, "n:1|n:-2500|a b|n:3"},
-      {R"("1","a,b",",""")", kComma, false, R"(n:1|"a|b"|"|")"},  // delimiters split between quotes too
-      {R"("1;"2",3","x"y,"say ""hi""")", kComma + kSemi, false, R"("1|n:2|3"|"x"y|say ""hi"")"},
-      {R"("1" "two" 3)", kSpace, false, "n:1|two|n:3"},
-      {"\xEF\xBB\xBF"
-       "1\tcaf\xE9\tcaf\xC3\xA9",
-       kTab, false, "n:1|caf\xC3\xA9|caf\xC3\xA9"},
-  };
-  for (const auto& c : kCases) {
+  for (const auto& row : TableRows("delimited_lines.txt", 4)) {
     DelimitedFormat format;
-    format.Delimiters = c.delimiters;
-    format.IgnoreConsecutive = c.ignoreConsecutive;
-    EXPECT_EQ(Shown(ParseDelimitedLines(c.text, format)), c.cells) << c.text;
+    format.Delimiters = Delimiters(row[1]);
+    format.IgnoreConsecutive = row[2] == "merged";
+    EXPECT_EQ(Shown(ParseDelimitedLines(Unescaped(row[0]), format)), Unescaped(row[3])) << row[0];
   }
+  EXPECT_EQ(Shown(ParseDelimitedLines("\xEF\xBB\xBF"
+                                      "1\tcaf\xE9\tcaf\xC3\xA9",
+                                      {})),
+            "n:1|caf\xC3\xA9|caf\xC3\xA9");
 }
 
 TEST(ParseDelimitedLines, ReadsTheDecimalSeparatorOfTheLocale) {
-  const struct {
-    const char* text;
-    int delimiters;
-    bool overrideDecimal;
-    const char* cells;
-  } kCases[] = {
-      {"1,5;2.5;-3", kSemi, true, "n:1.5|n:2.5|n:-3"},
-      {"1,5;2.5;-3", kSemi, false, "n:1.5|2.5|n:-3"},
-      {"1,5\t1.2,3\tv.1", kTab, true, "n:1.5|1,2,3|v,1"},
-      {"1,5\t1.2,3\tv.1", kTab, false, "n:1.5|1.2,3|v.1"},
-      {"1.5,2", kComma, true, "n:1.5|n:2"},  // split first, then "." is read as ","
-      {"1.5,2", kComma, false, "1.5|n:2"},
-  };
-  for (const auto& c : kCases) {
+  for (const auto& row : TableRows("delimited_decimals.txt", 4)) {
     DelimitedFormat format;
-    format.Delimiters = c.delimiters;
-    format.OverrideDecimal = c.overrideDecimal;
+    format.Delimiters = Delimiters(row[1]);
+    format.OverrideDecimal = row[2] == "point";
     format.DecimalSeparator = ',';
-    EXPECT_EQ(Shown(ParseDelimitedLines(c.text, format)), c.cells) << c.text << ' ' << c.overrideDecimal;
+    EXPECT_EQ(Shown(ParseDelimitedLines(Unescaped(row[0]), format)), row[3]) << row[0] << ' ' << row[2];
   }
 }
 

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "equation/IntrinsicFunctions.h"
 #include "equation/Parser.h"
 #include "usermodels/ModelFunctions.h"

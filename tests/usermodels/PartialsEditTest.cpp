@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "RecordingPrompter.h"
+#include "TableFile.h"
 #include "engine/UserModel.h"
 #include "usermodels/PartialsEdit.h"
 
@@ -10,39 +11,15 @@ namespace {
 using Said = std::vector<std::string>;
 
 TEST(PartialsEdit, TakesWhatIsADerivativeOfTheModel) {
-  const struct {
-    std::string text, message;
-    std::string kept = "";  // where it is not as typed
-    std::size_t variables = 1;
-  } kCases[] = {
-      {"exp(-b*x)", ""},
-      {" 2 ", "", "2"},  // neither x nor coefficients
-      {"B*f1+x", ""},
-      {"NUMERICAL", "", "Numerical"},
-      {"", "The derivative equation you entered for variable 'a' is not valid. Please check the equation syntax."},
-      {"exp(", "The derivative equation you entered for variable 'a' is not valid. Please check the equation syntax."},
-      {"f2", "The derivative equation you entered for variable 'a' is not valid. Please check the equation syntax."},
-      {"k*x+z(",
-       "The derivative equation you entered for variable 'a' is not valid. Please check the equation syntax."},
-      {"b*k",
-       "The derivative entered for variable 'a' contains the variable 'k' which does not appear in the original "
-       "equation. "},
-      {"k*q*q",
-       "The derivative entered for variable 'a' contains variables which do not appear in the original equation. "},
-      {"k*x2",
-       "The derivative entered for variable 'a' contains independent variables (x) that the original equation does not "
-       "contain. ",
-       "", 2},
-      {"x1", "", "", 2},
-  };
-  for (const auto& c : kCases) {
-    const std::unique_ptr<ModelClass> model = NewModelFor(c.variables, {});
-    model->SetID("m", {c.variables == 1 ? "a*exp(-b*x)+f1" : "a*exp(-b*x1)", "b^2"});
+  for (const auto& row : TableRows("derivatives_typed.txt", 4)) {
+    const std::size_t variables = std::stoul(row[1]);
+    const std::unique_ptr<ModelClass> model = NewModelFor(variables, {});
+    model->SetID("m", {variables == 1 ? "a*exp(-b*x)+f1" : "a*exp(-b*x1)", "b^2"});
     RecordingPrompter user;
     PartialsEdit edit(*model, user);
-    EXPECT_EQ(edit.Commit(1, c.text), c.message.empty()) << c.text;
-    EXPECT_EQ(user.Said, c.message.empty() ? Said{} : Said{"refuse: " + c.message}) << c.text;
-    EXPECT_EQ(edit.Text(1), !c.message.empty() ? "Numerical" : c.kept.empty() ? c.text : c.kept);
+    EXPECT_EQ(edit.Commit(1, row[0]), row[3].empty()) << row[0];
+    EXPECT_EQ(user.Said, row[3].empty() ? Said{} : Said{"refuse: " + row[3]}) << row[0];
+    EXPECT_EQ(edit.Text(1), row[2]);
     EXPECT_EQ(edit.Text(2), "Numerical");
   }
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "RecordingPrompter.h"
+#include "TableFile.h"
 #include "core/NumberText.h"
 #include "project/ProjectEditor.h"
 #include "usermodels/UserModelDraft.h"
@@ -12,32 +13,9 @@ namespace {
 using Lines = std::vector<std::string>;
 using Said = std::vector<std::string>;
 
-constexpr const char* kEmptyF1 =
-    "The supporting function F1 must have a valid entry. If you intend not to use this function, you can remove it by "
-    "clicking on the 'Remove F1' button.";
-constexpr const char* kEmptyF3 =
-    "The supporting functions F1 through F3 must have valid entries. If you intend not to use all of the functions, "
-    "you "
-    "can remove them sequentially by clicking on the 'Remove F3' button.";
 constexpr const char* kTaken =
     "The Model ID you entered already exists in the database. Each Model ID must be unique. Please enter a different "
     "ID.";
-constexpr const char* kCyclic =
-    "Cyclic expression detected. A function (Fn = ?) which points to a function that points back to itself cannot be "
-    "resolved. Please check your ";
-constexpr const char* kLacksFunction = " definition is missing a required function (Fn = ?). Please recheck your ";
-constexpr const char* kInvalid = "The model you entered is not valid.\r\n";
-
-std::string SyntaxError(const std::string& why) {
-  return std::string(kInvalid) + why + " Please check the equation syntax.";
-}
-std::string Lacks(const std::string& what) {
-  return std::string(kInvalid) + what + ".\r\nPlease check the equation syntax.";
-}
-std::string LacksVariables(const std::string& count) {
-  return "The model you entered has " + count +
-         ", and the current project has 2. All independent variables from 'X1' to 'X2' must appear in the model.";
-}
 
 // a sum of n coefficients times x
 std::string Polynomial(int n) {
@@ -53,59 +31,22 @@ ModelClass& Store(Project& project, const UserModelDraft& draft, const ModelClas
 }
 
 TEST(CheckUserModel, RefusesInTheOrderOfItsTestsAndSaysWhere) {
-  const struct {
-    std::string id;
-    Lines lines;
-    std::string message;
-    int box = 0;
-    std::string token = "";  // that is selected
-    std::size_t variables = 1;
-  } kCases[] = {
-      // Completeness, uniqueness.
-      {" ", {"", ""}, "You must enter a Model ID.", ModelCheck::kIdBox},
-      {"m", {"", " "}, kEmptyF1, 1},
-      {"m", {"a*x", "1", "", "x"}, kEmptyF3, 2},
-      {"m", {" "}, "Please enter a valid equation.", 0},
-      {"A*X+B", {""}, "Please enter a valid equation.", 0},
-      {" A*X+B ", {"2*"}, kTaken, ModelCheck::kIdBox},
-      {"MINE", {"a*x"}, kTaken, ModelCheck::kIdBox},
-      // The model.
-      {"m", {Polynomial(101)}, "The model you entered contains 101 parameters. The maximum allowed is 100."},
-      {"m", {"a*x+f1", "f1"}, kCyclic + std::string("model definition.")},
-      {"m", {"a*x+f2", "x"}, "The model" + std::string(kLacksFunction) + "model definition."},
-      {"m", {"a*x)"}, SyntaxError("Unexpected token ')'."), 0, ")"},
-      {"m", {"a+b*/x"}, SyntaxError("Unexpected token '/'."), 0, "/"},
-      {"m", {"f1+a*x Rate", "x"}, SyntaxError("Unexpected token 'Rate'."), 0, "Rate"},
-      {"m", {"a*"}, SyntaxError("Expected end of model.")},
-      {"m", {"a*f1", "exp 2*x"}, SyntaxError("Missing token '(' for function 'exp'."), 1, "2"},
-      {"m", {"2*x"}, Lacks("It does not appear to contain any fitting parameters")},
-      {"m", {"a+b"}, Lacks("It does not appear to contain the independent variable 'X'")},
-      // Several variables.
-      {"m", {"a*x1+f1*x2", "f1"}, kCyclic + std::string("equation definition."), 0, "", 2},
-      {"m", {"a*x1+f1*x2"}, "The equation" + std::string(kLacksFunction) + "equation definition.", 0, "", 2},
-      {"m", {"a*x1"}, LacksVariables("1 independent variable"), 0, "", 2},
-      {"m", {"a*x1+x3"}, LacksVariables("3 independent variables"), 0, "", 2},
-      {"m", {"a+b"}, Lacks("It does not appear to contain the independent variables from 'X1' to 'X3'"), 0, "", 3},
-      {"m", {"a*x1+b*x3"}, Lacks("At least one of the independent variables from 'X1' to 'X3' is missing"), 0, "", 3},
-  };
-  for (const auto& c : kCases) {
-    Project project = NewProject(c.variables, false, {});
-    if (c.variables == 1) Store(project, {"Mine", "", {"a*x^b"}, {}});
-    const ModelCheck check = CheckUserModel({c.id, "", c.lines, {}}, project, nullptr);
-    EXPECT_EQ(check.Message, c.message);
-    EXPECT_EQ(check.Model == nullptr, !c.message.empty()) << c.lines[0];
-    EXPECT_EQ(check.Box, c.box) << c.lines[0];
-    if (!c.token.empty()) {
-      const std::string& line = c.lines[static_cast<std::size_t>(check.Box)];
-      EXPECT_EQ(line.substr(static_cast<std::size_t>(check.Start), static_cast<std::size_t>(check.Length)), c.token);
-    }
-    if (check.Model != nullptr) {
-      EXPECT_EQ(check.Model->id, "m");
-      EXPECT_EQ(check.Model->Group, "User Defined");
-      EXPECT_TRUE(check.Model->UserType);
-      EXPECT_EQ(check.Model->SolveType, 0);
-    }
+  for (const auto& row : TableRows("models_refused.txt", 6)) {
+    SCOPED_TRACE(row[1] + ": " + row[2]);
+    const std::size_t variables = std::stoul(row[0]);
+    const Lines lines = Split(row[2], '|');
+    Project project = NewProject(variables, false, {});
+    if (variables == 1) Store(project, {"Mine", "", {"a*x^b"}, {}});
+    const ModelCheck check = CheckUserModel({row[1], "", lines, {}}, project, nullptr);
+    EXPECT_EQ(check.Message, Unescaped(row[5]));
+    EXPECT_EQ(check.Model, nullptr);
+    EXPECT_EQ(check.Box, row[3] == "id" ? ModelCheck::kIdBox : std::stoi(row[3]));
+    if (row[4].empty()) continue;
+    const std::string& line = lines[static_cast<std::size_t>(check.Box)];
+    EXPECT_EQ(line.substr(static_cast<std::size_t>(check.Start), static_cast<std::size_t>(check.Length)), row[4]);
   }
+  EXPECT_EQ(CheckUserModel({"m", "", {Polynomial(101)}, {}}, NewProject(1, false, {}), nullptr).Message,
+            "The model you entered contains 101 parameters. The maximum allowed is 100.");
 }
 
 TEST(CheckUserModel, TakesTheIdOfTheModelThatIsEditedInAnyCase) {
@@ -159,30 +100,12 @@ TEST(CopyOf, StartsANewModelFromAnyOther) {
 }
 
 TEST(CompileStatus, TellsWhatTheLinesAreSoFar) {
-  const struct {
-    Lines lines;
-    std::string status;
-    std::size_t variables = 1;
-  } kCases[] = {
-      {{" "}, "For example a*exp(-b*x)"},
-      {{""}, "For example a*x1+b*x2", 2},
-      {{"a*exp("}, "Not a model yet: Expected end of model."},
-      {{"a*f1", "x*/2"}, "Not a model yet, in F1: Unexpected token '/'."},
-      {{"a*f1"}, "Not a model yet: a function that is referred to is missing."},
-      {{"a*f1", "f1"}, "Not a model yet: a function refers back to itself."},
-      {{"2*x"}, "Not a model yet: it has no coefficients."},
-      {{"a"}, "Not a model yet: it has no independent variable."},
-      {{"a*exp(-k*x)"}, "Compiles. Coefficients: a, k."},
-      {{"a*x+f1", "b", "("}, "Compiles. Coefficients: a, b. Not used: F2."},
-      {{"a*x", "1", "2"}, "Compiles. Coefficients: a. Not used: F1, F2."},
-      {{"Y=a*x+1e3+5"},
-       "Compiles. '=' compares: it gives -1 where both sides are equal and 0 elsewhere. '1e3+5' is not a number and "
-       "counts as 0. Coefficients: Y, a."},
-      {{Polynomial(23)},
-       "Compiles. Coefficients: p1, p10, p11, p12, p13, p14, p15, p16, p17, p18, p19, p2, p20, p21, p22, p23, p3, p4, "
-       "p5, p6 and 3 more."},
-  };
-  for (const auto& c : kCases) EXPECT_EQ(CompileStatus({"", "", c.lines, {}}, c.variables, {}), c.status);
+  for (const auto& row : TableRows("model_statuses.txt", 3))
+    EXPECT_EQ(CompileStatus({"", "", Split(row[0], '|'), {}}, std::stoul(row[1]), {}), row[2]);
+  EXPECT_EQ(CompileStatus({"", "", {""}, {}}, 2, {}), "For example a*x1+b*x2");
+  EXPECT_EQ(CompileStatus({"", "", {Polynomial(23)}, {}}, 1, {}),
+            "Compiles. Coefficients: p1, p10, p11, p12, p13, p14, p15, p16, p17, p18, p19, p2, p20, p21, p22, p23, p3, "
+            "p4, p5, p6 and 3 more.");
 }
 
 TEST(RemoveUserModel, AsksFirst) {
