@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "core/NumericFault.h"
 #include "engine/DesignSolve.h"

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <functional>
 #include <utility>
 
+#include "TableFile.h"
 #include "core/NumberText.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
@@ -454,42 +453,20 @@ TEST(BuildICSets, RunsTheFullGridWithTheFirstCoefficientFastest) {
   EXPECT_EQ(sets[14], (std::vector<double>{2, 5, 14}));
 }
 
-constexpr struct {
-  const char *Rule, *Constant;
-  bool Several;
-  double Value;  // NaN: the estimate fails
-} kRules[] = {
-    {"Value", "3.5", false, 3.5},     {"* YMin", "2", false, 8},
-    {"/ ymax", "2", false, 0.1},      {"* YAvg", "1", false, 10},
-    {"/ YAgv", "20", false, 2},       {"/ YAvg", "20", false, NAN},
-    {"*(YMax-YMin)", "1", false, 16}, {"/ (YMax - YMin)", "32", false, 2},
-    {"* XMin", "2", false, 0},        {"/ XMin", "2", false, 1},  // a zero divisor gives 1
-    {"* XMax", "2", false, 8},        {"/ XAvg", "4", false, 2},
-    {"*(xmax-xmin)", "1", false, 4},  {"/ N", "8", false, 2},
-    {"* N", "8", false, 32},          {"^ N", "8", false, NAN},
-    {"* XRange", "8", false, NAN},    {"", "8", false, NAN},
-    {"Value", "", false, NAN},        {"Value", "abc", false, NAN},
-    {"* X1Max", "1", false, NAN},     {"/ YAvg", "20", true, 2},
-    {"* X2Max", "2", true, 16},       {"/(X1Max-X1Min)", "8", true, 2},
-    {"* x3max", "1", true, NAN},      {"* XMax", "1", true, NAN},
-    {"/ YAgv", "20", true, NAN},      {"* YMax", "1e308", false, NAN},
-    {"* X0Max", "1", true, NAN},
-};
-
 TEST(SetIC, EstimatesByRules) {
   const SolveData one = Points({{0, 1, 3, 4}}, {4, 6, 10, 20});
   const SolveData two = Points({{0, 1, 3, 4}, {8, 1, 2, 3}}, {4, 6, 10, 20});
-  for (const auto& c : kRules) {
-    Solving solving({c.Several ? "a*x1+a*x2" : "a*x"}, c.Several);
-    solving.Model->SetRule(1, c.Rule);
-    solving.Model->SetRuleConstant(1, c.Constant);
-    const bool fails = std::isnan(c.Value);
+  for (const auto& row : TableRows("estimation_rules.txt", 4)) {
+    SCOPED_TRACE(row[0]);
+    const bool several = row[2] == "2", fails = row[3] == "none";
+    Solving solving({several ? "a*x1+a*x2" : "a*x"}, several);
+    solving.Model->SetRule(1, row[0]);
+    solving.Model->SetRuleConstant(1, row[1]);
     solving.Model->SetICRange({{3, 7, 5}});  // a range of an earlier fit
-    EXPECT_EQ(solving.Model->SetIC(c.Several ? two : one), !fails) << c.Rule;
-    EXPECT_DOUBLE_EQ(solving.Model->Values(1), fails ? 1.0 : c.Value) << c.Rule;
-    EXPECT_EQ(solving.Model->SpecifyICComplete, !fails) << c.Rule;
-    EXPECT_EQ(solving.Model->GetICRange()[0], (ICRange{solving.Model->Values(1), solving.Model->Values(1), 1}))
-        << c.Rule;
+    EXPECT_EQ(solving.Model->SetIC(several ? two : one), !fails);
+    EXPECT_DOUBLE_EQ(solving.Model->Values(1), fails ? 1.0 : Number(row[3]));
+    EXPECT_EQ(solving.Model->SpecifyICComplete, !fails);
+    EXPECT_EQ(solving.Model->GetICRange()[0], (ICRange{solving.Model->Values(1), solving.Model->Values(1), 1}));
   }
 }
 

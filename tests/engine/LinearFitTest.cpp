@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "NistSets.h"
 #include "Paths.h"
 #include "engine/EqClass.h"

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <memory>
-#include <numbers>
 
+#include "TableFile.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
 
@@ -112,35 +111,12 @@ TEST(GenerateQQTable, SetsResidualsAgainstNormalQuantiles) {
 }
 
 TEST(GetRoots, FindsWhereTheModelTakesAValue) {
-  constexpr double pi = std::numbers::pi;
-  const struct {
-    const char* text;
-    double min, max, y;
-    int intervals;
-    std::vector<double> roots;
-  } kCases[] = {
-      {"a*sin(x)", 1, 10, 0, 200, {pi, 2 * pi, 3 * pi}},
-      {"a*sin(x)", 10, 1, 0, 200, {pi, 2 * pi, 3 * pi}},
-      {"a*x^2", -3, 3, 4, 200, {-2, 2}},
-      {"a*x^2", -1, 1, 0, 200, {0}},     // a double root on the end of a part
-      {"a*x^2", -1, 1.01, 0, 200, {}},   // and between ends
-      {"a*x", -1, 1, 1, 10, {1}},        // on the last end
-      {"a*x", -1, 1, -1, 10, {-1}},      // on the first
-      {"a*(x-1)^3", 0, 3, 0, 7, {1}},    //
-      {"a*exp(x)", 0, 1, -1, 200, {}},   // none
-      {"a/(x-0.3)", 0, 1, 0, 7, {0.3}},  // a pole passes for a root
-      {"a*ln(x)", -1, 3, 0, 200, {1}},   // the part below 0 has no value
-      {"a*x", 2, 2, 2, 200, {2}},        //
-      // On the last end, which -1 + (1e-17 + 1) misses, and where the sign changes across parts without a value.
-      {"a*x", -1, 1e-17, 1e-17, 7, {0}},
-      {"a*x*sqr(x^2-1)/sqr(x^2-1)", -2, 2, 0, 4, {-1}},
-      {"a*0+x*0+a", 0, 1, 1, 4, {0, 0.25, 0.5, 0.75, 1}},
-  };
-  for (const auto& c : kCases) {
-    const auto model = ModelOf<EqClass>(c.text, Line(), {1});
-    const std::vector<double> roots = model->GetRoots(c.min, c.max, c.y, c.intervals);
-    ASSERT_EQ(roots.size(), c.roots.size()) << c.text;
-    for (std::size_t i = 0; i < roots.size(); ++i) EXPECT_NEAR(roots[i], c.roots[i], 5e-15) << c.text;
+  for (const auto& row : TableRows("roots.txt", 6)) {
+    const auto model = ModelOf<EqClass>(row[0], Line(), {1});
+    const auto roots = model->GetRoots(Number(row[1]), Number(row[2]), Number(row[3]), std::stoi(row[4]));
+    const std::vector<double> expected = Numbers(row[5]);
+    ASSERT_EQ(roots.size(), expected.size()) << row[0];
+    for (std::size_t i = 0; i < roots.size(); ++i) EXPECT_NEAR(roots[i], expected[i], 5e-15) << row[0];
   }
 }
 

@@ -2,11 +2,8 @@
 
 #include <bit>
 #include <cfenv>
-#include <cmath>
 #include <cstdint>
 #include <limits>
-#include <string>
-#include <vector>
 
 #include "TableFile.h"
 #include "core/FaultFlags.h"

@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <string>
-
 #include "equation/Checked.h"
 
 namespace quorvex {

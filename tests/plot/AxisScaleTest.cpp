@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
+#include "TableFile.h"
 #include "core/NumericFault.h"
 #include "plot/AxisScale.h"
 #include "plot/StyledLines.h"
@@ -12,33 +12,13 @@ namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-// The rule in exact fractions (Python), which knows no rounding.
 TEST(NiceAxisLimits, TakesTheStepsOfTheRule) {
-  const struct {
-    double min, max;
-    AxisLimits limits;
-  } kCases[] = {
-      {0, 1, {0, 1, 10, false}},
-      {0, 2.1, {0, 2.5, 5, false}},
-      {0, 0, {-1, 1, 10, false}},
-      {7, 7, {6, 8, 10, false}},
-      {-3.3, 12.8, {-4, 14, 9, false}},
-      {0.0012, 0.0057, {0.001, 0.006, 10, false}},
-      {-0.7, 0.3, {-0.7, 0.3, 10, false}},
-      {1234567, 7654321, {1e6, 8e6, 7, false}},
-      {-1e-9, 3e-9, {-1e-9, 3e-9, 8, false}},
-      {99.5, 100.25, {99.5, 100.3, 8, false}},
-      {5.08, 81.78, {0, 90, 9, false}},
-      {10.07, 81.78, {10, 90, 8, false}},
-      {0.3, 9.9, {0, 10, 10, false}},
-      {-1e6, -1e3, {-1e6, 0, 10, false}},
-  };
-  for (const auto& c : kCases) {
-    const AxisLimits limits = NiceAxisLimits(c.min, c.max);
-    const double digits = 1e-15 * (std::abs(c.min) + std::abs(c.max));
-    EXPECT_NEAR(limits.Min, c.limits.Min, digits) << c.min << " to " << c.max;
-    EXPECT_NEAR(limits.Max, c.limits.Max, 4 * digits) << c.min << " to " << c.max;
-    EXPECT_EQ(limits.Ticks, c.limits.Ticks) << c.min << " to " << c.max;
+  for (const auto& row : TableRows("axis_limits.txt", 5)) {
+    const double min = Number(row[0]), max = Number(row[1]), digits = 1e-15 * (std::abs(min) + std::abs(max));
+    const AxisLimits limits = NiceAxisLimits(min, max);
+    EXPECT_NEAR(limits.Min, Number(row[2]), digits) << min << " to " << max;
+    EXPECT_NEAR(limits.Max, Number(row[3]), 4 * digits) << min << " to " << max;
+    EXPECT_EQ(limits.Ticks, Number(row[4])) << min << " to " << max;
   }
 }
 
@@ -63,23 +43,10 @@ TEST(NiceAxisLimits, RefusesWhatHasNoScale) {
 }
 
 TEST(RecomputeLogAxisLimits, TakesWholeDecades) {
-  const struct {
-    double min, max;
-    AxisLimits limits;
-  } kCases[] = {
-      {1, 1, {1e-1, 1, 1, true}},  // at least one
-      {1000, 1000, {1e2, 1e3, 1, true}},
-      {2, 500, {1, 1e3, 3, true}},
-      {0.001, 1000, {1e-3, 1e3, 6, true}},
-      {0.0999, 0.1, {1e-2, 1e-1, 1, true}},
-      {1e-12, 3e-5, {1e-12, 1e-4, 8, true}},
-      {10, 100, {1e1, 1e2, 1, true}},
-      {99.9, 100.1, {1e1, 1e3, 2, true}},
-      {5, 7, {1, 1e1, 1, true}},
-      {0, 1, {0, 1, 10, false}},  // not on a logarithmic axis
-      {-2, -1, {-2, -1, 10, false}},
-  };
-  for (const auto& c : kCases) EXPECT_EQ(RecomputeLogAxisLimits(c.min, c.max), c.limits) << c.min << " to " << c.max;
+  for (const auto& row : TableRows("axis_limits_logarithmic.txt", 6)) {
+    const AxisLimits limits{Number(row[2]), Number(row[3]), std::stoi(row[4]), row[5] == "log"};
+    EXPECT_EQ(RecomputeLogAxisLimits(Number(row[0]), Number(row[1])), limits) << row[0] << " to " << row[1];
+  }
   EXPECT_THROW(RecomputeLogAxisLimits(1, 1.5e308), NumericFault);
 }
 

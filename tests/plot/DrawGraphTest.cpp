@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "Golden.h"
 #include "plot/PageSetup.h"
 #include "plot/Plots.h"

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "plot/PlotModes.h"
 #include "plot/Plots.h"
 

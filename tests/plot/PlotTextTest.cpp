@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "RecordingSurface.h"
+#include "TableFile.h"
 #include "plot/PlotText.h"
 
 namespace quorvex {
 namespace {
 
-using Segments = std::vector<PlotTextSegment>;
-
-// At 12 points on 96 units to the inch the font is 16 high and its characters 8 wide; at 75 percent 12 and 6. A quarter
-// line is 4.
 const PlotFont kFont{"Arial", 12, false, false};
 
 PlotText Parse(std::string_view text) {
@@ -19,51 +16,20 @@ PlotText Parse(std::string_view text) {
   return parsed;
 }
 
+std::string Joined(const std::vector<int>& numbers) {
+  std::string text;
+  for (const int number : numbers) text += (text.empty() ? "" : ",") + std::to_string(number);
+  return text;
+}
+
 TEST(ParsePlotText, TakesCodesApartAndPlacesThePieces) {
-  const struct {
-    const char* text;
-    Segments segments;
-    DeviceExtent size;
-  } cases[] = {
-      {"", {}, {0, 0}},
-      {"plain", {{"plain", 0, 0, 0}}, {40, 16}},
-      {"\xC2\xB5~>2", {{"\xC2\xB5~>2", 0, 0, 0}}, {32, 16}},  // four characters, though five bytes: no code
-      {"m~>2~>", {{"m", 0, 0, 4}, {"2", 1, 8, 0}}, {14, 20}},
-      {"H~<2~<O", {{"H", 0, 0, 0}, {"2", 2, 8, 8}, {"O", 0, 14, 0}}, {22, 24}},
-      // Superscripts push the line down by 4, the subscript by 12; the height is 16 + 4 + 8.
-      {"a~>bb~>c~<d~<", {{"a", 0, 0, 4}, {"bb", 1, 8, 0}, {"c", 0, 20, 4}, {"d", 2, 28, 12}}, {34, 28}},
-      // Stacked: the second starts where the first did, and the wider one moves on what follows.
-      {"S~>abc~>~<x~<T", {{"S", 0, 0, 4}, {"abc", 1, 8, 0}, {"x", 2, 8, 12}, {"T", 0, 26, 4}}, {34, 28}},
-      {"S~<x~<~>abc~>T", {{"S", 0, 0, 4}, {"x", 2, 8, 12}, {"abc", 1, 8, 0}, {"T", 0, 26, 4}}, {34, 28}},
-      // Three in a stack: the third stands where the second did.
-      {"~>ab~>~<c~<~>def~>", {{"ab", 1, 0, 0}, {"c", 2, 0, 12}, {"def", 1, 0, 0}}, {18, 28}},
-      // Two of a kind follow each other.
-      {"~>a~>~>b~>", {{"a", 1, 0, 0}, {"b", 1, 6, 0}}, {12, 20}},
-      // Never closed: to the end.
-      {"cm~>-1", {{"cm", 0, 0, 4}, {"-1", 1, 16, 0}}, {28, 20}},
-      {"x~<sub~>y", {{"x", 0, 0, 0}, {"sub~>y", 2, 8, 8}}, {44, 24}},
-      // A tilde that is no code.
-      {"a~bcd", {{"a~bcd", 0, 0, 0}}, {40, 16}},
-      {"abcd~", {{"abcd~", 0, 0, 0}}, {40, 16}},
-      {"a~~>2~>", {{"a~", 0, 0, 4}, {"2", 1, 16, 0}}, {22, 20}},
-      // A code with nothing behind still makes room.
-      {"abcd~>", {{"abcd", 0, 0, 4}}, {32, 20}},
-      {"abcd~<", {{"abcd", 0, 0, 0}}, {32, 24}},
-      // A code right behind its twin opens anew.
-      {"~>~>ab", {{"ab", 1, 0, 0}}, {12, 20}},
-      // After a literal tilde at the second place, none in the first two places of the rest counts any more.
-      {"a~b~>x~>~>y", {{"a~b", 0, 0, 4}, {"x", 1, 24, 0}, {"~>y", 0, 30, 4}}, {54, 20}},
-      {"a~b~>x~>y~>z", {{"a~b", 0, 0, 4}, {"x", 1, 24, 0}, {"y~>z", 0, 30, 4}}, {62, 20}},
-      {"a~b~>x~>yz~>w", {{"a~b", 0, 0, 4}, {"x", 1, 24, 0}, {"yz", 0, 30, 4}, {"w", 1, 46, 0}}, {52, 20}},
-  };
-  for (const auto& c : cases) {
-    const PlotText parsed = Parse(c.text);
-    EXPECT_EQ(parsed.Size, c.size) << c.text << ": " << parsed.Size.cx << ", " << parsed.Size.cy;
-    ASSERT_EQ(parsed.Segments.size(), c.segments.size()) << c.text;
-    for (std::size_t i = 0; i < c.segments.size(); ++i) {
-      const PlotTextSegment& s = parsed.Segments[i];
-      EXPECT_EQ(s, c.segments[i]) << c.text << ": " << s.Text << ' ' << s.Kind << ' ' << s.X << ' ' << s.Y;
-    }
+  for (const auto& row : TableRows("plot_texts.txt", 3)) {
+    const PlotText parsed = Parse(row[0]);
+    std::string pieces;
+    for (const PlotTextSegment& s : parsed.Segments)
+      pieces += (pieces.empty() ? "" : "|") + s.Text + "@" + Joined({s.Kind, s.X, s.Y});
+    EXPECT_EQ(Joined({parsed.Size.cx, parsed.Size.cy}), row[1]) << row[0];
+    EXPECT_EQ(pieces, row[2]) << row[0];
   }
 }
 
