@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
-#include <map>
 #include <set>
-#include <vector>
 
 #include "TableFile.h"
 #include "core/NumberText.h"

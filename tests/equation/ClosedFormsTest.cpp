@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 #include <optional>
 #include <random>
-#include <vector>
 
 #include "TableFile.h"
 #include "core/FaultFlags.h"

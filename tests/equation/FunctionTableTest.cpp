@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <fstream>
-#include <map>
 #include <sstream>
-#include <string>
 
 #include "TableFile.h"
 #include "core/NumberText.h"

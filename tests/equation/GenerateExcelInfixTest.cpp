@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Golden.h"
+#include "TableFile.h"
 #include "equation/Compile.h"
 #include "equation/GenerateExcelInfix.h"
 #include "equation/IntrinsicFunctions.h"
@@ -31,27 +32,9 @@ TEST(GenerateExcelInfix, FitsACell) {
 }
 
 TEST(GenerateExcelInfix, WritesOperatorsAndOperands) {
-  const struct {
-    std::vector<std::string> Lines;
-    const char* Formula;
-  } cases[] = {
-      {{"a*x+b"}, "=((1.5 * B7) + -2E-20)"},
-      {{"-x^2"}, "=-((B7 ^ 2))"},
-      {{"x\\2-x mod 3/x"}, "=((QUOTIENT(B7,2)) - (MOD(B7,(3 / B7))))"},
-      {{"x=1"}, "=(B7 = 1)"},
-      {{"x<>1"}, "=(B7 <> 1)"},
-      {{"if(x<1,x>1,x<=1)"}, "=IF((B7 < 1),(B7 > 1),(B7 <= 1))"},
-      {{"not x>=1"}, "=NOT((B7 >= 1))"},
-      {{"x>1 and x<2"}, "=((B7 > 1) AND (B7 < 2))"},
-      {{"x>1 or x<2"}, "=((B7 > 1) OR(B7 < 2))"},
-      {{"f1+F1", "x-XMean"}, "=((B7 - 2.5) + (B7 - 2.5))"},
-      {{"pi*(1e-5)*x"}, "=((3.14159265358979 * 1E-05) * B7)"},
-      {{"x xor a"}, kUnsupported},
-      {{"x eqv a"}, kUnsupported},
-      {{"x imp a"}, kUnsupported},
-      {{"a*psi(x)+b"}, kUnsupported},
-  };
-  for (const auto& c : cases) EXPECT_EQ(Excel(Compile(c.Lines), {1.5, -2e-20}), c.Formula) << c.Lines[0];
+  for (const auto& row : TableRows("expressions_in_cells.txt", 2))
+    EXPECT_EQ(Excel(Compile(Split(row[0], '|')), {1.5, -2e-20}), row[1] == "unsupported" ? kUnsupported : row[1])
+        << row[0];
 }
 
 TEST(GenerateExcelInfix, KnowsEveryWord) {

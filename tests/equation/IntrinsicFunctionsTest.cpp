@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "equation/Checked.h"
 

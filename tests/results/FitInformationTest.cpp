@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
-
 #include "Golden.h"
 #include "NistSets.h"
 #include "Paths.h"

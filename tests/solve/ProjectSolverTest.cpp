@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "SolvableProject.h"
 #include "engine/LoadModelCatalog.h"
 
