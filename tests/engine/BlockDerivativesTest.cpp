@@ -2,9 +2,8 @@
 
 #include <bit>
 
-#include "engine/EqClass.h"
 #include "engine/LoadModelCatalog.h"
-#include "engine/MvClass.h"
+#include "engine/UserModel.h"
 #include "equation/BlockProgram.h"
 
 namespace quorvex {
@@ -69,11 +68,7 @@ const struct {
 
 TEST(DifferentiateBlock, GivesTheBitsOfThePointPath) {
   for (const auto& c : kModels) {
-    std::unique_ptr<ModelClass> model;
-    if (c.Several)
-      model = std::make_unique<MvClass>(LocaleText{});
-    else
-      model = std::make_unique<EqClass>(LocaleText{});
+    const std::unique_ptr<ModelClass> model = NewModelFor(c.Several ? 3 : 1, LocaleText());
     model->SetID(c.Lines[0], c.Lines);
     ASSERT_TRUE(model->IsValidEquation()) << c.Lines[0];
     for (int i = 1; i <= model->NumDependentVar(); ++i) model->SetValue(i, i == 3 ? 0.0 : 0.3 + 0.4 * i);

@@ -2,6 +2,7 @@
 
 #include "engine/DataClass.h"
 #include "engine/EqClass.h"
+#include "engine/Points.h"
 
 namespace quorvex {
 namespace {
@@ -36,12 +37,9 @@ TEST(DataClass, MakesErrorBarsOfDeviations) {
 }
 
 TEST(CopyDataTo, HandsOutTheTableOfAModelWhereverItLies) {
-  SolveData data;
-  data.X = {{1, 2, 4}};
-  data.Y = data.SD = data.sig = {1, 1, 1};
   EqClass model{LocaleText()};
   model.SetID("model", {"a*x"});
-  model.SetIC(data);
+  model.SetIC(Points({{1, 2, 4}}, {1, 1, 1}));
   EXPECT_TRUE(model.CopyDataTo().Y.empty());
   ASSERT_TRUE(model.GenerateTable({{}}));
   EXPECT_EQ(model.CopyDataTo().X[2], 4);

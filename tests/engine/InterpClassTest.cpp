@@ -1,16 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "engine/InterpClass.h"
+#include "engine/Points.h"
 
 namespace quorvex {
 namespace {
-
-SolveData Points(std::vector<double> x, std::vector<double> y) {
-  SolveData data;
-  data.X = {std::move(x)};
-  data.Y = std::move(y);
-  return data;
-}
 
 InterpClass Fitted(int kind, const SolveData& data) {
   InterpClass curve(kind);
@@ -28,7 +22,7 @@ double At(const InterpClass& curve, double x) {
 
 // The linear system of a natural spline, solved by mpmath at 50 digits.
 TEST(InterpClass, SplineAgreesWithTheExactNaturalSpline) {
-  const InterpClass curve = Fitted(kCubicSpline, Points({0, 1, 2.5, 3, 5}, {1, 2.5, 0, -1, 4}));
+  const InterpClass curve = Fitted(kCubicSpline, Points({{0, 1, 2.5, 3, 5}}, {1, 2.5, 0, -1, 4}));
   constexpr double kSecond[] = {0, -3.88571428571428571, 0.285714285714285714, 5.37142857142857143, 0};
   for (std::size_t i = 1; i <= 5; ++i) EXPECT_NEAR(curve.InputY2(i), kSecond[i - 1], 1e-14);
   constexpr struct {
@@ -48,7 +42,7 @@ TEST(InterpClass, PolynomialReproducesAPolynomial) {
   const auto cubic = [](double x) { return ((0.5 * x - 2) * x + 1) * x - 3; };
   std::vector<double> x = {-2, -1.5, 0, 0.25, 1, 3, 4}, y;
   for (const double v : x) y.push_back(cubic(v));
-  const InterpClass curve = Fitted(kPolynomial, Points(x, y));
+  const InterpClass curve = Fitted(kPolynomial, Points({x}, y));
   for (double v = -2; v <= 4; v += 0.125) EXPECT_NEAR(At(curve, v), cubic(v), 1e-12) << v;
 }
 
@@ -57,7 +51,7 @@ TEST(InterpClass, RationalReproducesARationalAndItsNodes) {
   const auto quotient = [](double x) { return (1 + x * (2 + x * (-1 + x / 2))) / (5 + x * x * (1 + x / 20)); };
   std::vector<double> x = {-2, -1, 0.5, 1, 2, 3, 4.5}, y;
   for (const double v : x) y.push_back(quotient(v));
-  const InterpClass curve = Fitted(kRationalFunction, Points(x, y));
+  const InterpClass curve = Fitted(kRationalFunction, Points({x}, y));
   for (double v = -2; v <= 4.5; v += 0.13) EXPECT_NEAR(At(curve, v), quotient(v), 1e-12) << v;
   for (std::size_t i = 0; i < x.size(); ++i) EXPECT_EQ(At(curve, x[i]), y[i]);
 }
@@ -88,7 +82,7 @@ TEST(InterpClass, TellsTheLogWhatCameOfIt) {
   for (const auto& c : kCases) {
     InterpClass curve(c.kind);
     std::string log;
-    EXPECT_EQ(curve.Fit(Points(c.x, c.x), log), c.solved);
+    EXPECT_EQ(curve.Fit(Points({c.x}, c.x), log), c.solved);
     EXPECT_EQ(curve.Solved, c.solved);
     const std::string end = c.solved ? " Interpolation Successful" : " Interpolation Failed.";
     EXPECT_EQ(log, "Beginning " + c.name + " Interpolation \r\n" + c.told + (c.solved ? "" : "Solution for ") + c.name +
@@ -96,27 +90,27 @@ TEST(InterpClass, TellsTheLogWhatCameOfIt) {
   }
   InterpClass unknown(7);
   std::string log;
-  EXPECT_TRUE(unknown.Fit(Points({1, 1}, {1, 1}), log) && unknown.Solved && log.empty());
+  EXPECT_TRUE(unknown.Fit(Points({{1, 1}}, {1, 1}), log) && unknown.Solved && log.empty());
 }
 
 TEST(InterpClass, FaultsOfAnOverflowAreLoggedByKind) {
   InterpClass curve(kCubicSpline);
   std::string log;
-  EXPECT_FALSE(curve.Fit(Points({0, 1, 2}, {1e308, -1e308, 1e308}), log));
+  EXPECT_FALSE(curve.Fit(Points({{0, 1, 2}}, {1e308, -1e308, 1e308}), log));
   EXPECT_EQ(log,
             "Beginning Cubic Splines Interpolation \r\n"
             "Solution for Cubic Spline Interpolation failed: Numberical Error\r\n");
 }
 
 TEST(InterpClass, MergesRunsOfEqualXToTheirMean) {
-  const InterpClass curve = Fitted(kPolynomial, Points({1, 2, 2, 2, 4}, {5, 1, 2, 6, -1}));
+  const InterpClass curve = Fitted(kPolynomial, Points({{1, 2, 2, 2, 4}}, {5, 1, 2, 6, -1}));
   EXPECT_EQ(curve.CopyInterpolationTableTo(), (InterpolationTable{{1, 2, 4}, {5, 3, -1}, {0, 0, 0}}));
   EXPECT_EQ(curve.InputYMax, 5);
   EXPECT_EQ(curve.InputYMin, -1);
 }
 
 TEST(InterpClass, HasNoValueOutsideItsInput) {
-  const InterpClass curve = Fitted(kCubicSpline, Points({1, 2, 4}, {1, 0, 3}));
+  const InterpClass curve = Fitted(kCubicSpline, Points({{1, 2, 4}}, {1, 0, 3}));
   EXPECT_EQ(At(curve, 4), 3);
   for (const double x : {0.999, 4.001, std::nan("")}) {
     double y = 0;
@@ -128,7 +122,7 @@ TEST(InterpClass, HasNoValueOutsideItsInput) {
 
 TEST(InterpClass, SaysWhereItCannotBeEvaluated) {
   // One series with a pole of the rational function at 1: (x + 1)/(x - 1).
-  const InterpClass pole = Fitted(kRationalFunction, Points({0, 2, 3}, {-1, 3, 2}));
+  const InterpClass pole = Fitted(kRationalFunction, Points({{0, 2, 3}}, {-1, 3, 2}));
   InterpClass tooLong(kPolynomial);  // as a file may give it
   std::vector<double> x;
   for (int i = 0; i < 11; ++i) x.push_back(i);
@@ -145,7 +139,7 @@ TEST(InterpClass, SaysWhereItCannotBeEvaluated) {
 }
 
 TEST(InterpClass, TabulatesItsInputOrARange) {
-  InterpClass curve = Fitted(kCubicSpline, Points({1, 2, 4}, {1, 0, 3}));
+  InterpClass curve = Fitted(kCubicSpline, Points({{1, 2, 4}}, {1, 0, 3}));
   ASSERT_TRUE(curve.GenerateTable({}));
   ASSERT_EQ(curve.NumTablePoints(), 3u);
   EXPECT_EQ(curve.XTableData(2), 2);
@@ -158,7 +152,7 @@ TEST(InterpClass, TabulatesItsInputOrARange) {
   ASSERT_EQ(curve.NumTablePoints(), 4u);
   EXPECT_EQ(curve.XTableData(1), 1);
   std::string log;
-  ASSERT_TRUE(curve.Fit(Points({1, 2, 4}, {1, 0, 4}), log));  // another curve has no table yet
+  ASSERT_TRUE(curve.Fit(Points({{1, 2, 4}}, {1, 0, 4}), log));  // another curve has no table yet
   EXPECT_EQ(curve.NumTablePoints(), 0u);
   ASSERT_TRUE(curve.GenerateTable({}));
   EXPECT_FALSE(curve.GenerateTable({.Min = 1, .Max = 4, .NumPoints = 1}));

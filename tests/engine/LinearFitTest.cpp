@@ -4,31 +4,18 @@
 
 #include "NistSets.h"
 #include "Paths.h"
-#include "engine/EqClass.h"
-#include "engine/MvClass.h"
+#include "engine/Points.h"
+#include "engine/UserModel.h"
 
 namespace quorvex {
 namespace {
 
 std::unique_ptr<ModelClass> BuiltIn(const std::string& ID) {
-  std::unique_ptr<ModelClass> model;
-  if (ID.find("x1") == std::string::npos)
-    model = std::make_unique<EqClass>(LocaleText{});
-  else
-    model = std::make_unique<MvClass>(LocaleText{});
+  std::unique_ptr<ModelClass> model = NewModelFor(ID.find("x1") == std::string::npos ? 1 : 2, LocaleText());
   model->SetID(ID, {ID});
   model->UserType = false;
   model->SolveType = 1;
   return model;
-}
-
-SolveData Points(std::vector<double> x, std::vector<double> y, std::vector<double> sig = {}) {
-  SolveData data;
-  data.X = {std::move(x)};
-  data.SD.assign(y.size(), 1.0);
-  data.sig = sig.empty() ? data.SD : std::move(sig);
-  data.Y = std::move(y);
-  return data;
 }
 
 std::string LogOfFit(ModelClass& model, const SolveData& data) {
@@ -42,29 +29,29 @@ std::string LogOfFit(ModelClass& model, const SolveData& data) {
 TEST(LinearFit, WritesItsAccount) {
   const auto line = BuiltIn("a*x+b");
   line->Ended = SearchEnd::Paused;  // of an earlier fit, by iterations
-  EXPECT_EQ(LogOfFit(*line, Points({1, 2, 3, 4}, {3, 5, 7, 9})).substr(0, 98),
+  EXPECT_EQ(LogOfFit(*line, Points({{1, 2, 3, 4}}, {3, 5, 7, 9})).substr(0, 98),
             "Beginning LS solution for model a*x+b\nBeginning singular value decomposition.\nSolution successful\n");
   EXPECT_TRUE(line->Solved && line->ErrorInfo);
   EXPECT_EQ(line->Ended, SearchEnd::Converged);
   EXPECT_NEAR(line->Values(1), 2, 1e-13);
 
-  EXPECT_EQ(LogOfFit(*BuiltIn("a*x+b"), Points({1, 2}, {3, 5})),
+  EXPECT_EQ(LogOfFit(*BuiltIn("a*x+b"), Points({{1, 2}}, {3, 5})),
             "Beginning LS solution for model a*x+b\nSolution failed: not enough data points\n\n");
   const auto user = BuiltIn("a*x+b");
   user->UserType = true;
-  EXPECT_EQ(LogOfFit(*user, Points({1, 2, 3}, {3, 5, 7})),
+  EXPECT_EQ(LogOfFit(*user, Points({{1, 2, 3}}, {3, 5, 7})),
             "Beginning LS solution for model a*x+b\nUser defined models require nonlinear solver\n"
             "Solution failed\n\n");
   // One distinct X, and an X where a term has no value.
   for (const auto& [ID, x] : {std::pair<std::string, std::vector<double>>{"a*x+b", {2, 2, 2}}, {"a+b/x", {0, 1, 2}}})
-    EXPECT_EQ(LogOfFit(*BuiltIn(ID), Points(x, {3, 5, 7})), "Beginning LS solution for model " + ID +
-                                                                "\nBeginning singular value decomposition.\n"
-                                                                "Solution failed: Numerical Error\n\n");
+    EXPECT_EQ(LogOfFit(*BuiltIn(ID), Points({x}, {3, 5, 7})), "Beginning LS solution for model " + ID +
+                                                                  "\nBeginning singular value decomposition.\n"
+                                                                  "Solution failed: Numerical Error\n\n");
 }
 
 TEST(LinearFit, GivesAnAlmostSingularDesignLargeCoefficients) {
   const auto line = BuiltIn("a*x+b");
-  LogOfFit(*line, Points({1, 1 + 1e-14, 1}, {1, 2, 1}));
+  LogOfFit(*line, Points({{1, 1 + 1e-14, 1}}, {1, 2, 1}));
   EXPECT_TRUE(line->Solved);
   EXPECT_GT(std::abs(line->Values(1)), 1e12);
 }
@@ -72,7 +59,7 @@ TEST(LinearFit, GivesAnAlmostSingularDesignLargeCoefficients) {
 // The covariance is that of the textbook's closed form, and a row of weight 4 counts as four rows of weight 1.
 TEST(LinearFit, GivesTheCovarianceOfTheWeightedDesign) {
   for (const SolveData& data :
-       {Points({1, 2, 3}, {1, 4, 4}, {1, 4, 1}), Points({1, 2, 2, 2, 2, 3}, {1, 4, 4, 4, 4, 4})}) {
+       {Points({{1, 2, 3}}, {1, 4, 4}, {1, 4, 1}), Points({{1, 2, 2, 2, 2, 3}}, {1, 4, 4, 4, 4, 4})}) {
     const auto line = BuiltIn("a*x+b");
     LogOfFit(*line, data);
     EXPECT_NEAR(line->Covariance(1), 0.5, 1e-13);  // 1 / sum of (x - mean)^2

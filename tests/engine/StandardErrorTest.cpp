@@ -6,9 +6,8 @@
 #include <random>
 
 #include "core/NumberText.h"
-#include "engine/EqClass.h"
-#include "engine/MvClass.h"
 #include "engine/ReferenceSolution.h"
+#include "engine/UserModel.h"
 
 namespace quorvex {
 namespace {
@@ -68,13 +67,8 @@ TEST(StandardError, KeepsSixDigitsInCalendarYears) {
     SCOPED_TRACE(std::string(c.Formula) + " " + std::to_string(static_cast<int>(c.By)));
     SolveData data = Readings(c.Weighted);
     const bool several = std::string_view(c.Formula).find("x2") != std::string_view::npos;
-    std::unique_ptr<ModelClass> model;
-    if (several) {
-      model = std::make_unique<MvClass>(LocaleText{});
-    } else {
-      data.X.resize(1);
-      model = std::make_unique<EqClass>(LocaleText{});
-    }
+    if (!several) data.X.resize(1);
+    const std::unique_ptr<ModelClass> model = NewModelFor(data.X.size(), LocaleText());
     model->SetID(c.Formula, {c.Formula});
     ASSERT_TRUE(model->IsValidEquation());
     if (c.By == Road::Linear || c.By == Road::BuiltIn) model->UserType = false;

@@ -3,6 +3,7 @@
 #include "TemporaryFolder.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
+#include "engine/UserModel.h"
 #include "engine/WriteFunction.h"
 #include "equation/Catalogue.h"
 #include "equation/CodeLibrary.h"
@@ -54,8 +55,7 @@ TEST(ModelText, RendersBothKindsOfModel) {
 TEST(ModelText, CoversTheCatalogues) {
   for (int variables = 1; variables <= 20; ++variables) {
     for (const CatalogueModel& row : Catalogue(variables)) {
-      std::unique_ptr<ModelClass> model = std::make_unique<EqClass>(LocaleText());
-      if (variables > 1) model = std::make_unique<MvClass>(LocaleText());
+      const auto model = NewModelFor(static_cast<std::size_t>(variables), LocaleText());
       model->SetID(row.ID, {row.Definition});
       EXPECT_EQ(model->GenerateTextInfix(1, 0).substr(0, 4), "Y = ") << row.ID;
       EXPECT_TRUE(model->GenerateExcelInfix("A1", true)) << row.ID;

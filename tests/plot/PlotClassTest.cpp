@@ -104,12 +104,8 @@ TEST(CreateGraph, TakesItsLimitsFromWhatIsDisplayed) {
 
 TEST(CreateGraph, MakesTheTablesOfCurves) {
   InterpClass spline;
-  SolveData points;
-  points.X = {{1, 2, 4}};
-  points.Y = {1, 0, 3};
-  points.SD = points.sig = {1, 1, 1};
   std::string log;
-  ASSERT_TRUE(spline.Fit(points, log));
+  ASSERT_TRUE(spline.Fit(Points({{1, 2, 4}}, {1, 0, 3}), log));
   PlotClass plot = BarePlot();
   plot.PlotData.emplace_back(spline);
   plot.PlotData.emplace_back(Curve("a*x", {2}));

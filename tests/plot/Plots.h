@@ -6,6 +6,7 @@
 
 #include "RecordingPrompter.h"
 #include "engine/EqClass.h"
+#include "engine/Points.h"
 #include "plot/PlotClass.h"
 #include "plot/RecordingSurface.h"
 
@@ -22,13 +23,10 @@ inline PlotSeries PointSeries(std::vector<double> x, std::vector<double> y, cons
 
 // A model with given coefficients and the input x = 1 to 9, y = x.
 inline std::unique_ptr<ModelClass> Curve(const std::string& text, const std::vector<double>& values) {
-  SolveData data;
-  data.X = {{1, 2, 3, 4, 5, 6, 7, 8, 9}};
-  data.Y = data.X[0];
-  data.SD = data.sig = std::vector<double>(9, 1.0);
+  const std::vector<double> x = {1, 2, 3, 4, 5, 6, 7, 8, 9};
   auto model = std::make_unique<EqClass>(LocaleText());
   model->SetID("model", {text});
-  model->SetIC(data);
+  model->SetIC(Points({x}, x));
   for (std::size_t i = 0; i < values.size(); ++i) model->SetValue(static_cast<int>(i) + 1, values[i]);
   return model;
 }
