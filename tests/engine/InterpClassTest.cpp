@@ -25,17 +25,15 @@ TEST(InterpClass, SplineAgreesWithTheExactNaturalSpline) {
   const InterpClass curve = Fitted(kCubicSpline, Points({{0, 1, 2.5, 3, 5}}, {1, 2.5, 0, -1, 4}));
   constexpr double kSecond[] = {0, -3.88571428571428571, 0.285714285714285714, 5.37142857142857143, 0};
   for (std::size_t i = 1; i <= 5; ++i) EXPECT_NEAR(curve.InputY2(i), kSecond[i - 1], 1e-14);
-  constexpr struct {
-    double x, y;
-  } kCases[] = {{0, 1},
-                {0.3, 1.6268},
-                {1, 2.5},
-                {1.7, 1.85031111111111111},
-                {2.6, -0.2464},
-                {4.1, 0.464885714285714286},
-                {4.999, 3.99570952425714286},
-                {5, 4}};
-  for (const auto& c : kCases) EXPECT_NEAR(At(curve, c.x), c.y, 4e-15) << c.x;
+  constexpr std::pair<double, double> kCases[] = {{0, 1},
+                                                  {0.3, 1.6268},
+                                                  {1, 2.5},
+                                                  {1.7, 1.85031111111111111},
+                                                  {2.6, -0.2464},
+                                                  {4.1, 0.464885714285714286},
+                                                  {4.999, 3.99570952425714286},
+                                                  {5, 4}};
+  for (const auto& [x, y] : kCases) EXPECT_NEAR(At(curve, x), y, 4e-15) << x;
 }
 
 TEST(InterpClass, PolynomialReproducesAPolynomial) {
