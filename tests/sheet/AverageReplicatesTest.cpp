@@ -11,19 +11,18 @@ TEST(AverageReplicates, MergesEachSetIntoItsFirstRow) {
     std::size_t Variables;
     const char *Before, *After, *Said;
   } cases[] = {
-      {1, "2 1 a\n1 5 b\n2 2 c\n3 7 d\n2 6 e\n", "2 3 a\n1 5 b\n3 7 d\n", "inform: 1 replicate  found."},
-      {1, "1 0.1 -\n2 4 -\n1 0.1 -\n2 6 -\n1 0.1 -\n", "1 0.1 -\n2 5 -\n", "inform: 2 replicates found."},
-      {2, "1 2 3 -\n2 1 4 -\n1 2 5 -\n1 3 6 -\n", "1 2 4 -\n2 1 4 -\n1 3 6 -\n", "inform: 1 replicate  found."},
+      {1, "2 1 a\n1 5 b\n2 2 c\n3 7 d\n2 6 e\n", "2 3 a\n1 5 b\n3 7 d\n", "1 replicate  found."},
+      {1, "1 0.1 -\n2 4 -\n1 0.1 -\n2 6 -\n1 0.1 -\n", "1 0.1 -\n2 5 -\n", "2 replicates found."},
+      {2, "1 2 3 -\n2 1 4 -\n1 2 5 -\n1 3 6 -\n", "1 2 4 -\n2 1 4 -\n1 3 6 -\n", "1 replicate  found."},
       // A missing Y counts for nothing; rows without all X are nobody's replicates, whatever they hold.
-      {1, "1 - -\n- 2 -\n1 8 -\n- 2 -\nt 3 -\nt 4 -\n", "1 8 -\n- 2 -\n- 2 -\nt 3 -\nt 4 -\n",
-       "inform: 1 replicate  found."},
-      {1, "1 - -\n1 - -\n0 9 -\n0 11 -\n", "1 - -\n0 10 -\n", "inform: 2 replicates found."},
+      {1, "1 - -\n- 2 -\n1 8 -\n- 2 -\nt 3 -\nt 4 -\n", "1 8 -\n- 2 -\n- 2 -\nt 3 -\nt 4 -\n", "1 replicate  found."},
+      {1, "1 - -\n1 - -\n0 9 -\n0 11 -\n", "1 - -\n0 10 -\n", "2 replicates found."},
   };
   for (const auto& c : cases) {
     EditedSheet sheet(c.Before, c.Variables, true);
     EXPECT_TRUE(AverageReplicates(sheet.WithAll()));
     EXPECT_EQ(sheet.Cells(), c.After);
-    EXPECT_EQ(sheet.User.Said, std::vector<std::string>{c.Said});
+    EXPECT_EQ(sheet.User.Said, std::vector<std::string>{std::string("inform: ") + c.Said});
     EXPECT_EQ(sheet.WhenRemembered, c.Before);
     ASSERT_EQ(sheet.Undo.size(), 1u);
     EXPECT_EQ(sheet.Undo[0].first, "&Undo Average Replicates");

@@ -30,29 +30,25 @@ DataSweep Sweep(SweepMethod method) {
 }
 
 TEST(DataSweep, FillsTheRowsByEachMethod) {
+  using enum SweepMethod;
   struct Case {
     SweepMethod Method;
     std::function<void(DataSweep&)> Change;
     const char *After, *Label, *Said;
   };
   const Case cases[] = {
-      {SweepMethod::Constant, [](DataSweep&) {}, "0 7\n2 7\n- 7\n4 7\n", "&Undo Sweep Constant in Y", ""},
-      {SweepMethod::Constant, [](DataSweep& s) { s.SelRow1 = s.SelRow2 = " 2 "; }, "0 10\n2 7\n- 30\n4 40\n",
-       "&Undo Sweep Constant in Y", ""},
-      {SweepMethod::Linear, [](DataSweep& s) { s.SelRow1 = "3"; }, "0 10\n2 20\n- 1\n4 1.5\n",
-       "&Undo Sweep Linear in Y", ""},
-      {SweepMethod::Linear, [](DataSweep& s) { s.SelCol = 1, s.LinIncrement = "-1"; }, "1 10\n0 20\n-1 30\n-2 40\n",
-       "&Undo Sweep Linear in X", ""},
-      {SweepMethod::Function, [](DataSweep&) {}, "0 -1\n2 -\n- 1\n4 0.5\n", "&Undo Sweep Function in Y", kLeftBlank},
-      {SweepMethod::Function, [](DataSweep& s) { s.FuncText = "X^2"; }, "0 1\n2 0\n- 1\n4 4\n",
-       "&Undo Sweep Function in Y", ""},
+      {Constant, [](DataSweep&) {}, "0 7\n2 7\n- 7\n4 7\n", "Constant in Y", ""},
+      {Constant, [](DataSweep& s) { s.SelRow1 = s.SelRow2 = " 2 "; }, "0 10\n2 7\n- 30\n4 40\n", "Constant in Y", ""},
+      {Linear, [](DataSweep& s) { s.SelRow1 = "3"; }, "0 10\n2 20\n- 1\n4 1.5\n", "Linear in Y", ""},
+      {Linear, [](DataSweep& s) { s.SelCol = 1, s.LinIncrement = "-1"; }, "1 10\n0 20\n-1 30\n-2 40\n", "Linear in X",
+       ""},
+      {Function, [](DataSweep&) {}, "0 -1\n2 -\n- 1\n4 0.5\n", "Function in Y", kLeftBlank},
+      {Function, [](DataSweep& s) { s.FuncText = "X^2"; }, "0 1\n2 0\n- 1\n4 4\n", "Function in Y", ""},
       // A missing X is no fault of the evaluation.
-      {SweepMethod::ColumnFunction, [](DataSweep& s) { s.SelRow1 = "2"; }, "0 10\n2 0.5\n- -\n4 0.25\n",
-       "&Undo Sweep Function in Y", ""},
-      {SweepMethod::ColumnFunction, [](DataSweep&) {}, "0 -\n2 0.5\n- -\n4 0.25\n", "&Undo Sweep Function in Y",
-       kLeftBlank},
-      {SweepMethod::ColumnFunction, [](DataSweep& s) { s.ColumnText = "2", s.ColumnFunc = "x+1"; },
-       "0 11\n2 21\n- 31\n4 41\n", "&Undo Sweep Function in Y", ""},
+      {ColumnFunction, [](DataSweep& s) { s.SelRow1 = "2"; }, "0 10\n2 0.5\n- -\n4 0.25\n", "Function in Y", ""},
+      {ColumnFunction, [](DataSweep&) {}, "0 -\n2 0.5\n- -\n4 0.25\n", "Function in Y", kLeftBlank},
+      {ColumnFunction, [](DataSweep& s) { s.ColumnText = "2", s.ColumnFunc = "x+1"; }, "0 11\n2 21\n- 31\n4 41\n",
+       "Function in Y", ""},
   };
   for (const Case& c : cases) {
     EditedSheet sheet(kBefore);
@@ -61,11 +57,9 @@ TEST(DataSweep, FillsTheRowsByEachMethod) {
     ASSERT_TRUE(sweep.Apply(sheet.WithAll())) << sheet.User.Last();
     EXPECT_EQ(sheet.Cells(), c.After) << c.Label;
     EXPECT_EQ(sheet.WhenRemembered, kBefore);
-    ASSERT_EQ(sheet.Undo.size(), 1u);
-    EXPECT_EQ(sheet.Undo[0].first, c.Label);
     const auto number = [](const std::string& text) { return static_cast<std::size_t>(*NumericText(text)); };
-    EXPECT_EQ(sheet.Undo[0].second,
-              (CellRange{number(sweep.SelRow1), sweep.SelCol, number(sweep.SelRow2), sweep.SelCol}));
+    const CellRange filled{number(sweep.SelRow1), sweep.SelCol, number(sweep.SelRow2), sweep.SelCol};
+    EXPECT_EQ(sheet.Undo, (Snapshots{{std::string("&Undo Sweep ") + c.Label, filled}}));
     EXPECT_EQ(sheet.User.Last(), c.Said);
     EXPECT_LE(sheet.User.Said.size(), 1u);
   }

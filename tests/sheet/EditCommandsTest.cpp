@@ -13,7 +13,7 @@ namespace {
 using Command = std::function<bool(const SheetEdit&, Clipboard&)>;
 using Said = std::vector<std::string>;
 
-const Command kPasteRotated = [](const SheetEdit& edit, Clipboard& board) {
+const Command kRotated = [](const SheetEdit& edit, Clipboard& board) {
   return PasteSpecial(edit, board.Text(), CellOrder::Rotated);
 };
 const Command kPasteSpecial = [](const SheetEdit& edit, Clipboard& board) {
@@ -31,6 +31,7 @@ const Command kIncomplete = [](const SheetEdit& edit, Clipboard&) { return Delet
 const Command kClearGrid = [](const SheetEdit& edit, Clipboard&) { return ClearGrid(edit); };
 
 constexpr std::size_t kEnd = kMostSheetRows;
+constexpr CellRange kCorner{1, 1, 1, 1};
 
 TEST(EditCommands, RefuseSeveralRangesEachByItsName) {
   const struct {
@@ -76,27 +77,15 @@ TEST(EditCommands, ChangeTheSheetUnderTheirLabels) {
       {EditPaste, "1 2\n3 4\n5 6", {2, 1, 2, 1}, "7\t\n\t8\n", "1 2\n7 -\n- 8\n", "Paste", {2, 1, 3, 2}},
       // The third column and what is selected below the corner have no part in it; a text stays one, a date is days.
       {EditPaste, "1 2", {1, 2, 9, 2}, "x\t5\r\n2000-01-01\t5", "1 x\n- 36526\n", "Paste", {1, 2, 2, 2}},
-      {kPasteRotated, "1 2", {1, 1, 1, 1}, "7\t8\t9\n-\t\t3\n", "7 -\n8 -\n9 3\n", "Paste Rotated", {1, 1, 3, 2}},
-      {kPasteRotated,
-       "1 2\n3 4\n5 6",
-       {1, 2, 1, 2},
-       "7\t8\n1\t2\t3\n",
-       "1 7\n3 8\n5 6\n",
-       "Paste Rotated",
-       {1, 2, 2, 2}},
+      {kRotated, "1 2", kCorner, "7\t8\t9\n-\t\t3\n", "7 -\n8 -\n9 3\n", "Paste Rotated", {1, 1, 3, 2}},
+      {kRotated, "1 2\n3 4\n5 6", {1, 2, 1, 2}, "7\t8\n1\t2\t3\n", "1 7\n3 8\n5 6\n", "Paste Rotated", {1, 2, 2, 2}},
       {kPasteSpecial, "1 2", {2, 1, 2, 1}, "3\t4\t5\n", "1 2\n3 4\n", "Paste Special", {2, 1, 2, 2}},
       {kClear, "1 2\nt 4", {1, 1, kEnd, 1}, "", "- 2\n- 4\n", "Clear Selection", {1, 1, kEnd, 1}},
       {kInsert, "1 2\n3 4", {2, 2, 3, 2}, "", "1 2\n- -\n- -\n3 4\n", "Insert Row(s)", {2, 2, 3, 2}},
       {kDelete, "1 2\n3 4\n5 6", {1, 2, 2, 2}, "", "5 6\n", "Delete Selection", {1, 2, 2, 2}},
       {kDelete, "1 2\n3 4", {2, 1, kEnd, 1}, "", "1 2\n", "Delete Selection", {2, 1, 2, 1}},
-      {kIncomplete,
-       "1 2\n- 4\n5 -\n- -\nt 6",
-       {1, 1, 1, 1},
-       "",
-       "1 2\n- -\nt 6\n",
-       "Delete Incomplete Rows",
-       {1, 1, 5, 2}},
-      {kClearGrid, "1 2\nt 4", {1, 1, 1, 1}, "", "", "Clear Sheet", {1, 1, 2, 2}},
+      {kIncomplete, "1 2\n- 4\n5 -\n- -\nt 6", kCorner, "", "1 2\n- -\nt 6\n", "Delete Incomplete Rows", {1, 1, 5, 2}},
+      {kClearGrid, "1 2\nt 4", kCorner, "", "", "Clear Sheet", {1, 1, 2, 2}},
   };
   for (const auto& c : kCases) {
     EditedSheet sheet(c.before);
@@ -120,15 +109,12 @@ TEST(EditCommands, LeaveTheSheetAloneWhereThereIsNothingToDo) {
     const char* clipboard;
     Said said;
   } kCases[] = {
-      {EditPaste, {1, 1, 1, 1}, "", {}},
+      {EditPaste, kCorner, "", {}},
       {EditPaste, {1, 3, 1, 3}, "5", {}},
       {kDelete, {3, 1, 9, 1}, "", {}},
-      {kIncomplete, {1, 1, 1, 1}, "", {"inform: There were no incomplete rows to delete."}},
+      {kIncomplete, kCorner, "", {"inform: There were no incomplete rows to delete."}},
       {kInsert, {1, 1, 65'534, 1}, "", {full}},
-      {kClearGrid,
-       {1, 1, 1, 1},
-       "",
-       {"ask: This operation will clear all existing data. \r\nDo you want to continue?"}},
+      {kClearGrid, kCorner, "", {"ask: This operation will clear all existing data. \r\nDo you want to continue?"}},
   };
   for (const auto& c : kCases) {
     EditedSheet sheet("1 2\n3 4");
@@ -174,7 +160,7 @@ TEST(EditCopy, WritesWhatPasteReadsBackInTheLocale) {
   EXPECT_TRUE(kCopyRotated(sheet.With({{1, 1, 3, 2}}), board));
   EXPECT_EQ(board.Held, "0,1\ttext\t0,3333333333333333\r\n-1E-300\t\t7\r\n");
   sheet.Sheet.Cells = GridCells();
-  EXPECT_TRUE(kPasteRotated(sheet.With({{1, 1, 1, 1}}), board));
+  EXPECT_TRUE(kRotated(sheet.With({{1, 1, 1, 1}}), board));
   EXPECT_EQ(sheet.Cells(), cells);
   EXPECT_EQ(sheet.Sheet.Cells.GridCellNumber(3, 1), third);
 }
