@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "NistSets.h"
-#include "Paths.h"
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "analysis/DataStat.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "NistSets.h"
-#include "Paths.h"
 #include "engine/Points.h"
 #include "engine/UserModel.h"
 

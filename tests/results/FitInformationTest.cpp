@@ -2,7 +2,6 @@
 
 #include "Golden.h"
 #include "NistSets.h"
-#include "Paths.h"
 #include "core/NumberText.h"
 #include "results/FitInformation.h"
 #include "results/SolvedProject.h"
