@@ -27,10 +27,12 @@ struct Field {
 // Takes the field at the start of `rest`.
 Field TakeField(std::string_view& rest) {
   Field field;
-  const std::size_t equals = std::min(rest.find('='), rest.size() - 1);
-  field.Key = Trim(rest.substr(0, equals));
-  field.Start = rest.substr(0, equals + 1);
-  rest.remove_prefix(equals + 1);
+  // A field without "=" is all key: its end must not hide the key of the next one, which may be a password's.
+  const std::size_t keyEnd = std::min(rest.find_first_of("=;"), rest.size());
+  const bool hasValue = keyEnd < rest.size() && rest[keyEnd] == '=';
+  field.Key = Trim(rest.substr(0, keyEnd));
+  field.Start = rest.substr(0, keyEnd + (hasValue ? 1 : 0));
+  rest.remove_prefix(field.Start.size());
   std::size_t at = std::min(rest.find_first_not_of(' '), rest.size());
   if (at < rest.size() && rest[at] == '{') {
     for (++at; at < rest.size(); field.Value += rest[at++])
@@ -81,7 +83,8 @@ std::string MaskPassword(std::string_view connectString) {
   std::string masked;
   while (!connectString.empty()) {
     const Field field = TakeField(connectString);
-    const bool secret = EqualNoCase(field.Key, "Pwd") || EqualNoCase(field.Key, "Password");
+    const bool secret =
+        field.Start.ends_with('=') && (EqualNoCase(field.Key, "Pwd") || EqualNoCase(field.Key, "Password"));
     masked.append(field.Start).append(secret ? "***" : field.Text).append(field.End);
   }
   return masked;

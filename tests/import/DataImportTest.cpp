@@ -506,6 +506,7 @@ TEST(ConnectString, TakesUserAndPasswordAndIsCalledWithoutThem) {
        "Driver={PostgreSQL Unicode};Pwd={x;DSN=y};Server = box", "box"},
       {"Driver={a}}b;c} ;Pwd=x", "", "", "Driver={a}}b;c} ;Pwd=x", "a}b;c"},
       {"secret", "", "", "secret", "database"},
+      {"Trusted;DSN=lab", "", "", "Trusted;DSN=lab", "lab"},
       {"Driver={open", "", "", "Driver={open", "open"},
       {"", "me", "", "Uid=me", "database"},
       {" Driver = {a} ; password = x;Server=s; PWD={y;z}}}", "", "",
@@ -529,6 +530,7 @@ TEST(MaskPassword, LeavesTheRestAsItIs) {
        " Driver = {a;Pwd=b} ; password =***;Server=s; PWD=***;Uid=u;"},
       {"Pwd={open;DSN=x", "Pwd=***"},
       {"Pwd", "Pwd"},
+      {"lab; Pwd=simple;Trusted;Password=x", "lab; Pwd=***;Trusted;Password=***"},
       {"", ""},
   };
   for (const auto& c : kCases) EXPECT_EQ(MaskPassword(c.connect), c.shown);

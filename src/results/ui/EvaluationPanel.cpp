@@ -84,6 +84,7 @@ QWidget* EvaluationPanel::EntryBox() {
 
   auto* scroll = new QScrollArea(box);  // there may be twenty variables
   scroll->setObjectName("variables");
+  scroll->setAccessibleName("Variables");
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
   auto* variables = new QWidget(scroll);
