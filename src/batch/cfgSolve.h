@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "solve/SolveProgress.h"
+#include "engine/SolveProgress.h"
 
 namespace quorvex {
 

@@ -70,7 +70,7 @@ int WriteUserModels(const std::string& fileName, std::size_t numIV, const ModelC
   const Head head{std::string(kFileVersion), "Independentvariables = " + std::to_string(numIV)};
   ListHead(io, head);
   for (const auto& model : models)
-    if (model->UserType) WriteUserModel(io, *model, false);
+    if (model->UserType) WriteUserModel(io, *model, ModelHome::ModelFile);
   io.Mark(kEndEquations);
   return SaveFile(fileName, io.Text());
 }

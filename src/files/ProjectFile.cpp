@@ -48,7 +48,7 @@ std::optional<Project> Announced(const Header& header, const LocaleText& locale)
 
 void ListUserModels(RecordWriter& io, const Project& project) {
   for (const auto& model : project.Models)
-    if (model->UserType) WriteUserModel(io, *model, true);
+    if (model->UserType) WriteUserModel(io, *model, ModelHome::Project);
 }
 
 // A model that does not compile, or has the ID of another, is left out.

@@ -31,15 +31,15 @@ namespace quorvex {
 // Fields that are not stored as what they are.
 template <typename Text>
 struct ModelText {  // a text of a model: in the locale's form in the program, with "." and "," in the file
-  Text& Of;
+  Text& Field;
 };
 template <typename Integer>
 struct RealForm {  // a whole number that is written as a real one, "1E+05"
-  Integer& Of;
+  Integer& Field;
 };
 template <typename Text>
 struct Trimmed {  // a text that is written without the blanks around it
-  Text& Of;
+  Text& Field;
 };
 template <typename Text>
 ModelText(Text&) -> ModelText<Text>;
@@ -111,15 +111,15 @@ class RecordWriter {
   }
   template <typename Text>
   void Put(const ModelText<Text>& field) {
-    out_.Field(EncodeLocaleText(field.Of, locale_));
+    out_.Field(EncodeLocaleText(field.Field, locale_));
   }
   template <typename Integer>
   void Put(const RealForm<Integer>& field) {
-    out_.Field(static_cast<double>(field.Of));
+    out_.Field(static_cast<double>(field.Field));
   }
   template <typename Text>
   void Put(const Trimmed<Text>& field) {
-    out_.Field(Trim(field.Of));
+    out_.Field(Trim(field.Field));
   }
 
   const LocaleText locale_;
@@ -194,9 +194,9 @@ class RecordReader {
   void Take(const std::span<double>& fields) {
     for (double& field : fields) Take(field);
   }
-  void Take(const ModelText<std::string>& field) { field.Of = DecodeLocaleText(in_.Text(), locale_); }
-  void Take(const RealForm<std::int32_t>& field) { Take(field.Of); }
-  void Take(const Trimmed<std::string>& field) { Take(field.Of); }
+  void Take(const ModelText<std::string>& field) { field.Field = DecodeLocaleText(in_.Text(), locale_); }
+  void Take(const RealForm<std::int32_t>& field) { Take(field.Field); }
+  void Take(const Trimmed<std::string>& field) { Take(field.Field); }
 
   FieldReader& in_;
   const int version_;

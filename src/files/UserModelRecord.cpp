@@ -21,9 +21,9 @@ void ListFields(Io& io, Model& model, Texts& description) {
   for (auto& coefficient : model.Coefficients) io.Since(kFirstWithDerivatives, ModelText{coefficient.Derivative});
 }
 
-std::vector<std::string> DescriptionTexts(const ModelClass& model, bool inProject) {
-  std::string description(inProject ? model.Description : Trim(model.Description));
-  if (!inProject && description.empty()) return {};
+std::vector<std::string> DescriptionTexts(const ModelClass& model, ModelHome home) {
+  std::string description(home == ModelHome::Project ? model.Description : Trim(model.Description));
+  if (home == ModelHome::ModelFile && description.empty()) return {};
   if (description == kEndDescription) description += ' ';  // or the reader would take it for the end
   return {std::move(description)};
 }
@@ -43,10 +43,10 @@ std::vector<std::string> FunctionLines(const ModelClass& model) {
   return lines;
 }
 
-void WriteUserModel(RecordWriter& io, const ModelClass& model, bool inProject) {
+void WriteUserModel(RecordWriter& io, const ModelClass& model, ModelHome home) {
   UserModelDefinition definition = DefinitionOf(model);
   definition.FunctionList.resize(kMostFunctionLines);
-  const std::vector<std::string> description = DescriptionTexts(model, inProject);
+  const std::vector<std::string> description = DescriptionTexts(model, home);
   ListFields(io, std::as_const(definition), description);
 }
 

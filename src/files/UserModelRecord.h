@@ -12,7 +12,8 @@ std::vector<std::string> FunctionLines(const ModelClass& model);
 
 // A user-defined model as project files and model files hold it. A project has the description as it is; a model file
 // has it without the blanks around it, and no field for an empty one.
-void WriteUserModel(RecordWriter& io, const ModelClass& model, bool inProject);
+enum class ModelHome { Project, ModelFile };
+void WriteUserModel(RecordWriter& io, const ModelClass& model, ModelHome home);
 
 // Reads such a record. Without derivative texts in the file each is "Numerical".
 UserModelDefinition ReadUserModel(RecordReader& io);

@@ -5,7 +5,7 @@
 
 #include "core/Prompter.h"
 #include "core/Settings.h"
-#include "solve/SolveProgress.h"
+#include "engine/SolveProgress.h"
 #include "solve/SolvedList.h"
 
 namespace quorvex {

@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <array>
 
-#include "solve/SolveProgress.h"
+#include "engine/SolveProgress.h"
 
 class QLabel;
 class QProgressBar;
