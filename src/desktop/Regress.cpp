@@ -12,6 +12,7 @@
 #include <QRadioButton>
 #include <algorithm>
 
+#include "core/ui/Controls.h"
 #include "desktop/quorvexWindow.h"
 #include "files/ui/usereq.h"
 #include "results/ui/reginit.h"
@@ -19,12 +20,6 @@
 
 namespace quorvex {
 namespace {
-
-template <class Widget>
-Widget* Named(Widget* widget, const char* name) {
-  widget->setObjectName(name);
-  return widget;
-}
 
 class Regress : public QDialog {
  public:
@@ -91,11 +86,6 @@ void Regress::LayOut() {
   kinds->addStretch();
   rows->addLayout(kinds);
 
-  const auto label = [this](const QString& text, QWidget* buddy) {
-    auto* made = new QLabel(text, this);
-    made->setBuddy(buddy);
-    return made;
-  };
   const int character = fontMetrics().averageCharWidth();
   eq_list->setAccessibleName("Model");
   eq_list->setMinimumSize(44 * character, 16 * fontMetrics().height());
@@ -110,9 +100,9 @@ void Regress::LayOut() {
     text->setMargin(3);
   }
   auto* grid = new QGridLayout;
-  grid->addWidget(label("M&odel:", eq_list), 0, 0);
+  grid->addWidget(LabelFor(eq_list, "M&odel:", this), 0, 0);
   grid->addWidget(eq_list, 1, 0, 5, 1);
-  grid->addWidget(label("&Definition:", definition_text), 0, 1);
+  grid->addWidget(LabelFor(definition_text, "&Definition:", this), 0, 1);
   grid->addWidget(definition_text, 1, 1);
   grid->addWidget(new QLabel("Description:", this), 2, 1);
   grid->addWidget(description_label, 3, 1);

@@ -14,24 +14,10 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/ui/Controls.h"
 #include "import/ui/PreviewModel.h"
 
 namespace quorvex {
-namespace {
-
-template <typename Control>
-Control* Named(Control* control, const char* name) {
-  control->setObjectName(name);
-  return control;
-}
-
-QLabel* LabelFor(QWidget* control, const QString& text) {
-  auto* label = new QLabel(text);
-  label->setBuddy(control);
-  return label;
-}
-
-}  // namespace
 
 ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
     : QDialog(parent),

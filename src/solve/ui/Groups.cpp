@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "core/ui/Controls.h"
+
 namespace quorvex {
 namespace {
 
@@ -83,20 +85,15 @@ Groups::Groups(QWidget* parent, GroupPick& pick, Prompter& user)
 }
 
 void Groups::LayOut() {
-  const auto label = [this](const QString& text, QWidget* buddy) {
-    auto* made = new QLabel(text, this);
-    made->setBuddy(buddy);
-    return made;
-  };
   const int character = fontMetrics().averageCharWidth();
   group_list->setMinimumWidth(group_list->sizeHintForColumn(0) + 5 * character);
   for (QListWidget* list : {group_list, available_list, member_list})
     list->setMinimumHeight(18 * fontMetrics().height());
   for (QListWidget* list : {available_list, member_list}) list->setMinimumWidth(38 * character);
   auto* grid = new QGridLayout(this);
-  grid->addWidget(label("&Groups to solve:", group_list), 0, 0);
+  grid->addWidget(LabelFor(group_list, "&Groups to solve:", this), 0, 0);
   grid->addWidget(group_list, 1, 0);
-  grid->addWidget(label("&Available equations:", available_list), 0, 1);
+  grid->addWidget(LabelFor(available_list, "&Available equations:", this), 0, 1);
   grid->addWidget(available_list, 1, 1);
   auto* moves = new QVBoxLayout;
   moves->addStretch();
@@ -104,7 +101,7 @@ void Groups::LayOut() {
   moves->addWidget(remove_command);
   moves->addStretch();
   grid->addLayout(moves, 1, 2);
-  grid->addWidget(label("&User specified group:", member_list), 0, 3);
+  grid->addWidget(LabelFor(member_list, "&User specified group:", this), 0, 3);
   grid->addWidget(member_list, 1, 3);
   for (const int column : {0, 1, 3}) grid->setColumnStretch(column, 1);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
