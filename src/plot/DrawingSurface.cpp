@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <vector>
 
 #include "core/NumberText.h"
 
@@ -11,6 +12,50 @@ std::int32_t DrawingSurface::PenScale() const {
   constexpr double kScreenTwips = 15;
   const double twips = TwipsPerPixelX();
   return twips == 0 ? 1 : std::max(RoundToInt32(kScreenTwips / twips), 1);
+}
+
+namespace {
+
+// A corner of a piece of a triangle, with its place in the ramp.
+struct ShadedCorner {
+  double x, y, Place;
+};
+
+// The part of a polygon whose places are `least` or more.
+std::vector<ShadedCorner> From(const std::vector<ShadedCorner>& polygon, double least) {
+  std::vector<ShadedCorner> part;
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const ShadedCorner &a = polygon[i], &b = polygon[(i + 1) % polygon.size()];
+    if (a.Place >= least) part.push_back(a);
+    if ((a.Place < least) == (b.Place < least)) continue;
+    const double t = (least - a.Place) / (b.Place - a.Place);
+    part.push_back({a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), least});
+  }
+  return part;
+}
+
+}  // namespace
+
+void DrawingSurface::ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
+                                   std::span<const std::int32_t> ramp) {
+  std::vector<ShadedCorner> rest;
+  for (std::size_t i = 0; i < corners.size(); ++i)
+    rest.push_back({1.0 * corners[i].x, 1.0 * corners[i].y, std::clamp(places[i], 0.0, 1.0)});
+  const auto [least, most] =
+      std::minmax_element(rest.begin(), rest.end(), [](const auto& a, const auto& b) { return a.Place < b.Place; });
+  const double steps = static_cast<double>(ramp.size());
+  const auto step = [&](double place) { return std::min(static_cast<std::size_t>(place * steps), ramp.size() - 1); };
+  const std::size_t first = step(least->Place), last = step(most->Place);
+  const SelectedObject pen(*this, CreatePen(5, 1, 0));
+  // Each colour covers what is left of the triangle, so that no gap can show between two of them.
+  for (std::size_t k = first; k <= last; ++k) {
+    if (k > first) rest = From(rest, static_cast<double>(k) / steps);
+    if (rest.size() < 3) return;
+    std::vector<DevicePoint> points;
+    for (const ShadedCorner& corner : rest) points.push_back({RoundToInt32(corner.x), RoundToInt32(corner.y)});
+    const SelectedObject brush(*this, CreateSolidBrush(ramp[k]));
+    Polygon(points);
+  }
 }
 
 std::int32_t DrawingSurface::OnPixel(std::int32_t at) const {

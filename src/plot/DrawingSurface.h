@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -25,6 +26,7 @@ enum class DeviceCap : int {
   VERTSIZE = 6,
   HORZRES = 8,  // and in device units
   VERTRES = 10,
+  BITSPIXEL = 12,       // bits that tell a pixel's colour
   LOGPIXELSY = 90,      // device units per inch, down
   PHYSICALWIDTH = 110,  // a whole sheet in device units, margins that cannot be printed on included
   PHYSICALHEIGHT = 111,
@@ -66,7 +68,8 @@ class DrawingSurface {
   // How many units a pixel has across and down; 1 where the device isn't told in finer ones.
   virtual std::int32_t UnitsPerPixel() const { return 1; }
 
-  // Tools. A pen's style is 0, solid; its ends and corners are round. SelectObject takes a pen, brush or font into use
+  // Tools. A pen's style is 0, solid, 1 to 4, the patterns of StyledLines.h, which the outlines of polygons alone show,
+  // or 5, which draws nothing; its ends and corners are round. SelectObject takes a pen, brush or font into use
   // and returns the one of its kind that was in use. Stock object 5 is the hollow brush, which is never deleted.
   virtual SurfaceHandle CreatePen(int style, std::int32_t width, std::int32_t colour) = 0;
   virtual SurfaceHandle CreateSolidBrush(std::int32_t colour) = 0;
@@ -81,6 +84,17 @@ class DrawingSurface {
   virtual void Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) = 0;
   virtual void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) = 0;
   virtual void Polygon(std::span<const DevicePoint> points) = 0;
+
+  // From now on polygons are facets of one surface: neighbours with common corners leave no gap between them, and none
+  // is filled beyond its outline.
+  virtual void SetFacets(bool /*joined*/) {}
+
+  // Fills a triangle, without an outline, with the colour that each place of it has in the ramp, which stands for the
+  // numbers from 0 to 1; `places` are those of the corners, and in between they change evenly. What lies outside 0 to 1
+  // has the colour of the nearer end. A surface of pixels does it pixel by pixel; by itself it cuts the triangle where
+  // the colour changes.
+  virtual void ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
+                             std::span<const std::int32_t> ramp);
 
   // Regions: filled without an outline, or all that drawing is confined to. Fill mode 1 is even-odd. SelectClipRgn
   // takes a copy; 0 lifts the clip.
@@ -162,6 +176,18 @@ class SelectedObject {
  private:
   SurfaceObject object_;
   Selection selection_;  // undone before the object goes
+};
+
+// Polygons drawn within a block are facets of one surface.
+class FacetScope {
+ public:
+  explicit FacetScope(DrawingSurface& surface) : surface_(surface) { surface.SetFacets(true); }
+  ~FacetScope() { surface_.SetFacets(false); }
+  FacetScope(const FacetScope&) = delete;
+  FacetScope& operator=(const FacetScope&) = delete;
+
+ private:
+  DrawingSurface& surface_;
 };
 
 // Confines the drawing of a block to a rectangle.

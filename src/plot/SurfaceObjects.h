@@ -13,6 +13,7 @@ namespace quorvex {
 struct SurfacePen {
   std::int32_t Width = 1;
   std::int32_t Colour = 0;
+  int Style = 0;
 };
 
 struct SurfaceBrush {

@@ -53,6 +53,8 @@ class RecordingSurface : public DrawingSurface {
       case DeviceCap::VERTRES:
       case DeviceCap::PHYSICALHEIGHT:
         return height_;
+      case DeviceCap::BITSPIXEL:
+        return 24;
       case DeviceCap::LOGPIXELSY:
         return unitsPerInch_;
     }
@@ -65,7 +67,7 @@ class RecordingSurface : public DrawingSurface {
   std::int32_t ScaleHeight() const override { return height_; }
 
   SurfaceHandle CreatePen(int style, std::int32_t width, std::int32_t colour) override {
-    return Made(SurfacePen{width, colour}, "CreatePen", style, width, colour);
+    return Made(SurfacePen{width, colour, style}, "CreatePen", style, width, colour);
   }
   SurfaceHandle CreateSolidBrush(std::int32_t colour) override {
     return Made(SurfaceBrush{colour}, "CreateSolidBrush", colour);
@@ -97,6 +99,12 @@ class RecordingSurface : public DrawingSurface {
     Write("Ellipse", left, top, right, bottom);
   }
   void Polygon(std::span<const DevicePoint> points) override { Write("Polygon", points); }
+
+  void SetFacets(bool joined) override { Write("SetFacets", joined); }
+  void ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
+                     std::span<const std::int32_t> ramp) override {
+    Write("ShadeTriangle", corners, places[0], places[1], places[2], ramp.size());
+  }
 
   SurfaceHandle CreatePolygonRgn(std::span<const DevicePoint> points, int fillMode) override {
     return Made(SurfaceRegion{{points.begin(), points.end()}}, "CreatePolygonRgn", points, fillMode);

@@ -211,6 +211,8 @@ std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
     case DeviceCap::VERTRES:
     case DeviceCap::PHYSICALHEIGHT:
       return ScaleHeight();
+    case DeviceCap::BITSPIXEL:
+      return device_.depth();
     case DeviceCap::LOGPIXELSY:
       return device_.logicalDpiY() * units_;
   }
@@ -220,8 +222,8 @@ std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
 double QtSurface::TwipsPerPixelX() const { return kTwipsPerInch / (device_.logicalDpiX() * units_); }
 double QtSurface::TwipsPerPixelY() const { return kTwipsPerInch / (device_.logicalDpiY() * units_); }
 
-SurfaceHandle QtSurface::CreatePen(int, std::int32_t width, std::int32_t colour) {
-  return objects_.Add(SurfacePen{width, colour});
+SurfaceHandle QtSurface::CreatePen(int style, std::int32_t width, std::int32_t colour) {
+  return objects_.Add(SurfacePen{width, colour, style});
 }
 
 SurfaceHandle QtSurface::CreateSolidBrush(std::int32_t colour) { return objects_.Add(SurfaceBrush{colour}); }
