@@ -13,8 +13,8 @@ namespace {
 
 constexpr double kCos45 = 0.7071;
 
-const PlotAxis& LeftAxis(const PlotClass& plot) { return plot.SwapAxis ? plot.X : plot.Y; }
-const PlotAxis& BottomAxis(const PlotClass& plot) { return plot.SwapAxis ? plot.Y : plot.X; }
+const FrameAxis& LeftAxis(const PlotClass& plot) { return plot.SwapAxis ? plot.X : plot.Y; }
+const FrameAxis& BottomAxis(const PlotClass& plot) { return plot.SwapAxis ? plot.Y : plot.X; }
 
 std::int32_t Nearest(double value) { return static_cast<std::int32_t>(std::lrint(value)); }
 
@@ -24,24 +24,18 @@ enum class AxisDirection { Horizontal, Vertical };
 // a fraction of its length, across itself it goes from the side of its numbers to the opposite one.
 class AxisLine {
  public:
-  AxisLine(DrawingSurface& surface, const PlotAxis& axis, const DeviceRect& frame, AxisDirection direction)
+  AxisLine(DrawingSurface& surface, const FrameAxis& axis, const DeviceRect& frame, AxisDirection direction)
       : surface_(surface), axis_(axis), frame_(frame), vertical_(direction == AxisDirection::Vertical) {}
 
-  const PlotAxis& Axis() const { return axis_; }
+  const FrameAxis& Axis() const { return axis_; }
 
   // Where the major division `i` ends, from 1.
-  std::int32_t Major(int i) const { return Along(i / static_cast<double>(axis_.NumMajorTicks)); }
+  std::int32_t Major(int i) const { return Along(axis_.Major(i)); }
 
   // Calls `draw` with each place between the major ticks.
   template <typename Draw>
   void EachMinor(Draw draw) const {
-    const int minor = axis_.NumMinorTicks;
-    for (int i = 0; i < axis_.NumMajorTicks; ++i)
-      for (int j = 1; j < minor; ++j) {
-        // On a logarithmic axis the ticks of a decade stand at log10(1) to log10(minor - 1).
-        const double part = axis_.LogScale ? std::log10(j) : j / static_cast<double>(minor);
-        draw(Along((i + part) / axis_.NumMajorTicks));
-      }
+    axis_.EachMinor([&](double fraction) { draw(Along(fraction)); });
   }
 
   // A tick into the frame, and with the extra ticks its twin on the opposite side.
@@ -72,7 +66,7 @@ class AxisLine {
   }
 
   DrawingSurface& surface_;
-  const PlotAxis& axis_;
+  const FrameAxis& axis_;
   DeviceRect frame_;
   bool vertical_;
 };
@@ -118,13 +112,13 @@ void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetr
                middle(frame.left, frame.right, around.Title.Size.cx),
                frame.top - metrics.Margin2Y - around.Title.Size.cy);
 
-  const PlotAxis& bottom = BottomAxis(plot);
+  const FrameAxis& bottom = BottomAxis(plot);
   surface.SetTextColor(bottom.AxisTitleColor);
   DrawPlotText(surface, around.BottomTitle, PlotTextFonts(surface, bottom.AxisTitleFont, 0),
                middle(frame.left, frame.right, around.BottomTitle.Size.cx),
                frame.bottom + metrics.Margin2Y + around.BottomLabels.Height + metrics.Margin2Y);
 
-  const PlotAxis& left = LeftAxis(plot);
+  const FrameAxis& left = LeftAxis(plot);
   surface.SetTextColor(left.AxisTitleColor);
   DrawPlotText(surface, around.LeftTitle, PlotTextFonts(surface, left.AxisTitleFont, 90),
                frame.left - metrics.Margin2X - around.LeftLabels.Width - metrics.Margin2X - around.LeftTitle.Size.cy,

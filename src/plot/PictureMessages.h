@@ -3,12 +3,12 @@
 #include <string>
 
 #include "core/Prompter.h"
-#include "plot/PlotClass.h"
+#include "plot/PlotPage.h"
 
 namespace quorvex {
 
 // Whether there is a plot to be `done` to, as in "saved" or "printed"; refused where its settings are in error.
-inline bool CanBe(const char* done, const PlotClass& plot, Prompter& user) {
+inline bool CanBe(const char* done, const PlotPage& plot, Prompter& user) {
   if (!plot.PlotCreated)
     user.Refuse(std::string("An error in the current plot settings prohibits the plot from being ") + done +
                 " in it's current state. Check the plot settings in the Graph Properties window.");

@@ -1,25 +1,32 @@
 #include "plot/PlotPage.h"
 
+#include <algorithm>
+
 #include "core/FontSettings.h"
+#include "core/NumericFault.h"
+#include "plot/AxisLabels.h"
+#include "plot/PlotBoxes.h"
 
 namespace quorvex {
 namespace {
 
 constexpr std::int32_t kWhite = 0xFFFFFF;
 
-}  // namespace
-
-void ReadFont(const Settings& settings, const std::string& prefix, const std::string& suffix, PlotFont& font,
-              std::int32_t& colour) {
-  ReadFontParts(settings, prefix, suffix, font, colour);
+// Whole decades around the limits that the user chose, or the data's where a chosen one isn't positive.
+void RoundToDecades(PlotAxis& axis, double dataMin, double dataMax) {
+  if (!axis.LogScale) return;
+  axis.Take(RecomputeLogAxisLimits(axis.Min <= 0 ? dataMin : axis.Min, axis.Max <= 0 ? dataMax : axis.Max));
+  axis.NumMinorTicks = 10;
 }
+
+}  // namespace
 
 PlotPage::PlotPage(const Settings& settings, const LocaleText& locale) : Locale(locale) {
   PlotTitleFont.Size = 12;
   PlotLegendFont.Size = FootNoteFont.Size = 8;
-  ReadFont(settings, "plottitle", "", PlotTitleFont, PlotTitleColor);
-  ReadFont(settings, "plotlegend", "", PlotLegendFont, PlotLegendColor);
-  ReadFont(settings, "footnote", "", FootNoteFont, FootNoteColor);
+  ReadFontParts(settings, "plottitle", "", PlotTitleFont, PlotTitleColor);
+  ReadFontParts(settings, "plotlegend", "", PlotLegendFont, PlotLegendColor);
+  ReadFontParts(settings, "footnote", "", FootNoteFont, FootNoteColor);
   // Paper where nobody has chosen: the key's default text would be black, and so are lines and letters.
   PlotBackgroundColor = settings.Has("plotbackgroundcolor") ? settings.Integer("plotbackgroundcolor") : kWhite;
   Legend.Show = true;
@@ -28,6 +35,130 @@ PlotPage::PlotPage(const Settings& settings, const LocaleText& locale) : Locale(
   TickPenWidthMajor = settings.Integer("tickpenwidth");
   TickPenWidthMinor = settings.Integer("tickpenwidthminor");
   TickPenLength = static_cast<float>(settings.Number("tickpenlength"));
+  PlotAtFittedOnly = settings.Flag("plotatfittedonly");
+}
+
+std::vector<const PlotAxis*> PlotPage::Axes() const {
+  const std::vector<PlotAxis*> axes = const_cast<PlotPage*>(this)->Axes();
+  return {axes.begin(), axes.end()};
+}
+
+std::vector<PlotPage::DataLimits> PlotPage::GetDataLimits() const {
+  std::vector<DataLimits> limits(Axes().size());
+  bool first = true;
+  for (const PlotSeries& series : PlotData) {
+    if (!IsShown(series)) continue;
+    for (std::size_t axis = 0; axis < limits.size(); ++axis) {
+      const int variable = static_cast<int>(axis) + 1;
+      const bool last = axis + 1 == limits.size();
+      const DataLimits own = last ? DataLimits{series.InputYMin(), series.InputYMax()}
+                                  : DataLimits{series.InputXMin(variable), series.InputXMax(variable)};
+      DataLimits& all = limits[axis];
+      all = first ? own : DataLimits{std::min(all.Min, own.Min), std::max(all.Max, own.Max)};
+    }
+    first = false;
+  }
+  return limits;
+}
+
+void PlotPage::ResolveAxisScales(bool automatic) {
+  const std::vector<PlotAxis*> axes = Axes();
+  const std::vector<DataLimits> data = GetDataLimits();
+  // Equal limits are those of a plot for which nobody has chosen any.
+  automatic = automatic || std::ranges::any_of(axes, [](const PlotAxis* axis) { return axis->Min == axis->Max; });
+  for (std::size_t i = 0; i < axes.size(); ++i)
+    if (automatic)
+      axes[i]->Take(AutomaticLimits(data[i].Min, data[i].Max, axes[i]->LogScale));
+    else
+      RoundToDecades(*axes[i], data[i].Min, data[i].Max);
+}
+
+std::optional<std::vector<AxisLimits>> PlotPage::SuggestScale(const std::vector<bool>& log) const {
+  const std::vector<DataLimits> data = GetDataLimits();
+  std::vector<AxisLimits> scales;
+  try {
+    for (std::size_t i = 0; i < data.size(); ++i) scales.push_back(AutomaticLimits(data[i].Min, data[i].Max, log[i]));
+  } catch (const NumericFault&) {
+    return std::nullopt;
+  }
+  return scales;
+}
+
+bool PlotPage::CreateGraph(const CreateOptions& options, Prompter& prompter) {
+  PlotCreated = false;
+  try {
+    ResolveAxisScales(options.Auto);
+    for (PlotAxis* axis : Axes()) {
+      axis->Labels = MakeAxisLabels(axis->Limits(), axis->LabelString, options.AutoFormat);
+      for (std::string& label : axis->Labels) label = LocalizeExpression(label, Locale);
+    }
+    if (options.Regenerate)
+      for (PlotSeries& series : PlotData)
+        if (!GenerateTable(series)) throw NumericFault();
+    PlotCreated = true;
+  } catch (const NumericFault&) {
+    prompter.Refuse(kPlotFailure);
+  }
+  return PlotCreated;
+}
+
+bool PlotPage::AutoFormatted() const {
+  return PlotCreated && std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
+           return axis->LabelString == BuildAutoLabelFormat(axis->Limits());
+         });
+}
+
+bool PlotPage::SetLogScale(PlotAxis& axis, bool log, Prompter& prompter) {
+  const bool autoFormat = AutoFormatted();
+  axis.LogScale = log;
+  if (!log) axis.NumMinorTicks = PlotAxis().NumMinorTicks;
+  return CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = autoFormat}, prompter);
+}
+
+bool PlotPage::DrawGraph(DrawingSurface& surface, Prompter& prompter, const PageSetup& page) {
+  PlotPicture picture;
+  return DrawOn(surface, prompter, page, picture);
+}
+
+void PlotPage::RefreshPlot(DrawingSurface& window, Prompter& prompter) {
+  if (Legend.Dragging || FootNote.Dragging || !PlotCreated) return;
+  window.SetMapMode(8);
+  window.SetWindowOrgEx(0, 0);
+  window.SetViewportOrgEx(0, 0);
+  window.SetWindowExtEx(window.ScaleWidth(), window.ScaleHeight());
+  window.SetViewportExtEx(window.ScaleWidth(), window.ScaleHeight());
+  // Where drawing fails, the mouse must not find what the old picture showed.
+  shown_ = {};
+  DrawOn(window, prompter, {}, shown_);
+}
+
+bool PlotPage::DrawOn(DrawingSurface& surface, Prompter& prompter, const PageSetup& page, PlotPicture& picture) {
+  if (!PlotCreated) return false;
+  // A window may be so small that it isn't a millimetre wide: there is nothing to see, and nothing wrong.
+  if (surface.GetDeviceCaps(DeviceCap::HORZSIZE) <= 0 || surface.GetDeviceCaps(DeviceCap::VERTSIZE) <= 0) return true;
+  const DeviceMetrics metrics = DeviceMetrics::Measure(surface, page, static_cast<double>(TickPenLength));
+  if (const auto refusal = CheckMargins(metrics.Margins, metrics.Width, metrics.Height)) {
+    prompter.Refuse(*refusal);
+    return false;
+  }
+  // The first size is the unit in which the places of legend and footnote are kept.
+  if (InitPlotWidth == 0 || InitPlotHeight == 0) {
+    InitPlotWidth = surface.GetDeviceCaps(DeviceCap::HORZRES);
+    InitPlotHeight = surface.GetDeviceCaps(DeviceCap::VERTRES);
+  }
+  DrawPageBackground(surface, metrics, PlotBackgroundColor);
+  if (const auto failure = DrawContents(surface, metrics, picture)) {
+    PlotCreated = false;
+    prompter.Refuse(*failure);
+    return false;
+  }
+  if (picture.Frame == DeviceRect{}) return true;  // titles and numbers leave no room
+  if (Legend.Show)
+    picture.Legend = DrawLegend(surface, *this, metrics, picture.Frame,
+                                [&](const DeviceRect& box) { return PointsWithin(box, picture); });
+  if (FootNote.Show) picture.FootNote = DrawFootNote(surface, *this, metrics);
+  if (const SurfaceHandle recording = surface.CloseEnhMetaFile()) MetafileHandle = recording;
+  return true;
 }
 
 }  // namespace quorvex

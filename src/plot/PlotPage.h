@@ -1,16 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/LocaleText.h"
+#include "core/Prompter.h"
 #include "core/Settings.h"
-#include "plot/PageSetup.h"
-#include "plot/PlotFont.h"
+#include "plot/DeviceMetrics.h"
+#include "plot/PlotAxis.h"
 #include "plot/PlotSeries.h"
 
 namespace quorvex {
+
+class PlotHost;
+class PlotModes;
 
 // The box of a legend or a footnote: LegendTop is Legend.Top, FootNoteTop is FootNote.Top, and so on.
 struct PlotBox {
@@ -27,9 +33,21 @@ struct PlotBox {
   bool Placed() const { return Top != 0 || Left != 0; }
 };
 
-// What plots of two and of three dimensions have in common: the series, the page, its title, legend and footnote.
-struct PlotPage {
-  PlotPage(const Settings& settings, const LocaleText& locale);
+// What a drawing of the plot holds where, in device units.
+struct PlotPicture {
+  DeviceRect Frame;              // around curves, or the box that stands for space
+  DeviceRect Legend, FootNote;   // empty where not drawn
+  AxisMap Horizontal, Vertical;  // in two dimensions: XScale, XOffset and YScale, YOffset; Y's and X's with SwapAxis
+};
+
+// A plot: series, page, title, legend, footnote and axes, and what becomes of them in two dimensions as in three. It
+// knows nothing of windows or files. Its owner adds series, sets fields and calls CreateGraph, which a change of limits
+// or labels needs again; RefreshPlot alone repaints.
+class PlotPage {
+ public:
+  virtual ~PlotPage() = default;
+  PlotPage(PlotPage&&) = default;
+  PlotPage& operator=(PlotPage&&) = default;
 
   LocaleText Locale;  // of the numbers that the plot shows
 
@@ -47,6 +65,10 @@ struct PlotPage {
   std::int32_t AxisWidth = 1;  // pens of the frame, ticks and grids
   std::int32_t TickPenWidthMajor = 1, TickPenWidthMinor = 1, TickPenColor = 0;
   float TickPenLength = 0.125F;  // of a major tick, in inches
+  std::int32_t MajorGridLineStyle = 0, MinorGridLineStyle = 0;
+
+  bool Extrapolate = false;       // curves and surfaces span the axes instead of the input
+  bool PlotAtFittedOnly = false;  // they have only the points of the input
 
   // The size that the positions of legend and footnote relate to, in device units. 0 until the first drawing.
   std::int32_t InitPlotWidth = 0, InitPlotHeight = 0;
@@ -56,11 +78,75 @@ struct PlotPage {
 
   // Takes all series out.
   void ClearGraph() { PlotData.clear(); }
+
+  // X and Y, and Z in three dimensions.
+  virtual std::vector<PlotAxis*> Axes() = 0;
+  std::vector<const PlotAxis*> Axes() const;
+
+  struct CreateOptions {
+    bool Auto = false;        // scales from the data; where a scale has no extent they are, whatever this says
+    bool Regenerate = false;  // tables of the curves anew
+    bool AutoFormat = false;  // label patterns that suit the scales
+  };
+  // Resolves scales and labels, makes the curves' tables. False, with a message and nothing to be drawn, where the plot
+  // cannot be had with its present data and settings.
+  bool CreateGraph(const CreateOptions& options, Prompter& prompter);
+
+  // Whether the label patterns are those that AutoFormat chooses for the present scales; other scales then want theirs.
+  bool AutoFormatted() const;
+
+  // Makes an axis logarithmic, or linear again, and takes all scales from the data. False as CreateGraph.
+  bool SetLogScale(PlotAxis& axis, bool log, Prompter& prompter);
+
+  // The scale that the series shown ask for on each axis, which is logarithmic as `log` tells. Nothing where they have
+  // none.
+  std::optional<std::vector<AxisLimits>> SuggestScale(const std::vector<bool>& log) const;
+
+  // Draws the whole plot. False while it is not created, where a series cannot be drawn (a message says so, and the
+  // plot counts as not created) and where the margins leave no room on a printer's page (with a message, too). `page`
+  // matters on a printer alone.
+  bool DrawGraph(DrawingSurface& surface, Prompter& prompter, const PageSetup& page = {});
+
+  // Draws the plot on the surface of its window, one unit to a pixel, and keeps where things are. Nothing happens while
+  // legend or footnote is dragged or the plot is not created.
+  void RefreshPlot(DrawingSurface& window, Prompter& prompter);
+  const PlotPicture& Shown() const { return shown_; }
+
+  // What mouse and keys do in a window that shows the plot.
+  virtual std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) = 0;
+
+ protected:
+  PlotPage(const Settings& settings, const LocaleText& locale);
+
+  // Whether scales and legend take notice of a series.
+  virtual bool IsShown(const PlotSeries& series) const { return series.Displayed(); }
+
+  // Makes the table of a series anew. False where it has no value at some point.
+  virtual bool GenerateTable(PlotSeries& series) const = 0;
+
+  // Draws axes and series, and fills in where they are; the frame stays empty where there is no room for them. The
+  // message for what cannot be drawn.
+  virtual std::optional<std::string> DrawContents(DrawingSurface& surface, const DeviceMetrics& metrics,
+                                                  PlotPicture& picture) = 0;
+
+  // The shares of the points of the series shown that lie within a rectangle of the picture, added up: how much a
+  // legend there would hide.
+  virtual double PointsWithin(const DeviceRect& box, const PlotPicture& picture) const = 0;
+
+ private:
+  // The limits of the input on each axis, over the series shown; 0 and 0 without any.
+  struct DataLimits {
+    double Min = 0, Max = 0;
+  };
+  std::vector<DataLimits> GetDataLimits() const;
+  void ResolveAxisScales(bool automatic);
+  bool DrawOn(DrawingSurface& surface, Prompter& prompter, const PageSetup& page, PlotPicture& picture);
+
+  PlotPicture shown_;
 };
 
-// The font and colour stored under a group of keys, such as "plottitle" or, with the suffix "3d", "xaxistitle"; what
-// isn't stored stays as it is.
-void ReadFont(const Settings& settings, const std::string& prefix, const std::string& suffix, PlotFont& font,
-              std::int32_t& colour);
+// What is said when a plot cannot be created or drawn.
+inline constexpr const char* kPlotFailure =
+    "An error occurred creating the plot with the current data and plot settings.";
 
 }  // namespace quorvex

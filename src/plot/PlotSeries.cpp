@@ -29,17 +29,21 @@ const ModelClass* PlotSeries::Model() const {
   return model != nullptr ? model->get() : nullptr;
 }
 
-double PlotSeries::InputXMin() const {
-  return std::visit(Overloaded{[](const DataClass& data) { return data.InputXMin(1); },
+double PlotSeries::InputXMin(int variable) const {
+  return std::visit(Overloaded{[&](const DataClass& data) { return data.InputXMin(variable); },
                                [](const InterpClass& curve) { return curve.InputXMin; },
-                               [](const ModelPointer& model) { return model->Statistics.X[0].InputXMin; }},
+                               [&](const ModelPointer& model) {
+                                 return model->Statistics.X[static_cast<std::size_t>(variable - 1)].InputXMin;
+                               }},
                     content_);
 }
 
-double PlotSeries::InputXMax() const {
-  return std::visit(Overloaded{[](const DataClass& data) { return data.InputXMax(1); },
+double PlotSeries::InputXMax(int variable) const {
+  return std::visit(Overloaded{[&](const DataClass& data) { return data.InputXMax(variable); },
                                [](const InterpClass& curve) { return curve.InputXMax; },
-                               [](const ModelPointer& model) { return model->Statistics.X[0].InputXMax; }},
+                               [&](const ModelPointer& model) {
+                                 return model->Statistics.X[static_cast<std::size_t>(variable - 1)].InputXMax;
+                               }},
                     content_);
 }
 

@@ -28,9 +28,9 @@ class PlotSeries {
   const SeriesStyle& Style() const { return style_; }
   bool Displayed() const { return style_.DisplayLine || style_.DisplayMarker; }
 
-  // The limits of the input: with several independent variables those of the first.
-  double InputXMin() const;
-  double InputXMax() const;
+  // The limits of the input; interpolations have one independent variable.
+  double InputXMin(int variable = 1) const;
+  double InputXMax(int variable = 1) const;
   double InputYMin() const;
   double InputYMax() const;
 

@@ -5,10 +5,10 @@
 namespace quorvex {
 namespace {
 
-template <PlotAxis PlotClass::*axis>
+template <FrameAxis PlotClass::*axis>
 constexpr PlotSwitch LogScaleSwitch(const char* name, const char* text) {
   return {name, text, [](const PlotClass& plot) { return (plot.*axis).LogScale; },
-          [](PlotClass& plot, bool on, Prompter& prompter) { plot.SetLogScale(axis, on, prompter); }};
+          [](PlotClass& plot, bool on, Prompter& prompter) { plot.SetLogScale(plot.*axis, on, prompter); }};
 }
 
 template <bool PlotClass::*field>
@@ -17,7 +17,7 @@ constexpr PlotSwitch PageSwitch(const char* name, const char* text) {
           [](PlotClass& plot, bool on, Prompter&) { plot.*field = on; }};
 }
 
-template <PlotAxis PlotClass::*axis, bool PlotAxis::*field>
+template <FrameAxis PlotClass::*axis, bool FrameAxis::*field>
 constexpr PlotSwitch AxisSwitch(const char* name, const char* text) {
   return {name, text, [](const PlotClass& plot) { return plot.*axis.*field; },
           [](PlotClass& plot, bool on, Prompter&) { plot.*axis.*field = on; }};
@@ -43,12 +43,12 @@ constexpr PlotSwitch kSwitches[] = {
     PageSwitch<&PlotClass::SwapAxis>("SwapAxis", "S&wap Axes"),
     PageSwitch<&PlotClass::Make2DSquare>("Make2DSquare", "S&quare Frame"),
     {},
-    AxisSwitch<&PlotClass::X, &PlotAxis::ShowMajorGrids>("ShowXMajorGrids", "X &Grid"),
-    AxisSwitch<&PlotClass::X, &PlotAxis::ShowMinorGrids>("ShowXMinorGrids", "X Mi&nor Grid"),
-    AxisSwitch<&PlotClass::Y, &PlotAxis::ShowMajorGrids>("ShowYMajorGrids", "Y Gri&d"),
-    AxisSwitch<&PlotClass::Y, &PlotAxis::ShowMinorGrids>("ShowYMinorGrids", "Y Min&or Grid"),
-    AxisSwitch<&PlotClass::X, &PlotAxis::ShowExtraTicks>("ShowExtraXTicks", "X &Ticks on Both Sides"),
-    AxisSwitch<&PlotClass::Y, &PlotAxis::ShowExtraTicks>("ShowExtraYTicks", "Y Tic&ks on Both Sides"),
+    AxisSwitch<&PlotClass::X, &FrameAxis::ShowMajorGrids>("ShowXMajorGrids", "X &Grid"),
+    AxisSwitch<&PlotClass::X, &FrameAxis::ShowMinorGrids>("ShowXMinorGrids", "X Mi&nor Grid"),
+    AxisSwitch<&PlotClass::Y, &FrameAxis::ShowMajorGrids>("ShowYMajorGrids", "Y Gri&d"),
+    AxisSwitch<&PlotClass::Y, &FrameAxis::ShowMinorGrids>("ShowYMinorGrids", "Y Min&or Grid"),
+    AxisSwitch<&PlotClass::X, &FrameAxis::ShowExtraTicks>("ShowExtraXTicks", "X &Ticks on Both Sides"),
+    AxisSwitch<&PlotClass::Y, &FrameAxis::ShowExtraTicks>("ShowExtraYTicks", "Y Tic&ks on Both Sides"),
     {},
     {"ShowLegend", "&Legend", [](const PlotClass& plot) { return plot.Legend.Show; },
      [](PlotClass& plot, bool on, Prompter&) { plot.Legend.Show = on; }},

@@ -93,10 +93,8 @@ TEST(CreateGraph, TakesItsLimitsFromWhatIsDisplayed) {
   plot.PlotData[1].Style().DisplayLine = false;
   plot.PlotData[1].Style().DisplayMarker = true;
   plot.PlotData[2].Style().DisplayLine = false;  // shows neither
-  const std::optional<PlotClass::Scales> scales = plot.SuggestScale(true, false);
-  ASSERT_TRUE(scales);
-  EXPECT_EQ(scales->X, (AxisLimits{1, 100, 2, true}));
-  EXPECT_EQ(scales->Y, (AxisLimits{-4, 1, 10}));
+  const std::optional<std::vector<AxisLimits>> scales = plot.SuggestScale({true, false});
+  EXPECT_EQ(scales, (std::vector<AxisLimits>{{1, 100, 2, true}, {-4, 1, 10}}));
   EXPECT_EQ(plot.X.Limits(), (AxisLimits{-1, 1, 10})) << "a suggestion changes nothing";
   plot.ClearGraph();
   EXPECT_TRUE(plot.PlotData.empty());
@@ -153,15 +151,15 @@ TEST(SetLogScale, TakesTheScalesAnewAndGoesBack) {
   plot.PlotData.emplace_back(PointSeries({3, 250}, {-1, 1}));
   RecordingPrompter prompter;
   ASSERT_TRUE(plot.CreateGraph({.Auto = true, .AutoFormat = true}, prompter));
-  EXPECT_TRUE(plot.SetLogScale(&PlotClass::X, true, prompter));
+  EXPECT_TRUE(plot.SetLogScale(plot.X, true, prompter));
   EXPECT_EQ(plot.X.Limits(), (AxisLimits{1, 1000, 3, true}));
   EXPECT_EQ(plot.X.NumMinorTicks, 10);
   EXPECT_EQ(plot.X.Labels.front(), "1.0E+03");
-  EXPECT_TRUE(plot.SetLogScale(&PlotClass::X, false, prompter));
+  EXPECT_TRUE(plot.SetLogScale(plot.X, false, prompter));
   EXPECT_EQ(plot.X.Limits(), (AxisLimits{0, 250, 5, false}));
   EXPECT_EQ(plot.X.NumMinorTicks, 5);
   EXPECT_EQ(plot.X.Labels.front(), "250.0");
-  EXPECT_TRUE(plot.SetLogScale(&PlotClass::Y, true, prompter));
+  EXPECT_TRUE(plot.SetLogScale(plot.Y, true, prompter));
   EXPECT_FALSE(plot.Y.LogScale) << "no place for what is negative";
   EXPECT_TRUE(prompter.Said.empty());
 }

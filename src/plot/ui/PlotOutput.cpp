@@ -16,7 +16,7 @@ namespace {
 
 constexpr double kInchesPerMetre = 1 / 0.0254;
 
-bool WritePdf(PlotClass& plot, const PictureSize& size, QIODevice& file, Prompter& prompter) {
+bool WritePdf(PlotPage& plot, const PictureSize& size, QIODevice& file, Prompter& prompter) {
   constexpr int kUnitsPerInch = 1200;
   constexpr double kPointsPerInch = 72;
   QPdfWriter pdf(&file);
@@ -30,7 +30,7 @@ bool WritePdf(PlotClass& plot, const PictureSize& size, QIODevice& file, Prompte
   return plot.DrawGraph(surface, prompter);
 }
 
-bool WriteImage(PlotClass& plot, const PictureSize& size, QIODevice& file, const QByteArray& format,
+bool WriteImage(PlotPage& plot, const PictureSize& size, QIODevice& file, const QByteArray& format,
                 Prompter& prompter) {
   QImage image = BlankPicture(size);
   {
@@ -52,7 +52,7 @@ QImage BlankPicture(const PictureSize& size) {
   return picture;
 }
 
-bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string& name, Prompter& prompter) {
+bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string& name, Prompter& prompter) {
   if (!CanBe("saved", plot, prompter)) return false;
   const QByteArray format = QFileInfo(QString::fromStdString(name)).suffix().toLower().toUtf8();
   const bool pdf = format == "pdf";
@@ -64,7 +64,7 @@ bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string
   return written;
 }
 
-bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {
+bool PrintPlot(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {
   printer.setFullPage(true);
   {
     // The job ends with the surface; only then does the printer know of an error.
@@ -82,7 +82,7 @@ bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompt
   return !error;
 }
 
-void FilePrint(PlotClass& plot, const Settings& settings, Prompter& prompter, QWidget* parent) {
+void FilePrint(PlotPage& plot, const Settings& settings, Prompter& prompter, QWidget* parent) {
   if (!CanBe("printed", plot, prompter)) return;
   constexpr int kPortrait = 1;
   QPrinter printer(QPrinter::HighResolution);

@@ -5,7 +5,7 @@
 
 #include "core/Prompter.h"
 #include "plot/PageSetup.h"
-#include "plot/PlotClass.h"
+#include "plot/PlotPage.h"
 
 class QPrinter;
 class QWidget;
@@ -23,13 +23,13 @@ QImage BlankPicture(const PictureSize& size);
 
 // Writes the plot to a file, as large as on screen: by the ending of its name a PDF document, whose lines and letters
 // are sharp at any size, or an image of any kind that Qt writes (PNG, BMP). False, with a message, where it fails.
-bool SavePlotPicture(PlotClass& plot, const PictureSize& size, const std::string& file, Prompter& prompter);
+bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string& file, Prompter& prompter);
 
 // Prints the plot on one page. False, with messages, where it cannot be drawn or the printer refuses it; margins that
 // leave no room start no page.
-bool PrintPlot(PlotClass& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter);
+bool PrintPlot(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter);
 
 // Asks for a printer and prints.
-void FilePrint(PlotClass& plot, const Settings& settings, Prompter& prompter, QWidget* parent);
+void FilePrint(PlotPage& plot, const Settings& settings, Prompter& prompter, QWidget* parent);
 
 }  // namespace quorvex

@@ -17,12 +17,12 @@ constexpr double kTwips = 1440;  // to the inch
 
 }  // namespace
 
-PlotView::PlotView(PlotClass& plot, Prompter& prompter, const Settings& settings, QWidget* parent)
+PlotView::PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings, QWidget* parent)
     : QWidget(parent),
       plot_(plot),
       prompter_(prompter),
       settings_(settings),
-      modes_(plot, *this, prompter),
+      modes_(plot.MakeModes(*this, prompter)),
       xy_frame(new QFrame(this)),
       x_(new QLabel(xy_frame)),
       y_(new QLabel(xy_frame)) {
@@ -88,7 +88,7 @@ void PlotView::RefreshPicture() {
 }
 
 void PlotView::resizeEvent(QResizeEvent*) {
-  modes_.Resize();
+  modes_->Resize();
   RefreshPicture();
 }
 
@@ -168,39 +168,41 @@ void PlotView::HideFrame() { xy_frame->hide(); }
 
 void PlotView::mousePressEvent(QMouseEvent* event) {
   // A right click that ends a mode is also followed by a request for the context menu, which must not open then.
-  clickEndedMode_ = event->button() != Qt::LeftButton && modes_.Active();
+  clickEndedMode_ = event->button() != Qt::LeftButton && modes_->Active();
   const QPointF at = InUnits(event->position());
-  modes_.MouseDown(static_cast<int>(event->button()), at.x(), at.y());
+  modes_->MouseDown(static_cast<int>(event->button()), at.x(), at.y());
 }
 
 void PlotView::mouseMoveEvent(QMouseEvent* event) {
   const QPointF at = InUnits(event->position());
-  modes_.MouseMove(event->buttons().testFlag(Qt::LeftButton), at.x(), at.y());
+  modes_->MouseMove(event->buttons().testFlag(Qt::LeftButton), at.x(), at.y());
 }
 
 void PlotView::mouseReleaseEvent(QMouseEvent* event) {
   const QPointF at = InUnits(event->position());
-  modes_.MouseUp(static_cast<int>(event->button()), at.x(), at.y());
+  modes_->MouseUp(static_cast<int>(event->button()), at.x(), at.y());
 }
 
 void PlotView::keyPressEvent(QKeyEvent* event) {
-  if (!modes_.Active())
-    QWidget::keyPressEvent(event);
-  else if (event->key() == Qt::Key_Escape)
-    modes_.LostFocus();
-  else if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)
-    modes_.KeyDown(event->key() == Qt::Key_Left ? PlotModes::kLeftArrow : PlotModes::kRightArrow);
+  constexpr std::pair<int, PlotModes::Key> kKeys[] = {{Qt::Key_Left, PlotModes::kLeftArrow},
+                                                      {Qt::Key_Up, PlotModes::kUpArrow},
+                                                      {Qt::Key_Right, PlotModes::kRightArrow},
+                                                      {Qt::Key_Down, PlotModes::kDownArrow}};
+  if (modes_->Active() && event->key() == Qt::Key_Escape) return modes_->LostFocus();
+  for (const auto& [key, code] : kKeys)
+    if (event->key() == key && modes_->KeyDown(code, event->modifiers().testFlag(Qt::ShiftModifier))) return;
+  if (!modes_->Active()) QWidget::keyPressEvent(event);
 }
 
 void PlotView::focusOutEvent(QFocusEvent* event) {
   // A menu has the focus for a moment only.
-  if (event->reason() != Qt::PopupFocusReason) modes_.LostFocus();
+  if (event->reason() != Qt::PopupFocusReason) modes_->LostFocus();
 }
 
 void PlotView::contextMenuEvent(QContextMenuEvent* event) {
   const bool ended = event->reason() == QContextMenuEvent::Mouse && clickEndedMode_;
   clickEndedMode_ = false;
-  if (ended || modes_.Active()) return;
+  if (ended || modes_->Active()) return;
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->addActions(actions());
@@ -209,12 +211,12 @@ void PlotView::contextMenuEvent(QContextMenuEvent* event) {
 
 void PlotView::ZoomIn() {
   setFocus();
-  modes_.Zoom(PlotModes::kMove, 0, 0);
+  modes_->Zoom(PlotModes::kMove, 0, 0);
 }
 
 void PlotView::ShowCoords() {
   setFocus();
-  modes_.ShowCoords(PlotModes::kMove, 0, 0);
+  modes_->ShowCoords(PlotModes::kMove, 0, 0);
 }
 
 void PlotView::ZoomOut() {

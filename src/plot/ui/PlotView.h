@@ -2,10 +2,12 @@
 
 #include <QImage>
 #include <QWidget>
+#include <memory>
 #include <optional>
 
 #include "plot/PlotHost.h"
 #include "plot/PlotModes.h"
+#include "plot/PlotPage.h"
 #include "plot/ui/PlotOutput.h"
 #include "plot/ui/QtSurface.h"
 
@@ -22,7 +24,7 @@ class PlotView : public QWidget, private PlotHost {
 
  public:
   // Plot, prompter and settings must outlive the view.
-  PlotView(PlotClass& plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
+  PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
 
   // Draws the picture anew, after a change of the plot.
   void Redraw() { RefreshPicture(); }
@@ -74,11 +76,11 @@ class PlotView : public QWidget, private PlotHost {
   void AddAction(const QString& name, const QString& text, void (PlotView::*verb)());
   void PaintOverlay(QPainter& painter) const;
 
-  PlotClass& plot_;
+  PlotPage& plot_;
   Prompter& prompter_;
   const Settings& settings_;
   QImage picture_;
-  PlotModes modes_;
+  std::unique_ptr<PlotModes> modes_;
 
   struct Overlay {
     PlotOverlay Kind;

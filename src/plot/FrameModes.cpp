@@ -1,4 +1,4 @@
-#include "plot/PlotModes.h"
+#include "plot/FrameModes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +13,7 @@ constexpr double kLeastBandTwips = 60;  // a smaller band is a click whose secon
 constexpr double kMarkTwips = 90;       // half the length of the cursor mark
 constexpr double kCloseTwips = 60;      // to a curve point that counts as close
 
-bool Ends(int event) { return event == PlotModes::kRight || event == PlotModes::kMiddle; }
+bool Ends(int event) { return event == FrameModes::kRight || event == FrameModes::kMiddle; }
 
 // The part of an axis that a box covers, from its lower to its upper end on the device. Equal ends change nothing.
 void TakePart(PlotAxis& axis, const AxisMap& map, double lower, double upper) {
@@ -24,7 +24,7 @@ void TakePart(PlotAxis& axis, const AxisMap& map, double lower, double upper) {
 
 }  // namespace
 
-void PlotModes::MouseDown(int button, double x, double y) {
+void FrameModes::MouseDown(int button, double x, double y) {
   if (ZoomState != kIdle)
     Zoom(button, x, y);
   else if (CoordState)
@@ -33,7 +33,7 @@ void PlotModes::MouseDown(int button, double x, double y) {
     drag_.MouseDown(x, y, plot_.Shown().Legend, plot_.Shown().FootNote);
 }
 
-void PlotModes::MouseMove(bool leftHeld, double x, double y) {
+void FrameModes::MouseMove(bool leftHeld, double x, double y) {
   if (ZoomState != kIdle)
     Zoom(kMove, x, y);
   else if (CoordState)
@@ -42,7 +42,7 @@ void PlotModes::MouseMove(bool leftHeld, double x, double y) {
     drag_.MouseMove(leftHeld, x, y);
 }
 
-void PlotModes::MouseUp(int button, double x, double y) {
+void FrameModes::MouseUp(int button, double x, double y) {
   if (button != kLeft) return;
   if (drag_.Dragging())
     drag_.DragDrop(x, y);
@@ -51,7 +51,7 @@ void PlotModes::MouseUp(int button, double x, double y) {
     Zoom(kLeft, x, y);
 }
 
-void PlotModes::Zoom(int event, double x, double y) {
+void FrameModes::Zoom(int event, double x, double y) {
   if (ZoomState == kIdle) {
     if (plot_.Shown().Frame == DeviceRect{}) return;  // no picture to zoom into
     host_.DisableMenu();
@@ -74,13 +74,13 @@ void PlotModes::Zoom(int event, double x, double y) {
   }
 }
 
-DeviceRect PlotModes::RubberBand() const {
+DeviceRect FrameModes::RubberBand() const {
   const auto unit = [](double place) { return static_cast<std::int32_t>(std::lrint(place)); };
   return {unit(std::min(ZoomStartX, ZoomEndX)), unit(std::min(ZoomStartY, ZoomEndY)),
           unit(std::max(ZoomStartX, ZoomEndX)), unit(std::max(ZoomStartY, ZoomEndY))};
 }
 
-void PlotModes::ZoomInto() {
+void FrameModes::ZoomInto() {
   EndZoom();
   const bool autoFormat = plot_.AutoFormatted();  // else a pattern for whole numbers would stay on their fractions
   const auto [left, right] = std::minmax(ZoomStartX, ZoomEndX);
@@ -92,7 +92,7 @@ void PlotModes::ZoomInto() {
   host_.PlotChanged();
 }
 
-void PlotModes::ShowCoords(int event, double x, double y) {
+void FrameModes::ShowCoords(int event, double x, double y) {
   const PlotPicture& picture = plot_.Shown();
   if (!CoordState) {
     if (picture.Frame == DeviceRect{}) return;  // no picture to read from
@@ -115,7 +115,7 @@ void PlotModes::ShowCoords(int event, double x, double y) {
   }
 }
 
-void PlotModes::ShowMark(double x, double y, double dataX, double dataY) {
+void FrameModes::ShowMark(double x, double y, double dataX, double dataY) {
   const double halfX = kMarkTwips / host_.TwipsPerPixelX(), halfY = kMarkTwips / host_.TwipsPerPixelY();
   const auto unit = [](double place) { return static_cast<std::int32_t>(std::lrint(place)); };
   host_.ShowOverlay(hit_ ? PlotOverlay::kCrossInSquare : PlotOverlay::kCross,
@@ -124,39 +124,40 @@ void PlotModes::ShowMark(double x, double y, double dataX, double dataY) {
   host_.ShowPoint(text(dataX), text(dataY));
 }
 
-void PlotModes::KeyDown(int key) {
-  if (!CoordState || !hit_ || (key != kLeftArrow && key != kRightArrow)) return;
+bool FrameModes::KeyDown(int key, bool) {
+  if (!CoordState || !hit_ || (key != kLeftArrow && key != kRightArrow)) return false;
   const SeriesTable table = plot_.PlotData[hit_->Series].CopyDataTo();
   std::size_t point = hit_->Point;
   if (key == kLeftArrow && point > 0) --point;
   if (key == kRightArrow && point + 1 < table.Y.size()) ++point;
   const double x = table.X[point], y = table.Y[point];
   const auto within = [](const PlotAxis& axis, double value) { return value >= axis.Min && value <= axis.Max; };
-  if (!within(plot_.X, x) || !within(plot_.Y, y)) return;
+  if (!within(plot_.X, x) || !within(plot_.Y, y)) return true;
   hit_->Point = point;
   ShowMark(plot_.Shown().Horizontal.ToDevice(plot_.SwapAxis ? y : x),
            plot_.Shown().Vertical.ToDevice(plot_.SwapAxis ? x : y), x, y);
+  return true;
 }
 
-void PlotModes::Resize() {
+void FrameModes::Resize() {
   EndModes();
   host_.HideFrame();
 }
 
-void PlotModes::EndModes() {
+void FrameModes::EndModes() {
   if (ZoomState != kIdle) EndZoom();
   if (CoordState) EndCoords();
   drag_.Cancel();
 }
 
-void PlotModes::EndZoom() {
+void FrameModes::EndZoom() {
   ZoomState = kIdle;
   host_.HideOverlay();
   host_.SetCursor(PlotCursor::kNormal);
   host_.EnableMenu();
 }
 
-void PlotModes::EndCoords() {
+void FrameModes::EndCoords() {
   CoordState = false;
   hit_.reset();
   host_.HideOverlay();

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "plot/PlotModes.h"
+#include "plot/FrameModes.h"
 #include "plot/Plots.h"
 
 namespace quorvex {
@@ -65,12 +65,12 @@ struct Window {
   PlotClass Plot = BarePlot();
   RecordingPrompter Messages;
   RecordingHost Host{Plot, Messages};
-  PlotModes Modes{Plot, Host, Messages};
+  FrameModes Modes{Plot, Host, Messages};
 };
 
 TEST(Zoom, TakesTheBoxForTheLimits) {
   Window window;
-  PlotModes& modes = window.Modes;
+  FrameModes& modes = window.Modes;
   modes.Zoom(0, 0, 0);
   EXPECT_EQ(window.Host.Take(), (Events{"menu off", "up arrow"}));
   modes.MouseMove(false, 100, 100);
@@ -130,13 +130,13 @@ TEST(Zoom, KeepsLabelsTellingOnlyWherePatternsAreAutomatic) {
 TEST(Zoom, EndsWithoutAnEffect) {
   const struct {
     const char* what;
-    void (*end)(PlotModes&);
+    void (*end)(FrameModes&);
     Events done;
   } kCases[] = {
-      {"right button", [](PlotModes& m) { m.MouseDown(2, 5, 5); }, {"no overlay", "arrow", "menu on", "refresh"}},
-      {"middle button", [](PlotModes& m) { m.MouseDown(4, 5, 5); }, {"no overlay", "arrow", "menu on", "refresh"}},
-      {"focus lost", [](PlotModes& m) { m.LostFocus(); }, {"no overlay", "arrow", "menu on"}},
-      {"resized", [](PlotModes& m) { m.Resize(); }, {"no overlay", "arrow", "menu on", "no frame"}},
+      {"right button", [](FrameModes& m) { m.MouseDown(2, 5, 5); }, {"no overlay", "arrow", "menu on", "refresh"}},
+      {"middle button", [](FrameModes& m) { m.MouseDown(4, 5, 5); }, {"no overlay", "arrow", "menu on", "refresh"}},
+      {"focus lost", [](FrameModes& m) { m.LostFocus(); }, {"no overlay", "arrow", "menu on"}},
+      {"resized", [](FrameModes& m) { m.Resize(); }, {"no overlay", "arrow", "menu on", "no frame"}},
   };
   for (const auto& c : kCases)
     for (const bool bandOpen : {false, true}) {
@@ -156,7 +156,7 @@ TEST(Zoom, NeedsAPicture) {
   PlotClass plot = BarePlot();
   RecordingPrompter prompter;
   RecordingHost host(plot, prompter);
-  PlotModes modes(plot, host, prompter);
+  FrameModes modes(plot, host, prompter);
   modes.Zoom(0, 0, 0);
   modes.ShowCoords(0, 0, 0);
   EXPECT_FALSE(modes.Active());
@@ -199,30 +199,30 @@ TEST(KeyDown, WalksAlongTheCurve) {
     const Events done = window.Host.Take();
     return done.empty() ? "nothing" : done.back();
   };
-  window.Modes.KeyDown(39);
+  window.Modes.KeyDown(39, false);
   EXPECT_EQ(last(), "nothing") << "not in this mode";
   window.Modes.ShowCoords(0, 0, 0);
   window.Modes.MouseMove(false, 300, 200);
   last();
-  window.Modes.KeyDown(39);
+  window.Modes.KeyDown(39, false);
   EXPECT_EQ(last(), "nothing") << "no point is close";
 
   window.Modes.MouseMove(false, 210, 140);
   last();
-  window.Modes.KeyDown(39);
+  window.Modes.KeyDown(39, false);
   EXPECT_EQ(window.Host.Take(), (Events{"hit 283 76 295 88", "7.500000E-01 | 7.500000E-01"}));
-  window.Modes.KeyDown(39);
+  window.Modes.KeyDown(39, false);
   EXPECT_EQ(last(), "nothing") << "the next one is above the axis";
   window.Plot.Y.Max = 2;
-  for (int i = 0; i < 2; ++i) window.Modes.KeyDown(39);
+  for (int i = 0; i < 2; ++i) window.Modes.KeyDown(39, false);
   EXPECT_TRUE(last().starts_with("1.0")) << "the last one";
   for (const char* x : {"7.5", "5.0", "2.5", "0.0"}) {
-    window.Modes.KeyDown(37);
+    window.Modes.KeyDown(37, false);
     EXPECT_TRUE(last().starts_with(x));
   }
-  window.Modes.KeyDown(37);
+  window.Modes.KeyDown(37, false);
   EXPECT_EQ(last(), "0.000000E+00 | 0.000000E+00") << "the first one";
-  window.Modes.KeyDown(65);
+  window.Modes.KeyDown(65, false);
   EXPECT_EQ(last(), "nothing");
 }
 
