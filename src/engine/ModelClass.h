@@ -50,6 +50,7 @@ class ModelClass : public ModelSetup, public FitResult {
   int IDIndex = 0;           // catalogue number; 0 for a model that is not in the catalogue
   int NumXBasis = 0;         // number of its linear basis functions
   std::string ErrorMessage;  // why the last numerical operation failed, where it is known
+  bool ZIsNegative = false;  // the table holds a value of 0 or less, which a logarithmic axis has no place for
 
   // Compiles the model: [0] the model line, [n] the right-hand side of Fn. The coefficients start anew.
   void SetID(std::string sID, std::vector<std::string> sFuncList);
@@ -153,9 +154,9 @@ class ModelClass : public ModelSetup, public FitResult {
   // The source of a whole function; see FunctionSource.
   std::string ExportFunction(ExprType language, std::string_view name, const std::tm& created) const;
 
-  // The table of the curve: at every input point for a range of kInputPoints; else one range per independent variable,
-  // and with several the last one changes fastest. False, and an empty table, where the model has no value at
-  // some point or a range has no points.
+  // The table of the curve or surface: at every input point for a single range of kInputPoints; else one range per
+  // independent variable, and with several the last one changes fastest. False, and an empty table, where the model has
+  // no value at some point or a range has no points.
   bool GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate = false);
   std::size_t NumTablePoints() const { return YTable_.size(); }
   double XTableData(std::size_t i, int variable = 1) const {
@@ -164,6 +165,11 @@ class ModelClass : public ModelSetup, public FitResult {
   double YTableData(std::size_t i) const { return YTable_[i - 1]; }
   // The table as a series of a plot, with the X of one variable.
   SeriesTable CopyDataTo(int variable = 1) const;
+
+  // The table of residual bars: the model's value at each of its input points. False, and an empty table, where the
+  // model has no value at some point.
+  bool GenerateErrorTable();
+  std::span<const double> FittedData() const { return Fitted_; }
 
   // Y minus the model's value at each point of the data, in their order. Nothing where the model has no value.
   std::optional<std::vector<double>> GenerateResiduals(const SolveData& data);
@@ -181,6 +187,8 @@ class ModelClass : public ModelSetup, public FitResult {
   std::size_t NumInputX() const { return Input->Y.size(); }
   double InputX(std::size_t i, int variable = 1) const { return Input->X[Index(variable)][i - 1]; }
   double InputY(std::size_t i) const { return Input->Y[i - 1]; }
+  double InputXMin(int variable = 1) const { return Statistics.X[Index(variable)].InputXMin; }
+  double InputXMax(int variable = 1) const { return Statistics.X[Index(variable)].InputXMax; }
   const std::shared_ptr<const InputPoints>& CopyInputDataTo() const { return Input; }
   void CopyInputDataFrom(std::shared_ptr<const InputPoints> source);
 
@@ -214,6 +222,9 @@ class ModelClass : public ModelSetup, public FitResult {
 
   void StartCoefficients(const std::vector<std::string>& names);
   void TakeInput(const SolveData& data);
+  void ClearTable();
+  // The model's value at each point of the columns, nothing where it has none at some point.
+  std::optional<std::vector<double>> ValuesAt(const std::vector<std::vector<double>>& X);
   static std::size_t Index(int i) { return static_cast<std::size_t>(i - 1); }
 
   const Dialect dialect_;
@@ -224,6 +235,7 @@ class ModelClass : public ModelSetup, public FitResult {
   std::unique_ptr<TypedDerivatives> typed_;  // for the duration of a fit
   std::vector<std::vector<double>> XTable_;  // empty for a table at the input points
   std::vector<double> YTable_;
+  std::vector<double> Fitted_;
 };
 
 // All starts that the ranges span, a row each: a full grid with coefficient 1 changing fastest.

@@ -31,4 +31,15 @@ std::vector<double> TablePoints(const TableRange& range, double InputMin, double
   return points;
 }
 
+std::vector<double> InputMeshPoints(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  values.erase(std::unique(values.begin(), values.end()), values.end());
+  if (values.size() < 2) throw NumericFault();
+  constexpr std::size_t kMost = kMostMeshDivisions;
+  if (values.size() <= kMost) return values;
+  std::vector<double> points;
+  for (std::size_t k = 0; k < kMost; ++k) points.push_back(values[k * (values.size() - 1) / (kMost - 1)]);
+  return points;
+}
+
 }  // namespace quorvex

@@ -4,10 +4,14 @@
 
 namespace quorvex {
 
-// Asks for a table at the input points instead of at points between limits.
+// Asks for a table at the input instead of at points between limits: a single range for one at the input points, one
+// of several ranges for the mesh that InputMeshPoints tells of.
 inline constexpr int kInputPoints = -1;
 
-// Where the table of a curve has its points, along one independent variable.
+// The most points that a mesh has along one variable.
+inline constexpr int kMostMeshDivisions = 99;
+
+// Where the table of a curve or surface has its points, along one independent variable.
 struct TableRange {
   double Min = 0, Max = 0;
   int NumPoints = kInputPoints;
@@ -18,5 +22,10 @@ struct TableRange {
 // they are cut to the range of the input; where nothing is left between them they are those of the input. Throws
 // NumericFault for fewer than two points and where the spacing has no value, as a ratio from 0 has none.
 std::vector<double> TablePoints(const TableRange& range, double InputMin, double InputMax, bool Extrapolate);
+
+// The points of a mesh along a variable that has these values in the input: each value once, ascending. Of more than
+// kMostMeshDivisions so many are taken, evenly by rank, with the least and the greatest. Throws NumericFault where all
+// are equal, since a mesh needs two.
+std::vector<double> InputMeshPoints(std::vector<double> values);
 
 }  // namespace quorvex

@@ -10,57 +10,78 @@
 #include "functions/InverseNormalDistribution.h"
 
 namespace quorvex {
+namespace {
+
+// Every combination of the points of several variables, a column per variable; the first variable runs slowest.
+std::vector<std::vector<double>> Mesh(const std::vector<std::vector<double>>& points) {
+  std::size_t count = 1;
+  for (const std::vector<double>& own : points) count *= own.size();
+  std::vector<std::vector<double>> columns;
+  std::size_t period = count;  // nodes between two repeats of the variable's first point
+  for (const std::vector<double>& own : points) {
+    const std::size_t step = period / own.size();
+    std::vector<double>& column = columns.emplace_back(count);
+    for (std::size_t i = 0; i < count; ++i) column[i] = own[i % period / step];
+    period = step;
+  }
+  return columns;
+}
+
+}  // namespace
 
 void ModelClass::CopyInputDataFrom(std::shared_ptr<const InputPoints> source) {
   Input = std::move(source);
+  ClearTable();
+  Fitted_.clear();
+}
+
+void ModelClass::ClearTable() {
   XTable_.clear();
   YTable_.clear();
+  ZIsNegative = false;
+}
+
+std::optional<std::vector<double>> ModelClass::ValuesAt(const std::vector<std::vector<double>>& X) {
+  // Room for every variable that a model's text may name, be it beyond those of the data.
+  std::array<double, kMostIndependentVariables> x{};
+  std::vector<double> values(X.empty() ? 0 : X[0].size());
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    for (std::size_t v = 0; v < X.size(); ++v) x[v] = X[v][i];
+    if (!Evaluate(std::span(x).first(X.size()), values[i])) return std::nullopt;
+  }
+  return values;
 }
 
 bool ModelClass::GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate) {
-  XTable_.clear();
-  YTable_.clear();
-  std::size_t count = NumInputX();
-  if (ranges[0].NumPoints != kInputPoints) {
-    count = 1;
+  ClearTable();
+  const bool atInput = ranges.size() == 1 && ranges[0].NumPoints == kInputPoints;
+  std::vector<std::vector<double>> mesh;  // none for the input points, which are read where they are
+  if (!atInput) {
     try {
+      std::vector<std::vector<double>> points;
       for (std::size_t v = 0; v < ranges.size(); ++v) {
         const VariableStatistics& input = Statistics.X[v];
-        XTable_.push_back(TablePoints(ranges[v], input.InputXMin, input.InputXMax, Extrapolate));
-        count *= XTable_.back().size();
+        points.push_back(ranges[v].NumPoints == kInputPoints
+                             ? InputMeshPoints(Input->X[v])
+                             : TablePoints(ranges[v], input.InputXMin, input.InputXMax, Extrapolate));
       }
+      mesh = Mesh(points);
     } catch (const NumericFault&) {
-      XTable_.clear();
       return false;
     }
-    // The first variable runs slowest.
-    std::size_t period = count;  // points between two repeats of the variable's first
-    for (std::vector<double>& column : XTable_) {
-      const std::vector<double> points = std::move(column);
-      const std::size_t step = period / points.size();
-      column.resize(count);
-      for (std::size_t i = 0; i < count; ++i) column[i] = points[i % period / step];
-      period = step;
-    }
   }
-
-  // XTable_ stays empty for the input's own points, which are read where they are instead of copied.
-  const std::vector<std::vector<double>>& columns = XTable_.empty() ? Input->X : XTable_;
-  // Room for every variable that a model's text may name, be it beyond those of the data.
-  std::array<double, kMostIndependentVariables> x{};
-  std::vector<double> values;
-  values.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    for (std::size_t v = 0; v < columns.size(); ++v) x[v] = columns[v][i];
-    double y = 0;
-    if (!Evaluate(std::span(x).first(columns.size()), y)) {
-      XTable_.clear();
-      return false;
-    }
-    values.push_back(y);
-  }
-  YTable_ = std::move(values);
+  std::optional<std::vector<double>> values = ValuesAt(atInput ? Input->X : mesh);
+  if (!values) return false;
+  XTable_ = std::move(mesh);
+  YTable_ = std::move(*values);
+  ZIsNegative = std::any_of(YTable_.begin(), YTable_.end(), [](double y) { return y <= 0; });
   return true;
+}
+
+bool ModelClass::GenerateErrorTable() {
+  std::optional<std::vector<double>> values = ValuesAt(Input->X);
+  Fitted_ = values ? std::move(*values) : std::vector<double>();
+  return values.has_value();
 }
 
 SeriesTable ModelClass::CopyDataTo(int variable) const {
@@ -69,13 +90,9 @@ SeriesTable ModelClass::CopyDataTo(int variable) const {
 }
 
 std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data) {
-  std::vector<double> residuals(data.N());
-  std::array<double, kMostIndependentVariables> x{};
-  for (std::size_t i = 0; i < data.N(); ++i) {
-    double y = 0;
-    if (!Evaluate(data.Point(i, x), y)) return std::nullopt;
-    residuals[i] = data.Y[i] - y;
-  }
+  std::optional<std::vector<double>> residuals = ValuesAt(data.X);
+  if (residuals)
+    for (std::size_t i = 0; i < data.N(); ++i) (*residuals)[i] = data.Y[i] - (*residuals)[i];
   return residuals;
 }
 

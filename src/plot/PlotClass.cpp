@@ -21,7 +21,8 @@ std::unique_ptr<PlotModes> PlotClass::MakeModes(PlotHost& host, Prompter& prompt
 }
 
 bool PlotClass::GenerateTable(PlotSeries& series) const {
-  return series.GenerateTable({X.Min, X.Max, PlotAtFittedOnly ? kInputPoints : PointsPerPlot, X.LogScale}, Extrapolate);
+  const TableRange range{X.Min, X.Max, PlotAtFittedOnly ? kInputPoints : PointsPerPlot, X.LogScale};
+  return series.GenerateTable({range}, Extrapolate);
 }
 
 std::optional<CurveHit> PlotClass::CurveIsClose(double x, double y, double tolerance) const {

@@ -1,7 +1,5 @@
 #include "plot/PlotSeries.h"
 
-#include "engine/EqClass.h"
-
 namespace quorvex {
 namespace {
 
@@ -32,18 +30,14 @@ const ModelClass* PlotSeries::Model() const {
 double PlotSeries::InputXMin(int variable) const {
   return std::visit(Overloaded{[&](const DataClass& data) { return data.InputXMin(variable); },
                                [](const InterpClass& curve) { return curve.InputXMin; },
-                               [&](const ModelPointer& model) {
-                                 return model->Statistics.X[static_cast<std::size_t>(variable - 1)].InputXMin;
-                               }},
+                               [&](const ModelPointer& model) { return model->InputXMin(variable); }},
                     content_);
 }
 
 double PlotSeries::InputXMax(int variable) const {
   return std::visit(Overloaded{[&](const DataClass& data) { return data.InputXMax(variable); },
                                [](const InterpClass& curve) { return curve.InputXMax; },
-                               [&](const ModelPointer& model) {
-                                 return model->Statistics.X[static_cast<std::size_t>(variable - 1)].InputXMax;
-                               }},
+                               [&](const ModelPointer& model) { return model->InputXMax(variable); }},
                     content_);
 }
 
@@ -65,9 +59,10 @@ std::size_t PlotSeries::NumInputX() const {
                     content_);
 }
 
-SeriesTable PlotSeries::CopyDataTo() const {
-  return std::visit(Overloaded{[](const auto& series) { return series.CopyDataTo(); },
-                               [](const ModelPointer& model) { return model->CopyDataTo(); }},
+SeriesTable PlotSeries::CopyDataTo(int variable) const {
+  return std::visit(Overloaded{[&](const DataClass& data) { return data.CopyDataTo(variable); },
+                               [](const InterpClass& curve) { return curve.CopyDataTo(); },
+                               [&](const ModelPointer& model) { return model->CopyDataTo(variable); }},
                     content_);
 }
 
@@ -75,15 +70,19 @@ ErrorTable PlotSeries::CopyMaXMinErrorDataTo() const {
   return Data() != nullptr ? Data()->CopyMaXMinErrorDataTo() : ErrorTable{};
 }
 
-bool PlotSeries::GenerateTable(const TableRange& range, bool Extrapolate) {
-  return std::visit(Overloaded{[](DataClass&) { return true; },
-                               [&](InterpClass& curve) { return curve.GenerateTable(range, Extrapolate); },
-                               [&](ModelPointer& model) {
-                                 // A model of several variables has no curve to be computed.
-                                 return dynamic_cast<EqClass*>(model.get()) == nullptr ||
-                                        model->GenerateTable({range}, Extrapolate);
-                               }},
-                    content_);
+bool PlotSeries::GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate) {
+  return std::visit(
+      Overloaded{[](DataClass&) { return true; },
+                 [&](InterpClass& curve) { return ranges.size() != 1 || curve.GenerateTable(ranges[0], Extrapolate); },
+                 [&](ModelPointer& model) {
+                   return ranges.size() != model->Statistics.X.size() || model->GenerateTable(ranges, Extrapolate);
+                 }},
+      content_);
+}
+
+bool PlotSeries::GenerateErrorTable() {
+  const ModelPointer* model = std::get_if<ModelPointer>(&content_);
+  return model == nullptr || (*model)->GenerateErrorTable();
 }
 
 }  // namespace quorvex

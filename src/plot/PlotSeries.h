@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <variant>
+#include <vector>
 
 #include "engine/DataClass.h"
 #include "engine/InterpClass.h"
@@ -28,7 +29,7 @@ class PlotSeries {
   const SeriesStyle& Style() const { return style_; }
   bool Displayed() const { return style_.DisplayLine || style_.DisplayMarker; }
 
-  // The limits of the input; interpolations have one independent variable.
+  // The limits of the input. Variables count from 1, here and below; an interpolation has one.
   double InputXMin(int variable = 1) const;
   double InputXMax(int variable = 1) const;
   double InputYMin() const;
@@ -36,12 +37,15 @@ class PlotSeries {
 
   std::size_t NumInputX() const;
   std::size_t NumTablePoints() const { return CopyDataTo().Y.size(); }
-  SeriesTable CopyDataTo() const;
+  SeriesTable CopyDataTo(int variable = 1) const;
   ErrorTable CopyMaXMinErrorDataTo() const;  // of data alone
 
-  // Makes the table of a curve anew; data and models of type MvClass keep theirs. False where the
-  // curve has no value at some point.
-  bool GenerateTable(const TableRange& range, bool Extrapolate);
+  // Makes the table of a curve or surface anew, of the models and interpolations that have as many variables as there
+  // are ranges; other series keep theirs. False where the model has no value at some point.
+  bool GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate);
+  // Makes Model()->FittedData() anew, where residual bars end that begin at the input points. False as above; series
+  // without a model have nothing to make.
+  bool GenerateErrorTable();
 
  private:
   std::variant<DataClass, InterpClass, std::unique_ptr<ModelClass>> content_;

@@ -45,7 +45,7 @@ PlotSeries ReferenceLine(double from, double to) {
 // Makes the table of a curve over its input. False where it has no value somewhere.
 bool MakeTable(PlotSeries& curve, const PlotClass& plot) {
   return curve.GenerateTable(
-      {curve.InputXMin(), curve.InputXMax(), plot.PlotAtFittedOnly ? kInputPoints : plot.PointsPerPlot}, false);
+      {{curve.InputXMin(), curve.InputXMax(), plot.PlotAtFittedOnly ? kInputPoints : plot.PointsPerPlot}}, false);
 }
 
 }  // namespace

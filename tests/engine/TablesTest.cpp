@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <span>
+
 #include "TableFile.h"
 #include "engine/Points.h"
 #include "engine/UserModel.h"
@@ -63,21 +66,118 @@ TEST(GenerateTable, IsEmptyWhereAPointHasNoValue) {
   }
 }
 
-TEST(GenerateTable, SpansASurface) {
+TEST(GenerateTable, HasEveryInputPointOfSeveralVariables) {
   SolveData data = Line();
   data.X.push_back({5, 4, 3, 2, 1});
   const auto model = ModelOf("a*x1+b*x2", data, {1, 100});
   ASSERT_TRUE(model->GenerateTable({TableRange()}));
   ASSERT_EQ(model->NumTablePoints(), 5u);  // every point, equal ones too
   EXPECT_EQ(model->YTableData(3), 302);
-  ASSERT_TRUE(model->GenerateTable({{2, 4, 2}, {1, 3, 3}}));
-  const double kX1[] = {2, 2, 2, 4, 4, 4}, kX2[] = {1, 2, 3, 1, 2, 3};
-  ASSERT_EQ(model->NumTablePoints(), 6u);
-  for (std::size_t i = 0; i < 6; ++i) {
-    EXPECT_EQ(model->XTableData(i + 1, 1), kX1[i]);
-    EXPECT_EQ(model->XTableData(i + 1, 2), kX2[i]);
-    EXPECT_EQ(model->YTableData(i + 1), kX1[i] + 100 * kX2[i]);
+}
+
+TEST(GenerateTable, SpansASurface) {
+  const SolveData data = Points({{3, 1, 9, 1, 3}, {50, 20, 40, 20, 30}}, {1, 2, 3, 4, 5});
+  const auto model = ModelOf("a*x1+b*x2", data, {1, 1000});
+  const struct {
+    const char* what;
+    TableRange x1, x2;
+    bool extrapolate;
+    std::vector<double> points1, points2;  // the mesh is all their pairs
+  } kCases[] = {
+      {"within the input", {3, 9, 2}, {30, 50, 3}, false, {3, 9}, {30, 40, 50}},
+      {"cut to the input", {0, 5, 3}, {40, 90, 2}, false, {1, 3, 5}, {40, 50}},
+      {"beside the input", {-4, 0, 2}, {60, 70, 3}, false, {1, 9}, {20, 35, 50}},
+      {"beyond the input", {0, 5, 2}, {10, 90, 3}, true, {0, 5}, {10, 50, 90}},
+      {"one axis logarithmic", {1, 9, 3, true}, {20, 40, 2}, false, {1, 3, 9}, {20, 40}},
+      {"the other one", {1, 9, 3}, {1, 100, 3, true}, true, {1, 5, 9}, {1, 10, 100}},
+      {"at the input's values", {}, {}, false, {1, 3, 9}, {20, 30, 40, 50}},
+      {"whatever the limits are", {4, 5, kInputPoints}, {}, true, {1, 3, 9}, {20, 30, 40, 50}},
+      {"one at the input's values", {}, {0, 10, 2}, true, {1, 3, 9}, {0, 10}},
+  };
+  for (const auto& c : kCases) {
+    ASSERT_TRUE(model->GenerateTable({c.x1, c.x2}, c.extrapolate)) << c.what;
+    ASSERT_EQ(model->NumTablePoints(), c.points1.size() * c.points2.size()) << c.what;
+    std::size_t i = 1;
+    for (const double x1 : c.points1)
+      for (const double x2 : c.points2) {
+        EXPECT_NEAR(model->XTableData(i, 1), x1, 4e-15) << c.what;
+        EXPECT_NEAR(model->XTableData(i, 2), x2, 4e-15) << c.what;
+        EXPECT_NEAR(model->YTableData(i++), x1 + 1000 * x2, 4e-12) << c.what;
+      }
   }
+}
+
+TEST(GenerateTable, TakesUpTo99ValuesOfEachVariable) {
+  SolveData data = Points({{}, {}}, {});
+  // X1 has 150 values, from 149 to 0, X2 has 99, and each comes twice.
+  for (int i = 0; i < 300; ++i) {
+    data.X[0].push_back(149 - i % 150);
+    data.X[1].push_back(i % 99);
+  }
+  data.Y.assign(300, 1);
+  data.SD = data.sig = data.Y;
+  const auto model = ModelOf("a*x1+b*x2", data, {1, 0});
+  ASSERT_TRUE(model->GenerateTable({{}, {}}));
+  ASSERT_EQ(model->NumTablePoints(), 99u * 99u);
+  for (std::size_t i = 0; i < 99; ++i) {
+    EXPECT_EQ(model->XTableData(i + 1, 2), static_cast<double>(i));
+    EXPECT_EQ(model->XTableData(99 * i + 1, 1), std::floor(static_cast<double>(i) * 149 / 98));
+  }
+}
+
+TEST(GenerateTable, HasNoMeshOverASingleValue) {
+  const auto model = ModelOf("a*x1+b*x2", Points({{1, 2, 3}, {7, 7, 7}}, {1, 2, 3}), {1, 1});
+  ASSERT_TRUE(model->GenerateTable({{}, {0, 7, 2}}, true));
+  EXPECT_FALSE(model->GenerateTable({{}, {}}));
+  EXPECT_EQ(model->NumTablePoints(), 0u);
+  EXPECT_TRUE(model->CopyDataTo(2).X.empty());
+}
+
+TEST(GenerateTable, IsEmptyWhereANodeHasNoValue) {
+  const auto model = ModelOf("a/(x1-x2)+b", Points({{5, 6, 7}, {1, 2, 3}}, {1, 2, 3}), {1, 0});
+  const TableRange sound{5, 7, 3};
+  for (const TableRange& x2 : {TableRange{1, 7, 4}, TableRange{-1, 1, 3, true}, TableRange{1, 2, 1}}) {
+    ASSERT_TRUE(model->GenerateTable({sound, {1, 3, 3}}));
+    EXPECT_FALSE(model->GenerateTable({sound, x2}, true));
+    EXPECT_EQ(model->NumTablePoints(), 0u);
+  }
+}
+
+TEST(GenerateTable, TellsOfValuesThatAreNotPositive) {
+  const auto model = ModelOf("a*x1+b*x2", Points({{1, 2, 3}, {1, 2, 3}}, {1, 2, 3}), {1, 1});
+  const struct {
+    TableRange x1, x2;
+    bool negative;
+  } kCases[] = {
+      {{1, 2, 2}, {1, 2, 2}, false},   {{-1, 2, 2}, {1, 2, 2}, true},  // 0 at one corner
+      {{1, 2, 2}, {0.5, 2, 2}, false}, {{1, 2, 2}, {-2, 2, 2}, true}, {{1, 2, 2}, {-2, 2, 1}, false},  // no table
+  };
+  for (const auto& c : kCases) {
+    model->GenerateTable({c.x1, c.x2}, true);
+    EXPECT_EQ(model->ZIsNegative, c.negative) << c.x1.Min << ' ' << c.x2.Min;
+  }
+}
+
+TEST(GenerateErrorTable, HasTheValueAtEachInputPoint) {
+  const SolveData data = Points({{3, 1, 3, 2}, {5, 4, 5, 0}}, {54, 40, 52, 3});
+  const auto model = ModelOf("a*x1+b*x2", data, {1, 10});
+  ASSERT_TRUE(model->GenerateErrorTable());
+  const std::span<const double> fitted = model->FittedData();
+  EXPECT_EQ(std::vector<double>(fitted.begin(), fitted.end()), (std::vector<double>{53, 41, 53, 2}));
+  const auto residuals = model->GenerateResiduals(data);
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(fitted[i], model->InputY(i + 1) - (*residuals)[i]);
+  ASSERT_TRUE(model->GenerateTable({{}, {}}));
+  EXPECT_EQ(model->FittedData().size(), 4u) << "a surface has a table of its own";
+
+  EXPECT_TRUE(model->CopyTo()->FittedData().empty());
+  model->CopyInputDataFrom(model->CopyInputDataTo());
+  EXPECT_TRUE(model->FittedData().empty());
+
+  const auto pole = ModelOf("a/(x1-b)", data, {1, 0});
+  ASSERT_TRUE(pole->GenerateErrorTable());
+  pole->SetValue(2, 2);  // at the last of the points
+  EXPECT_FALSE(pole->GenerateErrorTable());
+  EXPECT_TRUE(pole->FittedData().empty());
 }
 
 TEST(GenerateResiduals, AreObservedMinusModel) {
