@@ -78,7 +78,7 @@ void CatalogueValues(benchmark::State& state) {
   for ([[maybe_unused]] auto pass : state)
     for (const auto& model : models)
       for (std::size_t first = 0; first < kPoints; first += kBlock)
-        benchmark::DoNotOptimize(model->EvaluateBlock(data, first, std::min(kBlock, kPoints - first), y.data()));
+        benchmark::DoNotOptimize(model->EvaluateBlock(data.X, first, std::min(kBlock, kPoints - first), y.data()));
 }
 BENCHMARK(CatalogueValues)->Unit(benchmark::kMillisecond);
 

@@ -47,7 +47,8 @@ void EvaluateBlocks(benchmark::State& state, const bench::FitCase& fit) {
   std::array<double, kBlock> y;
   for ([[maybe_unused]] auto pass : state) {
     for (std::size_t first = 0; first < kPoints; first += kBlock)
-      if (!prepared.Model.EvaluateBlock(prepared.Data, first, kBlock, y.data())) return state.SkipWithError("no value");
+      if (!prepared.Model.EvaluateBlock(prepared.Data.X, first, kBlock, y.data()))
+        return state.SkipWithError("no value");
     benchmark::DoNotOptimize(y.data());
   }
   PerPoint(state);

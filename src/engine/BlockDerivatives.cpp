@@ -98,7 +98,7 @@ bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first
                                         double* y, double* const* dyda) {
   if (!model_.UserType) return ClosedFormBlock(data, first, n, y, dyda);
   // First of all, since the block's program keeps what does not depend on a varied coefficient from here.
-  if (!model_.EvaluateBlock(data, first, n, y)) return false;
+  if (!model_.EvaluateBlock(data.X, first, n, y)) return false;
   if (model_.typed_) return model_.typed_->OverBlock(model_, data, first, n, dyda);
   return NumericalBlock(n, analytical, dyda);
 }
@@ -137,7 +137,7 @@ void Differentiator::SharpenDerivatives(std::size_t n, double* const* dyda) {
 bool Differentiator::ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y,
                                      double* const* dyda) {
   if (model_.builtIn_ == nullptr) return false;
-  const PointColumns columns = ColumnsFrom(data, first);
+  const PointColumns columns = ColumnsFrom(data.X, first);
   ClearFaultFlags();
   ValueAndDerivatives(*model_.builtIn_, columns.data(), n, model_.CoefficientValues.data(), y, dyda);
   return !FaultFlagsRaised();

@@ -25,7 +25,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
     if (inBlock == 0) {
       form.Pulse();
       if (form.Aborted) return false;
-      blockFitted = EvaluateBlock(data, i, std::min(kBlock, N - i), fitted.data());
+      blockFitted = EvaluateBlock(data.X, i, std::min(kBlock, N - i), fitted.data());
     }
     // A block that fails as one is tried point by point, and the first point without a value decides.
     if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock])) return false;

@@ -115,8 +115,8 @@ bool ModelClass::Evaluate(std::span<const double> x, double& y) {
   return true;
 }
 
-bool ModelClass::EvaluateBlock(const SolveData& data, std::size_t first, std::size_t n, double* y) {
-  const PointColumns columns = ColumnsFrom(data, first);
+bool ModelClass::EvaluateBlock(const std::vector<std::vector<double>>& X, std::size_t first, std::size_t n, double* y) {
+  const PointColumns columns = ColumnsFrom(X, first);
   if (UserType) {
     Compiled();
     BlockProgram& program = compiled_->OverBlocks();

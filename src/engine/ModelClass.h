@@ -121,11 +121,11 @@ class ModelClass : public ModelSetup, public FitResult {
   // NumericFault where it has none.
   double DDX(std::span<const double> x, int varindex = 1);
 
-  // The same over a block: points first to first + n - 1 of the data, n at most kBlock; `y` receives n values and each
-  // column of `dyda` n derivatives, by Derivative where `analytical`, else by NumericalDerivatives. Results are the
-  // same bits as point by point. False where some point has no value or derivative, or the model cannot be run over a
-  // block; the points are then to be taken one by one.
-  bool EvaluateBlock(const SolveData& data, std::size_t first, std::size_t n, double* y);
+  // The same over a block: points first to first + n - 1 of the columns, n at most kBlock; `y` receives n values and
+  // each column of `dyda` n derivatives, by Derivative where `analytical`, else by NumericalDerivatives. Results are
+  // the same bits as point by point. False where some point has no value or derivative, or the model cannot be run over
+  // a block; the points are then to be taken one by one.
+  bool EvaluateBlock(const std::vector<std::vector<double>>& X, std::size_t first, std::size_t n, double* y);
   bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
                           double* const* dyda);
   // After a DifferentiateBlock that succeeded, of the same n points: computes numerical derivatives anew for the

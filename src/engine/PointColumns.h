@@ -3,8 +3,9 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <vector>
 
-#include "core/SolveData.h"
+#include "core/Limits.h"
 
 namespace quorvex {
 
@@ -18,10 +19,10 @@ inline PointColumns ColumnsOf(std::span<const double> x) {
   return columns;
 }
 
-// The points of the data from number `first` on, from 0.
-inline PointColumns ColumnsFrom(const SolveData& data, std::size_t first) {
+// The points from number `first` on, from 0.
+inline PointColumns ColumnsFrom(const std::vector<std::vector<double>>& X, std::size_t first) {
   PointColumns columns{};
-  for (std::size_t v = 0; v < data.X.size(); ++v) columns[v] = data.X[v].data() + first;
+  for (std::size_t v = 0; v < X.size(); ++v) columns[v] = X[v].data() + first;
   return columns;
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/Limits.h"
 #include "core/NumericFault.h"
 #include "engine/FindRoots.h"
 #include "engine/ModelClass.h"
@@ -45,9 +46,13 @@ std::optional<std::vector<double>> ModelClass::ValuesAt(const std::vector<std::v
   // Room for every variable that a model's text may name, be it beyond those of the data.
   std::array<double, kMostIndependentVariables> x{};
   std::vector<double> values(X.empty() ? 0 : X[0].size());
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    for (std::size_t v = 0; v < X.size(); ++v) x[v] = X[v][i];
-    if (!Evaluate(std::span(x).first(X.size()), values[i])) return std::nullopt;
+  for (std::size_t first = 0; first < values.size(); first += kBlock) {
+    const std::size_t end = std::min(first + kBlock, values.size());
+    if (EvaluateBlock(X, first, end - first, &values[first])) continue;
+    for (std::size_t i = first; i < end; ++i) {
+      for (std::size_t v = 0; v < X.size(); ++v) x[v] = X[v][i];
+      if (!Evaluate(std::span(x).first(X.size()), values[i])) return std::nullopt;
+    }
   }
   return values;
 }

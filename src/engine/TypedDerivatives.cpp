@@ -52,7 +52,7 @@ bool TypedDerivatives::OverBlock(const ModelClass& parent, const SolveData& data
                                  double* const* dyda) {
   for (std::size_t c = 0; c < derivatives_.size(); ++c) {
     derivatives_[c].TakeValues(parent);
-    if (!derivatives_[c].Model->EvaluateBlock(data, first, n, dyda[c])) return false;
+    if (!derivatives_[c].Model->EvaluateBlock(data.X, first, n, dyda[c])) return false;
     if (const double mask = parent.Coefficients[c].Constant; mask != 1)
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
   }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -122,6 +123,21 @@ TEST(GenerateTable, TakesUpTo99ValuesOfEachVariable) {
   for (std::size_t i = 0; i < 99; ++i) {
     EXPECT_EQ(model->XTableData(i + 1, 2), static_cast<double>(i));
     EXPECT_EQ(model->XTableData(99 * i + 1, 1), std::floor(static_cast<double>(i) * 149 / 98));
+  }
+}
+
+// Points are evaluated many at a time where the model allows it, which the second one does not: the blocks of a mesh
+// meet both of its branches.
+TEST(GenerateTable, HasTheValuesOfPointsTakenOneByOne) {
+  for (const char* text : {"a*exp(-x1/7)+b*x2^1.5", "if(x1+x2>9,a*ln(x1+x2),b*x2)"}) {
+    const auto model = ModelOf(text, Points({{0, 5, 10}, {0, 5, 9}}, {1, 2, 3}), {1.3, 0.7});
+    model->UserType = true;
+    ASSERT_TRUE(model->GenerateTable({{0, 10, 31}, {0, 9, 29}}));
+    for (std::size_t i = 1; i <= 31 * 29; ++i) {
+      double y = 0;
+      ASSERT_TRUE(model->Evaluate(std::array{model->XTableData(i, 1), model->XTableData(i, 2)}, y));
+      EXPECT_EQ(model->YTableData(i), y) << text << ' ' << i;
+    }
   }
 }
 
