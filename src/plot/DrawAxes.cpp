@@ -6,6 +6,7 @@
 
 #include "core/NumberText.h"
 #include "plot/DrawPlotText.h"
+#include "plot/PlotBoxes.h"
 #include "plot/StyledLines.h"
 
 namespace quorvex {
@@ -71,19 +72,6 @@ class AxisLine {
   bool vertical_;
 };
 
-LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis) {
-  const SurfaceObject font = CreatePlotFont(axis.AxisNumberFont, 0, surface);
-  const Selection inUse(surface, font);
-  LabelStrip strip;
-  for (const std::string& label : axis.Labels) {
-    const DeviceExtent extent = surface.GetTextExtentPoint32A(label);
-    strip.Each.push_back(extent);
-    strip.Width = std::max(strip.Width, extent.cx);
-    strip.Height = std::max(strip.Height, extent.cy);
-  }
-  return strip;
-}
-
 // Whether the numbers stand below the frame side by side, the outermost ones within the page.
 bool FitsSideBySide(const LabelStrip& strip, const DeviceRect& frame, const DeviceMetrics& metrics) {
   if (strip.Each.empty()) return true;
@@ -107,10 +95,7 @@ void DrawAxisFrame(DrawingSurface& surface, const PlotClass& plot, const DeviceM
 void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics, const PlotMargins& around,
                 const DeviceRect& frame) {
   const auto middle = [](std::int32_t a, std::int32_t b, std::int32_t size) { return Nearest((a + b - size) / 2.0); };
-  surface.SetTextColor(plot.PlotTitleColor);
-  DrawPlotText(surface, around.Title, PlotTextFonts(surface, plot.PlotTitleFont, 0),
-               middle(frame.left, frame.right, around.Title.Size.cx),
-               frame.top - metrics.Margin2Y - around.Title.Size.cy);
+  DrawPageTitle(surface, plot, metrics, around.Title, frame);
 
   const FrameAxis& bottom = BottomAxis(plot);
   surface.SetTextColor(bottom.AxisTitleColor);
@@ -122,7 +107,7 @@ void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetr
   surface.SetTextColor(left.AxisTitleColor);
   DrawPlotText(surface, around.LeftTitle, PlotTextFonts(surface, left.AxisTitleFont, 90),
                frame.left - metrics.Margin2X - around.LeftLabels.Width - metrics.Margin2X - around.LeftTitle.Size.cy,
-               middle(frame.top, frame.bottom, -around.LeftTitle.Size.cx), TextDirection::Upward);
+               middle(frame.top, frame.bottom, -around.LeftTitle.Size.cx), 90);
 }
 
 void DrawTicks(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics,
@@ -147,15 +132,6 @@ void DrawGrids(const PlotClass& plot, std::int32_t penScale, const std::array<Ax
       line.EachMinor([&](std::int32_t at) {
         line.GridLine(at, plot.MinorGridLineStyle, plot.TickPenWidthMinor, plot.TickPenColor, penScale);
       });
-}
-
-// Calls `draw` with each number of an axis, from the smallest, its extent, and the fraction of the axis where it
-// stands.
-template <typename Draw>
-void EachLabel(const PlotAxis& axis, const LabelStrip& strip, Draw draw) {
-  const std::size_t n = axis.Labels.size();
-  for (std::size_t i = 0; i < n; ++i)
-    draw(axis.Labels[n - 1 - i], strip.Each[n - 1 - i], static_cast<double>(i) / axis.NumMajorTicks);
 }
 
 void DrawLeftNumbers(DrawingSurface& surface, const PlotAxis& axis, const LabelStrip& strip,
@@ -210,13 +186,7 @@ DeviceRect ComputePlotRect(const PlotMargins& around, const DeviceMetrics& metri
   frame.bottom = metrics.Height - metrics.Margin4Y - around.BottomTitle.Size.cy - metrics.Margin2Y -
                  around.BottomLabels.Height - metrics.Margin2Y - metrics.Margins.bottom;
   frame.right = metrics.Width - 2 * metrics.Margin4X - metrics.Margins.right;
-  if (square) {
-    if (frame.height() <= frame.width())
-      frame.right = frame.left + frame.height();
-    else
-      frame.bottom = frame.top + frame.width();
-  }
-  return frame;
+  return square ? frame.Squared() : frame;
 }
 
 void DrawAxes(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics, const PlotMargins& around,

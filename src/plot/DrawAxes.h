@@ -1,20 +1,11 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "plot/DeviceMetrics.h"
+#include "plot/LabelStrip.h"
 #include "plot/PlotClass.h"
 #include "plot/PlotText.h"
 
 namespace quorvex {
-
-// The numbers of an axis as measured on a surface: what the strip beside the frame needs, and each one's own extent.
-struct LabelStrip {
-  std::vector<DeviceExtent> Each;      // in the order of the labels, unturned
-  std::int32_t Width = 0, Height = 0;  // the largest of each; of the turned text where Slanted
-  bool Slanted = false;                // at 45 degrees, since they would crowd each other side by side
-};
 
 // What stands around the frame and decides where it lies. With SwapAxis the X axis is the one at the left.
 struct PlotMargins {

@@ -12,11 +12,9 @@ struct PlotTextFonts {
       : Normal(CreatePlotFont(font, angle, surface)), Script(CreatePlotFont(font, angle, surface, kScriptPercent)) {}
 };
 
-enum class TextDirection { Rightward, Upward };
-
-// Draws a text from its upper left corner at (x, y), its line running in that direction from there; the fonts are those
-// at 0 or 90 degrees. The colour and the transparent ground are the caller's to set.
+// Draws a text from its upper left corner at (x, y), its line turned by `angle` degrees against the clock about there,
+// in fonts of that angle. The colour and the transparent ground are the caller's to set.
 void DrawPlotText(DrawingSurface& surface, const PlotText& text, const PlotTextFonts& fonts, std::int32_t x,
-                  std::int32_t y, TextDirection direction = TextDirection::Rightward);
+                  std::int32_t y, int angle = 0);
 
 }  // namespace quorvex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,6 +16,11 @@ struct DeviceRect {
 
   std::int32_t width() const { return right - left; }
   std::int32_t height() const { return bottom - top; }
+  // As high as wide, by the smaller of the two, from the same upper left corner.
+  DeviceRect Squared() const {
+    const std::int32_t side = std::min(width(), height());
+    return {left, top, left + side, top + side};
+  }
   bool Contains(double x, double y) const { return x >= left && x <= right && y >= top && y <= bottom; }
   bool operator==(const DeviceRect&) const = default;
 };

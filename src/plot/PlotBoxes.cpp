@@ -109,6 +109,14 @@ DevicePoint QuietCorner(const DeviceRect& frame, const DeviceMetrics& metrics, D
 
 }  // namespace
 
+void DrawPageTitle(DrawingSurface& surface, const PlotPage& plot, const DeviceMetrics& metrics, const PlotText& title,
+                   const DeviceRect& frame) {
+  surface.SetTextColor(plot.PlotTitleColor);
+  DrawPlotText(surface, title, PlotTextFonts(surface, plot.PlotTitleFont, 0),
+               RoundToInt32((frame.left + frame.right - title.Size.cx) / 2.0),
+               frame.top - metrics.Margin2Y - title.Size.cy);
+}
+
 DeviceRect DrawLegend(DrawingSurface& surface, PlotPage& plot, const DeviceMetrics& metrics, const DeviceRect& frame,
                       const HiddenBy& hidden) {
   const std::vector<LegendEntry> rows = MeasureRows(surface, plot, metrics);

@@ -7,8 +7,13 @@
 
 #include "plot/DeviceMetrics.h"
 #include "plot/PlotPage.h"
+#include "plot/PlotText.h"
 
 namespace quorvex {
+
+// Draws the plot's title, as measured, over the middle of the frame.
+void DrawPageTitle(DrawingSurface& surface, const PlotPage& plot, const DeviceMetrics& metrics, const PlotText& title,
+                   const DeviceRect& frame);
 
 // How much of what is drawn a box there would hide, in any measure.
 using HiddenBy = std::function<double(const DeviceRect&)>;

@@ -35,6 +35,7 @@ class BoxProjection {
                 std::int32_t penScale);
 
   DevicePoint Corner(const BoxView::Ends& at) const;
+  const BoxView& View() const { return view_; }
   const AxisVector& Axis(std::size_t axis) const { return axes_[axis]; }
 
   // Of values as they are plotted.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 namespace quorvex {
 
@@ -19,10 +20,8 @@ class BoxView {
   // 0 to one from above at a right angle, and on over the top, where the picture stands on its head.
   BoxView(double XYAngle, double ZAngle);
 
-  // Which end of each edge a corner lies at: -1 or 1.
-  struct Ends {
-    int p = -1, q = -1, r = -1;
-  };
+  // Which end of the edges p, q and r a corner lies at: -1 or 1.
+  using Ends = std::array<int, 3>;
   const BoxCorner& Corner(const Ends& at) const { return corners_[Index(at)]; }
 
   // The ends of p and q that are next to the viewer. Of r it is always the upper one: nobody looks from below.
@@ -34,7 +33,7 @@ class BoxView {
 
  private:
   static std::size_t Index(const Ends& at) {
-    return static_cast<std::size_t>((at.p > 0 ? 4 : 0) + (at.q > 0 ? 2 : 0) + (at.r > 0 ? 1 : 0));
+    return static_cast<std::size_t>((at[0] > 0 ? 4 : 0) + (at[1] > 0 ? 2 : 0) + (at[2] > 0 ? 1 : 0));
   }
 
   std::array<BoxCorner, 8> corners_;

@@ -4,6 +4,9 @@
 #include <cmath>
 
 #include "plot3d/BoxModes.h"
+#include "plot3d/DrawBox.h"
+#include "plot3d/DrawPoints.h"
+#include "plot3d/DrawSurface.h"
 
 namespace quorvex {
 namespace {
@@ -11,6 +14,10 @@ namespace {
 // X1 from left to right, X2 from the front to the back, seen from somewhat above.
 constexpr double kFirstXYAngle = 140, kFirstZAngle = 30;
 constexpr std::int32_t kLightGrey = 0xF0F0F0;
+
+constexpr const char* kNoLogScale =
+    "An error occurred because a portion of the predicted curve crosses the zero axis, and cannot be plotted on log "
+    "scale";
 
 std::int16_t Between(std::int32_t value, std::int32_t least, std::int32_t most) {
   return static_cast<std::int16_t>(std::clamp(value, least, most));
@@ -60,6 +67,67 @@ std::unique_ptr<PlotModes> PlotClass3D::MakeModes(PlotHost& host, Prompter&) {
 
 bool PlotClass3D::IsShown(const PlotSeries& series) const {
   return series.Displayed() || (series.Model() != nullptr && series.Style().ShadeMesh != 0);
+}
+
+bool PlotClass3D::GenerateTable(PlotSeries& series) const {
+  const auto range = [&](const BoxAxis& axis, int points) {
+    return TableRange{axis.Min, axis.Max, PlotAtFittedOnly ? kInputPoints : points, axis.LogScale};
+  };
+  return series.GenerateTable({range(X, XPointsPerPlot), range(Y, YPointsPerPlot)}, Extrapolate) &&
+         (!series.Style().ShowErrorBars || series.GenerateErrorTable());
+}
+
+BoxProjection PlotClass3D::Projection(const DeviceRect& frame, std::int32_t penScale) const {
+  return {view_, frame, {X.Limits(), Y.Limits(), Z.Limits()}, penScale};
+}
+
+// Of long series it looks at some points.
+double PlotClass3D::PointsWithin(const DeviceRect& box, const PlotPicture& picture) const {
+  constexpr std::size_t kEnough = 500;
+  const BoxProjection projection = Projection(picture.Frame, 1);
+  double shares = 0;
+  for (const PlotSeries& series : PlotData) {
+    if (!IsShown(series)) continue;
+    const SeriesTable first = series.CopyDataTo(1), second = series.CopyDataTo(2);
+    const std::size_t stride = first.Y.size() / kEnough + 1;
+    std::size_t within = 0;
+    for (std::size_t i = 0; i < first.Y.size(); i += stride) {
+      const DevicePoint at = projection.ToDevice(first.X[i], second.X[i], first.Y[i]);
+      within += box.Contains(at.x, at.y);
+    }
+    shares += static_cast<double>(within * stride) / static_cast<double>(first.Y.size());
+  }
+  return shares;
+}
+
+std::optional<std::string> PlotClass3D::DrawContents(DrawingSurface& surface, const DeviceMetrics& metrics,
+                                                     PlotPicture& picture) {
+  const BoxMargins around = MeasureBox(surface, *this);
+  const DeviceRect frame = ComputeBoxRect(around, metrics, Make3DSquare);
+  if (frame.width() <= 0 || frame.height() <= 0) return std::nullopt;
+  picture.Frame = frame;
+  const BoxProjection box = Projection(frame, metrics.PenScale);
+  DrawBox(surface, *this, metrics, around, box, frame);
+
+  // A surface covers points behind and before it alike.
+  for (const PlotSeries& series : PlotData)
+    if (series.Data() != nullptr) DrawScatter(surface, series, metrics, box);
+  for (const PlotSeries& series : PlotData) {
+    if (series.Model() == nullptr || !IsShown(series)) continue;
+    if (Z.LogScale && series.Model()->ZIsNegative) return kNoLogScale;
+    constexpr std::int32_t kFewestBits = 16;  // for colours without steps
+    if (MeshColorScheme == kTrueColorScheme && ShadeMeshByValue && series.Style().ShadeMesh != 0 &&
+        surface.GetDeviceCaps(DeviceCap::BITSPIXEL) < kFewestBits)
+      MeshColorScheme = kSpectrumScheme;
+    if (!DrawSurface(surface, series, *this, metrics, box)) return kPlotFailure;
+  }
+  for (const PlotSeries& series : PlotData)
+    if (series.Data() != nullptr && series.Style().ShowErrorBars) DrawErrorBars3D(surface, series, *this, metrics, box);
+  for (const PlotSeries& series : PlotData)
+    if (series.Model() != nullptr && series.Style().ShowErrorBars)
+      DrawResidualBars3D(surface, series, *this, metrics, box);
+  DrawBoxFrontEdges(surface, *this, box);
+  return std::nullopt;
 }
 
 }  // namespace quorvex

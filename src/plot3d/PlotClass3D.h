@@ -73,6 +73,7 @@ class PlotClass3D final : public PlotPage {
   std::optional<std::string> DrawContents(DrawingSurface& surface, const DeviceMetrics& metrics,
                                           PlotPicture& picture) override;
   double PointsWithin(const DeviceRect& box, const PlotPicture& picture) const override;
+  BoxProjection Projection(const DeviceRect& frame, std::int32_t penScale) const;
 
   double xyDegrees_ = 0, zDegrees_ = 0;
   BoxView view_{0, 0};
