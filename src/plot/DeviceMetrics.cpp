@@ -24,6 +24,10 @@ DeviceMetrics DeviceMetrics::Measure(const DrawingSurface& surface, const PageSe
   return m;
 }
 
+std::int32_t DeviceMetrics::MarkerRadius(std::int32_t size) const { return RoundToInt32(size * DevicePpi / 144.0); }
+
+std::int32_t DeviceMetrics::ErrorCap() const { return RoundToInt32(DevicePpi * 0.0625); }
+
 void DrawPageBackground(DrawingSurface& surface, const DeviceMetrics& metrics, std::int32_t colour) {
   if (metrics.BlankPaper) return;
   const SelectedObject pen(surface, surface.CreatePen(0, 1, colour));

@@ -16,6 +16,10 @@ struct DeviceMetrics {
   std::int32_t PenScale = 1;
   bool BlankPaper = false;  // a printer's page whose background isn't printed
 
+  // From the middle of a marker of a size in points to its edge, and of an error bar's cap to its end.
+  std::int32_t MarkerRadius(std::int32_t size) const;
+  std::int32_t ErrorCap() const;
+
   // Of the surface, with ticks of a length in inches.
   static DeviceMetrics Measure(const DrawingSurface& surface, const PageSetup& page, double TickPenLength);
 };

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <vector>
 
-#include "core/NumberText.h"
 #include "plot/Markers.h"
 #include "plot/StyledLines.h"
 
@@ -34,7 +33,7 @@ bool DrawSeries(DrawingSurface& surface, const PlotSeries& series, const DeviceM
     DrawStyledPolyline(surface, across, down, style.DrawStyle, style.DrawWidth, style.DrawColor, metrics.PenScale);
   }
   if (style.DisplayMarker) {
-    const std::int32_t radius = RoundToInt32(style.MarkerSize * metrics.DevicePpi / 144.0);
+    const std::int32_t radius = metrics.MarkerRadius(style.MarkerSize);
     const ClipRectangle clip(surface, frame.left - radius, frame.top - radius, frame.right + radius,
                              frame.bottom + radius);
     DrawMarkers(surface, across, down, style.MarkerColor, style.MarkerStyle, radius, metrics.PenScale);
@@ -63,7 +62,7 @@ void DrawErrorBars(DrawingSurface& surface, const PlotSeries& series, const Devi
   };
 
   const SeriesStyle& style = series.Style();
-  const std::int32_t cap = RoundToInt32(metrics.DevicePpi * 0.0625);
+  const std::int32_t cap = metrics.ErrorCap();
   const DeviceRect& frame = picture.Frame;
   const ClipRectangle clip(surface, frame.left, frame.top, frame.right, frame.bottom);
   const SelectedObject pen(surface,

@@ -79,8 +79,8 @@ void DrawSample(DrawingSurface& surface, const LegendEntry& row, const DeviceMet
   const SeriesStyle& style = *row.Style;
   if (style.DisplayMarker) {
     const std::array<std::int32_t, 1> atX = {x0 + longest / 2}, atY = {y};
-    DrawMarkers(surface, atX, atY, style.MarkerColor, style.MarkerStyle,
-                RoundToInt32(style.MarkerSize * metrics.DevicePpi / 144.0), metrics.PenScale);
+    DrawMarkers(surface, atX, atY, style.MarkerColor, style.MarkerStyle, metrics.MarkerRadius(style.MarkerSize),
+                metrics.PenScale);
   }
   if (style.DisplayLine) {
     // A pattern ends whole, unless there is room for several of it.
