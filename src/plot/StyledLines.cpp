@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/NumberText.h"
+#include "plot/LinePattern.h"
 
 namespace quorvex {
 namespace {
@@ -13,22 +14,6 @@ namespace {
 constexpr int kStyles = 5;
 constexpr int kWidths = 10;
 using ByWidth = std::array<std::int32_t, kWidths>;
-
-constexpr std::int32_t kDot = 4;
-
-// The lengths of a pattern: the long stroke, the gap, and how many dots, each with a gap, follow before it repeats.
-struct Pattern {
-  ByWidth Long, Gap;
-  int Dots;
-};
-constexpr ByWidth kDashes = {12, 14, 15, 17, 18, 20, 21, 23, 24, 26};
-constexpr ByWidth kNarrowGaps = {4, 5, 6, 7, 8, 10, 11, 12, 13, 14};
-constexpr std::array<Pattern, kStyles - 1> kPatterns = {{
-    {kDashes, kNarrowGaps, 0},
-    {{kDot, kDot, kDot, kDot, kDot, kDot, kDot, kDot, kDot, kDot}, kNarrowGaps, 0},
-    {{18, 21, 23, 26, 29, 31, 34, 37, 39, 42}, {5, 6, 7, 8, 9, 11, 12, 13, 14, 15}, 1},
-    {kDashes, kNarrowGaps, 2},
-}};
 
 constexpr std::array<ByWidth, kStyles - 1> kSampleLengths = {{
     {28, 33, 37, 41, 44, 50, 53, 58, 61, 66},
@@ -43,16 +28,6 @@ std::int32_t KnownWidth(std::int32_t width) { return std::clamp(width, 1, kWidth
 bool IsInRange(DevicePoint point, std::int32_t range) {
   const auto within = [&](std::int32_t value) { return value > -range && value < range; };
   return within(point.x) && within(point.y);
-}
-
-// Strokes and gaps by turns, the first a stroke.
-std::vector<double> PatternElements(int style, std::int32_t width, std::int32_t penScale) {
-  const auto column = static_cast<std::size_t>(width - 1);
-  const Pattern& pattern = kPatterns[static_cast<std::size_t>(style - 1)];
-  const double gap = pattern.Gap[column] * penScale;
-  std::vector<double> elements = {static_cast<double>(pattern.Long[column] * penScale), gap};
-  for (int dot = 0; dot < pattern.Dots; ++dot) elements.insert(elements.end(), {kDot * penScale * 1.0, gap});
-  return elements;
 }
 
 // A line without the points that lie within a unit of the way between those left; where a pixel has many units nobody
@@ -106,69 +81,6 @@ class Straightener {
   double reached_ = 0;          // the square of the last step's length
 };
 
-// The pattern on its way along a polyline.
-class PatternWalk {
- public:
-  PatternWalk(DrawingSurface& surface, std::vector<double> elements, std::int32_t range)
-      : surface_(surface), range_(range), elements_(std::move(elements)), remainder_(elements_[0]) {
-    for (const double element : elements_) period_ += element;
-  }
-
-  void Segment(DevicePoint from, DevicePoint to) {
-    const double dx = static_cast<double>(to.x) - from.x, dy = static_cast<double>(to.y) - from.y;
-    const double length = std::hypot(dx, dy);
-    if (length == 0) return;
-    const auto at = [&](double along) {
-      return DevicePoint{RoundToInt32(from.x + along * dx / length), RoundToInt32(from.y + along * dy / length)};
-    };
-    const auto stroke = [&](double start, double end) {
-      if (index_ % 2 != 0) return;
-      const DevicePoint a = at(start), b = at(end);
-      surface_.MoveToEx(a.x, a.y);
-      surface_.LineTo(b.x, b.y);
-    };
-    const auto [enter, leave] = PartInRange(from, to, length);
-    double start = 0, end = remainder_;
-    while (end <= length) {
-      stroke(start, end);
-      index_ = index_ + 1 < elements_.size() ? index_ + 1 : 0;
-      start = end;
-      // Whole patterns out of sight are not walked: a point far off would take hours.
-      if (start < enter || start > leave)
-        start += std::floor(((start < enter ? enter : length) - start) / period_) * period_;
-      end = start + elements_[index_];
-    }
-    stroke(start, length);
-    remainder_ = end - length;
-  }
-
- private:
-  // Where along the segment it comes into range and leaves it; both at its end where it never does.
-  std::pair<double, double> PartInRange(DevicePoint from, DevicePoint to, double length) const {
-    double enter = 0, leave = 1;  // in fractions of the length
-    const auto confine = [&](double a, double b) {
-      if (a == b) {
-        if (std::abs(a) > range_) leave = -1;
-        return;
-      }
-      const double low = (-range_ - a) / (b - a), high = (range_ - a) / (b - a);
-      enter = std::max(enter, std::min(low, high));
-      leave = std::min(leave, std::max(low, high));
-    };
-    confine(from.x, to.x);
-    confine(from.y, to.y);
-    if (enter > leave) return {length, length};
-    return {enter * length, leave * length};
-  }
-
-  DrawingSurface& surface_;
-  double range_;
-  std::vector<double> elements_;
-  double period_ = 0;
-  std::size_t index_ = 0;  // of the element that the walk is in; the even ones are strokes
-  double remainder_;       // of it, still to go
-};
-
 }  // namespace
 
 bool DrawStyledPolyline(DrawingSurface& surface, std::span<const std::int32_t> xs, std::span<const std::int32_t> ys,
@@ -199,8 +111,14 @@ bool DrawStyledPolyline(DrawingSurface& surface, std::span<const std::int32_t> x
 
   const SelectedObject pen(surface, surface.CreatePen(0, width * penScale, colour));
   if (style != 0) {
-    PatternWalk walk(surface, PatternElements(style, width, penScale), range);
-    for (std::size_t i = 1; i < line.size(); ++i) walk.Segment(line[i - 1], line[i]);
+    const double sight = range;
+    PatternWalk walk(LinePattern(style, width, penScale), {-sight, -sight, sight, sight});
+    const auto exact = [](DevicePoint at) { return ExactPoint{1.0 * at.x, 1.0 * at.y}; };
+    const auto stroke = [&](ExactPoint from, ExactPoint to) {
+      surface.MoveToEx(RoundToInt32(from.x), RoundToInt32(from.y));
+      surface.LineTo(RoundToInt32(to.x), RoundToInt32(to.y));
+    };
+    for (std::size_t i = 1; i < line.size(); ++i) walk.Segment(exact(line[i - 1]), exact(line[i]), stroke);
     return true;
   }
   surface.MoveToEx(line[0].x, line[0].y);
