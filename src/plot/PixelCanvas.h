@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "plot/DrawingSurface.h"
+#include "plot/LinePattern.h"
+
+namespace quorvex {
+
+// The pen of an outline; lengths in pixels. The ends of its strokes are round, and so are the corners of a solid line.
+struct CanvasPen {
+  double Width = 1;
+  std::int32_t Colour = 0;  // 0x00BBGGRR
+  LinePattern Pattern = {};
+  bool FlatEnds = false;  // of the strokes instead
+};
+
+// Paints the facets of a surface, many thousand to a picture, straight on its pixels, which are 0xFFRRGGBB.
+//
+// A pixel has kUnitsPerPixel device units each way, and its middle is a whole number of pixels: pixel 3's is 24.
+// Fill and Shade paint the pixels whose middle lies inside, by the even-odd rule. A middle on an edge belongs to what
+// is right of it, or below where the edge is level; so of facets with common corners each pixel goes to exactly one.
+// Corners farther off than kFarthest units, above a hundred million pixels, count as lying there.
+class PixelCanvas {
+ public:
+  static constexpr std::int32_t kUnitsPerPixel = 8;
+  static constexpr std::int32_t kFarthest = 1 << 30;
+
+  // Columns from Left to Right and rows from Top to Bottom, the last ones not included.
+  struct Area {
+    int Left = 0, Top = 0, Right = 0, Bottom = 0;
+  };
+
+  // The pixels outlive the canvas; `stride` is from one row's first to the next one's.
+  PixelCanvas(std::uint32_t* pixels, std::ptrdiff_t stride, int width, int height);
+
+  // From now on nothing is painted outside; what lies beyond the picture is left away.
+  void SetClip(const Area& area);
+  void LiftClip() { SetClip({0, 0, width_, height_}); }
+
+  void Fill(std::span<const DevicePoint> polygon, std::int32_t colour);
+
+  // Fills a triangle with the colours of DrawingSurface::ShadeTriangle.
+  void Shade(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
+             std::span<const std::int32_t> ramp);
+
+  // The line round a polygon, with smoothed edges: a pixel takes as much of the pen's colour as the pen, seen from the
+  // nearest place of the line, covers of it. A pattern begins at the first corner.
+  void Outline(std::span<const DevicePoint> polygon, const CanvasPen& pen);
+
+ private:
+  struct Run {
+    int Row, Left, Right;  // the last column not included
+  };
+
+  template <typename Paint>
+  void EachRun(std::span<const DevicePoint> polygon, Paint paint);
+  void CrossRows(DevicePoint a, DevicePoint b, const Area& rows, std::size_t corners);
+  void Cover(ExactPoint from, ExactPoint to, const CanvasPen& pen);
+  void Ink(std::int32_t colour);
+  std::uint32_t* Row(int row) const { return pixels_ + row * stride_; }
+
+  std::uint32_t* pixels_;
+  std::ptrdiff_t stride_;
+  int width_, height_;
+  Area clip_;
+
+  // Kept from polygon to polygon, lest each take memory of its own.
+  std::vector<int> crossings_;        // where edges cross the rows of a polygon: room for all of its edges in each row,
+  std::vector<std::size_t> crossed_;  // of which so many are taken
+  std::vector<std::uint8_t> coverage_;  // of each pixel of the picture by the pen, 255 the whole; 0 between outlines
+  std::vector<Run> covered_;            // where it may be more
+};
+
+}  // namespace quorvex
