@@ -39,12 +39,13 @@ std::vector<ShadedCorner> From(const std::vector<ShadedCorner>& polygon, double 
 void DrawingSurface::ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
                                    std::span<const std::int32_t> ramp) {
   std::vector<ShadedCorner> rest;
-  for (std::size_t i = 0; i < corners.size(); ++i)
-    rest.push_back({1.0 * corners[i].x, 1.0 * corners[i].y, std::clamp(places[i], 0.0, 1.0)});
+  for (std::size_t i = 0; i < corners.size(); ++i) rest.push_back({1.0 * corners[i].x, 1.0 * corners[i].y, places[i]});
   const auto [least, most] =
       std::minmax_element(rest.begin(), rest.end(), [](const auto& a, const auto& b) { return a.Place < b.Place; });
   const double steps = static_cast<double>(ramp.size());
-  const auto step = [&](double place) { return std::min(static_cast<std::size_t>(place * steps), ramp.size() - 1); };
+  const auto step = [&](double place) {
+    return std::min(static_cast<std::size_t>(std::clamp(place, 0.0, 1.0) * steps), ramp.size() - 1);
+  };
   const std::size_t first = step(least->Place), last = step(most->Place);
   const SelectedObject pen(*this, CreatePen(5, 1, 0));
   // Each colour covers what is left of the triangle, so that no gap can show between two of them.
