@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kMiddle = 0.5;  // of a pixel
 constexpr double kMillimetresPerInch = 25.4, kTwipsPerInch = 1440;
+constexpr int kNoLine = 5;  // the style of a pen
 
 QColor ToColor(std::int32_t colour) { return {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF}; }
 
@@ -142,22 +143,10 @@ class StraightLines {
   std::vector<std::pair<std::int32_t, std::int32_t>> stretches_;  // from and to
 };
 
-// What of a step comes into a rectangle, in fractions of the step; nothing where the first is above the second. The
-// painter's own arithmetic does not reach the places far outside where curves may lead.
+// The painter's own arithmetic does not reach the places far outside where curves may lead.
 std::pair<double, double> PartInSight(const QLineF& step, const QRectF& sight) {
-  double enter = 0, leave = 1;
-  const auto confine = [&](double start, double length, double low, double high) {
-    if (length == 0) {
-      if (start < low || start > high) leave = -1;
-      return;
-    }
-    const double a = (low - start) / length, b = (high - start) / length;
-    enter = std::max(enter, std::min(a, b));
-    leave = std::min(leave, std::max(a, b));
-  };
-  confine(step.x1(), step.dx(), sight.left(), sight.right());
-  confine(step.y1(), step.dy(), sight.top(), sight.bottom());
-  return {enter, leave};
+  return quorvex::PartInSight({step.x1(), step.y1()}, {step.x2(), step.y2()},
+                              {sight.left(), sight.top(), sight.right(), sight.bottom()});
 }
 
 QList<QPolygonF> PartsInSight(const QPolygonF& line, const QRectF& sight) {
@@ -195,8 +184,19 @@ QPainter& QtSurface::Painter() {
     painter_.begin(&device_);
     painter_.setRenderHint(QPainter::Antialiasing);
     painter_.setBackgroundMode(Qt::OpaqueMode);
+    // Now that the painter is about its work the image has its pixels to itself, and asking for them moves none.
+    if (auto* const image = dynamic_cast<QImage*>(&device_); image && image->format() == QImage::Format_RGB32)
+      canvas_.emplace(reinterpret_cast<std::uint32_t*>(image->bits()),
+                      image->bytesPerLine() / static_cast<qsizetype>(sizeof(std::uint32_t)), image->width(),
+                      image->height());
   }
   return painter_;
+}
+
+PixelCanvas* QtSurface::Canvas() {
+  Painter();
+  const bool plainMap = scale_ == QPointF(1, 1) / units_ && origin_.isNull();
+  return canvas_ && plainMap && !clipsToPath_ ? &*canvas_ : nullptr;
 }
 
 std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
@@ -378,12 +378,24 @@ QTransform QtSurface::Shifted() const {
 }
 
 QPen QtSurface::Pen() const {
+  if (objects_.Pen().Style == kNoLine) return Qt::NoPen;
   const int width = PenWidth();
-  // The thinnest lines end where they are told to, so that their patterns keep their gaps.
-  const Qt::PenCapStyle cap = objects_.Pen().Width <= PenScale() ? Qt::FlatCap : Qt::RoundCap;
+  const Qt::PenCapStyle cap = HasFlatEnds() ? Qt::FlatCap : Qt::RoundCap;
   // A round corner of two pixels looks like any other, but takes its time.
   const Qt::PenJoinStyle join = IsRaster() && width <= 2 ? Qt::BevelJoin : Qt::RoundJoin;
   return {ToColor(objects_.Pen().Colour), 1.0 * width, Qt::SolidLine, cap, join};
+}
+
+// The thinnest lines end where they are told to, so that their patterns keep their gaps.
+bool QtSurface::HasFlatEnds() const { return objects_.Pen().Width <= PenScale(); }
+
+// As wide as a line of weight 1 on a screen; narrower ones shine through where a page is shown at that size.
+double QtSurface::SeamWidth() const { return 1.0 * PenScale() / units_; }
+
+LinePattern QtSurface::Pattern() const {
+  const std::int32_t scale = PenScale();
+  const SurfacePen& pen = objects_.Pen();
+  return {pen.Style, qRound(1.0 * pen.Width / scale), 1.0 * scale / units_};
 }
 
 void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
@@ -397,7 +409,30 @@ void QtSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right,
 }
 
 void QtSurface::Polygon(std::span<const DevicePoint> points) {
-  PaintShape(Shape::kPolygon, points, Outline::Pen, objects_.Brush());
+  PixelCanvas* const canvas = facets_ ? Canvas() : nullptr;
+  if (!canvas) return PaintShape(Shape::kPolygon, points, Outline::Pen, objects_.Brush());
+  Flush();
+  const SurfacePen& pen = objects_.Pen();
+  if (const auto colour = objects_.Brush().Colour) canvas->Fill(points, *colour);
+  if (pen.Style != kNoLine) canvas->Outline(points, {1.0 * PenWidth(), pen.Colour, Pattern(), HasFlatEnds()});
+}
+
+void QtSurface::SetFacets(bool joined) {
+  Flush();
+  stamps_.clear();
+  facets_ = joined;
+}
+
+void QtSurface::ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
+                              std::span<const std::int32_t> ramp) {
+  if (PixelCanvas* const canvas = Canvas()) {
+    Flush();
+    canvas->Shade(corners, places, ramp);
+    return;
+  }
+  const bool before = std::exchange(facets_, true);
+  DrawingSurface::ShadeTriangle(corners, places, ramp);
+  facets_ = before;
 }
 
 void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, Outline outline,
@@ -423,6 +458,14 @@ void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> poin
 void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
   QPen pen = shape.Border == Outline::Pen ? Pen() : QPen(Qt::NoPen);
   if (shape.Kind == Shape::kRectangle) pen.setJoinStyle(Qt::MiterJoin);
+  if (shape.Kind == Shape::kPolygon && pen.style() != Qt::NoPen) {
+    QList<qreal> dashes;  // in widths of the pen
+    for (const double element : Pattern().Elements()) dashes.append(element / pen.widthF());
+    if (!dashes.isEmpty()) pen.setDashPattern(dashes);
+  }
+  // Between the smoothed edges of two facets the ground would shine through.
+  if (facets_ && shape.Border == Outline::Pen && pen.style() == Qt::NoPen && shape.Fill.Colour)
+    pen = QPen(ToColor(*shape.Fill.Colour), SeamWidth(), Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
   painter.setPen(pen);
   painter.setBrush(ToBrush(shape.Fill));
   const QPolygonF points = ToPolygon(shape.Points);
@@ -438,7 +481,7 @@ void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
 const QtSurface::Stamp* QtSurface::StampOf(const Shape& shape) {
   constexpr std::size_t kMostStamps = 8;
   constexpr int kLargest = 64;
-  if (!IsRaster()) return nullptr;
+  if (!IsRaster() || facets_) return nullptr;
   const auto known = std::find_if(stamps_.begin(), stamps_.end(), [&](const Stamp& s) { return s.Source == shape; });
   if (known == stamps_.end()) {
     const int rim = PenWidth() + 2;  // outline and smoothing reach beyond the shape
@@ -476,13 +519,16 @@ void QtSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {
 
 void QtSurface::SelectClipRgn(SurfaceHandle region) {
   Flush();
+  clipsToPath_ = false;
   if (region == 0) {
     Painter().setClipping(false);
+    if (canvas_) canvas_->LiftClip();
     return;
   }
   Painter().setTransform({});
   const SurfaceRegion& shape = objects_.Region(region);
   if (!shape.Rectangular) {
+    clipsToPath_ = true;
     QPainterPath path;
     QPolygonF corners;
     for (const DevicePoint& corner : shape.Corners) corners.append(InPixels(corner));
@@ -491,7 +537,9 @@ void QtSurface::SelectClipRgn(SurfaceHandle region) {
     return;
   }
   // Pixels through which the edges run are within.
-  Painter().setClipRect(QRectF(OnPixels(shape.Corners[0]), OnPixels(shape.Corners[1]) + QPoint(1, 1)));
+  const QPoint from = OnPixels(shape.Corners[0]), end = OnPixels(shape.Corners[1]) + QPoint(1, 1);
+  Painter().setClipRect(QRectF(from, end));
+  if (canvas_) canvas_->SetClip({from.x(), from.y(), end.x(), end.y()});
 }
 
 void QtSurface::SetBkMode(int mode) {

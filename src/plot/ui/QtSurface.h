@@ -5,9 +5,11 @@
 #include <QPainter>
 #include <QPolygonF>
 #include <array>
+#include <optional>
 #include <span>
 #include <vector>
 
+#include "plot/PixelCanvas.h"
 #include "plot/SurfaceObjects.h"
 
 namespace quorvex {
@@ -18,11 +20,12 @@ namespace quorvex {
 //
 // Edges are smoothed, but lines that all run along or down, shapes, letters and clips lie on whole pixels and stay
 // crisp. MoveToEx and LineTo gather lines, which are painted together at the next call of another kind: a curve of many
-// thousand points, on screen, is a matter of milliseconds.
+// thousand points, on screen, is a matter of milliseconds. Facets go straight to an image's pixels, at their exact
+// places.
 class QtSurface : public DrawingSurface {
  public:
   enum class Device { kPicture, kPrinter };
-  static constexpr std::int32_t kUnitsPerPixel = 8;
+  static constexpr std::int32_t kUnitsPerPixel = PixelCanvas::kUnitsPerPixel;
 
   // The device must outlive the surface. Its resolution tells the size of fonts and margins. A printer must print on
   // the full page, since plots keep the margins themselves.
@@ -51,6 +54,10 @@ class QtSurface : public DrawingSurface {
   void Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Polygon(std::span<const DevicePoint> points) override;
+
+  void SetFacets(bool joined) override;
+  void ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
+                     std::span<const std::int32_t> ramp) override;
 
   SurfaceHandle CreatePolygonRgn(std::span<const DevicePoint> points, int fillMode) override;
   SurfaceHandle CreateRectRgn(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
@@ -97,8 +104,10 @@ class QtSurface : public DrawingSurface {
     QImage Picture;
   };
 
-  QPainter& Painter();  // begins to paint
+  QPainter& Painter();    // begins to paint
+  PixelCanvas* Canvas();  // for facets; none where the painter must paint them
   QPen Pen() const;
+  LinePattern Pattern() const;  // of the pen, in pixels
   const QFont& Font();
   bool IsRaster() const { return units_ > 1; }  // pixels, not paths
   void ApplyMap();
@@ -106,7 +115,9 @@ class QtSurface : public DrawingSurface {
     return {point.x * scale_.x() + origin_.x(), point.y * scale_.y() + origin_.y()};
   }
   QPoint OnPixels(DevicePoint point) const { return InPixels(point).toPoint(); }
-  int PenWidth() const;        // in pixels
+  int PenWidth() const;  // in pixels
+  bool HasFlatEnds() const;
+  double SeamWidth() const;
   QTransform Shifted() const;  // onto whole pixels, as the pen's width asks
   void Flush();                // paints the lines gathered
   bool RunsAlongOrDown() const;
@@ -120,6 +131,9 @@ class QtSurface : public DrawingSurface {
   Device kind_;
   std::int32_t units_;  // to a pixel
   QPainter painter_;
+  std::optional<PixelCanvas> canvas_;  // where the device is an image of the canvas' pixels
+  bool clipsToPath_ = false;           // which a canvas cannot
+  bool facets_ = false;
   SurfaceObjects objects_;
   std::int32_t textColour_ = 0;
   QFont font_;
