@@ -42,8 +42,8 @@ class AxisLine {
   // A tick into the frame, and with the extra ticks its twin on the opposite side.
   void Tick(std::int32_t at, std::int32_t length) const {
     const std::int32_t inward = vertical_ ? length : -length;
-    Line(at, Near(), Near() + inward);
-    if (axis_.ShowExtraTicks) Line(at, Far(), Far() - inward);
+    DrawLine(surface_, Place(at, Near()), Place(at, Near() + inward));
+    if (axis_.ShowExtraTicks) DrawLine(surface_, Place(at, Far()), Place(at, Far() - inward));
   }
 
   void GridLine(std::int32_t at, std::int32_t style, std::int32_t width, std::int32_t colour,
@@ -60,12 +60,6 @@ class AxisLine {
   DevicePoint Place(std::int32_t along, std::int32_t across) const {
     return vertical_ ? DevicePoint{across, along} : DevicePoint{along, across};
   }
-  void Line(std::int32_t at, std::int32_t from, std::int32_t to) const {
-    const DevicePoint a = Place(at, from), b = Place(at, to);
-    surface_.MoveToEx(a.x, a.y);
-    surface_.LineTo(b.x, b.y);
-  }
-
   DrawingSurface& surface_;
   const FrameAxis& axis_;
   DeviceRect frame_;

@@ -57,8 +57,7 @@ void DrawErrorBars(DrawingSurface& surface, const PlotSeries& series, const Devi
       std::swap(x1, y1);
       std::swap(x2, y2);
     }
-    surface.MoveToEx(x1, y1);
-    surface.LineTo(x2, y2);
+    DrawLine(surface, {x1, y1}, {x2, y2});
   };
 
   const SeriesStyle& style = series.Style();

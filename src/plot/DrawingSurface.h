@@ -178,6 +178,11 @@ class SelectedObject {
   Selection selection_;  // undone before the object goes
 };
 
+inline void DrawLine(DrawingSurface& surface, DevicePoint from, DevicePoint to) {
+  surface.MoveToEx(from.x, from.y);
+  surface.LineTo(to.x, to.y);
+}
+
 // Polygons drawn within a block are facets of one surface.
 class FacetScope {
  public:

@@ -39,11 +39,11 @@ class MarkerPen {
       case Shape::kSquare:
         return surface_.Rectangle(p.x - r_, p.y - r_, p.x + r_, p.y + r_);
       case Shape::kDiagonalCross:
-        Line({p.x - r_, p.y - r_}, {p.x + r_, p.y + r_});
-        return Line({p.x - r_, p.y + r_}, {p.x + r_, p.y - r_});
+        DrawLine(surface_, {p.x - r_, p.y - r_}, {p.x + r_, p.y + r_});
+        return DrawLine(surface_, {p.x - r_, p.y + r_}, {p.x + r_, p.y - r_});
       case Shape::kUprightCross:
-        Line({p.x, p.y - r_}, {p.x, p.y + r_});
-        return Line({p.x - r_, p.y}, {p.x + r_, p.y});
+        DrawLine(surface_, {p.x, p.y - r_}, {p.x, p.y + r_});
+        return DrawLine(surface_, {p.x - r_, p.y}, {p.x + r_, p.y});
       case Shape::kTriangleUp:
         return Triangle(p, r_);
       case Shape::kTriangleDown:
@@ -52,11 +52,6 @@ class MarkerPen {
   }
 
  private:
-  void Line(DevicePoint from, DevicePoint to) const {
-    surface_.MoveToEx(from.x, from.y);
-    surface_.LineTo(to.x, to.y);
-  }
-
   void Triangle(DevicePoint p, std::int32_t up) const {
     const DevicePoint corners[] = {{p.x, p.y - up}, {p.x - r_, p.y + up}, {p.x + r_, p.y + up}};
     if (!style_.Filled) {

@@ -54,6 +54,14 @@ DevicePoint BoxProjection::Corner(const BoxView::Ends& at) const {
       .Rounded();
 }
 
+DevicePlace BoxProjection::OnEdge(std::size_t axis, BoxView::Ends at, double fraction) const {
+  at[axis] = -1;
+  const DevicePoint from = Corner(at);
+  at[axis] = 1;
+  const DevicePoint to = Corner(at);
+  return {from.x + fraction * (to.x - from.x), from.y + fraction * (to.y - from.y)};
+}
+
 DevicePlace BoxProjection::Place(double x, double y, double z) const {
   x -= axes_[0].Min;
   y -= axes_[1].Min;

@@ -36,6 +36,8 @@ class BoxProjection {
 
   DevicePoint Corner(const BoxView::Ends& at) const;
   const BoxView& View() const { return view_; }
+  // The place at a fraction of the edge along `axis` on which the corner `at` lies.
+  DevicePlace OnEdge(std::size_t axis, BoxView::Ends at, double fraction) const;
   const AxisVector& Axis(std::size_t axis) const { return axes_[axis]; }
 
   // Of values as they are plotted.

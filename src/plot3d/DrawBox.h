@@ -15,6 +15,9 @@ struct BoxMargins {
   std::array<LabelStrip, 3> Labels;
 };
 
+// The width and the height that no number of any axis goes beyond.
+DeviceExtent LargestNumber(const BoxMargins& around);
+
 // Takes the measures of titles and numbers on a surface.
 BoxMargins MeasureBox(DrawingSurface& surface, const PlotClass3D& plot);
 
@@ -22,9 +25,7 @@ BoxMargins MeasureBox(DrawingSurface& surface, const PlotClass3D& plot);
 DeviceRect ComputeBoxRect(const BoxMargins& around, const DeviceMetrics& metrics, bool square);
 
 // Draws all that lies behind the data, and outside of the box: its far faces and edges, title, ticks, grids on the far
-// faces, numbers and titles of the axes. Each axis is at that of its four edges where its numbers stand beside the box:
-// below or, of the vertical one, at the left. Numbers that would run into others are left out, and an axis that is seen
-// from its end has none.
+// faces, numbers and titles of the axes.
 void DrawBox(DrawingSurface& surface, const PlotClass3D& plot, const DeviceMetrics& metrics, const BoxMargins& around,
              const BoxProjection& box, const DeviceRect& frame);
 

@@ -65,6 +65,7 @@ class PlotClass3D final : public PlotPage {
 
   using PlotPage::Axes;
   std::vector<PlotAxis*> Axes() override { return {&X, &Y, &Z}; }
+  std::array<const BoxAxis*, 3> BoxAxes() const { return {&X, &Y, &Z}; }
   std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) override;
 
  private:
