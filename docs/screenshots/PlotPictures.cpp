@@ -266,7 +266,7 @@ bool TakeWindow(const QString& folder, const QString& suffix, Prompter& prompter
   const Settings settings;
   PlotClass plot = Boxes();
   if (!plot.CreateGraph({}, prompter)) return false;
-  PlotWindow window(std::move(plot), prompter, settings);
+  PlotWindow window(std::make_unique<PlotClass>(std::move(plot)), prompter, settings);
   window.resize(640, 480);
   window.show();
   QApplication::processEvents();
@@ -311,7 +311,7 @@ bool TakeSolutions(const QString& folder, const QString& suffix, Prompter& promp
   Result<PlotClass> plot = SolutionsPlot(SolvedItems(project, kSortByRSS), data, points->XTitle, points->YTitle,
                                          settings, project.Locale, left);
   if (!plot || !plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter)) return false;
-  PlotWindow window(std::move(*plot), prompter, settings);
+  PlotWindow window(std::make_unique<PlotClass>(std::move(*plot)), prompter, settings);
   window.resize(760, 520);
   window.show();
   QApplication::processEvents();

@@ -19,7 +19,8 @@ void Open(quorvexWindow& window, Result<PlotClass> plot) {
   constexpr const char* kOpened = "plots";  // so far, of this project
   const int number = window.property(kOpened).toInt() + 1;
   window.setProperty(kOpened, number);
-  auto* shown = new PlotWindow(std::move(*plot), window.User(), window.Preferences(), &window);
+  auto* shown =
+      new PlotWindow(std::make_unique<PlotClass>(std::move(*plot)), window.User(), window.Preferences(), &window);
   shown->setAttribute(Qt::WA_DeleteOnClose);
   shown->setWindowTitle(QString("Plot %1 - %2")
                             .arg(number)

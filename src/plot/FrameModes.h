@@ -22,6 +22,7 @@ class FrameModes final : public PlotModes {
   bool KeyDown(int key, bool shift) override;
   void LostFocus() override { EndModes(); }
   void Resize() override;
+  bool Measures() const override { return true; }
   void Zoom(int event, double x, double y) override;
   void ShowCoords(int event, double x, double y) override;
   bool Active() const override { return ZoomState != kIdle || CoordState || drag_.Dragging(); }

@@ -29,6 +29,7 @@ class PlotClass final : public PlotPage {
   using PlotPage::Axes;
   std::vector<PlotAxis*> Axes() override { return {&X, &Y}; }
   std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) override;
+  std::span<const PlotSwitch> Switches() const override;
 
   // The displayed curve point next to a place of the picture shown, at most `tolerance` units away in each direction.
   std::optional<CurveHit> CurveIsClose(double x, double y, double tolerance) const;

@@ -42,6 +42,7 @@ class PlotHost {
 
   virtual void PlotChanged() = 0;     // there is something to save
   virtual void RefreshPicture() = 0;  // calls the plot's RefreshPlot
+  virtual void RefreshSoon() = 0;     // the same, once for all that happens before the user can see it
 };
 
 }  // namespace quorvex

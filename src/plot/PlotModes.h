@@ -19,10 +19,12 @@ class PlotModes {
   virtual void LostFocus() = 0;
   virtual void Resize() = 0;
 
-  // Each begins its mode, whatever the event, and from then on takes its events; plots without a frame to measure in
-  // have neither. Zoom: the left button opens a rubber band and, pressed again or let go elsewhere, zooms into it.
-  // Coordinates: those of the pointer are shown, or those of the curve point next to it, which the arrow keys then move
-  // along the curve. The other buttons end both modes.
+  // Whether there is a frame to measure in, for the two modes below.
+  virtual bool Measures() const { return false; }
+
+  // Each begins its mode, whatever the event, and from then on takes its events. Zoom: the left button opens a rubber
+  // band and, pressed again or let go elsewhere, zooms into it. Coordinates: those of the pointer are shown, or those
+  // of the curve point next to it, which the arrow keys then move along the curve. The other buttons end both modes.
   virtual void Zoom(int /*event*/, double /*x*/, double /*y*/) {}
   virtual void ShowCoords(int /*event*/, double /*x*/, double /*y*/) {}
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ namespace quorvex {
 
 class PlotHost;
 class PlotModes;
+struct PlotSwitch;
 
 // The box of a legend or a footnote: LegendTop is Legend.Top, FootNoteTop is FootNote.Top, and so on.
 struct PlotBox {
@@ -38,6 +40,13 @@ struct PlotPicture {
   DeviceRect Frame;              // around curves, or the box that stands for space
   DeviceRect Legend, FootNote;   // empty where not drawn
   AxisMap Horizontal, Vertical;  // in two dimensions: XScale, XOffset and YScale, YOffset; Y's and X's with SwapAxis
+};
+
+// The direction from which a plot of three dimensions is seen, in degrees: XY turns it about its vertical axis, 0 to
+// 360, and Z tilts it towards the viewer, 0 to 180.
+struct ViewAngles {
+  double XY = 0, Z = 0;
+  bool operator==(const ViewAngles&) const = default;
 };
 
 // A plot: series, page, title, legend, footnote and axes, and what becomes of them in two dimensions as in three. It
@@ -114,6 +123,13 @@ class PlotPage {
 
   // What mouse and keys do in a window that shows the plot.
   virtual std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) = 0;
+
+  // What the user turns on and off in it.
+  virtual std::span<const PlotSwitch> Switches() const = 0;
+
+  // From where it is seen; nothing in two dimensions, where it cannot be turned.
+  virtual std::optional<ViewAngles> Angles() const { return std::nullopt; }
+  virtual void SetAngles(const ViewAngles&) {}
 
  protected:
   PlotPage(const Settings& settings, const LocaleText& locale);

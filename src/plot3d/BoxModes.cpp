@@ -45,7 +45,7 @@ void BoxModes::Turn(double right, double down) {
   if (right == 0 && down == 0) return;
   // What is in front moves the other way where the picture stands on its head.
   plot_.Turn(plot_.View().OverTheTop() ? -right : right, down);
-  host_.RefreshPicture();
+  host_.RefreshSoon();
   host_.PlotChanged();
 }
 

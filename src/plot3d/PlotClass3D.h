@@ -67,6 +67,9 @@ class PlotClass3D final : public PlotPage {
   std::vector<PlotAxis*> Axes() override { return {&X, &Y, &Z}; }
   std::array<const BoxAxis*, 3> BoxAxes() const { return {&X, &Y, &Z}; }
   std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) override;
+  std::span<const PlotSwitch> Switches() const override;
+  std::optional<ViewAngles> Angles() const override { return ViewAngles{xyDegrees_, zDegrees_}; }
+  void SetAngles(const ViewAngles& angles) override { UpdateViewAngle(angles.XY, angles.Z); }
 
  private:
   bool IsShown(const PlotSeries& series) const override;

@@ -26,7 +26,7 @@ TEST(PlotSwitches, ChangeThePictureAndChangeItBack) {
   };
   const auto states = [&] {
     std::vector<bool> on;
-    for (const PlotSwitch& entry : PlotSwitches()) on.push_back(entry.Name != nullptr && entry.IsOn(plot));
+    for (const PlotSwitch& entry : plot.Switches()) on.push_back(entry.Name != nullptr && entry.IsOn(plot));
     return on;
   };
   plot.PlotData[1].Style().LegendText = "curve";
@@ -34,7 +34,7 @@ TEST(PlotSwitches, ChangeThePictureAndChangeItBack) {
   const std::vector<bool> off = states();
   EXPECT_EQ(off, std::vector<bool>(off.size()));
   for (std::size_t i = 0; i < off.size(); ++i) {
-    const PlotSwitch& entry = PlotSwitches()[i];
+    const PlotSwitch& entry = plot.Switches()[i];
     if (entry.Name == nullptr) continue;
     entry.Turn(plot, true, prompter);
     std::vector<bool> one(off.size());
@@ -49,7 +49,7 @@ TEST(PlotSwitches, ChangeThePictureAndChangeItBack) {
 
 TEST(PlotSwitches, OfferErrorBarsWhereThereAreAny) {
   PlotClass plot = PositivePlot();
-  const PlotSwitch& bars = PlotSwitches().back();
+  const PlotSwitch& bars = plot.Switches().back();
   EXPECT_TRUE(bars.Applies(plot));
   plot.PlotData.erase(plot.PlotData.begin());
   EXPECT_FALSE(bars.Applies(plot));

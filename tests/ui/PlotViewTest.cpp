@@ -18,6 +18,7 @@
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "core/NumberText.h"
+#include "plot/PlotClass.h"
 #include "plot/ui/PlotView.h"
 #include "plot/ui/PlotWindow.h"
 
@@ -33,7 +34,7 @@ class PlotViewTest : public testing::Test {
     series.GenerateTable({{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}}, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
     plot.PlotData.emplace_back(std::move(series), SeriesStyle{.LegendText = "line", .DisplayMarker = true});
     EXPECT_TRUE(plot.CreateGraph({}, prompter));
-    window = std::make_unique<PlotWindow>(std::move(plot), prompter, settings);
+    window = std::make_unique<PlotWindow>(std::make_unique<PlotClass>(std::move(plot)), prompter, settings);
     window->resize(600, 450);
     window->show();
     window->activateWindow();
@@ -42,7 +43,7 @@ class PlotViewTest : public testing::Test {
   }
 
   PlotView& View() { return window->View(); }
-  PlotClass& Plot() { return window->Plot(); }
+  PlotClass& Plot() { return static_cast<PlotClass&>(window->Plot()); }
   QAction* Action(const char* name) { return window->findChild<QAction*>(name); }
 
   double Units() { return View().devicePixelRatioF() * QtSurface::kUnitsPerPixel; }  // to one of the widget

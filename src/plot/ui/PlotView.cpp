@@ -48,9 +48,15 @@ PlotView::PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings,
   }
   xy_frame->hide();
 
-  AddAction("mnuPlotFormatZoom", tr("&Zoom"), &PlotView::ZoomIn);
-  AddAction("mnuPlotShowCoords", tr("Show &Coordinates"), &PlotView::ShowCoords);
+  soon_.setSingleShot(true);
+  connect(&soon_, &QTimer::timeout, this, &PlotView::RefreshPicture);
+
+  if (modes_->Measures()) {
+    AddAction("mnuPlotFormatZoom", tr("&Zoom"), &PlotView::ZoomIn);
+    AddAction("mnuPlotShowCoords", tr("Show &Coordinates"), &PlotView::ShowCoords);
+  }
   AddAction("mnuPlotFormatFitAll", tr("&Reset Scale"), &PlotView::ZoomOut);
+  looking_ = actions().size();
   AddAction("mnuPlotClipItem", tr("C&opy"), &PlotView::EditCopy);
   AddAction("mnuPlotSave", tr("&Save Picture..."), &PlotView::SavePicture);
   AddAction("mnuPlotPrint", tr("&Print..."), &PlotView::Print);
@@ -76,14 +82,28 @@ QPointF PlotView::InUnits(const QPointF& position) const {
 double PlotView::TwipsPerPixelX() const { return kTwips / InUnits(QPointF(logicalDpiX(), 0)).x(); }
 double PlotView::TwipsPerPixelY() const { return kTwips / InUnits(QPointF(0, logicalDpiY())).y(); }
 
+const QImage& PlotView::Picture() {
+  if (soon_.isActive()) RefreshPicture();
+  return picture_;
+}
+
+void PlotView::Turn(const ViewAngles& angles) {
+  plot_.SetAngles(angles);
+  RefreshSoon();
+  emit Changed();
+}
+
 // While a legend is dragged the plot waits with its drawing, and so the picture stays.
 void PlotView::RefreshPicture() {
+  soon_.stop();
   if (plot_.Legend.Dragging || plot_.FootNote.Dragging || width() <= 0 || height() <= 0) return;
-  picture_ = BlankPicture(Size());
+  // Not on the picture shown: a message of the drawing lets the window paint and change its size.
+  QImage picture = BlankPicture(Size());
   {
-    QtSurface surface(picture_);
+    QtSurface surface(picture);
     plot_.RefreshPlot(surface, prompter_);
   }
+  picture_ = plot_.PlotCreated ? std::move(picture) : BlankPicture(Size());
   update();
 }
 
@@ -189,8 +209,10 @@ void PlotView::keyPressEvent(QKeyEvent* event) {
                                                       {Qt::Key_Right, PlotModes::kRightArrow},
                                                       {Qt::Key_Down, PlotModes::kDownArrow}};
   if (modes_->Active() && event->key() == Qt::Key_Escape) return modes_->LostFocus();
+  // With Ctrl or Alt a key is a command of the window.
+  const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
   for (const auto& [key, code] : kKeys)
-    if (event->key() == key && modes_->KeyDown(code, event->modifiers().testFlag(Qt::ShiftModifier))) return;
+    if (plain && event->key() == key && modes_->KeyDown(code, event->modifiers().testFlag(Qt::ShiftModifier))) return;
   if (!modes_->Active()) QWidget::keyPressEvent(event);
 }
 
@@ -225,7 +247,7 @@ void PlotView::ZoomOut() {
   emit Changed();
 }
 
-void PlotView::EditCopy() { QGuiApplication::clipboard()->setImage(picture_); }
+void PlotView::EditCopy() { QGuiApplication::clipboard()->setImage(Picture()); }
 
 void PlotView::SavePicture() {
   const auto file = prompter_.ChooseFileToSave("Save Picture", "Pictures (*.png *.bmp *.pdf)", "png");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <optional>
@@ -16,7 +17,8 @@ class QLabel;
 
 namespace quorvex {
 
-// Shows a plot and lets the user zoom, read coordinates and move legend and footnote. The picture is drawn in the
+// Shows a plot and lets the user zoom and read coordinates, or turn it where it has three dimensions, and move legend
+// and footnote. The picture is drawn in the
 // screen's own pixels, at any scale, when it is asked for or the size changes, and kept; what the modes show for a
 // while is painted over it.
 class PlotView : public QWidget, private PlotHost {
@@ -26,14 +28,24 @@ class PlotView : public QWidget, private PlotHost {
   // Plot, prompter and settings must outlive the view.
   PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
 
-  // Draws the picture anew, after a change of the plot.
+  // Draws the picture anew, after a change of the plot by somebody else.
   void Redraw() { RefreshPicture(); }
-  const QImage& Picture() const { return picture_; }
+  const QImage& Picture();
+
+  // What the user can do: to look at the plot, and to put it elsewhere. Both are among actions(), too.
+  QList<QAction*> LookingActions() const { return actions().first(looking_); }
+  QList<QAction*> OutputActions() const { return actions().mid(looking_); }
+
+  // From where the plot is seen; nothing where it cannot be turned.
+  std::optional<ViewAngles> Angles() const { return plot_.Angles(); }
 
   QSize sizeHint() const override { return {640, 480}; }
   QSize minimumSizeHint() const override { return {160, 120}; }
 
  public slots:
+  // Turn the plot. The other angle stays as it is, which may be between two whole degrees.
+  void SetXYAngle(int degrees) { Turn({static_cast<double>(degrees), Angles()->Z}); }
+  void SetZAngle(int degrees) { Turn({Angles()->XY, static_cast<double>(degrees)}); }
   void ZoomIn();      // lets the user mark a box to zoom into
   void ZoomOut();     // back to the scale of the data
   void ShowCoords();  // of the pointer and of curve points next to it
@@ -70,7 +82,9 @@ class PlotView : public QWidget, private PlotHost {
   void HideOverlay() override;
   void PlotChanged() override { emit Changed(); }
   void RefreshPicture() override;
+  void RefreshSoon() override { soon_.start(); }
 
+  void Turn(const ViewAngles& angles);
   PictureSize Size() const;
   QPointF InUnits(const QPointF& position) const;  // of the picture
   void AddAction(const QString& name, const QString& text, void (PlotView::*verb)());
@@ -80,6 +94,7 @@ class PlotView : public QWidget, private PlotHost {
   Prompter& prompter_;
   const Settings& settings_;
   QImage picture_;
+  QTimer soon_;  // runs out when all events that are waiting have been taken
   std::unique_ptr<PlotModes> modes_;
 
   struct Overlay {
@@ -89,6 +104,7 @@ class PlotView : public QWidget, private PlotHost {
   };
   std::optional<Overlay> overlay_;
   bool clickEndedMode_ = false;  // so it opens no menu
+  qsizetype looking_ = 0;        // how many of the actions are for that
 
   QFrame* xy_frame;
   QLabel *x_, *y_;

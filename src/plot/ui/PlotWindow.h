@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 #include <utility>
 #include <vector>
 
 #include "plot/PlotSwitches.h"
 #include "plot/ui/PlotView.h"
+
+class QMenu;
 
 namespace quorvex {
 
@@ -15,17 +18,18 @@ class PlotWindow : public QWidget {
 
  public:
   // Prompter and settings must outlive the window.
-  PlotWindow(PlotClass plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
+  PlotWindow(std::unique_ptr<PlotPage> plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
   ~PlotWindow() override;
 
-  PlotClass& Plot() { return plot_; }
+  PlotPage& Plot() { return *plot_; }
   PlotView& View() { return *view_; }
 
  private:
   void MakeMenus();
+  void AddSwitches(QMenu& menu);
   void ShowSwitches();  // as the plot has them now
 
-  PlotClass plot_;
+  std::unique_ptr<PlotPage> plot_;
   Prompter& prompter_;
   PlotView* view_;
   std::vector<std::pair<const PlotSwitch*, QAction*>> switches_;

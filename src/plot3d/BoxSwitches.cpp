@@ -1,0 +1,120 @@
+#include <algorithm>
+
+#include "plot/PlotSwitches.h"
+#include "plot3d/PlotClass3D.h"
+
+namespace quorvex {
+namespace {
+
+bool HasModel(const PlotPage& page) {
+  return std::ranges::any_of(page.PlotData, [](const PlotSeries& series) { return series.Model() != nullptr; });
+}
+
+constexpr PlotSwitch OfModels(PlotSwitch entry) {
+  entry.Applies = HasModel;
+  return entry;
+}
+
+template <auto member>
+constexpr PlotSwitch Of(const char* name, const char* text) {
+  return MemberSwitch<PlotClass3D, member>(name, text);
+}
+
+// How all models are drawn.
+template <auto field>
+constexpr PlotSwitch StyleSwitch(const char* name, const char* text) {
+  return OfModels({name, text,
+                   [](const PlotPage& page) {
+                     return std::ranges::any_of(page.PlotData, [](const PlotSeries& series) {
+                       return series.Model() != nullptr && series.Style().*field;
+                     });
+                   },
+                   [](PlotPage& page, bool on, Prompter&) {
+                     for (PlotSeries& series : page.PlotData)
+                       if (series.Model() != nullptr) series.Style().*field = on;
+                   }});
+}
+
+// The grid of a plane: the lines that either of its axes has there, told by their places in Grids.
+template <auto first, std::size_t i, auto second, std::size_t j, auto field>
+constexpr PlotSwitch GridSwitch(const char* name, const char* text) {
+  return {name, text,
+          [](const PlotPage& page) {
+            const auto& plot = static_cast<const PlotClass3D&>(page);
+            return (plot.*first).Grids[i].*field && (plot.*second).Grids[j].*field;
+          },
+          [](PlotPage& page, bool on, Prompter&) {
+            auto& plot = static_cast<PlotClass3D&>(page);
+            (plot.*first).Grids[i].*field = (plot.*second).Grids[j].*field = on;
+          }};
+}
+
+constexpr auto kX1 = &PlotClass3D::X, kX2 = &PlotClass3D::Y, kY = &PlotClass3D::Z;
+constexpr auto kMajor = &BoxAxis::PlaneGrids::Major, kMinor = &BoxAxis::PlaneGrids::Minor;
+constexpr BoxPlane PlotClass3D::*kPlanes[] = {&PlotClass3D::BoxXY, &PlotClass3D::BoxYZ, &PlotClass3D::BoxXZ};
+
+bool ShadesPlanes(const PlotPage& page) {
+  const auto& plot = static_cast<const PlotClass3D&>(page);
+  return std::ranges::all_of(kPlanes, [&](auto plane) { return (plot.*plane).Shade; });
+}
+
+void ShadePlanes(PlotPage& page, bool on, Prompter&) {
+  for (const auto plane : kPlanes) (static_cast<PlotClass3D&>(page).*plane).Shade = on;
+}
+
+// X1 to the right and X2 upward, as on a map.
+void SeeFromAbove(PlotPage& page, bool, Prompter&) { page.SetAngles({180, 90}); }
+
+template <MeshScheme scheme>
+constexpr PlotSwitch SchemeSwitch(const char* name, const char* text) {
+  PlotSwitch entry = OfModels(
+      {name, text, [](const PlotPage& page) { return static_cast<const PlotClass3D&>(page).MeshColorScheme == scheme; },
+       [](PlotPage& page, bool, Prompter&) { static_cast<PlotClass3D&>(page).MeshColorScheme = scheme; }});
+  entry.Menu = "Color&s";
+  return entry;
+}
+
+constexpr PlotSwitch kSwitches[] = {
+    LogScaleSwitch<0>("XLogScale", "Logarithmic X&1 Axis"),
+    LogScaleSwitch<1>("YLogScale", "Logarithmic X&2 Axis"),
+    LogScaleSwitch<2>("ZLogScale", "Logarithmic &Y Axis"),
+    Of<&PlotClass3D::Make3DSquare>("Make3DSquare", "S&quare Picture"),
+    {"SeeFromAbove", "From &Above", nullptr, SeeFromAbove},
+    {},
+    GridSwitch<kX1, 0, kX2, 0, kMajor>("ShowXYMajorGrids", "X1-X2 &Grid"),
+    GridSwitch<kX1, 0, kX2, 0, kMinor>("ShowXYMinorGrids", "X1-X2 Mi&nor Grid"),
+    GridSwitch<kX1, 1, kY, 0, kMajor>("ShowXZMajorGrids", "X1-Y Gri&d"),
+    GridSwitch<kX1, 1, kY, 0, kMinor>("ShowXZMinorGrids", "X1-Y Min&or Grid"),
+    GridSwitch<kX2, 1, kY, 1, kMajor>("ShowYZMajorGrids", "X2-Y Gr&id"),
+    GridSwitch<kX2, 1, kY, 1, kMinor>("ShowYZMinorGrids", "X2-Y &Minor Grid"),
+    {"ShadePlanes", "Shaded &Planes", ShadesPlanes, ShadePlanes},
+    {},
+    StyleSwitch<&SeriesStyle::ShadeMesh>("ShadeMesh", "&Filled Surface"),
+    OfModels(Of<&PlotClass3D::ShadeMeshByValue>("ShadeMeshByValue", "Shade by &Value")),
+    SchemeSwitch<MeshScheme(0)>("MeshColorScheme0", "&Greyscale"),
+    SchemeSwitch<MeshScheme(1)>("MeshColorScheme1", "&Red/Black"),
+    SchemeSwitch<MeshScheme(2)>("MeshColorScheme2", "&Blue/Black"),
+    SchemeSwitch<MeshScheme(3)>("MeshColorScheme3", "Gr&een/Black"),
+    SchemeSwitch<MeshScheme(4)>("MeshColorScheme4", "&Cyan/Black"),
+    SchemeSwitch<MeshScheme(5)>("MeshColorScheme5", "Red/Bl&ue"),
+    SchemeSwitch<MeshScheme(6)>("MeshColorScheme6", "Re&d/Green"),
+    SchemeSwitch<MeshScheme(7)>("MeshColorScheme7", "B&lue/Green"),
+    SchemeSwitch<kSpectrumScheme>("MeshColorScheme8", "&Spectrum"),
+    SchemeSwitch<kTrueColorScheme>("MeshColorScheme9", "&True color"),
+    SchemeSwitch<MeshScheme(10)>("MeshColorScheme10", "&White/Red"),
+    SchemeSwitch<MeshScheme(11)>("MeshColorScheme11", "W&hite/Blue"),
+    SchemeSwitch<MeshScheme(12)>("MeshColorScheme12", "Wh&ite/Green"),
+    SchemeSwitch<MeshScheme(13)>("MeshColorScheme13", "White/C&yan"),
+    OfModels(Of<&PlotClass3D::DisplayContourLines>("DisplayContourLines", "&Contour Lines")),
+    StyleSwitch<&SeriesStyle::DisplayLine>("DisplayLine", "Mes&h Lines"),
+    {},
+    kLegendSwitch,
+    kErrorBarSwitch,
+    StyleSwitch<&SeriesStyle::ShowErrorBars>("ShowResidualBars", "Resid&ual Bars"),
+};
+
+}  // namespace
+
+std::span<const PlotSwitch> PlotClass3D::Switches() const { return kSwitches; }
+
+}  // namespace quorvex
