@@ -308,7 +308,7 @@ bool TakeSolutions(const QString& folder, const QString& suffix, Prompter& promp
     if (!model->Fit(data, settings, log, form)) return false;
   }
   std::vector<std::string> left;
-  Result<PlotClass> plot = SolutionsPlot(SolvedItems(project, kSortByRSS), data, points->XTitle, points->YTitle,
+  Result<PlotClass> plot = SolutionsPlot(SolvedItems(project, kSortByRSS), data, points->Titles[0], points->Titles[1],
                                          settings, project.Locale, left);
   if (!plot || !plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter)) return false;
   PlotWindow window(std::make_unique<PlotClass>(std::move(*plot)), prompter, settings);

@@ -13,14 +13,13 @@
 namespace quorvex {
 namespace {
 
-void Open(quorvexWindow& window, Result<PlotClass> plot) {
+void Open(quorvexWindow& window, Result<std::unique_ptr<PlotPage>> plot) {
   if (!plot) return window.User().Refuse(plot.error());
-  if (!plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, window.User())) return;
+  if (!(*plot)->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, window.User())) return;
   constexpr const char* kOpened = "plots";  // so far, of this project
   const int number = window.property(kOpened).toInt() + 1;
   window.setProperty(kOpened, number);
-  auto* shown =
-      new PlotWindow(std::make_unique<PlotClass>(std::move(*plot)), window.User(), window.Preferences(), &window);
+  auto* shown = new PlotWindow(std::move(*plot), window.User(), window.Preferences(), &window);
   shown->setAttribute(Qt::WA_DeleteOnClose);
   shown->setWindowTitle(QString("Plot %1 - %2")
                             .arg(number)
@@ -32,25 +31,50 @@ void Open(quorvexWindow& window, Result<PlotClass> plot) {
 
 void PlotData(quorvexWindow& window) {
   window.Run([&](const SheetEdit& edit) {
-    if (const auto data = SelectedPoints(edit.Sheet, edit.Selection, edit.User))
-      Open(window, DataPlot(data->Points, data->XTitle, data->YTitle, window.Preferences(), edit.Locale));
+    const auto data = SelectedPoints(edit.Sheet, edit.Selection, edit.User);
+    if (!data) return false;
+    const SolveData& points = data->Points;
+    const std::vector<std::string>& titles = data->Titles;
+    const Settings& settings = window.Preferences();
+    Open(window, points.X.size() == 1 ? PageOf(DataPlot(points, titles[0], titles[1], settings, edit.Locale))
+                                      : PageOf(ScatterPlot(points, titles, settings, edit.Locale)));
     return false;
   });
+}
+
+// A plot that one solution has for itself.
+void PlotResults(quorvexWindow& window, ResultPlotKind kind, const std::vector<SolvedItem>& solutions) {
+  const Project& project = window.Document();
+  const auto solution = SingleSolution(kind, solutions, project.Sheet.IndependentVariables, window.User());
+  if (!solution) return;
+  const Result<GatheredData> data = GatherData(project.Sheet, PointOrder::OfSheet);
+  if (!data) return window.User().Refuse(data.error());
+  Open(window, [&] {
+    const BusyCursor busy;
+    return PlotOfResults(kind, *solution, *data, project.Sheet, window.Preferences(), project.Locale);
+  }());
 }
 
 void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutions) {
   Prompter& user = window.User();
   const Project& project = window.Document();
+  if (project.Sheet.IndependentVariables > 1) return PlotResults(window, ResultPlotKind::Model, solutions);
   const auto data = SolutionPoints(solutions, project.Sheet, user);
   if (!data) return;
   std::vector<std::string> leftOut;
   Result<PlotClass> plot = [&] {
     const BusyCursor busy;
-    return SolutionsPlot(solutions, data->Points, data->XTitle, data->YTitle, window.Preferences(), project.Locale,
-                         leftOut);
+    return SolutionsPlot(solutions, data->Points, data->Titles[0], data->Titles[1], window.Preferences(),
+                         project.Locale, leftOut);
   }();
   if (!leftOut.empty()) user.Refuse(NoCurveText(leftOut));
-  if (leftOut.size() < solutions.size()) Open(window, std::move(plot));
+  if (leftOut.size() < solutions.size()) Open(window, PageOf(std::move(plot)));
+}
+
+// On the solutions that are selected.
+template <ResultPlotKind kind>
+void PlotSelected(quorvexWindow& window) {
+  if (window.Grid().CommitEntry()) PlotResults(window, kind, window.SelectedSolutions());
 }
 
 }  // namespace
@@ -71,6 +95,11 @@ std::vector<ProjectCommand> PlotMenu() {
            [](quorvexWindow& window) {
              if (window.Grid().CommitEntry()) PlotSolutions(window, window.Solved());
            }},
+      {},
+      {.Name = "mnuPlotResiduals", .Text = "Plot &Residuals", .Run = PlotSelected<ResultPlotKind::Residuals>},
+      {.Name = "mnuPlotProbability",
+       .Text = "Plot Residual &Probability",
+       .Run = PlotSelected<ResultPlotKind::Probability>},
   };
 }
 

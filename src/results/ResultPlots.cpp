@@ -4,12 +4,13 @@
 #include <cmath>
 #include <numeric>
 
+#include "results/PlotPoints.h"
 #include "sheet/PointsNeeded.h"
 
 namespace quorvex {
 namespace {
 
-constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF;
+constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF, kLightBlue = 0xE6C89B;
 
 // Of several curves, dark enough for thin lines on paper. Their number has no divisor in common with that of the line
 // styles, so 35 curves go by before a colour comes in the same style again.
@@ -42,23 +43,28 @@ PlotSeries ReferenceLine(double from, double to) {
   return {std::move(line), {.LegendText = "Reference line", .DrawColor = kRed}};
 }
 
-// Makes the table of a curve over its input. False where it has no value somewhere.
-bool MakeTable(PlotSeries& curve, const PlotClass& plot) {
-  return curve.GenerateTable(
-      {{curve.InputXMin(), curve.InputXMax(), plot.PlotAtFittedOnly ? kInputPoints : plot.PointsPerPlot}}, false);
+// Makes the table of a curve or surface over its input, with so many points along each variable. False where it has no
+// value somewhere.
+bool MakeTable(PlotSeries& series, const PlotPage& plot, const std::vector<int>& points) {
+  std::vector<TableRange> ranges;
+  for (int variable = 1; const int count : points) {
+    ranges.push_back(
+        {series.InputXMin(variable), series.InputXMax(variable), plot.PlotAtFittedOnly ? kInputPoints : count});
+    ++variable;
+  }
+  return series.GenerateTable(ranges, false);
 }
 
-}  // namespace
-
-Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
-                           const Settings& settings, const LocaleText& locale) {
-  PlotClass plot(settings, locale);
+// A plot of measured points, with a title for each axis.
+template <typename Plot>
+Result<Plot> PointPlot(const SolveData& data, const std::vector<std::string>& titles, const Settings& settings,
+                       const LocaleText& locale) {
+  Plot plot(settings, locale);
   plot.PlotTitle = "Plot";
-  plot.X.AxisTitle = xTitle;
-  plot.Y.AxisTitle = yTitle;
+  for (std::size_t axis = 0; axis < titles.size(); ++axis) plot.Axes()[axis]->AxisTitle = titles[axis];
 
   DataClass input;
-  input.GenerateTable({data.X[0]}, data.Y);
+  input.GenerateTable(data.X, data.Y);
   // Where nobody has given deviations they are 1 throughout.
   const bool weighted = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
   if (weighted && !input.GenerateErrorTable(data.SD)) return Failure{"An error has occurred obtaining the input data."};
@@ -67,20 +73,51 @@ Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, con
   return plot;
 }
 
-Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
-                            const std::string& yTitle, const Settings& settings, const LocaleText& locale) {
-  Result<PlotClass> plot = DataPlot(data, xTitle, yTitle, settings, locale);
+// The same with a model or an interpolation, whose table is made. The failure where it has no value somewhere.
+template <typename Plot>
+Result<Plot> WithModel(Result<Plot> plot, PlotSeries model, const std::string& name, const std::vector<int>& points) {
   if (!plot) return plot;
   plot->PlotTitle = "Model Plot";
   plot->PlotData[0].Style().ShowErrorBars = false;
-
-  SeriesStyle& style = curve.Style();
-  style.LegendText = "Model " + name;
-  style.DisplayLine = true;
-  style.DrawColor = kRed;
-  if (!MakeTable(curve, *plot)) return Failure{NoCurveText({name})};
-  plot->PlotData.push_back(std::move(curve));
+  model.Style().LegendText = "Model " + name;
+  model.Style().DisplayLine = true;
+  if (!MakeTable(model, *plot, points)) return Failure{NoCurveText({name})};
+  plot->PlotData.push_back(std::move(model));
   return plot;
+}
+
+}  // namespace
+
+Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
+                           const Settings& settings, const LocaleText& locale) {
+  return PointPlot<PlotClass>(data, {xTitle, yTitle}, settings, locale);
+}
+
+Result<PlotClass3D> ScatterPlot(const SolveData& data, const std::vector<std::string>& titles, const Settings& settings,
+                                const LocaleText& locale) {
+  return PointPlot<PlotClass3D>(data, titles, settings, locale);
+}
+
+Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
+                            const std::string& yTitle, const Settings& settings, const LocaleText& locale) {
+  curve.Style().DrawColor = kRed;
+  Result<PlotClass> plot = DataPlot(data, xTitle, yTitle, settings, locale);
+  const int points = plot ? plot->PointsPerPlot : 0;
+  return WithModel(std::move(plot), std::move(curve), name, {points});
+}
+
+Result<PlotClass3D> SurfacePlot(std::unique_ptr<ModelClass> model, const std::string& name, const SolveData& data,
+                                const std::vector<std::string>& titles, const Settings& settings,
+                                const LocaleText& locale) {
+  PlotSeries surface(std::move(model));
+  SeriesStyle& style = surface.Style();
+  style.ShadeMesh = 1;
+  style.ShadeColor = kLightBlue;
+  style.ShowErrorBars = true;  // a filled surface hides the points behind it
+  Result<PlotClass3D> plot = ScatterPlot(data, titles, settings, locale);
+  if (!plot) return plot;
+  const std::vector<int> points = {plot->XPointsPerPlot, plot->YPointsPerPlot};
+  return WithModel(std::move(plot), std::move(surface), name, points);
 }
 
 Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const SolveData& data,
@@ -92,7 +129,7 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
   std::size_t number = 0;
   for (const SolvedItem& solution : solutions) {
     PlotSeries curve = SeriesOf(solution);
-    if (!MakeTable(curve, *plot)) {
+    if (!MakeTable(curve, *plot, {plot->PointsPerPlot})) {
       leftOut.push_back(solution.Name());
       continue;
     }
@@ -152,39 +189,62 @@ Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Set
   return plot;
 }
 
-Result<PlotClass> PlotOfResults(ResultPlotKind kind, const SolvedItem& solution, const GatheredData& data,
-                                const DataSheet& sheet, const Settings& settings, const LocaleText& locale) {
+Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const SolvedItem& solution,
+                                                const GatheredData& data, const DataSheet& sheet,
+                                                const Settings& settings, const LocaleText& locale) {
   const SolveData& points = data.Points;
   if (points.N() < kFewestPointsToPlot) return Failure{kTooFewPointsToPlot};
   if (kind == ResultPlotKind::Model) {
-    if (points.X.size() > 1) return Failure{kNoCurveOfSeveralVariables};
-    return ModelPlot(SeriesOf(solution), solution.Name(), points, sheet.Headers[0], sheet.Headers[1], settings, locale);
+    const std::vector<std::string> titles = AxisTitles(sheet);
+    if (points.X.size() == 1)
+      return PageOf(ModelPlot(SeriesOf(solution), solution.Name(), points, titles[0], titles[1], settings, locale));
+    if (points.X.size() == 2)
+      return PageOf(SurfacePlot(solution.Model->CopyTo(), solution.Name(), points, titles, settings, locale));
+    return Failure{kNoPlotOfManyVariables};
   }
   if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
-  return kind == ResultPlotKind::Residuals ? ResidualPlot(*solution.Model, points, settings, locale, data.Rows)
-                                           : NormalPlot(*solution.Model, points, settings, locale);
+  return PageOf(kind == ResultPlotKind::Residuals ? ResidualPlot(*solution.Model, points, settings, locale, data.Rows)
+                                                  : NormalPlot(*solution.Model, points, settings, locale));
 }
 
-Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const double> coefficients, const SolveData& data,
-                                  const Settings& settings, const LocaleText& locale) {
+std::optional<SolvedItem> SingleSolution(ResultPlotKind kind, const std::vector<SolvedItem>& selected,
+                                         std::size_t variables, Prompter& user) {
+  constexpr const char* kNames[] = {"3D", "Residual Scatter", "Normal Residual"};
+  if (selected.empty())
+    user.Refuse(kNothingToPlot);
+  else if (kind == ResultPlotKind::Model && variables > kMostPlottedVariables)
+    user.Refuse(kNoPlotOfManyVariables);
+  else if (selected.size() > 1)
+    user.Refuse(std::string("Only one model at a time can be displayed on a ") + kNames[static_cast<int>(kind)] +
+                " plot. Please select a single model from the Available Solutions list.");
+  else
+    return selected.front();
+  return std::nullopt;
+}
+
+Result<std::unique_ptr<PlotPage>> EstimatePreview(const ModelClass& model, std::span<const double> coefficients,
+                                                  const SolveData& data, const Settings& settings,
+                                                  const LocaleText& locale) {
   std::unique_ptr<ModelClass> trial = model.CopyTo();
   const std::string& equation = model.FunctionList(0);
   trial->SetIC(data);  // for the input and its statistics
   for (int i = 1; const double value : coefficients) trial->SetValue(i++, value);
-  if (data.X.size() == 1) return ModelPlot(std::move(trial), equation, data, "X", "Y", settings, locale);
+  if (data.X.size() == 1) return PageOf(ModelPlot(std::move(trial), equation, data, "X", "Y", settings, locale));
+  if (data.X.size() == 2)
+    return PageOf(SurfacePlot(std::move(trial), equation, data, {"X1", "X2", "Y"}, settings, locale));
 
   const std::optional<std::vector<double>> residuals = trial->GenerateResiduals(data);
   if (!residuals) return Failure{NoCurveText({equation})};
   std::vector<double> calculated(data.N());
   std::transform(data.Y.begin(), data.Y.end(), residuals->begin(), calculated.begin(), std::minus<>());
   const auto [least, greatest] = std::minmax_element(data.Y.begin(), data.Y.end());
-  PlotClass plot(settings, locale);
-  plot.PlotTitle = "Calculated and Measured Values";
-  plot.X.AxisTitle = "Y";
-  plot.Y.AxisTitle = "Calculated Y";
-  plot.PlotData.emplace_back(Markers("Model " + equation, data.Y, std::move(calculated), settings));
-  plot.PlotData.emplace_back(ReferenceLine(*least, *greatest));
-  return plot;
+  auto plot = std::make_unique<PlotClass>(settings, locale);
+  plot->PlotTitle = "Calculated and Measured Values";
+  plot->X.AxisTitle = "Y";
+  plot->Y.AxisTitle = "Calculated Y";
+  plot->PlotData.emplace_back(Markers("Model " + equation, data.Y, std::move(calculated), settings));
+  plot->PlotData.emplace_back(ReferenceLine(*least, *greatest));
+  return std::unique_ptr<PlotPage>(std::move(plot));
 }
 
 }  // namespace quorvex

@@ -1,13 +1,17 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "core/LocaleText.h"
+#include "core/Prompter.h"
 #include "core/Result.h"
 #include "core/SolveData.h"
 #include "plot/PlotClass.h"
+#include "plot3d/PlotClass3D.h"
 #include "sheet/DataSheet.h"
 #include "solve/GatherData.h"
 #include "solve/SolvedList.h"
@@ -17,26 +21,46 @@ namespace quorvex {
 // The plots of a solution, with the settings of a new plot and series of their own. They are ready for
 // CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}).
 
+// A plot by what plots of two and of three dimensions have in common.
+template <typename Plot>
+Result<std::unique_ptr<PlotPage>> PageOf(Result<Plot> plot) {
+  if (!plot) return Failure{plot.error()};
+  return std::unique_ptr<PlotPage>(std::make_unique<Plot>(std::move(*plot)));
+}
+
+// How many independent variables a plot can show.
+inline constexpr std::size_t kMostPlottedVariables = 2;
+
 // The input data and the curve through them, of a model with one independent variable or an interpolation; a copy of
 // it, which `name` stands for in the legend. Of weighted data the error bars are at hand, but not shown. The failure
 // where the curve has no value at some point.
 Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
                             const std::string& yTitle, const Settings& settings, const LocaleText& locale = {});
 
+// The same for a model of two variables: its surface, and between it and the points their residuals. The titles are
+// those of X1, X2 and Y.
+Result<PlotClass3D> SurfacePlot(std::unique_ptr<ModelClass> model, const std::string& name, const SolveData& data,
+                                const std::vector<std::string>& titles, const Settings& settings,
+                                const LocaleText& locale = {});
+
 // Measured points as markers, with their standard deviations as error bars where they are weighted.
 Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
                            const Settings& settings, const LocaleText& locale = {});
 
-// The same with copies of solutions of one independent variable as curves through the points, each in a colour and line
+// The same in three dimensions.
+Result<PlotClass3D> ScatterPlot(const SolveData& data, const std::vector<std::string>& titles, const Settings& settings,
+                                const LocaleText& locale = {});
+
+// DataPlot with copies of solutions of one independent variable as curves through the points, each in a colour and line
 // style of its own where the user chose none. `leftOut` gets the names of those without a value somewhere in the range
 // of the data, which are left out. Of more than twenty curves the legend, as long as the page, is not shown.
 Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const SolveData& data,
                                 const std::string& xTitle, const std::string& yTitle, const Settings& settings,
                                 const LocaleText& locale, std::vector<std::string>& leftOut);
 
-// Said instead of such a curve.
-inline constexpr const char* kNoCurveOfSeveralVariables =
-    "A model of several independent variables has no plot in two dimensions.";
+// Said where there is nothing that a plot could show, and instead of a curve or surface.
+inline constexpr const char* kNothingToPlot = "There are no regression models to plot.";
+inline constexpr const char* kNoPlotOfManyVariables = "A model of more than two independent variables has no plot.";
 
 // The words for models without a value somewhere in the range of the data.
 std::string NoCurveText(const std::vector<std::string>& names);
@@ -58,13 +82,20 @@ Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Set
 enum class ResultPlotKind { Model, Residuals, Probability };
 
 // One of them, of the complete rows of a sheet in its order. Fails with the sentence that stands in its place.
-Result<PlotClass> PlotOfResults(ResultPlotKind kind, const SolvedItem& solution, const GatheredData& data,
-                                const DataSheet& sheet, const Settings& settings, const LocaleText& locale);
+Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const SolvedItem& solution,
+                                                const GatheredData& data, const DataSheet& sheet,
+                                                const Settings& settings, const LocaleText& locale);
 
-// A model with other coefficients, one value each, over the data: with one independent variable its curve through the
-// input data; with several, where there is no curve to show, the calculated values against the measured ones and the
-// line on which both are equal. The failure where the model has no value at some point.
-Result<PlotClass> EstimatePreview(const ModelClass& model, std::span<const double> coefficients, const SolveData& data,
-                                  const Settings& settings, const LocaleText& locale = {});
+// The one of the selected solutions that a plot of its own can be made of: of its residuals, or, of two independent
+// variables, of its surface. Nothing, and refused, where there are none or several, or too many variables.
+std::optional<SolvedItem> SingleSolution(ResultPlotKind kind, const std::vector<SolvedItem>& selected,
+                                         std::size_t variables, Prompter& user);
+
+// A model with other coefficients, one value each, over the data: with one or two independent variables its curve or
+// surface with the input data; with more, where there is neither, the calculated values against the measured ones and
+// the line on which both are equal. The failure where the model has no value at some point.
+Result<std::unique_ptr<PlotPage>> EstimatePreview(const ModelClass& model, std::span<const double> coefficients,
+                                                  const SolveData& data, const Settings& settings,
+                                                  const LocaleText& locale = {});
 
 }  // namespace quorvex

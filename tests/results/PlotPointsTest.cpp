@@ -39,8 +39,7 @@ TEST(SelectedPoints, TakesTheSheetOrTheSelectedColumns) {
     EXPECT_EQ(points->Points.X, std::vector<Column>{c.x});
     EXPECT_EQ(points->Points.Y, c.y);
     EXPECT_EQ(points->Points.SD, c.sd);
-    EXPECT_EQ(points->XTitle, c.xTitle);
-    EXPECT_EQ(points->YTitle, c.yTitle);
+    EXPECT_EQ(points->Titles, (std::vector<std::string>{c.xTitle, c.yTitle}));
     EXPECT_TRUE(user.Said.empty());
   }
 }
@@ -69,29 +68,43 @@ TEST(SelectedPoints, SaysWhyThereAreNone) {
   }
 }
 
-TEST(SelectedPoints, AsksForTwoColumnsOfSeveralVariables) {
-  Project project = ProjectOf({{1, 2}, {3, 4}, {5, 6}});
-  project.Sheet.Headers = {"", "X2", ""};
+TEST(SelectedPoints, TakesThreeColumnsOfTwoVariables) {
+  Project project = ProjectOf({{1, 2}, {3, 4}, {5, 6}, {0.5, 1}}, true);
+  project.Sheet.Headers = {"", "Depth", "", "SD"};
+  RecordingPrompter user;
+  const auto points = SelectedPoints(project.Sheet, {{1, 1, 1, 1}}, user);
+  ASSERT_TRUE(points);
+  EXPECT_EQ(points->Points.X, (std::vector<Column>{{1, 2}, {3, 4}}));
+  EXPECT_EQ(points->Points.Y, (Column{5, 6}));
+  EXPECT_EQ(points->Points.SD, (Column{0.5, 1}));
+  EXPECT_EQ(points->Titles, (std::vector<std::string>{"X1", "Depth", "Y"}));
+  const auto two = SelectedPoints(project.Sheet, {{1, 1, 2, 1}, {1, 3, 2, 3}}, user);
+  ASSERT_TRUE(two);
+  EXPECT_EQ(two->Points.X, std::vector<Column>{(Column{1, 2})});
+  EXPECT_EQ(two->Points.Y, (Column{5, 6}));
+  EXPECT_EQ(two->Titles, (std::vector<std::string>{"X", "Y"}));
+  EXPECT_TRUE(user.Said.empty());
+  project.Sheet.Cells.ClearCell(2, 2);
+  EXPECT_FALSE(SelectedPoints(project.Sheet, {{1, 1, 1, 1}}, user));
+  EXPECT_EQ(user.Last(), "refuse: You need at least 2 data points in order to create a plot.");
+}
+
+TEST(SelectedPoints, AsksForTwoColumnsOfManyVariables) {
+  const Project project = ProjectOf({{1, 2}, {3, 4}, {5, 6}, {7, 8}});
   RecordingPrompter user;
   EXPECT_FALSE(SelectedPoints(project.Sheet, {{1, 1, 1, 1}}, user));
   EXPECT_EQ(user.Last(),
-            "refuse: Data of several independent variables have no plot in two dimensions. Please select two columns.");
-  const auto points = SelectedPoints(project.Sheet, {{1, 1, 2, 1}, {1, 3, 2, 3}}, user);
-  ASSERT_TRUE(points);
-  EXPECT_EQ(points->Points.Y, (Column{5, 6}));
-  EXPECT_EQ(points->XTitle + points->YTitle, "XY");
+            "refuse: Data of more than two independent variables have no plot. Please select two columns.");
+  EXPECT_TRUE(SelectedPoints(project.Sheet, {{1, 1, 2, 1}, {1, 3, 2, 3}}, user));
 }
 
-TEST(SolutionPoints, AreThoseOfTheSheetWhereACurveCanBeDrawn) {
-  Project line = LineProject(), plane = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}});
-  const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr}, surface{&SolveModel(plane, "a+b*x1+c*x2", 1), nullptr};
+TEST(SolutionPoints, AreThoseOfTheSheetWhereThereIsACurve) {
+  Project line = LineProject();
+  const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr};
   RecordingPrompter user;
   EXPECT_EQ(SolutionPoints({fit}, line.Sheet, user)->Points.N(), 5u);
   EXPECT_FALSE(SolutionPoints({}, line.Sheet, user));
-  EXPECT_FALSE(SolutionPoints({surface}, plane.Sheet, user));
-  EXPECT_EQ(user.Said, (std::vector<std::string>{
-                           "refuse: There are no regression models to plot.",
-                           "refuse: A model of several independent variables has no plot in two dimensions."}));
+  EXPECT_EQ(user.Said, std::vector<std::string>{"refuse: There are no regression models to plot."});
 }
 
 }  // namespace

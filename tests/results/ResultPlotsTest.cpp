@@ -29,7 +29,7 @@ std::unique_ptr<ModelClass> ModelOf(const std::string& text, double a) {
   return model;
 }
 
-std::vector<std::string> Names(const PlotClass& plot) {
+std::vector<std::string> Names(const PlotPage& plot) {
   std::vector<std::string> names;
   for (const PlotSeries& series : plot.PlotData) names.push_back(series.Style().LegendText);
   return names;
@@ -63,6 +63,56 @@ TEST(ModelPlot, ShowsDataAndCurve) {
   const auto broken = ModelOf("a*ln(x-2)", 1);
   EXPECT_EQ(ModelPlot(broken->CopyTo(), broken->id, Points(), "", "", Settings()).error(),
             "An error has occurred generating equation data for equation a*ln(x-2)");
+}
+
+SolveData PlanePoints() {
+  SolveData data = Points();
+  data.X.push_back({0, 1, 0, 1});
+  return data;
+}
+
+std::unique_ptr<ModelClass> PlaneOf(const std::string& text, double a) {
+  auto model = std::make_unique<MvClass>(LocaleText());
+  model->SetID(text, {text});
+  model->SetIC(PlanePoints());
+  model->SetValue(1, a);
+  return model;
+}
+
+TEST(SurfacePlot, ShowsDataAndSurface) {
+  const auto model = PlaneOf("a*x1+x2", 2);
+  Settings settings;
+  Result<PlotClass3D> plot =
+      SurfacePlot(model->CopyTo(), model->id, PlanePoints(), {"Time", "Depth", "Heat"}, settings);
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(plot->PlotTitle, "Model Plot");
+  EXPECT_EQ(Names(*plot), (std::vector<std::string>{"Input Data", "Model a*x1+x2"}));
+  EXPECT_EQ(plot->X.AxisTitle + plot->Y.AxisTitle + plot->Z.AxisTitle, "TimeDepthHeat");
+  const SeriesStyle& data = plot->PlotData[0].Style();
+  EXPECT_TRUE(data.DisplayMarker && !data.DisplayLine && !data.ShowErrorBars);
+  EXPECT_EQ(plot->PlotData[0].CopyMaXMinErrorDataTo().Max[0], 3);
+  EXPECT_EQ(plot->PlotData[0].InputXMax(2), 1);
+  const SeriesStyle& surface = plot->PlotData[1].Style();
+  EXPECT_TRUE(surface.DisplayLine && surface.ShadeMesh && surface.ShowErrorBars);
+  EXPECT_NE(surface.ShadeColor, 0) << "the colour of every value that it shades from";
+  const SeriesTable mesh = plot->PlotData[1].CopyDataTo(2);
+  EXPECT_EQ(mesh.Y.size(), 900U);
+  EXPECT_EQ(mesh.Y.front(), 2);
+  EXPECT_EQ(mesh.Y.back(), 9);
+  RecordingPrompter prompter;
+  EXPECT_TRUE(plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter));
+
+  const auto broken = PlaneOf("a*ln(x1-2)", 1);
+  EXPECT_EQ(SurfacePlot(broken->CopyTo(), broken->id, PlanePoints(), {"", "", ""}, settings).error(),
+            "An error has occurred generating equation data for equation a*ln(x1-2)");
+}
+
+TEST(ScatterPlot, ShowsPointsInABox) {
+  const Result<PlotClass3D> plot = ScatterPlot(PlanePoints(), {"X1", "X2", "Y"}, Settings());
+  ASSERT_TRUE(plot);
+  EXPECT_EQ(plot->PlotTitle, "Plot");
+  EXPECT_EQ(Names(*plot), std::vector<std::string>{"Input Data"});
+  EXPECT_TRUE(plot->PlotData[0].Style().ShowErrorBars);
 }
 
 TEST(DataPlot, ShowsErrorBarsOfWeightedPoints) {
@@ -146,42 +196,52 @@ TEST(NormalPlot, ShowsSortedResidualsAndTheirLine) {
 TEST(EstimatePreview, DrawsTheModelAtTheEstimates) {
   const auto model = ModelOf("a*x", 1);
   const std::vector<double> estimates = {3};
-  const Result<PlotClass> curve = EstimatePreview(*model, estimates, Points(), Settings(), {});
+  const auto curve = EstimatePreview(*model, estimates, Points(), Settings(), {});
   ASSERT_TRUE(curve);
-  EXPECT_EQ(Names(*curve), (std::vector<std::string>{"Input Data", "Model a*x"}));
-  EXPECT_EQ(curve->PlotData[1].CopyDataTo().Y.back(), 12);
+  EXPECT_EQ(Names(**curve), (std::vector<std::string>{"Input Data", "Model a*x"}));
+  EXPECT_EQ((*curve)->PlotData[1].CopyDataTo().Y.back(), 12);
   EXPECT_EQ(model->Values(1), 1) << "the project's model stays as it is";
   EqClass fresh{LocaleText()};  // which has seen no data yet
   fresh.SetID("a*x+xmean", {"a*x+xmean"});
-  const Result<PlotClass> first = EstimatePreview(fresh, estimates, Points(), Settings(), {});
+  const auto first = EstimatePreview(fresh, estimates, Points(), Settings(), {});
   ASSERT_TRUE(first);
-  EXPECT_EQ(first->PlotData[1].CopyDataTo().Y.back(), 14.5);  // 3 * 4 + 2.5
+  EXPECT_EQ((*first)->PlotData[1].CopyDataTo().Y.back(), 14.5);  // 3 * 4 + 2.5
   EXPECT_EQ(EstimatePreview(*ModelOf("a*ln(x-2)", 1), estimates, Points(), Settings(), {}).error(),
             "An error has occurred generating equation data for equation a*ln(x-2)");
 
-  SolveData data = Points();
-  data.X.push_back({0, 1, 0, 1});
+  const auto surface = EstimatePreview(*PlaneOf("a*x1+x2", 1), estimates, PlanePoints(), Settings(), {});
+  ASSERT_TRUE(surface);
+  EXPECT_TRUE((*surface)->Angles());
+  EXPECT_EQ(Names(**surface), (std::vector<std::string>{"Input Data", "Model a*x1+x2"}));
+  EXPECT_EQ((*surface)->PlotData[1].CopyDataTo().Y.back(), 13);  // 3 * 4 + 1
+
+  SolveData data = PlanePoints();
+  data.X.push_back({0, 0, 0, 0});
   MvClass several{LocaleText()};
-  several.SetID("a*x1+x2", {"a*x1+x2"});
-  const Result<PlotClass> values = EstimatePreview(several, estimates, data, Settings(), {});
+  several.SetID("a*x1+x2+x3", {"a*x1+x2+x3"});
+  const auto values = EstimatePreview(several, estimates, data, Settings(), {});
   ASSERT_TRUE(values);
-  EXPECT_EQ(Names(*values), (std::vector<std::string>{"Model a*x1+x2", "Reference line"}));
-  const SeriesTable points = values->PlotData[0].CopyDataTo(), line = values->PlotData[1].CopyDataTo();
+  EXPECT_EQ(Names(**values), (std::vector<std::string>{"Model a*x1+x2+x3", "Reference line"}));
+  const SeriesTable points = (*values)->PlotData[0].CopyDataTo(), line = (*values)->PlotData[1].CopyDataTo();
   EXPECT_EQ((std::vector<double>{points.X.begin(), points.X.end()}), data.Y);
-  EXPECT_EQ(YOf(values->PlotData[0]), (std::vector<double>{3, 7, 9, 13}));
+  EXPECT_EQ(YOf((*values)->PlotData[0]), (std::vector<double>{3, 7, 9, 13}));
   EXPECT_EQ(line.X[0], 2.5);
   EXPECT_EQ(line.Y[1], 7);
-  several.SetID("a*ln(x1-2)", {"a*ln(x1-2)"});
+  several.SetID("a*ln(x1-2)+x3", {"a*ln(x1-2)+x3"});
   EXPECT_FALSE(EstimatePreview(several, estimates, data, Settings(), {}));
 }
 
 TEST(PlotOfResults, SaysWhyThereIsNone) {
-  Project line = LineProject(), plane = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}});
+  Project line = LineProject(), plane = PlaneProject(),
+          space = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {2, 1, 1, 2, 1}, {3, 5, 8, 9, 11}});
   std::string log;
   ASSERT_TRUE(line.Interpolations[0].Fit(GatherData(line.Sheet)->Points, log));
   const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr}, spline{nullptr, &line.Interpolations[0]};
   const SolvedItem surface{&SolveModel(plane, "a+b*x1+c*x2", 1), nullptr};
-  const GatheredData points = *GatherData(line.Sheet), tooFew, several = *GatherData(plane.Sheet);
+  AddModel(space, "a*x1+b*x2+c*x3", {"a*x1+b*x2+c*x3"});
+  const SolvedItem many{&SolveModel(space, "a*x1+b*x2+c*x3", 0), nullptr};
+  const GatheredData points = *GatherData(line.Sheet), tooFew, pairs = *GatherData(plane.Sheet),
+                     triples = *GatherData(space.Sheet);
   using enum ResultPlotKind;
   const struct {
     ResultPlotKind Kind;
@@ -196,13 +256,61 @@ TEST(PlotOfResults, SaysWhyThereIsNone) {
       {Residuals, spline, points, "An interpolation passes through its points and leaves no residuals."},
       {Probability, spline, points, "An interpolation passes through its points and leaves no residuals."},
       {Residuals, fit, tooFew, "You need at least 2 data points in order to create a plot."},
-      {Model, surface, several, "A model of several independent variables has no plot in two dimensions."},
-      {Probability, surface, several, ""},
+      {Model, surface, pairs, ""},
+      {Probability, surface, pairs, ""},
+      {Model, many, triples, "A model of more than two independent variables has no plot."},
+      {Residuals, many, triples, ""},
   };
   for (const auto& c : cases) {
-    const Project& project = &c.Data == &several ? plane : line;
-    const Result<PlotClass> plot = PlotOfResults(c.Kind, c.Solution, c.Data, project.Sheet, Settings(), {});
+    const Project& project = &c.Data == &pairs ? plane : &c.Data == &triples ? space : line;
+    const auto plot = PlotOfResults(c.Kind, c.Solution, c.Data, project.Sheet, Settings(), {});
     EXPECT_EQ(plot ? "" : plot.error(), c.Failure);
+  }
+  plane.Sheet.Headers = {"Time", "", "Heat"};
+  const auto titled = PlotOfResults(Model, surface, pairs, plane.Sheet, Settings(), {});
+  ASSERT_TRUE(titled);
+  std::vector<std::string> titles;
+  for (const PlotAxis* axis : (*titled)->Axes()) titles.push_back(axis->AxisTitle);
+  EXPECT_EQ(titles, (std::vector<std::string>{"Time", "X2", "Heat"}));
+}
+
+TEST(SingleSolution, IsTheOneThatIsSelected) {
+  Project line = LineProject();
+  const SolvedItem a{&SolveModel(line, "a*x+b", 1), nullptr}, b{&SolveModel(line, "a+b/x", 1), nullptr};
+  using enum ResultPlotKind;
+  const struct {
+    ResultPlotKind Kind;
+    std::vector<SolvedItem> Selected;
+    std::size_t Variables;
+    std::string Refusal;
+  } cases[] = {
+      {Model, {a}, 2, ""},
+      {Residuals, {a}, 1, ""},
+      {Probability, {b}, 3, ""},
+      {Model, {}, 2, "There are no regression models to plot."},
+      {Residuals, {}, 1, "There are no regression models to plot."},
+      {Model, {a, b}, 3, "A model of more than two independent variables has no plot."},
+      {Model,
+       {a, b},
+       2,
+       "Only one model at a time can be displayed on a 3D plot. Please select a single model from the Available "
+       "Solutions list."},
+      {Residuals,
+       {a, b},
+       1,
+       "Only one model at a time can be displayed on a Residual Scatter plot. Please select a single model from the "
+       "Available Solutions list."},
+      {Probability,
+       {a, b},
+       1,
+       "Only one model at a time can be displayed on a Normal Residual plot. Please select a single model from the "
+       "Available Solutions list."},
+  };
+  for (const auto& c : cases) {
+    RecordingPrompter user;
+    const auto single = SingleSolution(c.Kind, c.Selected, c.Variables, user);
+    EXPECT_EQ(user.Last(), c.Refusal.empty() ? "" : "refuse: " + c.Refusal);
+    EXPECT_EQ(single, c.Refusal.empty() ? std::optional(c.Selected[0]) : std::nullopt);
   }
 }
 

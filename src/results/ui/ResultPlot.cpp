@@ -1,23 +1,18 @@
 #include "results/ui/ResultPlot.h"
 
-#include <QAction>
 #include <QLabel>
-#include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
+#include "plot/ui/PlotBar.h"
 #include "plot/ui/PlotView.h"
 
 namespace quorvex {
 
 ResultPlot::ResultPlot(const char* name, const QString& accessibleName, Prompter& user, const Settings& settings,
                        QWidget* parent)
-    : QWidget(parent), user_(user), settings_(settings), tools_(new QToolBar(this)), reason_(new QLabel(this)) {
+    : QWidget(parent), user_(user), settings_(settings), reason_(new QLabel(this)) {
   setObjectName(name);
   setAccessibleName(accessibleName);
-  tools_->setToolButtonStyle(Qt::ToolButtonTextOnly);
-  // The button for what a narrow bar has no room for.
-  tools_->findChild<QToolButton*>("qt_toolbar_ext_button")->setAccessibleName("More commands");
   reason_->setObjectName("reason");
   reason_->setTextFormat(Qt::PlainText);
   reason_->setAlignment(Qt::AlignCenter);
@@ -25,27 +20,32 @@ ResultPlot::ResultPlot(const char* name, const QString& accessibleName, Prompter
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  column->addWidget(tools_);
   column->addWidget(reason_, 1);
 }
 
 // The view goes before the plot that it shows.
 ResultPlot::~ResultPlot() { delete view_; }
 
-void ResultPlot::SetPlot(Result<PlotClass> plot) {
-  tools_->clear();
+void ResultPlot::SetPlot(Result<std::unique_ptr<PlotPage>> plot) {
+  const bool focused = view_ != nullptr && view_->hasFocus();
+  if (plot_ != nullptr && plot_->Angles()) angles_ = plot_->Angles();
+  delete bar_;
   delete view_;
+  bar_ = nullptr;
   view_ = nullptr;
-  plot_ = plot ? std::make_unique<PlotClass>(std::move(*plot)) : nullptr;
-  tools_->setVisible(plot_ != nullptr);
+  plot_ = plot ? std::move(*plot) : nullptr;
   reason_->setVisible(plot_ == nullptr);
   if (!plot_) return reason_->setText(QString::fromStdString(plot.error()));
+  if (angles_) plot_->SetAngles(*angles_);
   plot_->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, user_);
   view_ = new PlotView(*plot_, user_, settings_, this);
   view_->setAccessibleName(accessibleName());
   // The others are the window's own commands.
-  for (QAction* action : view_->actions().first(3)) tools_->addAction(action);
-  static_cast<QVBoxLayout*>(layout())->addWidget(view_, 1);
+  bar_ = new PlotBar(*view_, view_->LookingActions(), this);
+  auto* column = static_cast<QVBoxLayout*>(layout());
+  column->addWidget(bar_);
+  column->addWidget(view_, 1);
+  if (focused) view_->setFocus();
 }
 
 }  // namespace quorvex
