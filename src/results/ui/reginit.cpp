@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -12,6 +13,7 @@
 #include <algorithm>
 
 #include "core/NumberText.h"
+#include "plot/ui/PlotView.h"
 #include "results/ResultPlots.h"
 #include "results/ui/ResultPlot.h"
 #include "sheet/CellEntry.h"
@@ -36,6 +38,8 @@ reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, Model
       RangeGrid(new QTableWidget(this)),
       adjusted_(new QLabel(this)),
       HscrAjust(new QScrollBar(Qt::Horizontal, this)),
+      XYScroll(new QScrollBar(Qt::Horizontal, this)),
+      ZScroll(new QScrollBar(Qt::Vertical, this)),
       drpPercent(new QComboBox(this)),
       recalc_command(new QPushButton("&Redraw", this)),
       cmdSaveRules(new QPushButton("Save as R&ules", this)),
@@ -106,7 +110,7 @@ void reginit::LayOut() {
   auto* parts = new QSplitter(this);
   parts->setChildrenCollapsible(false);
   parts->addWidget(estimates);
-  parts->addWidget(preview_);
+  parts->addWidget(Preview());
   for (const int part : {0, 1}) parts->setStretchFactor(part, 1);
   auto* all = new QVBoxLayout(this);
   all->addWidget(parts, 1);
@@ -114,6 +118,38 @@ void reginit::LayOut() {
   const int width = fontMetrics().averageCharWidth();
   parts->setSizes({90 * width, 90 * width});
   resize(QSize(185 * width, 70 * width).boundedTo(screen()->availableSize() * 0.95));
+}
+
+QWidget* reginit::Preview() {
+  auto* part = new QWidget(this);
+  auto* cells = new QGridLayout(part);
+  cells->setContentsMargins(0, 0, 0, 0);
+  cells->setSpacing(0);
+  cells->addWidget(preview_, 0, 0);
+  cells->addWidget(XYScroll, 1, 0);
+  cells->addWidget(ZScroll, 0, 1);
+  XYScroll->setObjectName("XYScroll");
+  XYScroll->setAccessibleName("X1-X2 view angle of the preview");
+  XYScroll->setRange(0, 360);
+  ZScroll->setObjectName("ZScroll");
+  ZScroll->setAccessibleName("X1-Y view angle of the preview");
+  ZScroll->setRange(0, 180);
+  for (QScrollBar* bar : {XYScroll, ZScroll}) {
+    bar->setFocusPolicy(Qt::StrongFocus);
+    bar->setPageStep(15);
+    bar->setVisible(data_.X.size() == 2);
+  }
+  return part;
+}
+
+void reginit::ShowAngles() {
+  const PlotView* view = preview_->View();
+  const auto angles = view != nullptr ? view->Angles() : std::nullopt;
+  const QSignalBlocker quietXY(XYScroll), quietZ(ZScroll);
+  for (QScrollBar* bar : {XYScroll, ZScroll}) bar->setEnabled(angles.has_value());
+  if (!angles) return;
+  XYScroll->setValue(qRound(angles->XY));
+  ZScroll->setValue(qRound(angles->Z));
 }
 
 void reginit::Fill(const std::vector<EstimateRow>& rows) {
@@ -196,6 +232,12 @@ void reginit::Recalculate() {
   const std::vector<EstimateRow> rows = Rows();
   if (Refused(CheckInitialValues(rows, project_.Locale))) return;
   preview_->SetPlot(EstimatePreview(model_, InitialValues(rows, project_.Locale), data_, settings_, project_.Locale));
+  if (PlotView* view = preview_->View()) {
+    connect(XYScroll, &QScrollBar::valueChanged, view, &PlotView::SetXYAngle);
+    connect(ZScroll, &QScrollBar::valueChanged, view, &PlotView::SetZAngle);
+    connect(view, &PlotView::Changed, this, &reginit::ShowAngles);
+  }
+  ShowAngles();
 }
 
 void reginit::SaveRules() { quorvex::SaveRules(project_, model_, Rows(), editor_.Edit.User); }

@@ -18,7 +18,7 @@ class ResultPlot;
 
 // The initial estimates of a model, over a preview of what they make of the data: a row for each coefficient, which is
 // estimated, held constant, or tried over a range. The scroll bar moves the value of the selected coefficient, and the
-// preview with it.
+// preview with it. Two more turn the preview of a model of two variables, a surface.
 class reginit : public QDialog {
   Q_OBJECT
 
@@ -40,6 +40,8 @@ class reginit : public QDialog {
   void SelectRow(int row);
   void Scroll(int steps);
   void Recalculate();
+  QWidget* Preview();  // with its scroll bars
+  void ShowAngles();   // of the preview, on its scroll bars
   void SaveRules();
 
   Project& project_;
@@ -51,7 +53,7 @@ class reginit : public QDialog {
 
   QTableWidget* RangeGrid;
   QLabel* adjusted_;
-  QScrollBar* HscrAjust;
+  QScrollBar *HscrAjust, *XYScroll, *ZScroll;
   QComboBox* drpPercent;
   QPushButton *recalc_command, *cmdSaveRules;
   ResultPlot* preview_;
