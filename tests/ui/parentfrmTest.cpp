@@ -446,7 +446,7 @@ TEST_F(Frame, ArrangesItsWindows) {
 TEST_F(Frame, OpensEveryExampleAsAProjectWithoutFile) {
   Start();
   const auto* menu = frame->findChild<QMenu*>("examples");
-  ASSERT_EQ(menu->actions().size(), 3);
+  ASSERT_EQ(menu->actions().size(), 4);
   for (QAction* example : menu->actions()) {
     example->trigger();
     EXPECT_GE(Document().Sheet.Cells.GridLastRow(), 8u);
@@ -454,7 +454,7 @@ TEST_F(Frame, OpensEveryExampleAsAProjectWithoutFile) {
     EXPECT_TRUE(Document().FileName.starts_with("Untitled "));
     EXPECT_FALSE(Active().isWindowModified());
   }
-  EXPECT_EQ(Windows(), 3);
+  EXPECT_EQ(Windows(), 4);
 }
 
 TEST_F(Frame, HasMnemonicsThatDoNotMeet) {
