@@ -26,6 +26,8 @@ class PlotClass final : public PlotPage {
   std::int16_t PointsPerPlot = 100;  // of a curve, 3 to 5000
   bool Make2DSquare = false;
 
+  std::unique_ptr<PlotPage> Clone() const override { return std::make_unique<PlotClass>(*this); }
+  void Assign(const PlotPage& other) override { *this = static_cast<const PlotClass&>(other); }
   using PlotPage::Axes;
   std::vector<PlotAxis*> Axes() override { return {&X, &Y}; }
   std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) override;

@@ -55,8 +55,11 @@ struct ViewAngles {
 class PlotPage {
  public:
   virtual ~PlotPage() = default;
-  PlotPage(PlotPage&&) = default;
-  PlotPage& operator=(PlotPage&&) = default;
+
+  // A plot of the same series, and becoming such a copy of another plot of the same kind. Tables are to be made anew by
+  // CreateGraph.
+  virtual std::unique_ptr<PlotPage> Clone() const = 0;
+  virtual void Assign(const PlotPage& other) = 0;
 
   LocaleText Locale;  // of the numbers that the plot shows
 
@@ -133,6 +136,10 @@ class PlotPage {
 
  protected:
   PlotPage(const Settings& settings, const LocaleText& locale);
+  PlotPage(const PlotPage&) = default;
+  PlotPage(PlotPage&&) = default;
+  PlotPage& operator=(const PlotPage&) = default;
+  PlotPage& operator=(PlotPage&&) = default;
 
   // Whether scales and legend take notice of a series.
   virtual bool IsShown(const PlotSeries& series) const { return series.Displayed(); }

@@ -14,16 +14,17 @@ using ModelPointer = std::unique_ptr<ModelClass>;
 
 }  // namespace
 
-PlotSeries::PlotSeries(DataClass data, SeriesStyle style) : content_(std::move(data)), style_(std::move(style)) {}
+PlotSeries::PlotSeries(DataClass data, SeriesStyle style)
+    : content_(std::make_shared<Content>(std::move(data))), style_(std::move(style)) {}
 
 PlotSeries::PlotSeries(InterpClass interpolation)
-    : content_(std::move(interpolation)),
+    : content_(std::make_shared<Content>(std::move(interpolation))),
       style_{.LegendText = Interpolation()->LegendText, .ShowErrorBars = Interpolation()->ShowErrorBars} {}
 
-PlotSeries::PlotSeries(std::unique_ptr<ModelClass> model) : content_(std::move(model)) {}
+PlotSeries::PlotSeries(std::unique_ptr<ModelClass> model) : content_(std::make_shared<Content>(std::move(model))) {}
 
 const ModelClass* PlotSeries::Model() const {
-  const ModelPointer* model = std::get_if<ModelPointer>(&content_);
+  const ModelPointer* model = std::get_if<ModelPointer>(content_.get());
   return model != nullptr ? model->get() : nullptr;
 }
 
@@ -31,39 +32,39 @@ double PlotSeries::InputXMin(int variable) const {
   return std::visit(Overloaded{[&](const DataClass& data) { return data.InputXMin(variable); },
                                [](const InterpClass& curve) { return curve.InputXMin; },
                                [&](const ModelPointer& model) { return model->InputXMin(variable); }},
-                    content_);
+                    *content_);
 }
 
 double PlotSeries::InputXMax(int variable) const {
   return std::visit(Overloaded{[&](const DataClass& data) { return data.InputXMax(variable); },
                                [](const InterpClass& curve) { return curve.InputXMax; },
                                [&](const ModelPointer& model) { return model->InputXMax(variable); }},
-                    content_);
+                    *content_);
 }
 
 double PlotSeries::InputYMin() const {
   return std::visit(Overloaded{[](const auto& series) { return series.InputYMin; },
                                [](const ModelPointer& model) { return model->Statistics.InputYMin; }},
-                    content_);
+                    *content_);
 }
 
 double PlotSeries::InputYMax() const {
   return std::visit(Overloaded{[](const auto& series) { return series.InputYMax; },
                                [](const ModelPointer& model) { return model->Statistics.InputYMax; }},
-                    content_);
+                    *content_);
 }
 
 std::size_t PlotSeries::NumInputX() const {
   return std::visit(Overloaded{[](const auto& series) { return series.NumInputX(); },
                                [](const ModelPointer& model) { return model->NumInputX(); }},
-                    content_);
+                    *content_);
 }
 
 SeriesTable PlotSeries::CopyDataTo(int variable) const {
   return std::visit(Overloaded{[&](const DataClass& data) { return data.CopyDataTo(variable); },
                                [](const InterpClass& curve) { return curve.CopyDataTo(); },
                                [&](const ModelPointer& model) { return model->CopyDataTo(variable); }},
-                    content_);
+                    *content_);
 }
 
 ErrorTable PlotSeries::CopyMaXMinErrorDataTo() const {
@@ -77,11 +78,11 @@ bool PlotSeries::GenerateTable(const std::vector<TableRange>& ranges, bool Extra
                  [&](ModelPointer& model) {
                    return ranges.size() != model->Statistics.X.size() || model->GenerateTable(ranges, Extrapolate);
                  }},
-      content_);
+      *content_);
 }
 
 bool PlotSeries::GenerateErrorTable() {
-  const ModelPointer* model = std::get_if<ModelPointer>(&content_);
+  const ModelPointer* model = std::get_if<ModelPointer>(content_.get());
   return model == nullptr || (*model)->GenerateErrorTable();
 }
 

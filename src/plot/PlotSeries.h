@@ -13,7 +13,8 @@
 namespace quorvex {
 
 // A series of a plot: raw data, an interpolation or a model. The plot owns it, so what a project does later with the
-// original leaves the plot alone.
+// original leaves the plot alone. Copies have looks of their own but one content, and so the table that one of them
+// made last.
 class PlotSeries {
  public:
   PlotSeries(DataClass data, SeriesStyle style = {});
@@ -21,8 +22,8 @@ class PlotSeries {
   PlotSeries(std::unique_ptr<ModelClass> model);
 
   // The object itself, none where it is of another type.
-  const DataClass* Data() const { return std::get_if<DataClass>(&content_); }
-  const InterpClass* Interpolation() const { return std::get_if<InterpClass>(&content_); }
+  const DataClass* Data() const { return std::get_if<DataClass>(content_.get()); }
+  const InterpClass* Interpolation() const { return std::get_if<InterpClass>(content_.get()); }
   const ModelClass* Model() const;
 
   SeriesStyle& Style() { return style_; }
@@ -48,7 +49,8 @@ class PlotSeries {
   bool GenerateErrorTable();
 
  private:
-  std::variant<DataClass, InterpClass, std::unique_ptr<ModelClass>> content_;
+  using Content = std::variant<DataClass, InterpClass, std::unique_ptr<ModelClass>>;
+  std::shared_ptr<Content> content_;
   SeriesStyle style_;
 };
 

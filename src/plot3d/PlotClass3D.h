@@ -63,6 +63,8 @@ class PlotClass3D final : public PlotPage {
   void Turn(double xyDegrees, double zDegrees);
   const BoxView& View() const { return view_; }
 
+  std::unique_ptr<PlotPage> Clone() const override { return std::make_unique<PlotClass3D>(*this); }
+  void Assign(const PlotPage& other) override { *this = static_cast<const PlotClass3D&>(other); }
   using PlotPage::Axes;
   std::vector<PlotAxis*> Axes() override { return {&X, &Y, &Z}; }
   std::array<const BoxAxis*, 3> BoxAxes() const { return {&X, &Y, &Z}; }
