@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 #include <utility>
 
@@ -34,25 +33,13 @@ std::int64_t Cross(DevicePoint a, DevicePoint b, DevicePoint c) {
   return (std::int64_t{b.x} - a.x) * (std::int64_t{c.y} - a.y) - (std::int64_t{b.y} - a.y) * (std::int64_t{c.x} - a.x);
 }
 
-// The part of a row, told by its y, where low < x * a + y * b < high.
-class Strip {
- public:
-  Strip(double a, double b, double low, double high) : b_(b), low_(low), high_(high) {
-    constexpr double kLevel = 1e-9;  // the row runs along the strip: all of it, or what of it the caller sees to
-    everywhere_ = std::abs(a) < kLevel;
-    inverse_ = everywhere_ ? 0 : 1 / a;
-  }
-  std::pair<double, double> At(double y) const {
-    constexpr double kEnd = std::numeric_limits<double>::infinity();
-    if (everywhere_) return {-kEnd, kEnd};
-    const double one = (low_ - y * b_) * inverse_, other = (high_ - y * b_) * inverse_;
-    return inverse_ > 0 ? std::pair(one, other) : std::pair(other, one);
-  }
+// The first whole number behind a place, if it lies within the limits.
+int After(double place, int least, int most) {
+  return place < least ? least : place < most ? static_cast<int>(place) + 1 : most;
+}
 
- private:
-  double b_, low_, high_, inverse_;
-  bool everywhere_;
-};
+double Larger(double a, double b) { return a > b ? a : b; }
+double Smaller(double a, double b) { return a < b ? a : b; }
 
 // `share` of 255 of the ink over what is there.
 std::uint32_t Mixed(std::uint32_t ground, std::uint32_t ink, std::uint32_t share) {
@@ -159,59 +146,71 @@ void PixelCanvas::Shade(const std::array<DevicePoint, 3>& corners, const std::ar
 // Raises the coverage of the pixels that a pen, drawn along a straight line, reaches. Its edge is smoothed over half a
 // pixel to either side.
 void PixelCanvas::Cover(ExactPoint from, ExactPoint to, const CanvasPen& pen) {
+  Area area = clip_;
+  std::ptrdiff_t perColumn = 1, perRow = stride_;
+  if (std::abs(to.y - from.y) > std::abs(to.x - from.x)) {  // all mirrored, so that the line runs more along than down
+    std::swap(from.x, from.y);
+    std::swap(to.x, to.y);
+    area = {clip_.Top, clip_.Left, clip_.Bottom, clip_.Right};
+    std::swap(perColumn, perRow);
+  }
+  if (to.x < from.x) std::swap(from, to);
+  const double dx = to.x - from.x, dy = to.y - from.y, length = std::sqrt(dx * dx + dy * dy);
+  const double ux = length > 0 ? dx / length : 1, uy = length > 0 ? dy / length : 0, slope = uy / ux;
+
   constexpr double kSmooth = 0.5;
   const bool flatEnds = pen.FlatEnds && !pen.Pattern.Elements().empty();
-  const double reach = pen.Width / 2 + kSmooth, ahead = flatEnds ? kSmooth : reach;
-  const double dx = to.x - from.x, dy = to.y - from.y, length = std::sqrt(dx * dx + dy * dy);
-  const double ux = length > 0 ? dx / length : 1, uy = length > 0 ? dy / length : 0;
-  const auto rowAfter = [&](double y) {
-    return y < clip_.Top ? clip_.Top : y < clip_.Bottom ? static_cast<int>(y) + 1 : clip_.Bottom;
+  const double reach = pen.Width / 2 + kSmooth;
+  // In a column the pen reaches so far up and down, and so many pixels at most.
+  const double upDown = reach / ux;
+  const int most = static_cast<int>(Smaller(std::ceil(2 * upDown), area.Bottom - area.Top));
+  const int first = After(from.x - reach, area.Left, area.Right), end = After(to.x + reach, area.Left, area.Right);
+  const auto room = covered_ + static_cast<std::size_t>(end - first) * static_cast<std::size_t>(most);
+  if (places_.size() < room) places_.resize(room);
+
+  // Without branches, which would often be mistaken and cost more than all the rest.
+  std::uint8_t* const coverage = coverage_.data();
+  std::ptrdiff_t* next = places_.data() + covered_;
+  const auto raise = [&](std::ptrdiff_t place, double share) {
+    const auto cover = static_cast<std::uint8_t>(static_cast<int>(Larger(Smaller(share, 1), 0) * 255 + 0.5));
+    const std::uint8_t before = coverage[place];
+    coverage[place] = before > cover ? before : cover;
+    *next = place;
+    next += before == 0 && cover != 0;
   };
-  const int first = rowAfter(std::min(from.y, to.y) - reach), end = rowAfter(std::max(from.y, to.y) + reach);
-  // With `along` the way of a place along the line and `across` its distance from it:
-  const Strip alongLine(ux, uy, -ahead, length + ahead), besideLine(-uy, ux, -reach, reach);
-  for (int row = first; row < end; ++row) {
-    const double y = row - from.y;
-    const auto [enter, leave] = alongLine.At(y);
-    const auto [enterSide, leaveSide] = besideLine.At(y);
-    const double low = std::max(enter, enterSide) + from.x, high = std::min(leave, leaveSide) + from.x;
-    if (!(low < high) || low >= clip_.Right || high < clip_.Left) continue;
-    const int left = low < clip_.Left ? clip_.Left : static_cast<int>(low) + 1;
-    const int right = high < clip_.Right ? static_cast<int>(high) + 1 : clip_.Right;
-    if (left >= right) continue;
-    covered_.push_back({row, left, right});
-    double along = (left - from.x) * ux + y * uy, across = y * ux - (left - from.x) * uy;
-    std::uint8_t* const line = &coverage_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_)];
-    for (int column = left; column < right; ++column, along += ux, across -= uy) {
-      const double beyond = std::max(-along, along - length);
-      double share = reach - std::abs(across);
-      if (flatEnds)
-        share = std::min(share, kSmooth - beyond);
-      else if (beyond > 0)
-        share = reach - std::sqrt(across * across + beyond * beyond);
-      if (share <= 0) continue;
-      const auto cover = static_cast<std::uint8_t>(std::min(share, 1.0) * 255 + 0.5);
-      line[column] = std::max(line[column], cover);
+  for (int column = first; column < end; ++column) {
+    const double x = column - from.x;
+    const int top = After(from.y + x * slope - upDown, area.Top, area.Bottom);
+    const int bottom = std::min(top + most, area.Bottom);
+    // Of each pixel, its way along the line and its distance from it.
+    double along = x * ux + (top - from.y) * uy, across = (top - from.y) * ux - x * uy;
+    std::ptrdiff_t place = column * perColumn + top * perRow;
+    const double nearEnd = reach * std::abs(uy);
+    if (x >= nearEnd && x <= dx - nearEnd) {
+      for (int row = top; row < bottom; ++row, across += ux, place += perRow) raise(place, reach - std::abs(across));
+      continue;
+    }
+    for (int row = top; row < bottom; ++row, along += uy, across += ux, place += perRow) {
+      const double beyond = Larger(-along, along - length), outside = Larger(beyond, 0);
+      raise(place, flatEnds ? Smaller(reach - std::abs(across), kSmooth - beyond)
+                            : reach - std::sqrt(across * across + outside * outside));
     }
   }
+  covered_ = static_cast<std::size_t>(next - places_.data());
 }
 
 void PixelCanvas::Ink(std::int32_t colour) {
   const std::uint32_t ink = PixelOf(colour);
-  for (const Run& run : covered_) {
-    std::uint32_t* const pixels = Row(run.Row);
-    std::uint8_t* const line = &coverage_[static_cast<std::size_t>(run.Row) * static_cast<std::size_t>(width_)];
-    for (int column = run.Left; column < run.Right; ++column) {
-      if (line[column] == 0) continue;
-      pixels[column] = Mixed(pixels[column], ink, line[column]);
-      line[column] = 0;
-    }
+  for (const std::ptrdiff_t place : std::span(places_).first(covered_)) {
+    std::uint8_t& cover = coverage_[static_cast<std::size_t>(place)];
+    pixels_[place] = Mixed(pixels_[place], ink, cover);
+    cover = 0;
   }
-  covered_.clear();
+  covered_ = 0;
 }
 
 void PixelCanvas::Outline(std::span<const DevicePoint> polygon, const CanvasPen& pen) {
-  coverage_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
+  coverage_.resize(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(height_));
   const auto stroke = [&](ExactPoint from, ExactPoint to) { Cover(from, to, pen); };
   const double rim = pen.Width;
   std::optional<PatternWalk> pattern;

@@ -53,10 +53,6 @@ class PixelCanvas {
   void Outline(std::span<const DevicePoint> polygon, const CanvasPen& pen);
 
  private:
-  struct Run {
-    int Row, Left, Right;  // the last column not included
-  };
-
   template <typename Paint>
   void EachRun(std::span<const DevicePoint> polygon, Paint paint);
   void CrossRows(DevicePoint a, DevicePoint b, const Area& rows, std::size_t corners);
@@ -72,8 +68,9 @@ class PixelCanvas {
   // Kept from polygon to polygon, lest each take memory of its own.
   std::vector<int> crossings_;        // where edges cross the rows of a polygon: room for all of its edges in each row,
   std::vector<std::size_t> crossed_;  // of which so many are taken
-  std::vector<std::uint8_t> coverage_;  // of each pixel of the picture by the pen, 255 the whole; 0 between outlines
-  std::vector<Run> covered_;            // where it may be more
+  std::vector<std::uint8_t> coverage_;  // of each pixel by the pen, 255 the whole; 0 between outlines
+  std::vector<std::ptrdiff_t> places_;  // of the first `covered_` pixels where it is more
+  std::size_t covered_ = 0;
 };
 
 }  // namespace quorvex
