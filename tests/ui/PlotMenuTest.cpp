@@ -20,6 +20,15 @@ class PlotMenuTest : public Frame {
     Start();
     Document() =
         hasStandardDeviation ? ProjectOf({{1, 2, 3, 4, 5}, {3, 5, 8, 9, 11}, {1, 2, 1, 2, 1}}, true) : LineProject();
+    Solve(models);
+  }
+  // The same about a plane.
+  void OpenPlane(const std::vector<const char*>& models) {
+    Start();
+    Document() = PlaneProject();
+    Solve(models);
+  }
+  void Solve(const std::vector<const char*>& models) {
     for (const char* name : models) SolveModel(Document(), name, 1);
     Active().Refresh();
   }
@@ -99,6 +108,59 @@ TEST_F(PlotMenuTest, ShowsSelectedOrAllSolutions) {
   for (const char* command : {"mnuPlotSelected", "mnuPlotAll"}) {
     EXPECT_EQ(SaidBy(command), "There are no regression models to plot.");
   }
+}
+
+TEST_F(PlotMenuTest, ShowsPointsAndOneSurfaceOfTwoVariables) {
+  OpenPlane({"a+b*x1+c*x2", "a+b*x1+c/x2"});
+  Trigger("mnuPlotData");
+  ASSERT_EQ(Plots().size(), 1);
+  EXPECT_EQ(Legend(*Plots()[0]), QStringList{"Input Data"});
+  EXPECT_TRUE(Plots()[0]->Plot().Angles());
+  EXPECT_EQ(Plots()[0]->findChild<QAction*>("ShadeMesh"), nullptr) << "no surface";
+  Select(1, 1, 5, 2);
+  Trigger("mnuPlotData");
+  ASSERT_EQ(Plots().size(), 2);
+  EXPECT_FALSE(Plots()[1]->Plot().Angles());
+
+  auto& list = *Active().findChild<QTableView*>("SolvedList");
+  list.selectRow(1);
+  Trigger("mnuPlotSelected");
+  ASSERT_EQ(Plots().size(), 3);
+  EXPECT_EQ(Legend(*Plots()[2]), (QStringList{"Input Data", "Model " + list.model()->index(1, 1).data().toString()}));
+  EXPECT_TRUE(Plots()[2]->Plot().Angles());
+  constexpr const char* kOne =
+      "Only one model at a time can be displayed on a 3D plot. Please select a single model from the Available "
+      "Solutions list.";
+  EXPECT_EQ(SaidBy("mnuPlotAll"), kOne);
+  list.selectAll();
+  EXPECT_EQ(SaidBy("mnuPlotSelected"), kOne);
+
+  Document().Sheet.Cells.GridClearRange({2, 1, 5, 3});
+  Grid().setCurrentIndex(Grid().model()->index(0, 0));
+  EXPECT_EQ(SaidBy("mnuPlotData"), "You need at least 2 data points in order to create a plot.");
+  list.selectRow(0);
+  EXPECT_EQ(SaidBy("mnuPlotSelected"), "You need at least 2 data points in order to create a plot.");
+}
+
+TEST_F(PlotMenuTest, ShowsResidualsOfOneSolution) {
+  OpenPlane({"a+b*x1+c*x2", "a+b*x1+c/x2"});
+  auto& list = *Active().findChild<QTableView*>("SolvedList");
+  list.selectRow(1);
+  const std::string name = list.model()->index(1, 1).data().toString().toStdString();
+  Trigger("mnuPlotResiduals");
+  Trigger("mnuPlotProbability");
+  ASSERT_EQ(Plots().size(), 2);
+  EXPECT_EQ(Plots()[0]->Plot().PlotTitle, "Residual Error for Equation " + name);
+  EXPECT_EQ(Legend(*Plots()[0]), QStringList{"Residuals"});
+  EXPECT_EQ(Plots()[1]->Plot().PlotTitle, "Residual Normal Probability Plot");
+  EXPECT_NE(Plots()[1]->findChild<QAction*>("mnuPlotFormatZoom"), nullptr);
+  list.selectAll();
+  EXPECT_EQ(SaidBy("mnuPlotProbability"),
+            "Only one model at a time can be displayed on a Normal Residual plot. Please select a single model from "
+            "the Available Solutions list.");
+  Document().Models = ModelCollection();
+  Active().Refresh();
+  EXPECT_EQ(SaidBy("mnuPlotResiduals"), "There are no regression models to plot.");
 }
 
 TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {

@@ -16,6 +16,7 @@
 #include <QPrinter>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <set>
@@ -400,7 +401,7 @@ TEST_F(Results, PlotsTheModelAndItsResiduals) {
   for (int i = 0; i < 3; ++i) {
     Turn(2 + i);
     QTest::qWait(20);
-    const auto* view = Find<QWidget>(names[i]).findChild<PlotView*>();
+    auto* view = Find<QWidget>(names[i]).findChild<PlotView*>();
     ASSERT_NE(view, nullptr) << names[i];
     int blue = 0;  // of the markers' lines, which are smoothed
     for (int x = 0; x < view->Picture().width(); ++x)
@@ -420,6 +421,37 @@ TEST_F(Results, PlotsTheModelAndItsResiduals) {
   const QPointer<PlotView> before = Find<QWidget>("pctNormal").findChild<PlotView*>();
   Click("cmdUpDown0");
   EXPECT_TRUE(before.isNull()) << "the plot of the other model";
+}
+
+TEST_F(Results, KeepsASurfaceTurnedFromModelToModel) {
+  project = PlaneProject();
+  Start({"a+b*x1+c*x2", "a+b*x1+c/x2"});
+  Turn(2);
+  const auto view = [&] { return Find<QWidget>("pctModel").findChild<PlotView*>(); };
+  ASSERT_NE(view(), nullptr);
+  ASSERT_TRUE(view()->Angles());
+  view()->setFocus();
+  for (const auto key : {Qt::Key_Right, Qt::Key_Down}) QTest::keyClick(view(), key);
+  EXPECT_EQ(Find<QTabWidget>("ResultsTab").currentIndex(), 2) << "the arrows are the plot's";
+  EXPECT_EQ(*view()->Angles(), (ViewAngles{145, 35}));
+  Click("cmdUpDown0");
+  EXPECT_EQ(*view()->Angles(), (ViewAngles{145, 35}));
+  EXPECT_EQ(Find<QSpinBox>("ZAngle").value(), 35);
+  // A model without a surface in between changes nothing.
+  Find<QSpinBox>("XYAngle").setValue(20);
+  project.Sheet.Cells.GridClearRange({2, 1, 5, 3});
+  window->Refresh();
+  EXPECT_EQ(view(), nullptr);
+  for (std::size_t row = 2; row <= 5; ++row)
+    for (std::size_t col = 1; col <= 3; ++col)
+      project.Sheet.Cells.SetGridCellNumber(row, col, static_cast<double>(row * row + col));
+  window->Refresh();
+  EXPECT_EQ(*view()->Angles(), (ViewAngles{20, 35}));
+  ExpectMnemonicsDoNotMeet(*window);
+  const AccessibilityWalk walk(*window);
+  for (const char* name : {"X1-X2 view angle", "X1-Y view angle", "Model Plot"}) EXPECT_TRUE(walk.Names.contains(name));
+  Turn(3);
+  EXPECT_FALSE(Find<QWidget>("pctResidual").findChild<PlotView*>()->Angles());
 }
 
 TEST_F(Results, SaysWhyThereIsNoPlot) {

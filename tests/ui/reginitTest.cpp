@@ -107,11 +107,45 @@ TEST_F(Estimates, MoveByTheScrollBarUnderThePreview) {
             "An error has occurred generating equation data for equation a*ln(x-10)+b");
 }
 
-TEST_F(Estimates, OfSeveralVariablesShowWhatTheyCalculate) {
+TEST_F(Estimates, OfTwoVariablesShowASurfaceThatTurns) {
   Open(2, "a+b*x1+c*x2");
-  EXPECT_NE(dialog->findChild<PlotView*>(), nullptr);
+  auto& xy = In<QScrollBar>(*dialog, "XYScroll");
+  auto& z = In<QScrollBar>(*dialog, "ZScroll");
+  const auto view = [&] { return dialog->findChild<PlotView*>(); };
+  EXPECT_EQ(*view()->Angles(), (ViewAngles{140, 30}));
+  EXPECT_EQ(xy.value(), 140);
+  EXPECT_EQ(z.value(), 30);
+  const QImage before = view()->Picture();
+  QTest::keyClick(&xy, Qt::Key_Right);
+  z.setValue(75);
+  EXPECT_EQ(*view()->Angles(), (ViewAngles{141, 75}));
+  EXPECT_NE(view()->Picture(), before);
+  QTest::keyClick(view(), Qt::Key_Right);
+  EXPECT_EQ(xy.value(), 146);
+
+  // Other values, the same view; and the scroll bars turn the new surface.
+  dialog->findChild<QScrollBar*>("HscrAjust")->setValue(2);
+  EXPECT_EQ(*view()->Angles(), (ViewAngles{146, 75}));
+  EXPECT_EQ(xy.value(), 146);
+  xy.setValue(10);
+  EXPECT_EQ(*view()->Angles(), (ViewAngles{10, 75}));
   AccessibilityWalk walk(*dialog);
-  EXPECT_TRUE(walk.Names.contains("Initial Estimate"));
+  for (const char* name : {"Initial Estimate", "X1-X2 view angle of the preview", "X1-Y view angle of the preview"})
+    EXPECT_TRUE(walk.Names.contains(name)) << name;
+  ExpectMnemonicsDoNotMeet(*dialog);
+
+  // While there is no surface there is nothing to turn.
+  Type(0, 2, "1");
+  Open(2, "a+b*ln(x1-9)+c*x2");
+  EXPECT_EQ(view(), nullptr);
+  EXPECT_FALSE(In<QScrollBar>(*dialog, "XYScroll").isEnabled());
+}
+
+TEST_F(Estimates, OfManyVariablesShowWhatTheyCalculate) {
+  Open(3, "a+b*x1+c*x2+d*x3");
+  ASSERT_NE(dialog->findChild<PlotView*>(), nullptr);
+  EXPECT_FALSE(dialog->findChild<PlotView*>()->Angles());
+  EXPECT_FALSE(In<QScrollBar>(*dialog, "XYScroll").isVisible());
 }
 
 }  // namespace

@@ -1,0 +1,198 @@
+// The window of a plot of three dimensions, used as a user does.
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QSpinBox>
+#include <QTest>
+
+#include "Accessibility.h"
+#include "RecordingPrompter.h"
+#include "engine/MvClass.h"
+#include "plot/ui/PlotView.h"
+#include "plot/ui/PlotWindow.h"
+#include "results/ResultPlots.h"
+
+namespace quorvex {
+namespace {
+
+// The surface of a model over nine points of a square, in its window.
+class PlotTurn : public testing::Test {
+ protected:
+  void Open(const std::string& equation = "a+x1*x2") {
+    SolveData data;
+    data.X = {{1, 2, 3, 1, 2, 3, 1, 2, 3}, {1, 1, 1, 2, 2, 2, 3, 3, 3}};
+    data.Y = {2, 3, 4, 3.5, 5, 7, 4, 7.5, 10};
+    data.SD = std::vector<double>(9, 0.5);
+    MvClass model{LocaleText()};
+    model.SetID(equation, {equation});
+    model.SetIC(data);
+    model.SetValue(1, 1);
+    auto plot = PageOf(SurfacePlot(model.CopyTo(), equation, data, {"X1", "X2", "Y"}, settings));
+    ASSERT_TRUE(plot);
+    ASSERT_TRUE((*plot)->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter));
+    window = std::make_unique<PlotWindow>(std::move(*plot), prompter, settings);
+    window->resize(640, 480);
+    window->show();
+    window->activateWindow();
+    QTest::qWait(20);
+    QObject::connect(&View(), &PlotView::Changed, [this] { ++changes; });
+  }
+
+  PlotView& View() { return window->View(); }
+  QAction* Action(const char* name) { return window->findChild<QAction*>(name); }
+  QSpinBox& Box(const char* name) { return *window->findChild<QSpinBox*>(name); }
+  ViewAngles Angles() { return *window->Plot().Angles(); }
+  ViewAngles Shown() {
+    return {static_cast<double>(Box("XYAngle").value()), static_cast<double>(Box("ZAngle").value())};
+  }
+  void Mouse(QEvent::Type type, QPoint at) {
+    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, at, View().mapToGlobal(at), button, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&View(), &event);
+  }
+  QImage Painted() { return View().grab().toImage(); }
+
+  Settings settings;
+  RecordingPrompter prompter;
+  std::unique_ptr<PlotWindow> window;
+  int changes = 0;
+};
+
+TEST_F(PlotTurn, FollowsKeysAndMouseAndItsBoxesDo) {
+  Open();
+  EXPECT_EQ(Shown(), Angles());
+  View().setFocus();
+  QTest::keyClick(&View(), Qt::Key_Right);
+  QTest::keyClick(&View(), Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(Angles(), (ViewAngles{145, 31}));
+  EXPECT_EQ(Shown(), Angles());
+  QTest::keyClick(&View(), Qt::Key_Right, Qt::ControlModifier);
+  EXPECT_EQ(Angles().XY, 145) << "a command of the window";
+  EXPECT_EQ(changes, 2);
+
+  const QPoint middle = View().rect().center();
+  Mouse(QEvent::MouseButtonPress, middle);
+  Mouse(QEvent::MouseMove, middle + QPoint(View().width() / 12, 0));  // some 15 degrees
+  EXPECT_NEAR(Angles().XY, 160, 0.5);
+  EXPECT_EQ(Shown().XY, qRound(Angles().XY));
+  Mouse(QEvent::MouseButtonRelease, middle);
+  // The other angle, which no box can show, stays as it is.
+  const double between = Angles().XY;
+  ASSERT_NE(between, std::round(between));
+  Box("ZAngle").setValue(60);
+  EXPECT_EQ(Angles(), (ViewAngles{between, 60}));
+}
+
+TEST_F(PlotTurn, IsSetByItsBoxes) {
+  Open();
+  const QImage before = View().Picture();
+  QSpinBox& xy = Box("XYAngle");
+  xy.setFocus();
+  xy.selectAll();
+  QTest::keyClicks(&xy, "359");
+  EXPECT_EQ(Angles(), (ViewAngles{359, 30}));
+  EXPECT_NE(View().Picture(), before) << "at once";
+  for (const double angle : {360, 0, 1}) {
+    QTest::keyClick(&xy, Qt::Key_Up);
+    EXPECT_EQ(Angles(), (ViewAngles{angle, 30})) << "round and round";
+  }
+  EXPECT_EQ(changes, 6);
+  QSpinBox& z = Box("ZAngle");
+  z.setValue(180);
+  QTest::keyClick(&z, Qt::Key_Up);
+  EXPECT_EQ(Angles(), (ViewAngles{1, 180}));
+}
+
+TEST_F(PlotTurn, DrawsOnceForWhatComesTogether) {
+  Open();
+  const QImage before = Painted();
+  for (int i = 0; i < 5; ++i) QTest::keyClick(&View(), Qt::Key_Left);
+  EXPECT_EQ(Painted(), before);
+  QTest::qWait(5);
+  EXPECT_NE(Painted(), before);
+  EXPECT_EQ(Painted(), View().Picture());
+  EXPECT_EQ(Angles().XY, 115);
+}
+
+TEST_F(PlotTurn, GetsTheKeyboardByTab) {
+  Open();
+  std::set<QWidget*> met;
+  Box("XYAngle").setFocus();
+  for (int i = 0; i < 5; ++i) {
+    met.insert(window->focusWidget());
+    QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(met, (std::set<QWidget*>{&Box("XYAngle"), &Box("ZAngle"), &View()}));
+}
+
+TEST_F(PlotTurn, OffersWhatAPlotWithoutAFrameHas) {
+  Open();
+  for (const char* name : {"mnuPlotFormatZoom", "mnuPlotShowCoords", "SwapAxis"})
+    EXPECT_EQ(Action(name), nullptr) << name;
+  for (const char* name : {"mnuPlotFormatFitAll", "mnuPlotClipItem", "mnuPlotSave", "mnuPlotPrint"})
+    EXPECT_NE(Action(name), nullptr) << name;
+  const AccessibilityWalk walk(*window);
+  for (const char* name : {"Plot", "X1-X2 view angle", "X1-Y view angle"}) EXPECT_TRUE(walk.Names.contains(name));
+  ExpectMnemonicsDoNotMeet(window->findChild<QMenuBar*>()->actions());
+}
+
+TEST_F(PlotTurn, IsSwitchedByTheViewMenu) {
+  Open();
+  for (const char* name :
+       {"XLogScale", "YLogScale", "ZLogScale", "Make3DSquare", "ShowXYMajorGrids", "ShowXYMinorGrids",
+        "ShowXZMajorGrids", "ShowXZMinorGrids", "ShowYZMajorGrids", "ShowYZMinorGrids", "ShadePlanes", "ShadeMesh",
+        "ShadeMeshByValue", "DisplayContourLines", "DisplayLine", "ShowLegend", "ShowErrorBars", "ShowResidualBars"}) {
+    const QImage before = View().Picture();
+    const bool on = Action(name)->isChecked();
+    Action(name)->trigger();
+    EXPECT_EQ(Action(name)->isChecked(), !on) << name;
+    EXPECT_NE(View().Picture(), before) << name;
+    Action(name)->trigger();
+    EXPECT_EQ(View().Picture(), before) << name;
+  }
+  EXPECT_TRUE(Action("MeshColorScheme8")->isChecked());
+  const QImage spectrum = View().Picture();
+  for (int scheme = 0; scheme < kMeshSchemes; ++scheme) {
+    const std::string name = "MeshColorScheme" + std::to_string(scheme);
+    Action(name.c_str())->trigger();
+    EXPECT_TRUE(Action(name.c_str())->isChecked()) << name;
+    EXPECT_EQ(View().Picture() == spectrum, scheme == kSpectrumScheme) << name;
+  }
+  EXPECT_FALSE(Action("MeshColorScheme8")->isChecked()) << "one at a time";
+
+  Action("SeeFromAbove")->trigger();
+  EXPECT_EQ(Angles(), (ViewAngles{180, 90}));
+  EXPECT_EQ(Shown(), Angles());
+  EXPECT_TRUE(prompter.Said.empty());
+}
+
+// The points are positive, and the surface is not.
+TEST_F(PlotTurn, SaysOnceWhyALogarithmicAxisCannotBe) {
+  Open("a*(x1-1.5)*x2");
+  const QImage before = View().Picture();
+  Action("ZLogScale")->trigger();
+  const std::vector<std::string> said = {
+      "refuse: An error occurred because a portion of the predicted curve crosses the zero axis, and cannot be plotted "
+      "on log scale"};
+  EXPECT_EQ(prompter.Said, said);
+  EXPECT_TRUE(Action("ZLogScale")->isChecked());
+  QTest::keyClick(&View(), Qt::Key_Right);
+  window->resize(500, 400);
+  QTest::qWait(10);
+  window->resize(640, 480);
+  QTest::qWait(10);
+  View().Redraw();
+  EXPECT_EQ(prompter.Said, said);
+  Action("ZLogScale")->trigger();
+  EXPECT_FALSE(Action("ZLogScale")->isChecked());
+  EXPECT_EQ(View().Picture(), before);
+  EXPECT_EQ(prompter.Said, said);
+}
+
+}  // namespace
+}  // namespace quorvex
