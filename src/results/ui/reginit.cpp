@@ -72,6 +72,8 @@ void reginit::LayOut() {
   RangeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
   RangeGrid->setEditTriggers(QAbstractItemView::AllEditTriggers);
   RangeGrid->setTabKeyNavigation(false);
+  // Else the right arrow would go left: Qt thinks of upright bars, where down is more.
+  for (QScrollBar* bar : {HscrAjust, XYScroll}) bar->setInvertedControls(false);
   adjusted_->setBuddy(HscrAjust);
   HscrAjust->setObjectName("HscrAjust");
   HscrAjust->setFocusPolicy(Qt::StrongFocus);
