@@ -103,9 +103,10 @@ bool PlotPage::CreateGraph(const CreateOptions& options, Prompter& prompter) {
 }
 
 bool PlotPage::AutoFormatted() const {
-  return PlotCreated && std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
-           return axis->LabelString == BuildAutoLabelFormat(axis->Limits());
-         });
+  // What failed in drawing only is formatted nevertheless.
+  return std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
+    return !axis->Labels.empty() && axis->LabelString == BuildAutoLabelFormat(axis->Limits());
+  });
 }
 
 bool PlotPage::SetLogScale(PlotAxis& axis, bool log, Prompter& prompter) {
