@@ -16,6 +16,7 @@
 #include <numbers>
 
 #include "DarkPalette.h"
+#include "SurfacePictures.h"
 #include "core/ui/MessageBoxPrompter.h"
 #include "plot/ui/PlotWindow.h"
 #include "plot/ui/QtSurface.h"
@@ -147,7 +148,7 @@ PlotClass LogAxes() {
                                       kBlue, "v = V~<max~<c/(K~<m~<+c)"),
                                   0, 2));
   plot.PlotData.emplace_back(std::move(data), std::move(look));
-  for (PlotAxis* axis : {&plot.X, &plot.Y}) {
+  for (FrameAxis* axis : {&plot.X, &plot.Y}) {
     axis->LogScale = axis->ShowMajorGrids = axis->ShowMinorGrids = axis->ShowExtraTicks = true;
     axis->LabelString = "0.0E+00";
   }
@@ -341,8 +342,10 @@ int main(int argc, char** argv) {
   const bool dark = arguments.contains("dark");
   if (dark) QApplication::setPalette(DarkPalette());
   ErrorPrompter prompter;
-  if (!dark && !TakePlots(arguments[1], prompter)) return EXIT_FAILURE;
-  return TakeWindow(arguments[1], arguments[2], prompter) && TakeSolutions(arguments[1], arguments[2], prompter)
+  const QString &folder = arguments[1], &suffix = arguments[2];
+  if (!dark && !(TakePlots(folder, prompter) && TakeSurfaces(folder, prompter))) return EXIT_FAILURE;
+  return TakeWindow(folder, suffix, prompter) && TakeSolutions(folder, suffix, prompter) &&
+                 TakeSurfaceWindow(folder, suffix, prompter)
              ? EXIT_SUCCESS
              : EXIT_FAILURE;
 }
