@@ -9,33 +9,35 @@
 namespace quorvex {
 namespace {
 
-// Vertical bars, in the colours for what lies above and below.
+// Vertical bars, all of those above their points or surface, or all below.
 class Bars {
  public:
   Bars(DrawingSurface& surface, const PlotSeries& series, const PlotClass3D& plot, const DeviceMetrics& metrics,
-       const BoxProjection& projection)
+       const BoxProjection& projection, bool above)
       : surface_(surface),
-        plot_(plot),
         projection_(projection),
-        width_(series.Style().DrawWidth),
+        style_(plot.ErrorColorStyle),
+        width_(std::max(series.Style().DrawWidth, 1)),
+        colour_(above ? plot.ErrorColorAbove : plot.ErrorColorBelow),
         penScale_(metrics.PenScale),
-        cap_(metrics.ErrorCap()) {}
+        cap_(metrics.ErrorCap()),
+        pen_(surface, surface.CreatePen(0, width_ * penScale_, colour_)) {}
 
   // A bar over a place of the X1-X2 plane, between two values of Y, of which each may lie beyond the limits.
-  void Draw(double X1, double X2, double from, double to, bool above) const {
-    Line(Place(X1, X2, Height(from)), Place(X1, X2, Height(to)), above);
+  void Draw(double X1, double X2, double from, double to) const {
+    Line(Place(X1, X2, Height(from)), Place(X1, X2, Height(to)));
   }
 
   // The same with a cap where it ends, unless that is beyond the limits.
-  void DrawCapped(double X1, double X2, double from, double to, bool above) const {
-    Draw(X1, X2, from, to, above);
+  void DrawCapped(double X1, double X2, double from, double to) const {
+    Draw(X1, X2, from, to);
     if (!projection_.Contains(X1, X2, to)) return;
     const DevicePoint end = Place(X1, X2, Height(to));
-    Line({end.x - cap_, end.y}, {end.x + cap_, end.y}, above);
+    Line({end.x - cap_, end.y}, {end.x + cap_, end.y});
   }
 
  private:
-  // What a logarithmic axis has no place for lies below its lower end.
+  // Within the limits. What a logarithmic axis has no place for lies below its lower end.
   double Height(double value) const {
     const AxisVector& axis = projection_.Axis(2);
     const double plotted = axis.Plotted(value);
@@ -46,15 +48,19 @@ class Bars {
     return projection_.Place(projection_.Axis(0).Plotted(X1), projection_.Axis(1).Plotted(X2), height).Rounded();
   }
 
-  void Line(DevicePoint from, DevicePoint to, bool above) const {
-    DrawStyledSegment(surface_, from, to, plot_.ErrorColorStyle, width_,
-                      above ? plot_.ErrorColorAbove : plot_.ErrorColorBelow, penScale_);
+  void Line(DevicePoint from, DevicePoint to) const {
+    if (style_ != 0) {
+      DrawStyledSegment(surface_, from, to, style_, width_, colour_, penScale_);
+      return;
+    }
+    surface_.MoveToEx(from.x, from.y);
+    surface_.LineTo(to.x, to.y);
   }
 
   DrawingSurface& surface_;
-  const PlotClass3D& plot_;
   const BoxProjection& projection_;
-  std::int32_t width_, penScale_, cap_;
+  std::int32_t style_, width_, colour_, penScale_, cap_;
+  SelectedObject pen_;  // for solid bars, many of which are drawn in one go
 };
 
 }  // namespace
@@ -87,11 +93,11 @@ void DrawErrorBars3D(DrawingSurface& surface, const PlotSeries& data, const Plot
   if (ends.Max.empty()) return;
   const SeriesTable table = data.CopyDataTo(1);
   const std::span<const double> X1 = table.X, X2 = data.CopyDataTo(2).X, Y = table.Y;
-  const Bars bars(surface, data, plot, metrics, projection);
-  for (std::size_t i = 0; i < Y.size(); ++i) {
-    if (!projection.Contains(X1[i], X2[i], Y[i])) continue;
-    bars.DrawCapped(X1[i], X2[i], Y[i], ends.Max[i], true);
-    bars.DrawCapped(X1[i], X2[i], Y[i], ends.Min[i], false);
+  for (const bool above : {true, false}) {
+    const Bars bars(surface, data, plot, metrics, projection, above);
+    const std::span<const double> end = above ? ends.Max : ends.Min;
+    for (std::size_t i = 0; i < Y.size(); ++i)
+      if (projection.Contains(X1[i], X2[i], Y[i])) bars.DrawCapped(X1[i], X2[i], Y[i], end[i]);
   }
 }
 
@@ -99,12 +105,13 @@ void DrawResidualBars3D(DrawingSurface& surface, const PlotSeries& series, const
                         const DeviceMetrics& metrics, const BoxProjection& projection) {
   const ModelClass& model = *series.Model();
   const std::span<const double> fitted = model.FittedData();
-  const Bars bars(surface, series, plot, metrics, projection);
-  for (std::size_t i = 0; i < fitted.size(); ++i) {
-    const std::size_t point = i + 1;
-    const double X1 = model.InputX(point, 1), X2 = model.InputX(point, 2), Y = model.InputY(point);
-    if (projection.Contains(X1, X2, Y) || projection.Contains(X1, X2, fitted[i]))
-      bars.Draw(X1, X2, Y, fitted[i], Y > fitted[i]);
+  for (const bool above : {true, false}) {
+    const Bars bars(surface, series, plot, metrics, projection, above);
+    for (std::size_t i = 0; i < fitted.size(); ++i) {
+      const double X1 = model.InputX(i + 1, 1), X2 = model.InputX(i + 1, 2), Y = model.InputY(i + 1);
+      if (Y == fitted[i] || (Y > fitted[i]) != above) continue;
+      if (projection.Contains(X1, X2, Y) || projection.Contains(X1, X2, fitted[i])) bars.Draw(X1, X2, Y, fitted[i]);
+    }
   }
 }
 

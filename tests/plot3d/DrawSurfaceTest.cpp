@@ -23,6 +23,22 @@ std::vector<std::vector<DevicePoint>> Corners(const std::vector<FacetSurface::Fa
   return corners;
 }
 
+// Keeps the triangles of True color.
+class ShadingSurface : public FacetSurface {
+ public:
+  std::vector<std::array<double, 3>> Places;
+  std::vector<std::int32_t> Ramp;
+
+  void ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
+                     std::span<const std::int32_t> ramp) override {
+    RecordingSurface::ShadeTriangle(corners, places, ramp);
+    Places.push_back(places);
+    Ramp.assign(ramp.begin(), ramp.end());
+    Shaded += Area({corners.begin(), corners.end()});
+  }
+  double Shaded = 0;
+};
+
 PlotClass3D Tilted() { return UnitBox(kThreeFourFive, kThreeFourFive); }
 
 TEST(DrawSurface, ShowsACellWhereItsNodesAre) {
@@ -127,13 +143,17 @@ TEST(DrawSurface, CutsItselfAtTheLimits) {
   PlotClass3D plot = UnitBox(kFacingX2, kFromAbove);
   plot.Z.Min = 0.5;
   plot.Z.Max = 1.5;
+  const PlotSeries plane = Surface("a*x1+a*x2", {0, 1, 9}, {0, 1, 9}, kFilled);
   for (const bool byValue : {false, true}) {
     plot.ShadeMeshByValue = byValue;
     double area = 0;
-    for (const auto& facet : Drawn(plot, Surface("a*x1+a*x2", {0, 1, 9}, {0, 1, 9}, kFilled)))
-      area += Area(facet.Corners);
+    for (const auto& facet : Drawn(plot, plane)) area += Area(facet.Corners);
     EXPECT_EQ(area, 750000) << byValue;
   }
+  plot.MeshColorScheme = kTrueColorScheme;
+  ShadingSurface surface;
+  EXPECT_TRUE(DrawSurface(surface, plane, plot, {}, Thousand(plot)));
+  EXPECT_EQ(surface.Shaded, 750000);
 }
 
 TEST(DrawSurface, StaysWithinTheLimits) {
@@ -276,22 +296,6 @@ TEST(DrawSurface, SkipsCellsThatALogarithmicAxisHasNoPlaceFor) {
   }
 }
 
-// True color: triangles from each cell's first corner.
-class ShadingSurface : public FacetSurface {
- public:
-  std::vector<std::array<double, 3>> Places;
-  std::vector<std::int32_t> Ramp;
-
-  void ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
-                     std::span<const std::int32_t> ramp) override {
-    RecordingSurface::ShadeTriangle(corners, places, ramp);
-    Places.push_back(places);
-    Ramp.assign(ramp.begin(), ramp.end());
-    Shaded += Area({corners.begin(), corners.end()});
-  }
-  double Shaded = 0;
-};
-
 TEST(DrawSurface, ShadesSmoothlyInTrueColor) {
   PlotClass3D plot = UnitBox(kFacingX2, kFromAbove);
   plot.MeshColorScheme = kTrueColorScheme;
@@ -316,16 +320,6 @@ TEST(DrawSurface, ShadesSmoothlyInTrueColor) {
       EXPECT_EQ(surface.Facets[0].Fill, std::nullopt);
     }
   }
-}
-
-TEST(DrawSurface, ShadesNoMoreThanIsWithinTheLimits) {
-  PlotClass3D plot = UnitBox(kFacingX2, kFromAbove);
-  plot.MeshColorScheme = kTrueColorScheme;
-  plot.Z.Min = 0.5;
-  plot.Z.Max = 1.5;
-  ShadingSurface surface;
-  EXPECT_TRUE(DrawSurface(surface, Surface("a*x1+a*x2", {0, 1, 9}, {0, 1, 9}, kFilled), plot, {}, Thousand(plot)));
-  EXPECT_EQ(surface.Shaded, 750000);
 }
 
 TEST(DrawSurface, RefusesATableThatIsNoMesh) {
