@@ -1,4 +1,4 @@
-// Redrawing a plot on a picture of 1600 by 1000 pixels, as its window does: axes, numbers and curves.
+// Redrawing a plot on a picture of 1600 by 1000 pixels, as its window does: axes, numbers, curves and surfaces.
 
 #include <benchmark/benchmark.h>
 
@@ -9,15 +9,17 @@
 
 #include "RecordingPrompter.h"
 #include "Workloads.h"
+#include "engine/MvClass.h"
 #include "plot/PlotClass.h"
 #include "plot/ui/QtSurface.h"
+#include "plot3d/PlotClass3D.h"
 
 namespace quorvex {
 namespace {
 
-void Redraw(benchmark::State& state, PlotClass& plot) {
+void Redraw(benchmark::State& state, PlotPage& plot) {
   RecordingPrompter prompter;
-  if (!plot.CreateGraph({}, prompter)) return state.SkipWithError("the plot cannot be created");
+  if (!plot.CreateGraph({.Regenerate = true}, prompter)) return state.SkipWithError("the plot cannot be created");
   constexpr int kPerMetre = 3780;  // 96 to the inch
   QImage picture(1600, 1000, QImage::Format_RGB32);
   picture.setDotsPerMeterX(kPerMetre);
@@ -77,6 +79,43 @@ void ManyCurves(benchmark::State& state, int width) {
   Redraw(state, plot);
 }
 
+// Hills and valleys of 99 by 99 nodes, filled in one colour or by value.
+void Surface(benchmark::State& state, bool byValue, std::int16_t scheme, std::int16_t bands, bool contours) {
+  auto model = std::make_unique<MvClass>(LocaleText());
+  model->SetID("model", {"a*sin(x1)*cos(x2/2)+b*x1"});
+  model->SetIC({{{0, 5, 10}, {0, 10, 5}}, {-1, 0, 1}, {1, 1, 1}, {1, 1, 1}});
+  model->SetValue(1, 1);
+  model->SetValue(2, 0.1);
+  PlotClass3D plot{Settings()};
+  plot.XPointsPerPlot = plot.YPointsPerPlot = 99;
+  plot.ShadeMeshByValue = byValue;
+  plot.MeshColorScheme = scheme;
+  plot.MeshContourDensity = bands;
+  plot.DisplayContourLines = contours;
+  plot.PlotData.emplace_back(std::move(model));
+  plot.PlotData[0].Style() = {.DisplayLine = false, .ShadeMesh = 1, .ShadeColor = 0x00C8FF};
+  Redraw(state, plot);
+}
+
+// 65,536 points in a box, with error bars or without.
+void Scatter(benchmark::State& state, bool errorBars) {
+  bench::Random random(77);
+  std::vector<std::vector<double>> X(2);
+  std::vector<double> Y, deviations;
+  for (int i = 0; i < 65536; ++i) {
+    for (std::vector<double>& x : X) x.push_back(random.Normal());
+    Y.push_back(random.Normal());
+    deviations.push_back(0.1);
+  }
+  DataClass series;
+  series.GenerateTable(std::move(X), std::move(Y));
+  series.GenerateErrorTable(std::move(deviations));
+  PlotClass3D plot{Settings()};
+  plot.PlotData.emplace_back(std::move(series),
+                             SeriesStyle{.DisplayLine = false, .DisplayMarker = true, .ShowErrorBars = errorBars});
+  Redraw(state, plot);
+}
+
 void EmptyPlot(benchmark::State& state) {
   PlotClass plot{Settings()};
   Redraw(state, plot);
@@ -96,6 +135,12 @@ BENCHMARK_CAPTURE(LongSeriesMarkers, crosses, 2)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LongSeriesMarkers, filled_circles, 6)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ManyCurves, thin, 1)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ManyCurves, wide, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Surface, filled, false, kSpectrumScheme, 10, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Surface, bands, true, kSpectrumScheme, 20, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Surface, contours, true, kSpectrumScheme, 20, true)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Surface, true_color, true, kTrueColorScheme, 20, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Scatter, points, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Scatter, error_bars, true)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace quorvex
