@@ -63,7 +63,7 @@ std::vector<LegendEntry> MeasureRows(DrawingSurface& surface, const PlotPage& pl
   std::int32_t height = 0;  // a row is no lower than those above it
   for (const PlotSeries& series : plot.PlotData) {
     const SeriesStyle& style = series.Style();
-    if (!series.Displayed() || style.LegendText.empty()) continue;
+    if (!plot.IsShown(series) || style.LegendText.empty()) continue;
     LegendEntry row{&style, ParsePlotText(surface, style.LegendText, plot.PlotLegendFont, 0)};
     height = std::max({height, row.Text.Size.cy, RoundToInt32(style.MarkerSize * metrics.DevicePpi / 72.0)});
     row.Height = height;

@@ -114,6 +114,9 @@ class PlotPage {
   // none.
   std::optional<std::vector<AxisLimits>> SuggestScale(const std::vector<bool>& log) const;
 
+  // Whether scales and legend take notice of a series.
+  virtual bool IsShown(const PlotSeries& series) const { return series.Displayed(); }
+
   // Draws the whole plot. False while it is not created, where a series cannot be drawn (a message says so, and the
   // plot counts as not created) and where the margins leave no room on a printer's page (with a message, too). `page`
   // matters on a printer alone.
@@ -140,9 +143,6 @@ class PlotPage {
   PlotPage(PlotPage&&) = default;
   PlotPage& operator=(const PlotPage&) = default;
   PlotPage& operator=(PlotPage&&) = default;
-
-  // Whether scales and legend take notice of a series.
-  virtual bool IsShown(const PlotSeries& series) const { return series.Displayed(); }
 
   // Makes the table of a series anew. False where it has no value at some point.
   virtual bool GenerateTable(PlotSeries& series) const = 0;

@@ -14,6 +14,7 @@ struct PlotSwitch {
   // May fail to, such as a logarithmic axis for what isn't positive; IsOn tells. The picture is to be drawn anew.
   void (*Turn)(PlotPage& page, bool on, Prompter& prompter) = nullptr;
   bool (*Applies)(const PlotPage& page) = nullptr;  // whether the plot has it at all; null: each has
+  bool (*Matters)(const PlotPage& page) = nullptr;  // whether it shows as the plot is now; null: always
   const char* Menu = nullptr;                       // of several in a menu of that name just one is on
 };
 

@@ -20,19 +20,42 @@ constexpr PlotSwitch Of(const char* name, const char* text) {
   return MemberSwitch<PlotClass3D, member>(name, text);
 }
 
-// How all models are drawn.
+// How models are drawn, which is the same for all.
+template <auto field>
+bool ModelsHave(const PlotPage& page) {
+  return std::ranges::any_of(
+      page.PlotData, [](const PlotSeries& series) { return series.Model() != nullptr && series.Style().*field; });
+}
+
 template <auto field>
 constexpr PlotSwitch StyleSwitch(const char* name, const char* text) {
-  return OfModels({name, text,
-                   [](const PlotPage& page) {
-                     return std::ranges::any_of(page.PlotData, [](const PlotSeries& series) {
-                       return series.Model() != nullptr && series.Style().*field;
-                     });
-                   },
-                   [](PlotPage& page, bool on, Prompter&) {
+  return OfModels({name, text, ModelsHave<field>, [](PlotPage& page, bool on, Prompter&) {
                      for (PlotSeries& series : page.PlotData)
                        if (series.Model() != nullptr) series.Style().*field = on;
                    }});
+}
+
+void ShowResidualBars(PlotPage& page, bool on, Prompter&) {
+  for (PlotSeries& series : page.PlotData)
+    if (series.Model() != nullptr) series.Style().ShowErrorBars = on && series.GenerateErrorTable();
+}
+
+constexpr auto kIsFilled = ModelsHave<&SeriesStyle::ShadeMesh>;
+
+bool IsByValue(const PlotPage& page) {
+  return kIsFilled(page) && static_cast<const PlotClass3D&>(page).ShadeMeshByValue;
+}
+
+// In steps, whose borders are the contours and leave no room for a mesh.
+bool HasBands(const PlotPage& page) {
+  return IsByValue(page) && static_cast<const PlotClass3D&>(page).MeshColorScheme != kTrueColorScheme;
+}
+
+bool HasNoBands(const PlotPage& page) { return !HasBands(page); }
+
+constexpr PlotSwitch Where(bool (*matters)(const PlotPage& page), PlotSwitch entry) {
+  entry.Matters = matters;
+  return entry;
 }
 
 // The grid of a plane: the lines that either of its axes has there, told by their places in Grids.
@@ -71,7 +94,7 @@ constexpr PlotSwitch SchemeSwitch(const char* name, const char* text) {
       {name, text, [](const PlotPage& page) { return static_cast<const PlotClass3D&>(page).MeshColorScheme == scheme; },
        [](PlotPage& page, bool, Prompter&) { static_cast<PlotClass3D&>(page).MeshColorScheme = scheme; }});
   entry.Menu = "Color&s";
-  return entry;
+  return Where(IsByValue, entry);
 }
 
 constexpr PlotSwitch kSwitches[] = {
@@ -90,7 +113,7 @@ constexpr PlotSwitch kSwitches[] = {
     {"ShadePlanes", "Shaded &Planes", ShadesPlanes, ShadePlanes},
     {},
     StyleSwitch<&SeriesStyle::ShadeMesh>("ShadeMesh", "&Filled Surface"),
-    OfModels(Of<&PlotClass3D::ShadeMeshByValue>("ShadeMeshByValue", "Shade by &Value")),
+    Where(kIsFilled, OfModels(Of<&PlotClass3D::ShadeMeshByValue>("ShadeMeshByValue", "Shade by &Value"))),
     SchemeSwitch<MeshScheme(0)>("MeshColorScheme0", "&Greyscale"),
     SchemeSwitch<MeshScheme(1)>("MeshColorScheme1", "&Red/Black"),
     SchemeSwitch<MeshScheme(2)>("MeshColorScheme2", "&Blue/Black"),
@@ -105,12 +128,12 @@ constexpr PlotSwitch kSwitches[] = {
     SchemeSwitch<MeshScheme(11)>("MeshColorScheme11", "W&hite/Blue"),
     SchemeSwitch<MeshScheme(12)>("MeshColorScheme12", "Wh&ite/Green"),
     SchemeSwitch<MeshScheme(13)>("MeshColorScheme13", "White/C&yan"),
-    OfModels(Of<&PlotClass3D::DisplayContourLines>("DisplayContourLines", "&Contour Lines")),
-    StyleSwitch<&SeriesStyle::DisplayLine>("DisplayLine", "Mes&h Lines"),
+    Where(HasBands, OfModels(Of<&PlotClass3D::DisplayContourLines>("DisplayContourLines", "&Contour Lines"))),
+    Where(HasNoBands, StyleSwitch<&SeriesStyle::DisplayLine>("DisplayLine", "Mes&h Lines")),
     {},
     kLegendSwitch,
     kErrorBarSwitch,
-    StyleSwitch<&SeriesStyle::ShowErrorBars>("ShowResidualBars", "Resid&ual Bars"),
+    OfModels({"ShowResidualBars", "Resid&ual Bars", ModelsHave<&SeriesStyle::ShowErrorBars>, ShowResidualBars}),
 };
 
 }  // namespace

@@ -72,9 +72,9 @@ class PlotClass3D final : public PlotPage {
   std::span<const PlotSwitch> Switches() const override;
   std::optional<ViewAngles> Angles() const override { return ViewAngles{xyDegrees_, zDegrees_}; }
   void SetAngles(const ViewAngles& angles) override { UpdateViewAngle(angles.XY, angles.Z); }
+  bool IsShown(const PlotSeries& series) const override;
 
  private:
-  bool IsShown(const PlotSeries& series) const override;
   bool GenerateTable(PlotSeries& series) const override;
   std::optional<std::string> DrawContents(DrawingSurface& surface, const DeviceMetrics& metrics,
                                           PlotPicture& picture) override;

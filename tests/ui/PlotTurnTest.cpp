@@ -146,7 +146,7 @@ TEST_F(PlotTurn, IsSwitchedByTheViewMenu) {
   for (const char* name :
        {"XLogScale", "YLogScale", "ZLogScale", "Make3DSquare", "ShowXYMajorGrids", "ShowXYMinorGrids",
         "ShowXZMajorGrids", "ShowXZMinorGrids", "ShowYZMajorGrids", "ShowYZMinorGrids", "ShadePlanes", "ShadeMesh",
-        "ShadeMeshByValue", "DisplayContourLines", "DisplayLine", "ShowLegend", "ShowErrorBars", "ShowResidualBars"}) {
+        "ShadeMeshByValue", "DisplayContourLines", "ShowLegend", "ShowErrorBars", "ShowResidualBars"}) {
     const QImage before = View().Picture();
     const bool on = Action(name)->isChecked();
     Action(name)->trigger();
@@ -164,6 +164,33 @@ TEST_F(PlotTurn, IsSwitchedByTheViewMenu) {
     EXPECT_EQ(View().Picture() == spectrum, scheme == kSpectrumScheme) << name;
   }
   EXPECT_FALSE(Action("MeshColorScheme8")->isChecked()) << "one at a time";
+
+  // What would not show is not offered.
+  const auto offered = [&] {
+    std::string names;
+    for (const char* name : {"ShadeMeshByValue", "MeshColorScheme8", "DisplayContourLines", "DisplayLine"})
+      if (Action(name)->isEnabled()) names += std::string(" ") + name;
+    return names;
+  };
+  EXPECT_EQ(offered(), " ShadeMeshByValue MeshColorScheme8 DisplayContourLines");
+  Action("MeshColorScheme9")->trigger();
+  EXPECT_EQ(offered(), " ShadeMeshByValue MeshColorScheme8 DisplayLine");
+  Action("ShadeMeshByValue")->trigger();
+  EXPECT_EQ(offered(), " ShadeMeshByValue DisplayLine");
+  const QImage mesh = View().Picture();
+  const DeviceRect legend = window->Plot().Shown().Legend;
+  Action("DisplayLine")->trigger();
+  EXPECT_NE(View().Picture(), mesh);
+  EXPECT_EQ(window->Plot().Shown().Legend, legend) << "a filled surface is shown without its lines";
+  Action("ShadeMesh")->trigger();
+  EXPECT_EQ(offered(), " DisplayLine");
+
+  // Bars that were off while the table was made.
+  Action("ShowResidualBars")->trigger();
+  const QImage bare = View().Picture();
+  Action("mnuPlotFormatFitAll")->trigger();
+  Action("ShowResidualBars")->trigger();
+  EXPECT_NE(View().Picture(), bare);
 
   Action("SeeFromAbove")->trigger();
   EXPECT_EQ(Angles(), (ViewAngles{180, 90}));

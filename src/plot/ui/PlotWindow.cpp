@@ -75,7 +75,10 @@ void PlotWindow::AddSwitches(QMenu& menu) {
 }
 
 void PlotWindow::ShowSwitches() {
-  for (const auto& [entry, action] : switches_) action->setChecked(entry->IsOn(*plot_));
+  for (const auto& [entry, action] : switches_) {
+    action->setChecked(entry->IsOn(*plot_));
+    if (entry->Matters != nullptr) action->setEnabled(entry->Matters(*plot_));
+  }
 }
 
 }  // namespace quorvex
