@@ -62,8 +62,17 @@ void DrawMesh(const Painting& painting) {
   painting.EachCell([&](const MeshCell& cell) { DeviceCorners(CutCell(cell, painting.Limits)).Draw(surface); });
 }
 
-// Each cell shaded smoothly, in triangles from its first corner, and outlined before the next one covers what lies
-// behind.
+// Shades what is left of a cell in triangles from its first corner.
+void ShadeCellByPixel(DrawingSurface& surface, const CellPart& part, const DeviceCorners& corners,
+                      const HeightRange& colours, std::span<const std::int32_t> ramp) {
+  const auto place = [&](std::size_t i) {
+    return std::clamp((part.Corners()[i].z - colours.Low) / (colours.High - colours.Low), 0.0, 1.0);
+  };
+  for (std::size_t i = 2; i < corners.Count(); ++i)
+    surface.ShadeTriangle({corners[0], corners[i - 1], corners[i]}, {place(0), place(i - 1), place(i)}, ramp);
+}
+
+// Each cell gets its outline before the next one covers what lies behind.
 void DrawShadedMesh(const Painting& painting) {
   DrawingSurface& surface = painting.Surface;
   const std::vector<std::int32_t> ramp = ShadeRamp(painting.Style.ShadeColor);
@@ -73,13 +82,16 @@ void DrawShadedMesh(const Painting& painting) {
   painting.EachCell([&](const MeshCell& cell) {
     const CellPart part = CutCell(cell, painting.Limits);
     const DeviceCorners corners(part);
-    const auto place = [&](std::size_t i) {
-      return std::clamp((part.Corners()[i].z - colours.Low) / (colours.High - colours.Low), 0.0, 1.0);
-    };
-    for (std::size_t i = 2; i < corners.Count(); ++i)
-      surface.ShadeTriangle({corners[0], corners[i - 1], corners[i]}, {place(0), place(i - 1), place(i)}, ramp);
+    ShadeCellByPixel(surface, part, corners, colours, ramp);
     if (painting.Style.DisplayLine) corners.Draw(surface);
   });
+}
+
+std::vector<SurfaceObject> BuildBandBrushes(DrawingSurface& surface, int bands, int scheme) {
+  std::vector<SurfaceObject> brushes;
+  for (const std::int32_t colour : BandColours(bands, scheme))
+    brushes.emplace_back(surface, surface.CreateSolidBrush(colour));
+  return brushes;
 }
 
 // Each cell in the bands that its heights lie in. Contour lines are the outlines of the bands.
@@ -87,9 +99,7 @@ void DrawContouredMesh(const Painting& painting) {
   DrawingSurface& surface = painting.Surface;
   const PlotClass3D& plot = painting.Plot;
   const std::vector<double> levels = BandLevels(painting.Colours(), plot.MeshContourDensity);
-  std::vector<SurfaceObject> brushes;
-  for (const std::int32_t colour : BandColours(plot.MeshContourDensity, plot.MeshColorScheme))
-    brushes.emplace_back(surface, surface.CreateSolidBrush(colour));
+  const std::vector<SurfaceObject> brushes = BuildBandBrushes(surface, plot.MeshContourDensity, plot.MeshColorScheme);
   const SelectedObject pen(
       surface,
       plot.DisplayContourLines
