@@ -117,7 +117,9 @@ Result<PlotClass3D> SurfacePlot(std::unique_ptr<ModelClass> model, const std::st
   Result<PlotClass3D> plot = ScatterPlot(data, titles, settings, locale);
   if (!plot) return plot;
   const std::vector<int> points = {plot->XPointsPerPlot, plot->YPointsPerPlot};
-  return WithModel(std::move(plot), std::move(surface), name, points);
+  plot = WithModel(std::move(plot), std::move(surface), name, points);
+  if (plot && plot->PlotData.back().Model()->ZIsNegative) plot->Z.LogScale = false;
+  return plot;
 }
 
 Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const SolveData& data,

@@ -38,7 +38,7 @@ Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const Sol
                             const std::string& yTitle, const Settings& settings, const LocaleText& locale = {});
 
 // The same for a model of two variables: its surface, and between it and the points their residuals. The titles are
-// those of X1, X2 and Y.
+// those of X1, X2 and Y. The axis of Y, which the settings may want logarithmic, is linear where the surface reaches 0.
 Result<PlotClass3D> SurfacePlot(std::unique_ptr<ModelClass> model, const std::string& name, const SolveData& data,
                                 const std::vector<std::string>& titles, const Settings& settings,
                                 const LocaleText& locale = {});

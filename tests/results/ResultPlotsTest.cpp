@@ -102,6 +102,12 @@ TEST(SurfacePlot, ShowsDataAndSurface) {
   RecordingPrompter prompter;
   EXPECT_TRUE(plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter));
 
+  settings.Set("zlogscale3d", "true");
+  for (const double a : {2.0, -2.0}) {
+    plot = SurfacePlot(PlaneOf("a*x1+x2", a), "plane", PlanePoints(), {"", "", ""}, settings);
+    ASSERT_TRUE(plot);
+    EXPECT_EQ(plot->Z.LogScale, a > 0) << "no surface below 0 on a logarithmic axis";
+  }
   const auto broken = PlaneOf("a*ln(x1-2)", 1);
   EXPECT_EQ(SurfacePlot(broken->CopyTo(), broken->id, PlanePoints(), {"", "", ""}, settings).error(),
             "An error has occurred generating equation data for equation a*ln(x1-2)");
