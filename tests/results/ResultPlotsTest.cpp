@@ -244,7 +244,6 @@ TEST(PlotOfResults, SaysWhyThereIsNone) {
   ASSERT_TRUE(line.Interpolations[0].Fit(GatherData(line.Sheet)->Points, log));
   const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr}, spline{nullptr, &line.Interpolations[0]};
   const SolvedItem surface{&SolveModel(plane, "a+b*x1+c*x2", 1), nullptr};
-  AddModel(space, "a*x1+b*x2+c*x3", {"a*x1+b*x2+c*x3"});
   const SolvedItem many{&SolveModel(space, "a*x1+b*x2+c*x3", 0), nullptr};
   const GatheredData points = *GatherData(line.Sheet), tooFew, pairs = *GatherData(plane.Sheet),
                      triples = *GatherData(space.Sheet);
