@@ -32,6 +32,7 @@ AngleBoxes::AngleBoxes(PlotView& view, QWidget* parent) : QWidget(parent), view_
   XYAngle = Box("XYAngle", tr("X1-X2 view angle"), tr("X&1-X2:"), 360, *this);
   XYAngle->setWrapping(true);
   ZAngle = Box("ZAngle", tr("X1-Y view angle"), tr("&X1-Y:"), 180, *this);
+  setTabOrder(ZAngle, &view);  // as they stand over it
   ShowAngles();
   connect(XYAngle, &QSpinBox::valueChanged, &view, &PlotView::SetXYAngle);
   connect(ZAngle, &QSpinBox::valueChanged, &view, &PlotView::SetZAngle);

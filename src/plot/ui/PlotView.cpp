@@ -118,6 +118,11 @@ void PlotView::paintEvent(QPaintEvent*) {
     RefreshPicture();  // a screen of another scale
   QPainter painter(this);
   painter.drawImage(rect(), picture_);
+  // A line and not the style's frame, which may colour what it stands around.
+  if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
   if (!overlay_) return;
   // The overlay is in pixels of the screen, the painter in those of the widget.
   painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
@@ -219,6 +224,7 @@ void PlotView::keyPressEvent(QKeyEvent* event) {
 void PlotView::focusOutEvent(QFocusEvent* event) {
   // A menu has the focus for a moment only.
   if (event->reason() != Qt::PopupFocusReason) modes_->LostFocus();
+  QWidget::focusOutEvent(event);
 }
 
 void PlotView::contextMenuEvent(QContextMenuEvent* event) {
