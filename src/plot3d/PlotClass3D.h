@@ -57,8 +57,6 @@ class PlotClass3D final : public PlotPage {
   double XYAngle = 0, ZAngle = 0;
   // In degrees: 0 to 360 and 0 to 180.
   void UpdateViewAngle(double xyAngleDegrees, double zAngleDegrees);
-  double XYAngleDegrees() const { return xyDegrees_; }
-  double ZAngleDegrees() const { return zDegrees_; }
   // By degrees: round and round about the vertical axis, no farther than the other side of a view from above.
   void Turn(double xyDegrees, double zDegrees);
   const BoxView& View() const { return view_; }

@@ -195,11 +195,9 @@ TEST(PlotClass3D, TurnsRoundAndRoundButNotOverTheFarSide) {
   PlotClass3D plot{Settings()};
   plot.UpdateViewAngle(350, 170);
   plot.Turn(15, 15);
-  EXPECT_EQ(plot.XYAngleDegrees(), 5);
-  EXPECT_EQ(plot.ZAngleDegrees(), 180);
+  EXPECT_EQ(plot.Angles(), (ViewAngles{5, 180}));
   plot.Turn(-10, -200);
-  EXPECT_EQ(plot.XYAngleDegrees(), 355);
-  EXPECT_EQ(plot.ZAngleDegrees(), 0);
+  EXPECT_EQ(plot.Angles(), (ViewAngles{355, 0}));
   plot.UpdateViewAngle(90, 45);
   EXPECT_EQ(plot.XYAngle, 3.14159265358979 / 2);
   EXPECT_EQ(plot.ZAngle, 3.14159265358979 / 4);

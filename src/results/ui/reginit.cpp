@@ -234,7 +234,7 @@ void reginit::Recalculate() {
   const std::vector<EstimateRow> rows = Rows();
   if (Refused(CheckInitialValues(rows, project_.Locale))) return;
   preview_->SetPlot(EstimatePreview(model_, InitialValues(rows, project_.Locale), data_, settings_, project_.Locale));
-  if (PlotView* view = preview_->View()) {
+  if (PlotView* view = preview_->View(); view != nullptr && view->Angles()) {
     connect(XYScroll, &QScrollBar::valueChanged, view, &PlotView::SetXYAngle);
     connect(ZScroll, &QScrollBar::valueChanged, view, &PlotView::SetZAngle);
     connect(view, &PlotView::Changed, this, &reginit::ShowAngles);
