@@ -38,15 +38,37 @@ int After(double place, int least, int most) {
   return place < least ? least : place < most ? static_cast<int>(place) + 1 : most;
 }
 
-double Larger(double a, double b) { return a > b ? a : b; }
-double Smaller(double a, double b) { return a < b ? a : b; }
+// A line so mirrored that it runs to the right, and more along than down; the picture is mirrored with it.
+struct MirroredLine {
+  MirroredLine(ExactPoint from, ExactPoint to, const PixelCanvas::Area& clip, std::ptrdiff_t stride)
+      : From(from), To(to), Clip(clip), PerColumn(1), PerRow(stride) {
+    if (std::abs(To.y - From.y) > std::abs(To.x - From.x)) {
+      std::swap(From.x, From.y);
+      std::swap(To.x, To.y);
+      std::swap(Clip.Left, Clip.Top);
+      std::swap(Clip.Right, Clip.Bottom);
+      std::swap(PerColumn, PerRow);
+    }
+    if (To.x < From.x) std::swap(From, To);
+    Slope = To.x > From.x ? (To.y - From.y) / (To.x - From.x) : 0;
+  }
+  double At(int column) const { return From.y + (column - From.x) * Slope; }  // its row there
+  std::ptrdiff_t Place(int column, int row) const { return column * PerColumn + row * PerRow; }
+
+  ExactPoint From, To;
+  PixelCanvas::Area Clip;
+  std::ptrdiff_t PerColumn, PerRow;  // from a pixel to the next
+  double Slope;
+};
 
 // `share` of 255 of the ink over what is there.
 std::uint32_t Mixed(std::uint32_t ground, std::uint32_t ink, std::uint32_t share) {
-  const std::uint32_t of256 = share + (share >> 7), rest = 256 - of256;
-  constexpr std::uint32_t kRedBlue = 0x00FF00FF, kGreen = 0x0000FF00;
-  const std::uint32_t redBlue = ((ink & kRedBlue) * of256 + (ground & kRedBlue) * rest) >> 8 & kRedBlue;
-  const std::uint32_t green = ((ink & kGreen) * of256 + (ground & kGreen) * rest) >> 8 & kGreen;
+  const std::uint32_t of256 = share + (share >> 7);
+  const auto mixed = [&](std::uint32_t channels) {  // those of other bits between them take the carry
+    const std::uint32_t from = ground & channels, to = ink & channels;
+    return (from + ((to - from) * of256 >> 8)) & channels;
+  };
+  const std::uint32_t redBlue = mixed(0x00FF00FF), green = mixed(0x0000FF00);
   return 0xFF000000 | redBlue | green;
 }
 
@@ -143,60 +165,51 @@ void PixelCanvas::Shade(const std::array<DevicePoint, 3>& corners, const std::ar
   });
 }
 
-// Raises the coverage of the pixels that a pen, drawn along a straight line, reaches. Its edge is smoothed over half a
-// pixel to either side.
-void PixelCanvas::Cover(ExactPoint from, ExactPoint to, const CanvasPen& pen) {
-  Area area = clip_;
-  std::ptrdiff_t perColumn = 1, perRow = stride_;
-  if (std::abs(to.y - from.y) > std::abs(to.x - from.x)) {  // all mirrored, so that the line runs more along than down
-    std::swap(from.x, from.y);
-    std::swap(to.x, to.y);
-    area = {clip_.Top, clip_.Left, clip_.Bottom, clip_.Right};
-    std::swap(perColumn, perRow);
-  }
-  if (to.x < from.x) std::swap(from, to);
-  const double dx = to.x - from.x, dy = to.y - from.y, length = std::sqrt(dx * dx + dy * dy);
-  const double ux = length > 0 ? dx / length : 1, uy = length > 0 ? dy / length : 0, slope = uy / ux;
-
+// Covers a pixel by its distance from the line: wholly up to half a pixel within the pen's edge, and half a pixel
+// outside of it no more. The distance of a thin line is taken straight up and down, and it ends at the nearest column:
+// corners are closed so, too, and most outlines are thin.
+void PixelCanvas::Cover(ExactPoint from, ExactPoint to, double width, bool thin, bool flatEnds) {
   constexpr double kSmooth = 0.5;
-  const bool flatEnds = pen.FlatEnds && !pen.Pattern.Elements().empty();
-  const double reach = pen.Width / 2 + kSmooth;
+  const MirroredLine line(from, to, clip_, stride_);
+  const double steepness = std::sqrt(1 + line.Slope * line.Slope), length = (line.To.x - line.From.x) * steepness;
+  const double ux = 1 / steepness, uy = line.Slope * ux;
+  const double reach = (thin ? steepness * width : width) / 2 + kSmooth, scale = thin ? 1 : ux;
   // In a column the pen reaches so far up and down, and so many pixels at most.
-  const double upDown = reach / ux;
-  const int most = static_cast<int>(Smaller(std::ceil(2 * upDown), area.Bottom - area.Top));
-  const int first = After(from.x - reach, area.Left, area.Right), end = After(to.x + reach, area.Left, area.Right);
-  const auto room = covered_ + static_cast<std::size_t>(end - first) * static_cast<std::size_t>(most);
-  if (places_.size() < room) places_.resize(room);
-
-  // Without branches, which would often be mistaken and cost more than all the rest.
-  std::uint8_t* const coverage = coverage_.data();
-  std::ptrdiff_t* next = places_.data() + covered_;
-  const auto raise = [&](std::ptrdiff_t place, double share) {
-    const auto cover = static_cast<std::uint8_t>(static_cast<int>(Larger(Smaller(share, 1), 0) * 255 + 0.5));
-    const std::uint8_t before = coverage[place];
-    coverage[place] = before > cover ? before : cover;
-    *next = place;
-    next += before == 0 && cover != 0;
-  };
+  const double upDown = reach / scale, beyondEnds = thin ? kSmooth : reach,
+               nearEnds = thin ? -kSmooth : reach * std::abs(uy);
+  const int most = static_cast<int>(std::min(std::ceil(2 * upDown), 1.0 * (line.Clip.Bottom - line.Clip.Top)));
+  const int first = After(line.From.x - beyondEnds, line.Clip.Left, line.Clip.Right);
+  const int end = After(line.To.x + beyondEnds, line.Clip.Left, line.Clip.Right);
+  Raiser raiser = RaiserOf(end - first, most);
   for (int column = first; column < end; ++column) {
-    const double x = column - from.x;
-    const int top = After(from.y + x * slope - upDown, area.Top, area.Bottom);
-    const int bottom = std::min(top + most, area.Bottom);
-    // Of each pixel, its way along the line and its distance from it.
-    double along = x * ux + (top - from.y) * uy, across = (top - from.y) * ux - x * uy;
-    std::ptrdiff_t place = column * perColumn + top * perRow;
-    const double nearEnd = reach * std::abs(uy);
-    if (x >= nearEnd && x <= dx - nearEnd) {
-      for (int row = top; row < bottom; ++row, across += ux, place += perRow) raise(place, reach - std::abs(across));
+    const double middle = line.At(column), x = column - line.From.x;
+    const int top = After(middle - upDown, line.Clip.Top, line.Clip.Bottom);
+    const int bottom = std::min(top + most, line.Clip.Bottom);
+    std::ptrdiff_t place = line.Place(column, top);
+    double across = (top - middle) * scale;
+    if (x >= nearEnds && column <= line.To.x - nearEnds) {
+      constexpr double kCover = 255 * 256;  // a pixel, in whole numbers
+      const int edge = static_cast<int>(reach * kCover), step = static_cast<int>(scale * kCover);
+      int off = static_cast<int>(across * kCover);
+      for (int row = top; row < bottom; ++row, off += step, place += line.PerRow)
+        raiser.Raise(place, (edge - std::abs(off)) >> 8);
       continue;
     }
-    for (int row = top; row < bottom; ++row, along += uy, across += ux, place += perRow) {
-      const double beyond = Larger(-along, along - length), outside = Larger(beyond, 0);
-      raise(place, flatEnds ? Smaller(reach - std::abs(across), kSmooth - beyond)
-                            : reach - std::sqrt(across * across + outside * outside));
+    double along = x * ux + (top - line.From.y) * uy;
+    for (int row = top; row < bottom; ++row, across += ux, along += uy, place += line.PerRow) {
+      const double beyond = std::max(-along, along - length), outside = std::max(beyond, 0.0);
+      const double share = flatEnds ? std::min(reach - std::abs(across), kSmooth - beyond)
+                                    : reach - std::sqrt(across * across + outside * outside);
+      raiser.Raise(place, static_cast<int>(share * 255));
     }
   }
-  covered_ = static_cast<std::size_t>(next - places_.data());
+  Take(raiser);
+}
+
+PixelCanvas::Raiser PixelCanvas::RaiserOf(int columns, int rows) {
+  const auto room = covered_ + static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
+  if (places_.size() < room) places_.resize(room);
+  return {coverage_.data(), places_.data() + covered_};
 }
 
 void PixelCanvas::Ink(std::int32_t colour) {
@@ -211,10 +224,15 @@ void PixelCanvas::Ink(std::int32_t colour) {
 
 void PixelCanvas::Outline(std::span<const DevicePoint> polygon, const CanvasPen& pen) {
   coverage_.resize(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(height_));
-  const auto stroke = [&](ExactPoint from, ExactPoint to) { Cover(from, to, pen); };
-  const double rim = pen.Width;
+  const bool patterned = !pen.Pattern.Elements().empty();
+  // What is as wide covers all, and its whole numbers have room.
+  const double width = std::clamp(pen.Width, 1.0, 10000.0);
+  const auto stroke = [&](ExactPoint from, ExactPoint to) {
+    Cover(from, to, width, !patterned && width == 1, patterned && pen.FlatEnds);
+  };
+  const double rim = width;
   std::optional<PatternWalk> pattern;
-  if (!pen.Pattern.Elements().empty())
+  if (patterned)
     pattern.emplace(pen.Pattern, Sight{clip_.Left - rim, clip_.Top - rim, clip_.Right + rim, clip_.Bottom + rim});
   for (std::size_t i = 0; i < polygon.size(); ++i) {
     const ExactPoint from = InPixels(polygon[i]), to = InPixels(polygon[i + 1 < polygon.size() ? i + 1 : 0]);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -53,10 +54,25 @@ class PixelCanvas {
   void Outline(std::span<const DevicePoint> polygon, const CanvasPen& pen);
 
  private:
+  // Raises the coverage of pixels and notes which they are. It does without branches, which would be mistaken as often
+  // as not and cost more than all the rest.
+  struct Raiser {
+    std::uint8_t* Coverage;
+    std::ptrdiff_t* Next;
+
+    // To so much of 255, where it isn't more already.
+    void Raise(std::ptrdiff_t place, int cover) {
+      Coverage[place] = static_cast<std::uint8_t>(std::max<int>(Coverage[place], std::clamp(cover, 0, 255)));
+      *Next++ = place;
+    }
+  };
+  Raiser RaiserOf(int columns, int rows);  // for so many pixels
+  void Take(const Raiser& raiser) { covered_ = static_cast<std::size_t>(raiser.Next - places_.data()); }
+
   template <typename Paint>
   void EachRun(std::span<const DevicePoint> polygon, Paint paint);
   void CrossRows(DevicePoint a, DevicePoint b, const Area& rows, std::size_t corners);
-  void Cover(ExactPoint from, ExactPoint to, const CanvasPen& pen);
+  void Cover(ExactPoint from, ExactPoint to, double width, bool thin, bool flatEnds);
   void Ink(std::int32_t colour);
   std::uint32_t* Row(int row) const { return pixels_ + row * stride_; }
 
@@ -69,7 +85,7 @@ class PixelCanvas {
   std::vector<int> crossings_;        // where edges cross the rows of a polygon: room for all of its edges in each row,
   std::vector<std::size_t> crossed_;  // of which so many are taken
   std::vector<std::uint8_t> coverage_;  // of each pixel by the pen, 255 the whole; 0 between outlines
-  std::vector<std::ptrdiff_t> places_;  // of the first `covered_` pixels where it is more
+  std::vector<std::ptrdiff_t> places_;  // of the pixels where it is more; the first `covered_`
   std::size_t covered_ = 0;
 };
 
