@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 namespace quorvex {
@@ -132,7 +133,10 @@ void PixelCanvas::EachRun(std::span<const DevicePoint> polygon, Paint paint) {
   for (std::size_t line = 0; line < height; ++line) {
     int* const begin = &crossings_[line * polygon.size()];
     int* const end = begin + crossed_[line];
-    std::sort(begin, end);
+    if (end - begin == 2)  // of nearly every facet
+      std::tie(begin[0], begin[1]) = std::minmax({begin[0], begin[1]});
+    else
+      std::sort(begin, end);
     for (int* at = begin; at + 1 < end; at += 2)
       if (at[0] < at[1]) paint(rows.Top + static_cast<int>(line), at[0], at[1]);
   }

@@ -246,7 +246,7 @@ TEST(PixelCanvas, InksAThinLineEvenly) {
     const Polygon line = {RandomPoint(random, -3 * kPixel), RandomPoint(random, -3 * kPixel)};
     const bool steep = std::abs(line[1].y - line[0].y) > std::abs(line[1].x - line[0].x);
     const auto along = [&](DevicePoint at) { return (steep ? at.y : at.x) / double{kPixel}; };
-    const auto [from, to] = std::minmax(along(line[0]), along(line[1]));
+    const auto [from, to] = std::minmax({along(line[0]), along(line[1])});
     const double thickness =
         std::hypot(line[1].x - line[0].x, line[1].y - line[0].y) / std::max((to - from) * kPixel, 1.0);
     Picture picture;

@@ -414,7 +414,10 @@ void QtSurface::Polygon(std::span<const DevicePoint> points) {
   Flush();
   const SurfacePen& pen = objects_.Pen();
   if (const auto colour = objects_.Brush().Colour) canvas->Fill(points, *colour);
-  if (pen.Style != kNoLine) canvas->Outline(points, {1.0 * PenWidth(), pen.Colour, Pattern(), HasFlatEnds()});
+  if (pen.Style == kNoLine) return;
+  CanvasPen outline{1.0 * PenWidth(), pen.Colour};
+  if (pen.Style != 0) outline = {outline.Width, outline.Colour, Pattern(), HasFlatEnds()};
+  canvas->Outline(points, outline);
 }
 
 void QtSurface::SetFacets(bool joined) {
