@@ -187,6 +187,7 @@ void PixelCanvas::Cover(ExactPoint from, ExactPoint to, double width, bool thin,
   Raiser raiser = RaiserOf(end - first, most);
   for (int column = first; column < end; ++column) {
     const double middle = line.At(column), x = column - line.From.x;
+    if (middle + upDown < line.Clip.Top || middle - upDown > line.Clip.Bottom) continue;
     const int top = After(middle - upDown, line.Clip.Top, line.Clip.Bottom);
     const int bottom = std::min(top + most, line.Clip.Bottom);
     std::ptrdiff_t place = line.Place(column, top);
