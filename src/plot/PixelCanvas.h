@@ -49,8 +49,8 @@ class PixelCanvas {
   void Shade(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
              std::span<const std::int32_t> ramp);
 
-  // The line round a polygon, with smoothed edges: a pixel takes as much of the pen's colour as the pen, seen from the
-  // nearest place of the line, covers of it. A pattern begins at the first corner.
+  // The line round a polygon, with smoothed edges: a pixel takes as much of the pen's colour as the pen covers of it,
+  // and no more where two sides cover it. A pattern begins at the first corner.
   void Outline(std::span<const DevicePoint> polygon, const CanvasPen& pen);
 
  private:
@@ -85,7 +85,7 @@ class PixelCanvas {
   std::vector<int> crossings_;        // where edges cross the rows of a polygon: room for all of its edges in each row,
   std::vector<std::size_t> crossed_;  // of which so many are taken
   std::vector<std::uint8_t> coverage_;  // of each pixel by the pen, 255 the whole; 0 between outlines
-  std::vector<std::ptrdiff_t> places_;  // of the pixels where it is more; the first `covered_`
+  std::vector<std::ptrdiff_t> places_;  // of the pixels that it was raised of, some of them twice; the first `covered_`
   std::size_t covered_ = 0;
 };
 
