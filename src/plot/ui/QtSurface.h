@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "plot/GatheredLines.h"
 #include "plot/PixelCanvas.h"
 #include "plot/SurfaceObjects.h"
 
@@ -49,8 +50,8 @@ class QtSurface : public DrawingSurface {
   SurfaceHandle SelectObject(SurfaceHandle object) override;
   void DeleteObject(SurfaceHandle object) override { objects_.Delete(object); }
 
-  void MoveToEx(std::int32_t x, std::int32_t y) override;
-  void LineTo(std::int32_t x, std::int32_t y) override;
+  void MoveToEx(std::int32_t x, std::int32_t y) override { lines_.MoveTo({x, y}); }
+  void LineTo(std::int32_t x, std::int32_t y) override { lines_.LineTo({x, y}); }
   void Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Polygon(std::span<const DevicePoint> points) override;
@@ -75,19 +76,6 @@ class QtSurface : public DrawingSurface {
   void SetViewportOrgEx(std::int32_t x, std::int32_t y) override;
   void SetViewportExtEx(std::int32_t cx, std::int32_t cy) override;
   DeviceExtent GetWindowExtEx() const override { return windowExtent_; }
-
-  // Lines as they are painted: those of a single step, and the longer ones.
-  struct Lines {
-    std::vector<std::array<DevicePoint, 2>> Steps;
-    std::vector<std::vector<DevicePoint>> Longer;
-
-    void Take(std::span<const DevicePoint> line) {
-      if (line.size() == 2)
-        Steps.push_back({line[0], line[1]});
-      else
-        Longer.emplace_back(line.begin(), line.end());
-    }
-  };
 
  private:
   enum class Outline { None, Pen };
@@ -118,10 +106,8 @@ class QtSurface : public DrawingSurface {
   int PenWidth() const;  // in pixels
   bool HasFlatEnds() const;
   double SeamWidth() const;
-  QTransform Shifted() const;  // onto whole pixels, as the pen's width asks
-  void Flush();                // paints the lines gathered
-  bool RunsAlongOrDown() const;
-  Lines TakeLines();
+  QTransform Shifted() const;             // onto whole pixels, as the pen's width asks
+  void Flush();                           // paints the lines gathered
   void PaintLine(const QPolygonF& line);  // of more than two points
   void PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, Outline outline, const SurfaceBrush& fill);
   void PaintAtOrigin(QPainter& painter, const Shape& shape) const;
@@ -130,6 +116,7 @@ class QtSurface : public DrawingSurface {
   QPaintDevice& device_;
   Device kind_;
   std::int32_t units_;  // to a pixel
+  GatheredLines lines_;
   QPainter painter_;
   std::optional<PixelCanvas> canvas_;  // where the device is an image of the canvas' pixels
   bool clipsToPath_ = false;           // which a canvas cannot
@@ -138,10 +125,6 @@ class QtSurface : public DrawingSurface {
   std::int32_t textColour_ = 0;
   QFont font_;
   bool fontIsCurrent_ = false;
-
-  DevicePoint position_;
-  std::vector<DevicePoint> points_;  // of the lines gathered, one behind the other; each has two or more
-  std::vector<std::size_t> starts_;  // where in them each line begins
 
   std::vector<Stamp> stamps_;  // for the tools in use
 
