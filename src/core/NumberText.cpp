@@ -21,8 +21,8 @@ std::string NonFiniteText(double value) {
 }
 
 // The digits and sign of a conversion by std::to_chars, in capitals.
-template <typename... Format>
-std::string ToCapitals(double value, Format... format) {
+template <typename Real, typename... Format>
+std::string ToCapitals(Real value, Format... format) {
   char buffer[32];
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, format...).ptr;
   std::transform(buffer, end, buffer, UpperAscii);
@@ -144,6 +144,11 @@ std::string GeneralNumber(double value, int digits) {
 
 std::string ShortestNumber(double value) {
   if (!std::isfinite(value)) return NonFiniteText(value);
+  return ToCapitals(value);
+}
+
+std::string ShortestNumber(float value) {
+  if (!std::isfinite(value)) return NonFiniteText(static_cast<double>(value));
   return ToCapitals(value);
 }
 

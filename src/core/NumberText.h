@@ -15,9 +15,10 @@ namespace quorvex {
 // real.
 std::string GeneralNumber(double value, int digits = 15);
 
-// The shortest text that reads back to the same 64-bit value, its exponent written with "E"; negative
+// The shortest text that reads back to the same 64-bit or 32-bit value, its exponent written with "E"; negative
 // zero is "-0". For fields of files.
 std::string ShortestNumber(double value);
+std::string ShortestNumber(float value);
 
 // `value` by a number pattern such as "0.0###", "##0.0#", "0.000000E+00", "0.0E+00" or "General": "0" is a digit that
 // is always shown, "#" one that is shown when needed. After "E+" the exponent always has a sign, after "E-" only a

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "core/NumberText.h"
 #include "engine/EqClass.h"
@@ -18,16 +19,23 @@ UserModelDefinition DefinitionOf(const ModelClass& model) {
   return definition;
 }
 
-std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition, std::size_t independentVariables,
-                                          const LocaleText& locale) {
+std::unique_ptr<ModelClass> CompileModel(std::string id, std::vector<std::string> lines,
+                                         std::size_t independentVariables, const LocaleText& locale) {
   std::unique_ptr<ModelClass> model = NewModelFor(independentVariables, locale);
-  model->SetID(definition.id, definition.FunctionList);
+  model->SetID(std::move(id), std::move(lines));
   // A text may name a variable that the data do not have.
   const auto beyond = [&](const ExprToken& token) {
     return token.Type == TokenKind::IndependentVariable && token.Code > static_cast<int>(independentVariables);
   };
-  if (!model->IsValidEquation() || std::ranges::any_of(model->Compiled().ExprTokens, beyond) ||
-      static_cast<std::size_t>(model->NumDependentVar()) != definition.Coefficients.size())
+  if (!model->IsValidEquation() || std::ranges::any_of(model->Compiled().ExprTokens, beyond)) return nullptr;
+  return model;
+}
+
+std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition, std::size_t independentVariables,
+                                          const LocaleText& locale) {
+  std::unique_ptr<ModelClass> model =
+      CompileModel(definition.id, definition.FunctionList, independentVariables, locale);
+  if (model == nullptr || static_cast<std::size_t>(model->NumDependentVar()) != definition.Coefficients.size())
     return nullptr;
   model->UserType = true;
   model->Description = definition.Description;

@@ -9,9 +9,9 @@ namespace quorvex {
 inline constexpr std::string_view kFileVersion = "Quorvex:  Version 9.0";
 inline constexpr std::string_view kVersionPrefix = kFileVersion.substr(0, kFileVersion.size() - 3);
 
-// The versions there have been, 61 for 6.1, and the first whose projects and models can be read.
+// The versions there have been, 61 for 6.1, and the first whose projects, plots and models can be read.
 inline constexpr int kVersions[] = {22, 30, 31, 40, 41, 50, 51, 52, 60, 61, 70, 71, 72, 80, 81, 82, 90};
-inline constexpr int kOldestProject = 50, kOldestModels = 30;
+inline constexpr int kOldestProject = 50, kOldestPlot = 81, kOldestModels = 30;
 
 // The version that a text such as "Quorvex:  Version 6.1" names; 0 where it names none of these.
 constexpr int VersionNamed(std::string_view text) {

@@ -1,9 +1,9 @@
 #include "files/ModelRecord.h"
 
-#include <limits>
 #include <span>
 #include <utility>
 
+#include "files/InputRecord.h"
 #include "files/UserModelRecord.h"
 #include "solve/GatherData.h"
 
@@ -64,25 +64,12 @@ void ListStatistics(Io& io, Model& model) {
 // Models of one variable have their points, those of several share the sheet's.
 template <typename Io, typename Input, typename Points>
 void ListInput(Io& io, Input& input, Points& points) {
-  auto count = static_cast<std::int32_t>(points.Y.size());
   if (input.X.size() == 1)
     io.Columns(points.X[0], points.Y);
   else
-    io.Bounded(count, 0, std::numeric_limits<std::int32_t>::max());
-  for (auto& x : input.X) io(x.InputXMin);
-  for (auto& x : input.X) io(x.InputXMax);
-  io(input.InputYMin);
-  io(input.InputYMax);
-  for (auto& x : input.X) {
-    io(x.XMean);
-    io(x.XStd);
-    io(x.XAtYMin);
-    io(x.XAtYMax);
-    io(x.YAtXMin);
-    io(x.YAtXMax);
-  }
-  io(input.YMean);
-  io(input.YStd);
+    io.Count(points.Y.size());
+  ListInputLimits(io, input);
+  ListInputMoments(io, input);
 }
 
 template <typename Io, typename Model, typename Details, typename Points>

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "core/LocaleText.h"
@@ -70,6 +72,16 @@ class RecordWriter {
   void Bounded(const T& value, T, T) {
     out_.Line(static_cast<std::int32_t>(value));
   }
+  // A number that, where it lies beyond `least` or `most`, counts as the nearer of them.
+  template <typename Number>
+  void Clamped(const Number& value, double, double) {
+    out_.Line(value);
+  }
+  // A number of things to come, perhaps not at once.
+  std::int32_t Count(std::size_t number) {
+    out_.Line(number);
+    return static_cast<std::int32_t>(number);
+  }
 
   // The number of elements, then what `list` lists for each.
   template <typename Element, typename List>
@@ -85,8 +97,12 @@ class RecordWriter {
   // The number of rows, then a line for each.
   template <typename... Rest>
   void Columns(const std::vector<double>& first, const Rest&... rest) {
-    out_.Line(first.size());
-    for (std::size_t row = 0; row < first.size(); ++row) out_.Line(first[row], rest[row]...);
+    Rows(Count(first.size()), first, rest...);
+  }
+  // The same where their number is a field of its own.
+  template <typename... Values>
+  void Rows(std::int32_t count, const Values&... columns) {
+    for (std::size_t row = 0; row < static_cast<std::size_t>(count); ++row) out_.Line(columns[row]...);
   }
   // A line for each text, and one that ends them.
   void TextsUntil(std::string_view marker, const std::vector<std::string>& texts) {
@@ -150,8 +166,12 @@ class RecordReader {
     if (number < static_cast<std::int32_t>(least) || number > static_cast<std::int32_t>(most)) return in_.Fail();
     value = static_cast<T>(number);
   }
-  // A number of things to come.
-  std::int32_t Count() {
+  template <typename Number>
+  void Clamped(Number& value, double least, double most) {
+    const double number = std::is_integral_v<Number> ? in_.Integer() : in_.Real();
+    value = static_cast<Number>(std::clamp(number, least, most));
+  }
+  std::int32_t Count(std::size_t = 0) {
     const std::int32_t count = in_.Integer();
     if (count < 0) in_.Fail();
     return count;
@@ -168,8 +188,11 @@ class RecordReader {
   }
   template <typename... Values>
   void Columns(Values&... columns) {
-    const std::int32_t rows = Count();
-    for (std::int32_t row = 0; row < rows && Good(); ++row) (columns.push_back(in_.Real()), ...);
+    Rows(Count(), columns...);
+  }
+  template <typename... Values>
+  void Rows(std::int32_t count, Values&... columns) {
+    for (std::int32_t row = 0; row < count && Good(); ++row) (columns.push_back(in_.Real()), ...);
   }
   void TextsUntil(std::string_view marker, std::vector<std::string>& texts) {
     while (!in_.Sees(marker) && Good()) texts.push_back(in_.Text());

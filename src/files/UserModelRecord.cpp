@@ -1,5 +1,7 @@
 #include "files/UserModelRecord.h"
 
+#include <utility>
+
 namespace quorvex {
 namespace {
 
@@ -43,6 +45,11 @@ std::vector<std::string> FunctionLines(const ModelClass& model) {
   return lines;
 }
 
+std::vector<std::string> UsedLines(std::vector<std::string> lines) {
+  while (lines.size() > 1 && lines.back().empty()) lines.pop_back();
+  return lines;
+}
+
 void WriteUserModel(RecordWriter& io, const ModelClass& model, ModelHome home) {
   UserModelDefinition definition = DefinitionOf(model);
   definition.FunctionList.resize(kMostFunctionLines);
@@ -55,8 +62,7 @@ UserModelDefinition ReadUserModel(RecordReader& io) {
   definition.FunctionList.resize(kMostFunctionLines);
   std::vector<std::string> description;
   ListFields(io, definition, description);
-  while (definition.FunctionList.size() > 1 && definition.FunctionList.back().empty())
-    definition.FunctionList.pop_back();
+  definition.FunctionList = UsedLines(std::move(definition.FunctionList));
   definition.Description = DescriptionOf(description);
   return definition;
 }

@@ -22,14 +22,17 @@ TextImport::TextImport(const std::string& file, const DataSheet& sheet, const Lo
     : DataImport(file, sheet), Comma(locale.DecimalSeparator != ','), decimalSeparator_(locale.DecimalSeparator) {
   if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);  // a byte order mark is no data
   text_ = std::make_shared<const std::string>(std::move(text));
-  constexpr std::size_t kLinesLookedAt = 20;
+  for (std::string_view rest = *text_; !rest.empty(); ++lineCount_) TakeLine(rest);
+  Space = DupCheck = BlanksDelimit(*text_, decimalSeparator_);
+}
+
+bool BlanksDelimit(std::string_view text, char decimalSeparator) {
+  constexpr int kLinesLookedAt = 20;
   std::string_view sample;  // the last of the first lines, since there may be words at the top
-  for (std::string_view rest = *text_; !rest.empty(); ++lineCount_) {
-    const std::string_view line = Trim(TakeLine(rest));
-    if (lineCount_ < kLinesLookedAt && !line.empty()) sample = line;
-  }
-  Space = DupCheck = sample.find_first_of(Comma ? "\t;," : "\t;") == std::string_view::npos &&
-                     sample.find(' ') != std::string_view::npos;
+  for (int line = 0; line < kLinesLookedAt && !text.empty(); ++line)
+    if (const std::string_view next = Trim(TakeLine(text)); !next.empty()) sample = next;
+  return sample.find_first_of(decimalSeparator != ',' ? "\t;," : "\t;") == std::string_view::npos &&
+         sample.find(' ') != std::string_view::npos;
 }
 
 TextImport::Reading TextImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) const {

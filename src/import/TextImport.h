@@ -2,10 +2,15 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "import/DataImport.h"
 
 namespace quorvex {
+
+// Whether blanks end the cells of a text, as they do where its first lines have nothing else between them. Commas may,
+// where they are no decimal ones.
+bool BlanksDelimit(std::string_view text, char decimalSeparator);
 
 // The import of a text file.
 class TextImport : public DataImport {

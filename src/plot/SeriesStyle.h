@@ -17,7 +17,7 @@ struct SeriesStyle {
   std::int32_t MarkerColor = 0;
   std::int32_t MarkerSize = 5;  // points
   bool ShowErrorBars = false;
-  int ShadeMesh = 0;  // of a surface
+  bool ShadeMesh = false;  // of a surface
   std::int32_t ShadeColor = 0;
 
   bool operator==(const SeriesStyle&) const = default;

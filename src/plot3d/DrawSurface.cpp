@@ -55,7 +55,7 @@ struct Painting {
 // As lines, or filled in one colour.
 void DrawMesh(const Painting& painting) {
   DrawingSurface& surface = painting.Surface;
-  const bool filled = painting.Style.ShadeMesh != 0;
+  const bool filled = painting.Style.ShadeMesh;
   const SurfaceObject fill(surface, filled ? surface.CreateSolidBrush(painting.Style.ShadeColor) : 0);
   const Selection filling(surface, filled ? SurfaceHandle{fill} : surface.GetStockObject(kHollowBrush));
   const SelectedObject pen(surface, painting.LinePen());
@@ -132,7 +132,7 @@ void DrawContouredMesh(const Painting& painting) {
 bool DrawSurface(DrawingSurface& surface, const PlotSeries& model, const PlotClass3D& plot,
                  const DeviceMetrics& metrics, const BoxProjection& projection) {
   const SeriesStyle& style = model.Style();
-  const bool shaded = style.ShadeMesh != 0;
+  const bool shaded = style.ShadeMesh;
   if (!shaded && !style.DisplayLine) return true;
   const std::optional<SurfaceMesh> mesh = SurfaceMesh::Of(*model.Model(), projection);
   if (!mesh) return false;

@@ -66,7 +66,7 @@ std::unique_ptr<PlotModes> PlotClass3D::MakeModes(PlotHost& host, Prompter&) {
 }
 
 bool PlotClass3D::IsShown(const PlotSeries& series) const {
-  return series.Displayed() || (series.Model() != nullptr && series.Style().ShadeMesh != 0);
+  return series.Displayed() || (series.Model() != nullptr && series.Style().ShadeMesh);
 }
 
 bool PlotClass3D::GenerateTable(PlotSeries& series) const {

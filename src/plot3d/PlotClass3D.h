@@ -47,6 +47,8 @@ class PlotClass3D final : public PlotPage {
   bool UseAxisScale = false;             // the colours span the axis and not the surface
   std::int32_t ContourPenColor = 0, ContourPenWidth = 1, ContourPenStyle = 0;
 
+  std::int32_t TickPenstyle = 0;  // kept for files; ticks are solid
+
   bool Make3DSquare = false;
   BoxPlane BoxXY, BoxYZ, BoxXZ;  // ShadeBoxXY is BoxXY.Shade, BoxXYColor is BoxXY.Color
 

@@ -17,18 +17,6 @@ constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF, kLightBlue = 0xE6C89B;
 constexpr std::int32_t kCurveColours[] = {kRed, 0x00781E, 0xB000A0, 0x0066CC, 0x808000, 0x2A2A8B, 0x505050};
 constexpr int kLineStyles = 5;
 
-// Points that are shown as markers.
-PlotSeries Markers(const std::string& legend, DataClass points, const Settings& settings) {
-  points.id = points.Description = legend;
-  return {std::move(points),
-          {.LegendText = legend,
-           .DisplayLine = false,
-           .DisplayMarker = true,
-           .DrawColor = kBlue,
-           .MarkerColor = kBlue,
-           .MarkerSize = settings.Integer("discreetmarkersize")}};
-}
-
 PlotSeries Markers(const std::string& legend, std::vector<double> x, std::vector<double> y, const Settings& settings) {
   DataClass points;
   points.GenerateTable({std::move(x)}, std::move(y));
@@ -88,6 +76,17 @@ Result<Plot> WithModel(Result<Plot> plot, PlotSeries model, const std::string& n
 
 }  // namespace
 
+PlotSeries Markers(const std::string& legend, DataClass points, const Settings& settings) {
+  points.id = points.Description = legend;
+  return {std::move(points),
+          {.LegendText = legend,
+           .DisplayLine = false,
+           .DisplayMarker = true,
+           .DrawColor = kBlue,
+           .MarkerColor = kBlue,
+           .MarkerSize = settings.Integer("discreetmarkersize")}};
+}
+
 Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
                            const Settings& settings, const LocaleText& locale) {
   return PointPlot<PlotClass>(data, {xTitle, yTitle}, settings, locale);
@@ -111,7 +110,7 @@ Result<PlotClass3D> SurfacePlot(std::unique_ptr<ModelClass> model, const std::st
                                 const LocaleText& locale) {
   PlotSeries surface(std::move(model));
   SeriesStyle& style = surface.Style();
-  style.ShadeMesh = 1;
+  style.ShadeMesh = true;
   style.ShadeColor = kLightBlue;
   style.ShowErrorBars = true;  // a filled surface hides the points behind it
   Result<PlotClass3D> plot = ScatterPlot(data, titles, settings, locale);

@@ -28,6 +28,9 @@ Result<std::unique_ptr<PlotPage>> PageOf(Result<Plot> plot) {
   return std::unique_ptr<PlotPage>(std::make_unique<Plot>(std::move(*plot)));
 }
 
+// Points that are shown as markers.
+PlotSeries Markers(const std::string& legend, DataClass points, const Settings& settings);
+
 // How many independent variables a plot can show.
 inline constexpr std::size_t kMostPlottedVariables = 2;
 

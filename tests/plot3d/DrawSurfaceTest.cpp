@@ -7,7 +7,7 @@ namespace quorvex {
 namespace {
 
 constexpr int kNoLine = 5;
-constexpr SeriesStyle kFilled{.DisplayLine = false, .ShadeMesh = 1, .ShadeColor = 0x00C8FF};
+constexpr SeriesStyle kFilled{.DisplayLine = false, .ShadeMesh = true, .ShadeColor = 0x00C8FF};
 
 // The polygons of a surface in the unit box.
 std::vector<FacetSurface::Facet> Drawn(const PlotClass3D& plot, const PlotSeries& model) {

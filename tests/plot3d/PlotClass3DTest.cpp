@@ -13,7 +13,7 @@ PlotSeries Surface(const std::string& text) {
   model->SetID("model", {text});
   model->SetIC(Points({{0, 10, 5}, {-2, 2, 0}}, {100, 500, 250}));
   PlotSeries series(std::move(model));
-  series.Style().ShadeMesh = 1;
+  series.Style().ShadeMesh = true;
   return series;
 }
 
@@ -74,7 +74,7 @@ TEST(PlotClass3D, TakesItsScalesFromWhatIsShown) {
   plot.PlotData[0].Style().DisplayLine = false;
   ASSERT_TRUE(plot.CreateGraph({.Auto = true, .Regenerate = true}, prompter));
   EXPECT_EQ(plot.Z.Limits(), (AxisLimits{100, 500, 8}));
-  plot.PlotData[0].Style().ShadeMesh = 0;
+  plot.PlotData[0].Style().ShadeMesh = false;
   ASSERT_TRUE(plot.CreateGraph({.Auto = true, .Regenerate = true}, prompter));
   EXPECT_EQ(plot.Z.Limits(), (AxisLimits{-1, 1, 10}));
   EXPECT_TRUE(prompter.Said.empty());

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/LocaleText.h"
+#include "core/Result.h"
+#include "core/Settings.h"
+#include "plot/PlotPage.h"
+
+namespace quorvex {
+
+// Any file that is none of the program's own, taken as data for a plot: its lines as an import reads them, and of these
+// the first columns that hold numbers, one for each variable and one for Y. The rows with a number in all of them are
+// the points. For a single variable one column will do, whose X are the numbers of the rows from its first number on.
+// Fails with NoDataIn where the numbers do not suffice.
+Result<PlotSeries> ReadRawData(std::string_view bytes, const std::string& fileName, std::size_t variables,
+                               const Settings& settings, const LocaleText& locale);
+
+// A new plot of two dimensions with these data.
+Result<std::unique_ptr<PlotPage>> RawDataPlot(std::string_view bytes, const std::string& fileName,
+                                              const Settings& settings, const LocaleText& locale);
+
+// Why a file has nothing that a plot could show.
+Failure NoDataIn(const std::string& fileName);
+
+}  // namespace quorvex
