@@ -12,6 +12,7 @@
 #include "fuzz/MacroReader.h"
 #include "fuzz/ModelFile.h"
 #include "fuzz/ModelText.h"
+#include "fuzz/PlotFile.h"
 #include "fuzz/ProjectFile.h"
 #include "fuzz/Spreadsheet.h"
 
@@ -22,7 +23,7 @@ using Target = int (*)(const std::uint8_t*, std::size_t);
 
 const std::map<std::string, Target> kTargets = {
     {"ModelTextFuzz", FuzzModelText},     {"MacroReaderFuzz", FuzzMacroReader}, {"ModelFileFuzz", FuzzModelFile},
-    {"ProjectFileFuzz", FuzzProjectFile}, {"SpreadsheetFuzz", FuzzSpreadsheet},
+    {"ProjectFileFuzz", FuzzProjectFile}, {"PlotFileFuzz", FuzzPlotFile},       {"SpreadsheetFuzz", FuzzSpreadsheet},
 };
 
 TEST(Corpus, EveryInputKeepsWhatItsTargetRequires) {

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "plot/DrawingSurface.h"
+
+namespace quorvex {
+
+// A window of 400 by 300 pixels that shows nothing of what is drawn on it. Every character is as high as its font and
+// half as wide.
+class NullSurface final : public DrawingSurface {
+ public:
+  std::int32_t GetDeviceCaps(DeviceCap index) const override {
+    switch (index) {
+      case DeviceCap::HORZSIZE:
+        return kWidth / 4;
+      case DeviceCap::VERTSIZE:
+        return kHeight / 4;
+      case DeviceCap::HORZRES:
+      case DeviceCap::PHYSICALWIDTH:
+        return kWidth;
+      case DeviceCap::VERTRES:
+      case DeviceCap::PHYSICALHEIGHT:
+        return kHeight;
+      case DeviceCap::BITSPIXEL:
+        return 24;
+      case DeviceCap::LOGPIXELSY:
+        return 96;
+    }
+    return 0;
+  }
+  bool IsPrinter() const override { return false; }
+  double TwipsPerPixelX() const override { return 15; }
+  double TwipsPerPixelY() const override { return 15; }
+  std::int32_t ScaleWidth() const override { return kWidth; }
+  std::int32_t ScaleHeight() const override { return kHeight; }
+
+  SurfaceHandle CreatePen(int, std::int32_t, std::int32_t) override { return 1; }
+  SurfaceHandle CreateSolidBrush(std::int32_t) override { return 1; }
+  SurfaceHandle GetStockObject(int) override { return 1; }
+  SurfaceHandle CreateFontIndirectA(const LogicalFont& font) override {
+    fontHeight_ = font.Height < 0 ? -font.Height : font.Height;
+    return 1;
+  }
+  SurfaceHandle SelectObject(SurfaceHandle) override { return 1; }
+  void DeleteObject(SurfaceHandle) override {}
+  SurfaceHandle CreatePolygonRgn(std::span<const DevicePoint>, int) override { return 1; }
+  SurfaceHandle CreateRectRgn(std::int32_t, std::int32_t, std::int32_t, std::int32_t) override { return 1; }
+  void FillRgn(SurfaceHandle, SurfaceHandle) override {}
+  void SelectClipRgn(SurfaceHandle) override {}
+
+  void MoveToEx(std::int32_t, std::int32_t) override {}
+  void LineTo(std::int32_t, std::int32_t) override {}
+  void Rectangle(std::int32_t, std::int32_t, std::int32_t, std::int32_t) override {}
+  void Ellipse(std::int32_t, std::int32_t, std::int32_t, std::int32_t) override {}
+  void Polygon(std::span<const DevicePoint>) override {}
+  void SetBkMode(int) override {}
+  void SetTextColor(std::int32_t) override {}
+  void TextOutA(std::int32_t, std::int32_t, std::string_view) override {}
+  DeviceExtent GetTextExtentPoint32A(std::string_view text) override {
+    return {static_cast<std::int32_t>(text.size()) * (fontHeight_ / 2), fontHeight_};
+  }
+
+  void SetMapMode(int) override {}
+  void SetWindowOrgEx(std::int32_t, std::int32_t) override {}
+  void SetWindowExtEx(std::int32_t, std::int32_t) override {}
+  void SetViewportOrgEx(std::int32_t, std::int32_t) override {}
+  void SetViewportExtEx(std::int32_t, std::int32_t) override {}
+  DeviceExtent GetWindowExtEx() const override { return {kWidth, kHeight}; }
+
+ private:
+  static constexpr std::int32_t kWidth = 400, kHeight = 300;
+  std::int32_t fontHeight_ = 12;
+};
+
+}  // namespace quorvex

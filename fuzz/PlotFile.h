@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "NullSurface.h"
+#include "Require.h"
+#include "files/PlotFile.h"
+
+namespace quorvex {
+
+// Hears nothing and answers No.
+class DeafPrompter final : public Prompter {
+ public:
+  void Refuse(const std::string&) override {}
+  void Inform(const std::string&) override {}
+  bool Ask(const std::string&) override { return false; }
+  std::optional<bool> AskOrCancel(const std::string&) override { return std::nullopt; }
+  std::optional<std::string> AskText(const std::string&, const std::string&) override { return std::nullopt; }
+  std::optional<std::string> ChooseFileToSave(const std::string&, const std::string&, const std::string&,
+                                              const std::string&) override {
+    return std::nullopt;
+  }
+};
+
+// Opens the bytes as a plot file, with point and comma for decimals. What was opened can be written, is then the same
+// plot for good, and is drawn or refused.
+inline int FuzzPlotFile(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  constexpr LocaleText kComma = {.DecimalSeparator = ',', .ListSeparator = ';', .ThousandSeparator = '.'};
+  const Settings settings;
+  for (const LocaleText& locale : {LocaleText(), kComma}) {
+    const auto plot = ParsePlotFile(bytes, "p.plt", settings, locale);
+    if (!plot) {
+      Require(!plot.error().empty(), "a refusal without words");
+      continue;
+    }
+    const std::string text = PlotFileText(**plot);
+    const auto again = ParsePlotFile(text, "p.plt", settings, locale);
+    Require(static_cast<bool>(again), "a plot that was saved and cannot be opened");
+    Require(PlotFileText(**again) == text, "a plot that saving changes");
+    DeafPrompter user;
+    NullSurface surface;
+    for (const bool automatic : {false, true})
+      if ((*plot)->CreateGraph({.Auto = automatic, .Regenerate = true, .AutoFormat = automatic}, user))
+        (*plot)->RefreshPlot(surface, user);
+  }
+  return 0;
+}
+
+}  // namespace quorvex
