@@ -4,34 +4,36 @@
 
 namespace quorvex {
 
-// A window of 400 by 300 pixels that shows nothing of what is drawn on it. Every character is as high as its font and
-// half as wide.
+// A surface that shows nothing of what is drawn on it, 100 by 75 mm. Every character is as high as its font and half as
+// wide.
 class NullSurface final : public DrawingSurface {
  public:
+  explicit NullSurface(std::int32_t unitsPerMillimetre) : unitsPerMillimetre_(unitsPerMillimetre) {}
+
   std::int32_t GetDeviceCaps(DeviceCap index) const override {
     switch (index) {
       case DeviceCap::HORZSIZE:
-        return kWidth / 4;
+        return kWidth;
       case DeviceCap::VERTSIZE:
-        return kHeight / 4;
+        return kHeight;
       case DeviceCap::HORZRES:
       case DeviceCap::PHYSICALWIDTH:
-        return kWidth;
+        return ScaleWidth();
       case DeviceCap::VERTRES:
       case DeviceCap::PHYSICALHEIGHT:
-        return kHeight;
+        return ScaleHeight();
       case DeviceCap::BITSPIXEL:
         return 24;
       case DeviceCap::LOGPIXELSY:
-        return 96;
+        return unitsPerMillimetre_ * 254 / 10;
     }
     return 0;
   }
   bool IsPrinter() const override { return false; }
-  double TwipsPerPixelX() const override { return 15; }
-  double TwipsPerPixelY() const override { return 15; }
-  std::int32_t ScaleWidth() const override { return kWidth; }
-  std::int32_t ScaleHeight() const override { return kHeight; }
+  double TwipsPerPixelX() const override { return 1440 / (25.4 * unitsPerMillimetre_); }
+  double TwipsPerPixelY() const override { return TwipsPerPixelX(); }
+  std::int32_t ScaleWidth() const override { return kWidth * unitsPerMillimetre_; }
+  std::int32_t ScaleHeight() const override { return kHeight * unitsPerMillimetre_; }
 
   SurfaceHandle CreatePen(int, std::int32_t, std::int32_t) override { return 1; }
   SurfaceHandle CreateSolidBrush(std::int32_t) override { return 1; }
@@ -64,10 +66,11 @@ class NullSurface final : public DrawingSurface {
   void SetWindowExtEx(std::int32_t, std::int32_t) override {}
   void SetViewportOrgEx(std::int32_t, std::int32_t) override {}
   void SetViewportExtEx(std::int32_t, std::int32_t) override {}
-  DeviceExtent GetWindowExtEx() const override { return {kWidth, kHeight}; }
+  DeviceExtent GetWindowExtEx() const override { return {ScaleWidth(), ScaleHeight()}; }
 
  private:
-  static constexpr std::int32_t kWidth = 400, kHeight = 300;
+  static constexpr std::int32_t kWidth = 100, kHeight = 75;
+  const std::int32_t unitsPerMillimetre_;
   std::int32_t fontHeight_ = 12;
 };
 

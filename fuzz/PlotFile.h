@@ -42,10 +42,12 @@ inline int FuzzPlotFile(const std::uint8_t* data, std::size_t size) {
     Require(static_cast<bool>(again), "a plot that was saved and cannot be opened");
     Require(PlotFileText(**again) == text, "a plot that saving changes");
     DeafPrompter user;
-    NullSurface surface;
     for (const bool automatic : {false, true})
-      if ((*plot)->CreateGraph({.Auto = automatic, .Regenerate = true, .AutoFormat = automatic}, user))
-        (*plot)->RefreshPlot(surface, user);
+      for (const int unitsPerMillimetre : {4, 200}) {  // of a screen, and finer than any paper
+        NullSurface surface(unitsPerMillimetre);
+        if ((*plot)->CreateGraph({.Auto = automatic, .Regenerate = true, .AutoFormat = automatic}, user))
+          (*plot)->RefreshPlot(surface, user);
+      }
   }
   return 0;
 }

@@ -31,8 +31,10 @@ DeviceRect Place(PlotBox& box, const PlotPage& plot, const DeviceMetrics& metric
   const DeviceRect& m = metrics.Margins;
   if (box.Placed()) {
     const double across = metrics.Width - m.left - m.right, down = metrics.Height - m.top - m.bottom;
-    corner = {RoundToInt32(across / plot.InitPlotWidth * static_cast<double>(box.Left) + m.left),
-              RoundToInt32(down / plot.InitPlotHeight * static_cast<double>(box.Top) + m.top)};
+    // A place may come from a file, and lie anywhere; beyond the page nobody sees the box.
+    const auto onPage = [](double at, std::int32_t end) { return RoundToInt32(std::clamp(at, 0.0, 1.0 * end)); };
+    corner = {onPage(across / plot.InitPlotWidth * static_cast<double>(box.Left) + m.left, metrics.Width),
+              onPage(down / plot.InitPlotHeight * static_cast<double>(box.Top) + m.top, metrics.Height)};
   }
   corner = {std::max(corner.x, kLeastPosition), std::max(corner.y, kLeastPosition)};
   box.Width = static_cast<float>(size.cx);

@@ -204,7 +204,7 @@ TEST(PlotFile, BringsNumbersBackIntoTheirRanges) {
   } kCases[] = {
       {false, "INITPLOTSIZE", 1, "-5", "0"},
       {false, "XAXISTITLEFONT", 2, "0", "1"},
-      {false, "XAXISTITLEFONT", 2, "1E+300", "1000"},
+      {false, "XAXISTITLEFONT", 2, "1E+300", "144"},
       {false, "GENERAL", 1, "2", "3"},
       {false, "GENERAL", 1, "2000000000", "5000"},
       {false, "GENERAL", 6, "-1", "1"},
