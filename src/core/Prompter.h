@@ -26,6 +26,11 @@ class Prompter {
   // A text to be typed or changed, nothing when the user cancels.
   virtual std::optional<std::string> AskText(const std::string& text, const std::string& initial) = 0;
 
+  // The same for a colour, as in "(255, 0, 0)", which a window also lets the user pick.
+  virtual std::optional<std::string> AskColor(const std::string& text, const std::string& initial) {
+    return AskText(text, initial);
+  }
+
   // The name of a file to write, nothing when the user cancels. `filter` reads as in "Text files (*.txt)"; `extension`,
   // without its dot, is put behind a name that has none. `name` is what the dialog begins with.
   virtual std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,

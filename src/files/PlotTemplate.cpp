@@ -1,0 +1,135 @@
+#include "files/PlotTemplate.h"
+
+#include <vector>
+
+#include "core/Files.h"
+#include "core/NumberText.h"
+#include "core/SaveFile.h"
+#include "core/TextEncoding.h"
+#include "files/PlotTemplateKeys.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::string_view kNull = "null", kPrompt = "prompt";
+
+// Many times what a template can hold.
+constexpr std::size_t kLargestFile = 1 << 20;
+
+std::optional<std::string> AskFor(const TemplateKey& key, PlotPage& plot, Prompter& user) {
+  const auto present = (key.Offered ? key.Offered : key.Value)(plot);
+  if (!present) return std::nullopt;
+  return key.Kind == TemplateKind::Color ? user.AskColor(key.Prompt, *present) : user.AskText(key.Prompt, *present);
+}
+
+// Whether a reader takes the value for what it is.
+bool CanBeWritten(const std::string& line, std::string_view value) {
+  if (line.find_first_of("\r\n") != std::string::npos) return false;
+  const auto read = ParseTemplateLine(line);
+  return read && read->Value == value && !EqualNoCase(value, kPrompt);
+}
+
+bool EndsWithExtension(const std::string& fileName, const std::string& extension) {
+  return ToLower(fileName).ends_with(extension);
+}
+
+}  // namespace
+
+std::optional<TemplateLine> ParseTemplateLine(std::string_view line) {
+  line = Trim(line);
+  const std::size_t equals = line.find('=');
+  if (equals == std::string_view::npos || equals == 0 || line.ends_with('=')) return std::nullopt;
+  const std::string_view value = Trim(line.substr(equals + 1));
+  if (EqualNoCase(value, kNull)) return std::nullopt;
+  return TemplateLine{ToLower(Trim(line.substr(0, equals))), value};
+}
+
+void ApplyTemplateText(PlotPage& plot, std::string_view text, Prompter* user) {
+  const PlotTemplateFormat& format = TemplateFormatOf(plot);
+  const std::vector<PlotAxis*> axes = plot.Axes();
+  std::vector<AxisLimits> before;
+  for (const PlotAxis* axis : axes) before.push_back(axis->Limits());
+
+  while (!text.empty()) {
+    const auto line = ParseTemplateLine(TakeLine(text));
+    const TemplateKey* key = line ? format.Find(line->Key) : nullptr;
+    if (key == nullptr) continue;
+    if (!EqualNoCase(line->Value, kPrompt)) {
+      key->Set(plot, line->Value);
+    } else if (user != nullptr) {
+      if (const auto typed = AskFor(*key, plot, *user)) key->Set(plot, *typed);
+    }
+  }
+
+  for (std::size_t i = 0; i < axes.size(); ++i) {
+    if (axes[i]->Min <= axes[i]->Max) continue;
+    axes[i]->Min = before[i].Min;
+    axes[i]->Max = before[i].Max;
+  }
+}
+
+bool ApplyPlotTemplate(PlotPage& plot, const std::string& fileName, bool promptAllowed, Prompter& user) {
+  const PlotTemplateFormat& format = TemplateFormatOf(plot);
+  if (EndsWithExtension(fileName, format.OtherExtension)) {
+    user.Refuse(format.Mismatch);
+    return false;
+  }
+  WholeFile file;
+  if (file.Read(fileName, kLargestFile + 1) != 0 || file.Text().size() > kLargestFile) {
+    user.Refuse("Error applying plot template '" + fileName + "'.");
+    return false;
+  }
+  ApplyTemplateText(plot, DecodeText(file.Text()), promptAllowed ? &user : nullptr);
+  return true;
+}
+
+void ApplyDefaultTemplate(PlotPage& plot, Settings& settings, Prompter& user) {
+  const std::string& setting = TemplateFormatOf(plot).Setting;
+  const std::string fileName = settings.Text(setting);
+  if (fileName.empty()) return;
+  if (IdentityOfFile(ResolvePath(fileName))) {
+    ApplyPlotTemplate(plot, fileName, true, user);
+  } else if (user.Ask("Could not find the plot template '" + fileName +
+                      "'. Do you want to remove it as a default template?")) {
+    settings.Set(setting, "0");
+  }
+}
+
+std::string TemplateText(const PlotPage& plot, const TemplateSelection& selection) {
+  // The keys reach their fields to read and to set them; here they only read.
+  PlotPage& fields = const_cast<PlotPage&>(plot);
+  std::string text;
+  for (const TemplateKey& key : TemplateFormatOf(plot).Keys) {
+    const auto value = selection.contains(key.Group) ? key.Value(fields) : std::nullopt;
+    const std::string stored(Trim(value.value_or("")));
+    std::string line = key.Key + " = " + stored;
+    if (!CanBeWritten(line, stored)) line = key.Key + " = " + std::string(kNull);
+    text.append(line).append(NL);
+  }
+  return text;
+}
+
+int SavePlotTemplate(const PlotPage& plot, const std::string& fileName, const TemplateSelection& selection) {
+  return SaveFile(fileName, TemplateText(plot, selection));
+}
+
+bool UpdatePlotTemplate(const PlotPage& plot, const TemplateSelection& selection, Settings& settings, Prompter& user) {
+  const PlotTemplateFormat& format = TemplateFormatOf(plot);
+  if (!plot.PlotCreated) {
+    user.Refuse(
+        "An error in the current plot settings prohibits the plot template from being saved with the plots current "
+        "state. Check the plot settings in the Graph Properties window.");
+    return false;
+  }
+  const auto fileName =
+      user.ChooseFileToSave("Save Template", format.Filter, format.Extension, "Template." + format.Extension);
+  if (!fileName) return false;
+  if (SavePlotTemplate(plot, *fileName, selection) != 0) {
+    user.Refuse("Error saving plot template to '" + *fileName + "'.");
+    return false;
+  }
+  if (user.Ask("Do you want to make this the default template?")) settings.Set(format.Setting, *fileName);
+  return true;
+}
+
+}  // namespace quorvex
