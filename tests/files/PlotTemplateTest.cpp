@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 
 #include "Golden.h"
@@ -46,27 +47,25 @@ PlotClass3D Landscape() {
   return plot;
 }
 
-// Numbers, texts and colours that no other field of the plot has.
+// Numbers and colours that no other field of the plot has, and texts that say where they belong.
 class Distinct {
  public:
-  double Real() { return ++count_ + 0.1; }
-  std::string Text() { return "text " + std::to_string(++count_); }
   std::int32_t Color() { return 0x010203 * ++count_ & 0xFFFFFF; }
 
-  void Font(PlotFont& font, std::int32_t& color) {
-    font.Name = Text();
-    font.Size = 2 + Real() / 16;
+  void Font(PlotFont& font, std::int32_t& color, const std::string& of) {
+    font.Name = of + " font";
+    font.Size = 2 + ++count_ / 4.0;
     color = Color();
   }
-  void Axis(PlotAxis& axis) {
-    Font(axis.AxisTitleFont, axis.AxisTitleColor);
-    axis.AxisTitle = Text();
-    axis.Min = -Real();
-    axis.Max = Real() * 1e100;
+  void Axis(PlotAxis& axis, const std::string& name) {
+    Font(axis.AxisTitleFont, axis.AxisTitleColor, name + " title");
+    axis.AxisTitle = name + " title";
+    axis.Min = -0.1 * ++count_;
+    axis.Max = 1e100 * ++count_;
     axis.NumMajorTicks = 7;
     axis.NumMinorTicks = 9;
-    Font(axis.AxisNumberFont, axis.AxisNumberColor);
-    axis.LabelString = Text();
+    Font(axis.AxisNumberFont, axis.AxisNumberColor, name + " numbers");
+    axis.LabelString = name + " numbers 0.0";
   }
   void Box(PlotBox& box, float percent) {
     box.BorderType = 0;
@@ -81,11 +80,11 @@ class Distinct {
     plot.InitPlotWidth = 800;
     plot.InitPlotHeight = 600;
     plot.PlotBackgroundColor = Color();
-    Font(plot.PlotTitleFont, plot.PlotTitleColor);
-    plot.PlotTitle = Text();
-    Font(plot.PlotLegendFont, plot.PlotLegendColor);
+    Font(plot.PlotTitleFont, plot.PlotTitleColor, "plot title");
+    plot.PlotTitle = "plot title";
+    Font(plot.PlotLegendFont, plot.PlotLegendColor, "legend");
     Box(plot.Legend, 20);
-    Font(plot.FootNoteFont, plot.FootNoteColor);
+    Font(plot.FootNoteFont, plot.FootNoteColor, "footnote");
     Box(plot.FootNote, 60);
     plot.FootNoteAlign = 1;
     plot.FootNoteText = "first \\ second\r\nthird";
@@ -98,8 +97,7 @@ class Distinct {
       style.MarkerStyle = (place + 3) % 10;
       style.MarkerColor = Color();
       style.MarkerSize = 6 + place;
-      style.LegendText = Text();
-      ++place;
+      style.LegendText = "line " + std::to_string(++place);
     }
   }
 
@@ -111,8 +109,8 @@ PlotClass DistinctPlot() {
   PlotClass plot = TenLines();
   Distinct values;
   values.Page(plot);
-  values.Axis(plot.X);
-  values.Axis(plot.Y);
+  values.Axis(plot.X, "X");
+  values.Axis(plot.Y, "Y");
   plot.X.NumMajorTicks = 20;
   plot.X.NumMinorTicks = 0;
   plot.PointsPerPlot = 5000;
@@ -131,8 +129,9 @@ PlotClass3D DistinctBox() {
   Distinct values;
   values.Page(plot);
   std::int16_t ticks = 2;
+  const char* const names[] = {"X1", "X2", "Y"};
   for (BoxAxis* axis : {&plot.X, &plot.Y, &plot.Z}) {
-    values.Axis(*axis);
+    values.Axis(*axis, names[axis == &plot.Y ? 1 : axis == &plot.Z ? 2 : 0]);
     axis->TickColor = values.Color();
     axis->NumMajorTicks = ticks++;
     axis->NumMinorTicks = ticks++;
@@ -194,7 +193,7 @@ std::string OtherValue(const TemplateKey& key, const std::string& present) {
     default:
       break;
   }
-  const double least = key.Least.value_or(-2.5);
+  const double least = key.Least.value_or(-0.05);
   return ShortestNumber(present == ShortestNumber(least) ? least + 1 : least);
 }
 
@@ -220,6 +219,596 @@ void ExpectEachKeyByItself(Plot plot) {
 TEST(PlotTemplate, SetsWhatItsOneLineSaysAndNothingElse) {
   ExpectEachKeyByItself(DistinctPlot());
   ExpectEachKeyByItself(DistinctBox());
+}
+
+// The fields that Booleans are of.
+using Flags = std::map<std::string, const bool*>;
+
+void AddFont(Flags& flags, const std::string& key, const PlotFont& font) {
+  flags[key + "_font_bold"] = &font.Bold;
+  flags[key + "_font_italic"] = &font.Italic;
+}
+
+void AddAxis(Flags& flags, const std::string& key, const PlotAxis& axis) {
+  AddFont(flags, key + "_axis_title", axis.AxisTitleFont);
+  AddFont(flags, key + "_axis_number", axis.AxisNumberFont);
+  flags[key + "_axis_scale_log"] = &axis.LogScale;
+}
+
+Flags PageFlags(const PlotPage& plot, std::size_t lines) {
+  Flags flags = {{"legend_display", &plot.Legend.Show},
+                 {"legend_shadow_display", &plot.Legend.ShowShadow},
+                 {"footnote_display", &plot.FootNote.Show},
+                 {"footnote_shadow_display", &plot.FootNote.ShowShadow}};
+  AddFont(flags, "plot_title", plot.PlotTitleFont);
+  AddFont(flags, "legend", plot.PlotLegendFont);
+  AddFont(flags, "footnote", plot.FootNoteFont);
+  for (std::size_t i = 0; i < lines; ++i) {
+    const std::string line = "linesetting_" + std::to_string(i + 1);
+    flags[line + "_line_display"] = &plot.PlotData[i].Style().DisplayLine;
+    flags[line + "_marker_display"] = &plot.PlotData[i].Style().DisplayMarker;
+    flags[line + "_errorbars_display"] = &plot.PlotData[i].Style().ShowErrorBars;
+  }
+  return flags;
+}
+
+Flags FlagsOf(const PlotClass& plot) {
+  Flags flags = PageFlags(plot, 10);
+  flags.insert({{"extrapolate", &plot.Extrapolate},
+                {"plot_at_fitted_only", &plot.PlotAtFittedOnly},
+                {"make_square", &plot.Make2DSquare},
+                {"swap_xy_axis", &plot.SwapAxis}});
+  for (const FrameAxis* axis : {&plot.X, &plot.Y}) {
+    const std::string key = axis == &plot.X ? "x" : "y";
+    AddAxis(flags, key, *axis);
+    flags[key + "_axis_major_grid"] = &axis->ShowMajorGrids;
+    flags[key + "_axis_minor_grid"] = &axis->ShowMinorGrids;
+    flags[key + "_axis_ticks_both"] = &axis->ShowExtraTicks;
+  }
+  return flags;
+}
+
+Flags FlagsOf(const PlotClass3D& plot) {
+  Flags flags = PageFlags(plot, 2);
+  flags.insert({{"x1_x2_plane_shade", &plot.BoxXY.Shade},
+                {"x1_y_plane_shade", &plot.BoxXZ.Shade},
+                {"x2_y_plane_shade", &plot.BoxYZ.Shade},
+                {"make_square", &plot.Make3DSquare},
+                {"surface_mesh_byvalue_shade", &plot.ShadeMeshByValue},
+                {"surface_mesh_contour_display", &plot.DisplayContourLines},
+                {"surface_mesh_use_axis_scale", &plot.UseAxisScale},
+                {"x1_x2_axis_major_grid", &plot.X.Grids[0].Major},
+                {"x1_x2_axis_minor_grid", &plot.X.Grids[0].Minor},
+                {"x1_y_axis_major_grid", &plot.X.Grids[1].Major},
+                {"x1_y_axis_minor_grid", &plot.X.Grids[1].Minor},
+                {"x2_x1_axis_major_grid", &plot.Y.Grids[0].Major},
+                {"x2_x1_axis_minor_grid", &plot.Y.Grids[0].Minor},
+                {"x2_y_axis_major_grid", &plot.Y.Grids[1].Major},
+                {"x2_y_axis_minor_grid", &plot.Y.Grids[1].Minor},
+                {"y_x1_axis_major_grid", &plot.Z.Grids[0].Major},
+                {"y_x1_axis_minor_grid", &plot.Z.Grids[0].Minor},
+                {"y_x2_axis_major_grid", &plot.Z.Grids[1].Major},
+                {"y_x2_axis_minor_grid", &plot.Z.Grids[1].Minor}});
+  AddAxis(flags, "x1", plot.X);
+  AddAxis(flags, "x2", plot.Y);
+  AddAxis(flags, "y", plot.Z);
+  return flags;
+}
+
+template <typename Plot>
+void ExpectFlags(Plot plot) {
+  const Flags flags = FlagsOf(plot);
+  for (const TemplateKey& key : TemplateFormatOf(plot).Keys) {
+    if (key.Kind != TemplateKind::Boolean || key.Key == "surface_mesh_shade") continue;
+    ASSERT_TRUE(flags.contains(key.Key)) << key.Key;
+    Apply(plot, key.Key + " = false");
+    EXPECT_FALSE(*flags.at(key.Key)) << key.Key;
+    Apply(plot, key.Key + " = true");
+    EXPECT_TRUE(*flags.at(key.Key)) << key.Key;
+  }
+}
+
+TEST(PlotTemplate, TurnsOnAndOffWhatEachOfItsBooleansNames) {
+  ExpectFlags(DistinctPlot());
+  ExpectFlags(DistinctBox());
+}
+
+TEST(PlotTemplate, ShadesTheSurfaceAndLeavesItsPointsAlone) {
+  PlotClass3D plot = Landscape();
+  Apply(plot, "surface_mesh_shade = yes\nsurface_mesh_base_color = (1, 2, 3)");
+  EXPECT_NE(plot.PlotData[0].Style().ShadeMesh, 0);
+  EXPECT_EQ(plot.PlotData[0].Style().ShadeColor, 0x030201);
+  EXPECT_EQ(plot.PlotData[1].Style(), Landscape().PlotData[1].Style());
+}
+
+TEST(ParseTemplateLine, TakesWhatHasAKeyAndAValue) {
+  const struct {
+    const char *Line, *Key, *Value;  // no key: nothing is taken
+  } kLines[] = {{"extrapolate = true", "extrapolate", "true"},
+                {"  Plot_Title_Text=a = b ", "plot_title_text", "a = b"},
+                {"a = prompt", "a", "prompt"},
+                {"a = Nullify", "a", "Nullify"},
+                {"a = NULL", nullptr, nullptr},
+                {"a = null  ", nullptr, nullptr},
+                {"plot_title_text =   ", nullptr, nullptr},
+                {"plot_title_text = E=", nullptr, nullptr},
+                {" = a", nullptr, nullptr},
+                {"plot_title_text", nullptr, nullptr},
+                {"=", nullptr, nullptr},
+                {"", nullptr, nullptr}};
+  for (const auto& c : kLines) {
+    SCOPED_TRACE(c.Line);
+    const auto read = ParseTemplateLine(c.Line);
+    ASSERT_EQ(bool(read), c.Key != nullptr);
+    if (!read) continue;
+    EXPECT_EQ(read->Key, c.Key);
+    EXPECT_EQ(read->Value, c.Value);
+  }
+}
+
+TEST(PlotTemplate, TakesBooleansAndColoursInSeveralForms) {
+  for (const char* text : {"true", "YES", "t", "Y"}) EXPECT_TRUE(ParseTemplateBoolean(text)) << text;
+  for (const char* text : {"1", "-1", "on", "ye", "false", "true."}) EXPECT_FALSE(ParseTemplateBoolean(text)) << text;
+
+  EXPECT_EQ(ColorToText(0x030201), "(1, 2, 3)");
+  EXPECT_EQ(ColorToText(-1), "(255, 255, 255)");
+  EXPECT_EQ(TextToColor("(255, 128,0)"), 0x0080FF);
+  EXPECT_EQ(TextToColor(" 1,2 , 3 "), 0x030201);
+  for (const char* text : {"", "red", "1,2", "1,2,3,4", "(1, 2, 256)", "(1, 2, -1)", "(1, , 3)", "(1, 2, 3", "()"})
+    EXPECT_FALSE(TextToColor(text)) << text;
+  PlotClass plot{Settings()};
+  plot.PlotBackgroundColor = 5;
+  Apply(plot, "plot_background_color = red");
+  EXPECT_EQ(plot.PlotBackgroundColor, 5);
+}
+
+TEST(CheckTemplateRange, KeepsTheFieldWhereTheTextIsNoneOfItsValues) {
+  const struct {
+    const char* Text;
+    int Whole;
+    double Real;
+  } kCases[] = {{"3", 3, 3},         {"5000", 5000, 5000}, {"2", 7, 7},     {"5001", 7, 7},
+                {"5000.5", 5000, 7}, {" 1E2 ", 100, 100},  {"4.5", 4, 4.5}, {"1e10", 7, 7},
+                {"-3", 7, 7},        {"seven", 7, 7},      {"", 7, 7},      {"4,5", 7, 7},
+                {"nan", 7, 7},       {"1e999", 7, 7},      {"0x10", 7, 7},  {"2.9999", 3, 7}};
+  for (const auto& c : kCases) {
+    EXPECT_EQ(CheckTemplateRange<std::int32_t>(c.Text, 7, 3, 5000), c.Whole) << c.Text;
+    EXPECT_EQ(CheckTemplateRange<std::int16_t>(c.Text, 7, 3, 5000), c.Whole) << c.Text;
+    EXPECT_EQ(CheckTemplateRange<double>(c.Text, 7, 3, 5000), c.Real) << c.Text;
+    EXPECT_EQ(CheckTemplateRange<float>(c.Text, 7, 3, 5000), static_cast<float>(c.Real)) << c.Text;
+  }
+  EXPECT_EQ(CheckTemplateRange<double>("-1e300", 7, {}, {}), -1e300);
+  EXPECT_EQ(CheckTemplateRange<double>("1e300", 7, 0, {}), 1e300);
+}
+
+TEST(PlotTemplate, HoldsEachNumberWithinItsRange) {
+  const struct {
+    const char* Key;
+    double Least, Most;
+    int Dimensions = 2;
+  } kRanges[] = {{"x_points_per_plot", 3, 5000},
+                 {"x_axis_title_font_height", 2, 72},
+                 {"y_axis_major_ticks", 1, 20},
+                 {"y_axis_minor_ticks", 0, 20},
+                 {"axis_width", 1, 5},
+                 {"tick_pen_width_major", 1, 5},
+                 {"tick_pen_width_minor", 1, 5},
+                 {"tick_pen_length", 0.001, 0.5},
+                 {"gridline_style_major", 0, 4},
+                 {"gridline_style_minor", 0, 4},
+                 {"legend_border_type", 0, 1},
+                 {"legend_border_width", 1, 5},
+                 {"legend_area_type", 0, 1},
+                 {"footnote_alignment", 0, 2},
+                 {"linesetting_10_line_style", 0, 4},
+                 {"linesetting_10_line_width", 1, 10},
+                 {"linesetting_10_marker_style", 0, 9},
+                 {"linesetting_10_marker_size", 1, 16},
+                 {"linesetting_2_line_width", 1, 5, 3},
+                 {"x1_points_per_plot", 2, 99, 3},
+                 {"x2_points_per_plot", 2, 99, 3},
+                 {"x1_x2_view_angle", 0, 360, 3},
+                 {"x1_y_view_angle", 0, 180, 3},
+                 {"surface_mesh_color_scheme", 0, 13, 3},
+                 {"surface_mesh_contour_density", 2, 50, 3},
+                 {"surface_mesh_contour_style", 0, 4, 3},
+                 {"surface_mesh_contour_width", 1, 5, 3}};
+  PlotClass flat = DistinctPlot();
+  PlotClass3D solid = DistinctBox();
+  for (const auto& c : kRanges) {
+    PlotPage& plot = c.Dimensions == 2 ? static_cast<PlotPage&>(flat) : solid;
+    for (const double limit : {c.Least, c.Most}) {
+      SCOPED_TRACE(c.Key);
+      const std::string key = c.Key, text = ShortestNumber(limit);
+      Apply(plot, key + " = " + text);
+      EXPECT_EQ(ValueOf(plot, key), text);
+      Apply(plot, key + " = " + ShortestNumber(limit == c.Least ? limit - 1 : limit + 1));
+      EXPECT_EQ(ValueOf(plot, key), text);
+    }
+  }
+}
+
+TEST(PlotTemplate, PlacesBoxesByWholePercentThatLeaveThemInSight) {
+  const struct {
+    const char* Text;
+    float Left;
+  } kCases[] = {{"100", 760}, {"95", 760}, {"96", 760},    {"12.9", 96}, {"0", 0},
+                {"-5", 0},    {"left", 0}, {"1e300", 760}, {"50", 400}};
+  PlotClass plot = DistinctPlot();
+  for (const auto& c : kCases) {
+    Apply(plot, std::string("legend_xpos = ") + c.Text + "\nfootnote_xpos = " + c.Text);
+    EXPECT_EQ(plot.Legend.Left, c.Left) << c.Text;
+    EXPECT_EQ(plot.FootNote.Left, c.Left) << c.Text;
+  }
+  // One next to the corner is not one that nobody has placed.
+  plot.Legend.Left = 2;
+  EXPECT_EQ(ValueOf(plot, "legend_xpos"), "1");
+
+  // Before the first drawing there is no size to take a part of.
+  PlotClass fresh{Settings()};
+  EXPECT_EQ(ValueOf(fresh, "legend_ypos"), "0");
+  fresh.PlotData.push_back(PointSeries({0, 10}, {0, 10}, "points"));
+  Apply(fresh, "legend_xpos = 25\nlegend_ypos = 50");
+  RecordingPrompter prompter;
+  RecordingSurface surface(800, 600);
+  EXPECT_TRUE(fresh.CreateGraph({}, prompter));
+  fresh.RefreshPlot(surface, prompter);
+  EXPECT_EQ(fresh.Shown().Legend.left, 200);
+  EXPECT_EQ(fresh.Shown().Legend.top, 300);
+}
+
+TEST(PlotTemplate, NeverWritesATextThatReadsBackAsSomethingElse) {
+  const struct {
+    const char *Text, *Written;
+  } kTexts[] = {{"a = b", "a = b"},
+                {"plot_title_text = x", "plot_title_text = x"},
+                {"  centred ", "centred"},
+                {"= x", "= x"},
+                {"µ in \"m²\"", "µ in \"m²\""},
+                {"C:\\new", "C:\\new"},
+                {"", "null"},
+                {"   ", "null"},
+                {"Null", "null"},
+                {"prompt", "null"},
+                {" PROMPT ", "null"},
+                {"E =", "null"},
+                {"two\r\nlines", "null"},
+                {"two\nlines", "null"}};
+  for (const auto& c : kTexts) {
+    PlotClass plot{Settings()}, other{Settings()};
+    plot.PlotTitle = c.Text;
+    other.PlotTitle = "other";
+    EXPECT_EQ(ValueOf(plot, "plot_title_text"), c.Written);
+    Apply(other, Saved(plot));
+    EXPECT_EQ(other.PlotTitle, std::string_view(c.Written) == "null" ? "other" : c.Written);
+  }
+  PlotClass plot{Settings()};
+  plot.PlotTitle = std::string(4096, 'x');
+  EXPECT_EQ(ValueOf(plot, "plot_title_text"), plot.PlotTitle);
+  Apply(plot, "plot_title_text = " + std::string(4097, 'y'));
+  EXPECT_EQ(plot.PlotTitle[0], 'x');
+  plot.PlotTitle += 'x';
+  EXPECT_EQ(ValueOf(plot, "plot_title_text"), "null");
+}
+
+TEST(PlotTemplate, KeepsTheLinesOfAFootnote) {
+  const struct {
+    const char *Text, *Written;
+  } kTexts[] = {{"first\r\nsecond\r\n\r\nfourth", "first\\nsecond\\n\\nfourth"},
+                {"first\rsecond", "first\\nsecond"},
+                {"first\nsecond", "first\\nsecond"},
+                {"C:\\new\\data", "C:\\\\new\\\\data"},
+                {"\\\\n\\", "\\\\\\\\n\\\\"},
+                {"E =\r\nm", "E =\\nm"},
+                {"\r\n", "\\n"},
+                {"null\r\n", "null\\n"}};
+  for (const auto& c : kTexts) {
+    PlotClass plot{Settings()}, other{Settings()};
+    plot.FootNoteText = c.Text;
+    EXPECT_EQ(ValueOf(plot, "footnote_text"), c.Written);
+    Apply(other, Saved(plot));
+    std::string lines;  // as they are drawn
+    for (std::string_view rest = c.Text; !rest.empty();) lines.append(TakeLine(rest)).append("|");
+    std::string read;
+    for (std::string_view rest = other.FootNoteText; !rest.empty();) read.append(TakeLine(rest)).append("|");
+    EXPECT_EQ(read, lines);
+  }
+  PlotClass plot{Settings()};
+  Apply(plot, "footnote_text = C:\\data\\x \\");
+  EXPECT_EQ(plot.FootNoteText, "C:\\data\\x \\");
+}
+
+TEST(PlotTemplate, SetsTheLinesThatThePlotHas) {
+  PlotClass plot{Settings()};
+  for (int i = 0; i < 3; ++i) plot.PlotData.push_back(PointSeries({1, 2}, {1, 2}));
+  Apply(plot, Saved(DistinctPlot()) + "linesetting_0_line_width = 9\nlinesetting_11_line_width = 9\n");
+  ASSERT_EQ(plot.PlotData.size(), 3u);
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(plot.PlotData[i].Style(), DistinctPlot().PlotData[i].Style());
+  EXPECT_EQ(ValueOf(plot, "linesetting_3_line_width"), "3");
+  EXPECT_EQ(ValueOf(plot, "linesetting_4_line_width"), "null");
+
+  PlotClass3D box = BarePlot3D();
+  EXPECT_EQ(ValueOf(box, "surface_mesh_base_color"), "null");
+  const SeriesStyle before = box.PlotData[0].Style();
+  Apply(box, "surface_mesh_base_color = (1, 2, 3)\nlinesetting_1_marker_color = (1, 2, 3)");
+  EXPECT_EQ(box.PlotData[0].Style(), before);
+}
+
+TEST(PlotTemplate, LeavesOutWhatIsNotSelected) {
+  const PlotClass plot = DistinctPlot();
+  const std::vector<std::string> groups = TemplateFormat2D().Groups();
+  EXPECT_EQ(groups, (std::vector<std::string>{"General", "X Axis", "Y Axis", "Plot Title", "Ticks and Grids", "Legend",
+                                              "Footnote", "Lines"}));
+  for (const std::string& group : groups) {
+    PlotClass other = TenLines();
+    const std::string fresh = Saved(other), text = TemplateText(plot, {group});
+    Apply(other, text);
+    for (const TemplateKey& key : TemplateFormat2D().Keys) {
+      EXPECT_NE(text.find(key.Key + " = "), std::string::npos);
+      if (key.Group == group)
+        EXPECT_EQ(ValueOf(other, key.Key), ValueOf(plot, key.Key));
+      else
+        EXPECT_NE(fresh.find(key.Key + " = " + ValueOf(other, key.Key) + "\r\n"), std::string::npos) << key.Key;
+    }
+  }
+}
+
+// Answers each question by itself.
+class Typist : public RecordingPrompter {
+ public:
+  std::map<std::string, std::string> Typed;  // by what is asked
+  std::vector<std::string> Colors;           // questions for colours
+
+  std::optional<std::string> AskText(const std::string& text, const std::string& initial) override {
+    RecordingPrompter::AskText(text, initial);
+    const auto answer = Typed.find(text);
+    return answer != Typed.end() ? std::optional(answer->second) : std::nullopt;
+  }
+  std::optional<std::string> AskColor(const std::string& text, const std::string& initial) override {
+    Colors.push_back(text);
+    return RecordingPrompter::AskColor(text, initial);
+  }
+};
+
+TEST(PlotTemplate, AsksInWords) {
+  const struct {
+    const char *Key, *Prompt;
+    int Dimensions = 2;
+  } kPrompts[] = {
+      {"plot_background_color", "Enter the plot background color (R,G,B):"},
+      {"x_points_per_plot", "Enter the number of X divisions for curves (3 - 5000):"},
+      {"extrapolate", "Extrapolate curves beyond inputs? (true or false):"},
+      {"x_axis_title_font_height", "Enter the X axis title font height in points (2 - 72):"},
+      {"x_axis_major_ticks", "Enter the number of X axis major ticks (1 - 20):"},
+      {"x_axis_minor_ticks", "Enter the number of X axis minor ticks (0 - 20):"},
+      {"tick_pen_width_major", "Enter the plot major tick width (1 - 5):"},
+      {"gridline_style_major", "Enter the style for major grid lines (0 - 4):"},
+      {"linesetting_1_line_width", "Enter the width for line 1 (1 - 10):"},
+      {"linesetting_1_marker_style", "Enter line 1 marker style (0 - 9):"},
+      {"linesetting_1_marker_size", "Enter line 1 marker size (1 - 16):"},
+      {"legend_xpos", "Enter legend horizontal position in percent (0 - 100):"},
+      {"footnote_alignment", "Enter the footnote text alignment (0 - 2):"},
+      {"x1_x2_view_angle", "Enter the X1-X2 view angle in degrees (0 - 360):", 3},
+      {"x1_y_view_angle", "Enter the X1-Y view angle in degrees (0 - 180):", 3},
+      {"x1_points_per_plot", "Enter the number of X1 divisions for curves (2 - 99):", 3},
+      {"surface_mesh_color_scheme", "Enter the curved surface shading color scheme (0 - 9):", 3},
+      {"surface_mesh_contour_divisions", "Enter number of surface mesh contour divisions (2 - 50):", 3},
+      {"linesetting_2_line_width", "Enter the width for line 2 (1 - 5):", 3},
+      {"tick_pen_length", "Enter the plot major tick length in inches (0.001 - 0.5):"},
+      {"x_axis_scale_min", "Enter the X axis minimum:"},
+      {"legend_display", "Display the legend? (true or false):"},
+      {"plot_title_text", "Enter the plot title:"},
+  };
+  for (const auto& c : kPrompts) {
+    const TemplateKey* key = (c.Dimensions == 2 ? TemplateFormat2D() : TemplateFormat3D()).Find(c.Key);
+    ASSERT_NE(key, nullptr) << c.Key;
+    EXPECT_EQ(key->Prompt, c.Prompt);
+  }
+}
+
+TEST(PlotTemplate, OffersWhatThePlotHasAndTakesWhatIsTyped) {
+  PlotClass plot = DistinctPlot();
+  Typist user;
+  user.Typed = {{"Enter the plot background color (R,G,B):", "1, 2, 3"},
+                {"Enter the plot title:", "null"},
+                {"Enter the X axis title:", ""},
+                {"Enter the axis width (1 - 5):", "6"},
+                {"Enter the footnote text:", "a\\nb"}};
+  ApplyTemplateText(plot,
+                    "plot_background_color = prompt\nplot_title_text = Prompt\nx_axis_title_text = PROMPT\naxis_width "
+                    "= prompt\nfootnote_text = prompt\nfootnote_font_name = prompt\nlinesetting_11_line_width = "
+                    "prompt\nlegend_xpos = prompt",
+                    &user);
+  EXPECT_EQ(user.Said,
+            (std::vector<std::string>{"text: Enter the plot background color (R,G,B):|(3, 2, 1)",
+                                      "text: Enter the plot title:|plot title", "text: Enter the X axis title:|X title",
+                                      "text: Enter the axis width (1 - 5):|2",
+                                      "text: Enter the footnote text:|first \\\\ second\\nthird",
+                                      "text: Enter the footnote font name:|footnote font",
+                                      "text: Enter legend horizontal position in percent (0 - 100):|20"}));
+  EXPECT_EQ(user.Colors, std::vector<std::string>{"Enter the plot background color (R,G,B):"});
+  EXPECT_EQ(plot.PlotBackgroundColor, 0x030201);
+  EXPECT_EQ(plot.PlotTitle, "null");
+  EXPECT_EQ(plot.X.AxisTitle, "");
+  EXPECT_EQ(plot.AxisWidth, 2);
+  EXPECT_EQ(plot.FootNoteText, "a\r\nb");
+  EXPECT_EQ(plot.FootNoteFont.Name, "footnote font");  // cancelled
+  EXPECT_EQ(plot.Legend.Left, 160);
+}
+
+TEST(PlotTemplate, OffersTheOtherAngleForEachOfTheView) {
+  PlotClass3D plot = Landscape();
+  plot.UpdateViewAngle(40, 50);
+  Typist user;
+  user.Typed = {{"Enter the X1-X2 view angle in degrees (0 - 360):", "300"},
+                {"Enter the X1-Y view angle in degrees (0 - 180):", "60.5"}};
+  ApplyTemplateText(plot, "x1_x2_view_angle = prompt", &user);
+  EXPECT_EQ(user.Last(), "text: Enter the X1-X2 view angle in degrees (0 - 360):|50");
+  EXPECT_EQ(plot.Angles(), (ViewAngles{300, 50}));
+  EXPECT_NEAR(plot.XYAngle, 300 * 3.14159265358979 / 180, 1e-15);
+  ApplyTemplateText(plot, "x1_y_view_angle = prompt", &user);
+  EXPECT_EQ(user.Last(), "text: Enter the X1-Y view angle in degrees (0 - 180):|300");
+  EXPECT_EQ(plot.Angles(), (ViewAngles{300, 60.5}));
+}
+
+class TemplateFile : public testing::Test {
+ protected:
+  TemporaryFolder folder;
+  Typist user;
+  Settings settings;
+  PlotClass plot = DistinctPlot();
+  PlotClass3D box = DistinctBox();
+};
+
+TEST_F(TemplateFile, IsAppliedToItsKindOfPlotAlone) {
+  const std::string flat = folder.Write("a.QV2", "plot_title_text = applied"), solid = folder.Write("a.qv3", "");
+  EXPECT_FALSE(ApplyPlotTemplate(plot, solid, true, user));
+  EXPECT_EQ(user.Last(), "refuse: You cannot apply a 3D Template to a 2D Plot.");
+  EXPECT_FALSE(ApplyPlotTemplate(box, flat, true, user));
+  EXPECT_EQ(user.Last(), "refuse: You cannot apply a 2D Template to a 3D Plot.");
+  EXPECT_EQ(box.PlotTitle, "plot title");
+  EXPECT_TRUE(ApplyPlotTemplate(plot, flat, true, user));
+  EXPECT_EQ(plot.PlotTitle, "applied");
+  // Any other name will do.
+  EXPECT_TRUE(ApplyPlotTemplate(box, folder.Write("template", "plot_title_text = applied"), true, user));
+  EXPECT_EQ(box.PlotTitle, "applied");
+  EXPECT_EQ(user.Said.size(), 2u);
+}
+
+TEST_F(TemplateFile, AsksOnlyWhereItMay) {
+  const std::string file = folder.Write("a.qv2", "plot_title_text = prompt\nx_axis_title_text = set");
+  EXPECT_TRUE(ApplyPlotTemplate(plot, file, false, user));
+  EXPECT_TRUE(user.Said.empty());
+  EXPECT_EQ(plot.PlotTitle + plot.X.AxisTitle, "plot titleset");
+  EXPECT_TRUE(ApplyPlotTemplate(plot, file, true, user));
+  EXPECT_EQ(user.Last(), "text: Enter the plot title:|plot title");
+}
+
+TEST_F(TemplateFile, ChangesNothingWhereItCannotBeRead) {
+  for (const std::string& file :
+       {folder.Path("none.qv2"), folder.Path(""), folder.Write("vast", std::string(2 << 20, 'x'))}) {
+    EXPECT_FALSE(ApplyPlotTemplate(plot, file, true, user));
+    EXPECT_EQ(user.Last(), "refuse: Error applying plot template '" + file + "'.");
+  }
+  std::string garbage;
+  for (int i = 0; i < 100000; ++i) garbage += static_cast<char>(i * 7919 >> 5);
+  EXPECT_TRUE(ApplyPlotTemplate(plot, folder.Write("garbage", garbage), true, user));
+  EXPECT_EQ(Saved(plot), Saved(DistinctPlot()));
+}
+
+TEST_F(TemplateFile, MayHaveAnyLineEndsAndEncoding) {
+  const char* const texts[] = {"plot_title_text = \xE9\rx_axis_title_text = b",
+                               "\xEF\xBB\xBFplot_title_text = \xC3\xA9\n\nx_axis_title_text = b\n",
+                               "PLOT_TITLE_TEXT=\xC3\xA9\r\n  X_Axis_Title_Text  =  b  \r\n"};
+  for (const char* text : texts) {
+    PlotClass fresh = DistinctPlot();
+    EXPECT_TRUE(ApplyPlotTemplate(fresh, folder.Write("a.qv2", text), true, user));
+    EXPECT_EQ(fresh.PlotTitle + fresh.X.AxisTitle,
+              "\xC3\xA9"
+              "b");
+  }
+}
+
+TEST_F(TemplateFile, IsSavedAndMayBecomeTheDefault) {
+  const std::string refusal =
+      "refuse: An error in the current plot settings prohibits the plot template from being saved with the plots "
+      "current state. Check the plot settings in the Graph Properties window.";
+  EXPECT_FALSE(UpdatePlotTemplate(plot, Everything(plot), settings, user));
+  EXPECT_EQ(user.Last(), refusal);
+  plot.PlotCreated = box.PlotCreated = true;
+  EXPECT_FALSE(UpdatePlotTemplate(plot, Everything(plot), settings, user));
+  EXPECT_EQ(user.Last(), "save: Save Template|2D Template files (*.qv2)|qv2|Template.qv2");
+
+  user.File = folder.Path("missing/a.qv2");
+  EXPECT_FALSE(UpdatePlotTemplate(plot, Everything(plot), settings, user));
+  EXPECT_EQ(user.Last(), "refuse: Error saving plot template to '" + *user.File + "'.");
+
+  user.File = folder.Path("a.qv2");
+  user.Answer = false;
+  EXPECT_TRUE(UpdatePlotTemplate(plot, Everything(plot), settings, user));
+  EXPECT_EQ(user.Last(), "ask: Do you want to make this the default template?");
+  EXPECT_EQ(settings.Text("template2d"), "");
+  EXPECT_EQ(folder.Read("a.qv2"), Saved(plot));
+  user.Answer = true;
+  EXPECT_TRUE(UpdatePlotTemplate(plot, {"Lines"}, settings, user));
+  EXPECT_EQ(settings.Text("template2d"), folder.Path("a.qv2"));
+  EXPECT_EQ(folder.Read("a.qv2"), TemplateText(plot, {"Lines"}));
+
+  user.File = std::nullopt;
+  EXPECT_FALSE(UpdatePlotTemplate(box, Everything(box), settings, user));
+  EXPECT_EQ(user.Last(), "save: Save Template|3D Template files (*.qv3)|qv3|Template.qv3");
+  user.File = folder.Path("a.qv3");
+  EXPECT_TRUE(UpdatePlotTemplate(box, Everything(box), settings, user));
+  EXPECT_EQ(settings.Text("template3d"), folder.Path("a.qv3"));
+}
+
+TEST_F(TemplateFile, ThatNewPlotsGetIsAppliedOrOfferedForRemoval) {
+  ApplyDefaultTemplate(plot, settings, user);
+  EXPECT_TRUE(user.Said.empty());
+
+  settings.Set("template2d", folder.Write("a.qv2", "plot_title_text = default\nx_axis_title_text = prompt"));
+  ApplyDefaultTemplate(plot, settings, user);
+  ApplyDefaultTemplate(box, settings, user);
+  EXPECT_EQ(plot.PlotTitle, "default");
+  EXPECT_EQ(box.PlotTitle, "plot title");
+  EXPECT_EQ(user.Said, std::vector<std::string>{"text: Enter the X axis title:|X title"});
+
+  const std::string gone = folder.Path("gone.qv2");
+  settings.Set("template2d", gone);
+  user.Answer = false;
+  ApplyDefaultTemplate(plot, settings, user);
+  EXPECT_EQ(user.Last(),
+            "ask: Could not find the plot template '" + gone + "'. Do you want to remove it as a default template?");
+  EXPECT_EQ(settings.Text("template2d"), gone);
+  user.Answer = true;
+  ApplyDefaultTemplate(plot, settings, user);
+  EXPECT_EQ(settings.Text("template2d"), "");
+}
+
+TEST(PlotTemplate, IsTheSameInAnyLocale) {
+  PlotClass plot = DistinctPlot();
+  plot.Locale = {.DecimalSeparator = ',', .ListSeparator = ';', .ThousandSeparator = '.'};
+  EXPECT_EQ(Saved(plot), Saved(DistinctPlot()));
+}
+
+// Draws the plot as its window would.
+template <typename Plot>
+void Draw(Plot& plot) {
+  RecordingPrompter prompter;
+  RecordingSurface surface;
+  if (!plot.CreateGraph({.Regenerate = true}, prompter)) return;
+  plot.RefreshPlot(surface, prompter);
+  EXPECT_LT(surface.Calls.size(), 200000u);
+  EXPECT_EQ(surface.ObjectCount(), 0u);
+}
+
+TEST(PlotTemplate, LeavesAPlotThatCanBeDrawn) {
+  const char* const kTexts[] = {
+      "@_axis_scale_min = 3\n@_axis_scale_max = -3",
+      "@_axis_scale_min = -5\n@_axis_scale_max = 0.001\n@_axis_scale_log = true",
+      "@_axis_scale_min = 0.001\n@_axis_scale_max = -5\n@_axis_scale_log = true",
+      "@_axis_scale_min = 5e-324\n@_axis_scale_max = 1e308\n@_axis_scale_log = true",
+      "@_axis_scale_min = -1e308\n@_axis_scale_max = 1.7e308",
+      "@_axis_scale_min = 1e308\n@_axis_scale_max = 1.7e308",
+      "@_axis_scale_min = 1\n@_axis_scale_max = 1.0000000000000002",
+      "@_axis_scale_min = 1e-300\n@_axis_scale_max = 1e-299\n@_axis_format_string = 0.0######E+000",
+      "@_axis_scale_min = 1\n@_axis_scale_max = 2\n@_axis_format_string = x",
+  };
+  for (const std::string text : kTexts)
+    for (const char* axis : {"x", "y", "x1", "x2"}) {
+      SCOPED_TRACE(axis + text);
+      std::string own = text;
+      for (std::size_t at; (at = own.find('@')) != std::string::npos;) own.replace(at, 1, axis);
+      PlotClass flat{Settings()};
+      flat.PlotData.push_back(PointSeries({1, 2, 3}, {1, 2, 3}, "points"));
+      flat.PlotData.push_back(Curve("a+b*x", {1, 2}));
+      PlotClass3D solid = Landscape();
+      for (PlotPage* plot : std::initializer_list<PlotPage*>{&flat, &solid}) {
+        Draw(*plot);
+        Apply(*plot, own);
+        Draw(*plot);
+      }
+    }
 }
 
 }  // namespace
