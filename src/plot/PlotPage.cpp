@@ -12,10 +12,12 @@ namespace {
 
 constexpr std::int32_t kWhite = 0xFFFFFF;
 
-// Whole decades around the limits that the user chose, or the data's where a chosen one isn't positive.
+// Whole decades around the limits that the user chose, or the data's where a chosen one isn't positive. A limit chosen
+// may lie beyond the data's other one; then both are the data's.
 void RoundToDecades(PlotAxis& axis, double dataMin, double dataMax) {
   if (!axis.LogScale) return;
-  axis.Take(RecomputeLogAxisLimits(axis.Min <= 0 ? dataMin : axis.Min, axis.Max <= 0 ? dataMax : axis.Max));
+  const double min = axis.Min <= 0 ? dataMin : axis.Min, max = axis.Max <= 0 ? dataMax : axis.Max;
+  axis.Take(min <= max ? RecomputeLogAxisLimits(min, max) : RecomputeLogAxisLimits(dataMin, dataMax));
   axis.NumMinorTicks = 10;
 }
 
