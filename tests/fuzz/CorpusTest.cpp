@@ -15,6 +15,7 @@
 #include "fuzz/PlotFile.h"
 #include "fuzz/ProjectFile.h"
 #include "fuzz/Spreadsheet.h"
+#include "fuzz/Template.h"
 
 namespace quorvex {
 namespace {
@@ -24,6 +25,7 @@ using Target = int (*)(const std::uint8_t*, std::size_t);
 const std::map<std::string, Target> kTargets = {
     {"ModelTextFuzz", FuzzModelText},     {"MacroReaderFuzz", FuzzMacroReader}, {"ModelFileFuzz", FuzzModelFile},
     {"ProjectFileFuzz", FuzzProjectFile}, {"PlotFileFuzz", FuzzPlotFile},       {"SpreadsheetFuzz", FuzzSpreadsheet},
+    {"TemplateFuzz", FuzzTemplate},
 };
 
 TEST(Corpus, EveryInputKeepsWhatItsTargetRequires) {
