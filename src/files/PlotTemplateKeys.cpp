@@ -78,11 +78,11 @@ void ListAxisNumbers(TemplateKeyList& list, const std::string& key, const std::s
   list.Text(key + "_axis_format_string", "the " + name + " axis number format", axis[&Axis::LabelString]);
 }
 
-void ListBoxLook(TemplateKeyList& list, const std::string& key, PlotBox PlotPage::*box) {
+void ListBoxLook(TemplateKeyList& list, const std::string& key, PlotBox PlotPage::*box, std::string borderTwin = "") {
   const PlotField<PlotBox> field = Whole<PlotPage>()[box];
   list.Boolean(key + "_shadow_display", "Display the " + key + " shadow", field[&PlotBox::ShowShadow]);
   list.Number(key + "_border_type", "the " + key + " border type", field[&PlotBox::BorderType], 0, 1);
-  if (box == &PlotPage::FootNote) list.Twin("footnote_displaybox");
+  list.Twin(std::move(borderTwin));
   list.Color(key + "_border_color", "the " + key + " border color", field[&PlotBox::BorderColor]);
   list.Number(key + "_border_width", "the " + key + " border width", field[&PlotBox::BorderWidth], 1, 5);
   list.Number(key + "_area_type", "the " + key + " area type", field[&PlotBox::AreaType], 0, 1);
@@ -114,7 +114,7 @@ void ListFootNote(TemplateKeyList& list) {
   list.Number("footnote_alignment", "the footnote text alignment", plot[&PlotPage::FootNoteAlign], 0, 2);
   list.Boolean("footnote_display", "Display the footnote", plot[&PlotPage::FootNote][&PlotBox::Show]);
   list.Lines("footnote_text", "the footnote text", plot[&PlotPage::FootNoteText]);
-  ListBoxLook(list, "footnote", &PlotPage::FootNote);
+  ListBoxLook(list, "footnote", &PlotPage::FootNote, "footnote_displaybox");
   ListBoxPlace(list, "footnote", &PlotPage::FootNote);
 }
 
@@ -198,10 +198,10 @@ void ListBoxScale(TemplateKeyList& list, const BoxAxisWords& words, const PlotFi
   ListAxisScale(list, words.Key, words.Name, axis);
   const auto grid = [&](const std::string& which, std::size_t other, bool Grids::*shown) {
     const auto plane = [other](BoxAxis& each) -> Grids& { return each.Grids[other]; };
-    list.Boolean(words.Key + "_" + words.OtherKeys[other] + "_axis_" + which + "_grid",
-                 "Display the " + which + " grid of the " + words.Name + " axis on its plane with " +
-                     words.OtherNames[other],
-                 axis[plane][shown]);
+    list.Boolean(
+        words.Key + "_" + words.OtherKeys[other] + "_axis_" + which + "_grid",
+        "Display the " + which + " grid of the " + words.Name + " axis on its plane with " + words.OtherNames[other],
+        axis[plane][shown]);
   };
   grid("major", 0, &Grids::Major);
   grid("major", 1, &Grids::Major);

@@ -27,7 +27,7 @@ struct TemplateKey {
   std::optional<double> Least, Most;
   std::string Prompt;
 
-  // The field's value as a line has it; nothing where the plot has no such field or no line can hold its text.
+  // The field's value as a line has it; nothing where the plot has no such field or its text is too long.
   std::function<std::optional<std::string>(PlotPage&)> Value;
   // Sets the field to what a line says, where that is a value for it.
   std::function<void(PlotPage&, std::string_view)> Set;

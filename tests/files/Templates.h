@@ -1,8 +1,11 @@
 #pragma once
 
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "RecordingPrompter.h"
 #include "files/PlotTemplate.h"
 #include "files/PlotTemplateKeys.h"
 #include "plot/Plots.h"
@@ -145,5 +148,22 @@ inline PlotClass3D DistinctBox() {
   plot.ErrorColorBelow = values.Color();
   return plot;
 }
+
+// Answers each question for a text by itself; those without an answer are cancelled.
+class Typist : public RecordingPrompter {
+ public:
+  std::map<std::string, std::string> Typed;  // by what is asked
+  std::vector<std::string> Colors;           // questions for colours
+
+  std::optional<std::string> AskText(const std::string& text, const std::string& initial) override {
+    RecordingPrompter::AskText(text, initial);
+    const auto answer = Typed.find(text);
+    return answer != Typed.end() ? std::optional(answer->second) : std::nullopt;
+  }
+  std::optional<std::string> AskColor(const std::string& text, const std::string& initial) override {
+    Colors.push_back(text);
+    return RecordingPrompter::AskColor(text, initial);
+  }
+};
 
 }  // namespace quorvex
