@@ -14,11 +14,11 @@
 #include "app/Preferences.h"
 #include "app/RecentFiles.h"
 #include "app/Tips.h"
-#include "app/ui/ColorButton.h"
 #include "app/ui/PreferenceDialog.h"
 #include "app/ui/frmGenPref.h"
 #include "app/ui/frmTip.h"
 #include "core/Version.h"
+#include "core/ui/ColorButton.h"
 #include "results/SolvedProject.h"
 
 namespace quorvex {

@@ -11,7 +11,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 
-#include "app/ui/ColorButton.h"
+#include "core/ui/ColorButton.h"
 
 namespace quorvex {
 namespace {

@@ -9,7 +9,7 @@
 #include <QListWidget>
 #include <QTabWidget>
 
-#include "app/ui/ColorButton.h"
+#include "core/ui/ColorButton.h"
 
 namespace quorvex {
 

@@ -1,4 +1,4 @@
-#include "app/ui/ColorButton.h"
+#include "core/ui/ColorButton.h"
 
 #include <QColorDialog>
 #include <QPainter>
