@@ -43,10 +43,9 @@ std::string InForce(const Preference& row, const std::string& stored) {
 
 std::string WhyMalformed(const Preference& row, const std::string& entry, const LocaleText& locale) {
   const std::string name = '\'' + NameOf(row) + '\'';
-  if (row.Kind == PreferenceKind::Pattern) {
-    const bool formats = entry.find_first_of("0#") != std::string::npos || EqualNoCase(Trim(entry), "general");
-    return formats ? "" : "Please enter a valid format string for " + name + ", such as 0.00 or General.";
-  }
+  if (row.Kind == PreferenceKind::Pattern)
+    return IsNumberPattern(entry) ? ""
+                                  : "Please enter a valid format string for " + name + ", such as 0.00 or General.";
   if (row.Kind == PreferenceKind::File) {
     std::error_code error;
     if (Trim(entry).empty() || std::filesystem::is_regular_file(Trim(entry), error)) return "";

@@ -152,6 +152,10 @@ std::string ShortestNumber(float value) {
   return ToCapitals(value);
 }
 
+bool IsNumberPattern(std::string_view pattern) {
+  return std::any_of(pattern.begin(), pattern.end(), IsPlace) || EqualNoCase(Trim(pattern), "general");
+}
+
 std::string FormatNumber(double value, std::string_view pattern) {
   const NumberPattern parsed = ParsePattern(pattern);
   if (!parsed.HasDigits() || !std::isfinite(value)) return GeneralNumber(value);

@@ -27,6 +27,9 @@ std::string ShortestNumber(float value);
 // rounds to zero has no sign. With a decimal point.
 std::string FormatNumber(double value, std::string_view pattern);
 
+// Whether a pattern has digits or says "General"; any other does nothing that its writer can have meant.
+bool IsNumberPattern(std::string_view pattern);
+
 // A text is numeric when the whole of it, trimmed, is an optional sign, digits with at most one decimal separator, and
 // an optional exponent. The value, 0 where it is too small for a double; nothing where the text is not numeric or its
 // value too large.

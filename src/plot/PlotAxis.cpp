@@ -1,8 +1,19 @@
 #include "plot/PlotAxis.h"
 
-#include "core/FontSettings.h"
+#include "plot/PlotDefaults.h"
 
 namespace quorvex {
+namespace {
+
+template <typename Io, typename Axis>
+void ListDefaults(const Io& io, Axis& axis, const std::string& prefix, const std::string& suffix) {
+  io.Font(prefix + "axistitle", suffix, axis.AxisTitleFont, axis.AxisTitleColor);
+  io.Font(prefix + "axisnumber", suffix, axis.AxisNumberFont, axis.AxisNumberColor);
+  io(prefix + "labelstring" + suffix, axis.LabelString);
+  io(prefix + "logscale" + suffix, axis.LogScale);
+}
+
+}  // namespace
 
 void PlotAxis::Take(const AxisLimits& limits) {
   Min = limits.Min;
@@ -14,10 +25,11 @@ void PlotAxis::Take(const AxisLimits& limits) {
 
 void PlotAxis::Read(const Settings& settings, const std::string& prefix, const std::string& suffix) {
   AxisNumberFont.Size = 8;
-  ReadFontParts(settings, prefix + "axistitle", suffix, AxisTitleFont, AxisTitleColor);
-  ReadFontParts(settings, prefix + "axisnumber", suffix, AxisNumberFont, AxisNumberColor);
-  LabelString = settings.Text(prefix + "labelstring" + suffix);
-  LogScale = settings.Flag(prefix + "logscale" + suffix);
+  ListDefaults(ReadDefaults(settings), *this, prefix, suffix);
+}
+
+void PlotAxis::Store(Settings& settings, const std::string& prefix, const std::string& suffix) const {
+  ListDefaults(KeepDefaults(settings), *this, prefix, suffix);
 }
 
 }  // namespace quorvex

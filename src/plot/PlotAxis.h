@@ -29,6 +29,7 @@ struct PlotAxis {
 
   // What the settings have for a new plot's axis: `prefix` is "x", "y" or "z", `suffix` "3d" in three dimensions.
   void Read(const Settings& settings, const std::string& prefix, const std::string& suffix = "");
+  void Store(Settings& settings, const std::string& prefix, const std::string& suffix = "") const;
 
   // Where the major division `i` ends, from 1, as a fraction of the axis.
   double Major(int i) const { return i / static_cast<double>(NumMajorTicks); }

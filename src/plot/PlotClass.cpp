@@ -1,19 +1,34 @@
 #include "plot/PlotClass.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "plot/FrameModes.h"
+#include "plot/PlotDefaults.h"
 
 namespace quorvex {
+namespace {
+
+template <typename Io, typename Plot>
+void ListDefaults(const Io& io, Plot& plot) {
+  io("swapaxis", plot.SwapAxis);
+  io("pointsperplot", plot.PointsPerPlot, 3, 5000);
+  io("extrapolate2d", plot.Extrapolate);
+  io("make2dsquare", plot.Make2DSquare);
+}
+
+}  // namespace
 
 PlotClass::PlotClass(const Settings& settings, const LocaleText& locale) : PlotPage(settings, locale) {
   X.Read(settings, "x");
   Y.Read(settings, "y");
-  SwapAxis = settings.Flag("swapaxis");
-  PointsPerPlot = static_cast<std::int16_t>(std::clamp(settings.Integer("pointsperplot"), 3, 5000));
-  Extrapolate = settings.Flag("extrapolate2d");
-  Make2DSquare = settings.Flag("make2dsquare");
+  ListDefaults(ReadDefaults(settings), *this);
+}
+
+void PlotClass::StoreDefaults(Settings& settings) const {
+  PlotPage::StoreDefaults(settings);
+  X.Store(settings, "x");
+  Y.Store(settings, "y");
+  ListDefaults(KeepDefaults(settings), *this);
 }
 
 std::unique_ptr<PlotModes> PlotClass::MakeModes(PlotHost& host, Prompter& prompter) {

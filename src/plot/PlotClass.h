@@ -32,6 +32,9 @@ class PlotClass final : public PlotPage {
   std::vector<PlotAxis*> Axes() override { return {&X, &Y}; }
   std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) override;
   std::span<const PlotSwitch> Switches() const override;
+  std::vector<FieldPage> Fields() override;
+  std::vector<PlotField> SeriesFields(PlotSeries& series) const override;
+  void StoreDefaults(Settings& settings) const override;
 
   // The displayed curve point next to a place of the picture shown, at most `tolerance` units away in each direction.
   std::optional<CurveHit> CurveIsClose(double x, double y, double tolerance) const;

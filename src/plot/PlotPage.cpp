@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "core/FontSettings.h"
 #include "core/NumericFault.h"
 #include "plot/AxisLabels.h"
 #include "plot/PlotBoxes.h"
+#include "plot/PlotDefaults.h"
 
 namespace quorvex {
 namespace {
@@ -21,23 +21,33 @@ void RoundToDecades(PlotAxis& axis, double dataMin, double dataMax) {
   axis.NumMinorTicks = 10;
 }
 
+template <typename Io, typename Page>
+void ListDefaults(const Io& io, Page& page) {
+  io.Font("plottitle", "", page.PlotTitleFont, page.PlotTitleColor);
+  io.Font("plotlegend", "", page.PlotLegendFont, page.PlotLegendColor);
+  io.Font("footnote", "", page.FootNoteFont, page.FootNoteColor);
+  io("tickpencolor", page.TickPenColor);
+  io("tickpenwidth", page.TickPenWidthMajor);
+  io("tickpenwidthminor", page.TickPenWidthMinor);
+  io("tickpenlength", page.TickPenLength);
+  io("plotatfittedonly", page.PlotAtFittedOnly);
+}
+
 }  // namespace
 
 PlotPage::PlotPage(const Settings& settings, const LocaleText& locale) : Locale(locale) {
   PlotTitleFont.Size = 12;
   PlotLegendFont.Size = FootNoteFont.Size = 8;
-  ReadFontParts(settings, "plottitle", "", PlotTitleFont, PlotTitleColor);
-  ReadFontParts(settings, "plotlegend", "", PlotLegendFont, PlotLegendColor);
-  ReadFontParts(settings, "footnote", "", FootNoteFont, FootNoteColor);
+  ListDefaults(ReadDefaults(settings), *this);
   // Paper where nobody has chosen: the key's default text would be black, and so are lines and letters.
   PlotBackgroundColor = settings.Has("plotbackgroundcolor") ? settings.Integer("plotbackgroundcolor") : kWhite;
   Legend.Show = true;
   Legend.AreaColor = FootNote.AreaColor = PlotBackgroundColor;
-  TickPenColor = settings.Integer("tickpencolor");
-  TickPenWidthMajor = settings.Integer("tickpenwidth");
-  TickPenWidthMinor = settings.Integer("tickpenwidthminor");
-  TickPenLength = static_cast<float>(settings.Number("tickpenlength"));
-  PlotAtFittedOnly = settings.Flag("plotatfittedonly");
+}
+
+void PlotPage::StoreDefaults(Settings& settings) const {
+  ListDefaults(KeepDefaults(settings), *this);
+  settings.SetNumber("plotbackgroundcolor", PlotBackgroundColor);
 }
 
 std::vector<const PlotAxis*> PlotPage::Axes() const {

@@ -18,6 +18,8 @@ namespace quorvex {
 
 class PlotHost;
 class PlotModes;
+struct FieldPage;
+struct PlotField;
 struct PlotSwitch;
 
 // The box of a legend or a footnote: LegendTop is Legend.Top, FootNoteTop is FootNote.Top, and so on.
@@ -132,6 +134,13 @@ class PlotPage {
 
   // What the user turns on and off in it.
   virtual std::span<const PlotSwitch> Switches() const = 0;
+
+  // What they set in its properties, page by page, and of one of its series.
+  virtual std::vector<FieldPage> Fields() = 0;
+  virtual std::vector<PlotField> SeriesFields(PlotSeries& series) const = 0;
+
+  // Keeps in the settings what new plots begin with, as this one has it.
+  virtual void StoreDefaults(Settings& settings) const;
 
   // From where it is seen; nothing in two dimensions, where it cannot be turned.
   virtual std::optional<ViewAngles> Angles() const { return std::nullopt; }

@@ -29,22 +29,24 @@ constexpr PlotSwitch kSwitches[] = {
     kErrorBarSwitch,
 };
 
-bool HasBars(const PlotSeries& series) { return !series.CopyMaXMinErrorDataTo().Max.empty(); }
-
 }  // namespace
 
 std::span<const PlotSwitch> PlotClass::Switches() const { return kSwitches; }
 
-bool HasErrorBars(const PlotPage& page) { return std::ranges::any_of(page.PlotData, HasBars); }
+bool HasErrorBars(const PlotSeries& series) { return !series.CopyMaXMinErrorDataTo().Max.empty(); }
+
+bool HasErrorBars(const PlotPage& page) {
+  return std::ranges::any_of(page.PlotData, [](const PlotSeries& series) { return HasErrorBars(series); });
+}
 
 bool ShowsErrorBars(const PlotPage& page) {
-  return std::ranges::any_of(page.PlotData,
-                             [](const PlotSeries& series) { return HasBars(series) && series.Style().ShowErrorBars; });
+  return std::ranges::any_of(
+      page.PlotData, [](const PlotSeries& series) { return HasErrorBars(series) && series.Style().ShowErrorBars; });
 }
 
 void ShowErrorBars(PlotPage& page, bool on, Prompter&) {
   for (PlotSeries& series : page.PlotData)
-    if (HasBars(series)) series.Style().ShowErrorBars = on;
+    if (HasErrorBars(series)) series.Style().ShowErrorBars = on;
 }
 
 }  // namespace quorvex

@@ -45,10 +45,11 @@ inline constexpr PlotSwitch kLegendSwitch =
     MemberSwitch<PlotPage, &PlotPage::Legend, &PlotBox::Show>("ShowLegend", "&Legend");
 
 // Of the error bars of data, where there are any.
+bool HasErrorBars(const PlotSeries& series);
 bool HasErrorBars(const PlotPage& page);
 bool ShowsErrorBars(const PlotPage& page);
 void ShowErrorBars(PlotPage& page, bool on, Prompter& prompter);
 inline constexpr PlotSwitch kErrorBarSwitch = {"ShowErrorBars", "&Error Bars", ShowsErrorBars, ShowErrorBars,
-                                               HasErrorBars};
+                                               static_cast<bool (*)(const PlotPage&)>(HasErrorBars)};
 
 }  // namespace quorvex

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plot/PlotDefaults.h"
 #include "plot3d/BoxModes.h"
 #include "plot3d/DrawBox.h"
 #include "plot3d/DrawPoints.h"
@@ -19,8 +20,18 @@ constexpr const char* kNoLogScale =
     "An error occurred because a portion of the predicted curve crosses the zero axis, and cannot be plotted on log "
     "scale";
 
-std::int16_t Between(std::int32_t value, std::int32_t least, std::int32_t most) {
-  return static_cast<std::int16_t>(std::clamp(value, least, most));
+template <typename Io, typename Plot>
+void ListDefaults(const Io& io, Plot& plot) {
+  io("extrapolate3d", plot.Extrapolate);
+  io("make3dsquare", plot.Make3DSquare);
+  io("shade3dmeshbyvalue", plot.ShadeMeshByValue);
+  io("mesh3dcolorscheme", plot.MeshColorScheme, 0, kMeshSchemes - 1);
+  io("display3dcontourlines", plot.DisplayContourLines);
+  io("mesh3dcontourcount", plot.MeshContourDensity, 2, 50);
+  io("useaxisscale", plot.UseAxisScale);
+  io("mesh3dcontourcolor", plot.ContourPenColor);
+  io("mesh3dcontourwidth", plot.ContourPenWidth, 1, 10);
+  io("mesh3dcontourstyle", plot.ContourPenStyle, 0, 4);
 }
 
 }  // namespace
@@ -33,18 +44,17 @@ PlotClass3D::PlotClass3D(const Settings& settings, const LocaleText& locale) : P
   Y.AxisTitle = "X2";
   Z.AxisTitle = "Y";
   for (BoxAxis* axis : {&X, &Y, &Z}) axis->TickColor = TickPenColor;
-  Extrapolate = settings.Flag("extrapolate3d");
-  ShadeMeshByValue = settings.Flag("shade3dmeshbyvalue");
-  MeshColorScheme = Between(settings.Integer("mesh3dcolorscheme"), 0, kMeshSchemes - 1);
-  DisplayContourLines = settings.Flag("display3dcontourlines");
-  MeshContourDensity = Between(settings.Integer("mesh3dcontourcount"), 2, 50);
-  UseAxisScale = settings.Flag("useaxisscale");
-  ContourPenColor = settings.Integer("mesh3dcontourcolor");
-  ContourPenWidth = Between(settings.Integer("mesh3dcontourwidth"), 1, 10);
-  ContourPenStyle = Between(settings.Integer("mesh3dcontourstyle"), 0, 4);
-  Make3DSquare = settings.Flag("make3dsquare");
+  ListDefaults(ReadDefaults(settings), *this);
   BoxXY.Color = BoxYZ.Color = BoxXZ.Color = kLightGrey;
   UpdateViewAngle(kFirstXYAngle, kFirstZAngle);
+}
+
+void PlotClass3D::StoreDefaults(Settings& settings) const {
+  PlotPage::StoreDefaults(settings);
+  X.Store(settings, "x", "3d");
+  Y.Store(settings, "y", "3d");
+  Z.Store(settings, "z", "3d");
+  ListDefaults(KeepDefaults(settings), *this);
 }
 
 void PlotClass3D::UpdateViewAngle(double xyAngleDegrees, double zAngleDegrees) {
