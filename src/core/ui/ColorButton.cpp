@@ -32,6 +32,7 @@ void ColorButton::SetColor(std::int32_t color) {
   setIconSize({2 * side, side});
   setIcon(swatch);
   setText(shown.name());
+  setAccessibleDescription(shown.name());
 }
 
 void ColorButton::Choose() {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QIcon>
+
+class QWidget;
+
+namespace quorvex {
+
+// What a line style or a marker looks like in a plot, in the colour of a control's text.
+inline constexpr int kLineSampleWidth = 72, kMarkerSampleWidth = 18, kSampleHeight = 18;
+QIcon LineSample(int style, const QWidget& control);
+QIcon MarkerSample(int style, const QWidget& control);
+
+}  // namespace quorvex
