@@ -9,21 +9,21 @@ namespace quorvex {
 namespace {
 
 template <typename Plot>
-PlotField<Plot> Whole() {
-  return PlotField<Plot>([](PlotPage& plot) { return std::vector<Plot*>{&static_cast<Plot&>(plot)}; });
+TemplateField<Plot> Whole() {
+  return TemplateField<Plot>([](PlotPage& plot) { return std::vector<Plot*>{&static_cast<Plot&>(plot)}; });
 }
 
 // The n-th series, from 1.
-PlotField<SeriesStyle> Series(std::size_t n) {
-  return PlotField<SeriesStyle>([n](PlotPage& plot) {
+TemplateField<SeriesStyle> Series(std::size_t n) {
+  return TemplateField<SeriesStyle>([n](PlotPage& plot) {
     std::vector<SeriesStyle*> styles;
     if (n <= plot.PlotData.size()) styles.push_back(&plot.PlotData[n - 1].Style());
     return styles;
   });
 }
 
-PlotField<SeriesStyle> Surfaces() {
-  return PlotField<SeriesStyle>([](PlotPage& plot) {
+TemplateField<SeriesStyle> Surfaces() {
+  return TemplateField<SeriesStyle>([](PlotPage& plot) {
     std::vector<SeriesStyle*> styles;
     for (PlotSeries& series : plot.PlotData)
       if (series.Model() != nullptr) styles.push_back(&series.Style());
@@ -33,8 +33,8 @@ PlotField<SeriesStyle> Surfaces() {
 
 // What both kinds of plot have in common. `key` is what the keys begin with and `words` what their prompts say of it.
 
-void ListFont(TemplateKeyList& list, const std::string& key, const std::string& words, const PlotField<PlotFont>& font,
-              const PlotField<std::int32_t>& color) {
+void ListFont(TemplateKeyList& list, const std::string& key, const std::string& words,
+              const TemplateField<PlotFont>& font, const TemplateField<std::int32_t>& color) {
   list.Text(key + "_font_name", "the " + words + " font name", font[&PlotFont::Name]);
   list.Boolean(key + "_font_bold", "Make the " + words + " font bold", font[&PlotFont::Bold]);
   list.Boolean(key + "_font_italic", "Make the " + words + " font italic", font[&PlotFont::Italic]);
@@ -44,14 +44,14 @@ void ListFont(TemplateKeyList& list, const std::string& key, const std::string& 
 
 template <typename Axis>
 void ListAxisTitle(TemplateKeyList& list, const std::string& key, const std::string& name,
-                   const PlotField<Axis>& axis) {
+                   const TemplateField<Axis>& axis) {
   list.Group(name + " Axis");
   ListFont(list, key + "_axis_title", name + " axis title", axis[&Axis::AxisTitleFont], axis[&Axis::AxisTitleColor]);
   list.Text(key + "_axis_title_text", "the " + name + " axis title", axis[&Axis::AxisTitle]);
 }
 
 void ListPlotTitle(TemplateKeyList& list) {
-  const PlotField<PlotPage> plot = Whole<PlotPage>();
+  const TemplateField<PlotPage> plot = Whole<PlotPage>();
   list.Group("Plot Title");
   ListFont(list, "plot_title", "plot title", plot[&PlotPage::PlotTitleFont], plot[&PlotPage::PlotTitleColor]);
   list.Text("plot_title_text", "the plot title", plot[&PlotPage::PlotTitle]);
@@ -59,7 +59,7 @@ void ListPlotTitle(TemplateKeyList& list) {
 
 template <typename Axis>
 void ListAxisScale(TemplateKeyList& list, const std::string& key, const std::string& name,
-                   const PlotField<Axis>& axis) {
+                   const TemplateField<Axis>& axis) {
   list.Group(name + " Axis");
   list.Number(key + "_axis_scale_min", "the " + name + " axis minimum", axis[&Axis::Min]);
   list.Number(key + "_axis_scale_max", "the " + name + " axis maximum", axis[&Axis::Max]);
@@ -72,14 +72,14 @@ void ListAxisScale(TemplateKeyList& list, const std::string& key, const std::str
 
 template <typename Axis>
 void ListAxisNumbers(TemplateKeyList& list, const std::string& key, const std::string& name,
-                     const PlotField<Axis>& axis) {
+                     const TemplateField<Axis>& axis) {
   ListFont(list, key + "_axis_number", name + " axis number", axis[&Axis::AxisNumberFont],
            axis[&Axis::AxisNumberColor]);
   list.Text(key + "_axis_format_string", "the " + name + " axis number format", axis[&Axis::LabelString]);
 }
 
 void ListBoxLook(TemplateKeyList& list, const std::string& key, PlotBox PlotPage::*box, std::string borderTwin = "") {
-  const PlotField<PlotBox> field = Whole<PlotPage>()[box];
+  const TemplateField<PlotBox> field = Whole<PlotPage>()[box];
   list.Boolean(key + "_shadow_display", "Display the " + key + " shadow", field[&PlotBox::ShowShadow]);
   list.Number(key + "_border_type", "the " + key + " border type", field[&PlotBox::BorderType], 0, 1);
   list.Twin(std::move(borderTwin));
@@ -95,7 +95,7 @@ void ListBoxPlace(TemplateKeyList& list, const std::string& key, PlotBox PlotPag
 }
 
 void ListLegend(TemplateKeyList& list) {
-  const PlotField<PlotPage> plot = Whole<PlotPage>();
+  const TemplateField<PlotPage> plot = Whole<PlotPage>();
   list.Group("Legend");
   list.TwinPrefix("plot_");
   ListFont(list, "legend", "legend", plot[&PlotPage::PlotLegendFont], plot[&PlotPage::PlotLegendColor]);
@@ -108,7 +108,7 @@ void ListLegend(TemplateKeyList& list) {
 }
 
 void ListFootNote(TemplateKeyList& list) {
-  const PlotField<PlotPage> plot = Whole<PlotPage>();
+  const TemplateField<PlotPage> plot = Whole<PlotPage>();
   list.Group("Footnote");
   ListFont(list, "footnote", "footnote", plot[&PlotPage::FootNoteFont], plot[&PlotPage::FootNoteColor]);
   list.Number("footnote_alignment", "the footnote text alignment", plot[&PlotPage::FootNoteAlign], 0, 2);
@@ -121,7 +121,7 @@ void ListFootNote(TemplateKeyList& list) {
 void ListLines(TemplateKeyList& list, std::size_t count, bool inTwoDimensions) {
   list.Group("Lines");
   for (std::size_t n = 1; n <= count; ++n) {
-    const PlotField<SeriesStyle> style = Series(n);
+    const TemplateField<SeriesStyle> style = Series(n);
     const std::string key = "linesetting_" + std::to_string(n) + "_", line = "line " + std::to_string(n);
     list.Number(key + "line_style", "the style for " + line, style[&SeriesStyle::DrawStyle], 0, 4);
     list.Color(key + "line_color", "the color for " + line, style[&SeriesStyle::DrawColor]);
@@ -140,7 +140,7 @@ void ListLines(TemplateKeyList& list, std::size_t count, bool inTwoDimensions) {
 // Plots of two dimensions.
 
 void ListFrameScale(TemplateKeyList& list, const std::string& key, const std::string& name,
-                    const PlotField<FrameAxis>& axis) {
+                    const TemplateField<FrameAxis>& axis) {
   ListAxisScale(list, key, name, axis);
   list.Boolean(key + "_axis_major_grid", "Display the " + name + " axis major grid", axis[&FrameAxis::ShowMajorGrids]);
   list.Boolean(key + "_axis_minor_grid", "Display the " + name + " axis minor grid", axis[&FrameAxis::ShowMinorGrids]);
@@ -150,7 +150,7 @@ void ListFrameScale(TemplateKeyList& list, const std::string& key, const std::st
 }
 
 std::vector<TemplateKey> Keys2D() {
-  const PlotField<PlotClass> plot = Whole<PlotClass>();
+  const TemplateField<PlotClass> plot = Whole<PlotClass>();
   TemplateKeyList list;
   list.Group("General");
   list.Color("plot_background_color", "the plot background color", plot[&PlotClass::PlotBackgroundColor]);
@@ -182,7 +182,7 @@ std::vector<TemplateKey> Keys2D() {
 // Plots of three dimensions, whose X, Y and Z the user knows as X1, X2 and Y.
 
 void ListPlane(TemplateKeyList& list, const std::string& key, const std::string& name,
-               const PlotField<BoxPlane>& plane) {
+               const TemplateField<BoxPlane>& plane) {
   list.Boolean(key + "_plane_shade", "Shade the " + name + " plane", plane[&BoxPlane::Shade]);
   list.Color(key + "_plane_color", "the " + name + " plane color", plane[&BoxPlane::Color]);
 }
@@ -193,7 +193,7 @@ struct BoxAxisWords {
   std::array<std::string, 2> OtherKeys, OtherNames;
 };
 
-void ListBoxScale(TemplateKeyList& list, const BoxAxisWords& words, const PlotField<BoxAxis>& axis) {
+void ListBoxScale(TemplateKeyList& list, const BoxAxisWords& words, const TemplateField<BoxAxis>& axis) {
   using Grids = BoxAxis::PlaneGrids;
   ListAxisScale(list, words.Key, words.Name, axis);
   const auto grid = [&](const std::string& which, std::size_t other, bool Grids::*shown) {
@@ -211,8 +211,8 @@ void ListBoxScale(TemplateKeyList& list, const BoxAxisWords& words, const PlotFi
   ListAxisNumbers(list, words.Key, words.Name, axis);
 }
 
-void ListSurface(TemplateKeyList& list, const PlotField<PlotClass3D>& plot) {
-  const PlotField<SeriesStyle> style = Surfaces();
+void ListSurface(TemplateKeyList& list, const TemplateField<PlotClass3D>& plot) {
+  const TemplateField<SeriesStyle> style = Surfaces();
   list.Group("Surface");
   list.Boolean("surface_mesh_shade", "Shade the curved surface", style[&SeriesStyle::ShadeMesh]);
   list.Boolean("surface_mesh_byvalue_shade", "Shade the curved surface by value", plot[&PlotClass3D::ShadeMeshByValue]);
@@ -236,7 +236,7 @@ void ListSurface(TemplateKeyList& list, const PlotField<PlotClass3D>& plot) {
 }
 
 std::vector<TemplateKey> Keys3D() {
-  const PlotField<PlotClass3D> plot = Whole<PlotClass3D>();
+  const TemplateField<PlotClass3D> plot = Whole<PlotClass3D>();
   TemplateKeyList list;
   list.Group("Box");
   ListPlane(list, "x1_x2", "X1-X2", plot[&PlotClass3D::BoxXY]);

@@ -89,20 +89,20 @@ std::string TemplateKeyList::RangeText(std::optional<double> least, std::optiona
   return least && most ? " (" + GeneralNumber(*least) + " - " + GeneralNumber(*most) + ")" : "";
 }
 
-void TemplateKeyList::Color(std::string key, const std::string& words, const PlotField<std::int32_t>& field) {
+void TemplateKeyList::Color(std::string key, const std::string& words, const TemplateField<std::int32_t>& field) {
   AddField<std::int32_t>(
       std::move(key), TemplateKind::Color, "Enter " + words + " (R,G,B):", field, ColorToText,
       [](std::int32_t& color, std::string_view value) { color = TextToColor(value).value_or(color); });
 }
 
-void TemplateKeyList::Text(std::string key, const std::string& words, const PlotField<std::string>& field) {
+void TemplateKeyList::Text(std::string key, const std::string& words, const TemplateField<std::string>& field) {
   AddField<std::string>(std::move(key), TemplateKind::Text, "Enter " + words + ":", field, IfNotTooLong,
                         [](std::string& text, std::string_view value) {
                           if (value.size() <= kMostText) text = value;
                         });
 }
 
-void TemplateKeyList::Lines(std::string key, const std::string& words, const PlotField<std::string>& field) {
+void TemplateKeyList::Lines(std::string key, const std::string& words, const TemplateField<std::string>& field) {
   AddField<std::string>(
       std::move(key), TemplateKind::Text, "Enter " + words + ":", field,
       [](const std::string& text) { return IfNotTooLong(WithoutLineEnds(text)); },

@@ -35,13 +35,14 @@ struct TemplateKey {
   std::function<std::optional<std::string>(PlotPage&)> Offered = nullptr;
 };
 
-// A field of a plot, by way of the plot: PlotField<PlotClass> is the whole of one, and [&PlotClass::X][&PlotAxis::Min]
-// a field of its X axis. It may stand for none, as of a series that a plot does not have, or for the same of several.
+// A field of a plot, by way of the plot: TemplateField<PlotClass> is the whole of one, and
+// [&PlotClass::X][&PlotAxis::Min] a field of its X axis. It may stand for none, as of a series that a plot does not
+// have, or for the same of several.
 template <typename T>
-class PlotField {
+class TemplateField {
  public:
   using Find = std::function<std::vector<T*>(PlotPage&)>;
-  explicit PlotField(Find find) : find_(std::move(find)) {}
+  explicit TemplateField(Find find) : find_(std::move(find)) {}
 
   std::vector<T*> In(PlotPage& plot) const { return find_(plot); }
 
@@ -49,7 +50,7 @@ class PlotField {
   template <typename Part>
   auto operator[](Part part) const {
     using Member = std::remove_reference_t<std::invoke_result_t<Part, T&>>;
-    return PlotField<Member>([find = find_, part](PlotPage& plot) {
+    return TemplateField<Member>([find = find_, part](PlotPage& plot) {
       std::vector<Member*> members;
       for (T* whole : find(plot)) members.push_back(&std::invoke(part, *whole));
       return members;
@@ -100,16 +101,16 @@ class TemplateKeyList {
 
   // T is a 16-bit or 32-bit integer, or a 32-bit or 64-bit real.
   template <typename T>
-  void Number(std::string key, const std::string& words, const PlotField<T>& field, std::optional<double> least = {},
-              std::optional<double> most = {});
+  void Number(std::string key, const std::string& words, const TemplateField<T>& field,
+              std::optional<double> least = {}, std::optional<double> most = {});
   // T is bool, or the integer that stands for one.
   template <typename T>
-  void Boolean(std::string key, const std::string& words, const PlotField<T>& field);
-  void Color(std::string key, const std::string& words, const PlotField<std::int32_t>& field);
+  void Boolean(std::string key, const std::string& words, const TemplateField<T>& field);
+  void Color(std::string key, const std::string& words, const TemplateField<std::int32_t>& field);
   // A text of one line.
-  void Text(std::string key, const std::string& words, const PlotField<std::string>& field);
+  void Text(std::string key, const std::string& words, const TemplateField<std::string>& field);
   // One of several, whose ends are written as "\n" and backslashes as "\\".
-  void Lines(std::string key, const std::string& words, const PlotField<std::string>& field);
+  void Lines(std::string key, const std::string& words, const TemplateField<std::string>& field);
   // A box's place, in percent of the plot's size.
   void Percent(std::string key, const std::string& words, PlotBox PlotPage::*box, float PlotBox::*place,
                std::int32_t PlotPage::*size);
@@ -120,7 +121,7 @@ class TemplateKeyList {
  private:
   TemplateKey& Add(std::string key, TemplateKind kind, std::string prompt);
   template <typename T>
-  TemplateKey& AddField(std::string key, TemplateKind kind, std::string prompt, const PlotField<T>& field,
+  TemplateKey& AddField(std::string key, TemplateKind kind, std::string prompt, const TemplateField<T>& field,
                         std::function<std::optional<std::string>(const T&)> text,
                         std::function<void(T&, std::string_view)> set);
   static std::string RangeText(std::optional<double> least, std::optional<double> most);
@@ -131,7 +132,7 @@ class TemplateKeyList {
 
 template <typename T>
 TemplateKey& TemplateKeyList::AddField(std::string key, TemplateKind kind, std::string prompt,
-                                       const PlotField<T>& field,
+                                       const TemplateField<T>& field,
                                        std::function<std::optional<std::string>(const T&)> text,
                                        std::function<void(T&, std::string_view)> set) {
   TemplateKey& added = Add(std::move(key), kind, std::move(prompt));
@@ -146,7 +147,7 @@ TemplateKey& TemplateKeyList::AddField(std::string key, TemplateKind kind, std::
 }
 
 template <typename T>
-void TemplateKeyList::Number(std::string key, const std::string& words, const PlotField<T>& field,
+void TemplateKeyList::Number(std::string key, const std::string& words, const TemplateField<T>& field,
                              std::optional<double> least, std::optional<double> most) {
   const auto text = [](const T& number) {
     if constexpr (std::is_integral_v<T>)
@@ -164,7 +165,7 @@ void TemplateKeyList::Number(std::string key, const std::string& words, const Pl
 }
 
 template <typename T>
-void TemplateKeyList::Boolean(std::string key, const std::string& words, const PlotField<T>& field) {
+void TemplateKeyList::Boolean(std::string key, const std::string& words, const TemplateField<T>& field) {
   const auto text = [](const T& flag) { return std::string(flag ? "true" : "false"); };
   const auto set = [](T& flag, std::string_view value) { flag = ParseTemplateBoolean(value); };
   AddField<T>(std::move(key), TemplateKind::Boolean, words + "? (true or false):", field, text, set);
