@@ -38,6 +38,10 @@ class RecordingPrompter : public Prompter {
     Said.push_back("save: " + title + "|" + filter + "|" + extension + (name.empty() ? "" : "|" + name));
     return File;
   }
+  std::optional<std::string> ChooseFileToOpen(const std::string& title, const std::string& filter) override {
+    Said.push_back("open: " + title + "|" + filter);
+    return File;
+  }
 };
 
 }  // namespace quorvex

@@ -18,7 +18,7 @@
 #include "DarkPalette.h"
 #include "SurfacePictures.h"
 #include "core/ui/MessageBoxPrompter.h"
-#include "plot/ui/PlotWindow.h"
+#include "files/ui/Dataplot.h"
 #include "plot/ui/QtSurface.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
@@ -264,10 +264,10 @@ bool TakePlots(const QString& folder, Prompter& prompter) {
 
 // The window while the coordinates of a point are read.
 bool TakeWindow(const QString& folder, const QString& suffix, Prompter& prompter) {
-  const Settings settings;
+  Settings settings;
   PlotClass plot = Boxes();
   if (!plot.CreateGraph({}, prompter)) return false;
-  PlotWindow window(std::make_unique<PlotClass>(std::move(plot)), prompter, settings);
+  Dataplot window(PlotDocument(std::make_unique<PlotClass>(std::move(plot)), settings, prompter));
   window.resize(640, 480);
   window.show();
   QApplication::processEvents();
@@ -289,7 +289,7 @@ bool TakeSolutions(const QString& folder, const QString& suffix, Prompter& promp
                                   {0.390625, 0.2397273, 0.02628268},    {0.78125, 0.4067727, 0.02755243},
                                   {1.5625, 0.6663182, 0.03057604},      {3.125, 1.037727, 0.03789985},
                                   {6.25, 1.428591, 0.06917036},         {12.5, 1.769864, 0.08462258}};
-  const Settings settings;
+  Settings settings;
   Project project = NewProject(1, true, {});
   for (std::size_t row = 0; const auto& point : kAssay) {
     ++row;
@@ -312,7 +312,7 @@ bool TakeSolutions(const QString& folder, const QString& suffix, Prompter& promp
   Result<PlotClass> plot = SolutionsPlot(SolvedItems(project, kSortByRSS), data, points->Titles[0], points->Titles[1],
                                          settings, project.Locale, left);
   if (!plot || !plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter)) return false;
-  PlotWindow window(std::make_unique<PlotClass>(std::move(*plot)), prompter, settings);
+  Dataplot window(PlotDocument(std::make_unique<PlotClass>(std::move(*plot)), settings, prompter));
   window.resize(760, 520);
   window.show();
   QApplication::processEvents();

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "engine/MvClass.h"
-#include "plot/ui/PlotWindow.h"
+#include "files/ui/Dataplot.h"
 #include "plot/ui/QtSurface.h"
 #include "plot3d/PlotClass3D.h"
 
@@ -170,11 +170,11 @@ bool TakeSurfaces(const QString& folder, Prompter& prompter) {
 }
 
 bool TakeSurfaceWindow(const QString& folder, const QString& suffix, Prompter& prompter) {
-  const Settings settings;
+  Settings settings;
   PlotClass3D plot = HillPlot();
   plot.ShadeMeshByValue = true;
   if (!plot.CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter)) return false;
-  PlotWindow window(std::make_unique<PlotClass3D>(std::move(plot)), prompter, settings);
+  Dataplot window(PlotDocument(std::make_unique<PlotClass3D>(std::move(plot)), settings, prompter));
   window.resize(700, 560);
   window.show();
   QApplication::processEvents();

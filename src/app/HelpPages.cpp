@@ -42,7 +42,7 @@ constexpr HelpPage kRows[] = {
     {"frmExcelRef", "models.html#export"},
     {"frmResults", "results.html"},
     {"TableFormat", "results.html#commands"},
-    {"PlotWindow", "plots.html"},
+    {"Dataplot", "plots.html"},
     {"PSetup", "plots.html#paper"},
     {"frmMacro", "macros.html"},
     {"frmViewMacro", "macros.html#view"},

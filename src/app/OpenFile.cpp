@@ -22,10 +22,7 @@ OpenAs HowToOpen(const std::string& fileName, NamedBy by, Prompter& user) {
     user.Refuse("Could not obtain file description for '" + fileName + "'.");
     return OpenAs::Unknown;
   }
-  if (type->Kind == "plot") {
-    user.Refuse("'" + fileName + "' is a Quorvex Plot file. This version does not open plots.");
-    return OpenAs::Nothing;
-  }
+  if (type->Kind == "plot") return OpenAs::Plot;
   if (type->Kind == "regression") return OpenAs::Project;
   if (by == NamedBy::CommandLine)
     user.Refuse("The command line argument file name '" + fileName +

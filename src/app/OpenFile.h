@@ -12,8 +12,8 @@ enum class NamedBy { User, CommandLine };
 // How the desktop opens it.
 enum class OpenAs {
   Unknown,  // it could not be told what it is
-  Nothing,  // it is known, and can't be opened
   Project,
+  Plot,
   Data,  // to be imported
 };
 

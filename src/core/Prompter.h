@@ -36,6 +36,9 @@ class Prompter {
   virtual std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
                                                       const std::string& extension, const std::string& name = {}) = 0;
 
+  // The name of a file to read, nothing when the user cancels. The filter as above.
+  virtual std::optional<std::string> ChooseFileToOpen(const std::string& title, const std::string& filter) = 0;
+
   // Does what may take long; a window shows `text` and how far the work is, and lets the user cancel it. False where
   // they did: the work may then go on by itself for a while, so everything that it touches must be its own.
   virtual bool Wait(const std::string& /*text*/, const std::function<void(const LongWork&)>& work) {

@@ -6,7 +6,7 @@
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
-#include "plot/ui/PlotWindow.h"
+#include "files/ui/Dataplot.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 
@@ -15,18 +15,9 @@ namespace {
 
 void Open(quorvexWindow& window, Result<std::unique_ptr<PlotPage>> plot) {
   if (!plot) return window.User().Refuse(plot.error());
-  if (!(*plot)->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, window.User())) return;
-  constexpr const char* kOpened = "plots";  // so far, of this project
-  const int number = window.property(kOpened).toInt() + 1;
-  window.setProperty(kOpened, number);
-  auto* shown = new PlotWindow(std::move(*plot), window.User(), window.Preferences(), &window);
-  shown->setAttribute(Qt::WA_DeleteOnClose);
-  shown->setWindowTitle(QString("Plot %1 - %2")
-                            .arg(number)
-                            .arg(QFileInfo(QString::fromStdString(window.Document().FileName)).fileName()));
-  shown->show();
-  shown->raise();
-  shown->activateWindow();
+  auto document = NewPlotDocument(std::move(*plot), window.Preferences(), window.User());
+  const QString project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName();
+  if (document) ShowPlot(std::move(*document), window, project);
 }
 
 void PlotData(quorvexWindow& window) {

@@ -15,6 +15,7 @@
 #include "desktop/SheetView.h"
 #include "desktop/SolvedListPanel.h"
 #include "files/FileSave.h"
+#include "files/ui/Dataplot.h"
 #include "results/ui/frmResults.h"
 #include "sheet/ColumnLayout.h"
 #include "sheet/SheetStatus.h"
@@ -225,7 +226,7 @@ void quorvexWindow::closeEvent(QCloseEvent* event) {
       frame != nullptr && frame->mdiArea() != nullptr && !project_.IsSaved())
     frame->mdiArea()->setActiveSubWindow(frame);
   const bool committed = DataGrid->CommitEntry(), wasSaved = project_.IsSaved();
-  const bool close = committed && MayClose(project_, user_);
+  const bool close = committed && MayClosePlots(*this) && MayClose(project_, user_);
   if (!wasSaved && project_.IsSaved()) emit Saved();
   ShowState();
   event->setAccepted(close);

@@ -16,6 +16,12 @@ constexpr std::string_view kNull = "null", kPrompt = "prompt";
 // Many times what a template can hold.
 constexpr std::size_t kLargestFile = 1 << 20;
 
+std::optional<std::string> ReadText(const std::string& fileName) {
+  WholeFile file;
+  if (file.Read(fileName, kLargestFile + 1) != 0 || file.Text().size() > kLargestFile) return std::nullopt;
+  return DecodeText(file.Text());
+}
+
 std::optional<std::string> AskFor(const TemplateKey& key, PlotPage& plot, Prompter& user) {
   const auto present = (key.Offered ? key.Offered : key.Value)(plot);
   if (!present) return std::nullopt;
@@ -74,13 +80,12 @@ bool ApplyPlotTemplate(PlotPage& plot, const std::string& fileName, bool promptA
     user.Refuse(format.Mismatch);
     return false;
   }
-  WholeFile file;
-  if (file.Read(fileName, kLargestFile + 1) != 0 || file.Text().size() > kLargestFile) {
+  const std::optional<std::string> text = ReadText(fileName);
+  if (text)
+    ApplyTemplateText(plot, *text, promptAllowed ? &user : nullptr);
+  else
     user.Refuse("Error applying plot template '" + fileName + "'.");
-    return false;
-  }
-  ApplyTemplateText(plot, DecodeText(file.Text()), promptAllowed ? &user : nullptr);
-  return true;
+  return text.has_value();
 }
 
 void ApplyDefaultTemplate(PlotPage& plot, Settings& settings, Prompter& user) {
@@ -113,6 +118,18 @@ int SavePlotTemplate(const PlotPage& plot, const std::string& fileName, const Te
   return SaveFile(fileName, TemplateText(plot, selection));
 }
 
+std::optional<std::string> ReadTemplateText(const std::string& fileName, Prompter& user) {
+  std::optional<std::string> text = ReadText(fileName);
+  if (!text) user.Refuse("Error reading plot template '" + fileName + "'.");
+  return text;
+}
+
+bool SaveTemplateText(const std::string& fileName, const std::string& text, Prompter& user) {
+  const bool saved = SaveFile(fileName, text) == 0;
+  if (!saved) user.Refuse("Error saving plot template to '" + fileName + "'.");
+  return saved;
+}
+
 bool UpdatePlotTemplate(const PlotPage& plot, const TemplateSelection& selection, Settings& settings, Prompter& user) {
   const PlotTemplateFormat& format = TemplateFormatOf(plot);
   if (!plot.PlotCreated) {
@@ -124,10 +141,7 @@ bool UpdatePlotTemplate(const PlotPage& plot, const TemplateSelection& selection
   const auto fileName =
       user.ChooseFileToSave("Save Template", format.Filter, format.Extension, "Template." + format.Extension);
   if (!fileName) return false;
-  if (SavePlotTemplate(plot, *fileName, selection) != 0) {
-    user.Refuse("Error saving plot template to '" + *fileName + "'.");
-    return false;
-  }
+  if (!SaveTemplateText(*fileName, TemplateText(plot, selection), user)) return false;
   if (user.Ask("Do you want to make this the default template?")) settings.Set(format.Setting, *fileName);
   return true;
 }

@@ -46,6 +46,11 @@ std::string TemplateText(const PlotPage& plot, const TemplateSelection& selectio
 // Writes it to a file. Returns 0 or the file error's number.
 int SavePlotTemplate(const PlotPage& plot, const std::string& fileName, const TemplateSelection& selection);
 
+// The text of a template, to be edited; and saved, whatever it says. Nothing or false, and refused, where the file
+// cannot be read or written.
+std::optional<std::string> ReadTemplateText(const std::string& fileName, Prompter& user);
+bool SaveTemplateText(const std::string& fileName, const std::string& text, Prompter& user);
+
 // The command of a plot's window: asks for the file and, after writing it, whether it is for new plots, too. False
 // where nothing was saved.
 bool UpdatePlotTemplate(const PlotPage& plot, const TemplateSelection& selection, Settings& settings, Prompter& user);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plot/PlotUndo.h"
+
 namespace quorvex {
 
 void BoxDrag::MouseDown(double x, double y, const DeviceRect& legend, const DeviceRect& footNote) {
@@ -16,7 +18,6 @@ bool BoxDrag::TakeHold(PlotBox& box, const DeviceRect& where, double x, double y
   start_ = where;
   GrabX = x - where.left;
   GrabY = y - where.top;
-  host_.PlotChanged();
   host_.ShowOverlay(PlotOverlay::kFloatingBox, where);
   return true;
 }
@@ -38,6 +39,7 @@ void BoxDrag::MouseMove(bool leftHeld, double x, double y) {
 void BoxDrag::DragDrop(double x, double y) {
   if (!Dragging()) return;
   const DeviceRect where = At(x, y);
+  if (where == start_) return Cancel();  // a click
   // In units of the plot's first size, so that the box keeps its place in a window of any other.
   const auto relative = [](std::int32_t place, std::int32_t reference, std::int32_t scale) {
     return std::max(static_cast<float>(static_cast<double>(place) * reference / scale), 2.0F);
@@ -46,8 +48,10 @@ void BoxDrag::DragDrop(double x, double y) {
   box_->Top = relative(where.top, plot_.InitPlotHeight, host_.ScaleHeight());
   box_->Width = static_cast<float>(where.width());
   box_->Height = static_cast<float>(where.height());
+  const bool legend = box_ == &plot_.Legend;
   Cancel();
   host_.RefreshPicture();
+  host_.PlotChanged(legend ? kMoveLegendChange : kMoveFootNoteChange);
 }
 
 void BoxDrag::Cancel() {

@@ -5,6 +5,7 @@
 
 #include "core/LocaleText.h"
 #include "core/NumberText.h"
+#include "plot/PlotUndo.h"
 
 namespace quorvex {
 namespace {
@@ -89,7 +90,7 @@ void FrameModes::ZoomInto() {
   TakePart(plot_.SwapAxis ? plot_.X : plot_.Y, plot_.Shown().Vertical, bottom, top);
   plot_.CreateGraph({.Regenerate = true, .AutoFormat = autoFormat}, prompter_);
   host_.RefreshPicture();
-  host_.PlotChanged();
+  host_.PlotChanged(kZoomChange);
 }
 
 void FrameModes::ShowCoords(int event, double x, double y) {

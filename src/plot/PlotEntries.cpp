@@ -19,6 +19,7 @@ class NoPrompter : public Prompter {
                                               const std::string&) override {
     return std::nullopt;
   }
+  std::optional<std::string> ChooseFileToOpen(const std::string&, const std::string&) override { return std::nullopt; }
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "plot/PageSetup.h"
 
@@ -40,9 +41,9 @@ class PlotHost {
   virtual void ShowOverlay(PlotOverlay overlay, const DeviceRect& where) = 0;
   virtual void HideOverlay() = 0;
 
-  virtual void PlotChanged() = 0;     // there is something to save
-  virtual void RefreshPicture() = 0;  // calls the plot's RefreshPlot
-  virtual void RefreshSoon() = 0;     // the same, once for all that happens before the user can see it
+  virtual void PlotChanged(std::string_view what) = 0;  // there is something to save, or to be taken back
+  virtual void RefreshPicture() = 0;                    // calls the plot's RefreshPlot
+  virtual void RefreshSoon() = 0;  // the same, once for all that happens before the user can see it
 };
 
 }  // namespace quorvex

@@ -1,5 +1,7 @@
 #include "plot3d/BoxModes.h"
 
+#include "plot/PlotUndo.h"
+
 namespace quorvex {
 
 void BoxModes::MouseDown(int button, double x, double y) {
@@ -46,7 +48,7 @@ void BoxModes::Turn(double right, double down) {
   // What is in front moves the other way where the picture stands on its head.
   plot_.Turn(plot_.View().OverTheTop() ? -right : right, down);
   host_.RefreshSoon();
-  host_.PlotChanged();
+  host_.PlotChanged(kTurnChange);
 }
 
 }  // namespace quorvex

@@ -32,8 +32,8 @@ TEST(HowToOpen, GoesByWhatTheFileHolds) {
       {data, NamedBy::CommandLine, OpenAs::Data,
        "refuse: The command line argument file name '" + data +
            "' does not have a Quorvex extension. Please specify a new project type, then the file can be imported."},
-      {plot, NamedBy::User, OpenAs::Nothing,
-       "refuse: '" + plot + "' is a Quorvex Plot file. This version does not open plots."},
+      {plot, NamedBy::User, OpenAs::Plot, ""},
+      {plot, NamedBy::CommandLine, OpenAs::Plot, ""},
       {missing, NamedBy::CommandLine, OpenAs::Unknown, unknown(missing)},
       {folder.Path(""), NamedBy::User, OpenAs::Unknown, unknown(folder.Path(""))},
       {pipe, NamedBy::User, OpenAs::Unknown, unknown(pipe)},

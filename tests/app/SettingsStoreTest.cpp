@@ -2,8 +2,8 @@
 #include <sys/stat.h>
 
 #include "TemporaryFolder.h"
-#include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
+#include "core/RecentFiles.h"
 
 namespace quorvex {
 namespace {
@@ -196,10 +196,11 @@ TEST_F(SettingsStore, FitsTheStoredPlaceToTheScreen) {
 
 TEST_F(SettingsStore, ListsTheFilesUsedLast) {
   Settings settings = Load("[Project Files]\nRecentFile1=/a\nRecentFile2=/b\n");
-  EXPECT_EQ(AddRecentFile(settings, kRecentProjects, "/b"), 0);
+  AddRecentFile(settings, kRecentProjects, "/b");
   EXPECT_EQ(RecentFiles(settings, kRecentProjects), (std::vector<std::string>{"/b", "/a"}));
   for (int i = 0; i < 20; ++i) AddRecentFile(settings, kRecentProjects, "/" + std::to_string(i));
-  EXPECT_EQ(RemoveRecentFile(settings, kRecentProjects, "/19"), 0);
+  RemoveRecentFile(settings, kRecentProjects, "/19");
+  EXPECT_EQ(SaveChanges(settings), 0);
   const std::vector<std::string> stored = RecentFiles(LoadSettings(), kRecentProjects);
   EXPECT_EQ(stored, RecentFiles(settings, kRecentProjects));
   EXPECT_EQ(stored.front(), "/18");

@@ -36,7 +36,7 @@ TEST(Zoom, TakesTheBoxForTheLimits) {
   modes.MouseMove(false, 200, 150);
   EXPECT_EQ(window.Host.Take(), Events{"band 200 82 289 150"});
   modes.MouseDown(1, 131, 198.75);
-  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "arrow", "menu on", "refresh", "changed"}));
+  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "arrow", "menu on", "refresh", "changed: Zoom"}));
   for (const PlotAxis* axis : {&window.Plot.X, &window.Plot.Y}) {
     EXPECT_DOUBLE_EQ(axis->Min, 0.25);
     EXPECT_DOUBLE_EQ(axis->Max, 0.75);
@@ -198,12 +198,12 @@ TEST(BoxDrag, TakesTheLegendElsewhere) {
 
   window.Modes.MouseDown(1, 110, 60);
   window.Modes.MouseMove(true, 210, 90);
-  EXPECT_EQ(window.Host.Take(), (Events{"changed", "box 100 50 197 77", "box 200 80 297 107"}));
+  EXPECT_EQ(window.Host.Take(), (Events{"box 100 50 197 77", "box 200 80 297 107"}));
   RecordingSurface during;
   window.Plot.RefreshPlot(during, window.Messages);
   EXPECT_TRUE(during.Calls.empty());
   window.Modes.MouseUp(1, 215, 95);
-  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "refresh"}));
+  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "refresh", "changed: Move Legend"}));
   EXPECT_EQ(window.Plot.Legend.Left, 205);
   EXPECT_EQ(window.Plot.Shown().Legend, (DeviceRect{205, 85, 302, 112}));
 

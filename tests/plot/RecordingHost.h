@@ -42,7 +42,7 @@ class RecordingHost : public PlotHost {
                    std::to_string(r.top) + " " + std::to_string(r.right) + " " + std::to_string(r.bottom));
   }
   void HideOverlay() override { Done.push_back("no overlay"); }
-  void PlotChanged() override { Done.push_back("changed"); }
+  void PlotChanged(std::string_view what) override { Done.push_back("changed: " + std::string(what)); }
   void RefreshPicture() override {
     RecordingSurface surface(Width, 300);
     surface.Caps = {{DeviceCap::HORZSIZE, Width / 4}, {DeviceCap::VERTSIZE, 75}};

@@ -27,7 +27,7 @@ struct Window {
   BoxModes Modes{Plot, Host};
 };
 
-const Events kTurned = {"refresh soon", "changed"};
+const Events kTurned = {"refresh soon", "changed: Turn"};
 
 TEST(BoxModes, TurnTheBoxByTheMouse) {
   Window window;
@@ -112,7 +112,7 @@ TEST(BoxModes, DragTheLegendInstead) {
   EXPECT_EQ(window.Plot.Legend.Left, 205);
   EXPECT_EQ(window.Plot.Legend.Top, 85);
   EXPECT_EQ(*window.Plot.Angles(), before);
-  EXPECT_EQ(window.Host.Take().back(), "refresh");
+  EXPECT_EQ(window.Host.Take().back(), "changed: Move Legend");
 }
 
 TEST(BoxModes, HaveNoFrameToMeasureIn) {

@@ -192,7 +192,7 @@ TEST_F(Keyboard, StaysWhereTheMessageCameFrom) {
     QTest::qWait(5);  // what was closed is gone
     ASSERT_FALSE(HasFailure()) << name.toStdString();
   }
-  for (const char* name : {"parentfrm", "frmResults", "PlotWindow", "frmEqEdit", "usereq", "frmExcelRef", "frmMacro",
+  for (const char* name : {"parentfrm", "frmResults", "Dataplot", "frmEqEdit", "usereq", "frmExcelRef", "frmMacro",
                            "PSetup", "FilePref", "frmGenPref", "frmGoto", "frmZeroSelect", "Factor"})
     EXPECT_TRUE(user->Told.contains(name)) << name;
 }

@@ -7,7 +7,7 @@
 
 #include "Accessibility.h"
 #include "Frame.h"
-#include "plot/ui/PlotWindow.h"
+#include "files/ui/Dataplot.h"
 #include "results/SolvedProject.h"
 
 namespace quorvex {
@@ -32,8 +32,8 @@ class PlotMenuTest : public Frame {
     for (const char* name : models) SolveModel(Document(), name, 1);
     Active().Refresh();
   }
-  QList<PlotWindow*> Plots() { return Active().findChildren<PlotWindow*>(); }
-  static QStringList Legend(PlotWindow& window) {
+  QList<Dataplot*> Plots() { return Active().findChildren<Dataplot*>(); }
+  static QStringList Legend(Dataplot& window) {
     QStringList texts;
     for (const PlotSeries& series : window.Plot().PlotData) texts << QString::fromStdString(series.Style().LegendText);
     return texts;
@@ -44,9 +44,9 @@ TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
   Open({}, true);
   Trigger("mnuPlotData");
   ASSERT_EQ(Plots().size(), 1);
-  QPointer<PlotWindow> plot = Plots()[0];
+  QPointer<Dataplot> plot = Plots()[0];
   EXPECT_TRUE(plot->isVisible());
-  EXPECT_EQ(plot->windowTitle(), "Plot 1 - Untitled");
+  EXPECT_EQ(plot->windowTitle(), "Plot 1 - Untitled[*]");
   EXPECT_EQ(Legend(*plot), QStringList{"Input Data"});
   EXPECT_TRUE(plot->findChild<QAction*>("ShowErrorBars")->isChecked());
 
@@ -55,7 +55,7 @@ TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
   Select(1, 1, 3, 2);
   Trigger("mnuPlotData");
   ASSERT_EQ(Plots().size(), 2);
-  EXPECT_EQ(Plots()[1]->windowTitle(), "Plot 2 - Untitled");
+  EXPECT_EQ(Plots()[1]->windowTitle(), "Plot 2 - Untitled[*]");
   EXPECT_EQ(Plots()[1]->Plot().PlotData[0].NumTablePoints(), 3U);
 
   // The Window menu has the plots behind their project.
@@ -75,7 +75,7 @@ TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
   EXPECT_EQ(SaidBy("mnuPlotData"), "You need at least 2 data points in order to create a plot.");
 
   // A window closes by itself, and with its project.
-  QPointer<PlotWindow> other = Plots()[1];
+  QPointer<Dataplot> other = Plots()[1];
   other->findChild<QAction*>("mnuPlotClose")->trigger();
   QTest::qWait(10);
   EXPECT_TRUE(other.isNull());
@@ -167,7 +167,7 @@ TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {
   Open({"a*x+b"});
   Trigger("mnuPlotAll");
   ASSERT_EQ(Plots().size(), 1);
-  PlotWindow& plot = *Plots()[0];
+  Dataplot& plot = *Plots()[0];
   const auto action = [&](const char* name) { return plot.findChild<QAction*>(name); };
   EXPECT_EQ(action("ShowErrorBars"), nullptr) << "no deviations";
   EXPECT_TRUE(action("ShowLegend")->isChecked());

@@ -13,8 +13,8 @@
 #include "Accessibility.h"
 #include "RecordingPrompter.h"
 #include "engine/MvClass.h"
+#include "files/ui/Dataplot.h"
 #include "plot/ui/PlotView.h"
-#include "plot/ui/PlotWindow.h"
 #include "results/ResultPlots.h"
 
 namespace quorvex {
@@ -35,7 +35,7 @@ class PlotTurn : public testing::Test {
     auto plot = PageOf(SurfacePlot(model.CopyTo(), equation, data, {"X1", "X2", "Y"}, settings));
     ASSERT_TRUE(plot);
     ASSERT_TRUE((*plot)->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter));
-    window = std::make_unique<PlotWindow>(std::move(*plot), prompter, settings);
+    window = std::make_unique<Dataplot>(PlotDocument(std::move(*plot), settings, prompter));
     window->resize(640, 480);
     window->show();
     window->activateWindow();
@@ -59,7 +59,7 @@ class PlotTurn : public testing::Test {
 
   Settings settings;
   RecordingPrompter prompter;
-  std::unique_ptr<PlotWindow> window;
+  std::unique_ptr<Dataplot> window;
   int changes = 0;
 };
 
@@ -136,7 +136,7 @@ TEST_F(PlotTurn, OffersWhatAPlotWithoutAFrameHas) {
   Open();
   for (const char* name : {"mnuPlotFormatZoom", "mnuPlotShowCoords", "SwapAxis"})
     EXPECT_EQ(Action(name), nullptr) << name;
-  for (const char* name : {"mnuPlotFormatFitAll", "mnuPlotClipItem", "mnuPlotSave", "mnuPlotPrint"})
+  for (const char* name : {"mnuPlotFormatFitAll", "mnuPlotClipItem", "mnuPlotPrint"})
     EXPECT_NE(Action(name), nullptr) << name;
   const AccessibilityWalk walk(*window);
   for (const char* name : {"Plot", "X1-X2 view angle", "X1-Y view angle"}) EXPECT_TRUE(walk.Names.contains(name));

@@ -18,9 +18,9 @@
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
 #include "core/NumberText.h"
+#include "files/ui/Dataplot.h"
 #include "plot/PlotClass.h"
 #include "plot/ui/PlotView.h"
-#include "plot/ui/PlotWindow.h"
 
 namespace quorvex {
 namespace {
@@ -34,7 +34,7 @@ class PlotViewTest : public testing::Test {
     series.GenerateTable({{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}}, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
     plot.PlotData.emplace_back(std::move(series), SeriesStyle{.LegendText = "line", .DisplayMarker = true});
     EXPECT_TRUE(plot.CreateGraph({}, prompter));
-    window = std::make_unique<PlotWindow>(std::make_unique<PlotClass>(std::move(plot)), prompter, settings);
+    window = std::make_unique<Dataplot>(PlotDocument(std::make_unique<PlotClass>(std::move(plot)), settings, prompter));
     window->resize(600, 450);
     window->show();
     window->activateWindow();
@@ -70,7 +70,7 @@ class PlotViewTest : public testing::Test {
 
   Settings settings;
   RecordingPrompter prompter;
-  std::unique_ptr<PlotWindow> window;
+  std::unique_ptr<Dataplot> window;
   int changes = 0;
 };
 

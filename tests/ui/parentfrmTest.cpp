@@ -21,8 +21,8 @@
 #include "Accessibility.h"
 #include "Frame.h"
 #include "Paths.h"
-#include "app/RecentFiles.h"
 #include "app/ui/FileRequests.h"
+#include "core/RecentFiles.h"
 
 namespace quorvex {
 namespace {

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "app/ui/NumberedEntry.h"
+#include "core/ui/NumberedEntry.h"
 #include "files/ProjectFile.h"
 
 namespace quorvex {

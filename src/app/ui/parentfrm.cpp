@@ -18,13 +18,14 @@
 #include "app/OfferRecovery.h"
 #include "app/SettingsStore.h"
 #include "app/ui/FramePlace.h"
-#include "app/ui/RecentMenu.h"
 #include "app/ui/WindowArrangement.h"
+#include "core/RecentFiles.h"
 #include "core/ui/BusyCursor.h"
 #include "desktop/ImportCommands.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "files/ProjectFile.h"
+#include "files/ui/Dataplot.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
 #include "project/ui/NewProj.h"
 
@@ -106,8 +107,11 @@ void parentfrm::GoOnAfterFailure(const QString& what) {
 
 void parentfrm::closeEvent(QCloseEvent* event) {
   keeper_.Tell(StorePlace(*this, session_.Preferences));
-  event->setAccepted(CloseAllForms(*area_));
+  event->setAccepted(CloseAll());
 }
+
+// The plots of files are asked about first and stay where a project does, so that Cancel keeps them.
+bool parentfrm::CloseAll() { return MayClosePlots(*this) && CloseAllForms(*area_); }
 
 void parentfrm::dragEnterEvent(QDragEnterEvent* event) {
   const QList<QUrl> urls = event->mimeData()->urls();
@@ -138,8 +142,14 @@ bool parentfrm::OpenRequestedFile(const QString& fileName) {
 bool parentfrm::Open(const QString& fileName, NamedBy by) {
   const OpenAs way = HowToOpen(fileName.toStdString(), by, user_);
   if (way == OpenAs::Project) OpenProject(fileName);
+  if (way == OpenAs::Plot) OpenPlotFile(fileName);
   if (way == OpenAs::Data) ImportDataFile(fileName);
   return way != OpenAs::Unknown;
+}
+
+void parentfrm::OpenPlotFile(const QString& fileName) {
+  RememberFolder(fileName);
+  OpenPlot(fileName, session_.Preferences, session_.Locale, user_, *this);
 }
 
 void parentfrm::OpenProject(const QString& fileName) {
@@ -223,7 +233,8 @@ void parentfrm::FileNewKind() {
 void parentfrm::FileOpen() {
   const QStringList files = QFileDialog::getOpenFileNames(
       this, "Open", user_.Folder,
-      QString("Projects and data (*.qvx %1);;Project files (*.qvx);;All files (*)").arg(kDataFiles));
+      QString("Projects, plots and data (*.qvx *.plt %1);;Project files (*.qvx);;Plot files (*.plt);;All files (*)")
+          .arg(kDataFiles));
   for (const QString& file : files) OpenFile(file);
 }
 
@@ -244,9 +255,8 @@ void parentfrm::RememberFolder(const QString& fileName) {
 
 void parentfrm::RememberFile(const std::string& fileName) {
   RememberFolder(QString::fromStdString(fileName));
-  recent_->Remember(fileName);
-  constexpr std::string_view kKeys[] = {"projectdir"};
-  keeper_.Tell(SaveSettings(session_.Preferences, "startup", kKeys));
+  AddRecentFile(session_.Preferences, kRecentProjects, fileName);
+  keeper_.Tell(SaveChanges(session_.Preferences));
 }
 
 void parentfrm::ShowActiveWindow() {

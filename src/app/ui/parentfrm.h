@@ -19,7 +19,6 @@ class QToolBar;
 
 namespace quorvex {
 
-class RecentMenu;
 class quorvexWindow;
 struct ProjectCommand;
 
@@ -83,9 +82,12 @@ class parentfrm : public QMainWindow {
   void HelpAbout();
   void OpenExample(const QString& example);
 
+  bool CloseAll();  // false where something stays open
+
   // False where it could not be told what the file is.
   bool Open(const QString& fileName, NamedBy by);
   void OpenProject(const QString& fileName);
+  void OpenPlotFile(const QString& fileName);
   void ImportDataFile(const QString& fileName);
   std::vector<quorvexWindow*> Projects() const;
   quorvexWindow& ShowProject(Project project);
@@ -109,7 +111,6 @@ class parentfrm : public QMainWindow {
   bool shown_ = false;
 
   QToolBar* toolbar_ = nullptr;
-  RecentMenu* recent_;
   QMenu* windowMenu_;
   QList<QAction*> projectActions_;  // that need a project window
   QList<QAction*> sheetActions_;    // of the context menu of its sheet

@@ -14,21 +14,22 @@
 #include <QUrl>
 
 #include "app/HelpPages.h"
-#include "app/RecentFiles.h"
 #include "app/SettingsStore.h"
 #include "app/ui/ExampleMenu.h"
-#include "app/ui/NumberedEntry.h"
 #include "app/ui/PreferenceDialog.h"
-#include "app/ui/RecentMenu.h"
 #include "app/ui/WindowArrangement.h"
 #include "app/ui/frmGenPref.h"
 #include "app/ui/frmTip.h"
 #include "app/ui/parentfrm.h"
 #include "batch/ui/frmMacro.h"
+#include "core/RecentFiles.h"
 #include "core/Version.h"
+#include "core/ui/NumberedEntry.h"
+#include "core/ui/RecentMenu.h"
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
+#include "files/ui/Dataplot.h"
 
 // The examples and the icon are part of the library of windows, which has to be told so by name.
 static void LoadResources() { Q_INIT_RESOURCE(quorvex); }
@@ -85,11 +86,11 @@ void parentfrm::MakeFileMenu() {
 
   QMenu* file = menuBar()->addMenu("&File");
   file->addActions({fresh, kind, open});
-  recent_ = new RecentMenu("Open &Recent", kRecentProjects, session_.Preferences, keeper_, file);
-  recent_->setObjectName("recent");
-  auto* plots = new RecentMenu("Open Recent &Plot", kRecentPlots, session_.Preferences, keeper_, file);
+  auto* projects = new RecentMenu("Open &Recent", kRecentProjects, session_.Preferences, file);
+  projects->setObjectName("recent");
+  auto* plots = new RecentMenu("Open Recent &Plot", kRecentPlots, session_.Preferences, file);
   plots->setObjectName("recentPlots");
-  for (const RecentMenu* menu : {recent_, plots}) connect(menu, &RecentMenu::Chosen, this, &parentfrm::OpenFile);
+  for (const RecentMenu* menu : {projects, plots}) connect(menu, &RecentMenu::Chosen, this, &parentfrm::OpenFile);
   file->addSeparator();
   file->addActions({save, saveAs, close});
   file->addSeparator();
@@ -222,7 +223,7 @@ void parentfrm::MakeWindowMenu() {
   windowMenu_->addSeparator();
 }
 
-// The projects, each followed by the windows of its results and plots.
+// The projects, each followed by the windows of its results and plots, and the plots of files.
 void parentfrm::FillWindowMenu() {
   // Of this menu only the entries of windows can be checked.
   for (QAction* action : windowMenu_->actions())
@@ -234,20 +235,25 @@ void parentfrm::FillWindowMenu() {
     action->setChecked(current);
     connect(action, &QAction::triggered, window, show);
   };
+  // Qt fills in this mark of a change for title bars alone.
+  const auto title = [](const QWidget& window) {
+    return window.windowTitle().replace("[*]", window.isWindowModified() ? "*" : "");
+  };
+  const auto addAbove = [&](QWidget* child, const QString& indent) {
+    add(indent + title(*child), child, false, [child] {
+      child->raise();
+      child->activateWindow();
+    });
+  };
   for (QMdiSubWindow* window : area_->subWindowList()) {
     const auto* project = qobject_cast<quorvexWindow*>(window->widget());
     if (project == nullptr) continue;
-    // Qt fills in this mark of a change for title bars alone.
-    const QString title = window->windowTitle().replace("[*]", window->isWindowModified() ? "*" : "");
-    add(title, window, window == area_->currentSubWindow(), [this, window] { area_->setActiveSubWindow(window); });
-    for (QWidget* child : project->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-      if (!child->isWindow() || !child->isVisible()) continue;
-      add("    " + child->windowTitle(), child, false, [child] {
-        child->raise();
-        child->activateWindow();
-      });
-    }
+    add(title(*window), window, window == area_->currentSubWindow(),
+        [this, window] { area_->setActiveSubWindow(window); });
+    for (QWidget* child : project->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+      if (child->isWindow() && child->isVisible()) addAbove(child, "    ");
   }
+  for (QWidget* plot : findChildren<Dataplot*>(Qt::FindDirectChildrenOnly)) addAbove(plot, {});
 }
 
 void parentfrm::MakeHelpMenu() {

@@ -4,10 +4,12 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QWindow>
 
 #include "core/ui/BusyCursor.h"
 #include "core/ui/WaitWindow.h"
+#include "core/ui/frmTemplatePrompt.h"
 
 namespace quorvex {
 namespace {
@@ -70,14 +72,30 @@ std::optional<std::string> MessageBoxPrompter::AskText(const std::string& text, 
   return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue().toStdString()) : std::nullopt;
 }
 
+std::optional<std::string> MessageBoxPrompter::AskColor(const std::string& text, const std::string& initial) {
+  frmTemplatePrompt dialog(text, initial, Over());
+  return dialog.exec() == QDialog::Accepted ? std::optional(dialog.Text()) : std::nullopt;
+}
+
 std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::string& title, const std::string& filter,
                                                                 const std::string& extension, const std::string& name) {
   QFileDialog dialog(Over(), QString::fromStdString(title), Folder, QString::fromStdString(filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QString::fromStdString(extension));
+  // Of several kinds of file the one chosen gives the name its ending.
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& chosen) {
+    static const QRegularExpression kFirstEnding("\\*\\.(\\w+)");
+    if (const auto ending = kFirstEnding.match(chosen); ending.hasMatch()) dialog.setDefaultSuffix(ending.captured(1));
+  });
   if (!name.empty()) dialog.selectFile(QString::fromStdString(name));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().constFirst().toStdString();
+}
+
+std::optional<std::string> MessageBoxPrompter::ChooseFileToOpen(const std::string& title, const std::string& filter) {
+  const QString file =
+      QFileDialog::getOpenFileName(Over(), QString::fromStdString(title), Folder, QString::fromStdString(filter));
+  return file.isEmpty() ? std::nullopt : std::optional(file.toStdString());
 }
 
 bool MessageBoxPrompter::Wait(const std::string& text, const std::function<void(const LongWork&)>& work) {

@@ -22,8 +22,10 @@ class MessageBoxPrompter : public Prompter {
   bool Ask(const std::string& text) override;
   std::optional<bool> AskOrCancel(const std::string& text) override;
   std::optional<std::string> AskText(const std::string& text, const std::string& initial) override;
+  std::optional<std::string> AskColor(const std::string& text, const std::string& initial) override;
   std::optional<std::string> ChooseFileToSave(const std::string& title, const std::string& filter,
                                               const std::string& extension, const std::string& name) override;
+  std::optional<std::string> ChooseFileToOpen(const std::string& title, const std::string& filter) override;
   // Beside the window's thread. Work of less than half a second shows nothing but the busy cursor.
   bool Wait(const std::string& text, const std::function<void(const LongWork&)>& work) override;
 

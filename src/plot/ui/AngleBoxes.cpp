@@ -37,6 +37,7 @@ AngleBoxes::AngleBoxes(PlotView& view, QWidget* parent) : QWidget(parent), view_
   connect(XYAngle, &QSpinBox::valueChanged, &view, &PlotView::SetXYAngle);
   connect(ZAngle, &QSpinBox::valueChanged, &view, &PlotView::SetZAngle);
   connect(&view, &PlotView::Changed, this, &AngleBoxes::ShowAngles);
+  connect(&view, &PlotView::Redrawn, this, &AngleBoxes::ShowAngles);
 }
 
 void AngleBoxes::ShowAngles() {

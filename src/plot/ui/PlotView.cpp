@@ -10,6 +10,8 @@
 #include <QMenu>
 #include <QPainter>
 
+#include "plot/PlotUndo.h"
+
 namespace quorvex {
 namespace {
 
@@ -55,10 +57,10 @@ PlotView::PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings,
     AddAction("mnuPlotFormatZoom", tr("&Zoom"), &PlotView::ZoomIn);
     AddAction("mnuPlotShowCoords", tr("Show &Coordinates"), &PlotView::ShowCoords);
   }
-  AddAction("mnuPlotFormatFitAll", tr("&Reset Scale"), &PlotView::ZoomOut);
-  looking_ = actions().size();
+  AddAction("mnuPlotFormatFitAll", tr("&Fit All"), &PlotView::ZoomOut);
+  looking_ = actions();
   AddAction("mnuPlotClipItem", tr("C&opy"), &PlotView::EditCopy);
-  AddAction("mnuPlotSave", tr("&Save Picture..."), &PlotView::SavePicture);
+  AddAction("mnuPlotSavePicture", tr("&Save Picture..."), &PlotView::SavePicture);
   AddAction("mnuPlotPrint", tr("&Print..."), &PlotView::Print);
 }
 
@@ -87,10 +89,15 @@ const QImage& PlotView::Picture() {
   return picture_;
 }
 
+void PlotView::Redraw() {
+  RefreshPicture();
+  emit Redrawn();
+}
+
 void PlotView::Turn(const ViewAngles& angles) {
   plot_.SetAngles(angles);
   RefreshSoon();
-  emit Changed();
+  emit Changed(kTurnChange);
 }
 
 // While a legend is dragged the plot waits with its drawing, and so the picture stays.
@@ -250,14 +257,14 @@ void PlotView::ShowCoords() {
 void PlotView::ZoomOut() {
   plot_.CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = plot_.AutoFormatted()}, prompter_);
   RefreshPicture();
-  emit Changed();
+  emit Changed(kFitAllChange);
 }
 
 void PlotView::EditCopy() { QGuiApplication::clipboard()->setImage(Picture()); }
 
 void PlotView::SavePicture() {
   const auto file = prompter_.ChooseFileToSave("Save Picture", "Pictures (*.png *.bmp *.pdf)", "png");
-  if (file) SavePlotPicture(plot_, Size(), *file, prompter_);
+  if (file) WritePicture(*file);
 }
 
 void PlotView::Print() { FilePrint(plot_, settings_, prompter_, this); }

@@ -29,12 +29,15 @@ class PlotView : public QWidget, private PlotHost {
   PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
 
   // Draws the picture anew, after a change of the plot by somebody else.
-  void Redraw() { RefreshPicture(); }
+  void Redraw();
   const QImage& Picture();
 
-  // What the user can do: to look at the plot, and to put it elsewhere. Both are among actions(), too.
-  QList<QAction*> LookingActions() const { return actions().first(looking_); }
-  QList<QAction*> OutputActions() const { return actions().mid(looking_); }
+  // What the user can do to look at the plot. Among actions(), with what puts the plot elsewhere, until somebody else
+  // decides what the context menu offers.
+  const QList<QAction*>& LookingActions() const { return looking_; }
+
+  // Writes the picture to a file, of the kind that its name ends by, and tells of it.
+  void WritePicture(const std::string& file) { SavePlotPicture(plot_, Size(), file, prompter_); }
 
   // From where the plot is seen; nothing where it cannot be turned.
   std::optional<ViewAngles> Angles() const { return plot_.Angles(); }
@@ -54,7 +57,8 @@ class PlotView : public QWidget, private PlotHost {
   void Print();
 
  signals:
-  void Changed();  // there is something to save
+  void Changed(std::string_view what);  // as PlotHost tells
+  void Redrawn();                       // by Redraw
   void MenuEnabled(bool enabled);
 
  protected:
@@ -80,7 +84,7 @@ class PlotView : public QWidget, private PlotHost {
   void HideFrame() override;
   void ShowOverlay(PlotOverlay overlay, const DeviceRect& where) override;
   void HideOverlay() override;
-  void PlotChanged() override { emit Changed(); }
+  void PlotChanged(std::string_view what) override { emit Changed(what); }
   void RefreshPicture() override;
   void RefreshSoon() override { soon_.start(); }
 
@@ -104,7 +108,7 @@ class PlotView : public QWidget, private PlotHost {
   };
   std::optional<Overlay> overlay_;
   bool clickEndedMode_ = false;  // so it opens no menu
-  qsizetype looking_ = 0;        // how many of the actions are for that
+  QList<QAction*> looking_;
 
   QFrame* xy_frame;
   QLabel *x_, *y_;

@@ -11,11 +11,12 @@ namespace quorvex {
 // The files used last, the latest first, kept in a section of the settings under "RecentFile1" and so on.
 inline constexpr std::string_view kRecentProjects = "Project Files";
 inline constexpr std::string_view kRecentPlots = "Plot Files";
+inline constexpr std::string_view kRecentTemplates = "Template Files";
 
 std::vector<std::string> RecentFiles(const Settings& settings, std::string_view section);
 
-// Puts a file first, or takes one out that is gone, and stores the list. Returns 0 or the file error's number.
-int AddRecentFile(Settings& settings, std::string_view section, const std::string& fileName);
-int RemoveRecentFile(Settings& settings, std::string_view section, const std::string& fileName);
+// Puts a file first, or takes one out that is gone.
+void AddRecentFile(Settings& settings, std::string_view section, const std::string& fileName);
+void RemoveRecentFile(Settings& settings, std::string_view section, const std::string& fileName);
 
 }  // namespace quorvex

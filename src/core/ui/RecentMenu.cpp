@@ -1,23 +1,19 @@
-#include "app/ui/RecentMenu.h"
+#include "core/ui/RecentMenu.h"
 
 #include <QFile>
 
-#include "app/RecentFiles.h"
-#include "app/ui/NumberedEntry.h"
-#include "app/ui/PreferenceKeeper.h"
+#include "core/RecentFiles.h"
+#include "core/ui/NumberedEntry.h"
 
 namespace quorvex {
 
-RecentMenu::RecentMenu(const QString& title, std::string_view section, Settings& settings, PreferenceKeeper& keeper,
-                       QMenu* parent)
-    : QMenu(title, parent), section_(section), settings_(settings), keeper_(keeper) {
+RecentMenu::RecentMenu(const QString& title, std::string_view section, Settings& settings, QMenu* parent)
+    : QMenu(title, parent), section_(section), settings_(settings) {
   parent->addMenu(this);
   // With the menu around it: while it is empty it is disabled, and would never open to be filled.
   connect(parent, &QMenu::aboutToShow, this, &RecentMenu::Fill);
   Fill();
 }
-
-void RecentMenu::Remember(const std::string& fileName) { keeper_.Tell(AddRecentFile(settings_, section_, fileName)); }
 
 void RecentMenu::Fill() {
   clear();
@@ -31,7 +27,7 @@ void RecentMenu::Fill() {
 
 void RecentMenu::Choose(const std::string& fileName) {
   const QString name = QString::fromStdString(fileName);
-  if (!QFile::exists(name)) keeper_.Tell(RemoveRecentFile(settings_, section_, fileName));
+  if (!QFile::exists(name)) RemoveRecentFile(settings_, section_, fileName);
   emit Chosen(name);
 }
 

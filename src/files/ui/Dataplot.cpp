@@ -1,0 +1,171 @@
+#include "files/ui/Dataplot.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "core/ui/BusyCursor.h"
+#include "files/PlotTemplateKeys.h"
+#include "files/ui/frmPltTemplate.h"
+#include "files/ui/frmTemplateEdit.h"
+#include "plot/ui/PSetup.h"
+#include "plot/ui/PlotProperties.h"
+
+namespace quorvex {
+
+Dataplot::Dataplot(PlotDocument document, QString project, QWidget* parent)
+    : QWidget(parent, Qt::Window),
+      document_(std::move(document)),
+      project_(std::move(project)),
+      view_(new PlotView(Plot(), document_.User(), document_.Preferences(), this)) {
+  setObjectName("Dataplot");
+  document_.WritePicture = [this](const std::string& file) { view_->WritePicture(file); };
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins({});
+  rows->setSpacing(0);
+  rows->addWidget(view_, 1);
+  setFocusProxy(view_);
+  MakeMenus();
+  MakePopup();
+  MakeBar();
+  connect(view_, &PlotView::Changed, this, [this](std::string_view what) {
+    document_.Record(what);
+    ShowState();
+  });
+  connect(view_, &PlotView::MenuEnabled, this, [this](bool enabled) {
+    for (QAction* verb : verbs_) verb->setEnabled(enabled);
+    if (enabled) ShowState();
+  });
+  ShowState();
+}
+
+// The view goes before the plot that it shows.
+Dataplot::~Dataplot() { delete view_; }
+
+bool Dataplot::MayClose() {
+  if (document_.Changed()) {
+    // What is asked about is to be seen.
+    raise();
+    activateWindow();
+  }
+  const bool close = document_.MayClose();
+  ShowState();
+  return close;
+}
+
+void Dataplot::closeEvent(QCloseEvent* event) { event->setAccepted(MayClose()); }
+
+void Dataplot::Turn(const PlotSwitch& entry, bool on) {
+  const auto isOn = [&] { return entry.IsOn != nullptr && entry.IsOn(Plot()); };
+  const bool before = isOn();
+  entry.Turn(Plot(), on, document_.User());
+  if (entry.IsOn == nullptr || isOn() != before) document_.Record(QString(entry.Text).remove('&').toStdString());
+  Show(true);
+}
+
+void Dataplot::PlotOpen() {
+  const auto file = document_.User().ChooseFileToOpen("Open", kPlotFilter);
+  if (file)
+    OpenPlot(QString::fromStdString(*file), document_.Preferences(), Plot().Locale, document_.User(),
+             *(parentWidget() != nullptr ? parentWidget() : this)->window());
+}
+
+void Dataplot::PlotImport() { Show(document_.Import()); }
+
+void Dataplot::Save() {
+  document_.FileSave();
+  ShowState();
+}
+
+void Dataplot::SaveAs() {
+  document_.FileSaveAs();
+  ShowState();
+}
+
+void Dataplot::SaveCopyAs() { document_.FileSaveCopyAs(); }
+
+void Dataplot::PageSetupCommand() { PSetup(document_.Preferences(), Plot().Locale, document_.User(), this).exec(); }
+
+void Dataplot::Undo() { Show(document_.Undo()); }
+void Dataplot::Redo() { Show(document_.Redo()); }
+
+void Dataplot::FormatProperties() {
+  const PlotWatcher watcher{.Redraw = [this] { Show(true); },
+                            .Applied = [this](const PlotPage&) { document_.Record(kPropertiesChange); }};
+  EditProperties(Plot(), document_.Preferences(), document_.User(), watcher, this);
+  ShowState();
+}
+
+void Dataplot::TemplateApply() { Show(document_.ApplyTemplate()); }
+
+void Dataplot::TemplateEdit() { EditTemplate(TemplateFormatOf(Plot()).Filter, document_.User(), this); }
+
+void Dataplot::TemplateSave() {
+  // A plot in error is refused before anybody chooses.
+  const auto selection = Plot().PlotCreated ? ChooseTemplateGroups(Plot(), this) : TemplateSelection();
+  if (selection) document_.SaveTemplate(*selection);
+}
+
+void Dataplot::ShowCalculator() { document_.ShowCalculator(); }
+
+void Dataplot::Show(bool changed) {
+  if (changed) view_->Redraw();
+  ShowState();
+}
+
+void Dataplot::ShowState() {
+  const QString name = QString::fromStdString(document_.FileName);
+  setWindowTitle((document_.HasFile    ? QFileInfo(name).fileName()
+                  : project_.isEmpty() ? name
+                                       : name + " - " + project_) +
+                 "[*]");
+  setWindowModified(document_.Changed());
+  for (const auto& [entry, action] : switches_) {
+    action->setChecked(entry->IsOn(Plot()));
+    if (entry->Matters != nullptr) action->setEnabled(entry->Matters(Plot()));
+  }
+  const PlotUndo& history = document_.History();
+  Verb("mnuEditUndo")->setText(QString::fromStdString(history.UndoText()));
+  Verb("mnuEditUndo")->setEnabled(history.CanUndo());
+  Verb("mnuEditRedo")->setText(QString::fromStdString(history.RedoText()));
+  Verb("mnuEditRedo")->setEnabled(history.CanRedo());
+}
+
+Dataplot& ShowPlot(PlotDocument document, QWidget& owner, const QString& project) {
+  if (!document.HasFile) {
+    constexpr const char* kShown = "plots";  // so far, of this owner
+    const int number = owner.property(kShown).toInt() + 1;
+    owner.setProperty(kShown, number);
+    document.FileName = "Plot " + std::to_string(number);
+  }
+  auto* window = new Dataplot(std::move(document), project, &owner);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  window->show();
+  window->raise();
+  window->activateWindow();
+  return *window;
+}
+
+void OpenPlot(const QString& fileName, Settings& settings, const LocaleText& locale, Prompter& user, QWidget& frame) {
+  const std::string path = QFileInfo(fileName).absoluteFilePath().toStdString();
+  for (Dataplot* open : frame.findChildren<Dataplot*>())
+    if (open->Document().HasFile && open->Document().FileName == path) {
+      open->raise();
+      open->activateWindow();
+      return;
+    }
+  std::optional<PlotDocument> document = [&] {
+    const BusyCursor busy;
+    return OpenPlotDocument(path, settings, locale, user);
+  }();
+  if (document) ShowPlot(std::move(*document), frame);
+}
+
+bool MayClosePlots(const QWidget& owner) {
+  const QList<Dataplot*> plots = owner.findChildren<Dataplot*>(Qt::FindDirectChildrenOnly);
+  return std::ranges::all_of(plots, [](Dataplot* plot) { return !plot->isVisible() || plot->MayClose(); });
+}
+
+}  // namespace quorvex

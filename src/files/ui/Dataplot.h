@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QWidget>
+#include <utility>
+#include <vector>
+
+#include "files/PlotDocument.h"
+#include "plot/PlotSwitches.h"
+#include "plot/ui/PlotView.h"
+
+class QMenu;
+class QMenuBar;
+
+namespace quorvex {
+
+// The window of one plot: its menus and buttons for what can be done with it, and switches for how it looks.
+class Dataplot : public QWidget {
+  Q_OBJECT
+
+ public:
+  // `project` is what the plot of no file comes from, for the title.
+  explicit Dataplot(PlotDocument document, QString project = {}, QWidget* parent = nullptr);
+  ~Dataplot() override;
+
+  PlotDocument& Document() { return document_; }
+  PlotPage& Plot() { return document_.Plot(); }
+  PlotView& View() { return *view_; }
+
+  // Asks to save what changed. False where the window must stay.
+  bool MayClose();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void MakeMenus();
+  void MakePlotMenu(QMenuBar& menus);
+  void MakeEditMenu(QMenuBar& menus);
+  void MakeFormatMenu(QMenuBar& menus);
+  void MakeViewMenu(QMenuBar& menus);
+  void MakePopup();
+  void MakeBar();
+  QAction* Add(QMenu& menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
+               void (Dataplot::*verb)());
+  QAction* Verb(const char* name) const { return findChild<QAction*>(name); }
+  void AddSwitches(QMenu& menu);
+  void Turn(const PlotSwitch& entry, bool on);
+
+  void PlotOpen();
+  void PlotImport();
+  void Save();
+  void SaveAs();
+  void SaveCopyAs();
+  void PageSetupCommand();
+  void Undo();
+  void Redo();
+  void FormatProperties();
+  void TemplateApply();
+  void TemplateEdit();
+  void TemplateSave();
+  void ShowCalculator();
+
+  void Show(bool changed);  // the plot, where it has changed, and what can be done with it now
+  void ShowState();
+
+  PlotDocument document_;
+  const QString project_;
+  PlotView* view_;
+  QList<QAction*> verbs_;  // which the modes of the view take away
+  std::vector<std::pair<const PlotSwitch*, QAction*>> switches_;
+};
+
+// Shows a plot in a window of its own, which belongs to `owner` and has its number among the plots of no file there.
+Dataplot& ShowPlot(PlotDocument document, QWidget& owner, const QString& project = {});
+
+// Opens the file in a window that belongs to the frame, or shows the one that has it already.
+void OpenPlot(const QString& fileName, Settings& settings, const LocaleText& locale, Prompter& user, QWidget& frame);
+
+// Asks for each plot that belongs to `owner` to save what changed. False where one must stay open.
+bool MayClosePlots(const QWidget& owner);
+
+}  // namespace quorvex

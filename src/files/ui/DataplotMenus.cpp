@@ -1,0 +1,147 @@
+// The menus and buttons of a plot's window.
+
+#include <QActionGroup>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "core/RecentFiles.h"
+#include "core/ui/RecentMenu.h"
+#include "files/ui/Dataplot.h"
+#include "plot/ui/PlotBar.h"
+
+namespace quorvex {
+
+QAction* Dataplot::Add(QMenu& menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
+                       void (Dataplot::*verb)()) {
+  auto* action = new QAction(text, this);
+  action->setObjectName(name);
+  action->setShortcuts(keys);
+  connect(action, &QAction::triggered, this, verb);
+  menu.addAction(action);
+  verbs_ << action;
+  return action;
+}
+
+void Dataplot::MakeMenus() {
+  auto* menus = new QMenuBar(this);
+  layout()->setMenuBar(menus);
+  MakePlotMenu(*menus);
+  MakeEditMenu(*menus);
+  MakeFormatMenu(*menus);
+  MakeViewMenu(*menus);
+}
+
+void Dataplot::MakePlotMenu(QMenuBar& menus) {
+  QMenu& plot = *menus.addMenu(tr("&Plot"));
+  Add(plot, "mnuPlotOpen", tr("&Open..."), {QKeySequence::Open}, &Dataplot::PlotOpen);
+  QAction* close = plot.addAction(tr("C&lose"), QKeySequence("Ctrl+W"), this, &QWidget::close);
+  close->setObjectName("mnuPlotClose");
+  plot.addSeparator();
+  Add(plot, "mnuPlotImport", tr("&Import..."), {}, &Dataplot::PlotImport);
+  QMenu& exports = *plot.addMenu(tr("&Export"));
+  constexpr std::pair<ExportDelimiter, const char*> kExports[] = {{ExportDelimiter::Comma, "&Comma Delimited..."},
+                                                                  {ExportDelimiter::Tab, "&Tab Delimited..."},
+                                                                  {ExportDelimiter::Space, "&Space Delimited..."}};
+  for (int i = 0; const auto& [delimiter, text] : kExports) {
+    QAction* action = exports.addAction(tr(text), this, [this, how = delimiter] { document_.Export(how); });
+    action->setObjectName(QString("mnuPlotExportItem%1").arg(i++));
+    verbs_ << action;
+  }
+  plot.addSeparator();
+  Add(plot, "mnuPlotSave", tr("&Save"), {QKeySequence::Save}, &Dataplot::Save);
+  Add(plot, "mnuPlotSaveAs", tr("Save &As..."), {QKeySequence("Ctrl+Shift+S")}, &Dataplot::SaveAs);
+  Add(plot, "mnuPlotSaveCopyAs", tr("Save Cop&y As..."), {}, &Dataplot::SaveCopyAs);
+  plot.addSeparator();
+  Add(plot, "mnuPlotPrintSetup", tr("Page Set&up..."), {}, &Dataplot::PageSetupCommand);
+  QAction* print = Verb("mnuPlotPrint");
+  print->setShortcut(QKeySequence::Print);
+  plot.addAction(print);
+}
+
+void Dataplot::MakeEditMenu(QMenuBar& menus) {
+  QMenu& edit = *menus.addMenu(tr("&Edit"));
+  Add(edit, "mnuEditUndo", {}, {QKeySequence("Ctrl+Z")}, &Dataplot::Undo);
+  Add(edit, "mnuEditRedo", {}, {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")}, &Dataplot::Redo);
+  edit.addSeparator();
+  QAction* copy = Verb("mnuPlotClipItem");
+  copy->setShortcut(QKeySequence::Copy);
+  edit.addAction(copy);
+}
+
+void Dataplot::MakeFormatMenu(QMenuBar& menus) {
+  QMenu& format = *menus.addMenu(tr("&Format"));
+  Add(format, "mnuPlotFormatProperties", tr("&Properties..."), {QKeySequence("Ctrl+1")}, &Dataplot::FormatProperties);
+  format.addSeparator();
+  format.addActions(view_->LookingActions());
+  format.addSeparator();
+  QMenu& templates = *format.addMenu(tr("&Templates"));
+  Add(templates, "mnuPlotTemplateApply", tr("Apply &Template..."), {}, &Dataplot::TemplateApply);
+  auto* recent = new RecentMenu(tr("Apply &Recent"), kRecentTemplates, document_.Preferences(), &templates);
+  recent->setObjectName("mnuPlotTemplateRecent");
+  connect(recent, &RecentMenu::Chosen, this,
+          [this](const QString& file) { Show(document_.ApplyTemplate(file.toStdString())); });
+  Add(templates, "mnuPlotTemplateEdit", tr("&Edit..."), {}, &Dataplot::TemplateEdit);
+  Add(templates, "mnuPlotTemplateSave", tr("&Save..."), {}, &Dataplot::TemplateSave);
+  if (Plot().Angles()) {
+    format.addSeparator();
+    Add(format, "mnuPlotCalc", tr("Data &Calculator..."), {}, &Dataplot::ShowCalculator);
+  }
+}
+
+void Dataplot::MakeViewMenu(QMenuBar& menus) { AddSwitches(*menus.addMenu(tr("&View"))); }
+
+void Dataplot::AddSwitches(QMenu& menu) {
+  QMenu* choices = nullptr;  // the menu of the entries of which one is on
+  QActionGroup* oneOf = nullptr;
+  for (const PlotSwitch& entry : Plot().Switches()) {
+    if (entry.Name == nullptr) {
+      menu.addSeparator();
+      continue;
+    }
+    if (entry.Applies != nullptr && !entry.Applies(Plot())) continue;
+    if (entry.Menu != nullptr && (choices == nullptr || choices->title() != entry.Menu)) {
+      choices = menu.addMenu(tr(entry.Menu));
+      oneOf = new QActionGroup(choices);
+    }
+    QAction* action = (entry.Menu != nullptr ? choices : &menu)->addAction(tr(entry.Text));
+    action->setObjectName(entry.Name);
+    action->setCheckable(entry.IsOn != nullptr);
+    if (entry.Menu != nullptr) oneOf->addAction(action);
+    connect(action, &QAction::triggered, this, [this, &entry](bool on) { Turn(entry, on); });
+    verbs_ << action;
+    if (entry.IsOn != nullptr) switches_.emplace_back(&entry, action);
+  }
+}
+
+// What the right button offers: the verbs that have no other place on the picture.
+void Dataplot::MakePopup() {
+  for (QAction* action : view_->actions()) view_->removeAction(action);
+  view_->addActions(view_->LookingActions());
+  for (const auto& group :
+       {std::vector{"mnuPlotFormatProperties"}, std::vector{"mnuEditUndo", "mnuEditRedo"},
+        std::vector{"mnuPlotClipItem", "mnuPlotSave", "mnuPlotSaveAs"},
+        std::vector{"mnuPlotImport", "mnuPlotTemplateApply"}, std::vector{"mnuPlotPrintSetup", "mnuPlotPrint"}}) {
+    auto* separator = new QAction(view_);
+    separator->setSeparator(true);
+    view_->addAction(separator);
+    for (const char* name : group) view_->addAction(Verb(name));
+  }
+}
+
+void Dataplot::MakeBar() {
+  constexpr std::pair<const char*, const char*> kButtons[] = {
+      {"tbzoom", "mnuPlotFormatZoom"}, {"tbunzoom", "mnuPlotFormatFitAll"},     {"tbshowcoords", "mnuPlotShowCoords"},
+      {"tbcopy", "mnuPlotClipItem"},   {"tbformat", "mnuPlotFormatProperties"}, {"tbsave", "mnuPlotSave"},
+      {"tbprint", "mnuPlotPrint"},     {"tbpagesetup", "mnuPlotPrintSetup"}};
+  QList<QAction*> actions;
+  for (const auto& [button, verb] : kButtons)
+    if (QAction* action = Verb(verb)) actions << action;
+  auto* bar = new PlotBar(*view_, actions, this);
+  static_cast<QVBoxLayout*>(layout())->insertWidget(0, bar);
+  const auto* tools = bar->findChild<QToolBar*>();
+  for (const auto& [button, verb] : kButtons)
+    if (QAction* action = Verb(verb)) tools->widgetForAction(action)->setObjectName(button);
+}
+
+}  // namespace quorvex

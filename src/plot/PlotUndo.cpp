@@ -1,0 +1,48 @@
+#include "plot/PlotUndo.h"
+
+#include <utility>
+
+namespace quorvex {
+
+void PlotUndo::Record(const PlotPage& plot, std::string_view what, std::size_t limit) {
+  const bool goesOn = turning_ && what == kTurnChange && !before_.empty();
+  State changed{plot.Clone(), {}, ++numbers_};
+  if (!goesOn) {
+    present_.What = what;
+    before_.push_back(std::move(present_));
+  }
+  present_ = std::move(changed);
+  after_.clear();
+  while (before_.size() > limit) before_.pop_front();
+  turning_ = what == kTurnChange;
+}
+
+const PlotPage* PlotUndo::Undo() {
+  if (before_.empty()) return nullptr;
+  turning_ = false;
+  State older = std::move(before_.back());
+  before_.pop_back();
+  present_.What = std::move(older.What);
+  after_.push_back(std::exchange(present_, std::move(older)));
+  return present_.Plot.get();
+}
+
+const PlotPage* PlotUndo::Redo() {
+  if (after_.empty()) return nullptr;
+  turning_ = false;
+  State newer = std::move(after_.back());
+  after_.pop_back();
+  present_.What = std::move(newer.What);
+  before_.push_back(std::exchange(present_, std::move(newer)));
+  return present_.Plot.get();
+}
+
+std::string PlotUndo::UndoText() const { return CanUndo() ? "&Undo " + before_.back().What : "Can't &Undo"; }
+std::string PlotUndo::RedoText() const { return CanRedo() ? "&Redo " + after_.back().What : "Can't &Redo"; }
+
+void PlotUndo::Saved() {
+  saved_ = present_.Number;
+  turning_ = false;  // the state that was saved can be come back to
+}
+
+}  // namespace quorvex
