@@ -180,8 +180,6 @@ TEST_F(DataplotTest, TakesEveryKindOfChangeBackByKeys) {
   QTest::keyClick(&view, Qt::Key_Escape);
   EXPECT_TRUE(Action(plot, "mnuEditUndo").isEnabled());
   EXPECT_EQ(Undo(plot), "&Undo Properties");
-  dialogs.Press(QMessageBox::No);
-  plot.close();
 }
 
 TEST_F(DataplotTest, TakesTurningBackAsAWhole) {
@@ -228,8 +226,10 @@ TEST_F(DataplotTest, IsSavedByKeyAndNamedAfterItsFile) {
     QTest::keyClick(&edit, Qt::Key_Return);
   });
   dialogs.Press(QMessageBox::Ok);
+  plot.activateWindow();
+  QTest::qWait(5);
   QTest::keyClick(&plot, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(dialogs.Said.back(), "The file '" + folder.Path("picture.png") + "' contains the Bitmap.");
+  EXPECT_EQ(dialogs.Said, Said{"The file '" + folder.Path("picture.png") + "' contains the Bitmap."});
   EXPECT_EQ(QImage(QString::fromStdString(folder.Path("picture.png"))).size(), plot.View().Picture().size());
   EXPECT_EQ(plot.windowTitle(), "kept.plt[*]");
 }
@@ -390,8 +390,6 @@ TEST_F(DataplotTest, EditsTemplatesAsText) {
   EXPECT_EQ(dialogs.Said.back(), "Do you want to make this the default template?");
   EXPECT_EQ(session.Preferences.Text("template2d"), folder.Path("new.qv2"));
   EXPECT_NE(folder.Read("new.qv2"), "");
-  dialogs.Press(QMessageBox::No);
-  plot.close();
 }
 
 // What the program does with a plot that a file manager opens.

@@ -18,6 +18,7 @@
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "files/ProjectFile.h"
+#include "files/ui/Dataplot.h"
 
 namespace quorvex {
 
@@ -34,13 +35,19 @@ class Frame : public testing::Test {
     QTest::qWait(50);
   }
 
-  // Closes every project; changes are not wanted.
+  // Closes every project and plot; changes are not wanted.
   void CloseUnsaved() {
+    const auto leavePlots = [this](const QWidget& owner) {
+      for (Dataplot* plot : owner.findChildren<Dataplot*>(Qt::FindDirectChildrenOnly))
+        if (plot->Document().Changed()) dialogs.Press(QMessageBox::No);
+    };
     for (qsizetype left = Windows(); left > 0; --left) {
+      leavePlots(Active());
       if (Document().Changed) dialogs.Press(QMessageBox::No);
       if (Document().NotesChanged) dialogs.Press(QMessageBox::No);
       Trigger("mnuFileClose");
     }
+    leavePlots(*frame);
     EXPECT_TRUE(frame->close());
   }
   void TearDown() override {
