@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
   session.Preferences.Set("Show Tips at Startup", "0");
   const Shots shots{arguments[1], arguments[2], session};
   for (const auto take : {TakeProgress, TakeFrame, TakePreferences, TakeSheet, TakeImports, TakeEstimates, TakeModels,
-                          TakeSolve, TakeResults})
+                          TakeSolve, TakeResults, TakePlotWindow})
     take(shots);
   return EXIT_SUCCESS;
 }

@@ -26,6 +26,7 @@ void TakeResults(const Shots& shots);
 void TakePreferences(const Shots& shots);
 void TakeImports(const Shots& shots);
 void TakeModels(const Shots& shots);
+void TakePlotWindow(const Shots& shots);
 void TakeProgress(const Shots& shots);
 void TakeSheet(const Shots& shots);
 void TakeSolve(const Shots& shots);

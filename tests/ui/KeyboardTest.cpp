@@ -150,6 +150,8 @@ class Keyboard : public Frame {
           button->click();
           user->Type(window);
         }
+    // What is not saved would ask, be cancelled and stay.
+    if (auto* save = window.findChild<QAction*>("mnuPlotSave")) save->trigger();
     window.close();
   }
 
@@ -185,8 +187,9 @@ TEST_F(Keyboard, StaysWhereTheMessageCameFrom) {
     else
       action->trigger();
     QTest::qWait(5);
-    for (QWidget* window : QApplication::topLevelWidgets())
-      if (window != frame.get() && window->isVisible()) ClickThrough(*window);
+    const QList<QWidget*> now = QApplication::topLevelWidgets();
+    for (const QPointer<QWidget>& window : QList<QPointer<QWidget>>(now.begin(), now.end()))
+      if (window && window != frame.get() && window->isVisible()) ClickThrough(*window);
     Work(*frame);
     user->Type(*frame);
     QTest::qWait(5);  // what was closed is gone
