@@ -23,6 +23,7 @@ class DeafPrompter final : public Prompter {
                                               const std::string&) override {
     return std::nullopt;
   }
+  std::optional<std::string> ChooseFileToOpen(const std::string&, const std::string&) override { return std::nullopt; }
 };
 
 // Opens the bytes as a plot file, with point and comma for decimals. What was opened can be written, is then the same

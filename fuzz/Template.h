@@ -29,6 +29,7 @@ class SilentPrompter : public Prompter {
                                               const std::string&) override {
     return std::nullopt;
   }
+  std::optional<std::string> ChooseFileToOpen(const std::string&, const std::string&) override { return std::nullopt; }
 };
 
 // A plot of points and of a model through them.

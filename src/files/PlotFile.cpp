@@ -10,6 +10,7 @@
 #include "files/PlotSeriesRecord.h"
 #include "files/PlotSettingsRecord.h"
 #include "files/RawData.h"
+#include "plot/PictureMessages.h"
 
 namespace quorvex {
 namespace {
@@ -76,13 +77,7 @@ std::string PlotFileText(const PlotPage& plot) {
 }
 
 bool SavePlot(const PlotPage& plot, const std::string& fileName, Prompter& user) {
-  if (!plot.PlotCreated) {
-    user.Refuse(
-        "An error in the current plot settings prohibits the plot from being saved in it's current state. Check the "
-        "plot "
-        "settings in the Graph Properties window.");
-    return false;
-  }
+  if (!CanBe("saved", plot, user)) return false;
   if (SaveFile(fileName, PlotFileText(plot)) == 0) return true;
   user.Refuse("Error saving plot to '" + fileName + "'.");
   return false;

@@ -177,9 +177,11 @@ TEST_F(DataplotTest, TakesEveryKindOfChangeBackByKeys) {
   QTest::mouseClick(&view, Qt::LeftButton, {}, legend);
   Action(plot, "mnuPlotFormatZoom").trigger();
   EXPECT_FALSE(Action(plot, "mnuEditUndo").isEnabled()) << "in between";
+  EXPECT_TRUE(In<QToolButton>(plot, "tbzoom").isDown());
   QTest::keyClick(&view, Qt::Key_Escape);
   EXPECT_TRUE(Action(plot, "mnuEditUndo").isEnabled());
   EXPECT_EQ(Undo(plot), "&Undo Properties");
+  EXPECT_FALSE(In<QToolButton>(plot, "tbzoom").isDown());
 }
 
 TEST_F(DataplotTest, TakesTurningBackAsAWhole) {

@@ -73,6 +73,7 @@ class parentfrm : public QMainWindow {
   void FileSave();
   void FileSaveAs();
   void FileClose();
+  void WindowCloseAll();
   void MacroEditor();
   void FilePreferences();
   void GeneralPreferences();

@@ -12,6 +12,7 @@
 #include <QStyle>
 #include <QToolBar>
 #include <QUrl>
+#include <algorithm>
 
 #include "app/HelpPages.h"
 #include "app/SettingsStore.h"
@@ -206,7 +207,6 @@ void parentfrm::MakeWindowMenu() {
       {"mnuWindowNext", "&Next", QKeySequence("Ctrl+F6"), [](QMdiArea& area) { area.activateNextSubWindow(); }},
       {"mnuWindowPrevious", "&Previous", QKeySequence("Ctrl+Shift+F6"),
        [](QMdiArea& area) { area.activatePreviousSubWindow(); }},
-      {"mnuWindowCloseAll", "Close A&ll", {}, [](QMdiArea& area) { CloseAllForms(area); }},
   };
   for (const Entry& entry : entries) {
     if (entry.Name == nullptr) {
@@ -220,7 +220,13 @@ void parentfrm::MakeWindowMenu() {
     windowMenu_->addAction(action);
     projectActions_ << action;
   }
+  windowMenu_->addAction(NewAction("mnuWindowCloseAll", "Close A&ll", {}, &parentfrm::WindowCloseAll));
   windowMenu_->addSeparator();
+}
+
+void parentfrm::WindowCloseAll() {
+  const QList<Dataplot*> plots = findChildren<Dataplot*>(Qt::FindDirectChildrenOnly);
+  if (std::ranges::all_of(plots, [](Dataplot* plot) { return plot->close(); })) CloseAllForms(*area_);
 }
 
 // The projects, each followed by the windows of its results and plots, and the plots of files.

@@ -3,6 +3,7 @@
 #include <QActionGroup>
 #include <QMenuBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "core/RecentFiles.h"
@@ -142,6 +143,15 @@ void Dataplot::MakeBar() {
   const auto* tools = bar->findChild<QToolBar*>();
   for (const auto& [button, verb] : kButtons)
     if (QAction* action = Verb(verb)) tools->widgetForAction(action)->setObjectName(button);
+  for (const char* mode : {"tbzoom", "tbshowcoords"}) {
+    auto* button = bar->findChild<QToolButton*>(mode);
+    if (button == nullptr) continue;
+    // A mode that has begun takes all verbs away, its own too; until it ends its button is down.
+    connect(button->defaultAction(), &QAction::triggered, button, [button] { button->setDown(!button->isEnabled()); });
+    connect(view_, &PlotView::MenuEnabled, button, [button](bool enabled) {
+      if (enabled) button->setDown(false);
+    });
+  }
 }
 
 }  // namespace quorvex
