@@ -7,24 +7,10 @@
 
 #include "NullSurface.h"
 #include "Require.h"
+#include "core/QuietPrompter.h"
 #include "files/PlotFile.h"
 
 namespace quorvex {
-
-// Hears nothing and answers No.
-class DeafPrompter final : public Prompter {
- public:
-  void Refuse(const std::string&) override {}
-  void Inform(const std::string&) override {}
-  bool Ask(const std::string&) override { return false; }
-  std::optional<bool> AskOrCancel(const std::string&) override { return std::nullopt; }
-  std::optional<std::string> AskText(const std::string&, const std::string&) override { return std::nullopt; }
-  std::optional<std::string> ChooseFileToSave(const std::string&, const std::string&, const std::string&,
-                                              const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> ChooseFileToOpen(const std::string&, const std::string&) override { return std::nullopt; }
-};
 
 // Opens the bytes as a plot file, with point and comma for decimals. What was opened can be written, is then the same
 // plot for good, and is drawn or refused.
@@ -42,7 +28,7 @@ inline int FuzzPlotFile(const std::uint8_t* data, std::size_t size) {
     const auto again = ParsePlotFile(text, "p.plt", settings, locale);
     Require(static_cast<bool>(again), "a plot that was saved and cannot be opened");
     Require(PlotFileText(**again) == text, "a plot that saving changes");
-    DeafPrompter user;
+    QuietPrompter user;
     for (const bool automatic : {false, true})
       for (const int unitsPerMillimetre : {4, 200}) {  // of a screen, and finer than any paper
         NullSurface surface(unitsPerMillimetre);

@@ -7,6 +7,7 @@
 
 #include "../tests/plot/RecordingSurface.h"
 #include "Require.h"
+#include "core/QuietPrompter.h"
 #include "core/TextEncoding.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
@@ -16,21 +17,6 @@
 #include "plot3d/PlotClass3D.h"
 
 namespace quorvex {
-
-// Answers nothing.
-class SilentPrompter : public Prompter {
- public:
-  void Refuse(const std::string&) override {}
-  void Inform(const std::string&) override {}
-  bool Ask(const std::string&) override { return false; }
-  std::optional<bool> AskOrCancel(const std::string&) override { return std::nullopt; }
-  std::optional<std::string> AskText(const std::string&, const std::string&) override { return std::nullopt; }
-  std::optional<std::string> ChooseFileToSave(const std::string&, const std::string&, const std::string&,
-                                              const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> ChooseFileToOpen(const std::string&, const std::string&) override { return std::nullopt; }
-};
 
 // A plot of points and of a model through them.
 template <typename Plot, typename Model>
@@ -57,7 +43,7 @@ template <typename Plot>
 void ShapeAndDraw(Plot plot, Plot other, std::string_view text) {
   const std::vector<std::string> groups = TemplateFormatOf(plot).Groups();
   const TemplateSelection everything(groups.begin(), groups.end());
-  SilentPrompter prompter;
+  QuietPrompter prompter;
   ApplyTemplateText(plot, text, &prompter);
   const std::string written = TemplateText(plot, everything);
   ApplyTemplateText(other, written, nullptr);

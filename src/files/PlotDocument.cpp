@@ -6,6 +6,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/QuietPrompter.h"
 #include "core/RecentFiles.h"
 #include "files/DetectFileType.h"
 #include "files/ImportPlotData.h"
@@ -18,8 +19,7 @@ namespace {
 
 constexpr const char* kSaveFilter =
     "Plot files (*.plt);;PNG files (*.png);;Bitmap files (*.bmp);;PDF documents (*.pdf)";
-constexpr const char* kImportFilter =
-    "Plot files (*.plt);;Quorvex files (*.qvx);;Data Files (*.dat);;All Files (*.*)";
+constexpr const char* kImportFilter = "Plot files (*.plt);;Quorvex files (*.qvx);;Data Files (*.dat);;All Files (*.*)";
 
 bool IsPicture(const std::string& fileName) {
   constexpr std::string_view kPictures[] = {".png", ".bmp", ".pdf"};
@@ -137,7 +137,7 @@ std::optional<PlotDocument> OpenPlotDocument(const std::string& fileName, Settin
   }
   const std::optional<FileType> type = DetectFileType(fileName);
   if (!type || type->Kind != "plot") return NewPlotDocument(std::move(*plot), settings, user);
-  if (!(*plot)->CreateGraph({.Regenerate = true}, user)) {
+  if (QuietPrompter nobody; !(*plot)->CreateGraph({.Regenerate = true}, nobody)) {
     user.Refuse("Error creating plot from '" + fileName + "'." + std::string(NL) + "The file appears to be corrupted.");
     return std::nullopt;
   }

@@ -3,26 +3,9 @@
 #include <algorithm>
 
 #include "core/NumberText.h"
+#include "core/QuietPrompter.h"
 
 namespace quorvex {
-namespace {
-
-// For plots that are tried while the user is still at work on them.
-class NoPrompter : public Prompter {
- public:
-  void Refuse(const std::string&) override {}
-  void Inform(const std::string&) override {}
-  bool Ask(const std::string&) override { return false; }
-  std::optional<bool> AskOrCancel(const std::string&) override { return std::nullopt; }
-  std::optional<std::string> AskText(const std::string&, const std::string&) override { return std::nullopt; }
-  std::optional<std::string> ChooseFileToSave(const std::string&, const std::string&, const std::string&,
-                                              const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> ChooseFileToOpen(const std::string&, const std::string&) override { return std::nullopt; }
-};
-
-}  // namespace
 
 PlotEntries::PlotEntries(const PlotPage& plot) : original_(plot.Clone()) {
   Pages = original_->Fields();
@@ -120,7 +103,7 @@ bool PlotEntries::Create(PlotPage& plot, Prompter& prompter) const {
 }
 
 bool PlotEntries::Preview(PlotPage& plot) const {
-  NoPrompter nobody;
+  QuietPrompter nobody;
   if (Check()) return false;
   if (Create(plot, nobody)) return true;
   TakeBack(plot);
@@ -128,7 +111,7 @@ bool PlotEntries::Preview(PlotPage& plot) const {
 }
 
 void PlotEntries::TakeBack(PlotPage& plot) const {
-  NoPrompter nobody;
+  QuietPrompter nobody;
   plot.Assign(*original_);
   if (plot.PlotCreated) plot.CreateGraph({.Regenerate = true}, nobody);
 }

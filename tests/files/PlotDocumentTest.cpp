@@ -182,6 +182,14 @@ TEST_F(PlotDocumentTest, OpensItsFile) {
     EXPECT_EQ(Take(),
               Said{"refuse: Error reading plot '" + file + "'.\r\nThe file is incompatible or appears corrupted."});
   }
+  // Whole, but with a model that has no value at the first points.
+  PlotClass faulty{settings};
+  faulty.PlotData.emplace_back(Curve("a*log(x-5)", {1}));
+  faulty.PlotCreated = true;
+  const std::string file = folder.Path("faulty.plt");
+  ASSERT_TRUE(SavePlot(faulty, file, user));
+  EXPECT_FALSE(OpenPlotDocument(file, settings, {}, user));
+  EXPECT_EQ(Take(), Said{"refuse: Error creating plot from '" + file + "'.\r\nThe file appears to be corrupted."});
   EXPECT_EQ(RecentFiles(settings, kRecentPlots).size(), 1u);
 }
 
