@@ -177,11 +177,11 @@ TEST_F(DataplotTest, TakesEveryKindOfChangeBackByKeys) {
   QTest::mouseClick(&view, Qt::LeftButton, {}, legend);
   Action(plot, "mnuPlotFormatZoom").trigger();
   EXPECT_FALSE(Action(plot, "mnuEditUndo").isEnabled()) << "in between";
-  EXPECT_TRUE(In<QToolButton>(plot, "tbzoom").isDown());
+  EXPECT_TRUE(In<QToolButton>(plot, "tbzoom").isChecked());
   QTest::keyClick(&view, Qt::Key_Escape);
   EXPECT_TRUE(Action(plot, "mnuEditUndo").isEnabled());
   EXPECT_EQ(Undo(plot), "&Undo Properties");
-  EXPECT_FALSE(In<QToolButton>(plot, "tbzoom").isDown());
+  EXPECT_FALSE(In<QToolButton>(plot, "tbzoom").isChecked());
 }
 
 TEST_F(DataplotTest, TakesTurningBackAsAWhole) {
@@ -319,6 +319,21 @@ TEST_F(DataplotTest, OpensFilesUnderTheFrame) {
   dialogs.Press(QMessageBox::No);
   EXPECT_TRUE(frame->close());
   EXPECT_TRUE(static_cast<PlotClass&>(**OpenPlotFile(a, session.Preferences, {})).SwapAxis);
+}
+
+TEST_F(DataplotTest, ClosesWithAllWindows) {
+  Start('"' + SavedPlot("a.plt") + '"');
+  Trigger("mnuFileNew");
+  Change(*Plots()[0]);
+  dialogs.Press(QMessageBox::Cancel);
+  Trigger("mnuWindowCloseAll");
+  EXPECT_EQ(Plots().size(), 1);
+  EXPECT_EQ(Windows(), 1);
+  dialogs.Press(QMessageBox::No);
+  Trigger("mnuWindowCloseAll");
+  QTest::qWait(10);
+  EXPECT_TRUE(Plots().empty());
+  EXPECT_EQ(Windows(), 0);
 }
 
 TEST_F(DataplotTest, TellsWhyAFileIsNoPlot) {

@@ -3,7 +3,6 @@
 #include <QActionGroup>
 #include <QMenuBar>
 #include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "core/RecentFiles.h"
@@ -143,13 +142,14 @@ void Dataplot::MakeBar() {
   const auto* tools = bar->findChild<QToolBar*>();
   for (const auto& [button, verb] : kButtons)
     if (QAction* action = Verb(verb)) tools->widgetForAction(action)->setObjectName(button);
-  for (const char* mode : {"tbzoom", "tbshowcoords"}) {
-    auto* button = bar->findChild<QToolButton*>(mode);
-    if (button == nullptr) continue;
+  for (const char* name : {"mnuPlotFormatZoom", "mnuPlotShowCoords"}) {
+    QAction* mode = Verb(name);
+    if (mode == nullptr) continue;
     // A mode that has begun takes all verbs away, its own too; until it ends its button is down.
-    connect(button->defaultAction(), &QAction::triggered, button, [button] { button->setDown(!button->isEnabled()); });
-    connect(view_, &PlotView::MenuEnabled, button, [button](bool enabled) {
-      if (enabled) button->setDown(false);
+    mode->setCheckable(true);
+    connect(mode, &QAction::triggered, this, [mode] { mode->setChecked(!mode->isEnabled()); });
+    connect(view_, &PlotView::MenuEnabled, mode, [mode](bool enabled) {
+      if (enabled) mode->setChecked(false);
     });
   }
 }
