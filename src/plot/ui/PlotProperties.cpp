@@ -169,7 +169,9 @@ void PlotProperties::CalcScale() {
 }
 
 void PlotProperties::SaveDefaults() {
-  if (Passes()) entries_.SaveDefaults(settings_);
+  if (!Passes()) return;
+  entries_.SaveDefaults(settings_);
+  prompter_.Inform("New plots begin with what is entered here.");
 }
 
 bool PlotProperties::Passes() {
