@@ -13,18 +13,12 @@ namespace quorvex {
 PlotField FontField(const std::string& control, const std::string& label, PlotFont& font, std::int32_t& color,
                     bool beside = false);
 
-// A whole number from `least` to `most`; `what` names it in the message, as in "The Axis Width".
-template <typename Integer>
-PlotField RangeField(const std::string& control, const std::string& label, Integer& place, int least, int most,
-                     const std::string& what) {
-  return {.Control = control,
-          .Label = label,
-          .Kind = FieldKind::Number,
-          .Place = &place,
-          .Least = static_cast<double>(least),
-          .Most = static_cast<double>(most),
-          .OutOfRange = what + " must be in the range (" + std::to_string(least) + " - " + std::to_string(most) + ")."};
-}
+// A number in a range, with what is said of any other; and a whole one that `what` names, as in "The Axis Width must be
+// in the range (1 - 5)."
+PlotField NumberField(const std::string& control, const std::string& label, const FieldPlace& place, double least,
+                      double most, const std::string& outOfRange);
+PlotField RangeField(const std::string& control, const std::string& label, const FieldPlace& place, int least, int most,
+                     const std::string& what);
 
 // The titles of plot and axes. The user knows these by their names, which their controls' names end in.
 FieldPage TitlePage(PlotPage& plot, const std::vector<std::string>& names);

@@ -30,22 +30,18 @@ FieldPage AxisPage(BoxAxis& axis, const std::string& title, const std::string& n
 }
 
 PlotField DivisionsField(const std::string& direction, const std::string& label, std::int16_t& points) {
-  PlotField field = RangeField(direction + "PixelEvery_text", label, points, 2, 99, "");
-  field.NotANumber = "Please enter a valid number for the surface mesh " + direction + " divisions.";
-  field.OutOfRange = "The number of surface mesh " + direction + " divisions must be in the range (2-99).";
+  const std::string what = "surface mesh " + direction + " divisions";
+  PlotField field = NumberField(direction + "PixelEvery_text", label, &points, 2, 99,
+                                "The number of " + what + " must be in the range (2-99).");
+  field.NotANumber = "Please enter a valid number for the " + what + ".";
   return field;
 }
 
 PlotField AngleField(const std::string& control, const std::string& label, double& angle, int most,
                      const std::string& plane) {
-  return {.Control = control,
-          .Label = label,
-          .Kind = Number,
-          .Place = &angle,
-          .Least = 0,
-          .Most = static_cast<double>(most),
-          .OutOfRange =
-              "Please enter a valid number for the " + plane + " plane viewpoint (0 - " + std::to_string(most) + ")."};
+  return NumberField(
+      control, label, &angle, 0, most,
+      "Please enter a valid number for the " + plane + " plane viewpoint (0 - " + std::to_string(most) + ").");
 }
 
 std::vector<PlotField> PlaneFields(BoxPlane& plane, const std::string& axes, const std::string& label) {
@@ -94,7 +90,7 @@ FieldGroup ShadingGroup(PlotClass3D& plot) {
             .Kind = Choice,
             .Place = &plot.UseAxisScale,
             .Choices = {"Scale to Data", "Scale to Axis"}},
-           RangeField("txtNumContours", "&Number of contours:", plot.MeshContourDensity, 2, 50,
+           RangeField("txtNumContours", "&Number of contours:", &plot.MeshContourDensity, 2, 50,
                       "The number of contours"),
            {.Control = "ckDisplayLine",
             .Label = "Show contour &lines",
@@ -105,7 +101,7 @@ FieldGroup ShadingGroup(PlotClass3D& plot) {
             .Label = "Contour &style:",
             .Kind = LineStyle,
             .Place = &plot.ContourPenStyle},
-           RangeField("cmbContourWidth", "Contour &width:", plot.ContourPenWidth, 1, 5, "The Contour Width")},
+           RangeField("cmbContourWidth", "Contour &width:", &plot.ContourPenWidth, 1, 5, "The Contour Width")},
       .Dialog = FieldGroup::DialogNames{"frmContour", "cmdShading", "S&hading and contours..."}};
 }
 

@@ -163,7 +163,7 @@ void PlotProperties::EditGroup(FieldGroup& group) {
 }
 
 void PlotProperties::CalcScale() {
-  if (!entries_.CalcScale()) return;
+  if (!entries_.CalcScale()) return prompter_.Refuse(kPlotFailure);
   ShowEntries();
   Edited();
 }
