@@ -54,8 +54,9 @@ struct PlotField {
   std::string NotANumber = "";  // what is said of a number that is none,
   std::string OutOfRange = "";  // and of any that does not do
   std::vector<const char*> Choices = {};
-  bool Beside = false;    // its control stands beside that of the field before it
-  std::string Hint = "";  // stands there, too
+  std::vector<std::vector<std::int32_t>> Swatches = {};  // colours that each choice stands for, where it does
+  bool Beside = false;                                   // its control stands beside that of the field before it
+  std::string Hint = "";                                 // stands there, too
   bool Applies = true;    // a field that a series does not have is shown, but not to be set
   FieldValue Entry = {};  // what its control holds
 };

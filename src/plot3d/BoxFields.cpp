@@ -1,5 +1,6 @@
 #include "plot/PageFields.h"
 #include "plot/PlotSwitches.h"
+#include "plot3d/MeshBands.h"
 #include "plot3d/PlotClass3D.h"
 
 namespace quorvex {
@@ -62,6 +63,15 @@ FieldGroup PlaneGroup(PlotClass3D& plot) {
   return group;
 }
 
+// What each of the colour schemes looks like, but for the one that has no bands.
+std::vector<std::vector<std::int32_t>> SchemeSwatches() {
+  constexpr int kBands = 12;
+  std::vector<std::vector<std::int32_t>> swatches(kMeshSchemes);
+  for (int scheme = 0; scheme < kMeshSchemes; ++scheme)
+    if (scheme != kTrueColorScheme) swatches[static_cast<std::size_t>(scheme)] = BandColours(kBands, scheme);
+  return swatches;
+}
+
 FieldGroup ShadingGroup(PlotClass3D& plot) {
   std::vector<std::int32_t*> baseColors;
   for (PlotSeries& series : plot.PlotData)
@@ -78,8 +88,8 @@ FieldGroup ShadingGroup(PlotClass3D& plot) {
             .Kind = Choice,
             .Place = &plot.MeshColorScheme,
             .Choices = {"Greyscale", "Red/Black", "Blue/Black", "Green/Black", "Cyan/Black", "Red/Blue", "Red/Green",
-                        "Blue/Green", "Spectrum", "True color", "White/Red", "White/Blue", "White/Green",
-                        "White/Cyan"}},
+                        "Blue/Green", "Spectrum", "True color", "White/Red", "White/Blue", "White/Green", "White/Cyan"},
+            .Swatches = SchemeSwatches()},
            {.Control = "cmdColor",
             .Label = "&Base color of True color:",
             .Kind = Color,

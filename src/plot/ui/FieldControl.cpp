@@ -135,6 +135,11 @@ void FieldControl::MakeFlag(const PlotField& field, QWidget* parent) {
 void FieldControl::MakeChoices(const PlotField& field, QWidget* parent) {
   auto* list = Take(new QComboBox(parent));
   for (const char* choice : field.Choices) list->addItem(choice);
+  if (!field.Swatches.empty()) list->setIconSize({kLineSampleWidth, kSampleHeight});
+  for (int choice = 0; const auto& colours : field.Swatches) {
+    if (!colours.empty()) list->setItemIcon(choice, ColorSample(colours, *list));
+    ++choice;
+  }
   if (field.Kind == FieldKind::LineStyle) {
     list->setIconSize({kLineSampleWidth, kSampleHeight});
     for (int style = 0; const char* name : kLineStyles) list->addItem(LineSample(style++, *list), name);

@@ -1,6 +1,7 @@
 #include "plot/ui/StyleSamples.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QPixmap>
 #include <QWidget>
 #include <array>
@@ -47,6 +48,19 @@ QIcon MarkerSample(int style, const QWidget& control) {
     const std::array<std::int32_t, 1> x{units(kMarkerSampleWidth / 2)}, y{units(kSampleHeight / 2)};
     DrawMarkers(surface, x, y, kBlack, style, units(5), units(1));
   });
+}
+
+QIcon ColorSample(const std::vector<std::int32_t>& colours, const QWidget& control) {
+  const double scale = control.devicePixelRatioF();
+  QPixmap sample((QSizeF(kLineSampleWidth, kSampleHeight) * scale).toSize());
+  sample.setDevicePixelRatio(scale);
+  sample.fill(Qt::transparent);
+  QPainter painter(&sample);
+  const double width = static_cast<double>(kLineSampleWidth) / static_cast<double>(colours.size());
+  for (std::size_t i = 0; i < colours.size(); ++i)
+    painter.fillRect(QRectF(static_cast<double>(i) * width, 3, width, kSampleHeight - 6),
+                     QColor(colours[i] & 0xFF, colours[i] >> 8 & 0xFF, colours[i] >> 16 & 0xFF));
+  return sample;
 }
 
 }  // namespace quorvex
