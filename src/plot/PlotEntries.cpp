@@ -63,7 +63,10 @@ std::optional<PlotEntries::Refusal> PlotEntries::CheckGroup(const FieldGroup& gr
   for (const PlotField& field : fields)
     if (!field.NotANumber.empty() && !NumberOf(field, Locale()))
       return Refusal{field.NotANumber, field.Control, std::nullopt};
-  const auto limit = [&](ScaleField which) { return *NumberOf(fields[which], Locale()); };
+  // Limits next to each other may show the same digits.
+  const auto limit = [&](ScaleField which) {
+    return IsChanged(fields[which]) ? *NumberOf(fields[which], Locale()) : *std::get<double*>(fields[which].Place);
+  };
   if (group.Scale && limit(kMinimum) >= limit(kMaximum))
     return Refusal{group.Scale->Limits, fields[kMinimum].Control, std::nullopt};
   for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -89,7 +92,7 @@ void PlotEntries::WriteSeries(PlotPage& plot) const {
   for (std::size_t s = 0; s < Series.size(); ++s) {
     const std::vector<PlotField> places = plot.SeriesFields(plot.PlotData[s]);
     for (std::size_t i = 0; i < places.size(); ++i)
-      if (IsChanged(Series[s].Fields[i])) quorvex::Write(Series[s].Fields[i], places[i].Place, Locale());
+      if (IsChanged(Series[s].Fields[i])) StoreEntry(Series[s].Fields[i], places[i].Place, Locale());
   }
 }
 
@@ -100,7 +103,7 @@ void PlotEntries::Write(PlotPage& plot) const {
       const FieldGroup& group = Pages[p].Groups[g];
       for (std::size_t i = 0; i < group.Fields.size(); ++i)
         if (IsChanged(group.Fields[i]) && !group.IsDecided(i))
-          quorvex::Write(group.Fields[i], pages[p].Groups[g].Fields[i].Place, Locale());
+          StoreEntry(group.Fields[i], pages[p].Groups[g].Fields[i].Place, Locale());
     }
   WriteSeries(plot);
   if (const auto angles = plot.Angles()) plot.SetAngles(*angles);

@@ -39,7 +39,7 @@ std::optional<double> NumberOf(const PlotField& field, const LocaleText& locale)
   return value && (broken || *value == std::floor(*value)) ? value : std::nullopt;
 }
 
-void Write(const PlotField& field, const FieldPlace& place, const LocaleText& locale) {
+void StoreEntry(const PlotField& field, const FieldPlace& place, const LocaleText& locale) {
   const auto write = [&]<typename Place>(const Place& to) {
     if constexpr (std::is_same_v<Place, std::string*>)
       *to = std::get<std::string>(field.Entry);

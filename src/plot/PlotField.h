@@ -15,7 +15,6 @@ namespace quorvex {
 // What of a plot the user sets in its properties, as lists of fields: a dialog shows a control for each.
 
 enum class FieldKind {
-  Text,
   PlotText,   // with text codes
   Lines,      // ended by carriage return and line feed
   Number,     // typed in the locale's form; whole where the field is
@@ -48,7 +47,7 @@ using FieldPlace = std::variant<std::string*, bool*, std::int16_t*, std::int32_t
 struct PlotField {
   std::string Control;  // its name
   std::string Label;    // "&" before the letter that goes to it
-  FieldKind Kind = FieldKind::Text;
+  FieldKind Kind;
   FieldPlace Place;
   double Least = -std::numeric_limits<double>::infinity(), Most = std::numeric_limits<double>::infinity();
   std::string NotANumber = "";  // what is said of a number that is none,
@@ -68,7 +67,7 @@ FieldValue ValueOf(const PlotField& field, const LocaleText& locale);
 std::optional<double> NumberOf(const PlotField& field, const LocaleText& locale);
 
 // Puts the entry of a field into a place. A number that is none stays out.
-void Write(const PlotField& field, const FieldPlace& place, const LocaleText& locale);
+void StoreEntry(const PlotField& field, const FieldPlace& place, const LocaleText& locale);
 
 // The first fields of the scale of an axis.
 enum ScaleField : std::size_t { kMinimum, kMaximum, kMajorTicks, kMinorTicks, kLogScale };

@@ -99,6 +99,7 @@ TEST(PlotEntries, LeaveAloneWhatNobodyChanges) {
   PlotClass plot = LinePlot();
   // Digits beyond those shown, and what only a file or the program can have brought.
   plot.X.Min = 1.0 / 3;
+  plot.X.Max = std::nextafter(plot.X.Min, 1);
   plot.X.NumMajorTicks = 30;
   plot.Y = {};
   plot.Y.Min = 1e-15;

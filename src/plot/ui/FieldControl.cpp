@@ -54,7 +54,6 @@ class NumberBox : public QAbstractSpinBox {
 
 FieldControl::FieldControl(const PlotField& field, const LocaleText& locale, QWidget* parent) : QObject(parent) {
   switch (field.Kind) {
-    case FieldKind::Text:
     case FieldKind::PlotText:
     case FieldKind::Number:
       MakeLine(field, locale, parent);
