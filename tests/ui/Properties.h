@@ -68,6 +68,7 @@ class PropertiesForm : public testing::Test {
       EXPECT_TRUE(page->CreateGraph({.Auto = true}, prompter));
       // Off zero, so that the axes can be logarithmic.
       for (PlotAxis* axis : page->Axes()) axis->Min = 0.5;
+      space.Z.Max = 6;
       EXPECT_TRUE(page->CreateGraph({.Regenerate = true, .AutoFormat = true}, prompter));
       Picture(*page);
     }
