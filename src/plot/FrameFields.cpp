@@ -52,7 +52,7 @@ std::vector<FieldPage> PlotClass::Fields() {
           {"&Page", {curves, PenGroup(*this)}}};
 }
 
-std::vector<PlotField> PlotClass::SeriesFields(PlotSeries& series) const {
+std::vector<PropertyField> PlotClass::SeriesFields(PlotSeries& series) const {
   return LineFields(series.Style(), 10, HasErrorBars(series));
 }
 

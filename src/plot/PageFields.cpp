@@ -3,7 +3,7 @@
 namespace quorvex {
 namespace {
 
-PlotField TitleField(const std::string& control, const std::string& label, std::string& title) {
+PropertyField TitleField(const std::string& control, const std::string& label, std::string& title) {
   return {.Control = control, .Label = label, .Kind = FieldKind::PlotText, .Place = &title};
 }
 
@@ -31,14 +31,14 @@ FieldGroup BoxGroup(PlotBox& box, const std::string& title, const std::string& b
 
 }  // namespace
 
-PlotField FontField(const std::string& control, const std::string& label, PlotFont& font, std::int32_t& color,
-                    bool beside) {
+PropertyField FontField(const std::string& control, const std::string& label, PlotFont& font, std::int32_t& color,
+                        bool beside) {
   return {
       .Control = control, .Label = label, .Kind = FieldKind::Font, .Place = FontPlace{&font, &color}, .Beside = beside};
 }
 
-PlotField NumberField(const std::string& control, const std::string& label, const FieldPlace& place, double least,
-                      double most, const std::string& outOfRange) {
+PropertyField NumberField(const std::string& control, const std::string& label, const FieldPlace& place, double least,
+                          double most, const std::string& outOfRange) {
   return {.Control = control,
           .Label = label,
           .Kind = FieldKind::Number,
@@ -48,8 +48,8 @@ PlotField NumberField(const std::string& control, const std::string& label, cons
           .OutOfRange = outOfRange};
 }
 
-PlotField RangeField(const std::string& control, const std::string& label, const FieldPlace& place, int least, int most,
-                     const std::string& what) {
+PropertyField RangeField(const std::string& control, const std::string& label, const FieldPlace& place, int least,
+                         int most, const std::string& what) {
   return NumberField(control, label, place, least, most,
                      what + " must be in the range (" + std::to_string(least) + " - " + std::to_string(most) + ").");
 }
@@ -162,7 +162,7 @@ FieldGroup PenGroup(PlotPage& plot) {
                .Place = &plot.PlotBackgroundColor}}};
 }
 
-std::vector<PlotField> LineFields(SeriesStyle& style, int widest, bool hasBars) {
+std::vector<PropertyField> LineFields(SeriesStyle& style, int widest, bool hasBars) {
   using enum FieldKind;
   return {{.Control = "LegendText", .Label = "Le&gend text:", .Kind = PlotText, .Place = &style.LegendText},
           {.Control = "DisplayLine_check", .Label = "Show li&ne", .Kind = Flag, .Place = &style.DisplayLine},

@@ -8,7 +8,7 @@ namespace {
 
 using enum FieldKind;
 
-PlotField GridField(const std::string& control, const std::string& label, bool& place) {
+PropertyField GridField(const std::string& control, const std::string& label, bool& place) {
   return {.Control = control, .Label = label, .Kind = Flag, .Place = &place};
 }
 
@@ -30,22 +30,22 @@ FieldPage AxisPage(BoxAxis& axis, const std::string& title, const std::string& n
                         .Place = &axis.TickColor}}}}};
 }
 
-PlotField DivisionsField(const std::string& direction, const std::string& label, std::int16_t& points) {
+PropertyField DivisionsField(const std::string& direction, const std::string& label, std::int16_t& points) {
   const std::string what = "surface mesh " + direction + " divisions";
-  PlotField field = NumberField(direction + "PixelEvery_text", label, &points, 2, 99,
-                                "The number of " + what + " must be in the range (2-99).");
+  PropertyField field = NumberField(direction + "PixelEvery_text", label, &points, 2, 99,
+                                    "The number of " + what + " must be in the range (2-99).");
   field.NotANumber = "Please enter a valid number for the " + what + ".";
   return field;
 }
 
-PlotField AngleField(const std::string& control, const std::string& label, double& angle, int most,
-                     const std::string& plane) {
+PropertyField AngleField(const std::string& control, const std::string& label, double& angle, int most,
+                         const std::string& plane) {
   return NumberField(
       control, label, &angle, 0, most,
       "Please enter a valid number for the " + plane + " plane viewpoint (0 - " + std::to_string(most) + ").");
 }
 
-std::vector<PlotField> PlaneFields(BoxPlane& plane, const std::string& axes, const std::string& label) {
+std::vector<PropertyField> PlaneFields(BoxPlane& plane, const std::string& axes, const std::string& label) {
   return {{.Control = "ShadeBox" + axes, .Label = label, .Kind = Flag, .Place = &plane.Shade},
           {.Control = "Box" + axes + "Color",
            .Label = "Color of the " + axes + " plane",
@@ -59,7 +59,7 @@ FieldGroup PlaneGroup(PlotClass3D& plot) {
   for (auto [plane, axes, label] : {std::tuple{&plot.BoxXY, "X1-X2", "X1-X2, &bottom"},
                                     {&plot.BoxYZ, "X2-Y", "X2-Y, &side"},
                                     {&plot.BoxXZ, "X1-Y", "&X1-Y, back"}})
-    for (PlotField& field : PlaneFields(*plane, axes, label)) group.Fields.push_back(std::move(field));
+    for (PropertyField& field : PlaneFields(*plane, axes, label)) group.Fields.push_back(std::move(field));
   return group;
 }
 
@@ -158,10 +158,10 @@ std::vector<FieldPage> PlotClass3D::Fields() {
           {"&Page", {view, PlaneGroup(*this), PenGroup(*this)}}};
 }
 
-std::vector<PlotField> PlotClass3D::SeriesFields(PlotSeries& series) const {
+std::vector<PropertyField> PlotClass3D::SeriesFields(PlotSeries& series) const {
   SeriesStyle& style = series.Style();
   const bool isModel = series.Model() != nullptr;
-  std::vector<PlotField> fields = LineFields(style, 5, isModel || HasErrorBars(series));
+  std::vector<PropertyField> fields = LineFields(style, 5, isModel || HasErrorBars(series));
   fields.push_back({.Control = "ShadeMesh",
                     .Label = "S&hade the surface",
                     .Kind = Flag,

@@ -12,13 +12,13 @@
 namespace quorvex {
 
 // The field with a control of that name, of a plot or its first series.
-inline PlotField& Field(PlotEntries& entries, const std::string& control) {
+inline PropertyField& Field(PlotEntries& entries, const std::string& control) {
   std::vector<FieldGroup*> groups;
   for (FieldPage& page : entries.Pages)
     for (FieldGroup& group : page.Groups) groups.push_back(&group);
   if (!entries.Series.empty()) groups.push_back(&entries.Series[0]);
   for (FieldGroup* group : groups)
-    for (PlotField& field : group->Fields)
+    for (PropertyField& field : group->Fields)
       if (field.Control == control) return field;
   throw std::invalid_argument("no control " + control);
 }
@@ -28,7 +28,7 @@ using Typed = std::vector<std::pair<std::string, FieldValue>>;
 
 inline void Type(PlotEntries& entries, const Typed& typed) {
   for (const auto& [control, value] : typed) {
-    PlotField& field = Field(entries, control);
+    PropertyField& field = Field(entries, control);
     ASSERT_EQ(field.Entry.index(), value.index()) << control;
     field.Entry = value;
   }

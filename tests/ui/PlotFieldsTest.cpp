@@ -128,7 +128,7 @@ const FieldRow<PlotClass3D> kFields3D[] = {
     {"ShadeMesh", 1, [](const PlotClass3D& p) { return p.PlotData[0].Style().ShadeMesh != 0; }},
     {"ShadeColor", 255, [](const PlotClass3D& p) { return p.PlotData[0].Style().ShadeColor == 255; }},
     {"XYAngle_text", "200", [](const PlotClass3D& p) { return p.XYAngle == kViewPi * 200 / 180; }},
-    {"ZAngle_text", "7.5", [](const PlotClass3D& p) { return p.ZAngleDegrees() == 7.5; }},
+    {"ZAngle_text", "7.5", [](const PlotClass3D& p) { return p.Angles()->Z == 7.5; }},
     {"ckMakeSquare", 1, [](const PlotClass3D& p) { return p.Make3DSquare; }},
     {"ShadeBoxX1-X2", 1, [](const PlotClass3D& p) { return p.BoxXY.Shade; }},
     {"BoxX1-X2Color", 255, [](const PlotClass3D& p) { return p.BoxXY.Color == 255; }},

@@ -29,7 +29,7 @@ QString Text(const FieldValue& value) { return QString::fromStdString(std::get<s
 // Takes any text, and steps the number that it may be within the range of a field.
 class NumberBox : public QAbstractSpinBox {
  public:
-  NumberBox(const PlotField& field, const LocaleText& locale, QWidget* parent)
+  NumberBox(const PropertyField& field, const LocaleText& locale, QWidget* parent)
       : QAbstractSpinBox(parent), locale_(locale), least_(field.Least), most_(field.Most) {}
 
   QLineEdit* Edit() const { return lineEdit(); }
@@ -52,7 +52,7 @@ class NumberBox : public QAbstractSpinBox {
 
 }  // namespace
 
-FieldControl::FieldControl(const PlotField& field, const LocaleText& locale, QWidget* parent) : QObject(parent) {
+FieldControl::FieldControl(const PropertyField& field, const LocaleText& locale, QWidget* parent) : QObject(parent) {
   switch (field.Kind) {
     case FieldKind::PlotText:
     case FieldKind::Number:
@@ -104,7 +104,7 @@ Control* FieldControl::Take(Control* control) {
   return control;
 }
 
-void FieldControl::MakeLine(const PlotField& field, const LocaleText& locale, QWidget* parent) {
+void FieldControl::MakeLine(const PropertyField& field, const LocaleText& locale, QWidget* parent) {
   QLineEdit* edit = nullptr;
   if (field.Kind == FieldKind::Number && std::isfinite(field.Most))
     edit = Take(new NumberBox(field, locale, parent))->Edit();
@@ -124,14 +124,14 @@ void FieldControl::MakeLines(QWidget* parent) {
   connect(edit, &QPlainTextEdit::textChanged, this, &FieldControl::Edited);
 }
 
-void FieldControl::MakeFlag(const PlotField& field, QWidget* parent) {
+void FieldControl::MakeFlag(const PropertyField& field, QWidget* parent) {
   auto* box = Take(new QCheckBox(QString::fromStdString(field.Label), parent));
   value_ = [box] { return std::int32_t{box->isChecked()}; };
   show_ = [box](const FieldValue& value) { box->setChecked(std::get<std::int32_t>(value) != 0); };
   connect(box, &QCheckBox::toggled, this, &FieldControl::Edited);
 }
 
-void FieldControl::MakeChoices(const PlotField& field, QWidget* parent) {
+void FieldControl::MakeChoices(const PropertyField& field, QWidget* parent) {
   auto* list = Take(new QComboBox(parent));
   for (const char* choice : field.Choices) list->addItem(choice);
   if (!field.Swatches.empty()) list->setIconSize({kLineSampleWidth, kSampleHeight});
@@ -173,7 +173,7 @@ void FieldControl::MakeColor(QWidget* parent) {
   connect(button, &ColorButton::Chosen, this, &FieldControl::Edited);
 }
 
-void FieldControl::MakeFont(const PlotField& field, QWidget* parent) {
+void FieldControl::MakeFont(const PropertyField& field, QWidget* parent) {
   auto* font = new FontButton(Take(new QWidget(parent)));
   auto* color = new ColorButton(widget_);
   focus_ = font;

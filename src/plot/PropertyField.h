@@ -44,7 +44,7 @@ struct FontPlace {
 using FieldPlace = std::variant<std::string*, bool*, std::int16_t*, std::int32_t*, float*, double*, FontPlace,
                                 std::vector<std::int32_t*>>;
 
-struct PlotField {
+struct PropertyField {
   std::string Control;  // its name
   std::string Label;    // "&" before the letter that goes to it
   FieldKind Kind;
@@ -61,13 +61,13 @@ struct PlotField {
 };
 
 // What stands in the control as long as nobody edits it.
-FieldValue ValueOf(const PlotField& field, const LocaleText& locale);
+FieldValue ValueOf(const PropertyField& field, const LocaleText& locale);
 
 // The number that is typed; nothing where it is none, or broken where the field is whole.
-std::optional<double> NumberOf(const PlotField& field, const LocaleText& locale);
+std::optional<double> NumberOf(const PropertyField& field, const LocaleText& locale);
 
 // Puts the entry of a field into a place. A number that is none stays out.
-void StoreEntry(const PlotField& field, const FieldPlace& place, const LocaleText& locale);
+void StoreEntry(const PropertyField& field, const FieldPlace& place, const LocaleText& locale);
 
 // The first fields of the scale of an axis.
 enum ScaleField : std::size_t { kMinimum, kMaximum, kMajorTicks, kMinorTicks, kLogScale };
@@ -75,7 +75,7 @@ enum ScaleField : std::size_t { kMinimum, kMaximum, kMajorTicks, kMinorTicks, kL
 // Fields that stand together.
 struct FieldGroup {
   std::string Title;
-  std::vector<PlotField> Fields;
+  std::vector<PropertyField> Fields;
   // Of a scale, which begins with the ScaleFields: what is said of limits that do not do, on a logarithmic axis too.
   struct ScaleRefusals {
     std::string Limits, LogScale;
