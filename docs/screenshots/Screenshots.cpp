@@ -18,8 +18,8 @@ int main(int argc, char** argv) {
   Session session;
   session.Preferences.Set("Show Tips at Startup", "0");
   const Shots shots{arguments[1], arguments[2], session};
-  for (const auto take : {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeSheet, TakeImports,
-                          TakeEstimates, TakeModels, TakeSolve, TakeResults})
+  for (const auto take : {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeProperties, TakeSheet,
+                          TakeImports, TakeEstimates, TakeModels, TakeSolve, TakeResults})
     take(shots);
   return EXIT_SUCCESS;
 }

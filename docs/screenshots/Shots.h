@@ -24,6 +24,7 @@ void TakeEstimates(const Shots& shots);
 void TakeFrame(const Shots& shots);
 void TakeResults(const Shots& shots);
 void TakePreferences(const Shots& shots);
+void TakeProperties(const Shots& shots);
 void TakeImports(const Shots& shots);
 void TakeModels(const Shots& shots);
 void TakePlotWindow(const Shots& shots);

@@ -31,13 +31,8 @@ std::vector<FieldPage> PlotClass::Fields() {
   const FieldGroup curves{
       .Title = "Curves and frame",
       .Fields = {
-          {.Control = "PixelEvery_text",
-           .Label = "Num&ber of curve points:",
-           .Kind = Number,
-           .Place = &PointsPerPlot,
-           .Least = 3,
-           .Most = 5000,
-           .OutOfRange = "The number of calculated points for continuous curves must be in the range of (3 - 5000)."},
+          NumberField("PixelEvery_text", "Num&ber of curve points:", &PointsPerPlot, 3, 5000,
+                      "The number of calculated points for continuous curves must be in the range of (3 - 5000)."),
           {.Control = "plotinfitted_check",
            .Label = "Curves at fitted points &only",
            .Kind = Flag,
@@ -57,7 +52,7 @@ std::vector<FieldPage> PlotClass::Fields() {
           {"&Page", {curves, PenGroup(*this)}}};
 }
 
-std::vector<PlotField> PlotClass::SeriesFields(PlotSeries& series) const {
+std::vector<PropertyField> PlotClass::SeriesFields(PlotSeries& series) const {
   return LineFields(series.Style(), 10, HasErrorBars(series));
 }
 

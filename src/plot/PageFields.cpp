@@ -3,7 +3,7 @@
 namespace quorvex {
 namespace {
 
-PlotField TitleField(const std::string& control, const std::string& label, std::string& title) {
+PropertyField TitleField(const std::string& control, const std::string& label, std::string& title) {
   return {.Control = control, .Label = label, .Kind = FieldKind::PlotText, .Place = &title};
 }
 
@@ -18,7 +18,7 @@ FieldGroup BoxGroup(PlotBox& box, const std::string& title, const std::string& b
                       .Place = &box.BorderType,
                       .Choices = {"None", "Solid"}},
                      {.Control = "cmdBorderColor", .Label = "Border &color:", .Kind = Color, .Place = &box.BorderColor},
-                     RangeField("txtBorderWidth", "Border &width:", box.BorderWidth, 1, 5, "The Border Width"),
+                     RangeField("txtBorderWidth", "Border &width:", &box.BorderWidth, 1, 5, "The Border Width"),
                      {.Control = "ckBorderShadow", .Label = "&Shadow", .Kind = Flag, .Place = &box.ShowShadow},
                      {.Control = "optnArea",
                       .Label = "&Area:",
@@ -31,10 +31,27 @@ FieldGroup BoxGroup(PlotBox& box, const std::string& title, const std::string& b
 
 }  // namespace
 
-PlotField FontField(const std::string& control, const std::string& label, PlotFont& font, std::int32_t& color,
-                    bool beside) {
+PropertyField FontField(const std::string& control, const std::string& label, PlotFont& font, std::int32_t& color,
+                        bool beside) {
   return {
       .Control = control, .Label = label, .Kind = FieldKind::Font, .Place = FontPlace{&font, &color}, .Beside = beside};
+}
+
+PropertyField NumberField(const std::string& control, const std::string& label, const FieldPlace& place, double least,
+                          double most, const std::string& outOfRange) {
+  return {.Control = control,
+          .Label = label,
+          .Kind = FieldKind::Number,
+          .Place = place,
+          .Least = least,
+          .Most = most,
+          .OutOfRange = outOfRange};
+}
+
+PropertyField RangeField(const std::string& control, const std::string& label, const FieldPlace& place, int least,
+                         int most, const std::string& what) {
+  return NumberField(control, label, place, least, most,
+                     what + " must be in the range (" + std::to_string(least) + " - " + std::to_string(most) + ").");
 }
 
 FieldPage TitlePage(PlotPage& plot, const std::vector<std::string>& names) {
@@ -70,9 +87,9 @@ FieldGroup ScaleGroup(PlotAxis& axis, const std::string& name, const std::string
             .Kind = Number,
             .Place = &axis.Max,
             .NotANumber = "Please enter a valid number for " + name + " Max."},
-           RangeField("MajorTicks_text" + name, "Maj&or divisions:", axis.NumMajorTicks, 1, kMostTicks,
+           RangeField("MajorTicks_text" + name, "Maj&or divisions:", &axis.NumMajorTicks, 1, kMostTicks,
                       ticks + " major ticks"),
-           RangeField("MinorTicks_text" + name, "M&inor divisions:", axis.NumMinorTicks, 0, kMostTicks,
+           RangeField("MinorTicks_text" + name, "M&inor divisions:", &axis.NumMinorTicks, 0, kMostTicks,
                       ticks + " minor ticks"),
            {.Control = "LogScale_check" + name, .Label = "Logarit&hmic scale", .Kind = Flag, .Place = &axis.LogScale},
            {.Control = "FormatList" + name,
@@ -122,16 +139,11 @@ FieldGroup PenGroup(PlotPage& plot) {
   const std::string least = LocalizeExpression("0.001", plot.Locale), most = LocalizeExpression("0.5", plot.Locale);
   return {.Title = "Lines",
           .Fields = {
-              RangeField("AxisWidth_Text", "Axis widt&h:", plot.AxisWidth, 1, 5, "The Axis Width"),
-              RangeField("MajorTick_Text", "Ma&jor tick width:", plot.TickPenWidthMajor, 1, 5, "The Major Tick Width"),
-              RangeField("MinorTick_Text", "M&inor tick width:", plot.TickPenWidthMinor, 1, 5, "The Minor Tick Width"),
-              {.Control = "TickLength_text",
-               .Label = "Tic&k length (inches):",
-               .Kind = Number,
-               .Place = &plot.TickPenLength,
-               .Least = 0.001,
-               .Most = 0.5,
-               .OutOfRange = "The Tick Length must be in the range (" + least + " - " + most + ")."},
+              RangeField("AxisWidth_Text", "Axis widt&h:", &plot.AxisWidth, 1, 5, "The Axis Width"),
+              RangeField("MajorTick_Text", "Ma&jor tick width:", &plot.TickPenWidthMajor, 1, 5, "The Major Tick Width"),
+              RangeField("MinorTick_Text", "M&inor tick width:", &plot.TickPenWidthMinor, 1, 5, "The Minor Tick Width"),
+              NumberField("TickLength_text", "Tic&k length (inches):", &plot.TickPenLength, 0.001, 0.5,
+                          "The Tick Length must be in the range (" + least + " - " + most + ")."),
               {.Control = "TickColor_command",
                .Label = "Colo&r of axes and ticks:",
                .Kind = Color,
@@ -150,13 +162,13 @@ FieldGroup PenGroup(PlotPage& plot) {
                .Place = &plot.PlotBackgroundColor}}};
 }
 
-std::vector<PlotField> LineFields(SeriesStyle& style, int widest, bool hasBars) {
+std::vector<PropertyField> LineFields(SeriesStyle& style, int widest, bool hasBars) {
   using enum FieldKind;
   return {{.Control = "LegendText", .Label = "Le&gend text:", .Kind = PlotText, .Place = &style.LegendText},
           {.Control = "DisplayLine_check", .Label = "Show li&ne", .Kind = Flag, .Place = &style.DisplayLine},
           {.Control = "Style_picture", .Label = "L&ine style:", .Kind = LineStyle, .Place = &style.DrawStyle},
           {.Control = "Color_picture", .Label = "Line color", .Kind = Color, .Place = &style.DrawColor, .Beside = true},
-          RangeField("LineWidth_text", "Line &width:", style.DrawWidth, 1, widest, "The Line Width"),
+          RangeField("LineWidth_text", "Line &width:", &style.DrawWidth, 1, widest, "The Line Width"),
           {.Control = "DisplayMarker_check", .Label = "Show &markers", .Kind = Flag, .Place = &style.DisplayMarker},
           {.Control = "Marker_picture", .Label = "Mar&ker:", .Kind = Marker, .Place = &style.MarkerStyle},
           {.Control = "MarkerColor_picture",
@@ -164,7 +176,7 @@ std::vector<PlotField> LineFields(SeriesStyle& style, int widest, bool hasBars) 
            .Kind = Color,
            .Place = &style.MarkerColor,
            .Beside = true},
-          RangeField("txtMarkerSize", "Marker si&ze (points):", style.MarkerSize, 1, 72, "The Marker Size"),
+          RangeField("txtMarkerSize", "Marker si&ze (points):", &style.MarkerSize, 1, 72, "The Marker Size"),
           {.Control = "ErrorCheck",
            .Label = "Err&or bars",
            .Kind = Flag,

@@ -3,28 +3,22 @@
 #include <string>
 #include <vector>
 
-#include "plot/PlotField.h"
 #include "plot/PlotPage.h"
+#include "plot/PropertyField.h"
 
 namespace quorvex {
 
 // The fields that plots of two and three dimensions have in common.
 
-PlotField FontField(const std::string& control, const std::string& label, PlotFont& font, std::int32_t& color,
-                    bool beside = false);
+PropertyField FontField(const std::string& control, const std::string& label, PlotFont& font, std::int32_t& color,
+                        bool beside = false);
 
-// A whole number from `least` to `most`; `what` names it in the message, as in "The Axis Width".
-template <typename Integer>
-PlotField RangeField(const std::string& control, const std::string& label, Integer& place, int least, int most,
-                     const std::string& what) {
-  return {.Control = control,
-          .Label = label,
-          .Kind = FieldKind::Number,
-          .Place = &place,
-          .Least = static_cast<double>(least),
-          .Most = static_cast<double>(most),
-          .OutOfRange = what + " must be in the range (" + std::to_string(least) + " - " + std::to_string(most) + ")."};
-}
+// A number in a range, with what is said of any other; and a whole one that `what` names, as in "The Axis Width must be
+// in the range (1 - 5)."
+PropertyField NumberField(const std::string& control, const std::string& label, const FieldPlace& place, double least,
+                          double most, const std::string& outOfRange);
+PropertyField RangeField(const std::string& control, const std::string& label, const FieldPlace& place, int least,
+                         int most, const std::string& what);
 
 // The titles of plot and axes. The user knows these by their names, which their controls' names end in.
 FieldPage TitlePage(PlotPage& plot, const std::vector<std::string>& names);
@@ -39,6 +33,6 @@ FieldPage FootNotePage(PlotPage& plot);
 FieldGroup PenGroup(PlotPage& plot);
 
 // Of a series, with lines up to a width.
-std::vector<PlotField> LineFields(SeriesStyle& style, int widest, bool hasBars);
+std::vector<PropertyField> LineFields(SeriesStyle& style, int widest, bool hasBars);
 
 }  // namespace quorvex

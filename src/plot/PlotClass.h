@@ -33,7 +33,7 @@ class PlotClass final : public PlotPage {
   std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) override;
   std::span<const PlotSwitch> Switches() const override;
   std::vector<FieldPage> Fields() override;
-  std::vector<PlotField> SeriesFields(PlotSeries& series) const override;
+  std::vector<PropertyField> SeriesFields(PlotSeries& series) const override;
   void StoreDefaults(Settings& settings) const override;
 
   // The displayed curve point next to a place of the picture shown, at most `tolerance` units away in each direction.

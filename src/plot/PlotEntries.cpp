@@ -12,7 +12,7 @@ PlotEntries::PlotEntries(const PlotPage& plot) : original_(plot.Clone()) {
   for (PlotSeries& series : original_->PlotData)
     Series.push_back({.Title = "Line and markers", .Fields = original_->SeriesFields(series)});
   const auto read = [this](FieldGroup& group) {
-    for (PlotField& field : group.Fields) field.Entry = ValueOf(field, Locale());
+    for (PropertyField& field : group.Fields) field.Entry = ValueOf(field, Locale());
   };
   for (FieldPage& page : Pages) std::ranges::for_each(page.Groups, read);
   std::ranges::for_each(Series, read);
@@ -26,10 +26,10 @@ bool PlotEntries::AnyField(Predicate holds) const {
 }
 
 bool PlotEntries::Changed() const {
-  return AnyField([this](const PlotField& field) { return IsChanged(field); });
+  return AnyField([this](const PropertyField& field) { return IsChanged(field); });
 }
 
-std::optional<PlotEntries::Refusal> PlotEntries::CheckRange(const PlotField& field) const {
+std::optional<PlotEntries::Refusal> PlotEntries::CheckRange(const PropertyField& field) const {
   if (field.OutOfRange.empty() || !IsChanged(field)) return std::nullopt;
   bool passes = false;
   if (field.Kind == FieldKind::Pattern) {
@@ -43,11 +43,14 @@ std::optional<PlotEntries::Refusal> PlotEntries::CheckRange(const PlotField& fie
 }
 
 std::optional<PlotEntries::Refusal> PlotEntries::CheckGroup(const FieldGroup& group) const {
-  const std::vector<PlotField>& fields = group.Fields;
-  for (const PlotField& field : fields)
+  const std::vector<PropertyField>& fields = group.Fields;
+  for (const PropertyField& field : fields)
     if (!field.NotANumber.empty() && !NumberOf(field, Locale()))
       return Refusal{field.NotANumber, field.Control, std::nullopt};
-  const auto limit = [&](ScaleField which) { return *NumberOf(fields[which], Locale()); };
+  // Limits next to each other may show the same digits.
+  const auto limit = [&](ScaleField which) {
+    return IsChanged(fields[which]) ? *NumberOf(fields[which], Locale()) : *std::get<double*>(fields[which].Place);
+  };
   if (group.Scale && limit(kMinimum) >= limit(kMaximum))
     return Refusal{group.Scale->Limits, fields[kMinimum].Control, std::nullopt};
   for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -64,16 +67,16 @@ std::optional<PlotEntries::Refusal> PlotEntries::Check() const {
     for (const FieldGroup& group : page.Groups)
       if (auto refusal = CheckGroup(group)) return refusal;
   for (std::size_t i = 0; i < Series.size(); ++i)
-    for (const PlotField& field : Series[i].Fields)
+    for (const PropertyField& field : Series[i].Fields)
       if (const auto refusal = CheckRange(field)) return Refusal{refusal->Message, refusal->Control, i};
   return std::nullopt;
 }
 
 void PlotEntries::WriteSeries(PlotPage& plot) const {
   for (std::size_t s = 0; s < Series.size(); ++s) {
-    const std::vector<PlotField> places = plot.SeriesFields(plot.PlotData[s]);
+    const std::vector<PropertyField> places = plot.SeriesFields(plot.PlotData[s]);
     for (std::size_t i = 0; i < places.size(); ++i)
-      if (IsChanged(Series[s].Fields[i])) quorvex::Write(Series[s].Fields[i], places[i].Place, Locale());
+      if (IsChanged(Series[s].Fields[i])) StoreEntry(Series[s].Fields[i], places[i].Place, Locale());
   }
 }
 
@@ -84,7 +87,7 @@ void PlotEntries::Write(PlotPage& plot) const {
       const FieldGroup& group = Pages[p].Groups[g];
       for (std::size_t i = 0; i < group.Fields.size(); ++i)
         if (IsChanged(group.Fields[i]) && !group.IsDecided(i))
-          quorvex::Write(group.Fields[i], pages[p].Groups[g].Fields[i].Place, Locale());
+          StoreEntry(group.Fields[i], pages[p].Groups[g].Fields[i].Place, Locale());
     }
   WriteSeries(plot);
   if (const auto angles = plot.Angles()) plot.SetAngles(*angles);
@@ -93,7 +96,7 @@ void PlotEntries::Write(PlotPage& plot) const {
 // Patterns that the program has chosen for the scales follow these, as long as the user chooses none.
 bool PlotEntries::AutoFormat() const {
   return original_->AutoFormatted() &&
-         !AnyField([this](const PlotField& field) { return field.Kind == FieldKind::Pattern && IsChanged(field); });
+         !AnyField([this](const PropertyField& field) { return field.Kind == FieldKind::Pattern && IsChanged(field); });
 }
 
 bool PlotEntries::Create(PlotPage& plot, Prompter& prompter) const {

@@ -8,8 +8,8 @@
 
 #include "core/Prompter.h"
 #include "core/Settings.h"
-#include "plot/PlotField.h"
 #include "plot/PlotPage.h"
+#include "plot/PropertyField.h"
 
 namespace quorvex {
 
@@ -51,10 +51,10 @@ class PlotEntries {
 
  private:
   const LocaleText& Locale() const { return original_->Locale; }
-  bool IsChanged(const PlotField& field) const { return field.Entry != ValueOf(field, Locale()); }
+  bool IsChanged(const PropertyField& field) const { return field.Entry != ValueOf(field, Locale()); }
   template <typename Predicate>
   bool AnyField(Predicate holds) const;
-  std::optional<Refusal> CheckRange(const PlotField& field) const;
+  std::optional<Refusal> CheckRange(const PropertyField& field) const;
   void Write(PlotPage& plot) const;
   void WriteSeries(PlotPage& plot) const;
   bool AutoFormat() const;

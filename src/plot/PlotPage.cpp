@@ -115,10 +115,14 @@ bool PlotPage::CreateGraph(const CreateOptions& options, Prompter& prompter) {
 }
 
 bool PlotPage::AutoFormatted() const {
-  // What failed in drawing only is formatted nevertheless.
-  return std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
-    return !axis->Labels.empty() && axis->LabelString == BuildAutoLabelFormat(axis->Limits());
-  });
+  // What failed in drawing only is formatted nevertheless, but not scales that have no numbers.
+  try {
+    return std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
+      return !axis->Labels.empty() && axis->LabelString == BuildAutoLabelFormat(axis->Limits());
+    });
+  } catch (const NumericFault&) {
+    return false;
+  }
 }
 
 bool PlotPage::SetLogScale(PlotAxis& axis, bool log, Prompter& prompter) {

@@ -19,7 +19,7 @@ namespace quorvex {
 class PlotHost;
 class PlotModes;
 struct FieldPage;
-struct PlotField;
+struct PropertyField;
 struct PlotSwitch;
 
 // The box of a legend or a footnote: LegendTop is Legend.Top, FootNoteTop is FootNote.Top, and so on.
@@ -137,7 +137,7 @@ class PlotPage {
 
   // What they set in its properties, page by page, and of one of its series.
   virtual std::vector<FieldPage> Fields() = 0;
-  virtual std::vector<PlotField> SeriesFields(PlotSeries& series) const = 0;
+  virtual std::vector<PropertyField> SeriesFields(PlotSeries& series) const = 0;
 
   // Keeps in the settings what new plots begin with, as this one has it.
   virtual void StoreDefaults(Settings& settings) const;

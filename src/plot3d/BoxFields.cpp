@@ -1,5 +1,6 @@
 #include "plot/PageFields.h"
 #include "plot/PlotSwitches.h"
+#include "plot3d/MeshBands.h"
 #include "plot3d/PlotClass3D.h"
 
 namespace quorvex {
@@ -7,7 +8,7 @@ namespace {
 
 using enum FieldKind;
 
-PlotField GridField(const std::string& control, const std::string& label, bool& place) {
+PropertyField GridField(const std::string& control, const std::string& label, bool& place) {
   return {.Control = control, .Label = label, .Kind = Flag, .Place = &place};
 }
 
@@ -29,26 +30,22 @@ FieldPage AxisPage(BoxAxis& axis, const std::string& title, const std::string& n
                         .Place = &axis.TickColor}}}}};
 }
 
-PlotField DivisionsField(const std::string& direction, const std::string& label, std::int16_t& points) {
-  PlotField field = RangeField(direction + "PixelEvery_text", label, points, 2, 99, "");
-  field.NotANumber = "Please enter a valid number for the surface mesh " + direction + " divisions.";
-  field.OutOfRange = "The number of surface mesh " + direction + " divisions must be in the range (2-99).";
+PropertyField DivisionsField(const std::string& direction, const std::string& label, std::int16_t& points) {
+  const std::string what = "surface mesh " + direction + " divisions";
+  PropertyField field = NumberField(direction + "PixelEvery_text", label, &points, 2, 99,
+                                    "The number of " + what + " must be in the range (2-99).");
+  field.NotANumber = "Please enter a valid number for the " + what + ".";
   return field;
 }
 
-PlotField AngleField(const std::string& control, const std::string& label, double& angle, int most,
-                     const std::string& plane) {
-  return {.Control = control,
-          .Label = label,
-          .Kind = Number,
-          .Place = &angle,
-          .Least = 0,
-          .Most = static_cast<double>(most),
-          .OutOfRange =
-              "Please enter a valid number for the " + plane + " plane viewpoint (0 - " + std::to_string(most) + ")."};
+PropertyField AngleField(const std::string& control, const std::string& label, double& angle, int most,
+                         const std::string& plane) {
+  return NumberField(
+      control, label, &angle, 0, most,
+      "Please enter a valid number for the " + plane + " plane viewpoint (0 - " + std::to_string(most) + ").");
 }
 
-std::vector<PlotField> PlaneFields(BoxPlane& plane, const std::string& axes, const std::string& label) {
+std::vector<PropertyField> PlaneFields(BoxPlane& plane, const std::string& axes, const std::string& label) {
   return {{.Control = "ShadeBox" + axes, .Label = label, .Kind = Flag, .Place = &plane.Shade},
           {.Control = "Box" + axes + "Color",
            .Label = "Color of the " + axes + " plane",
@@ -62,8 +59,17 @@ FieldGroup PlaneGroup(PlotClass3D& plot) {
   for (auto [plane, axes, label] : {std::tuple{&plot.BoxXY, "X1-X2", "X1-X2, &bottom"},
                                     {&plot.BoxYZ, "X2-Y", "X2-Y, &side"},
                                     {&plot.BoxXZ, "X1-Y", "&X1-Y, back"}})
-    for (PlotField& field : PlaneFields(*plane, axes, label)) group.Fields.push_back(std::move(field));
+    for (PropertyField& field : PlaneFields(*plane, axes, label)) group.Fields.push_back(std::move(field));
   return group;
+}
+
+// What each of the colour schemes looks like, but for the one that has no bands.
+std::vector<std::vector<std::int32_t>> SchemeSwatches() {
+  constexpr int kBands = 12;
+  std::vector<std::vector<std::int32_t>> swatches(kMeshSchemes);
+  for (int scheme = 0; scheme < kMeshSchemes; ++scheme)
+    if (scheme != kTrueColorScheme) swatches[static_cast<std::size_t>(scheme)] = BandColours(kBands, scheme);
+  return swatches;
 }
 
 FieldGroup ShadingGroup(PlotClass3D& plot) {
@@ -82,8 +88,8 @@ FieldGroup ShadingGroup(PlotClass3D& plot) {
             .Kind = Choice,
             .Place = &plot.MeshColorScheme,
             .Choices = {"Greyscale", "Red/Black", "Blue/Black", "Green/Black", "Cyan/Black", "Red/Blue", "Red/Green",
-                        "Blue/Green", "Spectrum", "True color", "White/Red", "White/Blue", "White/Green",
-                        "White/Cyan"}},
+                        "Blue/Green", "Spectrum", "True color", "White/Red", "White/Blue", "White/Green", "White/Cyan"},
+            .Swatches = SchemeSwatches()},
            {.Control = "cmdColor",
             .Label = "&Base color of True color:",
             .Kind = Color,
@@ -94,7 +100,7 @@ FieldGroup ShadingGroup(PlotClass3D& plot) {
             .Kind = Choice,
             .Place = &plot.UseAxisScale,
             .Choices = {"Scale to Data", "Scale to Axis"}},
-           RangeField("txtNumContours", "&Number of contours:", plot.MeshContourDensity, 2, 50,
+           RangeField("txtNumContours", "&Number of contours:", &plot.MeshContourDensity, 2, 50,
                       "The number of contours"),
            {.Control = "ckDisplayLine",
             .Label = "Show contour &lines",
@@ -105,7 +111,7 @@ FieldGroup ShadingGroup(PlotClass3D& plot) {
             .Label = "Contour &style:",
             .Kind = LineStyle,
             .Place = &plot.ContourPenStyle},
-           RangeField("cmbContourWidth", "Contour &width:", plot.ContourPenWidth, 1, 5, "The Contour Width")},
+           RangeField("cmbContourWidth", "Contour &width:", &plot.ContourPenWidth, 1, 5, "The Contour Width")},
       .Dialog = FieldGroup::DialogNames{"frmContour", "cmdShading", "S&hading and contours..."}};
 }
 
@@ -152,10 +158,10 @@ std::vector<FieldPage> PlotClass3D::Fields() {
           {"&Page", {view, PlaneGroup(*this), PenGroup(*this)}}};
 }
 
-std::vector<PlotField> PlotClass3D::SeriesFields(PlotSeries& series) const {
+std::vector<PropertyField> PlotClass3D::SeriesFields(PlotSeries& series) const {
   SeriesStyle& style = series.Style();
   const bool isModel = series.Model() != nullptr;
-  std::vector<PlotField> fields = LineFields(style, 5, isModel || HasErrorBars(series));
+  std::vector<PropertyField> fields = LineFields(style, 5, isModel || HasErrorBars(series));
   fields.push_back({.Control = "ShadeMesh",
                     .Label = "S&hade the surface",
                     .Kind = Flag,

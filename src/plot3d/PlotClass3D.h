@@ -71,7 +71,7 @@ class PlotClass3D final : public PlotPage {
   std::unique_ptr<PlotModes> MakeModes(PlotHost& host, Prompter& prompter) override;
   std::span<const PlotSwitch> Switches() const override;
   std::vector<FieldPage> Fields() override;
-  std::vector<PlotField> SeriesFields(PlotSeries& series) const override;
+  std::vector<PropertyField> SeriesFields(PlotSeries& series) const override;
   void StoreDefaults(Settings& settings) const override;
   std::optional<ViewAngles> Angles() const override { return ViewAngles{xyDegrees_, zDegrees_}; }
   void SetAngles(const ViewAngles& angles) override { UpdateViewAngle(angles.XY, angles.Z); }

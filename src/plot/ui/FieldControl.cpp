@@ -29,7 +29,7 @@ QString Text(const FieldValue& value) { return QString::fromStdString(std::get<s
 // Takes any text, and steps the number that it may be within the range of a field.
 class NumberBox : public QAbstractSpinBox {
  public:
-  NumberBox(const PlotField& field, const LocaleText& locale, QWidget* parent)
+  NumberBox(const PropertyField& field, const LocaleText& locale, QWidget* parent)
       : QAbstractSpinBox(parent), locale_(locale), least_(field.Least), most_(field.Most) {}
 
   QLineEdit* Edit() const { return lineEdit(); }
@@ -52,9 +52,8 @@ class NumberBox : public QAbstractSpinBox {
 
 }  // namespace
 
-FieldControl::FieldControl(const PlotField& field, const LocaleText& locale, QWidget* parent) : QObject(parent) {
+FieldControl::FieldControl(const PropertyField& field, const LocaleText& locale, QWidget* parent) : QObject(parent) {
   switch (field.Kind) {
-    case FieldKind::Text:
     case FieldKind::PlotText:
     case FieldKind::Number:
       MakeLine(field, locale, parent);
@@ -105,7 +104,7 @@ Control* FieldControl::Take(Control* control) {
   return control;
 }
 
-void FieldControl::MakeLine(const PlotField& field, const LocaleText& locale, QWidget* parent) {
+void FieldControl::MakeLine(const PropertyField& field, const LocaleText& locale, QWidget* parent) {
   QLineEdit* edit = nullptr;
   if (field.Kind == FieldKind::Number && std::isfinite(field.Most))
     edit = Take(new NumberBox(field, locale, parent))->Edit();
@@ -125,16 +124,21 @@ void FieldControl::MakeLines(QWidget* parent) {
   connect(edit, &QPlainTextEdit::textChanged, this, &FieldControl::Edited);
 }
 
-void FieldControl::MakeFlag(const PlotField& field, QWidget* parent) {
+void FieldControl::MakeFlag(const PropertyField& field, QWidget* parent) {
   auto* box = Take(new QCheckBox(QString::fromStdString(field.Label), parent));
   value_ = [box] { return std::int32_t{box->isChecked()}; };
   show_ = [box](const FieldValue& value) { box->setChecked(std::get<std::int32_t>(value) != 0); };
   connect(box, &QCheckBox::toggled, this, &FieldControl::Edited);
 }
 
-void FieldControl::MakeChoices(const PlotField& field, QWidget* parent) {
+void FieldControl::MakeChoices(const PropertyField& field, QWidget* parent) {
   auto* list = Take(new QComboBox(parent));
   for (const char* choice : field.Choices) list->addItem(choice);
+  if (!field.Swatches.empty()) list->setIconSize({kLineSampleWidth, kSampleHeight});
+  for (int choice = 0; const auto& colours : field.Swatches) {
+    if (!colours.empty()) list->setItemIcon(choice, ColorSample(colours, *list));
+    ++choice;
+  }
   if (field.Kind == FieldKind::LineStyle) {
     list->setIconSize({kLineSampleWidth, kSampleHeight});
     for (int style = 0; const char* name : kLineStyles) list->addItem(LineSample(style++, *list), name);
@@ -169,7 +173,7 @@ void FieldControl::MakeColor(QWidget* parent) {
   connect(button, &ColorButton::Chosen, this, &FieldControl::Edited);
 }
 
-void FieldControl::MakeFont(const PlotField& field, QWidget* parent) {
+void FieldControl::MakeFont(const PropertyField& field, QWidget* parent) {
   auto* font = new FontButton(Take(new QWidget(parent)));
   auto* color = new ColorButton(widget_);
   focus_ = font;

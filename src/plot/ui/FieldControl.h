@@ -3,7 +3,7 @@
 #include <QObject>
 #include <functional>
 
-#include "plot/PlotField.h"
+#include "plot/PropertyField.h"
 
 class QWidget;
 
@@ -14,7 +14,7 @@ class FieldControl : public QObject {
   Q_OBJECT
 
  public:
-  FieldControl(const PlotField& field, const LocaleText& locale, QWidget* parent);
+  FieldControl(const PropertyField& field, const LocaleText& locale, QWidget* parent);
 
   QWidget* Widget() const { return widget_; }  // all of it
   QWidget* Focus() const { return focus_; }    // the part that a label leads to
@@ -28,13 +28,13 @@ class FieldControl : public QObject {
  private:
   template <typename Control>
   Control* Take(Control* control);
-  void MakeLine(const PlotField& field, const LocaleText& locale, QWidget* parent);
+  void MakeLine(const PropertyField& field, const LocaleText& locale, QWidget* parent);
   void MakeLines(QWidget* parent);
-  void MakeFlag(const PlotField& field, QWidget* parent);
-  void MakeChoices(const PlotField& field, QWidget* parent);
+  void MakeFlag(const PropertyField& field, QWidget* parent);
+  void MakeChoices(const PropertyField& field, QWidget* parent);
   void MakePattern(QWidget* parent);
   void MakeColor(QWidget* parent);
-  void MakeFont(const PlotField& field, QWidget* parent);
+  void MakeFont(const PropertyField& field, QWidget* parent);
 
   QWidget *widget_ = nullptr, *focus_ = nullptr;
   std::function<FieldValue()> value_;

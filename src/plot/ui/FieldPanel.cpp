@@ -13,7 +13,7 @@ FieldPanel::FieldPanel(FieldGroup& group, const LocaleText& locale, QWidget* par
   auto* form = new QFormLayout(this);
   QHBoxLayout* row = nullptr;
   for (std::size_t i = 0; i < group.Fields.size(); ++i) {
-    const PlotField& field = group.Fields[i];
+    const PropertyField& field = group.Fields[i];
     auto* control = new FieldControl(field, locale, this);
     controls_.push_back(control);
     connect(control, &FieldControl::Edited, this, [this, i] { Enter(i); });

@@ -3,7 +3,7 @@
 #include <QGroupBox>
 #include <vector>
 
-#include "plot/PlotField.h"
+#include "plot/PropertyField.h"
 
 namespace quorvex {
 

@@ -19,16 +19,24 @@ void FontButton::Show(const PlotFont& font) {
 }
 
 void FontButton::Choose() {
-  QFont shown(QString::fromStdString(font_.Name));
-  shown.setPointSizeF(font_.Size);
-  shown.setBold(font_.Bold);
-  shown.setItalic(font_.Italic);
-  bool accepted = false;
-  const QFont chosen = QFontDialog::getFont(&accepted, shown, this, accessibleName());
-  // The name of a font that is not on this machine stays as long as nobody chooses another.
-  if (!accepted || chosen == shown) return;
-  const QString name = chosen.family() == shown.family() ? QString::fromStdString(font_.Name) : chosen.family();
-  Show({name.toStdString(), chosen.pointSizeF(), chosen.bold(), chosen.italic()});
+  QFont present(QString::fromStdString(font_.Name));
+  present.setPointSizeF(font_.Size);
+  present.setBold(font_.Bold);
+  present.setItalic(font_.Italic);
+  QFontDialog dialog(present, this);
+  dialog.setWindowTitle(accessibleName());
+  // What the dialog has in place of a font that is not on this machine, or a size between two whole ones, is no choice
+  // of the user.
+  const QFont offered = dialog.currentFont();
+  if (dialog.exec() != QDialog::Accepted) return;
+  const QFont chosen = dialog.currentFont();
+  PlotFont font = font_;
+  if (chosen.family() != offered.family()) font.Name = chosen.family().toStdString();
+  if (chosen.pointSizeF() != offered.pointSizeF()) font.Size = chosen.pointSizeF();
+  font.Bold = chosen.bold();
+  font.Italic = chosen.italic();
+  if (font == font_) return;
+  Show(font);
   emit FontChosen();
 }
 

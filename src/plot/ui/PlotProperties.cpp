@@ -45,24 +45,32 @@ void PlotProperties::AddPage(std::size_t page) {
     connect(series_, &SeriesPanel::Edited, this, &PlotProperties::Edited);
     rows->addWidget(series_, 1);
   } else {
-    // Groups beside each other, the first ones on the left, as long as there are more than fit into one column.
-    auto* columns = new QHBoxLayout;
-    rows->addLayout(columns);
-    const std::size_t count = fields.Groups.size(), inFirst = count > 2 ? count / 2 : 1;
-    auto* column = new QVBoxLayout;
-    for (std::size_t group = 0; group < count; ++group) {
-      if (group == inFirst && !fields.Groups[group].Dialog) {
-        column->addStretch();
-        columns->addLayout(column, 1);
-        column = new QVBoxLayout;
-      }
-      AddGroup(*column, page, group);
-    }
-    column->addStretch();
-    columns->addLayout(column, 1);
+    AddColumns(*rows, page);
   }
   if (!fields.CodeButtons.empty()) rows->addLayout(MakeCodeButtons(QString::fromStdString(fields.CodeButtons), widget));
   pages_->addTab(widget, QString::fromStdString(fields.Title));
+}
+
+// Two columns of groups, about as many fields in each.
+void PlotProperties::AddColumns(QBoxLayout& rows, std::size_t page) {
+  const std::vector<FieldGroup>& groups = entries_.Pages[page].Groups;
+  const auto count = [](const FieldGroup& group) { return group.Dialog ? 1 : group.Fields.size(); };
+  std::size_t all = 0, placed = 0;
+  for (const FieldGroup& group : groups) all += count(group);
+  auto* columns = new QHBoxLayout;
+  rows.addLayout(columns);
+  QBoxLayout* column = nullptr;
+  const auto next = [&] {
+    if (column != nullptr) column->addStretch();
+    columns->addLayout(column = new QVBoxLayout, 1);
+  };
+  next();
+  for (std::size_t i = 0; i < groups.size(); ++i) {
+    if (columns->count() == 1 && placed > 0 && 2 * placed + count(groups[i]) > all && !groups[i].Dialog) next();
+    AddGroup(*column, page, i);
+    placed += count(groups[i]);
+  }
+  column->addStretch();
 }
 
 void PlotProperties::AddGroup(QBoxLayout& column, std::size_t page, std::size_t group) {
@@ -155,13 +163,15 @@ void PlotProperties::EditGroup(FieldGroup& group) {
 }
 
 void PlotProperties::CalcScale() {
-  if (!entries_.CalcScale()) return;
+  if (!entries_.CalcScale()) return prompter_.Refuse(kPlotFailure);
   ShowEntries();
   Edited();
 }
 
 void PlotProperties::SaveDefaults() {
-  if (Passes()) entries_.SaveDefaults(settings_);
+  if (!Passes()) return;
+  entries_.SaveDefaults(settings_);
+  prompter_.Inform("New plots begin with what is entered here.");
 }
 
 bool PlotProperties::Passes() {

@@ -39,6 +39,7 @@ class PlotProperties : public QDialog {
 
  private:
   void AddPage(std::size_t page);
+  void AddColumns(QBoxLayout& rows, std::size_t page);
   void AddGroup(QBoxLayout& column, std::size_t page, std::size_t group);
   QBoxLayout* MakeCodeButtons(const QString& name, QWidget* page);
   QBoxLayout* MakeCommands();

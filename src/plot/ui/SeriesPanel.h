@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "plot/PlotField.h"
+#include "plot/PropertyField.h"
 
 class QListWidget;
 

@@ -1,4 +1,4 @@
-#include "plot/PlotField.h"
+#include "plot/PropertyField.h"
 
 #include <cmath>
 #include <type_traits>
@@ -16,7 +16,7 @@ std::string Typed(Number value, const LocaleText& locale) {
 
 }  // namespace
 
-FieldValue ValueOf(const PlotField& field, const LocaleText& locale) {
+FieldValue ValueOf(const PropertyField& field, const LocaleText& locale) {
   const bool typed = field.Kind == FieldKind::Number;
   const auto value = [&]<typename Place>(const Place& place) -> FieldValue {
     if constexpr (std::is_same_v<Place, std::string*>)
@@ -33,13 +33,13 @@ FieldValue ValueOf(const PlotField& field, const LocaleText& locale) {
   return std::visit(value, field.Place);
 }
 
-std::optional<double> NumberOf(const PlotField& field, const LocaleText& locale) {
+std::optional<double> NumberOf(const PropertyField& field, const LocaleText& locale) {
   const auto value = NumericText(std::get<std::string>(field.Entry), locale.DecimalSeparator);
   const bool broken = std::holds_alternative<double*>(field.Place) || std::holds_alternative<float*>(field.Place);
   return value && (broken || *value == std::floor(*value)) ? value : std::nullopt;
 }
 
-void Write(const PlotField& field, const FieldPlace& place, const LocaleText& locale) {
+void StoreEntry(const PropertyField& field, const FieldPlace& place, const LocaleText& locale) {
   const auto write = [&]<typename Place>(const Place& to) {
     if constexpr (std::is_same_v<Place, std::string*>)
       *to = std::get<std::string>(field.Entry);

@@ -15,7 +15,6 @@ namespace quorvex {
 // What of a plot the user sets in its properties, as lists of fields: a dialog shows a control for each.
 
 enum class FieldKind {
-  Text,
   PlotText,   // with text codes
   Lines,      // ended by carriage return and line feed
   Number,     // typed in the locale's form; whole where the field is
@@ -45,29 +44,30 @@ struct FontPlace {
 using FieldPlace = std::variant<std::string*, bool*, std::int16_t*, std::int32_t*, float*, double*, FontPlace,
                                 std::vector<std::int32_t*>>;
 
-struct PlotField {
+struct PropertyField {
   std::string Control;  // its name
   std::string Label;    // "&" before the letter that goes to it
-  FieldKind Kind = FieldKind::Text;
+  FieldKind Kind;
   FieldPlace Place;
   double Least = -std::numeric_limits<double>::infinity(), Most = std::numeric_limits<double>::infinity();
   std::string NotANumber = "";  // what is said of a number that is none,
   std::string OutOfRange = "";  // and of any that does not do
   std::vector<const char*> Choices = {};
-  bool Beside = false;    // its control stands beside that of the field before it
-  std::string Hint = "";  // stands there, too
+  std::vector<std::vector<std::int32_t>> Swatches = {};  // colours that each choice stands for, where it does
+  bool Beside = false;                                   // its control stands beside that of the field before it
+  std::string Hint = "";                                 // stands there, too
   bool Applies = true;    // a field that a series does not have is shown, but not to be set
   FieldValue Entry = {};  // what its control holds
 };
 
 // What stands in the control as long as nobody edits it.
-FieldValue ValueOf(const PlotField& field, const LocaleText& locale);
+FieldValue ValueOf(const PropertyField& field, const LocaleText& locale);
 
 // The number that is typed; nothing where it is none, or broken where the field is whole.
-std::optional<double> NumberOf(const PlotField& field, const LocaleText& locale);
+std::optional<double> NumberOf(const PropertyField& field, const LocaleText& locale);
 
 // Puts the entry of a field into a place. A number that is none stays out.
-void Write(const PlotField& field, const FieldPlace& place, const LocaleText& locale);
+void StoreEntry(const PropertyField& field, const FieldPlace& place, const LocaleText& locale);
 
 // The first fields of the scale of an axis.
 enum ScaleField : std::size_t { kMinimum, kMaximum, kMajorTicks, kMinorTicks, kLogScale };
@@ -75,7 +75,7 @@ enum ScaleField : std::size_t { kMinimum, kMaximum, kMajorTicks, kMinorTicks, kL
 // Fields that stand together.
 struct FieldGroup {
   std::string Title;
-  std::vector<PlotField> Fields;
+  std::vector<PropertyField> Fields;
   // Of a scale, which begins with the ScaleFields: what is said of limits that do not do, on a logarithmic axis too.
   struct ScaleRefusals {
     std::string Limits, LogScale;
