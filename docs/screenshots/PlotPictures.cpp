@@ -296,7 +296,7 @@ bool TakeSolutions(const QString& folder, const QString& suffix, Prompter& promp
     for (std::size_t col = 1; col <= 3; ++col) project.Sheet.Cells.SetGridCellNumber(row, col, point[col - 1]);
   }
   project.Sheet.Headers = {"Concentration", "Optical density", "SD"};
-  const auto points = SheetPoints(project.Sheet, prompter);
+  const auto points = SheetPoints(project.Sheet);
   if (!points) return false;
   SolveData data = points->Points;
   data.sig = ComputeWeights(data.SD);

@@ -7,28 +7,58 @@
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "files/ui/Dataplot.h"
+#include "plot/ui/frmPlotInfo.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
+#include "results/ui/PlotDialogs.h"
 
 namespace quorvex {
 namespace {
 
+// Guidance once in a run, after its first plot.
+void TellOfPlots(quorvexWindow& window, QWidget* plot) {
+  QWidget* const frame = window.window();
+  constexpr const char* kTold = "toldOfPlots";
+  if (frame->property(kTold).toBool()) return;
+  frame->setProperty(kTold, true);
+  ShowPlotInfo(plot, window.Preferences());
+}
+
+void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {
+  auto document = NewPlotDocument(std::move(plot), window.Preferences(), window.User());
+  const QString project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName();
+  if (document) TellOfPlots(window, &ShowPlot(std::move(*document), window, project));
+}
+
 void Open(quorvexWindow& window, Result<std::unique_ptr<PlotPage>> plot) {
   if (!plot) return window.User().Refuse(plot.error());
-  auto document = NewPlotDocument(std::move(*plot), window.Preferences(), window.User());
-  const QString project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName();
-  if (document) ShowPlot(std::move(*document), window, project);
+  Open(window, std::move(*plot));
+}
+
+// Columns that are chosen by their names.
+void PlotColumns(quorvexWindow& window) {
+  if (!window.Grid().CommitEntry()) return;
+  const Project& project = window.Document();
+  if (auto plot = ShowPlotSelect(&window, project.Sheet, window.Preferences(), project.Locale, window.User()))
+    Open(window, std::move(plot));
+}
+
+// The selection, or the whole sheet, of which no plot can show more than two variables.
+Result<std::unique_ptr<PlotPage>> DataPage(const DataSheet& sheet, const std::vector<CellRange>& selection,
+                                           const Settings& settings, const LocaleText& locale) {
+  const Result<PlotPoints> data = SelectedPoints(sheet, selection);
+  if (!data) return Failure{data.error()};
+  const std::vector<std::string>& titles = data->Titles;
+  if (data->Points.X.size() == 1) return PageOf(DataPlot(data->Points, titles[0], titles[1], settings, locale));
+  return PageOf(ScatterPlot(data->Points, titles, settings, locale));
 }
 
 void PlotData(quorvexWindow& window) {
   window.Run([&](const SheetEdit& edit) {
-    const auto data = SelectedPoints(edit.Sheet, edit.Selection, edit.User);
-    if (!data) return false;
-    const SolveData& points = data->Points;
-    const std::vector<std::string>& titles = data->Titles;
-    const Settings& settings = window.Preferences();
-    Open(window, points.X.size() == 1 ? PageOf(DataPlot(points, titles[0], titles[1], settings, edit.Locale))
-                                      : PageOf(ScatterPlot(points, titles, settings, edit.Locale)));
+    if (IsOneCell(edit.Selection) && edit.Sheet.IndependentVariables > kMostPlottedVariables)
+      PlotColumns(window);
+    else
+      Open(window, DataPage(edit.Sheet, edit.Selection, window.Preferences(), edit.Locale));
     return false;
   });
 }
@@ -40,9 +70,15 @@ void PlotResults(quorvexWindow& window, ResultPlotKind kind, const std::vector<S
   if (!solution) return;
   const Result<GatheredData> data = GatherData(project.Sheet, PointOrder::OfSheet);
   if (!data) return window.User().Refuse(data.error());
+  std::size_t scatterType = 0;
+  if (kind == ResultPlotKind::Residuals) {
+    const auto chosen = ShowScatterType(&window, project.Sheet);
+    if (!chosen) return;
+    scatterType = *chosen;
+  }
   Open(window, [&] {
     const BusyCursor busy;
-    return PlotOfResults(kind, *solution, *data, project.Sheet, window.Preferences(), project.Locale);
+    return PlotOfResults(kind, *solution, *data, project.Sheet, window.Preferences(), project.Locale, scatterType);
   }());
 }
 
@@ -50,8 +86,8 @@ void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutio
   Prompter& user = window.User();
   const Project& project = window.Document();
   if (project.Sheet.IndependentVariables > 1) return PlotResults(window, ResultPlotKind::Model, solutions);
-  const auto data = SolutionPoints(solutions, project.Sheet, user);
-  if (!data) return;
+  const Result<PlotPoints> data = SolutionPoints(solutions, project.Sheet);
+  if (!data) return user.Refuse(data.error());
   std::vector<std::string> leftOut;
   Result<PlotClass> plot = [&] {
     const BusyCursor busy;
@@ -60,6 +96,17 @@ void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutio
   }();
   if (!leftOut.empty()) user.Refuse(NoCurveText(leftOut));
   if (leftOut.size() < solutions.size()) Open(window, PageOf(std::move(plot)));
+}
+
+void PlotInterpolations(quorvexWindow& window) {
+  if (!window.Grid().CommitEntry()) return;
+  const std::vector<SolvedItem> found = InterpolationsOf(window.Solved(), window.User());
+  if (!found.empty()) PlotSolutions(window, found);
+}
+
+void PlotEquation(quorvexWindow& window) {
+  if (auto plot = ShowPlotEquation(&window, window.Preferences(), window.Document().Locale, window.User()))
+    Open(window, std::move(plot));
 }
 
 // On the solutions that are selected.
@@ -73,6 +120,7 @@ void PlotSelected(quorvexWindow& window) {
 std::vector<ProjectCommand> PlotMenu() {
   return {
       {.Name = "mnuPlotData", .Text = "Plot &Data", .Keys = QKeySequence(Qt::Key_F7), .Run = PlotData},
+      {.Name = "mnuPlotColumns", .Text = "Plot &Columns...", .Run = PlotColumns},
       {.Name = "mnuPlotSelected",
        .Text = "Plot &Selected Solutions",
        .Keys = QKeySequence("Shift+F7"),
@@ -86,11 +134,14 @@ std::vector<ProjectCommand> PlotMenu() {
            [](quorvexWindow& window) {
              if (window.Grid().CommitEntry()) PlotSolutions(window, window.Solved());
            }},
+      {.Name = "mnuPlotInterpolations", .Text = "Plot &Interpolations", .Run = PlotInterpolations},
       {},
-      {.Name = "mnuPlotResiduals", .Text = "Plot &Residuals", .Run = PlotSelected<ResultPlotKind::Residuals>},
+      {.Name = "mnuPlotResiduals", .Text = "Plot &Residuals...", .Run = PlotSelected<ResultPlotKind::Residuals>},
       {.Name = "mnuPlotProbability",
        .Text = "Plot Residual &Probability",
        .Run = PlotSelected<ResultPlotKind::Probability>},
+      {},
+      {.Name = "mnuPlotNewEquation", .Text = "Plot &Equation...", .Run = PlotEquation},
   };
 }
 

@@ -92,6 +92,9 @@ struct Expression {
   std::vector<std::string> Warnings;
 };
 
+// Whether the text has words such as "xmean", which speak of data.
+bool AsksForStatistics(const Expression& expression);
+
 // Fills `jumps` from the finished list by the names "if", "endtrue" and "endif". Good for 100 levels of nesting; where
 // the nesting is deeper, or does not close, the answer is false, the table stays partial and evaluation faults at the
 // missing target.

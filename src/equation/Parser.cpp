@@ -386,6 +386,11 @@ void Parser::ExtractCoefficients() {
     if (token.Type == TokenKind::Coefficient) token.Index = numbers[ToLower(token.Name)];
 }
 
+bool AsksForStatistics(const Expression& expression) {
+  return std::any_of(expression.ExprTokens.begin(), expression.ExprTokens.end(),
+                     [](const ExprToken& token) { return token.Type == TokenKind::SpecialWord; });
+}
+
 bool BuildIfJumps(std::vector<IfJump>& jumps, const std::vector<ExprToken>& tokens) {
   constexpr std::size_t kDeepest = 100;
   jumps.assign(tokens.size() + 1, {});  // [0] is no instruction

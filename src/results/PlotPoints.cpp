@@ -11,9 +11,26 @@
 namespace quorvex {
 namespace {
 
-// The columns of X's, and behind them that of Y, whose standard deviations come with it.
-std::optional<PlotPoints> PointsOf(const DataSheet& sheet, std::vector<std::size_t> columns, std::size_t firstRow,
-                                   std::size_t lastRow, std::vector<std::string> titles, Prompter& user) {
+Result<PlotPoints> Titled(Result<SolveData> points, std::vector<std::string> titles) {
+  if (!points) return Failure{points.error()};
+  return PlotPoints{std::move(*points), std::move(titles)};
+}
+
+}  // namespace
+
+std::string ColumnTitle(const DataSheet& sheet, std::size_t col, const std::string& unnamed) {
+  const std::string& header = sheet.Headers[col - 1];
+  return header.empty() ? unnamed : header;
+}
+
+std::vector<std::string> AxisTitles(const DataSheet& sheet) {
+  std::vector<std::string> titles = DefaultHeaders(sheet.IndependentVariables, false);
+  for (std::size_t i = 0; i < titles.size(); ++i) titles[i] = ColumnTitle(sheet, i + 1, titles[i]);
+  return titles;
+}
+
+Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> columns, std::size_t firstRow,
+                               std::size_t lastRow) {
   lastRow = std::min(lastRow, sheet.Cells.GridLastRow());
   const std::size_t variables = columns.size() - 1;
   const std::size_t dependent = sheet.IndependentVariables + 1, deviation = dependent + 1;
@@ -24,56 +41,41 @@ std::optional<PlotPoints> PointsOf(const DataSheet& sheet, std::vector<std::size
   cells.FirstLine = firstRow;
   if (lastRow >= firstRow)
     for (std::size_t as = 1; const std::size_t col : columns) {
-      cells.PutRange({1, as, lastRow - firstRow + 1, as}, sheet.Cells.CopyRange({firstRow, col, lastRow, col}));
+      if (col == kRowNumbers)
+        for (std::size_t row = firstRow; row <= lastRow; ++row)
+          cells.SetGridCellNumber(row - firstRow + 1, as, static_cast<double>(row));
+      else
+        cells.PutRange({1, as, lastRow - firstRow + 1, as}, sheet.Cells.CopyRange({firstRow, col, lastRow, col}));
       ++as;
     }
   Result<LoadedGrid> loaded =
       LoadGridData(std::move(cells), {.IndependentVariables = variables, .Weighted = weighted, .KeepUnsorted = true});
-  if (!loaded) {
-    user.Refuse(loaded.error());
-    return std::nullopt;
-  }
-  if (!EnoughPointsToPlot(loaded->Unsorted.N(), user)) return std::nullopt;
-  return PlotPoints{std::move(loaded->Unsorted), std::move(titles)};
+  if (!loaded) return Failure{loaded.error()};
+  if (loaded->Unsorted.N() < kFewestPointsToPlot) return Failure{kTooFewPointsToPlot};
+  return std::move(loaded->Unsorted);
 }
 
-std::string Title(const DataSheet& sheet, std::size_t col, const std::string& unnamed) {
-  const std::string& header = sheet.Headers[col - 1];
-  return header.empty() ? unnamed : header;
-}
-
-}  // namespace
-
-std::vector<std::string> AxisTitles(const DataSheet& sheet) {
-  std::vector<std::string> titles = DefaultHeaders(sheet.IndependentVariables, false);
-  for (std::size_t i = 0; i < titles.size(); ++i) titles[i] = Title(sheet, i + 1, titles[i]);
-  return titles;
-}
-
-std::optional<PlotPoints> SheetPoints(const DataSheet& sheet, Prompter& user) {
-  if (sheet.IndependentVariables > kMostPlottedVariables) {
-    user.Refuse("Data of more than two independent variables have no plot. Please select two columns.");
-    return std::nullopt;
-  }
+Result<PlotPoints> SheetPoints(const DataSheet& sheet) {
   std::vector<std::size_t> columns(sheet.IndependentVariables + 1);
   std::iota(columns.begin(), columns.end(), std::size_t{1});
-  return PointsOf(sheet, std::move(columns), 1, kMostSheetRows, AxisTitles(sheet), user);
+  return Titled(ColumnPoints(sheet, std::move(columns)), AxisTitles(sheet));
 }
 
-std::optional<PlotPoints> SelectedPoints(const DataSheet& sheet, const std::vector<CellRange>& selection,
-                                         Prompter& user) {
-  if (selection.size() == 1 && selection[0].Rows() == 1 && selection[0].Cols() == 1) return SheetPoints(sheet, user);
-  const std::optional<ColumnPair> columns = SelectedColumnPair(selection, user);
-  if (!columns) return std::nullopt;
-  return PointsOf(sheet, {columns->FirstCol, columns->SecondCol}, columns->FirstRow, columns->LastRow,
-                  {Title(sheet, columns->FirstCol, "X"), Title(sheet, columns->SecondCol, "Y")}, user);
+bool IsOneCell(const std::vector<CellRange>& selection) {
+  return selection.size() == 1 && selection[0].Rows() == 1 && selection[0].Cols() == 1;
 }
 
-std::optional<PlotPoints> SolutionPoints(const std::vector<SolvedItem>& solutions, const DataSheet& sheet,
-                                         Prompter& user) {
-  if (!solutions.empty()) return SheetPoints(sheet, user);
-  user.Refuse(kNothingToPlot);
-  return std::nullopt;
+Result<PlotPoints> SelectedPoints(const DataSheet& sheet, const std::vector<CellRange>& selection) {
+  if (IsOneCell(selection)) return SheetPoints(sheet);
+  const Result<ColumnPair> pair = SelectedColumnPair(selection);
+  if (!pair) return Failure{"Invalid range selection. " + pair.error()};
+  return Titled(ColumnPoints(sheet, {pair->FirstCol, pair->SecondCol}, pair->FirstRow, pair->LastRow),
+                {ColumnTitle(sheet, pair->FirstCol, "X"), ColumnTitle(sheet, pair->SecondCol, "Y")});
+}
+
+Result<PlotPoints> SolutionPoints(const std::vector<SolvedItem>& solutions, const DataSheet& sheet) {
+  if (solutions.empty()) return Failure{kNothingToPlot};
+  return SheetPoints(sheet);
 }
 
 }  // namespace quorvex

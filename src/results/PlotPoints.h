@@ -1,10 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "core/Prompter.h"
+#include "core/Result.h"
 #include "core/SolveData.h"
 #include "sheet/CellRange.h"
 #include "sheet/DataSheet.h"
@@ -21,18 +20,29 @@ struct PlotPoints {
 // What stands over the X and Y columns of a sheet, or what they would have as headers where nothing does.
 std::vector<std::string> AxisTitles(const DataSheet& sheet);
 
-// X and Y of a sheet with one or two independent variables, with the standard deviations where it has them. Refused,
-// and nothing, where there are more variables, fewer than two points, or a text among them.
-std::optional<PlotPoints> SheetPoints(const DataSheet& sheet, Prompter& user);
+// What stands over a column, or `unnamed` where nothing does.
+std::string ColumnTitle(const DataSheet& sheet, std::size_t col, const std::string& unnamed);
 
-// The two columns that are selected, the left one as X; where just a cell is, which is how the user stands somewhere,
-// SheetPoints. Points are the rows with a number in both. Refused, and nothing, where the selection is no two columns
-// over the same rows, and as above.
-std::optional<PlotPoints> SelectedPoints(const DataSheet& sheet, const std::vector<CellRange>& selection,
-                                         Prompter& user);
+// In place of a column: the numbers of the rows.
+inline constexpr std::size_t kRowNumbers = 0;
 
-// SheetPoints for the curves of solutions of one independent variable. Refused, too, where there are none.
-std::optional<PlotPoints> SolutionPoints(const std::vector<SolvedItem>& solutions, const DataSheet& sheet,
-                                         Prompter& user);
+// The points over these columns, those of the X's first and that of Y last. Points are the rows with a number in all of
+// them; the standard deviations come with the Y that they belong to. Fails where there are fewer than two points, or a
+// text among them.
+Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> columns, std::size_t firstRow = 1,
+                               std::size_t lastRow = kMostSheetRows);
+
+// X and Y of a sheet with one or two independent variables. Fails as above.
+Result<PlotPoints> SheetPoints(const DataSheet& sheet);
+
+// Whether just a cell is selected, which is how the user stands somewhere.
+bool IsOneCell(const std::vector<CellRange>& selection);
+
+// The two columns that are selected, the left one as X; SheetPoints where just a cell is. Fails where the selection is
+// no two columns over the same rows, and as above.
+Result<PlotPoints> SelectedPoints(const DataSheet& sheet, const std::vector<CellRange>& selection);
+
+// SheetPoints for the curves of solutions of one independent variable. Fails, too, where there are none.
+Result<PlotPoints> SolutionPoints(const std::vector<SolvedItem>& solutions, const DataSheet& sheet);
 
 }  // namespace quorvex

@@ -15,7 +15,7 @@ constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF, kLightBlue = 0xE6C89B;
 // Of several curves, dark enough for thin lines on paper. Their number has no divisor in common with that of the line
 // styles, so 35 curves go by before a colour comes in the same style again.
 constexpr std::int32_t kCurveColours[] = {kRed, 0x00781E, 0xB000A0, 0x0066CC, 0x808000, 0x2A2A8B, 0x505050};
-constexpr int kLineStyles = 5;
+constexpr int kLineStyles = 5, kMarkerStyles = 10;
 
 PlotSeries Markers(const std::string& legend, std::vector<double> x, std::vector<double> y, const Settings& settings) {
   DataClass points;
@@ -31,16 +31,10 @@ PlotSeries ReferenceLine(double from, double to) {
   return {std::move(line), {.LegendText = "Reference line", .DrawColor = kRed}};
 }
 
-// Makes the table of a curve or surface over its input, with so many points along each variable. False where it has no
-// value somewhere.
-bool MakeTable(PlotSeries& series, const PlotPage& plot, const std::vector<int>& points) {
-  std::vector<TableRange> ranges;
-  for (int variable = 1; const int count : points) {
-    ranges.push_back(
-        {series.InputXMin(variable), series.InputXMax(variable), plot.PlotAtFittedOnly ? kInputPoints : count});
-    ++variable;
-  }
-  return series.GenerateTable(ranges, false);
+std::vector<double> CalculatedValues(const SolveData& data, const std::vector<double>& residuals) {
+  std::vector<double> calculated(data.N());
+  std::transform(data.Y.begin(), data.Y.end(), residuals.begin(), calculated.begin(), std::minus<>());
+  return calculated;
 }
 
 // A plot of measured points, with a title for each axis.
@@ -51,13 +45,9 @@ Result<Plot> PointPlot(const SolveData& data, const std::vector<std::string>& ti
   plot.PlotTitle = "Plot";
   for (std::size_t axis = 0; axis < titles.size(); ++axis) plot.Axes()[axis]->AxisTitle = titles[axis];
 
-  DataClass input;
-  input.GenerateTable(data.X, data.Y);
-  // Where nobody has given deviations they are 1 throughout.
-  const bool weighted = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
-  if (weighted && !input.GenerateErrorTable(data.SD)) return Failure{"An error has occurred obtaining the input data."};
-  plot.PlotData.push_back(Markers("Input Data", std::move(input), settings));
-  plot.PlotData[0].Style().ShowErrorBars = weighted;
+  Result<PlotSeries> input = PointSeries("Input Data", data, settings);
+  if (!input) return Failure{input.error()};
+  plot.PlotData.push_back(std::move(*input));
   return plot;
 }
 
@@ -68,7 +58,6 @@ Result<Plot> WithModel(Result<Plot> plot, PlotSeries model, const std::string& n
   plot->PlotTitle = "Model Plot";
   plot->PlotData[0].Style().ShowErrorBars = false;
   model.Style().LegendText = "Model " + name;
-  model.Style().DisplayLine = true;
   if (!MakeTable(model, *plot, points)) return Failure{NoCurveText({name})};
   plot->PlotData.push_back(std::move(model));
   return plot;
@@ -87,6 +76,27 @@ PlotSeries Markers(const std::string& legend, DataClass points, const Settings& 
            .MarkerSize = settings.Integer("discreetmarkersize")}};
 }
 
+Result<PlotSeries> PointSeries(const std::string& legend, const SolveData& data, const Settings& settings) {
+  DataClass input;
+  input.GenerateTable(data.X, data.Y);
+  // Where nobody has given deviations they are 1 throughout.
+  const bool weighted = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
+  if (weighted && !input.GenerateErrorTable(data.SD)) return Failure{"An error has occurred obtaining the input data."};
+  PlotSeries series = Markers(legend, std::move(input), settings);
+  series.Style().ShowErrorBars = weighted;
+  return series;
+}
+
+bool MakeTable(PlotSeries& series, const PlotPage& plot, const std::vector<int>& points) {
+  std::vector<TableRange> ranges;
+  for (int variable = 1; const int count : points) {
+    ranges.push_back(
+        {series.InputXMin(variable), series.InputXMax(variable), plot.PlotAtFittedOnly ? kInputPoints : count});
+    ++variable;
+  }
+  return series.GenerateTable(ranges, false);
+}
+
 Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
                            const Settings& settings, const LocaleText& locale) {
   return PointPlot<PlotClass>(data, {xTitle, yTitle}, settings, locale);
@@ -99,7 +109,7 @@ Result<PlotClass3D> ScatterPlot(const SolveData& data, const std::vector<std::st
 
 Result<PlotClass> ModelPlot(PlotSeries curve, const std::string& name, const SolveData& data, const std::string& xTitle,
                             const std::string& yTitle, const Settings& settings, const LocaleText& locale) {
-  curve.Style().DrawColor = kRed;
+  LookLikeModel(curve.Style(), 1);
   Result<PlotClass> plot = DataPlot(data, xTitle, yTitle, settings, locale);
   const int points = plot ? plot->PointsPerPlot : 0;
   return WithModel(std::move(plot), std::move(curve), name, {points});
@@ -109,10 +119,7 @@ Result<PlotClass3D> SurfacePlot(std::unique_ptr<ModelClass> model, const std::st
                                 const std::vector<std::string>& titles, const Settings& settings,
                                 const LocaleText& locale) {
   PlotSeries surface(std::move(model));
-  SeriesStyle& style = surface.Style();
-  style.ShadeMesh = true;
-  style.ShadeColor = kLightBlue;
-  style.ShowErrorBars = true;  // a filled surface hides the points behind it
+  LookLikeModel(surface.Style(), 2);
   Result<PlotClass3D> plot = ScatterPlot(data, titles, settings, locale);
   if (!plot) return plot;
   const std::vector<int> points = {plot->XPointsPerPlot, plot->YPointsPerPlot};
@@ -137,13 +144,28 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
     SeriesStyle& style = curve.Style();
     style.LegendText = solution.Name();
     style.DisplayLine = true;
-    style.DrawColor = kCurveColours[number % std::size(kCurveColours)];
-    style.DrawStyle = static_cast<int>(number % kLineStyles);
-    ++number;
+    TellApart(style, number++);
     plot->PlotData.push_back(std::move(curve));
   }
   plot->Legend.Show = plot->PlotData.size() <= kLongestLegend + 1;
   return plot;
+}
+
+void LookLikeModel(SeriesStyle& style, std::size_t variables) {
+  style.DisplayLine = true;
+  if (variables == 1) {
+    style.DrawColor = kRed;
+    return;
+  }
+  style.ShadeMesh = true;
+  style.ShadeColor = kLightBlue;
+  style.ShowErrorBars = true;  // a filled surface hides the points behind it
+}
+
+void TellApart(SeriesStyle& style, std::size_t number) {
+  style.DrawColor = style.MarkerColor = kCurveColours[number % std::size(kCurveColours)];
+  style.DrawStyle = static_cast<int>(number % kLineStyles);
+  style.MarkerStyle = static_cast<int>(number % kMarkerStyles);
 }
 
 std::string NoCurveText(const std::vector<std::string>& names) {
@@ -157,20 +179,32 @@ PlotSeries SeriesOf(const SolvedItem& solution) {
   return solution.Model != nullptr ? PlotSeries(solution.Model->CopyTo()) : PlotSeries(*solution.Interpolation);
 }
 
-Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const Settings& settings,
-                               const LocaleText& locale, std::span<const std::size_t> rows) {
-  std::optional<std::vector<double>> residuals = model.GenerateResiduals(data);
+std::vector<std::string> ScatterTypes(const DataSheet& sheet) {
+  std::vector<std::string> types = AxisTitles(sheet);
+  types.back() = "Calculated " + types.back();
+  types.insert(types.begin(), "Row");
+  return types;
+}
+
+Result<PlotClass> ResidualPlot(ModelClass& model, const GatheredData& data, std::size_t scatterType,
+                               const std::string& title, const Settings& settings, const LocaleText& locale) {
+  const SolveData& points = data.Points;
+  std::optional<std::vector<double>> residuals = model.GenerateResiduals(points);
   if (!residuals) return Failure{"An error occurred creating the Residual Scatter Plot. The plot cannot be created."};
   PlotClass plot(settings, locale);
   plot.PlotTitle = "Residual Error for Equation " + model.id;
-  plot.X.AxisTitle = "Row";
+  plot.X.AxisTitle = title;
   plot.Y.AxisTitle = "Residuals";
-  std::vector<double> numbers(rows.begin(), rows.end());
-  if (rows.empty()) {
-    numbers.resize(data.N());
-    std::iota(numbers.begin(), numbers.end(), 1.0);
+  std::vector<double> against(data.Rows.begin(), data.Rows.end());
+  if (scatterType > points.X.size()) {
+    against = CalculatedValues(points, *residuals);
+  } else if (scatterType > 0) {
+    against = points.X[scatterType - 1];
+  } else if (against.empty()) {
+    against.resize(points.N());
+    std::iota(against.begin(), against.end(), 1.0);
   }
-  plot.PlotData.emplace_back(Markers("Residuals", std::move(numbers), std::move(*residuals), settings));
+  plot.PlotData.emplace_back(Markers("Residuals", std::move(against), std::move(*residuals), settings));
   return plot;
 }
 
@@ -192,7 +226,8 @@ Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Set
 
 Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const SolvedItem& solution,
                                                 const GatheredData& data, const DataSheet& sheet,
-                                                const Settings& settings, const LocaleText& locale) {
+                                                const Settings& settings, const LocaleText& locale,
+                                                std::size_t scatterType) {
   const SolveData& points = data.Points;
   if (points.N() < kFewestPointsToPlot) return Failure{kTooFewPointsToPlot};
   if (kind == ResultPlotKind::Model) {
@@ -204,8 +239,16 @@ Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const Solve
     return Failure{kNoPlotOfManyVariables};
   }
   if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
-  return PageOf(kind == ResultPlotKind::Residuals ? ResidualPlot(*solution.Model, points, settings, locale, data.Rows)
-                                                  : NormalPlot(*solution.Model, points, settings, locale));
+  if (kind == ResultPlotKind::Probability) return PageOf(NormalPlot(*solution.Model, points, settings, locale));
+  return PageOf(ResidualPlot(*solution.Model, data, scatterType, ScatterTypes(sheet)[scatterType], settings, locale));
+}
+
+std::vector<SolvedItem> InterpolationsOf(const std::vector<SolvedItem>& solutions, Prompter& user) {
+  std::vector<SolvedItem> found;
+  std::copy_if(solutions.begin(), solutions.end(), std::back_inserter(found),
+               [](const SolvedItem& item) { return item.Interpolation != nullptr; });
+  if (found.empty()) user.Refuse("There are no interpolation models to plot.");
+  return found;
 }
 
 std::optional<SolvedItem> SingleSolution(ResultPlotKind kind, const std::vector<SolvedItem>& selected,
@@ -236,14 +279,12 @@ Result<std::unique_ptr<PlotPage>> EstimatePreview(const ModelClass& model, std::
 
   const std::optional<std::vector<double>> residuals = trial->GenerateResiduals(data);
   if (!residuals) return Failure{NoCurveText({equation})};
-  std::vector<double> calculated(data.N());
-  std::transform(data.Y.begin(), data.Y.end(), residuals->begin(), calculated.begin(), std::minus<>());
   const auto [least, greatest] = std::minmax_element(data.Y.begin(), data.Y.end());
   auto plot = std::make_unique<PlotClass>(settings, locale);
   plot->PlotTitle = "Calculated and Measured Values";
   plot->X.AxisTitle = "Y";
   plot->Y.AxisTitle = "Calculated Y";
-  plot->PlotData.emplace_back(Markers("Model " + equation, data.Y, std::move(calculated), settings));
+  plot->PlotData.emplace_back(Markers("Model " + equation, data.Y, CalculatedValues(data, *residuals), settings));
   plot->PlotData.emplace_back(ReferenceLine(*least, *greatest));
   return std::unique_ptr<PlotPage>(std::move(plot));
 }

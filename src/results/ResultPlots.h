@@ -47,6 +47,13 @@ Result<PlotClass3D> SurfacePlot(std::unique_ptr<ModelClass> model, const std::st
                                 const LocaleText& locale = {});
 
 // Measured points as markers, with their standard deviations as error bars where they are weighted.
+Result<PlotSeries> PointSeries(const std::string& legend, const SolveData& data, const Settings& settings);
+
+// Makes the table of a curve or surface over its input, with so many points along each variable. False where it has no
+// value somewhere.
+bool MakeTable(PlotSeries& series, const PlotPage& plot, const std::vector<int>& points);
+
+// A plot of them.
 Result<PlotClass> DataPlot(const SolveData& data, const std::string& xTitle, const std::string& yTitle,
                            const Settings& settings, const LocaleText& locale = {});
 
@@ -61,6 +68,11 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
                                 const std::string& xTitle, const std::string& yTitle, const Settings& settings,
                                 const LocaleText& locale, std::vector<std::string>& leftOut);
 
+// The look of a curve (of one variable) or surface (of two) that has a plot for itself.
+void LookLikeModel(SeriesStyle& style, std::size_t variables);
+// Gives one of several series the colour, line style and marker that tell it apart from those of other numbers.
+void TellApart(SeriesStyle& style, std::size_t number);
+
 // Said where there is nothing that a plot could show, and instead of a curve or surface.
 inline constexpr const char* kNothingToPlot = "There are no regression models to plot.";
 inline constexpr const char* kNoPlotOfManyVariables = "A model of more than two independent variables has no plot.";
@@ -71,10 +83,13 @@ std::string NoCurveText(const std::vector<std::string>& names);
 // A copy of what the solved list holds, for a plot.
 PlotSeries SeriesOf(const SolvedItem& solution);
 
-// The residuals against their row: `rows` of the sheet, one per point, or, where there are none, the number of the
-// point in the data, from 1.
-Result<PlotClass> ResidualPlot(ModelClass& model, const SolveData& data, const Settings& settings,
-                               const LocaleText& locale = {}, std::span<const std::size_t> rows = {});
+// What residuals can be shown against: the row of the sheet, each independent variable, and the calculated values.
+std::vector<std::string> ScatterTypes(const DataSheet& sheet);
+
+// The residuals against one of the ScatterTypes, by its number from 0; `title` stands at the axis. Of points that were
+// not gathered in the order of a sheet the row is their number, from 1.
+Result<PlotClass> ResidualPlot(ModelClass& model, const GatheredData& data, std::size_t scatterType,
+                               const std::string& title, const Settings& settings, const LocaleText& locale = {});
 
 // The residuals in units of StdErr against what a normal distribution would have in their places, with the line on
 // which such residuals lie.
@@ -84,10 +99,15 @@ Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Set
 // The plots of a results window.
 enum class ResultPlotKind { Model, Residuals, Probability };
 
-// One of them, of the complete rows of a sheet in its order. Fails with the sentence that stands in its place.
+// One of them, of the complete rows of a sheet in its order; residuals against one of the ScatterTypes. Fails with the
+// sentence that stands in its place.
 Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const SolvedItem& solution,
                                                 const GatheredData& data, const DataSheet& sheet,
-                                                const Settings& settings, const LocaleText& locale);
+                                                const Settings& settings, const LocaleText& locale,
+                                                std::size_t scatterType = 0);
+
+// The interpolations among the entries of the solved list. Refused where there are none.
+std::vector<SolvedItem> InterpolationsOf(const std::vector<SolvedItem>& solutions, Prompter& user);
 
 // The one of the selected solutions that a plot of its own can be made of: of its residuals, or, of two independent
 // variables, of its surface. Nothing, and refused, where there are none or several, or too many variables.

@@ -22,28 +22,27 @@ std::string PairRefusal(const std::vector<CellRange>& selection) {
            std::to_string(selection.size()) +
            " ranges selected. Hint:  Make sure you do not have the control key pressed when selecting the FIRST range.";
   const CellRange &a = selection[0], &b = selection[1];
-  if (a.FirstCol <= b.LastCol && b.FirstCol <= a.LastCol)
-    return "The currently selected ranges either overlap or occupy the same column.";
+  if (a.Cols() > 1 || b.Cols() > 1) return "At least one of the two selected ranges contains multiple columns.";
+  if (a.FirstCol == b.FirstCol) return "The currently selected ranges either overlap or occupy the same column.";
   if (a.FirstRow != b.FirstRow || a.LastRow != b.LastRow)
     return "The currently selected ranges do not contain the same rows.";
-  if (a.Cols() > 1 || b.Cols() > 1) return "At least one of the two selected ranges contains multiple columns.";
   return "";
 }
 
 }  // namespace
 
-std::optional<ColumnPair> SelectedColumnPair(const std::vector<CellRange>& selection, Prompter& user) {
-  if (const std::string refusal = PairRefusal(selection); !refusal.empty()) {
-    user.Refuse(refusal);
-    return std::nullopt;
-  }
+Result<ColumnPair> SelectedColumnPair(const std::vector<CellRange>& selection) {
+  if (const std::string refusal = PairRefusal(selection); !refusal.empty()) return Failure{refusal};
   const CellRange &a = selection.front(), &b = selection.back();
   return ColumnPair{std::min(a.FirstCol, b.FirstCol), std::max(a.LastCol, b.LastCol), a.FirstRow, a.LastRow};
 }
 
 bool mnuEditExchange(const SheetEdit& edit) {
-  const auto pair = SelectedColumnPair(edit.Selection, edit.User);
-  if (!pair) return false;
+  const Result<ColumnPair> pair = SelectedColumnPair(edit.Selection);
+  if (!pair) {
+    edit.User.Refuse(pair.error());
+    return false;
+  }
   const bool withHeaders = edit.User.Ask("Do you also want to exchange the column headers you defined?");
   edit.PushUndo(withHeaders ? UndoOperation::ExchangeHeaders : UndoOperation::Exchange,
                 {pair->FirstRow, pair->FirstCol, pair->LastRow, pair->SecondCol});

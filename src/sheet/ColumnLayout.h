@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Result.h"
 #include "sheet/SheetEdit.h"
 
 namespace quorvex {
@@ -21,8 +22,8 @@ struct ColumnPair {
 };
 
 // The two columns of a selection: one range of two columns, or two ranges in different columns over the same rows.
-// Anything else is refused.
-std::optional<ColumnPair> SelectedColumnPair(const std::vector<CellRange>& selection, Prompter& user);
+// Fails with what the user has selected instead.
+Result<ColumnPair> SelectedColumnPair(const std::vector<CellRange>& selection);
 
 // Exchanges the values of two selected columns, and their headers where the user wants that too.
 bool mnuEditExchange(const SheetEdit& edit);

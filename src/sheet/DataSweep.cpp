@@ -1,6 +1,5 @@
 #include "sheet/DataSweep.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -50,9 +49,7 @@ Result<Expression> CompileSweep(const std::string& text, const LocaleText& local
   };
   Expression expression = Parser(Dialect::OneVariable, locale).Compile({text});
   // A sweep has no data that words such as "xmean" could speak of, and zeros in their place would pass for results.
-  const bool asksForData = std::any_of(expression.ExprTokens.begin(), expression.ExprTokens.end(),
-                                       [](const ExprToken& token) { return token.Type == TokenKind::SpecialWord; });
-  if (expression.ParseError || asksForData) return refuse("");
+  if (expression.ParseError || AsksForStatistics(expression)) return refuse("");
   if (expression.HasCoefficients)
     return refuse("It appears to contain variable coefficients, which are not allowed when sweeping data. ");
   if (!expression.HasIndependentVar) return refuse("It does not appear to contain the independent variable 'X'. ");

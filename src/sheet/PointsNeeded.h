@@ -7,7 +7,6 @@
 namespace quorvex {
 
 // Whether that many complete rows are enough; refused where they are not.
-
 inline bool EnoughPointsToSolve(std::size_t points, Prompter& user) {
   if (points < 3) user.Refuse("You need at least 3 data points in order to obtain a solution.");
   return points >= 3;
@@ -15,10 +14,5 @@ inline bool EnoughPointsToSolve(std::size_t points, Prompter& user) {
 
 inline constexpr std::size_t kFewestPointsToPlot = 2;
 inline constexpr const char* kTooFewPointsToPlot = "You need at least 2 data points in order to create a plot.";
-
-inline bool EnoughPointsToPlot(std::size_t points, Prompter& user) {
-  if (points < kFewestPointsToPlot) user.Refuse(kTooFewPointsToPlot);
-  return points >= kFewestPointsToPlot;
-}
 
 }  // namespace quorvex

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "RecordingPrompter.h"
 #include "results/PlotPoints.h"
 #include "results/SolvedProject.h"
 
@@ -33,78 +32,72 @@ TEST(SelectedPoints, TakesTheSheetOrTheSelectedColumns) {
   };
   const Project project = Heights();
   for (const auto& c : kCases) {
-    RecordingPrompter user;
-    const auto points = SelectedPoints(project.Sheet, c.selection, user);
-    ASSERT_TRUE(points) << user.Last();
+    const Result<PlotPoints> points = SelectedPoints(project.Sheet, c.selection);
+    ASSERT_TRUE(points) << points.error();
     EXPECT_EQ(points->Points.X, std::vector<Column>{c.x});
     EXPECT_EQ(points->Points.Y, c.y);
     EXPECT_EQ(points->Points.SD, c.sd);
     EXPECT_EQ(points->Titles, (std::vector<std::string>{c.xTitle, c.yTitle}));
-    EXPECT_TRUE(user.Said.empty());
   }
 }
 
 TEST(SelectedPoints, SaysWhyThereAreNone) {
-  constexpr const char* kTooFew = "refuse: You need at least 2 data points in order to create a plot.";
+  constexpr const char* kTooFew = "You need at least 2 data points in order to create a plot.";
   const struct {
     std::vector<CellRange> selection;
     const char* said;
   } kCases[] = {
-      {{}, "refuse: You have not selected any cells in the spreadsheet."},
-      {{{1, 1, 3, 1}}, "refuse: The currently selected range only includes a single column."},
-      {{{1, 1, 3, 3}}, "refuse: The currently selected range contains more than two columns."},
+      {{}, "Invalid range selection. You have not selected any cells in the spreadsheet."},
+      {{{1, 1, 1, 1}, {1, 2, 1, 2}, {3, 1, 3, 1}},
+       "Invalid range selection. This operation can only work with at most two selected ranges.  You currently have 3 "
+       "ranges selected. Hint:  Make sure you do not have the control key pressed when selecting the FIRST range."},
+      {{{1, 1, 3, 1}}, "Invalid range selection. The currently selected range only includes a single column."},
+      {{{1, 1, 3, 3}}, "Invalid range selection. The currently selected range contains more than two columns."},
+      {{{1, 1, 3, 2}, {1, 3, 3, 3}},
+       "Invalid range selection. At least one of the two selected ranges contains multiple columns."},
+      {{{1, 1, 3, 1}, {5, 1, 7, 1}},
+       "Invalid range selection. The currently selected ranges either overlap or occupy the same column."},
+      {{{1, 1, 3, 1}, {1, 2, 4, 2}},
+       "Invalid range selection. The currently selected ranges do not contain the same rows."},
       {{{1, 1, 1, 1}, {1, 2, 1, 2}}, kTooFew},   // one cell in each of two columns
       {{{2, 1, 3, 2}}, kTooFew},                 // two rows, one of them incomplete
       {{{100, 1, kMostSheetRows, 2}}, kTooFew},  // below the data
-      {{{4, 1, 6, 2}}, "refuse: Line 6: 'tall' is not a number."},
+      {{{4, 1, 6, 2}}, "Line 6: 'tall' is not a number."},
   };
   Project project = Heights();
   project.Sheet.Cells.SetGridCellNumber(6, 1, 6);
   project.Sheet.Cells.SetGridCellText(6, 2, "tall");
   for (const auto& c : kCases) {
-    RecordingPrompter user;
-    EXPECT_FALSE(SelectedPoints(project.Sheet, c.selection, user));
-    EXPECT_EQ(user.Said, std::vector<std::string>{c.said});
+    const Result<PlotPoints> points = SelectedPoints(project.Sheet, c.selection);
+    ASSERT_FALSE(points);
+    EXPECT_EQ(points.error(), c.said);
   }
 }
 
 TEST(SelectedPoints, TakesThreeColumnsOfTwoVariables) {
   Project project = ProjectOf({{1, 2}, {3, 4}, {5, 6}, {0.5, 1}}, true);
   project.Sheet.Headers = {"", "Depth", "", "SD"};
-  RecordingPrompter user;
-  const auto points = SelectedPoints(project.Sheet, {{1, 1, 1, 1}}, user);
+  const Result<PlotPoints> points = SelectedPoints(project.Sheet, {{1, 1, 1, 1}});
   ASSERT_TRUE(points);
   EXPECT_EQ(points->Points.X, (std::vector<Column>{{1, 2}, {3, 4}}));
   EXPECT_EQ(points->Points.Y, (Column{5, 6}));
   EXPECT_EQ(points->Points.SD, (Column{0.5, 1}));
   EXPECT_EQ(points->Titles, (std::vector<std::string>{"X1", "Depth", "Y"}));
-  const auto two = SelectedPoints(project.Sheet, {{1, 1, 2, 1}, {1, 3, 2, 3}}, user);
+  const Result<PlotPoints> two = SelectedPoints(project.Sheet, {{1, 1, 2, 1}, {1, 3, 2, 3}});
   ASSERT_TRUE(two);
   EXPECT_EQ(two->Points.X, std::vector<Column>{(Column{1, 2})});
   EXPECT_EQ(two->Points.Y, (Column{5, 6}));
   EXPECT_EQ(two->Titles, (std::vector<std::string>{"X", "Y"}));
-  EXPECT_TRUE(user.Said.empty());
   project.Sheet.Cells.ClearCell(2, 2);
-  EXPECT_FALSE(SelectedPoints(project.Sheet, {{1, 1, 1, 1}}, user));
-  EXPECT_EQ(user.Last(), "refuse: You need at least 2 data points in order to create a plot.");
-}
-
-TEST(SelectedPoints, AsksForTwoColumnsOfManyVariables) {
-  const Project project = ProjectOf({{1, 2}, {3, 4}, {5, 6}, {7, 8}});
-  RecordingPrompter user;
-  EXPECT_FALSE(SelectedPoints(project.Sheet, {{1, 1, 1, 1}}, user));
-  EXPECT_EQ(user.Last(),
-            "refuse: Data of more than two independent variables have no plot. Please select two columns.");
-  EXPECT_TRUE(SelectedPoints(project.Sheet, {{1, 1, 2, 1}, {1, 3, 2, 3}}, user));
+  EXPECT_EQ(SelectedPoints(project.Sheet, {{1, 1, 1, 1}}).error(),
+            "You need at least 2 data points in order to create a plot.");
 }
 
 TEST(SolutionPoints, AreThoseOfTheSheetWhereThereIsACurve) {
   Project line = LineProject();
   const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr};
-  RecordingPrompter user;
-  EXPECT_EQ(SolutionPoints({fit}, line.Sheet, user)->Points.N(), 5u);
-  EXPECT_FALSE(SolutionPoints({}, line.Sheet, user));
-  EXPECT_EQ(user.Said, std::vector<std::string>{"refuse: There are no regression models to plot."});
+  EXPECT_EQ(SolutionPoints({fit}, line.Sheet)->Points.N(), 5u);
+  EXPECT_EQ(SolutionPoints({}, line.Sheet).error(), "There are no regression models to plot.");
 }
 
 }  // namespace

@@ -165,17 +165,39 @@ TEST(SolutionsPlot, TellsItsCurvesApart) {
   EXPECT_TRUE(plot->Legend.Show);
 }
 
-TEST(ResidualPlot, ShowsResidualsByRow) {
-  const auto model = ModelOf("a*x", 2);
-  const Result<PlotClass> plot = ResidualPlot(*model, Points(), Settings());
-  ASSERT_TRUE(plot);
-  EXPECT_EQ(plot->PlotTitle, "Residual Error for Equation a*x");
-  EXPECT_EQ(Names(*plot), std::vector<std::string>{"Residuals"});
-  EXPECT_EQ(YOf(plot->PlotData[0]), (std::vector<double>{0.5, 0, 0.5, -1}));
-  EXPECT_EQ(plot->PlotData[0].InputXMin(), 1);
-  EXPECT_EQ(plot->PlotData[0].InputXMax(), 4);
+std::vector<double> XOf(const PlotSeries& series) {
+  const SeriesTable table = series.CopyDataTo();
+  return {table.X.begin(), table.X.end()};
+}
+
+TEST(ResidualPlot, ShowsResidualsAgainstWhatIsChosen) {
+  const auto curve = ModelOf("a*x", 2), surface = PlaneOf("a*x1+x2", 2);
+  const GatheredData line{.Points = Points(), .Rows = {1, 3, 4, 7}}, plane{.Points = PlanePoints(), .Rows = {}};
+  // By hand: a*x is 2, 4, 6, 8, and a*x1+x2 is 2, 5, 6, 9 at the points.
+  const struct {
+    ModelClass& Model;
+    const GatheredData& Data;
+    std::size_t ScatterType;
+    std::vector<double> X, Residuals;
+  } cases[] = {
+      {*curve, line, 0, {1, 3, 4, 7}, {0.5, 0, 0.5, -1}},     {*curve, line, 1, {1, 2, 3, 4}, {0.5, 0, 0.5, -1}},
+      {*curve, line, 2, {2, 4, 6, 8}, {0.5, 0, 0.5, -1}},     {*surface, plane, 0, {1, 2, 3, 4}, {0.5, -1, 0.5, -2}},
+      {*surface, plane, 2, {0, 1, 0, 1}, {0.5, -1, 0.5, -2}}, {*surface, plane, 3, {2, 5, 6, 9}, {0.5, -1, 0.5, -2}},
+  };
+  for (const auto& c : cases) {
+    const Result<PlotClass> plot = ResidualPlot(c.Model, c.Data, c.ScatterType, "Depth", Settings());
+    ASSERT_TRUE(plot);
+    EXPECT_EQ(plot->PlotTitle, "Residual Error for Equation " + c.Model.id);
+    EXPECT_EQ(plot->X.AxisTitle + '/' + plot->Y.AxisTitle, "Depth/Residuals");
+    EXPECT_EQ(Names(*plot), std::vector<std::string>{"Residuals"});
+    EXPECT_EQ(XOf(plot->PlotData[0]), c.X);
+    EXPECT_EQ(YOf(plot->PlotData[0]), c.Residuals);
+  }
+  DataSheet sheet(2, true);
+  sheet.Headers = {"", "Depth", "Heat", "SD"};
+  EXPECT_EQ(ScatterTypes(sheet), (std::vector<std::string>{"Row", "X1", "Depth", "Calculated Heat"}));
   const auto broken = ModelOf("a*ln(x-2)", 1);
-  EXPECT_EQ(ResidualPlot(*broken, Points(), Settings()).error(),
+  EXPECT_EQ(ResidualPlot(*broken, line, 0, "Row", Settings()).error(),
             "An error occurred creating the Residual Scatter Plot. The plot cannot be created.");
 }
 
@@ -277,6 +299,16 @@ TEST(PlotOfResults, SaysWhyThereIsNone) {
   std::vector<std::string> titles;
   for (const PlotAxis* axis : (*titled)->Axes()) titles.push_back(axis->AxisTitle);
   EXPECT_EQ(titles, (std::vector<std::string>{"Time", "X2", "Heat"}));
+}
+
+TEST(InterpolationsOf, AreTakenFromTheSolvedList) {
+  Project line = LineProject();
+  const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr}, spline{nullptr, &line.Interpolations[0]};
+  RecordingPrompter user;
+  EXPECT_EQ(InterpolationsOf({fit, spline}, user), std::vector<SolvedItem>{spline});
+  EXPECT_TRUE(user.Said.empty());
+  EXPECT_TRUE(InterpolationsOf({fit}, user).empty());
+  EXPECT_EQ(user.Last(), "refuse: There are no interpolation models to plot.");
 }
 
 TEST(SingleSolution, IsTheOneThatIsSelected) {

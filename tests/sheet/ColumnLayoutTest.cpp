@@ -22,9 +22,9 @@ TEST(SelectedColumnPair, TakesTwoColumnsOverTheSameRows) {
       {{{1, 3, 4, 3}, {1, 1, 4, 1}}, {1, 3, 1, 4}},
   };
   for (const auto& c : kCases) {
-    RecordingPrompter user;
-    EXPECT_EQ(SelectedColumnPair(c.selection, user), c.pair);
-    EXPECT_TRUE(user.Said.empty());
+    const Result<ColumnPair> pair = SelectedColumnPair(c.selection);
+    ASSERT_TRUE(pair) << pair.error();
+    EXPECT_EQ(*pair, c.pair);
   }
 }
 
@@ -40,7 +40,8 @@ TEST(SelectedColumnPair, SaysWhyAnythingElseIsRefused) {
        "This operation can only work with at most two selected ranges.  You currently have 3 ranges selected. Hint:  "
        "Make sure you do not have the control key pressed when selecting the FIRST range."},
       {{{1, 1, 4, 1}, {6, 1, 9, 1}}, "The currently selected ranges either overlap or occupy the same column."},
-      {{{1, 1, 4, 2}, {1, 2, 4, 3}}, "The currently selected ranges either overlap or occupy the same column."},
+      {{{1, 1, 4, 1}, {2, 1, 9, 1}}, "The currently selected ranges either overlap or occupy the same column."},
+      {{{1, 1, 4, 2}, {1, 2, 4, 3}}, "At least one of the two selected ranges contains multiple columns."},
       {{{1, 1, 4, 1}, {1, 2, 5, 2}}, "The currently selected ranges do not contain the same rows."},
       {{{2, 1, 4, 1}, {1, 2, 4, 2}}, "The currently selected ranges do not contain the same rows."},
       {{{1, 1, 4, 1}, {1, 2, 4, 3}}, "At least one of the two selected ranges contains multiple columns."},

@@ -214,15 +214,12 @@ TEST(TypeInCell, RefusesAnythingElse) {
   EXPECT_TRUE(sheet.Untouched());
 }
 
-TEST(PointsNeeded, AreThreeToSolveAndTwoToPlot) {
+TEST(PointsNeeded, AreThreeToSolve) {
   RecordingPrompter user;
   EXPECT_TRUE(EnoughPointsToSolve(3, user));
-  EXPECT_TRUE(EnoughPointsToPlot(2, user));
   EXPECT_TRUE(user.Said.empty());
   EXPECT_FALSE(EnoughPointsToSolve(2, user));
   EXPECT_EQ(user.Last(), "refuse: You need at least 3 data points in order to obtain a solution.");
-  EXPECT_FALSE(EnoughPointsToPlot(1, user));
-  EXPECT_EQ(user.Last(), "refuse: You need at least 2 data points in order to create a plot.");
 }
 
 }  // namespace

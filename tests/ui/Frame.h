@@ -29,6 +29,8 @@ class Frame : public testing::Test {
     session.Preferences = LoadSettings();
     // The tip of the day would stand before the frame; a test that wants it stores so.
     if (!session.Preferences.Has("Show Tips at Startup")) session.Preferences.Set("Show Tips at Startup", "0");
+    // So would the guidance of the first plot before that.
+    if (!session.Preferences.Has("hideplotinfo")) session.Preferences.Set("hideplotinfo", "1");
     frame = std::make_unique<parentfrm>(session, commandLine, folder.Path("state"));
     frame->show();
     frame->activateWindow();

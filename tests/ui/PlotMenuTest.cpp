@@ -1,5 +1,7 @@
 // The Plot menu and the windows that it opens, used as a user does.
 
+#include <QComboBox>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
@@ -8,7 +10,9 @@
 #include "Accessibility.h"
 #include "Frame.h"
 #include "files/ui/Dataplot.h"
+#include "plot/ui/frmPlotInfo.h"
 #include "results/SolvedProject.h"
+#include "results/ui/PlotDialogs.h"
 
 namespace quorvex {
 namespace {
@@ -32,6 +36,11 @@ class PlotMenuTest : public Frame {
     for (const char* name : models) SolveModel(Document(), name, 1);
     Active().Refresh();
   }
+  static void Inspect(QDialog& form) {
+    AccessibilityWalk{form};
+    ExpectMnemonicsDoNotMeet(form);
+    EXPECT_NE(form.focusWidget(), nullptr);
+  }
   QList<Dataplot*> Plots() { return Active().findChildren<Dataplot*>(); }
   static QStringList Legend(Dataplot& window) {
     QStringList texts;
@@ -51,7 +60,8 @@ TEST_F(PlotMenuTest, ShowsDataThatOutliveTheirSheet) {
   EXPECT_TRUE(plot->findChild<QAction*>("ShowErrorBars")->isChecked());
 
   Trigger("mnuEditSelectAll");
-  EXPECT_EQ(SaidBy("mnuPlotData"), "The currently selected range contains more than two columns.");
+  EXPECT_EQ(SaidBy("mnuPlotData"),
+            "Invalid range selection. The currently selected range contains more than two columns.");
   Select(1, 1, 3, 2);
   Trigger("mnuPlotData");
   ASSERT_EQ(Plots().size(), 2);
@@ -147,9 +157,21 @@ TEST_F(PlotMenuTest, ShowsResidualsOfOneSolution) {
   auto& list = *Active().findChild<QTableView*>("SolvedList");
   list.selectRow(1);
   const std::string name = list.model()->index(1, 1).data().toString().toStdString();
+  dialogs.Do([](QDialog& form) { form.reject(); });
+  Trigger("mnuPlotResiduals");
+  EXPECT_TRUE(Plots().isEmpty());
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "frmScatterType");
+    Inspect(form);
+    auto& types = In<QComboBox>(form, "cmbScatterType");
+    EXPECT_EQ(types.currentText(), "Row");
+    types.setCurrentText("Calculated Y");
+    Press(form, QDialogButtonBox::Ok);
+  });
   Trigger("mnuPlotResiduals");
   Trigger("mnuPlotProbability");
   ASSERT_EQ(Plots().size(), 2);
+  EXPECT_EQ(Plots()[0]->Plot().Axes()[0]->AxisTitle, "Calculated Y");
   EXPECT_EQ(Plots()[0]->Plot().PlotTitle, "Residual Error for Equation " + name);
   EXPECT_EQ(Legend(*Plots()[0]), QStringList{"Residuals"});
   EXPECT_EQ(Plots()[1]->Plot().PlotTitle, "Residual Normal Probability Plot");
@@ -161,6 +183,141 @@ TEST_F(PlotMenuTest, ShowsResidualsOfOneSolution) {
   Document().Models = ModelCollection();
   Active().Refresh();
   EXPECT_EQ(SaidBy("mnuPlotResiduals"), "There are no regression models to plot.");
+}
+
+TEST_F(PlotMenuTest, ShowsColumnsThatAreChosenByName) {
+  Start();
+  Document() = ProjectOf({{1, 2, 3}, {4, 5, 7}, {6, 9, 8}, {10, 20, 40}});
+  Document().Sheet.Headers = {"Time", "Depth", "", "Heat"};
+  Active().Refresh();
+  dialogs.Do([this](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "frmPlotSelect");
+    Inspect(form);
+    EXPECT_EQ(Rows(List(form, "lstX")), (QStringList{"Row", "Time", "Depth", "Column 3", "Heat"}));
+    EXPECT_EQ(Rows(List(form, "lstY")), (QStringList{"Time", "Depth", "Column 3", "Heat"}));
+    List(form, "lstY").clearSelection();
+    dialogs.Press(QMessageBox::Ok);
+    Press(form, QDialogButtonBox::Ok);
+    List(form, "lstX").clearSelection();
+    Choose(List(form, "lstY"), "Heat");
+    dialogs.Press(QMessageBox::Ok);
+    Press(form, QDialogButtonBox::Ok);
+    for (const int row : {1, 2}) List(form, "lstX").item(row)->setSelected(true);
+    Click(form, "optnPlotType1");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuPlotData");  // of more variables than a plot shows
+  EXPECT_EQ(dialogs.Said, (Said{"Please select which data column to plot on the vertical plot axis.",
+                                "Please select at least one data column to plot on the horizontal plot axis."}));
+  ASSERT_EQ(Plots().size(), 1);
+  EXPECT_EQ(Legend(*Plots()[0]), (QStringList{"Time", "Depth"}));
+  EXPECT_TRUE(Plots()[0]->Plot().PlotData[1].Style().DisplayLine);
+  EXPECT_EQ(Plots()[0]->Plot().Axes()[1]->AxisTitle, "Heat");
+
+  dialogs.Do([](QDialog& form) { Press(form, QDialogButtonBox::Cancel); });
+  Trigger("mnuPlotColumns");
+  EXPECT_EQ(Plots().size(), 1);
+}
+
+TEST_F(PlotMenuTest, ShowsInterpolations) {
+  Open({"a*x+b"});
+  EXPECT_EQ(SaidBy("mnuPlotInterpolations"), "There are no interpolation models to plot.");
+  std::string log;
+  ASSERT_TRUE(Document().Interpolations[0].Fit(GatherData(Document().Sheet)->Points, log));
+  Document().Interpolations[0].Solved = true;
+  Active().Refresh();
+  Trigger("mnuPlotInterpolations");
+  ASSERT_EQ(Plots().size(), 1);
+  EXPECT_EQ(Legend(*Plots()[0]), (QStringList{"Input Data", "Cubic Spline"}));
+}
+
+TEST_F(PlotMenuTest, ShowsAnEquation) {
+  Start();
+  dialogs.Do([this](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "frmPlotEquation");
+    EXPECT_EQ(form.windowTitle(), "Plot Equation");
+    Inspect(form);
+    EXPECT_EQ(form.focusWidget(), &Box(form, "txt2D"));
+    dialogs.Press(QMessageBox::Ok);
+    Press(form, QDialogButtonBox::Ok);
+    EXPECT_EQ(form.focusWidget(), &Box(form, "txt2D"));
+    TypeInto(form, "txt2D", "sin(x)");
+    TypeInto(form, "txtXMax", "6");
+    TypeInto(form, "txtXDivisions", "7");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuPlotNewEquation");
+  EXPECT_EQ(dialogs.Said, Said{"Please enter a valid equation."});
+  ASSERT_EQ(Plots().size(), 1);
+  EXPECT_EQ(Legend(*Plots()[0]), QStringList{"sin(x)"});
+  EXPECT_EQ(Plots()[0]->Plot().PlotData[0].NumTablePoints(), 7U);
+
+  dialogs.Do([](QDialog& form) {
+    Click(form, "optnType1");
+    Inspect(form);
+    TypeInto(form, "txt3D", "x1*x2");
+    TypeInto(form, "txtX1Min", "-1");
+    TypeInto(form, "txtX2Max", "5");
+    TypeInto(form, "txtX1Divisions", "4");
+    TypeInto(form, "txtX2Divisions", "3");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuPlotNewEquation");
+  ASSERT_EQ(Plots().size(), 2);
+  const PlotSeries& surface = Plots()[1]->Plot().PlotData[0];
+  EXPECT_EQ(surface.NumTablePoints(), 12U);
+  EXPECT_EQ(surface.InputYMin(), -5);
+  EXPECT_EQ(surface.InputXMax(2), 5);
+}
+
+TEST_F(PlotMenuTest, GivesDataToAPlotThatIsOpen) {
+  Open({"a*x+b"});
+  Trigger("mnuPlotData");
+  ASSERT_EQ(Plots().size(), 1);
+  PlotWindow& plot = *Plots()[0];
+  const auto choose = [&] {
+    return ChooseGraphs(&plot, Document(), plot.Plot(), Active().Preferences(), Active().User());
+  };
+  dialogs.Do([this](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "GraphList");
+    Inspect(form);
+    EXPECT_EQ(Rows(List(form, "lstGraphs")), (QStringList{"Input Data", "a*x+b"}));
+    dialogs.Press(QMessageBox::Ok);
+    Press(form, QDialogButtonBox::Ok);
+    Choose(List(form, "lstGraphs"), "a*x+b");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  const auto chosen = choose();
+  EXPECT_EQ(dialogs.Said, Said{"Please select data from the list or press Cancel"});
+  ASSERT_TRUE(chosen && chosen->size() == 1);
+  EXPECT_EQ(chosen->front().Style().LegendText, "a*x+b");
+  dialogs.Do([](QDialog& form) { form.reject(); });
+  EXPECT_FALSE(choose());
+}
+
+TEST_F(PlotMenuTest, TellsOfPlotWindowsUntilToldNotTo) {
+  Start();
+  Settings& preferences = Active().Preferences();
+  preferences.Set("hideplotinfo", "0");
+  Document() = LineProject();
+  Active().Refresh();
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "frmPlotInfo");
+    Inspect(form);
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuPlotData");
+  Trigger("mnuPlotData");  // once in a run
+  EXPECT_EQ(Plots().size(), 2);
+  EXPECT_EQ(preferences.Integer("hideplotinfo"), 0);
+
+  dialogs.Do([](QDialog& form) {
+    Click(form, "hideplotinfo");
+    form.reject();
+  });
+  ShowPlotInfo(Plots()[0], preferences);
+  EXPECT_EQ(preferences.Text("hideplotinfo"), "1");
+  ShowPlotInfo(Plots()[0], preferences);
 }
 
 TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {
