@@ -17,9 +17,10 @@ int main(int argc, char** argv) {
   if (arguments[3] == "dark") QApplication::setPalette(DarkPalette());
   Session session;
   session.Preferences.Set("Show Tips at Startup", "0");
+  session.Preferences.Set("hideplotinfo", "1");
   const Shots shots{arguments[1], arguments[2], session};
   for (const auto take : {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeProperties, TakeSheet,
-                          TakeImports, TakeEstimates, TakeModels, TakeSolve, TakeResults})
+                          TakeImports, TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots})
     take(shots);
   return EXIT_SUCCESS;
 }

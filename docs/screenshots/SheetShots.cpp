@@ -5,7 +5,6 @@
 #include <QMenu>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QTimer>
 
 #include "Shots.h"
 #include "app/ui/parentfrm.h"
@@ -14,19 +13,6 @@
 
 namespace quorvex {
 namespace {
-
-// Takes the dialog that the menu entry opens, once `fill` has been at its controls.
-void TakeDialog(
-    const Shots& shots, parentfrm& frame, const char* action, const QString& name,
-    void (*fill)(QDialog& dialog) = [](QDialog&) {}) {
-  QTimer::singleShot(0, &frame, [&] {
-    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    fill(*dialog);
-    shots.Take(*dialog, name);
-    dialog->reject();
-  });
-  frame.findChild<QAction*>(action)->trigger();
-}
 
 void Choose(QDialog& dialog, const char* button) { dialog.findChild<QRadioButton*>(button)->click(); }
 void Type(QDialog& dialog, const char* edit, const char* text) { dialog.findChild<QLineEdit*>(edit)->setText(text); }
@@ -46,29 +32,29 @@ void TakeSheet(const Shots& shots) {
     grid.selectionModel()->select({cells.index(0, 0), cells.index(bottom, right)}, QItemSelectionModel::ClearAndSelect);
   };
 
-  TakeDialog(shots, frame, "mnuFileNewKind", "project-new");
+  shots.TakeDialog(frame, "mnuFileNewKind", "project-new");
   select(9, 0);
-  TakeDialog(shots, frame, "mnuDataFill", "sheet-fill", [](QDialog& dialog) {
+  shots.TakeDialog(frame, "mnuDataFill", "sheet-fill", [](QDialog& dialog) {
     Choose(dialog, "MethodOption2");
     Type(dialog, "FuncText", "exp(-x/10)");
     Type(dialog, "FuncStart", "0");
     Type(dialog, "FuncIncrement", "0.5");
   });
-  TakeDialog(shots, frame, "mnuDataFill", "sheet-fill-column", [](QDialog& dialog) {
+  shots.TakeDialog(frame, "mnuDataFill", "sheet-fill-column", [](QDialog& dialog) {
     Choose(dialog, "MethodOption3");
     Type(dialog, "ColumnFunc", "ln(x)");
   });
-  TakeDialog(shots, frame, "mnuDataScale", "sheet-scale", [](QDialog& dialog) { Type(dialog, "ScaleText", "0.001"); });
+  shots.TakeDialog(frame, "mnuDataScale", "sheet-scale", [](QDialog& dialog) { Type(dialog, "ScaleText", "0.001"); });
   select(9, static_cast<int>(frame.ActiveProject()->Document().Sheet.ColumnCount()) - 1);
-  TakeDialog(shots, frame, "mnuDataSort", "sheet-sort",
-             [](QDialog& dialog) { dialog.findChild<QComboBox*>("SortKey2")->setCurrentIndex(2); });
-  TakeDialog(shots, frame, "mnuDataCombine", "sheet-combine");
-  TakeDialog(shots, frame, "mnuDataZeroNegative", "sheet-zero");
-  TakeDialog(shots, frame, "mnuEditPasteSpecial", "sheet-paste-special");
-  TakeDialog(shots, frame, "mnuEditGoto", "sheet-goto", [](QDialog& dialog) { Type(dialog, "txtReference", "A7"); });
+  shots.TakeDialog(frame, "mnuDataSort", "sheet-sort",
+                   [](QDialog& dialog) { dialog.findChild<QComboBox*>("SortKey2")->setCurrentIndex(2); });
+  shots.TakeDialog(frame, "mnuDataCombine", "sheet-combine");
+  shots.TakeDialog(frame, "mnuDataZeroNegative", "sheet-zero");
+  shots.TakeDialog(frame, "mnuEditPasteSpecial", "sheet-paste-special");
+  shots.TakeDialog(frame, "mnuEditGoto", "sheet-goto", [](QDialog& dialog) { Type(dialog, "txtReference", "A7"); });
   grid.selectColumn(1);
-  TakeDialog(shots, frame, "mnuFormatCells", "sheet-format",
-             [](QDialog& dialog) { dialog.findChild<QComboBox*>("NumberFormat")->setCurrentText("0.0000"); });
+  shots.TakeDialog(frame, "mnuFormatCells", "sheet-format",
+                   [](QDialog& dialog) { dialog.findChild<QComboBox*>("NumberFormat")->setCurrentText("0.0000"); });
 
   frame.findChild<QAction*>("mnuEditFind")->trigger();
   auto* find = frame.findChild<QDialog*>("frmFind");
@@ -79,7 +65,7 @@ void TakeSheet(const Shots& shots) {
   frame.findChild<QAction*>("mnuEditCopy")->trigger();
   for (const char* text : {"0.04", "0.06", "0.11"}) grid.model()->setData(grid.model()->index(20, 0), text);
   frame.findChild<QAction*>("mnuEditClear")->trigger();
-  TakeDialog(shots, frame, "mnuEditUndoHistory", "sheet-undo-history");
+  shots.TakeDialog(frame, "mnuEditUndoHistory", "sheet-undo-history");
   for (int i = 0; i < 4; ++i) frame.findChild<QAction*>("mnuEditUndo")->trigger();
 
   frame.findChild<QAction*>("mnuDataStatistics")->trigger();

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QString>
+#include <QTimer>
 #include <QWidget>
 
 #include "core/Session.h"
@@ -18,6 +21,18 @@ struct Shots {
     for (int i = 0; i < 5; ++i) QApplication::processEvents();
     window.grab().save(Folder + '/' + name + Suffix + ".png");
   }
+
+  // The dialog that an entry of the frame's menus opens, once `fill` has been at its controls.
+  void TakeDialog(
+      QWidget& frame, const char* action, const QString& name, void (*fill)(QDialog& dialog) = [](QDialog&) {}) const {
+    QTimer::singleShot(0, &frame, [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      fill(*dialog);
+      Take(*dialog, name);
+      dialog->reject();
+    });
+    frame.findChild<QAction*>(action)->trigger();
+  }
 };
 
 void TakeEstimates(const Shots& shots);
@@ -28,6 +43,7 @@ void TakeProperties(const Shots& shots);
 void TakeImports(const Shots& shots);
 void TakeModels(const Shots& shots);
 void TakePlotWindow(const Shots& shots);
+void TakeNewPlots(const Shots& shots);
 void TakeProgress(const Shots& shots);
 void TakeSheet(const Shots& shots);
 void TakeSolve(const Shots& shots);

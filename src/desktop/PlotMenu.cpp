@@ -71,7 +71,7 @@ void PlotResults(quorvexWindow& window, ResultPlotKind kind, const std::vector<S
   const Result<GatheredData> data = GatherData(project.Sheet, PointOrder::OfSheet);
   if (!data) return window.User().Refuse(data.error());
   std::size_t scatterType = 0;
-  if (kind == ResultPlotKind::Residuals) {
+  if (kind == ResultPlotKind::Residuals && solution->Model != nullptr) {
     const auto chosen = ShowScatterType(&window, project.Sheet);
     if (!chosen) return;
     scatterType = *chosen;

@@ -274,7 +274,7 @@ TEST_F(PlotMenuTest, GivesDataToAPlotThatIsOpen) {
   Open({"a*x+b"});
   Trigger("mnuPlotData");
   ASSERT_EQ(Plots().size(), 1);
-  PlotWindow& plot = *Plots()[0];
+  Dataplot& plot = *Plots()[0];
   const auto choose = [&] {
     return ChooseGraphs(&plot, Document(), plot.Plot(), Active().Preferences(), Active().User());
   };

@@ -96,8 +96,8 @@ std::unique_ptr<PlotPage> ShowPlotSelect(QWidget* parent, const DataSheet& sheet
   const QStringList columns = ColumnNames(sheet, 1, sheet.ColumnCount());
   auto* lists = new QHBoxLayout;
   // The list of the horizontal axis begins with the rows, as columns count from 1.
-  QListWidget* lstX =
-      AddList(lists, "lstX", "&Horizontal axis:", QStringList("Row") + columns, QAbstractItemView::ExtendedSelection);
+  QListWidget* lstX = AddList(lists, "lstX", "&Horizontal axis (one or more):", QStringList("Row") + columns,
+                              QAbstractItemView::ExtendedSelection);
   QListWidget* lstY = AddList(lists, "lstY", "&Vertical axis:", columns, QAbstractItemView::SingleSelection);
   lstX->setCurrentRow(1);
   lstY->setCurrentRow(static_cast<int>(sheet.IndependentVariables));
@@ -124,7 +124,9 @@ std::unique_ptr<PlotPage> ShowPlotEquation(QWidget* parent, const Settings& sett
   const auto page = [&](const char* name, const QString& label) {
     auto* rows = new QFormLayout(pages->widget(pages->addWidget(new QWidget(pages))));
     rows->setContentsMargins(0, 0, 0, 0);
-    return std::pair(rows, dialog.AddText(rows, name, label));
+    QLineEdit* equation = dialog.AddText(rows, name, label);
+    equation->setMinimumWidth(equation->fontMetrics().averageCharWidth() * 48);
+    return std::pair(rows, equation);
   };
   const auto [rows2D, txt2D] = page("txt2D", "&Y =");
   const RangeFields x =
