@@ -24,6 +24,7 @@ void TellOfPlots(quorvexWindow& window, QWidget* plot) {
   ShowPlotInfo(plot, window.Preferences());
 }
 
+// A window of its own for a new plot.
 void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {
   auto document = NewPlotDocument(std::move(plot), window.Preferences(), window.User());
   const QString project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName();
