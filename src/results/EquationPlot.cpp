@@ -96,13 +96,16 @@ std::unique_ptr<PlotPage> Curve(int points, const Settings& settings, const Loca
   return plot;
 }
 
-std::unique_ptr<PlotPage> Surface(int points1, int points2, const Settings& settings, const LocaleText& locale) {
+std::unique_ptr<PlotPage> Surface(int points1, int points2, const PlotSeries& surface, const Settings& settings,
+                                  const LocaleText& locale) {
   auto plot = std::make_unique<PlotClass3D>(settings, locale);
   plot->XPointsPerPlot = static_cast<std::int16_t>(points1);
   plot->YPointsPerPlot = static_cast<std::int16_t>(points2);
   plot->X.AxisTitle = "X1";
   plot->Y.AxisTitle = "X2";
   plot->Z.AxisTitle = "Y";
+  // The settings may want the axis logarithmic, where no surface can reach 0.
+  if (surface.InputYMin() <= 0) plot->Z.LogScale = false;
   return plot;
 }
 
@@ -124,13 +127,13 @@ Result<std::unique_ptr<PlotPage>> EquationPlot::Make(const Settings& settings, c
   Result<std::unique_ptr<ModelClass>> model = ModelOver(ranges, text, locale);
   if (!model) return Failure{model.error()};
 
-  std::unique_ptr<PlotPage> plot = ThreeD ? Surface(ranges[0].NumPoints, ranges[1].NumPoints, settings, locale)
-                                          : Curve(ranges[0].NumPoints, settings, locale);
-  plot->PlotTitle = "Plot";
-  plot->PlotAtFittedOnly = false;  // the divisions were asked for
   PlotSeries series(std::move(*model));
   LookLikeModel(series.Style(), ranges.size());
   series.Style().LegendText = text;
+  std::unique_ptr<PlotPage> plot = ThreeD ? Surface(ranges[0].NumPoints, ranges[1].NumPoints, series, settings, locale)
+                                          : Curve(ranges[0].NumPoints, settings, locale);
+  plot->PlotTitle = "Plot";
+  plot->PlotAtFittedOnly = false;  // the divisions were asked for
   plot->PlotData.push_back(std::move(series));
   return plot;
 }

@@ -61,6 +61,23 @@ TEST(EquationPlot, DrawsASurfaceOverItsRanges) {
   EXPECT_TRUE(series.Style().ShadeMesh);
 }
 
+TEST(EquationPlot, KeepsAxesLinearThatReachZero) {
+  Settings settings;
+  for (const char* key : {"ylogscale", "zlogscale3d"}) settings.SetFlag(key, true);
+  const struct {
+    EquationPlot Plot;
+    bool Log;
+  } cases[] = {{Surface("x1-x2"), false}, {Surface("x1+x2"), true}, {Curve("x-1"), false}, {Curve("x+1"), true}};
+  for (const auto& c : cases) {
+    const auto plot = c.Plot.Make(settings, {});
+    ASSERT_TRUE(plot);
+    RecordingPrompter user;
+    EXPECT_TRUE((*plot)->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, user));
+    EXPECT_EQ((*plot)->Axes().back()->LogScale, c.Log) << c.Plot.Txt2D << c.Plot.Txt3D;
+    EXPECT_TRUE(user.Said.empty()) << user.Last();
+  }
+}
+
 TEST(EquationPlot, ReadsNumbersAndEquationsOfTheLocale) {
   const LocaleText comma{.DecimalSeparator = ',', .ListSeparator = ';', .ThousandSeparator = '.'};
   const auto plot = Curve("0,5*x", {"0,5", "1,5", "3"}).Make(Settings(), comma);
