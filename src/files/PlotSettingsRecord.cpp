@@ -1,7 +1,8 @@
 #include "files/PlotSettingsRecord.h"
 
-#include <algorithm>
 #include <type_traits>
+
+#include "core/NumberText.h"
 
 namespace quorvex {
 namespace {
@@ -13,7 +14,7 @@ constexpr double kMostMinorTicks = 20;        // of a division
 constexpr double kLargestFont = 144;          // points
 constexpr double kLongestTick = 10;           // inches
 constexpr double kFarthest = 1e6;             // device units, for a place on the page as for its size
-constexpr std::size_t kLongestPattern = 255;  // of the numbers of an axis, which each of them is as long as
+constexpr std::size_t kLongestPattern = 255;  // characters; each number of an axis may be as long
 
 template <typename Io, typename Font, typename Color>
 void ListFont(Io& io, const std::string& of, Font& font, Color& color) {
@@ -175,8 +176,7 @@ void ListSettings(Io& io, Plot& plot) {
 template <typename Plot>
 void ReadSettings(RecordReader& io, Plot& plot) {
   ListSettings(io, plot);
-  for (const PlotAxis* axis : plot.Axes())
-    if (axis->LabelString.size() > kLongestPattern) io.Fail();
+  for (PlotAxis* axis : plot.Axes()) axis->LabelString = FirstCharacters(axis->LabelString, kLongestPattern);
 }
 
 }  // namespace

@@ -35,6 +35,8 @@ TEST(ShortestNumber, ReadsBackToTheSameBits) {
     EXPECT_EQ(NumericText(ShortestNumber(-value)), -value);
   }
   EXPECT_EQ(ShortestNumber(0.1), "0.1");
+  EXPECT_EQ(ShortestNumber(0.1F), "0.1");
+  EXPECT_EQ(ShortestNumber(16777217.0), "16777217");
   EXPECT_EQ(ShortestNumber(1e-10), "1E-10");
   EXPECT_EQ(ShortestNumber(-0.0), "-0");
 }
