@@ -9,9 +9,9 @@
 
 #include "RecordingPrompter.h"
 #include "Workloads.h"
+#include "drawing/ui/QtSurface.h"
 #include "engine/MvClass.h"
 #include "plot/PlotClass.h"
-#include "plot/ui/QtSurface.h"
 #include "plot3d/PlotClass3D.h"
 
 namespace quorvex {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 namespace quorvex {
 

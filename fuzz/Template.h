@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "../tests/plot/RecordingSurface.h"
+#include "../tests/drawing/RecordingSurface.h"
 #include "Require.h"
 #include "core/QuietPrompter.h"
 #include "core/TextEncoding.h"

@@ -6,9 +6,9 @@
 #include <memory>
 #include <random>
 
+#include "drawing/ui/QtSurface.h"
 #include "engine/MvClass.h"
 #include "files/ui/Dataplot.h"
-#include "plot/ui/QtSurface.h"
 #include "plot3d/PlotClass3D.h"
 
 namespace quorvex {

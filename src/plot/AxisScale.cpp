@@ -5,7 +5,7 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
-#include "plot/StyledLines.h"
+#include "drawing/StyledLines.h"
 
 namespace quorvex {
 namespace {

@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "core/NumberText.h"
-#include "plot/DrawPlotText.h"
+#include "drawing/DrawPlotText.h"
+#include "drawing/StyledLines.h"
 #include "plot/PlotBoxes.h"
-#include "plot/StyledLines.h"
 
 namespace quorvex {
 namespace {

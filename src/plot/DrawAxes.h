@@ -1,9 +1,9 @@
 #pragma once
 
+#include "drawing/PlotText.h"
 #include "plot/DeviceMetrics.h"
 #include "plot/LabelStrip.h"
 #include "plot/PlotClass.h"
-#include "plot/PlotText.h"
 
 namespace quorvex {
 

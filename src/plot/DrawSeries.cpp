@@ -4,8 +4,8 @@
 #include <cmath>
 #include <vector>
 
-#include "plot/Markers.h"
-#include "plot/StyledLines.h"
+#include "drawing/Markers.h"
+#include "drawing/StyledLines.h"
 
 namespace quorvex {
 

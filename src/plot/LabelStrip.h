@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 #include "plot/PlotAxis.h"
 
 namespace quorvex {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/Settings.h"
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 namespace quorvex {
 

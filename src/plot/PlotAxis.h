@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "core/Settings.h"
+#include "drawing/PlotFont.h"
 #include "plot/AxisScale.h"
-#include "plot/PlotFont.h"
 
 namespace quorvex {
 

@@ -5,9 +5,9 @@
 #include <limits>
 
 #include "core/NumberText.h"
-#include "plot/DrawPlotText.h"
-#include "plot/Markers.h"
-#include "plot/StyledLines.h"
+#include "drawing/DrawPlotText.h"
+#include "drawing/Markers.h"
+#include "drawing/StyledLines.h"
 
 namespace quorvex {
 namespace {

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "drawing/PlotText.h"
 #include "plot/DeviceMetrics.h"
 #include "plot/PlotPage.h"
-#include "plot/PlotText.h"
 
 namespace quorvex {
 

@@ -9,7 +9,7 @@
 #include "core/FontSettings.h"
 #include "core/NumberText.h"
 #include "core/Settings.h"
-#include "plot/PlotFont.h"
+#include "drawing/PlotFont.h"
 
 namespace quorvex {
 

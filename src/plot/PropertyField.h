@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/LocaleText.h"
-#include "plot/PlotFont.h"
+#include "drawing/PlotFont.h"
 
 namespace quorvex {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plot/StyledLines.h"
+#include "drawing/StyledLines.h"
 
 namespace quorvex {
 namespace {

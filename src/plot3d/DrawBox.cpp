@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "drawing/StyledLines.h"
 #include "plot/PlotBoxes.h"
-#include "plot/StyledLines.h"
 #include "plot3d/DrawBoxAxes.h"
 
 namespace quorvex {

@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "drawing/PlotText.h"
 #include "plot/LabelStrip.h"
-#include "plot/PlotText.h"
 #include "plot3d/PlotClass3D.h"
 
 namespace quorvex {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "plot/DrawPlotText.h"
+#include "drawing/DrawPlotText.h"
 #include "plot3d/TurnedBox.h"
 
 namespace quorvex {

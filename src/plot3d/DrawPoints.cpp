@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plot/Markers.h"
-#include "plot/StyledLines.h"
+#include "drawing/Markers.h"
+#include "drawing/StyledLines.h"
 
 namespace quorvex {
 namespace {

@@ -8,9 +8,9 @@
 #include "RecordingPrompter.h"
 #include "SavedPlots.h"
 #include "TemporaryFolder.h"
+#include "drawing/RecordingSurface.h"
 #include "files/PlotFile.h"
 #include "fuzz/PlotFile.h"
-#include "plot/RecordingSurface.h"
 
 namespace quorvex {
 namespace {

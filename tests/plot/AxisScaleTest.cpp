@@ -4,8 +4,8 @@
 
 #include "TableFile.h"
 #include "core/NumericFault.h"
+#include "drawing/StyledLines.h"
 #include "plot/AxisScale.h"
-#include "plot/StyledLines.h"
 
 namespace quorvex {
 namespace {

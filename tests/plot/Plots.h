@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "RecordingPrompter.h"
+#include "drawing/RecordingSurface.h"
 #include "engine/EqClass.h"
 #include "engine/Points.h"
 #include "plot/PlotClass.h"
-#include "plot/RecordingSurface.h"
 
 namespace quorvex {
 

@@ -4,9 +4,9 @@
 #include <utility>
 #include <vector>
 
+#include "drawing/RecordingSurface.h"
 #include "plot/PlotHost.h"
 #include "plot/PlotPage.h"
-#include "plot/RecordingSurface.h"
 
 namespace quorvex {
 

@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "plot/StyledLines.h"
+#include "drawing/StyledLines.h"
 #include "plot3d/BoxProjection.h"
 
 namespace quorvex {

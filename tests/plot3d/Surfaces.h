@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "drawing/RecordingSurface.h"
 #include "engine/MvClass.h"
 #include "engine/Points.h"
 #include "plot/DeviceMetrics.h"
-#include "plot/RecordingSurface.h"
 #include "plot3d/PlotClass3D.h"
 
 namespace quorvex {

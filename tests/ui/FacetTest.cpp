@@ -7,8 +7,8 @@
 #include <cmath>
 #include <random>
 
+#include "drawing/ui/QtSurface.h"
 #include "plot/ui/PlotOutput.h"
-#include "plot/ui/QtSurface.h"
 
 namespace quorvex {
 namespace {

@@ -12,11 +12,11 @@
 #include "Forms.h"
 #include "core/ui/ColorButton.h"
 #include "core/ui/MessageBoxPrompter.h"
+#include "drawing/ui/QtSurface.h"
 #include "plot/Plots.h"
 #include "plot/ui/FontButton.h"
 #include "plot/ui/PlotOutput.h"
 #include "plot/ui/PlotProperties.h"
-#include "plot/ui/QtSurface.h"
 #include "plot3d/Boxes.h"
 #include "plot3d/Surfaces.h"
 

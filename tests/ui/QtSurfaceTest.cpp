@@ -8,11 +8,11 @@
 #include <random>
 #include <vector>
 
-#include "plot/Markers.h"
-#include "plot/PlotFont.h"
-#include "plot/StyledLines.h"
+#include "drawing/Markers.h"
+#include "drawing/PlotFont.h"
+#include "drawing/StyledLines.h"
+#include "drawing/ui/QtSurface.h"
 #include "plot/ui/PlotOutput.h"
-#include "plot/ui/QtSurface.h"
 
 namespace quorvex {
 namespace {

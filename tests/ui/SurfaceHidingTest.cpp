@@ -8,8 +8,8 @@
 #include <limits>
 #include <vector>
 
+#include "drawing/ui/QtSurface.h"
 #include "plot/ui/PlotOutput.h"
-#include "plot/ui/QtSurface.h"
 #include "plot3d/DrawSurface.h"
 #include "plot3d/MeshBands.h"
 #include "plot3d/MeshCell.h"

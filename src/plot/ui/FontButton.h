@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-#include "plot/PlotFont.h"
+#include "drawing/PlotFont.h"
 
 namespace quorvex {
 

@@ -8,8 +8,8 @@
 #include <QSaveFile>
 
 #include "core/ui/PrintJob.h"
+#include "drawing/ui/QtSurface.h"
 #include "plot/PictureMessages.h"
-#include "plot/ui/QtSurface.h"
 
 namespace quorvex {
 namespace {

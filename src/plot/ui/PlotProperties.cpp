@@ -8,7 +8,7 @@
 #include <QTabWidget>
 
 #include "core/ui/Controls.h"
-#include "plot/PlotText.h"
+#include "drawing/PlotText.h"
 #include "plot/ui/FieldDialog.h"
 #include "plot/ui/FieldPanel.h"
 #include "plot/ui/SeriesPanel.h"

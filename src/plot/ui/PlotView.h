@@ -6,11 +6,11 @@
 #include <memory>
 #include <optional>
 
+#include "drawing/ui/QtSurface.h"
 #include "plot/PlotHost.h"
 #include "plot/PlotModes.h"
 #include "plot/PlotPage.h"
 #include "plot/ui/PlotOutput.h"
-#include "plot/ui/QtSurface.h"
 
 class QFrame;
 class QLabel;

@@ -6,9 +6,9 @@
 #include <QWidget>
 #include <array>
 
-#include "plot/Markers.h"
-#include "plot/StyledLines.h"
-#include "plot/ui/QtSurface.h"
+#include "drawing/Markers.h"
+#include "drawing/StyledLines.h"
+#include "drawing/ui/QtSurface.h"
 
 namespace quorvex {
 namespace {

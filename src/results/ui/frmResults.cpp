@@ -20,9 +20,9 @@
 
 #include "core/ui/BusyCursor.h"
 #include "core/ui/PrintJob.h"
+#include "drawing/ui/QtSurface.h"
 #include "plot/ui/PSetup.h"
 #include "plot/ui/PlotView.h"
-#include "plot/ui/QtSurface.h"
 #include "results/DataTable.h"
 #include "results/ResultPlots.h"
 #include "results/SaveResults.h"

@@ -1,4 +1,4 @@
-#include "plot/PixelCanvas.h"
+#include "drawing/PixelCanvas.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "plot/SurfaceObjects.h"
+#include "drawing/SurfaceObjects.h"
 
 #include <algorithm>
 #include <cassert>

@@ -1,4 +1,4 @@
-#include "plot/LinePattern.h"
+#include "drawing/LinePattern.h"
 
 #include <algorithm>
 #include <array>

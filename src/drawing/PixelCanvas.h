@@ -7,8 +7,8 @@
 #include <span>
 #include <vector>
 
-#include "plot/DrawingSurface.h"
-#include "plot/LinePattern.h"
+#include "drawing/DrawingSurface.h"
+#include "drawing/LinePattern.h"
 
 namespace quorvex {
 

@@ -9,9 +9,9 @@
 #include <span>
 #include <vector>
 
-#include "plot/GatheredLines.h"
-#include "plot/PixelCanvas.h"
-#include "plot/SurfaceObjects.h"
+#include "drawing/GatheredLines.h"
+#include "drawing/PixelCanvas.h"
+#include "drawing/SurfaceObjects.h"
 
 namespace quorvex {
 

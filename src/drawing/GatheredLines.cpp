@@ -1,4 +1,4 @@
-#include "plot/GatheredLines.h"
+#include "drawing/GatheredLines.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,4 +1,4 @@
-#include "plot/StyledLines.h"
+#include "drawing/StyledLines.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/NumberText.h"
-#include "plot/LinePattern.h"
+#include "drawing/LinePattern.h"
 
 namespace quorvex {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "RecordingSurface.h"
-#include "plot/Markers.h"
+#include "drawing/Markers.h"
 
 namespace quorvex {
 namespace {

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 namespace quorvex {
 

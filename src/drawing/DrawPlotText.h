@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plot/PlotText.h"
+#include "drawing/PlotText.h"
 
 namespace quorvex {
 

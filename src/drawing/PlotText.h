@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "core/Result.h"
-#include "plot/DrawingSurface.h"
-#include "plot/PlotFont.h"
+#include "drawing/DrawingSurface.h"
+#include "drawing/PlotFont.h"
 
 namespace quorvex {
 

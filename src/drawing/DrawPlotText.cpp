@@ -1,4 +1,4 @@
-#include "plot/DrawPlotText.h"
+#include "drawing/DrawPlotText.h"
 
 #include <cmath>
 #include <numbers>

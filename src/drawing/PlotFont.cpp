@@ -1,4 +1,4 @@
-#include "plot/PlotFont.h"
+#include "drawing/PlotFont.h"
 
 #include "core/NumberText.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 namespace quorvex {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 namespace quorvex {
 

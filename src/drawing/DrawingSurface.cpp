@@ -1,4 +1,4 @@
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "plot/ui/QtSurface.h"
+#include "drawing/ui/QtSurface.h"
 
 #include <QFontMetrics>
 #include <QPaintEngine>

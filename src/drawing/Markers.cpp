@@ -1,10 +1,10 @@
-#include "plot/Markers.h"
+#include "drawing/Markers.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
 
-#include "plot/StyledLines.h"
+#include "drawing/StyledLines.h"
 
 namespace quorvex {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "RecordingSurface.h"
 #include "TableFile.h"
-#include "plot/PlotText.h"
+#include "drawing/PlotText.h"
 
 namespace quorvex {
 namespace {

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "RecordingSurface.h"
-#include "plot/PixelCanvas.h"
+#include "drawing/PixelCanvas.h"
 
 namespace quorvex {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/NumberText.h"
-#include "plot/SurfaceObjects.h"
+#include "drawing/SurfaceObjects.h"
 
 namespace quorvex {
 

@@ -1,4 +1,4 @@
-#include "plot/PlotText.h"
+#include "drawing/PlotText.h"
 
 #include <algorithm>
 #include <cassert>

@@ -3,7 +3,7 @@
 #include <numeric>
 
 #include "RecordingSurface.h"
-#include "plot/StyledLines.h"
+#include "drawing/StyledLines.h"
 
 namespace quorvex {
 namespace {

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "plot/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 namespace quorvex {
 
