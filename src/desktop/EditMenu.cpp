@@ -67,7 +67,7 @@ void UndoHistory(quorvexWindow& window) {
   if (!window.Grid().CommitEntry()) return;
   const std::vector<std::string> lines = window.Editor().UndoHistory();
   if (lines.empty()) return;
-  if (const auto last = ChooseUndo(&window, lines)) window.EditUndo(*last);
+  if (const auto steps = ChooseUndo(&window, lines)) window.EditUndo(*steps);
 }
 
 // One dialog for all sheets of the main window: its button is the menu entry, which acts on the sheet in front.
@@ -102,6 +102,11 @@ std::vector<ProjectCommand> EditMenu() {
   return {
       {"mnuEditUndo", QString::fromStdString(kCannotUndo), QKeySequence::Undo,
        [](quorvexWindow& window) { window.EditUndo(1); }},
+      {.Name = "mnuEditRedo",
+       .Text = QString::fromStdString(kCannotRedo),
+       .Keys = QKeySequence("Ctrl+Shift+Z"),
+       .Run = [](quorvexWindow& window) { window.EditUndo(-1); },
+       .OtherKeys = QKeySequence("Ctrl+Y")},
       {"mnuEditUndoHistory", "Undo &History...", {}, UndoHistory},
       {},
       OnSheet({"mnuEditCut", "Cu&t", QKeySequence::Cut, RunWithClipboard<EditCut, &QPlainTextEdit::cut>}),

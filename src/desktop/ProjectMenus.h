@@ -18,6 +18,7 @@ struct ProjectCommand {
   bool OnToolbar = false;
   bool OnSheet = false;                                      // in the context menu of the sheet, too
   bool (*IsChecked)(const quorvexWindow& window) = nullptr;  // of an entry that shows a state
+  QKeySequence OtherKeys = {};                               // that do the same
 };
 
 // The same command, in the context menu of the sheet, too.

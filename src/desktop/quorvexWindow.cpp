@@ -10,6 +10,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <cstdlib>
 
 #include "desktop/SheetModel.h"
 #include "desktop/SheetView.h"
@@ -21,6 +22,16 @@
 #include "sheet/SheetStatus.h"
 
 namespace quorvex {
+namespace {
+
+// A label that begins its mnemonic with an "&". Any other is one of a header's.
+QString MenuText(const std::string& label) {
+  const QString text = QString::fromStdString(label);
+  const qsizetype behind = text.indexOf('&') + 1;
+  return text.left(behind) + text.mid(behind).replace('&', "&&");
+}
+
+}  // namespace
 
 quorvexWindow::quorvexWindow(Project project, Settings& settings, Prompter& user)
     : project_(std::move(project)),
@@ -113,19 +124,16 @@ void quorvexWindow::Run(const SheetCommand& command) {
   if (command(editor_.Edit)) Refresh();
 }
 
-void quorvexWindow::EditUndo(std::size_t count) {
+void quorvexWindow::EditUndo(int steps) {
   pages_->setCurrentIndex(0);
   if (!DataGrid->CommitEntry()) return;
-  editor_.UndoNewest(count);
+  const auto count = static_cast<std::size_t>(std::abs(steps));
+  steps > 0 ? editor_.UndoNewest(count) : editor_.RedoLast(count);
   Refresh();
 }
 
-// The label begins its mnemonic with an "&". Any other is one of a header's.
-QString quorvexWindow::UndoText() const {
-  QString text = QString::fromStdString(editor_.Menu.UndoText);
-  const qsizetype behind = text.indexOf('&') + 1;
-  return text.left(behind) + text.mid(behind).replace('&', "&&");
-}
+QString quorvexWindow::UndoText() const { return MenuText(editor_.Menu.UndoText); }
+QString quorvexWindow::RedoText() const { return MenuText(editor_.Menu.RedoText); }
 
 void quorvexWindow::EditHeader(int column) {
   Run([column](const SheetEdit& edit) { return quorvex::EditHeader(edit, static_cast<std::size_t>(column) + 1); });

@@ -54,10 +54,11 @@ class quorvexWindow : public QWidget {
 
   // A command on the cells that are selected; shows what it changed.
   void Run(const SheetCommand& command);
-  // Takes back the newest operations.
-  void EditUndo(std::size_t count);
-  // The text of Undo in the Edit menu.
+  // Takes back so many of the newest operations; below 0, makes so many again that were taken back.
+  void EditUndo(int steps);
+  // The texts of Undo and Redo in the Edit menu.
   QString UndoText() const;
+  QString RedoText() const;
   // Asks for the header of a column, counted from 0.
   void EditHeader(int column);
   void GoTo(const CellPlace& place);

@@ -29,25 +29,15 @@ UndoOutcome ProjectEditor::UpdateUndoMenu(int& action, const UndoLabel* label, c
     undo_.Reset();
     Menu = UndoMenu();
   } else if (action == kPushUndo && label != nullptr) {
-    const auto solved = [](const auto& item) { return item.Solved; };
-    const bool saveRegression =
-        std::any_of(project_.Models.begin(), project_.Models.end(), [](const auto& model) { return model->Solved; });
-    const bool saveInterpolation = std::any_of(project_.Interpolations.begin(), project_.Interpolations.end(), solved);
-    if (undo_.PushEvent(*label, range, project_.Models, project_.Interpolations, saveRegression, saveInterpolation,
-                        levels)) {
-      Menu = {label->Text, true, true};
+    if (undo_.PushEvent(*label, range, project_.Models, project_.Interpolations, levels)) {
+      Menu = {.UndoText = label->Text, .UndoEnabled = true, .HistoryEnabled = true};
     } else {
       StopUndo("An error occurred memorizing this transaction, possibly due to memory requirements.", action);
     }
   } else if (action == kPopUndo) {
     outcome = undo_.PopEvent(project_.Models, project_.Interpolations);
     if (outcome.Ok) {
-      project_.Changed = true;
-      ShowNewest(outcome);
-      if (outcome.LostModels > 0)
-        Edit.User.Inform(std::to_string(outcome.LostModels) +
-                         " user defined model(s) could not be recovered because the definition has changed after this "
-                         "UNDO level.");
+      Tell(outcome);
     } else {
       StopUndo("An error occurred UNDO-ing this transaction, possibly due to memory requirements.", action);
     }
@@ -62,6 +52,19 @@ UndoOutcome ProjectEditor::EditUndo() {
   return UpdateUndoMenu(action);
 }
 
+UndoOutcome ProjectEditor::EditRedo() {
+  if (!Menu.RedoEnabled) return {};
+  const std::vector<ModelClass*> solved = SolvedModels();
+  const UndoOutcome outcome = undo_.RedoEvent(project_.Models, project_.Interpolations);
+  int action = kPushUndo;
+  if (!outcome.Ok)
+    StopUndo("An error occurred with the UNDO feature.", action);
+  else
+    Tell(outcome);
+  if (outcome.DataRestored) DropSolutions(solved);  // as when the operation was made first
+  return outcome;
+}
+
 std::vector<std::string> ProjectEditor::UndoHistory() {
   std::vector<std::string> labels;
   if (!undo_.ListUndoEvents(labels)) {
@@ -70,13 +73,16 @@ std::vector<std::string> ProjectEditor::UndoHistory() {
   }
   std::reverse(labels.begin(), labels.end());
   for (std::size_t i = 0; i < labels.size(); ++i) labels[i] = std::to_string(i + 1) + "\t" + labels[i];
-  return labels;
+  std::vector<std::string> lines = undo_.ListRedoEvents();
+  for (std::size_t i = 0; i < lines.size(); ++i) lines[i] = "+" + std::to_string(lines.size() - i) + "\t" + lines[i];
+  lines.insert(lines.end(), labels.begin(), labels.end());
+  return lines;
 }
 
-UndoOutcome ProjectEditor::UndoNewest(std::size_t count) {
+UndoOutcome ProjectEditor::Repeat(UndoOutcome (ProjectEditor::*step)(), std::size_t count) {
   UndoOutcome all;
   for (std::size_t i = 0; i < count; ++i) {
-    UndoOutcome one = EditUndo();
+    UndoOutcome one = (this->*step)();
     one.DataRestored |= all.DataRestored;
     one.RegressionChanged |= all.RegressionChanged;
     one.InterpolationChanged |= all.InterpolationChanged;
@@ -89,7 +95,7 @@ UndoOutcome ProjectEditor::UndoNewest(std::size_t count) {
 
 void ProjectEditor::ForgetNewest() {
   const UndoOutcome outcome = undo_.ClearEvent();
-  if (outcome.Ok) ShowNewest(outcome);
+  if (outcome.Ok) ShowMenu(outcome);
 }
 
 void ProjectEditor::Push(const UndoLabel& label, const CellRange& range) {
@@ -99,11 +105,23 @@ void ProjectEditor::Push(const UndoLabel& label, const CellRange& range) {
   project_.Changed = true;
   const UndoExtent extent = ExtentOf(label.Operation);
   // These leave the numbers as they are; after any other change the solutions are those of other data.
-  if (extent != UndoExtent::Formats && extent != UndoExtent::Headers && extent != UndoExtent::Models) DropSolutions();
+  if (extent != UndoExtent::Formats && extent != UndoExtent::Headers && extent != UndoExtent::Models)
+    DropSolutions(SolvedModels());
 }
 
-void ProjectEditor::ShowNewest(const UndoOutcome& outcome) {
-  Menu = {outcome.NextLabel, outcome.MoreLeft, outcome.MoreLeft};
+void ProjectEditor::Tell(const UndoOutcome& outcome) {
+  project_.Changed = true;
+  ShowMenu(outcome);
+  if (outcome.LostModels > 0)
+    Edit.User.Inform(std::to_string(outcome.LostModels) +
+                     " user defined model(s) could not be recovered because the definition has changed after this UNDO "
+                     "level.");
+}
+
+void ProjectEditor::ShowMenu(const UndoOutcome& outcome) {
+  const std::vector<std::string> redos = undo_.ListRedoEvents();
+  Menu = {outcome.NextLabel, outcome.MoreLeft, outcome.MoreLeft || !redos.empty(),
+          redos.empty() ? kCannotRedo : redos.back(), !redos.empty()};
 }
 
 void ProjectEditor::StopUndo(const std::string& cause, int& action) {
@@ -113,10 +131,16 @@ void ProjectEditor::StopUndo(const std::string& cause, int& action) {
   Edit.User.Refuse(cause + " Quorvex will continue without UNDO in the current window.");
 }
 
-// A model that was never solved keeps the estimates that its user has chosen.
-void ProjectEditor::DropSolutions() {
+std::vector<ModelClass*> ProjectEditor::SolvedModels() const {
+  std::vector<ModelClass*> solved;
   for (const auto& model : project_.Models)
-    if (model->Solved) model->Datachange();
+    if (model->Solved) solved.push_back(model.get());
+  return solved;
+}
+
+// A model that was never solved keeps the estimates that its user has chosen.
+void ProjectEditor::DropSolutions(const std::vector<ModelClass*>& solved) {
+  for (ModelClass* model : solved) model->Datachange();
   for (InterpClass& interpolation : project_.Interpolations) interpolation.Datachange();
 }
 

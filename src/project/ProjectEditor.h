@@ -17,6 +17,8 @@ struct UndoMenu {
   std::string UndoText = kCannotUndo;
   bool UndoEnabled = false;
   bool HistoryEnabled = false;
+  std::string RedoText = kCannotRedo;
+  bool RedoEnabled = false;
 
   bool operator==(const UndoMenu&) const = default;
 };
@@ -45,19 +47,27 @@ class ProjectEditor {
 
   // Takes back the newest operation.
   UndoOutcome EditUndo();
-  // The lines of Undo History, newest first: number, tab, label. Empty, after a word to the user, where there are none
-  // to be had.
+  // Makes the operation again that was taken back last. Where there is none nothing happens.
+  UndoOutcome EditRedo();
+  // The lines of Undo History, newest first: number, tab, label. Operations that can be made again stand in front, the
+  // next one last, with numbers that have a "+" before them. Empty, after a word to the user, where there are none to
+  // be had.
   std::vector<std::string> UndoHistory();
   // Takes back the newest `count` operations, as chosen in Undo History.
-  UndoOutcome UndoNewest(std::size_t count);
+  UndoOutcome UndoNewest(std::size_t count) { return Repeat(&ProjectEditor::EditUndo, count); }
+  // Makes the last `count` of the operations again that were taken back.
+  UndoOutcome RedoLast(std::size_t count) { return Repeat(&ProjectEditor::EditRedo, count); }
   // Forgets the newest snapshot, of an operation that was called off.
   void ForgetNewest();
 
  private:
   void Push(const UndoLabel& label, const CellRange& range);
-  void ShowNewest(const UndoOutcome& outcome);
+  UndoOutcome Repeat(UndoOutcome (ProjectEditor::*step)(), std::size_t count);
+  void Tell(const UndoOutcome& outcome);
+  void ShowMenu(const UndoOutcome& outcome);
   void StopUndo(const std::string& cause, int& action);
-  void DropSolutions();
+  std::vector<ModelClass*> SolvedModels() const;
+  void DropSolutions(const std::vector<ModelClass*>& solved);
 
   Project& project_;
   const Settings& settings_;

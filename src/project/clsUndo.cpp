@@ -7,43 +7,31 @@
 namespace quorvex {
 
 bool clsUndo::PushEvent(const UndoLabel& label, const CellRange& range, const ModelCollection& regressionList,
-                        const std::vector<InterpClass>& interpolationList, bool saveRegression, bool saveInterpolation,
-                        std::size_t limit) {
+                        const std::vector<InterpClass>& interpolationList, std::size_t limit) {
   if (!enabled_) return false;
   try {
     clsUndoItem item(label);
-    const UndoExtent extent = item.Extent();
-    if (extent == UndoExtent::Formats) {
-      item.CopyFormat(*grid_);
-    } else if (extent == UndoExtent::Headers) {
-      item.CopyHeaders(*grid_);
-    } else {
-      if (extent == UndoExtent::HeadersAndCells || extent == UndoExtent::Import) item.CopyHeaders(*grid_);
-      item.CopyData(*grid_, range);
-      if (saveRegression) item.CopyRegression(regressionList);
-      if (saveInterpolation) item.CopyInterpolation(interpolationList);
-    }
+    item.Copy(*grid_, range, regressionList, interpolationList);
     // Only when it is whole: where memory ends in the middle of a copy, the list is as it was.
     EventList_.push_back(std::move(item));
   } catch (const std::exception&) {  // no memory for the copy
     return false;
   }
+  RedoList_.clear();
   while (EventList_.size() > limit) EventList_.pop_front();
   return true;
 }
 
-UndoOutcome clsUndo::PopEvent(ModelCollection& regressionList, std::vector<InterpClass>& interpolationList) {
+UndoOutcome clsUndo::Restore(Snapshots& from, Snapshots& opposite, ModelCollection& regressionList,
+                             std::vector<InterpClass>& interpolationList) {
   UndoOutcome outcome;
-  if (EventList_.empty()) return outcome;
-  const clsUndoItem& item = EventList_.back();
+  if (from.empty()) return outcome;
+  const clsUndoItem& item = from.back();
   try {
-    if (item.Extent() == UndoExtent::Formats) {
-      item.RecoverFormat(*grid_);
-    } else if (item.Extent() == UndoExtent::Headers) {
-      item.RecoverHeaders(*grid_);
-    } else {
-      if (item.Extent() == UndoExtent::HeadersAndCells || item.Extent() == UndoExtent::Import)
-        item.RecoverHeaders(*grid_);
+    opposite.push_back(item.Opposite(*grid_, regressionList, interpolationList));
+    if (item.Extent() == UndoExtent::Formats) item.RecoverFormat(*grid_);
+    if (item.HasHeaders()) item.RecoverHeaders(*grid_);
+    if (item.HasData()) {
       item.RecoverData(*grid_);
       outcome.DataRestored = item.Extent() != UndoExtent::Models;
       // An empty list is put back too: before the first solve nothing was solved.
@@ -59,13 +47,16 @@ UndoOutcome clsUndo::PopEvent(ModelCollection& regressionList, std::vector<Inter
   } catch (const std::exception&) {
     return outcome;
   }
-  RemoveNewest(outcome);
+  from.pop_back();
+  TellNext(outcome);
   return outcome;
 }
 
 UndoOutcome clsUndo::ClearEvent() {
   UndoOutcome outcome;
-  if (!EventList_.empty()) RemoveNewest(outcome);
+  if (EventList_.empty()) return outcome;
+  EventList_.pop_back();
+  TellNext(outcome);
   return outcome;
 }
 
@@ -75,8 +66,13 @@ bool clsUndo::ListUndoEvents(std::vector<std::string>& labels) const {
   return enabled_;
 }
 
-void clsUndo::RemoveNewest(UndoOutcome& outcome) {
-  EventList_.pop_back();
+std::vector<std::string> clsUndo::ListRedoEvents() const {
+  std::vector<std::string> labels;
+  for (const clsUndoItem& item : RedoList_) labels.push_back("&Redo" + item.EventString.substr(kUndoVerb.size()));
+  return labels;
+}
+
+void clsUndo::TellNext(UndoOutcome& outcome) const {
   outcome.Ok = true;
   outcome.MoreLeft = !EventList_.empty();
   if (outcome.MoreLeft) outcome.NextLabel = EventList_.back().EventString;

@@ -10,6 +10,7 @@
 namespace quorvex {
 
 inline constexpr const char* kCannotUndo = "Can't &Undo";
+inline constexpr const char* kCannotRedo = "Can't &Redo";
 
 // What taking back an operation did.
 struct UndoOutcome {
@@ -39,27 +40,42 @@ class clsUndo {
   }
 
   // Remembers what the operation of that label is about to change: the cells of `range` where the label stands for a
-  // range, and the solved models and interpolations where asked for. Beyond `limit` snapshots the oldest go. False, and
-  // nothing remembered, where memory ran out.
+  // range, and the solved models and interpolations. Beyond `limit` snapshots the oldest go, and with them all that was
+  // taken back before. False, and nothing remembered, where memory ran out.
   bool PushEvent(const UndoLabel& label, const CellRange& range, const ModelCollection& regressionList,
-                 const std::vector<InterpClass>& interpolationList, bool saveRegression, bool saveInterpolation,
-                 std::size_t limit);
+                 const std::vector<InterpClass>& interpolationList, std::size_t limit);
 
   // Restores the newest snapshot and removes it. Not Ok where there is none or memory ran out.
-  UndoOutcome PopEvent(ModelCollection& regressionList, std::vector<InterpClass>& interpolationList);
+  UndoOutcome PopEvent(ModelCollection& regressionList, std::vector<InterpClass>& interpolationList) {
+    return Restore(EventList_, RedoList_, regressionList, interpolationList);
+  }
+  // Makes the operation again that was taken back last. Not Ok where there is none or memory ran out.
+  UndoOutcome RedoEvent(ModelCollection& regressionList, std::vector<InterpClass>& interpolationList) {
+    return Restore(RedoList_, EventList_, regressionList, interpolationList);
+  }
 
-  void Reset() { EventList_.clear(); }
+  void Reset() {
+    EventList_.clear();
+    RedoList_.clear();
+  }
 
   // Removes the newest snapshot without restoring it, for an operation that was called off.
   UndoOutcome ClearEvent();
 
   // All labels, oldest first. False where the stack is disabled.
   bool ListUndoEvents(std::vector<std::string>& labels) const;
+  // The labels of what can be made again, such as "&Redo Sort", the next one last.
+  std::vector<std::string> ListRedoEvents() const;
 
  private:
-  void RemoveNewest(UndoOutcome& outcome);
+  using Snapshots = std::deque<clsUndoItem>;
 
-  std::deque<clsUndoItem> EventList_;
+  UndoOutcome Restore(Snapshots& from, Snapshots& opposite, ModelCollection& regressionList,
+                      std::vector<InterpClass>& interpolationList);
+  void TellNext(UndoOutcome& outcome) const;
+
+  Snapshots EventList_;  // the newest last
+  Snapshots RedoList_;   // of what was taken back, the last last
   DataSheet* grid_ = nullptr;
   bool enabled_ = false;
 };

@@ -6,6 +6,31 @@
 
 namespace quorvex {
 
+clsUndoItem clsUndoItem::Opposite(const DataSheet& grid, const ModelCollection& regressionList,
+                                  const std::vector<InterpClass>& interpolationList) const {
+  // Rows that come back go again, and the other way about.
+  const UndoExtent extent = extent_ == UndoExtent::DeletedRows    ? UndoExtent::InsertedRows
+                            : extent_ == UndoExtent::InsertedRows ? UndoExtent::DeletedRows
+                                                                  : extent_;
+  clsUndoItem opposite(EventString, extent);
+  opposite.Copy(grid, range_, regressionList, interpolationList);
+  return opposite;
+}
+
+bool clsUndoItem::HasHeaders() const {
+  return extent_ == UndoExtent::Headers || extent_ == UndoExtent::HeadersAndCells || extent_ == UndoExtent::Import;
+}
+
+void clsUndoItem::Copy(const DataSheet& grid, const CellRange& range, const ModelCollection& regressionList,
+                       const std::vector<InterpClass>& interpolationList) {
+  if (extent_ == UndoExtent::Formats) CopyFormat(grid);
+  if (HasHeaders()) CopyHeaders(grid);
+  if (!HasData()) return;
+  CopyData(grid, range);
+  CopyRegression(regressionList);
+  CopyInterpolation(interpolationList);
+}
+
 void clsUndoItem::CopyInterpolation(const std::vector<InterpClass>& interpolationList) {
   for (const InterpClass& interpolation : interpolationList)
     if (interpolation.Solved) interpolations_.push_back(interpolation);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/InterpClass.h"
@@ -16,7 +17,11 @@ namespace quorvex {
 // A snapshot of what one operation could destroy.
 class clsUndoItem {
  public:
-  explicit clsUndoItem(const UndoLabel& label) : EventString(label.Text), extent_(ExtentOf(label.Operation)) {}
+  explicit clsUndoItem(const UndoLabel& label) : clsUndoItem(label.Text, ExtentOf(label.Operation)) {}
+
+  // The snapshot that takes back the recovery of this one, which is about to happen.
+  clsUndoItem Opposite(const DataSheet& grid, const ModelCollection& regressionList,
+                       const std::vector<InterpClass>& interpolationList) const;
 
   std::string EventString;  // the label, the text shown in the menu, such as "&Undo Sort"
   UndoExtent Extent() const { return extent_; }
@@ -40,7 +45,16 @@ class clsUndoItem {
   // `range`: the cells that the operation is about to change, or the rows it inserts.
   void CopyData(const DataSheet& grid, const CellRange& range);
 
+  // Whether headers or cells belong to the snapshot.
+  bool HasHeaders() const;
+  bool HasData() const { return extent_ != UndoExtent::Formats && extent_ != UndoExtent::Headers; }
+  // All that belongs to it.
+  void Copy(const DataSheet& grid, const CellRange& range, const ModelCollection& regressionList,
+            const std::vector<InterpClass>& interpolationList);
+
  private:
+  clsUndoItem(std::string text, UndoExtent extent) : EventString(std::move(text)), extent_(extent) {}
+
   UndoExtent extent_;
   CellRange range_;
   GridCells cells_;

@@ -9,7 +9,7 @@ namespace {
 
 struct Row {
   UndoOperation Operation;
-  std::string_view Name;  // as it follows "&Undo " in the menu
+  std::string_view Name;  // as it follows the verb in the menu
   UndoExtent Extent;
 };
 
@@ -61,10 +61,9 @@ static_assert(InOrder(), "a row stands at the place of its operation");
 UndoExtent ExtentOf(UndoOperation operation) { return RowOf(operation).Extent; }
 
 UndoLabel::UndoLabel(UndoOperation operation, std::string_view detail) : Operation(operation) {
-  constexpr std::string_view kUndo = "&Undo ";
   const std::string_view name = RowOf(operation).Name;
-  Text.reserve(kUndo.size() + name.size() + 1 + detail.size());
-  Text.append(kUndo).append(name);
+  Text.reserve(kUndoVerb.size() + 1 + name.size() + 1 + detail.size());
+  Text.append(kUndoVerb).append(" ").append(name);
   if (!detail.empty()) Text.append(" ").append(detail);
 }
 

@@ -55,6 +55,9 @@ enum class UndoOperation {
 
 UndoExtent ExtentOf(UndoOperation operation);
 
+// What every label begins with.
+inline constexpr std::string_view kUndoVerb = "&Undo";
+
 // An operation with the text that the menu shows for it, such as "&Undo Sort".
 struct UndoLabel {
   UndoOperation Operation;

@@ -95,11 +95,16 @@ TEST(UpdateUndoMenu, ShowsTheNewestLabelUntilNoneIsLeft) {
   EXPECT_TRUE(p.Editor.EditUndo().Ok);
   EXPECT_EQ(p.Text(2, 3), "");
   EXPECT_EQ(p.Text(1, 1), "1");
-  EXPECT_EQ(p.Editor.Menu, (UndoMenu{"&Undo Typing \"1\" in X:1", true, true}));
+  EXPECT_EQ(p.Editor.Menu, (UndoMenu{"&Undo Typing \"1\" in X:1", true, true, "&Redo Typing \"2\" in StDev:2", true}));
   EXPECT_TRUE(p.Editor.EditUndo().Ok);
   EXPECT_EQ(p.Text(1, 1), "");
-  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
-  EXPECT_TRUE(p.Editor.UndoHistory().empty());
+  EXPECT_EQ(p.Editor.Menu, (UndoMenu{kCannotUndo, false, true, "&Redo Typing \"1\" in X:1", true}));
+  EXPECT_EQ(p.Editor.UndoHistory(), (Said{"+2\t&Redo Typing \"2\" in StDev:2", "+1\t&Redo Typing \"1\" in X:1"}));
+  EXPECT_TRUE(p.Editor.RedoLast(2).Ok);
+  EXPECT_EQ(p.Text(1, 1) + p.Text(2, 3), "12");
+  EXPECT_FALSE(p.Editor.EditRedo().Ok);
+  EXPECT_EQ(p.Editor.Menu, (UndoMenu{"&Undo Typing \"2\" in StDev:2", true, true}));
+  p.Editor.UndoNewest(2);
   p.Type(1, 1, "1");
   p.Update(kResetUndo);
   EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
@@ -118,7 +123,9 @@ TEST(UpdateUndoMenu, KeepsAsManySnapshotsAsTheSettingSays) {
   const UndoOutcome outcome = p.Editor.UndoNewest(2);
   EXPECT_TRUE(outcome.Ok && outcome.DataRestored && !outcome.MoreLeft);
   EXPECT_EQ(p.Document.Sheet.Cells.GridLastRow(), 3u);
-  EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+  EXPECT_FALSE(p.Editor.Menu.UndoEnabled);
+  p.Type(9, 1, "9");  // what was taken back cannot be made again behind another operation
+  EXPECT_FALSE(p.Editor.Menu.RedoEnabled);
 }
 
 TEST(UpdateUndoMenu, SaysOnceThatUndoIsDisabled) {
@@ -216,6 +223,11 @@ TEST(EditUndo, BringsBackTheSolutionsThatAnEditDropped) {
   EXPECT_EQ(line.SolveType, 1);
   EXPECT_TRUE(p.Document.Interpolations[0].Solved);
   EXPECT_EQ(p.Document.Interpolations[0].NumInputX(), 4u);
+
+  EXPECT_TRUE(p.Editor.EditRedo().RegressionChanged);
+  EXPECT_FALSE(line.Solved);
+  EXPECT_EQ(line.Values(1), 1);
+  EXPECT_FALSE(p.Document.Interpolations[0].Solved);
 }
 
 TEST(EditUndo, TakesBackSolves) {
@@ -233,6 +245,9 @@ TEST(EditUndo, TakesBackSolves) {
   EXPECT_FALSE(p.Document.Models.Find("a*x+b")->Solved);
   EXPECT_FALSE(p.Document.Interpolations[0].Solved);
   EXPECT_EQ(p.Text(1, 1), "1");
+  EXPECT_TRUE(p.Editor.RedoLast(2).RegressionChanged);
+  EXPECT_TRUE(p.Document.Models.Find("a*x^2+b*x+c")->Solved);
+  EXPECT_TRUE(p.Document.Interpolations[0].Solved);
 }
 
 TEST(EditUndo, LeavesOutUserModelsThatWereRedefined) {
@@ -263,7 +278,7 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
     const std::string kTexts[] = {"", "text", "-2", "0.1", "2001-02-03", std::to_string(random() % 1000)};
     return kTexts[random() % 6];
   };
-  for (int round = 0; round < 40; ++round) {
+  for (int round = 0; round < 30; ++round) {
     EditedProject p(1000, upTo(3), random() % 2 == 0);
     const std::size_t columns = p.Document.Sheet.ColumnCount();
     SheetEdit& edit = p.Editor.Edit;
@@ -324,13 +339,20 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
         ASSERT_EQ(Content(p.Document), before);
       }
     }
-    while (!contents.empty()) {
-      const std::string label = p.Editor.Menu.UndoText;
-      ASSERT_TRUE(p.Editor.EditUndo().Ok);
-      ASSERT_EQ(Content(p.Document), contents.back()) << "round " << round << " " << label;
-      contents.pop_back();
-    }
-    EXPECT_EQ(p.Editor.Menu, kNothingToUndo);
+    // And made again, to and fro at random, through the same contents.
+    contents.push_back(Content(p.Document));
+    std::size_t at = contents.size() - 1;
+    const auto step = [&](bool back) {
+      const std::string label = back ? p.Editor.Menu.UndoText : p.Editor.Menu.RedoText;
+      ASSERT_TRUE((back ? p.Editor.EditUndo() : p.Editor.EditRedo()).Ok);
+      at = back ? at - 1 : at + 1;
+      ASSERT_EQ(Content(p.Document), contents[at]) << "round " << round << " " << label;
+    };
+    while (at > 0) step(true);
+    EXPECT_FALSE(p.Editor.Menu.UndoEnabled);
+    while (at + 1 < contents.size()) step(false);
+    EXPECT_FALSE(p.Editor.Menu.RedoEnabled);
+    for (int i = 0; i < 30; ++i) step(at + 1 == contents.size() || (at > 0 && random() % 2 == 0));
   }
 }
 

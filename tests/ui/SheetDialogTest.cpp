@@ -250,8 +250,29 @@ TEST_F(SheetDialogs, TakeBackAsMuchAsIsChosenInTheHistory) {
   Trigger("mnuEditUndoHistory");
   EXPECT_EQ(Cells(3, 1), (std::vector<std::vector<std::string>>{{"5"}, {"2"}, {"3"}}));
   EXPECT_EQ(UndoText(), "&Undo Typing \"5\" in R&&D:1");
-  Trigger("mnuEditUndo");
-  EXPECT_FALSE(history->isEnabled());
+
+  // What was taken back can be made again, by keys, or as much as is chosen.
+  EXPECT_EQ(Action("mnuEditRedo").text(), "&Redo Typing \"6\" in R&&D:2");
+  frame->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+  QTest::keyClick(&Grid(), Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(Cells(3, 1), (std::vector<std::vector<std::string>>{{"5"}, {"6"}, {"3"}}));
+  QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(Action("mnuEditRedo").text(), "Can't &Redo");
+  EXPECT_FALSE(Action("mnuEditRedo").isEnabled());
+  for (int i = 0; i < 3; ++i) Trigger("mnuEditUndo");
+  EXPECT_EQ(UndoText(), "Can't &Undo");
+  dialogs.Do([](QDialog& dialog) {
+    auto* list = dialog.findChild<QTreeWidget*>("lstUndo");
+    EXPECT_EQ(list->currentItem()->text(1), "Redo Typing \"5\" in R&D:1");
+    QTest::keyClick(list, Qt::Key_Up);
+    EXPECT_EQ(list->currentItem()->text(0), "+2");
+    auto* button = dialog.findChild<QPushButton*>("cmdUndo");
+    EXPECT_EQ(button->text(), "&Redo");
+    QTest::mouseClick(button, Qt::LeftButton);
+  });
+  Trigger("mnuEditUndoHistory");
+  EXPECT_EQ(Cells(3, 1), (std::vector<std::vector<std::string>>{{"5"}, {"6"}, {"3"}}));
 }
 
 TEST_F(SheetDialogs, EditTheHeaders) {

@@ -263,9 +263,12 @@ void parentfrm::ShowActiveWindow() {
   const quorvexWindow* window = ActiveProject();
   for (QAction* action : projectActions_) action->setEnabled(window != nullptr);
   const UndoMenu undo = window != nullptr ? window->Editor().Menu : UndoMenu();
-  auto* newest = findChild<QAction*>("mnuEditUndo");
-  newest->setEnabled(undo.UndoEnabled);
-  if (window != nullptr) newest->setText(window->UndoText());
+  findChild<QAction*>("mnuEditUndo")->setEnabled(undo.UndoEnabled);
+  findChild<QAction*>("mnuEditRedo")->setEnabled(undo.RedoEnabled);
+  if (window != nullptr) {
+    findChild<QAction*>("mnuEditUndo")->setText(window->UndoText());
+    findChild<QAction*>("mnuEditRedo")->setText(window->RedoText());
+  }
   findChild<QAction*>("mnuEditUndoHistory")->setEnabled(undo.HistoryEnabled);
   ShowStatus();
 }

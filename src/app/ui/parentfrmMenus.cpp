@@ -117,7 +117,7 @@ void parentfrm::AddProjectMenu(const char* name, const QString& title, const std
     }
     auto* action = new QAction(command.Text, this);
     action->setObjectName(command.Name);
-    action->setShortcut(command.Keys);
+    action->setShortcuts({command.Keys, command.OtherKeys});
     connect(action, &QAction::triggered, this, [this, run = command.Run] {
       if (quorvexWindow* window = ActiveProject()) run(*window);
     });

@@ -11,14 +11,20 @@
 namespace quorvex {
 namespace {
 
+constexpr QChar kRedoSign = '+';  // before the number of an action that can be made again
+
 class frmUndoHistory : public QDialog {
  public:
   frmUndoHistory(QWidget* parent, const std::vector<std::string>& lines);
 
-  std::size_t Chosen() const;
+  int Chosen() const;
 
  private:
+  void ShowChoice();
+
   QTreeWidget* lstUndo;
+  QLabel* note_;
+  QPushButton* cmdUndo;
 };
 
 frmUndoHistory::frmUndoHistory(QWidget* parent, const std::vector<std::string>& lines)
@@ -36,20 +42,25 @@ frmUndoHistory::frmUndoHistory(QWidget* parent, const std::vector<std::string>& 
   lstUndo->setUniformRowHeights(true);
   lstUndo->setAllColumnsShowFocus(true);
   lstUndo->setTabKeyNavigation(false);
+  QTreeWidgetItem* newest = nullptr;
   for (const std::string& line : lines) {
     QStringList parts = QString::fromStdString(line).split('\t');
     if (parts[1].startsWith('&')) parts[1].remove(0, 1);  // the mnemonic of the menu entry
-    lstUndo->addTopLevelItem(new QTreeWidgetItem(parts));
+    auto* item = new QTreeWidgetItem(parts);
+    lstUndo->addTopLevelItem(item);
+    // The present lies between what can be made again and what can be taken back.
+    if (newest == nullptr || newest->text(0).startsWith(kRedoSign)) newest = item;
   }
   // The actions stand below their word in the heading.
   const QString before = title.left(title.indexOf("Action"));
   lstUndo->setColumnWidth(0, heading->fontMetrics().horizontalAdvance(before));
-  lstUndo->setCurrentItem(lstUndo->topLevelItem(0));
-  auto* note = new QLabel("Undoes the chosen action and those above it.", this);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-  QPushButton* undo = buttons->addButton("&Undo", QDialogButtonBox::AcceptRole);
-  undo->setObjectName("cmdUndo");
-  undo->setDefault(true);
+  cmdUndo = buttons->addButton("&Undo", QDialogButtonBox::AcceptRole);
+  cmdUndo->setObjectName("cmdUndo");
+  cmdUndo->setDefault(true);
+  note_ = new QLabel(this);
+  connect(lstUndo, &QTreeWidget::currentItemChanged, this, &frmUndoHistory::ShowChoice);
+  lstUndo->setCurrentItem(newest);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(lstUndo, &QTreeWidget::itemDoubleClicked, this, &QDialog::accept);
@@ -57,19 +68,27 @@ frmUndoHistory::frmUndoHistory(QWidget* parent, const std::vector<std::string>& 
   auto* column = new QVBoxLayout(this);
   column->addWidget(heading);
   column->addWidget(lstUndo);
-  column->addWidget(note);
+  column->addWidget(note_);
   column->addWidget(buttons);
   const int width = fontMetrics().averageCharWidth();
   resize(60 * width, 50 * width);
 }
 
-std::size_t frmUndoHistory::Chosen() const {
-  return static_cast<std::size_t>(lstUndo->indexOfTopLevelItem(lstUndo->currentItem())) + 1;
+int frmUndoHistory::Chosen() const {
+  const QString number = lstUndo->currentItem()->text(0);
+  return number.startsWith(kRedoSign) ? -number.mid(1).toInt() : number.toInt();
+}
+
+void frmUndoHistory::ShowChoice() {
+  const bool redo = Chosen() < 0;
+  cmdUndo->setText(redo ? "&Redo" : "&Undo");
+  note_->setText(redo ? "Makes the chosen action and the undone ones below it again."
+                      : "Undoes the chosen action and those above it that were not undone.");
 }
 
 }  // namespace
 
-std::optional<std::size_t> ChooseUndo(QWidget* over, const std::vector<std::string>& lines) {
+std::optional<int> ChooseUndo(QWidget* over, const std::vector<std::string>& lines) {
   frmUndoHistory form(over, lines);
   return form.exec() == QDialog::Accepted ? std::optional(form.Chosen()) : std::nullopt;
 }

@@ -8,9 +8,9 @@ class QWidget;
 
 namespace quorvex {
 
-// Undo History: the operations that can be taken back, newest first, of which the user chooses the last to go. `lines`
-// as ProjectEditor::UndoHistory gives them. The place of the chosen one, counted from the newest, which is 1; nothing
-// where the user cancels.
-std::optional<std::size_t> ChooseUndo(QWidget* over, const std::vector<std::string>& lines);
+// Undo History: the operations that can be taken back, newest first, of which the user chooses the last to go, and
+// those that can be made again. `lines` as ProjectEditor::UndoHistory gives them. How many are to be taken back, below
+// 0 how many are to be made again; nothing where the user cancels.
+std::optional<int> ChooseUndo(QWidget* over, const std::vector<std::string>& lines);
 
 }  // namespace quorvex
