@@ -28,6 +28,8 @@ class SheetModel : public QAbstractTableModel {
   // Whether setData would take the text.
   bool Accepts(const QString& text) const;
 
+  const GridCells& Cells() const { return project_.Sheet.Cells; }
+
   // The width of a column beside that of a fresh one, and what the user makes of it.
   double RelativeWidth(int column) const;
   void SetRelativeWidth(int column, double width);

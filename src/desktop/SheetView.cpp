@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "desktop/SheetModel.h"
+#include "sheet/BlockEdge.h"
 
 namespace quorvex {
 
@@ -71,17 +72,19 @@ class CellDelegate : public QStyledItemDelegate {
     switch (static_cast<QKeyEvent*>(event)->key()) {
       case Qt::Key_Return:
       case Qt::Key_Enter:
+        if (Commit()) view_.GoByEnter();
+        return true;
       case Qt::Key_Down:
-        if (Commit()) view_.GoBy(1, 0);
+        if (Commit()) view_.GoBy(1);
         return true;
       case Qt::Key_Up:
-        if (Commit()) view_.GoBy(-1, 0);
+        if (Commit()) view_.GoBy(-1);
         return true;
       case Qt::Key_Tab:
-        if (Commit()) view_.GoBy(0, 1);
+        if (Commit()) view_.GoByTab(SheetView::MoveNext);
         return true;
       case Qt::Key_Backtab:
-        if (Commit()) view_.GoBy(0, -1);
+        if (Commit()) view_.GoByTab(SheetView::MovePrevious);
         return true;
       default:
         return QStyledItemDelegate::eventFilter(object, event);
@@ -205,6 +208,7 @@ void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& pr
   if (current.isValid()) {
     row_ = current.row();
     column_ = current.column();
+    tabbedFrom_ = std::nullopt;
   }
   emit CurrentCellChanged();
 }
@@ -216,8 +220,61 @@ void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint 
 }
 
 void SheetView::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return GoBy(1, 0);
+  const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return GoByEnter();
+    case Qt::Key_Tab:
+      return GoByTab(MoveNext);
+    case Qt::Key_Backtab:
+      return GoByTab(MovePrevious);
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right: {
+      // With Ctrl itself the table would move the current cell alone and leave the selection behind.
+      const QScopedValueRollback blocks(byBlocks_, ctrl);
+      QKeyEvent plain(QEvent::KeyPress, event->key(), event->modifiers() & ~Qt::ControlModifier);
+      return QTableView::keyPressEvent(&plain);
+    }
+    default:
+      break;
+  }
+  // What is typed over a selection goes to its first cell.
+  const QItemSelection selected = selectionModel()->selection();
+  const bool types = !event->text().isEmpty() && event->text()[0].isPrint() && !ctrl;
+  if (types && selected.size() == 1 && state() != EditingState) setCurrentIndex(selected[0].topLeft());
   QTableView::keyPressEvent(event);
+}
+
+QModelIndex SheetView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  const QModelIndex from = currentIndex();
+  if (action == MoveEnd && modifiers.testFlag(Qt::ControlModifier)) {
+    const GridCells& cells = sheet_->Cells();
+    const int row = static_cast<int>(std::max<std::size_t>(cells.GridLastRow(), 1)) - 1;
+    const int column = static_cast<int>(std::max<std::size_t>(cells.GridLastCol(), 1)) - 1;
+    return model()->index(row, std::min(column, model()->columnCount() - 1));
+  }
+  if (!byBlocks_) return QTableView::moveCursor(action, modifiers);
+  switch (action) {
+    case MoveUp:
+      return BlockEdgeFrom(from, -1, 0);
+    case MoveDown:
+      return BlockEdgeFrom(from, 1, 0);
+    case MoveLeft:
+      return BlockEdgeFrom(from, 0, -1);
+    default:
+      return BlockEdgeFrom(from, 0, 1);
+  }
+}
+
+QModelIndex SheetView::BlockEdgeFrom(const QModelIndex& cell, int rows, int columns) const {
+  const CellPlace last{static_cast<std::size_t>(model()->rowCount()), static_cast<std::size_t>(model()->columnCount())};
+  const CellPlace edge = BlockEdge(
+      sheet_->Cells(), {static_cast<std::size_t>(cell.row()) + 1, static_cast<std::size_t>(cell.column()) + 1}, rows,
+      columns, last);
+  return model()->index(static_cast<int>(edge.Row) - 1, static_cast<int>(edge.Col) - 1);
 }
 
 void SheetView::mousePressEvent(QMouseEvent* event) {
@@ -225,11 +282,20 @@ void SheetView::mousePressEvent(QMouseEvent* event) {
   if (CommitEntry()) QTableView::mousePressEvent(event);
 }
 
-void SheetView::GoBy(int rows, int columns) {
+void SheetView::GoTo(const QModelIndex& cell) {
   setFocus();
-  const QModelIndex next = currentIndex().siblingAtRow(currentIndex().row() + rows);
-  const QModelIndex beside = next.siblingAtColumn(next.column() + columns);
-  if (beside.isValid()) setCurrentIndex(beside);
+  if (cell.isValid()) setCurrentIndex(cell);
+}
+
+void SheetView::GoByTab(CursorAction action) {
+  const int from = tabbedFrom_.value_or(currentIndex().column());
+  GoTo(QTableView::moveCursor(action, Qt::NoModifier));
+  tabbedFrom_ = from;
+}
+
+void SheetView::GoByEnter() {
+  const QModelIndex below = currentIndex().siblingAtRow(currentIndex().row() + 1);
+  GoTo(below.siblingAtColumn(tabbedFrom_.value_or(below.column())));
 }
 
 }  // namespace quorvex

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QTableView>
+#include <optional>
 
-#include "sheet/FindCell.h"
+#include "sheet/CellRange.h"
 
 namespace quorvex {
 
@@ -11,7 +12,9 @@ class SheetModel;
 // The grid of a project window. A cell is always current, so that keys and screen readers have a place to stand.
 //
 // An entry ends by Enter, which goes on to the row below, by Tab, or by going elsewhere. One that is refused stays open
-// until it is corrected or taken back by Escape.
+// until it is corrected or taken back by Escape. Enter behind Tabs goes on below the cell where they began, so that
+// rows are typed one after the other. Ctrl with an arrow goes by blocks of cells, Ctrl+End to the last that holds
+// anything.
 class SheetView : public QTableView {
   Q_OBJECT
 
@@ -36,21 +39,28 @@ class SheetView : public QTableView {
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void keyPressEvent(QKeyEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   friend class CellDelegate;
   bool Accepts(const QString& text) const;
-  void GoBy(int rows, int columns);
+  void GoTo(const QModelIndex& cell);
+  void GoBy(int rows) { GoTo(currentIndex().siblingAtRow(currentIndex().row() + rows)); }
+  void GoByTab(CursorAction action);
+  void GoByEnter();
+  QModelIndex BlockEdgeFrom(const QModelIndex& cell, int rows, int columns) const;
   void StandAgain();  // in the cell that was current last
   void ShowFormats();
   void ColumnResized(int column, int before, int width);
   void ShowHeaderMenu(const QPoint& place);
 
   SheetModel* sheet_ = nullptr;
-  int row_ = 0, column_ = 0;  // where the current cell was last
-  bool resizing_ = false;     // by what the sheet says, not by the user
+  int row_ = 0, column_ = 0;       // where the current cell was last
+  bool resizing_ = false;          // by what the sheet says, not by the user
+  bool byBlocks_ = false;          // the arrow that is pressed goes by blocks
+  std::optional<int> tabbedFrom_;  // the column where the Tabs began that led to the current cell
 };
 
 }  // namespace quorvex

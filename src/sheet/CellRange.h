@@ -13,6 +13,13 @@ struct CellRange {
   bool operator==(const CellRange&) const = default;
 };
 
+// A cell of the sheet, counted from 1.
+struct CellPlace {
+  std::size_t Row = 1, Col = 1;
+
+  bool operator==(const CellPlace&) const = default;
+};
+
 inline constexpr std::size_t kMostSheetRows = 65'536;
 
 // How cells are laid down that are taken from somewhere: as they are, or with rows and columns exchanged.

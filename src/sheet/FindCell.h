@@ -1,21 +1,14 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
+#include "sheet/CellRange.h"
 #include "sheet/DataSheet.h"
 
 namespace quorvex {
-
-// A cell of the sheet, counted from 1.
-struct CellPlace {
-  std::size_t Row = 1, Col = 1;
-
-  bool operator==(const CellPlace&) const = default;
-};
 
 enum class SearchOrder { ByRows, ByColumns };
 

@@ -228,6 +228,42 @@ TEST_F(SheetDialogs, PasteAndCopyWithRowsAndColumnsExchanged) {
   EXPECT_EQ(QApplication::clipboard()->text().count('\n'), 6);
 }
 
+// A table is typed row by row, and gone through by blocks.
+TEST_F(SheetDialogs, GoAboutTheSheetByKeys) {
+  using Place = std::pair<int, int>;
+  StartWithData();
+  const auto press = [&](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+    QTest::keyClick(frame->focusWidget(), key, with);
+    return Current();
+  };
+  Select(5, 1, 5, 1);
+  Grid().setFocus();
+  Type("5", Qt::Key_Tab);
+  Type("50", Qt::Key_Return);
+  EXPECT_EQ(Current(), Place(6, 1));
+  Type("6", Qt::Key_Tab);
+  Type("60", Qt::Key_Tab);
+  EXPECT_EQ(Current(), Place(7, 1)) << "behind the last column";
+  EXPECT_EQ(press(Qt::Key_Backtab), Place(6, 2));
+  EXPECT_EQ(press(Qt::Key_Return), Place(7, 1));
+  EXPECT_EQ(press(Qt::Key_Return), Place(8, 1)) << "a second Enter goes straight down";
+
+  EXPECT_EQ(press(Qt::Key_Home, Qt::ControlModifier), Place(1, 1));
+  EXPECT_EQ(press(Qt::Key_Down, Qt::ControlModifier), Place(6, 1));
+  EXPECT_EQ(press(Qt::Key_Up, Qt::ControlModifier), Place(1, 1));
+  EXPECT_EQ(press(Qt::Key_End, Qt::ControlModifier), Place(6, 2));
+  EXPECT_EQ(press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier), Place(1, 2));
+  EXPECT_EQ(Grid().selectionModel()->selectedIndexes().size(), 6);
+  EXPECT_EQ(press(Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier), Place(1, 1));
+  EXPECT_EQ(Grid().selectionModel()->selectedIndexes().size(), 12);
+
+  Select(3, 1, 5, 2);
+  Grid().selectionModel()->setCurrentIndex(Grid().model()->index(4, 1), QItemSelectionModel::NoUpdate);
+  Type("33");
+  EXPECT_EQ(Shown(3, 1), "33");
+  EXPECT_EQ(Current(), Place(4, 1));
+}
+
 TEST_F(SheetDialogs, TakeBackAsMuchAsIsChosenInTheHistory) {
   StartWithData();
   auto* history = frame->findChild<QAction*>("mnuEditUndoHistory");
