@@ -7,6 +7,7 @@
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "files/ui/Dataplot.h"
+#include "files/ui/frmPlotEquation.h"
 #include "plot/ui/frmPlotInfo.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
@@ -25,10 +26,13 @@ void TellOfPlots(quorvexWindow& window, QWidget* plot) {
 }
 
 // A window of its own for a new plot.
-void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {
-  auto document = NewPlotDocument(std::move(plot), window.Preferences(), window.User());
+void Open(quorvexWindow& window, std::optional<PlotDocument> document) {
   const QString project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName();
   if (document) TellOfPlots(window, &ShowPlot(std::move(*document), window, project));
+}
+
+void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {
+  Open(window, NewPlotDocument(std::move(plot), window.Preferences(), window.User()));
 }
 
 void Open(quorvexWindow& window, Result<std::unique_ptr<PlotPage>> plot) {
@@ -106,8 +110,7 @@ void PlotInterpolations(quorvexWindow& window) {
 }
 
 void PlotEquation(quorvexWindow& window) {
-  if (auto plot = ShowPlotEquation(&window, window.Preferences(), window.Document().Locale, window.User()))
-    Open(window, std::move(plot));
+  Open(window, ShowPlotEquation(&window, window.Preferences(), window.Document().Locale, window.User()));
 }
 
 // On the solutions that are selected.

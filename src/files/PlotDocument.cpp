@@ -118,10 +118,15 @@ void PlotDocument::Remember(std::string_view section, const std::string& fileNam
   AddRecentFile(settings_, section, Absolute(fileName));
 }
 
-std::optional<PlotDocument> NewPlotDocument(std::unique_ptr<PlotPage> plot, Settings& settings, Prompter& user) {
+std::optional<PlotDocument> NewPlotDocument(std::unique_ptr<PlotPage> plot, Settings& settings, Prompter& user,
+                                            const std::string& templateFile) {
   if (!plot->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, user)) return std::nullopt;
-  if (!settings.Text(TemplateFormatOf(*plot).Setting).empty()) {
-    // After the scales: a template has some of its own, or leaves those of the data.
+  // After the scales: a template has some of its own, or leaves those of the data.
+  if (!templateFile.empty()) {
+    if (!ApplyPlotTemplate(*plot, templateFile, true, user)) return std::nullopt;
+    AddRecentFile(settings, kRecentTemplates, Absolute(templateFile));
+    plot->CreateGraph({.Regenerate = true}, user);
+  } else if (!settings.Text(TemplateFormatOf(*plot).Setting).empty()) {
     ApplyDefaultTemplate(*plot, settings, user);
     plot->CreateGraph({.Regenerate = true}, user);
   }

@@ -76,9 +76,10 @@ class PlotDocument {
   PlotUndo undo_;
 };
 
-// A plot that has just been made, on the scales of its data and with the look that the settings ask for. Nothing, and
-// refused, where it cannot be created.
-std::optional<PlotDocument> NewPlotDocument(std::unique_ptr<PlotPage> plot, Settings& settings, Prompter& user);
+// A plot that has just been made, on the scales of its data and with the look of the template, or where none is named
+// of that which the settings ask for. Nothing, and refused, where it cannot be created or have the template.
+std::optional<PlotDocument> NewPlotDocument(std::unique_ptr<PlotPage> plot, Settings& settings, Prompter& user,
+                                            const std::string& templateFile = {});
 
 // Opens a plot file; any other file as data, whose plot then has no file. Nothing, and refused, where there is nothing
 // to be shown.

@@ -270,6 +270,49 @@ TEST_F(PlotMenuTest, ShowsAnEquation) {
   EXPECT_EQ(surface.InputXMax(2), 5);
 }
 
+TEST_F(PlotMenuTest, GivesAnEquationTheTemplateThatIsChosen) {
+  const std::string usual = folder.Write("usual.qv2", "plot_title_text = As always\nx_axis_title_text = Time\n");
+  const std::string chosen = folder.Write("chosen.qv2", "plot_title_text = Chosen\n");
+  const std::string solid = folder.Write("solid.qv3", "plot_title_text = Solid\n");
+  folder.Write("quorvex.ini", "[startup]\ntemplate2d=" + usual + "\n");
+  Start();
+  const auto begin = [this](QDialog& form, const std::string& file, const char* button) {
+    dialogs.ChooseFile(file);
+    Click(form, button);
+  };
+  dialogs.Do([&](QDialog& form) {
+    EXPECT_EQ(Box(form, "txtTemplate2D").placeholderText(), "usual.qv2");
+    TypeInto(form, "txt2D", "x");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuPlotNewEquation");
+  dialogs.Do([&](QDialog& form) {
+    TypeInto(form, "txt2D", "x");
+    begin(form, solid, "cmdTemplate2D");
+    dialogs.Press(QMessageBox::Ok);
+    Press(form, QDialogButtonBox::Ok);
+    EXPECT_TRUE(form.isVisible());
+    begin(form, chosen, "cmdTemplate2D");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuPlotNewEquation");
+  EXPECT_EQ(dialogs.Said, Said{"You cannot apply a 3D Template to a 2D Plot."});
+  dialogs.Do([&](QDialog& form) {
+    Click(form, "optnType1");
+    TypeInto(form, "txt3D", "x1+x2");
+    begin(form, solid, "cmdTemplate3D");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuPlotNewEquation");
+  ASSERT_EQ(Plots().size(), 3);
+  const auto titles = [this](int plot) {
+    return Plots()[plot]->Plot().PlotTitle + ", " + Plots()[plot]->Plot().Axes()[0]->AxisTitle;
+  };
+  EXPECT_EQ(titles(0), "As always, Time");
+  EXPECT_EQ(titles(1), "Chosen, X");
+  EXPECT_EQ(titles(2), "Solid, X1");
+}
+
 TEST_F(PlotMenuTest, GivesDataToAPlotThatIsOpen) {
   Open({"a*x+b"});
   Trigger("mnuPlotData");

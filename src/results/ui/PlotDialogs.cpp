@@ -3,16 +3,11 @@
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QFormLayout>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QRadioButton>
-#include <QStackedWidget>
 
 #include "core/ui/Controls.h"
 #include "results/AvailableGraphs.h"
 #include "results/ColumnsPlot.h"
-#include "results/EquationPlot.h"
-#include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "sheet/ui/SheetDialog.h"
 
@@ -40,23 +35,6 @@ std::vector<std::size_t> SelectedRows(const QListWidget& list) {
   return rows;
 }
 
-// Options beside each other, named NAME0, NAME1 and so on, of which the first is chosen.
-QButtonGroup* AddOptions(SheetDialog& dialog, const QString& name, const QString& label, const QStringList& options) {
-  auto* group = new QButtonGroup(&dialog);
-  auto* row = new QHBoxLayout;
-  for (const QString& text : options) {
-    const int id = static_cast<int>(group->buttons().size());
-    auto* option = new QRadioButton(text, &dialog);
-    option->setObjectName(name + QString::number(id));
-    group->addButton(option, id);
-    row->addWidget(option);
-  }
-  row->addStretch();
-  group->button(0)->setChecked(true);
-  dialog.Rows()->addRow(label, row);
-  return group;
-}
-
 // Keeps what is there; refused where that is a failure.
 template <typename T, typename To>
 bool Keep(Result<T> result, To& to, Prompter& user) {
@@ -66,26 +44,6 @@ bool Keep(Result<T> result, To& to, Prompter& user) {
   }
   to = std::move(*result);
   return true;
-}
-
-// The fields of a range, as the dialog of equations has them for each variable.
-struct RangeFields {
-  QLineEdit *Min, *Max, *Divisions;
-
-  EquationPlot::Range Texts() const {
-    return {Min->text().toStdString(), Max->text().toStdString(), Divisions->text().toStdString()};
-  }
-};
-
-RangeFields AddRange(SheetDialog& dialog, QFormLayout* rows, const QString& variable, const QString& points,
-                     const std::array<const char*, 3>& letters) {
-  const auto add = [&](const char* name, const QString& what, const char* letter, const QString& text) {
-    QString label = variable + ' ' + what + ':';
-    label.insert(label.indexOf(letter), '&');
-    return dialog.AddText(rows, qPrintable("txt" + variable + name), label, text);
-  };
-  return {add("Min", "Min", letters[0], "0"), add("Max", "Max", letters[1], "1"),
-          add("Divisions", "Divisions", letters[2], points)};
 }
 
 }  // namespace
@@ -103,7 +61,7 @@ std::unique_ptr<PlotPage> ShowPlotSelect(QWidget* parent, const DataSheet& sheet
   lstY->setCurrentRow(static_cast<int>(sheet.IndependentVariables));
   dialog.Rows()->addRow(lists);
   const QButtonGroup* type =
-      AddOptions(dialog, "optnPlotType", "Shown as:", {"&Markers", "&Lines", "Lines &and markers"});
+      dialog.AddOptions("optnPlotType", "Shown as:", {"&Markers", "&Lines", "Lines &and markers"});
 
   std::unique_ptr<PlotPage> plot;
   dialog.Run([&] {
@@ -112,40 +70,6 @@ std::unique_ptr<PlotPage> ShowPlotSelect(QWidget* parent, const DataSheet& sheet
     chosen.Horizontal = SelectedRows(*lstX);
     chosen.Type = static_cast<PlotType>(type->checkedId());
     return Keep(PageOf(chosen.Make(sheet, settings, locale)), plot, user);
-  });
-  return plot;
-}
-
-std::unique_ptr<PlotPage> ShowPlotEquation(QWidget* parent, const Settings& settings, const LocaleText& locale,
-                                           Prompter& user) {
-  SheetDialog dialog(parent, "frmPlotEquation", "Plot Equation");
-  QButtonGroup* type = AddOptions(dialog, "optnType", "Kind:", {"&2D, in X", "&3D, in X1 and X2"});
-  auto* pages = new QStackedWidget(&dialog);
-  const auto page = [&](const char* name, const QString& label) {
-    auto* rows = new QFormLayout(pages->widget(pages->addWidget(new QWidget(pages))));
-    rows->setContentsMargins(0, 0, 0, 0);
-    QLineEdit* equation = dialog.AddText(rows, name, label);
-    equation->setMinimumWidth(equation->fontMetrics().averageCharWidth() * 48);
-    return std::pair(rows, equation);
-  };
-  const auto [rows2D, txt2D] = page("txt2D", "&Y =");
-  const RangeFields x =
-      AddRange(dialog, rows2D, "X", QString::number(settings.Integer("pointsperplot")), {"n", "a", "D"});
-  const auto [rows3D, txt3D] = page("txt3D", "&Y =");
-  const RangeFields x1 = AddRange(dialog, rows3D, "X1", "30", {"M", "a", "D"}),
-                    x2 = AddRange(dialog, rows3D, "X2", "30", {"n", "x", "v"});
-  QObject::connect(type, &QButtonGroup::idClicked, pages, &QStackedWidget::setCurrentIndex);
-  dialog.Rows()->addRow(pages);
-  txt2D->setFocus();
-
-  std::unique_ptr<PlotPage> plot;
-  dialog.Run([&, txt2D = txt2D, txt3D = txt3D] {
-    const EquationPlot equation{.ThreeD = type->checkedId() == 1,
-                                .Txt2D = txt2D->text().toStdString(),
-                                .Txt3D = txt3D->text().toStdString(),
-                                .X = x.Texts(),
-                                .Plane = {x1.Texts(), x2.Texts()}};
-    return Keep(equation.Make(settings, locale), plot, user);
   });
   return plot;
 }

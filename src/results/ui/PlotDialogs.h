@@ -22,10 +22,6 @@ namespace quorvex {
 std::unique_ptr<PlotPage> ShowPlotSelect(QWidget* parent, const DataSheet& sheet, const Settings& settings,
                                          const LocaleText& locale, Prompter& user);
 
-// frmPlotEquation: a typed equation over a range.
-std::unique_ptr<PlotPage> ShowPlotEquation(QWidget* parent, const Settings& settings, const LocaleText& locale,
-                                           Prompter& user);
-
 // frmScatterType: one of the ScatterTypes, by its number.
 std::optional<std::size_t> ShowScatterType(QWidget* parent, const DataSheet& sheet);
 

@@ -1,15 +1,18 @@
 #include "sheet/ui/SheetDialog.h"
 
 #include <QAbstractItemView>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 
 #include "core/NumberText.h"
 #include "core/ui/BusyCursor.h"
+#include "core/ui/Controls.h"
 
 namespace quorvex {
 
@@ -22,10 +25,18 @@ SheetDialog::SheetDialog(QWidget* parent, const char* name, const QString& title
   all->setSizeConstraint(QLayout::SetMinimumSize);
 }
 
-QLineEdit* SheetDialog::AddText(QFormLayout* rows, const char* name, const QString& label, const QString& text) {
+QLineEdit* SheetDialog::AddText(QFormLayout* rows, const char* name, const QString& label, const QString& text,
+                                QWidget* beside) {
   auto* edit = new QLineEdit(text, this);
   edit->setObjectName(name);
-  rows->addRow(label, edit);
+  if (beside == nullptr) {
+    rows->addRow(label, edit);
+  } else {
+    auto* row = new QHBoxLayout;
+    row->addWidget(edit, 1);
+    row->addWidget(beside);
+    rows->addRow(LabelFor(edit, label), row);
+  }
   if (typed_ == nullptr) typed_ = edit;
   // A refusal leads back to the field that was typed in last, which it most likely speaks of.
   connect(edit, &QLineEdit::textEdited, this, [this, edit] { typed_ = edit; });
@@ -46,6 +57,22 @@ QCheckBox* SheetDialog::AddCheck(const char* name, const QString& label) {
   check->setObjectName(name);
   rows_->addRow(check);
   return check;
+}
+
+QButtonGroup* SheetDialog::AddOptions(const QString& name, const QString& label, const QStringList& options) {
+  auto* group = new QButtonGroup(this);
+  auto* row = new QHBoxLayout;
+  for (const QString& text : options) {
+    const int id = static_cast<int>(group->buttons().size());
+    auto* option = new QRadioButton(text, this);
+    option->setObjectName(name + QString::number(id));
+    group->addButton(option, id);
+    row->addWidget(option);
+  }
+  row->addStretch();
+  group->button(0)->setChecked(true);
+  rows_->addRow(label, row);
+  return group;
 }
 
 void SheetDialog::AddNote(const QString& text) {

@@ -6,6 +6,7 @@
 
 #include "sheet/SheetEdit.h"
 
+class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
@@ -23,9 +24,13 @@ class SheetDialog : public QDialog {
   QLineEdit* AddText(const char* name, const QString& label, const QString& text = {}) {
     return AddText(rows_, name, label, text);
   }
-  QLineEdit* AddText(QFormLayout* rows, const char* name, const QString& label, const QString& text = {});
+  // `beside` stands behind the text.
+  QLineEdit* AddText(QFormLayout* rows, const char* name, const QString& label, const QString& text = {},
+                     QWidget* beside = nullptr);
   QComboBox* AddChoice(const char* name, const QString& label, const QStringList& entries);
   QCheckBox* AddCheck(const char* name, const QString& label);
+  // Options beside each other, named NAME0, NAME1 and so on, of which the first is chosen.
+  QButtonGroup* AddOptions(const QString& name, const QString& label, const QStringList& options);
   void AddNote(const QString& text);
   QFormLayout* Rows() { return rows_; }
 
