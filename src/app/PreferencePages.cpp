@@ -100,6 +100,7 @@ constexpr Preference kLines[] = {
     {"tickpenwidthminor", "M&inor tick width:", Integer, 1, 5},
     {"tickpenlength", "&Tick length (inches):", Real, 0.001, 0.5},
     {"discreetmarkersize", "&Marker size (points):", Integer, 1, 72},
+    {"plotmodelsonly", "Plot models without the input &data", TrueOrFalse},
     {"hideplotinfo", "&Hide the guidance of the first plot", OneOrZero},
 };
 constexpr Preference kPage[] = {

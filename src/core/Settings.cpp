@@ -73,6 +73,7 @@ constexpr SettingRow kRows[] = {
     {"startup", "pointsperplot", "100"},
     {"startup", "discreetmarkersize", "0", "5"},
     {"startup", "plotatfittedonly", "false"},
+    {"startup", "plotmodelsonly", "false"},
     {"startup", "extrapolate2d", "false"},
     {"startup", "extrapolate3d", "false"},
     {"startup", "make2dsquare", "false"},

@@ -81,10 +81,12 @@ void PlotResults(quorvexWindow& window, ResultPlotKind kind, const std::vector<S
     if (!chosen) return;
     scatterType = *chosen;
   }
-  Open(window, [&] {
+  auto plot = [&] {
     const BusyCursor busy;
     return PlotOfResults(kind, *solution, *data, project.Sheet, window.Preferences(), project.Locale, scatterType);
-  }());
+  }();
+  if (plot && kind == ResultPlotKind::Model) LeaveModelsOnly(**plot, window.Preferences());
+  Open(window, std::move(plot));
 }
 
 void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutions) {
@@ -100,7 +102,9 @@ void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutio
                          project.Locale, leftOut);
   }();
   if (!leftOut.empty()) user.Refuse(NoCurveText(leftOut));
-  if (leftOut.size() < solutions.size()) Open(window, PageOf(std::move(plot)));
+  if (leftOut.size() == solutions.size()) return;
+  if (plot) LeaveModelsOnly(*plot, window.Preferences());
+  Open(window, PageOf(std::move(plot)));
 }
 
 void PlotInterpolations(quorvexWindow& window) {
@@ -139,6 +143,10 @@ std::vector<ProjectCommand> PlotMenu() {
              if (window.Grid().CommitEntry()) PlotSolutions(window, window.Solved());
            }},
       {.Name = "mnuPlotInterpolations", .Text = "Plot &Interpolations", .Run = PlotInterpolations},
+      {.Name = "mnuPlotModelsOnly",
+       .Text = "&Models Only",
+       .Run = [](quorvexWindow& window) { window.PlotModelsOnly(!window.PlotsModelsOnly()); },
+       .IsChecked = [](const quorvexWindow& window) { return window.PlotsModelsOnly(); }},
       {},
       {.Name = "mnuPlotResiduals", .Text = "Plot &Residuals...", .Run = PlotSelected<ResultPlotKind::Residuals>},
       {.Name = "mnuPlotProbability",

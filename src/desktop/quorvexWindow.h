@@ -77,6 +77,8 @@ class quorvexWindow : public QWidget {
   int SolutionsSortedBy() const { return settings_.Integer("sortindex"); }
   void PromptForSetup(bool prompt) { settings_.SetFlag("promptforsetup", prompt); }
   bool PromptsForSetup() const { return settings_.Flag("promptforsetup"); }
+  void PlotModelsOnly(bool only) { settings_.SetFlag("plotmodelsonly", only); }  // without the input data
+  bool PlotsModelsOnly() const { return settings_.Flag("plotmodelsonly"); }
 
   // The solved list as it is shown, sorted anew by the key in force.
   std::vector<SolvedItem> Solved() { return SolvedItems(project_, SolutionsSortedBy()); }

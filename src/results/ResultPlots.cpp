@@ -168,6 +168,13 @@ void TellApart(SeriesStyle& style, std::size_t number) {
   style.MarkerStyle = static_cast<int>(number % kMarkerStyles);
 }
 
+void LeaveModelsOnly(PlotPage& plot, const Settings& settings) {
+  if (!settings.Flag("plotmodelsonly")) return;
+  plot.PlotData.erase(plot.PlotData.begin());
+  // Bars to points that are not there would hang in the air.
+  for (PlotSeries& model : plot.PlotData) model.Style().ShowErrorBars = false;
+}
+
 std::string NoCurveText(const std::vector<std::string>& names) {
   std::string text = "An error has occurred generating equation data for equation ";
   for (std::size_t i = 0; i < names.size(); ++i) text += (i > 0 ? ", " : "") + names[i];

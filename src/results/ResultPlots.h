@@ -77,6 +77,9 @@ void TellApart(SeriesStyle& style, std::size_t number);
 inline constexpr const char* kNothingToPlot = "There are no regression models to plot.";
 inline constexpr const char* kNoPlotOfManyVariables = "A model of more than two independent variables has no plot.";
 
+// Takes the input data, which come first, out of a plot of models, where the settings ask for PlotModelsOnly.
+void LeaveModelsOnly(PlotPage& plot, const Settings& settings);
+
 // The words for models without a value somewhere in the range of the data.
 std::string NoCurveText(const std::vector<std::string>& names);
 

@@ -120,6 +120,25 @@ TEST_F(PlotMenuTest, ShowsSelectedOrAllSolutions) {
   }
 }
 
+TEST_F(PlotMenuTest, ShowsModelsOnlyWhereAsked) {
+  Open({"a*x+b", "a+b/x"});
+  Trigger("mnuPlotModelsOnly");
+  EXPECT_TRUE(session.Preferences.Flag("plotmodelsonly"));
+  emit frame->findChild<QMenu*>("plot")->aboutToShow();
+  EXPECT_TRUE(Action("mnuPlotModelsOnly").isChecked());
+  Trigger("mnuPlotAll");
+  ASSERT_EQ(Plots().size(), 1);
+  EXPECT_EQ(Legend(*Plots()[0]), (QStringList{"a*x+b", "a+b/x"}));
+  Document() = PlaneProject();
+  Solve({"a+b*x1+c*x2"});
+  Trigger("mnuPlotAll");
+  ASSERT_EQ(Plots().size(), 2);
+  EXPECT_EQ(Legend(*Plots()[1]), QStringList{"Model a+b*x1+c*x2"});
+  EXPECT_FALSE(Plots()[1]->Plot().PlotData[0].Style().ShowErrorBars);
+  Trigger("mnuPlotData");
+  EXPECT_EQ(Legend(*Plots()[2]), QStringList{"Input Data"});
+}
+
 TEST_F(PlotMenuTest, ShowsPointsAndOneSurfaceOfTwoVariables) {
   OpenPlane({"a+b*x1+c*x2", "a+b*x1+c/x2"});
   Trigger("mnuPlotData");
