@@ -212,6 +212,30 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
   EXPECT_EQ(prompter.Last().substr(0, 47), "refuse: An error in the current plot settings p");
 }
 
+TEST_F(PlotViewTest, SaysInItsPlaceThatThereIsNoPlot) {
+  Action("mnuPlotClipItem")->trigger();
+  const QImage whole = Painted(), copied = QApplication::clipboard()->image();
+  const AxisLimits limits = Plot().X.Limits();
+  Plot().X.Min = -1e308;
+  Plot().X.Max = 1e308;
+  Plot().CreateGraph({}, prompter);
+  View().Redraw();
+  const QImage said = Painted();
+  EXPECT_NE(said, whole);
+  EXPECT_GT(Difference(said, BlankPicture({said.width(), said.height(), 96})), 100);
+  EXPECT_EQ(View().accessibleDescription(), kPlotFailure);
+  Action("mnuPlotClipItem")->trigger();
+  EXPECT_EQ(prompter.Last(),
+            "refuse: An error in the current plot settings prohibits the plot from being copied in it's current state. "
+            "Check the plot settings in the Graph Properties window.");
+  EXPECT_EQ(QApplication::clipboard()->image(), copied);
+  Plot().X.Take(limits);
+  Plot().CreateGraph({}, prompter);
+  View().Redraw();
+  EXPECT_EQ(Painted(), whole);
+  EXPECT_EQ(View().accessibleDescription(), "");
+}
+
 TEST_F(PlotViewTest, PrintsOnOnePageWithinTheMargins) {
   const TemporaryFolder folder;
   QPrinter printer;

@@ -29,6 +29,7 @@
 #include "plot/ui/PlotView.h"
 #include "results/SolvedProject.h"
 #include "results/ui/PrintTable.h"
+#include "results/ui/ResultPlot.h"
 #include "results/ui/TableView.h"
 #include "results/ui/WrappedText.h"
 #include "results/ui/frmResults.h"
@@ -470,6 +471,17 @@ TEST_F(Results, SaysWhyThereIsNoPlot) {
   EXPECT_EQ(Find<QWidget>("pctModel").findChild<PlotView*>(), nullptr);
   Click("evaluation");
   EXPECT_FALSE(Find<QPushButton>("EvalCommand").isEnabled());
+}
+
+TEST_F(Results, TellsInThePlaceOfAPlotThatItCannotBeCreated) {
+  auto wide = std::make_unique<PlotClass>(settings);
+  DataClass data;
+  data.GenerateTable({{-1e308, 1e308}}, {1, 2});
+  wide->PlotData.emplace_back(std::move(data), SeriesStyle{});
+  ResultPlot plot("pctModel", "Model Plot", user, settings, nullptr);
+  plot.SetPlot(std::unique_ptr<PlotPage>(std::move(wide)));
+  EXPECT_EQ(plot.View(), nullptr);
+  EXPECT_EQ(plot.findChild<QLabel*>("reason")->text(), kPlotFailure);
 }
 
 // In each state of the window; a hidden control answers to no key.

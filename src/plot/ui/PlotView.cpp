@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QPainter>
 
+#include "plot/PictureMessages.h"
 #include "plot/PlotUndo.h"
 
 namespace quorvex {
@@ -111,6 +112,7 @@ void PlotView::RefreshPicture() {
     plot_.RefreshPlot(surface, prompter_);
   }
   picture_ = plot_.PlotCreated ? std::move(picture) : BlankPicture(Size());
+  setAccessibleDescription(plot_.PlotCreated ? QString() : tr(kPlotFailure));
   update();
 }
 
@@ -125,6 +127,11 @@ void PlotView::paintEvent(QPaintEvent*) {
     RefreshPicture();  // a screen of another scale
   QPainter painter(this);
   painter.drawImage(rect(), picture_);
+  if (!plot_.PlotCreated) {
+    // In the place of the plot, of which there is nothing to be seen.
+    painter.setPen(Qt::black);
+    painter.drawText(rect().adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap, tr(kPlotFailure));
+  }
   // A line and not the style's frame, which may colour what it stands around.
   if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
     painter.setPen(palette().color(QPalette::Highlight));
@@ -260,7 +267,9 @@ void PlotView::ZoomOut() {
   emit Changed(kFitAllChange);
 }
 
-void PlotView::EditCopy() { QGuiApplication::clipboard()->setImage(Picture()); }
+void PlotView::EditCopy() {
+  if (CanBe("copied", plot_, prompter_)) QGuiApplication::clipboard()->setImage(Picture());
+}
 
 void PlotView::SavePicture() {
   const auto file = prompter_.ChooseFileToSave("Save Picture", "Pictures (*.png *.bmp *.pdf)", "png");

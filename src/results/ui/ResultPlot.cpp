@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "core/QuietPrompter.h"
 #include "plot/ui/PlotBar.h"
 #include "plot/ui/PlotView.h"
 
@@ -33,11 +34,14 @@ void ResultPlot::SetPlot(Result<std::unique_ptr<PlotPage>> plot) {
   delete view_;
   bar_ = nullptr;
   view_ = nullptr;
+  if (plot && angles_) (*plot)->SetAngles(*angles_);
+  // The failure stands in the place of the plot.
+  QuietPrompter nobody;
+  if (plot && !(*plot)->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, nobody))
+    plot = Failure{kPlotFailure};
   plot_ = plot ? std::move(*plot) : nullptr;
   reason_->setVisible(plot_ == nullptr);
   if (!plot_) return reason_->setText(QString::fromStdString(plot.error()));
-  if (angles_) plot_->SetAngles(*angles_);
-  plot_->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, user_);
   view_ = new PlotView(*plot_, user_, settings_, this);
   view_->setAccessibleName(accessibleName());
   // The others are the window's own commands.
