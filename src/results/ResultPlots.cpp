@@ -274,23 +274,23 @@ std::optional<SolvedItem> SingleSolution(ResultPlotKind kind, const std::vector<
 }
 
 Result<std::unique_ptr<PlotPage>> EstimatePreview(const ModelClass& model, std::span<const double> coefficients,
-                                                  const SolveData& data, const Settings& settings,
-                                                  const LocaleText& locale) {
+                                                  const SolveData& data, const std::vector<std::string>& titles,
+                                                  const Settings& settings, const LocaleText& locale) {
   std::unique_ptr<ModelClass> trial = model.CopyTo();
   const std::string& equation = model.FunctionList(0);
   trial->SetIC(data);  // for the input and its statistics
   for (int i = 1; const double value : coefficients) trial->SetValue(i++, value);
-  if (data.X.size() == 1) return PageOf(ModelPlot(std::move(trial), equation, data, "X", "Y", settings, locale));
-  if (data.X.size() == 2)
-    return PageOf(SurfacePlot(std::move(trial), equation, data, {"X1", "X2", "Y"}, settings, locale));
+  if (data.X.size() == 1)
+    return PageOf(ModelPlot(std::move(trial), equation, data, titles[0], titles[1], settings, locale));
+  if (data.X.size() == 2) return PageOf(SurfacePlot(std::move(trial), equation, data, titles, settings, locale));
 
   const std::optional<std::vector<double>> residuals = trial->GenerateResiduals(data);
   if (!residuals) return Failure{NoCurveText({equation})};
   const auto [least, greatest] = std::minmax_element(data.Y.begin(), data.Y.end());
   auto plot = std::make_unique<PlotClass>(settings, locale);
   plot->PlotTitle = "Calculated and Measured Values";
-  plot->X.AxisTitle = "Y";
-  plot->Y.AxisTitle = "Calculated Y";
+  plot->X.AxisTitle = titles.back();
+  plot->Y.AxisTitle = "Calculated " + titles.back();
   plot->PlotData.emplace_back(Markers("Model " + equation, data.Y, CalculatedValues(data, *residuals), settings));
   plot->PlotData.emplace_back(ReferenceLine(*least, *greatest));
   return std::unique_ptr<PlotPage>(std::move(plot));

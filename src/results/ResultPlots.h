@@ -119,9 +119,10 @@ std::optional<SolvedItem> SingleSolution(ResultPlotKind kind, const std::vector<
 
 // A model with other coefficients, one value each, over the data: with one or two independent variables its curve or
 // surface with the input data; with more, where there is neither, the calculated values against the measured ones and
-// the line on which both are equal. The failure where the model has no value at some point.
+// the line on which both are equal. The titles are those of the X's and Y. The failure where the model has no value at
+// some point.
 Result<std::unique_ptr<PlotPage>> EstimatePreview(const ModelClass& model, std::span<const double> coefficients,
-                                                  const SolveData& data, const Settings& settings,
-                                                  const LocaleText& locale = {});
+                                                  const SolveData& data, const std::vector<std::string>& titles,
+                                                  const Settings& settings, const LocaleText& locale = {});
 
 }  // namespace quorvex

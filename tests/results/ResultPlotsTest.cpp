@@ -221,24 +221,33 @@ TEST(NormalPlot, ShowsSortedResidualsAndTheirLine) {
             "An error occurred creating the Residual Normal Probability Plot. The plot cannot be created.");
 }
 
+std::string Titles(PlotPage& plot) {
+  std::string titles;
+  for (const PlotAxis* axis : plot.Axes()) titles += (titles.empty() ? "" : ", ") + axis->AxisTitle;
+  return titles;
+}
+
 TEST(EstimatePreview, DrawsTheModelAtTheEstimates) {
   const auto model = ModelOf("a*x", 1);
   const std::vector<double> estimates = {3};
-  const auto curve = EstimatePreview(*model, estimates, Points(), Settings(), {});
+  const auto curve = EstimatePreview(*model, estimates, Points(), {"Time", "Depth"}, Settings(), {});
   ASSERT_TRUE(curve);
+  EXPECT_EQ(Titles(**curve), "Time, Depth");
   EXPECT_EQ(Names(**curve), (std::vector<std::string>{"Input Data", "Model a*x"}));
   EXPECT_EQ((*curve)->PlotData[1].CopyDataTo().Y.back(), 12);
   EXPECT_EQ(model->Values(1), 1) << "the project's model stays as it is";
   EqClass fresh{LocaleText()};  // which has seen no data yet
   fresh.SetID("a*x+xmean", {"a*x+xmean"});
-  const auto first = EstimatePreview(fresh, estimates, Points(), Settings(), {});
+  const auto first = EstimatePreview(fresh, estimates, Points(), {"Time", "Depth"}, Settings(), {});
   ASSERT_TRUE(first);
   EXPECT_EQ((*first)->PlotData[1].CopyDataTo().Y.back(), 14.5);  // 3 * 4 + 2.5
-  EXPECT_EQ(EstimatePreview(*ModelOf("a*ln(x-2)", 1), estimates, Points(), Settings(), {}).error(),
+  EXPECT_EQ(EstimatePreview(*ModelOf("a*ln(x-2)", 1), estimates, Points(), {"Time", "Depth"}, Settings(), {}).error(),
             "An error has occurred generating equation data for equation a*ln(x-2)");
 
-  const auto surface = EstimatePreview(*PlaneOf("a*x1+x2", 1), estimates, PlanePoints(), Settings(), {});
+  const auto surface =
+      EstimatePreview(*PlaneOf("a*x1+x2", 1), estimates, PlanePoints(), {"East", "North", "Depth"}, Settings(), {});
   ASSERT_TRUE(surface);
+  EXPECT_EQ(Titles(**surface), "East, North, Depth");
   EXPECT_TRUE((*surface)->Angles());
   EXPECT_EQ(Names(**surface), (std::vector<std::string>{"Input Data", "Model a*x1+x2"}));
   EXPECT_EQ((*surface)->PlotData[1].CopyDataTo().Y.back(), 13);  // 3 * 4 + 1
@@ -247,8 +256,9 @@ TEST(EstimatePreview, DrawsTheModelAtTheEstimates) {
   data.X.push_back({0, 0, 0, 0});
   MvClass several{LocaleText()};
   several.SetID("a*x1+x2+x3", {"a*x1+x2+x3"});
-  const auto values = EstimatePreview(several, estimates, data, Settings(), {});
+  const auto values = EstimatePreview(several, estimates, data, {"East", "North", "Age", "Depth"}, Settings(), {});
   ASSERT_TRUE(values);
+  EXPECT_EQ(Titles(**values), "Depth, Calculated Depth");
   EXPECT_EQ(Names(**values), (std::vector<std::string>{"Model a*x1+x2+x3", "Reference line"}));
   const SeriesTable points = (*values)->PlotData[0].CopyDataTo(), line = (*values)->PlotData[1].CopyDataTo();
   EXPECT_EQ((std::vector<double>{points.X.begin(), points.X.end()}), data.Y);
@@ -256,7 +266,7 @@ TEST(EstimatePreview, DrawsTheModelAtTheEstimates) {
   EXPECT_EQ(line.X[0], 2.5);
   EXPECT_EQ(line.Y[1], 7);
   several.SetID("a*ln(x1-2)+x3", {"a*ln(x1-2)+x3"});
-  EXPECT_FALSE(EstimatePreview(several, estimates, data, Settings(), {}));
+  EXPECT_FALSE(EstimatePreview(several, estimates, data, {"East", "North", "Age", "Depth"}, Settings(), {}));
 }
 
 TEST(PlotOfResults, SaysWhyThereIsNone) {

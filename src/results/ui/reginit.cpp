@@ -14,6 +14,7 @@
 
 #include "core/NumberText.h"
 #include "plot/ui/PlotView.h"
+#include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "results/ui/ResultPlot.h"
 #include "sheet/CellEntry.h"
@@ -233,7 +234,8 @@ bool reginit::Refused(const std::optional<EstimateRefusal>& refusal) {
 void reginit::Recalculate() {
   const std::vector<EstimateRow> rows = Rows();
   if (Refused(CheckInitialValues(rows, project_.Locale))) return;
-  preview_->SetPlot(EstimatePreview(model_, InitialValues(rows, project_.Locale), data_, settings_, project_.Locale));
+  preview_->SetPlot(EstimatePreview(model_, InitialValues(rows, project_.Locale), data_, AxisTitles(project_.Sheet),
+                                    settings_, project_.Locale));
   if (PlotView* view = preview_->View(); view != nullptr && view->Angles()) {
     connect(XYScroll, &QScrollBar::valueChanged, view, &PlotView::SetXYAngle);
     connect(ZScroll, &QScrollBar::valueChanged, view, &PlotView::SetZAngle);
