@@ -27,8 +27,13 @@ void TellOfPlots(quorvexWindow& window, QWidget* plot) {
 
 // A window of its own for a new plot.
 void Open(quorvexWindow& window, std::optional<PlotDocument> document) {
+  if (!document) return;
+  const auto choose = [&window](QWidget* parent, const PlotPage& plot) -> std::optional<std::vector<PlotSeries>> {
+    if (!window.Grid().CommitEntry()) return std::nullopt;
+    return ChooseGraphs(parent, window.Document(), plot, window.Preferences(), window.User());
+  };
   const QString project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName();
-  if (document) TellOfPlots(window, &ShowPlot(std::move(*document), window, project));
+  TellOfPlots(window, &ShowPlot(std::move(*document), window, {project, choose}));
 }
 
 void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {

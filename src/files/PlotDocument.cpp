@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <utility>
 
 #include "core/Files.h"
@@ -88,9 +89,18 @@ bool PlotDocument::MayClose() {
 bool PlotDocument::Import() {
   const auto file = user_.ChooseFileToOpen("Import", kImportFilter);
   if (!file || !ImportPlotData(*plot_, *file, settings_, user_)) return false;
-  plot_->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = plot_->AutoFormatted()}, user_);
-  Record(kImportChange);
+  ShowAll(kImportChange);
   return true;
+}
+
+void PlotDocument::Add(std::vector<PlotSeries> series) {
+  std::ranges::move(series, std::back_inserter(plot_->PlotData));
+  ShowAll(kAddChange);
+}
+
+void PlotDocument::ShowAll(std::string_view change) {
+  plot_->CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = plot_->AutoFormatted()}, user_);
+  Record(change);
 }
 
 bool PlotDocument::Export(ExportDelimiter delimiter) { return ExportPlotData(*plot_, delimiter, user_); }

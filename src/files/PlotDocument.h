@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/Prompter.h"
 #include "core/Settings.h"
@@ -51,6 +52,8 @@ class PlotDocument {
   // Asks to save what changed. False where the plot must stay open: the user cancelled, or it could not be saved.
   bool MayClose();
 
+  // Adds to the series, on scales that show all.
+  void Add(std::vector<PlotSeries> series);
   // Asks for a file and adds what it holds to the series. False where nothing came.
   bool Import();
   // Asks for a file and writes the series into it as a table.
@@ -66,6 +69,7 @@ class PlotDocument {
 
  private:
   bool Become(const PlotPage* state);
+  void ShowAll(std::string_view change);
   bool SaveUnder(const char* title, bool rename);
   bool SaveTo(const std::string& fileName);
   void Remember(std::string_view section, const std::string& fileName);

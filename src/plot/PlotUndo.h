@@ -15,7 +15,7 @@ namespace quorvex {
 inline constexpr std::string_view kZoomChange = "Zoom", kFitAllChange = "Fit All", kTurnChange = "Turn",
                                   kMoveLegendChange = "Move Legend", kMoveFootNoteChange = "Move Footnote",
                                   kPropertiesChange = "Properties", kTemplateChange = "Apply Template",
-                                  kImportChange = "Import";
+                                  kImportChange = "Import", kAddChange = "Add from Project";
 
 // The states of a plot that its user can go back to, and forward again. A state is a copy of the plot, which shares the
 // data of its series with all others.

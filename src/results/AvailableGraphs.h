@@ -16,6 +16,8 @@ namespace quorvex {
 // the data of several variables with one X each.
 std::vector<PlotSeries> AvailableGraphs(Project& project, const PlotPage& plot, const Settings& settings);
 
+inline constexpr const char* kNoGraphs = "The project has no data or solutions that this plot can show.";
+
 // Those of them that are chosen, by their numbers from 0. Fails where none is, or where one has no value somewhere.
 Result<std::vector<PlotSeries>> ChosenGraphs(const std::vector<PlotSeries>& available,
                                              std::span<const std::size_t> chosen, const PlotPage& plot);

@@ -12,7 +12,6 @@
 #include "files/ui/Dataplot.h"
 #include "plot/ui/frmPlotInfo.h"
 #include "results/SolvedProject.h"
-#include "results/ui/PlotDialogs.h"
 
 namespace quorvex {
 namespace {
@@ -332,14 +331,13 @@ TEST_F(PlotMenuTest, GivesAnEquationTheTemplateThatIsChosen) {
   EXPECT_EQ(titles(2), "Solid, X1");
 }
 
-TEST_F(PlotMenuTest, GivesDataToAPlotThatIsOpen) {
+TEST_F(PlotMenuTest, GivesDataOfTheProjectToAPlotThatIsOpen) {
   Open({"a*x+b"});
   Trigger("mnuPlotData");
   ASSERT_EQ(Plots().size(), 1);
   Dataplot& plot = *Plots()[0];
-  const auto choose = [&] {
-    return ChooseGraphs(&plot, Document(), plot.Plot(), Active().Preferences(), Active().User());
-  };
+  auto& add = *plot.findChild<QAction*>("mnuPlotAdd");
+  EXPECT_TRUE(plot.View().actions().contains(&add));
   dialogs.Do([this](QDialog& form) {
     EXPECT_EQ(form.objectName(), "GraphList");
     Inspect(form);
@@ -349,12 +347,30 @@ TEST_F(PlotMenuTest, GivesDataToAPlotThatIsOpen) {
     Choose(List(form, "lstGraphs"), "a*x+b");
     Press(form, QDialogButtonBox::Ok);
   });
-  const auto chosen = choose();
+  const QImage before = plot.View().Picture();
+  add.trigger();
   EXPECT_EQ(dialogs.Said, Said{"Please select data from the list or press Cancel"});
-  ASSERT_TRUE(chosen && chosen->size() == 1);
-  EXPECT_EQ(chosen->front().Style().LegendText, "a*x+b");
+  EXPECT_EQ(Legend(plot), (QStringList{"Input Data", "a*x+b"}));
+  const QImage after = plot.View().Picture();
+  EXPECT_NE(after, before);
+  auto& undo = *plot.findChild<QAction*>("mnuEditUndo");
+  EXPECT_EQ(undo.text(), "&Undo Add from Project");
+  undo.trigger();
+  EXPECT_EQ(plot.View().Picture(), before);
+  plot.findChild<QAction*>("mnuEditRedo")->trigger();
+  EXPECT_EQ(plot.View().Picture(), after);
   dialogs.Do([](QDialog& form) { form.reject(); });
-  EXPECT_FALSE(choose());
+  add.trigger();
+  EXPECT_EQ(Legend(plot).size(), 2);
+
+  // What it holds stays, whatever the project has by then.
+  Document() = PlaneProject();
+  Document().Sheet.Cells.GridClearRange({1, 1, 5, 3});
+  Active().Refresh();
+  dialogs.Press(QMessageBox::Ok);
+  add.trigger();
+  EXPECT_EQ(dialogs.Said.back(), "The project has no data or solutions that this plot can show.");
+  EXPECT_EQ(plot.View().Picture(), after);
 }
 
 TEST_F(PlotMenuTest, TellsOfPlotWindowsUntilToldNotTo) {

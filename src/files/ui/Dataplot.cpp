@@ -15,10 +15,10 @@
 
 namespace quorvex {
 
-Dataplot::Dataplot(PlotDocument document, QString project, QWidget* parent)
+Dataplot::Dataplot(PlotDocument document, PlotOrigin origin, QWidget* parent)
     : QWidget(parent, Qt::Window),
       document_(std::move(document)),
-      project_(std::move(project)),
+      origin_(std::move(origin)),
       view_(new PlotView(Plot(), document_.User(), document_.Preferences(), this)) {
   setObjectName("Dataplot");
   document_.WritePicture = [this](const std::string& file) { view_->WritePicture(file); };
@@ -72,6 +72,13 @@ void Dataplot::PlotOpen() {
              *(parentWidget() != nullptr ? parentWidget() : this)->window());
 }
 
+void Dataplot::PlotAdd() {
+  auto chosen = origin_.Choose(this, Plot());
+  if (!chosen) return;
+  document_.Add(std::move(*chosen));
+  Show(true);
+}
+
 void Dataplot::PlotImport() { Show(document_.Import()); }
 
 void Dataplot::Save() {
@@ -117,9 +124,9 @@ void Dataplot::Show(bool changed) {
 
 void Dataplot::ShowState() {
   const QString name = QString::fromStdString(document_.FileName);
-  setWindowTitle((document_.HasFile    ? QFileInfo(name).fileName()
-                  : project_.isEmpty() ? name
-                                       : name + " - " + project_) +
+  setWindowTitle((document_.HasFile           ? QFileInfo(name).fileName()
+                  : origin_.Project.isEmpty() ? name
+                                              : name + " - " + origin_.Project) +
                  "[*]");
   setWindowModified(document_.Changed());
   for (const auto& [entry, action] : switches_) {
@@ -133,14 +140,14 @@ void Dataplot::ShowState() {
   Verb("mnuEditRedo")->setEnabled(history.CanRedo());
 }
 
-Dataplot& ShowPlot(PlotDocument document, QWidget& owner, const QString& project) {
+Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotOrigin origin) {
   if (!document.HasFile) {
     constexpr const char* kShown = "plots";  // so far, of this owner
     const int number = owner.property(kShown).toInt() + 1;
     owner.setProperty(kShown, number);
     document.FileName = "Plot " + std::to_string(number);
   }
-  auto* window = new Dataplot(std::move(document), project, &owner);
+  auto* window = new Dataplot(std::move(document), std::move(origin), &owner);
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->show();
   window->raise();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -13,13 +15,19 @@ class QMenuBar;
 
 namespace quorvex {
 
+// What a plot of a project comes from.
+struct PlotOrigin {
+  QString Project;  // its name, for titles
+  // Lets the user choose, over the plot's window, of what the project has for it. Nothing where they cancel.
+  std::function<std::optional<std::vector<PlotSeries>>(QWidget* parent, const PlotPage& plot)> Choose;
+};
+
 // The window of one plot: its menus and buttons for what can be done with it, and switches for how it looks.
 class Dataplot : public QWidget {
   Q_OBJECT
 
  public:
-  // `project` is what the plot of no file comes from, for the title.
-  explicit Dataplot(PlotDocument document, QString project = {}, QWidget* parent = nullptr);
+  explicit Dataplot(PlotDocument document, PlotOrigin origin = {}, QWidget* parent = nullptr);
   ~Dataplot() override;
 
   PlotDocument& Document() { return document_; }
@@ -47,6 +55,7 @@ class Dataplot : public QWidget {
   void Turn(const PlotSwitch& entry, bool on);
 
   void PlotOpen();
+  void PlotAdd();
   void PlotImport();
   void Save();
   void SaveAs();
@@ -64,14 +73,14 @@ class Dataplot : public QWidget {
   void ShowState();
 
   PlotDocument document_;
-  const QString project_;
+  const PlotOrigin origin_;
   PlotView* view_;
   QList<QAction*> verbs_;  // which the modes of the view take away
   std::vector<std::pair<const PlotSwitch*, QAction*>> switches_;
 };
 
 // Shows a plot in a window of its own, which belongs to `owner` and has its number among the plots of no file there.
-Dataplot& ShowPlot(PlotDocument document, QWidget& owner, const QString& project = {});
+Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotOrigin origin = {});
 
 // Opens the file in a window that belongs to the frame, or shows the one that has it already.
 void OpenPlot(const QString& fileName, Settings& settings, const LocaleText& locale, Prompter& user, QWidget& frame);

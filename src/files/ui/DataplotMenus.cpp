@@ -38,6 +38,7 @@ void Dataplot::MakePlotMenu(QMenuBar& menus) {
   QAction* close = plot.addAction(tr("C&lose"), QKeySequence("Ctrl+W"), this, &QWidget::close);
   close->setObjectName("mnuPlotClose");
   plot.addSeparator();
+  if (origin_.Choose) Add(plot, "mnuPlotAdd", tr("A&dd from Project..."), {}, &Dataplot::PlotAdd);
   Add(plot, "mnuPlotImport", tr("&Import..."), {}, &Dataplot::PlotImport);
   QMenu& exports = *plot.addMenu(tr("&Export"));
   constexpr std::pair<ExportDelimiter, const char*> kExports[] = {{ExportDelimiter::Comma, "&Comma Delimited..."},
@@ -118,14 +119,15 @@ void Dataplot::AddSwitches(QMenu& menu) {
 void Dataplot::MakePopup() {
   for (QAction* action : view_->actions()) view_->removeAction(action);
   view_->addActions(view_->LookingActions());
-  for (const auto& group :
-       {std::vector{"mnuPlotFormatProperties"}, std::vector{"mnuEditUndo", "mnuEditRedo"},
-        std::vector{"mnuPlotClipItem", "mnuPlotSave", "mnuPlotSaveAs"},
-        std::vector{"mnuPlotImport", "mnuPlotTemplateApply"}, std::vector{"mnuPlotPrintSetup", "mnuPlotPrint"}}) {
+  for (const auto& group : {std::vector{"mnuPlotFormatProperties"}, std::vector{"mnuEditUndo", "mnuEditRedo"},
+                            std::vector{"mnuPlotClipItem", "mnuPlotSave", "mnuPlotSaveAs"},
+                            std::vector{"mnuPlotAdd", "mnuPlotImport", "mnuPlotTemplateApply"},
+                            std::vector{"mnuPlotPrintSetup", "mnuPlotPrint"}}) {
     auto* separator = new QAction(view_);
     separator->setSeparator(true);
     view_->addAction(separator);
-    for (const char* name : group) view_->addAction(Verb(name));
+    for (const char* name : group)
+      if (QAction* verb = Verb(name)) view_->addAction(verb);
   }
 }
 

@@ -86,12 +86,15 @@ std::optional<std::size_t> ShowScatterType(QWidget* parent, const DataSheet& she
 std::optional<std::vector<PlotSeries>> ChooseGraphs(QWidget* parent, Project& project, const PlotPage& plot,
                                                     const Settings& settings, Prompter& user) {
   const std::vector<PlotSeries> available = AvailableGraphs(project, plot, settings);
+  if (available.empty()) {
+    user.Refuse(kNoGraphs);
+    return std::nullopt;
+  }
   SheetDialog dialog(parent, "GraphList", "Select Data");
   QStringList names;
   for (const PlotSeries& series : available) names << QString::fromStdString(series.Style().LegendText);
   auto* all = new QVBoxLayout;
-  const QListWidget* list =
-      AddList(all, "lstGraphs", "&Data and solutions:", names, QAbstractItemView::ExtendedSelection);
+  QListWidget* list = AddList(all, "lstGraphs", "&Data and solutions:", names, QAbstractItemView::ExtendedSelection);
   dialog.Rows()->addRow(all);
   std::vector<PlotSeries> chosen;
   if (!dialog.Run([&] { return Keep(ChosenGraphs(available, SelectedRows(*list), plot), chosen, user); }))

@@ -25,7 +25,7 @@ std::unique_ptr<PlotPage> ShowPlotSelect(QWidget* parent, const DataSheet& sheet
 // frmScatterType: one of the ScatterTypes, by its number.
 std::optional<std::size_t> ShowScatterType(QWidget* parent, const DataSheet& sheet);
 
-// GraphList: series for a plot that is open, of what its project has.
+// GraphList: series for a plot that is open, of what its project has. Refused where that is nothing.
 std::optional<std::vector<PlotSeries>> ChooseGraphs(QWidget* parent, Project& project, const PlotPage& plot,
                                                     const Settings& settings, Prompter& user);
 
