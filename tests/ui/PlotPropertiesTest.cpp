@@ -224,6 +224,57 @@ TEST_F(PlotPropertiesTest, ChecksTheDialogsOfBoxes) {
   EXPECT_FALSE(CanApply());
 }
 
+TEST_F(PlotPropertiesTest, PreviewsTheDialogsOfBoxesAndSurfaces) {
+  const struct {
+    PlotPage& Plot;
+    const char *Button, *Control;
+    FieldValue Value;
+    const char *Number, *Wrong;
+  } cases[] = {{plot, "cmdPatterns", "txtBorderWidth", "4", "txtBorderWidth", "9"},
+               {space, "cmdShading", "optColorScheme", 2, "txtNumContours", "99"}};
+  space.PlotData[0].Style().ShadeMesh = true;
+  for (const auto& c : cases) {
+    const QImage original = Picture(c.Plot);
+    const auto open = [&](const std::function<void(QDialog&)>& use) {
+      dialogs.Do(use);
+      Reach(c.Button);
+      Click(*form, c.Button);
+      QTest::qWait(5);
+    };
+    Open(c.Plot);
+    open([&](QDialog& own) {
+      Set(In(own, c.Control), c.Value);
+      QTest::qWait(5);
+      EXPECT_EQ(Picture(c.Plot), original) << "nobody wants to see it";
+      Press(own, QDialogButtonBox::Cancel);
+    });
+    Click(*form, "Preview_check");
+    QImage preview;
+    open([&](QDialog& own) {
+      Set(In(own, c.Control), c.Value);
+      QTest::qWait(5);
+      preview = Picture(c.Plot);
+      EXPECT_NE(preview, original) << c.Button;
+      Set(In(own, c.Number), c.Wrong);
+      QTest::qWait(5);
+      EXPECT_EQ(Picture(c.Plot), preview) << "what does not pass is not shown";
+      Press(own, QDialogButtonBox::Cancel);
+    });
+    EXPECT_EQ(Picture(c.Plot), original) << "taken back";
+    EXPECT_FALSE(CanApply());
+    open([&](QDialog& own) {
+      Set(In(own, c.Control), c.Value);
+      Press(own, QDialogButtonBox::Ok);
+    });
+    EXPECT_EQ(Picture(c.Plot), preview);
+    EXPECT_TRUE(CanApply());
+    dialogs.Press(QMessageBox::No);
+    Press(*form, QDialogButtonBox::Cancel);
+    EXPECT_EQ(Picture(c.Plot), original);
+    EXPECT_EQ(applied, 0);
+  }
+}
+
 TEST_F(PlotPropertiesTest, HasNoPageForSeriesWhereThereIsNone) {
   plot.ClearGraph();
   Open(plot);

@@ -13,6 +13,7 @@ FieldDialog::FieldDialog(const FieldGroup& group, const PlotEntries& entries, Pr
   setWindowTitle(QString::fromStdString(group.Title));
   panel_ = new FieldPanel(group_, entries.Original().Locale, this);
   panel_->setTitle({});
+  connect(panel_, &FieldPanel::Edited, this, &FieldDialog::Edited);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons, &QDialogButtonBox::accepted, this, &FieldDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

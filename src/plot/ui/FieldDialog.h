@@ -21,6 +21,9 @@ class FieldDialog : public QDialog {
 
   void accept() override;
 
+ signals:
+  void Edited();
+
  private:
   FieldGroup group_;
   const PlotEntries& entries_;

@@ -156,10 +156,16 @@ void PlotProperties::ApplyCode(int kind) {
 }
 
 void PlotProperties::EditGroup(FieldGroup& group) {
+  const FieldGroup before = group;
   FieldDialog dialog(group, entries_, prompter_, this);
-  if (dialog.exec() != Accepted) return;
-  group = dialog.Entered();
-  Edited();
+  const auto take = [&](const FieldGroup& entered) {
+    group = entered;
+    Edited();
+  };
+  connect(&dialog, &FieldDialog::Edited, this, [&] {
+    if (preview_->isChecked()) take(dialog.Entered());
+  });
+  take(dialog.exec() == Accepted ? dialog.Entered() : before);
 }
 
 void PlotProperties::CalcScale() {
