@@ -1,20 +1,37 @@
 #include "app/OfferRecovery.h"
 
 namespace quorvex {
+namespace {
+
+bool IsWanted(RecoveryStore& store, const RecoveryStore::LeftBehind& left, Prompter& user) {
+  const std::string name = (left.IsPlot() ? "the plot '" : "the project '") + left.FileName + "'";
+  if (user.Ask("Quorvex ended unexpectedly while changes to " + name + " were not saved. Do you want to restore them?"))
+    return true;
+  if (user.Ask("The changes to " + name + " were kept on " + left.Made +
+               ". Do you want to delete them? If not, you will be asked again at the next start."))
+    store.Discard(left);
+  return false;
+}
+
+template <typename T>
+std::optional<T> Restored(Result<T> read, Prompter& user) {
+  if (read) return std::move(*read);
+  user.Refuse(read.error());  // the copy stays, for whoever can read it
+  return std::nullopt;
+}
+
+}  // namespace
 
 std::optional<Project> OfferRecovery(RecoveryStore& store, const RecoveryStore::LeftBehind& left,
                                      const LocaleText& locale, Prompter& user) {
-  if (!user.Ask("Quorvex ended unexpectedly while changes to the project '" + left.FileName +
-                "' were not saved. Do you want to restore them?")) {
-    if (user.Ask("The changes to the project '" + left.FileName + "' were kept on " + left.Made +
-                 ". Do you want to delete them? If not, you will be asked again at the next start."))
-      store.Discard(left);
-    return std::nullopt;
-  }
-  Result<Project> project = RecoveryStore::Read(left, locale);
-  if (project) return std::move(*project);
-  user.Refuse(project.error());  // the copy stays, for whoever can read it
-  return std::nullopt;
+  if (!IsWanted(store, left, user)) return std::nullopt;
+  return Restored(RecoveryStore::Read(left, locale), user);
+}
+
+std::optional<PlotDocument> OfferPlotRecovery(RecoveryStore& store, const RecoveryStore::LeftBehind& left,
+                                              Settings& settings, const LocaleText& locale, Prompter& user) {
+  if (!IsWanted(store, left, user)) return std::nullopt;
+  return Restored(RecoveryStore::ReadPlot(left, settings, locale, user), user);
 }
 
 std::string FailureText(const std::string& what, bool everythingKept) {

@@ -8,10 +8,12 @@
 
 namespace quorvex {
 
-// Asks whether a project that a crash left behind is to be restored, and where not, whether it may be deleted. Nothing
-// where it isn't restored; it is offered again at the next start unless the user had it deleted.
+// Ask whether a project or plot that a crash left behind is to be restored, and where not, whether it may be deleted.
+// Nothing where it isn't restored; it is offered again at the next start unless the user had it deleted.
 std::optional<Project> OfferRecovery(RecoveryStore& store, const RecoveryStore::LeftBehind& left,
                                      const LocaleText& locale, Prompter& user);
+std::optional<PlotDocument> OfferPlotRecovery(RecoveryStore& store, const RecoveryStore::LeftBehind& left,
+                                              Settings& settings, const LocaleText& locale, Prompter& user);
 
 // What the user hears after a command failed in a way that nobody foresaw, `what` saying how.
 std::string FailureText(const std::string& what, bool everythingKept);

@@ -15,7 +15,9 @@
 #include "app/UserFolder.h"
 #include "core/DateText.h"
 #include "core/NumberText.h"
+#include "core/QuietPrompter.h"
 #include "core/SaveFile.h"
+#include "files/PlotFile.h"
 #include "files/ProjectFile.h"
 
 namespace quorvex {
@@ -23,13 +25,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kPrefix = "session-", kExtension = ".qvx";
+constexpr std::string_view kPrefix = "session-", kProject = ".qvx", kPlot = ".plt";
 
-std::string CopyName(const std::string& session, std::size_t window) {
-  return session + '/' + std::to_string(window) + std::string(kExtension);
+std::string CopyName(const std::string& session, std::size_t window, std::string_view extension) {
+  return session + '/' + std::to_string(window) + std::string(extension);
 }
 
-// Beside each copy stands the name of the project: the whole path of its file, or what it is called without one.
+// Beside each copy stands the name of what it is of: the whole path of its file, or what it is called without one.
 std::string NameFile(const std::string& copy) { return copy + ".name"; }
 
 // The copies in the folder of a run; nothing where it can't be read to its end.
@@ -37,7 +39,8 @@ std::optional<std::vector<std::string>> Copies(const std::string& session) {
   std::vector<std::string> copies;
   std::error_code error;
   for (fs::directory_iterator file(session, error), end; !error && file != end; file.increment(error))
-    if (file->path().extension() == kExtension) copies.push_back(file->path().string());
+    if (file->path().extension() == kProject || file->path().extension() == kPlot)
+      copies.push_back(file->path().string());
   return error ? std::nullopt : std::optional(std::move(copies));
 }
 
@@ -80,13 +83,23 @@ int RecoveryStore::Begin() {
   return LockSession(own_) ? 0 : FileErrorNumber(errno);
 }
 
-int RecoveryStore::Keep(std::size_t window, const Project& project) try {
+int RecoveryStore::Keep(std::size_t window, const Project& project) {
+  return Keep(window, kProject, project.FileName, [&](const std::string& copy) { return WriteProject(project, copy); });
+}
+
+int RecoveryStore::Keep(std::size_t window, const PlotDocument& plot) {
+  return Keep(window, kPlot, plot.FileName,
+              [&](const std::string& copy) { return SaveFile(copy, PlotFileText(plot.Plot())); });
+}
+
+int RecoveryStore::Keep(std::size_t window, std::string_view extension, const std::string& fileName,
+                        const std::function<int(const std::string& copy)>& write) try {
   // Only now: a run that has never had anything unsaved leaves no folder.
   if (const int error = Begin()) return error;
-  const std::string copy = CopyName(own_.Folder, window);
+  const std::string copy = CopyName(own_.Folder, window, extension);
   // The name goes first: a copy is complete once it is there.
-  if (const int error = SaveFile(NameFile(copy), project.FileName)) return error;
-  if (const int error = WriteProject(project, copy)) return error;
+  if (const int error = SaveFile(NameFile(copy), fileName)) return error;
+  if (const int error = write(copy)) return error;
   DiscardAdopted(window);
   return 0;
 } catch (const std::bad_alloc&) {
@@ -94,11 +107,12 @@ int RecoveryStore::Keep(std::size_t window, const Project& project) try {
 }
 
 void RecoveryStore::Forget(std::size_t window) {
-  if (own_.Lock >= 0) RemoveCopy(CopyName(own_.Folder, window));
+  if (own_.Lock >= 0)
+    for (const std::string_view extension : {kProject, kPlot}) RemoveCopy(CopyName(own_.Folder, window, extension));
   DiscardAdopted(window);
 }
 
-void RecoveryStore::Adopt(std::size_t window, const LeftBehind& project) { adopted_.insert_or_assign(window, project); }
+void RecoveryStore::Adopt(std::size_t window, const LeftBehind& left) { adopted_.insert_or_assign(window, left); }
 
 void RecoveryStore::DiscardAdopted(std::size_t window) {
   const auto adopted = adopted_.find(window);
@@ -108,24 +122,39 @@ void RecoveryStore::DiscardAdopted(std::size_t window) {
 }
 
 RecoveryStore::LeftBehind RecoveryStore::Describe(const std::string& copy) {
-  LeftBehind project{copy, "", ""};
+  LeftBehind left{copy, "", ""};
   WholeFile name;
-  if (name.Read(NameFile(copy)) == 0) project.FileName = name.Text();
-  if (project.FileName.empty()) project.FileName = "Recovered";
+  if (name.Read(NameFile(copy)) == 0) left.FileName = name.Text();
+  if (left.FileName.empty()) left.FileName = "Recovered";
   struct stat status {};
   stat(copy.c_str(), &status);
-  project.Made = DateText(status.st_mtime);
-  return project;
+  left.Made = DateText(status.st_mtime);
+  return left;
 }
+
+bool RecoveryStore::LeftBehind::IsPlot() const { return Copy.ends_with(kPlot); }
+bool RecoveryStore::LeftBehind::HasFile() const { return fs::path(FileName).is_absolute(); }
 
 Result<Project> RecoveryStore::Read(const LeftBehind& project, const LocaleText& locale) {
   Result<Project> read = ReadProject(project.Copy, locale);
   if (!read) return read;
   read->FileName = project.FileName;
-  // A name without a path is that of a project that was never saved.
-  read->HasFile = fs::path(project.FileName).is_absolute();
+  read->HasFile = project.HasFile();
   read->Changed = true;
   return read;
+}
+
+Result<PlotDocument> RecoveryStore::ReadPlot(const LeftBehind& plot, Settings& settings, const LocaleText& locale,
+                                             Prompter& user) {
+  Result<std::unique_ptr<PlotPage>> read = OpenPlotFile(plot.Copy, settings, locale);
+  if (!read) return Failure{read.error()};
+  QuietPrompter nobody;
+  (*read)->CreateGraph({.Regenerate = true}, nobody);
+  PlotDocument document(std::move(*read), settings, user);
+  document.FileName = plot.FileName;
+  document.HasFile = plot.HasFile();
+  document.NeverSaved();
+  return document;
 }
 
 std::vector<RecoveryStore::LeftBehind> RecoveryStore::Claim() {
@@ -146,9 +175,9 @@ std::vector<RecoveryStore::LeftBehind> RecoveryStore::Claim() {
   return found;
 }
 
-void RecoveryStore::Discard(const LeftBehind& project) {
-  RemoveCopy(project.Copy);
-  const fs::path session = fs::path(project.Copy).parent_path();
+void RecoveryStore::Discard(const LeftBehind& left) {
+  RemoveCopy(left.Copy);
+  const fs::path session = fs::path(left.Copy).parent_path();
   const auto others = Copies(session.string());
   std::error_code ignored;
   if (others && others->empty()) fs::remove_all(session, ignored);

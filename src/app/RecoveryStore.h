@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Result.h"
+#include "files/PlotDocument.h"
 #include "project/Project.h"
 
 namespace quorvex {
@@ -14,9 +17,9 @@ namespace quorvex {
 // environment names no home.
 std::string StateFolder();
 
-// Copies of the projects that are open and not saved, so that a crash loses a minute of work and not a day. Each run of
-// the program has a folder of its own below `folder` and holds a lock in it, which ends with the process however that
-// ends: a folder without a lock is what a crash left behind.
+// Copies of the projects and plots that are open and not saved, so that a crash loses a minute of work and not a day.
+// Each run of the program has a folder of its own below `folder` and holds a lock in it, which ends with the process
+// however that ends: a folder without a lock is what a crash left behind.
 class RecoveryStore {
  public:
   explicit RecoveryStore(std::string folder) : folder_(std::move(folder)) {}
@@ -24,27 +27,34 @@ class RecoveryStore {
   RecoveryStore(const RecoveryStore&) = delete;
   RecoveryStore& operator=(const RecoveryStore&) = delete;
 
-  // Keeps the project of a window, which the caller numbers. Returns 0 or the file error's number; what was kept of the
-  // window before then stays.
+  // Keep the project or plot of a window, which the caller numbers. Return 0 or the file error's number; what was kept
+  // of the window before then stays.
   int Keep(std::size_t window, const Project& project);
+  int Keep(std::size_t window, const PlotDocument& plot);
   void Forget(std::size_t window);
 
-  // A project of a run that crashed.
+  // A project or plot of a run that crashed.
   struct LeftBehind {
     std::string Copy;      // the file that holds it
-    std::string FileName;  // of the project; "Recovered" where that is lost
+    std::string FileName;  // of the project or plot; "Recovered" where that is lost
     std::string Made;      // when it was kept, in local time
+
+    bool IsPlot() const;
+    bool HasFile() const;  // a name without a path is that of what was never saved
   };
 
   // All of them. They are this run's from now on: no other run is offered them. One that is neither discarded nor
   // adopted is offered again at the next start.
   std::vector<LeftBehind> Claim();
-  void Discard(const LeftBehind& project);
+  void Discard(const LeftBehind& left);
 
   // The project as it was. Fails with the sentence for the user.
   static Result<Project> Read(const LeftBehind& project, const LocaleText& locale);
-  // The window shows that project: the copy is what is kept of it until Keep has made one of this run's own.
-  void Adopt(std::size_t window, const LeftBehind& project);
+  // The same of a plot, which need not be one that can be created. Settings and prompter are the document's.
+  static Result<PlotDocument> ReadPlot(const LeftBehind& plot, Settings& settings, const LocaleText& locale,
+                                       Prompter& user);
+  // The window shows that project or plot: the copy is what is kept of it until Keep has made one of this run's own.
+  void Adopt(std::size_t window, const LeftBehind& left);
 
  private:
   struct Session {
@@ -53,6 +63,8 @@ class RecoveryStore {
   };
   static bool LockSession(Session& session);
   int Begin();
+  int Keep(std::size_t window, std::string_view extension, const std::string& fileName,
+           const std::function<int(const std::string& copy)>& write);
 
   static LeftBehind Describe(const std::string& copy);
   void DiscardAdopted(std::size_t window);

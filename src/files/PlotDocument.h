@@ -19,6 +19,8 @@ namespace quorvex {
 // The files that Open of a plot's window offers.
 inline constexpr const char* kPlotFilter = "Plot files (*.plt);;All Files (*.*)";
 
+inline constexpr const char* kUnnamedPlot = "Plot";
+
 // A plot as the document of a window: its file, its changes, and the commands that meet files.
 class PlotDocument {
  public:
@@ -30,9 +32,11 @@ class PlotDocument {
   Settings& Preferences() { return settings_; }
   Prompter& User() { return user_; }
 
-  std::string FileName = "Plot";  // of a plot without a file its name, such as "Plot 1"
+  std::string FileName = kUnnamedPlot;  // of a plot without a file its name, such as "Plot 1"
   bool HasFile = false;
   bool Changed() const { return undo_.Changed(); }
+  // What the plot was changed by happened before, and is to be saved.
+  void NeverSaved() { undo_.NeverSaved(); }
 
   // Writes a picture of the plot, as large as its window, and tells the user.
   std::function<void(const std::string& fileName)> WritePicture;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,8 @@ class PlotUndo {
   // Whether the present state is another than that when the plot was last saved, or than the first.
   bool Changed() const { return present_.Number != saved_; }
   void Saved();
+  // No state is saved: the plot was changed before it came here.
+  void NeverSaved() { saved_.reset(); }
 
  private:
   struct State {
@@ -52,7 +55,7 @@ class PlotUndo {
   std::deque<State> before_;  // the oldest first
   std::vector<State> after_;  // the one next to the present last
   std::size_t numbers_ = 0;   // given so far
-  std::size_t saved_ = 0;
+  std::optional<std::size_t> saved_ = 0;
   bool turning_ = false;  // a further turn belongs to the newest change
 };
 

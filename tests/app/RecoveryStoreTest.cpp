@@ -9,6 +9,7 @@
 #include "app/OfferRecovery.h"
 #include "core/DateText.h"
 #include "files/ProjectFile.h"
+#include "plot/Plots.h"
 
 namespace quorvex {
 namespace {
@@ -31,12 +32,13 @@ class SmallFiles {
   sighandler_t handler_;
 };
 
-// A process that keeps two projects, saves one of them, and dies.
-void CrashWith(const std::string& folder, const Project& project) {
+// A process that keeps something twice, saves one of them, and dies.
+template <typename Document>
+void CrashWith(const std::string& folder, const Document& document) {
   const pid_t child = fork();
   if (child == 0) {
     RecoveryStore store(folder);
-    const bool kept = store.Keep(1, project) == 0 && store.Keep(2, project) == 0 && store.Keep(2, project) == 0;
+    const bool kept = store.Keep(1, document) == 0 && store.Keep(2, document) == 0 && store.Keep(2, document) == 0;
     store.Forget(1);
     _exit(kept ? 0 : 1);
   }
@@ -73,6 +75,45 @@ TEST(RecoveryStore, OffersOnlyWhatACrashLeftAndOnlyOnce) {
 
   store.Discard(left[0]);
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(left[0].Copy).parent_path()));
+}
+
+TEST(RecoveryStore, KeepsAPlotAsItWasUnderItsName) {
+  const TemporaryFolder folder;
+  Settings settings;
+  RecordingPrompter user;
+  const struct {
+    std::string FileName;
+    double Max;  // with the last one nothing can be drawn
+    bool Created;
+  } cases[] = {{"Plot 3", 4, true}, {folder.Path("a, ü.plt"), 4, true}, {"Plot 1", 1e308, false}};
+  for (const auto& c : cases) {
+    auto plot = std::make_unique<PlotClass>(settings);
+    plot->PlotData.push_back(PointSeries({1, 2, 3}, {2, 4, 8}, "Input Data"));
+    ASSERT_TRUE(plot->CreateGraph({.Auto = true}, user));
+    PlotDocument document(std::move(plot), settings, user);
+    document.FileName = c.FileName;
+    static_cast<PlotClass&>(document.Plot()).X.Min = -c.Max;
+    static_cast<PlotClass&>(document.Plot()).X.Max = c.Max;
+    document.Plot().CreateGraph({}, user);
+    CrashWith(folder.Path("state"), document);
+
+    RecoveryStore store(folder.Path("state"));
+    const auto left = store.Claim();
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_TRUE(left[0].IsPlot());
+    Result<PlotDocument> read = RecoveryStore::ReadPlot(left[0], settings, {}, user);
+    ASSERT_TRUE(read) << read.error();
+    EXPECT_EQ(read->FileName, c.FileName);
+    EXPECT_EQ(read->HasFile, c.FileName.starts_with('/'));
+    EXPECT_EQ(read->Plot().PlotCreated, c.Created);
+    EXPECT_EQ(read->Plot().Axes()[0]->Max, c.Max);
+    EXPECT_EQ(read->Plot().PlotData[0].Style().LegendText, "Input Data");
+    EXPECT_TRUE(read->Changed());
+    read->Record("A change");
+    read->Undo();
+    EXPECT_TRUE(read->Changed()) << "what it began with is not saved either";
+    store.Discard(left[0]);
+  }
 }
 
 TEST(RecoveryStore, OffersACopyWhoseNameIsLost) {
@@ -173,6 +214,14 @@ TEST(OfferRecovery, DeletesOnlyWhereTheUserSaysSoTwice) {
   EXPECT_EQ(user.Said.size(), 2u);
   EXPECT_FALSE(offer({}));
   EXPECT_TRUE(user.Said.empty()) << "nothing is left to be offered";
+
+  Settings settings;
+  PlotDocument plot(std::make_unique<PlotClass>(settings), settings, user);
+  CrashWith(folder.Path("state"), plot);
+  RecoveryStore store(folder.Path("state"));
+  user.Answers = {false, true};
+  EXPECT_FALSE(OfferPlotRecovery(store, store.Claim()[0], settings, {}, user));
+  EXPECT_TRUE(user.Last().starts_with("ask: The changes to the plot 'Plot' were kept on 20")) << user.Last();
 }
 
 }  // namespace

@@ -409,6 +409,74 @@ TEST_F(DataplotTest, EditsTemplatesAsText) {
   EXPECT_NE(folder.Read("new.qv2"), "");
 }
 
+TEST_F(DataplotTest, ComesBackAfterACrash) {
+  const auto copies = [this](const char* state) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path(state)))
+      count += entry.path().extension() == ".plt";
+    return count;
+  };
+  const std::string file = SavedPlot("a.plt", "first");
+  Start('"' + file + '"');
+  frame->KeepCopies();
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("state"))) << "nothing has changed";
+  Trigger("mnuFileNew");
+  Change(NewPlot());
+  Change(*PlotCalled("a.plt[*]"));
+  frame->KeepCopies();
+  EXPECT_EQ(copies("state"), 2);
+  std::filesystem::copy(folder.Path("state"), folder.Path("crashed"), std::filesystem::copy_options::recursive);
+  // What is saved, taken back or closed needs no copy any more.
+  Action(*PlotCalled("a.plt[*]"), "mnuPlotSave").trigger();
+  EXPECT_EQ(copies("state"), 1);
+  Action(*Active().findChild<Dataplot*>(), "mnuEditUndo").trigger();
+  EXPECT_EQ(copies("state"), 0);
+  Change(*Active().findChild<Dataplot*>());
+  frame->KeepCopies();
+  EXPECT_EQ(copies("state"), 1);
+  dialogs.Press(QMessageBox::No);
+  Active().findChild<Dataplot*>()->close();
+  QTest::qWait(10);
+  EXPECT_EQ(copies("state"), 0);
+  CloseUnsaved();
+  frame.reset();
+
+  std::filesystem::remove_all(folder.Path("state"));
+  std::filesystem::rename(folder.Path("crashed"), folder.Path("state"));
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.Press(QMessageBox::Yes);
+  dialogs.Said.clear();
+  Start();
+  std::ranges::sort(dialogs.Said);
+  const auto asked = [](const std::string& name) {
+    return "Quorvex ended unexpectedly while changes to the plot '" + name +
+           "' were not saved. Do you want to restore them?";
+  };
+  EXPECT_EQ(dialogs.Said, (Said{asked(file), asked("Plot 1")}));
+  ASSERT_EQ(Plots().size(), 2);
+  ASSERT_NE(PlotCalled("a.plt[*]"), nullptr);
+  Dataplot* fresh = PlotCalled("Plot 1[*]");
+  ASSERT_NE(fresh, nullptr);
+  for (Dataplot* plot : Plots()) {
+    EXPECT_TRUE(plot->isWindowModified());
+    EXPECT_TRUE(Plot(*plot).SwapAxis);
+    EXPECT_EQ(plot->findChild<QAction*>("mnuPlotAdd"), nullptr) << "without its project";
+  }
+  // A number is given once.
+  dialogs.ChooseFile(folder.Write("numbers.dat", "1 2\n3 4\n"));
+  Action(*fresh, "mnuPlotOpen").trigger();
+  ASSERT_NE(PlotCalled("Plot 2[*]"), nullptr);
+  PlotCalled("Plot 2[*]")->close();
+
+  dialogs.ChooseFile(folder.Path("kept.plt"));
+  Action(*fresh, "mnuPlotSave").trigger();
+  Action(*PlotCalled("a.plt[*]"), "mnuPlotSave").trigger();
+  EXPECT_TRUE(static_cast<PlotClass&>(**OpenPlotFile(file, session.Preferences, {})).SwapAxis);
+  EXPECT_TRUE(frame->close());
+  frame.reset();
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path("state")));
+}
+
 // What the program does with a plot that a file manager opens.
 TEST_F(DataplotTest, IsOpenedByTheProgramItself) {
   const std::string file = SavedPlot("a.plt");

@@ -37,7 +37,7 @@ parentfrm::parentfrm(Session& session, std::string commandLine, std::string stat
       user_(this),
       area_(new QMdiArea(this)),
       keeper_(session.Preferences, user_),
-      autosave_(std::move(stateFolder), *statusBar()),
+      autosave_(std::move(stateFolder), *this),
       status_(new QLabel(this)) {
   setWindowTitle("Quorvex");
   setObjectName("parentfrm");
@@ -96,9 +96,15 @@ void parentfrm::FirstShowing() {
 }
 
 void parentfrm::OfferRecovery() {
-  for (const RecoveryStore::LeftBehind& left : autosave_.Store().Claim())
-    if (auto project = quorvex::OfferRecovery(autosave_.Store(), left, session_.Locale, user_))
+  RecoveryStore& store = autosave_.Store();
+  for (const RecoveryStore::LeftBehind& left : store.Claim()) {
+    if (left.IsPlot()) {
+      if (auto plot = OfferPlotRecovery(store, left, session_.Preferences, session_.Locale, user_))
+        autosave_.Adopt(ShowPlot(std::move(*plot), *this), left);
+    } else if (auto project = quorvex::OfferRecovery(store, left, session_.Locale, user_)) {
       autosave_.Adopt(ShowProject(std::move(*project)), left);
+    }
+  }
 }
 
 void parentfrm::GoOnAfterFailure(const QString& what) {

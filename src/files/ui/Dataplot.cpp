@@ -138,14 +138,18 @@ void Dataplot::ShowState() {
   Verb("mnuEditUndo")->setEnabled(history.CanUndo());
   Verb("mnuEditRedo")->setText(QString::fromStdString(history.RedoText()));
   Verb("mnuEditRedo")->setEnabled(history.CanRedo());
+  emit Changed();
 }
 
 Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotOrigin origin) {
-  if (!document.HasFile) {
+  if (!document.HasFile && document.FileName == kUnnamedPlot) {
     constexpr const char* kShown = "plots";  // so far, of this owner
-    const int number = owner.property(kShown).toInt() + 1;
+    const QList<Dataplot*> others = owner.findChildren<Dataplot*>(Qt::FindDirectChildrenOnly);
+    int number = owner.property(kShown).toInt();
+    do {
+      document.FileName = kUnnamedPlot + (' ' + std::to_string(++number));
+    } while (std::ranges::any_of(others, [&](Dataplot* o) { return o->Document().FileName == document.FileName; }));
     owner.setProperty(kShown, number);
-    document.FileName = "Plot " + std::to_string(number);
   }
   auto* window = new Dataplot(std::move(document), std::move(origin), &owner);
   window->setAttribute(Qt::WA_DeleteOnClose);

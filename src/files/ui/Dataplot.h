@@ -37,6 +37,9 @@ class Dataplot : public QWidget {
   // Asks to save what changed. False where the window must stay.
   bool MayClose();
 
+ signals:
+  void Changed();  // the plot, or whether it is saved
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 
@@ -79,7 +82,8 @@ class Dataplot : public QWidget {
   std::vector<std::pair<const PlotSwitch*, QAction*>> switches_;
 };
 
-// Shows a plot in a window of its own, which belongs to `owner` and has its number among the plots of no file there.
+// Shows a plot in a window of its own, which belongs to `owner`. A plot without file and name is called after its
+// number among those of its owner.
 Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotOrigin origin = {});
 
 // Opens the file in a window that belongs to the frame, or shows the one that has it already.
