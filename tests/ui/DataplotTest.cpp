@@ -13,6 +13,7 @@
 #include "Frame.h"
 #include "Paths.h"
 #include "RecordingPrompter.h"
+#include "app/ui/FileRequests.h"
 #include "core/RecentFiles.h"
 #include "files/PlotFile.h"
 #include "files/ui/Dataplot.h"
@@ -475,6 +476,23 @@ TEST_F(DataplotTest, ComesBackAfterACrash) {
   EXPECT_TRUE(frame->close());
   frame.reset();
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path("state")));
+}
+
+TEST_F(DataplotTest, IsTakenFromASecondStart) {
+  const std::string file = SavedPlot("a.plt", "first");
+  Start();
+  FileRequests requests;
+  QObject::connect(&requests, &FileRequests::Requested, frame.get(), &parentfrm::OpenRequestedFile);
+  ASSERT_TRUE(requests.Listen());
+  for (int times = 0; times < 2; ++times) {
+    QProcess second;
+    second.start(QString::fromStdString(DesktopProgram()), {QString::fromStdString(file)});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return second.state() == QProcess::NotRunning; }, 20'000));
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return PlotCalled("a.plt[*]") != nullptr; }));
+  }
+  QTest::qWait(50);
+  EXPECT_EQ(Plots().size(), 1) << "the one that is open is shown";
 }
 
 // What the program does with a plot that a file manager opens.
