@@ -26,7 +26,8 @@ void TakePlotWindow(const Shots& shots) {
   plot->PlotTitle = "Calibration";
   auto document = NewPlotDocument(std::move(plot), shots.Run.Preferences, user);
   if (!document) return;
-  Dataplot window(std::move(*document));
+  Dataplot window(std::move(*document),
+                  {"pressure.qvx", [](QWidget*, const PlotPage&) { return std::optional<std::vector<PlotSeries>>(); }});
   window.resize(760, 520);
   window.show();
   window.findChild<QAction*>("ShowXMajorGrids")->trigger();
