@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "drawing/DrawPlotText.h"
@@ -60,14 +62,22 @@ class CarryingEdge {
   BoxView::Ends at_;
 };
 
-// Of how many numbers one is shown, so that they stand apart along the edge; nothing where not even two do.
-std::optional<int> Stride(const CarryingEdge& edge, const LabelStrip& strip, int divisions) {
-  for (int stride = 1; stride <= divisions; ++stride) {
-    const double step = edge.Length * stride / divisions;
-    constexpr double kApart = 1.05;  // a twentieth of a number between them, as below a frame
-    if (std::abs(edge.Along.x) * step >= kApart * strip.Width || std::abs(edge.Along.y) * step >= strip.Height)
-      return stride;
-  }
+// A number and where it stands, with some room at its sides.
+struct PlacedNumber {
+  const std::string& Label;
+  DeviceExtent Extent;
+  TurnedBox Box;
+};
+
+// Of how many numbers one is shown, so that they stand apart; nothing where not even two do.
+std::optional<std::size_t> Stride(std::span<const PlacedNumber> numbers) {
+  const auto standApart = [&](std::size_t stride) {
+    for (std::size_t i = stride; i < numbers.size(); i += stride)
+      if (numbers[i].Box.Overlaps(numbers[i - stride].Box)) return false;
+    return true;
+  };
+  for (std::size_t stride = 1; stride < numbers.size(); ++stride)
+    if (standApart(stride)) return stride;
   return std::nullopt;
 }
 
@@ -77,20 +87,23 @@ class TextPlaces {
   TextPlaces(const DeviceMetrics& metrics, const BoxMargins& around) : metrics_(metrics), around_(around) {}
 
   void DrawNumbers(DrawingSurface& surface, const BoxAxis& scale, const CarryingEdge& edge, const LabelStrip& strip) {
-    const std::optional<int> stride = Stride(edge, strip, scale.NumMajorTicks);
+    std::vector<PlacedNumber> numbers;
+    EachLabel(scale, strip, [&](const std::string& label, const DeviceExtent& extent, double fraction) {
+      TurnedBox box = NumberBox(extent);
+      box.Middle = edge.Beside(fraction, metrics_.MajorTick + metrics_.Margin2X / 4.0 + box.Reach(edge.Outward));
+      numbers.push_back({label, extent, box});
+    });
+    const std::optional<std::size_t> stride = Stride(numbers);
     if (!stride) return;
     const SurfaceObject font = CreatePlotFont(scale.AxisNumberFont, 0, surface);
     const Selection inUse(surface, font);
     surface.SetTextColor(scale.AxisNumberColor);
-    int number = 0;
-    EachLabel(scale, strip, [&](const std::string& label, const DeviceExtent& extent, double fraction) {
-      if (number++ % *stride != 0) return;
-      TurnedBox box{{}, extent.cx + metrics_.Margin2X / 2.0, 1.0 * extent.cy};
-      box.Middle = edge.Beside(fraction, metrics_.MajorTick + metrics_.Margin2X / 4.0 + box.Reach(edge.Outward));
-      if (!IsFree(box)) return;
+    for (std::size_t i = 0; i < numbers.size(); i += *stride) {
+      const auto& [label, extent, box] = numbers[i];
+      if (!IsFree(box)) continue;
       taken_.push_back(box);
       surface.TextOutA(Nearest(box.Middle.x - extent.cx / 2.0), Nearest(box.Middle.y - extent.cy / 2.0), label);
-    });
+    }
   }
 
   void DrawTitle(DrawingSurface& surface, const BoxAxis& scale, const CarryingEdge& edge, const PlotText& title) {
@@ -103,10 +116,9 @@ class TextPlaces {
     const double turn = angle * std::numbers::pi / 180;
     TurnedBox box{{}, 1.0 * size.cx, 1.0 * size.cy, {std::cos(turn), -std::sin(turn)}};
     // Outside of the numbers of any axis, for they may stand in the way.
-    const DeviceExtent number = LargestNumber(around_);
-    const TurnedBox numbers{{}, number.cx + metrics_.Margin2X / 2.0, 1.0 * number.cy};
-    const DevicePlace best = edge.Beside(
-        0.5, metrics_.MajorTick + metrics_.Margin2X / 2.0 + 2 * numbers.Reach(edge.Outward) + size.cy / 2.0);
+    const TurnedBox number = NumberBox(LargestNumber(around_));
+    const DevicePlace best =
+        edge.Beside(0.5, metrics_.MajorTick + metrics_.Margin2X / 2.0 + 2 * number.Reach(edge.Outward) + size.cy / 2.0);
     box.Middle = Within(box, best);
     // Where another text is in the way, it goes along the axis as far as it must, if it can.
     for (int step = 1; !IsFree(box) && step * size.cy < size.cx + edge.Length; ++step)
@@ -128,6 +140,10 @@ class TextPlaces {
   }
 
  private:
+  TurnedBox NumberBox(const DeviceExtent& extent) const {
+    return {{}, extent.cx + metrics_.Margin2X / 2.0, 1.0 * extent.cy};
+  }
+
   bool IsFree(const TurnedBox& box) const {
     return std::ranges::none_of(taken_, [&](const TurnedBox& other) { return box.Overlaps(other); });
   }

@@ -95,6 +95,24 @@ TEST(DrawBox, KeepsNumbersAndTitlesReadableAtEveryAngle) {
       }
 }
 
+// Of numbers that would crowd each other each second one is shown, or each third, but not now this and now that.
+TEST(DrawBox, ThinsNumbersOutEvenly) {
+  PlotClass3D plot = TitledPlot();
+  plot.X.Take({-5, 5, 10});  // half of the numbers are wider than the others
+  for (const char* format : {"0.0", "0.000", "0.00000"})
+    for (std::int32_t width = 160; width <= 900; width += 4) {
+      RecordingPrompter prompter;
+      plot.X.LabelString = format;
+      ASSERT_TRUE(plot.CreateGraph({}, prompter));
+      std::vector<std::ptrdiff_t> shown;  // the places of X1's numbers among them all
+      for (const PlacedText& text : DrawnAt(plot, 180, 0, TextSurface(width, 400)).Texts)
+        if (const auto label = std::ranges::find(plot.X.Labels, text.Text); label != plot.X.Labels.end())
+          shown.push_back(label - plot.X.Labels.begin());
+      for (std::size_t i = 2; i < shown.size(); ++i)
+        EXPECT_EQ(shown[i] - shown[i - 1], shown[1] - shown[0]) << format << " at " << width;
+    }
+}
+
 TEST(DrawBox, LeavesOutAnAxisSeenFromItsEnd) {
   PlotClass3D plot = TitledPlot();
   const struct {
