@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <ranges>
 
 #include "core/NumberText.h"
 
@@ -78,9 +79,29 @@ DeviceExtent PlaceSegments(std::vector<PlotTextSegment>& segments, std::int32_t 
   return {total, cy};
 }
 
+std::size_t CharacterCount(const std::vector<PlotTextSegment>& segments) {
+  std::size_t count = 0;
+  for (const PlotTextSegment& segment : segments) count += CharacterCount(segment.Text);
+  return count;
+}
+
+// The first characters of all segments together, and dots to tell that there are more.
+std::vector<PlotTextSegment> Shortened(const std::vector<PlotTextSegment>& segments, std::size_t characters) {
+  std::vector<PlotTextSegment> kept;
+  for (const PlotTextSegment& segment : segments) {
+    if (characters == 0) break;
+    kept.push_back({FirstCharacters(segment.Text, characters), segment.Kind});
+    characters -= std::min(characters, CharacterCount(segment.Text));
+  }
+  if (kept.empty() || kept.back().Kind != kNormal) kept.push_back({});
+  kept.back().Text += "...";
+  return kept;
+}
+
 }  // namespace
 
-PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle) {
+PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle,
+                       std::int32_t longest) {
   // Two codes and a character between them.
   constexpr std::size_t kShortestWithCodes = 5;
   if (text.empty()) return {};
@@ -90,17 +111,29 @@ PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const Plo
     const Selection inUse(surface, segment.Kind == kNormal ? normal : small);
     return surface.GetTextExtentPoint32A(segment.Text);
   };
-  PlotText parsed;
-  if (CharacterCount(text) < kShortestWithCodes || text.find(kMark) == text.npos) {
-    parsed.Segments = {{std::string(text)}};
-    parsed.Size = measure(parsed.Segments[0]);
-    return parsed;
-  }
-  SplitText split = SplitAtCodes(text);
-  for (PlotTextSegment& segment : split.Segments) segment.X = measure(segment).cx;
-  parsed.Size = PlaceSegments(split.Segments, measure({"w"}).cy, split.Holds[kSuperscript], split.Holds[kSubscript]);
-  parsed.Segments = std::move(split.Segments);
-  return parsed;
+  const bool mayHoldCodes = CharacterCount(text) >= kShortestWithCodes && text.find(kMark) != text.npos;
+  const SplitText split = mayHoldCodes ? SplitAtCodes(text) : SplitText{{{std::string(text)}}};
+  const auto placed = [&](std::vector<PlotTextSegment> segments) {
+    std::int32_t height = 0;
+    for (PlotTextSegment& segment : segments) {
+      const DeviceExtent extent = measure(segment);
+      segment.X = extent.cx;
+      height = extent.cy;
+    }
+    if (mayHoldCodes) height = measure({"w"}).cy;  // for that of a script is less
+    const DeviceExtent size = PlaceSegments(segments, height, split.Holds[kSuperscript], split.Holds[kSubscript]);
+    return PlotText{std::move(segments), size};
+  };
+
+  PlotText whole = placed(split.Segments);
+  if (whole.Size.cx <= longest) return whole;
+  const auto fits = [&](std::size_t characters) {
+    return placed(Shortened(split.Segments, characters)).Size.cx <= longest;
+  };
+  const std::size_t tooMany =
+      *std::ranges::partition_point(std::views::iota(std::size_t{0}, CharacterCount(split.Segments)), fits);
+  if (tooMany == 0) return {{}, {0, whole.Size.cy}};
+  return placed(Shortened(split.Segments, tooMany - 1));
 }
 
 Result<SelectedText> ApplyTextCode(int kind, const SelectedText& box) {

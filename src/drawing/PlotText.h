@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,7 +34,11 @@ struct PlotText {
 // Takes apart a title or legend text. A pair of "~>" stands around superscript, a pair of "~<" around subscript; a code
 // that is never closed holds to the end. There are no other codes: a tilde before any other character is itself, and so
 // is any in a text of fewer than 5 characters. A superscript next to a subscript stands over it.
-PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle);
+//
+// A text longer than `longest` device units ends in "..." behind as many characters as go in; nothing is left of one
+// where not even the dots do. It is as high as the whole.
+PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle,
+                       std::int32_t longest = std::numeric_limits<std::int32_t>::max());
 
 // The text of a text box and what is selected there, in bytes of UTF-8.
 struct SelectedText {

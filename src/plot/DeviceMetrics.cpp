@@ -24,6 +24,11 @@ DeviceMetrics DeviceMetrics::Measure(const DrawingSurface& surface, const PageSe
   return m;
 }
 
+DeviceRect DeviceMetrics::TitleArea() const {
+  return {Margins.left + Margin2X, Margins.top + Margin2Y, Width - Margins.right - Margin2X,
+          Height - Margins.bottom - Margin2Y};
+}
+
 std::int32_t DeviceMetrics::MarkerRadius(std::int32_t size) const { return RoundToInt32(size * DevicePpi / 144.0); }
 
 std::int32_t DeviceMetrics::ErrorCap() const { return RoundToInt32(DevicePpi * 0.0625); }

@@ -16,6 +16,9 @@ struct DeviceMetrics {
   std::int32_t PenScale = 1;
   bool BlankPaper = false;  // a printer's page whose background isn't printed
 
+  // Where titles may stand: within the margins, and off the edge by 2 mm.
+  DeviceRect TitleArea() const;
+
   // From the middle of a marker of a size in points to its edge, and of an error bar's cap to its end.
   std::int32_t MarkerRadius(std::int32_t size) const;
   std::int32_t ErrorCap() const;

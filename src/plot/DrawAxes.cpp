@@ -89,19 +89,24 @@ void DrawAxisFrame(DrawingSurface& surface, const PlotClass& plot, const DeviceM
 void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics, const PlotMargins& around,
                 const DeviceRect& frame) {
   const auto middle = [](std::int32_t a, std::int32_t b, std::int32_t size) { return Nearest((a + b - size) / 2.0); };
+  const auto within = [](std::int32_t at, std::int32_t least, std::int32_t most) {
+    return std::max(least, std::min(at, most));
+  };
+  const DeviceRect area = metrics.TitleArea();
   DrawPageTitle(surface, plot, metrics, around.Title, frame);
 
   const FrameAxis& bottom = BottomAxis(plot);
   surface.SetTextColor(bottom.AxisTitleColor);
+  const std::int32_t width = around.BottomTitle.Size.cx, length = around.LeftTitle.Size.cx;
   DrawPlotText(surface, around.BottomTitle, PlotTextFonts(surface, bottom.AxisTitleFont, 0),
-               middle(frame.left, frame.right, around.BottomTitle.Size.cx),
+               within(middle(frame.left, frame.right, width), area.left, area.right - width),
                frame.bottom + metrics.Margin2Y + around.BottomLabels.Height + metrics.Margin2Y);
 
   const FrameAxis& left = LeftAxis(plot);
   surface.SetTextColor(left.AxisTitleColor);
   DrawPlotText(surface, around.LeftTitle, PlotTextFonts(surface, left.AxisTitleFont, 90),
                frame.left - metrics.Margin2X - around.LeftLabels.Width - metrics.Margin2X - around.LeftTitle.Size.cy,
-               middle(frame.top, frame.bottom, -around.LeftTitle.Size.cx), 90);
+               within(middle(frame.top, frame.bottom, -length), area.top + length, area.bottom), 90);
 }
 
 void DrawTicks(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics,
@@ -158,12 +163,14 @@ void DrawBottomNumbers(DrawingSurface& surface, const PlotAxis& axis, const Labe
 
 PlotMargins MeasurePlot(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics) {
   PlotMargins around;
-  around.Title = ParsePlotText(surface, plot.PlotTitle, plot.PlotTitleFont, 0);
-  around.BottomTitle = ParsePlotText(surface, BottomAxis(plot).AxisTitle, BottomAxis(plot).AxisTitleFont, 0);
-  around.LeftTitle = ParsePlotText(surface, LeftAxis(plot).AxisTitle, LeftAxis(plot).AxisTitleFont, 90);
-  around.LeftLabels = MeasureLabels(surface, LeftAxis(plot));
+  const DeviceRect area = metrics.TitleArea();
+  const FrameAxis &bottom = BottomAxis(plot), &left = LeftAxis(plot);
+  around.Title = ParsePlotText(surface, plot.PlotTitle, plot.PlotTitleFont, 0, area.width());
+  around.BottomTitle = ParsePlotText(surface, bottom.AxisTitle, bottom.AxisTitleFont, 0, area.width());
+  around.LeftTitle = ParsePlotText(surface, left.AxisTitle, left.AxisTitleFont, 90, area.height());
+  around.LeftLabels = MeasureLabels(surface, left);
   const DeviceRect frame = ComputePlotRect(around, metrics, plot.Make2DSquare);  // yet without the numbers below
-  LabelStrip& strip = around.BottomLabels = MeasureLabels(surface, BottomAxis(plot));
+  LabelStrip& strip = around.BottomLabels = MeasureLabels(surface, bottom);
   if (!FitsSideBySide(strip, frame, metrics)) {
     strip.Slanted = true;
     // At 45 degrees a text takes as much room upwards as across.

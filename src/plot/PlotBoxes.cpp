@@ -111,12 +111,16 @@ DevicePoint QuietCorner(const DeviceRect& frame, const DeviceMetrics& metrics, D
 
 }  // namespace
 
-void DrawPageTitle(DrawingSurface& surface, const PlotPage& plot, const DeviceMetrics& metrics, const PlotText& title,
-                   const DeviceRect& frame) {
+DeviceRect DrawPageTitle(DrawingSurface& surface, const PlotPage& plot, const DeviceMetrics& metrics,
+                         const PlotText& title, const DeviceRect& frame) {
+  const DeviceRect area = metrics.TitleArea();
+  const auto [cx, cy] = title.Size;
+  const std::int32_t bottom = frame.top - metrics.Margin2Y;
+  const std::int32_t left =
+      std::max(area.left, std::min(RoundToInt32((frame.left + frame.right - cx) / 2.0), area.right - cx));
   surface.SetTextColor(plot.PlotTitleColor);
-  DrawPlotText(surface, title, PlotTextFonts(surface, plot.PlotTitleFont, 0),
-               RoundToInt32((frame.left + frame.right - title.Size.cx) / 2.0),
-               frame.top - metrics.Margin2Y - title.Size.cy);
+  DrawPlotText(surface, title, PlotTextFonts(surface, plot.PlotTitleFont, 0), left, bottom - cy);
+  return {left, bottom - cy, left + cx, bottom};
 }
 
 DeviceRect DrawLegend(DrawingSurface& surface, PlotPage& plot, const DeviceMetrics& metrics, const DeviceRect& frame,

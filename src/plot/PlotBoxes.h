@@ -11,9 +11,10 @@
 
 namespace quorvex {
 
-// Draws the plot's title, as measured, over the middle of the frame.
-void DrawPageTitle(DrawingSurface& surface, const PlotPage& plot, const DeviceMetrics& metrics, const PlotText& title,
-                   const DeviceRect& frame);
+// Draws the plot's title, as measured, over the middle of the frame or, where it is long, as near to it as it stays
+// within the page. Returns where it stands.
+DeviceRect DrawPageTitle(DrawingSurface& surface, const PlotPage& plot, const DeviceMetrics& metrics,
+                         const PlotText& title, const DeviceRect& frame);
 
 // How much of what is drawn a box there would hide, in any measure.
 using HiddenBy = std::function<double(const DeviceRect&)>;

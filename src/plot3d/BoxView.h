@@ -41,4 +41,21 @@ class BoxView {
   bool overTheTop_;
 };
 
+// Calls `draw` with each of the twelve edges: the axis it runs along, and its two ends.
+template <typename Draw>
+void EachEdge(Draw draw) {
+  constexpr std::size_t kAxes = 3;
+  for (std::size_t axis = 0; axis < kAxes; ++axis)
+    for (const int first : {-1, 1})
+      for (const int second : {-1, 1}) {
+        BoxView::Ends from;
+        from[axis] = -1;
+        from[(axis + 1) % kAxes] = first;
+        from[(axis + 2) % kAxes] = second;
+        BoxView::Ends to = from;
+        to[axis] = 1;
+        draw(axis, from, to);
+      }
+}
+
 }  // namespace quorvex

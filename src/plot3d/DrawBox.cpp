@@ -15,22 +15,6 @@ constexpr std::size_t kAxes = 3;
 // The far ends of all edges: the corner at which the three far faces meet.
 Ends FarCorner(const BoxView& view) { return {-view.NearP(), -view.NearQ(), -1}; }
 
-// Calls `draw` with the two ends of each of the twelve edges and the axis it runs along.
-template <typename Draw>
-void EachEdge(Draw draw) {
-  for (std::size_t axis = 0; axis < kAxes; ++axis)
-    for (const int first : {-1, 1})
-      for (const int second : {-1, 1}) {
-        Ends from;
-        from[axis] = -1;
-        from[(axis + 1) % kAxes] = first;
-        from[(axis + 2) % kAxes] = second;
-        Ends to = from;
-        to[axis] = 1;
-        draw(axis, from, to);
-      }
-}
-
 // Whether an edge lies before the data: one of those that meet in the upper corner next to the viewer.
 bool IsInFront(const BoxView& view, const Ends& from, const Ends& to) {
   const Ends corner = {view.NearP(), view.NearQ(), 1};
@@ -105,9 +89,9 @@ DeviceExtent LargestNumber(const BoxMargins& around) {
   return largest;
 }
 
-BoxMargins MeasureBox(DrawingSurface& surface, const PlotClass3D& plot) {
+BoxMargins MeasureBox(DrawingSurface& surface, const PlotClass3D& plot, const DeviceMetrics& metrics) {
   BoxMargins around;
-  around.Title = ParsePlotText(surface, plot.PlotTitle, plot.PlotTitleFont, 0);
+  around.Title = ParsePlotText(surface, plot.PlotTitle, plot.PlotTitleFont, 0, metrics.TitleArea().width());
   for (std::size_t axis = 0; axis < kAxes; ++axis) {
     const BoxAxis& scale = *plot.BoxAxes()[axis];
     around.AxisTitles[axis] = ParsePlotText(surface, scale.AxisTitle, scale.AxisTitleFont, 0);
@@ -137,10 +121,10 @@ void DrawBox(DrawingSurface& surface, const PlotClass3D& plot, const DeviceMetri
   surface.SetBkMode(1);
   DrawBoxPlanes(surface, plot, box);
   DrawFarEdges(surface, plot, box);
-  DrawPageTitle(surface, plot, metrics, around.Title, frame);
+  const DeviceRect title = DrawPageTitle(surface, plot, metrics, around.Title, frame);
   DrawBoxTicks(surface, plot, metrics, box);
   DrawGrids(surface, plot, box);
-  DrawBoxNumbers(surface, plot, metrics, around, box);
+  DrawBoxNumbers(surface, plot, metrics, around, box, title);
 }
 
 void DrawBoxFrontEdges(DrawingSurface& surface, const PlotClass3D& plot, const BoxProjection& box) {

@@ -11,7 +11,7 @@ namespace quorvex {
 // What stands around the box and decides how large it is.
 struct BoxMargins {
   PlotText Title;
-  std::array<PlotText, 3> AxisTitles;  // of X, Y and Z, along axes that may run in any direction
+  std::array<PlotText, 3> AxisTitles;  // of X, Y and Z, whole, along axes that may run in any direction
   std::array<LabelStrip, 3> Labels;
 };
 
@@ -19,7 +19,7 @@ struct BoxMargins {
 DeviceExtent LargestNumber(const BoxMargins& around);
 
 // Takes the measures of titles and numbers on a surface.
-BoxMargins MeasureBox(DrawingSurface& surface, const PlotClass3D& plot);
+BoxMargins MeasureBox(DrawingSurface& surface, const PlotClass3D& plot, const DeviceMetrics& metrics);
 
 // The rectangle for the box: at every angle there is room around it for what belongs to the axes.
 DeviceRect ComputeBoxRect(const BoxMargins& around, const DeviceMetrics& metrics, bool square);

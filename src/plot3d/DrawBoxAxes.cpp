@@ -106,37 +106,46 @@ class TextPlaces {
     }
   }
 
-  void DrawTitle(DrawingSurface& surface, const BoxAxis& scale, const CarryingEdge& edge, const PlotText& title) {
-    const DeviceExtent size = title.Size;
-    if (title.Segments.empty() || edge.Length < size.cy) return;
+  // From now on nothing stands across the edges of the box or the title of the page.
+  void KeepOff(const BoxProjection& box, const DeviceRect& pageTitle) {
+    taken_.push_back(TurnedBox::Upright(pageTitle));
+    EachEdge([&](std::size_t, const BoxView::Ends& from, const BoxView::Ends& to) {
+      taken_.push_back(TurnedBox::Line(box.Corner(from), box.Corner(to)));
+    });
+  }
+
+  void DrawTitle(DrawingSurface& surface, const BoxAxis& scale, const CarryingEdge& edge, PlotText title) {
+    const std::int32_t height = title.Size.cy;
+    if (title.Segments.empty() || edge.Length < height) return;
     // Read from the left or, where the axis is upright, from below.
     int angle = Nearest(std::atan2(-edge.Along.y, edge.Along.x) * 180 / std::numbers::pi);
     if (angle > 90) angle -= 180;
     if (angle <= -90) angle += 180;
     const double turn = angle * std::numbers::pi / 180;
-    TurnedBox box{{}, 1.0 * size.cx, 1.0 * size.cy, {std::cos(turn), -std::sin(turn)}};
+    const Direction along = {std::cos(turn), -std::sin(turn)};
     // Outside of the numbers of any axis, for they may stand in the way.
     const TurnedBox number = NumberBox(LargestNumber(around_));
     const DevicePlace best =
-        edge.Beside(0.5, metrics_.MajorTick + metrics_.Margin2X / 2.0 + 2 * number.Reach(edge.Outward) + size.cy / 2.0);
-    box.Middle = Within(box, best);
-    // Where another text is in the way, it goes along the axis as far as it must, if it can.
-    for (int step = 1; !IsFree(box) && step * size.cy < size.cx + edge.Length; ++step)
-      for (const int way : {-step * size.cy, step * size.cy}) {
-        const DevicePlace aside = {best.x + way * box.Along.x, best.y + way * box.Along.y};
-        TurnedBox moved = box;
-        moved.Middle = Within(box, aside);
-        if (!IsFree(moved)) continue;
-        box = moved;
-        break;
-      }
-    taken_.push_back(box);
+        edge.Beside(0.5, metrics_.MajorTick + metrics_.Margin2X / 2.0 + 2 * number.Reach(edge.Outward) + height / 2.0);
+    const TurnedBox whole{best, 1.0 * title.Size.cx, 1.0 * height, along};
+    std::optional<TurnedBox> box = FreePlace(whole, edge.Length);
+    if (!box) {
+      // As long as its axis, or less where other texts leave less room.
+      TurnedBox part = whole;
+      for (part.Width = std::min(part.Width, edge.Length); !box && part.Width > height; part.Width -= height)
+        box = FreePlace(part, edge.Length);
+      if (!box) return;
+      title = ParsePlotText(surface, scale.AxisTitle, scale.AxisTitleFont, 0, static_cast<std::int32_t>(box->Width));
+      box->Width = title.Size.cx;
+    }
+    taken_.push_back(*box);
 
-    const Direction along = box.Along, across = box.Across();
+    const std::int32_t width = title.Size.cx;
+    const Direction across = box->Across();
     surface.SetTextColor(scale.AxisTitleColor);
     DrawPlotText(surface, title, PlotTextFonts(surface, scale.AxisTitleFont, angle),
-                 Nearest(box.Middle.x - along.x * size.cx / 2 - across.x * size.cy / 2),
-                 Nearest(box.Middle.y - along.y * size.cx / 2 - across.y * size.cy / 2), angle);
+                 Nearest(box->Middle.x - along.x * width / 2 - across.x * height / 2),
+                 Nearest(box->Middle.y - along.y * width / 2 - across.y * height / 2), angle);
   }
 
  private:
@@ -148,14 +157,21 @@ class TextPlaces {
     return std::ranges::none_of(taken_, [&](const TurnedBox& other) { return box.Overlaps(other); });
   }
 
-  // The place next to `at` where a box lies within the page; in its middle where it is too long for that.
-  DevicePlace Within(const TurnedBox& box, DevicePlace at) const {
+  // A box within the page that nothing else is in the way of: where it is or, up to its width and the length of its
+  // edge away, along its line.
+  std::optional<TurnedBox> FreePlace(const TurnedBox& wanted, double edgeLength) const {
     const DeviceRect& m = metrics_.Margins;
-    const auto within = [](double wanted, double reach, double from, double to) {
-      return 2 * reach >= to - from ? (from + to) / 2 : std::clamp(wanted, from + reach, to - reach);
-    };
-    return {within(at.x, box.Reach({1, 0}), m.left, metrics_.Width - m.right),
-            within(at.y, box.Reach({0, 1}), m.top, metrics_.Height - m.bottom)};
+    const double left = m.left + wanted.Reach({1, 0}), right = metrics_.Width - m.right - wanted.Reach({1, 0});
+    const double top = m.top + wanted.Reach({0, 1}), bottom = metrics_.Height - m.bottom - wanted.Reach({0, 1});
+    if (left > right || top > bottom) return std::nullopt;
+    TurnedBox box = wanted;
+    for (double step = 0; step < wanted.Width + edgeLength; step += wanted.Height)
+      for (const double way : {-step, step}) {
+        box.Middle = {std::clamp(wanted.Middle.x + way * box.Along.x, left, right),
+                      std::clamp(wanted.Middle.y + way * box.Along.y, top, bottom)};
+        if (IsFree(box)) return box;
+      }
+    return std::nullopt;
   }
 
   const DeviceMetrics& metrics_;
@@ -188,10 +204,11 @@ void DrawBoxTicks(DrawingSurface& surface, const PlotClass3D& plot, const Device
 }
 
 void DrawBoxNumbers(DrawingSurface& surface, const PlotClass3D& plot, const DeviceMetrics& metrics,
-                    const BoxMargins& around, const BoxProjection& box) {
+                    const BoxMargins& around, const BoxProjection& box, const DeviceRect& pageTitle) {
   TextPlaces places(metrics, around);
   for (const std::size_t axis : kInOrder)
     places.DrawNumbers(surface, *plot.BoxAxes()[axis], CarryingEdge(box, axis), around.Labels[axis]);
+  places.KeepOff(box, pageTitle);
   for (const std::size_t axis : kInOrder)
     places.DrawTitle(surface, *plot.BoxAxes()[axis], CarryingEdge(box, axis), around.AxisTitles[axis]);
 }

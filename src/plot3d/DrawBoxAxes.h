@@ -11,8 +11,9 @@ namespace quorvex {
 void DrawBoxTicks(DrawingSurface& surface, const PlotClass3D& plot, const DeviceMetrics& metrics,
                   const BoxProjection& box);
 
-// Draws the numbers, but none that would run into others, and the titles, which run along their axes.
+// Draws the numbers, but none that would run into others, and the titles, which run along their axes. A title that
+// finds no room next to other texts and `pageTitle` is shortened.
 void DrawBoxNumbers(DrawingSurface& surface, const PlotClass3D& plot, const DeviceMetrics& metrics,
-                    const BoxMargins& around, const BoxProjection& box);
+                    const BoxMargins& around, const BoxProjection& box, const DeviceRect& pageTitle);
 
 }  // namespace quorvex

@@ -112,7 +112,7 @@ double PlotClass3D::PointsWithin(const DeviceRect& box, const PlotPicture& pictu
 
 std::optional<std::string> PlotClass3D::DrawContents(DrawingSurface& surface, const DeviceMetrics& metrics,
                                                      PlotPicture& picture) {
-  const BoxMargins around = MeasureBox(surface, *this);
+  const BoxMargins around = MeasureBox(surface, *this, metrics);
   const DeviceRect frame = ComputeBoxRect(around, metrics, Make3DSquare);
   if (frame.width() <= 0 || frame.height() <= 0) return std::nullopt;
   picture.Frame = frame;

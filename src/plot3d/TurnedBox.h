@@ -20,6 +20,18 @@ struct TurnedBox {
   double Width = 0, Height = 0;
   Direction Along = {1, 0};  // of its width
 
+  static TurnedBox Upright(const DeviceRect& rect) {
+    return {{(rect.left + rect.right) / 2.0, (rect.top + rect.bottom) / 2.0}, 1.0 * rect.width(), 1.0 * rect.height()};
+  }
+  // That of a line, without a height.
+  static TurnedBox Line(DevicePoint from, DevicePoint to) {
+    const double dx = to.x - from.x, dy = to.y - from.y, length = std::hypot(dx, dy);
+    return {{from.x + dx / 2, from.y + dy / 2},
+            length,
+            0,
+            length == 0 ? Direction{1, 0} : Direction{dx / length, dy / length}};
+  }
+
   Direction Across() const { return {-Along.y, Along.x}; }
 
   // How far it reaches from its middle in a direction.

@@ -22,14 +22,18 @@ std::string Joined(const std::vector<int>& numbers) {
   return text;
 }
 
+std::string Pieces(const PlotText& parsed) {
+  std::string pieces;
+  for (const PlotTextSegment& s : parsed.Segments)
+    pieces += (pieces.empty() ? "" : "|") + s.Text + "@" + Joined({s.Kind, s.X, s.Y});
+  return pieces;
+}
+
 TEST(ParsePlotText, TakesCodesApartAndPlacesThePieces) {
   for (const auto& row : TableRows("plot_texts.txt", 3)) {
     const PlotText parsed = Parse(row[0]);
-    std::string pieces;
-    for (const PlotTextSegment& s : parsed.Segments)
-      pieces += (pieces.empty() ? "" : "|") + s.Text + "@" + Joined({s.Kind, s.X, s.Y});
     EXPECT_EQ(Joined({parsed.Size.cx, parsed.Size.cy}), row[1]) << row[0];
-    EXPECT_EQ(pieces, row[2]) << row[0];
+    EXPECT_EQ(Pieces(parsed), row[2]) << row[0];
   }
 }
 
@@ -43,6 +47,38 @@ TEST(ParsePlotText, RoundsQuarterLinesToEven) {
   EXPECT_EQ(both.Segments[0].Y, 3);
   EXPECT_EQ(both.Segments[1].Y, 10);
   EXPECT_EQ(both.Size.cy, 22);  // 16.25 is 16, and 22.5 is 22
+}
+
+TEST(ParsePlotText, ShortensToALength) {
+  // Characters are 8 wide, scripts 6, and the dots 24.
+  const struct {
+    const char* text;
+    std::int32_t longest;
+    const char* pieces;
+  } kCases[] = {
+      {"plain text", 80, "plain text@0,0,0"},
+      {"plain text", 79, "plain ...@0,0,0"},
+      {"plain text", 24, "...@0,0,0"},
+      {"plain text", 23, ""},
+      {"plain text", -5, ""},
+      {"\u00e4\u00f6\u00fc\u00df\u00e4\u00f6", 47, "\u00e4\u00f6...@0,0,0"},
+      {"ab", 10, ""},
+      // The codes take no room and are never seen, wherever the text ends.
+      {"m~>234~>s of it", 70, "m@0,0,4|234@1,8,0|s ...@0,26,4"},
+      {"m~>234~>s of it", 49, "m@0,0,4|23@1,8,0|...@0,20,4"},
+      {"m~>234~>s of it", 37, "m...@0,0,4"},
+      {"S~>abc~>~<defgh~<T", 45, "S@0,0,4|ab@1,8,0|...@0,20,4"},
+      {"S~<never closed", 45, "S@0,0,0|ne@2,8,8|...@0,20,0"},
+  };
+  for (const auto& c : kCases) {
+    RecordingSurface surface;
+    const PlotText whole = ParsePlotText(surface, c.text, kFont, 0);
+    const PlotText parsed = ParsePlotText(surface, c.text, kFont, 0, c.longest);
+    EXPECT_EQ(Pieces(parsed), c.pieces) << c.text << ' ' << c.longest;
+    EXPECT_LE(parsed.Size.cx, std::max(c.longest, 0)) << c.text << ' ' << c.longest;
+    EXPECT_EQ(parsed.Size.cy, whole.Size.cy) << c.text;
+    EXPECT_EQ(surface.ObjectCount(), 0u);
+  }
 }
 
 TEST(CreatePlotFont, AsksForTheFontInDeviceUnits) {

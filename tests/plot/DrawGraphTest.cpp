@@ -101,6 +101,29 @@ TEST(DrawGraph, PlacesTitlesAndNumbers) {
     EXPECT_TRUE(Has(texts, text)) << text;
 }
 
+TEST(DrawGraph, KeepsLongTitlesWithinThePage) {
+  const auto text = [](std::size_t characters) { return std::string(characters, 'm'); };
+  // 384 units across and 284 down between rims of 8.
+  const struct {
+    std::size_t title, x, y;  // characters
+    std::string titleText, xText, yText;
+  } kCases[] = {
+      {48, 64, 47, "8 16 " + text(48), "8 271 " + text(64), "16 290 " + text(47)},
+      {49, 65, 48, "8 16 " + text(45) + "...", "8 271 " + text(61) + "...", "16 290 " + text(44) + "..."},
+      {45, 60, 40, "32 16 " + text(45), "32 271 " + text(60), "16 262 " + text(40)},  // aside of the frame's middle
+      {5000, 0, 5000, "8 16 " + text(45) + "...", "", "16 290 " + text(44) + "..."},
+  };
+  for (const auto& c : kCases) {
+    PlotClass plot = UnitPlot();
+    plot.PlotTitle = text(c.title);
+    plot.X.AxisTitle = text(c.x);
+    plot.Y.AxisTitle = text(c.y);
+    const Lines texts = Drawn(plot).Only({"TextOutA"});
+    for (const std::string& expected : {c.titleText, c.xText, c.yText})
+      EXPECT_TRUE(expected.empty() || Has(texts, "TextOutA " + expected)) << expected;
+  }
+}
+
 TEST(DrawGraph, SlantsCrowdedNumbers) {
   const struct {
     const char* what;

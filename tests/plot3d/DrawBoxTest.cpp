@@ -9,18 +9,21 @@
 
 #include "Golden.h"
 #include "plot3d/Boxes.h"
+#include "plot3d/TurnedBox.h"
 
 namespace quorvex {
 namespace {
 
-// Texts as they lie on the page, by their turned corners.
+// Texts as they lie on the page.
 struct PlacedText {
   std::string Text;
-  double left, top, right, bottom;
+  TurnedBox Box;
   int angle;
 
-  bool Overlaps(const PlacedText& other) const {
-    return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
+  bool Overlaps(TurnedBox other) const {
+    other.Width -= 2;  // both are drawn at whole units
+    other.Height -= 2;
+    return Box.Overlaps(other);
   }
 };
 
@@ -32,19 +35,12 @@ class TextSurface : public RecordingSurface {
   void TextOutA(std::int32_t x, std::int32_t y, std::string_view text) override {
     const int escapement = Objects().Font().Escapement;
     const DeviceExtent size = GetTextExtentPoint32A(text);
-    const double turn = escapement * std::numbers::pi / 1800, c = std::cos(turn), s = std::sin(turn);
-    PlacedText placed{std::string(text), 1e9, 1e9, -1e9, -1e9, escapement / 10};
-    for (const double along : {0.0, 1.0 * size.cx})
-      for (const double down : {0.0, 1.0 * size.cy}) {
-        const double px = x + along * c + down * s, py = y - along * s + down * c;
-        placed = {placed.Text,
-                  std::min(placed.left, px),
-                  std::min(placed.top, py),
-                  std::max(placed.right, px),
-                  std::max(placed.bottom, py),
-                  placed.angle};
-      }
-    Texts.push_back(placed);
+    const double turn = escapement * std::numbers::pi / 1800;
+    TurnedBox box{{}, 1.0 * size.cx, 1.0 * size.cy, {std::cos(turn), -std::sin(turn)}};
+    const Direction down = box.Across();
+    box.Middle = {x + (box.Along.x * size.cx + down.x * size.cy) / 2,
+                  y + (box.Along.y * size.cx + down.y * size.cy) / 2};
+    Texts.push_back({std::string(text), box, escapement / 10});
     RecordingSurface::TextOutA(x, y, text);
   }
 };
@@ -71,26 +67,31 @@ Surface DrawnAt(PlotClass3D& plot, double xy, double z, Surface surface) {
 }
 
 TEST(DrawBox, KeepsNumbersAndTitlesReadableAtEveryAngle) {
-  PlotClass3D plot = TitledPlot();
+  PlotClass3D plot = TitledPlot(), wordy = TitledPlot();
+  for (std::string* title : {&wordy.PlotTitle, &wordy.X.AxisTitle, &wordy.Y.AxisTitle, &wordy.Z.AxisTitle})
+    for (int i = 0; i < 4; ++i) *title += *title;
   const struct {
+    PlotClass3D& plot;
     std::int32_t width, height;
+    int step;            // of the angles
     std::size_t fewest;  // texts at any angle
-  } kPages[] = {{800, 600, 12}, {400, 300, 8}, {300, 500, 6}};
+  } kPages[] = {{plot, 800, 600, 5, 12},   {plot, 400, 300, 5, 8},    {plot, 300, 500, 5, 6},
+                {wordy, 800, 600, 15, 12}, {wordy, 1600, 400, 15, 9}, {wordy, 300, 500, 15, 6}};
   for (const auto& page : kPages)
-    for (int xy = 0; xy <= 360; xy += 5)
-      for (int z = 0; z <= 180; z += 5) {
+    for (int xy = 0; xy <= 360; xy += page.step)
+      for (int z = 0; z <= 180; z += page.step) {
         const auto where = testing::Message() << page.width << " wide, at " << xy << " and " << z;
-        const TextSurface drawn = DrawnAt(plot, xy, z, TextSurface(page.width, page.height));
+        const TextSurface drawn = DrawnAt(page.plot, xy, z, TextSurface(page.width, page.height));
         EXPECT_GE(drawn.Texts.size(), page.fewest) << where;
         for (std::size_t i = 0; i < drawn.Texts.size(); ++i) {
-          const PlacedText& text = drawn.Texts[i];
-          EXPECT_TRUE(text.left >= -1 && text.top >= -1 && text.right <= page.width + 1 &&
-                      text.bottom <= page.height + 1)
-              << where << ": " << text.Text;
-          EXPECT_TRUE(text.angle > -90 && text.angle <= 90) << where << ": " << text.Text;
+          const auto& [text, box, angle] = drawn.Texts[i];
+          const double across = box.Reach({1, 0}) - 1, down = box.Reach({0, 1}) - 1;
+          EXPECT_TRUE(box.Middle.x >= across && box.Middle.y >= down && box.Middle.x <= page.width - across &&
+                      box.Middle.y <= page.height - down)
+              << where << ": " << text;
+          EXPECT_TRUE(angle > -90 && angle <= 90) << where << ": " << text;
           for (std::size_t k = 0; k < i; ++k)
-            EXPECT_FALSE(text.angle % 90 == 0 && drawn.Texts[k].angle % 90 == 0 && text.Overlaps(drawn.Texts[k]))
-                << where << ": " << text.Text << ", " << drawn.Texts[k].Text;
+            EXPECT_FALSE(drawn.Texts[k].Overlaps(box)) << where << ": " << text << ", " << drawn.Texts[k].Text;
         }
       }
 }
