@@ -80,10 +80,13 @@ bool PlotClass3D::IsShown(const PlotSeries& series) const {
 }
 
 bool PlotClass3D::GenerateTable(PlotSeries& series) const {
-  const auto range = [&](const BoxAxis& axis, int points) {
-    return TableRange{axis.Min, axis.Max, PlotAtFittedOnly ? kInputPoints : points, axis.LogScale};
+  const auto range = [&](const BoxAxis& axis, int variable, int points) {
+    const double least = series.InputXMin(variable), most = series.InputXMax(variable);
+    if (!PlotAtFittedOnly) return TableRange{axis.Min, axis.Max, points, axis.LogScale};
+    // A mesh has two points of a variable, be they the same.
+    return least < most ? TableRange{} : TableRange{least, most, 2};
   };
-  return series.GenerateTable({range(X, XPointsPerPlot), range(Y, YPointsPerPlot)}, Extrapolate) &&
+  return series.GenerateTable({range(X, 1, XPointsPerPlot), range(Y, 2, YPointsPerPlot)}, Extrapolate) &&
          (!series.Style().ShowErrorBars || series.GenerateErrorTable());
 }
 

@@ -10,10 +10,11 @@ std::optional<SurfaceMesh> SurfaceMesh::Of(const ModelClass& model, const BoxPro
   if (model.Statistics.X.size() != 2) return std::nullopt;
   const SeriesTable table = model.CopyDataTo(1);
   const std::span<const double> X1 = table.X, X2 = model.CopyDataTo(2).X, Y = table.Y;
-  // X1 changes slowest: the nodes of the first row have the same.
-  const auto second = std::find_if(X1.begin(), X1.end(), [&](double x) { return x != X1[0]; });
-  const auto columns = static_cast<std::size_t>(second - X1.begin());
-  if (second == X1.end() || columns < 2 || X1.size() % columns != 0) return std::nullopt;
+  if (X1.empty()) return std::nullopt;
+  // X1 changes slowest: a row ends where it changes or, over input that has only one value of it, where X2 begins anew.
+  std::size_t columns = 1;
+  while (columns < X1.size() && X1[columns] == X1[0] && (X2[columns] != X2[0] || X2[columns - 1] == X2[0])) ++columns;
+  if (X1.size() % columns != 0) return std::nullopt;
 
   SurfaceMesh mesh(X1.size() / columns, columns);
   for (std::size_t i = 0; i < X1.size(); ++i) {

@@ -12,7 +12,8 @@ namespace quorvex {
 // The surface of a model as a mesh of nodes, which stand where they are seen.
 class SurfaceMesh {
  public:
-  // From a model's table; nothing where that is no mesh over two variables.
+  // From a model's table; nothing where that is no mesh over two variables. A mesh over a single value of a variable
+  // may have no cells.
   static std::optional<SurfaceMesh> Of(const ModelClass& model, const BoxProjection& projection);
 
   // The least and the greatest height; of no nodes, a range that contains nothing.

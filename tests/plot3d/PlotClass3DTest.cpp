@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "engine/MvClass.h"
 #include "plot3d/Boxes.h"
 #include "plot3d/PlotClass3D.h"
@@ -7,11 +9,12 @@
 namespace quorvex {
 namespace {
 
-// A model with the input of the bare plot.
-PlotSeries Surface(const std::string& text) {
+// A model, by default with the input of the bare plot.
+PlotSeries Surface(const std::string& text,
+                   const SolveData& input = Points({{0, 10, 5}, {-2, 2, 0}}, {100, 500, 250})) {
   auto model = std::make_unique<MvClass>(LocaleText());
   model->SetID("model", {text});
-  model->SetIC(Points({{0, 10, 5}, {-2, 2, 0}}, {100, 500, 250}));
+  model->SetIC(input);
   PlotSeries series(std::move(model));
   series.Style().ShadeMesh = true;
   return series;
@@ -153,6 +156,39 @@ TEST(PlotClass3D, TellsWhyASurfaceCannotBeDrawn) {
     EXPECT_TRUE(plot.SetLogScale(plot.Z, false, prompter)) << c.what;
     EXPECT_TRUE(plot.DrawGraph(surface, prompter)) << c.what;
   }
+}
+
+TEST(PlotClass3D, DrawsWhatThereIsOfPointsWithoutExtent) {
+  const struct {
+    const char* what;
+    std::vector<double> X1, X2, Y;
+  } kCases[] = {{"one place", {3, 3, 3}, {-2, -2, -2}, {5, 5, 5}},
+                {"one X1", {3, 3, 3}, {-2, 0, 2}, {1, 2, 4}},
+                {"one X2", {1, 2, 3}, {7, 7, 7}, {1, 2, 4}},
+                {"one pair", {0, 0, 0}, {0, 0, 0}, {1, 2, 4}},
+                {"far off", {1e9, 1e9, 1e9}, {1e-9, 1e-9, 1e-9}, {1e9, 1e9, 1e9}},
+                {"a single point", {3}, {-2}, {5}}};
+  for (const auto& c : kCases)
+    for (int options = 0; options < 32; ++options) {
+      const auto where = testing::Message() << c.what << ", " << options;
+      PlotClass3D plot{Settings()};
+      plot.PlotData.push_back(CloudSeries({c.X1, c.X2}, c.Y));
+      plot.PlotData.push_back(Surface("x1+x2", Points({c.X1, c.X2}, c.Y)));
+      plot.PlotData[1].Style().DisplayLine = plot.PlotData[1].Style().ShowErrorBars = true;
+      plot.PlotAtFittedOnly = (options & 1) != 0;
+      plot.Extrapolate = (options & 2) != 0;
+      plot.PlotData[1].Style().ShadeMesh = (options & 4) != 0;
+      plot.DisplayContourLines = (options & 8) != 0;
+      plot.MeshColorScheme = (options & 16) != 0 ? kTrueColorScheme : kSpectrumScheme;
+      RecordingPrompter prompter;
+      ASSERT_TRUE(plot.CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter)) << where;
+      RecordingSurface surface(800, 600);
+      EXPECT_TRUE(plot.DrawGraph(surface, prompter)) << where;
+      EXPECT_TRUE(prompter.Said.empty()) << where;
+      const std::vector<std::string> texts = surface.Only({"TextOutA"});
+      for (const char* title : {" X1", " X2", " Y"})
+        EXPECT_TRUE(std::ranges::any_of(texts, [&](const auto& text) { return text.ends_with(title); })) << where;
+    }
 }
 
 TEST(PlotClass3D, LeavesTrueColorToDevicesThatHaveTheColors) {
