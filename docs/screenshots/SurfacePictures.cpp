@@ -134,10 +134,6 @@ bool Draw(PlotClass3D& plot, QImage& picture, Prompter& prompter) {
 
 // All schemes on one page.
 bool TakeSchemes(const QString& file, Prompter& prompter) {
-  constexpr const char* kNames[] = {"Greyscale", "Red/Black",  "Blue/Black",  "Green/Black", "Cyan/Black",
-                                    "Red/Blue",  "Red/Green",  "Blue/Green",  "Spectrum",    "True color",
-                                    "White/Red", "White/Blue", "White/Green", "White/Cyan"};
-  static_assert(std::size(kNames) == kMeshSchemes);
   constexpr int kAcross = 4, kWidth = 240, kHeight = 200;
   QImage page = BlankPicture({kAcross * kWidth, (kMeshSchemes + kAcross - 1) / kAcross * kHeight});
   QPainter painter(&page);
@@ -145,7 +141,7 @@ bool TakeSchemes(const QString& file, Prompter& prompter) {
     PlotClass3D plot = HillPlot();
     plot.PlotData.erase(plot.PlotData.begin());
     plot.PlotData[0].Style().ShowErrorBars = plot.PlotData[0].Style().DisplayLine = false;
-    plot.PlotTitle = kNames[scheme];
+    plot.PlotTitle = kMeshSchemeRows[static_cast<std::size_t>(scheme)].Name;
     plot.PlotTitleFont.Size = 9;
     plot.ShadeMeshByValue = true;
     plot.MeshColorScheme = static_cast<std::int16_t>(scheme);

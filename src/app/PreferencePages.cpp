@@ -1,7 +1,10 @@
 // The rows of the preference dialogs, page by page, and the fonts of plots.
 
+#include <array>
+
 #include "app/Preferences.h"
 #include "core/SolveData.h"
+#include "plot3d/MeshSchemes.h"
 
 namespace quorvex {
 namespace {
@@ -17,10 +20,11 @@ constexpr PreferenceChoice kAutoResults[] = {{"3", "Open when a solve ends"}, {"
 constexpr PreferenceChoice kSetups[] = {
     {"0", "Single Model"}, {"1", "Groups"}, {"2", "All Models"}, {"3", "Last Solved Models"}};
 constexpr PreferenceChoice kSolvers[] = {{"0", "NonLinear"}, {"1", "Linear"}};
-constexpr PreferenceChoice kColorSchemes[] = {
-    {"0", "Greyscale"},  {"1", "Red/Black"},   {"2", "Blue/Black"},   {"3", "Green/Black"}, {"4", "Cyan/Black"},
-    {"5", "Red/Blue"},   {"6", "Red/Green"},   {"7", "Blue/Green"},   {"8", "Spectrum"},    {"9", "True color"},
-    {"10", "White/Red"}, {"11", "White/Blue"}, {"12", "White/Green"}, {"13", "White/Cyan"}};
+constexpr auto kColorSchemes = [] {
+  std::array<PreferenceChoice, kMeshSchemes> choices;
+  for (std::size_t i = 0; i < choices.size(); ++i) choices[i] = {kMeshSchemeRows[i].Number(), kMeshSchemeRows[i].Name};
+  return choices;
+}();
 constexpr PreferenceChoice kLineStyles[] = {
     {"0", "Solid"}, {"1", "Dash"}, {"2", "Dot"}, {"3", "Dash dot"}, {"4", "Dash dot dot"}};
 constexpr PreferenceChoice kUnits[] = {{"inches", "inches"}, {"mm", "mm"}, {"cm", "cm"}};

@@ -63,6 +63,12 @@ FieldGroup PlaneGroup(PlotClass3D& plot) {
   return group;
 }
 
+std::vector<const char*> SchemeNames() {
+  std::vector<const char*> names;
+  for (const MeshSchemeRow& row : kMeshSchemeRows) names.push_back(row.Name);
+  return names;
+}
+
 // What each of the colour schemes looks like, but for the one that has no bands.
 std::vector<std::vector<std::int32_t>> SchemeSwatches() {
   constexpr int kBands = 12;
@@ -87,8 +93,7 @@ FieldGroup ShadingGroup(PlotClass3D& plot) {
             .Label = "Color sche&me:",
             .Kind = Choice,
             .Place = &plot.MeshColorScheme,
-            .Choices = {"Greyscale", "Red/Black", "Blue/Black", "Green/Black", "Cyan/Black", "Red/Blue", "Red/Green",
-                        "Blue/Green", "Spectrum", "True color", "White/Red", "White/Blue", "White/Green", "White/Cyan"},
+            .Choices = SchemeNames(),
             .Swatches = SchemeSwatches()},
            {.Control = "cmdColor",
             .Label = "&Base color of True color:",

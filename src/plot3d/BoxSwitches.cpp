@@ -88,11 +88,13 @@ void ShadePlanes(PlotPage& page, bool on, Prompter&) {
 // X1 to the right and X2 upward, as on a map.
 void SeeFromAbove(PlotPage& page, bool, Prompter&) { page.SetAngles({180, 90}); }
 
-template <MeshScheme scheme>
-constexpr PlotSwitch SchemeSwitch(const char* name, const char* text) {
-  PlotSwitch entry = OfModels(
-      {name, text, [](const PlotPage& page) { return static_cast<const PlotClass3D&>(page).MeshColorScheme == scheme; },
-       [](PlotPage& page, bool, Prompter&) { static_cast<PlotClass3D&>(page).MeshColorScheme = scheme; }});
+template <std::int16_t scheme>
+constexpr PlotSwitch SchemeSwitch() {
+  constexpr const MeshSchemeRow& row = kMeshSchemeRows[scheme];
+  PlotSwitch entry =
+      OfModels({row.Switch, row.Entry,
+                [](const PlotPage& page) { return static_cast<const PlotClass3D&>(page).MeshColorScheme == scheme; },
+                [](PlotPage& page, bool, Prompter&) { static_cast<PlotClass3D&>(page).MeshColorScheme = scheme; }});
   entry.Menu = "Color&s";
   return Where(IsByValue, entry);
 }
@@ -114,20 +116,20 @@ constexpr PlotSwitch kSwitches[] = {
     {},
     StyleSwitch<&SeriesStyle::ShadeMesh>("ShadeMesh", "&Filled Surface"),
     Where(kIsFilled, OfModels(Of<&PlotClass3D::ShadeMeshByValue>("ShadeMeshByValue", "Shade by &Value"))),
-    SchemeSwitch<MeshScheme(0)>("MeshColorScheme0", "&Greyscale"),
-    SchemeSwitch<MeshScheme(1)>("MeshColorScheme1", "&Red/Black"),
-    SchemeSwitch<MeshScheme(2)>("MeshColorScheme2", "&Blue/Black"),
-    SchemeSwitch<MeshScheme(3)>("MeshColorScheme3", "Gr&een/Black"),
-    SchemeSwitch<MeshScheme(4)>("MeshColorScheme4", "&Cyan/Black"),
-    SchemeSwitch<MeshScheme(5)>("MeshColorScheme5", "Red/Bl&ue"),
-    SchemeSwitch<MeshScheme(6)>("MeshColorScheme6", "Re&d/Green"),
-    SchemeSwitch<MeshScheme(7)>("MeshColorScheme7", "B&lue/Green"),
-    SchemeSwitch<kSpectrumScheme>("MeshColorScheme8", "&Spectrum"),
-    SchemeSwitch<kTrueColorScheme>("MeshColorScheme9", "&True color"),
-    SchemeSwitch<MeshScheme(10)>("MeshColorScheme10", "&White/Red"),
-    SchemeSwitch<MeshScheme(11)>("MeshColorScheme11", "W&hite/Blue"),
-    SchemeSwitch<MeshScheme(12)>("MeshColorScheme12", "Wh&ite/Green"),
-    SchemeSwitch<MeshScheme(13)>("MeshColorScheme13", "White/C&yan"),
+    SchemeSwitch<0>(),
+    SchemeSwitch<1>(),
+    SchemeSwitch<2>(),
+    SchemeSwitch<3>(),
+    SchemeSwitch<4>(),
+    SchemeSwitch<5>(),
+    SchemeSwitch<6>(),
+    SchemeSwitch<7>(),
+    SchemeSwitch<8>(),
+    SchemeSwitch<9>(),
+    SchemeSwitch<10>(),
+    SchemeSwitch<11>(),
+    SchemeSwitch<12>(),
+    SchemeSwitch<13>(),
     Where(HasBands, OfModels(Of<&PlotClass3D::DisplayContourLines>("DisplayContourLines", "&Contour Lines"))),
     Where(HasNoBands, StyleSwitch<&SeriesStyle::DisplayLine>("DisplayLine", "Mes&h Lines")),
     {},

@@ -1,51 +1,28 @@
 #include "plot3d/MeshBands.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 
 #include "core/NumberText.h"
-#include "plot3d/PlotClass3D.h"
+#include "plot3d/MeshSchemes.h"
 
 namespace quorvex {
 namespace {
 
 constexpr int kFull = 255;
 
-// How a channel goes from the first band to the last.
-enum Course { kNone, kAll, kRising, kFalling };
-struct Scheme {
-  Course Red, Green, Blue;
-};
-constexpr std::array<Scheme, kMeshSchemes> kSchemes = {{
-    {kRising, kRising, kRising},  // Greyscale
-    {kRising, kNone, kNone},      // Red/Black
-    {kNone, kNone, kRising},      // Blue/Black
-    {kNone, kRising, kNone},      // Green/Black
-    {kNone, kRising, kRising},    // Cyan/Black
-    {kRising, kNone, kFalling},   // Red/Blue
-    {kRising, kFalling, kNone},   // Red/Green
-    {kNone, kFalling, kRising},   // Blue/Green
-    {},                           // Spectrum, which has no courses
-    {},                           // True color, which has no bands
-    {kAll, kRising, kRising},     // White/Red
-    {kRising, kRising, kAll},     // White/Blue
-    {kRising, kAll, kRising},     // White/Green
-    {kRising, kAll, kAll},        // White/Cyan
-}};
-
 std::int32_t Colour(int red, int green, int blue) { return red | green << 8 | blue << 16; }
 
 // Rounded to the nearest.
-int Channel(Course course, int band, int bands) {
+int Channel(ChannelCourse course, int band, int bands) {
   switch (course) {
-    case kNone:
+    case ChannelCourse::None:
       return 0;
-    case kAll:
+    case ChannelCourse::All:
       return kFull;
-    case kRising:
+    case ChannelCourse::Rising:
       return RoundToInt32(1.0 * kFull * band / (bands - 1));
-    case kFalling:
+    case ChannelCourse::Falling:
       return RoundToInt32(kFull - 1.0 * kFull * band / (bands - 1));
   }
   return 0;
@@ -85,8 +62,8 @@ std::vector<std::int32_t> BandColours(int bands, int scheme) {
   assert(bands >= 2);
   std::vector<std::int32_t> colours;
   for (int k = 0; k < bands; ++k) {
-    const auto channel = [&](Course course) { return Channel(course, k, bands); };
-    const Scheme& courses = kSchemes[static_cast<std::size_t>(scheme)];
+    const auto channel = [&](ChannelCourse course) { return Channel(course, k, bands); };
+    const MeshSchemeRow& courses = kMeshSchemeRows[static_cast<std::size_t>(scheme)];
     colours.push_back(scheme == kSpectrumScheme
                           ? SpectrumColour(1 + k * 1275 / (bands - 1))
                           : Colour(channel(courses.Red), channel(courses.Green), channel(courses.Blue)));

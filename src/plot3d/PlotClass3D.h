@@ -5,6 +5,7 @@
 
 #include "plot/PlotPage.h"
 #include "plot3d/BoxProjection.h"
+#include "plot3d/MeshSchemes.h"
 
 namespace quorvex {
 
@@ -24,9 +25,6 @@ struct BoxPlane {
   bool Shade = false;
   std::int32_t Color = 0;
 };
-
-// The ways to colour a surface by its values.
-enum MeshScheme : std::int16_t { kSpectrumScheme = 8, kTrueColorScheme = 9, kMeshSchemes = 14 };
 
 // A plot of three dimensions: surfaces and points in a box, seen from a direction that the user chooses, without
 // perspective. X and Y are the independent variables, which the user knows as X1 and X2; Z, which runs upward, is the
