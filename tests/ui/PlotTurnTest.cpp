@@ -97,15 +97,42 @@ TEST_F(PlotTurn, IsSetByItsBoxes) {
   QTest::keyClicks(&xy, "359");
   EXPECT_EQ(Angles(), (ViewAngles{359, 30}));
   EXPECT_NE(View().Picture(), before) << "at once";
-  for (const double angle : {360, 0, 1}) {
-    QTest::keyClick(&xy, Qt::Key_Up);
+  for (const auto& [key, angle] :
+       {std::pair{Qt::Key_Up, 360.0}, {Qt::Key_Up, 1}, {Qt::Key_Down, 0}, {Qt::Key_Down, 359}}) {
+    const QImage shown = View().Picture();
+    QTest::keyClick(&xy, key);
     EXPECT_EQ(Angles(), (ViewAngles{angle, 30})) << "round and round";
+    EXPECT_NE(View().Picture(), shown) << "no step is dead";
   }
-  EXPECT_EQ(changes, 6);
+  EXPECT_EQ(changes, 7);
   QSpinBox& z = Box("ZAngle");
   z.setValue(180);
   QTest::keyClick(&z, Qt::Key_Up);
-  EXPECT_EQ(Angles(), (ViewAngles{1, 180}));
+  EXPECT_EQ(Angles(), (ViewAngles{359, 180}));
+}
+
+TEST_F(PlotTurn, BringsAnglesBackIntoTheirRange) {
+  Open();
+  const struct {
+    const char *box, *typed;
+    int shown;
+  } kCases[] = {{"XYAngle", "720", 0},   {"XYAngle", "725", 5},         {"XYAngle", "-1", 359},
+                {"XYAngle", "360", 360}, {"XYAngle", "-720", 0},        {"XYAngle", "361", 1},
+                {"ZAngle", "181", 180},  {"ZAngle", "2000000000", 180}, {"ZAngle", "-1", 0},
+                {"ZAngle", "99", 99},    {"ZAngle", "3000000000", 180}, {"ZAngle", "-", 180},
+                {"ZAngle", "", 180},     {"XYAngle", "4\u00B0", 4},     {"XYAngle", "x7.5", 75}};
+  for (const auto& c : kCases) {
+    QSpinBox& box = Box(c.box);
+    box.setFocus();
+    box.selectAll();
+    QTest::keyClick(&box, Qt::Key_Delete);
+    for (const QChar key : QString::fromUtf8(c.typed))
+      QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, key, Qt::NoModifier);
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(box.value(), c.shown) << c.box << ": " << c.typed;
+    EXPECT_EQ(box.text(), QString("%1\u00B0").arg(c.shown));
+    EXPECT_EQ(Shown(), Angles()) << c.box << ": " << c.typed;
+  }
 }
 
 TEST_F(PlotTurn, DrawsOnceForWhatComesTogether) {
