@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/DrawingSurface.h"
+#include "drawing/DeviceSize.h"
 
 namespace quorvex {
 
@@ -11,23 +11,7 @@ class NullSurface final : public DrawingSurface {
   explicit NullSurface(std::int32_t unitsPerMillimetre) : unitsPerMillimetre_(unitsPerMillimetre) {}
 
   std::int32_t GetDeviceCaps(DeviceCap index) const override {
-    switch (index) {
-      case DeviceCap::HORZSIZE:
-        return kWidth;
-      case DeviceCap::VERTSIZE:
-        return kHeight;
-      case DeviceCap::HORZRES:
-      case DeviceCap::PHYSICALWIDTH:
-        return ScaleWidth();
-      case DeviceCap::VERTRES:
-      case DeviceCap::PHYSICALHEIGHT:
-        return ScaleHeight();
-      case DeviceCap::BITSPIXEL:
-        return 24;
-      case DeviceCap::LOGPIXELSY:
-        return unitsPerMillimetre_ * 254 / 10;
-    }
-    return 0;
+    return DeviceSize{{ScaleWidth(), ScaleHeight()}, {kWidth, kHeight}, unitsPerMillimetre_ * 254 / 10}.Cap(index);
   }
   bool IsPrinter() const override { return false; }
   double TwipsPerPixelX() const override { return 1440 / (25.4 * unitsPerMillimetre_); }

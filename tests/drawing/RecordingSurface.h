@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/NumberText.h"
+#include "drawing/DeviceSize.h"
 #include "drawing/SurfaceObjects.h"
 
 namespace quorvex {
@@ -42,23 +43,7 @@ class RecordingSurface : public DrawingSurface {
   std::int32_t GetDeviceCaps(DeviceCap index) const override {
     if (const auto found = Caps.find(index); found != Caps.end()) return found->second;
     const auto millimetres = [&](std::int32_t units) { return RoundToInt32(units * 25.4 / unitsPerInch_); };
-    switch (index) {
-      case DeviceCap::HORZSIZE:
-        return millimetres(width_);
-      case DeviceCap::VERTSIZE:
-        return millimetres(height_);
-      case DeviceCap::HORZRES:
-      case DeviceCap::PHYSICALWIDTH:
-        return width_;
-      case DeviceCap::VERTRES:
-      case DeviceCap::PHYSICALHEIGHT:
-        return height_;
-      case DeviceCap::BITSPIXEL:
-        return 24;
-      case DeviceCap::LOGPIXELSY:
-        return unitsPerInch_;
-    }
-    return 0;
+    return DeviceSize{{width_, height_}, {millimetres(width_), millimetres(height_)}, unitsPerInch_}.Cap(index);
   }
   bool IsPrinter() const override { return Printer; }
   double TwipsPerPixelX() const override { return 1440.0 / unitsPerInch_; }

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "core/NumberText.h"
+#include "drawing/DeviceSize.h"
 
 namespace quorvex {
 namespace {
@@ -89,23 +90,13 @@ PixelCanvas* QtSurface::Canvas() {
 }
 
 std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
-  switch (index) {
-    case DeviceCap::HORZSIZE:
-      return RoundToInt32(device_.width() * kMillimetresPerInch / device_.logicalDpiX());
-    case DeviceCap::VERTSIZE:
-      return RoundToInt32(device_.height() * kMillimetresPerInch / device_.logicalDpiY());
-    case DeviceCap::HORZRES:
-    case DeviceCap::PHYSICALWIDTH:
-      return ScaleWidth();
-    case DeviceCap::VERTRES:
-    case DeviceCap::PHYSICALHEIGHT:
-      return ScaleHeight();
-    case DeviceCap::BITSPIXEL:
-      return device_.depth();
-    case DeviceCap::LOGPIXELSY:
-      return device_.logicalDpiY() * units_;
-  }
-  return 0;
+  const auto millimetres = [](int pixels, int perInch) { return RoundToInt32(pixels * kMillimetresPerInch / perInch); };
+  return DeviceSize{
+      {ScaleWidth(), ScaleHeight()},
+      {millimetres(device_.width(), device_.logicalDpiX()), millimetres(device_.height(), device_.logicalDpiY())},
+      device_.logicalDpiY() * units_,
+      device_.depth()}
+      .Cap(index);
 }
 
 double QtSurface::TwipsPerPixelX() const { return kTwipsPerInch / (device_.logicalDpiX() * units_); }
