@@ -40,11 +40,16 @@ void ListFonts(Io& io, Plot& plot) {
 }
 
 template <typename Io, typename Plot>
-void ListFrameGeneral(Io& io, Plot& plot) {
-  io.Clamped(plot.PointsPerPlot, 3, 5000);
+void ListPage(Io& io, Plot& plot) {
   io(plot.PlotAtFittedOnly);
   io(plot.PlotTitle);
   io(plot.PlotBackgroundColor);
+}
+
+template <typename Io, typename Plot>
+void ListFrameGeneral(Io& io, Plot& plot) {
+  io.Clamped(plot.PointsPerPlot, 3, 5000);
+  ListPage(io, plot);
   io(plot.TickPenColor);
   io.Clamped(plot.TickPenWidthMajor, 1, kWidest);
   io.Clamped(plot.TickPenWidthMinor, 1, kWidest);
@@ -59,9 +64,7 @@ template <typename Io, typename Plot>
 void ListBoxGeneral(Io& io, Plot& plot) {
   io.Clamped(plot.XPointsPerPlot, 2, kMostMeshDivisions);
   io.Clamped(plot.YPointsPerPlot, 2, kMostMeshDivisions);
-  io(plot.PlotAtFittedOnly);
-  io(plot.PlotTitle);
-  io(plot.PlotBackgroundColor);
+  ListPage(io, plot);
   io(plot.TickPenstyle);
   io(plot.TickPenColor);
   io.Clamped(plot.TickPenWidthMajor, 1, kWidest);

@@ -17,23 +17,13 @@ void PlotUndo::Record(const PlotPage& plot, std::string_view what, std::size_t l
   turning_ = what == kTurnChange;
 }
 
-const PlotPage* PlotUndo::Undo() {
-  if (before_.empty()) return nullptr;
+const PlotPage* PlotUndo::Step(std::deque<State>& from, std::deque<State>& to) {
+  if (from.empty()) return nullptr;
   turning_ = false;
-  State older = std::move(before_.back());
-  before_.pop_back();
-  present_.What = std::move(older.What);
-  after_.push_back(std::exchange(present_, std::move(older)));
-  return present_.Plot.get();
-}
-
-const PlotPage* PlotUndo::Redo() {
-  if (after_.empty()) return nullptr;
-  turning_ = false;
-  State newer = std::move(after_.back());
-  after_.pop_back();
-  present_.What = std::move(newer.What);
-  before_.push_back(std::exchange(present_, std::move(newer)));
+  State next = std::move(from.back());
+  from.pop_back();
+  present_.What = std::move(next.What);
+  to.push_back(std::exchange(present_, std::move(next)));
   return present_.Plot.get();
 }
 

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "plot/PlotPage.h"
 
@@ -29,8 +28,8 @@ class PlotUndo {
   void Record(const PlotPage& plot, std::string_view what, std::size_t limit);
 
   // Takes the newest change back, or makes it again. The state that the plot then is in; null where there is none.
-  const PlotPage* Undo();
-  const PlotPage* Redo();
+  const PlotPage* Undo() { return Step(before_, after_); }
+  const PlotPage* Redo() { return Step(after_, before_); }
 
   bool CanUndo() const { return !before_.empty(); }
   bool CanRedo() const { return !after_.empty(); }
@@ -51,9 +50,12 @@ class PlotUndo {
     std::size_t Number = 0;
   };
 
+  // Makes the last state of `from` the present one, and the present one the last of `to`.
+  const PlotPage* Step(std::deque<State>& from, std::deque<State>& to);
+
   State present_;
   std::deque<State> before_;  // the oldest first
-  std::vector<State> after_;  // the one next to the present last
+  std::deque<State> after_;   // the one next to the present last
   std::size_t numbers_ = 0;   // given so far
   std::optional<std::size_t> saved_ = 0;
   bool turning_ = false;  // a further turn belongs to the newest change
