@@ -74,7 +74,7 @@ TEST_F(Frame, TakesWhatIsTyped) {
   Start();
   Type("1.50", Qt::Key_Tab);
   EXPECT_EQ(Current(), std::pair(1, 2));
-  Type("2026-11-21", Qt::Key_Return);
+  Type("2026-11-21", Qt::Key_Down);
   EXPECT_EQ(Current(), std::pair(2, 2));
   EXPECT_EQ(Shown(1, 1), "1.5");
   EXPECT_EQ(Shown(1, 2), "46347");
