@@ -250,6 +250,11 @@ bool ContainsNoCase(std::string_view text, std::string_view part) {
                      [](char left, char right) { return LowerAscii(left) == LowerAscii(right); }) != text.end();
 }
 
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+}
+
 std::string FirstCharacters(std::string_view text, std::size_t count) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool continues = (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80;

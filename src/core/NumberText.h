@@ -50,6 +50,9 @@ std::string ToLower(std::string_view text);
 bool EqualNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);
 
+// How many characters, not bytes, a UTF-8 text has.
+std::size_t CharacterCount(std::string_view text);
+
 // The first `count` characters, not bytes, of a UTF-8 text; the whole of a shorter one.
 std::string FirstCharacters(std::string_view text, std::size_t count);
 

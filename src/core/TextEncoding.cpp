@@ -31,32 +31,36 @@ void AppendUtf8(std::string& text, char32_t code) {
   text += static_cast<char>(0x80 | (code & 0x3F));
 }
 
-// Well-formed byte sequences of UTF-8 (RFC 3629): no overlong forms, no surrogates, nothing above U+10FFFF.
 bool IsUtf8(std::string_view bytes) {
-  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  for (std::size_t i = 0; i < bytes.size();) {
-    const unsigned lead = at(i);
-    if (lead < 0x80) {
-      ++i;
-      continue;
-    }
-    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
-                               : lead >= 0xE0 && lead <= 0xEF ? 3
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                              : 0;
-    if (length == 0 || bytes.size() - i < length) return false;
-    // Overlong forms, surrogates and what exceeds U+10FFFF show in the second byte.
-    const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    if (at(i + 1) < lowest || at(i + 1) > highest) return false;
-    for (std::size_t k = 2; k < length; ++k)
-      if ((at(i + k) & 0xC0) != 0x80) return false;
-    i += length;
+  while (!bytes.empty()) {
+    const std::size_t length = Utf8Length(bytes);
+    if (length == 0) return false;
+    bytes.remove_prefix(length);
   }
   return true;
 }
 
 }  // namespace
+
+// No overlong forms, no surrogates, nothing above U+10FFFF.
+std::size_t Utf8Length(std::string_view bytes) {
+  if (bytes.empty()) return 0;
+  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+  const unsigned lead = at(0);
+  if (lead < 0x80) return 1;
+  const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
+                             : lead >= 0xE0 && lead <= 0xEF ? 3
+                             : lead >= 0xF0 && lead <= 0xF4 ? 4
+                                                            : 0;
+  if (length == 0 || bytes.size() < length) return 0;
+  // Overlong forms, surrogates and what exceeds U+10FFFF show in the second byte.
+  const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+  const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+  if (at(1) < lowest || at(1) > highest) return 0;
+  for (std::size_t k = 2; k < length; ++k)
+    if ((at(k) & 0xC0) != 0x80) return 0;
+  return length;
+}
 
 std::string DecodeText(std::string_view bytes) {
   if (bytes.substr(0, 3) == "\xEF\xBB\xBF") bytes.remove_prefix(3);

@@ -43,6 +43,9 @@ struct LogicalFont {
   bool operator==(const LogicalFont&) const = default;
 };
 
+// a * b / c without overflow between, rounded, halves away from zero. -1 where c is 0 or the result does not fit.
+std::int32_t MulDiv(std::int32_t a, std::int32_t b, std::int32_t c);
+
 // A pen, brush, font or region that a surface made. 0 is none.
 using SurfaceHandle = std::uint32_t;
 
@@ -109,6 +112,8 @@ class DrawingSurface {
   virtual void SetTextColor(std::int32_t colour) = 0;
   virtual void TextOutA(std::int32_t x, std::int32_t y, std::string_view text) = 0;
   virtual DeviceExtent GetTextExtentPoint32A(std::string_view text) = 0;
+  // From a cell's upper edge to the line that its letters stand on.
+  virtual std::int32_t GetTextAscent() { return MulDiv(GetTextExtentPoint32A("x").cy, 4, 5); }
 
   // The map from the drawing's coordinates to the device. In mode 8 (anisotropic) the window, a rectangle of the
   // drawing, covers the viewport, a rectangle of the device; mode 1 maps one to one.
@@ -210,8 +215,5 @@ class ClipRectangle {
   DrawingSurface& surface_;
   SurfaceObject region_;
 };
-
-// a * b / c without overflow between, rounded, halves away from zero. -1 where c is 0 or the result does not fit.
-std::int32_t MulDiv(std::int32_t a, std::int32_t b, std::int32_t c);
 
 }  // namespace quorvex

@@ -43,6 +43,26 @@ std::pair<double, double> PartInSight(ExactPoint from, ExactPoint to, const Sigh
   return {enter, leave};
 }
 
+std::vector<std::vector<ExactPoint>> PartsInSight(std::span<const ExactPoint> line, const Sight& sight) {
+  std::vector<std::vector<ExactPoint>> parts;
+  bool open = false;  // the last part goes on
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const ExactPoint from = line[i - 1], to = line[i];
+    const auto [enter, leave] = PartInSight(from, to, sight);
+    if (enter > leave) {
+      open = false;
+      continue;
+    }
+    const auto at = [&](double part) {
+      return ExactPoint{from.x + part * (to.x - from.x), from.y + part * (to.y - from.y)};
+    };
+    if (!open || enter > 0) parts.push_back({at(enter)});
+    parts.back().push_back(leave == 1 ? to : at(leave));
+    open = leave == 1;
+  }
+  return parts;
+}
+
 LinePattern::LinePattern(int style, std::int32_t width, double scale) {
   if (style < 1 || style > static_cast<int>(kPatterns.size())) return;
   const auto column = static_cast<std::size_t>(std::clamp(width, 1, kWidths) - 1);

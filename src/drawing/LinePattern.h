@@ -6,12 +6,14 @@
 #include <cstdint>
 #include <span>
 #include <utility>
+#include <vector>
 
 namespace quorvex {
 
 // A place between device units, or between pixels.
 struct ExactPoint {
   double x = 0, y = 0;
+  bool operator==(const ExactPoint&) const = default;
 };
 
 // A rectangle outside of which nothing can be seen.
@@ -22,6 +24,9 @@ struct Sight {
 // What of the straight way between two places comes in sight, in fractions of the way; nothing where the first is above
 // the second.
 std::pair<double, double> PartInSight(ExactPoint from, ExactPoint to, const Sight& sight);
+
+// What of a line through places comes in sight, in pieces that go on as far as they are seen.
+std::vector<std::vector<ExactPoint>> PartsInSight(std::span<const ExactPoint> line, const Sight& sight);
 
 // The pattern of a line style: 1 dash, 2 dot, 3 dash-dot, 4 dash-dot-dot; no elements for any other, a solid line. The
 // width is 1 to 10; what lies outside takes the nearer of the two. Lengths are those on a screen times `scale`.

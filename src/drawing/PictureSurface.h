@@ -37,9 +37,10 @@ class PictureSurface : public DrawingSurface {
     return objects_.Add(SurfaceRegion{{{left, top}, {right, bottom}}, true});
   }
 
-  DeviceExtent GetTextExtentPoint32A(std::string_view text) override {
-    const SelectedObject font(measures_, measures_.CreateFontIndirectA(objects_.Font()));
-    return measures_.GetTextExtentPoint32A(text);
+  DeviceExtent GetTextExtentPoint32A(std::string_view text) override { return ExtentIn(objects_.Font(), text); }
+  std::int32_t GetTextAscent() override {
+    const SelectedObject inUse(measures_, measures_.CreateFontIndirectA(objects_.Font()));
+    return measures_.GetTextAscent();
   }
 
   void SetMapMode(int) override {}
@@ -51,6 +52,10 @@ class PictureSurface : public DrawingSurface {
 
  protected:
   const SurfaceObjects& Objects() const { return objects_; }
+  DeviceExtent ExtentIn(const LogicalFont& font, std::string_view text) {
+    const SelectedObject inUse(measures_, measures_.CreateFontIndirectA(font));
+    return measures_.GetTextExtentPoint32A(text);
+  }
 
  private:
   DrawingSurface& measures_;

@@ -13,9 +13,9 @@ constexpr char kMark = '~';
 enum Kind : std::int16_t { kNormal, kSuperscript, kSubscript };
 constexpr std::string_view kCodes[] = {"", "~>", "~<"};  // by Kind
 
-std::size_t CharacterCount(std::string_view utf8) {
-  return static_cast<std::size_t>(std::count_if(
-      utf8.begin(), utf8.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+bool MayHoldCodes(std::string_view text) {
+  constexpr std::size_t kShortest = 5;  // two codes and a character between them
+  return CharacterCount(text) >= kShortest && text.find(kMark) != text.npos;
 }
 
 struct SplitText {
@@ -100,10 +100,15 @@ std::vector<PlotTextSegment> Shortened(const std::vector<PlotTextSegment>& segme
 
 }  // namespace
 
+std::string WithoutTextCodes(std::string_view text) {
+  if (!MayHoldCodes(text)) return std::string(text);
+  std::string plain;
+  for (const PlotTextSegment& segment : SplitAtCodes(text).Segments) plain += segment.Text;
+  return plain;
+}
+
 PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle,
                        std::int32_t longest) {
-  // Two codes and a character between them.
-  constexpr std::size_t kShortestWithCodes = 5;
   if (text.empty()) return {};
   const SurfaceObject normal = CreatePlotFont(font, angle, surface);
   const SurfaceObject small = CreatePlotFont(font, angle, surface, kScriptPercent);
@@ -111,7 +116,7 @@ PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const Plo
     const Selection inUse(surface, segment.Kind == kNormal ? normal : small);
     return surface.GetTextExtentPoint32A(segment.Text);
   };
-  const bool mayHoldCodes = CharacterCount(text) >= kShortestWithCodes && text.find(kMark) != text.npos;
+  const bool mayHoldCodes = MayHoldCodes(text);
   const SplitText split = mayHoldCodes ? SplitAtCodes(text) : SplitText{{{std::string(text)}}};
   const auto placed = [&](std::vector<PlotTextSegment> segments) {
     std::int32_t height = 0;

@@ -40,6 +40,9 @@ struct PlotText {
 PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const PlotFont& font, int angle,
                        std::int32_t longest = std::numeric_limits<std::int32_t>::max());
 
+// The text as it is read aloud, without its codes.
+std::string WithoutTextCodes(std::string_view text);
+
 // The text of a text box and what is selected there, in bytes of UTF-8.
 struct SelectedText {
   std::string Text;

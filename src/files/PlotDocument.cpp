@@ -18,15 +18,7 @@
 namespace quorvex {
 namespace {
 
-constexpr const char* kSaveFilter =
-    "Plot files (*.plt);;PNG files (*.png);;Bitmap files (*.bmp);;PDF documents (*.pdf)";
 constexpr const char* kImportFilter = "Plot files (*.plt);;Quorvex files (*.qvx);;Data Files (*.dat);;All Files (*.*)";
-
-bool IsPicture(const std::string& fileName) {
-  constexpr std::string_view kPictures[] = {".png", ".bmp", ".pdf"};
-  const std::string lower = ToLower(fileName);
-  return std::ranges::any_of(kPictures, [&](std::string_view ending) { return lower.ends_with(ending); });
-}
 
 std::string Absolute(const std::string& fileName) {
   std::error_code failure;
@@ -65,9 +57,9 @@ bool PlotDocument::SaveTo(const std::string& fileName) {
 
 bool PlotDocument::SaveUnder(const char* title, bool rename) {
   if (!CanBe("saved", *plot_, user_)) return false;
-  const auto file = user_.ChooseFileToSave(title, kSaveFilter, "plt", FileName);
+  const auto file = user_.ChooseFileToSave(title, "Plot files (*.plt);;" + PictureFilters(), "plt", FileName);
   if (!file) return false;
-  if (IsPicture(*file)) {
+  if (PictureFormatOf(*file) != nullptr) {
     WritePicture(*file);
     return false;
   }

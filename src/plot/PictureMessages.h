@@ -1,6 +1,8 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "core/Prompter.h"
 #include "plot/PlotPage.h"
@@ -15,15 +17,28 @@ inline bool CanBe(const char* done, const PlotPage& plot, Prompter& user) {
   return plot.PlotCreated;
 }
 
-enum class PictureKind { Bitmap, Pdf };
+enum class PictureKind { Bitmap, Metafile, Svg, Pdf, Png };
+
+// A kind of picture that plots are saved as.
+struct PictureFormat {
+  PictureKind Kind;
+  const char* Ending;   // of its files' names
+  const char* Filter;   // in file dialogs
+  const char* Content;  // what such a file is said to contain
+  const char* Failure;  // what is said where it could not be written
+};
+
+// All of them, as file dialogs offer them.
+std::span<const PictureFormat> PictureFormats();
+std::string PictureFilters();
+
+// By the ending of a file's name, whatever its case; none where it is of no picture.
+const PictureFormat* PictureFormatOf(std::string_view fileName);
+
+// What is said of a name whose ending is that of no picture.
+std::string UnknownPicture(const std::string& fileName);
 
 // What became of a picture that was to be written.
-inline void TellPicture(PictureKind kind, const std::string& file, bool written, Prompter& user) {
-  const bool pdf = kind == PictureKind::Pdf;
-  if (written)
-    return user.Inform("The file '" + file + (pdf ? "' contains the PDF document." : "' contains the Bitmap."));
-  user.Refuse(pdf ? "An error occurred saving the PDF document to file."
-                  : "An error occurred saving the bitmap to file.");
-}
+void TellPicture(const PictureFormat& format, const std::string& file, bool written, Prompter& user);
 
 }  // namespace quorvex

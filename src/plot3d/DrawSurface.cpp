@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <optional>
 
+#include "drawing/PenLook.h"
 #include "plot3d/MeshBands.h"
 #include "plot3d/SurfaceMesh.h"
 
 namespace quorvex {
 namespace {
 
-constexpr int kHollowBrush = 5, kNoLine = 5;
+constexpr int kHollowBrush = 5;
 
 // The corners on the device's units.
 class DeviceCorners {

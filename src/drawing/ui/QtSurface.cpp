@@ -15,7 +15,6 @@ namespace {
 
 constexpr double kMiddle = 0.5;  // of a pixel
 constexpr double kMillimetresPerInch = 25.4, kTwipsPerInch = 1440;
-constexpr int kNoLine = 5;  // the style of a pen
 
 QColor ToColor(std::int32_t colour) { return {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF}; }
 
@@ -31,29 +30,6 @@ QPolygonF ToPolygon(std::span<const DevicePoint> points) {
 }
 
 QString ToText(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
-
-// The painter's own arithmetic does not reach the places far outside where curves may lead.
-std::pair<double, double> PartInSight(const QLineF& step, const QRectF& sight) {
-  return quorvex::PartInSight({step.x1(), step.y1()}, {step.x2(), step.y2()},
-                              {sight.left(), sight.top(), sight.right(), sight.bottom()});
-}
-
-QList<QPolygonF> PartsInSight(const QPolygonF& line, const QRectF& sight) {
-  QList<QPolygonF> parts;
-  bool open = false;  // the last part goes on
-  for (qsizetype i = 1; i < line.size(); ++i) {
-    const QLineF step(line[i - 1], line[i]);
-    const auto [enter, leave] = PartInSight(step, sight);
-    if (enter > leave) {
-      open = false;
-      continue;
-    }
-    if (!open || enter > 0) parts.append(QPolygonF{step.pointAt(enter)});
-    parts.back().append(step.pointAt(leave));
-    open = leave == 1;
-  }
-  return parts;
-}
 
 }  // namespace
 
@@ -122,44 +98,53 @@ void QtSurface::Flush() {
   if (onPixels) lines_.Move([&](DevicePoint point) { return DevicePoint{OnPixel(point.x), OnPixel(point.y)}; });
   const PaintedLines gathered = lines_.Take();
   double length = 0;
-  QList<QLineF> steps;
-  for (const auto& [from, to] : gathered.Steps) {
-    steps.append({InPixels(from), InPixels(to)});
-    length += std::abs(steps.back().dx()) + std::abs(steps.back().dy());
-  }
-  QList<QPolygonF> longer;
+  const auto exact = [&](DevicePoint point) {
+    const QPointF place = InPixels(point);
+    return ExactPoint{place.x(), place.y()};
+  };
+  const auto measure = [&](ExactPoint from, ExactPoint to) {
+    length += std::abs(to.x - from.x) + std::abs(to.y - from.y);
+  };
+  for (const auto& [from, to] : gathered.Steps) measure(exact(from), exact(to));
+  std::vector<std::vector<ExactPoint>> longer;
   for (const std::vector<DevicePoint>& line : gathered.Longer) {
-    QPolygonF& painted = longer.emplaceBack();
-    painted.reserve(static_cast<qsizetype>(line.size()));
-    for (const DevicePoint& point : line) painted.append(InPixels(point));
-    for (qsizetype i = 1; i < painted.size(); ++i) length += (painted[i] - painted[i - 1]).manhattanLength();
+    std::vector<ExactPoint>& painted = longer.emplace_back();
+    painted.reserve(line.size());
+    for (const DevicePoint& point : line) painted.push_back(exact(point));
+    for (std::size_t i = 1; i < painted.size(); ++i) measure(painted[i - 1], painted[i]);
   }
   // So much ink on so few pixels leaves no edges to be smoothed, and round ends cannot be told from flat ones.
   constexpr double kDense = 500'000;
-  const int width = PenWidth();
+  const PenLook look = Look();
   QPen pen = Pen();
   if (IsRaster() && length > kDense) {
     pen.setCapStyle(Qt::FlatCap);
-    Painter().setRenderHint(QPainter::Antialiasing, width <= 1);
+    Painter().setRenderHint(QPainter::Antialiasing, look.Width <= 1);
   }
   Painter().setPen(pen);
   Painter().setBrush(Qt::NoBrush);
   Painter().setTransform(onPixels ? Shifted() : QTransform::fromTranslate(kMiddle, kMiddle));
 
-  // With a rim, since a line just outside reaches in by half of its width.
-  const QRectF sight = QRectF(0, 0, device_.width(), device_.height()).adjusted(-width, -width, width, width);
-  for (QLineF& step : steps)
-    if (const auto [enter, leave] = PartInSight(step, sight); enter <= leave)
-      step = {step.pointAt(enter), step.pointAt(leave)};
-    else
-      step = {};
-  steps.removeIf([](const QLineF& step) { return step.isNull(); });
-  for (const QPolygonF& line : longer)
-    for (const QPolygonF& part : PartsInSight(line, sight))
-      if (part.size() == 2)
-        steps.append({part[0], part[1]});
+  // The painter's own arithmetic does not reach the places far outside where curves may lead. With a rim, since a line
+  // just outside reaches in by half of its width.
+  const double rim = look.Width;
+  const Sight sight{-rim, -rim, device_.width() + rim, device_.height() + rim};
+  QList<QLineF> steps;
+  for (const auto& [start, end] : gathered.Steps) {
+    const QLineF step(InPixels(start), InPixels(end));
+    const auto [enter, leave] = PartInSight(exact(start), exact(end), sight);
+    if (enter < leave && !step.isNull()) steps.append({step.pointAt(enter), step.pointAt(leave)});
+  }
+  for (const std::vector<ExactPoint>& line : longer)
+    for (const std::vector<ExactPoint>& part : PartsInSight(line, sight)) {
+      QPolygonF polygon;
+      polygon.reserve(static_cast<qsizetype>(part.size()));
+      for (const ExactPoint& place : part) polygon.append({place.x, place.y});
+      if (polygon.size() == 2)
+        steps.append({polygon[0], polygon[1]});
       else
-        PaintLine(part);
+        PaintLine(polygon);
+    }
   Painter().drawLines(steps);
   Painter().setRenderHint(QPainter::Antialiasing);
 }
@@ -200,34 +185,22 @@ void QtSurface::PaintLine(const QPolygonF& line) {
   if (straight) Painter().setPen(pen);
 }
 
-int QtSurface::PenWidth() const { return std::max(qRound(1.0 * objects_.Pen().Width / units_), 1); }
-
-// A place is the middle of its pixel, but crisp lines of an even width have their middle between two.
 QTransform QtSurface::Shifted() const {
-  const double half = PenWidth() % 2 == 0 ? 0 : kMiddle;
-  return QTransform::fromTranslate(half, half);
+  const double shift = Look().Shift;
+  return QTransform::fromTranslate(shift, shift);
 }
 
 QPen QtSurface::Pen() const {
   if (objects_.Pen().Style == kNoLine) return Qt::NoPen;
-  const int width = PenWidth();
-  const Qt::PenCapStyle cap = HasFlatEnds() ? Qt::FlatCap : Qt::RoundCap;
+  const PenLook look = Look();
+  const Qt::PenCapStyle cap = look.FlatEnds ? Qt::FlatCap : Qt::RoundCap;
   // A round corner of two pixels looks like any other, but takes its time.
-  const Qt::PenJoinStyle join = IsRaster() && width <= 2 ? Qt::BevelJoin : Qt::RoundJoin;
-  return {ToColor(objects_.Pen().Colour), 1.0 * width, Qt::SolidLine, cap, join};
+  const Qt::PenJoinStyle join = IsRaster() && look.Width <= 2 ? Qt::BevelJoin : Qt::RoundJoin;
+  return {ToColor(objects_.Pen().Colour), 1.0 * look.Width, Qt::SolidLine, cap, join};
 }
-
-// The thinnest lines end where they are told to, so that their patterns keep their gaps.
-bool QtSurface::HasFlatEnds() const { return objects_.Pen().Width <= PenScale(); }
 
 // As wide as a line of weight 1 on a screen; narrower ones shine through where a page is shown at that size.
 double QtSurface::SeamWidth() const { return 1.0 * PenScale() / units_; }
-
-LinePattern QtSurface::Pattern() const {
-  const std::int32_t scale = PenScale();
-  const SurfacePen& pen = objects_.Pen();
-  return {pen.Style, qRound(1.0 * pen.Width / scale), 1.0 * scale / units_};
-}
 
 void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
   PaintShape(Shape::kRectangle, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, Outline::Pen,
@@ -246,8 +219,9 @@ void QtSurface::Polygon(std::span<const DevicePoint> points) {
   const SurfacePen& pen = objects_.Pen();
   if (const auto colour = objects_.Brush().Colour) canvas->Fill(points, *colour);
   if (pen.Style == kNoLine) return;
-  CanvasPen outline{1.0 * PenWidth(), pen.Colour};
-  if (pen.Style != 0) outline = {outline.Width, outline.Colour, Pattern(), HasFlatEnds()};
+  const PenLook look = Look();
+  CanvasPen outline{1.0 * look.Width, pen.Colour};
+  if (pen.Style != 0) outline = {outline.Width, outline.Colour, look.Pattern, look.FlatEnds};
   canvas->Outline(points, outline);
 }
 
@@ -294,7 +268,7 @@ void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
   if (shape.Kind == Shape::kRectangle) pen.setJoinStyle(Qt::MiterJoin);
   if (shape.Kind == Shape::kPolygon && pen.style() != Qt::NoPen) {
     QList<qreal> dashes;  // in widths of the pen
-    for (const double element : Pattern().Elements()) dashes.append(element / pen.widthF());
+    for (const double element : Look().Pattern.Elements()) dashes.append(element / pen.widthF());
     if (!dashes.isEmpty()) pen.setDashPattern(dashes);
   }
   // Between the smoothed edges of two facets the ground would shine through.
@@ -318,7 +292,7 @@ const QtSurface::Stamp* QtSurface::StampOf(const Shape& shape) {
   if (!IsRaster() || facets_) return nullptr;
   const auto known = std::find_if(stamps_.begin(), stamps_.end(), [&](const Stamp& s) { return s.Source == shape; });
   if (known == stamps_.end()) {
-    const int rim = PenWidth() + 2;  // outline and smoothing reach beyond the shape
+    const int rim = Look().Width + 2;  // outline and smoothing reach beyond the shape
     const QRect bounds = ToPolygon(shape.Points).boundingRect().toAlignedRect().adjusted(-rim, -rim, rim, rim);
     if (bounds.width() > kLargest || bounds.height() > kLargest) return nullptr;
     if (stamps_.size() == kMostStamps) stamps_.clear();
@@ -414,6 +388,8 @@ DeviceExtent QtSurface::GetTextExtentPoint32A(std::string_view text) {
   const QFontMetrics metrics(Font(), &device_);
   return {metrics.horizontalAdvance(ToText(text)) * units_, metrics.height() * units_};
 }
+
+std::int32_t QtSurface::GetTextAscent() { return QFontMetrics(Font(), &device_).ascent() * units_; }
 
 void QtSurface::SetMapMode(int mode) {
   mapMode_ = mode;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "drawing/GatheredLines.h"
+#include "drawing/PenLook.h"
 #include "drawing/PixelCanvas.h"
 #include "drawing/SurfaceObjects.h"
 
@@ -69,6 +70,7 @@ class QtSurface : public DrawingSurface {
   void SetTextColor(std::int32_t colour) override { textColour_ = colour; }
   void TextOutA(std::int32_t x, std::int32_t y, std::string_view text) override;
   DeviceExtent GetTextExtentPoint32A(std::string_view text) override;
+  std::int32_t GetTextAscent() override;
 
   void SetMapMode(int mode) override;
   void SetWindowOrgEx(std::int32_t x, std::int32_t y) override;
@@ -95,7 +97,7 @@ class QtSurface : public DrawingSurface {
   QPainter& Painter();    // begins to paint
   PixelCanvas* Canvas();  // for facets; none where the painter must paint them
   QPen Pen() const;
-  LinePattern Pattern() const;  // of the pen, in pixels
+  PenLook Look() const { return {objects_.Pen(), *this}; }
   const QFont& Font();
   bool IsRaster() const { return units_ > 1; }  // pixels, not paths
   void ApplyMap();
@@ -103,8 +105,6 @@ class QtSurface : public DrawingSurface {
     return {point.x * scale_.x() + origin_.x(), point.y * scale_.y() + origin_.y()};
   }
   QPoint OnPixels(DevicePoint point) const { return InPixels(point).toPoint(); }
-  int PenWidth() const;  // in pixels
-  bool HasFlatEnds() const;
   double SeamWidth() const;
   QTransform Shifted() const;             // onto whole pixels, as the pen's width asks
   void Flush();                           // paints the lines gathered

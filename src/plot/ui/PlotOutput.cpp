@@ -1,14 +1,18 @@
 #include "plot/ui/PlotOutput.h"
 
-#include <QFileInfo>
+#include <QBuffer>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QSaveFile>
+#include <optional>
 
+#include "core/SaveFile.h"
 #include "core/ui/PrintJob.h"
+#include "drawing/PlotText.h"
+#include "drawing/SvgSurface.h"
 #include "drawing/ui/QtSurface.h"
+#include "plot/DescribePlot.h"
 #include "plot/PictureMessages.h"
 
 namespace quorvex {
@@ -16,29 +20,65 @@ namespace {
 
 constexpr double kInchesPerMetre = 1 / 0.0254;
 
-bool WritePdf(PlotPage& plot, const PictureSize& size, QIODevice& file, Prompter& prompter) {
+// What a file is to hold: empty where that cannot be had, and nothing where the plot could not be drawn, of which the
+// user knows by then.
+using Content = std::optional<std::string>;
+
+Content PdfOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
   constexpr int kUnitsPerInch = 1200;
   constexpr double kPointsPerInch = 72;
-  QPdfWriter pdf(&file);
-  pdf.setResolution(kUnitsPerInch);
-  pdf.setCreator("Quorvex");
-  pdf.setTitle(QString::fromStdString(plot.PlotTitle));
-  pdf.setPageSize(QPageSize(QSizeF(size.Width, size.Height) * kPointsPerInch / size.PixelsPerInch, QPageSize::Point, {},
-                            QPageSize::ExactMatch));
-  pdf.setPageMargins({});
-  QtSurface surface(pdf);
-  return plot.DrawGraph(surface, prompter);
+  QBuffer file;
+  file.open(QIODevice::WriteOnly);
+  {
+    QPdfWriter pdf(&file);
+    pdf.setResolution(kUnitsPerInch);
+    pdf.setCreator("Quorvex");
+    pdf.setTitle(QString::fromStdString(WithoutTextCodes(plot.PlotTitle)));
+    pdf.setPageSize(QPageSize(QSizeF(size.Width, size.Height) * kPointsPerInch / size.PixelsPerInch, QPageSize::Point,
+                              {}, QPageSize::ExactMatch));
+    pdf.setPageMargins({});
+    QtSurface surface(pdf);
+    if (!plot.DrawGraph(surface, prompter)) return std::nullopt;
+  }
+  return file.data().toStdString();
 }
 
-bool WriteImage(PlotPage& plot, const PictureSize& size, QIODevice& file, const QByteArray& format,
-                Prompter& prompter) {
+Content ImageOf(PlotPage& plot, const PictureSize& size, const char* format, Prompter& prompter) {
   QImage image = BlankPicture(size);
+  if (image.isNull()) return "";
   {
     // In a scope of its own: the painting ends when the surface goes, and the image may be saved.
     QtSurface surface(image);
-    if (!plot.DrawGraph(surface, prompter)) return false;
+    if (!plot.DrawGraph(surface, prompter)) return std::nullopt;
   }
-  return image.save(&file, format.constData());
+  QBuffer file;
+  file.open(QIODevice::WriteOnly);
+  return image.save(&file, format) ? file.data().toStdString() : "";
+}
+
+Content SvgOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
+  QImage measures = BlankPicture(size);
+  if (measures.isNull()) return "";
+  QtSurface screen(measures);
+  SvgSurface surface(screen);
+  if (!plot.DrawGraph(surface, prompter)) return std::nullopt;
+  return surface.Document(WithoutTextCodes(plot.PlotTitle), DescribePlot(plot));
+}
+
+Content ContentOf(PictureKind kind, PlotPage& plot, const PictureSize& size, Prompter& prompter) {
+  switch (kind) {
+    case PictureKind::Bitmap:
+      return ImageOf(plot, size, "bmp", prompter);
+    case PictureKind::Metafile:
+      return "";
+    case PictureKind::Svg:
+      return SvgOf(plot, size, prompter);
+    case PictureKind::Pdf:
+      return PdfOf(plot, size, prompter);
+    case PictureKind::Png:
+      return ImageOf(plot, size, "png", prompter);
+  }
+  return "";
 }
 
 }  // namespace
@@ -52,15 +92,18 @@ QImage BlankPicture(const PictureSize& size) {
   return picture;
 }
 
-bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string& name, Prompter& prompter) {
+bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string& file, Prompter& prompter) {
+  const PictureFormat* const format = PictureFormatOf(file);
+  if (format == nullptr) {
+    prompter.Refuse(UnknownPicture(file));
+    return false;
+  }
   if (!CanBe("saved", plot, prompter)) return false;
-  const QByteArray format = QFileInfo(QString::fromStdString(name)).suffix().toLower().toUtf8();
-  const bool pdf = format == "pdf";
-  QSaveFile file(QString::fromStdString(name));  // an older picture stays where the new one fails
-  const bool written = file.open(QIODevice::WriteOnly) &&
-                       (pdf ? WritePdf(plot, size, file, prompter) : WriteImage(plot, size, file, format, prompter)) &&
-                       file.commit();
-  TellPicture(pdf ? PictureKind::Pdf : PictureKind::Bitmap, name, written, prompter);
+  // A copy is drawn, since a drawing keeps the places of its boxes, which on screen are others.
+  const Content content = ContentOf(format->Kind, *plot.Clone(), size, prompter);
+  if (!content) return false;
+  const bool written = !content->empty() && SaveFile(file, *content, FileCare::Answer) == 0;
+  TellPicture(*format, file, written, prompter);
   return written;
 }
 

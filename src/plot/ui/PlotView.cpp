@@ -272,7 +272,7 @@ void PlotView::EditCopy() {
 }
 
 void PlotView::SavePicture() {
-  const auto file = prompter_.ChooseFileToSave("Save Picture", "Pictures (*.png *.bmp *.pdf)", "png");
+  const auto file = prompter_.ChooseFileToSave("Save Picture", PictureFilters(), "bmp");
   if (file) WritePicture(*file);
 }
 

@@ -1,0 +1,50 @@
+#include "plot/DescribePlot.h"
+
+#include "core/LocaleText.h"
+#include "core/NumberText.h"
+#include "drawing/PlotText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr int kDigits = 7;
+
+std::string Quoted(std::string_view text) { return " \"" + WithoutTextCodes(text) + '"'; }
+
+std::string Describe(const PlotAxis& axis, const char* name, const LocaleText& locale) {
+  const auto number = [&](double value) { return LocalizeExpression(GeneralNumber(value, kDigits), locale); };
+  std::string text = std::string(name) + " axis";
+  if (!axis.AxisTitle.empty()) text += Quoted(axis.AxisTitle);
+  text += ": " + number(axis.Min) + " to " + number(axis.Max);
+  return text + (axis.LogScale ? ", logarithmic." : ".");
+}
+
+std::string Describe(const PlotSeries& series) {
+  std::string text = "Series";
+  if (const std::string& legend = series.Style().LegendText; !legend.empty()) text += Quoted(legend);
+  text += ": ";
+  if (const ModelClass* const model = series.Model())
+    return text + "the model " + model->id + " with " + std::to_string(model->NumInputX()) + " points of data.";
+  if (const InterpClass* const curve = series.Interpolation())
+    return text + "the interpolation " + curve->Description + '.';
+  text += std::to_string(series.NumInputX()) + (series.NumInputX() == 1 ? " point" : " points");
+  if (series.Style().ShowErrorBars) text += " with error bars";
+  return text + '.';
+}
+
+}  // namespace
+
+std::string DescribePlot(const PlotPage& plot) {
+  constexpr const char* kFrame[] = {"X", "Y"};
+  constexpr const char* kBox[] = {"X1", "X2", "Y"};
+  const std::vector<const PlotAxis*> axes = plot.Axes();
+  const bool box = axes.size() > std::size(kFrame);
+  std::string text = box ? "Plot in three dimensions." : "Plot in two dimensions.";
+  if (!plot.PlotTitle.empty()) text += " Title:" + Quoted(plot.PlotTitle) + '.';
+  for (std::size_t i = 0; i < axes.size(); ++i) text += ' ' + Describe(*axes[i], (box ? kBox : kFrame)[i], plot.Locale);
+  for (const PlotSeries& series : plot.PlotData)
+    if (plot.IsShown(series)) text += ' ' + Describe(series);
+  return text;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,54 @@
+#include "plot/PictureMessages.h"
+
+#include <algorithm>
+
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr PictureFormat kFormats[] = {
+    {PictureKind::Bitmap, ".bmp", "Bitmap files (*.bmp)", "Bitmap", "An error occurred saving the bitmap to file."},
+    {PictureKind::Metafile, ".emf", "Enhanced MetaFile (*.emf)", "Enhanced Metafile",
+     "An error occurred saving the Metafile to disk."},
+    {PictureKind::Svg, ".svg", "SVG files (*.svg)", "SVG picture", "An error occurred saving the SVG picture to file."},
+    {PictureKind::Pdf, ".pdf", "PDF documents (*.pdf)", "PDF document",
+     "An error occurred saving the PDF document to file."},
+    {PictureKind::Png, ".png", "PNG files (*.png)", "PNG picture", "An error occurred saving the PNG picture to file."},
+};
+
+}  // namespace
+
+std::span<const PictureFormat> PictureFormats() { return kFormats; }
+
+std::string PictureFilters() {
+  std::string filters;
+  for (const PictureFormat& format : kFormats) filters += (filters.empty() ? "" : ";;") + std::string(format.Filter);
+  return filters;
+}
+
+const PictureFormat* PictureFormatOf(std::string_view fileName) {
+  const std::string lower = ToLower(fileName);
+  const auto* const known = std::ranges::find_if(
+      kFormats, [&](const PictureFormat& format) { return std::string_view(lower).ends_with(format.Ending); });
+  return known == std::end(kFormats) ? nullptr : known;
+}
+
+std::string UnknownPicture(const std::string& fileName) {
+  std::string endings;
+  for (const PictureFormat& format : kFormats)
+    endings += (&format == kFormats                 ? ""
+                : &format == std::end(kFormats) - 1 ? " or "
+                                                    : ", ") +
+               std::string(format.Ending);
+  return "The plot cannot be saved as '" + fileName + "', for the name of a picture ends in " + endings + '.';
+}
+
+void TellPicture(const PictureFormat& format, const std::string& file, bool written, Prompter& user) {
+  if (written)
+    user.Inform("The file '" + file + "' contains the " + format.Content + '.');
+  else
+    user.Refuse(format.Failure);
+}
+
+}  // namespace quorvex
