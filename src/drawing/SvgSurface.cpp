@@ -319,23 +319,17 @@ void SvgSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text)
   const double units = UnitsPerPixel();
   const DeviceExtent cell = GetTextExtentPoint32A(text);
   const ExactPoint at = OnPixel({x, y}, 0);
-  const double ascent = GetTextAscent() / units;
-
-  std::string place = Attribute("x", at.x) + Attribute("y", at.y + ascent), cellPlace;
-  if (font.Escapement != 0) {
-    // Tenths of a degree against the clock, where SVG turns with it.
-    const std::string turned = Attribute("transform", "translate(" + SvgNumber(at.x) + ' ' + SvgNumber(at.y) +
-                                                          ")rotate(" + SvgNumber(-font.Escapement / 10.0) + ')');
-    place = turned + Attribute("y", ascent);
-    cellPlace = turned;
-  } else {
-    cellPlace = Attribute("x", at.x) + Attribute("y", at.y);
-  }
+  std::string place = "translate(" + SvgNumber(at.x) + ' ' + SvgNumber(at.y) + ')';
+  // Tenths of a degree against the clock, where SVG turns with it.
+  if (font.Escapement != 0) place += "rotate(" + SvgNumber(-font.Escapement / 10.0) + ')';
   if (opaque_)
-    Put(Attribute("fill", "#ffffff"),
-        "<rect" + cellPlace + Attribute("width", cell.cx / units) + Attribute("height", cell.cy / units) + "/>");
+    Put(Attribute("fill", "#ffffff"), "<rect" + Attribute("transform", place) + Attribute("width", cell.cx / units) +
+                                          Attribute("height", cell.cy / units) + "/>");
 
-  const double size = std::max(std::round(std::abs(font.Height) / units), 1.0);
+  // Large letters made small, since there are programs that round the widths of letters to whole numbers.
+  constexpr int kLarge = 64;
+  place += "scale(0.015625)";  // 1 / kLarge
+  const std::int32_t size = std::max(RoundToInt32(std::abs(font.Height) / units), 1) * kLarge;
   std::string style = Attribute("font-family", SvgFontFamily(font.FaceName)) + Attribute("font-size", size);
   if (font.Weight != 400) style += Attribute("font-weight", font.Weight);
   if (font.Italic) style += Attribute("font-style", "italic");
@@ -345,14 +339,14 @@ void SvgSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text)
                                                                            : "line-through");
   style += Attribute("fill", SvgColour(textColour_));
 
-  // Letters on a screen stand on pixels, which makes a text a little wider or narrower than its letters are by design.
-  constexpr int kLarge = 16;
+  // On a screen letters stand on pixels, which makes a text a little wider or narrower than they are by design.
   LogicalFont large = font;
-  large.Height *= kLarge;
-  const double design = ExtentIn(large, text).cx / (kLarge * units);
-  const std::string spacing = SvgNumber((cell.cx / units - design) / static_cast<double>(CharacterCount(text)));
-  if (spacing != "0") place += Attribute("letter-spacing", spacing);
-  Put(style, "<text" + place + '>' + XmlText(text) + "</text>");
+  large.Height = -size * UnitsPerPixel();
+  const double excess = (1.0 * cell.cx * kLarge - ExtentIn(large, text).cx) / units;
+  const std::string spacing = SvgNumber(std::round(excess / static_cast<double>(CharacterCount(text))));
+  std::string element = "<text" + Attribute("transform", place) + Attribute("y", GetTextAscent() / units * kLarge);
+  if (spacing != "0") element += Attribute("letter-spacing", spacing);
+  Put(style, element + '>' + XmlText(text) + "</text>");
 }
 
 }  // namespace quorvex

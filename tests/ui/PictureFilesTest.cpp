@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QXmlStreamReader>
@@ -149,8 +150,10 @@ TEST_F(PictureFilesTest, AgreeWithTheScreen) {
       SCOPED_TRACE(std::string(example.Name) + ending);
       const auto plot = Created(example);
       const QImage screen = OnScreen(*plot);
-      const QImage picture = Rasterized(Save(*plot, std::string(example.Name) + ending));
+      const std::string file = Save(*plot, std::string(example.Name) + ending);
+      const QImage picture = Rasterized(file);
       if (const char* keep = std::getenv("KEEP_PICTURES")) {
+        QFile::copy(QString::fromStdString(file), QString(keep) + "/" + example.Name + ending);
         screen.save(QString(keep) + "/" + example.Name + ".screen.png");
         picture.save(QString(keep) + "/" + example.Name + ending + ".png");
       }
