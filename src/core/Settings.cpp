@@ -52,6 +52,7 @@ constexpr SettingRow kRows[] = {
     {"startup", "diviterations", "0", "10"},
     {"startup", "maxiterations", "0", "250"},
     {"startup", "Show Tips at Startup", "1"},
+    {"startup", "pngresolution", "0"},  // 0 asks for the screen's
 
     // Initial values of plots.
     {"startup", "plotbackgroundcolor", "0"},

@@ -19,6 +19,13 @@ constexpr PictureFormat kFormats[] = {
 
 }  // namespace
 
+bool CanBe(const char* done, const PlotPage& plot, Prompter& user) {
+  if (!plot.PlotCreated)
+    user.Refuse(std::string("An error in the current plot settings prohibits the plot from being ") + done +
+                " in it's current state. Check the plot settings in the Graph Properties window.");
+  return plot.PlotCreated;
+}
+
 std::span<const PictureFormat> PictureFormats() { return kFormats; }
 
 std::string PictureFilters() {

@@ -10,12 +10,7 @@
 namespace quorvex {
 
 // Whether there is a plot to be `done` to, as in "saved" or "printed"; refused where its settings are in error.
-inline bool CanBe(const char* done, const PlotPage& plot, Prompter& user) {
-  if (!plot.PlotCreated)
-    user.Refuse("An error in the current plot settings prohibits the plot from being " + std::string(done) +
-                " in it's current state. Check the plot settings in the Graph Properties window.");
-  return plot.PlotCreated;
-}
+bool CanBe(const char* done, const PlotPage& plot, Prompter& user);
 
 enum class PictureKind { Bitmap, Metafile, Svg, Pdf, Png };
 

@@ -190,7 +190,7 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
   const TemporaryFolder folder;
   prompter.File = folder.Path("plot.png");
   Action("mnuPlotSave")->trigger();
-  EXPECT_EQ(prompter.Last(), "inform: The file '" + *prompter.File + "' contains the Bitmap.");
+  EXPECT_EQ(prompter.Last(), "inform: The file '" + *prompter.File + "' contains the PNG picture.");
   const QImage saved(QString::fromStdString(*prompter.File));
   ASSERT_EQ(saved.size(), View().Picture().size());
   EXPECT_EQ(Difference(saved, View().Picture()), 0);
@@ -206,7 +206,7 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
 
   prompter.File = folder.Path("missing/plot.png");
   Action("mnuPlotSave")->trigger();
-  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the bitmap to file.");
+  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the PNG picture to file.");
   Plot().PlotCreated = false;
   Action("mnuPlotSave")->trigger();
   EXPECT_EQ(prompter.Last().substr(0, 47), "refuse: An error in the current plot settings p");

@@ -22,21 +22,29 @@ QBrush ToBrush(const SurfaceBrush& brush) {
   return brush.Colour ? QBrush(ToColor(*brush.Colour)) : QBrush(Qt::NoBrush);
 }
 
-QPolygonF ToPolygon(std::span<const DevicePoint> points) {
+QPolygonF ToPolygon(std::span<const ExactPoint> points) {
   QPolygonF polygon;
   polygon.reserve(static_cast<qsizetype>(points.size()));
-  for (const DevicePoint& point : points) polygon.append(QPointF(point.x, point.y));
+  for (const ExactPoint& point : points) polygon.append(QPointF(point.x, point.y));
   return polygon;
 }
 
 QString ToText(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
+bool IsOfPixels(const QPaintDevice& device) { return device.paintEngine()->type() == QPaintEngine::Raster; }
+
 }  // namespace
 
-QtSurface::QtSurface(QPaintDevice& device, Device kind)
+QtSurface::QtSurface(QPaintDevice& device, Device kind) : QtSurface(device, device, kind) {}
+
+QtSurface::QtSurface(QPaintDevice& device, QImage& measures) : QtSurface(device, measures, Device::kPicture) {}
+
+QtSurface::QtSurface(QPaintDevice& device, QPaintDevice& measures, Device kind)
     : device_(device),
+      measures_(measures),
       kind_(kind),
-      units_(device.paintEngine()->type() == QPaintEngine::Raster ? kUnitsPerPixel : 1),
+      raster_(IsOfPixels(device)),
+      units_(IsOfPixels(measures) ? kUnitsPerPixel : 1),
       lines_(units_),
       windowExtent_{ScaleWidth(), ScaleHeight()},
       viewportExtent_(windowExtent_),
@@ -48,6 +56,7 @@ QtSurface::~QtSurface() { Flush(); }
 QPainter& QtSurface::Painter() {
   if (!painter_.isActive()) {
     painter_.begin(&device_);
+    if (&device_ != &measures_) painter_.setWindow(0, 0, measures_.width(), measures_.height());
     painter_.setRenderHint(QPainter::Antialiasing);
     painter_.setBackgroundMode(Qt::OpaqueMode);
     // Now that the painter is about its work the image has its pixels to itself, and asking for them moves none.
@@ -69,14 +78,14 @@ std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
   const auto millimetres = [](int pixels, int perInch) { return RoundToInt32(pixels * kMillimetresPerInch / perInch); };
   return DeviceSize{
       {ScaleWidth(), ScaleHeight()},
-      {millimetres(device_.width(), device_.logicalDpiX()), millimetres(device_.height(), device_.logicalDpiY())},
-      device_.logicalDpiY() * units_,
-      device_.depth()}
+      {millimetres(measures_.width(), measures_.logicalDpiX()), millimetres(measures_.height(), measures_.logicalDpiY())},
+      measures_.logicalDpiY() * units_,
+      measures_.depth()}
       .Cap(index);
 }
 
-double QtSurface::TwipsPerPixelX() const { return kTwipsPerInch / (device_.logicalDpiX() * units_); }
-double QtSurface::TwipsPerPixelY() const { return kTwipsPerInch / (device_.logicalDpiY() * units_); }
+double QtSurface::TwipsPerPixelX() const { return kTwipsPerInch / (measures_.logicalDpiX() * units_); }
+double QtSurface::TwipsPerPixelY() const { return kTwipsPerInch / (measures_.logicalDpiY() * units_); }
 
 SurfaceHandle QtSurface::CreatePen(int style, std::int32_t width, std::int32_t colour) {
   return objects_.Add(SurfacePen{width, colour, style});
@@ -128,7 +137,7 @@ void QtSurface::Flush() {
   // The painter's own arithmetic does not reach the places far outside where curves may lead. With a rim, since a line
   // just outside reaches in by half of its width.
   const double rim = look.Width;
-  const Sight sight{-rim, -rim, device_.width() + rim, device_.height() + rim};
+  const Sight sight{-rim, -rim, measures_.width() + rim, measures_.height() + rim};
   QList<QLineF> steps;
   for (const auto& [start, end] : gathered.Steps) {
     const QLineF step(InPixels(start), InPixels(end));
@@ -137,9 +146,7 @@ void QtSurface::Flush() {
   }
   for (const std::vector<ExactPoint>& line : longer)
     for (const std::vector<ExactPoint>& part : PartsInSight(line, sight)) {
-      QPolygonF polygon;
-      polygon.reserve(static_cast<qsizetype>(part.size()));
-      for (const ExactPoint& place : part) polygon.append({place.x, place.y});
+      const QPolygonF polygon = ToPolygon(part);
       if (polygon.size() == 2)
         steps.append({polygon[0], polygon[1]});
       else
@@ -248,10 +255,11 @@ void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> poin
   Flush();
   if (points.empty()) return;
   Shape shape{kind, {}, outline, fill};
-  // Relative to its first point a marker is the same shape wherever it stands.
-  const QPoint at = OnPixels(points[0]);
+  // Facets meet at their exact places. Relative to its first point a marker is the same shape wherever it stands.
+  const auto place = [&](DevicePoint point) { return facets_ ? InPixels(point) : QPointF(OnPixels(point)); };
+  const QPointF at = place(points[0]);
   for (const DevicePoint& point : points) {
-    const QPoint from = OnPixels(point) - at;
+    const QPointF from = place(point) - at;
     shape.Points.push_back({from.x(), from.y()});
   }
   if (const Stamp* stamp = StampOf(shape)) {
@@ -259,7 +267,8 @@ void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> poin
     Painter().drawImage(at + stamp->Bounds.topLeft(), stamp->Picture);
     return;
   }
-  Painter().setTransform(QTransform::fromTranslate(at.x(), at.y()) * Shifted());
+  const QTransform shift = facets_ ? QTransform::fromTranslate(kMiddle, kMiddle) : Shifted();
+  Painter().setTransform(QTransform::fromTranslate(at.x(), at.y()) * shift);
   PaintAtOrigin(Painter(), shape);
 }
 
@@ -380,16 +389,16 @@ void QtSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view text) 
   Painter().setTransform(turned);
   Painter().setFont(font);
   Painter().setPen(ToColor(textColour_));
-  Painter().drawText(QPointF(0, QFontMetrics(font, &device_).ascent()), ToText(text));
+  Painter().drawText(QPointF(0, QFontMetrics(font, &measures_).ascent()), ToText(text));
 }
 
 DeviceExtent QtSurface::GetTextExtentPoint32A(std::string_view text) {
   // Measured for the device, whose resolution need not be the screen's.
-  const QFontMetrics metrics(Font(), &device_);
+  const QFontMetrics metrics(Font(), &measures_);
   return {metrics.horizontalAdvance(ToText(text)) * units_, metrics.height() * units_};
 }
 
-std::int32_t QtSurface::GetTextAscent() { return QFontMetrics(Font(), &device_).ascent() * units_; }
+std::int32_t QtSurface::GetTextAscent() { return QFontMetrics(Font(), &measures_).ascent() * units_; }
 
 void QtSurface::SetMapMode(int mode) {
   mapMode_ = mode;

@@ -32,6 +32,9 @@ class QtSurface : public DrawingSurface {
   // The device must outlive the surface. Its resolution tells the size of fonts and margins. A printer must print on
   // the full page, since plots keep the margins themselves.
   explicit QtSurface(QPaintDevice& device, Device kind = Device::kPicture);
+  // Draws as if on the image, which outlives the surface and stays as it is: everything stands where it would stand
+  // there, and the whole is scaled to the device.
+  QtSurface(QPaintDevice& device, QImage& measures);
   ~QtSurface() override;
   QtSurface(const QtSurface&) = delete;
   QtSurface& operator=(const QtSurface&) = delete;
@@ -40,8 +43,8 @@ class QtSurface : public DrawingSurface {
   bool IsPrinter() const override { return kind_ == Device::kPrinter; }
   double TwipsPerPixelX() const override;
   double TwipsPerPixelY() const override;
-  std::int32_t ScaleWidth() const override { return device_.width() * units_; }
-  std::int32_t ScaleHeight() const override { return device_.height() * units_; }
+  std::int32_t ScaleWidth() const override { return measures_.width() * units_; }
+  std::int32_t ScaleHeight() const override { return measures_.height() * units_; }
   std::int32_t UnitsPerPixel() const override { return units_; }
 
   SurfaceHandle CreatePen(int style, std::int32_t width, std::int32_t colour) override;
@@ -83,7 +86,7 @@ class QtSurface : public DrawingSurface {
   enum class Outline { None, Pen };
   struct Shape {
     enum Shapes { kRectangle, kEllipse, kPolygon } Kind;
-    std::vector<DevicePoint> Points;  // in pixels; of the first two kinds: opposite corners
+    std::vector<ExactPoint> Points;  // in pixels; of the first two kinds: opposite corners
     Outline Border;
     SurfaceBrush Fill;
     bool operator==(const Shape&) const = default;
@@ -99,7 +102,7 @@ class QtSurface : public DrawingSurface {
   QPen Pen() const;
   PenLook Look() const { return {objects_.Pen(), *this}; }
   const QFont& Font();
-  bool IsRaster() const { return units_ > 1; }  // pixels, not paths
+  bool IsRaster() const { return raster_; }
   void ApplyMap();
   QPointF InPixels(DevicePoint point) const {
     return {point.x * scale_.x() + origin_.x(), point.y * scale_.y() + origin_.y()};
@@ -113,8 +116,11 @@ class QtSurface : public DrawingSurface {
   void PaintAtOrigin(QPainter& painter, const Shape& shape) const;
   const Stamp* StampOf(const Shape& shape);
 
-  QPaintDevice& device_;
+  QtSurface(QPaintDevice& device, QPaintDevice& measures, Device kind);
+
+  QPaintDevice &device_, &measures_;
   Device kind_;
+  bool raster_;         // pixels, not paths
   std::int32_t units_;  // to a pixel
   GatheredLines lines_;
   QPainter painter_;

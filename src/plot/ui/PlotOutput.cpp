@@ -1,12 +1,14 @@
 #include "plot/ui/PlotOutput.h"
 
 #include <QBuffer>
+#include <QMimeData>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <optional>
 
+#include "core/QuietPrompter.h"
 #include "core/SaveFile.h"
 #include "core/ui/PrintJob.h"
 #include "drawing/PlotText.h"
@@ -24,9 +26,17 @@ constexpr double kInchesPerMetre = 1 / 0.0254;
 // user knows by then.
 using Content = std::optional<std::string>;
 
+// Puts blanks in the place of what no document needs and would make each another one, such as the time.
+void BlankOut(QByteArray& pdf, const char* from, const char* to, qsizetype after) {
+  const qsizetype start = pdf.indexOf(from, after), end = start < 0 ? -1 : pdf.indexOf(to, start);
+  if (end >= 0) std::fill(pdf.begin() + start, pdf.begin() + end + 1, ' ');
+}
+
 Content PdfOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
   constexpr int kUnitsPerInch = 1200;
   constexpr double kPointsPerInch = 72;
+  QImage measures = BlankPicture(size);
+  if (measures.isNull()) return "";
   QBuffer file;
   file.open(QIODevice::WriteOnly);
   {
@@ -37,10 +47,13 @@ Content PdfOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
     pdf.setPageSize(QPageSize(QSizeF(size.Width, size.Height) * kPointsPerInch / size.PixelsPerInch, QPageSize::Point,
                               {}, QPageSize::ExactMatch));
     pdf.setPageMargins({});
-    QtSurface surface(pdf);
+    QtSurface surface(pdf, measures);
     if (!plot.DrawGraph(surface, prompter)) return std::nullopt;
   }
-  return file.data().toStdString();
+  QByteArray& document = file.buffer();
+  BlankOut(document, "/CreationDate (", ")", 0);
+  BlankOut(document, "/ID [", "]", document.lastIndexOf("trailer"));
+  return document.toStdString();
 }
 
 Content ImageOf(PlotPage& plot, const PictureSize& size, const char* format, Prompter& prompter) {
@@ -105,6 +118,15 @@ bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string&
   const bool written = !content->empty() && SaveFile(file, *content, FileCare::Answer) == 0;
   TellPicture(*format, file, written, prompter);
   return written;
+}
+
+std::unique_ptr<QMimeData> CopiedPicture(PlotPage& plot, const PictureSize& size, const QImage& shown) {
+  auto copied = std::make_unique<QMimeData>();
+  copied->setImageData(shown);
+  QuietPrompter nobody;
+  if (const Content svg = ContentOf(PictureKind::Svg, *plot.Clone(), size, nobody))
+    copied->setData("image/svg+xml", QByteArray::fromStdString(*svg));
+  return copied;
 }
 
 bool PrintPlot(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {

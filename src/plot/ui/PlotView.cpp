@@ -8,8 +8,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 
+#include "core/ui/BusyCursor.h"
+#include "plot/AskResolution.h"
 #include "plot/PictureMessages.h"
 #include "plot/PlotUndo.h"
 
@@ -20,7 +23,7 @@ constexpr double kTwips = 1440;  // to the inch
 
 }  // namespace
 
-PlotView::PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings, QWidget* parent)
+PlotView::PlotView(PlotPage& plot, Prompter& prompter, Settings& settings, QWidget* parent)
     : QWidget(parent),
       plot_(plot),
       prompter_(prompter),
@@ -268,10 +271,21 @@ void PlotView::ZoomOut() {
 }
 
 void PlotView::EditCopy() {
-  if (CanBe("copied", plot_, prompter_)) QGuiApplication::clipboard()->setImage(Picture());
+  if (!CanBe("copied", plot_, prompter_)) return;
+  const BusyCursor busy;
+  QGuiApplication::clipboard()->setMimeData(CopiedPicture(plot_, Size(), Picture()).release());
+}
+
+void PlotView::WritePicture(const std::string& file) {
+  std::optional<PictureSize> size = Size();
+  if (const PictureFormat* const format = PictureFormatOf(file); format && format->Kind == PictureKind::Png)
+    size = AskResolution(*size, settings_, plot_.Locale, prompter_);
+  const BusyCursor busy;
+  if (size) SavePlotPicture(plot_, *size, file, prompter_);
 }
 
 void PlotView::SavePicture() {
+  if (!CanBe("saved", plot_, prompter_)) return;
   const auto file = prompter_.ChooseFileToSave("Save Picture", PictureFilters(), "bmp");
   if (file) WritePicture(*file);
 }

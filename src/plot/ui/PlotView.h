@@ -26,7 +26,7 @@ class PlotView : public QWidget, private PlotHost {
 
  public:
   // Plot, prompter and settings must outlive the view.
-  PlotView(PlotPage& plot, Prompter& prompter, const Settings& settings, QWidget* parent = nullptr);
+  PlotView(PlotPage& plot, Prompter& prompter, Settings& settings, QWidget* parent = nullptr);
 
   // Draws the picture anew, after a change of the plot by somebody else.
   void Redraw();
@@ -36,8 +36,9 @@ class PlotView : public QWidget, private PlotHost {
   // decides what the context menu offers.
   const QList<QAction*>& LookingActions() const { return looking_; }
 
-  // Writes the picture to a file, of the kind that its name ends by, and tells of it.
-  void WritePicture(const std::string& file) { SavePlotPicture(plot_, Size(), file, prompter_); }
+  // Writes the picture to a file, of the kind that its name ends by, and tells of it. Of a PNG picture the user chooses
+  // the resolution.
+  void WritePicture(const std::string& file);
 
   // From where the plot is seen; nothing where it cannot be turned.
   std::optional<ViewAngles> Angles() const { return plot_.Angles(); }
@@ -96,7 +97,7 @@ class PlotView : public QWidget, private PlotHost {
 
   PlotPage& plot_;
   Prompter& prompter_;
-  const Settings& settings_;
+  Settings& settings_;
   QImage picture_;
   QTimer soon_;  // runs out when all events that are waiting have been taken
   std::unique_ptr<PlotModes> modes_;

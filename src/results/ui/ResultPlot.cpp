@@ -9,7 +9,7 @@
 
 namespace quorvex {
 
-ResultPlot::ResultPlot(const char* name, const QString& accessibleName, Prompter& user, const Settings& settings,
+ResultPlot::ResultPlot(const char* name, const QString& accessibleName, Prompter& user, Settings& settings,
                        QWidget* parent)
     : QWidget(parent), user_(user), settings_(settings), reason_(new QLabel(this)) {
   setObjectName(name);

@@ -18,7 +18,7 @@ class PlotView;
 // seen from there, too.
 class ResultPlot : public QWidget {
  public:
-  ResultPlot(const char* name, const QString& accessibleName, Prompter& user, const Settings& settings,
+  ResultPlot(const char* name, const QString& accessibleName, Prompter& user, Settings& settings,
              QWidget* parent);
   ~ResultPlot() override;
 
@@ -27,7 +27,7 @@ class ResultPlot : public QWidget {
 
  private:
   Prompter& user_;
-  const Settings& settings_;
+  Settings& settings_;
   std::unique_ptr<PlotPage> plot_;
   std::optional<ViewAngles> angles_;  // of the last plot that had any
   PlotBar* bar_ = nullptr;

@@ -29,7 +29,7 @@ constexpr int kMostScrollSteps = 100;
 }  // namespace
 
 reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, ModelClass& model, SolveData points,
-                 const Settings& settings)
+                 Settings& settings)
     : QDialog(parent),
       project_(project),
       editor_(editor),
@@ -253,7 +253,7 @@ void reginit::accept() {
 }
 
 void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model,
-                      const Settings& settings) {
+                      Settings& settings) {
   Result<GatheredData> data = GatherData(project.Sheet);
   if (!data) return editor.Edit.User.Refuse(data.error());
   reginit(over, project, editor, model, std::move(data->Points), settings).exec();

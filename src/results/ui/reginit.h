@@ -25,7 +25,7 @@ class reginit : public QDialog {
  public:
   // A model that has no estimates yet begins with the program's own. Project, editor and model outlive the dialog.
   reginit(QWidget* parent, Project& project, ProjectEditor& editor, ModelClass& model, SolveData data,
-          const Settings& settings);
+          Settings& settings);
 
   void accept() override;
 
@@ -48,7 +48,7 @@ class reginit : public QDialog {
   ProjectEditor& editor_;
   ModelClass& model_;
   const SolveData data_;
-  const Settings& settings_;
+  Settings& settings_;
   double base_ = 0;  // the selected coefficient's value where the scroll bar stands in its middle
 
   QTableWidget* RangeGrid;
@@ -61,6 +61,6 @@ class reginit : public QDialog {
 
 // Asks for them over a window; refused where the sheet has no data to preview them by.
 void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model,
-                      const Settings& settings);
+                      Settings& settings);
 
 }  // namespace quorvex
