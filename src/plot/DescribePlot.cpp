@@ -9,24 +9,25 @@ namespace {
 
 constexpr int kDigits = 7;
 
-std::string Quoted(std::string_view text) { return " \"" + WithoutTextCodes(text) + '"'; }
+std::string Quoted(std::string_view text) { return " \"" + std::string(text) + '"'; }
+std::string QuotedPlain(std::string_view text) { return Quoted(WithoutTextCodes(text)); }
 
 std::string Describe(const PlotAxis& axis, const char* name, const LocaleText& locale) {
   const auto number = [&](double value) { return LocalizeExpression(GeneralNumber(value, kDigits), locale); };
   std::string text = std::string(name) + " axis";
-  if (!axis.AxisTitle.empty()) text += Quoted(axis.AxisTitle);
+  if (!axis.AxisTitle.empty()) text += QuotedPlain(axis.AxisTitle);
   text += ": " + number(axis.Min) + " to " + number(axis.Max);
   return text + (axis.LogScale ? ", logarithmic." : ".");
 }
 
 std::string Describe(const PlotSeries& series) {
   std::string text = "Series";
-  if (const std::string& legend = series.Style().LegendText; !legend.empty()) text += Quoted(legend);
+  if (const std::string& legend = series.Style().LegendText; !legend.empty()) text += QuotedPlain(legend);
   text += ": ";
   if (const ModelClass* const model = series.Model())
-    return text + "the model " + model->id + " with " + std::to_string(model->NumInputX()) + " points of data.";
+    return text + "the model" + Quoted(model->id) + " with " + std::to_string(model->NumInputX()) + " points of data.";
   if (const InterpClass* const curve = series.Interpolation())
-    return text + "the interpolation " + curve->Description + '.';
+    return text + "the interpolation" + Quoted(curve->Description) + '.';
   text += std::to_string(series.NumInputX()) + (series.NumInputX() == 1 ? " point" : " points");
   if (series.Style().ShowErrorBars) text += " with error bars";
   return text + '.';
@@ -40,7 +41,7 @@ std::string DescribePlot(const PlotPage& plot) {
   const std::vector<const PlotAxis*> axes = plot.Axes();
   const bool box = axes.size() > std::size(kFrame);
   std::string text = box ? "Plot in three dimensions." : "Plot in two dimensions.";
-  if (!plot.PlotTitle.empty()) text += " Title:" + Quoted(plot.PlotTitle) + '.';
+  if (!plot.PlotTitle.empty()) text += " Title:" + QuotedPlain(plot.PlotTitle) + '.';
   for (std::size_t i = 0; i < axes.size(); ++i) text += ' ' + Describe(*axes[i], (box ? kBox : kFrame)[i], plot.Locale);
   for (const PlotSeries& series : plot.PlotData)
     if (plot.IsShown(series)) text += ' ' + Describe(series);
