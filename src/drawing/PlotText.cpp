@@ -79,7 +79,7 @@ DeviceExtent PlaceSegments(std::vector<PlotTextSegment>& segments, std::int32_t 
   return {total, cy};
 }
 
-std::size_t CharacterCount(const std::vector<PlotTextSegment>& segments) {
+std::size_t CharactersOf(const std::vector<PlotTextSegment>& segments) {
   std::size_t count = 0;
   for (const PlotTextSegment& segment : segments) count += CharacterCount(segment.Text);
   return count;
@@ -136,7 +136,7 @@ PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const Plo
     return placed(Shortened(split.Segments, characters)).Size.cx <= longest;
   };
   const std::size_t tooMany =
-      *std::ranges::partition_point(std::views::iota(std::size_t{0}, CharacterCount(split.Segments)), fits);
+      *std::ranges::partition_point(std::views::iota(std::size_t{0}, CharactersOf(split.Segments)), fits);
   if (tooMany == 0) return {{}, {0, whole.Size.cy}};
   return placed(Shortened(split.Segments, tooMany - 1));
 }
