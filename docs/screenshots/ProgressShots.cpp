@@ -1,6 +1,7 @@
 #include <QPushButton>
 
 #include "Shots.h"
+#include "app/DesktopDrawer.h"
 #include "batch/RunMacro.h"
 #include "batch/ui/cfgSolveWindow.h"
 
@@ -37,7 +38,8 @@ class PhotographedForm : public cfgSolveWindow {
 
 void TakeProgress(const Shots& shots) {
   PhotographedForm form(shots);
-  RunMacro("examples/puromycin.cfg", shots.Run, form);
+  DesktopDrawer drawer;
+  RunMacro("examples/puromycin.cfg", shots.Run, form, drawer);
 }
 
 }  // namespace quorvex

@@ -43,6 +43,10 @@ bool IsMacroSwitch(const std::string& argument) {
   return EqualNoCase(Trim(argument).substr(0, kSwitch.size()), kSwitch);
 }
 
+bool IsPlotSwitch(const std::vector<std::string>& arguments) {
+  return !arguments.empty() && EqualNoCase(arguments[0], "-plot");
+}
+
 std::string StartFileName(const std::string& commandLine) {
   const std::string_view line = Trim(commandLine);
   return line.empty() ? "Untitled" : Unquoted(line);

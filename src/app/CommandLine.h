@@ -24,6 +24,9 @@ CommandRequest ParseCommandLine(const std::string& commandLine);
 // Whether an argument is or begins with the switch that runs a macro.
 bool IsMacroSwitch(const std::string& argument);
 
+// Whether the arguments ask for pictures of a plot file: "-plot" in any case, and names.
+bool IsPlotSwitch(const std::vector<std::string>& arguments);
+
 // The name of the file that the interactive program starts with, whether it exists or not: the command line without
 // the blanks around it and one double quote at each end. "Untitled" where the line is empty.
 std::string StartFileName(const std::string& commandLine);

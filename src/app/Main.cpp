@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "app/CommandLine.h"
+#include "app/ConvertPlot.h"
 #include "app/StartUp.h"
 
 namespace quorvex {
@@ -31,6 +32,7 @@ int main(int argc, char** argv) {
   PrepareProcess();
   const std::vector<std::string> arguments = Arguments(argc, argv);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
+  if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
   const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
   if (request.Mode == CommandMode::RunMacro) {
     ConsoleForm form;

@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include "app/CommandLine.h"
+#include "app/DesktopDrawer.h"
 #include "app/SettingsStore.h"
 #include "batch/RunMacro.h"
 #include "core/NumberText.h"
@@ -24,6 +25,7 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: quorvex -runcfg FILE       run a macro and end with its status\n"
+    "       quorvex -plot FILE OUT...  draw a plot file as pictures: .svg, .pdf, .png, .emf or .bmp\n"
     "       quorvex [FILE]             open the desktop, with a project, a plot or a data file\n"
     "       quorvex --list-models [N]  print the catalogue of models of N variables (default 1), tab-separated:\n"
     "                              number, group, ID, definition, description\n"
@@ -91,7 +93,8 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
   if (!arguments.empty() && arguments[0] == "--list-models")
     return PrintModels(arguments.size() > 1 ? arguments[1] : "1");
   if (!arguments.empty() && arguments[0].starts_with('-') &&
-      ParseCommandLine(JoinedByBlanks(arguments)).Mode == CommandMode::Nothing && !IsMacroSwitch(arguments[0])) {
+      ParseCommandLine(JoinedByBlanks(arguments)).Mode == CommandMode::Nothing && !IsMacroSwitch(arguments[0]) &&
+      !IsPlotSwitch(arguments)) {
     Complain("There is no option '" + arguments[0] + "', and no file of that name.");
     std::fputs(kUsage, stderr);
     return EXIT_FAILURE;
@@ -101,7 +104,8 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
 
 int RunMacroMode(const std::string& fileName, cfgSolve& form) {
   Session session{LoadSettings(), ReadUserLocale()};
-  const MacroOutcome outcome = RunMacro(fileName, session, form);
+  DesktopDrawer drawer;
+  const MacroOutcome outcome = RunMacro(fileName, session, form, drawer);
   if (!outcome.Message.empty()) Complain(outcome.Message);
   if (outcome.Status != 0) Complain("Exit Status " + std::to_string(outcome.Status));
   return outcome.Status;
@@ -115,16 +119,20 @@ bool HasDisplay() {
   return false;
 }
 
-void HandOver(const char* program) {
+std::filesystem::path ProgramBeside(const char* program) {
   std::error_code error;
   const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? std::filesystem::path() : self.parent_path() / program;
+}
+
+void HandOver(const char* program) {
   std::ifstream file("/proc/self/cmdline", std::ios::binary);
   std::vector<std::string> arguments;
   for (std::string argument; std::getline(file, argument, '\0');) arguments.push_back(argument);
   std::vector<char*> argv;
   for (std::string& argument : arguments) argv.push_back(argument.data());
   argv.push_back(nullptr);
-  if (!error) execv((self.parent_path() / program).c_str(), argv.data());
+  execv(ProgramBeside(program).c_str(), argv.data());
 }
 
 }  // namespace quorvex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +39,9 @@ void Complain(const std::string& text);
 
 // Whether the environment names a display.
 bool HasDisplay();
+
+// Another program of the folder that this one is in. Empty where that is unknown.
+std::filesystem::path ProgramBeside(const char* program);
 
 // Replaces this process by another program of the same folder, with the arguments it was started with. Comes back only
 // where that fails.

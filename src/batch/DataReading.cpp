@@ -22,10 +22,12 @@ DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleTex
   }
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
-  // The runs of a table of parameters may come to ask for a project without reading again.
-  const bool forProject = EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile;
+  // A plot has the points in their own order, too. The runs of a table of parameters may come to ask for a project
+  // without reading again.
+  const bool keepUnsorted =
+      EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile || !setup.PlotFile.empty();
   Result<LoadedGrid> loaded = LoadGridData(
-      std::move(cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = forProject});
+      std::move(cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = keepUnsorted});
   if (!loaded) {
     reading.Message = loaded.error();
     return reading;

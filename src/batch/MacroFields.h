@@ -43,6 +43,11 @@ struct MacroFields {
   bool TableDataFile = false, TableCalcData = false, TableErrorData = false, TableMinMaxError = false;
   std::string SortKey = "RSS";  // one of kSortKeys
   bool OutputFitInfo = true;
+  bool UsePlots = false;
+  std::string PlotFiles;  // one a line
+  std::string PlotTemplate;
+  std::string PlotModels = "best";  // or "all", or a number
+  std::string PlotKind = "Model";   // or "Residuals", "Probability"
 
   // Models
   MacroModels Models = MacroModels::Solved;

@@ -114,7 +114,7 @@ class Reader {
 
   // A statement outside of the model blocks. `value` is what stands right of the "=". False for an unknown one.
   bool Statement(const std::string& key, const std::string& value);
-  void Take(const MacroStatement& statement, const CommentValue& comment, const std::string& value);
+  void Take(const MacroStatement& statement, const LinesValue& lines, const std::string& value);
   void Take(const MacroStatement& statement, const TextValue& text, const std::string& value);
   void Take(const MacroStatement& statement, const LimitValue<double>& limit, const std::string& value);
   void Take(const MacroStatement& statement, const LimitValue<int>& limit, const std::string& value);
@@ -124,7 +124,7 @@ class Reader {
   void Take(const MacroStatement&, const WordsValue& words, const std::string& value) {
     ReadWords(words, value, setup_);
   }
-  void Take(const MacroStatement&, const ChoiceValue& choice, const std::string& value) { choice.Read(setup_, value); }
+  void Take(const MacroStatement& statement, const ChoiceValue& choice, const std::string& value);
   template <typename N>
   void TakeLimit(const LimitValue<N>& limit, const std::optional<N>& number) {
     // What is no number leaves the preference in force.
@@ -159,11 +159,19 @@ bool Reader::Statement(const std::string& key, const std::string& value) {
   return true;
 }
 
-void Reader::Take(const MacroStatement&, const CommentValue& comment, const std::string& value) {
+void Reader::Take(const MacroStatement&, const LinesValue& lines, const std::string& value) {
   if (value.empty()) return;
-  std::string& text = setup_.*comment.Read;
+  std::string& text = setup_.*lines.Read;
   if (!text.empty()) text += NL;
-  text += "        " + value;
+  text.append(lines.Indent).append(value);
+}
+
+void Reader::Take(const MacroStatement& statement, const ChoiceValue& choice, const std::string& value) {
+  if (choice.Read(setup_, value)) return;
+  std::string words;
+  for (const std::string_view word : choice.Words) words.append(words.empty() ? "" : ", ").append(word);
+  if (!choice.Otherwise.empty()) words.append(", ").append(choice.Otherwise);
+  Warn("'" + std::string(statement.Keyword) + " = " + value + "' is ignored: it is none of " + words);
 }
 
 void Reader::Take(const MacroStatement& statement, const TextValue& text, const std::string& value) {

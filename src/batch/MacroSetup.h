@@ -35,6 +35,10 @@ struct MacroSetup {
   std::string ColumnOrder = "Default";
   bool Weighted = false;
   std::string WeightedText;  // the statement's value
+  std::string PlotFile;      // the names of plots, one a line
+  std::string PlotTemplate;  // what their look is taken from
+  int PlotModels = 1;        // so many of the best at most
+  int PlotKind = 0;          // a ResultPlotKind, by the number of its word
   bool LogEnabled = false;
   std::string LogFile;
   bool LogSummaryOnly = false;

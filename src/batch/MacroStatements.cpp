@@ -1,7 +1,9 @@
 #include "batch/MacroStatements.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
+#include <limits>
 #include <type_traits>
 #include <utility>
 
@@ -31,28 +33,54 @@ constexpr std::string_view kDerivatives[] = {"Richardson", "CentralDifference"};
 constexpr std::string_view kOutputFormat[] = {"Quorvex", "Structured", "Spreadsheet"};
 constexpr std::string_view kOutputDelimit[] = {"Tab", "Comma", "SemiColon", "Space"};
 
-void ReadOutputFormat(MacroSetup& setup, std::string_view value) { setup.OutputFormat = value; }
+constexpr std::string_view kPlotModels[] = {"best", "all"};
+constexpr std::string_view kPlotKind[] = {"Model", "Residuals", "Probability"};
 
-void ReadOutputQuorvexFormat(MacroSetup& setup, std::string_view value) {
+bool ReadOutputFormat(MacroSetup& setup, std::string_view value) {
+  setup.OutputFormat = value;
+  return true;
+}
+
+bool ReadOutputQuorvexFormat(MacroSetup& setup, std::string_view value) {
   setup.OutputFormat = EqualNoCase(value, "true") ? "Quorvex" : "Structured";
+  return true;
 }
 
 // Of several words the last one here counts; without any of them what was said before stays.
-void ReadOutputDelimit(MacroSetup& setup, std::string_view value) {
+bool ReadOutputDelimit(MacroSetup& setup, std::string_view value) {
   constexpr std::pair<std::string_view, std::string_view> kDelimiters[] = {
       {"tab", "\t"}, {"comma", ","}, {"space", " "}, {"semicolon", ";"}};
   for (const auto& [word, delimiter] : kDelimiters)
     if (ContainsNoCase(value, word)) setup.OutputDelimit = delimiter;
+  return true;
 }
 
-void ReadSortKey(MacroSetup& setup, std::string_view value) {
+bool ReadSortKey(MacroSetup& setup, std::string_view value) {
   setup.SortKey = 1;
   for (std::size_t key = 0; key < kSortKeys.size(); ++key)
     if (EqualNoCase(value, kSortKeys[key])) setup.SortKey = static_cast<int>(key) + 1;
+  return true;
+}
+
+bool ReadPlotModels(MacroSetup& setup, std::string_view value) {
+  constexpr int kAll = std::numeric_limits<int>::max();
+  const double number = EqualNoCase(value, "best")  ? 1
+                        : EqualNoCase(value, "all") ? kAll
+                                                    : NumericText(value).value_or(0);
+  if (number < 1 || number != std::floor(number)) return false;
+  setup.PlotModels = number < kAll ? static_cast<int>(number) : kAll;
+  return true;
+}
+
+bool ReadPlotKind(MacroSetup& setup, std::string_view value) {
+  const auto* const word = std::ranges::find_if(kPlotKind, [&](auto each) { return EqualNoCase(each, value); });
+  if (word == std::end(kPlotKind)) return false;
+  setup.PlotKind = static_cast<int>(word - std::begin(kPlotKind));
+  return true;
 }
 
 constexpr MacroStatement kStatements[] = {
-    {.Keyword = "Comment", .Value = CommentValue{&S::Comment, &F::Comments}},
+    {.Keyword = "Comment", .Value = LinesValue{&S::Comment, &F::Comments, "        "}},
     {.Keyword = "HandShake",
      .Value = WordsValue{.Words = kHandShake, .Adds = true},
      .FoundAt = 1,
@@ -154,6 +182,22 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "TableOutput", .Value = WordsValue{.Words = kTableOutput}, .OfTexts = true},
     {.Keyword = "SortKey", .Value = ChoiceValue{kSortKeys, ReadSortKey, &F::SortKey}, .OfTexts = true},
     {.Keyword = "OutputFitInfo", .Value = FlagValue{&S::OutputFitInfo, &F::OutputFitInfo}, .OfTexts = true},
+
+    {.Keyword = "PlotFile",
+     .Value = LinesValue{.Read = &S::PlotFile, .Typed = &F::PlotFiles, .Placeholder = "********.***"},
+     .Only = &F::UsePlots,
+     .FoundAt = 15,
+     .MissingIsError = true,
+     .Missing = "Plots were requested but no plot file name is specified (Output Tab)."},
+    {.Keyword = "PlotTemplate",
+     .Value = TextValue{.Read = &S::PlotTemplate, .Typed = &F::PlotTemplate},
+     .Only = &F::UsePlots},
+    {.Keyword = "PlotModels",
+     .Value =
+         ChoiceValue{
+             .Words = kPlotModels, .Read = ReadPlotModels, .Chosen = &F::PlotModels, .Otherwise = "a number from 1"},
+     .Only = &F::UsePlots},
+    {.Keyword = "PlotKind", .Value = ChoiceValue{kPlotKind, ReadPlotKind, &F::PlotKind}, .Only = &F::UsePlots},
 };
 
 }  // namespace

@@ -15,9 +15,11 @@ namespace quorvex {
 // by these rows. What holds where a macro doesn't have a statement is the initial state of MacroSetup.
 
 // Lines, a statement each, which the reader joins.
-struct CommentValue {
+struct LinesValue {
   std::string MacroSetup::*Read;
   std::string MacroFields::*Typed;
+  std::string_view Indent = {};       // in front of each, as it is read
+  std::string_view Placeholder = {};  // written where nothing was typed; without one nothing is written
 };
 
 enum class EmptyText { IsTaken, IsIgnored, MeansDefault };
@@ -71,9 +73,10 @@ struct WordsValue {
 // One of some words.
 struct ChoiceValue {
   std::span<const std::string_view> Words;
-  void (*Read)(MacroSetup& setup, std::string_view value);
+  bool (*Read)(MacroSetup& setup, std::string_view value);  // false for a value that is none, which changes nothing
   std::string MacroFields::*Chosen;         // null for a statement of older macros, which is not written
   std::string MacroSetup::*Text = nullptr;  // where the value is kept, for parameters
+  std::string_view Otherwise = {};          // what it may be besides the words, as a user is told
 };
 
 // How derivatives are taken, by its number among the words; the preferences say it where no word does.
@@ -84,7 +87,7 @@ struct DerivativesValue {
   bool MacroFields::*Second;
 };
 
-using MacroValue = std::variant<CommentValue, TextValue, LimitValue<double>, LimitValue<int>, VariablesValue, FlagValue,
+using MacroValue = std::variant<LinesValue, TextValue, LimitValue<double>, LimitValue<int>, VariablesValue, FlagValue,
                                 WordsValue, ChoiceValue, DerivativesValue>;
 
 struct MacroStatement {

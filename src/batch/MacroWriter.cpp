@@ -44,9 +44,10 @@ class Values {
  private:
   using List = std::vector<std::string>;
 
-  List Texts(const CommentValue& comment) const {
+  List Texts(const LinesValue& given) const {
     List lines;
-    for (std::string_view rest = fields_.*comment.Typed; !rest.empty();) lines.emplace_back(TakeLine(rest));
+    for (std::string_view rest = fields_.*given.Typed; !rest.empty();) lines.emplace_back(TakeLine(rest));
+    if (OneLine(fields_.*given.Typed).empty() && !given.Placeholder.empty()) return {std::string(given.Placeholder)};
     return lines;
   }
   List Texts(const TextValue& text) const {

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "batch/Assign.h"
@@ -16,6 +17,7 @@
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
 #include "batch/WriteDelimitedOutput.h"
+#include "batch/WritePlot.h"
 #include "batch/WriteProjectOutput.h"
 #include "batch/WriteStructuredOutput.h"
 #include "core/Files.h"
@@ -41,11 +43,11 @@ struct Field {
   std::string& In(MacroSetup& setup) const { return setup.*KeptText(*FindStatement(Keyword)); }
 };
 
-constexpr std::string_view kData = "DataFile";
+constexpr std::string_view kData = "DataFile", kPlots = "PlotFile";
 constexpr Field kFields[] = {
     {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {"OutputFile", false},
     {"Comment", false, false}, {"ColumnOrder", true},   {"InputDelimit", true}, {"Weighted", true},
-    {"OutputFormat", false},   {"DataFirstLine", true},
+    {"OutputFormat", false},   {"DataFirstLine", true}, {"PlotFile", false},
 };
 
 std::string Token(const std::string& parameter) { return "%" + parameter + "%"; }
@@ -64,6 +66,13 @@ bool Substitute(std::string& text, const std::string& token, std::string_view va
   return true;
 }
 
+// Several names, one a line, as a log shows them.
+std::string OneLine(std::string_view lines) {
+  std::string line;
+  while (!lines.empty()) line.append(line.empty() ? "" : ", ").append(TakeLine(lines));
+  return line;
+}
+
 // Values may hold the names of parameters further on, each of which may double a text; no text of use gets this long.
 constexpr std::size_t kLongestText = 100'000;
 
@@ -72,7 +81,7 @@ constexpr std::string_view kOutOfMemory = "There is not enough memory for this r
 
 class MacroRun {
  public:
-  MacroRun(Session& session, cfgSolve& form) : session_(session), form_(form) {}
+  MacroRun(Session& session, cfgSolve& form, PlotDrawer& drawer) : session_(session), form_(form), drawer_(drawer) {}
 
   MacroOutcome Run(const std::string& fileName) {
     bool normal = false;
@@ -103,6 +112,8 @@ class MacroRun {
   DataReading AskDatabase();
   bool SolveModels();
   bool Write();
+  int WriteAnswers();
+  int WritePlots();
   void TerminateNormally();
   void TerminateAbnormally();
 
@@ -154,6 +165,7 @@ class MacroRun {
 
   Session& session_;
   cfgSolve& form_;
+  PlotDrawer& drawer_;
   Macro macro_;
   std::optional<ParameterTable> parameters_;    // none where it could not be read
   std::string parametersFault_;                 // why
@@ -214,6 +226,7 @@ void MacroRun::NoteInputs(const std::string& fileName) {
     if (const auto file = IdentityOfFile(ResolvePath(name))) inputs_.emplace(*file, role);
   };
   note(fileName, "macro file");
+  if (!setup.PlotTemplate.empty()) note(setup.PlotTemplate, "plot template");
   if (InParameterRun()) {
     note(setup.ParameterFile, "parameter file");
     Result<ParameterTable> table = ReadParameterFile(setup.ParameterFile);
@@ -320,7 +333,9 @@ bool MacroRun::SubstituteParameters() {
       if (!Substitute(text, token, value)) continue;
       if (tooLong(text, field.Keyword)) return false;
       // A connection may hold a password, which no log shows.
-      const std::string shown = field.Keyword == kData ? DataSourceText(setup) : text;
+      const std::string shown = field.Keyword == kData    ? DataSourceText(setup)
+                                : field.Keyword == kPlots ? OneLine(text)
+                                                          : text;
       if (field.IsLogged) Log("Assigning " + std::string(field.Keyword) + " = '" + shown + "'");
       ReadKeptText(*FindStatement(field.Keyword), setup);
     }
@@ -428,6 +443,22 @@ bool MacroRun::SolveModels() {
 }
 
 bool MacroRun::Write() {
+  int error = WriteAnswers();
+  if (error == 0 && !macro_.Setup.PlotFile.empty()) error = WritePlots();
+  if (error != 0) {
+    status_ = FileErrorStatus(kOutputFile, error);
+    FinishRun("Run Failed");
+    if (!form_.Aborted) Log("File Output Error: " + std::to_string(status_));
+    Log(kAsterisks);
+    return false;
+  }
+  FinishRun("Run Successful");
+  Log(kAsterisks);
+  return true;
+}
+
+// Returns 0 or the number of the file error.
+int MacroRun::WriteAnswers() {
   const MacroSetup& setup = macro_.Setup;
   Tell("Writing solution file '" + setup.OutputFile + " '");
   Log(setup.OutputFile.empty() ? "Write failed, OutputFile not specified" : "Writing solution to " + setup.OutputFile);
@@ -435,25 +466,52 @@ bool MacroRun::Write() {
   std::optional<std::string> refusal = RefuseInput("output", setup.OutputFile);
   // Saving a project keeps the old file under a second name, which must not fall on an input either.
   if (!refusal && asProject) refusal = RefuseInput("output", KeptName(setup.OutputFile));
-  int error = kAccessError;
-  if (refusal)
+  if (refusal) {
     Log(*refusal);
-  else if (asProject)
-    error = WriteProjectOutput(macro_.Models, unsorted_, setup, session_.Locale);
-  else if (EqualNoCase(setup.OutputFormat, "structured"))
-    error = WriteStructuredOutput(macro_.Models, data_, setup, outputFile_);
-  else
-    error = WriteDelimitedOutput(macro_.Models, data_, setup, outputFile_);
-  if (error != 0) {
-    status_ = FileErrorStatus(kOutputFile, error);
-    FinishRun("Run Failed");
-    Log("File Output Error: " + std::to_string(status_));
-    Log(kAsterisks);
-    return false;
+    return kAccessError;
   }
-  FinishRun("Run Successful");
-  Log(kAsterisks);
-  return true;
+  if (asProject) return WriteProjectOutput(macro_.Models, unsorted_, setup, session_.Locale);
+  if (EqualNoCase(setup.OutputFormat, "structured"))
+    return WriteStructuredOutput(macro_.Models, data_, setup, outputFile_);
+  return WriteDelimitedOutput(macro_.Models, data_, setup, outputFile_);
+}
+
+// The same of the last plot that could not be written; the others are. What could be no plot at all is no error.
+int MacroRun::WritePlots() {
+  const MacroSetup& setup = macro_.Setup;
+  const MacroPlot plot = MakeMacroPlot(macro_.Models, unsorted_, setup, session_.Preferences, session_.Locale);
+  for (const std::string& warning : plot.Warnings) Log("Warning: " + warning);
+  if (plot.Text.empty()) return plot.Error;
+
+  const auto output = IdentityOfFile(ResolveNewPath(setup.OutputFile));
+  const auto goOn = [this] {
+    form_.Yield();
+    return !form_.Aborted;
+  };
+  const std::string whyNoPictures = drawer_.WhyNone();
+  bool told = whyNoPictures.empty();
+  int error = 0;
+  for (std::string_view names = setup.PlotFile; !names.empty();) {
+    const std::string name(TakeLine(names));
+    if (!whyNoPictures.empty() && IsPictureName(name)) {
+      if (!std::exchange(told, true)) Log("Warning: " + whyNoPictures);
+      continue;
+    }
+    Tell("Writing plot file '" + name + " '");
+    Log("Writing plot to " + name);
+    std::string fault;
+    int failed = kAccessError;
+    if (const std::optional<std::string> refusal = RefuseInput("plot", name))
+      fault = *refusal;
+    else if (output && output == IdentityOfFile(ResolveNewPath(name)))
+      fault = "The plot '" + name + "' is the output file of this macro and is not overwritten.";
+    else
+      failed = WritePlot(plot.Text, name, drawer_, goOn, outputFile_, fault);
+    if (!fault.empty()) Log(fault);
+    if (failed != 0) error = failed;
+  }
+  if (error != 0 && form_.Aborted) LogAbort(log_);
+  return error;
 }
 
 void MacroRun::TerminateNormally() {
@@ -481,8 +539,8 @@ void MacroRun::TerminateAbnormally() {
 
 }  // namespace
 
-MacroOutcome RunMacro(const std::string& fileName, Session& session, cfgSolve& form) {
-  return MacroRun(session, form).Run(fileName);
+MacroOutcome RunMacro(const std::string& fileName, Session& session, cfgSolve& form, PlotDrawer& drawer) {
+  return MacroRun(session, form, drawer).Run(fileName);
 }
 
 }  // namespace quorvex

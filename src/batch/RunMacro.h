@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "batch/PlotDrawer.h"
 #include "batch/cfgSolve.h"
 #include "core/Session.h"
 
@@ -16,6 +17,6 @@ struct MacroOutcome {
 
 // The whole unattended mode: reads the macro file, then reads data, fits, writes and keeps the log. The macro's solver
 // limits replace those of the session. Failures end in the status, never in an exception.
-MacroOutcome RunMacro(const std::string& fileName, Session& session, cfgSolve& form);
+MacroOutcome RunMacro(const std::string& fileName, Session& session, cfgSolve& form, PlotDrawer& drawer);
 
 }  // namespace quorvex

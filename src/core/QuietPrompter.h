@@ -5,7 +5,7 @@
 namespace quorvex {
 
 // Says nothing and answers No: for what is tried without a user.
-class QuietPrompter final : public Prompter {
+class QuietPrompter : public Prompter {
  public:
   void Refuse(const std::string&) override {}
   void Inform(const std::string&) override {}

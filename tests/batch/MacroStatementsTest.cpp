@@ -41,7 +41,7 @@ struct Told {
   std::string Default;             // in the default
 };
 
-Told ToldOf(const CommentValue&) { return {{}, "none"}; }
+Told ToldOf(const LinesValue&) { return {{}, "none"}; }
 Told ToldOf(const TextValue& text) {
   const std::string initial = MacroSetup().*text.Read;
   return {{}, initial.empty() ? "none" : initial};

@@ -15,6 +15,7 @@
 
 #include "Golden.h"
 #include "Paths.h"
+#include "app/DesktopDrawer.h"
 #include "batch/Program.h"
 #include "batch/RunMacro.h"
 
@@ -273,7 +274,9 @@ TEST(Macro, EndsInAStatusOfItsOwnWhereMemoryRunsOut) {
     macro += (table ? "ParameterFile = @p.csv\n" : "") + std::string(kTail);
     Session session;
     FailingForm form;
-    const MacroOutcome outcome = RunMacro(program.Folder.Write("macro.cfg", program.InFolder(macro)), session, form);
+    DesktopDrawer drawer;
+    const MacroOutcome outcome =
+        RunMacro(program.Folder.Write("macro.cfg", program.InFolder(macro)), session, form, drawer);
     EXPECT_EQ(outcome.Normal, table);
     EXPECT_EQ(outcome.Status, 500);
     const std::string log = program.Log();
@@ -336,7 +339,9 @@ TEST(Macro, EndsAllRunsWhereItIsAborted) {
                             "B_MODEL\nY = a+b*x^2\nE_MODEL\nB_MODEL\nY = a+b*x^3\nE_MODEL\nE_MACRO\n";
   Session session;
   AbortingForm form;
-  const MacroOutcome outcome = RunMacro(program.Folder.Write("macro.cfg", program.InFolder(macro)), session, form);
+  DesktopDrawer drawer;
+  const MacroOutcome outcome =
+      RunMacro(program.Folder.Write("macro.cfg", program.InFolder(macro)), session, form, drawer);
   EXPECT_FALSE(outcome.Normal);
   EXPECT_EQ(outcome.Status, 450);
   const std::string log = program.Log();

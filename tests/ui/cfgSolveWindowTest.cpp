@@ -15,6 +15,7 @@
 
 #include "Forms.h"
 #include "TemporaryFolder.h"
+#include "app/DesktopDrawer.h"
 #include "batch/RunMacro.h"
 #include "batch/ui/cfgSolveWindow.h"
 
@@ -71,7 +72,8 @@ class ProgressForm : public testing::Test {
                          id + "\nY = first+second*x^third\nE_MODEL\nB_MODEL\nID = last\nY = a+b*x\nE_MODEL\nE_MACRO\n");
     Session session;
     session.Locale = ReadUserLocale();
-    const MacroOutcome outcome = RunMacro(name, session, Window);
+    DesktopDrawer drawer;
+    const MacroOutcome outcome = RunMacro(name, session, Window, drawer);
     Log = Folder.Read("run.log");
     return outcome;
   }

@@ -5,11 +5,14 @@
 #include <cstdlib>
 
 #include "app/CommandLine.h"
+#include "app/ConvertPlot.h"
+#include "app/DesktopDrawer.h"
 #include "app/RecoveryStore.h"
 #include "app/SettingsStore.h"
 #include "app/StartUp.h"
 #include "app/ui/DesktopApplication.h"
 #include "app/ui/FileRequests.h"
+#include "app/ui/ServeDrawings.h"
 #include "app/ui/parentfrm.h"
 #include "batch/ui/cfgSolveWindow.h"
 
@@ -92,7 +95,9 @@ int main(int argc, char** argv) {
   using namespace quorvex;
   PrepareProcess();
   const std::vector<std::string> arguments = Arguments(argc, argv);
+  if (arguments.size() == 2 && arguments[0] == DesktopDrawer::kSwitch) return ServeDrawings(arguments[1], argv[0]);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
+  if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
   const std::string commandLine = JoinedByBlanks(arguments);
   const CommandRequest request = ParseCommandLine(commandLine);
   if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(request.FileName, argv[0]);

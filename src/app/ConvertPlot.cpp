@@ -1,0 +1,79 @@
+#include "app/ConvertPlot.h"
+
+#include <cstdlib>
+#include <optional>
+
+#include "app/DesktopDrawer.h"
+#include "app/SettingsStore.h"
+#include "app/StartUp.h"
+#include "batch/WritePlot.h"
+#include "core/Files.h"
+#include "core/NotingPrompter.h"
+#include "core/Session.h"
+#include "files/PlotDocument.h"
+#include "files/PlotFile.h"
+
+namespace quorvex {
+namespace {
+
+// The text of the file, as it is written today. Nothing, and told, where it holds no plot.
+std::optional<std::string> ReadPlot(const std::string& name) {
+  WholeFile file;
+  if (const int error = file.Read(name)) {
+    Complain("The plot file '" + name + "' cannot be read. " + FileErrorText(error));
+    return std::nullopt;
+  }
+  Session session{LoadSettings(), ReadUserLocale()};
+  NotingPrompter user;
+  const std::optional<PlotDocument> document = OpenPlotDocument(name, session.Preferences, session.Locale, user);
+  for (const std::string& note : user.Notes()) Complain(note);
+  if (!document) return std::nullopt;
+  return PlotFileText(document->Plot());
+}
+
+// Why the names make no sense, in a sentence; empty where they do.
+std::string WhyNot(const std::string& plot, const std::vector<std::string>& names, const PlotDrawer& drawer) {
+  const auto input = IdentityOfFile(ResolvePath(plot));
+  for (const std::string& name : names) {
+    if (PlotEnding(name).empty()) return UnknownEndingText(name);
+    if (input && input == IdentityOfFile(ResolveNewPath(name)))
+      return "The file '" + name + "' is the plot itself and is not overwritten.";
+    if (IsPictureName(name) && !drawer.WhyNone().empty()) return drawer.WhyNone();
+  }
+  return "";
+}
+
+}  // namespace
+
+int ConvertPlot(const std::vector<std::string>& arguments) {
+  if (arguments.size() < 3) {
+    Complain(
+        "A plot file and at least one picture to be made of it must be named, as in: quorvex -plot FILE.plt OUT.svg");
+    return EXIT_FAILURE;
+  }
+  const std::string& plot = arguments[1];
+  const std::vector<std::string> names(arguments.begin() + 2, arguments.end());
+  DesktopDrawer drawer;
+  if (const std::string why = WhyNot(plot, names, drawer); !why.empty()) {
+    Complain(why);
+    return EXIT_FAILURE;
+  }
+  const std::optional<std::string> text = ReadPlot(plot);
+  if (!text) return EXIT_FAILURE;
+
+  // A signal ends the drawing, too, and leaves nothing behind.
+  WatchForEnd();
+  ReplacementFile file(FileCare::Answer);
+  int status = EXIT_SUCCESS;
+  for (const std::string& name : names) {
+    std::string fault;
+    if (WritePlot(
+            *text, name, drawer, [] { return EndSignal() == 0; }, file, fault) == 0)
+      continue;
+    Complain(fault);
+    status = EXIT_FAILURE;
+  }
+  return status;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,145 @@
+#include "app/DesktopDrawer.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "app/StartUp.h"
+#include "core/SaveFile.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::chrono::minutes kLongest{2};  // for a plot of some millions of points
+
+constexpr const char* kEnded = "quorvex-desktop ended before the picture was drawn.";
+
+void CloseAt(int& descriptor) {
+  if (descriptor >= 0) close(descriptor);
+  descriptor = -1;
+}
+
+// Two ends, for reading and for writing, closed with it where nobody took them.
+struct Pipe {
+  int Ends[2] = {-1, -1};
+  Pipe() { static_cast<void>(!pipe2(Ends, O_CLOEXEC)); }
+  ~Pipe() {
+    CloseAt(Ends[0]);
+    CloseAt(Ends[1]);
+  }
+  int Take(int end) { return std::exchange(Ends[end], -1); }
+};
+
+}  // namespace
+
+DesktopDrawer::DesktopDrawer() : DesktopDrawer(ProgramBeside(kDesktopProgram), kLongest) {}
+
+DesktopDrawer::DesktopDrawer(std::filesystem::path program, std::chrono::milliseconds limit)
+    : program_(std::move(program)), limit_(limit) {}
+
+DesktopDrawer::~DesktopDrawer() {
+  End();
+  std::error_code ignored;
+  if (!folder_.empty()) std::filesystem::remove_all(folder_, ignored);
+}
+
+std::string DesktopDrawer::WhyNone() const {
+  return access(program_.c_str(), X_OK) == 0
+             ? ""
+             : "The desktop program quorvex-desktop is not installed, so no pictures are drawn, only plot files (.plt) "
+               "are written.";
+}
+
+Result<std::string> DesktopDrawer::Draw(const std::string& plotText, const std::string& ending,
+                                        const std::function<bool()>& goOn) {
+  if (hung_) return Failure{"quorvex-desktop took too long before and is not asked again."};
+  if (process_ < 0 && !Start()) return Failure{"quorvex-desktop cannot be started."};
+  if (const int error = SaveFile(folder_ / kPlotToDraw, plotText, FileCare::Answer))
+    return Failure{"The folder '" + folder_.string() + "' cannot be written. " + FileErrorText(error)};
+  const std::string line = ending + '\n';
+  // A line has room in a pipe that is empty.
+  const bool asked = write(requests_, line.data(), line.size()) == static_cast<ssize_t>(line.size());
+  std::string answer = asked ? Await(goOn) : kEnded;
+  // Whatever it still has to say would be taken for the next answer.
+  if (!answer.ends_with('\n')) {
+    End();
+    return Failure{answer};
+  }
+  answer.pop_back();
+  if (!answer.empty()) return Failure{answer};
+  const std::filesystem::path name = (folder_ / kDrawnPicture).concat(ending);
+  WholeFile picture;
+  if (const int error = picture.Read(name)) return Failure{"There is no picture. " + FileErrorText(error)};
+  std::error_code ignored;
+  std::filesystem::remove(name, ignored);
+  return std::string(picture.Text());
+}
+
+// The line that the other program answers, or, without an end of line, why there is none.
+std::string DesktopDrawer::Await(const std::function<bool()>& goOn) {
+  const auto end = std::chrono::steady_clock::now() + limit_;
+  for (std::string line;;) {
+    if (!goOn()) return "The run was aborted.";
+    if (std::chrono::steady_clock::now() >= end) {
+      hung_ = true;
+      return "quorvex-desktop takes too long to draw it.";
+    }
+    constexpr int kPatience = 50;  // milliseconds
+    pollfd waiting{answers_, POLLIN, 0};
+    if (poll(&waiting, 1, kPatience) <= 0) continue;
+    char buffer[1024];
+    const ssize_t count = read(answers_, buffer, sizeof buffer);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return kEnded;
+    line.append(buffer, static_cast<std::size_t>(count));
+    if (line.ends_with('\n')) return line;
+  }
+}
+
+bool DesktopDrawer::Start() {
+  if (folder_.empty()) {
+    std::error_code error;
+    std::string pattern = std::filesystem::temp_directory_path(error) / "quorvex-XXXXXX";
+    if (error || mkdtemp(pattern.data()) == nullptr) return false;
+    folder_ = pattern;
+  }
+  Pipe requests, answers;
+  if (requests.Ends[0] < 0 || answers.Ends[0] < 0) return false;
+  int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  const char* const arguments[] = {kDesktopProgram, kSwitch, folder_.c_str(), nullptr};
+  process_ = fork();
+  if (process_ == 0) {
+    // A signal of the terminal reaches this program alone, which then ends the other one; and so does its own death.
+    setpgid(0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (dup2(requests.Ends[0], 0) >= 0 && dup2(answers.Ends[1], 1) >= 0 && dup2(nowhere, 2) >= 0)
+      execv(program_.c_str(), const_cast<char* const*>(arguments));
+    _exit(127);
+  }
+  CloseAt(nowhere);
+  if (process_ < 0) return false;
+  requests_ = requests.Take(1);
+  answers_ = answers.Take(0);
+  return true;
+}
+
+// It has nothing that would be lost.
+void DesktopDrawer::End() {
+  CloseAt(requests_);
+  CloseAt(answers_);
+  if (process_ < 0) return;
+  kill(process_, SIGKILL);
+  while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
+  }
+  process_ = -1;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "batch/MacroSetup.h"
+#include "batch/PlotDrawer.h"
+#include "core/LocaleText.h"
+#include "core/SaveFile.h"
+#include "core/SolveData.h"
+#include "engine/ModelCollection.h"
+
+namespace quorvex {
+
+// A plot that a macro asks for.
+struct MacroPlot {
+  std::string Text;                   // of its file; empty where there is none
+  std::vector<std::string> Warnings;  // what it does without, or why there is none, a sentence each
+  int Error = 0;                      // else the number of a file error: there is none since its template failed
+};
+
+// The plot of a run's solved models and points, in the order of their source: the one that the desktop program shows
+// where it opens the run's project and plots the models that the macro names. The look is that of new plots, and then
+// the one of the macro's template.
+MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted, const MacroSetup& setup,
+                        Settings& settings, const LocaleText& locale);
+
+// The ending of a plot's file name, in lower case, where there is such a kind of file; else empty.
+std::string PlotEnding(const std::string& name);
+// Said of a name with another one.
+std::string UnknownEndingText(const std::string& name);
+
+// Whether a file of that name is a picture and no plot file.
+bool IsPictureName(const std::string& name);
+
+// Writes a plot, told by the text of its file, as what the ending of the name asks for. Returns 0 or the number of the
+// file error, and a sentence in `fault`.
+int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
+              const std::function<bool()>& goOn, ReplacementFile& file, std::string& fault);
+
+}  // namespace quorvex
