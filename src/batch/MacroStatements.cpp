@@ -196,7 +196,9 @@ constexpr MacroStatement kStatements[] = {
      .Value =
          ChoiceValue{
              .Words = kPlotModels, .Read = ReadPlotModels, .Chosen = &F::PlotModels, .Otherwise = "a number from 1"},
-     .Only = &F::UsePlots},
+     .Only = &F::UsePlots,
+     .FoundAt = 16,
+     .Invalid = "The number of models to plot is invalid (Output Tab)."},
     {.Keyword = "PlotKind", .Value = ChoiceValue{kPlotKind, ReadPlotKind, &F::PlotKind}, .Only = &F::UsePlots},
 };
 

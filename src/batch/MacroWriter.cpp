@@ -146,6 +146,10 @@ bool IsGiven(const MacroStatement& statement, const MacroFields& fields) {
 
 // What is no number counts as 0.
 bool IsInRange(const MacroStatement& statement, const MacroFields& fields, const LocaleText& locale) {
+  if (const auto* choice = std::get_if<ChoiceValue>(&statement.Value)) {
+    MacroSetup read;
+    return choice->Read(read, OneLine(fields.*choice->Chosen));
+  }
   const double value = NumericText(fields.*TypedField(statement), locale.DecimalSeparator).value_or(0);
   return value >= statement.Least && value <= statement.Most;
 }

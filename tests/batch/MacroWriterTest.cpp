@@ -98,12 +98,17 @@ TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   fields.SortKey = "Ra^2";
   fields.OutputFitInfo = false;
   fields.OverrideDecimal = false;
+  fields.UsePlots = true;
+  fields.PlotFiles = "Fit %SITE%.svg\r\nfit.plt";
+  fields.PlotTemplate = "Look.qv2";
+  fields.PlotModels = "all";
+  fields.PlotKind = "Residuals";
   ExpectGolden("MacroOfAllFields.txt", BuildMacroText(fields, ProjectModels(1, kPoint), Settings(), kPoint));
 }
 
 TEST(MacroWriter, PutsPlaceholdersForWhatIsMissing) {
   MacroFields fields;
-  fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = true;
+  fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = fields.UsePlots = true;
   fields.DataFirstLine = "";
   fields.DelimitTab = fields.DelimitComma = fields.DelimitSemicolon = fields.DelimitSpace = false;
   fields.IgnoreConsecutive = false;
@@ -161,8 +166,8 @@ TEST(MacroWriter, BeginsWithTheDataAndThePreferences) {
 // Fields in which the editor finds nothing.
 MacroFields CleanFields() {
   MacroFields fields = FilledFields();
-  fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = true;
-  fields.SQLQuery = fields.ParameterFile = fields.MissingData = fields.LogFile = "given";
+  fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = fields.UsePlots = true;
+  fields.SQLQuery = fields.ParameterFile = fields.MissingData = fields.LogFile = fields.PlotFiles = "given";
   return fields;
 }
 
@@ -203,6 +208,9 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
       {[](auto& f) { f.OutputFile = ""; }, "ERROR: No output file name is specified (Output Tab)."},
       {[](auto& f) { f.LogFile = ""; },
        "ERROR: Log output was requested but no log file name is specified (Output Tab)."},
+      {[](auto& f) { f.PlotFiles = "\n"; },
+       "ERROR: Plots were requested but no plot file name is specified (Output Tab)."},
+      {[](auto& f) { f.PlotModels = "0"; }, "ERROR: The number of models to plot is invalid (Output Tab)."},
       {[](auto& f) { f.TickedModels = {}; }, "ERROR: No regression models have been selected (Models Tab)."},
   };
   const ModelCollection models = ProjectModels(1, kPoint);
@@ -221,12 +229,14 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
   }
   const MacroFindings findings = CheckMacro(worst, models, kPoint);
   EXPECT_EQ(findings.Lines, all);
-  EXPECT_EQ(findings.Count(), "There were 10 error(s) and 5 warning(s).");
+  EXPECT_EQ(findings.Count(), "There were 12 error(s) and 5 warning(s).");
 
   // What an unticked box stands for is not asked for.
   MacroFields unticked = CleanFields();
   unticked.UseSQLQuery = unticked.UseParameterFile = unticked.UseMissingData = unticked.UseLogFile = false;
   unticked.SQLQuery = unticked.ParameterFile = unticked.MissingData = unticked.LogFile = "";
+  unticked.UsePlots = false;
+  unticked.PlotFiles = unticked.PlotModels = "";
   unticked.DataFirstLine = "";  // written as 1
   EXPECT_EQ(CheckMacro(unticked, models, kPoint).Lines, std::vector<std::string>());
 }
@@ -308,6 +318,11 @@ class RandomFields {
     f.TableDataFile = Tick(), f.TableCalcData = Tick(), f.TableErrorData = Tick(), f.TableMinMaxError = Tick();
     f.SortKey = OneOf({"RSS", "R^2", "Ra^2", "StdErr"});
     f.OutputFitInfo = Tick();
+    f.UsePlots = Tick();
+    f.PlotFiles = OneOf({"p.svg", "%SITE% a=b.PNG\r\n\np.plt"});
+    f.PlotTemplate = OneOf({"", "Look.qv2"});
+    f.PlotModels = OneOf({"best", "ALL", "3"});
+    f.PlotKind = OneOf({"Model", "residuals", "Probability"});
     f.Models = static_cast<MacroModels>(Below(5));
     f.TickedModels = {"bent", "My Hill = 1", "a*x+b", "a+b*x1+c*x2"};
     return f;
@@ -353,6 +368,12 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
               : f.Comments.starts_with("one") ? "        one\r\n        three = 3"
               : f.Comments.empty()            ? ""
                                               : "        B_MODEL\r\n        E_MACRO";
+  if (f.UsePlots) {
+    s.PlotFile = f.PlotFiles == "p.svg" ? f.PlotFiles : "%SITE% a=b.PNG\r\np.plt";
+    s.PlotTemplate = f.PlotTemplate;
+    s.PlotModels = f.PlotModels == "best" ? 1 : f.PlotModels == "3" ? 3 : std::numeric_limits<int>::max();
+    s.PlotKind = f.PlotKind == "Model" ? 0 : f.PlotKind == "residuals" ? 1 : 2;
+  }
   if (f.OutputFormat == "Quorvex") return s;
   s.OutputDelimit = f.OutputDelimit == "Tab"     ? "\t"
                     : f.OutputDelimit == "Comma" ? ","
@@ -373,7 +394,8 @@ auto Decided(const MacroSetup& s) {
                   s.DelimitComma, s.DelimitSpace, s.IgnoreConsecutive, s.OutputFormat, s.OutputFitInfo, s.TableDataFile,
                   s.TableCalcData, s.TableErrorData, s.TableMinMaxError, s.SortKey, s.OutputDelimit, s.OverrideDecimal,
                   s.MissingData, s.DataFile, s.DataFirstLine, s.OutputFile, s.Comment, s.SQLQuery, s.ColumnOrder,
-                  s.Weighted, s.LogEnabled, s.LogFile, s.LogSummaryOnly, s.UseParameterFile, s.ParameterFile);
+                  s.Weighted, s.LogEnabled, s.LogFile, s.LogSummaryOnly, s.UseParameterFile, s.ParameterFile,
+                  s.PlotFile, s.PlotTemplate, s.PlotModels, s.PlotKind);
 }
 
 std::string Folded(const std::string& text) { return ToLower(Joined(text, ' ', "")); }

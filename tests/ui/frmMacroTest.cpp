@@ -133,6 +133,8 @@ TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
   given.RegressionTolerance = "t", given.UnchangedIterations = "u", given.MaxIterations = "m";
   given.DataFile = "d", given.DataFirstLine = "f", given.IndependentVariables = "i", given.SQLQuery = "s\nq";
   given.ParameterFile = "p", given.ColumnOrder = "c", given.MissingData = "n", given.OutputFile = "o";
+  given.UsePlots = true, given.PlotFiles = "a.svg\nb.plt", given.PlotTemplate = "l.qv2";
+  given.PlotModels = "3", given.PlotKind = "Probability";
   given.OutputFormat = "Spreadsheet", given.LogFile = "l", given.OutputDelimit = "Space", given.SortKey = "StdErr";
   for (const MacroFields& fields : {given, MacroFields()}) {
     frmMacro form(nullptr, fields, none, preferences, locale, user);

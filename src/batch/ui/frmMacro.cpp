@@ -140,6 +140,7 @@ QComboBox* frmMacro::AddChoice(QFormLayout& form, const QString& label, const QS
   box->setObjectName(name);
   box->setAccessibleName(Spoken(label));
   for (const std::string_view word : choice.Words) box->addItem(Text(word));
+  box->setEditable(!choice.Otherwise.empty());
   form.addRow(label, box);
   choices_.push_back({box, choice.Chosen});
   return box;
@@ -247,7 +248,24 @@ QWidget* frmMacro::OutputPage() {
     field->setEnabled(false);
     connect(useLog, &QCheckBox::toggled, field, &QWidget::setEnabled);
   }
+  AddPlots(*form);
   return page;
+}
+
+void frmMacro::AddPlots(QFormLayout& form) {
+  QWidget* page = form.parentWidget();
+  auto* use = NewUse("Draw &plots", "PlotFile");
+  form.addRow(new QLabel("Plots:", page), use);
+  auto* names = NewParagraph(page, "Names of plots", "PlotFile", "txtPlotFile", 2);
+  names->setPlaceholderText("A name on each line, such as fit.svg, fit.pdf or fit.plt");
+  form.addRow("&Names:", names);
+  auto* look = AddFile(form, "Template (&qv2, qv3):", "PlotTemplate", "Plot Template", false);
+  auto* models = AddChoice(form, "Models s&hown:", "PlotModels", "cmbPlotModels");
+  auto* kind = AddChoice(form, "&Kind:", "PlotKind", "cmbPlotKind");
+  for (QWidget* field : std::initializer_list<QWidget*>{names, look->parentWidget(), models, kind}) {
+    field->setEnabled(false);
+    connect(use, &QCheckBox::toggled, field, &QWidget::setEnabled);
+  }
 }
 
 QWidget* frmMacro::ModelsPage() {

@@ -31,6 +31,7 @@ class frmMacro : public QDialog {
   QWidget* ConfigurationPage();
   QWidget* InputPage();
   QWidget* OutputPage();
+  void AddPlots(QFormLayout& form);
   QWidget* ModelsPage();
   // Controls for the statement of a keyword, each bound to the field that the statement is written from: of its value,
   // of one word of its list, or, by NewUse, of whether it is written at all.
