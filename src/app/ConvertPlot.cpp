@@ -12,6 +12,7 @@
 #include "core/Session.h"
 #include "files/PlotDocument.h"
 #include "files/PlotFile.h"
+#include "plot/PictureMessages.h"
 
 namespace quorvex {
 namespace {
@@ -38,7 +39,7 @@ std::string WhyNot(const std::string& plot, const std::vector<std::string>& name
     if (PlotEnding(name).empty()) return UnknownEndingText(name);
     if (input && input == IdentityOfFile(ResolveNewPath(name)))
       return "The file '" + name + "' is the plot itself and is not overwritten.";
-    if (IsPictureName(name) && !drawer.WhyNone().empty()) return drawer.WhyNone();
+    if (PictureFormatOf(name) != nullptr && !drawer.WhyNone().empty()) return drawer.WhyNone();
   }
   return "";
 }

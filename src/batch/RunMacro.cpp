@@ -25,6 +25,7 @@
 #include "core/SaveFile.h"
 #include "core/TextEncoding.h"
 #include "engine/FitSharingInput.h"
+#include "plot/PictureMessages.h"
 
 namespace quorvex {
 namespace {
@@ -493,7 +494,7 @@ int MacroRun::WritePlots() {
   int error = 0;
   for (std::string_view names = setup.PlotFile; !names.empty();) {
     const std::string name(TakeLine(names));
-    if (!whyNoPictures.empty() && IsPictureName(name)) {
+    if (!whyNoPictures.empty() && PictureFormatOf(name) != nullptr) {
       if (!std::exchange(told, true)) Log("Warning: " + whyNoPictures);
       continue;
     }

@@ -1,7 +1,5 @@
 #include "batch/WritePlot.h"
 
-#include <algorithm>
-#include <array>
 #include <memory>
 #include <string_view>
 
@@ -11,6 +9,7 @@
 #include "files/PlotDocument.h"
 #include "files/PlotFile.h"
 #include "files/PlotTemplate.h"
+#include "plot/PictureMessages.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "solve/SolvedList.h"
@@ -19,7 +18,6 @@ namespace quorvex {
 namespace {
 
 constexpr std::string_view kPlotFile = ".plt";
-constexpr std::array<std::string_view, 6> kEndings = {".svg", ".pdf", ".png", ".emf", kPlotFile, ".bmp"};
 
 constexpr int kBadFileName = 52;
 constexpr int kNotWritten = -1;  // for no error of the file itself
@@ -85,20 +83,14 @@ MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted
 }
 
 std::string PlotEnding(const std::string& name) {
-  const std::string lower = ToLower(name);
-  const auto* const found = std::ranges::find_if(kEndings, [&](auto ending) { return lower.ends_with(ending); });
-  return found == kEndings.end() ? "" : std::string(*found);
+  if (const PictureFormat* const picture = PictureFormatOf(name)) return picture->Ending;
+  return ToLower(name).ends_with(kPlotFile) ? std::string(kPlotFile) : "";
 }
 
 std::string UnknownEndingText(const std::string& name) {
   std::string endings;
-  for (const std::string_view ending : kEndings) endings.append(endings.empty() ? "" : ", ").append(ending);
-  return "The plot '" + name + "' is not written: its name ends in none of " + endings + ".";
-}
-
-bool IsPictureName(const std::string& name) {
-  const std::string ending = PlotEnding(name);
-  return !ending.empty() && ending != kPlotFile;
+  for (const PictureFormat& picture : PictureFormats()) endings.append(picture.Ending).append(", ");
+  return "The plot '" + name + "' is not written: its name ends in none of " + endings.append(kPlotFile) + ".";
 }
 
 int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,

@@ -31,9 +31,6 @@ std::string PlotEnding(const std::string& name);
 // Said of a name with another one.
 std::string UnknownEndingText(const std::string& name);
 
-// Whether a file of that name is a picture and no plot file.
-bool IsPictureName(const std::string& name);
-
 // Writes a plot, told by the text of its file, as what the ending of the name asks for. Returns 0 or the number of the
 // file error, and a sentence in `fault`.
 int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
