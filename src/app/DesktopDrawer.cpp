@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::chrono::minutes kLongest{2};  // for a plot of some millions of points
 
-constexpr const char* kEnded = "quorvex-desktop ended before the picture was drawn.";
+constexpr const char* kEnded = "The desktop program ended before the picture was drawn.";
 
 void CloseAt(int& descriptor) {
   if (descriptor >= 0) close(descriptor);
@@ -60,8 +60,9 @@ std::string DesktopDrawer::WhyNone() const {
 
 Result<std::string> DesktopDrawer::Draw(const std::string& plotText, const std::string& ending,
                                         const std::function<bool()>& goOn) {
-  if (hung_) return Failure{"quorvex-desktop took too long before and is not asked again."};
-  if (process_ < 0 && !Start()) return Failure{"quorvex-desktop cannot be started."};
+  if (hung_) return Failure{"The desktop program took too long before and is not asked again."};
+  if (folder_.empty() && !MakeFolder()) return Failure{"The folder for temporary files cannot be written."};
+  if (process_ < 0 && !Start()) return Failure{"The desktop program cannot be started."};
   if (const int error = SaveFile(folder_ / kPlotToDraw, plotText, FileCare::Answer))
     return Failure{"The folder '" + folder_.string() + "' cannot be written. " + FileErrorText(error)};
   const std::string line = ending + '\n';
@@ -90,7 +91,7 @@ std::string DesktopDrawer::Await(const std::function<bool()>& goOn) {
     if (!goOn()) return "The run was aborted.";
     if (std::chrono::steady_clock::now() >= end) {
       hung_ = true;
-      return "quorvex-desktop takes too long to draw it.";
+      return "The desktop program takes too long.";
     }
     constexpr int kPatience = 50;  // milliseconds
     pollfd waiting{answers_, POLLIN, 0};
@@ -104,13 +105,15 @@ std::string DesktopDrawer::Await(const std::function<bool()>& goOn) {
   }
 }
 
+bool DesktopDrawer::MakeFolder() {
+  std::error_code error;
+  std::string pattern = std::filesystem::temp_directory_path(error) / "quorvex-XXXXXX";
+  if (error || mkdtemp(pattern.data()) == nullptr) return false;
+  folder_ = pattern;
+  return true;
+}
+
 bool DesktopDrawer::Start() {
-  if (folder_.empty()) {
-    std::error_code error;
-    std::string pattern = std::filesystem::temp_directory_path(error) / "quorvex-XXXXXX";
-    if (error || mkdtemp(pattern.data()) == nullptr) return false;
-    folder_ = pattern;
-  }
   Pipe requests, answers;
   if (requests.Ends[0] < 0 || answers.Ends[0] < 0) return false;
   int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);

@@ -33,6 +33,7 @@ class DesktopDrawer : public PlotDrawer {
                            const std::function<bool()>& goOn) override;
 
  private:
+  bool MakeFolder();
   bool Start();
   void End();
   std::string Await(const std::function<bool()>& goOn);

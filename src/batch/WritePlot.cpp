@@ -103,7 +103,7 @@ int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& 
   const Result<std::string> content =
       ending == kPlotFile ? Result<std::string>(plotText) : drawer.Draw(plotText, ending, goOn);
   if (!content) {
-    fault = "The plot '" + name + "' is not written: " + content.error();
+    fault = "The plot '" + name + "' cannot be drawn. " + content.error();
     return kNotWritten;
   }
   int error = file.Create(name);

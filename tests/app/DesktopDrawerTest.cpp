@@ -64,12 +64,12 @@ TEST_F(Drawing, TellsWhyThereIsNoPicture) {
       {"echo no room.", kLong, "no room.", "no room.", 1},
       {"echo", kLong, "There is no picture. The file does not exist.", "There is no picture. The file does not exist.",
        1},
-      {"exit 3", kLong, "quorvex-desktop ended before the picture was drawn.",
-       "quorvex-desktop ended before the picture was drawn.", 2},
-      {"echo half >picture$ending; kill -SEGV $$", kLong, "quorvex-desktop ended before the picture was drawn.",
-       "quorvex-desktop ended before the picture was drawn.", 2},
-      {"sleep 1000", milliseconds(300), "quorvex-desktop takes too long to draw it.",
-       "quorvex-desktop took too long before and is not asked again.", 1},
+      {"exit 3", kLong, "The desktop program ended before the picture was drawn.",
+       "The desktop program ended before the picture was drawn.", 2},
+      {"echo half >picture$ending; kill -SEGV $$", kLong, "The desktop program ended before the picture was drawn.",
+       "The desktop program ended before the picture was drawn.", 2},
+      {"sleep 1000", milliseconds(300), "The desktop program takes too long.",
+       "The desktop program took too long before and is not asked again.", 1},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.Work);
@@ -94,10 +94,10 @@ TEST_F(Drawing, WantsAProgram) {
   EXPECT_EQ(drawer.WhyNone(),
             "The desktop program quorvex-desktop is not installed, so no pictures are drawn, only plot files (.plt) "
             "are written.");
-  EXPECT_EQ(drawer.Draw("plot", ".png", kGoOn).error(), "quorvex-desktop ended before the picture was drawn.");
+  EXPECT_EQ(drawer.Draw("plot", ".png", kGoOn).error(), "The desktop program ended before the picture was drawn.");
   const TemporaryVariable nowhere("TMPDIR", Folder.Path("nowhere").c_str());
   EXPECT_EQ(DesktopDrawer(Drawer("echo"), kLong).Draw("plot", ".png", kGoOn).error(),
-            "quorvex-desktop cannot be started.");
+            "The folder for temporary files cannot be written.");
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ struct NotingDrawer : PlotDrawer {
     Endings.push_back(ending);
     Plots.push_back(plotText);
     Meanwhile();
-    if (!goOn()) return Failure{"called off."};
+    if (!goOn()) return Failure{"Called off."};
     if (!Fault.empty()) return Failure{Fault};
     return "picture" + ending;
   }
@@ -190,9 +190,9 @@ TEST_F(PlotMacro, DoesWithoutTheProgramThatDraws) {
 TEST_F(PlotMacro, KeepsTheOlderPictureWhereTheDrawingFails) {
   Files.Folder.Write("a.svg", "old");
   const std::string macro = "PlotFile = @a.svg\n";
-  Drawer.Fault = "it broke.";
+  Drawer.Fault = "It broke.";
   EXPECT_EQ(Draw(macro), 250);
-  EXPECT_NE(Files.Log().find("The plot '@a.svg' is not written: it broke.\nFile Output Error: 250\n"),
+  EXPECT_NE(Files.Log().find("The plot '@a.svg' cannot be drawn. It broke.\nFile Output Error: 250\n"),
             std::string::npos);
   EXPECT_EQ(Files.Folder.Read("a.svg"), "old");
   Drawer.Fault.clear();
