@@ -99,4 +99,21 @@ std::optional<std::string> DecodeUtf16(std::string_view bytes) {
   return text;
 }
 
+std::u16string EncodeUtf16(std::string_view text) {
+  std::u16string units;
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned lead = static_cast<unsigned char>(text[i++]);
+    char32_t code = lead < 0x80 ? lead : lead < 0xE0 ? lead & 0x1F : lead < 0xF0 ? lead & 0x0F : lead & 0x07;
+    while (i < text.size() && (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80)
+      code = code << 6 | (static_cast<unsigned char>(text[i++]) & 0x3F);
+    if (code >= 0x10000) {
+      code -= 0x10000;
+      units += static_cast<char16_t>(0xD800 | code >> 10);
+      code = 0xDC00 | (code & 0x3FF);
+    }
+    units += static_cast<char16_t>(code);
+  }
+  return units;
+}
+
 }  // namespace quorvex

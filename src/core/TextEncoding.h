@@ -18,4 +18,7 @@ std::string DecodeText(std::string_view bytes);
 // surrogate without its other half, or half a unit at the end, becomes U+FFFD.
 std::optional<std::string> DecodeUtf16(std::string_view bytes);
 
+// Valid UTF-8 as UTF-16.
+std::u16string EncodeUtf16(std::string_view text);
+
 }  // namespace quorvex

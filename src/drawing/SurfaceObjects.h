@@ -44,6 +44,7 @@ class SurfaceObjects {
   const SurfaceBrush& Brush(SurfaceHandle handle) const { return std::get<SurfaceBrush>(At(handle)); }
   const SurfaceRegion& Region(SurfaceHandle handle) const { return std::get<SurfaceRegion>(At(handle)); }
 
+  bool IsRegion(SurfaceHandle handle) const { return std::holds_alternative<SurfaceRegion>(At(handle)); }
   std::size_t Count() const;  // of those made and not yet deleted
 
  private:

@@ -169,11 +169,11 @@ bool PlotPage::DrawOn(DrawingSurface& surface, Prompter& prompter, const PageSet
     prompter.Refuse(*failure);
     return false;
   }
-  if (picture.Frame == DeviceRect{}) return true;  // titles and numbers leave no room
-  if (Legend.Show)
+  const bool room = picture.Frame != DeviceRect{};  // that titles and numbers leave
+  if (room && Legend.Show)
     picture.Legend = DrawLegend(surface, *this, metrics, picture.Frame,
                                 [&](const DeviceRect& box) { return PointsWithin(box, picture); });
-  if (FootNote.Show) picture.FootNote = DrawFootNote(surface, *this, metrics);
+  if (room && FootNote.Show) picture.FootNote = DrawFootNote(surface, *this, metrics);
   if (const SurfaceHandle recording = surface.CloseEnhMetaFile()) MetafileHandle = recording;
   return true;
 }

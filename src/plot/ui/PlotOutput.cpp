@@ -15,6 +15,7 @@
 #include "drawing/SvgSurface.h"
 #include "drawing/ui/QtSurface.h"
 #include "plot/DescribePlot.h"
+#include "plot/Metafile.h"
 #include "plot/PictureMessages.h"
 
 namespace quorvex {
@@ -78,12 +79,19 @@ Content SvgOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
   return surface.Document(WithoutTextCodes(plot.PlotTitle), DescribePlot(plot));
 }
 
+Content MetafileOf(PlotPage& plot, const PictureSize& size, const char* failure, Prompter& prompter) {
+  QImage measures = BlankPicture(size);
+  if (measures.isNull()) return "";
+  QtSurface screen(measures);
+  return CreateMetafile(plot, screen, failure, prompter);
+}
+
 Content ContentOf(PictureKind kind, PlotPage& plot, const PictureSize& size, Prompter& prompter) {
   switch (kind) {
     case PictureKind::Bitmap:
       return ImageOf(plot, size, "bmp", prompter);
     case PictureKind::Metafile:
-      return "";
+      return MetafileOf(plot, size, kMetafileNotCreated, prompter);
     case PictureKind::Svg:
       return SvgOf(plot, size, prompter);
     case PictureKind::Pdf:

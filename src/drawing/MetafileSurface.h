@@ -1,0 +1,66 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "drawing/EmfWriter.h"
+#include "drawing/GatheredLines.h"
+#include "drawing/LinePattern.h"
+#include "drawing/PictureSurface.h"
+
+namespace quorvex {
+
+// Records what is drawn as an enhanced metafile, the picture format of office programs: lines, shapes and letters that
+// stay sharp at any size and can be edited there.
+//
+// Records keep to what readers agree on. Regions become clip rectangles and paths, and shapes without an outline; the
+// patterns of outlines become strokes.
+class MetafileSurface : public PictureSurface {
+ public:
+  // A picture as large as `target`, which measures it, and must outlive the surface. `frame` is its size in hundredths
+  // of a millimetre; the description is that of EmfPicture.
+  MetafileSurface(DrawingSurface& target, DeviceExtent frame, const std::string& description);
+
+  SurfaceHandle CreatePen(int style, std::int32_t width, std::int32_t colour) override;
+  SurfaceHandle CreateSolidBrush(std::int32_t colour) override;
+  SurfaceHandle CreateFontIndirectA(const LogicalFont& font) override;
+  SurfaceHandle SelectObject(SurfaceHandle object) override;
+  void DeleteObject(SurfaceHandle object) override;
+
+  void MoveToEx(std::int32_t x, std::int32_t y) override { lines_.MoveTo({x, y}); }
+  void LineTo(std::int32_t x, std::int32_t y) override { lines_.LineTo({x, y}); }
+  void Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
+  void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
+  void Polygon(std::span<const DevicePoint> points) override;
+  void SetFacets(bool joined) override { facets_ = joined; }
+
+  void FillRgn(SurfaceHandle region, SurfaceHandle brush) override;
+  void SelectClipRgn(SurfaceHandle region) override;
+
+  void SetBkMode(int mode) override;
+  void SetTextColor(std::int32_t colour) override;
+  void TextOutA(std::int32_t x, std::int32_t y, std::string_view text) override;
+
+  // Ends the recording; nothing may be drawn any more.
+  SurfaceHandle CloseEnhMetaFile() override;
+
+  // The content of the file, once the recording has ended.
+  const std::optional<std::string>& Metafile() const { return metafile_; }
+
+ private:
+  std::uint32_t PlaceOf(SurfaceHandle handle);
+  void Flush();  // writes the lines gathered
+  void WritePolygon(std::span<const DevicePoint> points);
+  void WriteStrokes(std::span<const DevicePoint> polygon);
+  LinePattern Pattern() const;
+  EmfRect Around(std::span<const DevicePoint> points) const;  // in pixels
+
+  EmfWriter writer_;
+  GatheredLines lines_;
+  bool facets_ = false;
+  std::optional<std::string> metafile_;
+};
+
+}  // namespace quorvex
