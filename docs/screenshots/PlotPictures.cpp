@@ -1,6 +1,8 @@
 // Draws the pictures of docs/plots.md:
 //   plot_pictures FOLDER SUFFIX [dark]
-// The plots, once, and their window, in each scale (QT_SCALE_FACTOR) and palette.
+// The plots, once, and their window, in each scale (QT_SCALE_FACTOR) and palette. And the plots alone as files of a
+// kind, each beside its PNG file, for a look at what other programs make of them:
+//   plot_pictures FOLDER as ENDING
 
 #include <QAction>
 #include <QApplication>
@@ -36,6 +38,7 @@ class ErrorPrompter : public MessageBoxPrompter {
  public:
   ErrorPrompter() : MessageBoxPrompter(nullptr) {}
   void Refuse(const std::string& text) override { std::cerr << text << '\n'; }
+  void Inform(const std::string&) override {}
 };
 
 PlotSeries Series(int count, double (*x)(double), double (*y)(double), std::int32_t colour, const std::string& legend) {
@@ -193,7 +196,8 @@ PlotClass SquareFrame() {
 
 PlotClass Scripts() {
   PlotClass plot = NewPlot("C~<12~<H~<22~<O~<11~< + SO~<4~<~>2-~>: k~<max~<~>(2)~> over 1/T~>2~>",
-                           "T~>-2~>, 10~>-6~> K~>-2~>", "k~<max~<~>(2)~>, m~>3~> mol~>-1~> s~>-1~>");
+                           "\u03D1~>-2~>, 10~>-6~> K~>-2~>, f\u00FCr \u03B1-Fe~<2~<O~<3~<",
+                           "k~<max~<~>(2)~>, \u00B5m~>3~> mol~>-1~> s~>-1~>");
   plot.PlotTitleFont.Size = 16;
   for (PlotAxis* axis : {&plot.X, &plot.Y}) axis->AxisTitleFont.Size = 13;
   plot.PlotData.emplace_back(
@@ -251,13 +255,13 @@ const struct {
               {"swapped-axes", SwappedAxes}, {"square", SquareFrame},   {"scripts", Scripts},
               {"slanted", SlantedNumbers},   {"boxes", Boxes}};
 
-bool TakePlots(const QString& folder, Prompter& prompter) {
+bool TakePlots(const QString& folder, const QStringList& endings, Prompter& prompter) {
   for (const auto& [name, make] : kPlots) {
     PlotClass plot = make();
-    QImage picture = BlankPicture({640, 440});
-    if (!plot.CreateGraph({}, prompter) || !plot.DrawGraph(*std::make_unique<QtSurface>(picture), prompter))
-      return false;
-    picture.save(folder + '/' + name + ".png");
+    if (!plot.CreateGraph({}, prompter)) return false;
+    for (const QString& ending : endings)
+      if (!SavePlotPicture(plot, {640, 440}, (folder + '/' + name + '.' + ending).toStdString(), prompter))
+        return false;
   }
   return true;
 }
@@ -343,7 +347,10 @@ int main(int argc, char** argv) {
   if (dark) QApplication::setPalette(DarkPalette());
   ErrorPrompter prompter;
   const QString &folder = arguments[1], &suffix = arguments[2];
-  if (!dark && !(TakePlots(folder, prompter) && TakeSurfaces(folder, prompter))) return EXIT_FAILURE;
+  const bool otherFiles = suffix == "as" && arguments.size() > 3;
+  const QStringList endings = otherFiles ? QStringList{"png", arguments[3]} : QStringList{"png"};
+  if (!dark && !(TakePlots(folder, endings, prompter) && TakeSurfaces(folder, endings, prompter))) return EXIT_FAILURE;
+  if (otherFiles) return EXIT_SUCCESS;
   return TakeWindow(folder, suffix, prompter) && TakeSolutions(folder, suffix, prompter) &&
                  TakeSurfaceWindow(folder, suffix, prompter)
              ? EXIT_SUCCESS

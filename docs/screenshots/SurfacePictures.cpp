@@ -156,11 +156,13 @@ bool TakeSchemes(const QString& file, Prompter& prompter) {
 
 }  // namespace
 
-bool TakeSurfaces(const QString& folder, Prompter& prompter) {
+bool TakeSurfaces(const QString& folder, const QStringList& endings, Prompter& prompter) {
   for (const auto& [name, make] : kPlots) {
     PlotClass3D plot = make();
-    QImage picture = BlankPicture({640, 480});
-    if (!Draw(plot, picture, prompter) || !picture.save(folder + '/' + name + ".png")) return false;
+    if (!plot.CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = true}, prompter)) return false;
+    for (const QString& ending : endings)
+      if (!SavePlotPicture(plot, {640, 480}, (folder + '/' + name + '.' + ending).toStdString(), prompter))
+        return false;
   }
   return TakeSchemes(folder + "/schemes.png", prompter);
 }

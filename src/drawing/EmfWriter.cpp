@@ -16,9 +16,9 @@ EmfWriter::EmfWriter(const EmfPicture& picture) {
   constexpr std::uint32_t kSignature = 0x464D4520, kVersion = 0x10000;  // " EMF", 1.0
   constexpr std::uint32_t kHeaderSize = 108, kNoPalette = 0, kNoPixelFormat = 0, kNoOpenGl = 0;
   const std::u16string description(picture.Description.begin(), picture.Description.end());
-  Record(EmfRecord::Header, EmfRect{0, 0, picture.Pixels.cx - 1, picture.Pixels.cy - 1},
+  Record(EmfRecord::Header, EmfRect{0, 0, picture.Units.cx - 1, picture.Units.cy - 1},
          EmfRect{0, 0, picture.Frame.cx, picture.Frame.cy}, kSignature, kVersion, std::uint32_t{0}, std::uint32_t{0},
-         std::uint32_t{0}, static_cast<std::uint32_t>(description.size()), kHeaderSize, kNoPalette, picture.Pixels,
+         std::uint32_t{0}, static_cast<std::uint32_t>(description.size()), kHeaderSize, kNoPalette, picture.Units,
          picture.Millimetres, kNoPixelFormat, kNoPixelFormat, kNoOpenGl,
          static_cast<std::uint32_t>(picture.Millimetres.cx) * kMicrometres,
          static_cast<std::uint32_t>(picture.Millimetres.cy) * kMicrometres, std::u16string_view(description));

@@ -18,14 +18,10 @@ enum class EmfRecord : std::uint32_t {
   Polygon = 3,
   Polyline = 4,
   PolyPolyline = 7,
-  SetWindowExtEx = 9,
-  SetWindowOrgEx = 10,
-  SetViewportExtEx = 11,
-  SetViewportOrgEx = 12,
   Eof = 14,
-  SetMapMode = 17,
   SetBkMode = 18,
   SetTextColor = 24,
+  MoveToEx = 27,
   IntersectClipRect = 30,
   SelectObject = 37,
   CreatePen = 38,
@@ -49,8 +45,8 @@ struct EmfRect {
 
 // The size of a metafile's picture, and the device that it is measured on.
 struct EmfPicture {
-  DeviceExtent Pixels;       // of the device, which the picture covers
-  DeviceExtent Millimetres;  // of the device
+  DeviceExtent Units;        // of the device, which the picture covers
+  DeviceExtent Millimetres;  // of the device, too
   DeviceExtent Frame;        // of the picture, in hundredths of a millimetre
   std::string Description;   // program and picture in ASCII, each ended by a null character, and one more
 };

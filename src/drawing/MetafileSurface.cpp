@@ -20,11 +20,6 @@ constexpr std::uint32_t kStock[] = {0x80000007, 0x80000000, 0x8000000D, 0x800000
 
 std::uint32_t Number(std::size_t count) { return static_cast<std::uint32_t>(count); }
 
-DeviceExtent Pixels(const DrawingSurface& target) {
-  return {target.GetDeviceCaps(DeviceCap::HORZRES) / target.UnitsPerPixel(),
-          target.GetDeviceCaps(DeviceCap::VERTRES) / target.UnitsPerPixel()};
-}
-
 // A name of at most 31 units and zeros up to 32.
 std::u16string FaceName(const LogicalFont& font) {
   constexpr std::size_t kRoom = 32;
@@ -34,22 +29,21 @@ std::u16string FaceName(const LogicalFont& font) {
   return name;
 }
 
+EmfRect Around(std::span<const DevicePoint> points) {
+  const auto across = std::ranges::minmax(points, {}, &DevicePoint::x),
+             down = std::ranges::minmax(points, {}, &DevicePoint::y);
+  return {across.min.x, down.min.y, across.max.x, down.max.y};
+}
+
 }  // namespace
 
 MetafileSurface::MetafileSurface(DrawingSurface& target, DeviceExtent frame, const std::string& description)
     : PictureSurface(target),
-      writer_({Pixels(target),
+      writer_({{target.GetDeviceCaps(DeviceCap::HORZRES), target.GetDeviceCaps(DeviceCap::VERTRES)},
                {target.GetDeviceCaps(DeviceCap::HORZSIZE), target.GetDeviceCaps(DeviceCap::VERTSIZE)},
                frame,
                description}),
-      lines_(target.UnitsPerPixel()) {
-  constexpr std::uint32_t kAnisotropic = 8;
-  writer_.Record(EmfRecord::SetMapMode, kAnisotropic);
-  writer_.Record(EmfRecord::SetWindowOrgEx, DevicePoint{});
-  writer_.Record(EmfRecord::SetWindowExtEx, DeviceExtent{ScaleWidth(), ScaleHeight()});
-  writer_.Record(EmfRecord::SetViewportOrgEx, DevicePoint{});
-  writer_.Record(EmfRecord::SetViewportExtEx, Pixels(target));
-}
+      lines_(target.UnitsPerPixel()) {}
 
 std::uint32_t MetafileSurface::PlaceOf(SurfaceHandle handle) {
   constexpr SurfaceHandle kStockCount = std::size(kStock);
@@ -88,8 +82,8 @@ SurfaceHandle MetafileSurface::CreateFontIndirectA(const LogicalFont& font) {
   constexpr std::size_t kMore = 320 - 92;
   const std::array<std::uint32_t, kMore / sizeof(std::uint32_t)> nothing{};
   writer_.Record(EmfRecord::ExtCreateFontIndirectW, PlaceOf(handle), font.Height, kAnyWidth, font.Escapement,
-                 font.Escapement, font.Weight, byte(font.Italic), byte(font.Underline), byte(font.StrikeOut), kAnyCharacters,
-                 kDefault, kDefault, byte(font.Quality), kDefault, std::u16string_view(FaceName(font)),
+                 font.Escapement, font.Weight, byte(font.Italic), byte(font.Underline), byte(font.StrikeOut),
+                 kAnyCharacters, kDefault, kDefault, byte(font.Quality), kDefault, std::u16string_view(FaceName(font)),
                  std::span<const std::uint32_t>(nothing));
   return handle;
 }
@@ -103,12 +97,6 @@ SurfaceHandle MetafileSurface::SelectObject(SurfaceHandle object) {
 void MetafileSurface::DeleteObject(SurfaceHandle object) {
   if (!Objects().IsRegion(object)) writer_.Record(EmfRecord::DeleteObject, PlaceOf(object));
   PictureSurface::DeleteObject(object);
-}
-
-EmfRect MetafileSurface::Around(std::span<const DevicePoint> points) const {
-  const auto across = std::ranges::minmax(points, {}, &DevicePoint::x), down = std::ranges::minmax(points, {}, &DevicePoint::y);
-  const auto pixel = [&](std::int32_t units) { return OnPixel(units) / UnitsPerPixel(); };
-  return {pixel(across.min.x), pixel(down.min.y), pixel(across.max.x), pixel(down.max.y)};
 }
 
 void MetafileSurface::Flush() {
@@ -164,8 +152,9 @@ void MetafileSurface::Polygon(std::span<const DevicePoint> points) {
   const std::optional<std::int32_t> fill = Objects().Brush().Colour;
   const bool outlined = Objects().Pen().Style != kNoLine;
   if (facets_ && !outlined && fill) {
-    // Between the smoothed edges of two facets the ground would shine through.
-    const SelectedObject seam(*this, CreatePen(0, PenScale(), *fill));
+    // Between the smoothed edges of two facets the ground would shine through. Some readers draw a line of one pixel
+    // without its corners, and it would shine through there.
+    const SelectedObject seam(*this, CreatePen(0, PenScale() * 3 / 2, *fill));
     return WritePolygon(points);
   }
   if (!outlined || Pattern().Elements().empty()) return WritePolygon(points);
@@ -236,7 +225,8 @@ void MetafileSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view 
   }
   if (units.empty()) return;
 
-  const double angle = Objects().Font().Escapement * std::numbers::pi / 1800, along = std::cos(angle), up = std::sin(angle);
+  const double angle = Objects().Font().Escapement * std::numbers::pi / 1800, along = std::cos(angle),
+               up = std::sin(angle);
   std::vector<DevicePoint> corners;
   for (const double right : {0, cell.cx})
     for (const double below : {0, cell.cy})
@@ -254,6 +244,8 @@ void MetafileSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view 
                  scale(GetDeviceCaps(DeviceCap::VERTSIZE), GetDeviceCaps(DeviceCap::VERTRES)), DevicePoint{x, y},
                  Number(units.size()), kTextAt, kNoOptions, EmfRect{}, advancesAt, std::u16string_view(units), padding,
                  std::span<const std::uint32_t>(advances));
+  // Inkscape makes a paragraph of texts that follow each other, and lays it out anew; this keeps them apart.
+  writer_.Record(EmfRecord::MoveToEx, DevicePoint{x, y});
 }
 
 SurfaceHandle MetafileSurface::CloseEnhMetaFile() {

@@ -15,8 +15,9 @@ namespace quorvex {
 // Records what is drawn as an enhanced metafile, the picture format of office programs: lines, shapes and letters that
 // stay sharp at any size and can be edited there.
 //
-// Records keep to what readers agree on. Regions become clip rectangles and paths, and shapes without an outline; the
-// patterns of outlines become strokes.
+// Records keep to what readers agree on. Coordinates are the device's own units, since not all of them scale pens by a
+// map; regions become clip rectangles and paths, and shapes without an outline; the patterns of outlines become
+// strokes.
 class MetafileSurface : public PictureSurface {
  public:
   // A picture as large as `target`, which measures it, and must outlive the surface. `frame` is its size in hundredths
@@ -55,7 +56,6 @@ class MetafileSurface : public PictureSurface {
   void WritePolygon(std::span<const DevicePoint> points);
   void WriteStrokes(std::span<const DevicePoint> polygon);
   LinePattern Pattern() const;
-  EmfRect Around(std::span<const DevicePoint> points) const;  // in pixels
 
   EmfWriter writer_;
   GatheredLines lines_;
