@@ -13,6 +13,8 @@
 #include "files/ui/frmPltTemplate.h"
 #include "files/ui/frmTemplateEdit.h"
 #include "plot/PlotClass.h"
+#include "plot/ui/PlotPreview.h"
+#include "plot/ui/Printfrm.h"
 
 namespace quorvex {
 
@@ -44,6 +46,17 @@ void TakePlotWindow(const Shots& shots) {
     picture.save(shots.Folder + "/plot-menu-" + name + shots.Suffix + ".png");
     entry->menu()->close();
   }
+
+  PlotPreview preview(window.Plot(), shots.Run.Preferences, user, &window);
+  preview.Refresh();
+  preview.show();
+  shots.Take(preview, "plot-preview");
+  preview.hide();
+
+  Printfrm printing(&window);
+  printing.Show("Printing page 1 of 1 on Laser");
+  shots.Take(printing, "plot-printing");
+  printing.hide();
 
   QTimer::singleShot(50, [&] {
     auto* form = QApplication::activeModalWidget();

@@ -56,6 +56,8 @@ constexpr HelpPage kRows[] = {
     {"GraphList", "plots.html#columns"},
     {"frmPlotInfo", "plots.html"},
     {"PSetup", "plots.html#paper"},
+    {"PlotPreview", "plots.html#paper"},
+    {"Printfrm", "plots.html#paper"},
     {"frmMacro", "macros.html"},
     {"frmViewMacro", "macros.html#view"},
     {"FilePref", "preferences.html#solver"},

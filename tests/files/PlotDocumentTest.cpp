@@ -43,7 +43,8 @@ class PlotDocumentTest : public testing::Test {
 };
 
 constexpr const char* kSaveFilters =
-    "Plot files (*.plt);;PNG files (*.png);;Bitmap files (*.bmp);;PDF documents (*.pdf)|plt|";
+    "Plot files (*.plt);;PNG files (*.png);;Bitmap files (*.bmp);;Enhanced MetaFile (*.emf);;PDF documents "
+    "(*.pdf)|plt|";
 constexpr const char* kCannotBeSaved =
     "refuse: An error in the current plot settings prohibits the plot from being saved in it's current state. Check "
     "the plot settings in the Graph Properties window.";

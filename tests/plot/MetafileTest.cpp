@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "TemporaryFolder.h"
-#include "core/Files.h"
 #include "drawing/EmfReader.h"
 #include "plot/Metafile.h"
 #include "plot/Plots.h"
@@ -76,7 +74,7 @@ TEST(CreateMetafile, HoldsWhatTheSameDrawingHoldsElsewhere) {
   ASSERT_TRUE(plot.CreateGraph({.Auto = true}, prompter));
   RecordingSurface recording(640, 480), target(640, 480);
   ASSERT_TRUE(plot.DrawGraph(recording, prompter));
-  const EmfReader file(CreateMetafile(plot, target, prompter).value_or(""));
+  const EmfReader file(CreateMetafile(plot, target, kMetafileNotCreated, prompter).value_or(""));
   EXPECT_NE(plot.MetafileHandle, 0u);
   EXPECT_TRUE(target.Only({"LineTo", "TextOutA", "Rectangle"}).empty());  // it only measures
 
@@ -94,7 +92,7 @@ TEST(CreateMetafile, TakesFrameAndDescriptionFromTargetAndProgram) {
   // 1440 and 720 twips to the millimetre of 96 units to the inch: 640 are 169 mm and 1280 are 339.
   for (const auto& [width, hundredths] : {std::pair{640, 16900}, {1280, 33900}}) {
     RecordingSurface target(width, 480);
-    const EmfReader file(CreateMetafile(plot, target, prompter).value_or(""));
+    const EmfReader file(CreateMetafile(plot, target, kMetafileNotCreated, prompter).value_or(""));
     EXPECT_EQ(file.I32(32), hundredths);
     EXPECT_EQ(file.I32(36), 12700);
     EXPECT_EQ(file.U32(60), kDescriptionLength);
@@ -111,37 +109,23 @@ TEST(CreateMetafile, RecordsSurfacesInSpace) {
   ASSERT_TRUE(plot.CreateGraph({.Auto = true, .AutoFormat = true}, prompter));
   RecordingSurface recording, target;
   ASSERT_TRUE(plot.DrawGraph(recording, prompter));
-  const EmfReader file(CreateMetafile(plot, target, prompter).value_or(""));
+  const EmfReader file(CreateMetafile(plot, target, kMetafileNotCreated, prompter).value_or(""));
   EXPECT_EQ(file.Only({"TextOutA", "Ellipse", "Polygon"}), recording.Only({"TextOutA", "Ellipse", "Polygon"}));
 }
 
-TEST(SaveMetafile, TellsWhatBecameOfTheFile) {
-  const TemporaryFolder folder;
-  const std::string file = folder.Path("plot.emf"), nowhere = folder.Path("missing/plot.emf");
+TEST(CreateMetafile, SaysWhereThereIsNone) {
   PlotClass plot = FullPlot();
   RecordingPrompter prompter;
   ASSERT_TRUE(plot.CreateGraph({.Auto = true}, prompter));
-  RecordingSurface target;
-  EXPECT_TRUE(SaveMetafile(plot, target, file, prompter));
-  EXPECT_EQ(prompter.Last(), "inform: The file '" + file + "' contains the Enhanced Metafile.");
-  WholeFile written;
-  ASSERT_EQ(written.Read(file), 0);
-  const EmfReader check{std::string(written.Text())};
-  EXPECT_FALSE(SaveMetafile(plot, target, nowhere, prompter));
-  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the Metafile to disk.");
-
-  // Nothing of a plot that cannot be drawn, or on a device without a size, and the old file stays.
-  RecordingSurface small(1, 1);
+  // On a device that is no millimetre wide, and of a plot that cannot be drawn.
+  RecordingSurface small(1, 1), target;
   for (const bool created : {true, false}) {
     plot.PlotCreated = created;
-    EXPECT_FALSE(SaveMetafile(plot, created ? static_cast<DrawingSurface&>(small) : target, file, prompter));
+    EXPECT_FALSE(CreateMetafile(plot, created ? small : target, kMetafileNotCreated, prompter));
     EXPECT_EQ(prompter.Last(), "refuse: Error creating Metafile.");
-    EXPECT_FALSE(CopyMetafile(plot, small, prompter));
+    EXPECT_FALSE(CreateMetafile(plot, created ? small : target, kMetafileNotCopied, prompter));
     EXPECT_EQ(prompter.Last(), "refuse: Error Creating Metafile");
   }
-  WholeFile after;
-  ASSERT_EQ(after.Read(file), 0);
-  EXPECT_EQ(after.Text(), written.Text());
 }
 
 }  // namespace

@@ -64,18 +64,32 @@ class DataplotTest : public Frame {
 TEST_F(DataplotTest, HasItsVerbsInMenusPopupAndBar) {
   Start();
   Dataplot& plot = NewPlot();
-  const std::vector<const char*> common = {"mnuPlotOpen",          "mnuPlotClose",        "mnuPlotImport",
-                                           "mnuPlotExportItem0",   "mnuPlotExportItem1",  "mnuPlotExportItem2",
-                                           "mnuPlotSave",          "mnuPlotSaveAs",       "mnuPlotSaveCopyAs",
-                                           "mnuPlotPrint",         "mnuPlotPrintSetup",   "mnuPlotClipItem",
-                                           "mnuPlotFormatFitAll",  "mnuPlotTemplateEdit", "mnuPlotFormatProperties",
-                                           "mnuPlotTemplateApply", "mnuPlotTemplateSave", "mnuEditUndo",
+  const std::vector<const char*> common = {"mnuPlotOpen",
+                                           "mnuPlotClose",
+                                           "mnuPlotImport",
+                                           "mnuPlotExportItem0",
+                                           "mnuPlotExportItem1",
+                                           "mnuPlotExportItem2",
+                                           "mnuPlotSave",
+                                           "mnuPlotSaveAs",
+                                           "mnuPlotSaveCopyAs",
+                                           "mnuPlotPrint",
+                                           "mnuPlotPrintSetup",
+                                           "mnuPlotPrintPreview",
+                                           "mnuPlotClipItem0",
+                                           "mnuPlotClipItem1",
+                                           "mnuPlotFormatFitAll",
+                                           "mnuPlotTemplateEdit",
+                                           "mnuPlotFormatProperties",
+                                           "mnuPlotTemplateApply",
+                                           "mnuPlotTemplateSave",
+                                           "mnuEditUndo",
                                            "mnuEditRedo"};
   for (const char* name : common) EXPECT_NE(plot.findChild<QAction*>(name), nullptr) << name;
   EXPECT_NE(plot.findChild<QMenu*>("mnuPlotTemplateRecent"), nullptr);
   const std::pair<const char*, const char*> buttons[] = {
       {"tbzoom", "mnuPlotFormatZoom"}, {"tbunzoom", "mnuPlotFormatFitAll"},     {"tbshowcoords", "mnuPlotShowCoords"},
-      {"tbcopy", "mnuPlotClipItem"},   {"tbformat", "mnuPlotFormatProperties"}, {"tbsave", "mnuPlotSave"},
+      {"tbcopy", "mnuPlotClipItem1"},  {"tbformat", "mnuPlotFormatProperties"}, {"tbsave", "mnuPlotSave"},
       {"tbprint", "mnuPlotPrint"},     {"tbpagesetup", "mnuPlotPrintSetup"}};
   for (const auto& [button, verb] : buttons) {
     EXPECT_EQ(In<QToolButton>(plot, button).defaultAction(), &Action(plot, verb)) << button;

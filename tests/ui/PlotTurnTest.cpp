@@ -163,7 +163,7 @@ TEST_F(PlotTurn, OffersWhatAPlotWithoutAFrameHas) {
   Open();
   for (const char* name : {"mnuPlotFormatZoom", "mnuPlotShowCoords", "SwapAxis"})
     EXPECT_EQ(Action(name), nullptr) << name;
-  for (const char* name : {"mnuPlotFormatFitAll", "mnuPlotClipItem", "mnuPlotPrint"})
+  for (const char* name : {"mnuPlotFormatFitAll", "mnuPlotClipItem0", "mnuPlotClipItem1", "mnuPlotPrint"})
     EXPECT_NE(Action(name), nullptr) << name;
   const AccessibilityWalk walk(*window);
   for (const char* name : {"Plot", "X1-X2 view angle", "X1-Y view angle"}) EXPECT_TRUE(walk.Names.contains(name));

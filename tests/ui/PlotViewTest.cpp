@@ -10,6 +10,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QMenu>
+#include <QMimeData>
 #include <QPrinter>
 #include <QTest>
 #include <functional>
@@ -184,10 +185,23 @@ TEST_F(PlotViewTest, OpensItsMenuOnlyBetweenModes) {
 }
 
 TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
-  Action("mnuPlotClipItem")->trigger();
+  Action("mnuPlotClipItem1")->trigger();
   EXPECT_EQ(Difference(QApplication::clipboard()->image(), View().Picture()), 0);
 
+  Action("mnuPlotClipItem0")->trigger();
+  const QMimeData* copied = QApplication::clipboard()->mimeData();
+  EXPECT_FALSE(copied->hasImage());
+  const QByteArray metafile = copied->data("image/x-emf");
+  EXPECT_EQ(metafile.mid(40, 4), " EMF");
+
   const TemporaryFolder folder;
+  prompter.File = folder.Path("plot.emf");
+  Action("mnuPlotSave")->trigger();
+  EXPECT_EQ(prompter.Last(), "inform: The file '" + *prompter.File + "' contains the Enhanced Metafile.");
+  QFile emf(QString::fromStdString(*prompter.File));
+  ASSERT_TRUE(emf.open(QIODevice::ReadOnly));
+  EXPECT_EQ(emf.readAll(), metafile);
+
   prompter.File = folder.Path("plot.png");
   Action("mnuPlotSave")->trigger();
   EXPECT_EQ(prompter.Last(), "inform: The file '" + *prompter.File + "' contains the PNG picture.");
@@ -208,6 +222,9 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
   Action("mnuPlotSave")->trigger();
   EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the PNG picture to file.");
   Plot().PlotCreated = false;
+  Action("mnuPlotClipItem0")->trigger();
+  EXPECT_EQ(prompter.Last(), "refuse: Error Creating Metafile");
+  EXPECT_EQ(QApplication::clipboard()->mimeData()->data("image/x-emf"), metafile);
   Action("mnuPlotSave")->trigger();
   EXPECT_EQ(prompter.Last().substr(0, 47), "refuse: An error in the current plot settings p");
 }

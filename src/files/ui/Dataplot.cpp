@@ -11,6 +11,7 @@
 #include "files/ui/frmPltTemplate.h"
 #include "files/ui/frmTemplateEdit.h"
 #include "plot/ui/PSetup.h"
+#include "plot/ui/PlotPreview.h"
 #include "plot/ui/PlotProperties.h"
 
 namespace quorvex {
@@ -94,6 +95,8 @@ void Dataplot::SaveAs() {
 void Dataplot::SaveCopyAs() { document_.FileSaveCopyAs(); }
 
 void Dataplot::PageSetupCommand() { PSetup(document_.Preferences(), Plot().Locale, document_.User(), this).exec(); }
+
+void Dataplot::PrintPreview() { PreviewPlot(Plot(), document_.Preferences(), document_.User(), this); }
 
 void Dataplot::Undo() { Show(document_.Undo()); }
 void Dataplot::Redo() { Show(document_.Redo()); }

@@ -64,6 +64,7 @@ class Dataplot : public QWidget {
   void SaveAs();
   void SaveCopyAs();
   void PageSetupCommand();
+  void PrintPreview();
   void Undo();
   void Redo();
   void FormatProperties();

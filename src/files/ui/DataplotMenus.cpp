@@ -57,6 +57,7 @@ void Dataplot::MakePlotMenu(QMenuBar& menus) {
   Add(plot, "mnuPlotPrintSetup", tr("Page Set&up..."), {}, &Dataplot::PageSetupCommand);
   QAction* print = Verb("mnuPlotPrint");
   print->setShortcut(QKeySequence::Print);
+  Add(plot, "mnuPlotPrintPreview", tr("Print Pre&view..."), {}, &Dataplot::PrintPreview);
   plot.addAction(print);
 }
 
@@ -65,9 +66,11 @@ void Dataplot::MakeEditMenu(QMenuBar& menus) {
   Add(edit, "mnuEditUndo", {}, {QKeySequence("Ctrl+Z")}, &Dataplot::Undo);
   Add(edit, "mnuEditRedo", {}, {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")}, &Dataplot::Redo);
   edit.addSeparator();
-  QAction* copy = Verb("mnuPlotClipItem");
+  QAction* copy = Verb("mnuPlotClipItem1");
   copy->setShortcut(QKeySequence::Copy);
-  edit.addAction(copy);
+  QAction* metafile = Verb("mnuPlotClipItem0");
+  metafile->setShortcut(QKeySequence("Ctrl+Shift+C"));
+  edit.addActions({copy, metafile});
 }
 
 void Dataplot::MakeFormatMenu(QMenuBar& menus) {
@@ -120,7 +123,7 @@ void Dataplot::MakePopup() {
   for (QAction* action : view_->actions()) view_->removeAction(action);
   view_->addActions(view_->LookingActions());
   for (const auto& group : {std::vector{"mnuPlotFormatProperties"}, std::vector{"mnuEditUndo", "mnuEditRedo"},
-                            std::vector{"mnuPlotClipItem", "mnuPlotSave", "mnuPlotSaveAs"},
+                            std::vector{"mnuPlotClipItem1", "mnuPlotClipItem0", "mnuPlotSave", "mnuPlotSaveAs"},
                             std::vector{"mnuPlotAdd", "mnuPlotImport", "mnuPlotTemplateApply"},
                             std::vector{"mnuPlotPrintSetup", "mnuPlotPrint"}}) {
     auto* separator = new QAction(view_);
@@ -134,7 +137,7 @@ void Dataplot::MakePopup() {
 void Dataplot::MakeBar() {
   constexpr std::pair<const char*, const char*> kButtons[] = {
       {"tbzoom", "mnuPlotFormatZoom"}, {"tbunzoom", "mnuPlotFormatFitAll"},     {"tbshowcoords", "mnuPlotShowCoords"},
-      {"tbcopy", "mnuPlotClipItem"},   {"tbformat", "mnuPlotFormatProperties"}, {"tbsave", "mnuPlotSave"},
+      {"tbcopy", "mnuPlotClipItem1"},  {"tbformat", "mnuPlotFormatProperties"}, {"tbsave", "mnuPlotSave"},
       {"tbprint", "mnuPlotPrint"},     {"tbpagesetup", "mnuPlotPrintSetup"}};
   QList<QAction*> actions;
   for (const auto& [button, verb] : kButtons)

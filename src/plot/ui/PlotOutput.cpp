@@ -17,6 +17,7 @@
 #include "plot/DescribePlot.h"
 #include "plot/Metafile.h"
 #include "plot/PictureMessages.h"
+#include "plot/ui/Printfrm.h"
 
 namespace quorvex {
 namespace {
@@ -81,7 +82,10 @@ Content SvgOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
 
 Content MetafileOf(PlotPage& plot, const PictureSize& size, const char* failure, Prompter& prompter) {
   QImage measures = BlankPicture(size);
-  if (measures.isNull()) return "";
+  if (measures.isNull()) {
+    prompter.Refuse(failure);
+    return std::nullopt;
+  }
   QtSurface screen(measures);
   return CreateMetafile(plot, screen, failure, prompter);
 }
@@ -137,33 +141,55 @@ std::unique_ptr<QMimeData> CopiedPicture(PlotPage& plot, const PictureSize& size
   return copied;
 }
 
-bool PrintPlot(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {
+std::unique_ptr<QMimeData> CopiedMetafile(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
+  const Content metafile = MetafileOf(*plot.Clone(), size, kMetafileNotCopied, prompter);
+  if (!metafile) return nullptr;
+  auto copied = std::make_unique<QMimeData>();
+  copied->setData("image/x-emf", QByteArray::fromStdString(*metafile));
+  return copied;
+}
+
+void SetUpPlotPrinter(QPrinter& printer, const Settings& settings) {
+  constexpr int kPortrait = 1;
+  printer.setDocName("Quorvex");
   printer.setFullPage(true);
+  printer.setPageOrientation(settings.Integer("plotorientation", "printsetup") == kPortrait ? QPageLayout::Portrait
+                                                                                            : QPageLayout::Landscape);
+}
+
+bool DrawOnPaper(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter) {
+  QtSurface surface(printer, QtSurface::Device::kPrinter);
+  return plot.Clone()->DrawGraph(surface, prompter, page);
+}
+
+bool PrintPlot(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter, QWidget* parent) {
+  printer.setFullPage(true);
+  const QString file = printer.outputFileName();
   {
-    // The job ends with the surface; only then does the printer know of an error.
-    QtSurface surface(printer, QtSurface::Device::kPrinter);
-    if (!plot.DrawGraph(surface, prompter, page)) {
+    Printfrm window(parent);
+    // The job ends with the drawing; only then does the printer know of an error.
+    const auto draw = [&] { return DrawOnPaper(plot, printer, page, prompter); };
+    const std::string name = (file.isEmpty() ? printer.printerName() : file).toStdString();
+    if (!PrintPages(1, name, window, draw, prompter)) {
       printer.abort();
-      prompter.Refuse("An error ocurred drawing the plot to the printer.");
       return false;
     }
   }
   const std::optional<PrinterError> error = ErrorOfLastJob(printer);
-  if (error)
-    prompter.Refuse("The following printer error occurred: Error number " + std::to_string(error->Code) + ": " +
-                    error->Description + ".");
+  if (error) prompter.Refuse(PlotPrinterErrorText(error->Code, error->Description));
   return !error;
+}
+
+bool AskAndPrint(PlotPage& plot, QPrinter& printer, const Settings& settings, Prompter& prompter, QWidget* parent) {
+  QPrintDialog dialog(&printer, parent);
+  return dialog.exec() == QDialog::Accepted && PrintPlot(plot, printer, PageSetup::Read(settings), prompter, parent);
 }
 
 void FilePrint(PlotPage& plot, const Settings& settings, Prompter& prompter, QWidget* parent) {
   if (!CanBe("printed", plot, prompter)) return;
-  constexpr int kPortrait = 1;
   QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName("Quorvex");
-  printer.setPageOrientation(settings.Integer("plotorientation", "printsetup") == kPortrait ? QPageLayout::Portrait
-                                                                                            : QPageLayout::Landscape);
-  QPrintDialog dialog(&printer, parent);
-  if (dialog.exec() == QDialog::Accepted) PrintPlot(plot, printer, PageSetup::Read(settings), prompter);
+  SetUpPlotPrinter(printer, settings);
+  AskAndPrint(plot, printer, settings, prompter, parent);
 }
 
 }  // namespace quorvex

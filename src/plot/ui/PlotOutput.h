@@ -25,11 +25,22 @@ bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string&
 // A picture of the plot for the clipboard: the image of it, as shown, and an SVG document.
 std::unique_ptr<QMimeData> CopiedPicture(PlotPage& plot, const PictureSize& size, const QImage& shown);
 
-// Prints the plot on one page. False, with messages, where it cannot be drawn or the printer refuses it; margins that
-// leave no room start no page.
-bool PrintPlot(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter);
+// The same as a metafile; nothing, with a message, where there is none.
+std::unique_ptr<QMimeData> CopiedMetafile(PlotPage& plot, const PictureSize& size, Prompter& prompter);
 
-// Asks for a printer and prints.
+// Makes the printer one for plots: its whole sheet, in the orientation of the page setup.
+void SetUpPlotPrinter(QPrinter& printer, const Settings& settings);
+
+// Draws the plot on the printer's sheet, and leaves it as it is on screen. False, with a message, where it cannot be
+// drawn; where the margins leave no room there is no page then.
+bool DrawOnPaper(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter);
+
+// Prints the plot on one page while a small window says so. False, with messages, where it cannot be drawn, the user
+// cancels, or the printer refuses it.
+bool PrintPlot(PlotPage& plot, QPrinter& printer, const PageSetup& page, Prompter& prompter, QWidget* parent = nullptr);
+
+// Asks which printer, and prints.
+bool AskAndPrint(PlotPage& plot, QPrinter& printer, const Settings& settings, Prompter& prompter, QWidget* parent);
 void FilePrint(PlotPage& plot, const Settings& settings, Prompter& prompter, QWidget* parent);
 
 }  // namespace quorvex

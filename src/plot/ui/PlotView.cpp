@@ -63,7 +63,8 @@ PlotView::PlotView(PlotPage& plot, Prompter& prompter, Settings& settings, QWidg
   }
   AddAction("mnuPlotFormatFitAll", tr("&Fit All"), &PlotView::ZoomOut);
   looking_ = actions();
-  AddAction("mnuPlotClipItem", tr("C&opy"), &PlotView::EditCopy);
+  AddAction("mnuPlotClipItem0", tr("Copy as &Metafile"), &PlotView::EditCopyMetafile);
+  AddAction("mnuPlotClipItem1", tr("C&opy"), &PlotView::EditCopy);
   AddAction("mnuPlotSavePicture", tr("&Save Picture..."), &PlotView::SavePicture);
   AddAction("mnuPlotPrint", tr("&Print..."), &PlotView::Print);
 }
@@ -282,6 +283,12 @@ void PlotView::WritePicture(const std::string& file) {
     size = AskResolution(*size, settings_, plot_.Locale, prompter_);
   const BusyCursor busy;
   if (size) SavePlotPicture(plot_, *size, file, prompter_);
+}
+
+void PlotView::EditCopyMetafile() {
+  const BusyCursor busy;
+  if (auto metafile = CopiedMetafile(plot_, Size(), prompter_))
+    QGuiApplication::clipboard()->setMimeData(metafile.release());
 }
 
 void PlotView::SavePicture() {

@@ -53,7 +53,8 @@ class PlotView : public QWidget, private PlotHost {
   void ZoomIn();      // lets the user mark a box to zoom into
   void ZoomOut();     // back to the scale of the data
   void ShowCoords();  // of the pointer and of curve points next to it
-  void EditCopy();
+  void EditCopy();    // the picture as it is shown
+  void EditCopyMetafile();
   void SavePicture();
   void Print();
 

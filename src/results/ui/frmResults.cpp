@@ -21,6 +21,7 @@
 #include "core/ui/BusyCursor.h"
 #include "core/ui/PrintJob.h"
 #include "drawing/ui/QtSurface.h"
+#include "plot/PrintPages.h"
 #include "plot/ui/PSetup.h"
 #include "plot/ui/PlotView.h"
 #include "results/DataTable.h"
@@ -300,8 +301,7 @@ void frmResults::PrintOn(QPrinter& printer) {
     }
   }
   if (const std::optional<PrinterError> error = ErrorOfLastJob(printer))
-    user_.Refuse("The following error occurred: Error number " + std::to_string(error->Code) + " - " +
-                 error->Description + ".");
+    user_.Refuse(PrintErrorText(error->Code, error->Description));
 }
 
 void frmResults::CopyCommand() {
