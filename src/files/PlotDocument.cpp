@@ -126,8 +126,8 @@ std::optional<PlotDocument> NewPlotDocument(std::unique_ptr<PlotPage> plot, Sett
   // After the scales: a template has some of its own, or leaves those of the data.
   if (!templateFile.empty()) {
     if (!ApplyPlotTemplate(*plot, templateFile, true, user)) return std::nullopt;
+    if (!plot->CreateGraph({.Regenerate = true}, user)) return std::nullopt;
     AddRecentFile(settings, kRecentTemplates, Absolute(templateFile));
-    plot->CreateGraph({.Regenerate = true}, user);
   } else if (!settings.Text(TemplateFormatOf(*plot).Setting).empty()) {
     ApplyDefaultTemplate(*plot, settings, user);
     plot->CreateGraph({.Regenerate = true}, user);

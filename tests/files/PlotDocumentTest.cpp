@@ -289,6 +289,8 @@ TEST_F(PlotDocumentTest, IsMadeWhateverTheDefaultTemplateIs) {
   EXPECT_EQ(Take(), Said{"refuse: You cannot apply a 3D Template to a 2D Plot."});
   EXPECT_FALSE(made(gone));
   EXPECT_EQ(Take(), Said{"refuse: Error applying plot template '" + gone + "'."});
+  EXPECT_FALSE(made(wide));
+  EXPECT_EQ(Take(), Said{std::string("refuse: ") + kPlotFailure});
   EXPECT_TRUE(RecentFiles(settings, kRecentTemplates).empty());
   EXPECT_EQ(made(folder.Write("a.qv2", "plot_title_text = Chosen"))->Plot().PlotTitle, "Chosen");
   EXPECT_EQ(RecentFiles(settings, kRecentTemplates), std::vector<std::string>{folder.Path("a.qv2")});

@@ -95,7 +95,7 @@ std::optional<PlotDocument> ShowPlotEquation(QWidget* parent, Settings& settings
       return false;
     }
     const EquationPage& page = equation.ThreeD ? surface : curve;
-    auto made = NewPlotDocument(std::move(*plot), settings, user, page.Template->text().toStdString());
+    auto made = NewPlotDocument(std::move(*plot), settings, user, page.Template->text().trimmed().toStdString());
     if (made) document.emplace(std::move(*made));
     return document.has_value();
   });
