@@ -443,6 +443,22 @@ TEST_F(Frame, ArrangesItsWindows) {
   EXPECT_EQ(Document().FileName, "Untitled 2");
 }
 
+TEST_F(Frame, DuplicatesAProject) {
+  Start(SavedProject("a.qvx"));
+  Type("7");
+  Trigger("mnuWindowDuplicate");
+  ASSERT_EQ(Windows(), 2);
+  EXPECT_EQ(Document().FileName, "Untitled");
+  EXPECT_EQ(Shown(1, 1) + ", " + Shown(1, 2), "7, 2.5");
+  EXPECT_TRUE(Active().isWindowModified());
+  dialogs.Press(QMessageBox::No);
+  Trigger("mnuFileClose");
+  EXPECT_EQ(Document().FileName, folder.Path("a.qvx"));
+  const TemporaryVariable temporary("TMPDIR", "/proc");
+  EXPECT_TRUE(SaidBy("mnuWindowDuplicate").starts_with("Error creating temporary file '/proc/"));
+  EXPECT_EQ(Windows(), 1);
+}
+
 TEST_F(Frame, OpensEveryExampleAsAProjectWithoutFile) {
   Start();
   const auto* menu = frame->findChild<QMenu*>("examples");

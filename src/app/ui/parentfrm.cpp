@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "app/CommandLine.h"
+#include "app/DuplicateProject.h"
 #include "app/FreshProject.h"
 #include "app/OfferRecovery.h"
 #include "app/SettingsStore.h"
@@ -214,10 +215,14 @@ quorvexWindow& parentfrm::ShowProject(Project project) {
   return *window;
 }
 
-quorvexWindow& parentfrm::ShowFresh(const ProjectKind& kind) {
+std::string parentfrm::Untitled() const {
   std::vector<std::string> names;
   for (const quorvexWindow* project : Projects()) names.push_back(project->Document().FileName);
-  return ShowProject(FreshProject(kind, NextUntitled(names), session_.Preferences, session_.Locale));
+  return NextUntitled(names);
+}
+
+quorvexWindow& parentfrm::ShowFresh(const ProjectKind& kind) {
+  return ShowProject(FreshProject(kind, Untitled(), session_.Preferences, session_.Locale));
 }
 
 void parentfrm::ShowInPlaceOfFresh(Project project) {
@@ -250,6 +255,17 @@ void parentfrm::FileSave() {
 
 void parentfrm::FileSaveAs() {
   if (quorvexWindow* window = ActiveProject()) window->FileSaveAs();
+}
+
+void parentfrm::WindowDuplicate() {
+  quorvexWindow* window = ActiveProject();
+  if (window == nullptr || !window->Grid().CommitEntry()) return;
+  Result<Project> copy = [&] {
+    const BusyCursor busy;
+    return DuplicateProject(window->Document(), Untitled());
+  }();
+  if (!copy) return user_.Refuse(copy.error());
+  ShowProject(std::move(*copy));
 }
 
 void parentfrm::FileClose() { area_->closeActiveSubWindow(); }

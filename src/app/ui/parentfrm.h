@@ -73,6 +73,7 @@ class parentfrm : public QMainWindow {
   void FileSave();
   void FileSaveAs();
   void FileClose();
+  void WindowDuplicate();
   void WindowCloseAll();
   void MacroEditor();
   void FilePreferences();
@@ -91,6 +92,7 @@ class parentfrm : public QMainWindow {
   void OpenPlotFile(const QString& fileName);
   void ImportDataFile(const QString& fileName);
   std::vector<quorvexWindow*> Projects() const;
+  std::string Untitled() const;  // the name of the next project without a file
   quorvexWindow& ShowProject(Project project);
   quorvexWindow& ShowFresh(const ProjectKind& kind);
   void ShowInPlaceOfFresh(Project project);

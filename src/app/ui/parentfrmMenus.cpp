@@ -220,6 +220,9 @@ void parentfrm::MakeWindowMenu() {
     windowMenu_->addAction(action);
     projectActions_ << action;
   }
+  QAction* duplicate = NewAction("mnuWindowDuplicate", "&Duplicate", {}, &parentfrm::WindowDuplicate);
+  windowMenu_->addAction(duplicate);
+  projectActions_ << duplicate;
   windowMenu_->addAction(NewAction("mnuWindowCloseAll", "Close A&ll", {}, &parentfrm::WindowCloseAll));
   windowMenu_->addSeparator();
 }
