@@ -208,6 +208,7 @@ TEST_F(DataplotTest, TakesTurningBackAsAWhole) {
   Dataplot& plot = *Plots().back();
   const ViewAngles before = *plot.Plot().Angles();
   auto& box = In<QSpinBox>(plot, "XYAngle");
+  EXPECT_EQ(plot.focusWidget(), &plot.View()) << "the arrow keys turn at once";
   const int shown = box.value();
   plot.activateWindow();
   plot.View().setFocus();

@@ -31,6 +31,7 @@ Dataplot::Dataplot(PlotDocument document, PlotOrigin origin, QWidget* parent)
   MakeMenus();
   MakePopup();
   MakeBar();
+  view_->setFocus();  // and not the first box of the bar
   connect(view_, &PlotView::Changed, this, [this](std::string_view what) {
     document_.Record(what);
     ShowState();
