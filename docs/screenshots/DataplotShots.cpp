@@ -29,7 +29,7 @@ void TakePlotWindow(const Shots& shots) {
   auto document = NewPlotDocument(std::move(plot), shots.Run.Preferences, user);
   if (!document) return;
   Dataplot window(std::move(*document),
-                  {"pressure.qvx", [](QWidget*, const PlotPage&) { return std::optional<std::vector<PlotSeries>>(); }});
+                  [](QWidget*, const PlotPage&) { return std::optional<std::vector<PlotSeries>>(); });
   window.resize(760, 520);
   window.show();
   window.findChild<QAction*>("ShowXMajorGrids")->trigger();

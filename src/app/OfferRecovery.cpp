@@ -4,7 +4,8 @@ namespace quorvex {
 namespace {
 
 bool IsWanted(RecoveryStore& store, const RecoveryStore::LeftBehind& left, Prompter& user) {
-  const std::string name = (left.IsPlot() ? "the plot '" : "the project '") + left.FileName + "'";
+  std::string name = (left.IsPlot() ? "the plot '" : "the project '") + left.FileName + "'";
+  if (!left.Project.empty()) name += " of the project '" + left.Project + "'";
   if (user.Ask("Quorvex ended unexpectedly while changes to " + name + " were not saved. Do you want to restore them?"))
     return true;
   if (user.Ask("The changes to " + name + " were kept on " + left.Made +

@@ -31,7 +31,8 @@ std::string CopyName(const std::string& session, std::size_t window, std::string
   return session + '/' + std::to_string(window) + std::string(extension);
 }
 
-// Beside each copy stands the name of what it is of: the whole path of its file, or what it is called without one.
+// Beside each copy stands the name of what it is of: the whole path of its file, or what it is called without one; in a
+// line behind the name of a plot stands its project.
 std::string NameFile(const std::string& copy) { return copy + ".name"; }
 
 // The copies in the folder of a run; nothing where it can't be read to its end.
@@ -88,17 +89,17 @@ int RecoveryStore::Keep(std::size_t window, const Project& project) {
 }
 
 int RecoveryStore::Keep(std::size_t window, const PlotDocument& plot) {
-  return Keep(window, kPlot, plot.FileName,
+  return Keep(window, kPlot, plot.HasFile || plot.Project.empty() ? plot.FileName : plot.FileName + '\n' + plot.Project,
               [&](const std::string& copy) { return SaveFile(copy, PlotFileText(plot.Plot())); });
 }
 
-int RecoveryStore::Keep(std::size_t window, std::string_view extension, const std::string& fileName,
+int RecoveryStore::Keep(std::size_t window, std::string_view extension, const std::string& name,
                         const std::function<int(const std::string& copy)>& write) try {
   // Only now: a run that has never had anything unsaved leaves no folder.
   if (const int error = Begin()) return error;
   const std::string copy = CopyName(own_.Folder, window, extension);
   // The name goes first: a copy is complete once it is there.
-  if (const int error = SaveFile(NameFile(copy), fileName)) return error;
+  if (const int error = SaveFile(NameFile(copy), name)) return error;
   if (const int error = write(copy)) return error;
   DiscardAdopted(window);
   return 0;
@@ -122,9 +123,13 @@ void RecoveryStore::DiscardAdopted(std::size_t window) {
 }
 
 RecoveryStore::LeftBehind RecoveryStore::Describe(const std::string& copy) {
-  LeftBehind left{copy, "", ""};
+  LeftBehind left{copy, "", "", ""};
   WholeFile name;
   if (name.Read(NameFile(copy)) == 0) left.FileName = name.Text();
+  if (const std::size_t end = left.FileName.find('\n'); end != std::string::npos && !left.HasFile()) {
+    left.Project = left.FileName.substr(end + 1);
+    left.FileName.resize(end);
+  }
   if (left.FileName.empty()) left.FileName = "Recovered";
   struct stat status {};
   stat(copy.c_str(), &status);
@@ -153,6 +158,7 @@ Result<PlotDocument> RecoveryStore::ReadPlot(const LeftBehind& plot, Settings& s
   PlotDocument document(std::move(*read), settings, user);
   document.FileName = plot.FileName;
   document.HasFile = plot.HasFile();
+  document.Project = plot.Project;
   document.NeverSaved();
   return document;
 }

@@ -38,6 +38,7 @@ class RecoveryStore {
     std::string Copy;      // the file that holds it
     std::string FileName;  // of the project or plot; "Recovered" where that is lost
     std::string Made;      // when it was kept, in local time
+    std::string Project;   // that a plot without a file was made from, where it was
 
     bool IsPlot() const;
     bool HasFile() const;  // a name without a path is that of what was never saved
@@ -63,7 +64,7 @@ class RecoveryStore {
   };
   static bool LockSession(Session& session);
   int Begin();
-  int Keep(std::size_t window, std::string_view extension, const std::string& fileName,
+  int Keep(std::size_t window, std::string_view extension, const std::string& name,
            const std::function<int(const std::string& copy)>& write);
 
   static LeftBehind Describe(const std::string& copy);

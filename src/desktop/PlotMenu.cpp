@@ -32,8 +32,8 @@ void Open(quorvexWindow& window, std::optional<PlotDocument> document) {
     if (!window.Grid().CommitEntry()) return std::nullopt;
     return ChooseGraphs(parent, window.Document(), plot, window.Preferences(), window.User());
   };
-  const QString project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName();
-  TellOfPlots(window, &ShowPlot(std::move(*document), window, {project, choose}));
+  document->Project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName().toStdString();
+  TellOfPlots(window, &ShowPlot(std::move(*document), window, choose));
 }
 
 void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {

@@ -34,6 +34,7 @@ class PlotDocument {
 
   std::string FileName = kUnnamedPlot;  // of a plot without a file its name, such as "Plot 1"
   bool HasFile = false;
+  std::string Project;  // the name of that which a plot without a file was made from, where there was one
   bool Changed() const { return undo_.Changed(); }
   // What the plot was changed by happened before, and is to be saved.
   void NeverSaved() { undo_.NeverSaved(); }

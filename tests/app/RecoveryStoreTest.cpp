@@ -82,16 +82,18 @@ TEST(RecoveryStore, KeepsAPlotAsItWasUnderItsName) {
   Settings settings;
   RecordingPrompter user;
   const struct {
-    std::string FileName;
+    std::string FileName, Project;
     double Max;  // with the last one nothing can be drawn
     bool Created;
-  } cases[] = {{"Plot 3", 4, true}, {folder.Path("a, ü.plt"), 4, true}, {"Plot 1", 1e308, false}};
+  } cases[] = {{"Plot 3", "a.qvx", 4, true}, {folder.Path("a,\nü.plt"), "", 4, true}, {"Plot 1", "", 1e308, false}};
   for (const auto& c : cases) {
     auto plot = std::make_unique<PlotClass>(settings);
     plot->PlotData.push_back(PointSeries({1, 2, 3}, {2, 4, 8}, "Input Data"));
     ASSERT_TRUE(plot->CreateGraph({.Auto = true}, user));
     PlotDocument document(std::move(plot), settings, user);
     document.FileName = c.FileName;
+    document.HasFile = c.FileName.starts_with('/');
+    document.Project = c.Project;
     static_cast<PlotClass&>(document.Plot()).X.Min = -c.Max;
     static_cast<PlotClass&>(document.Plot()).X.Max = c.Max;
     document.Plot().CreateGraph({}, user);
@@ -104,7 +106,8 @@ TEST(RecoveryStore, KeepsAPlotAsItWasUnderItsName) {
     Result<PlotDocument> read = RecoveryStore::ReadPlot(left[0], settings, {}, user);
     ASSERT_TRUE(read) << read.error();
     EXPECT_EQ(read->FileName, c.FileName);
-    EXPECT_EQ(read->HasFile, c.FileName.starts_with('/'));
+    EXPECT_EQ(read->HasFile, document.HasFile);
+    EXPECT_EQ(read->Project, c.Project);
     EXPECT_EQ(read->Plot().PlotCreated, c.Created);
     EXPECT_EQ(read->Plot().Axes()[0]->Max, c.Max);
     EXPECT_EQ(read->Plot().PlotData[0].Style().LegendText, "Input Data");
@@ -217,11 +220,15 @@ TEST(OfferRecovery, DeletesOnlyWhereTheUserSaysSoTwice) {
 
   Settings settings;
   PlotDocument plot(std::make_unique<PlotClass>(settings), settings, user);
+  plot.FileName = "Plot 1";
+  plot.Project = "Untitled";
   CrashWith(folder.Path("state"), plot);
   RecoveryStore store(folder.Path("state"));
   user.Answers = {false, true};
   EXPECT_FALSE(OfferPlotRecovery(store, store.Claim()[0], settings, {}, user));
-  EXPECT_TRUE(user.Last().starts_with("ask: The changes to the plot 'Plot' were kept on 20")) << user.Last();
+  EXPECT_TRUE(
+      user.Last().starts_with("ask: The changes to the plot 'Plot 1' of the project 'Untitled' were kept on 20"))
+      << user.Last();
 }
 
 }  // namespace

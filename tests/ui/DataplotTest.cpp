@@ -466,12 +466,12 @@ TEST_F(DataplotTest, ComesBackAfterACrash) {
   std::ranges::sort(dialogs.Said);
   const auto asked = [](const std::string& name) {
     return "Quorvex ended unexpectedly while changes to the plot '" + name +
-           "' were not saved. Do you want to restore them?";
+           " were not saved. Do you want to restore them?";
   };
-  EXPECT_EQ(dialogs.Said, (Said{asked(file), asked("Plot 1")}));
+  EXPECT_EQ(dialogs.Said, (Said{asked(file + "'"), asked("Plot 1' of the project 'Untitled'")}));
   ASSERT_EQ(Plots().size(), 2);
   ASSERT_NE(PlotCalled("a.plt[*]"), nullptr);
-  Dataplot* fresh = PlotCalled("Plot 1[*]");
+  Dataplot* fresh = PlotCalled("Plot 1 - Untitled[*]");
   ASSERT_NE(fresh, nullptr);
   for (Dataplot* plot : Plots()) {
     EXPECT_TRUE(plot->isWindowModified());

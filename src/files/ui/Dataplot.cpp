@@ -16,10 +16,10 @@
 
 namespace quorvex {
 
-Dataplot::Dataplot(PlotDocument document, PlotOrigin origin, QWidget* parent)
+Dataplot::Dataplot(PlotDocument document, GraphChooser choose, QWidget* parent)
     : QWidget(parent, Qt::Window),
       document_(std::move(document)),
-      origin_(std::move(origin)),
+      choose_(std::move(choose)),
       view_(new PlotView(Plot(), document_.User(), document_.Preferences(), this)) {
   setObjectName("Dataplot");
   document_.WritePicture = [this](const std::string& file) { view_->WritePicture(file); };
@@ -75,7 +75,7 @@ void Dataplot::PlotOpen() {
 }
 
 void Dataplot::PlotAdd() {
-  auto chosen = origin_.Choose(this, Plot());
+  auto chosen = choose_(this, Plot());
   if (!chosen) return;
   document_.Add(std::move(*chosen));
   Show(true);
@@ -128,9 +128,10 @@ void Dataplot::Show(bool changed) {
 
 void Dataplot::ShowState() {
   const QString name = QString::fromStdString(document_.FileName);
-  setWindowTitle((document_.HasFile           ? QFileInfo(name).fileName()
-                  : origin_.Project.isEmpty() ? name
-                                              : name + " - " + origin_.Project) +
+  const QString project = QString::fromStdString(document_.Project);
+  setWindowTitle((document_.HasFile   ? QFileInfo(name).fileName()
+                  : project.isEmpty() ? name
+                                      : name + " - " + project) +
                  "[*]");
   setWindowModified(document_.Changed());
   for (const auto& [entry, action] : switches_) {
@@ -145,7 +146,7 @@ void Dataplot::ShowState() {
   emit Changed();
 }
 
-Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotOrigin origin) {
+Dataplot& ShowPlot(PlotDocument document, QWidget& owner, GraphChooser choose) {
   if (!document.HasFile && document.FileName == kUnnamedPlot) {
     constexpr const char* kShown = "plots";  // so far, of this owner
     const QList<Dataplot*> others = owner.findChildren<Dataplot*>(Qt::FindDirectChildrenOnly);
@@ -155,7 +156,7 @@ Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotOrigin origin) {
     } while (std::ranges::any_of(others, [&](Dataplot* o) { return o->Document().FileName == document.FileName; }));
     owner.setProperty(kShown, number);
   }
-  auto* window = new Dataplot(std::move(document), std::move(origin), &owner);
+  auto* window = new Dataplot(std::move(document), std::move(choose), &owner);
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->show();
   window->raise();

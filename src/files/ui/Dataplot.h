@@ -15,19 +15,16 @@ class QMenuBar;
 
 namespace quorvex {
 
-// What a plot of a project comes from.
-struct PlotOrigin {
-  QString Project;  // its name, for titles
-  // Lets the user choose, over the plot's window, of what the project has for it. Nothing where they cancel.
-  std::function<std::optional<std::vector<PlotSeries>>(QWidget* parent, const PlotPage& plot)> Choose;
-};
+// Lets the user choose, over the window of a plot, of what its project has for it. Nothing where they cancel.
+using GraphChooser = std::function<std::optional<std::vector<PlotSeries>>(QWidget* parent, const PlotPage& plot)>;
 
 // The window of one plot: its menus and buttons for what can be done with it, and switches for how it looks.
 class Dataplot : public QWidget {
   Q_OBJECT
 
  public:
-  explicit Dataplot(PlotDocument document, PlotOrigin origin = {}, QWidget* parent = nullptr);
+  // Where the plot belongs to no project there is none to choose from.
+  explicit Dataplot(PlotDocument document, GraphChooser choose = {}, QWidget* parent = nullptr);
   ~Dataplot() override;
 
   PlotDocument& Document() { return document_; }
@@ -77,7 +74,7 @@ class Dataplot : public QWidget {
   void ShowState();
 
   PlotDocument document_;
-  const PlotOrigin origin_;
+  const GraphChooser choose_;
   PlotView* view_;
   QList<QAction*> verbs_;  // which the modes of the view take away
   std::vector<std::pair<const PlotSwitch*, QAction*>> switches_;
@@ -85,7 +82,7 @@ class Dataplot : public QWidget {
 
 // Shows a plot in a window of its own, which belongs to `owner`. A plot without file and name is called after its
 // number among those of its owner.
-Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotOrigin origin = {});
+Dataplot& ShowPlot(PlotDocument document, QWidget& owner, GraphChooser choose = {});
 
 // Opens the file in a window that belongs to the frame, or shows the one that has it already.
 void OpenPlot(const QString& fileName, Settings& settings, const LocaleText& locale, Prompter& user, QWidget& frame);

@@ -38,7 +38,7 @@ void Dataplot::MakePlotMenu(QMenuBar& menus) {
   QAction* close = plot.addAction(tr("C&lose"), QKeySequence("Ctrl+W"), this, &QWidget::close);
   close->setObjectName("mnuPlotClose");
   plot.addSeparator();
-  if (origin_.Choose) Add(plot, "mnuPlotAdd", tr("A&dd from Project..."), {}, &Dataplot::PlotAdd);
+  if (choose_) Add(plot, "mnuPlotAdd", tr("A&dd from Project..."), {}, &Dataplot::PlotAdd);
   Add(plot, "mnuPlotImport", tr("&Import..."), {}, &Dataplot::PlotImport);
   QMenu& exports = *plot.addMenu(tr("&Export"));
   constexpr std::pair<ExportDelimiter, const char*> kExports[] = {{ExportDelimiter::Comma, "&Comma Delimited..."},
