@@ -86,6 +86,15 @@ void DrawAxisFrame(DrawingSurface& surface, const PlotClass& plot, const DeviceM
   surface.LineTo(frame.right, frame.top);  // again, so that the first corner is joined like the others
 }
 
+// How far the title at the left may reach along the frame: from the page's title to that of the bottom axis.
+struct Stretch {
+  std::int32_t Top, Bottom;
+};
+Stretch BesideFrame(const DeviceRect& frame, const PlotMargins& around, const DeviceMetrics& metrics) {
+  return {frame.top - metrics.Margin2Y,
+          frame.bottom + metrics.Margin2Y + around.BottomLabels.Height + metrics.Margin2Y};
+}
+
 void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics, const PlotMargins& around,
                 const DeviceRect& frame) {
   const auto middle = [](std::int32_t a, std::int32_t b, std::int32_t size) { return Nearest((a + b - size) / 2.0); };
@@ -93,20 +102,20 @@ void DrawTitles(DrawingSurface& surface, const PlotClass& plot, const DeviceMetr
     return std::max(least, std::min(at, most));
   };
   const DeviceRect area = metrics.TitleArea();
+  const Stretch beside = BesideFrame(frame, around, metrics);
   DrawPageTitle(surface, plot, metrics, around.Title, frame);
 
   const FrameAxis& bottom = BottomAxis(plot);
   surface.SetTextColor(bottom.AxisTitleColor);
   const std::int32_t width = around.BottomTitle.Size.cx, length = around.LeftTitle.Size.cx;
   DrawPlotText(surface, around.BottomTitle, PlotTextFonts(surface, bottom.AxisTitleFont, 0),
-               within(middle(frame.left, frame.right, width), area.left, area.right - width),
-               frame.bottom + metrics.Margin2Y + around.BottomLabels.Height + metrics.Margin2Y);
+               within(middle(frame.left, frame.right, width), area.left, area.right - width), beside.Bottom);
 
   const FrameAxis& left = LeftAxis(plot);
   surface.SetTextColor(left.AxisTitleColor);
   DrawPlotText(surface, around.LeftTitle, PlotTextFonts(surface, left.AxisTitleFont, 90),
                frame.left - metrics.Margin2X - around.LeftLabels.Width - metrics.Margin2X - around.LeftTitle.Size.cy,
-               within(middle(frame.top, frame.bottom, -length), area.top + length, area.bottom), 90);
+               within(middle(frame.top, frame.bottom, -length), beside.Top + length, beside.Bottom), 90);
 }
 
 void DrawTicks(DrawingSurface& surface, const PlotClass& plot, const DeviceMetrics& metrics,
@@ -167,7 +176,7 @@ PlotMargins MeasurePlot(DrawingSurface& surface, const PlotClass& plot, const De
   const FrameAxis &bottom = BottomAxis(plot), &left = LeftAxis(plot);
   around.Title = ParsePlotText(surface, plot.PlotTitle, plot.PlotTitleFont, 0, area.width());
   around.BottomTitle = ParsePlotText(surface, bottom.AxisTitle, bottom.AxisTitleFont, 0, area.width());
-  around.LeftTitle = ParsePlotText(surface, left.AxisTitle, left.AxisTitleFont, 90, area.height());
+  around.LeftTitle = ParsePlotText(surface, left.AxisTitle, left.AxisTitleFont, 90);
   around.LeftLabels = MeasureLabels(surface, left);
   const DeviceRect frame = ComputePlotRect(around, metrics, plot.Make2DSquare);  // yet without the numbers below
   LabelStrip& strip = around.BottomLabels = MeasureLabels(surface, bottom);
@@ -176,6 +185,9 @@ PlotMargins MeasurePlot(DrawingSurface& surface, const PlotClass& plot, const De
     // At 45 degrees a text takes as much room upwards as across.
     strip.Width = strip.Height = Nearest(strip.Width * kCos45);
   }
+  const Stretch beside = BesideFrame(ComputePlotRect(around, metrics, plot.Make2DSquare), around, metrics);
+  if (const std::int32_t longest = beside.Bottom - beside.Top; around.LeftTitle.Size.cx > longest)
+    around.LeftTitle = ParsePlotText(surface, left.AxisTitle, left.AxisTitleFont, 90, longest);
   return around;
 }
 

@@ -160,9 +160,9 @@ class TextPlaces {
   // A box within the page that nothing else is in the way of: where it is or, up to its width and the length of its
   // edge away, along its line.
   std::optional<TurnedBox> FreePlace(const TurnedBox& wanted, double edgeLength) const {
-    const DeviceRect& m = metrics_.Margins;
-    const double left = m.left + wanted.Reach({1, 0}), right = metrics_.Width - m.right - wanted.Reach({1, 0});
-    const double top = m.top + wanted.Reach({0, 1}), bottom = metrics_.Height - m.bottom - wanted.Reach({0, 1});
+    const DeviceRect area = metrics_.TitleArea();
+    const double left = area.left + wanted.Reach({1, 0}), right = area.right - wanted.Reach({1, 0});
+    const double top = area.top + wanted.Reach({0, 1}), bottom = area.bottom - wanted.Reach({0, 1});
     if (left > right || top > bottom) return std::nullopt;
     TurnedBox box = wanted;
     for (double step = 0; step < wanted.Width + edgeLength; step += wanted.Height)

@@ -103,15 +103,15 @@ TEST(DrawGraph, PlacesTitlesAndNumbers) {
 
 TEST(DrawGraph, KeepsLongTitlesWithinThePage) {
   const auto text = [](std::size_t characters) { return std::string(characters, 'm'); };
-  // 384 units across and 284 down between rims of 8.
+  // 384 units across between rims of 8, and 239 down from one title to the other.
   const struct {
     std::size_t title, x, y;  // characters
     std::string titleText, xText, yText;
   } kCases[] = {
-      {48, 64, 47, "8 16 " + text(48), "8 271 " + text(64), "16 290 " + text(47)},
-      {49, 65, 48, "8 16 " + text(45) + "...", "8 271 " + text(61) + "...", "16 290 " + text(44) + "..."},
-      {45, 60, 40, "32 16 " + text(45), "32 271 " + text(60), "16 262 " + text(40)},  // aside of the frame's middle
-      {5000, 0, 5000, "8 16 " + text(45) + "...", "", "16 290 " + text(44) + "..."},
+      {48, 64, 39, "8 16 " + text(48), "8 271 " + text(64), "16 266 " + text(39)},
+      {49, 65, 40, "8 16 " + text(45) + "...", "8 271 " + text(61) + "...", "16 266 " + text(36) + "..."},
+      {45, 60, 38, "32 16 " + text(45), "32 271 " + text(60), "16 260 " + text(38)},  // aside of the frame's middle
+      {5000, 0, 5000, "8 16 " + text(45) + "...", "", "16 284 " + text(39) + "..."},
   };
   for (const auto& c : kCases) {
     PlotClass plot = UnitPlot();
