@@ -51,6 +51,8 @@ inline Project LineProject(const LocaleText& locale = {}) {
 }
 
 // Five points about a plane over X1 and X2.
-inline Project PlaneProject() { return ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}}); }
+inline Project PlaneProject(const LocaleText& locale = {}) {
+  return ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {3, 5, 8, 9, 11}}, false, locale);
+}
 
 }  // namespace quorvex
