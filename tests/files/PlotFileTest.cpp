@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <random>
 
 #include "Fields.h"
@@ -8,8 +9,10 @@
 #include "RecordingPrompter.h"
 #include "SavedPlots.h"
 #include "TemporaryFolder.h"
+#include "core/FileCalls.h"
 #include "drawing/RecordingSurface.h"
 #include "files/PlotFile.h"
+#include "files/UserModelRecord.h"
 #include "fuzz/PlotFile.h"
 
 namespace quorvex {
@@ -178,6 +181,76 @@ TEST(PlotFile, RefusesAFileCutAtAnyField) {
     }
     EXPECT_TRUE(ParsePlotFile(text, "p.plt", Settings(), {}));
   }
+}
+
+TEST(PlotFile, RefusesAFileCutAtAnyByte) {
+  const std::string first = "\"B_HEADER\"";
+  for (const auto& plot : FullPlots()) {
+    const std::string text = PlotFileText(*plot);
+    const std::size_t whole = text.find_last_not_of("\r\n") + 1;
+    // What begins with less than the first marker is no plot file, and holds no numbers either.
+    for (std::size_t kept = 0; kept < whole; ++kept)
+      EXPECT_EQ(ParsePlotFile(std::string_view(text).substr(0, kept), "p.plt", Settings(), {}).error(),
+                kept < first.size() ? "Error importing data from 'p.plt'." : kUnreadable)
+          << kept;
+    EXPECT_TRUE(ParsePlotFile(std::string_view(text).substr(0, whole), "p.plt", Settings(), {}));
+  }
+}
+
+// Room is made for what is there, not for what is promised.
+TEST(PlotFile, RefusesANumberOfPointsThatIsNotThere) {
+  // Where a record tells it, in two dimensions and in three; a model has its lines and two coefficients before it.
+  constexpr std::size_t kModel = 1 + kMostFunctionLines + 6 + 2 + 1;
+  const struct {
+    const char* section;
+    std::size_t frame, box;
+  } kCounts[] = {{"DATACLASS", 7, 8}, {"EQUATIONCLASS", kModel, kModel + 1}, {"INTERPOLATIONCLASS", 8, 0}};
+  for (const auto& plot : FullPlots())
+    for (const auto& c : kCounts) {
+      const std::size_t at = plot->Axes().size() == 2 ? c.frame : c.box;
+      if (at == 0) continue;
+      const std::vector<std::string> fields = FieldsOf(PlotFileText(*plot));
+      const std::size_t count = IndexOf(fields, "\"B_" + std::string(c.section) + "\"\r\n") + at;
+      EXPECT_EQ(fields[count], "4\r\n") << c.section;
+      for (const char* promise : {"1000000000", "2147483647", "2147483648", "1E+9", "-1", "-2147483648", "3", "5", "0",
+                                  "4.5", "many", "#TRUE#", "\"\"", "0x4", "NaN"}) {
+        std::vector<std::string> changed = fields;
+        changed[count] = promise + std::string("\r\n");
+        const auto opened = ParsePlotFile(Joined(changed), "p.plt", Settings(), {});
+        EXPECT_EQ(opened ? "opened" : opened.error(), kUnreadable) << c.section << ' ' << promise;
+      }
+    }
+}
+
+TEST(OpenPlotFile, SaysTheSameOfWhateverCannotBeRead) {
+  const TemporaryFolder folder;
+  const std::string text = PlotFileText(*FullPlot2D());
+  const std::string name = folder.Write("a.plt", text);
+  const auto said = [](const std::string& file) {
+    const auto plot = OpenPlotFile(file, Settings(), {});
+    return plot ? "" : plot.error();
+  };
+  const auto refusal = [](const std::string& file) {
+    return "Error reading plot '" + file + "'.\r\nThe file is incompatible or appears corrupted.";
+  };
+  ASSERT_EQ(said(name), "");
+  for (const std::string& file : {folder.Path(""), folder.Path("no/a.plt"), name + "/a.plt", std::string("/dev/zero"),
+                                  folder.Path(std::string(300, 'n')), std::string()})
+    EXPECT_EQ(said(file), refusal(file));
+  for (const auto& [call, error] : {std::pair{"open", EACCES}, {"open", EMFILE}, {"read", EIO}, {"read", EISDIR}}) {
+    const FileCalls fail([&, call = call, error = error](std::string_view made) { return made == call ? error : 0; });
+    EXPECT_EQ(said(name), refusal(name)) << call << ' ' << error;
+  }
+  for (const std::size_t left : {text.size() / 2, text.size() - 1, std::size_t{0}}) {
+    bool done = false;
+    const FileCalls shrink([&](std::string_view made) {
+      if (made == "read" && !std::exchange(done, true)) std::filesystem::resize_file(name, left);
+      return 0;
+    });
+    EXPECT_EQ(said(name), refusal(name)) << left;
+    folder.Write("a.plt", text);
+  }
+  EXPECT_EQ(said(folder.Write("empty.plt", "")), "Error importing data from '" + folder.Path("empty.plt") + "'.");
 }
 
 TEST(PlotFile, RefusesAMissingOrRepeatedField) {
