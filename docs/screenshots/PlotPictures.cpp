@@ -125,45 +125,6 @@ PlotClass MarkerStyles() {
   return plot;
 }
 
-PlotClass LogAxes() {
-  PlotClass plot = NewPlot("Logarithmic axes", "Concentration, mol l~>-1~>", "Rate, s~>-1~>");
-  const auto x = [](double part) { return std::pow(10, -3 + 5 * part); };
-  const PlotSeries measured = Markers(Series(
-                                          14, x,
-                                          [](double part) {
-                                            const double c = std::pow(10, -3 + 5 * part);
-                                            return 400 * c / (2 + c) * (1 + 0.12 * std::sin(40 * part));
-                                          },
-                                          kRed, "measured"),
-                                      6);
-  DataClass data = *measured.Data();
-  std::vector<double> deviations;
-  for (std::size_t i = 1; i <= data.NumTablePoints(); ++i) deviations.push_back(0.25 * data.YTableData(i));
-  data.GenerateErrorTable(deviations);
-  SeriesStyle look = measured.Style();
-  look.ShowErrorBars = true;
-  plot.PlotData.emplace_back(Line(Series(
-                                      200, x,
-                                      [](double part) {
-                                        const double c = std::pow(10, -3 + 5 * part);
-                                        return 400 * c / (2 + c);
-                                      },
-                                      kBlue, "v = V~<max~<c/(K~<m~<+c)"),
-                                  0, 2));
-  plot.PlotData.emplace_back(std::move(data), std::move(look));
-  for (FrameAxis* axis : {&plot.X, &plot.Y}) {
-    axis->LogScale = axis->ShowMajorGrids = axis->ShowMinorGrids = axis->ShowExtraTicks = true;
-    axis->LabelString = "0.0E+00";
-  }
-  plot.TickPenColor = 0x707070;
-  plot.MinorGridLineStyle = 2;
-  plot.Legend.Left = 420;
-  plot.Legend.Top = 290;
-  plot.InitPlotWidth = 640;
-  plot.InitPlotHeight = 440;
-  return plot;
-}
-
 PlotClass SwappedAxes() {
   PlotClass plot = NewPlot("Axes swapped: depth runs upward", "Depth, m", "Temperature, ~>o~>C");
   plot.SwapAxis = true;
@@ -251,9 +212,13 @@ PlotClass Boxes() {
 const struct {
   const char* Name;
   PlotClass (*Make)();
-} kPlots[] = {{"line-styles", LineStyles},   {"markers", MarkerStyles}, {"log-axes", LogAxes},
-              {"swapped-axes", SwappedAxes}, {"square", SquareFrame},   {"scripts", Scripts},
-              {"slanted", SlantedNumbers},   {"boxes", Boxes}};
+} kPlots[] = {{"line-styles", LineStyles},
+              {"markers", MarkerStyles},
+              {"swapped-axes", SwappedAxes},
+              {"square", SquareFrame},
+              {"scripts", Scripts},
+              {"slanted", SlantedNumbers},
+              {"boxes", Boxes}};
 
 bool TakePlots(const QString& folder, const QStringList& endings, Prompter& prompter) {
   for (const auto& [name, make] : kPlots) {

@@ -92,23 +92,6 @@ PlotClass3D HillPlot() {
   return plot;
 }
 
-PlotClass3D LogPlot() {
-  PlotClass3D plot = NewPlot("A logarithmic axis");
-  const auto value = [](double x, double y) { return std::pow(10, 3 - x - 0.4 * y); };
-  plot.PlotData.push_back(Surface("10^(a-x1-b*x2)", {3, 0.4}, Grid({0, 5}, {0, 5}, 9, value)));
-  plot.X.AxisTitle = "Depth, cm";
-  plot.Y.AxisTitle = "Distance, cm";
-  plot.Z.AxisTitle = "Flux, cm~>-2~> s~>-1~>";
-  plot.Z.LogScale = true;
-  for (BoxAxis* axis : {&plot.X, &plot.Y, &plot.Z})
-    for (BoxAxis::PlaneGrids& grids : axis->Grids) grids.Major = true;
-  for (BoxAxis* axis : {&plot.X, &plot.Y, &plot.Z}) axis->TickColor = 0x808080;
-  plot.MeshColorScheme = kTrueColorScheme;
-  plot.UpdateViewAngle(40, 25);
-  plot.Legend.Show = false;
-  return plot;
-}
-
 PlotClass3D MapPlot() {
   PlotClass3D plot = NewPlot("A contour map");
   plot.PlotData.push_back(Surface("cos(1.5*x1)*cos(x2)*exp(-(x1^2+x2^2)/8)", {}, Grid({-3, 3}, {-3, 3}, 41, Ripples)));
@@ -124,7 +107,7 @@ PlotClass3D MapPlot() {
 const struct {
   const char* Name;
   PlotClass3D (*Make)();
-} kPlots[] = {{"saddle", SaddlePlot}, {"hill", HillPlot}, {"log-axis-3d", LogPlot}, {"contour-map", MapPlot}};
+} kPlots[] = {{"saddle", SaddlePlot}, {"contour-map", MapPlot}};
 
 bool Draw(PlotClass3D& plot, QImage& picture, Prompter& prompter) {
   QtSurface surface(picture);
