@@ -37,6 +37,12 @@ TEST(ParsePlotText, TakesCodesApartAndPlacesThePieces) {
   }
 }
 
+TEST(WithoutTextCodes, LeavesWhatIsRead) {
+  const std::pair<const char*, const char*> texts[] = {
+      {"", ""}, {"~>2", "~>2"}, {"x~>2~> + y~<1~<", "x2 + y1"}, {"m~>-2 open", "m-2 open"}, {"a ~ b", "a ~ b"}};
+  for (const auto& [text, plain] : texts) EXPECT_EQ(WithoutTextCodes(text), plain);
+}
+
 TEST(ParsePlotText, RoundsQuarterLinesToEven) {
   // 10 points on 96 units to the inch: 13 high, a quarter line 3.25, two 6.5, three 9.75.
   RecordingSurface surface;

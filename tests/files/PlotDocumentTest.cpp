@@ -43,8 +43,8 @@ class PlotDocumentTest : public testing::Test {
 };
 
 constexpr const char* kSaveFilters =
-    "Plot files (*.plt);;PNG files (*.png);;Bitmap files (*.bmp);;Enhanced MetaFile (*.emf);;PDF documents "
-    "(*.pdf)|plt|";
+    "Plot files (*.plt);;Bitmap files (*.bmp);;Enhanced MetaFile (*.emf);;SVG files (*.svg);;PDF documents "
+    "(*.pdf);;PNG files (*.png)|plt|";
 constexpr const char* kCannotBeSaved =
     "refuse: An error in the current plot settings prohibits the plot from being saved in it's current state. Check "
     "the plot settings in the Graph Properties window.";
@@ -88,12 +88,12 @@ TEST_F(PlotDocumentTest, IsSavedUnderANameThatItKeeps) {
 TEST_F(PlotDocumentTest, WritesAPictureWhereTheNameAsksForOne) {
   PlotDocument plot = Document();
   Change(plot, "one");
-  for (const char* name : {"a.png", "a.BMP", "a.pdf"}) {
+  for (const char* name : {"a.png", "a.BMP", "a.pdf", "a.emf", "a.svg"}) {
     user.File = folder.Path(name);
     EXPECT_FALSE(plot.FileSaveAs());
     EXPECT_EQ(pictures.back(), *user.File);
   }
-  EXPECT_EQ(pictures.size(), 3u);
+  EXPECT_EQ(pictures.size(), 5u);
   EXPECT_FALSE(plot.HasFile);
   EXPECT_TRUE(plot.Changed());
 }
@@ -239,61 +239,6 @@ TEST_F(PlotDocumentTest, GivesNewPlotsTheDefaultTemplate) {
   EXPECT_GT(plot.Plot().Axes()[1]->Max, 0) << "a scale of the data";
   EXPECT_FALSE(plot.Changed());
   EXPECT_TRUE(plot.Plot().PlotCreated);
-}
-
-TEST_F(PlotDocumentTest, IsMadeWhateverTheDefaultTemplateIs) {
-  const std::string gone = folder.Path("gone.qv2"),
-                    solid = folder.Write("solid.qv3", "plot_title_text = Not for this\n"),
-                    vast = folder.Write("vast.qv2", std::string(3 << 20, '=')),
-                    log = folder.Write("log.qv2", "x_axis_scale_log = true\nx_axis_scale_min = -5\n"),
-                    wide = folder.Write("wide.qv2", "x_axis_scale_min = -1e308\nx_axis_scale_max = 1e308\n");
-  std::string garbage;
-  for (int i = 0; i < 5000; ++i) garbage += static_cast<char>(i * 7919 >> 5);
-  const struct {
-    std::string File;
-    Said Answer;
-    std::string Left = "";  // of the setting, where another
-    bool Created = true;
-  } cases[] = {
-      {gone,
-       {"ask: Could not find the plot template '" + gone + "'. Do you want to remove it as a default template?"},
-       "none"},
-      {vast, {"refuse: Error applying plot template '" + vast + "'."}},
-      {solid, {"refuse: You cannot apply a 3D Template to a 2D Plot."}},
-      {folder.Write("garbage.qv2", garbage), {}},
-      {log, {}},
-      {wide, {std::string("refuse: ") + kPlotFailure}, "", false},
-  };
-  for (const auto& c : cases) {
-    settings.Set("template2d", c.File);
-    const PlotDocument plot = Document();
-    EXPECT_EQ(Take(), c.Answer);
-    EXPECT_EQ(plot.Plot().PlotCreated, c.Created) << c.File;
-    EXPECT_EQ(plot.Plot().PlotTitle, "");
-    EXPECT_FALSE(plot.Changed());
-    EXPECT_EQ(settings.Text("template2d"), c.Left == "none" ? "" : c.File);
-  }
-  settings.Set("template2d", gone);
-  user.Answer = false;
-  Document();
-  EXPECT_EQ(Take().size(), 1u);
-  EXPECT_EQ(settings.Text("template2d"), gone);
-
-  // One that is chosen for a plot is taken in its place, and must be one.
-  const auto made = [this](const std::string& file) {
-    auto plot = std::make_unique<PlotClass>(settings);
-    plot->PlotData.push_back(PointSeries({1, 2, 3}, {2, 4, 8}, "Input Data"));
-    return NewPlotDocument(std::move(plot), settings, user, file);
-  };
-  EXPECT_FALSE(made(solid));
-  EXPECT_EQ(Take(), Said{"refuse: You cannot apply a 3D Template to a 2D Plot."});
-  EXPECT_FALSE(made(gone));
-  EXPECT_EQ(Take(), Said{"refuse: Error applying plot template '" + gone + "'."});
-  EXPECT_FALSE(made(wide));
-  EXPECT_EQ(Take(), Said{std::string("refuse: ") + kPlotFailure});
-  EXPECT_TRUE(RecentFiles(settings, kRecentTemplates).empty());
-  EXPECT_EQ(made(folder.Write("a.qv2", "plot_title_text = Chosen"))->Plot().PlotTitle, "Chosen");
-  EXPECT_EQ(RecentFiles(settings, kRecentTemplates), std::vector<std::string>{folder.Path("a.qv2")});
 }
 
 TEST_F(PlotDocumentTest, KeepsAsManyChangesAsTheSettingsSay) {

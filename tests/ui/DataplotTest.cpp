@@ -243,12 +243,14 @@ TEST_F(DataplotTest, IsSavedByKeyAndNamedAfterItsFile) {
     edit.setText(QString::fromStdString(folder.Path("picture")));
     QTest::keyClick(&edit, Qt::Key_Return);
   });
+  dialogs.Type("192");
   dialogs.Press(QMessageBox::Ok);
   plot.activateWindow();
   QTest::qWait(5);
   QTest::keyClick(&plot, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(dialogs.Said, Said{"The file '" + folder.Path("picture.png") + "' contains the Bitmap."});
-  EXPECT_EQ(QImage(QString::fromStdString(folder.Path("picture.png"))).size(), plot.View().Picture().size());
+  EXPECT_EQ(dialogs.Said, Said{"The file '" + folder.Path("picture.png") + "' contains the PNG picture."});
+  const QImage saved(QString::fromStdString(folder.Path("picture.png")));
+  EXPECT_EQ(saved.width(), std::lround(plot.View().width() * 192.0 / plot.View().logicalDpiX()));
   EXPECT_EQ(plot.windowTitle(), "kept.plt[*]");
 }
 

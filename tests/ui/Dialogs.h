@@ -57,6 +57,16 @@ class Dialogs {
     });
   }
 
+  // Types a text that is asked for and accepts.
+  void Type(const std::string& text) {
+    answers_.push_back([text](QDialog& dialog) {
+      auto* edit = dialog.findChild<QLineEdit*>();
+      ASSERT_NE(edit, nullptr);
+      edit->setText(QString::fromStdString(text));
+      QTest::keyClick(edit, Qt::Key_Return);
+    });
+  }
+
   void Do(std::function<void(QDialog&)> action) { answers_.push_back(std::move(action)); }
 
  private:

@@ -203,6 +203,7 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
   EXPECT_EQ(emf.readAll(), metafile);
 
   prompter.File = folder.Path("plot.png");
+  prompter.Text = "96";
   Action("mnuPlotSave")->trigger();
   EXPECT_EQ(prompter.Last(), "inform: The file '" + *prompter.File + "' contains the PNG picture.");
   const QImage saved(QString::fromStdString(*prompter.File));

@@ -413,6 +413,7 @@ TEST_F(Results, PlotsTheModelAndItsResiduals) {
     EXPECT_GT(blue, 50) << names[i];
     EXPECT_FALSE(Find<QPushButton>("FormatCommand").isEnabled());
     dialogs.ChooseFile(folder.Path(names[i]));
+    dialogs.Type("96");
     dialogs.Press(QMessageBox::Ok);
     Click("SaveCommand");
     EXPECT_TRUE(folder.Read(std::string(names[i]) + ".png").starts_with("\x89PNG"));

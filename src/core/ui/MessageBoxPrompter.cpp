@@ -87,6 +87,8 @@ std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::strin
     static const QRegularExpression kFirstEnding("\\*\\.(\\w+)");
     if (const auto ending = kFirstEnding.match(chosen); ending.hasMatch()) dialog.setDefaultSuffix(ending.captured(1));
   });
+  for (const QString& kind : dialog.nameFilters())
+    if (kind.contains("(*." + dialog.defaultSuffix() + ')')) dialog.selectNameFilter(kind);
   if (!name.empty()) dialog.selectFile(QString::fromStdString(name));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().constFirst().toStdString();

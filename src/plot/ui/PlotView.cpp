@@ -293,7 +293,7 @@ void PlotView::EditCopyMetafile() {
 
 void PlotView::SavePicture() {
   if (!CanBe("saved", plot_, prompter_)) return;
-  const auto file = prompter_.ChooseFileToSave("Save Picture", PictureFilters(), "bmp");
+  const auto file = prompter_.ChooseFileToSave("Save Picture", PictureFilters(), "png");
   if (file) WritePicture(*file);
 }
 
