@@ -10,7 +10,8 @@
 namespace quorvex {
 
 // Asks at which resolution a picture of so many inches is to be written, 72 to 1200 dots per inch, beginning with what
-// was chosen last, or else with the screen's own; the settings keep it. Nothing where the user cancels.
+// was chosen last, or else with the screen's own; the settings keep it. Nothing where the user cancels, or types what
+// is none of these, which is refused.
 std::optional<PictureSize> AskResolution(const PictureSize& screen, Settings& settings, const LocaleText& locale,
                                          Prompter& user);
 
