@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
 
@@ -50,6 +51,10 @@ void TakeSheet(const Shots& shots) {
                    [](QDialog& dialog) { dialog.findChild<QComboBox*>("SortKey2")->setCurrentIndex(2); });
   shots.TakeDialog(frame, "mnuDataCombine", "sheet-combine");
   shots.TakeDialog(frame, "mnuDataZeroNegative", "sheet-zero");
+  shots.TakeDialog(frame, "mnuDataSmooth", "sheet-smooth", [](QDialog& dialog) {
+    Type(dialog, "txtPercent", "40");
+    dialog.findChild<QPushButton*>("cmdApply")->click();
+  });
   shots.TakeDialog(frame, "mnuEditPasteSpecial", "sheet-paste-special");
   shots.TakeDialog(frame, "mnuEditGoto", "sheet-goto", [](QDialog& dialog) { Type(dialog, "txtReference", "A7"); });
   grid.selectColumn(1);

@@ -20,6 +20,7 @@ constexpr HelpPage kRows[] = {
     {"Sort", "sheet.html#data"},
     {"frmCombine", "sheet.html#data"},
     {"frmZeroSelect", "sheet.html#data"},
+    {"frmSmooth", "sheet.html#smooth"},
     {"DataStat", "sheet.html#statistics"},
     {"frmImport", "import.html"},
     {"frmDataBase", "import.html#database"},

@@ -6,6 +6,7 @@
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
+#include "results/ui/frmSmooth.h"
 #include "sheet/AverageReplicates.h"
 #include "sheet/ui/TransformDialogs.h"
 
@@ -22,6 +23,10 @@ void Average(quorvexWindow& window) {
     const BusyCursor busy;
     return AverageReplicates(edit);
   });
+}
+
+void Smooth(quorvexWindow& window) {
+  window.Run([&](const SheetEdit& edit) { return ShowSmooth(edit, &window, window.Preferences()); });
 }
 
 void Statistics(quorvexWindow& window) {
@@ -43,6 +48,7 @@ std::vector<ProjectCommand> DataMenu() {
       {"mnuDataZeroNegative", "Zero &Negative Data...", {}, ShowDialog<ShowZeroSelect, ZeroSign::Negative>},
       {"mnuDataZeroPositive", "Zero &Positive Data...", {}, ShowDialog<ShowZeroSelect, ZeroSign::Positive>},
       {"mnuDataAverage", "&Average Replicates", {}, Average},
+      {"mnuDataSmooth", "S&mooth...", {}, Smooth},
       {},
       {"mnuDataStatistics", "&Statistics...", {}, Statistics},
       {},
