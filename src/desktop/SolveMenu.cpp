@@ -1,7 +1,13 @@
 // The Solve menu: what makes, sorts and clears the solutions of a project.
 
+#include "core/ui/SystemClipboard.h"
 #include "desktop/ProjectMenus.h"
+#include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
+#include "results/TableExport.h"
+#include "results/ui/TableExportDialogs.h"
+#include "results/ui/frmTableExport.h"
+#include "sheet/ui/EditDialogs.h"
 
 namespace quorvex {
 namespace {
@@ -12,6 +18,31 @@ ProjectCommand SortCommand(const char* name, const QString& text) {
           .Text = text,
           .Run = [](quorvexWindow& window) { window.SortSolutions(sortIndex); },
           .IsChecked = [](const quorvexWindow& window) { return window.SolutionsSortedBy() == sortIndex; }};
+}
+
+// The numbers go to the sheet by way of the clipboard, on which they stay where the sheet is not the place for them.
+void PasteIntoSheet(quorvexWindow& window, const std::string& tabSeparated) {
+  window.activateWindow();
+  window.Run([&](const SheetEdit& edit) {
+    SystemClipboard clipboard;
+    clipboard.SetCells(tabSeparated);
+    return ShowPasteSpecial(edit, &window, clipboard);
+  });
+}
+
+void ExportDataTable(quorvexWindow& window) {
+  if (!window.Grid().CommitEntry()) return;
+  const Project& project = window.Document();
+  const auto equations =
+      TableExport::Begin(window.Solved(), window.SelectedSolutions(), project.Sheet, project.Locale, window.User());
+  const auto table = equations ? AskExportTable(&window, *equations, window.User()) : std::nullopt;
+  if (!table) return;
+  auto* form = new frmTableExport(*table, window.Preferences(), project.Locale, window.User(), &window);
+  form->setWindowFlag(Qt::Window);
+  form->setAttribute(Qt::WA_DeleteOnClose);
+  QObject::connect(form, &frmTableExport::SheetChosen, &window,
+                   [&window](const std::string& cells) { PasteIntoSheet(window, cells); });
+  form->show();
 }
 
 }  // namespace
@@ -36,6 +67,10 @@ std::vector<ProjectCommand> SolveMenu() {
        .Text = "&View Results",
        .Keys = QKeySequence("Ctrl+R"),
        .Run = [](quorvexWindow& window) { window.ShowSelectedResults(); }},
+      {.Name = "mnuResultsSummary",
+       .Text = "S&ummary Results",
+       .Run = [](quorvexWindow& window) { window.ShowSummary(); }},
+      {.Name = "mnuResultsTableExport", .Text = "&Data Table Export...", .Run = ExportDataTable},
       {.Name = "mnuSolveLog",
        .Text = "View &Log",
        .Keys = QKeySequence("Ctrl+L"),

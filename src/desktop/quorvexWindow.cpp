@@ -18,6 +18,7 @@
 #include "files/FileSave.h"
 #include "files/ui/Dataplot.h"
 #include "results/ui/frmResults.h"
+#include "results/ui/frmSummary.h"
 #include "sheet/ColumnLayout.h"
 #include "sheet/SheetStatus.h"
 
@@ -195,6 +196,21 @@ void quorvexWindow::ShowResults(const SolvedItem& solution) {
   results->show();
   results->raise();
   results->activateWindow();
+}
+
+void quorvexWindow::ShowSummary() {
+  if (!FirstSolution(Solved(), user_)) return;
+  auto* summary = findChild<frmSummary*>();
+  if (summary == nullptr) {
+    summary = new frmSummary(project_, settings_, user_, this);
+    summary->setWindowFlag(Qt::Window);
+    summary->setAttribute(Qt::WA_DeleteOnClose);
+    connect(this, &quorvexWindow::SolutionsChanged, summary, &frmSummary::Refresh);
+    connect(summary, &frmSummary::SortChosen, this, &quorvexWindow::SortSolutions);
+  }
+  summary->show();
+  summary->raise();
+  summary->activateWindow();
 }
 
 void quorvexWindow::BringUpToDate(frmResults& results) const {

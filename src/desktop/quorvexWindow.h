@@ -86,6 +86,8 @@ class quorvexWindow : public QWidget {
   void Resort();
   // Shows an entry of the solved list in the project's results window, which follows the project and closes with it.
   void ShowResults(const SolvedItem& solution);
+  // Shows all solved models in the project's window for that, which follows the project and closes with it, too.
+  void ShowSummary();
   // What the last solve left behind: its log, its limits, the rows it left out.
   const ProjectSolver& Solver() const { return solver_; }
 

@@ -1,30 +1,61 @@
 #include "results/SaveResults.h"
 
+#include <optional>
+
+#include "core/LongWork.h"
 #include "core/NumberText.h"
 #include "core/SaveFile.h"
 
 namespace quorvex {
 namespace {
 
-bool Write(const std::string& file, const std::string& text, Prompter& user) {
-  const int error = SaveFile(file, text, FileCare::Answer);
+bool Told(int error, const std::string& file, Prompter& user) {
   if (error != 0) user.Refuse("Error writing to '" + file + "'. " + FileErrorText(error));
   return error == 0;
+}
+
+std::optional<std::string> ChooseTableFile(const std::string& name, Prompter& user, const std::string& title) {
+  return user.ChooseFileToSave(title, "Text files (*.txt);;HTML files (*.html *.htm)", "txt", name);
+}
+
+bool IsHtml(const std::string& file) {
+  const std::string lower = ToLower(file);
+  return lower.ends_with(".html") || lower.ends_with(".htm");
+}
+
+// Line by line; what was there stays where the work is cancelled. Returns 0 or the file error's number.
+int WriteTable(const TextTable& table, const std::string& file, const LongWork& work) {
+  ReplacementFile replacement(FileCare::Answer);
+  if (const int error = replacement.Create(file)) return error;
+  std::size_t lines = 0;
+  const auto write = IsHtml(file) ? WriteHtml : WriteTabSeparated;
+  write(table, [&](std::string_view line) {
+    replacement.Text().Write(line);
+    work.ShowProgress(++lines, table.RowCount() + 1);
+    return !work.Cancelled();
+  });
+  return work.Cancelled() ? 0 : replacement.Commit();
 }
 
 }  // namespace
 
 bool SaveEvaluation(const std::string& text, Prompter& user) {
   const auto file = user.ChooseFileToSave("Save As", "Text files (*.txt)", "txt", "Eval");
-  return file && Write(*file, text, user);
+  return file && Told(SaveFile(*file, text, FileCare::Answer), *file, user);
 }
 
-bool SaveTable(const TextTable& table, const std::string& name, Prompter& user) {
-  const auto file = user.ChooseFileToSave("Save As", "Text files (*.txt);;HTML files (*.html *.htm)", "txt", name);
+bool SaveTable(const TextTable& table, const std::string& name, Prompter& user, const std::string& title) {
+  const auto file = ChooseTableFile(name, user, title);
+  return file && Told(WriteTable(table, *file, LongWork()), *file, user);
+}
+
+bool SaveTable(std::shared_ptr<const TextTable> table, const std::string& name, Prompter& user,
+               const std::string& title) {
+  const auto file = ChooseTableFile(name, user, title);
   if (!file) return false;
-  const std::string lower = ToLower(*file);
-  const bool html = lower.ends_with(".html") || lower.ends_with(".htm");
-  return Write(*file, html ? Html(table) : TabSeparated(table), user);
+  const auto error = Await<int>(&user, "Writing '" + *file + "'",
+                                [table, name = *file](const LongWork& work) { return WriteTable(*table, name, work); });
+  return error && Told(*error, *file, user);
 }
 
 }  // namespace quorvex

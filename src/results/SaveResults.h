@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "core/Prompter.h"
@@ -14,6 +15,10 @@ namespace quorvex {
 bool SaveEvaluation(const std::string& text, Prompter& user);
 
 // A table: as an HTML document where the name of the file says so, else as text with tabs.
-bool SaveTable(const TextTable& table, const std::string& name, Prompter& user);
+bool SaveTable(const TextTable& table, const std::string& name, Prompter& user, const std::string& title = "Save As");
+
+// The same of a table that may be long, for which the user waits. Nobody changes it meanwhile.
+bool SaveTable(std::shared_ptr<const TextTable> table, const std::string& name, Prompter& user,
+               const std::string& title = "Save As");
 
 }  // namespace quorvex

@@ -76,6 +76,15 @@ void AppendHtmlRow(std::string& html, const TextTable& table, std::size_t row) {
   html.append("</tr>").append(NL);
 }
 
+std::string Gathered(void (*writeTable)(const TextTable& table, const LineSink& write), const TextTable& table) {
+  std::string text;
+  writeTable(table, [&](std::string_view line) {
+    text += line;
+    return true;
+  });
+  return text;
+}
+
 }  // namespace
 
 void Report::Add(RowKind kind, std::vector<std::string> cells) {
@@ -83,16 +92,18 @@ void Report::Add(RowKind kind, std::vector<std::string> cells) {
   rows_.push_back({kind, std::move(cells)});
 }
 
-std::string TabSeparated(const TextTable& table) {
-  std::string text;
-  if (HasColumnHeadings(table))
-    AppendLine(text, table.ColumnCount(), [&](std::size_t c) { return table.ColumnHeading(c); });
+void WriteTabSeparated(const TextTable& table, const LineSink& write) {
+  const auto line = [&](auto cellOf) {
+    std::string text;
+    AppendLine(text, table.ColumnCount(), cellOf);
+    return write(text);
+  };
+  if (HasColumnHeadings(table) && !line([&](std::size_t c) { return table.ColumnHeading(c); })) return;
   for (std::size_t row = 0; row < table.RowCount(); ++row)
-    AppendLine(text, table.ColumnCount(), [&](std::size_t c) { return table.Cell(row, c); });
-  return text;
+    if (!line([&](std::size_t c) { return table.Cell(row, c); })) return;
 }
 
-std::string Html(const TextTable& table) {
+void WriteHtml(const TextTable& table, const LineSink& write) {
   std::string html = "<!DOCTYPE html><html><head><meta charset=\"utf-8\"></head><body><table>";
   html += NL;
   if (HasColumnHeadings(table)) {
@@ -101,8 +112,15 @@ std::string Html(const TextTable& table) {
       AppendCell(html, "<th align=\"right\">", "</th>", table.ColumnHeading(c));
     html.append("</tr>").append(NL);
   }
-  for (std::size_t row = 0; row < table.RowCount(); ++row) AppendHtmlRow(html, table, row);
-  return html.append("</table></body></html>").append(NL);
+  for (std::size_t row = 0; row < table.RowCount(); ++row) {
+    AppendHtmlRow(html, table, row);
+    if (!write(html)) return;
+    html.clear();
+  }
+  write(html.append("</table></body></html>").append(NL));
 }
+
+std::string TabSeparated(const TextTable& table) { return Gathered(WriteTabSeparated, table); }
+std::string Html(const TextTable& table) { return Gathered(WriteHtml, table); }
 
 }  // namespace quorvex

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quorvex {
@@ -72,11 +74,16 @@ class TableExcerpt : public TextTable {
   std::size_t row_, column_, rows_, columns_;
 };
 
+// What takes a table line by line, and returns whether it wants more.
+using LineSink = std::function<bool(std::string_view line)>;
+
 // The whole table as text: lines that end with NL, cells with a tab between two, none behind the last that is filled.
 // A tab or a line end within a cell becomes a blank.
 std::string TabSeparated(const TextTable& table);
+void WriteTabSeparated(const TextTable& table, const LineSink& write);
 
 // The same as an HTML document of one table, for spreadsheets and word processors.
 std::string Html(const TextTable& table);
+void WriteHtml(const TextTable& table, const LineSink& write);
 
 }  // namespace quorvex

@@ -234,19 +234,24 @@ void TableView::resizeEvent(QResizeEvent* event) {
   FitLines();
 }
 
+std::optional<TableExcerpt> TableView::SelectedCells() const {
+  if (!HasSeveralSelected()) return std::nullopt;
+  QRect area;
+  for (const QItemSelectionRange& range : selectionModel()->selection())
+    area |= QRect(range.left(), range.top(), range.width(), range.height());
+  return TableExcerpt(*model_->Table(), Place(area.top()), Place(area.left()), Place(area.height()),
+                      Place(area.width()));
+}
+
 QMimeData* TableView::Copied() const {
-  const TextTable& whole = *model_->Table();
   const auto copied = [](const TextTable& table) {
     auto* mime = new QMimeData;
     mime->setText(QString::fromStdString(TabSeparated(table)));
     mime->setHtml(QString::fromStdString(Html(table)));
     return mime;
   };
-  if (!HasSeveralSelected()) return copied(whole);
-  QRect area;
-  for (const QItemSelectionRange& range : selectionModel()->selection())
-    area |= QRect(range.left(), range.top(), range.width(), range.height());
-  return copied(TableExcerpt(whole, Place(area.top()), Place(area.left()), Place(area.height()), Place(area.width())));
+  if (const auto selected = SelectedCells()) return copied(*selected);
+  return copied(*model_->Table());
 }
 
 // A line is one, though it goes over all columns.

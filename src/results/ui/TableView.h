@@ -3,6 +3,7 @@
 #include <QAbstractTableModel>
 #include <QTableView>
 #include <memory>
+#include <optional>
 
 #include "results/TextTable.h"
 
@@ -42,8 +43,10 @@ class TableView : public QTableView {
   void SetTableFont(const QFont& font);
   const QFont& TableFont() const { return model_->Font(); }
 
-  // What Copy takes: the rectangle about the selected cells where there are several, else the whole table, as text with
-  // tabs and as HTML. The caller owns it.
+  // The rectangle about the selected cells, where there are several. It looks into the table.
+  std::optional<TableExcerpt> SelectedCells() const;
+
+  // What Copy takes: those cells, else the whole table, as text with tabs and as HTML. The caller owns it.
   QMimeData* Copied() const;
 
  protected:

@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
@@ -19,15 +18,13 @@
 #include <algorithm>
 
 #include "core/ui/BusyCursor.h"
-#include "core/ui/PrintJob.h"
-#include "drawing/ui/QtSurface.h"
-#include "plot/PrintPages.h"
 #include "plot/ui/PSetup.h"
 #include "plot/ui/PlotView.h"
 #include "results/DataTable.h"
 #include "results/ResultPlots.h"
 #include "results/SaveResults.h"
 #include "results/ui/EvaluationPanel.h"
+#include "results/ui/PaperJob.h"
 #include "results/ui/PrintTable.h"
 #include "results/ui/ResultPlot.h"
 #include "results/ui/TableFormat.h"
@@ -38,27 +35,6 @@ namespace {
 
 // Places in the row of commands.
 constexpr std::size_t kFormat = 1, kPageSetup = 4;
-
-void SetMargins(QPrinter& printer, const PageSetup& page) {
-  const double unit = page.Units == "mm" ? 1 : page.Units == "cm" ? 10 : 25.4;  // millimetres
-  printer.setPageMargins(QMarginsF(page.Left, page.Top, page.Right, page.Bottom) * unit, QPageLayout::Millimeter);
-}
-
-// The margins in units of the printer, or why they leave no room for a table in that font.
-Result<QMargins> MarginsOn(QPrinter& printer, const PageSetup& page, const QFont& font) {
-  // The margins count from the edge of the paper, not of what the printer can reach.
-  const bool fullPage = printer.fullPage();
-  printer.setFullPage(true);
-  const QtSurface sheet(printer, QtSurface::Device::kPrinter);
-  const DeviceRect margins = ConvertMargins(page, sheet);
-  const QSize least = LeastRoom(font, printer).toSize();
-  const auto refusal =
-      CheckMargins({margins.left, margins.top, margins.right + least.width(), margins.bottom + least.height()},
-                   sheet.GetDeviceCaps(DeviceCap::PHYSICALWIDTH), sheet.GetDeviceCaps(DeviceCap::PHYSICALHEIGHT));
-  printer.setFullPage(fullPage);
-  if (refusal) return Failure{*refusal};
-  return QMargins(margins.left, margins.top, margins.right, margins.bottom);
-}
 
 }  // namespace
 
@@ -280,28 +256,13 @@ void frmResults::FormatCommand() {
 
 void frmResults::PrintCommand() {
   if (!Evaluating() && CurrentPlot() != nullptr) return CurrentPlot()->Print();
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName(windowTitle());
-  SetMargins(printer, PageSetup::Read(settings_));
-  QPrintDialog dialog(&printer, this);
-  if (dialog.exec() == QDialog::Accepted) PrintOn(printer);
-}
-
-void frmResults::PrintOn(QPrinter& printer) {
   const QFont& font = Evaluating() ? panel_->Text().font() : CurrentTable()->TableFont();
-  const Result<QMargins> margins = MarginsOn(printer, PageSetup::Read(settings_), font);
-  if (!margins) return user_.Refuse(margins.error());
-  {
-    const BusyCursor busy;
-    if (Evaluating()) {
-      panel_->Text().print(&printer);
-    } else {
-      printer.setFullPage(true);
-      PrintTable(*CurrentTable()->Table(), windowTitle() + " - " + EqList->currentText(), font, printer, *margins);
-    }
-  }
-  if (const std::optional<PrinterError> error = ErrorOfLastJob(printer))
-    user_.Refuse(PrintErrorText(error->Code, error->Description));
+  PrintOnPaper(this, font, settings_, user_, [this](QPrinter& printer, const QMargins& margins) {
+    if (Evaluating()) return panel_->Text().print(&printer);
+    printer.setFullPage(true);
+    const TableView& table = *CurrentTable();
+    PrintTable(*table.Table(), windowTitle() + " - " + EqList->currentText(), table.TableFont(), printer, margins);
+  });
 }
 
 void frmResults::CopyCommand() {

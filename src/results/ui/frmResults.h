@@ -14,7 +14,6 @@
 #include "solve/GatherData.h"
 
 class QComboBox;
-class QPrinter;
 class QPushButton;
 class QStackedWidget;
 class QTabWidget;
@@ -70,7 +69,6 @@ class frmResults : public QWidget {
   void SaveCommand();
   void FormatCommand();
   void PrintCommand();
-  void PrintOn(QPrinter& printer);
   void CopyCommand();
   void PageSetupCommand();
 

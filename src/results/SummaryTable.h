@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "core/LocaleText.h"
+#include "engine/ModelCollection.h"
+#include "results/FitInformation.h"
+#include "results/TextTable.h"
+
+namespace quorvex {
+
+// The solved models of a project on one page, the best by the sort index first: rank, name and goodness of fit.
+// Interpolations have none and are left out. The patterns write the columns that are not of residuals and those that
+// are; what cannot be computed stays empty. Numbers are in the locale's form.
+class SummaryTable : public TextTable {
+ public:
+  SummaryTable(const ModelCollection& models, int sortIndex, const LocaleText& locale, const NumberPatterns& patterns);
+
+  std::size_t RowCount() const override { return rows_.size(); }
+  std::size_t ColumnCount() const override { return kColumns; }
+  std::string Cell(std::size_t row, std::size_t column) const override { return rows_[row][column]; }
+  std::string ColumnHeading(std::size_t column) const override;
+
+ private:
+  static constexpr std::size_t kColumns = 8;
+  std::vector<std::array<std::string, kColumns>> rows_;
+};
+
+}  // namespace quorvex

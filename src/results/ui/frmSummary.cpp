@@ -1,0 +1,59 @@
+#include "results/ui/frmSummary.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "core/ui/Controls.h"
+#include "engine/RankModels.h"
+#include "results/SaveResults.h"
+#include "results/SummaryTable.h"
+#include "results/ui/TableBar.h"
+#include "results/ui/TableView.h"
+#include "solve/SolvedList.h"
+
+namespace quorvex {
+
+frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWidget* parent)
+    : QWidget(parent),
+      project_(project),
+      settings_(settings),
+      user_(user),
+      cmbSortBy(Named(new QComboBox(this), "cmbSortBy")),
+      table_(new TableView("SummaryBook", "Summary of the solutions", this)),
+      commands_(new TableBar(*table_, settings, project.Locale, user, this)) {
+  setObjectName("frmSummary");
+  setWindowTitle("Summary Results");
+  cmbSortBy->view()->setAccessibleName("Sort by");
+  for (const int key : {kSortByRSS, kSortByR2, kSortByR2Adjust, kSortByStdErr})
+    cmbSortBy->addItem(QString::fromStdString(SortKeyName(key)), key);
+  auto* choice = new QHBoxLayout;
+  choice->addWidget(LabelFor(cmbSortBy, "&Sort by:", this));
+  choice->addWidget(cmbSortBy);
+  choice->addStretch();
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(choice);
+  column->addWidget(table_, 1);
+  column->addWidget(commands_);
+  connect(cmbSortBy, &QComboBox::activated, this, [this] { emit SortChosen(cmbSortBy->currentData().toInt()); });
+  connect(commands_, &TableBar::ExportChosen, this, &frmSummary::Export);
+  connect(commands_, &TableBar::PatternsChosen, this, &frmSummary::Refresh);
+  connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
+  setFocusProxy(table_);
+  Refresh();
+  // All columns, and the frame within the screen.
+  resize(QSize(980, 560).boundedTo(screen()->availableSize() * 0.95));
+}
+
+void frmSummary::Refresh() {
+  const int sortIndex = settings_.Integer("sortindex");
+  cmbSortBy->setCurrentIndex(std::max(cmbSortBy->findData(sortIndex), 0));
+  table_->SetTable(std::make_unique<SummaryTable>(project_.Models, sortIndex, project_.Locale, commands_->Patterns()));
+}
+
+void frmSummary::Export() { SaveTable(*table_->Table(), "Results Summary", user_, "Results Summary"); }
+
+}  // namespace quorvex

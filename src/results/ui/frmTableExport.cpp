@@ -1,0 +1,54 @@
+#include "results/ui/frmTableExport.h"
+
+#include <QMimeData>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "core/ui/BusyCursor.h"
+#include "results/SaveResults.h"
+#include "results/ui/TableBar.h"
+#include "results/ui/TableView.h"
+
+namespace quorvex {
+
+frmTableExport::frmTableExport(const ExportTable& table, Settings& settings, const LocaleText& locale, Prompter& user,
+                               QWidget* parent)
+    : QWidget(parent),
+      values_(table),
+      user_(user),
+      table_(new TableView("TableBook", "Table of values", this)),
+      commands_(new TableBar(*table_, settings, locale, user, this)) {
+  setObjectName("frmTableExport");
+  setWindowTitle("Data Table Export");
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(table_, 1);
+  column->addWidget(commands_);
+  connect(commands_->Add("cmdSheet", "To &Sheet..."), &QPushButton::clicked, this, &frmTableExport::ToSheet);
+  connect(commands_, &TableBar::ExportChosen, this, &frmTableExport::Export);
+  connect(commands_, &TableBar::PatternsChosen, this, &frmTableExport::Show);
+  connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
+  setFocusProxy(table_);
+  Show();
+  resize(QSize(820, 560).boundedTo(screen()->availableSize() * 0.95));
+}
+
+void frmTableExport::Show() {
+  const BusyCursor busy;
+  values_.SetPatterns(commands_->Patterns());
+  table_->SetTable(std::make_unique<ExportTable>(values_));
+}
+
+void frmTableExport::Export() { SaveTable(std::make_shared<ExportTable>(values_), "Data Table", user_); }
+
+// Without headings and the row of "END", which are no data.
+void frmTableExport::ToSheet() {
+  if (!commands_->IsShort()) return;
+  const TableExcerpt numbers(values_, 0, 0, values_.RowCount() - 1, values_.ColumnCount());
+  const auto selected = table_->SelectedCells();
+  emit SheetChosen(TabSeparated(selected ? *selected : numbers));
+}
+
+}  // namespace quorvex
