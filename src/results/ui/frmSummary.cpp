@@ -42,7 +42,7 @@ frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWi
   connect(commands_, &TableBar::ExportChosen, this, &frmSummary::Export);
   connect(commands_, &TableBar::PatternsChosen, this, &frmSummary::Refresh);
   connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
-  setFocusProxy(table_);
+  table_->setFocus();
   Refresh();
   // All columns, and the frame within the screen.
   resize(QSize(980, 560).boundedTo(screen()->availableSize() * 0.95));

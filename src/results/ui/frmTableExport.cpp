@@ -30,7 +30,7 @@ frmTableExport::frmTableExport(const ExportTable& table, Settings& settings, con
   connect(commands_, &TableBar::ExportChosen, this, &frmTableExport::Export);
   connect(commands_, &TableBar::PatternsChosen, this, &frmTableExport::Show);
   connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
-  setFocusProxy(table_);
+  table_->setFocus();
   Show();
   resize(QSize(820, 560).boundedTo(screen()->availableSize() * 0.95));
 }
