@@ -1,6 +1,8 @@
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -11,6 +13,9 @@
 #include "plot/PlotClass.h"
 #include "plot/ui/frmPlotInfo.h"
 #include "results/ui/PlotDialogs.h"
+#include "results/ui/TableExportDialogs.h"
+#include "results/ui/frmSummary.h"
+#include "results/ui/frmTableExport.h"
 
 namespace quorvex {
 namespace {
@@ -37,6 +42,25 @@ void TakeNewPlots(const Shots& shots) {
   }
   window.Refresh();
   window.findChild<QTableView*>("SolvedList")->selectRow(0);
+
+  frame.findChild<QAction*>("mnuResultsSummary")->trigger();
+  shots.Take(*window.findChild<frmSummary*>(), "results-summary");
+  window.findChild<frmSummary*>()->close();
+  shots.TakeDialog(frame, "mnuResultsTableExport", "results-table-type");
+  const auto equations = TableExport::Begin(window.Solved(), window.Solved(), project.Sheet, {}, window.User());
+  const auto range = [&shots] {
+    shots.Take(*QApplication::activeModalWidget(), "results-table-range");
+    QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+  };
+  const auto type = [&] {
+    QTimer::singleShot(0, &frame, range);
+    QApplication::activeModalWidget()->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+  };
+  QTimer::singleShot(0, &frame, type);
+  const auto table = AskExportTable(&window, *equations, window.User());
+  frmTableExport values(*table, shots.Run.Preferences, project.Locale, window.User());
+  values.show();
+  shots.Take(values, "results-table");
 
   shots.TakeDialog(frame, "mnuPlotColumns", "plot-columns");
   shots.TakeDialog(frame, "mnuPlotResiduals", "plot-residuals");

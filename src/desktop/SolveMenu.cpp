@@ -38,7 +38,6 @@ void ExportDataTable(quorvexWindow& window) {
   const auto table = equations ? AskExportTable(&window, *equations, window.User()) : std::nullopt;
   if (!table) return;
   auto* form = new frmTableExport(*table, window.Preferences(), project.Locale, window.User(), &window);
-  form->setWindowFlag(Qt::Window);
   form->setAttribute(Qt::WA_DeleteOnClose);
   QObject::connect(form, &frmTableExport::SheetChosen, &window,
                    [&window](const std::string& cells) { PasteIntoSheet(window, cells); });

@@ -203,7 +203,6 @@ void quorvexWindow::ShowSummary() {
   auto* summary = findChild<frmSummary*>();
   if (summary == nullptr) {
     summary = new frmSummary(project_, settings_, user_, this);
-    summary->setWindowFlag(Qt::Window);
     summary->setAttribute(Qt::WA_DeleteOnClose);
     connect(this, &quorvexWindow::SolutionsChanged, summary, &frmSummary::Refresh);
     connect(summary, &frmSummary::SortChosen, this, &quorvexWindow::SortSolutions);

@@ -39,6 +39,7 @@ class ExportTable : public TextTable {
   ExportTable(std::shared_ptr<const TableValues> values, const LocaleText& locale)
       : values_(std::move(values)), locale_(locale) {}
 
+  const NumberPatterns& Patterns() const { return patterns_; }
   void SetPatterns(const NumberPatterns& patterns) { patterns_ = patterns; }
 
   // The row of "END" included.

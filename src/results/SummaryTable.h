@@ -22,6 +22,8 @@ class SummaryTable : public TextTable {
   std::size_t ColumnCount() const override { return kColumns; }
   std::string Cell(std::size_t row, std::size_t column) const override { return rows_[row][column]; }
   std::string ColumnHeading(std::size_t column) const override;
+  bool HasTexts(std::size_t column) const override { return column <= 1; }
+  std::string Widest(std::size_t /*column*/) const override { return {}; }  // there are some hundred rows at most
 
  private:
   static constexpr std::size_t kColumns = 8;

@@ -69,7 +69,7 @@ void AppendHtmlRow(std::string& html, const TextTable& table, std::size_t row) {
     const bool heading = kind == RowKind::ColumnHeadings;
     for (std::size_t c = 0; c < columns; ++c) {
       const char* open = heading ? (c == 0 ? "<th align=\"left\">" : "<th align=\"right\">")
-                                 : (c == 0 ? "<td>" : "<td align=\"right\">");
+                                 : (table.HasTexts(c) ? "<td>" : "<td align=\"right\">");
       AppendCell(html, open, heading ? "</th>" : "</td>", table.Cell(row, c));
     }
   }

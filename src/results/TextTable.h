@@ -28,6 +28,10 @@ class TextTable {
   virtual RowKind Kind(std::size_t /*row*/) const { return RowKind::Values; }
   // What stands over all rows of a column; "" in every column of a table that has its headings in rows.
   virtual std::string ColumnHeading(std::size_t /*column*/) const { return {}; }
+  // Whether a column holds texts, which begin at the left; else numbers, which end at the right.
+  virtual bool HasTexts(std::size_t column) const { return column == 0; }
+  // A text as wide as those of a column with a heading may become, where it is too long to be looked through.
+  virtual std::string Widest(std::size_t column) const { return column == 0 ? "" : "-0.123456789012345"; }
 };
 
 // A table whose rows are made beforehand, each of its own kind and length.

@@ -16,8 +16,14 @@
 
 namespace quorvex {
 
-TableBar::TableBar(TableView& table, Settings& settings, const LocaleText& locale, Prompter& user, QWidget* window)
-    : QWidget(window), table_(table), settings_(settings), user_(user), row_(new QHBoxLayout(this)) {
+TableBar::TableBar(TableView& table, const NumberPatterns& patterns, Settings& settings, const LocaleText& locale,
+                   Prompter& user, QWidget* window)
+    : QWidget(window),
+      table_(table),
+      settings_(settings),
+      user_(user),
+      patterns_(patterns),
+      row_(new QHBoxLayout(this)) {
   row_->setContentsMargins(0, 0, 0, 0);
   row_->addStretch();
   connect(Add("cmdCopy", "&Copy"), &QPushButton::clicked, this, &TableBar::Copy);

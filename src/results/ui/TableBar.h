@@ -20,7 +20,8 @@ class TableBar : public QWidget {
 
  public:
   // All of it outlives the row, which stands in the window of the table.
-  TableBar(TableView& table, Settings& settings, const LocaleText& locale, Prompter& user, QWidget* window);
+  TableBar(TableView& table, const NumberPatterns& patterns, Settings& settings, const LocaleText& locale,
+           Prompter& user, QWidget* window);
 
   // A further command, behind the others.
   QPushButton* Add(const char* name, const QString& text);
@@ -29,7 +30,7 @@ class TableBar : public QWidget {
   // not.
   bool IsShort() const;
 
-  // How the table is to write its numbers: as they are, until the user has chosen otherwise.
+  // How the table is to write its numbers, as given until the user has chosen otherwise.
   const NumberPatterns& Patterns() const { return patterns_; }
 
  signals:
@@ -44,7 +45,7 @@ class TableBar : public QWidget {
   TableView& table_;
   Settings& settings_;
   Prompter& user_;
-  NumberPatterns patterns_{"General", "General"};
+  NumberPatterns patterns_;
   QHBoxLayout* row_;
 };
 

@@ -77,6 +77,9 @@ VariableRow AddRow(QGridLayout& grid, QWidget* page, const TableVariable& variab
   fields.txtVar->setReadOnly(true);
   fields.txtVar->setFocusPolicy(Qt::NoFocus);
   fields.txtVar->setFrame(false);
+  QPalette plain = fields.txtVar->palette();
+  plain.setColor(QPalette::Base, Qt::transparent);
+  fields.txtVar->setPalette(plain);
   fields.txtVar->setMaximumWidth(8 * page->fontMetrics().averageCharWidth());
   fields.txtNPoints->setMaximumWidth(14 * page->fontMetrics().averageCharWidth());
   return fields;

@@ -16,10 +16,11 @@
 namespace quorvex {
 namespace {
 
-constexpr int kMargin = 16;           // beside the text of a cell
-constexpr int kIndent = 3;            // of which this is before it
-constexpr int kRowSpace = 6;          // above and below it together
-constexpr std::size_t kSample = 400;  // rows that a column's width is made for
+constexpr int kMargin = 16;                  // beside the text of a cell
+constexpr int kIndent = 3;                   // of which this is before it
+constexpr int kRowSpace = 6;                 // above and below it together
+constexpr std::size_t kMostCharacters = 40;  // of texts in a column with a heading; a tooltip shows the others
+constexpr std::size_t kSample = 400;         // rows that a column's width is made for
 
 std::size_t Place(int index) { return static_cast<std::size_t>(index); }
 
@@ -114,10 +115,12 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
                  ? QString::fromStdString(table_->Cell(row, 0) + table_->Cell(row, 1))
                  : data(index, Qt::DisplayRole);
     case Qt::ToolTipRole:  // of a value that may be long
-      return column == 0 && table_->Kind(row) == RowKind::Line ? InLines(QString::fromStdString(table_->Cell(row, 1)))
-                                                               : QVariant();
+      if (table_->Kind(row) == RowKind::Line)
+        return column == 0 ? InLines(QString::fromStdString(table_->Cell(row, 1))) : QVariant();
+      return column > 0 && table_->HasTexts(column) ? InLines(data(index, Qt::DisplayRole).toString()) : QVariant();
     case Qt::TextAlignmentRole:
-      return QVariant(Qt::AlignVCenter | (column == 0 || RunsOn(table_->Kind(row)) ? Qt::AlignLeft : Qt::AlignRight));
+      return QVariant(Qt::AlignVCenter |
+                      (table_->HasTexts(column) || RunsOn(table_->Kind(row)) ? Qt::AlignLeft : Qt::AlignRight));
     case Qt::FontRole: {
       QFont font = font_;
       font.setBold(font.bold() || IsHeading(table_->Kind(row)));
@@ -183,17 +186,17 @@ void TableView::Arrange() {
     return metrics.horizontalAdvance(QString::fromStdString(text)) + kMargin;
   };
   const std::size_t rows = std::min(table->RowCount(), kSample);
-  const int number = widthOf(plain, "-0.123456789012345");  // in a long table, of which the sample is the beginning
+  const int most = widthOf(plain, std::string(kMostCharacters, 'n'));
   bool headed = false;
   for (std::size_t c = 0; c < table->ColumnCount(); ++c) {
     const std::string heading = table->ColumnHeading(c);
     headed = headed || !heading.empty();
-    int width = std::max(c > 0 && headed ? number : 0, widthOf(strong, heading));
+    int width = std::max(headed ? widthOf(plain, table->Widest(c)) : 0, widthOf(strong, heading));
     for (std::size_t r = 0; r < rows; ++r) {
       const RowKind kind = table->Kind(r);
       if (!RunsOn(kind)) width = std::max(width, widthOf(IsHeading(kind) ? strong : plain, table->Cell(r, c)));
     }
-    setColumnWidth(static_cast<int>(c), width);
+    setColumnWidth(static_cast<int>(c), headed && table->HasTexts(c) ? std::min(width, most) : width);
   }
   horizontalHeader()->setVisible(headed);
   int valueAt = 0;

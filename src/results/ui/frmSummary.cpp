@@ -18,13 +18,13 @@
 namespace quorvex {
 
 frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWidget* parent)
-    : QWidget(parent),
+    : QWidget(parent, Qt::Window),
       project_(project),
       settings_(settings),
       user_(user),
       cmbSortBy(Named(new QComboBox(this), "cmbSortBy")),
       table_(new TableView("SummaryBook", "Summary of the solutions", this)),
-      commands_(new TableBar(*table_, settings, project.Locale, user, this)) {
+      commands_(new TableBar(*table_, {}, settings, project.Locale, user, this)) {
   setObjectName("frmSummary");
   setWindowTitle("Summary Results");
   cmbSortBy->view()->setAccessibleName("Sort by");

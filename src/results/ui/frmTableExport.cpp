@@ -16,11 +16,11 @@ namespace quorvex {
 
 frmTableExport::frmTableExport(const ExportTable& table, Settings& settings, const LocaleText& locale, Prompter& user,
                                QWidget* parent)
-    : QWidget(parent),
+    : QWidget(parent, Qt::Window),
       values_(table),
       user_(user),
       table_(new TableView("TableBook", "Table of values", this)),
-      commands_(new TableBar(*table_, settings, locale, user, this)) {
+      commands_(new TableBar(*table_, table.Patterns(), settings, locale, user, this)) {
   setObjectName("frmTableExport");
   setWindowTitle("Data Table Export");
   auto* column = new QVBoxLayout(this);
