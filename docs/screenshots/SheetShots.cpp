@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
@@ -34,6 +35,12 @@ void TakeSheet(const Shots& shots) {
   };
 
   shots.TakeDialog(frame, "mnuFileNewKind", "project-new");
+  shots.TakeDialog(frame, "mnuFileDerive", "project-derive", [](QDialog& dialog) {
+    for (const char* add : {"cmdAddX", "cmdAddY"}) {
+      dialog.findChild<QPushButton*>(add)->click();
+      dialog.findChild<QListWidget*>("lstData")->setCurrentRow(1);
+    }
+  });
   select(9, 0);
   shots.TakeDialog(frame, "mnuDataFill", "sheet-fill", [](QDialog& dialog) {
     Choose(dialog, "MethodOption2");

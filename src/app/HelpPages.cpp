@@ -9,6 +9,7 @@ constexpr HelpPage kRows[] = {
     {"parentfrm", "index.html"},
     {"quorvexWindow", "sheet.html"},
     {"NewProj", "sheet.html#new"},
+    {"frmDeriveWindow", "sheet.html#derive"},
     {"frmUndoHistory", "sheet.html#undo"},
     {"frmPSpecial", "sheet.html#edit"},
     {"frmCSpecial", "sheet.html#edit"},

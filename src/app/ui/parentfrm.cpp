@@ -29,6 +29,7 @@
 #include "files/ui/Dataplot.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
 #include "project/ui/NewProj.h"
+#include "project/ui/frmDeriveWindow.h"
 
 namespace quorvex {
 
@@ -239,6 +240,18 @@ void parentfrm::FileNew() { ShowFresh(DefaultKind(session_.Preferences)); }
 
 void parentfrm::FileNewKind() {
   if (const auto kind = AskProjectKind(this, DefaultKind(session_.Preferences))) ShowFresh(*kind);
+}
+
+void parentfrm::FileDerive() {
+  quorvexWindow* window = ActiveProject();
+  if (!window->Grid().CommitEntry()) return;
+  const DataSheet& sheet = window->Document().Sheet;
+  DeriveClass derive(sheet);
+  if (!ShowDeriveWindow(this, derive, sheet.HasStandardDeviation, user_)) return;
+  quorvexWindow& derived = ShowFresh(derive.Kind());
+  derived.Document().Sheet = derive.NewSheet();
+  derived.Document().Changed = true;
+  derived.Refresh();
 }
 
 void parentfrm::FileOpen() {

@@ -69,6 +69,7 @@ class parentfrm : public QMainWindow {
 
   void FileNew();
   void FileNewKind();
+  void FileDerive();
   void FileOpen();
   void FileSave();
   void FileSaveAs();

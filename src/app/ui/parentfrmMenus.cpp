@@ -71,6 +71,7 @@ void parentfrm::MakeFileMenu() {
   QAction* fresh = NewAction("mnuFileNew", "&New", QKeySequence::New, &parentfrm::FileNew);
   QAction* kind =
       NewAction("mnuFileNewKind", "New with &Variables...", QKeySequence("Ctrl+Shift+N"), &parentfrm::FileNewKind);
+  QAction* derive = NewAction("mnuFileDerive", "&Derive New Project...", {}, &parentfrm::FileDerive);
   QAction* open = NewAction("mnuFileOpen", "&Open...", QKeySequence::Open, &parentfrm::FileOpen);
   QAction* save = NewAction("mnuFileSave", "&Save", QKeySequence::Save, &parentfrm::FileSave);
   QAction* saveAs = NewAction("mnuFileSaveAs", "Save &As...", QKeySequence("Ctrl+Shift+S"), &parentfrm::FileSaveAs);
@@ -80,13 +81,13 @@ void parentfrm::MakeFileMenu() {
   quit->setObjectName("mnuFileQuit");
   quit->setShortcut(QKeySequence("Ctrl+Q"));
   connect(quit, &QAction::triggered, this, &QWidget::close);
-  projectActions_ = {save, saveAs, close};
+  projectActions_ = {derive, save, saveAs, close};
   fresh->setIcon(style()->standardIcon(QStyle::SP_FileIcon));
   open->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
   save->setIcon(style()->standardIcon(QStyle::SP_DialogSaveButton));
 
   QMenu* file = menuBar()->addMenu("&File");
-  file->addActions({fresh, kind, open});
+  file->addActions({fresh, kind, derive, open});
   auto* projects = new RecentMenu("Open &Recent", kRecentProjects, session_.Preferences, file);
   projects->setObjectName("recent");
   auto* plots = new RecentMenu("Open Recent &Plot", kRecentPlots, session_.Preferences, file);
