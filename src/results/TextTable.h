@@ -26,7 +26,8 @@ class TextTable {
   virtual std::size_t ColumnCount() const = 0;
   virtual std::string Cell(std::size_t row, std::size_t column) const = 0;  // "" for an empty cell
   virtual RowKind Kind(std::size_t /*row*/) const { return RowKind::Values; }
-  // What stands over all rows of a column; "" in every column of a table that has its headings in rows.
+  // What stands over all rows of a column, perhaps in several lines; "" in every column of a table that has its
+  // headings in rows.
   virtual std::string ColumnHeading(std::size_t /*column*/) const { return {}; }
   // Whether a column holds texts, which begin at the left; else numbers, which end at the right.
   virtual bool HasTexts(std::size_t column) const { return column == 0; }

@@ -244,7 +244,7 @@ void parentfrm::FileNewKind() {
 
 void parentfrm::FileDerive() {
   quorvexWindow* window = ActiveProject();
-  if (!window->Grid().CommitEntry()) return;
+  if (window == nullptr || !window->Grid().CommitEntry()) return;
   const DataSheet& sheet = window->Document().Sheet;
   DeriveClass derive(sheet);
   if (!ShowDeriveWindow(this, derive, sheet.HasStandardDeviation, user_)) return;

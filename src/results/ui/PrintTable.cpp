@@ -43,14 +43,21 @@ class Press {
   }
 
  private:
+  // On one line.
+  std::string Heading(std::size_t c) const {
+    std::string heading = table_.ColumnHeading(c);
+    std::replace(heading.begin(), heading.end(), '\n', ' ');
+    return heading;
+  }
+
   void Measure(const QFontMetricsF& metrics) {
     const auto widthOf = [&](const std::string& text) {
       return metrics.horizontalAdvance(QString::fromStdString(text)) + gap_;
     };
     widths_.assign(table_.ColumnCount(), 0);
     for (std::size_t c = 0; c < widths_.size(); ++c) {
-      headed_ = headed_ || !table_.ColumnHeading(c).empty();
-      widths_[c] = widthOf(table_.ColumnHeading(c));
+      headed_ = headed_ || !Heading(c).empty();
+      widths_[c] = widthOf(Heading(c));
       for (std::size_t r = 0; r < table_.RowCount(); ++r)
         if (!RunsOn(table_.Kind(r))) widths_[c] = std::max(widths_[c], widthOf(table_.Cell(r, c)));
     }
@@ -111,7 +118,7 @@ class Press {
     const double y = line_ * 1.5;
     if (!headed_) return y;
     painter_.setFont(bold_);
-    Cells(first, end, y, [this](std::size_t c) { return table_.ColumnHeading(c); });
+    Cells(first, end, y, [this](std::size_t c) { return Heading(c); });
     return y + line_ * 1.2;
   }
 

@@ -191,7 +191,8 @@ void TableView::Arrange() {
   for (std::size_t c = 0; c < table->ColumnCount(); ++c) {
     const std::string heading = table->ColumnHeading(c);
     headed = headed || !heading.empty();
-    int width = std::max(headed ? widthOf(plain, table->Widest(c)) : 0, widthOf(strong, heading));
+    int width = std::max(headed ? widthOf(plain, table->Widest(c)) : 0,
+                         strong.size(0, QString::fromStdString(heading)).width() + kMargin);
     for (std::size_t r = 0; r < rows; ++r) {
       const RowKind kind = table->Kind(r);
       if (!RunsOn(kind)) width = std::max(width, widthOf(IsHeading(kind) ? strong : plain, table->Cell(r, c)));
@@ -237,13 +238,12 @@ void TableView::resizeEvent(QResizeEvent* event) {
   FitLines();
 }
 
-std::optional<TableExcerpt> TableView::SelectedCells() const {
+std::optional<QRect> TableView::SelectedArea() const {
   if (!HasSeveralSelected()) return std::nullopt;
   QRect area;
   for (const QItemSelectionRange& range : selectionModel()->selection())
     area |= QRect(range.left(), range.top(), range.width(), range.height());
-  return TableExcerpt(*model_->Table(), Place(area.top()), Place(area.left()), Place(area.height()),
-                      Place(area.width()));
+  return area;
 }
 
 QMimeData* TableView::Copied() const {
@@ -253,8 +253,11 @@ QMimeData* TableView::Copied() const {
     mime->setHtml(QString::fromStdString(Html(table)));
     return mime;
   };
-  if (const auto selected = SelectedCells()) return copied(*selected);
-  return copied(*model_->Table());
+  const TextTable& whole = *model_->Table();
+  const auto area = SelectedArea();
+  if (!area) return copied(whole);
+  return copied(
+      TableExcerpt(whole, Place(area->top()), Place(area->left()), Place(area->height()), Place(area->width())));
 }
 
 // A line is one, though it goes over all columns.

@@ -43,8 +43,8 @@ class TableView : public QTableView {
   void SetTableFont(const QFont& font);
   const QFont& TableFont() const { return model_->Font(); }
 
-  // The rectangle about the selected cells, where there are several. It looks into the table.
-  std::optional<TableExcerpt> SelectedCells() const;
+  // The rectangle about the selected cells, where there are several: columns along x, rows along y.
+  std::optional<QRect> SelectedArea() const;
 
   // What Copy takes: those cells, else the whole table, as text with tabs and as HTML. The caller owns it.
   QMimeData* Copied() const;

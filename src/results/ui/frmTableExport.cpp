@@ -46,9 +46,11 @@ void frmTableExport::Export() { SaveTable(std::make_shared<ExportTable>(values_)
 // Without headings and the row of "END", which are no data.
 void frmTableExport::ToSheet() {
   if (!commands_->IsShort()) return;
-  const TableExcerpt numbers(values_, 0, 0, values_.RowCount() - 1, values_.ColumnCount());
-  const auto selected = table_->SelectedCells();
-  emit SheetChosen(TabSeparated(selected ? *selected : numbers));
+  const QRect numbers(0, 0, static_cast<int>(values_.ColumnCount()), static_cast<int>(values_.RowCount()) - 1);
+  const QRect area = numbers & table_->SelectedArea().value_or(numbers);
+  const auto place = [](int index) { return static_cast<std::size_t>(index); };
+  emit SheetChosen(TabSeparated(
+      TableExcerpt(values_, place(area.top()), place(area.left()), place(area.height()), place(area.width()))));
 }
 
 }  // namespace quorvex
