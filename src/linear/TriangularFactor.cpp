@@ -23,10 +23,9 @@ void TriangularFactor::Append(ColumnMatrix& rows, std::size_t n) {
 }
 
 // With A^T A = R^T R its inverse is R^-1 R^-T, so that each element of the diagonal is the square of a row of R^-1.
-std::vector<double> TriangularFactor::InverseDiagonal() const {
-  const std::size_t n = r_.Columns();
-  std::vector<double> diagonal(n), column(n);
-  for (std::size_t k = 0; k < n; ++k) {  // column k of R^-1, from the bottom up
+std::vector<double> TriangularFactor::InverseDiagonal(std::size_t columns) const {
+  std::vector<double> diagonal(columns), column(columns);
+  for (std::size_t k = 0; k < columns; ++k) {  // column k of R^-1, from the bottom up
     std::fill_n(column.data(), k, 0.0);
     column[k] = 1;
     for (std::size_t i = k + 1; i-- > 0;) {

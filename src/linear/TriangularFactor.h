@@ -20,9 +20,13 @@ class TriangularFactor {
   // Takes in rows 1 to n of `rows`, which has a row more and as many columns as A, and spoils them.
   void Append(ColumnMatrix& rows, std::size_t n);
 
+  // What is below the diagonal is 0.
+  const ColumnMatrix& R() const { return r_; }
+
   // The diagonal of the inverse of A^T A: what the variances of coefficients are in proportion to. Not finite where A
-  // is singular.
-  std::vector<double> InverseDiagonal() const;
+  // is singular. With a number of columns, the same for the first ones of A alone.
+  std::vector<double> InverseDiagonal() const { return InverseDiagonal(r_.Columns()); }
+  std::vector<double> InverseDiagonal(std::size_t columns) const;
 
  private:
   ColumnMatrix r_;  // upper triangle

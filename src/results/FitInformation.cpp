@@ -7,7 +7,7 @@
 #include "core/NumericFault.h"
 #include "core/Version.h"
 #include "functions/InverseTDistribution.h"
-#include "functions/betai.h"
+#include "functions/ProbabilityBeyond.h"
 
 namespace quorvex {
 namespace {
@@ -19,11 +19,6 @@ constexpr const char* kDetermination = "0.0#########";
 constexpr struct {
   const char *Percent, *Setting;
 } kLevels[] = {{"68%", "show68ci"}, {"90%", "show90ci"}, {"95%", "show95ci"}, {"99%", "show99ci"}};
-
-// The probability that F (or t^2) with dfRegression and dfError degrees of freedom exceeds f by chance.
-double ProbabilityBeyond(double f, double dfRegression, double dfError) {
-  return betai(dfError / 2, dfRegression / 2, dfError / (dfError + dfRegression * f));
-}
 
 class Builder {
  public:

@@ -24,4 +24,12 @@ Result<GatheredData> GatherData(const DataSheet& sheet, PointOrder order) {
   return data;
 }
 
+bool MayLeaveOut(std::size_t incompleteRows, const Settings& settings, Prompter& user) {
+  if (incompleteRows == 0 || settings.Integer("missingdatawarning") != 1) return true;
+  return user.Ask(
+      std::to_string(incompleteRows) +
+      (incompleteRows == 1 ? " row of the data is incomplete and is" : " rows of the data are incomplete and are") +
+      " left out of the solution. Do you want to continue?");
+}
+
 }  // namespace quorvex

@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <vector>
 
+#include "core/Prompter.h"
 #include "core/Result.h"
+#include "core/Settings.h"
 #include "core/SolveData.h"
 #include "sheet/DataSheet.h"
 
@@ -21,5 +23,8 @@ struct GatheredData {
 
 // Fails where a cell of a would-be point holds a text: "Line N: 'text' is not a number.". Costs a copy of the cells.
 Result<GatheredData> GatherData(const DataSheet& sheet, PointOrder order = PointOrder::ByX);
+
+// Asks whether to go on without incomplete rows, where there are any and the settings want that question.
+bool MayLeaveOut(std::size_t incompleteRows, const Settings& settings, Prompter& user);
 
 }  // namespace quorvex

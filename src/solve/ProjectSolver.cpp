@@ -53,16 +53,9 @@ std::optional<GatheredData> ProjectSolver::Gather() {
     user_.Refuse(gathered.error());
     return std::nullopt;
   }
-  if (!EnoughPointsToSolve(gathered->Points.N(), user_) || !MayGoOn(gathered->IncompleteRows)) return std::nullopt;
+  if (!EnoughPointsToSolve(gathered->Points.N(), user_) || !MayLeaveOut(gathered->IncompleteRows, settings_, user_))
+    return std::nullopt;
   return std::move(*gathered);
-}
-
-bool ProjectSolver::MayGoOn(std::size_t incompleteRows) {
-  if (incompleteRows == 0 || settings_.Integer("missingdatawarning") != 1) return true;
-  return user_.Ask(
-      std::to_string(incompleteRows) +
-      (incompleteRows == 1 ? " row of the data is incomplete and is" : " rows of the data are incomplete and are") +
-      " left out of the solution. Do you want to continue?");
 }
 
 // Nothing where the user cancels.

@@ -77,7 +77,6 @@ class ProjectSolver {
   };
 
   std::optional<GatheredData> Gather();
-  bool MayGoOn(std::size_t incompleteRows);
   std::optional<Request> SelectModels();
   std::vector<SolvedItem> ModelsThat(const std::function<bool(const ModelClass&)>& wanted);
   std::optional<std::size_t> Run(const GatheredData& data, const Request& request);
