@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
   session.Preferences.Set("hideplotinfo", "1");
   const Shots shots{arguments[1], arguments[2], session};
   for (const auto take : {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeProperties, TakeSheet,
-                          TakeImports, TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots})
+                          TakeSelection, TakeImports, TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots})
     take(shots);
   return EXIT_SUCCESS;
 }

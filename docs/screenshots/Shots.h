@@ -45,6 +45,7 @@ void TakeModels(const Shots& shots);
 void TakePlotWindow(const Shots& shots);
 void TakeNewPlots(const Shots& shots);
 void TakeProgress(const Shots& shots);
+void TakeSelection(const Shots& shots);
 void TakeSheet(const Shots& shots);
 void TakeSolve(const Shots& shots);
 

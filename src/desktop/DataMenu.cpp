@@ -7,6 +7,7 @@
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "results/ui/frmSmooth.h"
+#include "selection/ui/frmVarSelect.h"
 #include "sheet/AverageReplicates.h"
 #include "sheet/ui/TransformDialogs.h"
 
@@ -36,6 +37,12 @@ void Statistics(quorvexWindow& window) {
     (new DataStatWindow(&window, std::move(*statistics), project.Locale, window.User()))->show();
 }
 
+void VariableSelection(quorvexWindow& window) {
+  if (!window.Grid().CommitEntry()) return;
+  const Project& project = window.Document();
+  ShowVariableSelection(&window, project.Sheet, project.Locale, window.Preferences(), window.User());
+}
+
 }  // namespace
 
 std::vector<ProjectCommand> DataMenu() {
@@ -51,6 +58,7 @@ std::vector<ProjectCommand> DataMenu() {
       {"mnuDataSmooth", "S&mooth...", {}, Smooth},
       {},
       {"mnuDataStatistics", "&Statistics...", {}, Statistics},
+      {"mnuDataVarSelect", "&Variable Selection...", {}, VariableSelection},
       {},
       {"mnuDataImport", "&Import Text or Spreadsheet...", QKeySequence("Ctrl+I"), ImportTextOrSpreadsheet},
       {"mnuDataImportDatabase", "Import from Data&base...", {}, ImportFromDatabase},

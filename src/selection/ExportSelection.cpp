@@ -113,4 +113,20 @@ bool ExportSelection(const SubsetFit& model, const SelectionData& data, const Lo
   }
 }
 
+bool ExportResult(const SelectionResult& result, const SelectionData& data, const VarSelect& choices,
+                  std::size_t chosen, const LocaleText& locale, Prompter& user) {
+  // A search without a step leaves a model without variables.
+  if (choices.WhichModel != SelectionProcedure::AllSubsets)
+    return ExportSelection(result.Steps.empty() ? SubsetFit() : result.Steps.back().Fit, data, locale, user);
+  const auto refuse = [&](const std::string& text) {
+    user.Refuse(text);
+    return false;
+  };
+  if (result.Subsets.empty())
+    return refuse("There are no successfully solved combinations to save as a Quorvex project file.");
+  const RankedSubset& subset = result.Subsets[chosen < result.Subsets.size() ? chosen : 0];
+  const auto fit = SubsetSolver(data, choices.Intercept, SelectionForm()).Fit(subset.Variables);
+  return fit ? ExportSelection(*fit, data, locale, user) : refuse(fit.error());
+}
+
 }  // namespace quorvex

@@ -4,6 +4,7 @@
 
 #include "core/Prompter.h"
 #include "project/Project.h"
+#include "selection/ExecuteSelection.h"
 #include "selection/SelectionData.h"
 #include "selection/SubsetSolver.h"
 
@@ -16,5 +17,10 @@ std::optional<Project> ProjectOf(const SubsetFit& model, const SelectionData& da
 // The Save as Project command: writes that to a file that the user chooses. False where nothing was written, which the
 // user is told.
 bool ExportSelection(const SubsetFit& model, const SelectionData& data, const LocaleText& locale, Prompter& user);
+
+// The same of what a search found: its last model, or of All Subsets combination number `chosen`, from 0, of the
+// ranking, the best one where there is none of that number.
+bool ExportResult(const SelectionResult& result, const SelectionData& data, const VarSelect& choices,
+                  std::size_t chosen, const LocaleText& locale, Prompter& user);
 
 }  // namespace quorvex

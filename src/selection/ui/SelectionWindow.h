@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QDialog>
+
+#include "core/Prompter.h"
+#include "core/Settings.h"
+#include "selection/SelectionReport.h"
+
+class QHBoxLayout;
+class QVBoxLayout;
+
+namespace quorvex {
+
+class TableView;
+
+// What the windows of variable selection share: a report, with commands that copy, save, format and print it, and one
+// that saves the chosen model as a project.
+class SelectionWindow : public QDialog {
+ public:
+  // Settings and prompter outlive the window.
+  SelectionWindow(QWidget* parent, const LocaleText& locale, const Settings& settings, Prompter& user);
+
+ protected:
+  // The report and the row of commands go below what `all` has, or beside it.
+  void AddReport(QVBoxLayout& all, QWidget* beside = nullptr);
+  // The report as the commands see it; they rest while there is none.
+  void ShowReport(Report report);
+  void Enable(bool on);
+
+  virtual SelectionFormat Format() const = 0;
+  virtual void FormatChosen(const SelectionFormat& format) = 0;
+  virtual void SaveProject() = 0;
+  // What Save begins the file's name with.
+  virtual std::string ReportName() const = 0;
+
+  const LocaleText locale_;
+  const Settings& settings_;
+  Prompter& user_;
+  TableView* f1StepWise;
+
+ private:
+  void Copy() const;
+  void Save() const;
+  void ChooseFormat();
+  void Print();
+
+  std::vector<QPushButton*> commands_;
+};
+
+}  // namespace quorvex
