@@ -1,6 +1,7 @@
 #include <QAction>
 #include <QDialogButtonBox>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
@@ -58,6 +59,7 @@ void TakeSelection(const Shots& shots) {
   const QTemporaryDir state;
   parentfrm frame(shots.Run, "", state.path().toStdString());
   frame.show();
+  frame.findChild<QMenu*>("examples")->actions()[1]->trigger();
   OpenLongley(*frame.ActiveProject());
   const auto command = [&](int procedure, std::deque<Step> steps) {
     steps.push_front([procedure](QDialog& setup) {

@@ -69,7 +69,7 @@ void AppendHtmlRow(std::string& html, const TextTable& table, std::size_t row) {
     const bool heading = kind == RowKind::ColumnHeadings;
     for (std::size_t c = 0; c < columns; ++c) {
       const char* open = heading ? (c == 0 ? "<th align=\"left\">" : "<th align=\"right\">")
-                                 : (table.HasTexts(c) ? "<td>" : "<td align=\"right\">");
+                                 : (table.HasTexts(c) || IsRemark(table, row, c) ? "<td>" : "<td align=\"right\">");
       AppendCell(html, open, heading ? "</th>" : "</td>", table.Cell(row, c));
     }
   }
@@ -86,6 +86,14 @@ std::string Gathered(void (*writeTable)(const TextTable& table, const LineSink& 
 }
 
 }  // namespace
+
+bool IsRemark(const TextTable& table, std::size_t row, std::size_t column) {
+  if (table.Kind(row) == RowKind::ColumnHeadings && row + 1 < table.RowCount() &&
+      table.Kind(row + 1) == RowKind::Remarked)
+    ++row;
+  if (table.Kind(row) != RowKind::Remarked || column == 0 || table.Cell(row, column).empty()) return false;
+  return column + 1 == table.ColumnCount() || table.Cell(row, column + 1).empty();
+}
 
 void Report::Add(RowKind kind, std::vector<std::string> cells) {
   columns_ = std::max(columns_, cells.size());

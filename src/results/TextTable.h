@@ -13,7 +13,8 @@ enum class RowKind {
   Line,            // a label and its value, or a text that may take the whole width
   Heading,         // of the rows that follow
   ColumnHeadings,  // likewise, one text per column
-  Values           // one per column; all but the first are numbers, as a rule
+  Values,          // one per column; all but the first are numbers, as a rule
+  Remarked         // values, the last of which is a text that may take the rest of the width
 };
 
 // A table of texts, to be shown, copied, saved or printed. Rows and columns are counted from 0. Texts are made when
@@ -34,6 +35,9 @@ class TextTable {
   // A text as wide as those of a column with a heading may become, where it is too long to be looked through.
   virtual std::string Widest(std::size_t column) const { return column == 0 ? "" : "-0.123456789012345"; }
 };
+
+// Whether a cell is the text at the end of a row of that kind, or its heading.
+bool IsRemark(const TextTable& table, std::size_t row, std::size_t column);
 
 // A table whose rows are made beforehand, each of its own kind and length.
 class Report : public TextTable {

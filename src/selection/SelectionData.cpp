@@ -1,6 +1,7 @@
 #include "selection/SelectionData.h"
 
 #include <cmath>
+#include <new>
 
 #include "core/NumberText.h"
 
@@ -59,37 +60,21 @@ Result<std::vector<double>> TransformedY(const GatheredData& data, YTransform tr
   std::vector<double> y = data.Points.Y;
   const std::vector<Operation> operations = OperationsOf(transform);
   for (std::size_t i = 0; i < y.size(); ++i) {
-    const std::string row = " in row " + std::to_string(data.Rows[i]) + ".";
+    const auto row = [&] { return " in row " + std::to_string(data.Rows[i]) + "."; };
     for (const Operation operation : operations) {
-      const std::string number = LocalizeExpression(GeneralNumber(y[i]), locale);
-      if (const std::string what = Impossible(operation, y[i]); !what.empty()) return Failure{what + number + row};
+      if (const std::string what = Impossible(operation, y[i]); !what.empty())
+        return Failure{what + LocalizeExpression(GeneralNumber(y[i]), locale) + row()};
       y[i] = Done(operation, y[i]);
     }
     if (!std::isfinite(y[i]))
       return Failure{"An error occurred during the variable transformation process. " +
-                     std::string(kYTransformNames[static_cast<std::size_t>(transform)]) + " is out of range" + row};
+                     std::string(kYTransformNames[static_cast<std::size_t>(transform)]) + " is out of range" + row()};
   }
   return y;
 }
 
-}  // namespace
-
-std::optional<GatheredData> GatherForSelection(const DataSheet& sheet, const Settings& settings, Prompter& user) {
-  Result<GatheredData> data = GatherData(sheet, PointOrder::OfSheet);
-  if (!data) {
-    user.Refuse(data.error());
-    return std::nullopt;
-  }
-  if (data->Points.N() < 3) {
-    user.Refuse("You need at least 3 data points in order to perform variable selection.");
-    return std::nullopt;
-  }
-  if (!MayLeaveOut(data->IncompleteRows, settings, user)) return std::nullopt;
-  return std::move(*data);
-}
-
-Result<SelectionData> PrepareSelection(const GatheredData& data, const DataSheet& sheet, const VarSelect& choices,
-                                       const LocaleText& locale) {
+Result<SelectionData> Prepared(const GatheredData& data, const DataSheet& sheet, const VarSelect& choices,
+                               const LocaleText& locale) {
   Result<std::vector<double>> y = TransformedY(data, choices.YTransform, locale);
   if (!y) return Failure{y.error()};
   SelectionData selection;
@@ -124,6 +109,31 @@ Result<SelectionData> PrepareSelection(const GatheredData& data, const DataSheet
     for (std::size_t j = i + 1; j < k; ++j) good = add(i, j, true) && good;
   if (!good) return Failure{"An error occurred while taking the variable cross products."};
   return selection;
+}
+
+}  // namespace
+
+std::optional<GatheredData> GatherForSelection(const DataSheet& sheet, const Settings& settings, Prompter& user) {
+  Result<GatheredData> data = GatherData(sheet, PointOrder::OfSheet);
+  if (!data) {
+    user.Refuse(data.error());
+    return std::nullopt;
+  }
+  if (data->Points.N() < 3) {
+    user.Refuse("You need at least 3 data points in order to perform variable selection.");
+    return std::nullopt;
+  }
+  if (!MayLeaveOut(data->IncompleteRows, settings, user)) return std::nullopt;
+  return std::move(*data);
+}
+
+Result<SelectionData> PrepareSelection(const GatheredData& data, const DataSheet& sheet, const VarSelect& choices,
+                                       const LocaleText& locale) {
+  try {
+    return Prepared(data, sheet, choices, locale);
+  } catch (const std::bad_alloc&) {
+    return Failure{"An unexpected error occurred setting up the variable selection process - Error 7: Out of memory"};
+  }
 }
 
 }  // namespace quorvex

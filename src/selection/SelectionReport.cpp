@@ -36,8 +36,8 @@ class Writer {
       std::string names;
       for (const std::size_t variable : subset.Variables) names += (names.empty() ? "" : ", ") + data_.Names[variable];
       const SubsetSolver::Quality& q = subset.Quality;
-      Values({std::to_string(++index), std::to_string(subset.Variables.size()), Value(q.R2), Sum(q.RSS), Sum(q.StdErr),
-              std::isfinite(q.Cp) ? Value(q.Cp) : "", names});
+      report_.Add(RowKind::Remarked, {std::to_string(++index), std::to_string(subset.Variables.size()), Value(q.R2),
+                                      Sum(q.RSS), Sum(q.StdErr), std::isfinite(q.Cp) ? Value(q.Cp) : "", names});
     }
   }
 
@@ -55,18 +55,19 @@ class Writer {
     }
   }
 
-  // The marks stand behind the number, so that the columns before them stay as they are.
   void Inflation(const std::vector<double>& r2OnOthers) {
     Title("Variance Inflation Factors");
     Headings({"Variable", "R2", "VIF"});
     for (std::size_t j = 0; j < r2OnOthers.size(); ++j) {
       const double r2 = r2OnOthers[j];
       std::vector<std::string> row = {data_.Names[j], Value(r2), r2 == 1 ? kInfinity : Value(1 / (1 - r2))};
-      if (r2 > 0.9)
-        row.emplace_back("** VIF indicates a high degree of multicollinearity **");
-      else if (r2 >= 0.75)
-        row.emplace_back("** VIF indicates a moderate degree of multicollinearity **");
-      Values(std::move(row));
+      if (r2 < 0.75) {
+        Values(std::move(row));
+        continue;
+      }
+      row.emplace_back(r2 > 0.9 ? "** VIF indicates a high degree of multicollinearity **"
+                                : "** VIF indicates a moderate degree of multicollinearity **");
+      report_.Add(RowKind::Remarked, std::move(row));
     }
   }
 

@@ -155,6 +155,15 @@ TEST(ExecuteSelection, SaysHowItEnds) {
        {"All variables left in the model are significant at the 1 level.", "Stepwise Selection" + done}},
       {S,
        0.99,
+       0.001,
+       {0, 0, 0},
+       true,
+       8,
+       "+3",
+       {"The same variable was entered at the 0.99 significance level",
+        "and now can be removed at the 0.001 significance level.", "Stepwise Selection" + done}},
+      {S,
+       0.99,
        1,
        {0, 0, 0},
        false,
@@ -281,6 +290,9 @@ TEST(SelectionReport, WritesWhatHasNoValueAndMarksCollinearity) {
   for (const char* part :
        {"X1\t1.0\tInfinity\t** VIF indicates a high degree", "X2\t0.75\t4.0\r\n", "X3\t0.0\t1.0\r\n"})
     EXPECT_NE(text.find(part), std::string::npos) << part << text;
+  // A remark is a text beside numbers.
+  const std::string html = Html(ReportOf(result, data, F, Moment(), LocaleText()).Table);
+  EXPECT_NE(html.find("<td align=\"right\">Infinity</td><td>** VIF"), std::string::npos) << html;
 }
 
 TEST(SelectionReport, WritesTheDateAsInLetters) {

@@ -4,6 +4,7 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <vector>
 
@@ -59,7 +60,8 @@ class Press {
       headed_ = headed_ || !Heading(c).empty();
       widths_[c] = widthOf(Heading(c));
       for (std::size_t r = 0; r < table_.RowCount(); ++r)
-        if (!RunsOn(table_.Kind(r))) widths_[c] = std::max(widths_[c], widthOf(table_.Cell(r, c)));
+        if (!RunsOn(table_.Kind(r)) && !(table_.Kind(r) == RowKind::Remarked && IsRemark(table_, r, c)))
+          widths_[c] = std::max(widths_[c], widthOf(table_.Cell(r, c)));
     }
     for (std::size_t r = 0; r < table_.RowCount(); ++r)
       if (table_.Kind(r) == RowKind::Line && !table_.Cell(r, 1).empty())
@@ -132,19 +134,28 @@ class Press {
   void Row(std::size_t r, std::size_t first, std::size_t end, double y) {
     const RowKind kind = table_.Kind(r);
     painter_.setFont(kind == RowKind::Heading || kind == RowKind::ColumnHeadings ? bold_ : plain_);
-    if (!RunsOn(kind)) return Cells(first, end, y, [&](std::size_t c) { return table_.Cell(r, c); });
+    if (!RunsOn(kind))
+      return Cells(
+          first, end, y, [&](std::size_t c) { return table_.Cell(r, c); },
+          [&](std::size_t c) { return IsRemark(table_, r, c); });
     Text(table_.Cell(r, 0), 0, y, width_, Qt::AlignLeft);
     if (kind == RowKind::Line) Value(r).Draw(painter_, QPointF(valueAt_, y + line_ * 0.065));
   }
 
   WrappedText Value(std::size_t r) const { return {table_.Cell(r, 1), plain_, width_ - valueAt_, &device_}; }
 
+  // A remark takes the rest of the width.
   template <typename CellOf>
-  void Cells(std::size_t first, std::size_t end, double y, CellOf cellOf) {
+  void Cells(
+      std::size_t first, std::size_t end, double y, CellOf cellOf,
+      const std::function<bool(std::size_t)>& isRemark = [](std::size_t) { return false; }) {
     double x = StripStart(first);
     if (x > 0) Text(cellOf(0), 0, y, widths_[0] - gap_, Qt::AlignLeft);
     for (std::size_t c = first; c < end; x += widths_[c++])
-      Text(cellOf(c), x, y, widths_[c] - gap_, c == 0 ? Qt::AlignLeft : Qt::AlignRight);
+      if (isRemark(c))
+        Text(cellOf(c), x, y, width_ - x, Qt::AlignLeft);
+      else
+        Text(cellOf(c), x, y, widths_[c] - gap_, c == 0 ? Qt::AlignLeft : Qt::AlignRight);
   }
 
   void Text(const std::string& text, double x, double y, double width, Qt::Alignment alignment) {

@@ -82,7 +82,8 @@ class LineDelegate : public QStyledItemDelegate {
     return index.column() == 0 && model_.Table()->Kind(Place(index.row())) == RowKind::Line;
   }
   bool IsDrawnHere(const QModelIndex& index) const {
-    return IsLine(index) || (LastWidth > 0 && index.column() > 0 && index.column() + 1 == model_.columnCount());
+    return IsLine(index) || (LastWidth > 0 && index.column() > 0 && index.column() + 1 == model_.columnCount() &&
+                             !IsRemark(*model_.Table(), Place(index.row()), Place(index.column())));
   }
 
   const TextTableModel& model_;
@@ -120,7 +121,9 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
       return column > 0 && table_->HasTexts(column) ? InLines(data(index, Qt::DisplayRole).toString()) : QVariant();
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter |
-                      (table_->HasTexts(column) || RunsOn(table_->Kind(row)) ? Qt::AlignLeft : Qt::AlignRight));
+                      (table_->HasTexts(column) || RunsOn(table_->Kind(row)) || IsRemark(*table_, row, column)
+                           ? Qt::AlignLeft
+                           : Qt::AlignRight));
     case Qt::FontRole: {
       QFont font = font_;
       font.setBold(font.bold() || IsHeading(table_->Kind(row)));
@@ -195,7 +198,8 @@ void TableView::Arrange() {
                          strong.size(0, QString::fromStdString(heading)).width() + kMargin);
     for (std::size_t r = 0; r < rows; ++r) {
       const RowKind kind = table->Kind(r);
-      if (!RunsOn(kind)) width = std::max(width, widthOf(IsHeading(kind) ? strong : plain, table->Cell(r, c)));
+      if (!RunsOn(kind) && !(kind == RowKind::Remarked && IsRemark(*table, r, c)))
+        width = std::max(width, widthOf(IsHeading(kind) ? strong : plain, table->Cell(r, c)));
     }
     setColumnWidth(static_cast<int>(c), headed && table->HasTexts(c) ? std::min(width, most) : width);
   }
@@ -210,7 +214,30 @@ void TableView::Arrange() {
   auto& delegate = static_cast<LineDelegate&>(*itemDelegate());
   delegate.ValueAt = valueAt;
   delegate.LastWidth = headed || model_->columnCount() == 0 ? 0 : columnWidth(model_->columnCount() - 1);
+  MakeRoomForRemarks();
   FitLines();
+}
+
+// A remark goes over the columns behind it, and the last one is as wide as that takes.
+void TableView::MakeRoomForRemarks() {
+  const TextTable& table = *model_->Table();
+  const QFontMetrics metrics(model_->Font());
+  const int last = model_->columnCount() - 1;
+  std::size_t longest = 0;
+  for (std::size_t r = 0; r < table.RowCount(); ++r) {
+    if (table.Kind(r) != RowKind::Remarked) continue;
+    int column = last;
+    while (column > 0 && table.Cell(r, Place(column)).empty()) --column;
+    if (column < last) setSpan(static_cast<int>(r), column, 1, last - column + 1);
+    const std::string text = table.Cell(r, Place(column));
+    // Of many alike only those are measured that are longer than any before.
+    if (text.size() <= longest) continue;
+    longest = text.size();
+    int room = 0;
+    for (int c = column; c <= last; ++c) room += columnWidth(c);
+    const int wanted = metrics.horizontalAdvance(QString::fromStdString(text)) + kMargin;
+    if (wanted > room) setColumnWidth(last, columnWidth(last) + wanted - room);
+  }
 }
 
 // Wraps the values of lines at the width of the window, which the last column fills.

@@ -57,6 +57,7 @@ class TableView : public QTableView {
  private:
   bool HasSeveralSelected() const;
   void Arrange();
+  void MakeRoomForRemarks();
   void FitLines();
 
   TextTableModel* model_;

@@ -109,10 +109,11 @@ void frmStepWise::ExecuteSelection() {
       });
   running_ = false;
   cmdAbort->setEnabled(false);
-  prgBar->setRange(0, 1);
-  prgBar->setValue(run_->Result.Aborted ? 0 : 1);
+  cmdAbort->hide();
+  prgBar->hide();
   const std::vector<std::string>& endings = run_->Result.Endings;
   lblStatus->setText(endings.empty() ? QString() : QString::fromStdString(endings.back()));
+  lblStatus->setVisible(!endings.empty());
   Fill();
   f1StepWise->setFocus();
   if (run_->Result.Aborted) user_.Inform("Solution process aborted.");

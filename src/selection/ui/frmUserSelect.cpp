@@ -30,6 +30,7 @@ QWidget* frmUserSelect::Variables() {
   auto* side = new QWidget(this);
   auto* column = new QVBoxLayout(side);
   column->setContentsMargins(0, 0, 0, 0);
+  lstVariables->setAccessibleName("Variables");
   lstVariables->setSelectionMode(QAbstractItemView::MultiSelection);
   for (std::size_t j = 0; j < manual_.Data().Names.size(); ++j) {
     lstVariables->addItem(QString::fromStdString(manual_.Data().Names[j]));

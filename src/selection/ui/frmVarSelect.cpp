@@ -37,7 +37,7 @@ class frmVarSelect : public QDialog {
   QWidget* Subsets();
   QWidget* Model();
   QWidget* Lists();
-  QListWidget* CandidateList(const char* name);
+  QListWidget* CandidateList(const char* name, const QString& accessibleName);
   void FillLists();
   std::vector<bool> Marked(const QListWidget& list) const;
   void Accept();
@@ -141,8 +141,9 @@ QWidget* frmVarSelect::Model() {
   return box;
 }
 
-QListWidget* frmVarSelect::CandidateList(const char* name) {
+QListWidget* frmVarSelect::CandidateList(const char* name, const QString& accessibleName) {
   auto* list = Named(new QListWidget(this), name);
+  list->setAccessibleName(accessibleName);
   list->setSelectionMode(QAbstractItemView::MultiSelection);
   list->setMinimumWidth(38 * fontMetrics().averageCharWidth());
   return list;
@@ -152,8 +153,8 @@ QWidget* frmVarSelect::Lists() {
   auto* side = new QWidget(this);
   auto* column = new QVBoxLayout(side);
   column->setContentsMargins(0, 0, 0, 0);
-  lstExclude = CandidateList("lstExclude");
-  lstInclude = CandidateList("lstInclude");
+  lstExclude = CandidateList("lstExclude", "Do not include these selected variables");
+  lstInclude = CandidateList("lstInclude", "Always include these selected variables");
   column->addWidget(LabelFor(lstExclude, "&Do not include these selected variables:", side));
   column->addWidget(lstExclude, 1);
   column->addWidget(LabelFor(lstInclude, "A&lways include these selected variables:", side));
