@@ -7,8 +7,7 @@
 namespace quorvex {
 namespace {
 
-// From this number of candidates on the search through all combinations is asked about: it may take longer than a look
-// at the window.
+// From this number of candidates on there are more combinations than a report has rows, and the search is asked about.
 constexpr std::size_t kManyCandidates = 16;
 
 bool TakeProbability(const std::string& text, const char* name, const LocaleText& locale, Prompter& user, double& p) {

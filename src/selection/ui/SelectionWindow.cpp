@@ -51,12 +51,9 @@ void SelectionWindow::AddReport(QVBoxLayout& all, QWidget* beside) {
     SaveProject();
   });
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  const auto shortcut = [this](QKeySequence::StandardKey key, void (SelectionWindow::*command)()) {
-    connect(new QShortcut(key, this), &QShortcut::activated, this, [this, command] {
-      if (commands_.front()->isEnabled()) (this->*command)();
-    });
-  };
-  shortcut(QKeySequence::Print, &SelectionWindow::Print);
+  connect(new QShortcut(QKeySequence::Print, this), &QShortcut::activated, this, [this] {
+    if (commands_.front()->isEnabled()) Print();
+  });
   all.addWidget(buttons);
   // All columns of a report, and its frame within the screen.
   resize(QSize(900, 620).boundedTo(screen()->availableSize() * 0.95));

@@ -6,7 +6,7 @@
 #include "core/Settings.h"
 #include "selection/SelectionReport.h"
 
-class QHBoxLayout;
+class QPushButton;
 class QVBoxLayout;
 
 namespace quorvex {
@@ -21,9 +21,9 @@ class SelectionWindow : public QDialog {
   SelectionWindow(QWidget* parent, const LocaleText& locale, const Settings& settings, Prompter& user);
 
  protected:
-  // The report and the row of commands go below what `all` has, or beside it.
+  // Puts the report and the row of commands below what `all` has, another widget beside the report where there is one.
   void AddReport(QVBoxLayout& all, QWidget* beside = nullptr);
-  // The report as the commands see it; they rest while there is none.
+  // From then on the commands have something to work on.
   void ShowReport(Report report);
   void Enable(bool on);
 
