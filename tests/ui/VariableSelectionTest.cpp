@@ -182,6 +182,28 @@ TEST_F(VariableSelection, AbortsWhereTheUserWantsThat) {
                   "Abort solution process?", "Abort solution process?"}));
 }
 
+TEST_F(VariableSelection, ListsAsManyCombinationsAsAReportHasRoomFor) {
+  DataSheet sheet(17, false);
+  for (std::size_t row = 1; row <= 40; ++row)
+    for (std::size_t col = 1; col <= 18; ++col)
+      sheet.Cells.SetGridCellNumber(row, col, std::sin(static_cast<double>(row * row * col + 7 * col)));
+  StartWith(std::move(sheet));
+  dialogs.Do([](QDialog& setup) {
+    Click(setup, "optnVarSelect3");
+    Press(setup, QDialogButtonBox::Ok);
+  });
+  dialogs.Press(QMessageBox::Yes);
+  DoAtEnd([](QDialog& report) {
+    EXPECT_EQ(Cell(report, 65'005, 0), "65000");
+    EXPECT_EQ(Cell(report, 65'006, 0), "");
+    EXPECT_EQ(Cell(report, 65'007, 0), "Correlation matrix");
+    Click(report, "cmdCopy");
+    EXPECT_GT(QGuiApplication::clipboard()->text().size(), 65'000 * 50);
+    report.reject();
+  });
+  Trigger("mnuDataVarSelect");
+}
+
 TEST_F(VariableSelection, RefusesInTheWindowWhatCannotBeSearched) {
   StartWith(SelectionSheet("stackloss.txt"));
   dialogs.Do([this](QDialog& setup) {
