@@ -11,10 +11,8 @@
 
 namespace quorvex {
 
-// Any file that is none of the program's own, taken as data for a plot: its lines as an import reads them, and of these
-// the first columns that hold numbers, one for each variable and one for Y. The rows with a number in all of them are
-// the points. For a single variable one column will do, whose X are the numbers of the rows from its first number on.
-// Fails with NoDataIn where the numbers do not suffice.
+// Any file that is none of the program's own, taken as data for a plot: the points that ReadPoints finds in it. Fails
+// with NoDataIn where it finds none.
 Result<PlotSeries> ReadRawData(std::string_view bytes, const std::string& fileName, std::size_t variables,
                                const Settings& settings, const LocaleText& locale);
 
