@@ -19,8 +19,9 @@ int main(int argc, char** argv) {
   session.Preferences.Set("Show Tips at Startup", "0");
   session.Preferences.Set("hideplotinfo", "1");
   const Shots shots{arguments[1], arguments[2], session};
-  for (const auto take : {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeProperties, TakeSheet,
-                          TakeSelection, TakeImports, TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots})
+  for (const auto take :
+       {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeProperties, TakeSheet, TakeSelection, TakeImports,
+        TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots, TakeCalculator})
     take(shots);
   return EXIT_SUCCESS;
 }

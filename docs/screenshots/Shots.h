@@ -35,6 +35,7 @@ struct Shots {
   }
 };
 
+void TakeCalculator(const Shots& shots);
 void TakeEstimates(const Shots& shots);
 void TakeFrame(const Shots& shots);
 void TakeResults(const Shots& shots);

@@ -9,6 +9,7 @@
 #include "files/ui/Dataplot.h"
 #include "files/ui/frmPlotEquation.h"
 #include "plot/ui/frmPlotInfo.h"
+#include "results/AvailableGraphs.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "results/ui/PlotDialogs.h"
@@ -33,7 +34,12 @@ void Open(quorvexWindow& window, std::optional<PlotDocument> document) {
     return ChooseGraphs(parent, window.Document(), plot, window.Preferences(), window.User());
   };
   document->Project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName().toStdString();
-  TellOfPlots(window, &ShowPlot(std::move(*document), window, choose));
+  Dataplot& shown = ShowPlot(std::move(*document), window, choose);
+  shown.ProjectGraphs = [&window](const PlotPage& plot) {
+    if (!window.Grid().CommitEntry()) return std::vector<PlotSeries>();
+    return AvailableGraphs(window.Document(), plot, window.Preferences());
+  };
+  TellOfPlots(window, &shown);
 }
 
 void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {

@@ -13,4 +13,13 @@ class BusyCursor {
   BusyCursor& operator=(const BusyCursor&) = delete;
 };
 
+// The arrow while a command at work waits for an answer.
+class ArrowCursor {
+ public:
+  ArrowCursor() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+  ~ArrowCursor() { QGuiApplication::restoreOverrideCursor(); }
+  ArrowCursor(const ArrowCursor&) = delete;
+  ArrowCursor& operator=(const ArrowCursor&) = delete;
+};
+
 }  // namespace quorvex

@@ -14,15 +14,6 @@
 namespace quorvex {
 namespace {
 
-// The arrow while a command at work waits for an answer.
-class ArrowCursor {
- public:
-  ArrowCursor() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
-  ~ArrowCursor() { QGuiApplication::restoreOverrideCursor(); }
-  ArrowCursor(const ArrowCursor&) = delete;
-  ArrowCursor& operator=(const ArrowCursor&) = delete;
-};
-
 int Show(QWidget* over, QMessageBox::Icon icon, const std::string& text, QMessageBox::StandardButtons buttons) {
   const ArrowCursor arrow;
   QMessageBox box(icon, "Quorvex", QString::fromStdString(text).remove('\r'), buttons, over);

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "calculator/ui/calcfrm.h"
 #include "core/ui/BusyCursor.h"
 #include "files/PlotTemplateKeys.h"
 #include "files/ui/frmPltTemplate.h"
@@ -13,6 +14,7 @@
 #include "plot/ui/PSetup.h"
 #include "plot/ui/PlotPreview.h"
 #include "plot/ui/PlotProperties.h"
+#include "results/CurvesPlot.h"
 
 namespace quorvex {
 
@@ -119,7 +121,30 @@ void Dataplot::TemplateSave() {
   if (selection) document_.SaveTemplate(*selection);
 }
 
-void Dataplot::ShowCalculator() { document_.ShowCalculator(); }
+void Dataplot::ShowCalculator() {
+  if (Plot().Angles()) return document_.ShowCalculator();
+  auto* calculator = findChild<calcfrm*>(Qt::FindDirectChildrenOnly);
+  if (calculator == nullptr) {
+    calculator = new calcfrm(this, document_.Preferences(), Plot().Locale, document_.User(),
+                             [this](std::vector<PlotSeries> curves) { return OpenCurves(std::move(curves)); });
+    calculator->setAttribute(Qt::WA_DeleteOnClose);
+    calculator->Init(Plot().PlotData, ProjectGraphs ? ProjectGraphs(Plot()) : std::vector<PlotSeries>());
+  }
+  calculator->show();
+  calculator->raise();
+  calculator->activateWindow();
+}
+
+// A plot of what was computed, beside this one.
+bool Dataplot::OpenCurves(std::vector<PlotSeries> curves) {
+  auto document = NewPlotDocument(CurvesPlot(std::move(curves), document_.Preferences(), Plot().Locale),
+                                  document_.Preferences(), document_.User());
+  if (!document) return false;
+  document->Project = document_.Project;
+  Dataplot& opened = ShowPlot(std::move(*document), parentWidget() != nullptr ? *parentWidget() : *this, choose_);
+  opened.ProjectGraphs = ProjectGraphs;
+  return true;
+}
 
 void Dataplot::Show(bool changed) {
   if (changed) view_->Redraw();

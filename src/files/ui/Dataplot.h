@@ -34,6 +34,9 @@ class Dataplot : public QWidget {
   // Asks to save what changed. False where the window must stay.
   bool MayClose();
 
+  // What the project of the plot has for it, beside its own series; nothing of a plot without a project.
+  std::function<std::vector<PlotSeries>(const PlotPage& plot)> ProjectGraphs;
+
  signals:
   void Changed();  // the plot, or whether it is saved
 
@@ -69,6 +72,7 @@ class Dataplot : public QWidget {
   void TemplateEdit();
   void TemplateSave();
   void ShowCalculator();
+  bool OpenCurves(std::vector<PlotSeries> curves);
 
   void Show(bool changed);  // the plot, where it has changed, and what can be done with it now
   void ShowState();

@@ -87,10 +87,8 @@ void Dataplot::MakeFormatMenu(QMenuBar& menus) {
           [this](const QString& file) { Show(document_.ApplyTemplate(file.toStdString())); });
   Add(templates, "mnuPlotTemplateEdit", tr("&Edit..."), {}, &Dataplot::TemplateEdit);
   Add(templates, "mnuPlotTemplateSave", tr("&Save..."), {}, &Dataplot::TemplateSave);
-  if (Plot().Angles()) {
-    format.addSeparator();
-    Add(format, "mnuPlotCalc", tr("Data &Calculator..."), {}, &Dataplot::ShowCalculator);
-  }
+  format.addSeparator();
+  Add(format, "mnuPlotCalc", tr("&Data Calculator..."), {}, &Dataplot::ShowCalculator);
 }
 
 void Dataplot::MakeViewMenu(QMenuBar& menus) { AddSwitches(*menus.addMenu(tr("&View"))); }
