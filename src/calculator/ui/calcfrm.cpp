@@ -35,7 +35,7 @@ QListWidget* NewList(const char* name, const QString& accessibleName, QWidget* p
 
 }  // namespace
 
-calcfrm::calcfrm(QWidget* parent, const Settings& settings, const LocaleText& locale, Prompter& user, OpenPlot openPlot)
+calcfrm::calcfrm(QWidget* parent, Settings& settings, const LocaleText& locale, Prompter& user, OpenPlot openPlot)
     : QDialog(parent),
       settings_(settings),
       user_(user),

@@ -31,7 +31,7 @@ class calcfrm : public QDialog {
   using OpenPlot = std::function<bool(std::vector<PlotSeries> curves)>;
 
   // Settings and prompter outlive it.
-  calcfrm(QWidget* parent, const Settings& settings, const LocaleText& locale, Prompter& user, OpenPlot openPlot);
+  calcfrm(QWidget* parent, Settings& settings, const LocaleText& locale, Prompter& user, OpenPlot openPlot);
   ~calcfrm() override;
 
   // Offers the series of a plot and of its project.
@@ -59,7 +59,7 @@ class calcfrm : public QDialog {
   void plotnew();
   void cmdSample();
 
-  const Settings& settings_;
+  Settings& settings_;
   Prompter& user_;
   OpenPlot openPlot_;
   Calculator calculator_;

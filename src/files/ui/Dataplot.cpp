@@ -123,7 +123,7 @@ void Dataplot::TemplateSave() {
 
 void Dataplot::ShowCalculator() {
   if (Plot().Angles()) return document_.ShowCalculator();
-  auto* calculator = findChild<calcfrm*>(Qt::FindDirectChildrenOnly);
+  auto* calculator = findChild<calcfrm*>({}, Qt::FindDirectChildrenOnly);
   if (calculator == nullptr) {
     calculator = new calcfrm(this, document_.Preferences(), Plot().Locale, document_.User(),
                              [this](std::vector<PlotSeries> curves) { return OpenCurves(std::move(curves)); });

@@ -16,7 +16,7 @@
 
 namespace quorvex {
 
-frmSmooth::frmSmooth(QWidget* parent, SmoothCommand& command, const SheetEdit& edit, const Settings& settings)
+frmSmooth::frmSmooth(QWidget* parent, SmoothCommand& command, const SheetEdit& edit, Settings& settings)
     : QDialog(parent), command_(command), edit_(edit), settings_(settings), plot_(settings, edit.Locale) {
   setObjectName("frmSmooth");
   setWindowTitle("Lowess Smooth");
@@ -89,7 +89,7 @@ void frmSmooth::accept() {
   if (Try(&SmoothCommand::Finish)) QDialog::accept();
 }
 
-bool ShowSmooth(const SheetEdit& edit, QWidget* parent, const Settings& settings) {
+bool ShowSmooth(const SheetEdit& edit, QWidget* parent, Settings& settings) {
   SmoothCommand command(edit);
   std::string percent = SmoothCommand::kDefaultPercent;
   if (command.Begin()) {

@@ -19,7 +19,7 @@ class frmSmooth : public QDialog {
 
  public:
   // The command has begun. It and the rest outlive the dialog.
-  frmSmooth(QWidget* parent, SmoothCommand& command, const SheetEdit& edit, const Settings& settings);
+  frmSmooth(QWidget* parent, SmoothCommand& command, const SheetEdit& edit, Settings& settings);
   ~frmSmooth() override;
 
   void accept() override;
@@ -32,13 +32,13 @@ class frmSmooth : public QDialog {
 
   SmoothCommand& command_;
   const SheetEdit& edit_;
-  const Settings& settings_;
+  Settings& settings_;
   PlotClass plot_;
   PlotView* pctSmooth;
   QLineEdit* txtPercent;
 };
 
 // The whole command on a sheet. Returns whether it changed that.
-bool ShowSmooth(const SheetEdit& edit, QWidget* parent, const Settings& settings);
+bool ShowSmooth(const SheetEdit& edit, QWidget* parent, Settings& settings);
 
 }  // namespace quorvex
