@@ -231,7 +231,7 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
 }
 
 TEST_F(PlotViewTest, SaysInItsPlaceThatThereIsNoPlot) {
-  Action("mnuPlotClipItem")->trigger();
+  Action("mnuPlotClipItem1")->trigger();
   const QImage whole = Painted(), copied = QApplication::clipboard()->image();
   const AxisLimits limits = Plot().X.Limits();
   Plot().X.Min = -1e308;
@@ -242,7 +242,7 @@ TEST_F(PlotViewTest, SaysInItsPlaceThatThereIsNoPlot) {
   EXPECT_NE(said, whole);
   EXPECT_GT(Difference(said, BlankPicture({said.width(), said.height(), 96})), 100);
   EXPECT_EQ(View().accessibleDescription(), kPlotFailure);
-  Action("mnuPlotClipItem")->trigger();
+  Action("mnuPlotClipItem1")->trigger();
   EXPECT_EQ(prompter.Last(),
             "refuse: An error in the current plot settings prohibits the plot from being copied in it's current state. "
             "Check the plot settings in the Graph Properties window.");

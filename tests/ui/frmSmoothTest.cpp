@@ -32,7 +32,7 @@ TEST_F(frmSmoothTest, ShowsEachWindowBeforeItStoresOne) {
     ExpectMnemonicsDoNotMeet(form);
     EXPECT_EQ(form.focusWidget(), &Percent(form));
     EXPECT_EQ(Percent(form).text(), "10");
-    EXPECT_EQ(form.findChild<QToolBar*>("tbSmooth")->actions().size(), 6);
+    EXPECT_EQ(form.findChild<QToolBar*>("tbSmooth")->actions().size(), 7);
     const QImage before = Picture(form);
     Percent(form).setText("60");
     QTest::mouseClick(form.findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
