@@ -132,7 +132,7 @@ class TextPlaces {
     if (!box) {
       // As long as its axis, or less where other texts leave less room.
       TurnedBox part = whole;
-      for (part.Width = std::min(part.Width, edge.Length); !box && part.Width > height; part.Width -= height)
+      for (part.Width = std::min(part.Width, edge.Length); !box && part.Width > height; part.Width *= 0.9)
         box = FreePlace(part, edge.Length);
       if (!box) return;
       title = ParsePlotText(surface, scale.AxisTitle, scale.AxisTitleFont, 0, static_cast<std::int32_t>(box->Width));
@@ -165,7 +165,9 @@ class TextPlaces {
     const double top = area.top + wanted.Reach({0, 1}), bottom = area.bottom - wanted.Reach({0, 1});
     if (left > right || top > bottom) return std::nullopt;
     TurnedBox box = wanted;
-    for (double step = 0; step < wanted.Width + edgeLength; step += wanted.Height)
+    constexpr double kMostSteps = 64;  // for small letters on a large page
+    const double farthest = wanted.Width + edgeLength, stride = std::max(wanted.Height, farthest / kMostSteps);
+    for (double step = 0; step < farthest; step += stride)
       for (const double way : {-step, step}) {
         box.Middle = {std::clamp(wanted.Middle.x + way * box.Along.x, left, right),
                       std::clamp(wanted.Middle.y + way * box.Along.y, top, bottom)};
