@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,22 +22,6 @@ namespace {
 constexpr std::chrono::minutes kLongest{2};  // for a plot of some millions of points
 
 constexpr const char* kEnded = "The desktop program ended before the picture was drawn.";
-
-void CloseAt(int& descriptor) {
-  if (descriptor >= 0) close(descriptor);
-  descriptor = -1;
-}
-
-// Two ends, for reading and for writing, closed with it where nobody took them.
-struct Pipe {
-  int Ends[2] = {-1, -1};
-  Pipe() { static_cast<void>(!pipe2(Ends, O_CLOEXEC)); }
-  ~Pipe() {
-    CloseAt(Ends[0]);
-    CloseAt(Ends[1]);
-  }
-  int Take(int end) { return std::exchange(Ends[end], -1); }
-};
 
 }  // namespace
 
@@ -66,8 +51,8 @@ Result<std::string> DesktopDrawer::Draw(const std::string& plotText, const std::
   if (const int error = SaveFile(folder_ / kPlotToDraw, plotText, FileCare::Answer))
     return Failure{"The folder '" + folder_.string() + "' cannot be written. " + FileErrorText(error)};
   const std::string line = ending + '\n';
-  // A line has room in a pipe that is empty.
-  const bool asked = write(requests_, line.data(), line.size()) == static_cast<ssize_t>(line.size());
+  // A line always has room on the way to a program that waits for one.
+  const bool asked = send(connection_, line.data(), line.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(line.size());
   std::string answer = asked ? Await(goOn) : kEnded;
   // Whatever it still has to say would be taken for the next answer.
   if (!answer.ends_with('\n')) {
@@ -94,10 +79,10 @@ std::string DesktopDrawer::Await(const std::function<bool()>& goOn) {
       return "The desktop program takes too long.";
     }
     constexpr int kPatience = 50;  // milliseconds
-    pollfd waiting{answers_, POLLIN, 0};
+    pollfd waiting{connection_, POLLIN, 0};
     if (poll(&waiting, 1, kPatience) <= 0) continue;
     char buffer[1024];
-    const ssize_t count = read(answers_, buffer, sizeof buffer);
+    const ssize_t count = read(connection_, buffer, sizeof buffer);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return kEnded;
     line.append(buffer, static_cast<std::size_t>(count));
@@ -114,32 +99,34 @@ bool DesktopDrawer::MakeFolder() {
 }
 
 bool DesktopDrawer::Start() {
-  Pipe requests, answers;
-  if (requests.Ends[0] < 0 || answers.Ends[0] < 0) return false;
-  int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  // Not a pipe, for a write to a program that is gone would be a signal.
+  int ends[2];
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return false;
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
   const char* const arguments[] = {kDesktopProgram, kSwitch, folder_.c_str(), nullptr};
   process_ = fork();
   if (process_ == 0) {
     // A signal of the terminal reaches this program alone, which then ends the other one; and so does its own death.
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (dup2(requests.Ends[0], 0) >= 0 && dup2(answers.Ends[1], 1) >= 0 && dup2(nowhere, 2) >= 0)
+    if (dup2(ends[1], 0) >= 0 && dup2(ends[1], 1) >= 0 && dup2(nowhere, 2) >= 0)
       execv(program_.c_str(), const_cast<char* const*>(arguments));
     _exit(127);
   }
-  CloseAt(nowhere);
-  if (process_ < 0) return false;
-  requests_ = requests.Take(1);
-  answers_ = answers.Take(0);
-  return true;
+  if (nowhere >= 0) close(nowhere);
+  close(ends[1]);
+  connection_ = ends[0];
+  if (process_ < 0) End();
+  if (process_ > 0) setpgid(process_, process_);  // for End, which may come first
+  return process_ > 0;
 }
 
-// It has nothing that would be lost.
+// It has nothing that would be lost, nor has what it may have started.
 void DesktopDrawer::End() {
-  CloseAt(requests_);
-  CloseAt(answers_);
+  if (connection_ >= 0) close(connection_);
+  connection_ = -1;
   if (process_ < 0) return;
-  kill(process_, SIGKILL);
+  kill(-process_, SIGKILL);
   while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
   }
   process_ = -1;

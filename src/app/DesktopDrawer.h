@@ -42,7 +42,7 @@ class DesktopDrawer : public PlotDrawer {
   const std::chrono::milliseconds limit_;
   std::filesystem::path folder_;
   pid_t process_ = -1;
-  int requests_ = -1, answers_ = -1;
+  int connection_ = -1;
   bool hung_ = false;
 };
 
