@@ -89,7 +89,8 @@ TEST_F(MacroPicture, IsThatOfTheWindowPixelForPixel) {
 }
 
 TEST_F(MacroPicture, NeedsNothingOfItsEnvironmentAndIsTheSameOnEachRun) {
-  const std::string statements = "Weighted = True\nPlotFile = @p.svg\nPlotFile = @p.pdf\nPlotFile = @p.bmp\n";
+  const std::string statements =
+      "Weighted = True\nPlotFile = @p.svg\nPlotFile = @p.pdf\nPlotFile = @p.bmp\nPlotFile = @p.emf\n";
   std::map<std::string, std::string> first;
   for (const char* environment :
        {kNothing, "DISPLAY=:987 QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=3 QT_FONT_DPI=200 QT_QPA_PLATFORMTHEME=gtk3",
@@ -101,7 +102,7 @@ TEST_F(MacroPicture, NeedsNothingOfItsEnvironmentAndIsTheSameOnEachRun) {
               0)
         << environment << Files.Log();
     EXPECT_EQ(Files.Out + Files.Err, "");
-    for (const char* name : {"p.png", "p.svg", "p.pdf", "p.bmp"}) {
+    for (const char* name : {"p.png", "p.svg", "p.pdf", "p.bmp", "p.emf"}) {
       const std::string picture = Files.Folder.Read(name);
       EXPECT_GT(picture.size(), 1000U) << name;
       EXPECT_TRUE(first.try_emplace(name, picture).first->second == picture) << name << ' ' << environment;
