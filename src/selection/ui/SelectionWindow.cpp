@@ -46,10 +46,7 @@ void SelectionWindow::AddReport(QVBoxLayout& all, QWidget* beside) {
   add("cmdSave", "&Save...", [this] { Save(); });
   add("cmdFormat", "F&ormat...", [this] { ChooseFormat(); });
   add("cmdPrint", "&Print...", [this] { Print(); });
-  add("cmdExport", "Save as Pro&ject...", [this] {
-    const BusyCursor busy;
-    SaveProject();
-  });
+  add("cmdExport", "Save as Pro&ject...", [this] { SaveProject(); });
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(new QShortcut(QKeySequence::Print, this), &QShortcut::activated, this, [this] {
     if (commands_.front()->isEnabled()) Print();
