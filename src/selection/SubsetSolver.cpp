@@ -62,7 +62,7 @@ SubsetSolver::SubsetSolver(const SelectionData& data, bool intercept, const Sele
     const std::size_t n = std::min(kBlock, points_ - first);
     for (std::size_t j = 0; j <= p; ++j) {
       const std::vector<double>& values = j < p ? data.X[j] : data.Y;
-      for (std::size_t i = 0; i < n; ++i) rows(i + 1, j) = root[first + i] * Deviation(values, first + i, columns_[j]);
+      for (std::size_t i = 0; i < n; ++i) rows(i + 1, j) = root[first + i] * Deviation(values[first + i], columns_[j]);
     }
     factor.Append(rows, n);
   }
@@ -80,29 +80,28 @@ SubsetSolver::SubsetSolver(const SelectionData& data, bool intercept, const Sele
 SubsetSolver::Column SubsetSolver::Measured(const std::vector<double>& values,
                                             const std::vector<double>& weights) const {
   Column column;
+  const auto [least, greatest] = std::minmax_element(values.begin(), values.end());
+  const double size = std::max(std::abs(*least), std::abs(*greatest));
+  column.Unit = size == 0 ? 0 : std::ilogb(size);
   if (intercept_) {
-    const auto [least, greatest] = std::minmax_element(values.begin(), values.end());
     column.Constant = *least == *greatest;
-    // Brought near 1 by a power of 2, the sums can't leave the range.
-    const double greatestSize = std::max(std::abs(*least), std::abs(*greatest));
-    const int exponent = greatestSize == 0 ? 0 : std::ilogb(greatestSize);
     std::vector<double> scaled(values.size());
     std::transform(values.begin(), values.end(), scaled.begin(),
-                   [exponent](double value) { return std::scalbn(value, -exponent); });
-    const DoubleDouble mean = WeightedMean(scaled, weights);
-    column.Mean = {std::scalbn(mean.Hi, exponent), std::scalbn(mean.Lo, exponent)};
+                   [&](double value) { return std::scalbn(value, -column.Unit); });
+    column.Mean = WeightedMean(scaled, weights);
   }
+  column.Exponent = column.Unit;
   double largest = 0;
   for (std::size_t i = 0; i < values.size(); ++i)
-    largest = std::max(largest, std::abs(Deviation(values, i, column)) * std::sqrt(weights[i]));
-  column.Exponent = largest == 0 ? 0 : std::ilogb(largest);
+    largest = std::max(largest, std::abs(Deviation(values[i], column)) * std::sqrt(weights[i]));
+  if (largest > 0) column.Exponent += std::ilogb(largest);
   return column;
 }
 
-double SubsetSolver::Deviation(const std::vector<double>& values, std::size_t row, const Column& column) const {
+double SubsetSolver::Deviation(double value, const Column& column) {
   if (column.Constant) return 0;
-  const DoubleDouble deviation = DoubleDouble{values[row], 0} + DoubleDouble{-column.Mean.Hi, -column.Mean.Lo};
-  return std::scalbn(deviation.Hi, -column.Exponent);
+  const DoubleDouble scaled{std::scalbn(value, -column.Unit), 0};
+  return std::scalbn((scaled + DoubleDouble{-column.Mean.Hi, -column.Mean.Lo}).Hi, column.Unit - column.Exponent);
 }
 
 TriangularFactor SubsetSolver::Factor(const Subset& order) const {
@@ -170,13 +169,13 @@ Result<SubsetFit> SubsetSolver::Fit(const Subset& variables) const {
 
 // With centred columns it is the mean of Y less what the variables have at their means.
 SubsetCoefficient SubsetSolver::InterceptOf(const SubsetFit& fit, const ColumnMatrix& r) const {
-  DoubleDouble value{Y().Mean.Hi, Y().Mean.Lo};
+  DoubleDouble value = Y().MeanInItsUnit();
   std::vector<double> u;  // the means over R^T; the square of its length is their share of the variance
   double share = 0;
   for (std::size_t j = 0; j < fit.Variables.size(); ++j) {
     const Column& x = columns_[fit.Variables[j]];
-    value = value + DoubleDouble{-fit.Coefficients[j].Value, 0} * x.Mean;
-    double rest = std::scalbn(x.Mean.Hi, -x.Exponent);
+    value = value + DoubleDouble{-fit.Coefficients[j].Value, 0} * x.MeanInItsUnit();
+    double rest = std::scalbn(x.Mean.Hi, x.Unit - x.Exponent);
     for (std::size_t i = 0; i < j; ++i) rest -= r(i, j) * u[i];
     u.push_back(rest / r(j, j));
     share += u[j] * u[j];

@@ -91,16 +91,19 @@ class SubsetSolver {
   }
 
  private:
-  // A column as it stands in the factor: its deviations from Mean, times 2^-Exponent.
+  // A column as it stands in the factor: its deviations from the mean, times 2^-Exponent. Its values times 2^-Unit, of
+  // which Mean is the mean, are near 1, where neither sums nor deviations leave the range.
   struct Column {
+    int Unit = 0, Exponent = 0;
     DoubleDouble Mean{0, 0};
     bool Constant = false;  // all of its deviations are exactly 0
-    int Exponent = 0;
     double Length = 0;
+
+    DoubleDouble MeanInItsUnit() const { return {std::scalbn(Mean.Hi, Unit), std::scalbn(Mean.Lo, Unit)}; }
   };
 
   Column Measured(const std::vector<double>& values, const std::vector<double>& weights) const;
-  double Deviation(const std::vector<double>& values, std::size_t row, const Column& column) const;
+  static double Deviation(double value, const Column& column);
   bool Independent(const ColumnMatrix& r, const Subset& order, std::size_t count) const;
   SubsetCoefficient InterceptOf(const SubsetFit& fit, const ColumnMatrix& r) const;
   Result<SubsetFit> Judged(SubsetFit fit) const;

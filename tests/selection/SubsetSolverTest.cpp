@@ -81,6 +81,18 @@ TEST(SubsetSolver, DoesNotDependOnUnitsOrOrigins) {
   }
 }
 
+// Deviations of such columns are beyond all numbers.
+TEST(SubsetSolver, TakesColumnsAsWideAsNumbersAre) {
+  const std::vector<double> x = {1.7, -1.7, 1, 0.5, -0.25}, y = {2, 3, 5, 4, 1};
+  std::vector<double> wide = x;
+  for (double& value : wide) value *= 0x1p1023;
+  const auto narrow = SolverOf(SelectionSheet({x, y})).Fit({0}), fit = SolverOf(SelectionSheet({wide, y})).Fit({0});
+  ASSERT_TRUE(narrow && fit);
+  EXPECT_EQ(fit->R2, narrow->R2);
+  EXPECT_EQ(fit->Coefficients[0].p, narrow->Coefficients[0].p);
+  EXPECT_EQ(fit->Intercept->Value, narrow->Intercept->Value);
+}
+
 TEST(SubsetSolver, GivesOneProbabilityOnBothRoads) {
   const SubsetSolver solver = SolverOf(SelectionSheet("mtcars.txt"));
   const Subset in = {5, 0}, others = {1, 2, 3, 4, 6, 7, 8, 9};
