@@ -76,11 +76,11 @@ PixelCanvas* QtSurface::Canvas() {
 
 std::int32_t QtSurface::GetDeviceCaps(DeviceCap index) const {
   const auto millimetres = [](int pixels, int perInch) { return RoundToInt32(pixels * kMillimetresPerInch / perInch); };
-  return DeviceSize{
-      {ScaleWidth(), ScaleHeight()},
-      {millimetres(measures_.width(), measures_.logicalDpiX()), millimetres(measures_.height(), measures_.logicalDpiY())},
-      measures_.logicalDpiY() * units_,
-      measures_.depth()}
+  return DeviceSize{{ScaleWidth(), ScaleHeight()},
+                    {millimetres(measures_.width(), measures_.logicalDpiX()),
+                     millimetres(measures_.height(), measures_.logicalDpiY())},
+                    measures_.logicalDpiY() * units_,
+                    measures_.depth()}
       .Cap(index);
 }
 

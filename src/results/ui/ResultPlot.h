@@ -18,8 +18,7 @@ class PlotView;
 // seen from there, too.
 class ResultPlot : public QWidget {
  public:
-  ResultPlot(const char* name, const QString& accessibleName, Prompter& user, Settings& settings,
-             QWidget* parent);
+  ResultPlot(const char* name, const QString& accessibleName, Prompter& user, Settings& settings, QWidget* parent);
   ~ResultPlot() override;
 
   void SetPlot(Result<std::unique_ptr<PlotPage>> plot);

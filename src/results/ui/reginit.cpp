@@ -252,8 +252,7 @@ void reginit::accept() {
     QDialog::accept();
 }
 
-void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model,
-                      Settings& settings) {
+void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model, Settings& settings) {
   Result<GatheredData> data = GatherData(project.Sheet);
   if (!data) return editor.Edit.User.Refuse(data.error());
   reginit(over, project, editor, model, std::move(data->Points), settings).exec();

@@ -60,7 +60,6 @@ class reginit : public QDialog {
 };
 
 // Asks for them over a window; refused where the sheet has no data to preview them by.
-void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model,
-                      Settings& settings);
+void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model, Settings& settings);
 
 }  // namespace quorvex
