@@ -19,10 +19,12 @@ DeviceRect ConvertMargins(const PageSetup& page, const DrawingSurface& printer) 
   const auto pixels = [&](DeviceCap sheet, DeviceCap millimetres) {
     return unit * printer.GetDeviceCaps(sheet) / printer.GetDeviceCaps(millimetres);
   };
+  constexpr double kFar = 1e8;  // farther than any paper reaches
+  const auto rounded = [=](double margin) { return RoundToInt32(std::clamp(margin, -kFar, kFar)); };
   const double across = pixels(DeviceCap::PHYSICALWIDTH, DeviceCap::HORZSIZE);
   const double down = pixels(DeviceCap::PHYSICALHEIGHT, DeviceCap::VERTSIZE);
-  return {RoundToInt32(across * page.Left), RoundToInt32(down * page.Top), RoundToInt32(across * page.Right),
-          RoundToInt32(down * page.Bottom)};
+  return {rounded(across * page.Left), rounded(down * page.Top), rounded(across * page.Right),
+          rounded(down * page.Bottom)};
 }
 
 std::optional<std::string> CheckMargins(const DeviceRect& margins, std::int32_t pageWidth, std::int32_t pageHeight) {

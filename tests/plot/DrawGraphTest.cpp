@@ -483,6 +483,21 @@ TEST(ConvertMargins, KnowsTheUnits) {
   EXPECT_EQ(PageSetup::Read(Settings()).Left, 0.25);
 }
 
+TEST(DrawGraph, RefusesMarginsBeyondAllMeasure) {
+  PlotClass plot = UnitPlot();
+  RecordingPrompter prompter;
+  ASSERT_TRUE(plot.CreateGraph({.Auto = true}, prompter));
+  RecordingSurface sheet;
+  sheet.Printer = true;
+  for (const double huge : {1e6, 1e300}) {
+    EXPECT_FALSE(plot.DrawGraph(sheet, prompter, {.Left = huge}));
+    EXPECT_TRUE(prompter.Last().starts_with("refuse: The left margin specified is more"));
+    EXPECT_FALSE(plot.DrawGraph(sheet, prompter, {.Right = -huge}));
+    EXPECT_TRUE(prompter.Last().starts_with("refuse: The right margin specified is more"));
+  }
+  EXPECT_TRUE(sheet.Only({"LineTo"}).empty());
+}
+
 TEST(DrawGraph, LeavesATinyWindowEmpty) {
   PlotClass plot = UnitPlot();
   for (const auto& [width, height] : {std::pair{1, 1}, {60, 300}, {400, 40}}) {

@@ -201,6 +201,9 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
   QFile emf(QString::fromStdString(*prompter.File));
   ASSERT_TRUE(emf.open(QIODevice::ReadOnly));
   EXPECT_EQ(emf.readAll(), metafile);
+  prompter.File = folder.Path("missing/plot.emf");
+  Action("mnuPlotSave")->trigger();
+  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the Metafile to disk.");
 
   prompter.File = folder.Path("plot.png");
   prompter.Text = "96";
