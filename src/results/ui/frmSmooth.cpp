@@ -32,6 +32,8 @@ void frmSmooth::LayOut() {
   pctSmooth = new PlotView(plot_, edit_.User, settings_, this);
   pctSmooth->setObjectName("pctSmooth");
   pctSmooth->setAccessibleName("Input data and smoothed curve");
+  for (const char* axis : {"X", "Y"})  // the coordinates under the pointer
+    pctSmooth->findChild<QLabel*>(QString("label") + axis)->setObjectName(QString(axis).toLower() + "_text");
   auto* bar = new PlotBar(*pctSmooth, pctSmooth->actions(), this);
   bar->findChild<QToolBar*>()->setObjectName("tbSmooth");
   txtPercent = new QLineEdit(SmoothCommand::kDefaultPercent, this);
