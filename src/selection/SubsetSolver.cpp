@@ -156,62 +156,55 @@ Result<SubsetFit> SubsetSolver::Fit(const Subset& variables) const {
   fit.Cp = quality.Cp;
   fit.Total = std::scalbn(Y().Length * Y().Length, 2 * Y().Exponent);
   if (!std::isfinite(fit.Total) || !std::isfinite(fit.RSS)) return Failure{kStatisticsError};
-  for (std::size_t j = 0; j < m; ++j) {
-    const Column& x = columns_[variables[j]];
-    SubsetCoefficient coefficient;
-    coefficient.Value = std::scalbn(b[j], Y().Exponent - x.Exponent);
-    coefficient.Variance = std::scalbn(variances[j], -2 * x.Exponent);
-    fit.Coefficients.push_back(coefficient);
-  }
-  if (intercept_) fit.Intercept = InterceptOf(fit, r);
-  return Judged(std::move(fit));
+  // In the units of the factor, where nothing leaves the range.
+  const Noise noise{PartOf(r(m, m), Y().Length) * Y().Length, static_cast<double>(fit.DOFError)};
+  const char* error = nullptr;
+  for (std::size_t j = 0; j < m && error == nullptr; ++j)
+    error = Judge({b[j], variances[j]}, columns_[variables[j]].Exponent, noise, fit.Coefficients.emplace_back());
+  if (intercept_ && error == nullptr) error = Judge(InterceptOf(variables, b, r), 0, noise, fit.Intercept.emplace());
+  if (error != nullptr) return Failure{error};
+  return fit;
 }
 
 // With centred columns it is the mean of Y less what the variables have at their means.
-SubsetCoefficient SubsetSolver::InterceptOf(const SubsetFit& fit, const ColumnMatrix& r) const {
-  DoubleDouble value = Y().MeanInItsUnit();
+SubsetSolver::Estimate SubsetSolver::InterceptOf(const Subset& variables, const std::vector<double>& b,
+                                                 const ColumnMatrix& r) const {
+  DoubleDouble value = Y().ScaledMean();
   std::vector<double> u;  // the means over R^T; the square of its length is their share of the variance
   double share = 0;
-  for (std::size_t j = 0; j < fit.Variables.size(); ++j) {
-    const Column& x = columns_[fit.Variables[j]];
-    value = value + DoubleDouble{-fit.Coefficients[j].Value, 0} * x.MeanInItsUnit();
-    double rest = std::scalbn(x.Mean.Hi, x.Unit - x.Exponent);
+  for (std::size_t j = 0; j < variables.size(); ++j) {
+    const DoubleDouble mean = columns_[variables[j]].ScaledMean();
+    value = value + DoubleDouble{-b[j], 0} * mean;
+    double rest = mean.Hi;
     for (std::size_t i = 0; i < j; ++i) rest -= r(i, j) * u[i];
     u.push_back(rest / r(j, j));
     share += u[j] * u[j];
   }
-  SubsetCoefficient intercept;
-  intercept.Value = value.Hi;
-  intercept.Variance = 1 / static_cast<double>(points_) + share;  // the weights have mean 1
-  return intercept;
+  return {value.Hi, 1 / static_cast<double>(points_) + share};  // the weights have mean 1
 }
 
-// Standard errors and what follows from them.
-Result<SubsetFit> SubsetSolver::Judged(SubsetFit fit) const {
-  const auto judge = [&](SubsetCoefficient& coefficient) -> const char* {
-    if (!std::isfinite(coefficient.Value)) return kLeastSquaresError;
-    if (!std::isfinite(coefficient.Variance)) return kCovarianceError;
-    coefficient.StandardError = fit.StdErr * std::sqrt(coefficient.Variance);
-    if (!std::isfinite(coefficient.StandardError)) return kStandardErrorError;
-    if (coefficient.StandardError == 0) {
-      // Of a perfect fit a variable explains something or nothing.
-      const double explained = std::abs(coefficient.Value) / std::sqrt(coefficient.Variance);
-      coefficient.p = explained > kNoRest * std::sqrt(fit.Total) ? 0 : 1;
-      return nullptr;
-    }
-    coefficient.t = coefficient.Value / coefficient.StandardError;
-    coefficient.p = ProbabilityBeyond(coefficient.t * coefficient.t, 1, static_cast<double>(fit.DOFError));
+// The coefficient of a column with that exponent, or what went wrong.
+const char* SubsetSolver::Judge(const Estimate& estimate, int exponent, const Noise& noise,
+                                SubsetCoefficient& coefficient) const {
+  const double error = noise.Rest / std::sqrt(noise.Freedom) * std::sqrt(estimate.Variance);
+  coefficient.Value = std::scalbn(estimate.Value, Y().Exponent - exponent);
+  coefficient.Variance = std::scalbn(estimate.Variance, -2 * exponent);
+  coefficient.StandardError = std::scalbn(error, Y().Exponent - exponent);
+  if (!std::isfinite(coefficient.Value)) return kLeastSquaresError;
+  if (!std::isfinite(coefficient.Variance)) return kCovarianceError;
+  if (!std::isfinite(coefficient.StandardError)) return kStandardErrorError;
+  if (error == 0) {
+    // Of a perfect fit a variable explains something or nothing.
+    coefficient.p = std::abs(estimate.Value) / std::sqrt(estimate.Variance) > kNoRest * Y().Length ? 0 : 1;
     return nullptr;
-  };
-  try {
-    if (fit.Intercept)
-      if (const char* error = judge(*fit.Intercept)) return Failure{error};
-    for (SubsetCoefficient& coefficient : fit.Coefficients)
-      if (const char* error = judge(coefficient)) return Failure{error};
-  } catch (const NumericFault&) {
-    return Failure{kUnexpectedError};
   }
-  return fit;
+  coefficient.t = estimate.Value / error;
+  try {
+    coefficient.p = ProbabilityBeyond(coefficient.t * coefficient.t, 1, noise.Freedom);
+  } catch (const NumericFault&) {
+    return kUnexpectedError;
+  }
+  return nullptr;
 }
 
 // Of the columns behind those of the model the factor has, from the model's last row on, what the model leaves of them.

@@ -99,14 +99,25 @@ class SubsetSolver {
     bool Constant = false;  // all of its deviations are exactly 0
     double Length = 0;
 
-    DoubleDouble MeanInItsUnit() const { return {std::scalbn(Mean.Hi, Unit), std::scalbn(Mean.Lo, Unit)}; }
+    // In the units of the factor.
+    DoubleDouble ScaledMean() const {
+      return {std::scalbn(Mean.Hi, Unit - Exponent), std::scalbn(Mean.Lo, Unit - Exponent)};
+    }
   };
 
   Column Measured(const std::vector<double>& values, const std::vector<double>& weights) const;
   static double Deviation(double value, const Column& column);
   bool Independent(const ColumnMatrix& r, const Subset& order, std::size_t count) const;
-  SubsetCoefficient InterceptOf(const SubsetFit& fit, const ColumnMatrix& r) const;
-  Result<SubsetFit> Judged(SubsetFit fit) const;
+  // In the units of the factor: a coefficient with its variance, and what a fit leaves of Y with its degrees of
+  // freedom.
+  struct Estimate {
+    double Value, Variance;
+  };
+  struct Noise {
+    double Rest, Freedom;
+  };
+  Estimate InterceptOf(const Subset& variables, const std::vector<double>& b, const ColumnMatrix& r) const;
+  const char* Judge(const Estimate& estimate, int exponent, const Noise& noise, SubsetCoefficient& coefficient) const;
   double Length(std::size_t column) const { return columns_[column].Length; }
   const Column& Y() const { return columns_.back(); }
 
