@@ -29,7 +29,9 @@ void TakePlotWindow(const Shots& shots) {
   auto document = NewPlotDocument(std::move(plot), shots.Run.Preferences, user);
   if (!document) return;
   Dataplot window(std::move(*document),
-                  [](QWidget*, const PlotPage&) { return std::optional<std::vector<PlotSeries>>(); });
+                  {.Choose = [](QWidget*, const PlotPage&) { return std::optional<std::vector<PlotSeries>>(); },
+                   .Graphs = {},
+                   .New = {}});
   window.resize(760, 520);
   window.show();
   window.findChild<QAction*>("ShowXMajorGrids")->trigger();

@@ -26,20 +26,13 @@ void TellOfPlots(quorvexWindow& window, QWidget* plot) {
   ShowPlotInfo(plot, window.Preferences());
 }
 
+PlotSource SourceOf(quorvexWindow& window);
+
 // A window of its own for a new plot.
 void Open(quorvexWindow& window, std::optional<PlotDocument> document) {
   if (!document) return;
-  const auto choose = [&window](QWidget* parent, const PlotPage& plot) -> std::optional<std::vector<PlotSeries>> {
-    if (!window.Grid().CommitEntry()) return std::nullopt;
-    return ChooseGraphs(parent, window.Document(), plot, window.Preferences(), window.User());
-  };
   document->Project = QFileInfo(QString::fromStdString(window.Document().FileName)).fileName().toStdString();
-  Dataplot& shown = ShowPlot(std::move(*document), window, choose);
-  shown.ProjectGraphs = [&window](const PlotPage& plot) {
-    if (!window.Grid().CommitEntry()) return std::vector<PlotSeries>();
-    return AvailableGraphs(window.Document(), plot, window.Preferences());
-  };
-  TellOfPlots(window, &shown);
+  TellOfPlots(window, &ShowPlot(std::move(*document), window, SourceOf(window)));
 }
 
 void Open(quorvexWindow& window, std::unique_ptr<PlotPage> plot) {
@@ -118,6 +111,10 @@ void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutio
   Open(window, PageOf(std::move(plot)));
 }
 
+void PlotSelectedSolutions(quorvexWindow& window) {
+  if (window.Grid().CommitEntry()) PlotSolutions(window, window.SelectedSolutions());
+}
+
 void PlotInterpolations(quorvexWindow& window) {
   if (!window.Grid().CommitEntry()) return;
   const std::vector<SolvedItem> found = InterpolationsOf(window.Solved(), window.User());
@@ -134,6 +131,22 @@ void PlotSelected(quorvexWindow& window) {
   if (window.Grid().CommitEntry()) PlotResults(window, kind, window.SelectedSolutions());
 }
 
+PlotSource SourceOf(quorvexWindow& window) {
+  return {.Choose = [&window](QWidget* parent, const PlotPage& plot) -> std::optional<std::vector<PlotSeries>> {
+            if (!window.Grid().CommitEntry()) return std::nullopt;
+            return ChooseGraphs(parent, window.Document(), plot, window.Preferences(), window.User());
+          },
+          .Graphs =
+              [&window](const PlotPage& plot) {
+                if (!window.Grid().CommitEntry()) return std::vector<PlotSeries>();
+                return AvailableGraphs(window.Document(), plot, window.Preferences());
+              },
+          .New = {{"&Data", [&window] { PlotData(window); }},
+                  {"&Selected Solutions", [&window] { PlotSelectedSolutions(window); }},
+                  {"&Residuals...", [&window] { PlotSelected<ResultPlotKind::Residuals>(window); }},
+                  {"Residual &Probability", [&window] { PlotSelected<ResultPlotKind::Probability>(window); }}}};
+}
+
 }  // namespace
 
 std::vector<ProjectCommand> PlotMenu() {
@@ -143,10 +156,7 @@ std::vector<ProjectCommand> PlotMenu() {
       {.Name = "mnuPlotSelected",
        .Text = "Plot &Selected Solutions",
        .Keys = QKeySequence("Shift+F7"),
-       .Run =
-           [](quorvexWindow& window) {
-             if (window.Grid().CommitEntry()) PlotSolutions(window, window.SelectedSolutions());
-           }},
+       .Run = PlotSelectedSolutions},
       {.Name = "mnuPlotAll",
        .Text = "Plot &All Solutions",
        .Run =

@@ -373,6 +373,52 @@ TEST_F(PlotMenuTest, GivesDataOfTheProjectToAPlotThatIsOpen) {
   EXPECT_EQ(plot.View().Picture(), after);
 }
 
+TEST_F(PlotMenuTest, MakesNewPlotsFromTheWindowOfAPlot) {
+  Open({"a*x+b"});
+  Active().findChild<QTableView*>("SolvedList")->selectRow(0);
+  Trigger("mnuPlotData");
+  ASSERT_EQ(Plots().size(), 1);
+  const struct {
+    const char* entry;
+    QStringList legend;
+  } kWays[] = {{"mnuPlotNewItem0", {"Input Data"}},
+               {"mnuPlotNewItem1", {"Input Data", "a*x+b"}},
+               {"mnuPlotNewItem2", {"Residuals"}},
+               {"mnuPlotNewItem3", {"Residuals", "Reference line"}},
+               {"mnuPlotNewEquation", {"x^2"}}};
+  dialogs.Do([](QDialog& form) { Press(form, QDialogButtonBox::Ok); });  // of the residuals
+  dialogs.Do([](QDialog& form) {
+    TypeInto(form, "txt2D", "x^2");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  // Each from the window of the plot before it.
+  for (int made = 1; const auto& [entry, legend] : kWays) {
+    Plots().back()->findChild<QAction*>(entry)->trigger();
+    ASSERT_EQ(Plots().size(), ++made) << entry;
+    EXPECT_EQ(Legend(*Plots().back()), legend) << entry;
+    EXPECT_EQ(Plots().back()->windowTitle(), QString("Plot %1 - Untitled[*]").arg(made));
+  }
+
+  // A plot from a file has no project, and so equations alone.
+  dialogs.ChooseFile(folder.Path("a.plt"));
+  Plots()[0]->findChild<QAction*>("mnuPlotSave")->trigger();
+  Plots()[0]->close();
+  QTest::qWait(10);
+  dialogs.ChooseFile(folder.Path("a.plt"));
+  Trigger("mnuFileOpen");
+  const auto opened = [this] { return frame->findChildren<Dataplot*>(Qt::FindDirectChildrenOnly); };
+  ASSERT_EQ(opened().size(), 1);
+  EXPECT_EQ(opened()[0]->findChild<QAction*>("mnuPlotNewItem0"), nullptr);
+  dialogs.Do([](QDialog& form) {
+    TypeInto(form, "txt2D", "1/(1+x)");
+    Press(form, QDialogButtonBox::Ok);
+  });
+  opened()[0]->findChild<QAction*>("mnuPlotNewEquation")->trigger();
+  ASSERT_EQ(opened().size(), 2);
+  EXPECT_EQ(Legend(*opened()[1]), QStringList{"1/(1+x)"});
+  EXPECT_EQ(opened()[1]->windowTitle(), "Plot 1[*]");
+}
+
 TEST_F(PlotMenuTest, TellsOfPlotWindowsUntilToldNotTo) {
   Start();
   Settings& preferences = Active().Preferences();

@@ -9,6 +9,7 @@
 #include "calculator/ui/calcfrm.h"
 #include "core/ui/BusyCursor.h"
 #include "files/PlotTemplateKeys.h"
+#include "files/ui/frmPlotEquation.h"
 #include "files/ui/frmPltTemplate.h"
 #include "files/ui/frmTemplateEdit.h"
 #include "plot/ui/PSetup.h"
@@ -18,10 +19,10 @@
 
 namespace quorvex {
 
-Dataplot::Dataplot(PlotDocument document, GraphChooser choose, QWidget* parent)
+Dataplot::Dataplot(PlotDocument document, PlotSource source, QWidget* parent)
     : QWidget(parent, Qt::Window),
       document_(std::move(document)),
-      choose_(std::move(choose)),
+      source_(std::move(source)),
       view_(new PlotView(Plot(), document_.User(), document_.Preferences(), this)) {
   setObjectName("Dataplot");
   document_.WritePicture = [this](const std::string& file) { view_->WritePicture(file); };
@@ -69,6 +70,11 @@ void Dataplot::Turn(const PlotSwitch& entry, bool on) {
   Show(true);
 }
 
+void Dataplot::PlotNewEquation() {
+  if (auto made = ShowPlotEquation(this, document_.Preferences(), Plot().Locale, document_.User()))
+    ShowBeside(std::move(*made));
+}
+
 void Dataplot::PlotOpen() {
   const auto file = document_.User().ChooseFileToOpen("Open", kPlotFilter);
   if (file)
@@ -77,7 +83,7 @@ void Dataplot::PlotOpen() {
 }
 
 void Dataplot::PlotAdd() {
-  auto chosen = choose_(this, Plot());
+  auto chosen = source_.Choose(this, Plot());
   if (!chosen) return;
   document_.Add(std::move(*chosen));
   Show(true);
@@ -128,22 +134,25 @@ void Dataplot::ShowCalculator() {
     calculator = new calcfrm(this, document_.Preferences(), Plot().Locale, document_.User(),
                              [this](std::vector<PlotSeries> curves) { return OpenCurves(std::move(curves)); });
     calculator->setAttribute(Qt::WA_DeleteOnClose);
-    calculator->Init(Plot().PlotData, ProjectGraphs ? ProjectGraphs(Plot()) : std::vector<PlotSeries>());
+    calculator->Init(Plot().PlotData, source_.Graphs ? source_.Graphs(Plot()) : std::vector<PlotSeries>());
   }
   calculator->show();
   calculator->raise();
   calculator->activateWindow();
 }
 
-// A plot of what was computed, beside this one.
+// A plot of what was computed.
 bool Dataplot::OpenCurves(std::vector<PlotSeries> curves) {
   auto document = NewPlotDocument(CurvesPlot(std::move(curves), document_.Preferences(), Plot().Locale),
                                   document_.Preferences(), document_.User());
-  if (!document) return false;
-  document->Project = document_.Project;
-  Dataplot& opened = ShowPlot(std::move(*document), parentWidget() != nullptr ? *parentWidget() : *this, choose_);
-  opened.ProjectGraphs = ProjectGraphs;
-  return true;
+  if (document) ShowBeside(std::move(*document));
+  return document.has_value();
+}
+
+// A plot of the same project, in a window of its own.
+void Dataplot::ShowBeside(PlotDocument document) {
+  document.Project = document_.Project;
+  ShowPlot(std::move(document), parentWidget() != nullptr ? *parentWidget() : *this, source_);
 }
 
 void Dataplot::Show(bool changed) {
@@ -171,7 +180,7 @@ void Dataplot::ShowState() {
   emit Changed();
 }
 
-Dataplot& ShowPlot(PlotDocument document, QWidget& owner, GraphChooser choose) {
+Dataplot& ShowPlot(PlotDocument document, QWidget& owner, PlotSource source) {
   if (!document.HasFile && document.FileName == kUnnamedPlot) {
     constexpr const char* kShown = "plots";  // so far, of this owner
     const QList<Dataplot*> others = owner.findChildren<Dataplot*>(Qt::FindDirectChildrenOnly);
@@ -181,7 +190,7 @@ Dataplot& ShowPlot(PlotDocument document, QWidget& owner, GraphChooser choose) {
     } while (std::ranges::any_of(others, [&](Dataplot* o) { return o->Document().FileName == document.FileName; }));
     owner.setProperty(kShown, number);
   }
-  auto* window = new Dataplot(std::move(document), std::move(choose), &owner);
+  auto* window = new Dataplot(std::move(document), std::move(source), &owner);
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->show();
   window->raise();

@@ -34,11 +34,12 @@ void Dataplot::MakeMenus() {
 
 void Dataplot::MakePlotMenu(QMenuBar& menus) {
   QMenu& plot = *menus.addMenu(tr("&Plot"));
+  MakeNewMenu(plot);
   Add(plot, "mnuPlotOpen", tr("&Open..."), {QKeySequence::Open}, &Dataplot::PlotOpen);
   QAction* close = plot.addAction(tr("C&lose"), QKeySequence("Ctrl+W"), this, &QWidget::close);
   close->setObjectName("mnuPlotClose");
   plot.addSeparator();
-  if (choose_) Add(plot, "mnuPlotAdd", tr("A&dd from Project..."), {}, &Dataplot::PlotAdd);
+  if (source_.Choose) Add(plot, "mnuPlotAdd", tr("A&dd from Project..."), {}, &Dataplot::PlotAdd);
   Add(plot, "mnuPlotImport", tr("&Import..."), {}, &Dataplot::PlotImport);
   QMenu& exports = *plot.addMenu(tr("&Export"));
   constexpr std::pair<ExportDelimiter, const char*> kExports[] = {{ExportDelimiter::Comma, "&Comma Delimited..."},
@@ -59,6 +60,16 @@ void Dataplot::MakePlotMenu(QMenuBar& menus) {
   print->setShortcut(QKeySequence::Print);
   Add(plot, "mnuPlotPrintPreview", tr("Print Pre&view..."), {}, &Dataplot::PrintPreview);
   plot.addAction(print);
+}
+
+void Dataplot::MakeNewMenu(QMenu& plot) {
+  QMenu& fresh = *plot.addMenu(tr("&New"));
+  for (int i = 0; const PlotSource::NewPlot& entry : source_.New) {
+    QAction* action = fresh.addAction(tr(entry.Text), this, entry.Make);
+    action->setObjectName(QString("mnuPlotNewItem%1").arg(i++));
+    verbs_ << action;
+  }
+  Add(fresh, "mnuPlotNewEquation", tr("&Equation..."), {}, &Dataplot::PlotNewEquation);
 }
 
 void Dataplot::MakeEditMenu(QMenuBar& menus) {
