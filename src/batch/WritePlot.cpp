@@ -68,6 +68,7 @@ MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted
   Page page = PageOfSolutions(static_cast<ResultPlotKind>(setup.PlotKind), std::move(solutions), project.Sheet,
                               settings, locale, plot.Warnings);
   if (!page) return refuse(page.error());
+  if (setup.PlotKind == static_cast<int>(ResultPlotKind::Model)) LeaveModelsOnly(**page, settings);
   std::optional<PlotDocument> document = NewPlotDocument(std::move(*page), settings, user);
   plot.Warnings.insert(plot.Warnings.end(), user.Notes().begin(), user.Notes().end());
   if (!document) return plot;

@@ -96,6 +96,16 @@ TEST_F(PlotMacro, ShowsTheModelsThatItNames) {
   EXPECT_EQ(Draw("PlotKind = Probability\nPlotFile = @a.svg\n"), 0);
   EXPECT_EQ(Legend(), (Names{"Residuals", "Reference line"}));
 
+  // As a plot of the desktop program, with models only where the preferences say so.
+  Run_.Preferences.SetFlag("plotmodelsonly", true);
+  for (const auto& [wanted, names] :
+       std::map<std::string, Names>{{"PlotModels = all", {"line", "root", "bent"}},
+                                    {"PlotKind = Residuals", {"Residuals"}},
+                                    {"PlotKind = Probability", {"Residuals", "Reference line"}}}) {
+    EXPECT_EQ(Draw(wanted + "\nPlotFile = @a.svg\n"), 0);
+    EXPECT_EQ(Legend(), names) << wanted;
+  }
+
   EXPECT_EQ(Run(line), 0);
   EXPECT_EQ(Files.Log(), bare);
 }
