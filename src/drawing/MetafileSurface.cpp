@@ -8,7 +8,6 @@
 
 #include "core/NumberText.h"
 #include "core/TextEncoding.h"
-#include "drawing/PenLook.h"
 
 namespace quorvex {
 namespace {
@@ -99,9 +98,32 @@ void MetafileSurface::DeleteObject(SurfaceHandle object) {
   PictureSurface::DeleteObject(object);
 }
 
+DevicePoint MetafileSurface::Exact(DevicePoint point) const {
+  const std::int32_t half = UnitsPerPixel() / 2;
+  return {point.x + half, point.y + half};
+}
+
+DevicePoint MetafileSurface::OnPixel(DevicePoint point, double shift) const {
+  const auto part = static_cast<std::int32_t>(shift * UnitsPerPixel());
+  return {PictureSurface::OnPixel(point.x) + part, PictureSurface::OnPixel(point.y) + part};
+}
+
+EmfRect MetafileSurface::BoxOnPixels(std::int32_t left, std::int32_t top, std::int32_t right,
+                                     std::int32_t bottom) const {
+  const double shift = Look().Shift;
+  const DevicePoint from = OnPixel({left, top}, shift), to = OnPixel({right, bottom}, shift);
+  return {from.x, from.y, to.x, to.y};
+}
+
 void MetafileSurface::Flush() {
   if (lines_.Empty()) return;
-  const PaintedLines gathered = lines_.Take();
+  const bool onPixels = lines_.RunsAlongOrDown();
+  const double shift = Look().Shift;
+  lines_.Move([&](DevicePoint point) { return onPixels ? OnPixel(point, shift) : Exact(point); });
+  WriteLines(lines_.Take());
+}
+
+void MetafileSurface::WriteLines(const PaintedLines& gathered) {
   for (const std::vector<DevicePoint>& line : gathered.Longer)
     writer_.Record(EmfRecord::Polyline, Around(line), Number(line.size()), std::span<const DevicePoint>(line));
   if (gathered.Steps.empty()) return;
@@ -114,12 +136,12 @@ void MetafileSurface::Flush() {
 
 void MetafileSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
   Flush();
-  writer_.Record(EmfRecord::Rectangle, EmfRect{left, top, right, bottom});
+  writer_.Record(EmfRecord::Rectangle, BoxOnPixels(left, top, right, bottom));
 }
 
 void MetafileSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
   Flush();
-  writer_.Record(EmfRecord::Ellipse, EmfRect{left, top, right, bottom});
+  writer_.Record(EmfRecord::Ellipse, BoxOnPixels(left, top, right, bottom));
 }
 
 void MetafileSurface::WritePolygon(std::span<const DevicePoint> points) {
@@ -135,20 +157,24 @@ LinePattern MetafileSurface::Pattern() const {
 void MetafileSurface::WriteStrokes(std::span<const DevicePoint> polygon) {
   const double rim = Objects().Pen().Width;
   PatternWalk walk(Pattern(), {-rim, -rim, ScaleWidth() + rim, ScaleHeight() + rim});
+  GatheredLines strokes(UnitsPerPixel());
   for (std::size_t i = 0; i < polygon.size(); ++i) {
     const DevicePoint& start = polygon[i];
     const DevicePoint& end = polygon[i + 1 < polygon.size() ? i + 1 : 0];
     walk.Segment({1.0 * start.x, 1.0 * start.y}, {1.0 * end.x, 1.0 * end.y}, [&](ExactPoint from, ExactPoint to) {
-      MoveToEx(RoundToInt32(from.x), RoundToInt32(from.y));
-      LineTo(RoundToInt32(to.x), RoundToInt32(to.y));
+      strokes.MoveTo({RoundToInt32(from.x), RoundToInt32(from.y)});
+      strokes.LineTo({RoundToInt32(to.x), RoundToInt32(to.y)});
     });
   }
-  Flush();
+  if (!strokes.Empty()) WriteLines(strokes.Take());
 }
 
-void MetafileSurface::Polygon(std::span<const DevicePoint> points) {
+void MetafileSurface::Polygon(std::span<const DevicePoint> corners) {
   Flush();
-  if (points.empty()) return;
+  if (corners.empty()) return;
+  const double shift = Look().Shift;
+  std::vector<DevicePoint> points;  // facets meet at their exact places
+  for (const DevicePoint& corner : corners) points.push_back(facets_ ? Exact(corner) : OnPixel(corner, shift));
   const std::optional<std::int32_t> fill = Objects().Brush().Colour;
   const bool outlined = Objects().Pen().Style != kNoLine;
   if (facets_ && !outlined && fill) {
@@ -167,11 +193,14 @@ void MetafileSurface::Polygon(std::span<const DevicePoint> points) {
 
 void MetafileSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {
   const SurfaceRegion& area = Objects().Region(region);
-  const std::vector<DevicePoint> corners = area.Corners;  // which new objects may move
+  const bool rectangular = area.Rectangular;
+  const double shift = Look().Shift;
+  std::vector<DevicePoint> corners;
+  for (const DevicePoint& corner : area.Corners) corners.push_back(OnPixel(corner, shift));
   const SelectedObject none(*this, CreatePen(kNoLine, 0, 0));
   const Selection filling(*this, brush);
-  if (area.Rectangular)
-    Rectangle(corners[0].x, corners[0].y, corners[1].x, corners[1].y);
+  if (rectangular)
+    writer_.Record(EmfRecord::Rectangle, EmfRect{corners[0].x, corners[0].y, corners[1].x, corners[1].y});
   else if (!corners.empty())
     WritePolygon(corners);
 }
@@ -184,15 +213,15 @@ void MetafileSurface::SelectClipRgn(SurfaceHandle region) {
   if (region == 0) return;
   const SurfaceRegion& shape = Objects().Region(region);
   if (shape.Rectangular) {
-    // Pixels through which the edges run are within, and the file's rectangles lack their right and lower edge.
-    const std::int32_t half = UnitsPerPixel() / 2, before = (UnitsPerPixel() - 1) / 2;
-    const DevicePoint &from = shape.Corners[0], &to = shape.Corners[1];
-    writer_.Record(EmfRecord::IntersectClipRect,
-                   EmfRect{from.x - before, from.y - before, to.x + half + 1, to.y + half + 1});
+    // Pixels through which the edges run are within.
+    const DevicePoint from = OnPixel(shape.Corners[0], 0), to = OnPixel(shape.Corners[1], 1);
+    writer_.Record(EmfRecord::IntersectClipRect, EmfRect{from.x, from.y, to.x, to.y});
     return;
   }
   writer_.Record(EmfRecord::BeginPath);
-  WritePolygon(shape.Corners);
+  std::vector<DevicePoint> corners;
+  for (const DevicePoint& corner : shape.Corners) corners.push_back(Exact(corner));
+  WritePolygon(corners);
   writer_.Record(EmfRecord::EndPath);
   writer_.Record(EmfRecord::SelectClipPath, kCopy);
 }
@@ -207,8 +236,9 @@ void MetafileSurface::SetTextColor(std::int32_t colour) {
   writer_.Record(EmfRecord::SetTextColor, colour);
 }
 
-void MetafileSurface::TextOutA(std::int32_t x, std::int32_t y, std::string_view bytes) {
+void MetafileSurface::TextOutA(std::int32_t left, std::int32_t top, std::string_view bytes) {
   Flush();
+  const auto [x, y] = OnPixel({left, top}, 0);
   // Each character's way to the next, as measured, so that no reader's font moves them.
   const std::string text = DecodeText(bytes);
   std::u16string units;

@@ -8,12 +8,16 @@
 #include "drawing/EmfWriter.h"
 #include "drawing/GatheredLines.h"
 #include "drawing/LinePattern.h"
+#include "drawing/PenLook.h"
 #include "drawing/PictureSurface.h"
 
 namespace quorvex {
 
 // Records what is drawn as an enhanced metafile, the picture format of office programs: lines, shapes and letters that
 // stay sharp at any size and can be edited there.
+//
+// A place of the plot is the middle of its pixel, as on screen; in the file it is between the pixel's edges. What
+// stands on whole pixels on screen does so here.
 //
 // Records keep to what readers agree on. Coordinates are the device's own units, since not all of them scale pens by a
 // map; regions become clip rectangles and paths, and shapes without an outline; the patterns of outlines become
@@ -52,7 +56,13 @@ class MetafileSurface : public PictureSurface {
 
  private:
   std::uint32_t PlaceOf(SurfaceHandle handle);
+  PenLook Look() const { return {Objects().Pen(), *this}; }
+  DevicePoint Exact(DevicePoint point) const;
+  DevicePoint OnPixel(DevicePoint point, double shift) const;  // shifted by a part of a pixel
+  EmfRect BoxOnPixels(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) const;
   void Flush();  // writes the lines gathered
+  void WriteLines(const PaintedLines& lines);
+  // Of points as the file has them:
   void WritePolygon(std::span<const DevicePoint> points);
   void WriteStrokes(std::span<const DevicePoint> polygon);
   LinePattern Pattern() const;
