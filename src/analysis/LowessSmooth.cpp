@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cmath>
 #include <functional>
+#include <limits>
 
 namespace quorvex {
 namespace {
@@ -76,9 +77,17 @@ double SixMedians(const std::vector<double>& res) {
   return 3 * (below + *middle);
 }
 
-double RobustnessWeight(double res, double cmad) {
+// What rounding may leave of the residual of a line that goes through its point. Where most lines do, the median is of
+// that kind, too, and chance would decide which points are outliers.
+double RoundingOf(std::span<const double> y) {
+  double largest = 0;
+  for (const double v : y) largest = std::max(largest, std::abs(v));
+  return 16 * std::numeric_limits<double>::epsilon() * largest;
+}
+
+double RobustnessWeight(double res, double cmad, double rounding) {
   const double r = std::abs(res);
-  return r <= 0.001 * cmad ? 1 : r < 0.999 * cmad ? Square(1 - Square(r / cmad)) : 0;
+  return r <= std::max(0.001 * cmad, rounding) ? 1 : r < 0.999 * cmad ? Square(1 - Square(r / cmad)) : 0;
 }
 
 bool AllFinite(std::span<const double> values) {
@@ -98,6 +107,7 @@ std::optional<Smoothed> LowessSmooth(std::span<const double> x, std::span<const 
   const double count = static_cast<double>(n);
   const auto ns = static_cast<std::size_t>(std::clamp(std::trunc(count * f), 2.0, count));
   const std::size_t rounds = static_cast<std::size_t>(nsteps) + 1;
+  const double rounding = RoundingOf(y);
   std::vector<double>& ys = smooth.ys;
   for (std::size_t round = 0; round < rounds; ++round) {
     Round points(x, y, round == 0 ? std::span<const double>() : smooth.rw);
@@ -123,7 +133,7 @@ std::optional<Smoothed> LowessSmooth(std::span<const double> x, std::span<const 
     const double cmad = SixMedians(smooth.res);
     if (!AllFinite(smooth.res) || !std::isfinite(cmad)) return std::nullopt;
     std::transform(smooth.res.begin(), smooth.res.end(), smooth.rw.begin(),
-                   [cmad](double r) { return RobustnessWeight(r, cmad); });
+                   [&](double r) { return RobustnessWeight(r, cmad, rounding); });
   }
   return smooth;
 }

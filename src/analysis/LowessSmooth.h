@@ -21,8 +21,9 @@ struct Smoothed {
 //   (1 - (r/h)^3)^3,  1 below h/1000,  0 above 0.999 h
 // After a first round there are nsteps others, in which that is multiplied by the point's robustness weight
 //   (1 - (|res|/cmad)^2)^2,  cmad = 6 * median |res|,  1 up to cmad/1000,  0 from 0.999 cmad
-// Where no weight is left the point's own y stands. Points within `delta` of one that was fitted are interpolated on a
-// straight line between fits, which costs nothing in accuracy where the curve is straight over such a length.
+// and 1 where the residual is no more than rounding. Where no weight is left the point's own y stands. Points within
+// `delta` of one that was fitted are interpolated on a straight line between fits, which costs nothing in accuracy
+// where the curve is straight over such a length.
 //
 // x is in ascending order; equal values get equal results. f is above 0. With 0 < delta the time goes with the range
 // of x over delta, else with n^2 f. Nothing where a number overflows, and where `work`, which is told of the points

@@ -106,6 +106,21 @@ TEST(LowessSmooth, FollowsTheDefinitionOnFewPoints) {
   }
 }
 
+// Of three points the furthest has no weight, so that a line through two goes through its own: all residuals are 0.
+TEST(LowessSmooth, LeavesPointsThatHaveOneNeighbourAsTheyAre) {
+  for (const double unit : {1e-9, 1.0, 1e9}) {
+    Points points = Ramp(35, 0, 1, 0);
+    for (std::size_t i = 0; i < 35; ++i) {
+      const auto place = static_cast<double>(i);
+      points.X[i] = unit * (place + (i % 2 == 0 ? 0 : 0.2));
+      points.Y[i] = unit * (3 + std::sin(7 * place * place));
+    }
+    const auto smooth = LowessSmooth(points.X, points.Y, 0.1, kLowessSteps, 0);
+    ASSERT_TRUE(smooth);
+    for (std::size_t i = 0; i < 35; ++i) EXPECT_NEAR(smooth->ys[i] / points.Y[i], 1, 1e-14) << unit << ' ' << i;
+  }
+}
+
 TEST(LowessSmooth, StopsWhenItIsCancelled) {
   const Points points = Ramp(100, 0, 1, 1);
   LongWork work;
