@@ -59,6 +59,11 @@ std::string ColumnAssignment::VariableOf(std::size_t column) const {
   return found == columns_.end() ? "" : variables_[static_cast<std::size_t>(found - columns_.begin())];
 }
 
+bool ColumnAssignment::MayBeImported(std::size_t column) const {
+  return std::ranges::find(columns_, column) != columns_.end() ||
+         std::ranges::all_of(columns_, [](std::size_t assigned) { return assigned == 0; });
+}
+
 bool ColumnAssignment::Confirm(const std::string& incomplete, Prompter& prompter) const {
   const auto missing = std::count(columns_.begin(), columns_.end(), 0);
   if (missing == static_cast<std::ptrdiff_t>(columns_.size())) {

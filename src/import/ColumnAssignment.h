@@ -32,6 +32,8 @@ class ColumnAssignment {
   void AssignInOrder();
   std::size_t ColumnOf(std::size_t variable) const { return columns_[variable - 1]; }  // 0 for none
   std::string VariableOf(std::size_t column) const;                                    // "" for none
+  // Whether the column goes to a variable, or may yet, since none does.
+  bool MayBeImported(std::size_t column) const;
 
   // Whether to go on: refused where nothing is assigned, and asked by `incomplete` where some variable is left out.
   bool Confirm(const std::string& incomplete, Prompter& prompter) const;

@@ -7,19 +7,8 @@
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "import/ImportFailure.h"
-#include "sheet/CellEntry.h"
 
 namespace quorvex {
-namespace {
-
-// What a text cell would be if it were typed.
-std::optional<double> TypedValue(const GridCells& cells, double cell, const LocaleText& locale) {
-  const std::optional<CellEntry> entry = ReadCellEntry(cells.TextBehind(cell), locale);
-  return entry ? entry->Value : std::nullopt;
-}
-
-}  // namespace
-
 void TellFailure(const std::string& failure, Prompter& user) {
   if (!failure.empty()) user.Refuse(failure);
 }
@@ -34,12 +23,26 @@ std::string DataImport::Title() const {
 }
 
 Result<GridCells> DataImport::Preview(Prompter* user) {
-  Result<GridCells> rows = Await(user, ReadingText(), ReadRows(1, kPreviewLines, "")).value_or(Failure{});
-  if (rows)
-    Columns.SetColumns(std::max(rows->GridLastCol(), rows->ColumnNames.size()), rows->ColumnNames);
-  else
+  const std::size_t lines = LineCount() ? kMostSheetRows : kPreviewLines;
+  Result<GridCells> rows = Await(user, ReadingText(), ReadRows(1, lines, "")).value_or(Failure{});
+  cells_ = rows ? std::move(*rows) : GridCells();
+  if (!rows) {
     Columns.SetColumns(0);
-  return rows;
+    return rows;
+  }
+  const std::size_t shown = std::min(cells_.GridLastRow(), kPreviewLines);
+  GridCells preview = shown > 0 ? cells_.CopyRange({1, 1, shown, cells_.GridLastCol()}) : GridCells();
+  preview.ColumnNames = cells_.ColumnNames;
+  Columns.SetColumns(std::max(preview.GridLastCol(), preview.ColumnNames.size()), preview.ColumnNames);
+  return preview;
+}
+
+std::string DataImport::Marker() const { return ckMissingData ? std::string(Trim(txtMissingData)) : ""; }
+
+TextCells DataImport::TextsToImport(const LocaleText& locale) {
+  TextCells texts = FindTextCells(cells_, StartRow(locale), Marker(), Columns, locale);
+  toldTexts_ = texts.Count;
+  return texts;
 }
 
 std::size_t DataImport::FirstDataLine(const GridCells& preview, const LocaleText& locale) {
@@ -68,9 +71,8 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   if (lines && startRow > static_cast<double>(*lines)) return beyondTheEnd();
   try {
     const auto first = static_cast<std::size_t>(std::min(startRow, 1e15));
-    const std::string marker = ckMissingData ? std::string(Trim(txtMissingData)) : "";
     // One row more than the sheet takes tells whether there are too many.
-    auto waited = Await(&edit.User, ReadingText(), ReadRows(first, kMostSheetRows + 1, marker));
+    auto waited = Await(&edit.User, ReadingText(), ReadRows(first, kMostSheetRows + 1, Marker()));
     if (!waited) return ImportOutcome::Stay;
     Result<GridCells>& rows = *waited;
     if (!rows) {
@@ -83,20 +85,34 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
       edit.User.Inform("The file contains too many data points. Only 65,536 data points will be imported.");
       rowCount = kMostSheetRows;
     }
-    for (std::size_t v = 1; v <= edit.Sheet.ColumnCount(); ++v) {
-      const std::size_t col = Columns.ColumnOf(v);
-      for (std::size_t row = 1; col != 0 && row <= rowCount; ++row)
-        if (const double cell = rows->Cell(row, col); GridCells::IsText(cell))
-          if (const auto value = TypedValue(*rows, cell, edit.Locale)) rows->SetGridCellNumber(row, col, *value);
-    }
+    const TextCells texts = ReadTexts(*rows, rowCount, edit.Locale);
     // Here and not before: an import that was refused leaves no step to undo.
     edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
     Columns.MoveInto(*rows, rowCount, edit.Sheet);
+    if (texts.Count > toldTexts_) edit.User.Inform(texts.Sentence());
     return ImportOutcome::Imported;
   } catch (const std::bad_alloc&) {
     edit.User.Refuse(ImportFailure(Source, "").Message);
     return ImportOutcome::Failed;
   }
+}
+
+TextCells DataImport::ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const {
+  TextCells texts;
+  for (std::size_t row = 1; row <= count; ++row) {
+    for (std::size_t col = 1; col <= rows.GridLastCol(); ++col) {
+      const double cell = rows.Cell(row, col);
+      if (!GridCells::IsText(cell) || Columns.VariableOf(col).empty()) continue;
+      if (const auto value = TypedValue(rows, cell, locale)) {
+        rows.SetGridCellNumber(row, col, *value);
+      } else if (ckTextMissing) {
+        rows.ClearCell(row, col);
+      } else {
+        texts.Add(rows.TextBehind(cell));
+      }
+    }
+  }
+  return texts;
 }
 
 void DataImport::NameVariables(DataSheet& sheet, const LocaleText& locale) {

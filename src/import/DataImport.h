@@ -7,6 +7,7 @@
 
 #include "core/Result.h"
 #include "import/ColumnAssignment.h"
+#include "import/TextCells.h"
 #include "sheet/GridCells.h"
 #include "sheet/SheetEdit.h"
 
@@ -37,6 +38,7 @@ class DataImport {
   bool ckMissingData = false;
   std::string txtMissingData;    // cells with this text are left empty, where ckMissingData is ticked
   std::string ImportText = "1";  // the first data line, counted from 1
+  bool ckTextMissing = false;    // cells that are no numbers are left empty
 
   // "Preview of 'runs.txt' (first 200 lines)".
   std::string Title() const;
@@ -48,6 +50,10 @@ class DataImport {
   // user, who waits for it, cancelled.
   Result<GridCells> Preview(Prompter* user = nullptr);
 
+  // The cells of the chosen columns that would come into the sheet as texts: of all lines that the sheet has room for,
+  // or of a preview's where the source isn't at hand.
+  TextCells TextsToImport(const LocaleText& locale);
+
   // Where the data begins in a preview, counted from 1: at the first line with a number or a date. 1 where there is
   // none.
   static std::size_t FirstDataLine(const GridCells& preview, const LocaleText& locale);
@@ -58,7 +64,7 @@ class DataImport {
   // Checks what was chosen and, where nothing speaks against it, brings the data into the sheet: its first line to row
   // 1, the assigned columns replaced, the others as they were. A text that a typed cell would take, a date for one, is
   // the value that the cell would have. Says what is wrong and whether rows are left out. While the source is read the
-  // user can cancel, which changes nothing and stays.
+  // user can cancel, which changes nothing and stays. Texts that TextsToImport hasn't counted are told.
   ImportOutcome Finish(const SheetEdit& edit);
 
   // Names the variables of a new project, whose data was imported, after the source's columns. Where those have no
@@ -77,6 +83,15 @@ class DataImport {
   std::string ReadingText() const { return "Reading '" + Source + "'"; }
 
   const std::string Source;  // as messages name it
+
+ private:
+  std::string Marker() const;
+  // Makes numbers of the texts that are typed ones, and of the others empty cells where those are to be left out.
+  // Returns the others.
+  TextCells ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const;
+
+  GridCells cells_;            // as Preview has read them, and behind those as many lines as are at hand
+  std::size_t toldTexts_ = 0;  // how many the user has heard of
 };
 
 }  // namespace quorvex

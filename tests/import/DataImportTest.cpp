@@ -37,6 +37,7 @@ constexpr const char* kStartBehindEnd =
     "refuse: The start row you specified is larger than the number of lines in the file.";
 constexpr const char* kTooManyRows =
     "inform: The file contains too many data points. Only 65,536 data points will be imported.";
+constexpr const char* kTwoTexts = "inform: 2 cells are text: x, y.";
 constexpr const char* kSomeUnassignedOfDatabase =
     "ask: You did not assign columns to all variables, so there will be no data imported to them. Do you want to "
     "continue?";
@@ -326,6 +327,53 @@ TEST(DataImport, SuggestsWhatIsObvious) {
   EXPECT_EQ(import->Columns.VariableOf(1), "");
 }
 
+TEST(DataImport, CountsTheTextsThatItWouldImport) {
+  const TemporaryFolder folder;
+  const std::string few = folder.Write("few.txt", "x,y,who\n1,NA,Ann\n2020-01-15,-,Bob\n2,n/a,Cy\n3,4,\n");
+  const std::string many = folder.Write("many.txt", [] {
+    std::string lines;
+    for (int i = 1; i <= 999; ++i) lines += "1,2\n";
+    return lines + "1,\"so long that it is cut at its twentieth\"\n";
+  }());
+  struct Case {
+    std::string file;
+    std::vector<std::size_t> assigned;  // column of each variable
+    const char *startRow, *marker;
+    const char *sentence, *last;  // the last row, "" where there is nothing to import
+  } const kCases[] = {
+      {few, {}, "2", "", "6 cells are text: NA, Ann, - and others.", ""},
+      {few, {1, 2}, "2", "", "3 cells are text: NA, -, n/a.", "3 4"},
+      {few, {1, 2}, "2", "NA", "2 cells are text: -, n/a.", "3 4"},
+      {few, {1, 2}, "1", "", "5 cells are text: x, y, NA and others.", "3 4"},
+      {few, {1, 2}, "5", "", "", "3 4"},
+      {few, {1, 2}, "9", "", "", ""},
+      {TestData("airquality.csv"), {1, 4}, "2", "", "44 cells are text: NA.", "223 20"},
+      {many, {1, 2}, "1", "", "1 cell is text: so long that it is c...", "1 -"},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(c.file + ' ' + c.startRow + c.marker);
+    Desk desk;
+    const auto import = desk.OpenText(c.file);
+    for (std::size_t v = 1; v <= c.assigned.size(); ++v) import->Columns.Assign(c.assigned[v - 1], v);
+    import->ImportText = c.startRow;
+    import->ckMissingData = true;
+    import->txtMissingData = c.marker;
+    EXPECT_EQ(import->TextsToImport(desk.Locale).Sentence(), c.sentence);
+    import->ckTextMissing = true;
+    EXPECT_EQ(import->Finish(desk.Edit()) == ImportOutcome::Imported, *c.last != '\0');
+    if (*c.last == '\0') continue;
+    EXPECT_EQ(desk.User.Said, Texts());
+    EXPECT_EQ(desk.Rows().back(), c.last);
+    EXPECT_EQ(FindTextCells(desk.Sheet.Cells, 1, "", ColumnAssignment(desk.Sheet), desk.Locale).Count, 0);
+  }
+  // What nobody has heard of is told with the import.
+  Desk desk;
+  const auto import = desk.OpenText(few);
+  for (const std::size_t i : {1, 2}) import->Columns.Assign(i, i);
+  EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
+  EXPECT_EQ(desk.User.Said, Texts{"inform: 5 cells are text: x, y, NA and others."});
+}
+
 TEST(TextImport, ChecksInItsOrder) {
   const TemporaryFolder folder;
   const std::string file = folder.Write("runs.txt", "x,y\n1,10\n2,NA\n3,30\n");
@@ -345,9 +393,9 @@ TEST(TextImport, ChecksInItsOrder) {
       {false, true, "2", true, ImportOutcome::Imported, {kSomeUnassigned}, {"- 10", "- -", "- 30"}},
       {true, true, "4", true, ImportOutcome::Imported, {}, {"3 30"}},
       {true, true, "3.5", true, ImportOutcome::Imported, {}, {"3 30"}},
-      {true, true, "", true, ImportOutcome::Imported, {}, {"x y", "1 10", "2 -", "3 30"}},
-      {true, true, "two", true, ImportOutcome::Imported, {}, {"x y", "1 10", "2 -", "3 30"}},
-      {true, true, "-7", true, ImportOutcome::Imported, {}, {"x y", "1 10", "2 -", "3 30"}},
+      {true, true, "", true, ImportOutcome::Imported, {kTwoTexts}, {"x y", "1 10", "2 -", "3 30"}},
+      {true, true, "two", true, ImportOutcome::Imported, {kTwoTexts}, {"x y", "1 10", "2 -", "3 30"}},
+      {true, true, "-7", true, ImportOutcome::Imported, {kTwoTexts}, {"x y", "1 10", "2 -", "3 30"}},
   };
   for (const auto& c : kCases) {
     Desk desk;

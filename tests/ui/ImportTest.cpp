@@ -47,6 +47,7 @@ QModelIndex Preview(QWidget& form, int row, int col) {
 }
 std::string Cell(QWidget& form, int row, int col) { return Preview(form, row, col).data().toString().toStdString(); }
 bool Dimmed(QWidget& form, int row, int col) { return Preview(form, row, col).data(Qt::ForegroundRole).isValid(); }
+bool Marked(QWidget& form, int row, int col) { return Preview(form, row, col).data(Qt::BackgroundRole).isValid(); }
 std::string StartRow(QWidget& form) { return Box(form, "ImportText").text().toStdString(); }
 
 class Import : public Frame {
@@ -115,10 +116,19 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     EXPECT_EQ(form.focusWidget(), &In(form, "UpDnStartRow"));
     for (int i = 0; i < 3; ++i) QTest::keyClick(form.focusWidget(), Qt::Key_Down);
     EXPECT_EQ(StartRow(form), "2");
+    auto& texts = In<QCheckBox>(form, "ckTextMissing");
+    EXPECT_EQ(texts.text(), "1 cell is text: NA. Read it as missin&g?");
+    EXPECT_TRUE(Marked(form, 2, 3));
+    EXPECT_FALSE(Dimmed(form, 2, 3) || Marked(form, 1, 3) || Marked(form, 3, 3));
+    Click(form, "ckTextMissing");
+    EXPECT_TRUE(Dimmed(form, 2, 3));
+    EXPECT_FALSE(Marked(form, 2, 3));
+    Click(form, "ckTextMissing");
     EXPECT_FALSE(In(form, "txtMissingData").isEnabled());
     Click(form, "ckMissingData");
     QTest::keyClicks(&In(form, "txtMissingData"), "NA");
     EXPECT_TRUE(Dimmed(form, 2, 3));
+    EXPECT_FALSE(texts.isVisible());
     QTest::keyClick(&form, Qt::Key_Return);  // the default button
   });
   for (const auto button : {QMessageBox::Ok, QMessageBox::No, QMessageBox::Ok}) dialogs.Press(button);

@@ -27,6 +27,7 @@ ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
       UpDnStartRow(Named(new QSpinBox, "UpDnStartRow")),
       ckMissingData(Named(new QCheckBox("Missing data is &written as"), "ckMissingData")),
       txtMissingData(Named(new QLineEdit, "txtMissingData")),
+      ckTextMissing(Named(new QCheckBox, "ckTextMissing")),
       lstColumns(Named(new QListWidget, "lstColumns")),
       lstHeaders(Named(new QListWidget, "lstHeaders")),
       cmdAssign(Named(new QPushButton("&Assign"), "cmdAssign")),
@@ -39,6 +40,7 @@ ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
     ShowChoices();
   });
   connect(ckMissingData, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
+  connect(ckTextMissing, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
   connect(txtMissingData, &QLineEdit::textChanged, this, &ImportDialog::ShowChoices);
   connect(DataPreview->selectionModel(), &QItemSelectionModel::currentColumnChanged, this,
           [this](const QModelIndex& current) { lstColumns->setCurrentRow(current.column()); });
@@ -97,6 +99,7 @@ QWidget* ImportDialog::Body() {
   rows->addWidget(LabelFor(DataPreview, "&Preview:"));
   rows->addWidget(DataPreview, 3);
   rows->addLayout(choices);
+  rows->addWidget(ckTextMissing);
   rows->addWidget(Lists(), 2);
   return body;
 }
@@ -167,8 +170,19 @@ void ImportDialog::ShowChoices() {
   import_->ImportText = UpDnStartRow->findChild<QLineEdit*>()->text().toStdString();
   import_->ckMissingData = ckMissingData->isChecked();
   import_->txtMissingData = txtMissingData->text().toStdString();
+  import_->ckTextMissing = ckTextMissing->isChecked();
   model_->SetKept(import_->StartRow(edit_.Locale),
-                  import_->ckMissingData ? txtMissingData->text().trimmed().toStdString() : "");
+                  import_->ckMissingData ? txtMissingData->text().trimmed().toStdString() : "", import_->ckTextMissing);
+  ShowTexts();
+}
+
+void ImportDialog::ShowTexts() {
+  const TextCells texts = import_->TextsToImport(edit_.Locale);
+  // The words are the file's, and a letter behind an "&" of theirs would be a key.
+  ckTextMissing->setText(QString::fromStdString(texts.Sentence()).replace('&', "&&") +
+                         (texts.Count == 1 ? " Read it as missin&g?" : " Read them as missin&g?"));
+  ckTextMissing->setVisible(texts.Count > 0);
+  if (texts.Count == 0) ckTextMissing->setChecked(false);
 }
 
 void ImportDialog::ShowAssignments() {
@@ -178,6 +192,7 @@ void ImportDialog::ShowAssignments() {
     lstHeaders->item(v)->setText(QString::fromStdString(lines[static_cast<std::size_t>(v)]));
   model_->ShowVariables(import_->Columns);
   const int variable = lstHeaders->currentRow();
+  ShowTexts();
   cmdAssign->setEnabled(lstColumns->count() > 0);
   cmdUnAssign->setEnabled(variable >= 0 && import_->Columns.ColumnOf(static_cast<std::size_t>(variable) + 1) != 0);
 }

@@ -36,6 +36,7 @@ class ImportDialog : public QDialog {
   QWidget* Body();
   QWidget* Lists();
   void ShowChoices();      // what stands in the controls
+  void ShowTexts();        // how many cells are no numbers
   void ShowAssignments();  // which column goes where
   void Assign();
   void UnAssign();
@@ -51,6 +52,7 @@ class ImportDialog : public QDialog {
   QSpinBox* UpDnStartRow;
   QCheckBox* ckMissingData;
   QLineEdit* txtMissingData;
+  QCheckBox* ckTextMissing;
   QListWidget *lstColumns, *lstHeaders;
   QPushButton *cmdAssign, *cmdUnAssign, *Finish, *CancelCommand;
 };

@@ -1,10 +1,24 @@
 #include "import/ui/PreviewModel.h"
 
+#include <QBrush>
 #include <QGuiApplication>
 #include <QPalette>
 #include <algorithm>
 
+#include "import/TextCells.h"
+
 namespace quorvex {
+namespace {
+
+// The ground of a cell with a text: the view's own, light or dark, with some orange in it.
+QBrush MarkOfText() {
+  const QColor ground = QGuiApplication::palette().color(QPalette::Base), orange(0xE6, 0x9F, 0x00);
+  const auto mixed = [](int a, int b) { return (13 * a + 7 * b) / 20; };
+  return QColor(mixed(ground.red(), orange.red()), mixed(ground.green(), orange.green()),
+                mixed(ground.blue(), orange.blue()));
+}
+
+}  // namespace
 
 void PreviewModel::Show(GridCells cells) {
   beginResetModel();
@@ -12,16 +26,22 @@ void PreviewModel::Show(GridCells cells) {
   endResetModel();
 }
 
-void PreviewModel::SetKept(double startRow, std::string marker) {
+void PreviewModel::SetKept(double startRow, std::string marker, bool textMissing) {
   startRow_ = startRow;
   marker_ = std::move(marker);
-  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {Qt::ForegroundRole});
+  textMissing_ = textMissing;
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void PreviewModel::ShowVariables(const ColumnAssignment& columns) {
   variables_.clear();
-  for (std::size_t col = 1; col <= cells_.GridLastCol(); ++col) variables_.push_back(columns.VariableOf(col));
+  imported_.clear();
+  for (std::size_t col = 1; col <= cells_.GridLastCol(); ++col) {
+    variables_.push_back(columns.VariableOf(col));
+    imported_.push_back(columns.MayBeImported(col));
+  }
   emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 int PreviewModel::rowCount(const QModelIndex& parent) const {
@@ -33,7 +53,12 @@ int PreviewModel::columnCount(const QModelIndex& parent) const {
 }
 
 bool PreviewModel::Kept(std::size_t row, std::size_t col) const {
-  return static_cast<double>(row) >= startRow_ && (marker_.empty() || cells_.GridCellText(row, col) != marker_);
+  return static_cast<double>(row) >= startRow_ && (marker_.empty() || cells_.GridCellText(row, col) != marker_) &&
+         (!textMissing_ || !StaysText(row, col));
+}
+
+bool PreviewModel::StaysText(std::size_t row, std::size_t col) const {
+  return col <= imported_.size() && imported_[col - 1] && quorvex::StaysText(cells_, cells_.Cell(row, col), locale_);
 }
 
 QVariant PreviewModel::data(const QModelIndex& index, int role) const {
@@ -48,6 +73,11 @@ QVariant PreviewModel::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole:
       if (Kept(row, col)) return {};
       return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+    case Qt::BackgroundRole:
+      return Kept(row, col) && StaysText(row, col) ? QVariant(MarkOfText()) : QVariant();
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+      return Kept(row, col) && StaysText(row, col) ? QVariant("This cell is text and no number.") : QVariant();
     default:
       return {};
   }

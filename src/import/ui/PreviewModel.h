@@ -9,15 +9,16 @@
 
 namespace quorvex {
 
-// The first lines of imported data for a table view: as they are read now, dimmed what will be left out. A line of
-// headers says which variable a column goes to.
+// The first lines of imported data for a table view: as they are read now, dimmed what will be left out, and
+// coloured what comes into the sheet as a text. A line of headers says which variable a column goes to.
 class PreviewModel : public QAbstractTableModel {
  public:
   PreviewModel(const LocaleText& locale, QObject* parent) : QAbstractTableModel(parent), locale_(locale) {}
 
   void Show(GridCells cells);
-  // What will be imported: the lines from `startRow` on, but no cell with the text `marker`.
-  void SetKept(double startRow, std::string marker);
+  // What will be imported: the lines from `startRow` on, but no cell with the text `marker`, and no text at all where
+  // those are left out.
+  void SetKept(double startRow, std::string marker, bool textMissing);
   void ShowVariables(const ColumnAssignment& columns);
 
   // One cell at least, since a view without any has no place to stand.
@@ -28,12 +29,15 @@ class PreviewModel : public QAbstractTableModel {
 
  private:
   bool Kept(std::size_t row, std::size_t col) const;
+  bool StaysText(std::size_t row, std::size_t col) const;
 
   const LocaleText& locale_;
   GridCells cells_;
   std::vector<std::string> variables_;  // by column
   double startRow_ = 1;
   std::string marker_;
+  bool textMissing_ = false;
+  std::vector<bool> imported_;  // by column
 };
 
 }  // namespace quorvex
