@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -50,7 +51,7 @@ class SurfaceObjects {
  private:
   const Object& At(SurfaceHandle handle) const { return objects_.at(handle - 1); }
 
-  std::vector<Object> objects_;  // by handle, from 1; the stock first
+  std::deque<Object> objects_;  // by handle, from 1, each at its place for good; the stock first
   SurfaceHandle pen_, brush_, font_;
 };
 
