@@ -123,10 +123,11 @@ TEST_F(VariableSelection, ReportsAllSubsetsAndSavesTheOneChosen) {
     EXPECT_EQ(FileText(text), copied.text().toStdString());
     EXPECT_EQ(FileText(html).rfind("<!DOCTYPE html>", 0), 0u);
     dialogs.Do([](QDialog& format) {
-      format.findChild<QComboBox*>("NumberFormat")->setCurrentText("0.00");
+      format.findChild<QComboBox*>("residuals")->setCurrentText("0.00");
       Press(format, QDialogButtonBox::Ok);
     });
     Click(report, "cmdFormat");
+    EXPECT_EQ(Cell(report, 6, 2), "0.84966");
     EXPECT_EQ(Cell(report, 6, 3), "169.29");
     // The second best.
     auto& table = In<QTableView>(report, "f1StepWise");

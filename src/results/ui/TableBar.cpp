@@ -17,12 +17,13 @@
 namespace quorvex {
 
 TableBar::TableBar(TableView& table, const NumberPatterns& patterns, Settings& settings, const LocaleText& locale,
-                   Prompter& user, QWidget* window)
+                   Prompter& user, QWidget* window, const QString& residuals)
     : QWidget(window),
       table_(table),
       settings_(settings),
       user_(user),
       patterns_(patterns),
+      residuals_(residuals),
       row_(new QHBoxLayout(this)) {
   row_->setContentsMargins(0, 0, 0, 0);
   row_->addStretch();
@@ -37,6 +38,7 @@ TableBar::TableBar(TableView& table, const NumberPatterns& patterns, Settings& s
 QPushButton* TableBar::Add(const char* name, const QString& text) {
   auto* button = new QPushButton(text, this);
   button->setObjectName(name);
+  button->setAutoDefault(false);
   row_->insertWidget(row_->count() - 1, button);
   return button;
 }
@@ -57,7 +59,7 @@ void TableBar::Copy() {
 }
 
 void TableBar::Format() {
-  TableFormat dialog(window(), patterns_, table_.TableFont());
+  TableFormat dialog(window(), patterns_, table_.TableFont(), residuals_);
   if (dialog.exec() != QDialog::Accepted) return;
   patterns_ = dialog.Patterns();
   const BusyCursor busy;

@@ -19,9 +19,9 @@ class TableBar : public QWidget {
   Q_OBJECT
 
  public:
-  // All of it outlives the row, which stands in the window of the table.
+  // All of it outlives the row, which stands in the window of the table. `residuals` is what the second pattern is for.
   TableBar(TableView& table, const NumberPatterns& patterns, Settings& settings, const LocaleText& locale,
-           Prompter& user, QWidget* window);
+           Prompter& user, QWidget* window, const QString& residuals = "&Residuals:");
 
   // A further command, behind the others.
   QPushButton* Add(const char* name, const QString& text);
@@ -46,6 +46,7 @@ class TableBar : public QWidget {
   Settings& settings_;
   Prompter& user_;
   NumberPatterns patterns_;
+  const QString residuals_;
   QHBoxLayout* row_;
 };
 

@@ -26,7 +26,7 @@ QComboBox* PatternList(QWidget* parent, const char* name, const std::string& cho
 
 }  // namespace
 
-TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font)
+TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font, const QString& residuals)
     : QDialog(parent),
       font_(font),
       values_(PatternList(this, "values", patterns.Values)),
@@ -41,7 +41,7 @@ TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   auto* form = new QFormLayout(this);
   form->addRow("&Values:", values_);
-  form->addRow("&Residuals:", residuals_);
+  form->addRow(residuals, residuals_);
   form->addRow("Sample:", sample_);
   form->addRow(choose);
   form->addRow(buttons);

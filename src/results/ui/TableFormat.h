@@ -9,10 +9,12 @@ class QLabel;
 
 namespace quorvex {
 
-// Asks how the tables of a results window write their numbers, and in which font.
+// Asks how the tables of a window write their numbers, and in which font.
 class TableFormat : public QDialog {
  public:
-  TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font);
+  // `residuals` is what the second pattern is for.
+  TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font,
+              const QString& residuals = "&Residuals:");
 
   NumberPatterns Patterns() const;
   QFont Font() const { return font_; }

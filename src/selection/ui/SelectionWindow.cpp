@@ -1,26 +1,18 @@
 #include "selection/ui/SelectionWindow.h"
 
-#include <QClipboard>
 #include <QDialogButtonBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QMimeData>
-#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 
-#include "core/ui/BusyCursor.h"
-#include "core/ui/Controls.h"
 #include "results/SaveResults.h"
-#include "results/ui/PaperJob.h"
-#include "results/ui/PrintTable.h"
+#include "results/ui/TableBar.h"
 #include "results/ui/TableView.h"
-#include "sheet/ui/EditDialogs.h"
 
 namespace quorvex {
 
-SelectionWindow::SelectionWindow(QWidget* parent, const LocaleText& locale, const Settings& settings, Prompter& user)
+SelectionWindow::SelectionWindow(QWidget* parent, const LocaleText& locale, Settings& settings, Prompter& user)
     : QDialog(parent),
       locale_(locale),
       settings_(settings),
@@ -35,23 +27,24 @@ void SelectionWindow::AddReport(QVBoxLayout& all, QWidget* beside) {
   row->addWidget(f1StepWise, 1);
   all.addLayout(row, 1);
 
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-  const auto add = [&](const char* name, const QString& text, auto command) {
-    QPushButton* button = Named(buttons->addButton(text, QDialogButtonBox::ActionRole), name);
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, command);
-    commands_.push_back(button);
-  };
-  add("cmdCopy", "&Copy", [this] { Copy(); });
-  add("cmdSave", "&Save...", [this] { Save(); });
-  add("cmdFormat", "F&ormat...", [this] { ChooseFormat(); });
-  add("cmdPrint", "&Print...", [this] { Print(); });
-  add("cmdExport", "Save as Pro&ject...", [this] { SaveProject(); });
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  connect(new QShortcut(QKeySequence::Print, this), &QShortcut::activated, this, [this] {
-    if (commands_.front()->isEnabled()) Print();
+  const SelectionFormat format = Format();
+  commands_ = new TableBar(*f1StepWise, {format.Values, format.Sums}, settings_, locale_, user_, this, "&Sums:");
+  // That name is of the command that exports the model.
+  commands_->findChild<QPushButton*>("cmdExport")->setObjectName("cmdSave");
+  connect(commands_->Add("cmdExport", "Save as Pro&ject..."), &QPushButton::clicked, this, [this] { SaveProject(); });
+  connect(commands_, &TableBar::ExportChosen, this, [this] { SaveTable(*f1StepWise->Table(), ReportName(), user_); });
+  connect(commands_, &TableBar::PatternsChosen, this, [this] {
+    const NumberPatterns& chosen = commands_->Patterns();
+    FormatChosen({chosen.Values, chosen.Residuals});
   });
-  all.addWidget(buttons);
+  connect(new QShortcut(QKeySequence::Print, this), &QShortcut::activated,
+          commands_->findChild<QPushButton*>("cmdPrint"), &QPushButton::click);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* bottom = new QHBoxLayout;
+  bottom->addWidget(commands_, 1);
+  bottom->addWidget(buttons);
+  all.addLayout(bottom);
   // All columns of a report, and its frame within the screen.
   resize(QSize(900, 620).boundedTo(screen()->availableSize() * 0.95));
   Enable(false);
@@ -63,28 +56,7 @@ void SelectionWindow::ShowReport(Report report) {
 }
 
 void SelectionWindow::Enable(bool on) {
-  for (QPushButton* command : commands_) command->setEnabled(on);
-}
-
-void SelectionWindow::Copy() const {
-  const BusyCursor busy;
-  QGuiApplication::clipboard()->setMimeData(f1StepWise->Copied());
-}
-
-void SelectionWindow::Save() const { SaveTable(*f1StepWise->Table(), ReportName(), user_); }
-
-void SelectionWindow::ChooseFormat() {
-  constexpr double kSample = -1234.56789012345;
-  if (const auto pattern = ChooseNumberFormat(this, Format().Values, kSample, locale_))
-    FormatChosen({*pattern, *pattern});
-}
-
-void SelectionWindow::Print() {
-  const QFont& font = f1StepWise->TableFont();
-  PrintOnPaper(this, font, settings_, user_, [&](QPrinter& printer, const QMargins& margins) {
-    printer.setFullPage(true);
-    PrintTable(*f1StepWise->Table(), windowTitle(), font, printer, margins);
-  });
+  for (QPushButton* command : commands_->findChildren<QPushButton*>()) command->setEnabled(on);
 }
 
 }  // namespace quorvex

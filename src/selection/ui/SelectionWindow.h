@@ -4,21 +4,22 @@
 
 #include "core/Prompter.h"
 #include "core/Settings.h"
+#include "results/FitInformation.h"
 #include "selection/SelectionReport.h"
 
-class QPushButton;
 class QVBoxLayout;
 
 namespace quorvex {
 
+class TableBar;
 class TableView;
 
-// What the windows of variable selection share: a report, with commands that copy, save, format and print it, and one
-// that saves the chosen model as a project.
+// What the windows of variable selection share: a report with the commands of a table, and one that saves the chosen
+// model as a project.
 class SelectionWindow : public QDialog {
  public:
   // Settings and prompter outlive the window.
-  SelectionWindow(QWidget* parent, const LocaleText& locale, const Settings& settings, Prompter& user);
+  SelectionWindow(QWidget* parent, const LocaleText& locale, Settings& settings, Prompter& user);
 
  protected:
   // Puts the report and the row of commands below what `all` has, another widget beside the report where there is one.
@@ -34,17 +35,12 @@ class SelectionWindow : public QDialog {
   virtual std::string ReportName() const = 0;
 
   const LocaleText locale_;
-  const Settings& settings_;
+  Settings& settings_;
   Prompter& user_;
   TableView* f1StepWise;
 
  private:
-  void Copy() const;
-  void Save() const;
-  void ChooseFormat();
-  void Print();
-
-  std::vector<QPushButton*> commands_;
+  TableBar* commands_ = nullptr;  // once there is a report
 };
 
 }  // namespace quorvex

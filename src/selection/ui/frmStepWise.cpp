@@ -67,7 +67,7 @@ struct frmStepWise::Run : SelectionForm {
 };
 
 frmStepWise::frmStepWise(QWidget* parent, SelectionData selection, VarSelect choices, const LocaleText& locale,
-                         const Settings& settings, Prompter& user)
+                         Settings& settings, Prompter& user)
     : SelectionWindow(parent, locale, settings, user),
       run_(std::make_shared<Run>(std::move(selection), std::move(choices), locale)),
       lblStatus(Named(new QLabel(this), "lblStatus")),

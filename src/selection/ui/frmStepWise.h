@@ -17,8 +17,8 @@ class frmStepWise : public SelectionWindow {
   Q_OBJECT
 
  public:
-  frmStepWise(QWidget* parent, SelectionData selection, VarSelect choices, const LocaleText& locale,
-              const Settings& settings, Prompter& user);
+  frmStepWise(QWidget* parent, SelectionData selection, VarSelect choices, const LocaleText& locale, Settings& settings,
+              Prompter& user);
 
   void reject() override;  // a run has to be aborted before the window closes
 

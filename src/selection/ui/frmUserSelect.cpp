@@ -12,7 +12,7 @@
 namespace quorvex {
 
 frmUserSelect::frmUserSelect(QWidget* parent, SelectionData selection, bool intercept, const LocaleText& locale,
-                             const Settings& settings, Prompter& user)
+                             Settings& settings, Prompter& user)
     : SelectionWindow(parent, locale, settings, user),
       manual_(std::move(selection), intercept, locale),
       lstVariables(Named(new QListWidget(this), "lstVariables")) {

@@ -12,8 +12,8 @@ class frmUserSelect : public SelectionWindow {
   Q_OBJECT
 
  public:
-  frmUserSelect(QWidget* parent, SelectionData selection, bool intercept, const LocaleText& locale,
-                const Settings& settings, Prompter& user);
+  frmUserSelect(QWidget* parent, SelectionData selection, bool intercept, const LocaleText& locale, Settings& settings,
+                Prompter& user);
 
  protected:
   SelectionFormat Format() const override { return manual_.Format(); }

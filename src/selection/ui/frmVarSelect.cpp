@@ -206,7 +206,7 @@ void frmVarSelect::Accept() {
 
 }  // namespace
 
-void ShowVariableSelection(QWidget* over, const DataSheet& sheet, const LocaleText& locale, const Settings& settings,
+void ShowVariableSelection(QWidget* over, const DataSheet& sheet, const LocaleText& locale, Settings& settings,
                            Prompter& user) {
   const std::optional<GatheredData> gathered = GatherForSelection(sheet, settings, user);
   if (!gathered) return;

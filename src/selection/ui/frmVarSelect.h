@@ -10,7 +10,7 @@ class QWidget;
 namespace quorvex {
 
 // The Variable Selection command: asks how to search, and shows the search. Settings and prompter outlive the call.
-void ShowVariableSelection(QWidget* over, const DataSheet& sheet, const LocaleText& locale, const Settings& settings,
+void ShowVariableSelection(QWidget* over, const DataSheet& sheet, const LocaleText& locale, Settings& settings,
                            Prompter& user);
 
 }  // namespace quorvex
