@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "files/UserModelFiles.h"
+#include "import/DeviationColumn.h"
 
 namespace quorvex {
 
@@ -11,9 +12,10 @@ ProjectKind DefaultKind(const Settings& settings) {
   return {static_cast<std::size_t>(variables), settings.Flag("default_showsdev")};
 }
 
-ProjectKind KindForColumns(std::size_t columns) {
-  constexpr std::size_t kMost = kMostIndependentVariables;
-  return {.IndependentVariables = columns < 2 ? 1 : std::min(columns - 1, kMost)};
+ProjectKind KindForColumns(const std::vector<std::string>& columns) {
+  const bool deviation = DeviationColumn(columns) != 0;
+  const std::size_t others = deviation ? 2 : 1, count = std::max(columns.size(), others + 1) - others;
+  return {std::min<std::size_t>(count, kMostIndependentVariables), deviation};
 }
 
 Project FreshProject(const ProjectKind& kind, const std::string& name, const Settings& settings,

@@ -11,8 +11,9 @@ namespace quorvex {
 
 // The kind that the preferences name.
 ProjectKind DefaultKind(const Settings& settings);
-// The kind to propose for a file of so many columns: the last one is Y.
-ProjectKind KindForColumns(std::size_t columns);
+// The kind to propose for a file with columns of these names: the last one is Y, but for one that is named as its
+// standard deviation.
+ProjectKind KindForColumns(const std::vector<std::string>& columns);
 
 // A new project as the preferences want it: with the models of the user's own file where it is to have them, and the
 // solver's limits.

@@ -23,14 +23,6 @@ QString ChooseDataFile(quorvexWindow& window) {
   return file;
 }
 
-bool ShowImport(quorvexWindow& window, DataImport& import, const SheetEdit& edit) {
-  // Asked before the import, after which no project is fresh.
-  const bool fresh = window.Document().IsFresh();
-  if (!ImportFile(&window, import, edit)) return false;
-  if (fresh) import.NameVariables(edit.Sheet, edit.Locale);
-  return true;
-}
-
 }  // namespace
 
 void ImportTextOrSpreadsheet(quorvexWindow& window) {
@@ -38,24 +30,19 @@ void ImportTextOrSpreadsheet(quorvexWindow& window) {
   if (file.isEmpty()) return;
   window.Run([&](const SheetEdit& edit) {
     const auto import = ImportData(file.toStdString(), edit);
-    return import != nullptr && ShowImport(window, *import, edit);
+    return import != nullptr && ImportFile(&window, *import, edit);
   });
 }
 
 void ImportFromDatabase(quorvexWindow& window) {
   window.Run([&](const SheetEdit& edit) {
-    if (!ConfirmOverwrite(edit)) return false;
-    const bool fresh = window.Document().IsFresh();
-    const auto import = ImportTable(&window, edit, DatabaseUse::From(window.Preferences()));
-    if (import == nullptr) return false;
-    if (fresh) import->NameVariables(edit.Sheet, edit.Locale);
-    return true;
+    return ConfirmOverwrite(edit) && ImportTable(&window, edit, DatabaseUse::From(window.Preferences()));
   });
 }
 
 bool ImportInto(quorvexWindow& window, DataImport& import) {
   bool imported = false;
-  window.Run([&](const SheetEdit& edit) { return imported = ShowImport(window, import, edit); });
+  window.Run([&](const SheetEdit& edit) { return imported = ImportFile(&window, import, edit); });
   return imported;
 }
 

@@ -5,6 +5,7 @@
 #include <numeric>
 #include <utility>
 
+#include "import/DeviationColumn.h"
 #include "sheet/CopyCells.h"
 
 namespace quorvex {
@@ -50,8 +51,11 @@ void ColumnAssignment::UnAssign(std::size_t variable) { columns_[variable - 1] =
 void ColumnAssignment::AssignInOrder() {
   const auto none = [](std::size_t column) { return column == 0; };
   // Only where the columns are as many as the variables and nothing was assigned: all else would be a guess.
-  if (columnCount_ == columns_.size() && std::all_of(columns_.begin(), columns_.end(), none))
-    std::iota(columns_.begin(), columns_.end(), std::size_t{1});
+  if (columnCount_ != columns_.size() || !std::all_of(columns_.begin(), columns_.end(), none)) return;
+  std::iota(columns_.begin(), columns_.end(), std::size_t{1});
+  if (const std::size_t deviation = hasDeviation_ ? DeviationColumn(lstColumns()) : 0; deviation != 0)
+    std::rotate(columns_.begin() + static_cast<std::ptrdiff_t>(deviation) - 1,
+                columns_.begin() + static_cast<std::ptrdiff_t>(deviation), columns_.end());
 }
 
 std::string ColumnAssignment::VariableOf(std::size_t column) const {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Prompter.h"
@@ -15,11 +16,15 @@ namespace quorvex {
 class ColumnAssignment {
  public:
   // Of the sheet's columns, by the texts of their headers. Nothing is assigned.
-  explicit ColumnAssignment(const DataSheet& sheet) : variables_(sheet.Headers), columns_(sheet.Headers.size()) {}
+  explicit ColumnAssignment(const DataSheet& sheet)
+      : variables_(sheet.Headers), columns_(sheet.Headers.size()), hasDeviation_(sheet.HasStandardDeviation) {}
 
   // How many columns the data has, and the names of those that have one. Variables that had a column behind the last
   // are without one again.
   void SetColumns(std::size_t count, std::vector<std::string> names = {});
+
+  // Other names for the same columns.
+  void NameColumns(std::vector<std::string> names) { names_ = std::move(names); }
 
   std::vector<std::string> lstColumns() const;   // "Column 1", or its name
   std::vector<std::string> lstHeaders() const;   // "X", or "X: Column 3"
@@ -28,7 +33,8 @@ class ColumnAssignment {
   // A column that another variable had is taken from that.
   void Assign(std::size_t column, std::size_t variable);
   void UnAssign(std::size_t variable);
-  // Where nothing is assigned and there are as many columns as variables: each column to the variable in its place.
+  // Where nothing is assigned and there are as many columns as variables: each column to the variable in its place, but
+  // one that is named so to the standard deviation.
   void AssignInOrder();
   std::size_t ColumnOf(std::size_t variable) const { return columns_[variable - 1]; }  // 0 for none
   std::string VariableOf(std::size_t column) const;                                    // "" for none
@@ -45,6 +51,7 @@ class ColumnAssignment {
  private:
   std::vector<std::string> variables_;
   std::vector<std::size_t> columns_;  // by variable
+  bool hasDeviation_;                 // the last variable is one
   std::size_t columnCount_ = 0;
   std::vector<std::string> names_;  // of the columns
 

@@ -89,6 +89,10 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
     // Here and not before: an import that was refused leaves no step to undo.
     edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
     Columns.MoveInto(*rows, rowCount, edit.Sheet);
+    if (ckHeadings) {
+      ReadHeadings(edit.Locale);
+      NameVariables(edit.Sheet);
+    }
     if (texts.Count > toldTexts_) edit.User.Inform(texts.Sentence());
     return ImportOutcome::Imported;
   } catch (const std::bad_alloc&) {
@@ -115,26 +119,29 @@ TextCells DataImport::ReadTexts(GridCells& rows, std::size_t count, const Locale
   return texts;
 }
 
-void DataImport::NameVariables(DataSheet& sheet, const LocaleText& locale) {
-  std::vector<std::string> headers = sheet.Headers;
-  for (std::size_t v = 1; v <= headers.size(); ++v)
-    if (const std::string name = Columns.NameOf(Columns.ColumnOf(v)); !name.empty()) headers[v - 1] = name;
-  if (headers != sheet.Headers) {
-    sheet.Headers = std::move(headers);
-    return;
+std::vector<std::string> DataImport::Headings(const LocaleText& locale) const {
+  if (!cells_.ColumnNames.empty()) return cells_.ColumnNames;
+  const double line = StartRow(locale) - 1;
+  const std::size_t columns = Columns.lstColumns().size();
+  if (line < 1 || line > static_cast<double>(cells_.GridLastRow())) return {};
+  std::vector<std::string> headings(columns);
+  std::size_t words = 0;
+  for (std::size_t col = 1; col <= columns; ++col) {
+    const double cell = cells_.Cell(static_cast<std::size_t>(line), col);
+    if (GridCells::IsEmpty(cell)) continue;
+    if (!StaysText(cells_, cell, locale)) return {};
+    headings[col - 1] = cells_.TextBehind(cell);
+    ++words;
   }
-  const double startRow = StartRow(locale);
-  if (startRow < 2) return;
-  const Result<GridCells> line = ReadRows(static_cast<std::size_t>(startRow) - 1, 1, "")(LongWork());
-  if (!line) return;
-  for (std::size_t v = 1; v <= headers.size(); ++v) {
-    const std::size_t col = Columns.ColumnOf(v);
-    if (col == 0) continue;
-    // Names are words in all columns that are imported; anything else is a line of data.
-    if (!GridCells::IsText(line->Cell(1, col))) return;
-    headers[v - 1] = line->GridCellText(1, col);
-  }
-  sheet.Headers = std::move(headers);
+  // A single text above several columns is a title. Row numbers have no heading.
+  return words > 1 || words == columns ? headings : std::vector<std::string>();
+}
+
+void DataImport::ReadHeadings(const LocaleText& locale) { Columns.NameColumns(Headings(locale)); }
+
+void DataImport::NameVariables(DataSheet& sheet) const {
+  for (std::size_t v = 1; v <= sheet.Headers.size(); ++v)
+    if (std::string name = Columns.NameOf(Columns.ColumnOf(v)); !name.empty()) sheet.Headers[v - 1] = std::move(name);
 }
 
 std::string DataImport::IncompleteQuestion() const {

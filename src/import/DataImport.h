@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/Result.h"
 #include "import/ColumnAssignment.h"
@@ -38,6 +39,7 @@ class DataImport {
   bool ckMissingData = false;
   std::string txtMissingData;    // cells with this text are left empty, where ckMissingData is ticked
   std::string ImportText = "1";  // the first data line, counted from 1
+  bool ckHeadings = false;       // the variables are named after the headings of their columns
   bool ckTextMissing = false;    // cells that are no numbers are left empty
 
   // "Preview of 'runs.txt' (first 200 lines)".
@@ -54,6 +56,10 @@ class DataImport {
   // or of a preview's where the source isn't at hand.
   TextCells TextsToImport(const LocaleText& locale);
 
+  // Names the columns as the source does, or else after the headings: the line above the data, where that has words and
+  // no number.
+  void ReadHeadings(const LocaleText& locale);
+
   // Where the data begins in a preview, counted from 1: at the first line with a number or a date. 1 where there is
   // none.
   static std::size_t FirstDataLine(const GridCells& preview, const LocaleText& locale);
@@ -66,10 +72,6 @@ class DataImport {
   // the value that the cell would have. Says what is wrong and whether rows are left out. While the source is read the
   // user can cancel, which changes nothing and stays. Texts that TextsToImport hasn't counted are told.
   ImportOutcome Finish(const SheetEdit& edit);
-
-  // Names the variables of a new project, whose data was imported, after the source's columns. Where those have no
-  // names, after the headings: the line above the data, where that has a text for each assigned column.
-  void NameVariables(DataSheet& sheet, const LocaleText& locale);
 
  protected:
   DataImport(std::string source, const DataSheet& sheet) : Columns(sheet), Source(std::move(source)) {}
@@ -86,6 +88,9 @@ class DataImport {
 
  private:
   std::string Marker() const;
+  std::vector<std::string> Headings(const LocaleText& locale) const;
+  // Names the variables after the columns they have, where those have a name.
+  void NameVariables(DataSheet& sheet) const;
   // Makes numbers of the texts that are typed ones, and of the others empty cells where those are to be left out.
   // Returns the others.
   TextCells ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const;

@@ -35,7 +35,10 @@ TEST(ProjectKind, StaysWithinWhatASheetTakes) {
     EXPECT_EQ(DefaultKind(settings).IndependentVariables, variables) << stored;
   }
   for (const auto& [columns, variables] : {std::pair<std::size_t, std::size_t>{0, 1}, {1, 1}, {2, 1}, {4, 3}, {40, 20}})
-    EXPECT_EQ(KindForColumns(columns), (ProjectKind{variables, false})) << columns;
+    EXPECT_EQ(KindForColumns(std::vector<std::string>(columns, "a")), (ProjectKind{variables, false})) << columns;
+  EXPECT_EQ(KindForColumns({"t", "y", "sd"}), (ProjectKind{1, true}));
+  EXPECT_EQ(KindForColumns({"t", "error", "y", "z"}), (ProjectKind{2, true}));
+  EXPECT_EQ(KindForColumns({"t", "error"}), (ProjectKind{1, false}));
 }
 
 TEST(NextUntitled, TakesTheFirstNumberThatIsFree) {

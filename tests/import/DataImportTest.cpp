@@ -165,9 +165,9 @@ TEST(TextImport, ReadsTheSampleFilesAsTheyAre) {
     const std::size_t columns = desk.Sheet.ColumnCount();
     ASSERT_EQ(import->Columns.lstColumns().size(), columns);
     import->Columns.AssignInOrder();
-    import->NameVariables(desk.Sheet, desk.Locale);
-    EXPECT_EQ(desk.Sheet.Headers, Names(file, c.delimiter));
+    import->ckHeadings = true;
     EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
+    EXPECT_EQ(desk.Sheet.Headers, Names(file, c.delimiter));
     EXPECT_EQ(desk.User.Said, Texts());
     EXPECT_EQ(desk.Undo, Texts{"&Undo Import"});
 
@@ -294,16 +294,17 @@ TEST(DataImport, SuggestsWhatIsObvious) {
   const struct {
     const char* text;
     std::size_t firstDataLine;
-    Texts headers, named;  // the assignments, and the names that a new project would get
+    Texts headers, named;  // the assignments, and the names that the variables get
   } kCases[] = {
-      {"t,p\n1,2\n", 2, {"X: Column 1", "Y: Column 2"}, {"t", "p"}},
-      {"made in May\nt,p\ns,Pa\nNA,2\n", 4, {"X: Column 1", "Y: Column 2"}, {"s", "Pa"}},
+      {"t,p\n1,2\n", 2, {"X: t", "Y: p"}, {"t", "p"}},
+      {"made in May\nt,p\ns,Pa\nNA,2\n", 4, {"X: s", "Y: Pa"}, {"s", "Pa"}},
       {"1,2\n3,4\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
-      {"\"made in May\"\n\"t\",\"p of it\"\n\"1.5\",\"2\"\n", 3, {"X: Column 1", "Y: Column 2"}, {"t", "p of it"}},
+      {"\"made in May\"\n\"t\",\"p of it\"\n\"1.5\",\"2\"\n", 3, {"X: t", "Y: p of it"}, {"t", "p of it"}},
       {"2020-01-15,NA\n2020-01-16,1\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
       {",p\n1,2\n", 2, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
-      {"n,t,p\n1,2,3\n", 2, {"X", "Y"}, {"X", "Y"}},
-      {"p\n1\n", 2, {"X", "Y"}, {"X", "Y"}},
+      {"made in May\n1,2\n", 2, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
+      {"n,t,p\n1,2,3\n", 2, {"X", "Y"}, {"n", "Y"}},
+      {"p\n1\n", 2, {"X", "Y"}, {"p", "Y"}},
       {"no,number\nat,all\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
   };
   for (const auto& c : kCases) {
@@ -311,12 +312,22 @@ TEST(DataImport, SuggestsWhatIsObvious) {
     const auto import = desk.OpenText(folder.Write("runs.txt", c.text));
     const std::size_t line = DataImport::FirstDataLine(*import->Preview(), desk.Locale);
     EXPECT_EQ(line, c.firstDataLine) << c.text;
+    import->ImportText = std::to_string(line);
+    import->ReadHeadings(desk.Locale);
     import->Columns.AssignInOrder();
     EXPECT_EQ(import->Columns.lstHeaders(), c.headers) << c.text;
-    import->ImportText = std::to_string(line);
-    import->NameVariables(desk.Sheet, desk.Locale);
+    if (c.headers[0] == "X") import->Columns.Assign(1, 1);
+    import->ckHeadings = true;
+    EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
     EXPECT_EQ(desk.Sheet.Headers, c.named) << c.text;
   }
+  // Deviations are known by their heading, wherever they stand.
+  Desk weighted(2, true);
+  const auto sd = weighted.OpenText(folder.Write("sd.txt", "a,y error,b,y\n1,2,3,4\n"));
+  sd->ImportText = "2";
+  sd->ReadHeadings(weighted.Locale);
+  sd->Columns.AssignInOrder();
+  EXPECT_EQ(sd->Columns.lstHeaders(), (Texts{"X1: a", "X2: b", "Y: y", "StDev: y error"}));
   // What the user has assigned stays.
   Desk desk;
   const auto import = desk.OpenText(folder.Write("runs.txt", "t,p\n1,2\n"));

@@ -58,7 +58,7 @@ class Import : public Frame {
       EXPECT_EQ(form.windowTitle(), "New Project");
       EXPECT_EQ(In<QSpinBox>(form, "txtVariables").value(), guessed);
       In<QSpinBox>(form, "txtVariables").setValue(variables);
-      if (sd) Click(form, "chkStDev");
+      In<QCheckBox>(form, "chkStDev").setChecked(sd);
       QTest::keyClick(&form, Qt::Key_Return);
     });
   }
@@ -75,9 +75,9 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
       EXPECT_EQ(In<QCheckBox>(form, name).isChecked(), checked) << name;
     EXPECT_EQ(In<QCheckBox>(form, "DupCheck").text().remove('&'), "Treat consecutive delimeters as one");
     EXPECT_EQ(In<QCheckBox>(form, "ckLocale").text().remove('&'), "Interpret \".\" as decimal symbol");
-    EXPECT_EQ(Lines(form, "lstColumns"), (Texts{"Column 1", "Column 2", "Column 3", "Column 4"}));
+    EXPECT_EQ(Lines(form, "lstColumns"), (Texts{"id", "t", "y", "Column 4"}));
     Click(form, "Comma");
-    EXPECT_EQ(Lines(form, "lstColumns"), (Texts{"Column 1", "Column 2", "Column 3"}));
+    EXPECT_EQ(Lines(form, "lstColumns"), (Texts{"id", "t", "y"}));
     EXPECT_EQ(Cell(form, 2, 2), "0,5");
     Click(form, "ckLocale");
     EXPECT_EQ(Cell(form, 2, 2), "0.5");
@@ -96,16 +96,16 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     QTest::mouseClick(preview.viewport(), Qt::LeftButton, {}, preview.visualRect(Preview(form, 3, 2)).center());
     EXPECT_EQ(List(form, "lstColumns").currentRow(), 1);
     DoubleClick(form, "lstHeaders", 0);
-    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y"}));
-    EXPECT_EQ(preview.model()->headerData(1, Qt::Horizontal).toString(), "Column 2\nX");
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: t", "Y"}));
+    EXPECT_EQ(preview.model()->headerData(1, Qt::Horizontal).toString(), "t\nX");
     Click(form, "Finish");
     EXPECT_TRUE(dialogs.Said.back().starts_with(kSomeUnassigned));
     Click(form, "cmdAssign");  // the next of both lists
-    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y: Column 3"}));
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: t", "Y: y"}));
     Click(form, "cmdUnAssign");
-    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y"}));
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: t", "Y"}));
     DoubleClick(form, "lstColumns", 2);
-    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: Column 2", "Y: Column 3"}));
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: t", "Y: y"}));
     auto& start = In<QSpinBox>(form, "UpDnStartRow");
     start.setFocus();
     start.selectAll();
@@ -115,6 +115,7 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
     EXPECT_EQ(dialogs.Said.back(), "The start row you specified is larger than the number of lines in the file.");
     EXPECT_EQ(form.focusWidget(), &In(form, "UpDnStartRow"));
     for (int i = 0; i < 3; ++i) QTest::keyClick(form.focusWidget(), Qt::Key_Down);
+    EXPECT_TRUE(In<QCheckBox>(form, "ckHeadings").isChecked());
     EXPECT_EQ(StartRow(form), "2");
     auto& texts = In<QCheckBox>(form, "ckTextMissing");
     EXPECT_EQ(texts.text(), "1 cell is text: NA. Read it as missin&g?");
@@ -163,7 +164,10 @@ TEST_F(Import, AsksBeforeItOverwritesAndLeavesTheSheetWhereCancelled) {
   EXPECT_EQ(Rows(), Texts{"1 -"});
   dialogs.ChooseFile(file);
   dialogs.Press(QMessageBox::Yes);
-  dialogs.Do([](QDialog& form) { Click(form, "Finish"); });
+  dialogs.Do([](QDialog& form) {
+    EXPECT_FALSE(In<QCheckBox>(form, "ckHeadings").isChecked());
+    Click(form, "Finish");
+  });
   Trigger("mnuDataImport");
   EXPECT_EQ(Rows(), (Texts{"7 8", "9 10"}));
   EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y"}));  // a project in use keeps its names
@@ -193,7 +197,7 @@ TEST_F(Import, OpensAFileOfTheCommandLine) {
     const std::string file = TestData(c.File);
     dialogs.Said.clear();
     dialogs.Press(QMessageBox::Ok);
-    ChooseKind(c.Variables + c.Sd, c.Variables, c.Sd);
+    ChooseKind(c.Variables, c.Variables, c.Sd);
     dialogs.Do([&](QDialog& form) {
       EXPECT_EQ(form.windowTitle().toStdString(),
                 "Preview of '" + file + "'" + (c.Rows > 200 ? " (first 200 lines)" : ""));
@@ -401,15 +405,16 @@ TEST_F(Import, IsUsedByKeysAndReadAloud) {
     EXPECT_EQ(met, order);
     form.reject();
   };
-  const Texts shared = {"DataPreview", "UpDnStartRow", "ckMissingData", "lstColumns",
+  const Texts shared = {"DataPreview", "UpDnStartRow", "ckMissingData", "ckHeadings",   "lstColumns",
                         "cmdAssign",   "lstHeaders",   "Finish",        "CancelCommand"};
-  const auto behind = [&](Texts first) {
+  const auto behind = [&](Texts first, bool texts) {
     first.insert(first.end(), shared.begin(), shared.end());
+    if (texts) first.insert(std::ranges::find(first, "lstColumns"), "ckTextMissing");
     return first;
   };
   for (const auto& [file, order] :
-       {std::pair("women.txt", behind({"Tab", "Comma", "SemiColon", "Space", "DupCheck", "ckLocale"})),
-        {"spreadsheets/runs.ods", behind({"cboSheet"})}}) {
+       {std::pair("women.txt", behind({"Tab", "Comma", "SemiColon", "Space", "DupCheck", "ckLocale"}, false)),
+        {"spreadsheets/runs.ods", behind({"cboSheet"}, true)}}) {
     dialogs.ChooseFile(TestData(file));
     dialogs.Do([&, order = order](QDialog& form) {
       List(form, "lstHeaders").setCurrentRow(0);

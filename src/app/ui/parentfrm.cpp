@@ -181,8 +181,11 @@ void parentfrm::ImportDataFile(const QString& fileName) {
   Result<std::unique_ptr<DataImport>> opened = OpenImport(fileName.toStdString(), none, session_.Locale, &user_);
   if (!opened) return TellFailure(opened.error(), user_);
   DataImport& import = **opened;
-  if (const auto preview = import.Preview(&user_); !preview) return TellFailure(preview.error(), user_);
-  const auto kind = AskProjectKind(this, KindForColumns(import.Columns.lstColumns().size()));
+  const auto preview = import.Preview(&user_);
+  if (!preview) return TellFailure(preview.error(), user_);
+  import.ImportText = std::to_string(DataImport::FirstDataLine(*preview, session_.Locale));
+  import.ReadHeadings(session_.Locale);
+  const auto kind = AskProjectKind(this, KindForColumns(import.Columns.lstColumns()));
   if (!kind) return;
   quorvexWindow* before = ActiveProject();
   quorvexWindow& window = ShowFresh(*kind);

@@ -27,6 +27,7 @@ ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
       UpDnStartRow(Named(new QSpinBox, "UpDnStartRow")),
       ckMissingData(Named(new QCheckBox("Missing data is &written as"), "ckMissingData")),
       txtMissingData(Named(new QLineEdit, "txtMissingData")),
+      ckHeadings(Named(new QCheckBox("Name the variables &by the headings"), "ckHeadings")),
       ckTextMissing(Named(new QCheckBox, "ckTextMissing")),
       lstColumns(Named(new QListWidget, "lstColumns")),
       lstHeaders(Named(new QListWidget, "lstHeaders")),
@@ -35,11 +36,16 @@ ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
       Finish(Named(new QPushButton("&Finish"), "Finish")),
       CancelCommand(Named(new QPushButton("Cance&l"), "CancelCommand")) {
   body_ = Body();
+  // A sheet that nobody has begun takes the names; in one that is in use they are for the user to choose.
+  const DataSheet& sheet = edit.Sheet;
+  ckHeadings->setChecked(sheet.Cells.GridLastRow() == 0 &&
+                         sheet.Headers == DefaultHeaders(sheet.IndependentVariables, sheet.HasStandardDeviation));
   connect(UpDnStartRow, &QSpinBox::valueChanged, this, [this] {
     startRowChosen_ = true;
     ShowChoices();
   });
   connect(ckMissingData, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
+  connect(ckHeadings, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
   connect(ckTextMissing, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
   connect(txtMissingData, &QLineEdit::textChanged, this, &ImportDialog::ShowChoices);
   connect(DataPreview->selectionModel(), &QItemSelectionModel::currentColumnChanged, this,
@@ -85,6 +91,8 @@ QWidget* ImportDialog::Body() {
   UpDnStartRow->setAccessibleName("First line of data");
   UpDnStartRow->setMinimumWidth(fontMetrics().horizontalAdvance("00000000") + 40);
   txtMissingData->setAccessibleName("Text of missing data");
+  ckTextMissing->setAccessibleName("Read texts as missing");  // its words tell which they are
+  ckTextMissing->hide();                                      // until there is any
 
   auto* choices = new QHBoxLayout;
   choices->addWidget(LabelFor(UpDnStartRow, "Fi&rst line of data:"));
@@ -99,6 +107,7 @@ QWidget* ImportDialog::Body() {
   rows->addWidget(LabelFor(DataPreview, "&Preview:"));
   rows->addWidget(DataPreview, 3);
   rows->addLayout(choices);
+  rows->addWidget(ckHeadings);
   rows->addWidget(ckTextMissing);
   rows->addWidget(Lists(), 2);
   return body;
@@ -147,13 +156,16 @@ void ImportDialog::Reload() {
     TellFailure(rows.error(), edit_.User);
     rows = GridCells();
   }
-  import_->Columns.AssignInOrder();
   if (!startRowChosen_) {
     // The signal stands for a choice of the user's, after which nothing is proposed any more.
     const QSignalBlocker quiet(UpDnStartRow);
     UpDnStartRow->setValue(static_cast<int>(DataImport::FirstDataLine(*rows, edit_.Locale)));
   }
+  import_->ImportText = UpDnStartRow->findChild<QLineEdit*>()->text().toStdString();
+  import_->ReadHeadings(edit_.Locale);
+  import_->Columns.AssignInOrder();
   model_->Show(std::move(*rows));
+  model_->ShowVariables(import_->Columns);
   DataPreview->resizeColumnsToContents();
   DataPreview->setCurrentIndex(model_->index(0, 0));
   const int column = lstColumns->currentRow();
@@ -161,7 +173,6 @@ void ImportDialog::Reload() {
   for (const std::string& line : import_->Columns.lstColumns()) lstColumns->addItem(QString::fromStdString(line));
   lstColumns->setCurrentRow(column >= 0 && column < lstColumns->count() ? column : 0);
   ShowChoices();
-  ShowAssignments();
 }
 
 void ImportDialog::ShowChoices() {
@@ -173,7 +184,9 @@ void ImportDialog::ShowChoices() {
   import_->ckTextMissing = ckTextMissing->isChecked();
   model_->SetKept(import_->StartRow(edit_.Locale),
                   import_->ckMissingData ? txtMissingData->text().trimmed().toStdString() : "", import_->ckTextMissing);
-  ShowTexts();
+  import_->ckHeadings = ckHeadings->isChecked();
+  import_->ReadHeadings(edit_.Locale);
+  ShowAssignments();
 }
 
 void ImportDialog::ShowTexts() {
@@ -190,6 +203,14 @@ void ImportDialog::ShowAssignments() {
   const std::vector<std::string> lines = import_->Columns.lstHeaders();
   for (int v = 0; v < lstHeaders->count(); ++v)
     lstHeaders->item(v)->setText(QString::fromStdString(lines[static_cast<std::size_t>(v)]));
+  const std::vector<std::string> columns = import_->Columns.lstColumns();
+  bool named = false;
+  for (int col = 0; col < lstColumns->count(); ++col) {
+    const auto column = static_cast<std::size_t>(col);
+    lstColumns->item(col)->setText(QString::fromStdString(columns[column]));
+    named = named || !import_->Columns.NameOf(column + 1).empty();
+  }
+  ckHeadings->setEnabled(named);
   model_->ShowVariables(import_->Columns);
   const int variable = lstHeaders->currentRow();
   ShowTexts();

@@ -37,7 +37,7 @@ class ImportDialog : public QDialog {
   QWidget* Lists();
   void ShowChoices();      // what stands in the controls
   void ShowTexts();        // how many cells are no numbers
-  void ShowAssignments();  // which column goes where
+  void ShowAssignments();  // which column goes where, by their names
   void Assign();
   void UnAssign();
   void FinishImport();
@@ -52,7 +52,7 @@ class ImportDialog : public QDialog {
   QSpinBox* UpDnStartRow;
   QCheckBox* ckMissingData;
   QLineEdit* txtMissingData;
-  QCheckBox* ckTextMissing;
+  QCheckBox *ckHeadings, *ckTextMissing;
   QListWidget *lstColumns, *lstHeaders;
   QPushButton *cmdAssign, *cmdUnAssign, *Finish, *CancelCommand;
 };

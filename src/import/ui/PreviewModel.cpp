@@ -34,9 +34,11 @@ void PreviewModel::SetKept(double startRow, std::string marker, bool textMissing
 }
 
 void PreviewModel::ShowVariables(const ColumnAssignment& columns) {
+  names_.clear();
   variables_.clear();
   imported_.clear();
   for (std::size_t col = 1; col <= cells_.GridLastCol(); ++col) {
+    names_.push_back(columns.NameOf(col));
     variables_.push_back(columns.VariableOf(col));
     imported_.push_back(columns.MayBeImported(col));
   }
@@ -88,7 +90,7 @@ QVariant PreviewModel::headerData(int section, Qt::Orientation orientation, int 
   if (orientation == Qt::Vertical) return section + 1;
   const auto col = static_cast<std::size_t>(section);
   const std::string variable = col < variables_.size() ? variables_[col] : "";
-  const std::string name = cells_.ColumnName(col + 1);
+  const std::string name = col < names_.size() ? names_[col] : "";
   const QString column = name.empty() ? QString("Column %1").arg(section + 1) : QString::fromStdString(name);
   return column + '\n' + QString::fromStdString(variable);
 }

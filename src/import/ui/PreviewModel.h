@@ -33,7 +33,7 @@ class PreviewModel : public QAbstractTableModel {
 
   const LocaleText& locale_;
   GridCells cells_;
-  std::vector<std::string> variables_;  // by column
+  std::vector<std::string> names_, variables_;  // by column
   double startRow_ = 1;
   std::string marker_;
   bool textMissing_ = false;

@@ -19,9 +19,6 @@ class frmDataBase : public ImportDialog {
  public:
   frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent);
 
-  // What was imported, once the dialog was accepted.
-  std::unique_ptr<DataImport> TakeImport() { return std::move(import_); }
-
  private:
   QLayout* SourceFields();
   void ChooseSource(int index);
@@ -138,9 +135,8 @@ void frmDataBase::ChooseTable(int index) {
 
 }  // namespace
 
-std::unique_ptr<DataImport> ImportTable(QWidget* over, const SheetEdit& edit, const DatabaseUse& use) {
-  frmDataBase form(edit, use, over);
-  return form.exec() == QDialog::Accepted ? form.TakeImport() : nullptr;
+bool ImportTable(QWidget* over, const SheetEdit& edit, const DatabaseUse& use) {
+  return frmDataBase(edit, use, over).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex

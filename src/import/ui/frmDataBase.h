@@ -1,15 +1,13 @@
 #pragma once
 
-#include <memory>
-
 #include "import/DatabaseImport.h"
 
 class QWidget;
 
 namespace quorvex {
 
-// The import from a database: which one, which of its tables, and what all imports ask. What was imported; null, and
-// the sheet is as it was, where the user cancels or the import fails.
-std::unique_ptr<DataImport> ImportTable(QWidget* over, const SheetEdit& edit, const DatabaseUse& use);
+// The import from a database: which one, which of its tables, and what all imports ask. False, and the sheet is as
+// it was, where the user cancels or the import fails.
+bool ImportTable(QWidget* over, const SheetEdit& edit, const DatabaseUse& use);
 
 }  // namespace quorvex
