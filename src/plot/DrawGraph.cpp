@@ -47,7 +47,7 @@ std::optional<std::string> PlotClass::DrawContents(DrawingSurface& surface, cons
   DrawAxes(surface, *this, metrics, around, picture.Frame);
   ComputeDeviceScale(*this, metrics.PenScale, picture);
   for (const PlotSeries& series : PlotData)
-    if (series.Displayed() && !DrawSeries(surface, series, metrics, picture, SwapAxis)) return kPlotFailure;
+    if (series.Displayed() && !DrawSeries(surface, series, metrics, picture, *this)) return kPlotFailure;
   for (const PlotSeries& series : PlotData)
     if (series.Style().ShowErrorBars) DrawErrorBars(surface, series, metrics, picture, *this);
   return std::nullopt;

@@ -6,37 +6,61 @@
 
 #include "drawing/Markers.h"
 #include "drawing/StyledLines.h"
+#include "plot/RefineCurve.h"
 
 namespace quorvex {
 
-bool DrawSeries(DrawingSurface& surface, const PlotSeries& series, const DeviceMetrics& metrics,
-                const PlotPicture& picture, bool SwapAxis) {
-  SeriesTable table = series.CopyDataTo();
-  if (table.Y.empty()) return false;
-  if (SwapAxis) std::swap(table.X, table.Y);
+namespace {
 
-  // One pass, in which a point on the same unit as the one before it drops out.
-  std::vector<std::int32_t> xs(table.X.size()), ys(table.X.size());
-  std::size_t count = 0;
-  for (std::size_t i = 0; i < table.X.size(); ++i) {
-    const std::int32_t x = picture.Horizontal.ToDevice(table.X[i]), y = picture.Vertical.ToDevice(table.Y[i]);
-    if (count > 0 && x == xs[count - 1] && y == ys[count - 1]) continue;
-    xs[count] = x;
-    ys[count++] = y;
+// Points on the device, where one on the same unit as the one before it drops out.
+class DevicePoints {
+ public:
+  DevicePoints(std::span<const double> x, std::span<const double> y, const PlotPicture& picture, bool SwapAxis)
+      : across_(x.size()), down_(x.size()) {
+    if (SwapAxis) std::swap(x, y);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      const std::int32_t across = picture.Horizontal.ToDevice(x[i]), down = picture.Vertical.ToDevice(y[i]);
+      if (count_ > 0 && across == across_[count_ - 1] && down == down_[count_ - 1]) continue;
+      across_[count_] = across;
+      down_[count_++] = down;
+    }
   }
-  const std::span<const std::int32_t> across(xs.data(), count), down(ys.data(), count);
+  std::span<const std::int32_t> Across() const { return {across_.data(), count_}; }
+  std::span<const std::int32_t> Down() const { return {down_.data(), count_}; }
+
+ private:
+  std::vector<std::int32_t> across_, down_;
+  std::size_t count_ = 0;
+};
+
+// How far a curve's line may lie off the curve.
+constexpr double kInchesOff = 0.005;
+
+}  // namespace
+
+bool DrawSeries(DrawingSurface& surface, const PlotSeries& series, const DeviceMetrics& metrics,
+                const PlotPicture& picture, const PlotClass& plot) {
+  const SeriesTable table = series.CopyDataTo();
+  if (table.Y.empty()) return false;
 
   const SeriesStyle& style = series.Style();
   const DeviceRect& frame = picture.Frame;
   if (style.DisplayLine) {
     const ClipRectangle clip(surface, frame.left, frame.top, frame.right, frame.bottom);
-    DrawStyledPolyline(surface, across, down, style.DrawStyle, style.DrawWidth, style.DrawColor, metrics.PenScale);
+    const bool refined = series.Data() == nullptr && !plot.PlotAtFittedOnly;
+    const Curve curve = refined ? RefineCurve(series, picture, plot, kInchesOff * metrics.DevicePpi) : Curve();
+    const DevicePoints line = refined ? DevicePoints(curve.X, curve.Y, picture, plot.SwapAxis)
+                                      : DevicePoints(table.X, table.Y, picture, plot.SwapAxis);
+    DrawStyledPolyline(surface, line.Across(), line.Down(), style.DrawStyle, style.DrawWidth, style.DrawColor,
+                       metrics.PenScale);
   }
   if (style.DisplayMarker) {
     const std::int32_t radius = metrics.MarkerRadius(style.MarkerSize);
     const ClipRectangle clip(surface, frame.left - radius, frame.top - radius, frame.right + radius,
                              frame.bottom + radius);
-    DrawMarkers(surface, across, down, style.MarkerColor, style.MarkerStyle, radius, metrics.PenScale);
+    const DevicePoints points(table.X, table.Y, picture, plot.SwapAxis);
+    DrawMarkers(surface, points.Across(), points.Down(), style.MarkerColor, style.MarkerStyle, radius,
+                metrics.PenScale);
   }
   return true;
 }

@@ -41,6 +41,9 @@ class PlotSeries {
   SeriesTable CopyDataTo(int variable = 1) const;
   ErrorTable CopyMaXMinErrorDataTo() const;  // of data alone
 
+  // The value of a model of one variable or an interpolation. False where it has none, and of other series.
+  bool Evaluate(double x, double& y) const;
+
   // Makes the table of a curve or surface anew, of the models and interpolations that have as many variables as there
   // are ranges; other series keep theirs. False where the model has no value at some point.
   bool GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate);

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <numbers>
+#include <sstream>
+
 #include "Golden.h"
 #include "plot/PageSetup.h"
 #include "plot/Plots.h"
@@ -531,6 +534,50 @@ TEST(DrawGraph, DrawsFromThePageToTheFootNote) {
   EXPECT_EQ(plot.MetafileHandle, 1000U);
   EXPECT_EQ(plot.InitPlotWidth, 400);
   ExpectGolden("Plot.txt", surface.Text());
+}
+
+// 39 periods between 1 and 9: 100 points alone would miss most peaks by far.
+TEST(DrawGraph, FollowsTheBendsOfACurveBetweenItsPoints) {
+  const auto wave = [] {
+    PlotClass plot = BarePlot();
+    plot.PlotData.emplace_back(Curve("5+2.7*sin(a*x)", {39 * std::numbers::pi / 4}));
+    return plot;
+  };
+  const struct {
+    const char* what;
+    void (*change)(PlotClass&);
+    int peaks;
+  } kCases[] = {
+      {"as it is", [](PlotClass&) {}, 39},
+      {"of few points", [](PlotClass& p) { p.PointsPerPlot = 37; }, 39},
+      {"swapped", [](PlotClass& p) { p.SwapAxis = true; }, 39},
+      {"logarithmic", [](PlotClass& p) { p.X.LogScale = p.Y.LogScale = true; }, 39},
+      {"at the input alone", [](PlotClass& p) { p.PlotAtFittedOnly = true; }, 1},
+  };
+  for (const auto& c : kCases) {
+    PlotClass plot = wave();
+    c.change(plot);
+    RecordingPrompter prompter;
+    ASSERT_TRUE(plot.CreateGraph({.Auto = true, .Regenerate = true}, prompter));
+    RecordingSurface surface = QuarterMillimetres();
+    plot.RefreshPlot(surface, prompter);
+    const std::size_t points = plot.PlotData[0].NumTablePoints();
+    EXPECT_EQ(points, plot.PlotAtFittedOnly ? 9u : static_cast<std::size_t>(plot.PointsPerPlot)) << c.what;
+    const PlotPicture& shown = plot.Shown();
+    const std::int32_t top = plot.SwapAxis ? shown.Horizontal.ToDevice(7.7) : shown.Vertical.ToDevice(7.7);
+    int peaks = 0;
+    bool above = false;
+    for (const std::string& call : surface.Only({"MoveToEx", "LineTo"})) {
+      std::istringstream text(call.substr(call.find(' ')));
+      std::int32_t x = 0, y = 0;
+      text >> x >> y;
+      if (!shown.Frame.Contains(x, y)) continue;
+      const bool now = std::abs((plot.SwapAxis ? x : y) - top) <= 1;
+      peaks += now && !above;
+      above = now;
+    }
+    EXPECT_EQ(peaks, c.peaks) << c.what;
+  }
 }
 
 }  // namespace
