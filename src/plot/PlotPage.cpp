@@ -55,7 +55,7 @@ std::vector<const PlotAxis*> PlotPage::Axes() const {
   return {axes.begin(), axes.end()};
 }
 
-std::vector<PlotPage::DataLimits> PlotPage::GetDataLimits() const {
+std::vector<PlotPage::DataLimits> PlotPage::GetDataLimits(const std::vector<bool>& log) const {
   std::vector<DataLimits> limits(Axes().size());
   bool first = true;
   for (const PlotSeries& series : PlotData) {
@@ -63,8 +63,14 @@ std::vector<PlotPage::DataLimits> PlotPage::GetDataLimits() const {
     for (std::size_t axis = 0; axis < limits.size(); ++axis) {
       const int variable = static_cast<int>(axis) + 1;
       const bool last = axis + 1 == limits.size();
-      const DataLimits own = last ? DataLimits{series.InputYMin(), series.InputYMax()}
-                                  : DataLimits{series.InputXMin(variable), series.InputXMax(variable)};
+      DataLimits own = last ? DataLimits{series.InputYMin(), series.InputYMax()}
+                            : DataLimits{series.InputXMin(variable), series.InputXMax(variable)};
+      if (last && series.Style().ShowErrorBars) {
+        const ErrorTable bars = series.CopyMaXMinErrorDataTo();
+        for (const double end : bars.Max) own.Max = std::max(own.Max, end);
+        for (const double end : bars.Min)
+          if (end > 0 || !log[axis]) own.Min = std::min(own.Min, end);
+      }
       DataLimits& all = limits[axis];
       all = first ? own : DataLimits{std::min(all.Min, own.Min), std::max(all.Max, own.Max)};
     }
@@ -75,7 +81,9 @@ std::vector<PlotPage::DataLimits> PlotPage::GetDataLimits() const {
 
 void PlotPage::ResolveAxisScales(bool automatic) {
   const std::vector<PlotAxis*> axes = Axes();
-  const std::vector<DataLimits> data = GetDataLimits();
+  std::vector<bool> log;
+  for (const PlotAxis* axis : axes) log.push_back(axis->LogScale);
+  const std::vector<DataLimits> data = GetDataLimits(log);
   // Equal limits are those of a plot for which nobody has chosen any.
   automatic = automatic || std::ranges::any_of(axes, [](const PlotAxis* axis) { return axis->Min == axis->Max; });
   for (std::size_t i = 0; i < axes.size(); ++i)
@@ -86,7 +94,7 @@ void PlotPage::ResolveAxisScales(bool automatic) {
 }
 
 std::optional<std::vector<AxisLimits>> PlotPage::SuggestScale(const std::vector<bool>& log) const {
-  const std::vector<DataLimits> data = GetDataLimits();
+  const std::vector<DataLimits> data = GetDataLimits(log);
   std::vector<AxisLimits> scales;
   try {
     for (std::size_t i = 0; i < data.size(); ++i) scales.push_back(AutomaticLimits(data[i].Min, data[i].Max, log[i]));

@@ -1,6 +1,8 @@
 #include "plot/PlotSwitches.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "plot/PlotClass.h"
 
@@ -44,9 +46,18 @@ bool ShowsErrorBars(const PlotPage& page) {
       page.PlotData, [](const PlotSeries& series) { return HasErrorBars(series) && series.Style().ShowErrorBars; });
 }
 
-void ShowErrorBars(PlotPage& page, bool on, Prompter&) {
+void ShowErrorBars(PlotPage& page, bool on, Prompter& prompter) {
+  std::vector<AxisLimits> scales;
+  std::vector<bool> log;
+  for (const PlotAxis* axis : std::as_const(page).Axes()) {
+    scales.push_back(axis->Limits());
+    log.push_back(axis->LogScale);
+  }
+  // What the user chose stays; else the frame is to hold the bars.
+  const bool automatic = page.SuggestScale(log) == scales, autoFormat = page.AutoFormatted();
   for (PlotSeries& series : page.PlotData)
     if (HasErrorBars(series)) series.Style().ShowErrorBars = on;
+  if (automatic) page.CreateGraph({.Auto = true, .Regenerate = true, .AutoFormat = autoFormat}, prompter);
 }
 
 }  // namespace quorvex

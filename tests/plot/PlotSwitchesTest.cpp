@@ -55,5 +55,27 @@ TEST(PlotSwitches, OfferErrorBarsWhereThereAreAny) {
   EXPECT_FALSE(bars.Applies(plot));
 }
 
+// Bars of 3 about 1 and 9, which alone would ask for the axis from 1 to 9.
+TEST(PlotSwitches, MakeRoomForErrorBarsInAnAutomaticScale) {
+  const struct {
+    const char* what;
+    bool log, chosen;
+    double min, max;
+  } kCases[] = {{"linear", false, false, -2, 12}, {"logarithmic", true, false, 1, 100}, {"chosen", false, true, 0, 9}};
+  for (const auto& c : kCases) {
+    PlotClass plot = BarePlot();
+    plot.PlotData.push_back(PointSeries({1, 2}, {1, 9}, "", {3, 3}));
+    plot.Y.LogScale = c.log;
+    RecordingPrompter prompter;
+    ASSERT_TRUE(plot.CreateGraph({.Auto = true, .AutoFormat = true}, prompter));
+    if (c.chosen) plot.Y.Min = 0;
+    ASSERT_TRUE(plot.CreateGraph({}, prompter));
+    const PlotSwitch& bars = plot.Switches().back();
+    bars.Turn(plot, true, prompter);
+    EXPECT_EQ(std::pair(plot.Y.Min, plot.Y.Max), std::pair(c.min, c.max)) << c.what;
+    EXPECT_EQ(plot.Y.LogScale, c.log) << c.what;
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
