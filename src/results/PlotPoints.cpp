@@ -29,6 +29,10 @@ std::vector<std::string> AxisTitles(const DataSheet& sheet) {
   return titles;
 }
 
+bool IsWeighted(const SolveData& data) {
+  return std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
+}
+
 Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> columns, std::size_t firstRow,
                                std::size_t lastRow) {
   lastRow = std::min(lastRow, sheet.Cells.GridLastRow());

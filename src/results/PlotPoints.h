@@ -23,6 +23,9 @@ std::vector<std::string> AxisTitles(const DataSheet& sheet);
 // What stands over a column, or `unnamed` where nothing does.
 std::string ColumnTitle(const DataSheet& sheet, std::size_t col, const std::string& unnamed);
 
+// Whether anybody has given standard deviations; else they are 1 throughout.
+bool IsWeighted(const SolveData& data);
+
 // In place of a column: the numbers of the rows.
 inline constexpr std::size_t kRowNumbers = 0;
 

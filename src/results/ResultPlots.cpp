@@ -10,7 +10,7 @@
 namespace quorvex {
 namespace {
 
-constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF, kLightBlue = 0xE6C89B;
+constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF, kLightBlue = 0xE6C89B, kGray = 0x808080;
 
 // Of several curves, dark enough for thin lines on paper. Their number has no divisor in common with that of the line
 // styles, so 35 curves go by before a colour comes in the same style again.
@@ -23,12 +23,23 @@ PlotSeries Markers(const std::string& legend, std::vector<double> x, std::vector
   return Markers(legend, std::move(points), settings);
 }
 
+PlotSeries Line(const std::string& name, std::vector<double> x, std::vector<double> y, SeriesStyle style) {
+  DataClass line;
+  line.id = line.Description = name;
+  line.GenerateTable({std::move(x)}, std::move(y));
+  return {std::move(line), std::move(style)};
+}
+
 // The line on which both coordinates are equal.
 PlotSeries ReferenceLine(double from, double to) {
-  DataClass line;
-  line.id = line.Description = "Reference line";
-  line.GenerateTable({{from, to}}, {from, to});
-  return {std::move(line), {.LegendText = "Reference line", .DrawColor = kRed}};
+  constexpr const char* kName = "Reference line";
+  return Line(kName, {from, to}, {from, to}, {.LegendText = kName, .DrawColor = kRed});
+}
+
+// Where points without a residual lie, from the first to the last of others. It explains itself without a legend.
+PlotSeries ZeroLine(const std::vector<double>& x) {
+  const auto [first, last] = std::minmax_element(x.begin(), x.end());
+  return Line("Zero line", {*first, *last}, {0, 0}, {.DrawColor = kGray});
 }
 
 std::vector<double> CalculatedValues(const SolveData& data, const std::vector<double>& residuals) {
@@ -79,8 +90,7 @@ PlotSeries Markers(const std::string& legend, DataClass points, const Settings& 
 Result<PlotSeries> PointSeries(const std::string& legend, const SolveData& data, const Settings& settings) {
   DataClass input;
   input.GenerateTable(data.X, data.Y);
-  // Where nobody has given deviations they are 1 throughout.
-  const bool weighted = std::any_of(data.SD.begin(), data.SD.end(), [](double sd) { return sd != 1; });
+  const bool weighted = IsWeighted(data);
   if (weighted && !input.GenerateErrorTable(data.SD)) return Failure{"An error has occurred obtaining the input data."};
   PlotSeries series = Markers(legend, std::move(input), settings);
   series.Style().ShowErrorBars = weighted;
@@ -211,7 +221,9 @@ Result<PlotClass> ResidualPlot(ModelClass& model, const GatheredData& data, std:
     against.resize(points.N());
     std::iota(against.begin(), against.end(), 1.0);
   }
+  PlotSeries zero = ZeroLine(against);
   plot.PlotData.emplace_back(Markers("Residuals", std::move(against), std::move(*residuals), settings));
+  plot.PlotData.emplace_back(std::move(zero));
   return plot;
 }
 

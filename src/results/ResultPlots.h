@@ -89,8 +89,8 @@ PlotSeries SeriesOf(const SolvedItem& solution);
 // What residuals can be shown against: the row of the sheet, each independent variable, and the calculated values.
 std::vector<std::string> ScatterTypes(const DataSheet& sheet);
 
-// The residuals against one of the ScatterTypes, by its number from 0; `title` stands at the axis. Of points that were
-// not gathered in the order of a sheet the row is their number, from 1.
+// The residuals against one of the ScatterTypes, by its number from 0, and the line of 0; `title` stands at the axis.
+// Of points that were not gathered in the order of a sheet the row is their number, from 1.
 Result<PlotClass> ResidualPlot(ModelClass& model, const GatheredData& data, std::size_t scatterType,
                                const std::string& title, const Settings& settings, const LocaleText& locale = {});
 

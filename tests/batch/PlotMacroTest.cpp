@@ -92,7 +92,7 @@ TEST_F(PlotMacro, ShowsTheModelsThatItNames) {
     EXPECT_EQ(Legend(), names) << models;
   }
   EXPECT_EQ(Draw("PlotKind = residuals\nPlotFile = @a.svg\n"), 0);
-  EXPECT_EQ(Legend(), Names{"Residuals"});
+  EXPECT_EQ(Legend(), (Names{"Residuals", ""}));
   EXPECT_EQ(Draw("PlotKind = Probability\nPlotFile = @a.svg\n"), 0);
   EXPECT_EQ(Legend(), (Names{"Residuals", "Reference line"}));
 

@@ -189,9 +189,12 @@ TEST(ResidualPlot, ShowsResidualsAgainstWhatIsChosen) {
     ASSERT_TRUE(plot);
     EXPECT_EQ(plot->PlotTitle, "Residual Error for Equation " + c.Model.id);
     EXPECT_EQ(plot->X.AxisTitle + '/' + plot->Y.AxisTitle, "Depth/Residuals");
-    EXPECT_EQ(Names(*plot), std::vector<std::string>{"Residuals"});
+    EXPECT_EQ(Names(*plot), (std::vector<std::string>{"Residuals", ""}));
     EXPECT_EQ(XOf(plot->PlotData[0]), c.X);
     EXPECT_EQ(YOf(plot->PlotData[0]), c.Residuals);
+    const auto [first, last] = std::ranges::minmax(c.X);
+    EXPECT_EQ(XOf(plot->PlotData[1]), (std::vector<double>{first, last}));
+    EXPECT_EQ(YOf(plot->PlotData[1]), (std::vector<double>{0, 0}));
   }
   DataSheet sheet(2, true);
   sheet.Headers = {"", "Depth", "Heat", "SD"};
