@@ -34,7 +34,7 @@ class DevicePoints {
 };
 
 // How far a curve's line may lie off the curve.
-constexpr double kInchesOff = 0.005;
+constexpr double kInchesOff = 0.0025;
 
 }  // namespace
 

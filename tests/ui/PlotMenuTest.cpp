@@ -191,7 +191,7 @@ TEST_F(PlotMenuTest, ShowsResidualsOfOneSolution) {
   ASSERT_EQ(Plots().size(), 2);
   EXPECT_EQ(Plots()[0]->Plot().Axes()[0]->AxisTitle, "Calculated Y");
   EXPECT_EQ(Plots()[0]->Plot().PlotTitle, "Residual Error for Equation " + name);
-  EXPECT_EQ(Legend(*Plots()[0]), QStringList{"Residuals"});
+  EXPECT_EQ(Legend(*Plots()[0]), (QStringList{"Residuals", ""}));
   EXPECT_EQ(Plots()[1]->Plot().PlotTitle, "Residual Normal Probability Plot");
   EXPECT_NE(Plots()[1]->findChild<QAction*>("mnuPlotFormatZoom"), nullptr);
   list.selectAll();
