@@ -112,6 +112,8 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
   SolvedList->setEditTriggers(QAbstractItemView::NoEditTriggers);
   SolvedList->setTabKeyNavigation(false);
   SolvedList->setWordWrap(false);
+  // Models of several variables begin alike, and differ in their last terms.
+  SolvedList->setTextElideMode(Qt::ElideMiddle);
   SolvedList->verticalHeader()->hide();
   SolvedList->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   SolvedList->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
