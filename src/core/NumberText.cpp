@@ -156,9 +156,9 @@ bool IsNumberPattern(std::string_view pattern) {
   return std::any_of(pattern.begin(), pattern.end(), IsPlace) || EqualNoCase(Trim(pattern), "general");
 }
 
-std::string FormatNumber(double value, std::string_view pattern) {
+std::string FormatNumber(double value, std::string_view pattern, int generalDigits) {
   const NumberPattern parsed = ParsePattern(pattern);
-  if (!parsed.HasDigits() || !std::isfinite(value)) return GeneralNumber(value);
+  if (!parsed.HasDigits() || !std::isfinite(value)) return GeneralNumber(value, generalDigits);
 
   const double size = std::abs(value);
   int exponent = 0;

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "core/NumberText.h"
-
 namespace quorvex {
 
 DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet,
@@ -25,7 +23,7 @@ DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const
 std::string DataTable::Cell(std::size_t row, std::size_t column) const {
   const SolveData& points = data_.Points;
   const auto text = [&](double value, const std::string& pattern) -> std::string {
-    return std::isnan(value) ? "ERROR" : LocalizeExpression(FormatNumber(value, pattern), locale_);
+    return std::isnan(value) ? "ERROR" : patterns_.Text(value, pattern, locale_);
   };
   if (column == 0) return std::to_string(data_.Rows[row]);
   if (column <= points.X.size()) return text(points.X[column - 1][row], patterns_.Values);

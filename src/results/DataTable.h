@@ -12,16 +12,19 @@
 namespace quorvex {
 
 // The Data Table of a solution: for each point its row in the sheet, X, Y, the calculated value, the residual (Y minus
-// that) and its magnitude, in the unit of Y. Where the solution has no value the last three say "ERROR". Numbers are in
-// the locale's form. The points outlive the table.
+// that) and its magnitude, in the unit of Y. Where the solution has no
+// value the last three say "ERROR". Numbers are in the locale's form. The points outlive the table.
 class DataTable : public TextTable {
  public:
   DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet, const LocaleText& locale,
             NumberPatterns patterns = {});
 
+  void SetPatterns(const NumberPatterns& patterns) { patterns_ = patterns; }
+
   std::size_t RowCount() const override { return data_.Points.N(); }
   std::size_t ColumnCount() const override { return headings_.size(); }
   std::string Cell(std::size_t row, std::size_t column) const override;
+  char DecimalSeparator() const override { return locale_.DecimalSeparator; }
   std::string ColumnHeading(std::size_t column) const override { return headings_[column]; }
 
  private:

@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include "core/NumberText.h"
-
 namespace quorvex {
 
 std::string ExportTable::Cell(std::size_t row, std::size_t column) const {
@@ -17,7 +15,7 @@ std::string ExportTable::Cell(std::size_t row, std::size_t column) const {
   if (!std::isfinite(value)) return "ERROR";
   if (shown.What == Kind::AbsResidual) value = std::abs(value);
   const std::string& pattern = shown.What == Kind::Number ? patterns_.Values : patterns_.Residuals;
-  return LocalizeExpression(FormatNumber(value, pattern), locale_);
+  return patterns_.Text(value, pattern, locale_);
 }
 
 }  // namespace quorvex

@@ -46,12 +46,13 @@ class ExportTable : public TextTable {
   std::size_t RowCount() const override { return values_->Rows + 1; }
   std::size_t ColumnCount() const override { return values_->Columns.size(); }
   std::string Cell(std::size_t row, std::size_t column) const override;
+  char DecimalSeparator() const override { return locale_.DecimalSeparator; }
   std::string ColumnHeading(std::size_t column) const override { return values_->Columns[column].Heading; }
 
  private:
   std::shared_ptr<const TableValues> values_;
   LocaleText locale_;
-  NumberPatterns patterns_{"General", "General"};
+  NumberPatterns patterns_{.Residuals = "General"};
 };
 
 }  // namespace quorvex

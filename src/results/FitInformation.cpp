@@ -12,7 +12,6 @@
 namespace quorvex {
 namespace {
 
-constexpr const char* kProbability = "0.0####";
 constexpr const char* kDetermination = "0.0#########";
 
 // A confidence level as reports name it, and the setting that shows it.
@@ -23,7 +22,7 @@ constexpr struct {
 class Builder {
  public:
   Builder(const Settings& settings, const LocaleText& locale, const NumberPatterns& patterns)
-      : settings_(settings), locale_(locale), patterns_(patterns) {}
+      : settings_(settings), locale_(locale), patterns_(patterns), report_(locale.DecimalSeparator) {}
 
   void Head(const SolvedItem& solution, const FitCircumstances& circumstances) {
     Line("Quorvex version ", kVersion);
@@ -70,7 +69,7 @@ class Builder {
       std::vector<std::string> row = {model.Variables(i), Value(model.Values(i)), Value(se), "", ""};
       if (const double t = model.Values(i) / se; std::isfinite(t)) {
         row[3] = Value(t);
-        row[4] = Attempt([&] { return Number(ProbabilityBeyond(t * t, 1, model.DOFError), kProbability); });
+        row[4] = Attempt([&] { return Probability(ProbabilityBeyond(t * t, 1, model.DOFError)); });
       }
       Values(std::move(row));
     }
@@ -109,7 +108,7 @@ class Builder {
       row[4] = "Infinity";
     } else if (std::isfinite(F)) {
       row[4] = Value(F);
-      row[5] = Attempt([&] { return Number(ProbabilityBeyond(F, dfR, dfE), kProbability); });
+      row[5] = Attempt([&] { return Probability(ProbabilityBeyond(F, dfR, dfE)); });
     }
     Values(std::move(row));
     Values({"Error", std::to_string(dfE), Value(model.RssNorm), Value(msE)});
@@ -160,10 +159,9 @@ class Builder {
  private:
   bool Shown(const char* setting) const { return settings_.Integer(setting) != 0; }
 
-  std::string Number(double value, std::string_view pattern) const {
-    return LocalizeExpression(FormatNumber(value, pattern), locale_);
-  }
+  std::string Number(double value, const std::string& pattern) const { return patterns_.Text(value, pattern, locale_); }
   std::string Value(double value) const { return Number(value, patterns_.Values); }
+  std::string Probability(double value) const { return Number(value, patterns_.Probabilities); }
 
   template <typename Text>
   static std::string Attempt(Text text) {
@@ -193,6 +191,19 @@ class Builder {
 };
 
 }  // namespace
+
+NumberPatterns NumberPatterns::InFull() const {
+  const NumberPatterns usual;
+  NumberPatterns full = *this;
+  full.Digits = kAllDigits;
+  if (Residuals == usual.Residuals) full.Residuals = usual.Values;
+  if (Probabilities == usual.Probabilities) full.Probabilities = usual.Values;
+  return full;
+}
+
+std::string NumberPatterns::Text(double value, const std::string& pattern, const LocaleText& locale) const {
+  return LocalizeExpression(FormatNumber(value, pattern, Digits), locale);
+}
 
 Report FitInformation(const SolvedItem& solution, const FitCircumstances& circumstances, const Settings& settings,
                       const LocaleText& locale, const NumberPatterns& patterns) {

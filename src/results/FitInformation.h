@@ -12,11 +12,26 @@ namespace quorvex {
 
 // How the tables of results write their numbers, by number patterns.
 struct NumberPatterns {
+  static constexpr int kAllDigits = 15, kWindowDigits = 7;
+
   std::string Values = "General";
   std::string Residuals = "0.0e+0";
+  std::string Probabilities = "0.0####";
+  int Digits = kAllDigits;  // of "General" numbers
+
+  // With every digit of the numbers for which nobody has chosen a pattern, as files and other programs take them.
+  NumberPatterns InFull() const;
+  // What a window shows: the same where all digits are asked for.
+  NumberPatterns Shown() const { return Digits == kAllDigits ? InFull() : *this; }
+
+  // A number by one of the patterns, in the locale's form.
+  std::string Text(double value, const std::string& pattern, const LocaleText& locale) const;
 
   bool operator==(const NumberPatterns&) const = default;
 };
+
+// For windows, where few digits are read more easily.
+inline NumberPatterns WindowPatterns() { return {.Digits = NumberPatterns::kWindowDigits}; }
 
 // What Fit Information tells besides the solution itself.
 struct FitCircumstances {
@@ -28,7 +43,8 @@ struct FitCircumstances {
 // Fit Information: what is known of a solution, row by row, label in the first column and value in the next, with
 // tables of the coefficients, their confidence limits, the variance and the search from ranges below, and at the end
 // how the search ended where it did not by converging. The settings
-// "showsumstats", "showvariance", "show68ci", "show90ci", "show95ci" and "show99ci" leave out blocks. Of an
+// "showsumstats", "showvariance", "show68ci", "show90ci", "show95ci" and "show99ci" leave out blocks. Where
+// the data are weighted it says by what, and how errors are scaled. Of an
 // interpolation, which has neither coefficients nor statistics, only the head. Numbers are in the locale's form.
 //
 // With se the standard error of a coefficient, df the degrees of freedom of the error:

@@ -3,8 +3,9 @@
 #include <optional>
 
 #include "core/LongWork.h"
-#include "core/NumberText.h"
 #include "core/SaveFile.h"
+#include "results/OpenDocumentTable.h"
+#include "results/TableForms.h"
 
 namespace quorvex {
 namespace {
@@ -14,13 +15,13 @@ bool Told(int error, const std::string& file, Prompter& user) {
   return error == 0;
 }
 
-std::optional<std::string> ChooseTableFile(const std::string& name, Prompter& user, const std::string& title) {
-  return user.ChooseFileToSave(title, "Text files (*.txt);;HTML files (*.html *.htm)", "txt", name);
-}
-
-bool IsHtml(const std::string& file) {
-  const std::string lower = ToLower(file);
-  return lower.ends_with(".html") || lower.ends_with(".htm");
+std::optional<std::string> ChooseTableFile(const TextTable& table, const std::string& name, Prompter& user,
+                                           const std::string& title) {
+  auto file = user.ChooseFileToSave(title, TableFilters(), "txt", name);
+  if (!file || FormOfFile(*file).Write != WriteOpenDocument) return file;
+  if (table.RowCount() * table.ColumnCount() <= kMostSpreadsheetCells) return file;
+  user.Refuse("The table has too many cells for a spreadsheet. Please save it as comma-separated values.");
+  return std::nullopt;
 }
 
 // Line by line; what was there stays where the work is cancelled. Returns 0 or the file error's number.
@@ -28,8 +29,7 @@ int WriteTable(const TextTable& table, const std::string& file, const LongWork& 
   ReplacementFile replacement(FileCare::Answer);
   if (const int error = replacement.Create(file)) return error;
   std::size_t lines = 0;
-  const auto write = IsHtml(file) ? WriteHtml : WriteTabSeparated;
-  write(table, [&](std::string_view line) {
+  FormOfFile(file).Write(table, [&](std::string_view line) {
     replacement.Text().Write(line);
     work.ShowProgress(++lines, table.RowCount() + 1);
     return !work.Cancelled();
@@ -45,13 +45,13 @@ bool SaveEvaluation(const std::string& text, Prompter& user) {
 }
 
 bool SaveTable(const TextTable& table, const std::string& name, Prompter& user, const std::string& title) {
-  const auto file = ChooseTableFile(name, user, title);
+  const auto file = ChooseTableFile(table, name, user, title);
   return file && Told(WriteTable(table, *file, LongWork()), *file, user);
 }
 
 bool SaveTable(std::shared_ptr<const TextTable> table, const std::string& name, Prompter& user,
                const std::string& title) {
-  const auto file = ChooseTableFile(name, user, title);
+  const auto file = ChooseTableFile(*table, name, user, title);
   if (!file) return false;
   const auto error = Await<int>(&user, "Writing '" + *file + "'",
                                 [table, name = *file](const LongWork& work) { return WriteTable(*table, name, work); });

@@ -14,7 +14,9 @@ namespace quorvex {
 // The text of the evaluation panel as it stands.
 bool SaveEvaluation(const std::string& text, Prompter& user);
 
-// A table: as an HTML document where the name of the file says so, else as text with tabs.
+// A table, in the form that the name of the file asks for: comma-separated values, an
+// OpenDocument spreadsheet, Markdown, an HTML document or text
+// with tabs.
 bool SaveTable(const TextTable& table, const std::string& name, Prompter& user, const std::string& title = "Save As");
 
 // The same of a table that may be long, for which the user waits. Nobody changes it meanwhile.

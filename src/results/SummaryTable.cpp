@@ -2,15 +2,15 @@
 
 #include <cmath>
 
-#include "core/NumberText.h"
 #include "engine/RankModels.h"
 
 namespace quorvex {
 
 SummaryTable::SummaryTable(const ModelCollection& models, int sortIndex, const LocaleText& locale,
-                           const NumberPatterns& patterns) {
+                           const NumberPatterns& patterns)
+    : decimalSeparator_(locale.DecimalSeparator) {
   const auto text = [&](double value, const std::string& pattern) {
-    return std::isfinite(value) ? LocalizeExpression(FormatNumber(value, pattern), locale) : std::string();
+    return std::isfinite(value) ? patterns.Text(value, pattern, locale) : std::string();
   };
   for (const ModelClass* model : RankModels(models, sortIndex))
     rows_.push_back({std::to_string(rows_.size() + 1), model->id, text(model->StdErr, patterns.Values),

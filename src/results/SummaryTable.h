@@ -21,6 +21,7 @@ class SummaryTable : public TextTable {
   std::size_t RowCount() const override { return rows_.size(); }
   std::size_t ColumnCount() const override { return kColumns; }
   std::string Cell(std::size_t row, std::size_t column) const override { return rows_[row][column]; }
+  char DecimalSeparator() const override { return decimalSeparator_; }
   std::string ColumnHeading(std::size_t column) const override;
   bool HasTexts(std::size_t column) const override { return column <= 1; }
   std::string Widest(std::size_t /*column*/) const override { return {}; }  // there are some hundred rows at most
@@ -28,6 +29,7 @@ class SummaryTable : public TextTable {
  private:
   static constexpr std::size_t kColumns = 8;
   std::vector<std::array<std::string, kColumns>> rows_;
+  char decimalSeparator_;
 };
 
 }  // namespace quorvex

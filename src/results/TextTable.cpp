@@ -76,15 +76,6 @@ void AppendHtmlRow(std::string& html, const TextTable& table, std::size_t row) {
   html.append("</tr>").append(NL);
 }
 
-std::string Gathered(void (*writeTable)(const TextTable& table, const LineSink& write), const TextTable& table) {
-  std::string text;
-  writeTable(table, [&](std::string_view line) {
-    text += line;
-    return true;
-  });
-  return text;
-}
-
 }  // namespace
 
 bool IsRemark(const TextTable& table, std::size_t row, std::size_t column) {
@@ -126,6 +117,15 @@ void WriteHtml(const TextTable& table, const LineSink& write) {
     html.clear();
   }
   write(html.append("</table></body></html>").append(NL));
+}
+
+std::string Gathered(TableWriter writeTable, const TextTable& table) {
+  std::string text;
+  writeTable(table, [&](std::string_view line) {
+    text += line;
+    return true;
+  });
+  return text;
 }
 
 std::string TabSeparated(const TextTable& table) { return Gathered(WriteTabSeparated, table); }

@@ -27,6 +27,7 @@ class TextTable {
   virtual std::size_t ColumnCount() const = 0;
   virtual std::string Cell(std::size_t row, std::size_t column) const = 0;  // "" for an empty cell
   virtual RowKind Kind(std::size_t /*row*/) const { return RowKind::Values; }
+  virtual char DecimalSeparator() const { return '.'; }  // of its numbers
   // What stands over all rows of a column, perhaps in several lines; "" in every column of a table that has its
   // headings in rows.
   virtual std::string ColumnHeading(std::size_t /*column*/) const { return {}; }
@@ -49,6 +50,8 @@ class Report : public TextTable {
     bool operator==(const Row&) const = default;
   };
 
+  explicit Report(char decimalSeparator = '.') : decimalSeparator_(decimalSeparator) {}
+
   void Add(RowKind kind, std::vector<std::string> cells);
   const std::vector<Row>& Rows() const { return rows_; }
 
@@ -58,10 +61,12 @@ class Report : public TextTable {
     return column < rows_[row].Cells.size() ? rows_[row].Cells[column] : std::string();
   }
   RowKind Kind(std::size_t row) const override { return rows_[row].Kind; }
+  char DecimalSeparator() const override { return decimalSeparator_; }
 
  private:
   std::vector<Row> rows_;
   std::size_t columns_ = 0;
+  char decimalSeparator_;
 };
 
 // A rectangle of another table, which outlives it.
@@ -77,6 +82,7 @@ class TableExcerpt : public TextTable {
     return table_.Cell(row_ + row, column_ + column);
   }
   RowKind Kind(std::size_t row) const override { return table_.Kind(row_ + row); }
+  char DecimalSeparator() const override { return table_.DecimalSeparator(); }
 
  private:
   const TextTable& table_;
@@ -85,6 +91,10 @@ class TableExcerpt : public TextTable {
 
 // What takes a table line by line, and returns whether it wants more.
 using LineSink = std::function<bool(std::string_view line)>;
+
+// What writes a table in some form, and its whole text.
+using TableWriter = void (*)(const TextTable& table, const LineSink& write);
+std::string Gathered(TableWriter writeTable, const TextTable& table);
 
 // The whole table as text: lines that end with NL, cells with a tab between two, none behind the last that is filled.
 // A tab or a line end within a cell becomes a blank.

@@ -197,5 +197,28 @@ TEST(FitInformation, KnowsOnlyTheHeadOfAnInterpolation) {
   EXPECT_TRUE(Headings(report).empty());
 }
 
+// Prob(t) of a coefficient 1e6 standard errors away from 0 rounds to "0.0" in its pattern.
+TEST(FitInformation, WritesAsManyDigitsAsItsPatternsAsk) {
+  Project project = LineProject();
+  ModelClass& model = SolveModel(project, "a*x+b", 1);
+  model.SetValue(1, 2.0 / 3);
+  model.StdErr = 1e-6;
+  const auto row = [&](const NumberPatterns& patterns) {
+    Texts cells = Block(FitInformation({&model, nullptr}, kFromFile, Settings(), LocaleText(), patterns),
+                        "Regression Variable Results")[1];
+    return Texts{cells[1], cells[4]};
+  };
+  const NumberPatterns window = WindowPatterns();
+  EXPECT_EQ(row({}), (Texts{"0.666666666666667", "0.0"}));
+  EXPECT_EQ(row(window.Shown()), (Texts{"0.6666667", "0.0"}));
+  const Texts full = row(window.InFull());
+  EXPECT_EQ(full[0], "0.666666666666667");
+  EXPECT_GT(NumericText(full[1]).value(), 0);
+  EXPECT_LT(NumericText(full[1]).value(), 1e-15);
+  NumberPatterns chosen = window;
+  chosen.Values = "0.00";
+  EXPECT_EQ(row(chosen.InFull())[0], "0.67");
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -2,6 +2,7 @@
 
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
+#include "import/spreadsheet/SpreadsheetFile.h"
 #include "results/SaveResults.h"
 
 namespace quorvex {
@@ -31,6 +32,57 @@ TEST(SaveTable, WritesTheFormThatTheNameAsksFor) {
     const bool html = std::string(name).size() > 1 && name[2] != 't';
     EXPECT_EQ(folder.Read(name), html ? Html(report) : TabSeparated(report)) << name;
   }
+}
+
+// By the rules of RFC 4180 and of Markdown's tables.
+TEST(SaveTable, WritesTablesForOtherPrograms) {
+  const TemporaryFolder folder;
+  RecordingPrompter user;
+  const auto saved = [&](const TextTable& table, const char* name) {
+    user.File = folder.Path(name);
+    EXPECT_TRUE(SaveTable(table, "Fit Information", user));
+    return folder.Read(name);
+  };
+  for (const char separator : {'.', ','}) {
+    const std::string half = std::string("0") + separator + "5", d = separator == ',' ? ";" : ",";
+    Report report(separator);
+    report.Add(RowKind::Line, {"Y = ", "a*x1, \"b\"; <c>"});
+    report.Add(RowKind::Line, {});
+    report.Add(RowKind::Heading, {"Variance"});
+    report.Add(RowKind::ColumnHeadings, {"Source", "Prob|F"});
+    report.Add(RowKind::Values, {"Error", half});
+    report.Add(RowKind::Values, {"Total"});
+    EXPECT_EQ(saved(report, "a.csv"), "Y = " + d + "\"a*x1, \"\"b\"\"; <c>\"\r\n\r\nVariance\r\nSource" + d +
+                                          "Prob|F\r\nError" + d + half + "\r\nTotal\r\n");
+    EXPECT_EQ(saved(report, "a.MD"),
+              "Y = a\\*x1, \"b\"; \\<c\\>  \r\n\r\n## Variance\r\n\r\n| Source | Prob\\|F |\r\n| :-- | --: |\r\n"
+              "| Error | " +
+                  half + " |\r\n| Total |  |\r\n");
+    EXPECT_EQ(saved(TableExcerpt(report, 4, 1, 1, 1), "b.csv"), half + "\r\n");
+    EXPECT_EQ(saved(TableExcerpt(report, 4, 1, 1, 1), "b.md"), "|  |\r\n| :-- |\r\n| " + half + " |\r\n");
+  }
+  EXPECT_EQ(saved(Report(), "empty.csv") + saved(Report(), "empty.md"), "");
+  EXPECT_NE(user.Said[0].find(";;CSV files (*.csv);;OpenDocument spreadsheets (*.ods);;Markdown files (*.md);;"),
+            std::string::npos);
+}
+
+TEST(SaveTable, WritesSpreadsheetsThatReadBack) {
+  const TemporaryFolder folder;
+  RecordingPrompter user;
+  user.File = folder.Path("a.ods");
+  Report report(',');
+  report.Add(RowKind::Line, {"Y = ", "a<b & \"c\" \x01>"});
+  report.Add(RowKind::Line, {});
+  report.Add(RowKind::Values, {"Error", "-1,5E-300", "0,1"});
+  ASSERT_TRUE(SaveTable(report, "Fit Information", user));
+  const auto sheets = ListSheets(*user.File);
+  ASSERT_TRUE(sheets) << sheets.error();
+  const Result<GridCells> cells = ReadSheet(*user.File, sheets->at(0));
+  ASSERT_TRUE(cells) << cells.error();
+  EXPECT_EQ(cells->GridLastRow(), 3u);
+  EXPECT_EQ(cells->GridCellText(1, 2), "a<b & \"c\"  >");
+  EXPECT_EQ(cells->GridCellNumber(3, 2), -1.5e-300);
+  EXPECT_EQ(cells->GridCellNumber(3, 3), 0.1);
 }
 
 }  // namespace

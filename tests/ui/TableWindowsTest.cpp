@@ -49,7 +49,7 @@ class TableWindowsTest : public Frame {
   static void Click(QWidget& window, const char* button) {
     QTest::mouseClick(window.findChild<QPushButton*>(button), Qt::LeftButton);
   }
-  static std::string Text(QWidget& window) { return TabSeparated(*window.findChild<TableView*>()->Table()); }
+  static std::string Text(QWidget& window) { return TabSeparated(*window.findChild<TableView*>()->InFull()); }
   // A table of two values of the line.
   frmTableExport& LineTable() {
     Active().findChild<QTableView*>("SolvedList")->selectRow(1);

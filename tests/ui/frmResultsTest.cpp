@@ -237,6 +237,31 @@ TEST_F(Results, CopiesAndSavesTables) {
   EXPECT_TRUE(folder.Read("data.txt").starts_with("Row\tX\tY\tCalc Y\tResidual\tAbs Residual\r\n1\t1\t3\t"));
 }
 
+TEST_F(Results, ShowsFewDigitsAndHandsOutAllOfThem) {
+  Start();
+  const QString label = "Standard Error of the Estimate = ";
+  const QString few = ValueOf(qPrintable(label));
+  EXPECT_EQ(few, "0.5163978");  // the square root of 4/15
+  const auto all = QString::number(project.Models.Find("a*x+b")->StdErr, 'g', 15);
+  Click("CopyCommand");
+  EXPECT_TRUE(QApplication::clipboard()->text().contains(label + '\t' + all + "\r\n"));
+  dialogs.ChooseFile(folder.Path("fit.txt"));
+  Click("SaveCommand");
+  EXPECT_NE(folder.Read("fit.txt").find(all.toStdString()), std::string::npos);
+  Find<QTableView>("FitBook").findChild<QAction*>("copyMarkdown")->trigger();
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("| Error | 3 |"));
+  dialogs.Do([](QDialog& form) {
+    auto* allDigits = form.findChild<QCheckBox*>("allDigits");
+    EXPECT_FALSE(allDigits->isChecked());
+    EXPECT_EQ(form.findChild<QLabel*>("sample")->text(), "-1234.568    -1.2e+3");
+    allDigits->setChecked(true);
+    EXPECT_EQ(form.findChild<QLabel*>("sample")->text(), "-1234.56789012345    -1234.56789012345");
+    form.accept();
+  });
+  Click("FormatCommand");
+  EXPECT_EQ(ValueOf(qPrintable(label)), all);
+}
+
 TEST_F(Results, WritesNumbersAsAskedFor) {
   Start();
   Turn(1);

@@ -1,13 +1,12 @@
 #include "results/ui/TableFormat.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFontDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
-
-#include "core/NumberText.h"
 
 namespace quorvex {
 namespace {
@@ -31,9 +30,14 @@ TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const 
       font_(font),
       values_(PatternList(this, "values", patterns.Values)),
       residuals_(PatternList(this, "residuals", patterns.Residuals)),
+      patterns_(patterns),
+      allDigits_(new QCheckBox("Full &digits", this)),
       sample_(new QLabel(this)) {
   setObjectName("TableFormat");
   setWindowTitle("Format");
+  allDigits_->setObjectName("allDigits");
+  allDigits_->setChecked(patterns.Digits == NumberPatterns::kAllDigits);
+  allDigits_->setToolTip("Show as many digits as Copy and Save take, of numbers in their usual pattern");
   auto* choose = new QPushButton("&Font...", this);
   choose->setObjectName("font");
   sample_->setObjectName("sample");
@@ -42,11 +46,13 @@ TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const 
   auto* form = new QFormLayout(this);
   form->addRow("&Values:", values_);
   form->addRow(residuals, residuals_);
+  form->addRow(allDigits_);
   form->addRow("Sample:", sample_);
   form->addRow(choose);
   form->addRow(buttons);
   connect(values_, &QComboBox::currentTextChanged, this, &TableFormat::ShowSample);
   connect(residuals_, &QComboBox::currentTextChanged, this, &TableFormat::ShowSample);
+  connect(allDigits_, &QCheckBox::toggled, this, &TableFormat::ShowSample);
   connect(choose, &QPushButton::clicked, this, &TableFormat::ChooseFont);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -54,7 +60,11 @@ TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const 
 }
 
 NumberPatterns TableFormat::Patterns() const {
-  return {values_->currentText().toStdString(), residuals_->currentText().toStdString()};
+  NumberPatterns patterns = patterns_;
+  patterns.Values = values_->currentText().toStdString();
+  patterns.Residuals = residuals_->currentText().toStdString();
+  patterns.Digits = allDigits_->isChecked() ? NumberPatterns::kAllDigits : NumberPatterns::kWindowDigits;
+  return patterns;
 }
 
 void TableFormat::ChooseFont() {
@@ -65,10 +75,10 @@ void TableFormat::ChooseFont() {
 }
 
 void TableFormat::ShowSample() {
-  const NumberPatterns patterns = Patterns();
+  const NumberPatterns patterns = Patterns().Shown();
   sample_->setFont(font_);
-  sample_->setText(QString::fromStdString(FormatNumber(kSample, patterns.Values) + "    " +
-                                          FormatNumber(kSample, patterns.Residuals)));
+  sample_->setText(QString::fromStdString(patterns.Text(kSample, patterns.Values, {}) + "    " +
+                                          patterns.Text(kSample, patterns.Residuals, {})));
 }
 
 }  // namespace quorvex

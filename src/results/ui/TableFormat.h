@@ -4,6 +4,7 @@
 
 #include "results/FitInformation.h"
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 
@@ -25,6 +26,8 @@ class TableFormat : public QDialog {
 
   QFont font_;
   QComboBox *values_, *residuals_;
+  NumberPatterns patterns_;  // as they were
+  QCheckBox* allDigits_;
   QLabel* sample_;
 };
 

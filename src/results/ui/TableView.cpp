@@ -1,5 +1,6 @@
 #include "results/ui/TableView.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -11,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/ui/BusyCursor.h"
+#include "results/TableForms.h"
 #include "results/ui/WrappedText.h"
 
 namespace quorvex {
@@ -35,6 +38,13 @@ QString InLines(const QString& text) {
   QStringList lines;
   for (qsizetype at = 0; at < text.size(); at += kLine) lines.append(text.mid(at, kLine));
   return lines.join('\n');
+}
+
+// A label together with its value.
+QString CellText(const TextTable& table, const QModelIndex& index) {
+  const std::size_t row = Place(index.row()), column = Place(index.column());
+  const bool line = column == 0 && table.Kind(row) == RowKind::Line;
+  return QString::fromStdString(table.Cell(row, column) + (line ? table.Cell(row, 1) : ""));
 }
 
 // Draws the value of a label beside it, all values of a table below each other, on as many lines as it takes. The last
@@ -91,9 +101,10 @@ class LineDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
-void TextTableModel::SetTable(std::unique_ptr<TextTable> table) {
+void TextTableModel::SetTable(std::unique_ptr<TextTable> table, std::unique_ptr<TextTable> inFull) {
   beginResetModel();
   table_ = std::move(table);
+  inFull_ = std::move(inFull);
   endResetModel();
 }
 
@@ -111,14 +122,15 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return QString::fromStdString(table_->Cell(row, column));
-    case Qt::AccessibleTextRole:  // a label together with its value
-      return column == 0 && table_->Kind(row) == RowKind::Line
-                 ? QString::fromStdString(table_->Cell(row, 0) + table_->Cell(row, 1))
-                 : data(index, Qt::DisplayRole);
-    case Qt::ToolTipRole:  // of a value that may be long
+    case Qt::AccessibleTextRole:
+      return CellText(*table_, index);
+    case Qt::ToolTipRole: {  // of a value that may be long, or has more digits
       if (table_->Kind(row) == RowKind::Line)
-        return column == 0 ? InLines(QString::fromStdString(table_->Cell(row, 1))) : QVariant();
-      return column > 0 && table_->HasTexts(column) ? InLines(data(index, Qt::DisplayRole).toString()) : QVariant();
+        return column == 0 ? InLines(QString::fromStdString(InFull()->Cell(row, 1))) : QVariant();
+      if (column > 0 && table_->HasTexts(column)) return InLines(data(index, Qt::DisplayRole).toString());
+      const std::string number = InFull()->Cell(row, column);
+      return number == table_->Cell(row, column) ? QVariant() : QString::fromStdString(number);
+    }
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter |
                       (table_->HasTexts(column) || RunsOn(table_->Kind(row)) || IsRemark(*table_, row, column)
@@ -149,18 +161,22 @@ TableView::TableView(const char* name, const QString& accessibleName, QWidget* p
   setEditTriggers(NoEditTriggers);
   setTabKeyNavigation(false);
   setWordWrap(false);
+  setTextElideMode(Qt::ElideMiddle);  // names that begin alike differ in their ends
   setHorizontalScrollMode(ScrollPerPixel);
   setVerticalScrollMode(ScrollPerPixel);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setAccessibleName("Column headings");
+  OfferCopy("copyCsv", "Copy as Comma-Separated &Values", WriteCsv);
+  OfferCopy("copyMarkdown", "Copy as &Markdown", WriteMarkdown);
+  setContextMenuPolicy(Qt::ActionsContextMenu);
   SetTableFont(font());
 }
 
-void TableView::SetTable(std::unique_ptr<TextTable> table) {
+void TableView::SetTable(std::unique_ptr<TextTable> table, std::unique_ptr<TextTable> inFull) {
   // Spans are kept by row, and would lie over the rows of the new table.
   clearSpans();
-  model_->SetTable(std::move(table));
+  model_->SetTable(std::move(table), std::move(inFull));
   Arrange();
   if (model_->rowCount() > 0 && model_->columnCount() > 0) setCurrentIndex(model_->index(0, 0));
   scrollToTop();
@@ -273,18 +289,33 @@ std::optional<QRect> TableView::SelectedArea() const {
   return area;
 }
 
+void TableView::WithCopied(const std::function<void(const TextTable&)>& take) const {
+  const TextTable& whole = *InFull();
+  const auto area = SelectedArea();
+  if (!area) return take(whole);
+  take(TableExcerpt(whole, Place(area->top()), Place(area->left()), Place(area->height()), Place(area->width())));
+}
+
 QMimeData* TableView::Copied() const {
-  const auto copied = [](const TextTable& table) {
-    auto* mime = new QMimeData;
+  auto* mime = new QMimeData;
+  WithCopied([mime](const TextTable& table) {
     mime->setText(QString::fromStdString(TabSeparated(table)));
     mime->setHtml(QString::fromStdString(Html(table)));
-    return mime;
-  };
-  const TextTable& whole = *model_->Table();
-  const auto area = SelectedArea();
-  if (!area) return copied(whole);
-  return copied(
-      TableExcerpt(whole, Place(area->top()), Place(area->left()), Place(area->height()), Place(area->width())));
+  });
+  return mime;
+}
+
+void TableView::OfferCopy(const char* name, const QString& text, TableWriter writeTable) {
+  auto* action = new QAction(text, this);
+  action->setObjectName(name);
+  connect(action, &QAction::triggered, this, [this, writeTable] {
+    if (Table() == nullptr) return;
+    const BusyCursor busy;
+    WithCopied([writeTable](const TextTable& table) {
+      QGuiApplication::clipboard()->setText(QString::fromStdString(Gathered(writeTable, table)));
+    });
+  });
+  addAction(action);
 }
 
 // A line is one, though it goes over all columns.
@@ -301,7 +332,7 @@ void TableView::keyPressEvent(QKeyEvent* event) {
   if (HasSeveralSelected())
     QGuiApplication::clipboard()->setMimeData(Copied());
   else if (currentIndex().isValid())
-    QGuiApplication::clipboard()->setText(currentIndex().data(Qt::AccessibleTextRole).toString());
+    QGuiApplication::clipboard()->setText(CellText(*InFull(), currentIndex()));
 }
 
 }  // namespace quorvex

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QTableView>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -16,8 +17,9 @@ class TextTableModel : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  void SetTable(std::unique_ptr<TextTable> table);
+  void SetTable(std::unique_ptr<TextTable> table, std::unique_ptr<TextTable> inFull);
   const TextTable* Table() const { return table_.get(); }
+  const TextTable* InFull() const { return inFull_ ? inFull_.get() : table_.get(); }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -27,7 +29,7 @@ class TextTableModel : public QAbstractTableModel {
   const QFont& Font() const { return font_; }
 
  private:
-  std::unique_ptr<TextTable> table_;
+  std::unique_ptr<TextTable> table_, inFull_;
   QFont font_;
 };
 
@@ -38,15 +40,18 @@ class TableView : public QTableView {
  public:
   TableView(const char* name, const QString& accessibleName, QWidget* parent);
 
-  void SetTable(std::unique_ptr<TextTable> table);
+  // The second is the same table with all digits of its numbers, where the first has fewer: tooltips tell them.
+  void SetTable(std::unique_ptr<TextTable> table, std::unique_ptr<TextTable> inFull = nullptr);
   const TextTable* Table() const { return model_->Table(); }
+  // What leaves the window for another program.
+  const TextTable* InFull() const { return model_->InFull(); }
   void SetTableFont(const QFont& font);
   const QFont& TableFont() const { return model_->Font(); }
 
   // The rectangle about the selected cells, where there are several: columns along x, rows along y.
   std::optional<QRect> SelectedArea() const;
 
-  // What Copy takes: those cells, else the whole table, as text with tabs and as HTML. The caller owns it.
+  // What Copy takes: those cells, else the whole table, in full, as text with tabs and as HTML. The caller owns it.
   QMimeData* Copied() const;
 
  protected:
@@ -56,6 +61,9 @@ class TableView : public QTableView {
 
  private:
   bool HasSeveralSelected() const;
+  // Hands out what Copy takes.
+  void WithCopied(const std::function<void(const TextTable&)>& take) const;
+  void OfferCopy(const char* name, const QString& text, TableWriter writeTable);
   void Arrange();
   void MakeRoomForRemarks();
   void FitLines();

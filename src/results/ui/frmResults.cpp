@@ -1,5 +1,6 @@
 #include "results/ui/frmResults.h"
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileInfo>
@@ -54,6 +55,7 @@ void frmResults::LayOut() {
   // Else the list would be as wide as the longest equation, and the window with it.
   EqList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   EqList->setMinimumContentsLength(20);
+  EqList->view()->setTextElideMode(Qt::ElideMiddle);
   auto* label = new QLabel("E&quation:", this);
   label->setBuddy(EqList);
   auto* top = new QHBoxLayout;
@@ -220,14 +222,23 @@ void frmResults::ClearTabs() {
 
 void frmResults::BuildTab(Tab tab, const SolvedItem& solution) {
   constexpr ResultPlotKind kPlots[] = {ResultPlotKind::Model, ResultPlotKind::Residuals, ResultPlotKind::Probability};
+  const auto report = [&](const NumberPatterns& patterns) {
+    return std::make_unique<Report>(FitInformation(solution, circumstances_, settings_, project_.Locale, patterns));
+  };
   if (tab == kFitInformation)
-    FitBook->SetTable(
-        std::make_unique<Report>(FitInformation(solution, circumstances_, settings_, project_.Locale, patterns_)));
+    FitBook->SetTable(report(patterns_.Shown()), report(patterns_.InFull()));
   else if (tab == kDataTable)
-    DataBook->SetTable(std::make_unique<DataTable>(solution, data_, project_.Sheet, project_.Locale, patterns_));
+    ShowDataTable(solution);
   else
     static_cast<ResultPlot*>(ResultsTab->widget(tab))
         ->SetPlot(PlotOfResults(kPlots[tab - kModelPlot], solution, data_, project_.Sheet, settings_, project_.Locale));
+}
+
+void frmResults::ShowDataTable(const SolvedItem& solution) {
+  auto shown = std::make_unique<DataTable>(solution, data_, project_.Sheet, project_.Locale, patterns_.Shown());
+  auto inFull = std::make_unique<DataTable>(*shown);
+  inFull->SetPatterns(patterns_.InFull());
+  DataBook->SetTable(std::move(shown), std::move(inFull));
 }
 
 bool frmResults::Evaluating() const { return pages_->currentIndex() == 1; }
@@ -243,7 +254,7 @@ void frmResults::SaveCommand() {
   if (Evaluating()) return panel_->Save();
   if (PlotView* plot = CurrentPlot()) return plot->SavePicture();
   if (const TableView* table = CurrentTable())
-    SaveTable(*table->Table(), table == FitBook ? "Fit Information" : "Data Table", user_);
+    SaveTable(*table->InFull(), table == FitBook ? "Fit Information" : "Data Table", user_);
 }
 
 void frmResults::FormatCommand() {

@@ -60,6 +60,7 @@ class frmResults : public QWidget {
   void Invalidate();
   void ShowCurrentTab();
   void BuildTab(Tab tab, const SolvedItem& solution);
+  void ShowDataTable(const SolvedItem& solution);
   void ClearTabs();
   TableView* CurrentTable() const;  // null where the current tab is none of a table
   PlotView* CurrentPlot() const;    // null where the current tab shows no plot
@@ -76,7 +77,7 @@ class frmResults : public QWidget {
   Settings& settings_;
   Prompter& user_;
   FitCircumstances circumstances_;
-  NumberPatterns patterns_;
+  NumberPatterns patterns_ = WindowPatterns();
   GatheredData data_;
   std::vector<SolvedItem> solved_;
   std::array<bool, kTabs> current_{};  // whether a tab shows the present solution

@@ -24,7 +24,7 @@ frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWi
       user_(user),
       cmbSortBy(Named(new QComboBox(this), "cmbSortBy")),
       table_(new TableView("SummaryBook", "Summary of the solutions", this)),
-      commands_(new TableBar(*table_, {}, settings, project.Locale, user, this)) {
+      commands_(new TableBar(*table_, WindowPatterns(), settings, project.Locale, user, this)) {
   setObjectName("frmSummary");
   setWindowTitle("Summary Results");
   cmbSortBy->view()->setAccessibleName("Sort by");
@@ -51,9 +51,12 @@ frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWi
 void frmSummary::Refresh() {
   const int sortIndex = settings_.Integer("sortindex");
   cmbSortBy->setCurrentIndex(std::max(cmbSortBy->findData(sortIndex), 0));
-  table_->SetTable(std::make_unique<SummaryTable>(project_.Models, sortIndex, project_.Locale, commands_->Patterns()));
+  const auto summary = [&](const NumberPatterns& patterns) {
+    return std::make_unique<SummaryTable>(project_.Models, sortIndex, project_.Locale, patterns);
+  };
+  table_->SetTable(summary(commands_->Patterns().Shown()), summary(commands_->Patterns().InFull()));
 }
 
-void frmSummary::Export() { SaveTable(*table_->Table(), "Results Summary", user_, "Results Summary"); }
+void frmSummary::Export() { SaveTable(*table_->InFull(), "Results Summary", user_, "Results Summary"); }
 
 }  // namespace quorvex

@@ -13,6 +13,14 @@
 #include "results/ui/TableView.h"
 
 namespace quorvex {
+namespace {
+
+NumberPatterns InWindow(NumberPatterns patterns) {
+  patterns.Digits = NumberPatterns::kWindowDigits;
+  return patterns;
+}
+
+}  // namespace
 
 frmTableExport::frmTableExport(const ExportTable& table, Settings& settings, const LocaleText& locale, Prompter& user,
                                QWidget* parent)
@@ -20,7 +28,7 @@ frmTableExport::frmTableExport(const ExportTable& table, Settings& settings, con
       values_(table),
       user_(user),
       table_(new TableView("TableBook", "Table of values", this)),
-      commands_(new TableBar(*table_, table.Patterns(), settings, locale, user, this)) {
+      commands_(new TableBar(*table_, InWindow(table.Patterns()), settings, locale, user, this)) {
   setObjectName("frmTableExport");
   setWindowTitle("Data Table Export");
   auto* column = new QVBoxLayout(this);
@@ -37,8 +45,10 @@ frmTableExport::frmTableExport(const ExportTable& table, Settings& settings, con
 
 void frmTableExport::Show() {
   const BusyCursor busy;
-  values_.SetPatterns(commands_->Patterns());
-  table_->SetTable(std::make_unique<ExportTable>(values_));
+  values_.SetPatterns(commands_->Patterns().InFull());
+  auto shown = std::make_unique<ExportTable>(values_);
+  shown->SetPatterns(commands_->Patterns().Shown());
+  table_->SetTable(std::move(shown), std::make_unique<ExportTable>(values_));
 }
 
 void frmTableExport::Export() { SaveTable(std::make_shared<ExportTable>(values_), "Data Table", user_); }

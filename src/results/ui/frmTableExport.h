@@ -30,7 +30,7 @@ class frmTableExport : public QWidget {
   void Export();
   void Show();
 
-  ExportTable values_;
+  ExportTable values_;  // in full
   Prompter& user_;
   TableView* table_;
   TableBar* commands_;
