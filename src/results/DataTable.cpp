@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "results/PlotPoints.h"
+
 namespace quorvex {
 
 DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet,
@@ -12,6 +14,7 @@ DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const
   const auto end = sheet.Headers.begin() + static_cast<std::ptrdiff_t>(sheet.IndependentVariables) + 1;
   headings_.insert(headings_.end(), sheet.Headers.begin(), end);
   headings_.insert(headings_.end(), {"Calc Y", "Residual", "Abs Residual"});
+  if (IsWeighted(data.Points)) headings_.push_back(ColumnTitle(sheet, sheet.IndependentVariables + 2, "SD"));
   std::array<double, kMostIndependentVariables> x;
   for (std::size_t i = 0; i < data.Points.N(); ++i) {
     double y = 0;
@@ -35,8 +38,10 @@ std::string DataTable::Cell(std::size_t row, std::size_t column) const {
       return text(calculated_[row], patterns_.Values);
     case 3:
       return text(residual, patterns_.Residuals);
-    default:
+    case 4:
       return text(std::abs(residual), patterns_.Residuals);
+    default:
+      return text(points.SD[row], patterns_.Values);
   }
 }
 

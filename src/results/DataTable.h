@@ -12,7 +12,7 @@
 namespace quorvex {
 
 // The Data Table of a solution: for each point its row in the sheet, X, Y, the calculated value, the residual (Y minus
-// that) and its magnitude, in the unit of Y. Where the solution has no
+// that) and its magnitude, in the unit of Y, and of weighted data the standard deviation. Where the solution has no
 // value the last three say "ERROR". Numbers are in the locale's form. The points outlive the table.
 class DataTable : public TextTable {
  public:

@@ -36,6 +36,9 @@ class Builder {
     }
     Line("Number of observations = ", std::to_string(circumstances.Observations));
     Line("Number of missing observations = ", std::to_string(circumstances.MissingPoints));
+    if (!circumstances.Weighted || solution.Model == nullptr) return;
+    Line("Weighted by ", "1/SD^2, divided by its mean");
+    Line("Standard errors ", "scaled by the standard error of the estimate, so that SD counts by its ratios alone");
   }
 
   void Solver(const ModelClass& model, const SolveLimits& limits) {

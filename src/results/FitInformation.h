@@ -38,6 +38,7 @@ struct FitCircumstances {
   std::string ProjectFile;
   std::size_t Observations = 0, MissingPoints = 0;
   SolveLimits Limits{0, 0, 0};  // in force for the solve; the lines about iterations need all three
+  bool Weighted = false;        // by standard deviations
 };
 
 // Fit Information: what is known of a solution, row by row, label in the first column and value in the next, with

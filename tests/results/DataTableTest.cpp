@@ -94,5 +94,20 @@ TEST(TextTable, BecomesTextAndHtml) {
     EXPECT_NE(html.find(part), std::string::npos) << part << " in " << html;
 }
 
+TEST(DataTable, ShowsTheDeviationsOfWeightedData) {
+  Project project = ProjectOf({{1, 2, 3, 4}, {3, 5, 8, 9}, {0.5, 1, 2, 1}}, true);
+  const SolvedItem line{&SolveModel(project, "a*x+b", 1), nullptr};
+  for (const bool weighted : {true, false}) {
+    if (!weighted) project.Sheet.Cells.GridClearRange({1, 3, 4, 3});
+    const GatheredData data = *GatherData(project.Sheet, PointOrder::OfSheet);
+    const DataTable table(line, data, project.Sheet, LocaleText());
+    const std::size_t last = table.ColumnCount() - 1;
+    EXPECT_EQ(table.ColumnHeading(last), weighted ? "StDev" : "Abs Residual");
+    if (weighted) {
+      EXPECT_EQ(table.Cell(0, last) + "/" + table.Cell(2, last), "0.5/2");
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quorvex

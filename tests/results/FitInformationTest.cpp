@@ -220,5 +220,17 @@ TEST(FitInformation, WritesAsManyDigitsAsItsPatternsAsk) {
   EXPECT_EQ(row(chosen.InFull())[0], "0.67");
 }
 
+TEST(FitInformation, NamesTheWeightsOfWeightedData) {
+  Project project = LineProject();
+  const SolvedItem solution{&SolveModel(project, "a*x+b", 1), nullptr};
+  for (const bool weighted : {false, true}) {
+    FitCircumstances circumstances = kFromFile;
+    circumstances.Weighted = weighted;
+    const Report report = FitInformation(solution, circumstances, Settings(), LocaleText());
+    EXPECT_EQ(ValueOf(report, "Weighted by ").starts_with("1/SD^2"), weighted);
+    EXPECT_EQ(ValueOf(report, "Standard errors ").starts_with("scaled by"), weighted);
+  }
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -22,6 +22,7 @@
 #include "plot/ui/PSetup.h"
 #include "plot/ui/PlotView.h"
 #include "results/DataTable.h"
+#include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "results/SaveResults.h"
 #include "results/ui/EvaluationPanel.h"
@@ -150,6 +151,7 @@ void frmResults::Refresh() {
   data_ = gathered ? std::move(*gathered) : GatheredData();
   circumstances_.Observations = data_.Points.N();
   circumstances_.MissingPoints = data_.IncompleteRows;
+  circumstances_.Weighted = IsWeighted(data_.Points);
   FillList(shown);
   if (!gathered && !solved_.empty()) user_.Refuse(gathered.error());
 }
