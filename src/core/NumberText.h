@@ -23,8 +23,8 @@ std::string ShortestNumber(float value);
 // `value` by a number pattern such as "0.0###", "##0.0#", "0.000000E+00", "0.0E+00" or "General": "0" is a digit that
 // is always shown, "#" one that is shown when needed. After "E+" the exponent always has a sign, after "E-" only a
 // minus; "e" instead of "E" is written so. Text before and behind the digits stands as it is, "%" too. A pattern
-// without digits is "General", which is GeneralNumber with `generalDigits`. Rounds as printf rounds, ties by the exact binary value; what
-// rounds to zero has no sign. With a decimal point.
+// without digits is "General", which is GeneralNumber of so many digits. Rounds as printf rounds, ties by the exact
+// binary value; what rounds to zero has no sign. With a decimal point.
 std::string FormatNumber(double value, std::string_view pattern, int generalDigits = 15);
 
 // Whether a pattern has digits or says "General"; any other does nothing that its writer can have meant.

@@ -22,7 +22,11 @@ std::string Describe(const PlotAxis& axis, const char* name, const LocaleText& l
 
 std::string Describe(const PlotSeries& series) {
   std::string text = "Series";
-  if (const std::string& legend = series.Style().LegendText; !legend.empty()) text += QuotedPlain(legend);
+  const DataClass* const data = series.Data();
+  if (const std::string& legend = series.Style().LegendText; !legend.empty())
+    text += QuotedPlain(legend);
+  else if (data != nullptr && !data->Description.empty())
+    text += QuotedPlain(data->Description);  // what explains itself to the eye
   text += ": ";
   if (const ModelClass* const model = series.Model())
     return text + "the model" + Quoted(model->id) + " with " + std::to_string(model->NumInputX()) + " points of data.";

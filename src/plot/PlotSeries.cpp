@@ -72,12 +72,12 @@ ErrorTable PlotSeries::CopyMaXMinErrorDataTo() const {
 }
 
 bool PlotSeries::Evaluate(double x, double& y) const {
-  return std::visit(Overloaded{[](const DataClass&) { return false; },
-                               [&](const InterpClass& curve) { return curve.Evaluate(x, y); },
-                               [&](const ModelPointer& model) {
-                                 return model->Statistics.X.size() == 1 && model->Evaluate({&x, 1}, y);
-                               }},
-                    *content_);
+  return std::visit(
+      Overloaded{[](const DataClass&) { return false; }, [&](const InterpClass& curve) { return curve.Evaluate(x, y); },
+                 [&](const ModelPointer& model) {
+                   return model->Statistics.X.size() == 1 && model->Evaluate({&x, 1}, y);
+                 }},
+      *content_);
 }
 
 bool PlotSeries::GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate) {
