@@ -7,6 +7,9 @@
 
 namespace quorvex {
 
+// The sizes that a plot has for its fonts, in points.
+inline constexpr double kSmallestFont = 1, kLargestFont = 144;
+
 // A font of a plot's title, numbers, legend or footnote.
 struct PlotFont {
   std::string Name = "Arial";

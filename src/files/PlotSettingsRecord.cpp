@@ -2,25 +2,21 @@
 
 #include <type_traits>
 
-#include "core/NumberText.h"
-
 namespace quorvex {
 namespace {
 
-constexpr int kStyles = 5;                    // of lines
-constexpr double kWidest = 5;                 // pen, in units of line weight
-constexpr double kMostDivisions = 1000;       // more decades than there are doubles
-constexpr double kMostMinorTicks = 20;        // of a division
-constexpr double kLargestFont = 144;          // points
-constexpr double kLongestTick = 10;           // inches
-constexpr double kFarthest = 1e6;             // device units, for a place on the page as for its size
-constexpr std::size_t kLongestPattern = 255;  // characters; each number of an axis may be as long
+constexpr int kStyles = 5;               // of lines
+constexpr double kWidest = 5;            // pen, in units of line weight
+constexpr double kMostDivisions = 1000;  // more decades than there are doubles
+constexpr double kMostMinorTicks = 20;   // of a division
+constexpr double kLongestTick = 10;      // inches
+constexpr double kFarthest = 1e6;        // device units, for a place on the page as for its size
 
 template <typename Io, typename Font, typename Color>
 void ListFont(Io& io, const std::string& of, Font& font, Color& color) {
   Section(io, of + "FONT", [&] {
     io(font.Name);
-    io.Clamped(font.Size, 1, kLargestFont);
+    io.Clamped(font.Size, kSmallestFont, kLargestFont);
     io(font.Bold);
     io(font.Italic);
     io(color);
@@ -176,17 +172,11 @@ void ListSettings(Io& io, Plot& plot) {
   });
 }
 
-template <typename Plot>
-void ReadSettings(RecordReader& io, Plot& plot) {
-  ListSettings(io, plot);
-  for (PlotAxis* axis : plot.Axes()) axis->LabelString = FirstCharacters(axis->LabelString, kLongestPattern);
-}
-
 }  // namespace
 
 void WritePlotSettings(RecordWriter& io, const PlotClass& plot) { ListSettings(io, plot); }
 void WritePlotSettings(RecordWriter& io, const PlotClass3D& plot) { ListSettings(io, plot); }
-void ReadPlotSettings(RecordReader& io, PlotClass& plot) { ReadSettings(io, plot); }
-void ReadPlotSettings(RecordReader& io, PlotClass3D& plot) { ReadSettings(io, plot); }
+void ReadPlotSettings(RecordReader& io, PlotClass& plot) { ListSettings(io, plot); }
+void ReadPlotSettings(RecordReader& io, PlotClass3D& plot) { ListSettings(io, plot); }
 
 }  // namespace quorvex

@@ -28,13 +28,14 @@ class ReadDefaults {
     else if constexpr (std::is_same_v<Field, bool>)
       field = settings_.Flag(key);
     else if constexpr (std::is_same_v<Field, float>)
-      field = static_cast<float>(settings_.Number(key));
+      field = static_cast<float>(std::clamp<double>(settings_.Number(key), least, most));
     else
       field = static_cast<Field>(std::clamp(settings_.Integer(key), least, most));
   }
 
   void Font(const std::string& prefix, const std::string& suffix, PlotFont& font, std::int32_t& color) const {
     ReadFontParts(settings_, prefix, suffix, font, color);
+    font.Size = std::clamp(font.Size, kSmallestFont, kLargestFont);
   }
 
  private:

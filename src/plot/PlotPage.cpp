@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "plot/AxisLabels.h"
 #include "plot/PlotBoxes.h"
@@ -11,6 +12,7 @@ namespace quorvex {
 namespace {
 
 constexpr std::int32_t kWhite = 0xFFFFFF;
+constexpr std::size_t kLongestPattern = 255;  // characters; each number of an axis may be as long
 
 // Whole decades around the limits that the user chose, or the data's where a chosen one isn't positive. A limit chosen
 // may lie beyond the data's other one; then both are the data's.
@@ -27,9 +29,9 @@ void ListDefaults(const Io& io, Page& page) {
   io.Font("plotlegend", "", page.PlotLegendFont, page.PlotLegendColor);
   io.Font("footnote", "", page.FootNoteFont, page.FootNoteColor);
   io("tickpencolor", page.TickPenColor);
-  io("tickpenwidth", page.TickPenWidthMajor);
-  io("tickpenwidthminor", page.TickPenWidthMinor);
-  io("tickpenlength", page.TickPenLength);
+  io("tickpenwidth", page.TickPenWidthMajor, 1, 5);
+  io("tickpenwidthminor", page.TickPenWidthMinor, 1, 5);
+  io("tickpenlength", page.TickPenLength, 0, 10);
   io("plotatfittedonly", page.PlotAtFittedOnly);
 }
 
@@ -109,6 +111,7 @@ bool PlotPage::CreateGraph(const CreateOptions& options, Prompter& prompter) {
   try {
     ResolveAxisScales(options.Auto);
     for (PlotAxis* axis : Axes()) {
+      axis->LabelString = FirstCharacters(axis->LabelString, kLongestPattern);
       axis->Labels = MakeAxisLabels(axis->Limits(), axis->LabelString, options.AutoFormat);
       for (std::string& label : axis->Labels) label = LocalizeExpression(label, Locale);
     }

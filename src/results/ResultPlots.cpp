@@ -84,7 +84,7 @@ PlotSeries Markers(const std::string& legend, DataClass points, const Settings& 
            .DisplayMarker = true,
            .DrawColor = kBlue,
            .MarkerColor = kBlue,
-           .MarkerSize = settings.Integer("discreetmarkersize")}};
+           .MarkerSize = std::clamp(settings.Integer("discreetmarkersize"), 1, 72)}};
 }
 
 Result<PlotSeries> PointSeries(const std::string& legend, const SolveData& data, const Settings& settings) {

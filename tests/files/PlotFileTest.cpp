@@ -319,7 +319,9 @@ TEST(PlotFile, BringsNumbersBackIntoTheirRanges) {
   }
   PlotClass plot{Settings()};
   plot.X.LabelString = std::string(256, '#');
-  EXPECT_EQ(Read(PlotFileText(plot))->Axes()[0]->LabelString, std::string(255, '#'));
+  const auto back = Read(PlotFileText(plot));
+  Drawing(*back);
+  EXPECT_EQ(back->Axes()[0]->LabelString, std::string(255, '#'));
 }
 
 TEST(PlotFile, SurvivesWhateverAFieldSays) {

@@ -1,6 +1,7 @@
 #include "plot/ui/FontButton.h"
 
 #include <QFontDialog>
+#include <algorithm>
 
 namespace quorvex {
 
@@ -32,7 +33,8 @@ void FontButton::Choose() {
   const QFont chosen = dialog.currentFont();
   PlotFont font = font_;
   if (chosen.family() != offered.family()) font.Name = chosen.family().toStdString();
-  if (chosen.pointSizeF() != offered.pointSizeF()) font.Size = chosen.pointSizeF();
+  if (chosen.pointSizeF() != offered.pointSizeF())
+    font.Size = std::clamp<double>(chosen.pointSizeF(), kSmallestFont, kLargestFont);
   font.Bold = chosen.bold();
   font.Italic = chosen.italic();
   if (font == font_) return;
