@@ -27,7 +27,9 @@ std::unique_ptr<ModelClass> CompileModel(std::string id, std::vector<std::string
   const auto beyond = [&](const ExprToken& token) {
     return token.Type == TokenKind::IndependentVariable && token.Code > static_cast<int>(independentVariables);
   };
-  if (!model->IsValidEquation() || std::ranges::any_of(model->Compiled().ExprTokens, beyond)) return nullptr;
+  const Expression& compiled = model->Compiled();
+  if (compiled.ParseError || !compiled.HasIndependentVar || std::ranges::any_of(compiled.ExprTokens, beyond))
+    return nullptr;
   return model;
 }
 
@@ -35,7 +37,8 @@ std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition,
                                           const LocaleText& locale) {
   std::unique_ptr<ModelClass> model =
       CompileModel(definition.id, definition.FunctionList, independentVariables, locale);
-  if (model == nullptr || static_cast<std::size_t>(model->NumDependentVar()) != definition.Coefficients.size())
+  if (model == nullptr || !model->HasCoefficients() ||
+      static_cast<std::size_t>(model->NumDependentVar()) != definition.Coefficients.size())
     return nullptr;
   model->UserType = true;
   model->Description = definition.Description;

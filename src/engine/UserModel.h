@@ -30,13 +30,13 @@ struct UserModelDefinition {
 
 UserModelDefinition DefinitionOf(const ModelClass& model);
 
-// The model of these lines, for data with that many independent variables. Null where they do not compile or ask for a
-// variable beyond them.
+// The model of these lines, for data with that many independent variables; also an equation without coefficients, which
+// can be drawn. Null where they do not compile, have no variable or ask for one beyond them.
 std::unique_ptr<ModelClass> CompileModel(std::string id, std::vector<std::string> lines,
                                          std::size_t independentVariables, const LocaleText& locale);
 
-// The model of a definition, for data with that many independent variables. Null where its text does not compile, it
-// asks for a variable beyond them, or its coefficients are not those of the definition.
+// The model of a definition, for data with that many independent variables. Null where there is none for its text, it
+// has no coefficients, or others than the definition.
 std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition, std::size_t independentVariables,
                                           const LocaleText& locale);
 
