@@ -21,6 +21,10 @@ namespace {
 
 using SeriesList = std::vector<PlotSeries>;
 
+// Why there is nothing to draw of the solutions of an older project.
+constexpr const char* kOldSolutions =
+    "Due to the solver enhancements in the software, the plot information cannot be read.";
+
 // Why a file of that kind, with more or fewer variables than the plot, is refused.
 Failure OtherVariables(const std::string& fileName, const std::string& kind, std::size_t variables,
                        std::size_t wanted) {
@@ -86,7 +90,9 @@ Result<SeriesList> SeriesOfFile(const std::string& fileName, std::size_t variabl
   if (!type || type->Kind == "other") return SeriesOfData(fileName, variables, settings, locale);
   if (type->Version == kAncientVersion || (type->Kind == "plot" && VersionNamed(type->Version) != 0))
     return SeriesOfPlot(fileName, variables, settings, locale);
-  if (VersionNamed(type->Version) != 0) return SeriesOfProject(fileName, variables, settings, locale, leftOut);
+  const int version = VersionNamed(type->Version);
+  if (version != 0 && version < kOldestProject) return Failure{kOldSolutions};
+  if (version != 0) return SeriesOfProject(fileName, variables, settings, locale, leftOut);
   return Failure{"'" + fileName + "' is not compatible with Quorvex version " +
                  std::string(kFileVersion.substr(kVersionPrefix.size()))};
 }
