@@ -4,10 +4,12 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 #include "core/NumberText.h"
 #include "core/TextEncoding.h"
+#include "drawing/FacetReach.h"
 
 namespace quorvex {
 namespace {
@@ -88,7 +90,7 @@ SurfaceHandle MetafileSurface::CreateFontIndirectA(const LogicalFont& font) {
 }
 
 SurfaceHandle MetafileSurface::SelectObject(SurfaceHandle object) {
-  Flush();  // what was gathered is in the old pen
+  FlushLines();  // in the old pen
   writer_.Record(EmfRecord::SelectObject, PlaceOf(object));
   return PictureSurface::SelectObject(object);
 }
@@ -116,6 +118,28 @@ EmfRect MetafileSurface::BoxOnPixels(std::int32_t left, std::int32_t top, std::i
 }
 
 void MetafileSurface::Flush() {
+  FlushLines();
+  FlushFacets();
+}
+
+void MetafileSurface::FlushFacets() {
+  if (gatheredFacets_.empty()) return;
+  const auto facets = ReachUnderLater(std::exchange(gatheredFacets_, {}));
+  const std::vector<std::int32_t> colours = std::exchange(facetColours_, {});
+  const SelectedObject none(*this, CreatePen(kNoLine, 0, 0));
+  for (std::size_t i = 0; i < facets.size();) {
+    const std::int32_t colour = colours[i];
+    const SelectedObject brush(*this, CreateSolidBrush(colour));
+    for (; i < facets.size() && colours[i] == colour; ++i) WritePolygon(facets[i]);
+  }
+}
+
+void MetafileSurface::SetFacets(bool joined) {
+  Flush();
+  facets_ = joined;
+}
+
+void MetafileSurface::FlushLines() {
   if (lines_.Empty()) return;
   const bool onPixels = lines_.RunsAlongOrDown();
   const double shift = Look().Shift;
@@ -170,7 +194,6 @@ void MetafileSurface::WriteStrokes(std::span<const DevicePoint> polygon) {
 }
 
 void MetafileSurface::Polygon(std::span<const DevicePoint> corners) {
-  Flush();
   if (corners.empty()) return;
   const double shift = Look().Shift;
   std::vector<DevicePoint> points;  // facets meet at their exact places
@@ -178,11 +201,12 @@ void MetafileSurface::Polygon(std::span<const DevicePoint> corners) {
   const std::optional<std::int32_t> fill = Objects().Brush().Colour;
   const bool outlined = Objects().Pen().Style != kNoLine;
   if (facets_ && !outlined && fill) {
-    // Between the smoothed edges of two facets the ground would shine through. Some readers draw a line of one pixel
-    // without its corners, and it would shine through there.
-    const SelectedObject seam(*this, CreatePen(0, PenScale() * 3 / 2, *fill));
-    return WritePolygon(points);
+    FlushLines();
+    gatheredFacets_.push_back(std::move(points));
+    facetColours_.push_back(*fill);
+    return;
   }
+  Flush();
   if (!outlined || Pattern().Elements().empty()) return WritePolygon(points);
   if (fill) {
     const SelectedObject none(*this, CreatePen(kNoLine, 0, 0));

@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "drawing/EmfWriter.h"
 #include "drawing/GatheredLines.h"
@@ -35,11 +36,14 @@ class MetafileSurface : public PictureSurface {
   void DeleteObject(SurfaceHandle object) override;
 
   void MoveToEx(std::int32_t x, std::int32_t y) override { lines_.MoveTo({x, y}); }
-  void LineTo(std::int32_t x, std::int32_t y) override { lines_.LineTo({x, y}); }
+  void LineTo(std::int32_t x, std::int32_t y) override {
+    FlushFacets();
+    lines_.LineTo({x, y});
+  }
   void Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Polygon(std::span<const DevicePoint> points) override;
-  void SetFacets(bool joined) override { facets_ = joined; }
+  void SetFacets(bool joined) override;
 
   void FillRgn(SurfaceHandle region, SurfaceHandle brush) override;
   void SelectClipRgn(SurfaceHandle region) override;
@@ -60,7 +64,9 @@ class MetafileSurface : public PictureSurface {
   DevicePoint Exact(DevicePoint point) const;
   DevicePoint OnPixel(DevicePoint point, double shift) const;  // shifted by a part of a pixel
   EmfRect BoxOnPixels(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) const;
-  void Flush();  // writes the lines gathered
+  void Flush();  // writes the lines and facets gathered, of which there are one kind at most
+  void FlushLines();
+  void FlushFacets();
   void WriteLines(const PaintedLines& lines);
   // Of points as the file has them:
   void WritePolygon(std::span<const DevicePoint> points);
@@ -70,6 +76,8 @@ class MetafileSurface : public PictureSurface {
   EmfWriter writer_;
   GatheredLines lines_;
   bool facets_ = false;
+  std::vector<std::vector<DevicePoint>> gatheredFacets_;  // those without outlines, in their order,
+  std::vector<std::int32_t> facetColours_;                // with the colour of each
   std::optional<std::string> metafile_;
 };
 

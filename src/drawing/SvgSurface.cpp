@@ -4,8 +4,10 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <utility>
 
 #include "core/NumberText.h"
+#include "drawing/FacetReach.h"
 #include "drawing/SvgText.h"
 
 namespace quorvex {
@@ -78,7 +80,7 @@ std::string SvgSurface::Document(std::string_view title, std::string_view descri
 }
 
 SurfaceHandle SvgSurface::SelectObject(SurfaceHandle object) {
-  Flush();  // in the old pen
+  FlushLines();  // in the old pen
   return PictureSurface::SelectObject(object);
 }
 
@@ -145,6 +147,31 @@ void SvgSurface::EndClip() {
 }
 
 void SvgSurface::Flush() {
+  FlushLines();
+  FlushFacets();
+}
+
+// There are programs that smooth the edges of facets all the same.
+void SvgSurface::GatherFacet(std::span<const DevicePoint> corners, FacetLook look) {
+  FlushLines();
+  gatheredFacets_.emplace_back(corners.begin(), corners.end());
+  facetLooks_.push_back(std::move(look));
+}
+
+void SvgSurface::FlushFacets() {
+  if (gatheredFacets_.empty()) return;
+  const auto facets = ReachUnderLater(std::exchange(gatheredFacets_, {}));
+  const std::vector<FacetLook> looks = std::exchange(facetLooks_, {});
+  for (std::size_t i = 0; i < facets.size(); ++i) {
+    std::vector<ExactPoint> places;
+    for (const DevicePoint& corner : facets[i]) places.push_back(Exact(corner));
+    SvgPath path;
+    path.Add(places, true);
+    Put(looks[i].Style, looks[i].Gradient + "<path" + Attribute("d", path.Data()) + looks[i].Fill + "/>");
+  }
+}
+
+void SvgSurface::FlushLines() {
   if (lines_.Empty()) return;
   const bool onPixels = lines_.RunsAlongOrDown();
   const PenLook look = Look();
@@ -198,8 +225,13 @@ void SvgSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right
 }
 
 void SvgSurface::Polygon(std::span<const DevicePoint> points) {
-  Flush();
   if (points.empty()) return;
+  if (facets_ && Objects().Pen().Style == kNoLine) {
+    if (Objects().Brush().Colour)
+      GatherFacet(points, {FacetStyle(ColourOf(Objects().Brush())) + Attribute("fill-rule", "evenodd"), "", ""});
+    return;
+  }
+  Flush();
   const double shift = Look().Shift;
   std::vector<ExactPoint> places;
   for (const DevicePoint& point : points) places.push_back(facets_ ? Exact(point) : OnPixel(point, shift));
@@ -240,14 +272,10 @@ std::string SvgSurface::RampId(std::span<const std::int32_t> ramp) {
 // and ends where it is 1.
 void SvgSurface::ShadeTriangle(const std::array<DevicePoint, 3>& corners, const std::array<double, 3>& places,
                                std::span<const std::int32_t> ramp) {
-  Flush();
   if (ramp.empty()) return;
   const ExactPoint a = Exact(corners[0]), b = Exact(corners[1]), c = Exact(corners[2]);
   const double twice = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);  // of the area
   if (twice == 0) return;
-  SvgPath path;
-  path.Add({a, b, c}, true);
-  const std::string data = Attribute("d", path.Data());
   const double pb = places[1] - places[0], pc = places[2] - places[0];
   // The change of the place to a pixel across and down.
   const double dx = (pb * (c.y - a.y) - pc * (b.y - a.y)) / twice, dy = (pc * (b.x - a.x) - pb * (c.x - a.x)) / twice;
@@ -258,8 +286,11 @@ void SvgSurface::ShadeTriangle(const std::array<DevicePoint, 3>& corners, const 
   if (most - least < step || steepness == 0) {
     const double middle = std::clamp((least + most) / 2, 0.0, 1.0) * static_cast<double>(ramp.size());
     const std::int32_t colour = ramp[std::min(static_cast<std::size_t>(middle), ramp.size() - 1)];
-    return Put(kCrisp, "<path" + data + Attribute("fill", SvgColour(colour)) + "/>");
+    GatherFacet(corners, {kCrisp, Attribute("fill", SvgColour(colour)), ""});
+    if (!facets_) FlushFacets();
+    return;
   }
+  FlushLines();
   EndStyle();
   const std::string ramped = RampId(ramp), id = Named("shade", ++gradients_);
   const auto at = [&](double place) {
@@ -267,10 +298,11 @@ void SvgSurface::ShadeTriangle(const std::array<DevicePoint, 3>& corners, const 
     return ExactPoint{a.x + along * dx, a.y + along * dy};
   };
   const ExactPoint from = at(0), to = at(1);
-  Put(kCrisp, "<linearGradient" + Attribute("id", id) + Attribute("xlink:href", '#' + ramped) +
-                  Attribute("gradientUnits", "userSpaceOnUse") + Attribute("x1", from.x) + Attribute("y1", from.y) +
-                  Attribute("x2", to.x) + Attribute("y2", to.y) + "/><path" + data +
-                  Attribute("fill", "url(#" + id + ')') + "/>");
+  GatherFacet(corners, {kCrisp, Attribute("fill", "url(#" + id + ')'),
+                        "<linearGradient" + Attribute("id", id) + Attribute("xlink:href", '#' + ramped) +
+                            Attribute("gradientUnits", "userSpaceOnUse") + Attribute("x1", from.x) +
+                            Attribute("y1", from.y) + Attribute("x2", to.x) + Attribute("y2", to.y) + "/>"});
+  if (!facets_) FlushFacets();
 }
 
 void SvgSurface::FillRgn(SurfaceHandle region, SurfaceHandle brush) {

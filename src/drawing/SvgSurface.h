@@ -26,7 +26,10 @@ class SvgSurface : public PictureSurface {
   SurfaceHandle SelectObject(SurfaceHandle object) override;
 
   void MoveToEx(std::int32_t x, std::int32_t y) override { lines_.MoveTo({x, y}); }
-  void LineTo(std::int32_t x, std::int32_t y) override { lines_.LineTo({x, y}); }
+  void LineTo(std::int32_t x, std::int32_t y) override {
+    FlushFacets();
+    lines_.LineTo({x, y});
+  }
   void Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Polygon(std::span<const DevicePoint> points) override;
@@ -43,6 +46,11 @@ class SvgSurface : public PictureSurface {
   void TextOutA(std::int32_t x, std::int32_t y, std::string_view text) override;
 
  private:
+  struct FacetLook {
+    std::string Style, Fill;  // of the group that it stands in, and its own
+    std::string Gradient;     // which it is filled with, empty for none
+  };
+
   // The middle of the place's pixel, or the place itself in that pixel, in pixels of the picture.
   ExactPoint OnPixel(DevicePoint point, double shift) const;
   ExactPoint Exact(DevicePoint point) const;
@@ -56,9 +64,14 @@ class SvgSurface : public PictureSurface {
   void PutClip(const std::string& shape);
   void EndStyle();
   void EndClip();
-  void Flush();  // writes the lines gathered
+  void Flush();  // writes the lines and facets gathered, of which there are one kind at most
+  void FlushLines();
+  void GatherFacet(std::span<const DevicePoint> corners, FacetLook look);
+  void FlushFacets();
 
   GatheredLines lines_;
+  std::vector<std::vector<DevicePoint>> gatheredFacets_;  // those without outlines, in their order,
+  std::vector<FacetLook> facetLooks_;                     // with the look of each
   std::int32_t textColour_ = 0;
   bool opaque_ = true, facets_ = false;
 

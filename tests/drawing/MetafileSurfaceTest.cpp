@@ -97,16 +97,20 @@ TEST_F(MetafileSurfaceTest, DrawsThePatternOfAnOutlineAsStrokes) {
                    "Line 0 4 0 16", "Line 0 20 0 32"}));
 }
 
-TEST_F(MetafileSurfaceTest, ClosesTheSeamsBetweenFacetsInTheirOwnColour) {
-  const DevicePoint kTriangle[] = {{10, 10}, {30, 10}, {20, 40}};
-  const SelectedObject none(surface, surface.CreatePen(5, 0, 0)), brush(surface, surface.CreateSolidBrush(0x123456));
-  surface.Polygon(kTriangle);
+// The second has another sense of rotation, the third folds back over the second: both are on one side of their edge.
+TEST_F(MetafileSurfaceTest, LetsFacetsReachUnderLaterNeighbours) {
+  const SelectedObject none(surface, surface.CreatePen(5, 0, 0));
+  const SelectedObject brush(surface, surface.CreateSolidBrush(0x123456));
   {
     const FacetScope facets(surface);
-    surface.Polygon(kTriangle);
+    surface.Polygon(std::array<DevicePoint, 3>{{{10, 10}, {30, 10}, {20, 40}}});
+    surface.Polygon(std::array<DevicePoint, 4>{{{20, 40}, {50, 40}, {50, 10}, {30, 10}}});
+    surface.Polygon(std::array<DevicePoint, 3>{{{50, 40}, {50, 10}, {45, 20}}});
   }
-  EXPECT_EQ(Only({"CreatePen", "Polygon"}),
-            (Calls{"Polygon 10 10 30 10 20 40", "CreatePen 0 1 1193046", "Polygon 10 10 30 10 20 40"}));
+  surface.Polygon(std::array<DevicePoint, 3>{{{30, 10}, {10, 10}, {20, 0}}});  // no facet
+  EXPECT_EQ(Only({"CreateSolidBrush", "Polygon"}),
+            (Calls{"CreateSolidBrush 1193046", "CreateSolidBrush 1193046", "Polygon 10 10 30 10 50 10 50 40 20 40",
+                   "Polygon 30 10 50 10 50 40 20 40", "Polygon 45 20 50 10 50 40", "Polygon 30 10 10 10 20 0"}));
 }
 
 TEST_F(MetafileSurfaceTest, ShadesATriangleInEachColourOfItsRamp) {

@@ -9,6 +9,7 @@
 
 #include "core/NumberText.h"
 #include "drawing/DeviceSize.h"
+#include "drawing/FacetReach.h"
 
 namespace quorvex {
 namespace {
@@ -95,13 +96,32 @@ SurfaceHandle QtSurface::CreateSolidBrush(std::int32_t colour) { return objects_
 
 SurfaceHandle QtSurface::SelectObject(SurfaceHandle object) {
   // The lines gathered so far are drawn with the old pen, and so were the stamps.
-  Flush();
+  FlushLines();
   fontIsCurrent_ = false;
   stamps_.clear();
   return objects_.Select(object);
 }
 
 void QtSurface::Flush() {
+  FlushLines();
+  FlushFacets();
+}
+
+void QtSurface::FlushFacets() {
+  if (gatheredFacets_.empty()) return;
+  const auto facets = ReachUnderLater(std::exchange(gatheredFacets_, {}));
+  const std::vector<std::int32_t> colours = std::exchange(facetColours_, {});
+  Painter().setTransform(QTransform::fromTranslate(kMiddle, kMiddle));
+  Painter().setPen(Qt::NoPen);
+  for (std::size_t i = 0; i < facets.size(); ++i) {
+    QPolygonF corners;
+    for (const DevicePoint& corner : facets[i]) corners.append(InPixels(corner));
+    Painter().setBrush(ToColor(colours[i]));
+    Painter().drawPolygon(corners);
+  }
+}
+
+void QtSurface::FlushLines() {
   if (lines_.Empty()) return;
   const bool onPixels = lines_.RunsAlongOrDown();
   if (onPixels) lines_.Move([&](DevicePoint point) { return DevicePoint{OnPixel(point.x), OnPixel(point.y)}; });
@@ -206,9 +226,6 @@ QPen QtSurface::Pen() const {
   return {ToColor(objects_.Pen().Colour), 1.0 * look.Width, Qt::SolidLine, cap, join};
 }
 
-// As wide as a line of weight 1 on a screen; narrower ones shine through where a page is shown at that size.
-double QtSurface::SeamWidth() const { return 1.0 * PenScale() / units_; }
-
 void QtSurface::Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) {
   PaintShape(Shape::kRectangle, std::array{DevicePoint{left, top}, DevicePoint{right, bottom}}, Outline::Pen,
              objects_.Brush());
@@ -221,6 +238,12 @@ void QtSurface::Ellipse(std::int32_t left, std::int32_t top, std::int32_t right,
 
 void QtSurface::Polygon(std::span<const DevicePoint> points) {
   PixelCanvas* const canvas = facets_ ? Canvas() : nullptr;
+  if (facets_ && !canvas && objects_.Pen().Style == kNoLine && objects_.Brush().Colour) {
+    FlushLines();
+    gatheredFacets_.emplace_back(points.begin(), points.end());
+    facetColours_.push_back(*objects_.Brush().Colour);
+    return;
+  }
   if (!canvas) return PaintShape(Shape::kPolygon, points, Outline::Pen, objects_.Brush());
   Flush();
   const SurfacePen& pen = objects_.Pen();
@@ -245,9 +268,9 @@ void QtSurface::ShadeTriangle(const std::array<DevicePoint, 3>& corners, const s
     canvas->Shade(corners, places, ramp);
     return;
   }
-  const bool before = std::exchange(facets_, true);
+  if (facets_) return DrawingSurface::ShadeTriangle(corners, places, ramp);
+  const FacetScope facets(*this);
   DrawingSurface::ShadeTriangle(corners, places, ramp);
-  facets_ = before;
 }
 
 void QtSurface::PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, Outline outline,
@@ -280,9 +303,6 @@ void QtSurface::PaintAtOrigin(QPainter& painter, const Shape& shape) const {
     for (const double element : Look().Pattern.Elements()) dashes.append(element / pen.widthF());
     if (!dashes.isEmpty()) pen.setDashPattern(dashes);
   }
-  // Between the smoothed edges of two facets the ground would shine through.
-  if (facets_ && shape.Border == Outline::Pen && pen.style() == Qt::NoPen && shape.Fill.Colour)
-    pen = QPen(ToColor(*shape.Fill.Colour), SeamWidth(), Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
   painter.setPen(pen);
   painter.setBrush(ToBrush(shape.Fill));
   const QPolygonF points = ToPolygon(shape.Points);

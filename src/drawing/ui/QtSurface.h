@@ -55,7 +55,10 @@ class QtSurface : public DrawingSurface {
   void DeleteObject(SurfaceHandle object) override { objects_.Delete(object); }
 
   void MoveToEx(std::int32_t x, std::int32_t y) override { lines_.MoveTo({x, y}); }
-  void LineTo(std::int32_t x, std::int32_t y) override { lines_.LineTo({x, y}); }
+  void LineTo(std::int32_t x, std::int32_t y) override {
+    FlushFacets();
+    lines_.LineTo({x, y});
+  }
   void Rectangle(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Ellipse(std::int32_t left, std::int32_t top, std::int32_t right, std::int32_t bottom) override;
   void Polygon(std::span<const DevicePoint> points) override;
@@ -108,9 +111,10 @@ class QtSurface : public DrawingSurface {
     return {point.x * scale_.x() + origin_.x(), point.y * scale_.y() + origin_.y()};
   }
   QPoint OnPixels(DevicePoint point) const { return InPixels(point).toPoint(); }
-  double SeamWidth() const;
-  QTransform Shifted() const;             // onto whole pixels, as the pen's width asks
-  void Flush();                           // paints the lines gathered
+  QTransform Shifted() const;  // onto whole pixels, as the pen's width asks
+  void Flush();                // paints the lines and facets gathered, of which there are one kind at most
+  void FlushLines();
+  void FlushFacets();
   void PaintLine(const QPolygonF& line);  // of more than two points
   void PaintShape(Shape::Shapes kind, std::span<const DevicePoint> points, Outline outline, const SurfaceBrush& fill);
   void PaintAtOrigin(QPainter& painter, const Shape& shape) const;
@@ -127,6 +131,8 @@ class QtSurface : public DrawingSurface {
   std::optional<PixelCanvas> canvas_;  // where the device is an image of the canvas' pixels
   bool clipsToPath_ = false;           // which a canvas cannot
   bool facets_ = false;
+  std::vector<std::vector<DevicePoint>> gatheredFacets_;  // those without outlines, in their order,
+  std::vector<std::int32_t> facetColours_;                // with the colour of each
   SurfaceObjects objects_;
   std::int32_t textColour_ = 0;
   QFont font_;
