@@ -4,6 +4,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 #include "import/ImportFailure.h"
 #include "sheet/ParseDelimitedLines.h"
 
@@ -13,6 +14,9 @@ Result<std::unique_ptr<TextImport>> TextImport::Open(const std::string& file, co
                                                      const LocaleText& locale) {
   WholeFile content;
   if (const int error = content.Read(file); error != 0) return ImportFailure(file, FileErrorText(error));
+  // The mark of compound files, whatever the name says: some programs write a text and call it .xls.
+  if (content.Text().starts_with("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"))
+    return ImportFailure(file, "It is a spreadsheet of type .xls; save it as .xlsx, .ods or .csv and import that.");
   std::unique_ptr<TextImport> import(new TextImport(file, sheet, locale, std::string(content.Text())));
   if (import->lineCount_ == 0) return Failure{"It appears that the file '" + file + "' contains no data."};
   return import;
@@ -20,6 +24,7 @@ Result<std::unique_ptr<TextImport>> TextImport::Open(const std::string& file, co
 
 TextImport::TextImport(const std::string& file, const DataSheet& sheet, const LocaleText& locale, std::string text)
     : DataImport(file, sheet), Comma(locale.DecimalSeparator != ','), decimalSeparator_(locale.DecimalSeparator) {
+  if (auto utf8 = DecodeUtf16(text)) text = std::move(*utf8);
   if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);  // a byte order mark is no data
   text_ = std::make_shared<const std::string>(std::move(text));
   for (std::string_view rest = *text_; !rest.empty(); ++lineCount_) TakeLine(rest);
@@ -45,6 +50,7 @@ TextImport::Reading TextImport::ReadRows(std::size_t first, std::size_t count, c
   const bool commasToo = !ckLocale && decimalSeparator_ == '.';
   format.OverrideDecimal = ckLocale || commasToo;
   format.DecimalSeparator = commasToo ? ',' : decimalSeparator_;
+  format.QuotesHold = true;
   format.MissingMarker = marker;
   format.FirstLine = first;
   format.LineLimit = count;

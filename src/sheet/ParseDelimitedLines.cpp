@@ -77,10 +77,21 @@ class LineParser {
         return end;
       }
     }
-    const char* end = first;
+    const char* end = format_.QuotesHold && first != end_ && *first == '"' ? BehindQuotes(first, blanksPad) : first;
     while (!EndsCell(end)) ++end;
     StoreText(Trim({first, static_cast<std::size_t>(end - first)}), row, col, cells);
     return end;
+  }
+
+  // Where a cell that begins with a quote ends, with blanks behind its last one; its beginning where no quote ends it.
+  const char* BehindQuotes(const char* const first, bool blanksPad) {
+    for (const char* at = first + 1; !EndsLine(at); ++at) {
+      if (*at != '"') continue;
+      const char* const end = blanksPad ? BehindBlanks(at + 1) : at + 1;
+      if (EndsCell(end)) return end;
+      if (*end == '"' && end == at + 1) ++at;  // a quote of the text
+    }
+    return first;
   }
 
   // Only cells that are no bare number come here, so a file without quotes pays nothing for those with them.
@@ -88,9 +99,12 @@ class LineParser {
     const std::string decoded = DecodeText(bytes);
     std::string_view cell = decoded;
     if (cell == format_.MissingMarker) return;
-    if (cell.size() > 1 && cell.front() == '"' && cell.back() == '"') cell = Trim(cell.substr(1, cell.size() - 2));
+    const bool quoted = cell.size() > 1 && cell.front() == '"' && cell.back() == '"';
+    if (quoted) cell = Trim(cell.substr(1, cell.size() - 2));
     if (cell.empty() || cell == format_.MissingMarker) return;
     std::string text(cell);
+    if (format_.QuotesHold && quoted)
+      for (std::size_t at = 0; (at = text.find("\"\"", at)) != std::string::npos; ++at) text.erase(at, 1);
     if (replacePoint_) std::replace(text.begin(), text.end(), '.', format_.DecimalSeparator);
     text = CutCellText(std::move(text));
     if (const auto value = NumericText(text, format_.DecimalSeparator)) {

@@ -19,6 +19,7 @@ struct DelimitedFormat {
   bool IgnoreConsecutive = false;  // delimiters in a row count as one
   bool OverrideDecimal = true;     // "." is a decimal point whatever the locale says
   char DecimalSeparator = '.';     // the locale's
+  bool QuotesHold = false;         // a delimiter between double quotes ends no cell, and two quotes there are one
   std::string_view MissingMarker;  // a cell with this text, blanks around it aside, is left empty; "" marks nothing
   std::size_t FirstLine = 1;       // lines before it are skipped
   std::size_t LineLimit = std::numeric_limits<std::size_t>::max();  // how many lines are read
@@ -32,9 +33,9 @@ struct DelimitedLines {
 
 // Splits the lines of a text file into cells, a row per line. Lines end with CR LF, LF or CR and are taken without the
 // blanks around them. A cell that begins and ends with a double quote counts without the two; a delimiter between
-// quotes splits as any other. A cell with a number, as NumericText has it in the locale, becomes a number, a cell of
-// blanks stays empty, and anything else is a text, decoded by DecodeText, without the blanks around it, and where it is
-// longer than 255 characters cut to 252 with "..." behind.
+// quotes splits as any other, but for QuotesHold. A cell with a number, as NumericText has it in the locale, becomes a
+// number, a cell of blanks stays empty, and anything else is a text, decoded by DecodeText, without the blanks around
+// it, and where it is longer than 255 characters cut to 252 with "..." behind.
 //
 // With OverrideDecimal in a locale of another separator each "." of a cell is read as that separator. Lines are split
 // first: with commas as delimiters "1.5" is one number under a decimal comma too.

@@ -253,6 +253,53 @@ TEST(TextImport, ReadsDecimalCommasWhereTheLocaleHasPointsIfTold) {
   EXPECT_EQ(preview->GridCellNumber(20, 2), 806);
 }
 
+TEST(TextImport, KeepsWhatQuotesHold) {
+  const TemporaryFolder folder;
+  const struct {
+    const char* line;
+    Texts cells;
+  } kCases[] = {
+      {R"("Doe, J",1)", {"Doe, J", "1"}},
+      {R"("say ""a,b""" , 2)", {"say \"a,b\"", "2"}},
+      {R"("","a")", {"", "a"}},
+      {R"("open,1,2)", {"\"open", "1", "2"}},
+      {R"("a"b,"c,d")", {"\"a\"b", "c,d"}},
+      {R"(a "b,c" d)", {"a \"b", "c\" d"}},
+      {R"("a""",1)", {"a\"", "1"}},
+      {R"(")", {"\""}},
+  };
+  for (const auto& c : kCases) {
+    Desk desk;
+    const auto preview = desk.OpenText(folder.Write("runs.txt", c.line))->Preview();
+    ASSERT_TRUE(preview);
+    EXPECT_EQ(preview->GridLastCol(), c.cells.size()) << c.line;
+    for (std::size_t col = 1; col <= c.cells.size(); ++col)
+      EXPECT_EQ(preview->GridCellText(1, col), c.cells[col - 1]) << c.line;
+  }
+}
+
+TEST(TextImport, ReadsUtf16AndRefusesOldSpreadsheets) {
+  const TemporaryFolder folder;
+  std::string wide = "\xFF\xFE";
+  for (const char16_t unit : u"t\t\u00B5A\r\n1\t2\r\n3\t4") {
+    if (unit == 0) break;
+    wide += static_cast<char>(unit & 0xFF);
+    wide += static_cast<char>(unit >> 8);
+  }
+  Desk desk;
+  const auto import = desk.OpenText(folder.Write("wide.txt", wide));
+  const auto preview = import->Preview();
+  ASSERT_TRUE(preview);
+  EXPECT_EQ(RowTexts(*preview, 2), (Texts{"t \xC2\xB5"
+                                          "A",
+                                          "1 2", "3 4"}));
+  const std::string old = folder.Write("old.xls", "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 and more");
+  EXPECT_EQ(desk.OpenText(old), nullptr);
+  EXPECT_EQ(desk.User.Last(),
+            "refuse: Error importing data from '" + old +
+                "'. It is a spreadsheet of type .xls; save it as .xlsx, .ods or .csv and import that.");
+}
+
 TEST(TextImport, TakesBlanksAsDelimitersWhereThereIsNothingElse) {
   const TemporaryFolder folder;
   const struct {
