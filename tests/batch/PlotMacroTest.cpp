@@ -100,7 +100,7 @@ TEST_F(PlotMacro, ShowsTheModelsThatItNames) {
   Run_.Preferences.SetFlag("plotmodelsonly", true);
   for (const auto& [wanted, names] :
        std::map<std::string, Names>{{"PlotModels = all", {"line", "root", "bent"}},
-                                    {"PlotKind = Residuals", {"Residuals"}},
+                                    {"PlotKind = Residuals", {"Residuals", ""}},
                                     {"PlotKind = Probability", {"Residuals", "Reference line"}}}) {
     EXPECT_EQ(Draw(wanted + "\nPlotFile = @a.svg\n"), 0);
     EXPECT_EQ(Legend(), names) << wanted;

@@ -143,8 +143,9 @@ class Keyboard : public Frame {
     Work(window);
     for (QAction* action : window.findChildren<QAction*>()) {
       const QString name = action->objectName();
-      // The modes of a plot take all else away.
-      if (!action->isEnabled() || name == "mnuPlotClose" || name == "mnuPlotFormatZoom" || name == "mnuPlotShowCoords")
+      // The modes of a plot take all else away, and another plot stays in front; the project's menu makes each kind.
+      if (!action->isEnabled() || name == "mnuPlotClose" || name == "mnuPlotFormatZoom" ||
+          name == "mnuPlotShowCoords" || name.startsWith("mnuPlotNew"))
         continue;
       action->trigger();
       QTest::qWait(5);

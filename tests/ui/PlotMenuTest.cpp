@@ -383,7 +383,7 @@ TEST_F(PlotMenuTest, MakesNewPlotsFromTheWindowOfAPlot) {
     QStringList legend;
   } kWays[] = {{"mnuPlotNewItem0", {"Input Data"}},
                {"mnuPlotNewItem1", {"Input Data", "a*x+b"}},
-               {"mnuPlotNewItem2", {"Residuals"}},
+               {"mnuPlotNewItem2", {"Residuals", ""}},
                {"mnuPlotNewItem3", {"Residuals", "Reference line"}},
                {"mnuPlotNewEquation", {"x^2"}}};
   dialogs.Do([](QDialog& form) { Press(form, QDialogButtonBox::Ok); });  // of the residuals
