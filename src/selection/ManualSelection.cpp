@@ -13,7 +13,10 @@ constexpr std::size_t kRowsBesideCoefficients = 12;
 }  // namespace
 
 ManualSelection::ManualSelection(SelectionData data, bool intercept, const LocaleText& locale)
-    : data_(std::move(data)), locale_(locale), solver_(data_, intercept, SelectionForm()) {}
+    : data_(std::move(data)),
+      locale_(locale),
+      solver_(data_, intercept, SelectionForm()),
+      report_(locale.DecimalSeparator) {}
 
 bool ManualSelection::Calculate(const Subset& variables, const std::tm& moment, Prompter& user) {
   const auto refuse = [&](const std::string& text) {
@@ -29,7 +32,7 @@ bool ManualSelection::Calculate(const Subset& variables, const std::tm& moment, 
   if (report_.RowCount() + kRowsBesideCoefficients + terms > kMostReportRows) {
     if (!user.Ask("Maximum number of rows encountered in the table. Clear table and continue?")) return false;
     calculations_.clear();
-    report_ = Report();
+    report_ = Report(locale_.DecimalSeparator);
   }
   model_ = *fit;
   calculations_.push_back({std::move(*fit), moment});
@@ -45,7 +48,7 @@ void ManualSelection::Append(const Calculation& calculation) {
 
 void ManualSelection::SetFormat(const SelectionFormat& format) {
   format_ = format;
-  report_ = Report();
+  report_ = Report(locale_.DecimalSeparator);
   for (const Calculation& calculation : calculations_) Append(calculation);
 }
 

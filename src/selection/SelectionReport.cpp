@@ -162,7 +162,7 @@ void AddStep(Report& report, const SelectionStep& step, const SelectionData& dat
 
 SelectionReport ReportOf(const SelectionResult& result, const SelectionData& data, SelectionProcedure procedure,
                          const std::tm& moment, const LocaleText& locale, const SelectionFormat& format) {
-  SelectionReport report;
+  SelectionReport report{Report(locale.DecimalSeparator)};
   AddReportHead(report.Table, procedure, moment);
   Writer writer(report.Table, data, locale, format);
   for (const SelectionStep& step : result.Steps) writer.Step(step);

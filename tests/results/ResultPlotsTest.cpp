@@ -6,6 +6,7 @@
 #include "engine/EqClass.h"
 #include "engine/InterpClass.h"
 #include "engine/MvClass.h"
+#include "plot/DescribePlot.h"
 #include "results/ResultPlots.h"
 #include "results/SolvedProject.h"
 
@@ -195,6 +196,7 @@ TEST(ResidualPlot, ShowsResidualsAgainstWhatIsChosen) {
     const auto [first, last] = std::ranges::minmax(c.X);
     EXPECT_EQ(XOf(plot->PlotData[1]), (std::vector<double>{first, last}));
     EXPECT_EQ(YOf(plot->PlotData[1]), (std::vector<double>{0, 0}));
+    EXPECT_TRUE(DescribePlot(*plot).ends_with(" Series \"Zero line\": 2 points."));
   }
   DataSheet sheet(2, true);
   sheet.Headers = {"", "Depth", "Heat", "SD"};
