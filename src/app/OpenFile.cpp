@@ -1,8 +1,11 @@
 #include "app/OpenFile.h"
 
 #include <filesystem>
+#include <sstream>
 
+#include "core/NumberText.h"
 #include "files/DetectFileType.h"
+#include "import/DataImport.h"
 
 namespace quorvex {
 namespace {
@@ -12,6 +15,13 @@ bool MayBeEndless(const std::string& fileName) {
   std::error_code failure;
   const std::filesystem::file_status file = std::filesystem::status(fileName, failure);
   return std::filesystem::exists(file) && !std::filesystem::is_regular_file(file);
+}
+
+bool HasNameOfData(const std::string& fileName) {
+  std::istringstream patterns(kDataFiles);
+  for (std::string pattern; patterns >> pattern;)
+    if (ToLower(fileName).ends_with(pattern.substr(1))) return true;
+  return false;
 }
 
 }  // namespace
@@ -24,11 +34,11 @@ OpenAs HowToOpen(const std::string& fileName, NamedBy by, Prompter& user) {
   }
   if (type->Kind == "plot") return OpenAs::Plot;
   if (type->Kind == "regression") return OpenAs::Project;
-  if (by == NamedBy::CommandLine)
-    user.Refuse("The command line argument file name '" + fileName +
-                "' does not have a Quorvex extension. Please specify a new project type, then the file can be "
-                "imported.");
-  return OpenAs::Data;
+  if (by == NamedBy::User || HasNameOfData(fileName)) return OpenAs::Data;
+  user.Refuse("The command line argument file name '" + fileName +
+              "' does not have a Quorvex extension. Please specify a new project type, then the file can be "
+              "imported.");
+  return OpenAs::DataOfAKind;
 }
 
 }  // namespace quorvex

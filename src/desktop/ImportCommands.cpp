@@ -40,10 +40,4 @@ void ImportFromDatabase(quorvexWindow& window) {
   });
 }
 
-bool ImportInto(quorvexWindow& window, DataImport& import) {
-  bool imported = false;
-  window.Run([&](const SheetEdit& edit) { return imported = ImportFile(&window, import, edit); });
-  return imported;
-}
-
 }  // namespace quorvex

@@ -28,6 +28,9 @@ bool ConfirmOverwrite(const SheetEdit& edit);
 // Tells why an import came to nothing. The failure is empty where the user cancelled, who then hears nothing.
 void TellFailure(const std::string& failure, Prompter& user);
 
+// The names of files that hold data, as a file dialog takes them.
+inline constexpr const char* kDataFiles = "*.txt *.csv *.tsv *.dat *.ods *.xlsx";
+
 // An import in progress: what its dialog shows and decides. The fields are those of the dialog's controls.
 class DataImport {
  public:

@@ -17,6 +17,7 @@ TEST(HowToOpen, GoesByWhatTheFileHolds) {
   const std::string plot =
       folder.Write("a.plt", "\"B_HEADER\"\r\n\"    Quorvex:  Version 9.0 Plot\"\r\n\"filetype=2d\"\r\n\"x\"\r\n");
   const std::string data = folder.Write("a.qvx", "1 2\n3 4\n");
+  const std::string plain = folder.Write("a.CSV", "1 2\n3 4\n");
   const auto unknown = [](const std::string& name) {
     return "refuse: Could not obtain file description for '" + name + "'.";
   };
@@ -29,7 +30,9 @@ TEST(HowToOpen, GoesByWhatTheFileHolds) {
       {project, NamedBy::User, OpenAs::Project, ""},
       {project, NamedBy::CommandLine, OpenAs::Project, ""},
       {data, NamedBy::User, OpenAs::Data, ""},
-      {data, NamedBy::CommandLine, OpenAs::Data,
+      {plain, NamedBy::User, OpenAs::Data, ""},
+      {plain, NamedBy::CommandLine, OpenAs::Data, ""},
+      {data, NamedBy::CommandLine, OpenAs::DataOfAKind,
        "refuse: The command line argument file name '" + data +
            "' does not have a Quorvex extension. Please specify a new project type, then the file can be imported."},
       {plot, NamedBy::User, OpenAs::Plot, ""},

@@ -53,15 +53,6 @@ std::string StartRow(QWidget& form) { return Box(form, "ImportText").text().toSt
 class Import : public Frame {
  protected:
   Texts Rows() { return RowTexts(Document().Sheet.Cells, Document().Sheet.ColumnCount()); }
-  void ChooseKind(int guessed, int variables, bool sd) {
-    dialogs.Do([=](QDialog& form) {
-      EXPECT_EQ(form.windowTitle(), "New Project");
-      EXPECT_EQ(In<QSpinBox>(form, "txtVariables").value(), guessed);
-      In<QSpinBox>(form, "txtVariables").setValue(variables);
-      In<QCheckBox>(form, "chkStDev").setChecked(sd);
-      QTest::keyClick(&form, Qt::Key_Return);
-    });
-  }
 };
 
 TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
@@ -196,12 +187,12 @@ TEST_F(Import, OpensAFileOfTheCommandLine) {
     session.Locale.DecimalSeparator = c.Decimal;
     const std::string file = TestData(c.File);
     dialogs.Said.clear();
-    dialogs.Press(QMessageBox::Ok);
-    ChooseKind(c.Variables, c.Variables, c.Sd);
     dialogs.Do([&](QDialog& form) {
       EXPECT_EQ(form.windowTitle().toStdString(),
                 "Preview of '" + file + "'" + (c.Rows > 200 ? " (first 200 lines)" : ""));
       EXPECT_EQ(In<QTableView>(form, "DataPreview").model()->rowCount(), std::min<int>(int(c.Rows) + 1, 200));
+      EXPECT_EQ(In<QSpinBox>(form, "txtVariables").value(), c.Variables);
+      EXPECT_EQ(In<QCheckBox>(form, "chkStDev").isChecked(), c.Sd);
       if (c.Decimal == ',') {
         EXPECT_EQ(Cell(form, 2, 2), "0,0002");
       }
@@ -212,7 +203,7 @@ TEST_F(Import, OpensAFileOfTheCommandLine) {
       Click(form, "Finish");
     });
     Start(file);
-    EXPECT_EQ(dialogs.Said, Texts{UnknownExtension(file)});
+    EXPECT_EQ(dialogs.Said, Texts());
     ASSERT_EQ(Windows(), 1);
     const Texts rows = Rows();
     ASSERT_EQ(rows.size(), c.Rows);
@@ -226,8 +217,6 @@ TEST_F(Import, OpensAFileOfTheCommandLine) {
 
 TEST_F(Import, LeavesNoWindowBehindWhereCancelled) {
   const std::string file = TestData("cars.csv"), empty = folder.Write("empty.csv", "\n");
-  dialogs.Press(QMessageBox::Ok);
-  ChooseKind(1, 1, false);
   dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });
   Start(file);
   EXPECT_EQ(Windows(), 0);
@@ -235,11 +224,10 @@ TEST_F(Import, LeavesNoWindowBehindWhereCancelled) {
 
   Start();
   dialogs.ChooseFile(file);
-  dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Escape); });  // no kind is chosen
-  Trigger("mnuFileOpen");
-  dialogs.ChooseFile(file);
-  ChooseKind(1, 2, false);
-  dialogs.Do([](QDialog& form) { Click(form, "CancelCommand"); });
+  dialogs.Do([](QDialog& form) {
+    In<QSpinBox>(form, "txtVariables").setValue(2);
+    Click(form, "CancelCommand");
+  });
   Trigger("mnuFileOpen");
   ASSERT_EQ(Windows(), 1);
   EXPECT_EQ(Document().FileName, "Untitled");
@@ -247,12 +235,57 @@ TEST_F(Import, LeavesNoWindowBehindWhereCancelled) {
   EXPECT_FALSE(Active().isWindowModified());
 
   // Dropped; the empty project gives way.
-  ChooseKind(1, 1, false);
   dialogs.Do([](QDialog& form) { Click(form, "Finish"); });
   Drop({file});
   EXPECT_TRUE(QTest::qWaitFor([this] { return frame->ActiveProject() != nullptr && !Rows().empty(); }));
   EXPECT_EQ(Windows(), 1);
   EXPECT_EQ(Rows().size(), 50);
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(Rows(), Texts());
+}
+
+TEST_F(Import, MakesTheProjectThatIsChosenInTheDialog) {
+  Start();
+  dialogs.ChooseFile(TestData("airquality.csv"));
+  dialogs.Do([](QDialog& form) {
+    const AccessibilityWalk walk(form);
+    ExpectMnemonicsDoNotMeet(form);
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X1: solar", "X2: wind", "X3: temp", "Y: ozone"}));
+    In<QSpinBox>(form, "txtVariables").setValue(1);
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X", "Y"}));
+    Click(form, "chkStDev");
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X", "Y", "StDev"}));
+    for (const int column : {1, 3}) {
+      List(form, "lstColumns").setCurrentRow(column);
+      Click(form, "cmdAssign");
+    }
+    EXPECT_EQ(In<QCheckBox>(form, "ckTextMissing").text(), "37 cells are text: NA. Read them as missin&g?");
+    Click(form, "ckTextMissing");
+    Click(form, "Finish");
+  });
+  dialogs.Press(QMessageBox::Yes);  // no deviations
+  Trigger("mnuFileOpen");
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"wind", "ozone", "StDev"}));
+  EXPECT_EQ(Rows()[0], "7.4 41 -");
+  EXPECT_EQ(Rows()[4], "14.3 - -");
+}
+
+// The designed sentence, and the kind that it asks for.
+TEST_F(Import, AsksForTheKindWhereTheNameTellsNothing) {
+  const std::string file = folder.Write("runs.log", "1 2\n3 4\n");
+  dialogs.Press(QMessageBox::Ok);
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.windowTitle(), "New Project");
+    In<QCheckBox>(form, "chkStDev").setChecked(true);
+    QTest::keyClick(&form, Qt::Key_Return);
+  });
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X", "Y", "StDev"}));
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  Start(file);
+  EXPECT_EQ(dialogs.Said, Texts{UnknownExtension(file)});
+  EXPECT_EQ(Windows(), 0);
 }
 
 TEST_F(Import, ReadsTheSheetsOfASpreadsheet) {
@@ -292,11 +325,9 @@ TEST_F(Import, ReadsTheSheetsOfASpreadsheet) {
   const std::string broken = folder.Write("broken.ods", "x");
   dialogs.Said.clear();
   dialogs.Press(QMessageBox::Ok);
-  dialogs.Press(QMessageBox::Ok);
   Start(broken);
-  EXPECT_EQ(dialogs.Said, (Texts{UnknownExtension(broken),
-                                 "Error importing data from '" + broken +
-                                     "'. The file is damaged, or it is no spreadsheet of type .ods or .xlsx."}));
+  EXPECT_EQ(dialogs.Said, (Texts{"Error importing data from '" + broken +
+                                 "'. The file is damaged, or it is no spreadsheet of type .ods or .xlsx."}));
   EXPECT_EQ(Windows(), 0);
 }
 

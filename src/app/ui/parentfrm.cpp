@@ -22,12 +22,12 @@
 #include "app/ui/WindowArrangement.h"
 #include "core/RecentFiles.h"
 #include "core/ui/BusyCursor.h"
-#include "desktop/ImportCommands.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "files/ProjectFile.h"
 #include "files/ui/Dataplot.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
+#include "import/ui/frmImport.h"
 #include "project/ui/NewProj.h"
 #include "project/ui/frmDeriveWindow.h"
 
@@ -93,7 +93,10 @@ void parentfrm::FirstShowing() {
   } else if (!OpenRequestedFile(QString::fromStdString(StartFileName(commandLine_)))) {
     return;
   }
-  if (session_.Preferences.Integer("Show Tips at Startup") != 0) ShowTip();
+  // No tip comes over data that have just been imported.
+  const quorvexWindow* active = ActiveProject();
+  const bool imported = active != nullptr && !active->Document().HasFile && !active->Document().IsFresh();
+  if (session_.Preferences.Integer("Show Tips at Startup") != 0 && !imported) ShowTip();
   ShowActiveWindow();
 }
 
@@ -151,7 +154,7 @@ bool parentfrm::Open(const QString& fileName, NamedBy by) {
   const OpenAs way = HowToOpen(fileName.toStdString(), by, user_);
   if (way == OpenAs::Project) OpenProject(fileName);
   if (way == OpenAs::Plot) OpenPlotFile(fileName);
-  if (way == OpenAs::Data) ImportDataFile(fileName);
+  if (way == OpenAs::Data || way == OpenAs::DataOfAKind) ImportDataFile(fileName, way == OpenAs::DataOfAKind);
   return way != OpenAs::Unknown;
 }
 
@@ -175,8 +178,8 @@ void parentfrm::OpenProject(const QString& fileName) {
   ShowInPlaceOfFresh(std::move(*project));
 }
 
-// The project is there before its data, behind the dialog, and gone again where there are none.
-void parentfrm::ImportDataFile(const QString& fileName) {
+// The project comes after its data, whose import decides on its kind.
+void parentfrm::ImportDataFile(const QString& fileName, bool askForKind) {
   const DataSheet none(1, false);
   Result<std::unique_ptr<DataImport>> opened = OpenImport(fileName.toStdString(), none, session_.Locale, &user_);
   if (!opened) return TellFailure(opened.error(), user_);
@@ -185,16 +188,19 @@ void parentfrm::ImportDataFile(const QString& fileName) {
   if (!preview) return TellFailure(preview.error(), user_);
   import.ImportText = std::to_string(DataImport::FirstDataLine(*preview, session_.Locale));
   import.ReadHeadings(session_.Locale);
-  const auto kind = AskProjectKind(this, KindForColumns(import.Columns.lstColumns()));
+  std::optional<ProjectKind> kind = KindForColumns(import.Columns.lstColumns());
+  if (askForKind) kind = AskProjectKind(this, *kind);
   if (!kind) return;
-  quorvexWindow* before = ActiveProject();
-  quorvexWindow& window = ShowFresh(*kind);
-  // The assignment was made for a sheet of one variable, before the user chose the kind.
-  import.Columns = ColumnAssignment(window.Document().Sheet);
-  if (!ImportInto(window, import)) {
-    window.parentWidget()->close();
+  DataSheet sheet(kind->IndependentVariables, kind->HasStandardDeviation);
+  if (!ImportNewSheet(this, import, {sheet, session_.Locale, user_, {}, [](const UndoLabel&, const CellRange&) {}}))
     return;
-  }
+  quorvexWindow* before = ActiveProject();
+  ShowFresh({sheet.IndependentVariables, sheet.HasStandardDeviation}).Run([&](const SheetEdit& edit) {
+    edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
+    edit.Sheet.Headers = std::move(sheet.Headers);
+    edit.Sheet.Cells = std::move(sheet.Cells);
+    return true;
+  });
   RememberFolder(fileName);
   CloseIfFresh(before);
 }

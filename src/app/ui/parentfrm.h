@@ -91,7 +91,7 @@ class parentfrm : public QMainWindow {
   bool Open(const QString& fileName, NamedBy by);
   void OpenProject(const QString& fileName);
   void OpenPlotFile(const QString& fileName);
-  void ImportDataFile(const QString& fileName);
+  void ImportDataFile(const QString& fileName, bool askForKind);
   std::vector<quorvexWindow*> Projects() const;
   std::string Untitled() const;  // the name of the next project without a file
   quorvexWindow& ShowProject(Project project);

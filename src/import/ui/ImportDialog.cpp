@@ -14,17 +14,20 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/SolveData.h"
 #include "core/ui/Controls.h"
 #include "import/ui/PreviewModel.h"
 
 namespace quorvex {
 
-ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
+ImportDialog::ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* parent)
     : QDialog(parent),
       edit_(edit),
       model_(new PreviewModel(edit.Locale, this)),
       DataPreview(Named(new QTableView, "DataPreview")),
+      txtVariables(Named(new QSpinBox, "txtVariables")),
       UpDnStartRow(Named(new QSpinBox, "UpDnStartRow")),
+      chkStDev(Named(new QCheckBox("Standard d&eviation of Y"), "chkStDev")),
       ckMissingData(Named(new QCheckBox("Missing data is &written as"), "ckMissingData")),
       txtMissingData(Named(new QLineEdit, "txtMissingData")),
       ckHeadings(Named(new QCheckBox("Name the variables &by the headings"), "ckHeadings")),
@@ -35,11 +38,11 @@ ImportDialog::ImportDialog(const SheetEdit& edit, QWidget* parent)
       cmdUnAssign(Named(new QPushButton("&Unassign"), "cmdUnAssign")),
       Finish(Named(new QPushButton("&Finish"), "Finish")),
       CancelCommand(Named(new QPushButton("Cance&l"), "CancelCommand")) {
-  body_ = Body();
+  body_ = Body(sheet);
   // A sheet that nobody has begun takes the names; in one that is in use they are for the user to choose.
-  const DataSheet& sheet = edit.Sheet;
-  ckHeadings->setChecked(sheet.Cells.GridLastRow() == 0 &&
-                         sheet.Headers == DefaultHeaders(sheet.IndependentVariables, sheet.HasStandardDeviation));
+  const DataSheet& target = edit.Sheet;
+  ckHeadings->setChecked(target.Cells.GridLastRow() == 0 &&
+                         target.Headers == DefaultHeaders(target.IndependentVariables, target.HasStandardDeviation));
   connect(UpDnStartRow, &QSpinBox::valueChanged, this, [this] {
     startRowChosen_ = true;
     ShowChoices();
@@ -73,7 +76,7 @@ void ImportDialog::LayOut(QLayout* source) {
   resize(64 * fontMetrics().averageCharWidth() + 280, 40 * fontMetrics().height());
 }
 
-QWidget* ImportDialog::Body() {
+QWidget* ImportDialog::Body(ForSheet sheet) {
   DataPreview->setModel(model_);
   DataPreview->setAccessibleName("Preview");
   DataPreview->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -101,6 +104,13 @@ QWidget* ImportDialog::Body() {
   choices->addWidget(ckMissingData);
   choices->addWidget(txtMissingData, 1);
 
+  txtVariables->setRange(1, kMostIndependentVariables);
+  txtVariables->setValue(static_cast<int>(edit_.Sheet.IndependentVariables));
+  txtVariables->setAccessibleName("Independent variables");
+  chkStDev->setChecked(edit_.Sheet.HasStandardDeviation);
+  connect(txtVariables, &QSpinBox::valueChanged, this, &ImportDialog::ChangeKind);
+  connect(chkStDev, &QCheckBox::toggled, this, &ImportDialog::ChangeKind);
+
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -109,8 +119,29 @@ QWidget* ImportDialog::Body() {
   rows->addLayout(choices);
   rows->addWidget(ckHeadings);
   rows->addWidget(ckTextMissing);
+  QWidget* kind = Kind();
+  kind->setVisible(sheet == ForSheet::New);
+  rows->addWidget(kind);
   rows->addWidget(Lists(), 2);
   return body;
+}
+
+QWidget* ImportDialog::Kind() {
+  auto* kind = new QWidget;
+  auto* row = new QHBoxLayout(kind);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(LabelFor(txtVariables, "Independent variables (&X):"));
+  row->addWidget(txtVariables);
+  row->addSpacing(24);
+  row->addWidget(chkStDev);
+  row->addStretch();
+  return kind;
+}
+
+// Nothing is assigned yet in the other sheet, and the line that the user has chosen stays.
+void ImportDialog::ChangeKind() {
+  edit_.Sheet = DataSheet(static_cast<std::size_t>(txtVariables->value()), chkStDev->isChecked());
+  ShowSheet();
 }
 
 QWidget* ImportDialog::Lists() {
@@ -139,13 +170,22 @@ void ImportDialog::Show(DataImport* import) {
   body_->setEnabled(import != nullptr);
   Finish->setEnabled(import != nullptr);
   Finish->setDefault(import != nullptr);
-  lstHeaders->clear();
   if (import == nullptr) {
+    lstHeaders->clear();
     lstColumns->clear();
     model_->Show({});
     return;
   }
-  for (const std::string& line : import->Columns.lstHeaders()) lstHeaders->addItem(QString::fromStdString(line));
+  ShowSheet();
+}
+
+void ImportDialog::ShowSheet() {
+  import_->Columns = ColumnAssignment(edit_.Sheet);
+  {
+    const QSignalBlocker quiet(lstHeaders);  // the lists don't belong together yet
+    lstHeaders->clear();
+    for (const std::string& line : import_->Columns.lstHeaders()) lstHeaders->addItem(QString::fromStdString(line));
+  }
   Reload();
   lstHeaders->setCurrentRow(0);
 }

@@ -16,12 +16,15 @@ namespace quorvex {
 
 class PreviewModel;
 
+// Whose sheet gets the data: that of a project, or one that the dialog may still give other columns.
+enum class ForSheet { InUse, New };
+
 // What the dialogs of all imports share: the preview of the source, which columns go to which variables, where the data
 // begins and what marks missing data. exec() is Accepted where the sheet has the data.
 class ImportDialog : public QDialog {
  protected:
   // The edit outlives the dialog.
-  ImportDialog(const SheetEdit& edit, QWidget* parent);
+  ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* parent);
 
   // Called once, with what the dialog of a source has above the preview.
   void LayOut(QLayout* source);
@@ -33,7 +36,10 @@ class ImportDialog : public QDialog {
   void Reload();
 
  private:
-  QWidget* Body();
+  QWidget* Body(ForSheet sheet);
+  QWidget* Kind();  // how many variables the sheet has
+  void ChangeKind();
+  void ShowSheet();  // its variables, with no column yet but what is obvious
   QWidget* Lists();
   void ShowChoices();      // what stands in the controls
   void ShowTexts();        // how many cells are no numbers
@@ -49,8 +55,8 @@ class ImportDialog : public QDialog {
   QWidget* body_;
   PreviewModel* model_;
   QTableView* DataPreview;
-  QSpinBox* UpDnStartRow;
-  QCheckBox* ckMissingData;
+  QSpinBox *txtVariables, *UpDnStartRow;
+  QCheckBox *chkStDev, *ckMissingData;
   QLineEdit* txtMissingData;
   QCheckBox *ckHeadings, *ckTextMissing;
   QListWidget *lstColumns, *lstHeaders;

@@ -35,7 +35,7 @@ class frmDataBase : public ImportDialog {
 };
 
 frmDataBase::frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent)
-    : ImportDialog(edit, parent),
+    : ImportDialog(edit, ForSheet::InUse, parent),
       use_(use),
       cboSource(new QComboBox),
       txtConnect(new QLineEdit),

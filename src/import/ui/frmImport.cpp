@@ -17,14 +17,15 @@ namespace {
 
 class frmImport : public ImportDialog {
  public:
-  frmImport(DataImport& import, const SheetEdit& edit, QWidget* parent);
+  frmImport(DataImport& import, const SheetEdit& edit, ForSheet sheet, QWidget* parent);
 
  private:
   QLayout* Delimiters(TextImport& import);
   QLayout* Sheets(SpreadsheetImport& import);
 };
 
-frmImport::frmImport(DataImport& import, const SheetEdit& edit, QWidget* parent) : ImportDialog(edit, parent) {
+frmImport::frmImport(DataImport& import, const SheetEdit& edit, ForSheet sheet, QWidget* parent)
+    : ImportDialog(edit, sheet, parent) {
   setObjectName("frmImport");
   setWindowTitle(QString::fromStdString(import.Title()));
   if (auto* text = dynamic_cast<TextImport*>(&import)) LayOut(Delimiters(*text));
@@ -88,7 +89,11 @@ QLayout* frmImport::Sheets(SpreadsheetImport& import) {
 }  // namespace
 
 bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit) {
-  return frmImport(import, edit, over).exec() == QDialog::Accepted;
+  return frmImport(import, edit, ForSheet::InUse, over).exec() == QDialog::Accepted;
+}
+
+bool ImportNewSheet(QWidget* over, DataImport& import, const SheetEdit& edit) {
+  return frmImport(import, edit, ForSheet::New, over).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex

@@ -10,4 +10,8 @@ namespace quorvex {
 // imports ask. False, and the sheet is as it was, where the user cancels or the import fails.
 bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit);
 
+// The same for the sheet of a project that is yet to be made: how many variables it has, and whether a standard
+// deviation, can be changed in the dialog.
+bool ImportNewSheet(QWidget* over, DataImport& import, const SheetEdit& edit);
+
 }  // namespace quorvex
