@@ -89,7 +89,8 @@ class LineParser {
       if (*at != '"') continue;
       const char* const end = blanksPad ? BehindBlanks(at + 1) : at + 1;
       if (EndsCell(end)) return end;
-      if (*end == '"' && end == at + 1) ++at;  // a quote of the text
+      if (end != at + 1 || *end != '"') return first;  // text behind a quote: none of them holds anything
+      ++at;                                            // two are a quote of the text
     }
     return first;
   }
