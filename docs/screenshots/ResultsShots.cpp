@@ -65,7 +65,7 @@ void TakeResults(const Shots& shots) {
   window.findChild<QPushButton*>("EvalCommand")->click();
   shots.Take(window, "results-evaluation");
 
-  TableFormat format(nullptr, WindowPatterns(), window.font());
+  TableFormat format(nullptr, WindowPatterns(), window.font(), project.Locale);
   format.show();
   shots.Take(format, "results-format");
   PSetup paper(shots.Run.Preferences, project.Locale, user, nullptr);

@@ -240,8 +240,8 @@ void Search(const SelectionData& data, const VarSelect& choices, const LocaleTex
 
 }  // namespace
 
-std::string CounterStatus(double i, double total) {
-  return "Processing: " + GeneralNumber(i) + " of " + GeneralNumber(total);
+std::string CounterStatus(double i, double total, const LocaleText& locale) {
+  return LocalizeExpression("Processing: " + GeneralNumber(i) + " of " + GeneralNumber(total), locale);
 }
 
 SelectionResult ExecuteSelection(const SelectionData& data, const VarSelect& choices, const LocaleText& locale,

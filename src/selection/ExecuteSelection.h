@@ -36,7 +36,7 @@ struct SelectionResult {
 inline constexpr int kMostSelectionSteps = 500;
 
 // The status of a form at combination i, as in "Processing: 5 of 1024".
-std::string CounterStatus(double i, double total);
+std::string CounterStatus(double i, double total, const LocaleText& locale);
 
 // Searches by a procedure other than the manual one:
 //

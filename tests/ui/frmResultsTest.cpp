@@ -262,21 +262,22 @@ TEST_F(Results, ShowsFewDigitsAndHandsOutAllOfThem) {
   EXPECT_EQ(ValueOf(qPrintable(label)), all);
 }
 
-TEST_F(Results, WritesNumbersAsAskedFor) {
+TEST_F(Results, WritesNumbersAsAskedForWithTheCommaOfTheUser) {
+  project.Locale.DecimalSeparator = ',';
   Start();
   Turn(1);
   dialogs.Do([](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Format");
     form.findChild<QComboBox*>("values")->setCurrentText("0.00");
     form.findChild<QComboBox*>("residuals")->setCurrentText("0.0000");
-    EXPECT_EQ(form.findChild<QLabel*>("sample")->text(), "-1234.57    -1234.5679");
+    EXPECT_EQ(form.findChild<QLabel*>("sample")->text(), "-1234,57    -1234,5679");
     QTest::keyClick(&form, Qt::Key_Return);
   });
   Click("FormatCommand");
-  EXPECT_EQ(Cell("DataBook", 2, 3), "7.20");
-  EXPECT_EQ(Cell("DataBook", 2, 4), "0.8000");
+  EXPECT_EQ(Cell("DataBook", 2, 3), "7,20");
+  EXPECT_EQ(Cell("DataBook", 2, 4), "0,8000");
   Turn(0);
-  EXPECT_EQ(ValueOf("Durbin-Watson statistic = "), "2.50");
+  EXPECT_EQ(ValueOf("Durbin-Watson statistic = "), "2,50");
 }
 
 TEST_F(Results, ShowsALongTableToItsEnd) {

@@ -21,6 +21,7 @@ TableBar::TableBar(TableView& table, const NumberPatterns& patterns, Settings& s
     : QWidget(window),
       table_(table),
       settings_(settings),
+      locale_(locale),
       user_(user),
       patterns_(patterns),
       residuals_(residuals),
@@ -32,7 +33,7 @@ TableBar::TableBar(TableView& table, const NumberPatterns& patterns, Settings& s
   connect(Add("cmdFormat", "&Format..."), &QPushButton::clicked, this, &TableBar::Format);
   connect(Add("cmdPrint", "&Print..."), &QPushButton::clicked, this, &TableBar::Print);
   connect(Add("cmdPageSetup", "Page Set&up..."), &QPushButton::clicked, this,
-          [this, &locale] { PSetup(settings_, locale, user_, this->window()).exec(); });
+          [this] { PSetup(settings_, locale_, user_, this->window()).exec(); });
 }
 
 QPushButton* TableBar::Add(const char* name, const QString& text) {
@@ -59,7 +60,7 @@ void TableBar::Copy() {
 }
 
 void TableBar::Format() {
-  TableFormat dialog(window(), patterns_, table_.TableFont(), residuals_);
+  TableFormat dialog(window(), patterns_, table_.TableFont(), locale_, residuals_);
   if (dialog.exec() != QDialog::Accepted) return;
   patterns_ = dialog.Patterns();
   const BusyCursor busy;

@@ -44,6 +44,7 @@ class TableBar : public QWidget {
 
   TableView& table_;
   Settings& settings_;
+  const LocaleText locale_;
   Prompter& user_;
   NumberPatterns patterns_;
   const QString residuals_;

@@ -25,8 +25,10 @@ QComboBox* PatternList(QWidget* parent, const char* name, const std::string& cho
 
 }  // namespace
 
-TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font, const QString& residuals)
+TableFormat::TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font, const LocaleText& locale,
+                         const QString& residuals)
     : QDialog(parent),
+      locale_(locale),
       font_(font),
       values_(PatternList(this, "values", patterns.Values)),
       residuals_(PatternList(this, "residuals", patterns.Residuals)),
@@ -77,8 +79,8 @@ void TableFormat::ChooseFont() {
 void TableFormat::ShowSample() {
   const NumberPatterns patterns = Patterns().Shown();
   sample_->setFont(font_);
-  sample_->setText(QString::fromStdString(patterns.Text(kSample, patterns.Values, {}) + "    " +
-                                          patterns.Text(kSample, patterns.Residuals, {})));
+  sample_->setText(QString::fromStdString(patterns.Text(kSample, patterns.Values, locale_) + "    " +
+                                          patterns.Text(kSample, patterns.Residuals, locale_)));
 }
 
 }  // namespace quorvex

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+#include "core/LocaleText.h"
 #include "results/FitInformation.h"
 
 class QCheckBox;
@@ -14,7 +15,7 @@ namespace quorvex {
 class TableFormat : public QDialog {
  public:
   // `residuals` is what the second pattern is for.
-  TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font,
+  TableFormat(QWidget* parent, const NumberPatterns& patterns, const QFont& font, const LocaleText& locale,
               const QString& residuals = "&Residuals:");
 
   NumberPatterns Patterns() const;
@@ -24,6 +25,7 @@ class TableFormat : public QDialog {
   void ChooseFont();
   void ShowSample();
 
+  const LocaleText locale_;
   QFont font_;
   QComboBox *values_, *residuals_;
   NumberPatterns patterns_;  // as they were

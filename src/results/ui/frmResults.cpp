@@ -260,7 +260,7 @@ void frmResults::SaveCommand() {
 }
 
 void frmResults::FormatCommand() {
-  TableFormat dialog(this, patterns_, FitBook->TableFont());
+  TableFormat dialog(this, patterns_, FitBook->TableFont(), project_.Locale);
   if (dialog.exec() != QDialog::Accepted) return;
   patterns_ = dialog.Patterns();
   for (TableView* table : {FitBook, DataBook}) table->SetTableFont(dialog.Font());

@@ -38,7 +38,7 @@ struct frmStepWise::Run : SelectionForm {
     if (const double total = total_; total > 0) {
       state.Done = counter_;
       state.Of = total;
-      state.Status = CounterStatus(state.Done, total);
+      state.Status = CounterStatus(state.Done, total, Locale);
     }
     return state;
   }
