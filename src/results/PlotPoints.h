@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -29,11 +31,14 @@ bool IsWeighted(const SolveData& data);
 // In place of a column: the numbers of the rows.
 inline constexpr std::size_t kRowNumbers = 0;
 
+// A sheet may be longer than the user could make one: a project that was made of a file has all of its rows.
+inline constexpr std::size_t kAllRows = std::numeric_limits<std::size_t>::max();
+
 // The points over these columns, those of the X's first and that of Y last. Points are the rows with a number in all of
 // them; the standard deviations come with the Y that they belong to. Fails where there are fewer than two points, or a
 // text among them.
 Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> columns, std::size_t firstRow = 1,
-                               std::size_t lastRow = kMostSheetRows);
+                               std::size_t lastRow = kAllRows);
 
 // X and Y of a sheet with one or two independent variables. Fails as above.
 Result<PlotPoints> SheetPoints(const DataSheet& sheet);

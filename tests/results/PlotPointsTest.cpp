@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 #include "results/PlotPoints.h"
 #include "results/SolvedProject.h"
 
@@ -91,6 +93,14 @@ TEST(SelectedPoints, TakesThreeColumnsOfTwoVariables) {
   project.Sheet.Cells.ClearCell(2, 2);
   EXPECT_EQ(SelectedPoints(project.Sheet, {{1, 1, 1, 1}}).error(),
             "You need at least 2 data points in order to create a plot.");
+}
+
+TEST(SolutionPoints, AreAllOfASheetThatIsLongerThanAUserCouldMakeIt) {
+  std::vector<double> rows(kMostSheetRows + 100);
+  std::iota(rows.begin(), rows.end(), 1.0);
+  Project line = ProjectOf({rows, rows});
+  const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr};
+  EXPECT_EQ(SolutionPoints({fit}, line.Sheet)->Points.Y, rows);
 }
 
 TEST(SolutionPoints, AreThoseOfTheSheetWhereThereIsACurve) {
