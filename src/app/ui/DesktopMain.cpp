@@ -95,7 +95,8 @@ int main(int argc, char** argv) {
   using namespace quorvex;
   PrepareProcess();
   const std::vector<std::string> arguments = Arguments(argc, argv);
-  if (arguments.size() == 2 && arguments[0] == DesktopDrawer::kSwitch) return ServeDrawings(arguments[1], argv[0]);
+  if (arguments.size() == 3 && arguments[0] == DesktopDrawer::kSwitch)
+    return ServeDrawings(arguments[1], arguments[2], argv[0]);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
   const std::string commandLine = JoinedByBlanks(arguments);

@@ -2,14 +2,14 @@
 
 #include <QGuiApplication>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
+#include <memory>
 #include <string>
 
-#include "app/DesktopDrawer.h"
 #include "app/SettingsStore.h"
 #include "core/Files.h"
 #include "core/NotingPrompter.h"
+#include "core/Session.h"
 #include "files/PlotFile.h"
 #include "plot/ui/PlotOutput.h"
 
@@ -23,21 +23,29 @@ void EndWhereFatal(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
 }
 
-}  // namespace
-
-std::string DrawPlotText(std::string_view plotText, const std::string& pictureName, const Session& session) {
-  NotingPrompter user;
+// Why there is no picture, in a line; empty where it was written.
+std::string DrawPlotFile(const std::string& plotName, const std::string& ending, const std::string& pictureName,
+                         const Session& session) {
+  WholeFile file;
+  if (const int error = file.Read(plotName)) return FileErrorText(error);
+  const PictureFormat* const format = PictureFormatOf(ending);
+  if (format == nullptr) return UnknownPicture(ending);
   const Result<std::unique_ptr<PlotPage>> plot =
-      ParsePlotFile(plotText, DesktopDrawer::kPlotToDraw, session.Preferences, session.Locale);
+      ParsePlotFile(file.Text(), plotName, session.Preferences, session.Locale);
   if (!plot) return plot.error();
-  const bool drawn =
-      (*plot)->CreateGraph({.Regenerate = true}, user) && SavePlotPicture(**plot, kSizeOfPictures, pictureName, user);
+  NotingPrompter user;
+  const bool drawn = (*plot)->CreateGraph({.Regenerate = true}, user) &&
+                     SavePlotPicture(**plot, *format, kSizeOfPictures, pictureName, user);
   return drawn ? "" : user.Last();
 }
 
-int ServeDrawings(const std::string& folder, char* programName) {
+}  // namespace
+
+int ServeDrawings(const std::string& plotName, const std::string& pictureName, char* programName) {
   // Pictures must not depend on whose display and which scale it would be.
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  // Without one, a folder would be made and stay behind; none is used for drawing, and what is no folder is left alone.
+  qputenv("XDG_RUNTIME_DIR", "/dev/null");
   for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI", "QT_QPA_PLATFORMTHEME"})
     qunsetenv(name);
   qInstallMessageHandler(EndWhereFatal);
@@ -46,13 +54,8 @@ int ServeDrawings(const std::string& folder, char* programName) {
   const QGuiApplication application(argc, argv);
   const Session session{LoadSettings(), ReadUserLocale()};
 
-  const std::filesystem::path shared = folder;
-  for (std::string ending; std::getline(std::cin, ending);) {
-    WholeFile plot;
-    const int error = plot.Read(shared / DesktopDrawer::kPlotToDraw);
-    const std::filesystem::path picture = (shared / DesktopDrawer::kDrawnPicture).concat(ending);
-    std::cout << (error != 0 ? FileErrorText(error) : DrawPlotText(plot.Text(), picture, session)) << std::endl;
-  }
+  for (std::string ending; std::getline(std::cin, ending);)
+    std::cout << DrawPlotFile(plotName, ending, pictureName, session) << std::endl;
   return EXIT_SUCCESS;
 }
 

@@ -16,7 +16,6 @@
 #include "drawing/ui/QtSurface.h"
 #include "plot/DescribePlot.h"
 #include "plot/Metafile.h"
-#include "plot/PictureMessages.h"
 #include "plot/ui/Printfrm.h"
 
 namespace quorvex {
@@ -123,12 +122,17 @@ bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string&
     prompter.Refuse(UnknownPicture(file));
     return false;
   }
+  return SavePlotPicture(plot, *format, size, file, prompter);
+}
+
+bool SavePlotPicture(PlotPage& plot, const PictureFormat& format, const PictureSize& size, const std::string& file,
+                     Prompter& prompter) {
   if (!CanBe("saved", plot, prompter)) return false;
   // A copy is drawn, since a drawing keeps the places of its boxes, which on screen are others.
-  const Content content = ContentOf(format->Kind, *plot.Clone(), size, prompter);
+  const Content content = ContentOf(format.Kind, *plot.Clone(), size, prompter);
   if (!content) return false;
   const bool written = !content->empty() && SaveFile(file, *content, FileCare::Answer) == 0;
-  TellPicture(*format, file, written, prompter);
+  TellPicture(format, file, written, prompter);
   return written;
 }
 

@@ -6,6 +6,7 @@
 
 #include "core/Prompter.h"
 #include "plot/PageSetup.h"
+#include "plot/PictureMessages.h"
 #include "plot/PictureSize.h"
 #include "plot/PlotPage.h"
 
@@ -21,6 +22,9 @@ QImage BlankPicture(const PictureSize& size);
 // Writes a picture of the plot to a file, of the kind that its name ends by; PictureFormats lists them. The plot stays
 // as it is, and so does an older file where this fails: false, with a message. The same plot gives the same bytes.
 bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string& file, Prompter& prompter);
+// The same of one kind, whatever the name.
+bool SavePlotPicture(PlotPage& plot, const PictureFormat& format, const PictureSize& size, const std::string& file,
+                     Prompter& prompter);
 
 // A picture of the plot for the clipboard: the image of it, as shown, and an SVG document.
 std::unique_ptr<QMimeData> CopiedPicture(PlotPage& plot, const PictureSize& size, const QImage& shown);
