@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 #include "app/DesktopDrawer.h"
 #include "app/SettingsStore.h"
@@ -32,16 +33,24 @@ std::optional<std::string> ReadPlot(const std::string& name) {
   return PlotFileText(document->Plot());
 }
 
-// Why the names make no sense, in a sentence; empty where they do.
-std::string WhyNot(const std::string& plot, const std::vector<std::string>& names, const PlotDrawer& drawer) {
+// The names that can be written; why others can't is told, a sentence each.
+std::vector<std::string> GoodNames(const std::string& plot, const std::vector<std::string>& names,
+                                   const PlotDrawer& drawer) {
   const auto input = IdentityOfFile(ResolvePath(plot));
+  const std::string whyNoPictures = drawer.WhyNone();
+  bool told = whyNoPictures.empty();
+  std::vector<std::string> good;
   for (const std::string& name : names) {
-    if (PlotEnding(name).empty()) return UnknownEndingText(name);
-    if (input && input == IdentityOfFile(ResolveNewPath(name)))
-      return "The file '" + name + "' is the plot itself and is not overwritten.";
-    if (PictureFormatOf(name) != nullptr && !drawer.WhyNone().empty()) return drawer.WhyNone();
+    if (PlotEnding(name).empty())
+      Complain(UnknownEndingText(name));
+    else if (input && input == IdentityOfFile(ResolveNewPath(name)))
+      Complain("The file '" + name + "' is the plot itself and is not overwritten.");
+    else if (PictureFormatOf(name) == nullptr || whyNoPictures.empty())
+      good.push_back(name);
+    else if (!std::exchange(told, true))
+      Complain(whyNoPictures);
   }
-  return "";
+  return good;
 }
 
 }  // namespace
@@ -55,24 +64,23 @@ int ConvertPlot(const std::vector<std::string>& arguments) {
   const std::string& plot = arguments[1];
   const std::vector<std::string> names(arguments.begin() + 2, arguments.end());
   DesktopDrawer drawer;
-  if (const std::string why = WhyNot(plot, names, drawer); !why.empty()) {
-    Complain(why);
-    return EXIT_FAILURE;
-  }
+  const std::vector<std::string> good = GoodNames(plot, names, drawer);
+  if (good.empty()) return EXIT_FAILURE;
   const std::optional<std::string> text = ReadPlot(plot);
   if (!text) return EXIT_FAILURE;
 
   // A signal ends the drawing, too, and leaves nothing behind.
   WatchForEnd();
   ReplacementFile file(FileCare::Answer);
-  int status = EXIT_SUCCESS;
-  for (const std::string& name : names) {
+  int status = good.size() == names.size() ? EXIT_SUCCESS : EXIT_FAILURE;
+  for (const std::string& name : good) {
     std::string fault;
     if (WritePlot(
             *text, name, drawer, [] { return EndSignal() == 0; }, file, fault) == 0)
       continue;
     Complain(fault);
     status = EXIT_FAILURE;
+    if (EndSignal() != 0) break;
   }
   return status;
 }

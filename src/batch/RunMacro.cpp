@@ -2,9 +2,11 @@
 
 #include <array>
 #include <exception>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <set>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -80,6 +82,17 @@ constexpr std::size_t kLongestText = 100'000;
 // What an exception comes from, all else being told by numbers and sentences.
 constexpr std::string_view kOutOfMemory = "There is not enough memory for this run.";
 
+// What a run writes. One kind may overwrite what an earlier run has written of it, but never the other kind.
+enum class Writing { Answers, Plot };
+
+// By which a file that exists is known, whatever name leads to it. What it is on the disk is no such name: a file that
+// is replaced is another one, and the next may get its place.
+std::string FullName(const std::string& file) {
+  std::error_code error;
+  const std::filesystem::path name = std::filesystem::canonical(ResolveNewPath(file), error);
+  return error ? "" : name.string();
+}
+
 class MacroRun {
  public:
   MacroRun(Session& session, cfgSolve& form, PlotDrawer& drawer) : session_(session), form_(form), drawer_(drawer) {}
@@ -103,10 +116,13 @@ class MacroRun {
   bool Configure(const std::string& fileName);
   void NoteInputs(const std::string& fileName);
   std::optional<std::string> RefuseInput(const std::string& role, const std::string& file) const;
+  std::optional<std::string> RefuseOther(Writing kind, const std::string& file) const;
+  void NoteWritten(Writing kind, const std::string& file);
   bool LogParameters();
   bool RunAll();
   bool TryRun();
   bool SubstituteParameters();
+  void AssignPlots();
   void NoteChangedInputs();
   bool RunOnce();
   bool ReadData();
@@ -120,6 +136,11 @@ class MacroRun {
 
   bool InParameterRun() const { return macro_.Setup.UseParameterFile; }
   void Log(std::string_view text) { log_.append(text).append(NL); }
+  // Where the log doesn't hold it, whoever started the program hears the first one.
+  void LogFault(const std::string& text) {
+    Log(text);
+    if (message_.empty() && (!logEnabled_ || macro_.Setup.LogSummaryOnly)) message_ = text;
+  }
   void Tell(const std::string& text) {
     if (macro_.Setup.UseDDE) form_.DDEText(text);
   }
@@ -171,7 +192,9 @@ class MacroRun {
   std::optional<ParameterTable> parameters_;    // none where it could not be read
   std::string parametersFault_;                 // why
   std::map<FileIdentity, const char*> inputs_;  // what no output may fall on, and what it is
-  std::size_t run_ = 0;                         // from 0
+  std::map<std::string, Writing> written_;      // by full name, where there are plots at all
+  bool hasPlots_ = false;
+  std::size_t run_ = 0;  // from 0
   bool inputChanged_ = true;
   std::array<std::string, std::size(kFields)> previous_;  // inputs of the run before
   SolveData data_, unsorted_;
@@ -215,6 +238,9 @@ bool MacroRun::Configure(const std::string& fileName) {
   NoteInputs(fileName);
   logEnabled_ = setup.LogEnabled;
   if (logEnabled_) OpenLog();
+  hasPlots_ = !setup.PlotFile.empty();
+  if (hasPlots_ && !setup.PlotTemplate.empty())
+    if (const std::string fault = TemplateFault(setup.PlotTemplate); !fault.empty()) LogFault("Error: " + fault);
   FlushBuffer();
   return LogParameters();
 }
@@ -257,6 +283,18 @@ std::optional<std::string> MacroRun::RefuseInput(const std::string& role, const 
   const auto input = identity ? inputs_.find(*identity) : inputs_.end();
   if (input == inputs_.end()) return std::nullopt;
   return "The " + role + " '" + file + "' is the " + input->second + " of this macro and is not overwritten.";
+}
+
+// The same for what an earlier run, or this one, has written of the other kind.
+std::optional<std::string> MacroRun::RefuseOther(Writing kind, const std::string& file) const {
+  const auto other = written_.empty() ? written_.end() : written_.find(FullName(file));
+  if (other == written_.end() || other->second == kind) return std::nullopt;
+  return kind == Writing::Plot ? "The plot '" + file + "' is the output file of this macro and is not overwritten."
+                               : "The output '" + file + "' is a plot of this macro and is not overwritten.";
+}
+
+void MacroRun::NoteWritten(Writing kind, const std::string& file) {
+  if (const std::string name = hasPlots_ ? FullName(file) : ""; !name.empty()) written_[name] = kind;
 }
 
 bool MacroRun::LogParameters() {
@@ -326,6 +364,7 @@ bool MacroRun::SubstituteParameters() {
     FailRun(kParameterFile);
     return true;
   };
+  bool plotsChanged = false;
   for (std::size_t p = 0; p < parameters_->Names.size(); ++p) {
     const std::string token = Token(parameters_->Names[p]);
     const std::string& value = parameters_->Rows[run_][p];
@@ -333,10 +372,13 @@ bool MacroRun::SubstituteParameters() {
       std::string& text = field.In(setup);
       if (!Substitute(text, token, value)) continue;
       if (tooLong(text, field.Keyword)) return false;
+      // Names that are not complete yet would be many.
+      if (field.Keyword == kPlots) {
+        plotsChanged = true;
+        continue;
+      }
       // A connection may hold a password, which no log shows.
-      const std::string shown = field.Keyword == kData    ? DataSourceText(setup)
-                                : field.Keyword == kPlots ? OneLine(text)
-                                                          : text;
+      const std::string shown = field.Keyword == kData ? DataSourceText(setup) : text;
       if (field.IsLogged) Log("Assigning " + std::string(field.Keyword) + " = '" + shown + "'");
       ReadKeptText(*FindStatement(field.Keyword), setup);
     }
@@ -347,9 +389,25 @@ bool MacroRun::SubstituteParameters() {
       faults[i] = ApplyAssign(*assigns[i].Model, assigns[i].Text, session_.Locale.ListSeparator);
     }
   }
+  if (plotsChanged) AssignPlots();
   for (std::size_t i = 0; i < assigns.size(); ++i)
     if (!faults[i].empty()) Log("Warning: 'Assign " + assigns[i].Text + "' is ignored: " + faults[i]);
   return true;
+}
+
+// Takes those out that the parameters leave without a name.
+void MacroRun::AssignPlots() {
+  std::string named;
+  const std::string text = std::exchange(macro_.Setup.PlotFile, "") + std::string(NL);
+  for (std::string_view lines = text; !lines.empty();) {
+    const std::string_view name = Trim(TakeLine(lines));
+    if (name.empty())
+      Log("Warning: A PlotFile of this run has no name, and that plot is left out.");
+    else
+      named.append(named.empty() ? "" : NL).append(name);
+  }
+  macro_.Setup.PlotFile = named;
+  Log("Assigning PlotFile = '" + OneLine(named) + "'");
 }
 
 void MacroRun::NoteChangedInputs() {
@@ -467,14 +525,17 @@ int MacroRun::WriteAnswers() {
   std::optional<std::string> refusal = RefuseInput("output", setup.OutputFile);
   // Saving a project keeps the old file under a second name, which must not fall on an input either.
   if (!refusal && asProject) refusal = RefuseInput("output", KeptName(setup.OutputFile));
+  if (!refusal) refusal = RefuseOther(Writing::Answers, setup.OutputFile);
   if (refusal) {
-    Log(*refusal);
+    LogFault(*refusal);
     return kAccessError;
   }
-  if (asProject) return WriteProjectOutput(macro_.Models, unsorted_, setup, session_.Locale);
-  if (EqualNoCase(setup.OutputFormat, "structured"))
-    return WriteStructuredOutput(macro_.Models, data_, setup, outputFile_);
-  return WriteDelimitedOutput(macro_.Models, data_, setup, outputFile_);
+  const int error = asProject ? WriteProjectOutput(macro_.Models, unsorted_, setup, session_.Locale)
+                    : EqualNoCase(setup.OutputFormat, "structured")
+                        ? WriteStructuredOutput(macro_.Models, data_, setup, outputFile_)
+                        : WriteDelimitedOutput(macro_.Models, data_, setup, outputFile_);
+  if (error == 0) NoteWritten(Writing::Answers, setup.OutputFile);
+  return error;
 }
 
 // The same of the last plot that could not be written; the others are. What could be no plot at all is no error.
@@ -482,9 +543,12 @@ int MacroRun::WritePlots() {
   const MacroSetup& setup = macro_.Setup;
   const MacroPlot plot = MakeMacroPlot(macro_.Models, unsorted_, setup, session_.Preferences, session_.Locale);
   for (const std::string& warning : plot.Warnings) Log("Warning: " + warning);
-  if (plot.Text.empty()) return plot.Error;
+  if (!plot.Fault.empty()) {
+    LogFault(NotDrawnText(OneLine(setup.PlotFile), plot.Fault));
+    return kNotDrawn;
+  }
+  if (plot.Text.empty()) return 0;
 
-  const auto output = IdentityOfFile(ResolveNewPath(setup.OutputFile));
   const auto goOn = [this] {
     form_.Yield();
     return !form_.Aborted;
@@ -500,18 +564,19 @@ int MacroRun::WritePlots() {
     }
     Tell("Writing plot file '" + name + " '");
     Log("Writing plot to " + name);
-    std::string fault;
-    int failed = kAccessError;
-    if (const std::optional<std::string> refusal = RefuseInput("plot", name))
-      fault = *refusal;
-    else if (output && output == IdentityOfFile(ResolveNewPath(name)))
-      fault = "The plot '" + name + "' is the output file of this macro and is not overwritten.";
-    else
-      failed = WritePlot(plot.Text, name, drawer_, goOn, outputFile_, fault);
-    if (!fault.empty()) Log(fault);
+    std::optional<std::string> refusal = RefuseInput("plot", name);
+    if (!refusal) refusal = RefuseOther(Writing::Plot, name);
+    std::string fault = refusal.value_or("");
+    const int failed = refusal ? kAccessError : WritePlot(plot.Text, name, drawer_, goOn, outputFile_, fault);
+    if (failed == 0) NoteWritten(Writing::Plot, name);
+    // Of an end that was asked for the log speaks once, whatever was still to be drawn.
+    if (!goOn() && (failed != 0 || !names.empty())) {
+      LogAbort(log_);
+      return kNotDrawn;
+    }
+    if (!fault.empty()) LogFault(fault);
     if (failed != 0) error = failed;
   }
-  if (error != 0 && form_.Aborted) LogAbort(log_);
   return error;
 }
 

@@ -1,11 +1,19 @@
 #include "batch/WritePlot.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <iterator>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 #include "core/Files.h"
 #include "core/NotingPrompter.h"
 #include "core/NumberText.h"
+#include "core/QuietPrompter.h"
 #include "files/PlotDocument.h"
 #include "files/PlotFile.h"
 #include "files/PlotTemplate.h"
@@ -19,8 +27,7 @@ namespace {
 
 constexpr std::string_view kPlotFile = ".plt";
 
-constexpr int kBadFileName = 52;
-constexpr int kNotWritten = -1;  // for no error of the file itself
+constexpr int kBadFileName = 52, kAccessError = 75;
 
 using Page = Result<std::unique_ptr<PlotPage>>;
 
@@ -51,6 +58,37 @@ Page PageOfSolutions(ResultPlotKind kind, std::vector<SolvedItem> solutions, con
   return PlotOfResults(kind, solutions.front(), *data, sheet, settings, locale);
 }
 
+// Creates a plot that failed with all of its models, without those that have no value somewhere on its scales. Why that
+// fails, too, in a sentence; else empty.
+std::string CreateWithoutFailing(PlotPage& plot, std::vector<std::string>& warnings) {
+  QuietPrompter nobody;
+  const auto canBe = [&](const std::vector<PlotSeries>& series) {
+    const std::unique_ptr<PlotPage> trial = plot.Clone();
+    trial->PlotData = series;
+    return trial->CreateGraph({.Regenerate = true}, nobody);
+  };
+  std::vector<PlotSeries> kept;
+  std::copy_if(plot.PlotData.begin(), plot.PlotData.end(), std::back_inserter(kept),
+               [](const PlotSeries& series) { return series.Model() == nullptr; });
+  const std::size_t others = kept.size();
+  if (!canBe(kept)) return kPlotFailure;
+  std::vector<std::string> failing;
+  for (const PlotSeries& series : plot.PlotData) {
+    if (series.Model() == nullptr) continue;
+    std::vector<PlotSeries> alone(kept.begin(), kept.begin() + static_cast<std::ptrdiff_t>(others));
+    alone.push_back(series);
+    if (canBe(alone))
+      kept.push_back(series);
+    else
+      failing.push_back(series.Model()->id);
+  }
+  if (kept.size() == others && !failing.empty()) return NoCurveText(failing);
+  plot.PlotData = std::move(kept);
+  if (!plot.CreateGraph({.Regenerate = true}, nobody)) return kPlotFailure;
+  warnings.push_back(NoCurveText(failing));
+  return "";
+}
+
 }  // namespace
 
 MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted, const MacroSetup& setup,
@@ -70,17 +108,33 @@ MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted
   if (!page) return refuse(page.error());
   if (setup.PlotKind == static_cast<int>(ResultPlotKind::Model)) LeaveModelsOnly(**page, settings);
   std::optional<PlotDocument> document = NewPlotDocument(std::move(*page), settings, user);
-  plot.Warnings.insert(plot.Warnings.end(), user.Notes().begin(), user.Notes().end());
-  if (!document) return plot;
+  // That a template of the preferences leaves nothing to be drawn is told further on, where another one doesn't help.
+  std::copy_if(user.Notes().begin(), user.Notes().end(), std::back_inserter(plot.Warnings),
+               [](const std::string& note) { return note != kPlotFailure; });
+  if (!document) {
+    plot.Fault = kPlotFailure;
+    return plot;
+  }
   if (!setup.PlotTemplate.empty()) {
     if (!ApplyPlotTemplate(document->Plot(), setup.PlotTemplate, false, user)) {
-      plot.Error = kNotWritten;
-      return refuse(user.Last());
+      plot.Fault = TemplateFault(setup.PlotTemplate);
+      if (plot.Fault.empty()) plot.Fault = user.Last();
+      return plot;
     }
-    if (!document->Plot().CreateGraph({.Regenerate = true}, user)) return refuse(user.Last());
+    document->Plot().CreateGraph({.Regenerate = true}, user);
   }
-  plot.Text = PlotFileText(document->Plot());
+  if (!document->Plot().PlotCreated) plot.Fault = CreateWithoutFailing(document->Plot(), plot.Warnings);
+  if (plot.Fault.empty()) plot.Text = PlotFileText(document->Plot());
   return plot;
+}
+
+std::string TemplateFault(const std::string& name) {
+  if (access(ResolvePath(name).c_str(), R_OK) == 0) return "";
+  return "The plot template '" + name + "' cannot be read. " + FileErrorText(FileErrorNumber(errno));
+}
+
+std::string NotDrawnText(const std::string& names, const std::string& why) {
+  return "The plot '" + names + "' cannot be drawn. " + why;
 }
 
 std::string PlotEnding(const std::string& name) {
@@ -101,11 +155,17 @@ int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& 
     fault = UnknownEndingText(name);
     return kBadFileName;
   }
+  std::error_code ignored;
+  const std::filesystem::file_status there = std::filesystem::status(ResolveNewPath(name), ignored);
+  if (exists(there) && !is_regular_file(there) && !is_directory(there)) {
+    fault = "The plot '" + name + "' cannot be written. It is a pipe or a device and not a file.";
+    return kAccessError;
+  }
   const Result<std::string> content =
       ending == kPlotFile ? Result<std::string>(plotText) : drawer.Draw(plotText, ending, goOn);
   if (!content) {
-    fault = "The plot '" + name + "' cannot be drawn. " + content.error();
-    return kNotWritten;
+    fault = NotDrawnText(name, content.error());
+    return kNotDrawn;
   }
   int error = file.Create(name);
   if (error == 0) file.Text().Write(*content);

@@ -17,7 +17,7 @@ namespace quorvex {
 struct MacroPlot {
   std::string Text;                   // of its file; empty where there is none
   std::vector<std::string> Warnings;  // what it does without, or why there is none, a sentence each
-  int Error = 0;                      // else the number of a file error: there is none since its template failed
+  std::string Fault;                  // why it cannot be drawn, a sentence
 };
 
 // The plot of a run's solved models and points, in the order of their source: the one that the desktop program shows
@@ -26,12 +26,21 @@ struct MacroPlot {
 MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted, const MacroSetup& setup,
                         Settings& settings, const LocaleText& locale);
 
+// Why the file of a template cannot be read, in a sentence; empty where it can.
+std::string TemplateFault(const std::string& name);
+
+// What stands in the place of a file error's number where a plot cannot be drawn.
+inline constexpr int kNotDrawn = -1;
+// Said of a plot, or of several.
+std::string NotDrawnText(const std::string& names, const std::string& why);
+
 // The ending of a plot's file name, in lower case, where there is such a kind of file; else empty.
 std::string PlotEnding(const std::string& name);
 // Said of a name with another one.
 std::string UnknownEndingText(const std::string& name);
 
-// Writes a plot, told by the text of its file, as what the ending of the name asks for. Returns 0 or the number of the
+// Writes a plot, told by the text of its file, as what the ending of the name asks for; pipes and devices are refused,
+// since nobody may be there to read what else would be waited for. Returns 0 or the number of the
 // file error, and a sentence in `fault`.
 int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
               const std::function<bool()>& goOn, ReplacementFile& file, std::string& fault);

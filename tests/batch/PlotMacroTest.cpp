@@ -1,6 +1,7 @@
 // The plots of macros, with a drawer of the test's own; and of the command line, as far as that goes without one.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "Paths.h"
 #include "batch/Program.h"
@@ -35,15 +36,17 @@ struct QuietForm : cfgSolve {
 constexpr const char* kData = "5 13.1 .2\n1 5.1 .1\n2 6.9 .1\n3 9.2 .1\n4 10.8 .1\n";
 const std::string kHead = "B_MACRO\nDataFile = @data.txt\nOutputFile = @out.txt\nLogFile = @run.log\n";
 const std::string kLine = "B_MODEL\nID = line\nY = a+b*x\nE_MODEL\n";
-const std::string kModels =
-    kLine + "B_MODEL\nID = bent\nY = a+b*x^2\nE_MODEL\nB_MODEL\nID = root\n" + "Y = a+b*sqr(x)\nE_MODEL\nE_MACRO\n";
+const std::string kRoot = "B_MODEL\nID = root\nY = a+b*sqr(x)\nE_MODEL\n";
+const std::string kModels = kLine + "B_MODEL\nID = bent\nY = a+b*x^2\nE_MODEL\n" + kRoot + "E_MACRO\n";
 
 class PlotMacro : public testing::Test {
  protected:
   // The status of a run of that macro.
   int Run(const std::string& macro) {
     const std::string name = Files.Folder.Write("macro.cfg", Files.InFolder(macro));
-    return RunMacro(name, Run_, Form, Drawer).Status;
+    const MacroOutcome outcome = RunMacro(name, Run_, Form, Drawer);
+    Said = Files.WithoutFolder(outcome.Message);
+    return outcome.Status;
   }
   // The same of one with the data, the models and these statements.
   int Draw(const std::string& statements, const std::string& models = kModels) {
@@ -61,6 +64,7 @@ class PlotMacro : public testing::Test {
   Session Run_;
   QuietForm Form;
   NotingDrawer Drawer;
+  std::string Said;
 };
 using Names = std::vector<std::string>;
 
@@ -121,6 +125,9 @@ TEST_F(PlotMacro, TakesItsLookFromATemplate) {
 TEST_F(PlotMacro, TellsWhatKeepsItFromAPlot) {
   Files.Folder.Write("old.svg", "old");
   Files.Folder.Write("look.qv2", "plot_title_text = Mine\n");
+  Files.Folder.Write("look.qv3", "plot_title_text = Mine\n");
+  Files.Folder.Write("far.qv2", "x_axis_scale_min = -100\nextrapolate = true\n");
+  for (const char* name : {"pipe.svg", "pipe.plt"}) mkfifo(Files.Folder.Path(name).c_str(), 0666);
   Files.Folder.Write("plane.txt", "1 1 3\n1 2 4.1\n2 1 5.2\n2 2 6\n3 5 9.9\n3 1 7.1\n");
   Files.Folder.Write("space.txt", "1 1 2 3\n1 2 2 4.1\n2 1 1 5.2\n2 2 5 6\n3 5 4 9.9\n3 1 1 7.1\n");
   Files.Folder.Write("gap.txt", "-2 5\n-1 3\n1 3.1\n2 4.9\n");
@@ -155,11 +162,20 @@ TEST_F(PlotMacro, TellsWhatKeepsItFromAPlot) {
       {"PlotTemplate = @look.qv2\nPlotFile = @link.plt\n", kModels, 220, false,
        "The plot '@link.plt' is the plot template of this macro and is not overwritten.\n"},
       {"PlotTemplate = @none.qv2\n" + old, kModels, 250, false,
-       "Warning: Error applying plot template '@none.qv2'.\nFile Output Error: 250\n"},
+       "The plot '@old.svg' cannot be drawn. The plot template '@none.qv2' cannot be read. The file does not exist.\n"
+       "File Output Error: 250\n"},
       {"PlotTemplate = @look.qv3\n" + old, kModels, 250, false,
-       "Warning: You cannot apply a 3D Template to a 2D Plot.\nFile Output Error: 250\n"},
+       "The plot '@old.svg' cannot be drawn. You cannot apply a 3D Template to a 2D Plot.\nFile Output Error: 250\n"},
       {plane + "PlotTemplate = @look.qv2\n" + old, planes, 250, false,
-       "Warning: You cannot apply a 2D Template to a 3D Plot.\n"},
+       "The plot '@old.svg' cannot be drawn. You cannot apply a 2D Template to a 3D Plot.\n"},
+      {"PlotTemplate = @far.qv2\nPlotModels = all\n" + old, kModels, 0, true,
+       "Warning: An error has occurred generating equation data for equation root\nWriting plot to @old.svg\n****"},
+      {"PlotTemplate = @far.qv2\nPlotFile = @new.plt\n" + old, kRoot + "E_MACRO\n", 250, false,
+       "The plot '@new.plt, @old.svg' cannot be drawn. An error has occurred generating equation data for equation "
+       "root\nFile Output Error: 250\n"},
+      {"PlotFile = @pipe.svg\nPlotFile = @pipe.plt\n" + old, kModels, 220, true,
+       "Writing plot to @pipe.svg\nThe plot '@pipe.svg' cannot be written. It is a pipe or a device and not a file.\n"
+       "Writing plot to @pipe.plt\nThe plot '@pipe.plt' cannot be written. It is a pipe or a device and not a file.\n"},
       {plane + old, planes, 0, true, "Writing solution to @out.txt\nWriting plot"},
       {plane + "PlotModels = all\n" + old, planes, 0, true,
        "Warning: Only one model at a time can be displayed on this kind of plot, which shows the best.\nWriting plot"},
@@ -206,9 +222,15 @@ TEST_F(PlotMacro, KeepsTheOlderPictureWhereTheDrawingFails) {
             std::string::npos);
   EXPECT_EQ(Files.Folder.Read("a.svg"), "old");
   Drawer.Fault.clear();
+  EXPECT_EQ(Said, "");
+  Drawer.Fault = "It broke.";
+  EXPECT_EQ(Draw("LogSummaryOnly = True\nPlotFile = @b.svg\n" + macro), 250);
+  EXPECT_EQ(Said, "The plot '@b.svg' cannot be drawn. It broke.");
+  Drawer.Fault.clear();
   Drawer.Meanwhile = [this] { Form.Aborted = true; };
-  EXPECT_EQ(Draw(macro), 450);
-  EXPECT_NE(Files.Log().find("SOLUTION PROCESS ABORTED BY USER.\n"), std::string::npos);
+  EXPECT_EQ(Draw(macro + "PlotFile = @b.plt\nPlotFile = @c.svg\n"), 450);
+  EXPECT_NE(Files.Log().find("Writing plot to @a.svg\n\nSOLUTION PROCESS ABORTED BY USER.\n****"), std::string::npos)
+      << Files.Log();
   EXPECT_TRUE(
       Files.Log().ends_with("Run Failed\n***************************************\nAbnormal termination\n"
                             "Exit Status 450\n"))
@@ -222,15 +244,63 @@ TEST_F(PlotMacro, HasPlotsOfEachRunOfATable) {
   const std::string log = Files.Log();
   for (const char* name : {"one.svg", "one.png", "two.png", "three.plt", "three.png"})
     EXPECT_NE(Files.Folder.Read(name), "") << name << log;
-  EXPECT_NE(log.find("Assigning PlotFile = '@one.%ending%, @one.png'\nAssigning PlotFile = '@one.svg, @one.png'\n"),
-            std::string::npos)
-      << log;
+  EXPECT_NE(log.find("Beginning Run: 1\nAssigning PlotFile = '@one.svg, @one.png'\nReading"), std::string::npos) << log;
   EXPECT_NE(log.find("Input parameters unchanged\nSolution Complete\n\nWriting solution to @out.txt\nWriting plot"),
             std::string::npos);
   EXPECT_TRUE(
       log.ends_with("1: Run Successful\n2: Run Failed\n3: Run Successful\n"
                     "***************************************\nNormal termination\n"))
       << log;
+}
+
+TEST_F(PlotMacro, LeavesOutWhatATableGivesNoName) {
+  Files.Folder.Write("p.csv", "first,last\n@a.svg,\n,@b.svg\n,\n");
+  Files.Folder.Write("p.csv", Files.InFolder(Files.Folder.Read("p.csv")));
+  const std::string warning = "Warning: A PlotFile of this run has no name, and that plot is left out.\n";
+  EXPECT_EQ(Draw("ParameterFile = @p.csv\nPlotFile = %first%\nPlotFile = %last%\n"), 0);
+  EXPECT_EQ(Drawer.Endings, (Names{".svg", ".svg"}));
+  for (const std::string& lines :
+       {warning + "Assigning PlotFile = '@a.svg'\nReading", warning + "Assigning PlotFile = '@b.svg'\nInput",
+        warning + warning + "Assigning PlotFile = ''\nInput"})
+    EXPECT_NE(Files.Log().find(lines), std::string::npos) << lines << Files.Log();
+}
+
+TEST_F(PlotMacro, NeverOverwritesTheAnswersOfAnotherRunOfATable) {
+  const std::string macro = "OutputFile = @%o%\nParameterFile = @p.csv\nPlotFile = @%p%\n";
+  const std::string answers = "The plot '@o1.svg' is the output file of this macro and is not overwritten.\n";
+  const std::string plot = "The output '@p1.svg' is a plot of this macro and is not overwritten.\n";
+  const struct {
+    const char* Table;
+    int Status;
+    std::string LogHas, Results;
+  } cases[] = {
+      {"o1.svg,p1.svg\no2.svg,o1.svg\no1.svg,p1.svg\n", 220, answers,
+       "1: Run Successful\n2: Run Failed\n3: Run Successful\n"},
+      {"o1.svg,p1.svg\no2.svg,./link.svg\n", 220, "link.svg' is the output file of this macro", "2: Run Failed\n"},
+      {"o1.svg,p1.svg\np1.svg,p2.svg\n", 220, plot, "1: Run Successful\n2: Run Failed\n"},
+      {"o1.svg,p1.svg\no1.svg,p1.svg\n", 0, "", "1: Run Successful\n2: Run Successful\n"},
+  };
+  std::filesystem::create_symlink("o1.svg", Files.Folder.Path("link.svg"));
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Table);
+    Files.Folder.Write("p.csv", std::string("o,p\n") + c.Table);
+    EXPECT_EQ(Draw(macro), c.Status);
+    EXPECT_NE(Files.Log().find(c.LogHas), std::string::npos) << Files.Log();
+    EXPECT_NE(Files.Log().find(c.Results), std::string::npos) << Files.Log();
+    EXPECT_NE(Files.Folder.Read("o1.svg").find("Model_ID"), std::string::npos);
+    EXPECT_EQ(Files.Folder.Read("p1.svg"), "picture.svg");
+  }
+}
+
+TEST_F(PlotMacro, TellsOfAMissingTemplateBeforeItSolves) {
+  EXPECT_EQ(Draw("PlotTemplate = @none.qv2\n"), 0);
+  EXPECT_EQ(Files.Log().find("none.qv2"), std::string::npos);
+  EXPECT_EQ(Draw("PlotTemplate = @none.qv2\nPlotFile = @a.svg\n"), 250);
+  const std::string log = Files.Log();
+  EXPECT_LT(log.find("Error: The plot template '@none.qv2' cannot be read. The file does not exist.\n"),
+            log.find("Solving models"))
+      << log;
+  EXPECT_NE(Files.Folder.Read("out.txt"), "");
 }
 
 TEST(PlotOption, SaysWhatIsWrongInASentence) {
@@ -246,7 +316,12 @@ TEST(PlotOption, SaysWhatIsWrongInASentence) {
       {"-plot @a.plt @b.plt", "The plot file '@a.plt' cannot be read. The file does not exist.\n"},
       {"-plot @ @b.plt", "The plot file '@' cannot be read. The file cannot be accessed.\n"},
       {"-plot @a.plt @b.plt @c.gif",
-       "The plot '@c.gif' is not written: its name ends in none of .bmp, .emf, .svg, .pdf, .png, .plt.\n"},
+       "The plot '@c.gif' is not written: its name ends in none of .bmp, .emf, .svg, .pdf, .png, .plt.\n"
+       "The plot file '@a.plt' cannot be read. The file does not exist.\n"},
+      {"-plot @data.plt @c.gif @data.plt @d.plt @none/b.plt",
+       "The plot '@c.gif' is not written: its name ends in none of .bmp, .emf, .svg, .pdf, .png, .plt.\n"
+       "The file '@data.plt' is the plot itself and is not overwritten.\n"
+       "The plot '@none/b.plt' cannot be written. The folder does not exist.\n"},
       {"-plot @data.plt @b.svg",
        "The desktop program quorvex-desktop is not installed, so no pictures are drawn, only plot files (.plt) are "
        "written.\n"},
@@ -259,6 +334,7 @@ TEST(PlotOption, SaysWhatIsWrongInASentence) {
     EXPECT_EQ(program.Out, "");
   }
   EXPECT_EQ(program.Folder.Read("data.plt"), "1 2\n2 3\n");
+  EXPECT_NE(program.Folder.Read("d.plt"), "");
   // The last one wrote what it could.
   EXPECT_EQ(program.Run(program.InFolder("-plot @b.plt @c.plt")), 0);
   EXPECT_EQ(program.Folder.Read("c.plt"), program.Folder.Read("b.plt"));
