@@ -1,5 +1,8 @@
 #include "app/ui/ServeDrawings.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QGuiApplication>
 #include <cstdlib>
 #include <iostream>
@@ -23,6 +26,21 @@ void EndWhereFatal(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
 }
 
+// Qt wants a folder for run-time files and makes one that stays behind, where the environment names none that it likes.
+// It likes one that was removed but is still open, and gone with this process.
+void UseNoRuntimeFolder() {
+  const char* const wanted = std::getenv("TMPDIR");
+  for (const char* place : {wanted, "/tmp"}) {
+    std::string pattern = std::string(place != nullptr && *place != '\0' ? place : "/tmp") + "/quorvex-XXXXXX";
+    if (mkdtemp(pattern.data()) == nullptr) continue;
+    const int folder = open(pattern.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    rmdir(pattern.c_str());
+    // The dot makes a folder of what else is a link.
+    if (folder >= 0) qputenv("XDG_RUNTIME_DIR", QByteArray("/proc/self/fd/") + QByteArray::number(folder) + "/.");
+    return;
+  }
+}
+
 // Why there is no picture, in a line; empty where it was written.
 std::string DrawPlotFile(const std::string& plotName, const std::string& ending, const std::string& pictureName,
                          const Session& session) {
@@ -44,8 +62,7 @@ std::string DrawPlotFile(const std::string& plotName, const std::string& ending,
 int ServeDrawings(const std::string& plotName, const std::string& pictureName, char* programName) {
   // Pictures must not depend on whose display and which scale it would be.
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  // Without one, a folder would be made and stay behind; none is used for drawing, and what is no folder is left alone.
-  qputenv("XDG_RUNTIME_DIR", "/dev/null");
+  UseNoRuntimeFolder();
   for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI", "QT_QPA_PLATFORMTHEME"})
     qunsetenv(name);
   qInstallMessageHandler(EndWhereFatal);
