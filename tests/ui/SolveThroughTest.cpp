@@ -9,7 +9,7 @@
 #include "NistProject.h"
 #include "Paths.h"
 #include "SolveFrame.h"
-
+#include "results/ui/TableView.h"
 namespace quorvex {
 namespace {
 
@@ -34,15 +34,12 @@ class SolveThrough : public SolveFrame {
     return project;
   }
 
-  // Row by row, the cells of Fit Information.
+  // Row by row, the cells of Fit Information, with all digits.
   std::vector<std::vector<std::string>> Fit() {
-    const QAbstractItemModel& model = *In<QTableView>(Results(), "FitBook").model();
-    std::vector<std::vector<std::string>> rows;
-    for (int row = 0; row < model.rowCount(); ++row) {
-      rows.emplace_back();
-      for (int col = 0; col < model.columnCount(); ++col)
-        rows.back().push_back(model.index(row, col).data().toString().toStdString());
-    }
+    const TextTable& table = *static_cast<TableView&>(In<QTableView>(Results(), "FitBook")).InFull();
+    std::vector<std::vector<std::string>> rows(table.RowCount());
+    for (std::size_t row = 0; row < table.RowCount(); ++row)
+      for (std::size_t col = 0; col < table.ColumnCount(); ++col) rows[row].push_back(table.Cell(row, col));
     return rows;
   }
   // The row of that label, from the table under that heading on.
