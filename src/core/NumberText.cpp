@@ -39,24 +39,34 @@ struct NumberPattern {
   int ExponentShown = 0;      // digits of the exponent at least; 0 when the pattern has none
   bool ExponentPlus = false;  // a positive exponent bears a sign
   char ExponentMark = 'E';    // or "e", as the pattern has it
-  bool HasDigits() const { return IntegerPlaces + DecimalPlaces > 0; }
+  bool TellsNumbers() const;
 };
 
 bool IsPlace(char c) { return c == '0' || c == '#'; }
+
+// The decimal mark and a digit behind it.
+bool IsFraction(std::string_view text) {
+  return text.size() > 1 && (text[0] == '.' || text[0] == ',') && IsPlace(text[1]);
+}
+
+// A second mark or an exponent alone would give other numbers than those meant.
+bool NumberPattern::TellsNumbers() const {
+  const std::string_view before = Trim(Prefix);
+  return IntegerPlaces + DecimalPlaces > 0 && !IsFraction(Suffix) && !EqualNoCase(before, "E+") &&
+         !EqualNoCase(before, "E-");
+}
 
 NumberPattern ParsePattern(std::string_view pattern) {
   NumberPattern parsed;
   std::size_t at = 0;
   const auto here = [&] { return at < pattern.size() ? pattern[at] : '\0'; };
-  while (at < pattern.size() && !IsPlace(here()) &&
-         !(here() == '.' && at + 1 < pattern.size() && IsPlace(pattern[at + 1])))
-    ++at;
+  while (at < pattern.size() && !IsPlace(here()) && !IsFraction(pattern.substr(at))) ++at;
   parsed.Prefix = pattern.substr(0, at);
   for (; IsPlace(here()); ++at) {
     ++parsed.IntegerPlaces;
     if (here() == '0' || parsed.IntegerShown > 0) ++parsed.IntegerShown;  // "0##" shows all three
   }
-  if (here() == '.') {
+  if (here() == '.' || IsFraction(pattern.substr(at))) {
     ++at;
     for (; IsPlace(here()); ++at) {
       ++parsed.DecimalPlaces;
@@ -153,12 +163,12 @@ std::string ShortestNumber(float value) {
 }
 
 bool IsNumberPattern(std::string_view pattern) {
-  return std::any_of(pattern.begin(), pattern.end(), IsPlace) || EqualNoCase(Trim(pattern), "general");
+  return ParsePattern(pattern).TellsNumbers() || EqualNoCase(Trim(pattern), "general");
 }
 
 std::string FormatNumber(double value, std::string_view pattern, int generalDigits) {
   const NumberPattern parsed = ParsePattern(pattern);
-  if (!parsed.HasDigits() || !std::isfinite(value)) return GeneralNumber(value, generalDigits);
+  if (!parsed.TellsNumbers() || !std::isfinite(value)) return GeneralNumber(value, generalDigits);
 
   const double size = std::abs(value);
   int exponent = 0;
