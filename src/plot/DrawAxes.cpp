@@ -177,9 +177,10 @@ PlotMargins MeasurePlot(DrawingSurface& surface, const PlotClass& plot, const De
   around.Title = ParsePlotText(surface, plot.PlotTitle, plot.PlotTitleFont, 0, area.width());
   around.BottomTitle = ParsePlotText(surface, bottom.AxisTitle, bottom.AxisTitleFont, 0, area.width());
   around.LeftTitle = ParsePlotText(surface, left.AxisTitle, left.AxisTitleFont, 90);
-  around.LeftLabels = MeasureLabels(surface, left);
+  const std::int32_t most = std::min(area.width(), area.height()) / 2;
+  around.LeftLabels = MeasureLabels(surface, left, most);
   const DeviceRect frame = ComputePlotRect(around, metrics, plot.Make2DSquare);  // yet without the numbers below
-  LabelStrip& strip = around.BottomLabels = MeasureLabels(surface, bottom);
+  LabelStrip& strip = around.BottomLabels = MeasureLabels(surface, bottom, most);
   if (!FitsSideBySide(strip, frame, metrics)) {
     strip.Slanted = true;
     // At 45 degrees a text takes as much room upwards as across.

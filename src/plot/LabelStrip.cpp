@@ -4,7 +4,7 @@
 
 namespace quorvex {
 
-LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis) {
+LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis, std::int32_t most) {
   const SurfaceObject font = CreatePlotFont(axis.AxisNumberFont, 0, surface);
   const Selection inUse(surface, font);
   LabelStrip strip;
@@ -14,7 +14,7 @@ LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis) {
     strip.Width = std::max(strip.Width, extent.cx);
     strip.Height = std::max(strip.Height, extent.cy);
   }
-  return strip;
+  return strip.Width > most ? LabelStrip() : strip;
 }
 
 }  // namespace quorvex

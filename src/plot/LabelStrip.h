@@ -15,13 +15,14 @@ struct LabelStrip {
   bool Slanted = false;                // at 45 degrees, since they would crowd each other side by side
 };
 
-LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis);
+// Numbers of more than the width `most` are left out: cut they would be others, and they are not worth the plot.
+LabelStrip MeasureLabels(DrawingSurface& surface, const PlotAxis& axis, std::int32_t most);
 
 // Calls `draw` with each number of an axis, from the smallest, its extent, and the fraction of the axis where it
-// stands.
+// stands; with none where the strip is empty, for numbers that are left out.
 template <typename Draw>
 void EachLabel(const PlotAxis& axis, const LabelStrip& strip, Draw draw) {
-  const std::size_t n = axis.Labels.size();
+  const std::size_t n = strip.Each.size();
   for (std::size_t i = 0; i < n; ++i)
     draw(axis.Labels[n - 1 - i], strip.Each[n - 1 - i], axis.Major(static_cast<int>(i)));
 }

@@ -95,7 +95,7 @@ BoxMargins MeasureBox(DrawingSurface& surface, const PlotClass3D& plot, const De
   for (std::size_t axis = 0; axis < kAxes; ++axis) {
     const BoxAxis& scale = *plot.BoxAxes()[axis];
     around.AxisTitles[axis] = ParsePlotText(surface, scale.AxisTitle, scale.AxisTitleFont, 0);
-    around.Labels[axis] = MeasureLabels(surface, scale);
+    around.Labels[axis] = MeasureLabels(surface, scale, metrics.TitleArea().width() / 5);  // on either side
   }
   return around;
 }

@@ -114,6 +114,22 @@ TEST(DrawBox, ThinsNumbersOutEvenly) {
     }
 }
 
+TEST(DrawBox, LeavesOutNumbersRatherThanThePlot) {
+  PlotClass3D plot = TitledPlot();
+  const std::string zeros(400, '0');
+  for (const std::string& format : {"0." + zeros, zeros, "0 " + zeros}) {
+    RecordingPrompter prompter;
+    plot.Z.LabelString = format;
+    ASSERT_TRUE(plot.CreateGraph({}, prompter));
+    RecordingSurface surface(800, 600);
+    plot.RefreshPlot(surface, prompter);
+    EXPECT_GT(plot.Shown().Frame.width(), 400) << format;
+    const std::string drawn = surface.Text();
+    EXPECT_NE(drawn.find(plot.X.Labels[0]), std::string::npos);
+    EXPECT_EQ(drawn.find(plot.Z.Labels[0]), std::string::npos);
+  }
+}
+
 TEST(DrawBox, LeavesOutAnAxisSeenFromItsEnd) {
   PlotClass3D plot = TitledPlot();
   const struct {
