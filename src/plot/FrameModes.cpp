@@ -16,11 +16,14 @@ constexpr double kCloseTwips = 60;      // to a curve point that counts as close
 
 bool Ends(int event) { return event == FrameModes::kRight || event == FrameModes::kMiddle; }
 
-// The part of an axis that a box covers, from its lower to its upper end on the device. Equal ends change nothing.
+// The part of an axis that a box covers, from its lower to its upper end on the device. Beyond the frame there is
+// nothing to see; a box without an extent there changes nothing.
 void TakePart(PlotAxis& axis, const AxisMap& map, double lower, double upper) {
-  if (lower == upper) return;
-  axis.Min = map.ToData(lower);
-  axis.Max = map.ToData(upper);
+  const auto [least, most] = std::minmax({axis.Min, axis.Max});
+  const double from = std::clamp(map.ToData(lower), least, most), to = std::clamp(map.ToData(upper), least, most);
+  if (lower == upper || from == to) return;
+  axis.Min = from;
+  axis.Max = to;
 }
 
 }  // namespace
@@ -84,13 +87,15 @@ DeviceRect FrameModes::RubberBand() const {
 void FrameModes::ZoomInto() {
   EndZoom();
   const bool autoFormat = plot_.AutoFormatted();  // else a pattern for whole numbers would stay on their fractions
+  const AxisLimits x = plot_.X.Limits(), y = plot_.Y.Limits();
   const auto [left, right] = std::minmax(ZoomStartX, ZoomEndX);
   const auto [top, bottom] = std::minmax(ZoomStartY, ZoomEndY);
   TakePart(plot_.SwapAxis ? plot_.Y : plot_.X, plot_.Shown().Horizontal, left, right);
   TakePart(plot_.SwapAxis ? plot_.X : plot_.Y, plot_.Shown().Vertical, bottom, top);
   plot_.CreateGraph({.Regenerate = true, .AutoFormat = autoFormat}, prompter_);
   host_.RefreshPicture();
-  host_.PlotChanged(kZoomChange);
+  // Whole decades may be the same as before.
+  if (plot_.X.Limits() != x || plot_.Y.Limits() != y) host_.PlotChanged(kZoomChange);
 }
 
 void FrameModes::ShowCoords(int event, double x, double y) {

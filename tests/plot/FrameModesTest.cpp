@@ -69,6 +69,25 @@ TEST(Zoom, KnowsSwappedAndLogarithmicAxes) {
   EXPECT_EQ(window.Plot.Y.Limits(), (AxisLimits{0, 1, 10}));
 }
 
+// A box beyond the frame covers no more than what is shown, and whole decades may be those of before.
+TEST(Zoom, StaysWithinWhatIsShownAndTellsOnlyOfAChange) {
+  for (const bool log : {false, true}) {
+    Window window = log ? Window([](PlotClass& plot) {
+      plot.X.LogScale = true;
+      plot.X.Min = 1;
+      plot.X.Max = 1e4;
+    })
+                        : Window();
+    const AxisLimits x = window.Plot.X.Limits(), y = window.Plot.Y.Limits();
+    window.Modes.Zoom(0, 0, 0);
+    window.Modes.MouseDown(1, 5, 2);
+    window.Modes.MouseUp(1, 398, 290);
+    EXPECT_EQ(window.Plot.X.Limits(), x) << log;
+    EXPECT_EQ(window.Plot.Y.Limits(), y) << log;
+    EXPECT_EQ(window.Host.Take().back(), "refresh") << log;
+  }
+}
+
 // From 0 to 1 the step asks for one decimal. A twentieth of that, in ten steps, asks for three.
 TEST(Zoom, KeepsLabelsTellingOnlyWherePatternsAreAutomatic) {
   for (const bool automatic : {true, false}) {
