@@ -7,6 +7,7 @@
 #include "plot/AxisLabels.h"
 #include "plot/PlotBoxes.h"
 #include "plot/PlotDefaults.h"
+#include "plot/PropertyField.h"
 
 namespace quorvex {
 namespace {
@@ -136,7 +137,23 @@ bool PlotPage::AutoFormatted() const {
   }
 }
 
+std::string PlotPage::LogScaleRefusal(std::size_t axis) {
+  std::vector<std::string> refusals;
+  for (const FieldPage& page : Fields())
+    for (const FieldGroup& group : page.Groups)
+      if (group.Scale) refusals.push_back(group.Scale->LogScale);
+  return refusals.at(axis);
+}
+
 bool PlotPage::SetLogScale(PlotAxis& axis, bool log, Prompter& prompter) {
+  const std::vector<PlotAxis*> axes = Axes();
+  const auto place = static_cast<std::size_t>(std::ranges::find(axes, &axis) - axes.begin());
+  std::vector<bool> logs(axes.size());
+  logs[place] = log;
+  if (const auto scales = SuggestScale(logs); log && scales && !(*scales)[place].Log) {
+    prompter.Refuse(LogScaleRefusal(place));
+    return false;
+  }
   const bool autoFormat = AutoFormatted();
   axis.LogScale = log;
   if (!log) axis.NumMinorTicks = PlotAxis().NumMinorTicks;

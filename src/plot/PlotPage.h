@@ -109,7 +109,8 @@ class PlotPage {
   // Whether the label patterns are those that AutoFormat chooses for the present scales; other scales then want theirs.
   bool AutoFormatted() const;
 
-  // Makes an axis logarithmic, or linear again, and takes all scales from the data. False as CreateGraph.
+  // Makes an axis logarithmic, or linear again, and takes all scales from the data. False as CreateGraph, and, with the
+  // plot as it was, where the data of the axis have no logarithm.
   bool SetLogScale(PlotAxis& axis, bool log, Prompter& prompter);
 
   // The scale that the series shown ask for on each axis, which is logarithmic as `log` tells. Nothing where they have
@@ -173,6 +174,7 @@ class PlotPage {
   };
   std::vector<DataLimits> GetDataLimits(const std::vector<bool>& log) const;
   void ResolveAxisScales(bool automatic);
+  std::string LogScaleRefusal(std::size_t axis);  // as its properties refuse it
   bool DrawOn(DrawingSurface& surface, Prompter& prompter, const PageSetup& page, PlotPicture& picture);
 
   PlotPicture shown_;

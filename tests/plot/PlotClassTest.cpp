@@ -159,9 +159,11 @@ TEST(SetLogScale, TakesTheScalesAnewAndGoesBack) {
   EXPECT_EQ(plot.X.Limits(), (AxisLimits{0, 250, 5, false}));
   EXPECT_EQ(plot.X.NumMinorTicks, 5);
   EXPECT_EQ(plot.X.Labels.front(), "250.0");
-  EXPECT_TRUE(plot.SetLogScale(plot.Y, true, prompter));
-  EXPECT_FALSE(plot.Y.LogScale) << "no place for what is negative";
   EXPECT_TRUE(prompter.Said.empty());
+  plot.Y.Max = 7;
+  EXPECT_FALSE(plot.SetLogScale(plot.Y, true, prompter));
+  EXPECT_EQ(plot.Y.Limits(), (AxisLimits{-1, 7, 10})) << "no place for what is negative";
+  EXPECT_EQ(prompter.Last(), "refuse: Negative or zero values cannot be plotted on Log scale.");
 }
 
 TEST(CreateGraph, WritesLabelsInTheLocalesForm) {
