@@ -25,8 +25,6 @@
 namespace quorvex {
 namespace {
 
-constexpr std::string_view kPlotFile = ".plt";
-
 constexpr int kBadFileName = 52, kAccessError = 75;
 
 using Page = Result<std::unique_ptr<PlotPage>>;
@@ -137,17 +135,6 @@ std::string NotDrawnText(const std::string& names, const std::string& why) {
   return "The plot '" + names + "' cannot be drawn. " + why;
 }
 
-std::string PlotEnding(const std::string& name) {
-  if (const PictureFormat* const picture = PictureFormatOf(name)) return picture->Ending;
-  return ToLower(name).ends_with(kPlotFile) ? std::string(kPlotFile) : "";
-}
-
-std::string UnknownEndingText(const std::string& name) {
-  std::string endings;
-  for (const PictureFormat& picture : PictureFormats()) endings.append(picture.Ending).append(", ");
-  return "The plot '" + name + "' is not written: its name ends in none of " + endings.append(kPlotFile) + ".";
-}
-
 int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
               const std::function<bool()>& goOn, ReplacementFile& file, std::string& fault) {
   const std::string ending = PlotEnding(name);
@@ -162,7 +149,7 @@ int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& 
     return kAccessError;
   }
   const Result<std::string> content =
-      ending == kPlotFile ? Result<std::string>(plotText) : drawer.Draw(plotText, ending, goOn);
+      ending == kPlotFileEnding ? Result<std::string>(plotText) : drawer.Draw(plotText, ending, goOn);
   if (!content) {
     fault = NotDrawnText(name, content.error());
     return kNotDrawn;

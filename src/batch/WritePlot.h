@@ -34,11 +34,6 @@ inline constexpr int kNotDrawn = -1;
 // Said of a plot, or of several.
 std::string NotDrawnText(const std::string& names, const std::string& why);
 
-// The ending of a plot's file name, in lower case, where there is such a kind of file; else empty.
-std::string PlotEnding(const std::string& name);
-// Said of a name with another one.
-std::string UnknownEndingText(const std::string& name);
-
 // Writes a plot, told by the text of its file, as what the ending of the name asks for; pipes and devices are refused,
 // since nobody may be there to read what else would be waited for. Returns 0 or the number of the
 // file error, and a sentence in `fault`.

@@ -28,7 +28,6 @@ std::string ShortestNumber(float value);
 // no sign. With a decimal point.
 std::string FormatNumber(double value, std::string_view pattern, int generalDigits = 15);
 
-
 // Whether a pattern has digits, with no more than one decimal mark and not of an exponent alone, or says "General"; any
 // other does nothing that its writer can have meant.
 bool IsNumberPattern(std::string_view pattern);

@@ -63,6 +63,11 @@ bool PlotDocument::SaveUnder(const char* title, bool rename) {
     WritePicture(*file);
     return false;
   }
+  // A name without any ending is what the user typed where the dialog adds none.
+  if (std::filesystem::path(*file).has_extension() && PlotEnding(*file).empty()) {
+    user_.Refuse(UnknownEndingText(*file));
+    return false;
+  }
   if (!SaveTo(*file)) return false;
   if (rename) {
     FileName = Absolute(*file);
@@ -143,11 +148,12 @@ std::optional<PlotDocument> OpenPlotDocument(const std::string& fileName, Settin
     return std::nullopt;
   }
   const std::optional<FileType> type = DetectFileType(fileName);
-  if (!type || type->Kind != "plot") return NewPlotDocument(std::move(*plot), settings, user);
-  if (QuietPrompter nobody; !(*plot)->CreateGraph({.Regenerate = true}, nobody)) {
+  const bool isPlot = type && type->Kind == "plot";
+  if (QuietPrompter nobody; !(*plot)->CreateGraph({.Auto = !isPlot, .Regenerate = true}, nobody)) {
     user.Refuse("Error creating plot from '" + fileName + "'." + std::string(NL) + "The file appears to be corrupted.");
     return std::nullopt;
   }
+  if (!isPlot) return NewPlotDocument(std::move(*plot), settings, user);
   PlotDocument document(std::move(*plot), settings, user);
   document.FileName = Absolute(fileName);
   document.HasFile = true;

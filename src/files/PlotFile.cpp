@@ -78,9 +78,9 @@ std::string PlotFileText(const PlotPage& plot) {
 
 bool SavePlot(const PlotPage& plot, const std::string& fileName, Prompter& user) {
   if (!CanBe("saved", plot, user)) return false;
-  if (SaveFile(fileName, PlotFileText(plot)) == 0) return true;
-  user.Refuse("Error saving plot to '" + fileName + "'.");
-  return false;
+  const int error = SaveFile(fileName, PlotFileText(plot));
+  if (error != 0) user.Refuse("Error saving plot to '" + fileName + "'. " + FileErrorText(error));
+  return error == 0;
 }
 
 Result<std::unique_ptr<PlotPage>> ParsePlotFile(std::string_view bytes, const std::string& fileName,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/Files.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -51,11 +52,23 @@ std::string UnknownPicture(const std::string& fileName) {
   return "The plot cannot be saved as '" + fileName + "', for the name of a picture ends in " + endings + '.';
 }
 
-void TellPicture(const PictureFormat& format, const std::string& file, bool written, Prompter& user) {
-  if (written)
+std::string PlotEnding(std::string_view fileName) {
+  if (const PictureFormat* const picture = PictureFormatOf(fileName)) return picture->Ending;
+  return ToLower(fileName).ends_with(kPlotFileEnding) ? std::string(kPlotFileEnding) : "";
+}
+
+std::string UnknownEndingText(const std::string& fileName) {
+  std::string endings;
+  for (const PictureFormat& picture : kFormats) endings.append(picture.Ending).append(", ");
+  return "The plot '" + fileName + "' is not written: its name ends in none of " + endings.append(kPlotFileEnding) +
+         ".";
+}
+
+void TellPicture(const PictureFormat& format, const std::string& file, std::optional<int> error, Prompter& user) {
+  if (error == 0)
     user.Inform("The file '" + file + "' contains the " + format.Content + '.');
   else
-    user.Refuse(format.Failure);
+    user.Refuse(format.Failure + (error ? " The file '" + file + "' cannot be written. " + FileErrorText(*error) : ""));
 }
 
 }  // namespace quorvex

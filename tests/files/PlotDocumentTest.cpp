@@ -98,6 +98,24 @@ TEST_F(PlotDocumentTest, WritesAPictureWhereTheNameAsksForOne) {
   EXPECT_TRUE(plot.Changed());
 }
 
+TEST_F(PlotDocumentTest, IsNotSavedUnderAnEndingOfAnotherKind) {
+  PlotDocument plot = Document();
+  for (const char* name : {"a.jpg", "a.", "a.plt~"}) {
+    user.File = folder.Path(name);
+    EXPECT_FALSE(plot.FileSaveAs());
+    EXPECT_EQ(user.Last(), "refuse: The plot '" + *user.File +
+                               "' is not written: its name ends in none of .bmp, .emf, .svg, .pdf, .png, .plt.");
+    EXPECT_FALSE(std::filesystem::exists(*user.File));
+  }
+  EXPECT_FALSE(plot.HasFile);
+}
+
+TEST_F(PlotDocumentTest, NamesTheFileOfDataThatNoScaleHolds) {
+  const std::string file = folder.Write("huge.dat", "1 -1.7e308\n2 1.7e308\n");
+  EXPECT_FALSE(OpenPlotDocument(file, settings, {}, user));
+  EXPECT_EQ(Take(), Said{"refuse: Error creating plot from '" + file + "'.\r\nThe file appears to be corrupted."});
+}
+
 TEST_F(PlotDocumentTest, IsNotSavedInError) {
   PlotDocument plot = Document();
   plot.FileName = folder.Path("a.plt");
@@ -119,7 +137,7 @@ TEST_F(PlotDocumentTest, IsNotSavedInError) {
   for (const char* call : {"open", "write", "fsync", "rename"}) {
     const FileCalls fail([&](std::string_view made) { return made == call ? EIO : 0; });
     EXPECT_FALSE(plot.FileSave()) << call;
-    EXPECT_EQ(user.Last(), "refuse: Error saving plot to '" + plot.FileName + "'.");
+    EXPECT_EQ(user.Last(), "refuse: Error saving plot to '" + plot.FileName + "'. The device reports an error.");
     EXPECT_TRUE(plot.Changed());
   }
 }

@@ -401,7 +401,7 @@ TEST(SavePlot, KeepsTheFileBeforeAndSaysWhereItFails) {
 
   const std::string missing = folder.Path("no/a.plt");
   EXPECT_FALSE(SavePlot(plot, missing, user));
-  EXPECT_EQ(user.Last(), "refuse: Error saving plot to '" + missing + "'.");
+  EXPECT_EQ(user.Last(), "refuse: Error saving plot to '" + missing + "'. The folder does not exist.");
 }
 
 }  // namespace

@@ -316,7 +316,8 @@ TEST_F(PictureFilesTest, LeaveAnOlderOneWhereTheyFail) {
     EXPECT_TRUE(broken->PlotCreated);
     EXPECT_EQ(Read(file), before);
     EXPECT_FALSE(SavePlotPicture(*plot, kSize, folder.Path("missing/") + name, prompter));
-    EXPECT_EQ(prompter.Last(), refused);
+    EXPECT_EQ(prompter.Last(), std::string(refused) + " The file '" + folder.Path("missing/") + name +
+                                   "' cannot be written. The folder does not exist.");
   }
   for (const char* name : {"a", "a.jpg", "a.plt", "svg", ".", "a.svg.txt"}) {
     EXPECT_FALSE(SavePlotPicture(*plot, kSize, folder.Path(name), prompter));

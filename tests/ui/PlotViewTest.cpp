@@ -203,7 +203,8 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
   EXPECT_EQ(emf.readAll(), metafile);
   prompter.File = folder.Path("missing/plot.emf");
   Action("mnuPlotSave")->trigger();
-  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the Metafile to disk.");
+  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the Metafile to disk. The file '" + *prompter.File +
+                                 "' cannot be written. The folder does not exist.");
 
   prompter.File = folder.Path("plot.png");
   prompter.Text = "96";
@@ -224,7 +225,8 @@ TEST_F(PlotViewTest, CopiesAndSavesThePictureAsShown) {
 
   prompter.File = folder.Path("missing/plot.png");
   Action("mnuPlotSave")->trigger();
-  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the PNG picture to file.");
+  EXPECT_EQ(prompter.Last(), "refuse: An error occurred saving the PNG picture to file. The file '" + *prompter.File +
+                                 "' cannot be written. The folder does not exist.");
   Plot().PlotCreated = false;
   Action("mnuPlotClipItem0")->trigger();
   EXPECT_EQ(prompter.Last(), "refuse: Error Creating Metafile");

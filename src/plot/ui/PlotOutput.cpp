@@ -131,9 +131,10 @@ bool SavePlotPicture(PlotPage& plot, const PictureFormat& format, const PictureS
   // A copy is drawn, since a drawing keeps the places of its boxes, which on screen are others.
   const Content content = ContentOf(format.Kind, *plot.Clone(), size, prompter);
   if (!content) return false;
-  const bool written = !content->empty() && SaveFile(file, *content, FileCare::Answer) == 0;
-  TellPicture(format, file, written, prompter);
-  return written;
+  std::optional<int> error;
+  if (!content->empty()) error = SaveFile(file, *content, FileCare::Answer);
+  TellPicture(format, file, error, prompter);
+  return error == 0;
 }
 
 std::unique_ptr<QMimeData> CopiedPicture(PlotPage& plot, const PictureSize& size, const QImage& shown) {
