@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 
@@ -45,6 +46,15 @@ bool IsMacroSwitch(const std::string& argument) {
 
 bool IsPlotSwitch(const std::vector<std::string>& arguments) {
   return !arguments.empty() && EqualNoCase(arguments[0], "-plot");
+}
+
+std::vector<std::string> StartCommands(const std::vector<std::string>& arguments) {
+  const std::string whole = JoinedByBlanks(arguments);
+  const bool several = ParseCommandLine(whole).Mode == CommandMode::Nothing &&
+                       std::ranges::any_of(arguments, [](const std::string& argument) {
+                         return ParseCommandLine(argument).Mode == CommandMode::OpenFile;
+                       });
+  return several ? arguments : std::vector{whole};
 }
 
 std::string StartFileName(const std::string& commandLine) {

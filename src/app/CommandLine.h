@@ -21,6 +21,10 @@ std::string JoinedByBlanks(const std::vector<std::string>& arguments);
 // quote at each end of a name is taken off.
 CommandRequest ParseCommandLine(const std::string& commandLine);
 
+// The command lines that the arguments of the desktop are: one, as above, or where that says nothing and some argument
+// is the name of a file one for each.
+std::vector<std::string> StartCommands(const std::vector<std::string>& arguments);
+
 // Whether an argument is or begins with the switch that runs a macro.
 bool IsMacroSwitch(const std::string& argument);
 

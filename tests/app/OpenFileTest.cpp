@@ -3,6 +3,7 @@
 
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
+#include "app/CommandLine.h"
 #include "app/OpenFile.h"
 #include "files/ProjectFile.h"
 
@@ -47,6 +48,25 @@ TEST(HowToOpen, GoesByWhatTheFileHolds) {
     EXPECT_EQ(HowToOpen(c.Name, c.By, user), c.Way) << c.Name;
     EXPECT_EQ(user.Last(), c.Said);
   }
+}
+
+TEST(StartCommands, AreTheWholeLineOrElseItsFiles) {
+  const TemporaryFolder folder;
+  folder.Write("a.plt", "");
+  folder.Write("b.plt", "");
+  folder.Write("a.plt b.plt", "");
+  const std::string a = folder.Path("a.plt"), b = folder.Path("b.plt"), none = folder.Path("none.plt");
+  using Words = std::vector<std::string>;
+  const struct {
+    Words Arguments, Commands;
+  } kCases[] = {{{}, {""}},
+                {{a}, {a}},
+                {{none}, {none}},
+                {{a, b}, {a, b}},
+                {{none, b}, {none, b}},
+                {{none, "c"}, {none + " c"}},
+                {{a, "b.plt"}, {a + " b.plt"}}};
+  for (const auto& c : kCases) EXPECT_EQ(StartCommands(c.Arguments), c.Commands) << c.Commands[0];
 }
 
 }  // namespace

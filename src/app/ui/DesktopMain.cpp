@@ -65,13 +65,23 @@ int RunMacroWithWindows(const std::string& fileName, char* programName) {
   return RunMacroMode(fileName, form);
 }
 
-// A file goes to the instance that is already running, where one is.
-int RunInteractive(const CommandRequest& request, const std::string& commandLine, char* programName) {
+// Whether an instance was running already, which opens the files.
+bool HandedToRunning(const std::vector<std::string>& commands) {
+  bool taken = false;
+  for (const std::string& command : commands) {
+    const CommandRequest request = ParseCommandLine(command);
+    if (request.Mode == CommandMode::OpenFile)
+      taken = FileRequests::SendToRunning(QString::fromStdString(request.FileName)) || taken;
+  }
+  return taken;
+}
+
+int RunInteractive(const std::vector<std::string>& commands, char* programName) {
   Desktop desktop(programName, GiveUpWithoutDisplay);
-  if (request.Mode == CommandMode::OpenFile && FileRequests::SendToRunning(QString::fromStdString(request.FileName)))
-    return EXIT_SUCCESS;
+  if (HandedToRunning(commands)) return EXIT_SUCCESS;
   Session session{LoadSettings(), ReadUserLocale()};
-  parentfrm frame(session, commandLine, StateFolder());
+  parentfrm frame(session, commands.front(), StateFolder());
+  frame.OpenAlso({commands.begin() + 1, commands.end()});
   FileRequests requests;
   QObject::connect(&requests, &FileRequests::Requested, &frame, &parentfrm::OpenRequestedFile);
   QObject::connect(&desktop.Application(), &DesktopApplication::Failed, &frame, &parentfrm::GoOnAfterFailure);
@@ -99,8 +109,7 @@ int main(int argc, char** argv) {
     return ServeDrawings(arguments[1], arguments[2], argv[0]);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
-  const std::string commandLine = JoinedByBlanks(arguments);
-  const CommandRequest request = ParseCommandLine(commandLine);
+  const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
   if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(request.FileName, argv[0]);
-  return RunInteractive(request, commandLine, argv[0]);
+  return RunInteractive(StartCommands(arguments), argv[0]);
 }

@@ -93,10 +93,12 @@ void parentfrm::FirstShowing() {
   } else if (!OpenRequestedFile(QString::fromStdString(StartFileName(commandLine_)))) {
     return;
   }
-  // No tip comes over data that have just been imported.
+  for (const std::string& command : also_) OpenRequestedFile(QString::fromStdString(StartFileName(command)));
+  // No tip comes over data that have just been imported, nor raises the frame above a plot that the user wants to see.
   const quorvexWindow* active = ActiveProject();
   const bool imported = active != nullptr && !active->Document().HasFile && !active->Document().IsFresh();
-  if (session_.Preferences.Integer("Show Tips at Startup") != 0 && !imported) ShowTip();
+  const bool plots = !findChildren<Dataplot*>(Qt::FindDirectChildrenOnly).isEmpty();
+  if (!imported && !plots && session_.Preferences.Integer("Show Tips at Startup") != 0) ShowTip();
   ShowActiveWindow();
 }
 

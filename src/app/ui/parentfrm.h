@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/OpenFile.h"
@@ -30,6 +31,9 @@ class parentfrm : public QMainWindow {
   // `commandLine` is what the program was started with, shown once the frame is; copies of unsaved projects are kept in
   // `stateFolder`.
   parentfrm(Session& session, std::string commandLine, std::string stateFolder);
+
+  // More to open then, each as if it were the command line.
+  void OpenAlso(std::vector<std::string> commandLines) { also_ = std::move(commandLines); }
 
   ~parentfrm() override;
 
@@ -108,6 +112,7 @@ class parentfrm : public QMainWindow {
 
   Session& session_;
   std::string commandLine_;
+  std::vector<std::string> also_;
   MessageBoxPrompter user_;
   QMdiArea* area_;  // before the status bar, as a screen reader comes to them
   PreferenceKeeper keeper_;
