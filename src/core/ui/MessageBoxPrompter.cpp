@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QWindow>
@@ -81,14 +82,24 @@ std::optional<std::string> MessageBoxPrompter::ChooseFileToSave(const std::strin
   for (const QString& kind : dialog.nameFilters())
     if (kind.contains("(*." + dialog.defaultSuffix() + ')')) dialog.selectNameFilter(kind);
   if (!name.empty()) dialog.selectFile(QString::fromStdString(name));
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return dialog.selectedFiles().constFirst().toStdString();
+  return RunDialog(dialog);
 }
 
 std::optional<std::string> MessageBoxPrompter::ChooseFileToOpen(const std::string& title, const std::string& filter) {
-  const QString file =
-      QFileDialog::getOpenFileName(Over(), QString::fromStdString(title), Folder, QString::fromStdString(filter));
-  return file.isEmpty() ? std::nullopt : std::optional(file.toStdString());
+  QFileDialog dialog(Over(), QString::fromStdString(title), Folder, QString::fromStdString(filter));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return RunDialog(dialog);
+}
+
+// A dialog takes double quotes for the marks of a list of names, of which it returns another file than the one typed.
+std::optional<std::string> MessageBoxPrompter::RunDialog(QFileDialog& dialog) {
+  while (dialog.exec() == QDialog::Accepted) {
+    const auto* typed = dialog.findChild<QLineEdit*>("fileNameEdit");
+    if (typed == nullptr || !typed->text().contains('"')) return dialog.selectedFiles().constFirst().toStdString();
+    Refuse("The name '" + typed->text().toStdString() +
+           "' cannot be taken, for double quotes mean a list of files here. Please choose a name without them.");
+  }
+  return std::nullopt;
 }
 
 bool MessageBoxPrompter::Wait(const std::string& text, const std::function<void(const LongWork&)>& work) {

@@ -7,6 +7,8 @@
 
 #include "core/Prompter.h"
 
+class QFileDialog;
+
 namespace quorvex {
 
 // Talks to the user by message boxes titled "Quorvex" and by file dialogs. They stand over the dialog that is open,
@@ -31,6 +33,7 @@ class MessageBoxPrompter : public Prompter {
 
  private:
   QWidget* Over() const;
+  std::optional<std::string> RunDialog(QFileDialog& dialog);
 
   QWidget* parent_;
   QPointer<QWidget> worked_;  // the window that was active last and is no dialog
