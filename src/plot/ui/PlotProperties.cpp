@@ -5,7 +5,9 @@
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
+#include <algorithm>
 
 #include "core/ui/Controls.h"
 #include "drawing/PlotText.h"
@@ -14,6 +16,26 @@
 #include "plot/ui/SeriesPanel.h"
 
 namespace quorvex {
+namespace {
+
+// Where the screen has room, so that the plot is seen to change.
+void PlaceBeside(QDialog& dialog, const QWidget& plot) {
+  dialog.adjustSize();
+  const QRect shown = plot.frameGeometry(), screen = plot.screen()->availableGeometry();
+  const QSize borders = shown.size() - plot.geometry().size();  // that the window manager will put around
+  QRect place(shown.topLeft(), dialog.size() + borders);
+  const int right = shown.right() + 1, left = shown.left() - place.width();
+  if (right + place.width() <= screen.right() + 1)
+    place.moveLeft(right);
+  else if (left >= screen.left())
+    place.moveLeft(left);
+  else
+    return;
+  if (place.bottom() > screen.bottom()) place.moveBottom(screen.bottom());
+  dialog.move(place.left(), std::max(place.top(), screen.top()));
+}
+
+}  // namespace
 
 PlotProperties::PlotProperties(PlotPage& plot, Settings& settings, Prompter& prompter, PlotWatcher watcher,
                                QWidget* parent)
@@ -256,7 +278,9 @@ void PlotProperties::reject() {
 }
 
 void EditProperties(PlotPage& plot, Settings& settings, Prompter& prompter, PlotWatcher watcher, QWidget* parent) {
-  PlotProperties(plot, settings, prompter, std::move(watcher), parent).exec();
+  PlotProperties dialog(plot, settings, prompter, std::move(watcher), parent);
+  if (parent != nullptr) PlaceBeside(dialog, *parent->window());
+  dialog.exec();
 }
 
 }  // namespace quorvex
