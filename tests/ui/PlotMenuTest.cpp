@@ -468,7 +468,9 @@ TEST_F(PlotMenuTest, TurnsSwitchesByTheViewMenu) {
     data.GenerateTable({{-1, 2}}, {3, 4});
     return data;
   }();
+  dialogs.Press(QMessageBox::Ok);
   action("XLogScale")->trigger();
+  EXPECT_EQ(dialogs.Said.back(), "Negative or zero values cannot be plotted on Log scale.");
   EXPECT_FALSE(action("XLogScale")->isChecked());
 
   // While the user zooms nothing else is at hand.
