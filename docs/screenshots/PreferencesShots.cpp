@@ -30,12 +30,14 @@ void TakePreferences(const Shots& shots) {
   MessageBoxPrompter user(nullptr);
   FilePref solver(nullptr, shots.Run, user);
   TakePages(shots, solver, "solver");
+  const Settings usual = shots.Run.Preferences;
   shots.Run.Preferences.Set("yaxistitlefontname", "Liberation Serif");
   shots.Run.Preferences.Set("yaxistitlefontheight", "16");
   shots.Run.Preferences.Set("yaxistitlefontitalic", "true");
   frmGenPref general(nullptr, shots.Run, user);
   general.findChild<QListWidget*>("lstFonts")->setCurrentRow(2);
   TakePages(shots, general, "preferences");
+  shots.Run.Preferences = usual;  // the plots of other pictures have the fonts of a fresh program
 
   frmTip tip(nullptr, shots.Run, 0);
   tip.show();
