@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <ranges>
 
 #include "core/NumberText.h"
 
@@ -135,8 +134,14 @@ PlotText ParsePlotText(DrawingSurface& surface, std::string_view text, const Plo
   const auto fits = [&](std::size_t characters) {
     return placed(Shortened(split.Segments, characters)).Size.cx <= longest;
   };
-  const std::size_t tooMany =
-      *std::ranges::partition_point(std::views::iota(std::size_t{0}, CharactersOf(split.Segments)), fits);
+  std::size_t tooMany = 0;  // the least number of characters that does not fit, by halving
+  for (std::size_t end = CharactersOf(split.Segments); tooMany < end;) {
+    const std::size_t middle = tooMany + (end - tooMany) / 2;
+    if (fits(middle))
+      tooMany = middle + 1;
+    else
+      end = middle;
+  }
   if (tooMany == 0) return {{}, {0, whole.Size.cy}};
   return placed(Shortened(split.Segments, tooMany - 1));
 }
