@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/NumberText.h"
+#include "core/XmlText.h"
 #include "drawing/FacetReach.h"
 #include "drawing/SvgText.h"
 

@@ -8,10 +8,6 @@
 
 namespace quorvex {
 
-// A text between tags or quotes of XML: with what would be markup written as references, and U+FFFD for bytes that are
-// not UTF-8 and for characters that no XML document may hold. Blanks of any kind are blanks.
-std::string XmlText(std::string_view text);
-
 // A number in an attribute, to a thousandth, whatever the locale: "0.5", "-12".
 std::string SvgNumber(double value);
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "core/NumberText.h"
+#include "core/XmlText.h"
 
 namespace quorvex {
 namespace {
@@ -23,21 +24,6 @@ constexpr std::string_view kBegin =
     "<office:body><office:spreadsheet><table:table table:name=\"Table\">\n";
 constexpr std::string_view kEnd = "</table:table></office:spreadsheet></office:body></office:document-content>\n";
 
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c == '<')
-      escaped += "&lt;";
-    else if (c == '>')
-      escaped += "&gt;";
-    else if (c == '&')
-      escaped += "&amp;";
-    else
-      escaped += static_cast<unsigned char>(c) < ' ' ? ' ' : c;  // XML has no place for most of these
-  }
-  return escaped;
-}
-
 std::string CellXml(const std::string& text, char decimalSeparator) {
   if (text.empty()) return "<table:table-cell/>";
   std::string xml = "<table:table-cell office:value-type=\"";
@@ -45,7 +31,7 @@ std::string CellXml(const std::string& text, char decimalSeparator) {
     xml += "float\" office:value=\"" + ShortestNumber(*number);
   else
     xml += "string";
-  return xml + "\"><text:p>" + Escaped(text) + "</text:p></table:table-cell>";
+  return xml + "\"><text:p>" + XmlText(text) + "</text:p></table:table-cell>";
 }
 
 template <typename CellOf>

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Files.h"
+#include "core/XmlText.h"
 
 namespace quorvex {
 namespace {
@@ -33,23 +34,8 @@ void AppendLine(std::string& text, std::size_t columns, CellOf cellOf) {
   text += NL;
 }
 
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c == '<')
-      escaped += "&lt;";
-    else if (c == '>')
-      escaped += "&gt;";
-    else if (c == '&')
-      escaped += "&amp;";
-    else
-      escaped += c;
-  }
-  return escaped;
-}
-
 void AppendCell(std::string& html, const char* open, const char* close, std::string_view text) {
-  html.append(open).append(Escaped(text)).append(close);
+  html.append(open).append(XmlText(text)).append(close);
 }
 
 // A label's value takes the width of all columns that are left, as a heading takes all.

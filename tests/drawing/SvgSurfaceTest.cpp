@@ -2,6 +2,7 @@
 
 #include "Golden.h"
 #include "RecordingSurface.h"
+#include "core/XmlText.h"
 #include "drawing/SvgSurface.h"
 #include "drawing/SvgText.h"
 

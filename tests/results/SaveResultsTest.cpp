@@ -71,7 +71,7 @@ TEST(SaveTable, WritesSpreadsheetsThatReadBack) {
   RecordingPrompter user;
   user.File = folder.Path("a.ods");
   Report report(',');
-  report.Add(RowKind::Line, {"Y = ", "a<b & \"c\" \x01>"});
+  report.Add(RowKind::Line, {"Y = ", "a<b & \"c\" \x01\xFF>"});
   report.Add(RowKind::Line, {});
   report.Add(RowKind::Values, {"Error", "-1,5E-300", "0,1"});
   ASSERT_TRUE(SaveTable(report, "Fit Information", user));
@@ -80,7 +80,7 @@ TEST(SaveTable, WritesSpreadsheetsThatReadBack) {
   const Result<GridCells> cells = ReadSheet(*user.File, sheets->at(0));
   ASSERT_TRUE(cells) << cells.error();
   EXPECT_EQ(cells->GridLastRow(), 3u);
-  EXPECT_EQ(cells->GridCellText(1, 2), "a<b & \"c\"  >");
+  EXPECT_EQ(cells->GridCellText(1, 2), "a<b & \"c\" \uFFFD\uFFFD>");
   EXPECT_EQ(cells->GridCellNumber(3, 2), -1.5e-300);
   EXPECT_EQ(cells->GridCellNumber(3, 3), 0.1);
 }
