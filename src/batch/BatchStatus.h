@@ -18,6 +18,9 @@ enum BatchStatus : int {
   kOtherFailure = 500,
 };
 
+// The file error of what may not be written to.
+inline constexpr int kAccessError = 75;
+
 // The status of a file error (52 bad name, 53 not found, 57 device, 61 disk full, 68 device unavailable, 75 access,
 // 76 path not found, anything else) within the family that begins at kMacroFile, kDataFile, kOutputFile or kLogFile.
 // A full disk has a place of its own only in the families of files that are written.

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "batch/BatchStatus.h"
 #include "core/Files.h"
 #include "core/NotingPrompter.h"
 #include "core/NumberText.h"
@@ -25,7 +26,7 @@
 namespace quorvex {
 namespace {
 
-constexpr int kBadFileName = 52, kAccessError = 75;
+constexpr int kBadFileName = 52;
 
 using Page = Result<std::unique_ptr<PlotPage>>;
 

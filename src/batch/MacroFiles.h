@@ -1,0 +1,37 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "core/Files.h"
+
+namespace quorvex {
+
+// What a run writes. One kind may overwrite what an earlier run has written of it, but never the other kind.
+enum class Writing { Answers, Plot };
+
+// The files that a macro reads and those that its runs have written, by which an output is refused that would fall on
+// one of them.
+class MacroFiles {
+ public:
+  // What no output may fall on, and what it is, such as "data file"; nothing where there is no such file.
+  void NoteInput(const std::string& name, const char* what);
+  // The same of a file that was opened for writing.
+  void NoteLog(const std::string& name);
+  // Written files are kept only where there are two kinds of them.
+  void WatchKinds(bool watch) { watchesKinds_ = watch; }
+  void NoteWritten(Writing kind, const std::string& file);
+
+  // Why an output or a log may not be written to `file`; nothing where it may.
+  std::optional<std::string> RefuseInput(const std::string& role, const std::string& file) const;
+  // The same for what an earlier run, or this one, has written of the other kind.
+  std::optional<std::string> RefuseOther(Writing kind, const std::string& file) const;
+
+ private:
+  std::map<FileIdentity, const char*> inputs_;
+  std::map<std::string, Writing> written_;  // by full name
+  bool watchesKinds_ = false;
+};
+
+}  // namespace quorvex

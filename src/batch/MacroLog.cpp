@@ -1,0 +1,60 @@
+#include "batch/MacroLog.h"
+
+#include "batch/BatchStatus.h"
+
+namespace quorvex {
+
+void MacroLog::Fault(const std::string& text) {
+  Line(text);
+  if (Message.empty() && (!enabled_ || setup_.LogSummaryOnly)) Message = text;
+}
+
+void MacroLog::Open(const std::string& refusal) {
+  enabled_ = setup_.LogEnabled;
+  if (!enabled_) return;
+  Check(refusal.empty() ? file_.Create(setup_.LogFile) : kAccessError);
+  if (!refusal.empty()) Message = refusal;
+}
+
+void MacroLog::Flush() {
+  if (!setup_.LogSummaryOnly) Print();
+  Text.clear();
+}
+
+void MacroLog::Summary(std::string_view ending) {
+  Line("Log Summary:");
+  for (const std::string& result : results_) Line(result);
+  Asterisks();
+  Line(ending);
+}
+
+void MacroLog::EndNormally() {
+  Summary("Normal termination");
+  if (!enabled_) return;
+  Print();
+  Check(file_.Close());
+}
+
+void MacroLog::EndAbnormally() {
+  if (!file_.IsOpen()) return;
+  if (setup_.LogSummaryOnly) Text.clear();
+  Summary("Abnormal termination");
+  Line("Exit Status " + std::to_string(status_));
+  Print();
+  Check(file_.Close());
+}
+
+void MacroLog::Print() {
+  if (!enabled_) return;
+  file_.Write(Text);
+  Check(file_.Flush());
+}
+
+void MacroLog::Check(int error) {
+  if (error == 0) return;
+  status_ = FileErrorStatus(kLogFile, error);
+  enabled_ = false;
+  file_.Close();
+}
+
+}  // namespace quorvex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "batch/MacroFiles.h"
+#include "batch/MacroLog.h"
+#include "batch/MacroSetup.h"
+#include "core/LocaleText.h"
+#include "core/SaveFile.h"
+#include "core/SolveData.h"
+#include "engine/ModelCollection.h"
+
+namespace quorvex {
+
+// The output files of a macro's runs.
+class RunAnswers {
+ public:
+  RunAnswers(const LocaleText& locale, MacroFiles& files, MacroLog& log) : locale_(locale), files_(files), log_(log) {}
+
+  // Writes the solved models in the layout that the setup asks for. Returns 0 or the number of the file error.
+  int Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data, const SolveData& unsorted);
+
+ private:
+  const LocaleText& locale_;
+  MacroFiles& files_;
+  MacroLog& log_;
+  ReplacementFile file_{FileCare::Answer};
+};
+
+}  // namespace quorvex

@@ -1,0 +1,109 @@
+#include "batch/SubstituteParameters.h"
+
+#include <utility>
+
+#include "batch/Assign.h"
+#include "batch/DataReading.h"
+#include "batch/MacroStatements.h"
+#include "batch/RunPlots.h"
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::string_view kData = "DataFile", kPlots = "PlotFile";
+constexpr SubstitutedField kFields[] = {
+    {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {"OutputFile", false},
+    {"Comment", false, false}, {"ColumnOrder", true},   {"InputDelimit", true}, {"Weighted", true},
+    {"OutputFormat", false},   {"DataFirstLine", true}, {kPlots, false},
+};
+
+// Values may hold the names of parameters further on, each of which may double a text; no text of use gets this long.
+constexpr std::size_t kLongestText = 100'000;
+
+std::string Token(const std::string& parameter) { return "%" + parameter + "%"; }
+
+// Replaces every occurrence of `token`, in any case, by `value`, whose own text is not looked through. False where
+// there is none.
+bool Substitute(std::string& text, const std::string& token, std::string_view value) {
+  // Folding changes ASCII letters only, so a place in one text is the same place in the other.
+  const std::string foldedToken = ToLower(token), folded = ToLower(text);
+  std::string substituted;
+  std::size_t done = 0;
+  for (std::size_t at = 0; (at = folded.find(foldedToken, done)) != std::string::npos; done = at + token.size())
+    substituted.append(text, done, at - done).append(value);
+  if (done == 0) return false;
+  text = substituted.append(text, done);
+  return true;
+}
+
+// Takes those plots out that the parameters leave without a name.
+void AssignPlots(MacroSetup& setup, MacroLog& log) {
+  std::string named;
+  const std::string text = std::exchange(setup.PlotFile, "") + std::string(NL);
+  for (std::string_view lines = text; !lines.empty();) {
+    const std::string_view name = Trim(TakeLine(lines));
+    if (name.empty())
+      log.Line("Warning: A PlotFile of this run has no name, and that plot is left out.");
+    else
+      named.append(named.empty() ? "" : NL).append(name);
+  }
+  setup.PlotFile = named;
+  log.Line("Assigning PlotFile = '" + NamesInOneLine(named) + "'");
+}
+
+}  // namespace
+
+std::string& SubstitutedField::In(MacroSetup& setup) const { return setup.*KeptText(*FindStatement(Keyword)); }
+
+std::span<const SubstitutedField> SubstitutedFields() { return kFields; }
+
+std::string WithParameters(std::string text, const ParameterTable& table, std::size_t row) {
+  for (std::size_t p = 0; p < table.Names.size() && text.size() <= kLongestText; ++p)
+    Substitute(text, Token(table.Names[p]), table.Rows[row][p]);
+  return text;
+}
+
+bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t row, const LocaleText& locale,
+                          MacroLog& log) {
+  MacroSetup& setup = macro.Setup;
+  std::vector<DeferredAssign> assigns = macro.Deferred;
+  std::vector<std::string> faults(assigns.size(), "it holds no parameter of the table");
+  const auto tooLong = [&](const std::string& text, std::string_view name) {
+    if (text.size() <= kLongestText) return false;
+    log.Line("The parameters make " + std::string(name) + " longer than " + std::to_string(kLongestText) +
+             " characters.");
+    return true;
+  };
+  bool plotsChanged = false;
+  for (std::size_t p = 0; p < table.Names.size(); ++p) {
+    const std::string token = Token(table.Names[p]);
+    const std::string& value = table.Rows[row][p];
+    for (const SubstitutedField& field : kFields) {
+      std::string& text = field.In(setup);
+      if (!Substitute(text, token, value)) continue;
+      if (tooLong(text, field.Keyword)) return false;
+      // Names that are not complete yet would be many.
+      if (field.Keyword == kPlots) {
+        plotsChanged = true;
+        continue;
+      }
+      // A connection may hold a password, which no log shows.
+      const std::string shown = field.Keyword == kData ? DataSourceText(setup) : text;
+      if (field.IsLogged) log.Line("Assigning " + std::string(field.Keyword) + " = '" + shown + "'");
+      ReadKeptText(*FindStatement(field.Keyword), setup);
+    }
+    for (std::size_t i = 0; i < assigns.size(); ++i) {
+      if (!Substitute(assigns[i].Text, token, value)) continue;
+      if (tooLong(assigns[i].Text, "Assign")) return false;
+      log.Line("Assigning " + token + " = '" + value);
+      faults[i] = ApplyAssign(*assigns[i].Model, assigns[i].Text, locale.ListSeparator);
+    }
+  }
+  if (plotsChanged) AssignPlots(setup, log);
+  for (std::size_t i = 0; i < assigns.size(); ++i)
+    if (!faults[i].empty()) log.Line("Warning: 'Assign " + assigns[i].Text + "' is ignored: " + faults[i]);
+  return true;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/MacroLog.h"
+#include "batch/MacroReader.h"
+#include "batch/ParameterFile.h"
+#include "core/LocaleText.h"
+
+namespace quorvex {
+
+// A statement in whose text a parameter run substitutes. A change of an input makes the run read and solve anew.
+struct SubstitutedField {
+  std::string_view Keyword;
+  bool IsInput;
+  bool IsLogged = true;
+
+  std::string& In(MacroSetup& setup) const;
+};
+
+// In the order of substitution.
+std::span<const SubstitutedField> SubstitutedFields();
+
+// `text` with the row's values (from 0) in the places of their names, as far as that makes it no longer than a text may
+// be.
+std::string WithParameters(std::string text, const ParameterTable& table, std::size_t row);
+
+// Puts the values of a row (from 0) into the macro, and tells the log. False where a text outgrows all bounds.
+bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t row, const LocaleText& locale,
+                          MacroLog& log);
+
+}  // namespace quorvex
