@@ -16,6 +16,7 @@ struct MacroFields {
   bool UseDDE = false, ShowProgress = false, ShowMessageBox = false;
   std::string RegressionTolerance, UnchangedIterations, MaxIterations;
   bool CentralDifference = false;  // else Richardson's extrapolation
+  bool TryHarder = false;
 
   // Input
   std::string DataFile;  // or the connect string of a database

@@ -22,6 +22,7 @@ void InitMacroSetup(MacroSetup& setup, const Settings& preferences) {
 }
 
 void TakeLimits(const MacroSetup& setup, Settings& preferences) {
+  preferences.TryHarder = setup.TryHarder;
   ForEachLimit([&](auto read, auto preference) { preferences.*preference = setup.*read; });
 }
 

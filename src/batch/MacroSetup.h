@@ -13,7 +13,8 @@ struct MacroSetup {
   bool ShowProgress = false;    // HandShake: show the progress form
   bool ShowMessageBox = false;  // HandShake: final and abort message boxes
   double RegressionTolerance = 1e-10;
-  int Derivatives = 0;  // 0 Richardson's extrapolation, 1 central difference
+  int Derivatives = 0;     // 0 Richardson's extrapolation, 1 central difference
+  bool TryHarder = false;  // where a nonlinear search fails, go on
   int UnchangedIterations = 10;
   int MaxIterations = 250;
   int IndependentVariables = 1;

@@ -100,6 +100,7 @@ constexpr MacroStatement kStatements[] = {
      .Missing = "Maximum number of iterations has not been specified (Configuration Tab). Default value will be used."},
     {.Keyword = "Derivatives",
      .Value = DerivativesValue{kDerivatives, &S::Derivatives, &Settings::DerivativeMethod, &F::CentralDifference}},
+    {.Keyword = "TryHarder", .Value = FlagValue{&S::TryHarder, &F::TryHarder}, .Only = &F::TryHarder},
 
     {.Keyword = "DataFile",
      .Value = TextValue{.Read = &S::DataFile, .Typed = &F::DataFile, .Placeholder = "********.***"},

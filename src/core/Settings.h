@@ -22,6 +22,8 @@ struct Settings {
   int MaxIterations = 250;           // key "maxiterations"
   int DivIterations = 10;            // key "diviterations", iterations allowed without improvement
   int DerivativeMethod = 0;          // key "derivative", 0 Richardson's extrapolation, 1 central difference
+  // Of one run, and stored under no key: where the search of a nonlinear model fails, go on (engine/TryHarder.h).
+  bool TryHarder = false;
 
   // The value in force: what is stored, the default where nothing is, then the built-in value where one stands in
   // for that text. Empty for a key that is neither stored nor known.

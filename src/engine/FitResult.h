@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "equation/DataStatistics.h"
@@ -37,6 +38,8 @@ struct FitResult {
   int NumIterations = 0;   // of the last nonlinear fit
   // The end of the nonlinear search that the solution comes from.
   SearchEnd Ended = SearchEnd::Converged;
+  // What found the solution where the ordinary search didn't, in plain words (engine/TryHarder.h); else empty.
+  std::string FoundBy;
 
   double RSS = 0;      // residual sum of squares, unweighted
   double RssNorm = 0;  // the same, weighted

@@ -9,6 +9,7 @@
 #include "engine/Differentiator.h"
 #include "engine/FitRun.h"
 #include "engine/PointColumns.h"
+#include "engine/TryHarder.h"
 #include "engine/TypedDerivatives.h"
 #include "equation/Catalogue.h"
 #include "equation/ClosedForms.h"
@@ -82,6 +83,7 @@ void ModelClass::ICCancel() {
 void ModelClass::Datachange() {
   SpecifyIC = SpecifyICComplete = Solved = false;
   SweepCount = 0;
+  FoundBy.clear();
   for (Coefficient& coefficient : Coefficients) coefficient.Constant = 1;
   CoefficientValues.assign(CoefficientValues.size(), 1.0);
 }
@@ -149,6 +151,8 @@ void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {
 }
 
 bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form) {
+  FoundBy.clear();
+  if (SolveType == 0 && settings.TryHarder) return FitHarder(*this, data, settings, LogString, form);
   FitRun run(*this, data, settings, LogString, form);
   if (SolveType == 1) return run.Linear();
   if (SolveType == 0) return run.Nonlinear();

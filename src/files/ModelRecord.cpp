@@ -251,6 +251,27 @@ void SolvedModelReader::ReadSearchEnds(RecordReader& io) {
   });
 }
 
+void WriteFoundBy(RecordWriter& io, const Project& project) {
+  const auto models = SolvedModels(project, [](const ModelClass& model) { return !model.FoundBy.empty(); });
+  if (models.empty()) return;
+  Section(io, kFoundBy, [&] {
+    for (const ModelClass* model : models) {
+      io(model->id);
+      io(model->FoundBy);
+    }
+  });
+}
+
+void SolvedModelReader::ReadFoundBy(RecordReader& io) {
+  Section(io, kFoundBy, [&] {
+    while (io.GoesOn(kFoundBy)) {
+      ModelClass* const model = FindModel(io);
+      if (model == nullptr) return io.Fail();
+      io(model->FoundBy);
+    }
+  });
+}
+
 ModelClass* SolvedModelReader::FindModel(RecordReader& io) {
   std::string id;
   io(id);

@@ -95,6 +95,8 @@ void ReadBehindTheEnd(RecordReader& io, SolvedModelReader& models) {
       models.ReadSweeps(io);
     else if (io.Begins(kSearchEnds))
       models.ReadSearchEnds(io);
+    else if (io.Begins(kFoundBy))
+      models.ReadFoundBy(io);
     else
       return;
   }
@@ -182,6 +184,7 @@ std::string ProjectText(const Project& project) {
   // Behind the end of the data, where older programs have stopped reading.
   WriteSweeps(io, project);
   WriteSearchEnds(io, project);
+  WriteFoundBy(io, project);
   return io.Text();
 }
 

@@ -86,7 +86,7 @@ MacroFields FilledFields() {
 
 TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   MacroFields fields = FilledFields();
-  fields.CentralDifference = fields.Weighted = true;
+  fields.CentralDifference = fields.TryHarder = fields.Weighted = true;
   fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = true;
   fields.SQLQuery = "SELECT x,\r\n\ty FROM t";
   fields.ParameterFile = "Sites.csv";
@@ -293,7 +293,7 @@ class RandomFields {
     f.RegressionTolerance = LocalizeExpression(OneOf({"", "1E-07", "0.125", "1"}), locale);
     f.UnchangedIterations = OneOf({"", "1", "32000"});
     f.MaxIterations = OneOf({"", "1", "32000"});
-    f.CentralDifference = Tick();
+    f.CentralDifference = Tick(), f.TryHarder = Tick();
     f.DataFile = OneOf({"Data.csv", "/tmp/A b=c.txt", "%SITE%.csv"});
     f.DataFirstLine = OneOf({"", "1", "12", "%First%"});
     f.IndependentVariables = std::to_string(variables);
@@ -348,7 +348,7 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
   s.RegressionTolerance = number(f.RegressionTolerance, preferences.ResidualTolerance);
   s.UnchangedIterations = static_cast<int>(number(f.UnchangedIterations, preferences.DivIterations));
   s.MaxIterations = static_cast<int>(number(f.MaxIterations, preferences.MaxIterations));
-  s.Derivatives = f.CentralDifference ? 1 : 0;
+  s.Derivatives = f.CentralDifference ? 1 : 0, s.TryHarder = f.TryHarder;
   s.IndependentVariables = static_cast<int>(number(f.IndependentVariables, 0));
   s.DelimitTab = f.DelimitTab, s.DelimitComma = f.DelimitComma;
   s.DelimitSemicolon = f.DelimitSemicolon, s.DelimitSpace = f.DelimitSpace;

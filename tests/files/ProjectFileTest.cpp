@@ -46,6 +46,7 @@ void ExpectEqualModels(const ModelClass& a, const ModelClass& b) {
     return all;
   };
   EXPECT_EQ(flags(a), flags(b)) << a.id;
+  EXPECT_EQ(a.FoundBy, b.FoundBy) << a.id;
   EXPECT_EQ(numbers(a), numbers(b)) << a.id;
   EXPECT_EQ(a.GetICRange(), b.GetICRange()) << a.id;
   EXPECT_EQ(a.GetSweepInfo(), b.GetSweepInfo()) << a.id;
@@ -143,6 +144,7 @@ TEST(ProjectFile, HasTheLayoutOfVersion9) {
   FillIn(swept, 3);
   swept.SweepCount = 2;
   swept.Ended = SearchEnd::IterationLimit;
+  swept.FoundBy = "starts read off the data (4 of 40 searches)";
   swept.SetSweepInfo({{{0.1, 0.2}, {1.1, 1.2}, 3, 4, 5, 6, 7}, {{0.3, 0.4}, {1.3, 1.4}, 13, 14, 15, 16, 17}});
   const SolveData points = PointsOf(several);
   swept.CopyInputDataFrom(std::make_shared<const InputPoints>(InputPoints{points.X, points.Y}));
