@@ -10,6 +10,7 @@
 #include "core/SaveFile.h"
 #include "sheet/CellEntry.h"
 #include "sheet/ColumnMean.h"
+#include "sheet/ColumnNames.h"
 #include "sheet/ComputedCells.h"
 
 namespace quorvex {
@@ -116,7 +117,7 @@ Result<DataStat> GetDataStat(const DataSheet& sheet) {
     for (std::size_t i = 0; i < count; ++i) {
       const std::vector<double> cells = CopyColumn(sheet.Cells, i + 1, 1, lastRow);
       columns.emplace_back(cells);
-      statistics.Columns.push_back(StatisticsOf(sheet.Headers[i], cells, columns.back()));
+      statistics.Columns.push_back(StatisticsOf(ColumnName(sheet, i + 1), cells, columns.back()));
     }
     statistics.Correlation.assign(count, std::vector<double>(count));
     for (std::size_t i = 0; i < count; ++i)

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/Limits.h"
-#include "core/NumberText.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 namespace {
@@ -16,9 +16,7 @@ constexpr const char* kNothingSelected =
 }  // namespace
 
 std::vector<std::string> DeriveClass::Data() const {
-  std::vector<std::string> names = sheet_.Headers;
-  for (std::size_t i = 0; i < names.size(); ++i)
-    if (Trim(names[i]).empty()) names[i] = "Column " + std::to_string(i + 1);
+  std::vector<std::string> names = ColumnNames(sheet_.Headers);
   names.push_back(kBlankColumn);
   return names;
 }

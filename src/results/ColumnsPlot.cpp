@@ -2,6 +2,7 @@
 
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 
@@ -9,6 +10,7 @@ Result<PlotClass> ColumnsPlot::Make(const DataSheet& sheet, const Settings& sett
   if (!Vertical) return Failure{"Please select which data column to plot on the vertical plot axis."};
   if (Horizontal.empty()) return Failure{"Please select at least one data column to plot on the horizontal plot axis."};
   const auto title = [&](std::size_t col) { return col == kRowNumbers ? "Row" : ColumnTitle(sheet, col, "X"); };
+  const auto name = [&](std::size_t col) { return col == kRowNumbers ? "Row" : ColumnName(sheet, col); };
   const bool several = Horizontal.size() > 1;
   PlotClass plot(settings, locale);
   plot.PlotTitle = "Plot";
@@ -17,7 +19,7 @@ Result<PlotClass> ColumnsPlot::Make(const DataSheet& sheet, const Settings& sett
   for (const std::size_t col : Horizontal) {
     const Result<SolveData> points = ColumnPoints(sheet, {col, *Vertical});
     if (!points) return Failure{points.error()};
-    Result<PlotSeries> series = PointSeries(several ? title(col) : "Input Data", *points, settings);
+    Result<PlotSeries> series = PointSeries(several ? name(col) : "Input Data", *points, settings);
     if (!series) return Failure{series.error()};
     SeriesStyle& style = series->Style();
     style.DisplayLine = Type != PlotType::Markers;

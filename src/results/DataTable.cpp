@@ -5,14 +5,16 @@
 #include <limits>
 
 #include "results/PlotPoints.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 
 DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet,
                      const LocaleText& locale, NumberPatterns patterns)
     : data_(data), locale_(locale), patterns_(std::move(patterns)), headings_{"Row"} {
-  const auto end = sheet.Headers.begin() + static_cast<std::ptrdiff_t>(sheet.IndependentVariables) + 1;
-  headings_.insert(headings_.end(), sheet.Headers.begin(), end);
+  const std::vector<std::string> names = ColumnNames(sheet.Headers);
+  headings_.insert(headings_.end(), names.begin(),
+                   names.begin() + static_cast<std::ptrdiff_t>(sheet.IndependentVariables) + 1);
   headings_.insert(headings_.end(), {"Calc Y", "Residual", "Abs Residual"});
   if (IsWeighted(data.Points)) headings_.push_back(ColumnTitle(sheet, sheet.IndependentVariables + 2, "SD"));
   std::array<double, kMostIndependentVariables> x;

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "results/PlotPoints.h"
+#include "sheet/ColumnNames.h"
 #include "sheet/PointsNeeded.h"
 
 namespace quorvex {
@@ -197,7 +198,7 @@ PlotSeries SeriesOf(const SolvedItem& solution) {
 }
 
 std::vector<std::string> ScatterTypes(const DataSheet& sheet) {
-  std::vector<std::string> types = AxisTitles(sheet);
+  std::vector<std::string> types = ColumnNames(AxisTitles(sheet));
   types.back() = "Calculated " + types.back();
   types.insert(types.begin(), "Row");
   return types;

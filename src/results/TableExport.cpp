@@ -6,6 +6,7 @@
 #include <exception>
 
 #include "core/NumberText.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 namespace {
@@ -196,6 +197,7 @@ std::optional<TableExport> TableExport::Begin(const std::vector<SolvedItem>& sol
     TableExport begun;
     begun.equations_ = selected;
     begun.data_ = std::move(data->Points);
+    begun.variableNames_ = quorvex::VariableNames(sheet);
     begun.locale_ = locale;
     return begun;
   }

@@ -55,6 +55,8 @@ class TableExport {
                                           const LocaleText& locale, Prompter& user);
 
   int Variables() const { return equations_.front().NumIndependentVar(); }
+  // The variables, with the names of their columns.
+  const std::vector<std::string>& VariableNames() const { return variableNames_; }
   // What the types are called, in their order.
   std::vector<std::string> TypeNames() const;
 
@@ -72,6 +74,7 @@ class TableExport {
 
   std::vector<SolvedItem> equations_;
   SolveData data_;
+  std::vector<std::string> variableNames_;
   LocaleText locale_;
 };
 

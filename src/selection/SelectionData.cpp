@@ -4,6 +4,7 @@
 #include <new>
 
 #include "core/NumberText.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 namespace {
@@ -83,11 +84,12 @@ Result<SelectionData> Prepared(const GatheredData& data, const DataSheet& sheet,
   selection.sig = data.Points.sig;
   selection.Weighted = sheet.HasStandardDeviation;
   const std::size_t k = sheet.IndependentVariables;
+  const std::vector<std::string> headers = ColumnNames(sheet.Headers);
   selection.YName = choices.YTransform == YTransform::None
-                        ? sheet.Headers[k]
+                        ? headers[k]
                         : kYTransformNames[static_cast<std::size_t>(choices.YTransform)];
 
-  const std::vector<std::string> names = CandidateNames(sheet.Headers, k, choices.CrossProducts);
+  const std::vector<std::string> names = CandidateNames(headers, k, choices.CrossProducts);
   std::size_t at = 0;
   const auto add = [&](std::size_t i, std::size_t j, bool product) {
     const std::size_t candidate = at++;

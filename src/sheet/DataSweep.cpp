@@ -7,6 +7,7 @@
 #include "core/NumberText.h"
 #include "core/Result.h"
 #include "equation/Parser.h"
+#include "sheet/ColumnNames.h"
 #include "sheet/ComputedCells.h"
 
 namespace quorvex {
@@ -119,7 +120,7 @@ bool DataSweep::Apply(const SheetEdit& edit) const {
   const auto& method = kMethods[static_cast<std::size_t>(MethodOption)];
   const Result<ComputedCells> computed = method.Compute(*this, edit, *range);
   if (!computed) return refuse(computed.error());
-  const UndoLabel label(UndoOperation::Sweep, method.Name + (" in " + edit.Sheet.Headers[SelCol - 1]));
+  const UndoLabel label(UndoOperation::Sweep, method.Name + (" in " + ColumnName(edit.Sheet, SelCol)));
   StoreComputedCells(edit, label, *range, *computed);
   return true;
 }

@@ -1,5 +1,7 @@
 #include "sheet/SheetStatus.h"
 
+#include "sheet/ColumnNames.h"
+
 namespace quorvex {
 namespace {
 
@@ -14,8 +16,7 @@ std::string Listed(const std::vector<std::string>& names) {
 
 std::string SheetStatus(const DataSheet& sheet, std::size_t row, std::size_t col) {
   const std::size_t rows = sheet.Cells.GridLastRow();
-  const std::string header = col >= 1 && col <= sheet.Headers.size() ? sheet.Headers[col - 1] : "";
-  return header + ", row " + std::to_string(row) + "   |   " +
+  return ColumnName(sheet, col) + ", row " + std::to_string(row) + "   |   " +
          (rows == 0   ? "no data"
           : rows == 1 ? "1 row of data"
                       : std::to_string(rows) + " rows of data");
@@ -23,7 +24,7 @@ std::string SheetStatus(const DataSheet& sheet, std::size_t row, std::size_t col
 
 std::string EmptySheetHint(const DataSheet& sheet) {
   if (sheet.Cells.GridLastRow() != 0) return "";
-  return "Type your measurements into the columns " + Listed(sheet.Headers) +
+  return "Type your measurements into the columns " + Listed(ColumnNames(sheet.Headers)) +
          ", or open one of the examples of the Help menu.";
 }
 

@@ -1,6 +1,7 @@
 #include "sheet/TypeInCell.h"
 
 #include "sheet/CellEntry.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 
@@ -13,7 +14,7 @@ bool TypeInCell(const SheetEdit& edit, std::size_t row, std::size_t col, const s
     edit.User.Refuse("Invalid entry.");
     return false;
   }
-  const std::string what = '"' + text + "\" in " + edit.Sheet.Headers[col - 1] + ':' + std::to_string(row);
+  const std::string what = '"' + text + "\" in " + ColumnName(edit.Sheet, col) + ':' + std::to_string(row);
   edit.PushUndo({UndoOperation::Typing, what}, {row, col, row, col});
   if (entry->Value) {
     cells.SetGridCellNumber(row, col, *entry->Value);

@@ -36,7 +36,7 @@ TEST(ColumnsPlot, HasASeriesForEachHorizontalColumn) {
       {{2}, 4, "X", "Heat", {"Input Data: 10/30 20/20"}, true},
       {{1}, 2, "Time", "Y", {"Input Data: 1/10 2/20"}, false},
       {{kRowNumbers}, 3, "Row", "Depth", {"Input Data: 1/5 2/6 3/7"}, false},
-      {{1, 2, 3}, 4, "X", "Heat", {"Time: 1/30 2/20 3/10", "X: 10/30 20/20", "Depth: 5/30 6/20 7/10"}, true},
+      {{1, 2, 3}, 4, "X", "Heat", {"Time: 1/30 2/20 3/10", "Column 2: 10/30 20/20", "Depth: 5/30 6/20 7/10"}, true},
   };
   const Project project = Measurements();
   for (const auto& c : cases) {

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "results/SaveResults.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 namespace {
@@ -26,8 +27,8 @@ QLineEdit* Field(const char* name, QWidget* parent) {
 
 }  // namespace
 
-EvaluationPanel::EvaluationPanel(const LocaleText& locale, Prompter& user, QWidget* parent)
-    : QWidget(parent), locale_(locale), user_(user) {
+EvaluationPanel::EvaluationPanel(const DataSheet& sheet, const LocaleText& locale, Prompter& user, QWidget* parent)
+    : QWidget(parent), sheet_(sheet), locale_(locale), user_(user) {
   LayOut();
   SetSolution(nullptr);
 }
@@ -96,6 +97,8 @@ QWidget* EvaluationPanel::EntryBox() {
   YVal_text = Field("YVal_text", box);
   cmboRoot = new QComboBox(box);
   cmboRoot->setObjectName("cmboRoot");
+  cmboRoot->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  cmboRoot->setMinimumContentsLength(8);
   root_ = new QFormLayout;
   root_->addRow("&Given Y:", YVal_text);
   root_->addRow("&Which X:", cmboRoot);
@@ -140,10 +143,22 @@ void EvaluationPanel::SetSolution(const SolvedItem* solution) {
   if (!solved) return;
   const int count = solution_.NumIndependentVar();
   if (count != static_cast<int>(XVal_text.size())) MakeVariables(count);
+  NameVariables();
   ckDyDX->setEnabled(solution_.Model != nullptr);
   ckDYDParam->setEnabled(solution_.Model != nullptr);
   EnableEntries();
   cmdDefaults_clicked();
+}
+
+// The window may be open while the user names a column.
+void EvaluationPanel::NameVariables() {
+  const std::vector<std::string> names = VariableNames(sheet_);
+  for (std::size_t v = 0; v < XVal_text.size() && v < names.size(); ++v) {
+    const QString name = QString::fromStdString(names[v]);
+    XVal_text[v]->setAccessibleName(name);
+    XVal_text[v]->setToolTip(name.toHtmlEscaped());
+    cmboRoot->setItemText(static_cast<int>(v), name);
+  }
 }
 
 void EvaluationPanel::MakeVariables(int count) {

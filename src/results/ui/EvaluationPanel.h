@@ -5,6 +5,7 @@
 
 #include "core/Prompter.h"
 #include "results/Evaluation.h"
+#include "sheet/DataSheet.h"
 
 class QCheckBox;
 class QComboBox;
@@ -21,7 +22,8 @@ namespace quorvex {
 // derivatives. The answers gather in a text that can be saved, printed and copied.
 class EvaluationPanel : public QWidget {
  public:
-  EvaluationPanel(const LocaleText& locale, Prompter& user, QWidget* parent);
+  // The sheet names the variables.
+  EvaluationPanel(const DataSheet& sheet, const LocaleText& locale, Prompter& user, QWidget* parent);
 
   // The solution to evaluate from now on; none where nothing is solved. What was typed and answered stays, but the
   // limits of a search become those of the new input.
@@ -38,10 +40,12 @@ class EvaluationPanel : public QWidget {
   QWidget* EntryBox();
   QGroupBox* SearchBox();
   void MakeVariables(int count);
+  void NameVariables();
   void EnableEntries();
   void cmdDefaults_clicked();
   void EvalCommand_clicked();
 
+  const DataSheet& sheet_;
   const LocaleText& locale_;
   Prompter& user_;
   SolvedItem solution_;

@@ -33,7 +33,7 @@ std::optional<TableChoice> AskTableType(QWidget* parent, const TableExport& equa
   QComboBox* variable = nullptr;
   if (equations.Variables() > 1) {
     QStringList names;
-    for (int v = 1; v <= equations.Variables(); ++v) names << QString("X%1").arg(v);
+    for (const std::string& name : equations.VariableNames()) names << QString::fromStdString(name);
     variable = dialog.AddChoice("cmbVariable", "Roots &along:", names);
     variable->setEnabled(false);
     QObject::connect(group, &QButtonGroup::idToggled, variable, [variable](int id, bool on) {

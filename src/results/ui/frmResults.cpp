@@ -78,7 +78,7 @@ void frmResults::LayOut() {
 
   pages_ = new QStackedWidget(this);
   MakeTabs();
-  panel_ = new EvaluationPanel(project_.Locale, user_, pages_);
+  panel_ = new EvaluationPanel(project_.Sheet, project_.Locale, user_, pages_);
   pages_->addWidget(ResultsTab);
   pages_->addWidget(panel_);
   auto* column = new QVBoxLayout(this);

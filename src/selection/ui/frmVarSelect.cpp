@@ -18,6 +18,7 @@
 #include "selection/SelectionData.h"
 #include "selection/ui/frmStepWise.h"
 #include "selection/ui/frmUserSelect.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 namespace {
@@ -172,7 +173,8 @@ QWidget* frmVarSelect::Lists() {
 
 // What was selected stays so, for the columns of X come first.
 void frmVarSelect::FillLists() {
-  const std::vector<std::string> names = CandidateNames(sheet_.Headers, Choices.NumIV, ckProducts->isChecked());
+  const std::vector<std::string> names =
+      CandidateNames(ColumnNames(sheet_.Headers), Choices.NumIV, ckProducts->isChecked());
   for (QListWidget* list : {lstExclude, lstInclude}) {
     while (list->count() > static_cast<int>(names.size())) delete list->takeItem(list->count() - 1);
     for (std::size_t i = static_cast<std::size_t>(list->count()); i < names.size(); ++i)

@@ -10,9 +10,9 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
-#include "core/NumberText.h"
 #include "core/ui/BusyCursor.h"
 #include "core/ui/Controls.h"
+#include "sheet/ColumnNames.h"
 
 namespace quorvex {
 
@@ -104,10 +104,7 @@ void SheetDialog::accept() {
 
 QStringList ColumnNames(const DataSheet& sheet, std::size_t first, std::size_t last) {
   QStringList names;
-  for (std::size_t col = first; col <= last; ++col) {
-    const bool named = col <= sheet.Headers.size() && !Trim(sheet.Headers[col - 1]).empty();
-    names << (named ? QString::fromStdString(sheet.Headers[col - 1]) : QString("Column %1").arg(col));
-  }
+  for (std::size_t col = first; col <= last; ++col) names << QString::fromStdString(ColumnName(sheet, col));
   return names;
 }
 
