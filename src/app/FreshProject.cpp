@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "files/UserModelFiles.h"
-#include "import/DeviationColumn.h"
+#include "import/ColumnAssignment.h"
 
 namespace quorvex {
 
@@ -13,9 +13,8 @@ ProjectKind DefaultKind(const Settings& settings) {
 }
 
 ProjectKind KindForColumns(const std::vector<std::string>& columns) {
-  const bool deviation = DeviationColumn(columns) != 0;
-  const std::size_t others = deviation ? 2 : 1, count = std::max(columns.size(), others + 1) - others;
-  return {std::min<std::size_t>(count, kMostIndependentVariables), deviation};
+  const DataSheet sheet = SheetForColumns(columns);
+  return {sheet.IndependentVariables, sheet.HasStandardDeviation};
 }
 
 Project FreshProject(const ProjectKind& kind, const std::string& name, const Settings& settings,

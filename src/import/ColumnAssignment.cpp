@@ -5,10 +5,18 @@
 #include <numeric>
 #include <utility>
 
+#include "core/SolveData.h"
 #include "import/DeviationColumn.h"
+#include "sheet/ColumnNames.h"
 #include "sheet/CopyCells.h"
 
 namespace quorvex {
+
+DataSheet SheetForColumns(const std::vector<std::string>& columns) {
+  const bool deviation = DeviationColumn(columns) != 0;
+  const std::size_t others = deviation ? 2 : 1, count = std::max(columns.size(), others + 1) - others;
+  return {std::min<std::size_t>(count, kMostIndependentVariables), deviation};
+}
 
 void ColumnAssignment::SetColumns(std::size_t count, std::vector<std::string> names) {
   columnCount_ = count;
@@ -21,21 +29,17 @@ std::string ColumnAssignment::NameOf(std::size_t column) const {
   return column >= 1 && column <= names_.size() ? names_[column - 1] : "";
 }
 
-std::string ColumnAssignment::ColumnText(std::size_t column) const {
-  const std::string name = NameOf(column);
-  return name.empty() ? "Column " + std::to_string(column) : name;
-}
-
 std::vector<std::string> ColumnAssignment::lstColumns() const {
-  std::vector<std::string> lines;
-  for (std::size_t column = 1; column <= columnCount_; ++column) lines.push_back(ColumnText(column));
-  return lines;
+  std::vector<std::string> headings = names_;
+  headings.resize(columnCount_);
+  return ColumnNames(headings);
 }
 
 std::vector<std::string> ColumnAssignment::lstHeaders() const {
+  const std::vector<std::string> columns = lstColumns();
   std::vector<std::string> lines = variables_;
   for (std::size_t v = 0; v < lines.size(); ++v)
-    if (columns_[v] != 0) lines[v] += ": " + ColumnText(columns_[v]);
+    if (columns_[v] != 0) lines[v] += ": " + columns[columns_[v] - 1];
   return lines;
 }
 

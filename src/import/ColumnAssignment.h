@@ -6,10 +6,15 @@
 #include <vector>
 
 #include "core/Prompter.h"
+#include "sheet/ColumnNames.h"
 #include "sheet/DataSheet.h"
 #include "sheet/GridCells.h"
 
 namespace quorvex {
+
+// An empty sheet of the kind to propose for a file with columns of these names: the last one is Y, but for one that is
+// named as its standard deviation.
+DataSheet SheetForColumns(const std::vector<std::string>& columns);
 
 // Which column of imported data goes to which variable of the sheet: the two lists of an import dialog. Columns and
 // variables count from 1. An assignment pairs one with one.
@@ -17,7 +22,9 @@ class ColumnAssignment {
  public:
   // Of the sheet's columns, by the texts of their headers. Nothing is assigned.
   explicit ColumnAssignment(const DataSheet& sheet)
-      : variables_(sheet.Headers), columns_(sheet.Headers.size()), hasDeviation_(sheet.HasStandardDeviation) {}
+      : variables_(ColumnNames(sheet.Headers)),
+        columns_(sheet.Headers.size()),
+        hasDeviation_(sheet.HasStandardDeviation) {}
 
   // How many columns the data has, and the names of those that have one. Variables that had a column behind the last
   // are without one again.
@@ -54,8 +61,6 @@ class ColumnAssignment {
   bool hasDeviation_;                 // the last variable is one
   std::size_t columnCount_ = 0;
   std::vector<std::string> names_;  // of the columns
-
-  std::string ColumnText(std::size_t column) const;
 };
 
 }  // namespace quorvex

@@ -1,14 +1,20 @@
 #include "import/DataImport.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <new>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 #include "import/ImportFailure.h"
+#include "import/UnitNames.h"
+#include "sheet/CellEntry.h"
+#include "sheet/ParseDelimitedLines.h"
 
 namespace quorvex {
+
 void TellFailure(const std::string& failure, Prompter& user) {
   if (!failure.empty()) user.Refuse(failure);
 }
@@ -33,8 +39,24 @@ Result<GridCells> DataImport::Preview(Prompter* user) {
   const std::size_t shown = std::min(cells_.GridLastRow(), kPreviewLines);
   GridCells preview = shown > 0 ? cells_.CopyRange({1, 1, shown, cells_.GridLastCol()}) : GridCells();
   preview.ColumnNames = cells_.ColumnNames;
-  Columns.SetColumns(std::max(preview.GridLastCol(), preview.ColumnNames.size()), preview.ColumnNames);
+  for (const CommentLine& comment : Comments)
+    if (ckComments && comment.Line <= kPreviewLines)
+      preview.SetGridCellText(comment.Line, 1, CutCellText(DecodeText(comment.Text)));
+  Columns.SetColumns(std::max(DataColumns(), preview.ColumnNames.size()), preview.ColumnNames);
   return preview;
+}
+
+std::size_t DataImport::DataColumns() const {
+  const std::size_t first = FirstDataRow(cells_, LocaleText());
+  const std::size_t last = first <= kPreviewLines ? kPreviewLines : first + kPreviewLines;
+  std::size_t columns = cells_.GridLastCol();
+  const auto empty = [&](std::size_t col) {
+    std::size_t row = last;
+    while (row >= first && GridCells::IsEmpty(cells_.Cell(row, col))) --row;
+    return row < first;
+  };
+  while (columns > 0 && empty(columns)) --columns;
+  return columns;
 }
 
 std::string DataImport::Marker() const { return ckMissingData ? std::string(Trim(txtMissingData)) : ""; }
@@ -45,15 +67,21 @@ TextCells DataImport::TextsToImport(const LocaleText& locale) {
   return texts;
 }
 
-std::size_t DataImport::FirstDataLine(const GridCells& preview, const LocaleText& locale) {
-  for (std::size_t row = 1; row <= preview.GridLastRow(); ++row) {
-    for (std::size_t col = 1; col <= preview.GridLastCol(); ++col) {
-      const double cell = preview.Cell(row, col);
-      if (GridCells::IsText(cell) ? TypedValue(preview, cell, locale).has_value() : !GridCells::IsEmpty(cell))
-        return row;
-    }
-  }
-  return 1;
+std::optional<DataImport::OtherReading> DataImport::DecimalCommaOffer(const std::string& example) {
+  if (example.empty()) return std::nullopt;
+  return OtherReading{"The numbers have decimal commas: " + EndOfSentence(DecodeText(example)),
+                      "Read them as &numbers"};
+}
+
+const CommentLine* DataImport::CommentAt(std::size_t line) const {
+  const auto found = std::ranges::lower_bound(Comments, line, {}, &CommentLine::Line);
+  return found != Comments.end() && found->Line == line ? &*found : nullptr;
+}
+
+std::string DataImport::CommentSentence() const {
+  assert(!Comments.empty());
+  return std::to_string(Comments.size()) + (Comments.size() == 1 ? " line is a comment: " : " lines are comments: ") +
+         EndOfSentence(Trim(DecodeText(Comments.front().Text)));
 }
 
 double DataImport::StartRow(const LocaleText& locale) const {
@@ -71,13 +99,19 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   if (lines && startRow > static_cast<double>(*lines)) return beyondTheEnd();
   try {
     const auto first = static_cast<std::size_t>(std::min(startRow, 1e15));
+    const std::size_t left = ckComments ? Comments.size() : 0;
     // One row more than the sheet takes tells whether there are too many.
-    auto waited = Await(&edit.User, ReadingText(), ReadRows(first, kMostSheetRows + 1, Marker()));
+    auto waited = Await(&edit.User, ReadingText(), ReadRows(first, kMostSheetRows + 1 + left, Marker()));
     if (!waited) return ImportOutcome::Stay;
     Result<GridCells>& rows = *waited;
     if (!rows) {
       edit.User.Refuse(rows.error());
       return ImportOutcome::Failed;
+    }
+    if (left > 0) {
+      std::vector<bool> comments(rows->GridLastRow());
+      for (std::size_t row = 0; row < comments.size(); ++row) comments[row] = CommentAt(first + row) != nullptr;
+      rows->DeleteMarkedRows(comments);
     }
     std::size_t rowCount = rows->GridLastRow();
     if (!lines && startRow > 1 && rowCount == 0) return beyondTheEnd();
@@ -119,15 +153,25 @@ TextCells DataImport::ReadTexts(GridCells& rows, std::size_t count, const Locale
   return texts;
 }
 
-std::vector<std::string> DataImport::Headings(const LocaleText& locale) const {
-  if (!cells_.ColumnNames.empty()) return cells_.ColumnNames;
-  const double line = StartRow(locale) - 1;
+bool DataImport::IsBlank(std::size_t line) const {
+  for (std::size_t col = 1; col <= cells_.GridLastCol(); ++col)
+    if (!GridCells::IsEmpty(cells_.Cell(line, col))) return false;
+  return true;
+}
+
+std::vector<std::string> DataImport::HeadingsIn(std::size_t line, const LocaleText& locale) const {
   const std::size_t columns = Columns.lstColumns().size();
-  if (line < 1 || line > static_cast<double>(cells_.GridLastRow())) return {};
   std::vector<std::string> headings(columns);
   std::size_t words = 0;
+  if (const CommentLine* comment = ckComments ? CommentAt(line) : nullptr) {
+    headings = CommentCells(*comment);
+    words = headings.size() == columns ? columns : 0;
+    for (const std::string& word : headings)
+      if (const auto entry = ReadCellEntry(word, locale); entry) words = 0;  // blank, or a number
+    return words > 0 ? headings : std::vector<std::string>();
+  }
   for (std::size_t col = 1; col <= columns; ++col) {
-    const double cell = cells_.Cell(static_cast<std::size_t>(line), col);
+    const double cell = cells_.Cell(line, col);
     if (GridCells::IsEmpty(cell)) continue;
     if (!StaysText(cells_, cell, locale)) return {};
     headings[col - 1] = cells_.TextBehind(cell);
@@ -135,6 +179,26 @@ std::vector<std::string> DataImport::Headings(const LocaleText& locale) const {
   }
   // A single text above several columns is a title. Row numbers have no heading.
   return words > 1 || words == columns ? headings : std::vector<std::string>();
+}
+
+std::vector<std::string> DataImport::Headings(const LocaleText& locale) const {
+  if (!cells_.ColumnNames.empty()) return cells_.ColumnNames;
+  const double above = StartRow(locale) - 1;
+  if (above > static_cast<double>(cells_.GridLastRow())) return {};
+  std::vector<std::string> units;
+  for (auto line = static_cast<std::size_t>(above); line >= 1; --line) {
+    std::vector<std::string> headings = HeadingsIn(line, locale);
+    const bool passed = IsComment(line) || IsBlank(line);
+    if (headings.empty() && passed) continue;
+    if (headings.empty()) break;
+    if (units.empty() && AreUnits(headings)) {
+      units = std::move(headings);
+      continue;
+    }
+    for (std::size_t col = 0; col < units.size(); ++col) headings[col] = WithUnit(headings[col], units[col]);
+    return headings;
+  }
+  return units;  // "T, V" are names where there are no others
 }
 
 void DataImport::ReadHeadings(const LocaleText& locale) { Columns.NameColumns(Headings(locale)); }

@@ -8,7 +8,9 @@
 
 #include "core/Result.h"
 #include "import/ColumnAssignment.h"
+#include "import/DataRows.h"
 #include "import/TextCells.h"
+#include "import/TextLines.h"
 #include "sheet/GridCells.h"
 #include "sheet/SheetEdit.h"
 
@@ -44,15 +46,16 @@ class DataImport {
   std::string ImportText = "1";  // the first data line, counted from 1
   bool ckHeadings = false;       // the variables are named after the headings of their columns
   bool ckTextMissing = false;    // cells that are no numbers are left empty
+  bool ckComments = true;        // lines of comments are left out
 
   // "Preview of 'runs.txt' (first 200 lines)".
   std::string Title() const;
   // How many lines the source has, the limit of the start row; nothing where that is not known.
   virtual std::optional<std::size_t> LineCount() const = 0;
 
-  // The first 200 lines as they are read now, marked cells included; Columns offers the columns they have. To be called
-  // at first and after each change of how the source is read. Fails with the message of it, which is empty where the
-  // user, who waits for it, cancelled.
+  // The first 200 lines as they are read now, marked cells included and comments in one cell each; Columns offers the
+  // columns they have. To be called at first and after each change of how the source is read. Fails with the message of
+  // it, which is empty where the user, who waits for it, cancelled.
   Result<GridCells> Preview(Prompter* user = nullptr);
 
   // The cells of the chosen columns that would come into the sheet as texts: of all lines that the sheet has room for,
@@ -60,12 +63,26 @@ class DataImport {
   TextCells TextsToImport(const LocaleText& locale);
 
   // Names the columns as the source does, or else after the headings: the line above the data, where that has words and
-  // no number.
+  // no number, or a comment above them with a word for each column. Blank lines between don't matter, and a line of
+  // units is put behind the names.
   void ReadHeadings(const LocaleText& locale);
 
-  // Where the data begins in a preview, counted from 1: at the first line with a number or a date. 1 where there is
-  // none.
-  static std::size_t FirstDataLine(const GridCells& preview, const LocaleText& locale);
+  // Where the data begins in what Preview has read, counted from 1.
+  std::size_t FirstDataLine(const LocaleText& locale) const { return FirstDataRow(cells_, locale); }
+
+  // Whether a line of the preview is a comment that is left out.
+  bool IsComment(std::size_t line) const { return ckComments && CommentAt(line) != nullptr; }
+  std::size_t CommentCount() const { return Comments.size(); }
+  // "3 lines are comments: # made in May."
+  std::string CommentSentence() const;
+
+  // Another way to read the source, which fits it better than the present one: what shows that, and the command that
+  // takes it.
+  struct OtherReading {
+    std::string Notice, Command;
+  };
+  virtual std::optional<OtherReading> Offer(const LocaleText&) const { return std::nullopt; }
+  virtual void TakeOffer(const LocaleText&) {}
 
   // The line that ImportText asks for, 1 where that is not numeric.
   double StartRow(const LocaleText& locale) const;
@@ -77,6 +94,9 @@ class DataImport {
   ImportOutcome Finish(const SheetEdit& edit);
 
  protected:
+  // To read numbers with decimal commas, of which this is one; nothing where there is none.
+  static std::optional<OtherReading> DecimalCommaOffer(const std::string& example);
+
   DataImport(std::string source, const DataSheet& sheet) : Columns(sheet), Source(std::move(source)) {}
 
   // What reads at most `count` rows of the source, row 1 being its line `first`. Cells with the marker are empty. It
@@ -84,14 +104,22 @@ class DataImport {
   using Reading = std::function<Result<GridCells>(const LongWork&)>;
   virtual Reading ReadRows(std::size_t first, std::size_t count, const std::string& marker) const = 0;
   virtual std::string IncompleteQuestion() const;
+  // The cells of a comment, as they would be without its sign.
+  virtual std::vector<std::string> CommentCells(const CommentLine&) const { return {}; }
 
   std::string ReadingText() const { return "Reading '" + Source + "'"; }
 
-  const std::string Source;  // as messages name it
+  const std::string Source;           // as messages name it
+  std::vector<CommentLine> Comments;  // of a text, in their order
 
  private:
   std::string Marker() const;
+  const CommentLine* CommentAt(std::size_t line) const;  // nullptr for none
+  std::size_t DataColumns() const;                       // the lines above the data may have more
+  bool IsBlank(std::size_t line) const;
   std::vector<std::string> Headings(const LocaleText& locale) const;
+  // Those that a line of these cells may have been written for; none where one of them is a number.
+  std::vector<std::string> HeadingsIn(std::size_t line, const LocaleText& locale) const;
   // Names the variables after the columns they have, where those have a name.
   void NameVariables(DataSheet& sheet) const;
   // Makes numbers of the texts that are typed ones, and of the others empty cells where those are to be left out.

@@ -21,6 +21,11 @@ std::string Shortened(std::string_view text) {
 
 }  // namespace
 
+std::string EndOfSentence(std::string_view text) {
+  const std::string shortened = Shortened(text);
+  return shortened.ends_with('.') ? shortened : shortened + '.';
+}
+
 std::optional<double> TypedValue(const GridCells& cells, double cell, const LocaleText& locale) {
   const std::optional<CellEntry> entry = ReadCellEntry(cells.TextBehind(cell), locale);
   return entry ? entry->Value : std::nullopt;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/LocaleText.h"
@@ -10,6 +11,9 @@
 #include "sheet/GridCells.h"
 
 namespace quorvex {
+
+// A text as the end of a sentence: one that is long is cut.
+std::string EndOfSentence(std::string_view text);
 
 // What a text of imported data would be if it were typed into a cell: a date is a number, too.
 std::optional<double> TypedValue(const GridCells& cells, double cell, const LocaleText& locale);

@@ -8,8 +8,8 @@
 
 namespace quorvex {
 
-// Whether blanks end the cells of a text, as they do where its first lines have nothing else between them. Commas may,
-// where they are no decimal ones.
+// Whether blanks end the cells of a text, as they do where most of its first lines with a number have nothing else
+// between them, or numbers with blanks between them. Commas may end cells, where they are no decimal ones.
 bool BlanksDelimit(std::string_view text, char decimalSeparator);
 
 // The import of a text file.
@@ -30,14 +30,31 @@ class TextImport : public DataImport {
 
   std::optional<std::size_t> LineCount() const override { return lineCount_; }
 
+  // Where the numbers have decimal commas, to read them so; under such a locale, where commas stand between the columns
+  // of a file with points, to split there.
+  std::optional<OtherReading> Offer(const LocaleText& locale) const override;
+  void TakeOffer(const LocaleText& locale) override;
+
  protected:
   Reading ReadRows(std::size_t first, std::size_t count, const std::string& marker) const override;
+  std::vector<std::string> CommentCells(const CommentLine& comment) const override;
 
  private:
+  struct Separators {
+    int Delimiters = 0;
+    bool IgnoreConsecutive = false, OverrideDecimal = true;
+    char DecimalSeparator = '.';
+  };
+  Separators Chosen() const;
+  // How the file would be split if its commas were, or were not, decimal ones.
+  Separators WithCommas(bool decimal) const;
+  void NoticeCommas();
+
   TextImport(const std::string& file, const DataSheet& sheet, const LocaleText& locale, std::string text);
 
   char decimalSeparator_;
-  std::shared_ptr<const std::string> text_;
+  std::shared_ptr<const std::string> text_, data_;  // as it is, and without comments
+  std::string commas_;                              // what shows that the commas are not those of the locale
   std::size_t lineCount_ = 0;
 };
 

@@ -161,7 +161,7 @@ TEST(TextImport, ReadsTheSampleFilesAsTheyAre) {
     import->ImportText = "2";
     const auto preview = import->Preview();
     ASSERT_TRUE(preview);
-    EXPECT_EQ(DataImport::FirstDataLine(*preview, desk.Locale), 2);
+    EXPECT_EQ(import->FirstDataLine(desk.Locale), 2);
     const std::size_t columns = desk.Sheet.ColumnCount();
     ASSERT_EQ(import->Columns.lstColumns().size(), columns);
     import->Columns.AssignInOrder();
@@ -308,7 +308,9 @@ TEST(TextImport, TakesBlanksAsDelimitersWhereThereIsNothingElse) {
     bool space;
   } kCases[] = {{"temp  press\n 1   2\n", '.', true},
                 {"a b,c d\n1,2\n", '.', false},
-                {"a b c\n1\t2 3\n", '.', false},
+                {"a b c\n1\t2 3\n", '.', true},
+                {"Run 7 of 9\n1\t2\n3\t4\n", '.', false},
+                {"a\tb\n10 000\t2\n", '.', false},
                 {"1,5 2,5\n", '.', false},
                 {"1,5 2,5\n", ',', true},
                 {"1\n2\n", '.', false}};
@@ -344,7 +346,7 @@ TEST(DataImport, SuggestsWhatIsObvious) {
     Texts headers, named;  // the assignments, and the names that the variables get
   } kCases[] = {
       {"t,p\n1,2\n", 2, {"X: t", "Y: p"}, {"t", "p"}},
-      {"made in May\nt,p\ns,Pa\nNA,2\n", 4, {"X: s", "Y: Pa"}, {"s", "Pa"}},
+      {"made in May\nt,p\ns,Pa\nNA,2\n", 4, {"X: t (s)", "Y: p (Pa)"}, {"t (s)", "p (Pa)"}},
       {"1,2\n3,4\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
       {"\"made in May\"\n\"t\",\"p of it\"\n\"1.5\",\"2\"\n", 3, {"X: t", "Y: p of it"}, {"t", "p of it"}},
       {"2020-01-15,NA\n2020-01-16,1\n", 1, {"X: Column 1", "Y: Column 2"}, {"X", "Y"}},
@@ -357,7 +359,7 @@ TEST(DataImport, SuggestsWhatIsObvious) {
   for (const auto& c : kCases) {
     Desk desk;
     const auto import = desk.OpenText(folder.Write("runs.txt", c.text));
-    const std::size_t line = DataImport::FirstDataLine(*import->Preview(), desk.Locale);
+    const std::size_t line = import->FirstDataLine(desk.Locale);
     EXPECT_EQ(line, c.firstDataLine) << c.text;
     import->ImportText = std::to_string(line);
     import->ReadHeadings(desk.Locale);

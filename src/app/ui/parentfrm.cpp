@@ -188,13 +188,14 @@ void parentfrm::ImportDataFile(const QString& fileName, bool askForKind) {
   DataImport& import = **opened;
   const auto preview = import.Preview(&user_);
   if (!preview) return TellFailure(preview.error(), user_);
-  import.ImportText = std::to_string(DataImport::FirstDataLine(*preview, session_.Locale));
+  import.ImportText = std::to_string(import.FirstDataLine(session_.Locale));
   import.ReadHeadings(session_.Locale);
   std::optional<ProjectKind> kind = KindForColumns(import.Columns.lstColumns());
   if (askForKind) kind = AskProjectKind(this, *kind);
   if (!kind) return;
   DataSheet sheet(kind->IndependentVariables, kind->HasStandardDeviation);
-  if (!ImportNewSheet(this, import, {sheet, session_.Locale, user_, {}, [](const UndoLabel&, const CellRange&) {}}))
+  if (!ImportNewSheet(this, import, {sheet, session_.Locale, user_, {}, [](const UndoLabel&, const CellRange&) {}},
+                      askForKind))
     return;
   quorvexWindow* before = ActiveProject();
   ShowFresh({sheet.IndependentVariables, sheet.HasStandardDeviation}).Run([&](const SheetEdit& edit) {

@@ -36,6 +36,21 @@ bool SpreadsheetImport::ChooseSheet(const std::string& name, Prompter& user) {
   return true;
 }
 
+DecimalCommas SpreadsheetImport::Commas(const LocaleText& locale) const {
+  if (locale.DecimalSeparator != '.' || StartRow(locale) > static_cast<double>(kMostSheetRows)) return {};
+  return FindDecimalCommas(*cells_, static_cast<std::size_t>(StartRow(locale)), cells_->GridLastRow());
+}
+
+std::optional<DataImport::OtherReading> SpreadsheetImport::Offer(const LocaleText& locale) const {
+  return DecimalCommaOffer(Commas(locale).Example);
+}
+
+void SpreadsheetImport::TakeOffer(const LocaleText& locale) {
+  GridCells read = *cells_;
+  ReadDecimalCommas(read, Commas(locale).Columns, 1, read.GridLastRow());
+  cells_ = std::make_shared<const GridCells>(std::move(read));
+}
+
 SpreadsheetImport::Reading SpreadsheetImport::ReadRows(std::size_t first, std::size_t count,
                                                        const std::string& marker) const {
   return [cells = cells_, first, count, marker](const LongWork&) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "import/DataImport.h"
+#include "sheet/DecimalCommas.h"
 
 namespace quorvex {
 
@@ -23,10 +24,15 @@ class SpreadsheetImport : public DataImport {
 
   std::optional<std::size_t> LineCount() const override { return cells_->GridLastRow(); }
 
+  // Under a locale with a point, to read texts as numbers where they have decimal commas down the whole of a column.
+  std::optional<OtherReading> Offer(const LocaleText& locale) const override;
+  void TakeOffer(const LocaleText& locale) override;
+
  protected:
   Reading ReadRows(std::size_t first, std::size_t count, const std::string& marker) const override;
 
  private:
+  DecimalCommas Commas(const LocaleText& locale) const;
   using DataImport::DataImport;
 
   std::vector<std::string> sheets_;

@@ -23,6 +23,7 @@ namespace quorvex {
 ImportDialog::ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* parent)
     : QDialog(parent),
       edit_(edit),
+      kindChosen_(sheet != ForSheet::New),
       model_(new PreviewModel(edit.Locale, this)),
       DataPreview(Named(new QTableView, "DataPreview")),
       txtVariables(Named(new QSpinBox, "txtVariables")),
@@ -32,6 +33,9 @@ ImportDialog::ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* paren
       txtMissingData(Named(new QLineEdit, "txtMissingData")),
       ckHeadings(Named(new QCheckBox("Name the variables &by the headings"), "ckHeadings")),
       ckTextMissing(Named(new QCheckBox, "ckTextMissing")),
+      ckComments(Named(new QCheckBox, "ckComments")),
+      lblOffer(Named(new QLabel, "lblOffer")),
+      cmdOffer(Named(new QPushButton("Read &otherwise"), "cmdOffer")),
       lstColumns(Named(new QListWidget, "lstColumns")),
       lstHeaders(Named(new QListWidget, "lstHeaders")),
       cmdAssign(Named(new QPushButton("&Assign"), "cmdAssign")),
@@ -50,6 +54,11 @@ ImportDialog::ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* paren
   connect(ckMissingData, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
   connect(ckHeadings, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
   connect(ckTextMissing, &QCheckBox::toggled, this, &ImportDialog::ShowChoices);
+  connect(ckComments, &QCheckBox::toggled, this, [this](bool checked) {
+    import_->ckComments = checked;
+    Reload();
+  });
+  connect(cmdOffer, &QPushButton::clicked, this, &ImportDialog::TakeOffer);
   connect(txtMissingData, &QLineEdit::textChanged, this, &ImportDialog::ShowChoices);
   connect(DataPreview->selectionModel(), &QItemSelectionModel::currentColumnChanged, this,
           [this](const QModelIndex& current) { lstColumns->setCurrentRow(current.column()); });
@@ -72,7 +81,7 @@ void ImportDialog::LayOut(QLayout* source) {
   buttons->addWidget(Finish);
   buttons->addWidget(CancelCommand);
   all->addLayout(buttons);
-  for (QPushButton* button : {cmdAssign, cmdUnAssign, CancelCommand}) button->setAutoDefault(false);
+  for (QPushButton* button : {cmdAssign, cmdUnAssign, cmdOffer, CancelCommand}) button->setAutoDefault(false);
   resize(64 * fontMetrics().averageCharWidth() + 280, 40 * fontMetrics().height());
 }
 
@@ -95,7 +104,12 @@ QWidget* ImportDialog::Body(ForSheet sheet) {
   UpDnStartRow->setMinimumWidth(fontMetrics().horizontalAdvance("00000000") + 40);
   txtMissingData->setAccessibleName("Text of missing data");
   ckTextMissing->setAccessibleName("Read texts as missing");  // its words tell which they are
-  ckTextMissing->hide();                                      // until there is any
+  ckComments->setAccessibleName("Skip comments");
+  ckComments->setChecked(true);
+  lblOffer->setTextFormat(Qt::PlainText);
+  for (QWidget* widget : {static_cast<QWidget*>(ckTextMissing), static_cast<QWidget*>(ckComments),
+                          static_cast<QWidget*>(lblOffer), static_cast<QWidget*>(cmdOffer)})
+    widget->hide();  // until there is any of it
 
   auto* choices = new QHBoxLayout;
   choices->addWidget(LabelFor(UpDnStartRow, "Fi&rst line of data:"));
@@ -111,16 +125,23 @@ QWidget* ImportDialog::Body(ForSheet sheet) {
   connect(txtVariables, &QSpinBox::valueChanged, this, &ImportDialog::ChangeKind);
   connect(chkStDev, &QCheckBox::toggled, this, &ImportDialog::ChangeKind);
 
+  auto* offer = new QHBoxLayout;
+  offer->addWidget(lblOffer);
+  offer->addWidget(cmdOffer);
+  offer->addStretch();
+
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(0, 0, 0, 0);
+  rows->addLayout(offer);
   rows->addWidget(LabelFor(DataPreview, "&Preview:"));
   rows->addWidget(DataPreview, 3);
   rows->addLayout(choices);
+  rows->addWidget(ckComments);
   rows->addWidget(ckHeadings);
   rows->addWidget(ckTextMissing);
   QWidget* kind = Kind();
-  kind->setVisible(sheet == ForSheet::New);
+  kind->setVisible(sheet != ForSheet::InUse);
   rows->addWidget(kind);
   rows->addWidget(Lists(), 2);
   return body;
@@ -140,7 +161,17 @@ QWidget* ImportDialog::Kind() {
 
 // Nothing is assigned yet in the other sheet, and the line that the user has chosen stays.
 void ImportDialog::ChangeKind() {
+  kindChosen_ = true;
   edit_.Sheet = DataSheet(static_cast<std::size_t>(txtVariables->value()), chkStDev->isChecked());
+  ShowSheet();
+}
+
+void ImportDialog::ProposeKind() {
+  if (kindChosen_) return;
+  edit_.Sheet = SheetForColumns(import_->Columns.lstColumns());
+  const QSignalBlocker quietVariables(txtVariables), quietDeviation(chkStDev);
+  txtVariables->setValue(static_cast<int>(edit_.Sheet.IndependentVariables));
+  chkStDev->setChecked(edit_.Sheet.HasStandardDeviation);
   ShowSheet();
 }
 
@@ -176,6 +207,11 @@ void ImportDialog::Show(DataImport* import) {
     model_->Show({});
     return;
   }
+  const std::size_t comments = import->CommentCount();
+  if (comments > 0)
+    ckComments->setText(QString::fromStdString(import->CommentSentence()).replace('&', "&&") +
+                        (comments == 1 ? " S&kip it" : " S&kip them"));
+  ckComments->setVisible(comments > 0);
   ShowSheet();
 }
 
@@ -199,12 +235,14 @@ void ImportDialog::Reload() {
   if (!startRowChosen_) {
     // The signal stands for a choice of the user's, after which nothing is proposed any more.
     const QSignalBlocker quiet(UpDnStartRow);
-    UpDnStartRow->setValue(static_cast<int>(DataImport::FirstDataLine(*rows, edit_.Locale)));
+    UpDnStartRow->setValue(static_cast<int>(import_->FirstDataLine(edit_.Locale)));
   }
   import_->ImportText = UpDnStartRow->findChild<QLineEdit*>()->text().toStdString();
   import_->ReadHeadings(edit_.Locale);
   import_->Columns.AssignInOrder();
-  model_->Show(std::move(*rows));
+  std::vector<bool> comments;
+  for (std::size_t line = 1; line <= rows->GridLastRow(); ++line) comments.push_back(import_->IsComment(line));
+  model_->Show(std::move(*rows), std::move(comments));
   model_->ShowVariables(import_->Columns);
   DataPreview->resizeColumnsToContents();
   DataPreview->setCurrentIndex(model_->index(0, 0));
@@ -226,6 +264,7 @@ void ImportDialog::ShowChoices() {
                   import_->ckMissingData ? txtMissingData->text().trimmed().toStdString() : "", import_->ckTextMissing);
   import_->ckHeadings = ckHeadings->isChecked();
   import_->ReadHeadings(edit_.Locale);
+  ShowOffer();
   ShowAssignments();
 }
 
@@ -236,6 +275,24 @@ void ImportDialog::ShowTexts() {
                          (texts.Count == 1 ? " Read it as missin&g?" : " Read them as missin&g?"));
   ckTextMissing->setVisible(texts.Count > 0);
   if (texts.Count == 0) ckTextMissing->setChecked(false);
+}
+
+void ImportDialog::ShowOffer() {
+  const auto offer = import_->Offer(edit_.Locale);
+  lblOffer->setVisible(offer.has_value());
+  cmdOffer->setVisible(offer.has_value());
+  if (!offer) return;
+  lblOffer->setText(QString::fromStdString(offer->Notice));
+  cmdOffer->setText(QString::fromStdString(offer->Command));
+  cmdOffer->setAccessibleDescription(lblOffer->text());
+}
+
+void ImportDialog::TakeOffer() {
+  import_->TakeOffer(edit_.Locale);
+  DataPreview->setFocus();  // the button is gone
+  ShowReading();
+  Reload();
+  ProposeKind();
 }
 
 void ImportDialog::ShowAssignments() {

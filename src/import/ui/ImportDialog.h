@@ -6,6 +6,7 @@
 #include "sheet/SheetEdit.h"
 
 class QCheckBox;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
@@ -16,8 +17,9 @@ namespace quorvex {
 
 class PreviewModel;
 
-// Whose sheet gets the data: that of a project, or one that the dialog may still give other columns.
-enum class ForSheet { InUse, New };
+// Whose sheet gets the data: that of a project, or a new one, which the dialog may still give other columns. Of a new
+// one somebody has chosen the kind, or it is proposed by the columns of the source.
+enum class ForSheet { InUse, NewOfKind, New };
 
 // What the dialogs of all imports share: the preview of the source, which columns go to which variables, where the data
 // begins and what marks missing data. exec() is Accepted where the sheet has the data.
@@ -34,15 +36,20 @@ class ImportDialog : public QDialog {
   void Show(DataImport* import);
   // The source is read in another way, or another part of it is.
   void Reload();
+  // The user has taken the offer of another reading: its controls show that, too.
+  virtual void ShowReading() {}
 
  private:
   QWidget* Body(ForSheet sheet);
   QWidget* Kind();  // how many variables the sheet has
   void ChangeKind();
-  void ShowSheet();  // its variables, with no column yet but what is obvious
+  void ProposeKind();  // by the columns, where the user has not chosen one
+  void ShowSheet();    // its variables, with no column yet but what is obvious
   QWidget* Lists();
-  void ShowChoices();      // what stands in the controls
-  void ShowTexts();        // how many cells are no numbers
+  void ShowChoices();  // what stands in the controls
+  void ShowTexts();    // how many cells are no numbers
+  void ShowOffer();    // of another reading
+  void TakeOffer();
   void ShowAssignments();  // which column goes where, by their names
   void Assign();
   void UnAssign();
@@ -51,6 +58,7 @@ class ImportDialog : public QDialog {
   const SheetEdit& edit_;
   DataImport* import_ = nullptr;
   bool startRowChosen_ = false;  // by the user
+  bool kindChosen_;
 
   QWidget* body_;
   PreviewModel* model_;
@@ -58,7 +66,9 @@ class ImportDialog : public QDialog {
   QSpinBox *txtVariables, *UpDnStartRow;
   QCheckBox *chkStDev, *ckMissingData;
   QLineEdit* txtMissingData;
-  QCheckBox *ckHeadings, *ckTextMissing;
+  QCheckBox *ckHeadings, *ckTextMissing, *ckComments;
+  QLabel* lblOffer;
+  QPushButton* cmdOffer;
   QListWidget *lstColumns, *lstHeaders;
   QPushButton *cmdAssign, *cmdUnAssign, *Finish, *CancelCommand;
 };

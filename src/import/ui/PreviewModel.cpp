@@ -20,9 +20,10 @@ QBrush MarkOfText() {
 
 }  // namespace
 
-void PreviewModel::Show(GridCells cells) {
+void PreviewModel::Show(GridCells cells, std::vector<bool> comments) {
   beginResetModel();
   cells_ = std::move(cells);
+  comments_ = std::move(comments);
   endResetModel();
 }
 
@@ -34,11 +35,10 @@ void PreviewModel::SetKept(double startRow, std::string marker, bool textMissing
 }
 
 void PreviewModel::ShowVariables(const ColumnAssignment& columns) {
-  names_.clear();
+  names_ = columns.lstColumns();
   variables_.clear();
   imported_.clear();
   for (std::size_t col = 1; col <= cells_.GridLastCol(); ++col) {
-    names_.push_back(columns.NameOf(col));
     variables_.push_back(columns.VariableOf(col));
     imported_.push_back(columns.MayBeImported(col));
   }
@@ -55,6 +55,7 @@ int PreviewModel::columnCount(const QModelIndex& parent) const {
 }
 
 bool PreviewModel::Kept(std::size_t row, std::size_t col) const {
+  if (row <= comments_.size() && comments_[row - 1]) return false;
   return static_cast<double>(row) >= startRow_ && (marker_.empty() || cells_.GridCellText(row, col) != marker_) &&
          (!textMissing_ || !StaysText(row, col));
 }
@@ -90,9 +91,8 @@ QVariant PreviewModel::headerData(int section, Qt::Orientation orientation, int 
   if (orientation == Qt::Vertical) return section + 1;
   const auto col = static_cast<std::size_t>(section);
   const std::string variable = col < variables_.size() ? variables_[col] : "";
-  const std::string name = col < names_.size() ? names_[col] : "";
-  const QString column = name.empty() ? QString("Column %1").arg(section + 1) : QString::fromStdString(name);
-  return column + '\n' + QString::fromStdString(variable);
+  const std::string name = col < names_.size() ? names_[col] : "Column " + std::to_string(col + 1);
+  return QString::fromStdString(name) + '\n' + QString::fromStdString(variable);
 }
 
 }  // namespace quorvex

@@ -15,7 +15,8 @@ class PreviewModel : public QAbstractTableModel {
  public:
   PreviewModel(const LocaleText& locale, QObject* parent) : QAbstractTableModel(parent), locale_(locale) {}
 
-  void Show(GridCells cells);
+  // `comments` says which lines, from the first on, will be left out as such.
+  void Show(GridCells cells, std::vector<bool> comments = {});
   // What will be imported: the lines from `startRow` on, but no cell with the text `marker`, and no text at all where
   // those are left out.
   void SetKept(double startRow, std::string marker, bool textMissing);
@@ -33,6 +34,7 @@ class PreviewModel : public QAbstractTableModel {
 
   const LocaleText& locale_;
   GridCells cells_;
+  std::vector<bool> comments_;
   std::vector<std::string> names_, variables_;  // by column
   double startRow_ = 1;
   std::string marker_;

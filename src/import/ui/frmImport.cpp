@@ -7,6 +7,9 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSignalBlocker>
+#include <utility>
+#include <vector>
 
 #include "import/TextImport.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
@@ -20,8 +23,11 @@ class frmImport : public ImportDialog {
   frmImport(DataImport& import, const SheetEdit& edit, ForSheet sheet, QWidget* parent);
 
  private:
+  void ShowReading() override;
   QLayout* Delimiters(TextImport& import);
   QLayout* Sheets(SpreadsheetImport& import);
+
+  std::vector<std::pair<QCheckBox*, const bool*>> boxes_;  // with what they stand for
 };
 
 frmImport::frmImport(DataImport& import, const SheetEdit& edit, ForSheet sheet, QWidget* parent)
@@ -48,6 +54,7 @@ QLayout* frmImport::Delimiters(TextImport& import) {
     auto* check = new QCheckBox(choice.Text);
     check->setObjectName(choice.Name);
     check->setChecked(import.*choice.Field);
+    boxes_.emplace_back(check, &(import.*choice.Field));
     connect(check, &QCheckBox::toggled, this, [this, &import, field = choice.Field](bool checked) {
       import.*field = checked;
       Reload();
@@ -64,6 +71,13 @@ QLayout* frmImport::Delimiters(TextImport& import) {
   row->addWidget(group);
   row->addWidget(box(kPoint), 0, Qt::AlignVCenter);
   return row;
+}
+
+void frmImport::ShowReading() {
+  for (const auto& [box, field] : boxes_) {
+    const QSignalBlocker quiet(box);  // the file is read anew once, after all of them
+    box->setChecked(*field);
+  }
 }
 
 QLayout* frmImport::Sheets(SpreadsheetImport& import) {
@@ -92,8 +106,8 @@ bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit) {
   return frmImport(import, edit, ForSheet::InUse, over).exec() == QDialog::Accepted;
 }
 
-bool ImportNewSheet(QWidget* over, DataImport& import, const SheetEdit& edit) {
-  return frmImport(import, edit, ForSheet::New, over).exec() == QDialog::Accepted;
+bool ImportNewSheet(QWidget* over, DataImport& import, const SheetEdit& edit, bool kindChosen) {
+  return frmImport(import, edit, kindChosen ? ForSheet::NewOfKind : ForSheet::New, over).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex

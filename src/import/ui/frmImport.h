@@ -11,7 +11,7 @@ namespace quorvex {
 bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit);
 
 // The same for the sheet of a project that is yet to be made: how many variables it has, and whether a standard
-// deviation, can be changed in the dialog.
-bool ImportNewSheet(QWidget* over, DataImport& import, const SheetEdit& edit);
+// deviation, can be changed in the dialog. Where nobody has chosen it yet, a change of the reading proposes it anew.
+bool ImportNewSheet(QWidget* over, DataImport& import, const SheetEdit& edit, bool kindChosen);
 
 }  // namespace quorvex
