@@ -2,6 +2,8 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <functional>
+#include <utility>
 
 #include "desktop/quorvexWindow.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
@@ -23,6 +25,23 @@ QString ChooseDataFile(quorvexWindow& window) {
   return file;
 }
 
+// Lets `show` fill the sheet. That of a fresh project may become one of another kind on the way, which is another fresh
+// project.
+bool Import(quorvexWindow& window, const SheetEdit& edit,
+            const std::function<bool(const SheetEdit& edit, ForSheet sheet)>& show) {
+  if (!window.Document().IsFresh()) return show(edit, ForSheet::InUse);
+  DataSheet sheet = edit.Sheet;
+  if (!show({sheet, edit.Locale, edit.User, {}, [](const UndoLabel&, const CellRange&) {}}, ForSheet::NewOfKind))
+    return false;
+  if (sheet.IndependentVariables != edit.Sheet.IndependentVariables ||
+      sheet.HasStandardDeviation != edit.Sheet.HasStandardDeviation) {
+    emit window.ImportedAsOtherKind(sheet);
+    return false;
+  }
+  TakeImported(std::move(sheet), edit);
+  return true;
+}
+
 }  // namespace
 
 void ImportTextOrSpreadsheet(quorvexWindow& window) {
@@ -30,13 +49,17 @@ void ImportTextOrSpreadsheet(quorvexWindow& window) {
   if (file.isEmpty()) return;
   window.Run([&](const SheetEdit& edit) {
     const auto import = ImportData(file.toStdString(), edit);
-    return import != nullptr && ImportFile(&window, *import, edit);
+    if (import == nullptr) return false;
+    return Import(window, edit,
+                  [&](const SheetEdit& into, ForSheet sheet) { return ImportFile(&window, *import, into, sheet); });
   });
 }
 
 void ImportFromDatabase(quorvexWindow& window) {
   window.Run([&](const SheetEdit& edit) {
-    return ConfirmOverwrite(edit) && ImportTable(&window, edit, DatabaseUse::From(window.Preferences()));
+    return ConfirmOverwrite(edit) && Import(window, edit, [&](const SheetEdit& into, ForSheet sheet) {
+             return ImportTable(&window, into, sheet, DatabaseUse::From(window.Preferences()));
+           });
   });
 }
 

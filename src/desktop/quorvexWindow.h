@@ -92,11 +92,12 @@ class quorvexWindow : public QWidget {
   const ProjectSolver& Solver() const { return solver_; }
 
  signals:
-  void SolveBegins();       // the project is as it was before
-  void SolutionsChanged();  // or their order, or what they rest upon
-  void Changed();           // the project, or whether it is saved
-  void Saved();             // the project, into its file
-  void StatusChanged();     // the text of the status bar and nothing else
+  void SolveBegins();                                // the project is as it was before
+  void SolutionsChanged();                           // or their order, or what they rest upon
+  void Changed();                                    // the project, or whether it is saved
+  void Saved();                                      // the project, into its file
+  void ImportedAsOtherKind(const DataSheet& sheet);  // a fresh project, which is to give way to one of that kind
+  void StatusChanged();                              // the text of the status bar and nothing else
 
  protected:
   void closeEvent(QCloseEvent* event) override;

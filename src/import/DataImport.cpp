@@ -19,6 +19,12 @@ void TellFailure(const std::string& failure, Prompter& user) {
   if (!failure.empty()) user.Refuse(failure);
 }
 
+void TakeImported(DataSheet imported, const SheetEdit& edit) {
+  edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
+  edit.Sheet.Headers = std::move(imported.Headers);
+  edit.Sheet.Cells = std::move(imported.Cells);
+}
+
 bool ConfirmOverwrite(const SheetEdit& edit) {
   return edit.Sheet.Cells.GridLastRow() == 0 ||
          edit.User.Ask("This operation may overwrite existing data. " + std::string(NL) + "Do you want to continue?");

@@ -27,6 +27,9 @@ enum class ImportOutcome {
 // Asked before each import command, where the sheet holds anything.
 bool ConfirmOverwrite(const SheetEdit& edit);
 
+// Gives a sheet what was imported into another one of its kind, as one step to undo.
+void TakeImported(DataSheet imported, const SheetEdit& edit);
+
 // Tells why an import came to nothing. The failure is empty where the user cancelled, who then hears nothing.
 void TellFailure(const std::string& failure, Prompter& user);
 

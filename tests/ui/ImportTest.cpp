@@ -3,8 +3,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDropEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTableView>
 
@@ -270,6 +272,151 @@ TEST_F(Import, MakesTheProjectThatIsChosenInTheDialog) {
   EXPECT_EQ(Rows()[4], "14.3 - -");
 }
 
+// Decimal commas where the locale has a point, and commas between columns where it has not: one click.
+TEST_F(Import, OffersToReadTheCommasOtherwise) {
+  const struct {
+    const char *File, *Notice, *Command;
+    char Decimal;
+    Texts Before, After;
+    const char *First, *Last;
+  } kFiles[] = {
+      {"pressure_decimal_comma.csv",
+       "The numbers have decimal commas: 0,0002.",
+       "Read them as &numbers",
+       '.',
+       {"X1: temperature", "X2: pressure", "Y: Column 3"},
+       {"X: temperature", "Y: pressure"},
+       "0 0.0002",
+       "360 806"},
+      {"cars.csv",
+       "Commas separate the columns: 4,2.",
+       "Split the li&nes there",
+       ',',
+       {"X", "Y"},
+       {"X: speed", "Y: dist"},
+       "4 2",
+       "25 85"},
+      {"longley.csv",
+       "Commas separate the columns: 83,234.289,235.6,159...",
+       "Split the li&nes there",
+       ',',
+       {"X", "Y"},
+       {"X1: deflator", "X2: gnp", "X3: unemployed", "X4: armed_forces", "X5: population", "X6: year", "Y: employed"},
+       "83 234.289 235.6 159 107.608 1947 60.323",
+       "116.9 554.894 400.7 282.7 130.081 1962 70.551"},
+  };
+  for (const auto& c : kFiles) {
+    SCOPED_TRACE(c.File);
+    session.Locale.DecimalSeparator = c.Decimal;
+    dialogs.Do([&](QDialog& form) {
+      const AccessibilityWalk walk(form);
+      ExpectMnemonicsDoNotMeet(form);
+      EXPECT_EQ(Lines(form, "lstHeaders"), c.Before);
+      EXPECT_EQ(In<QLabel>(form, "lblOffer").text().toStdString(), c.Notice);
+      EXPECT_EQ(In<QPushButton>(form, "cmdOffer").text(), c.Command);
+      EXPECT_FALSE(In<QPushButton>(form, "cmdOffer").isDefault());
+      Click(form, "cmdOffer");
+      EXPECT_FALSE(In(form, "cmdOffer").isVisible() || In(form, "lblOffer").isVisible());
+      EXPECT_EQ(In<QCheckBox>(form, "Comma").isChecked(), c.Decimal == ',');
+      EXPECT_EQ(In<QCheckBox>(form, "ckLocale").isChecked(), c.Decimal == ',');
+      EXPECT_EQ(Lines(form, "lstHeaders"), c.After);
+      EXPECT_EQ(In<QSpinBox>(form, "txtVariables").value(), int(c.After.size()) - 1);
+      Click(form, "ckLocale");  // back
+      EXPECT_EQ(In(form, "cmdOffer").isVisible(), c.Decimal == '.');
+      Click(form, "ckLocale");
+      Click(form, "Finish");
+    });
+    Start(TestData(c.File));
+    ASSERT_EQ(Windows(), 1);
+    EXPECT_EQ(Rows().front(), c.First);
+    EXPECT_EQ(Rows().back(), c.Last);
+    CloseUnsaved();
+  }
+}
+
+TEST_F(Import, SkipsTheCommentsThatItShows) {
+  const std::string file = folder.Write("runs.txt",
+                                        "# lamp 3, by A & B\n# time volts sd\n# s mV mV\n0\t1.5\t0.1\n1\t1.25\t0.1\n"
+                                        "# a pause\n2\t1\t0.1\n");
+  dialogs.Do([](QDialog& form) {
+    const AccessibilityWalk walk(form);
+    ExpectMnemonicsDoNotMeet(form);
+    EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: time (s)", "Y: volts (mV)", "StDev: sd (mV)"}));
+    EXPECT_EQ(StartRow(form), "4");
+    auto& comments = In<QCheckBox>(form, "ckComments");
+    EXPECT_EQ(comments.text(), "4 lines are comments: # lamp 3, by A && B. S&kip them");
+    EXPECT_TRUE(comments.isChecked());
+    EXPECT_EQ(Cell(form, 6, 1), "# a pause");
+    EXPECT_TRUE(Dimmed(form, 6, 1) && !Dimmed(form, 7, 1));
+    EXPECT_EQ(In<QTableView>(form, "DataPreview").columnSpan(5, 0), 3);
+    EXPECT_FALSE(In(form, "ckTextMissing").isVisible());
+    Click(form, "ckComments");
+    EXPECT_EQ(In<QTableView>(form, "DataPreview").columnSpan(5, 0), 1);
+    EXPECT_TRUE(Marked(form, 6, 1));
+    EXPECT_EQ(In<QCheckBox>(form, "ckTextMissing").text(), "1 cell is text: # a pause. Read it as missin&g?");
+    Click(form, "ckComments");
+    Click(form, "Finish");
+  });
+  Start(file);
+  EXPECT_EQ(dialogs.Said, Texts());
+  EXPECT_EQ(Rows(), (Texts{"0 1.5 0.1", "1 1.25 0.1", "2 1 0.1"}));
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"time (s)", "volts (mV)", "sd (mV)"}));
+}
+
+// In a project that is fresh; one that somebody has begun keeps its kind.
+TEST_F(Import, ChangesTheKindOfAFreshProject) {
+  Start();
+  for (const bool begun : {false, true}) {
+    if (begun) {
+      Trigger("mnuFileNew");
+      Document().NotesChanged = true;
+    }
+    dialogs.ChooseFile(TestData("dnase_sd.txt"));
+    dialogs.Do([&](QDialog& form) {
+      EXPECT_EQ(In(form, "txtVariables").isVisible(), !begun);
+      if (begun) return form.reject();
+      EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X", "Y"}));
+      Click(form, "chkStDev");
+      EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: conc", "Y: density", "StDev: sd"}));
+      Click(form, "Finish");
+    });
+    Trigger("mnuDataImport");
+    EXPECT_EQ(Windows(), begun ? 2 : 1);
+    EXPECT_EQ(Document().Sheet.HasStandardDeviation, !begun);
+    EXPECT_EQ(Rows().size(), begun ? 0 : 8);
+  }
+  Document().NotesChanged = false;
+  Trigger("mnuFileClose");
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"conc", "density", "sd"}));
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(Rows(), Texts());
+  EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y", "StDev"}));
+}
+
+TEST_F(Import, IsCoveredByNoTip) {
+  folder.Write("quorvex.ini", "[startup]\nShow Tips at Startup=1\n");
+  dialogs.Do([](QDialog& form) {
+    EXPECT_EQ(form.objectName(), "frmImport");
+    Click(form, "Finish");
+  });
+  Start(TestData("mauna_loa_co2.csv"));
+  QTest::qWait(50);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  EXPECT_EQ(Rows().size(), 468);
+}
+
+// A file that others cut short while it is shown is imported as it was.
+TEST_F(Import, TakesWhatItHasShown) {
+  const std::string file = folder.Write("runs.csv", "x,y\n1,2\n3,4\n");
+  dialogs.Do([&](QDialog& form) {
+    folder.Write("runs.csv", "");
+    Click(form, "Finish");
+  });
+  Start(file);
+  EXPECT_EQ(dialogs.Said, Texts());
+  EXPECT_EQ(Rows(), (Texts{"1 2", "3 4"}));
+}
+
 // The designed sentence, and the kind that it asks for.
 TEST_F(Import, AsksForTheKindWhereTheNameTellsNothing) {
   const std::string file = folder.Write("runs.log", "1 2\n3 4\n");
@@ -436,11 +583,11 @@ TEST_F(Import, IsUsedByKeysAndReadAloud) {
     EXPECT_EQ(met, order);
     form.reject();
   };
-  const Texts shared = {"DataPreview", "UpDnStartRow", "ckMissingData", "ckHeadings",   "lstColumns",
-                        "cmdAssign",   "lstHeaders",   "Finish",        "CancelCommand"};
+  const Texts shared = {"DataPreview", "UpDnStartRow", "ckMissingData", "ckHeadings", "txtVariables", "chkStDev",
+                        "lstColumns",  "cmdAssign",    "lstHeaders",    "Finish",     "CancelCommand"};
   const auto behind = [&](Texts first, bool texts) {
     first.insert(first.end(), shared.begin(), shared.end());
-    if (texts) first.insert(std::ranges::find(first, "lstColumns"), "ckTextMissing");
+    if (texts) first.insert(std::ranges::find(first, "txtVariables"), "ckTextMissing");
     return first;
   };
   for (const auto& [file, order] :

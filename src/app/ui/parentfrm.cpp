@@ -95,8 +95,9 @@ void parentfrm::FirstShowing() {
   }
   for (const std::string& command : also_) OpenRequestedFile(QString::fromStdString(StartFileName(command)));
   // No tip comes over data that have just been imported, nor raises the frame above a plot that the user wants to see.
-  const quorvexWindow* active = ActiveProject();
-  const bool imported = active != nullptr && !active->Document().HasFile && !active->Document().IsFresh();
+  const bool imported = std::ranges::any_of(Projects(), [](const quorvexWindow* window) {
+    return !window->Document().HasFile && !window->Document().IsFresh();
+  });
   const bool plots = !findChildren<Dataplot*>(Qt::FindDirectChildrenOnly).isEmpty();
   if (!imported && !plots && session_.Preferences.Integer("Show Tips at Startup") != 0) ShowTip();
   ShowActiveWindow();
@@ -194,17 +195,18 @@ void parentfrm::ImportDataFile(const QString& fileName, bool askForKind) {
   if (askForKind) kind = AskProjectKind(this, *kind);
   if (!kind) return;
   DataSheet sheet(kind->IndependentVariables, kind->HasStandardDeviation);
-  if (!ImportNewSheet(this, import, {sheet, session_.Locale, user_, {}, [](const UndoLabel&, const CellRange&) {}},
-                      askForKind))
-    return;
+  const SheetEdit into{sheet, session_.Locale, user_, {}, [](const UndoLabel&, const CellRange&) {}};
+  if (!ImportFile(this, import, into, askForKind ? ForSheet::NewOfKind : ForSheet::New)) return;
+  RememberFolder(fileName);
+  ShowImported(sheet);
+}
+
+void parentfrm::ShowImported(const DataSheet& sheet) {
   quorvexWindow* before = ActiveProject();
   ShowFresh({sheet.IndependentVariables, sheet.HasStandardDeviation}).Run([&](const SheetEdit& edit) {
-    edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
-    edit.Sheet.Headers = std::move(sheet.Headers);
-    edit.Sheet.Cells = std::move(sheet.Cells);
+    TakeImported(sheet, edit);
     return true;
   });
-  RememberFolder(fileName);
   CloseIfFresh(before);
 }
 
@@ -219,6 +221,7 @@ quorvexWindow& parentfrm::ShowProject(Project project) {
   autosave_.Watch(*window);
   connect(window, &quorvexWindow::Changed, this, &parentfrm::ShowActiveWindow);
   connect(window, &quorvexWindow::StatusChanged, this, &parentfrm::ShowStatus);
+  connect(window, &quorvexWindow::ImportedAsOtherKind, this, &parentfrm::ShowImported);
   connect(window, &quorvexWindow::Saved, this, [this, window] { RememberFile(window->Document().FileName); });
   window->Grid().addActions(sheetActions_);
   if (!maximized) frame->resize(area_->viewport()->size() * 0.75);

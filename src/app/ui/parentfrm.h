@@ -100,6 +100,7 @@ class parentfrm : public QMainWindow {
   std::string Untitled() const;  // the name of the next project without a file
   quorvexWindow& ShowProject(Project project);
   quorvexWindow& ShowFresh(const ProjectKind& kind);
+  void ShowImported(const DataSheet& sheet);  // as a project, in place of a fresh one
   void ShowInPlaceOfFresh(Project project);
   void CloseIfFresh(quorvexWindow* window);
 

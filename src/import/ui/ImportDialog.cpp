@@ -28,7 +28,7 @@ ImportDialog::ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* paren
       DataPreview(Named(new QTableView, "DataPreview")),
       txtVariables(Named(new QSpinBox, "txtVariables")),
       UpDnStartRow(Named(new QSpinBox, "UpDnStartRow")),
-      chkStDev(Named(new QCheckBox("Standard d&eviation of Y"), "chkStDev")),
+      chkStDev(Named(new QCheckBox("Standard deviation of &Y"), "chkStDev")),
       ckMissingData(Named(new QCheckBox("Missing data is &written as"), "ckMissingData")),
       txtMissingData(Named(new QLineEdit, "txtMissingData")),
       ckHeadings(Named(new QCheckBox("Name the variables &by the headings"), "ckHeadings")),
@@ -242,7 +242,11 @@ void ImportDialog::Reload() {
   import_->Columns.AssignInOrder();
   std::vector<bool> comments;
   for (std::size_t line = 1; line <= rows->GridLastRow(); ++line) comments.push_back(import_->IsComment(line));
-  model_->Show(std::move(*rows), std::move(comments));
+  DataPreview->clearSpans();
+  model_->Show(std::move(*rows), comments);
+  for (std::size_t line = 0; line < comments.size(); ++line)
+    if (comments[line] && model_->columnCount() > 1)
+      DataPreview->setSpan(static_cast<int>(line), 0, 1, model_->columnCount());
   model_->ShowVariables(import_->Columns);
   DataPreview->resizeColumnsToContents();
   DataPreview->setCurrentIndex(model_->index(0, 0));

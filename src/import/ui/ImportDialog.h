@@ -3,6 +3,7 @@
 #include <QDialog>
 
 #include "import/DataImport.h"
+#include "import/ui/ForSheet.h"
 #include "sheet/SheetEdit.h"
 
 class QCheckBox;
@@ -16,10 +17,6 @@ class QTableView;
 namespace quorvex {
 
 class PreviewModel;
-
-// Whose sheet gets the data: that of a project, or a new one, which the dialog may still give other columns. Of a new
-// one somebody has chosen the kind, or it is proposed by the columns of the source.
-enum class ForSheet { InUse, NewOfKind, New };
 
 // What the dialogs of all imports share: the preview of the source, which columns go to which variables, where the data
 // begins and what marks missing data. exec() is Accepted where the sheet has the data.

@@ -3,6 +3,7 @@
 #include <QBrush>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QSize>
 #include <algorithm>
 
 #include "import/TextCells.h"
@@ -55,7 +56,7 @@ int PreviewModel::columnCount(const QModelIndex& parent) const {
 }
 
 bool PreviewModel::Kept(std::size_t row, std::size_t col) const {
-  if (row <= comments_.size() && comments_[row - 1]) return false;
+  if (IsComment(row)) return false;
   return static_cast<double>(row) >= startRow_ && (marker_.empty() || cells_.GridCellText(row, col) != marker_) &&
          (!textMissing_ || !StaysText(row, col));
 }
@@ -73,6 +74,8 @@ QVariant PreviewModel::data(const QModelIndex& index, int role) const {
     }
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter | (GridCells::IsText(cells_.Cell(row, col)) ? Qt::AlignLeft : Qt::AlignRight));
+    case Qt::SizeHintRole:  // a comment goes over all columns and widens none
+      return IsComment(row) ? QVariant(QSize(0, 0)) : QVariant();
     case Qt::ForegroundRole:
       if (Kept(row, col)) return {};
       return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
@@ -80,6 +83,7 @@ QVariant PreviewModel::data(const QModelIndex& index, int role) const {
       return Kept(row, col) && StaysText(row, col) ? QVariant(MarkOfText()) : QVariant();
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
+      if (IsComment(row)) return QVariant("This line is a comment and will be skipped.");
       return Kept(row, col) && StaysText(row, col) ? QVariant("This cell is text and no number.") : QVariant();
     default:
       return {};

@@ -29,6 +29,7 @@ class PreviewModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  bool IsComment(std::size_t row) const { return row <= comments_.size() && comments_[row - 1]; }
   bool Kept(std::size_t row, std::size_t col) const;
   bool StaysText(std::size_t row, std::size_t col) const;
 

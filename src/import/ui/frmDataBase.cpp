@@ -17,7 +17,7 @@ namespace {
 
 class frmDataBase : public ImportDialog {
  public:
-  frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent);
+  frmDataBase(const SheetEdit& edit, ForSheet sheet, const DatabaseUse& use, QWidget* parent);
 
  private:
   QLayout* SourceFields();
@@ -34,8 +34,8 @@ class frmDataBase : public ImportDialog {
   QComboBox* cboTable;
 };
 
-frmDataBase::frmDataBase(const SheetEdit& edit, const DatabaseUse& use, QWidget* parent)
-    : ImportDialog(edit, ForSheet::InUse, parent),
+frmDataBase::frmDataBase(const SheetEdit& edit, ForSheet sheet, const DatabaseUse& use, QWidget* parent)
+    : ImportDialog(edit, sheet, parent),
       use_(use),
       cboSource(new QComboBox),
       txtConnect(new QLineEdit),
@@ -135,8 +135,8 @@ void frmDataBase::ChooseTable(int index) {
 
 }  // namespace
 
-bool ImportTable(QWidget* over, const SheetEdit& edit, const DatabaseUse& use) {
-  return frmDataBase(edit, use, over).exec() == QDialog::Accepted;
+bool ImportTable(QWidget* over, const SheetEdit& edit, ForSheet sheet, const DatabaseUse& use) {
+  return frmDataBase(edit, sheet, use, over).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex

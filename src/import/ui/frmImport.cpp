@@ -102,12 +102,8 @@ QLayout* frmImport::Sheets(SpreadsheetImport& import) {
 
 }  // namespace
 
-bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit) {
-  return frmImport(import, edit, ForSheet::InUse, over).exec() == QDialog::Accepted;
-}
-
-bool ImportNewSheet(QWidget* over, DataImport& import, const SheetEdit& edit, bool kindChosen) {
-  return frmImport(import, edit, kindChosen ? ForSheet::NewOfKind : ForSheet::New, over).exec() == QDialog::Accepted;
+bool ImportFile(QWidget* over, DataImport& import, const SheetEdit& edit, ForSheet sheet) {
+  return frmImport(import, edit, sheet, over).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex
