@@ -1,4 +1,3 @@
-#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
@@ -36,12 +35,9 @@ void TakeFile(const Shots& shots, const char* file, DataSheet& sheet, const QStr
   const SheetEdit edit{sheet, locale, user, {}, {}};
   const auto import = OpenImport(file, sheet, locale);
   if (!import) return;
-  In([&] { ImportFile(nullptr, **import, edit); },
+  In([&] { ImportFile(nullptr, **import, edit, ForSheet::InUse); },
      [&](QDialog& form) {
-       if (auto* comma = form.findChild<QCheckBox*>("Comma")) {
-         comma->click();
-         form.findChild<QCheckBox*>("ckLocale")->click();
-       }
+       if (auto* offer = form.findChild<QPushButton*>("cmdOffer"); offer->isVisible()) offer->click();
        shots.Take(form, name);
      });
 }
@@ -59,7 +55,7 @@ void TakeDatabase(const Shots& shots) {
   MessageBoxPrompter user(nullptr);
   const LocaleText locale;
   const SheetEdit edit{sheet, locale, user, {}, {}};
-  In([&] { ImportTable(nullptr, edit, {}); },
+  In([&] { ImportTable(nullptr, edit, ForSheet::InUse, {}); },
      [&](QDialog& form) {
        form.findChild<QLineEdit*>("txtConnect")->setText(QString::fromStdString(connect));
        form.findChild<QPushButton*>("cmdConnect")->click();

@@ -11,6 +11,7 @@
 #include "import/ImportFailure.h"
 #include "import/UnitNames.h"
 #include "sheet/CellEntry.h"
+#include "sheet/DecimalCommas.h"
 #include "sheet/ParseDelimitedLines.h"
 
 namespace quorvex {
@@ -75,8 +76,7 @@ TextCells DataImport::TextsToImport(const LocaleText& locale) {
 
 std::optional<DataImport::OtherReading> DataImport::DecimalCommaOffer(const std::string& example) {
   if (example.empty()) return std::nullopt;
-  return OtherReading{"The numbers have decimal commas: " + EndOfSentence(DecodeText(example)),
-                      "Read them as &numbers"};
+  return OtherReading{DecimalCommaNotice(example), "Read them as &numbers"};
 }
 
 const CommentLine* DataImport::CommentAt(std::size_t line) const {

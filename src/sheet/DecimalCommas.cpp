@@ -63,6 +63,10 @@ DecimalCommas FindDecimalCommas(const GridCells& cells, std::size_t firstRow, st
   return found;
 }
 
+std::string DecimalCommaNotice(const std::string& example) {
+  return "The numbers have decimal commas: " + example + '.';
+}
+
 void ReadDecimalCommas(GridCells& cells, const std::vector<std::size_t>& columns, std::size_t firstRow,
                        std::size_t lastRow) {
   lastRow = std::min(lastRow, cells.GridLastRow());

@@ -24,6 +24,9 @@ struct DecimalCommas {
 // or empty. None at all where another column has numbers with a point, for there a comma means something else.
 DecimalCommas FindDecimalCommas(const GridCells& cells, std::size_t firstRow, std::size_t lastRow);
 
+// "The numbers have decimal commas: 0,5."
+std::string DecimalCommaNotice(const std::string& example);
+
 // Makes numbers of the texts in these columns that are such.
 void ReadDecimalCommas(GridCells& cells, const std::vector<std::size_t>& columns, std::size_t firstRow,
                        std::size_t lastRow);

@@ -6,6 +6,7 @@
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "sheet/CellEntry.h"
+#include "sheet/DecimalCommas.h"
 #include "sheet/ParseDelimitedLines.h"
 
 namespace quorvex {
@@ -71,6 +72,18 @@ Block ReadBlock(std::string_view text, const LocaleText& locale, CellOrder order
   return {Rotated(block.Cells, block.Rows, block.Cols), block.Cols, block.Rows};
 }
 
+// Numbers with decimal commas would come into the sheet as texts. The first row may be headings.
+void OfferDecimalCommas(Block& block, const SheetEdit& edit) {
+  if (edit.Locale.DecimalSeparator != '.') return;
+  for (const std::size_t first : {1, 2}) {
+    const DecimalCommas commas = FindDecimalCommas(block.Cells, first, block.Rows);
+    if (commas.Columns.empty()) continue;
+    if (edit.User.Ask(DecimalCommaNotice(commas.Example) + " Read them as numbers?"))
+      ReadDecimalCommas(block.Cells, commas.Columns, first, block.Rows);
+    return;
+  }
+}
+
 }  // namespace
 
 std::string ClipboardText(const GridCells& cells, const CellRange& range, const LocaleText& locale, CellOrder order) {
@@ -98,8 +111,9 @@ std::string ClipboardText(const GridCells& cells, const CellRange& range, const 
 bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, CellOrder order,
                const UndoLabel& label) {
   if (row > kMostSheetRows || col > edit.Sheet.ColumnCount()) return false;
-  const Block block = ReadBlock(text, edit.Locale, order, kMostSheetRows - row + 1, edit.Sheet.ColumnCount() - col + 1);
+  Block block = ReadBlock(text, edit.Locale, order, kMostSheetRows - row + 1, edit.Sheet.ColumnCount() - col + 1);
   if (block.Rows == 0 || block.Cols == 0) return false;
+  OfferDecimalCommas(block, edit);
   const CellRange target{row, col, row + block.Rows - 1, col + block.Cols - 1};
   edit.PushUndo(label, target);
   edit.Sheet.Cells.PutRange(target, block.Cells);
