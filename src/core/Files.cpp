@@ -142,13 +142,31 @@ std::string ResolvePath(const std::string& name) {
   return found.front();
 }
 
-std::string ResolveNewPath(const std::string& name) {
+std::string ResolveNewPath(const std::string& name) { return NewPaths().Resolve(name); }
+
+std::string NewPaths::Resolve(const std::string& name) {
   struct stat info;
   if (IsNoName(name) || lstat(name.c_str(), &info) == 0) return name;  // a link to nowhere is there, too
   const auto slash = name.find_last_of("/\\");
   if (slash == std::string::npos) return name;
-  const std::string folder = ResolvePath(name.substr(0, slash + 1));
-  return (folder.ends_with('/') ? folder : folder + '/') + name.substr(slash + 1);
+  const std::string folder = name.substr(0, slash + 1);
+  if (folder != folder_ || !Exists(found_)) {
+    folder_ = folder;
+    found_ = ResolvePath(folder);
+    if (!found_.ends_with('/')) found_ += '/';
+  }
+  return found_ + name.substr(slash + 1);
+}
+
+std::string ResolveFoldedPath(const std::string& typed) {
+  return !IsNoName(typed) && Exists(typed) ? typed : ResolvePath(ToLower(typed));
+}
+
+std::string ResolveNewFoldedPath(const std::string& typed) {
+  const auto slash = typed.rfind('/');
+  if (IsNoName(typed) || slash == std::string::npos || !Exists(typed.substr(0, slash + 1)))
+    return ResolveNewPath(ToLower(typed));
+  return typed.substr(0, slash + 1) + ToLower(std::string_view(typed).substr(slash + 1));
 }
 
 std::optional<FileIdentity> IdentityOfFile(const std::string& name) {
@@ -252,6 +270,18 @@ int TextFile::Flush() {
   }
   buffer_.clear();
   return error_;
+}
+
+int TextFile::Append(std::string_view text) {
+  if (Flush() != 0) return error_;
+  const off_t before = lseek(descriptor_, 0, SEEK_CUR);
+  buffer_ = text;
+  const int error = Flush();
+  // What isn't whole would spoil the next line, too.
+  if (error != 0 && before >= 0 && ftruncate(descriptor_, before) == 0 &&
+      lseek(descriptor_, before, SEEK_SET) == before)
+    error_ = 0;
+  return error;
 }
 
 int TextFile::Sync() {

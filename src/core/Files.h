@@ -37,6 +37,21 @@ std::string ResolvePath(const std::string& name);
 // never falls on a file whose name differs in case.
 std::string ResolveNewPath(const std::string& name);
 
+// The same for many files, one after the other: the folder that was found last is kept as long as it is there, so that
+// nobody looks through the folders above it again.
+class NewPaths {
+ public:
+  std::string Resolve(const std::string& name);
+
+ private:
+  std::string folder_, found_;  // as written, and as it is; both with what separates it from the name
+};
+
+// The file that a name means which is used in lower case: to a reader the name as typed where that exists, else the one
+// in lower case, resolved; to a writer the name in lower case, in the folder as typed where that exists.
+std::string ResolveFoldedPath(const std::string& typed);
+std::string ResolveNewFoldedPath(const std::string& typed);
+
 // What tells a regular file from every other, whatever it is called.
 struct FileIdentity {
   dev_t Device;
@@ -90,9 +105,12 @@ class TextFile {
 
   void Write(std::string_view text);      // as it stands
   void WriteLine(std::string_view text);  // followed by NL
-  int Flush();                            // hands the buffer to the system; the first error's number since Create, or 0
-  int Sync();                             // the same, and waits until the disk has it
-  int Close();                            // flushes and closes; the first error's number since Create, or 0
+  // Hands a text to the system as a whole: where that fails, a file that can be cut is as it was before, and what comes
+  // next is tried anew. Returns 0 or the file error's number.
+  int Append(std::string_view text);
+  int Flush();  // hands the buffer to the system; the first error's number since Create, or 0
+  int Sync();   // the same, and waits until the disk has it
+  int Close();  // flushes and closes; the first error's number since Create, or 0
 
  private:
   int descriptor_ = -1;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <random>
@@ -22,9 +23,14 @@ constexpr std::size_t kRandomDigits = 16;
 
 // Short, so that it fits wherever a name of the user's own fits.
 std::string FreshName() {
+  // The device may be slow, so each of its words gives as many digits as it holds.
+  constexpr int kDigitsOfWord = 8;
   std::random_device random;
   std::string name(kPrefix);
-  for (std::size_t i = 0; i < kRandomDigits; ++i) name += kDigits[random() % kDigits.size()];
+  for (std::size_t i = 0; i < kRandomDigits / kDigitsOfWord; ++i) {
+    std::uint32_t word = random();
+    for (int digit = 0; digit < kDigitsOfWord; ++digit, word >>= 4) name += kDigits[word % kDigits.size()];
+  }
   return name + '~';
 }
 

@@ -50,6 +50,11 @@ TEST(ResolvePath, FindsNamesOfAnotherCaseOrSystem) {
     EXPECT_EQ(ResolvePath(folder.Path(c.Name)), folder.Path(c.Found)) << c.Name;
     EXPECT_EQ(ResolveNewPath(folder.Path(c.Name)), folder.Path(c.New != kNone ? c.New : c.Name)) << c.Name;
   }
+  // A name that is used in lower case means the file as it was typed, if there is one.
+  EXPECT_EQ(ResolveFoldedPath(folder.Path("Data/Same.txt")), folder.Path("Data/Same.txt"));
+  EXPECT_EQ(ResolveFoldedPath(folder.Path("DATA/SAME.TXT")), folder.Path("Data/same.txt"));
+  EXPECT_EQ(ResolveNewFoldedPath(folder.Path("Data/Same.txt")), folder.Path("Data/same.txt"));
+  EXPECT_EQ(ResolveNewFoldedPath(folder.Path("DATA/New.Log")), folder.Path("Data/new.log"));
   std::filesystem::create_symlink("nowhere", folder.Path("a\\link"));
   EXPECT_EQ(ResolveNewPath(folder.Path("a\\link")), folder.Path("a\\link"));
   EXPECT_TRUE(ResolvePath(folder.Path(deep + "none")).ends_with("/none"));  // after 100 looks and not 2^100
