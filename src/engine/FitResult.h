@@ -40,6 +40,7 @@ struct FitResult {
   SearchEnd Ended = SearchEnd::Converged;
   // What found the solution where the ordinary search didn't, in plain words (engine/TryHarder.h); else empty.
   std::string FoundBy;
+  std::string Failure;  // why the last Fit found no solution, in a sentence; empty for one that was aborted
 
   double RSS = 0;      // residual sum of squares, unweighted
   double RssNorm = 0;  // the same, weighted

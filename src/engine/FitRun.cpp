@@ -14,7 +14,7 @@ namespace quorvex {
 bool FitRun::EnoughPoints() {
   // Less and not equal: with as many points as coefficients no degree of freedom is left for the error.
   if (static_cast<std::size_t>(model_.NumDependentVar()) < data_.N()) return true;
-  LineAndBlank("Solution failed: not enough data points");
+  Fail("Solution failed: not enough data points");
   return false;
 }
 
@@ -26,12 +26,12 @@ bool FitRun::Linear() {
   model_.Ended = SearchEnd::Converged;
   if (model_.UserType) {
     Line("User defined models require nonlinear solver");
-    LineAndBlank("Solution failed");
+    Fail("Solution failed");
     return false;
   }
   Line("Beginning singular value decomposition.");
   if (!model_.SetIC(data_)) {
-    LineAndBlank("Solution failed: Numerical Error");
+    Fail("Solution failed: Numerical Error");
     return false;
   }
   model_.ErrorInfo = true;
@@ -43,7 +43,7 @@ bool FitRun::Linear() {
 // The end that both roads share: statistics, or the rejection of a model without a value at some point.
 bool FitRun::Judge(int numcoef, SolveForm& form) {
   if (!model_.GetGoodnessOfFit(data_, numcoef, form)) {
-    if (!form.Aborted) LineAndBlank("Solution rejected based on poor goodness of fit statics.");
+    if (!form.Aborted) Fail("Solution rejected based on poor goodness of fit statics.");
     return false;
   }
   Line("Residual Sum of Squares = " + GeneralNumber(model_.RSS));
@@ -66,6 +66,7 @@ bool FitRun::Nonlinear() {
     if (!form_.Aborted) {  // of which the caller tells
       if (!model_.ErrorMessage.empty()) Line(model_.ErrorMessage);
       Line("Solution failed: Numerical Error");
+      model_.Failure = model_.ErrorMessage.empty() ? "Solution failed: Numerical Error" : model_.ErrorMessage;
       ReportParameters();
     }
   }
@@ -231,7 +232,10 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
   const std::vector<SweepRow>& rows = model_.SweepRows;
   Line(std::to_string(rows.size()) + " of " + std::to_string(sets.size()) + " IC's successful, determining best fit.");
   model_.SweepCount = static_cast<int>(rows.size());
-  if (rows.empty()) return false;
+  if (rows.empty()) {
+    model_.Failure = "None of the initial conditions led to a solution.";
+    return false;
+  }
 
   const auto best = std::ranges::min_element(rows, {}, &SweepRow::RSS);
   const Solution& solution = solutions[static_cast<std::size_t>(best - rows.begin())];
@@ -281,6 +285,11 @@ void FitRun::ReportParameters() {
 }
 
 void FitRun::Line(std::string_view text) { log_.append(text).append(NL); }
+
+void FitRun::Fail(std::string_view why) {
+  LineAndBlank(why);
+  model_.Failure = why;
+}
 
 void FitRun::LineAndBlank(std::string_view text) { log_.append(text).append(NL).append(NL); }
 

@@ -50,6 +50,7 @@ class FitRun {
   void ReportParameters();
   void Line(std::string_view text);
   void LineAndBlank(std::string_view text);
+  void Fail(std::string_view why);
 
   ModelClass& model_;
   const SolveData& data_;

@@ -154,6 +154,7 @@ bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::strin
   FoundBy.clear();
   if (SolveType == 0 && settings.TryHarder) return FitHarder(*this, data, settings, LogString, form);
   FitRun run(*this, data, settings, LogString, form);
+  Failure.clear();
   if (SolveType == 1) return run.Linear();
   if (SolveType == 0) return run.Nonlinear();
   return false;
