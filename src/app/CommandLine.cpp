@@ -32,8 +32,8 @@ CommandRequest ParseCommandLine(const std::string& commandLine) {
   const std::string_view line = Trim(commandLine);
   if (line.empty()) return {};
   if (IsMacroSwitch(commandLine)) {
-    const std::string name = Unquoted(Trim(ToLower(line.substr(kSwitch.size()))));
-    return name.empty() ? CommandRequest() : CommandRequest{CommandMode::RunMacro, name};
+    const std::string name = Unquoted(Trim(line.substr(kSwitch.size())));
+    return name.empty() ? CommandRequest() : CommandRequest{CommandMode::RunMacro, ToLower(name), name};
   }
   const std::string name = Unquoted(line);
   std::error_code error;

@@ -11,6 +11,7 @@ enum class CommandMode { Nothing, RunMacro, OpenFile };
 struct CommandRequest {
   CommandMode Mode = CommandMode::Nothing;
   std::string FileName;
+  std::string TypedName = {};  // of a macro, whose name is in lower case
 };
 
 // The arguments as the one text that the command line is.

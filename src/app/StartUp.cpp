@@ -102,10 +102,10 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
   return std::nullopt;
 }
 
-int RunMacroMode(const std::string& fileName, cfgSolve& form) {
+int RunMacroMode(const std::string& typedName, cfgSolve& form) {
   Session session{LoadSettings(), ReadUserLocale()};
   DesktopDrawer drawer;
-  const MacroOutcome outcome = RunMacro(fileName, session, form, drawer);
+  const MacroOutcome outcome = RunMacro(typedName, session, form, drawer);
   if (!outcome.Message.empty()) Complain(outcome.Message);
   if (outcome.Status != 0) Complain("Exit Status " + std::to_string(outcome.Status));
   return outcome.Status;

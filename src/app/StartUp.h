@@ -32,7 +32,7 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments);
 
 // Runs a macro with the user's settings and locale and tells a status other than 0 on standard error. Returns the
 // status, of which the system keeps the low 8 bits.
-int RunMacroMode(const std::string& fileName, cfgSolve& form);
+int RunMacroMode(const std::string& typedName, cfgSolve& form);
 
 // One sentence on standard error.
 void Complain(const std::string& text);

@@ -14,6 +14,9 @@ enum BatchStatus : int {
   kOutputFile = 200,       // file errors of the output file begin here
   kLogFile = 300,          // file errors of the log file begin here
   kNoSolution = 400,       // no valid model, or the solve could not run
+  kNothingSolved = 410,    // no model was solved, where the macro requires one
+  kModelFailed = 420,      // of a strict status: the answers are there, but not those of every model
+  kModelAtLimit = 430,     // the same: a search ended at the limit of iterations
   kAborted = 450,          // the user aborted from the progress form
   kOtherFailure = 500,
 };

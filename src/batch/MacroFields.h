@@ -31,11 +31,13 @@ struct MacroFields {
   bool DelimitTab = true, DelimitComma = true, DelimitSemicolon = true, DelimitSpace = true;
   bool IgnoreConsecutive = true;
   bool OverrideDecimal = true;
+  bool SolveEachRun = false, RequireSolution = false, StrictStatus = false;
   bool UseMissingData = false;
   std::string MissingData;
 
   // Output
   std::string OutputFile;
+  std::string ResultFile;
   std::string OutputFormat = "Structured";  // or "Quorvex", "Spreadsheet"
   bool UseLogFile = false;
   std::string LogFile;

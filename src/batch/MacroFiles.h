@@ -17,21 +17,30 @@ class MacroFiles {
  public:
   // What no output may fall on, and what it is, such as "data file"; nothing where there is no such file.
   void NoteInput(const std::string& name, const char* what);
-  // The same of a file that was opened for writing.
-  void NoteLog(const std::string& name);
   // Written files are kept only where there are two kinds of them.
   void WatchKinds(bool watch) { watchesKinds_ = watch; }
   void NoteWritten(Writing kind, const std::string& file);
 
   // Why an output or a log may not be written to `file`; nothing where it may.
-  std::optional<std::string> RefuseInput(const std::string& role, const std::string& file) const;
+  std::optional<std::string> RefuseInput(const std::string& role, const std::string& file) {
+    return RefuseInput(role, file, Place(file));
+  }
+  // The same for one whose path is known.
+  std::optional<std::string> RefuseInput(const std::string& role, const std::string& file,
+                                         const std::string& path) const;
   // The same for what an earlier run, or this one, has written of the other kind.
-  std::optional<std::string> RefuseOther(Writing kind, const std::string& file) const;
+  std::optional<std::string> RefuseOther(Writing kind, const std::string& file);
+
+  // Where `file` is written, its folder looked for once.
+  std::string Place(const std::string& file) { return places_.Resolve(file); }
 
  private:
+  std::string FullName(const std::string& file);
+
   std::map<FileIdentity, const char*> inputs_;
   std::map<std::string, Writing> written_;  // by full name
   bool watchesKinds_ = false;
+  NewPaths places_;
 };
 
 }  // namespace quorvex

@@ -9,10 +9,9 @@ void MacroLog::Fault(const std::string& text) {
   if (Message.empty() && (!enabled_ || setup_.LogSummaryOnly)) Message = text;
 }
 
-void MacroLog::Open(const std::string& refusal) {
-  enabled_ = setup_.LogEnabled;
-  if (!enabled_) return;
-  Check(refusal.empty() ? file_.Create(setup_.LogFile) : kAccessError);
+void MacroLog::Open(const std::string& path, const std::string& refusal) {
+  enabled_ = true;
+  Check(refusal.empty() ? file_.Create(path) : kAccessError);
   if (!refusal.empty()) Message = refusal;
 }
 
@@ -23,7 +22,8 @@ void MacroLog::Flush() {
 
 void MacroLog::Summary(std::string_view ending) {
   Line("Log Summary:");
-  for (const std::string& result : results_) Line(result);
+  for (const RunResult& result : results_)
+    Line((result.Number > 0 ? std::to_string(result.Number) + ": " : "").append(result.Text));
   Asterisks();
   Line(ending);
 }

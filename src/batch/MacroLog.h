@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,13 +23,14 @@ class MacroLog {
   // A line that whoever started the program hears, too, where no log keeps it; the first one only.
   void Fault(const std::string& text);
 
-  // Opens the file that the setup names, if any, or is refused for a reason.
-  void Open(const std::string& refusal);
+  // Opens its file, or is refused for a reason. Without a call there is none.
+  void Open(const std::string& path, const std::string& refusal);
   bool IsEnabled() const { return enabled_; }
   // Prints what has gathered and forgets it; with LogSummaryOnly it is only forgotten.
   void Flush();
 
-  void FinishRun(std::string result) { results_.push_back(std::move(result)); }
+  // Notes how a run ended; its number is 0 where there is but one.
+  void FinishRun(std::size_t number, std::string_view result) { results_.push_back({number, result}); }
   // The summary of the finished runs and how all of it ended, printed; the file is then closed.
   void EndNormally();
   void EndAbnormally();
@@ -44,7 +46,12 @@ class MacroLog {
   int& status_;
   TextFile file_;
   bool enabled_ = false;
-  std::vector<std::string> results_;  // of the finished runs
+  // Of the finished runs; there may be a million of them, and few texts.
+  struct RunResult {
+    std::size_t Number;
+    std::string_view Text;
+  };
+  std::vector<RunResult> results_;
 };
 
 }  // namespace quorvex

@@ -32,6 +32,9 @@ bool JoinsWords(std::string_view text) {
   return false;
 }
 
+// Two percent signs enclose a parameter, whose value is known only when its run begins.
+bool HoldsParameter(std::string_view text) { return text.find('%') < text.rfind('%') && text.rfind('%') < text.size(); }
+
 // The first model of a collection that has given lines, found without looking through all of them.
 class ModelsByLines {
  public:
@@ -181,6 +184,7 @@ void Reader::Take(const MacroStatement& statement, const TextValue& text, const 
   if (value.empty() && text.Empty == EmptyText::IsIgnored) return;
   const bool isDefault = value.empty() && text.Empty == EmptyText::MeansDefault;
   setup_.*text.Read = isDefault ? MacroSetup().*text.Read : text.LowerCase ? ToLower(value) : value;
+  if (text.AsTyped != nullptr) setup_.*text.AsTyped = value;
   if (text.Given != nullptr && !value.empty()) setup_.*text.Given = true;
 }
 
@@ -252,9 +256,7 @@ bool Reader::ReadModelBlock() {
   model->Solve = true;
   model->SolveType = 0;
   for (const Assign& assign : assigns) {
-    const auto percent = assign.Text.find('%');
-    if (percent != std::string::npos && assign.Text.find('%', percent + 1) != std::string::npos) {
-      // Two percent signs enclose a parameter, whose value is known only when its run begins.
+    if (HoldsParameter(assign.Text)) {
       macro_.Deferred.push_back({assign.Text, model});
     } else if (const std::string fault = ApplyAssign(*model, assign.Text, locale_.ListSeparator); !fault.empty()) {
       Warn("'" + assign.Line + "' is ignored: " + fault);
@@ -289,7 +291,11 @@ ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const s
   if (const auto [first, isNew] = blocks_.try_emplace(model, block); !isNew)
     Warn("blocks " + first->second + " and " + block +
          " have the same formula and become one model, which keeps what the later one says");
-  if (!ID.empty()) model->cfgID = ID;
+  if (!ID.empty()) {
+    std::erase_if(macro_.DeferredIDs, [&](const DeferredID& earlier) { return earlier.Model == model; });
+    if (HoldsParameter(ID)) macro_.DeferredIDs.push_back({ID, model});
+    model->cfgID = ID;
+  }
   return model;
 }
 

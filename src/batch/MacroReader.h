@@ -17,11 +17,18 @@ struct DeferredAssign {
   ModelClass* Model;
 };
 
+// The ID of a model that holds a parameter.
+struct DeferredID {
+  std::string Text;
+  ModelClass* Model;
+};
+
 // What a macro file says.
 struct Macro {
   MacroSetup Setup;
   ModelCollection Models;
   std::vector<DeferredAssign> Deferred;
+  std::vector<DeferredID> DeferredIDs;
   int BlockCount = 0;     // B_MODEL statements
   int ModelsCreated = 0;  // blocks that gave a model
 };

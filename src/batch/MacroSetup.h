@@ -31,6 +31,8 @@ struct MacroSetup {
   std::string DataFile;
   std::string DataFirstLine = "1";
   std::string OutputFile;
+  std::string ResultFile;  // has a line for each run; an output file is then not required
+  bool RequireSolution = false, StrictStatus = false, SolveEachRun = false;
   std::string Comment;
   std::string SQLQuery;
   std::string ColumnOrder = "Default";
@@ -41,10 +43,10 @@ struct MacroSetup {
   int PlotModels = 1;        // so many of the best at most
   int PlotKind = 0;          // a ResultPlotKind, by the number of its word
   bool LogEnabled = false;
-  std::string LogFile;
+  std::string LogFile, LogFileTyped;  // in lower case, and as it was typed
   bool LogSummaryOnly = false;
   bool UseParameterFile = false;
-  std::string ParameterFile;
+  std::string ParameterFile, ParameterFileTyped;
 };
 
 // The defaults, with the solver's limits from the user's preferences.

@@ -27,11 +27,12 @@ enum class EmptyText { IsTaken, IsIgnored, MeansDefault };
 struct TextValue {
   std::string MacroSetup::*Read;
   std::string MacroFields::*Typed;
-  std::string_view Placeholder = {};     // written where nothing was typed; without one nothing is written
-  EmptyText Empty = EmptyText::IsTaken;  // what a statement without a value does
-  bool LowerCase = false;                // as it is read
-  bool IsList = false;                   // in the locale's form
-  bool MacroSetup::*Given = nullptr;     // set by a text that is not empty
+  std::string_view Placeholder = {};           // written where nothing was typed; without one nothing is written
+  EmptyText Empty = EmptyText::IsTaken;        // what a statement without a value does
+  bool LowerCase = false;                      // as it is read
+  bool IsList = false;                         // in the locale's form
+  bool MacroSetup::*Given = nullptr;           // set by a text that is not empty
+  std::string MacroSetup::*AsTyped = nullptr;  // where one that is read in lower case stays as it was
 };
 
 // A limit of the solver. One that can't be read leaves that of the preferences in force, which one that can replaces.
@@ -93,8 +94,9 @@ using MacroValue = std::variant<LinesValue, TextValue, LimitValue<double>, Limit
 struct MacroStatement {
   std::string_view Keyword;
   MacroValue Value;
-  bool MacroFields::*Only = nullptr;  // not written unless this is ticked
-  bool OfTexts = false;               // written only where the answers are texts, not a project
+  bool MacroFields::*Only = nullptr;            // not written unless this is ticked
+  std::string MacroFields::*Instead = nullptr;  // not required where this is typed
+  bool OfTexts = false;                         // written only where the answers are texts, not a project
 
   // What the editor finds, in the order of the numbers: no value, or one out of range.
   int FoundAt = 0;

@@ -29,6 +29,12 @@ std::string LimitText(double limit, const LocaleText& locale) {
   return LocalizeExpression(GeneralNumber(limit), locale);
 }
 
+// Left empty, and rightly so.
+bool IsReplaced(const MacroStatement& statement, const MacroFields& fields) {
+  return statement.Instead != nullptr && !OneLine(fields.*statement.Instead).empty() &&
+         OneLine(fields.*TypedField(statement)).empty();
+}
+
 // The values with which a statement of that kind is written, one each; none where it is left out.
 class Values {
  public:
@@ -37,6 +43,7 @@ class Values {
 
   std::vector<std::string> Of(const MacroStatement& statement) const {
     if (statement.Only != nullptr && !(fields_.*statement.Only)) return {};
+    if (IsReplaced(statement, fields_)) return {};
     if (statement.OfTexts && EqualNoCase(fields_.OutputFormat, "Quorvex")) return {};  // a project has its own layout
     return std::visit([this](const auto& kind) { return Texts(kind); }, statement.Value);
   }
@@ -209,6 +216,7 @@ MacroFindings CheckMacro(const MacroFields& fields, const ModelCollection& model
   };
   for (const MacroStatement* statement : checked) {
     if (statement->Only != nullptr && !(fields.*statement->Only)) continue;
+    if (IsReplaced(*statement, fields)) continue;
     if (!IsGiven(*statement, fields)) {
       if (!statement->Missing.empty()) tell(statement->MissingIsError, statement->Missing);
     } else if (!statement->Invalid.empty() && !IsInRange(*statement, fields, locale)) {

@@ -24,11 +24,19 @@ int RunAnswers::Write(const MacroSetup& setup, const ModelCollection& models, co
     log_.Fault(*refusal);
     return kAccessError;
   }
-  const int error = asProject ? WriteProjectOutput(models, unsorted, setup, locale_)
-                    : EqualNoCase(setup.OutputFormat, "structured") ? WriteStructuredOutput(models, data, setup, file_)
-                                                                    : WriteDelimitedOutput(models, data, setup, file_);
+  const std::string path = files_.Place(setup.OutputFile);
+  const int error =
+      asProject ? WriteProjectOutput(models, unsorted, setup, locale_, path) : WriteText(setup, models, data, path);
   if (error == 0) files_.NoteWritten(Writing::Answers, setup.OutputFile);
   return error;
+}
+
+int RunAnswers::WriteText(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
+                          const std::string& path) {
+  if (const int error = file_.Create(path); error != 0) return error;
+  const bool isStructured = EqualNoCase(setup.OutputFormat, "structured");
+  (isStructured ? WriteStructuredOutput : WriteDelimitedOutput)(models, data, setup, file_.Text());
+  return file_.Commit();
 }
 
 }  // namespace quorvex

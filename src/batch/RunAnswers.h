@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "batch/MacroFiles.h"
 #include "batch/MacroLog.h"
 #include "batch/MacroSetup.h"
@@ -19,6 +21,8 @@ class RunAnswers {
   int Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data, const SolveData& unsorted);
 
  private:
+  int WriteText(const MacroSetup& setup, const ModelCollection& models, const SolveData& data, const std::string& path);
+
   const LocaleText& locale_;
   MacroFiles& files_;
   MacroLog& log_;

@@ -1,6 +1,11 @@
 #include "batch/RunMacro.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
 #include <exception>
+#include <memory>
+#include <new>
 #include <optional>
 #include <set>
 #include <utility>
@@ -14,6 +19,7 @@
 #include "batch/ParameterFile.h"
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
+#include "batch/ResultLine.h"
 #include "batch/RunAnswers.h"
 #include "batch/RunPlots.h"
 #include "batch/SubstituteParameters.h"
@@ -27,17 +33,25 @@ namespace quorvex {
 namespace {
 
 // What an exception comes from, all else being told by numbers and sentences.
-constexpr std::string_view kOutOfMemory = "There is not enough memory for this run.";
+constexpr std::string_view kOutOfMemory = "Out of memory: there is not enough of it for this run.";
+
+// How the log's summary tells of a run.
+constexpr std::string_view kRunSuccessful = "Run Successful", kRunFailed = "Run Failed",
+                           kRunIncomplete = "Run Incomplete", kRunOutOfMemory = "Run Failed: Out of memory";
+
+std::string ResultFaultText(const std::string& name, int error) {
+  return "The result file '" + name + "' cannot be written. " + FileErrorText(error);
+}
 
 class MacroRun {
  public:
   MacroRun(Session& session, cfgSolve& form, PlotDrawer& drawer)
       : session_(session), form_(form), plots_(session, form, drawer, files_, log_) {}
 
-  MacroOutcome Run(const std::string& fileName) {
+  MacroOutcome Run(const MacroRequest& request) {
     bool normal = false;
     try {
-      normal = Configure(fileName) && RunAll();
+      normal = Configure(request) && RunAll();
     } catch (const std::exception&) {
       status_ = kOtherFailure;
       log_.Line(kOutOfMemory);
@@ -50,17 +64,24 @@ class MacroRun {
   }
 
  private:
-  bool Configure(const std::string& fileName);
-  void NoteInputs(const std::string& fileName);
+  bool Configure(const MacroRequest& request);
+  void NoteInputs(const MacroRequest& request);
   bool LogParameters();
+  bool OpenResults();
+  std::optional<std::string> RefuseResults(const std::string& path);
   bool RunAll();
   bool TryRun();
+  void TryRunOnce();
   void NoteChangedInputs();
   bool RunOnce();
+  bool SolveOnce();
   bool ReadData();
   DataReading AskDatabase();
   bool SolveModels();
   bool Write();
+  void JudgeModels();
+  bool WriteResult();
+  void CloseResults();
   void TerminateNormally();
   void TerminateAbnormally();
 
@@ -68,15 +89,16 @@ class MacroRun {
   void Tell(const std::string& text) {
     if (macro_.Setup.UseDDE) form_.DDEText(text);
   }
-  void FinishRun(std::string_view result) {
-    log_.FinishRun((InParameterRun() ? std::to_string(run_ + 1) + ": " : "").append(result));
-  }
   // Always false. The next run of a parameter run reads and solves anew.
-  bool FailRun(int status) {
-    status_ = status;
+  bool FailRun(int status, std::string message) {
+    EndRun(kRunFailed, status, std::move(message));
     inputChanged_ = true;
-    FinishRun("Run Failed");
     return false;
+  }
+  void EndRun(std::string_view result, int status, std::string message) {
+    ended_ = result;
+    result_.Status = status;
+    result_.Message = std::move(message);
   }
 
   Session& session_;
@@ -89,18 +111,25 @@ class MacroRun {
   RunPlots plots_;
   std::optional<ParameterTable> parameters_;  // none where it could not be read
   std::string parametersFault_;               // why
+  MacroSetup written_;                        // before a run puts its parameters in
   std::size_t run_ = 0;                       // from 0
+  RunResult result_;                          // of the run in hand
+  std::string_view ended_;                    // what the summary says of it; empty where it doesn't
+  bool hasModels_ = false;                    // the models tell of the data in hand
+  TextFile results_;
+  std::ptrdiff_t wanted_ = 0;  // models to be solved, before any is found not to fit the data
   bool inputChanged_ = true;
   std::vector<std::string> previous_ = std::vector<std::string>(SubstitutedFields().size());  // of the run before
   SolveData data_, unsorted_;
 };
 
-bool MacroRun::Configure(const std::string& fileName) {
+bool MacroRun::Configure(const MacroRequest& request) {
+  const std::string& fileName = request.FileName;
   MacroSetup& setup = macro_.Setup;
   InitMacroSetup(setup, session_.Preferences);
   log_.Line("Opening Quorvex Macro file '" + fileName + "'");
   WholeFile file;
-  if (const int error = file.Read(fileName); error != 0) {
+  if (const int error = file.Read(ResolveFoldedPath(request.TypedName)); error != 0) {
     status_ = FileErrorStatus(kMacroFile, error);
     log_.Message = "The macro file '" + fileName + "' cannot be read. " + FileErrorText(error);
     return false;
@@ -123,27 +152,29 @@ bool MacroRun::Configure(const std::string& fileName) {
   log_.Line("Setting maximum number of iterations to " + std::to_string(setup.MaxIterations));
   log_.Line("Setting number of unchanged iterations to " + std::to_string(setup.UnchangedIterations));
   TakeLimits(setup, session_.Preferences);
-  NoteInputs(fileName);
+  NoteInputs(request);
   if (setup.LogEnabled) {
-    log_.Open(files_.RefuseInput("log", setup.LogFile).value_or(""));
-    files_.NoteLog(setup.LogFile);  // from here on no output may fall on it either
+    const std::string log = ResolveNewFoldedPath(setup.LogFileTyped);
+    log_.Open(log, files_.RefuseInput("log", setup.LogFile, log).value_or(""));
+    files_.NoteInput(log, "log");  // from here on no output may fall on it either
   }
   files_.WatchKinds(!setup.PlotFile.empty());
   if (!setup.PlotFile.empty() && !setup.PlotTemplate.empty())
     if (const std::string fault = TemplateFault(setup.PlotTemplate); !fault.empty()) log_.Fault("Error: " + fault);
   log_.Flush();
-  return LogParameters();
+  return LogParameters() && OpenResults();
 }
 
 // Reads the combinations of a parameter run, whose values name files, too; a run without them has one combination, and
 // nothing to substitute.
-void MacroRun::NoteInputs(const std::string& fileName) {
+void MacroRun::NoteInputs(const MacroRequest& request) {
   const MacroSetup& setup = macro_.Setup;
-  files_.NoteInput(fileName, "macro file");
+  files_.NoteInput(ResolveFoldedPath(request.TypedName), "macro file");
   if (!setup.PlotTemplate.empty()) files_.NoteInput(setup.PlotTemplate, "plot template");
   if (InParameterRun()) {
-    files_.NoteInput(setup.ParameterFile, "parameter file");
-    Result<ParameterTable> table = ReadParameterFile(setup.ParameterFile);
+    const std::string path = ResolveFoldedPath(setup.ParameterFileTyped);
+    files_.NoteInput(path, "parameter file");
+    Result<ParameterTable> table = ReadParameterFile(path);
     if (table)
       parameters_ = std::move(*table);
     else
@@ -176,7 +207,7 @@ bool MacroRun::LogParameters() {
     log_.Line(parametersFault_);
     log_.Line("Error reading parameter file");
     log_.Asterisks();
-    log_.FinishRun("Run Failed");
+    log_.FinishRun(0, kRunFailed);
     status_ = kParameterFile;
     return false;
   }
@@ -187,36 +218,111 @@ bool MacroRun::LogParameters() {
   return true;
 }
 
+// Creates the file of results, which no output may fall on from here on. Without it there is nothing to run for.
+bool MacroRun::OpenResults() {
+  const std::string& name = macro_.Setup.ResultFile;
+  if (name.empty()) return true;
+  const std::string path = files_.Place(name);
+  const std::optional<std::string> refusal = RefuseResults(path);
+  const int error = refusal ? kAccessError : results_.Create(path);
+  files_.NoteInput(path, "result file");
+  if (error == 0) return true;
+  log_.Fault(refusal.value_or(ResultFaultText(name, error)));
+  status_ = FileErrorStatus(kOutputFile, error);
+  return false;
+}
+
+// The file is not emptied where a run would write something else to it.
+std::optional<std::string> MacroRun::RefuseResults(const std::string& path) {
+  const MacroSetup& setup = macro_.Setup;
+  if (const auto refusal = files_.RefuseInput("result file", setup.ResultFile, path)) return refusal;
+  const auto identity = IdentityOfFile(path);
+  const auto isThat = [&](std::string_view name) {
+    const std::string other = files_.Place(std::string(name));
+    return other == path || (identity && identity == IdentityOfFile(other));
+  };
+  const auto refused = [&](const char* what) {
+    return "The result file '" + setup.ResultFile + "' is the " + what + " of this macro and is not overwritten.";
+  };
+  const std::size_t rows = setup.OutputFile.find('%') == std::string::npos ? 1 : parameters_->Rows.size();
+  for (std::size_t row = 0; row < rows; ++row)
+    if (isThat(WithParameters(setup.OutputFile, *parameters_, row))) return refused("output file");
+  for (std::string_view plots = setup.PlotFile; !plots.empty();)
+    if (isThat(TakeLine(plots))) return refused("plot");
+  return std::nullopt;
+}
+
 // Within a parameter run a failure ends its own run alone; only an abort ends the loop.
 bool MacroRun::RunAll() {
   // Each run substitutes its parameters in the setup, so the next one begins with what the macro says.
-  const MacroSetup written = macro_.Setup;
+  written_ = macro_.Setup;
+  wanted_ = std::ranges::count_if(macro_.Models, [](const auto& model) { return model->Solve; });
   for (run_ = 0; run_ < parameters_->Rows.size(); ++run_) {
     form_.Yield();
     if (form_.Aborted) LogAbort(log_.Text);
     const bool succeeded = !form_.Aborted && TryRun();
-    if (!succeeded) form_.Yield();  // what failed may have been interrupted
     if (!succeeded && form_.Aborted) status_ = kAborted;
     if (!succeeded && (!InParameterRun() || form_.Aborted)) return false;
-    macro_.Setup = written;
+    macro_.Setup = written_;
     log_.Flush();
   }
   return true;
 }
 
+// One run with its line in the file of results. False where it failed.
 bool MacroRun::TryRun() {
+  result_ = RunResult();
+  result_.Number = run_ + 1;
+  ended_ = {};
+  TryRunOnce();
+  bool succeeded = ended_ == kRunSuccessful || ended_ == kRunIncomplete;
+  if (!succeeded) form_.Yield();  // what failed may have been interrupted
+  if (!succeeded && form_.Aborted) result_.Status = kAborted, result_.Message = "Aborted.";
+  if (results_.IsOpen() && !WriteResult()) succeeded = false;
+  if (result_.Status != 0) status_ = result_.Status;
+  if (!ended_.empty()) log_.FinishRun(InParameterRun() ? run_ + 1 : 0, ended_);
+  return succeeded;
+}
+
+void MacroRun::TryRunOnce() {
   try {
     if (InParameterRun()) log_.Line("Beginning Run: " + std::to_string(run_ + 1));
-    if (SubstituteParameters(macro_, *parameters_, run_, session_.Locale, log_)) return RunOnce();
-    log_.Asterisks();
-    return FailRun(kParameterFile);
+    if (SubstituteParameters(macro_, *parameters_, run_, session_.Locale, log_)) {
+      RunOnce();
+    } else {
+      FailRun(kParameterFile, "The parameters make a text too long.");
+      log_.Asterisks();
+    }
   } catch (const std::exception&) {
-    if (!InParameterRun()) throw;
+    // What the run holds makes room for the next one.
     data_ = unsorted_ = SolveData();
+    hasModels_ = false;
+    for (const auto& model : macro_.Models) model->CopyInputDataFrom(std::make_shared<const InputPoints>());
+    FailRun(kOtherFailure, std::string(kOutOfMemory));
+    ended_ = kRunOutOfMemory;
     log_.Line(kOutOfMemory);
     log_.Asterisks();
-    return FailRun(kOtherFailure);
   }
+}
+
+// False where the line could not be written, which fails the run.
+bool MacroRun::WriteResult() {
+  const MacroSetup& setup = macro_.Setup;
+  int error = 0;
+  try {
+    result_.Data = DataSourceText(setup);
+    result_.Parameters = ShownParameters(*parameters_, run_, written_.DataFile, setup);
+    error = results_.Append(
+        (hasModels_ ? ResultLine(result_, macro_.Models, data_, setup.SortKey) : ResultLine(result_)) + '\n');
+  } catch (const std::exception&) {
+    error = FileErrorNumber(ENOMEM);
+  }
+  if (error == 0) return true;
+  log_.Fault(ResultFaultText(setup.ResultFile, error));
+  EndRun(kRunFailed, FileErrorStatus(kOutputFile, error), "");
+  log_.Line("File Output Error: " + std::to_string(result_.Status));
+  log_.Asterisks();
+  return false;
 }
 
 void MacroRun::NoteChangedInputs() {
@@ -229,17 +335,23 @@ void MacroRun::NoteChangedInputs() {
   }
 }
 
-bool MacroRun::RunOnce() {
+bool MacroRun::RunOnce() { return SolveOnce() && Write(); }
+
+bool MacroRun::SolveOnce() {
   NoteChangedInputs();
-  if (inputChanged_) {
-    inputChanged_ = false;
+  if (inputChanged_ || macro_.Setup.SolveEachRun) {
+    inputChanged_ = hasModels_ = false;
     if (!ReadData() || !SolveModels()) return false;
   } else {
     log_.Line("Input parameters unchanged");
     log_.Line("Solution Complete");
     log_.Line("");
   }
-  return Write();
+  const bool anySolved = std::ranges::any_of(macro_.Models, [](const auto& model) { return model->Solved; });
+  if (!macro_.Setup.RequireSolution || anySolved) return true;
+  log_.Line("Run failed: no model was solved");
+  log_.Asterisks();
+  return FailRun(kNothingSolved, "No model was solved.");
 }
 
 bool MacroRun::ReadData() {
@@ -261,9 +373,9 @@ bool MacroRun::ReadData() {
   DataReading reading = fromDatabase ? AskDatabase() : ReadMacroDataFile(setup, session_.Locale);
   if (form_.Aborted) {
     log_.Line("SOLUTION PROCESS ABORTED BY USER.");
-    status_ = kAborted;
     return false;
   }
+  if (reading.ErrorNumber == FileErrorNumber(ENOMEM)) throw std::bad_alloc();
   if (reading.Ok) {
     data_ = std::move(reading.Data);
     unsorted_ = std::move(reading.Unsorted);
@@ -272,10 +384,13 @@ bool MacroRun::ReadData() {
   if (!reading.Message.empty()) log_.Line(reading.Message);
   log_.Line(fromDatabase ? "Error connecting to or retrieving data from ODBC source"
                          : "Error reading the input data file");
+  if (reading.Message.empty()) reading.Message = FileErrorText(reading.ErrorNumber);
+  if (reading.Message.empty()) reading.Message = "The data cannot be read.";
   FailRun(fromDatabase               ? kDatabase
           : reading.ErrorNumber == 0 ? kDataUnreadable
-                                     : FileErrorStatus(kDataFile, reading.ErrorNumber));
-  if (InParameterRun()) log_.Line("Data Source Error: " + std::to_string(status_));
+                                     : FileErrorStatus(kDataFile, reading.ErrorNumber),
+          reading.Message);
+  if (InParameterRun()) log_.Line("Data Source Error: " + std::to_string(result_.Status));
   log_.Asterisks();
   return false;
 }
@@ -299,52 +414,78 @@ bool MacroRun::SolveModels() {
   log_.Line("Solving models");
   log_.Line("");
   const bool any = FitModels(form_, macro_.Models, data_, macro_.Setup, session_.Preferences, log_.Text);
-  if (any && form_.Aborted) {
-    status_ = kAborted;
-    return false;
-  }
-  if (any) return true;
+  hasModels_ = any;
+  if (any) return !form_.Aborted;
+  const std::string why = macro_.ModelsCreated > 0 ? "Unrecoverable error encountered during the solution process"
+                                                   : "No valid regression models detected";
   if (InParameterRun()) {
-    log_.Line(macro_.ModelsCreated > 0 ? "Unrecoverable error encountered during the solution process"
-                                       : "No valid regression models detected");
+    log_.Line(why);
     log_.Asterisks();
   }
-  return FailRun(kNoSolution);
+  return FailRun(kNoSolution, why);
 }
 
 bool MacroRun::Write() {
   const MacroSetup& setup = macro_.Setup;
-  Tell("Writing solution file '" + setup.OutputFile + " '");
-  int error = answers_.Write(setup, macro_.Models, data_, unsorted_);
+  int error = 0;
+  // The file of results may be all that is wanted.
+  if (!setup.OutputFile.empty() || setup.ResultFile.empty()) {
+    Tell("Writing solution file '" + setup.OutputFile + " '");
+    error = answers_.Write(setup, macro_.Models, data_, unsorted_);
+  }
   if (error == 0 && !setup.PlotFile.empty()) error = plots_.Write(setup, macro_.Models, unsorted_);
   if (error != 0) {
-    status_ = FileErrorStatus(kOutputFile, error);
-    FinishRun("Run Failed");
-    if (!form_.Aborted) log_.Line("File Output Error: " + std::to_string(status_));
+    EndRun(kRunFailed, FileErrorStatus(kOutputFile, error),
+           error == kNotDrawn ? "A plot cannot be drawn." : FileErrorText(error));
+    if (!form_.Aborted) log_.Line("File Output Error: " + std::to_string(result_.Status));
     log_.Asterisks();
     return false;
   }
-  FinishRun("Run Successful");
+  EndRun(kRunSuccessful, kSuccess, "");
+  if (setup.StrictStatus) JudgeModels();
   log_.Asterisks();
   return true;
 }
 
+// The answers are written; the status tells of those that are missing, or may not be the best.
+void MacroRun::JudgeModels() {
+  const auto isSolved = [](const auto& model) { return model->Solved; };
+  const auto atLimit = [](const auto& model) { return model->Solved && model->Ended == SearchEnd::IterationLimit; };
+  if (macro_.ModelsCreated < macro_.BlockCount || std::ranges::count_if(macro_.Models, isSolved) < wanted_)
+    EndRun(kRunIncomplete, kModelFailed, "A model was not solved.");
+  else if (std::ranges::any_of(macro_.Models, atLimit))
+    EndRun(kRunIncomplete, kModelAtLimit, "A search ended at the limit of iterations.");
+  if (result_.Status != kSuccess) log_.Line("Strict status " + std::to_string(result_.Status) + ": " + result_.Message);
+}
+
+// Some file systems tell only now that a disk is full.
+void MacroRun::CloseResults() {
+  const int error = results_.IsOpen() ? results_.Close() : 0;
+  if (error == 0) return;
+  log_.Fault(ResultFaultText(macro_.Setup.ResultFile, error));
+  if (status_ == kSuccess) status_ = FileErrorStatus(kOutputFile, error);
+}
+
 void MacroRun::TerminateNormally() {
   Tell("Solution process complete");
+  CloseResults();
   log_.EndNormally();
   if (macro_.Setup.ShowMessageBox) form_.ShowMessageBox("Solution process is complete.");
   Tell("Normal termination");
 }
 
 void MacroRun::TerminateAbnormally() {
+  CloseResults();
   log_.EndAbnormally();
   Tell("Abnormal termination");
 }
 
 }  // namespace
 
-MacroOutcome RunMacro(const std::string& fileName, Session& session, cfgSolve& form, PlotDrawer& drawer) {
-  return MacroRun(session, form, drawer).Run(fileName);
+MacroRequest::MacroRequest(const std::string& typed) : FileName(ToLower(typed)), TypedName(typed) {}
+
+MacroOutcome RunMacro(const MacroRequest& request, Session& session, cfgSolve& form, PlotDrawer& drawer) {
+  return MacroRun(session, form, drawer).Run(request);
 }
 
 }  // namespace quorvex

@@ -8,6 +8,13 @@
 
 namespace quorvex {
 
+// What is to be run. The name counts in lower case, and as it was typed where there is such a file.
+struct MacroRequest {
+  MacroRequest(const std::string& typed);
+
+  std::string FileName, TypedName;
+};
+
 // How an unattended run ended.
 struct MacroOutcome {
   bool Normal = false;  // normal termination; a run with failures in it may still end normally
@@ -17,6 +24,6 @@ struct MacroOutcome {
 
 // The whole unattended mode: reads the macro file, then reads data, fits, writes and keeps the log. The macro's solver
 // limits replace those of the session. Failures end in the status, never in an exception.
-MacroOutcome RunMacro(const std::string& fileName, Session& session, cfgSolve& form, PlotDrawer& drawer);
+MacroOutcome RunMacro(const MacroRequest& request, Session& session, cfgSolve& form, PlotDrawer& drawer);
 
 }  // namespace quorvex

@@ -1,5 +1,6 @@
 #include "batch/SubstituteParameters.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "batch/Assign.h"
@@ -7,10 +8,12 @@
 #include "batch/MacroStatements.h"
 #include "batch/RunPlots.h"
 #include "core/NumberText.h"
+#include "import/ConnectString.h"
 
 namespace quorvex {
 namespace {
 
+constexpr std::string_view kHiddenKeys[] = {"Pwd", "Password"};
 constexpr std::string_view kData = "DataFile", kPlots = "PlotFile";
 constexpr SubstitutedField kFields[] = {
     {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {"OutputFile", false},
@@ -64,6 +67,29 @@ std::string WithParameters(std::string text, const ParameterTable& table, std::s
   return text;
 }
 
+std::vector<std::pair<std::string, std::string>> ShownParameters(const ParameterTable& table, std::size_t row,
+                                                                 const std::string& source,
+                                                                 const MacroSetup& substituted) {
+  std::vector<std::pair<std::string, std::string>> shown;
+  const bool isConnection = !substituted.SQLQuery.empty();
+  for (std::size_t p = 0; p < table.Names.size(); ++p) {
+    const std::string& value = table.Rows[row][p];
+    shown.emplace_back(table.Names[p], value);
+    if (!isConnection || value.empty()) continue;
+    // Its place within the connect string is hidden, or it holds what is.
+    const std::string mark = "\x01";
+    std::string marked = source;
+    const bool isHidden = Substitute(marked, Token(table.Names[p]), mark) &&
+                          std::ranges::count(MaskPassword(marked), mark[0]) < std::ranges::count(marked, mark[0]);
+    const bool holdsHidden = std::ranges::any_of(kHiddenKeys, [&](std::string_view key) {
+      const std::string secret = ConnectValue(substituted.DataFile, key);
+      return !secret.empty() && value.find(secret) != std::string::npos;
+    });
+    if (isHidden || holdsHidden) shown.back().second = "***";
+  }
+  return shown;
+}
+
 bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t row, const LocaleText& locale,
                           MacroLog& log) {
   MacroSetup& setup = macro.Setup;
@@ -99,6 +125,11 @@ bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t
       log.Line("Assigning " + token + " = '" + value);
       faults[i] = ApplyAssign(*assigns[i].Model, assigns[i].Text, locale.ListSeparator);
     }
+  }
+  for (const DeferredID& deferred : macro.DeferredIDs) {
+    deferred.Model->cfgID = WithParameters(deferred.Text, table, row);
+    if (tooLong(deferred.Model->cfgID, "ID")) return false;
+    if (deferred.Model->cfgID != deferred.Text) log.Line("Assigning ID = '" + deferred.Model->cfgID + "'");
   }
   if (plotsChanged) AssignPlots(setup, log);
   for (std::size_t i = 0; i < assigns.size(); ++i)

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "batch/MacroLog.h"
@@ -29,6 +30,12 @@ std::span<const SubstitutedField> SubstitutedFields();
 // `text` with the row's values (from 0) in the places of their names, as far as that makes it no longer than a text may
 // be.
 std::string WithParameters(std::string text, const ParameterTable& table, std::size_t row);
+
+// Name and value of a row (from 0) as answers may tell them: "***" for what is or holds the password of a connection.
+// `source` is the DataFile of the macro before the row's values were put into it.
+std::vector<std::pair<std::string, std::string>> ShownParameters(const ParameterTable& table, std::size_t row,
+                                                                 const std::string& source,
+                                                                 const MacroSetup& substituted);
 
 // Puts the values of a row (from 0) into the macro, and tells the log. False where a text outgrows all bounds.
 bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t row, const LocaleText& locale,

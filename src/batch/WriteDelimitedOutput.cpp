@@ -86,11 +86,9 @@ class Writer {
 
 }  // namespace
 
-int WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                         ReplacementFile& file) {
-  if (const int error = file.Create(setup.OutputFile); error != 0) return error;
-  Writer(file.Text(), data, setup).Write(RankModels(models, setup.SortKey));
-  return file.Commit();
+void WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
+                          TextFile& file) {
+  Writer(file, data, setup).Write(RankModels(models, setup.SortKey));
 }
 
 }  // namespace quorvex

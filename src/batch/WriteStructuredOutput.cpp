@@ -98,11 +98,9 @@ class Writer {
 
 }  // namespace
 
-int WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                          ReplacementFile& file) {
-  if (const int error = file.Create(setup.OutputFile); error != 0) return error;
-  Writer(file.Text(), data, setup).Write(RankModels(models, setup.SortKey));
-  return file.Commit();
+void WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
+                           TextFile& file) {
+  Writer(file, data, setup).Write(RankModels(models, setup.SortKey));
 }
 
 }  // namespace quorvex

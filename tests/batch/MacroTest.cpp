@@ -282,8 +282,8 @@ TEST(Macro, EndsInAStatusOfItsOwnWhereMemoryRunsOut) {
     const std::string log = program.Log();
     EXPECT_TRUE(log.ends_with(table ? "Normal termination\n" : "Abnormal termination\nExit Status 500\n")) << log;
     if (!table) continue;
-    EXPECT_NE(log.find("There is not enough memory for this run.\n"), std::string::npos) << log;
-    EXPECT_NE(log.find("1: Run Failed\n2: Run Successful\n"), std::string::npos) << log;
+    EXPECT_NE(log.find("Out of memory: there is not enough of it for this run.\n"), std::string::npos) << log;
+    EXPECT_NE(log.find("1: Run Failed: Out of memory\n2: Run Successful\n"), std::string::npos) << log;
     EXPECT_NE(program.Folder.Read("out2.txt").find("Model_ID"), std::string::npos);
   }
 }

@@ -110,6 +110,6 @@ int main(int argc, char** argv) {
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
   const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
-  if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(request.FileName, argv[0]);
+  if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(request.TypedName, argv[0]);
   return RunInteractive(StartCommands(arguments), argv[0]);
 }
