@@ -1,6 +1,7 @@
 // Takes the pictures of the windows for the manual, from real runs of the examples:
 //   screenshots FOLDER SUFFIX light|dark [NAME...]
-// Run from the project's folder. QT_SCALE_FACTOR sets the scale; names choose among the pictures.
+// Run from the project's folder. QT_SCALE_FACTOR sets the scale; of pictures that are named
+// only those are kept that begin so.
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -18,10 +19,10 @@ int main(int argc, char** argv) {
   Session session;
   session.Preferences.Set("Show Tips at Startup", "0");
   session.Preferences.Set("hideplotinfo", "1");
-  const Shots shots{arguments[1], arguments[2], session};
+  const Shots shots{arguments[1], arguments[2], session, arguments.mid(4)};
   for (const auto take :
        {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeProperties, TakeSheet, TakeSelection, TakeImports,
-        TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots, TakeCalculator})
+        TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots, TakeCalculator, TakeTutorial})
     take(shots);
   return EXIT_SUCCESS;
 }

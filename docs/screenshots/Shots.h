@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
 
 #include "core/Session.h"
 
@@ -15,10 +16,13 @@ namespace quorvex {
 struct Shots {
   QString Folder, Suffix;
   Session& Run;
+  QStringList Wanted = {};  // what names begin with; all where it is empty
 
   // The window as it looks once its last change is in force and painted.
   void Take(QWidget& window, const QString& name) const {
     for (int i = 0; i < 5; ++i) QApplication::processEvents();
+    const auto begins = [&](const QString& start) { return name.startsWith(start); };
+    if (!Wanted.isEmpty() && std::none_of(Wanted.begin(), Wanted.end(), begins)) return;
     window.grab().save(Folder + '/' + name + Suffix + ".png");
   }
 
@@ -49,5 +53,6 @@ void TakeProgress(const Shots& shots);
 void TakeSelection(const Shots& shots);
 void TakeSheet(const Shots& shots);
 void TakeSolve(const Shots& shots);
+void TakeTutorial(const Shots& shots);
 
 }  // namespace quorvex

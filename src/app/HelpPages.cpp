@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/NumberText.h"
+
 namespace quorvex {
 namespace {
 
@@ -79,6 +81,17 @@ constexpr HelpPage kRows[] = {
 };
 
 }  // namespace
+
+std::string HeadingAnchor(std::string_view heading) {
+  std::string anchor;
+  for (const char c : ToLower(heading)) {
+    if (c == ' ')
+      anchor += '-';
+    else if (c == '-' || c == '_' || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'))
+      anchor += c;
+  }
+  return anchor;
+}
 
 std::span<const HelpPage> HelpPages() { return kRows; }
 

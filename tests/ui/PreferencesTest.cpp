@@ -3,16 +3,15 @@
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QDoubleSpinBox>
 #include <QMdiSubWindow>
 #include <QMenu>
 
 #include "Accessibility.h"
 #include "Frame.h"
-#include "app/HelpPages.h"
 #include "app/Preferences.h"
 #include "app/Tips.h"
+#include "app/ui/ManualView.h"
 #include "app/ui/PreferenceDialog.h"
 #include "app/ui/frmGenPref.h"
 #include "app/ui/frmTip.h"
@@ -334,24 +333,22 @@ TEST_F(Frame, TellsAboutItself) {
   Trigger("mnuHelpAbout");
 }
 
-// Takes the place of the browser.
-class Reader : public QObject {
-  Q_OBJECT
-
- public:
-  QList<QUrl> Opened;
-
- public slots:
-  void Open(const QUrl& url) { Opened << url; }
-};
+// The page that the manual shows, and its part, as in "sheet.html#data". Closes it, so that the next one opens it anew.
+std::string PageShown() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() != "ManualWindow" || !window->isVisible()) continue;
+    const QUrl page = window->findChild<ManualView*>()->source();
+    window->close();
+    return (page.fileName() + '#' + page.fragment()).toStdString();
+  }
+  return "no manual";
+}
 
 TEST_F(Frame, OpensThePageOfEachDialogByF1) {
   Start();
   Document() = ProjectOf({{1, 2, 3, 4}, {1, 2, 3, 4}});
   Grid().clearSelection();
   Grid().SelectAll();
-  Reader reader;
-  QDesktopServices::setUrlHandler("file", &reader, "Open");
   const std::pair<const char*, const char*> kDialogs[] = {
       {"mnuFileNewKind", "sheet.html#new"},       {"mnuEditPasteSpecial", "sheet.html#edit"},
       {"mnuEditCopySpecial", "sheet.html#edit"},  {"mnuEditGoto", "sheet.html#find"},
@@ -363,17 +360,14 @@ TEST_F(Frame, OpensThePageOfEachDialogByF1) {
       {"mnuFilePref", "preferences.html#solver"}, {"mnuGenPref", "preferences.html#general"},
   };
   for (const auto& [action, page] : kDialogs) {
-    reader.Opened.clear();
     dialogs.Do([](QDialog& form) {
       QTest::keyClick(form.focusWidget() != nullptr ? form.focusWidget() : &form, Qt::Key_F1);
       form.reject();
     });
     Trigger(action);
-    ASSERT_EQ(reader.Opened.size(), 1) << action;
-    EXPECT_EQ(reader.Opened[0].fileName() + '#' + reader.Opened[0].fragment(), page) << action;
+    EXPECT_EQ(PageShown(), page) << action;
   }
   // A message is about the window that it stands over.
-  reader.Opened.clear();
   dialogs.Do([this](QDialog& form) {
     dialogs.Do([](QDialog& message) {
       QTest::keyClick(message.focusWidget(), Qt::Key_F1);
@@ -383,45 +377,23 @@ TEST_F(Frame, OpensThePageOfEachDialogByF1) {
     form.reject();
   });
   Trigger("mnuDataScale");
-  QDesktopServices::unsetUrlHandler("file");
-  ASSERT_EQ(reader.Opened.size(), 1);
-  EXPECT_EQ(reader.Opened[0].fileName() + '#' + reader.Opened[0].fragment(), "sheet.html#data");
+  EXPECT_EQ(PageShown(), "sheet.html#data");
 }
 
 TEST_F(Frame, OpensThePageOfTheWindowByF1) {
   Start();
-  Reader reader;
-  QDesktopServices::setUrlHandler("file", &reader, "Open");
   QTest::keyClick(frame->focusWidget(), Qt::Key_F1);
+  EXPECT_EQ(PageShown(), "sheet.html#");
   dialogs.Do([](QDialog& form) {
     QTest::keyClick(form.focusWidget(), Qt::Key_F1);
     form.reject();
   });
   Trigger("mnuFilePref");
+  EXPECT_EQ(PageShown(), "preferences.html#solver");
   Trigger("mnuFileClose");
   Trigger("mnuHelpManual");
-  QDesktopServices::unsetUrlHandler("file");
-  ASSERT_EQ(reader.Opened.size(), 3);
-  EXPECT_EQ(reader.Opened[0].fileName(), "sheet.html");
-  EXPECT_EQ(reader.Opened[1].fileName() + '#' + reader.Opened[1].fragment(), "preferences.html#solver");
-  EXPECT_EQ(reader.Opened[2].fileName(), "index.html");
-
-  // Every page and every part of one is there, and the first page leads to it.
-  const QDir manual = QFileInfo(reader.Opened[2].toLocalFile()).dir();
-  const auto text = [&](const QString& page) {
-    QFile file(manual.filePath(page));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << page.toStdString();
-    return QString::fromUtf8(file.readAll());
-  };
-  for (const HelpPage& help : HelpPages()) {
-    const QString page = QString::fromStdString(std::string(help.Page));
-    const QString name = page.section('#', 0, 0), part = page.section('#', 1);
-    EXPECT_TRUE(name == "index.html" || text("index.html").contains("href=\"" + name + '"')) << name.toStdString();
-    EXPECT_TRUE(part.isEmpty() || text(name).contains("id=\"" + part + '"')) << page.toStdString();
-  }
+  EXPECT_EQ(PageShown(), "index.html#");
 }
 
 }  // namespace
 }  // namespace quorvex
-
-#include "PreferencesTest.moc"

@@ -19,6 +19,7 @@
 #include "app/OfferRecovery.h"
 #include "app/SettingsStore.h"
 #include "app/ui/FramePlace.h"
+#include "app/ui/ManualWindow.h"
 #include "app/ui/WindowArrangement.h"
 #include "core/RecentFiles.h"
 #include "core/ui/BusyCursor.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +21,7 @@ class QToolBar;
 
 namespace quorvex {
 
+class ManualWindow;
 class quorvexWindow;
 struct ProjectCommand;
 
@@ -120,6 +122,7 @@ class parentfrm : public QMainWindow {
   Autosave autosave_;
   bool shown_ = false;
 
+  std::unique_ptr<ManualWindow> manual_;  // once it has been asked for
   QToolBar* toolbar_ = nullptr;
   QMenu* windowMenu_;
   QList<QAction*> projectActions_;  // that need a project window

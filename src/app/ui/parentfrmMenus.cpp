@@ -2,8 +2,6 @@
 
 #include <QApplication>
 #include <QDate>
-#include <QDesktopServices>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -11,12 +9,12 @@
 #include <QMessageBox>
 #include <QStyle>
 #include <QToolBar>
-#include <QUrl>
 #include <algorithm>
 
 #include "app/HelpPages.h"
 #include "app/SettingsStore.h"
 #include "app/ui/ExampleMenu.h"
+#include "app/ui/ManualWindow.h"
 #include "app/ui/PreferenceDialog.h"
 #include "app/ui/WindowArrangement.h"
 #include "app/ui/frmGenPref.h"
@@ -36,17 +34,6 @@
 static void LoadResources() { Q_INIT_RESOURCE(quorvex); }
 
 namespace quorvex {
-namespace {
-
-// Installed, or beside the program where it was built.
-QString ManualFile(const QString& name) {
-  const QString program = QCoreApplication::applicationDirPath();
-  for (const char* folder : {"/../share/quorvex/manual/", "/share/quorvex/manual/"})
-    if (const QFileInfo page(program + folder + name); page.exists()) return page.canonicalFilePath();
-  return {};
-}
-
-}  // namespace
 
 QAction* parentfrm::NewAction(const char* name, const QString& text, const QKeySequence& keys,
                               void (parentfrm::*command)()) {
@@ -291,10 +278,8 @@ void parentfrm::OpenManual(const QWidget* window) {
   for (; window != nullptr && found.empty(); window = window->parentWidget())
     found = HelpPageOf(window->objectName().toStdString());
   const QString page = found.empty() ? "index.html" : QString::fromUtf8(found.data(), qsizetype(found.size()));
-  const QString file = ManualFile(page.section('#', 0, 0));
-  QUrl url = QUrl::fromLocalFile(file);
-  if (page.contains('#')) url.setFragment(page.section('#', 1));
-  if (file.isEmpty() || !QDesktopServices::openUrl(url)) user_.Refuse(kNoManual);
+  if (manual_ == nullptr) manual_ = std::make_unique<ManualWindow>();
+  if (!manual_->Open(page)) user_.Refuse(kNoManual);
 }
 
 bool parentfrm::eventFilter(QObject* receiver, QEvent* event) {
