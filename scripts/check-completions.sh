@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# What the shells offer to complete, of those that are installed.
+# What the shells offer to complete.
 set -euo pipefail
 cd "$(dirname "$0")/../packaging/completions"
 
@@ -18,7 +18,5 @@ bash_offers quorvex -runcfg ../../examples/puro | expect bash ../../examples/pur
 bash_offers quorvex ../../examples/data/puro | expect bash ../../examples/data/puromycin_treated.txt
 if bash_offers quorvex -plot ../../examples/puro | grep -q .; then echo "bash offers a macro as a plot" >&2; exit 1; fi
 
-if command -v zsh >/dev/null; then zsh -n _quorvex; fi
-if command -v fish >/dev/null; then
-  HOME=$(mktemp -d) fish --no-config -c 'source quorvex.fish; complete -C "quorvex -"' | cut -f1 | expect fish -runcfg
-fi
+zsh -n _quorvex
+HOME=$(mktemp -d) fish --no-config -c 'source quorvex.fish; complete -C "quorvex -"' | cut -f1 | expect fish -runcfg

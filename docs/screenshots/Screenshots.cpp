@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
   const Shots shots{arguments[1], arguments[2], session, arguments.mid(4)};
   for (const auto take :
        {TakePlotWindow, TakeProgress, TakeFrame, TakePreferences, TakeProperties, TakeSheet, TakeSelection, TakeImports,
-        TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots, TakeCalculator, TakeTutorial})
+        TakeEstimates, TakeModels, TakeSolve, TakeResults, TakeNewPlots, TakeCalculator, TakeTutorial, TakeManual})
     take(shots);
   return EXIT_SUCCESS;
 }

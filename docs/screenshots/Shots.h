@@ -46,6 +46,7 @@ void TakeResults(const Shots& shots);
 void TakePreferences(const Shots& shots);
 void TakeProperties(const Shots& shots);
 void TakeImports(const Shots& shots);
+void TakeManual(const Shots& shots);
 void TakeModels(const Shots& shots);
 void TakePlotWindow(const Shots& shots);
 void TakeNewPlots(const Shots& shots);

@@ -30,10 +30,12 @@ void Choose(QDialog& dialog, const char* model) {
 }  // namespace
 
 void TakeTutorial(const Shots& shots) {
-  shots.Run.Preferences.Set("screenwidth", "13500");
-  shots.Run.Preferences.Set("screenheight", "8000");
-  shots.Run.Preferences.Set("autoresults", "1");
-  shots.Run.Preferences.Set("sortindex", "4");
+  Session session;  // that of a beginner, who has set nothing
+  Settings& preferences = session.Preferences;
+  preferences.Set("Show Tips at Startup", "0");
+  preferences.Set("screenwidth", "13500");
+  preferences.Set("screenheight", "8000");
+  preferences.Set("sortindex", "4");  // StdErr
   const QTemporaryDir state;
   const auto accept = [](QDialog& dialog) { dialog.accept(); };
   const auto choose = [](const char* option) {
@@ -43,11 +45,11 @@ void TakeTutorial(const Shots& shots) {
       dialog.accept();
     };
   };
-  parentfrm frame(shots.Run, "examples/data/puromycin_treated.txt", state.path().toStdString());
+  parentfrm frame(session, "examples/data/puromycin_treated.txt", state.path().toStdString());
   {
     const Script script({[&](QDialog& dialog) {
       shots.Take(dialog, "tutorial-import");
-      dialog.accept();
+      dialog.findChild<QPushButton*>("Finish")->click();
     }});
     frame.show();
     shots.Take(frame, "tutorial-sheet");
@@ -71,7 +73,7 @@ void TakeTutorial(const Shots& shots) {
     }
     results->close();
   }
-  shots.Run.Preferences.Set("autoresults", "0");
+  preferences.Set("autoresults", "0");
   solve({choose("optAll"), accept});
   shots.Take(frame, "tutorial-list");
 }

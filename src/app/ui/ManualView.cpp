@@ -21,6 +21,14 @@ QColor LinkColor(const QPalette& palette) {
   return palette.color(QPalette::Base).lightness() < 128 ? QColor(110, 175, 255) : QColor(0, 80, 190);
 }
 
+// Between ground and text, to be seen on dark ground, too.
+QColor LineColor(const QPalette& palette) {
+  const QColor ground = palette.color(QPalette::Base), text = palette.color(QPalette::Text);
+  const auto between = [](int from, int to) { return from + (to - from) * 3 / 10; };
+  return {between(ground.red(), text.red()), between(ground.green(), text.green()),
+          between(ground.blue(), text.blue())};
+}
+
 struct Piece {
   int From, Length;
   QTextCharFormat Format;
@@ -56,7 +64,7 @@ ManualView::ManualView(QWidget* parent) : QTextBrowser(parent) {
 QString ManualView::Title() const {
   for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
     if (block.blockFormat().headingLevel() > 0) return block.text();
-  return source().fileName();
+  return {};
 }
 
 void ManualView::doSetSource(const QUrl& url, QTextDocument::ResourceType type) {
@@ -75,7 +83,8 @@ QVariant ManualView::loadResource(int type, const QUrl& name) {
   return "<pre>" + QString::fromUtf8(found.toByteArray()).toHtmlEscaped() + "</pre>";
 }
 
-void ManualView::Dress() {
+// `shown` is where the page stands; source() is still the page before.
+void ManualView::Dress(const QUrl& shown) {
   QTextDocument& page = *document();
   page.setDocumentMargin(kMargin);
   const QString fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
@@ -109,7 +118,7 @@ void ManualView::Dress() {
   DressTables(*page.rootFrame());
   fittedTo_ = 0;
   FitPictures();
-  if (source().hasFragment()) scrollToAnchor(source().fragment());
+  if (shown.hasFragment()) scrollToAnchor(shown.fragment());
 }
 
 void ManualView::DressTables(QTextFrame& frame) {
@@ -119,7 +128,7 @@ void ManualView::DressTables(QTextFrame& frame) {
       format.setBorder(1);
       format.setBorderCollapse(true);
       format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
-      format.setBorderBrush(palette().mid());
+      format.setBorderBrush(LineColor(palette()));
       format.setCellPadding(4);
       format.setCellSpacing(0);
       table->setFormat(format);
@@ -129,7 +138,7 @@ void ManualView::DressTables(QTextFrame& frame) {
 }
 
 QSize ManualView::PictureSize(const QString& name) const {
-  return QImageReader(source().resolved(QUrl(name)).toLocalFile()).size();
+  return QImageReader(document()->baseUrl().resolved(QUrl(name)).toLocalFile()).size();
 }
 
 void ManualView::FitPictures() {

@@ -22,7 +22,7 @@ class ManualView : public QTextBrowser {
   void changeEvent(QEvent* event) override;
 
  private:
-  void Dress();
+  void Dress(const QUrl& shown);
   void DressTables(QTextFrame& frame);
   void FitPictures();
   QSize PictureSize(const QString& name) const;  // that it has by itself

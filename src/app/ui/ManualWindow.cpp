@@ -54,6 +54,7 @@ void ManualWindow::MakeToolbar() {
   bar.setObjectName("manualBar");
   bar.setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   bar.setContextMenuPolicy(Qt::PreventContextMenu);
+  bar.setMovable(false);
   QAction* contents = NewAction(bar, "contents", "Contents", {QKeySequence("Alt+Home")});
   QAction* back = NewAction(bar, "back", "Back", {QKeySequence("Alt+Left"), QKeySequence("Backspace")});
   QAction* forward = NewAction(bar, "forward", "Forward", {QKeySequence("Alt+Right")});
@@ -91,7 +92,6 @@ void ManualWindow::MakeFindBar() {
   wanted_->setObjectName("wanted");
   wanted_->setAccessibleName("Text to find");
   wanted_->setPlaceholderText("Find in this page");
-  wanted_->setClearButtonEnabled(true);
   findBar_->addWidget(wanted_);
   QAction* next = NewAction(*findBar_, "findNext", "Next", {QKeySequence("F3")});
   QAction* previous = NewAction(*findBar_, "findPrevious", "Previous", {QKeySequence("Shift+F3")});
