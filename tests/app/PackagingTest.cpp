@@ -6,8 +6,10 @@
 #include <set>
 
 #include "Paths.h"
+#include "batch/MacroStatements.h"
 #include "batch/Program.h"
 #include "core/Files.h"
+#include "equation/IntrinsicFunctions.h"
 
 namespace quorvex {
 namespace {
@@ -18,13 +20,18 @@ std::string InCheckout(const std::string& name) {
   return std::string(file.Text());
 }
 
+std::set<std::string> Matches(const std::string& text, const char* pattern) {
+  std::set<std::string> matches;
+  const std::regex each(pattern);
+  for (std::sregex_iterator found(text.begin(), text.end(), each), end; found != end; ++found)
+    matches.insert((*found)[1]);
+  return matches;
+}
+
 TEST(Packaging, TellsEachOptionOfTheProgram) {
   Program program;
   ASSERT_EQ(program.Run("--help"), 0);
-  std::set<std::string> options;
-  const std::regex option("[ |](--?[a-z][a-z-]+)");
-  for (std::sregex_iterator found(program.Out.begin(), program.Out.end(), option), end; found != end; ++found)
-    options.insert((*found)[1]);
+  const std::set<std::string> options = Matches(program.Out, "[ |](--?[a-z][a-z-]+)");
   EXPECT_TRUE(options.contains("-runcfg") && options.contains("--version"));
   for (const std::string& name : options) {
     const std::string bare = name.substr(name.find_first_not_of('-'));
@@ -40,12 +47,32 @@ TEST(Packaging, TellsEachOptionOfTheProgram) {
   }
 }
 
+// The man page is the short form of the manual.
+TEST(Packaging, TellsTheSameStatusesStatementsAndFunctionsInTheManPage) {
+  const std::string page = InCheckout("docs/quorvex.1"), macros = InCheckout("docs/macros.md");
+  const std::set<std::string> statuses = Matches(page, "\n(\\d+\t\\d+)\t");
+  std::set<std::string> told;
+  for (std::string row : Matches(macros, "\n\\| (\\d+ \\| \\d+) \\|")) {
+    row.replace(row.find(" | "), 3, "\t");
+    told.insert(row);
+  }
+  EXPECT_EQ(statuses, told);
+  EXPECT_GT(statuses.size(), 20u);
+  const std::string functions =
+      page.substr(page.find("\nFunctions:"), page.find("\nMind:") - page.find("\nFunctions:"));
+  std::set<std::string> words = Matches(functions, "\\b([a-z][a-z0-9]*)(?:\\(|[ \\n])");
+  for (const IntrinsicFunction& function : IntrinsicFunctions())
+    if (function.Word != WrittenIn::NoModel) {
+      EXPECT_TRUE(words.contains(std::string(function.Name))) << function.Name;
+    }
+  for (const MacroStatement& statement : MacroStatements())
+    EXPECT_NE(page.find("\n" + std::string(statement.Keyword) + "\t"), std::string::npos) << statement.Keyword;
+}
+
 TEST(Packaging, HasAnIconOfEachSizeForTheProgramAndEachOfItsFileTypes) {
   const std::string types = InCheckout("packaging/quorvex-mime.xml");
   std::vector<std::string> icons{"apps/quorvex"};
-  const std::regex icon("<icon name=\"([^\"]+)\"");
-  for (std::sregex_iterator found(types.begin(), types.end(), icon), end; found != end; ++found)
-    icons.push_back("mimetypes/" + (*found)[1].str());
+  for (const std::string& name : Matches(types, "<icon name=\"([^\"]+)\"")) icons.push_back("mimetypes/" + name);
   EXPECT_EQ(icons.size(), 3u);
   for (const std::string& name : icons) {
     const std::string folder = "packaging/icons/hicolor/";
