@@ -152,9 +152,9 @@ void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {
 
 bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form) {
   FoundBy.clear();
+  Failure.clear();
   if (SolveType == 0 && settings.TryHarder) return FitHarder(*this, data, settings, LogString, form);
   FitRun run(*this, data, settings, LogString, form);
-  Failure.clear();
   if (SolveType == 1) return run.Linear();
   if (SolveType == 0) return run.Nonlinear();
   return false;
