@@ -179,6 +179,7 @@ TEST_F(CalcfrmTest, ComputesByItsButtons) {
 
   auto& preview = In<PlotView>(*form, "PreviewPicture");
   const QImage empty = preview.Picture();
+  EXPECT_EQ(preview.accessibleDescription(), "Select a curve of the stack, then Pre.");
   Click(*form, "preview");
   EXPECT_NE(preview.Picture(), empty);
 }

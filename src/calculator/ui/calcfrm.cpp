@@ -55,6 +55,7 @@ calcfrm::calcfrm(QWidget* parent, Settings& settings, const LocaleText& locale, 
     return ShowSection(this, whole, calculator_.Setup.Locale, user_);
   };
   PreviewPicture->setAccessibleName("Preview of a curve");
+  PreviewPicture->SetWithoutPlot("Select a curve of the stack, then Pre.");
   PreviewPicture->setMinimumSize(160, 120);
   units_option[0]->setChecked(true);
   connect(units_option[1], &QRadioButton::toggled, this,

@@ -99,6 +99,11 @@ void PlotView::Redraw() {
   emit Redrawn();
 }
 
+void PlotView::SetWithoutPlot(const QString& text) {
+  withoutPlot_ = text;
+  RefreshSoon();
+}
+
 void PlotView::Turn(const ViewAngles& angles) {
   plot_.SetAngles(angles);
   RefreshSoon();
@@ -116,7 +121,7 @@ void PlotView::RefreshPicture() {
     plot_.RefreshPlot(surface, prompter_);
   }
   picture_ = plot_.PlotCreated ? std::move(picture) : BlankPicture(Size());
-  setAccessibleDescription(plot_.PlotCreated ? QString() : tr(kPlotFailure));
+  setAccessibleDescription(plot_.PlotCreated ? QString() : withoutPlot_);
   update();
 }
 
@@ -134,7 +139,7 @@ void PlotView::paintEvent(QPaintEvent*) {
   if (!plot_.PlotCreated) {
     // In the place of the plot, of which there is nothing to be seen.
     painter.setPen(Qt::black);
-    painter.drawText(rect().adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap, tr(kPlotFailure));
+    painter.drawText(rect().adjusted(20, 20, -20, -20), Qt::AlignCenter | Qt::TextWordWrap, withoutPlot_);
   }
   // A line and not the style's frame, which may colour what it stands around.
   if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {

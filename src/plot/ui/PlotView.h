@@ -32,6 +32,9 @@ class PlotView : public QWidget, private PlotHost {
   void Redraw();
   const QImage& Picture();
 
+  // What stands in the place of a plot that could not be created, other than that sentence: where there is none yet.
+  void SetWithoutPlot(const QString& text);
+
   // What the user can do to look at the plot. Among actions(), with what puts the plot elsewhere, until somebody else
   // decides what the context menu offers.
   const QList<QAction*>& LookingActions() const { return looking_; }
@@ -100,6 +103,7 @@ class PlotView : public QWidget, private PlotHost {
   Prompter& prompter_;
   Settings& settings_;
   QImage picture_;
+  QString withoutPlot_ = tr(kPlotFailure);
   QTimer soon_;  // runs out when all events that are waiting have been taken
   std::unique_ptr<PlotModes> modes_;
 
