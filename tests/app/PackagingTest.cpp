@@ -88,5 +88,13 @@ TEST(Packaging, HasAnIconOfEachSizeForTheProgramAndEachOfItsFileTypes) {
   }
 }
 
+TEST(Packaging, OffersTheProgramForTablesTextsAndItsOwnFiles) {
+  const std::string entry = InCheckout("packaging/quorvex.desktop");
+  for (const char* type : {"application/x-quorvex-project", "application/x-quorvex-plot", "text/csv", "text/plain",
+                           "application/vnd.oasis.opendocument.spreadsheet",
+                           "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet"})
+    EXPECT_TRUE(Matches(entry, "[=;]([a-z]+/[a-z.-]+)(?=;)").contains(type)) << type;
+}
+
 }  // namespace
 }  // namespace quorvex
