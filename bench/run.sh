@@ -68,6 +68,33 @@ report "macro, 20 points, with the built-in models" 11 "$quorvex" -runcfg "$fold
 echo "  times the hand-written fit: $(ratio "$milliseconds" "$native")"
 
 echo
+echo "A study of 100,000 rows of 20 points, once: an output file each in one folder, and a line of JSON each"
+{ echo "N" && seq 100000; } >"$folder/rows.csv"
+# study NAME STATEMENT: the same fit for each row.
+study() {
+  cat >"$folder/$1.cfg" <<END
+B_MACRO
+  ParameterFile = $folder/rows.csv
+  DataFile = $folder/small.txt
+  SolveEachRun = True
+  LogFile = $folder/study.log
+  LogSummaryOnly = True
+  $2
+  B_MODEL
+    Y = a*x/(b+x)+0*%N%
+    Assign a = 1, Operator = * YMax, Fit = True
+    Assign b = 1, Operator = * XAvg, Fit = True
+  E_MODEL
+E_MACRO
+END
+}
+mkdir "$folder/out"
+study files "OutputFile = $folder/out/%N%.txt"
+study lines "ResultFile = $folder/all.jsonl"
+report "100,000 output files" 1 "$quorvex" -runcfg "$folder/files.cfg"
+report "100,000 lines" 1 "$quorvex" -runcfg "$folder/lines.cfg"
+
+echo
 echo "A million points, once"
 "$tools/make_data" 1000000 "$folder/large.txt"
 macro large large.txt "Derivatives = CentralDifference"

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(git g++ cmake ninja-build ccache libgtest-dev unixodbc-dev libsqliteodbc libexpat1-dev zlib1g-dev locales
   clang-format-14 qt6-base-dev libgl1-mesa-dev fonts-liberation desktop-file-utils appstream
-  librsvg2-bin poppler-utils man-db fish zsh)
+  librsvg2-bin poppler-utils man-db fish zsh python3-jsonschema jq)
 missing=()
 for package in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")

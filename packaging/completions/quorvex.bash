@@ -12,7 +12,8 @@ _quorvex() {
         files='qvx|plt|txt|csv|dat|tsv|xlsx|ods'
     else
         case $first in
-            -runcfg) ((COMP_CWORD == 2)) && files='cfg' ;;
+            -runcfg)
+                ((COMP_CWORD == 2)) && files='cfg' || COMPREPLY=($(compgen -W '-part -missing' -- "$current")) ;;
             -plot) ((COMP_CWORD == 2)) && files='plt' || files='svg|pdf|png|emf|bmp|plt' ;;
             --list-models)
                 ((COMP_CWORD == 2)) && COMPREPLY=($(compgen -W "$(seq 20)" -- "$current"))

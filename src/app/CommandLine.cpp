@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "core/NumberText.h"
 
@@ -15,6 +16,40 @@ std::string Unquoted(std::string_view text) {
   if (text.starts_with('"')) text.remove_prefix(1);
   if (text.ends_with('"')) text.remove_suffix(1);
   return std::string(text);
+}
+
+// Takes the last word off a text that has others in front of it; empty where there is but one.
+std::string TakeLastWord(std::string_view& text) {
+  const auto blank = text.rfind(' ');
+  if (blank == std::string_view::npos) return "";
+  const std::string word(text.substr(blank + 1));
+  text = Trim(text.substr(0, blank));
+  return word;
+}
+
+// A name, which may hold blanks, with the options behind it.
+MacroRequest ParseMacroRequest(std::string_view text) {
+  std::optional<std::string> part;
+  bool missing = false;
+  std::error_code error;
+  while (!std::filesystem::exists(Unquoted(text), error)) {
+    std::string_view rest = text;
+    const std::string last = TakeLastWord(rest);
+    if (EqualNoCase(last, "-missing")) {
+      missing = true;
+    } else if (EqualNoCase(last, "-part")) {
+      part = "";
+    } else if (EqualNoCase(TakeLastWord(rest), "-part")) {
+      part = last;
+    } else {
+      break;
+    }
+    text = rest;
+  }
+  MacroRequest request(Unquoted(text));
+  request.Part = part;
+  request.Missing = missing;
+  return request;
 }
 
 }  // namespace
@@ -32,8 +67,8 @@ CommandRequest ParseCommandLine(const std::string& commandLine) {
   const std::string_view line = Trim(commandLine);
   if (line.empty()) return {};
   if (IsMacroSwitch(commandLine)) {
-    const std::string name = Unquoted(Trim(line.substr(kSwitch.size())));
-    return name.empty() ? CommandRequest() : CommandRequest{CommandMode::RunMacro, ToLower(name), name};
+    const MacroRequest macro = ParseMacroRequest(Trim(line.substr(kSwitch.size())));
+    return macro.FileName.empty() ? CommandRequest() : CommandRequest{CommandMode::RunMacro, macro.FileName, macro};
   }
   const std::string name = Unquoted(line);
   std::error_code error;

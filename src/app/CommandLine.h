@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "batch/MacroRequest.h"
 
 namespace quorvex {
 
@@ -10,16 +13,16 @@ enum class CommandMode { Nothing, RunMacro, OpenFile };
 // What the command line asks for.
 struct CommandRequest {
   CommandMode Mode = CommandMode::Nothing;
-  std::string FileName;
-  std::string TypedName = {};  // of a macro, whose name is in lower case
+  std::string FileName;                              // of a macro in lower case
+  std::optional<MacroRequest> Macro = std::nullopt;  // what of it is to be run
 };
 
 // The arguments as the one text that the command line is.
 std::string JoinedByBlanks(const std::vector<std::string>& arguments);
 
 // The whole command line is one text. "-runcfg", in any case and with or without a blank behind it, and a name run a
-// macro; the name arrives in lower case. Otherwise the line is the name of a file to open, if that exists. One double
-// quote at each end of a name is taken off.
+// macro; the name arrives in lower case, and behind it may stand "-part i/n" and "-missing". Otherwise the line is the
+// name of a file to open, if that exists. One double quote at each end of a name is taken off.
 CommandRequest ParseCommandLine(const std::string& commandLine);
 
 // The command lines that the arguments of the desktop are: one, as above, or where that says nothing and some argument

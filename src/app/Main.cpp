@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
   if (request.Mode == CommandMode::RunMacro) {
     ConsoleForm form;
     WatchForEnd();
-    return RunMacroMode(request.TypedName, form);
+    return RunMacroMode(*request.Macro, form);
   }
   HandOver(kDesktopProgram);
   Complain("The desktop program quorvex-desktop is not installed; quorvex -runcfg FILE runs a macro without it.");

@@ -25,6 +25,8 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: quorvex -runcfg FILE       run a macro and end with its status\n"
+    "               [-part I/N]        only that part of the rows of its table, with a log and results of its own\n"
+    "               [-missing]         only the rows whose answers are not there\n"
     "       quorvex -plot FILE OUT...  draw a plot file as pictures: .svg, .pdf, .png, .emf or .bmp\n"
     "       quorvex [FILE]             open the desktop, with a project, a plot or a data file\n"
     "       quorvex --list-models [N]  print the catalogue of models of N variables (default 1), tab-separated:\n"
@@ -102,10 +104,10 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
   return std::nullopt;
 }
 
-int RunMacroMode(const std::string& typedName, cfgSolve& form) {
+int RunMacroMode(const MacroRequest& request, cfgSolve& form) {
   Session session{LoadSettings(), ReadUserLocale()};
   DesktopDrawer drawer;
-  const MacroOutcome outcome = RunMacro(typedName, session, form, drawer);
+  const MacroOutcome outcome = RunMacro(request, session, form, drawer);
   if (!outcome.Message.empty()) Complain(outcome.Message);
   if (outcome.Status != 0) Complain("Exit Status " + std::to_string(outcome.Status));
   return outcome.Status;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/MacroRequest.h"
 #include "batch/cfgSolve.h"
 
 namespace quorvex {
@@ -30,9 +31,9 @@ std::vector<std::string> Arguments(int argc, char** argv);
 // with the usage. The exit code, or nothing where the program goes on.
 std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments);
 
-// Runs a macro with the user's settings and locale and tells a status other than 0 on standard error. Returns the
-// status, of which the system keeps the low 8 bits.
-int RunMacroMode(const std::string& typedName, cfgSolve& form);
+// Runs a macro, or a part of it, with the user's settings and locale and tells a status other than 0 on standard error.
+// Returns the status, of which the system keeps the low 8 bits.
+int RunMacroMode(const MacroRequest& request, cfgSolve& form);
 
 // One sentence on standard error.
 void Complain(const std::string& text);

@@ -9,9 +9,9 @@ void MacroLog::Fault(const std::string& text) {
   if (Message.empty() && (!enabled_ || setup_.LogSummaryOnly)) Message = text;
 }
 
-void MacroLog::Open(const std::string& path, const std::string& refusal) {
+void MacroLog::Open(const std::string& path, bool goesOn, const std::string& refusal) {
   enabled_ = true;
-  Check(refusal.empty() ? file_.Create(path) : kAccessError);
+  Check(!refusal.empty() ? kAccessError : goesOn ? file_.Continue(path) : file_.Create(path));
   if (!refusal.empty()) Message = refusal;
 }
 

@@ -23,8 +23,8 @@ class MacroLog {
   // A line that whoever started the program hears, too, where no log keeps it; the first one only.
   void Fault(const std::string& text);
 
-  // Opens its file, or is refused for a reason. Without a call there is none.
-  void Open(const std::string& path, const std::string& refusal);
+  // Opens its file, anew or to go on behind what is there, or is refused for a reason. Without a call there is none.
+  void Open(const std::string& path, bool goesOn, const std::string& refusal);
   bool IsEnabled() const { return enabled_; }
   // Prints what has gathered and forgets it; with LogSummaryOnly it is only forgotten.
   void Flush();

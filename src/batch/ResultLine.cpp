@@ -22,6 +22,7 @@ class JsonObject {
   }
   JsonObject& Count(std::string_view name, std::size_t count) { return Raw(name, std::to_string(count)); }
   JsonObject& Number(std::string_view name, double value) { return Raw(name, JsonNumber(value)); }
+  std::string Open() { return std::move(text_); }  // what of it stands
   std::string End() { return std::move(text_ += '}'); }
 
  private:
@@ -76,7 +77,7 @@ std::string ModelObject(const ModelClass& model, std::size_t rank, std::size_t p
   return object.TextOrNull("message", rank > 0 ? "" : model.Failure).End();
 }
 
-std::string Line(const RunResult& run, const std::string& models) {
+JsonObject Beginning(const RunResult& run) {
   JsonObject parameters;
   for (auto each = run.Parameters.begin(); each != run.Parameters.end(); ++each) {
     // Of columns of one name the first is the one that counts, and an object has each name once.
@@ -84,17 +85,20 @@ std::string Line(const RunResult& run, const std::string& models) {
         std::any_of(run.Parameters.begin(), each, [&](const auto& earlier) { return earlier.first == each->first; });
     if (!isRepeated) parameters.Text(each->first, each->second);
   }
-  return JsonObject()
-      .Count("run", run.Number)
-      .Raw("parameters", parameters.End())
-      .Text("data", run.Data)
-      .Raw("status", std::to_string(run.Status))
-      .TextOrNull("message", run.Message)
-      .Raw("models", models)
-      .End();
+  JsonObject object;
+  object.Count("run", run.Number).Raw("parameters", parameters.End());
+  return object;
+}
+
+std::string Line(const RunResult& run, const std::string& models) {
+  JsonObject object = Beginning(run);
+  object.Text("data", run.Data).Raw("status", std::to_string(run.Status)).TextOrNull("message", run.Message);
+  return object.Raw("models", models).End();
 }
 
 }  // namespace
+
+std::string ResultBeginning(const RunResult& run) { return Beginning(run).Open(); }
 
 std::string ResultLine(const RunResult& run) { return Line(run, "[]"); }
 

@@ -24,5 +24,7 @@ struct RunResult {
 std::string ResultLine(const RunResult& run, const ModelCollection& models, const SolveData& data, int sortKey);
 // The same of a run that came to no models.
 std::string ResultLine(const RunResult& run);
+// What its line begins with, by number and parameters alone.
+std::string ResultBeginning(const RunResult& run);
 
 }  // namespace quorvex

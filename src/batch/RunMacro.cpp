@@ -21,6 +21,7 @@
 #include "batch/ReadMacroDatabase.h"
 #include "batch/ResultLine.h"
 #include "batch/RunAnswers.h"
+#include "batch/RunPart.h"
 #include "batch/RunPlots.h"
 #include "batch/SubstituteParameters.h"
 #include "batch/WritePlot.h"
@@ -36,7 +37,7 @@ namespace {
 constexpr std::string_view kOutOfMemory = "Out of memory: there is not enough of it for this run.";
 
 // How the log's summary tells of a run.
-constexpr std::string_view kRunSuccessful = "Run Successful", kRunFailed = "Run Failed",
+constexpr std::string_view kRunSuccessful = "Run Successful", kRunFailed = "Run Failed", kRunSkipped = "Run Skipped",
                            kRunIncomplete = "Run Incomplete", kRunOutOfMemory = "Run Failed: Out of memory";
 
 std::string ResultFaultText(const std::string& name, int error) {
@@ -66,7 +67,9 @@ class MacroRun {
  private:
   bool Configure(const MacroRequest& request);
   void NoteInputs(const MacroRequest& request);
+  bool TakePart(const MacroRequest& request);
   bool LogParameters();
+  bool IsAnswered();
   bool OpenResults();
   std::optional<std::string> RefuseResults(const std::string& path);
   bool RunAll();
@@ -117,6 +120,9 @@ class MacroRun {
   std::string_view ended_;                    // what the summary says of it; empty where it doesn't
   bool hasModels_ = false;                    // the models tell of the data in hand
   TextFile results_;
+  RunPart part_;
+  bool missingOnly_ = false;
+  AnsweredRuns answered_;      // by their lines in the file of results
   std::ptrdiff_t wanted_ = 0;  // models to be solved, before any is found not to fit the data
   bool inputChanged_ = true;
   std::vector<std::string> previous_ = std::vector<std::string>(SubstitutedFields().size());  // of the run before
@@ -140,6 +146,8 @@ bool MacroRun::Configure(const MacroRequest& request) {
     log_.Message = "The file '" + fileName + "' is no macro: no line of it reads B_MACRO, or nothing follows.";
     return false;
   }
+  if (!TakePart(request)) return false;
+  missingOnly_ = request.Missing;
   // Before any file is written: the console program hands the whole run over to the desktop program here.
   if (setup.ShowProgress || setup.ShowMessageBox) {
     if (const std::string reason = form_.RequestWindows(); !reason.empty()) {
@@ -155,7 +163,7 @@ bool MacroRun::Configure(const MacroRequest& request) {
   NoteInputs(request);
   if (setup.LogEnabled) {
     const std::string log = ResolveNewFoldedPath(setup.LogFileTyped);
-    log_.Open(log, files_.RefuseInput("log", setup.LogFile, log).value_or(""));
+    log_.Open(log, missingOnly_, files_.RefuseInput("log", setup.LogFile, log).value_or(""));
     files_.NoteInput(log, "log");  // from here on no output may fall on it either
   }
   files_.WatchKinds(!setup.PlotFile.empty());
@@ -193,6 +201,23 @@ void MacroRun::NoteInputs(const MacroRequest& request) {
   }
 }
 
+// Gives a part of the table files of its own. A part of what has none is refused before anything is written.
+bool MacroRun::TakePart(const MacroRequest& request) {
+  if (!request.Part) return true;
+  const Result<RunPart> part = ParseRunPart(*request.Part);
+  if (!part || !InParameterRun()) {
+    log_.Message =
+        part ? "The macro file '" + request.FileName + "' has no ParameterFile to run a part of." : part.error();
+    status_ = kParameterFile;
+    return false;
+  }
+  part_ = *part;
+  MacroSetup& setup = macro_.Setup;
+  for (std::string* name : {&setup.LogFile, &setup.LogFileTyped, &setup.ResultFile})
+    if (!name->empty()) *name = NameOfPart(*name, part_.Number);
+  return true;
+}
+
 bool MacroRun::LogParameters() {
   if (!InParameterRun()) {
     log_.Line("");
@@ -213,6 +238,12 @@ bool MacroRun::LogParameters() {
   }
   log_.Line("Found " + std::to_string(parameters_->Names.size()) + " parameter(s), " +
             std::to_string(parameters_->Rows.size()) + " combination(s)");
+  if (part_.Count > 1) {
+    const std::size_t first = part_.First(parameters_->Rows.size()), end = part_.End(parameters_->Rows.size());
+    log_.Line("Running part " + std::to_string(part_.Number) + " of " + std::to_string(part_.Count) +
+              (first < end ? ": combinations " + std::to_string(first + 1) + " to " + std::to_string(end)
+                           : ", which has no combination"));
+  }
   log_.Asterisks();
   log_.Flush();
   return true;
@@ -224,7 +255,11 @@ bool MacroRun::OpenResults() {
   if (name.empty()) return true;
   const std::string path = files_.Place(name);
   const std::optional<std::string> refusal = RefuseResults(path);
-  const int error = refusal ? kAccessError : results_.Create(path);
+  int error = refusal ? kAccessError : 0;
+  // What is no file can't tell of the runs that it was given.
+  const bool goesOn = missingOnly_ && IdentityOfFile(path);
+  if (error == 0 && goesOn) error = answered_.Read(path, parameters_->Rows.size());
+  if (error == 0) error = goesOn ? results_.Continue(path, answered_.WholeSize()) : results_.Create(path);
   files_.NoteInput(path, "result file");
   if (error == 0) return true;
   log_.Fault(refusal.value_or(ResultFaultText(name, error)));
@@ -257,8 +292,13 @@ bool MacroRun::RunAll() {
   // Each run substitutes its parameters in the setup, so the next one begins with what the macro says.
   written_ = macro_.Setup;
   wanted_ = std::ranges::count_if(macro_.Models, [](const auto& model) { return model->Solve; });
-  for (run_ = 0; run_ < parameters_->Rows.size(); ++run_) {
+  const std::size_t end = part_.End(parameters_->Rows.size());
+  for (run_ = part_.First(parameters_->Rows.size()); run_ < end; ++run_) {
     form_.Yield();
+    if (missingOnly_ && !form_.Aborted && IsAnswered()) {
+      log_.FinishRun(InParameterRun() ? run_ + 1 : 0, kRunSkipped);
+      continue;
+    }
     if (form_.Aborted) LogAbort(log_.Text);
     const bool succeeded = !form_.Aborted && TryRun();
     if (!succeeded && form_.Aborted) status_ = kAborted;
@@ -267,6 +307,25 @@ bool MacroRun::RunAll() {
     log_.Flush();
   }
   return true;
+}
+
+// Whether the answer of the run to come is there as a whole: its line, and its output file. One file for all rows is
+// none of its own.
+bool MacroRun::IsAnswered() {
+  MacroSetup setup = written_;
+  setup.DataFile = WithParameters(setup.DataFile, *parameters_, run_);
+  setup.OutputFile = WithParameters(setup.OutputFile, *parameters_, run_);
+  const bool hasLines = !setup.ResultFile.empty();
+  if (hasLines) {
+    RunResult run;
+    run.Number = run_ + 1;
+    run.Parameters = ShownParameters(*parameters_, run_, written_.DataFile, setup);
+    if (!answered_.Has(run.Number, ResultBeginning(run))) return false;
+    if (setup.OutputFile.empty()) return true;
+  } else if (InParameterRun() && setup.OutputFile == written_.OutputFile) {
+    return false;
+  }
+  return IdentityOfFile(files_.Place(setup.OutputFile)).has_value();
 }
 
 // One run with its line in the file of results. False where it failed.
@@ -481,8 +540,6 @@ void MacroRun::TerminateAbnormally() {
 }
 
 }  // namespace
-
-MacroRequest::MacroRequest(const std::string& typed) : FileName(ToLower(typed)), TypedName(typed) {}
 
 MacroOutcome RunMacro(const MacroRequest& request, Session& session, cfgSolve& form, PlotDrawer& drawer) {
   return MacroRun(session, form, drawer).Run(request);

@@ -2,18 +2,12 @@
 
 #include <string>
 
+#include "batch/MacroRequest.h"
 #include "batch/PlotDrawer.h"
 #include "batch/cfgSolve.h"
 #include "core/Session.h"
 
 namespace quorvex {
-
-// What is to be run. The name counts in lower case, and as it was typed where there is such a file.
-struct MacroRequest {
-  MacroRequest(const std::string& typed);
-
-  std::string FileName, TypedName;
-};
 
 // How an unattended run ended.
 struct MacroOutcome {

@@ -240,6 +240,19 @@ int TextFile::Create(const std::string& name) {
   return error_;
 }
 
+int TextFile::Continue(const std::string& name, std::optional<std::size_t> size) {
+  Close();
+  error_ = 0;
+  descriptor_ = OpenDescriptor(ResolveNewPath(name), O_WRONLY | O_CREAT, error_);
+  struct stat info;
+  if (error_ != 0) return error_;
+  const bool isRegular = fstat(descriptor_, &info) == 0 && S_ISREG(info.st_mode);
+  const bool failed = isRegular && ((size && ftruncate(descriptor_, static_cast<off_t>(*size)) != 0) ||
+                                    lseek(descriptor_, 0, SEEK_END) < 0);
+  if (failed) error_ = FileErrorNumber(errno);
+  return error_;
+}
+
 void TextFile::Attach(int descriptor) {
   Close();
   error_ = 0;

@@ -99,6 +99,9 @@ class TextFile {
   // Opens the file anew and overwrites what was there, as a log does that grows while it is written. Returns 0 or the
   // file error's number. Closes what was open before.
   int Create(const std::string& name);
+  // The same, going on behind the first `size` bytes of what was there, or behind all of it. What is no regular file
+  // has nothing to be kept.
+  int Continue(const std::string& name, std::optional<std::size_t> size = std::nullopt);
   // The same on a descriptor, which becomes this file's.
   void Attach(int descriptor);
   bool IsOpen() const { return descriptor_ >= 0; }

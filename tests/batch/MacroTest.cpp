@@ -256,6 +256,22 @@ TEST(Macro, NeverWritesToItsInputs) {
   }
 }
 
+// Names that count in lower case are found as they were typed, also where nobody may look for them.
+TEST(Macro, FindsTypedNamesBelowAFolderThatCannotBeListed) {
+  Program program(kData);
+  program.Folder.Write("Shut/Deep/Rows.csv", "n\n1\n");
+  chmod(program.Folder.Path("Shut/Deep").c_str(), 0777);
+  chmod(program.Folder.Path("Shut").c_str(), 0311);
+  EXPECT_EQ(program.RunMacroAsUser("B_MACRO\nDataFile = @data.txt\nParameterFile = @Shut/Deep/Rows.csv\n"
+                                   "OutputFile = @Shut/Deep/Out%n%.txt\nLogFile = @Shut/Deep/Run.log\n" +
+                                   std::string(kTail)),
+            0)
+      << program.Err;
+  for (const char* name : {"Out1.txt", "run.log"})
+    EXPECT_NE(program.Folder.Read("Shut/Deep/" + std::string(name)), "") << name;
+  chmod(program.Folder.Path("Shut").c_str(), 0755);
+}
+
 // A form that fails in the middle of the first run, as any part may that runs out of memory.
 struct FailingForm : cfgSolve {
   bool Failed = false;

@@ -231,6 +231,11 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
   EXPECT_EQ(findings.Lines, all);
   EXPECT_EQ(findings.Count(), "There were 12 error(s) and 5 warning(s).");
 
+  // A file of results does in the place of an output file.
+  MacroFields lines = CleanFields();
+  lines.OutputFile = "", lines.ResultFile = "all.jsonl";
+  EXPECT_EQ(CheckMacro(lines, models, kPoint).Lines, std::vector<std::string>());
+
   // What an unticked box stands for is not asked for.
   MacroFields unticked = CleanFields();
   unticked.UseSQLQuery = unticked.UseParameterFile = unticked.UseMissingData = unticked.UseLogFile = false;
@@ -310,6 +315,9 @@ class RandomFields {
     f.UseMissingData = Tick();
     f.MissingData = OneOf({"NA", "-999", "="});
     f.OutputFile = OneOf({"Out.txt", "%OUT%"});
+    f.ResultFile = OneOf({"", "All.jsonl"});
+    if (!f.ResultFile.empty() && Tick()) f.OutputFile.clear();  // which is then left out, without a placeholder
+    f.SolveEachRun = Tick(), f.RequireSolution = Tick(), f.StrictStatus = Tick();
     f.OutputFormat = OneOf({"Quorvex", "Structured", "Spreadsheet"});
     f.UseLogFile = Tick();
     f.LogFile = OneOf({"Run.LOG", "/tmp/run.log"});
@@ -358,7 +366,8 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
   if (f.UseMissingData) s.MissingData = f.MissingData;
   s.DataFile = f.DataFile;
   s.DataFirstLine = f.DataFirstLine.empty() ? "1" : ToLower(f.DataFirstLine);
-  s.OutputFile = f.OutputFile;
+  s.OutputFile = f.OutputFile, s.ResultFile = f.ResultFile;
+  s.SolveEachRun = f.SolveEachRun, s.RequireSolution = f.RequireSolution, s.StrictStatus = f.StrictStatus;
   if (f.UseSQLQuery) s.SQLQuery = Joined(f.SQLQuery, '\n', " ");
   s.ColumnOrder = f.ColumnOrder.empty() ? "Default" : f.ColumnOrder;
   s.Weighted = f.Weighted;
@@ -395,7 +404,8 @@ auto Decided(const MacroSetup& s) {
                   s.TableCalcData, s.TableErrorData, s.TableMinMaxError, s.SortKey, s.OutputDelimit, s.OverrideDecimal,
                   s.MissingData, s.DataFile, s.DataFirstLine, s.OutputFile, s.Comment, s.SQLQuery, s.ColumnOrder,
                   s.Weighted, s.LogEnabled, s.LogFile, s.LogSummaryOnly, s.UseParameterFile, s.ParameterFile,
-                  s.PlotFile, s.PlotTemplate, s.PlotModels, s.PlotKind);
+                  s.PlotFile, s.PlotTemplate, s.PlotModels, s.PlotKind, s.ResultFile, s.SolveEachRun, s.RequireSolution,
+                  s.StrictStatus);
 }
 
 std::string Folded(const std::string& text) { return ToLower(Joined(text, ' ', "")); }

@@ -3,13 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
+#include <utility>
 
 #include "Paths.h"
 #include "batch/Program.h"
+#include "batch/RunPart.h"
 #include "core/JsonText.h"
 
 namespace quorvex {
@@ -284,6 +287,93 @@ TEST(ParameterRun, GoesOnBehindARowThatRunsOutOfMemory) {
             std::string("Log Summary:\n").size())
       << program.Log();
   EXPECT_EQ(Verdict(program), "3\n");
+}
+
+TEST(RunPart, PartsATableWithoutGapsOrRepeats) {
+  for (const std::size_t rows : {0U, 1U, 7U, 10U, 1000U})
+    for (const std::size_t count : {1U, 2U, 3U, 10U, 11U, 1'000'000'000U}) {
+      std::size_t next = 0;
+      for (std::size_t part = 1; part <= std::min<std::size_t>(count, 20); ++part) {
+        const RunPart each{part, count};
+        EXPECT_EQ(each.First(rows), next) << rows << "/" << count;
+        EXPECT_EQ(each.End(rows), part * rows / count);
+        next = each.End(rows);
+      }
+      EXPECT_EQ((RunPart{count, count}).End(rows), rows);
+    }
+  for (const char* text : {"0/4", "5/4", "a", "", "1", "1/", "/2", "1/2/3", "-1/2", "1/0", "1.5/2", "1/2x",
+                           "1/1000000001", "99999999999999999999/99999999999999999999"})
+    EXPECT_FALSE(ParseRunPart(text)) << text;
+  const std::pair<const char*, const char*> names[] = {{"run.log", "run.3.log"},
+                                                       {"a.b/run", "a.b/run.3"},
+                                                       {"/x/all.y.jsonl", "/x/all.y.3.jsonl"},
+                                                       {"/x/.hidden", "/x/.hidden.3"},
+                                                       {"C:\\a.b\\c", "C:\\a.b\\c.3"}};
+  for (const auto& [name, part] : names) EXPECT_EQ(NameOfPart(name, 3), part);
+}
+
+TEST(ParameterRun, RunsAPartOfItsTable) {
+  Program program(kData);
+  program.Folder.Write("p.csv", "n\n1\n2\n3\n4\n5\n6\n7\n");
+  program.Folder.Write("macro.cfg", program.InFolder(kHead + "ParameterFile = @p.csv\n" + kLine));
+  const std::string call = "-runcfg " + program.Folder.Path("macro.cfg");
+  std::string runs;
+  for (const char* part : {"1", "2", "3"}) {
+    EXPECT_EQ(program.Run(call + " -PART " + part + "/3"), 0) << program.Err;
+    for (const std::string& line : Lines(program.Folder.Read("all." + std::string(part) + ".jsonl")))
+      runs += ValuesOf(line, "run").at(0) +
+              (ValuesOf(line, "n").at(0) == '"' + ValuesOf(line, "run").at(0) + '"' ? " " : "!");
+    runs += "| ";
+  }
+  EXPECT_EQ(runs, "1 2 | 3 4 | 5 6 7 | ");
+  EXPECT_NE(program.Folder.Read("run.3.log").find("Log Summary:\r\n5: Run Successful\r\n6: "), std::string::npos);
+  for (const char* name : {"run.log", "all.jsonl"}) EXPECT_FALSE(std::filesystem::exists(program.Folder.Path(name)));
+  for (const char* part : {" -part 0/4", " -part 5/4", " -part a", " -part"}) {
+    EXPECT_EQ(program.Run(call + part), 80) << part;
+    EXPECT_NE(program.Err.find("is none: it reads i/n"), std::string::npos) << program.Err;
+  }
+  program.Folder.Write("macro.cfg", program.InFolder(kHead + kLine));
+  EXPECT_EQ(program.Run(call + " -part 1/2"), 80);
+  EXPECT_NE(program.Err.find("has no ParameterFile"), std::string::npos) << program.Err;
+  EXPECT_FALSE(std::filesystem::exists(program.Folder.Path("run.1.log")));
+}
+
+TEST(ParameterRun, GoesOnWithWhatIsMissing) {
+  for (const bool lines : {true, false}) {
+    Program program(kData);
+    program.Folder.Write("p.csv", "n,file\n1,data\n2,late\n3,data\n4,data\n");
+    const std::string macro =
+        program.InFolder(std::string("B_MACRO\nDataFile = @%file%.txt\nLogFile = @run.log\nParameterFile = @p.csv\n") +
+                         (lines ? "ResultFile = @all.jsonl\n" : "OutputFile = @out%n%.txt\n") + kLine);
+    program.Folder.Write("macro.cfg", macro);
+    const std::string call = "-runcfg " + program.Folder.Path("macro.cfg");
+    EXPECT_EQ(program.Run(call), 110);
+    // As a run leaves it that is killed at its last row.
+    if (lines) {
+      const std::string text = program.Folder.Read("all.jsonl");
+      program.Folder.Write("all.jsonl", text.substr(0, text.size() - 20));
+    } else {
+      std::filesystem::remove(program.Folder.Path("out4.txt"));
+    }
+    program.Folder.Write("late.txt", kData);
+    EXPECT_EQ(program.Run(call + " -missing"), 0) << program.Err;
+    const std::string log = program.Log(),
+                      summary = "1: Run Skipped\n2: Run Successful\n3: Run Skipped\n4: Run Successful\n";
+    EXPECT_NE(log.find("2: Run Failed\n"), std::string::npos);  // what was there stays
+    EXPECT_NE(log.find(summary), std::string::npos) << log;
+    if (lines) {
+      EXPECT_EQ(Verdict(program), "5\n");
+      EXPECT_EQ(ValuesOf(Lines(program.Folder.Read("all.jsonl")).back(), "run").at(0), "4");
+    }
+    EXPECT_EQ(program.Run(call + " -missing"), 0);
+    EXPECT_NE(program.Log().find("1: Run Skipped\n2: Run Skipped\n3: Run Skipped\n4: Run Skipped\n"),
+              std::string::npos);
+    if (!lines) continue;
+    // Another row is no answer of this one.
+    program.Folder.Write("p.csv", "n,file\n1,data\n2,late\n33,data\n4,data\n");
+    EXPECT_EQ(program.Run(call + " -missing"), 0);
+    EXPECT_NE(program.Log().find("2: Run Skipped\n3: Run Successful\n4: Run Skipped\n"), std::string::npos);
+  }
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ class Desktop {
   DesktopApplication application_;
 };
 
-int RunMacroWithWindows(const std::string& fileName, char* programName) {
+int RunMacroWithWindows(const MacroRequest& request, char* programName) {
   const Desktop desktop(programName, TakeBackWithoutDisplay);
   cfgSolveWindow form;
   QSocketNotifier end(WatchForEnd(), QSocketNotifier::Read);
@@ -62,7 +62,7 @@ int RunMacroWithWindows(const std::string& fileName, char* programName) {
     end.setEnabled(false);
     form.Aborted = true;
   });
-  return RunMacroMode(fileName, form);
+  return RunMacroMode(request, form);
 }
 
 // Whether an instance was running already, which opens the files.
@@ -110,6 +110,6 @@ int main(int argc, char** argv) {
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
   const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
-  if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(request.TypedName, argv[0]);
+  if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(*request.Macro, argv[0]);
   return RunInteractive(StartCommands(arguments), argv[0]);
 }

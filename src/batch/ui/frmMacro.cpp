@@ -204,13 +204,17 @@ QWidget* frmMacro::InputPage() {
   auto* useParameters = NewUse("Run once for each line of a ta&ble of parameters", "ParameterFile");
   form->addRow("", useParameters);
   auto* parameters = AddFile(*form, "Pa&rameter file:", "ParameterFile", "Parameter File", false);
+  auto* each = NewFlag("Solve at each line, whatever chan&ges", "SolveEachRun");
+  form->addRow("", each);
   auto* useSql = NewUse("Read from a database by a &query", "SQLQuery");
   form->addRow("", useSql);
   auto* sql = NewParagraph(page, "Query", "SQLQuery", "txtSQLQuery", 3);
   form->addRow("Quer&y:", sql);
 
-  for (const auto& [box, field] :
-       {std::pair<QCheckBox*, QWidget*>{missing, marker}, {useParameters, parameters->parentWidget()}, {useSql, sql}}) {
+  for (const auto& [box, field] : {std::pair<QCheckBox*, QWidget*>{missing, marker},
+                                   {useParameters, parameters->parentWidget()},
+                                   {useParameters, each},
+                                   {useSql, sql}}) {
     field->setEnabled(false);
     connect(box, &QCheckBox::toggled, field, &QWidget::setEnabled);
   }
@@ -221,6 +225,7 @@ QWidget* frmMacro::OutputPage() {
   auto* page = new QWidget(this);
   auto* form = new QFormLayout(page);
   AddFile(*form, "Output &file:", "OutputFile", "Output File", true);
+  AddFile(*form, "A line of &JSON a run:", "ResultFile", "Result File", true);
   auto* format = AddChoice(*form, "Fo&rmat:", "OutputFormat", "cmbOutput");
   connect(format, &QComboBox::currentTextChanged, this, &frmMacro::EnableWhatCounts);
   auto* delimiter = AddChoice(*form, "&Delimiter:", "OutputDelimit", "cmbOutputDelimit");
@@ -238,6 +243,9 @@ QWidget* frmMacro::OutputPage() {
   addOption(NewWord("Resid&uals", "TableOutput", "ErrorData", "ckTableErrorData"));
   addOption(NewWord("Smallest and lar&gest residual", "TableOutput", "MinMaxError", "ckTableMinMaxError"));
   addOption(NewFlag("Fit s&tatistics", "OutputFitInfo"));
+
+  form->addRow(new QLabel("Status:", page), NewFlag("Fail where no model can &be solved", "RequireSolution"));
+  form->addRow("", NewFlag("Tell of models that fail or reach the limit", "StrictStatus"));
 
   auto* useLog = NewUse("&Write a log", "LogFile");
   form->addRow(new QLabel("Log:", page), useLog);
