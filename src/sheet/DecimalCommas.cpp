@@ -50,12 +50,13 @@ bool IsMissingWord(std::string_view text) {
   return std::ranges::find(kWords, word) != std::end(kWords);
 }
 
-DecimalCommas FindDecimalCommas(const GridCells& cells, std::size_t firstRow, std::size_t lastRow) {
+DecimalCommas FindDecimalCommas(const GridCells& cells, std::size_t firstRow, std::size_t lastRow,
+                                OtherNumbers others) {
   DecimalCommas found;
   lastRow = std::min(lastRow, cells.GridLastRow());
   for (std::size_t col = 1; col <= cells.GridLastCol(); ++col) {
     Column column(cells, col, firstRow, lastRow);
-    if (column.Points) return {};
+    if (column.Points && others == OtherNumbers::Written) return {};
     if (column.Example.empty() || column.Others) continue;
     found.Columns.push_back(col);
     if (found.Example.empty()) found.Example = std::move(column.Example);

@@ -20,9 +20,13 @@ struct DecimalCommas {
   std::string Example;               // a number of them as it is written, "" where there is none
 };
 
+// Whether the other cells were numbers already, as in a spreadsheet, or were read from a text.
+enum class OtherNumbers { Stored, Written };
+
 // The columns that hold such numbers from `firstRow` to `lastRow`: each of their cells is one, a whole number, missing
-// or empty. None at all where another column has numbers with a point, for there a comma means something else.
-DecimalCommas FindDecimalCommas(const GridCells& cells, std::size_t firstRow, std::size_t lastRow);
+// or empty. None at all where a number is written with a point, for there a comma means something else.
+DecimalCommas FindDecimalCommas(const GridCells& cells, std::size_t firstRow, std::size_t lastRow,
+                                OtherNumbers others = OtherNumbers::Written);
 
 // "The numbers have decimal commas: 0,5."
 std::string DecimalCommaNotice(const std::string& example);

@@ -8,6 +8,7 @@
 
 #include "core/NumberText.h"
 #include "sheet/CellEntry.h"
+#include "sheet/ColumnNames.h"
 #include "sheet/SheetEdit.h"
 
 namespace quorvex {
@@ -21,10 +22,11 @@ std::size_t RowNumber(std::string_view digits) {
   return error == std::errc() && stop == end && row <= kMostSheetRows ? row : 0;
 }
 
-// The column that a header names, 0 for none.
+// The column of that name, or else the first with that header; 0 for none.
 std::size_t ColumnOfHeader(const DataSheet& sheet, std::string_view header) {
-  for (std::size_t col = 1; col <= sheet.ColumnCount(); ++col)
-    if (EqualNoCase(Trim(sheet.Headers[col - 1]), header)) return col;
+  for (const std::vector<std::string>& names : {ColumnNames(sheet.Headers), sheet.Headers})
+    for (std::size_t col = 1; col <= names.size(); ++col)
+      if (!header.empty() && EqualNoCase(Trim(names[col - 1]), header)) return col;
   return 0;
 }
 

@@ -175,6 +175,27 @@ TEST(TextImport, OffersDecimalCommasByWholeColumns) {
   }
 }
 
+TEST(SpreadsheetImport, OffersDecimalCommasOfTexts) {
+  DataSheet sheet(1, false);
+  LocaleText locale;
+  auto import = std::move(*SpreadsheetImport::Open(TestData("spreadsheets/commas.ods"), sheet));
+  ASSERT_TRUE(import->Preview());
+  import->ImportText = std::to_string(import->FirstDataLine(locale));
+  import->ReadHeadings(locale);
+  EXPECT_EQ(import->Columns.lstColumns(), (Texts{"t", "p", "note"}));
+  LocaleText commas;
+  commas.DecimalSeparator = ',';
+  EXPECT_FALSE(import->Offer(commas));  // they are numbers there
+  const auto offer = import->Offer(locale);
+  ASSERT_TRUE(offer);
+  EXPECT_EQ(offer->Notice, "The numbers have decimal commas: 1,5.");
+  import->TakeOffer(locale);
+  EXPECT_FALSE(import->Offer(locale));
+  const auto preview = import->Preview();
+  EXPECT_EQ(RowTexts(*preview, 2), (Texts{"t p", "0.5 1.5", "1.5 -0.25", "2 NA"}));
+  EXPECT_EQ(preview->GridCellText(3, 3), "1,5");  // in a column of other texts
+}
+
 TEST(IsUnit, KnowsUnitsFromNames) {
   for (const char* unit : {"s", "mV", "(any)", "[arb]", "-", "kg*m^2", "mol/l", "m s-1", "1/s",
                            "\xC2\xB5"

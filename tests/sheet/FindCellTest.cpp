@@ -63,6 +63,10 @@ TEST(GoToCell, ReadsAReference) {
     ASSERT_TRUE(place) << c.Reference;
     EXPECT_EQ(*place, c.Place) << c.Reference;
   }
+  sheet.Sheet.Headers = {"rate", "Rate", "rate", ""};
+  EXPECT_EQ(GoToCell(sheet.Sheet, "rate (column 3):5", sheet.User), (CellPlace{5, 3}));
+  EXPECT_EQ(GoToCell(sheet.Sheet, "rate:5", sheet.User), (CellPlace{5, 2}));  // the only one called so
+  EXPECT_EQ(GoToCell(sheet.Sheet, "Column 4:5", sheet.User), (CellPlace{5, 4}));
   for (const char* const bad : {"", "A", "12", "E1", "A0", "A65537", "A-1", "A1.5", "AA1", "1A", "Y:", ":3", "Z:3",
                                 "A1:B2", "$", "A1 2", "A99999999999999999999999"}) {
     sheet.User.Said.clear();

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <QTableView>
 
@@ -415,6 +416,34 @@ TEST_F(Import, TakesWhatItHasShown) {
   Start(file);
   EXPECT_EQ(dialogs.Said, Texts());
   EXPECT_EQ(Rows(), (Texts{"1 2", "3 4"}));
+}
+
+TEST_F(Import, GivesEveryListOfColumnsTheirNames) {
+  dialogs.Do([](QDialog& form) { Click(form, "Finish"); });
+  Start(folder.Write("runs.csv", "dose,rate,rate,error\n1,2,3,4\n2,5,3,1\n3,1,7,1\n4,4,4,4\n"));
+  for (const char* command : {"mnuDataFill", "mnuDataSort", "mnuDataCombine", "mnuDataZeroNegative", "mnuDataVarSelect",
+                              "mnuPlotColumns", "mnuFileDerive"}) {
+    SCOPED_TRACE(command);
+    QStringList shown;
+    dialogs.Do([&](QDialog& form) {
+      if (auto* column = form.findChild<QSpinBox*>("UpDnXCol")) column->setValue(3);
+      for (const QComboBox* box : form.findChildren<QComboBox*>())
+        for (int i = 0; i < box->count(); ++i) shown << box->itemText(i);
+      for (const QListWidget* list : form.findChildren<QListWidget*>())
+        for (int i = 0; i < list->count(); ++i) shown << list->item(i)->text();
+      for (const QCheckBox* box : form.findChildren<QCheckBox*>()) shown << box->text();
+      for (const QLabel* label : form.findChildren<QLabel*>()) shown << label->text();
+      shown << form.windowTitle();
+      form.reject();
+    });
+    Select(1, 1, 4, 4);
+    if (std::string(command) == "mnuDataFill") Select(1, 2, 4, 2);
+    Trigger(command);
+    // The variable selection chooses among the columns of X.
+    EXPECT_EQ(shown.filter("rate (column 2)").isEmpty(), false);
+    EXPECT_EQ(shown.filter("rate (column 3)").isEmpty(), std::string(command) == "mnuDataVarSelect");
+    EXPECT_TRUE(shown.filter(QRegularExpression("Column [0-9]")).isEmpty()) << shown.join('|').toStdString();
+  }
 }
 
 // The designed sentence, and the kind that it asks for.

@@ -38,7 +38,8 @@ bool SpreadsheetImport::ChooseSheet(const std::string& name, Prompter& user) {
 
 DecimalCommas SpreadsheetImport::Commas(const LocaleText& locale) const {
   if (locale.DecimalSeparator != '.' || StartRow(locale) > static_cast<double>(kMostSheetRows)) return {};
-  return FindDecimalCommas(*cells_, static_cast<std::size_t>(StartRow(locale)), cells_->GridLastRow());
+  return FindDecimalCommas(*cells_, static_cast<std::size_t>(StartRow(locale)), cells_->GridLastRow(),
+                           OtherNumbers::Stored);
 }
 
 std::optional<DataImport::OtherReading> SpreadsheetImport::Offer(const LocaleText& locale) const {

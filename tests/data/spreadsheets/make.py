@@ -7,6 +7,7 @@ runs.ods, runs.xlsx: three sheets in both formats with the same cells, so that o
   Empty one   nothing
 office.ods, office.xlsx: the same as LibreOffice 7.4 writes them; made once, not by this script, with
   soffice --headless --convert-to xlsx --outdir x runs.ods; soffice --headless --convert-to ods --outdir x runs.xlsx
+commas.ods: texts with decimal commas beside numbers.
 protected.*: only what tells that a file is encrypted. long.ods: 70,000 equal
 rows. The others are small files that ask for huge sheets.
 """
@@ -139,6 +140,10 @@ ods("runs.ods", [
      ods_row('<table:table-cell table:number-columns-repeated="2"/>', ods_cell("float", "2", "2")) +
      ods_row('<table:table-cell table:number-columns-repeated="2"/>', ods_cell("float", "6", "6"))),
     ("Empty one", "")])
+
+ods("commas.ods", [("Sheet1", ods_row(*[ods_cell("string", text=text) for text in ("t", "p", "note")]) + "".join(
+    ods_row(ods_cell("float", t), ods_cell("string", text=p), ods_cell("string", text=note))
+    for t, p, note in (("0.5", "1,5", "a, b"), ("1.5", "-,25", "1,5"), ("2", "NA", ""))))])
 
 rows = ods_row(ods_cell("float", "1"))
 ods("protected.ods", [("Sheet1", rows)], '<manifest:encryption-data manifest:checksum="AAAA"/>')
