@@ -52,9 +52,7 @@ Page PageOfSolutions(ResultPlotKind kind, std::vector<SolvedItem> solutions, con
     return CurvesPage(solutions, sheet, settings, locale, warnings);
   if (solutions.size() > 1)
     warnings.emplace_back("Only one model at a time can be displayed on this kind of plot, which shows the best.");
-  const Result<GatheredData> data = GatherData(sheet, PointOrder::OfSheet);
-  if (!data) return Failure{data.error()};
-  return PlotOfResults(kind, solutions.front(), *data, sheet, settings, locale);
+  return PlotOfResults(kind, solutions.front(), GatherData(sheet, PointOrder::OfSheet), sheet, settings, locale);
 }
 
 // Creates a plot that failed with all of its models, without those that have no value somewhere on its scales. Why that

@@ -6,6 +6,8 @@
 #include "desktop/ProjectMenus.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
+#include "project/ChangeColumns.h"
+#include "project/ui/NewProj.h"
 #include "results/ui/frmSmooth.h"
 #include "selection/ui/frmVarSelect.h"
 #include "sheet/AverageReplicates.h"
@@ -43,6 +45,16 @@ void VariableSelection(quorvexWindow& window) {
   ShowVariableSelection(&window, project.Sheet, project.Locale, window.Preferences(), window.User());
 }
 
+void Columns(quorvexWindow& window) {
+  window.Run([&](const SheetEdit& edit) {
+    const ProjectKind present{edit.Sheet.IndependentVariables, edit.Sheet.HasStandardDeviation};
+    const auto kind = AskProjectKind(&window, present, "Columns",
+                                     "Fewer variables take away the last columns X. Exchange Columns in the Edit menu "
+                                     "moves another one there.");
+    return kind && ChangeColumns(window.Document(), edit, *kind);
+  });
+}
+
 }  // namespace
 
 std::vector<ProjectCommand> DataMenu() {
@@ -56,6 +68,7 @@ std::vector<ProjectCommand> DataMenu() {
       {"mnuDataZeroPositive", "Zero &Positive Data...", {}, ShowDialog<ShowZeroSelect, ZeroSign::Positive>},
       {"mnuDataAverage", "&Average Replicates", {}, Average},
       {"mnuDataSmooth", "S&mooth...", {}, Smooth},
+      {"mnuDataColumns", "Col&umns...", {}, Columns},
       {},
       {"mnuDataStatistics", "&Statistics...", {}, Statistics},
       {"mnuDataVarSelect", "&Variable Selection...", {}, VariableSelection},

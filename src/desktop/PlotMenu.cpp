@@ -77,8 +77,7 @@ void PlotResults(quorvexWindow& window, ResultPlotKind kind, const std::vector<S
   const Project& project = window.Document();
   const auto solution = SingleSolution(kind, solutions, project.Sheet.IndependentVariables, window.User());
   if (!solution) return;
-  const Result<GatheredData> data = GatherData(project.Sheet, PointOrder::OfSheet);
-  if (!data) return window.User().Refuse(data.error());
+  const GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
   std::size_t scatterType = 0;
   if (kind == ResultPlotKind::Residuals && solution->Model != nullptr) {
     const auto chosen = ShowScatterType(&window, project.Sheet);
@@ -87,7 +86,7 @@ void PlotResults(quorvexWindow& window, ResultPlotKind kind, const std::vector<S
   }
   auto plot = [&] {
     const BusyCursor busy;
-    return PlotOfResults(kind, *solution, *data, project.Sheet, window.Preferences(), project.Locale, scatterType);
+    return PlotOfResults(kind, *solution, data, project.Sheet, window.Preferences(), project.Locale, scatterType);
   }();
   if (plot && kind == ResultPlotKind::Model) LeaveModelsOnly(**plot, window.Preferences());
   Open(window, std::move(plot));

@@ -111,11 +111,12 @@ void SheetModel::SetRelativeWidth(int column, double width) {
   emit Edited();
 }
 
-// A reset would forget what is selected, so it is left to where there are rows the view does not know.
+// A reset would forget what is selected, so it is left to where there are rows or columns the view does not know.
 void SheetModel::Reload() {
-  if (rowCount() != rows_) {
+  if (rowCount() != rows_ || columnCount() != columns_) {
     beginResetModel();
     rows_ = rowCount();
+    columns_ = columnCount();
     endResetModel();
   } else {
     emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);

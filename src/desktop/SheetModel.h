@@ -43,7 +43,7 @@ class SheetModel : public QAbstractTableModel {
  private:
   Project& project_;
   const SheetEdit& edit_;
-  int rows_ = 0;  // that the view knows of
+  int rows_ = 0, columns_ = 0;  // that the view knows of
 };
 
 }  // namespace quorvex

@@ -126,6 +126,7 @@ void SheetView::SetSheet(SheetModel* sheet) {
   setModel(sheet);
   // Behind the selection's own answer to the signal, which is to forget the current cell.
   connect(sheet, &SheetModel::modelReset, this, &SheetView::StandAgain);
+  connect(sheet, &SheetModel::modelReset, this, &SheetView::ShowFormats);
   connect(sheet, &SheetModel::headerDataChanged, this, &SheetView::ShowFormats);
   StandAgain();
   ShowFormats();

@@ -34,4 +34,6 @@ std::unique_ptr<GroupStore> SolveDialogs::OpenGroupStore(std::size_t independent
   return OpenGroupFile(independentVariables);
 }
 
+void SolveDialogs::GoTo(const CellPlace& cell) { window_.GoTo(cell); }
+
 }  // namespace quorvex

@@ -20,6 +20,7 @@ class SolveDialogs : public SolveWindows {
   std::unique_ptr<SolveProgress> OpenProgress() override;
   void RunEnded() override;
   std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) override;
+  void GoTo(const CellPlace& cell) override;
 
  private:
   quorvexWindow& window_;

@@ -50,9 +50,7 @@ Result<SeriesList> SeriesOfProject(const std::string& fileName, std::size_t vari
   const std::size_t own = project->Sheet.IndependentVariables;
   if (own != variables && (own == 1 || variables == 1)) return OtherVariables(fileName, "project", own, variables);
   if (own > kMostPlottedVariables) return Failure{kNoPlotOfManyVariables};
-  const Result<GatheredData> gathered = GatherData(project->Sheet, PointOrder::OfSheet);
-  if (!gathered) return Failure{gathered.error()};
-  const SolveData& points = gathered->Points;
+  const SolveData points = GatherData(project->Sheet, PointOrder::OfSheet).Points;
   if (points.N() == 0) return SeriesList();
 
   const std::vector<SolvedItem> solutions = SolvedItems(*project, 0);

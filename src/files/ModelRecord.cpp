@@ -193,10 +193,7 @@ void SolvedModelReader::ReadSolvedModel(RecordReader& io) {
 
 const SolveData& SolvedModelReader::Points() {
   if (points_) return *points_;
-  Result<GatheredData> gathered = GatherData(project_.Sheet);
-  points_.emplace();
-  points_->X.resize(project_.Sheet.IndependentVariables);
-  if (gathered) points_ = std::move(gathered->Points);
+  points_ = GatherData(project_.Sheet).Points;
   return *points_;
 }
 

@@ -12,7 +12,7 @@ ProjectEditor::ProjectEditor(Project& project, const Settings& settings, Prompte
            [this](const UndoLabel& label, const CellRange& range) { Push(label, range); }},
       project_(project),
       settings_(settings) {
-  undo_.Init(project.Sheet);
+  undo_.Init(project.Sheet, project.Locale);
 }
 
 UndoOutcome ProjectEditor::UpdateUndoMenu(int& action, const UndoLabel* label, const CellRange& range) {
@@ -54,14 +54,18 @@ UndoOutcome ProjectEditor::EditUndo() {
 
 UndoOutcome ProjectEditor::EditRedo() {
   if (!Menu.RedoEnabled) return {};
-  const std::vector<ModelClass*> solved = SolvedModels();
+  std::vector<ModelClass*> solved = SolvedModels();
   const UndoOutcome outcome = undo_.RedoEvent(project_.Models, project_.Interpolations);
   int action = kPushUndo;
   if (!outcome.Ok)
     StopUndo("An error occurred with the UNDO feature.", action);
   else
     Tell(outcome);
-  if (outcome.DataRestored) DropSolutions(solved);  // as when the operation was made first
+  // As when the operation was made first. With other columns there are other models.
+  std::erase_if(solved, [&](const ModelClass* model) {
+    return std::ranges::none_of(project_.Models, [&](const auto& there) { return there.get() == model; });
+  });
+  if (outcome.DataRestored) DropSolutions(solved);
   return outcome;
 }
 

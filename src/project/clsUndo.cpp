@@ -32,6 +32,7 @@ UndoOutcome clsUndo::Restore(Snapshots& from, Snapshots& opposite, ModelCollecti
     if (item.Extent() == UndoExtent::Formats) item.RecoverFormat(*grid_);
     if (item.HasHeaders()) item.RecoverHeaders(*grid_);
     if (item.HasData()) {
+      item.RecoverModels(*grid_, locale_, regressionList);
       item.RecoverData(*grid_);
       outcome.DataRestored = item.Extent() != UndoExtent::Models;
       // An empty list is put back too: before the first solve nothing was solved.

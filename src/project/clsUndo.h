@@ -27,9 +27,10 @@ struct UndoOutcome {
 // operations on the whole sheet cost a sheet.
 class clsUndo {
  public:
-  // The sheet that is watched; it outlives the stack.
-  void Init(DataSheet& grid) {
+  // The sheet that is watched, which outlives the stack, and the locale that its models are written in.
+  void Init(DataSheet& grid, const LocaleText& locale) {
     grid_ = &grid;
+    locale_ = locale;
     enabled_ = true;
   }
 
@@ -77,6 +78,7 @@ class clsUndo {
   Snapshots EventList_;  // the newest last
   Snapshots RedoList_;   // of what was taken back, the last last
   DataSheet* grid_ = nullptr;
+  LocaleText locale_;
   bool enabled_ = false;
 };
 

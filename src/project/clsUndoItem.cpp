@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/LoadModelCatalog.h"
 #include "engine/UserModel.h"
 
 namespace quorvex {
@@ -27,6 +28,10 @@ void clsUndoItem::Copy(const DataSheet& grid, const CellRange& range, const Mode
   if (HasHeaders()) CopyHeaders(grid);
   if (!HasData()) return;
   CopyData(grid, range);
+  if (extent_ == UndoExtent::Columns) {
+    for (const auto& model : regressionList)
+      if (model->UserType) userModels_.push_back(model->CopyTo());
+  }
   CopyRegression(regressionList);
   CopyInterpolation(interpolationList);
 }
@@ -72,6 +77,9 @@ void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
     case UndoExtent::Import:
       cells_ = grid.Cells;
       break;
+    case UndoExtent::Columns:
+      sheet_ = grid;
+      break;
     case UndoExtent::DeletedRows:
       // A row goes with all its columns, whichever of them were selected.
       range_.FirstCol = 1;
@@ -86,11 +94,22 @@ void clsUndoItem::CopyData(const DataSheet& grid, const CellRange& range) {
   }
 }
 
+void clsUndoItem::RecoverModels(const DataSheet& grid, const LocaleText& locale,
+                                ModelCollection& regressionList) const {
+  if (extent_ != UndoExtent::Columns || grid.IndependentVariables == sheet_->IndependentVariables) return;
+  regressionList = {};
+  LoadModelCatalog(regressionList, static_cast<int>(sheet_->IndependentVariables), locale);
+  for (const auto& model : userModels_) regressionList.Add(model->id, model->CopyTo());
+}
+
 void clsUndoItem::RecoverData(DataSheet& grid) const {
   switch (Extent()) {
     case UndoExtent::WholeSheet:
     case UndoExtent::Import:
       grid.Cells = cells_;
+      break;
+    case UndoExtent::Columns:
+      grid = *sheet_;
       break;
     case UndoExtent::InsertedRows:
       grid.Cells.GridDeleteRows(range_.FirstRow, range_.Rows());

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,6 +39,9 @@ class clsUndoItem {
   void RecoverInterpolation(std::vector<InterpClass>& interpolationList) const;
 
   void RecoverData(DataSheet& grid) const;
+  // Makes the list that of the saved columns, where it is for another number of variables: the catalogue and the user's
+  // models. To be called before RecoverData.
+  void RecoverModels(const DataSheet& grid, const LocaleText& locale, ModelCollection& regressionList) const;
   void CopyFormat(const DataSheet& grid) { formats_ = grid.Formats; }
   void RecoverFormat(DataSheet& grid) const { grid.Formats = formats_; }
   void CopyHeaders(const DataSheet& grid) { headers_ = grid.Headers; }
@@ -58,6 +62,8 @@ class clsUndoItem {
   UndoExtent extent_;
   CellRange range_;
   GridCells cells_;
+  std::optional<DataSheet> sheet_;                       // where its columns change
+  std::vector<std::unique_ptr<ModelClass>> userModels_;  // of those columns
   std::vector<std::string> headers_;
   std::vector<ColumnFormat> formats_;
   std::vector<std::unique_ptr<ModelClass>> regressions_;

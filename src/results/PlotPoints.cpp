@@ -41,8 +41,6 @@ Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> 
   const bool weighted = sheet.HasStandardDeviation && columns.back() == dependent;
   if (weighted) columns.push_back(deviation);
   GridCells cells;
-  // A refusal names the row of the sheet and not that of the selection.
-  cells.FirstLine = firstRow;
   if (lastRow >= firstRow)
     for (std::size_t as = 1; const std::size_t col : columns) {
       if (col == kRowNumbers)
@@ -52,11 +50,11 @@ Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> 
         cells.PutRange({1, as, lastRow - firstRow + 1, as}, sheet.Cells.CopyRange({firstRow, col, lastRow, col}));
       ++as;
     }
-  Result<LoadedGrid> loaded =
-      LoadGridData(std::move(cells), {.IndependentVariables = variables, .Weighted = weighted, .KeepUnsorted = true});
-  if (!loaded) return Failure{loaded.error()};
-  if (loaded->Unsorted.N() < kFewestPointsToPlot) return Failure{kTooFewPointsToPlot};
-  return std::move(loaded->Unsorted);
+  LoadedGrid loaded =
+      *LoadGridData(std::move(cells),
+                    {.IndependentVariables = variables, .Weighted = weighted, .KeepUnsorted = true, .SkipTexts = true});
+  if (loaded.Unsorted.N() < kFewestPointsToPlot) return Failure{kTooFewPointsToPlot};
+  return std::move(loaded.Unsorted);
 }
 
 Result<PlotPoints> SheetPoints(const DataSheet& sheet) {

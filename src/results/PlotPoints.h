@@ -35,8 +35,8 @@ inline constexpr std::size_t kRowNumbers = 0;
 inline constexpr std::size_t kAllRows = std::numeric_limits<std::size_t>::max();
 
 // The points over these columns, those of the X's first and that of Y last. Points are the rows with a number in all of
-// them; the standard deviations come with the Y that they belong to. Fails where there are fewer than two points, or a
-// text among them.
+// them, and in the standard deviations, which come with the Y that they belong to and may be missing. Fails where there
+// are fewer than two points.
 Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> columns, std::size_t firstRow = 1,
                                std::size_t lastRow = kAllRows);
 

@@ -184,19 +184,19 @@ double TableAxis::Value(std::size_t i) const {
 std::optional<TableExport> TableExport::Begin(const std::vector<SolvedItem>& solved,
                                               const std::vector<SolvedItem>& selected, const DataSheet& sheet,
                                               const LocaleText& locale, Prompter& user) {
-  Result<GatheredData> data = GatherData(sheet, PointOrder::OfSheet);
+  SolveData data = GatherData(sheet, PointOrder::OfSheet).Points;
   if (solved.empty())
     user.Refuse("There are no solved equations to export.");
   else if (selected.empty())
     user.Refuse("Please select at least 1 equation to export.");
   else if (selected.size() > kMostEquations)
     user.Refuse("No more than 200 equations can be included in the table at a time.");
-  else if (!data)
+  else if (data.N() == 0)
     user.Refuse("Error initializing Data Table Export window.");
   else {
     TableExport begun;
     begun.equations_ = selected;
-    begun.data_ = std::move(data->Points);
+    begun.data_ = std::move(data);
     begun.variableNames_ = quorvex::VariableNames(sheet);
     begun.locale_ = locale;
     return begun;

@@ -63,8 +63,8 @@ std::optional<Project> ProjectOf(const SubsetFit& fit, const SelectionData& data
   if (data.Weighted) add(sheet.Headers[column], data.SD);
 
   ModelClass* const model = LinearModel(project, fit.Intercept.has_value());
-  const Result<GatheredData> points = GatherData(sheet);
-  if (model == nullptr || !points) return std::nullopt;
+  const GatheredData points = GatherData(sheet);
+  if (model == nullptr) return std::nullopt;
   const std::vector<SubsetCoefficient> coefficients = InModelOrder(fit, *model);
   std::vector<ICRange> starts;
   for (std::size_t i = 0; i < coefficients.size(); ++i) {
@@ -77,14 +77,14 @@ std::optional<Project> ProjectOf(const SubsetFit& fit, const SelectionData& data
   model->SetICRange(starts);
   std::string log;
   SolveForm unattended;
-  if (!model->Fit(points->Points, Settings(), log, unattended)) return std::nullopt;
+  if (!model->Fit(points.Points, Settings(), log, unattended)) return std::nullopt;
   for (std::size_t i = 0; i < coefficients.size(); ++i) {
     model->SetValue(static_cast<int>(i) + 1, coefficients[i].Value);
     model->SetCovariance(static_cast<int>(i) + 1, coefficients[i].Variance);
   }
   model->SetICRange(std::move(starts));
   model->SpecifyICComplete = false;
-  if (!model->GetGoodnessOfFit(points->Points, model->NumDependentVar())) return std::nullopt;
+  if (!model->GetGoodnessOfFit(points.Points, model->NumDependentVar())) return std::nullopt;
   return project;
 }
 

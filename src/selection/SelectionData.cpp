@@ -116,17 +116,15 @@ Result<SelectionData> Prepared(const GatheredData& data, const DataSheet& sheet,
 }  // namespace
 
 std::optional<GatheredData> GatherForSelection(const DataSheet& sheet, const Settings& settings, Prompter& user) {
-  Result<GatheredData> data = GatherData(sheet, PointOrder::OfSheet);
-  if (!data) {
-    user.Refuse(data.error());
+  GatheredData data = GatherData(sheet, PointOrder::OfSheet);
+  if (data.Points.N() < 3) {
+    const std::string texts = TextRowsText(data, sheet);
+    user.Refuse(texts + (texts.empty() ? "" : " ") +
+                "You need at least 3 data points in order to perform variable selection.");
     return std::nullopt;
   }
-  if (data->Points.N() < 3) {
-    user.Refuse("You need at least 3 data points in order to perform variable selection.");
-    return std::nullopt;
-  }
-  if (!MayLeaveOut(data->IncompleteRows, settings, user)) return std::nullopt;
-  return std::move(*data);
+  if (!MayLeaveOut(data, sheet, settings, user)) return std::nullopt;
+  return data;
 }
 
 Result<SelectionData> PrepareSelection(const GatheredData& data, const DataSheet& sheet, const VarSelect& choices,

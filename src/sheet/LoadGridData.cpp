@@ -63,7 +63,10 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
       if (xMissing != yMissing) loaded.HadPartialRow = true;
       continue;
     }
-    if (std::string why = WhyNoPoint(cells, columns, row); !why.empty()) return Failure{std::move(why)};
+    if (std::string why = WhyNoPoint(cells, columns, row); !why.empty()) {
+      if (options.SkipTexts) continue;
+      return Failure{std::move(why)};
+    }
     if (points != row)
       for (auto& column : columns) column[points] = column[row];
     if (options.Weighted && GridCells::IsEmpty(columns[sdColumn][points])) columns[sdColumn][points] = 1;

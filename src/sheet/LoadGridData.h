@@ -12,6 +12,7 @@ struct LoadOptions {
   std::size_t IndependentVariables = 1;
   bool Weighted = false;      // reads the standard deviations
   bool KeepUnsorted = false;  // also delivers the points in the order of the grid
+  bool SkipTexts = false;     // a row with a text is left out, silently
 };
 
 struct LoadedGrid {
@@ -25,9 +26,9 @@ struct LoadedGrid {
 // skipped and flagged. An empty standard deviation is 1. With one independent variable the points are sorted by
 // ascending X; equal X keep their order.
 //
-// Fails where a cell of a would-be point holds a text: "Line N: 'text' is not a number.", N being the line of the file,
-// for the first such cell row by row, X before Y before the standard deviation; "Row N, column 'name': ..." where the
-// columns have names. No point at all is no failure.
+// Fails where a cell of a would-be point holds a text, unless such rows are skipped: "Line N: 'text' is not a number.",
+// N being the line of the file, for the first such cell row by row, X before Y before the standard deviation; "Row N,
+// column 'name': ..." where the columns have names. No point at all is no failure.
 //
 // The columns of the grid become those of the points without a copy; a caller that needs the grid hands in a copy.
 Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options);

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "sheet/CellEntry.h"
 #include "sheet/DecimalCommas.h"
+#include "sheet/IncomingCells.h"
 #include "sheet/ParseDelimitedLines.h"
 
 namespace quorvex {
@@ -18,14 +20,31 @@ struct Block {
   std::size_t Rows = 0, Cols = 0;
 };
 
-// The most cells that one of the first `lines` lines of the text has.
-std::size_t WidestLine(std::string_view text, std::size_t lines) {
-  std::size_t widest = 0;
-  for (; lines > 0 && !text.empty(); --lines) {
+// How many lines a text has, and how many cells its widest line.
+struct TextSize {
+  std::size_t Lines = 0, Cells = 0;
+};
+
+// Of the first `limit` lines, with all cells that tabs make; or of those lines and cells that hold anything.
+TextSize SizeOf(std::string_view text, std::size_t limit) {
+  TextSize size;
+  for (; size.Lines < limit && !text.empty(); ++size.Lines) {
     const std::string_view line = TakeLine(text);
-    widest = std::max(widest, static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')) + 1);
+    size.Cells = std::max(size.Cells, static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')) + 1);
   }
-  return widest;
+  return size;
+}
+
+TextSize FilledSizeOf(std::string_view text) {
+  TextSize size;
+  for (std::size_t number = 1; !text.empty(); ++number) {
+    const std::string_view line = TakeLine(text);
+    const std::size_t end = line.find_last_not_of("\t ");
+    if (end == std::string_view::npos) continue;
+    const auto tabs = std::count(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(end), '\t');
+    size = {number, std::max(size.Cells, static_cast<std::size_t>(tabs) + 1)};
+  }
+  return size;
 }
 
 // The parser knows the locale's numbers. In a sheet a date is a number too, and so is one with a point from a program
@@ -66,7 +85,7 @@ Block ReadBlock(std::string_view text, const LocaleText& locale, CellOrder order
   format.ColumnLimit = order == CellOrder::Rotated ? rows : cols;
   DelimitedLines parsed = ParseDelimitedLines(text, format);
   // The parser stores no empty cells at line ends, but they are to empty those of the sheet.
-  Block block{std::move(parsed.Cells), parsed.Rows, std::min(format.ColumnLimit, WidestLine(text, format.LineLimit))};
+  Block block{std::move(parsed.Cells), parsed.Rows, std::min(format.ColumnLimit, SizeOf(text, format.LineLimit).Cells)};
   ReadOtherNumbers(block, locale);
   if (order == CellOrder::Kept) return block;
   return {Rotated(block.Cells, block.Rows, block.Cols), block.Cols, block.Rows};
@@ -82,6 +101,15 @@ void OfferDecimalCommas(Block& block, const SheetEdit& edit) {
       ReadDecimalCommas(block.Cells, commas.Columns, first, block.Rows);
     return;
   }
+}
+
+// Takes the first row off a block; "" for an empty cell.
+std::vector<std::string> TakeFirstRow(Block& block) {
+  std::vector<std::string> texts;
+  for (std::size_t col = 1; col <= block.Cols; ++col) texts.emplace_back(Trim(block.Cells.GridCellText(1, col)));
+  block.Cells.GridDeleteRows(1, 1);
+  --block.Rows;
+  return texts;
 }
 
 }  // namespace
@@ -111,12 +139,29 @@ std::string ClipboardText(const GridCells& cells, const CellRange& range, const 
 bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, CellOrder order,
                const UndoLabel& label) {
   if (row > kMostSheetRows || col > edit.Sheet.ColumnCount()) return false;
-  Block block = ReadBlock(text, edit.Locale, order, kMostSheetRows - row + 1, edit.Sheet.ColumnCount() - col + 1);
+  DataSheet& sheet = edit.Sheet;
+  const std::size_t rows = kMostSheetRows - row + 1, cols = sheet.ColumnCount() - col + 1;
+  // One row more than there is room for: the first may be headings.
+  Block block = ReadBlock(text, edit.Locale, order, rows + 1, cols);
   if (block.Rows == 0 || block.Cols == 0) return false;
   OfferDecimalCommas(block, edit);
+  const bool named = FirstRowIsHeadings(block.Cells) && edit.User.Ask(kHeadingsQuestion);
+  const std::vector<std::string> names = named ? TakeFirstRow(block) : std::vector<std::string>();
+  block.Rows = std::min(block.Rows, rows);
   const CellRange target{row, col, row + block.Rows - 1, col + block.Cols - 1};
   edit.PushUndo(label, target);
-  edit.Sheet.Cells.PutRange(target, block.Cells);
+  for (std::size_t i = 0; i < names.size(); ++i)
+    if (!names[i].empty()) sheet.Headers[col - 1 + i] = names[i];
+  sheet.Cells.PutRange(target, block.Cells);
+
+  IncomingCells incoming;
+  incoming.CountTexts(sheet, target);
+  TextSize all = FilledSizeOf(text);
+  if (order == CellOrder::Rotated) std::swap(all.Lines, all.Cells);
+  const auto beyond = [](std::size_t count, std::size_t room) { return count > room ? count - room : 0; };
+  incoming.RowsBeyond = beyond(all.Lines, rows + (named ? 1 : 0));
+  incoming.ColumnsBeyond = beyond(all.Cells, cols);
+  if (const std::string summary = incoming.Summary(sheet); !summary.empty()) edit.User.Inform(summary);
   return true;
 }
 

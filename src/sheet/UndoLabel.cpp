@@ -28,9 +28,9 @@ constexpr Row kRows[] = {
     {UndoOperation::Scale, "Scale", UndoExtent::Cells},
     {UndoOperation::Translate, "Translate", UndoExtent::Cells},
     {UndoOperation::Combine, "Combine", UndoExtent::Cells},
-    {UndoOperation::Paste, "Paste", UndoExtent::Cells},
-    {UndoOperation::PasteSpecial, "Paste Special", UndoExtent::Cells},
-    {UndoOperation::PasteRotated, "Paste Rotated", UndoExtent::Cells},
+    {UndoOperation::Paste, "Paste", UndoExtent::HeadersAndCells},
+    {UndoOperation::PasteSpecial, "Paste Special", UndoExtent::HeadersAndCells},
+    {UndoOperation::PasteRotated, "Paste Rotated", UndoExtent::HeadersAndCells},
     {UndoOperation::DeleteSelection, "Delete Selection", UndoExtent::DeletedRows},
     {UndoOperation::InsertRows, "Insert Row(s)", UndoExtent::InsertedRows},
     {UndoOperation::ClearSheet, "Clear Sheet", UndoExtent::WholeSheet},
@@ -45,6 +45,8 @@ constexpr Row kRows[] = {
     {UndoOperation::Solve, "Solve", UndoExtent::Models},
     {UndoOperation::ClearFits, "Clear Fits", UndoExtent::Models},
     {UndoOperation::ModifyParameters, "Modify Parameters", UndoExtent::Models},
+    {UndoOperation::ChangeColumns, "Change Columns", UndoExtent::Columns},
+    {UndoOperation::Replace, "Replace", UndoExtent::Cells},
 };
 
 constexpr const Row& RowOf(UndoOperation operation) { return kRows[static_cast<std::size_t>(operation)]; }

@@ -15,6 +15,7 @@ enum class UndoExtent {
   InsertedRows,     // where rows were inserted, and how many
   WholeSheet,       // every cell
   Import,           // every cell and the headers of all columns
+  Columns,          // the whole sheet with its columns, and the models, which are made for those
   Models            // no cells, the solved models and interpolations alone
 };
 
@@ -50,7 +51,9 @@ enum class UndoOperation {
   SolveGroup,
   Solve,
   ClearFits,
-  ModifyParameters
+  ModifyParameters,
+  ChangeColumns,
+  Replace
 };
 
 UndoExtent ExtentOf(UndoOperation operation);

@@ -48,14 +48,14 @@ std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
 
 // The complete rows of the sheet, where they are enough and the user does not mind the others.
 std::optional<GatheredData> ProjectSolver::Gather() {
-  Result<GatheredData> gathered = GatherData(project_.Sheet);
-  if (!gathered) {
-    user_.Refuse(gathered.error());
+  GatheredData gathered = GatherData(project_.Sheet);
+  const DataSheet& sheet = project_.Sheet;
+  // Behind the question the user sees the cell that it is about.
+  if (AsksToLeaveOut(gathered, settings_)) windows_.GoTo(gathered.FirstLeftOut);
+  if (!EnoughPointsToSolve(gathered.Points.N(), user_, TextRowsText(gathered, sheet)) ||
+      !MayLeaveOut(gathered, sheet, settings_, user_))
     return std::nullopt;
-  }
-  if (!EnoughPointsToSolve(gathered->Points.N(), user_) || !MayLeaveOut(gathered->IncompleteRows, settings_, user_))
-    return std::nullopt;
-  return std::move(*gathered);
+  return gathered;
 }
 
 // Nothing where the user cancels.

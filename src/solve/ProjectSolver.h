@@ -34,6 +34,8 @@ class SolveWindows {
   // The run is over. Its solutions are to be seen before their summary is told.
   virtual void RunEnded() = 0;
   virtual std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) = 0;
+  // Shows the cell that the user is about to be asked about.
+  virtual void GoTo(const CellPlace& cell) = 0;
 };
 
 // The commands that make and clear the solutions of a project. All it is made of outlives it.

@@ -37,7 +37,7 @@ std::vector<Road> Roads(const Settings& settings, const LocaleText& locale) {
   AddModel(line, "mine", {locale.DecimalSeparator == ',' ? "F1*0,5+b" : "F1*0.5+b", "a*x"});
   SolveModel(line, "mine", 0);
   std::string log;
-  const GatheredData points = *GatherData(line.Sheet, PointOrder::OfSheet);
+  const GatheredData points = GatherData(line.Sheet, PointOrder::OfSheet);
   EXPECT_TRUE(line.Interpolations[0].Fit(points.Points, log));
   line.Interpolations[0].Solved = true;
   const std::vector<SolvedItem> solutions = SolvedItems(line, 0);
@@ -64,7 +64,7 @@ std::vector<Road> Roads(const Settings& settings, const LocaleText& locale) {
 
   Project plane = PlaneProject(locale);
   SolveModel(plane, "a+b*x1+c*x2", 1);
-  const GatheredData space = *GatherData(plane.Sheet, PointOrder::OfSheet);
+  const GatheredData space = GatherData(plane.Sheet, PointOrder::OfSheet);
   roads.push_back({"points in space", PageOf(ScatterPlot(space.Points, {"X1", "X2", "Y"}, settings, locale))});
   roads.push_back({"surface", PlotOfResults(ResultPlotKind::Model, SolvedItems(plane, 0)[0], space, plane.Sheet,
                                             settings, locale)});

@@ -48,7 +48,7 @@ TEST(ChosenGraphs, HaveValuesAllOverTheirInput) {
   const PlotClass plot(settings);
   SolveModel(line, "a*x+b", 1);
   ModelClass& broken = AddModel(line, "Broken", {"a*ln(x-2)"});
-  broken.SetIC(GatherData(line.Sheet)->Points);
+  broken.SetIC(GatherData(line.Sheet).Points);
   broken.Solved = true;
   const std::vector<PlotSeries> available = AvailableGraphs(line, plot, settings);
   ASSERT_EQ(available.size(), 3U);

@@ -12,19 +12,29 @@ std::vector<std::string> RowOf(const TextTable& table, std::size_t row) {
   return cells;
 }
 
-TEST(GatherData, KeepsTheOrderOfTheSheetAndCountsIncompleteRows) {
+TEST(GatherData, KeepsTheOrderOfTheSheetAndCountsTheRowsItLeavesOut) {
   Project project = ProjectOf({{9, 1, 0, 4, 0, 7, 3}, {1, 2, 3, 4, 5, 6, 7}, {2, 1, 1, 1, 1, 1, 2}}, true);
   project.Sheet.Cells.ClearCell(3, 1);               // Y alone
   project.Sheet.Cells.ClearCell(6, 2);               // X alone
   project.Sheet.Cells.GridClearRange({5, 1, 5, 2});  // the standard deviation alone, which is no observation
-  const Result<GatheredData> data = GatherData(project.Sheet, PointOrder::OfSheet);
-  ASSERT_TRUE(data);
-  EXPECT_EQ(data->Points.X[0], (std::vector<double>{9, 1, 4, 3}));
-  EXPECT_EQ(data->Rows, (std::vector<std::size_t>{1, 2, 4, 7}));
-  EXPECT_EQ(data->IncompleteRows, 2u);
-  EXPECT_EQ(data->Points.sig, (std::vector<double>{0.4, 1.6, 1.6, 0.4}));  // 1/4 and 1 over 5/8
+  GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
+  EXPECT_EQ(data.Points.X[0], (std::vector<double>{9, 1, 4, 3}));
+  EXPECT_EQ(data.Rows, (std::vector<std::size_t>{1, 2, 4, 7}));
+  EXPECT_EQ(data.IncompleteRows, 2u);
+  EXPECT_EQ(data.Points.sig, (std::vector<double>{0.4, 1.6, 1.6, 0.4}));  // 1/4 and 1 over 5/8
+  EXPECT_EQ(data.FirstLeftOut, (CellPlace{3, 1}));
+  // A text leaves its row out, that of a standard deviation too; one in an incomplete row changes nothing.
+  project.Sheet.Cells.SetGridCellText(7, 3, "low");
   project.Sheet.Cells.SetGridCellText(4, 2, "high");
-  EXPECT_EQ(GatherData(project.Sheet, PointOrder::OfSheet).error(), "Line 4: 'high' is not a number.");
+  project.Sheet.Cells.SetGridCellText(4, 3, "low");
+  project.Sheet.Cells.SetGridCellText(3, 2, "Y alone");
+  data = GatherData(project.Sheet, PointOrder::OfSheet);
+  EXPECT_EQ(data.Points.X[0], (std::vector<double>{9, 1}));
+  EXPECT_EQ(GatherData(project.Sheet).Points.X[0], (std::vector<double>{1, 9}));
+  EXPECT_EQ(data.Rows, (std::vector<std::size_t>{1, 2}));
+  EXPECT_EQ(data.IncompleteRows, 4u);
+  EXPECT_EQ(TextRowsText(data, project.Sheet),
+            "Row 4, column 'Y': 'high' is not a number. 3 cells in 2 rows of the data are no numbers.");
 }
 
 TEST(SolvedList, RanksModelsBeforeInterpolations) {
@@ -33,7 +43,7 @@ TEST(SolvedList, RanksModelsBeforeInterpolations) {
   ModelClass& line = SolveModel(project, "a*x+b", 1);
   ModelClass& hyperbola = SolveModel(project, "a+b/x", 1);
   std::string log;
-  ASSERT_TRUE(project.Interpolations[1].Fit(GatherData(project.Sheet)->Points, log));
+  ASSERT_TRUE(project.Interpolations[1].Fit(GatherData(project.Sheet).Points, log));
   const SolvedItem polynomial{nullptr, &project.Interpolations[1]};
   EXPECT_EQ(SolvedItems(project, 1), (std::vector<SolvedItem>{{&line, nullptr}, {&hyperbola, nullptr}, polynomial}));
   hyperbola.StdErr = line.StdErr / 2;
@@ -47,7 +57,7 @@ TEST(DataTable, ShowsResidualsInTheOrderOfTheSheet) {
   ModelClass& model = SolveModel(project, "a*x+b", 1);
   model.SetValue(1, 2);
   model.SetValue(2, 1.25);
-  const GatheredData data = *GatherData(project.Sheet, PointOrder::OfSheet);
+  const GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
   DataTable table({&model, nullptr}, data, project.Sheet, LocaleText());
   std::vector<std::string> headings;
   for (std::size_t c = 0; c < table.ColumnCount(); ++c) headings.push_back(table.ColumnHeading(c));
@@ -66,9 +76,9 @@ TEST(DataTable, SaysWhereASolutionHasNoValue) {
   Project project = ProjectOf({{1, 2, 3}, {1, 4, 9}});
   std::string log;
   InterpClass& polynomial = project.Interpolations[1];
-  ASSERT_TRUE(polynomial.Fit(GatherData(project.Sheet)->Points, log));
+  ASSERT_TRUE(polynomial.Fit(GatherData(project.Sheet).Points, log));
   project.Sheet.Cells.SetGridCellNumber(3, 1, 4);
-  const GatheredData data = *GatherData(project.Sheet, PointOrder::OfSheet);
+  const GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
   const DataTable table({nullptr, &polynomial}, data, project.Sheet, LocaleText());
   EXPECT_EQ(RowOf(table, 1), (std::vector<std::string>{"2", "2", "4", "4", "0.0e+0", "0.0e+0"}));
   EXPECT_EQ(RowOf(table, 2), (std::vector<std::string>{"3", "4", "9", "ERROR", "ERROR", "ERROR"}));
@@ -99,7 +109,7 @@ TEST(DataTable, ShowsTheDeviationsOfWeightedData) {
   const SolvedItem line{&SolveModel(project, "a*x+b", 1), nullptr};
   for (const bool weighted : {true, false}) {
     if (!weighted) project.Sheet.Cells.GridClearRange({1, 3, 4, 3});
-    const GatheredData data = *GatherData(project.Sheet, PointOrder::OfSheet);
+    const GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
     const DataTable table(line, data, project.Sheet, LocaleText());
     const std::size_t last = table.ColumnCount() - 1;
     EXPECT_EQ(table.ColumnHeading(last), weighted ? "StDev" : "Abs Residual");

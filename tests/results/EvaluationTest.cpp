@@ -62,7 +62,7 @@ EvaluationEntries Root(std::vector<std::string> x, std::string y, int variable, 
 struct Curve {
   Curve(const LocaleText& locale = kLocale) : project(ProjectOf({{0.5, 1, 5}, {1, 2, 3}}, false, locale)) {
     ModelClass& model = AddModel(project, "Mine", {"a*x^2+c+b/x"});
-    model.SetIC(GatherData(project.Sheet)->Points);
+    model.SetIC(GatherData(project.Sheet).Points);
     for (int i = 1; i <= 3; ++i) model.SetValue(i, model.Variables(i) == "a" ? 1 : model.Variables(i) == "c" ? -4 : 0);
     for (int i = 1; i <= 3; ++i) model.SetConstant(i, model.Variables(i) != "b");
     solution.Model = &model;
@@ -96,7 +96,7 @@ TEST(EvalCommand, WritesValuesRootsAndDerivativesOfOneVariable) {
 TEST(EvalCommand, SaysWhatHasNoValueAndLeavesTheModelAlone) {
   Project project = LineProject();
   ModelClass& model = AddModel(project, "Mine", {"b+ln(x)^a"});
-  model.SetIC(GatherData(project.Sheet)->Points);
+  model.SetIC(GatherData(project.Sheet).Points);
   model.SetValue(1, 0.5);
   model.SetValue(2, 3);
   EXPECT_EQ(Evaluated({&model, nullptr}, Value({"-1"}, true, true)),
@@ -110,7 +110,7 @@ TEST(EvalCommand, SaysWhatHasNoValueAndLeavesTheModelAlone) {
 TEST(EvalCommand, NamesTheVariablesWhereThereAreSeveral) {
   Project project = ProjectOf({{1, 2, 4}, {2, 3, 5}, {1, 2, 3}});
   ModelClass& model = AddModel(project, "Plane", {"a*x1+b*x2"});
-  model.SetIC(GatherData(project.Sheet)->Points);
+  model.SetIC(GatherData(project.Sheet).Points);
   model.SetValue(1, 2);
   model.SetValue(2, -1);
   const SolvedItem solution{&model, nullptr};
@@ -157,7 +157,7 @@ TEST(EvalCommand, ServesInterpolations) {
   Project project = ProjectOf({{-1, 0, 1, 2}, {1, 0, 1, 4}});
   InterpClass& polynomial = project.Interpolations[1];
   std::string log;
-  ASSERT_TRUE(polynomial.Fit(GatherData(project.Sheet)->Points, log));
+  ASSERT_TRUE(polynomial.Fit(GatherData(project.Sheet).Points, log));
   const SolvedItem solution{nullptr, &polynomial};
   EXPECT_EQ(Evaluated(solution, Value({"1.5"}, true, true)),
             "Evaluation of equation: Polynomial\r\nX = 1.5\r\nY = 2.250000000000E+00");

@@ -189,7 +189,7 @@ TEST(FitInformation, WritesNumbersAsTheUserDoes) {
 TEST(FitInformation, KnowsOnlyTheHeadOfAnInterpolation) {
   Project project = LineProject();
   std::string log;
-  ASSERT_TRUE(project.Interpolations[0].Fit(GatherData(project.Sheet)->Points, log));
+  ASSERT_TRUE(project.Interpolations[0].Fit(GatherData(project.Sheet).Points, log));
   const Report report = FitInformation({nullptr, &project.Interpolations[0]}, kFromFile, Settings(), LocaleText());
   EXPECT_EQ(ValueOf(report, "Equation ID: "), "Cubic Spline");
   EXPECT_EQ(ValueOf(report, "Model Definition:"), "Cubic Spline Interpolation");

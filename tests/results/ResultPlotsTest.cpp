@@ -278,12 +278,12 @@ TEST(PlotOfResults, SaysWhyThereIsNone) {
   Project line = LineProject(), plane = PlaneProject(),
           space = ProjectOf({{1, 2, 3, 4, 6}, {1, 3, 2, 5, 4}, {2, 1, 1, 2, 1}, {3, 5, 8, 9, 11}});
   std::string log;
-  ASSERT_TRUE(line.Interpolations[0].Fit(GatherData(line.Sheet)->Points, log));
+  ASSERT_TRUE(line.Interpolations[0].Fit(GatherData(line.Sheet).Points, log));
   const SolvedItem fit{&SolveModel(line, "a*x+b", 1), nullptr}, spline{nullptr, &line.Interpolations[0]};
   const SolvedItem surface{&SolveModel(plane, "a+b*x1+c*x2", 1), nullptr};
   const SolvedItem many{&SolveModel(space, "a*x1+b*x2+c*x3", 0), nullptr};
-  const GatheredData points = *GatherData(line.Sheet), tooFew, pairs = *GatherData(plane.Sheet),
-                     triples = *GatherData(space.Sheet);
+  const GatheredData points = GatherData(line.Sheet), tooFew, pairs = GatherData(plane.Sheet),
+                     triples = GatherData(space.Sheet);
   using enum ResultPlotKind;
   const struct {
     ResultPlotKind Kind;

@@ -41,7 +41,7 @@ inline ModelClass& SolveModel(Project& project, const std::string& name, int sol
   model.SolveType = solveType;
   std::string log;
   SolveForm form;
-  EXPECT_TRUE(model.Fit(GatherData(project.Sheet)->Points, Settings(), log, form)) << log;
+  EXPECT_TRUE(model.Fit(GatherData(project.Sheet).Points, Settings(), log, form)) << log;
   return model;
 }
 

@@ -57,7 +57,7 @@ TEST_F(TableExportTest, WantsOneTo200Equations) {
   EXPECT_EQ(said(std::vector<SolvedItem>(200, line)), "");
   EXPECT_EQ(said(std::vector<SolvedItem>(201, line)),
             "refuse: No more than 200 equations can be included in the table at a time.");
-  project.Sheet.Cells.SetGridCellText(2, 1, "two");
+  project.Sheet.Cells = GridCells();
   EXPECT_EQ(said({line}), "refuse: Error initializing Data Table Export window.");
 }
 
@@ -135,7 +135,7 @@ TEST_F(TableExportTest, RunsOverTheGridOfSeveralVariables) {
 TEST_F(TableExportTest, TakesInterpolations) {
   Project project = LineProject();
   std::string log;
-  ASSERT_TRUE(project.Interpolations[0].Fit(GatherData(project.Sheet)->Points, log));
+  ASSERT_TRUE(project.Interpolations[0].Fit(GatherData(project.Sheet).Points, log));
   const TableExport curve = Begin(project, {{nullptr, &project.Interpolations[0]}});
   EXPECT_EQ(Text(curve.Make({}, {{"X", 4, 6, 3}}, user)), "X Value\tCalc Y\n4\t9\n5\t11\n6\tERROR\nEND\n");
   auto roots = curve.Make({TableType::RootAtY}, {{"Y", 5, 8, 2}}, user);

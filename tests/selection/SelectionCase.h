@@ -50,8 +50,7 @@ inline VarSelect ChoicesFor(const DataSheet& sheet, SelectionProcedure procedure
 
 inline SelectionData DataFor(const DataSheet& sheet, const VarSelect& choices) {
   const auto gathered = GatherData(sheet, PointOrder::OfSheet);
-  EXPECT_TRUE(gathered);
-  Result<SelectionData> data = PrepareSelection(*gathered, sheet, choices, LocaleText());
+  Result<SelectionData> data = PrepareSelection(gathered, sheet, choices, LocaleText());
   EXPECT_TRUE(data) << data.error();
   return std::move(*data);
 }

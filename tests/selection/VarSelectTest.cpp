@@ -117,7 +117,7 @@ TEST(PrepareSelection, TransformsYOrSaysWhereThatFails) {
     sheet.Cells.GridClearRange({2, 3, 2, 3});
     VarSelect choices = ChoicesFor(sheet);
     choices.YTransform = c.Transform;
-    const auto data = PrepareSelection(*GatherData(sheet, PointOrder::OfSheet), sheet, choices, LocaleText());
+    const auto data = PrepareSelection(GatherData(sheet, PointOrder::OfSheet), sheet, choices, LocaleText());
     ASSERT_EQ(static_cast<bool>(data), c.Error.empty()) << &c - cases;
     if (!data) {
       EXPECT_EQ(data.error(), c.Error);
@@ -145,7 +145,7 @@ TEST(PrepareSelection, AddsSquaresAndProductsThatAreNotLeftOut) {
 
   sheet.Cells.SetGridCellNumber(2, 3, 1e200);
   choices.Exclude.assign(9, false);
-  const auto overflow = PrepareSelection(*GatherData(sheet, PointOrder::OfSheet), sheet, choices, LocaleText());
+  const auto overflow = PrepareSelection(GatherData(sheet, PointOrder::OfSheet), sheet, choices, LocaleText());
   ASSERT_FALSE(overflow);
   EXPECT_EQ(overflow.error(), "An error occurred while taking the variable cross products.");
 }

@@ -76,7 +76,7 @@ TEST(EditCommands, ChangeTheSheetUnderTheirLabels) {
       {EditCut, "1 2\n3 4\n5 6", {2, 1, 3, 1}, "", "1 2\n- 4\n- 6\n", "Cut", {2, 1, 3, 1}, "3\r\n5\r\n"},
       {EditPaste, "1 2\n3 4\n5 6", {2, 1, 2, 1}, "7\t\n\t8\n", "1 2\n7 -\n- 8\n", "Paste", {2, 1, 3, 2}},
       // The third column and what is selected below the corner have no part in it; a text stays one, a date is days.
-      {EditPaste, "1 2", {1, 2, 9, 2}, "x\t5\r\n2000-01-01\t5", "1 x\n- 36526\n", "Paste", {1, 2, 2, 2}},
+      {EditPaste, "1 2", {1, 2, 9, 2}, "2000-01-01\t5\r\nx\t5", "1 36526\n- x\n", "Paste", {1, 2, 2, 2}},
       {kRotated, "1 2", kCorner, "7\t8\t9\n-\t\t3\n", "7 -\n8 -\n9 3\n", "Paste Rotated", {1, 1, 3, 2}},
       {kRotated, "1 2\n3 4\n5 6", {1, 2, 1, 2}, "7\t8\n1\t2\t3\n", "1 7\n3 8\n5 6\n", "Paste Rotated", {1, 2, 2, 2}},
       {kPasteSpecial, "1 2", {2, 1, 2, 1}, "3\t4\t5\n", "1 2\n3 4\n", "Paste Special", {2, 1, 2, 2}},

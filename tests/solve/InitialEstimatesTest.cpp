@@ -163,7 +163,7 @@ TEST(SetEstimates, LeavesTheInputOfTheFitToTheData) {
           EXPECT_EQ(DefaultSearch(solution, variable, {}).Max, GeneralNumber(*greatest * scale));
         }
         if (variables > 1) continue;
-        const SolveData points = GatherData(p.Document.Sheet)->Points;
+        const SolveData points = GatherData(p.Document.Sheet).Points;
         const Result<PlotClass> plot = ModelPlot(SeriesOf(solution), "mine", points, "X", "Y", p.Preferences);
         ASSERT_TRUE(plot) << plot.error();
         EXPECT_EQ(plot->PlotData[1].InputXMin(), 10 * scale);

@@ -15,7 +15,8 @@ const std::string kMissingOne =
     "ask: 1 row of the data is incomplete and is left out of the solution. Do you want to continue?";
 
 TEST(SolveRegression, ChecksTheDataInOrder) {
-  const std::string kText = "refuse: Line 3: 'n/a' is not a number.";
+  const std::string kText = "Row 3, column 'Y': 'n/a' is not a number. 1 cell in 1 row of the data is no number. ";
+  const std::string kTexts = "Row 3, column 'X': 'n/a' is not a number. 3 cells in 2 rows of the data are no numbers. ";
   const struct {
     const char* name;
     std::function<void(GridCells&)> edit;
@@ -31,7 +32,25 @@ TEST(SolveRegression, ChecksTheDataInOrder) {
       {"incomplete, stops", [](GridCells& c) { c.ClearCell(2, 1); }, false, {kMissingOne}, false},
       {"incomplete, no warning", [](GridCells& c) { c.ClearCell(2, 1); }, true, {}, false, "0"},
       {"blank row", [](GridCells& c) { c.ClearCell(2, 1), c.ClearCell(2, 2); }, true, {}, false},
-      {"a text", [](GridCells& c) { c.SetGridCellText(3, 2, "n/a"); }, false, {kText}},
+      {"a text, goes on",
+       [](GridCells& c) { c.SetGridCellText(3, 2, "n/a"); },
+       true,
+       {"ask: " + kText + "Do you want to leave this row out?"},
+       true,
+       "0"},
+      {"texts and an incomplete row, stops",
+       [](GridCells& c) {
+         for (const auto& [row, col] : {CellPlace{3, 1}, {3, 2}, {5, 2}}) c.SetGridCellText(row, col, "n/a");
+         c.ClearCell(2, 2);
+       },
+       false,
+       {"ask: " + kTexts +
+        "1 row of the data is incomplete and is left out of the solution. Do you want to leave these rows out?"},
+       false},
+      {"texts in all but two rows",
+       [](GridCells& c) { c.GridDeleteRows(4, 5), c.SetGridCellText(3, 2, "n/a"); },
+       false,
+       {"refuse: " + kText + kFewPoints.substr(8)}},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.name);
@@ -41,6 +60,11 @@ TEST(SolveRegression, ChecksTheDataInOrder) {
     p.User.Answer = c.answer;
     p.Solver.SolveRegression();
     EXPECT_EQ(p.User.Said, c.said);
+    const bool hasTexts = !c.said.empty() && c.said[0].find("n/a") != std::string::npos;
+    const std::size_t shown = p.Windows.Gone.empty() ? 0 : p.Windows.Gone[0].Row;
+    if (hasTexts) {
+      EXPECT_EQ(shown, 3u);  // behind the question, the cell that it is about
+    }
     EXPECT_EQ(p.Windows.Shown, c.goesOn ? Said{"SolveSetup"} : Said{});
     EXPECT_FALSE(p.Document.Changed);
     EXPECT_EQ(p.Editor.Menu, UndoMenu());
@@ -560,7 +584,7 @@ TEST(RunSolve, SolvesTheWholeCatalogueAndCountsWhatItSolved) {
     p.Document.Sheet.Cells.SetGridCellNumber(i + 1, 2, y[i]);
   }
   for (const char* own : {"my line", "my power"}) p.Document.Models.Remove(own);
-  const SolveData data = GatherData(p.Document.Sheet)->Points;
+  const SolveData data = GatherData(p.Document.Sheet).Points;
   for (const int solveType : {1, 0}) {
     p.Windows.Setup = SolveChoice{solveType, ModelSelection::AllModels};
     const auto best = p.Solver.SolveRegression();

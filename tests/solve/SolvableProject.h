@@ -37,6 +37,7 @@ class ScriptedWindows : public SolveWindows {
 
   std::vector<std::string> Shown;  // the dialogs, in order; what the progress window shows in Progress
   std::vector<std::string> Progress;
+  std::vector<CellPlace> Gone;  // to which cells
   std::optional<SolveChoice> Setup;
   std::string Model;  // chosen in Regress
   bool Specify = false;
@@ -77,6 +78,7 @@ class ScriptedWindows : public SolveWindows {
   }
   void SolveLog(const std::string& log) override { Shown.push_back("SolveLog: " + log); }
   void RunEnded() override {}
+  void GoTo(const CellPlace& cell) override { Gone.push_back(cell); }
   std::unique_ptr<SolveProgress> OpenProgress() override {
     auto progress = std::make_unique<ScriptedProgress>(Progress);
     progress->AtTurn = AtTurn;

@@ -241,7 +241,7 @@ TEST_F(PlotMenuTest, ShowsInterpolations) {
   Open({"a*x+b"});
   EXPECT_EQ(SaidBy("mnuPlotInterpolations"), "There are no interpolation models to plot.");
   std::string log;
-  ASSERT_TRUE(Document().Interpolations[0].Fit(GatherData(Document().Sheet)->Points, log));
+  ASSERT_TRUE(Document().Interpolations[0].Fit(GatherData(Document().Sheet).Points, log));
   Document().Interpolations[0].Solved = true;
   Active().Refresh();
   Trigger("mnuPlotInterpolations");

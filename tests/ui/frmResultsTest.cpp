@@ -484,7 +484,7 @@ TEST_F(Results, KeepsASurfaceTurnedFromModelToModel) {
 
 TEST_F(Results, SaysWhyThereIsNoPlot) {
   std::string log;
-  ASSERT_TRUE(project.Interpolations[0].Fit(GatherData(project.Sheet)->Points, log));
+  ASSERT_TRUE(project.Interpolations[0].Fit(GatherData(project.Sheet).Points, log));
   Open();
   EXPECT_EQ(Shown(), "Cubic Spline");
   Turn(2);

@@ -4,16 +4,18 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QSpinBox>
 
 #include "core/SolveData.h"
 
 namespace quorvex {
 
-std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& proposed) {
+std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& proposed, const QString& title,
+                                          const QString& note) {
   QDialog dialog(over);
   dialog.setObjectName("NewProj");
-  dialog.setWindowTitle("New Project");
+  dialog.setWindowTitle(title);
   auto* txtVariables = new QSpinBox(&dialog);
   auto* chkStDev = new QCheckBox("&Standard deviation of Y", &dialog);
   txtVariables->setObjectName("txtVariables");
@@ -30,6 +32,11 @@ std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& prop
   auto* rows = new QFormLayout(&dialog);
   rows->addRow("&Independent variables (X):", txtVariables);
   rows->addRow(chkStDev);
+  if (!note.isEmpty()) {
+    auto* label = new QLabel(note, &dialog);
+    label->setWordWrap(true);
+    rows->addRow(label);
+  }
   rows->addRow(buttons);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return ProjectKind{static_cast<std::size_t>(txtVariables->value()), chkStDev->isChecked()};

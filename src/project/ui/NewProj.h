@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <optional>
 
 #include "project/ProjectKind.h"
@@ -8,8 +9,9 @@ class QWidget;
 
 namespace quorvex {
 
-// Asks for the kind of a new project: how many independent variables it has, and whether a standard deviation. Nothing
-// where the user cancels.
-std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& proposed);
+// Asks for the kind of a project: how many independent variables it has, and whether a standard deviation. Nothing where
+// the user cancels. A `note` stands above the buttons.
+std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& proposed,
+                                          const QString& title = "New Project", const QString& note = {});
 
 }  // namespace quorvex

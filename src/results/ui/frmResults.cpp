@@ -146,14 +146,12 @@ void frmResults::Refresh() {
   const std::optional<SolvedItem> shown =
       row >= 0 ? std::optional(solved_[static_cast<std::size_t>(row)]) : std::nullopt;
   circumstances_.ProjectFile = QFileInfo(QString::fromStdString(project_.FileName)).fileName().toStdString();
-  Result<GatheredData> gathered = GatherData(project_.Sheet, PointOrder::OfSheet);
   DataBook->SetTable(nullptr);  // which looks into the points that go
-  data_ = gathered ? std::move(*gathered) : GatheredData();
+  data_ = GatherData(project_.Sheet, PointOrder::OfSheet);
   circumstances_.Observations = data_.Points.N();
   circumstances_.MissingPoints = data_.IncompleteRows;
   circumstances_.Weighted = IsWeighted(data_.Points);
   FillList(shown);
-  if (!gathered && !solved_.empty()) user_.Refuse(gathered.error());
 }
 
 void frmResults::FillList(const std::optional<SolvedItem>& keep) {

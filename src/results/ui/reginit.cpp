@@ -253,9 +253,7 @@ void reginit::accept() {
 }
 
 void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model, Settings& settings) {
-  Result<GatheredData> data = GatherData(project.Sheet);
-  if (!data) return editor.Edit.User.Refuse(data.error());
-  reginit(over, project, editor, model, std::move(data->Points), settings).exec();
+  reginit(over, project, editor, model, GatherData(project.Sheet).Points, settings).exec();
 }
 
 }  // namespace quorvex
