@@ -1,6 +1,7 @@
 // The Edit menu: undo, the clipboard, rows and ranges of the sheet, and what is looked for in it.
 
 #include <QAction>
+#include <QMdiArea>
 #include <QPlainTextEdit>
 
 #include "core/ui/BusyCursor.h"
@@ -70,20 +71,40 @@ void UndoHistory(quorvexWindow& window) {
   if (const auto steps = ChooseUndo(&window, lines)) window.EditUndo(*steps);
 }
 
-// One dialog for all sheets of the main window: its button is the menu entry, which acts on the sheet in front.
+// One dialog for all sheets of the main window: its buttons act on the sheet in front.
+void ReplaceNext(quorvexWindow& window, const frmFind& form) {
+  std::optional<CellPlace> next;
+  window.Run([&](const SheetEdit& edit) {
+    next = form.Replacement().ReplaceNext(edit, window.Grid().CurrentPlace());
+    return true;
+  });
+  if (next) window.GoTo(*next);
+}
+
+void ReplaceAll(quorvexWindow& window, const frmFind& form) {
+  window.Run([&](const SheetEdit& edit) { return form.Replacement().ReplaceAll(edit, form.InSelection()); });
+}
+
+template <bool replacing>
 void Find(quorvexWindow& window) {
   QWidget* const frame = window.window();
   auto* form = frame->findChild<frmFind*>();
   if (form == nullptr) {
     form = new frmFind(frame);
     QObject::connect(form, &frmFind::FindNext, frame->findChild<QAction*>("mnuEditFindNext"), &QAction::trigger);
+    QObject::connect(form, &frmFind::Replace, form, [frame, form] {
+      if (quorvexWindow* front = ProjectInFront(*frame->findChild<QMdiArea*>())) ReplaceNext(*front, *form);
+    });
+    QObject::connect(form, &frmFind::ReplaceAll, form, [frame, form] {
+      if (quorvexWindow* front = ProjectInFront(*frame->findChild<QMdiArea*>())) ReplaceAll(*front, *form);
+    });
   }
-  form->Open();
+  form->Open(replacing);
 }
 
 void FindNext(quorvexWindow& window) {
   const auto* form = window.window()->findChild<frmFind*>();
-  if (form == nullptr || form->Wanted().FindWhat.empty()) return Find(window);
+  if (form == nullptr || form->Wanted().FindWhat.empty()) return Find<false>(window);
   if (!window.Grid().CommitEntry()) return;
   const Project& project = window.Document();
   const auto found =
@@ -118,16 +139,17 @@ std::vector<ProjectCommand> EditMenu() {
       {"mnuEditCopySheet", "Copy &Whole Sheet", {}, CopySheet},
       {"mnuEditSelectAll", "Select &All", QKeySequence::SelectAll, SelectAll},
       {},
-      OnSheet({"mnuEditClear", "Cl&ear Selection", QKeySequence::Delete, Clear}),
+      OnSheet({"mnuEditClear", "Clear Selecti&on", QKeySequence::Delete, Clear}),
       {"mnuEditClearSheet", "Clear &Sheet...", {}, Run<ClearGrid>},
       {},
       OnSheet({"mnuEditInsert", "&Insert Rows", QKeySequence("Ctrl++"), Run<InsertRows>}),
       OnSheet({"mnuEditDelete", "&Delete Rows", QKeySequence("Ctrl+-"), Run<DeleteSelection>}),
-      {"mnuEditDeleteIncomplete", "Delete Inc&omplete Rows", {}, Run<DeleteIncompleteRows>},
+      {"mnuEditDeleteIncomplete", "Delete Inco&mplete Rows", {}, Run<DeleteIncompleteRows>},
       {"mnuEditExchange", "E&xchange Columns...", {}, Run<mnuEditExchange>},
       {},
-      {"mnuEditFind", "&Find...", QKeySequence("Ctrl+F"), Find},
+      {"mnuEditFind", "&Find...", QKeySequence("Ctrl+F"), Find<false>},
       {"mnuEditFindNext", "Find &Next", QKeySequence("F3"), FindNext},
+      {"mnuEditReplace", "R&eplace...", QKeySequence("Ctrl+H"), Find<true>},
       {"mnuEditGoto", "&Go To...", QKeySequence("Ctrl+G"), GoTo},
   };
 }

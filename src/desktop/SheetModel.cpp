@@ -63,11 +63,14 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole: {
       for (const auto& [code, alignment] : kAlignments)
         if (code == sheet.Formats[Col(index) - 1].AlignHorizontal) return QVariant(Qt::AlignVCenter | alignment);
-      const bool text = GridCells::IsText(sheet.Cells.Cell(Row(index), Col(index)));
-      return QVariant(Qt::AlignVCenter | (text ? Qt::AlignLeft : Qt::AlignRight));
+      return QVariant(Qt::AlignVCenter | (IsText(index) ? Qt::AlignLeft : Qt::AlignRight));
     }
     case Qt::FontRole:
       return OwnFont(sheet.Formats[Col(index) - 1]);
+    case Qt::AccessibleDescriptionRole:
+      return IsText(index) ? QString("text") : QVariant();
+    case Qt::ToolTipRole:
+      return IsText(index) ? QString("A text, which is no value of the data.") : QVariant();
     case Qt::ForegroundRole:
       return OwnColor(sheet.Formats[Col(index) - 1].FontColor);
     default:
@@ -92,6 +95,10 @@ bool SheetModel::setData(const QModelIndex& index, const QVariant& value, int ro
   emit dataChanged(index, index);
   emit Edited();
   return true;
+}
+
+bool SheetModel::IsText(const QModelIndex& index) const {
+  return GridCells::IsText(project_.Sheet.Cells.Cell(Row(index), Col(index)));
 }
 
 bool SheetModel::Accepts(const QString& text) const {

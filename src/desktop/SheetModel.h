@@ -25,6 +25,9 @@ class SheetModel : public QAbstractTableModel {
   // Types a text into a cell. False where the entry is refused, which the user is told.
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
+  // Whether a cell holds a text, which the view marks.
+  bool IsText(const QModelIndex& index) const;
+
   // Whether setData would take the text.
   bool Accepts(const QString& text) const;
 

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QStyledItemDelegate>
@@ -62,7 +63,27 @@ class CellDelegate : public QStyledItemDelegate {
     model->setData(index, static_cast<QLineEdit*>(editor)->text(), Qt::EditRole);
   }
 
+  // A cell of text has a corner in a colour of its own, which its letters have, too, where the column has none.
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyledItemDelegate::paint(painter, option, index);
+    if (!view_.sheet_->IsText(index)) return;
+    const int side = option.rect.height() / 3;
+    const QPoint corner = option.rect.topLeft();
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    QPainterPath triangle(corner);
+    triangle.lineTo(corner + QPoint(side, 0));
+    triangle.lineTo(corner + QPoint(0, side));
+    painter->fillPath(triangle, selected ? option.palette.color(QPalette::HighlightedText)
+                                         : SheetView::TextMark(option.palette.color(QPalette::Base)));
+  }
+
  protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (view_.sheet_->IsText(index) && !index.data(Qt::ForegroundRole).isValid())
+      option->palette.setColor(QPalette::Text, SheetView::TextMark(option->palette.color(QPalette::Base)));
+  }
+
   bool eventFilter(QObject* object, QEvent* event) override {
     if (object != editor_) return QStyledItemDelegate::eventFilter(object, event);
     // An entry that would be refused stays open while the focus is elsewhere, as in the box that says so. One that is
@@ -192,6 +213,10 @@ void SheetView::paintEvent(QPaintEvent* event) {
 bool SheetView::CommitEntry() { return static_cast<CellDelegate*>(itemDelegate())->Commit(); }
 
 bool SheetView::Accepts(const QString& text) const { return static_cast<SheetModel*>(model())->Accepts(text); }
+
+QColor SheetView::TextMark(const QColor& ground) {
+  return ground.lightnessF() < 0.5f ? QColor(0xff, 0xb7, 0x4d) : QColor(0x9c, 0x3d, 0x00);
+}
 
 void SheetView::reset() {
   QTableView::reset();

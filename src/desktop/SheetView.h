@@ -27,6 +27,9 @@ class SheetView : public QTableView {
   // Every cell, with the current one in view.
   void SelectAll();
 
+  // What a cell of text is marked with on a ground of that colour: its corner and its letters. 4.5 : 1 or more.
+  static QColor TextMark(const QColor& ground);
+
   // Ends an entry that is open, for a command that reads the sheet. False where it is refused and stays open.
   bool CommitEntry();
 

@@ -243,6 +243,11 @@ void quorvexWindow::ShowState() {
   emit Changed();
 }
 
+quorvexWindow* ProjectInFront(const QMdiArea& area) {
+  const QMdiSubWindow* window = area.currentSubWindow();
+  return window != nullptr ? qobject_cast<quorvexWindow*>(window->widget()) : nullptr;
+}
+
 void quorvexWindow::closeEvent(QCloseEvent* event) {
   // What is asked about is to be seen.
   if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());

@@ -14,6 +14,7 @@
 #include "solve/ProjectSolver.h"
 
 class QLabel;
+class QMdiArea;
 class QPlainTextEdit;
 class QTabWidget;
 
@@ -124,5 +125,8 @@ class quorvexWindow : public QWidget {
   QPlainTextEdit* Notes;
   SolvedListPanel* solutions_;
 };
+
+// The project in front of the windows of a frame; null where there is none or a window of another kind is.
+quorvexWindow* ProjectInFront(const QMdiArea& area);
 
 }  // namespace quorvex

@@ -40,7 +40,7 @@ std::optional<CellPlace> FindCell::FindNext(const DataSheet& sheet, CellPlace ac
                                             Prompter& user) const {
   try {
     const std::optional<CellPlace> found = Search(sheet, active, locale);
-    if (!found) user.Refuse("Quorvex could not find the specified data.");
+    if (!found) user.Refuse(kNothingFound);
     return found;
   } catch (const std::exception&) {  // no memory for a text
     user.Refuse("An error occured during the Find operation.");
@@ -59,13 +59,17 @@ std::optional<CellPlace> FindCell::Search(const DataSheet& sheet, CellPlace acti
     at = (at + 1) % (rows * cols);
     CellPlace place{at / line + 1, at % line + 1};
     if (!byRows) std::swap(place.Row, place.Col);
-    const double cell = sheet.Cells.Cell(place.Row, place.Col);
-    if (GridCells::IsEmpty(cell)) continue;
-    if (Matches(ShownText(sheet, place.Row, place.Col, locale))) return place;
-    // A number is also found by its digits, whatever the format of its column leaves of them.
-    if (!GridCells::IsText(cell) && Matches(ShownNumber(cell, "General", locale))) return place;
+    if (Finds(sheet, place, locale)) return place;
   }
   return std::nullopt;
+}
+
+bool FindCell::Finds(const DataSheet& sheet, CellPlace place, const LocaleText& locale) const {
+  const double cell = sheet.Cells.Cell(place.Row, place.Col);
+  if (GridCells::IsEmpty(cell)) return false;
+  if (Matches(ShownText(sheet, place.Row, place.Col, locale))) return true;
+  // A number is also found by its digits, whatever the format of its column leaves of them.
+  return !GridCells::IsText(cell) && Matches(ShownNumber(cell, "General", locale));
 }
 
 std::optional<CellPlace> GoToCell(const DataSheet& sheet, const std::string& Reference, Prompter& user) {

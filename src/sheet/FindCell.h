@@ -10,6 +10,8 @@
 
 namespace quorvex {
 
+inline constexpr const char* kNothingFound = "Quorvex could not find the specified data.";
+
 enum class SearchOrder { ByRows, ByColumns };
 
 // The Find dialog.
@@ -22,10 +24,13 @@ struct FindCell {
   // the first, and `active` comes last. A number is found by what its column shows of it and by what it is.
   std::optional<CellPlace> FindNext(const DataSheet& sheet, CellPlace active, const LocaleText& locale,
                                     Prompter& user) const;
+  // The same without a word where there is none.
+  std::optional<CellPlace> Search(const DataSheet& sheet, CellPlace active, const LocaleText& locale) const;
+  // Whether a cell matches.
+  bool Finds(const DataSheet& sheet, CellPlace place, const LocaleText& locale) const;
 
  private:
   bool Matches(const std::string& text) const;
-  std::optional<CellPlace> Search(const DataSheet& sheet, CellPlace active, const LocaleText& locale) const;
 };
 
 // The cell that a reference means: header and row as in "Y:12", without regard to case, or a column's letter and the

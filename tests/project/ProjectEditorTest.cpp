@@ -6,6 +6,7 @@
 #include "RecordingClipboard.h"
 #include "RecordingPrompter.h"
 #include "engine/UserModel.h"
+#include "project/ChangeColumns.h"
 #include "project/ProjectEditor.h"
 #include "sheet/AverageReplicates.h"
 #include "sheet/ColumnLayout.h"
@@ -13,6 +14,7 @@
 #include "sheet/DataSweep.h"
 #include "sheet/EditCommands.h"
 #include "sheet/PasteSpecial.h"
+#include "sheet/ReplaceCells.h"
 #include "sheet/ScaleCells.h"
 #include "sheet/SortRows.h"
 #include "sheet/TypeInCell.h"
@@ -280,15 +282,15 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
   };
   for (int round = 0; round < 30; ++round) {
     EditedProject p(1000, upTo(3), random() % 2 == 0);
-    const std::size_t columns = p.Document.Sheet.ColumnCount();
+    const auto columns = [&] { return p.Document.Sheet.ColumnCount(); };
     SheetEdit& edit = p.Editor.Edit;
     const auto range = [&] {
-      const std::size_t row = upTo(12), col = upTo(columns);
+      const std::size_t row = upTo(12), col = upTo(columns());
       const std::size_t lastRow = random() % 8 == 0 ? kMostSheetRows : row + random() % 4;
-      return CellRange{row, col, lastRow, col + random() % (columns - col + 1)};
+      return CellRange{row, col, lastRow, col + random() % (columns() - col + 1)};
     };
     const std::function<void()> kSteps[] = {
-        [&] { TypeInCell(edit, upTo(12), upTo(columns), text()); },
+        [&] { TypeInCell(edit, upTo(12), upTo(columns()), text()); },
         [&] { EditCut(edit, p.Board); },
         [&] { EditPaste(edit, p.Board); },
         [&] { PasteSpecial(edit, p.Board.Held, CellOrder::Rotated); },
@@ -298,28 +300,34 @@ TEST(EditUndo, RestoresWhatEachCommandFound) {
         [&] { DeleteSelection(edit); },
         [&] { DeleteIncompleteRows(edit); },
         [&] { mnuEditExchange(edit); },
-        [&] { EditHeader(edit, upTo(columns)); },
+        [&] { EditHeader(edit, upTo(columns())); },
         [&] { FormatDefault(edit); },
         [&] { FormatCells(edit, [&](const std::string&) { return std::optional(text()); }); },
         [&] {  // an import, which brings cells and may bring names
           edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
-          p.Document.Sheet.Cells.SetGridCellNumber(upTo(12), upTo(columns), 7);
-          p.Document.Sheet.Headers[upTo(columns) - 1] = text();
+          p.Document.Sheet.Cells.SetGridCellNumber(upTo(12), upTo(columns()), 7);
+          p.Document.Sheet.Headers[upTo(columns()) - 1] = text();
         },
         [&] { ApplyFactor(edit, edit.Selection[0], upTo(2) == 1 ? FactorMode::Scale : FactorMode::Translate, "2"); },
         [&] {
           if (const auto rows = SortRange(edit)) Sort(edit, *rows, {{{rows->FirstCol, upTo(2) == 1}}});
         },
-        [&] { ZeroData(edit, upTo(2) == 1 ? ZeroSign::Negative : ZeroSign::Positive, std::array{upTo(columns)}); },
+        [&] { ZeroData(edit, upTo(2) == 1 ? ZeroSign::Negative : ZeroSign::Positive, std::array{upTo(columns())}); },
         [&] { AverageReplicates(edit); },
         [&] {
-          CombineColumns{upTo(columns), upTo(columns), upTo(columns), 0}.Apply(edit);
+          CombineColumns{upTo(columns()), upTo(columns()), upTo(columns()), 0}.Apply(edit);
         },
         [&] {
           if (auto sweep = EditFill(edit)) {
             sweep->ConstantText = "3";
             sweep->Apply(edit);
           }
+        },
+        [&] {
+          ReplaceCells{{"1", false, SearchOrder::ByRows}, text()}.ReplaceAll(edit, upTo(2) == 1);
+        },
+        [&] {
+          ChangeColumns(p.Document, edit, {upTo(3), upTo(2) == 1});
         },
     };
     std::vector<std::string> contents;

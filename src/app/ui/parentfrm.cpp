@@ -68,10 +68,7 @@ parentfrm::~parentfrm() {
   delete area_;
 }
 
-quorvexWindow* parentfrm::ActiveProject() const {
-  const QMdiSubWindow* window = area_->currentSubWindow();
-  return window != nullptr ? qobject_cast<quorvexWindow*>(window->widget()) : nullptr;
-}
+quorvexWindow* parentfrm::ActiveProject() const { return ProjectInFront(*area_); }
 
 std::vector<quorvexWindow*> parentfrm::Projects() const {
   std::vector<quorvexWindow*> projects;

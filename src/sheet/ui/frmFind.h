@@ -1,16 +1,19 @@
 #pragma once
 
 #include <QDialog>
+#include <vector>
 
-#include "sheet/FindCell.h"
+#include "sheet/ReplaceCells.h"
 
 class QCheckBox;
 class QComboBox;
+class QFormLayout;
 class QLineEdit;
+class QPushButton;
 
 namespace quorvex {
 
-// The Find dialog. It stays open beside the sheets and remembers what was looked for.
+// The Find dialog, which also replaces. It stays open beside the sheets and remembers what was looked for.
 class frmFind : public QDialog {
   Q_OBJECT
 
@@ -18,17 +21,23 @@ class frmFind : public QDialog {
   explicit frmFind(QWidget* parent);
 
   FindCell Wanted() const;
+  ReplaceCells Replacement() const;
+  bool InSelection() const;
 
-  // Comes to the front, ready for another text.
-  void Open();
+  // Comes to the front, ready for another text, with what replaces or without it.
+  void Open(bool replacing);
 
  signals:
   void FindNext();
+  void Replace();
+  void ReplaceAll();
 
  private:
-  QLineEdit* txtFindWhat;
+  QFormLayout* rows_;
+  QLineEdit *txtFindWhat, *txtReplaceWith;
   QComboBox* cmbSearchBy;
-  QCheckBox* ckMatchCells;
+  QCheckBox *ckMatchCells, *ckSelection;
+  std::vector<QPushButton*> replacers_;
 };
 
 }  // namespace quorvex
