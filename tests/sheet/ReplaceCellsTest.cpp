@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "EditedSheet.h"
 #include "sheet/ReplaceCells.h"
 
@@ -20,14 +22,28 @@ TEST(ReplaceCells, ReplacesInNumbersAndTextsInOneStep) {
     char decimal = '.';
     std::optional<CellRange> selection = {};  // where only that is meant
   } kCases[] = {
-      {"NA 1\n2 NA", {{"NA", true, kRows}, ""}, "- 1\n2 -\n", {1, 1, 2, 2}, "2 cells were replaced."},
-      {"-999 1\n2 -999.5", {{"-999", true, kRows}, ""}, "- 1\n2 -999.5\n", {1, 1, 1, 1}, "1 cell was replaced."},
-      {"1999 1\n2 99", {{"99", false, kRows}, "8"}, "198 1\n2 8\n", {1, 1, 2, 2}, "2 cells were replaced."},
-      {"aba 1\nBa ab", {{"A", false, kRows}, "xy"}, "xybxy 1\nBxy xyb\n", {1, 1, 2, 2}, "3 cells were replaced."},
-      {"5mg 1", {{"mg", false, kRows}, ""}, "5 1\n", {1, 1, 1, 1}, "1 cell was replaced."},
-      {"1.5 1", {{",5", false, kRows}, ",25"}, "1.25 1\n", {1, 1, 1, 1}, "1 cell was replaced.", ','},
-      {"2;5 1", {{";", false, kRows}, ","}, "2.5 1\n", {1, 1, 1, 1}, "1 cell was replaced.", ','},
-      {"1 1\n1 1", {{"1", true, kRows}, "2"}, "1 2\n1 1\n", {1, 2, 1, 2}, "1 cell was replaced.", '.', {1, 2, 1, 2}},
+      {"NA 1\n2 NA", {{"NA", true, kRows}, ""}, "- 1\n2 -\n", CellRange{1, 1, 2, 2}, "2 cells were replaced."},
+      {"-999 1\n2 -999.5",
+       {{"-999", true, kRows}, ""},
+       "- 1\n2 -999.5\n",
+       CellRange{1, 1, 1, 1},
+       "1 cell was replaced."},
+      {"1999 1\n2 99", {{"99", false, kRows}, "8"}, "198 1\n2 8\n", CellRange{1, 1, 2, 2}, "2 cells were replaced."},
+      {"aba 1\nBa ab",
+       {{"A", false, kRows}, "xy"},
+       "xybxy 1\nBxy xyb\n",
+       CellRange{1, 1, 2, 2},
+       "3 cells were replaced."},
+      {"5mg 1", {{"mg", false, kRows}, ""}, "5 1\n", CellRange{1, 1, 1, 1}, "1 cell was replaced."},
+      {"1.5 1", {{",5", false, kRows}, ",25"}, "1.25 1\n", CellRange{1, 1, 1, 1}, "1 cell was replaced.", ','},
+      {"2;5 1", {{";", false, kRows}, ","}, "2.5 1\n", CellRange{1, 1, 1, 1}, "1 cell was replaced.", ','},
+      {"1 1\n1 1",
+       {{"1", true, kRows}, "2"},
+       "1 2\n1 1\n",
+       CellRange{1, 2, 1, 2},
+       "1 cell was replaced.",
+       '.',
+       CellRange{1, 2, 1, 2}},
       {"15 5\n5 1",
        {{"5", false, kRows}, "x"},
        "15 5\n5 1\n",
@@ -36,7 +52,7 @@ TEST(ReplaceCells, ReplacesInNumbersAndTextsInOneStep) {
       {"5a 5",
        {{"5", false, kRows}, "x"},
        "xa 5\n",
-       {1, 1, 1, 1},
+       CellRange{1, 1, 1, 1},
        "1 cell was replaced. 1 cell was left as it is: 'x' in Y:1 would be no number."},
   };
   for (const auto& c : kCases) {
@@ -47,7 +63,7 @@ TEST(ReplaceCells, ReplacesInNumbersAndTextsInOneStep) {
     EXPECT_EQ(c.replace.ReplaceAll(sheet.With({selection}), c.selection.has_value()), c.extent.has_value());
     EXPECT_EQ(sheet.Cells(), c.after);
     EXPECT_EQ(sheet.User.Said, Said{"inform: " + std::string(c.said)});
-    EXPECT_EQ(sheet.Undo, c.extent ? Snapshots{{"&Undo Replace", *c.extent}} : Snapshots());
+    EXPECT_EQ(sheet.Undo, (c.extent ? Snapshots{{"&Undo Replace", *c.extent}} : Snapshots()));
   }
 }
 
