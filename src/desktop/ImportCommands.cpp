@@ -1,10 +1,10 @@
 #include "desktop/ImportCommands.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <functional>
 #include <utility>
 
+#include "core/ui/ChooseFiles.h"
 #include "desktop/quorvexWindow.h"
 #include "import/spreadsheet/SpreadsheetImport.h"
 #include "import/ui/frmDataBase.h"
@@ -19,10 +19,11 @@ QString ChooseDataFile(quorvexWindow& window) {
   Settings& settings = window.Preferences();
   std::string folder = settings.Folder(kFolder);
   if (folder.empty()) folder = settings.Folder("projectdir");
-  QString file = QFileDialog::getOpenFileName(&window, "Import", QString::fromStdString(folder),
-                                              QString("Text and spreadsheets (%1);;All files (*)").arg(kDataFiles));
-  if (!file.isEmpty()) settings.Set(kFolder, QFileInfo(file).absolutePath().toStdString());
-  return file;
+  const std::optional<QString> file =
+      ChooseFile(&window, "Import", QString::fromStdString(folder),
+                 QString("Text and spreadsheets (%1);;All files (*)").arg(kDataFiles), window.User());
+  if (file) settings.Set(kFolder, QFileInfo(*file).absolutePath().toStdString());
+  return file.value_or(QString());
 }
 
 // Lets `show` fill the sheet. That of a fresh project may become one of another kind on the way, which is another fresh

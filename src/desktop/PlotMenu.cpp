@@ -106,8 +106,10 @@ void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutio
   }();
   if (!leftOut.empty()) user.Refuse(NoCurveText(leftOut));
   if (leftOut.size() == solutions.size()) return;
+  const bool tells = plot && !plot->Legend.Show;
   if (plot) LeaveModelsOnly(*plot, window.Preferences());
   Open(window, PageOf(std::move(plot)));
+  if (tells) user.Inform(NoLegendText(solutions.size() - leftOut.size()));
 }
 
 void PlotSelectedSolutions(quorvexWindow& window) {
@@ -150,12 +152,17 @@ PlotSource SourceOf(quorvexWindow& window) {
 
 std::vector<ProjectCommand> PlotMenu() {
   return {
-      {.Name = "mnuPlotData", .Text = "Plot &Data", .Keys = QKeySequence(Qt::Key_F7), .Run = PlotData},
+      {.Name = "mnuPlotData",
+       .Text = "Plot &Data",
+       .Keys = QKeySequence(Qt::Key_F7),
+       .Run = PlotData,
+       .InItsWindows = true},
       {.Name = "mnuPlotColumns", .Text = "Plot &Columns...", .Run = PlotColumns},
       {.Name = "mnuPlotSelected",
        .Text = "Plot &Selected Solutions",
        .Keys = QKeySequence("Shift+F7"),
-       .Run = PlotSelectedSolutions},
+       .Run = PlotSelectedSolutions,
+       .InItsWindows = true},
       {.Name = "mnuPlotAll",
        .Text = "Plot &All Solutions",
        .Run =

@@ -19,6 +19,7 @@ struct ProjectCommand {
   bool OnSheet = false;                                      // in the context menu of the sheet, too
   bool (*IsChecked)(const quorvexWindow& window) = nullptr;  // of an entry that shows a state
   QKeySequence OtherKeys = {};                               // that do the same
+  bool InItsWindows = false;  // its keys act in the windows of results and plots of the project, too
 };
 
 // The same command, in the context menu of the sheet, too.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/ui/TableCells.h"
 #include "sheet/CellEntry.h"
 #include "sheet/TypeInCell.h"
 
@@ -58,6 +59,8 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return QString::fromStdString(ShownText(sheet, Row(index), Col(index), project_.Locale));
+    case Qt::AccessibleDescriptionRole:
+      return PlaceOfCell(index);
     case Qt::EditRole:
       return QString::fromStdString(EntryText(sheet.Cells, Row(index), Col(index), project_.Locale));
     case Qt::TextAlignmentRole: {

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/ui/TableCells.h"
 #include "desktop/SheetModel.h"
 #include "sheet/BlockEdge.h"
 
@@ -51,9 +52,7 @@ class CellDelegate : public QStyledItemDelegate {
     editor->setFrame(false);
     editor->setAutoFillBackground(true);
     editor->setAlignment(Qt::AlignRight);
-    editor->setAccessibleName(QString("%1, row %2")
-                                  .arg(index.model()->headerData(index.column(), Qt::Horizontal).toString())
-                                  .arg(index.row() + 1));
+    editor->setAccessibleName(PlaceOfCell(index));
     editor_ = editor;
     index_ = index;
     return editor;
@@ -246,6 +245,7 @@ void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint 
 }
 
 void SheetView::keyPressEvent(QKeyEvent* event) {
+  if (ResizesColumn(*this, *event)) return;
   const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
   switch (event->key()) {
     case Qt::Key_Return:

@@ -10,6 +10,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "core/ui/NamesApart.h"
+#include "core/ui/TableCells.h"
+
 namespace quorvex {
 namespace {
 
@@ -26,6 +29,7 @@ class SolvedListView : public QTableView {
 
   // Enter is the user's double click, on every platform style.
   void keyPressEvent(QKeyEvent* event) override {
+    if (ResizesColumn(*this, *event)) return;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!enter) return QTableView::keyPressEvent(event);
     if (currentIndex().isValid()) emit doubleClicked(currentIndex());
@@ -81,7 +85,7 @@ QVariant SolvedListModel::data(const QModelIndex& index, int role) const {
       if (index.column() != 1 || mark.Text.isEmpty()) return {};
       return QApplication::style()->standardIcon(mark.Sign);
     case Qt::AccessibleDescriptionRole:
-      return mark.Text;
+      return mark.Text.isEmpty() ? PlaceOfCell(index) : PlaceOfCell(index) + ". " + mark.Text;
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter | (index.column() == 1 ? Qt::AlignLeft : Qt::AlignRight));
     default:
@@ -112,8 +116,7 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
   SolvedList->setEditTriggers(QAbstractItemView::NoEditTriggers);
   SolvedList->setTabKeyNavigation(false);
   SolvedList->setWordWrap(false);
-  // Models of several variables begin alike, and differ in their last terms.
-  SolvedList->setTextElideMode(Qt::ElideMiddle);
+  SolvedList->setItemDelegateForColumn(1, new NameDelegate(SolvedList));
   SolvedList->verticalHeader()->hide();
   SolvedList->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   SolvedList->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);

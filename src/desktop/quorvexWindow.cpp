@@ -1,6 +1,9 @@
 #include "desktop/quorvexWindow.h"
 
+#include <QAction>
+#include <QChildEvent>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
@@ -12,6 +15,7 @@
 #include <QVBoxLayout>
 #include <cstdlib>
 
+#include "desktop/ProjectMenus.h"
 #include "desktop/SheetModel.h"
 #include "desktop/SheetView.h"
 #include "desktop/SolvedListPanel.h"
@@ -248,11 +252,33 @@ quorvexWindow* ProjectInFront(const QMdiArea& area) {
   return window != nullptr ? qobject_cast<quorvexWindow*>(window->widget()) : nullptr;
 }
 
+void quorvexWindow::ShowInFrame() {
+  if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()); frame != nullptr && frame->mdiArea() != nullptr)
+    frame->mdiArea()->setActiveSubWindow(frame);
+}
+
+// Windows of results and plots are on their own for the keys of the frame's menus.
+void quorvexWindow::childEvent(QChildEvent* event) {
+  QWidget::childEvent(event);
+  auto* window = qobject_cast<QWidget*>(event->child());
+  if (!event->polished() || window == nullptr || !window->isWindow() || qobject_cast<QDialog*>(window)) return;
+  for (const auto& menu : {SolveMenu(), PlotMenu()})
+    for (const ProjectCommand& command : menu) {
+      if (!command.InItsWindows || window->findChild<QAction*>(command.Name, Qt::FindDirectChildrenOnly)) continue;
+      auto* action = new QAction(command.Text, window);
+      action->setObjectName(command.Name);
+      action->setShortcuts({command.Keys, command.OtherKeys});
+      connect(action, &QAction::triggered, this, [this, run = command.Run] {
+        ShowInFrame();
+        run(*this);
+      });
+      window->addAction(action);
+    }
+}
+
 void quorvexWindow::closeEvent(QCloseEvent* event) {
   // What is asked about is to be seen.
-  if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
-      frame != nullptr && frame->mdiArea() != nullptr && !project_.IsSaved())
-    frame->mdiArea()->setActiveSubWindow(frame);
+  if (!project_.IsSaved()) ShowInFrame();
   const bool committed = DataGrid->CommitEntry(), wasSaved = project_.IsSaved();
   const bool close = committed && MayClosePlots(*this) && MayClose(project_, user_);
   if (!wasSaved && project_.IsSaved()) emit Saved();

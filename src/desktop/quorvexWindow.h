@@ -102,11 +102,13 @@ class quorvexWindow : public QWidget {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void childEvent(QChildEvent* event) override;
 
  private:
   void LayOut();
   void NotesEdited();
   void ShowState();
+  void ShowInFrame();  // in front of other projects
   bool Save(bool (*save)(Project& project, Prompter& user));
   void ShowResultsOf(int row);
   void BringUpToDate(frmResults& results) const;

@@ -17,6 +17,8 @@ std::string WithDecimals(int decimals, const char* exponent) {
 
 double StepOf(const AxisLimits& limits) { return (limits.Max - limits.Min) / limits.Ticks; }
 
+bool IsWhole(double value) { return value == std::floor(value); }
+
 enum class Notation { Plain, Exponent };
 
 // How many decimals tell each tick to a fiftieth of a step: those of the numbers themselves or, where they are written
@@ -39,8 +41,9 @@ int DecimalsForTicks(const AxisLimits& limits, Notation notation) {
 
 }  // namespace
 
-std::string BuildAutoLabelFormat(const AxisLimits& limits) {
+std::string BuildAutoLabelFormat(const AxisLimits& limits, bool rows) {
   if (limits.Log) return "0.0E+00";
+  if (rows && IsWhole(limits.Min) && IsWhole(StepOf(limits))) return "0";
   const double a = std::max(std::abs(limits.Min), std::abs(limits.Max));
   if (a > 1e-7 && a < 1e7) return WithDecimals(DecimalsForTicks(limits, Notation::Plain), "");
   int decimals = DecimalsForTicks(limits, Notation::Exponent);
@@ -77,8 +80,8 @@ std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::str
   return labels;
 }
 
-std::vector<std::string> MakeAxisLabels(const AxisLimits& limits, std::string& format, bool autoFormat) {
-  if (autoFormat) format = BuildAutoLabelFormat(limits);
+std::vector<std::string> MakeAxisLabels(const AxisLimits& limits, std::string& format, bool autoFormat, bool rows) {
+  if (autoFormat) format = BuildAutoLabelFormat(limits, rows);
   return FillAxisLabels(limits, format);
 }
 

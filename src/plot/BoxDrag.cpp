@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plot/KeyStep.h"
+#include "plot/PlotModes.h"
 #include "plot/PlotUndo.h"
 
 namespace quorvex {
@@ -30,10 +32,32 @@ DeviceRect BoxDrag::At(double x, double y) const {
 
 void BoxDrag::MouseMove(bool leftHeld, double x, double y) {
   if (!Dragging()) return;
+  if (byKeys_) return;
   if (leftHeld)
     host_.ShowOverlay(PlotOverlay::kFloatingBox, At(x, y));
   else
     Cancel();
+}
+
+bool BoxDrag::TakeByKeys(PlotBox& box, const DeviceRect& where) {
+  left_ = where.left;
+  top_ = where.top;
+  byKeys_ = !Dragging() && TakeHold(box, where, left_, top_);
+  if (byKeys_) host_.DisableMenu();
+  return byKeys_;
+}
+
+bool BoxDrag::KeyDown(int key, bool shift) {
+  if (!byKeys_) return false;
+  if (key == PlotModes::kReturn) {
+    DragDrop(left_, top_);
+    return true;
+  }
+  const auto [right, down] = KeyStep(key, shift, host_);
+  left_ = std::clamp(left_ + right, 0.0, std::max(0.0, 1.0 * host_.ScaleWidth() - start_.width()));
+  top_ = std::clamp(top_ + down, 0.0, std::max(0.0, 1.0 * host_.ScaleHeight() - start_.height()));
+  host_.ShowOverlay(PlotOverlay::kFloatingBox, At(left_, top_));
+  return true;
 }
 
 void BoxDrag::DragDrop(double x, double y) {
@@ -59,6 +83,8 @@ void BoxDrag::Cancel() {
   box_->Dragging = false;
   box_ = nullptr;
   host_.HideOverlay();
+  if (byKeys_) host_.EnableMenu();
+  byKeys_ = false;
 }
 
 }  // namespace quorvex

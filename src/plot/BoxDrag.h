@@ -21,6 +21,11 @@ class BoxDrag {
   // The box is dropped.
   void DragDrop(double x, double y);
 
+  // The same by keys, from a box shown at `where`: arrows move it, by a pixel with Shift, and Return drops it. False
+  // where it is not shown.
+  bool TakeByKeys(PlotBox& box, const DeviceRect& where);
+  bool KeyDown(int key, bool shift);  // whether it is of use
+
   void Cancel();
   bool Dragging() const { return box_ != nullptr; }
 
@@ -33,6 +38,8 @@ class BoxDrag {
   PlotBox* box_ = nullptr;
   DeviceRect start_;            // where it stood
   double GrabX = 0, GrabY = 0;  // the pointer's place in it
+  bool byKeys_ = false;
+  double left_ = 0, top_ = 0;  // where keys have taken it
 };
 
 }  // namespace quorvex

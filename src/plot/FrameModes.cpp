@@ -5,6 +5,7 @@
 
 #include "core/LocaleText.h"
 #include "core/NumberText.h"
+#include "plot/KeyStep.h"
 #include "plot/PlotUndo.h"
 
 namespace quorvex {
@@ -56,9 +57,11 @@ void FrameModes::MouseUp(int button, double x, double y) {
 }
 
 void FrameModes::Zoom(int event, double x, double y) {
+  if (ZoomState != kIdle) pointer_ = {x, y};
   if (ZoomState == kIdle) {
     if (plot_.Shown().Frame == DeviceRect{}) return;  // no picture to zoom into
     host_.DisableMenu();
+    pointer_.reset();
     ZoomState = kArmed;
     host_.SetCursor(PlotCursor::kUpArrow);
   } else if (Ends(event)) {
@@ -104,12 +107,14 @@ void FrameModes::ShowCoords(int event, double x, double y) {
     if (picture.Frame == DeviceRect{}) return;  // no picture to read from
     CoordState = true;
     hit_.reset();
+    pointer_.reset();
     host_.PlaceFrame();
     host_.DisableMenu();
     host_.SetCursor(PlotCursor::kCross);
   } else if (Ends(event)) {
     EndCoords();
   } else if (event == kMove) {
+    pointer_ = {x, y};
     hit_ = plot_.CurveIsClose(x, y, kCloseTwips / host_.TwipsPerPixelX());
     if (hit_) {
       const SeriesTable table = plot_.PlotData[hit_->Series].CopyDataTo();
@@ -121,28 +126,77 @@ void FrameModes::ShowCoords(int event, double x, double y) {
   }
 }
 
-void FrameModes::ShowMark(double x, double y, double dataX, double dataY) {
+DeviceRect FrameModes::MarkAt(double x, double y) const {
   const double halfX = kMarkTwips / host_.TwipsPerPixelX(), halfY = kMarkTwips / host_.TwipsPerPixelY();
   const auto unit = [](double place) { return static_cast<std::int32_t>(std::lrint(place)); };
-  host_.ShowOverlay(hit_ ? PlotOverlay::kCrossInSquare : PlotOverlay::kCross,
-                    {unit(x - halfX), unit(y - halfY), unit(x + halfX), unit(y + halfY)});
+  return {unit(x - halfX), unit(y - halfY), unit(x + halfX), unit(y + halfY)};
+}
+
+void FrameModes::ShowMark(double x, double y, double dataX, double dataY) {
+  host_.ShowOverlay(hit_ ? PlotOverlay::kCrossInSquare : PlotOverlay::kCross, MarkAt(x, y));
   const auto text = [&](double value) { return LocalizeExpression(FormatNumber(value, "0.000000E+00"), plot_.Locale); };
   host_.ShowPoint(text(dataX), text(dataY));
 }
 
-bool FrameModes::KeyDown(int key, bool) {
-  if (!CoordState || !hit_ || (key != kLeftArrow && key != kRightArrow)) return false;
-  const SeriesTable table = plot_.PlotData[hit_->Series].CopyDataTo();
-  std::size_t point = hit_->Point;
-  if (key == kLeftArrow && point > 0) --point;
-  if (key == kRightArrow && point + 1 < table.Y.size()) ++point;
-  const double x = table.X[point], y = table.Y[point];
+bool FrameModes::KeyDown(int key, bool shift) {
+  if (drag_.Dragging()) return drag_.KeyDown(key, shift);
+  return ZoomState != kIdle ? KeyInZoom(key, shift) : CoordState && KeyInCoords(key, shift);
+}
+
+FrameModes::Place FrameModes::Pointer() const {
+  const DeviceRect& frame = plot_.Shown().Frame;
+  return pointer_.value_or(Place{(frame.left + frame.right) / 2.0, (frame.top + frame.bottom) / 2.0});
+}
+
+bool FrameModes::KeyInZoom(int key, bool shift) {
+  const DeviceRect& frame = plot_.Shown().Frame;
+  const auto [right, down] = KeyStep(key, shift, host_);
+  const double x = std::clamp<double>(Pointer().X + right, frame.left, frame.right);
+  const double y = std::clamp<double>(Pointer().Y + down, frame.top, frame.bottom);
+  Zoom(key == kReturn ? kLeft : kMove, x, y);
+  if (ZoomState == kArmed) host_.ShowOverlay(PlotOverlay::kCross, MarkAt(x, y));
+  return true;
+}
+
+bool FrameModes::KeyInCoords(int key, bool shift) {
+  if (key < kLeftArrow || key > kDownArrow) return false;
+  if (!hit_) {
+    if (pointer_) return false;  // which a mouse has led to where no point is
+    const DeviceRect& frame = plot_.Shown().Frame;
+    const auto nearest = plot_.CurveIsClose(Pointer().X, Pointer().Y, std::max(frame.width(), frame.height()));
+    if (nearest) GoToPoint(*nearest);
+    return nearest.has_value();
+  }
+  constexpr std::size_t kFar = 10;
+  const std::vector<PlotSeries>& curves = plot_.PlotData;
+  CurveHit to = *hit_;
+  const SeriesTable here = curves[to.Series].CopyDataTo();
+  const std::size_t steps = shift ? kFar : 1, last = here.Y.size() - 1;
+  if (key == kLeftArrow) to.Point -= std::min(steps, to.Point);
+  if (key == kRightArrow) to.Point = std::min(to.Point + steps, last);
+  if (key == kUpArrow || key == kDownArrow) {
+    // The next curve, round and round, at the point above or below.
+    do to.Series = (to.Series + (key == kDownArrow ? 1 : curves.size() - 1)) % curves.size();
+    while (!curves[to.Series].Displayed());
+    const SeriesTable there = curves[to.Series].CopyDataTo();
+    const auto apart = [&](double x) { return std::abs(x - here.X[hit_->Point]); };
+    const auto nearest = std::ranges::min_element(there.X, {}, apart);
+    to.Point = static_cast<std::size_t>(nearest - there.X.begin());
+  }
+  GoToPoint(to);
+  return true;
+}
+
+// Beyond the axes there is nothing to go to.
+void FrameModes::GoToPoint(const CurveHit& point) {
+  const SeriesTable table = plot_.PlotData[point.Series].CopyDataTo();
+  if (point.Point >= table.Y.size()) return;
+  const double x = table.X[point.Point], y = table.Y[point.Point];
   const auto within = [](const PlotAxis& axis, double value) { return value >= axis.Min && value <= axis.Max; };
-  if (!within(plot_.X, x) || !within(plot_.Y, y)) return true;
-  hit_->Point = point;
+  if (!within(plot_.X, x) || !within(plot_.Y, y)) return;
+  hit_ = point;
   ShowMark(plot_.Shown().Horizontal.ToDevice(plot_.SwapAxis ? y : x),
            plot_.Shown().Vertical.ToDevice(plot_.SwapAxis ? x : y), x, y);
-  return true;
 }
 
 void FrameModes::Resize() {

@@ -25,6 +25,8 @@ class FrameModes final : public PlotModes {
   bool Measures() const override { return true; }
   void Zoom(int event, double x, double y) override;
   void ShowCoords(int event, double x, double y) override;
+  bool MoveLegend() override { return !Active() && drag_.TakeByKeys(plot_.Legend, plot_.Shown().Legend); }
+  bool MoveFootNote() override { return !Active() && drag_.TakeByKeys(plot_.FootNote, plot_.Shown().FootNote); }
   bool Active() const override { return ZoomState != kIdle || CoordState || drag_.Dragging(); }
 
  private:
@@ -32,6 +34,9 @@ class FrameModes final : public PlotModes {
   void EndZoom();
   void EndCoords();
   void ZoomInto();
+  bool KeyInZoom(int key, bool shift);
+  bool KeyInCoords(int key, bool shift);
+  void GoToPoint(const CurveHit& point);
   void ShowMark(double x, double y, double dataX, double dataY);
   DeviceRect RubberBand() const;
 
@@ -42,6 +47,15 @@ class FrameModes final : public PlotModes {
 
   enum { kIdle, kArmed, kBandOpen } ZoomState = kIdle;
   double ZoomStartX = 0, ZoomStartY = 0, ZoomEndX = 0, ZoomEndY = 0;
+
+  // Where the pointer was last in the mode that is on, or keys have taken its place; before that, the middle of the
+  // frame.
+  struct Place {
+    double X, Y;
+  };
+  std::optional<Place> pointer_;
+  Place Pointer() const;
+  DeviceRect MarkAt(double x, double y) const;
 
   bool CoordState = false;
   std::optional<CurveHit> hit_;

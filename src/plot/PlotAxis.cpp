@@ -13,7 +13,17 @@ void ListDefaults(const Io& io, Axis& axis, const std::string& prefix, const std
   io(prefix + "logscale" + suffix, axis.LogScale);
 }
 
+bool IsWhole(double value) { return value == std::floor(value); }
+
 }  // namespace
+
+AxisLimits PlotAxis::AutomaticLimits(double min, double max, bool log) const {
+  AxisLimits limits = quorvex::AutomaticLimits(min, max, log);
+  const double rows = limits.Max - limits.Min;
+  if (CountsRows() && !limits.Log && IsWhole(limits.Min) && IsWhole(limits.Max) && rows < limits.Ticks)
+    limits.Ticks = static_cast<int>(rows);
+  return limits;
+}
 
 void PlotAxis::Take(const AxisLimits& limits) {
   Min = limits.Min;

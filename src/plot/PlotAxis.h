@@ -11,6 +11,9 @@
 
 namespace quorvex {
 
+// What stands at an axis of the numbers of rows.
+inline constexpr const char* kRowTitle = "Row";
+
 // An axis of a plot. The fields that files and templates call XAxisTitle, XMin, NumXMajorTicks and so on are
 // X.AxisTitle, X.Min, X.NumMajorTicks.
 struct PlotAxis {
@@ -26,6 +29,11 @@ struct PlotAxis {
 
   AxisLimits Limits() const { return {Min, Max, NumMajorTicks, LogScale}; }
   void Take(const AxisLimits& limits);
+
+  // An axis with the title of row numbers counts them: there is no row between two, and none has decimals.
+  bool CountsRows() const { return AxisTitle == kRowTitle; }
+
+  AxisLimits AutomaticLimits(double min, double max, bool log) const;  // around data
 
   // What the settings have for a new plot's axis: `prefix` is "x", "y" or "z", `suffix` "3d" in three dimensions.
   void Read(const Settings& settings, const std::string& prefix, const std::string& suffix = "");

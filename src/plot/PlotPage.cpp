@@ -91,16 +91,18 @@ void PlotPage::ResolveAxisScales(bool automatic) {
   automatic = automatic || std::ranges::any_of(axes, [](const PlotAxis* axis) { return axis->Min == axis->Max; });
   for (std::size_t i = 0; i < axes.size(); ++i)
     if (automatic)
-      axes[i]->Take(AutomaticLimits(data[i].Min, data[i].Max, axes[i]->LogScale));
+      axes[i]->Take(axes[i]->AutomaticLimits(data[i].Min, data[i].Max, axes[i]->LogScale));
     else
       RoundToDecades(*axes[i], data[i].Min, data[i].Max);
 }
 
 std::optional<std::vector<AxisLimits>> PlotPage::SuggestScale(const std::vector<bool>& log) const {
   const std::vector<DataLimits> data = GetDataLimits(log);
+  const std::vector<const PlotAxis*> axes = Axes();
   std::vector<AxisLimits> scales;
   try {
-    for (std::size_t i = 0; i < data.size(); ++i) scales.push_back(AutomaticLimits(data[i].Min, data[i].Max, log[i]));
+    for (std::size_t i = 0; i < data.size(); ++i)
+      scales.push_back(axes[i]->AutomaticLimits(data[i].Min, data[i].Max, log[i]));
   } catch (const NumericFault&) {
     return std::nullopt;
   }
@@ -113,7 +115,7 @@ bool PlotPage::CreateGraph(const CreateOptions& options, Prompter& prompter) {
     ResolveAxisScales(options.Auto);
     for (PlotAxis* axis : Axes()) {
       axis->LabelString = FirstCharacters(axis->LabelString, kLongestPattern);
-      axis->Labels = MakeAxisLabels(axis->Limits(), axis->LabelString, options.AutoFormat);
+      axis->Labels = MakeAxisLabels(axis->Limits(), axis->LabelString, options.AutoFormat, axis->CountsRows());
       for (std::string& label : axis->Labels) label = LocalizeExpression(label, Locale);
     }
     if (options.Regenerate)
@@ -130,7 +132,7 @@ bool PlotPage::AutoFormatted() const {
   // What failed in drawing only is formatted nevertheless, but not scales that have no numbers.
   try {
     return std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
-      return !axis->Labels.empty() && axis->LabelString == BuildAutoLabelFormat(axis->Limits());
+      return !axis->Labels.empty() && axis->LabelString == BuildAutoLabelFormat(axis->Limits(), axis->CountsRows());
     });
   } catch (const NumericFault&) {
     return false;

@@ -27,6 +27,7 @@ void BoxModes::MouseUp(int button, double x, double y) {
 }
 
 bool BoxModes::KeyDown(int key, bool shift) {
+  if (drag_.Dragging()) return drag_.KeyDown(key, shift);
   const double degrees = shift ? 1 : 5;
   if (!plot_.PlotCreated) return false;
   if (key == kLeftArrow || key == kRightArrow)

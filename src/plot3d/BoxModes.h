@@ -21,6 +21,8 @@ class BoxModes final : public PlotModes {
   bool KeyDown(int key, bool shift) override;  // by 5 degrees, with Shift by 1
   void LostFocus() override;
   void Resize() override { LostFocus(); }
+  bool MoveLegend() override { return drag_.TakeByKeys(plot_.Legend, plot_.Shown().Legend); }
+  bool MoveFootNote() override { return drag_.TakeByKeys(plot_.FootNote, plot_.Shown().FootNote); }
   bool Active() const override { return drag_.Dragging(); }
 
  private:

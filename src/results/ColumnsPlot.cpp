@@ -9,8 +9,8 @@ namespace quorvex {
 Result<PlotClass> ColumnsPlot::Make(const DataSheet& sheet, const Settings& settings, const LocaleText& locale) const {
   if (!Vertical) return Failure{"Please select which data column to plot on the vertical plot axis."};
   if (Horizontal.empty()) return Failure{"Please select at least one data column to plot on the horizontal plot axis."};
-  const auto title = [&](std::size_t col) { return col == kRowNumbers ? "Row" : ColumnTitle(sheet, col, "X"); };
-  const auto name = [&](std::size_t col) { return col == kRowNumbers ? "Row" : ColumnName(sheet, col); };
+  const auto title = [&](std::size_t col) { return col == kRowNumbers ? kRowTitle : ColumnTitle(sheet, col, "X"); };
+  const auto name = [&](std::size_t col) { return col == kRowNumbers ? kRowTitle : ColumnName(sheet, col); };
   const bool several = Horizontal.size() > 1;
   PlotClass plot(settings, locale);
   plot.PlotTitle = "Plot";

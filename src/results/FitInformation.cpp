@@ -164,7 +164,7 @@ class Builder {
 
   std::string Number(double value, const std::string& pattern) const { return patterns_.Text(value, pattern, locale_); }
   std::string Value(double value) const { return Number(value, patterns_.Values); }
-  std::string Probability(double value) const { return Number(value, patterns_.Probabilities); }
+  std::string Probability(double value) const { return patterns_.Probability(value, locale_); }
 
   template <typename Text>
   static std::string Attempt(Text text) {
@@ -206,6 +206,12 @@ NumberPatterns NumberPatterns::InFull() const {
 
 std::string NumberPatterns::Text(double value, const std::string& pattern, const LocaleText& locale) const {
   return LocalizeExpression(FormatNumber(value, pattern, Digits), locale);
+}
+
+std::string NumberPatterns::Probability(double p, const LocaleText& locale) const {
+  constexpr double kTwoDigits = 1e-4;  // the usual pattern shows at least so many of what is not less
+  const bool small = SmallProbabilities && p > 0 && p < kTwoDigits && Probabilities == NumberPatterns().Probabilities;
+  return Text(p, small ? "0.0E+00" : Probabilities, locale);
 }
 
 Report FitInformation(const SolvedItem& solution, const FitCircumstances& circumstances, const Settings& settings,

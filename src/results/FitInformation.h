@@ -18,6 +18,8 @@ struct NumberPatterns {
   std::string Residuals = "0.0e+0";
   std::string Probabilities = "0.0####";
   int Digits = kAllDigits;  // of "General" numbers
+  // Whether probabilities of which that pattern shows next to nothing are written as 1.2E-17.
+  bool SmallProbabilities = false;
 
   // With every digit of the numbers for which nobody has chosen a pattern, as files and other programs take them.
   NumberPatterns InFull() const;
@@ -26,12 +28,13 @@ struct NumberPatterns {
 
   // A number by one of the patterns, in the locale's form.
   std::string Text(double value, const std::string& pattern, const LocaleText& locale) const;
+  std::string Probability(double p, const LocaleText& locale) const;
 
   bool operator==(const NumberPatterns&) const = default;
 };
 
 // For windows, where few digits are read more easily.
-inline NumberPatterns WindowPatterns() { return {.Digits = NumberPatterns::kWindowDigits}; }
+inline NumberPatterns WindowPatterns() { return {.Digits = NumberPatterns::kWindowDigits, .SmallProbabilities = true}; }
 
 // What Fit Information tells besides the solution itself.
 struct FitCircumstances {

@@ -63,11 +63,18 @@ Result<Plot> PointPlot(const SolveData& data, const std::vector<std::string>& ti
   return plot;
 }
 
+// "Height against Time", and "Yield against Acid and Heat" in three dimensions.
+std::string TitleOf(const std::vector<const PlotAxis*>& axes) {
+  std::string title = axes.back()->AxisTitle + " against " + axes.front()->AxisTitle;
+  if (axes.size() > 2) title += " and " + axes[1]->AxisTitle;
+  return title;
+}
+
 // The same with a model or an interpolation, whose table is made. The failure where it has no value somewhere.
 template <typename Plot>
 Result<Plot> WithModel(Result<Plot> plot, PlotSeries model, const std::string& name, const std::vector<int>& points) {
   if (!plot) return plot;
-  plot->PlotTitle = "Model Plot";
+  plot->PlotTitle = TitleOf(std::as_const(*plot).Axes());
   plot->PlotData[0].Style().ShowErrorBars = false;
   model.Style().LegendText = "Model " + name;
   if (!MakeTable(model, *plot, points)) return Failure{NoCurveText({name})};
@@ -162,6 +169,11 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
   return plot;
 }
 
+std::string NoLegendText(std::size_t curves) {
+  return "A legend of " + std::to_string(curves) +
+         " curves would cover the plot, so it is not shown. Legend in the View menu of the plot shows it.";
+}
+
 void LookLikeModel(SeriesStyle& style, std::size_t variables) {
   style.DisplayLine = true;
   if (variables == 1) {
@@ -200,7 +212,7 @@ PlotSeries SeriesOf(const SolvedItem& solution) {
 std::vector<std::string> ScatterTypes(const DataSheet& sheet) {
   std::vector<std::string> types = ColumnNames(AxisTitles(sheet));
   types.back() = "Calculated " + types.back();
-  types.insert(types.begin(), "Row");
+  types.insert(types.begin(), kRowTitle);
   return types;
 }
 

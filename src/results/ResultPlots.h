@@ -63,10 +63,13 @@ Result<PlotClass3D> ScatterPlot(const SolveData& data, const std::vector<std::st
 
 // DataPlot with copies of solutions of one independent variable as curves through the points, each in a colour and line
 // style of its own where the user chose none. `leftOut` gets the names of those without a value somewhere in the range
-// of the data, which are left out. Of more than twenty curves the legend, as long as the page, is not shown.
+// of the data, which are left out. Of more than twenty curves the legend, as long as the page, is not shown; the user
+// is told so by NoLegendText.
 Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const SolveData& data,
                                 const std::string& xTitle, const std::string& yTitle, const Settings& settings,
                                 const LocaleText& locale, std::vector<std::string>& leftOut);
+
+std::string NoLegendText(std::size_t curves);
 
 // The look of a curve (of one variable) or surface (of two) that has a plot for itself.
 void LookLikeModel(SeriesStyle& style, std::size_t variables);

@@ -201,11 +201,83 @@ TEST(KeyDown, WalksAlongTheCurve) {
   EXPECT_EQ(last(), "nothing");
 }
 
+// Ten pixels a press, one with Shift, from the middle of the frame, which is at 210 140.5.
+TEST(KeyDown, ZoomsWithoutAMouse) {
+  Window window;
+  FrameModes& modes = window.Modes;
+  const auto press = [&](int key, int times, bool shift = false) {
+    for (int i = 0; i < times; ++i) EXPECT_TRUE(modes.KeyDown(key, shift));
+  };
+  modes.Zoom(0, 0, 0);
+  window.Host.Take();
+  press(PlotModes::kLeftArrow, 1);
+  EXPECT_EQ(window.Host.Take(), Events{"mark 194 134 206 146"});
+  press(PlotModes::kLeftArrow, 12);
+  press(PlotModes::kLeftArrow, 1, true);  // 131 is a quarter across
+  press(PlotModes::kDownArrow, 100);      // no farther than the frame
+  press(PlotModes::kReturn, 1);
+  press(PlotModes::kRightArrow, 100);
+  press(PlotModes::kUpArrow, 100);
+  EXPECT_EQ(window.Host.Take().back(), "band 79 24 368 257");
+  press(PlotModes::kReturn, 1);
+  EXPECT_EQ(window.Host.Take().back(), "changed: Zoom");
+  EXPECT_NEAR(window.Plot.X.Min, 27 / 316.0, 1e-12);
+  EXPECT_EQ(window.Plot.X.Max, 1);
+  EXPECT_EQ(window.Plot.Y.Min, 0);
+  EXPECT_FALSE(modes.Active());
+}
+
+TEST(KeyDown, ReadsCurvesWithoutAMouse) {
+  Window window([](PlotClass& plot) {
+    std::vector<double> x, y;
+    for (int i = 0; i <= 40; ++i) x.push_back(i / 40.0), y.push_back(0.9);
+    plot.PlotData.emplace_back(PointSeries(std::move(x), std::move(y), "level"));
+    plot.PlotData.push_back(plot.PlotData[0]);
+    plot.PlotData[2].Style().DisplayLine = plot.PlotData[2].Style().DisplayMarker = false;
+  });
+  window.Modes.ShowCoords(0, 0, 0);
+  const struct {
+    int key;
+    bool shift;
+    const char* read;
+  } kSteps[] = {{PlotModes::kUpArrow, false, "5.000000E-01 | 5.000000E-01"},  // next to the middle
+                {PlotModes::kDownArrow, false, "5.000000E-01 | 9.000000E-01"},
+                {PlotModes::kRightArrow, false, "5.250000E-01 | 9.000000E-01"},
+                {PlotModes::kRightArrow, true, "7.750000E-01 | 9.000000E-01"},
+                {PlotModes::kDownArrow, false, "7.500000E-01 | 7.500000E-01"},  // past what is hidden
+                {PlotModes::kUpArrow, false, "7.500000E-01 | 9.000000E-01"}};
+  for (const auto& step : kSteps) {
+    EXPECT_TRUE(window.Modes.KeyDown(step.key, step.shift));
+    EXPECT_EQ(window.Host.Take().back(), step.read);
+  }
+}
+
 // The legend is 5 letters of 5, 5 gaps of 8 and a sample of 32 wide, 11 and 2 gaps of 8 high.
 void WithLegend(PlotClass& plot) {
   plot.Legend.Show = true;
   plot.Legend.Left = 100;
   plot.Legend.Top = 50;
+}
+
+TEST(BoxDrag, TakesTheLegendElsewhereByKeys) {
+  Window window(WithLegend);
+  FrameModes& modes = window.Modes;
+  EXPECT_FALSE(modes.MoveFootNote()) << "there is none";
+  EXPECT_TRUE(modes.MoveLegend());
+  EXPECT_FALSE(modes.MoveLegend()) << "it moves already";
+  modes.KeyDown(PlotModes::kRightArrow, false);
+  modes.KeyDown(PlotModes::kDownArrow, true);
+  modes.MouseMove(false, 5, 5);  // a mouse that is touched
+  EXPECT_EQ(window.Host.Take(), (Events{"box 100 50 197 77", "menu off", "box 110 50 207 77", "box 110 51 207 78"}));
+  modes.KeyDown(PlotModes::kReturn, false);
+  EXPECT_EQ(window.Host.Take(), (Events{"no overlay", "menu on", "refresh", "changed: Move Legend"}));
+  EXPECT_EQ(window.Plot.Shown().Legend, (DeviceRect{110, 51, 207, 78}));
+  EXPECT_TRUE(modes.MoveLegend());
+  for (int i = 0; i < 100; ++i) modes.KeyDown(PlotModes::kLeftArrow, false);
+  EXPECT_EQ(window.Host.Take().back(), "box 0 51 97 78") << "within the picture";
+  modes.LostFocus();
+  EXPECT_EQ(window.Plot.Legend.Left, 110);
+  EXPECT_FALSE(modes.Active());
 }
 
 TEST(BoxDrag, TakesTheLegendElsewhere) {

@@ -204,5 +204,31 @@ TEST(CurveIsClose, FindsTheNearestPoint) {
   }
 }
 
+// Scales that nobody chose have no ticks between rows; a zoom may.
+TEST(CreateGraph, CountsRowsInWholeNumbers) {
+  const struct {
+    double first, last;
+    const char* title;
+    std::vector<std::string> labels;
+  } kCases[] = {
+      {1, 5, kRowTitle, {"5", "4", "3", "2", "1"}},
+      {1, 5, "Time", {"5.0", "4.5", "4.0", "3.5", "3.0", "2.5", "2.0", "1.5", "1.0"}},
+      {0, 40, kRowTitle, {"40", "35", "30", "25", "20", "15", "10", "5", "0"}},
+      {1, 1.5, kRowTitle, {"1.50", "1.45", "1.40", "1.35", "1.30", "1.25", "1.20", "1.15", "1.10", "1.05", "1.00"}}};
+  for (const auto& c : kCases) {
+    PlotClass plot = BarePlot();
+    RecordingPrompter prompter;
+    plot.X.AxisTitle = c.title;
+    plot.PlotData.emplace_back(PointSeries({c.first, c.last}, {0, 1}, "points"));
+    ASSERT_TRUE(plot.CreateGraph({.Auto = true, .AutoFormat = true}, prompter));
+    EXPECT_EQ(plot.X.Labels, c.labels) << c.title << c.first << c.last;
+    EXPECT_TRUE(plot.AutoFormatted());
+    EXPECT_EQ(plot.SuggestScale({false, false})->front(), plot.X.Limits());
+    plot.X.Max = plot.X.Min + plot.X.NumMajorTicks / 2.0;
+    ASSERT_TRUE(plot.CreateGraph({.AutoFormat = true}, prompter));
+    EXPECT_EQ(plot.X.Labels[1].size() > 2, true) << "halves need their decimals";
+  }
+}
+
 }  // namespace
 }  // namespace quorvex

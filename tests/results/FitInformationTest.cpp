@@ -210,7 +210,7 @@ TEST(FitInformation, WritesAsManyDigitsAsItsPatternsAsk) {
   };
   const NumberPatterns window = WindowPatterns();
   EXPECT_EQ(row({}), (Texts{"0.666666666666667", "0.0"}));
-  EXPECT_EQ(row(window.Shown()), (Texts{"0.6666667", "0.0"}));
+  EXPECT_EQ(row(window.Shown()), (Texts{"0.6666667", "2.4E-19"}));
   const Texts full = row(window.InFull());
   EXPECT_EQ(full[0], "0.666666666666667");
   EXPECT_GT(NumericText(full[1]).value(), 0);

@@ -86,7 +86,7 @@ TEST(SurfacePlot, ShowsDataAndSurface) {
   Result<PlotClass3D> plot =
       SurfacePlot(model->CopyTo(), model->id, PlanePoints(), {"Time", "Depth", "Heat"}, settings);
   ASSERT_TRUE(plot);
-  EXPECT_EQ(plot->PlotTitle, "Model Plot");
+  EXPECT_EQ(plot->PlotTitle, "Heat against Time and Depth");
   EXPECT_EQ(Names(*plot), (std::vector<std::string>{"Input Data", "Model a*x1+x2"}));
   EXPECT_EQ(plot->X.AxisTitle + plot->Y.AxisTitle + plot->Z.AxisTitle, "TimeDepthHeat");
   const SeriesStyle& data = plot->PlotData[0].Style();

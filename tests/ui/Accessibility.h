@@ -16,8 +16,50 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quorvex {
+
+// Tab leads from control to control as the eye goes, along lines or down columns: never to one above in its column nor
+// to one before in its line, of those that were reached already. Page by page where the window has tabs.
+inline void ExpectTabsFollowTheEye(QWidget& window) {
+  auto* tabs = window.findChild<QTabWidget*>();
+  if (tabs != nullptr && !tabs->isVisible()) tabs = nullptr;
+  const int shown = tabs != nullptr ? tabs->currentIndex() : 0;
+  const auto told = [](const QWidget& w) {
+    return std::string(w.metaObject()->className()) + " '" + w.objectName().toStdString() + '\'';
+  };
+  for (int page = 0; page < (tabs != nullptr ? tabs->count() : 1); ++page) {
+    if (tabs != nullptr) tabs->setCurrentIndex(page);
+    std::vector<std::pair<const QWidget*, QRect>> reached;
+    for (QWidget* next = window.nextInFocusChain(); next != &window; next = next->nextInFocusChain()) {
+      if (next->window() != &window || !next->isVisible() || !next->isEnabled() || next->focusProxy() != nullptr ||
+          (next->focusPolicy() & Qt::TabFocus) == 0 || next->visibleRegion().isEmpty())
+        continue;
+      const QRect place(next->mapTo(&window, QPoint()), next->size());
+      for (const auto& [before, there] : reached) {
+        const bool column = place.left() <= there.right() && there.left() <= place.right();
+        const int lower = std::min(place.bottom(), there.bottom()), upper = std::max(place.top(), there.top());
+        const bool line = 2 * (lower - upper) > std::min(place.height(), there.height());
+        EXPECT_FALSE(column && place.bottom() < there.top())
+            << told(window) << ", page " << page << ": " << told(*next) << " above " << told(*before);
+        EXPECT_FALSE(line && place.right() < there.left())
+            << told(window) << ", page " << page << ": " << told(*next) << " left of " << told(*before);
+      }
+      reached.emplace_back(next, place);
+    }
+    // None is left out of the round.
+    for (const QWidget* control : window.findChildren<QWidget*>())
+      if (control->window() == &window && control->isVisible() && control->isEnabled() &&
+          control->focusProxy() == nullptr && (control->focusPolicy() & Qt::TabFocus) != 0 &&
+          !control->visibleRegion().isEmpty()) {
+        EXPECT_TRUE(std::ranges::any_of(reached, [&](const auto& other) { return other.first == control; }))
+            << told(window) << ", page " << page << ": " << told(*control) << " is not reached";
+      }
+  }
+  if (tabs != nullptr) tabs->setCurrentIndex(shown);
+}
 
 // Walks through a window as a screen reader may: every element that can be reached, those of hidden pages included, is
 // asked what can be asked of it. Reports what takes the focus or is read by its name, and has none.
@@ -29,6 +71,7 @@ class AccessibilityWalk {
       EXPECT_TRUE(root->role() == QAccessible::Dialog || root->role() == QAccessible::AlertMessage) << root->role();
     }
     Visit(root, 0);
+    if (window.isVisible()) ExpectTabsFollowTheEye(window);
   }
 
   // The names that were met.

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QPrintDialog>
 
+#include "Accessibility.h"
 #include "Frame.h"
 #include "results/SolvedProject.h"
 
@@ -76,6 +77,7 @@ class Impatient : public QObject {
       dialog.reject();
     } else {
       const QPointer<QDialog> open(&dialog);
+      ExpectTabsFollowTheEye(dialog);
       const int before = Messages;
       open_.push_back(&dialog);
       for (auto* field : dialog.findChildren<QLineEdit*>())
@@ -141,11 +143,13 @@ class Keyboard : public Frame {
   // Everything that can be clicked in a window, and what comes to sight by that.
   void ClickThrough(QWidget& window) {
     Work(window);
+    ExpectTabsFollowTheEye(window);
     for (QAction* action : window.findChildren<QAction*>()) {
       const QString name = action->objectName();
       // The modes of a plot take all else away, and another plot stays in front; the project's menu makes each kind.
       if (!action->isEnabled() || name == "mnuPlotClose" || name == "mnuPlotFormatZoom" ||
-          name == "mnuPlotShowCoords" || name.startsWith("mnuPlotNew"))
+          name == "mnuPlotShowCoords" || name.startsWith("mnuPlotMove") || name.startsWith("mnuPlotNew") ||
+          name.startsWith("mnuSolve") || name == "mnuPlotData" || name == "mnuPlotSelected")
         continue;
       action->trigger();
       QTest::qWait(5);

@@ -3,10 +3,15 @@
 #include <QAccessibleWidget>
 #include <QDialog>
 #include <QEvent>
+#include <QMdiSubWindow>
 #include <QMetaMethod>
 #include <QScopedValueRollback>
+#include <QStyle>
 #include <exception>
 #include <new>
+
+#include "app/ui/ContrastStyle.h"
+#include "core/ui/TabOrder.h"
 
 namespace quorvex {
 namespace {
@@ -23,10 +28,15 @@ QAccessibleInterface* DialogOf(const QString&, QObject* object) {
 
 DesktopApplication::DesktopApplication(int& argc, char** argv) : QApplication(argc, argv) {
   QAccessible::installFactory(DialogOf);
+  if (style()->name() == ContrastStyle::kBase) setStyle(new ContrastStyle);
 }
 
 bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
   FollowKeyboard(*receiver, *event);
+  if (event->type() == QEvent::Show && !event->spontaneous())
+    if (auto* shown = qobject_cast<QWidget*>(receiver);
+        shown != nullptr && (shown->isWindow() || qobject_cast<QMdiSubWindow*>(shown) != nullptr))
+      TabAsLaidOut(*shown);
   static const QMetaMethod failed = QMetaMethod::fromSignal(&DesktopApplication::Failed);
   if (!isSignalConnected(failed)) return QApplication::notify(receiver, event);
   const bool painting = event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;

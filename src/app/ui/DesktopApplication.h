@@ -14,6 +14,10 @@ namespace quorvex {
 // A dialog that closes together with a message over it, before the window manager has given it the keyboard back, hands
 // the keyboard on to the window beneath. The window manager would give it to the dialog, and so to nobody.
 //
+// Tab goes through each window in the order of its layouts.
+//
+// Where the desktop has no style of its own, controls have edges that can be seen.
+//
 // Screen readers announce each window made with Qt::Dialog as a dialog, a QDialog or not.
 class DesktopApplication : public QApplication {
   Q_OBJECT

@@ -4,13 +4,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 
+#include "core/ui/ChooseFiles.h"
 #include "core/ui/ColorButton.h"
 
 namespace quorvex {
@@ -130,8 +130,7 @@ QWidget* PreferenceDialog::AddFile(const Preference& row, QWidget* page) {
   browse->setAccessibleName("Browse for the " + QString::fromStdString(NameOf(row)));
   browse->setAutoDefault(false);
   connect(browse, &QPushButton::clicked, edit, [this, edit] {
-    const QString name = QFileDialog::getOpenFileName(this, "Choose a File", edit->text());
-    if (!name.isEmpty()) edit->setText(name);
+    if (const auto name = ChooseFile(this, "Choose a File", edit->text(), {}, user_)) edit->setText(*name);
   });
   line->addWidget(edit, 1);
   line->addWidget(browse);

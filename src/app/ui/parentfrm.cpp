@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMdiArea>
@@ -23,6 +22,7 @@
 #include "app/ui/WindowArrangement.h"
 #include "core/RecentFiles.h"
 #include "core/ui/BusyCursor.h"
+#include "core/ui/ChooseFiles.h"
 #include "desktop/SheetView.h"
 #include "desktop/quorvexWindow.h"
 #include "files/ProjectFile.h"
@@ -268,11 +268,12 @@ void parentfrm::FileDerive() {
 }
 
 void parentfrm::FileOpen() {
-  const QStringList files = QFileDialog::getOpenFileNames(
+  QFileDialog dialog(
       this, "Open", user_.Folder,
       QString("Projects, plots and data (*.qvx *.plt %1);;Project files (*.qvx);;Plot files (*.plt);;All files (*)")
           .arg(kDataFiles));
-  for (const QString& file : files) OpenFile(file);
+  dialog.setFileMode(QFileDialog::ExistingFiles);
+  for (const QString& file : ChosenFiles(dialog, user_)) OpenFile(file);
 }
 
 void parentfrm::FileSave() {

@@ -4,7 +4,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -17,6 +16,7 @@
 #include <algorithm>
 
 #include "batch/MacroStatements.h"
+#include "core/ui/ChooseFiles.h"
 
 namespace quorvex {
 namespace {
@@ -90,9 +90,8 @@ QLineEdit* frmMacro::AddFile(QFormLayout& form, const QString& label, const QStr
   browse->setToolTip(title);
   browse->setFixedWidth(browse->fontMetrics().horizontalAdvance("......") + 12);
   connect(browse, &QPushButton::clicked, edit, [this, edit, title, toWrite] {
-    const QString file = toWrite ? QFileDialog::getSaveFileName(this, title, edit->text())
-                                 : QFileDialog::getOpenFileName(this, title, edit->text());
-    if (!file.isEmpty()) edit->setText(file);
+    const auto mode = toWrite ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen;
+    if (const auto file = ChooseFile(this, title, edit->text(), {}, user_, mode)) edit->setText(*file);
   });
   line->addWidget(edit, 1);
   line->addWidget(browse);

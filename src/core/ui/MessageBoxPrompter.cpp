@@ -1,14 +1,13 @@
 #include "core/ui/MessageBoxPrompter.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QInputDialog>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QWindow>
 
 #include "core/ui/BusyCursor.h"
+#include "core/ui/ChooseFiles.h"
 #include "core/ui/WaitWindow.h"
 #include "core/ui/frmTemplatePrompt.h"
 
@@ -91,15 +90,9 @@ std::optional<std::string> MessageBoxPrompter::ChooseFileToOpen(const std::strin
   return RunDialog(dialog);
 }
 
-// A dialog takes double quotes for the marks of a list of names, of which it returns another file than the one typed.
 std::optional<std::string> MessageBoxPrompter::RunDialog(QFileDialog& dialog) {
-  while (dialog.exec() == QDialog::Accepted) {
-    const auto* typed = dialog.findChild<QLineEdit*>("fileNameEdit");
-    if (typed == nullptr || !typed->text().contains('"')) return dialog.selectedFiles().constFirst().toStdString();
-    Refuse("The name '" + typed->text().toStdString() +
-           "' cannot be taken, for double quotes mean a list of files here. Please choose a name without them.");
-  }
-  return std::nullopt;
+  const QStringList chosen = ChosenFiles(dialog, *this);
+  return chosen.isEmpty() ? std::nullopt : std::optional(chosen.first().toStdString());
 }
 
 bool MessageBoxPrompter::Wait(const std::string& text, const std::function<void(const LongWork&)>& work) {

@@ -90,6 +90,8 @@ void Dataplot::MakeFormatMenu(QMenuBar& menus) {
   format.addSeparator();
   format.addActions(view_->LookingActions());
   format.addSeparator();
+  format.addActions(view_->MovingActions());
+  format.addSeparator();
   QMenu& templates = *format.addMenu(tr("&Templates"));
   Add(templates, "mnuPlotTemplateApply", tr("Apply &Template..."), {}, &Dataplot::TemplateApply);
   auto* recent = new RecentMenu(tr("Apply &Recent"), kRecentTemplates, document_.Preferences(), &templates);
@@ -131,6 +133,7 @@ void Dataplot::AddSwitches(QMenu& menu) {
 void Dataplot::MakePopup() {
   for (QAction* action : view_->actions()) view_->removeAction(action);
   view_->addActions(view_->LookingActions());
+  view_->addActions(view_->MovingActions());
   for (const auto& group : {std::vector{"mnuPlotFormatProperties"}, std::vector{"mnuEditUndo", "mnuEditRedo"},
                             std::vector{"mnuPlotClipItem1", "mnuPlotClipItem0", "mnuPlotSave", "mnuPlotSaveAs"},
                             std::vector{"mnuPlotAdd", "mnuPlotImport", "mnuPlotTemplateApply"},

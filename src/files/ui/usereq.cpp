@@ -1,7 +1,6 @@
 #include "files/ui/usereq.h"
 
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -9,6 +8,7 @@
 #include <QPushButton>
 
 #include "core/NumberText.h"
+#include "core/ui/ChooseFiles.h"
 #include "usermodels/UserModels.h"
 #include "usermodels/ui/frmChooseModel.h"
 #include "usermodels/ui/frmEqEdit.h"
@@ -18,21 +18,21 @@ namespace quorvex {
 
 namespace {
 
-FileToOpen AskForModelFile(QWidget* over, const QString& title, const Settings& settings) {
-  return [=, folder = QString::fromStdString(settings.Folder("projectdir"))]() -> std::optional<std::string> {
-    const QString file = QFileDialog::getOpenFileName(over, title, folder, kEquationFiles);
-    return file.isEmpty() ? std::nullopt : std::optional(file.toStdString());
+FileToOpen AskForModelFile(QWidget* over, const QString& title, const Settings& settings, Prompter& user) {
+  return [=, &user, folder = QString::fromStdString(settings.Folder("projectdir"))]() -> std::optional<std::string> {
+    const std::optional<QString> file = ChooseFile(over, title, folder, kEquationFiles, user);
+    return file ? std::optional(file->toStdString()) : std::nullopt;
   };
 }
 
 }  // namespace
 
 void LoadUserModels(QWidget* over, Project& project, const Settings& settings, Prompter& user) {
-  LoadUserModels(project, user, AskForModelFile(over, "Load User Models", settings));
+  LoadUserModels(project, user, AskForModelFile(over, "Load User Models", settings, user));
 }
 
 void ImportUserModels(QWidget* over, Project& project, const Settings& settings, Prompter& user) {
-  ImportUserModels(project, user, AskForModelFile(over, "Import User Models", settings),
+  ImportUserModels(project, user, AskForModelFile(over, "Import User Models", settings, user),
                    [over](const ModelClass& existing, const ModelClass& imported) {
                      return frmChooseModel(over, existing, imported).exec() == QDialog::Accepted;
                    });

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "core/ui/Controls.h"
+#include "core/ui/TabOrder.h"
 #include "drawing/PlotText.h"
 #include "plot/ui/FieldDialog.h"
 #include "plot/ui/FieldPanel.h"
@@ -47,6 +48,7 @@ PlotProperties::PlotProperties(PlotPage& plot, Settings& settings, Prompter& pro
       entries_(plot),
       pages_(Named(new QTabWidget(this), "SSTab")) {
   setObjectName(plot.Axes().size() == 2 ? "Properties2D" : "Properties3D");
+  setProperty(kOwnTabOrder, true);  // the pages are made in their order
   setWindowTitle(tr("Graph Properties"));
   pages_->setUsesScrollButtons(false);
   for (std::size_t page = 0; page < entries_.Pages.size(); ++page)

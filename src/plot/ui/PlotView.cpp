@@ -1,5 +1,6 @@
 #include "plot/ui/PlotView.h"
 
+#include <QAccessibleWidget>
 #include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -13,6 +14,7 @@
 
 #include "core/ui/BusyCursor.h"
 #include "plot/AskResolution.h"
+#include "plot/DescribePlot.h"
 #include "plot/PictureMessages.h"
 #include "plot/PlotUndo.h"
 
@@ -20,6 +22,12 @@ namespace quorvex {
 namespace {
 
 constexpr double kTwips = 1440;  // to the inch
+
+// Else Qt takes the view for a filling between controls, which screen readers leave out.
+QAccessibleInterface* ChartOf(const QString&, QObject* object) {
+  auto* view = qobject_cast<PlotView*>(object);
+  return view != nullptr ? new QAccessibleWidget(view, QAccessible::Chart) : nullptr;
+}
 
 }  // namespace
 
@@ -32,6 +40,7 @@ PlotView::PlotView(PlotPage& plot, Prompter& prompter, Settings& settings, QWidg
       xy_frame(new QFrame(this)),
       x_(new QLabel(xy_frame)),
       y_(new QLabel(xy_frame)) {
+  [[maybe_unused]] static const bool known = (QAccessible::installFactory(ChartOf), true);
   setAccessibleName(tr("Plot"));
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -58,20 +67,26 @@ PlotView::PlotView(PlotPage& plot, Prompter& prompter, Settings& settings, QWidg
   connect(&soon_, &QTimer::timeout, this, &PlotView::RefreshPicture);
 
   if (modes_->Measures()) {
-    AddAction("mnuPlotFormatZoom", tr("&Zoom"), &PlotView::ZoomIn);
-    AddAction("mnuPlotShowCoords", tr("Show &Coordinates"), &PlotView::ShowCoords);
+    AddAction("mnuPlotFormatZoom", tr("&Zoom"), &PlotView::ZoomIn, QKeySequence("Ctrl++"));
+    AddAction("mnuPlotShowCoords", tr("Show &Coordinates"), &PlotView::ShowCoords, QKeySequence("Ctrl+K"));
   }
-  AddAction("mnuPlotFormatFitAll", tr("&Fit All"), &PlotView::ZoomOut);
+  AddAction("mnuPlotFormatFitAll", tr("&Fit All"), &PlotView::ZoomOut, QKeySequence("Ctrl+0"));
   looking_ = actions();
+  AddAction("mnuPlotMoveLegend", tr("Move &Legend"), &PlotView::MoveLegend, QKeySequence("Ctrl+M"));
+  AddAction("mnuPlotMoveFootNote", tr("Move Foot&note"), &PlotView::MoveFootNote, QKeySequence("Ctrl+Shift+M"));
+  moving_ = actions().mid(looking_.size());
   AddAction("mnuPlotClipItem0", tr("Copy as &Metafile"), &PlotView::EditCopyMetafile);
   AddAction("mnuPlotClipItem1", tr("C&opy"), &PlotView::EditCopy);
   AddAction("mnuPlotSavePicture", tr("&Save Picture..."), &PlotView::SavePicture);
   AddAction("mnuPlotPrint", tr("&Print..."), &PlotView::Print);
 }
 
-void PlotView::AddAction(const QString& name, const QString& text, void (PlotView::*verb)()) {
+void PlotView::AddAction(const QString& name, const QString& text, void (PlotView::*verb)(), const QKeySequence& keys) {
   auto* action = new QAction(text, this);
   action->setObjectName(name);
+  action->setShortcut(keys);
+  // A window may show several plots.
+  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
   connect(action, &QAction::triggered, this, verb);
   connect(this, &PlotView::MenuEnabled, action, &QAction::setEnabled);
   addAction(action);
@@ -121,7 +136,7 @@ void PlotView::RefreshPicture() {
     plot_.RefreshPlot(surface, prompter_);
   }
   picture_ = plot_.PlotCreated ? std::move(picture) : BlankPicture(Size());
-  setAccessibleDescription(plot_.PlotCreated ? QString() : withoutPlot_);
+  setAccessibleDescription(plot_.PlotCreated ? QString::fromStdString(DescribePlot(plot_)) : withoutPlot_);
   update();
 }
 
@@ -201,6 +216,7 @@ void PlotView::SetCursor(PlotCursor cursor) {
 void PlotView::PlaceFrame() {
   x_->clear();
   y_->clear();
+  nameWithoutCoords_ = accessibleName();
   xy_frame->adjustSize();
   // Beside the lower title there is room.
   xy_frame->move(width() - xy_frame->width() - 2, height() - xy_frame->height() - 2);
@@ -210,9 +226,16 @@ void PlotView::PlaceFrame() {
 void PlotView::ShowPoint(const std::string& x, const std::string& y) {
   x_->setText(QString::fromStdString(x));
   y_->setText(QString::fromStdString(y));
+  for (QLabel* value : {x_, y_})
+    value->setAccessibleName(tr("%1 coordinate %2").arg(value->objectName().right(1), value->text()));
+  // What has the keyboard is read anew when its name changes.
+  setAccessibleName(tr("X %1, Y %2").arg(x_->text(), y_->text()));
 }
 
-void PlotView::HideFrame() { xy_frame->hide(); }
+void PlotView::HideFrame() {
+  if (!xy_frame->isHidden()) setAccessibleName(nameWithoutCoords_);
+  xy_frame->hide();
+}
 
 void PlotView::mousePressEvent(QMouseEvent* event) {
   // A right click that ends a mode is also followed by a request for the context menu, which must not open then.
@@ -232,10 +255,11 @@ void PlotView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void PlotView::keyPressEvent(QKeyEvent* event) {
-  constexpr std::pair<int, PlotModes::Key> kKeys[] = {{Qt::Key_Left, PlotModes::kLeftArrow},
-                                                      {Qt::Key_Up, PlotModes::kUpArrow},
-                                                      {Qt::Key_Right, PlotModes::kRightArrow},
-                                                      {Qt::Key_Down, PlotModes::kDownArrow}};
+  constexpr std::pair<int, PlotModes::Key> kKeys[] = {
+      {Qt::Key_Left, PlotModes::kLeftArrow},   {Qt::Key_Up, PlotModes::kUpArrow},
+      {Qt::Key_Right, PlotModes::kRightArrow}, {Qt::Key_Down, PlotModes::kDownArrow},
+      {Qt::Key_Return, PlotModes::kReturn},    {Qt::Key_Enter, PlotModes::kReturn},
+      {Qt::Key_Space, PlotModes::kReturn}};
   if (modes_->Active() && event->key() == Qt::Key_Escape) return modes_->LostFocus();
   // With Ctrl or Alt a key is a command of the window.
   const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
@@ -268,6 +292,16 @@ void PlotView::ZoomIn() {
 void PlotView::ShowCoords() {
   setFocus();
   modes_->ShowCoords(PlotModes::kMove, 0, 0);
+}
+
+void PlotView::MoveLegend() {
+  setFocus();
+  if (!modes_->MoveLegend()) prompter_.Inform("The plot shows no legend that could be moved.");
+}
+
+void PlotView::MoveFootNote() {
+  setFocus();
+  if (!modes_->MoveFootNote()) prompter_.Inform("The plot shows no footnote that could be moved.");
 }
 
 void PlotView::ZoomOut() {

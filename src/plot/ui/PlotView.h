@@ -39,6 +39,9 @@ class PlotView : public QWidget, private PlotHost {
   // decides what the context menu offers.
   const QList<QAction*>& LookingActions() const { return looking_; }
 
+  // By which the arrow keys take the legend and the footnote elsewhere. Among actions(), too.
+  const QList<QAction*>& MovingActions() const { return moving_; }
+
   // Writes the picture to a file, of the kind that its name ends by, and tells of it. Of a PNG picture the user chooses
   // the resolution.
   void WritePicture(const std::string& file);
@@ -56,7 +59,9 @@ class PlotView : public QWidget, private PlotHost {
   void ZoomIn();      // lets the user mark a box to zoom into
   void ZoomOut();     // back to the scale of the data
   void ShowCoords();  // of the pointer and of curve points next to it
-  void EditCopy();    // the picture as it is shown
+  void MoveLegend();
+  void MoveFootNote();
+  void EditCopy();  // the picture as it is shown
   void EditCopyMetafile();
   void SavePicture();
   void Print();
@@ -96,7 +101,7 @@ class PlotView : public QWidget, private PlotHost {
   void Turn(const ViewAngles& angles);
   PictureSize Size() const;
   QPointF InUnits(const QPointF& position) const;  // of the picture
-  void AddAction(const QString& name, const QString& text, void (PlotView::*verb)());
+  void AddAction(const QString& name, const QString& text, void (PlotView::*verb)(), const QKeySequence& keys = {});
   void PaintOverlay(QPainter& painter) const;
 
   PlotPage& plot_;
@@ -114,7 +119,8 @@ class PlotView : public QWidget, private PlotHost {
   };
   std::optional<Overlay> overlay_;
   bool clickEndedMode_ = false;  // so it opens no menu
-  QList<QAction*> looking_;
+  QList<QAction*> looking_, moving_;
+  QString nameWithoutCoords_;
 
   QFrame* xy_frame;
   QLabel *x_, *y_;

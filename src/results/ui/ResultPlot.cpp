@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "core/QuietPrompter.h"
+#include "core/ui/TabOrder.h"
 #include "plot/ui/PlotBar.h"
 #include "plot/ui/PlotView.h"
 
@@ -49,6 +50,7 @@ void ResultPlot::SetPlot(Result<std::unique_ptr<PlotPage>> plot) {
   auto* column = static_cast<QVBoxLayout*>(layout());
   column->addWidget(bar_);
   column->addWidget(view_, 1);
+  TabAsLaidOut(*window());
   if (focused) view_->setFocus();
 }
 

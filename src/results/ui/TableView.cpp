@@ -8,11 +8,14 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <cmath>
 
 #include "core/ui/BusyCursor.h"
+#include "core/ui/NamesApart.h"
+#include "core/ui/TableCells.h"
 #include "results/TableForms.h"
 #include "results/ui/WrappedText.h"
 
@@ -58,7 +61,10 @@ class LineDelegate : public QStyledItemDelegate {
   int LastWidth = 0;   // that the numbers of the last column need
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    QStyledItemDelegate::paint(painter, option, index);  // of what is drawn here the ground alone
+    {
+      const QScopedValueRollback painting(painting_, true);
+      QStyledItemDelegate::paint(painter, option, index);  // of what is drawn here the ground alone
+    }
     if (!IsDrawnHere(index)) return;
     const std::size_t row = Place(index.row()), column = Place(index.column());
     QStyleOptionViewItem drawn = option;
@@ -84,7 +90,10 @@ class LineDelegate : public QStyledItemDelegate {
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (IsDrawnHere(index)) option->text.clear();
+    if (IsDrawnHere(index))
+      option->text.clear();
+    else if (painting_ && model_.Table()->HasTexts(Place(index.column())))
+      option->text = names_.Shown(index, option->fontMetrics, RoomForText(*option));
   }
 
  private:
@@ -97,6 +106,8 @@ class LineDelegate : public QStyledItemDelegate {
   }
 
   const TextTableModel& model_;
+  NamesApart names_;
+  mutable bool painting_ = false;
 };
 
 }  // namespace
@@ -124,6 +135,8 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
       return QString::fromStdString(table_->Cell(row, column));
     case Qt::AccessibleTextRole:
       return CellText(*table_, index);
+    case Qt::AccessibleDescriptionRole:
+      return PlaceOfCell(index);
     case Qt::ToolTipRole: {  // of a value that may be long, or has more digits
       if (table_->Kind(row) == RowKind::Line)
         return column == 0 ? InLines(QString::fromStdString(InFull()->Cell(row, 1))) : QVariant();
@@ -161,7 +174,6 @@ TableView::TableView(const char* name, const QString& accessibleName, QWidget* p
   setEditTriggers(NoEditTriggers);
   setTabKeyNavigation(false);
   setWordWrap(false);
-  setTextElideMode(Qt::ElideMiddle);  // names that begin alike differ in their ends
   setHorizontalScrollMode(ScrollPerPixel);
   setVerticalScrollMode(ScrollPerPixel);
   verticalHeader()->hide();
@@ -328,6 +340,7 @@ bool TableView::HasSeveralSelected() const {
 
 // The view itself copies one cell as it shows it, whatever is selected and without a label's value.
 void TableView::keyPressEvent(QKeyEvent* event) {
+  if (ResizesColumn(*this, *event)) return;
   if (!event->matches(QKeySequence::Copy)) return QTableView::keyPressEvent(event);
   if (HasSeveralSelected())
     QGuiApplication::clipboard()->setMimeData(Copied());

@@ -19,6 +19,7 @@
 #include <algorithm>
 
 #include "core/ui/BusyCursor.h"
+#include "core/ui/NamesApart.h"
 #include "plot/ui/PSetup.h"
 #include "plot/ui/PlotView.h"
 #include "results/DataTable.h"
@@ -56,7 +57,7 @@ void frmResults::LayOut() {
   // Else the list would be as wide as the longest equation, and the window with it.
   EqList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   EqList->setMinimumContentsLength(20);
-  EqList->view()->setTextElideMode(Qt::ElideMiddle);
+  EqList->setItemDelegate(new NameDelegate(EqList->view()));
   auto* label = new QLabel("E&quation:", this);
   label->setBuddy(EqList);
   auto* top = new QHBoxLayout;
