@@ -8,6 +8,7 @@
 #include "app/SettingsStore.h"
 #include "core/FontSettings.h"
 #include "core/NumberText.h"
+#include "core/SerialDate.h"
 
 namespace quorvex {
 namespace {
@@ -163,7 +164,10 @@ void TellWhetherStored(int error, Prompter& user) {
                 "). They hold until Quorvex ends.");
 }
 
+constexpr double kSampleDay = 36526.4375;  // 1 January 2000, half past ten
+
 std::string PatternSample(const std::string& pattern, const LocaleText& locale) {
+  if (IsDatePattern(pattern)) return FormatDate(kSampleDay, pattern, locale.DecimalSeparator);
   return Localized(FormatNumber(1234.5678, pattern), locale) + "   " + Localized(FormatNumber(0.05, pattern), locale);
 }
 

@@ -39,6 +39,18 @@ char SeparatorOfFormat(std::string_view format, char otherwise) {
   return PlainCharacter(std::string(format.substr(2, 1)).c_str(), otherwise);
 }
 
+// The order of a date format such as "%d.%m.%Y", "%e/%-m/%y" or "%F".
+DateOrder OrderOfFormat(std::string_view format) {
+  for (std::size_t i = 1; i < format.size(); ++i) {
+    if (format[i - 1] != '%') continue;
+    while (i + 1 < format.size() && std::string_view("-_0^EO").find(format[i]) != std::string_view::npos) ++i;
+    if (format[i] == 'd' || format[i] == 'e') return DateOrder::DayFirst;
+    if (format[i] == 'm' || format[i] == 'b' || format[i] == 'D') return DateOrder::MonthFirst;
+    if (format[i] == 'Y' || format[i] == 'y' || format[i] == 'C' || format[i] == 'F') return DateOrder::YearFirst;
+  }
+  return DateOrder::MonthFirst;
+}
+
 }  // namespace
 
 LocaleText ReadUserLocale() {
@@ -55,6 +67,7 @@ LocaleText ReadUserLocale() {
   }
   if (const auto locale = OpenLocale(LC_TIME_MASK, LocaleName({"LC_ALL", "LC_TIME", "LANG"}))) {
     text.DateSeparator = SeparatorOfFormat(nl_langinfo_l(D_FMT, locale.get()), text.DateSeparator);
+    text.OrderOfDate = OrderOfFormat(nl_langinfo_l(D_FMT, locale.get()));
     text.TimeSeparator = SeparatorOfFormat(nl_langinfo_l(T_FMT, locale.get()), text.TimeSeparator);
   }
   return text;

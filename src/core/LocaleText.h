@@ -5,14 +5,18 @@
 
 namespace quorvex {
 
-// The separators of the user's locale, one character each. The program reads them once at start and hands them down;
-// nothing below asks the C library, whose locale may change at any time.
+// What comes first where a date is written in numbers; with the year last, the day or the month.
+enum class DateOrder { MonthFirst, DayFirst, YearFirst };
+
+// The separators of the user's locale, one character each, and the order of its dates. The program reads them once at
+// start and hands them down; nothing below asks the C library, whose locale may change at any time.
 struct LocaleText {
   char DecimalSeparator = '.';
   char ListSeparator = ',';
   char ThousandSeparator = ',';
   char DateSeparator = '/';
   char TimeSeparator = ':';
+  DateOrder OrderOfDate = DateOrder::MonthFirst;
 
   bool operator==(const LocaleText&) const = default;
 };

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "core/NumericFault.h"
+#include "core/SerialDate.h"
 
 namespace quorvex {
 namespace {
@@ -163,10 +164,11 @@ std::string ShortestNumber(float value) {
 }
 
 bool IsNumberPattern(std::string_view pattern) {
-  return ParsePattern(pattern).TellsNumbers() || EqualNoCase(Trim(pattern), "general");
+  return ParsePattern(pattern).TellsNumbers() || EqualNoCase(Trim(pattern), "general") || IsDatePattern(pattern);
 }
 
 std::string FormatNumber(double value, std::string_view pattern, int generalDigits) {
+  if (IsDatePattern(pattern)) return FormatDate(value, pattern);
   const NumberPattern parsed = ParsePattern(pattern);
   if (!parsed.TellsNumbers() || !std::isfinite(value)) return GeneralNumber(value, generalDigits);
 

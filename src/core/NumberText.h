@@ -23,13 +23,13 @@ std::string ShortestNumber(float value);
 // `value` by a number pattern such as "0.0###", "##0.0#", "0.000000E+00", "0.0E+00" or "General": "0" is a digit that
 // is always shown, "#" one that is shown when needed. After "E+" the exponent always has a sign, after "E-" only a
 // minus; "e" instead of "E" is written so. A comma before a digit is a decimal point, for so do half of all users type
-// it. Text before and behind the digits stands as it is, "%" too. What IsNumberPattern doesn't take is "General", which
-// is GeneralNumber of so many digits. Rounds as printf rounds, ties by the exact binary value; what rounds to zero has
-// no sign. With a decimal point.
+// it. Text before and behind the digits stands as it is, "%" too. A date pattern (SerialDate.h) shows the number as a
+// date. What IsNumberPattern doesn't take is "General", which is GeneralNumber of so many digits. Rounds as printf
+// rounds, ties by the exact binary value; what rounds to zero has no sign. With a decimal point.
 std::string FormatNumber(double value, std::string_view pattern, int generalDigits = 15);
 
-// Whether a pattern has digits, with no more than one decimal mark and not of an exponent alone, or says "General"; any
-// other does nothing that its writer can have meant.
+// Whether a pattern has digits, with no more than one decimal mark and not of an exponent alone, says "General" or
+// shows dates; any other does nothing that its writer can have meant.
 bool IsNumberPattern(std::string_view pattern);
 
 // A text is numeric when the whole of it, trimmed, is an optional sign, digits with at most one decimal separator, and

@@ -5,6 +5,7 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "core/SerialDate.h"
 
 namespace quorvex {
 namespace {
@@ -81,7 +82,8 @@ std::vector<std::string> FillAxisLabels(const AxisLimits& limits, const std::str
 }
 
 std::vector<std::string> MakeAxisLabels(const AxisLimits& limits, std::string& format, bool autoFormat, bool rows) {
-  if (autoFormat) format = BuildAutoLabelFormat(limits, rows);
+  // Dates suit every scale.
+  if (autoFormat && !IsDatePattern(format)) format = BuildAutoLabelFormat(limits, rows);
   return FillAxisLabels(limits, format);
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "core/SerialDate.h"
 #include "plot/AxisLabels.h"
 #include "plot/PlotBoxes.h"
 #include "plot/PlotDefaults.h"
@@ -116,6 +117,7 @@ bool PlotPage::CreateGraph(const CreateOptions& options, Prompter& prompter) {
     for (PlotAxis* axis : Axes()) {
       axis->LabelString = FirstCharacters(axis->LabelString, kLongestPattern);
       axis->Labels = MakeAxisLabels(axis->Limits(), axis->LabelString, options.AutoFormat, axis->CountsRows());
+      if (IsDatePattern(axis->LabelString)) continue;  // the points of a date are no decimal ones
       for (std::string& label : axis->Labels) label = LocalizeExpression(label, Locale);
     }
     if (options.Regenerate)
@@ -132,7 +134,9 @@ bool PlotPage::AutoFormatted() const {
   // What failed in drawing only is formatted nevertheless, but not scales that have no numbers.
   try {
     return std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
-      return !axis->Labels.empty() && axis->LabelString == BuildAutoLabelFormat(axis->Limits(), axis->CountsRows());
+      return !axis->Labels.empty() &&
+             (IsDatePattern(axis->LabelString) ||
+              axis->LabelString == BuildAutoLabelFormat(axis->Limits(), axis->CountsRows()));
     });
   } catch (const NumericFault&) {
     return false;

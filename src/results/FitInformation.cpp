@@ -5,6 +5,7 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "core/SerialDate.h"
 #include "core/Version.h"
 #include "functions/InverseTDistribution.h"
 #include "functions/ProbabilityBeyond.h"
@@ -205,6 +206,8 @@ NumberPatterns NumberPatterns::InFull() const {
 }
 
 std::string NumberPatterns::Text(double value, const std::string& pattern, const LocaleText& locale) const {
+  // The points of a date are no decimal ones.
+  if (IsDatePattern(pattern)) return FormatDate(value, pattern, locale.DecimalSeparator);
   return LocalizeExpression(FormatNumber(value, pattern, Digits), locale);
 }
 

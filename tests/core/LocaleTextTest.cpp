@@ -7,7 +7,7 @@
 namespace quorvex {
 namespace {
 
-constexpr LocaleText kGerman = {',', ';', '.', '.', ':'};
+constexpr LocaleText kGerman = {',', ';', '.', '.', ':', DateOrder::DayFirst};
 
 TEST(ReadUserLocale, AsksTheEnvironmentInTheSystemsOrder) {
   const locale_t handle = newlocale(LC_ALL_MASK, "de_DE.UTF-8", locale_t{});
@@ -15,6 +15,7 @@ TEST(ReadUserLocale, AsksTheEnvironmentInTheSystemsOrder) {
   if (handle != locale_t{}) freelocale(handle);
   LocaleText germanNumbers = german;
   germanNumbers.DateSeparator = '/';
+  germanNumbers.OrderOfDate = DateOrder::MonthFirst;
 
   const struct {
     const char *all, *numeric, *lang;

@@ -48,6 +48,7 @@ TEST(MakeAxisLabels, CountsDownFromTheLargest) {
       {{1e-2, 1e3, 5, true}, "", true, {"1.0E+03", "1.0E+02", "1.0E+01", "1.0E+00", "1.0E-01", "1.0E-02"}},
       {{1, 100, 2, true}, "0", false, {"100", "10", "1"}},
       {{1, 7, 1}, "0.0 mm", false, {"7.0 mm", "1.0 mm"}},
+      {{46348, 46349, 2}, "dd.mm. hh:mm", false, {"23.11. 00:00", "22.11. 12:00", "22.11. 00:00"}},
   };
   for (const auto& c : kCases) {
     std::string format = c.format;
