@@ -60,7 +60,7 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return QString::fromStdString(ShownText(sheet, Row(index), Col(index), project_.Locale));
     case Qt::AccessibleDescriptionRole:
-      return PlaceOfCell(index);
+      return PlaceOfCell(index) + (IsText(index) ? ", text" : "");
     case Qt::EditRole:
       return QString::fromStdString(EntryText(sheet.Cells, Row(index), Col(index), project_.Locale));
     case Qt::TextAlignmentRole: {
@@ -70,8 +70,6 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
     }
     case Qt::FontRole:
       return OwnFont(sheet.Formats[Col(index) - 1]);
-    case Qt::AccessibleDescriptionRole:
-      return IsText(index) ? QString("text") : QVariant();
     case Qt::ToolTipRole:
       return IsText(index) ? QString("A text, which is no value of the data.") : QVariant();
     case Qt::ForegroundRole:
