@@ -62,7 +62,7 @@ QVariant SheetModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleDescriptionRole:
       return PlaceOfCell(index) + (IsText(index) ? ", text" : "");
     case Qt::EditRole:
-      return QString::fromStdString(EntryText(sheet.Cells, Row(index), Col(index), project_.Locale));
+      return QString::fromStdString(EntryText(sheet, Row(index), Col(index), project_.Locale));
     case Qt::TextAlignmentRole: {
       for (const auto& [code, alignment] : kAlignments)
         if (code == sheet.Formats[Col(index) - 1].AlignHorizontal) return QVariant(Qt::AlignVCenter | alignment);
@@ -94,6 +94,7 @@ bool SheetModel::setData(const QModelIndex& index, const QVariant& value, int ro
   if (role != Qt::EditRole || !index.isValid()) return false;
   if (!TypeInCell(edit_, Row(index), Col(index), value.toString().toStdString())) return false;
   emit dataChanged(index, index);
+  emit headerDataChanged(Qt::Horizontal, index.column(), index.column());  // a date may widen its column
   emit Edited();
   return true;
 }

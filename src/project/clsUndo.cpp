@@ -31,6 +31,7 @@ UndoOutcome clsUndo::Restore(Snapshots& from, Snapshots& opposite, ModelCollecti
     opposite.push_back(item.Opposite(*grid_, regressionList, interpolationList));
     if (item.Extent() == UndoExtent::Formats) item.RecoverFormat(*grid_);
     if (item.HasHeaders()) item.RecoverHeaders(*grid_);
+    if (item.HasPatterns()) item.RecoverPatterns(*grid_);
     if (item.HasData()) {
       item.RecoverModels(*grid_, locale_, regressionList);
       item.RecoverData(*grid_);

@@ -13,7 +13,7 @@ clsUndoItem clsUndoItem::Opposite(const DataSheet& grid, const ModelCollection& 
   const UndoExtent extent = extent_ == UndoExtent::DeletedRows    ? UndoExtent::InsertedRows
                             : extent_ == UndoExtent::InsertedRows ? UndoExtent::DeletedRows
                                                                   : extent_;
-  clsUndoItem opposite(EventString, extent);
+  clsUndoItem opposite(EventString, extent, hasPatterns_);
   opposite.Copy(grid, range_, regressionList, interpolationList);
   return opposite;
 }
@@ -26,6 +26,7 @@ void clsUndoItem::Copy(const DataSheet& grid, const CellRange& range, const Mode
                        const std::vector<InterpClass>& interpolationList) {
   if (extent_ == UndoExtent::Formats) CopyFormat(grid);
   if (HasHeaders()) CopyHeaders(grid);
+  if (HasPatterns()) CopyPatterns(grid);
   if (!HasData()) return;
   CopyData(grid, range);
   if (extent_ == UndoExtent::Columns) {
@@ -34,6 +35,15 @@ void clsUndoItem::Copy(const DataSheet& grid, const CellRange& range, const Mode
   }
   CopyRegression(regressionList);
   CopyInterpolation(interpolationList);
+}
+
+void clsUndoItem::CopyPatterns(const DataSheet& grid) {
+  for (const ColumnFormat& format : grid.Formats) patterns_.push_back(format.NumberFormat);
+}
+
+void clsUndoItem::RecoverPatterns(DataSheet& grid) const {
+  for (std::size_t i = 0; i < std::min(patterns_.size(), grid.Formats.size()); ++i)
+    grid.Formats[i].NumberFormat = patterns_[i];
 }
 
 void clsUndoItem::CopyInterpolation(const std::vector<InterpClass>& interpolationList) {

@@ -37,6 +37,10 @@ bool FormatDefault(const SheetEdit& edit);
 inline constexpr const char* kNumberPatterns[] = {"General", "0",      "0.0",      "0.00",        "0.000",
                                                   "0.0000",  "0.0###", "0.00E+00", "0.000000E+00"};
 
+// Those that it offers for dates and times, behind the others.
+inline constexpr const char* kDatePatterns[] = {"yyyy-mm-dd", "dd.mm.yyyy", "mm/dd/yyyy",   "yyyy-mm-dd hh:mm",
+                                                "hh:mm",      "hh:mm:ss",   "hh:mm:ss.000", "[h]:mm"};
+
 // Changes the number format of the selected columns to the one that `choose`, the dialog, makes of the format of the
 // first; nothing cancels.
 bool FormatCells(const SheetEdit& edit,

@@ -17,7 +17,7 @@ constexpr std::size_t kMostRowsAfterInsert = kMostSheetRows - 1;
 
 bool CopyTo(const SheetEdit& edit, Clipboard& clipboard, std::string_view command) {
   const auto range = edit.OneRange(command);
-  if (range) clipboard.SetCells(ClipboardText(edit.Sheet.Cells, *range, edit.Locale, CellOrder::Kept));
+  if (range) clipboard.SetCells(ClipboardText(edit.Sheet, *range, edit.Locale, CellOrder::Kept));
   return range.has_value();
 }
 
@@ -35,7 +35,7 @@ bool EditCopy(const SheetEdit& edit, Clipboard& clipboard) { return CopyTo(edit,
 bool CopyGrid(const SheetEdit& edit, Clipboard& clipboard) {
   const CellRange sheet = edit.WholeSheet();
   if (sheet.LastRow == 0) return false;
-  clipboard.SetCells(ClipboardText(edit.Sheet.Cells, sheet, edit.Locale, CellOrder::Kept));
+  clipboard.SetCells(ClipboardText(edit.Sheet, sheet, edit.Locale, CellOrder::Kept));
   return true;
 }
 

@@ -69,7 +69,10 @@ bool FindCell::Finds(const DataSheet& sheet, CellPlace place, const LocaleText& 
   if (GridCells::IsEmpty(cell)) return false;
   if (Matches(ShownText(sheet, place.Row, place.Col, locale))) return true;
   // A number is also found by its digits, whatever the format of its column leaves of them.
-  return !GridCells::IsText(cell) && Matches(ShownNumber(cell, "General", locale));
+  if (!GridCells::IsText(cell) && Matches(ShownNumber(cell, "General", locale))) return true;
+  // A date, by what is typed for it, too.
+  return IsDatePattern(PatternOf(sheet, place.Col)) && (Matches(EntryText(sheet, place.Row, place.Col, locale)) ||
+                                                        Matches(FullText(sheet, place.Row, place.Col, locale)));
 }
 
 std::optional<CellPlace> GoToCell(const DataSheet& sheet, const std::string& Reference, Prompter& user) {

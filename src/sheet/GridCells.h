@@ -27,6 +27,11 @@ class GridCells {
   std::vector<std::string> ColumnNames;
   std::string ColumnName(std::size_t col) const { return col <= ColumnNames.size() ? ColumnNames[col - 1] : ""; }
 
+  // The date pattern of each column whose numbers are all dates in the source, "" for the others; those behind the last
+  // have none.
+  std::vector<std::string> DatePatterns;
+  std::string DatePattern(std::size_t col) const { return col <= DatePatterns.size() ? DatePatterns[col - 1] : ""; }
+
   std::size_t GridLastRow() const;  // highest row that holds anything, 0 for an empty grid
   std::size_t GridLastCol() const;  // highest column that holds anything
 
@@ -79,6 +84,8 @@ class GridCells {
 
   static bool IsEmpty(double cell) { return std::bit_cast<std::uint64_t>(cell) == kEmptyBits; }
   static bool IsText(double cell) { return std::bit_cast<std::uint64_t>(cell) >= kTextBits; }
+  // Whether any cell may be a text.
+  bool HasTexts() const { return !texts_.empty(); }
   // The text behind a cell for which IsText holds.
   const std::string& TextBehind(double cell) const;
 

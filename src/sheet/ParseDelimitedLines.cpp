@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/NumberText.h"
+#include "core/SerialDate.h"
 #include "core/TextEncoding.h"
 
 namespace quorvex {
@@ -106,13 +107,20 @@ class LineParser {
     std::string text(cell);
     if (format_.QuotesHold && quoted)
       for (std::size_t at = 0; (at = text.find("\"\"", at)) != std::string::npos; ++at) text.erase(at, 1);
-    if (replacePoint_) std::replace(text.begin(), text.end(), '.', format_.DecimalSeparator);
+    if (replacePoint_ && !IsDotted(text)) std::replace(text.begin(), text.end(), '.', format_.DecimalSeparator);
     text = CutCellText(std::move(text));
     if (const auto value = NumericText(text, format_.DecimalSeparator)) {
       cells.SetGridCellNumber(row, col, *value);
     } else {
       cells.SetGridCellText(row, col, text);
     }
+  }
+
+  // Whether the points of a text are those of a date, "31.12.2026" or "2026.12.31", which no separator replaces.
+  static bool IsDotted(const std::string& text) {
+    DateColumn date;
+    date.Add(text);
+    return date.IsDate() && text.find('.') < 5;
   }
 
   const DelimitedFormat& format_;

@@ -1,12 +1,14 @@
 #include "sheet/PasteSpecial.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "sheet/CellEntry.h"
+#include "sheet/ColumnDates.h"
 #include "sheet/DecimalCommas.h"
 #include "sheet/IncomingCells.h"
 #include "sheet/ParseDelimitedLines.h"
@@ -18,6 +20,7 @@ namespace {
 struct Block {
   GridCells Cells;
   std::size_t Rows = 0, Cols = 0;
+  ColumnPatterns Dates;  // the patterns of the columns that hold dates and no other numbers
 };
 
 // How many lines a text has, and how many cells its widest line.
@@ -51,13 +54,25 @@ TextSize FilledSizeOf(std::string_view text) {
 // that speaks no locale.
 void ReadOtherNumbers(Block& block, const LocaleText& locale) {
   for (std::size_t col = 1; col <= block.Cols; ++col) {
+    DateForm form;
+    bool otherNumbers = false;
     for (std::size_t row = 1; row <= block.Rows; ++row) {
       const double cell = block.Cells.Cell(row, col);
+      otherNumbers |= !std::isnan(cell);
       if (!GridCells::IsText(cell)) continue;
       const std::string& text = block.Cells.TextBehind(cell);
       const auto entry = ReadCellEntry(text, locale);
-      if (const auto value = entry ? entry->Value : NumericText(text)) block.Cells.SetGridCellNumber(row, col, *value);
+      const auto value = entry ? entry->Value : NumericText(text);
+      if (!value) continue;
+      block.Cells.SetGridCellNumber(row, col, *value);
+      if (entry && entry->Date) {
+        form.Join(*entry->Date);
+      } else {
+        otherNumbers = true;
+      }
     }
+    if (const std::string pattern = form.Pattern(); !otherNumbers && !pattern.empty())
+      block.Dates.emplace_back(col, pattern);
   }
 }
 
@@ -85,10 +100,11 @@ Block ReadBlock(std::string_view text, const LocaleText& locale, CellOrder order
   format.ColumnLimit = order == CellOrder::Rotated ? rows : cols;
   DelimitedLines parsed = ParseDelimitedLines(text, format);
   // The parser stores no empty cells at line ends, but they are to empty those of the sheet.
-  Block block{std::move(parsed.Cells), parsed.Rows, std::min(format.ColumnLimit, SizeOf(text, format.LineLimit).Cells)};
+  Block block{
+      std::move(parsed.Cells), parsed.Rows, std::min(format.ColumnLimit, SizeOf(text, format.LineLimit).Cells), {}};
+  if (order == CellOrder::Rotated) block = {Rotated(block.Cells, block.Rows, block.Cols), block.Cols, block.Rows, {}};
   ReadOtherNumbers(block, locale);
-  if (order == CellOrder::Kept) return block;
-  return {Rotated(block.Cells, block.Rows, block.Cols), block.Cols, block.Rows};
+  return block;
 }
 
 // Numbers with decimal commas would come into the sheet as texts. The first row may be headings.
@@ -114,12 +130,12 @@ std::vector<std::string> TakeFirstRow(Block& block) {
 
 }  // namespace
 
-std::string ClipboardText(const GridCells& cells, const CellRange& range, const LocaleText& locale, CellOrder order) {
-  const std::size_t used = std::max(cells.GridLastRow(), range.FirstRow);
+std::string ClipboardText(const DataSheet& sheet, const CellRange& range, const LocaleText& locale, CellOrder order) {
+  const std::size_t used = std::max(sheet.Cells.GridLastRow(), range.FirstRow);
   const std::size_t lastRow = range.LastRow >= kMostSheetRows ? std::min(range.LastRow, used) : range.LastRow;
   std::string text;
   const auto append = [&](std::size_t row, std::size_t col, bool endsLine) {
-    std::string cell = EntryText(cells, row, col, locale);
+    std::string cell = FullText(sheet, row, col, locale);
     // What would split the cell in two becomes a blank.
     std::replace_if(
         cell.begin(), cell.end(), [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
@@ -149,7 +165,12 @@ bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, st
   const std::vector<std::string> names = named ? TakeFirstRow(block) : std::vector<std::string>();
   block.Rows = std::min(block.Rows, rows);
   const CellRange target{row, col, row + block.Rows - 1, col + block.Cols - 1};
-  edit.PushUndo(label, target);
+  ColumnPatterns patterns;
+  for (auto& [blockCol, pattern] : block.Dates)
+    if (const std::size_t to = col + blockCol - 1; TakesDatePattern(sheet, to, target.FirstRow, target.LastRow))
+      patterns.emplace_back(to, pattern);
+  edit.PushUndo(UndoLabel(label).WithPatterns(!patterns.empty()), target);
+  SetPatterns(sheet, patterns);
   for (std::size_t i = 0; i < names.size(); ++i)
     if (!names[i].empty()) sheet.Headers[col - 1 + i] = names[i];
   sheet.Cells.PutRange(target, block.Cells);
@@ -174,7 +195,7 @@ bool PasteSpecial(const SheetEdit& edit, std::string_view text, CellOrder order)
 std::optional<std::string> CopySpecial(const SheetEdit& edit, CellOrder order) {
   const auto range = edit.OneRange(kCopySpecialCommand);
   if (!range) return std::nullopt;
-  return ClipboardText(edit.Sheet.Cells, *range, edit.Locale, order);
+  return ClipboardText(edit.Sheet, *range, edit.Locale, order);
 }
 
 }  // namespace quorvex

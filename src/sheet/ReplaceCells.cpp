@@ -47,7 +47,7 @@ std::string WouldBeNoNumber(const SheetEdit& edit, CellPlace place, const std::s
 std::optional<std::string> ReplaceCells::NewText(const SheetEdit& edit, CellPlace place) const {
   const double cell = edit.Sheet.Cells.Cell(place.Row, place.Col);
   if (GridCells::IsEmpty(cell) || Find.FindWhat.empty()) return std::nullopt;
-  const std::string before = EntryText(edit.Sheet.Cells, place.Row, place.Col, edit.Locale);
+  const std::string before = EntryText(edit.Sheet, place.Row, place.Col, edit.Locale);
   if (Find.MatchCells)
     return EqualNoCase(before, Find.FindWhat) || Find.Finds(edit.Sheet, place, edit.Locale) ? std::optional(ReplaceWith)
                                                                                             : std::nullopt;

@@ -69,6 +69,12 @@ UndoLabel::UndoLabel(UndoOperation operation, std::string_view detail) : Operati
   if (!detail.empty()) Text.append(" ").append(detail);
 }
 
+UndoLabel UndoLabel::WithPatterns(bool changed) const {
+  UndoLabel label = *this;
+  label.HasPatterns = changed;
+  return label;
+}
+
 UndoLabel UndoLabelOfModel(UndoOperation operation, std::string_view modelName) {
   constexpr std::size_t kShown = 15;
   return {operation, "'" + FirstCharacters(modelName, kShown) + "...'"};

@@ -14,7 +14,7 @@ enum class UndoExtent {
   DeletedRows,      // the rows of the range, put back by insertion
   InsertedRows,     // where rows were inserted, and how many
   WholeSheet,       // every cell
-  Import,           // every cell and the headers of all columns
+  Import,           // every cell, the headers and the number patterns of all columns
   Columns,          // the whole sheet with its columns, and the models, which are made for those
   Models            // no cells, the solved models and interpolations alone
 };
@@ -65,9 +65,12 @@ inline constexpr std::string_view kUndoVerb = "&Undo";
 struct UndoLabel {
   UndoOperation Operation;
   std::string Text;
+  bool HasPatterns = false;  // the number patterns of columns change, too
 
   // `detail` stands behind what all operations of that kind are called, as in "&Undo Typing "1" in X:1".
   UndoLabel(UndoOperation operation, std::string_view detail = {});
+  // The label of an operation that changes number patterns, or doesn't.
+  UndoLabel WithPatterns(bool changed) const;
 
   bool operator==(const UndoLabel&) const = default;
 };

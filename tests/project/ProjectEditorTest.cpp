@@ -70,7 +70,7 @@ struct EditedProject {
 // Everything that undo has to bring back, as one text.
 std::string Content(const Project& project) {
   std::string text =
-      ClipboardText(project.Sheet.Cells, {1, 1, std::max<std::size_t>(project.Sheet.Cells.GridLastRow(), 1), 25},
+      ClipboardText(project.Sheet, {1, 1, std::max<std::size_t>(project.Sheet.Cells.GridLastRow(), 1), 25},
                     project.Locale, CellOrder::Kept);
   for (const std::string& header : project.Sheet.Headers) text += header + "|";
   for (const ColumnFormat& format : project.Sheet.Formats) text += format.NumberFormat + "|";
@@ -200,6 +200,21 @@ TEST(EditUndo, TakesBackDefaultHeaders) {
   EXPECT_EQ(p.Document.Sheet.Headers[0], "Time");
   EXPECT_TRUE(p.Editor.EditUndo().Ok);
   EXPECT_EQ(p.Document.Sheet.Headers[0], "X");
+}
+
+TEST(EditUndo, TakesADateAndItsPatternBackInOneStep) {
+  EditedProject p;
+  const auto pattern = [&]() -> std::string& { return p.Document.Sheet.Formats[0].NumberFormat; };
+  p.Type(1, 1, "2026-11-22");
+  EXPECT_EQ(pattern(), "yyyy-mm-dd");
+  EXPECT_TRUE(p.Editor.EditUndo().Ok);
+  EXPECT_EQ(pattern() + p.Text(1, 1), "General");
+  EXPECT_TRUE(p.Editor.EditRedo().Ok);
+  EXPECT_EQ(pattern() + p.Text(1, 1), "yyyy-mm-dd46348");
+  pattern() = "dd/mm/yyyy";  // which another step changed, and a plain number leaves alone
+  p.Type(2, 1, "2026-11-23");
+  EXPECT_TRUE(p.Editor.EditUndo().Ok);
+  EXPECT_EQ(pattern(), "dd/mm/yyyy");
 }
 
 TEST(EditUndo, BringsBackTheSolutionsThatAnEditDropped) {

@@ -7,7 +7,7 @@
 namespace quorvex {
 namespace {
 
-constexpr LocaleText kComma = {.DecimalSeparator = ',', .ListSeparator = ';', .DateSeparator = '.'};
+constexpr LocaleText kComma = {',', ';', '.', '.', ':', DateOrder::DayFirst};
 
 TEST(CellEntry, ReadsNumbersAndDatesOfTheLocale) {
   for (const auto& row : TableRows("cell_entries.txt", 3)) {
@@ -26,8 +26,15 @@ TEST(CellEntry, ShowsByThePatternAndEditsEveryDigit) {
   sheet.Cells.SetGridCellText(2, 1, "n.a.");
   EXPECT_EQ(ShownText(sheet, 1, 1, kComma), "0,3");
   EXPECT_EQ(ShownText(sheet, 1, 2, kComma), "0,30");
-  EXPECT_EQ(EntryText(sheet.Cells, 1, 2, kComma), "0,30000000000000004");
+  EXPECT_EQ(EntryText(sheet, 1, 2, kComma), "0,30000000000000004");
   EXPECT_EQ(ShownText(sheet, 2, 1, kComma), "n.a.");
+  sheet.Formats[0].NumberFormat = "dd.mm.yyyy";
+  sheet.Cells.SetGridCellNumber(1, 1, 46348.4375);
+  EXPECT_EQ(ShownText(sheet, 1, 1, kComma), "22.11.2026");
+  EXPECT_EQ(EntryText(sheet, 1, 1, kComma), "22.11.2026 10:30");
+  EXPECT_EQ(FullText(sheet, 1, 1, kComma), "2026-11-22 10:30");
+  sheet.Cells.SetGridCellNumber(1, 1, 1e7);  // of no year that a date has
+  EXPECT_EQ(EntryText(sheet, 1, 1, kComma), "1E+07");
   EXPECT_EQ(ShownText(sheet, 3, 1, kComma), "");
 }
 

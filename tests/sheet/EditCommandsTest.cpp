@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "RecordingClipboard.h"
+#include "sheet/CellEntry.h"
 #include "sheet/EditCommands.h"
 #include "sheet/EditedSheet.h"
 #include "sheet/PasteSpecial.h"
@@ -205,6 +206,67 @@ TEST(TypeInCell, TakesNumbersDatesAndNothing) {
     EXPECT_EQ(sheet.Undo[0].first, c.label);
     EXPECT_EQ(sheet.Undo[0].second, (CellRange{1, 1, 1, 1}));
   }
+}
+
+// A date shows as one where nobody chose a pattern and no number would turn into a date.
+TEST(TypeInCell, ShowsADateAsOne) {
+  const LocaleText german{',', ';', '.', '.', ':', DateOrder::DayFirst};
+  const struct {
+    const char *before, *format, *text;
+    const LocaleText& locale;
+    const char *cells, *pattern;
+  } kCases[] = {
+      {"- 2", "General", "22.11.2026", german, "46348 2\n", "dd.mm.yyyy"},
+      {"1 2", "General", "2026-11-22", german, "46348 2\n", "yyyy-mm-dd"},
+      {"- 2", "General", "11/22/2026 10:30", LocaleText(), "46348.4375 2\n", "mm/dd/yyyy hh:mm"},
+      {"- 2", "General", "10:30:00", LocaleText(), "0.4375 2\n", "hh:mm:ss"},
+      {"- 2", "General", "36:00", LocaleText(), "1.5 2\n", "[h]:mm"},
+      {"- 2\n7 3", "General", "2026-11-22", LocaleText(), "46348 2\n7 3\n", "General"},
+      {"- 2\ntext 3", "General", "2026-11-22", LocaleText(), "46348 2\ntext 3\n", "yyyy-mm-dd"},
+      {"- 2", "0.00", "2026-11-22", LocaleText(), "46348 2\n", "0.00"},
+      {"- 2", "hh:mm", "2026-11-22", LocaleText(), "46348 2\n", "hh:mm"},
+  };
+  for (const auto& c : kCases) {
+    EditedSheet sheet(c.before);
+    sheet.Locale = c.locale;
+    sheet.Sheet.Formats[0].NumberFormat = c.format;
+    EXPECT_TRUE(TypeInCell(sheet.With({}), 1, 1, c.text));
+    EXPECT_EQ(sheet.Cells(), c.cells) << c.text;
+    EXPECT_EQ(sheet.Sheet.Formats[0].NumberFormat, c.pattern) << c.text;
+    EXPECT_EQ(sheet.Sheet.Formats[1].NumberFormat, "General");
+    EXPECT_EQ(sheet.Undo.size(), 1u);
+    // The editor opens with a text that changes nothing.
+    EXPECT_TRUE(TypeInCell(sheet.With({}), 1, 1, EntryText(sheet.Sheet, 1, 1, sheet.Locale)));
+    EXPECT_EQ(sheet.Undo.size(), 1u) << c.text;
+  }
+}
+
+TEST(EditCommands, CopyAndPasteDatesToTheBit) {
+  const LocaleText german{',', ';', '.', '.', ':', DateOrder::DayFirst};
+  for (const LocaleText& locale : {LocaleText(), german}) {
+    for (const char* pattern : {"General", "dd.mm.yyyy", "mm/dd/yyyy hh:mm", "hh:mm:ss.000", "[h]:mm", "mmm yyyy"}) {
+      EditedSheet sheet("46348 46348.4375\n0.1 1.5\n-3.25 2958465.9999999884\n46348.000000000007 1E9");
+      sheet.Locale = locale;
+      for (ColumnFormat& format : sheet.Sheet.Formats) format.NumberFormat = pattern;
+      RecordingClipboard board;
+      const CellRange all{1, 1, 4, 2};
+      EditCopy(sheet.With({all}), board);
+      EditedSheet other("- -");
+      other.Locale = locale;
+      EXPECT_TRUE(EditPaste(other.With({{1, 1, 1, 1}}), board));
+      for (std::size_t row = 1; row <= 4; ++row)
+        for (const std::size_t col : {1u, 2u})
+          EXPECT_EQ(other.Sheet.Cells.Cell(row, col), sheet.Sheet.Cells.Cell(row, col)) << pattern << board.Held;
+    }
+  }
+  EditedSheet sheet("-");
+  sheet.Locale = german;
+  RecordingClipboard board;
+  board.Held = "Tag\t1,5\n22.11.2026\t10:30\n23.11.2026 10:30\t11:00\n";
+  EXPECT_TRUE(EditPaste(sheet.With({{1, 1, 1, 1}}), board));
+  EXPECT_EQ(sheet.Cells(), "Tag 1.5\n46348 0.4375\n46349.4375 0.458333333333333\n");
+  EXPECT_EQ(sheet.Sheet.Formats[0].NumberFormat, "dd.mm.yyyy hh:mm");
+  EXPECT_EQ(sheet.Sheet.Formats[1].NumberFormat, "General");  // which holds another number
 }
 
 TEST(TypeInCell, RefusesAnythingElse) {

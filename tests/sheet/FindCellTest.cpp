@@ -50,6 +50,16 @@ TEST(FindCell, SearchesWhatIsShownAndWhatIsThere) {
         << c.What;
 }
 
+TEST(FindCell, FindsADateByAnyOfItsTexts) {
+  EditedSheet sheet("46347 1\n46348.4375 2\n");
+  sheet.Locale = {',', ';', '.', '.', ':', DateOrder::DayFirst};
+  sheet.Sheet.Formats[0].NumberFormat = "dd.mm.yy";
+  for (const char* what : {"22.11.26", "22.11.2026", "22.11.2026 10:30", "2026-11-22", "46348,4375"})
+    EXPECT_EQ((FindCell{what, false, SearchOrder::ByRows}.FindNext(sheet.Sheet, {1, 1}, sheet.Locale, sheet.User)),
+              (CellPlace{2, 1}))
+        << what;
+}
+
 TEST(GoToCell, ReadsAReference) {
   EditedSheet sheet("", 2, true);  // X1, X2, Y, StDev
   sheet.Sheet.Headers[1] = "Dose: mg";

@@ -375,6 +375,9 @@ TEST_F(SheetDialogs, FormatWholeColumns) {
     typed->selectAll();
     QTest::keyClicks(typed, "0.0E+00");
     EXPECT_EQ(Text(dialog, "Sample"), "1.0E+00");
+    Enter(dialog, "NumberFormat=yyyy-mm-dd hh:mm");
+    EXPECT_EQ(Text(dialog, "Sample"), "1899-12-31 00:00");
+    Enter(dialog, "NumberFormat=0.0E+00");
     Accept(dialog);
   });
   Trigger("mnuFormatCells");

@@ -52,6 +52,7 @@ std::optional<std::string> ChooseNumberFormat(QWidget* parent, const std::string
   SheetDialog dialog(parent, "FormatCells", "Number Format");
   QStringList patterns;
   for (const char* pattern : kNumberPatterns) patterns << pattern;
+  for (const char* pattern : kDatePatterns) patterns << pattern;
   QComboBox* pattern = dialog.AddChoice("NumberFormat", "Number &pattern:", patterns);
   pattern->setEditable(true);
   pattern->setCurrentText(QString::fromStdString(NumberFormat));
@@ -60,7 +61,9 @@ std::optional<std::string> ChooseNumberFormat(QWidget* parent, const std::string
   shown->setTextFormat(Qt::PlainText);
   shown->setMinimumWidth(shown->fontMetrics().horizontalAdvance("-0.123456789012345E+00"));
   dialog.Rows()->addRow("Sample:", shown);
-  dialog.AddNote("0 is a digit that is always shown, # one that is shown when needed, E+00 an exponent.");
+  dialog.AddNote(
+      "0 is a digit that is always shown, # one that is shown when needed, E+00 an exponent.\n"
+      "Dates: yyyy is the year, mm the month, dd the day. Times: hh:mm:ss; [h] counts on behind 24.");
   const auto show = [&] {
     shown->setText(QString::fromStdString(ShownNumber(sample, pattern->currentText().toStdString(), locale)));
   };
