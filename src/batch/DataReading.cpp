@@ -5,6 +5,7 @@
 #include "core/NumberText.h"
 #include "import/ConnectString.h"
 #include "sheet/ArrangeData.h"
+#include "sheet/ColumnDates.h"
 #include "sheet/ComputeWeights.h"
 #include "sheet/LoadGridData.h"
 
@@ -22,6 +23,7 @@ DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleTex
   }
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
+  NumberDates(cells, kIsoDates);
   // A plot has the points in their own order, too. The runs of a table of parameters may come to ask for a project
   // without reading again.
   const bool keepUnsorted =

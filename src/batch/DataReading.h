@@ -22,7 +22,7 @@ struct DataReading {
 std::string DataSourceText(const MacroSetup& setup);
 
 // The points in the cells of the macro's data source, missing ones already blanked: the columns are arranged as the
-// setup says, read, and weighted.
+// setup says, read, and weighted. Dates whose order is certain are the numbers of their days.
 DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale);
 
 }  // namespace quorvex

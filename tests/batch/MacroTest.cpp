@@ -204,6 +204,28 @@ TEST(Macro, EndsInTheStatusOfWhatWentWrong) {
   }
 }
 
+// The line through days 46054 to 46058 and their ordinal; what a date is not certain to be ends the run as any text.
+TEST(Macro, ReadsDatesWhoseOrderIsCertain) {
+  const struct {
+    const char* data;
+    const char* logHas;
+  } kDates[] = {
+      {"2026-02-01\t1\n2026-02-02\t2\n2026-02-03T00:00:00Z\t3\n2026-02-04\t4\n", "Final Merit Function"},
+      {"01.02.2026\t1\n02.02.2026\t2\n03.02.2026\t3\n28.02.2026\t28\n", "Final Merit Function"},
+      {"10:30\t1\n11:30\t2\n12:30\t3\n36:00\t26.5\n", "Final Merit Function"},
+      {"01/02/2026\t1\n02/02/2026\t2\n03/02/2026\t3\n04/02/2026\t4\n", "Line 1: '01/02/2026' is not a number."},
+      {"13/02/2026\t1\n02/13/2026\t2\n03/02/2026\t3\n", "Line 1: '13/02/2026' is not a number."},
+      {"2026-02-01\t1\n2026-02-30\t2\n2026-02-03\t3\n", "Line 2: '2026-02-30' is not a number."},
+      {"24:61\t1\n2\t2\n3\t3\n", "Line 1: '24:61' is not a number."},
+  };
+  for (const auto& c : kDates) {
+    Program program(c.data);
+    program.RunMacro(With("InputDelimit = Tab\n"));
+    const std::string log = program.Log();
+    EXPECT_NE(log.find(c.logHas), std::string::npos) << c.data << log;
+  }
+}
+
 TEST(Macro, EndsInTheStatusOfItsOwnFile) {
   Program program;
   program.Folder.Write("folder/inside.txt", "");
