@@ -23,6 +23,7 @@ void TellFailure(const std::string& failure, Prompter& user) {
 void TakeImported(DataSheet imported, const SheetEdit& edit) {
   edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
   edit.Sheet.Headers = std::move(imported.Headers);
+  edit.Sheet.Formats = std::move(imported.Formats);
   edit.Sheet.Cells = std::move(imported.Cells);
 }
 
@@ -46,6 +47,7 @@ Result<GridCells> DataImport::Preview(Prompter* user) {
   const std::size_t shown = std::min(cells_.GridLastRow(), kPreviewLines);
   GridCells preview = shown > 0 ? cells_.CopyRange({1, 1, shown, cells_.GridLastCol()}) : GridCells();
   preview.ColumnNames = cells_.ColumnNames;
+  preview.DatePatterns = cells_.DatePatterns;
   for (const CommentLine& comment : Comments)
     if (ckComments && comment.Line <= kPreviewLines)
       preview.SetGridCellText(comment.Line, 1, CutCellText(DecodeText(comment.Text)));
@@ -68,8 +70,22 @@ std::size_t DataImport::DataColumns() const {
 
 std::string DataImport::Marker() const { return ckMissingData ? std::string(Trim(txtMissingData)) : ""; }
 
+ColumnDates DataImport::Dates(const GridCells& cells, const LocaleText& locale) const {
+  if (!ckDayFirst) return {cells, locale};
+  return {cells, locale, *ckDayFirst ? DateOrder::DayFirst : DateOrder::MonthFirst};
+}
+
+DateOrderQuestion DataImport::AskDateOrder(const LocaleText& locale) const {
+  const ColumnDates dates = Dates(locale);
+  for (const auto& [col, date] : dates.Ambiguous())
+    if (Columns.MayBeImported(col))
+      return {"Nothing in column '" + Columns.lstColumns()[col - 1] + "' tells day from month in " + date + '.',
+              dates.LocaleOf(col).OrderOfDate == DateOrder::DayFirst};
+  return {};
+}
+
 TextCells DataImport::TextsToImport(const LocaleText& locale) {
-  TextCells texts = FindTextCells(cells_, StartRow(locale), Marker(), Columns, locale);
+  TextCells texts = FindTextCells(cells_, StartRow(locale), Marker(), Columns, Dates(locale));
   toldTexts_ = texts.Count;
   return texts;
 }
@@ -125,10 +141,12 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
       edit.User.Inform("The file contains too many data points. Only 65,536 data points will be imported.");
       rowCount = kMostSheetRows;
     }
-    const TextCells texts = ReadTexts(*rows, rowCount, edit.Locale);
+    ColumnPatterns patterns;
+    const TextCells texts = ReadTexts(*rows, rowCount, edit.Locale, patterns);
     // Here and not before: an import that was refused leaves no step to undo.
     edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
     Columns.MoveInto(*rows, rowCount, edit.Sheet);
+    SetPatterns(edit.Sheet, patterns);
     if (ckHeadings) {
       ReadHeadings(edit.Locale);
       NameVariables(edit.Sheet);
@@ -141,20 +159,37 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   }
 }
 
-TextCells DataImport::ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const {
+TextCells DataImport::ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale,
+                                ColumnPatterns& patterns) const {
   TextCells texts;
+  const ColumnDates dates = Dates(rows, locale);
+  std::vector<DateForm> forms(rows.GridLastCol());
+  std::vector<bool> otherNumbers(rows.GridLastCol());
   for (std::size_t row = 1; row <= count; ++row) {
     for (std::size_t col = 1; col <= rows.GridLastCol(); ++col) {
       const double cell = rows.Cell(row, col);
+      if (!std::isnan(cell)) otherNumbers[col - 1] = true;
       if (!GridCells::IsText(cell) || Columns.VariableOf(col).empty()) continue;
-      if (const auto value = TypedValue(rows, cell, locale)) {
-        rows.SetGridCellNumber(row, col, *value);
+      const std::optional<CellEntry> entry = ReadCellEntry(rows.TextBehind(cell), dates.LocaleOf(col));
+      if (entry && entry->Value) {
+        rows.SetGridCellNumber(row, col, *entry->Value);
+        if (entry->Date) {
+          forms[col - 1].Join(*entry->Date);
+        } else {
+          otherNumbers[col - 1] = true;
+        }
       } else if (ckTextMissing) {
         rows.ClearCell(row, col);
       } else {
         texts.Add(rows.TextBehind(cell));
       }
     }
+  }
+  for (std::size_t v = 1; v <= Columns.lstHeaders().size(); ++v) {
+    const std::size_t col = Columns.ColumnOf(v);
+    if (col == 0 || col > forms.size()) continue;
+    const std::string pattern = otherNumbers[col - 1] ? rows.DatePattern(col) : forms[col - 1].Pattern();
+    if (!pattern.empty()) patterns.emplace_back(v, pattern);
   }
   return texts;
 }
@@ -165,7 +200,8 @@ bool DataImport::IsBlank(std::size_t line) const {
   return true;
 }
 
-std::vector<std::string> DataImport::HeadingsIn(std::size_t line, const LocaleText& locale) const {
+std::vector<std::string> DataImport::HeadingsIn(std::size_t line, const LocaleText& locale,
+                                                const ColumnDates& dates) const {
   const std::size_t columns = Columns.lstColumns().size();
   std::vector<std::string> headings(columns);
   std::size_t words = 0;
@@ -179,7 +215,7 @@ std::vector<std::string> DataImport::HeadingsIn(std::size_t line, const LocaleTe
   for (std::size_t col = 1; col <= columns; ++col) {
     const double cell = cells_.Cell(line, col);
     if (GridCells::IsEmpty(cell)) continue;
-    if (!StaysText(cells_, cell, locale)) return {};
+    if (!StaysText(cells_, cell, dates.LocaleOf(col))) return {};
     headings[col - 1] = cells_.TextBehind(cell);
     ++words;
   }
@@ -192,8 +228,9 @@ std::vector<std::string> DataImport::Headings(const LocaleText& locale) const {
   const double above = StartRow(locale) - 1;
   if (above > static_cast<double>(cells_.GridLastRow())) return {};
   std::vector<std::string> units;
+  const ColumnDates dates = Dates(locale);
   for (auto line = static_cast<std::size_t>(above); line >= 1; --line) {
-    std::vector<std::string> headings = HeadingsIn(line, locale);
+    std::vector<std::string> headings = HeadingsIn(line, locale, dates);
     const bool passed = IsComment(line) || IsBlank(line);
     if (headings.empty() && passed) continue;
     if (headings.empty()) break;

@@ -11,6 +11,7 @@
 #include "import/DataRows.h"
 #include "import/TextCells.h"
 #include "import/TextLines.h"
+#include "sheet/ColumnDates.h"
 #include "sheet/GridCells.h"
 #include "sheet/SheetEdit.h"
 
@@ -36,6 +37,13 @@ void TellFailure(const std::string& failure, Prompter& user);
 // The names of files that hold data, as a file dialog takes them.
 inline constexpr const char* kDataFiles = "*.txt *.csv *.tsv *.dat *.ods *.xlsx";
 
+// What is to be said about dates that may be read either way: "Nothing in column 'Day' tells day from month in
+// 03/04/2026.", "" where there are none, and whether the day is read first.
+struct DateOrderQuestion {
+  std::string Sentence;
+  bool DayFirst = false;
+};
+
 // An import in progress: what its dialog shows and decides. The fields are those of the dialog's controls.
 class DataImport {
  public:
@@ -45,11 +53,12 @@ class DataImport {
 
   ColumnAssignment Columns;
   bool ckMissingData = false;
-  std::string txtMissingData;    // cells with this text are left empty, where ckMissingData is ticked
-  std::string ImportText = "1";  // the first data line, counted from 1
-  bool ckHeadings = false;       // the variables are named after the headings of their columns
-  bool ckTextMissing = false;    // cells that are no numbers are left empty
-  bool ckComments = true;        // lines of comments are left out
+  std::string txtMissingData;      // cells with this text are left empty, where ckMissingData is ticked
+  std::string ImportText = "1";    // the first data line, counted from 1
+  bool ckHeadings = false;         // the variables are named after the headings of their columns
+  bool ckTextMissing = false;      // cells that are no numbers are left empty
+  std::optional<bool> ckDayFirst;  // of dates that may be read either way; nothing: as the locale expects
+  bool ckComments = true;          // lines of comments are left out
 
   // "Preview of 'runs.txt' (first 200 lines)".
   std::string Title() const;
@@ -64,6 +73,10 @@ class DataImport {
   // The cells of the chosen columns that would come into the sheet as texts: of all lines that the sheet has room for,
   // or of a preview's where the source isn't at hand.
   TextCells TextsToImport(const LocaleText& locale);
+
+  // How the columns write their dates.
+  ColumnDates Dates(const LocaleText& locale) const { return Dates(cells_, locale); }
+  DateOrderQuestion AskDateOrder(const LocaleText& locale) const;
 
   // Names the columns as the source does, or else after the headings: the line above the data, where that has words and
   // no number, or a comment above them with a word for each column. Blank lines between don't matter, and a line of
@@ -91,9 +104,10 @@ class DataImport {
   double StartRow(const LocaleText& locale) const;
 
   // Checks what was chosen and, where nothing speaks against it, brings the data into the sheet: its first line to row
-  // 1, the assigned columns replaced, the others as they were. A text that a typed cell would take, a date for one, is
-  // the value that the cell would have. Says what is wrong and whether rows are left out. While the source is read the
-  // user can cancel, which changes nothing and stays. Texts that TextsToImport hasn't counted are told.
+  // 1, the assigned columns replaced, the others as they were. A text that a typed cell would take is the value that
+  // the cell would have; dates are in the order that their column tells, and a column of them is shown as dates. Says
+  // what is wrong and whether rows are left out. While the source is read the user can cancel, which changes nothing
+  // and stays. Texts that TextsToImport hasn't counted are told.
   ImportOutcome Finish(const SheetEdit& edit);
 
  protected:
@@ -120,14 +134,15 @@ class DataImport {
   const CommentLine* CommentAt(std::size_t line) const;  // nullptr for none
   std::size_t DataColumns() const;                       // the lines above the data may have more
   bool IsBlank(std::size_t line) const;
+  ColumnDates Dates(const GridCells& cells, const LocaleText& locale) const;
   std::vector<std::string> Headings(const LocaleText& locale) const;
   // Those that a line of these cells may have been written for; none where one of them is a number.
-  std::vector<std::string> HeadingsIn(std::size_t line, const LocaleText& locale) const;
+  std::vector<std::string> HeadingsIn(std::size_t line, const LocaleText& locale, const ColumnDates& dates) const;
   // Names the variables after the columns they have, where those have a name.
   void NameVariables(DataSheet& sheet) const;
   // Makes numbers of the texts that are typed ones, and of the others empty cells where those are to be left out.
-  // Returns the others.
-  TextCells ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const;
+  // Returns the others, and the patterns of the variables that are dates.
+  TextCells ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale, ColumnPatterns& patterns) const;
 
   GridCells cells_;            // as Preview has read them, and behind those as many lines as are at hand
   std::size_t toldTexts_ = 0;  // how many the user has heard of

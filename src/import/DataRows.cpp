@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "import/TextCells.h"
+#include "sheet/ColumnDates.h"
 #include "sheet/DecimalCommas.h"
 
 namespace quorvex {
@@ -19,8 +20,9 @@ class Rows {
   Rows(const GridCells& cells, const LocaleText& locale)
       : cells_(cells), count_(std::min(cells.GridLastRow(), kMostLookedAt)), columns_(cells.GridLastCol()) {
     kinds_.resize(count_ * columns_);
+    const ColumnDates dates(cells, locale);
     for (std::size_t row = 1; row <= count_; ++row)
-      for (std::size_t col = 1; col <= columns_; ++col) At(row, col) = KindOf(row, col, locale);
+      for (std::size_t col = 1; col <= columns_; ++col) At(row, col) = KindOf(row, col, dates.LocaleOf(col));
     for (std::size_t row = count_; row > count_ / 2; --row) {
       std::size_t width = 0;
       for (std::size_t col = 1; col <= columns_; ++col)

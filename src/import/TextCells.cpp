@@ -50,7 +50,7 @@ std::string TextCells::Sentence() const {
 }
 
 TextCells FindTextCells(const GridCells& cells, double startRow, const std::string& marker,
-                        const ColumnAssignment& columns, const LocaleText& locale) {
+                        const ColumnAssignment& columns, const ColumnDates& dates) {
   TextCells found;
   const std::size_t rows = cells.GridLastRow();
   if (startRow > static_cast<double>(rows)) return found;
@@ -59,7 +59,7 @@ TextCells FindTextCells(const GridCells& cells, double startRow, const std::stri
       const double cell = cells.Cell(row, col);
       if (!GridCells::IsText(cell) || !columns.MayBeImported(col)) continue;
       const std::string& text = cells.TextBehind(cell);
-      if ((marker.empty() || Trim(text) != marker) && StaysText(cells, cell, locale)) found.Add(text);
+      if ((marker.empty() || Trim(text) != marker) && StaysText(cells, cell, dates.LocaleOf(col))) found.Add(text);
     }
   }
   return found;

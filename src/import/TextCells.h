@@ -8,6 +8,7 @@
 
 #include "core/LocaleText.h"
 #include "import/ColumnAssignment.h"
+#include "sheet/ColumnDates.h"
 #include "sheet/GridCells.h"
 
 namespace quorvex {
@@ -36,6 +37,6 @@ struct TextCells {
 
 // Those from a row on in the columns that are assigned, or in all where none is. Cells with the marker don't count.
 TextCells FindTextCells(const GridCells& cells, double startRow, const std::string& marker,
-                        const ColumnAssignment& columns, const LocaleText& locale);
+                        const ColumnAssignment& columns, const ColumnDates& dates);
 
 }  // namespace quorvex

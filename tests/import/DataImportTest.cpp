@@ -338,6 +338,53 @@ TEST(TextImport, TakesADateForTheNumberThatATypedOneIs) {
   EXPECT_EQ(desk.Sheet.Cells.GridCellNumber(1, 1), 43845);
 }
 
+TEST(TextImport, ReadsTheDatesOfAColumnInTheOrderThatAllOfThemTell) {
+  const TemporaryFolder folder;
+  const LocaleText us, german{',', ';', '.', '.', ':', DateOrder::DayFirst};
+  const struct {
+    const char* text;
+    const LocaleText& locale;
+    Texts rows;
+    const char *pattern, *question;
+    std::optional<bool> dayFirst = std::nullopt;
+  } kCases[] = {
+      {"01.02.2026\t1\n31.12.2026\t2\n", us, {"46054 1", "46387 2"}, "dd.mm.yyyy", ""},
+      {"01.02.2026\t1\n31.12.2026\t2\n", german, {"46054 1", "46387 2"}, "dd.mm.yyyy", ""},
+      {"01/02/2026\t1\n12/31/2026\t2\n", german, {"46024 1", "46387 2"}, "mm/dd/yyyy", ""},
+      {"01/02/2026\t1\n02/02/2026\t2\n", us, {"46024 1", "46055 2"}, "mm/dd/yyyy", "01/02/2026"},
+      {"01/02/2026\t1\n02/02/2026\t2\n", german, {"46054 1", "46055 2"}, "dd/mm/yyyy", "01/02/2026"},
+      {"01/02/2026\t1\n02/02/2026\t2\n", us, {"46054 1", "46055 2"}, "dd/mm/yyyy", "01/02/2026", true},
+      {"01.02.2026\t1\n02.02.2026\t2\n", us, {"46054 1", "46055 2"}, "dd.mm.yyyy", "01.02.2026"},
+      {"2026-02-01T10:30Z\t1\n2026-02-02\t2\n", us, {"46054.4375 1", "46055 2"}, "yyyy-mm-dd hh:mm", ""},
+      {"10:30\t1\n36:00:15.5\t2\n", us, {"0.4375 1", "1.50017939814815 2"}, "[h]:mm:ss.000", ""},
+      {"2026-02-01\t1\n5\t2\n", us, {"46054 1", "5 2"}, "General", ""},  // a number that is no date
+      {"\"Feb 1\"\t1\n2026-02-30\t2\n", us, {"Feb 1 1", "2026-02-30 2"}, "General", ""},
+  };
+  for (const auto& c : kCases) {
+    Desk desk;
+    desk.Locale = c.locale;
+    const auto import = desk.OpenText(folder.Write("days.txt", c.text));
+    import->Columns.AssignInOrder();
+    import->ckDayFirst = c.dayFirst;
+    const DateOrderQuestion question = import->AskDateOrder(desk.Locale);
+    const std::string asked = c.question;
+    EXPECT_EQ(question.Sentence,
+              asked.empty() ? "" : "Nothing in column 'Column 1' tells day from month in " + asked + ".");
+    EXPECT_EQ(question.DayFirst, !asked.empty() && c.pattern[0] == 'd') << c.text;
+    EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
+    EXPECT_EQ(desk.Rows(), c.rows) << c.text;
+    EXPECT_EQ(desk.Sheet.Formats[0].NumberFormat, c.pattern) << c.text;
+    EXPECT_EQ(desk.Sheet.Formats[1].NumberFormat, "General");
+  }
+  // A pattern that somebody chose for numbers stays.
+  Desk desk;
+  desk.Sheet.Formats[0].NumberFormat = "0.00";
+  const auto import = desk.OpenText(folder.Write("days.txt", "2026-02-01\t1\n"));
+  import->Columns.AssignInOrder();
+  EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
+  EXPECT_EQ(desk.Sheet.Formats[0].NumberFormat, "0.00");
+}
+
 TEST(DataImport, SuggestsWhatIsObvious) {
   const TemporaryFolder folder;
   const struct {
@@ -424,7 +471,8 @@ TEST(DataImport, CountsTheTextsThatItWouldImport) {
     if (*c.last == '\0') continue;
     EXPECT_EQ(desk.User.Said, Texts());
     EXPECT_EQ(desk.Rows().back(), c.last);
-    EXPECT_EQ(FindTextCells(desk.Sheet.Cells, 1, "", ColumnAssignment(desk.Sheet), desk.Locale).Count, 0);
+    EXPECT_EQ(
+        FindTextCells(desk.Sheet.Cells, 1, "", ColumnAssignment(desk.Sheet), {desk.Sheet.Cells, desk.Locale}).Count, 0);
   }
   // What nobody has heard of is told with the import.
   Desk desk;

@@ -257,6 +257,9 @@ TEST(ReadSheet, CountsDatesFromWhereTheFileDoes) {
   for (const auto& c : kCases) {
     const std::string file = folder.Write("dates.xlsx", OpenXml(c.settings, "", "", styles, row));
     EXPECT_EQ(Rows(file, "Sheet1"), std::vector<std::string>{c.shown}) << c.settings;
+    EXPECT_EQ(ReadSheet(file, "Sheet1")->DatePatterns,
+              (std::vector<std::string>{"", "yyyy-mm-dd", "yyyy-mm-dd hh:mm", "[h]:mm:ss", "", "yyyy-mm-dd", "hh:mm:ss",
+                                        "hh:mm", "", "yyyy-mm-dd", ""}));
   }
 }
 

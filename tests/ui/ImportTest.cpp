@@ -141,6 +141,49 @@ TEST_F(Import, SplitsShowsAndAssignsAsClicked) {
   EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y"}));
 }
 
+TEST_F(Import, ShowsDatesAndAsksForTheirOrder) {
+  const std::string file = folder.Write("runs.txt", "day\ty\n03/04/2026\t1\n05/04/2026\t2\n31/02/2026\t3\n");
+  Start();
+  const int width = Grid().columnWidth(0);
+  EXPECT_TRUE(Grid().model()->setData(Grid().model()->index(0, 0), "2026-04-03 11:30:15.25", Qt::EditRole));
+  EXPECT_EQ(Shown(1, 1), "2026-04-03 11:30:15.250");
+  EXPECT_GT(Grid().columnWidth(0), width);
+  Trigger("mnuEditUndo");
+  dialogs.ChooseFile(file);
+  dialogs.Do([&](QDialog& form) {
+    auto& dayFirst = In<QCheckBox>(form, "ckDayFirst");
+    EXPECT_EQ(dayFirst.text(), "Nothing in column 'day' tells day from month in 03/04/2026. Read the da&y first");
+    EXPECT_TRUE(dayFirst.isVisible() && !dayFirst.isChecked());  // as the locale has it
+    EXPECT_EQ(StartRow(form), "2");
+    EXPECT_TRUE(Marked(form, 4, 1));
+    EXPECT_FALSE(Marked(form, 2, 1) || Marked(form, 3, 1));
+    Click(form, "ckDayFirst");
+    EXPECT_TRUE(dayFirst.isChecked());
+    QTest::keyClick(&form, Qt::Key_Return);
+  });
+  Trigger("mnuDataImport");
+  EXPECT_EQ(Rows(), (Texts{"46115 1", "46117 2", "31/02/2026 3"}));
+  EXPECT_EQ(Shown(1, 1), "03/04/2026");
+  // In the locale's order it would be another day, so the editor has it in the order of no locale.
+  EXPECT_EQ(Grid().model()->index(0, 0).data(Qt::EditRole).toString(), "2026-04-03");
+  EXPECT_TRUE(Grid().model()->setData(Grid().model()->index(2, 0), "04/30/2026", Qt::EditRole));
+  EXPECT_EQ(Shown(3, 1), "30/04/2026");
+  Trigger("mnuEditUndo");
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(Rows(), Texts());
+  EXPECT_EQ(Document().Sheet.Formats[0].NumberFormat, "General");
+  Trigger("mnuEditRedo");
+  dialogs.ChooseFile(folder.Path("days.qvx"));
+  Trigger("mnuFileSave");
+  Trigger("mnuFileClose");
+  frame->OpenFile(QString::fromStdString(folder.Path("days.qvx")));
+  EXPECT_EQ(Shown(2, 1), "05/04/2026");
+  // Into a project of its own, too.
+  dialogs.Do([](QDialog& form) { QTest::keyClick(&form, Qt::Key_Return); });
+  frame->OpenFile(QString::fromStdString(folder.Write("times.csv", "2026-04-03T10:30,1\n2026-04-03T11:30,2\n")));
+  EXPECT_EQ(Shown(2, 1), "2026-04-03 11:30");
+}
+
 TEST_F(Import, AsksBeforeItOverwritesAndLeavesTheSheetWhereCancelled) {
   const std::string file = folder.Write("runs.txt", "t,y\n7,8\n9,10\n"), empty = folder.Write("empty.txt", "");
   Start();

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Limits.h"
+#include "core/SerialDate.h"
 #include "sheet/GridCells.h"
 
 namespace quorvex {
@@ -18,18 +19,28 @@ class SpreadsheetCells {
   // Each returns false, and stores nothing, where the sheet grows too large. Cells in columns that are not kept are
   // counted only.
   bool SetNumber(std::size_t row, std::size_t col, double value);
+  // A number that the sheet shows as a date or time of that form.
+  bool SetDay(std::size_t row, std::size_t col, double value, const DateForm& form);
   // A number where NumericText reads one with a decimal point.
   bool SetText(std::size_t row, std::size_t col, std::string_view text);
   // A date or a date and time in ISO form ("2026-11-21", "2026-11-21T06:38:34.5"), as the days since 30 December 1899;
   // anything else as a text.
   bool SetDate(std::size_t row, std::size_t col, std::string_view text);
 
+  // The columns with dates and no other numbers have their patterns when all cells are set.
+  void FindDatePatterns();
+
   GridCells Cells;
 
  private:
+  struct ColumnForm {
+    DateForm Dates;
+    bool OtherNumbers = false;
+  };
   bool Admit(std::size_t row, std::size_t col, std::size_t textSize);
 
   std::vector<std::size_t> heights_ = std::vector<std::size_t>(kMostColumnsRead);
+  std::vector<ColumnForm> forms_ = std::vector<ColumnForm>(kMostColumnsRead);
   std::size_t taken_ = 0;
 };
 

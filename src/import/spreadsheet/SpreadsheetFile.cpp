@@ -57,6 +57,7 @@ Result<GridCells> ReadSheet(const std::string& file, const std::string& sheet, c
   Result<SpreadsheetContent> content = ReadFile(file, sheet, work);
   if (!content) return Failure{content.error()};
   if (!content->Found) return ImportFailure(file, "There is no sheet '" + sheet + "'.");
+  content->Sheet.FindDatePatterns();
   return std::move(content->Sheet.Cells);
 }
 

@@ -20,7 +20,8 @@ Result<std::vector<std::string>> ListSheets(const std::string& file, const LongW
 // that NumericText reads with a decimal point. A formula gives the result that was saved with it; true and false are 1
 // and 0; a date and time written as such is the days since 30 December 1899, as spreadsheets count them, and a time of
 // day a fraction of a day. Office Open XML writes dates as numbers, which stand as they are; in the few files that
-// count from 1904, cells with a format that shows a day, month or year get the 1462 days that are between. Other texts
+// count from 1904, cells with a format that shows a day, month or year get the 1462 days that are between. Columns with
+// dates and times and no other numbers have their date patterns. Other texts
 // are texts, cut as CutCellText cuts; an error and a formula without a saved result are empty. Columns right of the
 // 256th are not kept.
 //

@@ -58,6 +58,7 @@ SpreadsheetImport::Reading SpreadsheetImport::ReadRows(std::size_t first, std::s
     const std::size_t last = std::min(cells->GridLastRow(), first - 1 + count);
     if (last < first) return GridCells();
     GridCells rows = cells->CopyRange({first, 1, last, cells->GridLastCol()});
+    rows.DatePatterns = cells->DatePatterns;
     if (!marker.empty()) BlankMissingMarker(rows, marker);
     return rows;
   };

@@ -25,7 +25,7 @@ double DayFraction(std::string_view text) {
 
 // A cell as the file tells it: what kind of value, and the value's text.
 struct CellValue {
-  enum { Empty, Number, Text, Date } Kind = Empty;
+  enum { Empty, Number, Time, Text, Date } Kind = Empty;
   double Value = 0;
   std::string Words;
 };
@@ -97,7 +97,7 @@ class ContentReader : public SpreadsheetXml {
     } else if (kind == "boolean") {
       cell_ = {CellValue::Number, attributes["office:1.0|boolean-value"] == "true" ? 1.0 : 0.0, ""};
     } else if (kind == "time") {
-      cell_ = {CellValue::Number, DayFraction(attributes["office:1.0|time-value"]), ""};
+      cell_ = {CellValue::Time, DayFraction(attributes["office:1.0|time-value"]), ""};
     } else if (kind == "date") {
       cell_ = {CellValue::Date, 0, std::string(attributes["office:1.0|date-value"])};
     } else if (kind == "string" && attributes["calcext:1.0|value-type"] != "error") {
@@ -152,6 +152,10 @@ class ContentReader : public SpreadsheetXml {
 
   bool Store(std::size_t row, std::size_t col, const CellValue& cell) {
     if (cell.Kind == CellValue::Number) return content_.Sheet.SetNumber(row, col, cell.Value);
+    if (cell.Kind == CellValue::Time) {
+      const DateForm form{.HasTime = true, .HasSeconds = true, .Elapsed = cell.Value >= 1};
+      return content_.Sheet.SetDay(row, col, cell.Value, form);
+    }
     if (cell.Kind == CellValue::Date) return content_.Sheet.SetDate(row, col, cell.Words);
     return content_.Sheet.SetText(row, col, cell.Words);
   }

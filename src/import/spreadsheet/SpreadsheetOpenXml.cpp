@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <map>
-#include <set>
 #include <string_view>
 #include <utility>
 
@@ -69,19 +68,26 @@ class WorkbookReader : public SpreadsheetXml {
   }
 };
 
-// Which of the styles that cells name by number show a number as a date.
+// Which of the styles that cells name by number show a number as a date or time, and how.
 class StyleReader : public SpreadsheetXml {
  public:
-  bool IsDate(std::size_t style) const { return style < isDate_.size() && isDate_[style]; }
+  // Nothing for a style of other numbers.
+  const DateForm* FormOf(std::size_t style) const {
+    return style < forms_.size() && forms_[style] ? &*forms_[style] : nullptr;
+  }
 
  protected:
   void Begin(std::string_view name, const Attributes& attributes) override {
     constexpr std::size_t kMostStyles = 1 << 16;
     if (name.ends_with("|cellXfs")) inCells_ = true;
     const std::size_t id = WholeNumber(attributes["numFmtId"], 0);
-    if (name.ends_with("|numFmt") && ShowsDay(attributes["formatCode"])) dates_.insert(id);
-    if (name.ends_with("|xf") && inCells_) isDate_.push_back(IsBuiltIn(id) || dates_.count(id) > 0);
-    if (std::max(dates_.size(), isDate_.size()) > kMostStyles) Stop(SpreadsheetFault::TooLarge);
+    if (name.ends_with("|numFmt"))
+      if (const DateForm form = ReadForm(attributes["formatCode"]); form.HasDate || form.HasTime) dates_[id] = form;
+    if (name.ends_with("|xf") && inCells_) {
+      const auto own = dates_.find(id);
+      forms_.push_back(own != dates_.end() ? own->second : BuiltInForm(id));
+    }
+    if (std::max(dates_.size(), forms_.size()) > kMostStyles) Stop(SpreadsheetFault::TooLarge);
   }
   void End(std::string_view name) override {
     if (name.ends_with("|cellXfs")) inCells_ = false;
@@ -89,33 +95,43 @@ class StyleReader : public SpreadsheetXml {
 
  private:
   // ECMA-376, part 1, section 18.8.30: the formats that every file has, and those of East Asian languages.
-  static bool IsBuiltIn(std::size_t id) {
-    return (id >= 14 && id <= 17) || id == 22 || (id >= 27 && id <= 31) || id == 36 || (id >= 50 && id <= 54) ||
-           id == 57 || id == 58;
+  static std::optional<DateForm> BuiltInForm(std::size_t id) {
+    if ((id >= 14 && id <= 17) || (id >= 27 && id <= 31) || id == 36 || (id >= 50 && id <= 54) || id == 57 || id == 58)
+      return DateForm{.HasDate = true};
+    if (id == 22) return DateForm{.HasDate = true, .HasTime = true};
+    if (id == 18 || id == 20) return DateForm{.HasTime = true};
+    if (id == 19 || id == 21 || id == 45 || id == 47) return DateForm{.HasTime = true, .HasSeconds = true};
+    if (id == 46) return DateForm{.HasTime = true, .HasSeconds = true, .Elapsed = true};
+    return std::nullopt;
   }
 
-  // Whether a format has a day, month or year: a "d" or "y", or an "m" that is no minute beside hours or seconds. What
-  // is quoted, escaped or in brackets, such as a colour or elapsed hours, counts for nothing.
-  static bool ShowsDay(std::string_view format) {
-    bool day = false, month = false, time = false;
+  // What a format has of a day, month or year: a "d" or "y", or an "m" that is no minute beside hours or seconds; and
+  // of a time. What is quoted, escaped or in brackets, such as a colour, counts for nothing, but for elapsed hours.
+  static DateForm ReadForm(std::string_view format) {
+    DateForm form;
+    bool month = false;
     for (std::size_t i = 0; i < format.size(); ++i) {
       const char c = format[i];
       if (c == '\\' || c == '_' || c == '*') {
         ++i;
       } else if (c == '"' || c == '[') {
-        time |= c == '[' && i + 1 < format.size() && std::string_view("hHmMsS").find(format[i + 1]) != format.npos;
+        form.Elapsed |=
+            c == '[' && i + 1 < format.size() && std::string_view("hHmMsS").find(format[i + 1]) != format.npos;
         i = std::min(format.find(c == '"' ? '"' : ']', i + 1), format.size());
       }
-      day |= c == 'd' || c == 'D' || c == 'y' || c == 'Y';
+      form.HasDate |= c == 'd' || c == 'D' || c == 'y' || c == 'Y';
       month |= c == 'm' || c == 'M';
-      time |= c == 'h' || c == 'H' || c == 's' || c == 'S';
+      form.HasTime |= c == 'h' || c == 'H' || c == 's' || c == 'S';
+      form.HasSeconds |= c == 's' || c == 'S';
     }
-    return day || (month && !time);
+    form.HasTime |= form.Elapsed;
+    form.HasDate |= month && !form.HasTime;
+    return form;
   }
 
   bool inCells_ = false;
-  std::set<std::size_t> dates_;
-  std::vector<bool> isDate_;
+  std::map<std::size_t, DateForm> dates_;
+  std::vector<std::optional<DateForm>> forms_;
 };
 
 // The texts that cells refer to by number. A text is in one piece or in several of one format each; how it is read
@@ -152,9 +168,9 @@ class SharedTextReader : public SpreadsheetXml {
 // in place in <is>. Rows and cells may tell where they stand; without that they follow one another.
 class SheetReader : public SpreadsheetXml {
  public:
-  // `from1904` has the styles of a workbook whose dates count from 1904, else it has none.
-  SheetReader(const std::vector<std::string>& texts, const StyleReader& from1904, SpreadsheetCells& cells)
-      : texts_(texts), from1904_(from1904), cells_(cells) {}
+  // The dates of some workbooks count from 1904.
+  SheetReader(const std::vector<std::string>& texts, const StyleReader& styles, bool from1904, SpreadsheetCells& cells)
+      : texts_(texts), styles_(styles), from1904_(from1904), cells_(cells) {}
 
  protected:
   void Begin(std::string_view name, const Attributes& attributes) override {
@@ -198,8 +214,9 @@ class SheetReader : public SpreadsheetXml {
     // An error in a formula leaves no value.
     if (kind_ == "e") return true;
     if (kind_ == "d") return cells_.SetDate(row_, column_, text_);
-    if ((kind_.empty() || kind_ == "n") && from1904_.IsDate(style_))
-      if (const auto day = NumericText(text_)) return cells_.SetNumber(row_, column_, *day + kDaysTo1904);
+    if (const DateForm* const form = styles_.FormOf(style_); form && (kind_.empty() || kind_ == "n"))
+      if (const auto day = NumericText(text_))
+        return cells_.SetDay(row_, column_, *day + (from1904_ && form->HasDate ? kDaysTo1904 : 0), *form);
     if (kind_ != "s") return cells_.SetText(row_, column_, text_);
     const std::size_t index = WholeNumber(text_, texts_.size());
     return index >= texts_.size() || cells_.SetText(row_, column_, texts_[index]);
@@ -208,7 +225,8 @@ class SheetReader : public SpreadsheetXml {
   static constexpr double kDaysTo1904 = 1462;  // from 30 December 1899
 
   const std::vector<std::string>& texts_;
-  const StyleReader& from1904_;
+  const StyleReader& styles_;
+  const bool from1904_;
   SpreadsheetCells& cells_;
   std::size_t row_ = 0, column_ = 0, style_ = 0;
   std::string kind_, text_;
@@ -246,12 +264,15 @@ SpreadsheetFault ReadOpenXml(SpreadsheetArchive& archive, const std::optional<st
   SharedTextReader texts;
   const std::string textFile = parts.TargetOf("/sharedStrings");
   if (!textFile.empty()) fault = texts.Read(archive, textFile);
-  StyleReader from1904;
+  StyleReader styles;
   const std::string styleFile = parts.TargetOf("/styles");
-  if (fault == SpreadsheetFault::None && workbook.From1904 && !styleFile.empty())
-    fault = from1904.Read(archive, styleFile);
+  if (fault == SpreadsheetFault::None && !styleFile.empty()) {
+    // Where the styles tell only how dates look, damage to them is none to the data.
+    const SpreadsheetFault ofStyles = styles.Read(archive, styleFile);
+    if (workbook.From1904 || ofStyles == SpreadsheetFault::Cancelled) fault = ofStyles;
+  }
   if (fault != SpreadsheetFault::None) return fault;
-  return SheetReader(texts.Texts, from1904, content.Sheet).Read(archive, *sheetFile);
+  return SheetReader(texts.Texts, styles, workbook.From1904, content.Sheet).Read(archive, *sheetFile);
 }
 
 }  // namespace quorvex

@@ -36,6 +36,7 @@ ImportDialog::ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* paren
       ckComments(Named(new QCheckBox, "ckComments")),
       lblOffer(Named(new QLabel, "lblOffer")),
       cmdOffer(Named(new QPushButton("Read &otherwise"), "cmdOffer")),
+      ckDayFirst(Named(new QCheckBox, "ckDayFirst")),
       lstColumns(Named(new QListWidget, "lstColumns")),
       lstHeaders(Named(new QListWidget, "lstHeaders")),
       cmdAssign(Named(new QPushButton("&Assign"), "cmdAssign")),
@@ -59,6 +60,10 @@ ImportDialog::ImportDialog(const SheetEdit& edit, ForSheet sheet, QWidget* paren
     Reload();
   });
   connect(cmdOffer, &QPushButton::clicked, this, &ImportDialog::TakeOffer);
+  connect(ckDayFirst, &QCheckBox::toggled, this, [this](bool checked) {
+    import_->ckDayFirst = checked;
+    ShowChoices();
+  });
   connect(txtMissingData, &QLineEdit::textChanged, this, &ImportDialog::ShowChoices);
   connect(DataPreview->selectionModel(), &QItemSelectionModel::currentColumnChanged, this,
           [this](const QModelIndex& current) { lstColumns->setCurrentRow(current.column()); });
@@ -111,6 +116,9 @@ QWidget* ImportDialog::Body(ForSheet sheet) {
                           static_cast<QWidget*>(lblOffer), static_cast<QWidget*>(cmdOffer)})
     widget->hide();  // until there is any of it
 
+  ckDayFirst->setAccessibleName("Read the day first");
+  ckDayFirst->hide();
+
   auto* choices = new QHBoxLayout;
   choices->addWidget(LabelFor(UpDnStartRow, "Fi&rst line of data:"));
   choices->addWidget(UpDnStartRow);
@@ -140,6 +148,7 @@ QWidget* ImportDialog::Body(ForSheet sheet) {
   rows->addWidget(ckComments);
   rows->addWidget(ckHeadings);
   rows->addWidget(ckTextMissing);
+  rows->addWidget(ckDayFirst);
   QWidget* kind = Kind();
   kind->setVisible(sheet != ForSheet::InUse);
   rows->addWidget(kind);
@@ -265,7 +274,8 @@ void ImportDialog::ShowChoices() {
   import_->txtMissingData = txtMissingData->text().toStdString();
   import_->ckTextMissing = ckTextMissing->isChecked();
   model_->SetKept(import_->StartRow(edit_.Locale),
-                  import_->ckMissingData ? txtMissingData->text().trimmed().toStdString() : "", import_->ckTextMissing);
+                  import_->ckMissingData ? txtMissingData->text().trimmed().toStdString() : "", import_->ckTextMissing,
+                  import_->Dates(edit_.Locale));
   import_->ckHeadings = ckHeadings->isChecked();
   import_->ReadHeadings(edit_.Locale);
   ShowOffer();
@@ -279,6 +289,11 @@ void ImportDialog::ShowTexts() {
                          (texts.Count == 1 ? " Read it as missin&g?" : " Read them as missin&g?"));
   ckTextMissing->setVisible(texts.Count > 0);
   if (texts.Count == 0) ckTextMissing->setChecked(false);
+  const DateOrderQuestion dates = import_->AskDateOrder(edit_.Locale);
+  const QSignalBlocker quiet(ckDayFirst);  // what the locale expects is no choice of the user's
+  ckDayFirst->setChecked(dates.DayFirst);
+  ckDayFirst->setText(QString::fromStdString(dates.Sentence).replace('&', "&&") + " Read the da&y first");
+  ckDayFirst->setVisible(!dates.Sentence.empty());
 }
 
 void ImportDialog::ShowOffer() {

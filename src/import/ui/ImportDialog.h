@@ -44,7 +44,7 @@ class ImportDialog : public QDialog {
   void ShowSheet();    // its variables, with no column yet but what is obvious
   QWidget* Lists();
   void ShowChoices();  // what stands in the controls
-  void ShowTexts();    // how many cells are no numbers
+  void ShowTexts();    // how many cells are no numbers, and whether dates may be read either way
   void ShowOffer();    // of another reading
   void TakeOffer();
   void ShowAssignments();  // which column goes where, by their names
@@ -66,6 +66,7 @@ class ImportDialog : public QDialog {
   QCheckBox *ckHeadings, *ckTextMissing, *ckComments;
   QLabel* lblOffer;
   QPushButton* cmdOffer;
+  QCheckBox* ckDayFirst;
   QListWidget *lstColumns, *lstHeaders;
   QPushButton *cmdAssign, *cmdUnAssign, *Finish, *CancelCommand;
 };

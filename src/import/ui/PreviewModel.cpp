@@ -5,6 +5,7 @@
 #include <QPalette>
 #include <QSize>
 #include <algorithm>
+#include <cmath>
 
 #include "import/TextCells.h"
 
@@ -28,7 +29,8 @@ void PreviewModel::Show(GridCells cells, std::vector<bool> comments) {
   endResetModel();
 }
 
-void PreviewModel::SetKept(double startRow, std::string marker, bool textMissing) {
+void PreviewModel::SetKept(double startRow, std::string marker, bool textMissing, ColumnDates dates) {
+  dates_ = std::move(dates);
   startRow_ = startRow;
   marker_ = std::move(marker);
   textMissing_ = textMissing;
@@ -62,13 +64,16 @@ bool PreviewModel::Kept(std::size_t row, std::size_t col) const {
 }
 
 bool PreviewModel::StaysText(std::size_t row, std::size_t col) const {
-  return col <= imported_.size() && imported_[col - 1] && quorvex::StaysText(cells_, cells_.Cell(row, col), locale_);
+  return col <= imported_.size() && imported_[col - 1] &&
+         quorvex::StaysText(cells_, cells_.Cell(row, col), dates_.LocaleOf(col));
 }
 
 QVariant PreviewModel::data(const QModelIndex& index, int role) const {
   const auto row = static_cast<std::size_t>(index.row()) + 1, col = static_cast<std::size_t>(index.column()) + 1;
   switch (role) {
     case Qt::DisplayRole: {
+      if (const std::string dates = cells_.DatePattern(col); !dates.empty() && !std::isnan(cells_.Cell(row, col)))
+        return QString::fromStdString(FormatDate(cells_.Cell(row, col), dates, locale_.DecimalSeparator));
       const QString text = QString::fromStdString(cells_.GridCellText(row, col));
       return GridCells::IsText(cells_.Cell(row, col)) ? text : QString(text).replace('.', locale_.DecimalSeparator);
     }

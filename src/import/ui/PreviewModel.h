@@ -5,6 +5,7 @@
 
 #include "core/LocaleText.h"
 #include "import/ColumnAssignment.h"
+#include "sheet/ColumnDates.h"
 #include "sheet/GridCells.h"
 
 namespace quorvex {
@@ -18,8 +19,8 @@ class PreviewModel : public QAbstractTableModel {
   // `comments` says which lines, from the first on, will be left out as such.
   void Show(GridCells cells, std::vector<bool> comments = {});
   // What will be imported: the lines from `startRow` on, but no cell with the text `marker`, and no text at all where
-  // those are left out.
-  void SetKept(double startRow, std::string marker, bool textMissing);
+  // those are left out; `dates` tells which texts are dates.
+  void SetKept(double startRow, std::string marker, bool textMissing, ColumnDates dates);
   void ShowVariables(const ColumnAssignment& columns);
 
   // One cell at least, since a view without any has no place to stand.
@@ -34,6 +35,7 @@ class PreviewModel : public QAbstractTableModel {
   bool StaysText(std::size_t row, std::size_t col) const;
 
   const LocaleText& locale_;
+  ColumnDates dates_;
   GridCells cells_;
   std::vector<bool> comments_;
   std::vector<std::string> names_, variables_;  // by column
