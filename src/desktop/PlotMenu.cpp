@@ -58,8 +58,11 @@ Result<std::unique_ptr<PlotPage>> DataPage(const DataSheet& sheet, const std::ve
   const Result<PlotPoints> data = SelectedPoints(sheet, selection);
   if (!data) return Failure{data.error()};
   const std::vector<std::string>& titles = data->Titles;
-  if (data->Points.X.size() == 1) return PageOf(DataPlot(data->Points, titles[0], titles[1], settings, locale));
-  return PageOf(ScatterPlot(data->Points, titles, settings, locale));
+  Result<std::unique_ptr<PlotPage>> plot = data->Points.X.size() == 1
+                                               ? PageOf(DataPlot(data->Points, titles[0], titles[1], settings, locale))
+                                               : PageOf(ScatterPlot(data->Points, titles, settings, locale));
+  if (plot) ShowDates(**plot, sheet, data->Columns);
+  return plot;
 }
 
 void PlotData(quorvexWindow& window) {
@@ -107,6 +110,7 @@ void PlotSolutions(quorvexWindow& window, const std::vector<SolvedItem>& solutio
   if (!leftOut.empty()) user.Refuse(NoCurveText(leftOut));
   if (leftOut.size() == solutions.size()) return;
   const bool tells = plot && !plot->Legend.Show;
+  if (plot) ShowDates(*plot, project.Sheet, data->Columns);
   if (plot) LeaveModelsOnly(*plot, window.Preferences());
   Open(window, PageOf(std::move(plot)));
   if (tells) user.Inform(NoLegendText(solutions.size() - leftOut.size()));

@@ -16,6 +16,7 @@ Result<PlotClass> ColumnsPlot::Make(const DataSheet& sheet, const Settings& sett
   plot.PlotTitle = "Plot";
   plot.X.AxisTitle = several ? "X" : title(Horizontal[0]);
   plot.Y.AxisTitle = ColumnTitle(sheet, *Vertical, "Y");
+  ShowDates(plot, sheet, {Horizontal[0], *Vertical});
   for (const std::size_t col : Horizontal) {
     const Result<SolveData> points = ColumnPoints(sheet, {col, *Vertical});
     if (!points) return Failure{points.error()};

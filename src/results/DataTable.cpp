@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/SerialDate.h"
 #include "results/PlotPoints.h"
 #include "sheet/ColumnNames.h"
 
@@ -17,6 +18,10 @@ DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const
                    names.begin() + static_cast<std::ptrdiff_t>(sheet.IndependentVariables) + 1);
   headings_.insert(headings_.end(), {"Calc Y", "Residual", "Abs Residual"});
   if (IsWeighted(data.Points)) headings_.push_back(ColumnTitle(sheet, sheet.IndependentVariables + 2, "SD"));
+  for (std::size_t col = 0; col <= sheet.IndependentVariables; ++col) {
+    const std::string& pattern = sheet.Formats[col].NumberFormat;
+    dates_.push_back(IsDatePattern(pattern) ? pattern : "");
+  }
   std::array<double, kMostIndependentVariables> x;
   for (std::size_t i = 0; i < data.Points.N(); ++i) {
     double y = 0;
@@ -30,12 +35,18 @@ std::string DataTable::Cell(std::size_t row, std::size_t column) const {
   const auto text = [&](double value, const std::string& pattern) -> std::string {
     return std::isnan(value) ? "ERROR" : patterns_.Text(value, pattern, locale_);
   };
+  const auto measured = [&](double value, const std::string& datePattern) {
+    if (datePattern.empty()) return text(value, patterns_.Values);
+    if (patterns_.Digits != NumberPatterns::kAllDigits) return text(value, datePattern);
+    const std::string date = DateEntry(value, datePattern, kIsoDates);
+    return date.empty() ? text(value, patterns_.Values) : date;
+  };
   if (column == 0) return std::to_string(data_.Rows[row]);
-  if (column <= points.X.size()) return text(points.X[column - 1][row], patterns_.Values);
+  if (column <= points.X.size()) return measured(points.X[column - 1][row], dates_[column - 1]);
   const double residual = points.Y[row] - calculated_[row];
   switch (column - points.X.size()) {
     case 1:
-      return text(points.Y[row], patterns_.Values);
+      return measured(points.Y[row], dates_.back());
     case 2:
       return text(calculated_[row], patterns_.Values);
     case 3:

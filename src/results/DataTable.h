@@ -13,7 +13,8 @@ namespace quorvex {
 
 // The Data Table of a solution: for each point its row in the sheet, X, Y, the calculated value, the residual (Y minus
 // that) and its magnitude, in the unit of Y, and of weighted data the standard deviation. Where the solution has no
-// value the last three say "ERROR". Numbers are in the locale's form. The points outlive the table.
+// value the last three say "ERROR". Numbers are in the locale's form; X and Y whose columns show dates are dates, in
+// ISO form where all digits are shown. The points outlive the table.
 class DataTable : public TextTable {
  public:
   DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet, const LocaleText& locale,
@@ -31,8 +32,8 @@ class DataTable : public TextTable {
   const GatheredData& data_;
   LocaleText locale_;
   NumberPatterns patterns_;
-  std::vector<std::string> headings_;
-  std::vector<double> calculated_;  // NaN where there is no value
+  std::vector<std::string> headings_, dates_;  // the date pattern of each X and of Y in the sheet, "" where it has none
+  std::vector<double> calculated_;             // NaN where there is no value
 };
 
 }  // namespace quorvex

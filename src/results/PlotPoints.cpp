@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/SerialDate.h"
 #include "results/ResultPlots.h"
 #include "sheet/ColumnLayout.h"
 #include "sheet/LoadGridData.h"
@@ -11,12 +12,21 @@
 namespace quorvex {
 namespace {
 
-Result<PlotPoints> Titled(Result<SolveData> points, std::vector<std::string> titles) {
+Result<PlotPoints> Titled(Result<SolveData> points, std::vector<std::string> titles, std::vector<std::size_t> columns) {
   if (!points) return Failure{points.error()};
-  return PlotPoints{std::move(*points), std::move(titles)};
+  return PlotPoints{std::move(*points), std::move(titles), std::move(columns)};
 }
 
 }  // namespace
+
+void ShowDates(PlotPage& plot, const DataSheet& sheet, const std::vector<std::size_t>& columns) {
+  const std::vector<PlotAxis*> axes = plot.Axes();
+  for (std::size_t i = 0; i < std::min(axes.size(), columns.size()); ++i) {
+    if (columns[i] == kRowNumbers) continue;
+    const std::string& pattern = sheet.Formats[columns[i] - 1].NumberFormat;
+    if (IsDatePattern(pattern)) axes[i]->LabelString = pattern;
+  }
+}
 
 std::string ColumnTitle(const DataSheet& sheet, std::size_t col, const std::string& unnamed) {
   const std::string& header = sheet.Headers[col - 1];
@@ -27,6 +37,12 @@ std::vector<std::string> AxisTitles(const DataSheet& sheet) {
   std::vector<std::string> titles = DefaultHeaders(sheet.IndependentVariables, false);
   for (std::size_t i = 0; i < titles.size(); ++i) titles[i] = ColumnTitle(sheet, i + 1, titles[i]);
   return titles;
+}
+
+std::vector<std::size_t> SheetColumns(const DataSheet& sheet) {
+  std::vector<std::size_t> columns(sheet.IndependentVariables + 1);
+  std::iota(columns.begin(), columns.end(), std::size_t{1});
+  return columns;
 }
 
 bool IsWeighted(const SolveData& data) {
@@ -58,9 +74,8 @@ Result<SolveData> ColumnPoints(const DataSheet& sheet, std::vector<std::size_t> 
 }
 
 Result<PlotPoints> SheetPoints(const DataSheet& sheet) {
-  std::vector<std::size_t> columns(sheet.IndependentVariables + 1);
-  std::iota(columns.begin(), columns.end(), std::size_t{1});
-  return Titled(ColumnPoints(sheet, std::move(columns)), AxisTitles(sheet));
+  const std::vector<std::size_t> columns = SheetColumns(sheet);
+  return Titled(ColumnPoints(sheet, columns), AxisTitles(sheet), columns);
 }
 
 bool IsOneCell(const std::vector<CellRange>& selection) {
@@ -72,7 +87,8 @@ Result<PlotPoints> SelectedPoints(const DataSheet& sheet, const std::vector<Cell
   const Result<ColumnPair> pair = SelectedColumnPair(selection);
   if (!pair) return Failure{"Invalid range selection. " + pair.error()};
   return Titled(ColumnPoints(sheet, {pair->FirstCol, pair->SecondCol}, pair->FirstRow, pair->LastRow),
-                {ColumnTitle(sheet, pair->FirstCol, "X"), ColumnTitle(sheet, pair->SecondCol, "Y")});
+                {ColumnTitle(sheet, pair->FirstCol, "X"), ColumnTitle(sheet, pair->SecondCol, "Y")},
+                {pair->FirstCol, pair->SecondCol});
 }
 
 Result<PlotPoints> SolutionPoints(const std::vector<SolvedItem>& solutions, const DataSheet& sheet) {

@@ -7,20 +7,28 @@
 
 #include "core/Result.h"
 #include "core/SolveData.h"
+#include "plot/PlotPage.h"
 #include "sheet/CellRange.h"
 #include "sheet/DataSheet.h"
 #include "solve/SolvedList.h"
 
 namespace quorvex {
 
-// Points of a sheet for a plot, in the sheet's order, and the axes' titles, Y's last.
+// Points of a sheet for a plot, in the sheet's order, and the axes' titles and columns, Y's last.
 struct PlotPoints {
   SolveData Points;
   std::vector<std::string> Titles;
+  std::vector<std::size_t> Columns;
 };
+
+// Gives each axis of a plot the date pattern of its column, from 1 and in the order of the axes, where that has one.
+void ShowDates(PlotPage& plot, const DataSheet& sheet, const std::vector<std::size_t>& columns);
 
 // What stands over the X and Y columns of a sheet, or what they would have as headers where nothing does.
 std::vector<std::string> AxisTitles(const DataSheet& sheet);
+
+// The X and Y columns of a sheet, counted from 1.
+std::vector<std::size_t> SheetColumns(const DataSheet& sheet);
 
 // What stands over a column, or `unnamed` where nothing does.
 std::string ColumnTitle(const DataSheet& sheet, std::size_t col, const std::string& unnamed);

@@ -263,12 +263,14 @@ Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const Solve
   const SolveData& points = data.Points;
   if (points.N() < kFewestPointsToPlot) return Failure{kTooFewPointsToPlot};
   if (kind == ResultPlotKind::Model) {
+    if (points.X.size() > kMostPlottedVariables) return Failure{kNoPlotOfManyVariables};
     const std::vector<std::string> titles = AxisTitles(sheet);
-    if (points.X.size() == 1)
-      return PageOf(ModelPlot(SeriesOf(solution), solution.Name(), points, titles[0], titles[1], settings, locale));
-    if (points.X.size() == 2)
-      return PageOf(SurfacePlot(solution.Model->CopyTo(), solution.Name(), points, titles, settings, locale));
-    return Failure{kNoPlotOfManyVariables};
+    Result<std::unique_ptr<PlotPage>> plot =
+        points.X.size() == 1
+            ? PageOf(ModelPlot(SeriesOf(solution), solution.Name(), points, titles[0], titles[1], settings, locale))
+            : PageOf(SurfacePlot(solution.Model->CopyTo(), solution.Name(), points, titles, settings, locale));
+    if (plot) ShowDates(**plot, sheet, SheetColumns(sheet));
+    return plot;
   }
   if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
   if (kind == ResultPlotKind::Probability) return PageOf(NormalPlot(*solution.Model, points, settings, locale));
