@@ -55,5 +55,37 @@ TEST(HelpPages, HaveAPageForEachDialogAndNoneForWhatIsNoWindow) {
   }
 }
 
+// What a page prints in bold are entries and controls, one behind the other, as in "Data, Smooth".
+TEST(HelpPages, NameNoEntryOrControlThatIsNotThere) {
+  std::string sources = ReadSources().All;
+  std::erase_if(sources, [](char c) { return c == '&' || c == '\\'; });
+  const std::set<std::string> kComposed{"Undo Import", "Skip them", "Add F1",
+                                        "44 cells are text: NA. Read them as missing?"};
+  std::size_t names = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(TestData("../../docs/manual"))) {
+    WholeFile file;
+    if (entry.path().extension() != ".html" || file.Read(entry.path()) != 0) continue;
+    const std::string page(file.Text());
+    const std::regex bold("<b>([^<]*)</b>");
+    for (std::sregex_iterator found(page.begin(), page.end(), bold), end; found != end; ++found) {
+      std::string text = std::regex_replace((*found)[1].str(), std::regex("\\s+"), " ");
+      const auto isThere = [&](const std::string& name) {
+        return kComposed.contains(name) || sources.find('"' + name) != std::string::npos;
+      };
+      if (isThere(text)) continue;
+      for (std::size_t comma = 0; comma != std::string::npos;) {
+        comma = text.find(", ");
+        std::string name = text.substr(0, comma);
+        while (name.ends_with('.') || name.ends_with(':') || name.ends_with(' ')) name.pop_back();
+        EXPECT_TRUE(isThere(name)) << entry.path().filename() << ": " << name;
+        ++names;
+        if (comma != std::string::npos) text.erase(0, comma + 2);
+      }
+    }
+    names += 1;
+  }
+  EXPECT_GT(names, 50u);
+}
+
 }  // namespace
 }  // namespace quorvex
