@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../packaging/completions"
 
 expect() {  # SHELL WHAT, the offer on standard input
-  grep -qx -- "$2" || { echo "$1 does not offer $2" >&2; exit 1; }
+  grep -x -- "$2" >/dev/null || { echo "$1 does not offer $2" >&2; exit 1; }
 }
 
 bash_offers() {  # WORD..., the last one is completed
@@ -16,7 +16,7 @@ bash_offers quorvex --v | expect bash --version
 bash_offers quorvex --list-models 1 | expect bash 12
 bash_offers quorvex -runcfg ../../examples/puro | expect bash ../../examples/puromycin.cfg
 bash_offers quorvex ../../examples/data/puro | expect bash ../../examples/data/puromycin_treated.txt
-if bash_offers quorvex -plot ../../examples/puro | grep -q .; then echo "bash offers a macro as a plot" >&2; exit 1; fi
+if [ -n "$(bash_offers quorvex -plot ../../examples/puro)" ]; then echo "bash offers a macro as a plot" >&2; exit 1; fi
 
 zsh -n _quorvex
 HOME=$(mktemp -d) fish --no-config -c 'source quorvex.fish; complete -C "quorvex -"' | cut -f1 | expect fish -runcfg

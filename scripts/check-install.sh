@@ -21,5 +21,5 @@ done
 [ ! -e "$place/share/quorvex/docs/screenshots" ] || { echo "sources are installed" >&2; exit 1; }
 "$place/bin/quorvex" --version
 # The path that the program was built with leads from its folder to its manual.
-data=$(grep -ao '\.\./[A-Za-z0-9/._-]*/quorvex' "$place/bin/quorvex-desktop" | head -1)
+data=$(grep -ao '\.\./[A-Za-z0-9/._-]*/quorvex' "$place/bin/quorvex-desktop" | sed -n 1p)
 [ -s "$place/bin/$data/docs/manual/index.html" ] || { echo "the program looks in '$data'" >&2; exit 1; }
