@@ -86,8 +86,8 @@ TEST_F(SheetRoads, AirQualityIsSolvedWithoutTheRowsThatHaveNoNumber) {
 
   // A text can be told from a number by its colour, its corner and a screen reader.
   const QModelIndex text = Grid().model()->index(4, 0);
-  EXPECT_EQ(text.data(Qt::AccessibleDescriptionRole), "text");
-  EXPECT_FALSE(text.siblingAtColumn(1).data(Qt::AccessibleDescriptionRole).isValid());
+  EXPECT_TRUE(text.data(Qt::AccessibleDescriptionRole).toString().endsWith(", text"));
+  EXPECT_FALSE(text.siblingAtColumn(1).data(Qt::AccessibleDescriptionRole).toString().endsWith("text"));
   QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&Grid())->tableInterface();
   EXPECT_EQ(table->cellAt(4, 0)->text(QAccessible::Description), "text");
 
