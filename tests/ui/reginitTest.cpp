@@ -107,6 +107,53 @@ TEST_F(Estimates, MoveByTheScrollBarUnderThePreview) {
             "An error has occurred generating equation data for equation a*ln(x-10)+b");
 }
 
+// The curve follows each letter, and waits at its last place while a value is half typed.
+TEST_F(Estimates, DrawWhatIsTypedWithoutRedraw) {
+  Open(1, "a*exp(b*x)");
+  const auto picture = [&] { return dialog->findChild<PlotView*>()->Picture(); };
+  const auto settled = [&](const QImage& before) { return QTest::qWaitFor([&] { return picture() != before; }, 5000); };
+  dialog->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+  grid->setFocus();
+  const QImage first = picture();
+  QTest::keyClick(grid, Qt::Key_2);  // opens the cell
+  auto* cell = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+  ASSERT_NE(cell, nullptr);
+  QTest::keyClicks(cell, ".5");
+  EXPECT_EQ(grid->item(0, 2)->text(), "2.5");
+  EXPECT_TRUE(settled(first));
+
+  QTest::keyClick(cell, Qt::Key_Left);
+  QTest::keyClicks(cell, "x");
+  EXPECT_EQ(cell->text(), "2.x5");  // the caret stays where it is
+  EXPECT_TRUE(QTest::qWaitFor([&] { return In(*dialog, "note").isVisible(); }, 5000));
+  EXPECT_EQ(Text(*dialog, "note"),
+            "The preview shows the values before. Please enter a valid Initial Value for variable 'a'.");
+  const QImage last = picture();
+  QTest::keyClick(cell, Qt::Key_Backspace);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !In(*dialog, "note").isVisible(); }, 5000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return picture() == last; }, 5000));  // once it has its size
+  dialog->findChild<QComboBox*>("drpPercent")->setCurrentText("+10%");
+  for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Down}) QTest::keyClick(cell, key);
+  EXPECT_EQ(cell->text(), "2.75");
+  EXPECT_NE(picture(), last);
+
+  // Tab goes through what takes a number, and then on to the types.
+  QTest::keyClick(cell, Qt::Key_Tab);
+  EXPECT_EQ(grid->currentRow(), 1);
+  EXPECT_EQ(grid->currentColumn(), 2);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+  EXPECT_EQ(grid->currentRow(), 0);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  for (const char* next : {"Type of a", "Type of b", "Adjust b", "Step of the scroll bar"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), next);
+  }
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+  EXPECT_LE(dialog->minimumSizeHint().width(), 1000);
+  EXPECT_LE(dialog->minimumSizeHint().height(), 650);
+}
+
 TEST_F(Estimates, OfTwoVariablesShowASurfaceThatTurns) {
   Open(2, "a+b*x1+c*x2");
   auto& xy = In<QScrollBar>(*dialog, "XYScroll");

@@ -4,13 +4,17 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <algorithm>
+#include <functional>
 
 #include "core/NumberText.h"
 #include "plot/ui/PlotView.h"
@@ -25,6 +29,48 @@ namespace {
 
 enum Column { kName, kType, kInitial, kFinal, kSteps, kColumns };
 constexpr int kMostScrollSteps = 100;
+constexpr int kTypingPause = 150;  // milliseconds in which the next digit may follow
+
+// Cells that hand over each letter as it is typed, and the keys that their dialog has a use for.
+class EstimateDelegate : public QStyledItemDelegate {
+ public:
+  using Key = std::function<bool(const QModelIndex& cell, int key)>;  // whether it was taken
+  EstimateDelegate(QObject* parent, Key key) : QStyledItemDelegate(parent), key_(std::move(key)) {}
+
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+    cell_ = index;
+    if (auto* line = qobject_cast<QLineEdit*>(editor))
+      connect(line, &QLineEdit::textEdited, this,
+              [self = const_cast<EstimateDelegate*>(this), line] { emit self->commitData(line); });
+    return editor;
+  }
+  // What comes back of each letter leaves the caret where it is.
+  void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    if (line == nullptr || line->text() != index.data(Qt::EditRole).toString())
+      QStyledItemDelegate::setEditorData(editor, index);
+  }
+
+ protected:
+  bool eventFilter(QObject* editor, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress && cell_.isValid()) {
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+        auto* line = static_cast<QWidget*>(editor);
+        emit commitData(line);
+        emit closeEditor(line, NoHint);
+        return key_(cell_, key);
+      }
+      if (key_(cell_, key)) return true;
+    }
+    return QStyledItemDelegate::eventFilter(editor, event);
+  }
+
+ private:
+  Key key_;
+  mutable QPersistentModelIndex cell_;  // that is edited
+};
 
 }  // namespace
 
@@ -38,6 +84,7 @@ reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, Model
       settings_(settings),
       RangeGrid(new QTableWidget(this)),
       adjusted_(new QLabel(this)),
+      note_(new QLabel(this)),
       HscrAjust(new QScrollBar(Qt::Horizontal, this)),
       XYScroll(new QScrollBar(Qt::Horizontal, this)),
       ZScroll(new QScrollBar(Qt::Vertical, this)),
@@ -49,6 +96,12 @@ reginit::reginit(QWidget* parent, Project& project, ProjectEditor& editor, Model
   setWindowTitle("Initial Estimates");
   LayOut();
   Fill(FirstEstimates(model_, data_, project_.Locale));
+  typed_.setSingleShot(true);
+  typed_.setInterval(kTypingPause);
+  connect(&typed_, &QTimer::timeout, this, &reginit::FollowTyping);
+  connect(RangeGrid, &QTableWidget::itemChanged, this, [this](const QTableWidgetItem* item) {
+    if (item->column() == kInitial) ValueTyped(item->row());
+  });
   connect(RangeGrid, &QTableWidget::currentCellChanged, this, [this](int row) { SelectRow(row); });
   connect(HscrAjust, &QScrollBar::valueChanged, this, &reginit::Scroll);
   connect(drpPercent, &QComboBox::currentIndexChanged, this, [this] { SelectRow(RangeGrid->currentRow()); });
@@ -73,6 +126,17 @@ void reginit::LayOut() {
   RangeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
   RangeGrid->setEditTriggers(QAbstractItemView::AllEditTriggers);
   RangeGrid->setTabKeyNavigation(false);
+  RangeGrid->installEventFilter(this);
+  RangeGrid->setItemDelegate(
+      new EstimateDelegate(this, [this](const QModelIndex& cell, int key) { return TakeKey(cell.column(), key); }));
+  RangeGrid->setToolTip("Up and Down change an initial value by the step below");
+  note_->setObjectName("note");
+  note_->setTextFormat(Qt::PlainText);
+  note_->setWordWrap(true);
+  note_->hide();
+  QSizePolicy place = note_->sizePolicy();
+  place.setRetainSizeWhenHidden(true);  // so that nothing moves while a number is half typed
+  note_->setSizePolicy(place);
   // Else the right arrow would go left: Qt thinks of upright bars, where down is more.
   for (QScrollBar* bar : {HscrAjust, XYScroll}) bar->setInvertedControls(false);
   adjusted_->setBuddy(HscrAjust);
@@ -108,6 +172,7 @@ void reginit::LayOut() {
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(model);
   column->addWidget(RangeGrid, 1);
+  column->addWidget(note_);
   column->addLayout(adjust);
   column->addLayout(commands);
   auto* parts = new QSplitter(this);
@@ -173,6 +238,16 @@ void reginit::Fill(const std::vector<EstimateRow>& rows) {
     ShowType(r++);
   }
   RangeGrid->resizeColumnsToContents();
+  // The eye goes from the values to the types, and on to the bar.
+  QWidget* before = RangeGrid;
+  for (int r = 0; r < RangeGrid->rowCount(); ++r) {
+    setTabOrder(before, RangeGrid->cellWidget(r, kType));
+    before = RangeGrid->cellWidget(r, kType);
+  }
+  for (QWidget* next : std::initializer_list<QWidget*>{HscrAjust, drpPercent, recalc_command, cmdSaveRules, preview_}) {
+    setTabOrder(before, next);
+    before = next;
+  }
   RangeGrid->setColumnWidth(kSteps, fontMetrics().averageCharWidth() * 9);
 }
 
@@ -219,9 +294,59 @@ void reginit::SelectRow(int row) {
 
 void reginit::Scroll(int steps) {
   const double percent = QLocale::c().toDouble(drpPercent->currentText().mid(1).chopped(1));
-  RangeGrid->item(std::max(RangeGrid->currentRow(), 0), kInitial)
-      ->setText(QString::fromStdString(MovedEstimate(base_, steps, percent, project_.Locale)));
+  {
+    // The bar keeps the value from which it moves.
+    const QSignalBlocker quiet(RangeGrid);
+    RangeGrid->item(std::max(RangeGrid->currentRow(), 0), kInitial)
+        ->setText(QString::fromStdString(MovedEstimate(base_, steps, percent, project_.Locale)));
+  }
   Recalculate();
+}
+
+void reginit::ValueTyped(int row) {
+  if (row == std::max(RangeGrid->currentRow(), 0)) SelectRow(row);
+  typed_.start();
+}
+
+// A value that is half typed is not refused: the line under the grid says what the preview waits for.
+void reginit::FollowTyping() {
+  const std::vector<EstimateRow> rows = Rows();
+  const auto refusal = CheckInitialValues(rows, project_.Locale);
+  if (!refusal) return ShowPreview(rows);
+  note_->setText(QString::fromStdString("The preview shows the values before. " + refusal->Message));
+  note_->show();
+}
+
+bool reginit::TakeKey(int column, int key) {
+  const bool up = key == Qt::Key_Up, forward = key == Qt::Key_Tab;
+  if (forward || key == Qt::Key_Backtab) {
+    LeaveCell(forward);
+  } else if ((up || key == Qt::Key_Down) && column == kInitial && HscrAjust->isEnabled()) {
+    HscrAjust->setValue(HscrAjust->value() + (up ? 1 : -1));
+  } else {
+    return false;
+  }
+  return true;
+}
+
+// The same keys where no cell is open.
+bool reginit::eventFilter(QObject* grid, QEvent* event) {
+  if (grid == RangeGrid && event->type() == QEvent::KeyPress &&
+      TakeKey(RangeGrid->currentColumn(), static_cast<QKeyEvent*>(event)->key()))
+    return true;
+  return QDialog::eventFilter(grid, event);
+}
+
+void reginit::LeaveCell(bool forward) {
+  const int cells = RangeGrid->rowCount() * kColumns, step = forward ? 1 : -1;
+  RangeGrid->setFocus();
+  for (int cell = RangeGrid->currentRow() * kColumns + RangeGrid->currentColumn() + step; cell >= 0 && cell < cells;
+       cell += step) {
+    const QTableWidgetItem* item = RangeGrid->item(cell / kColumns, cell % kColumns);
+    if (cell % kColumns == kType || !(item->flags() & Qt::ItemIsEditable)) continue;
+    return RangeGrid->setCurrentCell(cell / kColumns, cell % kColumns);
+  }
+  focusNextPrevChild(forward);
 }
 
 bool reginit::Refused(const std::optional<EstimateRefusal>& refusal) {
@@ -233,7 +358,12 @@ bool reginit::Refused(const std::optional<EstimateRefusal>& refusal) {
 
 void reginit::Recalculate() {
   const std::vector<EstimateRow> rows = Rows();
-  if (Refused(CheckInitialValues(rows, project_.Locale))) return;
+  if (!Refused(CheckInitialValues(rows, project_.Locale))) ShowPreview(rows);
+}
+
+void reginit::ShowPreview(const std::vector<EstimateRow>& rows) {
+  typed_.stop();
+  note_->hide();
   preview_->SetPlot(EstimatePreview(model_, InitialValues(rows, project_.Locale), data_, AxisTitles(project_.Sheet),
                                     settings_, project_.Locale));
   if (PlotView* view = preview_->View(); view != nullptr && view->Angles()) {
@@ -252,8 +382,8 @@ void reginit::accept() {
     QDialog::accept();
 }
 
-void SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model, Settings& settings) {
-  reginit(over, project, editor, model, GatherData(project.Sheet).Points, settings).exec();
+bool SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model, Settings& settings) {
+  return reginit(over, project, editor, model, GatherData(project.Sheet).Points, settings).exec() == QDialog::Accepted;
 }
 
 }  // namespace quorvex
