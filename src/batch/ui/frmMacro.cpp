@@ -168,6 +168,7 @@ QWidget* frmMacro::ConfigurationPage() {
   richardson->setChecked(true);
   form->addRow(new QLabel("Derivatives:", page), richardson);
   form->addRow("", optnCentral);
+  form->addRow("", NewFlag("&Try harder where a search fails", "TryHarder"));
   return page;
 }
 
