@@ -60,7 +60,10 @@ void TakeSolve(const Shots& shots) {
                                    Check(dialog, "optAll");
                                    Accept(dialog);
                                  },
-                                 Accept});
+                                 [&](QDialog& dialog) {
+                                   take("solve-failed")(dialog);
+                                   Accept(dialog);
+                                 }});
   shots.Take(frame, "solve-list");
   command("mnuSolveLog", {[&](QDialog& dialog) {
             take("solve-log")(dialog);

@@ -35,6 +35,7 @@ constexpr HelpPage kRows[] = {
     {"Groups", "solve.html#groups"},
     {"Interp", "solve.html#interpolation"},
     {"Solve", "solve.html#run"},
+    {"SolveFailed", "solve.html#failed"},
     {"SolveLog", "solve.html#log"},
     {"reginit", "solve.html#estimates"},
     {"ClearFits", "solve.html#clear"},

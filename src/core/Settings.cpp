@@ -39,6 +39,8 @@ constexpr SettingRow kRows[] = {
     {"startup", "promptforsetup", "0", "true"},
     {"startup", "defaultsolvesetup", "0", "0"},
     {"startup", "defaultsolver", "0", "0"},
+    {"startup", "defaulttryharder", "false"},
+    {"startup", "tryharder", "true"},  // where a solve in a window fails
     {"startup", "undolevels", "15"},
     {"startup", "default_numiv", "1"},
     {"startup", "default_showsdev", "false"},

@@ -3,10 +3,12 @@
 #include "desktop/Regress.h"
 #include "desktop/quorvexWindow.h"
 #include "files/GroupFileStore.h"
+#include "results/ui/reginit.h"
 #include "solve/ui/ClearFits.h"
 #include "solve/ui/Groups.h"
 #include "solve/ui/Interp.h"
 #include "solve/ui/Solve.h"
+#include "solve/ui/SolveFailed.h"
 #include "solve/ui/SolveLog.h"
 #include "solve/ui/SolveSetup.h"
 
@@ -21,11 +23,17 @@ std::vector<InterpClass*> SolveDialogs::Interp(std::vector<InterpClass>& curves)
 }
 
 bool SolveDialogs::ClearFits(FitClearing& clearing) { return ShowClearFits(&window_, clearing, window_.User()); }
-void SolveDialogs::SolveLog(const std::string& log) { ShowSolveLog(&window_, log); }
+void SolveDialogs::SolveLog(const std::string& log, std::size_t from) { ShowSolveLog(&window_, log, from); }
 
 std::unique_ptr<SolveProgress> SolveDialogs::OpenProgress() {
   emit window_.SolveBegins();
   return std::make_unique<Solve>(window_.window());
+}
+
+WayOn SolveDialogs::SolveFailed(FailedSolve& failed) { return ShowSolveFailed(&window_, failed); }
+
+bool SolveDialogs::InitialEstimates(ModelClass& model) {
+  return SpecifyEstimates(&window_, window_.Document(), window_.Editor(), model, window_.Preferences());
 }
 
 void SolveDialogs::RunEnded() { window_.Refresh(); }

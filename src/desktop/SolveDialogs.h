@@ -16,8 +16,10 @@ class SolveDialogs : public SolveWindows {
   bool Groups(GroupPick& pick) override;
   std::vector<InterpClass*> Interp(std::vector<InterpClass>& curves) override;
   bool ClearFits(FitClearing& clearing) override;
-  void SolveLog(const std::string& log) override;
+  void SolveLog(const std::string& log, std::size_t from) override;
   std::unique_ptr<SolveProgress> OpenProgress() override;
+  WayOn SolveFailed(FailedSolve& failed) override;
+  bool InitialEstimates(ModelClass& model) override;
   void RunEnded() override;
   std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) override;
   void GoTo(const CellPlace& cell) override;

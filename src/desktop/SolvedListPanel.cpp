@@ -55,10 +55,17 @@ void SolvedListModel::Show(const std::vector<SolvedItem>& items, int sortIndex, 
 
 // An unchanged merit function may well be the smallest there is.
 SolvedListModel::Mark SolvedListModel::MarkOf(const SolvedItem& item) {
-  const std::string end(item.SearchEndText());
-  if (end.empty()) return {};
-  return {"The search ended " + QString::fromStdString(end) + ".",
-          item.Model->Ended == SearchEnd::Unchanged ? QStyle::SP_MessageBoxInformation : QStyle::SP_MessageBoxWarning};
+  QStringList lines;
+  auto sign = QStyle::SP_MessageBoxInformation;
+  if (const std::string by = item.FoundByText(); !by.empty()) {
+    lines << "Found by trying harder: " + QString::fromStdString(by) + ".";
+    sign = QStyle::SP_FileDialogContentsView;
+  }
+  if (const std::string end(item.SearchEndText()); !end.empty()) {
+    lines << "The search ended " + QString::fromStdString(end) + ".";
+    if (item.Model->Ended != SearchEnd::Unchanged) sign = QStyle::SP_MessageBoxWarning;
+  }
+  return {lines.join('\n'), sign};
 }
 
 int SolvedListModel::RowOf(const QString& name) const {

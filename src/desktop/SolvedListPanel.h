@@ -14,9 +14,9 @@ class QTableView;
 
 namespace quorvex {
 
-// The solved list as a table shows it: rank, model, and the key that it is sorted by. A solution whose search ended
-// otherwise than by converging bears a mark, and its tooltip says how. It keeps texts, not models, since these may go
-// while the table is still on the screen.
+// The solved list as a table shows it: rank, model, and the key that it is sorted by. A solution that was
+// found by trying harder, or whose search ended otherwise than by converging, bears a mark, and its tooltip says how.
+// It keeps texts, not models, since these may go while the table is still on the screen.
 class SolvedListModel : public QAbstractTableModel {
   Q_OBJECT
 

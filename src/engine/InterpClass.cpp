@@ -77,6 +77,11 @@ InterpClass::InterpClass(int kind) : SolveType(kind) {
   }
 }
 
+std::pair<std::size_t, std::size_t> InterpClass::PointsTaken() const {
+  const KindWords* words = WordsOf(SolveType);
+  return words != nullptr ? std::pair(words->FewestPoints, words->MostPoints) : std::pair(std::size_t{0}, NumInputX());
+}
+
 bool InterpClass::Fit(const SolveData& data, std::string& LogString) {
   const auto line = [&](const std::string& text) { LogString.append(text).append(NL); };
   const KindWords* words = WordsOf(SolveType);

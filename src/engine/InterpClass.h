@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/SolveData.h"
@@ -45,6 +46,9 @@ class InterpClass {
   // Takes the points, which are sorted by X; neighbours with equal X become one with the mean of their Y. True when the
   // curve stands; `LogString` grows by an account, and says why not.
   bool Fit(const SolveData& data, std::string& LogString);
+
+  // The fewest and the most points of different X that an interpolation of this kind takes.
+  std::pair<std::size_t, std::size_t> PointsTaken() const;
 
   // The value at X. False, with a text in `ErrString`, outside the input range and where there is none.
   bool Evaluate(double X, double& Y) const;

@@ -67,24 +67,27 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
   }
   // The linear solver knows nothing but the linear forms of built-in models.
   const auto canTakePart = [&](const ModelClass& model) { return choice.SolveType != 1 || !model.UserType; };
+  const bool harder = choice.TryHarder;
   switch (choice.Models) {
     case ModelSelection::SingleModel: {
       ModelPick pick(project_.Models, project_.Sheet.IndependentVariables, settings_);
       if (!windows_.Regress(pick)) return std::nullopt;
-      return Request{
-          UndoLabelOfModel(UndoOperation::Solve, pick.Chosen()->id), {{pick.Chosen(), nullptr}}, choice.SolveType};
+      return Request{UndoLabelOfModel(UndoOperation::Solve, pick.Chosen()->id),
+                     {{pick.Chosen(), nullptr}},
+                     choice.SolveType,
+                     harder};
     }
     case ModelSelection::Groups: {
       const auto store = windows_.OpenGroupStore(project_.Sheet.IndependentVariables);
       GroupPick pick(project_.Models, settings_, *store);
       if (!windows_.Groups(pick)) return std::nullopt;
       const auto chosen = [&](const ModelClass& model) { return canTakePart(model) && pick.Contains(model); };
-      return Request{UndoOperation::SolveGroup, ModelsThat(chosen), choice.SolveType};
+      return Request{UndoOperation::SolveGroup, ModelsThat(chosen), choice.SolveType, harder};
     }
     case ModelSelection::AllModels:
-      return Request{UndoOperation::SolveAll, ModelsThat(canTakePart), choice.SolveType};
+      return Request{UndoOperation::SolveAll, ModelsThat(canTakePart), choice.SolveType, harder};
     default: {
-      Request request{UndoOperation::SolveLast, ModelsThat(&ModelClass::Solved), choice.SolveType};
+      Request request{UndoOperation::SolveLast, ModelsThat(&ModelClass::Solved), choice.SolveType, harder};
       if (!request.Objects.empty()) return request;
       user_.Refuse("The previous solved list is empty.");
       return std::nullopt;
@@ -103,7 +106,70 @@ std::vector<SolvedItem> ProjectSolver::ModelsThat(const std::function<bool(const
   return models;
 }
 
-std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Request& request) {
+std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, Request request) {
+  std::vector<SolvedItem> solved;
+  std::vector<FailedFit> left;  // that runs before have not solved
+  std::string log;              // their account
+  for (;;) {
+    SolveOutcome outcome = RunOnce(data, request);
+    if (outcome.Asked != 0) {
+      log_.insert(0, log);
+      log = log_;
+    }
+    // What is tried again stands before what is not.
+    std::erase_if(left, [&](const FailedFit& one) {
+      return std::ranges::find(request.Objects, one.Object) != request.Objects.end();
+    });
+    left.insert(left.begin(), outcome.Failed.begin(), outcome.Failed.end());
+    solved.insert(solved.end(), outcome.Solved.begin(), outcome.Solved.end());
+    if (outcome.Asked != 0) windows_.RunEnded();
+    // While the user reads, the solutions can be kept.
+    if (outcome.Asked == 0 || outcome.Aborted || left.empty()) {
+      TellOutcome(outcome, user_);
+      if (outcome.Asked == 0 || outcome.Aborted) return std::nullopt;
+      break;
+    }
+    FailedSolve failed(Summary(outcome), left, data.Points, project_.Locale);
+    std::optional<Request> next = AskWayOn(failed);
+    if (!next) break;
+    request = std::move(*next);
+  }
+  return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), solved);
+}
+
+// What is to be solved next; nothing where the user leaves it at that.
+std::optional<ProjectSolver::Request> ProjectSolver::AskWayOn(FailedSolve& failed) {
+  for (;;) {
+    const WayOn way = windows_.SolveFailed(failed);
+    if (way == WayOn::Close || failed.Chosen.empty()) return std::nullopt;
+    if (way == WayOn::ViewLog) {
+      ShowLog(failed.Fits()[failed.Chosen.front()].Object.Model);
+    } else if (way == WayOn::InitialEstimates) {
+      const FailedFit& fit = failed.Fits()[failed.Chosen.front()];
+      ModelClass& model = *fit.Object.Model;
+      // The dialog begins with those that failed: the user's, or else the program's own.
+      TakeStart(fit, model);
+      if (windows_.InitialEstimates(model))
+        return Request{UndoLabelOfModel(UndoOperation::Solve, model.id), {fit.Object}};
+      model.SpecifyICComplete = false;
+    } else {
+      Request request{UndoOperation::SolveGroup, {}, 0, true};
+      for (const std::size_t i : failed.Chosen) {
+        if (!failed.CanTryHarder(i)) continue;
+        const FailedFit& fit = failed.Fits()[i];
+        TakeStart(fit, *fit.Object.Model);
+        request.Objects.push_back(fit.Object);
+      }
+      if (request.Objects.empty()) continue;
+      if (request.Objects.size() == 1)
+        request.Label = UndoLabelOfModel(UndoOperation::Solve, request.Objects[0].Name());
+      return request;
+    }
+  }
+}
+
+// One run, its solutions in the project. Nothing is changed where there is nothing to solve.
+SolveOutcome ProjectSolver::RunOnce(const GatheredData& data, const Request& request) {
   const auto canBeSolved = [this](const SolvedItem& one) {
     return one.Interpolation != nullptr || CanBeSolved(*one.Model, project_.Sheet);
   };
@@ -115,24 +181,23 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   for (InterpClass& curve : project_.Interpolations) curve.Solve = false;
   std::vector<std::pair<SolvedItem, int>> before;  // solutions, and by which solver they were found
   for (const SolvedItem& one : request.Objects) {
-    if (one.Model != nullptr && one.Model->Solved) before.emplace_back(one, one.Model->SolveType);
     if (one.Interpolation != nullptr) {
       one.Interpolation->Solve = true;
     } else {
+      if (one.Model->Solved) before.emplace_back(one, one.Model->SolveType);
       one.Model->Solve = true;
       one.Model->SolveType = request.SolveType;
     }
   }
+  Settings settings = settings_;
+  settings.TryHarder = request.TryHarder;
   std::string log;
-  const SolveOutcome outcome = [&] {
+  SolveOutcome outcome = [&] {
     // Models are half changed while they are fitted: who wants to keep a copy of the project waits for the end.
     const Turn running(running_);
-    return RunSolve(project_, data.Points, settings_, log, *progress);
+    return RunSolve(project_, data.Points, settings, log, *progress);
   }();
-  if (outcome.Asked == 0) {
-    TellOutcome(outcome, user_);
-    return std::nullopt;
-  }
+  if (outcome.Asked == 0) return outcome;
   log_ = std::move(log);
   limits_ = {settings_.ResidualTolerance, settings_.MaxIterations, settings_.DivIterations};
   project_.Limits = *limits_;
@@ -140,10 +205,7 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, const Re
   for (const auto& [one, solveType] : before)  // those that an aborted run did not come to
     if (outcome.Aborted && std::ranges::find(outcome.Solved, one) == outcome.Solved.end())
       one.Model->SolveType = solveType;
-  windows_.RunEnded();
-  TellOutcome(outcome, user_);  // while the user reads, its solutions can be kept
-  if (outcome.Aborted) return std::nullopt;
-  return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), outcome.Solved);
+  return outcome;
 }
 
 bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
@@ -163,9 +225,15 @@ bool ProjectSolver::ClearFits(const std::vector<SolvedItem>& selected) {
   return true;
 }
 
-void ProjectSolver::ShowLog() {
+void ProjectSolver::ShowLog(const ModelClass* model) {
   if (log_.empty()) return user_.Inform("Nothing was solved since the project was opened.");
-  windows_.SolveLog(log_);
+  std::size_t from = 0;
+  if (model != nullptr) {
+    const std::size_t name =
+        log_.rfind(" for model " + (model->cfgID.empty() ? model->id : model->cfgID) + std::string(NL));
+    if (name != std::string::npos && name > 0) from = log_.rfind('\n', name) + 1;  // 0 where it is the first line
+  }
+  windows_.SolveLog(log_, from);
 }
 
 bool ProjectSolver::SaveGroup() {

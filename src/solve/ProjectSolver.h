@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "project/ProjectEditor.h"
+#include "solve/FailedSolve.h"
 #include "solve/FitClearing.h"
 #include "solve/GatherData.h"
 #include "solve/GroupPick.h"
@@ -28,9 +29,13 @@ class SolveWindows {
   // The interpolations to be solved; none where the user cancels.
   virtual std::vector<InterpClass*> Interp(std::vector<InterpClass>& curves) = 0;
   virtual bool ClearFits(FitClearing& clearing) = 0;
-  virtual void SolveLog(const std::string& log) = 0;
+  virtual void SolveLog(const std::string& log, std::size_t from) = 0;  // begins at that character
   // Called while the project is still as it was before the run.
   virtual std::unique_ptr<SolveProgress> OpenProgress() = 0;
+  // Tells what failed and asks for a way on; the fits that it is for become Chosen.
+  virtual WayOn SolveFailed(FailedSolve& failed) = 0;
+  // Estimates of the user's own; false where they cancel.
+  virtual bool InitialEstimates(ModelClass& model) = 0;
   // The run is over. Its solutions are to be seen before their summary is told.
   virtual void RunEnded() = 0;
   virtual std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) = 0;
@@ -45,8 +50,9 @@ class ProjectSolver {
       : project_(project), editor_(editor), settings_(settings), user_(user), windows_(windows) {}
 
   // Solve models, chosen by the user or by the stored setup, or interpolations. Nothing is changed where a check on the
-  // data fails or the user cancels. Returns the place in the solved list of the best of the run; nothing where the run
-  // solved nothing or was aborted.
+  // data fails or the user cancels. Where something fails, the user is shown ways on, and what they choose is solved in
+  // a run of its own. Returns the place in the solved list of the best of all; nothing where nothing was solved or the
+  // last run was aborted.
   std::optional<std::size_t> SolveRegression();
   std::optional<std::size_t> SolveInterpolation();
 
@@ -56,8 +62,8 @@ class ProjectSolver {
   // Clears solutions, by the user's choice, which begins with the selected ones. False where nothing was cleared.
   bool ClearFits(const std::vector<SolvedItem>& selected);
 
-  // Shows the account of the last solve, where there was one.
-  void ShowLog();
+  // Shows the account of the last solve, where there was one; of a model, the last of its own.
+  void ShowLog(const ModelClass* model = nullptr);
 
   // Makes the solved models, in the order of the list, the user-specified group. False where it was not written.
   bool SaveGroup();
@@ -76,12 +82,15 @@ class ProjectSolver {
     UndoLabel Label;
     std::vector<SolvedItem> Objects;  // to be solved
     int SolveType = 0;                // of the models
+    bool TryHarder = false;           // from the first search on
   };
 
   std::optional<GatheredData> Gather();
   std::optional<Request> SelectModels();
   std::vector<SolvedItem> ModelsThat(const std::function<bool(const ModelClass&)>& wanted);
-  std::optional<std::size_t> Run(const GatheredData& data, const Request& request);
+  std::optional<std::size_t> Run(const GatheredData& data, Request request);
+  SolveOutcome RunOnce(const GatheredData& data, const Request& request);
+  std::optional<Request> AskWayOn(FailedSolve& failed);
 
   Project& project_;
   ProjectEditor& editor_;

@@ -6,10 +6,9 @@
 namespace quorvex {
 namespace {
 
-std::string Summary(std::size_t solved, std::size_t asked) {
-  if (solved == asked) return "Solution was successful.";
-  if (asked == 1) return "Solution Failed. View log for details.";
-  return std::to_string(solved) + " of the " + std::to_string(asked) + " models solved.  View log for details.";
+// Whether other starts may help where a fit failed: with too few points no search begins.
+bool MayBeTriedHarder(const ModelClass& model, const SolveData& data) {
+  return model.SolveType == 0 && static_cast<std::size_t>(model.NumDependentVar()) < data.N();
 }
 
 }  // namespace
@@ -37,18 +36,41 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
     form.SetProgress(done++, static_cast<int>(outcome.Asked));
     return !form.Aborted;
   };
+  Settings harder = settings;  // for a search that has failed
+  harder.TryHarder = settings.Flag("tryharder");
   std::shared_ptr<const InputPoints> shared;
   for (const auto& model : project.Models) {
     if (form.Aborted || !model->Solve || !begin(model->id, model->NumDependentVar())) continue;
+    const std::size_t told = log.size();
+    FailedFit before{{model.get(), nullptr},
+                     model->SpecifyICComplete,
+                     model->CoefficientValues,
+                     model->ICRanges,
+                     settings.TryHarder};
     FitSharingInput(*model, data, settings, log, form, shared);
-    if (model->Solved) outcome.Solved.push_back({model.get(), nullptr});
+    if (!model->Solved && !form.Aborted && !settings.TryHarder && harder.TryHarder && MayBeTriedHarder(*model, data)) {
+      form.Paused = false;
+      form.SetStatusLabel("Trying harder: " + FirstCharacters(model->id, 35) + "...");
+      log.resize(told);  // what goes on begins with the same search, and tells of it again
+      TakeStart(before, *model);
+      FitSharingInput(*model, data, harder, log, form, shared);
+      before.TriedHarder = true;
+    }
+    if (model->Solved)
+      outcome.Solved.push_back(before.Object);
+    else
+      outcome.Failed.push_back(std::move(before));
   }
   for (InterpClass& curve : project.Interpolations) {
     if (form.Aborted || !curve.Solve || !begin(curve.id, 0)) continue;
-    if (curve.Fit(data, log)) outcome.Solved.push_back({nullptr, &curve});
+    if (curve.Fit(data, log))
+      outcome.Solved.push_back({nullptr, &curve});
+    else
+      outcome.Failed.push_back({{nullptr, &curve}});
   }
   if (!form.Aborted) form.SetProgress(done, done);
   outcome.Aborted = form.Aborted;
+  if (outcome.Aborted) outcome.Failed.clear();
 
   // What was chosen for this run does not hold for the next.
   for (const auto& model : project.Models) model->Solve = model->SpecifyIC = model->SpecifyICComplete = false;
@@ -58,9 +80,17 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
   return outcome;
 }
 
+std::string Summary(const SolveOutcome& outcome) {
+  const std::size_t solved = outcome.Solved.size();
+  if (outcome.Aborted) return kSolutionAborted;
+  if (solved == outcome.Asked) return "Solution was successful.";
+  if (outcome.Asked == 1) return "Solution Failed. View log for details.";
+  return std::to_string(solved) + " of the " + std::to_string(outcome.Asked) + " models solved.  View log for details.";
+}
+
 void TellOutcome(const SolveOutcome& outcome, Prompter& user) {
   if (outcome.Asked == 0) return user.Refuse("There are no equations to solve.");
-  user.Inform(outcome.Aborted ? kSolutionAborted : Summary(outcome.Solved.size(), outcome.Asked));
+  user.Inform(Summary(outcome));
 }
 
 }  // namespace quorvex

@@ -12,6 +12,7 @@ struct SolveChoice {
   int SolveType = 0;  // 0 nonlinear, 1 linear
   ModelSelection Models = ModelSelection::SingleModel;
   bool UseAsDefault = false;  // from now on, without being asked
+  bool TryHarder = false;     // of the nonlinear solver, from the first search on
 
   bool operator==(const SolveChoice&) const = default;
 };

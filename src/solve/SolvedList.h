@@ -36,6 +36,8 @@ struct SolvedItem {
   bool Evaluate(std::span<const double> x, double& y, std::string& ErrString) const;
   // How the search ended, where it did not by converging, to stand behind "The search ended"; else empty.
   std::string_view SearchEndText() const;
+  // What found the solution where the ordinary search didn't, to stand behind "Found by"; else empty.
+  std::string FoundByText() const { return Model != nullptr ? Model->FoundBy : ""; }
   // The range of the input along a variable, from 1.
   std::pair<double, double> InputRange(int variable) const;
 

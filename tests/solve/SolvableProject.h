@@ -47,6 +47,9 @@ class ScriptedWindows : public SolveWindows {
   std::function<void(ScriptedProgress&)> AtTurn = [](ScriptedProgress&) {};
   std::optional<std::vector<std::string>> GroupFile;
   bool GroupFileFails = false;
+  std::vector<std::function<WayOn(FailedSolve&)>> WaysOn;  // taken one after the other; then Close
+  std::function<bool(ModelClass&)> Estimate;
+  std::string Left;  // what the box of a failed solve listed last
 
   bool SolveSetup(SolveChoice& choice) override {
     Shown.push_back("SolveSetup");
@@ -76,7 +79,20 @@ class ScriptedWindows : public SolveWindows {
     if (Clear) Clear(clearing);
     return Clear && clearing.Accept(user_);
   }
-  void SolveLog(const std::string& log) override { Shown.push_back("SolveLog: " + log); }
+  void SolveLog(const std::string& log, std::size_t from) override { Shown.push_back("SolveLog: " + log.substr(from)); }
+  WayOn SolveFailed(FailedSolve& failed) override {
+    user_.Inform(failed.Message());
+    Left.clear();
+    for (std::size_t i = 0; i < failed.Fits().size(); ++i) Left += (i == 0 ? "" : ", ") + failed.Name(i);
+    if (WaysOn.empty()) return WayOn::Close;
+    const auto way = WaysOn.front();
+    WaysOn.erase(WaysOn.begin());
+    return way(failed);
+  }
+  bool InitialEstimates(ModelClass& model) override {
+    Shown.push_back("InitialEstimates: " + model.id);
+    return Estimate && Estimate(model);
+  }
   void RunEnded() override {}
   void GoTo(const CellPlace& cell) override { Gone.push_back(cell); }
   std::unique_ptr<SolveProgress> OpenProgress() override {

@@ -4,8 +4,11 @@
 #include <QGroupBox>
 #include <QTableView>
 #include <cmath>
+#include <fstream>
+#include <sstream>
 
 #include "Frame.h"
+#include "Paths.h"
 #include "engine/UserModel.h"
 #include "results/ui/frmResults.h"
 #include "solve/ui/ProgressWindow.h"
@@ -34,6 +37,27 @@ class SolveFrame : public Frame {
     ASSERT_EQ(WriteProject(project, folder.Path("curve.qvx")), 0);
     Start();
     frame->OpenFile(QString::fromStdString(folder.Path("curve.qvx")));
+  }
+
+  // The same over the first two columns of a file of the test data, behind its line of headings.
+  void OpenData(const std::string& file, const std::string& model) {
+    Project project = NewProject(1, false, {});
+    std::ifstream lines(TestData(file));
+    std::string line;
+    std::getline(lines, line);
+    for (std::size_t row = 1; std::getline(lines, line); ++row) {
+      std::istringstream cells(line);
+      for (std::size_t col = 1; col <= 2; ++col) {
+        double number = 0;
+        cells >> number;
+        project.Sheet.Cells.SetGridCellNumber(row, col, number);
+      }
+    }
+    ASSERT_GT(project.Sheet.Cells.GridLastRow(), 4u);
+    AddUserModel(project, "mine", model);
+    ASSERT_EQ(WriteProject(project, folder.Path("data.qvx")), 0);
+    Start();
+    frame->OpenFile(QString::fromStdString(folder.Path("data.qvx")));
   }
 
   // Answers the setup; `option` is one of the model selection.

@@ -7,6 +7,7 @@
 #include <QProgressBar>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QTableWidget>
 
 #include "Accessibility.h"
 #include "SolveFrame.h"
@@ -291,6 +292,109 @@ TEST_F(SolveMenuTest, InterpolatesClearsAndShowsTheLog) {
   EXPECT_EQ(Active().UndoText(), "&Undo Clear Fits");
   Trigger("mnuEditUndo");
   EXPECT_EQ(SolvedRows(), "1 mine| Cubic Spline| Polynomial");
+}
+
+// A saturation curve whose own start has no value: the box says so, shows the start, and leads to the log, to estimates
+// and on to the answer.
+TEST_F(SolveMenuTest, LeadsOnFromAFailedSearchByEstimates) {
+  OpenData("puromycin_treated.txt", "sqr(a-2)*x/(b+x)");
+  session.Preferences.SetFlag("tryharder", false);
+  AnswerSetup("optSingle");
+  AnswerModel("mine");
+  const auto expectBox = [](QDialog& box) {
+    EXPECT_EQ(box.windowTitle(), "Quorvex");
+    EXPECT_EQ(Text(box, "message_label"), "Solution Failed. View log for details.");
+    EXPECT_EQ(Text(box, "reason_label"), "With the estimates it began with, the model has no value at X = 0.02.");
+    EXPECT_FALSE(In(box, "failed_list").isVisible());
+    const auto& table = In<QTableView>(box, "estimate_table");
+    EXPECT_EQ(table.model()->index(1, 0).data().toString() + table.model()->index(1, 1).data().toString(), "b1");
+    EXPECT_LE(box.minimumSizeHint().height(), 650);
+    EXPECT_LE(box.minimumSizeHint().width(), 1000);
+  };
+  dialogs.Do([&](QDialog& box) {
+    expectBox(box);
+    const AccessibilityWalk walk(box);
+    ExpectMnemonicsDoNotMeet(box);
+    QTest::keyClick(&box, Qt::Key_L, Qt::AltModifier);
+  });
+  dialogs.Do([](QDialog& log) {
+    EXPECT_TRUE(In<QPlainTextEdit>(log, "txtLog").toPlainText().contains("Solution failed: Numerical Error"));
+    log.reject();
+  });
+  dialogs.Do([&](QDialog& box) {
+    expectBox(box);
+    Click(box, "cmdEstimates");
+  });
+  dialogs.Do([](QDialog& estimates) {
+    In<QTableWidget>(estimates, "RangeGrid").item(0, 2)->setText("40000");
+    Press(estimates, QDialogButtonBox::Ok);
+  });
+  dialogs.Press(QMessageBox::Ok);
+  EXPECT_EQ((Trigger("mnuSolveRegression"), dialogs.Said.back()), "Solution was successful.");
+  EXPECT_EQ(SolvedRows(), "1 mine");
+  EXPECT_NEAR(Solved().model()->index(0, 2).data().toDouble() / 1195.449, 1, 1e-6);  // Bates & Watts, 1988
+}
+
+// Of a group, what was not solved is a list; what is tried harder in vain can't be tried again.
+TEST_F(SolveMenuTest, LeadsOnFromAGroupThatFailedInPart) {
+  Open(12, "ln(-abs(m*x)-1)");
+  session.Preferences.SetFlag("tryharder", false);
+  AnswerGroup("User Defined Models");
+  dialogs.Do([&](QDialog& box) {
+    EXPECT_EQ(Text(box, "message_label"), "1 of the 2 models solved.  View log for details.");
+    EXPECT_EQ(SolvedRows(), "1 yours");  // already behind it
+    EXPECT_EQ(Rows(List(box, "failed_list")), QStringList{"mine"});
+    Click(box, "cmdHarder");
+  });
+  dialogs.Do([&](QDialog& box) {
+    EXPECT_EQ(Text(box, "message_label"), "Solution Failed. View log for details.");
+    EXPECT_FALSE(In(box, "cmdHarder").isEnabled());
+    EXPECT_TRUE(Text(box, "reason_label").endsWith("Searches from many other starts failed, too."));
+    QTest::keyClick(&box, Qt::Key_Escape);
+  });
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(SolvedRows(), "1 yours");
+
+  // By preference it has been tried by then; the mouse goes through a list of several.
+  session.Preferences.SetFlag("tryharder", true);
+  AddUserModel(Document(), "third", "sqr(-1-p^2)*x");
+  AnswerGroup("User Defined Models");
+  dialogs.Do([&](QDialog& box) {
+    const AccessibilityWalk walk(box);
+    ExpectMnemonicsDoNotMeet(box);
+    EXPECT_FALSE(In(box, "cmdHarder").isEnabled());
+    EXPECT_TRUE(box.focusWidget() == &List(box, "failed_list"));
+    EXPECT_EQ(Rows(List(box, "failed_list")), (QStringList{"mine", "third"}));
+    QTest::keyClick(&List(box, "failed_list"), Qt::Key_Down);
+    const auto& table = In<QTableView>(box, "estimate_table");
+    EXPECT_EQ(table.model()->index(0, 0).data().toString(), "p");
+    QTest::keyClick(&box, Qt::Key_C, Qt::AltModifier);
+  });
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(SolvedRows(), "1 yours");
+}
+
+TEST_F(SolveMenuTest, TriesHarderBySetupAndMarksWhatWasFoundSo) {
+  Open(12);
+  dialogs.Do([](QDialog& dialog) {
+    Click(dialog, "optLinear");
+    EXPECT_FALSE(In(dialog, "chkHarder").isEnabled());
+    Click(dialog, "optNonLinear");
+    Click(dialog, "chkHarder");
+    Click(dialog, "chkDefault");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  AnswerModel("mine");
+  dialogs.Press(QMessageBox::Ok);
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(session.Preferences.Text("defaulttryharder"), "true");
+  Document().Models.Find("mine")->FoundBy = "starts read off the data (4 of 40 searches)";
+  Active().Refresh();
+  const QModelIndex entry = Solved().model()->index(0, 1);
+  EXPECT_FALSE(entry.data(Qt::DecorationRole).isNull());
+  EXPECT_EQ(entry.data(Qt::ToolTipRole).toString(),
+            "mine\nFound by trying harder: starts read off the data (4 of 40 searches).");
+  EXPECT_TRUE(entry.data(Qt::AccessibleDescriptionRole).toString().startsWith("Found by trying harder"));
 }
 
 // What the window has in common with that of a macro is tested there.

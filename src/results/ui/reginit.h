@@ -71,7 +71,7 @@ class reginit : public QDialog {
   ResultPlot* preview_;
 };
 
-// Asks for them over a window; refused where the sheet has no data to preview them by. False where the user cancels.
+// Asks for them over a window. False where the user cancels.
 bool SpecifyEstimates(QWidget* over, Project& project, ProjectEditor& editor, ModelClass& model, Settings& settings);
 
 }  // namespace quorvex

@@ -4,15 +4,17 @@
 #include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QPlainTextEdit>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace quorvex {
 
-void ShowSolveLog(QWidget* over, const std::string& log) {
+void ShowSolveLog(QWidget* over, const std::string& log, std::size_t from) {
   QDialog dialog(over);
   dialog.setObjectName("SolveLog");
   dialog.setWindowTitle("Solution Log");
-  auto* text = new QPlainTextEdit(QString::fromStdString(log).remove('\r'), &dialog);
+  const auto shown = [](const std::string& part) { return QString::fromStdString(part).remove('\r'); };
+  auto* text = new QPlainTextEdit(shown(log), &dialog);
   text->setObjectName("txtLog");
   text->setAccessibleName("Log of the last solve");
   text->setReadOnly(true);
@@ -26,6 +28,14 @@ void ShowSolveLog(QWidget* over, const std::string& log) {
   rows->addWidget(text);
   rows->addWidget(buttons);
   dialog.resize(90 * text->fontMetrics().averageCharWidth(), 28 * text->fontMetrics().height());
+  if (from > 0) {
+    // From below, so that the line comes to stand at the top.
+    QTextCursor at = text->textCursor();
+    at.movePosition(QTextCursor::End);
+    text->setTextCursor(at);
+    at.setPosition(static_cast<int>(shown(log.substr(0, from)).size()));
+    QTimer::singleShot(0, text, [text, at] { text->setTextCursor(at); });
+  }
   dialog.exec();
 }
 

@@ -7,6 +7,6 @@ class QWidget;
 namespace quorvex {
 
 // Shows the account of a solve.
-void ShowSolveLog(QWidget* over, const std::string& log);
+void ShowSolveLog(QWidget* over, const std::string& log, std::size_t from = 0);
 
 }  // namespace quorvex

@@ -5,7 +5,9 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QRadioButton>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace quorvex {
@@ -39,7 +41,7 @@ class SolveSetup : public QDialog {
 
  private:
   QButtonGroup *optSolver, *optModels;
-  QCheckBox* chkDefault;
+  QCheckBox *chkHarder, *chkDefault;
 };
 
 SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(parent) {
@@ -48,6 +50,20 @@ SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(par
   auto* rows = new QVBoxLayout(this);
   optSolver =
       AddFrame(*rows, "Solver Selection", {{"optNonLinear", "&NonLinear"}, {"optLinear", "&Linear"}}, choice.SolveType);
+  chkHarder = new QCheckBox("&Try Harder", this);
+  chkHarder->setObjectName("chkHarder");
+  chkHarder->setChecked(choice.TryHarder);
+  chkHarder->setToolTip("Searches from many starts and keeps the best, which takes longer");
+  chkHarder->setAccessibleDescription(chkHarder->toolTip());
+  // It stands with the solver that it belongs to; the other one has no search.
+  const auto enable = [this] { chkHarder->setEnabled(optSolver->checkedId() == 0); };
+  auto* indented = new QHBoxLayout;
+  indented->addSpacing(style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
+                       style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing));
+  indented->addWidget(chkHarder);
+  static_cast<QVBoxLayout*>(optSolver->button(0)->parentWidget()->layout())->insertLayout(1, indented);
+  connect(optSolver, &QButtonGroup::idToggled, this, enable);
+  enable();
   optModels = AddFrame(*rows, "Model Selection",
                        {{"optSingle", "&Single Model"},
                         {"optGroups", "&Groups"},
@@ -67,7 +83,8 @@ SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(par
 }
 
 SolveChoice SolveSetup::Choice() const {
-  return {optSolver->checkedId(), static_cast<ModelSelection>(optModels->checkedId()), chkDefault->isChecked()};
+  return {optSolver->checkedId(), static_cast<ModelSelection>(optModels->checkedId()), chkDefault->isChecked(),
+          chkHarder->isChecked()};
 }
 
 }  // namespace
