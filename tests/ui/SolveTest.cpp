@@ -397,6 +397,26 @@ TEST_F(SolveMenuTest, TriesHarderBySetupAndMarksWhatWasFoundSo) {
   EXPECT_TRUE(entry.data(Qt::AccessibleDescriptionRole).toString().startsWith("Found by trying harder"));
 }
 
+// Two peaks of a spectrum are found from ones, where the curve meets neither, and a file keeps how.
+TEST_F(SolveMenuTest, FindsPeaksFromOnesByTryingHarder) {
+  OpenData("gamma_spectrum.txt", "a*exp(-((x-b)/c)^2)+d*exp(-((x-e)/f)^2)+g");
+  SolveOne("mine");
+  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_LT(Document().Models.Find("mine")->RSS, 162910);  // as from estimates read off the plot
+  const auto mark = [&] { return Solved().model()->index(0, 1).data(Qt::AccessibleDescriptionRole).toString(); };
+  EXPECT_TRUE(mark().startsWith("Found by trying harder: ")) << mark().toStdString();
+  const QString before = mark();
+  EXPECT_NE(Active().Solver().Log().find("Found by: "), std::string::npos);
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "");
+  Trigger("mnuEditRedo");
+  EXPECT_EQ(mark(), before);
+  Trigger("mnuFileSave");
+  Trigger("mnuFileClose");
+  frame->OpenFile(QString::fromStdString(folder.Path("data.qvx")));
+  EXPECT_EQ(mark(), before);
+}
+
 // What the window has in common with that of a macro is tested there.
 TEST_F(SolveMenuTest, ShowsItsProgressAndObeysItsButtons) {
   Open(20000, "first*exp(-second*x)+third*x^fourth");
