@@ -60,19 +60,22 @@ void AddPeaks(const std::vector<double>& x, const std::vector<double>& y, std::v
 }
 
 void FindPlaces(const std::vector<double>& x, const std::vector<double>& y, VariableFeatures& features) {
-  std::vector<Extreme> found;
+  std::vector<Extreme> peaks, dips;
   for (const std::size_t half : {std::size_t{0}, y.size() / 100, y.size() / 30}) {
     std::vector<double> smooth = Smoothed(y, half);
-    AddPeaks(x, smooth, found);
+    AddPeaks(x, smooth, peaks);
     for (double& value : smooth) value = -value;
-    AddPeaks(x, smooth, found);
+    AddPeaks(x, smooth, dips);
   }
-  std::ranges::stable_sort(found, [](const Extreme& a, const Extreme& b) { return a.Prominence > b.Prominence; });
-  found.resize(std::min(found.size(), kMostPlaces));
-  for (const Extreme& extreme : found) {
-    features.Places.push_back(extreme.Place);
-    features.Widths.push_back(std::max(extreme.Width, features.Spacing));
+  for (std::vector<Extreme>* found : {&peaks, &dips}) {
+    std::ranges::stable_sort(*found, [](const Extreme& a, const Extreme& b) { return a.Prominence > b.Prominence; });
+    found->resize(std::min(found->size(), kMostPlaces));
   }
+  if (peaks.empty() || (!dips.empty() && dips[0].Prominence > peaks[0].Prominence)) peaks.swap(dips);
+  for (const Extreme& extreme : peaks) features.Places.push_back(extreme.Place);
+  for (const Extreme& extreme : dips) features.OtherPlaces.push_back(extreme.Place);
+  for (const std::vector<Extreme>* found : {&peaks, &dips})
+    for (const Extreme& extreme : *found) features.Widths.push_back(std::max(extreme.Width, features.Spacing));
 }
 
 void FindFrequencies(const std::vector<double>& x, const std::vector<double>& y, VariableFeatures& features) {

@@ -14,8 +14,10 @@ struct VariableFeatures {
   double Spacing = 1;    // the smallest distance between two different values, but the range / 10000 at least
   double Magnitude = 1;  // the greatest absolute value
   // Of one variable only, the most prominent first:
-  std::vector<double> Places, Widths;  // of peaks and dips, by half their height
-  std::vector<double> Frequencies;     // of oscillations, as angular ones
+  std::vector<double> Places;       // of peaks, or of dips where the most prominent of all is one
+  std::vector<double> OtherPlaces;  // of dips, or of peaks
+  std::vector<double> Widths;       // of all these, by half their height
+  std::vector<double> Frequencies;  // of oscillations, as angular ones
 };
 
 struct DataFeatures {

@@ -16,7 +16,7 @@ namespace quorvex {
 namespace {
 
 constexpr std::size_t kProbePoints = 48;
-constexpr int kPlaces = 5;          // at which coefficients are looked at
+constexpr int kPlaces = 9;          // at which coefficients are looked at
 constexpr int kAttempts = 40;       // to find places where the model has values
 constexpr double kStep = 6.055e-6;  // cube root of the rounding of doubles
 
@@ -29,7 +29,7 @@ SolveData Weightless(std::vector<std::vector<double>> X) {
 SolveData PointsNearOne(std::size_t variables, SeededRandom& random) {
   std::vector<std::vector<double>> X(variables, std::vector<double>(kProbePoints));
   for (std::vector<double>& column : X)
-    for (double& x : column) x = random.Between(0.3, 3);
+    for (double& x : column) x = Power(25, random.Uniform()) / 5;
   return Weightless(std::move(X));
 }
 
@@ -71,7 +71,7 @@ class Probe {
   std::vector<double> Place(int attempt) {
     std::vector<double> a(at_.FreeCount());
     for (double& value : a) {
-      value = random_.Between(0.4, 1.9);
+      value = Power(16, random_.Uniform()) / 4;
       if (attempt % 2 == 1 && random_.Uniform() < 0.5) value = -value;
     }
     return a;
@@ -144,8 +144,8 @@ class Probe {
         for (std::size_t i = 0; i < A.Rows(); ++i) A(i, j) *= slopes.a[j];
     // What the slope is made of to rounding alone is none: the model doesn't know this variable.
     if (Norm(wanted) <= 1e-8 * Norm(slopes.f)) return std::vector<double>(roles.size(), 0.0);
-    const auto solved = SolveLeastSquares(std::move(A), wanted, 1e-7);
-    if (!solved || solved->Remainder > 1e-5) return std::nullopt;
+    const auto solved = SolveLeastSquares(std::move(A), wanted, 1e-10);
+    if (!solved || solved->Remainder > 1e-6) return std::nullopt;
     return solved->z;
   }
 
@@ -157,15 +157,15 @@ class Probe {
   std::vector<double> f_, g_, h_;
 };
 
-// The number that all of a list are near, or nothing.
+// The number that most of a list are near, or nothing.
 std::optional<double> Common(const std::vector<double>& values, double within) {
-  if (values.empty()) return std::nullopt;
-  double sum = 0, most = 0;
-  for (const double value : values) sum += value, most = std::max(most, std::abs(value));
-  const double mean = sum / static_cast<double>(values.size());
-  for (const double value : values)
-    if (!(std::abs(value - mean) <= within * std::max(most, 1.0))) return std::nullopt;
-  return mean;
+  std::vector<double> sorted = values;
+  std::ranges::sort(sorted);
+  if (sorted.size() < 2) return std::nullopt;
+  const double median = sorted[sorted.size() / 2];
+  const auto near = std::ranges::count_if(
+      sorted, [&](double value) { return std::abs(value - median) <= within * std::max(std::abs(median), 1.0); });
+  return 3 * static_cast<std::size_t>(near) >= 2 * sorted.size() ? std::optional(median) : std::nullopt;
 }
 
 void Probe::FindUnits(std::vector<CoefficientRole>& roles) {
@@ -178,19 +178,19 @@ void Probe::FindUnits(std::vector<CoefficientRole>& roles) {
     role.UnitKnown = true;
     role.XPower.assign(variables, 0.0);
   }
-  // powers[place][coefficient], or nothing where there is no combination at some place.
+  // powers[place][coefficient], by the places that have a combination; none where most don't.
   const auto powers = [&](const auto& wanted, bool relative) {
     std::vector<std::vector<double>> all;
-    for (const Slopes& slopes : places) {
-      auto numbers = Combine(slopes, roles, wanted(slopes), relative);
-      if (!numbers) return std::vector<std::vector<double>>();
-      all.push_back(std::move(*numbers));
-    }
+    for (const Slopes& slopes : places)
+      all.push_back(Combine(slopes, roles, wanted(slopes), relative).value_or(std::vector<double>()));
+    const auto without = std::ranges::count_if(all, &std::vector<double>::empty);
+    if (3 * static_cast<std::size_t>(without) > all.size()) all.clear();
     return all;
   };
   const auto column = [](const std::vector<std::vector<double>>& all, std::size_t j) {
     std::vector<double> values;
-    for (const auto& row : all) values.push_back(row[j]);
+    for (const auto& row : all)
+      if (!row.empty()) values.push_back(row[j]);
     return values;
   };
   for (std::size_t v = 0; v < variables; ++v) {
@@ -219,7 +219,7 @@ void Probe::FindUnits(std::vector<CoefficientRole>& roles) {
         for (const bool grows : {false, true}) {
           std::vector<double> ratios;
           for (std::size_t m = 0; m < places.size(); ++m)
-            ratios.push_back(values[m] / places[m].a[k] / (grows ? places[m].a[j] : 1));
+            if (!shifts[m].empty()) ratios.push_back(shifts[m][j] / places[m].a[k] / (grows ? places[m].a[j] : 1));
           const std::optional<double> ratio = Common(ratios, 1e-3);
           if (!ratio || std::abs(*ratio) < 0.01) continue;
           role.FollowsWith = static_cast<int>(k);

@@ -72,11 +72,11 @@ double InUnits(const CoefficientRole& role, const DataFeatures& features, double
 }
 
 double Place(const VariableFeatures& x, double sign, double u) {
-  if (!x.Places.empty() && Share(u, 0.3)) {
-    double share = 0.4;
-    for (std::size_t k = 0; k + 1 < x.Places.size(); ++k)
-      if (Share(u, share)) return sign * x.Places[k];
-    return sign * x.Places.back();
+  for (const std::vector<double>* places : {&x.Places, &x.OtherPlaces}) {
+    if (places->empty() || !Share(u, places == &x.Places ? 0.25 : 0.1)) continue;
+    for (std::size_t k = 0; k + 1 < places->size(); ++k)
+      if (Share(u, 0.4)) return sign * (*places)[k];
+    return sign * places->back();
   }
   if (Share(u, 0.2)) {
     const double away = Logarithmic(u, x.Spacing, 10 * x.Magnitude);
@@ -108,7 +108,12 @@ void DealPlaces(const std::vector<CoefficientRole>& roles, const DataFeatures& f
                 SeededRandom& random) {
   const auto alongFirst = [](const CoefficientRole& role) { return role.PlaceOf == 0; };
   const auto wanted = static_cast<std::size_t>(std::ranges::count_if(roles, alongFirst));
-  std::vector<double> places = features.X[0].Places;
+  const VariableFeatures& x = features.X[0];
+  std::vector<double> places = x.Places;
+  // Peaks alone, dips alone, or both.
+  const double kind = random.Uniform();
+  if (kind < 0.15) places = x.OtherPlaces;
+  if (kind >= 0.8) places.insert(places.end(), x.OtherPlaces.begin(), x.OtherPlaces.end());
   if (wanted == 0 || wanted > places.size()) return;
   // The most prominent ones alone, or some of twice as many.
   places.resize(std::min(places.size(), random.Uniform() < 0.5 ? wanted : 2 * wanted));

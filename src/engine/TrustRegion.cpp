@@ -30,8 +30,9 @@ ColumnMatrix Factor(const ColumnMatrix& J, const std::vector<double>& r) {
 // The linear form of the residuals around one place, in scaled coefficients and along its singular vectors.
 class LinearForm {
  public:
-  // `scale` grows to the lengths of the columns. Throws NumericFault where something is not finite.
-  LinearForm(const ColumnMatrix& R, std::vector<double>& scale) : v_() {
+  // `scale` grows to the lengths of the columns. `length` is that of the residuals. Throws NumericFault where something
+  // is not finite.
+  LinearForm(const ColumnMatrix& R, double length, std::vector<double>& scale) : length_(length) {
     const std::size_t p = scale.size();
     ColumnMatrix u(p, p);
     for (std::size_t j = 0; j < p; ++j) {
@@ -55,13 +56,15 @@ class LinearForm {
     lambda_ = 0;
     if (!(Norm(s) <= 1.1 * radius)) Dampen(radius, s);
     expectedGain_ = 0;
-    double fitted = 0;
+    double fitted = 0, damped = 0;
     for (std::size_t k = 0; k < s.size(); ++k) {
-      fitted += w_[k] * s[k] * w_[k] * s[k];
-      expectedGain_ += s[k] * s[k];
+      // In parts of the residuals, whose squares may be out of range.
+      const double part = s[k] / length_;
+      fitted += w_[k] * part * w_[k] * part;
+      damped += lambda_ * part * part;
     }
-    expectedGain_ = fitted + 2 * lambda_ * expectedGain_;
-    slope_ = fitted + lambda_ * (expectedGain_ - fitted) / (lambda_ > 0 ? 2 * lambda_ : 1);
+    expectedGain_ = fitted + 2 * damped;
+    slope_ = fitted + damped;
     std::vector<double> step(s.size(), 0.0);
     for (std::size_t k = 0; k < s.size(); ++k)
       for (std::size_t i = 0; i < s.size(); ++i) step[i] += v_(i, k) * s[k];
@@ -69,15 +72,15 @@ class LinearForm {
   }
 
   bool Damped() const { return lambda_ > 0; }
-  double ExpectedGain() const { return expectedGain_; }  // in the sum of squares
-  double Slope() const { return slope_; }                // half the negative slope of the sum along the step
+  // Both as parts of the sum of squares: what the step gains, and half the slope of the sum down the step.
+  double ExpectedGain() const { return expectedGain_; }
+  double Slope() const { return slope_; }
 
  private:
   // Finds the damping by Newton's method on the reciprocal of the length (M. D. Hebden, 1973), within bounds.
   void Dampen(double radius, std::vector<double>& s) {
-    double upper = 0;
-    for (std::size_t k = 0; k < s.size(); ++k) upper += w_[k] * along_[k] * w_[k] * along_[k];
-    upper = std::sqrt(upper) / radius;
+    for (std::size_t k = 0; k < s.size(); ++k) s[k] = w_[k] * along_[k];
+    double upper = Norm(s) / radius;
     double lower = 0;
     lambda_ = 0.001 * upper;
     for (int round = 0; round < 60; ++round) {
@@ -85,17 +88,18 @@ class LinearForm {
       for (std::size_t k = 0; k < s.size(); ++k) {
         const double damped = w_[k] * w_[k] + lambda_;
         s[k] = damped > 0 ? w_[k] * along_[k] / damped : 0;
-        if (damped > 0) slope += s[k] * s[k] / damped;
+        if (damped > 0) slope += s[k] / radius * (s[k] / radius) / damped;
       }
       const double length = Norm(s), excess = length - radius;
       if (std::abs(excess) <= 0.1 * radius || length == 0) return;
       (excess > 0 ? lower : upper) = lambda_;
-      const double next = lambda_ + length / radius * excess * length / slope;
+      const double next = lambda_ + length / radius * (excess / radius) * (length / radius) / slope;
       // A bound that Newton's method oversteps takes its place half way, by the exponent.
       lambda_ = next > lower && next < upper ? next : std::max(std::sqrt(lower) * std::sqrt(upper), 0.001 * upper);
     }
   }
 
+  const double length_;
   std::vector<double> w_, along_;
   ColumnMatrix v_;
   double lambda_ = 0, expectedGain_ = 0, slope_ = 0;
@@ -113,6 +117,7 @@ TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<doubl
                                  SolveForm& form) {
   TrustRegionEnd end;
   end.a = a;
+  residuals.ForgetScales();
   std::vector<double> r, trialResiduals;
   if (!residuals.Residuals(a, r)) return end;
   if (plan.Improve && !plan.Improve(a, r)) return end;
@@ -126,7 +131,7 @@ TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<doubl
     form.Yield();
     if (form.Aborted || form.Paused || !residuals.Derivatives(end.a, J)) return end;
     try {
-      LinearForm linear(Factor(J, r), scale);
+      LinearForm linear(Factor(J, r), end.Length, scale);
       const double reach = ScaledLength(scale, end.a);
       if (iteration == 1) radius = plan.FirstRadius * (reach > 0 ? reach : end.Length);
       for (bool better = false; !better;) {
@@ -147,12 +152,11 @@ TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<doubl
         const double quotient = trial / end.Length;
         // A sum a hundredfold and more is as bad as none.
         const double gain = quotient < 10 ? 1 - quotient * quotient : -1;
-        const double square = end.Length * end.Length;
-        const double expected = linear.ExpectedGain() / square;
+        const double expected = linear.ExpectedGain();
         const double ratio = expected > 0 ? gain / expected : 0;
         if (ratio <= 0.25) {
           // To the minimum of the parabola through what is known of the sum along the step.
-          const double slope = -linear.Slope() / square;
+          const double slope = -linear.Slope();
           const double factor = gain >= 0 ? 0.5 : std::clamp(0.5 * slope / (slope + 0.5 * gain), 0.1, 0.5);
           radius = factor * std::min(radius, length / 0.1);
         } else if (!linear.Damped() || ratio >= 0.75) {
@@ -182,6 +186,7 @@ TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<doubl
 Determination DeterminationAt(WeightedResiduals& residuals, const std::vector<double>& a) {
   Determination result;
   ColumnMatrix J;
+  residuals.ForgetScales();
   if (!residuals.Derivatives(a, J)) return result;
   const std::size_t p = a.size();
   std::vector<double> ones(residuals.PointCount(), 0.0);
@@ -190,7 +195,8 @@ Determination DeterminationAt(WeightedResiduals& residuals, const std::vector<do
   std::vector<double> lengths(p), w;
   for (std::size_t j = 0; j < p; ++j) {
     lengths[j] = Norm(std::span(R.Column(j), j + 1));
-    if (!std::isfinite(lengths[j]) || lengths[j] == 0) return result;
+    if (!std::isfinite(lengths[j])) return result;
+    if (lengths[j] == 0) lengths[j] = residuals.Unit();  // no effect, whatever its unit
     for (std::size_t i = 0; i <= j; ++i) u(i, j) = R(i, j) / lengths[j];
   }
   try {
@@ -198,12 +204,13 @@ Determination DeterminationAt(WeightedResiduals& residuals, const std::vector<do
   } catch (const NumericFault&) {
     return result;
   }
-  result.ReciprocalCondition = *std::ranges::min_element(w) / *std::ranges::max_element(w);
-  if (!(result.ReciprocalCondition > kSingular)) return result;
+  const double most = *std::ranges::max_element(w);
+  if (!(most > 0)) return result;
+  result.ReciprocalCondition = *std::ranges::min_element(w) / most;
   for (std::size_t j = 0; j < p; ++j) {
     double sum = 0;
     for (std::size_t k = 0; k < p; ++k) {
-      const double quotient = v(j, k) / w[k] / lengths[j] * residuals.Unit();
+      const double quotient = v(j, k) / std::max(w[k], kSingular * most) / lengths[j] * residuals.Unit();
       sum += quotient * quotient;
     }
     result.Variances.push_back(sum);

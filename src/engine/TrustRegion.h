@@ -39,7 +39,9 @@ TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<doubl
 // How well the residuals determine the coefficients at `a`.
 struct Determination {
   double ReciprocalCondition = 0;  // of the derivatives, their columns scaled to equal lengths; 0: singular, or none
-  std::vector<double> Variances;   // in units of the residuals' variance; empty where singular
+  // In units of the residuals' variance; empty without derivatives. Where the data leave a combination of coefficients
+  // open, those in it have some 1e28 times what each would have by itself.
+  std::vector<double> Variances;
 };
 Determination DeterminationAt(WeightedResiduals& residuals, const std::vector<double>& a);
 

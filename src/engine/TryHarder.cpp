@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <string_view>
 
 #include "core/Files.h"
@@ -25,10 +24,10 @@ constexpr std::uint64_t kSeed = 20240229;
 constexpr std::size_t kMostUserStarts = 10;  // of a sweep
 constexpr std::size_t kRoughPoints = 200;    // that starts are judged by
 constexpr std::size_t kSearchPoints = 2000;  // that searches use; the last one has all
-constexpr std::size_t kSamplesPerCoefficient = 400, kMostSamples = 3000, kLeastSamples = 60;
-constexpr std::size_t kSampleWork = 4000000;                 // values of the model for rough merits, at most
-constexpr std::size_t kBestSamples = 14, kBestOfParts = 14;  // that a rough search starts from
-constexpr std::size_t kRefined = 6;                          // of these, searched to the end
+constexpr std::size_t kSamplesPerCoefficient = 1000, kMostSamples = 8000, kLeastSamples = 60;
+constexpr std::size_t kSampleWork = 10000000;                // values of the model for rough merits, at most
+constexpr std::size_t kBestSamples = 20, kBestOfParts = 20;  // that a rough search starts from
+constexpr std::size_t kRefined = 8;                          // of these, searched to the end
 constexpr int kRoughIterations = 20, kIterations = 300;
 
 constexpr double kUndetermined = 1e-10;  // reciprocal condition below which a coefficient counts as not determined
@@ -53,7 +52,6 @@ class HarderFit {
  private:
   bool CanGoOn() const;
   std::string WhyDoubtful();
-  bool ResidualsFollowEachOther();
   void Search();
   void FromUserStarts(WeightedResiduals& residuals);
   void FromSamples(const std::vector<std::vector<double>>& samples, const std::string& how, WeightedResiduals& rough,
@@ -112,11 +110,10 @@ bool HarderFit::Run() {
   if (!form_.Aborted) {
     accepted = Accept();
     // The ranges that the user gave, and what he asked for, stay his.
-    const bool complete = model_.SpecifyICComplete;
     static_cast<ModelSetup&>(model_) = setup;
-    if (accepted) model_.SpecifyICComplete = complete;
   }
   if (form_.Aborted) {
+    static_cast<ModelSetup&>(model_) = setup;
     model_.Solved = false;
     return false;
   }
@@ -137,29 +134,10 @@ std::string HarderFit::WhyDoubtful() {
   WeightedResiduals residuals(model_, data_, form_);
   const std::vector<double> a = residuals.FreeOf(all);
   const bool determined = DeterminationAt(residuals, a).ReciprocalCondition >= kUndetermined;
-  const bool follow = !startFromData_ && ResidualsFollowEachOther();
   model_.CoefficientValues = all;
   if (form_.Aborted) return {};
   if (!determined) return "a coefficient is not determined by the data";
-  if (startFromData_) return {};
-  if (follow) return "the residuals follow each other";
-  return model_.RST > 0 && model_.RssNorm > model_.RST / 2 ? "the solution explains less than half" : "";
-}
-
-// Whether neighbours' residuals, in the order of a single X, are alike beyond what chance would do (at some 0.5 %).
-bool HarderFit::ResidualsFollowEachOther() {
-  if (data_.X.size() != 1 || data_.N() < 8) return false;
-  WeightedResiduals residuals(model_, data_, form_);
-  std::vector<double> r;
-  if (!residuals.Residuals(residuals.FreeOf(model_.CoefficientValues), r)) return false;
-  const double length = Norm(r);
-  if (length <= 1e-9 * Norm(residuals.Target())) return false;
-  std::vector<std::size_t> order(r.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::ranges::stable_sort(order, [&](std::size_t i, std::size_t k) { return data_.X[0][i] < data_.X[0][k]; });
-  double products = 0;
-  for (std::size_t i = 1; i < r.size(); ++i) products += r[order[i - 1]] / length * (r[order[i]] / length);
-  return products > 2.6 / std::sqrt(static_cast<double>(r.size()));
+  return startFromData_ ? "" : "the initial estimates decided where the search ended";
 }
 
 void HarderFit::Search() {
@@ -178,7 +156,7 @@ void HarderFit::Search() {
   if (Ended()) return;
 
   const std::size_t count = SampleCount(roles_.size(), roughly.N());
-  std::vector<std::vector<double>> samples = StartsByData(roles_, FindFeatures(data_), count, random);
+  std::vector<std::vector<double>> samples = StartsByData(roles_, FindFeatures(searched), count, random);
   FromSamples(samples, "starts suggested by the data", rough, residuals);
   if (Ended() || best_.Times > 2) return;
   samples.clear();
@@ -215,9 +193,10 @@ void HarderFit::Offer(WeightedResiduals& residuals, const TrustRegionEnd& end, c
     ++best_.Times;
     return;
   }
-  // A place that leaves a coefficient open wins over none that doesn't.
+  // Between a place that leaves a coefficient open and one that doesn't, the former has to be better by far.
   const bool determined = DeterminationAt(residuals, end.a).ReciprocalCondition >= kUndetermined;
-  if (best_.Determined == determined ? end.Length > best_.Length : best_.Determined) return;
+  const double handicap = determined == best_.Determined ? 1 : determined ? 0.5 : 2;
+  if (end.Length * handicap > best_.Length) return;
   best_ = {end.a, end.Length, determined, how, 1};
   form_.SetResidualLabel("Merit Function: " +
                          GeneralNumber(end.Length / residuals.Unit() * end.Length / residuals.Unit()));
@@ -343,8 +322,12 @@ bool HarderFit::AcceptAsFound(const std::vector<double>& all) {
   model_.ErrorInfo = true;
   model_.Ended = SearchEnd::Converged;
   model_.ErrorMessage.clear();
-  best_.How += ", as it was found there, since the ordinary search fails at this place";
-  Line("The ordinary search fails there; the coefficients stand as they were found.");
+  best_.How += ", with the coefficients as found there, where the ordinary search fails";
+  Line("The ordinary search fails there: the coefficients stand as they were found.");
+  if (!best_.Determined) {
+    best_.How += "; the data leave some of them open";
+    Line("The data leave some of them open.");
+  }
   Line("Residual Sum of Squares = " + GeneralNumber(model_.RSS));
   Line("Solution Complete");
   log_ += NL;

@@ -118,7 +118,7 @@ bool WeightedResiduals::Difference(std::size_t j, std::vector<double>& a, double
   const double widest = magnitude == 0 ? HUGE_VAL : std::max(0.01 * magnitude, 1e-4 * change_[j]);
   double h = kStep * (change_[j] > 0 ? change_[j] : magnitude > 0 ? magnitude : 1.0);
   bool found = false;
-  for (int round = 0; round < 8; ++round) {
+  for (int round = 0; round < 12; ++round) {
     // What the step becomes in the coefficient's own digits.
     const double up = centre + h, down = centre - h;
     a[j] = up;
@@ -130,7 +130,8 @@ bool WeightedResiduals::Difference(std::size_t j, std::vector<double>& a, double
     if (!valued) {
       if (found) break;
       if (up == down) return false;
-      h *= 0.01;
+      // A scale from elsewhere leads astray; the coefficient's own size is where to begin.
+      h = magnitude > 0 && h > kStep * magnitude ? kStep * magnitude : h * 0.01;
       continue;
     }
     const double width = up - down;

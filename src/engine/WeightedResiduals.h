@@ -41,6 +41,8 @@ class WeightedResiduals {
   // coefficient lets it, so that it follows the coefficient's own scale: a coefficient of 0, or one that is small
   // beside what would matter, keeps its derivative.
   bool Derivatives(std::span<const double> a, ColumnMatrix& J);
+  // Another search begins, elsewhere: the scales of the one before say nothing about it.
+  void ForgetScales() { change_.assign(change_.size(), 0.0); }
 
  private:
   bool ClosedForms(ColumnMatrix& J);
