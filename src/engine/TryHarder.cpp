@@ -137,7 +137,7 @@ std::string HarderFit::WhyDoubtful() {
   model_.CoefficientValues = all;
   if (form_.Aborted) return {};
   if (!determined) return "a coefficient is not determined by the data";
-  return startFromData_ ? "" : "the initial estimates decided where the search ended";
+  return startFromData_ ? "" : "another start may end lower";
 }
 
 void HarderFit::Search() {

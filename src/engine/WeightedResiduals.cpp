@@ -60,6 +60,7 @@ bool WeightedResiduals::Fitted(std::span<const double> a, std::vector<double>& f
   f.resize(PointCount());
   std::array<double, kMostIndependentVariables> x{};
   for (std::size_t first = 0; first < f.size(); first += kBlock) {
+    if (form_.Aborted) return false;
     form_.Pulse();
     if (form_.Aborted) return false;
     const std::size_t end = std::min(first + kBlock, f.size());
