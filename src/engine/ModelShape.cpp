@@ -213,7 +213,8 @@ void Probe::FindUnits(std::vector<CoefficientRole>& roles) {
         role.PlaceSign = *same < 0 ? 1 : -1;
         continue;
       }
-      if (same && std::abs(*same) < 1e-3) continue;
+      // What has a unit has its own scale, and a shift that can be undone in part alone is none.
+      if ((same && std::abs(*same) < 1e-3) || role.XPower[v] != 0) continue;
       for (std::size_t k = 0; k < n && role.FollowsWith < 0; ++k) {
         if (k == j || roles[k].Linear) continue;
         for (const bool grows : {false, true}) {
@@ -237,6 +238,7 @@ void Probe::FindUnits(std::vector<CoefficientRole>& roles) {
     const std::optional<double> power = units.empty() ? std::nullopt : Common(column(units, j), 0.02);
     if (!power) roles[j].UnitKnown = false;
     roles[j].YPower = power ? std::round(2 * *power) / 2 : 0.0;
+    if (roles[j].YPower != 0) roles[j].FollowsWith = -1;
   }
 }
 
