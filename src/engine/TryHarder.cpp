@@ -106,17 +106,11 @@ bool HarderFit::Run() {
     best_.Determined = true;
   }
   Search();
-  bool accepted = false;
-  if (!form_.Aborted) {
-    accepted = Accept();
-    // The ranges that the user gave, and what he asked for, stay his.
-    static_cast<ModelSetup&>(model_) = setup;
-  }
-  if (form_.Aborted) {
-    static_cast<ModelSetup&>(model_) = setup;
-    model_.Solved = false;
-    return false;
-  }
+  const bool accepted = !form_.Aborted && Accept();
+  // The ranges that the user gave, and what he asked for, stay his.
+  static_cast<ModelSetup&>(model_) = setup;
+  if (accepted || form_.Aborted) model_.Failure.clear();
+  if (form_.Aborted) return model_.Solved = false;
   form_.ShowConverging(false);
   if (accepted) return true;
   static_cast<FitResult&>(model_) = result;

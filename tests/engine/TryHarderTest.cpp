@@ -217,6 +217,7 @@ TEST(TryHarder, ReadsStartsOffTheData) {
   ASSERT_TRUE(lines.Fit(spectrum)) << lines.Log;
   EXPECT_LT(lines.Model->RSS, 155670);
   EXPECT_EQ(lines.Model->FoundBy, "starts suggested by the data");
+  EXPECT_EQ(lines.Model->Failure, "");
   EXPECT_NE(lines.Log.find("Found by: starts suggested by the data\r\n"), std::string::npos);
 }
 
@@ -261,6 +262,7 @@ TEST(TryHarder, FailsAsBeforeWhereThereIsNothingToFind) {
   EXPECT_FALSE(on.Fit(data));
   EXPECT_FALSE(on.Model->Solved);
   EXPECT_EQ(on.Model->CoefficientValues, off.Model->CoefficientValues);
+  EXPECT_EQ(on.Model->Failure, off.Model->Failure);
   EXPECT_TRUE(on.Log.starts_with(off.Log));
   EXPECT_TRUE(on.Log.ends_with("Trying harder found no solution.\r\n\r\n")) << on.Log;
 }
