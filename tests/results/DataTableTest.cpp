@@ -76,7 +76,7 @@ TEST(DataTable, ShowsTheDatesOfTheSheet) {
   Project project = ProjectOf({{46348, 46349.4375, 46350, 46351, 46352}, {8, 3, 5, 9, 11}});
   project.Sheet.Formats[0].NumberFormat = "dd.mm.yyyy";
   ModelClass& model = SolveModel(project, "a*x+b", 1);
-  const GatheredData data = *GatherData(project.Sheet, PointOrder::OfSheet);
+  const GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
   const LocaleText german{',', ';', '.', '.', ':', DateOrder::DayFirst};
   EXPECT_EQ(DataTable({&model, nullptr}, data, project.Sheet, german, WindowPatterns()).Cell(1, 1), "23.11.2026");
   EXPECT_EQ(DataTable({&model, nullptr}, data, project.Sheet, german).Cell(1, 1), "2026-11-23 10:30");
