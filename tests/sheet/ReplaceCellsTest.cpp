@@ -28,7 +28,11 @@ TEST(ReplaceCells, ReplacesInNumbersAndTextsInOneStep) {
        "- 1\n2 -999.5\n",
        CellRange{1, 1, 1, 1},
        "1 cell was replaced."},
-      {"1999 1\n2 99", {{"99", false, kRows}, "8"}, "198 1\n2 8\n", CellRange{1, 1, 2, 2}, "2 cells were replaced."},
+      {"1999 1\n2 99",
+       {{"99", false, kRows}, "8"},
+       "189 1\n2 8\n",
+       CellRange{1, 1, 2, 2},
+       "2 cells were replaced."},  // from the left
       {"aba 1\nBa ab",
        {{"A", false, kRows}, "xy"},
        "xybxy 1\nBxy xyb\n",
