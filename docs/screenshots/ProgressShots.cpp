@@ -39,7 +39,7 @@ class PhotographedForm : public cfgSolveWindow {
 void TakeProgress(const Shots& shots) {
   PhotographedForm form(shots);
   DesktopDrawer drawer;
-  RunMacro("examples/puromycin.cfg", shots.Run, form, drawer);
+  RunMacro(MacroRequest("examples/puromycin.cfg"), shots.Run, form, drawer);
 }
 
 }  // namespace quorvex
