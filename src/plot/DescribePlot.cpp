@@ -28,8 +28,8 @@ std::string Describe(const PlotSeries& series) {
   else if (data != nullptr && !data->Description.empty())
     text += QuotedPlain(data->Description);  // what explains itself to the eye
   text += ": ";
-  if (const ModelClass* const model = series.Model())
-    return text + "the model" + Quoted(model->id) + " with " + std::to_string(model->NumInputX()) + " points of data.";
+  // What it keeps of its points is one for each X, so it does not know how many there were.
+  if (const ModelClass* const model = series.Model()) return text + "the model" + Quoted(model->id) + '.';
   if (const InterpClass* const curve = series.Interpolation())
     return text + "the interpolation" + Quoted(curve->Description) + '.';
   text += std::to_string(series.NumInputX()) + (series.NumInputX() == 1 ? " point" : " points");
