@@ -27,6 +27,9 @@ class DataTable : public TextTable {
   std::string Cell(std::size_t row, std::size_t column) const override;
   char DecimalSeparator() const override { return locale_.DecimalSeparator; }
   std::string ColumnHeading(std::size_t column) const override { return headings_[column]; }
+  bool HasDates(std::size_t column) const override {
+    return column > 0 && column <= dates_.size() && !dates_[column - 1].empty();
+  }
 
  private:
   const GatheredData& data_;

@@ -1,9 +1,11 @@
 #include "results/OpenDocumentTable.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 #include "core/NumberText.h"
+#include "core/SerialDate.h"
 #include "core/XmlText.h"
 
 namespace quorvex {
@@ -24,11 +26,28 @@ constexpr std::string_view kBegin =
     "<office:body><office:spreadsheet><table:table table:name=\"Table\">\n";
 constexpr std::string_view kEnd = "</table:table></office:spreadsheet></office:body></office:document-content>\n";
 
-std::string CellXml(const std::string& text, char decimalSeparator) {
+// Type and value of a cell with a date as 2026-11-22T10:30:00, with a time as PT10H30M00S.
+std::string DateXml(const SerialDate& date) {
+  if (!date.Form.HasDate) {
+    std::string time = FormatDate(std::abs(date.Days), "[h]:mm:ss.000000");
+    time.replace(time.rfind(':'), 1, "M");
+    time.replace(time.find(':'), 1, "H");
+    return std::string("time\" office:time-value=\"") + (date.Days < 0 ? "-" : "") + "PT" + time + 'S';
+  }
+  DateForm form = date.Form;
+  form.HasSeconds = form.HasTime;
+  std::string moment = FormatDate(date.Days, form.Pattern());
+  std::replace(moment.begin(), moment.end(), ' ', 'T');
+  return "date\" office:date-value=\"" + moment;
+}
+
+std::string CellXml(const std::string& text, char decimalSeparator, bool maybeDate) {
   if (text.empty()) return "<table:table-cell/>";
   std::string xml = "<table:table-cell office:value-type=\"";
   if (const auto number = NumericText(text, decimalSeparator))
     xml += "float\" office:value=\"" + ShortestNumber(*number);
+  else if (const auto date = maybeDate ? ReadDate(text, kIsoDates) : std::nullopt)
+    xml += DateXml(*date);
   else
     xml += "string";
   return xml + "\"><text:p>" + XmlText(text) + "</text:p></table:table-cell>";
@@ -38,7 +57,8 @@ template <typename CellOf>
 std::string RowXml(const TextTable& table, CellOf cellOf) {
   std::string xml = "<table:table-row>";
   for (std::size_t c = 0; c < std::max<std::size_t>(table.ColumnCount(), 1); ++c)
-    xml += CellXml(c < table.ColumnCount() ? cellOf(c) : std::string(), table.DecimalSeparator());
+    xml += c < table.ColumnCount() ? CellXml(cellOf(c), table.DecimalSeparator(), table.HasDates(c))
+                                   : CellXml("", table.DecimalSeparator(), false);
   return xml + "</table:table-row>\n";
 }
 

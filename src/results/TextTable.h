@@ -33,6 +33,8 @@ class TextTable {
   virtual std::string ColumnHeading(std::size_t /*column*/) const { return {}; }
   // Whether a column holds texts, which begin at the left; else numbers, which end at the right.
   virtual bool HasTexts(std::size_t column) const { return column == 0; }
+  // Whether a column holds dates or times, in ISO form where all digits are shown.
+  virtual bool HasDates(std::size_t /*column*/) const { return false; }
   // A text as wide as those of a column with a heading may become, where it is too long to be looked through.
   virtual std::string Widest(std::size_t column) const { return column == 0 ? "" : "-0.123456789012345"; }
 };
@@ -83,6 +85,7 @@ class TableExcerpt : public TextTable {
   }
   RowKind Kind(std::size_t row) const override { return table_.Kind(row_ + row); }
   char DecimalSeparator() const override { return table_.DecimalSeparator(); }
+  bool HasDates(std::size_t column) const override { return table_.HasDates(column_ + column); }
 
  private:
   const TextTable& table_;

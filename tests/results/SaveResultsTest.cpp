@@ -85,5 +85,39 @@ TEST(SaveTable, WritesSpreadsheetsThatReadBack) {
   EXPECT_EQ(cells->GridCellNumber(3, 3), 0.1);
 }
 
+// A column of dates, another of numbers, and texts that look like dates where none are meant.
+class DatedTable : public Report {
+ public:
+  bool HasDates(std::size_t column) const override { return column == 1; }
+};
+
+TEST(SaveTable, WritesDatesThatReadBackFromSpreadsheets) {
+  const TemporaryFolder folder;
+  RecordingPrompter user;
+  user.File = folder.Path("a.ods");
+  // 36526 is 1 January 2000, 46348 is 22 November 2026.
+  const struct {
+    const char* Text;
+    double Days;
+  } kRows[] = {{"2000-01-01", 36526},
+               {"2026-11-22 18:00", 46348.75},
+               {"2026-11-22 00:00:45", 46348 + 45 / 86400.0},
+               {"06:00", 0.25},
+               {"36:00:00", 1.5},
+               {"0.125", 0.125},
+               {"2000-01-01 00:00:43.200", 36526.0005}};
+  DatedTable table;
+  for (const auto& row : kRows) table.Add(RowKind::Values, {"2000-01-01", row.Text, "1"});
+  ASSERT_TRUE(SaveTable(table, "Data Table", user));
+  const auto sheets = ListSheets(*user.File);
+  ASSERT_TRUE(sheets) << sheets.error();
+  const Result<GridCells> cells = ReadSheet(*user.File, sheets->at(0));
+  ASSERT_TRUE(cells) << cells.error();
+  for (std::size_t row = 0; row < std::size(kRows); ++row) {
+    EXPECT_EQ(cells->GridCellText(row + 1, 1), "2000-01-01");
+    EXPECT_EQ(cells->GridCellNumber(row + 1, 2), kRows[row].Days) << kRows[row].Text;
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
