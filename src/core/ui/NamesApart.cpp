@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QScopedValueRollback>
+#include <QStylePainter>
 #include <QToolTip>
 #include <algorithm>
 
@@ -110,6 +111,22 @@ bool NameDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     return true;
   }
   return QStyledItemDelegate::helpEvent(event, view, option, index);
+}
+
+NameBox::NameBox(QWidget* parent) : QComboBox(parent) { setItemDelegate(new NameDelegate(view())); }
+
+void NameBox::paintEvent(QPaintEvent*) {
+  QStylePainter painter(this);
+  QStyleOptionComboBox box;
+  initStyleOption(&box);
+  painter.drawComplexControl(QStyle::CC_ComboBox, box);
+  if (currentIndex() >= 0) {
+    constexpr int kMargin = 2;  // of styles, on either side
+    const QRect room = style()->subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, this);
+    const QModelIndex cell = model()->index(currentIndex(), modelColumn(), rootModelIndex());
+    box.currentText = names_.Shown(cell, box.fontMetrics, room.width() - 2 * kMargin);
+  }
+  painter.drawControl(QStyle::CE_ComboBoxLabel, box);
 }
 
 }  // namespace quorvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractItemModel>
+#include <QComboBox>
 #include <QFontMetrics>
 #include <QHash>
 #include <QStyledItemDelegate>
@@ -50,6 +51,18 @@ class NameDelegate : public QStyledItemDelegate {
  private:
   NamesApart names_;
   mutable bool painting_ = false;
+};
+
+// A list that opens from a box, which cuts its names so, closed and open.
+class NameBox : public QComboBox {
+ public:
+  explicit NameBox(QWidget* parent);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  NamesApart names_;
 };
 
 }  // namespace quorvex

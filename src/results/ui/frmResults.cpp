@@ -52,12 +52,11 @@ frmResults::frmResults(Project& project, Settings& settings, Prompter& user, QWi
 }
 
 void frmResults::LayOut() {
-  EqList = new QComboBox(this);
+  EqList = new NameBox(this);
   EqList->setObjectName("EqList");
   // Else the list would be as wide as the longest equation, and the window with it.
   EqList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   EqList->setMinimumContentsLength(20);
-  EqList->setItemDelegate(new NameDelegate(EqList->view()));
   auto* label = new QLabel("E&quation:", this);
   label->setBuddy(EqList);
   auto* top = new QHBoxLayout;
