@@ -36,21 +36,28 @@ bool ManualSelection::Calculate(const Subset& variables, const std::tm& moment, 
   }
   model_ = *fit;
   calculations_.push_back({std::move(*fit), moment});
-  Append(calculations_.back());
+  Append(report_, calculations_.back(), format_);
   return true;
 }
 
-void ManualSelection::Append(const Calculation& calculation) {
-  if (report_.RowCount() > 0) report_.Add(RowKind::Line, {""});
-  AddReportHead(report_, SelectionProcedure::Manual, calculation.Moment);
-  AddStep(report_, {"", calculation.Fit}, data_, locale_, format_);
+void ManualSelection::Append(Report& report, const Calculation& calculation, const SelectionFormat& format) const {
+  if (report.RowCount() > 0) report.Add(RowKind::Line, {""});
+  AddReportHead(report, SelectionProcedure::Manual, calculation.Moment);
+  AddStep(report, {"", calculation.Fit}, data_, locale_, format);
+}
+
+Report ManualSelection::TableBy(const SelectionFormat& format) const {
+  Report report(locale_.DecimalSeparator);
+  for (const Calculation& calculation : calculations_) Append(report, calculation, format);
+  return report;
 }
 
 void ManualSelection::SetFormat(const SelectionFormat& format) {
   format_ = format;
-  report_ = Report(locale_.DecimalSeparator);
-  for (const Calculation& calculation : calculations_) Append(calculation);
+  report_ = TableBy(format);
 }
+
+Report ManualSelection::ShownTable() const { return TableBy(ForWindows(format_)); }
 
 bool ManualSelection::Export(Prompter& user) const {
   if (model_) return ExportSelection(*model_, data_, locale_, user);

@@ -22,6 +22,8 @@ class ManualSelection {
   bool Calculate(const Subset& variables, const std::tm& moment, Prompter& user);
   // Writes the whole report by other patterns.
   void SetFormat(const SelectionFormat& format);
+  // The report for a window.
+  Report ShownTable() const;
   const SelectionFormat& Format() const { return format_; }
   bool Export(Prompter& user) const;
 
@@ -30,7 +32,8 @@ class ManualSelection {
     SubsetFit Fit;
     std::tm Moment;
   };
-  void Append(const Calculation& calculation);
+  void Append(Report& report, const Calculation& calculation, const SelectionFormat& format) const;
+  Report TableBy(const SelectionFormat& format) const;
 
   const SelectionData data_;
   const LocaleText locale_;

@@ -6,11 +6,11 @@
 #include "core/NumericFault.h"
 #include "core/Version.h"
 #include "functions/ProbabilityBeyond.h"
+#include "results/FitInformation.h"
 
 namespace quorvex {
 namespace {
 
-constexpr const char* kProbability = "0.0####";
 constexpr const char* kInfinity = "Infinity";
 
 class Writer {
@@ -89,7 +89,7 @@ class Writer {
       if (fit.RSS == 0 || !std::isfinite(F))
         row.emplace_back(kInfinity);
       else
-        row.insert(row.end(), {Value(F), Probability(F, dfR, dfE)});
+        row.insert(row.end(), {Value(F), ProbabilityOf(F, dfR, dfE)});
     }
     Values(std::move(row));
     Values({"Error", std::to_string(fit.DOFError), Sum(fit.RSS), Sum(meanError)});
@@ -100,22 +100,24 @@ class Writer {
     Headings({"Variable", "Value", "Standard Error", "t-ratio", "Prob(t)"});
     const auto add = [&](const std::string& name, const SubsetCoefficient& coefficient) {
       std::vector<std::string> row = {name, Value(coefficient.Value), Value(coefficient.StandardError)};
-      if (std::isfinite(coefficient.t))
-        row.insert(row.end(), {Value(coefficient.t), Text(coefficient.p, kProbability)});
+      if (std::isfinite(coefficient.t)) row.insert(row.end(), {Value(coefficient.t), Probability(coefficient.p)});
       Values(std::move(row));
     };
     if (fit.Intercept) add("Intercept", *fit.Intercept);
     for (std::size_t j = 0; j < fit.Variables.size(); ++j) add(data_.Names[fit.Variables[j]], fit.Coefficients[j]);
   }
 
-  std::string Probability(double F, double dfR, double dfE) const {
+  std::string ProbabilityOf(double F, double dfR, double dfE) const {
     try {
-      return Text(ProbabilityBeyond(F, dfR, dfE), kProbability);
+      return Probability(ProbabilityBeyond(F, dfR, dfE));
     } catch (const NumericFault&) {
       return {};
     }
   }
 
+  std::string Probability(double p) const {
+    return NumberPatterns{.SmallProbabilities = format_.SmallProbabilities}.Probability(p, locale_);
+  }
   std::string Text(double value, std::string_view pattern) const {
     return LocalizeExpression(FormatNumber(value, pattern), locale_);
   }

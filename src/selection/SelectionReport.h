@@ -14,7 +14,15 @@ namespace quorvex {
 struct SelectionFormat {
   std::string Values = "0.0####";  // coefficients and what is said of them, R2, Cp, correlations
   std::string Sums = "General";    // sums of squares and what is in their unit
+  bool SmallProbabilities =
+      false;  // written as 1.2E-17, for windows, where the usual pattern would show next to nothing
 };
+
+// The same with probabilities that a reader can tell from 0.
+inline SelectionFormat ForWindows(SelectionFormat format) {
+  format.SmallProbabilities = true;
+  return format;
+}
 
 // The rows that a report has room for, those of a sheet.
 inline constexpr std::size_t kMostReportRows = 65'536;

@@ -141,8 +141,8 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
       if (table_->Kind(row) == RowKind::Line)
         return column == 0 ? InLines(QString::fromStdString(InFull()->Cell(row, 1))) : QVariant();
       if (column > 0 && table_->HasTexts(column)) return InLines(data(index, Qt::DisplayRole).toString());
-      const std::string number = InFull()->Cell(row, column);
-      return number == table_->Cell(row, column) ? QVariant() : QString::fromStdString(number);
+      const std::string number = InFull()->Cell(row, column), shown = table_->Cell(row, column);
+      return number == shown || number.size() < shown.size() ? QVariant() : QString::fromStdString(number);
     }
     case Qt::TextAlignmentRole:
       return QVariant(Qt::AlignVCenter |

@@ -32,7 +32,7 @@ void SelectionWindow::AddReport(QVBoxLayout& all, QWidget* beside) {
   // That name is of the command that exports the model.
   commands_->findChild<QPushButton*>("cmdExport")->setObjectName("cmdSave");
   connect(commands_->Add("cmdExport", "Save as Pro&ject..."), &QPushButton::clicked, this, [this] { SaveProject(); });
-  connect(commands_, &TableBar::ExportChosen, this, [this] { SaveTable(*f1StepWise->Table(), ReportName(), user_); });
+  connect(commands_, &TableBar::ExportChosen, this, [this] { SaveTable(*f1StepWise->InFull(), ReportName(), user_); });
   connect(commands_, &TableBar::PatternsChosen, this, [this] {
     const NumberPatterns& chosen = commands_->Patterns();
     FormatChosen({chosen.Values, chosen.Residuals});
@@ -50,8 +50,8 @@ void SelectionWindow::AddReport(QVBoxLayout& all, QWidget* beside) {
   Enable(false);
 }
 
-void SelectionWindow::ShowReport(Report report) {
-  f1StepWise->SetTable(std::make_unique<Report>(std::move(report)));
+void SelectionWindow::ShowReport(Report shown, Report saved) {
+  f1StepWise->SetTable(std::make_unique<Report>(std::move(shown)), std::make_unique<Report>(std::move(saved)));
   Enable(true);
 }
 

@@ -24,8 +24,8 @@ class SelectionWindow : public QDialog {
  protected:
   // Puts the report and the row of commands below what `all` has, another widget beside the report where there is one.
   void AddReport(QVBoxLayout& all, QWidget* beside = nullptr);
-  // From then on the commands have something to work on.
-  void ShowReport(Report report);
+  // The report, and as it is copied and saved. From then on the commands have something to work on.
+  void ShowReport(Report shown, Report saved);
   void Enable(bool on);
 
   virtual SelectionFormat Format() const = 0;

@@ -142,9 +142,12 @@ void frmStepWise::reject() {
 }
 
 void frmStepWise::Fill() {
-  SelectionReport report = ReportOf(run_->Result, run_->Data, run_->Choices.WhichModel, moment_, locale_, format_);
-  firstSubset_ = report.FirstSubset;
-  ShowReport(std::move(report.Table));
+  const auto report = [&](const SelectionFormat& format) {
+    return ReportOf(run_->Result, run_->Data, run_->Choices.WhichModel, moment_, locale_, format);
+  };
+  SelectionReport saved = report(format_);
+  firstSubset_ = saved.FirstSubset;
+  ShowReport(report(ForWindows(format_)).Table, std::move(saved.Table));
   if (!run_->Result.Subsets.empty())
     f1StepWise->setCurrentIndex(f1StepWise->model()->index(static_cast<int>(firstSubset_), 0));
 }

@@ -63,7 +63,7 @@ void frmUserSelect::Calculate() {
   localtime_r(&now, &moment);
   const std::size_t rows = manual_.Table().RowCount();
   if (!manual_.Calculate(chosen, moment, user_)) return;
-  ShowReport(manual_.Table());
+  ShowReport(manual_.ShownTable(), manual_.Table());
   // To where the new one begins; a table that was cleared has nothing before it.
   if (manual_.Table().RowCount() > rows && rows > 0) {
     const QModelIndex first = f1StepWise->model()->index(static_cast<int>(rows) + 1, 0);
@@ -74,7 +74,7 @@ void frmUserSelect::Calculate() {
 
 void frmUserSelect::FormatChosen(const SelectionFormat& format) {
   manual_.SetFormat(format);
-  ShowReport(manual_.Table());
+  ShowReport(manual_.ShownTable(), manual_.Table());
 }
 
 }  // namespace quorvex
