@@ -10,7 +10,7 @@
 namespace quorvex {
 namespace {
 
-constexpr std::string_view kSwitch = "-runcfg";
+constexpr std::string_view kSwitch = "-runcfg", kCheckSwitch = "-check";
 
 std::string Unquoted(std::string_view text) {
   if (text.starts_with('"')) text.remove_prefix(1);
@@ -81,6 +81,14 @@ bool IsMacroSwitch(const std::string& argument) {
 
 bool IsPlotSwitch(const std::vector<std::string>& arguments) {
   return !arguments.empty() && EqualNoCase(arguments[0], "-plot");
+}
+
+bool IsCheckSwitch(const std::vector<std::string>& arguments) {
+  return !arguments.empty() && EqualNoCase(arguments[0], kCheckSwitch);
+}
+
+MacroRequest ParseCheck(const std::vector<std::string>& arguments) {
+  return ParseMacroRequest(Trim(JoinedByBlanks({arguments.begin() + 1, arguments.end()})));
 }
 
 std::vector<std::string> StartCommands(const std::vector<std::string>& arguments) {

@@ -32,6 +32,11 @@ std::vector<std::string> StartCommands(const std::vector<std::string>& arguments
 // Whether an argument is or begins with the switch that runs a macro.
 bool IsMacroSwitch(const std::string& argument);
 
+// Whether the arguments ask for a check of a macro, "-check" in any case, and for which: a name and what may stand
+// behind that of a run. The name is empty where there is none.
+bool IsCheckSwitch(const std::vector<std::string>& arguments);
+MacroRequest ParseCheck(const std::vector<std::string>& arguments);
+
 // Whether the arguments ask for pictures of a plot file: "-plot" in any case, and names.
 bool IsPlotSwitch(const std::vector<std::string>& arguments);
 

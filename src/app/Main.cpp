@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
   const std::vector<std::string> arguments = Arguments(argc, argv);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
+  if (IsCheckSwitch(arguments)) return CheckMacroMode(ParseCheck(arguments));
   const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
   if (request.Mode == CommandMode::RunMacro) {
     ConsoleForm form;

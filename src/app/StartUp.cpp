@@ -13,6 +13,7 @@
 #include "app/CommandLine.h"
 #include "app/DesktopDrawer.h"
 #include "app/SettingsStore.h"
+#include "batch/MacroCheck.h"
 #include "batch/RunMacro.h"
 #include "core/NumberText.h"
 #include "core/Session.h"
@@ -27,6 +28,7 @@ constexpr const char* kUsage =
     "Usage: quorvex -runcfg FILE       run a macro and end with its status\n"
     "               [-part I/N]        only that part of the rows of its table, with a log and results of its own\n"
     "               [-missing]         only the rows whose answers are not there\n"
+    "       quorvex -check FILE        find the faults of a macro, a line each, without running it; -part as above\n"
     "       quorvex -plot FILE OUT...  draw a plot file as pictures: .svg, .pdf, .png, .emf or .bmp\n"
     "       quorvex [FILE]             open the desktop, with a project, a plot or a data file\n"
     "       quorvex --list-models [N]  print the catalogue of models of N variables (default 1), tab-separated:\n"
@@ -96,7 +98,7 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments) {
     return PrintModels(arguments.size() > 1 ? arguments[1] : "1");
   if (!arguments.empty() && arguments[0].starts_with('-') &&
       ParseCommandLine(JoinedByBlanks(arguments)).Mode == CommandMode::Nothing && !IsMacroSwitch(arguments[0]) &&
-      !IsPlotSwitch(arguments)) {
+      !IsPlotSwitch(arguments) && !IsCheckSwitch(arguments)) {
     Complain("There is no option '" + arguments[0] + "', and no file of that name.");
     std::fputs(kUsage, stderr);
     return EXIT_FAILURE;
@@ -111,6 +113,23 @@ int RunMacroMode(const MacroRequest& request, cfgSolve& form) {
   if (!outcome.Message.empty()) Complain(outcome.Message);
   if (outcome.Status != 0) Complain("Exit Status " + std::to_string(outcome.Status));
   return outcome.Status;
+}
+
+int CheckMacroMode(const MacroRequest& request) {
+  if (request.FileName.empty()) {
+    Complain("A macro to be checked must be named, as in: quorvex -check FILE.cfg");
+    return EXIT_FAILURE;
+  }
+  const MacroCheck check = CheckMacroFile(request, {LoadSettings(), ReadUserLocale()});
+  bool told = true;
+  for (const MacroFault& fault : check.Faults) told = std::puts(ShownFault(fault).c_str()) >= 0 && told;
+  told = std::puts(check.Count().c_str()) >= 0 && told;
+  if (std::fflush(stdout) != 0 || !told) {
+    Complain("The faults cannot be written to standard output.");
+    return check.Status != 0 ? check.Status : EXIT_FAILURE;
+  }
+  if (check.Status != 0) Complain("Exit Status " + std::to_string(check.Status));
+  return check.Status;
 }
 
 void Complain(const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); }

@@ -35,6 +35,10 @@ std::optional<int> AnswerQuestion(const std::vector<std::string>& arguments);
 // Returns the status, of which the system keeps the low 8 bits.
 int RunMacroMode(const MacroRequest& request, cfgSolve& form);
 
+// Prints the faults of a macro on standard output and tells a status other than 0 on standard error. Returns the
+// status.
+int CheckMacroMode(const MacroRequest& request);
+
 // One sentence on standard error.
 void Complain(const std::string& text);
 

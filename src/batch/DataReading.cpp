@@ -15,12 +15,14 @@ std::string DataSourceText(const MacroSetup& setup) {
   return setup.SQLQuery.empty() ? setup.DataFile : MaskPassword(setup.DataFile);
 }
 
+std::string VariablesFault(const MacroSetup& setup) {
+  if (setup.IndependentVariables >= 1 && setup.IndependentVariables <= kMostIndependentVariables) return {};
+  return "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
+}
+
 DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale) {
   DataReading reading;
-  if (setup.IndependentVariables < 1 || setup.IndependentVariables > kMostIndependentVariables) {
-    reading.Message = "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
-    return reading;
-  }
+  if (reading.Message = VariablesFault(setup); !reading.Message.empty()) return reading;
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
   NumberDates(cells, kIsoDates);

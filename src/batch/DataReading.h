@@ -21,6 +21,9 @@ struct DataReading {
 // The data file as log and answers name it; where that is a connect string, without the password in it.
 std::string DataSourceText(const MacroSetup& setup);
 
+// Why no data can be read with so many variables, a sentence; empty where they can.
+std::string VariablesFault(const MacroSetup& setup);
+
 // The points in the cells of the macro's data source, missing ones already blanked: the columns are arranged as the
 // setup says, read, and weighted. Dates whose order is certain are the numbers of their days.
 DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale);

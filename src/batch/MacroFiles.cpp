@@ -5,16 +5,26 @@
 
 namespace quorvex {
 
-// By which a file that exists is known, whatever name leads to it. What it is on the disk is no such name: a file that
-// is replaced is another one, and the next may get its place.
+// What it is on the disk is no such name: a file that is replaced is another one, and the next may get its place.
 std::string MacroFiles::FullName(const std::string& file) {
+  const std::string place = Place(file);
   std::error_code error;
-  const std::filesystem::path name = std::filesystem::canonical(Place(file), error);
-  return error ? "" : name.string();
+  if (std::filesystem::is_symlink(place, error)) {
+    const std::filesystem::path name = std::filesystem::canonical(place, error);
+    if (!error) return name.string();
+  }
+  const auto slash = place.rfind('/') + 1;  // 0 without a folder
+  const std::string folder = slash == 0 ? "." : place.substr(0, slash);
+  if (folder != folder_) {
+    folder_ = folder;
+    fullFolder_ = std::filesystem::canonical(folder, error).string();
+    if (error) fullFolder_.clear();
+  }
+  return fullFolder_.empty() ? "" : fullFolder_ + '/' + place.substr(slash);
 }
 
 void MacroFiles::NoteInput(const std::string& name, const char* what) {
-  if (const auto file = IdentityOfFile(ResolvePath(name))) inputs_.emplace(*file, what);
+  if (const auto file = IdentityOfFile(ResolvePath(name, listings_))) inputs_.emplace(*file, what);
 }
 
 void MacroFiles::NoteWritten(Writing kind, const std::string& file) {
@@ -22,11 +32,16 @@ void MacroFiles::NoteWritten(Writing kind, const std::string& file) {
 }
 
 std::optional<std::string> MacroFiles::RefuseInput(const std::string& role, const std::string& file,
-                                                   const std::string& path) const {
+                                                   const std::string& path) {
+  const auto refused = [&](const char* what) {
+    return "The " + role + " '" + file + "' is the " + what + " of this macro and is not overwritten.";
+  };
   const auto identity = IdentityOfFile(path);
-  const auto input = identity ? inputs_.find(*identity) : inputs_.end();
-  if (input == inputs_.end()) return std::nullopt;
-  return "The " + role + " '" + file + "' is the " + input->second + " of this macro and is not overwritten.";
+  if (const auto input = identity ? inputs_.find(*identity) : inputs_.end(); input != inputs_.end())
+    return refused(input->second);
+  if (const auto input = toCome_.empty() ? toCome_.end() : toCome_.find(FullName(path)); input != toCome_.end())
+    return refused(input->second);
+  return std::nullopt;
 }
 
 std::optional<std::string> MacroFiles::RefuseOther(Writing kind, const std::string& file) {

@@ -4,6 +4,11 @@
 
 namespace quorvex {
 
+void MacroLog::Warn(const std::string& text, std::size_t line) {
+  Line("Warning: " + text);
+  if (Faults != nullptr) Faults->push_back({.Line = line, .Text = text});
+}
+
 void MacroLog::Fault(const std::string& text) {
   Line(text);
   if (Message.empty() && (!enabled_ || setup_.LogSummaryOnly)) Message = text;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "batch/MacroFault.h"
 #include "batch/MacroSetup.h"
 #include "core/Files.h"
 
@@ -19,6 +20,8 @@ class MacroLog {
   std::string Text;  // what has not been printed yet; fits append to it
 
   void Line(std::string_view text) { Text.append(text).append(NL); }
+  // What goes on, but hardly as it was meant: a line, and kept where faults are. `line` is that of the macro.
+  void Warn(const std::string& text, std::size_t line = 0);
   void Asterisks() { Line("***************************************"); }
   // A line that whoever started the program hears, too, where no log keeps it; the first one only.
   void Fault(const std::string& text);
@@ -35,7 +38,8 @@ class MacroLog {
   void EndNormally();
   void EndAbnormally();
 
-  std::string Message;  // a sentence for the user that the log could not take
+  std::vector<MacroFault>* Faults = nullptr;  // where a check keeps the warnings
+  std::string Message;                        // a sentence for the user that the log could not take
 
  private:
   void Summary(std::string_view ending);

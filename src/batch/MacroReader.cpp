@@ -1,15 +1,21 @@
 #include "batch/MacroReader.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <optional>
+#include <set>
 #include <unordered_map>
 
 #include "batch/Assign.h"
 #include "batch/MacroStatements.h"
 #include "batch/MacroText.h"
+#include "batch/SubstituteParameters.h"
+#include "batch/ValueFault.h"
 #include "core/Files.h"
+#include "core/NearestWord.h"
 #include "core/NumberText.h"
 #include "engine/LoadModelCatalog.h"
 #include "engine/UserModel.h"
@@ -62,12 +68,19 @@ class ModelsByLines {
 
 class Reader {
  public:
-  Reader(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log)
-      : rest_(text), locale_(locale), preferences_(preferences), macro_(macro), setup_(macro.Setup), log_(log) {}
+  Reader(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log,
+         MacroNotes* notes)
+      : rest_(text),
+        locale_(locale),
+        preferences_(preferences),
+        macro_(macro),
+        setup_(macro.Setup),
+        log_(log),
+        notes_(notes) {}
 
   bool Read() {
     while (!AtEnd()) {
-      if (!EqualNoCase(NextLine(), "b_macro")) continue;
+      if (!EqualNoCase(NextTrimmed(), "b_macro")) continue;
       if (AtEnd()) return false;
       ReadStatements();
       return true;
@@ -79,30 +92,52 @@ class Reader {
   bool AtEnd() const { return rest_.empty(); }
   std::string NextLine() {
     std::string line(TakeLine(rest_));
+    ++line_;
     std::erase(line, '\t');
-    return std::string(Trim(line));
+    return line;
   }
+  std::string NextTrimmed() { return std::string(Trim(NextLine())); }
   void Log(std::string_view text) { log_.append(text).append(NL); }
-  void Warn(std::string_view text) { Log("Warning: " + std::string(text)); }
+  void Warn(const std::string& text) { WarnAt(line_, text); }
+  void WarnAt(std::size_t line, const std::string& text) {
+    Log("Warning: " + text);
+    NoteAt(line, text);
+  }
+  // What only a check tells.
+  void Note(const std::string& text) { NoteAt(line_, text); }
+  void NoteAt(std::size_t line, const std::string& text) {
+    if (notes_ != nullptr) notes_->Faults.push_back({.Line = line, .Text = text});
+  }
+  void NoteNoEnd() {
+    if (!hasEnd_) Note("the macro has no E_MACRO, and the last line of the file is not read.");
+  }
+  void NoteUnknown(const std::string& key, bool inModel);
+  void NoteEarlier(const MacroStatement& statement);
+  void NoteLine(const MacroStatement* statement, std::string_view keyword, const std::string& value) {
+    if (notes_ != nullptr) notes_->Lines.push_back({line_, statement, std::string(keyword), value});
+  }
 
   // The last line of the file is never acted on; a well-formed macro ends there with E_MACRO.
   void ReadStatements() {
     for (;;) {
-      std::string line = NextLine();
-      if (AtEnd() || EqualNoCase(line, "e_macro")) return;
+      std::string line = NextTrimmed();
+      if (EqualNoCase(line, "e_macro")) return;
+      if (AtEnd()) return NoteNoEnd();
       if (line.empty()) continue;
-      const std::string key = ToLower(GetLineKey(line));
+      const std::string written = GetLineKey(line), key = ToLower(written);
       if (key == "b_model") {
         ++macro_.BlockCount;
         if (ReadModelBlock())
           ++macro_.ModelsCreated;
         else
           Log("Error creating model " + std::to_string(macro_.BlockCount));
-        if (AtEnd()) return;
+        if (AtEnd()) return NoteNoEnd();
       } else if (key == "e_model") {
         Log("Syntax error, reached 'E_MODEL' statement before 'B_MODEL' statement");
+        Note("E_MODEL stands without a B_MODEL before it.");
       } else if (!Statement(key, GetLineValue(line))) {
         Log("Ignoring unknown command or syntax error: " + line);
+        NoteUnknown(written, false);
       }
     }
   }
@@ -136,20 +171,34 @@ class Reader {
   }
 
   bool ReadModelBlock();
-  ModelClass* CreateMacroModel(std::vector<std::string> functions, const std::string& ID);
+  // Where the lines of a model stand, 0 for those that it doesn't have.
+  struct BlockLines {
+    std::size_t ID = 0;
+    std::array<std::size_t, kMostFunctionLines> Function{};
+  };
+  ModelClass* CreateMacroModel(std::vector<std::string> functions, const std::string& ID, const BlockLines& lines);
   void WarnOfJoinedWords(const std::string& line) {
     if (JoinsWords(line.substr(line.find('=') + 1)))
       Warn("the model line '" + line +
            "' is read without its blanks, which joins two words; put word operators in parentheses, as in (a) mod (b)");
   }
-  void WarnOfBrokenLines(const ModelClass& model, const std::string& block);
+  // A line is taken for one of a model by the letters that it begins with.
+  void WarnOfOtherKey(const std::string& line, const std::string& folded, const std::string& key) {
+    if (!EqualNoCase(folded.substr(0, folded.find('=')), key))
+      Warn("the model line '" + std::string(Trim(line)) + "' counts as " + key);
+  }
+  void WarnOfBrokenLines(const ModelClass& model, const std::string& block, const BlockLines& lines);
 
   std::string_view rest_;  // of the file
+  std::size_t line_ = 0;   // that was taken last, from 1
   const LocaleText& locale_;
   Settings& preferences_;
   Macro& macro_;
   MacroSetup& setup_;
   std::string& log_;
+  MacroNotes* const notes_;  // null where nobody wants them
+  bool hasEnd_ = false;      // an E_MACRO, if only within a model
+  std::set<const MacroStatement*> seen_;
   int userModels_ = 0;
   ModelsByLines byLines_;
   std::unordered_map<const ModelClass*, std::string> blocks_;  // the block that each model was first told by
@@ -158,8 +207,46 @@ class Reader {
 bool Reader::Statement(const std::string& key, const std::string& value) {
   const MacroStatement* const statement = FindStatement(key);
   if (statement == nullptr) return false;
+  const std::size_t told = notes_ == nullptr ? 0 : notes_->Faults.size();
+  if (notes_ != nullptr) NoteEarlier(*statement);
+  NoteLine(statement, statement->Keyword, value);
   std::visit([&](const auto& kind) { Take(*statement, kind, value); }, statement->Value);
+  if (notes_ == nullptr || notes_->Faults.size() > told) return true;
+  // A parameter may make any value good.
+  if (HoldsParameter(value) && IsSubstituted(*statement)) return true;
+  if (const std::string fault = ValueFault(*statement, value, locale_); !fault.empty()) Note(fault);
   return true;
+}
+
+// A statement of which an earlier one counts no more, or that comes too late.
+void Reader::NoteEarlier(const MacroStatement& statement) {
+  if (macro_.BlockCount > 0 && std::holds_alternative<VariablesValue>(statement.Value))
+    Note("IndependentVariables stands behind the first model, which was read without it.");
+  const auto* words = std::get_if<WordsValue>(&statement.Value);
+  const bool adds = std::holds_alternative<LinesValue>(statement.Value) || (words != nullptr && words->Adds);
+  if (!seen_.insert(&statement).second && !adds)
+    Note(std::string(statement.Keyword) + " stands in line " + std::to_string(notes_->LineOf(statement.Keyword)) +
+         ", too; this one counts.");
+}
+
+void Reader::NoteUnknown(const std::string& key, bool inModel) {
+  if (notes_ == nullptr) return;
+  constexpr std::string_view kModelWords[] = {"ID", "Y",  "F1", "F2", "F3",     "F4",     "F5",
+                                              "F6", "F7", "F8", "F9", "Assign", "E_MODEL"};
+  constexpr std::string_view kBlocks[] = {"B_MODEL", "E_MODEL", "E_MACRO"};
+  constexpr std::size_t kLongest = 80;
+  std::string shown = FirstCharacters(key, kLongest);
+  if (shown.size() < key.size()) shown += "...";
+  if (inModel && FindStatement(key) != nullptr)
+    return Note("the statement '" + shown + "' is not read between B_MODEL and E_MODEL.");
+  std::vector<std::string_view> known;
+  if (inModel) known.assign(std::begin(kModelWords), std::end(kModelWords));
+  for (const MacroStatement& statement : MacroStatements()) known.push_back(statement.Keyword);
+  if (!inModel) known.insert(known.end(), std::begin(kBlocks), std::end(kBlocks));
+  // In a model a name may follow, as behind Assign.
+  const std::string_view word = inModel ? std::string_view(key).substr(0, key.find(' ')) : std::string_view(key);
+  const std::string_view nearest = NearestWord(word, known);
+  Note("unknown statement '" + shown + "'." + (nearest.empty() ? "" : " Did you mean " + std::string(nearest) + "?"));
 }
 
 void Reader::Take(const MacroStatement&, const LinesValue& lines, const std::string& value) {
@@ -171,10 +258,7 @@ void Reader::Take(const MacroStatement&, const LinesValue& lines, const std::str
 
 void Reader::Take(const MacroStatement& statement, const ChoiceValue& choice, const std::string& value) {
   if (choice.Read(setup_, value)) return;
-  std::string words;
-  for (const std::string_view word : choice.Words) words.append(words.empty() ? "" : ", ").append(word);
-  if (!choice.Otherwise.empty()) words.append(", ").append(choice.Otherwise);
-  Warn("'" + std::string(statement.Keyword) + " = " + value + "' is ignored: it is none of " + words);
+  Warn("'" + std::string(statement.Keyword) + " = " + value + "' is ignored: it is none of " + WordsOf(choice));
 }
 
 void Reader::Take(const MacroStatement& statement, const TextValue& text, const std::string& value) {
@@ -212,13 +296,18 @@ bool Reader::ReadModelBlock() {
   std::vector<std::string> functions(1);
   struct Assign {
     std::string Line, Text;  // as written, and behind the word without blanks
+    std::size_t Number;      // of the line
   };
+  const std::size_t begin = line_;
+  BlockLines lines;
   std::vector<Assign> assigns;
   std::string ID;
   for (;;) {
-    if (AtEnd()) return false;
-    std::string line(TakeLine(rest_));
-    std::erase(line, '\t');
+    if (AtEnd()) {
+      NoteAt(begin, "this B_MODEL has no E_MODEL, and its model is not read.");
+      return false;
+    }
+    const std::string line = NextLine();
     std::string copy = line;
     const std::string written = RemoveSpaces(copy);
     const std::string folded = ToLower(written);
@@ -226,40 +315,51 @@ bool Reader::ReadModelBlock() {
     if (folded == "e_model") {
       break;
     } else if (folded.starts_with("assign")) {
-      assigns.push_back({std::string(Trim(line)), written.substr(6)});
+      assigns.push_back({std::string(Trim(line)), written.substr(6), line_});
+      NoteLine(nullptr, "Assign", written.substr(6));
     } else if (hasValue && folded.size() > 1 && folded[0] == 'f' && folded[1] >= '1' && folded[1] <= '9') {
       const auto n = static_cast<std::size_t>(folded[1] - '0');
       if (functions.size() <= n) functions.resize(n + 1);
       functions[n] = GetLineValue(folded);
+      lines.Function[n] = line_;
+      WarnOfOtherKey(line, folded, "F" + std::to_string(n));
       WarnOfJoinedWords(line);
     } else if (folded.starts_with("y=")) {
       functions[0] = GetLineValue(folded);
+      lines.Function[0] = line_;
       WarnOfJoinedWords(line);
     } else if (hasValue && folded.starts_with("id")) {
       // Unlike the formulas an ID keeps its case and its blanks.
       ID = GetLineValue(line);
+      lines.ID = line_;
+      NoteLine(nullptr, "ID", ID);
+      WarnOfOtherKey(line, folded, "ID");
     } else if (folded.empty()) {
       continue;
     } else if (folded == "b_model") {
       Log("Missing E_MODEL command, model ignored");
+      Note("B_MODEL stands within a model, whose E_MODEL is missing.");
     } else if (folded == "e_macro") {
       Log("Found E_MACRO before E_MODEL command");
+      hasEnd_ = true;
+      NoteAt(begin, "this B_MODEL has no E_MODEL, and its model is not read.");
       return false;
     } else {
       Log("Error parsing model, the " + std::string(Trim(line)) +
           "command not valid between B_MODEL and E_MODEL pairs");
+      NoteUnknown(std::string(Trim(std::string_view(line).substr(0, line.find('=')))), true);
     }
   }
 
-  ModelClass* const model = CreateMacroModel(std::move(functions), ID);
+  ModelClass* const model = CreateMacroModel(std::move(functions), ID, lines);
   if (model == nullptr) return false;
   model->Solve = true;
   model->SolveType = 0;
   for (const Assign& assign : assigns) {
     if (HoldsParameter(assign.Text)) {
-      macro_.Deferred.push_back({assign.Text, model});
+      macro_.Deferred.push_back({assign.Text, model, assign.Number});
     } else if (const std::string fault = ApplyAssign(*model, assign.Text, locale_.ListSeparator); !fault.empty()) {
-      Warn("'" + assign.Line + "' is ignored: " + fault);
+      WarnAt(assign.Number, "'" + assign.Line + "' is ignored: " + fault);
     }
   }
   if (!assigns.empty()) {
@@ -271,7 +371,8 @@ bool Reader::ReadModelBlock() {
 }
 
 // The model of the collection with these lines, or a new user model; null where the lines make none.
-ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const std::string& ID) {
+ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const std::string& ID,
+                                     const BlockLines& lines) {
   const std::string block = std::to_string(macro_.BlockCount) + (ID.empty() ? "" : " ('" + ID + "')");
   ModelClass* model = byLines_.Find(macro_.Models, functions);
   if (model == nullptr) {
@@ -281,10 +382,11 @@ ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const s
     created->SetID(key, std::move(functions));
     created->Description = "User Model";
     if (!created->IsValidEquation()) {
-      WarnOfBrokenLines(*created, block);
+      WarnOfBrokenLines(*created, block, lines);
       return nullptr;
     }
-    for (const std::string& warning : created->Compiled().Warnings) Warn("block " + block + ": " + warning);
+    for (const std::string& warning : created->Compiled().Warnings)
+      WarnAt(lines.Function[0] > 0 ? lines.Function[0] : line_, "block " + block + ": " + warning);
     model = macro_.Models.Add(key, std::move(created));
     if (model == nullptr) return nullptr;
   }
@@ -293,19 +395,21 @@ ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const s
          " have the same formula and become one model, which keeps what the later one says");
   if (!ID.empty()) {
     std::erase_if(macro_.DeferredIDs, [&](const DeferredID& earlier) { return earlier.Model == model; });
-    if (HoldsParameter(ID)) macro_.DeferredIDs.push_back({ID, model});
+    if (HoldsParameter(ID)) macro_.DeferredIDs.push_back({ID, model, lines.ID});
     model->cfgID = ID;
   }
   return model;
 }
 
 // With the place of a syntax error, in the line as it was compiled, that is, in lower case and without blanks.
-void Reader::WarnOfBrokenLines(const ModelClass& model, const std::string& block) {
+void Reader::WarnOfBrokenLines(const ModelClass& model, const std::string& block, const BlockLines& lines) {
   constexpr std::size_t kLongest = 300;
   const Expression& compiled = model.Compiled();
   std::string text = FirstCharacters(WhyNoModel(compiled, "block " + block + " does not compile"), kLongest);
+  std::size_t place = lines.Function[0];
   if (compiled.ParseError && compiled.PublicTokenPointerStart >= 0) {
     const int n = compiled.PublicSubFunctionPointer;
+    place = lines.Function[static_cast<std::size_t>(n)];
     const std::string& line = model.FunctionList(n);
     const auto end = line.begin() + std::min(PlaceOfError(compiled, line), static_cast<int>(line.size()));
     // Characters, not bytes: those that continue a character of UTF-8 are not counted.
@@ -314,13 +418,14 @@ void Reader::WarnOfBrokenLines(const ModelClass& model, const std::string& block
     text += ", at character " + std::to_string(before + 1);
     if (line.size() <= kLongest) text += " of '" + line + "'";
   }
-  Warn(text);
+  WarnAt(place > 0 ? place : line_, text);
 }
 
 }  // namespace
 
-bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log) {
-  return Reader(text, locale, preferences, macro, log).Read();
+bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log,
+               MacroNotes* notes) {
+  return Reader(text, locale, preferences, macro, log, notes).Read();
 }
 
 }  // namespace quorvex

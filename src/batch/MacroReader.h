@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "batch/MacroFault.h"
 #include "batch/MacroSetup.h"
 #include "core/LocaleText.h"
 #include "core/Settings.h"
@@ -15,12 +17,14 @@ namespace quorvex {
 struct DeferredAssign {
   std::string Text;  // behind the word, without blanks
   ModelClass* Model;
+  std::size_t Line;  // of the macro
 };
 
 // The ID of a model that holds a parameter.
 struct DeferredID {
   std::string Text;
   ModelClass* Model;
+  std::size_t Line;
 };
 
 // What a macro file says.
@@ -35,7 +39,9 @@ struct Macro {
 
 // Reads the text of a macro file, statement by statement. Numeric solver limits also replace those of `preferences`,
 // for the life of the process. What is wrong with a statement goes to `log`, and reading goes on. False only where no
-// line reads B_MACRO, or nothing follows it.
-bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log);
+// line reads B_MACRO, or nothing follows it. Where `notes` are wanted they tell the same by lines, and what a log is
+// not told: words that may have been meant, values that do nothing, statements of which another one counts.
+bool ReadMacro(std::string_view text, const LocaleText& locale, Settings& preferences, Macro& macro, std::string& log,
+               MacroNotes* notes = nullptr);
 
 }  // namespace quorvex

@@ -10,23 +10,30 @@
 #include "core/NumberText.h"
 
 namespace quorvex {
+namespace {
+
+bool WritesProject(const MacroSetup& setup) { return EqualNoCase(setup.OutputFormat, "quorvex"); }
+
+}  // namespace
+
+std::optional<std::string> RefuseAnswers(const MacroSetup& setup, MacroFiles& files) {
+  std::optional<std::string> refusal = files.RefuseInput("output", setup.OutputFile);
+  // Saving a project keeps the old file under a second name, which must not fall on an input either.
+  if (!refusal && WritesProject(setup)) refusal = files.RefuseInput("output", KeptName(setup.OutputFile));
+  return refusal ? refusal : files.RefuseOther(Writing::Answers, setup.OutputFile);
+}
 
 int RunAnswers::Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
                       const SolveData& unsorted) {
   log_.Line(setup.OutputFile.empty() ? "Write failed, OutputFile not specified"
                                      : "Writing solution to " + setup.OutputFile);
-  const bool asProject = EqualNoCase(setup.OutputFormat, "quorvex");
-  std::optional<std::string> refusal = files_.RefuseInput("output", setup.OutputFile);
-  // Saving a project keeps the old file under a second name, which must not fall on an input either.
-  if (!refusal && asProject) refusal = files_.RefuseInput("output", KeptName(setup.OutputFile));
-  if (!refusal) refusal = files_.RefuseOther(Writing::Answers, setup.OutputFile);
-  if (refusal) {
+  if (const std::optional<std::string> refusal = RefuseAnswers(setup, files_)) {
     log_.Fault(*refusal);
     return kAccessError;
   }
   const std::string path = files_.Place(setup.OutputFile);
-  const int error =
-      asProject ? WriteProjectOutput(models, unsorted, setup, locale_, path) : WriteText(setup, models, data, path);
+  const int error = WritesProject(setup) ? WriteProjectOutput(models, unsorted, setup, locale_, path)
+                                         : WriteText(setup, models, data, path);
   if (error == 0) files_.NoteWritten(Writing::Answers, setup.OutputFile);
   return error;
 }

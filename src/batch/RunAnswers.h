@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "batch/MacroFiles.h"
@@ -11,6 +12,9 @@
 #include "engine/ModelCollection.h"
 
 namespace quorvex {
+
+// Why the answers may not be written over what the macro reads or writes; nothing where they may.
+std::optional<std::string> RefuseAnswers(const MacroSetup& setup, MacroFiles& files);
 
 // The output files of a macro's runs.
 class RunAnswers {

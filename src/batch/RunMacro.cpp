@@ -7,7 +7,6 @@
 #include <memory>
 #include <new>
 #include <optional>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -16,6 +15,7 @@
 #include "batch/MacroFiles.h"
 #include "batch/MacroLog.h"
 #include "batch/MacroReader.h"
+#include "batch/MacroStart.h"
 #include "batch/ParameterFile.h"
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
@@ -40,10 +40,6 @@ constexpr std::string_view kOutOfMemory = "Out of memory: there is not enough of
 constexpr std::string_view kRunSuccessful = "Run Successful", kRunFailed = "Run Failed", kRunSkipped = "Run Skipped",
                            kRunIncomplete = "Run Incomplete", kRunOutOfMemory = "Run Failed: Out of memory";
 
-std::string ResultFaultText(const std::string& name, int error) {
-  return "The result file '" + name + "' cannot be written. " + FileErrorText(error);
-}
-
 class MacroRun {
  public:
   MacroRun(Session& session, cfgSolve& form, PlotDrawer& drawer)
@@ -66,12 +62,9 @@ class MacroRun {
 
  private:
   bool Configure(const MacroRequest& request);
-  void NoteInputs(const MacroRequest& request);
-  bool TakePart(const MacroRequest& request);
   bool LogParameters();
   bool IsAnswered();
   bool OpenResults();
-  std::optional<std::string> RefuseResults(const std::string& path);
   bool RunAll();
   bool TryRun();
   void TryRunOnce();
@@ -133,20 +126,14 @@ bool MacroRun::Configure(const MacroRequest& request) {
   const std::string& fileName = request.FileName;
   MacroSetup& setup = macro_.Setup;
   InitMacroSetup(setup, session_.Preferences);
-  log_.Line("Opening Quorvex Macro file '" + fileName + "'");
-  WholeFile file;
-  if (const int error = file.Read(ResolveFoldedPath(request.TypedName)); error != 0) {
-    status_ = FileErrorStatus(kMacroFile, error);
-    log_.Message = "The macro file '" + fileName + "' cannot be read. " + FileErrorText(error);
+  // A part of what has none is refused before anything is written.
+  std::optional<MacroRefusal> refusal = ReadMacroFile(request, session_, macro_, log_.Text);
+  if (!refusal) refusal = TakePart(request, setup, part_);
+  if (refusal) {
+    status_ = refusal->Status;
+    log_.Message = refusal->Text;
     return false;
   }
-  log_.Line("Parsing Quorvex Macro file");
-  if (!ReadMacro(DecodeText(file.Text()), session_.Locale, session_.Preferences, macro_, log_.Text)) {
-    status_ = kNoMacroStatement;
-    log_.Message = "The file '" + fileName + "' is no macro: no line of it reads B_MACRO, or nothing follows.";
-    return false;
-  }
-  if (!TakePart(request)) return false;
   missingOnly_ = request.Missing;
   // Before any file is written: the console program hands the whole run over to the desktop program here.
   if (setup.ShowProgress || setup.ShowMessageBox) {
@@ -160,10 +147,13 @@ bool MacroRun::Configure(const MacroRequest& request) {
   log_.Line("Setting maximum number of iterations to " + std::to_string(setup.MaxIterations));
   log_.Line("Setting number of unchanged iterations to " + std::to_string(setup.UnchangedIterations));
   TakeLimits(setup, session_.Preferences);
-  NoteInputs(request);
+  if (Result<ParameterTable> table = NoteInputs(request, setup, files_))
+    parameters_ = std::move(*table);
+  else
+    parametersFault_ = table.error();
   if (setup.LogEnabled) {
-    const std::string log = ResolveNewFoldedPath(setup.LogFileTyped);
-    log_.Open(log, missingOnly_, files_.RefuseInput("log", setup.LogFile, log).value_or(""));
+    const std::string log = PlaceOfLog(setup);
+    log_.Open(log, missingOnly_, RefuseLog(setup, files_).value_or(""));
     files_.NoteInput(log, "log");  // from here on no output may fall on it either
   }
   files_.WatchKinds(!setup.PlotFile.empty());
@@ -171,51 +161,6 @@ bool MacroRun::Configure(const MacroRequest& request) {
     if (const std::string fault = TemplateFault(setup.PlotTemplate); !fault.empty()) log_.Fault("Error: " + fault);
   log_.Flush();
   return LogParameters() && OpenResults();
-}
-
-// Reads the combinations of a parameter run, whose values name files, too; a run without them has one combination, and
-// nothing to substitute.
-void MacroRun::NoteInputs(const MacroRequest& request) {
-  const MacroSetup& setup = macro_.Setup;
-  files_.NoteInput(ResolveFoldedPath(request.TypedName), "macro file");
-  if (!setup.PlotTemplate.empty()) files_.NoteInput(setup.PlotTemplate, "plot template");
-  if (InParameterRun()) {
-    const std::string path = ResolveFoldedPath(setup.ParameterFileTyped);
-    files_.NoteInput(path, "parameter file");
-    Result<ParameterTable> table = ReadParameterFile(path);
-    if (table)
-      parameters_ = std::move(*table);
-    else
-      parametersFault_ = table.error();
-  } else {
-    parameters_.emplace().Rows.emplace_back();
-  }
-  if (!parameters_) return;
-  std::set<std::string> names;
-  for (std::size_t row = 0; row < parameters_->Rows.size(); ++row) {
-    const std::string name = WithParameters(setup.DataFile, *parameters_, row);
-    if (!names.insert(name).second) continue;
-    files_.NoteInput(name, "data file");
-    if (setup.SQLQuery.empty()) continue;
-    for (const std::string& file : DatabaseFiles(name)) files_.NoteInput(file, "database");
-  }
-}
-
-// Gives a part of the table files of its own. A part of what has none is refused before anything is written.
-bool MacroRun::TakePart(const MacroRequest& request) {
-  if (!request.Part) return true;
-  const Result<RunPart> part = ParseRunPart(*request.Part);
-  if (!part || !InParameterRun()) {
-    log_.Message =
-        part ? "The macro file '" + request.FileName + "' has no ParameterFile to run a part of." : part.error();
-    status_ = kParameterFile;
-    return false;
-  }
-  part_ = *part;
-  MacroSetup& setup = macro_.Setup;
-  for (std::string* name : {&setup.LogFile, &setup.LogFileTyped, &setup.ResultFile})
-    if (!name->empty()) *name = NameOfPart(*name, part_.Number);
-  return true;
 }
 
 bool MacroRun::LogParameters() {
@@ -254,7 +199,7 @@ bool MacroRun::OpenResults() {
   const std::string& name = macro_.Setup.ResultFile;
   if (name.empty()) return true;
   const std::string path = files_.Place(name);
-  const std::optional<std::string> refusal = RefuseResults(path);
+  const std::optional<std::string> refusal = RefuseResults(macro_.Setup, *parameters_, path, files_);
   int error = refusal ? kAccessError : 0;
   // What is no file can't tell of the runs that it was given.
   const bool goesOn = missingOnly_ && IdentityOfFile(path);
@@ -265,26 +210,6 @@ bool MacroRun::OpenResults() {
   log_.Fault(refusal.value_or(ResultFaultText(name, error)));
   status_ = FileErrorStatus(kOutputFile, error);
   return false;
-}
-
-// The file is not emptied where a run would write something else to it.
-std::optional<std::string> MacroRun::RefuseResults(const std::string& path) {
-  const MacroSetup& setup = macro_.Setup;
-  if (const auto refusal = files_.RefuseInput("result file", setup.ResultFile, path)) return refusal;
-  const auto identity = IdentityOfFile(path);
-  const auto isThat = [&](std::string_view name) {
-    const std::string other = files_.Place(std::string(name));
-    return other == path || (identity && identity == IdentityOfFile(other));
-  };
-  const auto refused = [&](const char* what) {
-    return "The result file '" + setup.ResultFile + "' is the " + what + " of this macro and is not overwritten.";
-  };
-  const std::size_t rows = setup.OutputFile.find('%') == std::string::npos ? 1 : parameters_->Rows.size();
-  for (std::size_t row = 0; row < rows; ++row)
-    if (isThat(WithParameters(setup.OutputFile, *parameters_, row))) return refused("output file");
-  for (std::string_view plots = setup.PlotFile; !plots.empty();)
-    if (isThat(TakeLine(plots))) return refused("plot");
-  return std::nullopt;
 }
 
 // Within a parameter run a failure ends its own run alone; only an abort ends the loop.
@@ -349,7 +274,7 @@ void MacroRun::TryRunOnce() {
     if (SubstituteParameters(macro_, *parameters_, run_, session_.Locale, log_)) {
       RunOnce();
     } else {
-      FailRun(kParameterFile, "The parameters make a text too long.");
+      FailRun(kParameterFile, std::string(kTooLongText));
       log_.Asterisks();
     }
   } catch (const std::exception&) {

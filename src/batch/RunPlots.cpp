@@ -17,6 +17,11 @@ std::string NamesInOneLine(std::string_view lines) {
   return line;
 }
 
+std::optional<std::string> RefusePlot(const std::string& name, MacroFiles& files) {
+  std::optional<std::string> refusal = files.RefuseInput("plot", name);
+  return refusal ? refusal : files.RefuseOther(Writing::Plot, name);
+}
+
 bool RunPlots::GoOn() {
   form_.Yield();
   return !form_.Aborted;
@@ -56,9 +61,7 @@ int RunPlots::Write(const MacroSetup& setup, const ModelCollection& models, cons
 }
 
 int RunPlots::WriteOne(const std::string& name, const std::string& text, std::string& fault) {
-  std::optional<std::string> refusal = files_.RefuseInput("plot", name);
-  if (!refusal) refusal = files_.RefuseOther(Writing::Plot, name);
-  if (refusal) {
+  if (const std::optional<std::string> refusal = RefusePlot(name, files_)) {
     fault = *refusal;
     return kAccessError;
   }

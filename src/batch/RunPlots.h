@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "batch/MacroFiles.h"
 #include "batch/MacroLog.h"
 #include "batch/MacroSetup.h"
@@ -34,6 +38,9 @@ class RunPlots {
   MacroLog& log_;
   ReplacementFile file_{FileCare::Answer};
 };
+
+// Why a plot may not be written over what the macro reads or writes; nothing where it may.
+std::optional<std::string> RefusePlot(const std::string& name, MacroFiles& files);
 
 // Several names, one a line, as a log shows them.
 std::string NamesInOneLine(std::string_view lines);

@@ -29,6 +29,7 @@ std::string Token(const std::string& parameter) { return "%" + parameter + "%"; 
 // Replaces every occurrence of `token`, in any case, by `value`, whose own text is not looked through. False where
 // there is none.
 bool Substitute(std::string& text, const std::string& token, std::string_view value) {
+  if (text.find('%') == std::string::npos) return false;
   // Folding changes ASCII letters only, so a place in one text is the same place in the other.
   const std::string foldedToken = ToLower(token), folded = ToLower(text);
   std::string substituted;
@@ -47,7 +48,7 @@ void AssignPlots(MacroSetup& setup, MacroLog& log) {
   for (std::string_view lines = text; !lines.empty();) {
     const std::string_view name = Trim(TakeLine(lines));
     if (name.empty())
-      log.Line("Warning: A PlotFile of this run has no name, and that plot is left out.");
+      log.Warn("A PlotFile of this run has no name, and that plot is left out.");
     else
       named.append(named.empty() ? "" : NL).append(name);
   }
@@ -60,6 +61,10 @@ void AssignPlots(MacroSetup& setup, MacroLog& log) {
 std::string& SubstitutedField::In(MacroSetup& setup) const { return setup.*KeptText(*FindStatement(Keyword)); }
 
 std::span<const SubstitutedField> SubstitutedFields() { return kFields; }
+
+bool IsSubstituted(const MacroStatement& statement) {
+  return std::ranges::any_of(kFields, [&](const auto& field) { return field.Keyword == statement.Keyword; });
+}
 
 std::string WithParameters(std::string text, const ParameterTable& table, std::size_t row) {
   for (std::size_t p = 0; p < table.Names.size() && text.size() <= kLongestText; ++p)
@@ -133,7 +138,7 @@ bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t
   }
   if (plotsChanged) AssignPlots(setup, log);
   for (std::size_t i = 0; i < assigns.size(); ++i)
-    if (!faults[i].empty()) log.Line("Warning: 'Assign " + assigns[i].Text + "' is ignored: " + faults[i]);
+    if (!faults[i].empty()) log.Warn("'Assign " + assigns[i].Text + "' is ignored: " + faults[i], assigns[i].Line);
   return true;
 }
 

@@ -26,6 +26,7 @@ struct SubstitutedField {
 
 // In the order of substitution.
 std::span<const SubstitutedField> SubstitutedFields();
+bool IsSubstituted(const MacroStatement& statement);
 
 // `text` with the row's values (from 0) in the places of their names, as far as that makes it no longer than a text may
 // be.
@@ -36,6 +37,9 @@ std::string WithParameters(std::string text, const ParameterTable& table, std::s
 std::vector<std::pair<std::string, std::string>> ShownParameters(const ParameterTable& table, std::size_t row,
                                                                  const std::string& source,
                                                                  const MacroSetup& substituted);
+
+// What becomes of a run then.
+inline constexpr std::string_view kTooLongText = "The parameters make a text too long.";
 
 // Puts the values of a row (from 0) into the macro, and tells the log. False where a text outgrows all bounds.
 bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t row, const LocaleText& locale,

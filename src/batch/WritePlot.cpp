@@ -134,19 +134,22 @@ std::string NotDrawnText(const std::string& names, const std::string& why) {
   return "The plot '" + names + "' cannot be drawn. " + why;
 }
 
-int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
-              const std::function<bool()>& goOn, ReplacementFile& file, std::string& fault) {
-  const std::string ending = PlotEnding(name);
-  if (ending.empty()) {
+int PlotNameError(const std::string& name, const std::string& path, std::string& fault) {
+  if (PlotEnding(name).empty()) {
     fault = UnknownEndingText(name);
     return kBadFileName;
   }
   std::error_code ignored;
-  const std::filesystem::file_status there = std::filesystem::status(ResolveNewPath(name), ignored);
-  if (exists(there) && !is_regular_file(there) && !is_directory(there)) {
-    fault = "The plot '" + name + "' cannot be written. It is a pipe or a device and not a file.";
-    return kAccessError;
-  }
+  const std::filesystem::file_status there = std::filesystem::status(path, ignored);
+  if (!exists(there) || is_regular_file(there) || is_directory(there)) return 0;
+  fault = "The plot '" + name + "' cannot be written. It is a pipe or a device and not a file.";
+  return kAccessError;
+}
+
+int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
+              const std::function<bool()>& goOn, ReplacementFile& file, std::string& fault) {
+  if (const int error = PlotNameError(name, ResolveNewPath(name), fault); error != 0) return error;
+  const std::string ending = PlotEnding(name);
   const Result<std::string> content =
       ending == kPlotFileEnding ? Result<std::string>(plotText) : drawer.Draw(plotText, ending, goOn);
   if (!content) {

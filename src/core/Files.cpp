@@ -29,19 +29,29 @@ bool Exists(const std::string& name) {
 // Of no name that the system could open.
 bool IsNoName(const std::string& name) { return name.empty() || name.find('\0') != std::string::npos; }
 
-// Puts behind `paths` what `component` may be in `folder`: the entry of that very name, then those that differ in case.
-void AddMatches(const std::string& folder, const std::string& component, std::vector<std::string>& paths) {
-  if (Exists(folder + component)) paths.push_back(folder + component);
-  std::vector<std::string> others;
+// Has `take` take the name of each entry of a folder.
+template <typename Take>
+void ForEachEntry(const std::string& folder, const Take& take) {
   std::error_code error;
   for (std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    const std::string name = entry->path().filename();
-    if (name != component && EqualNoCase(name, component)) others.push_back(folder + name);
-  }
+       entry.increment(error))
+    take(entry->path().filename().string());
+}
+
+// Puts behind `paths` what `component` may be in `folder`: the entry of that very name, then those that differ in case.
+void AddMatches(const std::string& folder, const std::string& component, FolderListings* listings,
+                std::vector<std::string>& paths) {
+  if (Exists(folder + component)) paths.push_back(folder + component);
+  std::vector<std::string> others;
+  if (listings != nullptr)
+    others = listings->Others(folder, component);
+  else
+    ForEachEntry(folder, [&](const std::string& name) {
+      if (name != component && EqualNoCase(name, component)) others.push_back(name);
+    });
   // A folder lists its entries in no order; sorted, a name leads to the same file every time.
   std::sort(others.begin(), others.end());
-  paths.insert(paths.end(), others.begin(), others.end());
+  for (const std::string& name : others) paths.push_back(folder + name);
 }
 
 // Leaves one path to each file: links from a folder to itself would double the paths with every component.
@@ -53,6 +63,19 @@ void DropRepeated(std::vector<std::string>& paths) {
   });
 }
 
+// The number of an error about a name. The system does not tell a missing file from a missing folder.
+int NumberOfError(int code, const std::string& name) {
+  const int number = FileErrorNumber(code);
+  const auto slash = name.rfind('/');
+  const bool noFolder = slash != std::string::npos && slash > 0 && !Exists(name.substr(0, slash));
+  return number == kFileNotFound && noFolder ? kPathNotFound : number;
+}
+
+// 0, or the error's number where this process may not use what is there that way.
+int AccessError(const std::string& name, int how) {
+  return faccessat(AT_FDCWD, name.c_str(), how, AT_EACCESS) == 0 ? 0 : NumberOfError(errno, name);
+}
+
 // Opens a resolved name. Returns the descriptor, or -1 with the file error's number in `error`.
 int OpenDescriptor(const std::string& name, int flags, int& error) {
   error = 0;
@@ -62,11 +85,7 @@ int OpenDescriptor(const std::string& name, int flags, int& error) {
   }
   const int descriptor = open(name.c_str(), flags | O_CLOEXEC | O_NOCTTY, 0666);
   if (descriptor >= 0) return descriptor;
-  error = FileErrorNumber(errno);
-  const auto slash = name.rfind('/');
-  // The system does not tell a missing file from a missing folder.
-  if (error == kFileNotFound && slash != std::string::npos && slash > 0 && !Exists(name.substr(0, slash)))
-    error = kPathNotFound;
+  error = NumberOfError(errno, name);
   return -1;
 }
 
@@ -120,7 +139,17 @@ std::string FileErrorText(int number) {
   return std::generic_category().message(-number) + ".";
 }
 
-std::string ResolvePath(const std::string& name) {
+std::vector<std::string> FolderListings::Others(const std::string& folder, const std::string& component) {
+  const auto [found, isNew] = folders_.try_emplace(folder);
+  if (isNew) ForEachEntry(folder, [&](const std::string& name) { found->second[ToLower(name)].push_back(name); });
+  const auto names = found->second.find(ToLower(component));
+  std::vector<std::string> others;
+  if (names != found->second.end()) others = names->second;
+  std::erase(others, component);
+  return others;
+}
+
+std::string ResolvePath(const std::string& name, FolderListings* listings) {
   if (IsNoName(name) || Exists(name)) return name;
   std::string rest = name;
   std::replace(rest.begin(), rest.end(), '\\', '/');
@@ -130,7 +159,7 @@ std::string ResolvePath(const std::string& name) {
     const auto slash = std::min(rest.find('/', at), rest.size());
     if (slash > at) {
       std::vector<std::string> deeper;
-      for (const std::string& folder : found) AddMatches(folder, rest.substr(at, slash - at), deeper);
+      for (const std::string& folder : found) AddMatches(folder, rest.substr(at, slash - at), listings, deeper);
       DropRepeated(deeper);
       if (deeper.empty()) return found.front() + rest.substr(at);
       if (slash < rest.size())
@@ -152,7 +181,7 @@ std::string NewPaths::Resolve(const std::string& name) {
   const std::string folder = name.substr(0, slash + 1);
   if (folder != folder_ || !Exists(found_)) {
     folder_ = folder;
-    found_ = ResolvePath(folder);
+    found_ = ResolvePath(folder, listings_);
     if (!found_.ends_with('/')) found_ += '/';
   }
   return found_ + name.substr(slash + 1);
@@ -167,6 +196,35 @@ std::string ResolveNewFoldedPath(const std::string& typed) {
   if (IsNoName(typed) || slash == std::string::npos || !Exists(typed.substr(0, slash + 1)))
     return ResolveNewPath(ToLower(typed));
   return typed.substr(0, slash + 1) + ToLower(std::string_view(typed).substr(slash + 1));
+}
+
+int ReadingError(const std::string& name) {
+  if (IsNoName(name)) return kBadFileName;
+  struct stat info;
+  if (stat(name.c_str(), &info) != 0) return NumberOfError(errno, name);
+  if (S_ISDIR(info.st_mode)) return FileErrorNumber(EISDIR);
+  if (S_ISSOCK(info.st_mode)) return FileErrorNumber(ENXIO);
+  if (const int error = AccessError(name, R_OK); error != 0 || !S_ISCHR(info.st_mode)) return error;
+  const int descriptor = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+  if (descriptor < 0) return NumberOfError(errno, name);
+  const bool isTerminal = isatty(descriptor) != 0;
+  close(descriptor);
+  return isTerminal ? 0 : FileErrorNumber(ENODEV);
+}
+
+int WritingError(const std::string& name) {
+  if (IsNoName(name)) return kBadFileName;
+  struct stat info;
+  if (stat(name.c_str(), &info) == 0) return S_ISDIR(info.st_mode) ? FileErrorNumber(EISDIR) : AccessError(name, W_OK);
+  if (errno != ENOENT) return FileErrorNumber(errno);
+  // A link to nowhere makes the file that it names.
+  std::error_code error;
+  const std::filesystem::path path = name, target = std::filesystem::read_symlink(path, error);
+  const std::string made = error ? name : (path.parent_path() / target).string();
+  const auto slash = made.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : made.substr(0, slash + 1);
+  if (stat(folder.c_str(), &info) != 0) return errno == ENOENT ? kPathNotFound : FileErrorNumber(errno);
+  return S_ISDIR(info.st_mode) ? AccessError(folder, W_OK | X_OK) : kPathNotFound;
 }
 
 std::optional<FileIdentity> IdentityOfFile(const std::string& name) {

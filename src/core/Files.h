@@ -10,6 +10,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <vector>
 
 #include "core/Result.h"
 
@@ -27,11 +29,22 @@ int FileErrorNumber(int errnoValue);
 // A file error in words, as a sentence; "" for 0.
 std::string FileErrorText(int number);
 
+// What folders hold, each listed once: for a great many names, looked for at one time.
+class FolderListings {
+ public:
+  // The entries of a folder, "" for the one we are in, whose names are `component` in another case; in order.
+  std::vector<std::string> Others(const std::string& folder, const std::string& component);
+
+ private:
+  // By folder, and there by name in lower case.
+  std::unordered_map<std::string, std::unordered_map<std::string, std::vector<std::string>>> folders_;
+};
+
 // The file that `name` means to a reader: `name` as it stands when it exists; else looked up once more with "\" read as
 // "/" and each component matched without regard to case, since some names arrive lower-cased. Every folder that matches
 // is tried, the one as written first, then by name. A name that is found neither way comes back with as many leading
 // components as were found, the rest as written.
-std::string ResolvePath(const std::string& name);
+std::string ResolvePath(const std::string& name, FolderListings* listings = nullptr);
 
 // The file that `name` means to a writer: in the folder that a reader would find, by the name as written, so that it
 // never falls on a file whose name differs in case.
@@ -41,9 +54,12 @@ std::string ResolveNewPath(const std::string& name);
 // nobody looks through the folders above it again.
 class NewPaths {
  public:
+  explicit NewPaths(FolderListings* listings = nullptr) : listings_(listings) {}
+
   std::string Resolve(const std::string& name);
 
  private:
+  FolderListings* listings_;
   std::string folder_, found_;  // as written, and as it is; both with what separates it from the name
 };
 
@@ -51,6 +67,11 @@ class NewPaths {
 // in lower case, resolved; to a writer the name in lower case, in the folder as typed where that exists.
 std::string ResolveFoldedPath(const std::string& typed);
 std::string ResolveNewFoldedPath(const std::string& typed);
+
+// The number of the error that reading `name`, which is resolved, would fail with at its start, and writing it, anew or
+// in its place; 0 where it would not. Nothing is opened that somebody could tell, and nothing is made.
+int ReadingError(const std::string& name);
+int WritingError(const std::string& name);
 
 // What tells a regular file from every other, whatever it is called.
 struct FileIdentity {

@@ -24,15 +24,22 @@ std::size_t TargetColumn(std::string_view entry, std::size_t independentVariable
 
 }  // namespace
 
-bool ArrangeData(GridCells& cells, std::string_view columnOrder, std::size_t independentVariables, char listSeparator) {
-  if (EqualNoCase(Trim(columnOrder), "default")) return true;
+std::vector<std::size_t> ArrangedColumns(std::string_view columnOrder, std::size_t independentVariables,
+                                         char listSeparator) {
   std::vector<std::size_t> targets;
   for (std::size_t begin = 0; begin <= columnOrder.size();) {
     const std::size_t end = std::min(columnOrder.find(listSeparator, begin), columnOrder.size());
     targets.push_back(TargetColumn(Trim(columnOrder.substr(begin, end - begin)), independentVariables));
     begin = end + 1;
   }
-  if (targets.size() < independentVariables + 1) return false;
+  if (targets.size() < independentVariables + 1) targets.clear();
+  return targets;
+}
+
+bool ArrangeData(GridCells& cells, std::string_view columnOrder, std::size_t independentVariables, char listSeparator) {
+  if (EqualNoCase(Trim(columnOrder), "default")) return true;
+  const std::vector<std::size_t> targets = ArrangedColumns(columnOrder, independentVariables, listSeparator);
+  if (targets.empty()) return false;
   cells.MoveColumns(targets);
   return true;
 }

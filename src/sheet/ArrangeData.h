@@ -1,10 +1,17 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
+#include <vector>
 
 #include "sheet/GridCells.h"
 
 namespace quorvex {
+
+// Which column, from 1, each one of the data becomes by an order that is not "default": 0 for one that is dropped.
+// Empty where the order has too few entries.
+std::vector<std::size_t> ArrangedColumns(std::string_view columnOrder, std::size_t independentVariables,
+                                         char listSeparator);
 
 // Puts the columns of imported data into the order of the sheet: independent variables, dependent variable, standard
 // deviation. `columnOrder` is "default", which leaves them as they are, or says for each column of the data what it

@@ -109,6 +109,7 @@ int main(int argc, char** argv) {
     return ServeDrawings(arguments[1], arguments[2], argv[0]);
   if (const std::optional<int> status = AnswerQuestion(arguments)) return *status;
   if (IsPlotSwitch(arguments)) return ConvertPlot(arguments);
+  if (IsCheckSwitch(arguments)) return CheckMacroMode(ParseCheck(arguments));
   const CommandRequest request = ParseCommandLine(JoinedByBlanks(arguments));
   if (request.Mode == CommandMode::RunMacro) return RunMacroWithWindows(*request.Macro, argv[0]);
   return RunInteractive(StartCommands(arguments), argv[0]);
