@@ -53,8 +53,9 @@ void TakePreferences(const Shots& shots) {
   fields.TickedModels = {"a*x+b"};
   frmMacro macro(nullptr, fields, models, shots.Run.Preferences, shots.Run.Locale, user);
   TakePages(shots, macro, "macro");
-  frmViewMacro view(nullptr, BuildMacroText(fields, models, shots.Run.Preferences, shots.Run.Locale),
-                    CheckMacro(fields, models, shots.Run.Locale));
+  const std::string text = BuildMacroText(fields, models, shots.Run.Preferences, shots.Run.Locale);
+  frmViewMacro view(nullptr, text, CheckMacro(fields, models, shots.Run.Locale),
+                    [&] { return CheckMacroText(text, shots.Run); });
   view.show();
   shots.Take(view, "macro-view");
 }

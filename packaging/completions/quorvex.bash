@@ -5,7 +5,7 @@ _quorvex() {
     local files
     COMPREPLY=()
     if ((COMP_CWORD == 1)) && [[ $current == -* ]]; then
-        COMPREPLY=($(compgen -W '-runcfg -plot --list-models --help --version' -- "$current"))
+        COMPREPLY=($(compgen -W '-runcfg -check -plot --list-models --help --version' -- "$current"))
         return
     fi
     if ((COMP_CWORD == 1)); then
@@ -14,6 +14,8 @@ _quorvex() {
         case $first in
             -runcfg)
                 ((COMP_CWORD == 2)) && files='cfg' || COMPREPLY=($(compgen -W '-part -missing' -- "$current")) ;;
+            -check)
+                ((COMP_CWORD == 2)) && files='cfg' || COMPREPLY=($(compgen -W '-part' -- "$current")) ;;
             -plot) ((COMP_CWORD == 2)) && files='plt' || files='svg|pdf|png|emf|bmp|plt' ;;
             --list-models)
                 ((COMP_CWORD == 2)) && COMPREPLY=($(compgen -W "$(seq 20)" -- "$current"))

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <exception>
 #include <iterator>
 #include <optional>
 #include <set>
@@ -204,7 +205,8 @@ void Checker::CheckResults() {
     Add(LineOf("ResultFile"), FileErrorStatus(kOutputFile, kAccessError), *refusal);
   else if (const int error = WritingError(path))
     Add(LineOf("ResultFile"), FileErrorStatus(kOutputFile, error), ResultFaultText(Setup().ResultFile, error));
-  files_.NoteToCome(path, "result file");
+  else
+    files_.NoteToCome(path, "result file");
 }
 
 void Checker::CheckRow(std::size_t row) {
@@ -343,12 +345,27 @@ void Checker::TellShared() {
 }
 
 MacroCheck Checker::Finished() {
-  std::ranges::move(notes_.Faults, std::back_inserter(found_.Faults));
+  std::ranges::move(found_.Faults, std::back_inserter(notes_.Faults));
+  found_.Faults = std::move(notes_.Faults);
   std::ranges::stable_sort(found_.Faults, {}, [](const MacroFault& fault) {
     return std::pair(fault.Line == 0 ? SIZE_MAX : fault.Line, fault.Row);
   });
   if (found_.Status == 0) found_.Status = logStatus_;
   return std::move(found_);
+}
+
+// Too little memory ends a check as it ends a run.
+template <typename Check>
+MacroCheck Guarded(Check check) {
+  try {
+    return check();
+  } catch (const std::exception&) {
+    MacroCheck failed;
+    failed.Status = kOtherFailure;
+    failed.Faults.push_back(
+        {.Status = kOtherFailure, .Text = "Out of memory: there is not enough of it for this check."});
+    return failed;
+  }
 }
 
 }  // namespace
@@ -359,11 +376,11 @@ std::string MacroCheck::Count() const {
 }
 
 MacroCheck CheckMacroFile(const MacroRequest& request, Session session) {
-  return Checker(std::move(session)).CheckFile(request);
+  return Guarded([&] { return Checker(std::move(session)).CheckFile(request); });
 }
 
 MacroCheck CheckMacroText(std::string_view text, Session session) {
-  return Checker(std::move(session)).CheckText(text);
+  return Guarded([&] { return Checker(std::move(session)).CheckText(text); });
 }
 
 }  // namespace quorvex

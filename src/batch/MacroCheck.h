@@ -22,7 +22,7 @@ struct MacroCheck {
   std::string Count() const;
 };
 
-// Checks a macro file, or a part of its table. Goes over the rows once, and over each folder.
+// Checks a macro file, or a part of its table. Goes over the rows once, and over each folder. Never throws.
 MacroCheck CheckMacroFile(const MacroRequest& request, Session session);
 
 // The same of a text that may become such a file.

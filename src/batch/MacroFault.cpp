@@ -8,7 +8,7 @@ namespace {
 
 // Sentences that stand alone elsewhere follow a colon here.
 std::string BehindColon(std::string text) {
-  for (const std::string_view word : {"The ", "No ", "It "})
+  for (const std::string_view word : {"The ", "No ", "Nothing "})
     if (text.starts_with(word)) text[0] = static_cast<char>(text[0] - 'A' + 'a');
   return text;
 }

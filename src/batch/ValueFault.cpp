@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <variant>
@@ -19,6 +20,8 @@ std::string ListOf(std::span<const std::string_view> words) {
   return list;
 }
 
+constexpr double kMostInteger = std::numeric_limits<std::int16_t>::max();  // that a statement takes
+
 // Each kind of value says what it wanted where it was given something else.
 class Wanted {
  public:
@@ -35,7 +38,8 @@ class Wanted {
     return IsWithin(1, 32000) ? "" : "is no number from 1 to 32000";
   }
   std::string operator()(const VariablesValue&) const {
-    if (IsWithin(statement_.Least, statement_.Most)) return {};
+    // One that is read and out of range ends the run.
+    if (IsWithin(-kMostInteger, kMostInteger)) return {};
     return "is no number from " + GeneralNumber(statement_.Least) + " to " + GeneralNumber(statement_.Most);
   }
   std::string operator()(const FlagValue&) const { return NoFlag(); }

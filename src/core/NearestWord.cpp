@@ -37,7 +37,7 @@ std::string_view NearestWord(std::string_view word, std::span<const std::string_
   std::size_t least = 0;
   std::string folded;  // made once a word of about that length is there
   for (const std::string_view each : known) {
-    const std::size_t most = std::max<std::size_t>(each.size() / 3, 1);
+    const std::size_t most = each.size() / 3;
     const std::size_t apart = word.size() > each.size() ? word.size() - each.size() : each.size() - word.size();
     if (apart > most || (!nearest.empty() && apart >= least)) continue;
     if (folded.empty()) folded = ToLower(word);

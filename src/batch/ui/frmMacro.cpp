@@ -12,10 +12,14 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <algorithm>
+#include <utility>
 
 #include "batch/MacroStatements.h"
+#include "core/ui/BusyCursor.h"
 #include "core/ui/ChooseFiles.h"
 
 namespace quorvex {
@@ -244,8 +248,8 @@ QWidget* frmMacro::OutputPage() {
   addOption(NewWord("Smallest and lar&gest residual", "TableOutput", "MinMaxError", "ckTableMinMaxError"));
   addOption(NewFlag("Fit s&tatistics", "OutputFitInfo"));
 
-  form->addRow(new QLabel("Status:", page), NewFlag("Fail where no model can &be solved", "RequireSolution"));
-  form->addRow("", NewFlag("Tell of models that fail or reach the limit", "StrictStatus"));
+  form->addRow(new QLabel("Status:", page), NewFlag("Fail where no model can &be solved (410)", "RequireSolution"));
+  form->addRow("", NewFlag("Tell of models that fail (&420) or reach the limit (430)", "StrictStatus"));
 
   auto* useLog = NewUse("&Write a log", "LogFile");
   form->addRow(new QLabel("Log:", page), useLog);
@@ -345,44 +349,94 @@ void frmMacro::EnableWhatCounts() {
 
 void frmMacro::cmdView_clicked() {
   const MacroFields fields = Fields();
-  frmViewMacro(this, BuildMacroText(fields, models_, settings_, locale_), CheckMacro(fields, models_, locale_)).exec();
+  const std::string macro = BuildMacroText(fields, models_, settings_, locale_);
+  frmViewMacro(this, macro, CheckMacro(fields, models_, locale_), [&] {
+    return CheckMacroText(macro, {settings_, locale_});
+  }).exec();
 }
 
 void frmMacro::cmdExport_clicked() { ExportMacro(Fields(), models_, settings_, locale_, user_); }
 
-frmViewMacro::frmViewMacro(QWidget* parent, const std::string& macro, const MacroFindings& findings) : QDialog(parent) {
+frmViewMacro::frmViewMacro(QWidget* parent, const std::string& macro, const MacroFindings& findings,
+                           std::function<MacroCheck()> check)
+    : QDialog(parent), check_(std::move(check)), findings_(static_cast<int>(findings.Lines.size())) {
   setObjectName("frmViewMacro");
   setWindowTitle("View Macro");
-  auto* text = new QPlainTextEdit(QString::fromStdString(macro).remove('\r'), this);
-  text->setObjectName("txtMacro");
-  text->setReadOnly(true);
-  text->setTabChangesFocus(true);
-  text->setLineWrapMode(QPlainTextEdit::NoWrap);
-  text->setMinimumSize(text->fontMetrics().averageCharWidth() * 80, text->fontMetrics().lineSpacing() * 18);
-  auto* list = new QListWidget(this);
-  list->setObjectName("lstFindings");
-  list->setWordWrap(true);
-  list->setMaximumHeight(list->fontMetrics().lineSpacing() * 9);
-  for (const std::string& line : findings.Lines) list->addItem(QString::fromStdString(line));
-  if (list->count() > 0) list->setCurrentRow(0);
+  txtMacro = new QPlainTextEdit(QString::fromStdString(macro).remove('\r'), this);
+  txtMacro->setObjectName("txtMacro");
+  txtMacro->setReadOnly(true);
+  txtMacro->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  txtMacro->setTabChangesFocus(true);
+  txtMacro->setLineWrapMode(QPlainTextEdit::NoWrap);
+  const QFontMetrics letters = txtMacro->fontMetrics();
+  txtMacro->setMinimumSize(letters.averageCharWidth() * 60, letters.lineSpacing() * 8);
+  lstFindings = new QListWidget(this);
+  lstFindings->setObjectName("lstFindings");
+  lstFindings->setWordWrap(true);
+  lstFindings->setMinimumHeight(lstFindings->fontMetrics().lineSpacing() * 5);
+  for (const std::string& line : findings.Lines) lstFindings->addItem(QString::fromStdString(line));
+  if (lstFindings->count() > 0) lstFindings->setCurrentRow(0);
+  connect(lstFindings, &QListWidget::currentRowChanged, this, &frmViewMacro::GoToLineOf);
   auto* count = new QLabel(QString::fromStdString(findings.Count()), this);
   count->setObjectName("lblCount");
+  lblCheck = new QLabel("Check looks at the files that the macro names, too, and runs nothing.", this);
+  lblCheck->setObjectName("lblCheck");
   auto* textCaption = new QLabel("&Macro:", this);
-  textCaption->setBuddy(text);
-  text->setAccessibleName("Macro");
+  textCaption->setBuddy(txtMacro);
+  txtMacro->setAccessibleName("Macro");
   auto* listCaption = new QLabel("&Warnings and errors:", this);
-  listCaption->setBuddy(list);
-  list->setAccessibleName("Warnings and errors");
+  listCaption->setBuddy(lstFindings);
+  lstFindings->setAccessibleName("Warnings and errors");
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+  QPushButton* run = buttons->addButton("Chec&k (F8)", QDialogButtonBox::ActionRole);
+  run->setObjectName("cmdCheck");
+  run->setAutoDefault(false);
+  connect(run, &QPushButton::clicked, this, &frmViewMacro::cmdCheck_clicked);
+  connect(new QShortcut(QKeySequence(Qt::Key_F8), this), &QShortcut::activated, run, &QPushButton::click);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
   auto* column = new QVBoxLayout(this);
   column->addWidget(textCaption);
-  column->addWidget(text, 1);
+  column->addWidget(txtMacro, 3);
   column->addWidget(listCaption);
-  column->addWidget(list);
+  column->addWidget(lstFindings, 1);
   column->addWidget(count);
+  column->addWidget(lblCheck);
   column->addWidget(buttons);
+  resize(sizeHint().expandedTo(QSize(letters.averageCharWidth() * 90, letters.lineSpacing() * 32)));
+}
+
+void frmViewMacro::cmdCheck_clicked() {
+  MacroCheck check;
+  {
+    const BusyCursor busy;
+    check = check_();
+  }
+  // A list of more would be read by nobody.
+  constexpr std::size_t kMostShown = 1000;
+  while (lstFindings->count() > findings_) delete lstFindings->takeItem(lstFindings->count() - 1);
+  const std::size_t shown = std::min(check.Faults.size(), kMostShown);
+  for (std::size_t i = 0; i < shown; ++i) {
+    auto* item = new QListWidgetItem(QString::fromStdString(ShownFault(check.Faults[i])), lstFindings);
+    item->setData(Qt::UserRole, static_cast<int>(check.Faults[i].Line));
+  }
+  QString count = QString::fromStdString(check.Count());
+  if (shown < check.Faults.size()) count += QString(" The first %1 are listed.").arg(shown);
+  lblCheck->setText(count);
+  if (shown == 0) return;
+  lstFindings->setFocus();
+  lstFindings->setCurrentRow(findings_);
+  GoToLineOf(findings_);
+}
+
+void frmViewMacro::GoToLineOf(int row) {
+  const QListWidgetItem* const item = lstFindings->item(row);
+  const int line = item == nullptr ? 0 : item->data(Qt::UserRole).toInt();
+  if (line < 1) return;
+  QTextCursor cursor(txtMacro->document()->findBlockByNumber(line - 1));
+  cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+  txtMacro->setTextCursor(cursor);
+  txtMacro->centerCursor();
 }
 
 }  // namespace quorvex

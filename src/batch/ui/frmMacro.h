@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 
+#include "batch/MacroCheck.h"
 #include "batch/MacroWriter.h"
 
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
@@ -73,12 +76,24 @@ class frmMacro : public QDialog {
   QListWidget* lstSource;
 };
 
-// A macro as it would be exported, and what was found in it.
+// A macro as it would be exported, and what was found in it. What a run of it would stumble over is looked for when the
+// user asks, since that goes over all files that it names.
 class frmViewMacro : public QDialog {
   Q_OBJECT
 
  public:
-  frmViewMacro(QWidget* parent, const std::string& macro, const MacroFindings& findings);
+  frmViewMacro(QWidget* parent, const std::string& macro, const MacroFindings& findings,
+               std::function<MacroCheck()> check);
+
+ private:
+  void cmdCheck_clicked();
+  void GoToLineOf(int row);
+
+  const std::function<MacroCheck()> check_;
+  const int findings_;  // the first rows of the list, which are the editor's
+  QPlainTextEdit* txtMacro;
+  QListWidget* lstFindings;
+  QLabel* lblCheck;
 };
 
 }  // namespace quorvex
