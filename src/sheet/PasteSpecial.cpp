@@ -50,9 +50,10 @@ TextSize FilledSizeOf(std::string_view text) {
   return size;
 }
 
-// The parser knows the locale's numbers. In a sheet a date is a number too, and so is one with a point from a program
-// that speaks no locale.
+// The parser knows the locale's numbers. In a sheet a date is a number too, whose column tells its order, and so is a
+// number with a point from a program that speaks no locale.
 void ReadOtherNumbers(Block& block, const LocaleText& locale) {
+  const ColumnDates dates(block.Cells, locale);
   for (std::size_t col = 1; col <= block.Cols; ++col) {
     DateForm form;
     bool otherNumbers = false;
@@ -61,7 +62,7 @@ void ReadOtherNumbers(Block& block, const LocaleText& locale) {
       otherNumbers |= !std::isnan(cell);
       if (!GridCells::IsText(cell)) continue;
       const std::string& text = block.Cells.TextBehind(cell);
-      const auto entry = ReadCellEntry(text, locale);
+      const auto entry = ReadCellEntry(text, dates.LocaleOf(col));
       const auto value = entry ? entry->Value : NumericText(text);
       if (!value) continue;
       block.Cells.SetGridCellNumber(row, col, *value);
@@ -103,11 +104,11 @@ Block ReadBlock(std::string_view text, const LocaleText& locale, CellOrder order
   Block block{
       std::move(parsed.Cells), parsed.Rows, std::min(format.ColumnLimit, SizeOf(text, format.LineLimit).Cells), {}};
   if (order == CellOrder::Rotated) block = {Rotated(block.Cells, block.Rows, block.Cols), block.Cols, block.Rows, {}};
-  ReadOtherNumbers(block, locale);
   return block;
 }
 
-// Numbers with decimal commas would come into the sheet as texts. The first row may be headings.
+// Numbers with decimal commas would come into the sheet as texts. The first row may be headings. To be offered before
+// dates are read: a time of day is a number with decimals, which tells nothing of commas.
 void OfferDecimalCommas(Block& block, const SheetEdit& edit) {
   if (edit.Locale.DecimalSeparator != '.') return;
   for (const std::size_t first : {1, 2}) {
@@ -161,6 +162,7 @@ bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, st
   Block block = ReadBlock(text, edit.Locale, order, rows + 1, cols);
   if (block.Rows == 0 || block.Cols == 0) return false;
   OfferDecimalCommas(block, edit);
+  ReadOtherNumbers(block, edit.Locale);
   const bool named = FirstRowIsHeadings(block.Cells) && edit.User.Ask(kHeadingsQuestion);
   const std::vector<std::string> names = named ? TakeFirstRow(block) : std::vector<std::string>();
   block.Rows = std::min(block.Rows, rows);

@@ -18,8 +18,8 @@ std::string ClipboardText(const DataSheet& sheet, const CellRange& range, const 
 // snapshot `label` of the cells that this overwrites; empty cells empty what they meet. Numbers may have a decimal
 // point or the locale's separator, a date becomes its day, shown as one where TypeInCell would show it, and anything
 // else a text. What would lie outside the sheet's columns or 65,536 rows is left out. False where nothing lies inside.
-// Where the locale has a point, it asks whether to read numbers with decimal commas, which fill a column; then whether a
-// first row of headings is to name the columns. It says once how many cells are texts and what was left out.
+// Where the locale has a point, it asks whether to read numbers with decimal commas, which fill a column; then whether
+// a first row of headings is to name the columns. It says once how many cells are texts and what was left out.
 bool PasteText(const SheetEdit& edit, std::string_view text, std::size_t row, std::size_t col, CellOrder order,
                const UndoLabel& label);
 

@@ -259,14 +259,48 @@ TEST(EditCommands, CopyAndPasteDatesToTheBit) {
           EXPECT_EQ(other.Sheet.Cells.Cell(row, col), sheet.Sheet.Cells.Cell(row, col)) << pattern << board.Held;
     }
   }
-  EditedSheet sheet("-");
-  sheet.Locale = german;
-  RecordingClipboard board;
-  board.Held = "Tag\t1,5\n22.11.2026\t10:30\n23.11.2026 10:30\t11:00\n";
-  EXPECT_TRUE(EditPaste(sheet.With({{1, 1, 1, 1}}), board));
-  EXPECT_EQ(sheet.Cells(), "Tag 1.5\n46348 0.4375\n46349.4375 0.458333333333333\n");
-  EXPECT_EQ(sheet.Sheet.Formats[0].NumberFormat, "dd.mm.yyyy hh:mm");
-  EXPECT_EQ(sheet.Sheet.Formats[1].NumberFormat, "General");  // which holds another number
+}
+
+TEST(EditCommands, PasteReadsTheDatesOfAColumnAlike) {
+  const LocaleText german{',', ';', '.', '.', ':', DateOrder::DayFirst};
+  const struct {
+    const char* text;
+    LocaleText locale;
+    const char* cells;
+    const char* patterns[2];
+    std::vector<std::string> said = {};
+  } kCases[] = {
+      // A column that holds another number isn't shown as dates.
+      {"Tag\t1,5\n22.11.2026\t10:30\n23.11.2026 10:30\t11:00\n",
+       german,
+       "Tag 1.5\n46348 0.4375\n46349.4375 0.458333333333333\n",
+       {"dd.mm.yyyy hh:mm", "General"},
+       {"inform: 1 cell is no number: 'Tag' in X:1."}},
+      // The 13th tells the order of the 3rd.
+      {"03/04/2026\t1\n13/04/2026\t2\n", LocaleText(), "46115 1\n46125 2\n", {"dd/mm/yyyy", "General"}},
+      {"03/04/2026\t1\n03/05/2026\t2\n", LocaleText(), "46085 1\n46086 2\n", {"mm/dd/yyyy", "General"}},
+      {"22.11.2026\t1\n", LocaleText(), "46348 1\n", {"dd.mm.yyyy", "General"}},
+      {"11/22/2026\t1\n", german, "46348 1\n", {"mm/dd/yyyy", "General"}},
+      // Times have decimals of their own.
+      {"Tag\tTemp\n22.11.2026 10:30\t1,5\n23.11.2026 12:00\t2\n",
+       LocaleText(),
+       "46348.4375 1.5\n46349.5 2\n",
+       {"dd.mm.yyyy hh:mm", "General"},
+       {"ask: The numbers have decimal commas: 1,5. Read them as numbers?",
+        "ask: The first row holds headings. Use them as column names?"}},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.text);
+    EditedSheet sheet("-");
+    sheet.Locale = c.locale;
+    RecordingClipboard board;
+    board.Held = c.text;
+    EXPECT_TRUE(EditPaste(sheet.With({{1, 1, 1, 1}}), board));
+    EXPECT_EQ(sheet.Cells(), c.cells);
+    for (const std::size_t col : {0u, 1u}) EXPECT_EQ(sheet.Sheet.Formats[col].NumberFormat, c.patterns[col]);
+    EXPECT_EQ(sheet.User.Said, c.said);
+    EXPECT_EQ(sheet.Undo.size(), 1u);
+  }
 }
 
 TEST(TypeInCell, RefusesAnythingElse) {
