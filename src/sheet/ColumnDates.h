@@ -37,9 +37,9 @@ void NumberDates(GridCells& cells, const LocaleText& locale);
 // The number patterns that columns of the sheet get from dates that come into them: columns counted from 1.
 using ColumnPatterns = std::vector<std::pair<std::size_t, std::string>>;
 
-// Whether a column takes the pattern of dates that come into the rows of `range`: nobody gave it another one, and no
-// number outside those rows would be shown as a date.
-bool TakesDatePattern(const DataSheet& sheet, std::size_t col, std::size_t firstRow, std::size_t lastRow);
+// Whether a column takes the pattern of dates that come into these rows, or in place of texts: nobody gave it another
+// one, and no number outside those rows would be shown as a date.
+bool TakesDatePattern(const DataSheet& sheet, std::size_t col, std::size_t firstRow = 0, std::size_t lastRow = 0);
 
 // Gives columns these patterns, and the width for them; those that somebody gave a pattern for numbers keep it.
 void SetPatterns(DataSheet& sheet, const ColumnPatterns& patterns);

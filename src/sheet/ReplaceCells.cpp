@@ -6,6 +6,7 @@
 
 #include "core/NumberText.h"
 #include "sheet/CellEntry.h"
+#include "sheet/ColumnDates.h"
 #include "sheet/IncomingCells.h"
 #include "sheet/ParseDelimitedLines.h"
 
@@ -17,22 +18,44 @@ struct NewCell {
   CellPlace Place;
   std::optional<double> Value;
   std::string Text;
+  std::optional<DateForm> Date = {};  // of a value that was written as one
 };
 
 // What the cell becomes by that text; nothing for a number that would be none.
 std::optional<NewCell> Become(const SheetEdit& edit, CellPlace place, const std::string& text) {
-  if (const auto entry = ReadCellEntry(text, edit.Locale)) return NewCell{place, entry->Value, ""};
+  if (const auto entry = ReadCellEntry(text, edit.Locale)) return NewCell{place, entry->Value, "", entry->Date};
   if (!GridCells::IsText(edit.Sheet.Cells.Cell(place.Row, place.Col))) return std::nullopt;
   return NewCell{place, std::nullopt, CutCellText(text)};
 }
 
+// The patterns of the columns without numbers that get dates and nothing else.
+ColumnPatterns DatePatterns(const DataSheet& sheet, const std::vector<NewCell>& changes) {
+  ColumnPatterns patterns;
+  for (std::size_t col = 1; col <= sheet.ColumnCount(); ++col) {
+    DateForm form;
+    bool otherNumbers = !TakesDatePattern(sheet, col);
+    for (const NewCell& change : changes) {
+      if (change.Place.Col != col) continue;
+      if (change.Date)
+        form.Join(*change.Date);
+      else
+        otherNumbers |= change.Value.has_value();
+    }
+    if (const std::string pattern = form.Pattern(); !otherNumbers && !pattern.empty())
+      patterns.emplace_back(col, pattern);
+  }
+  return patterns;
+}
+
 void Store(const SheetEdit& edit, const std::vector<NewCell>& changes) {
   CellRange extent{kMostSheetRows, kMostSheetRows, 1, 1};
-  for (const auto& [place, value, text] : changes)
-    extent = {std::min(extent.FirstRow, place.Row), std::min(extent.FirstCol, place.Col),
-              std::max(extent.LastRow, place.Row), std::max(extent.LastCol, place.Col)};
-  edit.PushUndo(UndoOperation::Replace, extent);
-  for (const auto& [place, value, text] : changes)
+  for (const NewCell& change : changes)
+    extent = {std::min(extent.FirstRow, change.Place.Row), std::min(extent.FirstCol, change.Place.Col),
+              std::max(extent.LastRow, change.Place.Row), std::max(extent.LastCol, change.Place.Col)};
+  const ColumnPatterns patterns = DatePatterns(edit.Sheet, changes);
+  edit.PushUndo(UndoLabel(UndoOperation::Replace).WithPatterns(!patterns.empty()), extent);
+  SetPatterns(edit.Sheet, patterns);
+  for (const auto& [place, value, text, date] : changes)
     value ? edit.Sheet.Cells.SetGridCellNumber(place.Row, place.Col, *value)
           : edit.Sheet.Cells.SetGridCellText(place.Row, place.Col, text);
 }

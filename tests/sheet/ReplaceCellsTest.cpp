@@ -71,6 +71,28 @@ TEST(ReplaceCells, ReplacesInNumbersAndTextsInOneStep) {
   }
 }
 
+TEST(ReplaceCells, ShowsTheDatesThatItMakes) {
+  const struct {
+    const char *before, *pattern;
+    ReplaceCells replace;
+    const char *after, *patternAfter;
+  } kCases[] = {
+      {"2026-11-22x 1\nNA 2", "General", {{"x", false, kRows}, ""}, "46348 1\nNA 2\n", "yyyy-mm-dd"},
+      {"2026_11_22 1\n2026_11_23 2", "General", {{"_", false, kRows}, "-"}, "46348 1\n46349 2\n", "yyyy-mm-dd"},
+      {"2026_11_22 1\n7 2", "General", {{"_", false, kRows}, "-"}, "46348 1\n7 2\n", "General"},
+      {"46348 1\n46349 2", "yyyy-mm-dd", {{"2026", false, kRows}, "2027"}, "46713 1\n46714 2\n", "yyyy-mm-dd"},
+      {"46348 1\n46349 2", "yyyy-mm-dd", {{"2026", false, kRows}, "x"}, "46348 1\n46349 2\n", "yyyy-mm-dd"},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.before);
+    EditedSheet sheet(c.before);
+    sheet.Sheet.Formats[0].NumberFormat = c.pattern;
+    c.replace.ReplaceAll(sheet.WithAll(), false);
+    EXPECT_EQ(sheet.Cells(), c.after);
+    EXPECT_EQ(sheet.Sheet.Formats[0].NumberFormat, c.patternAfter);
+  }
+}
+
 TEST(ReplaceCells, FindsAnEntireCellByWhatIsShownToo) {
   EditedSheet sheet("0.12345 1");
   sheet.Sheet.Formats[0].NumberFormat = "0.00";
