@@ -12,6 +12,7 @@
 #include "import/UnitNames.h"
 #include "sheet/CellEntry.h"
 #include "sheet/DecimalCommas.h"
+#include "sheet/IncomingCells.h"
 #include "sheet/ParseDelimitedLines.h"
 
 namespace quorvex {
@@ -84,10 +85,8 @@ DateOrderQuestion DataImport::AskDateOrder(const LocaleText& locale) const {
   return {};
 }
 
-TextCells DataImport::TextsToImport(const LocaleText& locale) {
-  TextCells texts = FindTextCells(cells_, StartRow(locale), Marker(), Columns, Dates(locale));
-  toldTexts_ = texts.Count;
-  return texts;
+TextCells DataImport::TextsToImport(const LocaleText& locale) const {
+  return FindTextCells(cells_, StartRow(locale), Marker(), Columns, Dates(locale));
 }
 
 std::optional<DataImport::OtherReading> DataImport::DecimalCommaOffer(const std::string& example) {
@@ -141,8 +140,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
       edit.User.Inform("The file contains too many data points. Only 65,536 data points will be imported.");
       rowCount = kMostSheetRows;
     }
-    ColumnPatterns patterns;
-    const TextCells texts = ReadTexts(*rows, rowCount, edit.Locale, patterns);
+    const ColumnPatterns patterns = ReadTexts(*rows, rowCount, edit.Locale);
     // Here and not before: an import that was refused leaves no step to undo.
     edit.PushUndo(UndoOperation::Import, edit.WholeSheet());
     Columns.MoveInto(*rows, rowCount, edit.Sheet);
@@ -151,7 +149,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
       ReadHeadings(edit.Locale);
       NameVariables(edit.Sheet);
     }
-    if (texts.Count > toldTexts_) edit.User.Inform(texts.Sentence());
+    if (const std::string texts = TextSummary(edit.Sheet, rowCount); !texts.empty()) edit.User.Inform(texts);
     return ImportOutcome::Imported;
   } catch (const std::bad_alloc&) {
     edit.User.Refuse(ImportFailure(Source, "").Message);
@@ -159,9 +157,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
   }
 }
 
-TextCells DataImport::ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale,
-                                ColumnPatterns& patterns) const {
-  TextCells texts;
+ColumnPatterns DataImport::ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const {
   const ColumnDates dates = Dates(rows, locale);
   std::vector<DateForm> forms(rows.GridLastCol());
   std::vector<bool> otherNumbers(rows.GridLastCol());
@@ -180,18 +176,24 @@ TextCells DataImport::ReadTexts(GridCells& rows, std::size_t count, const Locale
         }
       } else if (ckTextMissing) {
         rows.ClearCell(row, col);
-      } else {
-        texts.Add(rows.TextBehind(cell));
       }
     }
   }
+  ColumnPatterns patterns;
   for (std::size_t v = 1; v <= Columns.lstHeaders().size(); ++v) {
     const std::size_t col = Columns.ColumnOf(v);
     if (col == 0 || col > forms.size()) continue;
     const std::string pattern = otherNumbers[col - 1] ? rows.DatePattern(col) : forms[col - 1].Pattern();
     if (!pattern.empty()) patterns.emplace_back(v, pattern);
   }
-  return texts;
+  return patterns;
+}
+
+std::string DataImport::TextSummary(const DataSheet& sheet, std::size_t rows) const {
+  IncomingCells incoming;
+  for (std::size_t v = 1; v <= sheet.ColumnCount(); ++v)
+    if (Columns.ColumnOf(v) != 0) incoming.CountTexts(sheet, {1, v, rows, v});
+  return incoming.Summary(sheet);
 }
 
 bool DataImport::IsBlank(std::size_t line) const {

@@ -72,7 +72,7 @@ class DataImport {
 
   // The cells of the chosen columns that would come into the sheet as texts: of all lines that the sheet has room for,
   // or of a preview's where the source isn't at hand.
-  TextCells TextsToImport(const LocaleText& locale);
+  TextCells TextsToImport(const LocaleText& locale) const;
 
   // How the columns write their dates.
   ColumnDates Dates(const LocaleText& locale) const { return Dates(cells_, locale); }
@@ -107,7 +107,7 @@ class DataImport {
   // 1, the assigned columns replaced, the others as they were. A text that a typed cell would take is the value that
   // the cell would have; dates are in the order that their column tells, and a column of them is shown as dates. Says
   // what is wrong and whether rows are left out. While the source is read the user can cancel, which changes nothing
-  // and stays. Texts that TextsToImport hasn't counted are told.
+  // and stays. At last it tells which cells have come in as texts.
   ImportOutcome Finish(const SheetEdit& edit);
 
  protected:
@@ -141,11 +141,12 @@ class DataImport {
   // Names the variables after the columns they have, where those have a name.
   void NameVariables(DataSheet& sheet) const;
   // Makes numbers of the texts that are typed ones, and of the others empty cells where those are to be left out.
-  // Returns the others, and the patterns of the variables that are dates.
-  TextCells ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale, ColumnPatterns& patterns) const;
+  // Returns the patterns of the variables that are dates.
+  ColumnPatterns ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const;
+  // "" where all cells of the first rows, which have come in, are numbers.
+  std::string TextSummary(const DataSheet& sheet, std::size_t rows) const;
 
-  GridCells cells_;            // as Preview has read them, and behind those as many lines as are at hand
-  std::size_t toldTexts_ = 0;  // how many the user has heard of
+  GridCells cells_;  // as Preview has read them, and behind those as many lines as are at hand
 };
 
 }  // namespace quorvex

@@ -4,23 +4,10 @@
 #include <string_view>
 
 #include "core/NumberText.h"
-#include "core/TextEncoding.h"
 #include "sheet/CellEntry.h"
+#include "sheet/IncomingCells.h"
 
 namespace quorvex {
-namespace {
-
-// A text that is long for a sentence is cut.
-std::string Shortened(std::string_view text) {
-  constexpr std::size_t kMost = 20;
-  std::size_t characters = 0;
-  for (std::size_t i = 0; i < text.size(); i += std::max<std::size_t>(Utf8Length(text.substr(i)), 1))
-    if (characters++ == kMost) return std::string(text.substr(0, i)) + "...";
-  return std::string(text);
-}
-
-}  // namespace
-
 std::string EndOfSentence(std::string_view text) {
   const std::string shortened = Shortened(text);
   return shortened.ends_with('.') ? shortened : shortened + '.';

@@ -34,7 +34,8 @@ bool FirstRowIsHeadings(const GridCells& cells) {
 void IncomingCells::CountTexts(const DataSheet& sheet, const CellRange& range) {
   for (std::size_t row = range.FirstRow; row <= range.LastRow; ++row)
     for (std::size_t col = range.FirstCol; col <= range.LastCol; ++col)
-      if (GridCells::IsText(sheet.Cells.Cell(row, col)) && ++Texts == 1) FirstText = {row, col};
+      if (GridCells::IsText(sheet.Cells.Cell(row, col)) && (++Texts == 1 || row < FirstText.Row))
+        FirstText = {row, col};
 }
 
 std::string IncomingCells::Summary(const DataSheet& sheet) const {
@@ -56,10 +57,13 @@ std::string IncomingCells::Summary(const DataSheet& sheet) const {
   return summary;
 }
 
-std::string QuotedCell(const std::string& text) {
+std::string Shortened(std::string_view text) {
   constexpr std::size_t kMost = 20;
-  const std::string shown = FirstCharacters(Trim(text), kMost);
-  return "'" + shown + (shown.size() < Trim(text).size() ? "..." : "") + "'";
+  text = Trim(text);
+  const std::string shown = FirstCharacters(text, kMost);
+  return shown.size() < text.size() ? shown + "..." : shown;
 }
+
+std::string QuotedCell(const std::string& text) { return "'" + Shortened(text) + "'"; }
 
 }  // namespace quorvex

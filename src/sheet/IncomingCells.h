@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "sheet/CellRange.h"
 #include "sheet/DataSheet.h"
@@ -18,10 +19,10 @@ bool FirstRowIsHeadings(const GridCells& cells);
 // What came into a sheet, from a clipboard or a file, otherwise than the source has it.
 struct IncomingCells {
   std::size_t Texts = 0;                          // cells that are no numbers
-  CellPlace FirstText;                            // the first of them, row by row
+  CellPlace FirstText;                            // the first of them, by rows
   std::size_t ColumnsBeyond = 0, RowsBeyond = 0;  // left out, behind the sheet's last column and row
 
-  // Counts the texts in the range, where the cells have just come to.
+  // Counts the texts in the range, where the cells have just come to, which may be one of several.
   void CountTexts(const DataSheet& sheet, const CellRange& range);
 
   // All that in one text for the user: "3 cells are no numbers, the first of them 'NA' in Ozone:5. 2 columns beyond the
@@ -29,7 +30,10 @@ struct IncomingCells {
   std::string Summary(const DataSheet& sheet) const;
 };
 
-// A text as a sentence quotes it: between apostrophes, a long one cut.
+// A text as a part of a sentence: a long one cut.
+std::string Shortened(std::string_view text);
+
+// A text as a sentence quotes it: that between apostrophes.
 std::string QuotedCell(const std::string& text);
 
 }  // namespace quorvex

@@ -37,7 +37,7 @@ constexpr const char* kStartBehindEnd =
     "refuse: The start row you specified is larger than the number of lines in the file.";
 constexpr const char* kTooManyRows =
     "inform: The file contains too many data points. Only 65,536 data points will be imported.";
-constexpr const char* kTwoTexts = "inform: 2 cells are text: x, y.";
+constexpr const char* kTwoTexts = "inform: 2 cells are no numbers, the first of them 'x' in X:1.";
 constexpr const char* kSomeUnassignedOfDatabase =
     "ask: You did not assign columns to all variables, so there will be no data imported to them. Do you want to "
     "continue?";
@@ -474,12 +474,12 @@ TEST(DataImport, CountsTheTextsThatItWouldImport) {
     EXPECT_EQ(
         FindTextCells(desk.Sheet.Cells, 1, "", ColumnAssignment(desk.Sheet), {desk.Sheet.Cells, desk.Locale}).Count, 0);
   }
-  // What nobody has heard of is told with the import.
+  // What has come in as a text is told with the import.
   Desk desk;
   const auto import = desk.OpenText(few);
   for (const std::size_t i : {1, 2}) import->Columns.Assign(i, i);
   EXPECT_EQ(import->Finish(desk.Edit()), ImportOutcome::Imported);
-  EXPECT_EQ(desk.User.Said, Texts{"inform: 5 cells are text: x, y, NA and others."});
+  EXPECT_EQ(desk.User.Said, Texts{"inform: 5 cells are no numbers, the first of them 'x' in X:1."});
 }
 
 TEST(TextImport, ChecksInItsOrder) {
