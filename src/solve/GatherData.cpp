@@ -9,6 +9,15 @@
 #include "sheet/LoadGridData.h"
 
 namespace quorvex {
+namespace {
+
+// "Row 5, column 'Ozone'"
+std::string FirstLeftOutText(const GatheredData& data, const DataSheet& sheet) {
+  const auto [row, col] = data.FirstLeftOut;
+  return "Row " + std::to_string(row) + ", column '" + sheet.Headers[col - 1] + "'";
+}
+
+}  // namespace
 
 GatheredData GatherData(const DataSheet& sheet, PointOrder order) {
   const bool ofSheet = order == PointOrder::OfSheet;
@@ -41,8 +50,7 @@ GatheredData GatherData(const DataSheet& sheet, PointOrder order) {
 std::string TextRowsText(const GatheredData& data, const DataSheet& sheet) {
   if (data.TextRows == 0) return "";
   const auto [row, col] = data.FirstLeftOut;
-  return "Row " + std::to_string(row) + ", column '" + sheet.Headers[col - 1] +
-         "': " + QuotedCell(sheet.Cells.GridCellText(row, col)) + " is not a number. " +
+  return FirstLeftOutText(data, sheet) + ": " + QuotedCell(sheet.Cells.GridCellText(row, col)) + " is not a number. " +
          std::to_string(data.TextCells) + (data.TextCells == 1 ? " cell in " : " cells in ") +
          std::to_string(data.TextRows) + (data.TextRows == 1 ? " row" : " rows") + " of the data " +
          (data.TextCells == 1 ? "is no number." : "are no numbers.");
@@ -59,7 +67,8 @@ bool MayLeaveOut(const GatheredData& data, const DataSheet& sheet, const Setting
       std::to_string(missing) +
       (missing == 1 ? " row of the data is incomplete and is" : " rows of the data are incomplete and are") +
       " left out of the solution. ";
-  if (data.TextRows == 0) return user.Ask(incomplete + "Do you want to continue?");
+  if (data.TextRows == 0)
+    return user.Ask(FirstLeftOutText(data, sheet) + " is empty. " + incomplete + "Do you want to continue?");
   return user.Ask(TextRowsText(data, sheet) + " " + (missing > 0 ? incomplete : "") + "Do you want to leave " +
                   (data.TextRows == 1 ? "this row" : "these rows") + " out?");
 }

@@ -22,7 +22,7 @@ struct GatheredData {
   std::size_t IncompleteRows = 0;  // rows with some X or Y, left out
   std::size_t TextRows = 0;        // those among them that have all X and Y, but a text
   std::size_t TextCells = 0;       // the texts in those
-  CellPlace FirstLeftOut = {};          // the first text, or without one the first cell that is missing
+  CellPlace FirstLeftOut = {};     // the first text, or without one the first cell that is missing
 };
 
 // Costs a copy of the cells.

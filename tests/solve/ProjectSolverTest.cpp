@@ -11,8 +11,9 @@ namespace {
 using Said = std::vector<std::string>;
 
 const std::string kFewPoints = "refuse: You need at least 3 data points in order to obtain a solution.";
-const std::string kMissingOne =
-    "ask: 1 row of the data is incomplete and is left out of the solution. Do you want to continue?";
+const std::string kMissingOne = "1 row of the data is incomplete and is left out of the solution. ";
+const std::string kMissingX = "ask: Row 2, column 'X' is empty. " + kMissingOne + "Do you want to continue?";
+const std::string kMissingY = "ask: Row 2, column 'Y' is empty. " + kMissingOne + "Do you want to continue?";
 
 TEST(SolveRegression, ChecksTheDataInOrder) {
   const std::string kText = "Row 3, column 'Y': 'n/a' is not a number. 1 cell in 1 row of the data is no number. ";
@@ -28,8 +29,8 @@ TEST(SolveRegression, ChecksTheDataInOrder) {
       {"complete", [](GridCells&) {}, true},
       {"two rows", [](GridCells& c) { c.GridDeleteRows(3, 6); }, false, {kFewPoints}},
       {"two complete of three", [](GridCells& c) { c.GridDeleteRows(4, 5), c.ClearCell(2, 2); }, false, {kFewPoints}},
-      {"incomplete, goes on", [](GridCells& c) { c.ClearCell(2, 2); }, true, {kMissingOne}},
-      {"incomplete, stops", [](GridCells& c) { c.ClearCell(2, 1); }, false, {kMissingOne}, false},
+      {"incomplete, goes on", [](GridCells& c) { c.ClearCell(2, 2); }, true, {kMissingY}},
+      {"incomplete, stops", [](GridCells& c) { c.ClearCell(2, 1); }, false, {kMissingX}, false},
       {"incomplete, no warning", [](GridCells& c) { c.ClearCell(2, 1); }, true, {}, false, "0"},
       {"blank row", [](GridCells& c) { c.ClearCell(2, 1), c.ClearCell(2, 2); }, true, {}, false},
       {"a text, goes on",
@@ -44,8 +45,7 @@ TEST(SolveRegression, ChecksTheDataInOrder) {
          c.ClearCell(2, 2);
        },
        false,
-       {"ask: " + kTexts +
-        "1 row of the data is incomplete and is left out of the solution. Do you want to leave these rows out?"},
+       {"ask: " + kTexts + kMissingOne + "Do you want to leave these rows out?"},
        false},
       {"texts in all but two rows",
        [](GridCells& c) { c.GridDeleteRows(4, 5), c.SetGridCellText(3, 2, "n/a"); },
@@ -78,7 +78,7 @@ TEST(SolveRegression, CountsARowThatLacksYAndSomeXAsIncomplete) {
   p.Document.Sheet.Cells.SetGridCellNumber(5, 2, 7);
   p.User.Answer = false;
   p.Solver.SolveRegression();
-  EXPECT_EQ(p.User.Said, Said{kMissingOne});
+  EXPECT_EQ(p.User.Said, Said{"ask: Row 5, column 'X1' is empty. " + kMissingOne + "Do you want to continue?"});
 }
 
 TEST(SolveRegression, WeighsByTheStandardDeviations) {
