@@ -21,7 +21,7 @@ bool HasNameOfData(const std::string& fileName) {
   std::istringstream patterns(kDataFiles);
   for (std::string pattern; patterns >> pattern;)
     if (ToLower(fileName).ends_with(pattern.substr(1))) return true;
-  return false;
+  return ToLower(fileName).ends_with(".xls");  // no such file is read, and the import tells what to save it as
 }
 
 }  // namespace

@@ -19,6 +19,7 @@ TEST(HowToOpen, GoesByWhatTheFileHolds) {
       folder.Write("a.plt", "\"B_HEADER\"\r\n\"    Quorvex:  Version 9.0 Plot\"\r\n\"filetype=2d\"\r\n\"x\"\r\n");
   const std::string data = folder.Write("a.qvx", "1 2\n3 4\n");
   const std::string plain = folder.Write("a.CSV", "1 2\n3 4\n");
+  const std::string old = folder.Write("a.xls", "\xD0\xCF\x11\xE0");
   const auto unknown = [](const std::string& name) {
     return "refuse: Could not obtain file description for '" + name + "'.";
   };
@@ -33,6 +34,7 @@ TEST(HowToOpen, GoesByWhatTheFileHolds) {
       {data, NamedBy::User, OpenAs::Data, ""},
       {plain, NamedBy::User, OpenAs::Data, ""},
       {plain, NamedBy::CommandLine, OpenAs::Data, ""},
+      {old, NamedBy::CommandLine, OpenAs::Data, ""},
       {data, NamedBy::CommandLine, OpenAs::DataOfAKind,
        "refuse: The command line argument file name '" + data +
            "' does not have a Quorvex extension. Please specify a new project type, then the file can be imported."},
