@@ -126,7 +126,13 @@ void quorvexWindow::Run(const SheetCommand& command) {
     editor_.Edit.Selection.push_back(
         {static_cast<std::size_t>(range.top()) + 1, static_cast<std::size_t>(range.left()) + 1,
          static_cast<std::size_t>(range.bottom()) + 1, static_cast<std::size_t>(range.right()) + 1});
-  if (command(editor_.Edit)) Refresh();
+  SheetEdit edit = editor_.Edit;
+  // What a command tells of its change is read with the change in sight.
+  edit.PushUndo = [this](const UndoLabel& label, const CellRange& extent) {
+    editor_.Edit.PushUndo(label, extent);
+    QMetaObject::invokeMethod(this, &quorvexWindow::Refresh, Qt::QueuedConnection);
+  };
+  if (command(edit)) Refresh();
 }
 
 void quorvexWindow::EditUndo(int steps) {
