@@ -9,6 +9,7 @@
 #include "import/spreadsheet/SpreadsheetImport.h"
 #include "import/ui/frmDataBase.h"
 #include "import/ui/frmImport.h"
+#include "project/ChangeColumns.h"
 
 namespace quorvex {
 namespace {
@@ -26,20 +27,27 @@ QString ChooseDataFile(quorvexWindow& window) {
   return file.value_or(QString());
 }
 
-// Lets `show` fill the sheet. That of a fresh project may become one of another kind on the way, which is another fresh
-// project.
+// Lets `show` fill the sheet. An empty one may become one of another kind on the way: a fresh project gives way to
+// another fresh one, and that of any other project gets the columns in the same step.
 bool Import(quorvexWindow& window, const SheetEdit& edit,
             const std::function<bool(const SheetEdit& edit, ForSheet sheet)>& show) {
-  if (!window.Document().IsFresh()) return show(edit, ForSheet::InUse);
+  if (edit.Sheet.Cells.GridLastRow() > 0) return show(edit, ForSheet::InUse);
   DataSheet sheet = edit.Sheet;
-  if (!show({sheet, edit.Locale, edit.User, {}, [](const UndoLabel&, const CellRange&) {}}, ForSheet::NewOfKind))
-    return false;
-  if (sheet.IndependentVariables != edit.Sheet.IndependentVariables ||
-      sheet.HasStandardDeviation != edit.Sheet.HasStandardDeviation) {
+  const auto withoutUndo = [&](DataSheet& target) {
+    return SheetEdit{target, edit.Locale, edit.User, {}, [](const UndoLabel&, const CellRange&) {}};
+  };
+  if (!show(withoutUndo(sheet), ForSheet::NewOfKind)) return false;
+  const ProjectKind kind{sheet.IndependentVariables, sheet.HasStandardDeviation};
+  if (kind == ProjectKind{edit.Sheet.IndependentVariables, edit.Sheet.HasStandardDeviation}) {
+    TakeImported(std::move(sheet), edit);
+    return true;
+  }
+  if (window.Document().IsFresh()) {
     emit window.ImportedAsOtherKind(sheet);
     return false;
   }
-  TakeImported(std::move(sheet), edit);
+  if (!ChangeColumns(window.Document(), edit, kind, {UndoOperation::ChangeColumns, "and Import"})) return false;
+  TakeImported(std::move(sheet), withoutUndo(edit.Sheet));
   return true;
 }
 

@@ -62,7 +62,7 @@ std::vector<std::string> Losses(const Project& project, const ProjectKind& kind)
 
 }  // namespace
 
-bool ChangeColumns(Project& project, const SheetEdit& edit, const ProjectKind& kind) {
+bool ChangeColumns(Project& project, const SheetEdit& edit, const ProjectKind& kind, const UndoLabel& label) {
   const DataSheet& sheet = project.Sheet;
   const std::size_t variables = sheet.IndependentVariables;
   if (kind == ProjectKind{variables, sheet.HasStandardDeviation}) return false;
@@ -73,7 +73,7 @@ bool ChangeColumns(Project& project, const SheetEdit& edit, const ProjectKind& k
   if (!lost.empty() &&
       !edit.User.Ask("This takes away " + lost + ". Undo brings that back. Do you want to continue?"))
     return false;
-  edit.PushUndo(UndoOperation::ChangeColumns, edit.WholeSheet());
+  edit.PushUndo(label, edit.WholeSheet());
   project.Sheet = Rearranged(std::move(project.Sheet), kind);
   if (kind.IndependentVariables == variables) return true;
   project.Models = {};

@@ -12,6 +12,7 @@ namespace quorvex {
 // user's models, and the catalogue is that of the new number.
 //
 // What would be lost is told first, and the user asked. False where they don't want that, or the columns are there.
-bool ChangeColumns(Project& project, const SheetEdit& edit, const ProjectKind& kind);
+bool ChangeColumns(Project& project, const SheetEdit& edit, const ProjectKind& kind,
+                   const UndoLabel& label = UndoOperation::ChangeColumns);
 
 }  // namespace quorvex
