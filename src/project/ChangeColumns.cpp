@@ -13,7 +13,8 @@ namespace {
 // Where each column of the sheet goes, counted from 1; 0 for one that is taken away.
 std::vector<std::size_t> Targets(const DataSheet& sheet, const ProjectKind& kind) {
   std::vector<std::size_t> targets;
-  for (std::size_t x = 1; x <= sheet.IndependentVariables; ++x) targets.push_back(x <= kind.IndependentVariables ? x : 0);
+  for (std::size_t x = 1; x <= sheet.IndependentVariables; ++x)
+    targets.push_back(x <= kind.IndependentVariables ? x : 0);
   targets.push_back(kind.IndependentVariables + 1);
   if (sheet.HasStandardDeviation) targets.push_back(kind.HasStandardDeviation ? kind.IndependentVariables + 2 : 0);
   return targets;
@@ -70,8 +71,7 @@ bool ChangeColumns(Project& project, const SheetEdit& edit, const ProjectKind& k
   const std::vector<std::string> losses = Losses(project, kind);
   for (std::size_t i = 0; i < losses.size(); ++i)
     lost += (i == 0 ? "" : i + 1 < losses.size() ? ", " : " and ") + losses[i];
-  if (!lost.empty() &&
-      !edit.User.Ask("This takes away " + lost + ". Undo brings that back. Do you want to continue?"))
+  if (!lost.empty() && !edit.User.Ask("This takes away " + lost + ". Undo brings that back. Do you want to continue?"))
     return false;
   edit.PushUndo(label, edit.WholeSheet());
   project.Sheet = Rearranged(std::move(project.Sheet), kind);
