@@ -25,7 +25,7 @@ void TakeCalculator(const Shots& shots) {
   SolveForm form;
   ModelClass& model = *project.Models.Find("a*x+b");
   model.SolveType = 1;  // linear
-  model.Fit(GatherData(project.Sheet)->Points, shots.Run.Preferences, log, form);
+  model.Fit(GatherData(project.Sheet).Points, shots.Run.Preferences, log, form);
   window.Refresh();
   frame.findChild<QAction*>("mnuPlotAll")->trigger();
 

@@ -32,7 +32,7 @@ void TakeNewPlots(const Shots& shots) {
   frame.findChild<QMenu*>("examples")->actions()[1]->trigger();
   quorvexWindow& window = *frame.ActiveProject();
   Project& project = window.Document();
-  const SolveData points = GatherData(project.Sheet)->Points;
+  const SolveData points = GatherData(project.Sheet).Points;
   std::string log;
   SolveForm form;
   for (const char* name : {"a*x+b", "a*x^2+b*x+c", "a+b/x"}) {

@@ -35,7 +35,7 @@ Project SolvedProject(const Settings& settings) {
       MakeUserModel(
           {"Adsorption", {"a*(1-exp(-b*x))"}, "", {{"Value", "250", "Numerical"}, {"Value", "0.0005", "Numerical"}}}, 1,
           {}));
-  const SolveData points = GatherData(project.Sheet)->Points;
+  const SolveData points = GatherData(project.Sheet).Points;
   std::string log;
   SolveForm form;
   for (const char* name : {"Adsorption", "a*x+b", "a*x^2+b*x+c"}) {
