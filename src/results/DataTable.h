@@ -27,6 +27,10 @@ class DataTable : public TextTable {
   std::string Cell(std::size_t row, std::size_t column) const override;
   char DecimalSeparator() const override { return locale_.DecimalSeparator; }
   std::string ColumnHeading(std::size_t column) const override { return headings_[column]; }
+  std::string Widest(std::size_t column) const override {
+    const bool few = column > 0 && patterns_.Digits == NumberPatterns::kWindowDigits;
+    return few ? "-1.234567E-300" : TextTable::Widest(column);
+  }
   bool HasDates(std::size_t column) const override {
     return column > 0 && column <= dates_.size() && !dates_[column - 1].empty();
   }
