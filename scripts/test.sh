@@ -18,3 +18,5 @@ for preset in release sanitize; do
   cmake --build --preset $preset
   ctest --preset $preset -j "$(nproc)"
 done
+# They are taken by hand, but what takes the pictures of the manual is to build all the same.
+cmake --build --preset release -t screenshots plot_pictures
