@@ -11,13 +11,18 @@ void MacroLog::Warn(const std::string& text, std::size_t line) {
 
 void MacroLog::Fault(const std::string& text) {
   Line(text);
+  TellWithoutLog(text);
+}
+
+void MacroLog::TellWithoutLog(const std::string& text) {
   if (Message.empty() && (!enabled_ || setup_.LogSummaryOnly)) Message = text;
 }
 
 void MacroLog::Open(const std::string& path, bool goesOn, const std::string& refusal) {
   enabled_ = true;
-  Check(!refusal.empty() ? kAccessError : goesOn ? file_.Continue(path) : file_.Create(path));
+  path_ = path;
   if (!refusal.empty()) Message = refusal;
+  Check(!refusal.empty() ? kAccessError : goesOn ? file_.Continue(path) : file_.Create(path));
 }
 
 void MacroLog::Flush() {
@@ -57,6 +62,7 @@ void MacroLog::Print() {
 
 void MacroLog::Check(int error) {
   if (error == 0) return;
+  if (Message.empty()) Message = "The log '" + path_ + "' cannot be written. " + FileErrorText(error);
   status_ = FileErrorStatus(kLogFile, error);
   enabled_ = false;
   file_.Close();

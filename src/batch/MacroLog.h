@@ -25,6 +25,8 @@ class MacroLog {
   void Asterisks() { Line("***************************************"); }
   // A line that whoever started the program hears, too, where no log keeps it; the first one only.
   void Fault(const std::string& text);
+  // The same of what the log tells in another way.
+  void TellWithoutLog(const std::string& text);
 
   // Opens its file, anew or to go on behind what is there, or is refused for a reason. Without a call there is none.
   void Open(const std::string& path, bool goesOn, const std::string& refusal);
@@ -49,6 +51,7 @@ class MacroLog {
   const MacroSetup& setup_;
   int& status_;
   TextFile file_;
+  std::string path_;
   bool enabled_ = false;
   // Of the finished runs; there may be a million of them, and few texts.
   struct RunResult {

@@ -416,6 +416,8 @@ bool MacroRun::Write() {
   if (!setup.OutputFile.empty() || setup.ResultFile.empty()) {
     Tell("Writing solution file '" + setup.OutputFile + " '");
     error = answers_.Write(setup, macro_.Models, data_, unsorted_);
+    if (error != 0)
+      log_.TellWithoutLog("The output file '" + setup.OutputFile + "' cannot be written. " + FileErrorText(error));
   }
   if (error == 0 && !setup.PlotFile.empty()) error = plots_.Write(setup, macro_.Models, unsorted_);
   if (error != 0) {
