@@ -32,6 +32,11 @@ const MacroStatement& Statement(const QString& keyword) { return *FindStatement(
 
 QString Text(std::string_view text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
 
+// The pages are as high as the highest; the rows of the others stay together.
+void LeaveRoomBelow(QFormLayout& form) {
+  form.addItem(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
+}
+
 }  // namespace
 
 frmMacro::frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollection& models, const Settings& settings,
@@ -99,6 +104,7 @@ QLineEdit* frmMacro::AddFile(QFormLayout& form, const QString& label, const QStr
   });
   line->addWidget(edit, 1);
   line->addWidget(browse);
+  box->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);  // beside its caption, whatever room a page has
   auto* caption = new QLabel(label, form.parentWidget());
   caption->setBuddy(edit);
   form.addRow(caption, box);
@@ -173,6 +179,7 @@ QWidget* frmMacro::ConfigurationPage() {
   form->addRow(new QLabel("Derivatives:", page), richardson);
   form->addRow("", optnCentral);
   form->addRow("", NewFlag("&Try harder where a search fails", "TryHarder"));
+  LeaveRoomBelow(*form);
   return page;
 }
 
@@ -222,6 +229,7 @@ QWidget* frmMacro::InputPage() {
     field->setEnabled(false);
     connect(box, &QCheckBox::toggled, field, &QWidget::setEnabled);
   }
+  LeaveRoomBelow(*form);
   return page;
 }
 
@@ -261,6 +269,7 @@ QWidget* frmMacro::OutputPage() {
     connect(useLog, &QCheckBox::toggled, field, &QWidget::setEnabled);
   }
   AddPlots(*form);
+  LeaveRoomBelow(*form);
   return page;
 }
 
