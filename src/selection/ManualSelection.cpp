@@ -57,7 +57,7 @@ void ManualSelection::SetFormat(const SelectionFormat& format) {
   report_ = TableBy(format);
 }
 
-Report ManualSelection::ShownTable() const { return TableBy(ForWindows(format_)); }
+Report ManualSelection::ShownTable() const { return TableBy(ForWindow(format_)); }
 
 bool ManualSelection::Export(Prompter& user) const {
   if (model_) return ExportSelection(*model_, data_, locale_, user);

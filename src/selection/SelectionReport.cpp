@@ -6,7 +6,6 @@
 #include "core/NumericFault.h"
 #include "core/Version.h"
 #include "functions/ProbabilityBeyond.h"
-#include "results/FitInformation.h"
 
 namespace quorvex {
 namespace {
@@ -115,14 +114,9 @@ class Writer {
     }
   }
 
-  std::string Probability(double p) const {
-    return NumberPatterns{.SmallProbabilities = format_.SmallProbabilities}.Probability(p, locale_);
-  }
-  std::string Text(double value, std::string_view pattern) const {
-    return LocalizeExpression(FormatNumber(value, pattern), locale_);
-  }
-  std::string Value(double value) const { return Text(value, format_.Values); }
-  std::string Sum(double value) const { return Text(value, format_.Sums); }
+  std::string Probability(double p) const { return patterns_.Probability(p, locale_); }
+  std::string Value(double value) const { return patterns_.Text(value, format_.Values, locale_); }
+  std::string Sum(double value) const { return patterns_.Text(value, format_.Sums, locale_); }
 
   void Line(std::string text) { report_.Add(RowKind::Line, {std::move(text)}); }
   void Title(std::string text) {
@@ -136,6 +130,8 @@ class Writer {
   const SelectionData& data_;
   const LocaleText& locale_;
   const SelectionFormat& format_;
+  const NumberPatterns patterns_{.Digits = format_.InWindow ? format_.WindowDigits : NumberPatterns::kAllDigits,
+                                 .SmallProbabilities = format_.InWindow};
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/LocaleText.h"
+#include "results/FitInformation.h"
 #include "results/TextTable.h"
 #include "selection/ExecuteSelection.h"
 
@@ -12,15 +13,14 @@ namespace quorvex {
 
 // How reports of a search write their numbers, by number patterns. Counts and probabilities have forms of their own.
 struct SelectionFormat {
-  std::string Values = "0.0####";  // coefficients and what is said of them, R2, Cp, correlations
-  std::string Sums = "General";    // sums of squares and what is in their unit
-  bool SmallProbabilities =
-      false;  // written as 1.2E-17, for windows, where the usual pattern would show next to nothing
+  std::string Values = "0.0####";                    // coefficients and what is said of them, R2, Cp, correlations
+  std::string Sums = "General";                      // sums of squares and what is in their unit
+  int WindowDigits = NumberPatterns::kWindowDigits;  // of "General" numbers in a window, which has small probabilities
+  bool InWindow = false;                             // as they are, too; else all digits and the usual pattern
 };
 
-// The same with probabilities that a reader can tell from 0.
-inline SelectionFormat ForWindows(SelectionFormat format) {
-  format.SmallProbabilities = true;
+inline SelectionFormat ForWindow(SelectionFormat format) {
+  format.InWindow = true;
   return format;
 }
 

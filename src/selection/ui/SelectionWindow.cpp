@@ -28,14 +28,16 @@ void SelectionWindow::AddReport(QVBoxLayout& all, QWidget* beside) {
   all.addLayout(row, 1);
 
   const SelectionFormat format = Format();
-  commands_ = new TableBar(*f1StepWise, {format.Values, format.Sums}, settings_, locale_, user_, this, "&Sums:");
+  commands_ =
+      new TableBar(*f1StepWise, {.Values = format.Values, .Residuals = format.Sums, .Digits = format.WindowDigits},
+                   settings_, locale_, user_, this, "&Sums:");
   // That name is of the command that exports the model.
   commands_->findChild<QPushButton*>("cmdExport")->setObjectName("cmdSave");
   connect(commands_->Add("cmdExport", "Save as Pro&ject..."), &QPushButton::clicked, this, [this] { SaveProject(); });
   connect(commands_, &TableBar::ExportChosen, this, [this] { SaveTable(*f1StepWise->InFull(), ReportName(), user_); });
   connect(commands_, &TableBar::PatternsChosen, this, [this] {
     const NumberPatterns& chosen = commands_->Patterns();
-    FormatChosen({chosen.Values, chosen.Residuals});
+    FormatChosen({chosen.Values, chosen.Residuals, chosen.Digits});
   });
   connect(new QShortcut(QKeySequence::Print, this), &QShortcut::activated,
           commands_->findChild<QPushButton*>("cmdPrint"), &QPushButton::click);

@@ -147,7 +147,7 @@ void frmStepWise::Fill() {
   };
   SelectionReport saved = report(format_);
   firstSubset_ = saved.FirstSubset;
-  ShowReport(report(ForWindows(format_)).Table, std::move(saved.Table));
+  ShowReport(report(ForWindow(format_)).Table, std::move(saved.Table));
   if (!run_->Result.Subsets.empty())
     f1StepWise->setCurrentIndex(f1StepWise->model()->index(static_cast<int>(firstSubset_), 0));
 }
