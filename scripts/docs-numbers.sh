@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Checks that what the documents show of the program is what it prints:
-#   scripts/docs-numbers.sh FOLDER [--write] [PAGE...]
+#   scripts/docs-numbers.sh FOLDER [--write] [--trial] [PAGE...]
 # FOLDER is where the programs were built; the pages are README.md and those of docs/. With --write the blocks of output
 # are brought up to date. A mark stands on the line before what it is about:
 #   <!-- file: NAME -->         the fenced block below is the file NAME, written before anything else
 #   <!-- do -->                 the fenced block below is run
+#   <!-- trial -->              the same with --trial, which says that GNU parallel and Slurm are there (slurm-trial.sh)
+#   <!-- prints -->             the fenced block below is what the block that was run last printed
 #   <!-- run: COMMAND -->       the fenced block below is what COMMAND prints; a line "..." stands for what is left out
 #   <!-- numbers: COMMAND -->   each number of the paragraph below is one that COMMAND prints, as far as it is written
 # Each page has a fresh folder of its own, with the examples, and with their data as "data".
@@ -22,6 +24,7 @@ use Cwd;
 use File::Temp;
 
 my $write = @ARGV && $ARGV[0] eq '--write' ? shift @ARGV : '';
+my $trial = @ARGV && $ARGV[0] eq '--trial' ? shift @ARGV : '';
 my @pages = @ARGV ? @ARGV : ('README.md', glob('docs/*.md docs/manual/*.html'));
 my $root = getcwd();
 my ($checked, $failed) = (0, 0);
@@ -77,9 +80,12 @@ for my $page (@pages) {
     close $made;
   }
   my $changed = 0;
+  my ($passed_over, @lines) = (0);  # of the block of commands before
   my $wrong = sub { $failed++; print STDERR "$page:$_[0]: $_[1]\n"; };
   for (my $at = 0; $at < @text; ++$at) {
-    my ($mark, $what) = $text[$at] =~ /^<!-- (file|do|run|numbers)(?:: (.*))? -->$/ or next;
+    my ($mark, $what) = $text[$at] =~ /^<!-- (file|do|trial|prints|run|numbers)(?:: (.*))? -->$/ or next;
+    $passed_over = $mark eq 'trial' && !$trial if $mark ne 'prints';
+    next if $passed_over;
     ++$checked;
     my $line = $at + 1;
     if ($mark eq 'numbers') {
@@ -102,9 +108,12 @@ for my $page (@pages) {
     my @block = @text[$from .. $to - 1];
     $at = $to;
     next if $mark eq 'file';
-    my ($well, @lines) = output_of($mark eq 'do' ? join("\n", @block) : $what);
-    $wrong->($line, "the command failed") if !$well;
-    next if $mark eq 'do';
+    my $of_commands = $mark eq 'do' || $mark eq 'trial';
+    if ($mark ne 'prints') {
+      (my $well, @lines) = output_of($of_commands ? join("\n", @block) : $what);
+      $wrong->($line, "the command failed") if !$well;
+    }
+    next if $of_commands;
     my @shown = shown(\@block, @lines);
     next if join("\n", map { comparable($_) } @shown) eq join("\n", map { comparable($_) } @block);
     if ($write && @shown) {
