@@ -89,7 +89,7 @@ TEST_F(SheetRoads, AirQualityIsSolvedWithoutTheRowsThatHaveNoNumber) {
   EXPECT_TRUE(text.data(Qt::AccessibleDescriptionRole).toString().endsWith(", text"));
   EXPECT_FALSE(text.siblingAtColumn(1).data(Qt::AccessibleDescriptionRole).toString().endsWith("text"));
   QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&Grid())->tableInterface();
-  EXPECT_EQ(table->cellAt(4, 0)->text(QAccessible::Description), "text");
+  EXPECT_EQ(table->cellAt(4, 0)->text(QAccessible::Description), "solar, row 5, text");
 
   Grid().setCurrentIndex(Grid().model()->index(100, 3));
   const std::string kQuestion =

@@ -394,7 +394,8 @@ TEST_F(SolveMenuTest, TriesHarderBySetupAndMarksWhatWasFoundSo) {
   EXPECT_FALSE(entry.data(Qt::DecorationRole).isNull());
   EXPECT_EQ(entry.data(Qt::ToolTipRole).toString(),
             "mine\nFound by trying harder: starts read off the data (4 of 40 searches).");
-  EXPECT_TRUE(entry.data(Qt::AccessibleDescriptionRole).toString().startsWith("Found by trying harder"));
+  EXPECT_EQ(entry.data(Qt::AccessibleDescriptionRole).toString(),
+            "Model, row 1. Found by trying harder: starts read off the data (4 of 40 searches).");
 }
 
 // Two peaks of a spectrum are found from ones, where the curve meets neither, and a file keeps how.
@@ -404,7 +405,7 @@ TEST_F(SolveMenuTest, FindsPeaksFromOnesByTryingHarder) {
   EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
   EXPECT_LT(Document().Models.Find("mine")->RSS, 162910);  // as from estimates read off the plot
   const auto mark = [&] { return Solved().model()->index(0, 1).data(Qt::AccessibleDescriptionRole).toString(); };
-  EXPECT_TRUE(mark().startsWith("Found by trying harder: ")) << mark().toStdString();
+  EXPECT_TRUE(mark().startsWith("Model, row 1. Found by trying harder: ")) << mark().toStdString();
   const QString before = mark();
   EXPECT_NE(Active().Solver().Log().find("Found by: "), std::string::npos);
   Trigger("mnuEditUndo");
@@ -415,6 +416,32 @@ TEST_F(SolveMenuTest, FindsPeaksFromOnesByTryingHarder) {
   Trigger("mnuFileClose");
   frame->OpenFile(QString::fromStdString(folder.Path("data.qvx")));
   EXPECT_EQ(mark(), before);
+}
+
+// A clean decay whose start of ones comes to no answer is found without being asked for, and undo takes it back.
+TEST_F(SolveMenuTest, FindsADecayFromOnesByItself) {
+  Open(30, "a*exp(-b*x)+c");
+  for (std::size_t i = 0; i < 30; ++i) {
+    const double x = 2e5 * static_cast<double>(i);
+    Document().Sheet.Cells.SetGridCellNumber(i + 1, 1, x);
+    Document().Sheet.Cells.SetGridCellNumber(i + 1, 2, 7 * std::exp(-x / 1e6) + 2);
+  }
+  session.Preferences.SetFlag("tryharder", false);
+  AnswerSetup("optSingle");
+  AnswerModel("mine");
+  dialogs.Do([](QDialog& box) { Click(box, "cmdClose"); });
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(SolvedRows(), "");
+
+  session.Preferences.SetFlag("tryharder", true);
+  SolveOne("mine");
+  EXPECT_EQ(dialogs.Said.back(), "Solution was successful.");
+  EXPECT_EQ(SolvedRows(), "1 mine");
+  const double expected[] = {7, 1e-6, 2};
+  for (int i = 1; i <= 3; ++i) EXPECT_NEAR(Document().Models.Find("mine")->Values(i) / expected[i - 1], 1, 1e-6) << i;
+  EXPECT_FALSE(Solved().model()->index(0, 1).data(Qt::DecorationRole).isNull());
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "");
 }
 
 // What the window has in common with that of a macro is tested there.
