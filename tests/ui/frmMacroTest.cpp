@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QShortcut>
 
 #include "Accessibility.h"
 #include "Frame.h"
@@ -116,6 +117,63 @@ TEST_F(MacroEditor, TurnsOffWhatAProjectFileHasNoUseFor) {
     EXPECT_TRUE(In<QWidget>(form, "txtOutputFile").isEnabled());
   });
   EXPECT_EQ(macro.find("SortKey"), std::string::npos);
+}
+
+// What the check finds follows what the editor finds, and leads to its line; a second check replaces the first.
+TEST_F(MacroEditor, ChecksTheMacroItShows) {
+  const MacroFindings findings{{"Warning: of the editor"}, 0, 1};
+  std::size_t runs = 0, faults = 2;
+  frmViewMacro view(nullptr, "B_MACRO\r\n    A = 1\r\n    B = 2\r\nE_MACRO\r\n", findings, [&] {
+    MacroCheck check;
+    check.Runs = ++runs;
+    const MacroFault all[] = {{.Line = 3, .Text = "The b."}, {.Text = "No model."}};
+    check.Faults.assign(all, all + faults);
+    return check;
+  });
+  view.show();
+  auto& list = List(view, "lstFindings");
+  auto& text = In<QPlainTextEdit>(view, "txtMacro");
+  const auto rows = [&] {
+    std::string all;
+    for (int row = 0; row < list.count(); ++row) all += list.item(row)->text().toStdString() + '\n';
+    return all;
+  };
+  EXPECT_EQ(runs, 0u);
+  ASSERT_EQ(view.findChild<QShortcut*>()->key(), QKeySequence(Qt::Key_F8));
+  emit view.findChild<QShortcut*>()->activated();
+  EXPECT_EQ(rows(), "Warning: of the editor\nLine 3: the b.\nNo model.\n");
+  EXPECT_EQ(text.textCursor().selectedText().trimmed().toStdString(), "B = 2");
+  EXPECT_EQ(Text(view, "lblCheck").toStdString(), "Checked 1 run of 0 models: 2 faults.");
+  text.moveCursor(QTextCursor::Start);
+  list.setCurrentRow(0);
+  EXPECT_EQ(text.textCursor().position(), 0);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(1)).center());
+  EXPECT_EQ(text.textCursor().selectedText().trimmed().toStdString(), "B = 2");
+  faults = 0;
+  Click(view, "cmdCheck");
+  EXPECT_EQ(rows(), "Warning: of the editor\n");
+  EXPECT_EQ(Text(view, "lblCheck").toStdString(), "Checked 2 runs of 0 models: no faults.");
+}
+
+// The real check, of a macro with the placeholders of an editor that nothing was typed into.
+TEST_F(MacroEditor, ChecksTheFilesOfTheMacro) {
+  Start();
+  std::string found;
+  dialogs.Do([this, &found](QDialog& form) {
+    dialogs.Do([&found](QDialog& view) {
+      Click(view, "cmdCheck");
+      auto& list = List(view, "lstFindings");
+      for (int row = 0; row < list.count(); ++row) found += list.item(row)->text().toStdString() + '\n';
+      QTest::keyClick(&view, Qt::Key_Escape);
+    });
+    Click(form, "cmdView");
+    QTest::keyClick(&form, Qt::Key_Escape);
+  });
+  Trigger("mnuToolsMacro");
+  EXPECT_NE(found.find("\nLine 6: the data file '********.***' cannot be read. The file does not exist.\n"),
+            std::string::npos)
+      << found;
+  EXPECT_TRUE(found.ends_with("\nThe macro has no model that can be solved.\n")) << found;
 }
 
 TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
