@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTableView>
 
@@ -161,7 +162,9 @@ TEST_F(Import, ShowsDatesAndAsksForTheirOrder) {
     EXPECT_TRUE(dayFirst.isChecked());
     QTest::keyClick(&form, Qt::Key_Return);
   });
+  dialogs.Press(QMessageBox::Ok);
   Trigger("mnuDataImport");
+  EXPECT_EQ(dialogs.Said, Texts{"1 cell is no number: '31/02/2026' in day:3."});
   EXPECT_EQ(Rows(), (Texts{"46115 1", "46117 2", "31/02/2026 3"}));
   EXPECT_EQ(Shown(1, 1), "03/04/2026");
   // In the locale's order it would be another day, so the editor has it in the order of no locale.
@@ -407,18 +410,16 @@ TEST_F(Import, SkipsTheCommentsThatItShows) {
   EXPECT_EQ(Document().Sheet.Headers, (Texts{"time (s)", "volts (mV)", "sd (mV)"}));
 }
 
-// In a project that is fresh; one that somebody has begun keeps its kind.
-TEST_F(Import, ChangesTheKindOfAFreshProject) {
+// A fresh project gives way to another one; one that somebody has begun gets the columns and keeps its notes.
+TEST_F(Import, ChangesTheKindOfAProjectWithoutData) {
   Start();
   for (const bool begun : {false, true}) {
     if (begun) {
       Trigger("mnuFileNew");
-      Document().NotesChanged = true;
+      In<QPlainTextEdit>(Active(), "Notes").setPlainText("Plate 3");
     }
     dialogs.ChooseFile(TestData("dnase_sd.txt"));
     dialogs.Do([&](QDialog& form) {
-      EXPECT_EQ(In(form, "txtVariables").isVisible(), !begun);
-      if (begun) return form.reject();
       EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X", "Y"}));
       Click(form, "chkStDev");
       EXPECT_EQ(Lines(form, "lstHeaders"), (Texts{"X: conc", "Y: density", "StDev: sd"}));
@@ -426,15 +427,17 @@ TEST_F(Import, ChangesTheKindOfAFreshProject) {
     });
     Trigger("mnuDataImport");
     EXPECT_EQ(Windows(), begun ? 2 : 1);
-    EXPECT_EQ(Document().Sheet.HasStandardDeviation, !begun);
-    EXPECT_EQ(Rows().size(), begun ? 0 : 8);
+    EXPECT_EQ(Document().Sheet.Headers, (Texts{"conc", "density", "sd"}));
+    EXPECT_EQ(Rows().size(), 8);
+    EXPECT_EQ(Document().Notes, begun ? "Plate 3" : "");
+    EXPECT_EQ(Active().UndoText(), begun ? "&Undo Change Columns and Import" : "&Undo Import");
+    Trigger("mnuEditUndo");
+    EXPECT_EQ(Rows(), Texts());
+    EXPECT_EQ(Document().Sheet.Headers, begun ? (Texts{"X", "Y"}) : (Texts{"X", "Y", "StDev"}));
+    Trigger("mnuEditRedo");
+    EXPECT_EQ(Rows().size(), 8);
+    EXPECT_EQ(Document().Sheet.Headers, (Texts{"conc", "density", "sd"}));
   }
-  Document().NotesChanged = false;
-  Trigger("mnuFileClose");
-  EXPECT_EQ(Document().Sheet.Headers, (Texts{"conc", "density", "sd"}));
-  Trigger("mnuEditUndo");
-  EXPECT_EQ(Rows(), Texts());
-  EXPECT_EQ(Document().Sheet.Headers, (Texts{"X", "Y", "StDev"}));
 }
 
 TEST_F(Import, IsCoveredByNoTip) {
