@@ -27,7 +27,7 @@ Result<StackEntry> ReadEntry(const std::string& fileName, const LocaleText& loca
   const std::string_view line = TakeLine(rest);
   const auto point = NumericText(line), local = NumericText(line, locale.DecimalSeparator);
   if (rest.empty() && (point || local)) return StackEntry(Numberclass(point ? *point : *local, locale));
-  std::vector<std::vector<double>> points = ReadPoints(file.Text(), 1, locale);
+  std::vector<std::vector<double>> points = ReadPoints(file.Text(), 1, locale).Columns;
   if (points.empty()) return noData;
   const std::string name = std::filesystem::path(fileName).filename().string();
   return StackEntry(NewCurve(std::move(points[0]), std::move(points[1]), name));

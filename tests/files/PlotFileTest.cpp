@@ -356,6 +356,7 @@ TEST(PlotFile, OpensAnythingElseAsData) {
     const char* text;
     LocaleText locale;
     std::vector<double> x, y;
+    const char* dates = nullptr;  // the pattern of X
   } kCases[] = {
       {"1,2\n3,4.5\n", {}, {1, 3}, {2, 4.5}},
       {"Time\tLevel\n1\t2\n\n3\t\n5\t6", {}, {1, 5}, {2, 6}},
@@ -365,6 +366,9 @@ TEST(PlotFile, OpensAnythingElseAsData) {
       {"7\n-\n9\n", {}, {1, 3}, {7, 9}},
       {"1,5;2,5\n3,5;4\n", kCommaLocale, {1.5, 3.5}, {2.5, 4}},
       {"1.5;2.5\n", kCommaLocale, {1.5}, {2.5}},
+      {"Day,Level\n03/04/2026,2\n13/04/2026,NA\n14/04/2026,4\n", {}, {46115, 46126}, {2, 4}, "dd/mm/yyyy"},
+      {"2026-11-22 12:00 2\n2026-11-23 18:00 4\n", {}, {46348.5, 46349.75}, {2, 4}, "yyyy-mm-dd hh:mm"},
+      {"22.11.2026 12:00;2,5\n", kCommaLocale, {46348.5}, {2.5}, "dd.mm.yyyy hh:mm"},
   };
   for (const auto& c : kCases) {
     const auto plot = ParsePlotFile(c.text, "runs.dat", Settings(), c.locale);
@@ -375,6 +379,7 @@ TEST(PlotFile, OpensAnythingElseAsData) {
     const SeriesTable table = series.CopyDataTo();
     EXPECT_EQ(std::vector<double>(table.X.begin(), table.X.end()), c.x) << c.text;
     EXPECT_EQ(std::vector<double>(table.Y.begin(), table.Y.end()), c.y) << c.text;
+    EXPECT_EQ((*plot)->Axes()[0]->LabelString, c.dates ? c.dates : PlotClass(Settings(), c.locale).X.LabelString);
     RecordingPrompter user;
     EXPECT_TRUE((*plot)->CreateGraph({.Regenerate = true}, user));
   }

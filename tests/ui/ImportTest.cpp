@@ -6,9 +6,9 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTableView>
 
