@@ -10,7 +10,6 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyleFactory>
 #include <array>
 #include <cmath>
 #include <iostream>
@@ -19,6 +18,7 @@
 
 #include "DarkPalette.h"
 #include "SurfacePictures.h"
+#include "app/ui/ContrastStyle.h"
 #include "core/ui/MessageBoxPrompter.h"
 #include "drawing/ui/QtSurface.h"
 #include "files/ui/Dataplot.h"
@@ -307,7 +307,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 3) return EXIT_FAILURE;
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(new ContrastStyle);
   const bool dark = arguments.contains("dark");
   if (dark) QApplication::setPalette(DarkPalette());
   ErrorPrompter prompter;

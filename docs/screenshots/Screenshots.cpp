@@ -4,17 +4,17 @@
 // only those are kept that begin so.
 
 #include <QApplication>
-#include <QStyleFactory>
 
 #include "DarkPalette.h"
 #include "Shots.h"
+#include "app/ui/ContrastStyle.h"
 
 int main(int argc, char** argv) {
   using namespace quorvex;
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 4) return EXIT_FAILURE;
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(new ContrastStyle);
   if (arguments[3] == "dark") QApplication::setPalette(DarkPalette());
   Session session;
   session.Preferences.Set("Show Tips at Startup", "0");
