@@ -221,8 +221,9 @@ TEST_F(SheetDialogs, PasteAndCopyWithRowsAndColumnsExchanged) {
   Trigger("mnuEditUndo");
   EXPECT_EQ(Shown(7, 2), "");
   Fill("");
-  Trigger("mnuEditPasteSpecial");
-  EXPECT_EQ(Shown(6, 2), "20");  // what has no place in two columns is left out
+  EXPECT_EQ(SaidBy("mnuEditPasteSpecial"),
+            "2 columns beyond the project's were left out; Columns in the Data menu makes room for more.");
+  EXPECT_EQ(Shown(6, 2), "20");
   EXPECT_EQ(UndoText(), "&Undo Paste Special");
   Trigger("mnuEditCopySheet");
   EXPECT_EQ(QApplication::clipboard()->text().count('\n'), 6);
