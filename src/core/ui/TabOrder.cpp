@@ -92,8 +92,17 @@ void TabAsLaidOut(QWidget& window) {
   } else if (qobject_cast<QMainWindow*>(&window) == nullptr && window.layout() != nullptr) {
     Gather(*window.layout(), controls);
   }
+  if (controls.empty()) return;
+  // Tab begins behind the window. Qt puts nothing behind what takes no keys, and takes the last control and the first
+  // for neighbours already, whichever they are.
+  const Qt::FocusPolicy policy = window.focusPolicy();
+  if (window.isWindow()) {
+    window.setFocusPolicy(Qt::TabFocus);
+    controls.insert(controls.begin(), &window);
+  }
   for (std::size_t i = 1; i < controls.size(); ++i)
     if (!WouldMoveAlong(*controls[i], controls[i - 1])) QWidget::setTabOrder(controls[i - 1], controls[i]);
+  window.setFocusPolicy(policy);
 }
 
 }  // namespace quorvex
