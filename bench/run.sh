@@ -95,6 +95,33 @@ report "100,000 output files" 1 "$quorvex" -runcfg "$folder/files.cfg"
 report "100,000 lines" 1 "$quorvex" -runcfg "$folder/lines.cfg"
 
 echo
+echo "A plate of 384 wells, 200 points each: one macro with DataSeries"
+"$tools/make_data" 200 "$folder/plate.txt" 384
+# plate NAME STATEMENT: a logistic of four parameters to each well, and a line of JSON.
+plate() {
+  cat >"$folder/$1.cfg" <<END
+B_MACRO
+  DataFile = $folder/plate.txt
+  DataFirstLine = 2
+  DataSeries = True
+  ResultFile = $folder/plate.jsonl
+  $2
+  B_MODEL
+    Y = bottom+(top-bottom)/(1+(c/x)^s)
+    Assign bottom = 1, Operator = * YMin, Fit = True
+    Assign top = 1, Operator = * YMax, Fit = True
+    Assign c = 1, Operator = Value, Fit = True
+    Assign s = 1, Operator = Value, Fit = True
+  E_MODEL
+E_MACRO
+END
+}
+plate richardson "Derivatives = Richardson"
+plate central "Derivatives = CentralDifference"
+report "384 logistics, Richardson" 11 "$quorvex" -runcfg "$folder/richardson.cfg"
+report "384 logistics, central differences" 11 "$quorvex" -runcfg "$folder/central.cfg"
+
+echo
 echo "A million points, once"
 "$tools/make_data" 1000000 "$folder/large.txt"
 macro large large.txt "Derivatives = CentralDifference"

@@ -20,18 +20,12 @@ std::string VariablesFault(const MacroSetup& setup) {
   return "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
 }
 
-DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale) {
+bool KeepsUnsorted(const MacroSetup& setup) {
+  return EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile || !setup.PlotFile.empty();
+}
+
+DataReading ReadingOf(Result<LoadedGrid> loaded) {
   DataReading reading;
-  if (reading.Message = VariablesFault(setup); !reading.Message.empty()) return reading;
-  const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
-  if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
-  NumberDates(cells, kIsoDates);
-  // A plot has the points in their own order, too. The runs of a table of parameters may come to ask for a project
-  // without reading again.
-  const bool keepUnsorted =
-      EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile || !setup.PlotFile.empty();
-  Result<LoadedGrid> loaded = LoadGridData(
-      std::move(cells), {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = keepUnsorted});
   if (!loaded) {
     reading.Message = loaded.error();
     return reading;
@@ -41,6 +35,17 @@ DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleTex
   reading.Data.sig = ComputeWeights(reading.Data.SD);
   reading.Ok = true;
   return reading;
+}
+
+DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale) {
+  DataReading reading;
+  if (reading.Message = VariablesFault(setup); !reading.Message.empty()) return reading;
+  const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
+  if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
+  NumberDates(cells, kIsoDates);
+  return ReadingOf(LoadGridData(
+      std::move(cells),
+      {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = KeepsUnsorted(setup)}));
 }
 
 }  // namespace quorvex

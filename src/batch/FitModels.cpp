@@ -24,18 +24,14 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     if (model->Solve) ++count;
   }
   int done = 0;
-  std::shared_ptr<const InputPoints> shared;
-  for (const auto& model : models) {
-    if (!model->Solve || form.Aborted) continue;
-    form.Paused = false;  // was meant for the model before, which ended by itself
-    form.SetParameterCount(model->NumDependentVar());
+  const auto begin = [&](const ModelClass& model) {
+    form.SetParameterCount(model.NumDependentVar());
     form.SetProgress(++done, 2 * count);
-    const std::string text = "Solving Model " + (model->cfgID.empty() ? model->id : model->cfgID);
+    const std::string text = "Solving Model " + (model.cfgID.empty() ? model.id : model.cfgID);
     if (setup.UseDDE) form.DDEText(text);
     form.SetStatusLabel(Shortened(text));
-    FitSharingInput(*model, data, settings, log, form, shared);
-    form.SetProgress(++done, 2 * count);
-  }
+  };
+  FitEach(models, data, settings, log, form, begin, [&] { form.SetProgress(++done, 2 * count); });
   if (form.Aborted) {
     if (setup.UseDDE) form.DDEText("Solution process aborted by user.");
     if (setup.ShowMessageBox) form.ShowMessageBox(kSolutionAborted);

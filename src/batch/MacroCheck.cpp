@@ -134,6 +134,12 @@ void Checker::CheckAll(const MacroRequest& request) {
     return Add(LineOf("ParameterFile"), kParameterFile,
                "The parameter file '" + Setup().ParameterFile + "' cannot be read. " + table.error());
   table_ = std::move(*table);
+  if (Setup().DataSeries) {
+    SeriesData series;
+    if (const auto refusal = StartSeries(Setup(), session_.Locale, series))
+      return Add(LineOf("DataSeries"), refusal->Status, refusal->Text);
+    table_ = TableOfSeries(series.Names());
+  }
   CheckParameterNames();
   if (!Setup().PlotFile.empty() && !Setup().PlotTemplate.empty())
     if (const std::string fault = TemplateFault(Setup().PlotTemplate); !fault.empty())
@@ -146,7 +152,7 @@ void Checker::CheckAll(const MacroRequest& request) {
     if (line.Keyword == "PlotFile" && !line.Value.empty()) plotLines_.push_back(line.Number);
   const std::size_t end = part_.End(table_.Rows.size());
   for (std::size_t row = part_.First(table_.Rows.size()); row < end; ++row, ++found_.Runs) {
-    row_ = Setup().UseParameterFile ? row + 1 : 0;
+    row_ = Setup().UseParameterFile || Setup().DataSeries ? row + 1 : 0;
     CheckRow(row);
     macro_.Setup = written_;
     log_.Text.clear();
@@ -174,12 +180,12 @@ void Checker::CheckParameterNames() {
                                      : "%" + name + "% stays as it is, for there is no ParameterFile.");
     }
   }
-  // A value may ask for a parameter further on.
+  // A value may ask for a parameter further on; a heading doesn't.
   for (const auto& row : table_.Rows)
-    for (const std::string& value : row)
+    for (const std::string& value : table_.IsSeries ? std::vector<std::string>() : row)
       for (const std::string& name : NamesBetweenPercents(value, known)) used.insert(ToLower(name));
   for (const std::string& name : table_.Names)
-    if (!used.contains(ToLower(name)))
+    if (!table_.IsSeries && !used.contains(ToLower(name)))
       Add(LineOf("ParameterFile"), 0, "Nothing in the macro uses the parameter '" + name + "' of the table.");
 }
 
@@ -253,7 +259,7 @@ void Checker::CheckData() {
   if (!fault.empty()) Add(LineOf("DataFile"), status, fault);
   if (const std::string variables = VariablesFault(setup); !variables.empty())
     Add(LineOf("IndependentVariables"), fromDatabase ? kDatabase : kDataUnreadable, variables);
-  else
+  else if (!setup.DataSeries)
     CheckColumnOrder();
 }
 

@@ -31,6 +31,7 @@ struct MacroFields {
   bool DelimitTab = true, DelimitComma = true, DelimitSemicolon = true, DelimitSpace = true;
   bool IgnoreConsecutive = true;
   bool OverrideDecimal = true;
+  bool DataSeries = false;
   bool SolveEachRun = false, RequireSolution = false, StrictStatus = false;
   bool UseMissingData = false;
   std::string MissingData;

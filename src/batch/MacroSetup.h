@@ -33,6 +33,7 @@ struct MacroSetup {
   std::string OutputFile;
   std::string ResultFile;  // has a line for each run; an output file is then not required
   bool RequireSolution = false, StrictStatus = false, SolveEachRun = false;
+  bool DataSeries = false;  // each Y column of the data is a run of its own
   std::string Comment;
   std::string SQLQuery;
   std::string ColumnOrder = "Default";

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "batch/BatchStatus.h"
+#include "batch/ReadMacroDataFile.h"
 #include "batch/SubstituteParameters.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
@@ -31,7 +32,7 @@ std::optional<MacroRefusal> TakePart(const MacroRequest& request, MacroSetup& se
   if (!request.Part) return std::nullopt;
   const Result<RunPart> parsed = ParseRunPart(*request.Part);
   if (!parsed) return MacroRefusal{kParameterFile, parsed.error()};
-  if (!setup.UseParameterFile)
+  if (!setup.UseParameterFile && !setup.DataSeries)
     return MacroRefusal{kParameterFile,
                         "The macro file '" + request.FileName + "' has no ParameterFile to run a part of."};
   part = *parsed;
@@ -64,6 +65,20 @@ Result<ParameterTable> NoteInputs(const MacroRequest& request, const MacroSetup&
   return table;
 }
 
+std::optional<MacroRefusal> StartSeries(const MacroSetup& setup, const LocaleText& locale, SeriesData& series) {
+  if (setup.UseParameterFile)
+    return MacroRefusal{kParameterFile,
+                        "DataSeries and ParameterFile exclude each other: a series has its columns for rows."};
+  if (!setup.SQLQuery.empty())
+    return MacroRefusal{kDataUnreadable, "DataSeries and SQLQuery exclude each other: a series is read from a file."};
+  SeriesReading reading = ReadMacroSeries(setup, locale);
+  if (!reading.Series)
+    return MacroRefusal{reading.ErrorNumber == 0 ? kDataUnreadable : FileErrorStatus(kDataFile, reading.ErrorNumber),
+                        "The data file '" + setup.DataFile + "' cannot be read as a series. " + reading.Message};
+  series = std::move(*reading.Series);
+  return std::nullopt;
+}
+
 std::string PlaceOfLog(const MacroSetup& setup) { return ResolveNewFoldedPath(setup.LogFileTyped); }
 
 std::optional<std::string> RefuseLog(const MacroSetup& setup, MacroFiles& files) {
@@ -83,7 +98,7 @@ std::optional<std::string> RefuseResults(const MacroSetup& setup, const Paramete
   };
   const std::size_t rows = setup.OutputFile.find('%') == std::string::npos ? 1 : table.Rows.size();
   for (std::size_t row = 0; row < rows; ++row)
-    if (isThat(WithParameters(setup.OutputFile, table, row))) return refused("output file");
+    if (isThat(FileWithParameters(setup.OutputFile, table, row))) return refused("output file");
   for (std::string_view plots = setup.PlotFile; !plots.empty();)
     if (isThat(TakeLine(plots))) return refused("plot");
   return std::nullopt;

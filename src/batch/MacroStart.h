@@ -10,6 +10,7 @@
 #include "batch/RunPart.h"
 #include "core/Result.h"
 #include "core/Session.h"
+#include "sheet/SeriesData.h"
 
 namespace quorvex {
 
@@ -31,6 +32,10 @@ std::optional<MacroRefusal> TakePart(const MacroRequest& request, MacroSetup& se
 // Reads the combinations of a parameter run, whose values name files, too, and notes all files that the runs read; a
 // run without a table has one combination, and nothing to substitute.
 Result<ParameterTable> NoteInputs(const MacroRequest& request, const MacroSetup& setup, MacroFiles& files);
+
+// Reads the data whose columns are the runs of a series. Refused where they are none, or where the macro has other
+// runs.
+std::optional<MacroRefusal> StartSeries(const MacroSetup& setup, const LocaleText& locale, SeriesData& series);
 
 // Where the log is written, and why it may not be; nothing where it may.
 std::string PlaceOfLog(const MacroSetup& setup);

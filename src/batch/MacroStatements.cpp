@@ -139,6 +139,7 @@ constexpr MacroStatement kStatements[] = {
      .MissingIsError = true,
      .Missing = "Parameter file input was requested but no parameter file is specified (Input Tab)."},
     {.Keyword = "SolveEachRun", .Value = FlagValue{&S::SolveEachRun, &F::SolveEachRun}, .Only = &F::SolveEachRun},
+    {.Keyword = "DataSeries", .Value = FlagValue{&S::DataSeries, &F::DataSeries}, .Only = &F::DataSeries},
     {.Keyword = "ColumnOrder",
      .Value =
          TextValue{.Read = &S::ColumnOrder, .Typed = &F::ColumnOrder, .Empty = EmptyText::MeansDefault, .IsList = true},

@@ -11,6 +11,7 @@ namespace quorvex {
 struct ParameterTable {
   std::vector<std::string> Names;  // of the columns
   std::vector<std::vector<std::string>> Rows;
+  bool IsSeries = false;  // the rows are the columns of a series, the one value being their names
 };
 
 // Reads a comma-separated parameter file: the first line that is not empty names the columns; then fields follow, as

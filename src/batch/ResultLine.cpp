@@ -92,7 +92,9 @@ JsonObject Beginning(const RunResult& run) {
 
 std::string Line(const RunResult& run, const std::string& models) {
   JsonObject object = Beginning(run);
-  object.Text("data", run.Data).Raw("status", std::to_string(run.Status)).TextOrNull("message", run.Message);
+  object.Text("data", run.Data);
+  if (!run.Series.empty()) object.Text("series", run.Series);
+  object.Raw("status", std::to_string(run.Status)).TextOrNull("message", run.Message);
   return object.Raw("models", models).End();
 }
 

@@ -15,6 +15,7 @@ struct RunResult {
   std::size_t Number = 1;                                       // of its row in the whole table, from 1
   std::vector<std::pair<std::string, std::string>> Parameters;  // name and value
   std::string Data;                                             // the source as answers name it
+  std::string Series;                                           // name of its column in the data; else empty
   int Status = 0;                                               // of this run
   std::string Message;                                          // why it is not 0, a sentence; else empty
 };

@@ -63,6 +63,8 @@ class MacroRun {
  private:
   bool Configure(const MacroRequest& request);
   bool LogParameters();
+  bool LogSeries();
+  void LogPart(const std::string& row);
   bool IsAnswered();
   bool OpenResults();
   bool RunAll();
@@ -81,7 +83,9 @@ class MacroRun {
   void TerminateNormally();
   void TerminateAbnormally();
 
-  bool InParameterRun() const { return macro_.Setup.UseParameterFile; }
+  bool InSeries() const { return macro_.Setup.DataSeries; }
+  // Runs that have numbers, be it of the rows of a table or of the columns of a series.
+  bool InParameterRun() const { return macro_.Setup.UseParameterFile || InSeries(); }
   void Tell(const std::string& text) {
     if (macro_.Setup.UseDDE) form_.DDEText(text);
   }
@@ -107,6 +111,7 @@ class MacroRun {
   RunPlots plots_;
   std::optional<ParameterTable> parameters_;  // none where it could not be read
   std::string parametersFault_;               // why
+  SeriesData series_;                         // where the columns of the data are the runs
   MacroSetup written_;                        // before a run puts its parameters in
   std::size_t run_ = 0;                       // from 0
   RunResult result_;                          // of the run in hand
@@ -164,6 +169,7 @@ bool MacroRun::Configure(const MacroRequest& request) {
 }
 
 bool MacroRun::LogParameters() {
+  if (InSeries()) return LogSeries();
   if (!InParameterRun()) {
     log_.Line("");
     log_.Asterisks();
@@ -183,12 +189,36 @@ bool MacroRun::LogParameters() {
   }
   log_.Line("Found " + std::to_string(parameters_->Names.size()) + " parameter(s), " +
             std::to_string(parameters_->Rows.size()) + " combination(s)");
-  if (part_.Count > 1) {
-    const std::size_t first = part_.First(parameters_->Rows.size()), end = part_.End(parameters_->Rows.size());
-    log_.Line("Running part " + std::to_string(part_.Number) + " of " + std::to_string(part_.Count) +
-              (first < end ? ": combinations " + std::to_string(first + 1) + " to " + std::to_string(end)
-                           : ", which has no combination"));
+  LogPart("combination");
+  log_.Asterisks();
+  log_.Flush();
+  return true;
+}
+
+// What the part is of, its rows being called so.
+void MacroRun::LogPart(const std::string& row) {
+  if (part_.Count <= 1) return;
+  const std::size_t first = part_.First(parameters_->Rows.size()), end = part_.End(parameters_->Rows.size());
+  log_.Line("Running part " + std::to_string(part_.Number) + " of " + std::to_string(part_.Count) +
+            (first < end ? ": " + row + "s " + std::to_string(first + 1) + " to " + std::to_string(end)
+                         : ", which has no " + row));
+}
+
+// Reads the data, whose columns are the runs to come.
+bool MacroRun::LogSeries() {
+  const MacroSetup& setup = macro_.Setup;
+  log_.Line("Reading the input data file '" + DataSourceText(setup) + "'");
+  Tell("Reading data file '" + DataSourceText(setup) + "'");
+  if (const auto refusal = StartSeries(setup, session_.Locale, series_)) {
+    log_.Fault(refusal->Text);
+    log_.Asterisks();
+    log_.FinishRun(0, kRunFailed);
+    status_ = refusal->Status;
+    return false;
   }
+  parameters_ = TableOfSeries(series_.Names());
+  log_.Line("Found a series of " + std::to_string(series_.Size()) + " column(s)");
+  LogPart("column");
   log_.Asterisks();
   log_.Flush();
   return true;
@@ -239,7 +269,7 @@ bool MacroRun::RunAll() {
 bool MacroRun::IsAnswered() {
   MacroSetup setup = written_;
   setup.DataFile = WithParameters(setup.DataFile, *parameters_, run_);
-  setup.OutputFile = WithParameters(setup.OutputFile, *parameters_, run_);
+  setup.OutputFile = FileWithParameters(setup.OutputFile, *parameters_, run_);
   const bool hasLines = !setup.ResultFile.empty();
   if (hasLines) {
     RunResult run;
@@ -257,6 +287,7 @@ bool MacroRun::IsAnswered() {
 bool MacroRun::TryRun() {
   result_ = RunResult();
   result_.Number = run_ + 1;
+  if (InSeries()) result_.Series = series_.Names()[run_];
   ended_ = {};
   TryRunOnce();
   bool succeeded = ended_ == kRunSuccessful || ended_ == kRunIncomplete;
@@ -323,7 +354,7 @@ bool MacroRun::RunOnce() { return SolveOnce() && Write(); }
 
 bool MacroRun::SolveOnce() {
   NoteChangedInputs();
-  if (inputChanged_ || macro_.Setup.SolveEachRun) {
+  if (inputChanged_ || macro_.Setup.SolveEachRun || InSeries()) {
     inputChanged_ = hasModels_ = false;
     if (!ReadData() || !SolveModels()) return false;
   } else {
@@ -344,7 +375,9 @@ bool MacroRun::ReadData() {
   // Nothing of the run before may pass for a result of this one.
   for (const auto& model : macro_.Models) model->Solved = model->SpecifyICComplete = false;
   const bool fromDatabase = !setup.SQLQuery.empty();
-  if (fromDatabase) {
+  if (InSeries()) {
+    log_.Line("Taking column " + std::to_string(run_ + 1) + " of the series, '" + series_.Names()[run_] + "'");
+  } else if (fromDatabase) {
     const std::string text = "Performing SQLDriverConnect '" + DataSourceText(setup) + "'";
     log_.Line(text);
     Tell(text);
@@ -354,7 +387,9 @@ bool MacroRun::ReadData() {
                                      : "Reading the input data file '" + setup.DataFile + "'");
     Tell("Reading data file '" + setup.DataFile + "'");
   }
-  DataReading reading = fromDatabase ? AskDatabase() : ReadMacroDataFile(setup, session_.Locale);
+  DataReading reading = InSeries()     ? ReadingOf(series_.Points(run_, KeepsUnsorted(setup)))
+                        : fromDatabase ? AskDatabase()
+                                       : ReadMacroDataFile(setup, session_.Locale);
   if (form_.Aborted) {
     log_.Line("SOLUTION PROCESS ABORTED BY USER.");
     return false;

@@ -9,14 +9,15 @@
 #include "batch/RunPlots.h"
 #include "core/NumberText.h"
 #include "import/ConnectString.h"
+#include "sheet/SeriesData.h"
 
 namespace quorvex {
 namespace {
 
 constexpr std::string_view kHiddenKeys[] = {"Pwd", "Password"};
-constexpr std::string_view kData = "DataFile", kPlots = "PlotFile";
+constexpr std::string_view kData = "DataFile", kOutput = "OutputFile", kPlots = "PlotFile";
 constexpr SubstitutedField kFields[] = {
-    {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {"OutputFile", false},
+    {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {kOutput, false},
     {"Comment", false, false}, {"ColumnOrder", true},   {"InputDelimit", true}, {"Weighted", true},
     {"OutputFormat", false},   {"DataFirstLine", true}, {kPlots, false},
 };
@@ -66,10 +67,24 @@ bool IsSubstituted(const MacroStatement& statement) {
   return std::ranges::any_of(kFields, [&](const auto& field) { return field.Keyword == statement.Keyword; });
 }
 
+ParameterTable TableOfSeries(const std::vector<std::string>& names) {
+  ParameterTable table;
+  table.IsSeries = true;
+  table.Names.emplace_back("SERIES");
+  for (const std::string& name : names) table.Rows.push_back({name});
+  return table;
+}
+
 std::string WithParameters(std::string text, const ParameterTable& table, std::size_t row) {
   for (std::size_t p = 0; p < table.Names.size() && text.size() <= kLongestText; ++p)
     Substitute(text, Token(table.Names[p]), table.Rows[row][p]);
   return text;
+}
+
+std::string FileWithParameters(std::string file, const ParameterTable& table, std::size_t row) {
+  if (!table.IsSeries) return WithParameters(std::move(file), table, row);
+  Substitute(file, Token(table.Names[0]), SeriesFileName(table.Rows[row][0]));
+  return file;
 }
 
 std::vector<std::pair<std::string, std::string>> ShownParameters(const ParameterTable& table, std::size_t row,
@@ -112,7 +127,9 @@ bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t
     const std::string& value = table.Rows[row][p];
     for (const SubstitutedField& field : kFields) {
       std::string& text = field.In(setup);
-      if (!Substitute(text, token, value)) continue;
+      if (table.IsSeries && field.IsInput) continue;
+      const bool isFile = table.IsSeries && (field.Keyword == kOutput || field.Keyword == kPlots);
+      if (!Substitute(text, token, isFile ? SeriesFileName(value) : value)) continue;
       if (tooLong(text, field.Keyword)) return false;
       // Names that are not complete yet would be many.
       if (field.Keyword == kPlots) {

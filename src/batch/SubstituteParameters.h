@@ -28,9 +28,16 @@ struct SubstitutedField {
 std::span<const SubstitutedField> SubstitutedFields();
 bool IsSubstituted(const MacroStatement& statement);
 
+// The table of a series: a parameter SERIES, a row for each name. Nothing that is read depends on it, and in the names
+// of files its values have no '/'.
+ParameterTable TableOfSeries(const std::vector<std::string>& names);
+
 // `text` with the row's values (from 0) in the places of their names, as far as that makes it no longer than a text may
 // be.
 std::string WithParameters(std::string text, const ParameterTable& table, std::size_t row);
+
+// The same of the name of a file.
+std::string FileWithParameters(std::string file, const ParameterTable& table, std::size_t row);
 
 // Name and value of a row (from 0) as answers may tell them: "***" for what is or holds the password of a connection.
 // `source` is the DataFile of the macro before the row's values were put into it.

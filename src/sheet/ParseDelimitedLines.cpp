@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -21,8 +22,8 @@ class LineParser {
     constexpr std::pair<int, char> kDelimiters[] = {
         {kTabDelimiter, '\t'}, {kCommaDelimiter, ','}, {kSpaceDelimiter, ' '}, {kSemicolonDelimiter, ';'}};
     for (const auto& [bit, character] : kDelimiters) Delimits(character) = (format.Delimiters & bit) != 0;
-    replacePoint_ = format.OverrideDecimal && format.DecimalSeparator != '.';
-    pointNumbers_ = format.DecimalSeparator == '.' || replacePoint_;
+    replacePoint_ = !format.AllTexts && format.OverrideDecimal && format.DecimalSeparator != '.';
+    pointNumbers_ = !format.AllTexts && (format.DecimalSeparator == '.' || replacePoint_);
   }
 
   bool AtEnd() const { return at_ == end_; }
@@ -109,7 +110,8 @@ class LineParser {
       for (std::size_t at = 0; (at = text.find("\"\"", at)) != std::string::npos; ++at) text.erase(at, 1);
     if (replacePoint_ && !IsDotted(text)) std::replace(text.begin(), text.end(), '.', format_.DecimalSeparator);
     text = CutCellText(std::move(text));
-    if (const auto value = NumericText(text, format_.DecimalSeparator)) {
+    const auto value = format_.AllTexts ? std::nullopt : NumericText(text, format_.DecimalSeparator);
+    if (value) {
       cells.SetGridCellNumber(row, col, *value);
     } else {
       cells.SetGridCellText(row, col, text);

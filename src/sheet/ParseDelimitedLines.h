@@ -20,6 +20,7 @@ struct DelimitedFormat {
   bool OverrideDecimal = true;     // "." is a decimal point whatever the locale says
   char DecimalSeparator = '.';     // the locale's
   bool QuotesHold = false;         // a delimiter between double quotes ends no cell, and two quotes there are one
+  bool AllTexts = false;           // no cell becomes a number, as of headings
   std::string_view MissingMarker;  // a cell with this text, blanks around it aside, is left empty; "" marks nothing
   std::size_t FirstLine = 1;       // lines before it are skipped
   std::size_t LineLimit = std::numeric_limits<std::size_t>::max();  // how many lines are read

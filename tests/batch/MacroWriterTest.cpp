@@ -318,6 +318,7 @@ class RandomFields {
     f.ResultFile = OneOf({"", "All.jsonl"});
     if (!f.ResultFile.empty() && Tick()) f.OutputFile.clear();  // which is then left out, without a placeholder
     f.SolveEachRun = Tick(), f.RequireSolution = Tick(), f.StrictStatus = Tick();
+    f.DataSeries = Tick();
     f.OutputFormat = OneOf({"Quorvex", "Structured", "Spreadsheet"});
     f.UseLogFile = Tick();
     f.LogFile = OneOf({"Run.LOG", "/tmp/run.log"});
@@ -368,6 +369,7 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
   s.DataFirstLine = f.DataFirstLine.empty() ? "1" : ToLower(f.DataFirstLine);
   s.OutputFile = f.OutputFile, s.ResultFile = f.ResultFile;
   s.SolveEachRun = f.SolveEachRun, s.RequireSolution = f.RequireSolution, s.StrictStatus = f.StrictStatus;
+  s.DataSeries = f.DataSeries;
   if (f.UseSQLQuery) s.SQLQuery = Joined(f.SQLQuery, '\n', " ");
   s.ColumnOrder = f.ColumnOrder.empty() ? "Default" : f.ColumnOrder;
   s.Weighted = f.Weighted;
@@ -405,7 +407,7 @@ auto Decided(const MacroSetup& s) {
                   s.MissingData, s.DataFile, s.DataFirstLine, s.OutputFile, s.Comment, s.SQLQuery, s.ColumnOrder,
                   s.Weighted, s.LogEnabled, s.LogFile, s.LogSummaryOnly, s.UseParameterFile, s.ParameterFile,
                   s.PlotFile, s.PlotTemplate, s.PlotModels, s.PlotKind, s.ResultFile, s.SolveEachRun, s.RequireSolution,
-                  s.StrictStatus);
+                  s.StrictStatus, s.DataSeries);
 }
 
 std::string Folded(const std::string& text) { return ToLower(Joined(text, ' ', "")); }

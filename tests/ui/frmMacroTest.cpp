@@ -193,6 +193,7 @@ TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
   given.ParameterFile = "p", given.ColumnOrder = "c", given.MissingData = "n", given.OutputFile = "o";
   given.UsePlots = true, given.PlotFiles = "a.svg\nb.plt", given.PlotTemplate = "l.qv2";
   given.ResultFile = "r", given.SolveEachRun = given.RequireSolution = given.StrictStatus = true;
+  given.DataSeries = true;
   given.PlotModels = "3", given.PlotKind = "Probability";
   given.OutputFormat = "Spreadsheet", given.LogFile = "l", given.OutputDelimit = "Space", given.SortKey = "StdErr";
   for (const MacroFields& fields : {given, MacroFields()}) {
