@@ -35,6 +35,8 @@ constexpr HelpPage kRows[] = {
     {"Groups", "solve.html#groups"},
     {"Interp", "solve.html#interpolation"},
     {"Solve", "solve.html#run"},
+    {"SeriesSetup", "solve.html#series"},
+    {"frmSeries", "solve.html#seriesresults"},
     {"SolveFailed", "solve.html#failed"},
     {"SolveLog", "solve.html#log"},
     {"reginit", "solve.html#estimates"},

@@ -12,20 +12,20 @@
 #include "project/ChangeColumns.h"
 
 namespace quorvex {
-namespace {
 
-// The file to import, "" where the user cancels. Begins in the folder of the last import, or else of projects.
-QString ChooseDataFile(quorvexWindow& window) {
+QString ChooseDataFile(quorvexWindow& window, const QString& title) {
   constexpr const char* kFolder = "importdir";
   Settings& settings = window.Preferences();
   std::string folder = settings.Folder(kFolder);
   if (folder.empty()) folder = settings.Folder("projectdir");
   const std::optional<QString> file =
-      ChooseFile(&window, "Import", QString::fromStdString(folder),
+      ChooseFile(&window, title, QString::fromStdString(folder),
                  QString("Text and spreadsheets (%1);;All files (*)").arg(kDataFiles), window.User());
   if (file) settings.Set(kFolder, QFileInfo(*file).absolutePath().toStdString());
   return file.value_or(QString());
 }
+
+namespace {
 
 // Lets `show` fill the sheet. An empty one may become one of another kind on the way: a fresh project gives way to
 // another fresh one, and that of any other project gets the columns in the same step.
@@ -54,7 +54,7 @@ bool Import(quorvexWindow& window, const SheetEdit& edit,
 }  // namespace
 
 void ImportTextOrSpreadsheet(quorvexWindow& window) {
-  const QString file = ChooseDataFile(window);
+  const QString file = ChooseDataFile(window, "Import");
   if (file.isEmpty()) return;
   window.Run([&](const SheetEdit& edit) {
     const auto import = ImportData(file.toStdString(), edit);

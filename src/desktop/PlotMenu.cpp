@@ -154,6 +154,8 @@ PlotSource SourceOf(quorvexWindow& window) {
 
 }  // namespace
 
+void OpenPlotOf(quorvexWindow& window, Result<std::unique_ptr<PlotPage>> plot) { Open(window, std::move(plot)); }
+
 std::vector<ProjectCommand> PlotMenu() {
   return {
       {.Name = "mnuPlotData",

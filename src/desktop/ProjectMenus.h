@@ -3,7 +3,11 @@
 #include <QIcon>
 #include <QKeySequence>
 #include <QString>
+#include <memory>
 #include <vector>
+
+#include "core/Result.h"
+#include "plot/PlotPage.h"
 
 namespace quorvex {
 
@@ -36,5 +40,8 @@ std::vector<ProjectCommand> ModelMenu();
 std::vector<ProjectCommand> SolveMenu();
 // Its windows hold copies, so they stay as they are while the project changes, and close with the project's window.
 std::vector<ProjectCommand> PlotMenu();
+
+// A window of its own for a plot of the project, or why there is none, which the user is told.
+void OpenPlotOf(quorvexWindow& window, Result<std::unique_ptr<PlotPage>> plot);
 
 }  // namespace quorvex

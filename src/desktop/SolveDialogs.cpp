@@ -1,12 +1,19 @@
 #include "desktop/SolveDialogs.h"
 
+#include "desktop/ImportCommands.h"
+#include "desktop/ProjectMenus.h"
 #include "desktop/Regress.h"
 #include "desktop/quorvexWindow.h"
 #include "files/GroupFileStore.h"
+#include "import/spreadsheet/SpreadsheetImport.h"
+#include "results/ResultPlots.h"
+#include "results/ui/frmSeries.h"
 #include "results/ui/reginit.h"
+#include "solve/SeriesPick.h"
 #include "solve/ui/ClearFits.h"
 #include "solve/ui/Groups.h"
 #include "solve/ui/Interp.h"
+#include "solve/ui/SeriesSetup.h"
 #include "solve/ui/Solve.h"
 #include "solve/ui/SolveFailed.h"
 #include "solve/ui/SolveLog.h"
@@ -37,6 +44,29 @@ bool SolveDialogs::InitialEstimates(ModelClass& model) {
 }
 
 void SolveDialogs::RunEnded() { window_.Refresh(); }
+
+std::optional<SeriesData> SolveDialogs::ChooseSeries(std::size_t independentVariables) {
+  const QString file = ChooseDataFile(window_, "Series");
+  if (file.isEmpty()) return std::nullopt;
+  const LocaleText& locale = window_.Document().Locale;
+  const auto import = OpenImport(file.toStdString(), DataSheet(independentVariables, false), locale, &window_.User());
+  if (!import) {
+    TellFailure(import.error(), window_.User());
+    return std::nullopt;
+  }
+  SeriesPick pick(**import, independentVariables, locale);
+  return ShowSeriesSetup(&window_, pick, window_.User());
+}
+
+void SolveDialogs::ShowSeries(SeriesAnswers answers) {
+  auto* form =
+      new frmSeries(std::move(answers), window_.Preferences(), window_.Document().Locale, window_.User(), &window_);
+  form->setAttribute(Qt::WA_DeleteOnClose);
+  QObject::connect(form, &frmSeries::PlotChosen, &window_, [this, form](std::size_t quantity, SeriesAxis axis) {
+    OpenPlotOf(window_, PageOf(form->Plot(quantity, axis)));
+  });
+  form->show();
+}
 
 std::unique_ptr<GroupStore> SolveDialogs::OpenGroupStore(std::size_t independentVariables) {
   return OpenGroupFile(independentVariables);

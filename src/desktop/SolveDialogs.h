@@ -21,6 +21,8 @@ class SolveDialogs : public SolveWindows {
   WayOn SolveFailed(FailedSolve& failed) override;
   bool InitialEstimates(ModelClass& model) override;
   void RunEnded() override;
+  std::optional<SeriesData> ChooseSeries(std::size_t independentVariables) override;
+  void ShowSeries(SeriesAnswers answers) override;
   std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) override;
   void GoTo(const CellPlace& cell) override;
 

@@ -160,6 +160,12 @@ void quorvexWindow::Refresh() { model_->Reload(); }
 void quorvexWindow::SolveRegression() { Solve(&ProjectSolver::SolveRegression); }
 void quorvexWindow::SolveInterpolation() { Solve(&ProjectSolver::SolveInterpolation); }
 
+void quorvexWindow::SolveSeries() {
+  if (!DataGrid->CommitEntry()) return;
+  solver_.SolveSeries();
+  ShowState();
+}
+
 void quorvexWindow::Solve(std::optional<std::size_t> (ProjectSolver::*command)()) {
   if (!DataGrid->CommitEntry()) return;
   const std::optional<std::size_t> best = (solver_.*command)();

@@ -70,6 +70,7 @@ class quorvexWindow : public QWidget {
   // The commands of the Solve menu.
   void SolveRegression();
   void SolveInterpolation();
+  void SolveSeries();
   void ClearFits();
   void ShowLog() { solver_.ShowLog(); }
   void ShowSelectedResults();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <limits>
 #include <new>
 
 #include "core/Files.h"
@@ -129,11 +130,7 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
       edit.User.Refuse(rows.error());
       return ImportOutcome::Failed;
     }
-    if (left > 0) {
-      std::vector<bool> comments(rows->GridLastRow());
-      for (std::size_t row = 0; row < comments.size(); ++row) comments[row] = CommentAt(first + row) != nullptr;
-      rows->DeleteMarkedRows(comments);
-    }
+    LeaveCommentsOut(*rows, first);
     std::size_t rowCount = rows->GridLastRow();
     if (!lines && startRow > 1 && rowCount == 0) return beyondTheEnd();
     if (rowCount > kMostSheetRows) {
@@ -155,6 +152,35 @@ ImportOutcome DataImport::Finish(const SheetEdit& edit) {
     edit.User.Refuse(ImportFailure(Source, "").Message);
     return ImportOutcome::Failed;
   }
+}
+
+void DataImport::LeaveCommentsOut(GridCells& rows, std::size_t first) const {
+  if (!ckComments || Comments.empty()) return;
+  std::vector<bool> comments(rows.GridLastRow());
+  for (std::size_t row = 0; row < comments.size(); ++row) comments[row] = CommentAt(first + row) != nullptr;
+  rows.DeleteMarkedRows(comments);
+}
+
+std::optional<Result<GridCells>> DataImport::ReadNumbers(Prompter& user, const LocaleText& locale) const {
+  const auto first = static_cast<std::size_t>(std::min(StartRow(locale), 1e15));
+  auto rows = Await(&user, ReadingText(), ReadRows(first, std::numeric_limits<std::size_t>::max() - first, Marker()));
+  if (!rows || !*rows) return rows;
+  GridCells& cells = **rows;
+  LeaveCommentsOut(cells, first);
+  cells.FirstLine = first;
+  if (!cells.HasTexts()) return rows;
+  const ColumnDates dates = Dates(cells, locale);
+  for (std::size_t col = 1; col <= cells.GridLastCol(); ++col) {
+    for (std::size_t row = 1; row <= cells.GridLastRow(); ++row) {
+      const double cell = cells.Cell(row, col);
+      if (!GridCells::IsText(cell)) continue;
+      if (const auto value = TypedValue(cells, cell, dates.LocaleOf(col)))
+        cells.SetGridCellNumber(row, col, *value);
+      else if (ckTextMissing)
+        cells.ClearCell(row, col);
+    }
+  }
+  return rows;
 }
 
 ColumnPatterns DataImport::ReadTexts(GridCells& rows, std::size_t count, const LocaleText& locale) const {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Limits.h"
 #include "core/Result.h"
 #include "import/ColumnAssignment.h"
 #include "import/DataRows.h"
@@ -53,12 +54,13 @@ class DataImport {
 
   ColumnAssignment Columns;
   bool ckMissingData = false;
-  std::string txtMissingData;      // cells with this text are left empty, where ckMissingData is ticked
-  std::string ImportText = "1";    // the first data line, counted from 1
-  bool ckHeadings = false;         // the variables are named after the headings of their columns
-  bool ckTextMissing = false;      // cells that are no numbers are left empty
-  std::optional<bool> ckDayFirst;  // of dates that may be read either way; nothing: as the locale expects
-  bool ckComments = true;          // lines of comments are left out
+  std::string txtMissingData;                  // cells with this text are left empty, where ckMissingData is ticked
+  std::string ImportText = "1";                // the first data line, counted from 1
+  bool ckHeadings = false;                     // the variables are named after the headings of their columns
+  bool ckTextMissing = false;                  // cells that are no numbers are left empty
+  std::optional<bool> ckDayFirst;              // of dates that may be read either way; nothing: as the locale expects
+  bool ckComments = true;                      // lines of comments are left out
+  std::size_t ColumnLimit = kMostColumnsRead;  // columns behind it are not kept
 
   // "Preview of 'runs.txt' (first 200 lines)".
   std::string Title() const;
@@ -110,6 +112,10 @@ class DataImport {
   // and stays. At last it tells which cells have come in as texts.
   ImportOutcome Finish(const SheetEdit& edit);
 
+  // All cells from the first data line on, less the lines of comments, for a use of their own: texts that a typed cell
+  // would take are numbers, and the others stay, or are empty with ckTextMissing. Nothing where the user cancels.
+  std::optional<Result<GridCells>> ReadNumbers(Prompter& user, const LocaleText& locale) const;
+
  protected:
   // To read numbers with decimal commas, of which this is one; nothing where there is none.
   static std::optional<OtherReading> DecimalCommaOffer(const std::string& example);
@@ -131,6 +137,7 @@ class DataImport {
 
  private:
   std::string Marker() const;
+  void LeaveCommentsOut(GridCells& rows, std::size_t first) const;
   const CommentLine* CommentAt(std::size_t line) const;  // nullptr for none
   std::size_t DataColumns() const;                       // the lines above the data may have more
   bool IsBlank(std::size_t line) const;

@@ -188,6 +188,7 @@ std::vector<std::string> TextImport::CommentCells(const CommentLine& comment) co
 
 TextImport::Reading TextImport::ReadRows(std::size_t first, std::size_t count, const std::string& marker) const {
   DelimitedFormat format = FormatOf(Chosen());
+  format.ColumnLimit = ColumnLimit;
   format.FirstLine = first;
   format.LineLimit = count;
   return [text = ckComments ? data_ : text_, format, marker](const LongWork&) {

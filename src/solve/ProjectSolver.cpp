@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/Files.h"
+#include "engine/FitSharingInput.h"
 #include "engine/RankModels.h"
 #include "sheet/PointsNeeded.h"
 
@@ -44,6 +45,36 @@ std::optional<std::size_t> ProjectSolver::SolveInterpolation() {
       chosen.size() == 1 ? UndoLabelOfModel(UndoOperation::Solve, chosen[0]->id) : UndoOperation::SolveGroup, {}};
   for (InterpClass* curve : chosen) request.Objects.push_back({nullptr, curve});
   return Run(*data, request);
+}
+
+void ProjectSolver::SolveSeries() {
+  const std::optional<SeriesData> series = windows_.ChooseSeries(project_.Sheet.IndependentVariables);
+  if (!series) return;
+  const std::optional<Request> request = SelectModels();
+  if (!request) return;
+  // Their twins are solved, so that the solutions of the project stay.
+  ModelCollection models;
+  for (const SolvedItem& one : request->Objects) {
+    if (!CanBeSolved(*one.Model, project_.Sheet)) continue;
+    std::unique_ptr<ModelClass> twin = one.Model->CopyTo();
+    twin->Solve = true;
+    twin->Solved = false;
+    twin->SolveType = request->SolveType;
+    const std::string id = twin->id;
+    models.Add(id, std::move(twin));
+  }
+  for (const auto& model : project_.Models) model->SpecifyIC = model->SpecifyICComplete = false;
+  if (models.size() == 0) return user_.Refuse("There are no equations to solve.");
+  Settings settings = settings_;
+  settings.TryHarder = request->TryHarder;
+  log_.clear();
+  SeriesAnswers answers = [&] {
+    const std::unique_ptr<SolveProgress> progress = windows_.OpenProgress();
+    const Turn running(running_);
+    return quorvex::SolveSeries(*series, models, settings, settings_.Integer("sortindex"), log_, *progress);
+  }();
+  if (answers.Aborted) user_.Inform(kSolutionAborted);
+  if (!answers.Fits.empty()) windows_.ShowSeries(std::move(answers));
 }
 
 // The complete rows of the sheet, where they are enough and the user does not mind the others.

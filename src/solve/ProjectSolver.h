@@ -14,6 +14,7 @@
 #include "solve/ModelPick.h"
 #include "solve/RunSolve.h"
 #include "solve/SolveChoice.h"
+#include "solve/SolveSeries.h"
 
 namespace quorvex {
 
@@ -39,6 +40,9 @@ class SolveWindows {
   // The run is over. Its solutions are to be seen before their summary is told.
   virtual void RunEnded() = 0;
   virtual std::unique_ptr<GroupStore> OpenGroupStore(std::size_t independentVariables) = 0;
+  // The columns of a file, chosen by the user for models of so many variables; nothing where they cancel.
+  virtual std::optional<SeriesData> ChooseSeries(std::size_t independentVariables) = 0;
+  virtual void ShowSeries(SeriesAnswers answers) = 0;
   // Shows the cell that the user is about to be asked about.
   virtual void GoTo(const CellPlace& cell) = 0;
 };
@@ -55,6 +59,10 @@ class ProjectSolver {
   // last run was aborted.
   std::optional<std::size_t> SolveRegression();
   std::optional<std::size_t> SolveInterpolation();
+
+  // Solves models of the project, chosen as for its own data, on each column of a file, and shows what comes of it. The
+  // project stays as it is.
+  void SolveSeries();
 
   // Whether the user wants to see the results of a solve at once.
   bool ShowsResults() const { return settings_.Integer("autoresults") != 0; }

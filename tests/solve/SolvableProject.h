@@ -41,6 +41,8 @@ class ScriptedWindows : public SolveWindows {
   std::optional<SolveChoice> Setup;
   std::string Model;  // chosen in Regress
   bool Specify = false;
+  std::optional<SeriesData> Series;
+  std::optional<SeriesAnswers> Answers;
   std::function<void(GroupPick&)> Pick;
   std::vector<int> Kinds;  // of interpolations
   std::function<void(FitClearing&)> Clear;
@@ -94,6 +96,8 @@ class ScriptedWindows : public SolveWindows {
     return Estimate && Estimate(model);
   }
   void RunEnded() override {}
+  std::optional<SeriesData> ChooseSeries(std::size_t) override { return Series; }
+  void ShowSeries(SeriesAnswers answers) override { Answers = std::move(answers); }
   void GoTo(const CellPlace& cell) override { Gone.push_back(cell); }
   std::unique_ptr<SolveProgress> OpenProgress() override {
     auto progress = std::make_unique<ScriptedProgress>(Progress);

@@ -11,7 +11,7 @@
 namespace quorvex {
 bool SpreadsheetCells::SetNumber(std::size_t row, std::size_t col, double value) {
   if (!Admit(row, col, 0)) return false;
-  if (col > kMostColumnsRead) return true;
+  if (col > kMostSeriesColumns) return true;
   Cells.SetGridCellNumber(row, col, value);
   forms_[col - 1].OtherNumbers = true;
   return true;
@@ -19,7 +19,7 @@ bool SpreadsheetCells::SetNumber(std::size_t row, std::size_t col, double value)
 
 bool SpreadsheetCells::SetDay(std::size_t row, std::size_t col, double value, const DateForm& form) {
   if (!Admit(row, col, 0)) return false;
-  if (col > kMostColumnsRead) return true;
+  if (col > kMostSeriesColumns) return true;
   Cells.SetGridCellNumber(row, col, value);
   forms_[col - 1].Dates.Join(form);
   return true;
@@ -35,7 +35,7 @@ bool SpreadsheetCells::SetText(std::size_t row, std::size_t col, std::string_vie
   if (Trim(text).empty()) return true;
   const std::string cut = CutCellText(std::string(Trim(text)));
   if (!Admit(row, col, cut.size())) return false;
-  if (col <= kMostColumnsRead) Cells.SetGridCellText(row, col, cut);
+  if (col <= kMostSeriesColumns) Cells.SetGridCellText(row, col, cut);
   return true;
 }
 
@@ -48,7 +48,7 @@ bool SpreadsheetCells::Admit(std::size_t row, std::size_t col, std::size_t textS
   constexpr std::size_t kMostCells = 1 << 24;  // of 8 bytes
   if (row > kMostRows) return false;
   taken_ += 1 + (textSize > 0 ? (sizeof(std::string) + textSize) / sizeof(double) : 0);
-  if (col <= kMostColumnsRead && row > heights_[col - 1]) {  // the empty cells above it are stored too
+  if (col <= kMostSeriesColumns && row > heights_[col - 1]) {  // the empty cells above it are stored too
     taken_ += row - heights_[col - 1] - 1;
     heights_[col - 1] = row;
   }

@@ -39,8 +39,8 @@ class SpreadsheetCells {
   };
   bool Admit(std::size_t row, std::size_t col, std::size_t textSize);
 
-  std::vector<std::size_t> heights_ = std::vector<std::size_t>(kMostColumnsRead);
-  std::vector<ColumnForm> forms_ = std::vector<ColumnForm>(kMostColumnsRead);
+  std::vector<std::size_t> heights_ = std::vector<std::size_t>(kMostSeriesColumns);
+  std::vector<ColumnForm> forms_ = std::vector<ColumnForm>(kMostSeriesColumns);
   std::size_t taken_ = 0;
 };
 

@@ -23,7 +23,7 @@ Result<std::vector<std::string>> ListSheets(const std::string& file, const LongW
 // count from 1904, cells with a format that shows a day, month or year get the 1462 days that are between. Columns with
 // dates and times and no other numbers have their date patterns. Other texts
 // are texts, cut as CutCellText cuts; an error and a formula without a saved result are empty. Columns right of the
-// 256th are not kept.
+// 16,384th are not kept.
 //
 // Both fail with the message of a failed import, which names the file: where it cannot be opened, is damaged or no
 // spreadsheet, is protected by a password, or is too large. The file is unpacked and read piece by piece. Too large is

@@ -54,10 +54,11 @@ void SpreadsheetImport::TakeOffer(const LocaleText& locale) {
 
 SpreadsheetImport::Reading SpreadsheetImport::ReadRows(std::size_t first, std::size_t count,
                                                        const std::string& marker) const {
-  return [cells = cells_, first, count, marker](const LongWork&) {
+  return [cells = cells_, first, count, marker, limit = ColumnLimit](const LongWork&) {
     const std::size_t last = std::min(cells->GridLastRow(), first - 1 + count);
+    const std::size_t columns = std::min(cells->GridLastCol(), limit);
     if (last < first) return GridCells();
-    GridCells rows = cells->CopyRange({first, 1, last, cells->GridLastCol()});
+    GridCells rows = cells->CopyRange({first, 1, last, columns});
     rows.DatePatterns = cells->DatePatterns;
     if (!marker.empty()) BlankMissingMarker(rows, marker);
     return rows;

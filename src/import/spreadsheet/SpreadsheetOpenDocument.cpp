@@ -130,7 +130,7 @@ class ContentReader : public SpreadsheetXml {
     // A text of blanks is nothing, and repeated it would take time for ever without taking memory.
     const bool blank = (cell_.Kind == CellValue::Text || cell_.Kind == CellValue::Date) && Trim(cell_.Words).empty();
     if (cell_.Kind != CellValue::Empty && !blank) {
-      if (cells_.size() > kMostColumnsRead) cells_.pop_back();  // these are not kept
+      if (cells_.size() > kMostSeriesColumns) cells_.pop_back();  // these are not kept
       cells_.push_back({column_, cellRepeats_, std::move(cell_)});
     }
     column_ += cellRepeats_;
