@@ -234,7 +234,7 @@ bool MacroRun::OpenResults() {
   // What is no file can't tell of the runs that it was given.
   const bool goesOn = missingOnly_ && IdentityOfFile(path);
   if (error == 0 && goesOn) error = answered_.Read(path, parameters_->Rows.size());
-  if (error == 0) error = goesOn ? results_.Continue(path, answered_.WholeSize()) : results_.Create(path);
+  if (error == 0) error = results_.Continue(path, goesOn ? answered_.WholeSize() : 0);
   files_.NoteInput(path, "result file");
   if (error == 0) return true;
   log_.Fault(refusal.value_or(ResultFaultText(name, error)));
@@ -472,7 +472,11 @@ bool MacroRun::Write() {
 void MacroRun::JudgeModels() {
   const auto isSolved = [](const auto& model) { return model->Solved; };
   const auto atLimit = [](const auto& model) { return model->Solved && model->Ended == SearchEnd::IterationLimit; };
-  if (macro_.ModelsCreated < macro_.BlockCount || std::ranges::count_if(macro_.Models, isSolved) < wanted_)
+  if (macro_.ModelsCreated < macro_.BlockCount)
+    EndRun(kRunIncomplete, kModelFailed,
+           std::to_string(macro_.BlockCount - macro_.ModelsCreated) + " of " + std::to_string(macro_.BlockCount) +
+               " models were not understood.");
+  else if (std::ranges::count_if(macro_.Models, isSolved) < wanted_)
     EndRun(kRunIncomplete, kModelFailed, "A model was not solved.");
   else if (std::ranges::any_of(macro_.Models, atLimit))
     EndRun(kRunIncomplete, kModelAtLimit, "A search ended at the limit of iterations.");

@@ -1,11 +1,13 @@
 #include "core/Files.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -19,7 +21,7 @@
 namespace quorvex {
 namespace {
 
-constexpr int kBadFileName = 52, kFileNotFound = 53, kShortened = 62, kPathNotFound = 76;
+constexpr int kBadFileName = 52, kFileNotFound = 53, kFileInUse = 55, kShortened = 62, kPathNotFound = 76;
 
 bool Exists(const std::string& name) {
   struct stat info;
@@ -127,6 +129,7 @@ std::string FileErrorText(int number) {
       {0, ""},
       {kBadFileName, "The file name is not valid."},
       {kFileNotFound, "The file does not exist."},
+      {kFileInUse, "Another program is writing the file."},
       {57, "The device reports an error."},
       {61, "The disk is full."},
       {kShortened, "The file became shorter while it was read."},
@@ -289,24 +292,55 @@ bool WholeFile::Reserve(std::size_t capacity) {
   return true;
 }
 
+namespace {
+
+// The number of the program's own open file that a name means, as /dev/stdout and /dev/fd/3 do; -1 for any other name.
+int OpenFileOf(const std::string& name) {
+  std::error_code error;
+  const std::string link = std::filesystem::read_symlink(name, error);
+  for (const std::string& path : {name, link})
+    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+      int number = -1;
+      const char* const end = path.data() + path.size();
+      if (path.starts_with(folder) && std::from_chars(path.data() + folder.size(), end, number).ptr == end)
+        return number;
+    }
+  return -1;
+}
+
+// Opening such a name would begin the file anew, and lose what a shell or another program has written to it.
+int OpenToWrite(const std::string& name, int flags, int& error) {
+  const int own = OpenFileOf(name);
+  if (own < 0) return OpenDescriptor(ResolveNewPath(name), O_WRONLY | O_CREAT | flags, error);
+  const int descriptor = fcntl(own, F_DUPFD_CLOEXEC, 0);
+  if (descriptor < 0) error = FileErrorNumber(errno);
+  return descriptor;
+}
+
+}  // namespace
+
 TextFile::~TextFile() { Close(); }
 
 int TextFile::Create(const std::string& name) {
   Close();
   error_ = 0;
-  descriptor_ = OpenDescriptor(ResolveNewPath(name), O_WRONLY | O_CREAT | O_TRUNC, error_);
+  descriptor_ = OpenToWrite(name, O_TRUNC, error_);
   return error_;
 }
 
 int TextFile::Continue(const std::string& name, std::optional<std::size_t> size) {
   Close();
   error_ = 0;
-  descriptor_ = OpenDescriptor(ResolveNewPath(name), O_WRONLY | O_CREAT, error_);
+  descriptor_ = OpenToWrite(name, 0, error_);
   struct stat info;
-  if (error_ != 0) return error_;
-  const bool isRegular = fstat(descriptor_, &info) == 0 && S_ISREG(info.st_mode);
-  const bool failed = isRegular && ((size && ftruncate(descriptor_, static_cast<off_t>(*size)) != 0) ||
-                                    lseek(descriptor_, 0, SEEK_END) < 0);
+  if (error_ != 0 || OpenFileOf(name) >= 0 || fstat(descriptor_, &info) != 0 || !S_ISREG(info.st_mode)) return error_;
+  // Some file systems know no locks; two writers are not told apart there.
+  if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    Close();
+    return error_ = kFileInUse;
+  }
+  const bool failed =
+      (size && ftruncate(descriptor_, static_cast<off_t>(*size)) != 0) || lseek(descriptor_, 0, SEEK_END) < 0;
   if (failed) error_ = FileErrorNumber(errno);
   return error_;
 }
@@ -345,7 +379,8 @@ int TextFile::Flush() {
 
 int TextFile::Append(std::string_view text) {
   if (Flush() != 0) return error_;
-  const off_t before = lseek(descriptor_, 0, SEEK_CUR);
+  const bool appends = (fcntl(descriptor_, F_GETFL) & O_APPEND) != 0;
+  const off_t before = lseek(descriptor_, 0, appends ? SEEK_END : SEEK_CUR);
   buffer_ = text;
   const int error = Flush();
   // What isn't whole would spoil the next line, too.

@@ -1,5 +1,7 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -9,6 +11,7 @@
 #include "TemporaryFolder.h"
 #include "core/FileCalls.h"
 #include "core/Files.h"
+#include "core/SaveFile.h"
 #include "core/TextEncoding.h"
 
 namespace quorvex {
@@ -169,6 +172,44 @@ TEST(TextFile, KeepsTheFirstError) {
   EXPECT_EQ(file.Create(folder.Path("late")), 0);  // as a network disk tells that it is full
   const FileCalls calls([](std::string_view made) { return made == "close" ? EDQUOT : 0; });
   EXPECT_EQ(file.Close(), 61);
+}
+
+// What a shell wrote to its output in front of a run, or appends behind it, is not the run's to lose.
+TEST(TextFile, GoesOnWhereAnOpenFileOfTheProgramStands) {
+  const TemporaryFolder folder;
+  folder.Write("out.txt", "precious\n");
+  const int descriptor = open(folder.Path("out.txt").c_str(), O_WRONLY | O_APPEND);
+  ASSERT_GE(descriptor, 0);
+  for (const char* const where : {"/dev/fd/", "/proc/self/fd/"}) {
+    const std::string name = where + std::to_string(descriptor);
+    TextFile file;
+    EXPECT_EQ(file.Create(name), 0);
+    file.Write("a\n");
+    EXPECT_EQ(file.Close(), 0);
+    EXPECT_EQ(file.Continue(name, 0), 0);
+    EXPECT_EQ(file.Append("b\n"), 0);
+    EXPECT_EQ(file.Close(), 0);
+    ReplacementFile answer;
+    EXPECT_EQ(answer.Create(name), 0);
+    answer.Text().Write("c\n");
+    EXPECT_EQ(answer.Commit(), 0);
+  }
+  close(descriptor);
+  EXPECT_EQ(folder.Read("out.txt"), "precious\na\nb\nc\na\nb\nc\n");
+}
+
+TEST(TextFile, GoesOnAlone) {
+  const TemporaryFolder folder;
+  TextFile first, second;
+  ASSERT_EQ(first.Continue(folder.Path("all.jsonl"), 0), 0);
+  EXPECT_EQ(first.Append("1\n"), 0);
+  EXPECT_EQ(second.Continue(folder.Path("all.jsonl"), 0), 55);
+  EXPECT_FALSE(second.IsOpen());
+  EXPECT_EQ(folder.Read("all.jsonl"), "1\n");
+  EXPECT_EQ(first.Close(), 0);
+  EXPECT_EQ(second.Continue(folder.Path("all.jsonl")), 0);
+  EXPECT_EQ(second.Append("2\n"), 0);
+  EXPECT_EQ(folder.Read("all.jsonl"), "1\n2\n");
 }
 
 }  // namespace
