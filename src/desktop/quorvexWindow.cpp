@@ -159,6 +159,7 @@ void quorvexWindow::Refresh() { model_->Reload(); }
 
 void quorvexWindow::SolveRegression() { Solve(&ProjectSolver::SolveRegression); }
 void quorvexWindow::SolveInterpolation() { Solve(&ProjectSolver::SolveInterpolation); }
+void quorvexWindow::SolveWhatFailed() { Solve(&ProjectSolver::SolveWhatFailed); }
 
 void quorvexWindow::SolveSeries() {
   if (!DataGrid->CommitEntry()) return;

@@ -71,6 +71,7 @@ class quorvexWindow : public QWidget {
   void SolveRegression();
   void SolveInterpolation();
   void SolveSeries();
+  void SolveWhatFailed();
   void ClearFits();
   void ShowLog() { solver_.ShowLog(); }
   void ShowSelectedResults();

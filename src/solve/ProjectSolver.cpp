@@ -77,6 +77,22 @@ void ProjectSolver::SolveSeries() {
   if (!answers.Fits.empty()) windows_.ShowSeries(std::move(answers));
 }
 
+std::optional<std::size_t> ProjectSolver::SolveWhatFailed() {
+  std::vector<FailedFit> left = StillUnsolved();
+  if (left.empty()) {
+    user_.Inform("The last solve left nothing without a solution.");
+    return std::nullopt;
+  }
+  const std::optional<GatheredData> data = Gather();
+  if (!data) return std::nullopt;
+  const std::string message = left.size() == 1
+                                  ? "1 model of the last solve has no solution."
+                                  : std::to_string(left.size()) + " models of the last solve have no solution.";
+  FailedSolve failed(message, left, data->Points, project_.Locale);
+  const std::optional<Request> request = AskWayOn(failed);
+  return request ? Run(*data, *request, std::move(left), log_) : std::nullopt;
+}
+
 // The complete rows of the sheet, where they are enough and the user does not mind the others.
 std::optional<GatheredData> ProjectSolver::Gather() {
   GatheredData gathered = GatherData(project_.Sheet);
@@ -137,21 +153,23 @@ std::vector<SolvedItem> ProjectSolver::ModelsThat(const std::function<bool(const
   return models;
 }
 
-std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, Request request) {
+// `left` is what runs before have not solved, and `log` their account.
+std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, Request request, std::vector<FailedFit> left,
+                                              std::string log) {
   std::vector<SolvedItem> solved;
-  std::vector<FailedFit> left;  // that runs before have not solved
-  std::string log;              // their account
   for (;;) {
     SolveOutcome outcome = RunOnce(data, request);
     if (outcome.Asked != 0) {
       log_.insert(0, log);
       log = log_;
     }
-    // What is tried again stands before what is not.
-    std::erase_if(left, [&](const FailedFit& one) {
-      return std::ranges::find(request.Objects, one.Object) != request.Objects.end();
-    });
+    // What is tried again stands before what is not. A run that was broken off tells nothing new of it.
+    if (!outcome.Aborted)
+      std::erase_if(left, [&](const FailedFit& one) {
+        return std::ranges::find(request.Objects, one.Object) != request.Objects.end();
+      });
     left.insert(left.begin(), outcome.Failed.begin(), outcome.Failed.end());
+    if (outcome.Asked != 0) Keep(left);
     solved.insert(solved.end(), outcome.Solved.begin(), outcome.Solved.end());
     if (outcome.Asked != 0) windows_.RunEnded();
     // While the user reads, the solutions can be kept.
@@ -166,6 +184,33 @@ std::optional<std::size_t> ProjectSolver::Run(const GatheredData& data, Request 
     request = std::move(*next);
   }
   return FirstOf(SolvedItems(project_, settings_.Integer("sortindex")), solved);
+}
+
+void ProjectSolver::Keep(const std::vector<FailedFit>& left) {
+  left_.clear();
+  for (const FailedFit& fit : left) left_.emplace_back(fit.Object.Name(), fit);
+}
+
+// What the last solve left, as far as it is still there and has no solution from elsewhere.
+std::vector<FailedFit> ProjectSolver::StillUnsolved() {
+  std::vector<FailedFit> fits;
+  for (const auto& [name, kept] : left_) {
+    SolvedItem object;
+    if (kept.Object.Model != nullptr) {
+      ModelClass* model = project_.Models.Find(name);
+      if (model == nullptr || model->Solved || !CanBeSolved(*model, project_.Sheet)) continue;
+      // Under the name of a model that was edited, estimates are those of another one.
+      if (static_cast<std::size_t>(model->NumDependentVar()) != kept.Values.size()) continue;
+      object.Model = model;
+    } else {
+      const auto curve = std::ranges::find(project_.Interpolations, name, &InterpClass::id);
+      if (curve == project_.Interpolations.end() || curve->Solved) continue;
+      object.Interpolation = &*curve;
+    }
+    fits.push_back(kept);
+    fits.back().Object = object;
+  }
+  return fits;
 }
 
 // What is to be solved next; nothing where the user leaves it at that.

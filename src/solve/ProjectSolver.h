@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "project/ProjectEditor.h"
@@ -59,6 +60,8 @@ class ProjectSolver {
   // last run was aborted.
   std::optional<std::size_t> SolveRegression();
   std::optional<std::size_t> SolveInterpolation();
+  // Shows again what of the last solve has no solution yet, with the ways on; solves and returns as the above.
+  std::optional<std::size_t> SolveWhatFailed();
 
   // Solves models of the project, chosen as for its own data, on each column of a file, and shows what comes of it. The
   // project stays as it is.
@@ -96,7 +99,10 @@ class ProjectSolver {
   std::optional<GatheredData> Gather();
   std::optional<Request> SelectModels();
   std::vector<SolvedItem> ModelsThat(const std::function<bool(const ModelClass&)>& wanted);
-  std::optional<std::size_t> Run(const GatheredData& data, Request request);
+  std::optional<std::size_t> Run(const GatheredData& data, Request request, std::vector<FailedFit> left = {},
+                                 std::string log = {});
+  void Keep(const std::vector<FailedFit>& left);
+  std::vector<FailedFit> StillUnsolved();
   SolveOutcome RunOnce(const GatheredData& data, const Request& request);
   std::optional<Request> AskWayOn(FailedSolve& failed);
 
@@ -106,6 +112,8 @@ class ProjectSolver {
   Prompter& user_;
   SolveWindows& windows_;
   std::string log_;
+  // What the last solve left, by name: by the time it is asked for, the objects may be gone or others.
+  std::vector<std::pair<std::string, FailedFit>> left_;
   std::optional<SolveLimits> limits_;
   std::size_t missing_ = 0;
   bool running_ = false;

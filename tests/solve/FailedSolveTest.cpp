@@ -257,6 +257,48 @@ TEST(FailedSolve, LeadsOnFromAGroup) {
   EXPECT_EQ(p.SolvedNames(), "my line, my power");
 }
 
+// What a solve left is brought back until it is solved or gone; a run that is broken off takes nothing off the list.
+TEST(FailedSolve, IsBroughtBackLater) {
+  SolvableProject p;
+  p.AddUserModel("root", "sqr(a-2)*x+b");  // no value from ones
+  p.AddUserModel("never", "ln(-abs(m*x)-1)");
+  p.Preferences.SetFlag("tryharder", false);
+  const auto bringBack = [&](std::vector<std::function<WayOn(FailedSolve&)>> ways) {
+    p.Windows.Left.clear();
+    p.User.Said.clear();
+    p.Windows.WaysOn = std::move(ways);
+    const bool solved = p.Solver.SolveWhatFailed().has_value();
+    EXPECT_TRUE(p.Windows.WaysOn.empty());
+    return solved;
+  };
+  const auto tryFirst = [](FailedSolve&) { return WayOn::TryHarder; };
+  EXPECT_FALSE(bringBack({}));
+  EXPECT_EQ(p.User.Last(), "inform: The last solve left nothing without a solution.");
+
+  p.Windows.Setup = SolveChoice{0, ModelSelection::Groups};
+  p.Windows.Pick = [](GroupPick& pick) { pick.UserDefined = true; };
+  p.Solver.SolveRegression();
+  EXPECT_FALSE(bringBack({}));
+  EXPECT_EQ(p.User.Last(), "inform: 2 models of the last solve have no solution.");
+  EXPECT_EQ(p.Windows.Left, "root, never");
+
+  p.Windows.AtTurn = [](ScriptedProgress& form) { form.Aborted = true; };
+  EXPECT_FALSE(bringBack({tryFirst}));
+  EXPECT_EQ(p.User.Last(), "inform: Solution Process Aborted.");
+  p.Windows.AtTurn = [](ScriptedProgress&) {};
+  EXPECT_TRUE(bringBack({tryFirst}));
+  EXPECT_TRUE(p.Model("root").Solved);
+  EXPECT_EQ(p.Windows.Left, "never") << "behind the run";
+  EXPECT_GT(Searches(p.Solver.Log()), 4u) << "one account of all runs";
+  EXPECT_FALSE(bringBack({}));
+  EXPECT_EQ(p.User.Last(), "inform: 1 model of the last solve has no solution.");
+  EXPECT_EQ(p.Windows.Left, "never");
+
+  p.Document.Models.Remove("never");
+  EXPECT_FALSE(bringBack({}));
+  EXPECT_EQ(p.User.Last(), "inform: The last solve left nothing without a solution.");
+}
+
 // A search that fails goes on by itself, under the eyes of the user, who may stop it there.
 TEST(RunSolve, TriesHarderByPreferenceUntilTheUserAborts) {
   const struct {

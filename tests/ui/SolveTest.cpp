@@ -372,6 +372,12 @@ TEST_F(SolveMenuTest, LeadsOnFromAGroupThatFailedInPart) {
   });
   Trigger("mnuSolveRegression");
   EXPECT_EQ(SolvedRows(), "1 yours");
+  dialogs.Do([](QDialog& box) {
+    EXPECT_EQ(Text(box, "message_label"), "2 models of the last solve have no solution.");
+    EXPECT_EQ(Rows(List(box, "failed_list")), (QStringList{"mine", "third"}));
+    box.reject();
+  });
+  Trigger("mnuSolveFailed");
 }
 
 TEST_F(SolveMenuTest, TriesHarderBySetupAndMarksWhatWasFoundSo) {
