@@ -148,12 +148,15 @@ TEST_F(Results, FollowsTheProject) {
     EXPECT_FALSE(Find<QPushButton>(name).isEnabled()) << name;
 }
 
-TEST_F(Results, SaysWhatIsWrongWithTheSheet) {
+// Whoever solves is asked about it; here it is one that is missing.
+TEST_F(Results, CountsARowWithATextAsMissing) {
   Start();
   project.Sheet.Cells.SetGridCellText(2, 2, "five");
-  dialogs.Press(QMessageBox::Ok);
   window->Refresh();
-  EXPECT_EQ(dialogs.Said, Said{"Line 2: 'five' is not a number."});
+  EXPECT_EQ(dialogs.Said, Said());
+  EXPECT_EQ(ValueOf("Number of missing observations = "), "1");
+  Turn(1);
+  EXPECT_EQ(Find<QTableView>("DataBook").model()->rowCount(), 4);
 }
 
 TEST_F(Results, EvaluatesAndKeepsTheAnswers) {
