@@ -60,7 +60,7 @@ std::vector<ProjectCommand> SolveMenu() {
        .Run = [](quorvexWindow& window) { window.SolveInterpolation(); },
        .InItsWindows = true},
       {.Name = "mnuSolveSeries",
-       .Text = "Solve S&eries...",
+       .Text = "S&olve Series...",
        .Run = [](quorvexWindow& window) { window.SolveSeries(); }},
       {.Name = "mnuSolvePrompt",
        .Text = "&Prompt for Setup",
