@@ -18,7 +18,8 @@ std::span<const std::string_view> Tips() {
       "Saving keeps the file that was there before beside the new one, under its name with ~ behind it.",
       "Ranking models by the adjusted R^2 instead of RSS keeps more coefficients from winning by number alone.",
       "Residuals that show a pattern say that the model is wrong, however small they are.",
-      "A date may be typed as year-month-day or as you write it; it is stored as a number of days, so it can be fitted.",
+      "A date may be typed as year-month-day or as you write it; it is stored as a number of days, so it can be "
+      "fitted.",
       "Central differences are quicker, Richardson's extrapolation is more accurate. The preferences choose.",
       "F1 opens the page of the manual for the window in front.",
   };

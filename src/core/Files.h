@@ -121,8 +121,8 @@ class TextFile {
   // that the program has open, such as /dev/stdout, goes on where that stands. Returns 0 or the file error's number.
   // Closes what was open before.
   int Create(const std::string& name);
-  // The same, going on behind the first `size` bytes of what was there, or behind all of it, and alone: 55 where another
-  // program does the same. What is no regular file has nothing to be kept.
+  // The same, going on behind the first `size` bytes of what was there, or behind all of it, and alone: 55 where
+  // another program does the same. What is no regular file has nothing to be kept.
   int Continue(const std::string& name, std::optional<std::size_t> size = std::nullopt);
   // The same on a descriptor, which becomes this file's.
   void Attach(int descriptor);

@@ -134,9 +134,8 @@ bool PlotPage::AutoFormatted() const {
   // What failed in drawing only is formatted nevertheless, but not scales that have no numbers.
   try {
     return std::ranges::all_of(Axes(), [](const PlotAxis* axis) {
-      return !axis->Labels.empty() &&
-             (IsDatePattern(axis->LabelString) ||
-              axis->LabelString == BuildAutoLabelFormat(axis->Limits(), axis->CountsRows()));
+      return !axis->Labels.empty() && (IsDatePattern(axis->LabelString) ||
+                                       axis->LabelString == BuildAutoLabelFormat(axis->Limits(), axis->CountsRows()));
     });
   } catch (const NumericFault&) {
     return false;

@@ -47,7 +47,7 @@ double NumberIn(const std::string& heading, const LocaleText& locale) {
 }  // namespace
 
 SeriesAnswersTable::SeriesAnswersTable(std::shared_ptr<const SeriesAnswers> answers, const LocaleText& locale,
-                         const NumberPatterns& patterns)
+                                       const NumberPatterns& patterns)
     : answers_(std::move(answers)), locale_(locale), patterns_(patterns), order_(answers_->Fits.size()) {
   std::iota(order_.begin(), order_.end(), std::size_t{0});
   const auto count = [&](const char* heading, double (*number)(const SeriesFit&, const std::string&)) {

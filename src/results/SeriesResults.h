@@ -20,7 +20,8 @@ namespace quorvex {
 // are in the locale's form.
 class SeriesAnswersTable : public TextTable {
  public:
-  SeriesAnswersTable(std::shared_ptr<const SeriesAnswers> answers, const LocaleText& locale, const NumberPatterns& patterns);
+  SeriesAnswersTable(std::shared_ptr<const SeriesAnswers> answers, const LocaleText& locale,
+                     const NumberPatterns& patterns);
 
   // Sorts the rows by a column: headings by their numbers where they are numbers, before those that are texts. Rows
   // that have nothing there are last, equal ones in the order of the series.

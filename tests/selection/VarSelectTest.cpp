@@ -160,7 +160,8 @@ TEST(GatherForSelection, WantsThreeCompleteRows) {
   user.Answer = false;
   EXPECT_FALSE(GatherForSelection(sheet, settings, user));
   EXPECT_EQ(user.Last(),
-            "ask: Row 4, column 'X2' is empty. 1 row of the data is incomplete and is left out of the solution. Do you want to continue?");
+            "ask: Row 4, column 'X2' is empty. 1 row of the data is incomplete and is left out of the solution. Do you "
+            "want to continue?");
   sheet.Cells.GridClearRange({2, 3, 2, 3});
   EXPECT_FALSE(GatherForSelection(sheet, settings, user));
   EXPECT_EQ(user.Last(), "refuse: You need at least 3 data points in order to perform variable selection.");

@@ -140,7 +140,8 @@ TEST_F(SheetRoads, AirQualityIsSolvedWithoutTheRowsThatHaveNoNumber) {
   EXPECT_EQ(Shown(5, 1), "");
   EXPECT_EQ(solve(), error);
   EXPECT_EQ(dialogs.Said[dialogs.Said.size() - 2],
-            "Row 5, column 'solar' is empty. 42 rows of the data are incomplete and are left out of the solution. Do you want to continue?");
+            "Row 5, column 'solar' is empty. 42 rows of the data are incomplete and are left out of the solution. Do "
+            "you want to continue?");
   form->close();
 
   // Fewer columns take their data, the solution and what shows it away, and undo brings them back.

@@ -9,8 +9,8 @@ class QWidget;
 
 namespace quorvex {
 
-// Asks for the kind of a project: how many independent variables it has, and whether a standard deviation. Nothing where
-// the user cancels. A `note` stands above the buttons.
+// Asks for the kind of a project: how many independent variables it has, and whether a standard deviation. Nothing
+// where the user cancels. A `note` stands above the buttons.
 std::optional<ProjectKind> AskProjectKind(QWidget* over, const ProjectKind& proposed,
                                           const QString& title = "New Project", const QString& note = {});
 
