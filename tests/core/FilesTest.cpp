@@ -189,7 +189,7 @@ TEST(TextFile, GoesOnWhereAnOpenFileOfTheProgramStands) {
     EXPECT_EQ(file.Continue(name, 0), 0);
     EXPECT_EQ(file.Append("b\n"), 0);
     EXPECT_EQ(file.Close(), 0);
-    ReplacementFile answer;
+    ReplacementFile answer(FileCare::Answer);
     EXPECT_EQ(answer.Create(name), 0);
     answer.Text().Write("c\n");
     EXPECT_EQ(answer.Commit(), 0);
