@@ -94,15 +94,15 @@ void TabAsLaidOut(QWidget& window) {
   }
   if (controls.empty()) return;
   // Tab begins behind the window. Qt puts nothing behind what takes no keys, and takes the last control and the first
-  // for neighbours already, whichever they are.
+  // for neighbours already, whichever they are. A window that hands its keys on begins there, and would be moved along.
   const Qt::FocusPolicy policy = window.focusPolicy();
-  if (window.isWindow()) {
+  if (window.isWindow() && window.focusProxy() == nullptr) {
     window.setFocusPolicy(Qt::TabFocus);
     controls.insert(controls.begin(), &window);
   }
   for (std::size_t i = 1; i < controls.size(); ++i)
     if (!WouldMoveAlong(*controls[i], controls[i - 1])) QWidget::setTabOrder(controls[i - 1], controls[i]);
-  window.setFocusPolicy(policy);
+  if (window.focusPolicy() != policy) window.setFocusPolicy(policy);
 }
 
 }  // namespace quorvex
