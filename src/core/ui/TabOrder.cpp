@@ -50,6 +50,11 @@ void Gather(const QLayout& layout, std::vector<QWidget*>& found) {
 
 void Gather(QWidget& widget, std::vector<QWidget*>& found) {
   if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) {
+    // The widget around the tabs hands Tab on to them, from wherever it stands: behind the pages it would lead back.
+    // The policy of the one is passed on to the other.
+    const Qt::FocusPolicy policy = tabs->tabBar()->focusPolicy();
+    tabs->setFocusPolicy(Qt::NoFocus);
+    tabs->tabBar()->setFocusPolicy(policy);
     found.push_back(tabs->tabBar());
     for (int i = 0; i < tabs->count(); ++i) Gather(*tabs->widget(i), found);
     return;
