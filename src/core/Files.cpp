@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -294,25 +293,21 @@ bool WholeFile::Reserve(std::size_t capacity) {
 
 namespace {
 
-// The number of the program's own open file that a name means, as /dev/stdout and /dev/fd/3 do; -1 for any other name.
-int OpenFileOf(const std::string& name) {
+// The descriptor of the program's output or messages that a name means, as /dev/stdout does; -1 for any other name.
+int StreamOf(const std::string& name) {
   std::error_code error;
   const std::string link = std::filesystem::read_symlink(name, error);
-  for (const std::string& path : {name, link})
-    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
-      int number = -1;
-      const char* const end = path.data() + path.size();
-      if (path.starts_with(folder) && std::from_chars(path.data() + folder.size(), end, number).ptr == end)
-        return number;
-    }
+  for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+    for (const char* const folder : {"/dev/fd/", "/proc/self/fd/"})
+      if (const std::string own = folder + std::to_string(stream); name == own || link == own) return stream;
   return -1;
 }
 
 // Opening such a name would begin the file anew, and lose what a shell or another program has written to it.
 int OpenToWrite(const std::string& name, int flags, int& error) {
-  const int own = OpenFileOf(name);
-  if (own < 0) return OpenDescriptor(ResolveNewPath(name), O_WRONLY | O_CREAT | flags, error);
-  const int descriptor = fcntl(own, F_DUPFD_CLOEXEC, 0);
+  const int stream = StreamOf(name);
+  if (stream < 0) return OpenDescriptor(ResolveNewPath(name), O_WRONLY | O_CREAT | flags, error);
+  const int descriptor = fcntl(stream, F_DUPFD_CLOEXEC, 0);
   if (descriptor < 0) error = FileErrorNumber(errno);
   return descriptor;
 }
@@ -333,7 +328,7 @@ int TextFile::Continue(const std::string& name, std::optional<std::size_t> size)
   error_ = 0;
   descriptor_ = OpenToWrite(name, 0, error_);
   struct stat info;
-  if (error_ != 0 || OpenFileOf(name) >= 0 || fstat(descriptor_, &info) != 0 || !S_ISREG(info.st_mode)) return error_;
+  if (error_ != 0 || StreamOf(name) >= 0 || fstat(descriptor_, &info) != 0 || !S_ISREG(info.st_mode)) return error_;
   // Some file systems know no locks; two writers are not told apart there.
   if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
     Close();

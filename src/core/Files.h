@@ -117,9 +117,9 @@ class TextFile {
   TextFile(const TextFile&) = delete;
   TextFile& operator=(const TextFile&) = delete;
 
-  // Opens the file anew and overwrites what was there, as a log does that grows while it is written. A name of a file
-  // that the program has open, such as /dev/stdout, goes on where that stands. Returns 0 or the file error's number.
-  // Closes what was open before.
+  // Opens the file anew and overwrites what was there, as a log does that grows while it is written. The program's
+  // output and messages, such as /dev/stdout, go on where they stand. Returns 0 or the file error's number. Closes what
+  // was open before.
   int Create(const std::string& name);
   // The same, going on behind the first `size` bytes of what was there, or behind all of it, and alone: 55 where
   // another program does the same. What is no regular file has nothing to be kept.

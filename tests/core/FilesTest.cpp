@@ -175,27 +175,27 @@ TEST(TextFile, KeepsTheFirstError) {
 }
 
 // What a shell wrote to its output in front of a run, or appends behind it, is not the run's to lose.
-TEST(TextFile, GoesOnWhereAnOpenFileOfTheProgramStands) {
+TEST(TextFile, GoesOnWhereTheOutputOfTheProgramStands) {
   const TemporaryFolder folder;
   folder.Write("out.txt", "precious\n");
-  const int descriptor = open(folder.Path("out.txt").c_str(), O_WRONLY | O_APPEND);
-  ASSERT_GE(descriptor, 0);
-  for (const char* const where : {"/dev/fd/", "/proc/self/fd/"}) {
-    const std::string name = where + std::to_string(descriptor);
+  const int before = dup(STDOUT_FILENO), descriptor = open(folder.Path("out.txt").c_str(), O_WRONLY | O_APPEND);
+  dup2(descriptor, STDOUT_FILENO);
+  int errors = 0;
+  for (const std::string name : {"/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"}) {
     TextFile file;
-    EXPECT_EQ(file.Create(name), 0);
+    errors += file.Create(name);
     file.Write("a\n");
-    EXPECT_EQ(file.Close(), 0);
-    EXPECT_EQ(file.Continue(name, 0), 0);
-    EXPECT_EQ(file.Append("b\n"), 0);
-    EXPECT_EQ(file.Close(), 0);
+    errors += file.Close() + file.Continue(name, 0) + file.Append("b\n") + file.Close();
     ReplacementFile answer(FileCare::Answer);
-    EXPECT_EQ(answer.Create(name), 0);
+    errors += answer.Create(name);
     answer.Text().Write("c\n");
-    EXPECT_EQ(answer.Commit(), 0);
+    errors += answer.Commit();
   }
+  dup2(before, STDOUT_FILENO);
   close(descriptor);
-  EXPECT_EQ(folder.Read("out.txt"), "precious\na\nb\nc\na\nb\nc\n");
+  close(before);
+  EXPECT_EQ(errors, 0);
+  EXPECT_EQ(folder.Read("out.txt"), "precious\na\nb\nc\na\nb\nc\na\nb\nc\n");
 }
 
 TEST(TextFile, GoesOnAlone) {

@@ -509,7 +509,9 @@ TEST_F(DataplotTest, IsOpenedByTheProgramItself) {
   const std::string file = SavedPlot("a.plt");
   folder.Write("quorvex.ini", "[startup]\nShow Tips at Startup=0\n");
   QProcess program;
-  program.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("XDG_STATE_HOME", QString::fromStdString(folder.Path("state")));
+  program.setProcessEnvironment(environment);
   program.start(QString::fromStdString(DesktopProgram()), {QString::fromStdString(file)});
   ASSERT_TRUE(program.waitForStarted());
   EXPECT_TRUE(QTest::qWaitFor(
