@@ -19,7 +19,7 @@ namespace quorvex {
 namespace {
 
 void Press(QDialog& window, const char* button) { window.findChild<QPushButton*>(button)->click(); }
-void Check(QDialog& window, const char* option) { window.findChild<QRadioButton*>(option)->setChecked(true); }
+void Check(QDialog& window, const char* option) { window.findChild<QAbstractButton*>(option)->setChecked(true); }
 void Accept(QDialog& window) { window.accept(); }
 void Reject(QDialog& window) { window.reject(); }
 
@@ -111,6 +111,7 @@ void TakeSolve(const Shots& shots) {
                              },
                              [&](QDialog& dialog) {
                                Check(dialog, "optSingle");
+                               Check(dialog, "chkHarder");
                                Accept(dialog);
                              },
                              [&](QDialog& dialog) {
