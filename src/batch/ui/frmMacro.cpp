@@ -212,7 +212,7 @@ QWidget* frmMacro::InputPage() {
   auto* missing = NewUse("Mar&ker of missing data:", "MissingData");
   auto* marker = NewText(page, "Marker of missing data", "MissingData");
   form->addRow(missing, marker);
-  form->addRow("", NewFlag("A series: run once for each column o&f Y", "DataSeries"));
+  form->addRow("", NewFlag("A series: run once for eac&h column of Y", "DataSeries"));
   auto* useParameters = NewUse("Run once for each line of a ta&ble of parameters", "ParameterFile");
   form->addRow("", useParameters);
   auto* parameters = AddFile(*form, "Pa&rameter file:", "ParameterFile", "Parameter File", false);
