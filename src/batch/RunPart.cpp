@@ -38,6 +38,7 @@ Result<RunPart> ParseRunPart(std::string_view text) {
 }
 
 std::string NameOfPart(std::string_view name, std::size_t part) {
+  if (name.starts_with("/dev/")) return std::string(name);
   const std::size_t base = name.find_last_of("/\\") + 1;  // 0 without a folder
   std::size_t dot = name.rfind('.');
   if (dot == std::string_view::npos || dot <= base) dot = name.size();

@@ -28,6 +28,7 @@ struct RunPart {
 Result<RunPart> ParseRunPart(std::string_view text);
 
 // The file of a part, beside those of the others: its number stands in front of the extension, as in "run.2.log".
+// A device, such as /dev/stdout, is all the parts' own.
 std::string NameOfPart(std::string_view name, std::size_t part);
 
 // The runs that a result file has whole lines of whose answers stand (status 0, or one of a strict status), by what

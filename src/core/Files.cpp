@@ -328,12 +328,13 @@ int TextFile::Continue(const std::string& name, std::optional<std::size_t> size)
   error_ = 0;
   descriptor_ = OpenToWrite(name, 0, error_);
   struct stat info;
-  if (error_ != 0 || StreamOf(name) >= 0 || fstat(descriptor_, &info) != 0 || !S_ISREG(info.st_mode)) return error_;
+  if (error_ != 0 || fstat(descriptor_, &info) != 0 || !S_ISREG(info.st_mode)) return error_;
   // Some file systems know no locks; two writers are not told apart there.
   if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
     Close();
     return error_ = kFileInUse;
   }
+  if (StreamOf(name) >= 0) return 0;
   const bool failed =
       (size && ftruncate(descriptor_, static_cast<off_t>(*size)) != 0) || lseek(descriptor_, 0, SEEK_END) < 0;
   if (failed) error_ = FileErrorNumber(errno);

@@ -317,7 +317,8 @@ TEST(RunPart, PartsATableWithoutGapsOrRepeats) {
                                                        {"a.b/run", "a.b/run.3"},
                                                        {"/x/all.y.jsonl", "/x/all.y.3.jsonl"},
                                                        {"/x/.hidden", "/x/.hidden.3"},
-                                                       {"C:\\a.b\\c", "C:\\a.b\\c.3"}};
+                                                       {"C:\\a.b\\c", "C:\\a.b\\c.3"},
+                                                       {"/dev/stdout", "/dev/stdout"}};
   for (const auto& [name, part] : names) EXPECT_EQ(NameOfPart(name, 3), part);
 }
 
