@@ -258,9 +258,13 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Up:
     case Qt::Key_Down:
     case Qt::Key_Left:
-    case Qt::Key_Right: {
+    case Qt::Key_Right:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown: {
       // With Ctrl itself the table would move the current cell alone and leave the selection behind.
-      const QScopedValueRollback blocks(byBlocks_, ctrl);
+      const QScopedValueRollback far(goesFar_, ctrl);
       QKeyEvent plain(QEvent::KeyPress, event->key(), event->modifiers() & ~Qt::ControlModifier);
       return QTableView::keyPressEvent(&plain);
     }
@@ -275,14 +279,8 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
 }
 
 QModelIndex SheetView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (!goesFar_) return QTableView::moveCursor(action, modifiers);
   const QModelIndex from = currentIndex();
-  if (action == MoveEnd && modifiers.testFlag(Qt::ControlModifier)) {
-    const GridCells& cells = sheet_->Cells();
-    const int row = static_cast<int>(std::max<std::size_t>(cells.GridLastRow(), 1)) - 1;
-    const int column = static_cast<int>(std::max<std::size_t>(cells.GridLastCol(), 1)) - 1;
-    return model()->index(row, std::min(column, model()->columnCount() - 1));
-  }
-  if (!byBlocks_) return QTableView::moveCursor(action, modifiers);
   switch (action) {
     case MoveUp:
       return BlockEdgeFrom(from, -1, 0);
@@ -290,8 +288,18 @@ QModelIndex SheetView::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
       return BlockEdgeFrom(from, 1, 0);
     case MoveLeft:
       return BlockEdgeFrom(from, 0, -1);
-    default:
+    case MoveRight:
       return BlockEdgeFrom(from, 0, 1);
+    case MoveHome:
+      return model()->index(0, 0);
+    case MoveEnd: {
+      const GridCells& cells = sheet_->Cells();
+      const int row = static_cast<int>(std::max<std::size_t>(cells.GridLastRow(), 1)) - 1;
+      const int column = static_cast<int>(std::max<std::size_t>(cells.GridLastCol(), 1)) - 1;
+      return model()->index(row, std::min(column, model()->columnCount() - 1));
+    }
+    default:
+      return QTableView::moveCursor(action, modifiers);
   }
 }
 

@@ -62,7 +62,7 @@ class SheetView : public QTableView {
   SheetModel* sheet_ = nullptr;
   int row_ = 0, column_ = 0;       // where the current cell was last
   bool resizing_ = false;          // by what the sheet says, not by the user
-  bool byBlocks_ = false;          // the arrow that is pressed goes by blocks
+  bool goesFar_ = false;           // the key that is pressed goes by blocks or to an end of the sheet
   std::optional<int> tabbedFrom_;  // the column where the Tabs began that led to the current cell
 };
 

@@ -235,6 +235,8 @@ TEST_F(SheetDialogs, GoAboutTheSheetByKeys) {
   StartWithData();
   const auto press = [&](Qt::Key key, Qt::KeyboardModifiers with = {}) {
     QTest::keyClick(frame->focusWidget(), key, with);
+    // What the next command works on is the selection.
+    EXPECT_TRUE(Grid().selectionModel()->isSelected(Grid().currentIndex())) << key;
     return Current();
   };
   Select(5, 1, 5, 1);
