@@ -142,11 +142,12 @@ std::string FileErrorText(int number) {
 }
 
 std::vector<std::string> FolderListings::Others(const std::string& folder, const std::string& component) {
-  const auto [found, isNew] = folders_.try_emplace(folder);
-  if (isNew) ForEachEntry(folder, [&](const std::string& name) { found->second[ToLower(name)].push_back(name); });
-  const auto names = found->second.find(ToLower(component));
+  const auto [at, isNew] = folders_.try_emplace(folder);
+  auto& known = at->second;
+  if (isNew) ForEachEntry(folder, [&](const std::string& name) { known[ToLower(name)].push_back(name); });
+  const auto names = known.find(ToLower(component));
   std::vector<std::string> others;
-  if (names != found->second.end()) others = names->second;
+  if (names != known.end()) others = names->second;
   std::erase(others, component);
   return others;
 }

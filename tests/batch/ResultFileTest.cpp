@@ -313,12 +313,9 @@ TEST(RunPart, PartsATableWithoutGapsOrRepeats) {
   for (const char* text : {"0/4", "5/4", "a", "", "1", "1/", "/2", "1/2/3", "-1/2", "1/0", "1.5/2", "1/2x",
                            "1/1000000001", "99999999999999999999/99999999999999999999"})
     EXPECT_FALSE(ParseRunPart(text)) << text;
-  const std::pair<const char*, const char*> names[] = {{"run.log", "run.3.log"},
-                                                       {"a.b/run", "a.b/run.3"},
-                                                       {"/x/all.y.jsonl", "/x/all.y.3.jsonl"},
-                                                       {"/x/.hidden", "/x/.hidden.3"},
-                                                       {"C:\\a.b\\c", "C:\\a.b\\c.3"},
-                                                       {"/dev/stdout", "/dev/stdout"}};
+  const std::pair<const char*, const char*> names[] = {
+      {"run.log", "run.3.log"},       {"a.b/run", "a.b/run.3"},       {"/x/all.y.jsonl", "/x/all.y.3.jsonl"},
+      {"/x/.hidden", "/x/.hidden.3"}, {"C:\\a.b\\c", "C:\\a.b\\c.3"}, {"/dev/stdout", "/dev/stdout"}};
   for (const auto& [name, part] : names) EXPECT_EQ(NameOfPart(name, 3), part);
 }
 
