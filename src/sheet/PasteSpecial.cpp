@@ -111,7 +111,7 @@ Block ReadBlock(std::string_view text, const LocaleText& locale, CellOrder order
 // dates are read: a time of day is a number with decimals, which tells nothing of commas.
 void OfferDecimalCommas(Block& block, const SheetEdit& edit) {
   if (edit.Locale.DecimalSeparator != '.') return;
-  for (const std::size_t first : {1, 2}) {
+  for (const std::size_t first : {1U, 2U}) {
     const DecimalCommas commas = FindDecimalCommas(block.Cells, first, block.Rows);
     if (commas.Columns.empty()) continue;
     if (edit.User.Ask(DecimalCommaNotice(commas.Example) + " Read them as numbers?"))
