@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/LossKind.h"
+
 namespace quorvex {
 
 // The preferences that the program reads once at start and hands down; only the store in app/ knows where they are
@@ -22,8 +24,13 @@ struct Settings {
   int MaxIterations = 250;           // key "maxiterations"
   int DivIterations = 10;            // key "diviterations", iterations allowed without improvement
   int DerivativeMethod = 0;          // key "derivative", 0 Richardson's extrapolation, 1 central difference
-  // Of one run, and stored under no key: where the search of a nonlinear model fails, go on (engine/TryHarder.h).
+  // Of one run, and stored under no key: where the search of a nonlinear model fails, go on (engine/TryHarder.h); given
+  // standard deviations are taken at their word instead of telling no more than their ratios; what a residual costs,
+  // and the residual beyond which that is less than its square, in standard deviations of the residuals where 0.
   bool TryHarder = false;
+  bool AbsoluteDeviations = false;
+  LossKind Loss = LossKind::Squares;
+  double LossScale = 0;
 
   // The value in force: what is stored, the default where nothing is, then the built-in value where one stands in
   // for that text. Empty for a key that is neither stored nor known.

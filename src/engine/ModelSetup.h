@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -21,6 +22,14 @@ struct Coefficient {
   std::string Rule = "Value";
   std::string RuleConstant = "1";  // a number as the user wrote it
   std::string Derivative = "Numerical";
+  double Minimum = -HUGE_VAL, Maximum = HUGE_VAL;  // the fit stays between, both included
+};
+
+// A quantity of the coefficients that is wanted with its standard error: an expression of their names.
+struct DerivedQuantity {
+  std::string Name, Expression;
+
+  bool operator==(const DerivedQuantity&) const = default;
 };
 
 // What a model is to its user, and how it is to be solved. A model's text stands elsewhere: this belongs to one text,
@@ -38,6 +47,7 @@ struct ModelSetup {
 
   std::vector<Coefficient> Coefficients;
   std::vector<ICRange> ICRanges;  // one per coefficient
+  std::vector<DerivedQuantity> Reports;
 };
 
 }  // namespace quorvex

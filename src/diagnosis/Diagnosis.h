@@ -1,0 +1,88 @@
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Settings.h"
+#include "core/SolveData.h"
+#include "diagnosis/DiagnosisChoices.h"
+#include "engine/ModelCollection.h"
+#include "engine/SolveForm.h"
+#include "linear/Matrix.h"
+
+namespace quorvex {
+
+// Where a quantity lies with some probability; NaN for an end that could not be computed, infinite for one that is not
+// there.
+struct Interval {
+  double Lower = NAN, Upper = NAN;
+};
+
+// The levels of all reports, in percent.
+inline constexpr std::array<int, 4> kLimitLevels = {68, 90, 95, 99};
+using LimitsByLevel = std::array<Interval, kLimitLevels.size()>;
+
+struct CoefficientDiagnosis {
+  std::string Name;
+  double Value = NAN, StdErr = NAN;
+  bool IsHeld = false, IsAtMinimum = false, IsAtMaximum = false;
+  LimitsByLevel Symmetric;                    // value -+ se t
+  std::optional<LimitsByLevel> Profile;       // where asked for
+  std::optional<LimitsByLevel> Bootstrapped;  // where asked for
+};
+
+// A quantity of the coefficients (DerivedQuantity).
+struct QuantityDiagnosis {
+  std::string Name, Expression;
+  std::string Fault;  // why it has no value, a sentence; else empty
+  double Value = NAN, StdErr = NAN;
+  LimitsByLevel Symmetric;
+  std::optional<LimitsByLevel> Bootstrapped;
+};
+
+// Whether an answer is to be trusted.
+enum class VerdictKind { Sound, Doubtful, Failed };
+struct Verdict {
+  VerdictKind Kind = VerdictKind::Sound;
+  std::string Ended;                 // how the search ended, a sentence
+  std::vector<std::string> Reasons;  // what speaks against it, a sentence each, the gravest first
+};
+
+// A model among the others that were tried on the same data.
+struct Ranking {
+  double AICc = NAN, BIC = NAN;
+  double DeltaAICc = NAN, AkaikeWeight = NAN;
+  int Group = 0;                // from 1: models that the data cannot tell apart, by AICc within 2 of the group's best
+  int SameAs = 0;               // rank (from 1) of the first model with the same fitted values; 0: none before it
+  double LeaveOneOut = NAN;     // root mean square of the errors with each point left out, by leverages
+  double CrossValidated = NAN;  // the same by refits, where asked for
+};
+
+// All that is told of an answer beside the designed reports. What could not be computed is NaN or empty.
+struct Diagnosis {
+  std::string Id;
+  Verdict Judgement;
+  bool AbsoluteDeviations = false;  // errors come from the given standard deviations; else from the scatter, too
+  double ReducedChiSquare = NAN, ChiSquareProbability = NAN;  // of data with standard deviations
+  std::vector<CoefficientDiagnosis> Coefficients;
+  std::vector<std::string> CorrelationNames;  // of the free coefficients
+  Matrix Correlation;
+  double Condition = NAN;  // of the derivatives, their columns scaled to equal lengths
+  std::vector<QuantityDiagnosis> Quantities;
+  Ranking Rank;
+  std::vector<std::size_t> Outliers;  // rows of the data, from 0, that a robust loss gave less than half their weight
+  int BootstrapFailures = 0;          // samples without an answer
+};
+
+// The diagnoses of the solved models, in the order of RankModels, and behind them of those that were to be solved and
+// were not, in the order of the collection. `warnings` gets what is to be said of all together, a sentence each. Ends
+// early, with nothing, where `form` is aborted. The same bits on every machine and for any number of threads.
+std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& data, const DiagnosisChoices& choices,
+                                int sortIndex, const Settings& settings, SolveForm& form,
+                                std::vector<std::string>& warnings);
+
+}  // namespace quorvex

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "core/SolveData.h"
+#include "engine/SolveForm.h"
+#include "linear/Matrix.h"
+#include "linear/SvdDecompose.h"
+
+namespace quorvex {
+
+class ModelClass;
+
+// What the derivatives of a model at its present coefficients tell: with J the derivatives with respect to the free
+// coefficients, a row per point times the root of its weight, and J = Q R, everything comes from R, never from J^T J,
+// whose rounding costs twice the digits.
+class FitGeometry {
+ public:
+  // Coefficients that are held, or lie on a bound that the fit pushes against, are not free. Nothing where the model
+  // has no value or derivative at some point, and where `form` is aborted. Leaves the model as it was.
+  static std::optional<FitGeometry> At(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
+
+  // The free coefficients, by their numbers from 1, in the order of all that follows.
+  const std::vector<int>& Free() const { return free_; }
+  const ColumnMatrix& R() const { return r_; }  // upper triangle
+  // Of J with its columns scaled to equal lengths; 0: singular.
+  double ReciprocalCondition() const { return reciprocalCondition_; }
+  // Of that, the direction that the data determine least: what each scaled coefficient has part in it, of length 1.
+  const std::vector<double>& WeakestDirection() const { return weakest_; }
+
+  // (J^T J)^-1: times StdErr^2 (or the given variance) the covariances. Not finite where singular.
+  Matrix Covariance() const;
+  Matrix Correlation() const;
+  // g^T (J^T J)^-1 g for the gradient of any quantity with respect to the free coefficients.
+  double Variance(std::span<const double> gradient) const;
+
+ private:
+  std::vector<int> free_;
+  ColumnMatrix r_;
+  double reciprocalCondition_ = 0;
+  std::vector<double> weakest_;
+};
+
+// w_i times the variance of the fit at each point, between 0 and 1: the share that a point has in its own fitted value
+// (D. C. Hoaglin & R. E. Welsch, Am. Statistician 32, 1978). In the order of the data. Nothing as for FitGeometry.
+std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
+                                             int derivativeMethod, SolveForm& form);
+
+}  // namespace quorvex
