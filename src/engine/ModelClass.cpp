@@ -74,6 +74,8 @@ const std::string& ModelClass::FunctionList(int n) const {
   return n >= 0 && static_cast<std::size_t>(n) < sFuncList_.size() ? sFuncList_[static_cast<std::size_t>(n)] : none;
 }
 
+bool ModelClass::HasBounds() const { return std::ranges::any_of(Coefficients, &Coefficient::IsBounded); }
+
 double ModelClass::StandardError(int i) const { return StdErr * std::sqrt(std::abs(Covariance(i))); }
 
 void ModelClass::ICCancel() {

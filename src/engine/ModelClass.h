@@ -84,6 +84,13 @@ class ModelClass : public ModelSetup, public FitResult {
   void SetRule(int i, std::string rule) { Coefficients[Index(i)].Rule = std::move(rule); }
   void SetRuleConstant(int i, std::string text) { Coefficients[Index(i)].RuleConstant = std::move(text); }
   void SetDerivative(int i, std::string text) { Coefficients[Index(i)].Derivative = std::move(text); }
+  // Whether the coefficient is not adjusted by the fit, and whether one that is lies on a bound. There its variance is
+  // 0 as that of a held one, and the others have theirs as if it were held.
+  bool IsHeld(int i) const { return Coefficients[Index(i)].IsHeld(); }
+  bool IsAtMinimum(int i) const { return !IsHeld(i) && Values(i) == Coefficients[Index(i)].Minimum; }
+  bool IsAtMaximum(int i) const { return !IsHeld(i) && Values(i) == Coefficients[Index(i)].Maximum; }
+  bool IsAtBound(int i) const { return IsAtMinimum(i) || IsAtMaximum(i); }
+  bool HasBounds() const;  // of any coefficient
   // The standard error of the coefficient: StdErr times the root of its covariance. Half the width of a confidence
   // interval is this times the quantile of the level.
   double StandardError(int i) const;

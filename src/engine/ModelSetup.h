@@ -23,6 +23,10 @@ struct Coefficient {
   std::string RuleConstant = "1";  // a number as the user wrote it
   std::string Derivative = "Numerical";
   double Minimum = -HUGE_VAL, Maximum = HUGE_VAL;  // the fit stays between, both included
+
+  bool IsBounded() const { return Minimum > -HUGE_VAL || Maximum < HUGE_VAL; }
+  // Not adjusted by the fit: the user holds it, or its bounds leave it one value.
+  bool IsHeld() const { return Constant == 0 || Minimum == Maximum; }
 };
 
 // A quantity of the coefficients that is wanted with its standard error: an expression of their names.
