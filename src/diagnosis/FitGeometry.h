@@ -26,26 +26,31 @@ class FitGeometry {
   // The free coefficients, by their numbers from 1, in the order of all that follows.
   const std::vector<int>& Free() const { return free_; }
   const ColumnMatrix& R() const { return r_; }  // upper triangle
-  // Of J with its columns scaled to equal lengths; 0: singular.
+  // Of J with its columns scaled to equal lengths, least singular value to greatest; 0: singular, 1: nothing is free.
   double ReciprocalCondition() const { return reciprocalCondition_; }
   // Of that, the direction that the data determine least: what each scaled coefficient has part in it, of length 1.
   const std::vector<double>& WeakestDirection() const { return weakest_; }
 
   // (J^T J)^-1: times StdErr^2 (or the given variance) the covariances. Not finite where singular.
   Matrix Covariance() const;
+  // The same scaled to a diagonal of 1; NaN where singular.
   Matrix Correlation() const;
-  // g^T (J^T J)^-1 g for the gradient of any quantity with respect to the free coefficients.
+  // g^T (J^T J)^-1 g for the gradient of any quantity with respect to the free coefficients. Not finite where singular.
   double Variance(std::span<const double> gradient) const;
 
  private:
+  bool Decompose();
+
   std::vector<int> free_;
-  ColumnMatrix r_;
+  ColumnMatrix r_, scaled_;      // the latter with columns of length 1
+  std::vector<double> lengths_;  // of the columns of R, which are those of J
   double reciprocalCondition_ = 0;
   std::vector<double> weakest_;
 };
 
 // w_i times the variance of the fit at each point, between 0 and 1: the share that a point has in its own fitted value
-// (D. C. Hoaglin & R. E. Welsch, Am. Statistician 32, 1978). In the order of the data. Nothing as for FitGeometry.
+// (D. C. Hoaglin & R. E. Welsch, Am. Statistician 32, 1978). In the order of the data. Nothing as for FitGeometry, and
+// where the geometry is singular.
 std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
                                              int derivativeMethod, SolveForm& form);
 

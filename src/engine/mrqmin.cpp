@@ -1,7 +1,6 @@
 #include "engine/mrqmin.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "core/Limits.h"
@@ -29,16 +28,7 @@ bool AllFinite(std::span<const double> values) {
 }  // namespace
 
 LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form)
-    : model_(model),
-      data_(data),
-      form_(form),
-      analytical_(!model.UserType || derivativeMethod == 0),
-      ymod_(kBlock),
-      dyda_(static_cast<std::size_t>(model.NumDependentVar()), std::vector<double>(kBlock)),
-      wt_(kBlock),
-      wdy_(kBlock) {
-  for (std::vector<double>& column : dyda_) columns_.push_back(column.data());
-}
+    : model_(model), data_(data), form_(form), points_(model, data, derivativeMethod), wt_(kBlock), wdy_(kBlock) {}
 
 bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
                                 double& chisq, double& alamda) {
@@ -126,18 +116,19 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
     // Once for each block: often enough for a click to be felt, and too seldom to cost time.
     if (Aborted()) return Pass::Aborted;
     const std::size_t n = std::min(kBlock, data_.N() - first);
-    if (!ComputeBlock(first, n)) return Pass::NoValue;
+    if (!points_.Compute(first, n)) return Pass::NoValue;
     const double* const sig = data_.sig.data() + first;
-    BinaryOverBlock(kSubtract, {data_.Y.data() + first, 0}, {ymod_.data(), 0}, n, ymod_.data());
-    BinaryOverBlock(kMultiply, {ymod_.data(), 0}, {sig, 0}, n, wdy_.data());
+    double* const dy = points_.Values();
+    BinaryOverBlock(kSubtract, {data_.Y.data() + first, 0}, {dy, 0}, n, dy);
+    BinaryOverBlock(kMultiply, {dy, 0}, {sig, 0}, n, wdy_.data());
     for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
       if (ia[l] == 0) continue;
-      BinaryOverBlock(kMultiply, {dyda_[l].data(), 0}, {sig, 0}, n, wt_.data());
+      BinaryOverBlock(kMultiply, {points_.By(l), 0}, {sig, 0}, n, wt_.data());
       for (std::size_t m = 0, k = 0; m <= l; ++m)
-        if (ia[m] != 0) alpha(j, k++) += BlockDot(wt_.data(), dyda_[m].data(), n);
-      beta[j++] += BlockDot(wt_.data(), ymod_.data(), n);
+        if (ia[m] != 0) alpha(j, k++) += BlockDot(wt_.data(), points_.By(m), n);
+      beta[j++] += BlockDot(wt_.data(), dy, n);
     }
-    chisq += BlockDot(wdy_.data(), ymod_.data(), n);
+    chisq += BlockDot(wdy_.data(), dy, n);
   }
   // Only the lower triangle is summed; the matrix is symmetric.
   for (std::size_t j = 0; j < mfit_; ++j)
@@ -156,54 +147,21 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
 bool LevenbergMarquardt::TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar) {
   // The last trial may have been rejected, and the model still holds it.
   for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
+  std::vector<std::size_t> free;
+  for (std::size_t l = 0; l < a.size(); ++l)
+    if (ia[l] != 0) free.push_back(l);
   TriangularFactor factor(mfit_);
-  ColumnMatrix rows(kBlock + 1, mfit_);
+  ColumnMatrix rows(kBlock + 1, mfit_);  // row 0 is the factor's own
   for (std::size_t first = 0; first < data_.N(); first += kBlock) {
     if (Aborted()) return false;
     const std::size_t n = std::min(kBlock, data_.N() - first);
-    if (model_.DifferentiateBlock(data_, first, n, analytical_, ymod_.data(), columns_.data()))
-      model_.SharpenDerivatives(n, columns_.data());
-    else if (!ComputePointByPoint(first, n))
-      return true;
-    for (std::size_t i = 0; i < n; ++i) wt_[i] = std::sqrt(data_.sig[first + i]);
-    // Row 0 of `rows` is the factor's own; the points begin in row 1.
-    for (std::size_t l = 0, j = 0; l < a.size(); ++l)
-      if (ia[l] != 0) BinaryOverBlock(kMultiply, {wt_.data(), 0}, {dyda_[l].data(), 0}, n, rows.Column(j++) + 1);
+    if (!points_.ComputeSharp(first, n)) return true;
+    points_.TakeWeighted(first, n, free, rows);
     factor.Append(rows, n);
   }
   const std::vector<double> variances = factor.InverseDiagonal();
   if (!AllFinite(variances)) return true;
-  for (std::size_t l = 0, j = 0; l < a.size(); ++l)
-    if (ia[l] != 0) covar(l, l) = variances[j++];
-  return true;
-}
-
-// Values and derivatives of a block. A block that cannot be computed as one is computed point by point, which finds the
-// point that fails and leaves the model as it does.
-bool LevenbergMarquardt::ComputeBlock(std::size_t first, std::size_t n) {
-  return model_.DifferentiateBlock(data_, first, n, analytical_, ymod_.data(), columns_.data()) ||
-         ComputePointByPoint(first, n);
-}
-
-bool LevenbergMarquardt::ComputePointByPoint(std::size_t first, std::size_t n) {
-  std::array<double, kMostIndependentVariables> x;
-  std::vector<double> dyda(dyda_.size());
-  std::string ErrString;
-  for (std::size_t i = 0; i < n; ++i) {
-    const std::span<const double> point = data_.Point(first + i, x);
-    if (!model_.Evaluate(point, ymod_[i])) {
-      model_.ErrorMessage = model_.EvaluationFailure(point);
-      return false;
-    }
-    const bool differentiated =
-        analytical_ ? model_.Derivative(point, dyda, ErrString) : model_.NumericalDerivatives(point, dyda, ErrString);
-    if (!differentiated) {
-      model_.ErrorMessage = model_.DerivativeFailure(point);
-      if (analytical_) throw NumericFault();
-      return false;
-    }
-    for (std::size_t l = 0; l < dyda.size(); ++l) dyda_[l][i] = dyda[l];
-  }
+  for (std::size_t j = 0; j < mfit_; ++j) covar(free[j], free[j]) = variances[j];
   return true;
 }
 

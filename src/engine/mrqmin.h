@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/SolveData.h"
+#include "engine/PointDerivatives.h"
 #include "linear/Matrix.h"
 
 namespace quorvex {
@@ -52,23 +53,17 @@ class LevenbergMarquardt {
   Pass mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
               double& chisq);
   bool TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar);
-  bool ComputeBlock(std::size_t first, std::size_t n);
-  bool ComputePointByPoint(std::size_t first, std::size_t n);
 
   ModelClass& model_;
   const SolveData& data_;
   SolveForm& form_;
-  const bool analytical_;  // as far as the model has it: Derivative decides
+  PointDerivatives points_;  // of the block in hand; its values become residuals
 
   std::size_t mfit_ = 0;
   double ochisq_ = 0;
   std::vector<double> atry_, beta_, da_;
 
-  // Of the block in hand: the model's values, then residuals; derivatives by coefficient; those of free ones, weighted.
-  std::vector<double> ymod_;
-  std::vector<std::vector<double>> dyda_;
-  std::vector<double*> columns_;
-  std::vector<double> wt_, wdy_;
+  std::vector<double> wt_, wdy_;  // of the block: a derivative, and the residuals, times the weights
 };
 
 }  // namespace quorvex

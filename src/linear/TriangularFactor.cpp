@@ -24,18 +24,25 @@ void TriangularFactor::Append(ColumnMatrix& rows, std::size_t n) {
 
 // With A^T A = R^T R its inverse is R^-1 R^-T, so that each element of the diagonal is the square of a row of R^-1.
 std::vector<double> TriangularFactor::InverseDiagonal(std::size_t columns) const {
-  std::vector<double> diagonal(columns), column(columns);
-  for (std::size_t k = 0; k < columns; ++k) {  // column k of R^-1, from the bottom up
-    std::fill_n(column.data(), k, 0.0);
+  const ColumnMatrix inverse = InverseTriangle(r_, columns);
+  std::vector<double> diagonal(columns);
+  for (std::size_t k = 0; k < columns; ++k)
+    for (std::size_t i = 0; i <= k; ++i) diagonal[i] += inverse(i, k) * inverse(i, k);
+  return diagonal;
+}
+
+ColumnMatrix InverseTriangle(const ColumnMatrix& r, std::size_t columns) {
+  ColumnMatrix inverse(columns, columns);
+  for (std::size_t k = 0; k < columns; ++k) {  // column k from the bottom up
+    double* const column = inverse.Column(k);
     column[k] = 1;
     for (std::size_t i = k + 1; i-- > 0;) {
       // A singular R divides by 0 here. The infinities go on into the result, where the caller looks for them.
-      column[i] /= r_(i, i);
-      AddMultiple(-column[i], r_.Column(i), i, column.data());
-      diagonal[i] += column[i] * column[i];
+      column[i] /= r(i, i);
+      AddMultiple(-column[i], r.Column(i), i, column);
     }
   }
-  return diagonal;
+  return inverse;
 }
 
 }  // namespace quorvex

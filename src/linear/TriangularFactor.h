@@ -33,4 +33,8 @@ class TriangularFactor {
   std::vector<double> p_, z_;
 };
 
+// The inverse of an upper triangle, or of its first columns and rows alone. Not finite where it is singular.
+ColumnMatrix InverseTriangle(const ColumnMatrix& r, std::size_t columns);
+inline ColumnMatrix InverseTriangle(const ColumnMatrix& r) { return InverseTriangle(r, r.Columns()); }
+
 }  // namespace quorvex

@@ -1,0 +1,182 @@
+#include "diagnosis/FitGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "core/Limits.h"
+#include "core/NumericFault.h"
+#include "engine/ModelClass.h"
+#include "engine/PointDerivatives.h"
+#include "linear/Householder.h"
+#include "linear/TriangularFactor.h"
+
+namespace quorvex {
+namespace {
+
+double LengthIn(const Length& length) { return std::ldexp(length.fraction, length.exponent); }
+
+// What derivatives leave behind in a model that they are taken of, put back.
+class Untouched {
+ public:
+  explicit Untouched(ModelClass& model)
+      : model_(model), values_(model.CoefficientValues), message_(model.ErrorMessage) {}
+  ~Untouched() {
+    model_.CoefficientValues = values_;
+    model_.ErrorMessage = message_;
+  }
+  Untouched(const Untouched&) = delete;
+  Untouched& operator=(const Untouched&) = delete;
+
+ private:
+  ModelClass& model_;
+  const std::vector<double> values_;
+  const std::string message_;
+};
+
+// Goes through the data block by block and hands the weighted derivatives of each, in row 1 and below, to `take`, with
+// the number of its first point and of its points. False where some are missing, or the form is aborted.
+template <class Take>
+bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<int>& free, int derivativeMethod,
+                  SolveForm& form, Take take) {
+  const Untouched untouched(model);
+  std::vector<std::size_t> numbers;
+  for (const int i : free) numbers.push_back(static_cast<std::size_t>(i - 1));
+  try {
+    PointDerivatives points(model, data, derivativeMethod);
+    ColumnMatrix rows(kBlock + 1, free.size());
+    for (std::size_t first = 0; first < data.N(); first += kBlock) {
+      form.Pulse();
+      if (form.Aborted) return false;
+      const std::size_t n = std::min(kBlock, data.N() - first);
+      if (!points.ComputeSharp(first, n)) return false;
+      points.TakeWeighted(first, n, numbers, rows);
+      for (std::size_t j = 0; j < free.size(); ++j)
+        if (!std::all_of(rows.Column(j) + 1, rows.Column(j) + 1 + n, [](double d) { return std::isfinite(d); }))
+          return false;
+      take(rows, first, n);
+    }
+  } catch (const NumericFault&) {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::optional<FitGeometry> FitGeometry::At(ModelClass& model, const SolveData& data, int derivativeMethod,
+                                           SolveForm& form) {
+  FitGeometry geometry;
+  for (int i = 1; i <= model.NumDependentVar(); ++i)
+    if (model.Constants(i) != 0) geometry.free_.push_back(i);
+  TriangularFactor factor(geometry.free_.size());
+  if (!ForEachBlock(model, data, geometry.free_, derivativeMethod, form,
+                    [&factor](ColumnMatrix& rows, std::size_t, std::size_t n) { factor.Append(rows, n); }))
+    return std::nullopt;
+  geometry.r_ = factor.R();
+  if (!geometry.Decompose()) return std::nullopt;
+  return geometry;
+}
+
+// Scales the columns to equal lengths and finds the condition. Scaling to equal lengths is within a factor of the root
+// of p of the best (A. van der Sluis, Numer. Math. 14, 1969), and takes the units of the coefficients out of it.
+bool FitGeometry::Decompose() {
+  const std::size_t p = free_.size();
+  reciprocalCondition_ = 1;
+  scaled_ = r_;
+  lengths_.resize(p);
+  for (std::size_t j = 0; j < p; ++j) {
+    const Length length = LengthOf(r_.Column(j), j + 1);
+    lengths_[j] = LengthIn(length);
+    if (!std::isfinite(lengths_[j])) return false;
+    if (lengths_[j] == 0) continue;
+    ScaleByPowerOfTwo(scaled_.Column(j), j + 1, -length.exponent);
+    for (std::size_t i = 0; i <= j; ++i) scaled_(i, j) /= length.fraction;
+  }
+  if (p == 0) return true;
+  ColumnMatrix u = scaled_, v;
+  std::vector<double> w;
+  try {
+    SvdDecompose(u, w, v);
+  } catch (const NumericFault&) {
+    return false;
+  }
+  const auto [least, most] = std::ranges::minmax_element(w);
+  reciprocalCondition_ = *most > 0 ? *least / *most : 0;
+  const double* const direction = v.Column(static_cast<std::size_t>(least - w.begin()));
+  weakest_.assign(direction, direction + p);
+  return true;
+}
+
+Matrix FitGeometry::Covariance() const {
+  const std::size_t p = free_.size();
+  const ColumnMatrix inverse = InverseTriangle(scaled_);
+  Matrix covariance(p);
+  for (std::size_t i = 0; i < p; ++i)
+    for (std::size_t j = 0; j <= i; ++j) {
+      double sum = 0;
+      for (std::size_t k = i; k < p; ++k) sum += inverse(i, k) * inverse(j, k);
+      covariance(i, j) = covariance(j, i) = sum / lengths_[i] / lengths_[j];
+    }
+  return covariance;
+}
+
+// The angles between the rows of the inverse, which no unit touches.
+Matrix FitGeometry::Correlation() const {
+  const std::size_t p = free_.size();
+  const ColumnMatrix inverse = InverseTriangle(scaled_);
+  Matrix correlation(p);
+  std::vector<std::vector<double>> rows(p, std::vector<double>(p));
+  for (std::size_t i = 0; i < p; ++i) {
+    for (std::size_t k = i; k < p; ++k) rows[i][k] = inverse(i, k);
+    const double length = LengthIn(LengthOf(rows[i].data(), p));
+    for (double& element : rows[i]) element /= length;
+  }
+  for (std::size_t i = 0; i < p; ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      double sum = 0;
+      for (std::size_t k = i; k < p; ++k) sum += rows[i][k] * rows[j][k];
+      correlation(i, j) = correlation(j, i) = std::isfinite(sum) ? std::clamp(sum, -1.0, 1.0) : NAN;
+    }
+    correlation(i, i) = 1;
+  }
+  return correlation;
+}
+
+double FitGeometry::Variance(std::span<const double> gradient) const {
+  double sum = 0;
+  std::vector<double> z(gradient.size());
+  for (std::size_t j = 0; j < z.size(); ++j) {  // R^T z = gradient, in units of the columns' lengths
+    double rest = gradient[j] / lengths_[j];
+    for (std::size_t k = 0; k < j; ++k) rest -= scaled_(k, j) * z[k];
+    z[j] = rest / scaled_(j, j);
+    sum += z[j] * z[j];
+  }
+  return sum;
+}
+
+std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
+                                             int derivativeMethod, SolveForm& form) {
+  std::vector<double> leverages(data.N());
+  const ColumnMatrix& r = geometry.R();
+  // The columns of J R^-1, from left to right, in the place of those of J. A column that another makes up for leaves
+  // 0/0, and that no leverage.
+  const auto take = [&](ColumnMatrix& rows, std::size_t first, std::size_t n) {
+    for (std::size_t j = 0; j < r.Columns(); ++j) {
+      double* const column = rows.Column(j) + 1;
+      for (std::size_t k = 0; k < j; ++k) AddMultiple(-r(k, j), rows.Column(k) + 1, n, column);
+      for (std::size_t i = 0; i < n; ++i) {
+        column[i] /= r(j, j);
+        leverages[first + i] += column[i] * column[i];
+      }
+    }
+  };
+  if (!ForEachBlock(model, data, geometry.Free(), derivativeMethod, form, take)) return std::nullopt;
+  for (double& leverage : leverages) {
+    if (!std::isfinite(leverage)) return std::nullopt;
+    leverage = std::min(leverage, 1.0);
+  }
+  return leverages;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,66 @@
+#include "engine/PointDerivatives.h"
+
+#include <array>
+#include <cmath>
+#include <string>
+
+#include "core/Limits.h"
+#include "core/NumericFault.h"
+#include "engine/ModelClass.h"
+#include "equation/BlockOperations.h"
+#include "equation/Expression.h"
+
+namespace quorvex {
+
+PointDerivatives::PointDerivatives(ModelClass& model, const SolveData& data, int derivativeMethod)
+    : model_(model),
+      data_(data),
+      analytical_(!model.UserType || derivativeMethod == 0),
+      values_(kBlock),
+      root_(kBlock),
+      dyda_(static_cast<std::size_t>(model.NumDependentVar()), std::vector<double>(kBlock)) {
+  for (std::vector<double>& column : dyda_) columns_.push_back(column.data());
+}
+
+bool PointDerivatives::Compute(std::size_t first, std::size_t n) {
+  return model_.DifferentiateBlock(data_, first, n, analytical_, values_.data(), columns_.data()) ||
+         PointByPoint(first, n);
+}
+
+bool PointDerivatives::ComputeSharp(std::size_t first, std::size_t n) {
+  if (!model_.DifferentiateBlock(data_, first, n, analytical_, values_.data(), columns_.data()))
+    return PointByPoint(first, n);
+  model_.SharpenDerivatives(n, columns_.data());
+  return true;
+}
+
+void PointDerivatives::TakeWeighted(std::size_t first, std::size_t n, const std::vector<std::size_t>& coefficients,
+                                    ColumnMatrix& rows) {
+  for (std::size_t i = 0; i < n; ++i) root_[i] = std::sqrt(data_.sig[first + i]);
+  for (std::size_t j = 0; j < coefficients.size(); ++j)
+    BinaryOverBlock(kMultiply, {root_.data(), 0}, {By(coefficients[j]), 0}, n, rows.Column(j) + 1);
+}
+
+bool PointDerivatives::PointByPoint(std::size_t first, std::size_t n) {
+  std::array<double, kMostIndependentVariables> x;
+  std::vector<double> dyda(dyda_.size());
+  std::string ErrString;
+  for (std::size_t i = 0; i < n; ++i) {
+    const std::span<const double> point = data_.Point(first + i, x);
+    if (!model_.Evaluate(point, values_[i])) {
+      model_.ErrorMessage = model_.EvaluationFailure(point);
+      return false;
+    }
+    const bool differentiated =
+        analytical_ ? model_.Derivative(point, dyda, ErrString) : model_.NumericalDerivatives(point, dyda, ErrString);
+    if (!differentiated) {
+      model_.ErrorMessage = model_.DerivativeFailure(point);
+      if (analytical_) throw NumericFault();
+      return false;
+    }
+    for (std::size_t l = 0; l < dyda.size(); ++l) dyda_[l][i] = dyda[l];
+  }
+  return true;
+}
+
+}  // namespace quorvex

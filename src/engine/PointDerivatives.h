@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "core/SolveData.h"
+#include "linear/SvdDecompose.h"
+
+namespace quorvex {
+
+class ModelClass;
+
+// Values and derivatives of a model at its present coefficients, for a block of the data after the other.
+class PointDerivatives {
+ public:
+  // `derivativeMethod` 0 takes the model's `Derivative`, 1 its `NumericalDerivatives` (models that are not built in).
+  PointDerivatives(ModelClass& model, const SolveData& data, int derivativeMethod);
+
+  // Of points first to first + n - 1, n at most kBlock. A block that cannot be computed as one is computed point by
+  // point, which finds the point that fails and leaves the model as it does. False, with the reason in the model's
+  // ErrorMessage, where there is no value or numerical derivative; throws NumericFault where there is no analytical
+  // one.
+  bool Compute(std::size_t first, std::size_t n);
+  // The same with numerical derivatives as exact as they can be: for variances, not for the steps of a search.
+  bool ComputeSharp(std::size_t first, std::size_t n);
+
+  // Of the block that was computed last. The values may be overwritten.
+  double* Values() { return values_.data(); }
+  const double* By(std::size_t coefficient) const { return dyda_[coefficient].data(); }
+
+  // Derivatives with respect to the coefficients of these numbers, from 0, times the root of each point's weight: n
+  // rows from row 1 of `rows`, as TriangularFactor takes them.
+  void TakeWeighted(std::size_t first, std::size_t n, const std::vector<std::size_t>& coefficients, ColumnMatrix& rows);
+
+ private:
+  bool PointByPoint(std::size_t first, std::size_t n);
+
+  ModelClass& model_;
+  const SolveData& data_;
+  const bool analytical_;  // as far as the model has it: Derivative decides
+  std::vector<double> values_, root_;
+  std::vector<std::vector<double>> dyda_;
+  std::vector<double*> columns_;
+};
+
+}  // namespace quorvex
