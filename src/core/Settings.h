@@ -31,6 +31,8 @@ struct Settings {
   bool AbsoluteDeviations = false;
   LossKind Loss = LossKind::Squares;
   double LossScale = 0;
+  // Also of one run: threads for what can be done side by side, at most; 0 for as many as the process may use.
+  int Threads = 0;
 
   // The value in force: what is stored, the default where nothing is, then the built-in value where one stands in
   // for that text. Empty for a key that is neither stored nor known.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -10,21 +9,13 @@
 #include "core/Settings.h"
 #include "core/SolveData.h"
 #include "diagnosis/DiagnosisChoices.h"
+#include "diagnosis/LimitLevels.h"
+#include "diagnosis/ProfileLikelihood.h"
 #include "engine/ModelCollection.h"
 #include "engine/SolveForm.h"
 #include "linear/Matrix.h"
 
 namespace quorvex {
-
-// Where a quantity lies with some probability; NaN for an end that could not be computed, infinite for one that is not
-// there.
-struct Interval {
-  double Lower = NAN, Upper = NAN;
-};
-
-// The levels of all reports, in percent.
-inline constexpr std::array<int, 4> kLimitLevels = {68, 90, 95, 99};
-using LimitsByLevel = std::array<Interval, kLimitLevels.size()>;
 
 struct CoefficientDiagnosis {
   std::string Name;
@@ -32,6 +23,7 @@ struct CoefficientDiagnosis {
   bool IsHeld = false, IsAtMinimum = false, IsAtMaximum = false;
   LimitsByLevel Symmetric;                    // value -+ se t
   std::optional<LimitsByLevel> Profile;       // where asked for
+  ProfileCurve Curve;                         // behind these
   std::optional<LimitsByLevel> Bootstrapped;  // where asked for
 };
 
