@@ -32,7 +32,7 @@ DataReading ReadingOf(Result<LoadedGrid> loaded) {
   }
   reading.Data = std::move(loaded->Points);
   reading.Unsorted = std::move(loaded->Unsorted);
-  reading.Data.sig = ComputeWeights(reading.Data.SD);
+  TakeWeights(reading.Data);
   reading.Ok = true;
   return reading;
 }

@@ -6,6 +6,7 @@
 #include "core/DateText.h"
 #include "core/NumberText.h"
 #include "core/Version.h"
+#include "diagnosis/ChiSquare.h"
 #include "functions/InverseTDistribution.h"
 
 namespace quorvex {
@@ -23,7 +24,7 @@ std::string InputRow(const SolveData& data, std::size_t i, const MacroSetup& set
 }
 
 std::vector<std::string> CoefficientRows(const ModelClass& model, const MacroSetup& setup) {
-  const std::array<double, 4> quantiles = ConfidenceQuantiles(model.DOFError);
+  const std::array<double, 4> quantiles = ConfidenceQuantiles(model.ErrorDegrees());
   std::vector<std::string> rows;
   for (int i = 1; i <= model.NumDependentVar(); ++i) {
     const double se = model.StandardError(i);
@@ -38,7 +39,7 @@ std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass&
                                                                const MacroSetup& setup) {
   const bool nonlinear = model.SolveType == 0;
   const auto ofNonlinear = [nonlinear](const std::string& value) { return nonlinear ? value : "N/A"; };
-  return {
+  std::vector<std::pair<std::string, std::string>> statistics = {
       {"Number_of_observations", std::to_string(N)},
       {"Solver_type", nonlinear ? "Nonlinear" : "Linear"},
       {"Nonlinear_iteration_limit", ofNonlinear(std::to_string(setup.MaxIterations))},
@@ -58,6 +59,13 @@ std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass&
       {"Adjusted_coefficient_of_multiple_determination_(Ra^2)", FormatNumber(model.R2Adjust, "0.0###")},
       {"Durbin-Watson_statistic", GeneralNumber(model.Durbin)},
   };
+  if (model.GivenDeviation > 0) {
+    const ChiSquare chiSquare = ChiSquareOf(model, model.GivenDeviation);
+    statistics.emplace_back("Standard_deviations", "Absolute");
+    statistics.emplace_back("Reduced_chi-square", GeneralNumber(chiSquare.Reduced));
+    statistics.emplace_back("Probability_of_chi-square", GeneralNumber(chiSquare.Probability));
+  }
+  return statistics;
 }
 
 FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup) {

@@ -14,6 +14,8 @@ struct SolveData {
   std::vector<std::vector<double>> X;  // one column per independent variable, in the sheet's units
   std::vector<double> Y, SD;           // SD in the unit of Y, 1 where none was given
   std::vector<double> sig;             // weights with mean 1, not deviations: they multiply (y - f)^2
+  bool HasSD = false;                  // some of them were given
+  double UnitDeviation = 0;            // standard deviation of a point of weight 1; 0 where none were given
   std::size_t N() const { return Y.size(); }
 
   // X of point i (from 0), one value per variable, gathered in `x`.

@@ -48,6 +48,9 @@ struct FitResult {
   std::int32_t DOFError = 0, DOFRegression = 0;
   double ResAvg = 0, ResSum = 0, Durbin = 0;
   double R2 = 0, R2Adjust = 0, StdErr = 0;
+  // The standard deviation of a point of weight 1 where the given ones are taken at their word
+  // (Settings::AbsoluteDeviations); 0 where they tell ratios, and StdErr is what the scatter shows for it.
+  double GivenDeviation = 0;
 
   std::vector<double> CoefficientValues;
   std::vector<double> Variances;  // diagonal of the unscaled covariance

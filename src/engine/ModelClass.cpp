@@ -76,7 +76,7 @@ const std::string& ModelClass::FunctionList(int n) const {
 
 bool ModelClass::HasBounds() const { return std::ranges::any_of(Coefficients, &Coefficient::IsBounded); }
 
-double ModelClass::StandardError(int i) const { return StdErr * std::sqrt(std::abs(Covariance(i))); }
+double ModelClass::StandardError(int i) const { return ErrorDeviation() * std::sqrt(std::abs(Covariance(i))); }
 
 void ModelClass::ICCancel() {
   for (ICRange& range : ICRanges) range = {range.Min, range.Min, 1};
@@ -85,6 +85,7 @@ void ModelClass::ICCancel() {
 void ModelClass::Datachange() {
   SpecifyIC = SpecifyICComplete = Solved = false;
   SweepCount = 0;
+  GivenDeviation = 0;
   FoundBy.clear();
   for (Coefficient& coefficient : Coefficients) coefficient.Constant = 1;
   CoefficientValues.assign(CoefficientValues.size(), 1.0);
@@ -155,6 +156,7 @@ void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {
 bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form) {
   FoundBy.clear();
   Failure.clear();
+  GivenDeviation = settings.AbsoluteDeviations ? data.UnitDeviation : 0;
   if (SolveType == 0 && settings.TryHarder) return FitHarder(*this, data, settings, LogString, form);
   FitRun run(*this, data, settings, LogString, form);
   if (SolveType == 1) return run.Linear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <ctime>
 #include <memory>
@@ -91,8 +92,12 @@ class ModelClass : public ModelSetup, public FitResult {
   bool IsAtMaximum(int i) const { return !IsHeld(i) && Values(i) == Coefficients[Index(i)].Maximum; }
   bool IsAtBound(int i) const { return IsAtMinimum(i) || IsAtMaximum(i); }
   bool HasBounds() const;  // of any coefficient
-  // The standard error of the coefficient: StdErr times the root of its covariance. Half the width of a confidence
-  // interval is this times the quantile of the level.
+  // What errors are in proportion to: the standard deviation of a point of weight 1, and how many degrees of freedom it
+  // was found with, infinite where it was given. Limits are by the quantiles of Student's distribution with so many.
+  double ErrorDeviation() const { return GivenDeviation > 0 ? GivenDeviation : StdErr; }
+  double ErrorDegrees() const { return GivenDeviation > 0 ? HUGE_VAL : DOFError; }
+  // The standard error of the coefficient: ErrorDeviation times the root of its covariance. Half the width of a
+  // confidence interval is this times the quantile of the level.
   double StandardError(int i) const;
 
   const std::vector<ICRange>& GetICRange() const { return ICRanges; }

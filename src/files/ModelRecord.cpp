@@ -269,6 +269,27 @@ void SolvedModelReader::ReadFoundBy(RecordReader& io) {
   });
 }
 
+void WriteDeviations(RecordWriter& io, const Project& project) {
+  const auto models = SolvedModels(project, [](const ModelClass& model) { return model.GivenDeviation > 0; });
+  if (models.empty()) return;
+  Section(io, kDeviations, [&] {
+    for (const ModelClass* model : models) {
+      io(model->id);
+      io(model->GivenDeviation);
+    }
+  });
+}
+
+void SolvedModelReader::ReadDeviations(RecordReader& io) {
+  Section(io, kDeviations, [&] {
+    while (io.GoesOn(kDeviations)) {
+      ModelClass* const model = FindModel(io);
+      if (model == nullptr) return io.Fail();
+      io(model->GivenDeviation);
+    }
+  });
+}
+
 ModelClass* SolvedModelReader::FindModel(RecordReader& io) {
   std::string id;
   io(id);

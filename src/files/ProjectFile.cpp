@@ -97,6 +97,8 @@ void ReadBehindTheEnd(RecordReader& io, SolvedModelReader& models) {
       models.ReadSearchEnds(io);
     else if (io.Begins(kFoundBy))
       models.ReadFoundBy(io);
+    else if (io.Begins(kDeviations))
+      models.ReadDeviations(io);
     else
       return;
   }
@@ -185,6 +187,7 @@ std::string ProjectText(const Project& project) {
   WriteSweeps(io, project);
   WriteSearchEnds(io, project);
   WriteFoundBy(io, project);
+  WriteDeviations(io, project);
   return io.Text();
 }
 

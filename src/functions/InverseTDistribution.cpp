@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "functions/InverseNormalDistribution.h"
 #include "functions/betai.h"
 
 namespace quorvex {
@@ -21,6 +22,9 @@ double InverseTDistribution(double p, double df) {
 }
 
 std::array<double, 4> ConfidenceQuantiles(double df) {
+  if (std::isinf(df))
+    return {InverseNormalDistribution(0.84), InverseNormalDistribution(0.95), InverseNormalDistribution(0.975),
+            InverseNormalDistribution(0.995)};
   return {InverseTDistribution(0.84, df), InverseTDistribution(0.95, df), InverseTDistribution(0.975, df),
           InverseTDistribution(0.995, df)};
 }

@@ -12,7 +12,7 @@ namespace quorvex {
 double InverseTDistribution(double p, double df);
 
 // The quantiles of the confidence limits that every report shows: 68, 90, 95 and 99 percent, two-sided. The first is
-// taken at 0.84 as it always was.
+// taken at 0.84 as it always was. With an infinite df those of the normal distribution, unrounded.
 std::array<double, 4> ConfidenceQuantiles(double df);
 
 }  // namespace quorvex

@@ -7,6 +7,7 @@
 #include "core/NumericFault.h"
 #include "core/SerialDate.h"
 #include "core/Version.h"
+#include "diagnosis/ChiSquare.h"
 #include "functions/InverseTDistribution.h"
 #include "functions/ProbabilityBeyond.h"
 
@@ -37,9 +38,13 @@ class Builder {
     }
     Line("Number of observations = ", std::to_string(circumstances.Observations));
     Line("Number of missing observations = ", std::to_string(circumstances.MissingPoints));
-    if (!circumstances.Weighted || solution.Model == nullptr) return;
+    if (solution.Model == nullptr) return;
+    const bool absolute = solution.Model->GivenDeviation > 0;
+    if (!circumstances.Weighted && !absolute) return;
     Line("Weighted by ", "1/SD^2, divided by its mean");
-    Line("Standard errors ", "scaled by the standard error of the estimate, so that SD counts by its ratios alone");
+    Line("Standard errors ", absolute ? "by SD as given, taken at its word, whatever the points scatter"
+                                      : "scaled by the standard error of the estimate, so that SD counts by its ratios "
+                                        "alone");
   }
 
   void Solver(const ModelClass& model, const SolveLimits& limits) {
@@ -63,6 +68,10 @@ class Builder {
     Line("Proportion of Variance Explained = ", Number(100 * model.R2, "##0.0#######") + "%");
     Line("Adjusted coefficient of multiple determination (Ra^2) = ", Number(model.R2Adjust, kDetermination));
     Line("Durbin-Watson statistic = ", Value(model.Durbin));
+    if (model.GivenDeviation == 0) return;
+    const ChiSquare chiSquare = ChiSquareOf(model, model.GivenDeviation);
+    Line("Reduced chi-square = ", Value(chiSquare.Reduced));
+    Line("Probability of chi-square = ", Probability(chiSquare.Probability));
   }
 
   void Coefficients(const ModelClass& model) {
@@ -73,7 +82,7 @@ class Builder {
       std::vector<std::string> row = {model.Variables(i), Value(model.Values(i)), Value(se), "", ""};
       if (const double t = model.Values(i) / se; std::isfinite(t)) {
         row[3] = Value(t);
-        row[4] = Attempt([&] { return Probability(ProbabilityBeyond(t * t, 1, model.DOFError)); });
+        row[4] = Attempt([&] { return Probability(ProbabilityBeyond(t * t, 1, model.ErrorDegrees())); });
       }
       Values(std::move(row));
     }
@@ -82,7 +91,7 @@ class Builder {
   void ConfidenceLimits(const ModelClass& model) {
     std::array<double, 4> quantiles;
     try {
-      quantiles = ConfidenceQuantiles(model.DOFError);
+      quantiles = ConfidenceQuantiles(model.ErrorDegrees());
     } catch (const NumericFault&) {
       return;
     }

@@ -48,10 +48,12 @@ struct FitCircumstances {
 // tables of the coefficients, their confidence limits, the variance and the search from ranges below, and at the end
 // how the search ended where it did not by converging. The settings
 // "showsumstats", "showvariance", "show68ci", "show90ci", "show95ci" and "show99ci" leave out blocks. Where
-// the data are weighted it says by what, and how errors are scaled. Of an
-// interpolation, which has neither coefficients nor statistics, only the head. Numbers are in the locale's form.
+// the data are weighted it says by what, and how errors are scaled; where the standard deviations are taken at their
+// word, also how the scatter compares with them (diagnosis/ChiSquare.h). Of an interpolation, which has neither
+// coefficients nor statistics, only the head. Numbers are in the locale's form.
 //
-// With se the standard error of a coefficient, df the degrees of freedom of the error:
+// With se the standard error of a coefficient, df the degrees of freedom of the error (infinite where the standard
+// deviations are taken at their word: the normal distribution, that is):
 //   t-ratio = value / se,  Prob(t) = betai(df/2, 1/2, df/(df + t^2)),  limits = value -+ se t_p
 //   F = MSregression / MSerror,  Prob(F) = betai(dfE/2, dfR/2, dfE/(dfE + dfR F))
 // A cell whose number cannot be computed stays empty.

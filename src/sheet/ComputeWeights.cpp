@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 #include "core/LargePages.h"
 
 namespace quorvex {
 
-std::vector<double> ComputeWeights(std::span<const double> SD) {
+namespace {
+
+// The weights, and the mean that they were divided by.
+std::pair<std::vector<double>, double> WeightsAndMean(std::span<const double> SD) {
   std::vector<double> weights;
   weights.reserve(SD.size());
   PreferLargePages(weights);
@@ -22,7 +26,17 @@ std::vector<double> ComputeWeights(std::span<const double> SD) {
   });
   const double mean = std::accumulate(weights.begin(), weights.end(), 0.0) / static_cast<double>(SD.size());
   std::transform(weights.begin(), weights.end(), weights.begin(), [mean](double weight) { return weight / mean; });
-  return weights;
+  return {std::move(weights), mean};
+}
+
+}  // namespace
+
+std::vector<double> ComputeWeights(std::span<const double> SD) { return WeightsAndMean(SD).first; }
+
+void TakeWeights(SolveData& data) {
+  auto [weights, mean] = WeightsAndMean(data.SD);
+  data.sig = std::move(weights);
+  data.UnitDeviation = data.HasSD ? std::sqrt(1 / mean) : 0;
 }
 
 }  // namespace quorvex

@@ -55,6 +55,7 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
   for (const auto& column : columns)
     points = static_cast<std::size_t>(
         std::find_if(column.begin(), column.begin() + static_cast<std::ptrdiff_t>(points), IsMark) - column.begin());
+  bool hasSD = options.Weighted && points > 0;
   for (std::size_t row = points; row < rows; ++row) {
     bool xMissing = false;
     for (std::size_t i = 0; i < variables; ++i) xMissing |= GridCells::IsEmpty(columns[i][row]);
@@ -69,12 +70,16 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
     }
     if (points != row)
       for (auto& column : columns) column[points] = column[row];
-    if (options.Weighted && GridCells::IsEmpty(columns[sdColumn][points])) columns[sdColumn][points] = 1;
+    if (options.Weighted && GridCells::IsEmpty(columns[sdColumn][points]))
+      columns[sdColumn][points] = 1;
+    else
+      hasSD = options.Weighted;
     ++points;
   }
 
   for (auto& column : columns) column.resize(points);
   SolveData& data = loaded.Points;
+  data.HasSD = hasSD;
   data.SD = options.Weighted ? std::move(columns[sdColumn]) : std::vector<double>(points, 1.0);
   data.Y = std::move(columns[yColumn]);
   columns.resize(variables);

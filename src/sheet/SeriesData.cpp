@@ -166,7 +166,10 @@ Result<LoadedGrid> SeriesData::Points(std::size_t i, bool keepUnsorted) const {
     std::size_t point = 0;
     for (const std::size_t row : order_) {
       if (GridCells::IsEmpty(y[row])) continue;
-      if (!GridCells::IsEmpty((*sd)[row])) data.SD[point] = (*sd)[row];
+      if (!GridCells::IsEmpty((*sd)[row])) {
+        data.SD[point] = (*sd)[row];
+        data.HasSD = true;
+      }
       ++point;
     }
   }

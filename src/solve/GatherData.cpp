@@ -27,7 +27,7 @@ GatheredData GatherData(const DataSheet& sheet, PointOrder order) {
                                                   .SkipTexts = true});
   GatheredData data;
   data.Points = std::move(ofSheet ? loaded.Unsorted : loaded.Points);
-  data.Points.sig = ComputeWeights(data.Points.SD);
+  TakeWeights(data.Points);
   const std::vector<bool> incomplete = IncompleteRows(sheet);
   const TextRows texts = FindTextRows(sheet);
   data.TextRows = texts.Count;

@@ -84,7 +84,7 @@ SeriesAnswers SolveSeries(const SeriesData& series, const ModelCollection& model
       continue;
     }
     SolveData& data = loaded->Points;
-    data.sig = ComputeWeights(data.SD);
+    TakeWeights(data);
     for (const FailedFit& start : starts) {
       start.Object.Model->Solved = false;
       TakeStart(start, *start.Object.Model);
