@@ -34,8 +34,9 @@ class Untouched {
   const std::string message_;
 };
 
-// Goes through the data block by block and hands the weighted derivatives of each, in row 1 and below, to `take`, with
-// the number of its first point and of its points. False where some are missing, or the form is aborted.
+// Goes through the data block by block and hands the weighted derivatives of each, in row 1 and below and with the
+// weighted residuals behind them, to `take`, with the number of its first point and of its points. False where some are
+// missing, or the form is aborted.
 template <class Take>
 bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<int>& free, int derivativeMethod,
                   SolveForm& form, Take take) {
@@ -44,14 +45,17 @@ bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<in
   for (const int i : free) numbers.push_back(static_cast<std::size_t>(i - 1));
   try {
     PointDerivatives points(model, data, derivativeMethod);
-    ColumnMatrix rows(kBlock + 1, free.size());
+    ColumnMatrix rows(kBlock + 1, free.size() + 1);
     for (std::size_t first = 0; first < data.N(); first += kBlock) {
       form.Pulse();
       if (form.Aborted) return false;
       const std::size_t n = std::min(kBlock, data.N() - first);
       if (!points.ComputeSharp(first, n)) return false;
       points.TakeWeighted(first, n, numbers, rows);
-      for (std::size_t j = 0; j < free.size(); ++j)
+      double* const residuals = rows.Column(free.size()) + 1;
+      for (std::size_t i = 0; i < n; ++i)
+        residuals[i] = std::sqrt(data.sig[first + i]) * (data.Y[first + i] - points.Values()[i]);
+      for (std::size_t j = 0; j <= free.size(); ++j)
         if (!std::all_of(rows.Column(j) + 1, rows.Column(j) + 1 + n, [](double d) { return std::isfinite(d); }))
           return false;
       take(rows, first, n);
@@ -68,12 +72,20 @@ std::optional<FitGeometry> FitGeometry::At(ModelClass& model, const SolveData& d
                                            SolveForm& form) {
   FitGeometry geometry;
   for (int i = 1; i <= model.NumDependentVar(); ++i)
-    if (model.Constants(i) != 0) geometry.free_.push_back(i);
-  TriangularFactor factor(geometry.free_.size());
+    if (!model.IsHeld(i) && !model.IsAtBound(i)) geometry.free_.push_back(i);
+  const std::size_t p = geometry.free_.size();
+  TriangularFactor factor(p + 1);  // of the derivatives and the residuals
   if (!ForEachBlock(model, data, geometry.free_, derivativeMethod, form,
                     [&factor](ColumnMatrix& rows, std::size_t, std::size_t n) { factor.Append(rows, n); }))
     return std::nullopt;
-  geometry.r_ = factor.R();
+  geometry.r_ = ColumnMatrix(p, p);
+  for (std::size_t j = 0; j < p; ++j) std::copy_n(factor.R().Column(j), p, geometry.r_.Column(j));
+  // The last column is Q^T e, and below it what no change of the coefficients takes away.
+  const double along = LengthIn(LengthOf(factor.R().Column(p), p)), rest = std::abs(factor.R()(p, p));
+  if (p > 0 && along > 0)
+    geometry.relativeOffset_ =
+        data.N() > p ? along / std::sqrt(static_cast<double>(p)) / (rest / std::sqrt(static_cast<double>(data.N() - p)))
+                     : NAN;
   if (!geometry.Decompose()) return std::nullopt;
   return geometry;
 }

@@ -19,7 +19,7 @@ class ModelClass;
 // whose rounding costs twice the digits.
 class FitGeometry {
  public:
-  // Coefficients that are held, or lie on a bound that the fit pushes against, are not free. Nothing where the model
+  // Coefficients that are held or lie on a bound are not free. Nothing where the model
   // has no value or derivative at some point, and where `form` is aborted. Leaves the model as it was.
   static std::optional<FitGeometry> At(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
 
@@ -30,6 +30,12 @@ class FitGeometry {
   double ReciprocalCondition() const { return reciprocalCondition_; }
   // Of that, the direction that the data determine least: what each scaled coefficient has part in it, of length 1.
   const std::vector<double>& WeakestDirection() const { return weakest_; }
+
+  // How far the coefficients are from where the sum of squares is least, as a part of the radius within which the data
+  // can't tell: the length of the residuals along the columns of J over that of all the rest, each by its degrees of
+  // freedom. Some 0.001 and less where a search has converged (D. M. Bates & D. G. Watts, Technometrics 23, 1981). 0
+  // where nothing is free or no residual is left, NaN without degrees of freedom.
+  double RelativeOffset() const { return relativeOffset_; }
 
   // (J^T J)^-1: times StdErr^2 (or the given variance) the covariances. Not finite where singular.
   Matrix Covariance() const;
@@ -44,7 +50,7 @@ class FitGeometry {
   std::vector<int> free_;
   ColumnMatrix r_, scaled_;      // the latter with columns of length 1
   std::vector<double> lengths_;  // of the columns of R, which are those of J
-  double reciprocalCondition_ = 0;
+  double reciprocalCondition_ = 0, relativeOffset_ = 0;
   std::vector<double> weakest_;
 };
 
