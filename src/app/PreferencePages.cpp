@@ -15,7 +15,8 @@ constexpr double kMost16Bit = 32767;
 
 constexpr PreferenceChoice kDerivatives[] = {{"0", "Use Richardson's Extrapolation (Most Accurate)"},
                                              {"1", "Use Central Difference (Quickest)"}};
-constexpr PreferenceChoice kSorts[] = {{"1", "RSS"}, {"2", "R^2"}, {"3", "Ra^2"}, {"4", "StdErr"}};
+constexpr PreferenceChoice kSorts[] = {{"1", "RSS"},  {"2", "R^2"}, {"3", "Ra^2"}, {"4", "StdErr"},
+                                       {"5", "AICc"}, {"6", "BIC"}, {"7", "CV"}};
 constexpr PreferenceChoice kAutoResults[] = {{"3", "Open when a solve ends"}, {"0", "Open when asked for"}};
 constexpr PreferenceChoice kSetups[] = {
     {"0", "Single Model"}, {"1", "Groups"}, {"2", "All Models"}, {"3", "Last Solved Models"}};

@@ -18,7 +18,7 @@ struct SettingRow {
 constexpr SettingRow kRows[] = {
     {"startup", "defaultproject", "3"},
     {"startup", "hideplotinfo", "0"},
-    {"startup", "sortindex", "1"},  // 1 RSS, 2 R^2, 3 adjusted R^2, 4 StdErr
+    {"startup", "sortindex", "1"},  // 1 RSS, 2 R^2, 3 adjusted R^2, 4 StdErr, 5 AICc, 6 BIC, 7 CV
     {"startup", "autoresults", "3"},
     {"startup", "derivative", "0"},
     {"startup", "template2d", "0", ""},

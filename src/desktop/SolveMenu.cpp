@@ -93,6 +93,9 @@ std::vector<ProjectCommand> SolveMenu() {
       SortCommand<kSortByR2>("mnuSortR2", "Sort by R^&2"),
       SortCommand<kSortByR2Adjust>("mnuSortR2Adjust", "Sort by R&a^2"),
       SortCommand<kSortByStdErr>("mnuSortStdErr", "Sort by Std&Err"),
+      SortCommand<kSortByAICc>("mnuSortAICc", "Sor&t by AICc"),
+      SortCommand<kSortByBIC>("mnuSortBIC", "Sort by &BIC"),
+      SortCommand<kSortByCV>("mnuSortCV", "Sort b&y CV"),
   };
 }
 

@@ -40,7 +40,7 @@ class SolvedListView : public QTableView {
 
 void SolvedListModel::Show(const std::vector<SolvedItem>& items, int sortIndex, char decimalSeparator) {
   beginResetModel();
-  keyName_ = QString::fromStdString(SortKeyName(sortIndex));
+  keyName_ = QString::fromStdString(std::string(SortKeyName(sortIndex)));
   rows_.clear();
   marks_.clear();
   for (const SolvedItem& item : items) {
@@ -136,8 +136,8 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
 
   cmbSortBy->setObjectName("cmbSortBy");
   cmbSortBy->setAccessibleName("Sort by");
-  for (const int key : {kSortByRSS, kSortByR2, kSortByR2Adjust, kSortByStdErr})
-    cmbSortBy->addItem(QString::fromStdString(SortKeyName(key)), key);
+  for (int key = 1; key <= static_cast<int>(kSortKeys.size()); ++key)
+    cmbSortBy->addItem(QString::fromStdString(std::string(SortKeyName(key))), key);
   auto* label = new QLabel("Sort &by:", this);
   label->setBuddy(cmbSortBy);
   auto* choice = new QHBoxLayout;

@@ -11,6 +11,7 @@
 #include "diagnosis/DiagnosisChoices.h"
 #include "diagnosis/LimitLevels.h"
 #include "diagnosis/ProfileLikelihood.h"
+#include "diagnosis/Ranking.h"
 #include "engine/ModelCollection.h"
 #include "engine/SolveForm.h"
 #include "linear/Matrix.h"
@@ -42,16 +43,6 @@ struct Verdict {
   VerdictKind Kind = VerdictKind::Sound;
   std::string Ended;                 // how the search ended, a sentence
   std::vector<std::string> Reasons;  // what speaks against it, a sentence each, the gravest first
-};
-
-// A model among the others that were tried on the same data.
-struct Ranking {
-  double AICc = NAN, BIC = NAN;
-  double DeltaAICc = NAN, AkaikeWeight = NAN;
-  int Group = 0;                // from 1: models that the data cannot tell apart, by AICc within 2 of the group's best
-  int SameAs = 0;               // rank (from 1) of the first model with the same fitted values; 0: none before it
-  double LeaveOneOut = NAN;     // root mean square of the errors with each point left out, by leverages
-  double CrossValidated = NAN;  // the same by refits, where asked for
 };
 
 // All that is told of an answer beside the designed reports. What could not be computed is NaN or empty.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -51,6 +52,11 @@ struct FitResult {
   // The standard deviation of a point of weight 1 where the given ones are taken at their word
   // (Settings::AbsoluteDeviations); 0 where they tell ratios, and StdErr is what the scatter shows for it.
   double GivenDeviation = 0;
+
+  // Root mean squares of the errors at points that were left out, one at a time and in parts
+  // (diagnosis/CrossValidation.h): NaN as long as nobody has asked, infinite where there is none.
+  double LeaveOneOut = NAN, CrossValidated = NAN;
+  int FailedParts = 0;  // parts without an answer
 
   std::vector<double> CoefficientValues;
   std::vector<double> Variances;  // diagonal of the unscaled covariance

@@ -157,6 +157,8 @@ bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::strin
   FoundBy.clear();
   Failure.clear();
   GivenDeviation = settings.AbsoluteDeviations ? data.UnitDeviation : 0;
+  LeaveOneOut = CrossValidated = NAN;
+  FailedParts = 0;
   if (SolveType == 0 && settings.TryHarder) return FitHarder(*this, data, settings, LogString, form);
   FitRun run(*this, data, settings, LogString, form);
   if (SolveType == 1) return run.Linear();

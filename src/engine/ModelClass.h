@@ -188,6 +188,9 @@ class ModelClass : public ModelSetup, public FitResult {
   // The normal probability table of the residuals.
   std::optional<NormalTable> GenerateQQTable(const SolveData& data);
 
+  // The model's value at each point of the columns, nothing where it has none at some point.
+  std::optional<std::vector<double>> ValuesAt(const std::vector<std::vector<double>>& X);
+
   // Where the model takes the value Y between XMin and XMax, ascending, no two neighbours equal. `Intervals` equal
   // parts are searched: a part whose ends lie on different sides of Y holds a root, found by bisection, and so is an
   // end that meets Y. Two roots in one part are missed, and a pole passes for a root. Points without a value are left
@@ -235,8 +238,6 @@ class ModelClass : public ModelSetup, public FitResult {
   void StartCoefficients(const std::vector<std::string>& names);
   void TakeInput(const SolveData& data);
   void ClearTable();
-  // The model's value at each point of the columns, nothing where it has none at some point.
-  std::optional<std::vector<double>> ValuesAt(const std::vector<std::vector<double>>& X);
   static std::size_t Index(int i) { return static_cast<std::size_t>(i - 1); }
 
   const Dialect dialect_;

@@ -17,14 +17,14 @@ FitClearing::FitClearing(std::vector<SolvedItem> list, std::vector<SolvedItem> s
 }
 
 std::string FitClearing::CutoffCaption() const {
-  return "Clear Fits with " + SortKeyName(sortIndex_) + (LargestIsBest(sortIndex_) ? " <" : " >");
+  return "Clear Fits with " + std::string(SortKeyName(sortIndex_)) + (LargestIsBest(sortIndex_) ? " <" : " >");
 }
 
 std::string FitClearing::BestLabel() const {
-  return sortIndex_ == kSortByStdErr ? "Best StdEerr" : "Best " + SortKeyName(sortIndex_);  // so spelt
+  return sortIndex_ == kSortByStdErr ? "Best StdEerr" : "Best " + std::string(SortKeyName(sortIndex_));  // so spelt
 }
 
-std::string FitClearing::WorstLabel() const { return "Worst " + SortKeyName(sortIndex_); }
+std::string FitClearing::WorstLabel() const { return "Worst " + std::string(SortKeyName(sortIndex_)); }
 std::string FitClearing::BestValue() const { return ValueAt(true); }
 std::string FitClearing::WorstValue() const { return ValueAt(false); }
 
@@ -38,7 +38,8 @@ std::string FitClearing::ValueAt(bool best) const {
 
 bool FitClearing::Accept(Prompter& user) const {
   if (Option != ClearOption::BeyondCutoff || NumericText(Cutoff, decimalSeparator_)) return true;
-  user.Refuse("Please enter a value for the " + SortKeyName(sortIndex_) + " cutoff or select a different option.");
+  user.Refuse("Please enter a value for the " + std::string(SortKeyName(sortIndex_)) +
+              " cutoff or select a different option.");
   return false;
 }
 
@@ -61,7 +62,9 @@ bool FitClearing::IsChosen(const SolvedItem& solution) const {
     case ClearOption::BeyondCutoff: {
       const auto cutoff = NumericText(Cutoff, decimalSeparator_);
       if (model == nullptr || !cutoff) return false;
-      const double key = std::abs(SortKeyValue(*model, sortIndex_));
+      // The designed keys count by their size; AICc and BIC of good fits are often below 0.
+      const double value = SortKeyValue(*model, sortIndex_);
+      const double key = IsRankingKey(sortIndex_) ? value : std::abs(value);
       return LargestIsBest(sortIndex_) ? key < *cutoff : key > *cutoff;
     }
     default:

@@ -1,17 +1,15 @@
 #include "solve/SolvedList.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/NumberText.h"
 
 namespace quorvex {
 
-std::string SortKeyName(int sortIndex) {
-  const bool known = sortIndex >= kSortByRSS && sortIndex <= kSortByStdErr;
-  return std::string(kSortKeys[known ? static_cast<std::size_t>(sortIndex - 1) : 0]);
+std::string SolutionsCaption(int sortIndex) {
+  return "Available Solutions Sorted By " + std::string(SortKeyName(sortIndex));
 }
-
-std::string SolutionsCaption(int sortIndex) { return "Available Solutions Sorted By " + SortKeyName(sortIndex); }
 
 bool SolvedItem::Evaluate(std::span<const double> x, double& y) const {
   return Interpolation ? Interpolation->Evaluate(x[0], y) : Model->Evaluate(x, y);
@@ -54,7 +52,10 @@ std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex) {
 
 std::string SortKeyText(const SolvedItem& item, int sortIndex, char decimalSeparator, int digits) {
   if (item.Model == nullptr) return "";
-  std::string text = GeneralNumber(SortKeyValue(*item.Model, sortIndex), digits);
+  const double key = SortKeyValue(*item.Model, sortIndex);
+  if (std::isnan(key)) return "";
+  if (std::isinf(key)) return "exact";
+  std::string text = GeneralNumber(key, digits);
   std::ranges::replace(text, '.', decimalSeparator);
   return text;
 }

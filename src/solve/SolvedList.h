@@ -17,8 +17,6 @@ namespace quorvex {
 inline constexpr const char* kNothingSolvedHint =
     "Nothing is solved yet. Solve Regression in the Solve menu fits models to the data.";
 
-std::string SortKeyName(int sortIndex);  // "RSS", "R^2", "Ra^2", "StdErr"
-
 // The caption over the solved list.
 std::string SolutionsCaption(int sortIndex);
 
@@ -48,7 +46,8 @@ struct SolvedItem {
 // their own order.
 std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex);
 
-// What an entry is sorted by, as a text: "" of an interpolation, which has no statistics.
+// What an entry is sorted by, as a text: "" of an interpolation, which has no statistics, and of a model without that
+// key; "exact" of an exact fit by AICc and BIC, which is minus infinity.
 std::string SortKeyText(const SolvedItem& item, int sortIndex, char decimalSeparator, int digits);
 
 // The one of the selected entries that a command on one takes; nothing, after a word to the user, where there is none.

@@ -28,8 +28,8 @@ frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWi
   setObjectName("frmSummary");
   setWindowTitle("Summary Results");
   cmbSortBy->view()->setAccessibleName("Sort by");
-  for (const int key : {kSortByRSS, kSortByR2, kSortByR2Adjust, kSortByStdErr})
-    cmbSortBy->addItem(QString::fromStdString(SortKeyName(key)), key);
+  for (int key = 1; key <= static_cast<int>(kSortKeys.size()); ++key)
+    cmbSortBy->addItem(QString::fromStdString(std::string(SortKeyName(key))), key);
   auto* choice = new QHBoxLayout;
   choice->addWidget(LabelFor(cmbSortBy, "&Sort by:", this));
   choice->addWidget(cmbSortBy);

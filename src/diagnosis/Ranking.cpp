@@ -1,0 +1,134 @@
+#include "diagnosis/Ranking.h"
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+#include <optional>
+#include <tuple>
+#include <utility>
+
+#include "engine/InformationCriteria.h"
+#include "engine/ModelClass.h"
+#include "functions/Elementary.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kSameValues = 1e-8;  // of the spread of Y
+constexpr double kNotApart = 2;       // of AICc
+
+// Finds models whose values are the same, numbers being those of the list.
+class Twins {
+ public:
+  explicit Twins(const std::vector<ModelClass*>& models) : models_(models), values_(models.size()) {
+    first_.resize(models.size());
+    std::iota(first_.begin(), first_.end(), 0u);
+    std::vector<std::size_t> byRss = first_;
+    std::ranges::stable_sort(byRss, {}, [&](std::size_t i) { return models[i]->RssNorm; });
+    for (std::size_t i = 0; i < byRss.size(); ++i)
+      for (std::size_t j = i + 1; j < byRss.size() && MayBeSame(byRss[i], byRss[j]); ++j) Join(byRss[i], byRss[j]);
+  }
+
+  // The first model of the list that has the same values.
+  std::size_t First(std::size_t i) const { return first_[i]; }
+
+ private:
+  double Tolerance(std::size_t i) const {
+    const DataStatistics& input = models_[i]->Statistics;
+    const double spread = input.InputYMax - input.InputYMin;
+    return kSameValues * (spread > 0 ? spread : std::abs(input.InputYMax));
+  }
+
+  // The roots of the sums of squares differ by no more than the length of what the fits differ by, so that few models
+  // are ever evaluated.
+  bool MayBeSame(std::size_t i, std::size_t j) const {
+    const double apart = std::abs(std::sqrt(models_[j]->RssNorm) - std::sqrt(models_[i]->RssNorm));
+    return apart <= 1.01 * Tolerance(i) * std::sqrt(PointCount(*models_[i]));
+  }
+
+  const std::vector<double>& ValuesOf(std::size_t i) {
+    if (!values_[i])
+      values_[i] = models_[i]->ValuesAt(models_[i]->CopyInputDataTo()->X).value_or(std::vector<double>());
+    return *values_[i];
+  }
+
+  bool AreSame(std::size_t i, std::size_t j) {
+    const auto &input = models_[i]->CopyInputDataTo(), &other = models_[j]->CopyInputDataTo();
+    if (input != other && *input != *other) return false;
+    const std::vector<double>&a = ValuesOf(i), &b = ValuesOf(j);
+    const double tolerance = Tolerance(i);
+    return !a.empty() &&
+           std::ranges::equal(a, b, [tolerance](double x, double y) { return std::abs(x - y) <= tolerance; });
+  }
+
+  void Join(std::size_t i, std::size_t j) {
+    if (first_[i] == first_[j] || !AreSame(i, j)) return;
+    const auto [kept, gone] = std::minmax(first_[i], first_[j]);
+    std::ranges::replace(first_, std::size_t{gone}, std::size_t{kept});
+  }
+
+  const std::vector<ModelClass*>& models_;
+  std::vector<std::optional<std::vector<double>>> values_;
+  std::vector<std::size_t> first_;
+};
+
+// Differences, weights and groups of models of the same data, which have an AICc, ascending.
+void Compare(std::vector<Ranking>& rankings, const std::vector<std::size_t>& models, const Twins& twins, int& groups) {
+  double best = rankings[models[0]].AICc, sum = 0, groupBest = best;
+  // Minus infinity less itself is none.
+  const auto above = [](double value, double other) { return value == other ? 0 : value - other; };
+  std::vector<std::size_t> counted;
+  ++groups;
+  for (const std::size_t i : models) {
+    Ranking& ranking = rankings[i];
+    ranking.DeltaAICc = above(ranking.AICc, best);
+    ranking.AkaikeWeight = Exp(-ranking.DeltaAICc / 2);
+    if (above(ranking.AICc, groupBest) > kNotApart) {
+      ++groups;
+      groupBest = ranking.AICc;
+    }
+    ranking.Group = groups;
+    if (std::ranges::find(counted, twins.First(i)) != counted.end()) continue;
+    counted.push_back(twins.First(i));
+    sum += ranking.AkaikeWeight;
+  }
+  for (const std::size_t i : models) rankings[i].AkaikeWeight /= sum;
+}
+
+}  // namespace
+
+std::vector<Ranking> RankingOf(const std::vector<ModelClass*>& ranked) {
+  std::vector<Ranking> rankings(ranked.size());
+  const Twins twins(ranked);
+  // The total sum of squares tells data apart, and weights, too.
+  std::map<std::pair<double, double>, std::vector<std::size_t>> byData;
+  for (std::size_t i = 0; i < ranked.size(); ++i) {
+    const ModelClass& model = *ranked[i];
+    Ranking& ranking = rankings[i];
+    ranking.AICc = AICc(model);
+    ranking.BIC = BIC(model);
+    if (twins.First(i) != i) ranking.SameAs = static_cast<int>(twins.First(i) + 1);
+    if (std::isfinite(model.LeaveOneOut)) ranking.LeaveOneOut = model.LeaveOneOut;
+    if (std::isfinite(model.CrossValidated)) ranking.CrossValidated = model.CrossValidated;
+    ranking.FailedParts = model.FailedParts;
+    if (!std::isnan(ranking.AICc)) byData[{PointCount(model), model.RST}].push_back(i);
+  }
+  // The data of the best ranked model have the first groups.
+  std::vector<std::vector<std::size_t>> sets;
+  for (auto& [data, models] : byData) sets.push_back(std::move(models));
+  std::ranges::sort(sets, {}, [](const auto& models) { return models[0]; });
+  int groups = 0;
+  for (std::vector<std::size_t>& models : sets) {
+    std::ranges::stable_sort(models, {}, [&](std::size_t i) { return rankings[i].AICc; });
+    Compare(rankings, models, twins, groups);
+  }
+  return rankings;
+}
+
+std::string ManyModelsWarning(std::size_t tried, std::size_t points) {
+  if (tried <= points) return "";
+  return std::to_string(tried) + " models were tried on " + std::to_string(points) +
+         " points: the best of so many fits well by chance, too.";
+}
+
+}  // namespace quorvex
