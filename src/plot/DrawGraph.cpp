@@ -2,6 +2,7 @@
 
 #include "plot/DeviceMetrics.h"
 #include "plot/DrawAxes.h"
+#include "plot/DrawBands.h"
 #include "plot/DrawSeries.h"
 #include "plot/PlotClass.h"
 
@@ -44,8 +45,9 @@ std::optional<std::string> PlotClass::DrawContents(DrawingSurface& surface, cons
   for (std::int32_t* edge : {&frame.left, &frame.top, &frame.right, &frame.bottom}) *edge = surface.OnPixel(*edge);
   if (frame.width() <= 0 || frame.height() <= 0) return std::nullopt;
   picture.Frame = frame;
-  DrawAxes(surface, *this, metrics, around, picture.Frame);
   ComputeDeviceScale(*this, metrics.PenScale, picture);
+  DrawBands(surface, metrics, picture, *this);  // below the grid
+  DrawAxes(surface, *this, metrics, around, picture.Frame);
   for (const PlotSeries& series : PlotData)
     if (series.Displayed() && !DrawSeries(surface, series, metrics, picture, *this)) return kPlotFailure;
   for (const PlotSeries& series : PlotData)

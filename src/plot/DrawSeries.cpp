@@ -6,37 +6,10 @@
 
 #include "drawing/Markers.h"
 #include "drawing/StyledLines.h"
+#include "plot/DevicePoints.h"
 #include "plot/RefineCurve.h"
 
 namespace quorvex {
-
-namespace {
-
-// Points on the device, where one on the same unit as the one before it drops out.
-class DevicePoints {
- public:
-  DevicePoints(std::span<const double> x, std::span<const double> y, const PlotPicture& picture, bool SwapAxis)
-      : across_(x.size()), down_(x.size()) {
-    if (SwapAxis) std::swap(x, y);
-    for (std::size_t i = 0; i < x.size(); ++i) {
-      const std::int32_t across = picture.Horizontal.ToDevice(x[i]), down = picture.Vertical.ToDevice(y[i]);
-      if (count_ > 0 && across == across_[count_ - 1] && down == down_[count_ - 1]) continue;
-      across_[count_] = across;
-      down_[count_++] = down;
-    }
-  }
-  std::span<const std::int32_t> Across() const { return {across_.data(), count_}; }
-  std::span<const std::int32_t> Down() const { return {down_.data(), count_}; }
-
- private:
-  std::vector<std::int32_t> across_, down_;
-  std::size_t count_ = 0;
-};
-
-// How far a curve's line may lie off the curve.
-constexpr double kInchesOff = 0.0025;
-
-}  // namespace
 
 bool DrawSeries(DrawingSurface& surface, const PlotSeries& series, const DeviceMetrics& metrics,
                 const PlotPicture& picture, const PlotClass& plot) {
@@ -48,7 +21,10 @@ bool DrawSeries(DrawingSurface& surface, const PlotSeries& series, const DeviceM
   if (style.DisplayLine) {
     const ClipRectangle clip(surface, frame.left, frame.top, frame.right, frame.bottom);
     const bool refined = series.Data() == nullptr && !plot.PlotAtFittedOnly;
-    const Curve curve = refined ? RefineCurve(series, picture, plot, kInchesOff * metrics.DevicePpi) : Curve();
+    const Curve curve = refined ? RefineCurve(
+                                      table, [&](double x, double& y) { return series.Evaluate(x, y); }, picture, plot,
+                                      kInchesOff * metrics.DevicePpi)
+                                : Curve();
     const DevicePoints line = refined ? DevicePoints(curve.X, curve.Y, picture, plot.SwapAxis)
                                       : DevicePoints(table.X, table.Y, picture, plot.SwapAxis);
     DrawStyledPolyline(surface, line.Across(), line.Down(), style.DrawStyle, style.DrawWidth, style.DrawColor,

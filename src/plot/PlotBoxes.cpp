@@ -3,26 +3,29 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <optional>
 
 #include "core/NumberText.h"
 #include "drawing/DrawPlotText.h"
 #include "drawing/Markers.h"
 #include "drawing/StyledLines.h"
+#include "plot/DrawBands.h"
 
 namespace quorvex {
 namespace {
 
 // A position never comes closer to the page's edge than this.
 constexpr std::int32_t kLeastPosition = 2;
-constexpr std::int32_t kWhite = 0xFFFFFF, kBlack = 0;
+constexpr std::int32_t kBlack = 0;
 constexpr std::int32_t kShadow = 5;  // how far it reaches beyond the box, in units of line weight
 
 // A row of the legend.
 struct LegendEntry {
   const SeriesStyle* Style;
   PlotText Text;
-  std::int32_t Height = 0;  // of the row
-  std::int32_t Sample = 0;  // length of the line's sample
+  std::optional<BandColors> Band;  // of a series' band, which has a row behind that of the series
+  std::int32_t Height = 0;         // of the row
+  std::int32_t Sample = 0;         // length of the line's sample
 };
 
 // Where a box of that size stands; `corner` is the upper left corner of one that nobody has placed.
@@ -52,8 +55,7 @@ void DrawBox(DrawingSurface& surface, const PlotBox& box, const PlotPage& plot, 
     surface.Rectangle(where.left + kShadow * s, where.top + kShadow * s, where.right + (kShadow - 1) * s,
                       where.bottom + (kShadow - 1) * s);
   }
-  const std::int32_t background = metrics.BlankPaper ? kWhite : plot.PlotBackgroundColor;
-  const std::int32_t area = box.AreaType == 1 ? box.AreaColor : background;
+  const std::int32_t area = box.AreaType == 1 ? box.AreaColor : PaperColor(plot, metrics);
   const SelectedObject brush(surface, surface.CreateSolidBrush(area));
   const SelectedObject pen(surface, box.BorderType == 1 ? surface.CreatePen(0, box.BorderWidth * s, box.BorderColor)
                                                         : surface.CreatePen(0, 1, area));
@@ -66,11 +68,20 @@ std::vector<LegendEntry> MeasureRows(DrawingSurface& surface, const PlotPage& pl
   for (const PlotSeries& series : plot.PlotData) {
     const SeriesStyle& style = series.Style();
     if (!plot.IsShown(series) || style.LegendText.empty()) continue;
-    LegendEntry row{&style, ParsePlotText(surface, style.LegendText, plot.PlotLegendFont, 0)};
+    LegendEntry row{&style, ParsePlotText(surface, style.LegendText, plot.PlotLegendFont, 0), {}};
     height = std::max({height, row.Text.Size.cy, RoundToInt32(style.MarkerSize * metrics.DevicePpi / 72.0)});
     row.Height = height;
     row.Sample = GetLineSampleLength(style.DrawStyle, style.DrawWidth, 2 * metrics.Margin4X, metrics.PenScale);
     rows.push_back(std::move(row));
+    const std::vector<BandKind> bands = series.ShownBands();
+    for (auto kind = bands.rbegin(); kind != bands.rend(); ++kind) {  // the inner one first
+      const std::string name = BandName(*kind, static_cast<std::size_t>(style.BandLevel));
+      LegendEntry band{&style, ParsePlotText(surface, name, plot.PlotLegendFont, 0),
+                       ColorsOfBand(*kind, style.DrawColor, PaperColor(plot, metrics))};
+      band.Height = height = std::max(height, band.Text.Size.cy);
+      band.Sample = 2 * metrics.Margin4X;
+      rows.push_back(std::move(band));
+    }
   }
   return rows;
 }
@@ -79,6 +90,11 @@ std::vector<LegendEntry> MeasureRows(DrawingSurface& surface, const PlotPage& pl
 void DrawSample(DrawingSurface& surface, const LegendEntry& row, const DeviceMetrics& metrics, std::int32_t x0,
                 std::int32_t y, std::int32_t longest) {
   const SeriesStyle& style = *row.Style;
+  if (row.Band) {
+    const SelectedObject pen(surface, surface.CreatePen(0, metrics.PenScale, row.Band->Edge));
+    const SelectedObject brush(surface, surface.CreateSolidBrush(row.Band->Area));
+    return surface.Rectangle(x0, y - row.Height / 3, x0 + longest, y + row.Height / 3);
+  }
   if (style.DisplayMarker) {
     const std::array<std::int32_t, 1> atX = {x0 + longest / 2}, atY = {y};
     DrawMarkers(surface, atX, atY, style.MarkerColor, style.MarkerStyle, metrics.MarkerRadius(style.MarkerSize),

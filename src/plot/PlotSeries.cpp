@@ -80,6 +80,57 @@ bool PlotSeries::Evaluate(double x, double& y) const {
       *content_);
 }
 
+void PlotSeries::FittedTo(std::shared_ptr<const SolveData> points, int derivativeMethod) {
+  const ModelClass* model = Model();
+  bands_ = model != nullptr && model->Statistics.X.size() == 1
+               ? std::make_shared<BandSource>(BandSource{std::move(points), derivativeMethod, {}})
+               : nullptr;
+}
+
+void PlotSeries::KeepBands(Bands bands) {
+  bands_ = std::make_shared<BandSource>(BandSource{nullptr, 0, Result<Bands>(std::move(bands))});
+}
+
+const Result<Bands>* PlotSeries::ComputedBands() const {
+  if (bands_ == nullptr) return nullptr;
+  if (!bands_->Computed) {
+    SolveForm unattended;
+    bands_->Computed =
+        Bands::Of(*std::get<ModelPointer>(*content_), *bands_->Points, bands_->DerivativeMethod, unattended);
+    bands_->Points = nullptr;
+  }
+  return &*bands_->Computed;
+}
+
+const Bands* PlotSeries::ErrorBands() const {
+  const Result<Bands>* bands = ComputedBands();
+  return bands != nullptr && *bands ? &**bands : nullptr;
+}
+
+std::string PlotSeries::WhyNoBands() const {
+  if (Interpolation() != nullptr) return kNoBandsOfInterpolation;
+  const Result<Bands>* bands = ComputedBands();
+  if (Model() != nullptr && Model()->Statistics.X.size() > 1) return "A surface is shown without bands.";
+  if (bands == nullptr)
+    return "Only the curve of a model in a plot that was made from its solution has confidence or prediction limits.";
+  return *bands ? "" : bands->error();
+}
+
+Interval PlotSeries::BandAt(BandKind kind, double x) const {
+  const Bands* bands = ErrorBands();
+  const ModelPointer* model = std::get_if<ModelPointer>(content_.get());
+  if (bands == nullptr || model == nullptr) return {};
+  return bands->Limits(kind, static_cast<std::size_t>(style_.BandLevel), **model, {&x, 1});
+}
+
+std::vector<BandKind> PlotSeries::ShownBands() const {
+  std::vector<BandKind> kinds;
+  if (!Displayed() || style_.Bands == 0 || ErrorBands() == nullptr) return kinds;
+  for (const BandKind kind : {BandKind::Prediction, BandKind::Confidence})
+    if ((style_.Bands & static_cast<int>(kind)) != 0) kinds.push_back(kind);
+  return kinds;
+}
+
 bool PlotSeries::GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate) {
   return std::visit(
       Overloaded{[](DataClass&) { return true; },

@@ -2,9 +2,13 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
 #include <variant>
 #include <vector>
 
+#include "core/SolveData.h"
+#include "diagnosis/Bands.h"
 #include "engine/DataClass.h"
 #include "engine/InterpClass.h"
 #include "engine/ModelClass.h"
@@ -44,6 +48,19 @@ class PlotSeries {
   // The value of a model of one variable or an interpolation. False where it has none, and of other series.
   bool Evaluate(double x, double& y) const;
 
+  // Lets the curve of a model have bands: of the points that it was fitted to, which they are computed from when they
+  // are first asked for, or of those that a file kept. Copies that were made before have none.
+  void FittedTo(std::shared_ptr<const SolveData> points, int derivativeMethod);
+  void KeepBands(Bands bands);
+  bool MayHaveBands() const { return bands_ != nullptr; }
+  // Null where it has none, for which `WhyNoBands` has a sentence.
+  const Bands* ErrorBands() const;
+  std::string WhyNoBands() const;
+  // The limits of one kind at the level of the style, NaN where there are none.
+  Interval BandAt(BandKind kind, double x) const;
+  // The kinds that are shown, those first that lie behind others.
+  std::vector<BandKind> ShownBands() const;
+
   // Makes the table of a curve or surface anew, of the models and interpolations that have as many variables as there
   // are ranges; other series keep theirs. False where the model has no value at some point.
   bool GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate);
@@ -53,7 +70,16 @@ class PlotSeries {
 
  private:
   using Content = std::variant<DataClass, InterpClass, std::unique_ptr<ModelClass>>;
+  // Bands are a matter of the model, as it is when somebody first wants to see them.
+  struct BandSource {
+    std::shared_ptr<const SolveData> Points;
+    int DerivativeMethod = 0;
+    std::optional<Result<Bands>> Computed;
+  };
+  const Result<Bands>* ComputedBands() const;
+
   std::shared_ptr<Content> content_;
+  std::shared_ptr<BandSource> bands_;
   SeriesStyle style_;
 };
 

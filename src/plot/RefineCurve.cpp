@@ -27,8 +27,8 @@ double DistanceFromChord(const Spot& from, const Spot& to, const Spot& point) {
 
 class Refiner {
  public:
-  Refiner(const PlotSeries& series, const PlotPicture& picture, const PlotClass& plot, double tolerance)
-      : series_(series),
+  Refiner(const CurveValue& value, const PlotPicture& picture, const PlotClass& plot, double tolerance)
+      : value_(value),
         mapX_(plot.SwapAxis ? picture.Vertical : picture.Horizontal),
         mapY_(plot.SwapAxis ? picture.Horizontal : picture.Vertical),
         minX_(plot.X.Min),
@@ -58,7 +58,7 @@ class Refiner {
           mapX_.Log ? std::exp(std::lerp(std::log(from.X), std::log(to.X), within)) : std::lerp(from.X, to.X, within);
       double y = 0;
       // Also where there are no numbers in between, or none on a logarithmic axis.
-      if (!(x > std::min(from.X, to.X) && x < std::max(from.X, to.X)) || !series_.Evaluate(x, y)) return;
+      if (!(x > std::min(from.X, to.X) && x < std::max(from.X, to.X)) || !value_(x, y)) return;
       const Spot between = At(x, y);
       if (BesideFrame(from.Y, to.Y, minY_, maxY_) && BesideFrame(from.Y, y, minY_, maxY_)) continue;
       if (!IsOff(from, to, between)) continue;
@@ -81,7 +81,7 @@ class Refiner {
     return std::max(a, b) < min || std::min(a, b) > max;
   }
 
-  const PlotSeries& series_;
+  const CurveValue& value_;
   const AxisMap &mapX_, &mapY_;
   double minX_, maxX_, minY_, maxY_, tolerance_;
   std::size_t added_ = 0;
@@ -90,8 +90,9 @@ class Refiner {
 
 }  // namespace
 
-Curve RefineCurve(const PlotSeries& series, const PlotPicture& picture, const PlotClass& plot, double tolerance) {
-  return Refiner(series, picture, plot, tolerance).Refine(series.CopyDataTo());
+Curve RefineCurve(const SeriesTable& table, const CurveValue& value, const PlotPicture& picture, const PlotClass& plot,
+                  double tolerance) {
+  return Refiner(value, picture, plot, tolerance).Refine(table);
 }
 
 }  // namespace quorvex

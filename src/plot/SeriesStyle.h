@@ -19,6 +19,8 @@ struct SeriesStyle {
   bool ShowErrorBars = false;
   bool ShadeMesh = false;  // of a surface
   std::int32_t ShadeColor = 0;
+  std::int32_t Bands = 0;      // around the curve of a model, a BandKind
+  std::int32_t BandLevel = 2;  // the place of their level in kLimitLevels
 
   bool operator==(const SeriesStyle&) const = default;
 };
