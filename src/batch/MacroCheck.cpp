@@ -77,6 +77,7 @@ class Checker {
   void CheckResults();
   void CheckRow(std::size_t row);
   void CheckValues();
+  void CheckEffects();
   void CheckData();
   void CheckColumnOrder();
   void CheckModels();
@@ -221,6 +222,7 @@ void Checker::CheckRow(std::size_t row) {
     Add(fault.Line > 0 ? fault.Line : LineOf("PlotFile"), fault.Status, fault.Text);
   if (!substituted) return Add(LineOf("ParameterFile"), kParameterFile, std::string(kTooLongText));
   CheckValues();
+  CheckEffects();
   CheckData();
   CheckModels();
   CheckAnswers();
@@ -235,6 +237,32 @@ void Checker::CheckValues() {
     const std::string fault = ValueFault(*FindStatement(field.Keyword), text, session_.Locale);
     if (!fault.empty()) Add(LineOf(field.Keyword), 0, fault);
   }
+}
+
+// Statements that do nothing without another one.
+void Checker::CheckEffects() {
+  const MacroSetup& s = Setup();
+  constexpr std::string_view kDiagnostics = "without 'Diagnostics = True'";
+  const struct {
+    std::string_view Keyword;
+    bool IsIdle;
+    std::string_view Why;
+  } cases[] = {
+      {"StandardDeviations", s.AbsoluteDeviations && !s.Weighted,
+       "for data without them, 'Weighted = True' being missing"},
+      {"LossScale", s.LossScale > 0 && s.Loss == LossKind::Squares, "on squares; a Loss is missing"},
+      {"Limits", s.ProfileLimits && !s.Diagnostics, kDiagnostics},
+      {"Bootstrap", s.Bootstrap > 0 && !s.Diagnostics, kDiagnostics},
+      {"BootstrapKind", s.Bootstrap == 0, "without Bootstrap"},
+      {"CrossValidation", s.CrossValidation > 0 && !s.Diagnostics, kDiagnostics},
+      {"Diagnostics", s.Diagnostics && EqualNoCase(s.OutputFormat, "Quorvex") && s.ResultFile.empty(),
+       "where the output is a project and there is no ResultFile"},
+      {"PlotBands", s.PlotBands > 0 && s.PlotFile.empty(), "without a PlotFile"},
+      {"PlotBands", s.PlotBands > 0 && !s.PlotFile.empty() && s.PlotKind != 0, "on plots of residuals"},
+  };
+  for (const auto& [keyword, isIdle, why] : cases)
+    if (const std::size_t line = LineOf(keyword); isIdle && line > 0)
+      Add(line, 0, std::string(keyword).append(" does nothing ").append(why).append("."));
 }
 
 void Checker::CheckData() {

@@ -17,6 +17,9 @@ struct MacroFields {
   std::string RegressionTolerance, UnchangedIterations, MaxIterations;
   bool CentralDifference = false;  // else Richardson's extrapolation
   bool TryHarder = false;
+  std::string StandardDeviations = "Relative";  // or "Absolute"
+  std::string Loss = "Squares";                 // one of kLossNames
+  std::string LossScale;
 
   // Input
   std::string DataFile;  // or the connect string of a database
@@ -45,6 +48,7 @@ struct MacroFields {
   bool LogSummaryOnly = false;
   std::string OutputDelimit = "Tab";  // or "Comma", "SemiColon", "Space"
   bool TableDataFile = false, TableCalcData = false, TableErrorData = false, TableMinMaxError = false;
+  bool TableConfidence = false, TablePrediction = false;
   std::string SortKey = "RSS";  // one of kSortKeys
   bool OutputFitInfo = true;
   bool UsePlots = false;
@@ -52,6 +56,14 @@ struct MacroFields {
   std::string PlotTemplate;
   std::string PlotModels = "best";  // or "all", or a number
   std::string PlotKind = "Model";   // or "Residuals", "Probability"
+  std::string PlotBands = "None";   // or "Confidence", "Prediction", "Both"
+
+  // Diagnosis
+  bool Diagnostics = false;
+  std::string Limits = "Symmetric";  // or "Profile"
+  std::string Bootstrap;
+  std::string BootstrapKind = "Residuals";  // or "Cases"
+  std::string CrossValidation;
 
   // Models
   MacroModels Models = MacroModels::Solved;

@@ -156,6 +156,8 @@ class Reader {
   void Take(const MacroStatement& statement, const TextValue& text, const std::string& value);
   void Take(const MacroStatement& statement, const LimitValue<double>& limit, const std::string& value);
   void Take(const MacroStatement& statement, const LimitValue<int>& limit, const std::string& value);
+  template <typename N>
+  void Take(const MacroStatement& statement, const NumberValue<N>& wanted, const std::string& value);
   void Take(const MacroStatement& statement, const VariablesValue& variables, const std::string& value);
   void Take(const MacroStatement& statement, const DerivativesValue& derivatives, const std::string& value);
   void Take(const MacroStatement&, const FlagValue& flag, const std::string& value) { ReadFlag(flag, value, setup_); }
@@ -278,6 +280,15 @@ void Reader::Take(const MacroStatement&, const LimitValue<double>& limit, const 
 
 void Reader::Take(const MacroStatement&, const LimitValue<int>& limit, const std::string& value) {
   TakeLimit(limit, Integer(value));
+}
+
+template <typename N>
+void Reader::Take(const MacroStatement& statement, const NumberValue<N>& wanted, const std::string& value) {
+  if (const auto number = NumberWithin(statement, value, locale_))
+    setup_.*wanted.Read = static_cast<N>(*number);
+  else
+    Warn("'" + std::string(statement.Keyword) + " = " + value + "' is ignored: it is not " +
+         std::string(wanted.Wanted));
 }
 
 void Reader::Take(const MacroStatement&, const VariablesValue& variables, const std::string& value) {

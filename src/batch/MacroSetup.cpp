@@ -23,6 +23,9 @@ void InitMacroSetup(MacroSetup& setup, const Settings& preferences) {
 
 void TakeLimits(const MacroSetup& setup, Settings& preferences) {
   preferences.TryHarder = setup.TryHarder;
+  preferences.AbsoluteDeviations = setup.AbsoluteDeviations;
+  preferences.Loss = setup.Loss;
+  preferences.LossScale = setup.LossScale;
   ForEachLimit([&](auto read, auto preference) { preferences.*preference = setup.*read; });
 }
 

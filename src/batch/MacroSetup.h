@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/LossKind.h"
 #include "core/Settings.h"
 #include "engine/RankModels.h"
 
@@ -17,6 +18,16 @@ struct MacroSetup {
   bool TryHarder = false;  // where a nonlinear search fails, go on
   int UnchangedIterations = 10;
   int MaxIterations = 250;
+  bool AbsoluteDeviations = false;  // the given standard deviations are taken at their word
+  LossKind Loss = LossKind::Squares;
+  double LossScale = 0;      // 0: from the residuals
+  bool Diagnostics = false;  // tell whether the answers are to be trusted
+  // What of it takes fits of its own: limits by the profile likelihood, so many samples of the residuals or of whole
+  // points, and so many parts that are left out in turn; 0 for none.
+  bool ProfileLimits = false;
+  int Bootstrap = 0;
+  bool ResampleCases = false;
+  int CrossValidation = 0;
   int IndependentVariables = 1;
   bool DelimitTab = true, DelimitSemicolon = true, DelimitComma = true, DelimitSpace = true;
   bool IgnoreConsecutive = true;
@@ -24,7 +35,8 @@ struct MacroSetup {
   std::string OutputFormat = "structured";
   bool OutputFitInfo = true;
   bool TableDataFile = false, TableCalcData = false, TableErrorData = false, TableMinMaxError = false;
-  int SortKey = 1;  // one of kSortKeys
+  bool TableConfidence = false, TablePrediction = false;  // the limits of the curve, and of a new point
+  int SortKey = 1;                                        // one of kSortKeys
   std::string OutputDelimit = "\t";
   bool OverrideDecimal = true;
   std::string MissingData;
@@ -43,6 +55,7 @@ struct MacroSetup {
   std::string PlotTemplate;  // what their look is taken from
   int PlotModels = 1;        // so many of the best at most
   int PlotKind = 0;          // a ResultPlotKind, by the number of its word
+  int PlotBands = 0;         // 1 shades where the curve lies, 2 where a new point would, 3 both
   bool LogEnabled = false;
   std::string LogFile, LogFileTyped;  // in lower case, and as it was typed
   bool LogSummaryOnly = false;

@@ -28,13 +28,19 @@ constexpr MacroWord kInputDelimit[] = {
 constexpr MacroWord kTableOutput[] = {{"DataFile", &S::TableDataFile, &F::TableDataFile},
                                       {"CalcData", &S::TableCalcData, &F::TableCalcData},
                                       {"ErrorData", &S::TableErrorData, &F::TableErrorData},
-                                      {"MinMaxError", &S::TableMinMaxError, &F::TableMinMaxError}};
+                                      {"MinMaxError", &S::TableMinMaxError, &F::TableMinMaxError},
+                                      {"Confidence", &S::TableConfidence, &F::TableConfidence},
+                                      {"Prediction", &S::TablePrediction, &F::TablePrediction}};
 constexpr std::string_view kDerivatives[] = {"Richardson", "CentralDifference"};
 constexpr std::string_view kOutputFormat[] = {"Quorvex", "Structured", "Spreadsheet"};
 constexpr std::string_view kOutputDelimit[] = {"Tab", "Comma", "SemiColon", "Space"};
 
 constexpr std::string_view kPlotModels[] = {"best", "all"};
 constexpr std::string_view kPlotKind[] = {"Model", "Residuals", "Probability"};
+constexpr std::string_view kPlotBands[] = {"None", "Confidence", "Prediction", "Both"};
+constexpr std::string_view kStandardDeviations[] = {"Relative", "Absolute"};
+constexpr std::string_view kLimits[] = {"Symmetric", "Profile"};
+constexpr std::string_view kBootstrapKind[] = {"Residuals", "Cases"};
 
 bool ReadOutputFormat(MacroSetup& setup, std::string_view value) {
   setup.OutputFormat = value;
@@ -72,12 +78,16 @@ bool ReadPlotModels(MacroSetup& setup, std::string_view value) {
   return true;
 }
 
-bool ReadPlotKind(MacroSetup& setup, std::string_view value) {
-  const auto* const word = std::ranges::find_if(kPlotKind, [&](auto each) { return EqualNoCase(each, value); });
-  if (word == std::end(kPlotKind)) return false;
-  setup.PlotKind = static_cast<int>(word - std::begin(kPlotKind));
+// Stores the number of the word in the field, which may be of any kind that numbers stand for.
+template <const auto& words, auto field>
+bool ReadWord(MacroSetup& setup, std::string_view value) {
+  const auto word = std::ranges::find_if(words, [&](std::string_view each) { return EqualNoCase(each, value); });
+  if (word == std::end(words)) return false;
+  setup.*field = static_cast<std::remove_cvref_t<decltype(setup.*field)>>(word - std::begin(words));
   return true;
 }
+
+constexpr double kMostSamples = 100000, kMostParts = 32000;
 
 constexpr MacroStatement kStatements[] = {
     {.Keyword = "Comment", .Value = LinesValue{&S::Comment, &F::Comments, "        "}},
@@ -101,20 +111,34 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "Derivatives",
      .Value = DerivativesValue{kDerivatives, &S::Derivatives, &Settings::DerivativeMethod, &F::CentralDifference}},
     {.Keyword = "TryHarder", .Value = FlagValue{&S::TryHarder, &F::TryHarder}, .Only = &F::TryHarder},
+    {.Keyword = "StandardDeviations",
+     .Value = ChoiceValue{kStandardDeviations, ReadWord<kStandardDeviations, &S::AbsoluteDeviations>,
+                          &F::StandardDeviations},
+     .UnlessDefault = true},
+    {.Keyword = "Loss",
+     .Value = ChoiceValue{kLossNames, ReadWord<kLossNames, &S::Loss>, &F::Loss},
+     .UnlessDefault = true},
+    {.Keyword = "LossScale",
+     .Value = NumberValue<double>{&S::LossScale, &F::LossScale, "a number above 0"},
+     .UnlessDefault = true,
+     .FoundAt = 5,
+     .Invalid = "The scale of the loss is invalid (Configuration Tab).",
+     .Least = std::numeric_limits<double>::denorm_min(),
+     .Most = std::numeric_limits<double>::max()},
 
     {.Keyword = "DataFile",
      .Value = TextValue{.Read = &S::DataFile, .Typed = &F::DataFile, .Placeholder = "********.***"},
-     .FoundAt = 5,
+     .FoundAt = 6,
      .MissingIsError = true,
      .Missing = "Input data file has not been specified (Input Tab)."},
     {.Keyword = "DataFirstLine",
      .Value = TextValue{.Read = &S::DataFirstLine, .Typed = &F::DataFirstLine, .Placeholder = "1", .LowerCase = true},
-     .FoundAt = 7,
+     .FoundAt = 8,
      .Invalid = "The first line containing data specified is invalid (Input Tab).",
      .Least = 1},
     {.Keyword = "IndependentVariables",
      .Value = VariablesValue{&S::IndependentVariables, &F::IndependentVariables, "*"},
-     .FoundAt = 6,
+     .FoundAt = 7,
      .MissingIsError = true,
      .Missing = "The number of independent variables has not been specified (Input Tab).",
      .Invalid = "The number of independent variables specified is invalid (Input Tab).",
@@ -124,7 +148,7 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "SQLQuery",
      .Value = TextValue{.Read = &S::SQLQuery, .Typed = &F::SQLQuery, .Placeholder = "***********"},
      .Only = &F::UseSQLQuery,
-     .FoundAt = 8,
+     .FoundAt = 9,
      .MissingIsError = true,
      .Missing = "SQL Query was requested but no query string is specified (Input Tab)."},
     {.Keyword = "ParameterFile",
@@ -135,7 +159,7 @@ constexpr MacroStatement kStatements[] = {
                         .Given = &S::UseParameterFile,
                         .AsTyped = &S::ParameterFileTyped},
      .Only = &F::UseParameterFile,
-     .FoundAt = 9,
+     .FoundAt = 10,
      .MissingIsError = true,
      .Missing = "Parameter file input was requested but no parameter file is specified (Input Tab)."},
     {.Keyword = "SolveEachRun", .Value = FlagValue{&S::SolveEachRun, &F::SolveEachRun}, .Only = &F::SolveEachRun},
@@ -143,11 +167,11 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "ColumnOrder",
      .Value =
          TextValue{.Read = &S::ColumnOrder, .Typed = &F::ColumnOrder, .Empty = EmptyText::MeansDefault, .IsList = true},
-     .FoundAt = 10,
+     .FoundAt = 11,
      .Missing = "Data source column order was not specified (Input Tab). Default value will be used."},
     {.Keyword = "InputDelimit",
      .Value = WordsValue{.Words = kInputDelimit, .Text = &S::InputDelimitText},
-     .FoundAt = 11,
+     .FoundAt = 12,
      .MissingIsError = true,
      .Missing = "No delimiters were specified for parsing the input file (Input Tab)."},
     {.Keyword = "OverrideDecimal", .Value = FlagValue{&S::OverrideDecimal, &F::OverrideDecimal}},
@@ -157,14 +181,14 @@ constexpr MacroStatement kStatements[] = {
                         .Placeholder = "********",
                         .Empty = EmptyText::IsIgnored},
      .Only = &F::UseMissingData,
-     .FoundAt = 12,
+     .FoundAt = 13,
      .MissingIsError = true,
      .Missing = "Marker for missing data not specified (Input Tab)."},
 
     {.Keyword = "OutputFile",
      .Value = TextValue{.Read = &S::OutputFile, .Typed = &F::OutputFile, .Placeholder = "********.***"},
      .Instead = &F::ResultFile,
-     .FoundAt = 13,
+     .FoundAt = 14,
      .MissingIsError = true,
      .Missing = "No output file name is specified (Output Tab)."},
     {.Keyword = "ResultFile", .Value = TextValue{.Read = &S::ResultFile, .Typed = &F::ResultFile}},
@@ -179,7 +203,7 @@ constexpr MacroStatement kStatements[] = {
                         .Given = &S::LogEnabled,
                         .AsTyped = &S::LogFileTyped},
      .Only = &F::UseLogFile,
-     .FoundAt = 14,
+     .FoundAt = 15,
      .MissingIsError = true,
      .Missing = "Log output was requested but no log file name is specified (Output Tab)."},
     {.Keyword = "LogSummaryOnly", .Value = FlagValue{&S::LogSummaryOnly, &F::LogSummaryOnly}, .Only = &F::UseLogFile},
@@ -197,7 +221,7 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "PlotFile",
      .Value = LinesValue{.Read = &S::PlotFile, .Typed = &F::PlotFiles, .Placeholder = "********.***"},
      .Only = &F::UsePlots,
-     .FoundAt = 15,
+     .FoundAt = 16,
      .MissingIsError = true,
      .Missing = "Plots were requested but no plot file name is specified (Output Tab)."},
     {.Keyword = "PlotTemplate",
@@ -208,9 +232,37 @@ constexpr MacroStatement kStatements[] = {
          ChoiceValue{
              .Words = kPlotModels, .Read = ReadPlotModels, .Chosen = &F::PlotModels, .Otherwise = "a number from 1"},
      .Only = &F::UsePlots,
-     .FoundAt = 16,
+     .FoundAt = 17,
      .Invalid = "The number of models to plot is invalid (Output Tab)."},
-    {.Keyword = "PlotKind", .Value = ChoiceValue{kPlotKind, ReadPlotKind, &F::PlotKind}, .Only = &F::UsePlots},
+    {.Keyword = "PlotKind",
+     .Value = ChoiceValue{kPlotKind, ReadWord<kPlotKind, &S::PlotKind>, &F::PlotKind},
+     .Only = &F::UsePlots},
+    {.Keyword = "PlotBands",
+     .Value = ChoiceValue{kPlotBands, ReadWord<kPlotBands, &S::PlotBands>, &F::PlotBands},
+     .Only = &F::UsePlots,
+     .UnlessDefault = true},
+
+    {.Keyword = "Diagnostics", .Value = FlagValue{&S::Diagnostics, &F::Diagnostics}, .Only = &F::Diagnostics},
+    {.Keyword = "Limits",
+     .Value = ChoiceValue{kLimits, ReadWord<kLimits, &S::ProfileLimits>, &F::Limits},
+     .UnlessDefault = true},
+    {.Keyword = "Bootstrap",
+     .Value = NumberValue<int>{&S::Bootstrap, &F::Bootstrap, "a whole number from 1 to 100000"},
+     .UnlessDefault = true,
+     .FoundAt = 18,
+     .Invalid = "The number of bootstrap samples is invalid (Diagnosis Tab).",
+     .Least = 1,
+     .Most = kMostSamples},
+    {.Keyword = "BootstrapKind",
+     .Value = ChoiceValue{kBootstrapKind, ReadWord<kBootstrapKind, &S::ResampleCases>, &F::BootstrapKind},
+     .UnlessDefault = true},
+    {.Keyword = "CrossValidation",
+     .Value = NumberValue<int>{&S::CrossValidation, &F::CrossValidation, "a whole number from 2 to 32000"},
+     .UnlessDefault = true,
+     .FoundAt = 19,
+     .Invalid = "The number of parts of the cross-validation is invalid (Diagnosis Tab).",
+     .Least = 2,
+     .Most = kMostParts},
 };
 
 }  // namespace
@@ -232,6 +284,13 @@ std::string MacroFields::*TypedField(const MacroStatement& statement) {
           return nullptr;
       },
       statement.Value);
+}
+
+std::optional<double> NumberWithin(const MacroStatement& statement, std::string_view value, const LocaleText& locale) {
+  const std::optional<double> number = NumericText(value, locale.DecimalSeparator);
+  if (!number || !(*number >= statement.Least && *number <= statement.Most)) return std::nullopt;
+  const bool wantsWhole = std::holds_alternative<NumberValue<int>>(statement.Value);
+  return wantsWhole && *number != std::floor(*number) ? std::nullopt : number;
 }
 
 std::string MacroSetup::*KeptText(const MacroStatement& statement) {

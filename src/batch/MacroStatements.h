@@ -1,6 +1,7 @@
 #pragma once
 
 #include <limits>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -8,6 +9,7 @@
 
 #include "batch/MacroFields.h"
 #include "batch/MacroSetup.h"
+#include "core/LocaleText.h"
 
 namespace quorvex {
 
@@ -41,6 +43,14 @@ struct LimitValue {
   Number MacroSetup::*Read;
   Number Settings::*Preference;
   std::string MacroFields::*Typed;
+};
+
+// A number within the statement's range. What is none is told in the log and leaves the default.
+template <typename Number>
+struct NumberValue {
+  Number MacroSetup::*Read;
+  std::string MacroFields::*Typed;
+  std::string_view Wanted;  // what it may be, as a user is told
 };
 
 // The number of independent variables, whose catalogue the reader then loads.
@@ -88,8 +98,8 @@ struct DerivativesValue {
   bool MacroFields::*Second;
 };
 
-using MacroValue = std::variant<LinesValue, TextValue, LimitValue<double>, LimitValue<int>, VariablesValue, FlagValue,
-                                WordsValue, ChoiceValue, DerivativesValue>;
+using MacroValue = std::variant<LinesValue, TextValue, LimitValue<double>, LimitValue<int>, NumberValue<double>,
+                                NumberValue<int>, VariablesValue, FlagValue, WordsValue, ChoiceValue, DerivativesValue>;
 
 struct MacroStatement {
   std::string_view Keyword;
@@ -97,6 +107,7 @@ struct MacroStatement {
   bool MacroFields::*Only = nullptr;            // not written unless this is ticked
   std::string MacroFields::*Instead = nullptr;  // not required where this is typed
   bool OfTexts = false;                         // written only where the answers are texts, not a project
+  bool UnlessDefault = false;                   // written only where it says something else than the default
 
   // What the editor finds, in the order of the numbers: no value, or one out of range.
   int FoundAt = 0;
@@ -118,6 +129,9 @@ std::string MacroFields::*TypedField(const MacroStatement& statement);
 // Sets what a flag or a list of words says.
 void ReadFlag(const FlagValue& flag, std::string_view value, MacroSetup& setup);
 void ReadWords(const WordsValue& words, std::string_view value, MacroSetup& setup);
+
+// The number that a value within the statement's range is; nothing for any other.
+std::optional<double> NumberWithin(const MacroStatement& statement, std::string_view value, const LocaleText& locale);
 
 // Where a setup keeps the value of the statement as text, for parameters to be put into it; null where it doesn't.
 std::string MacroSetup::*KeptText(const MacroStatement& statement);

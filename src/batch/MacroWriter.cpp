@@ -44,12 +44,19 @@ class Values {
   std::vector<std::string> Of(const MacroStatement& statement) const {
     if (statement.Only != nullptr && !(fields_.*statement.Only)) return {};
     if (IsReplaced(statement, fields_)) return {};
+    if (statement.UnlessDefault && SaysDefault(statement)) return {};
     if (statement.OfTexts && EqualNoCase(fields_.OutputFormat, "Quorvex")) return {};  // a project has its own layout
     return std::visit([this](const auto& kind) { return Texts(kind); }, statement.Value);
   }
 
  private:
   using List = std::vector<std::string>;
+
+  bool SaysDefault(const MacroStatement& statement) const {
+    const auto* choice = std::get_if<ChoiceValue>(&statement.Value);
+    const auto field = choice != nullptr ? choice->Chosen : TypedField(statement);
+    return EqualNoCase(OneLine(fields_.*field), MacroFields().*field);
+  }
 
   List Texts(const LinesValue& given) const {
     List lines;
@@ -64,6 +71,10 @@ class Values {
   template <typename Number>
   List Texts(const LimitValue<Number>& limit) const {
     return {Typed(limit.Typed, LimitText(preferences_.*limit.Preference, locale_))};
+  }
+  template <typename Number>
+  List Texts(const NumberValue<Number>& number) const {
+    return {Typed(number.Typed, "")};
   }
   List Texts(const VariablesValue& variables) const { return {Typed(variables.Typed, variables.Placeholder)}; }
   List Texts(const FlagValue& flag) const { return {TrueOrFalse(fields_.*flag.Ticked)}; }
@@ -157,6 +168,8 @@ bool IsInRange(const MacroStatement& statement, const MacroFields& fields, const
     MacroSetup read;
     return choice->Read(read, OneLine(fields.*choice->Chosen));
   }
+  if (statement.UnlessDefault)
+    return NumberWithin(statement, OneLine(fields.*TypedField(statement)), locale).has_value();
   const double value = NumericText(fields.*TypedField(statement), locale.DecimalSeparator).value_or(0);
   return value >= statement.Least && value <= statement.Most;
 }

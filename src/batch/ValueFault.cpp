@@ -26,7 +26,7 @@ constexpr double kMostInteger = std::numeric_limits<std::int16_t>::max();  // th
 class Wanted {
  public:
   Wanted(const MacroStatement& statement, std::string_view value, const LocaleText& locale)
-      : statement_(statement), value_(value), number_(NumericText(value, locale.DecimalSeparator)) {}
+      : statement_(statement), value_(value), locale_(locale), number_(NumericText(value, locale.DecimalSeparator)) {}
 
   std::string operator()(const LinesValue&) const { return {}; }
   std::string operator()(const TextValue&) const {
@@ -36,6 +36,10 @@ class Wanted {
   std::string operator()(const LimitValue<double>&) const { return number_ ? "" : "is no number, and does nothing"; }
   std::string operator()(const LimitValue<int>&) const {
     return IsWithin(1, 32000) ? "" : "is no number from 1 to 32000";
+  }
+  template <typename Number>
+  std::string operator()(const NumberValue<Number>& wanted) const {
+    return NumberWithin(statement_, value_, locale_) ? "" : "is not " + std::string(wanted.Wanted);
   }
   std::string operator()(const VariablesValue&) const {
     // One that is read and out of range ends the run.
@@ -82,6 +86,7 @@ class Wanted {
 
   const MacroStatement& statement_;
   std::string_view value_;
+  const LocaleText& locale_;
   std::optional<double> number_;
 };
 

@@ -87,6 +87,16 @@ TEST_F(MacroChecks, TellEachFaultOfAMacroByItsLine) {
        "Line 5: 'DataFirstLine = 0' is no number from 1 on.\n"
        "Line 6: 'OutputFormat = Text' is none of Quorvex, Structured, Spreadsheet.\n"
        "Line 7: 'PlotKind = Modle' is ignored: it is none of Model, Residuals, Probability.\n"},
+      {kHead +
+           "Diagnostics = True\nBootstrap = -3\nCrossValidation = 1\nLossScale = 0\nLoss = Hubert\nLimits = both\n" +
+           "PlotBands = all\nStandardDeviations = given\n" + kTail,
+       "Line 5: 'Bootstrap = -3' is ignored: it is not a whole number from 1 to 100000.\n"
+       "Line 6: 'CrossValidation = 1' is ignored: it is not a whole number from 2 to 32000.\n"
+       "Line 7: 'LossScale = 0' is ignored: it is not a number above 0.\n"
+       "Line 8: 'Loss = Hubert' is ignored: it is none of Squares, Huber, SoftL1, Cauchy, Bisquare.\n"
+       "Line 9: 'Limits = both' is ignored: it is none of Symmetric, Profile.\n"
+       "Line 10: 'PlotBands = all' is ignored: it is none of None, Confidence, Prediction, Both.\n"
+       "Line 11: 'StandardDeviations = given' is ignored: it is none of Relative, Absolute.\n"},
       {kHead + "B_MODEL\nSortKey = RSS\nAssgin a = 1\nIdle = 3\nF12 = x\nY = a+b*x*x\nE_MODEL\nE_MACRO\n",
        "Line 5: the statement 'SortKey' is not read between B_MODEL and E_MODEL.\n"
        "Line 6: unknown statement 'Assgin a'. Did you mean Assign?\n"

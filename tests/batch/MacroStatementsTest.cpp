@@ -51,6 +51,11 @@ Told ToldOf(const LimitValue<Number>& limit) {
   EXPECT_EQ(MacroSetup().*limit.Read, Settings().*limit.Preference);
   return {{}, GeneralNumber(Settings().*limit.Preference)};
 }
+template <typename Number>
+Told ToldOf(const NumberValue<Number>& number) {
+  EXPECT_EQ(MacroSetup().*number.Read, 0);
+  return {{std::string(number.Wanted)}, "none"};
+}
 Told ToldOf(const VariablesValue& variables) { return {{}, std::to_string(MacroSetup().*variables.Read)}; }
 Told ToldOf(const FlagValue& flag) {
   EXPECT_EQ(MacroSetup().*flag.Read, MacroFields().*flag.Ticked);
@@ -91,7 +96,7 @@ TEST(MacroStatements, AreToldInTheManualWithTheirWordsRangesAndDefaults) {
     for (const std::string& word : told.Words)
       EXPECT_NE((row->Value + row->Default).find(word), std::string::npos) << word << "\n" << row->Value;
     EXPECT_NE(row->Default.find(told.Default), std::string::npos) << told.Default << "\n" << row->Default;
-    if (statement.Least > 0) {
+    if (statement.Least > 0 && !statement.UnlessDefault) {
       const std::string least = GeneralNumber(statement.Least);
       const std::string range = statement.Most < 1e9 ? least + " to " + GeneralNumber(statement.Most) : "from " + least;
       EXPECT_NE(row->Value.find(range), std::string::npos) << range << "\n" << row->Value;

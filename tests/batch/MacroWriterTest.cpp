@@ -103,6 +103,16 @@ TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   fields.PlotTemplate = "Look.qv2";
   fields.PlotModels = "all";
   fields.PlotKind = "Residuals";
+  fields.PlotBands = "Both";
+  fields.StandardDeviations = "Absolute";
+  fields.Loss = "Cauchy";
+  fields.LossScale = "0.5";
+  fields.TableConfidence = fields.TablePrediction = true;
+  fields.Diagnostics = true;
+  fields.Limits = "Profile";
+  fields.Bootstrap = "1000";
+  fields.BootstrapKind = "Cases";
+  fields.CrossValidation = "10";
   ExpectGolden("MacroOfAllFields.txt", BuildMacroText(fields, ProjectModels(1, kPoint), Settings(), kPoint));
 }
 
@@ -185,6 +195,7 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
       {[](auto& f) { f.UnchangedIterations = " "; },
        "Warning: Maximum number of unchanged iterations has not been specified (Configuration Tab). Default value will "
        "be used."},
+      {[](auto& f) { f.LossScale = "-1"; }, "ERROR: The scale of the loss is invalid (Configuration Tab)."},
       {[](auto& f) { f.DataFile = ""; }, "ERROR: Input data file has not been specified (Input Tab)."},
       {[](auto& f) { f.IndependentVariables = "0"; },
        "ERROR: The number of independent variables specified is invalid (Input Tab)."},
@@ -211,6 +222,9 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
       {[](auto& f) { f.PlotFiles = "\n"; },
        "ERROR: Plots were requested but no plot file name is specified (Output Tab)."},
       {[](auto& f) { f.PlotModels = "0"; }, "ERROR: The number of models to plot is invalid (Output Tab)."},
+      {[](auto& f) { f.Bootstrap = "2.5"; }, "ERROR: The number of bootstrap samples is invalid (Diagnosis Tab)."},
+      {[](auto& f) { f.CrossValidation = "1"; },
+       "ERROR: The number of parts of the cross-validation is invalid (Diagnosis Tab)."},
       {[](auto& f) { f.TickedModels = {}; }, "ERROR: No regression models have been selected (Models Tab)."},
   };
   const ModelCollection models = ProjectModels(1, kPoint);
@@ -229,7 +243,7 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
   }
   const MacroFindings findings = CheckMacro(worst, models, kPoint);
   EXPECT_EQ(findings.Lines, all);
-  EXPECT_EQ(findings.Count(), "There were 12 error(s) and 5 warning(s).");
+  EXPECT_EQ(findings.Count(), "There were 15 error(s) and 5 warning(s).");
 
   // A file of results does in the place of an output file.
   MacroFields lines = CleanFields();
@@ -332,6 +346,15 @@ class RandomFields {
     f.PlotTemplate = OneOf({"", "Look.qv2"});
     f.PlotModels = OneOf({"best", "ALL", "3"});
     f.PlotKind = OneOf({"Model", "residuals", "Probability"});
+    f.PlotBands = OneOf({"None", "confidence", "Prediction", "Both"});
+    f.StandardDeviations = OneOf({"Relative", "Absolute"});
+    f.Loss = OneOf({"Squares", "Huber", "SoftL1", "Cauchy", "BISQUARE"});
+    f.LossScale = LocalizeExpression(OneOf({"", "0.125", "3"}), locale);
+    f.TableConfidence = Tick(), f.TablePrediction = Tick();
+    f.Diagnostics = Tick();
+    f.Limits = OneOf({"Symmetric", "Profile"});
+    f.Bootstrap = OneOf({"", "1", "100000"}), f.BootstrapKind = OneOf({"Residuals", "cases"});
+    f.CrossValidation = OneOf({"", "2", "10"});
     f.Models = static_cast<MacroModels>(Below(5));
     f.TickedModels = {"bent", "My Hill = 1", "a*x+b", "a+b*x1+c*x2"};
     return f;
@@ -384,7 +407,16 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
     s.PlotTemplate = f.PlotTemplate;
     s.PlotModels = f.PlotModels == "best" ? 1 : f.PlotModels == "3" ? 3 : std::numeric_limits<int>::max();
     s.PlotKind = f.PlotKind == "Model" ? 0 : f.PlotKind == "residuals" ? 1 : 2;
+    const std::string bands[] = {"None", "confidence", "Prediction", "Both"};
+    s.PlotBands = static_cast<int>(std::ranges::find(bands, f.PlotBands) - bands);
   }
+  s.AbsoluteDeviations = f.StandardDeviations == "Absolute";
+  for (std::size_t loss = 0; loss < kLossNames.size(); ++loss)
+    if (EqualNoCase(kLossNames[loss], f.Loss)) s.Loss = static_cast<LossKind>(loss);
+  s.LossScale = number(f.LossScale, 0);
+  s.Diagnostics = f.Diagnostics, s.ProfileLimits = f.Limits == "Profile";
+  s.Bootstrap = static_cast<int>(number(f.Bootstrap, 0)), s.ResampleCases = f.BootstrapKind == "cases";
+  s.CrossValidation = static_cast<int>(number(f.CrossValidation, 0));
   if (f.OutputFormat == "Quorvex") return s;
   s.OutputDelimit = f.OutputDelimit == "Tab"     ? "\t"
                     : f.OutputDelimit == "Comma" ? ","
@@ -392,6 +424,7 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
                                                  : ";";
   s.TableDataFile = f.TableDataFile, s.TableCalcData = f.TableCalcData;
   s.TableErrorData = f.TableErrorData, s.TableMinMaxError = f.TableMinMaxError;
+  s.TableConfidence = f.TableConfidence, s.TablePrediction = f.TablePrediction;
   for (int key = 1; key <= 4; ++key)
     if (kSortKeys[static_cast<std::size_t>(key - 1)] == f.SortKey) s.SortKey = key;
   s.OutputFitInfo = f.OutputFitInfo;
@@ -407,7 +440,9 @@ auto Decided(const MacroSetup& s) {
                   s.MissingData, s.DataFile, s.DataFirstLine, s.OutputFile, s.Comment, s.SQLQuery, s.ColumnOrder,
                   s.Weighted, s.LogEnabled, s.LogFile, s.LogSummaryOnly, s.UseParameterFile, s.ParameterFile,
                   s.PlotFile, s.PlotTemplate, s.PlotModels, s.PlotKind, s.ResultFile, s.SolveEachRun, s.RequireSolution,
-                  s.StrictStatus, s.DataSeries);
+                  s.StrictStatus, s.DataSeries, s.AbsoluteDeviations, s.Loss, s.LossScale, s.TableConfidence,
+                  s.TablePrediction, s.PlotBands, s.Diagnostics, s.ProfileLimits, s.Bootstrap, s.ResampleCases,
+                  s.CrossValidation);
 }
 
 std::string Folded(const std::string& text) { return ToLower(Joined(text, ' ', "")); }

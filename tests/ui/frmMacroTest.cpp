@@ -66,7 +66,7 @@ TEST_F(MacroEditor, ShowsTheMacroThatItsFieldsMake) {
     Click(form, "ckLogFile");
     TypeInto(form, "txtLogFile", "run.log");
     Click(form, "ckLogSummaryOnly");
-    GoToPage(form, 3);
+    GoToPage(form, 4);
     Click(form, "optnModels4");
     auto* models = form.findChild<QListWidget*>("lstSource");
     ASSERT_TRUE(models->isEnabled());
@@ -91,7 +91,7 @@ TEST_F(MacroEditor, ListsWhatItFindsAndAsksBeforeTheExport) {
     dialogs.Press(QMessageBox::No);
     Click(form, "cmdExport");
     EXPECT_FALSE(std::filesystem::exists(file));
-    GoToPage(form, 3);
+    GoToPage(form, 4);
     Click(form, "optnModels3");
     EXPECT_FALSE(List(form, "lstSource").isEnabled());
     dialogs.Press(QMessageBox::Yes);
@@ -194,7 +194,10 @@ TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
   given.UsePlots = true, given.PlotFiles = "a.svg\nb.plt", given.PlotTemplate = "l.qv2";
   given.ResultFile = "r", given.SolveEachRun = given.RequireSolution = given.StrictStatus = true;
   given.DataSeries = true;
-  given.PlotModels = "3", given.PlotKind = "Probability";
+  given.PlotModels = "3", given.PlotKind = "Probability", given.PlotBands = "Prediction";
+  given.StandardDeviations = "Absolute", given.Loss = "Bisquare", given.LossScale = "s";
+  given.TableConfidence = given.TablePrediction = given.Diagnostics = true;
+  given.Limits = "Profile", given.Bootstrap = "b", given.BootstrapKind = "Cases", given.CrossValidation = "v";
   given.OutputFormat = "Spreadsheet", given.LogFile = "l", given.OutputDelimit = "Space", given.SortKey = "StdErr";
   for (const MacroFields& fields : {given, MacroFields()}) {
     frmMacro form(nullptr, fields, none, preferences, locale, user);

@@ -49,6 +49,7 @@ frmMacro::frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollec
   pages->addTab(ConfigurationPage(), "&Configuration");
   pages->addTab(InputPage(), "&Input");
   pages->addTab(OutputPage(), "&Output");
+  pages->addTab(DiagnosisPage(), "Dia&gnosis");
   pages->addTab(ModelsPage(), "&Models");
 
   auto* hint = new QLabel("A macro that was exported is run by: quorvex -runcfg FILE", this);
@@ -179,6 +180,13 @@ QWidget* frmMacro::ConfigurationPage() {
   form->addRow(new QLabel("Derivatives:", page), richardson);
   form->addRow("", optnCentral);
   form->addRow("", NewFlag("&Try harder where a search fails", "TryHarder"));
+  auto* loss = AddChoice(*form, "&Loss of a residual:", "Loss", "cmbLoss");
+  loss->setToolTip("All but squares keep a few wild points from deciding");
+  auto* scale = AddText(*form, "Scale o&f the loss:", "LossScale");
+  scale->setPlaceholderText("From the residuals, or a number");
+  scale->setToolTip("The residual beyond which a point counts less, in the unit of Y");
+  connect(loss, &QComboBox::currentIndexChanged, scale, [scale](int kind) { scale->setEnabled(kind > 0); });
+  scale->setEnabled(false);
   LeaveRoomBelow(*form);
   return page;
 }
@@ -191,7 +199,10 @@ QWidget* frmMacro::InputPage() {
   AddText(*form, "I&ndependent variables:", "IndependentVariables");
   AddText(*form, "Co&lumn order:", "ColumnOrder")->setPlaceholderText("Default, or a list such as x1, x2, y, sd");
 
-  form->addRow("", NewFlag("The data have a column of &standard deviations", "Weighted"));
+  auto* weighted = NewFlag("The data have a column of &standard deviations", "Weighted");
+  form->addRow("", weighted);
+  auto* deviations = AddChoice(*form, "Standard deviations:", "StandardDeviations", "cmbStandardDeviations");
+  deviations->setToolTip("Relative: they tell which points count more. Absolute: they are the errors of the points");
   const struct {
     const char *Label, *Word, *Name;
   } delimiters[] = {{"&Tab", "Tab", "ckDelimitTab"},
@@ -216,7 +227,7 @@ QWidget* frmMacro::InputPage() {
   auto* useParameters = NewUse("Run once for each line of a ta&ble of parameters", "ParameterFile");
   form->addRow("", useParameters);
   auto* parameters = AddFile(*form, "Pa&rameter file:", "ParameterFile", "Parameter File", false);
-  auto* each = NewFlag("Solve at each line, whatever chan&ges", "SolveEachRun");
+  auto* each = NewFlag("Solve at each line, whatever changes", "SolveEachRun");
   form->addRow("", each);
   auto* useSql = NewUse("Read from a database by a &query", "SQLQuery");
   form->addRow("", useSql);
@@ -224,6 +235,7 @@ QWidget* frmMacro::InputPage() {
   form->addRow("Quer&y:", sql);
 
   for (const auto& [box, field] : {std::pair<QCheckBox*, QWidget*>{missing, marker},
+                                   {weighted, deviations},
                                    {useParameters, parameters->parentWidget()},
                                    {useParameters, each},
                                    {useSql, sql}}) {
@@ -254,7 +266,12 @@ QWidget* frmMacro::OutputPage() {
   addOption(NewWord("The input d&ata", "TableOutput", "DataFile", "ckTableDataFile"));
   addOption(NewWord("Ca&lculated values", "TableOutput", "CalcData", "ckTableCalcData"));
   addOption(NewWord("Resid&uals", "TableOutput", "ErrorData", "ckTableErrorData"));
-  addOption(NewWord("Smallest and lar&gest residual", "TableOutput", "MinMaxError", "ckTableMinMaxError"));
+  addOption(NewWord("Smallest and largest residual", "TableOutput", "MinMaxError", "ckTableMinMaxError"));
+  auto* curve = NewWord("Limits of the curve", "TableOutput", "Confidence", "ckTableConfidence");
+  auto* point = NewWord("Limits of a new point", "TableOutput", "Prediction", "ckTablePrediction");
+  for (QCheckBox* box : {curve, point}) box->setToolTip("At 95 %, in columns of their own");
+  addOption(curve);
+  addOption(point);
   addOption(NewFlag("Fit s&tatistics", "OutputFitInfo"));
 
   form->addRow(new QLabel("Status:", page), NewFlag("Fail where no model can &be solved (410)", "RequireSolution"));
@@ -284,10 +301,35 @@ void frmMacro::AddPlots(QFormLayout& form) {
   auto* look = AddFile(form, "Template (&qv2, qv3):", "PlotTemplate", "Plot Template", false);
   auto* models = AddChoice(form, "Models s&hown:", "PlotModels", "cmbPlotModels");
   auto* kind = AddChoice(form, "&Kind:", "PlotKind", "cmbPlotKind");
-  for (QWidget* field : std::initializer_list<QWidget*>{names, look->parentWidget(), models, kind}) {
+  auto* bands = AddChoice(form, "Bands:", "PlotBands", "cmbPlotBands");
+  bands->setToolTip("What is shaded around the curves: where they lie, or where a new point would");
+  for (QWidget* field : std::initializer_list<QWidget*>{names, look->parentWidget(), models, kind, bands}) {
     field->setEnabled(false);
     connect(use, &QCheckBox::toggled, field, &QWidget::setEnabled);
   }
+}
+
+QWidget* frmMacro::DiagnosisPage() {
+  auto* page = new QWidget(this);
+  auto* form = new QFormLayout(page);
+  auto* use = NewFlag("&Tell of each answer whether it is to be trusted", "Diagnostics");
+  form->addRow(use);
+  auto* limits = AddChoice(*form, "&Limits of coefficients:", "Limits", "cmbLimits");
+  auto* samples = AddText(*form, "&Bootstrap samples:", "Bootstrap");
+  samples->setPlaceholderText("None, or a number such as 1000");
+  auto* kind = AddChoice(*form, "&Resampled:", "BootstrapKind", "cmbBootstrapKind");
+  auto* parts = AddText(*form, "&Parts left out in turn:", "CrossValidation");
+  parts->setPlaceholderText("None, or a number such as 10");
+  for (QWidget* field : std::initializer_list<QWidget*>{limits, samples, kind, parts}) {
+    field->setEnabled(false);
+    connect(use, &QCheckBox::toggled, field, &QWidget::setEnabled);
+  }
+  limits->setToolTip("Profile follows the sum of squares to both sides, which holds where the two differ");
+  samples->setToolTip("Limits by so many fits to resampled data");
+  kind->setToolTip("The residuals about the curve, or whole points");
+  parts->setToolTip("Cross-validation: how well the other points foretell each part");
+  LeaveRoomBelow(*form);
+  return page;
 }
 
 QWidget* frmMacro::ModelsPage() {

@@ -18,7 +18,7 @@ class QTabWidget;
 
 namespace quorvex {
 
-// The macro editor: the fields of a macro on four pages, over the models of a project. All that is handed over outlives
+// The macro editor: the fields of a macro on five pages, over the models of a project. All that is handed over outlives
 // the dialog.
 class frmMacro : public QDialog {
   Q_OBJECT
@@ -35,6 +35,7 @@ class frmMacro : public QDialog {
   QWidget* InputPage();
   QWidget* OutputPage();
   void AddPlots(QFormLayout& form);
+  QWidget* DiagnosisPage();
   QWidget* ModelsPage();
   // Controls for the statement of a keyword, each bound to the field that the statement is written from: of its value,
   // of one word of its list, or, by NewUse, of whether it is written at all.
