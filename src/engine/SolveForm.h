@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace quorvex {
@@ -19,6 +20,9 @@ class SolveForm {
   virtual void Yield() {}
   // Called every few points, so that a form can yield within an iteration that takes long.
   virtual void Pulse() {}
+
+  // How far a piece of work is that takes many fits, and what it is: "Bootstrap of a*x+b".
+  virtual void ShowWork(const std::string& /*what*/, std::size_t /*done*/, std::size_t /*of*/) {}
 
   // ConvergeLabel and cmdPause are shown, and cmdDetail enabled, while a nonlinear search runs.
   virtual void ShowConverging(bool /*running*/) {}
