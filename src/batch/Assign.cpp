@@ -4,16 +4,39 @@
 #include "core/NumberText.h"
 
 namespace quorvex {
+namespace {
+
+constexpr std::string_view kMinimum = "minimum=", kMaximum = "maximum=";
+
+// Why bounds that a statement gives are none, as the end of a sentence; else they stand in `coefficient`.
+std::string TakeBound(const std::vector<std::string>& given, const std::string& what, const LocaleText& locale,
+                      double& bound) {
+  if (given.size() > 1) return "it gives the " + what + " twice";
+  if (given.empty() || given[0].empty()) return {};
+  const std::optional<double> value = NumericText(given[0], locale.DecimalSeparator);
+  if (!value) return "its " + what + ", '" + given[0] + "', is no number";
+  bound = *value;
+  return {};
+}
+
+}  // namespace
 
 std::optional<AssignStatement> ParseAssign(std::string_view text, char listSeparator) {
   const auto first = text.find(listSeparator);
   if (first == std::string_view::npos) return std::nullopt;
   const auto second = text.find(listSeparator, first + 1);
   if (second == std::string_view::npos || second + 1 == text.size()) return std::nullopt;
+  AssignStatement statement;
+  // From the end, since a derivative may hold separators.
+  for (auto last = text.rfind(listSeparator); last > second; last = text.rfind(listSeparator)) {
+    const std::string field = ToLower(text.substr(last + 1));
+    if (!field.starts_with(kMinimum) && !field.starts_with(kMaximum)) break;
+    (field.starts_with(kMinimum) ? statement.Minimum : statement.Maximum).push_back(GetLineValue(field));
+    text = text.substr(0, last);
+  }
   const auto third = text.find(listSeparator, second + 1);
 
   std::string head(text.substr(0, first));
-  AssignStatement statement;
   statement.Variable = GetLineKey(head);
   statement.Value = GetLineValue(head);
   statement.Rule = GetLineValue(text.substr(first + 1, second - first - 1));
@@ -24,7 +47,8 @@ std::optional<AssignStatement> ParseAssign(std::string_view text, char listSepar
   return statement;
 }
 
-std::string ApplyAssign(ModelClass& model, std::string_view text, char listSeparator) {
+std::string ApplyAssign(ModelClass& model, std::string_view text, const LocaleText& locale) {
+  const char listSeparator = locale.ListSeparator;
   const std::optional<AssignStatement> statement = ParseAssign(text, listSeparator);
   if (!statement) {
     if (HasForeignSeparator(text, listSeparator))
@@ -33,6 +57,14 @@ std::string ApplyAssign(ModelClass& model, std::string_view text, char listSepar
   }
   for (int i = 1; i <= model.NumDependentVar(); ++i) {
     if (!EqualNoCase(model.Variables(i), statement->Variable)) continue;
+    Coefficient bounded;
+    bounded.Name = model.Variables(i);
+    std::string fault = TakeBound(statement->Minimum, "Minimum", locale, bounded.Minimum);
+    if (fault.empty()) fault = TakeBound(statement->Maximum, "Maximum", locale, bounded.Maximum);
+    if (fault.empty() && !BoundsFault(bounded).empty())
+      fault = "its Minimum, " + statement->Minimum[0] + ", is above its Maximum, " + statement->Maximum[0];
+    if (!fault.empty()) return fault;
+    model.SetBounds(i, bounded.Minimum, bounded.Maximum);
     model.SetRule(i, statement->Rule);
     model.SetRuleConstant(i, statement->Value);
     model.SetConstant(i, EqualNoCase(statement->Flag, "true") ? 1 : 0);

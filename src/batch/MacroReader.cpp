@@ -369,7 +369,7 @@ bool Reader::ReadModelBlock() {
   for (const Assign& assign : assigns) {
     if (HoldsParameter(assign.Text)) {
       macro_.Deferred.push_back({assign.Text, model, assign.Number});
-    } else if (const std::string fault = ApplyAssign(*model, assign.Text, locale_.ListSeparator); !fault.empty()) {
+    } else if (const std::string fault = ApplyAssign(*model, assign.Text, locale_); !fault.empty()) {
       WarnAt(assign.Number, "'" + assign.Line + "' is ignored: " + fault);
     }
   }

@@ -1,6 +1,7 @@
 #include "batch/MacroWriter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -117,6 +118,7 @@ class Writer {
   }
 
  private:
+  std::string Number(double value) const { return LocalizeExpression(GeneralNumber(value), locale_); }
   void Line(std::size_t indent, std::string_view text) { buffer_.append(indent, ' ').append(text).append(NL); }
 
   const LocaleText& locale_;
@@ -131,10 +133,21 @@ void Writer::Model(const ModelClass& model) {
   for (int i = 1; i < model.FunctionCount(); ++i)
     if (!model.FunctionList(i).empty()) Line(8, "F" + std::to_string(i) + " = " + OneLine(model.FunctionList(i)));
   Line(8, "Y = " + OneLine(model.FunctionList(0)));
-  for (int i = 1; model.UserType && i <= model.NumDependentVar(); ++i)
-    Line(8, "Assign " + model.Variables(i) + " = " + model.RuleConstant(i) + separator +
-                " Operator = " + model.Rules(i) + separator + " Fit = " + TrueOrFalse(model.Constants(i) == 1) +
-                separator + " Derivative = " + OneLine(model.Derivatives(i)));
+  // With the first Assign a built-in model starts from its rules, no longer from its linear form: then from where it
+  // is.
+  const bool isAssigned = model.UserType || model.HasBounds();
+  for (int i = 1; isAssigned && i <= model.NumDependentVar(); ++i) {
+    const bool fromValue = !model.UserType && !model.ForceRuleEstimate;
+    const std::string start = fromValue ? Number(model.Values(i)) : model.RuleConstant(i);
+    const std::string rule = fromValue ? "Value" : model.Rules(i);
+    const std::string least =
+        std::isfinite(model.Minimum(i)) ? separator + " Minimum = " + Number(model.Minimum(i)) : "";
+    const std::string most =
+        std::isfinite(model.Maximum(i)) ? separator + " Maximum = " + Number(model.Maximum(i)) : "";
+    Line(8, "Assign " + model.Variables(i) + " = " + start + separator + " Operator = " + rule + separator +
+                " Fit = " + TrueOrFalse(model.Constants(i) == 1) + separator +
+                " Derivative = " + OneLine(model.Derivatives(i)) + least + most);
+  }
   Line(4, "E_MODEL");
 }
 

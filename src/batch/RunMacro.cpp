@@ -123,6 +123,7 @@ class MacroRun {
   AnsweredRuns answered_;      // by their lines in the file of results
   std::ptrdiff_t wanted_ = 0;  // models to be solved, before any is found not to fit the data
   bool inputChanged_ = true;
+  std::vector<Box> previousBounds_;
   std::vector<std::string> previous_ = std::vector<std::string>(SubstitutedFields().size());  // of the run before
   SolveData data_, unsorted_;
 };
@@ -348,6 +349,12 @@ void MacroRun::NoteChangedInputs() {
     previous_[f] = text;
     inputChanged_ = true;
   }
+  // Another start may lead to the same answer, other bounds don't.
+  std::vector<Box> bounds;
+  for (const auto& model : macro_.Models)
+    if (model->Solve) bounds.push_back(model->Bounds());
+  inputChanged_ = inputChanged_ || bounds != previousBounds_;
+  previousBounds_ = std::move(bounds);
 }
 
 bool MacroRun::RunOnce() { return SolveOnce() && Write(); }

@@ -145,7 +145,7 @@ bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t
       if (!Substitute(assigns[i].Text, token, value)) continue;
       if (tooLong(assigns[i].Text, "Assign")) return false;
       log.Line("Assigning " + token + " = '" + value);
-      faults[i] = ApplyAssign(*assigns[i].Model, assigns[i].Text, locale.ListSeparator);
+      faults[i] = ApplyAssign(*assigns[i].Model, assigns[i].Text, locale);
     }
   }
   for (const DeferredID& deferred : macro.DeferredIDs) {

@@ -106,13 +106,14 @@ bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first
 bool Differentiator::NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda) {
   for (std::size_t c = 0; c < model_.CoefficientValues.size(); ++c) {
     const double mask = model_.Coefficients[c].Constant;
-    if (mask == 0) {
+    if (model_.Coefficients[c].IsHeld()) {
       std::fill_n(dyda[c], n, 0.0);
       continue;
     }
-    const bool differentiated = extrapolate
-                                    ? ExtrapolateBlock(c, n, dyda[c])
-                                    : CentredQuotientBlock(c, InitialStep(model_.CoefficientValues[c]), n, dyda[c]);
+    const DifferenceStep step = StepInside(model_.Coefficients[c], model_.CoefficientValues[c]);
+    const bool differentiated = step.Inward != 0 ? OneSidedQuotientBlock(c, step.Inward, n, dyda[c])
+                                : extrapolate    ? ExtrapolateBlock(c, step.Central, n, dyda[c])
+                                                 : CentredQuotientBlock(c, step.Central, n, dyda[c]);
     if (!differentiated) return false;
     if (mask != 1)
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
@@ -154,7 +155,20 @@ bool Differentiator::CentredQuotientBlock(std::size_t coefficient, double h, std
   return true;
 }
 
-bool Differentiator::ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer) {
+bool Differentiator::OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient) {
+  const double a = model_.CoefficientValues[coefficient];
+  BlockProgram& program = model_.compiled_->OverBlocks();
+  Block values;
+  std::fill_n(quotient, n, 0.0);
+  for (std::size_t k = 0; k < kOneSided.size(); ++k) {
+    if (!program.EvaluateVaried(coefficient, a + static_cast<double>(k) * h, values.data())) return false;
+    for (std::size_t i = 0; i < n; ++i) quotient[i] += kOneSided[k] * values[i];
+  }
+  for (std::size_t i = 0; i < n; ++i) quotient[i] /= h;
+  return true;
+}
+
+bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer) {
   BlockProgram& program = model_.compiled_->OverBlocks();
   Extrapolation e;
   e.Count = n;
@@ -162,7 +176,6 @@ bool Differentiator::ExtrapolateBlock(std::size_t coefficient, std::size_t n, do
   e.Computed = e.Point;
   e.Estimate.fill(1e30);
   Block quotient;
-  double h = InitialStep(model_.CoefficientValues[coefficient]);
   if (!CentredQuotientBlock(coefficient, h, n, e.Tableau[1].data())) return false;
   e.Answer = e.Tableau[1];
   std::size_t computed = n;  // points at which the model is computed

@@ -95,10 +95,14 @@ ColumnMatrix Arrange(const ColumnMatrix& design, std::vector<Place>& places) {
   return arranged;
 }
 
-}  // namespace
+// The design and what it is to meet, each row times the root of its weight.
+struct WeightedDesign {
+  ColumnMatrix A;
+  std::vector<double> b;
+};
 
-LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vector<double>> X,
-                           std::span<const double> yT, std::span<const double> sig) {
+WeightedDesign Weighted(const CatalogueModel& model, std::span<const std::vector<double>> X, std::span<const double> yT,
+                        std::span<const double> sig) {
   const std::size_t m = yT.size();
   ColumnMatrix design = Design(model, X, m);
   const std::size_t n = design.Columns();
@@ -111,7 +115,11 @@ LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vec
   for (std::size_t j = 0; j < n; ++j)
     for (std::size_t i = 0; i < m; ++i) design(i, j) *= root[i];
   if (FaultFlagsRaised()) throw NumericFault();
+  return {std::move(design), std::move(b)};
+}
 
+LinearSolution Solve(ColumnMatrix design, std::vector<double> b) {
+  const std::size_t m = design.Rows(), n = design.Columns();
   std::vector<Place> places;
   design = Arrange(design, places);
   ColumnMatrix u = design, v;
@@ -131,6 +139,66 @@ LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vec
     for (std::size_t j = 0; j < n; ++j) solution.v(column, j) = std::scalbn(v(k, j), -exponent);
   }
   if (FaultFlagsRaised()) throw NumericFault();
+  return solution;
+}
+
+}  // namespace
+
+LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vector<double>> X,
+                           std::span<const double> yT, std::span<const double> sig) {
+  auto [A, b] = Weighted(model, X, yT, sig);
+  return Solve(std::move(A), std::move(b));
+}
+
+LinearSolution DesignSolveInside(const CatalogueModel& model, std::span<const std::vector<double>> X,
+                                 std::span<const double> yT, std::span<const double> sig, const Box& box) {
+  const WeightedDesign all = Weighted(model, X, yT, sig);
+  const ColumnMatrix& A = all.A;
+  const std::size_t m = A.Rows(), n = A.Columns();
+  const auto left = [&](const std::vector<double>& x, const std::vector<bool>& without) {
+    std::vector<double> rest = all.b;
+    for (std::size_t j = 0; j < n; ++j)
+      if (!without[j] && x[j] != 0) AddMultiple(-x[j], A.Column(j), m, rest.data());
+    return rest;
+  };
+  const auto solveFor = [&](const std::vector<bool>& free, const std::vector<double>& x) {
+    std::vector<std::size_t> which;
+    for (std::size_t j = 0; j < n; ++j)
+      if (free[j]) which.push_back(j);
+    ColumnMatrix part(m, which.size());
+    for (std::size_t k = 0; k < which.size(); ++k) std::copy_n(A.Column(which[k]), m, part.Column(k));
+    const LinearSolution of = Solve(std::move(part), left(x, free));
+    LinearSolution among{x, ColumnMatrix(n, which.size()), of.w};
+    for (std::size_t k = 0; k < which.size(); ++k) {
+      among.a[which[k]] = of.a[k];
+      for (std::size_t c = 0; c < which.size(); ++c) among.v(which[k], c) = of.v(k, c);
+    }
+    return among;
+  };
+  BoxProblem problem;
+  problem.Minimum = [&](const std::vector<bool>& free, const std::vector<double>& x) {
+    return std::optional(solveFor(free, x).a);
+  };
+  problem.Descent = [&](const std::vector<double>& x) {
+    const std::vector<double> rest = left(x, std::vector<bool>(n, false));
+    std::vector<double> descent(n);
+    for (std::size_t j = 0; j < n; ++j) {
+      const Length length = LengthOf(A.Column(j), m);
+      if (length.fraction == 0) continue;
+      std::vector<double> unit(A.Column(j), A.Column(j) + m);
+      ScaleByPowerOfTwo(unit.data(), m, -length.exponent);
+      descent[j] = PairwiseDot(unit.data(), rest.data(), m);
+    }
+    return descent;
+  };
+  std::vector<double> x(n, 0.0);
+  box.BringInside(x);
+  x = *MinimizeInBox(problem, box, std::move(x));
+  std::vector<bool> free(n);
+  for (std::size_t j = 0; j < n; ++j) free[j] = box.Lower[j] < x[j] && x[j] < box.Upper[j];
+  if (std::ranges::find(free, true) == free.end()) return {x, ColumnMatrix(n, 0), {}};
+  LinearSolution solution = solveFor(free, x);
+  solution.a = std::move(x);
   return solution;
 }
 

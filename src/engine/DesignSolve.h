@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "equation/Catalogue.h"
+#include "linear/MinimizeInBox.h"
 #include "linear/SvdDecompose.h"
 
 namespace quorvex {
@@ -11,7 +12,7 @@ namespace quorvex {
 // A linear solution, with what its covariance needs.
 struct LinearSolution {
   std::vector<double> a;  // coefficients of the model's linear form
-  ColumnMatrix v;         // right singular vectors, as columns; the row of a coefficient is in units of its own
+  ColumnMatrix v;  // w.size() right singular vectors, as columns; the row of a coefficient is in units of its own
   std::vector<double> w;  // singular values
 };
 
@@ -30,5 +31,10 @@ struct LinearSolution {
 // condition of the scaled columns leaves, whatever the units of X.
 LinearSolution DesignSolve(const CatalogueModel& model, std::span<const std::vector<double>> X,
                            std::span<const double> yT, std::span<const double> sig);
+
+// The same within a box of the linear form's coefficients. Those on a bound have rows of zeros in v, and w and v are of
+// the design without them.
+LinearSolution DesignSolveInside(const CatalogueModel& model, std::span<const std::vector<double>> X,
+                                 std::span<const double> yT, std::span<const double> sig, const Box& box);
 
 }  // namespace quorvex

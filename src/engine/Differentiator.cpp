@@ -30,11 +30,23 @@ std::optional<double> CentredQuotient(double a, double h, Function f) {
   return std::isfinite(quotient) ? std::optional(quotient) : std::nullopt;
 }
 
-// df/da at a, where f(value, result) says whether f has a value.
+// The same from values on one side of a.
 template <class Function>
-std::optional<double> Extrapolate(double a, Function f) {
+std::optional<double> OneSidedQuotient(double a, double h, Function f) {
+  double sum = 0;
+  for (std::size_t k = 0; k < kOneSided.size(); ++k) {
+    double value = 0;
+    if (!f(a + static_cast<double>(k) * h, value)) return std::nullopt;
+    sum += kOneSided[k] * value;
+  }
+  const double quotient = sum / h;
+  return std::isfinite(quotient) ? std::optional(quotient) : std::nullopt;
+}
+
+// df/da at a, where f(value, result) says whether f has a value and h is the first step.
+template <class Function>
+std::optional<double> Extrapolate(double a, double h, Function f) {
   std::array<std::array<double, kRidderRounds + 1>, kRidderRounds + 1> tableau;  // [order][round], from 1
-  double h = InitialStep(a);
   const std::optional<double> first = CentredQuotient(a, h, f);
   if (!first) return std::nullopt;
   tableau[1][1] = *first;
@@ -97,14 +109,17 @@ bool Differentiator::Numerically(std::span<const double> x, std::span<double> dy
   std::vector<double>& values = model_.CoefficientValues;
   for (std::size_t i = 0; i < values.size(); ++i) {
     dyda[i] = 0;
-    if (model_.Coefficients[i].Constant == 0) continue;
+    if (model_.Coefficients[i].IsHeld()) continue;
     const double a = values[i];
     const auto f = [&](double value, double& y) {
       // The coefficient is varied in the model itself, so that one evaluation serves all kinds of models.
       values[i] = value;
       return model_.Evaluate(x, y);
     };
-    const std::optional<double> answer = extrapolate ? Extrapolate(a, f) : CentredQuotient(a, InitialStep(a), f);
+    const DifferenceStep step = StepInside(model_.Coefficients[i], a);
+    const std::optional<double> answer = step.Inward != 0 ? OneSidedQuotient(a, step.Inward, f)
+                                         : extrapolate    ? Extrapolate(a, step.Central, f)
+                                                          : CentredQuotient(a, step.Central, f);
     if (!answer) return false;
     values[i] = a;
     dyda[i] = model_.Coefficients[i].Constant * *answer;
@@ -115,7 +130,7 @@ bool Differentiator::Numerically(std::span<const double> x, std::span<double> dy
 double Differentiator::DDX(std::span<const double> x, int varindex) {
   const auto v = static_cast<std::size_t>(varindex - 1);
   std::vector<double> point(x.begin(), x.end());
-  const std::optional<double> answer = Extrapolate(x[v], [&](double value, double& y) {
+  const std::optional<double> answer = Extrapolate(x[v], InitialStep(x[v]), [&](double value, double& y) {
     point[v] = value;
     return model_.Evaluate(point, y);
   });

@@ -34,7 +34,8 @@ class Differentiator {
   bool ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y, double* const* dyda);
   bool NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda);
   bool CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
-  bool ExtrapolateBlock(std::size_t coefficient, std::size_t n, double* answer);
+  bool OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
+  bool ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer);
 
   ModelClass& model_;
 };

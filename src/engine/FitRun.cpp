@@ -18,6 +18,18 @@ bool FitRun::EnoughPoints() {
   return false;
 }
 
+bool FitRun::BoundsStand() {
+  for (const Coefficient& coefficient : model_.Coefficients) {
+    const std::string fault = BoundsFault(coefficient);
+    if (fault.empty()) continue;
+    Line(fault);
+    Fail("Solution failed");
+    model_.Failure = fault;
+    return model_.Solved = false;
+  }
+  return true;
+}
+
 bool FitRun::Linear() {
   Line("Beginning LS solution for model " + model_.id);
   if (!EnoughPoints()) return false;
@@ -29,15 +41,27 @@ bool FitRun::Linear() {
     Fail("Solution failed");
     return false;
   }
+  if (!BoundsStand()) return false;
   Line("Beginning singular value decomposition.");
   if (!model_.SetIC(data_)) {
     Fail("Solution failed: Numerical Error");
     return false;
   }
+  if (!model_.Bounds().Holds(model_.CoefficientValues)) {
+    Line("The solution lies outside the bounds: solving within them.");
+    if (const std::string fault = model_.SolveLinearFormInside(data_); !fault.empty()) {
+      Line(fault);
+      Fail("Solution failed");
+      model_.Failure = fault;
+      return false;
+    }
+  }
   model_.ErrorInfo = true;
   Line("Solution successful");
   SolveForm unattended;  // there are no iterations to break off
-  return model_.Solved = Judge(model_.NumDependentVar(), unattended);
+  const auto leftOne = std::ranges::count_if(
+      model_.Coefficients, [](const Coefficient& coefficient) { return coefficient.Minimum == coefficient.Maximum; });
+  return model_.Solved = Judge(model_.NumDependentVar() - static_cast<int>(leftOne), unattended);
 }
 
 // The end that both roads share: statistics, or the rejection of a model without a value at some point.
@@ -47,6 +71,7 @@ bool FitRun::Judge(int numcoef, SolveForm& form) {
     return false;
   }
   Line("Residual Sum of Squares = " + GeneralNumber(model_.RSS));
+  ReportBounds();
   LineAndBlank("Solution Complete");
   return true;
 }
@@ -55,7 +80,7 @@ bool FitRun::Nonlinear() {
   form_.ShowConverging(true);
   model_.ErrorMessage.clear();
   Line("Beginning non-linear solution for model " + (model_.cfgID.empty() ? model_.id : model_.cfgID));
-  if (!EnoughPoints()) return false;
+  if (!EnoughPoints() || !BoundsStand()) return false;
   try {
     TakeStart();
     const std::vector<std::vector<double>> sets = BuildICSets(model_.ICRanges);
@@ -97,6 +122,7 @@ void FitRun::TakeStart() {
 bool FitRun::FitOneStart() {
   model_.SweepCount = 0;
   std::vector<double> a = model_.CoefficientValues;
+  BringInside(a);
   ShowParameters(a);
   Line("Beginning non-linear iterations");
   const std::optional<Search> search = FitOneSet(a);
@@ -205,6 +231,8 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
   Line("Beginning non-linear iterations");
   for (std::size_t k = 0; k < sets.size();) {
     std::vector<double> a = sets[k];
+    BringInside(a);
+    const std::vector<double> start = a;
     ShowParameters(a);
     std::optional<Search> search;
     try {
@@ -225,7 +253,7 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
       continue;
     }
     Line("Residual Sum of Squares = " + GeneralNumber(model_.RSS));
-    model_.SweepRows.push_back({sets[k], a, model_.RSS, model_.R2Adjust, model_.R2, model_.StdErr, model_.RssNorm});
+    model_.SweepRows.push_back({start, a, model_.RSS, model_.R2Adjust, model_.R2, model_.StdErr, model_.RssNorm});
     solutions.push_back({model_.Variances, search->ended});
     ++k;
   }
@@ -242,6 +270,7 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
   Take(*best);
   model_.Variances = solution.Variances;
   model_.Ended = solution.Ended;
+  ReportBounds();
   LineAndBlank("Solution Complete");
   return true;
 }
@@ -255,15 +284,34 @@ void FitRun::Take(const SweepRow& row) {
   model_.RssNorm = row.RssNorm;
 }
 
+// A start outside the bounds begins on the nearer one. What the user holds stays where he holds it.
+void FitRun::BringInside(std::vector<double>& a) {
+  const std::vector<double> given = a;
+  model_.BringFreeInside(a);
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    const bool isBelow = given[i] < a[i];
+    if (!isBelow && !(given[i] > a[i])) continue;
+    Line("Coefficient " + model_.Coefficients[i].Name + " starts on its " + (isBelow ? "minimum" : "maximum") + " of " +
+         GeneralNumber(a[i]) + ", since " + GeneralNumber(given[i]) + " lies " + (isBelow ? "below." : "above."));
+  }
+}
+
+void FitRun::ReportBounds() {
+  for (int i = 1; i <= model_.NumDependentVar(); ++i)
+    if (model_.IsAtBound(i))
+      Line("Coefficient " + model_.Variables(i) + " lies on its " + (model_.IsAtMinimum(i) ? "minimum" : "maximum") +
+           " of " + GeneralNumber(model_.Values(i)) + ".");
+}
+
 std::vector<int> FitRun::FreeFlags() const {
   std::vector<int> ia;
-  for (const Coefficient& coefficient : model_.Coefficients) ia.push_back(coefficient.Constant);
+  for (const Coefficient& coefficient : model_.Coefficients)
+    ia.push_back(coefficient.IsHeld() ? 0 : coefficient.Constant);
   return ia;
 }
 
 int FitRun::FreeCount() const {
-  const auto isFree = [](const Coefficient& coefficient) { return coefficient.Constant != 0; };
-  return static_cast<int>(std::ranges::count_if(model_.Coefficients, isFree));
+  return static_cast<int>(std::ranges::count(model_.Coefficients, false, &Coefficient::IsHeld));
 }
 
 void FitRun::Store(const std::vector<double>& a, const Matrix& covar) {

@@ -35,6 +35,7 @@ class FitRun {
   };
 
   bool EnoughPoints();
+  bool BoundsStand();
   void TakeStart();
   bool FitOneStart();
   bool FitSweep(const std::vector<std::vector<double>>& sets);
@@ -42,6 +43,8 @@ class FitRun {
   void Take(const SweepRow& row);
   bool Judge(int numcoef, SolveForm& form);
 
+  void BringInside(std::vector<double>& a);
+  void ReportBounds();
   std::vector<int> FreeFlags() const;
   int FreeCount() const;
   void Store(const std::vector<double>& a, const Matrix& covar);

@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "core/NumericFault.h"
+#include "linear/Householder.h"
+#include "linear/MinimizeInBox.h"
 
 namespace quorvex {
 namespace {
@@ -44,6 +46,44 @@ std::optional<LeastSquares> SolveLeastSquares(ColumnMatrix A, std::span<const do
   return result;
 }
 
+std::optional<LeastSquares> SolveLeastSquaresInside(const ColumnMatrix& A, std::span<const double> b, double singular,
+                                                    const Box& box) {
+  const std::size_t m = A.Rows(), n = A.Columns();
+  const auto rest = [&](const std::vector<double>& x, const std::vector<bool>& without) {
+    std::vector<double> left(b.begin(), b.end());
+    for (std::size_t j = 0; j < n; ++j)
+      if (!without[j] && x[j] != 0) AddMultiple(-x[j], A.Column(j), m, left.data());
+    return left;
+  };
+  BoxProblem problem;
+  problem.Minimum = [&](const std::vector<bool>& free,
+                        const std::vector<double>& x) -> std::optional<std::vector<double>> {
+    std::vector<std::size_t> which;
+    for (std::size_t j = 0; j < n; ++j)
+      if (free[j]) which.push_back(j);
+    ColumnMatrix part(m, which.size());
+    for (std::size_t k = 0; k < which.size(); ++k) std::copy_n(A.Column(which[k]), m, part.Column(k));
+    const auto solved = SolveLeastSquares(std::move(part), rest(x, free), singular);
+    if (!solved) return std::nullopt;
+    std::vector<double> z = x;
+    for (std::size_t k = 0; k < which.size(); ++k) z[which[k]] = solved->z[k];
+    return z;
+  };
+  problem.Descent = [&](const std::vector<double>& x) {
+    const std::vector<double> left = rest(x, std::vector<bool>(n, false));
+    std::vector<double> descent(n);
+    for (std::size_t j = 0; j < n; ++j) {
+      const double length = Norm(std::span(A.Column(j), m));
+      if (length > 0) descent[j] = PairwiseDot(A.Column(j), left.data(), m) / length;
+    }
+    return descent;
+  };
+  std::vector<double> start(n, 0.0);
+  box.BringInside(start);
+  auto z = MinimizeInBox(problem, box, std::move(start));
+  return z ? std::optional(LeastSquares{std::move(*z), 0}) : std::nullopt;
+}
+
 LinearPart::LinearPart(WeightedResiduals& residuals, const std::vector<bool>& linear) : residuals_(residuals) {
   for (std::size_t j = 0; j < linear.size(); ++j)
     if (linear[j]) which_.push_back(j);
@@ -71,9 +111,17 @@ bool LinearPart::Solve(std::vector<double>& a, std::vector<double>& r) {
   }
   std::vector<double> wanted(m);
   for (std::size_t i = 0; i < m; ++i) wanted[i] = residuals_.Target()[i] - none_[i];
-  const auto solved = SolveLeastSquares(std::move(columns), wanted, kSingular);
+  Box box;
+  for (std::size_t k = 0; k < which_.size(); ++k) {
+    box.Lower.push_back(residuals_.Bounds().Lower[which_[k]] / units[k]);
+    box.Upper.push_back(residuals_.Bounds().Upper[which_[k]] / units[k]);
+  }
+  auto solved = SolveLeastSquares(columns, wanted, kSingular);
+  if (solved && !box.Holds(solved->z)) solved = SolveLeastSquaresInside(columns, wanted, kSingular, box);
   if (!solved) return false;
-  for (std::size_t k = 0; k < which_.size(); ++k) a[which_[k]] = solved->z[k] * units[k];
+  for (std::size_t k = 0; k < which_.size(); ++k)
+    a[which_[k]] =
+        std::clamp(solved->z[k] * units[k], residuals_.Bounds().Lower[which_[k]], residuals_.Bounds().Upper[which_[k]]);
   return residuals_.Residuals(a, r);
 }
 

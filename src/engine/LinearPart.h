@@ -18,6 +18,10 @@ struct LeastSquares {
 };
 std::optional<LeastSquares> SolveLeastSquares(ColumnMatrix A, std::span<const double> b, double singular);
 
+// The same within a box. The Remainder is left at 0.
+std::optional<LeastSquares> SolveLeastSquaresInside(const ColumnMatrix& A, std::span<const double> b, double singular,
+                                                    const Box& box);
+
 // Solves for the coefficients that enter a model linearly while the others stand: the residuals are then a function of
 // the others alone (variable projection: G. H. Golub & V. Pereyra, SIAM J. Numer. Anal. 10, 1973).
 class LinearPart {
@@ -25,7 +29,8 @@ class LinearPart {
   // `linear` says of each free coefficient whether it enters linearly, together with all others that do.
   LinearPart(WeightedResiduals& residuals, const std::vector<bool>& linear);
 
-  // Puts the best linear coefficients into `a`, and the residuals there into `r`. False where there are none.
+  // Puts the best linear coefficients within their bounds into `a`, and the residuals there into `r`. False where there
+  // are none.
   bool Solve(std::vector<double>& a, std::vector<double>& r);
   // The same, where it makes the residuals smaller than those in `r`. `r` holds the residuals at `a` before and after.
   void Improve(std::vector<double>& a, std::vector<double>& r);

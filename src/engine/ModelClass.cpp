@@ -76,6 +76,20 @@ const std::string& ModelClass::FunctionList(int n) const {
 
 bool ModelClass::HasBounds() const { return std::ranges::any_of(Coefficients, &Coefficient::IsBounded); }
 
+Box ModelClass::Bounds() const {
+  Box box;
+  for (const Coefficient& coefficient : Coefficients) {
+    box.Lower.push_back(coefficient.Minimum);
+    box.Upper.push_back(coefficient.Maximum);
+  }
+  return box;
+}
+
+void ModelClass::BringFreeInside(std::vector<double>& a) const {
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (Coefficients[i].Constant != 0) a[i] = std::clamp(a[i], Coefficients[i].Minimum, Coefficients[i].Maximum);
+}
+
 double ModelClass::StandardError(int i) const { return ErrorDeviation() * std::sqrt(std::abs(Covariance(i))); }
 
 void ModelClass::ICCancel() {

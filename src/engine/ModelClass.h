@@ -19,6 +19,7 @@
 #include "engine/SeriesTable.h"
 #include "engine/SolveForm.h"
 #include "engine/TableRange.h"
+#include "linear/MinimizeInBox.h"
 
 namespace quorvex {
 
@@ -79,19 +80,28 @@ class ModelClass : public ModelSetup, public FitResult {
   const std::string& Rules(int i) const { return Coefficients[Index(i)].Rule; }
   const std::string& RuleConstant(int i) const { return Coefficients[Index(i)].RuleConstant; }
   const std::string& Derivatives(int i) const { return Coefficients[Index(i)].Derivative; }
+  double Minimum(int i) const { return Coefficients[Index(i)].Minimum; }  // infinite where there is none
+  double Maximum(int i) const { return Coefficients[Index(i)].Maximum; }
   void SetConstant(int i, int free) { Coefficients[Index(i)].Constant = free; }
   void SetValue(int i, double value) { CoefficientValues[Index(i)] = value; }
   void SetCovariance(int i, double value) { Variances[Index(i)] = value; }
   void SetRule(int i, std::string rule) { Coefficients[Index(i)].Rule = std::move(rule); }
   void SetRuleConstant(int i, std::string text) { Coefficients[Index(i)].RuleConstant = std::move(text); }
+  void SetBounds(int i, double least, double most) {
+    Coefficients[Index(i)].Minimum = least;
+    Coefficients[Index(i)].Maximum = most;
+  }
   void SetDerivative(int i, std::string text) { Coefficients[Index(i)].Derivative = std::move(text); }
   // Whether the coefficient is not adjusted by the fit, and whether one that is lies on a bound. There its variance is
   // 0 as that of a held one, and the others have theirs as if it were held.
   bool IsHeld(int i) const { return Coefficients[Index(i)].IsHeld(); }
-  bool IsAtMinimum(int i) const { return !IsHeld(i) && Values(i) == Coefficients[Index(i)].Minimum; }
-  bool IsAtMaximum(int i) const { return !IsHeld(i) && Values(i) == Coefficients[Index(i)].Maximum; }
+  bool IsAtMinimum(int i) const { return !IsHeld(i) && Values(i) == Minimum(i); }
+  bool IsAtMaximum(int i) const { return !IsHeld(i) && Values(i) == Maximum(i); }
   bool IsAtBound(int i) const { return IsAtMinimum(i) || IsAtMaximum(i); }
   bool HasBounds() const;  // of any coefficient
+  Box Bounds() const;      // of all coefficients
+  // Brings values of all coefficients to their nearest bounds, but of those that the user holds.
+  void BringFreeInside(std::vector<double>& a) const;
   // What errors are in proportion to: the standard deviation of a point of weight 1, and how many degrees of freedom it
   // was found with, infinite where it was given. Limits are by the quantiles of Student's distribution with so many.
   double ErrorDeviation() const { return GivenDeviation > 0 ? GivenDeviation : StdErr; }
@@ -147,6 +157,10 @@ class ModelClass : public ModelSetup, public FitResult {
 
   // Initial estimates from linearisation, rules or, failing these, 1.0. True unless it had to fall back on 1.0.
   bool SetIC(const SolveData& data);
+  // After a SetIC by linearisation that left the bounds: the least squares of the linear form within them, and its
+  // variances. Why there are none, where there are none: the bounds are then no box in the linear form's coefficients,
+  // or leave it no place.
+  std::string SolveLinearFormInside(const SolveData& data);
   // Estimates by the rules of the coefficients. False for an unknown rule, an empty one, or a fault.
   bool RuleEstimate(const SolveData& data, std::vector<double>& a) const;
 

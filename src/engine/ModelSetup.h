@@ -29,6 +29,9 @@ struct Coefficient {
   bool IsHeld() const { return Constant == 0 || Minimum == Maximum; }
 };
 
+// Why a coefficient has no place between its bounds, a sentence; empty where it has.
+std::string BoundsFault(const Coefficient& coefficient);
+
 // A quantity of the coefficients that is wanted with its standard error: an expression of their names.
 struct DerivedQuantity {
   std::string Name, Expression;

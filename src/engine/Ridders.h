@@ -1,6 +1,10 @@
 #pragma once
 
+#include <array>
+#include <cmath>
 #include <cstddef>
+
+#include "engine/ModelSetup.h"
 
 namespace quorvex {
 
@@ -15,6 +19,27 @@ inline double InitialStep(double a) {
   const double h = a == 0 ? 3.684e-6 : a * 3.684e-6;
   const double moved = a + h;
   return moved - a;
+}
+
+// The steps of differences by a coefficient that stay inside its bounds.
+struct DifferenceStep {
+  double Central = 0;  // InitialStep, shortened where a bound is nearer
+  double Inward = 0;   // where a bound is too near for that: the step of kOneSided, with its sign; else 0
+};
+
+// The derivative at a from the values at a, a + h, ..., a + 4h, times h, right to the fourth order of h (B. Fornberg,
+// Math. Comp. 51, 1988).
+inline constexpr std::array<double, 5> kOneSided = {-25.0 / 12, 4, -3, 4.0 / 3, -1.0 / 4};
+
+inline DifferenceStep StepInside(const Coefficient& coefficient, double a) {
+  const double h = InitialStep(a), size = std::abs(h);
+  const double below = a - coefficient.Minimum, above = coefficient.Maximum - a;
+  const double room = below < above ? below : above;
+  // Outside there is nothing to stay inside of.
+  if (room >= size || room < 0) return {h, 0};
+  if (room >= size / 16) return {0.9 * room, 0};
+  const double wide = below < above ? above : below, step = std::fmin(100 * size, 0.24 * wide);
+  return {0, below < above ? step : -step};
 }
 
 }  // namespace quorvex

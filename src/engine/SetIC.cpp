@@ -64,9 +64,11 @@ Extremes ExtremesOf(const std::vector<double>& values) {
 // The coefficients by the linear form of a built-in model, solved exactly: the solution itself on the linear road, a
 // start on the nonlinear one. `variances` become those of the linear form. A singular value that is exactly 0 raises a
 // fault.
-std::vector<double> Linearize(const CatalogueModel& builtIn, const SolveData& data, std::vector<double>& variances) {
+std::vector<double> Linearize(const CatalogueModel& builtIn, const SolveData& data, std::vector<double>& variances,
+                              const Box* inside = nullptr) {
   const std::vector<double> yT = LinearizeData(builtIn, data.X, data.Y);
-  LinearSolution solution = DesignSolve(builtIn, data.X, yT, data.sig);
+  LinearSolution solution =
+      inside ? DesignSolveInside(builtIn, data.X, yT, data.sig, *inside) : DesignSolve(builtIn, data.X, yT, data.sig);
   const std::size_t n = solution.w.size();
   // The diagonal of V diag(1/w^2) V^T, in units of the residuals' variance.
   for (std::size_t i = 0; i < variances.size(); ++i) {
@@ -151,6 +153,28 @@ bool ModelClass::SetIC(const SolveData& data) {
   // The caller knows what a failed estimate means: a linear fit has failed, a nonlinear one starts from the defaults.
   TakeDefaults(*this);
   return false;
+}
+
+std::string ModelClass::SolveLinearFormInside(const SolveData& data) {
+  const Box box = Bounds();
+  const std::optional<Box> linear = LinearFormBox(*builtIn_, box);
+  if (!linear) return "The linear solver cannot keep the bounds of this model; the nonlinear solver can.";
+  for (std::size_t i = 0; i < CoefficientValues.size(); ++i)
+    if (linear->Lower[i] > linear->Upper[i])
+      return "Coefficient " + Coefficients[i].Name + " is positive in the linear solver, and its maximum of " +
+             GeneralNumber(box.Upper[i]) + " is not.";
+  try {
+    std::vector<double> a = Linearize(*builtIn_, data, Variances, &*linear);
+    // What lies on a bound of the linear form lies on the model's own, which the way back may miss by a rounding.
+    for (std::size_t i = 0; i < CoefficientValues.size(); ++i)
+      if (Variances[i] == 0)
+        a[i] = std::abs(a[i] - box.Lower[i]) <= std::abs(a[i] - box.Upper[i]) ? box.Lower[i] : box.Upper[i];
+    box.BringInside(std::span(a).first(CoefficientValues.size()));
+    TakeEstimates(a, *this);
+  } catch (const NumericFault&) {
+    return "The linear problem within the bounds has no solution.";
+  }
+  return {};
 }
 
 bool ModelClass::RuleEstimate(const SolveData& data, std::vector<double>& a) const {

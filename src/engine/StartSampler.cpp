@@ -164,4 +164,22 @@ std::vector<std::vector<double>> StartsAround(const std::vector<double>& a, std:
   return starts;
 }
 
+void BringInside(std::vector<std::vector<double>>& starts, const Box& box, SeededRandom& random) {
+  for (std::vector<double>& a : starts) {
+    for (std::size_t j = 0; j < a.size(); ++j) {
+      const double least = box.Lower[j], most = box.Upper[j];
+      if (least <= a[j] && a[j] <= most) continue;
+      if (!std::isfinite(least) || !std::isfinite(most)) {
+        const double bound = std::isfinite(least) ? least : most;
+        a[j] = bound + (bound - a[j]);
+      } else if (least > 0 ? most > 100 * least : least < 100 * most && most < 0) {
+        a[j] = least * Power(most / least, random.Uniform());
+      } else {
+        a[j] = random.Between(least, most);
+      }
+    }
+    box.BringInside(a);
+  }
+}
+
 }  // namespace quorvex

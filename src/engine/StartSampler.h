@@ -6,6 +6,7 @@
 #include "engine/DataFeatures.h"
 #include "engine/ModelShape.h"
 #include "engine/SeededRandom.h"
+#include "linear/MinimizeInBox.h"
 
 namespace quorvex {
 
@@ -28,5 +29,9 @@ std::vector<std::vector<double>> StartsByData(const std::vector<CoefficientRole>
 // The same around a start that somebody chose: each coefficient times a power of ten from -3 to 3, one in four with the
 // other sign; a coefficient of 0 as if it were 1.
 std::vector<std::vector<double>> StartsAround(const std::vector<double>& a, std::size_t count, SeededRandom& random);
+
+// Draws what lies outside its bounds anew: between them where there are two, by the logarithm where these have one sign
+// and differ a hundredfold; behind a single one as far as it was before it.
+void BringInside(std::vector<std::vector<double>>& starts, const Box& box, SeededRandom& random);
 
 }  // namespace quorvex

@@ -5,6 +5,7 @@
 
 #include "core/Limits.h"
 #include "core/NumericFault.h"
+#include "linear/Householder.h"
 #include "linear/TriangularFactor.h"
 
 namespace quorvex {
@@ -105,6 +106,15 @@ class LinearForm {
   double lambda_ = 0, expectedGain_ = 0, slope_ = 0;
 };
 
+// Clears the derivatives by what lies on a bound and would leave the box down the slope.
+void LeaveOutPushed(const Box& box, const std::vector<double>& a, const std::vector<double>& r, ColumnMatrix& J) {
+  for (std::size_t j = 0; j < a.size(); ++j) {
+    if (a[j] != box.Lower[j] && a[j] != box.Upper[j]) continue;
+    const double slope = PairwiseDot(J.Column(j), r.data(), r.size());
+    if (a[j] == box.Lower[j] ? slope <= 0 : slope >= 0) std::fill_n(J.Column(j), r.size(), 0.0);
+  }
+}
+
 double ScaledLength(std::span<const double> scale, const std::vector<double>& a) {
   std::vector<double> scaled(a.size());
   for (std::size_t j = 0; j < a.size(); ++j) scaled[j] = scale[j] * a[j];
@@ -130,6 +140,7 @@ TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<doubl
   for (int iteration = 1; iteration <= plan.Iterations && end.Length > 0; ++iteration) {
     form.Yield();
     if (form.Aborted || form.Paused || !residuals.Derivatives(end.a, J)) return end;
+    LeaveOutPushed(residuals.Bounds(), end.a, r, J);
     try {
       LinearForm linear(Factor(J, r), end.Length, scale);
       const double reach = ScaledLength(scale, end.a);
@@ -145,6 +156,7 @@ TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<doubl
         a = end.a;
         for (std::size_t j = 0; j < p; ++j)
           if (scale[j] > 0) a[j] += step[j] / scale[j];
+        residuals.Bounds().BringInside(a);
         double trial = HUGE_VAL;
         if (residuals.Residuals(a, trialResiduals) && (!plan.Improve || plan.Improve(a, trialResiduals)))
           trial = Norm(trialResiduals);

@@ -32,7 +32,8 @@ struct TrustRegionEnd {
 // have had; the ball grows and shrinks by what came of the step beside what the linear form promised. A trial without a
 // value, or whose sum overflows, counts as a worse one, and so does a place without derivatives. The derivatives are
 // decomposed by QR and singular values, never multiplied with themselves, so that badly scaled and dependent
-// coefficients cost no digits.
+// coefficients cost no digits. Where coefficients have bounds, one on a bound that the slope pushes against is left out
+// of the step, and a step is cut where it would leave them; `a` lies inside.
 TrustRegionEnd TrustRegionSearch(WeightedResiduals& residuals, std::vector<double> a, const TrustRegionPlan& plan,
                                  SolveForm& form);
 

@@ -80,7 +80,7 @@ class HarderFit {
 };
 
 bool HarderFit::CanGoOn() const {
-  const bool anyFree = std::ranges::any_of(model_.Coefficients, [](const Coefficient& c) { return c.Constant != 0; });
+  const bool anyFree = std::ranges::any_of(model_.Coefficients, [](const Coefficient& c) { return !c.IsHeld(); });
   return anyFree && model_.NumInputX() > 0 && static_cast<std::size_t>(model_.NumDependentVar()) < data_.N();
 }
 
@@ -96,6 +96,8 @@ bool HarderFit::Run() {
   starts_ = BuildICSets(model_.ICRanges);
   if (starts_.size() == 1 && given) starts_ = {values};
   starts_.resize(std::min(starts_.size(), kMostUserStarts));
+  if (model_.HasBounds())
+    for (std::vector<double>& start : starts_) model_.BringFreeInside(start);
   const ModelSetup setup = model_;
   const FitResult result = model_;
   const std::string message = model_.ErrorMessage;
@@ -151,12 +153,14 @@ void HarderFit::Search() {
 
   const std::size_t count = SampleCount(roles_.size(), roughly.N());
   std::vector<std::vector<double>> samples = StartsByData(roles_, FindFeatures(searched), count, random);
+  if (model_.HasBounds()) BringInside(samples, residuals.Bounds(), random);
   FromSamples(samples, "starts suggested by the data", rough, residuals);
   if (Ended() || best_.Times > 2) return;
   samples.clear();
   for (const std::vector<double>& start : starts_)
     for (std::vector<double>& a : StartsAround(residuals.FreeOf(start), count / (2 * starts_.size()) + 1, random))
       samples.push_back(std::move(a));
+  if (model_.HasBounds()) BringInside(samples, residuals.Bounds(), random);
   FromSamples(samples, "other signs and orders of magnitude of the initial estimates", rough, residuals);
 }
 
@@ -290,7 +294,7 @@ bool HarderFit::Accept() {
   log_ += NL;
   std::vector<double> all = starts_[0];
   for (int i = 1, j = 0; i <= model_.NumDependentVar(); ++i)
-    if (model_.Constants(i) != 0) all[static_cast<std::size_t>(i - 1)] = best_.a[static_cast<std::size_t>(j++)];
+    if (!model_.IsHeld(i)) all[static_cast<std::size_t>(i - 1)] = best_.a[static_cast<std::size_t>(j++)];
   for (std::size_t i = 0; i < all.size(); ++i) model_.ICRanges[i] = {all[i], all[i], 1};
   model_.CoefficientValues = all;
   model_.SpecifyICComplete = true;
@@ -310,7 +314,7 @@ bool HarderFit::AcceptAsFound(const std::vector<double>& all) {
   model_.Variances.assign(all.size(), 0.0);
   if (determination.Variances.empty()) return false;
   for (int i = 1, j = 0; i <= model_.NumDependentVar(); ++i)
-    if (model_.Constants(i) != 0) model_.SetCovariance(i, determination.Variances[static_cast<std::size_t>(j++)]);
+    if (!model_.IsHeld(i)) model_.SetCovariance(i, determination.Variances[static_cast<std::size_t>(j++)]);
   if (!model_.GetGoodnessOfFit(data_, static_cast<int>(residuals.FreeCount()), form_)) return false;
   model_.SweepCount = 0;
   model_.ErrorInfo = true;

@@ -15,7 +15,8 @@ UserModelDefinition DefinitionOf(const ModelClass& model) {
   UserModelDefinition definition{model.id, {}, model.Description, {}};
   for (int n = 0; n < model.FunctionCount(); ++n) definition.FunctionList.push_back(model.FunctionList(n));
   for (int i = 1; i <= model.NumDependentVar(); ++i)
-    definition.Coefficients.push_back({model.Rules(i), model.RuleConstant(i), model.Derivatives(i)});
+    definition.Coefficients.push_back(
+        {model.Rules(i), model.RuleConstant(i), model.Derivatives(i), model.Minimum(i), model.Maximum(i)});
   return definition;
 }
 
@@ -48,6 +49,7 @@ std::unique_ptr<ModelClass> MakeUserModel(const UserModelDefinition& definition,
     model->SetRule(i, coefficient.Rule);
     model->SetRuleConstant(i, coefficient.RuleConstant);
     model->SetDerivative(i, coefficient.Derivative);
+    model->SetBounds(i, coefficient.Minimum, coefficient.Maximum);
   }
   return model;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@ struct UserModelDefinition {
   // One per coefficient, in the order of the coefficients' names.
   struct Coefficient {
     std::string Rule, RuleConstant, Derivative;
+    double Minimum = -HUGE_VAL, Maximum = HUGE_VAL;  // of which files of models know nothing
 
     bool operator==(const Coefficient&) const = default;
   };

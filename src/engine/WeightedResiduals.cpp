@@ -32,7 +32,12 @@ double Norm(std::span<const double> values) {
 WeightedResiduals::WeightedResiduals(ModelClass& model, const SolveData& data, SolveForm& form)
     : model_(model), data_(data), form_(form) {
   for (int i = 1; i <= model.NumDependentVar(); ++i)
-    if (model.Constants(i) != 0) free_.push_back(i);
+    if (!model.IsHeld(i)) free_.push_back(i);
+  for (const int i : free_) {
+    const Coefficient& coefficient = model.Coefficients[static_cast<std::size_t>(i - 1)];
+    box_.Lower.push_back(coefficient.Minimum);
+    box_.Upper.push_back(coefficient.Maximum);
+  }
   change_.assign(free_.size(), 0.0);
   double most = 0;
   for (const double y : data.Y) most = std::max(most, std::abs(y));
@@ -121,7 +126,7 @@ bool WeightedResiduals::Difference(std::size_t j, std::vector<double>& a, double
   bool found = false;
   for (int round = 0; round < 12; ++round) {
     // What the step becomes in the coefficient's own digits.
-    const double up = centre + h, down = centre - h;
+    const double up = std::min(centre + h, box_.Upper[j]), down = std::max(centre - h, box_.Lower[j]);
     a[j] = up;
     bool valued = up != down && Fitted(a, above_);
     a[j] = down;

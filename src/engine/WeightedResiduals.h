@@ -6,6 +6,7 @@
 
 #include "core/SolveData.h"
 #include "engine/SolveForm.h"
+#include "linear/MinimizeInBox.h"
 #include "linear/SvdDecompose.h"
 
 namespace quorvex {
@@ -29,7 +30,8 @@ class WeightedResiduals {
   // The free ones among all coefficients, and back into the model.
   std::vector<double> FreeOf(std::span<const double> all) const;
   void Put(std::span<const double> a);
-  double Unit() const { return unit_; }  // the factor that residuals are in units of
+  const Box& Bounds() const { return box_; }  // of the free ones
+  double Unit() const { return unit_; }       // the factor that residuals are in units of
 
   // The weighted y that the fit is to meet, and the weighted fit. The residuals are their difference.
   const std::vector<double>& Target() const { return wy_; }
@@ -38,8 +40,8 @@ class WeightedResiduals {
 
   // Derivatives of the weighted fit, a column per free coefficient: closed forms of a built-in model where they have a
   // value, else central differences. Their step makes the fit change by some 1e-5 of its size, as far as the
-  // coefficient lets it, so that it follows the coefficient's own scale: a coefficient of 0, or one that is small
-  // beside what would matter, keeps its derivative.
+  // coefficient and its bounds let it, so that it follows the coefficient's own scale: a coefficient of 0, or one that
+  // is small beside what would matter, keeps its derivative.
   bool Derivatives(std::span<const double> a, ColumnMatrix& J);
   // Another search begins, elsewhere: the scales of the one before say nothing about it.
   void ForgetScales() { change_.assign(change_.size(), 0.0); }
@@ -52,6 +54,7 @@ class WeightedResiduals {
   const SolveData& data_;
   SolveForm& form_;
   double unit_ = 1;
+  Box box_;
   std::vector<int> free_;     // numbers of the free coefficients, from 1
   std::vector<double> root_;  // root of the weight, in the unit
   std::vector<double> wy_;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <string_view>
 
 #include "core/Limits.h"
 #include "core/NumericFault.h"
@@ -28,7 +30,15 @@ bool AllFinite(std::span<const double> values) {
 }  // namespace
 
 LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form)
-    : model_(model), data_(data), form_(form), points_(model, data, derivativeMethod), wt_(kBlock), wdy_(kBlock) {}
+    : model_(model),
+      data_(data),
+      form_(form),
+      points_(model, data, derivativeMethod),
+      bounded_(model.HasBounds()),
+      box_(bounded_ ? model.Bounds() : Box()),
+      open_(box_.Lower.size(), false),
+      wt_(kBlock),
+      wdy_(kBlock) {}
 
 bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
                                 double& chisq, double& alamda) {
@@ -42,12 +52,23 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     beta_.assign(a.size(), 0.0);
     da_.assign(a.size(), 0.0);
     alamda = 0.001;
-    const Pass start = mrqcof(a, ia, alpha, beta_, chisq);
+    const Pass start = bounded_ ? StartFrom(a, ia, alpha, chisq) : mrqcof(a, ia, alpha, beta_, chisq);
     if (start == Pass::Aborted) return false;
     if (start == Pass::NoValue) throw NumericFault();
     ochisq_ = chisq;
     atry_ = a;
   }
+  constexpr std::string_view kSingular = "Singular matrix encountered in gaussian elimination.";
+  if (bounded_ && alamda != 0.0) {
+    if (!StepInside(a, ia, alpha, alamda)) {
+      model_.ErrorMessage = kSingular;
+      throw NumericFault();
+    }
+    return Judge(a, ia, covar, alpha, chisq, alamda);
+  }
+  std::vector<int> inside;
+  if (bounded_) inside = HoldOnBounds(a, ia, alpha);
+  const std::vector<int>& free = bounded_ ? inside : ia;
   for (std::size_t j = 0; j < mfit_; ++j) {
     for (std::size_t k = 0; k < mfit_; ++k) covar(j, k) = alpha(j, k);
     // The damping is in proportion to the diagonal, so that a step does not depend on the units of the coefficients.
@@ -59,25 +80,38 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
   // da_ goes in as the gradient and comes out as the step, covar goes in as the damped curvature and comes out
   // inverted.
   if (!gaussj(covar, mfit_, da_)) {
-    model_.ErrorMessage = "Singular matrix encountered in gaussian elimination.";
+    model_.ErrorMessage = kSingular;
     throw NumericFault();
   }
   if (alamda == 0.0) {
     // Without damping gaussj has left the plain inverse. "Not less", since a NaN must count as inflated, too.
     bool inflated = false;
     for (std::size_t j = 0; j < mfit_; ++j) inflated = inflated || !(std::abs(alpha(j, j) * covar(j, j)) < kInflation);
-    covsrt(covar, ia, mfit_);
-    return !inflated || TakeVariances(a, ia, covar);
+    covsrt(covar, free, mfit_);
+    return !inflated || TakeVariances(a, free, covar);
   }
   // da_ is packed: it holds the free coefficients alone.
   std::size_t j = 0;
   for (std::size_t l = 0; l < a.size(); ++l)
     if (ia[l] != 0) atry_[l] = a[l] + da_[j++];
+  return Judge(a, ia, covar, alpha, chisq, alamda);
+}
+
+// Tries the trial, and takes it where it is better. False where the form is aborted.
+bool LevenbergMarquardt::Judge(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
+                               double& chisq, double& alamda) {
   if (!AllFinite(atry_)) throw NumericFault();
 
   // covar and da_ are free again and take the curvature and gradient of the trial, to become alpha and beta if it is
   // better.
-  const Pass trial = mrqcof(atry_, ia, covar, da_, chisq);
+  Pass trial = Pass::NoValue;
+  try {
+    trial = mrqcof(atry_, ia, covar, da_, chisq);
+  } catch (const NumericFault&) {
+    // On a bound the derivative may have a pole, where inside there is none.
+    if (!bounded_ || !NoteOpenBounds(a, ia)) throw;
+  }
+  if (bounded_ && trial == Pass::NoValue) NoteOpenBounds(a, ia);
   if (trial == Pass::Aborted) return false;
   if (trial == Pass::Complete && chisq < ochisq_) {
     // Less damping leads towards the Gauss-Newton step, which converges fast near the minimum.
@@ -94,6 +128,136 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     model_.ErrorMessage.clear();
   }
   return true;
+}
+
+bool LevenbergMarquardt::IsOnBound(const std::vector<double>& a, std::size_t l) const {
+  return a[l] == box_.Lower[l] || a[l] == box_.Upper[l];
+}
+
+bool LevenbergMarquardt::AnyOnBound(const std::vector<double>& a, const std::vector<int>& ia) const {
+  for (std::size_t l = 0; l < a.size(); ++l)
+    if (ia[l] != 0 && IsOnBound(a, l)) return true;
+  return false;
+}
+
+// The pass over the points at the start. What lies on a bound without a value or a derivative there, or with one of 0,
+// would never leave it: it is moved inside, not far at first.
+LevenbergMarquardt::Pass LevenbergMarquardt::StartFrom(std::vector<double>& a, const std::vector<int>& ia,
+                                                       Matrix& alpha, double& chisq) {
+  constexpr std::array<double, 4> kParts = {1e-3, 1e-6, 0.1, 1e-9};
+  const std::vector<double> start = a;
+  for (std::size_t attempt = 0;; ++attempt) {
+    Pass pass = Pass::NoValue;
+    try {
+      pass = mrqcof(a, ia, alpha, beta_, chisq);
+    } catch (const NumericFault&) {
+      if (attempt == kParts.size() || !AnyOnBound(start, ia)) throw;
+    }
+    bool moved = false;
+    for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
+      if (ia[l] == 0) continue;
+      const bool stuck = pass == Pass::NoValue || (pass == Pass::Complete && alpha(j, j) == 0);
+      ++j;
+      if (!stuck || !IsOnBound(start, l) || attempt == kParts.size()) continue;
+      const double width = box_.Upper[l] - box_.Lower[l];
+      const double away = kParts[attempt] * (std::isfinite(width) ? width : std::max(1.0, std::abs(start[l])));
+      a[l] = std::clamp(start[l] == box_.Lower[l] ? start[l] + away : start[l] - away, box_.Lower[l], box_.Upper[l]);
+      moved = true;
+    }
+    if (pass == Pass::Complete) model_.ErrorMessage.clear();
+    if (!moved) return pass;
+  }
+}
+
+// The step to the minimum of the damped form within the bounds, and the trial. False for a singular matrix.
+bool LevenbergMarquardt::StepInside(const std::vector<double>& a, const std::vector<int>& ia, const Matrix& alpha,
+                                    double alamda) {
+  // Beside a coefficient on its bound another may have lost its part in the model, as the rate of a term whose factor
+  // is 0. It stays until the former moves.
+  const bool onBound = AnyOnBound(a, ia);
+  Box steps;
+  for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
+    if (ia[l] == 0) continue;
+    const double part = onBound && alpha(j, j) == 0 ? 0 : open_[l] ? 0.5 : 1;
+    steps.Lower.push_back(part == 0 ? 0 : part * (box_.Lower[l] - a[l]));
+    steps.Upper.push_back(part == 0 ? 0 : part * (box_.Upper[l] - a[l]));
+    ++j;
+  }
+  const auto damped = [&](std::size_t j, std::size_t k) { return j == k ? alpha(j, j) * (1.0 + alamda) : alpha(j, k); };
+  BoxProblem problem;
+  problem.Minimum = [&](const std::vector<bool>& free,
+                        const std::vector<double>& x) -> std::optional<std::vector<double>> {
+    std::vector<std::size_t> which;
+    for (std::size_t j = 0; j < mfit_; ++j)
+      if (free[j]) which.push_back(j);
+    Matrix part(which.size());
+    std::vector<double> step(which.size()), z = x;
+    for (std::size_t r = 0; r < which.size(); ++r) {
+      for (std::size_t c = 0; c < which.size(); ++c) part(r, c) = damped(which[r], which[c]);
+      if (!std::isfinite(part(r, r))) throw NumericFault();
+      step[r] = beta_[which[r]];
+      for (std::size_t k = 0; k < mfit_; ++k)
+        if (!free[k] && x[k] != 0) step[r] -= alpha(which[r], k) * x[k];
+    }
+    if (!gaussj(part, which.size(), step)) return std::nullopt;
+    for (std::size_t r = 0; r < which.size(); ++r) z[which[r]] = step[r];
+    return z;
+  };
+  problem.Descent = [&](const std::vector<double>& x) {
+    std::vector<double> descent(mfit_, 0.0);
+    for (std::size_t j = 0; j < mfit_; ++j) {
+      double g = beta_[j];
+      for (std::size_t k = 0; k < mfit_; ++k) g -= damped(j, k) * x[k];
+      if (alpha(j, j) > 0) descent[j] = g / std::sqrt(alpha(j, j));
+    }
+    return descent;
+  };
+  const auto step = MinimizeInBox(problem, steps, std::vector<double>(mfit_, 0.0));
+  if (!step) return false;
+  for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
+    if (ia[l] == 0) continue;
+    const double d = (*step)[j];
+    // To the bit on the bound, which a sum may miss.
+    const bool closed = !open_[l] && d != 0;
+    if (closed && d == steps.Lower[j])
+      atry_[l] = box_.Lower[l];
+    else if (closed && d == steps.Upper[j])
+      atry_[l] = box_.Upper[l];
+    else
+      atry_[l] = std::clamp(a[l] + d, box_.Lower[l], box_.Upper[l]);
+    ++j;
+  }
+  return true;
+}
+
+// After a trial without a value: notes the bounds that it has met, which are from now on met half way. False where it
+// has met none.
+bool LevenbergMarquardt::NoteOpenBounds(const std::vector<double>& a, const std::vector<int>& ia) {
+  bool met = false;
+  for (std::size_t l = 0; l < a.size(); ++l) {
+    if (ia[l] == 0 || !IsOnBound(atry_, l) || IsOnBound(a, l)) continue;
+    open_[l] = met = true;
+  }
+  return met;
+}
+
+// Who is free at the end: not what lies on a bound, nor what has no part in the model beside that. `alpha` becomes that
+// of these.
+std::vector<int> LevenbergMarquardt::HoldOnBounds(const std::vector<double>& a, const std::vector<int>& ia,
+                                                  Matrix& alpha) {
+  std::vector<int> free = ia;
+  if (!AnyOnBound(a, ia)) return free;
+  std::vector<std::size_t> kept;
+  for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
+    if (ia[l] == 0) continue;
+    free[l] = !IsOnBound(a, l) && alpha(j, j) != 0;
+    if (free[l] != 0) kept.push_back(j);
+    ++j;
+  }
+  mfit_ = kept.size();
+  for (std::size_t r = 0; r < mfit_; ++r)
+    for (std::size_t c = 0; c < mfit_; ++c) alpha(r, c) = alpha(kept[r], kept[c]);
+  return free;
 }
 
 // Gives the form its turn, and hears whether its user still wants the fit.

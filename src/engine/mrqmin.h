@@ -6,6 +6,7 @@
 #include "core/SolveData.h"
 #include "engine/PointDerivatives.h"
 #include "linear/Matrix.h"
+#include "linear/MinimizeInBox.h"
 
 namespace quorvex {
 
@@ -27,6 +28,11 @@ class SolveForm;
 // derivatives, scaled to equal lengths, is below 1e9. For that pass numerical derivatives by coefficients in which a
 // model is linear are exact to rounding; those by others are right to some ten digits, of which the condition takes its
 // share.
+//
+// Where coefficients have bounds every step is the minimum of the damped quadratic form within them
+// (linear/MinimizeInBox.h): a coefficient on a bound that the fit pushes against is left out of it. Steps that meet no
+// bound are to the bit those of a search without. A start on a bound where the model has no value or derivative, or
+// where that derivative is 0, is first moved inside.
 //
 // Sums over points are taken block by block, in the order of the data, each block by BlockDot: the same result on every
 // run and every machine, whether a block was computed as one or point by point.
@@ -50,6 +56,14 @@ class LevenbergMarquardt {
   enum class Pass { Complete, NoValue, Aborted };
 
   bool Aborted();
+  Pass StartFrom(std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, double& chisq);
+  bool Judge(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha, double& chisq,
+             double& alamda);
+  bool StepInside(const std::vector<double>& a, const std::vector<int>& ia, const Matrix& alpha, double alamda);
+  bool NoteOpenBounds(const std::vector<double>& a, const std::vector<int>& ia);
+  std::vector<int> HoldOnBounds(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha);
+  bool IsOnBound(const std::vector<double>& a, std::size_t l) const;
+  bool AnyOnBound(const std::vector<double>& a, const std::vector<int>& ia) const;
   Pass mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
               double& chisq);
   bool TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar);
@@ -58,6 +72,10 @@ class LevenbergMarquardt {
   const SolveData& data_;
   SolveForm& form_;
   PointDerivatives points_;  // of the block in hand; its values become residuals
+
+  const bool bounded_;
+  const Box box_;
+  std::vector<bool> open_;  // of each coefficient: the model has no value, or no derivative, on a bound of it
 
   std::size_t mfit_ = 0;
   double ochisq_ = 0;

@@ -1,5 +1,7 @@
 #include "equation/Linearization.h"
 
+#include <cmath>
+
 #include "core/FaultFlags.h"
 #include "core/NumericFault.h"
 #include "functions/Elementary.h"
@@ -95,6 +97,39 @@ void RestoreParameters(const CatalogueModel& model, std::span<double> a) {
   ClearFaultFlags();
   Restore(model.Restore, a);
   if (FaultFlagsRaised()) throw NumericFault();
+}
+
+std::optional<Box> LinearFormBox(const CatalogueModel& model, const Box& box) {
+  Box linear = box;
+  linear.Lower.resize(model.Basis.size(), -HUGE_VAL);
+  linear.Upper.resize(model.Basis.size(), HUGE_VAL);
+  const auto logarithm = [&](std::size_t j) {
+    linear.Lower[j] = box.Lower[j] > 0 ? Ln(box.Lower[j]) : -HUGE_VAL;
+    if (box.Upper[j] < HUGE_VAL) linear.Upper[j] = box.Upper[j] > 0 ? Ln(box.Upper[j]) : -HUGE_VAL;
+    // Nothing is as small as the logarithm of 0.
+    if (box.Upper[j] <= 0) linear.Lower[j] = HUGE_VAL;
+  };
+  switch (model.Restore) {
+    case Restoration::None:
+      return linear;
+    case Restoration::Exp1:
+      logarithm(0);
+      return linear;
+    case Restoration::Exp1Exp2:
+      logarithm(0);
+      logarithm(1);
+      return linear;
+    case Restoration::Exp1Exp3:
+      logarithm(0);
+      logarithm(2);
+      return linear;
+    case Restoration::Hyperbola:
+    case Restoration::Reciprocals:
+    case Restoration::Quotient:
+    case Restoration::Gaussian:
+      break;
+  }
+  return std::nullopt;
 }
 
 }  // namespace quorvex

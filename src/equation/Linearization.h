@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "equation/Catalogue.h"
+#include "linear/MinimizeInBox.h"
 
 namespace quorvex {
 
@@ -18,5 +20,9 @@ std::vector<double> LinearizeData(const CatalogueModel& model, std::span<const s
 // Converts the NumXBasis() coefficients of the linear form, in place, to those of the model; the first NumCoefficients
 // count. Throws NumericFault where that has no value.
 void RestoreParameters(const CatalogueModel& model, std::span<double> a);
+
+// The box of the linear form's coefficients that is a box of the model's. Nothing where the bounds of one coefficient
+// would depend on another; an end above the other where a coefficient has no place between its bounds.
+std::optional<Box> LinearFormBox(const CatalogueModel& model, const Box& box);
 
 }  // namespace quorvex

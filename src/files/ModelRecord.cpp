@@ -1,5 +1,7 @@
 #include "files/ModelRecord.h"
 
+#include <algorithm>
+#include <cmath>
 #include <span>
 #include <utility>
 
@@ -108,6 +110,24 @@ void ListSweepResults(Io& io, Set& set) {
 template <typename Io, typename End>
 void ListSearchEnd(Io& io, End& end) {
   io.Bounded(end, SearchEnd::Unchanged, SearchEnd::Paused);
+}
+
+// The bounds of a coefficient. A file has no infinite numbers.
+struct BoundsRecord {
+  BoundsRecord() = default;
+  BoundsRecord(double least, double most)
+      : HasMinimum(std::isfinite(least)),
+        HasMaximum(std::isfinite(most)),
+        Minimum(HasMinimum ? least : 0),
+        Maximum(HasMaximum ? most : 0) {}
+
+  bool HasMinimum = false, HasMaximum = false;
+  double Minimum = 0, Maximum = 0;
+};
+
+template <typename Io, typename Record>
+void ListBounds(Io& io, Record& bounds) {
+  io(bounds.HasMinimum, bounds.Minimum, bounds.HasMaximum, bounds.Maximum);
 }
 
 std::size_t CoefficientCount(const ModelClass& model) { return static_cast<std::size_t>(model.NumDependentVar()); }
@@ -280,12 +300,44 @@ void WriteDeviations(RecordWriter& io, const Project& project) {
   });
 }
 
+void WriteBounds(RecordWriter& io, const Project& project) {
+  if (std::ranges::none_of(project.Models, [](const auto& model) { return model->HasBounds(); })) return;
+  Section(io, kBounds, [&] {
+    for (const auto& model : project.Models) {
+      if (!model->HasBounds()) continue;
+      io(model->id);
+      io.Known(model->Coefficients.size());
+      for (const Coefficient& coefficient : model->Coefficients) {
+        const BoundsRecord bounds{coefficient.Minimum, coefficient.Maximum};
+        ListBounds(io, bounds);
+      }
+    }
+  });
+}
+
 void SolvedModelReader::ReadDeviations(RecordReader& io) {
   Section(io, kDeviations, [&] {
     while (io.GoesOn(kDeviations)) {
       ModelClass* const model = FindModel(io);
       if (model == nullptr) return io.Fail();
       io(model->GivenDeviation);
+    }
+  });
+}
+
+void SolvedModelReader::ReadBounds(RecordReader& io) {
+  Section(io, kBounds, [&] {
+    while (io.GoesOn(kBounds)) {
+      ModelClass* const model = FindModel(io);
+      if (model == nullptr) return io.Fail();
+      io.Known(model->Coefficients.size());
+      for (Coefficient& coefficient : model->Coefficients) {
+        BoundsRecord bounds;
+        ListBounds(io, bounds);
+        if (bounds.HasMinimum) coefficient.Minimum = bounds.Minimum;
+        if (bounds.HasMaximum) coefficient.Maximum = bounds.Maximum;
+        if (!BoundsFault(coefficient).empty()) return io.Fail();
+      }
     }
   });
 }

@@ -41,14 +41,32 @@ std::optional<EstimateRefusal> CheckCell(const Check& check, const EstimateRow& 
   return EstimateRefusal{check.Message + row.Name + "'.", number, check.Column};
 }
 
+double Number(const std::string& text, const LocaleText& locale) { return *NumericText(text, locale.DecimalSeparator); }
+
+// A bound; `none`, which is infinite, where its cell is empty. Nothing where it holds no number.
+std::optional<double> BoundOf(const std::string& text, double none, const LocaleText& locale) {
+  return Trim(text).empty() ? none : NumericText(text, locale.DecimalSeparator);
+}
+
+std::string ShownBound(double bound, const LocaleText& locale) {
+  return std::isfinite(bound) ? Shown(bound, locale) : "";
+}
+
+std::optional<EstimateRefusal> CheckBounds(const EstimateRow& row, std::size_t number, const LocaleText& locale) {
+  const std::optional<double> least = BoundOf(row.Minimum, -HUGE_VAL, locale);
+  if (!least) return EstimateRefusal{"Please enter a valid Minimum for variable '" + row.Name + "'.", number, 6};
+  const std::optional<double> most = BoundOf(row.Maximum, HUGE_VAL, locale);
+  if (!most) return EstimateRefusal{"Please enter a valid Maximum for variable '" + row.Name + "'.", number, 7};
+  if (*least <= *most) return std::nullopt;
+  return EstimateRefusal{"The Minimum is above the Maximum for variable '" + row.Name + "'.", number, 6};
+}
+
 std::optional<EstimateRefusal> CheckRow(const EstimateRow& row, std::size_t number, const LocaleText& locale) {
   for (const Check& check : kChecks)
     if (check.Type == row.Type)
       if (auto refusal = CheckCell(check, row, number, locale)) return refusal;
-  return std::nullopt;
+  return CheckBounds(row, number, locale);
 }
-
-double Number(const std::string& text, const LocaleText& locale) { return *NumericText(text, locale.DecimalSeparator); }
 
 }  // namespace
 
@@ -63,6 +81,8 @@ std::vector<EstimateRow> EstimateRows(const ModelClass& model, const LocaleText&
       row = {row.Name, EstimateType::Range, Shown(range.Min, locale), Shown(range.Max, locale),
              std::to_string(range.Steps)};
     }
+    row.Minimum = ShownBound(model.Minimum(i), locale);
+    row.Maximum = ShownBound(model.Maximum(i), locale);
     rows.push_back(std::move(row));
   }
   return rows;
@@ -77,9 +97,15 @@ std::vector<EstimateRow> FirstEstimates(const ModelClass& model, const SolveData
   return EstimateRows(*trial, locale);
 }
 
-std::string MovedEstimate(double base, int steps, double percent, const LocaleText& locale) {
+std::string MovedEstimate(const EstimateRow& row, double base, int steps, double percent, const LocaleText& locale) {
   // A percentage of 0 would move nothing.
-  return Shown(base + steps * percent / 100 * (base != 0 ? base : 1), locale);
+  double moved = base + steps * percent / 100 * (base != 0 ? base : 1);
+  // A bound that is half typed is none yet, and a value beyond it comes back step by step.
+  const double least = BoundOf(row.Minimum, -HUGE_VAL, locale).value_or(-HUGE_VAL);
+  const double most = BoundOf(row.Maximum, HUGE_VAL, locale).value_or(HUGE_VAL);
+  if (moved < base) moved = std::max(moved, std::min(least, base));
+  if (moved > base) moved = std::min(moved, std::max(most, base));
+  return Shown(moved, locale);
 }
 
 std::optional<EstimateRefusal> CheckInitialValues(std::span<const EstimateRow> rows, const LocaleText& locale) {
@@ -122,6 +148,8 @@ bool SetEstimates(Project& project, ProjectEditor& editor, ModelClass& model, st
     const double value = Number(row.Initial, project.Locale);
     model.SetValue(i, value);
     model.SetConstant(i, row.Type == EstimateType::Constant ? 0 : 1);
+    model.SetBounds(i, *BoundOf(row.Minimum, -HUGE_VAL, project.Locale),
+                    *BoundOf(row.Maximum, HUGE_VAL, project.Locale));
     ranges.push_back(row.Type == EstimateType::Range ? ICRange{value, Number(row.Final, project.Locale),
                                                                RoundToInt32(Number(row.Steps, project.Locale))}
                                                      : ICRange{value, value, 1});

@@ -134,7 +134,8 @@ UserModelDraft CopyOf(const ModelClass& model) {
 
 void KeepCoefficients(const ModelClass& model, UserModelDraft& draft) {
   for (int i = 1; i <= model.NumDependentVar(); ++i)
-    draft.Coefficients[ToLower(model.Variables(i))] = {model.Rules(i), model.RuleConstant(i), model.Derivatives(i)};
+    draft.Coefficients[ToLower(model.Variables(i))] = {model.Rules(i), model.RuleConstant(i), model.Derivatives(i),
+                                                       model.Minimum(i), model.Maximum(i)};
 }
 
 void ApplyCoefficients(const UserModelDraft& draft, ModelClass& model) {
@@ -144,6 +145,7 @@ void ApplyCoefficients(const UserModelDraft& draft, ModelClass& model) {
     model.SetRule(i, kept->second.Rule);
     model.SetRuleConstant(i, kept->second.RuleConstant);
     model.SetDerivative(i, kept->second.Derivative);
+    model.SetBounds(i, kept->second.Minimum, kept->second.Maximum);
   }
 }
 

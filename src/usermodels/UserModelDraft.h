@@ -18,8 +18,8 @@ struct UserModelDraft {
   std::string id, Description;
   std::vector<std::string> FunctionList = {""};  // the model line, then the supporting functions that are shown
 
-  // Rules and derivatives by the coefficient's name in lower case. A coefficient that the text lost keeps its own until
-  // the end, so that a typing error on the way costs nothing.
+  // Rules, derivatives and bounds by the coefficient's name in lower case. A coefficient that the text lost keeps its
+  // own until the end, so that a typing error on the way costs nothing.
   std::map<std::string, UserModelDefinition::Coefficient> Coefficients;
 };
 
@@ -27,7 +27,7 @@ UserModelDraft DraftOf(const ModelClass& model);
 // The same as a start for a new model, under an ID that says so.
 UserModelDraft CopyOf(const ModelClass& model);
 
-// Rules and derivatives, by name: into the draft, and from it into a model where the draft has them.
+// Rules, derivatives and bounds, by name: into the draft, and from it into a model where the draft has them.
 void KeepCoefficients(const ModelClass& model, UserModelDraft& draft);
 void ApplyCoefficients(const UserModelDraft& draft, ModelClass& model);
 

@@ -54,6 +54,8 @@ ModelCollection ProjectModels(int variables, const LocaleText& locale) {
   ModelClass& bent = AddUserModel(models, variables, "bent", {"a+max(B*" + second + ",0.25)"}, locale);
   SetCoefficient(bent, 1, "Value", "3", true, "max(" + second + ", 0.25)", locale);
   SetCoefficient(bent, 2, "* YMin", "1", true, "1", locale);
+  bent.SetBounds(1, -0.25, HUGE_VAL);
+  bent.SetBounds(2, 1e-9, 1e9);
   AddUserModel(models, variables, "plain", {"c9*" + second + "+if(" + x + ">1,d,2.5*d)"}, locale);
   // Two pairs of the catalogue share a formula, which is what a macro finds a built-in model by: always the first of
   // them.
@@ -463,7 +465,28 @@ void ExpectSameModel(const ModelClass& read, const ModelClass& written) {
     EXPECT_EQ(read.RuleConstant(at), written.RuleConstant(i)) << written.id;
     EXPECT_EQ(read.Constants(at), written.Constants(i)) << written.id;
     EXPECT_EQ(Folded(read.Derivatives(at)), Folded(written.Derivatives(i))) << written.id;
+    EXPECT_EQ(read.Minimum(at), written.Minimum(i)) << written.id;
+    EXPECT_EQ(read.Maximum(at), written.Maximum(i)) << written.id;
   }
+}
+
+// With bounds a model of the catalogue has Assign statements, too, and starts where it is.
+TEST(MacroWriter, WritesTheBoundsOfABuiltInModel) {
+  ModelCollection models;
+  LoadModelCatalog(models, 1, kComma);
+  ModelClass& model = *models.Find("a*exp(b*x)");
+  model.Solved = true;
+  model.SetValue(1, 4.5);
+  model.SetValue(2, -0.5);
+  model.SetBounds(1, 0, 4.5);
+  MacroFields fields;
+  fields.Models = MacroModels::Solved;
+  const std::string text = BuildMacroText(fields, models, Settings(), kComma);
+  EXPECT_NE(text.find("        Assign a = 4,5; Operator = Value; Fit = True; Derivative = Numerical; Minimum = 0; "
+                      "Maximum = 4,5\r\n"
+                      "        Assign b = -0,5; Operator = Value; Fit = True; Derivative = Numerical\r\n"),
+            std::string::npos)
+      << text;
 }
 
 TEST(MacroWriter, WritesWhatTheReaderReadsBackTheSame) {

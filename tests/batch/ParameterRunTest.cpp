@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "Golden.h"
 #include "batch/ParameterFile.h"
 #include "batch/Program.h"
+#include "core/NumberText.h"
 #include "files/ProjectFile.h"
 
 namespace quorvex {
@@ -112,6 +114,27 @@ TEST(ParameterRun, SubstitutesInEveryFieldItMay) {
   // The second row leaves no column for x, and so no points: nothing is solved, and nothing fails.
   EXPECT_NE(program.Folder.Read("comma.txt").find("DataPoints\t0\r\n"), std::string::npos);
   EXPECT_NE(log.find("1: Run Successful\n2: Run Successful\n"), std::string::npos);
+}
+
+// Bounds out of the table, with the comma of a locale; other bounds are solved for anew.
+TEST(ParameterRun, TakesBoundsFromTheTable) {
+  Program program("1;2\n2;4\n3;6,5\n4;8\n");
+  program.Folder.Write("p.csv", "n,most\n1,\"1,5\"\n2,\"1,5\"\n3,\n4,x\n");
+  program.RunMacro(
+      "B_MACRO\nDataFile = @data.txt\nOverrideDecimal = False\nInputDelimit = SemiColon\nOutputFile = @%n%.txt\n"
+      "LogFile = @run.log\nParameterFile = @p.csv\nB_MODEL\nY = a*x\n"
+      "Assign a = 3; Operator = Value; Fit = True; Minimum = 0; Maximum = %most%\nE_MODEL\nE_MACRO\n",
+      "LC_ALL=de_DE.UTF-8");
+  const std::string log = program.Folder.Read("run.log");
+  const auto answer = [&](const std::string& file) {
+    return NumericText(ReadAnswers(program.Folder.Read(file))[0].Values.at("a")[0], ',').value_or(NAN);
+  };
+  EXPECT_EQ(answer("1.txt"), 1.5) << log;
+  EXPECT_EQ(answer("2.txt"), 1.5);
+  EXPECT_NEAR(answer("3.txt"), 61.5 / 30, 1e-9);
+  EXPECT_NE(log.find("Coefficient a lies on its maximum of 1.5."), std::string::npos) << log;
+  EXPECT_NE(log.find("Coefficient a starts on its maximum of 1.5, since 3 lies above."), std::string::npos);
+  EXPECT_NE(log.find("is ignored: its Maximum, 'x', is no number"), std::string::npos);
 }
 
 TEST(ParameterRun, KeepsTheLastApplicationOfAnAssignWithSeveralParameters) {

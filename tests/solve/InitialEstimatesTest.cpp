@@ -48,6 +48,10 @@ TEST(CheckEstimates, FindsTheFirstWrongCell) {
       {{{"a", Range, "1", "2", "0"}}, "Please enter a valid number of steps for variable 'a'.", 0, 5},
       {{{"a", Range, "1", "2", "few"}}, "Please enter a valid number of steps for variable 'a'.", 0, 5},
       {{{"a", Range, "1", "2", "1"}}, ""},
+      {{{"a", InitialEstimate, "5", "", "", "0,5", " 1e3 "}, {"b", Constant, "5", "", "", " ", "5"}}, "", 0, 0, kComma},
+      {{{"a", Constant, "5", "", "", "low", ""}}, "Please enter a valid Minimum for variable 'a'.", 0, 6},
+      {{{"a", Range, "1", "2", "1", "", "1e999"}}, "Please enter a valid Maximum for variable 'a'.", 0, 7},
+      {{{"a", InitialEstimate, "5", "", "", "2", "1"}}, "The Minimum is above the Maximum for variable 'a'.", 0, 6},
       {{{"a", Range, "1", "2", "10"}, {"b", Constant, "1", "", "7"}, {"c", Range, "1", "2", "10"}}, ""},
       {{{"a", Range, "1", "2", "101"}}, TooMany("101")},
       {{{"a", Range, "1", "2", "51"}, {"b", Range, "1", "2", "2"}}, TooMany("102")},
@@ -82,7 +86,7 @@ TEST(SetEstimates, StoresStartsAndLetsUndoBringTheSolutionBack) {
   fitted.Solve();
   ModelClass& model = fitted.Model;
   const double solved = model.Values(1);
-  const Rows rows = {{"a", Range, "1", "3", "5"}, {"b", Constant, "0.5", "", ""}};
+  const Rows rows = {{"a", Range, "1", "3", "5", "-0.5", ""}, {"b", Constant, "0.5", "", ""}};
   fitted.User.Answer = false;
   EXPECT_FALSE(SetEstimates(fitted.Document, fitted.Editor, model, rows));
   EXPECT_TRUE(model.Solved);
@@ -106,6 +110,8 @@ TEST(SetEstimates, StoresStartsAndLetsUndoBringTheSolutionBack) {
   EXPECT_EQ(shown[0].Type, Range);
   EXPECT_EQ(shown[0].Final, "3");
   EXPECT_EQ(shown[0].Steps, "5");
+  EXPECT_EQ(shown[0].Minimum, "-0,5");
+  EXPECT_EQ(shown[0].Maximum, "");
   EXPECT_EQ(shown[1].Type, Constant);
   EXPECT_EQ(shown[1].Initial, "0,5");
 
@@ -116,6 +122,7 @@ TEST(SetEstimates, StoresStartsAndLetsUndoBringTheSolutionBack) {
   fitted.Editor.EditUndo();
   EXPECT_TRUE(model.Solved);
   EXPECT_EQ(model.Values(1), solved);
+  EXPECT_FALSE(model.HasBounds());
 }
 
 // A model about the mean of its data, solved from the user's estimates; its constant is then the mean of Y, whatever
@@ -174,9 +181,14 @@ TEST(SetEstimates, LeavesTheInputOfTheFitToTheData) {
 }
 
 TEST(MovedEstimate, MovesByPartsOfItsValueAndZeroByPartsOfOne) {
-  EXPECT_EQ(MovedEstimate(0.5, 2, 10, {}), "0.6");
-  EXPECT_EQ(MovedEstimate(-4, -1, 50, {}), "-2");
-  EXPECT_EQ(MovedEstimate(0, 3, 1, kComma), "0,03");
+  const EstimateRow row, inside{.Name = "a", .Initial = "", .Final = "", .Steps = "", .Minimum = "0,2", .Maximum = "1"};
+  EXPECT_EQ(MovedEstimate(row, 0.5, 2, 10, {}), "0.6");
+  EXPECT_EQ(MovedEstimate(row, -4, -1, 50, {}), "-2");
+  EXPECT_EQ(MovedEstimate(row, 0, 3, 1, kComma), "0,03");
+  // To its bounds; from beyond them, no further.
+  EXPECT_EQ(MovedEstimate(inside, 0.5, -3, 50, kComma), "0,2");
+  EXPECT_EQ(MovedEstimate(inside, 0.5, 3, 50, kComma), "1");
+  EXPECT_EQ(MovedEstimate(inside, 2, 3, 50, kComma), "2");
 }
 
 TEST(SaveRules, MakesTheValuesRules) {

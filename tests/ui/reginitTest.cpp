@@ -60,6 +60,8 @@ TEST_F(Estimates, AreGivenHeldAndTriedOverARange) {
   EXPECT_EQ(grid->item(1, 0)->text(), "b");
   EXPECT_FALSE(grid->item(0, 3)->flags() & Qt::ItemIsEditable);
   Type(0, 2, "1.5");
+  Type(0, 5, "0");
+  Type(2, 6, "1e9");
   Choose(1, "Constant");
   Type(1, 2, "0.5");
   Choose(2, "Range");
@@ -70,6 +72,9 @@ TEST_F(Estimates, AreGivenHeldAndTriedOverARange) {
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_TRUE(model->SpecifyICComplete);
   EXPECT_EQ(model->Values(1), 1.5);
+  EXPECT_EQ(model->Minimum(1), 0);
+  EXPECT_EQ(model->Maximum(1), HUGE_VAL);
+  EXPECT_EQ(model->Maximum(3), 1e9);
   EXPECT_EQ(model->Constants(2), 0);
   const ICRange& range = model->GetICRange()[2];
   EXPECT_EQ(range.Min, -1);
@@ -89,6 +94,14 @@ TEST_F(Estimates, RefusesWhatIsNoNumberAndGoesThere) {
   EXPECT_EQ(grid->currentRow(), 1);
   EXPECT_EQ(grid->currentColumn(), 4);
   EXPECT_FALSE(model->SpecifyICComplete);
+
+  Type(1, 4, "3");
+  Type(0, 5, "2");
+  Type(0, 6, "1");
+  dialogs.Press(QMessageBox::Ok);
+  Ok();
+  EXPECT_EQ(dialogs.Said.back(), "The Minimum is above the Maximum for variable 'a'.");
+  EXPECT_EQ(grid->currentColumn(), 5);
 }
 
 TEST_F(Estimates, MoveByTheScrollBarUnderThePreview) {
@@ -99,6 +112,9 @@ TEST_F(Estimates, MoveByTheScrollBarUnderThePreview) {
   const QImage before = dialog->findChild<PlotView*>()->Picture();
   for (int i = 0; i < 2; ++i) QTest::keyClick(dialog->findChild<QScrollBar*>("HscrAjust"), Qt::Key_Right);
   EXPECT_EQ(grid->item(1, 2)->text(), "0.6");
+  Type(1, 6, "0.65");
+  for (int i = 0; i < 2; ++i) QTest::keyClick(dialog->findChild<QScrollBar*>("HscrAjust"), Qt::Key_Right);
+  EXPECT_EQ(grid->item(1, 2)->text(), "0.65");
   EXPECT_NE(dialog->findChild<PlotView*>()->Picture(), before);
   // Where the curve has no value, the reason stands in its place.
   Open(1, "a*ln(x-10)+b");

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "RecordingPrompter.h"
 #include "TableFile.h"
 #include "core/NumberText.h"
@@ -56,7 +58,7 @@ TEST(CheckUserModel, TakesTheIdOfTheModelThatIsEditedInAnyCase) {
   EXPECT_EQ(CheckUserModel({"a*x+b", "", {"a*x^b"}, {}}, project, &mine).Message, kTaken);
 }
 
-TEST(StoreUserModel, CarriesRulesAndDerivativesOverByName) {
+TEST(StoreUserModel, CarriesRulesDerivativesAndBoundsOverByName) {
   Project project = NewProject(1, false, {});
   ModelClass& first = Store(project, {"Mine", "old", {"a*exp(-Rate*x)"}, {}});
   Store(project, {"Later", "", {"a*x"}, {}});
@@ -64,6 +66,7 @@ TEST(StoreUserModel, CarriesRulesAndDerivativesOverByName) {
   const int rate = EqualNoCase(first.Variables(1), "rate") ? 1 : 2;
   first.SetRule(rate, "* YMax");
   first.SetRuleConstant(rate, "0.5");
+  first.SetBounds(rate, 0, 5);
   first.SetDerivative(rate, "-x*a*exp(-rate*x)");
 
   UserModelDraft draft = DraftOf(first);
@@ -79,6 +82,8 @@ TEST(StoreUserModel, CarriesRulesAndDerivativesOverByName) {
     EXPECT_EQ(edited.Rules(i), kept ? "* YMax" : "Value");
     EXPECT_EQ(edited.RuleConstant(i), kept ? "0.5" : "1");
     EXPECT_EQ(edited.Derivatives(i), kept ? "-x*a*exp(-rate*x)" : "Numerical");
+    EXPECT_EQ(edited.Minimum(i), kept ? 0 : -HUGE_VAL);
+    EXPECT_EQ(edited.Maximum(i), kept ? 5 : HUGE_VAL);
   }
   EXPECT_EQ(project.Models.Find("Mine"), nullptr);
   EXPECT_EQ(project.Models.Find("RENAMED"), &edited);

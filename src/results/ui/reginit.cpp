@@ -27,7 +27,7 @@
 namespace quorvex {
 namespace {
 
-enum Column { kName, kType, kInitial, kFinal, kSteps, kColumns };
+enum Column { kName, kType, kInitial, kFinal, kSteps, kMinimum, kMaximum, kColumns };
 constexpr int kMostScrollSteps = 100;
 constexpr int kTypingPause = 150;  // milliseconds in which the next digit may follow
 
@@ -116,10 +116,11 @@ void reginit::LayOut() {
   RangeGrid->setObjectName("RangeGrid");
   RangeGrid->setAccessibleName("Coefficients");
   RangeGrid->setColumnCount(kColumns);
-  RangeGrid->setHorizontalHeaderLabels({"Variable", "Type", "Initial Value", "Final Value", "Steps"});
+  RangeGrid->setHorizontalHeaderLabels(
+      {"Variable", "Type", "Initial Value", "Final Value", "Steps", "Minimum", "Maximum"});
   RangeGrid->horizontalHeader()->setAccessibleName("Column headers");
   // The numbers get what room there is.
-  for (const int column : {kInitial, kFinal})
+  for (const int column : {kInitial, kFinal, kMinimum, kMaximum})
     RangeGrid->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
   RangeGrid->verticalHeader()->hide();
   RangeGrid->verticalHeader()->setAccessibleName("Rows");
@@ -223,7 +224,8 @@ void reginit::ShowAngles() {
 void reginit::Fill(const std::vector<EstimateRow>& rows) {
   RangeGrid->setRowCount(static_cast<int>(rows.size()));
   for (int r = 0; const EstimateRow& row : rows) {
-    const std::string* const texts[] = {&row.Name, nullptr, &row.Initial, &row.Final, &row.Steps};
+    const std::string* const texts[] = {&row.Name,  nullptr,      &row.Initial, &row.Final,
+                                        &row.Steps, &row.Minimum, &row.Maximum};
     for (int c = 0; c < kColumns; ++c)
       if (texts[c] != nullptr) RangeGrid->setItem(r, c, new QTableWidgetItem(QString::fromStdString(*texts[c])));
     RangeGrid->item(r, kName)->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
@@ -270,7 +272,8 @@ std::vector<EstimateRow> reginit::Rows() const {
   std::vector<EstimateRow> rows;
   for (int r = 0; r < RangeGrid->rowCount(); ++r) {
     const auto text = [&](int column) { return RangeGrid->item(r, column)->text().toStdString(); };
-    rows.push_back({text(kName), TypeOf(r), text(kInitial), text(kFinal), text(kSteps)});
+    rows.push_back(
+        {text(kName), TypeOf(r), text(kInitial), text(kFinal), text(kSteps), text(kMinimum), text(kMaximum)});
   }
   return rows;
 }
@@ -297,8 +300,10 @@ void reginit::Scroll(int steps) {
   {
     // The bar keeps the value from which it moves.
     const QSignalBlocker quiet(RangeGrid);
-    RangeGrid->item(std::max(RangeGrid->currentRow(), 0), kInitial)
-        ->setText(QString::fromStdString(MovedEstimate(base_, steps, percent, project_.Locale)));
+    const int row = std::max(RangeGrid->currentRow(), 0);
+    const EstimateRow selected = Rows()[static_cast<std::size_t>(row)];
+    RangeGrid->item(row, kInitial)
+        ->setText(QString::fromStdString(MovedEstimate(selected, base_, steps, percent, project_.Locale)));
   }
   Recalculate();
 }
