@@ -124,9 +124,12 @@ bool WeightedResiduals::Difference(std::size_t j, std::vector<double>& a, double
   const double widest = magnitude == 0 ? HUGE_VAL : std::max(0.01 * magnitude, 1e-4 * change_[j]);
   double h = kStep * (change_[j] > 0 ? change_[j] : magnitude > 0 ? magnitude : 1.0);
   bool found = false;
+  // Who looks at a model from outside its bounds has no use for them.
+  const bool inside = box_.Lower[j] <= centre && centre <= box_.Upper[j];
   for (int round = 0; round < 12; ++round) {
     // What the step becomes in the coefficient's own digits.
-    const double up = std::min(centre + h, box_.Upper[j]), down = std::max(centre - h, box_.Lower[j]);
+    const double up = inside ? std::min(centre + h, box_.Upper[j]) : centre + h;
+    const double down = inside ? std::max(centre - h, box_.Lower[j]) : centre - h;
     a[j] = up;
     bool valued = up != down && Fitted(a, above_);
     a[j] = down;

@@ -1,6 +1,7 @@
 #include "engine/mrqmin.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 #include <string_view>

@@ -21,6 +21,8 @@ std::vector<EstimateText> FailedSolve::Estimates(std::size_t fit) const {
     std::string value = row.Initial;
     if (row.Type == EstimateType::Constant) value += " (constant)";
     if (row.Type == EstimateType::Range) value += " to " + row.Final + " in " + row.Steps + " steps";
+    if (!row.Minimum.empty()) value += ", at least " + row.Minimum;
+    if (!row.Maximum.empty()) value += ", at most " + row.Maximum;
     estimates.push_back({row.Name, std::move(value)});
   }
   return estimates;

@@ -8,7 +8,8 @@
 
 namespace quorvex {
 
-// A coefficient and what its search began with, as the user reads it: "1", "1 (constant)", "1 to 5 in 3 steps".
+// A coefficient and what its search began with, as the user reads it: "1", "1 (constant)", "1 to 5 in 3 steps",
+// "1, at least 0".
 struct EstimateText {
   std::string Name, Value;
 };
