@@ -26,7 +26,7 @@ struct Settings {
   int DerivativeMethod = 0;          // key "derivative", 0 Richardson's extrapolation, 1 central difference
   // Of one run, and stored under no key: where the search of a nonlinear model fails, go on (engine/TryHarder.h); given
   // standard deviations are taken at their word instead of telling no more than their ratios; what a residual costs,
-  // and the residual beyond which that is less than its square, in standard deviations of the residuals where 0.
+  // and the scale of good residuals that goes by, found from the residuals where it is 0 (engine/RobustFit.h).
   bool TryHarder = false;
   bool AbsoluteDeviations = false;
   LossKind Loss = LossKind::Squares;

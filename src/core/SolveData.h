@@ -16,6 +16,8 @@ struct SolveData {
   std::vector<double> sig;             // weights with mean 1, not deviations: they multiply (y - f)^2
   bool HasSD = false;                  // some of them were given
   double UnitDeviation = 0;            // standard deviation of a point of weight 1; 0 where none were given
+  // Where each point stands, as its user counts the rows of the sheet or the lines of the file; empty: 1, 2, ...
+  std::vector<std::size_t> Row = {};
   std::size_t N() const { return Y.size(); }
 
   // X of point i (from 0), one value per variable, gathered in `x`.

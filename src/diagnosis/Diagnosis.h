@@ -57,7 +57,7 @@ struct Diagnosis {
   double Condition = NAN;  // of the derivatives, their columns scaled to equal lengths
   std::vector<QuantityDiagnosis> Quantities;
   Ranking Rank;
-  std::vector<std::size_t> Outliers;  // rows of the data, from 0, that a robust loss gave less than half their weight
+  std::vector<std::size_t> Outliers;  // rows, by OutlierRows (engine/RobustFit.h)
   int BootstrapFailures = 0;          // samples without an answer
 };
 

@@ -4,8 +4,36 @@
 
 #include "core/Limits.h"
 #include "engine/ModelClass.h"
+#include "engine/RobustLoss.h"
 
 namespace quorvex {
+namespace {
+
+// What a robust fit knows of its error, residual by residual; RobustFit.h has the formula.
+class RobustError {
+ public:
+  RobustError(LossKind loss, double scale) : loss_(loss), scale_(scale) {}
+
+  void Add(double r) {
+    const double u = r == 0 ? 0 : r / scale_, psi = r * LossWeight(loss_, u), slope = LossSlope(loss_, u);
+    squares_ += psi * psi;
+    slopes_ += slope;
+    slopeSquares_ += slope * slope;
+  }
+  // Not finite where the slopes' mean is not above 0.
+  double StdErr(double n, double coefficients, double dofError) const {
+    const double m = slopes_ / n;
+    if (!(m > 0)) return NAN;
+    const double variance = std::max(slopeSquares_ - n * m * m, 0.0) / (n - 1);
+    return (1 + coefficients / n * variance / (m * m)) * std::sqrt(squares_ / dofError) / m;
+  }
+
+ private:
+  LossKind loss_;
+  double scale_, squares_ = 0, slopes_ = 0, slopeSquares_ = 0;
+};
+
+}  // namespace
 
 bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef) {
   SolveForm unattended;
@@ -20,6 +48,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
   std::array<double, kBlock> fitted;
   bool blockFitted = false;
   double resSum = 0, rss = 0, rssNorm = 0, differences = 0, weightedY = 0, previous = 0;
+  RobustError robust(Loss, LossScale);
   for (std::size_t i = 0; i < N; ++i) {
     const std::size_t inBlock = i % kBlock;
     if (inBlock == 0) {
@@ -33,6 +62,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
     resSum += e;
     rss += e * e;
     rssNorm += data.sig[i] * e * e;
+    if (Loss != LossKind::Squares) robust.Add(std::sqrt(data.sig[i]) * e);
     if (i > 0) differences += (e - previous) * (e - previous);
     weightedY += data.sig[i] * data.Y[i];
     previous = e;
@@ -50,7 +80,8 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
   const double r2Adjust = r2 - static_cast<double>(dofRegression) / dofError * (1.0 - r2);
   // About 2 where neighbouring residuals are independent, near 0 where they follow each other.
   const double durbin = rss == 0 ? 0.0 : differences / rss;
-  const double stdErr = std::sqrt(std::abs(rssNorm / dofError));
+  const double stdErr =
+      Loss == LossKind::Squares ? std::sqrt(std::abs(rssNorm / dofError)) : robust.StdErr(n, numcoef, dofError);
   for (const double value : {resSum, rss, rssNorm, rst, r2, r2Adjust, durbin, stdErr})
     if (!std::isfinite(value)) return false;
 

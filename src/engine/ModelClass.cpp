@@ -9,6 +9,7 @@
 #include "engine/Differentiator.h"
 #include "engine/FitRun.h"
 #include "engine/PointColumns.h"
+#include "engine/RobustFit.h"
 #include "engine/TryHarder.h"
 #include "engine/TypedDerivatives.h"
 #include "equation/Catalogue.h"
@@ -101,6 +102,8 @@ void ModelClass::Datachange() {
   SweepCount = 0;
   GivenDeviation = 0;
   FoundBy.clear();
+  Loss = LossKind::Squares;
+  LossScale = 0;
   for (Coefficient& coefficient : Coefficients) coefficient.Constant = 1;
   CoefficientValues.assign(CoefficientValues.size(), 1.0);
 }
@@ -173,6 +176,9 @@ bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::strin
   GivenDeviation = settings.AbsoluteDeviations ? data.UnitDeviation : 0;
   LeaveOneOut = CrossValidated = NAN;
   FailedParts = 0;
+  Loss = LossKind::Squares;
+  LossScale = 0;
+  if (settings.Loss != LossKind::Squares) return FitRobustly(*this, data, settings, LogString, form);
   if (SolveType == 0 && settings.TryHarder) return FitHarder(*this, data, settings, LogString, form);
   FitRun run(*this, data, settings, LogString, form);
   if (SolveType == 1) return run.Linear();

@@ -26,19 +26,21 @@ std::string WhyNoPoint(const GridCells& cells, const std::vector<std::vector<dou
   return "";
 }
 
-// Moves all columns into ascending order of the first.
-void SortByFirst(std::vector<std::vector<double>*> columns) {
-  const std::vector<double>& key = *columns.front();
-  if (std::is_sorted(key.begin(), key.end())) return;
-  std::vector<std::size_t> order(key.size());
+// Moves all points into ascending order of their only X.
+void SortByX(SolveData& data) {
+  const std::vector<double>& x = data.X[0];
+  if (std::is_sorted(x.begin(), x.end())) return;
+  std::vector<std::size_t> order(x.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   // Points of equal X keep the order of the sheet.
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return key[a] < key[b]; });
-  std::vector<double> sorted(key.size());
-  for (std::vector<double>* column : columns) {
-    std::transform(order.begin(), order.end(), sorted.begin(), [&](std::size_t i) { return (*column)[i]; });
-    column->swap(sorted);
-  }
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return x[a] < x[b]; });
+  const auto sort = [&](auto& column) {
+    auto sorted = column;
+    std::transform(order.begin(), order.end(), sorted.begin(), [&](std::size_t i) { return column[i]; });
+    column.swap(sorted);
+  };
+  for (std::vector<double>* column : {&data.X[0], &data.Y, &data.SD}) sort(*column);
+  sort(data.Row);
 }
 
 }  // namespace
@@ -56,6 +58,9 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
     points = static_cast<std::size_t>(
         std::find_if(column.begin(), column.begin() + static_cast<std::ptrdiff_t>(points), IsMark) - column.begin());
   bool hasSD = options.Weighted && points > 0;
+  SolveData& data = loaded.Points;
+  data.Row.resize(points);
+  std::iota(data.Row.begin(), data.Row.end(), cells.FirstLine);
   for (std::size_t row = points; row < rows; ++row) {
     bool xMissing = false;
     for (std::size_t i = 0; i < variables; ++i) xMissing |= GridCells::IsEmpty(columns[i][row]);
@@ -74,18 +79,18 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
       columns[sdColumn][points] = 1;
     else
       hasSD = options.Weighted;
+    data.Row.push_back(cells.FirstLine + row);
     ++points;
   }
 
   for (auto& column : columns) column.resize(points);
-  SolveData& data = loaded.Points;
   data.HasSD = hasSD;
   data.SD = options.Weighted ? std::move(columns[sdColumn]) : std::vector<double>(points, 1.0);
   data.Y = std::move(columns[yColumn]);
   columns.resize(variables);
   data.X = std::move(columns);
   if (options.KeepUnsorted) loaded.Unsorted = data;
-  if (variables == 1) SortByFirst({&data.X[0], &data.Y, &data.SD});
+  if (variables == 1) SortByX(data);
   return loaded;
 }
 

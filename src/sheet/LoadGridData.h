@@ -24,7 +24,7 @@ struct LoadedGrid {
 // Reads a grid with X in the first columns, then Y, then the standard deviation, into columns of points. A row with all
 // X and Y is a point; one that lacks Y and some X is skipped silently, and one that lacks only one of the two is
 // skipped and flagged. An empty standard deviation is 1. With one independent variable the points are sorted by
-// ascending X; equal X keep their order.
+// ascending X; equal X keep their order. Each knows the row of the grid, counted from `FirstLine`, that it stands in.
 //
 // Fails where a cell of a would-be point holds a text, unless such rows are skipped: "Line N: 'text' is not a number.",
 // N being the line of the file, for the first such cell row by row, X before Y before the standard deviation; "Row N,
