@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "solve/WhyFailed.h"
+#include "solve/FailedFit.h"
 
 namespace quorvex {
 

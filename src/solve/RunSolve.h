@@ -6,7 +6,7 @@
 #include "core/Prompter.h"
 #include "core/Settings.h"
 #include "engine/SolveProgress.h"
-#include "solve/WhyFailed.h"
+#include "solve/FailedFit.h"
 
 namespace quorvex {
 

@@ -7,7 +7,7 @@
 #include "engine/FitSharingInput.h"
 #include "engine/RankModels.h"
 #include "sheet/ComputeWeights.h"
-#include "solve/WhyFailed.h"
+#include "solve/FailedFit.h"
 
 namespace quorvex {
 namespace {

@@ -25,10 +25,7 @@ void TakeStart(const FailedFit& fit, ModelClass& model);
 // The failed model as it was when its search began: a copy, with the estimates and the input.
 std::unique_ptr<ModelClass> AtItsStart(const FailedFit& fit, const SolveData& data);
 
-// Why a fit failed, in plain words, one sentence or two. It is found by looking at the model where the search began:
-// whether it has values and derivatives at the points, and whether each coefficient moves the curve in a way of its
-// own. What a search met on its way is known by the model's ErrorMessage alone. The failed object is as its fit left
-// it. Of many points, derivatives are looked at in 20,000.
+// Why it failed, in plain words: for a model as diagnosis/WhyFailed.h says, with the failed object as its fit left it.
 std::string WhyFailed(const FailedFit& fit, const SolveData& data, const LocaleText& locale);
 
 }  // namespace quorvex

@@ -1,4 +1,4 @@
-#include "solve/WhyFailed.h"
+#include "diagnosis/WhyFailed.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,21 +40,11 @@ struct Patient {
   }
 };
 
-// "'a'", "'a' and 'b'", "'a', 'b' and 'c'"
-std::string Listed(const std::vector<std::string>& names) {
-  std::string text;
-  for (std::size_t i = 0; i < names.size(); ++i)
-    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + ("'" + names[i] + "'");
-  return text;
-}
-
-std::string Points(std::size_t count) { return std::to_string(count) + (count == 1 ? " point" : " points"); }
-
 Reason TooFewPoints(const Patient& p) {
   const int coefficients = p.Start.NumDependentVar();
   if (static_cast<std::size_t>(coefficients) < p.Data.N()) return std::nullopt;
   return "The model has " + std::to_string(coefficients) +
-         " coefficients and needs more points than that; the data have " + Points(p.Data.N()) + ".";
+         " coefficients and needs more points than that; the data have " + CountOfPoints(p.Data.N()) + ".";
 }
 
 Reason OwnModelByLinearSolver(const Patient& p) {
@@ -223,40 +213,25 @@ std::string FirstReason(std::span<const Check> checks, const Patient& patient) {
   return "";
 }
 
-std::string WhyInterpolationFailed(const InterpClass& curve) {
-  const auto [fewest, most] = curve.PointsTaken();
-  const std::size_t count = curve.NumInputX();
-  if (count >= fewest && count <= most) return "A sum on the way is beyond the range of numbers.";
-  return curve.id + " takes " + (count < fewest ? "no fewer" : "no more") + " than " +
-         Points(count < fewest ? fewest : most) + " of different X; the data have " + std::to_string(count) + ".";
-}
-
 }  // namespace
 
-void TakeStart(const FailedFit& fit, ModelClass& model) {
-  model.SpecifyICComplete = fit.OwnEstimates;
-  if (!fit.OwnEstimates) return;
-  model.CoefficientValues = fit.Values;
-  model.ICRanges = fit.Ranges;
-}
-
-std::unique_ptr<ModelClass> AtItsStart(const FailedFit& fit, const SolveData& data) {
-  std::unique_ptr<ModelClass> model = fit.Object.Model->CopyTo();
-  model->SetIC(data);  // takes the input, too, of which a model may name statistics
-  TakeStart(fit, *model);
-  return model;
-}
-
-std::string WhyFailed(const FailedFit& fit, const SolveData& data, const LocaleText& locale) {
-  if (fit.Object.Model == nullptr) return WhyInterpolationFailed(*fit.Object.Interpolation);
-  const std::unique_ptr<ModelClass> start = AtItsStart(fit, data);
-  const Patient patient{*fit.Object.Model, *start, data, locale};
-  if (start->SolveType == 1) return FirstReason(kLinearChecks, patient);
-  const std::vector<std::vector<double>> sets = BuildICSets(start->ICRanges);
+std::string WhyFailed(const ModelClass& left, ModelClass& start, const SolveData& data, const LocaleText& locale) {
+  const Patient patient{left, start, data, locale};
+  if (start.SolveType == 1) return FirstReason(kLinearChecks, patient);
+  const std::vector<std::vector<double>> sets = BuildICSets(start.ICRanges);
   if (sets.size() < 2) return FirstReason(kNonlinearChecks, patient);
-  start->CoefficientValues = sets[0];
+  start.CoefficientValues = sets[0];
   return "None of " + std::to_string(sets.size()) +
          " starts led to a solution. The first one: " + FirstReason(kNonlinearChecks, patient);
 }
+
+std::string Listed(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + ("'" + names[i] + "'");
+  return text;
+}
+
+std::string CountOfPoints(std::size_t count) { return std::to_string(count) + (count == 1 ? " point" : " points"); }
 
 }  // namespace quorvex
