@@ -12,6 +12,7 @@
 #include "diagnosis/LimitLevels.h"
 #include "diagnosis/ProfileLikelihood.h"
 #include "diagnosis/Ranking.h"
+#include "diagnosis/Verdict.h"
 #include "engine/ModelCollection.h"
 #include "engine/SolveForm.h"
 #include "linear/Matrix.h"
@@ -35,14 +36,6 @@ struct QuantityDiagnosis {
   double Value = NAN, StdErr = NAN;
   LimitsByLevel Symmetric;
   std::optional<LimitsByLevel> Bootstrapped;
-};
-
-// Whether an answer is to be trusted.
-enum class VerdictKind { Sound, Doubtful, Failed };
-struct Verdict {
-  VerdictKind Kind = VerdictKind::Sound;
-  std::string Ended;                 // how the search ended, a sentence
-  std::vector<std::string> Reasons;  // what speaks against it, a sentence each, the gravest first
 };
 
 // All that is told of an answer beside the designed reports. What could not be computed is NaN or empty.

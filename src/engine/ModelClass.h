@@ -62,6 +62,7 @@ class ModelClass : public ModelSetup, public FitResult {
   void SetBuiltIn(const CatalogueModel& row);
 
   const Expression& Compiled() const;
+  const LocaleText& Locale() const { return locale_; }  // that its text is in
   bool IsValidEquation() const { return form_.IsValidEquation; }
   bool HasIndependentVar() const { return form_.HasIndependentVar; }
   bool HasCoefficients() const { return form_.HasCoefficients; }

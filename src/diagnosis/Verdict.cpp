@@ -1,0 +1,290 @@
+#include "diagnosis/Verdict.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <numeric>
+
+#include "core/NumberText.h"
+#include "core/NumericFault.h"
+#include "diagnosis/ModelBreaks.h"
+#include "diagnosis/WhyFailed.h"
+#include "functions/gamma.h"
+
+namespace quorvex {
+namespace {
+
+// What the docstring of Judge tells.
+constexpr double kUndetermined = 1e-10, kPart = 0.1;
+constexpr double kOffMinimum = 0.05;
+constexpr int kFewDegrees = 3;
+constexpr double kCorrelated = 0.99, kUncertain = 0.1;
+constexpr double kByChance = 0.001;
+constexpr std::size_t kEnoughX = 10;
+constexpr double kRounding = 1e-10;
+
+// A solved model under the eyes of the checks below.
+struct Case {
+  ModelClass& Model;
+  const SolveData& Data;
+  const FitGeometry* Geometry;  // null where it has none
+  SolveForm& Form;
+  std::vector<int> Open = {};  // coefficients that the data don't determine, by their numbers
+
+  std::string Number(double value) const { return LocalizeExpression(GeneralNumber(value, 4), Model.Locale()); }
+  std::string Place(double x) const { return LocalizeExpression(GeneralNumber(x, 7), Model.Locale()); }
+  std::string Quoted(int i) const { return "'" + Model.Variables(i) + "'"; }
+  bool IsOpen(int i) const { return std::ranges::find(Open, i) != Open.end(); }
+  // The residuals are no more than rounding.
+  bool IsExact() const {
+    double most = 0;
+    for (const double y : Data.Y) most = std::max(most, std::abs(y));
+    return std::sqrt(Model.RSS / static_cast<double>(Data.N())) <= kRounding * most;
+  }
+};
+
+using Reasons = std::vector<std::string>;
+
+void NotConverged(Case& c, Reasons& reasons) {
+  if (c.Model.SolveType != 0) return;
+  if (c.Model.Ended == SearchEnd::IterationLimit || c.Model.Ended == SearchEnd::Paused)
+    reasons.emplace_back("The search had not converged: more iterations may lead to another answer.");
+}
+
+void OnABound(Case& c, Reasons& reasons) {
+  for (int i = 1; i <= c.Model.NumDependentVar(); ++i) {
+    if (!c.Model.IsAtBound(i)) continue;
+    const bool least = c.Model.IsAtMinimum(i);
+    reasons.push_back(c.Quoted(i) + " lies on its " + (least ? "minimum " : "maximum ") + c.Number(c.Model.Values(i)) +
+                      ": the data would have it " + (least ? "lower" : "higher") +
+                      ", and the errors of the others hold for that value alone.");
+  }
+}
+
+void NoDerivatives(Case& c, Reasons& reasons) {
+  if (c.Geometry == nullptr && !c.Form.Aborted)
+    reasons.emplace_back("The model has no derivatives at some point, so that its errors are not known.");
+}
+
+void NotDetermined(Case& c, Reasons& reasons) {
+  if (c.Geometry == nullptr || c.Geometry->ReciprocalCondition() >= kUndetermined) return;
+  const std::vector<double>& weakest = c.Geometry->WeakestDirection();
+  double most = 0;
+  for (const double part : weakest) most = std::max(most, std::abs(part));
+  std::vector<std::string> names;
+  for (std::size_t j = 0; j < weakest.size(); ++j) {
+    if (std::abs(weakest[j]) < kPart * most) continue;
+    c.Open.push_back(c.Geometry->Free()[j]);
+    names.push_back(c.Model.Variables(c.Open.back()));
+  }
+  reasons.push_back("The data do not determine " + Listed(names) +
+                    (names.size() == 1 ? ": the curve does not depend on it at any point."
+                                       : ": they can change together and leave the curve as it is. Hold one of them "
+                                         "constant."));
+}
+
+void NotAtAMinimum(Case& c, Reasons& reasons) {
+  if (c.Geometry == nullptr || c.Model.SolveType != 0 || c.IsExact()) return;
+  if (!(c.Geometry->RelativeOffset() > kOffMinimum)) return;
+  bool moved = c.Model.ICRanges.size() != c.Model.CoefficientValues.size() || c.Model.SweepCount > 1;
+  for (std::size_t i = 0; i < c.Model.ICRanges.size() && !moved; ++i)
+    moved = c.Model.ICRanges[i].Min != c.Model.CoefficientValues[i];
+  reasons.emplace_back(moved ? "The sum of squares still falls where the search ended: this is no minimum, and other "
+                               "initial estimates may lead to one."
+                             : "The search never left its initial estimates, where the sum of squares still falls: "
+                               "others may lead to a minimum.");
+}
+
+void NoBetterThanAConstant(Case& c, Reasons& reasons) {
+  if (c.Geometry == nullptr || c.Geometry->Free().empty() || !(c.Model.RST > 0) || c.IsExact()) return;
+  const double aboutMean = c.Model.RST / static_cast<double>(c.Data.N() - 1);
+  if (c.Model.RssNorm / c.Model.DOFError >= aboutMean)
+    reasons.emplace_back(
+        "The model is no better than a constant: the points scatter as much about it as about the "
+        "mean of Y.");
+}
+
+void Broken(Case& c, Reasons& reasons) {
+  const std::vector<ModelBreak> breaks = FindBreaks(c.Model, c.Data, c.Form);
+  if (breaks.empty()) return;
+  const ModelBreak& first = breaks.front();
+  const std::string what = first.Kind == BreakKind::NoValue ? "The model has no value"
+                           : first.Kind == BreakKind::Pole  ? "The model has a pole"
+                                                            : "The model jumps";
+  const std::size_t more = breaks.size() - 1;
+  reasons.push_back(what + " at X = " + c.Place(first.At) + ", between the points at X = " + c.Place(first.Before) +
+                    " and X = " + c.Place(first.After) +
+                    (more == 0 ? "." : ", and is broken between " + std::to_string(more) + " more pairs of points."));
+}
+
+void TooFewPoints(Case& c, Reasons& reasons) {
+  if (c.Geometry == nullptr || c.Model.DOFError >= kFewDegrees) return;
+  const std::size_t free = c.Geometry->Free().size();
+  reasons.push_back(CountOfPoints(c.Data.N()) + " for " + std::to_string(free) +
+                    (free == 1 ? " free coefficient leave " : " free coefficients leave ") +
+                    std::to_string(c.Model.DOFError) + (c.Model.DOFError == 1 ? " degree" : " degrees") +
+                    " of freedom: how much the points scatter is hardly known.");
+}
+
+void Correlated(Case& c, Reasons& reasons) {
+  if (c.Geometry == nullptr) return;
+  const Matrix correlation = c.Geometry->Correlation();
+  const std::vector<int>& free = c.Geometry->Free();
+  const auto uncertain = [&c](int i) { return c.Model.StandardError(i) > kUncertain * std::abs(c.Model.Values(i)); };
+  double most = kCorrelated;
+  std::size_t row = 0, column = 0;
+  for (std::size_t i = 1; i < free.size(); ++i)
+    for (std::size_t j = 0; j < i; ++j) {
+      if (!(std::abs(correlation(i, j)) > most) || (c.IsOpen(free[i]) && c.IsOpen(free[j]))) continue;
+      if (!uncertain(free[i]) && !uncertain(free[j])) continue;
+      most = std::abs(correlation(i, j));
+      row = i;
+      column = j;
+    }
+  if (row == column) return;
+  reasons.push_back(c.Quoted(free[column]) + " and " + c.Quoted(free[row]) + " have a correlation of " +
+                    LocalizeExpression(GeneralNumber(correlation(row, column), 6), c.Model.Locale()) +
+                    ": the data hardly tell one from the other.");
+}
+
+void MayBeZero(Case& c, Reasons& reasons) {
+  if (c.Geometry == nullptr || c.IsExact()) return;
+  std::vector<std::string> names;
+  int last = 0;
+  for (const int i : c.Geometry->Free())
+    if (!c.IsOpen(i) && c.Model.StandardError(i) > std::abs(c.Model.Values(i)))
+      names.push_back(c.Model.Variables(last = i));
+  if (names.size() == 1)
+    reasons.push_back("'" + names[0] + "' may be 0: its standard error " + c.Number(c.Model.StandardError(last)) +
+                      " is larger than its value " + c.Number(c.Model.Values(last)) + ".");
+  if (names.size() > 1)
+    reasons.push_back(Listed(names) + " may be 0: their standard errors are larger than their values.");
+}
+
+// Mean residuals, weighted, of points of equal X, in the order of X. Nothing where the model has no value.
+std::optional<std::vector<double>> ResidualsAlongX(Case& c) {
+  const auto residuals = c.Model.GenerateResiduals(c.Data);
+  if (!residuals) return std::nullopt;
+  const std::vector<double>& x = c.Data.X[0];
+  std::vector<std::size_t> order(x.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::ranges::stable_sort(order, {}, [&x](std::size_t i) { return x[i]; });
+  std::vector<double> means;
+  for (std::size_t first = 0, i = 0; first < order.size(); first = i) {
+    double sum = 0, weights = 0;
+    for (; i < order.size() && x[order[i]] == x[order[first]]; ++i) {
+      sum += c.Data.sig[order[i]] * (*residuals)[order[i]];
+      weights += c.Data.sig[order[i]];
+    }
+    means.push_back(weights > 0 ? sum / std::sqrt(weights) : 0);
+  }
+  return means;
+}
+
+// The probability that a normal deviate is below z, for a z below 0; else 1.
+double LowerTail(double z) {
+  try {
+    return z < 0 ? 0.5 * gammq(0.5, z * z / 2) : 1;
+  } catch (const NumericFault&) {
+    return 1;
+  }
+}
+
+void NotRandom(Case& c, Reasons& reasons) {
+  if (c.Data.X.size() != 1 || c.IsExact()) return;
+  const auto residuals = ResidualsAlongX(c);
+  if (!residuals || residuals->size() < kEnoughX) return;
+  const double n = static_cast<double>(residuals->size());
+  double mean = 0, squares = 0, steps = 0, above = 0, runs = 0;
+  for (const double e : *residuals) mean += e / n;
+  for (std::size_t i = 0; i < residuals->size(); ++i) {
+    const double e = (*residuals)[i], before = i > 0 ? (*residuals)[i - 1] : 0;
+    squares += (e - mean) * (e - mean);
+    if (e > 0) ++above;
+    if (i > 0) steps += (e - before) * (e - before);
+    if (i == 0 || (e > 0) != (before > 0)) ++runs;
+  }
+  const double below = n - above, expected = 1 + 2 * above * below / n;
+  const double runsVariance = (expected - 1) * (expected - 2) / (n - 1);
+  const double ratio = steps / squares, ratioVariance = 4 * (n - 2) / ((n - 1) * (n + 1));
+  const double byRuns = runsVariance > 0 ? LowerTail((runs + 0.5 - expected) / std::sqrt(runsVariance)) : 1;
+  const double byRatio = LowerTail((ratio - 2) / std::sqrt(ratioVariance));
+  if (!(std::min(byRuns, byRatio) < kByChance)) return;
+  reasons.push_back("The residuals follow each other along X (Durbin-Watson " + c.Number(ratio) + ", " +
+                    c.Number(runs) + " runs of one sign where " + c.Number(std::round(expected)) +
+                    " are to be expected): the model misses something.");
+}
+
+// The gravest first.
+constexpr void (*kChecks[])(Case&, Reasons&) = {
+    NotConverged, OnABound,     NoDerivatives, NotDetermined, NotAtAMinimum, NoBetterThanAConstant,
+    Broken,       TooFewPoints, Correlated,    MayBeZero,     NotRandom};
+
+// What is held, to stand behind how the search ended.
+std::string HeldText(const ModelClass& model) {
+  std::vector<std::string> names;
+  for (int i = 1; i <= model.NumDependentVar(); ++i)
+    if (model.IsHeld(i)) names.push_back(model.Variables(i));
+  return names.empty() ? "" : ", with " + Listed(names) + " held constant";
+}
+
+std::string HowEnded(const ModelClass& model, const Settings& settings) {
+  const std::string count =
+      std::to_string(model.NumIterations) + (model.NumIterations == 1 ? " iteration" : " iterations");
+  std::string text;
+  if (model.SolveType == 1) {
+    text = "The linear solver solved it directly";
+  } else {
+    switch (model.Ended) {
+      case SearchEnd::Converged:
+        text = "The search converged after " + count;
+        break;
+      case SearchEnd::Unchanged:
+        text = "The search ended after " + count + ", since the last " + std::to_string(settings.DivIterations) +
+               " brought nothing better";
+        break;
+      case SearchEnd::IterationLimit:
+        text = "The search stopped at the limit of " + count;
+        break;
+      case SearchEnd::Paused:
+        text = "The search was stopped by the user after " + count;
+        break;
+    }
+  }
+  text += HeldText(model) + ".";
+  return model.FoundBy.empty() ? text : text + " Found by " + model.FoundBy + ".";
+}
+
+Verdict FailedVerdict(const ModelClass& model, const SolveData& data) {
+  Verdict verdict;
+  verdict.Kind = VerdictKind::Failed;
+  if (model.Failure.empty()) {
+    verdict.Ended = "The fit was broken off and has no answer.";
+    return verdict;
+  }
+  verdict.Ended = "The fit failed: " + model.Failure;
+  if (!verdict.Ended.ends_with('.')) verdict.Ended += '.';
+  const std::unique_ptr<ModelClass> start = model.CopyTo();
+  start->SetIC(data);  // takes the input, of which a model may name statistics
+  // The ranges keep what the search began with.
+  start->ICRanges = model.ICRanges;
+  for (std::size_t i = 0; i < model.ICRanges.size(); ++i) start->CoefficientValues[i] = model.ICRanges[i].Min;
+  if (std::string why = WhyFailed(model, *start, data, model.Locale()); !why.empty())
+    verdict.Reasons.push_back(std::move(why));
+  return verdict;
+}
+
+}  // namespace
+
+Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitGeometry>& geometry,
+              const Settings& settings, SolveForm& form) {
+  if (!model.Solved) return FailedVerdict(model, data);
+  Verdict verdict;
+  verdict.Ended = HowEnded(model, settings);
+  Case c{model, data, geometry ? &*geometry : nullptr, form};
+  for (const auto check : kChecks) check(c, verdict.Reasons);
+  if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;
+  return verdict;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/Settings.h"
+#include "core/SolveData.h"
+#include "diagnosis/FitGeometry.h"
+#include "engine/ModelClass.h"
+#include "engine/SolveForm.h"
+
+namespace quorvex {
+
+// Whether an answer is to be trusted.
+enum class VerdictKind { Sound, Doubtful, Failed };
+struct Verdict {
+  VerdictKind Kind = VerdictKind::Sound;
+  std::string Ended;                 // how the search ended, a sentence
+  std::vector<std::string> Reasons;  // what speaks against it, a sentence each, the gravest first
+};
+
+// The verdict on a model that was fitted to these points, with its geometry where it has one. Failed where it isn't
+// solved, its reason being why (WhyFailed.h); Doubtful with any reason, else Sound. The reasons, in this order:
+//
+//   not converged      the search was stopped by its limit or by the user
+//   on a bound         a coefficient lies on its minimum or maximum: the data would have it beyond, and the errors of
+//                      the others hold for that value alone
+//   no derivatives     the model has none at some point, so that nothing is known of errors
+//   not determined     the condition of the derivatives, their columns scaled to equal lengths, is above 1e10: the
+//                      coefficients named, with more than a tenth of the largest part in the weakest direction, can
+//                      change together and leave the curve as it is (numerical derivatives are right to ten digits)
+//   not at a minimum   the sum of squares still falls: the relative offset (FitGeometry) is above 0.05, that is, the
+//                      coefficients are off by a twentieth of what the data leave open. Nonlinear least squares alone
+//   no better than a constant   the scatter about the curve, per degree of freedom, is as large as about the mean of Y
+//   broken             the curve has a pole, a jump or no value between points (ModelBreaks.h)
+//   too few points     less than 3 degrees of freedom are left: the 95 % limits are 4 to 13 standard errors wide
+//   correlated         the coefficients of the pair named have a correlation beyond 0.99, and one of them a standard
+//                      error above a tenth of its value: what one has too much the other makes up for. With small
+//                      errors even a correlation of 0.999 does no harm, and many good models have one
+//   may be 0           a standard error is larger than its coefficient: by the t-test nothing speaks against 0
+//   not random         with one variable and 10 different X at least, neighbouring residuals (means of equal X) are
+//                      alike so often that chance would do it in one of 1000 fits, by von Neumann's ratio, which is
+//                      Durbin and Watson's, or by the number of runs of one sign (J. von Neumann, Ann. Math. Statist.
+//                      12, 1941; A. Wald & J. Wolfowitz, ibid. 11, 1940): the model misses something
+//
+// Residuals that are no more than the rounding of Y, 1e-10 of its size, tell nothing and are not judged. Numbers in the
+// sentences are in the form of the model's locale. The model stays as it was.
+Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitGeometry>& geometry,
+              const Settings& settings, SolveForm& form);
+
+}  // namespace quorvex
