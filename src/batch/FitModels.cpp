@@ -1,6 +1,8 @@
 #include "batch/FitModels.h"
 
 #include "core/NumberText.h"
+#include "diagnosis/CrossValidation.h"
+#include "diagnosis/DiagnosisChoices.h"
 #include "engine/FitSharingInput.h"
 
 namespace quorvex {
@@ -32,6 +34,10 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     form.SetStatusLabel(Shortened(text));
   };
   FitEach(models, data, settings, log, form, begin, [&] { form.SetProgress(++done, 2 * count); });
+  if (!form.Aborted && setup.SortKey == kSortByCV) {
+    form.SetStatusLabel("Cross-validating the solutions");
+    CrossValidate(models, data, setup.CrossValidation, DiagnosisChoices().Seed, settings, form);
+  }
   if (form.Aborted) {
     if (setup.UseDDE) form.DDEText("Solution process aborted by user.");
     if (setup.ShowMessageBox) form.ShowMessageBox(kSolutionAborted);

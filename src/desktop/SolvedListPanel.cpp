@@ -43,12 +43,22 @@ void SolvedListModel::Show(const std::vector<SolvedItem>& items, int sortIndex, 
   keyName_ = QString::fromStdString(std::string(SortKeyName(sortIndex)));
   rows_.clear();
   marks_.clear();
+  hasRanking_ = IsRankingKey(sortIndex);
+  const std::vector<RankingText> rankings =
+      hasRanking_ ? RankingTexts(items, decimalSeparator) : std::vector<RankingText>();
   for (const SolvedItem& item : items) {
-    marks_.push_back(MarkOf(item));
+    Mark& mark = marks_.emplace_back(MarkOf(item));
     constexpr int kDigits = 7;
-    rows_.push_back({item.Model != nullptr ? QString::number(rows_.size() + 1) : QString(),
-                     QString::fromStdString(item.Name()),
-                     QString::fromStdString(SortKeyText(item, sortIndex, decimalSeparator, kDigits))});
+    const std::size_t number = rows_.size();
+    auto& row = rows_.emplace_back();
+    if (item.Model != nullptr) row[0] = QString::number(number + 1);
+    row[1] = QString::fromStdString(item.Name());
+    row[2] = QString::fromStdString(SortKeyText(item, sortIndex, decimalSeparator, kDigits));
+    if (number >= rankings.size()) continue;
+    row[3] = QString::fromStdString(rankings[number].Weight);
+    row[4] = QString::fromStdString(rankings[number].Group);
+    if (!mark.Text.isEmpty()) mark.Text += '\n';
+    mark.Text += QString::fromStdString(rankings[number].Told);
   }
   endResetModel();
 }
@@ -65,7 +75,7 @@ SolvedListModel::Mark SolvedListModel::MarkOf(const SolvedItem& item) {
     lines << "The search ended " + QString::fromStdString(end) + ".";
     if (item.Model->Ended != SearchEnd::Unchanged) sign = QStyle::SP_MessageBoxWarning;
   }
-  return {lines.join('\n'), sign};
+  return {lines.join('\n'), !lines.isEmpty(), sign};
 }
 
 int SolvedListModel::RowOf(const QString& name) const {
@@ -77,7 +87,7 @@ int SolvedListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
 
-int SolvedListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : 3; }
+int SolvedListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : hasRanking_ ? 5 : 3; }
 
 QVariant SolvedListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
@@ -89,7 +99,7 @@ QVariant SolvedListModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       return mark.Text.isEmpty() ? text : text + "\n" + mark.Text;
     case Qt::DecorationRole:
-      if (index.column() != 1 || mark.Text.isEmpty()) return {};
+      if (index.column() != 1 || !mark.HasSign) return {};
       return QApplication::style()->standardIcon(mark.Sign);
     case Qt::AccessibleDescriptionRole:
       return mark.Text.isEmpty() ? PlaceOfCell(index) : PlaceOfCell(index) + ". " + mark.Text;
@@ -103,7 +113,8 @@ QVariant SolvedListModel::data(const QModelIndex& index, int role) const {
 QVariant SolvedListModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (role != Qt::DisplayRole) return {};
   if (orientation == Qt::Vertical) return section + 1;
-  return section == 0 ? QString("Rank") : section == 1 ? QString("Model") : keyName_;
+  return std::array{QString("Rank"), QString("Model"), keyName_, QString("Weight"),
+                    QString("Group")}[static_cast<std::size_t>(section)];
 }
 
 SolvedListPanel::SolvedListPanel(QWidget* parent)
@@ -133,6 +144,8 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
   const int character = fontMetrics().horizontalAdvance('0');
   SolvedList->setColumnWidth(0, fontMetrics().horizontalAdvance("Rank") + 2 * character);
   SolvedList->setColumnWidth(2, fontMetrics().horizontalAdvance("1.234567E+10") + 2 * character);
+  SolvedList->setColumnWidth(3, fontMetrics().horizontalAdvance("Weight") + 2 * character);
+  SolvedList->setColumnWidth(4, fontMetrics().horizontalAdvance("Group") + 2 * character);
 
   cmbSortBy->setObjectName("cmbSortBy");
   cmbSortBy->setAccessibleName("Sort by");

@@ -14,7 +14,8 @@ class QTableView;
 
 namespace quorvex {
 
-// The solved list as a table shows it: rank, model, and the key that it is sorted by. A solution that was
+// The solved list as a table shows it: rank, model, and the key that it is sorted by; by AICc, BIC and CV also Akaike's
+// weight and the group of models that the data can't tell apart. A solution that was
 // found by trying harder, or whose search ended otherwise than by converging, bears a mark, and its tooltip says how.
 // It keeps texts, not models, since these may go while the table is still on the screen.
 class SolvedListModel : public QAbstractTableModel {
@@ -33,12 +34,14 @@ class SolvedListModel : public QAbstractTableModel {
 
  private:
   struct Mark {
-    QString Text;  // empty for a row without one
+    QString Text;  // of the tooltip; empty for a row without one
+    bool HasSign = false;
     QStyle::StandardPixmap Sign = {};
   };
   static Mark MarkOf(const SolvedItem& item);
 
-  std::vector<std::array<QString, 3>> rows_;
+  std::vector<std::array<QString, 5>> rows_;
+  bool hasRanking_ = false;  // the latter two
   std::vector<Mark> marks_;
   QString keyName_;
 };

@@ -240,6 +240,7 @@ void quorvexWindow::SortSolutions(int sortIndex) {
 }
 
 void quorvexWindow::Resort() {
+  CompleteSortKeys(project_, settings_);
   solutions_->Show(Solved(), SolutionsSortedBy(), project_.Locale.DecimalSeparator);
   emit SolutionsChanged();
 }

@@ -39,6 +39,8 @@ SolveData Without(const SolveData& data, const std::vector<std::size_t>& part) {
   const double mean =
       std::accumulate(others.sig.begin(), others.sig.end(), 0.0) / static_cast<double>(others.sig.size());
   for (double& weight : others.sig) weight /= mean;
+  others.HasSD = data.HasSD;
+  others.UnitDeviation = data.UnitDeviation / std::sqrt(mean);
   return others;
 }
 

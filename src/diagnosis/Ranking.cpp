@@ -1,12 +1,13 @@
 #include "diagnosis/Ranking.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <numeric>
 #include <optional>
-#include <tuple>
 #include <utility>
 
+#include "core/NumberText.h"
 #include "engine/InformationCriteria.h"
 #include "engine/ModelClass.h"
 #include "functions/Elementary.h"
@@ -16,6 +17,10 @@ namespace {
 
 constexpr double kSameValues = 1e-8;  // of the spread of Y
 constexpr double kNotApart = 2;       // of AICc
+
+// What tells the data of a fit from others, and how they were taken: the total sum of squares is that of the weights,
+// too.
+std::array<double, 3> DataOf(const ModelClass& model) { return {PointCount(model), model.RST, model.GivenDeviation}; }
 
 // Finds models whose values are the same, numbers being those of the list.
 class Twins {
@@ -100,8 +105,7 @@ void Compare(std::vector<Ranking>& rankings, const std::vector<std::size_t>& mod
 std::vector<Ranking> RankingOf(const std::vector<ModelClass*>& ranked) {
   std::vector<Ranking> rankings(ranked.size());
   const Twins twins(ranked);
-  // The total sum of squares tells data apart, and weights, too.
-  std::map<std::pair<double, double>, std::vector<std::size_t>> byData;
+  std::map<std::array<double, 3>, std::vector<std::size_t>> byData;
   for (std::size_t i = 0; i < ranked.size(); ++i) {
     const ModelClass& model = *ranked[i];
     Ranking& ranking = rankings[i];
@@ -111,7 +115,7 @@ std::vector<Ranking> RankingOf(const std::vector<ModelClass*>& ranked) {
     if (std::isfinite(model.LeaveOneOut)) ranking.LeaveOneOut = model.LeaveOneOut;
     if (std::isfinite(model.CrossValidated)) ranking.CrossValidated = model.CrossValidated;
     ranking.FailedParts = model.FailedParts;
-    if (!std::isnan(ranking.AICc)) byData[{PointCount(model), model.RST}].push_back(i);
+    if (!std::isnan(ranking.AICc)) byData[DataOf(model)].push_back(i);
   }
   // The data of the best ranked model have the first groups.
   std::vector<std::vector<std::size_t>> sets;
@@ -125,10 +129,23 @@ std::vector<Ranking> RankingOf(const std::vector<ModelClass*>& ranked) {
   return rankings;
 }
 
-std::string ManyModelsWarning(std::size_t tried, std::size_t points) {
-  if (tried <= points) return "";
-  return std::to_string(tried) + " models were tried on " + std::to_string(points) +
-         " points: the best of so many fits well by chance, too.";
+std::vector<std::string> RankingWarnings(const std::vector<ModelClass*>& ranked, std::size_t tried) {
+  std::vector<std::string> warnings;
+  if (ranked.empty()) return warnings;
+  const ModelClass& best = *ranked[0];
+  if (static_cast<double>(tried) > PointCount(best))
+    warnings.push_back(std::to_string(tried) + " models were tried on " + GeneralNumber(PointCount(best)) +
+                       " points: the best of so many fits well by chance, too.");
+  if (std::ranges::any_of(ranked, [&](const ModelClass* model) { return DataOf(*model) != DataOf(best); }))
+    warnings.push_back(
+        "Not all of these models were fitted to the same data: AICc, BIC and errors of different data don't compare.");
+  for (const ModelClass* model : ranked)
+    if (model->FailedParts > 0)
+      warnings.push_back((model->cfgID.empty() ? model->id : model->cfgID) +
+                         " has no cross-validated error: without some of the points, " +
+                         std::to_string(model->FailedParts) + (model->FailedParts == 1 ? " part" : " parts") +
+                         ", it finds no answer.");
+  return warnings;
 }
 
 }  // namespace quorvex

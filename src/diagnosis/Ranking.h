@@ -31,7 +31,8 @@ struct Ranking {
 // (K. P. Burnham & D. R. Anderson, Model Selection and Multimodel Inference, 2nd ed. 2002.)
 std::vector<Ranking> RankingOf(const std::vector<ModelClass*>& ranked);
 
-// What is to be said where more models were tried than there are points, one sentence; else empty.
-std::string ManyModelsWarning(std::size_t tried, std::size_t points);
+// What is to be said of the rankings of these models, a sentence each: that more models were `tried`, with those that
+// found no solution, than there are points; that some were fitted to other data; which have no cross-validated error.
+std::vector<std::string> RankingWarnings(const std::vector<ModelClass*>& ranked, std::size_t tried);
 
 }  // namespace quorvex

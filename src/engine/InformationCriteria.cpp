@@ -9,11 +9,12 @@
 namespace quorvex {
 namespace {
 
-// Of the coefficients, and of the variance.
-int ParameterCount(const ModelClass& model) { return FittedCount(model) + 1; }
+// Of the coefficients, and of the variance where it isn't given.
+int ParameterCount(const ModelClass& model) { return FittedCount(model) + (model.GivenDeviation > 0 ? 0 : 1); }
 
 // Twice the negative logarithm of the likelihood, less what all models share.
 double Misfit(const ModelClass& model) {
+  if (model.GivenDeviation > 0) return model.RssNorm / model.GivenDeviation / model.GivenDeviation;
   const double n = PointCount(model), variance = model.RssNorm / n;
   const double size = std::max(std::abs(model.Statistics.InputYMin), std::abs(model.Statistics.InputYMax));
   // What rounding leaves of a perfect fit, of which one model has more than the other by chance.
@@ -27,8 +28,7 @@ double Misfit(const ModelClass& model) {
 // The linear solver knows no held coefficients.
 int FittedCount(const ModelClass& model) {
   if (model.SolveType == 1) return model.NumDependentVar();
-  return static_cast<int>(
-      std::ranges::count_if(model.Coefficients, [](const Coefficient& c) { return !c.IsHeld(); }));
+  return static_cast<int>(std::ranges::count_if(model.Coefficients, [](const Coefficient& c) { return !c.IsHeld(); }));
 }
 
 // A fit needs more points than coefficients, so that DOFError is their difference.

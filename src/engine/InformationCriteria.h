@@ -16,9 +16,10 @@ double PointCount(const ModelClass& model);
 //   AICc = n ln(RssNorm / n) + 2 K + 2 K (K + 1) / (n - K - 1)
 //   BIC  = n ln(RssNorm / n) + K ln n
 //
-// Constants that all models share are left out. An exact fit, whose residuals are no more than the rounding of Y, has
-// minus infinity. NaN, that is not available, where AICc has no n - K - 1 above 0.
-// (H. Akaike, IEEE Trans. Autom. Control 19, 1974; C. M. Hurvich & C.-L. Tsai, Biometrika 76, 1989; G. Schwarz, Ann.
+// Where the standard deviations are taken at their word, the chi-square RssNorm / GivenDeviation^2 stands in the place
+// of n ln(RssNorm / n), and K = k. Constants that all models share are left out. An exact fit, whose residuals are no
+// more than the rounding of Y, has minus infinity. NaN, that is not available, where AICc has no n - K - 1 above 0. (H.
+// Akaike, IEEE Trans. Autom. Control 19, 1974; C. M. Hurvich & C.-L. Tsai, Biometrika 76, 1989; G. Schwarz, Ann.
 // Statist. 6, 1978; K. P. Burnham & D. R. Anderson, Model Selection and Multimodel Inference, 2nd ed. 2002.)
 double AICc(const ModelClass& model);
 double BIC(const ModelClass& model);

@@ -1,6 +1,7 @@
 #include "solve/RunSolve.h"
 
 #include "core/NumberText.h"
+#include "diagnosis/CrossValidation.h"
 #include "engine/FitSharingInput.h"
 
 namespace quorvex {
@@ -71,6 +72,11 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
   if (!form.Aborted) form.SetProgress(done, done);
   outcome.Aborted = form.Aborted;
   if (outcome.Aborted) outcome.Failed.clear();
+  // An abort from here on leaves the solutions, and those without an error behind the others.
+  if (!form.Aborted && IsRankingKey(settings.Integer("sortindex"))) {
+    form.SetStatusLabel("Cross-validating the solutions...");
+    CrossValidate(project.Models, data, 0, 0, settings, form);
+  }
 
   // What was chosen for this run does not hold for the next.
   for (const auto& model : project.Models) model->Solve = model->SpecifyIC = model->SpecifyICComplete = false;

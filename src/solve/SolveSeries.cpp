@@ -4,6 +4,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "diagnosis/CrossValidation.h"
 #include "engine/FitSharingInput.h"
 #include "engine/RankModels.h"
 #include "sheet/ComputeWeights.h"
@@ -94,6 +95,7 @@ SeriesAnswers SolveSeries(const SeriesData& series, const ModelCollection& model
       form.SetStatusLabel("Solving " + FirstCharacters(name, 30) + ": " + FirstCharacters(NameOf(model), 20));
     };
     FitEach(models, data, settings, log, form, begin, [] {});
+    if (!form.Aborted && sortKey == kSortByCV) CrossValidate(models, data, 0, 0, settings, form);
     if (form.Aborted) break;  // half of a column is none
     std::size_t rank = 0;
     for (const ModelClass* model : RankModels(models, sortKey))

@@ -4,8 +4,35 @@
 #include <cmath>
 
 #include "core/NumberText.h"
+#include "diagnosis/CrossValidation.h"
+#include "diagnosis/Ranking.h"
+#include "solve/GatherData.h"
 
 namespace quorvex {
+namespace {
+
+std::string NumberIn(std::string text, char decimalSeparator) {
+  std::ranges::replace(text, '.', decimalSeparator);
+  return text;
+}
+
+std::string ToldOf(const Ranking& ranking, char decimalSeparator) {
+  std::string told;
+  if (std::isnan(ranking.AICc))
+    told = "AICc is not available: too few points for so many coefficients.";
+  else if (std::isinf(ranking.AICc))
+    told = "An exact fit.";
+  else if (std::isinf(ranking.DeltaAICc))
+    told = "Other models fit exactly.";
+  else
+    told = "AICc " + NumberIn(FormatNumber(ranking.DeltaAICc, "0.00"), decimalSeparator) + " above the best.";
+  if (ranking.Group > 0)
+    told += "\nGroup " + std::to_string(ranking.Group) + ": the data can hardly tell its models apart.";
+  if (ranking.SameAs > 0) told += "\nThe same fitted values as rank " + std::to_string(ranking.SameAs) + ".";
+  return told;
+}
+
+}  // namespace
 
 std::string SolutionsCaption(int sortIndex) {
   return "Available Solutions Sorted By " + std::string(SortKeyName(sortIndex));
@@ -50,14 +77,37 @@ std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex) {
   return list;
 }
 
+std::vector<RankingText> RankingTexts(const std::vector<SolvedItem>& list, char decimalSeparator) {
+  std::vector<ModelClass*> models;
+  for (const SolvedItem& item : list)
+    if (item.Model != nullptr) models.push_back(item.Model);
+  std::vector<RankingText> texts;
+  for (const Ranking& ranking : RankingOf(models)) {
+    RankingText& text = texts.emplace_back();
+    text.Told = ToldOf(ranking, decimalSeparator);
+    if (ranking.Group > 0) {
+      text.Weight = NumberIn(FormatNumber(ranking.AkaikeWeight, "0.000"), decimalSeparator);
+      text.Group = std::to_string(ranking.Group);
+    }
+    if (ranking.SameAs > 0) text.Group.append(text.Group.empty() ? "=" : " =").append(std::to_string(ranking.SameAs));
+  }
+  return texts;
+}
+
+void CompleteSortKeys(Project& project, const Settings& settings) {
+  if (!IsRankingKey(settings.Integer("sortindex"))) return;
+  if (std::ranges::none_of(project.Models, [](const auto& m) { return m->Solved && std::isnan(m->LeaveOneOut); }))
+    return;
+  SolveForm unattended;
+  CrossValidate(project.Models, GatherData(project.Sheet).Points, 0, 0, settings, unattended);
+}
+
 std::string SortKeyText(const SolvedItem& item, int sortIndex, char decimalSeparator, int digits) {
   if (item.Model == nullptr) return "";
   const double key = SortKeyValue(*item.Model, sortIndex);
   if (std::isnan(key)) return "";
-  if (std::isinf(key)) return "exact";
-  std::string text = GeneralNumber(key, digits);
-  std::ranges::replace(text, '.', decimalSeparator);
-  return text;
+  if (std::isinf(key)) return kExactText;
+  return NumberIn(GeneralNumber(key, digits), decimalSeparator);
 }
 
 std::optional<SolvedItem> FirstSolution(const std::vector<SolvedItem>& selected, Prompter& user) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Prompter.h"
+#include "core/Settings.h"
 #include "engine/RankModels.h"
 #include "project/Project.h"
 
@@ -46,8 +47,25 @@ struct SolvedItem {
 // their own order.
 std::vector<SolvedItem> SolvedItems(Project& project, int sortIndex);
 
+// What stands for a key of minus infinity, that of an exact fit by AICc and BIC.
+inline constexpr const char* kExactText = "exact";
+
+// How a model of the list stands among the others (diagnosis/Ranking.h). What is not available is empty.
+struct RankingText {
+  std::string Weight;  // Akaike's
+  std::string Group;   // its number; "2 =1" of a model of group 2 that has the same fitted values as that of rank 1
+  std::string Told;    // all of it in sentences, a line each
+};
+
+// Of the models of the list, which begins with them.
+std::vector<RankingText> RankingTexts(const std::vector<SolvedItem>& list, char decimalSeparator);
+
+// Computes what the models of a project are sorted by where that takes the data, as cross-validation does: of those
+// that don't know it since their last fit and were fitted to the data that are in the sheet now.
+void CompleteSortKeys(Project& project, const Settings& settings);
+
 // What an entry is sorted by, as a text: "" of an interpolation, which has no statistics, and of a model without that
-// key; "exact" of an exact fit by AICc and BIC, which is minus infinity.
+// key.
 std::string SortKeyText(const SolvedItem& item, int sortIndex, char decimalSeparator, int digits);
 
 // The one of the selected entries that a command on one takes; nothing, after a word to the user, where there is none.

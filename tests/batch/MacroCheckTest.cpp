@@ -73,7 +73,7 @@ TEST_F(MacroChecks, TellEachFaultOfAMacroByItsLine) {
       {"B_MACRO\rDatafile = @data.txt\rOutputFile = @out.txt\rB_MODLE\rB_MODEL\rY = a+b*x\rE_MODEL\rE_MACRO",
        "Line 4: unknown statement 'B_MODLE'. Did you mean B_MODEL?\n"},
       {kHead + "SortKey = RMS\nsortkey = rss\n" + kTail,
-       "Line 4: 'SortKey = RMS' is none of RSS, R^2, Ra^2, StdErr.\n"
+       "Line 4: 'SortKey = RMS' is none of RSS, R^2, Ra^2, StdErr, AICc, BIC, CV.\n"
        "Line 5: SortKey stands in line 4, too; this one counts.\n"},
       {kHead + "Comment = a\nComment = b\nHandShake = UseDDE\nHandShake = ShowProgress\n" + kTail, ""},
       {kHead + "Weighted = yes\nMaxIterations = abc\nRegressionTolerance = 1..5\nDerivatives = Richards\n" + kTail,

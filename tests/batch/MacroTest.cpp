@@ -431,7 +431,7 @@ TEST(Macro, RanksByItsSortKey) {
   const std::string models =
       "B_MODEL\nID = constant\nY = a+0*x\nE_MODEL\nB_MODEL\nID = line\nY = a+b*x\nE_MODEL\n"
       "B_MODEL\nID = Twin Line\nY = c+d*x\nE_MODEL\nE_MACRO\n";
-  for (const std::string key : {"RSS", "R^2", "ra^2", "StdErr", "bogus"}) {
+  for (const std::string key : {"RSS", "R^2", "ra^2", "StdErr", "AICc", "BIC", "CV", "bogus"}) {
     Program program(kData);
     ASSERT_EQ(program.RunMacro(kHead + "SortKey = " + key + "\n" + models), 0);
     const std::vector<ModelAnswer> answers = ReadAnswers(program.Folder.Read("out.txt"));

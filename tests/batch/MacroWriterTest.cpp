@@ -341,7 +341,7 @@ class RandomFields {
     f.LogSummaryOnly = Tick();
     f.OutputDelimit = OneOf({"Tab", "Comma", "SemiColon", "Space"});
     f.TableDataFile = Tick(), f.TableCalcData = Tick(), f.TableErrorData = Tick(), f.TableMinMaxError = Tick();
-    f.SortKey = OneOf({"RSS", "R^2", "Ra^2", "StdErr"});
+    f.SortKey = OneOf({"RSS", "R^2", "Ra^2", "StdErr", "AICc", "BIC", "CV"});
     f.OutputFitInfo = Tick();
     f.UsePlots = Tick();
     f.PlotFiles = OneOf({"p.svg", "%SITE% a=b.PNG\r\n\np.plt"});
@@ -426,8 +426,12 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
                                                  : ";";
   s.TableDataFile = f.TableDataFile, s.TableCalcData = f.TableCalcData;
   s.TableErrorData = f.TableErrorData, s.TableMinMaxError = f.TableMinMaxError;
+<<<<<<< HEAD
   s.TableConfidence = f.TableConfidence, s.TablePrediction = f.TablePrediction;
   for (int key = 1; key <= 4; ++key)
+=======
+  for (int key = 1; key <= static_cast<int>(kSortKeys.size()); ++key)
+>>>>>>> b7e9536 (Show in list and summary how solutions rank by AICc, BIC and cross-validation)
     if (kSortKeys[static_cast<std::size_t>(key - 1)] == f.SortKey) s.SortKey = key;
   s.OutputFitInfo = f.OutputFitInfo;
   return s;

@@ -29,5 +29,22 @@ TEST(RankModels, KeepsTiesInTheOrderOfTheCollection) {
   }
 }
 
+// Keys that a model has, smallest first, and those that it has not.
+TEST(RankModels, PutsModelsWithoutAKeyLast) {
+  ModelCollection models;
+  const double errors[] = {NAN, 3, HUGE_VAL, 1, NAN, 2};
+  for (std::size_t i = 0; i < std::size(errors); ++i) {
+    auto model = std::make_unique<EqClass>(LocaleText());
+    model->id = std::to_string(i);
+    model->Solved = true;
+    model->LeaveOneOut = errors[i];
+    if (i == 5) model->CrossValidated = 0.5;  // counts where it is known
+    models.Add(model->id, std::move(model));
+  }
+  std::string order;
+  for (const ModelClass* model : RankModels(models, kSortByCV)) order += model->id;
+  EXPECT_EQ(order, "531024");
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -3,11 +3,13 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include "core/ui/Controls.h"
+#include "diagnosis/Ranking.h"
 #include "engine/RankModels.h"
 #include "results/SaveResults.h"
 #include "results/SummaryTable.h"
@@ -24,7 +26,8 @@ frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWi
       user_(user),
       cmbSortBy(Named(new QComboBox(this), "cmbSortBy")),
       table_(new TableView("SummaryBook", "Summary of the solutions", this)),
-      commands_(new TableBar(*table_, WindowPatterns(), settings, project.Locale, user, this)) {
+      commands_(new TableBar(*table_, WindowPatterns(), settings, project.Locale, user, this)),
+      warnings_(Named(new QLabel(this), "warnings")) {
   setObjectName("frmSummary");
   setWindowTitle("Summary Results");
   cmbSortBy->view()->setAccessibleName("Sort by");
@@ -37,6 +40,8 @@ frmSummary::frmSummary(Project& project, Settings& settings, Prompter& user, QWi
   auto* column = new QVBoxLayout(this);
   column->addLayout(choice);
   column->addWidget(table_, 1);
+  warnings_->setWordWrap(true);
+  column->addWidget(warnings_);
   column->addWidget(commands_);
   connect(cmbSortBy, &QComboBox::activated, this, [this] { emit SortChosen(cmbSortBy->currentData().toInt()); });
   connect(commands_, &TableBar::ExportChosen, this, &frmSummary::Export);
@@ -55,6 +60,14 @@ void frmSummary::Refresh() {
     return std::make_unique<SummaryTable>(project_.Models, sortIndex, project_.Locale, patterns);
   };
   table_->SetTable(summary(commands_->Patterns().Shown()), summary(commands_->Patterns().InFull()));
+  QStringList sentences;
+  if (IsRankingKey(sortIndex)) {
+    const std::vector<ModelClass*> ranked = RankModels(project_.Models, sortIndex);
+    for (const std::string& warning : RankingWarnings(ranked, ranked.size()))
+      sentences << QString::fromStdString(warning);
+  }
+  warnings_->setText(sentences.join('\n'));
+  warnings_->setVisible(!sentences.isEmpty());
 }
 
 void frmSummary::Export() { SaveTable(*table_->InFull(), "Results Summary", user_, "Results Summary"); }

@@ -7,6 +7,7 @@
 #include "project/Project.h"
 
 class QComboBox;
+class QLabel;
 
 namespace quorvex {
 
@@ -37,6 +38,7 @@ class frmSummary : public QWidget {
   QComboBox* cmbSortBy;
   TableView* table_;
   TableBar* commands_;
+  QLabel* warnings_;  // what is to be said of the ranking
 };
 
 }  // namespace quorvex
