@@ -16,7 +16,7 @@ namespace quorvex {
 Result<Bands> Bands::Of(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form) {
   if (data.sig.size() != data.N()) {
     SolveData weighted = data;
-    weighted.sig = ComputeWeights(data.SD);
+    TakeWeights(weighted);
     return Of(model, weighted, derivativeMethod, form);
   }
   const std::optional<FitGeometry> geometry = FitGeometry::At(model, data, derivativeMethod, form);
@@ -25,7 +25,7 @@ Result<Bands> Bands::Of(ModelClass& model, const SolveData& data, int derivative
         "There are no confidence or prediction limits, since the model has no value or derivative at some point of the "
         "data."};
   const std::size_t free = geometry->Free().size();
-  if (data.N() <= free)
+  if (data.N() <= free && model.GivenDeviation == 0)
     return Failure{
         "There are no confidence or prediction limits, since there are no more points than coefficients, which leaves "
         "nothing that could tell how much the points scatter."};
@@ -33,7 +33,7 @@ Result<Bands> Bands::Of(ModelClass& model, const SolveData& data, int derivative
   if (!(geometry->ReciprocalCondition() > static_cast<double>(free) * std::numeric_limits<double>::epsilon()))
     return Failure{
         "There are no confidence or prediction limits, since the data do not determine all coefficients of the model."};
-  return Bands(*geometry, model.StdErr, ConfidenceQuantiles(model.DOFError));
+  return Bands(*geometry, model.ErrorDeviation(), ConfidenceQuantiles(model.ErrorDegrees()));
 }
 
 Bands::Errors Bands::At(ModelClass& model, std::span<const double> x, double weight) const {

@@ -22,7 +22,7 @@ inline constexpr std::size_t kBandLevel = 2;
 
 // How far the values of a fitted model may be off, at any X. With g the derivatives of the model there with respect to
 // its free coefficients, C the inverse of J^T J (FitGeometry), s the standard deviation of an observation of weight 1
-// and t the quantile of the level that the limits of coefficients have, too,
+// (ModelClass::ErrorDeviation) and t the quantile of the level that the limits of coefficients have, too,
 //
 //   confidence limits  f(X) -+ t s sqrt(g^T C g)        where the curve is
 //   prediction limits  f(X) -+ t s sqrt(1/w + g^T C g)  where one more observation of weight w would be

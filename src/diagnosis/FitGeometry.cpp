@@ -90,6 +90,14 @@ std::optional<FitGeometry> FitGeometry::At(ModelClass& model, const SolveData& d
   return geometry;
 }
 
+std::optional<FitGeometry> FitGeometry::Of(std::vector<int> free, ColumnMatrix r) {
+  FitGeometry geometry;
+  geometry.free_ = std::move(free);
+  geometry.r_ = std::move(r);
+  if (!geometry.Decompose()) return std::nullopt;
+  return geometry;
+}
+
 // Scales the columns to equal lengths and finds the condition. Scaling to equal lengths is within a factor of the root
 // of p of the best (A. van der Sluis, Numer. Math. 14, 1969), and takes the units of the coefficients out of it.
 bool FitGeometry::Decompose() {

@@ -23,6 +23,9 @@ class FitGeometry {
   // has no value or derivative at some point, and where `form` is aborted. Leaves the model as it was.
   static std::optional<FitGeometry> At(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
 
+  // The same of the two that a file kept. Nothing where R has no finite lengths.
+  static std::optional<FitGeometry> Of(std::vector<int> free, ColumnMatrix r);
+
   // The free coefficients, by their numbers from 1, in the order of all that follows.
   const std::vector<int>& Free() const { return free_; }
   const ColumnMatrix& R() const { return r_; }  // upper triangle

@@ -6,6 +6,7 @@
 #include "core/Files.h"
 #include "core/SaveFile.h"
 #include "core/TextEncoding.h"
+#include "files/BandRecord.h"
 #include "files/FileVersion.h"
 #include "files/PlotSeriesRecord.h"
 #include "files/PlotSettingsRecord.h"
@@ -32,6 +33,7 @@ std::string TextOf(const Plot& plot, std::string_view type) {
   Section(io, kData, [&] {
     for (const PlotSeries& series : plot.PlotData) WritePlotSeries(io, series, VariablesOf(plot));
   });
+  WriteBands(io, plot);
   return io.Text();
 }
 
@@ -45,6 +47,7 @@ std::unique_ptr<PlotPage> ReadPlot(RecordReader& io, const Settings& settings, c
       if (std::optional<PlotSeries> series = ReadPlotSeries(io, VariablesOf(*plot), locale))
         plot->PlotData.push_back(std::move(*series));
   });
+  if (io.Good() && io.Begins(kBands)) ReadBands(io, *plot);
   if (!io.Good()) return nullptr;
   return plot;
 }

@@ -29,7 +29,14 @@ std::string Describe(const PlotSeries& series) {
     text += QuotedPlain(data->Description);  // what explains itself to the eye
   text += ": ";
   // What it keeps of its points is one for each X, so it does not know how many there were.
-  if (const ModelClass* const model = series.Model()) return text + "the model" + Quoted(model->id) + '.';
+  if (const ModelClass* const model = series.Model()) {
+    text += "the model" + Quoted(model->id);
+    for (const char* join = " with its bands of "; const BandKind kind : series.ShownBands()) {
+      text += join + BandName(kind, static_cast<std::size_t>(series.Style().BandLevel));
+      join = " and ";
+    }
+    return text + '.';
+  }
   if (const InterpClass* const curve = series.Interpolation())
     return text + "the interpolation" + Quoted(curve->Description) + '.';
   text += std::to_string(series.NumInputX()) + (series.NumInputX() == 1 ? " point" : " points");

@@ -53,7 +53,22 @@ std::vector<FieldPage> PlotClass::Fields() {
 }
 
 std::vector<PropertyField> PlotClass::SeriesFields(PlotSeries& series) const {
-  return LineFields(series.Style(), 10, HasErrorBars(series));
+  using enum FieldKind;
+  std::vector<PropertyField> fields = LineFields(series.Style(), 10, HasErrorBars(series));
+  const bool hasBands = series.MayHaveBands();
+  fields.push_back({.Control = "cmboBands",
+                    .Label = "&Bands:",
+                    .Kind = Choice,
+                    .Place = &series.Style().Bands,
+                    .Choices = {"None", "Confidence", "Prediction", "Confidence and prediction"},
+                    .Applies = hasBands});
+  fields.push_back({.Control = "cmboBandLevel",
+                    .Label = "Le&vel of bands:",
+                    .Kind = Choice,
+                    .Place = &series.Style().BandLevel,
+                    .Choices = {"68%", "90%", "95%", "99%"},
+                    .Applies = hasBands});
+  return fields;
 }
 
 }  // namespace quorvex

@@ -75,6 +75,7 @@ std::vector<PlotPage::DataLimits> PlotPage::GetDataLimits(const std::vector<bool
         for (const double end : bars.Min)
           if (end > 0 || !log[axis]) own.Min = std::min(own.Min, end);
       }
+      if (last) series.WidenByBands(log[axis], own.Min, own.Max);
       DataLimits& all = limits[axis];
       all = first ? own : DataLimits{std::min(all.Min, own.Min), std::max(all.Max, own.Max)};
     }

@@ -167,8 +167,8 @@ class PlotPage {
   virtual double PointsWithin(const DeviceRect& box, const PlotPicture& picture) const = 0;
 
  private:
-  // The limits of the input on each axis, over the series shown; 0 and 0 without any. Error bars that are shown count,
-  // but for ends that an axis has no place for, which is logarithmic as `log` tells.
+  // The limits of the input on each axis, over the series shown; 0 and 0 without any. Error bars and bands that are
+  // shown count, but for ends that an axis has no place for, which is logarithmic as `log` tells.
   struct DataLimits {
     double Min = 0, Max = 0;
   };

@@ -1,5 +1,8 @@
 #include "plot/PlotSeries.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace quorvex {
 namespace {
 
@@ -129,6 +132,19 @@ std::vector<BandKind> PlotSeries::ShownBands() const {
   for (const BandKind kind : {BandKind::Prediction, BandKind::Confidence})
     if ((style_.Bands & static_cast<int>(kind)) != 0) kinds.push_back(kind);
   return kinds;
+}
+
+void PlotSeries::WidenByBands(bool log, double& min, double& max) const {
+  constexpr int kPlaces = 64;
+  const bool decades = log && min > 0;
+  const double least = decades ? min / 10 : min - (max - min) / 2, most = decades ? max * 10 : max + (max - min) / 2;
+  for (const BandKind kind : ShownBands())
+    for (int i = 0; i <= kPlaces; ++i) {
+      const Interval limits = BandAt(kind, std::lerp(InputXMin(), InputXMax(), static_cast<double>(i) / kPlaces));
+      if (std::isfinite(limits.Upper)) max = std::max(max, std::min(limits.Upper, most));
+      if (std::isfinite(limits.Lower) && (limits.Lower > 0 || !decades))
+        min = std::min(min, std::max(limits.Lower, least));
+    }
 }
 
 bool PlotSeries::GenerateTable(const std::vector<TableRange>& ranges, bool Extrapolate) {

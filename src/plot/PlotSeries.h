@@ -60,6 +60,9 @@ class PlotSeries {
   Interval BandAt(BandKind kind, double x) const;
   // The kinds that are shown, those first that lie behind others.
   std::vector<BandKind> ShownBands() const;
+  // Takes what is shown of them over the input into the limits of Y, by half of their range at most on either side, or
+  // by a decade on a logarithmic axis: a band that tells of a poor fit is not to flatten its points.
+  void WidenByBands(bool log, double& min, double& max) const;
 
   // Makes the table of a curve or surface anew, of the models and interpolations that have as many variables as there
   // are ranges; other series keep theirs. False where the model has no value at some point.

@@ -27,9 +27,10 @@ std::vector<PlotSeries> AvailableGraphs(Project& project, const PlotPage& plot, 
   if (variables == sheet.IndependentVariables) {
     AddData(graphs, sheet, variables == 1 ? std::vector<std::size_t>{1} : std::vector<std::size_t>{1, 2}, "Input Data",
             settings);
+    const auto points = std::make_shared<const SolveData>(GatherData(sheet, PointOrder::OfSheet).Points);
     std::size_t number = plot.PlotData.size();
     for (const SolvedItem& solution : SolvedItems(project, settings.Integer("sortindex"))) {
-      PlotSeries& graph = graphs.emplace_back(SeriesOf(solution));
+      PlotSeries& graph = graphs.emplace_back(SeriesOf(solution, points, settings));
       LookLikeModel(graph.Style(), variables);
       if (variables == 1) TellApart(graph.Style(), number++);
       graph.Style().LegendText = solution.Name();

@@ -11,7 +11,7 @@
 namespace quorvex {
 
 DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const DataSheet& sheet,
-                     const LocaleText& locale, NumberPatterns patterns)
+                     const LocaleText& locale, NumberPatterns patterns, const LimitsChoice& limits)
     : data_(data), locale_(locale), patterns_(std::move(patterns)), headings_{"Row"} {
   const std::vector<std::string> names = ColumnNames(sheet.Headers);
   headings_.insert(headings_.end(), names.begin(),
@@ -22,6 +22,9 @@ DataTable::DataTable(const SolvedItem& solution, const GatheredData& data, const
     const std::string& pattern = sheet.Formats[col].NumberFormat;
     dates_.push_back(IsDatePattern(pattern) ? pattern : "");
   }
+  LimitColumns columns = LimitsAtPoints(solution, data.Points, limits);
+  headings_.insert(headings_.end(), columns.Headings.begin(), columns.Headings.end());
+  limits_ = std::move(columns.Values);
   std::array<double, kMostIndependentVariables> x;
   for (std::size_t i = 0; i < data.Points.N(); ++i) {
     double y = 0;
@@ -54,8 +57,12 @@ std::string DataTable::Cell(std::size_t row, std::size_t column) const {
     case 4:
       return text(std::abs(residual), patterns_.Residuals);
     default:
-      return text(points.SD[row], patterns_.Values);
+      break;
   }
+  const std::size_t behind = headings_.size() - column;  // 1 for the last column
+  if (behind > limits_.size()) return text(points.SD[row], patterns_.Values);
+  const double limit = limits_[limits_.size() - behind][row];
+  return std::isnan(limit) ? "" : text(limit, patterns_.Values);
 }
 
 }  // namespace quorvex

@@ -1,5 +1,7 @@
 #include "results/Evaluation.h"
 
+#include <cmath>
+
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
@@ -20,8 +22,13 @@ struct Numbers {
 
 class Evaluation {
  public:
-  Evaluation(const SolvedItem& solution, const EvaluationEntries& entries, const LocaleText& locale)
-      : solution_(solution), entries_(entries), locale_(locale), several_(solution.NumIndependentVar() > 1) {}
+  Evaluation(const SolvedItem& solution, const EvaluationEntries& entries, const LocaleText& locale,
+             const SolveData& data)
+      : solution_(solution),
+        entries_(entries),
+        locale_(locale),
+        data_(data),
+        several_(solution.NumIndependentVar() > 1) {}
 
   Result<Numbers> Read() const {
     Numbers numbers;
@@ -53,6 +60,7 @@ class Evaluation {
     std::string ErrString;
     if (solution_.Evaluate(x, y, ErrString)) {
       Line("Y = " + Pattern(y));
+      Limits(x);
     } else {
       Line("Error");
       Line(ErrString);
@@ -95,6 +103,21 @@ class Evaluation {
   void Line(const std::string& line) {
     if (!text_.empty()) text_ += NL;
     text_ += line;
+  }
+
+  void Limits(const std::vector<double>& x) {
+    const LimitsChoice& choice = entries_.Limits;
+    if (!choice.Any()) return;
+    const Result<Bands> bands = BandsOf(solution_, data_, choice.DerivativeMethod);
+    if (!bands) return Line(bands.error());
+    for (const BandKind kind : choice.Kinds()) {
+      const Interval limits = bands->Limits(kind, choice.Level, *solution_.Model, x);
+      const std::string name = BandName(kind, choice.Level) + " limits";
+      if (std::isnan(limits.Lower))
+        Line("There are no " + name + ", since the model has no derivative here.");
+      else
+        Line(name + ": " + Pattern(limits.Lower) + " to " + Pattern(limits.Upper));
+    }
   }
 
   void Derivatives(const std::vector<double>& x) {
@@ -141,6 +164,7 @@ class Evaluation {
   const SolvedItem& solution_;
   const EvaluationEntries& entries_;
   const LocaleText& locale_;
+  const SolveData& data_;
   const bool several_;
   std::string text_;
 };
@@ -154,8 +178,8 @@ SearchDefaults DefaultSearch(const SolvedItem& solution, int variable, const Loc
 }
 
 std::optional<std::string> EvalCommand(const SolvedItem& solution, const EvaluationEntries& entries,
-                                       const LocaleText& locale, Prompter& user) {
-  Evaluation evaluation(solution, entries, locale);
+                                       const LocaleText& locale, Prompter& user, const SolveData& data) {
+  Evaluation evaluation(solution, entries, locale, data);
   const Result<Numbers> numbers = evaluation.Read();
   if (!numbers) {
     user.Refuse(numbers.error());

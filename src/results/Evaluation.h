@@ -6,6 +6,7 @@
 
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
+#include "results/FitLimits.h"
 #include "solve/SolvedList.h"
 
 namespace quorvex {
@@ -21,6 +22,7 @@ struct EvaluationEntries {
   int Variable = 1;                       // that a search of roots varies, from 1
   bool DyDx = false, Parameters = false;  // also the derivatives at each X
   std::string SearchMin, SearchMax, SearchIntervals;
+  LimitsChoice Limits;  // also these of the value
 };
 
 // Where a search of roots begins: the range of the input along that variable, in 200 parts.
@@ -31,7 +33,8 @@ SearchDefaults DefaultSearch(const SolvedItem& solution, int variable, const Loc
 
 // Evaluates, and returns the lines to show, NL between them. Where an entry does not do the user is told why, and there
 // is nothing to show. Derivatives are for models alone; an interpolation has none.
+// Limits of the value rest on the points that the solution was fitted to.
 std::optional<std::string> EvalCommand(const SolvedItem& solution, const EvaluationEntries& entries,
-                                       const LocaleText& locale, Prompter& user);
+                                       const LocaleText& locale, Prompter& user, const SolveData& data = {});
 
 }  // namespace quorvex

@@ -152,9 +152,10 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
   constexpr std::size_t kLongestLegend = 20;
   Result<PlotClass> plot = DataPlot(data, xTitle, yTitle, settings, locale);
   if (!plot) return plot;
+  const auto points = std::make_shared<const SolveData>(data);
   std::size_t number = 0;
   for (const SolvedItem& solution : solutions) {
-    PlotSeries curve = SeriesOf(solution);
+    PlotSeries curve = SeriesOf(solution, points, settings);
     if (!MakeTable(curve, *plot, {plot->PointsPerPlot})) {
       leftOut.push_back(solution.Name());
       continue;
@@ -207,6 +208,24 @@ std::string NoCurveText(const std::vector<std::string>& names) {
 PlotSeries SeriesOf(const SolvedItem& solution) {
   // A copy, so that a plot shows what it was opened with, whatever becomes of the solution.
   return solution.Model != nullptr ? PlotSeries(solution.Model->CopyTo()) : PlotSeries(*solution.Interpolation);
+}
+
+PlotSeries SeriesOf(const SolvedItem& solution, const std::shared_ptr<const SolveData>& points,
+                    const Settings& settings) {
+  PlotSeries series = SeriesOf(solution);
+  series.FittedTo(points, settings.DerivativeMethod);
+  return series;
+}
+
+void ShowBands(PlotPage& plot, BandKind bands, std::size_t level, std::vector<std::string>& none) {
+  for (PlotSeries& series : plot.PlotData) {
+    if (series.Data() != nullptr) continue;
+    series.Style().Bands = static_cast<std::int32_t>(bands);
+    series.Style().BandLevel = static_cast<std::int32_t>(level);
+    if (bands == BandKind::None || series.ErrorBands() != nullptr) continue;
+    series.Style().Bands = 0;
+    none.push_back(series.Style().LegendText + ": " + series.WhyNoBands());
+  }
 }
 
 std::vector<std::string> ScatterTypes(const DataSheet& sheet) {
@@ -267,7 +286,8 @@ Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const Solve
     const std::vector<std::string> titles = AxisTitles(sheet);
     Result<std::unique_ptr<PlotPage>> plot =
         points.X.size() == 1
-            ? PageOf(ModelPlot(SeriesOf(solution), solution.Name(), points, titles[0], titles[1], settings, locale))
+            ? PageOf(ModelPlot(SeriesOf(solution, std::make_shared<const SolveData>(points), settings), solution.Name(),
+                               points, titles[0], titles[1], settings, locale))
             : PageOf(SurfacePlot(solution.Model->CopyTo(), solution.Name(), points, titles, settings, locale));
     if (plot) ShowDates(**plot, sheet, SheetColumns(sheet));
     return plot;

@@ -86,8 +86,15 @@ void LeaveModelsOnly(PlotPage& plot, const Settings& settings);
 // The words for models without a value somewhere in the range of the data.
 std::string NoCurveText(const std::vector<std::string>& names);
 
-// A copy of what the solved list holds, for a plot.
+// A copy of what the solved list holds, for a plot; with the points that it was fitted to, from which the curve of a
+// model can have bands.
 PlotSeries SeriesOf(const SolvedItem& solution);
+PlotSeries SeriesOf(const SolvedItem& solution, const std::shared_ptr<const SolveData>& points,
+                    const Settings& settings);
+
+// The bands that the curves of a plot are to have, by a BandKind and the place of a level. `none` gets the curves that
+// have none, and why, a sentence each.
+void ShowBands(PlotPage& plot, BandKind bands, std::size_t level, std::vector<std::string>& none);
 
 // What residuals can be shown against: the row of the sheet, each independent variable, and the calculated values.
 std::vector<std::string> ScatterTypes(const DataSheet& sheet);

@@ -27,8 +27,9 @@ QLineEdit* Field(const char* name, QWidget* parent) {
 
 }  // namespace
 
-EvaluationPanel::EvaluationPanel(const DataSheet& sheet, const LocaleText& locale, Prompter& user, QWidget* parent)
-    : QWidget(parent), sheet_(sheet), locale_(locale), user_(user) {
+EvaluationPanel::EvaluationPanel(const DataSheet& sheet, const SolveData& points, const LocaleText& locale,
+                                 Prompter& user, QWidget* parent)
+    : QWidget(parent), sheet_(sheet), points_(points), locale_(locale), user_(user) {
   LayOut();
   SetSolution(nullptr);
 }
@@ -226,10 +227,11 @@ void EvaluationPanel::EvalCommand_clicked() {
   entries.Variable = cmboRoot->currentIndex() + 1;
   entries.DyDx = ckDyDX->isChecked();
   entries.Parameters = ckDYDParam->isChecked();
+  entries.Limits = limits_;
   entries.SearchMin = txtSearchMin->text().toStdString();
   entries.SearchMax = txtSearchMax->text().toStdString();
   entries.SearchIntervals = txtSearchIntervals->text().toStdString();
-  const std::optional<std::string> result = EvalCommand(solution_, entries, locale_, user_);
+  const std::optional<std::string> result = EvalCommand(solution_, entries, locale_, user_, points_);
   if (!result) return;
   if (!txtEval->document()->isEmpty()) txtEval->appendPlainText(kEvaluationRule);
   txtEval->appendPlainText(QString::fromStdString(*result).remove('\r'));

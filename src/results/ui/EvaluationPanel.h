@@ -22,12 +22,16 @@ namespace quorvex {
 // derivatives. The answers gather in a text that can be saved, printed and copied.
 class EvaluationPanel : public QWidget {
  public:
-  // The sheet names the variables.
-  EvaluationPanel(const DataSheet& sheet, const LocaleText& locale, Prompter& user, QWidget* parent);
+  // The sheet names the variables; limits rest on the points.
+  EvaluationPanel(const DataSheet& sheet, const SolveData& points, const LocaleText& locale, Prompter& user,
+                  QWidget* parent);
 
   // The solution to evaluate from now on; none where nothing is solved. What was typed and answered stays, but the
   // limits of a search become those of the new input.
   void SetSolution(const SolvedItem* solution);
+
+  // The limits to tell beside a value.
+  void SetLimits(const LimitsChoice& limits) { limits_ = limits; }
 
   // To where X, or for a root Y, is typed.
   void FocusEntry();
@@ -46,9 +50,11 @@ class EvaluationPanel : public QWidget {
   void EvalCommand_clicked();
 
   const DataSheet& sheet_;
+  const SolveData& points_;
   const LocaleText& locale_;
   Prompter& user_;
   SolvedItem solution_;
+  LimitsChoice limits_;
   QFormLayout *variables_, *root_;
   QRadioButton* optnAction[2];  // "Value of Y at Xn", "Root at Y, Xn"
   std::vector<QLineEdit*> XVal_text;

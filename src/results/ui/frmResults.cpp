@@ -27,6 +27,7 @@
 #include "results/ResultPlots.h"
 #include "results/SaveResults.h"
 #include "results/ui/EvaluationPanel.h"
+#include "results/ui/LimitsBar.h"
 #include "results/ui/PaperJob.h"
 #include "results/ui/PrintTable.h"
 #include "results/ui/ResultPlot.h"
@@ -78,12 +79,17 @@ void frmResults::LayOut() {
 
   pages_ = new QStackedWidget(this);
   MakeTabs();
-  panel_ = new EvaluationPanel(project_.Sheet, project_.Locale, user_, pages_);
+  panel_ = new EvaluationPanel(project_.Sheet, data_.Points, project_.Locale, user_, pages_);
   pages_->addWidget(ResultsTab);
   pages_->addWidget(panel_);
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(Commands());
+  whyNoLimits_ = new QLabel(this);
+  whyNoLimits_->setObjectName("whyNoLimits");
+  whyNoLimits_->setTextFormat(Qt::PlainText);
+  whyNoLimits_->setWordWrap(true);
+  column->addWidget(whyNoLimits_);
   column->addWidget(pages_, 1);
   connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
   setFocusProxy(EqList);
@@ -119,6 +125,9 @@ QWidget* frmResults::Commands() {
                                Command("PageSetupCommand", "Page Set&up...", &frmResults::PageSetupCommand)})
     row->addWidget(command);
   row->addStretch();
+  limits_ = new LimitsBar(bar);
+  limits_->Chosen = [this] { LimitsChosen(); };
+  row->addWidget(limits_);
   evaluation_ = new QPushButton("Eva&luation", bar);
   evaluation_->setObjectName("evaluation");
   evaluation_->setToolTip("Evaluate the equation, find its roots");
@@ -200,6 +209,33 @@ void frmResults::EnableCommands() {
   for (QPushButton* command : commands_) command->setEnabled(row >= 0 && any);
   commands_[kFormat]->setEnabled(row >= 0 && table);
   commands_[kPageSetup]->setEnabled(true);
+  ShowLimits();
+}
+
+LimitsChoice frmResults::Limits() const {
+  LimitsChoice choice = limits_->Choice();
+  choice.DerivativeMethod = settings_.DerivativeMethod;
+  return choice;
+}
+
+void frmResults::LimitsChosen() {
+  panel_->SetLimits(Limits());
+  current_[kDataTable] = current_[kModelPlot] = false;
+  ShowCurrentTab();
+}
+
+// Where they act, and why there are none where they are wanted.
+void frmResults::ShowLimits() {
+  const int tab = ResultsTab->currentIndex(), row = EqList->currentIndex();
+  const bool surface = !Evaluating() && tab == kModelPlot && project_.Sheet.IndependentVariables > 1;
+  limits_->setVisible(Evaluating() || tab == kDataTable || (tab == kModelPlot && !surface));
+  std::string why;
+  if (!limits_->isHidden() && row >= 0 && Limits().Any())
+    if (const auto bands = BandsOf(solved_[static_cast<std::size_t>(row)], data_.Points, settings_.DerivativeMethod);
+        !bands)
+      why = bands.error();
+  whyNoLimits_->setText(QString::fromStdString(why));
+  whyNoLimits_->setVisible(!why.empty());
 }
 
 void frmResults::ShowCurrentTab() {
@@ -229,13 +265,17 @@ void frmResults::BuildTab(Tab tab, const SolvedItem& solution) {
     FitBook->SetTable(report(patterns_.Shown()), report(patterns_.InFull()));
   else if (tab == kDataTable)
     ShowDataTable(solution);
-  else
-    static_cast<ResultPlot*>(ResultsTab->widget(tab))
-        ->SetPlot(PlotOfResults(kPlots[tab - kModelPlot], solution, data_, project_.Sheet, settings_, project_.Locale));
+  else {
+    auto plot = PlotOfResults(kPlots[tab - kModelPlot], solution, data_, project_.Sheet, settings_, project_.Locale);
+    std::vector<std::string> none;
+    if (plot && tab == kModelPlot) ShowBands(**plot, Limits().Kind(), Limits().Level, none);
+    static_cast<ResultPlot*>(ResultsTab->widget(tab))->SetPlot(std::move(plot));
+  }
 }
 
 void frmResults::ShowDataTable(const SolvedItem& solution) {
-  auto shown = std::make_unique<DataTable>(solution, data_, project_.Sheet, project_.Locale, patterns_.Shown());
+  auto shown =
+      std::make_unique<DataTable>(solution, data_, project_.Sheet, project_.Locale, patterns_.Shown(), Limits());
   auto inFull = std::make_unique<DataTable>(*shown);
   inFull->SetPatterns(patterns_.InFull());
   DataBook->SetTable(std::move(shown), std::move(inFull));

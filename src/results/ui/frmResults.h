@@ -11,9 +11,11 @@
 #include "plot/PlotClass.h"
 #include "project/Project.h"
 #include "results/FitInformation.h"
+#include "results/FitLimits.h"
 #include "solve/GatherData.h"
 
 class QComboBox;
+class QLabel;
 class QPushButton;
 class QStackedWidget;
 class QTabWidget;
@@ -21,6 +23,7 @@ class QTabWidget;
 namespace quorvex {
 
 class EvaluationPanel;
+class LimitsBar;
 class ResultPlot;
 class PlotView;
 class TableView;
@@ -61,6 +64,9 @@ class frmResults : public QWidget {
   void ShowCurrentTab();
   void BuildTab(Tab tab, const SolvedItem& solution);
   void ShowDataTable(const SolvedItem& solution);
+  LimitsChoice Limits() const;
+  void LimitsChosen();
+  void ShowLimits();
   void ClearTabs();
   TableView* CurrentTable() const;  // null where the current tab is none of a table
   PlotView* CurrentPlot() const;    // null where the current tab shows no plot
@@ -91,6 +97,8 @@ class frmResults : public QWidget {
   TableView *FitBook, *DataBook;
   ResultPlot *pctModel, *pctResidual, *pctNormal;
   EvaluationPanel* panel_;
+  LimitsBar* limits_;
+  QLabel* whyNoLimits_;
 };
 
 }  // namespace quorvex
