@@ -11,7 +11,7 @@ bool RunTasks(std::size_t count, int threads, SolveForm& form, const std::string
     task(i, own);
   };
   return RunParallel(count, threads, inItsForm, [&](std::size_t done) {
-    form.SetIterationLabel(label + " " + std::to_string(done) + " of " + std::to_string(count));
+    form.ShowWork(label, done, count);
     form.Yield();
     return !form.Aborted;
   });

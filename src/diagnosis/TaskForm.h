@@ -22,7 +22,7 @@ class TaskForm final : public SolveForm {
 };
 
 // RunParallel for fits: each task has a form of its own, and `form`, which is the user's, gets its turns on this thread
-// and shows "`label` 3 of 8" where a fit shows its iterations. False where it is aborted.
+// and is shown how many of them are done. False where it is aborted.
 bool RunTasks(std::size_t count, int threads, SolveForm& form, const std::string& label,
               const std::function<void(std::size_t, SolveForm&)>& task);
 
