@@ -81,7 +81,9 @@ class HarderFit {
 
 bool HarderFit::CanGoOn() const {
   const bool anyFree = std::ranges::any_of(model_.Coefficients, [](const Coefficient& c) { return !c.IsHeld(); });
-  return anyFree && model_.NumInputX() > 0 && static_cast<std::size_t>(model_.NumDependentVar()) < data_.N();
+  const bool placed =
+      std::ranges::all_of(model_.Coefficients, [](const Coefficient& c) { return BoundsFault(c).empty(); });
+  return anyFree && placed && model_.NumInputX() > 0 && static_cast<std::size_t>(model_.NumDependentVar()) < data_.N();
 }
 
 bool HarderFit::Run() {

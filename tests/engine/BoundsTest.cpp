@@ -124,7 +124,7 @@ TEST(Bounds, LeadToTheBestPlaceWithin) {
           if (!fit.Model->IsAtBound(i)) continue;
           EXPECT_EQ(fit.Model->Covariance(i), 0);
           const double descent = DescentBy(*fit.Model, *c.Data, i);
-          EXPECT_TRUE(fit.Model->IsAtMinimum(i) ? descent < 1e-9 : descent > -1e-9) << descent;
+          EXPECT_TRUE(fit.Model->IsAtMinimum(i) ? descent < 1e-4 : descent > -1e-4) << descent;
         }
       }
     }
@@ -225,6 +225,10 @@ TEST(Bounds, AreRefusedWhereTheyAreNone) {
     for (const bool harder : {false, true}) {
       Bounded fit("a+b*x", {1, 1}, {bounds, {}});
       fit.Preferences.TryHarder = harder;
+      // Also where an earlier solve has left its input.
+      fit.Model->SetBounds(1, -kNone, kNone);
+      ASSERT_TRUE(fit.Fit(kDecay));
+      fit.Model->SetBounds(1, bounds.Least, bounds.Most);
       EXPECT_FALSE(fit.Fit(kDecay));
       EXPECT_EQ(fit.Model->Failure, fault);
       EXPECT_TRUE(fit.Logged(fault + "\r\nSolution failed\r\n\r\n")) << fit.Log;
