@@ -426,12 +426,8 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
                                                  : ";";
   s.TableDataFile = f.TableDataFile, s.TableCalcData = f.TableCalcData;
   s.TableErrorData = f.TableErrorData, s.TableMinMaxError = f.TableMinMaxError;
-<<<<<<< HEAD
   s.TableConfidence = f.TableConfidence, s.TablePrediction = f.TablePrediction;
-  for (int key = 1; key <= 4; ++key)
-=======
   for (int key = 1; key <= static_cast<int>(kSortKeys.size()); ++key)
->>>>>>> b7e9536 (Show in list and summary how solutions rank by AICc, BIC and cross-validation)
     if (kSortKeys[static_cast<std::size_t>(key - 1)] == f.SortKey) s.SortKey = key;
   s.OutputFitInfo = f.OutputFitInfo;
   return s;
