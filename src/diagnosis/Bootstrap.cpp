@@ -65,16 +65,13 @@ SolveData Urn::DrawCases(SeededRandom& random) const {
   for (std::size_t& row : rows) row = random.Below(n);
   // Models keep their input in the order of X.
   std::ranges::sort(rows);
-  const auto drawn = [&rows](const std::vector<double>& column) {
-    std::vector<double> values;
-    for (const std::size_t row : rows) values.push_back(column[row]);
-    return values;
+  SolveData sample = *data_;
+  const auto draw = [&rows](std::vector<double>& column) {
+    const std::vector<double> all = column;
+    for (std::size_t i = 0; i < rows.size(); ++i) column[i] = all[rows[i]];
   };
-  SolveData sample;
-  for (const std::vector<double>& column : data_->X) sample.X.push_back(drawn(column));
-  sample.Y = drawn(data_->Y);
-  sample.SD = drawn(data_->SD);
-  sample.sig = drawn(data_->sig);
+  for (std::vector<double>& column : sample.X) draw(column);
+  for (std::vector<double>* const column : {&sample.Y, &sample.SD, &sample.sig}) draw(*column);
   double sum = 0;
   for (const double weight : sample.sig) sum += weight;
   for (double& weight : sample.sig) weight *= static_cast<double>(n) / sum;

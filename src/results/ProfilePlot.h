@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/LocaleText.h"
+#include "core/Result.h"
+#include "core/Settings.h"
+#include "diagnosis/Diagnosis.h"
+#include "plot/PlotClass.h"
+
+namespace quorvex {
+
+// The rise of the merit function beside a solution, in units of the variance, against the value of one coefficient with
+// the others fitted anew; beside it the parabola that the symmetric limits take it for, a level line for each level of
+// the limits, and the limits as markers. A side without an end is shown to twice the distance of the farthest limit.
+// Fails for a coefficient without a profile. Ready for CreateGraph({.Auto = true, .Regenerate = true,
+// .AutoFormat = true}).
+Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Settings& settings,
+                              const LocaleText& locale = {});
+
+}  // namespace quorvex
