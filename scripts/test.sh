@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds Quorvex, and runs every test: plain, and again under the address and
-# undefined-behaviour sanitizers. Also checks that the sources are formatted.
+# undefined-behaviour sanitizers; what runs on several threads also under the thread sanitizer. Also checks that the sources are formatted.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -18,5 +18,9 @@ for preset in release sanitize; do
   cmake --build --preset $preset
   ctest --preset $preset -j "$(nproc)"
 done
+# What runs on several threads, under the thread sanitizer.
+cmake --preset threads
+cmake --build --preset threads
+build/threads/tests/parallel_tests --gtest_filter='*Parallel*'
 # They are taken by hand, but what takes the pictures of the manual is to build all the same.
 cmake --build --preset release -t screenshots plot_pictures

@@ -45,6 +45,7 @@ Least Search(WeightedResiduals& residuals, std::vector<double> a, SolveForm& for
     std::vector<double> r;
     return residuals.Residuals(a, r) ? Least{a, Norm(r)} : Least{a, HUGE_VAL};
   }
+  residuals.Bounds().BringInside(a);
   TrustRegionEnd end;
   end.a = std::move(a);
   for (int i = 0; i < kMostSearches && !end.Converged && !form.Aborted; ++i)
@@ -218,7 +219,7 @@ void SideWalk::EndAt(double limit, const std::string& why) {
   const std::string levels =
       std::to_string(kLimitLevels[level_]) + (level_ + 1 < kLimitLevels.size() ? " % and above" : " %");
   const char* const side = direction_ > 0 ? "upper" : "lower";
-  result_.Ends = why + (std::isinf(limit) ? ": there is no " : ": it is the ") + side + " limit at " + levels + ".";
+  result_.Ends = why + (std::isfinite(limit) ? ": it is the " : ": there is no ") + side + " limit at " + levels + ".";
   for (; level_ < quantiles_.size(); ++level_) result_.Limits[level_] = limit;
 }
 
@@ -286,7 +287,7 @@ std::string LowerRefusal(const ModelClass& twin, const WeightedResiduals& residu
   std::string where;
   std::size_t j = 0;
   for (int i = 1; i <= twin.NumDependentVar(); ++i)
-    if (twin.Constants(i) != 0) where += (where.empty() ? "" : ", ") + twin.Variables(i) + " = " + Short(least.a[j++]);
+    if (!twin.IsHeld(i)) where += (where.empty() ? "" : ", ") + twin.Variables(i) + " = " + Short(least.a[j++]);
   return "The solution is not the best: its merit function of " + merit(own) + " falls to " + merit(least.Length) +
          " at " + where + ".";
 }
@@ -320,7 +321,7 @@ std::optional<ProfiledModel> ProfileCoefficients(const ModelClass& model, const 
   const std::unique_ptr<ModelClass> twin = TwinOf(model);
   std::vector<int> numbers;
   for (int i = 1; i <= twin->NumDependentVar(); ++i)
-    if (twin->Constants(i) != 0) numbers.push_back(i);
+    if (!twin->IsHeld(i)) numbers.push_back(i);
   if (numbers.empty()) return refused("No coefficient is free.");
 
   WeightedResiduals residuals(*twin, data, form);
