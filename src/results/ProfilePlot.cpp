@@ -38,42 +38,62 @@ Interval Shown(const CoefficientDiagnosis& coefficient) {
   return shown;
 }
 
-// Tau runs nearly straight from point to point, which its square doesn't.
-PlotSeries RiseCurve(const std::vector<ProfilePoint>& points, const Interval& shown, double most) {
-  Column x, y;
-  for (std::size_t i = 0, next = 0; i <= kPointsPerCurve; ++i) {
-    const double part = static_cast<double>(i) / kPointsPerCurve;
-    const double value = shown.Lower * (1 - part) + shown.Upper * part;
-    while (next + 1 < points.size() && points[next].Value < value) ++next;
-    const ProfilePoint &q = points[next], &p = next > 0 ? points[next - 1] : q;
-    const double along = q.Value > p.Value ? (value - p.Value) / (q.Value - p.Value) : 1;
-    const double tau = p.Tau + along * (q.Tau - p.Tau);
-    if (tau * tau > most) continue;
-    x.push_back(value);
-    y.push_back(tau * tau);
+// Tau between the points: a cubic from each to the next, monotone where they are. Method: F. N. Fritsch & J. Butland,
+// SIAM J. Sci. Stat. Comput. 5, 1984.
+class TauCurve {
+ public:
+  explicit TauCurve(const std::vector<ProfilePoint>& points) {
+    for (const ProfilePoint& point : points)
+      if (points_.empty() || point.Value > points_.back().Value) points_.push_back(point);
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+      const double before = i > 0 ? Slope(i - 1) : Slope(i), after = i + 1 < points_.size() ? Slope(i) : before;
+      const double width = i > 0 ? Width(i - 1) : 1, next = i + 1 < points_.size() ? Width(i) : width;
+      const double share = (width + 2 * next) / (3 * (width + next));
+      tangents_.push_back(before * after > 0 ? before * after / (share * after + (1 - share) * before) : 0);
+    }
   }
-  return Line("Profile", std::move(x), std::move(y), {.LegendText = "Profile", .DrawWidth = 2, .DrawColor = kBlue});
-}
 
-PlotSeries Parabola(const CoefficientDiagnosis& coefficient, const Interval& shown, double most) {
+  // Of a value between the first and the last point.
+  double At(double value) const {
+    const auto next = std::ranges::upper_bound(points_, value, {}, &ProfilePoint::Value);
+    const auto i = static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(next - points_.begin() - 1, 0, Last() - 1));
+    const double t = (value - points_[i].Value) / Width(i), u = 1 - t;
+    return u * u * (1 + 2 * t) * points_[i].Tau + t * t * (1 + 2 * u) * points_[i + 1].Tau +
+           t * u * Width(i) * (u * tangents_[i] - t * tangents_[i + 1]);
+  }
+
+ private:
+  std::ptrdiff_t Last() const { return static_cast<std::ptrdiff_t>(points_.size()) - 1; }
+  double Width(std::size_t i) const { return points_[i + 1].Value - points_[i].Value; }
+  double Slope(std::size_t i) const {
+    return i + 1 < points_.size() ? (points_[i + 1].Tau - points_[i].Tau) / Width(i) : 0;
+  }
+
+  std::vector<ProfilePoint> points_;
+  std::vector<double> tangents_;
+};
+
+// The values of a curve over what is shown, as far as it doesn't rise too high.
+template <typename Tau>
+PlotSeries Rise(const std::string& name, const Interval& shown, double most, Tau tau, SeriesStyle style) {
   Column x, y;
   for (int i = 0; i <= kPointsPerCurve; ++i) {
     const double part = static_cast<double>(i) / kPointsPerCurve;
-    const double value = shown.Lower * (1 - part) + shown.Upper * part;
-    const double tau = (value - coefficient.Value) / coefficient.StdErr;
-    if (!(tau * tau <= most)) continue;
+    const double value = shown.Lower * (1 - part) + shown.Upper * part, root = tau(value);
+    if (!(root * root <= most)) continue;
     x.push_back(value);
-    y.push_back(tau * tau);
+    y.push_back(root * root);
   }
-  return Line("Parabola", std::move(x), std::move(y),
-              {.LegendText = "Parabola", .DrawStyle = kDashed, .DrawColor = kRed});
+  style.LegendText = name;
+  return Line(name, std::move(x), std::move(y), std::move(style));
 }
 
 }  // namespace
 
 Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Settings& settings,
                               const LocaleText& locale) {
-  if (!coefficient.Profile || coefficient.Curve.Points.size() < 2 || !(coefficient.StdErr > 0))
+  if (!coefficient.Profile || coefficient.Curve.Points.size() < 2 ||
+      coefficient.Curve.Points.front().Value == coefficient.Curve.Points.back().Value || !(coefficient.StdErr > 0))
     return Failure{"There is no profile of " + coefficient.Name + "."};
   PlotClass plot(settings, locale);
   plot.PlotTitle = "Profile of " + coefficient.Name;
@@ -87,8 +107,12 @@ Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Set
     heights[level].Lower = heights[level].Upper = quantile * quantile;
   }
   const double most = 1.15 * heights.back().Upper;
-  plot.PlotData.push_back(RiseCurve(coefficient.Curve.Points, shown, most));
-  plot.PlotData.push_back(Parabola(coefficient, shown, most));
+  const TauCurve profile(coefficient.Curve.Points);
+  plot.PlotData.push_back(Rise("Profile", shown, most, [&](double value) { return profile.At(value); },
+                               {.DrawWidth = 2, .DrawColor = kBlue}));
+  plot.PlotData.push_back(Rise("Parabola", shown, most,
+                               [&](double value) { return (value - coefficient.Value) / coefficient.StdErr; },
+                               {.DrawStyle = kDashed, .DrawColor = kRed}));
   Column x, y;
   for (std::size_t level = 0; level < kLimitLevels.size(); ++level) {
     const double height = heights[level].Upper;
