@@ -47,7 +47,7 @@ std::unique_ptr<PlotPage> ReadPlot(RecordReader& io, const Settings& settings, c
       if (std::optional<PlotSeries> series = ReadPlotSeries(io, VariablesOf(*plot), locale))
         plot->PlotData.push_back(std::move(*series));
   });
-  if (io.Good() && io.Begins(kBands)) ReadBands(io, *plot);
+  if (io.Good() && !io.AtEnd() && io.Begins(kBands)) ReadBands(io, *plot);
   if (!io.Good()) return nullptr;
   return plot;
 }
