@@ -42,9 +42,11 @@ class Builder {
     NumberLine("Akaike weight = ", rank.AkaikeWeight);
     NumberLine("BIC = ", rank.BIC);
     NumberLine("Leave-one-out error = ", rank.LeaveOneOut);
-    if (choices.CrossValidation > 0)
+    if (choices.CrossValidation > 0) {
       NumberLine("Cross-validated error, " + std::to_string(choices.CrossValidation) + " parts = ",
                  rank.CrossValidated);
+      if (rank.FailedParts > 0) Line("Parts without an answer = ", std::to_string(rank.FailedParts));
+    }
     if (rank.SameAs > 0 && static_cast<std::size_t>(rank.SameAs) <= all.size())
       Line("The same curve as ", all[static_cast<std::size_t>(rank.SameAs) - 1].Id);
     Rivals(all, which);
@@ -90,15 +92,10 @@ class Builder {
       };
       for (const CoefficientDiagnosis& one : diagnosis.Coefficients)
         if (!one.IsHeld) row(one, one.Profile);
-      for (const QuantityDiagnosis& one : diagnosis.Quantities) row(one, std::nullopt);
+      for (const QuantityDiagnosis& one : diagnosis.Quantities)
+        if (one.Fault.empty()) row(one, std::nullopt);
     }
-    if (!bootstrap) return;
-    report_.Add(RowKind::Line, {});
-    Line("Bootstrap: ", std::to_string(choices.Bootstrap) + " samples of the " +
-                            (choices.ResampleCases ? "points" : "residuals") +
-                            (diagnosis.BootstrapFailures == 0
-                                 ? ""
-                                 : ", " + std::to_string(diagnosis.BootstrapFailures) + " of them without an answer"));
+    if (profile || bootstrap) Remarks(diagnosis, bootstrap ? &choices : nullptr);
   }
 
   void Correlations(const Diagnosis& diagnosis) {
@@ -145,12 +142,27 @@ class Builder {
     if (listed < rivals.size()) Line("and more: ", std::to_string(rivals.size() - listed));
   }
 
+  // How the limits came about.
+  void Remarks(const Diagnosis& diagnosis, const DiagnosisChoices* bootstrap) {
+    report_.Add(RowKind::Line, {});
+    for (const CoefficientDiagnosis& one : diagnosis.Coefficients)
+      for (const std::string& end : {one.Curve.BelowEnds, one.Curve.AboveEnds})
+        Line("Profile of " + one.Name + ": ", end);
+    if (bootstrap == nullptr) return;
+    std::string samples =
+        std::to_string(bootstrap->Bootstrap) + " samples of the " + (bootstrap->ResampleCases ? "points" : "residuals");
+    if (diagnosis.BootstrapFailures > 0)
+      samples += ", " + std::to_string(diagnosis.BootstrapFailures) + " of them without an answer";
+    Line("Bootstrap: ", samples);
+  }
+
   static std::string StateOf(const CoefficientDiagnosis& one) {
     return one.IsHeld ? "held" : one.IsAtMinimum ? "at its minimum" : one.IsAtMaximum ? "at its maximum" : "free";
   }
 
   std::string Value(double value) const {
-    return std::isnan(value) ? std::string() : patterns_.Text(value, patterns_.Values, locale_);
+    if (std::isnan(value)) return {};
+    return std::isinf(value) ? "infinite" : patterns_.Text(value, patterns_.Values, locale_);
   }
   void AddLimits(std::vector<std::string>& cells, const Interval& limits) const {
     for (const double end : {limits.Lower, limits.Upper}) cells.push_back(std::isinf(end) ? "none" : Value(end));

@@ -68,6 +68,7 @@ void KeptDiagnoses::Keep(Diagnosis one, const DiagnosisChoices& choices) {
   }
   if (choices.CrossValidation > 0) {
     said.Rank.CrossValidated = one.Rank.CrossValidated;
+    said.Rank.FailedParts = one.Rank.FailedParts;
     there.CrossValidation = choices.CrossValidation;
   }
 }
@@ -99,6 +100,7 @@ std::vector<Diagnosis> KeptDiagnoses::All() const {
     one.Quantities = further.Quantities;
     one.BootstrapFailures = further.BootstrapFailures;
     one.Rank.CrossValidated = further.Rank.CrossValidated;
+    one.Rank.FailedParts = further.Rank.FailedParts;
   }
   return all;
 }
