@@ -163,8 +163,7 @@ std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& 
     failed.Judgement = Judge(*model, data, std::nullopt, settings, form);
     if (form.Aborted) return {};
   }
-  if (std::string warning = ManyModelsWarning(diagnoses.size(), data.N()); !warning.empty())
-    warnings.push_back(std::move(warning));
+  for (std::string& warning : RankingWarnings(ranked, diagnoses.size())) warnings.push_back(std::move(warning));
   if (settings.AbsoluteDeviations && !(data.UnitDeviation > 0) && !ranked.empty())
     warnings.emplace_back(
         "Standard deviations are to be taken at their word, but the data have none: errors come from "
