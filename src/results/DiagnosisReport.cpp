@@ -112,11 +112,10 @@ class Builder {
     }
   }
 
-  void Outliers(const Diagnosis& diagnosis, const std::vector<std::size_t>& rows) {
+  void Outliers(const Diagnosis& diagnosis) {
     if (diagnosis.Outliers.empty()) return;
     std::string list;
-    for (const std::size_t point : diagnosis.Outliers)
-      list += (list.empty() ? "" : ", ") + std::to_string(point < rows.size() ? rows[point] : point + 1);
+    for (const std::size_t row : diagnosis.Outliers) list += (list.empty() ? "" : ", ") + std::to_string(row);
     Heading("Outliers");
     Line("Rows with less than half their weight: ", list);
   }
@@ -205,7 +204,7 @@ Report DiagnosisReport(const std::vector<Diagnosis>& all, std::size_t which,
   builder.Quantities(diagnosis);
   builder.Limits(diagnosis, circumstances.Choices);
   builder.Correlations(diagnosis);
-  builder.Outliers(diagnosis, circumstances.Rows);
+  builder.Outliers(diagnosis);
   return builder.Finish();
 }
 

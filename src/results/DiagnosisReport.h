@@ -15,8 +15,7 @@ namespace quorvex {
 
 // What a diagnosis report tells besides the diagnosis itself.
 struct DiagnosisCircumstances {
-  std::vector<std::size_t> Rows;  // of the sheet, from 1, that the points stand in; empty where they are all from row 1
-  DiagnosisChoices Choices;       // that the diagnosis was made with
+  DiagnosisChoices Choices;           // that the diagnosis was made with
   std::vector<std::string> Warnings;  // of all models together
 };
 

@@ -45,13 +45,16 @@ void KeptDiagnoses::KeepAll(std::vector<Diagnosis> all, std::vector<std::string>
   warnings_ = std::move(warnings);
 }
 
-void KeptDiagnoses::Keep(Diagnosis one, const DiagnosisChoices& choices) {
+void KeptDiagnoses::Keep(Diagnosis one, const DiagnosisChoices& choices, std::vector<std::string> warnings) {
   const auto found = further_.find(one.Id);
   if (found == further_.end()) {
-    further_.emplace(one.Id, Further{one, choices});
+    const std::string id = one.Id;
+    further_.emplace(id, Further{std::move(one), choices, std::move(warnings)});
     return;
   }
-  auto& [said, there] = found->second;
+  auto& [said, there, told] = found->second;
+  for (std::string& warning : warnings)
+    if (std::ranges::find(told, warning) == told.end()) told.push_back(std::move(warning));
   const auto take = [](auto& into, const auto& from, auto... parts) {
     for (std::size_t i = 0; i < std::min(into.size(), from.size()); ++i) ((into[i].*parts = from[i].*parts), ...);
   };
@@ -76,6 +79,14 @@ void KeptDiagnoses::Keep(Diagnosis one, const DiagnosisChoices& choices) {
 DiagnosisChoices KeptDiagnoses::Choices(const std::string& id) const {
   const auto found = further_.find(id);
   return found == further_.end() ? DiagnosisChoices() : found->second.Choices;
+}
+
+std::vector<std::string> KeptDiagnoses::Warnings(const std::string& id) const {
+  std::vector<std::string> warnings = warnings_;
+  if (const auto found = further_.find(id); found != further_.end())
+    for (const std::string& warning : found->second.Warnings)
+      if (std::ranges::find(warnings, warning) == warnings.end()) warnings.push_back(warning);
+  return warnings;
 }
 
 DiagnosisChoices KeptDiagnoses::Missing(const std::string& id, const DiagnosisChoices& wanted) const {

@@ -24,14 +24,16 @@ class KeptDiagnoses {
   // Takes what Diagnose said of all of them without further choices.
   void KeepAll(std::vector<Diagnosis> all, std::vector<std::string> warnings);
   bool HasAll() const { return all_.has_value(); }
-  const std::vector<std::string>& Warnings() const { return warnings_; }
 
   // Takes what it said of one of them with these choices, beside what is there of it from before.
-  void Keep(Diagnosis one, const DiagnosisChoices& choices);
+  void Keep(Diagnosis one, const DiagnosisChoices& choices, std::vector<std::string> warnings);
   // What of the choices is not there yet for this model.
   DiagnosisChoices Missing(const std::string& id, const DiagnosisChoices& wanted) const;
   // What is there of it.
   DiagnosisChoices Choices(const std::string& id) const;
+
+  // What was said of all together and of it beside the others.
+  std::vector<std::string> Warnings(const std::string& id) const;
 
   // All of them, in their order, each with everything that is there; empty without KeepAll.
   std::vector<Diagnosis> All() const;
@@ -48,6 +50,7 @@ class KeptDiagnoses {
   struct Further {
     Diagnosis Said;
     DiagnosisChoices Choices;
+    std::vector<std::string> Warnings;
   };
 
   static Mark MarkOf(const ModelClass& model);

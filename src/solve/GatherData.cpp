@@ -1,7 +1,6 @@
 #include "solve/GatherData.h"
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 #include "sheet/ComputeWeights.h"
@@ -46,23 +45,6 @@ GatheredData GatherData(const DataSheet& sheet, PointOrder order) {
     if (!incomplete[row - 1] && !texts.Rows[row - 1] && !GridCells::IsEmpty(sheet.Cells.Cell(row, 1)))
       data.Rows.push_back(row);
   return data;
-}
-
-GatheredData ByX(GatheredData ofSheet) {
-  SolveData& points = ofSheet.Points;
-  if (points.X.size() != 1) return ofSheet;
-  std::vector<std::size_t> order(points.N());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::ranges::stable_sort(order, {}, [&](std::size_t i) { return points.X[0][i]; });
-  const auto sort = [&](auto& column) {
-    auto sorted = column;
-    for (std::size_t i = 0; i < order.size(); ++i) sorted[i] = column[order[i]];
-    column = std::move(sorted);
-  };
-  for (auto* column : {&points.X[0], &points.Y, &points.SD}) sort(*column);
-  sort(ofSheet.Rows);
-  TakeWeights(points);
-  return ofSheet;
 }
 
 std::string TextRowsText(const GatheredData& data, const DataSheet& sheet) {

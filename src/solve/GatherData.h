@@ -28,9 +28,6 @@ struct GatheredData {
 // Costs a copy of the cells.
 GatheredData GatherData(const DataSheet& sheet, PointOrder order = PointOrder::ByX);
 
-// The same points, gathered in the order of the sheet, as a fit wants them.
-GatheredData ByX(GatheredData ofSheet);
-
 // "Row 5, column 'Ozone': 'NA' is not a number. 37 cells in 37 rows of the data are no numbers.", "" without texts.
 std::string TextRowsText(const GatheredData& data, const DataSheet& sheet);
 

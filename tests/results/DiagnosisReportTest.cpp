@@ -70,7 +70,7 @@ std::vector<Diagnosis> Answers() {
                 .LeaveOneOut = 0.375,
                 .CrossValidated = HUGE_VAL,
                 .FailedParts = 1};
-  first.Outliers = {0, 2};
+  first.Outliers = {2, 7};
   first.BootstrapFailures = 3;
 
   Diagnosis second;
@@ -84,8 +84,8 @@ std::vector<Diagnosis> Answers() {
   return {first, second, third};
 }
 
-const DiagnosisCircumstances kCircumstances = {
-    .Rows = {2, 3, 7}, .Choices = {.Bootstrap = 200, .CrossValidation = 5}, .Warnings = {"More models than points."}};
+const DiagnosisCircumstances kCircumstances = {.Choices = {.Bootstrap = 200, .CrossValidation = 5},
+                                               .Warnings = {"More models than points."}};
 
 TEST(DiagnosisReport, TellsEverythingThatIsKnown) {
   const LocaleText german{.DecimalSeparator = ','};

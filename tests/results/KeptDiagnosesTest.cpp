@@ -25,13 +25,13 @@ class Kept : public testing::Test {
   void KeepProfile(const ModelClass& model) {
     Diagnosis one = Said(model);
     one.Coefficients[1].Profile = LimitsByLevel{};
-    kept.Keep(one, {.ProfileLimits = true});
+    kept.Keep(one, {.ProfileLimits = true}, {"No profile."});
   }
   void KeepBootstrap(const ModelClass& model) {
     Diagnosis one = Said(model);
     one.Coefficients[0].Bootstrapped = LimitsByLevel{};
     one.Rank.AICc = 5;
-    kept.Keep(one, {.Bootstrap = 20});
+    kept.Keep(one, {.Bootstrap = 20}, {"Few points."});
   }
 
   Project project = LineProject();
@@ -53,6 +53,7 @@ TEST_F(Kept, AddsWhatIsComputedLaterToWhatIsThere) {
   EXPECT_TRUE(all[0].Coefficients[0].Bootstrapped);
   EXPECT_EQ(all[0].Rank.AICc, 1) << "alone it has no rank";
   EXPECT_FALSE(all[1].Coefficients[1].Profile);
+  EXPECT_EQ(kept.Warnings(line.id), (std::vector<std::string>{"Few points.", "No profile."}));
 }
 
 TEST_F(Kept, ForgetsWhatRestsUponAnotherSolutionOrOtherData) {
