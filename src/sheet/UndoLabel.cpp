@@ -47,6 +47,7 @@ constexpr Row kRows[] = {
     {UndoOperation::ModifyParameters, "Modify Parameters", UndoExtent::Models},
     {UndoOperation::ChangeColumns, "Change Columns", UndoExtent::Columns},
     {UndoOperation::Replace, "Replace", UndoExtent::Cells},
+    {UndoOperation::ReportQuantities, "Report Quantities", UndoExtent::Models},
 };
 
 constexpr const Row& RowOf(UndoOperation operation) { return kRows[static_cast<std::size_t>(operation)]; }

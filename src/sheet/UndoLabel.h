@@ -53,7 +53,8 @@ enum class UndoOperation {
   ClearFits,
   ModifyParameters,
   ChangeColumns,
-  Replace
+  Replace,
+  ReportQuantities
 };
 
 UndoExtent ExtentOf(UndoOperation operation);
