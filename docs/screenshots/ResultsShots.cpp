@@ -54,7 +54,8 @@ void TakeResults(const Shots& shots) {
   frmResults window(project, shots.Run.Preferences, user);
   window.show();
   auto* tabs = window.findChild<QTabWidget*>("ResultsTab");
-  const char* names[] = {"results-fit", "results-data", "results-model", "results-residuals", "results-probability"};
+  const char* names[] = {"results-fit",       "results-data",        "results-model",
+                         "results-residuals", "results-probability", "results-diagnosis"};
   for (int tab = 0; tab < tabs->count(); ++tab) {
     tabs->setCurrentIndex(tab);
     shots.Take(window, names[tab]);

@@ -51,6 +51,8 @@ constexpr HelpPage kRows[] = {
     {"frmEquationText", "models.html#export"},
     {"frmExcelRef", "models.html#export"},
     {"frmResults", "results.html"},
+    {"DiagnosisTab", "diagnosis.html"},
+    {"frmQuantities", "diagnosis.html#quantities"},
     {"frmSummary", "results.html#summary"},
     {"frmTableExport", "results.html#export"},
     {"frmTableType", "results.html#export"},

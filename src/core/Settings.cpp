@@ -101,6 +101,13 @@ constexpr SettingRow kRows[] = {
     {"TextExport", "ReplaceOption", "0"},
     {"TextExport", "AppendParameters", "0"},
 
+    {"diagnosis", "profile", "false"},
+    {"diagnosis", "bootstrap", "false"},
+    {"diagnosis", "samples", "1000"},
+    {"diagnosis", "points", "false"},  // drawn by the bootstrap; else residuals
+    {"diagnosis", "crossvalidation", "false"},
+    {"diagnosis", "parts", "10"},
+
     {"groupsolve", "UserSpecified", "0"},
     {"groupsolve", "UserDefined", "0"},
 };

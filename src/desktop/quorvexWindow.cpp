@@ -21,6 +21,7 @@
 #include "desktop/SolvedListPanel.h"
 #include "files/FileSave.h"
 #include "files/ui/Dataplot.h"
+#include "results/ui/frmQuantities.h"
 #include "results/ui/frmResults.h"
 #include "results/ui/frmSummary.h"
 #include "sheet/ColumnLayout.h"
@@ -207,6 +208,9 @@ void quorvexWindow::ShowResults(const SolvedItem& solution) {
     results->setWindowFlag(Qt::Window);
     results->setAttribute(Qt::WA_DeleteOnClose);
     connect(this, &quorvexWindow::SolutionsChanged, results, [this, results] { BringUpToDate(*results); });
+    connect(results, &frmResults::QuantitiesChosen, this, [this, results](ModelClass& model) {
+      if (frmQuantities(results, editor_, model).exec() == QDialog::Accepted) ShowState();
+    });
   }
   BringUpToDate(*results);
   results->Show(solution);

@@ -272,7 +272,7 @@ void parentfrm::HelpManual() {
   OpenManual(active != nullptr && active->widget() != nullptr ? active->widget() : this);
 }
 
-// The page of the window, or of the one that it stands over.
+// The page of the window or of the part of it where the user is, or of the window that it stands over.
 void parentfrm::OpenManual(const QWidget* window) {
   std::string_view found;
   for (; window != nullptr && found.empty(); window = window->parentWidget())
@@ -288,7 +288,7 @@ bool parentfrm::eventFilter(QObject* receiver, QEvent* event) {
   const auto* widget = qobject_cast<QWidget*>(receiver);
   // In the frame F1 is the key of the menu; the dialogs and windows over it have no such entry.
   if (window == nullptr || window == this || widget == nullptr || widget->window() != window) return false;
-  OpenManual(window);
+  OpenManual(widget);
   return true;
 }
 

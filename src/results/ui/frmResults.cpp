@@ -26,6 +26,7 @@
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "results/SaveResults.h"
+#include "results/ui/DiagnosisTab.h"
 #include "results/ui/EvaluationPanel.h"
 #include "results/ui/LimitsBar.h"
 #include "results/ui/PaperJob.h"
@@ -111,6 +112,10 @@ void frmResults::MakeTabs() {
   pctModel = plot("pctModel", "Model Plot", "&Model Plot");
   pctResidual = plot("pctResidual", "Residual Plot", "&Residual Plot");
   pctNormal = plot("pctNormal", "Residual Probability", "Residual Probabilit&y");
+  diagnosis_ = new DiagnosisTab(settings_, project_.Locale, user_, ResultsTab);
+  ResultsTab->addTab(diagnosis_, "Dia&gnosis");
+  connect(diagnosis_, &DiagnosisTab::FrontChanged, this, &frmResults::EnableCommands);
+  connect(diagnosis_, &DiagnosisTab::QuantitiesChosen, this, &frmResults::QuantitiesChosen);
   connect(ResultsTab, &QTabWidget::currentChanged, this, &frmResults::ShowCurrentTab);
 }
 
@@ -160,11 +165,12 @@ void frmResults::Refresh() {
   circumstances_.Observations = data_.Points.N();
   circumstances_.MissingPoints = data_.IncompleteRows;
   circumstances_.Weighted = IsWeighted(data_.Points);
+  solved_ = SolvedItems(project_, settings_.Integer("sortindex"));
+  diagnosis_->Follow(solved_, GatherData(project_.Sheet).Points);
   FillList(shown);
 }
 
 void frmResults::FillList(const std::optional<SolvedItem>& keep) {
-  solved_ = SolvedItems(project_, settings_.Integer("sortindex"));
   {
     const QSignalBlocker quiet(EqList);
     EqList->clear();
@@ -253,6 +259,7 @@ void frmResults::ShowCurrentTab() {
 
 void frmResults::ClearTabs() {
   for (TableView* table : {FitBook, DataBook}) table->SetTable(nullptr);
+  diagnosis_->Show(nullptr, patterns_);
   for (ResultPlot* plot : {pctModel, pctResidual, pctNormal}) plot->SetPlot(Failure{"Nothing is solved."});
 }
 
@@ -265,6 +272,8 @@ void frmResults::BuildTab(Tab tab, const SolvedItem& solution) {
     FitBook->SetTable(report(patterns_.Shown()), report(patterns_.InFull()));
   else if (tab == kDataTable)
     ShowDataTable(solution);
+  else if (tab == kDiagnosis)
+    diagnosis_->Show(&solution, patterns_);
   else {
     auto plot = PlotOfResults(kPlots[tab - kModelPlot], solution, data_, project_.Sheet, settings_, project_.Locale);
     std::vector<std::string> none;
@@ -283,9 +292,13 @@ void frmResults::ShowDataTable(const SolvedItem& solution) {
 
 bool frmResults::Evaluating() const { return pages_->currentIndex() == 1; }
 
-TableView* frmResults::CurrentTable() const { return dynamic_cast<TableView*>(ResultsTab->currentWidget()); }
+TableView* frmResults::CurrentTable() const {
+  if (ResultsTab->currentWidget() == diagnosis_) return diagnosis_->ShowsProfile() ? nullptr : &diagnosis_->Book();
+  return dynamic_cast<TableView*>(ResultsTab->currentWidget());
+}
 
 PlotView* frmResults::CurrentPlot() const {
+  if (ResultsTab->currentWidget() == diagnosis_) return diagnosis_->Plot();
   const auto* plot = dynamic_cast<ResultPlot*>(ResultsTab->currentWidget());
   return plot == nullptr ? nullptr : plot->View();
 }
@@ -294,14 +307,14 @@ void frmResults::SaveCommand() {
   if (Evaluating()) return panel_->Save();
   if (PlotView* plot = CurrentPlot()) return plot->SavePicture();
   if (const TableView* table = CurrentTable())
-    SaveTable(*table->InFull(), table == FitBook ? "Fit Information" : "Data Table", user_);
+    SaveTable(*table->InFull(), table->accessibleName().toStdString(), user_);
 }
 
 void frmResults::FormatCommand() {
   TableFormat dialog(this, patterns_, FitBook->TableFont(), project_.Locale);
   if (dialog.exec() != QDialog::Accepted) return;
   patterns_ = dialog.Patterns();
-  for (TableView* table : {FitBook, DataBook}) table->SetTableFont(dialog.Font());
+  for (TableView* table : {FitBook, DataBook, &diagnosis_->Book()}) table->SetTableFont(dialog.Font());
   Invalidate();
 }
 

@@ -22,6 +22,7 @@ class QTabWidget;
 
 namespace quorvex {
 
+class DiagnosisTab;
 class EvaluationPanel;
 class LimitsBar;
 class ResultPlot;
@@ -49,9 +50,13 @@ class frmResults : public QWidget {
   void Show(const SolvedItem& solution);
   void ShowBest();
 
+ signals:
+  // The user wants to say which quantities of a model's coefficients are reported.
+  void QuantitiesChosen(ModelClass& model);
+
  private:
   // The tabs, in their order.
-  enum Tab { kFitInformation, kDataTable, kModelPlot, kResidualPlot, kResidualProbability, kTabs };
+  enum Tab { kFitInformation, kDataTable, kModelPlot, kResidualPlot, kResidualProbability, kDiagnosis, kTabs };
 
   void LayOut();
   void MakeTabs();
@@ -96,6 +101,7 @@ class frmResults : public QWidget {
   QTabWidget* ResultsTab;
   TableView *FitBook, *DataBook;
   ResultPlot *pctModel, *pctResidual, *pctNormal;
+  DiagnosisTab* diagnosis_;
   EvaluationPanel* panel_;
   LimitsBar* limits_;
   QLabel* whyNoLimits_;
