@@ -158,13 +158,17 @@ bool Differentiator::CentredQuotientBlock(std::size_t coefficient, double h, std
 bool Differentiator::OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient) {
   const double a = model_.CoefficientValues[coefficient];
   BlockProgram& program = model_.compiled_->OverBlocks();
-  Block values;
+  Block values, absolute;
   std::fill_n(quotient, n, 0.0);
+  std::fill_n(absolute.begin(), n, 0.0);
   for (std::size_t k = 0; k < kOneSided.size(); ++k) {
     if (!program.EvaluateVaried(coefficient, a + static_cast<double>(k) * h, values.data())) return false;
-    for (std::size_t i = 0; i < n; ++i) quotient[i] += kOneSided[k] * values[i];
+    for (std::size_t i = 0; i < n; ++i) {
+      quotient[i] += kOneSided[k] * values[i];
+      absolute[i] += std::abs(kOneSided[k] * values[i]);
+    }
   }
-  for (std::size_t i = 0; i < n; ++i) quotient[i] /= h;
+  for (std::size_t i = 0; i < n; ++i) quotient[i] = IsRounding(quotient[i], absolute[i]) ? 0 : quotient[i] / h;
   return true;
 }
 

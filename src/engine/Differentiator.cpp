@@ -33,12 +33,14 @@ std::optional<double> CentredQuotient(double a, double h, Function f) {
 // The same from values on one side of a.
 template <class Function>
 std::optional<double> OneSidedQuotient(double a, double h, Function f) {
-  double sum = 0;
+  double sum = 0, absolute = 0;
   for (std::size_t k = 0; k < kOneSided.size(); ++k) {
     double value = 0;
     if (!f(a + static_cast<double>(k) * h, value)) return std::nullopt;
     sum += kOneSided[k] * value;
+    absolute += std::abs(kOneSided[k] * value);
   }
+  if (IsRounding(sum, absolute)) return 0;
   const double quotient = sum / h;
   return std::isfinite(quotient) ? std::optional(quotient) : std::nullopt;
 }

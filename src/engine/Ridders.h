@@ -31,6 +31,10 @@ struct DifferenceStep {
 // Math. Comp. 51, 1988).
 inline constexpr std::array<double, 5> kOneSided = {-25.0 / 12, 4, -3, 4.0 / 3, -1.0 / 4};
 
+// Of values weighted so, and their absolute values, summed: whether the sum is rounding. A slope of 0 must come out as
+// 0, since a search would take its sign for a way off the bound.
+inline bool IsRounding(double sum, double absolute) { return std::abs(sum) <= 0x1p-50 * absolute; }
+
 inline DifferenceStep StepInside(const Coefficient& coefficient, double a) {
   const double h = InitialStep(a), size = std::abs(h);
   const double below = a - coefficient.Minimum, above = coefficient.Maximum - a;
