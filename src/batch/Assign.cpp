@@ -34,6 +34,9 @@ std::optional<AssignStatement> ParseAssign(std::string_view text, char listSepar
     (field.starts_with(kMinimum) ? statement.Minimum : statement.Maximum).push_back(GetLineValue(field));
     text = text.substr(0, last);
   }
+  const std::string fields = ToLower(text.substr(first));
+  statement.HasBoundElsewhere =
+      fields.find(kMinimum) != std::string::npos || fields.find(kMaximum) != std::string::npos;
   const auto third = text.find(listSeparator, second + 1);
 
   std::string head(text.substr(0, first));
@@ -55,6 +58,8 @@ std::string ApplyAssign(ModelClass& model, std::string_view text, const LocaleTe
       return "lists are separated by '" + std::string(1, listSeparator) + "' here";
     return "it is no Assign statement";
   }
+  if (statement->HasBoundElsewhere)
+    return "its Minimum and Maximum do not come last, behind '" + std::string(1, listSeparator) + "'";
   for (int i = 1; i <= model.NumDependentVar(); ++i) {
     if (!EqualNoCase(model.Variables(i), statement->Variable)) continue;
     Coefficient bounded;

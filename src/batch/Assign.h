@@ -14,6 +14,7 @@ namespace quorvex {
 struct AssignStatement {
   std::string Variable, Value, Rule, Flag, Derivative;
   std::vector<std::string> Minimum, Maximum;  // as often as they are given
+  bool HasBoundElsewhere = false;             // in the place of another field, or behind another separator
 };
 
 // Splits the blank-free text behind "Assign" at the locale's list separator: Variable=Value, Operator=Rule, Fit=Flag

@@ -113,13 +113,19 @@ TEST_F(MacroChecks, TellEachFaultOfAMacroByItsLine) {
                "Assign a = 1, Operator = Value, Fit = True, Minimum =, Maximum = -1E3\n"
                "Assign b = 1, Operator = Value, Fit = True, Minimum = 2, Maximum = 1\n"
                "Assign b = 1, Operator = Value, Fit = True, Maximum = nan\n"
-               "Assign b = 1, Operator = Value, Fit = True, Minimum = 1, Minimum = 2\nE_MODEL\nE_MACRO\n",
+               "Assign b = 1, Operator = Value, Fit = True, Minimum = 1, Minimum = 2\n"
+               "Assign b = 1, Operator = Value, Minimum = 5\n"
+               "Assign b = 1, Operator = Value, Fit = True; Maximum = 5\nE_MODEL\nE_MACRO\n",
        "Line 8: 'Assign b = 1, Operator = Value, Fit = True, Minimum = 2, Maximum = 1' is ignored: its Minimum, 2, is "
        "above its Maximum, 1.\n"
        "Line 9: 'Assign b = 1, Operator = Value, Fit = True, Maximum = nan' is ignored: its Maximum, 'nan', is no "
        "number.\n"
        "Line 10: 'Assign b = 1, Operator = Value, Fit = True, Minimum = 1, Minimum = 2' is ignored: it gives the "
-       "Minimum twice.\n"},
+       "Minimum twice.\n"
+       "Line 11: 'Assign b = 1, Operator = Value, Minimum = 5' is ignored: its Minimum and Maximum do not come last, "
+       "behind ','.\n"
+       "Line 12: 'Assign b = 1, Operator = Value, Fit = True; Maximum = 5' is ignored: its Minimum and Maximum do not "
+       "come last, behind ','.\n"},
       {kHead + "IndependentVariables = one\n" + kTail,
        "Line 4: 'IndependentVariables = one' is no number from 1 to 20.\n"},
       {kHead + "B_MODEL\nY = a+b*x\nE_MODEL\nIndependentVariables = 1\nLogFile = x",
