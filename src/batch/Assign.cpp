@@ -79,4 +79,12 @@ std::string ApplyAssign(ModelClass& model, std::string_view text, const LocaleTe
   return "the model has no coefficient '" + statement->Variable + "'";
 }
 
+DerivedQuantity ParseReport(std::string_view text) {
+  std::string line(text);
+  DerivedQuantity quantity;
+  quantity.Name = GetLineKey(line);
+  quantity.Expression = GetLineValue(line);
+  return quantity;
+}
+
 }  // namespace quorvex

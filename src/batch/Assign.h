@@ -27,4 +27,8 @@ std::optional<AssignStatement> ParseAssign(std::string_view text, char listSepar
 // statement, or bounds that are none change nothing; then the answer says why.
 std::string ApplyAssign(ModelClass& model, std::string_view text, const LocaleText& locale);
 
+// The quantity of a Report statement from the text behind its first "=": a name, "=" and an expression, in which blanks
+// and further signs of equality stand as they are.
+DerivedQuantity ParseReport(std::string_view text);
+
 }  // namespace quorvex

@@ -17,6 +17,7 @@
 #include "core/Files.h"
 #include "core/NearestWord.h"
 #include "core/NumberText.h"
+#include "diagnosis/DerivedQuantity.h"
 #include "engine/LoadModelCatalog.h"
 #include "engine/UserModel.h"
 #include "equation/Expression.h"
@@ -173,6 +174,12 @@ class Reader {
   }
 
   bool ReadModelBlock();
+  // An Assign or Report statement of a model.
+  struct ModelStatement {
+    std::string Line, Text;  // as written, and what is behind the word
+    std::size_t Number;      // of the line
+  };
+  void TakeReports(ModelClass& model, const std::vector<ModelStatement>& reports);
   // Where the lines of a model stand, 0 for those that it doesn't have.
   struct BlockLines {
     std::size_t ID = 0;
@@ -234,7 +241,7 @@ void Reader::NoteEarlier(const MacroStatement& statement) {
 void Reader::NoteUnknown(const std::string& key, bool inModel) {
   if (notes_ == nullptr) return;
   constexpr std::string_view kModelWords[] = {"ID", "Y",  "F1", "F2", "F3",     "F4",     "F5",
-                                              "F6", "F7", "F8", "F9", "Assign", "E_MODEL"};
+                                              "F6", "F7", "F8", "F9", "Assign", "Report", "E_MODEL"};
   constexpr std::string_view kBlocks[] = {"B_MODEL", "E_MODEL", "E_MACRO"};
   constexpr std::size_t kLongest = 80;
   std::string shown = FirstCharacters(key, kLongest);
@@ -305,13 +312,9 @@ void Reader::Take(const MacroStatement&, const DerivativesValue& derivatives, co
 // The lines from behind B_MODEL to E_MODEL. Unlike the outer loop it acts on every line it reads.
 bool Reader::ReadModelBlock() {
   std::vector<std::string> functions(1);
-  struct Assign {
-    std::string Line, Text;  // as written, and behind the word without blanks
-    std::size_t Number;      // of the line
-  };
   const std::size_t begin = line_;
   BlockLines lines;
-  std::vector<Assign> assigns;
+  std::vector<ModelStatement> assigns, reports;  // the text of the former without blanks
   std::string ID;
   for (;;) {
     if (AtEnd()) {
@@ -328,6 +331,10 @@ bool Reader::ReadModelBlock() {
     } else if (folded.starts_with("assign")) {
       assigns.push_back({std::string(Trim(line)), written.substr(6), line_});
       NoteLine(nullptr, "Assign", written.substr(6));
+    } else if (folded.starts_with("report=")) {
+      // An expression keeps its blanks, which part words in it.
+      reports.push_back({std::string(Trim(line)), GetLineValue(line), line_});
+      NoteLine(nullptr, "Report", reports.back().Text);
     } else if (hasValue && folded.size() > 1 && folded[0] == 'f' && folded[1] >= '1' && folded[1] <= '9') {
       const auto n = static_cast<std::size_t>(folded[1] - '0');
       if (functions.size() <= n) functions.resize(n + 1);
@@ -366,19 +373,36 @@ bool Reader::ReadModelBlock() {
   if (model == nullptr) return false;
   model->Solve = true;
   model->SolveType = 0;
-  for (const Assign& assign : assigns) {
+  for (const ModelStatement& assign : assigns) {
     if (HoldsParameter(assign.Text)) {
       macro_.Deferred.push_back({assign.Text, model, assign.Number});
     } else if (const std::string fault = ApplyAssign(*model, assign.Text, locale_); !fault.empty()) {
       WarnAt(assign.Number, "'" + assign.Line + "' is ignored: " + fault);
     }
   }
+  TakeReports(*model, reports);
   if (!assigns.empty()) {
     // A built-in model would start from its linear form and pass over the rules that were just assigned.
     if (!model->UserType) model->ForceRuleEstimate = true;
     model->SpecifyICComplete = false;
   }
   return true;
+}
+
+// A quantity that can't be computed stays one, so that the answer tells why; the same is told here, where it can be
+// known before parameters have their values.
+void Reader::TakeReports(ModelClass& model, const std::vector<ModelStatement>& reports) {
+  std::erase_if(macro_.DeferredReports, [&](const DeferredReport& earlier) { return earlier.Model == &model; });
+  model.Reports.clear();
+  for (const ModelStatement& report : reports) {
+    if (HoldsParameter(report.Text))
+      macro_.DeferredReports.push_back({report.Text, &model, model.Reports.size(), report.Number});
+    model.Reports.push_back(ParseReport(report.Text));
+  }
+  const std::vector<std::string> faults = ReportFaults(model);
+  for (std::size_t i = 0; i < reports.size(); ++i)
+    if (!faults[i].empty() && !HoldsParameter(reports[i].Text))
+      WarnAt(reports[i].Number, "'" + reports[i].Line + "' has no answer: " + faults[i]);
 }
 
 // The model of the collection with these lines, or a new user model; null where the lines make none.

@@ -27,12 +27,21 @@ struct DeferredID {
   std::size_t Line;
 };
 
+// A Report statement that holds a parameter.
+struct DeferredReport {
+  std::string Text;  // behind the word
+  ModelClass* Model;
+  std::size_t Number;  // among the model's, from 0
+  std::size_t Line;
+};
+
 // What a macro file says.
 struct Macro {
   MacroSetup Setup;
   ModelCollection Models;
   std::vector<DeferredAssign> Deferred;
   std::vector<DeferredID> DeferredIDs;
+  std::vector<DeferredReport> DeferredReports;
   int BlockCount = 0;     // B_MODEL statements
   int ModelsCreated = 0;  // blocks that gave a model
 };

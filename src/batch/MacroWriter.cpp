@@ -148,6 +148,8 @@ void Writer::Model(const ModelClass& model) {
                 " Fit = " + TrueOrFalse(model.Constants(i) == 1) + separator +
                 " Derivative = " + OneLine(model.Derivatives(i)) + least + most);
   }
+  for (const DerivedQuantity& report : model.Reports)
+    Line(8, "Report = " + OneLine(report.Name) + " = " + OneLine(report.Expression));
   Line(4, "E_MODEL");
 }
 

@@ -8,6 +8,7 @@
 #include "batch/MacroStatements.h"
 #include "batch/RunPlots.h"
 #include "core/NumberText.h"
+#include "diagnosis/DerivedQuantity.h"
 #include "import/ConnectString.h"
 #include "sheet/SeriesData.h"
 
@@ -153,6 +154,15 @@ bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t
     if (tooLong(deferred.Model->cfgID, "ID")) return false;
     if (deferred.Model->cfgID != deferred.Text) log.Line("Assigning ID = '" + deferred.Model->cfgID + "'");
   }
+  for (const DeferredReport& deferred : macro.DeferredReports) {
+    const std::string text = WithParameters(deferred.Text, table, row);
+    if (tooLong(text, "Report")) return false;
+    deferred.Model->Reports[deferred.Number] = ParseReport(text);
+    log.Line("Assigning Report = '" + text + "'");
+  }
+  for (const DeferredReport& deferred : macro.DeferredReports)
+    if (const std::string fault = ReportFaults(*deferred.Model)[deferred.Number]; !fault.empty())
+      log.Warn("'Report = " + WithParameters(deferred.Text, table, row) + "' has no answer: " + fault, deferred.Line);
   if (plotsChanged) AssignPlots(setup, log);
   for (std::size_t i = 0; i < assigns.size(); ++i)
     if (!faults[i].empty()) log.Warn("'Assign " + assigns[i].Text + "' is ignored: " + faults[i], assigns[i].Line);

@@ -84,7 +84,7 @@ void NotDetermined(Case& c, Reasons& reasons) {
 }
 
 void NotAtAMinimum(Case& c, Reasons& reasons) {
-  if (c.Geometry == nullptr || c.Model.SolveType != 0 || c.IsExact()) return;
+  if (c.Geometry == nullptr || c.Model.SolveType != 0 || c.Model.Loss != LossKind::Squares || c.IsExact()) return;
   if (!(c.Geometry->RelativeOffset() > kOffMinimum)) return;
   bool moved = c.Model.ICRanges.size() != c.Model.CoefficientValues.size() || c.Model.SweepCount > 1;
   for (std::size_t i = 0; i < c.Model.ICRanges.size() && !moved; ++i)

@@ -342,6 +342,32 @@ void SolvedModelReader::ReadBounds(RecordReader& io) {
   });
 }
 
+// A record for each quantity, in their order.
+void WriteReports(RecordWriter& io, const Project& project) {
+  const auto hasNone = [](const auto& model) { return model->Reports.empty(); };
+  if (std::ranges::all_of(project.Models, hasNone)) return;
+  Section(io, kReports, [&] {
+    for (const auto& model : project.Models)
+      for (const DerivedQuantity& report : model->Reports) {
+        io(model->id);
+        io(report.Name);
+        io(report.Expression);
+      }
+  });
+}
+
+void SolvedModelReader::ReadReports(RecordReader& io) {
+  Section(io, kReports, [&] {
+    while (io.GoesOn(kReports)) {
+      ModelClass* const model = FindModel(io);
+      if (model == nullptr) return io.Fail();
+      DerivedQuantity& report = model->Reports.emplace_back();
+      io(report.Name);
+      io(report.Expression);
+    }
+  });
+}
+
 ModelClass* SolvedModelReader::FindModel(RecordReader& io) {
   std::string id;
   io(id);

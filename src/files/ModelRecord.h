@@ -15,13 +15,16 @@ namespace quorvex {
 
 // The names of the sections.
 inline constexpr const char *kSolvedModel = "EQUATIONCLASS", *kSweeps = "SWEEPINFO", *kSearchEnds = "SEARCHEND",
-                            *kFoundBy = "FOUNDBY", *kDeviations = "DEVIATIONS", *kBounds = "BOUNDS";
+                            *kFoundBy = "FOUNDBY", *kDeviations = "DEVIATIONS", *kReports = "REPORTS",
+                            *kBounds = "BOUNDS";
 
 void WriteSolvedModel(RecordWriter& io, const ModelClass& model, std::size_t variables);
 void WriteSweeps(RecordWriter& io, const Project& project);
 void WriteSearchEnds(RecordWriter& io, const Project& project);
 void WriteFoundBy(RecordWriter& io, const Project& project);
 void WriteDeviations(RecordWriter& io, const Project& project);
+// Of all models, solved or not.
+void WriteReports(RecordWriter& io, const Project& project);
 // Of all models that have them, solved or not.
 void WriteBounds(RecordWriter& io, const Project& project);
 
@@ -35,6 +38,7 @@ class SolvedModelReader {
   void ReadSearchEnds(RecordReader& io);
   void ReadFoundBy(RecordReader& io);
   void ReadDeviations(RecordReader& io);
+  void ReadReports(RecordReader& io);
   void ReadBounds(RecordReader& io);
 
  private:

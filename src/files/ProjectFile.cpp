@@ -99,6 +99,8 @@ void ReadBehindTheEnd(RecordReader& io, SolvedModelReader& models) {
       models.ReadFoundBy(io);
     else if (io.Begins(kDeviations))
       models.ReadDeviations(io);
+    else if (io.Begins(kReports))
+      models.ReadReports(io);
     else if (io.Begins(kBounds))
       models.ReadBounds(io);
     else
@@ -190,6 +192,7 @@ std::string ProjectText(const Project& project) {
   WriteSearchEnds(io, project);
   WriteFoundBy(io, project);
   WriteDeviations(io, project);
+  WriteReports(io, project);
   WriteBounds(io, project);
   return io.Text();
 }
