@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include "NistProject.h"
+#include "diagnosis/Verdict.h"
+#include "engine/Points.h"
+#include "solve/GatherData.h"
+
+namespace quorvex {
+namespace {
+
+struct Fitted {
+  std::unique_ptr<ModelClass> Model;
+  Verdict Judgement;
+};
+
+struct Situation {
+  const char* Formula;
+  std::vector<double> Start;  // from the rules where empty
+  std::function<void(ModelClass&, Settings&)> Arrange = nullptr;
+  const char* Built = nullptr;  // the ID of a catalogue model, which the formula then is
+};
+
+Verdict JudgementOf(ModelClass& model, const SolveData& data, const Settings& settings) {
+  SolveForm form;
+  std::string log;
+  model.Fit(data, settings, log, form);
+  const FitResult before = model;
+  const auto geometry = model.Solved ? FitGeometry::At(model, data, 0, form) : std::nullopt;
+  Verdict verdict = Judge(model, data, geometry, settings, form);
+  EXPECT_EQ(model.CoefficientValues, before.CoefficientValues);
+  return verdict;
+}
+
+Verdict JudgementOf(const Situation& situation, const SolveData& data) {
+  const std::unique_ptr<ModelClass> model = NewModelFor(data.X.size(), LocaleText());
+  model->SetID(situation.Formula, {situation.Formula});
+  EXPECT_TRUE(model->IsValidEquation()) << situation.Formula;
+  for (std::size_t i = 0; i < situation.Start.size(); ++i)
+    model->SetRuleConstant(static_cast<int>(i) + 1, GeneralNumber(situation.Start[i]));
+  Settings settings;
+  if (situation.Arrange) situation.Arrange(*model, settings);
+  return JudgementOf(*model, data, settings);
+}
+
+std::vector<double> Steps(int n, double first = 1, double step = 1) {
+  std::vector<double> x;
+  for (int i = 0; i < n; ++i) x.push_back(first + step * i);
+  return x;
+}
+
+// The function at the steps, with scatter of about the size given: the fractions of multiples of the golden ratio.
+SolveData Scattered(const std::vector<double>& x, const std::function<double(double)>& f, double scatter) {
+  std::vector<double> y;
+  for (std::size_t i = 0; i < x.size(); ++i)
+    y.push_back(f(x[i]) + scatter * (2 * std::fmod(static_cast<double>(i + 1) * 0.6180339887498949, 1.0) - 1));
+  return Points({x}, std::move(y));
+}
+
+double Line(double x) { return 3 + 2 * x; }
+
+TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
+  const SolveData line = Scattered(Steps(20), Line, 0.5);
+  const struct {
+    const char* Name;
+    Situation Model;
+    SolveData Data;
+    VerdictKind Kind;
+    const char* Reason;  // with which the first one begins; empty for a sound answer
+    const char* Ended = "";
+  } kCases[] = {
+      {"sound", {"a+b*x", {}}, line, VerdictKind::Sound, "", "The search converged after "},
+      {"held",
+       {"a+b*x", {3, 1}, [](ModelClass& m, Settings&) { m.SetConstant(1, 0); }},
+       line,
+       VerdictKind::Sound,
+       "",
+       "The search converged after 2 iterations, with 'a' held constant."},
+      {"limit",
+       {"a*exp(b*x)", {1, 0.01}, [](ModelClass&, Settings& s) { s.MaxIterations = 1; }},
+       line,
+       VerdictKind::Doubtful,
+       "The search had not converged: more iterations may lead to another answer.",
+       "The search stopped at the limit of 1 iteration."},
+      {"bound",
+       {"a+b*x", {3, 1}, [](ModelClass& m, Settings&) { m.Coefficients[1].Maximum = 1.5; }},
+       line,
+       VerdictKind::Doubtful,
+       "'b' lies on its maximum 1.5: the data would have it higher"},
+      {"alike",
+       {"a*exp(b+c*x)", {1, 0.1, 0.1}},
+       Scattered(
+           Steps(20), [](double x) { return std::exp(0.1 * x); }, 0.01),
+       VerdictKind::Doubtful,
+       ""},
+      {"constant",
+       {"a+b*x", {}},
+       Scattered(
+           Steps(20), [](double) { return 5.0; }, 1),
+       VerdictKind::Doubtful,
+       "The model is no better than a constant: the points scatter as much about it as about the mean of Y."},
+      {"pole",
+       {"a+b/(x-c)", {3, 1, 4.5}},
+       Scattered(
+           Steps(20), [](double x) { return 3 + 1 / (x - 4.5); }, 0.01),
+       VerdictKind::Doubtful,
+       "The model has a pole at X = 4.5"},
+      {"no value",
+       {"a*sqr((x-4)*(x-5))+b", {1, 1}},
+       Scattered(
+           Steps(20), [](double x) { return 1 + std::sqrt((x - 4) * (x - 5)); }, 0.01),
+       VerdictKind::Doubtful,
+       "The model has no value at X = "},
+      {"jump",
+       {"a*int(x+0.5+b*0)+c", {1, 0, 1}},
+       Scattered(
+           Steps(20), [](double x) { return std::floor(x); }, 0.1),
+       VerdictKind::Doubtful,
+       ""},
+      {"few",
+       {"a+b*x", {}},
+       Scattered(Steps(3), Line, 0.5),
+       VerdictKind::Doubtful,
+       "3 points for 2 free coefficients leave 1 degree of freedom: how much the points scatter is hardly known."},
+      {"correlated",
+       {"a+b*x+c*x^2", {}},
+       Scattered(
+           Steps(20, 1000), [](double x) { return 3 + 2 * x; }, 0.5),
+       VerdictKind::Doubtful,
+       "'b' and 'c' have a correlation of -0.9999"},
+      {"may be 0",
+       {"a+b*x", {}},
+       Scattered(
+           Steps(20), [](double x) { return 2 * x; }, 0.5),
+       VerdictKind::Doubtful,
+       "'a' may be 0: its standard error 0."},
+      {"not random",
+       {"a+b*x", {}},
+       Scattered(
+           Steps(20), [](double x) { return x * x; }, 0.5),
+       VerdictKind::Doubtful,
+       "The residuals follow each other along X (Durbin-Watson 0."},
+      {"start", {"a*exp(-((x-b)/0.01)^2)+c", {1, 100, 10}}, line, VerdictKind::Failed, ""},
+      {"too few",
+       {"a+b*x+c*x^2", {}},
+       Scattered(Steps(3), Line, 0.5),
+       VerdictKind::Failed,
+       "The model has 3 coefficients and needs more points than that; the data have 3 points.",
+       "The fit failed: Solution failed: not enough data points."},
+      {"exact", {"a+b*x", {}}, Scattered(Steps(20), Line, 0), VerdictKind::Sound, ""},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.Name);
+    const Verdict verdict = JudgementOf(c.Model, c.Data);
+    const std::string first = verdict.Reasons.empty() ? "" : verdict.Reasons[0];
+    EXPECT_EQ(verdict.Kind, c.Kind) << verdict.Ended << " " << first;
+    EXPECT_TRUE(verdict.Ended.starts_with(c.Ended)) << verdict.Ended;
+    EXPECT_TRUE(first.starts_with(c.Reason)) << first;
+    if (c.Kind == VerdictKind::Sound) {
+      EXPECT_EQ(first, "");
+    }
+    for (const std::string& r : verdict.Reasons) printf("%s: %s | %s\n", c.Name, verdict.Ended.c_str(), r.c_str());
+  }
+}
+
+// The nonlinear and linear reference sets of NIST's StRD, with the reasons that there are.
+TEST(Judge, CallsTheReferenceSetsSound) {
+  for (const char* kind : {"nonlinear", "linear"})
+    for (const NistSet& row : NistSets(kind)) {
+      SCOPED_TRACE(row.at("name"));
+      const Project project = NistProject(row);
+      const SolveData data = GatherData(project.Sheet).Points;
+      Settings settings;
+      settings.MaxIterations = 10000;
+      ModelClass& model = *project.Models.Find(row.at("name"));
+      const Verdict verdict = JudgementOf(model, data, settings);
+      printf("%s: %s\n", row.at("name").c_str(), verdict.Ended.c_str());
+      for (const std::string& r : verdict.Reasons) printf("   %s\n", r.c_str());
+    }
+}
+
+}  // namespace
+}  // namespace quorvex
