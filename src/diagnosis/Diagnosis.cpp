@@ -10,6 +10,7 @@
 #include "diagnosis/DerivedQuantity.h"
 #include "diagnosis/FitGeometry.h"
 #include "engine/RankModels.h"
+#include "engine/RobustFit.h"
 #include "functions/InverseTDistribution.h"
 
 namespace quorvex {
@@ -48,6 +49,7 @@ class ModelDiagnosis {
     const ChiSquare chiSquare = ChiSquareOf(model_, data_.UnitDeviation);
     diagnosis_.ReducedChiSquare = chiSquare.Reduced;
     diagnosis_.ChiSquareProbability = chiSquare.Probability;
+    if (model_.Loss != LossKind::Squares) diagnosis_.Outliers = OutlierRows(model_, data_);
     Coefficients();
     Quantities(geometry);
     if (geometry) Correlations(*geometry);

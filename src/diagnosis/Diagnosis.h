@@ -23,7 +23,7 @@ struct CoefficientDiagnosis {
   std::string Name;
   double Value = NAN, StdErr = NAN;
   bool IsHeld = false, IsAtMinimum = false, IsAtMaximum = false;
-  LimitsByLevel Symmetric;                    // value -+ se t
+  LimitsByLevel Symmetric;                    // value -+ se t; the value itself where it is held or at a bound
   std::optional<LimitsByLevel> Profile;       // where asked for
   ProfileCurve Curve;                         // behind these
   std::optional<LimitsByLevel> Bootstrapped;  // where asked for
@@ -46,8 +46,8 @@ struct Diagnosis {
   double ReducedChiSquare = NAN, ChiSquareProbability = NAN;  // of data with standard deviations
   std::vector<CoefficientDiagnosis> Coefficients;
   std::vector<std::string> CorrelationNames;  // of the free coefficients
-  Matrix Correlation;
-  double Condition = NAN;  // of the derivatives, their columns scaled to equal lengths
+  Matrix Correlation;                         // empty where the derivatives are singular
+  double Condition = NAN;                     // of the derivatives, their columns scaled to equal lengths
   std::vector<QuantityDiagnosis> Quantities;
   Ranking Rank;
   std::vector<std::size_t> Outliers;  // rows, by OutlierRows (engine/RobustFit.h)
@@ -56,7 +56,9 @@ struct Diagnosis {
 
 // The diagnoses of the solved models, in the order of RankModels, and behind them of those that were to be solved and
 // were not, in the order of the collection. `warnings` gets what is to be said of all together, a sentence each. Ends
-// early, with nothing, where `form` is aborted. The same bits on every machine and for any number of threads.
+// early, with nothing, where `form` is aborted. Never throws for what the models or the data are. The models stay as
+// they were, but for the errors of cross-validation, which they keep (FitResult). The same bits on every machine and
+// for any number of threads.
 std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& data, const DiagnosisChoices& choices,
                                 int sortIndex, const Settings& settings, SolveForm& form,
                                 std::vector<std::string>& warnings);
