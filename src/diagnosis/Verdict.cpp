@@ -18,7 +18,7 @@ namespace {
 constexpr double kUndetermined = 1e-10, kPart = 0.1;
 constexpr double kOffMinimum = 0.05;
 constexpr int kFewDegrees = 3;
-constexpr double kCorrelated = 0.99, kUncertain = 0.1;
+constexpr double kCorrelated = 0.99, kUncertain = 0.2;
 constexpr double kByChance = 0.001;
 constexpr std::size_t kEnoughX = 10;
 constexpr double kRounding = 1e-10;

@@ -35,7 +35,7 @@ struct Verdict {
 //   broken             the curve has a pole, a jump or no value between points (ModelBreaks.h)
 //   too few points     less than 3 degrees of freedom are left: the 95 % limits are 4 to 13 standard errors wide
 //   correlated         the coefficients of the pair named have a correlation beyond 0.99, and one of them a standard
-//                      error above a tenth of its value: what one has too much the other makes up for. With small
+//                      error above a fifth of its value: what one has too much the other makes up for. With small
 //                      errors even a correlation of 0.999 does no harm, and many good models have one
 //   may be 0           a standard error is larger than its coefficient: by the t-test nothing speaks against 0
 //   not random         with one variable and 10 different X at least, neighbouring residuals (means of equal X) are

@@ -162,8 +162,18 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
   }
 }
 
-// The nonlinear and linear reference sets of NIST's StRD, with the reasons that there are.
+// The nonlinear and linear reference sets of NIST's StRD. A reason stands where it is true of the set: Kirby2's curve
+// has residuals that wave along X, NoInt1 is a line through 0 far from its points, a sine of ENSO is lost in the
+// scatter, Longley is known for its collinear variables, and the scatter of Wampler4 hides its coefficients. By numpy
+// the others are far from the thresholds.
 TEST(Judge, CallsTheReferenceSetsSound) {
+  const std::map<std::string, std::string> reasons = {
+      {"Kirby2", "The residuals follow each other along X (Durbin-Watson 0.05"},
+      {"ENSO", "'b8' may be 0: its standard error"},
+      {"Nelson", "'b2' and 'b3' have a correlation of 0.9997"},
+      {"NoInt1", "The model is no better than a constant"},
+      {"Longley", "'b0' and 'b6' have a correlation of -0.9996"},
+      {"Wampler4", "'b3' and 'b4' have a correlation of"}};
   for (const char* kind : {"nonlinear", "linear"})
     for (const NistSet& row : NistSets(kind)) {
       SCOPED_TRACE(row.at("name"));
@@ -173,8 +183,12 @@ TEST(Judge, CallsTheReferenceSetsSound) {
       settings.MaxIterations = 10000;
       ModelClass& model = *project.Models.Find(row.at("name"));
       const Verdict verdict = JudgementOf(model, data, settings);
-      printf("%s: %s\n", row.at("name").c_str(), verdict.Ended.c_str());
-      for (const std::string& r : verdict.Reasons) printf("   %s\n", r.c_str());
+      const auto expected = reasons.find(row.at("name"));
+      const std::string first = verdict.Reasons.empty() ? "" : verdict.Reasons[0];
+      EXPECT_EQ(verdict.Kind, expected == reasons.end() ? VerdictKind::Sound : VerdictKind::Doubtful) << first;
+      if (expected != reasons.end()) {
+        EXPECT_TRUE(first.starts_with(expected->second)) << first;
+      }
     }
 }
 
