@@ -22,6 +22,7 @@
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "import/ConnectString.h"
+#include "results/ResultPlots.h"
 #include "sheet/ArrangeData.h"
 
 namespace quorvex {
@@ -259,7 +260,8 @@ void Checker::CheckEffects() {
       {"Diagnostics", s.Diagnostics && EqualNoCase(s.OutputFormat, "Quorvex") && s.ResultFile.empty(),
        "where the output is a project and there is no ResultFile"},
       {"PlotBands", s.PlotBands > 0 && s.PlotFile.empty(), "without a PlotFile"},
-      {"PlotBands", s.PlotBands > 0 && !s.PlotFile.empty() && s.PlotKind != 0, "on plots of residuals"},
+      {"PlotBands", s.PlotBands > 0 && !s.PlotFile.empty() && s.PlotKind != 0,
+       s.PlotKind == static_cast<int>(ResultPlotKind::Profile) ? "on plots of profiles" : "on plots of residuals"},
   };
   for (const auto& [keyword, isIdle, why] : cases)
     if (const std::size_t line = LineOf(keyword); isIdle && line > 0)

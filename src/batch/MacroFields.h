@@ -55,7 +55,7 @@ struct MacroFields {
   std::string PlotFiles;  // one a line
   std::string PlotTemplate;
   std::string PlotModels = "best";  // or "all", or a number
-  std::string PlotKind = "Model";   // or "Residuals", "Probability"
+  std::string PlotKind = "Model";   // or "Residuals", "Probability", "Profile"
   std::string PlotBands = "None";   // or "Confidence", "Prediction", "Both"
 
   // Diagnosis

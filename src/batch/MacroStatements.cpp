@@ -36,7 +36,7 @@ constexpr std::string_view kOutputFormat[] = {"Quorvex", "Structured", "Spreadsh
 constexpr std::string_view kOutputDelimit[] = {"Tab", "Comma", "SemiColon", "Space"};
 
 constexpr std::string_view kPlotModels[] = {"best", "all"};
-constexpr std::string_view kPlotKind[] = {"Model", "Residuals", "Probability"};
+constexpr std::string_view kPlotKind[] = {"Model", "Residuals", "Probability", "Profile"};
 constexpr std::string_view kPlotBands[] = {"None", "Confidence", "Prediction", "Both"};
 constexpr std::string_view kStandardDeviations[] = {"Relative", "Absolute"};
 constexpr std::string_view kLimits[] = {"Symmetric", "Profile"};

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "functions/InverseTDistribution.h"
 #include "results/ResultPlots.h"
 
 namespace quorvex {
@@ -88,6 +89,22 @@ PlotSeries Rise(const std::string& name, const Interval& shown, double most, Tau
   return Line(name, std::move(x), std::move(y), std::move(style));
 }
 
+SeriesStyle ParabolaStyle() { return {.DrawStyle = kDashed, .DrawColor = kRed}; }
+
+PlotSeries LevelLine(std::size_t level, const Interval& shown, double height) {
+  return Line(std::to_string(kLimitLevels[level]) + "%", {shown.Lower, shown.Upper}, {height, height},
+              {.DrawStyle = kDotted, .DrawColor = kGray});
+}
+
+PlotClass EmptyPlot(const std::string& title, const std::string& xTitle, const Settings& settings,
+                    const LocaleText& locale) {
+  PlotClass plot(settings, locale);
+  plot.PlotTitle = title;
+  plot.X.AxisTitle = xTitle;
+  plot.Y.AxisTitle = "Rise of the Merit Function in Variances";
+  return plot;
+}
+
 }  // namespace
 
 Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Settings& settings,
@@ -95,11 +112,7 @@ Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Set
   if (!coefficient.Profile || coefficient.Curve.Points.size() < 2 ||
       coefficient.Curve.Points.front().Value == coefficient.Curve.Points.back().Value || !(coefficient.StdErr > 0))
     return Failure{"There is no profile of " + coefficient.Name + "."};
-  PlotClass plot(settings, locale);
-  plot.PlotTitle = "Profile of " + coefficient.Name;
-  plot.X.AxisTitle = coefficient.Name;
-  plot.Y.AxisTitle = "Rise of the Merit Function in Variances";
-
+  PlotClass plot = EmptyPlot("Profile of " + coefficient.Name, coefficient.Name, settings, locale);
   const Interval shown = Shown(coefficient);
   LimitsByLevel heights;  // of each level, twice
   for (std::size_t level = 0; level < kLimitLevels.size(); ++level) {
@@ -110,14 +123,13 @@ Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Set
   const TauCurve profile(coefficient.Curve.Points);
   plot.PlotData.push_back(Rise("Profile", shown, most, [&](double value) { return profile.At(value); },
                                {.DrawWidth = 2, .DrawColor = kBlue}));
-  plot.PlotData.push_back(Rise("Parabola", shown, most,
-                               [&](double value) { return (value - coefficient.Value) / coefficient.StdErr; },
-                               {.DrawStyle = kDashed, .DrawColor = kRed}));
+  plot.PlotData.push_back(Rise(
+      "Parabola", shown, most, [&](double value) { return (value - coefficient.Value) / coefficient.StdErr; },
+      ParabolaStyle()));
   Column x, y;
   for (std::size_t level = 0; level < kLimitLevels.size(); ++level) {
     const double height = heights[level].Upper;
-    plot.PlotData.push_back(Line(std::to_string(kLimitLevels[level]) + "%", {shown.Lower, shown.Upper},
-                                 {height, height}, {.DrawStyle = kDotted, .DrawColor = kGray}));
+    plot.PlotData.push_back(LevelLine(level, shown, height));
     const Interval& limits = (*coefficient.Profile)[level];
     for (const double end : {limits.Lower, limits.Upper}) {
       if (!std::isfinite(end)) continue;
@@ -129,6 +141,37 @@ Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Set
   DataClass limits;
   limits.GenerateTable({std::move(x)}, std::move(y));
   plot.PlotData.push_back(Markers("Limits (68, 90, 95, 99%)", std::move(limits), settings));
+  return plot;
+}
+
+Result<PlotClass> ProfilesPlot(const ModelClass& model, const SolveData& data, const Settings& settings,
+                               const LocaleText& locale) {
+  const double deviation = model.ErrorDeviation();
+  const ProfileScale scale{deviation * deviation, ConfidenceQuantiles(model.ErrorDegrees())};
+  SolveForm unattended;
+  const auto profiled = ProfileCoefficients(model, data, scale, settings, unattended);
+  if (!profiled->Refusal.empty()) return Failure{"There is no profile of '" + model.id + "'. " + profiled->Refusal};
+  PlotClass plot = EmptyPlot("Profiles", "Standard Errors from the Best Value", settings, locale);
+  const double last = scale.Quantiles.back(), most = 1.15 * last * last;
+  Interval all{-last, last};
+  for (const CoefficientProfile& profile : profiled->Coefficients) {
+    const double error = model.StandardError(profile.Coefficient);
+    std::vector<ProfilePoint> points = profile.Curve.Points;
+    for (ProfilePoint& point : points) point.Value = (point.Value - profile.Value) / error;
+    std::erase_if(points, [](const ProfilePoint& point) { return !std::isfinite(point.Value); });
+    if (points.size() < 2 || !(points.front().Value < points.back().Value)) continue;
+    const TauCurve curve(points);
+    const Interval shown{std::max(points.front().Value, -2 * last), std::min(points.back().Value, 2 * last)};
+    SeriesStyle style{.DrawWidth = 2};
+    TellApart(style, plot.PlotData.size());
+    plot.PlotData.push_back(Rise(
+        profile.Name, shown, most, [&](double value) { return curve.At(value); }, style));
+    all = {std::min(all.Lower, shown.Lower), std::max(all.Upper, shown.Upper)};
+  }
+  plot.PlotData.push_back(Rise(
+      "Parabola", all, most, [](double value) { return value; }, ParabolaStyle()));
+  for (std::size_t level = 0; level < kLimitLevels.size(); ++level)
+    plot.PlotData.push_back(LevelLine(level, all, scale.Quantiles[level] * scale.Quantiles[level]));
   return plot;
 }
 

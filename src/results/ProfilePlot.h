@@ -16,4 +16,9 @@ namespace quorvex {
 Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Settings& settings,
                               const LocaleText& locale = {});
 
+// The same of all free coefficients of a solved model, which is profiled for it. Each is in standard errors from its
+// best value, so that all have one parabola. Fails with the reason where there are no profiles.
+Result<PlotClass> ProfilesPlot(const ModelClass& model, const SolveData& data, const Settings& settings,
+                               const LocaleText& locale = {});
+
 }  // namespace quorvex

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "results/PlotPoints.h"
+#include "results/ProfilePlot.h"
 #include "sheet/ColumnNames.h"
 #include "sheet/PointsNeeded.h"
 
@@ -293,6 +294,7 @@ Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const Solve
     return plot;
   }
   if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
+  if (kind == ResultPlotKind::Profile) return PageOf(ProfilesPlot(*solution.Model, points, settings, locale));
   if (kind == ResultPlotKind::Probability) return PageOf(NormalPlot(*solution.Model, points, settings, locale));
   return PageOf(ResidualPlot(*solution.Model, data, scatterType, ScatterTypes(sheet)[scatterType], settings, locale));
 }

@@ -109,8 +109,8 @@ Result<PlotClass> ResidualPlot(ModelClass& model, const GatheredData& data, std:
 Result<PlotClass> NormalPlot(ModelClass& model, const SolveData& data, const Settings& settings,
                              const LocaleText& locale = {});
 
-// The plots of a results window.
-enum class ResultPlotKind { Model, Residuals, Probability };
+// The plots of a results window, and that of its profiles in one, which macros draw.
+enum class ResultPlotKind { Model, Residuals, Probability, Profile };
 
 // One of them, of the complete rows of a sheet in its order; residuals against one of the ScatterTypes. Fails with the
 // sentence that stands in its place.

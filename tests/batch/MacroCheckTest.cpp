@@ -86,7 +86,7 @@ TEST_F(MacroChecks, TellEachFaultOfAMacroByItsLine) {
        "IgnoreConsecutive.\n"
        "Line 5: 'DataFirstLine = 0' is no number from 1 on.\n"
        "Line 6: 'OutputFormat = Text' is none of Quorvex, Structured, Spreadsheet.\n"
-       "Line 7: 'PlotKind = Modle' is ignored: it is none of Model, Residuals, Probability.\n"},
+       "Line 7: 'PlotKind = Modle' is ignored: it is none of Model, Residuals, Probability, Profile.\n"},
       {kHead +
            "Diagnostics = True\nBootstrap = -3\nCrossValidation = 1\nLossScale = 0\nLoss = Hubert\nLimits = both\n" +
            "PlotBands = all\nStandardDeviations = given\n" + kTail,

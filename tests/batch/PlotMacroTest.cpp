@@ -99,6 +99,8 @@ TEST_F(PlotMacro, ShowsTheModelsThatItNames) {
   EXPECT_EQ(Legend(), (Names{"Residuals", ""}));
   EXPECT_EQ(Draw("PlotKind = Probability\nPlotFile = @a.svg\n"), 0);
   EXPECT_EQ(Legend(), (Names{"Residuals", "Reference line"}));
+  EXPECT_EQ(Draw("PlotKind = Profile\nPlotFile = @a.svg\n"), 0);
+  EXPECT_EQ(Legend(), (Names{"a", "b", "Parabola", "", "", "", ""}));
 
   // As a plot of the desktop program, with models only where the preferences say so.
   Run_.Preferences.SetFlag("plotmodelsonly", true);
@@ -145,7 +147,7 @@ TEST_F(PlotMacro, TellsWhatKeepsItFromAPlot) {
   } cases[] = {
       {"PlotModels = best2\nPlotKind = Plot\nPlotModels = 0\nPlotModels =\n" + old, kModels, 0, true,
        "Warning: 'PlotModels = best2' is ignored: it is none of best, all, a number from 1\n"
-       "Warning: 'PlotKind = Plot' is ignored: it is none of Model, Residuals, Probability\n"
+       "Warning: 'PlotKind = Plot' is ignored: it is none of Model, Residuals, Probability, Profile\n"
        "Warning: 'PlotModels = 0' is ignored: it is none of best, all, a number from 1\n"
        "Warning: 'PlotModels = ' is ignored: it is none of best, all, a number from 1\n"},
       {"PlotFile = @a.gif\nPlotFile = %X%\n" + old, kModels, 200, true,
