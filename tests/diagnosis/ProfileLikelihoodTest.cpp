@@ -207,6 +207,36 @@ TEST(ProfileLikelihood, IsSymmetricWhereTheModelIsLinear) {
       }
 }
 
+// a stays at 19 at most: for each b the best a has a closed form, and the rise with it.
+TEST(ProfileLikelihood, KeepsTheOthersBetweenTheirBounds) {
+  const SolveData data = OxygenDemand();
+  const auto rss = [&data](double b) {
+    double fy = 0, ff = 0, sum = 0;
+    const auto f = [b](double x) { return 1 - std::exp(-b * x); };
+    for (std::size_t i = 0; i < data.N(); ++i) fy += f(data.X[0][i]) * data.Y[i], ff += std::pow(f(data.X[0][i]), 2);
+    const double a = std::min(fy / ff, 19.0);
+    for (std::size_t i = 0; i < data.N(); ++i) sum += std::pow(data.Y[i] - a * f(data.X[0][i]), 2);
+    return sum;
+  };
+  auto model = CompileModel("bounded", {"a*(1-exp(-b*x))"}, 1, LocaleText());
+  model->Coefficients[0].Maximum = 19;
+  model->CoefficientValues = {15, 0.5};
+  model->ICRanges = {{15, 15, 1}, {0.5, 0.5, 1}};
+  model->SpecifyICComplete = true;
+  SolveForm form;
+  std::string log;
+  ASSERT_TRUE(model->Fit(data, {}, log, form));
+  ASSERT_TRUE(model->IsAtMaximum(1));
+  const ProfiledModel profiled = ProfileOf(*model, data);
+  ASSERT_EQ(profiled.Coefficients.size(), 2u) << profiled.Refusal;
+  const auto quantiles = ConfidenceQuantiles(model->DOFError);
+  const CoefficientProfile& b = profiled.Coefficients[1];
+  for (std::size_t level = 0; level < 3; ++level)
+    for (const double end : {b.Limits[level].Lower, b.Limits[level].Upper})
+      EXPECT_NEAR((rss(end) - rss(b.Value)) / std::pow(model->StdErr * quantiles[level], 2), 1, 1e-6) << end;
+  EXPECT_EQ(profiled.Coefficients[0].Limits[0].Upper, 19);
+}
+
 // The units of X and Y only change the numbers; what is held stays held.
 TEST(ProfileLikelihood, FollowsTheUnits) {
   for (const double scale : {1e-9, 1e9}) {
