@@ -1,6 +1,7 @@
 // The results window, for a fit of the data of Misra1a.
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>

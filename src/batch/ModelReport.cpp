@@ -1,6 +1,7 @@
 #include "batch/ModelReport.h"
 
 #include <array>
+#include <cmath>
 
 #include "batch/DataReading.h"
 #include "core/DateText.h"
@@ -8,6 +9,7 @@
 #include "core/Version.h"
 #include "diagnosis/ChiSquare.h"
 #include "functions/InverseTDistribution.h"
+#include "results/FitLimits.h"
 
 namespace quorvex {
 std::array<std::string, 2> HeaderLines(const MacroSetup& setup) {
@@ -70,7 +72,7 @@ std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass&
 
 FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup) {
   FittedRows rows;
-  if (!setup.TableCalcData && !setup.TableErrorData && !setup.TableMinMaxError) return rows;
+  if (TableColumns(setup).empty() && !setup.TableMinMaxError) return rows;
   // A range that nobody has set stands for the points of the input.
   if (!model.GenerateTable({TableRange()})) return rows;
   rows.Calculated.reserve(data.N());
@@ -86,14 +88,29 @@ FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetu
     rows.Calculated.push_back(model.YTableData(entry));
     rows.Error.push_back(data.Y[i] - rows.Calculated.back());
   }
+  const LimitsChoice limits{
+      .Confidence = setup.TableConfidence, .Prediction = setup.TablePrediction, .DerivativeMethod = setup.Derivatives};
+  rows.Limits = LimitsAtPoints({.Model = &model}, data, limits).Values;
   return rows;
 }
 
+std::vector<std::string> TableColumns(const MacroSetup& setup) {
+  std::vector<std::string> columns;
+  if (setup.TableCalcData) columns.emplace_back("Y_Calc");
+  if (setup.TableErrorData) columns.emplace_back("Y_Error");
+  if (setup.TableConfidence) columns.insert(columns.end(), {"95%_Confidence_Lower", "95%_Confidence_Upper"});
+  if (setup.TablePrediction) columns.insert(columns.end(), {"95%_Prediction_Lower", "95%_Prediction_Upper"});
+  return columns;
+}
+
 std::string TableRow(const FittedRows& rows, std::size_t i, const MacroSetup& setup) {
+  std::vector<std::string> cells;
+  if (setup.TableCalcData) cells.push_back(GeneralNumber(rows.Calculated[i]));
+  if (setup.TableErrorData) cells.push_back(GeneralNumber(rows.Error[i]));
+  for (const std::vector<double>& limits : rows.Limits)
+    cells.push_back(std::isnan(limits[i]) ? "N/A" : GeneralNumber(limits[i]));
   std::string row;
-  if (setup.TableCalcData) row = GeneralNumber(rows.Calculated[i]);
-  if (setup.TableCalcData && setup.TableErrorData) row += setup.OutputDelimit;
-  if (setup.TableErrorData) row += GeneralNumber(rows.Error[i]);
+  for (const std::string& cell : cells) row += (row.empty() ? "" : setup.OutputDelimit) + cell;
   return row;
 }
 

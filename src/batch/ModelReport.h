@@ -27,14 +27,18 @@ std::vector<std::string> CoefficientRows(const ModelClass& model, const MacroSet
 std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass& model, std::size_t N,
                                                                const MacroSetup& setup);
 
-// The model's values and the signed residuals, Y minus the value, row by row in the order of the data. Empty where the
-// model has no value at some point, and where the macro asks for none of it.
+// The model's values, the signed residuals, Y minus the value, and the limits of the values that the macro asks for,
+// row by row in the order of the data. Empty where the model has no value at some point, and where the macro asks for
+// none of it; limits are NaN where there are none.
 struct FittedRows {
   std::vector<double> Calculated, Error;
+  std::vector<std::vector<double>> Limits;  // columns
 };
 FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup);
 
-// Row i (from 0) of the calculated values, the residuals or both, as the macro asks.
+// What the macro asks for of the calculated values, the residuals and the limits: the names of the columns, none where
+// it is nothing; and row i (from 0), with "N/A" for a limit that is not there.
+std::vector<std::string> TableColumns(const MacroSetup& setup);
 std::string TableRow(const FittedRows& rows, std::size_t i, const MacroSetup& setup);
 
 }  // namespace quorvex

@@ -25,9 +25,9 @@ class Writer {
   }
 
  private:
-  void Row(std::initializer_list<std::string_view> cells) {
+  void Row(const std::vector<std::string>& cells) {
     std::string row;
-    for (const std::string_view cell : cells) {
+    for (const std::string& cell : cells) {
       if (!row.empty()) row += setup_.OutputDelimit;
       row += cell;
     }
@@ -64,12 +64,10 @@ class Writer {
 
   void Tables(ModelClass& model) {
     const FittedRows rows = TabulateFit(model, data_, setup_);
-    if (setup_.TableCalcData && setup_.TableErrorData)
-      Row({"Y_Calc", "Y_Error"});
-    else if (setup_.TableCalcData || setup_.TableErrorData)
-      Row({setup_.TableCalcData ? "Y_Calc" : "Y_Error"});
-    if (setup_.TableCalcData || setup_.TableErrorData)
+    if (const std::vector<std::string> columns = TableColumns(setup_); !columns.empty()) {
+      Row(columns);
       for (std::size_t i = 0; i < rows.Error.size(); ++i) file_.WriteLine(TableRow(rows, i, setup_));
+    }
     if (setup_.TableMinMaxError) {
       Row({"Min_Residual", "Max_Residual"});
       if (!rows.Error.empty()) {

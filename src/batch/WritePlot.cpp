@@ -103,7 +103,10 @@ MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted
   Page page = PageOfSolutions(static_cast<ResultPlotKind>(setup.PlotKind), std::move(solutions), project.Sheet,
                               settings, locale, plot.Warnings);
   if (!page) return refuse(page.error());
-  if (setup.PlotKind == static_cast<int>(ResultPlotKind::Model)) LeaveModelsOnly(**page, settings);
+  if (setup.PlotKind == static_cast<int>(ResultPlotKind::Model)) {
+    ShowBands(**page, static_cast<BandKind>(setup.PlotBands), kBandLevel, plot.Warnings);
+    LeaveModelsOnly(**page, settings);
+  }
   std::optional<PlotDocument> document = NewPlotDocument(std::move(*page), settings, user);
   // That a template of the preferences leaves nothing to be drawn is told further on, where another one doesn't help.
   std::copy_if(user.Notes().begin(), user.Notes().end(), std::back_inserter(plot.Warnings),

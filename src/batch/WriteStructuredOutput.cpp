@@ -75,7 +75,7 @@ class Writer {
 
   void Tables(ModelClass& model) {
     const FittedRows rows = TabulateFit(model, data_, setup_);
-    if (setup_.TableCalcData || setup_.TableErrorData) {
+    if (!TableColumns(setup_).empty()) {
       Line(12, "B_DATATABLE");
       for (std::size_t i = 0; i < rows.Error.size(); ++i) Line(16, TableRow(rows, i, setup_));
       Line(12, "E_DATATABLE");

@@ -110,10 +110,36 @@ class Maker {
     }
     const std::size_t source = values_->Numbers.size();
     Add(Heading(e, "Calc Y"), std::move(y));
+    if (!AddLimits(e, work)) return false;
     if (choice_.Type != TableType::XValues) return true;
     values_->Columns.push_back({Heading(e, "Residual"), TableValues::Kind::Residual, source});
     values_->Columns.push_back({Heading(e, "Abs Residual"), TableValues::Kind::AbsResidual, source});
     calculated_.push_back(source);
+    return true;
+  }
+
+  // Prediction is that of the weight of the point, or of the mean weight where there is none.
+  bool AddLimits(std::size_t e, const LongWork& work) {
+    if (!choice_.Limits.Any()) return true;
+    const SolvedItem item = equations_[e].Item();
+    const Result<Bands> bands = BandsOf(item, data_, choice_.Limits.DerivativeMethod);
+    const bool atPoints = choice_.Type == TableType::XValues;
+    for (const BandKind kind : choice_.Limits.Kinds()) {
+      std::vector<double> lower(values_->Rows, TableValues::kNothing), upper = lower;
+      std::vector<double> point(variables_);
+      for (std::size_t row = 0; bands && row < lower.size(); ++row) {
+        if (row % kBlock == 0 && !Tell(work, e, row)) return false;
+        for (std::size_t v = 0; v < variables_; ++v) point[v] = x_[v][row];
+        const Interval limits =
+            bands->Limits(kind, choice_.Limits.Level, *item.Model, point, atPoints ? data_.sig[row] : 1);
+        if (std::isnan(limits.Lower)) continue;
+        lower[row] = limits.Lower;
+        upper[row] = limits.Upper;
+      }
+      const std::string name = BandName(kind, choice_.Limits.Level);
+      Add(Heading(e, (name + ", lower").c_str()), std::move(lower));
+      Add(Heading(e, (name + ", upper").c_str()), std::move(upper));
+    }
     return true;
   }
 

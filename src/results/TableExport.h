@@ -10,6 +10,7 @@
 #include "core/Prompter.h"
 #include "core/Result.h"
 #include "results/ExportTable.h"
+#include "results/FitLimits.h"
 #include "sheet/DataSheet.h"
 #include "solve/GatherData.h"
 #include "solve/SolvedList.h"
@@ -25,7 +26,8 @@ enum class TableType {
 
 struct TableChoice {
   TableType Type = TableType::ValueOfY;
-  int Variable = 1;  // whose roots are searched, from 1
+  int Variable = 1;          // whose roots are searched, from 1
+  LimitsChoice Limits = {};  // besides each Y
 };
 
 // A variable that a table runs over: its name, and the range as it is typed, numbers in the locale's form.

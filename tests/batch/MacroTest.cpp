@@ -15,6 +15,7 @@
 
 #include "Golden.h"
 #include "Paths.h"
+#include "TableFile.h"
 #include "app/DesktopDrawer.h"
 #include "batch/Program.h"
 #include "batch/RunMacro.h"
@@ -451,6 +452,41 @@ TEST(Macro, WritesTheTablesItIsAskedFor) {
                         "E_MODEL\nE_MACRO\n"),
             0);
   ExpectGolden("MacroTables.txt", program.WithoutFolder(OutputOf(program)));
+}
+
+// R 4, predict() of lm(), but for the fifth digit of the quantile; where nothing tells the errors there are no limits.
+TEST(Macro, WritesTheLimitsOfItsTable) {
+  const std::string line = "1 3\n2 5\n3 8\n4 9\n5 11\n";
+  const struct {
+    std::string Data, Statements, Before;
+    std::vector<double> Row;  // that follows; empty: "N/A" throughout
+  } kTables[] = {{line,
+                  "TableOutput = CalcData, Confidence, Prediction\n",
+                  "B_DATATABLE\n",
+                  {3.2, 1.927021, 4.472979, 1.121235, 5.278765}},
+                 {line,
+                  "TableOutput = Prediction\nOutputFormat = delimited\n",
+                  "95%_Prediction_Lower\t95%_Prediction_Upper\n",
+                  {1.121235, 5.278765}},
+                 {line, "TableOutput = Confidence\nB_MODEL\nY=a*x+b*x+c\nE_MODEL\n", "B_DATATABLE\n", {}}};
+  for (const auto& c : kTables) {
+    Program program(c.Data);
+    ASSERT_EQ(
+        program.RunMacro(kHead + c.Statements + (c.Row.empty() ? "E_MACRO\n" : "B_MODEL\nY=a*x+b\nE_MODEL\nE_MACRO\n")),
+        0)
+        << c.Statements;
+    const std::string text = program.WithoutFolder(OutputOf(program));
+    const std::size_t at = text.find(c.Before);
+    ASSERT_NE(at, std::string::npos) << text;
+    const std::string row(Trim(Split(text.substr(at + c.Before.size()), '\n')[0]));
+    const std::vector<std::string> cells = Split(row, '\t');
+    if (c.Row.empty()) {
+      EXPECT_EQ(row, "N/A\tN/A");
+      continue;
+    }
+    ASSERT_EQ(cells.size(), c.Row.size()) << row;
+    for (std::size_t i = 0; i < cells.size(); ++i) EXPECT_NEAR(*NumericText(cells[i]), c.Row[i], 5e-5) << row;
+  }
 }
 
 TEST(Macro, ReadsItsColumnsAndMarkersAsTold) {

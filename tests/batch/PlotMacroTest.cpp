@@ -102,6 +102,18 @@ TEST_F(PlotMacro, ShowsTheModelsThatItNames) {
   EXPECT_EQ(Draw("PlotKind = Profile\nPlotFile = @a.svg\n"), 0);
   EXPECT_EQ(Legend(), (Names{"a", "b", "Parabola", "", "", "", ""}));
 
+  // The confidence of the lines, not of the data.
+  for (const auto& [word, bands] :
+       std::map<std::string, std::int32_t>{{"None", 0}, {"Confidence", 1}, {"prediction", 2}, {"Both", 3}}) {
+    EXPECT_EQ(Draw("PlotModels = 2\nPlotFile = @a.svg\nPlotBands = " + word + "\n"), 0);
+    const auto banded = ParsePlotFile(Drawer.Plots.back(), "p.plt", Settings(), LocaleText());
+    ASSERT_TRUE(banded) << word << banded.error();
+    for (const std::size_t series : {0u, 1u, 2u}) {
+      EXPECT_EQ((*banded)->PlotData[series].Style().Bands, series == 0 ? 0 : bands) << word;
+      EXPECT_EQ((*banded)->PlotData[series].ErrorBands() != nullptr, series > 0 && bands > 0) << word;
+    }
+  }
+
   // As a plot of the desktop program, with models only where the preferences say so.
   Run_.Preferences.SetFlag("plotmodelsonly", true);
   for (const auto& [wanted, names] :

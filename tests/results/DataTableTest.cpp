@@ -72,6 +72,28 @@ TEST(DataTable, ShowsResidualsInTheOrderOfTheSheet) {
   EXPECT_EQ(TabSeparated(TableExcerpt(chosen, 1, 1, 2, 2)), "1,000\t3,000\r\n2,000\t5,000\r\n");
 }
 
+// R 4, predict() of lm(): the limits of a weighted line at its points, prediction by their weights.
+TEST(DataTable, HasColumnsForLimits) {
+  Project project =
+      ProjectOf({{3, 1, 2, 4, 5}, {8, 3, 5, 9, 11}, {.5, 1, .70710678118654752, 1, .70710678118654752}}, true);
+  ModelClass& model = SolveModel(project, "a*x+b", 1);
+  const GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
+  const LocaleText german{',', ';', '.', '.', ':'};
+  const DataTable table({&model, nullptr}, data, project.Sheet, german, {"0.000", "0.00"}, {true, true, 3});
+  ASSERT_EQ(table.ColumnCount(), 11u);
+  EXPECT_EQ(table.ColumnHeading(6), "StDev");
+  EXPECT_EQ(table.ColumnHeading(7), "99% confidence, lower");
+  EXPECT_EQ(table.ColumnHeading(10), "99% prediction, upper");
+  EXPECT_EQ(RowOf(table, 0), (std::vector<std::string>{"1", "3,000", "8,000", "7,403", "0,60", "0,60", "0,500", "5,749",
+                                                       "9,057", "4,316", "10,489"}));
+  // An interpolation has none.
+  std::string log;
+  ASSERT_TRUE(project.Interpolations[1].Fit(GatherData(project.Sheet).Points, log));
+  const DataTable none({nullptr, &project.Interpolations[1]}, data, project.Sheet, LocaleText(), {}, {true, false, 2});
+  EXPECT_EQ(none.ColumnCount(), 9u);
+  EXPECT_EQ(none.Cell(1, 7) + none.Cell(1, 8), "");
+}
+
 TEST(DataTable, ShowsTheDatesOfTheSheet) {
   Project project = ProjectOf({{46348, 46349.4375, 46350, 46351, 46352}, {8, 3, 5, 9, 11}});
   project.Sheet.Formats[0].NumberFormat = "dd.mm.yyyy";

@@ -93,6 +93,21 @@ TEST(EvalCommand, WritesValuesRootsAndDerivativesOfOneVariable) {
   for (const auto& c : kCases) ExpectLines(Evaluated(curve.solution, c.entries), c.text);
 }
 
+// R 4, predict() of lm(), but for the fifth digit of the quantile.
+TEST(EvalCommand, TellsTheLimitsOfAValue) {
+  Project project = LineProject();
+  ModelClass& line = SolveModel(project, "a*x+b", 1);
+  const SolveData data = GatherData(project.Sheet).Points;
+  EvaluationEntries entries = Value({"7.5"});
+  entries.Limits = {true, true, 2};
+  RecordingPrompter user;
+  const std::string text = *EvalCommand({&line, nullptr}, entries, kLocale, user, data);
+  const std::vector<std::string> lines = Split(text, '\n');
+  ASSERT_EQ(lines.size(), 5u) << text;
+  EXPECT_TRUE(lines[3].starts_with("95% confidence limits: 1.37486") && lines[3].find(" to 1.86513") < 60) << lines[3];
+  EXPECT_TRUE(lines[4].starts_with("95% prediction limits: 1.32487") && lines[4].find(" to 1.91512") < 60) << lines[4];
+}
+
 TEST(EvalCommand, SaysWhatHasNoValueAndLeavesTheModelAlone) {
   Project project = LineProject();
   ModelClass& model = AddModel(project, "Mine", {"b+ln(x)^a"});

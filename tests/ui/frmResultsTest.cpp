@@ -107,6 +107,39 @@ TEST_F(Results, StepsThroughTheSolvedList) {
   EXPECT_EQ(Shown(), "a*x+b");
 }
 
+// By R, predict() of lm(): see the tests of bands.
+TEST_F(Results, ShowsLimitsWhereTheyAreChosen) {
+  Start();
+  auto& limits = Find<QComboBox>("cmboLimits");
+  auto& why = Find<QLabel>("whyNoLimits");
+  EXPECT_FALSE(limits.isVisible());
+  Turn(1);
+  EXPECT_TRUE(limits.isVisible());
+  EXPECT_EQ(Find<QTableView>("DataBook").model()->columnCount(), 6);
+  limits.setCurrentIndex(1);
+  EXPECT_EQ(Find<QTableView>("DataBook").model()->columnCount(), 8);
+  EXPECT_TRUE(Cell("DataBook", 0, 6).startsWith("1.927"));
+  limits.setCurrentIndex(3);
+  EXPECT_EQ(Find<QTableView>("DataBook").model()->columnCount(), 10);
+  const auto bands = [&] {
+    Turn(2);
+    return static_cast<ResultPlot&>(Find<QWidget>("pctModel")).View()->accessibleDescription().count("95%");
+  };
+  EXPECT_EQ(bands(), 2);
+  Click("cmdUpDown0");
+  EXPECT_EQ(bands(), 2) << "the next model has them, too";
+  EXPECT_FALSE(why.isVisible());
+  Click("evaluation");
+  Type("XVal_text1", "3");
+  Click("EvalCommand");
+  EXPECT_TRUE(Evaluations().contains("95% prediction limits: "));
+  Click("evaluation");
+  limits.setCurrentIndex(0);
+  EXPECT_EQ(bands(), 0);
+  Turn(3);
+  EXPECT_FALSE(limits.isVisible());
+}
+
 TEST_F(Results, MakesATabWhenItIsLookedAt) {
   Start();
   EXPECT_EQ(Find<QTableView>("DataBook").model()->rowCount(), 0);

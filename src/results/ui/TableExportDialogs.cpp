@@ -40,11 +40,26 @@ std::optional<TableChoice> AskTableType(QWidget* parent, const TableExport& equa
       if (id == kRoots) variable->setEnabled(on);
     });
   }
+  QStringList levels;
+  for (const int level : kLimitLevels) levels << QString("%1%").arg(level);
+  QComboBox* limits = dialog.AddChoice("cmbLimits", "&Limits of Y:", {"None", "Confidence", "Prediction", "Both"});
+  QComboBox* level = dialog.AddChoice("cmbLevel", "L&evel of limits:", levels);
+  level->setCurrentIndex(static_cast<int>(kBandLevel));
+  level->setEnabled(false);
+  QObject::connect(limits, &QComboBox::currentIndexChanged, level, [level](int kind) { level->setEnabled(kind != 0); });
+  QObject::connect(group, &QButtonGroup::idToggled, limits, [limits, level](int id, bool on) {
+    if (id != kRoots) return;
+    limits->setEnabled(!on);
+    level->setEnabled(!on && limits->currentIndex() != 0);
+  });
   group->button(0)->setChecked(true);
   group->button(0)->setFocus();
   if (!dialog.Run([] { return true; })) return std::nullopt;
   return TableChoice{static_cast<TableType>(group->checkedId()),
-                     variable != nullptr ? variable->currentIndex() + 1 : 1};
+                     variable != nullptr ? variable->currentIndex() + 1 : 1,
+                     {.Confidence = (limits->currentIndex() & 1) != 0,
+                      .Prediction = (limits->currentIndex() & 2) != 0,
+                      .Level = static_cast<std::size_t>(level->currentIndex())}};
 }
 
 // The fields of one variable, in a row.
