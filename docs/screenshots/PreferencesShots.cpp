@@ -49,6 +49,9 @@ void TakePreferences(const Shots& shots) {
   fields.Comments = "Velocity of an enzyme, treated with puromycin";
   fields.DataFile = "data/puromycin_treated.txt";
   fields.ColumnOrder = "x, y";
+  fields.Diagnostics = true;
+  fields.Limits = "Profile";
+  fields.Bootstrap = "1000";
   fields.Models = MacroModels::Ticked;
   fields.TickedModels = {"a*x+b"};
   frmMacro macro(nullptr, fields, models, shots.Run.Preferences, shots.Run.Locale, user);

@@ -1,6 +1,6 @@
 #include "batch/FitModels.h"
 
-#include "core/NumberText.h"
+#include "core/Files.h"
 #include "diagnosis/CrossValidation.h"
 #include "diagnosis/DiagnosisChoices.h"
 #include "engine/FitSharingInput.h"
@@ -8,10 +8,14 @@
 namespace quorvex {
 namespace {
 
-// A long name is cut for the label, which has one line.
-std::string Shortened(const std::string& text) {
-  const std::string first = FirstCharacters(text, 50);
-  return first == text ? text : first + "...";
+// Takes the form away, with what is said where the user ended the work.
+void EndWork(cfgSolve& form, const MacroSetup& setup, std::string& log) {
+  if (form.Aborted) {
+    if (setup.UseDDE) form.DDEText("Solution process aborted by user.");
+    if (setup.ShowMessageBox) form.ShowMessageBox(kSolutionAborted);
+    LogAbort(log);
+  }
+  form.Show(false);
 }
 
 }  // namespace
@@ -31,20 +35,34 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     form.SetProgress(++done, 2 * count);
     const std::string text = "Solving Model " + (model.cfgID.empty() ? model.id : model.cfgID);
     if (setup.UseDDE) form.DDEText(text);
-    form.SetStatusLabel(Shortened(text));
+    form.ShowStatus(text);
   };
   FitEach(models, data, settings, log, form, begin, [&] { form.SetProgress(++done, 2 * count); });
   if (!form.Aborted && setup.SortKey == kSortByCV) {
     form.SetStatusLabel("Cross-validating the solutions");
     CrossValidate(models, data, setup.CrossValidation, DiagnosisChoices().Seed, settings, form);
   }
-  if (form.Aborted) {
-    if (setup.UseDDE) form.DDEText("Solution process aborted by user.");
-    if (setup.ShowMessageBox) form.ShowMessageBox(kSolutionAborted);
-    LogAbort(log);
-  }
-  form.Show(false);
+  EndWork(form, setup, log);
   return count > 0;
+}
+
+RunDiagnoses DiagnoseModels(cfgSolve& form, const ModelCollection& models, const SolveData& data,
+                            const MacroSetup& setup, const Settings& settings, std::string& log) {
+  if (setup.ShowProgress) form.Show(true);
+  constexpr const char* kDiagnosing = "Diagnosing models";
+  if (setup.UseDDE) form.DDEText(kDiagnosing);
+  form.ShowStatus(kDiagnosing);
+  log.append(kDiagnosing).append(NL);
+  const DiagnosisChoices choices{.ProfileLimits = setup.ProfileLimits,
+                                 .Bootstrap = setup.Bootstrap,
+                                 .ResampleCases = setup.ResampleCases,
+                                 .CrossValidation = setup.CrossValidation};
+  RunDiagnoses diagnoses;
+  diagnoses.Models = Diagnose(models, data, choices, setup.SortKey, settings, form, diagnoses.Warnings);
+  if (form.Aborted) diagnoses = {};
+  for (const std::string& warning : diagnoses.Warnings) log.append("Warning: " + warning).append(NL);
+  EndWork(form, setup, log);
+  return diagnoses;
 }
 
 }  // namespace quorvex

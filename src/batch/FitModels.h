@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "batch/DiagnosisRows.h"
 #include "batch/MacroSetup.h"
 #include "batch/cfgSolve.h"
 #include "core/Settings.h"
@@ -14,5 +15,9 @@ namespace quorvex {
 // that wants more variables than the data have loses its `Solve`. Models that fail stay unsolved; the log says why.
 bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
                const Settings& settings, std::string& log);
+
+// Diagnoses what that has left, behind the same form; the log has the warnings, too. Gives nothing where it is aborted.
+RunDiagnoses DiagnoseModels(cfgSolve& form, const ModelCollection& models, const SolveData& data,
+                            const MacroSetup& setup, const Settings& settings, std::string& log);
 
 }  // namespace quorvex

@@ -1,9 +1,11 @@
 #include "batch/ResultLine.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 #include "core/JsonText.h"
+#include "core/NumberText.h"
 #include "engine/RankModels.h"
 
 namespace quorvex {
@@ -21,6 +23,9 @@ class JsonObject {
     return Raw(name, text.empty() ? "null" : JsonText(text));
   }
   JsonObject& Count(std::string_view name, std::size_t count) { return Raw(name, std::to_string(count)); }
+  JsonObject& CountOrNull(std::string_view name, int count) {
+    return Raw(name, count > 0 ? std::to_string(count) : "null");
+  }
   JsonObject& Number(std::string_view name, double value) { return Raw(name, JsonNumber(value)); }
   std::string Open() { return std::move(text_); }  // what of it stands
   std::string End() { return std::move(text_ += '}'); }
@@ -31,6 +36,13 @@ class JsonObject {
 
 void AppendElement(std::string& array, const std::string& json) {
   array.append(array.size() > 1 ? "," : "").append(json);
+}
+
+template <typename Elements, typename JsonOf>
+std::string Array(const Elements& elements, const JsonOf& jsonOf) {
+  std::string array = "[";
+  for (const auto& element : elements) AppendElement(array, jsonOf(element));
+  return array += ']';
 }
 
 std::string_view EndName(const ModelClass& model) {
@@ -61,8 +73,64 @@ std::string CoefficientsArray(const ModelClass& model) {
   return array += ']';
 }
 
-// Rank 0 is that of a model that was not solved.
-std::string ModelObject(const ModelClass& model, std::size_t rank, std::size_t points) {
+std::string LimitsObject(const std::optional<LimitsByLevel>& limits) {
+  if (!limits) return "null";
+  JsonObject object;
+  for (std::size_t level = 0; level < kLimitLevels.size(); ++level)
+    object.Raw(std::to_string(kLimitLevels[level]),
+               "[" + JsonNumber((*limits)[level].Lower) + "," + JsonNumber((*limits)[level].Upper) + "]");
+  return object.End();
+}
+
+std::string CoefficientObject(const CoefficientDiagnosis& one) {
+  JsonObject object;
+  object.Text("name", one.Name).Text("state", StateWord(one));
+  object.Raw("symmetric", one.IsHeld ? "null" : LimitsObject(one.Symmetric));
+  return object.Raw("profile", LimitsObject(one.Profile)).Raw("bootstrap", LimitsObject(one.Bootstrapped)).End();
+}
+
+std::string QuantityObject(const QuantityDiagnosis& one) {
+  JsonObject object;
+  object.Text("name", one.Name).Text("expression", one.Expression).TextOrNull("fault", one.Fault);
+  object.Number("value", one.Value).Number("stdErr", one.StdErr).Raw("symmetric", LimitsObject(one.Symmetric));
+  return object.Raw("bootstrap", LimitsObject(one.Bootstrapped)).End();
+}
+
+std::string CorrelationObject(const Diagnosis& diagnosis) {
+  const Matrix& matrix = diagnosis.Correlation;
+  std::string rows = "[";
+  for (std::size_t i = 0; i < matrix.Order(); ++i) {
+    std::string row = "[";
+    for (std::size_t j = 0; j < matrix.Order(); ++j) AppendElement(row, JsonNumber(matrix(i, j)));
+    AppendElement(rows, row += ']');
+  }
+  return JsonObject().Raw("names", Array(diagnosis.CorrelationNames, JsonText)).Raw("matrix", rows += ']').End();
+}
+
+std::string DiagnosisObject(const Diagnosis& diagnosis, double lossScale, const MacroSetup& setup) {
+  const Verdict& verdict = diagnosis.Judgement;
+  const Ranking& rank = diagnosis.Rank;
+  JsonObject object;
+  object.Text("verdict", ToLower(VerdictWord(verdict.Kind))).TextOrNull("search", verdict.Ended);
+  object.Raw("reasons", Array(verdict.Reasons, JsonText));
+  object.Text("deviations", diagnosis.AbsoluteDeviations ? "absolute" : "relative");
+  object.Number("reducedChiSquare", diagnosis.ReducedChiSquare);
+  object.Number("chiSquareProbability", diagnosis.ChiSquareProbability);
+  object.Text("loss", kLossNames[static_cast<std::size_t>(setup.Loss)]);
+  object.Raw("lossScale", lossScale > 0 ? JsonNumber(lossScale) : "null");
+  object.Raw("outliers", Array(diagnosis.Outliers, [](std::size_t row) { return std::to_string(row); }));
+  object.Number("condition", diagnosis.Condition).Number("aicc", rank.AICc).Number("deltaAicc", rank.DeltaAICc);
+  object.Number("akaikeWeight", rank.AkaikeWeight).Number("bic", rank.BIC);
+  object.CountOrNull("group", rank.Group).CountOrNull("sameAs", rank.SameAs);
+  object.Number("leaveOneOut", rank.LeaveOneOut).Number("crossValidated", rank.CrossValidated);
+  object.Raw("coefficients", Array(diagnosis.Coefficients, CoefficientObject));
+  object.Raw("correlation", CorrelationObject(diagnosis));
+  object.Raw("quantities", Array(diagnosis.Quantities, QuantityObject));
+  return object.Raw("bootstrapFailures", std::to_string(diagnosis.BootstrapFailures)).End();
+}
+
+// Rank 0 is that of a model that was not solved. `diagnosis` is empty where none is wanted.
+std::string ModelObject(const ModelClass& model, std::size_t rank, std::size_t points, const std::string& diagnosis) {
   JsonObject object;
   object.Text("id", model.cfgID.empty() ? model.id : model.cfgID);
   object.Raw("rank", rank > 0 ? std::to_string(rank) : "null").Text("ended", EndName(model)).Count("points", points);
@@ -74,7 +142,9 @@ std::string ModelObject(const ModelClass& model, std::size_t rank, std::size_t p
     for (const char* name : {"iterations", "rss", "weightedRss", "stdErr", "r2"}) object.Raw(name, "null");
     object.Raw("coefficients", "[]");
   }
-  return object.TextOrNull("message", rank > 0 ? "" : model.Failure).End();
+  object.TextOrNull("message", rank > 0 ? "" : model.Failure);
+  if (!diagnosis.empty()) object.Raw("diagnosis", diagnosis);
+  return object.End();
 }
 
 JsonObject Beginning(const RunResult& run) {
@@ -90,11 +160,13 @@ JsonObject Beginning(const RunResult& run) {
   return object;
 }
 
-std::string Line(const RunResult& run, const std::string& models) {
+// The line ends with the models, by which its readers know that it is whole.
+std::string Line(const RunResult& run, const std::string& models, const std::string& warnings = {}) {
   JsonObject object = Beginning(run);
   object.Text("data", run.Data);
   if (!run.Series.empty()) object.Text("series", run.Series);
   object.Raw("status", std::to_string(run.Status)).TextOrNull("message", run.Message);
+  if (!warnings.empty()) object.Raw("warnings", warnings);
   return object.Raw("models", models).End();
 }
 
@@ -104,14 +176,22 @@ std::string ResultBeginning(const RunResult& run) { return Beginning(run).Open()
 
 std::string ResultLine(const RunResult& run) { return Line(run, "[]"); }
 
-std::string ResultLine(const RunResult& run, const ModelCollection& models, const SolveData& data, int sortKey) {
+std::string ResultLine(const RunResult& run, const ModelCollection& models, const SolveData& data,
+                       const MacroSetup& setup, const RunDiagnoses& diagnoses) {
   std::string array = "[";
-  std::size_t rank = 0;
-  for (const ModelClass* model : RankModels(models, sortKey))
-    AppendElement(array, ModelObject(*model, ++rank, data.N()));
+  std::size_t told = 0;
+  const auto add = [&](const ModelClass& model, std::size_t rank) {
+    const bool isThere = told < diagnoses.Models.size();
+    std::string diagnosis;
+    if (setup.Diagnostics)
+      diagnosis = isThere ? DiagnosisObject(diagnoses.Models[told], model.LossScale, setup) : "null";
+    ++told;
+    AppendElement(array, ModelObject(model, rank, data.N(), diagnosis));
+  };
+  for (const ModelClass* model : RankModels(models, setup.SortKey)) add(*model, told + 1);
   for (const auto& model : models)
-    if (model->Solve && !model->Solved) AppendElement(array, ModelObject(*model, 0, data.N()));
-  return Line(run, array += ']');
+    if (model->Solve && !model->Solved) add(*model, 0);
+  return Line(run, array += ']', setup.Diagnostics ? Array(diagnoses.Warnings, JsonText) : "");
 }
 
 }  // namespace quorvex

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "batch/DiagnosisRows.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
 
@@ -21,8 +22,10 @@ struct RunResult {
 };
 
 // The line: one JSON object, without a line end, as docs/result-schema.json has it. The models are those to be solved,
-// ranked by `sortKey`, and behind them what was not solved in the order of the collection.
-std::string ResultLine(const RunResult& run, const ModelCollection& models, const SolveData& data, int sortKey);
+// ranked by the setup's SortKey, and behind them what was not solved in the order of the collection. With its
+// Diagnostics each has its diagnosis.
+std::string ResultLine(const RunResult& run, const ModelCollection& models, const SolveData& data,
+                       const MacroSetup& setup, const RunDiagnoses& diagnoses);
 // The same of a run that came to no models.
 std::string ResultLine(const RunResult& run);
 // What its line begins with, by number and parameters alone.

@@ -24,7 +24,7 @@ std::optional<std::string> RefuseAnswers(const MacroSetup& setup, MacroFiles& fi
 }
 
 int RunAnswers::Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
-                      const SolveData& unsorted) {
+                      const SolveData& unsorted, const RunDiagnoses& diagnoses) {
   log_.Line(setup.OutputFile.empty() ? "Write failed, OutputFile not specified"
                                      : "Writing solution to " + setup.OutputFile);
   if (const std::optional<std::string> refusal = RefuseAnswers(setup, files_)) {
@@ -33,16 +33,16 @@ int RunAnswers::Write(const MacroSetup& setup, const ModelCollection& models, co
   }
   const std::string path = files_.Place(setup.OutputFile);
   const int error = WritesProject(setup) ? WriteProjectOutput(models, unsorted, setup, locale_, path)
-                                         : WriteText(setup, models, data, path);
+                                         : WriteText(setup, models, data, diagnoses, path);
   if (error == 0) files_.NoteWritten(Writing::Answers, setup.OutputFile);
   return error;
 }
 
 int RunAnswers::WriteText(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
-                          const std::string& path) {
+                          const RunDiagnoses& diagnoses, const std::string& path) {
   if (const int error = file_.Create(path); error != 0) return error;
   const bool isStructured = EqualNoCase(setup.OutputFormat, "structured");
-  (isStructured ? WriteStructuredOutput : WriteDelimitedOutput)(models, data, setup, file_.Text());
+  (isStructured ? WriteStructuredOutput : WriteDelimitedOutput)(models, data, setup, diagnoses, file_.Text());
   return file_.Commit();
 }
 

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "batch/DiagnosisRows.h"
 #include "batch/MacroFiles.h"
 #include "batch/MacroLog.h"
 #include "batch/MacroSetup.h"
@@ -22,10 +23,12 @@ class RunAnswers {
   RunAnswers(const LocaleText& locale, MacroFiles& files, MacroLog& log) : locale_(locale), files_(files), log_(log) {}
 
   // Writes the solved models in the layout that the setup asks for. Returns 0 or the number of the file error.
-  int Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data, const SolveData& unsorted);
+  int Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data, const SolveData& unsorted,
+            const RunDiagnoses& diagnoses);
 
  private:
-  int WriteText(const MacroSetup& setup, const ModelCollection& models, const SolveData& data, const std::string& path);
+  int WriteText(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
+                const RunDiagnoses& diagnoses, const std::string& path);
 
   const LocaleText& locale_;
   MacroFiles& files_;

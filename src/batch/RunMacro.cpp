@@ -76,6 +76,7 @@ class MacroRun {
   bool ReadData();
   DataReading AskDatabase();
   bool SolveModels();
+  bool Diagnose();
   bool Write();
   void JudgeModels();
   bool WriteResult();
@@ -126,6 +127,7 @@ class MacroRun {
   std::vector<Box> previousBounds_;
   std::vector<std::string> previous_ = std::vector<std::string>(SubstitutedFields().size());  // of the run before
   SolveData data_, unsorted_;
+  RunDiagnoses diagnoses_;
 };
 
 bool MacroRun::Configure(const MacroRequest& request) {
@@ -312,6 +314,7 @@ void MacroRun::TryRunOnce() {
   } catch (const std::exception&) {
     // What the run holds makes room for the next one.
     data_ = unsorted_ = SolveData();
+    diagnoses_ = {};
     hasModels_ = false;
     for (const auto& model : macro_.Models) model->CopyInputDataFrom(std::make_shared<const InputPoints>());
     FailRun(kOtherFailure, std::string(kOutOfMemory));
@@ -329,7 +332,7 @@ bool MacroRun::WriteResult() {
     result_.Data = DataSourceText(setup);
     result_.Parameters = ShownParameters(*parameters_, run_, written_.DataFile, setup);
     error = results_.Append(
-        (hasModels_ ? ResultLine(result_, macro_.Models, data_, setup.SortKey) : ResultLine(result_)) + '\n');
+        (hasModels_ ? ResultLine(result_, macro_.Models, data_, setup, diagnoses_) : ResultLine(result_)) + '\n');
   } catch (const std::exception&) {
     error = FileErrorNumber(ENOMEM);
   }
@@ -363,12 +366,14 @@ bool MacroRun::SolveOnce() {
   NoteChangedInputs();
   if (inputChanged_ || macro_.Setup.SolveEachRun || InSeries()) {
     inputChanged_ = hasModels_ = false;
+    diagnoses_ = {};
     if (!ReadData() || !SolveModels()) return false;
   } else {
     log_.Line("Input parameters unchanged");
     log_.Line("Solution Complete");
     log_.Line("");
   }
+  if (!Diagnose()) return false;
   const bool anySolved = std::ranges::any_of(macro_.Models, [](const auto& model) { return model->Solved; });
   if (!macro_.Setup.RequireSolution || anySolved) return true;
   log_.Line("Run failed: no model was solved");
@@ -451,13 +456,22 @@ bool MacroRun::SolveModels() {
   return FailRun(kNoSolution, why);
 }
 
+// Each solution is diagnosed once, and not where nothing tells of it. False where the user ended that.
+bool MacroRun::Diagnose() {
+  const MacroSetup& setup = macro_.Setup;
+  const bool isTold = !EqualNoCase(setup.OutputFormat, "quorvex") || !setup.ResultFile.empty();
+  if (!setup.Diagnostics || !isTold || !diagnoses_.Models.empty()) return true;
+  diagnoses_ = DiagnoseModels(form_, macro_.Models, data_, setup, session_.Preferences, log_.Text);
+  return !form_.Aborted;
+}
+
 bool MacroRun::Write() {
   const MacroSetup& setup = macro_.Setup;
   int error = 0;
   // The file of results may be all that is wanted.
   if (!setup.OutputFile.empty() || setup.ResultFile.empty()) {
     Tell("Writing solution file '" + setup.OutputFile + " '");
-    error = answers_.Write(setup, macro_.Models, data_, unsorted_);
+    error = answers_.Write(setup, macro_.Models, data_, unsorted_, diagnoses_);
     if (error != 0)
       log_.TellWithoutLog("The output file '" + setup.OutputFile + "' cannot be written. " + FileErrorText(error));
   }

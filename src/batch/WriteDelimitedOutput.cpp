@@ -10,7 +10,8 @@ namespace {
 
 class Writer {
  public:
-  Writer(TextFile& file, const SolveData& data, const MacroSetup& setup) : file_(file), data_(data), setup_(setup) {}
+  Writer(TextFile& file, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
+      : file_(file), data_(data), setup_(setup), diagnoses_(diagnoses) {}
 
   void Write(const std::vector<ModelClass*>& ranked) {
     for (const std::string& line : HeaderLines(setup_)) file_.WriteLine(line);
@@ -20,8 +21,9 @@ class Writer {
       file_.WriteLine("");
     }
     if (setup_.TableDataFile) InputData();
-    int rank = 0;
+    std::size_t rank = 0;
     for (ModelClass* model : ranked) Model(*model, ++rank);
+    if (setup_.Diagnostics) OfAll(rank);
   }
 
  private:
@@ -46,7 +48,7 @@ class Writer {
     file_.WriteLine("");
   }
 
-  void Model(ModelClass& model, int rank) {
+  void Model(ModelClass& model, std::size_t rank) {
     Row({"Rank(sorted_by_" + std::string(kSortKeys[static_cast<std::size_t>(setup_.SortKey - 1)]) + ")",
          std::to_string(rank)});
     Row({"Model_ID", model.cfgID.empty() ? model.id : model.cfgID});
@@ -60,6 +62,37 @@ class Writer {
     if (setup_.OutputFitInfo)
       for (const auto& [name, value] : FitStatistics(model, data_.N(), setup_)) Row({name, value});
     Tables(model);
+    if (setup_.Diagnostics && rank <= diagnoses_.Models.size()) Judge(diagnoses_.Models[rank - 1], model.LossScale);
+  }
+
+  void Judge(const Diagnosis& diagnosis, double lossScale) {
+    const DiagnosisRows rows = RowsOf(diagnosis, lossScale, setup_);
+    for (const DiagnosisRow& row : rows.Figures) Cells(row.Name, row.Cells);
+    for (const DiagnosisTable& table : rows.Tables) {
+      Cells(table.Name, table.Columns);
+      for (const DiagnosisRow& row : table.Rows) Cells(row.Name, row.Cells);
+    }
+  }
+
+  // What stands behind so many solved models.
+  void OfAll(std::size_t solved) {
+    for (std::size_t i = solved; i < diagnoses_.Models.size(); ++i) {
+      Cells("Unsolved_model", {diagnoses_.Models[i].Id});
+      Judge(diagnoses_.Models[i], 0);
+    }
+    for (const std::string& warning : diagnoses_.Warnings) Cells("Warning", {warning});
+  }
+
+  void Cells(std::string row, const std::vector<std::string>& cells) {
+    for (const std::string& cell : cells) row += setup_.OutputDelimit + Quoted(cell);
+    file_.WriteLine(row);
+  }
+
+  std::string Quoted(const std::string& text) const {
+    if (text.find(setup_.OutputDelimit) == std::string::npos && text.find('"') == std::string::npos) return text;
+    std::string quoted = "\"";
+    for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted += '"';
   }
 
   void Tables(ModelClass& model) {
@@ -80,13 +113,14 @@ class Writer {
   TextFile& file_;
   const SolveData& data_;
   const MacroSetup& setup_;
+  const RunDiagnoses& diagnoses_;
 };
 
 }  // namespace
 
 void WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                          TextFile& file) {
-  Writer(file, data, setup).Write(RankModels(models, setup.SortKey));
+                          const RunDiagnoses& diagnoses, TextFile& file) {
+  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey));
 }
 
 }  // namespace quorvex

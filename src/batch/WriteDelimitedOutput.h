@@ -1,5 +1,6 @@
 #pragma once
 
+#include "batch/DiagnosisRows.h"
 #include "batch/MacroSetup.h"
 #include "core/Files.h"
 #include "core/SolveData.h"
@@ -8,8 +9,9 @@
 namespace quorvex {
 
 // Writes the answers in the spreadsheet layout: the order and values of the structured one in rows of cells, separated
-// by the macro's OutputDelimit, without sections and indents.
+// by the macro's OutputDelimit, without sections and indents. Texts of a diagnosis stand in quotes where they hold the
+// delimiter.
 void WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                          TextFile& file);
+                          const RunDiagnoses& diagnoses, TextFile& file);
 
 }  // namespace quorvex

@@ -10,7 +10,8 @@ namespace {
 
 class Writer {
  public:
-  Writer(TextFile& file, const SolveData& data, const MacroSetup& setup) : file_(file), data_(data), setup_(setup) {}
+  Writer(TextFile& file, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
+      : file_(file), data_(data), setup_(setup), diagnoses_(diagnoses) {}
 
   void Write(const std::vector<ModelClass*>& ranked) {
     Line(0, "B_OUTPUT");
@@ -22,9 +23,10 @@ class Writer {
     Line(4, "E_COMMENTS");
     if (setup_.TableDataFile) InputData();
     Line(4, "B_SOLVEDMODELS");
-    int rank = 0;
+    std::size_t rank = 0;
     for (ModelClass* model : ranked) Model(*model, ++rank);
     Line(4, "E_SOLVEDMODELS");
+    if (setup_.Diagnostics) OfAll(rank);
     Line(0, "E_OUTPUT");
   }
 
@@ -40,7 +42,7 @@ class Writer {
     Line(4, "E_INPUTDATA");
   }
 
-  void Model(ModelClass& model, int rank) {
+  void Model(ModelClass& model, std::size_t rank) {
     Line(8, "B_MODEL");
     Line(12, "Rank(sorted_by_" + std::string(kSortKeys[static_cast<std::size_t>(setup_.SortKey - 1)]) +
                  ") = " + std::to_string(rank));
@@ -53,7 +55,42 @@ class Writer {
     Coefficients(model);
     if (setup_.OutputFitInfo) FitInfo(model);
     Tables(model);
+    if (setup_.Diagnostics && rank <= diagnoses_.Models.size()) Judge(diagnoses_.Models[rank - 1], model.LossScale);
     Line(8, "E_MODEL");
+  }
+
+  void Judge(const Diagnosis& diagnosis, double lossScale) {
+    const DiagnosisRows rows = RowsOf(diagnosis, lossScale, setup_);
+    Line(12, "B_DIAGNOSIS");
+    for (const DiagnosisRow& row : rows.Figures) Cells(16, row);
+    for (const DiagnosisTable& table : rows.Tables) {
+      Line(16, "B_" + table.Name);
+      for (const DiagnosisRow& row : table.Rows) Cells(20, row);
+      Line(16, "E_" + table.Name);
+    }
+    Line(12, "E_DIAGNOSIS");
+  }
+
+  void Cells(std::size_t indent, const DiagnosisRow& row) {
+    std::string text = row.Name + " = ";
+    for (std::size_t i = 0; i < row.Cells.size(); ++i)
+      text.append(i > 0 ? setup_.OutputDelimit : "").append(row.Cells[i]);
+    Line(indent, text);
+  }
+
+  // What stands behind so many solved models.
+  void OfAll(std::size_t solved) {
+    Line(4, "B_UNSOLVEDMODELS");
+    for (std::size_t i = solved; i < diagnoses_.Models.size(); ++i) {
+      Line(8, "B_MODEL");
+      Line(12, "Model_ID = " + diagnoses_.Models[i].Id);
+      Judge(diagnoses_.Models[i], 0);
+      Line(8, "E_MODEL");
+    }
+    Line(4, "E_UNSOLVEDMODELS");
+    Line(4, "B_WARNINGS");
+    for (const std::string& warning : diagnoses_.Warnings) Line(8, warning);
+    Line(4, "E_WARNINGS");
   }
 
   void Coefficients(const ModelClass& model) {
@@ -94,13 +131,14 @@ class Writer {
   TextFile& file_;
   const SolveData& data_;
   const MacroSetup& setup_;
+  const RunDiagnoses& diagnoses_;
 };
 
 }  // namespace
 
 void WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                           TextFile& file) {
-  Writer(file, data, setup).Write(RankModels(models, setup.SortKey));
+                           const RunDiagnoses& diagnoses, TextFile& file) {
+  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey));
 }
 
 }  // namespace quorvex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "batch/DiagnosisRows.h"
 #include "batch/MacroSetup.h"
 #include "core/Files.h"
 #include "core/SolveData.h"
@@ -7,8 +8,9 @@
 
 namespace quorvex {
 
-// Writes the answers in the structured layout: nested B_ and E_ sections, indented.
+// Writes the answers in the structured layout: nested B_ and E_ sections, indented. With the setup's Diagnostics each
+// model's section ends with its diagnosis, and behind them stand those without a solution, and the warnings.
 void WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                           TextFile& file);
+                           const RunDiagnoses& diagnoses, TextFile& file);
 
 }  // namespace quorvex

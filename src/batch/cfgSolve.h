@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,10 @@ class cfgSolve : public virtual SolveProgress {
   virtual void DDEText(std::string_view text);
 
   virtual void ShowMessageBox(const std::string& /*text*/) {}
+
+  // A long text is cut for the label, which has one line.
+  void ShowStatus(const std::string& text);
+  void ShowWork(const std::string& what, std::size_t done, std::size_t of) override;
 };
 
 }  // namespace quorvex

@@ -144,6 +144,51 @@ TEST_F(MacroChecks, TellEachFaultOfAMacroByItsLine) {
   }
 }
 
+TEST_F(MacroChecks, TellWhatDoesNothingWithoutAnother) {
+  const std::string three = "Limits = Profile\nBootstrap = 9\nCrossValidation = 2\n",
+                    none = "without 'Diagnostics = True'";
+  const struct {
+    std::string Statements, Told;
+  } cases[] = {
+      {three, "Line 4: Limits does nothing " + none + ".\nLine 5: Bootstrap does nothing " + none +
+                  ".\nLine 6: CrossValidation does nothing " + none + " or 'SortKey = CV'.\n"},
+      {"Diagnostics = True\nBootstrapKind = Cases\n" + three, ""},
+      {"CrossValidation = 2\nSortKey = cv\n", ""},
+      {"Diagnostics = True\nBootstrapKind = Cases\n", "Line 5: BootstrapKind does nothing without Bootstrap.\n"},
+      {"StandardDeviations = Absolute\n",
+       "Line 4: StandardDeviations does nothing for data without them, 'Weighted = True' being missing.\n"},
+      {"StandardDeviations = Absolute\nWeighted = True\n", ""},
+      {"LossScale = 2\n", "Line 4: LossScale does nothing on squares; a Loss is missing.\n"},
+      {"LossScale = 2\nLoss = cauchy\n", ""},
+      {"OutputFormat = Quorvex\nDiagnostics = True\n",
+       "Line 5: Diagnostics does nothing where the output is a project and there is no ResultFile.\n"},
+      {"OutputFormat = Quorvex\nDiagnostics = True\nResultFile = @all.jsonl\n", ""},
+      {"PlotBands = Both\n", "Line 4: PlotBands does nothing without a PlotFile.\n"},
+      {"PlotBands = Both\nPlotFile = @a.svg\nPlotKind = Residuals\n",
+       "Line 4: PlotBands does nothing on plots of residuals.\n"},
+      {"PlotBands = None\n", ""},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Check(kHead + c.Statements + kTail), c.Told) << c.Statements;
+    EXPECT_EQ(Status, 0);
+  }
+}
+
+// A run says in its log what it makes of values that cannot be read, and goes on with the default.
+TEST_F(MacroChecks, AreRightAboutNumbersThatARunIgnores) {
+  for (const char* statement :
+       {"Bootstrap = -3", "Bootstrap = 1e9", "Bootstrap = abc", "Bootstrap = 0", "Bootstrap = 2.5",
+        "Bootstrap =", "CrossValidation = 1", "CrossValidation = 1e99", "LossScale = -1", "LossScale = nan",
+        "LossScale = inf", "LossScale = 1,5", "LossScale = 1e999"}) {
+    const std::string macro = kHead + "LogFile = @run.log\n" + statement + "\n" + kTail;
+    EXPECT_NE(Check(macro).find("Line 5: '" + std::string(statement)), std::string::npos) << statement;
+    EXPECT_EQ(program.RunMacro(macro), 0);
+    EXPECT_NE(program.Log().find("Warning: '" + std::string(statement)), std::string::npos) << program.Log();
+    std::filesystem::remove(program.Folder.Path("run.log"));
+    std::filesystem::remove(program.Folder.Path("out.txt"));
+  }
+}
+
 // The status is the low byte of a run's, which the run of the same macro confirms.
 TEST_F(MacroChecks, EndWithTheStatusOfARun) {
   program.Folder.Write("cut.csv", "A,B\n1\n");

@@ -180,6 +180,9 @@ QWidget* frmMacro::ConfigurationPage() {
   form->addRow(new QLabel("Derivatives:", page), richardson);
   form->addRow("", optnCentral);
   form->addRow("", NewFlag("&Try harder where a search fails", "TryHarder"));
+  auto* deviations = AddChoice(*form, "T&he data's deviations are:", "StandardDeviations", "cmbStandardDeviations");
+  deviations->setToolTip(
+      "Relative standard deviations tell which points count more, absolute ones are the errors of the points");
   auto* loss = AddChoice(*form, "&Loss of a residual:", "Loss", "cmbLoss");
   loss->setToolTip("All but squares keep a few wild points from deciding");
   auto* scale = AddText(*form, "Scale o&f the loss:", "LossScale");
@@ -199,10 +202,7 @@ QWidget* frmMacro::InputPage() {
   AddText(*form, "I&ndependent variables:", "IndependentVariables");
   AddText(*form, "Co&lumn order:", "ColumnOrder")->setPlaceholderText("Default, or a list such as x1, x2, y, sd");
 
-  auto* weighted = NewFlag("The data have a column of &standard deviations", "Weighted");
-  form->addRow("", weighted);
-  auto* deviations = AddChoice(*form, "Standard deviations:", "StandardDeviations", "cmbStandardDeviations");
-  deviations->setToolTip("Relative: they tell which points count more. Absolute: they are the errors of the points");
+  form->addRow("", NewFlag("The data have a column of &standard deviations", "Weighted"));
   const struct {
     const char *Label, *Word, *Name;
   } delimiters[] = {{"&Tab", "Tab", "ckDelimitTab"},
@@ -228,6 +228,7 @@ QWidget* frmMacro::InputPage() {
   form->addRow("", useParameters);
   auto* parameters = AddFile(*form, "Pa&rameter file:", "ParameterFile", "Parameter File", false);
   auto* each = NewFlag("Solve at each line, whatever changes", "SolveEachRun");
+  each->setAccessibleDescription("Where only outputs change, too");  // all letters have gone to others
   form->addRow("", each);
   auto* useSql = NewUse("Read from a database by a &query", "SQLQuery");
   form->addRow("", useSql);
@@ -235,7 +236,6 @@ QWidget* frmMacro::InputPage() {
   form->addRow("Quer&y:", sql);
 
   for (const auto& [box, field] : {std::pair<QCheckBox*, QWidget*>{missing, marker},
-                                   {weighted, deviations},
                                    {useParameters, parameters->parentWidget()},
                                    {useParameters, each},
                                    {useSql, sql}}) {
@@ -266,12 +266,9 @@ QWidget* frmMacro::OutputPage() {
   addOption(NewWord("The input d&ata", "TableOutput", "DataFile", "ckTableDataFile"));
   addOption(NewWord("Ca&lculated values", "TableOutput", "CalcData", "ckTableCalcData"));
   addOption(NewWord("Resid&uals", "TableOutput", "ErrorData", "ckTableErrorData"));
-  addOption(NewWord("Smallest and largest residual", "TableOutput", "MinMaxError", "ckTableMinMaxError"));
-  auto* curve = NewWord("Limits of the curve", "TableOutput", "Confidence", "ckTableConfidence");
-  auto* point = NewWord("Limits of a new point", "TableOutput", "Prediction", "ckTablePrediction");
-  for (QCheckBox* box : {curve, point}) box->setToolTip("At 95 %, in columns of their own");
-  addOption(curve);
-  addOption(point);
+  auto* minMax = NewWord("Smallest and largest residual", "TableOutput", "MinMaxError", "ckTableMinMaxError");
+  minMax->setAccessibleDescription("Written for each model");  // all letters have gone to others
+  addOption(minMax);
   addOption(NewFlag("Fit s&tatistics", "OutputFitInfo"));
 
   form->addRow(new QLabel("Status:", page), NewFlag("Fail where no model can &be solved (410)", "RequireSolution"));
@@ -301,9 +298,7 @@ void frmMacro::AddPlots(QFormLayout& form) {
   auto* look = AddFile(form, "Template (&qv2, qv3):", "PlotTemplate", "Plot Template", false);
   auto* models = AddChoice(form, "Models s&hown:", "PlotModels", "cmbPlotModels");
   auto* kind = AddChoice(form, "&Kind:", "PlotKind", "cmbPlotKind");
-  auto* bands = AddChoice(form, "Bands:", "PlotBands", "cmbPlotBands");
-  bands->setToolTip("What is shaded around the curves: where they lie, or where a new point would");
-  for (QWidget* field : std::initializer_list<QWidget*>{names, look->parentWidget(), models, kind, bands}) {
+  for (QWidget* field : std::initializer_list<QWidget*>{names, look->parentWidget(), models, kind}) {
     field->setEnabled(false);
     connect(use, &QCheckBox::toggled, field, &QWidget::setEnabled);
   }
@@ -328,6 +323,16 @@ QWidget* frmMacro::DiagnosisPage() {
   samples->setToolTip("Limits by so many fits to resampled data");
   kind->setToolTip("The residuals about the curve, or whole points");
   parts->setToolTip("Cross-validation: how well the other points foretell each part");
+
+  auto* curve = NewWord("Limits of the c&urve", "TableOutput", "Confidence", "ckTableConfidence");
+  auto* point = NewWord("Limits of a &new point", "TableOutput", "Prediction", "ckTablePrediction");
+  form->addRow(new QLabel("Columns at 95 %:", page), curve);
+  form->addRow("", point);
+  outputOptions_.insert(outputOptions_.end(), {curve, point});
+  auto* bands = AddChoice(*form, "B&ands of plots:", "PlotBands", "cmbPlotBands");
+  bands->setToolTip("What is shaded around the curves: where they lie, or where a new point would");
+  bands->setEnabled(false);
+  connect(findChild<QCheckBox*>("ckPlotFile"), &QCheckBox::toggled, bands, &QWidget::setEnabled);
   LeaveRoomBelow(*form);
   return page;
 }
