@@ -19,7 +19,7 @@ class Diagnosing : public SolveFrame {
 
   // Two solutions of 40 points, the better one in front.
   void Begin() {
-    Open(40, "m*(1-exp(-n*x))");
+    Open(40, "m*x^n");
     SolveOne("yours");
     SolveOne("mine");
     Turn(kPage);
