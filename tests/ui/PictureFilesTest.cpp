@@ -80,7 +80,7 @@ std::unique_ptr<PlotPage> Logarithmic() {
   return std::make_unique<PlotClass>(std::move(plot));
 }
 
-std::unique_ptr<PlotPage> Box(std::int16_t scheme, bool lines, bool contours) {
+std::unique_ptr<PlotPage> BoxPlot(std::int16_t scheme, bool lines, bool contours) {
   PlotClass3D plot{Settings()};
   plot.PlotTitle = "A hill";
   plot.PlotData.push_back(
@@ -99,9 +99,9 @@ const struct Case {
 } kCases[] = {{"lines", Lines},
               {"markers", Markers},
               {"logarithmic", Logarithmic},
-              {"banded", [] { return Box(kSpectrumScheme, false, false); }},
-              {"contoured", [] { return Box(5, true, true); }},
-              {"shaded", [] { return Box(kTrueColorScheme, false, false); }, true}};
+              {"banded", [] { return BoxPlot(kSpectrumScheme, false, false); }},
+              {"contoured", [] { return BoxPlot(5, true, true); }},
+              {"shaded", [] { return BoxPlot(kTrueColorScheme, false, false); }, true}};
 
 constexpr PictureSize kSize{640, 480, 96};
 

@@ -59,7 +59,8 @@ class AngleBox : public QSpinBox {
   }
 };
 
-QSpinBox* Box(const char* name, const QString& accessibleName, const QString& caption, int most, QWidget& parent) {
+QSpinBox* NewAngleBox(const char* name, const QString& accessibleName, const QString& caption, int most,
+                      QWidget& parent) {
   auto* box = new AngleBox(most, &parent);
   box->setObjectName(name);
   box->setAccessibleName(accessibleName);
@@ -76,8 +77,8 @@ QSpinBox* Box(const char* name, const QString& accessibleName, const QString& ca
 AngleBoxes::AngleBoxes(PlotView& view, QWidget* parent) : QWidget(parent), view_(view) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(6, 0, 6, 0);
-  XYAngle = Box("XYAngle", tr("X1-X2 view angle"), tr("X&1-X2:"), 360, *this);
-  ZAngle = Box("ZAngle", tr("X1-Y view angle"), tr("&X1-Y:"), 180, *this);
+  XYAngle = NewAngleBox("XYAngle", tr("X1-X2 view angle"), tr("X&1-X2:"), 360, *this);
+  ZAngle = NewAngleBox("ZAngle", tr("X1-Y view angle"), tr("&X1-Y:"), 180, *this);
   setTabOrder(ZAngle, &view);  // as they stand over it
   ShowAngles();
   connect(XYAngle, &QSpinBox::valueChanged, &view, &PlotView::SetXYAngle);
