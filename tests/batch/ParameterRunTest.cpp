@@ -127,7 +127,7 @@ TEST(ParameterRun, TakesBoundsFromTheTable) {
       "LC_ALL=de_DE.UTF-8");
   const std::string log = program.Folder.Read("run.log");
   const auto answer = [&](const std::string& file) {
-    return NumericText(ReadAnswers(program.Folder.Read(file))[0].Values.at("a")[0], ',').value_or(NAN);
+    return NumericText(ReadAnswers(program.Folder.Read(file))[0].Values.at("a")[0]).value_or(NAN);
   };
   EXPECT_EQ(answer("1.txt"), 1.5) << log;
   EXPECT_EQ(answer("2.txt"), 1.5);
