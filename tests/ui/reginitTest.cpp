@@ -155,12 +155,16 @@ TEST_F(Estimates, DrawWhatIsTypedWithoutRedraw) {
   EXPECT_NE(picture(), last);
 
   // Tab goes through what takes a number, and then on to the types.
+  const auto place = [&] { return std::pair(grid->currentRow(), grid->currentColumn()); };
   QTest::keyClick(cell, Qt::Key_Tab);
-  EXPECT_EQ(grid->currentRow(), 1);
-  EXPECT_EQ(grid->currentColumn(), 2);
+  EXPECT_EQ(place(), std::pair(0, 5));
+  for (const auto& next : {std::pair(0, 6), std::pair(1, 2), std::pair(1, 5)}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(place(), next);
+  }
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-  EXPECT_EQ(grid->currentRow(), 0);
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(place(), std::pair(1, 2));
+  for (int i = 0; i < 2; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   for (const char* next : {"Type of a", "Type of b", "Adjust b", "Step of the scroll bar"}) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->accessibleName(), next);
