@@ -64,6 +64,7 @@ constexpr Preference kSolve[] = {
     {"promptforsetup", "&Ask for the solve setup before each solve", TrueOrFalse},
     {"defaultsolvesetup", "&Models to solve:", Choice, 0, 0, kSetups},
     {"defaultsolver", "Sol&ver:", Choice, 0, 0, kSolvers},
+    {"defaultabsolutedeviations", "Take standard deviations at their &word", TrueOrFalse},
     {"defaulttryharder", "Try harder from t&he start (nonlinear)", TrueOrFalse},
     {"tryharder", "&Try harder where a nonlinear solve fails", TrueOrFalse},
 };

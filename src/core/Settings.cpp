@@ -40,6 +40,7 @@ constexpr SettingRow kRows[] = {
     {"startup", "defaultsolvesetup", "0", "0"},
     {"startup", "defaultsolver", "0", "0"},
     {"startup", "defaulttryharder", "false"},
+    {"startup", "defaultabsolutedeviations", "false"},
     {"startup", "tryharder", "true"},  // where a solve in a window fails
     {"startup", "undolevels", "15"},
     {"startup", "default_numiv", "1"},

@@ -67,6 +67,7 @@ void ProjectSolver::SolveSeries() {
   if (models.size() == 0) return user_.Refuse("There are no equations to solve.");
   Settings settings = settings_;
   settings.TryHarder = request->TryHarder;
+  settings.AbsoluteDeviations = absoluteDeviations_;
   log_.clear();
   SeriesAnswers answers = [&] {
     const std::unique_ptr<SolveProgress> progress = windows_.OpenProgress();
@@ -115,6 +116,7 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
   // The linear solver knows nothing but the linear forms of built-in models.
   const auto canTakePart = [&](const ModelClass& model) { return choice.SolveType != 1 || !model.UserType; };
   const bool harder = choice.TryHarder;
+  absoluteDeviations_ = choice.AbsoluteDeviations;
   switch (choice.Models) {
     case ModelSelection::SingleModel: {
       ModelPick pick(project_.Models, project_.Sheet.IndependentVariables, settings_);
@@ -267,6 +269,7 @@ SolveOutcome ProjectSolver::RunOnce(const GatheredData& data, const Request& req
   }
   Settings settings = settings_;
   settings.TryHarder = request.TryHarder;
+  settings.AbsoluteDeviations = absoluteDeviations_;
   std::string log;
   SolveOutcome outcome = [&] {
     // Models are half changed while they are fitted: who wants to keep a copy of the project waits for the end.

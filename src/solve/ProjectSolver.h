@@ -114,6 +114,7 @@ class ProjectSolver {
   std::string log_;
   // What the last solve left, by name: by the time it is asked for, the objects may be gone or others.
   std::vector<std::pair<std::string, FailedFit>> left_;
+  bool absoluteDeviations_ = false;  // chosen with the last setup, for what is tried again, too
   std::optional<SolveLimits> limits_;
   std::size_t missing_ = 0;
   bool running_ = false;

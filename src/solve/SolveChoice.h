@@ -13,6 +13,8 @@ struct SolveChoice {
   ModelSelection Models = ModelSelection::SingleModel;
   bool UseAsDefault = false;  // from now on, without being asked
   bool TryHarder = false;     // of the nonlinear solver, from the first search on
+  // Given standard deviations are taken at their word; else they tell ratios.
+  bool AbsoluteDeviations = false;
 
   bool operator==(const SolveChoice&) const = default;
 };

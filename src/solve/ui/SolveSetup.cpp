@@ -41,7 +41,7 @@ class SolveSetup : public QDialog {
 
  private:
   QButtonGroup *optSolver, *optModels;
-  QCheckBox *chkHarder, *chkDefault;
+  QCheckBox *chkHarder, *chkAbsolute, *chkDefault;
 };
 
 SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(parent) {
@@ -70,6 +70,12 @@ SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(par
                         {"optAll", "&All Models"},
                         {"optLast", "Last Sol&ved Models"}},
                        static_cast<int>(choice.Models));
+  chkAbsolute = new QCheckBox("Take standard deviations at their &word (absolute errors)", this);
+  chkAbsolute->setObjectName("chkAbsolute");
+  chkAbsolute->setChecked(choice.AbsoluteDeviations);
+  chkAbsolute->setToolTip("Else they tell ratios, and the scatter of the points says how large errors are");
+  chkAbsolute->setAccessibleDescription(chkAbsolute->toolTip());
+  rows->addWidget(chkAbsolute);
   chkDefault = new QCheckBox("&Use this setting as default (don't display this dialog)", this);
   chkDefault->setObjectName("chkDefault");
   chkDefault->setToolTip("The Solve menu brings the dialog back");
@@ -84,7 +90,7 @@ SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(par
 
 SolveChoice SolveSetup::Choice() const {
   return {optSolver->checkedId(), static_cast<ModelSelection>(optModels->checkedId()), chkDefault->isChecked(),
-          chkHarder->isChecked()};
+          chkHarder->isChecked(), chkAbsolute->isChecked()};
 }
 
 }  // namespace
