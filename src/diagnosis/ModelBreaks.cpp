@@ -5,8 +5,10 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <string_view>
 
 #include "core/Limits.h"
+#include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "equation/Expression.h"
 
@@ -17,6 +19,19 @@ constexpr std::size_t kMostValues = 200000, kMostBetween = 15;
 constexpr double kVisible = 1e-6, kCounts = 0.01;  // of the range of Y
 constexpr double kSmooth = 0.6;  // what second differences fall below where a curve is no worse than kinked
 constexpr int kHalvings = 40;
+
+// Whether whoever wrote the model wanted it to jump: by conditions, comparisons or whole numbers.
+bool JumpsOnPurpose(const Expression& text) {
+  constexpr std::string_view kSteps[] = {"int", "fix", "floor", "ceil", "sgn"};
+  return std::ranges::any_of(text.ExprTokens, [&](const ExprToken& token) {
+    if (token.Type == TokenKind::Binary)
+      return token.Code == kIntegerDivide || token.Code == kMod ||
+             (token.Code >= kEqual && token.Code <= kGreaterOrEqual);
+    return token.Type == TokenKind::Function &&
+           (token.Code == kIfCode ||
+            std::ranges::any_of(kSteps, [&](std::string_view name) { return EqualNoCase(token.Name, name); }));
+  });
+}
 
 // Values of the model at X, NaN where it has none.
 std::vector<double> ValuesOf(ModelClass& model, const std::vector<double>& x, SolveForm& form) {
@@ -58,7 +73,7 @@ struct Stretch {
 };
 
 // The break in a gap, of which `stretch` has some points and both ends.
-std::optional<ModelBreak> BreakIn(Stretch stretch, ModelClass& model, double range, bool mayJump, SolveForm& form) {
+std::optional<ModelBreak> BreakIn(Stretch stretch, ModelClass& model, double range, bool jumpsCount, SolveForm& form) {
   const double before = stretch.X.front(), after = stretch.X.back();
   if (const auto at = stretch.WithoutValue()) return ModelBreak{BreakKind::NoValue, *at, before, after};
   std::size_t k = stretch.Roughest();
@@ -83,7 +98,7 @@ std::optional<ModelBreak> BreakIn(Stretch stretch, ModelClass& model, double ran
   }
   if (last < 0.5 * first || last < kCounts * range) return std::nullopt;
   const bool jumps = last < 2 * first && std::abs(stretch.Y[k + 1] - stretch.Y[k - 1]) > 0.5 * last;
-  if (jumps && !mayJump) return std::nullopt;
+  if (jumps && !jumpsCount) return std::nullopt;
   return ModelBreak{jumps ? BreakKind::Jump : BreakKind::Pole, stretch.X[k], before, after};
 }
 
@@ -107,12 +122,12 @@ std::vector<ModelBreak> FindBreaks(ModelClass& model, const SolveData& data, Sol
   const std::vector<double> values = ValuesOf(model, points, form);
   const auto [least, most] = std::ranges::minmax_element(data.Y);
   const double range = *most > *least ? *most - *least : std::abs(*most);
-  const bool mayJump = model.Compiled().IfJumps.empty();
+  const bool jumpsCount = !JumpsOnPurpose(model.Compiled());
   for (std::size_t gap = 0; gap < gaps && !form.Aborted; ++gap) {
     const auto from = static_cast<std::ptrdiff_t>(gap * (between + 1)),
                to = from + static_cast<std::ptrdiff_t>(between) + 2;
     Stretch stretch{{points.begin() + from, points.begin() + to}, {values.begin() + from, values.begin() + to}};
-    if (const auto found = BreakIn(std::move(stretch), model, range, mayJump, form)) breaks.push_back(*found);
+    if (const auto found = BreakIn(std::move(stretch), model, range, jumpsCount, form)) breaks.push_back(*found);
   }
   if (form.Aborted) breaks.clear();
   return breaks;

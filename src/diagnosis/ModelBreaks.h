@@ -21,8 +21,9 @@ struct ModelBreak {
 // differences of the curve don't shrink as the points close in on the place where they are largest, the curve isn't
 // smooth there: they grow or stay at a pole and stay at a jump, while they fall to a half at a kink and to a quarter
 // elsewhere. A pole so narrow that the curve has closed again to a millionth of the range of Y at the next of these
-// points is missed, and so is a jump below a hundredth of that range. What a model with "if" jumps by is meant and no
-// break. Empty for several variables and where `form` is aborted. The model stays as it was.
+// points is missed, and so is a jump below a hundredth of that range. What a model with conditions, comparisons, mod,
+// int, fix, floor, ceil or sgn jumps by is meant and no break. Empty for several variables and where `form` is aborted.
+// The model stays as it was.
 std::vector<ModelBreak> FindBreaks(ModelClass& model, const SolveData& data, SolveForm& form);
 
 }  // namespace quorvex

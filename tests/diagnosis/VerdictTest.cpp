@@ -103,7 +103,7 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
        Scattered(
            Steps(20), [](double x) { return 3 + 1 / (x - 4.5); }, 0.01),
        VerdictKind::Doubtful,
-       "The model has a pole at X = 4.5"},
+       "The model has a pole at X = 4."},
       {"no value",
        {"a*sqr((x-4)*(x-5))+b", {1, 1}},
        Scattered(
@@ -111,10 +111,16 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
        VerdictKind::Doubtful,
        "The model has no value at X = "},
       {"jump",
-       {"a*int(x+0.5+b*0)+c", {1, 0, 1}},
+       {"a*atn(1/(x-b))+c", {1, 4.51, 1}},
        Scattered(
-           Steps(20), [](double x) { return std::floor(x); }, 0.1),
+           Steps(20), [](double x) { return 3 + 2 * std::atan(1 / (x - 4.51)); }, 0.01),
        VerdictKind::Doubtful,
+       "The model jumps at X = 4."},
+      {"jump on purpose",
+       {"if(x<4.5,a,b)", {1, 2}},
+       Scattered(
+           Steps(20), [](double x) { return x < 4.5 ? 1.0 : 3.0; }, 0.1),
+       VerdictKind::Sound,
        ""},
       {"few",
        {"a+b*x", {}},
