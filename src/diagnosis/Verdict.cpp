@@ -7,6 +7,7 @@
 
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "diagnosis/ChiSquare.h"
 #include "diagnosis/ModelBreaks.h"
 #include "diagnosis/WhyFailed.h"
 #include "functions/gamma.h"
@@ -15,7 +16,7 @@ namespace quorvex {
 namespace {
 
 // What the docstring of Judge tells.
-constexpr double kUndetermined = 1e-10, kPart = 0.1;
+constexpr double kUndetermined = 1e-10, kWeak = 1e-6, kHopeless = 1000, kPart = 0.1;
 constexpr double kOffMinimum = 0.05;
 constexpr int kFewDegrees = 3;
 constexpr double kCorrelated = 0.99, kUncertain = 0.2;
@@ -67,16 +68,20 @@ void NoDerivatives(Case& c, Reasons& reasons) {
 }
 
 void NotDetermined(Case& c, Reasons& reasons) {
-  if (c.Geometry == nullptr || c.Geometry->ReciprocalCondition() >= kUndetermined) return;
+  if (c.Geometry == nullptr || c.Geometry->ReciprocalCondition() >= kWeak) return;
   const std::vector<double>& weakest = c.Geometry->WeakestDirection();
   double most = 0;
   for (const double part : weakest) most = std::max(most, std::abs(part));
   std::vector<std::string> names;
+  bool hopeless = true;
   for (std::size_t j = 0; j < weakest.size(); ++j) {
     if (std::abs(weakest[j]) < kPart * most) continue;
-    c.Open.push_back(c.Geometry->Free()[j]);
-    names.push_back(c.Model.Variables(c.Open.back()));
+    const int i = c.Geometry->Free()[j];
+    c.Open.push_back(i);
+    names.push_back(c.Model.Variables(i));
+    hopeless = hopeless && c.Model.StandardError(i) > kHopeless * std::abs(c.Model.Values(i));
   }
+  if (c.Geometry->ReciprocalCondition() >= kUndetermined && !hopeless) return c.Open.clear();
   reasons.push_back("The data do not determine " + Listed(names) +
                     (names.size() == 1 ? ": the curve does not depend on it at any point."
                                        : ": they can change together and leave the curve as it is. Hold one of them "
@@ -85,7 +90,8 @@ void NotDetermined(Case& c, Reasons& reasons) {
 
 void NotAtAMinimum(Case& c, Reasons& reasons) {
   if (c.Geometry == nullptr || c.Model.SolveType != 0 || c.Model.Loss != LossKind::Squares || c.IsExact()) return;
-  if (!(c.Geometry->RelativeOffset() > kOffMinimum)) return;
+  // Along what the data leave open, rounding decides.
+  if (!c.Open.empty() || !(c.Geometry->RelativeOffset() > kOffMinimum)) return;
   bool moved = c.Model.ICRanges.size() != c.Model.CoefficientValues.size() || c.Model.SweepCount > 1;
   for (std::size_t i = 0; i < c.Model.ICRanges.size() && !moved; ++i)
     moved = c.Model.ICRanges[i].Min != c.Model.CoefficientValues[i];
@@ -161,6 +167,15 @@ void MayBeZero(Case& c, Reasons& reasons) {
     reasons.push_back(Listed(names) + " may be 0: their standard errors are larger than their values.");
 }
 
+// Where the standard deviations are only ratios, the scatter itself says how large they are.
+void BeyondDeviations(Case& c, Reasons& reasons) {
+  const ChiSquare chiSquare = ChiSquareOf(c.Model, c.Model.GivenDeviation);
+  if (!(chiSquare.Probability < kByChance)) return;
+  reasons.push_back("The points scatter " + c.Number(std::sqrt(chiSquare.Reduced)) +
+                    " times as much as their standard deviations say (reduced chi-square " +
+                    c.Number(chiSquare.Reduced) + "): the model misses something, or the deviations are too small.");
+}
+
 // Mean residuals, weighted, of points of equal X, in the order of X. Nothing where the model has no value.
 std::optional<std::vector<double>> ResidualsAlongX(Case& c) {
   const auto residuals = c.Model.GenerateResiduals(c.Data);
@@ -210,15 +225,17 @@ void NotRandom(Case& c, Reasons& reasons) {
   const double byRuns = runsVariance > 0 ? LowerTail((runs + 0.5 - expected) / std::sqrt(runsVariance)) : 1;
   const double byRatio = LowerTail((ratio - 2) / std::sqrt(ratioVariance));
   if (!(std::min(byRuns, byRatio) < kByChance)) return;
-  reasons.push_back("The residuals follow each other along X (Durbin-Watson " + c.Number(ratio) + ", " +
-                    c.Number(runs) + " runs of one sign where " + c.Number(std::round(expected)) +
-                    " are to be expected): the model misses something.");
+  reasons.push_back("The residuals follow each other along X (Durbin-Watson " + c.Number(ratio) +
+                    (runs < expected - 1
+                         ? ", runs of one sign: " + c.Number(runs) + " instead of " + c.Number(std::round(expected))
+                         : "") +
+                    "): the model misses something.");
 }
 
 // The gravest first.
 constexpr void (*kChecks[])(Case&, Reasons&) = {
-    NotConverged, OnABound,     NoDerivatives, NotDetermined, NotAtAMinimum, NoBetterThanAConstant,
-    Broken,       TooFewPoints, Correlated,    MayBeZero,     NotRandom};
+    NotConverged, OnABound,         NoDerivatives, NotDetermined, NotAtAMinimum, NoBetterThanAConstant,
+    Broken,       BeyondDeviations, TooFewPoints,  Correlated,    MayBeZero,     NotRandom};
 
 // What is held, to stand behind how the search ended.
 std::string HeldText(const ModelClass& model) {

@@ -28,11 +28,15 @@ struct Verdict {
 //   no derivatives     the model has none at some point, so that nothing is known of errors
 //   not determined     the condition of the derivatives, their columns scaled to equal lengths, is above 1e10: the
 //                      coefficients named, with more than a tenth of the largest part in the weakest direction, can
-//                      change together and leave the curve as it is (numerical derivatives are right to ten digits)
+//                      change together and leave the curve as it is (numerical derivatives are right to ten digits);
+//                      from 1e6 on, too, where the standard errors of all of them are above 1000 times their values
 //   not at a minimum   the sum of squares still falls: the relative offset (FitGeometry) is above 0.05, that is, the
 //                      coefficients are off by a twentieth of what the data leave open. Nonlinear least squares alone
 //   no better than a constant   the scatter about the curve, per degree of freedom, is as large as about the mean of Y
 //   broken             the curve has a pole, a jump or no value between points (ModelBreaks.h)
+//   beyond deviations  the standard deviations are taken at their word, and by the reduced chi-square the points
+//   scatter
+//                      so much more that chance would do it in less than one of 1000 fits (ChiSquare.h)
 //   too few points     less than 3 degrees of freedom are left: the 95 % limits are 4 to 13 standard errors wide
 //   correlated         the coefficients of the pair named have a correlation beyond 0.99, and one of them a standard
 //                      error above a fifth of its value: what one has too much the other makes up for. With small

@@ -89,7 +89,7 @@ TEST(Diagnose, TakesGivenDeviationsByTheirRatiosOrAtTheirWord) {
 // As above.
 TEST(Diagnose, ComputesQuantitiesWithTheirErrors) {
   LineFit fit({{"root", "-a / b"},
-               {"power", "10 ^ (A + b) + pi()"},
+               {"power", "10 ^ (A + b) + pi"},
                {"ROOT", "1"},
                {"a", "b"},
                {"", "b"},
