@@ -151,7 +151,7 @@ TEST(Diagnose, TellsOfFailedModelsBehindTheSolved) {
 TEST(Report, IsReadWithItsParametersAndKept) {
   const std::string text =
       "B_MACRO\nIndependentVariables = 1\nB_MODEL\nY = a+b*x\nReport = root = -A / b\n"
-      "Report = at%N% = a + b * %N%\nreport = bad = a / q\nEND\nE_MODEL\nE_MACRO\n";
+      "Report = at%N% = a + b * %N%\nreport = bad = a / q\nE_MODEL\nE_MACRO\n";
   Macro macro;
   Settings preferences;
   std::string log;
