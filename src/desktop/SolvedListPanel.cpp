@@ -144,8 +144,6 @@ SolvedListPanel::SolvedListPanel(QWidget* parent)
   const int character = fontMetrics().horizontalAdvance('0');
   SolvedList->setColumnWidth(0, fontMetrics().horizontalAdvance("Rank") + 2 * character);
   SolvedList->setColumnWidth(2, fontMetrics().horizontalAdvance("1.234567E+10") + 2 * character);
-  SolvedList->setColumnWidth(3, fontMetrics().horizontalAdvance("Weight") + 2 * character);
-  SolvedList->setColumnWidth(4, fontMetrics().horizontalAdvance("Group") + 2 * character);
 
   cmbSortBy->setObjectName("cmbSortBy");
   cmbSortBy->setAccessibleName("Sort by");
@@ -173,7 +171,12 @@ void SolvedListPanel::Show(const std::vector<SolvedItem>& items, int sortIndex, 
   const QString name = model_->index(row, 1).data().toString();
   setTitle(QString::fromStdString(SolutionsCaption(sortIndex)));
   cmbSortBy->setCurrentIndex(std::max(cmbSortBy->findData(sortIndex), 0));
+  const int columns = model_->columnCount();
   model_->Show(items, sortIndex, decimalSeparator);
+  // Columns that were not there have no width of the user's own.
+  for (int column = columns; column < model_->columnCount(); ++column)
+    SolvedList->setColumnWidth(column,
+                               fontMetrics().horizontalAdvance("Weight") + 2 * fontMetrics().averageCharWidth());
   SolvedList->setVisible(!items.empty());
   none_->setVisible(items.empty());
   // The same solution as before, or what is in its place now.

@@ -25,8 +25,9 @@ double RootMeanSquare(const std::vector<double>& errors, const std::vector<doubl
 SolveData Without(const SolveData& data, const std::vector<std::size_t>& part) {
   std::vector<bool> isLeftOut(data.N());
   for (const std::size_t i : part) isLeftOut[i] = true;
-  const auto rest = [&](const std::vector<double>& column) {
-    std::vector<double> kept;
+  const auto rest = [&](const auto& column) {
+    auto kept = column;
+    kept.clear();
     for (std::size_t i = 0; i < column.size(); ++i)
       if (!isLeftOut[i]) kept.push_back(column[i]);
     return kept;
@@ -39,6 +40,7 @@ SolveData Without(const SolveData& data, const std::vector<std::size_t>& part) {
   const double mean =
       std::accumulate(others.sig.begin(), others.sig.end(), 0.0) / static_cast<double>(others.sig.size());
   for (double& weight : others.sig) weight /= mean;
+  others.Row = rest(data.Row);
   others.HasSD = data.HasSD;
   others.UnitDeviation = data.UnitDeviation / std::sqrt(mean);
   return others;
@@ -111,7 +113,9 @@ PartsError CrossValidatedError(const ModelClass& model, const SolveData& data, i
   ordinary.TryHarder = false;
   const std::unique_ptr<ModelClass> twin = model.CopyTo();
   std::vector<double> errors(data.N());
+  std::size_t done = 0;
   for (const std::vector<std::size_t>& part : dealt) {
+    form.ShowWork("Cross-validation of " + model.id, done++, dealt.size());
     model.CopyFitTo(*twin);
     twin->ICCancel();  // one start
     twin->SpecifyICComplete = true;

@@ -37,8 +37,8 @@ PartsError CrossValidatedError(const ModelClass& model, const SolveData& data, i
                                const Settings& settings, SolveForm& form);
 
 // Gives every solved model its LeaveOneOut and, with at least 2 parts, its CrossValidated, as far as it doesn't know
-// them since its last fit. A model that was fitted to other data than these stays without. False where `form` is
-// aborted.
+// them since its last fit: whoever wants other parts asks a copy that hasn't been asked yet. A model that was fitted to
+// other data than these stays without. False where `form` is aborted.
 bool CrossValidate(const ModelCollection& models, const SolveData& data, int parts, std::uint64_t seed,
                    const Settings& settings, SolveForm& form);
 

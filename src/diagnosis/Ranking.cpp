@@ -139,6 +139,9 @@ std::vector<std::string> RankingWarnings(const std::vector<ModelClass*>& ranked,
   if (std::ranges::any_of(ranked, [&](const ModelClass* model) { return DataOf(*model) != DataOf(best); }))
     warnings.push_back(
         "Not all of these models were fitted to the same data: AICc, BIC and errors of different data don't compare.");
+  if (std::ranges::any_of(ranked, [](const ModelClass* model) { return model->Loss != LossKind::Squares; }))
+    warnings.push_back(
+        "AICc, BIC and cross-validation count squares, outliers included: of fits with a robust loss they say little.");
   for (const ModelClass* model : ranked)
     if (model->FailedParts > 0)
       warnings.push_back((model->cfgID.empty() ? model->id : model->cfgID) +

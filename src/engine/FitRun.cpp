@@ -5,6 +5,7 @@
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "engine/InformationCriteria.h"
 #include "engine/ModelClass.h"
 #include "engine/TypedDerivatives.h"
 #include "engine/mrqmin.h"
@@ -130,7 +131,7 @@ bool FitRun::FitOneStart() {
   model_.Ended = search->ended;
   ReportEnd(*search);
   Store(a, search->covar);
-  return Judge(FreeCount(), form_);
+  return Judge(FittedCount(model_), form_);
 }
 
 void FitRun::ReportEnd(const Search& search) {
@@ -246,7 +247,7 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
     if (!search || form_.Aborted) return false;
     Line("IC Set " + std::to_string(k + 1) + ": Final residual change = " + GeneralNumber(search->change));
     Store(a, search->covar);
-    if (!model_.GetGoodnessOfFit(data_, FreeCount(), form_)) {
+    if (!model_.GetGoodnessOfFit(data_, FittedCount(model_), form_)) {
       if (form_.Aborted) return false;
       // The set is tried again: only an abort ends a set that keeps failing.
       LineAndBlank("Solution rejected based on poor goodness of fit statics.");
@@ -308,10 +309,6 @@ std::vector<int> FitRun::FreeFlags() const {
   for (const Coefficient& coefficient : model_.Coefficients)
     ia.push_back(coefficient.IsHeld() ? 0 : coefficient.Constant);
   return ia;
-}
-
-int FitRun::FreeCount() const {
-  return static_cast<int>(std::ranges::count(model_.Coefficients, false, &Coefficient::IsHeld));
 }
 
 void FitRun::Store(const std::vector<double>& a, const Matrix& covar) {

@@ -46,7 +46,6 @@ class FitRun {
   void BringInside(std::vector<double>& a);
   void ReportBounds();
   std::vector<int> FreeFlags() const;
-  int FreeCount() const;
   void Store(const std::vector<double>& a, const Matrix& covar);
   void ShowParameters(const std::vector<double>& a);
   void ReportEnd(const Search& search);

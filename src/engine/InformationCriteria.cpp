@@ -28,7 +28,7 @@ double Misfit(const ModelClass& model) {
 // The linear solver knows no held coefficients.
 int FittedCount(const ModelClass& model) {
   if (model.SolveType == 1) return model.NumDependentVar();
-  return static_cast<int>(std::ranges::count_if(model.Coefficients, [](const Coefficient& c) { return !c.IsHeld(); }));
+  return static_cast<int>(std::ranges::count(model.Coefficients, false, &Coefficient::IsHeld));
 }
 
 // A fit needs more points than coefficients, so that DOFError is their difference.

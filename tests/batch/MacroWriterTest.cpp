@@ -169,7 +169,7 @@ TEST(MacroWriter, BeginsWithTheDataAndThePreferences) {
   EXPECT_EQ(fields.SortKey, "Ra^2");
   EXPECT_EQ(fields.IndependentVariables, "3");
   EXPECT_TRUE(fields.Weighted);
-  for (const char* nonsense : {"0", "5", "best"}) {
+  for (const char* nonsense : {"0", "8", "best"}) {
     preferences.Set("sortindex", nonsense);
     EXPECT_EQ(FieldsFor(1, false, preferences, kPoint).SortKey, "RSS") << nonsense;
   }

@@ -129,13 +129,14 @@ TEST(InformationCriteria, CountChiSquareWhereDeviationsAreTakenAtTheirWord) {
   EXPECT_NEAR(BIC(*model), 70 + std::log(6), 1e-9);
 }
 
-// By hatvalues in R 4.2, and by fits to all points but one.
+// By hatvalues in R 4.2, and by fits to all points but one. A search ends where the sum of squares changes by less than
+// 1e-12 of it, which leaves the fitted values of Longley's data, condition 4e4, no more than 7 digits.
 TEST(LeaveOneOut, IsThatOfRefitsWhereAModelIsLinear) {
   const struct {
     const char *Formula, *Start;
     SolveData Data;
     double Error, RefitTolerance;
-  } cases[] = {{kParabola, "40 400 -200", Weighted(kPuromycin), 25.69966910878362, 1e-9},
+  } cases[] = {{kParabola, "40 400 -200", Weighted(kPuromycin), 25.69966910878362, 1e-8},
                {kLine6, kLongleyValues, kLongley, 0.42477144894726399, 1e-6}};
   for (const auto& c : cases)
     for (const double unit : {1.0, 1e-9, 1e9}) {
@@ -146,7 +147,7 @@ TEST(LeaveOneOut, IsThatOfRefitsWhereAModelIsLinear) {
       ModelClass& model = *models.Add("m", Solved(c.Formula, data, start));
       SolveForm form;
       ASSERT_TRUE(CrossValidate(models, data, static_cast<int>(data.N()) + 5, 1, Settings(), form));
-      EXPECT_NEAR(model.LeaveOneOut / unit / c.Error, 1, 1e-8) << c.Formula << ' ' << unit;
+      EXPECT_NEAR(model.LeaveOneOut / unit / c.Error, 1, 1e-7) << c.Formula << ' ' << unit;
       EXPECT_NEAR(model.CrossValidated / model.LeaveOneOut, 1, c.RefitTolerance) << c.Formula << ' ' << unit;
       EXPECT_EQ(model.FailedParts, 0);
     }
@@ -207,7 +208,7 @@ TEST(CrossValidate, LeavesModelsAloneOtherwise) {
   }
   ASSERT_TRUE(CrossValidate(models, kPuromycin, 3, 1, Settings(), form));
   EXPECT_EQ(model.CoefficientValues, values);
-  EXPECT_GT(model.CrossValidated, model.StdErr);
+  EXPECT_GT(model.CrossValidated, std::sqrt(model.RssNorm / 12));
   std::string log;
   ASSERT_TRUE(model.Fit(kPuromycin, Settings(), log, form));
   EXPECT_TRUE(std::isnan(model.LeaveOneOut) && std::isnan(model.CrossValidated));  // of the fit before

@@ -52,6 +52,7 @@ TEST(Ranking, PutsExactFitsFirstAndComparesModelsOfTheSameDataAlone) {
   AddLine(models, "exact, too", 0);
   models.Find("few points")->RST = 9;
   models.Find("exact, too")->FailedParts = 2;
+  models.Find("poor")->Loss = LossKind::Huber;
   const std::vector<ModelClass*> ranked = RankModels(models, kSortByAICc);
   Strings names;
   for (const ModelClass* model : ranked) names.push_back(model->id);
@@ -74,6 +75,8 @@ TEST(Ranking, PutsExactFitsFirstAndComparesModelsOfTheSameDataAlone) {
       RankingWarnings(ranked, 5),
       (Strings{"Not all of these models were fitted to the same data: AICc, BIC and errors of different data don't "
                "compare.",
+               "AICc, BIC and cross-validation count squares, outliers included: of fits with a robust loss they say "
+               "little.",
                "exact, too has no cross-validated error: without some of the points, 2 parts, it finds no "
                "answer."}));
   EXPECT_TRUE(RankingOf({}).empty());

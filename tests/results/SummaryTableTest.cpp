@@ -35,6 +35,23 @@ TEST(SummaryTable, TellsHowWellEachModelFits) {
   EXPECT_NEAR(number(7), 1 - 0.8 / 3 / (40.8 / 4), 1e-10);
 }
 
+TEST(SummaryTable, TellsTheRankingWhereItIsSortedByOne) {
+  Project project = LineProject();
+  for (const char* model : {"a*x+b", "a*x^2+b*x+c"}) SolveModel(project, model, 1);
+  project.Models.Find("a*x+b")->LeaveOneOut = 0.25;
+  const SummaryTable table(project.Models, kSortByBIC, {}, {"0.000", "0.000"});
+  ASSERT_EQ(table.ColumnCount(), 15u);
+  std::string headings;
+  for (std::size_t c = 2; c < 10; ++c) headings += table.ColumnHeading(c) + "|";
+  EXPECT_EQ(headings, "AICc|Delta AICc|Akaike Weight|BIC|CV Error|Group|Same As|StdError|");
+  // 5 points and 2 coefficients: 5 ln(0.8 / 5) + 6 + 24, and + 3 ln 5. For 3 coefficients AICc has no room.
+  const auto row = Column(table, 1)[0] == "a*x+b" ? 0u : 1u;
+  std::string cells;
+  for (std::size_t c = 2; c < 9; ++c) cells += table.Cell(row, c) + "|";
+  EXPECT_EQ(cells, "20.837|0.000|1.000|-4.335|0.250|1||");
+  EXPECT_EQ(table.Cell(1 - row, 2) + table.Cell(1 - row, 3), "");
+}
+
 TEST(SummaryTable, RanksByEachKeyAndLeavesOutWhatIsNotSolved) {
   Project project = LineProject();
   const struct {

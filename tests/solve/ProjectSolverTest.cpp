@@ -535,6 +535,41 @@ TEST(ClearFits, NamesItsLabelsByTheSortKey) {
   EXPECT_EQ(empty.User.Said, Said{"refuse: There are no solutions to clear."});
 }
 
+// By AICc good fits are below 0: a cutoff counts with its sign.
+TEST(ClearFits, ClearsBeyondACutoffOfACriterion) {
+  SolvableProject p;
+  p.Preferences.SetNumber("sortindex", kSortByAICc);
+  p.SolveOne("my line");
+  p.SolveOne("my power");
+  ASSERT_EQ(p.SolvedNames(), "my line, my power");
+  ASSERT_LT(SortKeyValue(p.Model("my line"), kSortByAICc), -10);
+  p.Windows.Clear = [&](FitClearing& clearing) {
+    EXPECT_EQ(clearing.CutoffCaption(), "Clear Fits with AICc >");
+    clearing.Option = ClearOption::BeyondCutoff;
+    clearing.Cutoff = "-10";
+  };
+  EXPECT_TRUE(p.Solver.ClearFits({}));
+  EXPECT_EQ(p.SolvedNames(), "my line");
+}
+
+// Errors of cross-validation are there when they are sorted by, whatever was sorted by at the solve.
+TEST(SolvedItems, AreSortedByTheErrorOfCrossValidation) {
+  for (const int before : {kSortByRSS, kSortByCV}) {
+    SolvableProject p;
+    p.Preferences.SetNumber("sortindex", before);
+    p.SolveOne("my power");
+    p.SolveOne("my line");
+    EXPECT_EQ(std::isnan(p.Model("my line").LeaveOneOut), before == kSortByRSS);
+    p.Preferences.SetNumber("sortindex", kSortByCV);
+    CompleteSortKeys(p.Document, p.Preferences);
+    EXPECT_GT(p.Model("my line").LeaveOneOut, p.Model("my line").StdErr);
+    EXPECT_EQ(p.SolvedNames(), "my line, my power");
+    const std::vector<RankingText> texts = RankingTexts(SolvedItems(p.Document, kSortByCV), ',');
+    EXPECT_EQ(texts[0].Told, "AICc 0,00 above the best.\nGroup 1: the data can hardly tell its models apart.");
+    EXPECT_EQ(texts[1].Weight + " " + texts[1].Group, "0,000 2");
+  }
+}
+
 TEST(SolvedItems, KeepTiesInTheOrderOfTheCollection) {
   for (const int sortIndex : {1, 2, 3, 4}) {
     ClearableProject p;

@@ -82,9 +82,9 @@ TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
     const char *action, *key;
     int sortIndex;
     bool descending;
-  } kKeys[] = {{"mnuSortR2", "R^2", 2, true},
-               {"mnuSortR2Adjust", "Ra^2", 3, true},
-               {"mnuSortStdErr", "StdErr", 4, false},
+  } kKeys[] = {{"mnuSortR2", "R^2", 2, true},         {"mnuSortR2Adjust", "Ra^2", 3, true},
+               {"mnuSortStdErr", "StdErr", 4, false}, {"mnuSortAICc", "AICc", 5, false},
+               {"mnuSortBIC", "BIC", 6, false},       {"mnuSortCV", "CV", 7, false},
                {"mnuSortRSS", "RSS", 1, false}};
   for (const auto& key : kKeys) {
     for (const bool byMenu : {true, false}) {
@@ -102,7 +102,11 @@ TEST_F(SolveMenuTest, SortsTheListAndAsksForResults) {
       EXPECT_EQ(session.Preferences.Integer("sortindex"), key.sortIndex);
       EXPECT_EQ(Solved().model()->rowCount(), count);
       EXPECT_TRUE(Solved().currentIndex().isValid());
-      const auto value = [&](int row) { return Solved().model()->index(row, 2).data().toDouble(); };
+      EXPECT_EQ(Solved().model()->columnCount(), key.sortIndex > 4 ? 5 : 3);
+      const auto value = [&](int row) {
+        const QString text = Solved().model()->index(row, 2).data().toString();
+        return text.isEmpty() ? HUGE_VAL : text == "exact" ? -HUGE_VAL : text.toDouble();
+      };
       for (int row = 1; row < count; ++row)
         EXPECT_TRUE(key.descending ? value(row - 1) >= value(row) : value(row - 1) <= value(row)) << row;
     }
