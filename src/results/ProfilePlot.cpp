@@ -168,8 +168,8 @@ Result<PlotClass> ProfilesPlot(const ModelClass& model, const SolveData& data, c
         profile.Name, shown, most, [&](double value) { return curve.At(value); }, style));
     all = {std::min(all.Lower, shown.Lower), std::max(all.Upper, shown.Upper)};
   }
-  plot.PlotData.push_back(Rise(
-      "Parabola", all, most, [](double value) { return value; }, ParabolaStyle()));
+  plot.PlotData.push_back(
+      Rise("Parabola", all, most, [](double value) { return value; }, {.DrawStyle = kDashed, .DrawColor = kGray}));
   for (std::size_t level = 0; level < kLimitLevels.size(); ++level)
     plot.PlotData.push_back(LevelLine(level, all, scale.Quantiles[level] * scale.Quantiles[level]));
   return plot;
