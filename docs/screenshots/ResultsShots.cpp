@@ -1,7 +1,6 @@
 // The results window, for a fit of the data of Misra1a.
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>

@@ -130,11 +130,11 @@ void DrawBands(DrawingSurface& surface, const DeviceMetrics& metrics, const Plot
                const PlotClass& plot) {
   std::vector<ShownBand> bands;
   for (const BandKind kind : {BandKind::Prediction, BandKind::Confidence})
-    for (const PlotSeries& series : plot.PlotData) {
-      const std::vector<BandKind> shown = series.ShownBands();
+    for (auto series = plot.PlotData.rbegin(); series != plot.PlotData.rend(); ++series) {
+      const std::vector<BandKind> shown = series->ShownBands();
       if (std::ranges::find(shown, kind) == shown.end()) continue;
-      bands.push_back({kind, ColorsOfBand(kind, series.Style().DrawColor, PaperColor(plot, metrics)),
-                       BandOutline(series, kind, picture, plot, kInchesOff * metrics.DevicePpi).Stretches()});
+      bands.push_back({kind, ColorsOfBand(kind, series->Style().DrawColor, PaperColor(plot, metrics)),
+                       BandOutline(*series, kind, picture, plot, kInchesOff * metrics.DevicePpi).Stretches()});
     }
   if (bands.empty()) return;
   const DeviceRect& frame = picture.Frame;
