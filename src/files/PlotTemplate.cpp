@@ -106,6 +106,7 @@ std::string TemplateText(const PlotPage& plot, const TemplateSelection& selectio
   std::string text;
   for (const TemplateKey& key : TemplateFormatOf(plot).Keys) {
     const auto value = selection.contains(key.Group) ? key.Value(fields) : std::nullopt;
+    if (key.WhereUsed && !value) continue;
     const std::string stored(Trim(value.value_or("")));
     std::string line = key.Key + " = " + stored;
     if (!CanBeWritten(line, stored)) line = key.Key + " = " + std::string(kNull);

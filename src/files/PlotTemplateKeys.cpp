@@ -137,6 +137,22 @@ void ListLines(TemplateKeyList& list, std::size_t count, bool inTwoDimensions) {
   }
 }
 
+// Behind all others, since older templates and plots without bands have none of them.
+void ListBands(TemplateKeyList& list, std::size_t count) {
+  for (std::size_t n = 1; n <= count; ++n) {
+    const TemplateField<SeriesStyle> style = Series(n);
+    const std::string key = "linesetting_" + std::to_string(n) + "_", line = "line " + std::to_string(n);
+    const auto used = [style](PlotPage& plot) {
+      const std::vector<SeriesStyle*> found = style.In(plot);
+      return !found.empty() && found[0]->Bands != 0;
+    };
+    list.Number(key + "bands", "the bands of " + line, style[&SeriesStyle::Bands], 0, 3);
+    list.WhereUsed(used);
+    list.Number(key + "band_level", "the level of the bands of " + line, style[&SeriesStyle::BandLevel], 0, 3);
+    list.WhereUsed(used);
+  }
+}
+
 // Plots of two dimensions.
 
 void ListFrameScale(TemplateKeyList& list, const std::string& key, const std::string& name,
@@ -176,6 +192,7 @@ std::vector<TemplateKey> Keys2D() {
   ListLegend(list);
   ListFootNote(list);
   ListLines(list, 10, true);
+  ListBands(list, 10);
   return list.Take();
 }
 

@@ -26,6 +26,7 @@ struct TemplateKey {
   TemplateKind Kind = TemplateKind::Text;
   std::optional<double> Least, Most;
   std::string Prompt;
+  bool WhereUsed = false;  // a template has no line for it where there is no value
 
   // The field's value as a line has it; nothing where the plot has no such field or its text is too long.
   std::function<std::optional<std::string>(PlotPage&)> Value;
@@ -98,6 +99,15 @@ class TemplateKeyList {
   // Gives the last key another name or another prompt.
   void Twin(std::string name) { keys_.back().Twin = std::move(name); }
   void Prompt(std::string prompt) { keys_.back().Prompt = std::move(prompt); }
+  // Leaves the last key out of the templates of plots that make no use of it.
+  void WhereUsed(std::function<bool(PlotPage&)> used) {
+    TemplateKey& key = keys_.back();
+    key.WhereUsed = true;
+    key.Offered = key.Value;
+    key.Value = [value = key.Value, used = std::move(used)](PlotPage& plot) {
+      return used(plot) ? value(plot) : std::nullopt;
+    };
+  }
 
   // T is a 16-bit or 32-bit integer, or a 32-bit or 64-bit real.
   template <typename T>
