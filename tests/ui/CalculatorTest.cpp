@@ -61,7 +61,7 @@ TEST_F(CalcfrmTest, ComputesByTheKeyboardAlone) {
   Keys("ratio");
   Key(Qt::Key_Return);
   EXPECT_EQ(Stack(), QStringList{"ratio = 1.7"});
-  EXPECT_EQ(Box(*form, "constant_text").text(), "");
+  EXPECT_EQ(LineBox(*form, "constant_text").text(), "");
 
   // By Tab the focus goes through the window row by row.
   const QStringList landmarks = {"availablelist", "copy",          "stacklist",   "stackops0",     "PreviewPicture",
@@ -95,10 +95,10 @@ TEST_F(CalcfrmTest, ComputesByTheKeyboardAlone) {
   // What is typed is taken back before what was computed, and a sign may be typed into an exponent or a name.
   Keys("12");
   Key(Qt::Key_Backspace);
-  EXPECT_EQ(Box(*form, "constant_text").text(), "1");
+  EXPECT_EQ(LineBox(*form, "constant_text").text(), "1");
   Key(Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Stack().size(), 2);
-  Box(*form, "constant_text").clear();
+  LineBox(*form, "constant_text").clear();
   Keys("a+b-1");
   Key(Qt::Key_Return);
   EXPECT_EQ(Stack(), (QStringList{"a+b-1", "ratio = 1.7"}));
@@ -107,7 +107,7 @@ TEST_F(CalcfrmTest, ComputesByTheKeyboardAlone) {
   Key(Qt::Key_K, Qt::AltModifier);
   Keys("0/");
   EXPECT_EQ(dialogs.Said.back(), "This operation caused division by zero.");
-  EXPECT_EQ(Box(*form, "constant_text").text(), "0");
+  EXPECT_EQ(LineBox(*form, "constant_text").text(), "0");
   EXPECT_EQ(Stack().size(), 2);
   Key(Qt::Key_Escape);
   QTest::qWait(10);
@@ -118,7 +118,7 @@ TEST_F(CalcfrmTest, ComputesByItsButtons) {
   Open();
   for (const char* key : {"numbers4", "numbers10", "numbers5", "exponential", "numbers1", "changesign"})
     Click(*form, key);
-  EXPECT_EQ(Box(*form, "constant_text").text(), "4.5e-1");
+  EXPECT_EQ(LineBox(*form, "constant_text").text(), "4.5e-1");
   Click(*form, "changesign");
   Click(*form, "enterconstant");
   Click(*form, "numbers0");
@@ -141,16 +141,16 @@ TEST_F(CalcfrmTest, ComputesByItsButtons) {
     Inspect(dialog);
     TypeInto(dialog, "txtMaxMin1", "9");
     Click(dialog, "cmdDefaults");
-    EXPECT_EQ(Box(dialog, "txtMaxMin0").text() + ' ' + Box(dialog, "txtMaxMin1").text(), "1 5");
+    EXPECT_EQ(LineBox(dialog, "txtMaxMin0").text() + ' ' + LineBox(dialog, "txtMaxMin1").text(), "1 5");
     Click(dialog, "ckSampleFitted");
-    EXPECT_FALSE(Box(dialog, "txtSamples").isEnabled());
+    EXPECT_FALSE(LineBox(dialog, "txtSamples").isEnabled());
     Press(dialog, QDialogButtonBox::Ok);
   });
   Click(*form, "cmdSample");
   EXPECT_EQ(Stack()[0], "Sample(a*x+b)");
   dialogs.Do([this](QDialog& dialog) {
     Inspect(dialog);
-    EXPECT_EQ(Box(dialog, "txtXMin").text() + ' ' + Box(dialog, "txtXMax").text(), "1 5");
+    EXPECT_EQ(LineBox(dialog, "txtXMin").text() + ' ' + LineBox(dialog, "txtXMax").text(), "1 5");
     TypeInto(dialog, "txtXMin", "2");
     TypeInto(dialog, "txtXMax", "1");
     dialogs.Press(QMessageBox::Ok);

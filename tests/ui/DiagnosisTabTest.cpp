@@ -1,6 +1,7 @@
 // The page of the results window that says whether an answer can be trusted, used as a user does.
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPointer>

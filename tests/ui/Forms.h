@@ -23,7 +23,7 @@ Control& In(const QWidget& form, const char* name) {
   return *control;
 }
 
-inline QLineEdit& Box(const QWidget& form, const char* name) { return In<QLineEdit>(form, name); }
+inline QLineEdit& LineBox(const QWidget& form, const char* name) { return In<QLineEdit>(form, name); }
 inline QString Text(const QWidget& form, const char* label) { return In<QLabel>(form, label).text(); }
 
 // Of a wide option only the mark and the text take the click.

@@ -52,7 +52,7 @@ QModelIndex Preview(QWidget& form, int row, int col) {
 std::string Cell(QWidget& form, int row, int col) { return Preview(form, row, col).data().toString().toStdString(); }
 bool Dimmed(QWidget& form, int row, int col) { return Preview(form, row, col).data(Qt::ForegroundRole).isValid(); }
 bool Marked(QWidget& form, int row, int col) { return Preview(form, row, col).data(Qt::BackgroundRole).isValid(); }
-std::string StartRow(QWidget& form) { return Box(form, "ImportText").text().toStdString(); }
+std::string StartRow(QWidget& form) { return LineBox(form, "ImportText").text().toStdString(); }
 
 class Import : public Frame {
  protected:
@@ -569,13 +569,13 @@ TEST_F(Import, ReadsATableOfADatabase) {
     EXPECT_FALSE(In(form, "Finish").isEnabled() || In(form, "cmdConnect").isEnabled());
     auto& source = In<QComboBox>(form, "cboSource");
     source.setCurrentText("lost");
-    EXPECT_EQ(Box(form, "txtConnect").text(), "DSN=lost");
+    EXPECT_EQ(LineBox(form, "txtConnect").text(), "DSN=lost");
     QTest::keyClicks(&In(form, "txtPassword"), "secret");
     Click(form, "cmdConnect");
     EXPECT_TRUE(dialogs.Said.back().starts_with("Error importing data from 'lost'. ")) << dialogs.Said.back();
     EXPECT_EQ(dialogs.Said.back().find("secret"), std::string::npos);
     In<QComboBox>(form, "cboSource").setCurrentText("lab");
-    Box(form, "txtPassword").clear();
+    LineBox(form, "txtPassword").clear();
     Click(form, "cmdConnect");
     auto& table = In<QComboBox>(form, "cboTable");
     EXPECT_EQ(table.currentText(), "runs");
@@ -590,7 +590,7 @@ TEST_F(Import, ReadsATableOfADatabase) {
     Click(form, "Finish");
     EXPECT_TRUE(dialogs.Said.back().starts_with(kSomeUnassignedOfDatabase));
     // What is typed is no longer the source that was chosen, and nothing is shown of it until it is connected to.
-    auto& connect = Box(form, "txtConnect");
+    auto& connect = LineBox(form, "txtConnect");
     connect.selectAll();
     QTest::keyClicks(&connect, QString::fromStdString(database));
     EXPECT_EQ(In<QComboBox>(form, "cboSource").currentIndex(), 0);
@@ -623,7 +623,7 @@ TEST_F(Import, IsCancelledWhileADatabaseIsSlow) {
   });
   user.start(20);
   dialogs.Do([&](QDialog& form) {
-    auto& connect = Box(form, "txtConnect");
+    auto& connect = LineBox(form, "txtConnect");
     connect.setText(QString::fromStdString("Driver=" + AwkwardDriver() + ";Server=deaf"));
     Click(form, "cmdConnect");
     EXPECT_EQ(waits, 1);

@@ -255,10 +255,10 @@ TEST_F(PlotMenuTest, ShowsAnEquation) {
     EXPECT_EQ(form.objectName(), "frmPlotEquation");
     EXPECT_EQ(form.windowTitle(), "Plot Equation");
     Inspect(form);
-    EXPECT_EQ(form.focusWidget(), &Box(form, "txt2D"));
+    EXPECT_EQ(form.focusWidget(), &LineBox(form, "txt2D"));
     dialogs.Press(QMessageBox::Ok);
     Press(form, QDialogButtonBox::Ok);
-    EXPECT_EQ(form.focusWidget(), &Box(form, "txt2D"));
+    EXPECT_EQ(form.focusWidget(), &LineBox(form, "txt2D"));
     TypeInto(form, "txt2D", "sin(x)");
     TypeInto(form, "txtXMax", "6");
     TypeInto(form, "txtXDivisions", "7");
@@ -299,7 +299,7 @@ TEST_F(PlotMenuTest, GivesAnEquationTheTemplateThatIsChosen) {
     Click(form, button);
   };
   dialogs.Do([&](QDialog& form) {
-    EXPECT_EQ(Box(form, "txtTemplate2D").placeholderText(), "usual.qv2");
+    EXPECT_EQ(LineBox(form, "txtTemplate2D").placeholderText(), "usual.qv2");
     TypeInto(form, "txt2D", "x");
     Press(form, QDialogButtonBox::Ok);
   });

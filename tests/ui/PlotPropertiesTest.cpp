@@ -117,8 +117,8 @@ TEST_F(PlotPropertiesTest, CalculatesTheScaleForTheUserToSee) {
   Enter("LogScale_checkY", 1);
   EXPECT_FALSE(In(*form, "MajorTicks_textY").isEnabled());
   Click(*form, "CalcScale_command");
-  EXPECT_EQ(Box(*form, "MinVal_textX").text(), "1");
-  EXPECT_EQ(Box(*form, "MaxVal_textY").text(), "10");
+  EXPECT_EQ(LineBox(*form, "MinVal_textX").text(), "1");
+  EXPECT_EQ(LineBox(*form, "MaxVal_textY").text(), "10");
   EXPECT_EQ(In(*form, "MajorTicks_textY").findChild<QLineEdit*>()->text(), "1");
   EXPECT_EQ(plot.X.Min, 0.5);
   EXPECT_EQ(redrawn, 0);
@@ -145,7 +145,7 @@ TEST_F(PlotPropertiesTest, EditsOneSeriesAtATime) {
   Enter("LegendText", "first");
   EXPECT_EQ(Rows(list), (QStringList{"first", "others"}));
   list.setCurrentRow(1);
-  EXPECT_EQ(Box(*form, "LegendText").text(), "others");
+  EXPECT_EQ(LineBox(*form, "LegendText").text(), "others");
   EXPECT_FALSE(In(*form, "ErrorCheck").isEnabled()) << "no deviations";
   Enter("Marker_picture", 3);
   Enter("LegendText", "");
@@ -159,7 +159,7 @@ TEST_F(PlotPropertiesTest, EditsOneSeriesAtATime) {
 
 TEST_F(PlotPropertiesTest, PutsTextCodesAroundTheSelection) {
   Open(plot);
-  auto& title = Box(*form, "AxisTitle_textX");
+  auto& title = LineBox(*form, "AxisTitle_textX");
   Enter("AxisTitle_textX", QString::fromUtf8("µ m2").toStdString());
   title.setFocus();
   title.setSelection(3, 1);

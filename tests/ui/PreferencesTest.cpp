@@ -62,9 +62,9 @@ TEST_F(Frame, StoresThePreferencesOfTheSolver) {
   Trigger("mnuFilePref");
   EXPECT_EQ(session.Preferences.MaxIterations, 77);
   dialogs.Do([](QDialog& form) {
-    EXPECT_EQ(Box(form, "txtmaxiterations").text(), "77");
+    EXPECT_EQ(LineBox(form, "txtmaxiterations").text(), "77");
     Click(form, "cmdDefaults");
-    EXPECT_EQ(Box(form, "txtmaxiterations").text(), "250");
+    EXPECT_EQ(LineBox(form, "txtmaxiterations").text(), "250");
     Press(form, QDialogButtonBox::Ok);
   });
   Trigger("mnuFilePref");

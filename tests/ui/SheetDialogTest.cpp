@@ -467,7 +467,7 @@ TEST_F(SheetDialogs, GoToACell) {
     Inspect(dialog);
     Enter(dialog, "txtReference=nowhere");
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(Box(dialog, "txtReference").selectedText(), "nowhere");
+    EXPECT_EQ(LineBox(dialog, "txtReference").selectedText(), "nowhere");
     QTest::keyClicks(dialog.focusWidget(), "B60000");
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
   });

@@ -63,43 +63,43 @@ TEST_F(UserModelWindows, AddAModelAfterItIsRight) {
   });
   Then("frmEqEdit", [](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Add User Model");
-    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtID"));
-    EXPECT_FALSE(Box(form, "TxtFn1").isVisible());
+    EXPECT_EQ(form.focusWidget(), &LineBox(form, "TxtID"));
+    EXPECT_FALSE(LineBox(form, "TxtFn1").isVisible());
     EXPECT_EQ(Status(form), "For example a*exp(-b*x)");
-    QTest::keyClicks(&Box(form, "TxtID"), "Decay");
-    QTest::keyClicks(&Box(form, "TxtFn0"), "a*exp(-b*x+)");
+    QTest::keyClicks(&LineBox(form, "TxtID"), "Decay");
+    QTest::keyClicks(&LineBox(form, "TxtFn0"), "a*exp(-b*x+)");
     EXPECT_EQ(Status(form), "Not a model yet: Unexpected token ')'.");
     Click(form, "cmdOK");
-    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtFn0"));
-    EXPECT_EQ(Box(form, "TxtFn0").selectedText(), ")");
-    EXPECT_EQ(Box(form, "TxtFn0").selectionStart(), 11);
+    EXPECT_EQ(form.focusWidget(), &LineBox(form, "TxtFn0"));
+    EXPECT_EQ(LineBox(form, "TxtFn0").selectedText(), ")");
+    EXPECT_EQ(LineBox(form, "TxtFn0").selectionStart(), 11);
 
-    Box(form, "TxtFn0").setText("a*exp(-b*x)+f1");
+    LineBox(form, "TxtFn0").setText("a*exp(-b*x)+f1");
     auto* add = form.findChild<QPushButton*>("cmdAdd");
     auto* remove = form.findChild<QPushButton*>("cmdRemove");
     EXPECT_FALSE(remove->isEnabled());
     for (int n = 1; n <= 9; ++n) {
       EXPECT_EQ(add->text().remove('&'), "Add F" + QString::number(n));
       Click(form, "cmdAdd");
-      EXPECT_EQ(form.focusWidget(), &Box(form, ("TxtFn" + std::to_string(n)).c_str()));
+      EXPECT_EQ(form.focusWidget(), &LineBox(form, ("TxtFn" + std::to_string(n)).c_str()));
     }
     EXPECT_FALSE(add->isEnabled());
     for (int n = 9; n >= 2; --n) {
       EXPECT_EQ(remove->text().remove('&'), "Remove F" + QString::number(n));
       Click(form, "cmdRemove");
     }
-    EXPECT_TRUE(Box(form, "TxtFn1").isVisible());
-    EXPECT_FALSE(Box(form, "TxtFn2").isVisible());
+    EXPECT_TRUE(LineBox(form, "TxtFn1").isVisible());
+    EXPECT_FALSE(LineBox(form, "TxtFn2").isVisible());
     Click(form, "cmdOK");
-    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtFn1"));
+    EXPECT_EQ(form.focusWidget(), &LineBox(form, "TxtFn1"));
 
-    Box(form, "TxtFn1").setText(QString::fromUtf8("c+\xC3\xA4*\xC3\xB6"));
+    LineBox(form, "TxtFn1").setText(QString::fromUtf8("c+\xC3\xA4*\xC3\xB6"));
     Click(form, "cmdOK");
-    EXPECT_EQ(Box(form, "TxtFn1").selectedText(), QString::fromUtf8("\xC3\xA4"));
-    Box(form, "TxtFn1").setText("c");
+    EXPECT_EQ(LineBox(form, "TxtFn1").selectedText(), QString::fromUtf8("\xC3\xA4"));
+    LineBox(form, "TxtFn1").setText("c");
     In<QPlainTextEdit>(form, "TxtDesc").setPlainText("two\nlines");
     EXPECT_EQ(Status(form), "Compiles. Coefficients: a, b, c.");
-    QTest::keyClick(&Box(form, "TxtFn1"), Qt::Key_Return);
+    QTest::keyClick(&LineBox(form, "TxtFn1"), Qt::Key_Return);
   });
   for (int i = 0; i < 3; ++i) dialogs.Press(QMessageBox::Ok);
   Trigger("mnuModelsUser");
@@ -124,7 +124,7 @@ TEST_F(UserModelWindows, EditAModelAndThenItsRules) {
   });
   Then("frmEqEdit", [](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Edit User Model");
-    Box(form, "TxtFn0").setText("a*exp(-k*x)");
+    LineBox(form, "TxtFn0").setText("a*exp(-k*x)");
     Click(form, "cmdOK");
   });
   dialogs.Press(QMessageBox::Yes);
@@ -133,11 +133,11 @@ TEST_F(UserModelWindows, EditAModelAndThenItsRules) {
     EXPECT_EQ(Text(form, "lblModel"), "Model: Decay");
     EXPECT_EQ(List(form, "lstVars").item(0)->text(), "a: 1 * YMax");
     EXPECT_EQ(List(form, "lstOperation").currentItem()->text(), "* YMax");
-    Box(form, "txtValue").setText("ten");
+    LineBox(form, "txtValue").setText("ten");
     Choose(form, "lstVars", 1);
     EXPECT_EQ(List(form, "lstVars").currentRow(), 0);
-    EXPECT_EQ(form.focusWidget(), &Box(form, "txtValue"));
-    QTest::keyClicks(&Box(form, "txtValue"), "0.5");  // over what is selected
+    EXPECT_EQ(form.focusWidget(), &LineBox(form, "txtValue"));
+    QTest::keyClicks(&LineBox(form, "txtValue"), "0.5");  // over what is selected
     Click(form, "cmdAssign");
     EXPECT_EQ(List(form, "lstVars").item(0)->text(), "a: 0.5 * YMax");
     Choose(form, "lstVars", 1);
@@ -191,25 +191,25 @@ TEST_F(UserModelWindows, CopyAndRemoveModels) {
     Close(form);
   });
   Then("frmEqEdit", [](QDialog& form) {
-    EXPECT_EQ(Box(form, "TxtID").text(), "Copy of Q");
+    EXPECT_EQ(LineBox(form, "TxtID").text(), "Copy of Q");
     Click(form, "cmdOK");
   });
   Then("frmEqEdit", [](QDialog& form) {
     Click(form, "cmdCopyModel");
-    EXPECT_EQ(Box(form, "TxtID").text(), "Copy of a*x+b");
-    EXPECT_EQ(Box(form, "TxtFn0").text(), "a*x+b");
+    EXPECT_EQ(LineBox(form, "TxtID").text(), "Copy of a*x+b");
+    EXPECT_EQ(LineBox(form, "TxtFn0").text(), "a*x+b");
     Close(form);
   });
   dialogs.Press(QMessageBox::Ok);
   Then("frmCopyModel", [](QDialog& form) {
     EXPECT_EQ(List(form, "lstRows").count(), 301);
-    QTest::keyClicks(&Box(form, "txtFind"), "no such model");
-    QTest::keyClick(&Box(form, "txtFind"), Qt::Key_Return);
+    QTest::keyClicks(&LineBox(form, "txtFind"), "no such model");
+    QTest::keyClick(&LineBox(form, "txtFind"), Qt::Key_Return);
     EXPECT_TRUE(form.isVisible());
-    Box(form, "txtFind").clear();
-    QTest::keyClicks(&Box(form, "txtFind"), "a*X+b ");
+    LineBox(form, "txtFind").clear();
+    QTest::keyClicks(&LineBox(form, "txtFind"), "a*X+b ");
     EXPECT_TRUE(List(form, "lstRows").currentItem()->text().startsWith("a*x+b "));
-    QTest::keyClick(&Box(form, "txtFind"), Qt::Key_Return);
+    QTest::keyClick(&LineBox(form, "txtFind"), Qt::Key_Return);
   });
   for (const auto answer : {QMessageBox::Yes, QMessageBox::No, QMessageBox::Yes}) dialogs.Press(answer);
   Trigger("mnuModelsUser");
@@ -226,30 +226,30 @@ TEST_F(UserModelWindows, InsertFunctionsAndTypeDerivatives) {
     Close(form);
   });
   Then("frmEqEdit", [](QDialog& form) {
-    Box(form, "TxtID").setText("m");
-    Box(form, "TxtFn0").setFocus();
-    QTest::keyClicks(&Box(form, "TxtFn0"), "a*");
+    LineBox(form, "TxtID").setText("m");
+    LineBox(form, "TxtFn0").setFocus();
+    QTest::keyClicks(&LineBox(form, "TxtFn0"), "a*");
     Click(form, "cmdTemplate");
-    EXPECT_EQ(form.focusWidget(), &Box(form, "TxtFn0"));
+    EXPECT_EQ(form.focusWidget(), &LineBox(form, "TxtFn0"));
     QTest::keyClicks(form.focusWidget(), "-b*x");
-    EXPECT_EQ(Box(form, "TxtFn0").text(), "a*exp(-b*x)");
+    EXPECT_EQ(LineBox(form, "TxtFn0").text(), "a*exp(-b*x)");
     Click(form, "cmdPartial");
     Click(form, "cmdOK");
   });
   Then("frmFunc", [](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Model Functions");
-    QTest::keyClicks(&Box(form, "txtFind"), "exp(");
-    QTest::keyClick(&Box(form, "txtFind"), Qt::Key_Return);
+    QTest::keyClicks(&LineBox(form, "txtFind"), "exp(");
+    QTest::keyClick(&LineBox(form, "txtFind"), Qt::Key_Return);
   });
   Then("frmPartial", [](QDialog& form) {
     EXPECT_EQ(Text(form, "lblPartial").remove('&'), "Partial derivative of 'a'");
-    Box(form, "txtPartial").setText("exp(-k*x)");
+    LineBox(form, "txtPartial").setText("exp(-k*x)");
     Choose(form, "lstVars", 1);
     EXPECT_EQ(List(form, "lstVars").currentRow(), 0);
-    Box(form, "txtPartial").setText("exp(-b*x)");
+    LineBox(form, "txtPartial").setText("exp(-b*x)");
     Choose(form, "lstVars", 1);
-    EXPECT_EQ(Box(form, "txtPartial").text(), "Numerical");
-    Box(form, "txtPartial").setText("-a*x*exp(-b*x)");
+    EXPECT_EQ(LineBox(form, "txtPartial").text(), "Numerical");
+    LineBox(form, "txtPartial").setText("-a*x*exp(-b*x)");
     form.accept();
   });
   for (const auto answer : {QMessageBox::Yes, QMessageBox::Ok, QMessageBox::Yes, QMessageBox::Yes})
@@ -327,11 +327,11 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
   EXPECT_EQ(session.Preferences.Text("ReplaceOption", "TextExport"), "1");
 
   Then("frmExcelRef", [](QDialog& form) {
-    Box(form, "txtColumn").setText("XFD");
+    LineBox(form, "txtColumn").setText("XFD");
     form.accept();
     EXPECT_TRUE(form.isVisible());
-    Box(form, "txtColumn").setText("c");
-    Box(form, "txtRow").setText("7");
+    LineBox(form, "txtColumn").setText("c");
+    LineBox(form, "txtRow").setText("7");
     form.accept();
   });
   for (int i = 0; i < 2; ++i) dialogs.Press(QMessageBox::Ok);

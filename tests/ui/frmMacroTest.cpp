@@ -50,7 +50,7 @@ TEST_F(MacroEditor, ShowsTheMacroThatItsFieldsMake) {
     TypeInto(form, "txtColumnOrder", "y, x");
     Click(form, "ckDelimitTab");
     Click(form, "ckDelimitSpace");
-    EXPECT_FALSE(Box(form, "txtMissingData").isEnabled());
+    EXPECT_FALSE(LineBox(form, "txtMissingData").isEnabled());
     Click(form, "ckMissingData");
     TypeInto(form, "txtMissingData", "NA");
     Click(form, "ckSQLQuery");
