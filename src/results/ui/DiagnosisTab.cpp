@@ -1,5 +1,6 @@
 #include "results/ui/DiagnosisTab.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -76,6 +77,7 @@ QWidget* DiagnosisTab::Choices() {
   kind_ = Named(new QComboBox(row), "kind");
   kind_->addItems({"of residuals", "of points"});
   kind_->setAccessibleName("What the bootstrap draws");
+  kind_->view()->setAccessibleName(kind_->accessibleName());
   kind_->setToolTip(kind_->accessibleName());
   ckCrossValidation = Named(new QCheckBox("Cross-&validation", row), "ckCrossValidation");
   ckCrossValidation->setToolTip("The error of fits at the points that were kept from them");
@@ -114,6 +116,7 @@ QWidget* DiagnosisTab::Commands() {
   connect(cmdProfile, &QPushButton::toggled, this, &DiagnosisTab::ToggleProfile);
   profiled_ = Named(new QComboBox(row), "profiled");
   profiled_->setAccessibleName("Coefficient of the profile");
+  profiled_->view()->setAccessibleName(profiled_->accessibleName());
   profiled_->setToolTip(profiled_->accessibleName());
   connect(profiled_, &QComboBox::currentIndexChanged, this, &DiagnosisTab::ShowProfile);
   cmdQuantities = Named(new QPushButton("Ot&her Quantities...", row), "cmdQuantities");
