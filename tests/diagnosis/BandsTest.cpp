@@ -152,7 +152,7 @@ TEST(Bands, SayWhyThereAreNone) {
       "There are no confidence or prediction limits, since the data do not determine all coefficients of the model.");
 
   const auto root = NewModelFor(1, LocaleText());
-  root->SetID("model", {"a*sqrt(x-2)+b"});
+  root->SetID("model", {"a*sqr(x-2)+b"});
   root->SetIC(kLine);
   EXPECT_EQ(BandsOf(*root, kLine).error(),
             "There are no confidence or prediction limits, since the model has no value or derivative at some point of "
@@ -160,7 +160,7 @@ TEST(Bands, SayWhyThereAreNone) {
 
   // Where the points are there is a band, beyond there may be none.
   const SolveData right = Points({{3, 4, 5, 6}}, {1, 1.5, 1.7, 2});
-  const auto beyond = Fitted("a*sqrt(x-2)+b", right);
+  const auto beyond = Fitted("a*sqr(x-2)+b", right);
   const std::vector<double> inside = {4.5}, outside = {1};
   const Result<Bands> bands = BandsOf(*beyond, right);
   EXPECT_TRUE(std::isfinite(bands->Limits(BandKind::Prediction, 2, *beyond, inside).Lower));
