@@ -149,6 +149,13 @@ class Rows {
 
 }  // namespace
 
+std::vector<const ModelClass*> UnsolvedModels(const ModelCollection& models) {
+  std::vector<const ModelClass*> unsolved;
+  for (const auto& model : models)
+    if (model->Solve && !model->Solved) unsolved.push_back(model.get());
+  return unsolved;
+}
+
 DiagnosisRows RowsOf(const Diagnosis& diagnosis, double lossScale, const MacroSetup& setup) {
   return Rows(diagnosis, lossScale, setup).Make();
 }

@@ -15,6 +15,9 @@ struct RunDiagnoses {
   std::vector<std::string> Warnings;
 };
 
+// The models that were to be solved and were not, whose diagnoses stand behind those of the solved ones.
+std::vector<const ModelClass*> UnsolvedModels(const ModelCollection& models);
+
 // A row of an output: its name and, behind it, numbers and texts.
 struct DiagnosisRow {
   std::string Name;

@@ -189,8 +189,7 @@ std::string ResultLine(const RunResult& run, const ModelCollection& models, cons
     AppendElement(array, ModelObject(model, rank, data.N(), diagnosis));
   };
   for (const ModelClass* model : RankModels(models, setup.SortKey)) add(*model, told + 1);
-  for (const auto& model : models)
-    if (model->Solve && !model->Solved) add(*model, 0);
+  for (const ModelClass* model : UnsolvedModels(models)) add(*model, 0);
   return Line(run, array += ']', setup.Diagnostics ? Array(diagnoses.Warnings, JsonText) : "");
 }
 

@@ -13,7 +13,7 @@ class Writer {
   Writer(TextFile& file, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
       : file_(file), data_(data), setup_(setup), diagnoses_(diagnoses) {}
 
-  void Write(const std::vector<ModelClass*>& ranked) {
+  void Write(const std::vector<ModelClass*>& ranked, const std::vector<const ModelClass*>& unsolved) {
     for (const std::string& line : HeaderLines(setup_)) file_.WriteLine(line);
     file_.WriteLine("");
     if (!setup_.Comment.empty()) {
@@ -23,7 +23,7 @@ class Writer {
     if (setup_.TableDataFile) InputData();
     std::size_t rank = 0;
     for (ModelClass* model : ranked) Model(*model, ++rank);
-    if (setup_.Diagnostics) OfAll(rank);
+    if (setup_.Diagnostics) OfAll(rank, unsolved);
   }
 
  private:
@@ -74,11 +74,12 @@ class Writer {
     }
   }
 
-  // What stands behind so many solved models.
-  void OfAll(std::size_t solved) {
-    for (std::size_t i = solved; i < diagnoses_.Models.size(); ++i) {
-      Cells("Unsolved_model", {diagnoses_.Models[i].Id});
-      Judge(diagnoses_.Models[i], 0);
+  // What stands behind the solved models, of which the last has that rank.
+  void OfAll(std::size_t rank, const std::vector<const ModelClass*>& unsolved) {
+    for (const ModelClass* model : unsolved) {
+      if (++rank > diagnoses_.Models.size()) break;
+      Cells("Unsolved_model", {model->cfgID.empty() ? model->id : model->cfgID});
+      Judge(diagnoses_.Models[rank - 1], 0);
     }
     for (const std::string& warning : diagnoses_.Warnings) Cells("Warning", {warning});
   }
@@ -120,7 +121,7 @@ class Writer {
 
 void WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
                           const RunDiagnoses& diagnoses, TextFile& file) {
-  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey));
+  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey), UnsolvedModels(models));
 }
 
 }  // namespace quorvex

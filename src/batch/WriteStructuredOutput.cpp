@@ -13,7 +13,7 @@ class Writer {
   Writer(TextFile& file, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
       : file_(file), data_(data), setup_(setup), diagnoses_(diagnoses) {}
 
-  void Write(const std::vector<ModelClass*>& ranked) {
+  void Write(const std::vector<ModelClass*>& ranked, const std::vector<const ModelClass*>& unsolved) {
     Line(0, "B_OUTPUT");
     Line(4, "B_HEADER");
     for (const std::string& line : HeaderLines(setup_)) Line(8, line);
@@ -26,7 +26,7 @@ class Writer {
     std::size_t rank = 0;
     for (ModelClass* model : ranked) Model(*model, ++rank);
     Line(4, "E_SOLVEDMODELS");
-    if (setup_.Diagnostics) OfAll(rank);
+    if (setup_.Diagnostics) OfAll(rank, unsolved);
     Line(0, "E_OUTPUT");
   }
 
@@ -78,13 +78,14 @@ class Writer {
     Line(indent, text);
   }
 
-  // What stands behind so many solved models.
-  void OfAll(std::size_t solved) {
+  // What stands behind the solved models, of which the last has that rank.
+  void OfAll(std::size_t rank, const std::vector<const ModelClass*>& unsolved) {
     Line(4, "B_UNSOLVEDMODELS");
-    for (std::size_t i = solved; i < diagnoses_.Models.size(); ++i) {
+    for (const ModelClass* model : unsolved) {
+      if (++rank > diagnoses_.Models.size()) break;
       Line(8, "B_MODEL");
-      Line(12, "Model_ID = " + diagnoses_.Models[i].Id);
-      Judge(diagnoses_.Models[i], 0);
+      Line(12, "Model_ID = " + (model->cfgID.empty() ? model->id : model->cfgID));
+      Judge(diagnoses_.Models[rank - 1], 0);
       Line(8, "E_MODEL");
     }
     Line(4, "E_UNSOLVEDMODELS");
@@ -138,7 +139,7 @@ class Writer {
 
 void WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
                            const RunDiagnoses& diagnoses, TextFile& file) {
-  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey));
+  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey), UnsolvedModels(models));
 }
 
 }  // namespace quorvex

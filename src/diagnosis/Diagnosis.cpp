@@ -111,7 +111,8 @@ class ModelDiagnosis {
     const auto profiled = ProfileCoefficients(model_, data_, {deviation * deviation, quantiles_}, settings_, form_);
     if (!profiled) return;
     if (!profiled->Refusal.empty())
-      warnings.push_back("There are no profile limits of '" + model_.id + "': " + profiled->Refusal);
+      warnings.push_back("There are no profile limits of '" + (model_.cfgID.empty() ? model_.id : model_.cfgID) +
+                         "': " + profiled->Refusal);
     for (const CoefficientProfile& profile : profiled->Coefficients) {
       CoefficientDiagnosis& c = diagnosis_.Coefficients[static_cast<std::size_t>(profile.Coefficient - 1)];
       c.Profile = profile.Limits;
