@@ -185,8 +185,8 @@ void reginit::LayOut() {
   all->addWidget(parts, 1);
   all->addWidget(buttons);
   const int width = fontMetrics().averageCharWidth();
-  parts->setSizes({110 * width, 80 * width});
-  resize(QSize(195 * width, 70 * width).boundedTo(screen()->availableSize() * 0.95));
+  parts->setSizes({130 * width, 80 * width});
+  resize(QSize(215 * width, 70 * width).boundedTo(screen()->availableSize() * 0.95));
 }
 
 QWidget* reginit::Preview() {
