@@ -44,7 +44,7 @@ std::string DataTable::Cell(std::size_t row, std::size_t column) const {
     const std::string date = DateEntry(value, datePattern, kIsoDates);
     return date.empty() ? text(value, patterns_.Values) : date;
   };
-  if (column == 0) return std::to_string(data_.Rows[row]);
+  if (column == 0) return std::to_string(points.Row[row]);
   if (column <= points.X.size()) return measured(points.X[column - 1][row], dates_[column - 1]);
   const double residual = points.Y[row] - calculated_[row];
   switch (column - points.X.size()) {

@@ -245,7 +245,7 @@ Result<PlotClass> ResidualPlot(ModelClass& model, const GatheredData& data, std:
   plot.PlotTitle = "Residual Error for Equation " + model.id;
   plot.X.AxisTitle = title;
   plot.Y.AxisTitle = "Residuals";
-  std::vector<double> against(data.Rows.begin(), data.Rows.end());
+  std::vector<double> against(points.Row.begin(), points.Row.end());
   if (scatterType > points.X.size()) {
     against = CalculatedValues(points, *residuals);
   } else if (scatterType > 0) {

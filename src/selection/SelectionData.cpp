@@ -61,7 +61,7 @@ Result<std::vector<double>> TransformedY(const GatheredData& data, YTransform tr
   std::vector<double> y = data.Points.Y;
   const std::vector<Operation> operations = OperationsOf(transform);
   for (std::size_t i = 0; i < y.size(); ++i) {
-    const auto row = [&] { return " in row " + std::to_string(data.Rows[i]) + "."; };
+    const auto row = [&] { return " in row " + std::to_string(data.Points.Row[i]) + "."; };
     for (const Operation operation : operations) {
       if (const std::string what = Impossible(operation, y[i]); !what.empty())
         return Failure{what + LocalizeExpression(GeneralNumber(y[i]), locale) + row()};

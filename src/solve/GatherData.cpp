@@ -21,10 +21,12 @@ std::string FirstLeftOutText(const GatheredData& data, const DataSheet& sheet) {
 
 GatheredData GatherData(const DataSheet& sheet, PointOrder order) {
   const bool ofSheet = order == PointOrder::OfSheet;
-  LoadedGrid loaded = *LoadGridData(sheet.Cells, {.IndependentVariables = sheet.IndependentVariables,
-                                                  .Weighted = sheet.HasStandardDeviation,
-                                                  .KeepUnsorted = ofSheet,
-                                                  .SkipTexts = true});
+  GridCells cells = sheet.Cells;
+  cells.FirstLine = 1;  // rows are those of the sheet, whatever lines of a file they once were
+  LoadedGrid loaded = *LoadGridData(std::move(cells), {.IndependentVariables = sheet.IndependentVariables,
+                                                       .Weighted = sheet.HasStandardDeviation,
+                                                       .KeepUnsorted = ofSheet,
+                                                       .SkipTexts = true});
   GatheredData data;
   data.Points = std::move(ofSheet ? loaded.Unsorted : loaded.Points);
   TakeWeights(data.Points);
@@ -40,10 +42,6 @@ GatheredData GatherData(const DataSheet& sheet, PointOrder order) {
     data.FirstLeftOut = {static_cast<std::size_t>(first) + 1, 1};
     while (!GridCells::IsEmpty(sheet.Cells.Cell(data.FirstLeftOut.Row, data.FirstLeftOut.Col))) ++data.FirstLeftOut.Col;
   }
-  // Of the others a row has all of its cells or none.
-  for (std::size_t row = 1; ofSheet && row <= incomplete.size(); ++row)
-    if (!incomplete[row - 1] && !texts.Rows[row - 1] && !GridCells::IsEmpty(sheet.Cells.Cell(row, 1)))
-      data.Rows.push_back(row);
   return data;
 }
 

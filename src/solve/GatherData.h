@@ -18,7 +18,6 @@ enum class PointOrder { ByX, OfSheet };
 // that whoever reads the sheet, now or from a file, reads the same points.
 struct GatheredData {
   SolveData Points;                // complete rows; weights computed
-  std::vector<std::size_t> Rows;   // of the sheet, from 1, that the points stand in; of points in its order alone
   std::size_t IncompleteRows = 0;  // rows with some X or Y, left out
   std::size_t TextRows = 0;        // those among them that have all X and Y, but a text
   std::size_t TextCells = 0;       // the texts in those

@@ -19,7 +19,7 @@ TEST(GatherData, KeepsTheOrderOfTheSheetAndCountsTheRowsItLeavesOut) {
   project.Sheet.Cells.GridClearRange({5, 1, 5, 2});  // the standard deviation alone, which is no observation
   GatheredData data = GatherData(project.Sheet, PointOrder::OfSheet);
   EXPECT_EQ(data.Points.X[0], (std::vector<double>{9, 1, 4, 3}));
-  EXPECT_EQ(data.Rows, (std::vector<std::size_t>{1, 2, 4, 7}));
+  EXPECT_EQ(data.Points.Row, (std::vector<std::size_t>{1, 2, 4, 7}));
   EXPECT_EQ(data.IncompleteRows, 2u);
   EXPECT_EQ(data.Points.sig, (std::vector<double>{0.4, 1.6, 1.6, 0.4}));  // 1/4 and 1 over 5/8
   EXPECT_EQ(data.FirstLeftOut, (CellPlace{3, 1}));
@@ -31,7 +31,8 @@ TEST(GatherData, KeepsTheOrderOfTheSheetAndCountsTheRowsItLeavesOut) {
   data = GatherData(project.Sheet, PointOrder::OfSheet);
   EXPECT_EQ(data.Points.X[0], (std::vector<double>{9, 1}));
   EXPECT_EQ(GatherData(project.Sheet).Points.X[0], (std::vector<double>{1, 9}));
-  EXPECT_EQ(data.Rows, (std::vector<std::size_t>{1, 2}));
+  EXPECT_EQ(GatherData(project.Sheet).Points.Row, (std::vector<std::size_t>{2, 1}));
+  EXPECT_EQ(data.Points.Row, (std::vector<std::size_t>{1, 2}));
   EXPECT_EQ(data.IncompleteRows, 4u);
   EXPECT_EQ(TextRowsText(data, project.Sheet),
             "Row 4, column 'Y': 'high' is not a number. 3 cells in 2 rows of the data are no numbers.");

@@ -173,7 +173,8 @@ std::vector<double> XOf(const PlotSeries& series) {
 
 TEST(ResidualPlot, ShowsResidualsAgainstWhatIsChosen) {
   const auto curve = ModelOf("a*x", 2), surface = PlaneOf("a*x1+x2", 2);
-  const GatheredData line{.Points = Points(), .Rows = {1, 3, 4, 7}}, plane{.Points = PlanePoints(), .Rows = {}};
+  GatheredData line{.Points = Points()}, plane{.Points = PlanePoints()};
+  line.Points.Row = {1, 3, 4, 7};
   // By hand: a*x is 2, 4, 6, 8, and a*x1+x2 is 2, 5, 6, 9 at the points.
   const struct {
     ModelClass& Model;
