@@ -8,6 +8,7 @@
 
 #include "diagnosis/TaskForm.h"
 #include "engine/ModelClass.h"
+#include "engine/RobustFit.h"
 #include "engine/SeededRandom.h"
 
 namespace quorvex {
@@ -146,7 +147,7 @@ std::optional<Bootstrapped> BootstrapModel(const ModelClass& model, const SolveD
   const auto count = static_cast<std::size_t>(std::max(plan.Samples, 0));
   const bool possible = model.Solved && data.N() > 0 && urn.Fill(model, data, plan.ResampleCases);
   std::vector<std::vector<double>> fits(possible ? count : 0);
-  Settings each = settings;
+  Settings each = SettingsOfRefit(model, settings);
   each.TryHarder = false;
   const bool finished =
       RunTasks(fits.size(), settings.Threads, form, "Bootstrap: sample", [&](std::size_t k, SolveForm& own) {

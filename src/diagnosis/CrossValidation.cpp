@@ -10,6 +10,7 @@
 
 #include "core/Limits.h"
 #include "engine/ModelClass.h"
+#include "engine/RobustFit.h"
 #include "engine/SeededRandom.h"
 
 namespace quorvex {
@@ -109,7 +110,7 @@ PartsError CrossValidatedError(const ModelClass& model, const SolveData& data, i
   PartsError result;
   const std::vector<std::vector<std::size_t>> dealt = CrossValidationParts(data.N(), parts, seed);
   if (dealt.empty()) return result;
-  Settings ordinary = settings;
+  Settings ordinary = SettingsOfRefit(model, settings);
   ordinary.TryHarder = false;
   const std::unique_ptr<ModelClass> twin = model.CopyTo();
   std::vector<double> errors(data.N());

@@ -314,9 +314,9 @@ std::optional<ProfiledModel> ProfileCoefficients(const ModelClass& model, const 
                                                  const ProfileScale& scale, const Settings& settings, SolveForm& form) {
   const auto refused = [](std::string why) { return ProfiledModel{{}, std::move(why)}; };
   if (!model.Solved) return refused("The model is not solved.");
-  if (settings.Loss != LossKind::Squares)
+  if (model.Loss != LossKind::Squares)
     return refused("Profile limits are for least squares alone: with Loss = " +
-                   std::string(kLossNames[static_cast<std::size_t>(settings.Loss)]) + " there are none.");
+                   std::string(kLossNames[static_cast<std::size_t>(model.Loss)]) + " there are none.");
   if (std::string why = TransformRefusal(model, data); !why.empty()) return refused(std::move(why));
   const std::unique_ptr<ModelClass> twin = TwinOf(model);
   std::vector<int> numbers;

@@ -32,7 +32,8 @@ struct Verdict {
 //                      from 1e6 on, too, where the standard errors of all of them are above 1000 times their values
 //   not at a minimum   the sum of squares still falls: the relative offset (FitGeometry) is above 0.05, that is, the
 //                      coefficients are off by a twentieth of what the data leave open. Nonlinear least squares alone
-//   no better than a constant   the scatter about the curve, per degree of freedom, is as large as about the mean of Y
+//   no better than a constant   the scatter about the curve, per degree of freedom, is as large as about the mean of Y.
+//                      Least squares alone
 //   broken             the curve has a pole, a jump or no value between points (ModelBreaks.h)
 //   beyond deviations  the standard deviations are taken at their word, and by the reduced chi-square the points
 //   scatter

@@ -42,9 +42,10 @@ struct FitResult {
   SearchEnd Ended = SearchEnd::Converged;
   // What found the solution where the ordinary search didn't, in plain words (engine/TryHarder.h); else empty.
   std::string FoundBy;
-  // What residuals counted as, and the scale beyond which less than their squares (engine/RobustFit.h); 0 for squares.
+  // What residuals counted as, and the scale of the good ones, given or found (engine/RobustFit.h); 0 for squares.
   LossKind Loss = LossKind::Squares;
   double LossScale = 0;
+  bool LossScaleGiven = false;
   std::string Failure;  // why the last Fit found no solution, in a sentence; empty for one that was aborted
 
   double RSS = 0;      // residual sum of squares, unweighted

@@ -104,6 +104,7 @@ void ModelClass::Datachange() {
   FoundBy.clear();
   Loss = LossKind::Squares;
   LossScale = 0;
+  LossScaleGiven = false;
   for (Coefficient& coefficient : Coefficients) coefficient.Constant = 1;
   CoefficientValues.assign(CoefficientValues.size(), 1.0);
 }
@@ -179,6 +180,7 @@ bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::strin
   FailedParts = 0;
   Loss = LossKind::Squares;
   LossScale = 0;
+  LossScaleGiven = false;
   if (settings.Loss != LossKind::Squares) return FitRobustly(*this, data, settings, LogString, form);
   if (SolveType == 0 && settings.TryHarder) return FitHarder(*this, data, settings, LogString, form);
   FitRun run(*this, data, settings, LogString, form);

@@ -189,7 +189,7 @@ bool RobustFit::TakeVariances() {
   const std::vector<double> found = model_.CoefficientValues;
   std::vector<double> a = found;
   std::vector<int> ia;
-  for (const Coefficient& coefficient : model_.Coefficients) ia.push_back(coefficient.Constant);
+  for (int i = 1; i <= model_.NumDependentVar(); ++i) ia.push_back(model_.IsHeld(i) || model_.IsAtBound(i) ? 0 : 1);
   Matrix covar(a.size()), alpha(a.size());
   LevenbergMarquardt kernel(model_, reweighted_, settings_.DerivativeMethod, form_);
   double chisq = 0, alamda = -1;
@@ -214,22 +214,21 @@ bool RobustFit::Finish(SearchEnd ended, const FitResult& squares) {
   model_.NumIterations = iterations_;
   model_.Ended = ended;
   const std::optional<Misfit> misfit = MisfitOf(model_, data_);
-  if (!misfit || (model_.SolveType == 0 && !TakeVariances())) {
+  // Those of a linear solution don't depend on where it lies, unless on a bound.
+  const bool keepsVariances = model_.SolveType != 0 && !model_.HasBounds();
+  if (!misfit || (!keepsVariances && !TakeVariances())) {
     why_ = model_.ErrorMessage.empty() ? "The standard errors cannot be computed." : model_.ErrorMessage;
     return false;
   }
   model_.Loss = settings_.Loss;
   model_.LossScale = Scale(*misfit);
-  int count = model_.NumDependentVar();
-  if (model_.SolveType == 0)
-    count = static_cast<int>(
-        std::ranges::count_if(model_.Coefficients, [](const Coefficient& one) { return one.Constant != 0; }));
-  if (!model_.GetGoodnessOfFit(data_, count, form_)) {
+  model_.LossScaleGiven = settings_.LossScale > 0;
+  if (!model_.GetGoodnessOfFit(data_, static_cast<int>(data_.N()) - squares.DOFError, form_)) {
     why_ = "Too few residuals are within the scale of loss " + name_ + " to tell standard errors: it is too small.";
     return false;
   }
   Line("Loss " + name_ + ": scale " + GeneralNumber(model_.LossScale) +
-       (settings_.LossScale > 0 ? " as given, " : " from the residuals, ") + std::to_string(rounds_) +
+       (model_.LossScaleGiven ? " as given, " : " from the residuals, ") + std::to_string(rounds_) +
        (rounds_ == 1 ? " round" : " rounds") + " of reweighting");
   if (ended == SearchEnd::IterationLimit)
     Line("Reached the limit of " + std::to_string(kMostRounds) + " rounds: the coefficients have not settled.");
@@ -247,6 +246,12 @@ bool RobustFit::Finish(SearchEnd ended, const FitResult& squares) {
 bool FitRobustly(ModelClass& model, const SolveData& data, const Settings& settings, std::string& log,
                  SolveForm& form) {
   return RobustFit(model, data, settings, log, form).Run();
+}
+
+Settings SettingsOfRefit(const ModelClass& model, Settings settings) {
+  settings.Loss = model.Loss;
+  settings.LossScale = model.LossScaleGiven ? model.LossScale : 0;
+  return settings;
 }
 
 std::optional<std::vector<double>> RobustWeights(ModelClass& model, const SolveData& data) {

@@ -26,6 +26,9 @@ class ModelClass;
 // starts from the answer of Huber's, which has one minimum where the model is linear. From a sweep over starts, and
 // from what TryHarder finds, the best by least squares is gone on from.
 //
+// A search takes no step whose gain is below the rounding of its merit function, so that where rounds converge slowly
+// the coefficients of a nonlinear fit are right to 1e-7 of their standard errors; those of the linear solver to 1e-9.
+//
 // The scale is the standard deviation of the good points' r, without standard deviations of the data in the unit of Y:
 // Settings::LossScale where that is above 0; else the median of |r_i| / 0.6745, found anew at each round. That median
 // is not moved by bad points as long as they are fewer than half; it is what R's MASS::rlm does, too. It never counts
@@ -44,6 +47,10 @@ class ModelClass;
 // that is not above 0, which a scale given far too small leads to. The log has a few lines about the rounds, and the
 // outliers.
 bool FitRobustly(ModelClass& model, const SolveData& data, const Settings& settings, std::string& log, SolveForm& form);
+
+// The settings to fit a solved model to other points as it was fitted to its own: with its loss, and the scale that was
+// given, if one was. Whoever refits takes these, since the settings at hand may be those of no run.
+Settings SettingsOfRefit(const ModelClass& model, Settings settings);
 
 // What the loss of the model's fit leaves the points of their weights, from 1 down to 0, in the order of the data, by
 // the present coefficients; 1 by least squares. Nothing where the model has no value at some point.

@@ -130,6 +130,14 @@ void ListBounds(Io& io, Record& bounds) {
   io(bounds.HasMinimum, bounds.Minimum, bounds.HasMaximum, bounds.Maximum);
 }
 
+// Squares have no record.
+template <typename Io, typename Model>
+void ListLoss(Io& io, Model& model) {
+  io.Bounded(model.Loss, LossKind::Huber, LossKind::Bisquare);
+  io.Clamped(model.LossScale, 0, HUGE_VAL);
+  io(model.LossScaleGiven);
+}
+
 std::size_t CoefficientCount(const ModelClass& model) { return static_cast<std::size_t>(model.NumDependentVar()); }
 
 // The solved models of the project that `has` holds for.
@@ -311,6 +319,27 @@ void WriteBounds(RecordWriter& io, const Project& project) {
         const BoundsRecord bounds{coefficient.Minimum, coefficient.Maximum};
         ListBounds(io, bounds);
       }
+    }
+  });
+}
+
+void WriteLosses(RecordWriter& io, const Project& project) {
+  const auto models = SolvedModels(project, [](const ModelClass& model) { return model.Loss != LossKind::Squares; });
+  if (models.empty()) return;
+  Section(io, kLosses, [&] {
+    for (const ModelClass* model : models) {
+      io(model->id);
+      ListLoss(io, *model);
+    }
+  });
+}
+
+void SolvedModelReader::ReadLosses(RecordReader& io) {
+  Section(io, kLosses, [&] {
+    while (io.GoesOn(kLosses)) {
+      ModelClass* const model = FindModel(io);
+      if (model == nullptr) return io.Fail();
+      ListLoss(io, *model);
     }
   });
 }

@@ -10,19 +10,20 @@ namespace quorvex {
 
 // A solved model as a project file holds it: which model it is, how its fit ended, its coefficients and its input. The
 // record has room for the starts of a sweep alone, and none for the end of a search, for what found the solution, for
-// standard deviations that are taken at their word, or for the bounds of coefficients; these stand in sections of their
-// own behind the end of the data, where readers that do not know them have stopped.
+// standard deviations that are taken at their word, for the bounds of coefficients, or for the loss; these stand in
+// sections of their own behind the end of the data, where readers that do not know them have stopped.
 
 // The names of the sections.
 inline constexpr const char *kSolvedModel = "EQUATIONCLASS", *kSweeps = "SWEEPINFO", *kSearchEnds = "SEARCHEND",
                             *kFoundBy = "FOUNDBY", *kDeviations = "DEVIATIONS", *kReports = "REPORTS",
-                            *kBounds = "BOUNDS";
+                            *kBounds = "BOUNDS", *kLosses = "ROBUSTLOSS";
 
 void WriteSolvedModel(RecordWriter& io, const ModelClass& model, std::size_t variables);
 void WriteSweeps(RecordWriter& io, const Project& project);
 void WriteSearchEnds(RecordWriter& io, const Project& project);
 void WriteFoundBy(RecordWriter& io, const Project& project);
 void WriteDeviations(RecordWriter& io, const Project& project);
+void WriteLosses(RecordWriter& io, const Project& project);
 // Of all models, solved or not.
 void WriteReports(RecordWriter& io, const Project& project);
 // Of all models that have them, solved or not.
@@ -38,6 +39,7 @@ class SolvedModelReader {
   void ReadSearchEnds(RecordReader& io);
   void ReadFoundBy(RecordReader& io);
   void ReadDeviations(RecordReader& io);
+  void ReadLosses(RecordReader& io);
   void ReadReports(RecordReader& io);
   void ReadBounds(RecordReader& io);
 

@@ -103,6 +103,8 @@ void ReadBehindTheEnd(RecordReader& io, SolvedModelReader& models) {
       models.ReadReports(io);
     else if (io.Begins(kBounds))
       models.ReadBounds(io);
+    else if (io.Begins(kLosses))
+      models.ReadLosses(io);
     else
       return;
   }
@@ -194,6 +196,7 @@ std::string ProjectText(const Project& project) {
   WriteDeviations(io, project);
   WriteReports(io, project);
   WriteBounds(io, project);
+  WriteLosses(io, project);
   return io.Text();
 }
 

@@ -48,6 +48,9 @@ void ExpectEqualModels(const ModelClass& a, const ModelClass& b) {
   EXPECT_EQ(flags(a), flags(b)) << a.id;
   EXPECT_EQ(a.FoundBy, b.FoundBy) << a.id;
   EXPECT_TRUE(a.Bounds() == b.Bounds()) << a.id;
+  EXPECT_EQ(a.Loss, b.Loss) << a.id;
+  EXPECT_EQ(a.LossScale, b.LossScale) << a.id;
+  EXPECT_EQ(a.LossScaleGiven, b.LossScaleGiven) << a.id;
   EXPECT_EQ(numbers(a), numbers(b)) << a.id;
   EXPECT_EQ(a.GetICRange(), b.GetICRange()) << a.id;
   EXPECT_EQ(a.GetSweepInfo(), b.GetSweepInfo()) << a.id;
@@ -149,6 +152,9 @@ TEST(ProjectFile, HasTheLayoutOfVersion9) {
   swept.SetBounds(2, -1e-300, 0.1 + 0.2);
   several.Models.Find("a*x1+b*x2+c*x3")->SetBounds(3, -HUGE_VAL, 5);  // not solved
   swept.FoundBy = "starts read off the data (4 of 40 searches)";
+  swept.Loss = LossKind::Cauchy;
+  swept.LossScale = 2.5;
+  swept.LossScaleGiven = true;
   swept.SetSweepInfo({{{0.1, 0.2}, {1.1, 1.2}, 3, 4, 5, 6, 7}, {{0.3, 0.4}, {1.3, 1.4}, 13, 14, 15, 16, 17}});
   const SolveData points = PointsOf(several);
   swept.CopyInputDataFrom(std::make_shared<const InputPoints>(InputPoints{points.X, points.Y}));
