@@ -5,13 +5,14 @@
 #include "app/Preferences.h"
 #include "core/SolveData.h"
 #include "plot3d/MeshSchemes.h"
+#include "solve/SolveChoice.h"
 
 namespace quorvex {
 namespace {
 
 using enum PreferenceKind;
 
-constexpr double kMost16Bit = 32767;
+constexpr double kMost16Bit = 32767, kMostScale = 1e300;
 
 constexpr PreferenceChoice kDerivatives[] = {{"0", "Use Richardson's Extrapolation (Most Accurate)"},
                                              {"1", "Use Central Difference (Quickest)"}};
@@ -21,6 +22,8 @@ constexpr PreferenceChoice kAutoResults[] = {{"3", "Open when a solve ends"}, {"
 constexpr PreferenceChoice kSetups[] = {
     {"0", "Single Model"}, {"1", "Groups"}, {"2", "All Models"}, {"3", "Last Solved Models"}};
 constexpr PreferenceChoice kSolvers[] = {{"0", "NonLinear"}, {"1", "Linear"}};
+constexpr PreferenceChoice kLosses[] = {
+    {"0", kLossTexts[0]}, {"1", kLossTexts[1]}, {"2", kLossTexts[2]}, {"3", kLossTexts[3]}, {"4", kLossTexts[4]}};
 constexpr auto kColorSchemes = [] {
   std::array<PreferenceChoice, kMeshSchemes> choices;
   for (std::size_t i = 0; i < choices.size(); ++i) choices[i] = {kMeshSchemeRows[i].Number(), kMeshSchemeRows[i].Name};
@@ -66,6 +69,8 @@ constexpr Preference kSolve[] = {
     {"defaultsolver", "Sol&ver:", Choice, 0, 0, kSolvers},
     {"defaultabsolutedeviations", "Take standard deviations at their &word", TrueOrFalse},
     {"defaulttryharder", "Try harder from t&he start (nonlinear)", TrueOrFalse},
+    {"defaultloss", "&Residuals count as:", Choice, 0, 0, kLosses},
+    {"defaultlossscale", "Scal&e of good residuals (0: found from them):", Real, 0, kMostScale},
     {"tryharder", "&Try harder where a nonlinear solve fails", TrueOrFalse},
 };
 constexpr Preference k2D[] = {

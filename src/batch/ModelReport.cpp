@@ -61,6 +61,10 @@ std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass&
       {"Adjusted_coefficient_of_multiple_determination_(Ra^2)", FormatNumber(model.R2Adjust, "0.0###")},
       {"Durbin-Watson_statistic", GeneralNumber(model.Durbin)},
   };
+  if (model.Loss != LossKind::Squares) {
+    statistics.emplace_back("Loss", kLossNames[static_cast<std::size_t>(model.Loss)]);
+    statistics.emplace_back("Loss_scale", GeneralNumber(model.LossScale));
+  }
   if (model.GivenDeviation > 0) {
     const ChiSquare chiSquare = ChiSquareOf(model, model.GivenDeviation);
     statistics.emplace_back("Standard_deviations", "Absolute");

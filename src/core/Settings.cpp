@@ -41,7 +41,9 @@ constexpr SettingRow kRows[] = {
     {"startup", "defaultsolver", "0", "0"},
     {"startup", "defaulttryharder", "false"},
     {"startup", "defaultabsolutedeviations", "false"},
-    {"startup", "tryharder", "true"},  // where a solve in a window fails
+    {"startup", "defaultloss", "0"},
+    {"startup", "defaultlossscale", "0"},  // 0 finds it from the residuals
+    {"startup", "tryharder", "true"},      // where a solve in a window fails
     {"startup", "undolevels", "15"},
     {"startup", "default_numiv", "1"},
     {"startup", "default_showsdev", "false"},

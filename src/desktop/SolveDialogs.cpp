@@ -21,7 +21,9 @@
 
 namespace quorvex {
 
-bool SolveDialogs::SolveSetup(SolveChoice& choice) { return ShowSolveSetup(&window_, choice); }
+bool SolveDialogs::SolveSetup(SolveChoice& choice) {
+  return ShowSolveSetup(&window_, choice, window_.Document().Locale.DecimalSeparator, window_.User());
+}
 bool SolveDialogs::Regress(ModelPick& pick) { return ShowRegress(window_, pick); }
 bool SolveDialogs::Groups(GroupPick& pick) { return ShowGroups(&window_, pick, window_.User()); }
 

@@ -10,8 +10,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "core/NumberText.h"
 #include "core/ui/NamesApart.h"
 #include "core/ui/TableCells.h"
+#include "solve/SolveChoice.h"
 
 namespace quorvex {
 namespace {
@@ -71,6 +73,10 @@ SolvedListModel::Mark SolvedListModel::MarkOf(const SolvedItem& item) {
     lines << "Found by trying harder: " + QString::fromStdString(by) + ".";
     sign = QStyle::SP_FileDialogContentsView;
   }
+  if (item.Model != nullptr && item.Model->Loss != LossKind::Squares)
+    lines << QString("Residuals count as %1, with a scale of %2.")
+                 .arg(kLossTexts[static_cast<std::size_t>(item.Model->Loss)])
+                 .arg(QString::fromStdString(GeneralNumber(item.Model->LossScale)));
   if (const std::string end(item.SearchEndText()); !end.empty()) {
     lines << "The search ended " + QString::fromStdString(end) + ".";
     if (item.Model->Ended != SearchEnd::Unchanged) sign = QStyle::SP_MessageBoxWarning;

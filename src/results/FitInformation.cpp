@@ -8,6 +8,7 @@
 #include "core/SerialDate.h"
 #include "core/Version.h"
 #include "diagnosis/ChiSquare.h"
+#include "engine/RobustFit.h"
 #include "functions/InverseTDistribution.h"
 #include "functions/ProbabilityBeyond.h"
 
@@ -55,6 +56,19 @@ class Builder {
     Line("Diverging nonlinear iteration limit =", std::to_string(limits.DivIterations));
     Line("Number of nonlinear iterations performed = ", std::to_string(model.NumIterations));
     Line("Residual tolerance = ", Number(limits.ResidualTolerance, "General"));
+  }
+
+  void Loss(ModelClass& model, const SolveData* points) {
+    if (model.Loss == LossKind::Squares) return;
+    Line("Residuals count as: ", std::string(kLossNames[static_cast<std::size_t>(model.Loss)]));
+    Line(model.LossScaleGiven ? "Scale of good residuals, as given = " : "Scale of good residuals, found from them = ",
+         Value(model.LossScale));
+    if (points != nullptr) {
+      const std::string outliers = OutlierText(OutlierRows(model, *points));
+      const std::size_t colon = outliers.find(": ");
+      Line(outliers.substr(0, colon + 1), outliers.substr(colon + 2));
+    }
+    Line("Sums and R^2 ", "of all points, outliers included; standard errors are those of the loss");
   }
 
   void Statistics(const ModelClass& model) {
@@ -232,6 +246,7 @@ Report FitInformation(const SolvedItem& solution, const FitCircumstances& circum
   builder.Head(solution, circumstances);
   if (const ModelClass* model = solution.Model) {
     builder.Solver(*model, circumstances.Limits);
+    builder.Loss(*solution.Model, circumstances.Points);
     builder.Statistics(*model);
     builder.Coefficients(*model);
     builder.ConfidenceLimits(*model);

@@ -4,6 +4,7 @@
 
 #include "core/LocaleText.h"
 #include "core/Settings.h"
+#include "core/SolveData.h"
 #include "project/Project.h"
 #include "results/TextTable.h"
 #include "solve/SolvedList.h"
@@ -40,8 +41,9 @@ inline NumberPatterns WindowPatterns() { return {.Digits = NumberPatterns::kWind
 struct FitCircumstances {
   std::string ProjectFile;
   std::size_t Observations = 0, MissingPoints = 0;
-  SolveLimits Limits{0, 0, 0};  // in force for the solve; the lines about iterations need all three
-  bool Weighted = false;        // by standard deviations
+  SolveLimits Limits{0, 0, 0};        // in force for the solve; the lines about iterations need all three
+  bool Weighted = false;              // by standard deviations
+  const SolveData* Points = nullptr;  // among which outliers are told
 };
 
 // Fit Information: what is known of a solution, row by row, label in the first column and value in the next, with
@@ -49,8 +51,9 @@ struct FitCircumstances {
 // how the search ended where it did not by converging. The settings
 // "showsumstats", "showvariance", "show68ci", "show90ci", "show95ci" and "show99ci" leave out blocks. Where
 // the data are weighted it says by what, and how errors are scaled; where the standard deviations are taken at their
-// word, also how the scatter compares with them (diagnosis/ChiSquare.h). Of an interpolation, which has neither
-// coefficients nor statistics, only the head. Numbers are in the locale's form.
+// word, also how the scatter compares with them (diagnosis/ChiSquare.h); where a loss was used, which, and what the
+// numbers mean. Of an interpolation, which has neither coefficients nor statistics, only the head. Numbers are in the
+// locale's form.
 //
 // With se the standard error of a coefficient, df the degrees of freedom of the error (infinite where the standard
 // deviations are taken at their word: the normal distribution, that is):

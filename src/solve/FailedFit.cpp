@@ -10,7 +10,8 @@ std::string WhyInterpolationFailed(const InterpClass& curve) {
   const std::size_t count = curve.NumInputX();
   if (count >= fewest && count <= most) return "A sum on the way is beyond the range of numbers.";
   return curve.id + " takes " + (count < fewest ? "no fewer" : "no more") + " than " +
-         CountOfPoints(count < fewest ? fewest : most) + " of different X; the data have " + std::to_string(count) + ".";
+         CountOfPoints(count < fewest ? fewest : most) + " of different X; the data have " + std::to_string(count) +
+         ".";
 }
 
 }  // namespace

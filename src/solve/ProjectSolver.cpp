@@ -65,9 +65,7 @@ void ProjectSolver::SolveSeries() {
   }
   for (const auto& model : project_.Models) model->SpecifyIC = model->SpecifyICComplete = false;
   if (models.size() == 0) return user_.Refuse("There are no equations to solve.");
-  Settings settings = settings_;
-  settings.TryHarder = request->TryHarder;
-  settings.AbsoluteDeviations = absoluteDeviations_;
+  const Settings settings = SettingsOf(*request);
   log_.clear();
   SeriesAnswers answers = [&] {
     const std::unique_ptr<SolveProgress> progress = windows_.OpenProgress();
@@ -113,6 +111,8 @@ std::optional<ProjectSolver::Request> ProjectSolver::SelectModels() {
     if (!windows_.SolveSetup(choice)) return std::nullopt;
     if (choice.UseAsDefault) StoreSolveChoice(settings_, choice);
   }
+  loss_ = choice.Loss;
+  lossScale_ = choice.LossScale;
   // The linear solver knows nothing but the linear forms of built-in models.
   const auto canTakePart = [&](const ModelClass& model) { return choice.SolveType != 1 || !model.UserType; };
   const bool harder = choice.TryHarder;
@@ -246,6 +246,15 @@ std::optional<ProjectSolver::Request> ProjectSolver::AskWayOn(FailedSolve& faile
   }
 }
 
+Settings ProjectSolver::SettingsOf(const Request& request) const {
+  Settings settings = settings_;
+  settings.TryHarder = request.TryHarder;
+  settings.AbsoluteDeviations = absoluteDeviations_;
+  settings.Loss = loss_;
+  settings.LossScale = lossScale_;
+  return settings;
+}
+
 // One run, its solutions in the project. Nothing is changed where there is nothing to solve.
 SolveOutcome ProjectSolver::RunOnce(const GatheredData& data, const Request& request) {
   const auto canBeSolved = [this](const SolvedItem& one) {
@@ -267,9 +276,7 @@ SolveOutcome ProjectSolver::RunOnce(const GatheredData& data, const Request& req
       one.Model->SolveType = request.SolveType;
     }
   }
-  Settings settings = settings_;
-  settings.TryHarder = request.TryHarder;
-  settings.AbsoluteDeviations = absoluteDeviations_;
+  const Settings settings = SettingsOf(request);
   std::string log;
   SolveOutcome outcome = [&] {
     // Models are half changed while they are fitted: who wants to keep a copy of the project waits for the end.

@@ -103,6 +103,7 @@ class ProjectSolver {
                                  std::string log = {});
   void Keep(const std::vector<FailedFit>& left);
   std::vector<FailedFit> StillUnsolved();
+  Settings SettingsOf(const Request& request) const;
   SolveOutcome RunOnce(const GatheredData& data, const Request& request);
   std::optional<Request> AskWayOn(FailedSolve& failed);
 
@@ -114,7 +115,10 @@ class ProjectSolver {
   std::string log_;
   // What the last solve left, by name: by the time it is asked for, the objects may be gone or others.
   std::vector<std::pair<std::string, FailedFit>> left_;
-  bool absoluteDeviations_ = false;  // chosen with the last setup, for what is tried again, too
+  // Chosen with the last setup, for what is tried again, too.
+  bool absoluteDeviations_ = false;
+  LossKind loss_ = LossKind::Squares;
+  double lossScale_ = 0;
   std::optional<SolveLimits> limits_;
   std::size_t missing_ = 0;
   bool running_ = false;

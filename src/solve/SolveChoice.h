@@ -1,5 +1,9 @@
 #pragma once
 
+#include <array>
+#include <string_view>
+
+#include "core/Result.h"
 #include "core/Settings.h"
 
 namespace quorvex {
@@ -15,6 +19,8 @@ struct SolveChoice {
   bool TryHarder = false;     // of the nonlinear solver, from the first search on
   // Given standard deviations are taken at their word; else they tell ratios.
   bool AbsoluteDeviations = false;
+  LossKind Loss = LossKind::Squares;
+  double LossScale = 0;  // of the loss; 0: from the residuals
 
   bool operator==(const SolveChoice&) const = default;
 };
@@ -24,5 +30,12 @@ SolveChoice StoredSolveChoice(const Settings& settings);
 
 // Stores a choice that is to be the default, after which the user is not asked any more.
 void StoreSolveChoice(Settings& settings, const SolveChoice& choice);
+
+// The losses as windows name them.
+inline constexpr std::array<const char*, kLossNames.size()> kLossTexts = {"Squares (least squares)", "Huber", "Soft L1",
+                                                                          "Cauchy", "Bisquare"};
+
+// The scale that a user typed, 0 for none; a sentence where it is no number above 0.
+Result<double> ReadLossScale(std::string_view text, char decimalSeparator);
 
 }  // namespace quorvex

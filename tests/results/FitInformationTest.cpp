@@ -3,8 +3,10 @@
 #include "Golden.h"
 #include "NistSets.h"
 #include "core/NumberText.h"
+#include "engine/RobustFit.h"
 #include "results/FitInformation.h"
 #include "results/SolvedProject.h"
+#include "solve/GatherData.h"
 
 namespace quorvex {
 namespace {
@@ -175,6 +177,22 @@ TEST(FitInformation, EndsWithHowASearchEndedOtherThanByConverging) {
     model.Ended = end;
     EXPECT_EQ(last().Cells, (Texts{"Search ended:", text}));
   }
+}
+
+TEST(FitInformation, TellsTheLossAndItsOutliers) {
+  Project project = LineProject();
+  ModelClass& model = SolveModel(project, "a*x+b", 1);
+  const std::size_t rows = FitInformation({&model, nullptr}, kFromFile, Settings(), LocaleText()).Rows().size();
+  model.Loss = LossKind::Huber;
+  model.LossScale = 0.25;
+  const SolveData points = GatherData(project.Sheet).Points;
+  FitCircumstances circumstances = kFromFile;
+  circumstances.Points = &points;
+  const Report report = FitInformation({&model, nullptr}, circumstances, Settings(), LocaleText());
+  EXPECT_EQ(report.Rows().size(), rows + 4);
+  EXPECT_EQ(ValueOf(report, "Residuals count as: "), "Huber");
+  EXPECT_EQ(ValueOf(report, "Scale of good residuals, found from them = "), "0.25");
+  EXPECT_EQ(ValueOf(report, "Outliers:"), OutlierText(OutlierRows(model, points)).substr(10));
 }
 
 TEST(FitInformation, WritesNumbersAsTheUserDoes) {

@@ -1,6 +1,7 @@
 // The solve of a project by its menu, dialogs, progress window and solved list, used as a user does.
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -406,6 +407,41 @@ TEST_F(SolveMenuTest, TriesHarderBySetupAndMarksWhatWasFoundSo) {
             "mine\nFound by trying harder: starts read off the data (4 of 40 searches).");
   EXPECT_EQ(entry.data(Qt::AccessibleDescriptionRole).toString(),
             "Model, row 1. Found by trying harder: starts read off the data (4 of 40 searches).");
+}
+
+TEST_F(SolveMenuTest, FitsWithTheLossOfTheSetupAndKeepsWhichItWas) {
+  OpenData("puromycin_treated.txt", "a*x/(b+x)");
+  dialogs.Do([this](QDialog& dialog) {
+    auto& scale = dynamic_cast<QLineEdit&>(In(dialog, "txtScale"));
+    EXPECT_FALSE(scale.isEnabled());
+    dynamic_cast<QComboBox&>(In(dialog, "cboLoss")).setCurrentText("Huber");
+    scale.setText("-1");
+    dialogs.Press(QMessageBox::Ok);
+    Press(dialog, QDialogButtonBox::Ok);
+    EXPECT_TRUE(dialog.isVisible());
+    scale.setText("7.5");
+    Click(dialog, "chkDefault");
+    AnswerModel("mine");
+    dialogs.Press(QMessageBox::Ok);
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  Trigger("mnuSolveRegression");
+  EXPECT_EQ(dialogs.Said, (Said{"The scale has to be a number above 0, or nothing to find it from the residuals.",
+                                "Solution was successful."}));
+  EXPECT_EQ(StoredSolveChoice(session.Preferences).Loss, LossKind::Huber);
+  EXPECT_EQ(StoredSolveChoice(session.Preferences).LossScale, 7.5);
+  const auto mark = [&] { return Solved().model()->index(0, 1).data(Qt::ToolTipRole).toString(); };
+  const QString before = mark();
+  EXPECT_EQ(before, "mine\nResiduals count as Huber, with a scale of 7.5.");
+  EXPECT_NE(Active().Solver().Log().find("Loss Huber: scale 7.5 as given, "), std::string::npos);
+  Trigger("mnuEditUndo");
+  EXPECT_EQ(SolvedRows(), "");
+  Trigger("mnuEditRedo");
+  EXPECT_EQ(mark(), before);
+  Trigger("mnuFileSave");
+  Trigger("mnuFileClose");
+  frame->OpenFile(QString::fromStdString(folder.Path("data.qvx")));
+  EXPECT_EQ(mark(), before);
 }
 
 // Two peaks of a spectrum are found from ones, where the curve meets neither, and a file keeps how.

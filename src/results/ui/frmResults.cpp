@@ -167,6 +167,7 @@ void frmResults::Refresh() {
   circumstances_.Weighted = IsWeighted(data_.Points);
   solved_ = SolvedItems(project_, settings_.Integer("sortindex"));
   diagnosis_->Follow(solved_, GatherData(project_.Sheet).Points);
+  circumstances_.Points = &data_.Points;
   FillList(shown);
 }
 

@@ -1,14 +1,21 @@
 #include "solve/ui/SolveSetup.h"
 
+#include <QAbstractItemView>
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QRadioButton>
 #include <QStyle>
 #include <QVBoxLayout>
+
+#include "core/LocaleText.h"
+#include "core/NumberText.h"
 
 namespace quorvex {
 namespace {
@@ -35,16 +42,25 @@ QButtonGroup* AddFrame(QVBoxLayout& rows, const QString& title, std::initializer
 
 class SolveSetup : public QDialog {
  public:
-  SolveSetup(QWidget* parent, const SolveChoice& choice);
+  SolveSetup(QWidget* parent, const SolveChoice& choice, char decimalSeparator, Prompter& user);
 
   SolveChoice Choice() const;
 
  private:
+  void AddLoss(QVBoxLayout& rows, const SolveChoice& choice);
+  void Accept();
+
+  const char decimalSeparator_;
+  Prompter& user_;
+  double lossScale_ = 0;
   QButtonGroup *optSolver, *optModels;
   QCheckBox *chkHarder, *chkAbsolute, *chkDefault;
+  QComboBox* cboLoss;
+  QLineEdit* txtScale;
 };
 
-SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(parent) {
+SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice, char decimalSeparator, Prompter& user)
+    : QDialog(parent), decimalSeparator_(decimalSeparator), user_(user) {
   setObjectName("SolveSetup");
   setWindowTitle("Solution Setup");
   auto* rows = new QVBoxLayout(this);
@@ -64,6 +80,7 @@ SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(par
   static_cast<QVBoxLayout*>(optSolver->button(0)->parentWidget()->layout())->insertLayout(1, indented);
   connect(optSolver, &QButtonGroup::idToggled, this, enable);
   enable();
+  AddLoss(*rows, choice);
   optModels = AddFrame(*rows, "Model Selection",
                        {{"optSingle", "&Single Model"},
                         {"optGroups", "&Groups"},
@@ -81,22 +98,66 @@ SolveSetup::SolveSetup(QWidget* parent, const SolveChoice& choice) : QDialog(par
   chkDefault->setToolTip("The Solve menu brings the dialog back");
   rows->addWidget(chkDefault);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::accepted, this, &SolveSetup::Accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   rows->addWidget(buttons);
   rows->setSizeConstraint(QLayout::SetFixedSize);
   optModels->checkedButton()->setFocus();
 }
 
+void SolveSetup::AddLoss(QVBoxLayout& rows, const SolveChoice& choice) {
+  auto* frame = new QGroupBox("Outliers", this);
+  auto* form = new QFormLayout(frame);
+  cboLoss = new QComboBox(frame);
+  cboLoss->setObjectName("cboLoss");
+  for (const char* text : kLossTexts) cboLoss->addItem(text);
+  cboLoss->setCurrentIndex(static_cast<int>(choice.Loss));
+  cboLoss->setToolTip("With another choice than squares, points far off the curve count less");
+  cboLoss->setAccessibleDescription(cboLoss->toolTip());
+  cboLoss->view()->setAccessibleName("Losses");
+  txtScale = new QLineEdit(frame);
+  txtScale->setObjectName("txtScale");
+  if (choice.LossScale > 0) {
+    const LocaleText locale{.DecimalSeparator = decimalSeparator_};
+    txtScale->setText(QString::fromStdString(LocalizeExpression(GeneralNumber(choice.LossScale), locale)));
+  }
+  txtScale->setPlaceholderText("found from the residuals");
+  txtScale->setToolTip("The standard deviation of good residuals; empty, it is found from them");
+  txtScale->setAccessibleDescription(txtScale->toolTip());
+  form->addRow("&Residuals count as:", cboLoss);
+  form->addRow("Scal&e:", txtScale);
+  const auto enable = [this] { txtScale->setEnabled(cboLoss->currentIndex() > 0); };
+  connect(cboLoss, &QComboBox::currentIndexChanged, this, enable);
+  enable();
+  rows.addWidget(frame);
+}
+
+void SolveSetup::Accept() {
+  if (cboLoss->currentIndex() > 0) {
+    const Result<double> scale = ReadLossScale(txtScale->text().toStdString(), decimalSeparator_);
+    if (!scale) {
+      user_.Refuse(scale.error());
+      return txtScale->setFocus();
+    }
+    lossScale_ = *scale;
+  }
+  accept();
+}
+
 SolveChoice SolveSetup::Choice() const {
-  return {optSolver->checkedId(), static_cast<ModelSelection>(optModels->checkedId()), chkDefault->isChecked(),
-          chkHarder->isChecked(), chkAbsolute->isChecked()};
+  return {optSolver->checkedId(),
+          static_cast<ModelSelection>(optModels->checkedId()),
+          chkDefault->isChecked(),
+          chkHarder->isChecked(),
+          chkAbsolute->isChecked(),
+          static_cast<LossKind>(cboLoss->currentIndex()),
+          lossScale_};
 }
 
 }  // namespace
 
-bool ShowSolveSetup(QWidget* over, SolveChoice& choice) {
-  SolveSetup dialog(over, choice);
+bool ShowSolveSetup(QWidget* over, SolveChoice& choice, char decimalSeparator, Prompter& user) {
+  SolveSetup dialog(over, choice, decimalSeparator, user);
   if (dialog.exec() != QDialog::Accepted) return false;
   choice = dialog.Choice();
   return true;
