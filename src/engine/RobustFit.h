@@ -27,7 +27,8 @@ class ModelClass;
 // from what TryHarder finds, the best by least squares is gone on from.
 //
 // A search takes no step whose gain is below the rounding of its merit function, so that where rounds converge slowly
-// the coefficients of a nonlinear fit are right to 1e-7 of their standard errors; those of the linear solver to 1e-9.
+// the coefficients of a nonlinear fit are right to 1e-6 of their standard errors; those of the linear solver to 1e-9.
+// With Huber's or the soft L1 loss a point that is 1e13 scales off keeps a search from seeing the others at all.
 //
 // The scale is the standard deviation of the good points' r, without standard deviations of the data in the unit of Y:
 // Settings::LossScale where that is above 0; else the median of |r_i| / 0.6745, found anew at each round. That median
