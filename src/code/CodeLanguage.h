@@ -1,0 +1,107 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "code/CodeModel.h"
+
+namespace quorvex {
+
+// How tightly the parts of an expression hold together, the loosest first.
+enum class Binding { Loose, Sum, Product, Sign, Atom };
+
+// How a language writes a word of the equation language: an operator ("^", "mod", "and", ...), "neg", or a function.
+// Sums, products and signs are the same everywhere and need no form.
+struct CodeForm {
+  std::string_view Word;
+  std::string_view Text;  // $1, $2, $3: the operands as they are; #1, #2, #3: in parentheses unless they are atoms
+  Binding Binds = Binding::Atom;
+  std::string_view Needs = {};  // names of definitions that the file must carry, separated by blanks
+};
+
+// What a file carries beside the model's function where the model needs it.
+struct CodeDefinition {
+  std::string_view Name;  // no other name in the file is like it
+  std::string_view Text;  // lines, without an end behind the last
+  std::string_view Needs = {};
+};
+
+// How a language says what a truth is, which this program's models use as numbers: -1 for true, 0 for false.
+struct CodeTruth {
+  std::string_view OfNumber;  // "#1 != 0"
+  std::string_view AsNumber;  // "(-1.0 if $1 else 0.0)"
+  std::string_view And, Or, Not;
+};
+
+// A choice by statements, for languages whose expressions know none.
+struct CodeStatements {
+  std::string_view If, Else, End;  // $1 is the condition
+  std::string_view Assign;         // $1 = $2
+};
+
+struct CodeBody;
+
+// A language that models are written in: what its expressions look like, and the frame around them.
+struct CodeLanguage {
+  std::string_view Name;       // as the user reads it
+  std::string_view Extension;  // of its files, without a point
+  std::string_view Comment;    // begins a line of it
+  bool FoldsCase = false;      // of names
+  std::span<const std::string_view> Reserved;
+  std::span<const CodeForm> Forms;
+  std::span<const CodeDefinition> Definitions;
+  CodeTruth Truth;
+  std::string_view Choice = {};  // "($2 if $1 else $3)"; empty: by statements
+  std::string_view Save = {};    // of a supporting function where it is first met: "($1 := $2)"; empty: by a statement
+  CodeStatements Statements = {};
+  bool Substitutes = false;  // formulas of a sheet: values in place of coefficients, and no names for functions
+  std::string (*Number)(double value);
+  // The whole file. A text that is any text goes through CommentText or a string of the language.
+  std::string (*Write)(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
+};
+
+// All of them, in the order in which menus show them.
+std::span<const CodeLanguage* const> CodeLanguages();
+
+// The language of a file by its extension, in any case; null where there is none.
+const CodeLanguage* LanguageOfFile(std::string_view file);
+
+// A model as that language has it, ready to be framed.
+struct CodeBody {
+  std::string Function;
+  std::vector<std::string> Variables;                     // names of the independent ones
+  std::vector<std::string> Coefficients;                  // in the order of the model's
+  std::vector<std::pair<std::string, double>> DataWords;  // statistics of the data that the model speaks of
+  std::vector<std::string> Supports, Choices;             // further names that the statements assign to
+  std::vector<std::string> Statements;                    // ahead of the result, indented by blanks in steps of four
+  std::string Result;                                     // an expression
+  std::vector<const CodeDefinition*> Definitions;         // each behind those that it needs
+  std::vector<std::string> Missing;                       // words that the language has nothing for
+  std::vector<std::string> Remarks;  // on names that had to change and on what is missing, a sentence each
+};
+
+// `function` is the name that the user wants, any text.
+CodeBody GenerateBody(const CodeModel& model, const CodeLanguage& language, std::string_view function);
+
+// The model as a file of that language, lines ended by LF. Computes what the program computes: comparisons are -1 and
+// 0, logic works on bits, "mod" and "\" round first. What the language has nothing for stands as a call of a function
+// that the user must supply, which a comment tells.
+std::string WriteCode(const CodeModel& model, const CodeLanguage& language, std::string_view function);
+
+// Any text, fit for a comment of one line: without line ends, control characters and what would end the comment.
+std::string CommentText(std::string_view text);
+
+// `text` as lines of comment.
+std::string CommentLines(const CodeLanguage& language, std::string_view text);
+
+// The head of a file as all languages have it, as lines of comment: title, definition, remarks on fit and names.
+std::string CommentHead(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
+
+// The shortest text that reads back to the same value, with a point or an exponent so that it is no whole number.
+std::string RealNumber(double value);
+// The same, whole numbers without a point.
+std::string PlainNumber(double value);
+
+}  // namespace quorvex

@@ -1,0 +1,79 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "code/CodeLanguage.h"
+#include "code/Languages.h"
+#include "core/NumberText.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::array<const CodeLanguage*, 1> kLanguages = {&kPython};
+
+}  // namespace
+
+std::span<const CodeLanguage* const> CodeLanguages() { return kLanguages; }
+
+const CodeLanguage* LanguageOfFile(std::string_view file) {
+  const auto point = file.rfind('.');
+  if (point == std::string_view::npos) return nullptr;
+  const auto found = std::ranges::find_if(
+      kLanguages, [&](const CodeLanguage* each) { return EqualNoCase(each->Extension, file.substr(point + 1)); });
+  return found == kLanguages.end() ? nullptr : *found;
+}
+
+std::string WriteCode(const CodeModel& model, const CodeLanguage& language, std::string_view function) {
+  return language.Write(model, GenerateBody(model, language, function), language);
+}
+
+// Comments of several languages end at "*/", "#=" or the like, and MATLAB goes on behind "...": with a blank between
+// its characters no such mark stays one. A backslash at the end would join lines.
+std::string CommentText(std::string_view text) {
+  std::string safe;
+  for (const char c : text) {
+    const bool isControl = static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+    safe += isControl ? ' ' : c;
+  }
+  // The line and paragraph separators of Unicode end a line in some languages.
+  for (const std::string_view separator : {"\u2028", "\u2029", "\u0085"})
+    for (auto at = safe.find(separator); at != std::string::npos; at = safe.find(separator))
+      safe.replace(at, separator.size(), " ");
+  for (const auto& [mark, instead] : {std::pair{"*/", "* /"}, {"/*", "/ *"}, {"\"\"\"", "\" \" \""}, {"=#", "= #"}})
+    for (auto at = safe.find(mark); at != std::string::npos; at = safe.find(mark))
+      safe.replace(at, std::string_view(mark).size(), instead);
+  while (safe.ends_with('\\') || safe.ends_with(' ')) safe.pop_back();
+  return safe;
+}
+
+std::string CommentLines(const CodeLanguage& language, std::string_view text) {
+  std::string lines;
+  while (!text.empty()) {
+    const std::string line = CommentText(TakeLine(text));
+    lines.append(language.Comment).append(line.empty() ? "" : " ").append(line).append("\n");
+  }
+  return lines;
+}
+
+std::string CommentHead(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
+  std::string head = CommentLines(language, model.Title);
+  head.append(language.Comment).append("\n");
+  head += CommentLines(language, model.Definition);
+  const auto paragraph = [&](const std::vector<std::string>& lines) {
+    if (!lines.empty()) head.append(language.Comment).append("\n");
+    for (const std::string& line : lines) head += CommentLines(language, line);
+  };
+  paragraph(model.Remarks);
+  paragraph(body.Remarks);
+  return head;
+}
+
+std::string RealNumber(double value) {
+  std::string text = ShortestNumber(value);
+  if (text.find_first_of(".E") == std::string::npos) text += ".0";
+  return text;
+}
+
+std::string PlainNumber(double value) { return ShortestNumber(value); }
+
+}  // namespace quorvex
