@@ -39,7 +39,7 @@ TEST(RankModels, PutsModelsWithoutAKeyLast) {
     model->Solved = true;
     model->LeaveOneOut = errors[i];
     if (i == 5) model->CrossValidated = 0.5;  // counts where it is known
-    models.Add(model->id, std::move(model));
+    models.Add(std::to_string(i), std::move(model));
   }
   std::string order;
   for (const ModelClass* model : RankModels(models, kSortByCV)) order += model->id;
