@@ -260,10 +260,9 @@ TEST(ProfileLikelihood, RefusesWhereItWouldMeanNothing) {
   EXPECT_EQ(ProfileOf(*SolvedModel("a*sin(b*x)", wave, {3, 1}), wave).Refusal, "");
 
   const SolveData data = Puromycin();
-  const auto model = SolvedModel("a*x/(b+x)", data, {200, 0.05});
-  Settings robust;
-  robust.Loss = LossKind::Huber;
-  EXPECT_EQ(ProfileOf(*model, data, robust).Refusal,
+  const auto robust = SolvedModel("a*x/(b+x)", data, {200, 0.05});
+  robust->Loss = LossKind::Huber;
+  EXPECT_EQ(ProfileOf(*robust, data).Refusal,
             "Profile limits are for least squares alone: with Loss = Huber there are none.");
   const auto held = SolvedModel("a*x/(b+x)", data, {200, 0.05});
   held->SetConstant(1, 0);
