@@ -10,7 +10,7 @@
 namespace quorvex {
 
 // How tightly the parts of an expression hold together, the loosest first.
-enum class Binding { Loose, Sum, Product, Sign, Atom };
+enum class Binding { Loose, Sum, Product, Sign, Power, Atom };
 
 // How a language writes a word of the equation language: an operator ("^", "mod", "and", ...), "neg", or a function.
 // Sums, products and signs are the same everywhere and need no form.
@@ -98,6 +98,12 @@ std::string CommentLines(const CodeLanguage& language, std::string_view text);
 
 // The head of a file as all languages have it, as lines of comment: title, definition, remarks on fit and names.
 std::string CommentHead(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
+
+// Texts in a row, with ", " between them.
+std::string CommaList(std::span<const std::string> texts);
+
+// The call that the proof value belongs to: "f(1.0, 2.0)".
+std::string ProofCall(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
 
 // The shortest text that reads back to the same value, with a point or an exponent so that it is no whole number.
 std::string RealNumber(double value);

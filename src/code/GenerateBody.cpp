@@ -263,7 +263,7 @@ Part Generator::Operator(const ExprToken& token, std::span<const Part> operands)
   if (infix == kInfixes.end()) return Call(word, operands);
   // The left operand may begin with a sign, the right one not.
   whole.Text = InParentheses(left, infix->Binds) + std::string(infix->Text) +
-               InParentheses(right, infix->Binds == Binding::Sum ? Binding::Product : Binding::Atom);
+               InParentheses(right, infix->Binds == Binding::Sum ? Binding::Product : Binding::Power);
   whole.Binds = infix->Binds;
   return whole;
 }

@@ -6,5 +6,7 @@ namespace quorvex {
 
 // Each in a file of its own name.
 extern const CodeLanguage kPython;
+extern const CodeLanguage kR;
+extern const CodeLanguage kJavaScript;
 
 }  // namespace quorvex

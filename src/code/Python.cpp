@@ -67,7 +67,7 @@ constexpr CodeForm kForms[] = {
     {"factln", "math.lgamma(whole($1) + 1.0)", Binding::Atom, "whole"},
     {"gamma", "math.gamma($1)"},
     {"gammaln", "math.lgamma($1)"},
-    {"psi", "special.psi(whole($1))", Binding::Atom, "special whole"},
+    {"psi", "special.psi(max(1, whole($1)))", Binding::Atom, "special whole"},
     {"max", "max($1, $2)"},
     {"min", "min($1, $2)"},
     {"mag", "math.hypot($1, $2)"},
@@ -164,9 +164,7 @@ std::string Write(const CodeModel& model, const CodeBody& body, const CodeLangua
     const bool imports = definition->Text.find("import ") < 20 && definition->Text.find('\n') == std::string_view::npos;
     (imports ? text : functions).append(imports ? "" : "\n\n").append(definition->Text).append("\n");
   }
-  text += functions + "\n\ndef " + body.Function + "(";
-  for (std::size_t v = 0; v < body.Variables.size(); ++v) text += (v > 0 ? ", " : "") + body.Variables[v];
-  text += "):\n";
+  text += functions + "\n\ndef " + body.Function + "(" + CommaList(body.Variables) + "):\n";
   for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
     text += "    " + body.Coefficients[i] + " = " + RealNumber(model.Values[i]) + "\n";
   for (const auto& word : body.DataWords) text += "    " + word.first + " = " + RealNumber(word.second) + "\n";
@@ -174,9 +172,7 @@ std::string Write(const CodeModel& model, const CodeBody& body, const CodeLangua
   for (const std::string& statement : body.Statements) text += "    " + statement + "\n";
   text += "    return " + body.Result + "\n";
   if (model.Proof) {
-    std::string call = body.Function + "(";
-    for (std::size_t v = 0; v < body.Variables.size(); ++v) call += (v > 0 ? ", " : "") + RealNumber(model.Proof->X[v]);
-    call += ")";
+    const std::string call = ProofCall(model, body, language);
     text += "\n\nif __name__ == \"__main__\":\n    # " + call + " is to give " + RealNumber(model.Proof->Y) +
             "\n    print(" + call + ")\n";
   }

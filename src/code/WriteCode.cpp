@@ -9,7 +9,7 @@
 namespace quorvex {
 namespace {
 
-constexpr std::array<const CodeLanguage*, 1> kLanguages = {&kPython};
+constexpr std::array<const CodeLanguage*, 3> kLanguages = {&kPython, &kR, &kJavaScript};
 
 }  // namespace
 
@@ -66,6 +66,18 @@ std::string CommentHead(const CodeModel& model, const CodeBody& body, const Code
   paragraph(model.Remarks);
   paragraph(body.Remarks);
   return head;
+}
+
+std::string CommaList(std::span<const std::string> texts) {
+  std::string list;
+  for (const std::string& text : texts) list.append(list.empty() ? "" : ", ").append(text);
+  return list;
+}
+
+std::string ProofCall(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
+  std::vector<std::string> numbers;
+  for (const double x : model.Proof->X) numbers.push_back(language.Number(x));
+  return body.Function + "(" + CommaList(numbers) + ")";
 }
 
 std::string RealNumber(double value) {
