@@ -49,10 +49,10 @@ struct CodeLanguage {
   std::string_view Extension;  // of its files, without a point
   std::string_view Comment;    // begins a line of it
   bool FoldsCase = false;      // of names
-  std::span<const std::string_view> Reserved;
-  std::span<const CodeForm> Forms;
-  std::span<const CodeDefinition> Definitions;
-  CodeTruth Truth;
+  std::span<const std::string_view> Reserved = {};
+  std::span<const CodeForm> Forms = {};
+  std::span<const CodeDefinition> Definitions = {};
+  CodeTruth Truth = {};
   std::string_view Choice = {};  // "($2 if $1 else $3)"; empty: by statements
   std::string_view Save = {};    // of a supporting function where it is first met: "($1 := $2)"; empty: by a statement
   CodeStatements Statements = {};

@@ -1,10 +1,515 @@
 #include "code/Formula.h"
 
-namespace quorvex {
+#include <algorithm>
+#include <array>
+#include <map>
+#include <set>
 
-std::string LatexFormula(const CodeModel&) { return {}; }
-std::string MathMLFormula(const CodeModel&) { return {}; }
-std::string LatexName(const CodeModel&, const std::string& name) { return name; }
-std::string LatexNumber(double) { return {}; }
+#include "core/NumberText.h"
+#include "equation/Parser.h"
+#include "equation/RenderPostfix.h"
+#include "functions/Elementary.h"
+
+namespace quorvex {
+namespace {
+
+// The signs and shapes of a way to write mathematics. $1, $2, $3 are the parts, each of any length.
+struct Markup {
+  std::string_view Number, TimesTenTo;         // $1; $1 and the exponent $2
+  std::string_view Italic, Upright, Operator;  // a name
+  std::string_view Subscript, Power, Both;
+  std::string_view Fraction, Root, Parentheses, Bars, Floor, Ceiling;
+  std::string_view Negative, Sum, Difference, Product, Dot;  // Dot: ahead of a digit
+  std::string_view Apply, Comma, Factorial, Prime;
+  std::string_view AsNumber, Not, And, Or, Cases;
+  std::array<std::string_view, 6> Comparisons;  // from kEqual on
+  std::string_view Line;                        // $1 = $2
+  std::string_view LineEnd, Whole;
+  std::string_view Underscore, Gamma;  // "_" in a name; the name of the function
+  std::string (*Greek)(std::size_t letter);
+};
+
+std::string Fill(std::string_view text, std::initializer_list<std::string_view> parts) {
+  std::string filled;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '$')
+      filled += parts.begin()[text[++i] - '1'];
+    else
+      filled += text[i];
+  }
+  return filled;
+}
+
+// In the order of the alphabet, "varsigma" where Unicode has the final sigma.
+constexpr std::array kGreek = {"alpha", "beta",   "gamma",   "delta", "epsilon", "zeta", "eta",  "theta", "iota",
+                               "kappa", "lambda", "mu",      "nu",    "xi",      "",     "pi",   "rho",   "varsigma",
+                               "sigma", "tau",    "upsilon", "phi",   "chi",     "psi",  "omega"};
+constexpr std::size_t kPiLetter = 15;
+
+std::string GreekLatex(std::size_t letter) { return std::string("\\") + kGreek[letter]; }
+std::string GreekXml(std::size_t letter) { return "<mi>&#" + std::to_string(0x3B1 + letter) + ";</mi>"; }
+
+constexpr Markup kLatexMarkup = {
+    .Number = "$1",
+    .TimesTenTo = "$1\\times 10^{$2}",
+    .Italic = "$1",
+    .Upright = "\\mathrm{$1}",
+    .Operator = "\\$1",
+    .Subscript = "$1_{$2}",
+    .Power = "$1^{$2}",
+    .Both = "$1_{$2}^{$3}",
+    .Fraction = "\\frac{$1}{$2}",
+    .Root = "\\sqrt{$1}",
+    .Parentheses = "\\left($1\\right)",
+    .Bars = "\\left|$1\\right|",
+    .Floor = "\\left\\lfloor $1\\right\\rfloor ",
+    .Ceiling = "\\left\\lceil $1\\right\\rceil ",
+    .Negative = "-$1",
+    .Sum = "$1 + $2",
+    .Difference = "$1 - $2",
+    .Product = "$1\\,$2",
+    .Dot = "$1\\cdot $2",
+    .Apply = "$1{\\left($2\\right)}",
+    .Comma = "$1, $2",
+    .Factorial = "$1!",
+    .Prime = "$1'",
+    .AsNumber = "-\\left[$1\\right]",
+    .Not = "\\neg $1",
+    .And = "$1 \\land $2",
+    .Or = "$1 \\lor $2",
+    .Cases = "\\begin{cases} $2 & \\text{if } $1 \\\\ $3 & \\text{otherwise} \\end{cases}",
+    .Comparisons = {"$1 = $2", "$1 < $2", "$1 > $2", "$1 \\ne $2", "$1 \\le $2", "$1 \\ge $2"},
+    .Line = "$1 &= $2",
+    .LineEnd = " \\\\\n",
+    .Whole = "\\begin{aligned}\n$1\n\\end{aligned}",
+    .Underscore = "\\_",
+    .Gamma = "\\Gamma ",
+    .Greek = GreekLatex};
+
+constexpr Markup kMathMLMarkup = {
+    .Number = "<mn>$1</mn>",
+    .TimesTenTo = "<mn>$1</mn><mo>&#xD7;</mo><msup><mn>10</mn><mrow>$2</mrow></msup>",
+    .Italic = "<mi>$1</mi>",
+    .Upright = "<mi mathvariant=\"normal\">$1</mi>",
+    .Operator = "<mi>$1</mi>",
+    .Subscript = "<msub><mrow>$1</mrow><mrow>$2</mrow></msub>",
+    .Power = "<msup><mrow>$1</mrow><mrow>$2</mrow></msup>",
+    .Both = "<msubsup><mrow>$1</mrow><mrow>$2</mrow><mrow>$3</mrow></msubsup>",
+    .Fraction = "<mfrac><mrow>$1</mrow><mrow>$2</mrow></mfrac>",
+    .Root = "<msqrt><mrow>$1</mrow></msqrt>",
+    .Parentheses = "<mrow><mo>(</mo>$1<mo>)</mo></mrow>",
+    .Bars = "<mrow><mo>|</mo>$1<mo>|</mo></mrow>",
+    .Floor = "<mrow><mo>&#x230A;</mo>$1<mo>&#x230B;</mo></mrow>",
+    .Ceiling = "<mrow><mo>&#x2308;</mo>$1<mo>&#x2309;</mo></mrow>",
+    .Negative = "<mo form=\"prefix\">&#x2212;</mo>$1",
+    .Sum = "$1<mo>+</mo>$2",
+    .Difference = "$1<mo>&#x2212;</mo>$2",
+    .Product = "$1<mspace width=\"0.17em\"></mspace>$2",
+    .Dot = "$1<mo>&#xB7;</mo>$2",
+    .Apply = "$1<mo>&#x2061;</mo><mrow><mo>(</mo>$2<mo>)</mo></mrow>",
+    .Comma = "$1<mo>,</mo>$2",
+    .Factorial = "$1<mo>!</mo>",
+    .Prime = "<msup><mrow>$1</mrow><mo>&#x2032;</mo></msup>",
+    .AsNumber = "<mo form=\"prefix\">&#x2212;</mo><mrow><mo>[</mo>$1<mo>]</mo></mrow>",
+    .Not = "<mo>&#xAC;</mo>$1",
+    .And = "$1<mo>&#x2227;</mo>$2",
+    .Or = "$1<mo>&#x2228;</mo>$2",
+    .Cases =
+        "<mrow><mo form=\"prefix\" stretchy=\"true\">{</mo><mtable><mtr><mtd style=\"text-align:left\">$2</mtd>"
+        "<mtd style=\"text-align:left\"><mtext>if&#xA0;</mtext>$1</mtd></mtr><mtr><mtd style=\"text-align:left\">"
+        "$3</mtd><mtd style=\"text-align:left\"><mtext>otherwise</mtext></mtd></mtr></mtable></mrow>",
+    .Comparisons = {"$1<mo>=</mo>$2", "$1<mo>&lt;</mo>$2", "$1<mo>&gt;</mo>$2", "$1<mo>&#x2260;</mo>$2",
+                    "$1<mo>&#x2264;</mo>$2", "$1<mo>&#x2265;</mo>$2"},
+    .Line =
+        "<mtr><mtd style=\"text-align:right\"><mrow>$1</mrow></mtd><mtd style=\"text-align:left\"><mrow>"
+        "<mo form=\"infix\">=</mo>$2</mrow></mtd></mtr>",
+    .LineEnd = "\n",
+    .Whole =
+        "<math xmlns=\"http://www.w3.org/1998/Math/MathML\" display=\"block\"><mtable displaystyle=\"true\">\n"
+        "$1\n</mtable></math>",
+    .Underscore = "_",
+    .Gamma = "<mi mathvariant=\"normal\">&#x393;</mi>",
+    .Greek = GreekXml};
+
+// Words that are a function with a name of its own; the first operands may be its indices.
+struct Named {
+  std::string_view Word, Name;
+  int Below = 0, Above = 0;  // how many operands
+  bool Slope = false;
+};
+constexpr Named kNamed[] = {
+    {"log", "ln"},
+    {"ln", "ln"},
+    {"sgn", "sgn"},
+    {"cos", "cos"},
+    {"sin", "sin"},
+    {"tan", "tan"},
+    {"arcsin", "arcsin"},
+    {"arccos", "arccos"},
+    {"arctan", "arctan"},
+    {"sec", "sec"},
+    {"cosec", "csc"},
+    {"cotan", "cot"},
+    {"arcsec", "arcsec"},
+    {"arccosec", "arccsc"},
+    {"arccotan", "arccot"},
+    {"hsin", "sinh"},
+    {"hcos", "cosh"},
+    {"htan", "tanh"},
+    {"hsec", "sech"},
+    {"hcosec", "csch"},
+    {"hcotan", "coth"},
+    {"harcsin", "arsinh"},
+    {"harccos", "arcosh"},
+    {"harctan", "artanh"},
+    {"harcsec", "arsech"},
+    {"harccosec", "arcsch"},
+    {"harccotan", "arcoth"},
+    {"erf", "erf"},
+    {"erfc", "erfc"},
+    {"igamma", "P"},
+    {"igammac", "Q"},
+    {"beta", "B"},
+    {"jn", "J", 1},
+    {"yn", "Y", 1},
+    {"in", "I", 1},
+    {"kn", "K", 1},
+    {"jnu", "J", 1},
+    {"ynu", "Y", 1},
+    {"inu", "I", 1},
+    {"knu", "K", 1},
+    {"djnu", "J", 1, 0, true},
+    {"dynu", "Y", 1, 0, true},
+    {"dinu", "I", 1, 0, true},
+    {"dknu", "K", 1, 0, true},
+    {"sphjn", "j", 1},
+    {"sphyn", "y", 1},
+    {"dsphjn", "j", 1, 0, true},
+    {"dsphyn", "y", 1, 0, true},
+    {"max", "max"},
+    {"min", "min"},
+    {"legendre", "P", 1, 1},
+    {"airya", "Ai"},
+    {"airyb", "Bi"},
+    {"dairya", "Ai", 0, 0, true},
+    {"dairyb", "Bi", 0, 0, true},
+    {"fix", "trunc"},
+    {"fract", "frac"},
+    {"rnd", "rnd"},
+    {"mod", "rem"},
+    {"\\", "quot"},
+    {"xor", "xor"},
+    {"eqv", "eqv"},
+    {"imp", "imp"},
+    {"and", "and"},
+    {"or", "or"},
+    {"not", "not"},
+};
+
+// Names among them that LaTeX has commands for.
+constexpr std::string_view kOperators[] = {"ln",  "cos", "sin",  "tan",  "arcsin", "arccos", "arctan", "sec",
+                                           "csc", "cot", "sinh", "cosh", "tanh",   "coth",   "max",    "min"};
+
+// Words that are written by others, in the equation language: a, b and c are the operands.
+struct Rewritten {
+  std::string_view Word;
+  const char* As;
+};
+constexpr Rewritten kRewritten[] = {
+    {"rtod", "180/pi*a"},
+    {"dtor", "pi/180*a"},
+    {"mag", "sqr(a^2+b^2)"},
+    {"gammaln", "ln(gamma(a))"},
+    {"factln", "ln(fact(a))"},
+    {"poisson", "igammac(a,b)"},
+    {"chi2", "igamma(b/2,a/2)"},
+    {"chi2c", "igammac(b/2,a/2)"},
+    {"student", "ibeta(1/2,b/2,a^2/(b+a^2))"},
+    {"fdist", "ibeta(b/2,a/2,b/(b+a*c))"},
+    {"binomial", "ibeta(a,b-a+1,c)"},
+    {"j0", "jn(0,a)"},
+    {"j1", "jn(1,a)"},
+    {"y0", "yn(0,a)"},
+    {"y1", "yn(1,a)"},
+    {"i0", "in(0,a)"},
+    {"i1", "in(1,a)"},
+    {"k0", "kn(0,a)"},
+    {"k1", "kn(1,a)"},
+};
+
+// What has no sign of its own, or one that is read in more than one way.
+struct Note {
+  std::string_view Words;  // with a blank around each
+  std::string_view Sentence;
+};
+constexpr Note kNotes[] = {
+    {" mod ", "rem(a, b) is the remainder of a divided by b, both rounded to whole numbers, with the sign of a."},
+    {" \\ ", "quot(a, b) is the whole quotient of a and b, both rounded to whole numbers, towards 0."},
+    {" and or not xor eqv imp ",
+     "and, or, not, xor, eqv and imp work on the bits of numbers, rounded to whole ones of 32 bits."},
+    {" fix ", "trunc(u) is u without its fraction."},
+    {" fract ", "frac(u) is the fraction of u, with its sign."},
+    {" rnd ", "rnd(u) is a pseudo-random number from 0 to below 1."},
+    {" igamma igammac chi2 chi2c poisson ", "P(a, u) and Q(a, u) are the regularised incomplete gamma functions."},
+    {" ibeta student fdist binomial ",
+     "I with a number below and two in parentheses is the regularised incomplete beta "
+     "function."},
+};
+
+// How tightly a part holds together. What is a factor needs parentheses only under a power.
+enum class Level { Loose, Truth, Sum, Sign, Product, Factor, Atom };
+
+struct Part {
+  std::string Text;
+  Level Binds = Level::Atom;
+  bool BeginsWithDigit = false;
+  bool IsTruth = false;
+};
+
+Part Number(double value, const Markup& markup) {
+  const std::string text = ShortestNumber(value);
+  const auto e = text.find('E');
+  const bool isNegative = text.starts_with('-');
+  if (e == std::string::npos) {
+    const std::string magnitude = Fill(markup.Number, {std::string_view(text).substr(isNegative ? 1 : 0)});
+    return isNegative ? Part{Fill(markup.Negative, {magnitude}), Level::Sign} : Part{magnitude, Level::Atom, true};
+  }
+  std::string_view exponent = std::string_view(text).substr(e + 1);
+  const bool isSmall = exponent.starts_with('-');
+  exponent.remove_prefix(std::min(exponent.find_first_of("123456789"), exponent.size()));
+  const std::string digits = Fill(markup.Number, {exponent});
+  const std::string whole =
+      Fill(markup.TimesTenTo, {std::string_view(text).substr(isNegative ? 1 : 0, e - (isNegative ? 1 : 0)),
+                               isSmall ? Fill(markup.Negative, {digits}) : digits});
+  return isNegative ? Part{Fill(markup.Negative, {whole}), Level::Sign} : Part{whole, Level::Product, true};
+}
+
+class Typesetter {
+ public:
+  Typesetter(const CodeModel& model, const Markup& markup) : model_(model), markup_(markup) {
+    const int variables = model.Variables;
+    for (int v = 1; v <= variables; ++v) Take("x" + std::to_string(v));
+    for (int n = 1; n <= 9; ++n) Take("F" + std::to_string(n));
+    Take("x");
+    Take("y");
+    for (const std::string& name : model.Compiled.CoefficientNames) coefficients_.push_back(Take(name));
+  }
+
+  const std::vector<std::string>& Coefficients() const { return coefficients_; }
+  const std::set<std::string>& Words() const { return words_; }
+
+  std::string Formula() {
+    const Part whole = AsNumber(
+        RenderPostfix<Part>(model_.Compiled.ExprTokens, [&](const ExprToken& token, std::span<const Part> operands) {
+          return Render(token, operands, coefficients_);
+        }));
+    std::string lines = Fill(markup_.Line, {Name("y"), whole.Text});
+    for (const auto& [n, text] : supports_)
+      lines.append(markup_.LineEnd).append(Fill(markup_.Line, {Name("F" + std::to_string(n)), text}));
+    return Fill(markup_.Whole, {lines});
+  }
+
+ private:
+  std::string Upright(std::string_view name) const {
+    std::string text;
+    for (const char c : name) text.append(c == '_' ? markup_.Underscore : std::string_view(&c, 1));
+    return Fill(markup_.Upright, {text});
+  }
+
+  // Letters: a Greek one by its name, a single one slanted, a word upright.
+  std::string Letters(std::string_view name) const {
+    const auto greek = std::ranges::find(kGreek, name);
+    if (greek != kGreek.end() && !name.empty()) return markup_.Greek(static_cast<std::size_t>(greek - kGreek.begin()));
+    if (name.find_first_not_of("0123456789") == std::string_view::npos) return Fill(markup_.Number, {name});
+    return name.size() == 1 ? Fill(markup_.Italic, {name}) : Upright(name);
+  }
+
+  // Digits at the end of letters, and what follows "_", stand below.
+  std::string Name(std::string_view name) const {
+    const auto line = name.find('_');
+    const bool hasLine = line != std::string_view::npos && line > 0 && line + 1 < name.size();
+    const auto stem = name.substr(0, hasLine ? line : name.find_last_not_of("0123456789") + 1);
+    const auto below = name.substr(stem.size() + (hasLine ? 1 : 0));
+    const bool isPlain = stem.find_first_of("0123456789_") == std::string_view::npos && !stem.empty() &&
+                         below.find('_') == std::string_view::npos;
+    if (!isPlain) return Upright(name);
+    return below.empty() ? Letters(stem) : Fill(markup_.Subscript, {Letters(stem), Letters(below)});
+  }
+
+  // Two names that would look alike, such as a1 and a_1, stand as they are written.
+  std::string Take(const std::string& name) {
+    std::string text = Name(name);
+    return taken_.insert(text).second ? text : Upright(name);
+  }
+
+  std::string Enclose(const Part& part, Level least) const {
+    return part.Binds >= least ? part.Text : Fill(markup_.Parentheses, {part.Text});
+  }
+
+  Part AsNumber(const Part& part) const {
+    if (!part.IsTruth) return part;
+    return {Fill(markup_.AsNumber, {part.Text}), Level::Sign};
+  }
+  std::string AsTruth(const Part& part) const {
+    return part.IsTruth ? part.Text
+                        : Fill(markup_.Comparisons[3], {Enclose(part, Level::Sum), Number(0, markup_).Text});
+  }
+
+  Part Render(const ExprToken& token, std::span<const Part> operands, std::span<const std::string> coefficients);
+  Part Operator(const ExprToken& token, std::span<const Part> operands);
+  Part Function(const std::string& word, std::span<const Part> operands);
+  Part Logic(std::string_view sign, std::span<const Part> operands) const;
+
+  const CodeModel& model_;
+  const Markup& markup_;
+  std::vector<std::string> coefficients_;
+  std::set<std::string> taken_, words_;
+  std::map<int, std::string> supports_;
+};
+
+Part Typesetter::Render(const ExprToken& token, std::span<const Part> operands,
+                        std::span<const std::string> coefficients) {
+  switch (token.Type) {
+    case TokenKind::IndependentVariable:
+      return {Name(token.Code == 0 ? "x" : "x" + std::to_string(token.Code))};
+    case TokenKind::Literal:
+      if (token.Value == kPi) return {markup_.Greek(kPiLetter)};
+      return Number(token.Value, markup_);
+    case TokenKind::Coefficient:
+      return {coefficients[static_cast<std::size_t>(token.Index - 1)]};
+    case TokenKind::SpecialWord:
+      return {Upright(token.Name)};
+    case TokenKind::SaveSupport:
+      supports_[token.Code] = AsNumber(operands[0]).Text;
+      [[fallthrough]];
+    case TokenKind::RecallSupport:
+      return {Name("F" + std::to_string(token.Code))};
+    case TokenKind::Function:
+      if (token.Code == kEndIfCode)
+        return {Fill(markup_.Cases, {AsTruth(operands[0]), AsNumber(operands[1]).Text, AsNumber(operands[2]).Text}),
+                Level::Loose};
+      return Function(ToLower(token.Name), operands);
+    default:
+      return Operator(token, operands);
+  }
+}
+
+Part Typesetter::Logic(std::string_view sign, std::span<const Part> operands) const {
+  const auto enclosed = [&](std::size_t i) { return Enclose(operands[i], Level::Truth); };
+  return {operands.size() == 1 ? Fill(sign, {enclosed(0)}) : Fill(sign, {enclosed(0), enclosed(1)}), Level::Loose,
+          false, true};
+}
+
+Part Typesetter::Operator(const ExprToken& token, std::span<const Part> operands) {
+  const bool isUnary = token.Type == TokenKind::Unary;
+  const bool areTruths = std::ranges::all_of(operands, &Part::IsTruth);
+  if (isUnary) {
+    if (token.Code == kNegate)
+      return {Fill(markup_.Negative, {Enclose(AsNumber(operands[0]), Level::Product)}), Level::Sign};
+    if (areTruths)
+      return {Fill(markup_.Not, {Fill(markup_.Parentheses, {operands[0].Text})}), Level::Truth, false, true};
+    return Function("not", operands);
+  }
+  if (areTruths && token.Code == kAnd) return Logic(markup_.And, operands);
+  if (areTruths && token.Code == kOr) return Logic(markup_.Or, operands);
+  const Part a = AsNumber(operands[0]), b = AsNumber(operands[1]);
+  switch (token.Code) {
+    case kPower:
+      return {Fill(markup_.Power, {Enclose(a, Level::Atom), b.Text}), Level::Factor, a.BeginsWithDigit};
+    case kAdd:
+    case kSubtract:
+      return {Fill(token.Code == kAdd ? markup_.Sum : markup_.Difference,
+                   {Enclose(a, Level::Sum), Enclose(b, Level::Product)}),
+              Level::Sum};
+    case kMultiply:
+      return {Fill(b.BeginsWithDigit ? markup_.Dot : markup_.Product,
+                   {Enclose(a, Level::Sign), Enclose(b, Level::Product)}),
+              a.Binds == Level::Sign ? Level::Sign : Level::Product, a.BeginsWithDigit && a.Binds >= Level::Sign};
+    case kDivide:
+      return {Fill(markup_.Fraction, {a.Text, b.Text}), Level::Factor};
+    case kEqual:
+    case kLess:
+    case kGreater:
+    case kUnequal:
+    case kLessOrEqual:
+    case kGreaterOrEqual:
+      return {Fill(markup_.Comparisons[static_cast<std::size_t>(token.Code - kEqual)],
+                   {Enclose(a, Level::Sum), Enclose(b, Level::Sum)}),
+              Level::Truth, false, true};
+    default:
+      return Function(ToLower(token.Name), operands);
+  }
+}
+
+Part Typesetter::Function(const std::string& word, std::span<const Part> operands) {
+  words_.insert(word);
+  std::vector<Part> numbers;
+  for (const Part& operand : operands) numbers.push_back(AsNumber(operand));
+  const auto text = [&](std::size_t i) -> const std::string& { return numbers[i].Text; };
+  if (word == "abs") return {Fill(markup_.Bars, {text(0)})};
+  if (word == "int" || word == "floor") return {Fill(markup_.Floor, {text(0)})};
+  if (word == "ceil") return {Fill(markup_.Ceiling, {text(0)})};
+  if (word == "sqr") return {Fill(markup_.Root, {text(0)}), Level::Factor};
+  if (word == "exp") return {Fill(markup_.Power, {Upright("e"), text(0)}), Level::Factor};
+  if (word == "fact") return {Fill(markup_.Factorial, {Enclose(numbers[0], Level::Atom)}), Level::Factor};
+  const auto apply = [&](const std::string& head, std::size_t first) {
+    std::string all = text(first);
+    for (std::size_t i = first + 1; i < numbers.size(); ++i) all = Fill(markup_.Comma, {all, text(i)});
+    return Part{Fill(markup_.Apply, {head, all}), Level::Factor};
+  };
+  if (word == "log10")
+    return apply(Fill(markup_.Subscript, {Fill(markup_.Operator, {"log"}), Fill(markup_.Number, {"10"})}), 0);
+  if (word == "gamma") return apply(std::string(markup_.Gamma), 0);
+  if (word == "psi") return apply(markup_.Greek(23), 0);
+  if (word == "ibeta") {
+    const std::string both = Fill(markup_.Comma, {text(0), text(1)});
+    return {Fill(markup_.Apply, {Fill(markup_.Subscript, {Upright("I"), text(2)}), both}), Level::Factor};
+  }
+  const auto* rewritten = std::ranges::find(kRewritten, word, &Rewritten::Word);
+  if (rewritten != std::end(kRewritten)) {
+    const Expression other = Parser(Dialect::OneVariable, {}).Compile({rewritten->As});
+    return RenderPostfix<Part>(other.ExprTokens, [&](const ExprToken& token, std::span<const Part> parts) {
+      if (token.Type == TokenKind::Coefficient) return numbers[static_cast<std::size_t>(token.Index - 1)];
+      return Render(token, parts, {});
+    });
+  }
+  const auto* named = std::ranges::find(kNamed, word, &Named::Word);
+  if (named == std::end(kNamed)) return apply(Upright(word), 0);
+  const bool isKnown = std::ranges::find(kOperators, named->Name) != std::end(kOperators);
+  std::string head = Fill(isKnown ? markup_.Operator : markup_.Upright, {named->Name});
+  if (named->Slope) head = Fill(markup_.Prime, {head});
+  if (named->Above > 0)
+    head = Fill(markup_.Both, {head, text(0), text(1)});
+  else if (named->Below > 0)
+    head = Fill(markup_.Subscript, {head, text(0)});
+  return apply(head, static_cast<std::size_t>(named->Below + named->Above));
+}
+
+}  // namespace
+
+std::string LatexFormula(const CodeModel& model) { return Typesetter(model, kLatexMarkup).Formula(); }
+std::string MathMLFormula(const CodeModel& model) { return Typesetter(model, kMathMLMarkup).Formula(); }
+
+std::vector<std::string> FormulaNotes(const CodeModel& model) {
+  Typesetter typesetter(model, kMathMLMarkup);
+  static_cast<void>(typesetter.Formula());
+  std::vector<std::string> notes;
+  for (const Note& note : kNotes) {
+    const auto speaksOf = [&](const std::string& word) {
+      return note.Words.find(" " + word + " ") != std::string_view::npos;
+    };
+    if (std::ranges::any_of(typesetter.Words(), speaksOf)) notes.emplace_back(note.Sentence);
+  }
+  return notes;
+}
+
+std::vector<std::string> LatexCoefficients(const CodeModel& model) {
+  return Typesetter(model, kLatexMarkup).Coefficients();
+}
+std::vector<std::string> MathMLCoefficients(const CodeModel& model) {
+  return Typesetter(model, kMathMLMarkup).Coefficients();
+}
+
+std::string LatexNumber(double value) { return Number(value, kLatexMarkup).Text; }
 
 }  // namespace quorvex

@@ -8,5 +8,6 @@ namespace quorvex {
 extern const CodeLanguage kPython;
 extern const CodeLanguage kR;
 extern const CodeLanguage kJavaScript;
+extern const CodeLanguage kLatex;
 
 }  // namespace quorvex

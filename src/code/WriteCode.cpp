@@ -9,7 +9,7 @@
 namespace quorvex {
 namespace {
 
-constexpr std::array<const CodeLanguage*, 3> kLanguages = {&kPython, &kR, &kJavaScript};
+constexpr std::array kLanguages = {&kPython, &kR, &kJavaScript, &kLatex};
 
 }  // namespace
 
