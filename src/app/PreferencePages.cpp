@@ -69,7 +69,7 @@ constexpr Preference kSolve[] = {
     {"defaultsolver", "Sol&ver:", Choice, 0, 0, kSolvers},
     {"defaultabsolutedeviations", "Take standard deviations at their &word", TrueOrFalse},
     {"defaulttryharder", "Try harder from t&he start (nonlinear)", TrueOrFalse},
-    {"defaultloss", "Residuals cou&nt as:", Choice, 0, 0, kLosses},
+    {"defaultloss", "Resi&duals count as:", Choice, 0, 0, kLosses},
     {"defaultlossscale", "Scal&e of good residuals (0: found from them):", Real, 0, kMostScale},
     {"tryharder", "&Try harder where a nonlinear solve fails", TrueOrFalse},
 };
