@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 
 #include "code/CodeModel.h"
@@ -16,7 +17,7 @@ std::optional<CodeProof> FindProof(ModelClass& model) {
     const std::size_t i = 1 + n / 2 + (step % 2 == 1 ? offset : 0) - (step % 2 == 0 ? offset : 0);
     if (i < 1 || i > n) continue;
     CodeProof proof;
-    for (int v = 1; v <= model.NumIndependentVar(); ++v) proof.X.push_back(model.InputX(i, v));
+    for (int v = 1; v <= std::max(1, model.NumIndependentVar()); ++v) proof.X.push_back(model.InputX(i, v));
     if (model.Evaluate(proof.X, proof.Y)) return proof;
   }
   return std::nullopt;
@@ -31,7 +32,7 @@ CodeModel DescribeForCode(ModelClass& model, const LocaleText& locale) {
                  .Compiled = model.Compiled(),
                  .Values = model.CoefficientValues,
                  .Statistics = model.Statistics,
-                 .Variables = model.NumIndependentVar(),
+                 .Variables = std::max(1, model.NumIndependentVar()),
                  .Proof = FindProof(model)};
   if (model.Solved) {
     code.Remarks.push_back("R2 = " + GeneralNumber(model.R2) + ", adjusted R2 = " + GeneralNumber(model.R2Adjust) +

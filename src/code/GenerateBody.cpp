@@ -89,6 +89,7 @@ class Generator {
   std::string Fill(std::string_view text, std::span<const Part> operands) const;
   std::string FillTexts(std::string_view text, std::initializer_list<std::string> texts) const;
   const CodeForm* FindForm(std::string_view word) const;
+  const double* FindDataWord(std::string_view word) const;
   void Need(std::string_view names);
 
   const CodeModel& model_;
@@ -108,11 +109,11 @@ void Generator::NameAll(std::string_view function) {
     if (token.Type == TokenKind::SaveSupport && !language_.Substitutes)
       body_.Supports.push_back(supports_[token.Code] = NameOrRemark("F" + std::to_string(token.Code)));
     if (token.Type != TokenKind::SpecialWord) continue;
-    const auto known = [&](const auto& word) { return word.first == token.Name; };
-    if (std::ranges::any_of(body_.DataWords, known)) continue;
+    const std::string word = ToLower(token.Name);
+    if (FindDataWord(word) != nullptr) continue;
     if (const auto value = DataWordValue(token, model_.Statistics)) {
-      if (!language_.Substitutes) names_.Reserve(token.Name);
-      body_.DataWords.emplace_back(token.Name, *value);
+      if (!language_.Substitutes) names_.Reserve(word);
+      body_.DataWords.emplace_back(word, *value);
     }
   }
   const bool several = std::ranges::any_of(model_.Compiled.ExprTokens, [](const ExprToken& token) {
@@ -133,6 +134,11 @@ std::string Generator::NameOrRemark(const std::string& name) {
 const CodeForm* Generator::FindForm(std::string_view word) const {
   const auto form = std::ranges::find(language_.Forms, word, &CodeForm::Word);
   return form == language_.Forms.end() ? nullptr : &*form;
+}
+
+const double* Generator::FindDataWord(std::string_view word) const {
+  const auto found = std::ranges::find(body_.DataWords, word, &std::pair<std::string, double>::first);
+  return found == body_.DataWords.end() ? nullptr : &found->second;
 }
 
 void Generator::Need(std::string_view names) {
@@ -205,10 +211,11 @@ Part Generator::Render(const ExprToken& token, std::span<const Part> operands) {
       return {name, name.starts_with('-') ? Binding::Sign : Binding::Atom};
     }
     case TokenKind::SpecialWord: {
-      const auto word = std::ranges::find(body_.DataWords, token.Name, &std::pair<std::string, double>::first);
-      if (word == body_.DataWords.end()) return {token.Name};
-      if (!language_.Substitutes) return {token.Name};
-      const std::string value = language_.Number(word->second);
+      const std::string name = ToLower(token.Name);
+      const double* known = FindDataWord(name);
+      if (known == nullptr) return Call(name, {});  // of a variable that the data don't have
+      if (!language_.Substitutes) return {name};
+      const std::string value = language_.Number(*known);
       return {value, value.starts_with('-') ? Binding::Sign : Binding::Atom};
     }
     case TokenKind::SaveSupport:

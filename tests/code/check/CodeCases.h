@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/ModelClass.h"
+
+namespace quorvex {
+
+// A model with coefficients, and the points where its code is to give its value.
+struct CodeCase {
+  std::string Name;  // of its function and its file
+  std::unique_ptr<ModelClass> Model;
+  std::vector<std::vector<double>> X;
+  std::vector<double> Y;
+  double Limit = 0;  // of the relative difference: how accurate the program itself is
+};
+
+// All models of the catalogue of one variable, every function of the language, and what is hard in the rest of it:
+// signs, powers, rounding, truths as numbers, branches, supporting functions, data words, names. Up to 20 points each.
+std::vector<CodeCase> CodeCases();
+
+}  // namespace quorvex
