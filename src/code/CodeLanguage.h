@@ -13,7 +13,8 @@ namespace quorvex {
 enum class Binding { Loose, Sum, Product, Sign, Power, Atom };
 
 // How a language writes a word of the equation language: an operator ("^", "mod", "and", ...), "neg", or a function.
-// Sums, products and signs are the same everywhere and need no form.
+// Sums, products and signs are the same everywhere and need no form. "^whole" is a power whose exponent is a whole
+// number as written, without a point; languages that have no such form use that of "^".
 struct CodeForm {
   std::string_view Word;
   std::string_view Text;  // $1, $2, $3: the operands as they are; #1, #2, #3: in parentheses unless they are atoms
@@ -45,10 +46,11 @@ struct CodeBody;
 
 // A language that models are written in: what its expressions look like, and the frame around them.
 struct CodeLanguage {
-  std::string_view Name;       // as the user reads it
-  std::string_view Extension;  // of its files, without a point
-  std::string_view Comment;    // begins a line of it
-  bool FoldsCase = false;      // of names
+  std::string_view Name;        // as the user reads it
+  std::string_view Extension;   // of its files, without a point
+  std::string_view Comment;     // begins a line of it
+  bool FoldsCase = false;       // of names
+  std::size_t LongestName = 0;  // in characters; 0: any
   std::span<const std::string_view> Reserved = {};
   std::span<const CodeForm> Forms = {};
   std::span<const CodeDefinition> Definitions = {};
@@ -56,7 +58,7 @@ struct CodeLanguage {
   std::string_view Choice = {};  // "($2 if $1 else $3)"; empty: by statements
   std::string_view Save = {};    // of a supporting function where it is first met: "($1 := $2)"; empty: by a statement
   CodeStatements Statements = {};
-  bool Substitutes = false;  // formulas of a sheet: values in place of coefficients, and no names for functions
+  bool Substitutes = false;  // formulas of a sheet: cells A2, B2, ... for variables, and no other names at all
   std::string (*Number)(double value);
   // The whole file. A text that is any text goes through CommentText or a string of the language.
   std::string (*Write)(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
@@ -78,6 +80,7 @@ struct CodeBody {
   std::vector<std::string> Statements;                    // ahead of the result, indented by blanks in steps of four
   std::string Result;                                     // an expression
   std::vector<const CodeDefinition*> Definitions;         // each behind those that it needs
+  bool TooLong = false;                                   // more than any sheet takes; Result is then of no use
   std::vector<std::string> Missing;                       // words that the language has nothing for
   std::vector<std::string> Remarks;  // on names that had to change and on what is missing, a sentence each
 };

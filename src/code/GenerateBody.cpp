@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
+#include <optional>
 #include <set>
 
 #include "code/CodeLanguage.h"
@@ -17,7 +19,12 @@ struct Part {
   Binding Binds = Binding::Atom;
   std::string Truth = {};  // the same as a condition, where it is a truth; Text is then empty
   std::vector<std::string> Before = {};
+  std::optional<int> Whole = {};  // of a whole number as written
 };
+
+// What texts in place of names may come to; formulas with supporting functions in one another grow beyond any bound.
+constexpr std::size_t kLongestFormula = 100'000;
+constexpr double kLargestWholeExponent = 1000;
 
 // Signs, sums and products are written alike everywhere. A product of products keeps the order in which the program
 // multiplies, for another one would round otherwise.
@@ -49,6 +56,8 @@ class Names {
     std::string name;
     for (const char c : wanted) name += IsLetter(c) || (c >= '0' && c <= '9') ? c : '_';
     if (name.empty() || !IsLetter(name[0])) name.insert(0, "f");
+    constexpr std::size_t kNumberLength = 6;  // for what tells it from others
+    if (language_.LongestName > 0) name.resize(std::min(name.size(), language_.LongestName - kNumberLength));
     const std::string first = name;
     for (int n = 1; !taken_.insert(Key(name)).second; ++n) name = first + "_" + std::to_string(n);
     return name;
@@ -71,13 +80,14 @@ class Generator {
     NameAll(function);
     Part result = RenderPostfix<Part>(
         model_.Compiled.ExprTokens,
-        [&](const ExprToken& token, std::span<const Part> operands) { return Render(token, operands); });
+        [&](const ExprToken& token, std::span<const Part> operands) { return Bounded(Render(token, operands)); });
     body_.Result = AsNumber(std::move(result), body_.Statements).Text;
   }
 
  private:
   void NameAll(std::string_view function);
   std::string NameOrRemark(const std::string& name);
+  Part Bounded(Part part);
   Part Render(const ExprToken& token, std::span<const Part> operands);
   Part Operator(const ExprToken& token, std::span<const Part> operands);
   Part Choice(std::span<const Part> operands);
@@ -119,8 +129,12 @@ void Generator::NameAll(std::string_view function) {
   const bool several = std::ranges::any_of(model_.Compiled.ExprTokens, [](const ExprToken& token) {
     return token.Type == TokenKind::IndependentVariable && token.Code != 0;
   });
-  if (!several) body_.Variables.push_back(names_.Take("x"));
-  for (int v = 1; several && v <= model_.Variables; ++v)
+  if (language_.Substitutes)
+    for (int v = 0; v < model_.Variables; ++v)
+      body_.Variables.push_back(std::string(1, static_cast<char>('A' + v)) + "2");
+  else if (!several)
+    body_.Variables.push_back(names_.Take("x"));
+  for (int v = 1; !language_.Substitutes && several && v <= model_.Variables; ++v)
     body_.Variables.push_back(names_.Take("x" + std::to_string(v)));
   body_.Function = names_.Take(function);
 }
@@ -195,12 +209,22 @@ Part Generator::Formed(const CodeForm& form, std::span<const Part> operands) {
   return whole;
 }
 
+Part Generator::Bounded(Part part) {
+  if (!language_.Substitutes || part.Text.size() + part.Truth.size() <= kLongestFormula) return part;
+  body_.TooLong = true;
+  return {"0"};
+}
+
 Part Generator::Render(const ExprToken& token, std::span<const Part> operands) {
   switch (token.Type) {
     case TokenKind::IndependentVariable:
       return {body_.Variables[token.Code == 0 ? 0 : static_cast<std::size_t>(token.Code - 1)]};
-    case TokenKind::Literal:
-      return {language_.Number(token.Value)};
+    case TokenKind::Literal: {
+      Part number{language_.Number(token.Value)};
+      if (token.Value == std::trunc(token.Value) && token.Value <= kLargestWholeExponent)
+        number.Whole = static_cast<int>(token.Value);
+      return number;
+    }
     case TokenKind::Unary:
     case TokenKind::Binary:
       return Operator(token, operands);
@@ -247,6 +271,10 @@ Part Generator::Operator(const ExprToken& token, std::span<const Part> operands)
     return whole;
   }
   const std::string word = isUnary ? (token.Code == kNegate ? "neg" : "not") : ToLower(token.Name);
+  if (const CodeForm* form = FindForm("^whole"); form != nullptr && word == "^" && operands[1].Whole) {
+    const Part of[] = {operands[0], {std::to_string(*operands[1].Whole)}};
+    return Formed(*form, of);
+  }
   if (const CodeForm* form = FindForm(word)) {
     const bool compares = !isUnary && token.Code >= kEqual && token.Code <= kGreaterOrEqual;
     whole = Formed(*form, operands);
@@ -255,7 +283,7 @@ Part Generator::Operator(const ExprToken& token, std::span<const Part> operands)
   }
   if (isUnary && token.Code == kNegate) {
     const Part number = AsNumber(operands[0], whole.Before);
-    whole.Text = "-" + InParentheses(number, Binding::Atom);
+    whole.Text = "-" + InParentheses(number, Binding::Power);
     whole.Binds = Binding::Sign;
     return whole;
   }
