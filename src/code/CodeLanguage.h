@@ -55,6 +55,7 @@ struct CodeLanguage {
   std::span<const CodeForm> Forms = {};
   std::span<const CodeDefinition> Definitions = {};
   CodeTruth Truth = {};
+  std::string_view Times = " * ", Over = " / ";
   std::string_view Choice = {};  // "($2 if $1 else $3)"; empty: by statements
   std::string_view Save = {};    // of a supporting function where it is first met: "($1 := $2)"; empty: by a statement
   CodeStatements Statements = {};

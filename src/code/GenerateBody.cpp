@@ -297,7 +297,10 @@ Part Generator::Operator(const ExprToken& token, std::span<const Part> operands)
   const auto* infix = std::ranges::find(kInfixes, static_cast<BinaryCode>(token.Code), &Infix::Code);
   if (infix == kInfixes.end()) return Call(word, operands);
   // The left operand may begin with a sign, the right one not.
-  whole.Text = InParentheses(left, infix->Binds) + std::string(infix->Text) +
+  const std::string_view sign = token.Code == kMultiply ? language_.Times
+                                : token.Code == kDivide ? language_.Over
+                                                        : infix->Text;
+  whole.Text = InParentheses(left, infix->Binds) + std::string(sign) +
                InParentheses(right, infix->Binds == Binding::Sum ? Binding::Product : Binding::Power);
   whole.Binds = infix->Binds;
   return whole;

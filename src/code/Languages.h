@@ -8,6 +8,8 @@ namespace quorvex {
 extern const CodeLanguage kPython;
 extern const CodeLanguage kR;
 extern const CodeLanguage kJavaScript;
+extern const CodeLanguage kJulia;
+extern const CodeLanguage kRust;
 extern const CodeLanguage kLatex;
 
 }  // namespace quorvex

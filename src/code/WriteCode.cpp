@@ -9,7 +9,7 @@
 namespace quorvex {
 namespace {
 
-constexpr std::array kLanguages = {&kPython, &kR, &kJavaScript, &kLatex};
+constexpr std::array kLanguages = {&kPython, &kR, &kJavaScript, &kJulia, &kRust, &kLatex};
 
 }  // namespace
 
