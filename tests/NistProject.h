@@ -30,7 +30,9 @@ inline Project NistProject(const NistSet& row) {
   auto model = NewModelFor(project.Sheet.IndependentVariables, LocaleText());
   model->SetID(row.at("name"), {row.at("model")});
   model->UserType = true;
-  const std::vector<double> start = Numbers(row.at("start2"));
+  // The linear sets come without a start.
+  std::vector<double> start(static_cast<std::size_t>(model->NumDependentVar()));
+  if (row.at("start2") != "-") start = Numbers(row.at("start2"));
   for (int i = 1; i <= model->NumDependentVar(); ++i)
     model->SetRuleConstant(i, ShortestNumber(start[static_cast<std::size_t>(i - 1)]));
   project.Models.Add(row.at("name"), std::move(model));
