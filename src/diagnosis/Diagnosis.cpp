@@ -171,10 +171,6 @@ std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& 
     warnings.emplace_back(
         "Standard deviations are to be taken at their word, but the data have none: errors come from "
         "the scatter of the points.");
-  if (settings.AbsoluteDeviations && data.UnitDeviation > 0 && settings.Loss != LossKind::Squares)
-    warnings.emplace_back(
-        "Standard deviations can't be taken at their word where a loss counts far points less: errors come from the "
-        "scatter of the points.");
   return diagnoses;
 }
 

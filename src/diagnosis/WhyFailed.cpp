@@ -197,7 +197,8 @@ Reason NoValueAtEnd(const Patient& p) {
 
 Reason OnItsWay(const Patient& p) {
   const std::string text = "The search came to coefficients at which it could not go on: ";
-  if (!p.Left.ErrorMessage.empty()) return text + p.Left.ErrorMessage + ".";
+  const std::string& what = p.Left.ErrorMessage;
+  if (!what.empty()) return text + what + (what.ends_with('.') ? "" : ".");
   return text + "one of them no longer moves the curve there, two do the same, or a number is beyond the range.";
 }
 
@@ -216,6 +217,8 @@ std::string FirstReason(std::span<const Check> checks, const Patient& patient) {
 }  // namespace
 
 std::string WhyFailed(const ModelClass& left, ModelClass& start, const SolveData& data, const LocaleText& locale) {
+  if (left.Loss != LossKind::Squares)
+    return "By least squares the model has a solution; with another loss, or a larger scale, it may have one, too.";
   const Patient patient{left, start, data, locale};
   if (start.SolveType == 1) return FirstReason(kLinearChecks, patient);
   const std::vector<std::vector<double>> sets = BuildICSets(start.ICRanges);

@@ -43,6 +43,7 @@ struct FitResult {
   // What found the solution where the ordinary search didn't, in plain words (engine/TryHarder.h); else empty.
   std::string FoundBy;
   // What residuals counted as, and the scale of the good ones, given or found (engine/RobustFit.h); 0 for squares.
+  // Without a solution: the loss for which there is none though there is one by least squares; else squares.
   LossKind Loss = LossKind::Squares;
   double LossScale = 0;
   bool LossScaleGiven = false;

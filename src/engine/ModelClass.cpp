@@ -174,8 +174,7 @@ void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {
 bool ModelClass::Fit(const SolveData& data, const Settings& settings, std::string& LogString, SolveForm& form) {
   FoundBy.clear();
   Failure.clear();
-  // A loss is for points that are further off than their standard deviations say.
-  GivenDeviation = settings.AbsoluteDeviations && settings.Loss == LossKind::Squares ? data.UnitDeviation : 0;
+  GivenDeviation = settings.AbsoluteDeviations ? data.UnitDeviation : 0;
   LeaveOneOut = CrossValidated = NAN;
   FailedParts = 0;
   Loss = LossKind::Squares;

@@ -114,6 +114,7 @@ bool RobustFit::Run() {
   form_.ShowConverging(false);
   if (solved) return true;
   static_cast<FitResult&>(model_) = squares;
+  model_.Loss = settings_.Loss;
   Line(why_);
   Line("Solution failed: no solution with loss " + name_);
   log_ += NL;
@@ -157,8 +158,8 @@ bool RobustFit::FitReweighted(const std::vector<double>& weights) {
     if (reweighted_.sig[i] > 0) ++weighted;
   }
   if (weighted <= static_cast<std::size_t>(model_.NumDependentVar())) {
-    why_ = "Loss " + name_ + " leaves only " + std::to_string(weighted) +
-           " points a weight, too few for the model: its scale is too small.";
+    why_ = "Loss " + name_ + " leaves only " + std::to_string(weighted) + (weighted == 1 ? " point" : " points") +
+           " a weight, too few for the model: its scale is too small.";
     return false;
   }
   const double mean = sum / static_cast<double>(data_.N());

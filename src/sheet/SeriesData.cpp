@@ -145,12 +145,15 @@ Result<LoadedGrid> SeriesData::Points(std::size_t i, bool keepUnsorted) const {
   LoadedGrid loaded;
   SolveData& data = loaded.Points;
   data.Y.reserve(order_.size());
+  data.Row.reserve(order_.size());
   bool isWhole = true;
   for (const std::size_t row : order_) {
-    if (GridCells::IsEmpty(y[row]))
+    if (GridCells::IsEmpty(y[row])) {
       isWhole = false;
-    else
-      data.Y.push_back(y[row]);
+      continue;
+    }
+    data.Y.push_back(y[row]);
+    data.Row.push_back(cells_.FirstLine + row);
   }
   loaded.HadPartialRow = !isWhole;
   data.SD.assign(data.Y.size(), 1.0);

@@ -150,6 +150,17 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
        VerdictKind::Failed,
        "The model has 3 coefficients and needs more points than that; the data have 3 points.",
        "The fit failed: Solution failed: not enough data points."},
+      {"loss",
+       {"a+b*x",
+        {},
+        [](ModelClass&, Settings& s) {
+          s.Loss = LossKind::Bisquare;
+          s.LossScale = 1e-9;
+        }},
+       line,
+       VerdictKind::Failed,
+       "By least squares the model has a solution; with another loss, or a larger scale, it may have one, too.",
+       "The fit failed: Loss Bisquare leaves only "},
       {"exact", {"a+b*x", {}}, Scattered(Steps(20), Line, 0), VerdictKind::Sound, ""},
   };
   for (const auto& c : kCases) {
@@ -171,7 +182,8 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
 // the others are far from the thresholds.
 TEST(Judge, CallsTheReferenceSetsSound) {
   const std::map<std::string, std::string> reasons = {
-      {"Kirby2", "The residuals follow each other along X (Durbin-Watson 0.04728, runs of one sign: 8 instead of 76): the"},
+      {"Kirby2",
+       "The residuals follow each other along X (Durbin-Watson 0.04728, runs of one sign: 8 instead of 76): the"},
       {"ENSO", "'b8' may be 0: its standard error"},
       {"Nelson", "'b2' and 'b3' have a correlation of 0.9997"},
       {"NoInt1", "The model is no better than a constant"},

@@ -221,7 +221,7 @@ TEST(RobustFit, TellsAScaleThatIsTooSmall) {
   EXPECT_FALSE(robust.Model->Solved);
   EXPECT_TRUE(robust.Model->Failure.ends_with(": its scale is too small.")) << robust.Model->Failure;
   EXPECT_TRUE(robust.Logged(robust.Model->Failure));
-  EXPECT_EQ(robust.Model->Loss, Squares);
+  EXPECT_EQ(robust.Model->Loss, Bisquare);  // which is what failed
 }
 
 TEST(RobustFit, GoesOnFromTheBestOfASweepAndOfTryingHarder) {

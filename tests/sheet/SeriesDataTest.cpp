@@ -62,14 +62,15 @@ TEST(SeriesNames, AreTellableApart) {
 // What LoadGridData makes of X and one column is the measure of what the series makes of it.
 TEST(SeriesData, HasThePointsOfEachColumnAlone) {
   const char* const texts[] = {
-      "3;1;4;1;5\n1;2;;2;6\n;3;6;3;7\n2;4;7;x;8\n1;5;8;;9;\n",  // out of order, missing, a text, no X
-      "1;1;2;3;4\nq;;;1;\n2;5;6;7;8\n",                         // a text in X matters where there is Y
-      "1e-9;1e9;-1e-9;1e300;0\n-1e9;2;3;4;5\n",
+      "x;A;B;C\n3;1;4;1;5\n1;2;;2;6\n;3;6;3;7\n2;4;7;x;8\n1;5;8;;9;\n",  // out of order, missing, a text, no X
+      "x;A;B;C\n1;1;2;3;4\nq;;;1;\n2;5;6;7;8\n",                         // a text in X matters where there is Y
+      "x;A;B;C\n1e-9;1e9;-1e-9;1e300;0\n-1e9;2;3;4;5\n",
   };
   for (const char* text : texts) {
     for (const bool weighted : {false, true}) {
       DelimitedFormat format;
       format.Delimiters = kSemicolonDelimiter;
+      format.FirstLine = 2;
       SeriesColumns columns{{1}, {2, 3, 4}, {0, 0, 0}};
       if (weighted) columns.SD = {5, 5, 5};
       const SeriesData series(ParseDelimitedLines(text, format).Cells, columns, {"A", "B", "C"});
@@ -89,6 +90,7 @@ TEST(SeriesData, HasThePointsOfEachColumnAlone) {
           EXPECT_EQ(points->Points.X, expected->Points.X);
           EXPECT_EQ(points->Points.Y, expected->Points.Y);
           EXPECT_EQ(points->Points.SD, expected->Points.SD);
+          EXPECT_EQ(points->Points.Row, expected->Points.Row);
           EXPECT_EQ(points->Unsorted.Y, expected->Unsorted.Y);
         }
       }
