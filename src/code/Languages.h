@@ -9,6 +9,8 @@ extern const CodeLanguage kPython;
 extern const CodeLanguage kR;
 extern const CodeLanguage kJavaScript;
 extern const CodeLanguage kJulia;
+extern const CodeLanguage kMatlab;
+extern const CodeLanguage kFortran;
 extern const CodeLanguage kRust;
 extern const CodeLanguage kLatex;
 

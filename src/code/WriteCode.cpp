@@ -9,7 +9,7 @@
 namespace quorvex {
 namespace {
 
-constexpr std::array kLanguages = {&kPython, &kR, &kJavaScript, &kJulia, &kRust, &kLatex};
+constexpr std::array kLanguages = {&kPython, &kR, &kJavaScript, &kJulia, &kMatlab, &kFortran, &kRust, &kLatex};
 
 }  // namespace
 

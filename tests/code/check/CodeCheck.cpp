@@ -71,6 +71,8 @@ constexpr Driver kDrivers[] = {
      "#![allow(dead_code, unused)]\n"
      "fn show(name: &str, point: usize, value: f64) { println!(\"{} {} {:?}\", name, point, value); }\n",
      "mod $1;\n", "fn main() {\n", "    show(\"$1\", $2, $1::$3);\n", "}\n"},
+    {"f90", "check.f90", "program check\n", "  use $1_code\n", "  implicit none\n",
+     "  print '(a, i0, a, es24.16e3)', '$1 ', $2, ' ', $3\n", "end program check\n"},
 };
 
 std::string Filled(std::string_view text, std::initializer_list<std::string> values) {
@@ -93,12 +95,12 @@ void WriteLanguage(const std::vector<CodeCase>& cases, const Driver& driver, con
     CodeModel model = DescribeForCode(*test.Model, LocaleText());
     if (!test.X.empty()) model.Proof = CodeProof{test.X[test.X.size() / 2], test.Y[test.X.size() / 2]};
     const CodeBody body = GenerateBody(model, language, test.Name);
-    std::ofstream(folder / (test.Name + "." + std::string(language.Extension)))
-        << WriteCode(model, language, test.Name);
     if (!body.Missing.empty()) {
       expected << test.Name << " missing\n";
       continue;
     }
+    std::ofstream(folder / (test.Name + "." + std::string(language.Extension)))
+        << WriteCode(model, language, test.Name);
     loads += Filled(driver.Load, {test.Name});
     for (std::size_t i = 0; i < test.X.size(); ++i) {
       model.Proof = CodeProof{test.X[i], test.Y[i]};
