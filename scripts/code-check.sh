@@ -8,7 +8,7 @@ set -euo pipefail
 
 build=$(realpath "${1:?usage: scripts/code-check.sh BUILD [EXTENSION ...]}")
 shift
-languages=${*:-py r js m jl rs f90}
+languages=${*:-py r js m jl rs f90 txt}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 "$build/tests/code_check" write "$folder"
@@ -32,6 +32,11 @@ run() {
     m) command -v octave-cli >/dev/null || return 127; octave-cli --no-init-file check_all.m ;;
     jl) command -v julia >/dev/null || return 127; julia --startup-file=no check.jl ;;
     rs) command -v rustc >/dev/null || return 127; rustc -A warnings -o check check.rs && ./check ;;
+    txt)
+      command -v ssconvert >/dev/null || return 127
+      ssconvert -T Gnumeric_stf:stf_assistant -O 'separator=, format=raw' check.csv values.csv >&2
+      awk -F, '{ print $5, $6, $4 }' values.csv
+      ;;
     f90) command -v gfortran >/dev/null || return 127; gfortran -o check [!c]*.f90 check.f90 && ./check ;;
   esac
 }

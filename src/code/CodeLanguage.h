@@ -17,7 +17,8 @@ enum class Binding { Loose, Sum, Product, Sign, Power, Atom };
 // number as written, without a point; languages that have no such form use that of "^".
 struct CodeForm {
   std::string_view Word;
-  std::string_view Text;  // $1, $2, $3: the operands as they are; #1, #2, #3: in parentheses unless they are atoms
+  // $1, $2, $3: the operands as they are; #1, #2, #3: in parentheses unless they are atoms; @1, @2, @3: rounded
+  std::string_view Text;
   Binding Binds = Binding::Atom;
   std::string_view Needs = {};  // names of definitions that the file must carry, separated by blanks
 };
@@ -59,7 +60,8 @@ struct CodeLanguage {
   std::string_view Choice = {};  // "($2 if $1 else $3)"; empty: by statements
   std::string_view Save = {};    // of a supporting function where it is first met: "($1 := $2)"; empty: by a statement
   CodeStatements Statements = {};
-  bool Substitutes = false;  // formulas of a sheet: cells A2, B2, ... for variables, and no other names at all
+  std::string_view Rounded = {};  // #1, to whole numbers, ties to even; where the forms ask for it
+  bool Substitutes = false;       // formulas of a sheet: cells A2, B2, ... for variables, and no other names at all
   std::string (*Number)(double value);
   // The whole file. A text that is any text goes through CommentText or a string of the language.
   std::string (*Write)(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);

@@ -170,14 +170,19 @@ void Generator::Need(std::string_view names) {
 std::string Generator::Fill(std::string_view text, std::span<const Part> operands) const {
   std::string filled;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool isMark = (text[i] == '$' || text[i] == '#') && i + 1 < text.size() && text[i + 1] >= '1' &&
-                        text[i + 1] <= '9' && static_cast<std::size_t>(text[i + 1] - '1') < operands.size();
+    const bool isMark = (text[i] == '$' || text[i] == '#' || text[i] == '@') && i + 1 < text.size() &&
+                        text[i + 1] >= '1' && text[i + 1] <= '9' &&
+                        static_cast<std::size_t>(text[i + 1] - '1') < operands.size();
     if (!isMark) {
       filled += text[i];
       continue;
     }
     const Part& operand = operands[static_cast<std::size_t>(text[i + 1] - '1')];
-    filled += text[i++] == '$' ? operand.Text : InParentheses(operand, Binding::Atom);
+    const char mark = text[i++];
+    if (mark == '@' && !operand.Whole)
+      filled += Fill(language_.Rounded, {&operand, 1});
+    else
+      filled += mark == '#' ? InParentheses(operand, Binding::Atom) : operand.Text;
   }
   return filled;
 }

@@ -13,5 +13,6 @@ extern const CodeLanguage kMatlab;
 extern const CodeLanguage kFortran;
 extern const CodeLanguage kRust;
 extern const CodeLanguage kLatex;
+extern const CodeLanguage kSpreadsheet;
 
 }  // namespace quorvex

@@ -9,7 +9,8 @@
 namespace quorvex {
 namespace {
 
-constexpr std::array kLanguages = {&kPython, &kR, &kJavaScript, &kJulia, &kMatlab, &kFortran, &kRust, &kLatex};
+constexpr std::array kLanguages = {&kPython,  &kR,    &kJavaScript, &kJulia,      &kMatlab,
+                                   &kFortran, &kRust, &kLatex,      &kSpreadsheet};
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 // values.txt there, and prints a line of the table.
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -111,11 +112,45 @@ void WriteLanguage(const std::vector<CodeCase>& cases, const Driver& driver, con
   std::ofstream(folder / driver.File) << driver.Head << loads << driver.Start << shows << driver.End;
 }
 
+// The formula for row 2 as it is in another one, as copying it down would make it.
+std::string InRow(std::string_view formula, const std::string& row) {
+  const auto isWord = [&](std::size_t i) {
+    return i < formula.size() && std::isalnum(static_cast<unsigned char>(formula[i])) != 0;
+  };
+  std::string text;
+  for (std::size_t i = 0; i < formula.size(); ++i) {
+    const bool isCell = formula[i] == '2' && i > 0 && formula[i - 1] >= 'A' && formula[i - 1] <= 'T' &&
+                        !isWord(i + 1) && (i == 1 || !isWord(i - 2));
+    text += isCell ? row : std::string(1, formula[i]);
+  }
+  return text;
+}
+
+// A sheet with a point a row: its variables from A on, the formula in D, the model's name and the point's number.
+void WriteSheet(const std::vector<CodeCase>& cases, const CodeLanguage& language, const std::filesystem::path& folder) {
+  create_directories(folder);
+  std::ofstream expected(folder / "expected.txt"), sheet(folder / "check.csv");
+  std::size_t row = 0;
+  for (const CodeCase& test : cases) {
+    const CodeBody body = GenerateBody(DescribeForCode(*test.Model, LocaleText()), language, test.Name);
+    if (!body.Missing.empty() || body.TooLong) {
+      expected << test.Name << " missing\n";
+      continue;
+    }
+    for (std::size_t i = 0; i < test.X.size(); ++i) {
+      for (std::size_t v = 0; v < 3; ++v) sheet << ShortestNumber(v < test.X[i].size() ? test.X[i][v] : 0) << ',';
+      sheet << "\"=" << InRow(body.Result, std::to_string(++row)) << "\"," << test.Name << ',' << i << '\n';
+      expected << test.Name << ' ' << i << ' ' << ShortestNumber(test.Y[i]) << ' ' << test.Limit << '\n';
+    }
+  }
+}
+
 int Write(const std::filesystem::path& folder) {
   const std::vector<CodeCase> cases = CodeCases();
   for (const Driver& driver : kDrivers)
     if (const CodeLanguage* language = LanguageOfFile("a." + std::string(driver.Extension)))
       WriteLanguage(cases, driver, *language, folder / driver.Extension);
+  if (const CodeLanguage* language = LanguageOfFile("a.txt")) WriteSheet(cases, *language, folder / "txt");
   return EXIT_SUCCESS;
 }
 
