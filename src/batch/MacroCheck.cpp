@@ -243,7 +243,8 @@ void Checker::CheckValues() {
 // Statements that do nothing without another one.
 void Checker::CheckEffects() {
   const MacroSetup& s = Setup();
-  constexpr std::string_view kDiagnostics = "without 'Diagnostics = True'";
+  const bool ofProject = EqualNoCase(s.OutputFormat, "Quorvex"), isRobust = s.Loss != LossKind::Squares;
+  constexpr std::string_view kDiagnostics = "without 'Diagnostics = True'", kRobust = "with a Loss other than Squares";
   const struct {
     std::string_view Keyword;
     bool IsIdle;
@@ -251,14 +252,16 @@ void Checker::CheckEffects() {
   } cases[] = {
       {"StandardDeviations", s.AbsoluteDeviations && !s.Weighted,
        "for data without them, 'Weighted = True' being missing"},
-      {"LossScale", s.LossScale > 0 && s.Loss == LossKind::Squares, "on squares; a Loss is missing"},
+      {"LossScale", s.LossScale > 0 && !isRobust, "on squares; a Loss is missing"},
       {"Limits", s.ProfileLimits && !s.Diagnostics, kDiagnostics},
+      {"Limits", s.ProfileLimits && s.Diagnostics && isRobust, kRobust},
       {"Bootstrap", s.Bootstrap > 0 && !s.Diagnostics, kDiagnostics},
       {"BootstrapKind", s.Bootstrap == 0, "without Bootstrap"},
       {"CrossValidation", s.CrossValidation > 0 && !s.Diagnostics && s.SortKey != kSortByCV,
        "without 'Diagnostics = True' or 'SortKey = CV'"},
-      {"Diagnostics", s.Diagnostics && EqualNoCase(s.OutputFormat, "Quorvex") && s.ResultFile.empty(),
+      {"Diagnostics", s.Diagnostics && ofProject && s.ResultFile.empty(),
        "where the output is a project and there is no ResultFile"},
+      {"PlotKind", s.PlotKind == static_cast<int>(ResultPlotKind::Profile) && isRobust, kRobust},
       {"PlotBands", s.PlotBands > 0 && s.PlotFile.empty(), "without a PlotFile"},
       {"PlotBands", s.PlotBands > 0 && !s.PlotFile.empty() && s.PlotKind != 0,
        s.PlotKind == static_cast<int>(ResultPlotKind::Profile) ? "on plots of profiles" : "on plots of residuals"},
@@ -266,6 +269,10 @@ void Checker::CheckEffects() {
   for (const auto& [keyword, isIdle, why] : cases)
     if (const std::size_t line = LineOf(keyword); isIdle && line > 0)
       Add(line, 0, std::string(keyword).append(" does nothing ").append(why).append("."));
+  // A project keeps quantities, and its windows tell their values.
+  for (const MacroNotes::Line& line : notes_.Lines)
+    if (line.Statement == nullptr && line.Keyword == "Report" && !s.Diagnostics && !ofProject)
+      Add(line.Number, 0, std::string("Report does nothing ").append(kDiagnostics).append("."));
 }
 
 void Checker::CheckData() {

@@ -84,7 +84,8 @@ class Writer {
     for (const std::string& warning : diagnoses_.Warnings) Cells("Warning", {warning});
   }
 
-  void Cells(std::string row, const std::vector<std::string>& cells) {
+  void Cells(const std::string& name, const std::vector<std::string>& cells) {
+    std::string row = Quoted(name);
     for (const std::string& cell : cells) row += setup_.OutputDelimit + Quoted(cell);
     file_.WriteLine(row);
   }

@@ -104,7 +104,7 @@ void NotAtAMinimum(Case& c, Reasons& reasons) {
 void NoBetterThanAConstant(Case& c, Reasons& reasons) {
   // Outliers, which a robust fit leaves where they are, may be off the best curve by more than from the mean.
   if (c.Model.Loss != LossKind::Squares) return;
-  if (c.Geometry == nullptr || c.Geometry->Free().empty() || !(c.Model.RST > 0) || c.IsExact()) return;
+  if (c.Geometry == nullptr || !(c.Model.RST > 0) || c.IsExact()) return;
   const double aboutMean = c.Model.RST / static_cast<double>(c.Data.N() - 1);
   if (c.Model.RssNorm / c.Model.DOFError >= aboutMean)
     reasons.emplace_back(

@@ -67,7 +67,7 @@ RunDiagnoses HandMade() {
   half.Name = "half", half.Expression = "max(a, b)/2", half.Value = 1.5, half.StdErr = 0.25;
   half.Symmetric = Around(1.5, 0.25);
   half.Bootstrapped = Around(1.5, 0.5);
-  none.Name = "none", none.Expression = "1/(a-3)", none.Fault = "It divides by 0.";
+  none.Name = "none, yet", none.Expression = "1/(a-3)", none.Fault = "It divides by 0.";
   solved.Quantities = {half, none};
   Ranking& rank = solved.Rank;
   rank.AICc = -12.5, rank.DeltaAICc = 0, rank.AkaikeWeight = 0.625, rank.Group = 1, rank.SameAs = 4;

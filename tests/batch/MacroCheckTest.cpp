@@ -146,7 +146,7 @@ TEST_F(MacroChecks, TellEachFaultOfAMacroByItsLine) {
 
 TEST_F(MacroChecks, TellWhatDoesNothingWithoutAnother) {
   const std::string three = "Limits = Profile\nBootstrap = 9\nCrossValidation = 2\n",
-                    none = "without 'Diagnostics = True'";
+                    none = "without 'Diagnostics = True'", report = "B_MODEL\nY = 2*c*x\nReport = r = 2*c\nE_MODEL\n";
   const struct {
     std::string Statements, Told;
   } cases[] = {
@@ -167,6 +167,12 @@ TEST_F(MacroChecks, TellWhatDoesNothingWithoutAnother) {
       {"PlotBands = Both\nPlotFile = @a.svg\nPlotKind = Residuals\n",
        "Line 4: PlotBands does nothing on plots of residuals.\n"},
       {"PlotBands = None\n", ""},
+      {"Diagnostics = True\nLimits = Profile\nLoss = Huber\nPlotKind = Profile\nPlotFile = @a.svg\n",
+       "Line 5: Limits does nothing with a Loss other than Squares.\n"
+       "Line 7: PlotKind does nothing with a Loss other than Squares.\n"},
+      {report, "Line 6: Report does nothing " + none + ".\n"},
+      {"OutputFormat = Quorvex\n" + report, ""},
+      {"Diagnostics = True\n" + report, ""},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(Check(kHead + c.Statements + kTail), c.Told) << c.Statements;

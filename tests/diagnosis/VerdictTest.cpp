@@ -92,6 +92,11 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
            Steps(20), [](double) { return 5.0; }, 1),
        VerdictKind::Doubtful,
        "The model is no better than a constant: the points scatter as much about it as about the mean of Y."},
+      {"held far off",
+       {"a+b*x", {9, 9}, [](ModelClass& m, Settings&) { m.SetConstant(1, 0), m.SetConstant(2, 0); }},
+       line,
+       VerdictKind::Doubtful,
+       "The model is no better than a constant"},
       {"pole",
        {"a+b/(x-c)", {3, 1, 4.5}},
        Scattered(
