@@ -6,6 +6,7 @@
 #include "files/ui/usereq.h"
 #include "results/ui/frmEquationText.h"
 #include "results/ui/frmExcelRef.h"
+#include "results/ui/frmModelCode.h"
 #include "usermodels/UserModels.h"
 #include "usermodels/ui/frmChooseModel.h"
 #include "usermodels/ui/frmCopyModel.h"
@@ -62,6 +63,8 @@ void TakeModels(const Shots& shots) {
   frmEquationText text(nullptr, decay, shots.Run.Preferences);
   text.findChild<QCheckBox*>("chkAppend")->setChecked(true);
   Take(shots, text, "models-text");
+  frmModelCode code(nullptr, decay, shots.Run.Preferences);
+  Take(shots, code, "models-code");
   const auto several = NewModelFor(2, {});
   several->SetID("Plane", {"a*x1+b*x2"});
   frmExcelRef formula(nullptr, *several);

@@ -50,6 +50,7 @@ constexpr HelpPage kRows[] = {
     {"frmChooseModel", "models.html#files"},
     {"frmEquationText", "models.html#export"},
     {"frmExcelRef", "models.html#export"},
+    {"frmModelCode", "models.html#code"},
     {"frmResults", "results.html"},
     {"DiagnosisTab", "diagnosis.html"},
     {"frmQuantities", "diagnosis.html#quantities"},

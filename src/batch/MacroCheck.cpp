@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <exception>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <set>
 #include <unordered_map>
@@ -15,6 +16,7 @@
 #include "batch/MacroStart.h"
 #include "batch/MacroStatements.h"
 #include "batch/RunAnswers.h"
+#include "batch/RunCode.h"
 #include "batch/RunPlots.h"
 #include "batch/SubstituteParameters.h"
 #include "batch/ValueFault.h"
@@ -48,6 +50,20 @@ std::vector<std::string> NamesBetweenPercents(const std::string& text, const std
   }
   return names;
 }
+
+// A statement that names several files to be written.
+struct NamedOutputs {
+  std::string_view Keyword;
+  std::string MacroSetup::*Names;
+  Writing Kind;
+  std::string_view What;
+  std::optional<std::string> (*Refuse)(const std::string& name, MacroFiles& files);
+  int (*NameError)(const std::string& name, const std::string& path, std::string& fault);
+};
+constexpr NamedOutputs kNamedOutputs[] = {
+    {"PlotFile", &MacroSetup::PlotFile, Writing::Plot, "plot", RefusePlot, PlotNameError},
+    {"CodeFile", &MacroSetup::CodeFile, Writing::Code, "code", RefuseCode, CodeNameError},
+};
 
 class Checker {
  public:
@@ -83,7 +99,7 @@ class Checker {
   void CheckColumnOrder();
   void CheckModels();
   void CheckAnswers();
-  void CheckPlots();
+  void CheckNames(const NamedOutputs& outputs);
   void NoteShared(Writing kind, const std::string& what, const std::string& name, std::size_t line);
   void TellShared();
   MacroCheck Finished();
@@ -104,9 +120,9 @@ class Checker {
   ParameterTable table_;
   RunPart part_;
   MacroSetup written_;
-  std::vector<std::size_t> plotLines_;
-  std::size_t row_ = 0;  // in hand, from 1; 0 without a table
-  int logStatus_ = 0;    // ends no run, and is that of one which nothing else fails
+  std::map<std::string_view, std::vector<std::size_t>> nameLines_;  // of statements that name several files
+  std::size_t row_ = 0;                                             // in hand, from 1; 0 without a table
+  int logStatus_ = 0;  // ends no run, and is that of one which nothing else fails
   MacroCheck found_;
   std::unordered_map<std::string, std::size_t> places_;                // of faults, by line and text
   std::unordered_map<std::string, std::pair<int, std::string>> data_;  // status and fault of each source
@@ -146,12 +162,13 @@ void Checker::CheckAll(const MacroRequest& request) {
   if (!Setup().PlotFile.empty() && !Setup().PlotTemplate.empty())
     if (const std::string fault = TemplateFault(Setup().PlotTemplate); !fault.empty())
       Add(LineOf("PlotTemplate"), 0, fault);
-  files_.WatchKinds(!Setup().PlotFile.empty());
+  files_.WatchKinds(!Setup().PlotFile.empty() || !Setup().CodeFile.empty());
   CheckResults();
 
   written_ = Setup();
   for (const MacroNotes::Line& line : notes_.Lines)
-    if (line.Keyword == "PlotFile" && !line.Value.empty()) plotLines_.push_back(line.Number);
+    for (const NamedOutputs& outputs : kNamedOutputs)
+      if (line.Keyword == outputs.Keyword && !line.Value.empty()) nameLines_[outputs.Keyword].push_back(line.Number);
   const std::size_t end = part_.End(table_.Rows.size());
   for (std::size_t row = part_.First(table_.Rows.size()); row < end; ++row, ++found_.Runs) {
     row_ = Setup().UseParameterFile || Setup().DataSeries ? row + 1 : 0;
@@ -219,15 +236,20 @@ void Checker::CheckResults() {
 
 void Checker::CheckRow(std::size_t row) {
   const bool substituted = SubstituteParameters(macro_, table_, row, session_.Locale, log_);
-  for (const MacroFault& fault : rowFaults_)
-    Add(fault.Line > 0 ? fault.Line : LineOf("PlotFile"), fault.Status, fault.Text);
+  for (const MacroFault& fault : rowFaults_) {
+    const auto* const named = std::ranges::find_if(kNamedOutputs, [&](const NamedOutputs& outputs) {
+      return fault.Text.find(outputs.Keyword) != std::string::npos;  // one of its names is missing
+    });
+    const bool isNamed = fault.Line == 0 && named != std::end(kNamedOutputs);
+    Add(isNamed ? LineOf(named->Keyword) : fault.Line, fault.Status, fault.Text);
+  }
   if (!substituted) return Add(LineOf("ParameterFile"), kParameterFile, std::string(kTooLongText));
   CheckValues();
   CheckEffects();
   CheckData();
   CheckModels();
   CheckAnswers();
-  CheckPlots();
+  for (const NamedOutputs& outputs : kNamedOutputs) CheckNames(outputs);
 }
 
 // What the parameters have made of values.
@@ -344,22 +366,23 @@ void Checker::CheckAnswers() {
   NoteShared(Writing::Answers, "output file", setup.OutputFile, line);
 }
 
-void Checker::CheckPlots() {
-  const std::string& all = Setup().PlotFile;
+void Checker::CheckNames(const NamedOutputs& outputs) {
+  const std::string& all = Setup().*outputs.Names;
+  const std::vector<std::size_t>& lines = nameLines_[outputs.Keyword];
   const auto count = static_cast<std::size_t>(std::ranges::count(all, '\n')) + 1;
   std::size_t n = 0;
   for (std::string_view names = all; !names.empty(); ++n) {
-    const std::string name(TakeLine(names)), path = files_.Place(name);
+    const std::string name(TakeLine(names)), path = files_.Place(name), what(outputs.What);
     // Where a row leaves one without a name nobody can tell which the others are.
-    const std::size_t line = count == plotLines_.size() ? plotLines_[n] : LineOf("PlotFile");
+    const std::size_t line = count == lines.size() ? lines[n] : LineOf(outputs.Keyword);
     std::string fault;
     int error = kAccessError;
-    if (const auto refusal = RefusePlot(name, files_))
+    if (const auto refusal = outputs.Refuse(name, files_))
       fault = *refusal;
-    else if (error = PlotNameError(name, path, fault); error == 0 && (error = WritingError(path)) != 0)
-      fault = "The plot '" + name + "' cannot be written. " + FileErrorText(error);
+    else if (error = outputs.NameError(name, path, fault); error == 0 && (error = WritingError(path)) != 0)
+      fault = "The " + what + " '" + name + "' cannot be written. " + FileErrorText(error);
     if (fault.empty())
-      NoteShared(Writing::Plot, "plot", name, line);
+      NoteShared(outputs.Kind, what, name, line);
     else
       Add(line, FileErrorStatus(kOutputFile, error), fault);
   }

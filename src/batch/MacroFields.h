@@ -57,6 +57,8 @@ struct MacroFields {
   std::string PlotModels = "best";  // or "all", or a number
   std::string PlotKind = "Model";   // or "Residuals", "Probability", "Profile"
   std::string PlotBands = "None";   // or "Confidence", "Prediction", "Both"
+  bool UseCode = false;
+  std::string CodeFiles;  // one a line
 
   // Diagnosis
   bool Diagnostics = false;

@@ -47,8 +47,12 @@ std::optional<std::string> MacroFiles::RefuseInput(const std::string& role, cons
 std::optional<std::string> MacroFiles::RefuseOther(Writing kind, const std::string& file) {
   const auto other = written_.empty() ? written_.end() : written_.find(FullName(file));
   if (other == written_.end() || other->second == kind) return std::nullopt;
-  return kind == Writing::Plot ? "The plot '" + file + "' is the output file of this macro and is not overwritten."
-                               : "The output '" + file + "' is a plot of this macro and is not overwritten.";
+  const auto nameOf = [](Writing each, const char* answers) {
+    return std::string(each == Writing::Answers ? answers : each == Writing::Plot ? "plot" : "code");
+  };
+  const std::string article = other->second == Writing::Plot ? "a " : "the ";
+  return "The " + nameOf(kind, "output") + " '" + file + "' is " + article + nameOf(other->second, "output file") +
+         " of this macro and is not overwritten.";
 }
 
 }  // namespace quorvex

@@ -8,8 +8,8 @@
 
 namespace quorvex {
 
-// What a run writes. One kind may overwrite what an earlier run has written of it, but never the other kind.
-enum class Writing { Answers, Plot };
+// What a run writes. One kind may overwrite what an earlier run has written of it, but never another kind.
+enum class Writing { Answers, Plot, Code };
 
 // The files that a macro reads and those that its runs have written, by which an output is refused that would fall on
 // one of them.
@@ -22,7 +22,7 @@ class MacroFiles {
   void NoteInput(const std::string& name, const char* what);
   // The same of what a run makes before any output, by the path that it will have.
   void NoteToCome(const std::string& path, const char* what) { toCome_.emplace(FullName(path), what); }
-  // Written files are kept only where there are two kinds of them.
+  // Written files are kept only where there are several kinds of them.
   void WatchKinds(bool watch) { watchesKinds_ = watch; }
   void NoteWritten(Writing kind, const std::string& file);
 
@@ -32,7 +32,7 @@ class MacroFiles {
   }
   // The same for one whose path is known.
   std::optional<std::string> RefuseInput(const std::string& role, const std::string& file, const std::string& path);
-  // The same for what an earlier run, or this one, has written of the other kind.
+  // The same for what an earlier run, or this one, has written of another kind.
   std::optional<std::string> RefuseOther(Writing kind, const std::string& file);
 
   // Where `file` is written, its folder looked for once.

@@ -101,6 +101,8 @@ std::optional<std::string> RefuseResults(const MacroSetup& setup, const Paramete
     if (isThat(FileWithParameters(setup.OutputFile, table, row))) return refused("output file");
   for (std::string_view plots = setup.PlotFile; !plots.empty();)
     if (isThat(TakeLine(plots))) return refused("plot");
+  for (std::string_view codes = setup.CodeFile; !codes.empty();)
+    if (isThat(TakeLine(codes))) return refused("code");
   return std::nullopt;
 }
 

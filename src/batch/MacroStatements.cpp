@@ -241,6 +241,12 @@ constexpr MacroStatement kStatements[] = {
      .Value = ChoiceValue{kPlotBands, ReadWord<kPlotBands, &S::PlotBands>, &F::PlotBands},
      .Only = &F::UsePlots,
      .UnlessDefault = true},
+    {.Keyword = "CodeFile",
+     .Value = LinesValue{.Read = &S::CodeFile, .Typed = &F::CodeFiles, .Placeholder = "********.***"},
+     .Only = &F::UseCode,
+     .FoundAt = 20,
+     .MissingIsError = true,
+     .Missing = "Code was requested but no code file name is specified (Output Tab)."},
 
     {.Keyword = "Diagnostics", .Value = FlagValue{&S::Diagnostics, &F::Diagnostics}, .Only = &F::Diagnostics},
     {.Keyword = "Limits",

@@ -21,6 +21,7 @@
 #include "batch/ReadMacroDatabase.h"
 #include "batch/ResultLine.h"
 #include "batch/RunAnswers.h"
+#include "batch/RunCode.h"
 #include "batch/RunPart.h"
 #include "batch/RunPlots.h"
 #include "batch/SubstituteParameters.h"
@@ -110,6 +111,7 @@ class MacroRun {
   MacroFiles files_;
   RunAnswers answers_{session_.Locale, files_, log_};
   RunPlots plots_;
+  RunCode code_{files_, log_};
   std::optional<ParameterTable> parameters_;  // none where it could not be read
   std::string parametersFault_;               // why
   SeriesData series_;                         // where the columns of the data are the runs
@@ -164,7 +166,7 @@ bool MacroRun::Configure(const MacroRequest& request) {
     log_.Open(log, missingOnly_, RefuseLog(setup, files_).value_or(""));
     files_.NoteInput(log, "log");  // from here on no output may fall on it either
   }
-  files_.WatchKinds(!setup.PlotFile.empty());
+  files_.WatchKinds(!setup.PlotFile.empty() || !setup.CodeFile.empty());
   if (!setup.PlotFile.empty() && !setup.PlotTemplate.empty())
     if (const std::string fault = TemplateFault(setup.PlotTemplate); !fault.empty()) log_.Fault("Error: " + fault);
   log_.Flush();
@@ -475,6 +477,7 @@ bool MacroRun::Write() {
     if (error != 0)
       log_.TellWithoutLog("The output file '" + setup.OutputFile + "' cannot be written. " + FileErrorText(error));
   }
+  if (error == 0 && !setup.CodeFile.empty()) error = code_.Write(setup, macro_.Models);
   if (error == 0 && !setup.PlotFile.empty()) error = plots_.Write(setup, macro_.Models, unsorted_);
   if (error != 0) {
     EndRun(kRunFailed, FileErrorStatus(kOutputFile, error),

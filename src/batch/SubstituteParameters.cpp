@@ -16,11 +16,11 @@ namespace quorvex {
 namespace {
 
 constexpr std::string_view kHiddenKeys[] = {"Pwd", "Password"};
-constexpr std::string_view kData = "DataFile", kOutput = "OutputFile", kPlots = "PlotFile";
+constexpr std::string_view kData = "DataFile", kOutput = "OutputFile", kPlots = "PlotFile", kCodes = "CodeFile";
 constexpr SubstitutedField kFields[] = {
     {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {kOutput, false},
     {"Comment", false, false}, {"ColumnOrder", true},   {"InputDelimit", true}, {"Weighted", true},
-    {"OutputFormat", false},   {"DataFirstLine", true}, {kPlots, false},
+    {"OutputFormat", false},   {"DataFirstLine", true}, {kPlots, false},        {kCodes, false},
 };
 
 // Values may hold the names of parameters further on, each of which may double a text; no text of use gets this long.
@@ -43,19 +43,26 @@ bool Substitute(std::string& text, const std::string& token, std::string_view va
   return true;
 }
 
-// Takes those plots out that the parameters leave without a name.
-void AssignPlots(MacroSetup& setup, MacroLog& log) {
+// Statements that name several files, and what these are.
+constexpr struct FileNames {
+  std::string_view Keyword;
+  std::string MacroSetup::*Names;
+  std::string_view What;
+} kFileNames[] = {{kPlots, &MacroSetup::PlotFile, "plot"}, {kCodes, &MacroSetup::CodeFile, "code"}};
+
+// Takes those out that the parameters leave without a name.
+void AssignNames(MacroSetup& setup, const FileNames& files, MacroLog& log) {
   std::string named;
-  const std::string text = std::exchange(setup.PlotFile, "") + std::string(NL);
+  const std::string keyword(files.Keyword), text = std::exchange(setup.*files.Names, "") + std::string(NL);
   for (std::string_view lines = text; !lines.empty();) {
     const std::string_view name = Trim(TakeLine(lines));
     if (name.empty())
-      log.Warn("A PlotFile of this run has no name, and that plot is left out.");
+      log.Warn("A " + keyword + " of this run has no name, and that " + std::string(files.What) + " is left out.");
     else
       named.append(named.empty() ? "" : NL).append(name);
   }
-  setup.PlotFile = named;
-  log.Line("Assigning PlotFile = '" + NamesInOneLine(named) + "'");
+  setup.*files.Names = named;
+  log.Line("Assigning " + keyword + " = '" + NamesInOneLine(named) + "'");
 }
 
 }  // namespace
@@ -122,19 +129,20 @@ bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t
              " characters.");
     return true;
   };
-  bool plotsChanged = false;
+  std::vector<const FileNames*> changed;
   for (std::size_t p = 0; p < table.Names.size(); ++p) {
     const std::string token = Token(table.Names[p]);
     const std::string& value = table.Rows[row][p];
     for (const SubstitutedField& field : kFields) {
       std::string& text = field.In(setup);
       if (table.IsSeries && field.IsInput) continue;
-      const bool isFile = table.IsSeries && (field.Keyword == kOutput || field.Keyword == kPlots);
+      const auto* const files = std::ranges::find(kFileNames, field.Keyword, &FileNames::Keyword);
+      const bool isFile = table.IsSeries && (field.Keyword == kOutput || files != std::end(kFileNames));
       if (!Substitute(text, token, isFile ? SeriesFileName(value) : value)) continue;
       if (tooLong(text, field.Keyword)) return false;
       // Names that are not complete yet would be many.
-      if (field.Keyword == kPlots) {
-        plotsChanged = true;
+      if (files != std::end(kFileNames)) {
+        if (std::ranges::find(changed, files) == changed.end()) changed.push_back(files);
         continue;
       }
       // A connection may hold a password, which no log shows.
@@ -163,7 +171,7 @@ bool SubstituteParameters(Macro& macro, const ParameterTable& table, std::size_t
   for (const DeferredReport& deferred : macro.DeferredReports)
     if (const std::string fault = ReportFaults(*deferred.Model)[deferred.Number]; !fault.empty())
       log.Warn("'Report = " + WithParameters(deferred.Text, table, row) + "' has no answer: " + fault, deferred.Line);
-  if (plotsChanged) AssignPlots(setup, log);
+  for (const FileNames* files : changed) AssignNames(setup, *files, log);
   for (std::size_t i = 0; i < assigns.size(); ++i)
     if (!faults[i].empty()) log.Warn("'Assign " + assigns[i].Text + "' is ignored: " + faults[i], assigns[i].Line);
   return true;

@@ -26,8 +26,6 @@
 namespace quorvex {
 namespace {
 
-constexpr int kBadFileName = 52;
-
 using Page = Result<std::unique_ptr<PlotPage>>;
 
 Page CurvesPage(const std::vector<SolvedItem>& solutions, const DataSheet& sheet, const Settings& settings,
@@ -142,10 +140,14 @@ int PlotNameError(const std::string& name, const std::string& path, std::string&
     fault = UnknownEndingText(name);
     return kBadFileName;
   }
+  return NoFileError("plot", name, path, fault);
+}
+
+int NoFileError(const std::string& what, const std::string& name, const std::string& path, std::string& fault) {
   std::error_code ignored;
   const std::filesystem::file_status there = std::filesystem::status(path, ignored);
   if (!exists(there) || is_regular_file(there) || is_directory(there)) return 0;
-  fault = "The plot '" + name + "' cannot be written. It is a pipe or a device and not a file.";
+  fault = "The " + what + " '" + name + "' cannot be written. It is a pipe or a device and not a file.";
   return kAccessError;
 }
 

@@ -31,12 +31,18 @@ std::string TemplateFault(const std::string& name);
 
 // What stands in the place of a file error's number where a plot cannot be drawn.
 inline constexpr int kNotDrawn = -1;
+// The file error of a name that can't be one.
+inline constexpr int kBadFileName = 52;
 // Said of a plot, or of several.
 std::string NotDrawnText(const std::string& names, const std::string& why);
 
 // Why a plot can't have that name: its ending is none, or it is a pipe or a device. Returns 0 or the number of the file
 // error, and a sentence in `fault`.
 int PlotNameError(const std::string& name, const std::string& path, std::string& fault);
+
+// Why a path is none of a file: it leads to a pipe or a device, which nobody may be there to read. Returns 0 or the
+// number of the file error, and a sentence about `what`, such as "plot", in `fault`.
+int NoFileError(const std::string& what, const std::string& name, const std::string& path, std::string& fault);
 
 // Writes a plot, told by the text of its file, as what the ending of the name asks for; pipes and devices are refused,
 // since nobody may be there to read what else would be waited for. Returns 0 or the number of the

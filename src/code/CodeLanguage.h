@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "code/CodeModel.h"
+#include "core/Result.h"
 
 namespace quorvex {
 
@@ -95,6 +96,13 @@ CodeBody GenerateBody(const CodeModel& model, const CodeLanguage& language, std:
 // 0, logic works on bits, "mod" and "\" round first. What the language has nothing for stands as a call of a function
 // that the user must supply, which a comment tells.
 std::string WriteCode(const CodeModel& model, const CodeLanguage& language, std::string_view function);
+
+// The same by the ending of a file's name, the function called like the file. Fails with a sentence where no language has
+// that ending.
+Result<std::string> CodeForFile(ModelClass& model, std::string_view file);
+
+// Why a name says no language: "The code 'fit.xyz' is not written: its name ends in none of .py, .r or .js."
+std::string UnknownLanguageText(std::string_view file);
 
 // Any text, fit for a comment of one line: without line ends, control characters and what would end the comment.
 std::string CommentText(std::string_view text);

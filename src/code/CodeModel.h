@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "core/LocaleText.h"
 #include "equation/DataStatistics.h"
 #include "equation/Expression.h"
 
@@ -32,6 +31,6 @@ struct CodeModel {
 
 // The proof is the model's value at the middle one of its input points, else at the nearest where it has one. The model
 // outlives the answer.
-CodeModel DescribeForCode(ModelClass& model, const LocaleText& locale);
+CodeModel DescribeForCode(ModelClass& model);
 
 }  // namespace quorvex

@@ -25,7 +25,7 @@ std::optional<CodeProof> FindProof(ModelClass& model) {
 
 }  // namespace
 
-CodeModel DescribeForCode(ModelClass& model, const LocaleText& locale) {
+CodeModel DescribeForCode(ModelClass& model) {
   CodeModel code{.Title = model.cfgID.empty() ? model.id : model.cfgID,
                  .Definition = model.GenerateTextInfix(1, 0),
                  .Remarks = {std::string("Written by Quorvex ") + kVersion + "."},
@@ -38,7 +38,6 @@ CodeModel DescribeForCode(ModelClass& model, const LocaleText& locale) {
     code.Remarks.push_back("R2 = " + GeneralNumber(model.R2) + ", adjusted R2 = " + GeneralNumber(model.R2Adjust) +
                            ", standard error = " + GeneralNumber(model.StdErr));
   }
-  static_cast<void>(locale);
   return code;
 }
 

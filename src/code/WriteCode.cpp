@@ -5,6 +5,7 @@
 #include "code/CodeLanguage.h"
 #include "code/Languages.h"
 #include "core/NumberText.h"
+#include "equation/CodeExport.h"
 
 namespace quorvex {
 namespace {
@@ -26,6 +27,19 @@ const CodeLanguage* LanguageOfFile(std::string_view file) {
 
 std::string WriteCode(const CodeModel& model, const CodeLanguage& language, std::string_view function) {
   return language.Write(model, GenerateBody(model, language, function), language);
+}
+
+Result<std::string> CodeForFile(ModelClass& model, std::string_view file) {
+  const CodeLanguage* language = LanguageOfFile(file);
+  if (language == nullptr) return Failure{UnknownLanguageText(file)};
+  return WriteCode(DescribeForCode(model), *language, FunctionName(file));
+}
+
+std::string UnknownLanguageText(std::string_view file) {
+  std::string endings;
+  for (std::size_t i = 0; i < kLanguages.size(); ++i)
+    endings.append(i == 0 ? "." : i + 1 == kLanguages.size() ? " or ." : ", .").append(kLanguages[i]->Extension);
+  return "The code '" + std::string(file) + "' is not written: its name ends in none of " + endings + ".";
 }
 
 // Comments of several languages end at "*/", "#=" or the like, and MATLAB goes on behind "...": with a blank between

@@ -8,6 +8,7 @@
 #include "results/EquationExport.h"
 #include "results/ui/frmEquationText.h"
 #include "results/ui/frmExcelRef.h"
+#include "results/ui/frmModelCode.h"
 #include "usermodels/UserModels.h"
 #include "usermodels/ui/frmCopyModel.h"
 #include "usermodels/ui/frmRules.h"
@@ -54,6 +55,10 @@ void Export(quorvexWindow& window) {
   if (const ModelClass* model = ModelToExport(window)) ExportCode(*model, Language, window.User());
 }
 
+void CodeCommand(quorvexWindow& window) {
+  if (ModelClass* model = ModelToExport(window)) frmModelCode(&window, *model, window.Preferences()).exec();
+}
+
 void EquationTextCommand(quorvexWindow& window) {
   if (const ModelClass* model = ModelToExport(window)) frmEquationText(&window, *model, window.Preferences()).exec();
 }
@@ -74,6 +79,7 @@ std::vector<ProjectCommand> ModelMenu() {
       {},
       {"mnuModelsBasic", "Export as &BASIC...", {}, Export<ExprType::Basic>},
       {"mnuModelsC", "Export as &C...", {}, Export<ExprType::C>},
+      {"mnuModelsCode", "&Export as Code...", {}, CodeCommand},
       {"mnuModelsText", "Equation &Text...", {}, EquationTextCommand},
       {"mnuModelsFormula", "Spreadsheet &Formula...", {}, SpreadsheetFormula},
   };

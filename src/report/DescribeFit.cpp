@@ -34,7 +34,7 @@ class Describer {
         diagnosis_(source.Diagnoses[source.Which]),
         data_(GatherData(source.Sheet, PointOrder::OfSheet)),
         titles_(AxisTitles(source.Sheet)),
-        code_(DescribeForCode(source.Model, {})) {
+        code_(DescribeForCode(source.Model)) {
     // Each coefficient has its limits in a table of its own.
     for (const char* key : kLimitsShown) settings_.Set(key, "0");
   }

@@ -1,6 +1,7 @@
 #include "results/EquationExport.h"
 
 #include "core/Files.h"
+#include "core/SaveFile.h"
 #include "engine/WriteFunction.h"
 #include "equation/ExportNotes.h"
 #include "equation/GenerateExcelInfix.h"
@@ -12,6 +13,7 @@ namespace {
 constexpr const char* kSection = "TextExport";
 constexpr const char* kReplaceOption = "ReplaceOption";
 constexpr const char* kAppendParameters = "AppendParameters";
+constexpr const char* kCodeLanguage = "CodeFile";
 
 std::vector<ModelClass*> ModelsOf(const std::vector<SolvedItem>& list) {
   std::vector<ModelClass*> models;
@@ -62,6 +64,34 @@ std::vector<ModelClass*> ModelsToExport(const Project& project, const std::vecto
   if (models.empty()) models = UserModels(project);
   if (models.empty()) user.Refuse("There is no solved model, and no user defined one, to be exported.");
   return models;
+}
+
+const CodeLanguage& ReadCodeLanguage(const Settings& settings) {
+  const CodeLanguage* last = LanguageOfFile(settings.Text(kCodeLanguage, kSection));
+  return last != nullptr ? *last : *CodeLanguages().front();
+}
+
+void StoreCodeLanguage(Settings& settings, const CodeLanguage& language) {
+  settings.Set(kCodeLanguage, "model." + std::string(language.Extension), kSection);
+}
+
+std::string ModelCode(ModelClass& model, const CodeLanguage& language) {
+  return WriteCode(DescribeForCode(model), language, "model");
+}
+
+bool SaveCode(ModelClass& model, const CodeLanguage& language, Prompter& user) {
+  const std::string ending(language.Extension);
+  const auto file = user.ChooseFileToSave("Export as Code", std::string(language.Name) + " files (*." + ending + ")",
+                                          ending, "model." + ending);
+  if (!file) return false;
+  const Result<std::string> code = CodeForFile(model, *file);
+  if (!code) {
+    user.Refuse(code.error());
+    return false;
+  }
+  const int error = SaveFile(*file, *code, FileCare::Answer);
+  if (error != 0) user.Refuse("Error writing to '" + *file + "'. " + FileErrorText(error));
+  return error == 0;
 }
 
 bool ExportCode(const ModelClass& model, ExprType language, Prompter& user) {

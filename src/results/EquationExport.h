@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "code/CodeLanguage.h"
 #include "core/Clipboard.h"
 #include "core/Prompter.h"
 #include "core/Settings.h"
@@ -35,6 +36,15 @@ std::string ExcelNotes(const ModelClass& model);
 // where none is, the user-defined ones. Refused where there is none.
 std::vector<ModelClass*> ModelsToExport(const Project& project, const std::vector<SolvedItem>& selected,
                                         const std::vector<SolvedItem>& solved, Prompter& user);
+
+// The language that the user had last, or the first; and the model in it, the function called "model".
+const CodeLanguage& ReadCodeLanguage(const Settings& settings);
+void StoreCodeLanguage(Settings& settings, const CodeLanguage& language);
+std::string ModelCode(ModelClass& model, const CodeLanguage& language);
+
+// Writes the model to a file that the user names, in that language or in another one that the name ends in. False where
+// nothing was written.
+bool SaveCode(ModelClass& model, const CodeLanguage& language, Prompter& user);
 
 // Writes the model as a function in that language to a file that the user names. False where nothing was written.
 bool ExportCode(const ModelClass& model, ExprType language, Prompter& user);

@@ -12,6 +12,7 @@
 
 #include "batch/MacroCheck.h"
 #include "batch/Program.h"
+#include "code/CodeLanguage.h"
 #include "core/NearestWord.h"
 
 namespace quorvex {
@@ -233,6 +234,11 @@ TEST_F(MacroChecks, EndWithTheStatusOfARun) {
       {kHead + "ColumnOrder = x\n" + model, "Line 4: 'ColumnOrder = x' names too few columns.\n"},
       {kHead + "PlotFile = @out.txt\n" + model,
        "Line 4: the plot '@out.txt' is the output file of this macro and is not overwritten.\n"},
+      {kHead + "CodeFile = @f.py\nCodeFile = @fit.xyz\n" + model,
+       "Line 5: t" + UnknownLanguageText("@fit.xyz").substr(1) + "\n"},
+      {kHead + "CodeFile = @data.txt\nCodeFile = @out.txt\n" + model,
+       "Line 4: the code '@data.txt' is the data file of this macro and is not overwritten.\n"
+       "Line 5: the code '@out.txt' is the output file of this macro and is not overwritten.\n"},
       {kHead + "StrictStatus = True\nB_MODEL\nY = a*(x\nE_MODEL\n" + model,
        "Line 6: block 1 does not compile: Missing token ')', at character 5 of 'a*(x'.\n"},
   };

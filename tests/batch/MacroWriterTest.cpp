@@ -106,6 +106,8 @@ TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   fields.PlotModels = "all";
   fields.PlotKind = "Residuals";
   fields.PlotBands = "Both";
+  fields.UseCode = true;
+  fields.CodeFiles = "fit.py\r\nfit %SITE%.js";
   fields.StandardDeviations = "Absolute";
   fields.Loss = "Cauchy";
   fields.LossScale = "0.5";
@@ -121,6 +123,7 @@ TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
 TEST(MacroWriter, PutsPlaceholdersForWhatIsMissing) {
   MacroFields fields;
   fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = fields.UsePlots = true;
+  fields.UseCode = true;
   fields.DataFirstLine = "";
   fields.DelimitTab = fields.DelimitComma = fields.DelimitSemicolon = fields.DelimitSpace = false;
   fields.IgnoreConsecutive = false;
@@ -179,7 +182,9 @@ TEST(MacroWriter, BeginsWithTheDataAndThePreferences) {
 MacroFields CleanFields() {
   MacroFields fields = FilledFields();
   fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = fields.UsePlots = true;
+  fields.UseCode = true;
   fields.SQLQuery = fields.ParameterFile = fields.MissingData = fields.LogFile = fields.PlotFiles = "given";
+  fields.CodeFiles = "given";
   return fields;
 }
 
@@ -223,6 +228,7 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
        "ERROR: Log output was requested but no log file name is specified (Output Tab)."},
       {[](auto& f) { f.PlotFiles = "\n"; },
        "ERROR: Plots were requested but no plot file name is specified (Output Tab)."},
+      {[](auto& f) { f.CodeFiles = ""; }, "ERROR: Code was requested but no code file name is specified (Output Tab)."},
       {[](auto& f) { f.PlotModels = "0"; }, "ERROR: The number of models to plot is invalid (Output Tab)."},
       {[](auto& f) { f.Bootstrap = "2.5"; }, "ERROR: The number of bootstrap samples is invalid (Diagnosis Tab)."},
       {[](auto& f) { f.CrossValidation = "1"; },
@@ -245,7 +251,7 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
   }
   const MacroFindings findings = CheckMacro(worst, models, kPoint);
   EXPECT_EQ(findings.Lines, all);
-  EXPECT_EQ(findings.Count(), "There were 15 error(s) and 5 warning(s).");
+  EXPECT_EQ(findings.Count(), "There were 16 error(s) and 5 warning(s).");
 
   // A file of results does in the place of an output file.
   MacroFields lines = CleanFields();
@@ -256,7 +262,8 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
   MacroFields unticked = CleanFields();
   unticked.UseSQLQuery = unticked.UseParameterFile = unticked.UseMissingData = unticked.UseLogFile = false;
   unticked.SQLQuery = unticked.ParameterFile = unticked.MissingData = unticked.LogFile = "";
-  unticked.UsePlots = false;
+  unticked.UsePlots = unticked.UseCode = false;
+  unticked.CodeFiles = "";
   unticked.PlotFiles = unticked.PlotModels = "";
   unticked.DataFirstLine = "";  // written as 1
   EXPECT_EQ(CheckMacro(unticked, models, kPoint).Lines, std::vector<std::string>());
@@ -349,6 +356,8 @@ class RandomFields {
     f.PlotModels = OneOf({"best", "ALL", "3"});
     f.PlotKind = OneOf({"Model", "residuals", "Probability"});
     f.PlotBands = OneOf({"None", "confidence", "Prediction", "Both"});
+    f.UseCode = Tick();
+    f.CodeFiles = OneOf({"c.py", "%SITE% a=b.R\r\n\nc.js"});
     f.StandardDeviations = OneOf({"Relative", "Absolute"});
     f.Loss = OneOf({"Squares", "Huber", "SoftL1", "Cauchy", "BISQUARE"});
     f.LossScale = LocalizeExpression(OneOf({"", "0.125", "3"}), locale);
@@ -412,6 +421,7 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
     const std::string bands[] = {"None", "confidence", "Prediction", "Both"};
     s.PlotBands = static_cast<int>(std::ranges::find(bands, f.PlotBands) - bands);
   }
+  if (f.UseCode) s.CodeFile = f.CodeFiles == "c.py" ? f.CodeFiles : "%SITE% a=b.R\r\nc.js";
   s.AbsoluteDeviations = f.StandardDeviations == "Absolute";
   for (std::size_t loss = 0; loss < kLossNames.size(); ++loss)
     if (EqualNoCase(kLossNames[loss], f.Loss)) s.Loss = static_cast<LossKind>(loss);

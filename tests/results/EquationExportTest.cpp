@@ -74,6 +74,30 @@ TEST(ExportCode, WritesTheFileThatTheUserNames) {
   EXPECT_TRUE(user.Last().starts_with("refuse: Error writing to '" + *user.File + "'. ")) << user.Last();
 }
 
+TEST(SaveCode, GoesByTheNameThatTheUserGives) {
+  const TemporaryFolder folder;
+  RecordingPrompter user;
+  Settings settings;
+  EXPECT_EQ(&ReadCodeLanguage(settings), CodeLanguages().front());
+  StoreCodeLanguage(settings, *LanguageOfFile("a.js"));
+  EXPECT_EQ(&ReadCodeLanguage(settings), LanguageOfFile("a.js"));
+  const auto save = [&](const std::string& file) {
+    user.File = folder.Path(file);
+    return SaveCode(*Line(), ReadCodeLanguage(settings), user);
+  };
+  EXPECT_FALSE(SaveCode(*Line(), ReadCodeLanguage(settings), user));
+  EXPECT_EQ(user.Said, Said{"save: Export as Code|JavaScript files (*.js)|js|model.js"});
+  EXPECT_TRUE(save("line.js"));
+  EXPECT_NE(folder.Read("line.js").find("function line(x) {\n    const a = 1.5;\n    const b = 2.5;\n"),
+            std::string::npos);
+  EXPECT_TRUE(save("other.py"));
+  EXPECT_NE(folder.Read("other.py").find("def other(x):"), std::string::npos);
+  EXPECT_FALSE(save("line.doc"));
+  EXPECT_EQ(user.Last(), "refuse: " + UnknownLanguageText(*user.File));
+  EXPECT_FALSE(save("none/line.js"));
+  EXPECT_TRUE(user.Last().starts_with("refuse: Error writing to '" + *user.File + "'. ")) << user.Last();
+}
+
 TEST(ModelsToExport, PrefersWhatIsSelectedThenSolvedThenTheUsersOwn) {
   Project project = LineProject();
   RecordingPrompter user;

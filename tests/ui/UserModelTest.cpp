@@ -11,6 +11,7 @@
 #include "files/ui/usereq.h"
 #include "results/ui/frmEquationText.h"
 #include "results/ui/frmExcelRef.h"
+#include "results/ui/frmModelCode.h"
 #include "usermodels/UserModels.h"
 #include "usermodels/ui/frmChooseModel.h"
 #include "usermodels/ui/frmCopyModel.h"
@@ -326,6 +327,19 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
   EXPECT_EQ(QApplication::clipboard()->text().remove('\r'), "Y = a*x^2\n\na = 1.5");
   EXPECT_EQ(session.Preferences.Text("ReplaceOption", "TextExport"), "1");
 
+  dialogs.ChooseFile(folder.Path("fit"));
+  Then("frmModelCode", [](QDialog& form) {
+    EXPECT_TRUE(In<QPlainTextEdit>(form, "txtCode").toPlainText().contains("def model(x):"));
+    In<QComboBox>(form, "cmbLanguage").setCurrentText("R");
+    Click(form, "cmdCopy");
+    Click(form, "cmdSave");
+    Close(form);
+  });
+  Trigger("mnuModelsCode");
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("model <- function(x) {\n    a <- 1.5\n"));
+  EXPECT_NE(folder.Read("fit.r").find("fit <- function(x) {"), std::string::npos);
+  EXPECT_EQ(session.Preferences.Text("CodeFile", "TextExport"), "model.r");
+
   Then("frmExcelRef", [](QDialog& form) {
     LineBox(form, "txtColumn").setText("XFD");
     form.accept();
@@ -354,6 +368,7 @@ TEST_F(UserModelWindows, CanBeHeardAndReachedByKeys) {
   frmChooseModel choose(nullptr, plane, plane);
   frmEquationText text(nullptr, plane, session.Preferences);
   frmExcelRef formula(nullptr, plane);
+  frmModelCode code(nullptr, plane, session.Preferences);
   const std::pair<QDialog*, std::set<std::string>> cases[] = {
       {&list, {"Models", "Plane", "Definition:", "Remove All", "Close"}},
       {&editor,
@@ -365,6 +380,7 @@ TEST_F(UserModelWindows, CanBeHeardAndReachedByKeys) {
       {&copy, {"Model", "Plane   a*x1+b*x2+f1"}},
       {&choose, {"Existing model:", "Imported model:", "Keep Existing Model", "Use Imported Model"}},
       {&text, {"Equation:", "Append the parameters", "Copy"}},
+      {&code, {"Language:", "Code:", "Copy", "Save..."}},
       {&formula, {"Column:", "Row:", "The variables are in neighbouring columns"}},
   };
   for (const auto& [form, names] : cases) {

@@ -302,6 +302,14 @@ void frmMacro::AddPlots(QFormLayout& form) {
     field->setEnabled(false);
     connect(use, &QCheckBox::toggled, field, &QWidget::setEnabled);
   }
+  auto* useCode = NewUse("The best model as code", "CodeFile");
+  useCode->setAccessibleDescription("As a function in the language that a name ends in");  // all letters have gone
+  form.addRow(new QLabel("Code:", page), useCode);
+  auto* codes = NewParagraph(page, "Names of code", "CodeFile", "txtCodeFile", 2);
+  codes->setPlaceholderText("A name on each line, such as fit.py, fit.r or fit.js");
+  form.addRow("", codes);
+  codes->setEnabled(false);
+  connect(useCode, &QCheckBox::toggled, codes, &QWidget::setEnabled);
 }
 
 QWidget* frmMacro::DiagnosisPage() {

@@ -93,7 +93,7 @@ void WriteLanguage(const std::vector<CodeCase>& cases, const Driver& driver, con
   std::ofstream expected(folder / "expected.txt");
   std::string loads, shows;
   for (const CodeCase& test : cases) {
-    CodeModel model = DescribeForCode(*test.Model, LocaleText());
+    CodeModel model = DescribeForCode(*test.Model);
     if (!test.X.empty()) model.Proof = CodeProof{test.X[test.X.size() / 2], test.Y[test.X.size() / 2]};
     const CodeBody body = GenerateBody(model, language, test.Name);
     if (!body.Missing.empty()) {
@@ -132,7 +132,7 @@ void WriteSheet(const std::vector<CodeCase>& cases, const CodeLanguage& language
   std::ofstream expected(folder / "expected.txt"), sheet(folder / "check.csv");
   std::size_t row = 0;
   for (const CodeCase& test : cases) {
-    const CodeBody body = GenerateBody(DescribeForCode(*test.Model, LocaleText()), language, test.Name);
+    const CodeBody body = GenerateBody(DescribeForCode(*test.Model), language, test.Name);
     if (!body.Missing.empty() || body.TooLong) {
       expected << test.Name << " missing\n";
       continue;
