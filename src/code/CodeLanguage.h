@@ -85,6 +85,7 @@ struct CodeBody {
   std::string Result;                                     // an expression
   std::vector<const CodeDefinition*> Definitions;         // each behind those that it needs
   bool TooLong = false;                                   // more than any sheet takes; Result is then of no use
+  std::vector<std::string> Unset;                         // supporting functions used where none has computed them
   std::vector<std::string> Missing;                       // words that the language has nothing for
   std::vector<std::string> Remarks;  // on names that had to change and on what is missing, a sentence each
 };

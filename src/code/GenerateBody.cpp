@@ -78,6 +78,7 @@ class Generator {
 
   void Run(std::string_view function) {
     NameAll(function);
+    FindUnset();
     Part result = RenderPostfix<Part>(
         model_.Compiled.ExprTokens,
         [&](const ExprToken& token, std::span<const Part> operands) { return Bounded(Render(token, operands)); });
@@ -86,6 +87,7 @@ class Generator {
 
  private:
   void NameAll(std::string_view function);
+  void FindUnset();
   std::string NameOrRemark(const std::string& name);
   Part Bounded(Part part);
   Part Render(const ExprToken& token, std::span<const Part> operands);
@@ -137,6 +139,26 @@ void Generator::NameAll(std::string_view function) {
   for (int v = 1; !language_.Substitutes && several && v <= model_.Variables; ++v)
     body_.Variables.push_back(names_.Take("x" + std::to_string(v)));
   body_.Function = names_.Take(function);
+}
+
+// What is saved in a branch has its value only there.
+void Generator::FindUnset() {
+  std::vector<int> branches;  // where the token is: a number for each "if" around it, and its opposite behind "endtrue"
+  std::map<int, std::vector<int>> saved;
+  int ifs = 0;
+  for (const ExprToken& token : model_.Compiled.ExprTokens) {
+    const bool isFunction = token.Type == TokenKind::Function;
+    if (isFunction && token.Code == kIfCode) branches.push_back(++ifs);
+    if (isFunction && token.Code == kEndTrueCode) branches.back() *= -1;
+    if (isFunction && token.Code == kEndIfCode) branches.pop_back();
+    if (token.Type == TokenKind::SaveSupport) saved[token.Code] = branches;
+    if (token.Type != TokenKind::RecallSupport) continue;
+    const std::vector<int>& where = saved[token.Code];
+    const std::string name = "F" + std::to_string(token.Code);
+    const bool isSet =
+        where.size() <= branches.size() && std::ranges::equal(where, std::span(branches).first(where.size()));
+    if (!isSet && std::ranges::find(body_.Unset, name) == body_.Unset.end()) body_.Unset.push_back(name);
+  }
 }
 
 std::string Generator::NameOrRemark(const std::string& name) {
@@ -372,6 +394,10 @@ Part Generator::Call(const std::string& word, std::span<const Part> operands) {
 CodeBody GenerateBody(const CodeModel& model, const CodeLanguage& language, std::string_view function) {
   CodeBody body;
   Generator(model, language, body).Run(function);
+  for (const std::string& name : body.Unset)
+    body.Remarks.push_back(name + " is first met in a branch of an if. Where that is not taken, " +
+                           (language.Substitutes ? "the formula computes it" : "it is 0 here") +
+                           "; Quorvex keeps its last value.");
   for (const std::string& word : body.Missing)
     body.Remarks.push_back(std::string(language.Name) + " has no function for " + word + ": supply one called " + word +
                            "_of_the_user.");

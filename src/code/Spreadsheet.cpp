@@ -94,7 +94,6 @@ constexpr std::size_t kLongestCell = 8192;  // characters that every program tak
 
 std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
   CodeBody told = body;
-  told.Remarks.clear();
   const std::string cells = body.Variables.size() == 1 ? "cell A2" : "cells A2 to " + body.Variables.back();
   if (body.TooLong) {
     told.Remarks.push_back("The model is too long for a formula of a spreadsheet.");
@@ -104,8 +103,6 @@ std::string Write(const CodeModel& model, const CodeBody& body, const CodeLangua
                          "; where numbers have a decimal comma, its commas are to be semicolons, its points commas.");
   if (body.Result.size() > kLongestCell)
     told.Remarks.push_back("It has more than 8192 characters, which some programs refuse.");
-  for (const std::string& word : body.Missing)
-    told.Remarks.push_back("Spreadsheets have no function for " + word + ": " + word + "_of_the_user stands for it.");
   if (model.Proof) {
     std::string proof = "With";
     for (std::size_t v = 0; v < model.Proof->X.size(); ++v)

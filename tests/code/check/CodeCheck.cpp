@@ -133,7 +133,7 @@ void WriteSheet(const std::vector<CodeCase>& cases, const CodeLanguage& language
   std::size_t row = 0;
   for (const CodeCase& test : cases) {
     const CodeBody body = GenerateBody(DescribeForCode(*test.Model), language, test.Name);
-    if (!body.Missing.empty() || body.TooLong) {
+    if (!body.Missing.empty() || !body.Unset.empty() || body.TooLong) {
       expected << test.Name << " missing\n";
       continue;
     }
