@@ -20,10 +20,11 @@ struct Markup {
   std::string_view Subscript, Power, Both;
   std::string_view Fraction, Root, Parentheses, Bars, Floor, Ceiling;
   std::string_view Negative, Sum, Difference, Product, Dot;  // Dot: ahead of a digit
-  std::string_view Apply, Comma, Factorial, Prime;
+  std::string_view Apply, Comma, Factorial, PrimeSign;
   std::string_view AsNumber, Not, And, Or, Cases;
   std::array<std::string_view, 6> Comparisons;  // from kEqual on
   std::string_view Line;                        // $1 = $2
+  std::string_view Further;                     // $1, which begins with the sign of a sum
   std::string_view LineEnd, Whole;
   std::string_view Underscore, Gamma;  // "_" in a name; the name of the function
   std::string (*Greek)(std::size_t letter);
@@ -72,7 +73,7 @@ constexpr Markup kLatexMarkup = {
     .Apply = "$1{\\left($2\\right)}",
     .Comma = "$1, $2",
     .Factorial = "$1!",
-    .Prime = "$1'",
+    .PrimeSign = "\\prime ",
     .AsNumber = "-\\left[$1\\right]",
     .Not = "\\neg $1",
     .And = "$1 \\land $2",
@@ -80,6 +81,7 @@ constexpr Markup kLatexMarkup = {
     .Cases = "\\begin{cases} $2 & \\text{if } $1 \\\\ $3 & \\text{otherwise} \\end{cases}",
     .Comparisons = {"$1 = $2", "$1 < $2", "$1 > $2", "$1 \\ne $2", "$1 \\le $2", "$1 \\ge $2"},
     .Line = "$1 &= $2",
+    .Further = "&\\quad {}$1",
     .LineEnd = " \\\\\n",
     .Whole = "\\begin{aligned}\n$1\n\\end{aligned}",
     .Underscore = "\\_",
@@ -102,14 +104,14 @@ constexpr Markup kMathMLMarkup = {
     .Floor = "<mrow><mo>&#x230A;</mo>$1<mo>&#x230B;</mo></mrow>",
     .Ceiling = "<mrow><mo>&#x2308;</mo>$1<mo>&#x2309;</mo></mrow>",
     .Negative = "<mo form=\"prefix\">&#x2212;</mo>$1",
-    .Sum = "$1<mo>+</mo>$2",
-    .Difference = "$1<mo>&#x2212;</mo>$2",
+    .Sum = "$1<mo form=\"infix\">+</mo>$2",
+    .Difference = "$1<mo form=\"infix\">&#x2212;</mo>$2",
     .Product = "$1<mspace width=\"0.17em\"></mspace>$2",
     .Dot = "$1<mo>&#xB7;</mo>$2",
     .Apply = "$1<mo>&#x2061;</mo><mrow><mo>(</mo>$2<mo>)</mo></mrow>",
     .Comma = "$1<mo>,</mo>$2",
     .Factorial = "$1<mo>!</mo>",
-    .Prime = "<msup><mrow>$1</mrow><mo>&#x2032;</mo></msup>",
+    .PrimeSign = "<mo>&#x2032;</mo>",
     .AsNumber = "<mo form=\"prefix\">&#x2212;</mo><mrow><mo>[</mo>$1<mo>]</mo></mrow>",
     .Not = "<mo>&#xAC;</mo>$1",
     .And = "$1<mo>&#x2227;</mo>$2",
@@ -121,8 +123,10 @@ constexpr Markup kMathMLMarkup = {
     .Comparisons = {"$1<mo>=</mo>$2", "$1<mo>&lt;</mo>$2", "$1<mo>&gt;</mo>$2", "$1<mo>&#x2260;</mo>$2",
                     "$1<mo>&#x2264;</mo>$2", "$1<mo>&#x2265;</mo>$2"},
     .Line =
-        "<mtr><mtd style=\"text-align:right\"><mrow>$1</mrow></mtd><mtd style=\"text-align:left\"><mrow>"
-        "<mo form=\"infix\">=</mo>$2</mrow></mtd></mtr>",
+        "<mtr><mtd style=\"text-align:right;padding:0.2em 0\"><mrow>$1</mrow></mtd>"
+        "<mtd style=\"text-align:left;padding:0.2em\"><mrow><mo form=\"infix\">=</mo>$2</mrow></mtd></mtr>",
+    .Further =
+        "<mtr><mtd></mtd><mtd style=\"text-align:left;padding:0.2em 0.2em 0.2em 2em\"><mrow>$1</mrow></mtd></mtr>",
     .LineEnd = "\n",
     .Whole =
         "<math xmlns=\"http://www.w3.org/1998/Math/MathML\" display=\"block\"><mtable displaystyle=\"true\">\n"
@@ -264,23 +268,43 @@ struct Part {
   Level Binds = Level::Atom;
   bool BeginsWithDigit = false;
   bool IsTruth = false;
+  std::vector<std::size_t> Signs = {};  // where in Text the terms of a sum begin, but the first
 };
 
-Part Number(double value, const Markup& markup) {
-  const std::string text = ShortestNumber(value);
+// How wide a text is, in characters: without tags and commands, each of which is nothing or one sign, and what groups.
+std::size_t Width(std::string_view text) {
+  std::size_t width = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '<')
+      i = std::min(text.find('>', i), text.size());
+    else if (c == '&' && text.find(';', i) != std::string_view::npos)
+      i = text.find(';', i), ++width;
+    else if (c == '\\')
+      while (i + 1 < text.size() && text[i + 1] >= 'a' && text[i + 1] <= 'z') ++i;
+    else
+      width += std::string_view("{}^_ ").find(c) == std::string_view::npos ? 1 : 0;
+  }
+  return width;
+}
+
+// Of a line, in characters.
+constexpr std::size_t kLineWidth = 70;
+
+// `text` as ShortestNumber or GeneralNumber have it.
+Part Number(std::string_view text, const Markup& markup) {
   const auto e = text.find('E');
   const bool isNegative = text.starts_with('-');
   if (e == std::string::npos) {
-    const std::string magnitude = Fill(markup.Number, {std::string_view(text).substr(isNegative ? 1 : 0)});
+    const std::string magnitude = Fill(markup.Number, {text.substr(isNegative ? 1 : 0)});
     return isNegative ? Part{Fill(markup.Negative, {magnitude}), Level::Sign} : Part{magnitude, Level::Atom, true};
   }
-  std::string_view exponent = std::string_view(text).substr(e + 1);
+  std::string_view exponent = text.substr(e + 1);
   const bool isSmall = exponent.starts_with('-');
   exponent.remove_prefix(std::min(exponent.find_first_of("123456789"), exponent.size()));
   const std::string digits = Fill(markup.Number, {exponent});
-  const std::string whole =
-      Fill(markup.TimesTenTo, {std::string_view(text).substr(isNegative ? 1 : 0, e - (isNegative ? 1 : 0)),
-                               isSmall ? Fill(markup.Negative, {digits}) : digits});
+  const std::string whole = Fill(markup.TimesTenTo, {text.substr(isNegative ? 1 : 0, e - (isNegative ? 1 : 0)),
+                                                     isSmall ? Fill(markup.Negative, {digits}) : digits});
   return isNegative ? Part{Fill(markup.Negative, {whole}), Level::Sign} : Part{whole, Level::Product, true};
 }
 
@@ -303,13 +327,31 @@ class Typesetter {
         RenderPostfix<Part>(model_.Compiled.ExprTokens, [&](const ExprToken& token, std::span<const Part> operands) {
           return Render(token, operands, coefficients_);
         }));
-    std::string lines = Fill(markup_.Line, {Name("y"), whole.Text});
-    for (const auto& [n, text] : supports_)
-      lines.append(markup_.LineEnd).append(Fill(markup_.Line, {Name("F" + std::to_string(n)), text}));
+    std::string lines = Lines(Name("y"), whole);
+    for (const auto& support : supports_)
+      lines.append(markup_.LineEnd).append(Lines(Name("F" + std::to_string(support.first)), support.second));
     return Fill(markup_.Whole, {lines});
   }
 
  private:
+  // A sum too wide for a line goes on ahead of a sign.
+  std::string Lines(std::string_view name, const Part& part) const {
+    std::string lines;
+    std::size_t begin = 0;
+    const auto end = [&](std::size_t at) {
+      const std::string_view terms = std::string_view(part.Text).substr(begin, at - begin);
+      lines += begin == 0 ? Fill(markup_.Line, {name, terms})
+                          : std::string(markup_.LineEnd) + Fill(markup_.Further, {terms});
+      begin = at;
+    };
+    for (std::size_t i = 0; i < part.Signs.size(); ++i) {
+      const std::size_t next = i + 1 < part.Signs.size() ? part.Signs[i + 1] : part.Text.size();
+      if (Width(std::string_view(part.Text).substr(begin, next - begin)) > kLineWidth) end(part.Signs[i]);
+    }
+    end(part.Text.size());
+    return lines;
+  }
+
   std::string Upright(std::string_view name) const {
     std::string text;
     for (const char c : name) text.append(c == '_' ? markup_.Underscore : std::string_view(&c, 1));
@@ -352,7 +394,7 @@ class Typesetter {
   }
   std::string AsTruth(const Part& part) const {
     return part.IsTruth ? part.Text
-                        : Fill(markup_.Comparisons[3], {Enclose(part, Level::Sum), Number(0, markup_).Text});
+                        : Fill(markup_.Comparisons[3], {Enclose(part, Level::Sum), Number("0", markup_).Text});
   }
 
   Part Render(const ExprToken& token, std::span<const Part> operands, std::span<const std::string> coefficients);
@@ -364,7 +406,7 @@ class Typesetter {
   const Markup& markup_;
   std::vector<std::string> coefficients_;
   std::set<std::string> taken_, words_;
-  std::map<int, std::string> supports_;
+  std::map<int, Part> supports_;
 };
 
 Part Typesetter::Render(const ExprToken& token, std::span<const Part> operands,
@@ -374,13 +416,13 @@ Part Typesetter::Render(const ExprToken& token, std::span<const Part> operands,
       return {Name(token.Code == 0 ? "x" : "x" + std::to_string(token.Code))};
     case TokenKind::Literal:
       if (token.Value == kPi) return {markup_.Greek(kPiLetter)};
-      return Number(token.Value, markup_);
+      return Number(ShortestNumber(token.Value), markup_);
     case TokenKind::Coefficient:
       return {coefficients[static_cast<std::size_t>(token.Index - 1)]};
     case TokenKind::SpecialWord:
       return {Upright(token.Name)};
     case TokenKind::SaveSupport:
-      supports_[token.Code] = AsNumber(operands[0]).Text;
+      supports_[token.Code] = AsNumber(operands[0]);
       [[fallthrough]];
     case TokenKind::RecallSupport:
       return {Name("F" + std::to_string(token.Code))};
@@ -417,10 +459,14 @@ Part Typesetter::Operator(const ExprToken& token, std::span<const Part> operands
     case kPower:
       return {Fill(markup_.Power, {Enclose(a, Level::Atom), b.Text}), Level::Factor, a.BeginsWithDigit};
     case kAdd:
-    case kSubtract:
-      return {Fill(token.Code == kAdd ? markup_.Sum : markup_.Difference,
-                   {Enclose(a, Level::Sum), Enclose(b, Level::Product)}),
-              Level::Sum};
+    case kSubtract: {
+      const std::string left = Enclose(a, Level::Sum), right = Enclose(b, Level::Product);
+      Part sum{Fill(token.Code == kAdd ? markup_.Sum : markup_.Difference, {left, right}), Level::Sum,
+               a.BeginsWithDigit};
+      if (a.Binds == Level::Sum) sum.Signs = a.Signs;
+      sum.Signs.push_back(left.size());
+      return sum;
+    }
     case kMultiply:
       return {Fill(b.BeginsWithDigit ? markup_.Dot : markup_.Product,
                    {Enclose(a, Level::Sign), Enclose(b, Level::Product)}),
@@ -477,11 +523,11 @@ Part Typesetter::Function(const std::string& word, std::span<const Part> operand
   if (named == std::end(kNamed)) return apply(Upright(word), 0);
   const bool isKnown = std::ranges::find(kOperators, named->Name) != std::end(kOperators);
   std::string head = Fill(isKnown ? markup_.Operator : markup_.Upright, {named->Name});
-  if (named->Slope) head = Fill(markup_.Prime, {head});
-  if (named->Above > 0)
-    head = Fill(markup_.Both, {head, text(0), text(1)});
-  else if (named->Below > 0)
-    head = Fill(markup_.Subscript, {head, text(0)});
+  const std::string above = named->Above > 0 ? text(1) : named->Slope ? std::string(markup_.PrimeSign) : "";
+  if (named->Below > 0)
+    head = above.empty() ? Fill(markup_.Subscript, {head, text(0)}) : Fill(markup_.Both, {head, text(0), above});
+  else if (!above.empty())
+    head = Fill(markup_.Power, {head, above});
   return apply(head, static_cast<std::size_t>(named->Below + named->Above));
 }
 
@@ -510,6 +556,6 @@ std::vector<std::string> MathMLCoefficients(const CodeModel& model) {
   return Typesetter(model, kMathMLMarkup).Coefficients();
 }
 
-std::string LatexNumber(double value) { return Number(value, kLatexMarkup).Text; }
+std::string LatexNumber(double value) { return Number(GeneralNumber(value), kLatexMarkup).Text; }
 
 }  // namespace quorvex
