@@ -247,6 +247,7 @@ struct Note {
   std::string_view Sentence;
 };
 constexpr Note kNotes[] = {
+    {" ... ", "What is too long to be read stands as dots."},
     {" mod ", "rem(a, b) is the remainder of a divided by b, both rounded to whole numbers, with the sign of a."},
     {" \\ ", "quot(a, b) is the whole quotient of a and b, both rounded to whole numbers, towards 0."},
     {" and or not xor eqv imp ",
@@ -288,6 +289,10 @@ std::size_t Width(std::string_view text) {
   return width;
 }
 
+// Of a part, in bytes: a word that is written by others with an operand twice doubles it, each time that it stands
+// within itself.
+constexpr std::size_t kLongestText = 200'000;
+
 // Of a line, in characters.
 constexpr std::size_t kLineWidth = 70;
 
@@ -325,7 +330,7 @@ class Typesetter {
   std::string Formula() {
     const Part whole = AsNumber(
         RenderPostfix<Part>(model_.Compiled.ExprTokens, [&](const ExprToken& token, std::span<const Part> operands) {
-          return Render(token, operands, coefficients_);
+          return Bounded(Render(token, operands, coefficients_));
         }));
     std::string lines = Lines(Name("y"), whole);
     for (const auto& support : supports_)
@@ -397,6 +402,11 @@ class Typesetter {
                         : Fill(markup_.Comparisons[3], {Enclose(part, Level::Sum), Number("0", markup_).Text});
   }
 
+  Part Bounded(Part part) {
+    if (part.Text.size() <= kLongestText) return part;
+    words_.insert("...");
+    return {Fill(markup_.Number, {"..."})};
+  }
   Part Render(const ExprToken& token, std::span<const Part> operands, std::span<const std::string> coefficients);
   Part Operator(const ExprToken& token, std::span<const Part> operands);
   Part Function(const std::string& word, std::span<const Part> operands);

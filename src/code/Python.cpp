@@ -75,7 +75,7 @@ constexpr CodeForm kForms[] = {
     {"igammac", "special.gammaincc($1, $2)", Binding::Atom, "special"},
     {"beta", "special.beta($1, $2)", Binding::Atom, "special"},
     {"poisson", "special.gammaincc($1, $2)", Binding::Atom, "special"},
-    {"student", "special.betainc(0.5, #2 / 2.0, #1 * #1 / (#2 + #1 * #1))", Binding::Atom, "special"},
+    {"student", "within_t($1, $2)", Binding::Atom, "within_t"},
     {"chi2", "special.gammainc(#2 / 2.0, #1 / 2.0)", Binding::Atom, "special"},
     {"chi2c", "special.gammaincc(#2 / 2.0, #1 / 2.0)", Binding::Atom, "special"},
     {"jn", "special.jv(whole($1), $2)", Binding::Atom, "special whole"},
@@ -95,9 +95,9 @@ constexpr CodeForm kForms[] = {
     {"dsphjn", "special.spherical_jn(whole($1), $2, True)", Binding::Atom, "special whole"},
     {"dsphyn", "special.spherical_yn(whole($1), $2, True)", Binding::Atom, "special whole"},
     {"legendre", "special.lpmv(whole($2), whole($1), $3)", Binding::Atom, "special whole"},
-    {"binomial", "special.betainc($1, #2 - #1 + 1.0, $3)", Binding::Atom, "special"},
+    {"binomial", "at_least($1, $2, $3)", Binding::Atom, "at_least"},
     {"ibeta", "special.betainc($1, $2, $3)", Binding::Atom, "special"},
-    {"fdist", "special.betainc(#2 / 2.0, #1 / 2.0, #2 / (#2 + #1 * #3))", Binding::Atom, "special"},
+    {"fdist", "above_f($1, $2, $3)", Binding::Atom, "above_f"},
     {"j0", "special.j0($1)", Binding::Atom, "special"},
     {"j1", "special.j1($1)", Binding::Atom, "special"},
     {"y0", "special.y0($1)", Binding::Atom, "special"},
@@ -138,6 +138,21 @@ constexpr CodeDefinition kDefinitions[] = {
      "def held(value):\n"
      "    \"\"\"Hyperbolic functions stay as they are beyond 707, where they would overflow.\"\"\"\n"
      "    return max(-707.0, min(707.0, value))"},
+    {"within_t",
+     "def within_t(t, v):\n"
+     "    \"\"\"The chance of a value between -t and t.\"\"\"\n"
+     "    return special.betainc(0.5, v / 2.0, t * t / (v + t * t))",
+     "special"},
+    {"at_least",
+     "def at_least(k, n, p):\n"
+     "    \"\"\"The chance of k or more successes out of n.\"\"\"\n"
+     "    return special.betainc(k, n - k + 1.0, p)",
+     "special"},
+    {"above_f",
+     "def above_f(v1, v2, f):\n"
+     "    \"\"\"The chance of a variance ratio above f.\"\"\"\n"
+     "    return special.betainc(v2 / 2.0, v1 / 2.0, v2 / (v2 + v1 * f))",
+     "special"},
     {"random_number",
      "random_counter = 0\n"
      "\n"

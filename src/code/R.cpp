@@ -95,9 +95,9 @@ constexpr CodeForm kForms[] = {
     {"dsphjn", "spherical_slope(besselJ, $1, $2)", Binding::Atom, "spherical_slope"},
     {"dsphyn", "spherical_slope(besselY, $1, $2)", Binding::Atom, "spherical_slope"},
     {"legendre", "legendre(whole($1), whole($2), $3)", Binding::Atom, "legendre whole"},
-    {"binomial", "pbeta($3, $1, #2 - #1 + 1)"},
+    {"binomial", "at_least($1, $2, $3)", Binding::Atom, "at_least"},
     {"ibeta", "pbeta($3, $1, $2)"},
-    {"fdist", "pbeta(#2 / (#2 + #1 * #3), #2 / 2, #1 / 2)"},
+    {"fdist", "above_f($1, $2, $3)", Binding::Atom, "above_f"},
     {"j0", "besselJ(abs($1), 0)"},
     {"j1", "of_parity(besselJ, 1, $1)", Binding::Atom, "of_parity"},
     {"y0", "besselY($1, 0)"},
@@ -146,6 +146,12 @@ constexpr CodeDefinition kDefinitions[] = {
     {"within_t",
      "# The chance of a value between -t and t.\n"
      "within_t <- function(t, v) pbeta(t * t / (v + t * t), 0.5, v / 2)"},
+    {"at_least",
+     "# The chance of k or more successes out of n.\n"
+     "at_least <- function(k, n, p) pbeta(p, k, n - k + 1)"},
+    {"above_f",
+     "# The chance of a variance ratio above f.\n"
+     "above_f <- function(v1, v2, f) pbeta(v2 / (v2 + v1 * f), v2 / 2, v1 / 2)"},
     {"of_parity",
      "# Odd or even as its order is.\n"
      "of_parity <- function(bessel, n, x) (if (x < 0 && n %% 2 == 1) -1 else 1) * bessel(abs(x), n)"},
