@@ -562,6 +562,7 @@ TEST(SolvedItems, AreSortedByTheErrorOfCrossValidation) {
     EXPECT_EQ(std::isnan(p.Model("my line").LeaveOneOut), before == kSortByRSS);
     p.Preferences.SetNumber("sortindex", kSortByCV);
     CompleteSortKeys(p.Document, p.Preferences);
+    for (auto n : {"my line", "my power"}) { auto& m = p.Model(n); std::cerr << n << " " << m.RSS << " " << m.RssNorm << " " << m.DOFError << " " << m.Values(1) << " " << m.Values(2) << " " << SortKeyValue(m, kSortByAICc) << " " << m.GivenDeviation << " " << m.Statistics.InputYMax << "\n"<<p.Solver.Log(); }
     EXPECT_GT(p.Model("my line").LeaveOneOut, p.Model("my line").StdErr);
     EXPECT_EQ(p.SolvedNames(), "my line, my power");
     const std::vector<RankingText> texts = RankingTexts(SolvedItems(p.Document, kSortByCV), ',');
