@@ -542,11 +542,12 @@ TEST(ClearFits, ClearsBeyondACutoffOfACriterion) {
   p.SolveOne("my line");
   p.SolveOne("my power");
   ASSERT_EQ(p.SolvedNames(), "my line, my power");
-  ASSERT_LT(SortKeyValue(p.Model("my line"), kSortByAICc), -10);
+  ASSERT_NEAR(SortKeyValue(p.Model("my line"), kSortByAICc), -18.94, 0.01);  // 8 ln(RSS / 8) + 12
+  ASSERT_NEAR(SortKeyValue(p.Model("my power"), kSortByAICc), -12.33, 0.01);
   p.Windows.Clear = [&](FitClearing& clearing) {
     EXPECT_EQ(clearing.CutoffCaption(), "Clear Fits with AICc >");
     clearing.Option = ClearOption::BeyondCutoff;
-    clearing.Cutoff = "-10";
+    clearing.Cutoff = "-15";
   };
   EXPECT_TRUE(p.Solver.ClearFits({}));
   EXPECT_EQ(p.SolvedNames(), "my line");
@@ -562,12 +563,11 @@ TEST(SolvedItems, AreSortedByTheErrorOfCrossValidation) {
     EXPECT_EQ(std::isnan(p.Model("my line").LeaveOneOut), before == kSortByRSS);
     p.Preferences.SetNumber("sortindex", kSortByCV);
     CompleteSortKeys(p.Document, p.Preferences);
-    for (auto n : {"my line", "my power"}) { auto& m = p.Model(n); std::cerr << n << " " << m.RSS << " " << m.RssNorm << " " << m.DOFError << " " << m.Values(1) << " " << m.Values(2) << " " << SortKeyValue(m, kSortByAICc) << " " << m.GivenDeviation << " " << m.Statistics.InputYMax << "\n"<<p.Solver.Log(); }
     EXPECT_GT(p.Model("my line").LeaveOneOut, p.Model("my line").StdErr);
     EXPECT_EQ(p.SolvedNames(), "my line, my power");
     const std::vector<RankingText> texts = RankingTexts(SolvedItems(p.Document, kSortByCV), ',');
     EXPECT_EQ(texts[0].Told, "AICc 0,00 above the best.\nGroup 1: the data can hardly tell its models apart.");
-    EXPECT_EQ(texts[1].Weight + " " + texts[1].Group, "0,000 2");
+    EXPECT_EQ(texts[1].Weight + " " + texts[1].Group, "0,035 2");
   }
 }
 
