@@ -53,7 +53,7 @@ class ModelDiagnosis {
     Coefficients();
     Quantities(geometry);
     if (geometry) Correlations(*geometry);
-    if (choices.ProfileLimits) Profiles(warnings);
+    if (choices.ProfileLimits && model_.Loss == LossKind::Squares) Profiles(warnings);
     if (choices.Bootstrap > 0) Samples(choices);
     return std::move(diagnosis_);
   }
@@ -166,6 +166,9 @@ std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& 
     failed.Judgement = Judge(*model, data, std::nullopt, settings, form);
     if (form.Aborted) return {};
   }
+  const auto isRobust = [](const ModelClass* model) { return model->Loss != LossKind::Squares; };
+  if (choices.ProfileLimits && std::ranges::any_of(ranked, isRobust))
+    warnings.emplace_back("Profile limits are for least squares alone: with another loss there are none.");
   for (std::string& warning : RankingWarnings(ranked, diagnoses.size())) warnings.push_back(std::move(warning));
   if (settings.AbsoluteDeviations && !(data.UnitDeviation > 0) && !ranked.empty())
     warnings.emplace_back(
