@@ -28,7 +28,11 @@ bool RunPlots::GoOn() {
 }
 
 int RunPlots::Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& unsorted) {
-  const MacroPlot plot = MakeMacroPlot(models, unsorted, setup, session_.Preferences, session_.Locale);
+  const MacroPlot plot = MakeMacroPlot(models, unsorted, setup, session_.Preferences, session_.Locale, form_);
+  if (!GoOn()) {
+    LogAbort(log_.Text);
+    return kNotDrawn;
+  }
   for (const std::string& warning : plot.Warnings) log_.Line("Warning: " + warning);
   if (!plot.Fault.empty()) {
     log_.Fault(NotDrawnText(NamesInOneLine(setup.PlotFile), plot.Fault));

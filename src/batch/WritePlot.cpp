@@ -20,6 +20,7 @@
 #include "files/PlotTemplate.h"
 #include "plot/PictureMessages.h"
 #include "results/PlotPoints.h"
+#include "results/ProfilePlot.h"
 #include "results/ResultPlots.h"
 #include "solve/SolvedList.h"
 
@@ -42,7 +43,8 @@ Page CurvesPage(const std::vector<SolvedItem>& solutions, const DataSheet& sheet
 }
 
 Page PageOfSolutions(ResultPlotKind kind, std::vector<SolvedItem> solutions, const DataSheet& sheet,
-                     const Settings& settings, const LocaleText& locale, std::vector<std::string>& warnings) {
+                     const Settings& settings, const LocaleText& locale, std::vector<std::string>& warnings,
+                     SolveForm& form) {
   if (kind == ResultPlotKind::Model && sheet.IndependentVariables > kMostPlottedVariables)
     return Failure{kNoPlotOfManyVariables};
   if (solutions.empty()) return Failure{kNothingToPlot};
@@ -50,7 +52,10 @@ Page PageOfSolutions(ResultPlotKind kind, std::vector<SolvedItem> solutions, con
     return CurvesPage(solutions, sheet, settings, locale, warnings);
   if (solutions.size() > 1)
     warnings.emplace_back("Only one model at a time can be displayed on this kind of plot, which shows the best.");
-  return PlotOfResults(kind, solutions.front(), GatherData(sheet, PointOrder::OfSheet), sheet, settings, locale);
+  const GatheredData data = GatherData(sheet, PointOrder::OfSheet);
+  if (kind == ResultPlotKind::Profile)  // which takes many fits
+    return PageOf(ProfilesPlot(*solutions.front().Model, data.Points, settings, locale, form));
+  return PlotOfResults(kind, solutions.front(), data, sheet, settings, locale);
 }
 
 // Creates a plot that failed with all of its models, without those that have no value somewhere on its scales. Why that
@@ -87,7 +92,7 @@ std::string CreateWithoutFailing(PlotPage& plot, std::vector<std::string>& warni
 }  // namespace
 
 MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted, const MacroSetup& setup,
-                        Settings& settings, const LocaleText& locale) {
+                        Settings& settings, const LocaleText& locale, SolveForm& form) {
   Project project = ProjectOfSolve(unsorted, setup.Weighted, models, {}, locale);
   std::vector<SolvedItem> solutions = SolvedItems(project, setup.SortKey);
   if (const auto most = static_cast<std::size_t>(setup.PlotModels); solutions.size() > most) solutions.resize(most);
@@ -99,7 +104,7 @@ MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted
     return plot;
   };
   Page page = PageOfSolutions(static_cast<ResultPlotKind>(setup.PlotKind), std::move(solutions), project.Sheet,
-                              settings, locale, plot.Warnings);
+                              settings, locale, plot.Warnings, form);
   if (!page) return refuse(page.error());
   if (setup.PlotKind == static_cast<int>(ResultPlotKind::Model)) {
     ShowBands(**page, static_cast<BandKind>(setup.PlotBands), kBandLevel, plot.Warnings);

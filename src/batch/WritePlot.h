@@ -10,6 +10,7 @@
 #include "core/SaveFile.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
+#include "engine/SolveForm.h"
 
 namespace quorvex {
 
@@ -22,9 +23,9 @@ struct MacroPlot {
 
 // The plot of a run's solved models and points, in the order of their source: the one that the desktop program shows
 // where it opens the run's project and plots the models that the macro names. The look is that of new plots, and then
-// the one of the macro's template.
+// the one of the macro's template. Where the form is aborted it has no text.
 MacroPlot MakeMacroPlot(const ModelCollection& models, const SolveData& unsorted, const MacroSetup& setup,
-                        Settings& settings, const LocaleText& locale);
+                        Settings& settings, const LocaleText& locale, SolveForm& form);
 
 // Why the file of a template cannot be read, in a sentence; empty where it can.
 std::string TemplateFault(const std::string& name);

@@ -62,10 +62,11 @@ SolveData Urn::Draw(SeededRandom& random) const {
 
 SolveData Urn::DrawCases(SeededRandom& random) const {
   const std::size_t n = data_->N();
-  std::vector<std::size_t> rows(n);
-  for (std::size_t& row : rows) row = random.Below(n);
   // Models keep their input in the order of X.
-  std::ranges::sort(rows);
+  std::vector<std::size_t> times(n), rows;
+  for (std::size_t i = 0; i < n; ++i) ++times[random.Below(n)];
+  rows.reserve(n);
+  for (std::size_t row = 0; row < n; ++row) rows.insert(rows.end(), times[row], row);
   SolveData sample = *data_;
   const auto draw = [&rows](std::vector<double>& column) {
     const std::vector<double> all = column;

@@ -38,13 +38,14 @@ LimitsByLevel SymmetricLimits(double value, double stdErr, const Quantiles& quan
 // What is told of one solved model.
 class ModelDiagnosis {
  public:
-  ModelDiagnosis(ModelClass& model, const SolveData& data, const Settings& settings, SolveForm& form)
-      : model_(model), data_(data), settings_(settings), form_(form), quantiles_(QuantilesOf(model)) {}
+  ModelDiagnosis(ModelClass& model, const SolveData& data, const Settings& settings, SolveForm& form,
+                 const LocaleText& locale)
+      : model_(model), data_(data), settings_(settings), form_(form), locale_(locale), quantiles_(QuantilesOf(model)) {}
 
   Diagnosis Make(const DiagnosisChoices& choices, std::vector<std::string>& warnings) {
     const auto geometry = FitGeometry::At(model_, data_, settings_.DerivativeMethod, form_);
     diagnosis_.Id = model_.id;
-    diagnosis_.Judgement = Judge(model_, data_, geometry, settings_, form_);
+    diagnosis_.Judgement = Judge(model_, data_, geometry, settings_, form_, locale_);
     diagnosis_.AbsoluteDeviations = model_.GivenDeviation > 0;
     const ChiSquare chiSquare = ChiSquareOf(model_, data_.UnitDeviation);
     diagnosis_.ReducedChiSquare = chiSquare.Reduced;
@@ -140,6 +141,7 @@ class ModelDiagnosis {
   const SolveData& data_;
   const Settings& settings_;
   SolveForm& form_;
+  const LocaleText& locale_;
   const Quantiles quantiles_;
   std::vector<QuantityProgram> programs_;  // of the reports
   Diagnosis diagnosis_;
@@ -149,13 +151,13 @@ class ModelDiagnosis {
 
 std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& data, const DiagnosisChoices& choices,
                                 int sortIndex, const Settings& settings, SolveForm& form,
-                                std::vector<std::string>& warnings) {
+                                std::vector<std::string>& warnings, const LocaleText& locale) {
   if (!CrossValidate(models, data, choices.CrossValidation, choices.Seed, settings, form)) return {};
   const std::vector<ModelClass*> ranked = RankModels(models, sortIndex);
   const std::vector<Ranking> rankings = RankingOf(ranked);
   std::vector<Diagnosis> diagnoses;
   for (std::size_t i = 0; i < ranked.size(); ++i) {
-    diagnoses.push_back(ModelDiagnosis(*ranked[i], data, settings, form).Make(choices, warnings));
+    diagnoses.push_back(ModelDiagnosis(*ranked[i], data, settings, form, locale).Make(choices, warnings));
     diagnoses.back().Rank = rankings[i];
     if (form.Aborted) return {};
   }
@@ -163,7 +165,7 @@ std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& 
     if (model->Solved || (!model->Solve && model->Failure.empty())) continue;
     Diagnosis& failed = diagnoses.emplace_back();
     failed.Id = model->id;
-    failed.Judgement = Judge(*model, data, std::nullopt, settings, form);
+    failed.Judgement = Judge(*model, data, std::nullopt, settings, form, locale);
     if (form.Aborted) return {};
   }
   const auto isRobust = [](const ModelClass* model) { return model->Loss != LossKind::Squares; };

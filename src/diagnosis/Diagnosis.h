@@ -61,6 +61,6 @@ struct Diagnosis {
 // for any number of threads.
 std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& data, const DiagnosisChoices& choices,
                                 int sortIndex, const Settings& settings, SolveForm& form,
-                                std::vector<std::string>& warnings);
+                                std::vector<std::string>& warnings, const LocaleText& locale = {});
 
 }  // namespace quorvex

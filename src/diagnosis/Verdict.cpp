@@ -29,11 +29,12 @@ struct Case {
   ModelClass& Model;
   const SolveData& Data;
   const FitGeometry* Geometry;  // null where it has none
+  const LocaleText& Locale;
   SolveForm& Form;
   std::vector<int> Open = {};  // coefficients that the data don't determine, by their numbers
 
-  std::string Number(double value) const { return LocalizeExpression(GeneralNumber(value, 4), Model.Locale()); }
-  std::string Place(double x) const { return LocalizeExpression(GeneralNumber(x, 7), Model.Locale()); }
+  std::string Number(double value) const { return LocalizeExpression(GeneralNumber(value, 4), Locale); }
+  std::string Place(double x) const { return LocalizeExpression(GeneralNumber(x, 7), Locale); }
   std::string Quoted(int i) const { return "'" + Model.Variables(i) + "'"; }
   bool IsOpen(int i) const { return std::ranges::find(Open, i) != Open.end(); }
   // The residuals are no more than rounding.
@@ -151,7 +152,7 @@ void Correlated(Case& c, Reasons& reasons) {
     }
   if (row == column) return;
   reasons.push_back(c.Quoted(free[column]) + " and " + c.Quoted(free[row]) + " have a correlation of " +
-                    LocalizeExpression(GeneralNumber(correlation(row, column), 6), c.Model.Locale()) +
+                    LocalizeExpression(GeneralNumber(correlation(row, column), 6), c.Locale) +
                     ": the data hardly tell one from the other.");
 }
 
@@ -274,7 +275,7 @@ std::string HowEnded(const ModelClass& model, const Settings& settings) {
   return model.FoundBy.empty() ? text : text + " Found by " + model.FoundBy + ".";
 }
 
-Verdict FailedVerdict(const ModelClass& model, const SolveData& data) {
+Verdict FailedVerdict(const ModelClass& model, const SolveData& data, const LocaleText& locale) {
   Verdict verdict;
   verdict.Kind = VerdictKind::Failed;
   if (model.Failure.empty()) {
@@ -288,19 +289,18 @@ Verdict FailedVerdict(const ModelClass& model, const SolveData& data) {
   // The ranges keep what the search began with.
   start->ICRanges = model.ICRanges;
   for (std::size_t i = 0; i < model.ICRanges.size(); ++i) start->CoefficientValues[i] = model.ICRanges[i].Min;
-  if (std::string why = WhyFailed(model, *start, data, model.Locale()); !why.empty())
-    verdict.Reasons.push_back(std::move(why));
+  if (std::string why = WhyFailed(model, *start, data, locale); !why.empty()) verdict.Reasons.push_back(std::move(why));
   return verdict;
 }
 
 }  // namespace
 
 Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitGeometry>& geometry,
-              const Settings& settings, SolveForm& form) {
-  if (!model.Solved) return FailedVerdict(model, data);
+              const Settings& settings, SolveForm& form, const LocaleText& locale) {
+  if (!model.Solved) return FailedVerdict(model, data, locale);
   Verdict verdict;
   verdict.Ended = HowEnded(model, settings);
-  Case c{model, data, geometry ? &*geometry : nullptr, form};
+  Case c{model, data, geometry ? &*geometry : nullptr, locale, form};
   for (const auto check : kChecks) check(c, verdict.Reasons);
   if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;
   return verdict;

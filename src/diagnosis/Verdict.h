@@ -49,8 +49,8 @@ struct Verdict {
 //                      12, 1941; A. Wald & J. Wolfowitz, ibid. 11, 1940): the model misses something
 //
 // Residuals that are no more than the rounding of Y, 1e-10 of its size, tell nothing and are not judged. Numbers in the
-// sentences are in the form of the model's locale. The model stays as it was.
+// sentences are in the form of the locale. The model stays as it was.
 Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitGeometry>& geometry,
-              const Settings& settings, SolveForm& form);
+              const Settings& settings, SolveForm& form, const LocaleText& locale = {});
 
 }  // namespace quorvex

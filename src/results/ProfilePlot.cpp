@@ -145,11 +145,11 @@ Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Set
 }
 
 Result<PlotClass> ProfilesPlot(const ModelClass& model, const SolveData& data, const Settings& settings,
-                               const LocaleText& locale) {
+                               const LocaleText& locale, SolveForm& form) {
   const double deviation = model.ErrorDeviation();
   const ProfileScale scale{deviation * deviation, ConfidenceQuantiles(model.ErrorDegrees())};
-  SolveForm unattended;
-  const auto profiled = ProfileCoefficients(model, data, scale, settings, unattended);
+  const auto profiled = ProfileCoefficients(model, data, scale, settings, form);
+  if (!profiled) return Failure{"Aborted."};
   if (!profiled->Refusal.empty()) return Failure{"There is no profile of '" + model.id + "'. " + profiled->Refusal};
   PlotClass plot = EmptyPlot("Profiles", "Standard Errors from the Best Value", settings, locale);
   const double last = scale.Quantiles.back(), most = 1.15 * last * last;

@@ -4,6 +4,7 @@
 #include "core/Result.h"
 #include "core/Settings.h"
 #include "diagnosis/Diagnosis.h"
+#include "engine/SolveForm.h"
 #include "plot/PlotClass.h"
 
 namespace quorvex {
@@ -17,8 +18,8 @@ Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Set
                               const LocaleText& locale = {});
 
 // The same of all free coefficients of a solved model, which is profiled for it. Each is in standard errors from its
-// best value, so that all have one parabola. Fails with the reason where there are no profiles.
+// best value, so that all have one parabola. Fails with the reason where there are no profiles, or the form is aborted.
 Result<PlotClass> ProfilesPlot(const ModelClass& model, const SolveData& data, const Settings& settings,
-                               const LocaleText& locale = {});
+                               const LocaleText& locale, SolveForm& form);
 
 }  // namespace quorvex

@@ -294,7 +294,10 @@ Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const Solve
     return plot;
   }
   if (solution.Model == nullptr) return Failure{"An interpolation passes through its points and leaves no residuals."};
-  if (kind == ResultPlotKind::Profile) return PageOf(ProfilesPlot(*solution.Model, points, settings, locale));
+  if (kind == ResultPlotKind::Profile) {
+    SolveForm unattended;
+    return PageOf(ProfilesPlot(*solution.Model, points, settings, locale, unattended));
+  }
   if (kind == ResultPlotKind::Probability) return PageOf(NormalPlot(*solution.Model, points, settings, locale));
   return PageOf(ResidualPlot(*solution.Model, data, scatterType, ScatterTypes(sheet)[scatterType], settings, locale));
 }

@@ -181,6 +181,22 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
   }
 }
 
+// Answers of a macro have the point whatever the locale of its models.
+TEST(Judge, WritesNumbersAsTheLocaleDoes) {
+  const LocaleText comma{',', ';', '.'};
+  const auto model = NewModelFor(1, comma);
+  model->SetID("a+b*x", {"a+b*x"});
+  model->Coefficients[1].Maximum = 1.5;
+  const SolveData data = Scattered(Steps(20), Line, 0.5);
+  SolveForm form;
+  std::string log;
+  ASSERT_TRUE(model->Fit(data, Settings(), log, form)) << log;
+  const auto geometry = FitGeometry::At(*model, data, 0, form);
+  EXPECT_TRUE(Judge(*model, data, geometry, Settings(), form).Reasons[0].starts_with("'b' lies on its maximum 1.5:"));
+  EXPECT_TRUE(
+      Judge(*model, data, geometry, Settings(), form, comma).Reasons[0].starts_with("'b' lies on its maximum 1,5:"));
+}
+
 // The nonlinear and linear reference sets of NIST's StRD. A reason stands where it is true of the set: Kirby2's curve
 // has residuals that wave along X, NoInt1 is a line through 0 far from its points, a sine of ENSO is lost in the
 // scatter, Longley is known for its collinear variables, and the scatter of Wampler4 hides its coefficients. By numpy

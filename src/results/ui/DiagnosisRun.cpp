@@ -43,7 +43,8 @@ std::string DiagnosisRun::Stage() const {
 void DiagnosisRun::run() {
   try {
     Form form(*this);
-    Answers = Diagnose(models_, data_, choices_, sortIndex_, settings_, form, Warnings);
+    const LocaleText locale = models_.size() > 0 ? (*models_.begin())->Locale() : LocaleText();
+    Answers = Diagnose(models_, data_, choices_, sortIndex_, settings_, form, Warnings, locale);
   } catch (const std::exception& fault) {
     Answers.clear();
     Fault = std::string("The diagnosis has come to no end: ") + fault.what() + ".";
