@@ -228,11 +228,11 @@ TEST(CheckMacro, FindsWhatIsMissingOrInvalid) {
        "ERROR: Log output was requested but no log file name is specified (Output Tab)."},
       {[](auto& f) { f.PlotFiles = "\n"; },
        "ERROR: Plots were requested but no plot file name is specified (Output Tab)."},
-      {[](auto& f) { f.CodeFiles = ""; }, "ERROR: Code was requested but no code file name is specified (Output Tab)."},
       {[](auto& f) { f.PlotModels = "0"; }, "ERROR: The number of models to plot is invalid (Output Tab)."},
       {[](auto& f) { f.Bootstrap = "2.5"; }, "ERROR: The number of bootstrap samples is invalid (Diagnosis Tab)."},
       {[](auto& f) { f.CrossValidation = "1"; },
        "ERROR: The number of parts of the cross-validation is invalid (Diagnosis Tab)."},
+      {[](auto& f) { f.CodeFiles = ""; }, "ERROR: Code was requested but no code file name is specified (Output Tab)."},
       {[](auto& f) { f.TickedModels = {}; }, "ERROR: No regression models have been selected (Models Tab)."},
   };
   const ModelCollection models = ProjectModels(1, kPoint);

@@ -37,7 +37,7 @@ TEST(GenerateBody, KeepsTheOrderOfTheProgram) {
   } kCases[] = {
       {{"a-(b-x)-c"}, "a - (b - x) - c", "a - (b - x) - c"},
       {{"a/(b*x)/x"}, "a / (b * x) / x", "a / (b * x) / x"},
-      {{"-x^2*a^b"}, "-math.pow(x, 2.0) * math.pow(a, b)", "-(x ^ 2) * a ^ b"},
+      {{"-x^2*a^b"}, "-math.pow(x, 2.0) * math.pow(a, b)", "-x ^ 2 * a ^ b"},
       {{"a^b^x"}, "math.pow(math.pow(a, b), x)", "(a ^ b) ^ x"},
       {{"(-x)^-a"}, "math.pow(-x, -a)", "(-x) ^ (-a)"},
       {{"a-(x<b)"}, "a - (-1.0 if x < b else 0.0)", "a - (if (x < b) -1 else 0)"},

@@ -43,7 +43,7 @@ const Row kOneVariable[] = {
     {{"if(x,1,2)+if(x>0,a>x,if(x<-1,x<-2,7))"}, -10, 9},
     {{"if(x>0,sqr(x),if(x<-1,ln(-x-1),1/x))"}},
     {{"if(x>0,f1,-1)", "ln(x)"}},
-    {{"if(x>0,f1*f2,f1-1)+f1", "a+abs(x)", "ln(f3)", "x*x"}},
+    {{"f1+if(x>0,f1*f2,f1-1)", "a+abs(x)", "ln(f3)", "x*x"}},
     {{"f1+if(f2>a,f2,f1)+f2", "2*x", "if(x>0,f1,f3)", "x<b"}},
     {{"f9-f8*f1", "x", "f1+1", "f2*f1", "f3-f2", "f4+f3", "f5*.5", "f6+f1", "f7/3", "f8-f7"}},
     {{"max(a,min(x,b))+mag(x,a)*sgn(x)-fract(x)+fix(x)+int(x)+ceil(x)+floor(x)"}},
