@@ -316,10 +316,8 @@ Part Number(std::string_view text, const Markup& markup) {
 class Typesetter {
  public:
   Typesetter(const CodeModel& model, const Markup& markup) : model_(model), markup_(markup) {
-    const int variables = model.Variables;
-    for (int v = 1; v <= variables; ++v) Take("x" + std::to_string(v));
+    for (int v = 1; v <= model.Variables; ++v) Take(model.Variables == 1 ? "x" : "x" + std::to_string(v));
     for (int n = 1; n <= 9; ++n) Take("F" + std::to_string(n));
-    Take("x");
     Take("y");
     for (const std::string& name : model.Compiled.CoefficientNames) coefficients_.push_back(Take(name));
   }
