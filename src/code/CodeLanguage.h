@@ -98,8 +98,8 @@ CodeBody GenerateBody(const CodeModel& model, const CodeLanguage& language, std:
 // that the user must supply, which a comment tells.
 std::string WriteCode(const CodeModel& model, const CodeLanguage& language, std::string_view function);
 
-// The same by the ending of a file's name, the function called like the file. Fails with a sentence where no language has
-// that ending.
+// The same by the ending of a file's name, the function called like the file. Fails with a sentence where no language
+// has that ending.
 Result<std::string> CodeForFile(ModelClass& model, std::string_view file);
 
 // Why a name says no language: "The code 'fit.xyz' is not written: its name ends in none of .py, .r or .js."

@@ -380,7 +380,9 @@ Part Generator::Save(const ExprToken& token, const Part& value) {
 // A word that the language has nothing for is the call of a function of that name.
 Part Generator::Call(const std::string& word, std::span<const Part> operands) {
   if (const CodeForm* form = FindForm(word)) return Formed(*form, operands);
-  if (std::ranges::find(body_.Missing, word) == body_.Missing.end()) body_.Missing.push_back(word);
+  // A language without any form is written by other means.
+  const bool isKnown = language_.Forms.empty() || std::ranges::find(body_.Missing, word) != body_.Missing.end();
+  if (!isKnown) body_.Missing.push_back(word);
   Part whole;
   whole.Text = word + "_of_the_user(";
   for (std::size_t i = 0; i < operands.size(); ++i)
