@@ -327,8 +327,10 @@ Part Generator::Operator(const ExprToken& token, std::span<const Part> operands)
   const std::string_view sign = token.Code == kMultiply ? language_.Times
                                 : token.Code == kDivide ? language_.Over
                                                         : infix->Text;
-  whole.Text = InParentheses(left, infix->Binds) + std::string(sign) +
-               InParentheses(right, infix->Binds == Binding::Sum ? Binding::Product : Binding::Power);
+  const Binding least = right.Text.starts_with('-')    ? Binding::Atom
+                        : infix->Binds == Binding::Sum ? Binding::Product
+                                                       : Binding::Power;
+  whole.Text = InParentheses(left, infix->Binds) + std::string(sign) + InParentheses(right, least);
   whole.Binds = infix->Binds;
   return whole;
 }

@@ -89,6 +89,8 @@ TEST(Fortran, KeepsToItsLinesAndNames) {
   const Expression compiled = Compile({"value*x+whole^x"});
   EXPECT_EQ(GenerateBody(Described(compiled), kFortran, "WHOLE").Function, "WHOLE_2");
   EXPECT_EQ(GenerateBody(Described(compiled), kFortran, "f").Result, "value_1 * x + power(whole_1, x)");
+  const Expression signs = Compile({"a--x-(-x)*b+-x^2"});  // of two signs in a row it knows nothing
+  EXPECT_EQ(GenerateBody(Described(signs), kFortran, "f").Result, "a - (-x) - (-x * b) + (-x ** 2)");
 }
 
 // What no expression can say stands ahead of it, and a supporting function with the branch that computes it.
