@@ -21,7 +21,8 @@ std::string VariablesFault(const MacroSetup& setup) {
 }
 
 bool KeepsUnsorted(const MacroSetup& setup) {
-  return EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile || !setup.PlotFile.empty();
+  return EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile || !setup.PlotFile.empty() ||
+         !setup.ReportFile.empty();
 }
 
 DataReading ReadingOf(Result<LoadedGrid> loaded) {

@@ -2,7 +2,6 @@
 
 #include "core/Files.h"
 #include "diagnosis/CrossValidation.h"
-#include "diagnosis/DiagnosisChoices.h"
 #include "engine/FitSharingInput.h"
 
 namespace quorvex {
@@ -46,6 +45,13 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
   return count > 0;
 }
 
+DiagnosisChoices ChoicesOf(const MacroSetup& setup) {
+  return {.ProfileLimits = setup.ProfileLimits,
+          .Bootstrap = setup.Bootstrap,
+          .ResampleCases = setup.ResampleCases,
+          .CrossValidation = setup.CrossValidation};
+}
+
 RunDiagnoses DiagnoseModels(cfgSolve& form, const ModelCollection& models, const SolveData& data,
                             const MacroSetup& setup, const Settings& settings, std::string& log) {
   if (setup.ShowProgress) form.Show(true);
@@ -53,12 +59,8 @@ RunDiagnoses DiagnoseModels(cfgSolve& form, const ModelCollection& models, const
   if (setup.UseDDE) form.DDEText(kDiagnosing);
   form.ShowStatus(kDiagnosing);
   log.append(kDiagnosing).append(NL);
-  const DiagnosisChoices choices{.ProfileLimits = setup.ProfileLimits,
-                                 .Bootstrap = setup.Bootstrap,
-                                 .ResampleCases = setup.ResampleCases,
-                                 .CrossValidation = setup.CrossValidation};
   RunDiagnoses diagnoses;
-  diagnoses.Models = Diagnose(models, data, choices, setup.SortKey, settings, form, diagnoses.Warnings);
+  diagnoses.Models = Diagnose(models, data, ChoicesOf(setup), setup.SortKey, settings, form, diagnoses.Warnings);
   if (form.Aborted) diagnoses = {};
   for (const std::string& warning : diagnoses.Warnings) log.append("Warning: " + warning).append(NL);
   EndWork(form, setup, log);

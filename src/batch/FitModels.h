@@ -7,6 +7,7 @@
 #include "batch/cfgSolve.h"
 #include "core/Settings.h"
 #include "core/SolveData.h"
+#include "diagnosis/DiagnosisChoices.h"
 #include "engine/ModelCollection.h"
 
 namespace quorvex {
@@ -15,6 +16,9 @@ namespace quorvex {
 // that wants more variables than the data have loses its `Solve`. Models that fail stay unsolved; the log says why.
 bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
                const Settings& settings, std::string& log);
+
+// What the setup asks of a diagnosis.
+DiagnosisChoices ChoicesOf(const MacroSetup& setup);
 
 // Diagnoses what that has left, behind the same form; the log has the warnings, too. Gives nothing where it is aborted.
 RunDiagnoses DiagnoseModels(cfgSolve& form, const ModelCollection& models, const SolveData& data,

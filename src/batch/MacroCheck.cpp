@@ -18,6 +18,7 @@
 #include "batch/RunAnswers.h"
 #include "batch/RunCode.h"
 #include "batch/RunPlots.h"
+#include "batch/RunReports.h"
 #include "batch/SubstituteParameters.h"
 #include "batch/ValueFault.h"
 #include "batch/WritePlot.h"
@@ -63,6 +64,7 @@ struct NamedOutputs {
 constexpr NamedOutputs kNamedOutputs[] = {
     {"PlotFile", &MacroSetup::PlotFile, Writing::Plot, "plot", RefusePlot, PlotNameError},
     {"CodeFile", &MacroSetup::CodeFile, Writing::Code, "code", RefuseCode, CodeNameError},
+    {"ReportFile", &MacroSetup::ReportFile, Writing::Report, "report", RefuseReport, ReportNameError},
 };
 
 class Checker {
@@ -162,7 +164,7 @@ void Checker::CheckAll(const MacroRequest& request) {
   if (!Setup().PlotFile.empty() && !Setup().PlotTemplate.empty())
     if (const std::string fault = TemplateFault(Setup().PlotTemplate); !fault.empty())
       Add(LineOf("PlotTemplate"), 0, fault);
-  files_.WatchKinds(!Setup().PlotFile.empty() || !Setup().CodeFile.empty());
+  files_.WatchKinds(!Setup().PlotFile.empty() || !Setup().CodeFile.empty() || !Setup().ReportFile.empty());
   CheckResults();
 
   written_ = Setup();
@@ -266,6 +268,7 @@ void Checker::CheckValues() {
 void Checker::CheckEffects() {
   const MacroSetup& s = Setup();
   const bool ofProject = EqualNoCase(s.OutputFormat, "Quorvex"), isRobust = s.Loss != LossKind::Squares;
+  const bool isDiagnosed = s.Diagnostics || !s.ReportFile.empty();
   constexpr std::string_view kDiagnostics = "without 'Diagnostics = True'", kRobust = "with a Loss other than Squares";
   const struct {
     std::string_view Keyword;
@@ -275,13 +278,13 @@ void Checker::CheckEffects() {
       {"StandardDeviations", s.AbsoluteDeviations && !s.Weighted,
        "for data without them, 'Weighted = True' being missing"},
       {"LossScale", s.LossScale > 0 && !isRobust, "on squares; a Loss is missing"},
-      {"Limits", s.ProfileLimits && !s.Diagnostics, kDiagnostics},
-      {"Limits", s.ProfileLimits && s.Diagnostics && isRobust, kRobust},
-      {"Bootstrap", s.Bootstrap > 0 && !s.Diagnostics, kDiagnostics},
+      {"Limits", s.ProfileLimits && !isDiagnosed, kDiagnostics},
+      {"Limits", s.ProfileLimits && isDiagnosed && isRobust, kRobust},
+      {"Bootstrap", s.Bootstrap > 0 && !isDiagnosed, kDiagnostics},
       {"BootstrapKind", s.Bootstrap == 0, "without Bootstrap"},
-      {"CrossValidation", s.CrossValidation > 0 && !s.Diagnostics && s.SortKey != kSortByCV,
+      {"CrossValidation", s.CrossValidation > 0 && !isDiagnosed && s.SortKey != kSortByCV,
        "without 'Diagnostics = True' or 'SortKey = CV'"},
-      {"Diagnostics", s.Diagnostics && ofProject && s.ResultFile.empty(),
+      {"Diagnostics", s.Diagnostics && ofProject && s.ResultFile.empty() && s.ReportFile.empty(),
        "where the output is a project and there is no ResultFile"},
       {"PlotKind", s.PlotKind == static_cast<int>(ResultPlotKind::Profile) && isRobust, kRobust},
       {"PlotBands", s.PlotBands > 0 && s.PlotFile.empty(), "without a PlotFile"},

@@ -58,7 +58,8 @@ struct MacroFields {
   std::string PlotKind = "Model";   // or "Residuals", "Probability", "Profile"
   std::string PlotBands = "None";   // or "Confidence", "Prediction", "Both"
   bool UseCode = false;
-  std::string CodeFiles;  // one a line
+  std::string CodeFiles;    // one a line
+  std::string ReportFiles;  // one a line
 
   // Diagnosis
   bool Diagnostics = false;

@@ -47,12 +47,10 @@ std::optional<std::string> MacroFiles::RefuseInput(const std::string& role, cons
 std::optional<std::string> MacroFiles::RefuseOther(Writing kind, const std::string& file) {
   const auto other = written_.empty() ? written_.end() : written_.find(FullName(file));
   if (other == written_.end() || other->second == kind) return std::nullopt;
-  const auto nameOf = [](Writing each, const char* answers) {
-    return std::string(each == Writing::Answers ? answers : each == Writing::Plot ? "plot" : "code");
-  };
-  const std::string article = other->second == Writing::Plot ? "a " : "the ";
-  return "The " + nameOf(kind, "output") + " '" + file + "' is " + article + nameOf(other->second, "output file") +
-         " of this macro and is not overwritten.";
+  constexpr const char* kRoles[] = {"output", "plot", "code", "report"};
+  constexpr const char* kWhats[] = {"the output file", "a plot", "the code", "a report"};
+  return std::string("The ") + kRoles[static_cast<std::size_t>(kind)] + " '" + file + "' is " +
+         kWhats[static_cast<std::size_t>(other->second)] + " of this macro and is not overwritten.";
 }
 
 }  // namespace quorvex

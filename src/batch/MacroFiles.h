@@ -9,7 +9,7 @@
 namespace quorvex {
 
 // What a run writes. One kind may overwrite what an earlier run has written of it, but never another kind.
-enum class Writing { Answers, Plot, Code };
+enum class Writing { Answers, Plot, Code, Report };
 
 // The files that a macro reads and those that its runs have written, by which an output is refused that would fall on
 // one of them.
@@ -22,7 +22,7 @@ class MacroFiles {
   void NoteInput(const std::string& name, const char* what);
   // The same of what a run makes before any output, by the path that it will have.
   void NoteToCome(const std::string& path, const char* what) { toCome_.emplace(FullName(path), what); }
-  // Written files are kept only where there are several kinds of them.
+  // Written files are kept only where there is more than one kind of them.
   void WatchKinds(bool watch) { watchesKinds_ = watch; }
   void NoteWritten(Writing kind, const std::string& file);
 

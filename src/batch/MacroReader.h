@@ -37,6 +37,7 @@ struct DeferredReport {
 
 // What a macro file says.
 struct Macro {
+  std::string Text;  // of its file
   MacroSetup Setup;
   ModelCollection Models;
   std::vector<DeferredAssign> Deferred;

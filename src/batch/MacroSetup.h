@@ -57,6 +57,7 @@ struct MacroSetup {
   int PlotKind = 0;          // a ResultPlotKind, by the number of its word
   int PlotBands = 0;         // 1 shades where the curve lies, 2 where a new point would, 3 both
   std::string CodeFile;      // the names of what the best model is written to as code, one a line
+  std::string ReportFile;    // the names of reports on the best model, one a line
   bool LogEnabled = false;
   std::string LogFile, LogFileTyped;  // in lower case, and as it was typed
   bool LogSummaryOnly = false;

@@ -22,7 +22,8 @@ std::optional<MacroRefusal> ReadMacroFile(const MacroRequest& request, Session& 
     return MacroRefusal{FileErrorStatus(kMacroFile, error),
                         "The macro file '" + fileName + "' cannot be read. " + FileErrorText(error)};
   log.append("Parsing Quorvex Macro file").append(NL);
-  if (!ReadMacro(DecodeText(file.Text()), session.Locale, session.Preferences, macro, log, notes))
+  macro.Text = DecodeText(file.Text());
+  if (!ReadMacro(macro.Text, session.Locale, session.Preferences, macro, log, notes))
     return MacroRefusal{kNoMacroStatement,
                         "The file '" + fileName + "' is no macro: no line of it reads B_MACRO, or nothing follows."};
   return std::nullopt;
@@ -103,6 +104,8 @@ std::optional<std::string> RefuseResults(const MacroSetup& setup, const Paramete
     if (isThat(TakeLine(plots))) return refused("plot");
   for (std::string_view codes = setup.CodeFile; !codes.empty();)
     if (isThat(TakeLine(codes))) return refused("code");
+  for (std::string_view reports = setup.ReportFile; !reports.empty();)
+    if (isThat(TakeLine(reports))) return refused("report");
   return std::nullopt;
 }
 

@@ -248,6 +248,8 @@ constexpr MacroStatement kStatements[] = {
      .MissingIsError = true,
      .Missing = "Code was requested but no code file name is specified (Output Tab)."},
 
+    {.Keyword = "ReportFile", .Value = LinesValue{.Read = &S::ReportFile, .Typed = &F::ReportFiles}},
+
     {.Keyword = "Diagnostics", .Value = FlagValue{&S::Diagnostics, &F::Diagnostics}, .Only = &F::Diagnostics},
     {.Keyword = "Limits",
      .Value = ChoiceValue{kLimits, ReadWord<kLimits, &S::ProfileLimits>, &F::Limits},

@@ -24,6 +24,7 @@
 #include "batch/RunCode.h"
 #include "batch/RunPart.h"
 #include "batch/RunPlots.h"
+#include "batch/RunReports.h"
 #include "batch/SubstituteParameters.h"
 #include "batch/WritePlot.h"
 #include "core/Files.h"
@@ -44,7 +45,10 @@ constexpr std::string_view kRunSuccessful = "Run Successful", kRunFailed = "Run 
 class MacroRun {
  public:
   MacroRun(Session& session, cfgSolve& form, PlotDrawer& drawer)
-      : session_(session), form_(form), plots_(session, form, drawer, files_, log_) {}
+      : session_(session),
+        form_(form),
+        plots_(session, form, drawer, files_, log_),
+        reports_(session, form, drawer, files_, log_) {}
 
   MacroOutcome Run(const MacroRequest& request) {
     bool normal = false;
@@ -79,6 +83,7 @@ class MacroRun {
   bool SolveModels();
   bool Diagnose();
   bool Write();
+  ReportedMacro AsReported();
   void JudgeModels();
   bool WriteResult();
   void CloseResults();
@@ -112,6 +117,7 @@ class MacroRun {
   RunAnswers answers_{session_.Locale, files_, log_};
   RunPlots plots_;
   RunCode code_{files_, log_};
+  RunReports reports_;
   std::optional<ParameterTable> parameters_;  // none where it could not be read
   std::string parametersFault_;               // why
   SeriesData series_;                         // where the columns of the data are the runs
@@ -166,7 +172,7 @@ bool MacroRun::Configure(const MacroRequest& request) {
     log_.Open(log, missingOnly_, RefuseLog(setup, files_).value_or(""));
     files_.NoteInput(log, "log");  // from here on no output may fall on it either
   }
-  files_.WatchKinds(!setup.PlotFile.empty() || !setup.CodeFile.empty());
+  files_.WatchKinds(!setup.PlotFile.empty() || !setup.CodeFile.empty() || !setup.ReportFile.empty());
   if (!setup.PlotFile.empty() && !setup.PlotTemplate.empty())
     if (const std::string fault = TemplateFault(setup.PlotTemplate); !fault.empty()) log_.Fault("Error: " + fault);
   log_.Flush();
@@ -462,7 +468,9 @@ bool MacroRun::SolveModels() {
 bool MacroRun::Diagnose() {
   const MacroSetup& setup = macro_.Setup;
   const bool isTold = !EqualNoCase(setup.OutputFormat, "quorvex") || !setup.ResultFile.empty();
-  if (!setup.Diagnostics || !isTold || !diagnoses_.Models.empty()) return true;
+  const bool isReported = !setup.ReportFile.empty();
+  if (!(setup.Diagnostics && isTold) && !isReported) return true;
+  if (!diagnoses_.Models.empty()) return true;
   diagnoses_ = DiagnoseModels(form_, macro_.Models, data_, setup, session_.Preferences, log_.Text);
   return !form_.Aborted;
 }
@@ -479,6 +487,8 @@ bool MacroRun::Write() {
   }
   if (error == 0 && !setup.CodeFile.empty()) error = code_.Write(setup, macro_.Models);
   if (error == 0 && !setup.PlotFile.empty()) error = plots_.Write(setup, macro_.Models, unsorted_);
+  if (error == 0 && !setup.ReportFile.empty())
+    error = reports_.Write(setup, macro_.Models, unsorted_, diagnoses_, AsReported());
   if (error != 0) {
     EndRun(kRunFailed, FileErrorStatus(kOutputFile, error),
            error == kNotDrawn ? "A plot cannot be drawn." : FileErrorText(error));
@@ -490,6 +500,15 @@ bool MacroRun::Write() {
   if (setup.StrictStatus) JudgeModels();
   log_.Asterisks();
   return true;
+}
+
+// The macro, and what a table has put into it for this run.
+ReportedMacro MacroRun::AsReported() {
+  ReportedMacro reported{MacroWithoutPassword(macro_.Text, written_), ""};
+  for (const auto& [name, value] : ShownParameters(*parameters_, run_, written_.DataFile, macro_.Setup))
+    reported.Note += (reported.Note.empty() ? "With the parameters " : ", ") + name + " = " + value;
+  if (!reported.Note.empty()) reported.Note += ".";
+  return reported;
 }
 
 // The answers are written; the status tells of those that are missing, or may not be the best.

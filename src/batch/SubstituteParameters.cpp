@@ -16,11 +16,13 @@ namespace quorvex {
 namespace {
 
 constexpr std::string_view kHiddenKeys[] = {"Pwd", "Password"};
-constexpr std::string_view kData = "DataFile", kOutput = "OutputFile", kPlots = "PlotFile", kCodes = "CodeFile";
+constexpr std::string_view kData = "DataFile", kOutput = "OutputFile", kPlots = "PlotFile", kCodes = "CodeFile",
+                           kReports = "ReportFile";
 constexpr SubstitutedField kFields[] = {
     {"MissingData", true},     {kData, true},           {"SQLQuery", true},     {kOutput, false},
     {"Comment", false, false}, {"ColumnOrder", true},   {"InputDelimit", true}, {"Weighted", true},
     {"OutputFormat", false},   {"DataFirstLine", true}, {kPlots, false},        {kCodes, false},
+    {kReports, false},
 };
 
 // Values may hold the names of parameters further on, each of which may double a text; no text of use gets this long.
@@ -48,7 +50,9 @@ constexpr struct FileNames {
   std::string_view Keyword;
   std::string MacroSetup::*Names;
   std::string_view What;
-} kFileNames[] = {{kPlots, &MacroSetup::PlotFile, "plot"}, {kCodes, &MacroSetup::CodeFile, "code"}};
+} kFileNames[] = {{kPlots, &MacroSetup::PlotFile, "plot"},
+                  {kCodes, &MacroSetup::CodeFile, "code"},
+                  {kReports, &MacroSetup::ReportFile, "report"}};
 
 // Takes those out that the parameters leave without a name.
 void AssignNames(MacroSetup& setup, const FileNames& files, MacroLog& log) {

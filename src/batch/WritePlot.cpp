@@ -140,6 +140,12 @@ std::string NotDrawnText(const std::string& names, const std::string& why) {
   return "The plot '" + names + "' cannot be drawn. " + why;
 }
 
+bool IsPipeOrDevice(const std::string& path) {
+  std::error_code ignored;
+  const std::filesystem::file_status there = std::filesystem::status(path, ignored);
+  return exists(there) && !is_regular_file(there) && !is_directory(there);
+}
+
 int PlotNameError(const std::string& name, const std::string& path, std::string& fault) {
   if (PlotEnding(name).empty()) {
     fault = UnknownEndingText(name);

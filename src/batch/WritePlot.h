@@ -37,6 +37,9 @@ inline constexpr int kBadFileName = 52;
 // Said of a plot, or of several.
 std::string NotDrawnText(const std::string& names, const std::string& why);
 
+// Whether somebody may wait at the other end: neither a file nor the place of one.
+bool IsPipeOrDevice(const std::string& path);
+
 // Why a plot can't have that name: its ending is none, or it is a pipe or a device. Returns 0 or the number of the file
 // error, and a sentence in `fault`.
 int PlotNameError(const std::string& name, const std::string& path, std::string& fault);

@@ -121,24 +121,30 @@ class Describer {
     const std::vector<std::vector<double>>& X = data_.Points.X;
     const std::optional<std::vector<double>> fitted = source_.Model.ValuesAt(X);
     const std::string& yTitle = titles_.back();
-    ReportFigure model;
-    model.YTitle = yTitle;
     if (X.size() == 1) {
-      model.Title = "Points and model";
-      model.Description = "The points, the model's curve and the band that holds the curve with 95 % probability.";
-      model.XTitle = titles_[0];
-      model.Series = {{"points", false, X[0], data_.Points.Y}, Curve()};
-    } else if (fitted) {
-      model.Kind = ReportFigureKind::Agreement;
-      model.Title = "Measured and calculated values";
-      model.Description = "On the line both are equal.";
-      model.XTitle = "Measured " + yTitle;
-      model.YTitle = "Calculated " + yTitle;
+      Put(ReportFigure{.Title = "Points and model",
+                       .Description = "The points, the model's curve and the band that holds the curve with 95 % "
+                                      "probability.",
+                       .XTitle = titles_[0],
+                       .YTitle = yTitle,
+                       .Series = {{"points", false, X[0], data_.Points.Y}, Curve()}});
+    } else {
+      if (X.size() == 2)
+        Put(ReportFigure{.Kind = ReportFigureKind::Surface,
+                         .Title = "Points and model",
+                         .Description = "The points and the model's surface."});
+      ReportFigure agreement{.Kind = ReportFigureKind::Agreement,
+                             .Title = "Calculated and measured values",
+                             .Description = "On the line both are equal.",
+                             .XTitle = "Measured " + yTitle,
+                             .YTitle = "Calculated " + yTitle,
+                             .HasPicture = X.size() > 2};
       const auto [least, most] = std::ranges::minmax(data_.Points.Y);
-      model.Series = {{"points", false, data_.Points.Y, *fitted}, {"equal values", true, {least, most}, {least, most}}};
+      if (fitted)
+        agreement.Series = {{"points", false, data_.Points.Y, *fitted},
+                            {"equal values", true, {least, most}, {least, most}}};
+      Put(std::move(agreement));
     }
-    if (!model.Series.empty()) Put(std::move(model));
-    if (!fitted) return;
     ReportFigure residuals{.Kind = ReportFigureKind::Residuals,
                            .Title = "Residuals",
                            .Description =
@@ -147,9 +153,11 @@ class Describer {
                            .XTitle = "Calculated " + yTitle,
                            .YTitle = "Residual"};
     std::vector<double> left;
-    for (std::size_t i = 0; i < fitted->size(); ++i) left.push_back(data_.Points.Y[i] - (*fitted)[i]);
-    const auto [least, most] = std::ranges::minmax(*fitted);
-    residuals.Series = {{"points", false, *fitted, std::move(left)}, {"0", true, {least, most}, {0, 0}}};
+    for (std::size_t i = 0; fitted && i < fitted->size(); ++i) left.push_back(data_.Points.Y[i] - (*fitted)[i]);
+    if (fitted) {
+      const auto [least, most] = std::ranges::minmax(*fitted);
+      residuals.Series = {{"points", false, *fitted, std::move(left)}, {"0", true, {least, most}, {0, 0}}};
+    }
     Put(std::move(residuals));
   }
 
@@ -233,10 +241,18 @@ class Describer {
   FitReport report_;
 };
 
-ReportPlot PlotOf(ResultPlotKind kind, const ReportSource& source, std::size_t scatterType, Settings& settings) {
-  Result<std::unique_ptr<PlotPage>> page =
-      PlotOfResults(kind, SolvedItem{.Model = &source.Model}, GatherData(source.Sheet, PointOrder::OfSheet),
-                    source.Sheet, settings, {}, scatterType);
+Result<std::unique_ptr<PlotPage>> PageOf(ResultPlotKind kind, const ReportSource& source, const Settings& settings) {
+  const GatheredData data = GatherData(source.Sheet, PointOrder::OfSheet);
+  // What a surface would show of more variables nobody can draw.
+  if (kind == ResultPlotKind::Model && data.Points.X.size() > 2)
+    return EstimatePreview(source.Model, source.Model.CoefficientValues, data.Points, AxisTitles(source.Sheet),
+                           settings);
+  const std::size_t calculated = ScatterTypes(source.Sheet).size() - 1;
+  return PlotOfResults(kind, SolvedItem{.Model = &source.Model}, data, source.Sheet, settings, {}, calculated);
+}
+
+ReportPlot PlotOf(ResultPlotKind kind, const ReportSource& source, Settings& settings) {
+  Result<std::unique_ptr<PlotPage>> page = PageOf(kind, source, settings);
   if (!page) return {"", page.error()};
   std::vector<std::string> none;
   if (kind == ResultPlotKind::Model) ShowBands(**page, BandKind::Confidence, kBandLevel, none);
@@ -253,15 +269,13 @@ FitReport DescribeFit(const ReportSource& source, const Settings& settings) {
 }
 
 std::vector<ReportPlot> PlotsOfReport(const ReportSource& source, Settings& settings) {
-  const std::size_t calculated = ScatterTypes(source.Sheet).size() - 1;
-  return {PlotOf(ResultPlotKind::Model, source, 0, settings),
-          PlotOf(ResultPlotKind::Residuals, source, calculated, settings)};
+  return {PlotOf(ResultPlotKind::Model, source, settings), PlotOf(ResultPlotKind::Residuals, source, settings)};
 }
 
 void PlacePicture(FitReport& report, std::size_t number, std::string svg, std::string whyNot) {
   for (ReportSection& section : report.Sections)
     for (ReportBlock& block : section.Blocks)
-      if (auto* figure = std::get_if<ReportFigure>(&block); figure != nullptr && number-- == 0) {
+      if (auto* figure = std::get_if<ReportFigure>(&block); figure != nullptr && figure->HasPicture && number-- == 0) {
         figure->Svg = std::move(svg);
         figure->WhyNot = std::move(whyNot);
         return;

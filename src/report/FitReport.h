@@ -43,12 +43,14 @@ struct ReportSeries {
   std::vector<double> X = {}, Y = {};
 };
 
-enum class ReportFigureKind { Curve, Agreement, Residuals };  // the second is that of models of several variables
+// A surface has no numbers; how calculated and measured values agree stands in its place where there are no pictures.
+enum class ReportFigureKind { Curve, Surface, Agreement, Residuals };
 
 // A picture, and the numbers behind it for formats that draw themselves.
 struct ReportFigure {
   ReportFigureKind Kind = ReportFigureKind::Curve;
-  std::string Title, Description, XTitle, YTitle;
+  std::string Title, Description, XTitle = {}, YTitle = {};
+  bool HasPicture = true;   // else the numbers alone
   std::string Svg = {};     // a whole document; empty where nobody could draw it
   std::string WhyNot = {};  // a sentence, where it is empty
   std::vector<ReportSeries> Series = {};

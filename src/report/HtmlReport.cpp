@@ -103,6 +103,7 @@ struct BlockWriter {
   }
 
   std::string operator()(const ReportFigure& figure) const {
+    if (!figure.HasPicture) return "";
     if (figure.Svg.empty()) return Element("p", figure.Title + ": " + figure.WhyNot) + "\n";
     return "<figure>\n" + std::string(SvgElement(figure.Svg)) +
            Element("figcaption", figure.Title + ". " + figure.Description) + "\n</figure>\n";

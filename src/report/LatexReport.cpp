@@ -126,6 +126,7 @@ struct BlockWriter {
   }
 
   std::string operator()(const ReportFigure& figure) const {
+    if (figure.Series.empty()) return "";
     std::string text =
         "\\begin{center}\n\\begin{tikzpicture}\n\\begin{axis}[width=.8\\linewidth, height=.5\\linewidth, "
         "legend pos=outer north east, legend style={draw=none}, legend cell align=left,\n  xlabel={" +

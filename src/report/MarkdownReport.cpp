@@ -64,6 +64,7 @@ struct BlockWriter {
   }
 
   std::string operator()(const ReportFigure& figure) const {
+    if (!figure.HasPicture) return "";
     if (figure.Svg.empty()) return MarkdownText(figure.Title + ": " + figure.WhyNot) + "\n";
     return "![" + MarkdownText(figure.Title) + "][" + PictureName(Picture) + "]\n\n" +
            MarkdownText(figure.Title + ". " + figure.Description) + "\n";

@@ -60,6 +60,7 @@ class Notebook {
   void Section(const ReportSection& section) {
     std::string text = "## " + MarkdownText(section.Heading) + "\n";
     for (const ReportBlock& block : section.Blocks) {
+      if (std::holds_alternative<ReportFigure>(block) && CellOf(block).empty()) continue;
       const std::string cell = CellOf(block);
       if (cell.empty()) {
         text += "\n" + MarkdownBlock(block, 0);
@@ -89,7 +90,7 @@ class Notebook {
 
   // Draws by the function, so that it follows what its reader changes.
   std::string FigureCell(const ReportFigure& figure) const {
-    if (data_ == nullptr || report_.Proof.empty()) return "";
+    if (figure.Series.empty() || data_ == nullptr || report_.Proof.empty()) return "";
     const std::size_t last = static_cast<std::size_t>(std::ranges::find(data_->Names, "y") - data_->Names.begin());
     std::string columns;
     for (std::size_t c = 0; c < last; ++c) columns += data_->Names[c] + ", ";
@@ -111,6 +112,8 @@ class Notebook {
         "    fitted = [value(*point) for point in zip(" +
         columns.substr(0, columns.size() - 2) + ")]\n    figure, axes = plt.subplots()\n";
     switch (figure.Kind) {
+      case ReportFigureKind::Surface:
+        break;
       case ReportFigureKind::Curve:
         code +=
             "    along = [min(x) + (max(x) - min(x)) * i / 400 for i in range(401)]\n"
