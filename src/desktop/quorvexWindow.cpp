@@ -16,6 +16,7 @@
 #include <cstdlib>
 
 #include "desktop/ProjectMenus.h"
+#include "desktop/SaveReport.h"
 #include "desktop/SheetModel.h"
 #include "desktop/SheetView.h"
 #include "desktop/SolvedListPanel.h"
@@ -210,6 +211,9 @@ void quorvexWindow::ShowResults(const SolvedItem& solution) {
     connect(this, &quorvexWindow::SolutionsChanged, results, [this, results] { BringUpToDate(*results); });
     connect(results, &frmResults::QuantitiesChosen, this, [this, results](ModelClass& model) {
       if (frmQuantities(results, editor_, model).exec() == QDialog::Accepted) ShowState();
+    });
+    connect(results, &frmResults::ReportChosen, this, [this](ModelClass& model, const KeptDiagnoses& known) {
+      SaveReport(project_, model, known, solver_.LimitsOfLastSolve().value_or(SolveLimits{0, 0, 0}), settings_, user_);
     });
   }
   BringUpToDate(*results);

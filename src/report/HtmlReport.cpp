@@ -11,7 +11,7 @@ constexpr std::string_view kStyle = R"(
 }
 * { box-sizing: border-box; }
 body { margin: 0 auto; padding: 2rem 1.25rem 4rem; max-width: 54rem; background: var(--paper); color: var(--ink);
-  font: 1rem/1.55 system-ui, "Segoe UI", "DejaVu Sans", sans-serif; overflow-wrap: anywhere; }
+  font: 1rem/1.55 system-ui, "Segoe UI", "DejaVu Sans", sans-serif; overflow-wrap: break-word; }
 h1 { margin: 0 0 .5rem; font-size: 1.75rem; line-height: 1.25; }
 h2 { margin: 2.25rem 0 .75rem; padding-bottom: .25rem; border-bottom: 1px solid var(--line); font-size: 1.25rem; }
 .verdict { margin: .75rem 0; padding: .75rem 1rem; border-left: .25rem solid var(--mark); background: var(--shade);
@@ -23,8 +23,10 @@ caption { padding: .25rem 0; text-align: left; font-weight: 600; }
 th, td { padding: .25rem .75rem; border-bottom: 1px solid var(--line); text-align: left; vertical-align: top; }
 th[scope="row"] { font-weight: 400; }
 thead th { border-bottom: 2px solid var(--line); background: var(--shade); }
-.number { text-align: right; font-variant-numeric: tabular-nums; overflow-wrap: normal; white-space: nowrap; }
+.number { text-align: right; font-variant-numeric: tabular-nums; }
+td.number { white-space: nowrap; }
 math { font-size: 1.15rem; }
+mtd { padding-left: .15em; padding-right: .15em; }
 figure { margin: 1.25rem 0; }
 figure svg { display: block; width: 100%; height: auto; border: 1px solid var(--line); background: #ffffff; }
 figcaption { margin-top: .35rem; font-size: .875rem; }
@@ -37,6 +39,8 @@ pre { margin: 1rem 0; padding: .75rem 1rem; overflow-x: auto; border: 1px solid 
   figure, tr, .whole, .verdict { break-inside: avoid; }
   thead { display: table-header-group; }
   .wide, pre { overflow: visible; }
+  table { font-size: 8.5pt; }
+  th, td { padding: .15rem .4rem; }
   pre { white-space: pre-wrap; }
   figure svg { max-height: 11cm; }
 }

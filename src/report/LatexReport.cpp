@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 constexpr std::size_t kMostPointsDrawn = 1000;  // TeX holds all of them in memory at once
-constexpr std::size_t kRowsOfAPage = 30;
+constexpr std::size_t kRowsOfAPage = 30, kColumnsOfAPage = 7;
 
 // Takes a character of UTF-8 off the front; U+FFFD for a byte that is none, a blank for control characters.
 std::string_view TakeCharacter(std::string_view& text) {
@@ -98,9 +98,12 @@ struct BlockWriter {
   std::string operator()(const ReportTable& table) const {
     if (table.Rows.empty()) return "";
     // The texts at the end of a row are the longest of a table, and may be sentences.
+    const bool isWide = table.Columns.size() > kColumnsOfAPage;
     std::string columns;
     for (std::size_t c = 0; c < table.Columns.size(); ++c)
-      columns += table.Columns[c].HasNumbers ? "r" : c + 1 == table.Columns.size() && c > 0 ? "p{.45\\linewidth}" : "l";
+      columns += table.Columns[c].HasNumbers                         ? "r"
+                 : c + 1 == table.Columns.size() && c > 0 && !isWide ? "p{.45\\linewidth}"
+                                                                     : "l";
     std::string head;
     if (table.HasHeadings()) {
       std::vector<std::string> headings;
@@ -120,9 +123,8 @@ struct BlockWriter {
              "\\hline\n\\end{longtable}}\n";
     return caption + "\\begin{center}\\small\n" +
            // A matrix of many coefficients would leave the paper.
-           (table.Columns.size() > 7 ? "\\resizebox{\\linewidth}{!}{%\n" : "") + "\\begin{tabular}{" + columns +
-           "}\n\\hline\n" + head + body + "\\hline\n\\end{tabular}" + (table.Columns.size() > 7 ? "}" : "") +
-           "\n\\end{center}\n";
+           (isWide ? "\\resizebox{\\linewidth}{!}{%\n" : "") + "\\begin{tabular}{" + columns + "}\n\\hline\n" + head +
+           body + "\\hline\n\\end{tabular}" + (isWide ? "}" : "") + "\n\\end{center}\n";
   }
 
   std::string operator()(const ReportFigure& figure) const {

@@ -88,15 +88,16 @@ struct BlockWriter {
 // Every sign that may be markup somewhere gets a backslash, those of HTML become references, and all of it stands in
 // one line. A number at the front of a paragraph would begin a list by the point behind it.
 std::string MarkdownText(std::string_view text) {
-  constexpr std::string_view kMarkup = "\\`*_{}[]()#+!|~$^=:";
+  constexpr std::string_view kMarkup = "\\`*_{}[]#|~$^";
   std::string markdown;
   const std::string safe = XmlText(text);
   const std::size_t digits = std::min(safe.find_first_not_of("0123456789"), safe.size());
   for (std::size_t i = 0; i < safe.size(); ++i) {
     const char c = safe[i];
-    const bool beginsList = (c == '-' && i == 0 && safe.size() > 1 && safe[1] == ' ') ||
-                            (digits > 0 && i == digits && c == '.' && i + 1 < safe.size() && safe[i + 1] == ' ');
-    const bool isRule = i == 0 && c == '-' && safe.find_first_not_of("- ") == std::string::npos;
+    const bool beginsList =
+        ((c == '-' || c == '+') && i == 0 && safe.size() > 1 && safe[1] == ' ') ||
+        (digits > 0 && i == digits && (c == '.' || c == ')') && i + 1 < safe.size() && safe[i + 1] == ' ');
+    const bool isRule = i == 0 && (c == '-' || c == '=') && safe.find_first_not_of("-= ") == std::string::npos;
     if (kMarkup.find(c) != std::string_view::npos || beginsList || isRule) markdown += '\\';
     markdown += c;
   }

@@ -59,7 +59,12 @@ class Gatherer {
   void Line(const std::vector<std::string>& cells) {
     if (cells.empty() || IsLeftOut(cells[0])) return;
     if (table_.HasHeadings()) Flush();
-    table_.Rows.push_back({Label(cells[0]), cells.size() > 1 ? cells[1] : ""});
+    // Some lines have their value behind a colon.
+    const std::size_t colon = cells.size() > 1 ? std::string::npos : cells[0].find(": ");
+    if (colon != std::string::npos)
+      table_.Rows.push_back({cells[0].substr(0, colon), cells[0].substr(colon + 2)});
+    else
+      table_.Rows.push_back({Label(cells[0]), cells.size() > 1 ? cells[1] : ""});
   }
 
   void Flush() {

@@ -70,15 +70,6 @@ Content ImageOf(PlotPage& plot, const PictureSize& size, const char* format, Pro
   return image.save(&file, format) ? file.data().toStdString() : "";
 }
 
-Content SvgOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
-  QImage measures = BlankPicture(size);
-  if (measures.isNull()) return "";
-  QtSurface screen(measures);
-  SvgSurface surface(screen);
-  if (!plot.DrawGraph(surface, prompter)) return std::nullopt;
-  return surface.Document(WithoutTextCodes(plot.PlotTitle), DescribePlot(plot));
-}
-
 Content MetafileOf(PlotPage& plot, const PictureSize& size, const char* failure, Prompter& prompter) {
   QImage measures = BlankPicture(size);
   if (measures.isNull()) {
@@ -96,7 +87,7 @@ Content ContentOf(PictureKind kind, PlotPage& plot, const PictureSize& size, Pro
     case PictureKind::Metafile:
       return MetafileOf(plot, size, kMetafileNotCreated, prompter);
     case PictureKind::Svg:
-      return SvgOf(plot, size, prompter);
+      return SvgPicture(plot, size, prompter);
     case PictureKind::Pdf:
       return PdfOf(plot, size, prompter);
     case PictureKind::Png:
@@ -106,6 +97,15 @@ Content ContentOf(PictureKind kind, PlotPage& plot, const PictureSize& size, Pro
 }
 
 }  // namespace
+
+std::optional<std::string> SvgPicture(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
+  QImage measures = BlankPicture(size);
+  if (measures.isNull()) return "";
+  QtSurface screen(measures);
+  SvgSurface surface(screen);
+  if (!plot.DrawGraph(surface, prompter)) return std::nullopt;
+  return surface.Document(WithoutTextCodes(plot.PlotTitle), DescribePlot(plot));
+}
 
 QImage BlankPicture(const PictureSize& size) {
   QImage picture(size.Width, size.Height, QImage::Format_RGB32);

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/Prompter.h"
@@ -25,6 +26,9 @@ bool SavePlotPicture(PlotPage& plot, const PictureSize& size, const std::string&
 // The same of one kind, whatever the name.
 bool SavePlotPicture(PlotPage& plot, const PictureFormat& format, const PictureSize& size, const std::string& file,
                      Prompter& prompter);
+
+// An SVG document of the plot; nothing, with a message, where it cannot be drawn.
+std::optional<std::string> SvgPicture(PlotPage& plot, const PictureSize& size, Prompter& prompter);
 
 // A picture of the plot for the clipboard: the image of it, as shown, and an SVG document.
 std::unique_ptr<QMimeData> CopiedPicture(PlotPage& plot, const PictureSize& size, const QImage& shown);

@@ -47,6 +47,9 @@ class DiagnosisTab : public QWidget {
   // Shows one of them; none where nothing is solved.
   void Show(const SolvedItem* solution, const NumberPatterns& patterns);
 
+  // What has been computed so far.
+  const KeptDiagnoses& Kept() const { return kept_; }
+
   TableView& Book() const { return *DiagnosisBook; }
   // Whether the profile of a coefficient is in front of that, and its plot, null where there is none.
   bool ShowsProfile() const;

@@ -39,7 +39,7 @@ namespace quorvex {
 namespace {
 
 // Places in the row of commands.
-constexpr std::size_t kFormat = 1, kPageSetup = 4;
+constexpr std::size_t kFormat = 1, kPageSetup = 4, kReport = 5;
 
 }  // namespace
 
@@ -127,8 +127,10 @@ QWidget* frmResults::Commands() {
                                Command("FormatCommand", "F&ormat...", &frmResults::FormatCommand),
                                Command("PrintCommand", "&Print...", &frmResults::PrintCommand),
                                Command("CopyCommand", "&Copy", &frmResults::CopyCommand),
-                               Command("PageSetupCommand", "Page Set&up...", &frmResults::PageSetupCommand)})
+                               Command("PageSetupCommand", "Page Set&up...", &frmResults::PageSetupCommand),
+                               Command("ReportCommand", "E&xport Report...", &frmResults::ReportCommand)})
     row->addWidget(command);
+  commands_[kReport]->setToolTip("Save all that is known of this model as one document");
   row->addStretch();
   limits_ = new LimitsBar(bar);
   limits_->Chosen = [this] { LimitsChosen(); };
@@ -216,6 +218,7 @@ void frmResults::EnableCommands() {
   for (QPushButton* command : commands_) command->setEnabled(row >= 0 && any);
   commands_[kFormat]->setEnabled(row >= 0 && table);
   commands_[kPageSetup]->setEnabled(true);
+  commands_[kReport]->setEnabled(row >= 0 && solved_[static_cast<std::size_t>(row)].Model != nullptr);
   ShowLimits();
 }
 
@@ -309,6 +312,11 @@ void frmResults::SaveCommand() {
   if (PlotView* plot = CurrentPlot()) return plot->SavePicture();
   if (const TableView* table = CurrentTable())
     SaveTable(*table->InFull(), table->accessibleName().toStdString(), user_);
+}
+
+void frmResults::ReportCommand() {
+  const SolvedItem& solution = solved_[static_cast<std::size_t>(EqList->currentIndex())];
+  emit ReportChosen(*solution.Model, diagnosis_->Kept());
 }
 
 void frmResults::FormatCommand() {

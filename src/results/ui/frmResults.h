@@ -24,6 +24,7 @@ namespace quorvex {
 
 class DiagnosisTab;
 class EvaluationPanel;
+class KeptDiagnoses;
 class LimitsBar;
 class ResultPlot;
 class PlotView;
@@ -51,6 +52,8 @@ class frmResults : public QWidget {
   void ShowBest();
 
  signals:
+  // The user wants the whole report on a model as a document; what is known of all models by then.
+  void ReportChosen(ModelClass& model, const KeptDiagnoses& known);
   // The user wants to say which quantities of a model's coefficients are reported.
   void QuantitiesChosen(ModelClass& model);
 
@@ -79,6 +82,7 @@ class frmResults : public QWidget {
   void EnableCommands();
 
   void SaveCommand();
+  void ReportCommand();
   void FormatCommand();
   void PrintCommand();
   void CopyCommand();
