@@ -8,6 +8,7 @@
 #include "core/NumericFault.h"
 #include "engine/ModelClass.h"
 #include "engine/PointDerivatives.h"
+#include "engine/TypedDerivatives.h"
 #include "linear/Householder.h"
 #include "linear/TriangularFactor.h"
 
@@ -41,6 +42,7 @@ template <class Take>
 bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<int>& free, int derivativeMethod,
                   SolveForm& form, Take take) {
   const Untouched untouched(model);
+  const TypedDerivativesInUse typed(model);
   std::vector<std::size_t> numbers;
   for (const int i : free) numbers.push_back(static_cast<std::size_t>(i - 1));
   try {

@@ -19,8 +19,9 @@ class ModelClass;
 // whose rounding costs twice the digits.
 class FitGeometry {
  public:
-  // Coefficients that are held or lie on a bound are not free. Nothing where the model
-  // has no value or derivative at some point, and where `form` is aborted. Leaves the model as it was.
+  // Coefficients that are held or lie on a bound are not free. Derivatives that the user typed are taken, as in the
+  // fit. Nothing where the model has no value or derivative at some point, and where `form` is aborted. Leaves the
+  // model as it was.
   static std::optional<FitGeometry> At(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
 
   // The same of the two that a file kept. Nothing where R has no finite lengths.

@@ -90,6 +90,11 @@ bool Differentiator::NumericalDerivatives(std::span<const double> x, std::span<d
   return DerivativesBy(x, dyda, ErrString, false);
 }
 
+void Differentiator::UseTyped(bool use) {
+  model_.typed_ = use ? TypedDerivatives::Compile(model_) : nullptr;
+  if (model_.typed_) model_.typed_->TakeStatistics(model_);
+}
+
 bool Differentiator::ClosedForm(std::span<const double> x, std::span<double> dyda) const {
   if (model_.builtIn_ == nullptr) return true;
   const PointColumns columns = ColumnsOf(x);

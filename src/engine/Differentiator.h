@@ -12,8 +12,8 @@ class ModelClass;
 
 // Computes the derivatives of a model for the operations of ModelClass that bear the same names, which say what they
 // give. By coefficients they come from the closed form of a built-in model, from the expressions that the user typed,
-// where a fit has compiled them, from Richardson's extrapolation or from central differences. Nothing is differentiated
-// symbolically.
+// where they are in use (in a fit, TypedDerivativesInUse), from Richardson's extrapolation or from central differences.
+// Nothing is differentiated symbolically.
 class Differentiator {
  public:
   explicit Differentiator(ModelClass& model) : model_(model) {}
@@ -25,6 +25,9 @@ class Differentiator {
   bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
                           double* const* dyda);
   void SharpenDerivatives(std::size_t n, double* const* dyda);
+
+  // Whether the expressions that the user typed are taken from now on, of a model that has them.
+  void UseTyped(bool use);
 
  private:
   bool ClosedForm(std::span<const double> x, std::span<double> dyda) const;

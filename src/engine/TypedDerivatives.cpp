@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/NumberText.h"
+#include "engine/Differentiator.h"
 #include "equation/Expression.h"
 
 namespace quorvex {
@@ -58,5 +59,11 @@ bool TypedDerivatives::OverBlock(const ModelClass& parent, const SolveData& data
   }
   return true;
 }
+
+TypedDerivativesInUse::TypedDerivativesInUse(ModelClass& model) : model_(model) {
+  if (model.UserType) Differentiator(model).UseTyped(true);
+}
+
+TypedDerivativesInUse::~TypedDerivativesInUse() { Differentiator(model_).UseTyped(false); }
 
 }  // namespace quorvex

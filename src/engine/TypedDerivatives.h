@@ -37,4 +37,16 @@ class TypedDerivatives {
   std::vector<TypedDerivative> derivatives_;  // one per coefficient of the parent
 };
 
+// As long as it lives, a model of the user's own that has typed derivatives is differentiated by them, as in its fit.
+class TypedDerivativesInUse {
+ public:
+  explicit TypedDerivativesInUse(ModelClass& model);
+  ~TypedDerivativesInUse();
+  TypedDerivativesInUse(const TypedDerivativesInUse&) = delete;
+  TypedDerivativesInUse& operator=(const TypedDerivativesInUse&) = delete;
+
+ private:
+  ModelClass& model_;
+};
+
 }  // namespace quorvex

@@ -133,5 +133,20 @@ TEST(FitGeometry, KnowsWhatIsHeldSingularOrWithoutValue) {
   EXPECT_FALSE(at(*line));
 }
 
+// The derivative that is typed is twice the true one, which tells them apart; after it the numerical one is back.
+TEST(FitGeometry, TakesTypedDerivativesAsTheFitDoes) {
+  const SolveData data = Points({{3, 4}}, {3, 4});
+  const std::unique_ptr<ModelClass> model = ModelAt("a*x", 1, "1");
+  model->UserType = true;
+  SolveForm form;
+  EXPECT_NEAR(std::abs(FitGeometry::At(*model, data, 0, form)->R()(0, 0)), 5, 1e-9);
+  model->Coefficients[0].Derivative = "2*x";
+  EXPECT_NEAR(std::abs(FitGeometry::At(*model, data, 0, form)->R()(0, 0)), 10, 1e-14);
+  std::vector<double> dyda(1);
+  std::string why;
+  EXPECT_TRUE(model->Derivative(std::vector<double>{3}, dyda, why));
+  EXPECT_NEAR(dyda[0], 3, 1e-9);
+}
+
 }  // namespace
 }  // namespace quorvex
