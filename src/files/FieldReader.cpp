@@ -53,6 +53,16 @@ double FieldReader::Real() {
   return value.value_or(0);
 }
 
+double FieldReader::AnyReal() {
+  using Limits = std::numeric_limits<double>;
+  const std::size_t here = at_;
+  const std::string_view text = Next().Text;
+  for (const double value : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()})
+    if (text == ShortestNumber(value)) return value;
+  at_ = here;
+  return Real();
+}
+
 std::int32_t FieldReader::Integer() {
   const double value = Real();
   using Limits = std::numeric_limits<std::int32_t>;

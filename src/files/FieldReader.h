@@ -27,6 +27,7 @@ class FieldReader {
 
   std::string Text() { return std::string(Next().Text); }
   double Real();           // finite, with a decimal point
+  double AnyReal();        // also infinite or no number, as FieldWriter writes them
   std::int32_t Integer();  // of 32 bits
   bool Boolean();          // #TRUE# or #FALSE#
   // Fails unless the next field has this text, blanks around it aside.

@@ -91,7 +91,7 @@ void ListFit(Io& io, Model& model, Details& details, Points& points) {
   ListInput(io, details.Input, points);
   io(model.ErrorInfo);
   io.Known(n);
-  for (auto& variance : details.Covariance) io(variance);
+  for (auto& variance : details.Covariance) io(Computed{variance});
   io(model.NumIterations);
 }
 

@@ -142,7 +142,7 @@ void ListCovariance(RecordWriter& io, const std::vector<double>& variances) {
 void ListCovariance(RecordReader& io, std::vector<double>& variances) {
   double ignored = 0;
   for (std::size_t row = 0; row < variances.size() && io.Good(); ++row)
-    for (std::size_t col = 0; col < variances.size(); ++col) io(row == col ? variances[row] : ignored);
+    for (std::size_t col = 0; col < variances.size(); ++col) io(Computed{row == col ? variances[row] : ignored});
 }
 
 template <typename Io, typename Model, typename Table, typename Style>

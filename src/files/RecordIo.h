@@ -39,6 +39,10 @@ template <typename Integer>
 struct RealForm {  // a whole number that is written as a real one, "1E+05"
   Integer& Field;
 };
+template <typename Number>
+struct Computed {  // a real number that came out of a computation, and may be infinite or none
+  Number& Field;
+};
 template <typename Text>
 struct Trimmed {  // a text that is written without the blanks around it
   Text& Field;
@@ -47,6 +51,8 @@ template <typename Text>
 ModelText(Text&) -> ModelText<Text>;
 template <typename Integer>
 RealForm(Integer&) -> RealForm<Integer>;
+template <typename Number>
+Computed(Number&) -> Computed<Number>;
 template <typename Text>
 Trimmed(Text&) -> Trimmed<Text>;
 
@@ -132,6 +138,10 @@ class RecordWriter {
   template <typename Integer>
   void Put(const RealForm<Integer>& field) {
     out_.Field(static_cast<double>(field.Field));
+  }
+  template <typename Number>
+  void Put(const Computed<Number>& field) {
+    out_.Field(field.Field);
   }
   template <typename Text>
   void Put(const Trimmed<Text>& field) {
@@ -219,6 +229,7 @@ class RecordReader {
   }
   void Take(const ModelText<std::string>& field) { field.Field = DecodeLocaleText(in_.Text(), locale_); }
   void Take(const RealForm<std::int32_t>& field) { Take(field.Field); }
+  void Take(const Computed<double>& field) { field.Field = in_.AnyReal(); }
   void Take(const Trimmed<std::string>& field) { Take(field.Field); }
 
   FieldReader& in_;

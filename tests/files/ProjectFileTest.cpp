@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <limits>
 #include <random>
 
 #include "Fields.h"
@@ -179,6 +180,19 @@ TEST(ProjectFile, ReadsBackEqual) {
       EXPECT_EQ(ProjectText(back), text);
     }
   }
+}
+
+// A model whose normal equations have no inverse is solved all the same.
+TEST(ProjectFile, KeepsStandardErrorsThatAreNone) {
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  Project project = OneVariableProject(LocaleText());
+  ModelClass& model = *project.Models.Find("My line");
+  model.SetCovariance(1, kInfinite);
+  model.SetCovariance(2, std::numeric_limits<double>::quiet_NaN());
+  const std::string text = ProjectText(project);
+  const Project back = Read(text);
+  EXPECT_EQ(back.Models.Find("My line")->Covariance(1), kInfinite);
+  EXPECT_EQ(ProjectText(back), text);
 }
 
 TEST(ProjectFile, TravelsBetweenLocales) {
