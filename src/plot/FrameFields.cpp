@@ -57,13 +57,13 @@ std::vector<PropertyField> PlotClass::SeriesFields(PlotSeries& series) const {
   std::vector<PropertyField> fields = LineFields(series.Style(), 10, HasErrorBars(series));
   const bool hasBands = series.MayHaveBands();
   fields.push_back({.Control = "cmboBands",
-                    .Label = "&Bands:",
+                    .Label = "Bands aro&und the curve:",
                     .Kind = Choice,
                     .Place = &series.Style().Bands,
                     .Choices = {"None", "Confidence", "Prediction", "Confidence and prediction"},
                     .Applies = hasBands});
   fields.push_back({.Control = "cmboBandLevel",
-                    .Label = "Le&vel of bands:",
+                    .Label = "T&heir level:",
                     .Kind = Choice,
                     .Place = &series.Style().BandLevel,
                     .Choices = {"68%", "90%", "95%", "99%"},
