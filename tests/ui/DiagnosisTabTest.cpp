@@ -99,6 +99,8 @@ TEST_F(Diagnosing, IsCancelledByKeysByClosingAndByASolve) {
   // The window is alive: another page can be looked at.
   Turn(0);
   Turn(kPage);
+  Results().activateWindow();  // what was asked before had the keys
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Results()));
   QTest::keyClick(&Results(), Qt::Key_Escape);
   ASSERT_TRUE(Ended());
   EXPECT_EQ(Page(), before);

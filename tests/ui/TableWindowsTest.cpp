@@ -107,7 +107,11 @@ TEST_F(TableWindowsTest, AsksForTypeAndRangeAndShowsTheTable) {
   dialogs.Do([](QDialog& form) {
     EXPECT_EQ(form.windowTitle(), "Table Type");
     Inspect(form);
-    EXPECT_EQ(form.findChild<QComboBox*>(), nullptr);
+    EXPECT_EQ(form.findChild<QComboBox*>("cmbVariable"), nullptr);
+    EXPECT_FALSE(In<QComboBox>(form, "cmbLevel").isEnabled());
+    In<QComboBox>(form, "cmbLimits").setCurrentIndex(1);
+    EXPECT_TRUE(In<QComboBox>(form, "cmbLevel").isEnabled());
+    In<QComboBox>(form, "cmbLimits").setCurrentIndex(0);
     QTest::keyClick(&form, Qt::Key_Return);
   });
   dialogs.Do([this](QDialog& form) {

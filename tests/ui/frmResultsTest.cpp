@@ -123,6 +123,7 @@ TEST_F(Results, ShowsLimitsWhereTheyAreChosen) {
   EXPECT_EQ(Find<QTableView>("DataBook").model()->columnCount(), 10);
   const auto bands = [&] {
     Turn(2);
+    QTest::qWait(20);  // a plot is drawn once it has its place
     return static_cast<ResultPlot&>(Find<QWidget>("pctModel")).View()->accessibleDescription().count("95%");
   };
   EXPECT_EQ(bands(), 2);

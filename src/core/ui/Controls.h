@@ -19,4 +19,11 @@ inline QLabel* LabelFor(QWidget* control, const QString& text, QWidget* parent =
   return label;
 }
 
+// The same for a box of choices that explain themselves to the eye: a screen reader calls a box by its choice, and what
+// it is for by its label alone, which is not shown.
+inline void NameAloud(QWidget* box, const QString& text) {
+  box->setAccessibleName(text);
+  LabelFor(box, text, box->parentWidget())->hide();
+}
+
 }  // namespace quorvex

@@ -76,7 +76,7 @@ QWidget* DiagnosisTab::Choices() {
   samples_->setSingleStep(100);
   kind_ = Named(new QComboBox(row), "kind");
   kind_->addItems({"of residuals", "of points"});
-  kind_->setAccessibleName("What the bootstrap draws");
+  NameAloud(kind_, "What the bootstrap draws");
   kind_->view()->setAccessibleName(kind_->accessibleName());
   kind_->setToolTip(kind_->accessibleName());
   ckCrossValidation = Named(new QCheckBox("Cross-&validation", row), "ckCrossValidation");
@@ -115,7 +115,7 @@ QWidget* DiagnosisTab::Commands() {
   cmdProfile->setCheckable(true);
   connect(cmdProfile, &QPushButton::toggled, this, &DiagnosisTab::ToggleProfile);
   profiled_ = Named(new QComboBox(row), "profiled");
-  profiled_->setAccessibleName("Coefficient of the profile");
+  NameAloud(profiled_, "Coefficient of the profile");
   profiled_->view()->setAccessibleName(profiled_->accessibleName());
   profiled_->setToolTip(profiled_->accessibleName());
   connect(profiled_, &QComboBox::currentIndexChanged, this, &DiagnosisTab::ShowProfile);
@@ -126,7 +126,9 @@ QWidget* DiagnosisTab::Commands() {
   });
   stage_ = Named(new QLabel(row), "stage");
   stage_->setTextFormat(Qt::PlainText);
-  stage_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // as long as it may be, the window stays
+  QSizePolicy between(QSizePolicy::Ignored, QSizePolicy::Preferred);  // as long as it may be, the window stays
+  between.setRetainSizeWhenHidden(true);                              // and the buttons stay where they are
+  stage_->setSizePolicy(between);
   bar_ = Named(new QProgressBar(row), "progress");
   bar_->setAccessibleName("Progress of the computation");
   cmdCancel = Named(new QPushButton("C&ancel", row), "cmdCancel");
@@ -281,7 +283,7 @@ void DiagnosisTab::Start(const std::vector<const ModelClass*>& models, const Dia
   connect(run_.get(), &QThread::finished, this, [this, run = run_.get()] {
     if (run_.get() == run && run->isFinished()) TakeAnswer();
   });
-  stage_->clear();
+  SetStage({});
   bar_->setRange(0, 0);
   run_->start();
   progress_.start();
@@ -314,7 +316,12 @@ void DiagnosisTab::ShowProgress() {
   bar_->setValue(static_cast<int>(run_->Work().Done()));
   QString stage = QString::fromStdString(run_->Stage());
   if (total > 0) stage += QString(" %1 of %2").arg(run_->Work().Done()).arg(total);
-  stage_->setText(run_->Work().Cancelled() ? "Cancelling..." : stage);
+  SetStage(run_->Work().Cancelled() ? "Cancelling..." : stage);
+}
+
+void DiagnosisTab::SetStage(const QString& text) {
+  stage_->setText(text);
+  stage_->setVisible(!text.isEmpty());
 }
 
 void DiagnosisTab::EnableControls() {
@@ -333,7 +340,7 @@ void DiagnosisTab::EnableControls() {
   bar_->setVisible(running);
   cmdCancel->setVisible(running);
   escape_->setEnabled(running);
-  if (!running) stage_->setText(note_);
+  if (!running) SetStage(note_);
 }
 
 }  // namespace quorvex

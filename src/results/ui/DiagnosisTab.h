@@ -75,6 +75,7 @@ class DiagnosisTab : public QWidget {
   void Start(const std::vector<const ModelClass*>& models, const DiagnosisChoices& choices);
   void TakeAnswer();
   void ShowProgress();
+  void SetStage(const QString& text);
   void EnableControls();
 
   Settings& settings_;

@@ -3,16 +3,18 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 
+#include "core/ui/Controls.h"
+
 namespace quorvex {
 
 LimitsBar::LimitsBar(QWidget* parent)
     : QWidget(parent), cmboLimits(new QComboBox(this)), cmboLevel(new QComboBox(this)) {
   cmboLimits->setObjectName("cmboLimits");
-  cmboLimits->setAccessibleName("Limits of the model's values");
+  NameAloud(cmboLimits, "Limits of the model's values");
   cmboLimits->setToolTip("Where the curve is (confidence), and where one more point would be (prediction)");
   cmboLimits->addItems({"No limits", "Confidence limits", "Prediction limits", "Both limits"});
   cmboLevel->setObjectName("cmboLevel");
-  cmboLevel->setAccessibleName("Level of the limits");
+  NameAloud(cmboLevel, "Level of the limits");
   cmboLevel->setToolTip(cmboLevel->accessibleName());
   for (const int level : kLimitLevels) cmboLevel->addItem(QString("%1%").arg(level));
   cmboLevel->setCurrentIndex(static_cast<int>(kBandLevel));
