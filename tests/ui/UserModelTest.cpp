@@ -327,11 +327,11 @@ TEST_F(UserModelWindows, ExportTheModelThatIsChosen) {
   EXPECT_EQ(QApplication::clipboard()->text().remove('\r'), "Y = a*x^2\n\na = 1.5");
   EXPECT_EQ(session.Preferences.Text("ReplaceOption", "TextExport"), "1");
 
-  dialogs.ChooseFile(folder.Path("fit"));
-  Then("frmModelCode", [](QDialog& form) {
+  Then("frmModelCode", [this](QDialog& form) {
     EXPECT_TRUE(In<QPlainTextEdit>(form, "txtCode").toPlainText().contains("def model(x):"));
     In<QComboBox>(form, "cmbLanguage").setCurrentText("R");
     Click(form, "cmdCopy");
+    dialogs.ChooseFile(folder.Path("fit"));
     Click(form, "cmdSave");
     Close(form);
   });
