@@ -108,6 +108,7 @@ TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   fields.PlotBands = "Both";
   fields.UseCode = true;
   fields.CodeFiles = "fit.py\r\nfit %SITE%.js";
+  fields.ReportFiles = "Fit %SITE%.html\r\nfit.ipynb";
   fields.StandardDeviations = "Absolute";
   fields.Loss = "Cauchy";
   fields.LossScale = "0.5";
@@ -353,6 +354,7 @@ class RandomFields {
     f.UsePlots = Tick();
     f.PlotFiles = OneOf({"p.svg", "%SITE% a=b.PNG\r\n\np.plt"});
     f.PlotTemplate = OneOf({"", "Look.qv2"});
+    f.ReportFiles = OneOf({"", "r.html", "%SITE%.md\r\n\nr.tex"});
     f.PlotModels = OneOf({"best", "ALL", "3"});
     f.PlotKind = OneOf({"Model", "residuals", "Probability"});
     f.PlotBands = OneOf({"None", "confidence", "Prediction", "Both"});
@@ -422,6 +424,7 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
     s.PlotBands = static_cast<int>(std::ranges::find(bands, f.PlotBands) - bands);
   }
   if (f.UseCode) s.CodeFile = f.CodeFiles == "c.py" ? f.CodeFiles : "%SITE% a=b.R\r\nc.js";
+  s.ReportFile = f.ReportFiles.size() < 7 ? f.ReportFiles : "%SITE%.md\r\nr.tex";
   s.AbsoluteDeviations = f.StandardDeviations == "Absolute";
   for (std::size_t loss = 0; loss < kLossNames.size(); ++loss)
     if (EqualNoCase(kLossNames[loss], f.Loss)) s.Loss = static_cast<LossKind>(loss);
@@ -454,7 +457,7 @@ auto Decided(const MacroSetup& s) {
                   s.PlotFile, s.PlotTemplate, s.PlotModels, s.PlotKind, s.ResultFile, s.SolveEachRun, s.RequireSolution,
                   s.StrictStatus, s.DataSeries, s.AbsoluteDeviations, s.Loss, s.LossScale, s.TableConfidence,
                   s.TablePrediction, s.PlotBands, s.Diagnostics, s.ProfileLimits, s.Bootstrap, s.ResampleCases,
-                  s.CrossValidation);
+                  s.CrossValidation, s.ReportFile);
 }
 
 std::string Folded(const std::string& text) { return ToLower(Joined(text, ' ', "")); }

@@ -193,6 +193,7 @@ TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
   given.ParameterFile = "p", given.ColumnOrder = "c", given.MissingData = "n", given.OutputFile = "o";
   given.UsePlots = true, given.PlotFiles = "a.svg\nb.plt", given.PlotTemplate = "l.qv2";
   given.UseCode = true, given.CodeFiles = "a.py\nb.js";
+  given.ReportFiles = "a.html\nb.md";
   given.ResultFile = "r", given.SolveEachRun = given.RequireSolution = given.StrictStatus = true;
   given.DataSeries = true;
   given.PlotModels = "3", given.PlotKind = "Probability", given.PlotBands = "Prediction";
