@@ -298,9 +298,6 @@ void frmMacro::AddPlots(QFormLayout& form) {
   auto* look = AddFile(form, "Template (&qv2, qv3):", "PlotTemplate", "Plot Template", false);
   auto* models = AddChoice(form, "Models s&hown:", "PlotModels", "cmbPlotModels");
   auto* kind = AddChoice(form, "&Kind:", "PlotKind", "cmbPlotKind");
-  auto* reports = NewParagraph(page, "Names of reports", "ReportFile", "txtReportFile", 2);
-  reports->setPlaceholderText("A name on each line, such as fit.html, fit.tex, fit.md or fit.ipynb");
-  form.addRow("Repor&ts:", reports);
   for (QWidget* field : std::initializer_list<QWidget*>{names, look->parentWidget(), models, kind}) {
     field->setEnabled(false);
     connect(use, &QCheckBox::toggled, field, &QWidget::setEnabled);
@@ -313,6 +310,9 @@ void frmMacro::AddPlots(QFormLayout& form) {
   form.addRow("", codes);
   codes->setEnabled(false);
   connect(useCode, &QCheckBox::toggled, codes, &QWidget::setEnabled);
+  auto* reports = NewParagraph(page, "Names of reports", "ReportFile", "txtReportFile", 2);
+  reports->setPlaceholderText("A name on each line, such as fit.html, fit.tex, fit.md or fit.ipynb");
+  form.addRow("Reports:", reports);
 }
 
 QWidget* frmMacro::DiagnosisPage() {
