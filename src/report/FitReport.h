@@ -7,7 +7,7 @@
 namespace quorvex {
 
 // The report on a fit as a document: what it tells, in the order in which it tells it, gathered once for all formats.
-// All texts are plain, and may hold any character; numbers in them have a decimal point. A writer (ReportFormat.h)
+// All texts are plain, and may hold any character; numbers of tables have a decimal point. A writer (ReportFormat.h)
 // makes of them what its format has.
 
 struct ReportText {
