@@ -53,6 +53,7 @@ class Rows {
     Figure("Search", verdict.Ended);
     for (std::size_t i = 0; i < verdict.Reasons.size(); ++i)
       Figure("Reason_" + std::to_string(i + 1), verdict.Reasons[i]);
+    for (std::size_t i = 0; i < verdict.Notes.size(); ++i) Figure("Note_" + std::to_string(i + 1), verdict.Notes[i]);
   }
 
   void Errors() {

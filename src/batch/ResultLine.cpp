@@ -112,7 +112,7 @@ std::string DiagnosisObject(const Diagnosis& diagnosis, double lossScale, const 
   const Ranking& rank = diagnosis.Rank;
   JsonObject object;
   object.Text("verdict", ToLower(VerdictWord(verdict.Kind))).TextOrNull("search", verdict.Ended);
-  object.Raw("reasons", Array(verdict.Reasons, JsonText));
+  object.Raw("reasons", Array(verdict.Reasons, JsonText)).Raw("notes", Array(verdict.Notes, JsonText));
   object.Text("deviations", diagnosis.AbsoluteDeviations ? "absolute" : "relative");
   object.Number("reducedChiSquare", diagnosis.ReducedChiSquare);
   object.Number("chiSquareProbability", diagnosis.ChiSquareProbability);

@@ -45,15 +45,15 @@ struct Case {
   }
 };
 
-using Reasons = std::vector<std::string>;
+using Sentences = std::vector<std::string>;
 
-void NotConverged(Case& c, Reasons& reasons) {
+void NotConverged(Case& c, Sentences& reasons) {
   if (c.Model.SolveType != 0) return;
   if (c.Model.Ended == SearchEnd::IterationLimit || c.Model.Ended == SearchEnd::Paused)
     reasons.emplace_back("The search had not converged: more iterations may lead to another answer.");
 }
 
-void OnABound(Case& c, Reasons& reasons) {
+void OnABound(Case& c, Sentences& reasons) {
   for (int i = 1; i <= c.Model.NumDependentVar(); ++i) {
     if (!c.Model.IsAtBound(i)) continue;
     const bool least = c.Model.IsAtMinimum(i);
@@ -63,12 +63,12 @@ void OnABound(Case& c, Reasons& reasons) {
   }
 }
 
-void NoDerivatives(Case& c, Reasons& reasons) {
+void NoDerivatives(Case& c, Sentences& reasons) {
   if (c.Geometry == nullptr && !c.Form.Aborted)
     reasons.emplace_back("The model has no derivatives at some point, so that its errors are not known.");
 }
 
-void NotDetermined(Case& c, Reasons& reasons) {
+void NotDetermined(Case& c, Sentences& reasons) {
   if (c.Geometry == nullptr || c.Geometry->ReciprocalCondition() >= kWeak) return;
   const std::vector<double>& weakest = c.Geometry->WeakestDirection();
   double most = 0;
@@ -89,7 +89,7 @@ void NotDetermined(Case& c, Reasons& reasons) {
                                          "constant."));
 }
 
-void NotAtAMinimum(Case& c, Reasons& reasons) {
+void NotAtAMinimum(Case& c, Sentences& reasons) {
   if (c.Geometry == nullptr || c.Model.SolveType != 0 || c.Model.Loss != LossKind::Squares || c.IsExact()) return;
   // Along what the data leave open, rounding decides.
   if (!c.Open.empty() || !(c.Geometry->RelativeOffset() > kOffMinimum)) return;
@@ -102,7 +102,7 @@ void NotAtAMinimum(Case& c, Reasons& reasons) {
                                "others may lead to a minimum.");
 }
 
-void NoBetterThanAConstant(Case& c, Reasons& reasons) {
+void NoBetterThanAConstant(Case& c, Sentences& reasons) {
   // Outliers, which a robust fit leaves where they are, may be off the best curve by more than from the mean.
   if (c.Model.Loss != LossKind::Squares) return;
   if (c.Geometry == nullptr || !(c.Model.RST > 0) || c.IsExact()) return;
@@ -113,7 +113,7 @@ void NoBetterThanAConstant(Case& c, Reasons& reasons) {
         "mean of Y.");
 }
 
-void Broken(Case& c, Reasons& reasons) {
+void Broken(Case& c, Sentences& reasons) {
   const std::vector<ModelBreak> breaks = FindBreaks(c.Model, c.Data, c.Form);
   if (breaks.empty()) return;
   const ModelBreak& first = breaks.front();
@@ -126,7 +126,7 @@ void Broken(Case& c, Reasons& reasons) {
                     (more == 0 ? "." : ", and is broken between " + std::to_string(more) + " more pairs of points."));
 }
 
-void TooFewPoints(Case& c, Reasons& reasons) {
+void TooFewPoints(Case& c, Sentences& reasons) {
   if (c.Geometry == nullptr || c.Model.DOFError >= kFewDegrees) return;
   const std::size_t free = c.Geometry->Free().size();
   reasons.push_back(CountOfPoints(c.Data.N()) + " for " + std::to_string(free) +
@@ -135,7 +135,7 @@ void TooFewPoints(Case& c, Reasons& reasons) {
                     " of freedom: how much the points scatter is hardly known.");
 }
 
-void Correlated(Case& c, Reasons& reasons) {
+void Correlated(Case& c, Sentences& reasons) {
   if (c.Geometry == nullptr) return;
   const Matrix correlation = c.Geometry->Correlation();
   const std::vector<int>& free = c.Geometry->Free();
@@ -156,7 +156,7 @@ void Correlated(Case& c, Reasons& reasons) {
                     ": the data hardly tell one from the other.");
 }
 
-void MayBeZero(Case& c, Reasons& reasons) {
+void MayBeZero(Case& c, Sentences& notes) {
   if (c.Geometry == nullptr || c.IsExact()) return;
   std::vector<std::string> names;
   int last = 0;
@@ -164,19 +164,35 @@ void MayBeZero(Case& c, Reasons& reasons) {
     if (!c.IsOpen(i) && c.Model.StandardError(i) > std::abs(c.Model.Values(i)))
       names.push_back(c.Model.Variables(last = i));
   if (names.size() == 1)
-    reasons.push_back("'" + names[0] + "' may be 0: its standard error " + c.Number(c.Model.StandardError(last)) +
-                      " is larger than its value " + c.Number(c.Model.Values(last)) + ".");
+    notes.push_back("'" + names[0] + "' may be 0: its standard error " + c.Number(c.Model.StandardError(last)) +
+                    " is larger than its value " + c.Number(c.Model.Values(last)) + ".");
   if (names.size() > 1)
-    reasons.push_back(Listed(names) + " may be 0: their standard errors are larger than their values.");
+    notes.push_back(Listed(names) + " may be 0: their standard errors are larger than their values.");
 }
 
-// Where the standard deviations are only ratios, the scatter itself says how large they are.
-void BeyondDeviations(Case& c, Reasons& reasons) {
-  const ChiSquare chiSquare = ChiSquareOf(c.Model, c.Model.GivenDeviation);
-  if (!(chiSquare.Probability < kByChance)) return;
-  reasons.push_back("The points scatter " + c.Number(std::sqrt(chiSquare.Reduced)) +
-                    " times as much as their standard deviations say (reduced chi-square " +
-                    c.Number(chiSquare.Reduced) + "): the model misses something, or the deviations are too small.");
+// What the reduced chi-square says, if anything. Points that a loss has played down are meant to be far off.
+std::string AgainstDeviations(Case& c, double unitDeviation) {
+  if (c.Model.Loss != LossKind::Squares) return "";
+  const ChiSquare chiSquare = ChiSquareOf(c.Model, unitDeviation);
+  const std::string scatter = "The points scatter " + c.Number(std::sqrt(chiSquare.Reduced)) +
+                              " times as much as their standard deviations say (reduced chi-square " +
+                              c.Number(chiSquare.Reduced) + "): ";
+  if (chiSquare.Probability < kByChance)
+    return scatter + "the model misses something, or the deviations are too small.";
+  // An exact fit tells nothing of deviations.
+  if (chiSquare.Probability > 1 - kByChance && !c.IsExact()) return scatter + "the deviations are too large.";
+  return "";
+}
+
+void BeyondDeviations(Case& c, Sentences& reasons) {
+  if (std::string text = AgainstDeviations(c, c.Model.GivenDeviation); !text.empty())
+    reasons.push_back(std::move(text));
+}
+
+// Where the standard deviations are only ratios, the scatter itself says how large they are, and no error is wrong.
+void BeyondRatios(Case& c, Sentences& notes) {
+  if (c.Model.GivenDeviation > 0) return;
+  if (std::string text = AgainstDeviations(c, c.Data.UnitDeviation); !text.empty()) notes.push_back(std::move(text));
 }
 
 // Mean residuals, weighted, of points of equal X, in the order of X. Nothing where the model has no value.
@@ -208,7 +224,7 @@ double LowerTail(double z) {
   }
 }
 
-void NotRandom(Case& c, Reasons& reasons) {
+void NotRandom(Case& c, Sentences& reasons) {
   if (c.Data.X.size() != 1 || c.IsExact()) return;
   const auto residuals = ResidualsAlongX(c);
   if (!residuals || residuals->size() < kEnoughX) return;
@@ -302,6 +318,7 @@ Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitG
   verdict.Ended = HowEnded(model, settings);
   Case c{model, data, geometry ? &*geometry : nullptr, locale, form};
   for (const auto check : kChecks) check(c, verdict.Reasons);
+  for (const auto remark : kRemarks) remark(c, verdict.Notes);
   if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;
   return verdict;
 }

@@ -15,8 +15,9 @@ namespace quorvex {
 enum class VerdictKind { Sound, Doubtful, Failed };
 struct Verdict {
   VerdictKind Kind = VerdictKind::Sound;
-  std::string Ended;                 // how the search ended, a sentence
-  std::vector<std::string> Reasons;  // what speaks against it, a sentence each, the gravest first
+  std::string Ended;                    // how the search ended, a sentence
+  std::vector<std::string> Reasons;     // what speaks against it, a sentence each, the gravest first
+  std::vector<std::string> Notes = {};  // what is worth knowing and speaks against nothing, a sentence each
 };
 
 // The verdict on a model that was fitted to these points, with its geometry where it has one. Failed where it isn't
@@ -37,16 +38,21 @@ struct Verdict {
 //   broken             the curve has a pole, a jump or no value between points (ModelBreaks.h)
 //   beyond deviations  the standard deviations are taken at their word, and by the reduced chi-square the points
 //   scatter
-//                      so much more that chance would do it in less than one of 1000 fits (ChiSquare.h)
+//                      so much more, or so much less, that chance would do it in less than one of 1000 fits
+//                      (ChiSquare.h). Least squares alone: points that a loss plays down are meant to be far off
 //   too few points     less than 3 degrees of freedom are left: the 95 % limits are 4 to 13 standard errors wide
 //   correlated         the coefficients of the pair named have a correlation beyond 0.99, and one of them a standard
 //                      error above a fifth of its value: what one has too much the other makes up for. With small
 //                      errors even a correlation of 0.999 does no harm, and many good models have one
-//   may be 0           a standard error is larger than its coefficient: by the t-test nothing speaks against 0
 //   not random         with one variable and 10 different X at least, neighbouring residuals (means of equal X) are
 //                      alike so often that chance would do it in one of 1000 fits, by von Neumann's ratio, which is
 //                      Durbin and Watson's, or by the number of runs of one sign (J. von Neumann, Ann. Math. Statist.
 //                      12, 1941; A. Wald & J. Wolfowitz, ibid. 11, 1940): the model misses something
+//
+// The notes, which turn no verdict, since a good model may have such a coefficient, and weights needn't be deviations:
+//
+//   may be 0           a standard error is larger than its coefficient: by the t-test nothing speaks against 0
+//   beyond ratios      as beyond deviations, where only the ratios of the standard deviations count
 //
 // Residuals that are no more than the rounding of Y, 1e-10 of its size, tell nothing and are not judged. Numbers in the
 // sentences are in the form of the locale. The model stays as it was.

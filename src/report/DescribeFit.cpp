@@ -189,10 +189,12 @@ class Describer {
 
   void Diagnoses() {
     Begin("Diagnosis");
-    if (!diagnosis_.Judgement.Reasons.empty()) Put(ReportList{diagnosis_.Judgement.Reasons});
+    std::vector<std::string> sentences = diagnosis_.Judgement.Reasons;
+    sentences.insert(sentences.end(), diagnosis_.Judgement.Notes.begin(), diagnosis_.Judgement.Notes.end());
+    if (!sentences.empty()) Put(ReportList{std::move(sentences)});
     PutAll(BlocksOf(
         DiagnosisReport(source_.Diagnoses, source_.Which, source_.Circumstances, settings_, {}, WindowPatterns()),
-        {"Reason: ", "Equation ID: ", "Coefficients", "Reported Quantities", "Standard errors: "}));
+        {"Reason: ", "Note: ", "Equation ID: ", "Coefficients", "Reported Quantities", "Standard errors: "}));
   }
 
   void Data() {

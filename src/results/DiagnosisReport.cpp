@@ -25,6 +25,7 @@ class Builder {
     constexpr const char* kKinds[] = {"This answer can be trusted.", "Look twice.", "No answer."};
     report_.Add(RowKind::Heading, {kKinds[static_cast<std::size_t>(diagnosis.Judgement.Kind)]});
     for (const std::string& reason : diagnosis.Judgement.Reasons) Line("Reason: ", reason);
+    for (const std::string& note : diagnosis.Judgement.Notes) Line("Note: ", note);
     Line("Search: ", diagnosis.Judgement.Ended);
     Line("Equation ID: ", diagnosis.Id);
   }

@@ -3,6 +3,7 @@
 #include "NistProject.h"
 #include "diagnosis/Verdict.h"
 #include "engine/Points.h"
+#include "sheet/ComputeWeights.h"
 #include "solve/GatherData.h"
 
 namespace quorvex {
@@ -50,6 +51,21 @@ SolveData Scattered(const std::vector<double>& x, const std::function<double(dou
   return Points({x}, std::move(y));
 }
 
+// With the deviation given for each point.
+SolveData Within(SolveData data, double deviation) {
+  data.SD.assign(data.N(), deviation);
+  data.HasSD = true;
+  TakeWeights(data);
+  return data;
+}
+
+void AtTheirWord(ModelClass&, Settings& settings) { settings.AbsoluteDeviations = true; }
+
+SolveData WithSlip(SolveData data) {
+  data.Y[6] += 25;
+  return data;
+}
+
 double Line(double x) { return 3 + 2 * x; }
 
 TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
@@ -61,6 +77,7 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
     VerdictKind Kind;
     const char* Reason;  // with which the first one begins; empty for a sound answer
     const char* Ended = "";
+    const char* Note = "";
   } kCases[] = {
       {"sound", {"a+b*x", {}}, line, VerdictKind::Sound, "", "The search converged after "},
       {"held",
@@ -136,8 +153,31 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
        {"a+b*x", {}},
        Scattered(
            Steps(20), [](double x) { return 2 * x; }, 0.5),
-       VerdictKind::Doubtful,
+       VerdictKind::Sound,
+       "",
+       "",
        "'a' may be 0: its standard error 0."},
+      {"deviations too small",
+       {"a+b*x", {}, AtTheirWord},
+       Within(line, 0.05),
+       VerdictKind::Doubtful,
+       "The points scatter 5."},
+      {"deviations too large",
+       {"a+b*x", {}, AtTheirWord},
+       Within(line, 5),
+       VerdictKind::Doubtful,
+       "The points scatter 0.05"},
+      {"ratios", {"a+b*x", {}}, Within(line, 0.05), VerdictKind::Sound, "", "", "The points scatter 5."},
+      {"deviations and a loss",
+       {"a+b*x",
+        {},
+        [](ModelClass& m, Settings& s) {
+          AtTheirWord(m, s);
+          s.Loss = LossKind::Bisquare;
+        }},
+       Within(WithSlip(line), 0.5),
+       VerdictKind::Sound,
+       ""},
       {"not random",
        {"a+b*x", {}},
        Scattered(
@@ -175,6 +215,8 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
     EXPECT_EQ(verdict.Kind, c.Kind) << verdict.Ended << " " << first;
     EXPECT_TRUE(verdict.Ended.starts_with(c.Ended)) << verdict.Ended;
     EXPECT_TRUE(first.starts_with(c.Reason)) << first;
+    const std::string note = verdict.Notes.empty() ? "" : verdict.Notes[0];
+    EXPECT_TRUE(note.starts_with(c.Note)) << note;
     if (c.Kind == VerdictKind::Sound) {
       EXPECT_EQ(first, "");
     }
@@ -198,14 +240,12 @@ TEST(Judge, WritesNumbersAsTheLocaleDoes) {
 }
 
 // The nonlinear and linear reference sets of NIST's StRD. A reason stands where it is true of the set: Kirby2's curve
-// has residuals that wave along X, NoInt1 is a line through 0 far from its points, a sine of ENSO is lost in the
-// scatter, Longley is known for its collinear variables, and the scatter of Wampler4 hides its coefficients. By numpy
-// the others are far from the thresholds.
+// has residuals that wave along X, NoInt1 is a line through 0 far from its points, Longley is known for its collinear
+// variables, and the scatter of Wampler4 hides its coefficients. By numpy the others are far from the thresholds.
 TEST(Judge, CallsTheReferenceSetsSound) {
   const std::map<std::string, std::string> reasons = {
       {"Kirby2",
        "The residuals follow each other along X (Durbin-Watson 0.04728, runs of one sign: 8 instead of 76): the"},
-      {"ENSO", "'b8' may be 0: its standard error"},
       {"Nelson", "'b2' and 'b3' have a correlation of 0.9997"},
       {"NoInt1", "The model is no better than a constant"},
       {"Longley", "'b0' and 'b6' have a correlation of -0.9996"},
