@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int32_t kBlue = 0xFF0000, kRed = 0x0000FF, kGray = 0x808080;
 constexpr int kDashed = 1, kDotted = 2;
-constexpr int kPointsPerCurve = 200;
+constexpr int kPointsPerSide = 200;
 
 using Column = std::vector<double>;
 
@@ -23,20 +23,27 @@ PlotSeries Line(const std::string& name, Column x, Column y, SeriesStyle style) 
   return {std::move(line), std::move(style)};
 }
 
-// What is shown of the coefficient.
+// What is shown of the coefficient: each side to beyond its limits, but not so far that the parabola can't be seen.
 Interval Shown(const CoefficientDiagnosis& coefficient) {
-  const std::vector<ProfilePoint>& points = coefficient.Curve.Points;
-  double farthest = 0;
-  for (const LimitsByLevel* const limits : {&*coefficient.Profile, &coefficient.Symmetric})
-    for (const Interval& each : *limits)
-      for (const double end : {each.Lower, each.Upper})
-        if (std::isfinite(end)) farthest = std::max(farthest, std::abs(end - coefficient.Value));
-  Interval shown{points.front().Value, points.back().Value};
-  if (farthest > 0) {
-    shown.Lower = std::max(shown.Lower, coefficient.Value - 2 * farthest);
-    shown.Upper = std::min(shown.Upper, coefficient.Value + 2 * farthest);
-  }
-  return shown;
+  constexpr double kMostWidths = 10, kMargin = 1.1, kOpenMargin = 2;
+  const double width = coefficient.Symmetric.back().Upper - coefficient.Value;
+  const auto reach = [&](double Interval::*end) {
+    double farthest = width, margin = kMargin;
+    for (const Interval& limits : *coefficient.Profile) {
+      const double distance = std::abs(limits.*end - coefficient.Value);
+      if (distance <= kMostWidths * width)
+        farthest = std::max(farthest, distance);
+      else
+        margin = kOpenMargin;
+    }
+    return margin * farthest;
+  };
+  return {coefficient.Value - reach(&Interval::Lower), coefficient.Value + reach(&Interval::Upper)};
+}
+
+// The part of an interval that the points reach over.
+Interval Covered(const Interval& shown, const std::vector<ProfilePoint>& points) {
+  return {std::max(shown.Lower, points.front().Value), std::min(shown.Upper, points.back().Value)};
 }
 
 // Tau between the points: a cubic from each to the next, monotone where they are. Method: F. N. Fritsch & J. Butland,
@@ -74,14 +81,15 @@ class TauCurve {
   std::vector<double> tangents_;
 };
 
-// The values of a curve over what is shown, as far as it doesn't rise too high.
+// The values of a curve over what is shown, as far as it doesn't rise too high. They stand closest about the best
+// value, where a long side would else leave out the minimum.
 template <typename Tau>
-PlotSeries Rise(const std::string& name, const Interval& shown, double most, Tau tau, SeriesStyle style) {
+PlotSeries Rise(const std::string& name, double best, const Interval& shown, double most, Tau tau, SeriesStyle style) {
   Column x, y;
-  for (int i = 0; i <= kPointsPerCurve; ++i) {
-    const double part = static_cast<double>(i) / kPointsPerCurve;
-    const double value = shown.Lower * (1 - part) + shown.Upper * part, root = tau(value);
-    if (!(root * root <= most)) continue;
+  for (int i = -kPointsPerSide; i <= kPointsPerSide; ++i) {
+    const double part = static_cast<double>(i) / kPointsPerSide, end = i < 0 ? shown.Lower : shown.Upper;
+    const double value = best + part * part * (end - best), root = tau(value);
+    if (!(root * root <= most) || (!x.empty() && !(value > x.back()))) continue;
     x.push_back(value);
     y.push_back(root * root);
   }
@@ -121,18 +129,18 @@ Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Set
   }
   const double most = 1.15 * heights.back().Upper;
   const TauCurve profile(coefficient.Curve.Points);
-  plot.PlotData.push_back(Rise("Profile", shown, most, [&](double value) { return profile.At(value); },
-                               {.DrawWidth = 2, .DrawColor = kBlue}));
+  plot.PlotData.push_back(Rise("Profile", coefficient.Value, Covered(shown, coefficient.Curve.Points), most,
+                               [&](double value) { return profile.At(value); }, {.DrawWidth = 2, .DrawColor = kBlue}));
   plot.PlotData.push_back(Rise(
-      "Parabola", shown, most, [&](double value) { return (value - coefficient.Value) / coefficient.StdErr; },
-      ParabolaStyle()));
+      "Parabola", coefficient.Value, shown, most,
+      [&](double value) { return (value - coefficient.Value) / coefficient.StdErr; }, ParabolaStyle()));
   Column x, y;
   for (std::size_t level = 0; level < kLimitLevels.size(); ++level) {
     const double height = heights[level].Upper;
     plot.PlotData.push_back(LevelLine(level, shown, height));
     const Interval& limits = (*coefficient.Profile)[level];
     for (const double end : {limits.Lower, limits.Upper}) {
-      if (!std::isfinite(end)) continue;
+      if (!(end >= shown.Lower && end <= shown.Upper)) continue;
       x.push_back(end);
       y.push_back(height);
     }
@@ -161,15 +169,15 @@ Result<PlotClass> ProfilesPlot(const ModelClass& model, const SolveData& data, c
     std::erase_if(points, [](const ProfilePoint& point) { return !std::isfinite(point.Value); });
     if (points.size() < 2 || !(points.front().Value < points.back().Value)) continue;
     const TauCurve curve(points);
-    const Interval shown{std::max(points.front().Value, -2 * last), std::min(points.back().Value, 2 * last)};
+    const Interval shown = Covered({-2 * last, 2 * last}, points);
     SeriesStyle style{.DrawWidth = 2};
     TellApart(style, plot.PlotData.size());
     plot.PlotData.push_back(Rise(
-        profile.Name, shown, most, [&](double value) { return curve.At(value); }, style));
+        profile.Name, 0, shown, most, [&](double value) { return curve.At(value); }, style));
     all = {std::min(all.Lower, shown.Lower), std::max(all.Upper, shown.Upper)};
   }
   plot.PlotData.push_back(
-      Rise("Parabola", all, most, [](double value) { return value; }, {.DrawStyle = kDashed, .DrawColor = kGray}));
+      Rise("Parabola", 0, all, most, [](double value) { return value; }, {.DrawStyle = kDashed, .DrawColor = kGray}));
   for (std::size_t level = 0; level < kLimitLevels.size(); ++level)
     plot.PlotData.push_back(LevelLine(level, all, scale.Quantiles[level] * scale.Quantiles[level]));
   return plot;

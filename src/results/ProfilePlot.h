@@ -11,8 +11,9 @@ namespace quorvex {
 
 // The rise of the merit function beside a solution, in units of the variance, against the value of one coefficient with
 // the others fitted anew; beside it the parabola that the symmetric limits take it for, a level line for each level of
-// the limits, and the limits as markers. A side without an end is shown to twice the distance of the farthest limit.
-// Fails for a coefficient without a profile. Ready for CreateGraph({.Auto = true, .Regenerate = true,
+// the limits, and the limits as markers. A side is shown to a tenth beyond its farthest limit, those of the parabola
+// among them; one with limits that don't exist or are more than ten times as far as the parabola's, to twice its
+// farthest other. Fails for a coefficient without a profile. Ready for CreateGraph({.Auto = true, .Regenerate = true,
 // .AutoFormat = true}).
 Result<PlotClass> ProfilePlot(const CoefficientDiagnosis& coefficient, const Settings& settings,
                               const LocaleText& locale = {});
