@@ -139,6 +139,12 @@ std::vector<std::string> RankingWarnings(const std::vector<ModelClass*>& ranked,
   if (std::ranges::any_of(ranked, [&](const ModelClass* model) { return DataOf(*model) != DataOf(best); }))
     warnings.push_back(
         "Not all of these models were fitted to the same data: AICc, BIC and errors of different data don't compare.");
+  const auto without = static_cast<std::size_t>(
+      std::ranges::count_if(ranked, [](const ModelClass* model) { return std::isnan(AICc(*model)); }));
+  if (without > 0 && without < ranked.size())
+    warnings.push_back("Of " + std::to_string(ranked.size()) + " models " + std::to_string(without) +
+                       (without == 1 ? " has" : " have") +
+                       " too few points for an AICc: ranks by it, Akaike weights and groups compare the others alone.");
   if (std::ranges::any_of(ranked, [](const ModelClass* model) { return model->Loss != LossKind::Squares; }))
     warnings.push_back(
         "AICc, BIC and cross-validation count squares, outliers included: of fits with a robust loss they say little.");

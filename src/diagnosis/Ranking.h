@@ -32,8 +32,8 @@ struct Ranking {
 std::vector<Ranking> RankingOf(const std::vector<ModelClass*>& ranked);
 
 // What is to be said of the rankings of these models, a sentence each: that more models were `tried`, with those that
-// found no solution, than there are points; that some were fitted to other data, or with a robust loss; which have no
-// cross-validated error.
+// found no solution, than there are points; that some were fitted to other data, have no AICc beside others that do, or
+// were fitted with a robust loss; which have no cross-validated error.
 std::vector<std::string> RankingWarnings(const std::vector<ModelClass*>& ranked, std::size_t tried);
 
 }  // namespace quorvex

@@ -75,6 +75,8 @@ TEST(Ranking, PutsExactFitsFirstAndComparesModelsOfTheSameDataAlone) {
       RankingWarnings(ranked, 5),
       (Strings{"Not all of these models were fitted to the same data: AICc, BIC and errors of different data don't "
                "compare.",
+               "Of 5 models 1 has too few points for an AICc: ranks by it, Akaike weights and groups compare the "
+               "others alone.",
                "AICc, BIC and cross-validation count squares, outliers included: of fits with a robust loss they say "
                "little.",
                "exact, too has no cross-validated error: without some of the points, 2 parts, it finds no "
