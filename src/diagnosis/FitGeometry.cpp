@@ -165,16 +165,36 @@ Matrix FitGeometry::Correlation() const {
   return correlation;
 }
 
-double FitGeometry::Variance(std::span<const double> gradient) const {
-  double sum = 0;
+// R^-T times the gradient, by R^T z = gradient in units of the columns' lengths.
+std::vector<double> FitGeometry::InUnitsOfErrors(std::span<const double> gradient) const {
   std::vector<double> z(gradient.size());
-  for (std::size_t j = 0; j < z.size(); ++j) {  // R^T z = gradient, in units of the columns' lengths
+  for (std::size_t j = 0; j < z.size(); ++j) {
     double rest = gradient[j] / lengths_[j];
     for (std::size_t k = 0; k < j; ++k) rest -= scaled_(k, j) * z[k];
     z[j] = rest / scaled_(j, j);
-    sum += z[j] * z[j];
   }
+  return z;
+}
+
+double FitGeometry::Variance(std::span<const double> gradient) const {
+  double sum = 0;
+  for (const double element : InUnitsOfErrors(gradient)) sum += element * element;
   return sum;
+}
+
+// With the largest element near 1, since a quantity may be of any size and its square beyond a double's.
+double FitGeometry::Deviation(std::span<const double> gradient) const {
+  const std::vector<double> z = InUnitsOfErrors(gradient);
+  if (!std::ranges::all_of(z, [](double element) { return std::isfinite(element); })) return NAN;
+  double largest = 0, sum = 0;
+  for (const double element : z) largest = std::max(largest, std::abs(element));
+  if (largest == 0) return 0;
+  const int exponent = std::ilogb(largest);
+  for (const double element : z) {
+    const double scaled = std::scalbn(element, -exponent);
+    sum += scaled * scaled;
+  }
+  return std::scalbn(std::sqrt(sum), exponent);
 }
 
 std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,

@@ -47,9 +47,12 @@ class FitGeometry {
   Matrix Correlation() const;
   // g^T (J^T J)^-1 g for the gradient of any quantity with respect to the free coefficients. Not finite where singular.
   double Variance(std::span<const double> gradient) const;
+  // Its root, also where its own size is beyond a double's.
+  double Deviation(std::span<const double> gradient) const;
 
  private:
   bool Decompose();
+  std::vector<double> InUnitsOfErrors(std::span<const double> gradient) const;
 
   std::vector<int> free_;
   ColumnMatrix r_, scaled_;      // the latter with columns of length 1

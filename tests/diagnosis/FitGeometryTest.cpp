@@ -89,6 +89,8 @@ TEST(FitGeometry, AgreesWithFiftyDigitsByAllMethodsAndInAllUnits) {
         std::vector<double> gradient(values.size());
         gradient[1] = 1;
         EXPECT_NEAR(geometry->Variance(gradient) / c(1, 1), 1, 1e-9);
+        for (double& element : gradient) element *= 0x1p-700;
+        EXPECT_NEAR(std::ldexp(geometry->Deviation(gradient), 700) / std::sqrt(c(1, 1)), 1, 1e-9);
         const auto leverages = Leverages(*model, data, *geometry, method, form);
         ASSERT_TRUE(leverages);
         const std::vector<double> expected = Numbers(r.Leverages);
