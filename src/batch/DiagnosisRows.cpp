@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/NumberText.h"
+#include "diagnosis/ProfileRemarks.h"
 
 namespace quorvex {
 namespace {
@@ -35,6 +36,7 @@ class Rows {
       else
         return std::nullopt;
     });
+    Remarks();
     Limits("LIMITS_BOOTSTRAP", [](const auto& one) { return one.Bootstrapped; });
     Correlations();
     Quantities();
@@ -118,6 +120,14 @@ class Rows {
     for (const CoefficientDiagnosis& one : diagnosis_.Coefficients)
       if (!one.IsHeld) add(one);
     for (const QuantityDiagnosis& one : diagnosis_.Quantities) add(one);
+    Add(std::move(table));
+  }
+
+  // Of the profiles.
+  void Remarks() {
+    DiagnosisTable table{"REMARKS_PROFILE", {"Remark"}, {}};
+    for (const CoefficientDiagnosis& one : diagnosis_.Coefficients)
+      for (std::string& remark : ProfileRemarks(one)) table.Rows.push_back({one.Name, {std::move(remark)}});
     Add(std::move(table));
   }
 

@@ -6,6 +6,7 @@
 
 #include "core/JsonText.h"
 #include "core/NumberText.h"
+#include "diagnosis/ProfileRemarks.h"
 #include "engine/RankModels.h"
 
 namespace quorvex {
@@ -86,7 +87,8 @@ std::string CoefficientObject(const CoefficientDiagnosis& one) {
   JsonObject object;
   object.Text("name", one.Name).Text("state", StateWord(one));
   object.Raw("symmetric", one.IsHeld ? "null" : LimitsObject(one.Symmetric));
-  return object.Raw("profile", LimitsObject(one.Profile)).Raw("bootstrap", LimitsObject(one.Bootstrapped)).End();
+  object.Raw("profile", LimitsObject(one.Profile)).Raw("bootstrap", LimitsObject(one.Bootstrapped));
+  return object.Raw("profileRemarks", Array(ProfileRemarks(one), JsonText)).End();
 }
 
 std::string QuantityObject(const QuantityDiagnosis& one) {

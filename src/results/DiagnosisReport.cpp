@@ -4,17 +4,12 @@
 #include <cmath>
 #include <utility>
 
+#include "diagnosis/ProfileRemarks.h"
+
 namespace quorvex {
 namespace {
 
 constexpr std::size_t kMostRivals = 20;  // models of a group that are listed
-constexpr std::size_t kUsualLevel = 2;   // 95 %
-
-// Whether both ends are within a tenth of the distance between those of the first, as far as they are known.
-bool AreNear(const Interval& a, const Interval& b) {
-  const double most = (a.Upper - a.Lower) / 10;
-  return !(std::abs(a.Lower - b.Lower) > most || std::abs(a.Upper - b.Upper) > most);
-}
 
 class Builder {
  public:
@@ -152,12 +147,8 @@ class Builder {
   // How the limits came about.
   void Remarks(const Diagnosis& diagnosis, const DiagnosisChoices* bootstrap) {
     report_.Add(RowKind::Line, {});
-    for (const CoefficientDiagnosis& one : diagnosis.Coefficients) {
-      if (one.Profile && !AreNear(one.Symmetric[kUsualLevel], (*one.Profile)[kUsualLevel]))
-        Line("Profile of " + one.Name + ": ", "its limits are not those by the standard error. Take the profile's.");
-      for (const std::string& end : {one.Curve.BelowEnds, one.Curve.AboveEnds})
-        Line("Profile of " + one.Name + ": ", end);
-    }
+    for (const CoefficientDiagnosis& one : diagnosis.Coefficients)
+      for (const std::string& remark : ProfileRemarks(one)) Line("Profile of " + one.Name + ": ", remark);
     if (bootstrap == nullptr) return;
     std::string samples =
         std::to_string(bootstrap->Bootstrap) + " samples of the " + (bootstrap->ResampleCases ? "points" : "residuals");
