@@ -1,5 +1,6 @@
 #include "batch/DiagnosisRows.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -37,7 +38,9 @@ class Rows {
         return std::nullopt;
     });
     Remarks();
-    Limits("LIMITS_BOOTSTRAP", [](const auto& one) { return one.Bootstrapped; });
+    Limits("LIMITS_BOOTSTRAP",
+           [](const auto& one) { return one.Bootstrapped ? std::optional(one.Bootstrapped->Limits) : std::nullopt; });
+    Spread();
     Correlations();
     Quantities();
     return std::move(rows_);
@@ -128,6 +131,17 @@ class Rows {
     DiagnosisTable table{"REMARKS_PROFILE", {"Remark"}, {}};
     for (const CoefficientDiagnosis& one : diagnosis_.Coefficients)
       for (std::string& remark : ProfileRemarks(one)) table.Rows.push_back({one.Name, {std::move(remark)}});
+    Add(std::move(table));
+  }
+
+  void Spread() {
+    DiagnosisTable table{"BOOTSTRAP", {"Bias", "StdErr"}, {}};
+    const auto add = [&table](const auto& one) {
+      if (one.Bootstrapped)
+        table.Rows.push_back({one.Name, {Number(one.Bootstrapped->Bias), Number(one.Bootstrapped->StdErr)}});
+    };
+    std::ranges::for_each(diagnosis_.Coefficients, add);
+    std::ranges::for_each(diagnosis_.Quantities, add);
     Add(std::move(table));
   }
 

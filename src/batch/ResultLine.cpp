@@ -1,6 +1,7 @@
 #include "batch/ResultLine.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -83,11 +84,17 @@ std::string LimitsObject(const std::optional<LimitsByLevel>& limits) {
   return object.End();
 }
 
+void AddBootstrap(JsonObject& object, const std::optional<BootstrapSpread>& spread) {
+  object.Raw("bootstrap", spread ? LimitsObject(spread->Limits) : "null");
+  object.Number("bootstrapBias", spread ? spread->Bias : NAN).Number("bootstrapStdErr", spread ? spread->StdErr : NAN);
+}
+
 std::string CoefficientObject(const CoefficientDiagnosis& one) {
   JsonObject object;
   object.Text("name", one.Name).Text("state", StateWord(one));
   object.Raw("symmetric", one.IsHeld ? "null" : LimitsObject(one.Symmetric));
-  object.Raw("profile", LimitsObject(one.Profile)).Raw("bootstrap", LimitsObject(one.Bootstrapped));
+  object.Raw("profile", LimitsObject(one.Profile));
+  AddBootstrap(object, one.Bootstrapped);
   return object.Raw("profileRemarks", Array(ProfileRemarks(one), JsonText)).End();
 }
 
@@ -95,7 +102,8 @@ std::string QuantityObject(const QuantityDiagnosis& one) {
   JsonObject object;
   object.Text("name", one.Name).Text("expression", one.Expression).TextOrNull("fault", one.Fault);
   object.Number("value", one.Value).Number("stdErr", one.StdErr).Raw("symmetric", LimitsObject(one.Symmetric));
-  return object.Raw("bootstrap", LimitsObject(one.Bootstrapped)).End();
+  AddBootstrap(object, one.Bootstrapped);
+  return object.End();
 }
 
 std::string CorrelationObject(const Diagnosis& diagnosis) {

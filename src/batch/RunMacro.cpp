@@ -133,6 +133,7 @@ class MacroRun {
   std::ptrdiff_t wanted_ = 0;  // models to be solved, before any is found not to fit the data
   bool inputChanged_ = true;
   std::vector<Box> previousBounds_;
+  std::vector<std::vector<DerivedQuantity>> previousReports_;
   std::vector<std::string> previous_ = std::vector<std::string>(SubstitutedFields().size());  // of the run before
   SolveData data_, unsorted_;
   RunDiagnoses diagnoses_;
@@ -366,6 +367,11 @@ void MacroRun::NoteChangedInputs() {
     if (model->Solve) bounds.push_back(model->Bounds());
   inputChanged_ = inputChanged_ || bounds != previousBounds_;
   previousBounds_ = std::move(bounds);
+  // Other quantities don't change the answer, but what is told of it.
+  std::vector<std::vector<DerivedQuantity>> reports;
+  for (const auto& model : macro_.Models) reports.push_back(model->Reports);
+  if (reports != previousReports_) diagnoses_ = {};
+  previousReports_ = std::move(reports);
 }
 
 bool MacroRun::RunOnce() { return SolveOnce() && Write(); }

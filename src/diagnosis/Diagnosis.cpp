@@ -114,6 +114,9 @@ class ModelDiagnosis {
     if (!profiled->Refusal.empty())
       warnings.push_back("There are no profile limits of '" + (model_.cfgID.empty() ? model_.id : model_.cfgID) +
                          "': " + profiled->Refusal);
+    std::vector<LimitsByLevel> symmetric;
+    for (const CoefficientDiagnosis& c : diagnosis_.Coefficients) symmetric.push_back(c.Symmetric);
+    JudgeByProfiles(model_, *profiled, symmetric, diagnosis_.Judgement);
     for (const CoefficientProfile& profile : profiled->Coefficients) {
       CoefficientDiagnosis& c = diagnosis_.Coefficients[static_cast<std::size_t>(profile.Coefficient - 1)];
       c.Profile = profile.Limits;
@@ -132,9 +135,9 @@ class ModelDiagnosis {
     if (!samples) return;
     diagnosis_.BootstrapFailures = samples->Failures;
     for (std::size_t i = 0; i < samples->Coefficients.size(); ++i)
-      if (!diagnosis_.Coefficients[i].IsHeld) diagnosis_.Coefficients[i].Bootstrapped = samples->Coefficients[i].Limits;
+      if (!diagnosis_.Coefficients[i].IsHeld) diagnosis_.Coefficients[i].Bootstrapped = samples->Coefficients[i];
     for (std::size_t i = 0; i < samples->Quantities.size(); ++i)
-      if (diagnosis_.Quantities[i].Fault.empty()) diagnosis_.Quantities[i].Bootstrapped = samples->Quantities[i].Limits;
+      if (diagnosis_.Quantities[i].Fault.empty()) diagnosis_.Quantities[i].Bootstrapped = samples->Quantities[i];
   }
 
   ModelClass& model_;

@@ -8,6 +8,7 @@
 
 #include "core/Settings.h"
 #include "core/SolveData.h"
+#include "diagnosis/Bootstrap.h"
 #include "diagnosis/DiagnosisChoices.h"
 #include "diagnosis/LimitLevels.h"
 #include "diagnosis/ProfileLikelihood.h"
@@ -23,10 +24,10 @@ struct CoefficientDiagnosis {
   std::string Name;
   double Value = NAN, StdErr = NAN;
   bool IsHeld = false, IsAtMinimum = false, IsAtMaximum = false;
-  LimitsByLevel Symmetric;                    // value -+ se t; the value itself where it is held or at a bound
-  std::optional<LimitsByLevel> Profile;       // where asked for
-  ProfileCurve Curve;                         // behind these
-  std::optional<LimitsByLevel> Bootstrapped;  // where asked for
+  LimitsByLevel Symmetric;                      // value -+ se t; the value itself where it is held or at a bound
+  std::optional<LimitsByLevel> Profile;         // where asked for
+  ProfileCurve Curve;                           // behind these
+  std::optional<BootstrapSpread> Bootstrapped;  // where asked for
 };
 
 // A quantity of the coefficients (DerivedQuantity).
@@ -35,7 +36,7 @@ struct QuantityDiagnosis {
   std::string Fault;  // why it has no value, a sentence; else empty
   double Value = NAN, StdErr = NAN;
   LimitsByLevel Symmetric;
-  std::optional<LimitsByLevel> Bootstrapped;
+  std::optional<BootstrapSpread> Bootstrapped;
 };
 
 // All that is told of an answer beside the designed reports. What could not be computed is NaN or empty.

@@ -357,7 +357,9 @@ std::optional<ProfiledModel> ProfileCoefficients(const ModelClass& model, const 
     }
     least = Search(residuals, better->Better.a, form);
   }
-  return refused(LowerRefusal(*twin, residuals, least, own));
+  ProfiledModel lower = refused(LowerRefusal(*twin, residuals, least, own));
+  lower.FoundBetter = true;
+  return lower;
 }
 
 }  // namespace quorvex

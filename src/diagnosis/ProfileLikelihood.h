@@ -44,6 +44,7 @@ struct CoefficientProfile {
 struct ProfiledModel {
   std::vector<CoefficientProfile> Coefficients;  // the free ones; empty where there are no profiles
   std::string Refusal;                           // why there are none: a sentence; else empty
+  bool FoundBetter = false;                      // it is a better solution, which the sentence tells
 };
 
 // The limits of the free coefficients by the profile likelihood: held at a value on the limit, and with the others

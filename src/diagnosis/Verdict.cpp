@@ -23,6 +23,8 @@ constexpr double kCorrelated = 0.99, kUncertain = 0.2;
 constexpr double kByChance = 0.001;
 constexpr std::size_t kEnoughX = 10;
 constexpr double kRounding = 1e-10;
+constexpr double kLopsided = 0.1;
+constexpr std::size_t kUsualLevel = 2;  // 95 %
 
 // A solved model under the eyes of the checks below.
 struct Case {
@@ -251,10 +253,13 @@ void NotRandom(Case& c, Sentences& reasons) {
                     "): the model misses something.");
 }
 
+using Check = void (*)(Case&, Sentences&);
+
 // The gravest first.
-constexpr void (*kChecks[])(Case&, Reasons&) = {
+constexpr Check kChecks[] = {
     NotConverged, OnABound,         NoDerivatives, NotDetermined, NotAtAMinimum, NoBetterThanAConstant,
-    Broken,       BeyondDeviations, TooFewPoints,  Correlated,    MayBeZero,     NotRandom};
+    Broken,       BeyondDeviations, TooFewPoints,  Correlated,    NotRandom};
+constexpr Check kRemarks[] = {MayBeZero, BeyondRatios};
 
 // What is held, to stand behind how the search ended.
 std::string HeldText(const ModelClass& model) {
@@ -321,6 +326,25 @@ Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitG
   for (const auto remark : kRemarks) remark(c, verdict.Notes);
   if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;
   return verdict;
+}
+
+void JudgeByProfiles(const ModelClass& model, const ProfiledModel& profiled,
+                     const std::vector<LimitsByLevel>& symmetric, Verdict& verdict) {
+  if (profiled.FoundBetter) verdict.Reasons.insert(verdict.Reasons.begin(), profiled.Refusal);
+  std::vector<std::string> names;
+  for (const CoefficientProfile& profile : profiled.Coefficients) {
+    if (model.IsAtBound(profile.Coefficient)) continue;
+    const Interval& by = profile.Limits[kUsualLevel];
+    const Interval& straight = symmetric[static_cast<std::size_t>(profile.Coefficient - 1)][kUsualLevel];
+    const double most = kLopsided * (straight.Upper - straight.Lower);
+    if (std::abs(by.Lower - straight.Lower) > most || std::abs(by.Upper - straight.Upper) > most)
+      names.push_back(profile.Name);
+  }
+  if (!names.empty())
+    verdict.Reasons.push_back("The limits of " + Listed(names) + " by " +
+                              (names.size() == 1 ? "its standard error" : "their standard errors") +
+                              " are not those of the profile: take the profile's.");
+  if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;
 }
 
 }  // namespace quorvex

@@ -6,6 +6,8 @@
 #include "core/Settings.h"
 #include "core/SolveData.h"
 #include "diagnosis/FitGeometry.h"
+#include "diagnosis/LimitLevels.h"
+#include "diagnosis/ProfileLikelihood.h"
 #include "engine/ModelClass.h"
 #include "engine/SolveForm.h"
 
@@ -58,5 +60,13 @@ struct Verdict {
 // sentences are in the form of the locale. The model stays as it was.
 Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitGeometry>& geometry,
               const Settings& settings, SolveForm& form, const LocaleText& locale = {});
+
+// What profiles add to the verdict on a solved model, whose symmetric limits these are, one for each coefficient:
+//
+//   not the best       they have led to a better solution; the first of all reasons
+//   lopsided           an end of the 95 % limits is off the symmetric one by more than a tenth of the distance between
+//                      the two symmetric ones. Not of coefficients on a bound, of which the verdict has spoken
+void JudgeByProfiles(const ModelClass& model, const ProfiledModel& profiled,
+                     const std::vector<LimitsByLevel>& symmetric, Verdict& verdict);
 
 }  // namespace quorvex

@@ -90,7 +90,7 @@ class Builder {
         std::vector<std::string> cells = {one.Name, Value(one.Value)};
         AddLimits(cells, one.Symmetric[level]);
         if (profile) AddLimits(cells, byProfile ? (*byProfile)[level] : Interval());
-        if (bootstrap) AddLimits(cells, one.Bootstrapped ? (*one.Bootstrapped)[level] : Interval());
+        if (bootstrap) AddLimits(cells, one.Bootstrapped ? one.Bootstrapped->Limits[level] : Interval());
         report_.Add(RowKind::Values, std::move(cells));
       };
       for (const CoefficientDiagnosis& one : diagnosis.Coefficients)
@@ -98,6 +98,7 @@ class Builder {
       for (const QuantityDiagnosis& one : diagnosis.Quantities)
         if (one.Fault.empty()) row(one, std::nullopt);
     }
+    if (bootstrap) Spread(diagnosis);
     if (profile || bootstrap) Remarks(diagnosis, bootstrap ? &choices : nullptr);
   }
 
@@ -142,6 +143,18 @@ class Builder {
                                       Value(one.Rank.AkaikeWeight), one.Id});
     }
     if (listed < rivals.size()) Line("and more: ", std::to_string(rivals.size() - listed));
+  }
+
+  // What the samples of the bootstrap tell besides their limits.
+  void Spread(const Diagnosis& diagnosis) {
+    Heading("Bootstrap");
+    ColumnHeadings({"Variable", "Bias", "Standard Error"});
+    const auto row = [this](const auto& one) {
+      if (one.Bootstrapped)
+        report_.Add(RowKind::Values, {one.Name, Value(one.Bootstrapped->Bias), Value(one.Bootstrapped->StdErr)});
+    };
+    std::ranges::for_each(diagnosis.Coefficients, row);
+    std::ranges::for_each(diagnosis.Quantities, row);
   }
 
   // How the limits came about.

@@ -60,6 +60,7 @@ void KeptDiagnoses::Keep(Diagnosis one, const DiagnosisChoices& choices, std::ve
   };
   if (choices.ProfileLimits) {
     take(said.Coefficients, one.Coefficients, &CoefficientDiagnosis::Profile, &CoefficientDiagnosis::Curve);
+    said.Judgement = one.Judgement;  // which has heard the profiles
     there.ProfileLimits = true;
   }
   if (choices.Bootstrap > 0) {
@@ -107,6 +108,7 @@ std::vector<Diagnosis> KeptDiagnoses::All() const {
     if (found == further_.end()) continue;
     // Its place among the others is known from all of them alone.
     const Diagnosis& further = found->second.Said;
+    if (found->second.Choices.ProfileLimits) one.Judgement = further.Judgement;
     one.Coefficients = further.Coefficients;
     one.Quantities = further.Quantities;
     one.BootstrapFailures = further.BootstrapFailures;

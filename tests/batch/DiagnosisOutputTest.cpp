@@ -56,7 +56,7 @@ RunDiagnoses HandMade() {
   a.Profile = a.Symmetric;
   (*a.Profile)[3] = {-HUGE_VAL, NAN};
   b.Profile = b.Symmetric;
-  b.Bootstrapped = Around(0, 1);
+  b.Bootstrapped = BootstrapSpread{Around(0, 1), 0.125, 0.5};
   solved.Coefficients = {a, b, held};
   solved.CorrelationNames = {"a", "b"};
   solved.Correlation = Matrix(2);
@@ -66,7 +66,7 @@ RunDiagnoses HandMade() {
   QuantityDiagnosis half, none;
   half.Name = "half", half.Expression = "max(a, b)/2", half.Value = 1.5, half.StdErr = 0.25;
   half.Symmetric = Around(1.5, 0.25);
-  half.Bootstrapped = Around(1.5, 0.5);
+  half.Bootstrapped = BootstrapSpread{Around(1.5, 0.5), NAN, HUGE_VAL};
   none.Name = "none, yet", none.Expression = "1/(a-3)", none.Fault = "It divides by 0.";
   solved.Quantities = {half, none};
   Ranking& rank = solved.Rank;
@@ -225,6 +225,19 @@ TEST(DiagnosisOutput, BelongsToTheRun) {
   EXPECT_EQ(times, 2u) << log;
   program.RunMacro(macro, "LC_ALL=de_DE.UTF-8");
   EXPECT_EQ(diagnosis("a.out"), diagnosis("b.out"));
+}
+
+// The answer stays, what is asked of it changes.
+TEST(DiagnosisOutput, ReportsWhatTheRowAsksFor) {
+  Program program("1 5.1\n2 6.9\n3 9.2\n4 10.8\n5 13.1\n");
+  program.Folder.Write("rows.csv", "N\n7\n8\n");
+  ASSERT_EQ(program.RunMacro("B_MACRO\nDataFile = @data.txt\nOutputFile = @%N%.out\nParameterFile = @rows.csv\n"
+                             "Diagnostics = True\nB_MODEL\nY = a+b*x\nReport = at%N% = %N%*b\nE_MODEL\nE_MACRO\n"),
+            0);
+  for (const char* n : {"7", "8"}) {
+    const ModelAnswer answer = ReadAnswers(program.Folder.Read(std::string(n) + ".out")).at(0);
+    EXPECT_NEAR(answer.Number("at" + std::string(n), 8), std::stod(n) * answer.Number("b", 0), 1e-12);
+  }
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 #include "core/NumberText.h"
 #include "diagnosis/DerivedQuantity.h"
 #include "diagnosis/Diagnosis.h"
+#include "diagnosis/SolvedModel.h"
 #include "engine/Points.h"
+#include "engine/RankModels.h"
 #include "engine/UserModel.h"
 #include "files/ProjectFile.h"
 #include "results/FitInformation.h"
@@ -108,7 +110,7 @@ TEST(Diagnose, ComputesQuantitiesWithTheirErrors) {
   EXPECT_NEAR(d.Quantities[1].StdErr, 0.062611311703897405, 1e-8);
   EXPECT_NEAR(d.Quantities[1].Symmetric[3].Upper, 5.5519911271112281 + 2.5758293035489008 * 0.062611311703897405, 1e-7);
   ASSERT_TRUE(d.Quantities[0].Bootstrapped);
-  EXPECT_LT((*d.Quantities[0].Bootstrapped)[2].Lower, d.Quantities[0].Value);
+  EXPECT_LT(d.Quantities[0].Bootstrapped->Limits[2].Lower, d.Quantities[0].Value);
   const std::vector<std::string> faults = {"",
                                            "",
                                            "There are two quantities with the name 'ROOT'.",
@@ -146,6 +148,28 @@ TEST(Diagnose, TellsOfFailedModelsBehindTheSolved) {
   EXPECT_TRUE(all[1].Judgement.Reasons[0].starts_with("With the estimates it began with, the model has no value at X"));
   form.Aborted = true;
   EXPECT_TRUE(Diagnose(fit.Models, data, {}, 1, fit.Preferences, form, fit.Warnings).empty());
+}
+
+// By R's confint the limits of 95 % are 14.05 and 38.46 where value and standard error say 12.2 and 26.1. Of a line
+// they are the same.
+TEST(Diagnose, DoubtsStandardErrorsWhoseProfileIsAnother) {
+  SolveForm form;
+  std::vector<std::string> warnings;
+  DiagnosisChoices choices;
+  for (const bool profile : {false, true}) {
+    choices.ProfileLimits = profile;
+    const SolveData demand = OxygenDemand();
+    ModelCollection models;
+    models.Add("demand", SolvedModel("a*(1-exp(-b*x))", demand, {19, 0.5}));
+    models.Add("line", SolvedModel("a+b*x", demand, {1, 1}));
+    const auto all = Diagnose(models, demand, choices, kSortByRSS, {}, form, warnings);
+    ASSERT_EQ(all.size(), 2u);
+    const std::string said =
+        "The limits of 'a' and 'b' by their standard errors are not those of the profile: take the profile's.";
+    EXPECT_EQ(std::ranges::count(all[0].Judgement.Reasons, said), profile ? 1 : 0);
+    EXPECT_EQ(all[0].Judgement.Kind, profile ? VerdictKind::Doubtful : VerdictKind::Sound);
+    EXPECT_EQ(all[1].Judgement.Kind, VerdictKind::Sound);
+  }
 }
 
 TEST(Report, IsReadWithItsParametersAndKept) {

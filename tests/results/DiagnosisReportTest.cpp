@@ -45,7 +45,7 @@ std::vector<Diagnosis> Answers() {
   a.Profile = Limits(2.5, 0.25);
   (*a.Profile)[3] = {-HUGE_VAL, NAN};
   a.Curve.AboveEnds = "The model has no value above 4.";
-  a.Bootstrapped = Limits(2.5, 0.375);
+  a.Bootstrapped = BootstrapSpread{Limits(2.5, 0.375), 0.0625, 0.125};
   CoefficientDiagnosis b = CoefficientOf("b", 0.5, 0);
   b.IsAtMinimum = true;
   CoefficientDiagnosis c = CoefficientOf("c", 1, 0);

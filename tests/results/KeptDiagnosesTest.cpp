@@ -25,11 +25,12 @@ class Kept : public testing::Test {
   void KeepProfile(const ModelClass& model) {
     Diagnosis one = Said(model);
     one.Coefficients[1].Profile = LimitsByLevel{};
+    one.Judgement = {VerdictKind::Doubtful, "", {"Lopsided."}};
     kept.Keep(one, {.ProfileLimits = true}, {"No profile."});
   }
   void KeepBootstrap(const ModelClass& model) {
     Diagnosis one = Said(model);
-    one.Coefficients[0].Bootstrapped = LimitsByLevel{};
+    one.Coefficients[0].Bootstrapped = BootstrapSpread{};
     one.Rank.AICc = 5;
     kept.Keep(one, {.Bootstrap = 20}, {"Few points."});
   }
@@ -41,8 +42,8 @@ class Kept : public testing::Test {
 };
 
 TEST_F(Kept, AddsWhatIsComputedLaterToWhatIsThere) {
-  KeepProfile(line);
   KeepBootstrap(line);
+  KeepProfile(line);
   const DiagnosisChoices wanted{.ProfileLimits = true, .Bootstrap = 20, .CrossValidation = 5};
   EXPECT_EQ(kept.Missing(line.id, wanted), DiagnosisChoices{.CrossValidation = 5});
   EXPECT_EQ(kept.Missing(curve.id, wanted), wanted);
@@ -51,6 +52,8 @@ TEST_F(Kept, AddsWhatIsComputedLaterToWhatIsThere) {
   const std::vector<Diagnosis> all = kept.All();
   EXPECT_TRUE(all[0].Coefficients[1].Profile);
   EXPECT_TRUE(all[0].Coefficients[0].Bootstrapped);
+  EXPECT_EQ(all[0].Judgement.Reasons, std::vector<std::string>{"Lopsided."});
+  EXPECT_TRUE(all[1].Judgement.Reasons.empty());
   EXPECT_EQ(all[0].Rank.AICc, 1) << "alone it has no rank";
   EXPECT_FALSE(all[1].Coefficients[1].Profile);
   EXPECT_EQ(kept.Warnings(line.id), (std::vector<std::string>{"Few points.", "No profile."}));
