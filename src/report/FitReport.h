@@ -87,8 +87,8 @@ struct ReportProof {
 struct FitReport {
   std::string Title, Verdict;  // what was fitted, and a sentence on whether to trust it
   std::string Program, Date;
-  std::vector<ReportSection> Sections;
-  std::vector<ReportProof> Proof;  // one or none
+  std::vector<ReportSection> Sections = {};
+  std::vector<ReportProof> Proof = {};  // one or none
 };
 
 // The data as a table of texts: all points where they are few, else the first and the last ones with a row of dots

@@ -82,7 +82,7 @@ TEST_F(ReportMacro, RefusesWhatIsNoNameForIt) {
       {"ReportFile = @a.pdf\nReportFile = @old.html\n", 200,
        "The report '@a.pdf' is not written: its name ends in none of .html, .md, .tex, .ipynb."},
       {"ReportFile = @none/a.md\nReportFile = @old.html\n", 200,
-       "The report '@none/a.md' cannot be written. Path not found."},
+       "The report '@none/a.md' cannot be written. The folder does not exist."},
       {"DataFile = @data.html\nReportFile = @data.html\nReportFile = @old.html\n", 220,
        "The report '@data.html' is the data file of this macro and is not overwritten."},
       {"OutputFile = @o.html\nReportFile = @o.html\nReportFile = @old.html\n", 220,

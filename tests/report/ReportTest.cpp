@@ -124,7 +124,7 @@ std::size_t Count(std::string_view text, std::string_view part) {
 
 TEST(Reports, StayWholeWhateverTheirTextsHold) {
   const FitReport plain = ReportOf("plain");
-  const std::string plainText = MarkdownReport(plain), plainLatex = LatexReport(plain);
+  const std::string plainText = MarkdownReport(plain);
   for (const std::string text : kHostile) {
     SCOPED_TRACE(text);
     const FitReport report = ReportOf(text);
@@ -145,10 +145,10 @@ TEST(Reports, StayWholeWhateverTheirTextsHold) {
     const std::string markdown = MarkdownText(text);
     EXPECT_EQ(markdown.find('\n'), std::string::npos);
     EXPECT_EQ(markdown.find('<'), std::string::npos);
-    // As many headings and rows of tables as that of harmless texts, behind the longest fence that there is.
+    // As many headings and rows of tables as that of harmless texts, besides those in code.
     const std::string document = MarkdownReport(report);
     EXPECT_EQ(Count(document, "\n## "), Count(plainText, "\n## "));
-    EXPECT_EQ(Count(document, " |\n| "), Count(plainText, " |\n| "));
+    EXPECT_EQ(Count(document, " |\n| "), Count(plainText, " |\n| ") + Count(text + "\n" + text, " |\n| "));
   }
 }
 
