@@ -3,6 +3,7 @@
 #include "core/Files.h"
 #include "diagnosis/CrossValidation.h"
 #include "engine/FitSharingInput.h"
+#include "sheet/ComputeWeights.h"
 
 namespace quorvex {
 namespace {
@@ -15,6 +16,10 @@ void EndWork(cfgSolve& form, const MacroSetup& setup, std::string& log) {
     LogAbort(log);
   }
   form.Show(false);
+}
+
+void Warn(const std::vector<std::string>& warnings, std::string& log) {
+  for (const std::string& warning : warnings) log.append("Warning: " + warning).append(NL);
 }
 
 }  // namespace
@@ -36,6 +41,7 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     if (setup.UseDDE) form.DDEText(text);
     form.ShowStatus(text);
   };
+  if (settings.AbsoluteDeviations) Warn(DeviationWarnings(data), log);
   FitEach(models, data, settings, log, form, begin, [&] { form.SetProgress(++done, 2 * count); });
   if (!form.Aborted && setup.SortKey == kSortByCV) {
     form.SetStatusLabel("Cross-validating the solutions");
@@ -62,7 +68,10 @@ RunDiagnoses DiagnoseModels(cfgSolve& form, const ModelCollection& models, const
   RunDiagnoses diagnoses;
   diagnoses.Models = Diagnose(models, data, ChoicesOf(setup), setup.SortKey, settings, form, diagnoses.Warnings);
   if (form.Aborted) diagnoses = {};
-  for (const std::string& warning : diagnoses.Warnings) log.append("Warning: " + warning).append(NL);
+  Warn(diagnoses.Warnings, log);
+  // The log has these already.
+  if (settings.AbsoluteDeviations && !form.Aborted)
+    for (std::string& warning : DeviationWarnings(data)) diagnoses.Warnings.push_back(std::move(warning));
   EndWork(form, setup, log);
   return diagnoses;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <vector>
 
 #include "core/SolveData.h"
@@ -14,5 +15,9 @@ std::vector<double> ComputeWeights(std::span<const double> SD);
 // Fills in the weights of the points and, where standard deviations were given, what that of a point of weight 1 is:
 // the root of the inverse of the mean of 1/SD^2.
 void TakeWeights(SolveData& data);
+
+// What is to be said of given deviations that can't be taken at their word, a sentence each with the first such row:
+// one counts as 1 (ComputeWeights), a negative one as its magnitude.
+std::vector<std::string> DeviationWarnings(const SolveData& data);
 
 }  // namespace quorvex

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/ModelClass.h"
+#include "sheet/ComputeWeights.h"
 
 namespace quorvex {
 
@@ -45,6 +46,8 @@ void DiagnosisRun::run() {
     Form form(*this);
     const LocaleText locale = models_.size() > 0 ? (*models_.begin())->Locale() : LocaleText();
     Answers = Diagnose(models_, data_, choices_, sortIndex_, settings_, form, Warnings, locale);
+    if (settings_.AbsoluteDeviations)
+      for (std::string& warning : DeviationWarnings(data_)) Warnings.push_back(std::move(warning));
   } catch (const std::exception& fault) {
     Answers.clear();
     Fault = std::string("The diagnosis has come to no end: ") + fault.what() + ".";
