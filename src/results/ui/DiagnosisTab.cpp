@@ -261,7 +261,7 @@ PlotView* DiagnosisTab::Plot() const { return ShowsProfile() ? pctProfile->View(
 
 void DiagnosisTab::Say(const QString& text) {
   auto report = std::make_unique<Report>();
-  report->Add(RowKind::Line, {text.toStdString()});
+  report->Add(RowKind::Values, {text.toStdString()});  // which its column is wide enough for
   DiagnosisBook->SetTable(std::move(report));
 }
 

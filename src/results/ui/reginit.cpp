@@ -122,6 +122,7 @@ void reginit::LayOut() {
   // The numbers get what room there is.
   for (const int column : {kInitial, kFinal, kMinimum, kMaximum})
     RangeGrid->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
+  RangeGrid->setWordWrap(false);  // a number is no words, though a decimal comma ends one
   RangeGrid->verticalHeader()->hide();
   RangeGrid->verticalHeader()->setAccessibleName("Rows");
   RangeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -185,7 +186,7 @@ void reginit::LayOut() {
   all->addWidget(parts, 1);
   all->addWidget(buttons);
   const int width = fontMetrics().averageCharWidth();
-  parts->setSizes({130 * width, 80 * width});
+  parts->setSizes({140 * width, 70 * width});
   resize(QSize(215 * width, 70 * width).boundedTo(screen()->availableSize() * 0.95));
 }
 
