@@ -16,7 +16,10 @@ namespace quorvex {
 namespace {
 
 constexpr int kMostRounds = 500;
-constexpr double kSettled = 1e-10;      // of the scale: how far fitted values still move
+constexpr double kSettled = 1e-10;  // of the scale: how far fitted values still move
+// Of the scale, to start a loss that redescends: nearly least absolute values, since bad points that lie to one side, a
+// third of all, take Huber's own answer and its scale with them.
+constexpr double kStartScale = 0.3;
 constexpr double kNearEnough = 1e-3;    // the same for a start from Huber's answer
 constexpr double kRounding = 4e-15;     // of the size of y: what the values of a model are good for
 constexpr double kLeastScale = 1e-13;   // of the middle size of y
@@ -68,7 +71,7 @@ class RobustFit {
 
  private:
   bool LeastSquares();
-  std::optional<SearchEnd> Rounds(LossKind loss, double tolerance);
+  std::optional<SearchEnd> Rounds(LossKind loss, double tolerance, double partOfScale = 1);
   bool FitReweighted(const std::vector<double>& weights);
   bool TakeVariances();
   bool Finish(SearchEnd ended, const FitResult& squares);
@@ -102,7 +105,7 @@ bool RobustFit::Run() {
   form_.ShowConverging(model_.SolveType == 0);
   std::optional<SearchEnd> ended = SearchEnd::Paused;
   if (model_.SolveType != 0 || squares.Ended != SearchEnd::Paused) {
-    ended = Redescends(settings_.Loss) ? Rounds(LossKind::Huber, kNearEnough) : SearchEnd::Converged;
+    ended = Redescends(settings_.Loss) ? Rounds(LossKind::Huber, kNearEnough, kStartScale) : SearchEnd::Converged;
     if (ended && *ended != SearchEnd::Paused) ended = Rounds(settings_.Loss, kSettled);
   }
   static_cast<ModelSetup&>(model_) = setup;
@@ -124,7 +127,7 @@ bool RobustFit::Run() {
 
 // Reweights until the fitted values move by no more than `tolerance` in units of the scale. Nothing where a round has
 // no solution, and where the form is aborted.
-std::optional<SearchEnd> RobustFit::Rounds(LossKind loss, double tolerance) {
+std::optional<SearchEnd> RobustFit::Rounds(LossKind loss, double tolerance, double partOfScale) {
   std::optional<Misfit> before = MisfitOf(model_, data_);
   for (int round = 0; before && round < kMostRounds; ++round) {
     form_.Yield();
@@ -133,7 +136,7 @@ std::optional<SearchEnd> RobustFit::Rounds(LossKind loss, double tolerance) {
       form_.Paused = false;
       return SearchEnd::Paused;
     }
-    const double scale = Scale(*before);
+    const double scale = partOfScale * Scale(*before);
     ++rounds_;
     if (!FitReweighted(WeightsOf(loss, scale, before->r))) return std::nullopt;
     if (model_.SolveType == 0 && model_.Ended == SearchEnd::Paused) return SearchEnd::Paused;

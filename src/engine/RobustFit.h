@@ -23,7 +23,8 @@ class ModelClass;
 // Method: a fit by least squares, as without a loss; then rounds, each a fit by the same solver from the present
 // coefficients with the weights w_i psi(u_i)/u_i, u_i = r_i/s, until the fitted values settle to 1e-10 of s or the
 // rounding of the model's values (iteratively reweighted least squares, Holland & Welsch, 1977). A loss that redescends
-// starts from the answer of Huber's, which has one minimum where the model is linear. From a sweep over starts, and
+// starts from the answer of Huber's with three tenths of the scale, nearly that of least absolute values, which has one
+// minimum where the model is linear and stands a third of bad points to one side. From a sweep over starts, and
 // from what TryHarder finds, the best by least squares is gone on from.
 //
 // A search takes no step whose gain is below the rounding of its merit function, so that where rounds converge slowly

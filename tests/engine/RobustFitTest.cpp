@@ -215,6 +215,22 @@ TEST(RobustFit, FindsTheLineThatMoreThanHalfOfThePointsAreOn) {
   EXPECT_TRUE(few.Fit(Points({{1, 2, 3}}, {1, 2, 4}))) << few.Log;
 }
 
+// Every third point is bad, and all on one side: the others tell the line, since their errors of 0.1 balance.
+TEST(RobustFit, StandsAThirdOfBadPointsToOneSide) {
+  std::vector<double> x, y;
+  for (int i = 0; i < 30; ++i) {
+    x.push_back(i);
+    y.push_back(1 + 2 * i + (i % 2 == 0 ? -0.1 : 0.1) + (i % 3 == 0 ? 30 : 0));
+  }
+  for (const LossKind loss : {Cauchy, Bisquare})
+    for (const bool linear : {false, true}) {
+      Robust line("a*x+b", loss, 0, linear);
+      ASSERT_TRUE(line.Fit(Points({x}, y))) << line.Log;
+      EXPECT_NEAR(line.Model->Values(1), 2, 0.0005);
+      EXPECT_NEAR(line.Model->Values(2), 1, 0.005);
+    }
+}
+
 TEST(RobustFit, TellsAScaleThatIsTooSmall) {
   Robust robust("a*x+b", Bisquare, 1e-8, true);
   EXPECT_FALSE(robust.Fit(Phones())) << robust.Log;
