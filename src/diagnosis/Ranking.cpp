@@ -153,7 +153,8 @@ std::vector<std::string> RankingWarnings(const std::vector<ModelClass*>& ranked,
       warnings.push_back((model->cfgID.empty() ? model->id : model->cfgID) +
                          " has no cross-validated error: without some of the points, " +
                          std::to_string(model->FailedParts) + (model->FailedParts == 1 ? " part" : " parts") +
-                         ", it finds no answer.");
+                         ", it finds no answer" +
+                         (model->DOFError == 1 ? ": they leave no more points than coefficients." : "."));
   return warnings;
 }
 
