@@ -69,8 +69,20 @@ class ModelDiagnosis {
       c.IsHeld = model_.IsHeld(i);
       c.IsAtMinimum = model_.IsAtMinimum(i);
       c.IsAtMaximum = model_.IsAtMaximum(i);
+      // What holds a coefficient on its bound is no knowledge of it.
+      if (model_.IsAtBound(i)) c.StdErr = NAN;
       c.Symmetric = SymmetricLimits(c.Value, c.StdErr, quantiles_);
     }
+  }
+
+  // The first coefficient on a bound that the quantity depends on, by its number; else 0.
+  int OnABound(QuantityProgram& program) {
+    for (int i = 1; i <= model_.NumDependentVar(); ++i) {
+      if (!model_.IsAtBound(i)) continue;
+      const auto gradient = program.Gradient(model_.CoefficientValues, {i});
+      if (!gradient || (*gradient)[0] != 0) return i;
+    }
+    return 0;
   }
 
   // The variance by the gradient: g^T C g (the law of propagation of errors).
@@ -90,6 +102,11 @@ class ModelDiagnosis {
       }
       quantity.Value = *value;
       if (!geometry) continue;
+      if (const int held = OnABound(programs_.back()); held != 0) {
+        diagnosis_.Judgement.Notes.push_back("The error of the quantity '" + quantity.Name + "' is not known: '" +
+                                             model_.Variables(held) + "', on which it depends, lies on a bound.");
+        continue;
+      }
       const auto gradient = programs_.back().Gradient(model_.CoefficientValues, geometry->Free());
       if (!gradient) continue;
       quantity.StdErr = model_.ErrorDeviation() * std::sqrt(geometry->Variance(*gradient));
@@ -134,6 +151,7 @@ class ModelDiagnosis {
                                         settings_, form_, quantities);
     if (!samples) return;
     diagnosis_.BootstrapFailures = samples->Failures;
+    JudgeBySamples(choices.Bootstrap, samples->Failures, diagnosis_.Judgement);
     for (std::size_t i = 0; i < samples->Coefficients.size(); ++i)
       if (!diagnosis_.Coefficients[i].IsHeld) diagnosis_.Coefficients[i].Bootstrapped = samples->Coefficients[i];
     for (std::size_t i = 0; i < samples->Quantities.size(); ++i)

@@ -22,9 +22,9 @@ namespace quorvex {
 
 struct CoefficientDiagnosis {
   std::string Name;
-  double Value = NAN, StdErr = NAN;
+  double Value = NAN, StdErr = NAN;  // no error at a bound
   bool IsHeld = false, IsAtMinimum = false, IsAtMaximum = false;
-  LimitsByLevel Symmetric;                      // value -+ se t; the value itself where it is held or at a bound
+  LimitsByLevel Symmetric;                      // value -+ se t; the value itself where it is held
   std::optional<LimitsByLevel> Profile;         // where asked for
   ProfileCurve Curve;                           // behind these
   std::optional<BootstrapSpread> Bootstrapped;  // where asked for

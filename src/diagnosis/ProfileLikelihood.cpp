@@ -17,9 +17,10 @@
 namespace quorvex {
 namespace {
 
-constexpr double kClose = 1e-9;    // how near a limit is closed in on, in parts of its distance from the solution
-constexpr double kFarthest = 1e9;  // a coefficient goes no further, in parts of its value or standard error
-constexpr double kExact = 1e-13;   // scatter below this part of Y is rounding
+constexpr double kClose = 1e-9;      // how near a limit is closed in on, in parts of its distance from the solution
+constexpr double kFarthest = 1e9;    // a coefficient goes no further, in parts of its value or standard error
+constexpr double kExact = 1e-13;     // scatter below this part of Y is rounding
+constexpr double kRounding = 1e-10;  // with so small a one, less may be no better than what rounding makes of it
 constexpr double kLower = 1e-4;  // a merit function lower by that much, in units of the variance, is a better solution
 constexpr double kSameAnswer = 0.1;  // a Tau so small is within what a search leaves: limits around it are the answer's
 constexpr double kJump = 1e-6;       // a step so short, in parts of the distance, is made whatever it gains
@@ -327,8 +328,8 @@ std::optional<ProfiledModel> ProfileCoefficients(const ModelClass& model, const 
   WeightedResiduals residuals(*twin, data, form);
   const std::vector<double> solution = residuals.FreeOf(model.CoefficientValues);
   const double unit = std::sqrt(scale.Variance) * residuals.Unit();
-  if (!(unit > kExact * Norm(residuals.Target())))
-    return refused("The points don't scatter about the model, so that nothing could limit its coefficients.");
+  const std::string exact = "The points don't scatter about the model, so that nothing could limit its coefficients.";
+  if (!(unit > kExact * Norm(residuals.Target()))) return refused(exact);
   std::vector<double> r;
   const bool valued = residuals.Residuals(solution, r);
   if (form.Aborted) return std::nullopt;
@@ -357,6 +358,7 @@ std::optional<ProfiledModel> ProfileCoefficients(const ModelClass& model, const 
     }
     least = Search(residuals, better->Better.a, form);
   }
+  if (!(own > kRounding * Norm(residuals.Target()))) return refused(exact);
   ProfiledModel lower = refused(LowerRefusal(*twin, residuals, least, own));
   lower.FoundBetter = true;
   return lower;

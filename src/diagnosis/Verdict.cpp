@@ -10,7 +10,8 @@
 #include "diagnosis/ChiSquare.h"
 #include "diagnosis/ModelBreaks.h"
 #include "diagnosis/WhyFailed.h"
-#include "functions/gamma.h"
+#include "functions/ProbabilityBeyond.h"
+#include "functions/betai.h"
 
 namespace quorvex {
 namespace {
@@ -20,10 +21,10 @@ constexpr double kUndetermined = 1e-10, kWeak = 1e-6, kHopeless = 1000, kPart = 
 constexpr double kOffMinimum = 0.05;
 constexpr int kFewDegrees = 3;
 constexpr double kCorrelated = 0.99, kUncertain = 0.2;
-constexpr double kByChance = 0.001;
-constexpr std::size_t kEnoughX = 10;
+constexpr double kByChance = 0.001, kSlip = 0.01, kAlone = 0.9;
+constexpr std::size_t kEnoughX = 7;
 constexpr double kRounding = 1e-10;
-constexpr double kLopsided = 0.1;
+constexpr double kLopsided = 0.25, kUneven = 0.1, kFailedSamples = 0.05;
 constexpr std::size_t kUsualLevel = 2;  // 95 %
 
 // A solved model under the eyes of the checks below.
@@ -33,11 +34,13 @@ struct Case {
   const FitGeometry* Geometry;  // null where it has none
   const LocaleText& Locale;
   SolveForm& Form;
+  int DerivativeMethod;
   std::vector<int> Open = {};  // coefficients that the data don't determine, by their numbers
 
   std::string Number(double value) const { return LocalizeExpression(GeneralNumber(value, 4), Locale); }
   std::string Place(double x) const { return LocalizeExpression(GeneralNumber(x, 7), Locale); }
   std::string Quoted(int i) const { return "'" + Model.Variables(i) + "'"; }
+  std::size_t Row(std::size_t point) const { return Data.Row.empty() ? point + 1 : Data.Row[point]; }
   bool IsOpen(int i) const { return std::ranges::find(Open, i) != Open.end(); }
   // The residuals are no more than rounding.
   bool IsExact() const {
@@ -172,6 +175,15 @@ void MayBeZero(Case& c, Sentences& notes) {
     notes.push_back(Listed(names) + " may be 0: their standard errors are larger than their values.");
 }
 
+// As ProbabilityBeyond; 1 where it can't be computed.
+double Beyond(double f, double dfRegression, double dfError) {
+  try {
+    return ProbabilityBeyond(f, dfRegression, dfError);
+  } catch (const NumericFault&) {
+    return 1;
+  }
+}
+
 // What the reduced chi-square says, if anything. Points that a loss has played down are meant to be far off.
 std::string AgainstDeviations(Case& c, double unitDeviation) {
   if (c.Model.Loss != LossKind::Squares) return "";
@@ -197,6 +209,54 @@ void BeyondRatios(Case& c, Sentences& notes) {
   if (std::string text = AgainstDeviations(c, c.Data.UnitDeviation); !text.empty()) notes.push_back(std::move(text));
 }
 
+// "Row 3", "Rows 3, 7 and 9"; of many the first.
+std::string RowsText(const std::vector<std::size_t>& rows) {
+  constexpr std::size_t kMost = 10;
+  std::string text = rows.size() == 1 ? "Row " : "Rows ";
+  const std::size_t listed = std::min(rows.size(), kMost);
+  for (std::size_t i = 0; i < listed; ++i)
+    text += (i == 0 ? "" : i + 1 == rows.size() ? " and " : ", ") + std::to_string(rows[i]);
+  return listed < rows.size() ? text + " and " + std::to_string(rows.size() - listed) + " more" : text;
+}
+
+// Each point alone: what it decides, and how far it is off for its place.
+void SinglePoints(Case& c, Sentences& reasons) {
+  if (c.Geometry == nullptr || !c.Open.empty() || c.Geometry->Free().empty()) return;
+  const auto leverages = Leverages(c.Model, c.Data, *c.Geometry, c.DerivativeMethod, c.Form);
+  if (!leverages) return;
+  std::vector<std::size_t> alone, off;
+  const auto residuals = c.Model.GenerateResiduals(c.Data);
+  const double n = static_cast<double>(c.Data.N()), degrees = c.Model.DOFError - 1;
+  const bool squares = c.Model.Loss == LossKind::Squares && residuals && degrees >= 1 && !c.IsExact();
+  const double variance = c.Model.RssNorm / c.Model.DOFError;
+  double farthest = 0;
+  for (std::size_t i = 0; i < c.Data.N(); ++i) {
+    const double rest = 1 - (*leverages)[i];
+    if (rest < 1 - kAlone) {
+      alone.push_back(c.Row(i));
+      continue;
+    }
+    if (!squares) continue;
+    // From the internally studentized residual to the one whose variance is without the point.
+    const double e = (*residuals)[i], inner = c.Data.sig[i] * e * e / (variance * rest);
+    const double outer = inner * degrees / std::max(degrees + 1 - inner, 0.0);
+    if (!(n * Beyond(outer, 1, degrees) < kSlip)) continue;
+    off.push_back(c.Row(i));
+    farthest = std::max(farthest, outer);
+  }
+  // With hardly more points than coefficients most do.
+  if (!alone.empty() && alone.size() < c.Geometry->Free().size())
+    reasons.push_back(RowsText(alone) +
+                      (alone.size() == 1 ? " alone decides a coefficient: the curve goes"
+                                         : " alone decide a coefficient each: the curve goes") +
+                      " where that point is, right or wrong.");
+  if (!off.empty())
+    reasons.push_back(RowsText(off) + (off.size() == 1 ? " is" : " are") +
+                      " farther off the curve than chance allows (studentized residual " +
+                      (off.size() == 1 ? "" : "up to ") + c.Number(std::sqrt(farthest)) +
+                      "): look for a slip, or take a loss such as Huber's, with which such a point counts less.");
+}
+
 // Mean residuals, weighted, of points of equal X, in the order of X. Nothing where the model has no value.
 std::optional<std::vector<double>> ResidualsAlongX(Case& c) {
   const auto residuals = c.Model.GenerateResiduals(c.Data);
@@ -218,12 +278,55 @@ std::optional<std::vector<double>> ResidualsAlongX(Case& c) {
 }
 
 // The probability that a normal deviate is below z, for a z below 0; else 1.
-double LowerTail(double z) {
+double LowerTail(double z) { return z < 0 ? Beyond(z * z, 1, HUGE_VAL) / 2 : 1; }
+
+// That von Neumann's ratio, between 0 and 4, of n independent residuals is below this one: a quarter of it has a beta
+// distribution of its mean and variance.
+double LowerTailOfRatio(double ratio, double n) {
+  const double q = ((n * n - 1) / (n - 2) - 1) / 2;
   try {
-    return z < 0 ? 0.5 * gammq(0.5, z * z / 2) : 1;
+    return ratio < 2 ? betai(q, q, ratio / 4) : 1;
   } catch (const NumericFault&) {
     return 1;
   }
+}
+
+// Where points are repeated, their scatter about their own mean says what the curve's may be.
+void LackOfFit(Case& c, Sentences& reasons) {
+  if (c.Geometry == nullptr || c.Model.Loss != LossKind::Squares || c.IsExact()) return;
+  const auto residuals = c.Model.GenerateResiduals(c.Data);
+  if (!residuals) return;
+  const auto& x = c.Data.X;
+  const auto compare = [&x](std::size_t i, std::size_t j) {
+    for (const auto& column : x)
+      if (column[i] != column[j]) return column[i] < column[j] ? -1 : 1;
+    return 0;
+  };
+  std::vector<std::size_t> order(c.Data.N());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::ranges::stable_sort(order, [&compare](std::size_t i, std::size_t j) { return compare(i, j) < 0; });
+  double places = 0, all = 0, repeats = 0;
+  for (std::size_t first = 0, i = 0; first < order.size(); first = i, ++places) {
+    double weights = 0, sum = 0;
+    for (i = first; i < order.size() && compare(order[i], order[first]) == 0; ++i) {
+      weights += c.Data.sig[order[i]];
+      sum += c.Data.sig[order[i]] * (*residuals)[order[i]];
+    }
+    const double mean = weights > 0 ? sum / weights : 0;
+    for (std::size_t k = first; k < i; ++k) {
+      const double e = (*residuals)[order[k]], w = c.Data.sig[order[k]];
+      all += w * e * e;
+      repeats += w * (e - mean) * (e - mean);
+    }
+  }
+  const double pure = static_cast<double>(c.Data.N()) - places;
+  const double lack = places - static_cast<double>(c.Geometry->Free().size());
+  // Repeats without any scatter are copies, or rounded.
+  if (pure < 1 || lack < 1 || !(repeats > kRounding * all)) return;
+  const double f = (all - repeats) / lack / (repeats / pure);
+  if (!(Beyond(std::max(f, 0.0), lack, pure) < kByChance)) return;
+  reasons.push_back("Points at the same X scatter less about their mean than their means about the curve (F = " +
+                    c.Number(f) + "): the model misses something.");
 }
 
 void NotRandom(Case& c, Sentences& reasons) {
@@ -242,9 +345,9 @@ void NotRandom(Case& c, Sentences& reasons) {
   }
   const double below = n - above, expected = 1 + 2 * above * below / n;
   const double runsVariance = (expected - 1) * (expected - 2) / (n - 1);
-  const double ratio = steps / squares, ratioVariance = 4 * (n - 2) / ((n - 1) * (n + 1));
+  const double ratio = steps / squares;
   const double byRuns = runsVariance > 0 ? LowerTail((runs + 0.5 - expected) / std::sqrt(runsVariance)) : 1;
-  const double byRatio = LowerTail((ratio - 2) / std::sqrt(ratioVariance));
+  const double byRatio = LowerTailOfRatio(ratio, n);
   if (!(std::min(byRuns, byRatio) < kByChance)) return;
   reasons.push_back("The residuals follow each other along X (Durbin-Watson " + c.Number(ratio) +
                     (runs < expected - 1
@@ -258,7 +361,8 @@ using Check = void (*)(Case&, Sentences&);
 // The gravest first.
 constexpr Check kChecks[] = {
     NotConverged, OnABound,         NoDerivatives, NotDetermined, NotAtAMinimum, NoBetterThanAConstant,
-    Broken,       BeyondDeviations, TooFewPoints,  Correlated,    NotRandom};
+    Broken,       BeyondDeviations, TooFewPoints,  SinglePoints,  Correlated,    NotRandom,
+    LackOfFit};
 constexpr Check kRemarks[] = {MayBeZero, BeyondRatios};
 
 // What is held, to stand behind how the search ended.
@@ -321,7 +425,7 @@ Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitG
   if (!model.Solved) return FailedVerdict(model, data, locale);
   Verdict verdict;
   verdict.Ended = HowEnded(model, settings);
-  Case c{model, data, geometry ? &*geometry : nullptr, locale, form};
+  Case c{model, data, geometry ? &*geometry : nullptr, locale, form, settings.DerivativeMethod};
   for (const auto check : kChecks) check(c, verdict.Reasons);
   for (const auto remark : kRemarks) remark(c, verdict.Notes);
   if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;
@@ -331,20 +435,49 @@ Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitG
 void JudgeByProfiles(const ModelClass& model, const ProfiledModel& profiled,
                      const std::vector<LimitsByLevel>& symmetric, Verdict& verdict) {
   if (profiled.FoundBetter) verdict.Reasons.insert(verdict.Reasons.begin(), profiled.Refusal);
-  std::vector<std::string> names;
+  std::vector<std::string> open, lopsided, uneven;
   for (const CoefficientProfile& profile : profiled.Coefficients) {
     if (model.IsAtBound(profile.Coefficient)) continue;
     const Interval& by = profile.Limits[kUsualLevel];
     const Interval& straight = symmetric[static_cast<std::size_t>(profile.Coefficient - 1)][kUsualLevel];
-    const double most = kLopsided * (straight.Upper - straight.Lower);
-    if (std::abs(by.Lower - straight.Lower) > most || std::abs(by.Upper - straight.Upper) > most)
-      names.push_back(profile.Name);
+    const double off = std::max(std::abs(by.Lower - straight.Lower), std::abs(by.Upper - straight.Upper)) /
+                       (straight.Upper - straight.Lower);
+    if (std::isinf(by.Lower) || std::isinf(by.Upper))
+      open.push_back(profile.Name);
+    else if (off > kLopsided)
+      lopsided.push_back(profile.Name);
+    else if (off > kUneven)
+      uneven.push_back(profile.Name);
   }
-  if (!names.empty())
-    verdict.Reasons.push_back("The limits of " + Listed(names) + " by " +
-                              (names.size() == 1 ? "its standard error" : "their standard errors") +
-                              " are not those of the profile: take the profile's.");
+  if (!open.empty())
+    verdict.Reasons.push_back("The data leave " + Listed(open) +
+                              " open: at 95 % the profile has no limit on one side at least.");
+  const auto another = [](const std::vector<std::string>& names) {
+    return "The limits of " + Listed(names) + " by " +
+           (names.size() == 1 ? "its standard error" : "their standard errors") +
+           " are not those of the profile: take the profile's.";
+  };
+  if (!lopsided.empty()) verdict.Reasons.push_back(another(lopsided));
+  if (!uneven.empty()) verdict.Notes.push_back(another(uneven));
   if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;
+}
+
+void JudgeBySamples(int samples, int failures, Verdict& verdict) {
+  if (failures <= kFailedSamples * samples) return;
+  verdict.Reasons.push_back(std::to_string(failures) + " of " + std::to_string(samples) +
+                            " samples of the bootstrap have no answer: those that are left are no fair picture.");
+  verdict.Kind = VerdictKind::Doubtful;
+}
+
+void TakeOver(const Verdict& further, Verdict& verdict) {
+  const auto add = [](const std::vector<std::string>& from, std::vector<std::string>& to) {
+    for (std::size_t i = 0; i < from.size(); ++i)
+      if (std::ranges::find(to, from[i]) == to.end())
+        to.insert(to.begin() + static_cast<std::ptrdiff_t>(std::min(i, to.size())), from[i]);
+  };
+  add(further.Reasons, verdict.Reasons);
+  add(further.Notes, verdict.Notes);
+  verdict.Kind = std::max(verdict.Kind, further.Kind);
 }
 
 }  // namespace quorvex

@@ -43,13 +43,21 @@ struct Verdict {
 //                      so much more, or so much less, that chance would do it in less than one of 1000 fits
 //                      (ChiSquare.h). Least squares alone: points that a loss plays down are meant to be far off
 //   too few points     less than 3 degrees of freedom are left: the 95 % limits are 4 to 13 standard errors wide
+//   alone              points with a leverage above 0.9, fewer of them than coefficients: each decides one by itself
+//   far off            points whose externally studentized residual chance would make that large in less than one of
+//                      100 such fits, by Bonferroni's bound (R. D. Cook & S. Weisberg, Residuals and Influence in
+//                      Regression, 1982, section 2.2). Least squares alone
 //   correlated         the coefficients of the pair named have a correlation beyond 0.99, and one of them a standard
 //                      error above a fifth of its value: what one has too much the other makes up for. With small
 //                      errors even a correlation of 0.999 does no harm, and many good models have one
-//   not random         with one variable and 10 different X at least, neighbouring residuals (means of equal X) are
+//   not random         with one variable and 7 different X at least, neighbouring residuals (means of equal X) are
 //                      alike so often that chance would do it in one of 1000 fits, by von Neumann's ratio, which is
-//                      Durbin and Watson's, or by the number of runs of one sign (J. von Neumann, Ann. Math. Statist.
-//                      12, 1941; A. Wald & J. Wolfowitz, ibid. 11, 1940): the model misses something
+//                      Durbin and Watson's, with its distribution by their beta approximation, or by the number of runs
+//                      of one sign (J. von Neumann, Ann. Math. Statist. 12, 1941; J. Durbin & G. S. Watson, Biometrika
+//                      38, 1951; A. Wald & J. Wolfowitz, Ann. Math. Statist. 11, 1940): the model misses something
+//   lack of fit        with any number of variables and points repeated at the same X, the means of these are farther
+//                      off the curve than their scatter allows but in one of 1000 fits, by the F test of lack of fit
+//                      against pure error (R. A. Fisher, J. R. Statist. Soc. 85, 1922). Least squares alone
 //
 // The notes, which turn no verdict, since a good model may have such a coefficient, and weights needn't be deviations:
 //
@@ -64,9 +72,19 @@ Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitG
 // What profiles add to the verdict on a solved model, whose symmetric limits these are, one for each coefficient:
 //
 //   not the best       they have led to a better solution; the first of all reasons
-//   lopsided           an end of the 95 % limits is off the symmetric one by more than a tenth of the distance between
-//                      the two symmetric ones. Not of coefficients on a bound, of which the verdict has spoken
+//   open               at 95 % there is no limit on a side: the data exclude no value there
+//   lopsided           an end of the 95 % limits is off the symmetric one by more than a quarter of the distance
+//   between
+//                      the two symmetric ones; from a tenth on a note. Not of coefficients on a bound, of which the
+//                      verdict has spoken
 void JudgeByProfiles(const ModelClass& model, const ProfiledModel& profiled,
                      const std::vector<LimitsByLevel>& symmetric, Verdict& verdict);
+
+// What the samples of a bootstrap add: a reason where more than one of 20 had no answer, since those that are left are
+// then no fair picture.
+void JudgeBySamples(int samples, int failures, Verdict& verdict);
+
+// Adds the sentences that another verdict on the same answer has beyond this one, each at its place.
+void TakeOver(const Verdict& further, Verdict& verdict);
 
 }  // namespace quorvex

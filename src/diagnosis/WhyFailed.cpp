@@ -198,7 +198,7 @@ Reason NoValueAtEnd(const Patient& p) {
 Reason OnItsWay(const Patient& p) {
   const std::string text = "The search came to coefficients at which it could not go on: ";
   const std::string& what = p.Left.ErrorMessage;
-  if (!what.empty()) return text + what + (what.ends_with('.') ? "" : ".");
+  if (!what.empty() && !what.starts_with("Singular matrix")) return text + what + (what.ends_with('.') ? "" : ".");
   return text + "one of them no longer moves the curve there, two do the same, or a number is beyond the range.";
 }
 

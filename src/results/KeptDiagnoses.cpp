@@ -58,9 +58,9 @@ void KeptDiagnoses::Keep(Diagnosis one, const DiagnosisChoices& choices, std::ve
   const auto take = [](auto& into, const auto& from, auto... parts) {
     for (std::size_t i = 0; i < std::min(into.size(), from.size()); ++i) ((into[i].*parts = from[i].*parts), ...);
   };
+  TakeOver(one.Judgement, said.Judgement);  // which has heard what was computed
   if (choices.ProfileLimits) {
     take(said.Coefficients, one.Coefficients, &CoefficientDiagnosis::Profile, &CoefficientDiagnosis::Curve);
-    said.Judgement = one.Judgement;  // which has heard the profiles
     there.ProfileLimits = true;
   }
   if (choices.Bootstrap > 0) {
@@ -108,7 +108,7 @@ std::vector<Diagnosis> KeptDiagnoses::All() const {
     if (found == further_.end()) continue;
     // Its place among the others is known from all of them alone.
     const Diagnosis& further = found->second.Said;
-    if (found->second.Choices.ProfileLimits) one.Judgement = further.Judgement;
+    TakeOver(further.Judgement, one.Judgement);
     one.Coefficients = further.Coefficients;
     one.Quantities = further.Quantities;
     one.BootstrapFailures = further.BootstrapFailures;

@@ -172,6 +172,20 @@ TEST(Diagnose, DoubtsStandardErrorsWhoseProfileIsAnother) {
   }
 }
 
+TEST(Diagnose, KnowsNoErrorsOnABound) {
+  LineFit fit({{"root", "-a/b"}, {"twice", "2*a"}});
+  fit.Model().Coefficients[1].Maximum = 0.1;
+  const Diagnosis d = fit.Of(Assay(1));
+  EXPECT_TRUE(d.Coefficients[1].IsAtMaximum);
+  EXPECT_TRUE(std::isnan(d.Coefficients[1].Symmetric[2].Lower) && std::isnan(d.Coefficients[1].StdErr));
+  EXPECT_TRUE(std::isnan(d.Quantities[0].StdErr));
+  EXPECT_GT(d.Quantities[1].StdErr, 0);
+  EXPECT_EQ(std::ranges::count(d.Judgement.Notes,
+                               "The error of the quantity 'root' is not known: 'b', on which it "
+                               "depends, lies on a bound."),
+            1);
+}
+
 TEST(Report, IsReadWithItsParametersAndKept) {
   const std::string text =
       "B_MACRO\nIndependentVariables = 1\nB_MODEL\nY = a+b*x\nReport = root = -A / b\n"

@@ -157,6 +157,21 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
        "",
        "",
        "'a' may be 0: its standard error 0."},
+      {"alone",
+       {"a+b*x", {}},
+       Scattered({1, 1, 1, 1, 1, 1, 1, 1, 1, 9}, Line, 0.5),
+       VerdictKind::Doubtful,
+       "Row 10 alone decides a coefficient: "},
+      {"slip",
+       {"a+b*x", {}},
+       WithSlip(line),
+       VerdictKind::Doubtful,
+       "Row 7 is farther off the curve than chance allows (studentized residual "},
+      {"slip played down",
+       {"a+b*x", {}, [](ModelClass&, Settings& s) { s.Loss = LossKind::Huber; }},
+       WithSlip(line),
+       VerdictKind::Sound,
+       ""},
       {"deviations too small",
        {"a+b*x", {}, AtTheirWord},
        Within(line, 0.05),
@@ -184,6 +199,18 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
            Steps(20), [](double x) { return x * x; }, 0.5),
        VerdictKind::Doubtful,
        "The residuals follow each other along X (Durbin-Watson 0."},
+      {"not random, few X",
+       {"a+b*x", {}},
+       Scattered(
+           Steps(10), [](double x) { return x * x; }, 0.1),
+       VerdictKind::Doubtful,
+       "The residuals follow each other along X (Durbin-Watson 0."},
+      {"lack of fit",
+       {"a+b*x", {}},
+       Scattered(
+           {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}, [](double x) { return x * x; }, 0.3),
+       VerdictKind::Doubtful,
+       "Points at the same X scatter less about their mean than their means about the curve (F = "},
       {"start",
        {"a*exp(-((x-b)/0.01)^2)+c", {1, 100, 10}},
        line,
@@ -219,6 +246,48 @@ TEST(Judge, NamesWhatSpeaksAgainstAnAnswer) {
     EXPECT_TRUE(note.starts_with(c.Note)) << note;
     if (c.Kind == VerdictKind::Sound) {
       EXPECT_EQ(first, "");
+    }
+  }
+}
+
+TEST(Judge, HearsProfilesAndSamples) {
+  const auto model = NewModelFor(1, LocaleText());
+  model->SetID("a+b*x", {"a+b*x"});
+  model->SetIC(Points({{1}}, {1}));
+  LimitsByLevel symmetric;
+  symmetric.fill({-10, 10});
+  const struct {
+    Interval Limits;
+    int Failures;
+    VerdictKind Kind;
+    const char* Sentence;
+  } kCases[] = {
+      {{-10, 10}, 5, VerdictKind::Sound, nullptr},
+      {{-12.5, 10},
+       0,
+       VerdictKind::Sound,
+       "The limits of 'b' by its standard error are not those of the profile: take"},
+      {{-10, 16},
+       0,
+       VerdictKind::Doubtful,
+       "The limits of 'b' by its standard error are not those of the profile: take"},
+      {{-HUGE_VAL, 10}, 0, VerdictKind::Doubtful, "The data leave 'b' open: at 95 % the profile has no limit on one"},
+      {{-10, 10}, 6, VerdictKind::Doubtful, "6 of 100 samples of the bootstrap have no answer"},
+  };
+  for (const auto& c : kCases) {
+    ProfiledModel profiled;
+    CoefficientProfile& b = profiled.Coefficients.emplace_back();
+    b.Coefficient = 2;
+    b.Name = "b";
+    b.Limits.fill(c.Limits);
+    Verdict verdict;
+    JudgeByProfiles(*model, profiled, {symmetric, symmetric}, verdict);
+    JudgeBySamples(100, c.Failures, verdict);
+    EXPECT_EQ(verdict.Kind, c.Kind);
+    const auto& said = c.Kind == VerdictKind::Sound ? verdict.Notes : verdict.Reasons;
+    ASSERT_EQ(said.size(), c.Sentence == nullptr ? 0u : 1u);
+    if (c.Sentence != nullptr) {
+      EXPECT_TRUE(said[0].starts_with(c.Sentence)) << said[0];
     }
   }
 }

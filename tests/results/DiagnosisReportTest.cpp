@@ -36,7 +36,8 @@ QuantityDiagnosis QuantityOf(const char* name, const char* expression) {
 std::vector<Diagnosis> Answers() {
   Diagnosis first;
   first.Id = "a*exp(-b*x)+c";
-  first.Judgement = {VerdictKind::Doubtful, "The search converged.", {"b and c are hardly told apart.", "c is held."}};
+  first.Judgement = {
+      VerdictKind::Doubtful, "The search converged.", {"b and c are hardly told apart.", "c is held."}, {}};
   first.AbsoluteDeviations = true;
   first.ReducedChiSquare = 1.25;
   first.ChiSquareProbability = 0.25;
@@ -75,11 +76,11 @@ std::vector<Diagnosis> Answers() {
 
   Diagnosis second;
   second.Id = "c+a/exp(b*x)";
-  second.Judgement = {VerdictKind::Sound, "The search converged.", {}};
+  second.Judgement = {VerdictKind::Sound, "The search converged.", {}, {"c may be 0."}};
   second.Rank = {.AICc = 10.75, .BIC = 12.75, .DeltaAICc = 0.25, .AkaikeWeight = 0.375, .Group = 1, .SameAs = 1};
   Diagnosis third;
   third.Id = "a*x+b";
-  third.Judgement = {VerdictKind::Failed, "The model has no value at row 3.", {}};
+  third.Judgement = {VerdictKind::Failed, "The model has no value at row 3.", {}, {}};
   third.Rank = {.AICc = 90, .Group = 2};
   return {first, second, third};
 }
