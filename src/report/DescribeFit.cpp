@@ -92,7 +92,7 @@ class Describer {
       std::vector<std::string> cells = {one.Name, ReportNumber(one.Value), ReportNumber(one.StdErr)};
       Limits(cells, one.Symmetric);
       if (profile) Limits(cells, byProfile);
-      if (bootstrap) Limits(cells, one.Bootstrapped);
+      if (bootstrap) Limits(cells, one.Bootstrapped ? std::optional(one.Bootstrapped->Limits) : std::nullopt);
       cells.push_back(state);
       table.Rows.push_back(std::move(cells));
     };
