@@ -109,7 +109,7 @@ class ModelDiagnosis {
       }
       const auto gradient = programs_.back().Gradient(model_.CoefficientValues, geometry->Free());
       if (!gradient) continue;
-      quantity.StdErr = model_.ErrorDeviation() * std::sqrt(geometry->Variance(*gradient));
+      quantity.StdErr = model_.ErrorDeviation() * geometry->Deviation(*gradient);
       quantity.Symmetric = SymmetricLimits(quantity.Value, quantity.StdErr, quantiles_);
     }
   }
