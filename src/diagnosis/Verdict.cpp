@@ -21,8 +21,9 @@ constexpr double kUndetermined = 1e-10, kWeak = 1e-6, kHopeless = 1000, kPart = 
 constexpr double kOffMinimum = 0.05;
 constexpr int kFewDegrees = 3;
 constexpr double kCorrelated = 0.99, kUncertain = 0.2;
-constexpr double kByChance = 0.001, kSlip = 0.01, kAlone = 0.9;
+constexpr double kByChance = 0.001, kAlone = 0.9, kShared = 0.5;
 constexpr std::size_t kEnoughX = 7;
+constexpr double kManyX = 12;
 constexpr double kRounding = 1e-10;
 constexpr double kLopsided = 0.25, kUneven = 0.1, kFailedSamples = 0.05;
 constexpr std::size_t kUsualLevel = 2;  // 95 %
@@ -236,11 +237,11 @@ void SinglePoints(Case& c, Sentences& reasons) {
       alone.push_back(c.Row(i));
       continue;
     }
-    if (!squares) continue;
+    if (!squares || rest < 1 - kShared) continue;
     // From the internally studentized residual to the one whose variance is without the point.
     const double e = (*residuals)[i], inner = c.Data.sig[i] * e * e / (variance * rest);
     const double outer = inner * degrees / std::max(degrees + 1 - inner, 0.0);
-    if (!(n * Beyond(outer, 1, degrees) < kSlip)) continue;
+    if (!(n * Beyond(outer, 1, degrees) < kByChance)) continue;
     off.push_back(c.Row(i));
     farthest = std::max(farthest, outer);
   }
@@ -280,10 +281,13 @@ std::optional<std::vector<double>> ResidualsAlongX(Case& c) {
 // The probability that a normal deviate is below z, for a z below 0; else 1.
 double LowerTail(double z) { return z < 0 ? Beyond(z * z, 1, HUGE_VAL) / 2 : 1; }
 
-// That von Neumann's ratio, between 0 and 4, of n independent residuals is below this one: a quarter of it has a beta
-// distribution of its mean and variance.
+// That von Neumann's ratio, between 0 and 4, of n independent residuals is below this one: of many by the normal
+// distribution, the more cautious; of few, where that would see nothing, a quarter of the ratio has a beta distribution
+// of the same mean and variance.
 double LowerTailOfRatio(double ratio, double n) {
-  const double q = ((n * n - 1) / (n - 2) - 1) / 2;
+  const double reciprocal = (n * n - 1) / (n - 2);  // 4 over the variance
+  if (n >= kManyX) return LowerTail((ratio - 2) * std::sqrt(reciprocal / 4));
+  const double q = (reciprocal - 1) / 2;
   try {
     return ratio < 2 ? betai(q, q, ratio / 4) : 1;
   } catch (const NumericFault&) {

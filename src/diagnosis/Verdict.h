@@ -44,15 +44,15 @@ struct Verdict {
 //                      (ChiSquare.h). Least squares alone: points that a loss plays down are meant to be far off
 //   too few points     less than 3 degrees of freedom are left: the 95 % limits are 4 to 13 standard errors wide
 //   alone              points with a leverage above 0.9, fewer of them than coefficients: each decides one by itself
-//   far off            points whose externally studentized residual chance would make that large in less than one of
-//                      100 such fits, by Bonferroni's bound (R. D. Cook & S. Weisberg, Residuals and Influence in
-//                      Regression, 1982, section 2.2). Least squares alone
+//   far off            points, of a leverage up to a half, whose externally studentized residual chance would make that
+//                      large in less than one of 1000 such fits, by Bonferroni's bound (R. D. Cook & S. Weisberg,
+//                      Residuals and Influence in Regression, 1982, section 2.2). Least squares alone
 //   correlated         the coefficients of the pair named have a correlation beyond 0.99, and one of them a standard
 //                      error above a fifth of its value: what one has too much the other makes up for. With small
 //                      errors even a correlation of 0.999 does no harm, and many good models have one
 //   not random         with one variable and 7 different X at least, neighbouring residuals (means of equal X) are
 //                      alike so often that chance would do it in one of 1000 fits, by von Neumann's ratio, which is
-//                      Durbin and Watson's, with its distribution by their beta approximation, or by the number of runs
+//                      Durbin and Watson's, with less than 12 X by their beta approximation, or by the number of runs
 //                      of one sign (J. von Neumann, Ann. Math. Statist. 12, 1941; J. Durbin & G. S. Watson, Biometrika
 //                      38, 1951; A. Wald & J. Wolfowitz, Ann. Math. Statist. 11, 1940): the model misses something
 //   lack of fit        with any number of variables and points repeated at the same X, the means of these are farther
