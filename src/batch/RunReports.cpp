@@ -21,7 +21,6 @@
 namespace quorvex {
 namespace {
 
-
 bool ShowsPictures(std::string_view names) {
   while (!names.empty())
     if (const ReportFormat* format = ReportFormatOf(TakeLine(names)); format != nullptr && format->ShowsPictures)

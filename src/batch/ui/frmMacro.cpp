@@ -312,7 +312,7 @@ void frmMacro::AddPlots(QFormLayout& form) {
   connect(useCode, &QCheckBox::toggled, codes, &QWidget::setEnabled);
   auto* reports = NewParagraph(page, "Names of reports", "ReportFile", "txtReportFile", 2);
   reports->setPlaceholderText("A name on each line, such as fit.html, fit.tex, fit.md or fit.ipynb");
-  form.addRow("Reports:", reports);
+  form.addRow(new QLabel("Reports:", page), reports);
 }
 
 QWidget* frmMacro::DiagnosisPage() {

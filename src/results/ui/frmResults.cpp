@@ -128,9 +128,11 @@ QWidget* frmResults::Commands() {
                                Command("PrintCommand", "&Print...", &frmResults::PrintCommand),
                                Command("CopyCommand", "&Copy", &frmResults::CopyCommand),
                                Command("PageSetupCommand", "Page Set&up...", &frmResults::PageSetupCommand),
-                               Command("ReportCommand", "E&xport Report...", &frmResults::ReportCommand)})
+                               Command("ReportCommand", "Export Report...", &frmResults::ReportCommand)})
     row->addWidget(command);
-  commands_[kReport]->setToolTip("Save all that is known of this model as one document");
+  const QString report = "Save all that is known of this model as one document";
+  commands_[kReport]->setToolTip(report);
+  commands_[kReport]->setAccessibleDescription(report);  // all letters have gone
   row->addStretch();
   limits_ = new LimitsBar(bar);
   limits_->Chosen = [this] { LimitsChosen(); };
