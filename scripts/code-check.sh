@@ -13,20 +13,21 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 "$build/tests/code_check" write "$folder"
 
-# The special functions of Python are those of SciPy, which may be installed for one of several.
+# The special functions of Python are those of SciPy, which may be installed for one of several; without it nothing is
+# checked.
 python() {
   local each
   for each in python3 /usr/bin/python3; do
     "$each" -c 'import scipy' 2>/dev/null && { echo "$each"; return; }
   done
-  command -v python3
+  return 1
 }
 
 # What prints the values, in the folder of the language; 127 where nothing can.
 run() {
   local found
   case $1 in
-    py) found=$(python) && "$found" check.py ;;
+    py) found=$(python) || return 127; "$found" check.py ;;
     r) command -v Rscript >/dev/null || return 127; Rscript --vanilla check.r ;;
     js) command -v node >/dev/null || return 127; node check.js ;;
     m) command -v octave-cli >/dev/null || return 127; octave-cli --no-init-file check_all.m ;;
