@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds Quorvex, and runs every test: plain, and again under the address and
-# undefined-behaviour sanitizers; what runs on several threads also under the thread sanitizer. Also checks that the sources are formatted.
+# undefined-behaviour sanitizers; what runs on several threads also under the thread sanitizer. Also checks that the
+# sources are formatted.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -39,8 +39,7 @@ struct Verdict {
 //                      Least squares alone
 //   broken             the curve has a pole, a jump or no value between points (ModelBreaks.h)
 //   beyond deviations  the standard deviations are taken at their word, and by the reduced chi-square the points
-//   scatter
-//                      so much more, or so much less, that chance would do it in less than one of 1000 fits
+//                      scatter so much more, or so much less, that chance would do it in less than one of 1000 fits
 //                      (ChiSquare.h). Least squares alone: points that a loss plays down are meant to be far off
 //   too few points     less than 3 degrees of freedom are left: the 95 % limits are 4 to 13 standard errors wide
 //   alone              points with a leverage above 0.9, fewer of them than coefficients: each decides one by itself
@@ -74,9 +73,8 @@ Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitG
 //   not the best       they have led to a better solution; the first of all reasons
 //   open               at 95 % there is no limit on a side: the data exclude no value there
 //   lopsided           an end of the 95 % limits is off the symmetric one by more than a quarter of the distance
-//   between
-//                      the two symmetric ones; from a tenth on a note. Not of coefficients on a bound, of which the
-//                      verdict has spoken
+//                      between the two symmetric ones; from a tenth on a note. Not of coefficients on a bound, of
+//                      which the verdict has spoken
 void JudgeByProfiles(const ModelClass& model, const ProfiledModel& profiled,
                      const std::vector<LimitsByLevel>& symmetric, Verdict& verdict);
 

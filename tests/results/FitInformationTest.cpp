@@ -13,7 +13,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr FitCircumstances kFromFile{"line.qvx", 5, 0, {0, 0, 0}};
+const FitCircumstances kFromFile{"line.qvx", 5, 0, {0, 0, 0}};
 
 // The rows under a heading, its column headings first, up to the empty row.
 std::vector<Texts> Block(const Report& report, const std::string& heading) {
