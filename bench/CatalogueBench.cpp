@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Workloads.h"
+#include "core/DerivativeKind.h"
 #include "engine/EqClass.h"
 #include "equation/BlockProgram.h"
 #include "equation/Catalogue.h"
@@ -92,8 +93,8 @@ void CatalogueDerivatives(benchmark::State& state) {
   for ([[maybe_unused]] auto pass : state)
     for (const auto& model : models)
       for (std::size_t first = 0; first < kPoints; first += kBlock)
-        benchmark::DoNotOptimize(
-            model->DifferentiateBlock(data, first, std::min(kBlock, kPoints - first), true, y.data(), columns.data()));
+        benchmark::DoNotOptimize(model->DifferentiateBlock(data, first, std::min(kBlock, kPoints - first),
+                                                           DerivativeKind::Richardson, y.data(), columns.data()));
 }
 BENCHMARK(CatalogueDerivatives)->Unit(benchmark::kMillisecond);
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Workloads.h"
+#include "core/DerivativeKind.h"
 #include "engine/EqClass.h"
 
 namespace quorvex {
@@ -34,7 +35,7 @@ void Fit(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   const SolveData data = Data(fit, count);
   Settings settings;
-  settings.DerivativeMethod = static_cast<int>(state.range(1));
+  settings.DerivativeMethod = static_cast<DerivativeKind>(state.range(1));
   EqClass model{LocaleText()};
   model.SetID("two exponentials", {fit.Model});
   SolveForm form;
@@ -44,7 +45,7 @@ void Fit(benchmark::State& state) {
     std::string log;
     if (!model.Fit(data, settings, log, form)) return state.SkipWithError(log.c_str());
   }
-  state.SetLabel(settings.DerivativeMethod == 0 ? "Richardson" : "central differences");
+  state.SetLabel(settings.DerivativeMethod == DerivativeKind::Richardson ? "Richardson" : "central differences");
   state.counters["iterations"] = model.NumIterations;
   state.counters["RSS"] = model.RSS;
   state.counters["per_point_and_pass"] =

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Workloads.h"
+#include "core/DerivativeKind.h"
 #include "engine/EqClass.h"
 #include "engine/SolveForm.h"
 #include "engine/mrqmin.h"
@@ -89,7 +90,7 @@ void EvaluateByHand(benchmark::State& state, const bench::FitCase& fit, ByHand e
 BENCHMARK_CAPTURE(EvaluateByHand, two_exponentials, bench::kTwoExponentials, TwoExponentials);
 BENCHMARK_CAPTURE(EvaluateByHand, two_peaks, bench::kTwoPeaks, TwoPeaks);
 
-void DifferentiateBlocks(benchmark::State& state, const bench::FitCase& fit, bool extrapolate) {
+void DifferentiateBlocks(benchmark::State& state, const bench::FitCase& fit, DerivativeKind method) {
   Prepared prepared(fit);
   std::array<double, kBlock> y;
   std::vector<std::vector<double>> dyda(fit.Start.size(), std::vector<double>(kBlock));
@@ -97,17 +98,20 @@ void DifferentiateBlocks(benchmark::State& state, const bench::FitCase& fit, boo
   for (auto& column : dyda) columns.push_back(column.data());
   for ([[maybe_unused]] auto pass : state)
     for (std::size_t first = 0; first < kPoints; first += kBlock)
-      if (!prepared.Model.DifferentiateBlock(prepared.Data, first, kBlock, extrapolate, y.data(), columns.data()))
+      if (!prepared.Model.DifferentiateBlock(prepared.Data, first, kBlock, method, y.data(), columns.data()))
         return state.SkipWithError("no derivative");
   PerPoint(state);
 }
-BENCHMARK_CAPTURE(DifferentiateBlocks, two_exponentials_central, bench::kTwoExponentials, false);
-BENCHMARK_CAPTURE(DifferentiateBlocks, two_peaks_central, bench::kTwoPeaks, false);
-BENCHMARK_CAPTURE(DifferentiateBlocks, two_exponentials_richardson, bench::kTwoExponentials, true);
-BENCHMARK_CAPTURE(DifferentiateBlocks, two_peaks_richardson, bench::kTwoPeaks, true);
+BENCHMARK_CAPTURE(DifferentiateBlocks, two_exponentials_central, bench::kTwoExponentials, DerivativeKind::Central);
+BENCHMARK_CAPTURE(DifferentiateBlocks, two_peaks_central, bench::kTwoPeaks, DerivativeKind::Central);
+BENCHMARK_CAPTURE(DifferentiateBlocks, two_exponentials_exact, bench::kTwoExponentials, DerivativeKind::Exact);
+BENCHMARK_CAPTURE(DifferentiateBlocks, two_peaks_exact, bench::kTwoPeaks, DerivativeKind::Exact);
+BENCHMARK_CAPTURE(DifferentiateBlocks, two_exponentials_richardson, bench::kTwoExponentials,
+                  DerivativeKind::Richardson);
+BENCHMARK_CAPTURE(DifferentiateBlocks, two_peaks_richardson, bench::kTwoPeaks, DerivativeKind::Richardson);
 
 // The first call of a search: one pass over the points and one small linear system.
-void NormalEquations(benchmark::State& state, const bench::FitCase& fit, int derivativeMethod) {
+void NormalEquations(benchmark::State& state, const bench::FitCase& fit, DerivativeKind derivativeMethod) {
   Prepared prepared(fit);
   const std::size_t n = fit.Start.size();
   const std::vector<int> free(n, 1);

@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "Workloads.h"
+#include "core/DerivativeKind.h"
 #include "core/Files.h"
 #include "engine/EqClass.h"
 #include "equation/Catalogue.h"
@@ -171,7 +172,9 @@ int Run(const std::vector<std::string>& arguments) {
     outcome.Iterations = 1;
   } else {
     Settings settings;
-    settings.DerivativeMethod = variant == "richardson" ? 0 : 1;
+    settings.DerivativeMethod = variant == "richardson" ? DerivativeKind::Richardson
+                                : variant == "exact"    ? DerivativeKind::Exact
+                                                        : DerivativeKind::Central;
     const std::vector<Task> tasks = Tasks(arguments, variant == "built-in");
     for (int i = 0; i < repetitions; ++i) {
       start = Seconds();

@@ -15,7 +15,8 @@ using enum PreferenceKind;
 constexpr double kMost16Bit = 32767, kMostScale = 1e300;
 
 constexpr PreferenceChoice kDerivatives[] = {{"0", "Use Richardson's Extrapolation (Most Accurate)"},
-                                             {"1", "Use Central Difference (Quickest)"}};
+                                             {"1", "Use Central Difference (Quickest)"},
+                                             {"2", "Use Exact Derivatives (by the Rules of Calculus)"}};
 constexpr PreferenceChoice kSorts[] = {{"1", "RSS"},  {"2", "R^2"}, {"3", "Ra^2"}, {"4", "StdErr"},
                                        {"5", "AICc"}, {"6", "BIC"}, {"7", "CV"}};
 constexpr PreferenceChoice kAutoResults[] = {{"3", "Open when a solve ends"}, {"0", "Open when asked for"}};
@@ -39,6 +40,7 @@ constexpr Preference kSolver[] = {
     {"maxiterations", "&Maximum iterations:", Integer, 1, kMost16Bit},
     {"diviterations", "&Unchanged iterations allowed:", Integer, 1, kMost16Bit},
     {"derivative", "&Derivatives:", Choice, 0, 0, kDerivatives},
+    {"threads", "T&hreads (0 for all processors):", Integer, 0, 1024},
     {"missingdatawarning", "&Warn of incomplete rows before a solve", OneOrZero},
 };
 constexpr Preference kResults[] = {

@@ -15,7 +15,8 @@ struct MacroFields {
   std::string Comments;  // any number of lines
   bool UseDDE = false, ShowProgress = false, ShowMessageBox = false;
   std::string RegressionTolerance, UnchangedIterations, MaxIterations;
-  bool CentralDifference = false;  // else Richardson's extrapolation
+  std::string Derivatives = "Richardson";  // or "CentralDifference", "Exact"
+  std::string Threads;                     // as many as the process may use where it is empty
   bool TryHarder = false;
   std::string StandardDeviations = "Relative";  // or "Absolute"
   std::string Loss = "Squares";                 // one of kLossNames

@@ -14,6 +14,7 @@
 #include "batch/MacroText.h"
 #include "batch/SubstituteParameters.h"
 #include "batch/ValueFault.h"
+#include "core/DerivativeKind.h"
 #include "core/Files.h"
 #include "core/NearestWord.h"
 #include "core/NumberText.h"
@@ -306,7 +307,7 @@ void Reader::Take(const MacroStatement&, const VariablesValue& variables, const 
 void Reader::Take(const MacroStatement&, const DerivativesValue& derivatives, const std::string& value) {
   setup_.*derivatives.Read = preferences_.*derivatives.Preference;
   for (std::size_t i = 0; i < derivatives.Words.size(); ++i)
-    if (EqualNoCase(value, derivatives.Words[i])) setup_.*derivatives.Read = static_cast<int>(i);
+    if (EqualNoCase(value, derivatives.Words[i])) setup_.*derivatives.Read = static_cast<DerivativeKind>(i);
 }
 
 // The lines from behind B_MODEL to E_MODEL. Unlike the outer loop it acts on every line it reads.

@@ -26,6 +26,7 @@ void TakeLimits(const MacroSetup& setup, Settings& preferences) {
   preferences.AbsoluteDeviations = setup.AbsoluteDeviations;
   preferences.Loss = setup.Loss;
   preferences.LossScale = setup.LossScale;
+  if (setup.Threads > 0) preferences.Threads = setup.Threads;
   ForEachLimit([&](auto read, auto preference) { preferences.*preference = setup.*read; });
 }
 

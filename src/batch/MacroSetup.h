@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/DerivativeKind.h"
 #include "core/LossKind.h"
 #include "core/Settings.h"
 #include "engine/RankModels.h"
@@ -14,7 +15,8 @@ struct MacroSetup {
   bool ShowProgress = false;    // HandShake: show the progress form
   bool ShowMessageBox = false;  // HandShake: final and abort message boxes
   double RegressionTolerance = 1e-10;
-  int Derivatives = 0;     // 0 Richardson's extrapolation, 1 central difference
+  DerivativeKind Derivatives = DerivativeKind::Richardson;
+  int Threads = 0;         // at most; 0 for as many as the process may use
   bool TryHarder = false;  // where a nonlinear search fails, go on
   int UnchangedIterations = 10;
   int MaxIterations = 250;

@@ -31,7 +31,7 @@ constexpr MacroWord kTableOutput[] = {{"DataFile", &S::TableDataFile, &F::TableD
                                       {"MinMaxError", &S::TableMinMaxError, &F::TableMinMaxError},
                                       {"Confidence", &S::TableConfidence, &F::TableConfidence},
                                       {"Prediction", &S::TablePrediction, &F::TablePrediction}};
-constexpr std::string_view kDerivatives[] = {"Richardson", "CentralDifference"};
+constexpr std::string_view kDerivatives[] = {"Richardson", "CentralDifference", "Exact"};
 constexpr std::string_view kOutputFormat[] = {"Quorvex", "Structured", "Spreadsheet"};
 constexpr std::string_view kOutputDelimit[] = {"Tab", "Comma", "SemiColon", "Space"};
 
@@ -109,7 +109,14 @@ constexpr MacroStatement kStatements[] = {
      .FoundAt = 3,
      .Missing = "Maximum number of iterations has not been specified (Configuration Tab). Default value will be used."},
     {.Keyword = "Derivatives",
-     .Value = DerivativesValue{kDerivatives, &S::Derivatives, &Settings::DerivativeMethod, &F::CentralDifference}},
+     .Value = DerivativesValue{kDerivatives, &S::Derivatives, &Settings::DerivativeMethod, &F::Derivatives}},
+    {.Keyword = "Threads",
+     .Value = NumberValue<int>{&S::Threads, &F::Threads, "a whole number from 1 to 1024"},
+     .UnlessDefault = true,
+     .FoundAt = 6,
+     .Invalid = "The number of threads is invalid (Configuration Tab).",
+     .Least = 1,
+     .Most = 1024},
     {.Keyword = "TryHarder", .Value = FlagValue{&S::TryHarder, &F::TryHarder}, .Only = &F::TryHarder},
     {.Keyword = "StandardDeviations",
      .Value = ChoiceValue{kStandardDeviations, ReadWord<kStandardDeviations, &S::AbsoluteDeviations>,
@@ -128,17 +135,17 @@ constexpr MacroStatement kStatements[] = {
 
     {.Keyword = "DataFile",
      .Value = TextValue{.Read = &S::DataFile, .Typed = &F::DataFile, .Placeholder = "********.***"},
-     .FoundAt = 6,
+     .FoundAt = 7,
      .MissingIsError = true,
      .Missing = "Input data file has not been specified (Input Tab)."},
     {.Keyword = "DataFirstLine",
      .Value = TextValue{.Read = &S::DataFirstLine, .Typed = &F::DataFirstLine, .Placeholder = "1", .LowerCase = true},
-     .FoundAt = 8,
+     .FoundAt = 9,
      .Invalid = "The first line containing data specified is invalid (Input Tab).",
      .Least = 1},
     {.Keyword = "IndependentVariables",
      .Value = VariablesValue{&S::IndependentVariables, &F::IndependentVariables, "*"},
-     .FoundAt = 7,
+     .FoundAt = 8,
      .MissingIsError = true,
      .Missing = "The number of independent variables has not been specified (Input Tab).",
      .Invalid = "The number of independent variables specified is invalid (Input Tab).",
@@ -148,7 +155,7 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "SQLQuery",
      .Value = TextValue{.Read = &S::SQLQuery, .Typed = &F::SQLQuery, .Placeholder = "***********"},
      .Only = &F::UseSQLQuery,
-     .FoundAt = 9,
+     .FoundAt = 10,
      .MissingIsError = true,
      .Missing = "SQL Query was requested but no query string is specified (Input Tab)."},
     {.Keyword = "ParameterFile",
@@ -159,7 +166,7 @@ constexpr MacroStatement kStatements[] = {
                         .Given = &S::UseParameterFile,
                         .AsTyped = &S::ParameterFileTyped},
      .Only = &F::UseParameterFile,
-     .FoundAt = 10,
+     .FoundAt = 11,
      .MissingIsError = true,
      .Missing = "Parameter file input was requested but no parameter file is specified (Input Tab)."},
     {.Keyword = "SolveEachRun", .Value = FlagValue{&S::SolveEachRun, &F::SolveEachRun}, .Only = &F::SolveEachRun},
@@ -167,11 +174,11 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "ColumnOrder",
      .Value =
          TextValue{.Read = &S::ColumnOrder, .Typed = &F::ColumnOrder, .Empty = EmptyText::MeansDefault, .IsList = true},
-     .FoundAt = 11,
+     .FoundAt = 12,
      .Missing = "Data source column order was not specified (Input Tab). Default value will be used."},
     {.Keyword = "InputDelimit",
      .Value = WordsValue{.Words = kInputDelimit, .Text = &S::InputDelimitText},
-     .FoundAt = 12,
+     .FoundAt = 13,
      .MissingIsError = true,
      .Missing = "No delimiters were specified for parsing the input file (Input Tab)."},
     {.Keyword = "OverrideDecimal", .Value = FlagValue{&S::OverrideDecimal, &F::OverrideDecimal}},
@@ -181,14 +188,14 @@ constexpr MacroStatement kStatements[] = {
                         .Placeholder = "********",
                         .Empty = EmptyText::IsIgnored},
      .Only = &F::UseMissingData,
-     .FoundAt = 13,
+     .FoundAt = 14,
      .MissingIsError = true,
      .Missing = "Marker for missing data not specified (Input Tab)."},
 
     {.Keyword = "OutputFile",
      .Value = TextValue{.Read = &S::OutputFile, .Typed = &F::OutputFile, .Placeholder = "********.***"},
      .Instead = &F::ResultFile,
-     .FoundAt = 14,
+     .FoundAt = 15,
      .MissingIsError = true,
      .Missing = "No output file name is specified (Output Tab)."},
     {.Keyword = "ResultFile", .Value = TextValue{.Read = &S::ResultFile, .Typed = &F::ResultFile}},
@@ -203,7 +210,7 @@ constexpr MacroStatement kStatements[] = {
                         .Given = &S::LogEnabled,
                         .AsTyped = &S::LogFileTyped},
      .Only = &F::UseLogFile,
-     .FoundAt = 15,
+     .FoundAt = 16,
      .MissingIsError = true,
      .Missing = "Log output was requested but no log file name is specified (Output Tab)."},
     {.Keyword = "LogSummaryOnly", .Value = FlagValue{&S::LogSummaryOnly, &F::LogSummaryOnly}, .Only = &F::UseLogFile},
@@ -221,7 +228,7 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "PlotFile",
      .Value = LinesValue{.Read = &S::PlotFile, .Typed = &F::PlotFiles, .Placeholder = "********.***"},
      .Only = &F::UsePlots,
-     .FoundAt = 16,
+     .FoundAt = 17,
      .MissingIsError = true,
      .Missing = "Plots were requested but no plot file name is specified (Output Tab)."},
     {.Keyword = "PlotTemplate",
@@ -232,7 +239,7 @@ constexpr MacroStatement kStatements[] = {
          ChoiceValue{
              .Words = kPlotModels, .Read = ReadPlotModels, .Chosen = &F::PlotModels, .Otherwise = "a number from 1"},
      .Only = &F::UsePlots,
-     .FoundAt = 17,
+     .FoundAt = 18,
      .Invalid = "The number of models to plot is invalid (Output Tab)."},
     {.Keyword = "PlotKind",
      .Value = ChoiceValue{kPlotKind, ReadWord<kPlotKind, &S::PlotKind>, &F::PlotKind},
@@ -244,7 +251,7 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "CodeFile",
      .Value = LinesValue{.Read = &S::CodeFile, .Typed = &F::CodeFiles, .Placeholder = "********.***"},
      .Only = &F::UseCode,
-     .FoundAt = 20,
+     .FoundAt = 21,
      .MissingIsError = true,
      .Missing = "Code was requested but no code file name is specified (Output Tab)."},
 
@@ -257,7 +264,7 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "Bootstrap",
      .Value = NumberValue<int>{&S::Bootstrap, &F::Bootstrap, "a whole number from 1 to 100000"},
      .UnlessDefault = true,
-     .FoundAt = 18,
+     .FoundAt = 19,
      .Invalid = "The number of bootstrap samples is invalid (Diagnosis Tab).",
      .Least = 1,
      .Most = kMostSamples},
@@ -267,13 +274,15 @@ constexpr MacroStatement kStatements[] = {
     {.Keyword = "CrossValidation",
      .Value = NumberValue<int>{&S::CrossValidation, &F::CrossValidation, "a whole number from 2 to 32000"},
      .UnlessDefault = true,
-     .FoundAt = 19,
+     .FoundAt = 20,
      .Invalid = "The number of parts of the cross-validation is invalid (Diagnosis Tab).",
      .Least = 2,
      .Most = kMostParts},
 };
 
 }  // namespace
+
+std::string DerivativeWord(DerivativeKind kind) { return std::string(kDerivatives[static_cast<std::size_t>(kind)]); }
 
 std::span<const MacroStatement> MacroStatements() { return kStatements; }
 

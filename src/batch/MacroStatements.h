@@ -9,6 +9,7 @@
 
 #include "batch/MacroFields.h"
 #include "batch/MacroSetup.h"
+#include "core/DerivativeKind.h"
 #include "core/LocaleText.h"
 
 namespace quorvex {
@@ -93,13 +94,16 @@ struct ChoiceValue {
 // How derivatives are taken, by its number among the words; the preferences say it where no word does.
 struct DerivativesValue {
   std::span<const std::string_view> Words;
-  int MacroSetup::*Read;
-  int Settings::*Preference;
-  bool MacroFields::*Second;
+  DerivativeKind MacroSetup::*Read;
+  DerivativeKind Settings::*Preference;
+  std::string MacroFields::*Chosen;
 };
 
 using MacroValue = std::variant<LinesValue, TextValue, LimitValue<double>, LimitValue<int>, NumberValue<double>,
                                 NumberValue<int>, VariablesValue, FlagValue, WordsValue, ChoiceValue, DerivativesValue>;
+
+// The word of the statement Derivatives.
+std::string DerivativeWord(DerivativeKind kind);
 
 struct MacroStatement {
   std::string_view Keyword;

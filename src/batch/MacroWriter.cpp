@@ -89,9 +89,7 @@ class Values {
   List Texts(const ChoiceValue& choice) const {
     return choice.Chosen == nullptr ? List() : List{fields_.*choice.Chosen};
   }
-  List Texts(const DerivativesValue& derivatives) const {
-    return {std::string(derivatives.Words[fields_.*derivatives.Second ? 1 : 0])};
-  }
+  List Texts(const DerivativesValue& derivatives) const { return {fields_.*derivatives.Chosen}; }
 
   std::string Typed(std::string MacroFields::*field, std::string_view otherwise) const {
     std::string text = OneLine(fields_.*field);
@@ -199,7 +197,7 @@ MacroFields FieldsFor(std::size_t independentVariables, bool weighted, const Set
       fields.*value.Typed = LimitText(preferences.*value.Preference, locale);
   };
   for (const MacroStatement& statement : MacroStatements()) std::visit(fillLimit, statement.Value);
-  fields.CentralDifference = preferences.DerivativeMethod == 1;
+  fields.Derivatives = DerivativeWord(preferences.DerivativeMethod);
   fields.IndependentVariables = std::to_string(independentVariables);
   fields.Weighted = weighted;
   const int sort = preferences.Integer("sortindex");

@@ -21,6 +21,7 @@ constexpr SettingRow kRows[] = {
     {"startup", "sortindex", "1"},  // 1 RSS, 2 R^2, 3 adjusted R^2, 4 StdErr, 5 AICc, 6 BIC, 7 CV
     {"startup", "autoresults", "3"},
     {"startup", "derivative", "0"},
+    {"startup", "threads", "0"},
     {"startup", "template2d", "0", ""},
     {"startup", "template3d", "0", ""},
     {"startup", "loadusermodels", "0"},
@@ -216,7 +217,11 @@ void Settings::ReadField(std::string_view key) {
   if (EqualNoCase(key, "tolerance")) ResidualTolerance = Number(key);
   if (EqualNoCase(key, "maxiterations")) MaxIterations = Integer(key);
   if (EqualNoCase(key, "diviterations")) DivIterations = Integer(key);
-  if (EqualNoCase(key, "derivative")) DerivativeMethod = Integer(key) == 1 ? 1 : 0;
+  if (EqualNoCase(key, "derivative")) {
+    const int number = Integer(key);
+    DerivativeMethod = number == 1 || number == 2 ? static_cast<DerivativeKind>(number) : DerivativeKind::Richardson;
+  }
+  if (EqualNoCase(key, "threads")) Threads = std::max(Integer(key), 0);
 }
 
 }  // namespace quorvex

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/DerivativeKind.h"
 #include "core/LossKind.h"
 
 namespace quorvex {
@@ -23,7 +24,9 @@ struct Settings {
   double ResidualTolerance = 1e-10;  // key "tolerance", percent change of the merit function
   int MaxIterations = 250;           // key "maxiterations"
   int DivIterations = 10;            // key "diviterations", iterations allowed without improvement
-  int DerivativeMethod = 0;          // key "derivative", 0 Richardson's extrapolation, 1 central difference
+  DerivativeKind DerivativeMethod = DerivativeKind::Richardson;  // key "derivative", by number
+  int Threads =
+      0;  // key "threads": threads for what can be done side by side, at most; 0 for as many as the process may use
   // Of one run, and stored under no key: where the search of a nonlinear model fails, go on (engine/TryHarder.h); given
   // standard deviations are taken at their word instead of telling no more than their ratios; what a residual costs,
   // and the scale of good residuals that goes by, found from the residuals where it is 0 (engine/RobustFit.h).
@@ -31,8 +34,6 @@ struct Settings {
   bool AbsoluteDeviations = false;
   LossKind Loss = LossKind::Squares;
   double LossScale = 0;
-  // Also of one run: threads for what can be done side by side, at most; 0 for as many as the process may use.
-  int Threads = 0;
 
   // The value in force: what is stored, the default where nothing is, then the built-in value where one stands in
   // for that text. Empty for a key that is neither stored nor known.

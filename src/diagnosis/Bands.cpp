@@ -13,7 +13,7 @@
 
 namespace quorvex {
 
-Result<Bands> Bands::Of(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form) {
+Result<Bands> Bands::Of(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod, SolveForm& form) {
   if (data.sig.size() != data.N()) {
     SolveData weighted = data;
     TakeWeights(weighted);

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "core/DerivativeKind.h"
 #include "core/Result.h"
 #include "core/SolveData.h"
 #include "diagnosis/Diagnosis.h"
@@ -36,7 +37,7 @@ class Bands {
   // deviations where they are not there. Fails, with a sentence, where the data don't tell the errors: no derivative at
   // some point, coefficients that they do not determine, no points left over; and where `form` is aborted. Leaves the
   // model as it was.
-  static Result<Bands> Of(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
+  static Result<Bands> Of(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod, SolveForm& form);
   // Kept by a file: the geometry, the deviation and the quantile of each level.
   Bands(FitGeometry geometry, double deviation, const std::array<double, kLimitLevels.size()>& quantiles)
       : geometry_(std::move(geometry)), deviation_(deviation), quantiles_(quantiles) {}

@@ -72,15 +72,15 @@ bool IsFittedTo(ModelClass& model, const SolveData& data) {
   return std::abs(error - known) <= kSameError * known + kRounding * size;
 }
 
-double LeaveOneOutError(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form) {
+double LeaveOneOutError(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod, SolveForm& form) {
   const std::optional<FitGeometry> geometry = FitGeometry::At(model, data, derivativeMethod, form);
   return geometry ? LeaveOneOutError(model, data, *geometry, derivativeMethod, form) : HUGE_VAL;
 }
 
 }  // namespace
 
-double LeaveOneOutError(ModelClass& model, const SolveData& data, const FitGeometry& geometry, int derivativeMethod,
-                        SolveForm& form) {
+double LeaveOneOutError(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
+                        DerivativeKind derivativeMethod, SolveForm& form) {
   const std::optional<std::vector<double>> leverages = Leverages(model, data, geometry, derivativeMethod, form);
   std::optional<std::vector<double>> errors = model.GenerateResiduals(data);
   if (!leverages || !errors) return HUGE_VAL;

@@ -19,8 +19,8 @@ namespace quorvex {
 // models that are linear in their coefficients; for others what the tangent at the solution tells, which is good as
 // long as a single point doesn't move the coefficients far. Infinite where a point alone determines a coefficient (h =
 // 1) or the model has no derivatives. (D. M. Allen, Technometrics 16, 1974.)
-double LeaveOneOutError(ModelClass& model, const SolveData& data, const FitGeometry& geometry, int derivativeMethod,
-                        SolveForm& form);
+double LeaveOneOutError(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
+                        DerivativeKind derivativeMethod, SolveForm& form);
 
 // The points, from 0, in `parts` of sizes that differ by at most 1: shuffled by the seed, then dealt out in turn. As
 // many parts as points where more are asked for; none for less than 2 parts. The same for all models.

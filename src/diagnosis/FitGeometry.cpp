@@ -39,8 +39,8 @@ class Untouched {
 // weighted residuals behind them, to `take`, with the number of its first point and of its points. False where some are
 // missing, or the form is aborted.
 template <class Take>
-bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<int>& free, int derivativeMethod,
-                  SolveForm& form, Take take) {
+bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<int>& free,
+                  DerivativeKind derivativeMethod, SolveForm& form, Take take) {
   const Untouched untouched(model);
   const TypedDerivativesInUse typed(model);
   std::vector<std::size_t> numbers;
@@ -70,7 +70,7 @@ bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<in
 
 }  // namespace
 
-std::optional<FitGeometry> FitGeometry::At(ModelClass& model, const SolveData& data, int derivativeMethod,
+std::optional<FitGeometry> FitGeometry::At(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod,
                                            SolveForm& form) {
   FitGeometry geometry;
   for (int i = 1; i <= model.NumDependentVar(); ++i)
@@ -198,7 +198,7 @@ double FitGeometry::Deviation(std::span<const double> gradient) const {
 }
 
 std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
-                                             int derivativeMethod, SolveForm& form) {
+                                             DerivativeKind derivativeMethod, SolveForm& form) {
   std::vector<double> leverages(data.N());
   const ColumnMatrix& r = geometry.R();
   // The columns of J R^-1, from left to right, in the place of those of J. A column that another makes up for leaves

@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "core/DerivativeKind.h"
 #include "core/SolveData.h"
 #include "engine/SolveForm.h"
 #include "linear/Matrix.h"
@@ -22,7 +23,8 @@ class FitGeometry {
   // Coefficients that are held or lie on a bound are not free. Derivatives that the user typed are taken, as in the
   // fit. Nothing where the model has no value or derivative at some point, and where `form` is aborted. Leaves the
   // model as it was.
-  static std::optional<FitGeometry> At(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
+  static std::optional<FitGeometry> At(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod,
+                                       SolveForm& form);
 
   // The same of the two that a file kept. Nothing where R has no finite lengths.
   static std::optional<FitGeometry> Of(std::vector<int> free, ColumnMatrix r);
@@ -65,6 +67,6 @@ class FitGeometry {
 // (D. C. Hoaglin & R. E. Welsch, Am. Statistician 32, 1978). In the order of the data. Nothing as for FitGeometry, and
 // where the geometry is singular.
 std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
-                                             int derivativeMethod, SolveForm& form);
+                                             DerivativeKind derivativeMethod, SolveForm& form);
 
 }  // namespace quorvex

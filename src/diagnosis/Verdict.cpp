@@ -5,6 +5,7 @@
 #include <memory>
 #include <numeric>
 
+#include "core/DerivativeKind.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
 #include "diagnosis/ChiSquare.h"
@@ -35,7 +36,7 @@ struct Case {
   const FitGeometry* Geometry;  // null where it has none
   const LocaleText& Locale;
   SolveForm& Form;
-  int DerivativeMethod;
+  DerivativeKind DerivativeMethod;
   std::vector<int> Open = {};  // coefficients that the data don't determine, by their numbers
 
   std::string Number(double value) const { return LocalizeExpression(GeneralNumber(value, 4), Locale); }

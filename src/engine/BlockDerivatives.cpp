@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <numeric>
 
+#include "core/DerivativeKind.h"
 #include "core/FaultFlags.h"
 #include "engine/CompiledModel.h"
 #include "engine/Differentiator.h"
@@ -94,13 +95,30 @@ void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
 
 }  // namespace
 
-bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical,
+bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method,
                                         double* y, double* const* dyda) {
   if (!model_.UserType) return ClosedFormBlock(data, first, n, y, dyda);
   // First of all, since the block's program keeps what does not depend on a varied coefficient from here.
   if (!model_.EvaluateBlock(data.X, first, n, y)) return false;
   if (model_.typed_) return model_.typed_->OverBlock(model_, data, first, n, dyda);
-  return NumericalBlock(n, analytical, dyda);
+  if (method == DerivativeKind::Exact && model_.HasExactDerivatives()) return SweptBlock(n, dyda);
+  return NumericalBlock(n, method != DerivativeKind::Central, dyda);
+}
+
+bool Differentiator::SweptBlock(std::size_t n, double* const* dyda) {
+  std::array<double*, kMostCoefficients> wanted;
+  for (std::size_t c = 0; c < model_.Coefficients.size(); ++c)
+    wanted[c] = model_.Coefficients[c].IsHeld() ? nullptr : dyda[c];
+  model_.compiled_->OverBlocks().Gradient(wanted.data());
+  if (FaultFlagsRaised()) return false;
+  for (std::size_t c = 0; c < model_.Coefficients.size(); ++c) {
+    const double mask = model_.Coefficients[c].Constant;
+    if (wanted[c] == nullptr)
+      std::fill_n(dyda[c], n, 0.0);
+    else if (mask != 1)
+      for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
+  }
+  return true;
 }
 
 bool Differentiator::NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda) {

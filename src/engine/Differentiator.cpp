@@ -10,6 +10,7 @@
 #include "core/FaultFlags.h"
 #include "core/Limits.h"
 #include "core/NumericFault.h"
+#include "engine/CompiledModel.h"
 #include "engine/ModelClass.h"
 #include "engine/PointColumns.h"
 #include "engine/Ridders.h"
@@ -88,6 +89,21 @@ bool Differentiator::Derivative(std::span<const double> x, std::span<double> dyd
 
 bool Differentiator::NumericalDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString) {
   return DerivativesBy(x, dyda, ErrString, false);
+}
+
+bool Differentiator::ExactDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString) {
+  // At an edge of its domain a function has a value and no derivative, where that of the model may well exist.
+  return (!model_.typed_ && SweptAt(x, dyda)) || DerivativesBy(x, dyda, ErrString, true);
+}
+
+bool Differentiator::SweptAt(std::span<const double> x, std::span<double> dyda) {
+  BlockProgram& program = model_.compiled_->OverBlocks();
+  const PointColumns columns = ColumnsOf(x);
+  double y = 0;
+  if (!program.Evaluate(columns, 1, model_.CoefficientValues, model_.Statistics, &y)) return false;
+  std::array<double*, kMostCoefficients> cells;
+  for (std::size_t i = 0; i < dyda.size(); ++i) cells[i] = &dyda[i];
+  return SweptBlock(1, cells.data());
 }
 
 void Differentiator::UseTyped(bool use) {

@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 
+#include "core/DerivativeKind.h"
 #include "core/SolveData.h"
 
 namespace quorvex {
@@ -12,17 +13,18 @@ class ModelClass;
 
 // Computes the derivatives of a model for the operations of ModelClass that bear the same names, which say what they
 // give. By coefficients they come from the closed form of a built-in model, from the expressions that the user typed,
-// where they are in use (in a fit, TypedDerivativesInUse), from Richardson's extrapolation or from central differences.
-// Nothing is differentiated symbolically.
+// where they are in use (in a fit, TypedDerivativesInUse), from Richardson's extrapolation, from central differences or
+// from a reverse sweep over the compiled model. Nothing is differentiated symbolically.
 class Differentiator {
  public:
   explicit Differentiator(ModelClass& model) : model_(model) {}
 
   bool Derivative(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
   bool NumericalDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  bool ExactDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
   double DDX(std::span<const double> x, int varindex);
 
-  bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
+  bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method, double* y,
                           double* const* dyda);
   void SharpenDerivatives(std::size_t n, double* const* dyda);
 
@@ -35,6 +37,8 @@ class Differentiator {
   bool Numerically(std::span<const double> x, std::span<double> dyda, bool extrapolate);
 
   bool ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y, double* const* dyda);
+  bool SweptBlock(std::size_t n, double* const* dyda);
+  bool SweptAt(std::span<const double> x, std::span<double> dyda);
   bool NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda);
   bool CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
   bool OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);

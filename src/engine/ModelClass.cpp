@@ -160,11 +160,21 @@ bool ModelClass::NumericalDerivatives(std::span<const double> x, std::span<doubl
   return Differentiator(*this).NumericalDerivatives(x, dyda, ErrString);
 }
 
+bool ModelClass::ExactDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString) {
+  return Differentiator(*this).ExactDerivatives(x, dyda, ErrString);
+}
+
+bool ModelClass::HasExactDerivatives() {
+  if (!UserType) return false;
+  Compiled();
+  return compiled_->OverBlocks().HasGradient();
+}
+
 double ModelClass::DDX(std::span<const double> x, int varindex) { return Differentiator(*this).DDX(x, varindex); }
 
-bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
-                                    double* const* dyda) {
-  return Differentiator(*this).DifferentiateBlock(data, first, n, analytical, y, dyda);
+bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method,
+                                    double* y, double* const* dyda) {
+  return Differentiator(*this).DifferentiateBlock(data, first, n, method, y, dyda);
 }
 
 void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {

@@ -140,16 +140,21 @@ class ModelClass : public ModelSetup, public FitResult {
   // then stay where the attempt left them.
   bool Derivative(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
   bool NumericalDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  // The typed expressions where all compiled; else by the rules of calculus over the compiled model, and at a point
+  // where these give none as Derivative. Of a model that HasExactDerivatives.
+  bool ExactDerivatives(std::span<const double> x, std::span<double> dyda, std::string& ErrString);
+  // Whether everything in the user's model that depends on a coefficient has a derivative that the program knows.
+  bool HasExactDerivatives();
   // The derivative with respect to independent variable `varindex` (from 1), by Richardson's extrapolation. Throws
   // NumericFault where it has none.
   double DDX(std::span<const double> x, int varindex = 1);
 
   // The same over a block: points first to first + n - 1 of the columns, n at most kBlock; `y` receives n values and
-  // each column of `dyda` n derivatives, by Derivative where `analytical`, else by NumericalDerivatives. Results are
+  // each column of `dyda` n derivatives, by the method of the three above. Results are
   // the same bits as point by point. False where some point has no value or derivative, or the model cannot be run over
   // a block; the points are then to be taken one by one.
   bool EvaluateBlock(const std::vector<std::vector<double>>& X, std::size_t first, std::size_t n, double* y);
-  bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, bool analytical, double* y,
+  bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method, double* y,
                           double* const* dyda);
   // After a DifferentiateBlock that succeeded, of the same n points: computes numerical derivatives anew for the
   // coefficients in which the model is linear, with a step so wide that the rounding of the model's values doesn't

@@ -11,11 +11,20 @@
 #include "equation/Expression.h"
 
 namespace quorvex {
+namespace {
 
-PointDerivatives::PointDerivatives(ModelClass& model, const SolveData& data, int derivativeMethod)
+DerivativeKind MethodFor(ModelClass& model, DerivativeKind wanted) {
+  if (!model.UserType || (wanted == DerivativeKind::Exact && !model.HasExactDerivatives()))
+    return DerivativeKind::Richardson;
+  return wanted;
+}
+
+}  // namespace
+
+PointDerivatives::PointDerivatives(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod)
     : model_(model),
       data_(data),
-      analytical_(!model.UserType || derivativeMethod == 0),
+      method_(MethodFor(model, derivativeMethod)),
       values_(kBlock),
       root_(kBlock),
       dyda_(static_cast<std::size_t>(model.NumDependentVar()), std::vector<double>(kBlock)) {
@@ -23,14 +32,13 @@ PointDerivatives::PointDerivatives(ModelClass& model, const SolveData& data, int
 }
 
 bool PointDerivatives::Compute(std::size_t first, std::size_t n) {
-  return model_.DifferentiateBlock(data_, first, n, analytical_, values_.data(), columns_.data()) ||
-         PointByPoint(first, n);
+  return model_.DifferentiateBlock(data_, first, n, method_, values_.data(), columns_.data()) || PointByPoint(first, n);
 }
 
 bool PointDerivatives::ComputeSharp(std::size_t first, std::size_t n) {
-  if (!model_.DifferentiateBlock(data_, first, n, analytical_, values_.data(), columns_.data()))
+  if (!model_.DifferentiateBlock(data_, first, n, method_, values_.data(), columns_.data()))
     return PointByPoint(first, n);
-  model_.SharpenDerivatives(n, columns_.data());
+  if (method_ != DerivativeKind::Exact) model_.SharpenDerivatives(n, columns_.data());
   return true;
 }
 
@@ -51,11 +59,12 @@ bool PointDerivatives::PointByPoint(std::size_t first, std::size_t n) {
       model_.ErrorMessage = model_.EvaluationFailure(point);
       return false;
     }
-    const bool differentiated =
-        analytical_ ? model_.Derivative(point, dyda, ErrString) : model_.NumericalDerivatives(point, dyda, ErrString);
+    const bool differentiated = method_ == DerivativeKind::Central ? model_.NumericalDerivatives(point, dyda, ErrString)
+                                : method_ == DerivativeKind::Exact ? model_.ExactDerivatives(point, dyda, ErrString)
+                                                                   : model_.Derivative(point, dyda, ErrString);
     if (!differentiated) {
       model_.ErrorMessage = model_.DerivativeFailure(point);
-      if (analytical_) throw NumericFault();
+      if (method_ != DerivativeKind::Central) throw NumericFault();
       return false;
     }
     for (std::size_t l = 0; l < dyda.size(); ++l) dyda_[l][i] = dyda[l];

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "core/DerivativeKind.h"
 #include "core/SolveData.h"
 #include "linear/SvdDecompose.h"
 
@@ -13,8 +14,9 @@ class ModelClass;
 // Values and derivatives of a model at its present coefficients, for a block of the data after the other.
 class PointDerivatives {
  public:
-  // `derivativeMethod` 0 takes the model's `Derivative`, 1 its `NumericalDerivatives` (models that are not built in).
-  PointDerivatives(ModelClass& model, const SolveData& data, int derivativeMethod);
+  // `derivativeMethod` counts for models that are not built in; Exact stands for Richardson where the model has no
+  // exact derivatives.
+  PointDerivatives(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod);
 
   // Of points first to first + n - 1, n at most kBlock. A block that cannot be computed as one is computed point by
   // point, which finds the point that fails and leaves the model as it does. False, with the reason in the model's
@@ -37,7 +39,7 @@ class PointDerivatives {
 
   ModelClass& model_;
   const SolveData& data_;
-  const bool analytical_;  // as far as the model has it: Derivative decides
+  const DerivativeKind method_;  // Richardson for a built-in model: Derivative decides
   std::vector<double> values_, root_;
   std::vector<std::vector<double>> dyda_;
   std::vector<double*> columns_;

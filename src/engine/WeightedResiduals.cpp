@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/DerivativeKind.h"
 #include "core/Limits.h"
 #include "engine/ModelClass.h"
 #include "linear/Householder.h"
@@ -108,7 +109,7 @@ bool WeightedResiduals::ClosedForms(ColumnMatrix& J) {
     form_.Pulse();
     if (form_.Aborted) return false;
     const std::size_t n = std::min(kBlock, PointCount() - first);
-    if (!model_.DifferentiateBlock(data_, first, n, true, y.data(), columns.data())) return false;
+    if (!model_.DifferentiateBlock(data_, first, n, DerivativeKind::Richardson, y.data(), columns.data())) return false;
     for (std::size_t j = 0; j < FreeCount(); ++j) {
       const std::vector<double>& column = dyda[static_cast<std::size_t>(free_[j] - 1)];
       for (std::size_t i = 0; i < n; ++i) J(first + i, j) = column[i] * root_[first + i];

@@ -30,7 +30,8 @@ bool AllFinite(std::span<const double> values) {
 
 }  // namespace
 
-LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form)
+LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod,
+                                       SolveForm& form)
     : model_(model),
       data_(data),
       form_(form),

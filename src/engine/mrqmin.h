@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "core/DerivativeKind.h"
 #include "core/SolveData.h"
 #include "engine/PointDerivatives.h"
 #include "linear/Matrix.h"
@@ -38,8 +39,8 @@ class SolveForm;
 // run and every machine, whether a block was computed as one or point by point.
 class LevenbergMarquardt {
  public:
-  // `derivativeMethod` 0 takes the model's `Derivative`, 1 its `NumericalDerivatives` (models that are not built in).
-  LevenbergMarquardt(ModelClass& model, const SolveData& data, int derivativeMethod, SolveForm& form);
+  // `derivativeMethod` counts for models that are not built in.
+  LevenbergMarquardt(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod, SolveForm& form);
 
   // One step. `alamda` below 0 starts a search from `a`; exactly 0 ends it, leaving the covariance in `covar`: zero for
   // held coefficients.

@@ -146,6 +146,11 @@ void BinaryOverBlock(int code, const BlockOperand& a, const BlockOperand& b, std
   }
 }
 
+void AddProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
+                         double* out) {
+  for (std::size_t i = 0; i < n; ++i) out[i] = sum.At(i) + a.At(i) * b.At(i);
+}
+
 void QuotientOverBlock(const double* above, const double* below, double divisor, std::size_t n, double* out) {
   Over({above, 0}, {below, 0}, n, out, [divisor](double x, double y) { return (x - y) / divisor; });
 }

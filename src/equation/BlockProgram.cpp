@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <map>
 #include <optional>
+#include <tuple>
 
 #include "core/FaultFlags.h"
 #include "core/NumericFault.h"
@@ -38,8 +41,27 @@ class BlockProgram::Builder {
     std::uint32_t Node;
     std::vector<std::uint32_t> Path;
   };
+  struct Computed {
+    bool Exists = false;
+    std::uint32_t Node = 0;
+    std::vector<std::uint32_t> Path;
+  };
+  using Operation = std::tuple<Kind, int, std::vector<std::uint32_t>, std::uint64_t>;
 
+  static bool IsPrefix(const std::vector<std::uint32_t>& path, const std::vector<std::uint32_t>& of) {
+    return path.size() <= of.size() && std::equal(path.begin(), path.end(), of.begin());
+  }
+
+  // A value that is computed already, and has been wherever this is, is not computed again.
   std::uint32_t Add(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value = 0) {
+    if (what == Kind::Fork || what == Kind::Choice) return Append(what, code, operands, value);
+    Computed& computed = computed_[{what, code, {operands}, std::bit_cast<std::uint64_t>(value)}];
+    if (!computed.Exists || !IsPrefix(computed.Path, path_))
+      computed = {true, Append(what, code, operands, value), path_};
+    return computed.Node;
+  }
+
+  std::uint32_t Append(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value) {
     Node node{
         what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), false, {}, value,
         0,    0};
@@ -100,9 +122,7 @@ class BlockProgram::Builder {
         case TokenKind::RecallSupport: {
           // In a branch, or behind one, in which the function was not computed it has its value of another point.
           const std::optional<Saved>& saved = saved_[static_cast<std::size_t>(token.Code)];
-          if (!saved || saved->Path.size() > path_.size() ||
-              !std::equal(saved->Path.begin(), saved->Path.end(), path_.begin()))
-            throw Diverged();
+          if (!saved || !IsPrefix(saved->Path, path_)) throw Diverged();
           stack.push_back(saved->Node);
           break;
         }
@@ -151,6 +171,7 @@ class BlockProgram::Builder {
   std::size_t at_ = 0;
   std::vector<std::uint32_t> path_;  // the branches around the present instruction
   std::array<std::optional<Saved>, 10> saved_;
+  std::map<Operation, Computed> computed_;
 };
 
 BlockProgram::BlockProgram(const Expression& expression) {
@@ -188,6 +209,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
       }
     }
   }
+  PrepareGradient();
   std::vector<int> uses(nodes_.size());
   for (const Node& node : nodes_)
     for (std::size_t k = 0; k < node.OperandCount; ++k) ++uses[node.Operands[k]];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -42,6 +43,17 @@ class BlockProgram {
   // what doesn't depend on it.
   bool LinearIn(std::size_t coefficient) const;
 
+  // Whether Gradient can tell the derivatives by all coefficients: every function that depends on one has a derivative
+  // rule (equation/DerivativeRules.h).
+  bool HasGradient() const { return hasGradient_; }
+
+  // The derivatives of the value by each coefficient at the points of the last Evaluate, which succeeded and was not
+  // narrowed: into dyda[c], unless that is null. By one sweep through the graph, backwards: what a value contributes to
+  // the result is the sum over its users of what they contribute times their derivatives by it. The flags of faults are
+  // left to the caller: where they are raised, a function has no derivative at some point. Source: A. Griewank and
+  // A. Walther, Evaluating Derivatives, SIAM 2008, chapter 3.
+  void Gradient(double* const* dyda);
+
   // From here on EvaluateVaried, with this coefficient, runs over fewer points: number i of them is number points[i]
   // of those before, ascending. Until the next Evaluate or Widen. A model with an "if" can't, and says false.
   bool Narrow(std::size_t varied, std::span<const std::uint16_t> points);
@@ -60,6 +72,13 @@ class BlockProgram {
     std::uint32_t TrueEnd, FalseEnd;  // of a fork: where its branches end; the false one begins where the true one ends
   };
   class Builder;
+  class Sweep;
+  struct Adjoints {
+    std::vector<bool> Known;
+    std::vector<BlockOperand> Values;
+    std::vector<std::vector<double>> Blocks;
+    std::array<std::array<double, kBlock>, 2> Scratch;
+  };
 
   // Where the values of each node stand.
   struct Slots {
@@ -67,6 +86,8 @@ class BlockProgram {
     std::vector<std::vector<double>> Blocks;  // empty for a node that needs none
   };
 
+  void PrepareGradient();
+  void TakeWanted(double* const* dyda);
   template <class Run>
   bool Completes(Run run);
   void Deliver(const BlockOperand& result, double* y) const;
@@ -79,6 +100,8 @@ class BlockProgram {
   std::uint32_t result_ = 0;
   bool supported_ = false;
   bool forks_ = false;
+  bool hasGradient_ = false;
+  std::vector<std::uint32_t> coefficientNodes_;         // of each coefficient: its first node
   std::vector<std::vector<std::uint32_t>> dependents_;  // per coefficient: the nodes that depend on it, in order
   std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
   std::vector<std::vector<std::uint32_t>> fixed_;  // per coefficient: what does not depend on it, and is used by those
@@ -92,6 +115,8 @@ class BlockProgram {
   Slots base_, moved_;
   Slots narrow_;  // of base_ what the fewer points need, while narrowed
   bool narrowed_ = false;
+  std::vector<bool> wanted_, active_;  // the coefficients of the gradient, and the nodes that depend on one of them
+  Adjoints adjoints_;
   const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
   double* movedResult_ = nullptr;              // and where the last of them, the result, goes
 };

@@ -83,7 +83,7 @@ bool PlotSeries::Evaluate(double x, double& y) const {
       *content_);
 }
 
-void PlotSeries::FittedTo(std::shared_ptr<const SolveData> points, int derivativeMethod) {
+void PlotSeries::FittedTo(std::shared_ptr<const SolveData> points, DerivativeKind derivativeMethod) {
   const ModelClass* model = Model();
   bands_ = model != nullptr && model->Statistics.X.size() == 1
                ? std::make_shared<BandSource>(BandSource{std::move(points), derivativeMethod, {}})
@@ -91,7 +91,8 @@ void PlotSeries::FittedTo(std::shared_ptr<const SolveData> points, int derivativ
 }
 
 void PlotSeries::KeepBands(Bands bands) {
-  bands_ = std::make_shared<BandSource>(BandSource{nullptr, 0, Result<Bands>(std::move(bands))});
+  bands_ =
+      std::make_shared<BandSource>(BandSource{nullptr, DerivativeKind::Richardson, Result<Bands>(std::move(bands))});
 }
 
 const Result<Bands>* PlotSeries::ComputedBands() const {

@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/DerivativeKind.h"
 #include "core/SolveData.h"
 #include "diagnosis/Bands.h"
 #include "engine/DataClass.h"
@@ -50,7 +51,7 @@ class PlotSeries {
 
   // Lets the curve of a model have bands: of the points that it was fitted to, which they are computed from when they
   // are first asked for, or of those that a file kept. Copies that were made before have none.
-  void FittedTo(std::shared_ptr<const SolveData> points, int derivativeMethod);
+  void FittedTo(std::shared_ptr<const SolveData> points, DerivativeKind derivativeMethod);
   void KeepBands(Bands bands);
   bool MayHaveBands() const { return bands_ != nullptr; }
   // Null where it has none, for which `WhyNoBands` has a sentence.
@@ -76,7 +77,7 @@ class PlotSeries {
   // Bands are a matter of the model, as it is when somebody first wants to see them.
   struct BandSource {
     std::shared_ptr<const SolveData> Points;
-    int DerivativeMethod = 0;
+    DerivativeKind DerivativeMethod = DerivativeKind::Richardson;
     std::optional<Result<Bands>> Computed;
   };
   const Result<Bands>* ComputedBands() const;

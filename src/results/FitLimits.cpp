@@ -11,7 +11,7 @@ std::vector<BandKind> LimitsChoice::Kinds() const {
   return kinds;
 }
 
-Result<Bands> BandsOf(const SolvedItem& solution, const SolveData& data, int derivativeMethod) {
+Result<Bands> BandsOf(const SolvedItem& solution, const SolveData& data, DerivativeKind derivativeMethod) {
   if (solution.Model == nullptr) return Failure{kNoBandsOfInterpolation};
   SolveForm unattended;
   return Bands::Of(*solution.Model, data, derivativeMethod, unattended);

@@ -115,7 +115,7 @@ TEST_F(Preferences, TakeEffectAtOnceAndAreReadBack) {
   for (const Settings* each : std::initializer_list<const Settings*>{&settings, &stored}) {
     EXPECT_EQ(each->ResidualTolerance, 0.05);
     EXPECT_EQ(each->MaxIterations, 99);
-    EXPECT_EQ(each->DerivativeMethod, 1);
+    EXPECT_EQ(each->DerivativeMethod, DerivativeKind::Central);
     EXPECT_EQ(each->Integer("sortindex"), 4);
     EXPECT_EQ(each->Integer("show90ci"), 0);
   }

@@ -34,7 +34,7 @@ TEST_F(SettingsStore, GivesTheDefaultsWhereNothingOrNonsenseIsStored) {
     EXPECT_EQ(settings.ResidualTolerance, 1e-10);
     EXPECT_EQ(settings.MaxIterations, 250);
     EXPECT_EQ(settings.DivIterations, 10);
-    EXPECT_EQ(settings.DerivativeMethod, 0);
+    EXPECT_EQ(settings.DerivativeMethod, DerivativeKind::Richardson);
     EXPECT_EQ(settings.Number("tolerance"), 1e-10);
     EXPECT_EQ(settings.Integer("undolevels"), 15);
     EXPECT_EQ(settings.Integer("pointsperplot"), 100);
@@ -84,7 +84,7 @@ TEST_F(SettingsStore, ReadsWhatIsStored) {
   EXPECT_EQ(settings.ResidualTolerance, 1e-6);
   EXPECT_EQ(settings.MaxIterations, 250);  // a stored 0 is no choice
   EXPECT_EQ(settings.DivIterations, 25);   // the first of two
-  EXPECT_EQ(settings.DerivativeMethod, 1);
+  EXPECT_EQ(settings.DerivativeMethod, DerivativeKind::Central);
   EXPECT_TRUE(settings.Flag("swapaxis"));
   EXPECT_FALSE(settings.Flag("useaxisscale"));
   EXPECT_EQ(settings.Number("mleft", "printsetup"), 0.25);
@@ -93,8 +93,9 @@ TEST_F(SettingsStore, ReadsWhatIsStored) {
 }
 
 TEST_F(SettingsStore, TakesOddChoicesAsTheProgramDoes) {
-  EXPECT_EQ(Load("[startup]\nderivative=2\n").DerivativeMethod, 0);
-  EXPECT_EQ(Load("[startup]\nderivative=-1\n").DerivativeMethod, 0);
+  EXPECT_EQ(Load("[startup]\nderivative=2\n").DerivativeMethod, DerivativeKind::Exact);
+  EXPECT_EQ(Load("[startup]\nderivative=-1\n").DerivativeMethod, DerivativeKind::Richardson);
+  EXPECT_EQ(Load("[startup]\nderivative=3\n").DerivativeMethod, DerivativeKind::Richardson);
   EXPECT_EQ(Load("[startup]\ntolerance=1,5\n").ResidualTolerance, 1e-10);  // "." whatever the locale
   EXPECT_FALSE(Load("[startup]\npromptforsetup=no\n").Flag("promptforsetup"));
 }

@@ -81,7 +81,7 @@ TEST_F(MacroChecks, TellEachFaultOfAMacroByItsLine) {
        "Line 4: 'Weighted = yes' counts as False: it is neither True nor False.\n"
        "Line 5: 'MaxIterations = abc' is no number from 1 to 32000.\n"
        "Line 6: 'RegressionTolerance = 1..5' is no number, and does nothing.\n"
-       "Line 7: 'Derivatives = Richards' is none of Richardson, CentralDifference.\n"},
+       "Line 7: 'Derivatives = Richards' is none of Richardson, CentralDifference, Exact.\n"},
       {kHead + "InputDelimit = Tab, Comme\nDataFirstLine = 0\nOutputFormat = Text\nPlotKind = Modle\n" + kTail,
        "Line 4: 'InputDelimit = Tab, Comme' names 'Comme', which is none of Tab, Comma, SemiColon, Space, "
        "IgnoreConsecutive.\n"

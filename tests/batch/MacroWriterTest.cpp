@@ -9,6 +9,7 @@
 #include "TemporaryFolder.h"
 #include "batch/MacroReader.h"
 #include "batch/MacroWriter.h"
+#include "core/DerivativeKind.h"
 #include "core/NumberText.h"
 #include "engine/EqClass.h"
 #include "engine/LoadModelCatalog.h"
@@ -88,7 +89,8 @@ MacroFields FilledFields() {
 
 TEST(MacroWriter, WritesStatementsInTheirFixedOrder) {
   MacroFields fields = FilledFields();
-  fields.CentralDifference = fields.TryHarder = fields.Weighted = true;
+  fields.Derivatives = "CentralDifference";
+  fields.TryHarder = fields.Weighted = true;
   fields.UseSQLQuery = fields.UseParameterFile = fields.UseMissingData = fields.UseLogFile = true;
   fields.SQLQuery = "SELECT x,\r\n\ty FROM t";
   fields.ParameterFile = "Sites.csv";
@@ -169,7 +171,7 @@ TEST(MacroWriter, BeginsWithTheDataAndThePreferences) {
   EXPECT_EQ(fields.RegressionTolerance, "0,05");
   EXPECT_EQ(fields.MaxIterations, "99");
   EXPECT_EQ(fields.UnchangedIterations, "7");
-  EXPECT_TRUE(fields.CentralDifference);
+  EXPECT_EQ(fields.Derivatives, "CentralDifference");
   EXPECT_EQ(fields.SortKey, "Ra^2");
   EXPECT_EQ(fields.IndependentVariables, "3");
   EXPECT_TRUE(fields.Weighted);
@@ -322,7 +324,8 @@ class RandomFields {
     f.RegressionTolerance = LocalizeExpression(OneOf({"", "1E-07", "0.125", "1"}), locale);
     f.UnchangedIterations = OneOf({"", "1", "32000"});
     f.MaxIterations = OneOf({"", "1", "32000"});
-    f.CentralDifference = Tick(), f.TryHarder = Tick();
+    f.Derivatives = OneOf({"Richardson", "CentralDifference", "Exact"}), f.TryHarder = Tick();
+    f.Threads = OneOf({"", "1", "16"});
     f.DataFile = OneOf({"Data.csv", "/tmp/A b=c.txt", "%SITE%.csv"});
     f.DataFirstLine = OneOf({"", "1", "12", "%First%"});
     f.IndependentVariables = std::to_string(variables);
@@ -393,7 +396,11 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
   s.RegressionTolerance = number(f.RegressionTolerance, preferences.ResidualTolerance);
   s.UnchangedIterations = static_cast<int>(number(f.UnchangedIterations, preferences.DivIterations));
   s.MaxIterations = static_cast<int>(number(f.MaxIterations, preferences.MaxIterations));
-  s.Derivatives = f.CentralDifference ? 1 : 0, s.TryHarder = f.TryHarder;
+  s.Derivatives = f.Derivatives == "Exact"               ? DerivativeKind::Exact
+                  : f.Derivatives == "CentralDifference" ? DerivativeKind::Central
+                                                         : DerivativeKind::Richardson;
+  s.TryHarder = f.TryHarder;
+  s.Threads = static_cast<int>(number(f.Threads, 0));
   s.IndependentVariables = static_cast<int>(number(f.IndependentVariables, 0));
   s.DelimitTab = f.DelimitTab, s.DelimitComma = f.DelimitComma;
   s.DelimitSemicolon = f.DelimitSemicolon, s.DelimitSpace = f.DelimitSpace;
@@ -448,7 +455,7 @@ MacroSetup MeantBy(const MacroFields& f, const Settings& preferences, const Loca
 
 // What the fields of the editor decide; the rest of the record follows from it.
 auto Decided(const MacroSetup& s) {
-  return std::tie(s.UseDDE, s.ShowProgress, s.ShowMessageBox, s.RegressionTolerance, s.Derivatives,
+  return std::tie(s.UseDDE, s.ShowProgress, s.ShowMessageBox, s.RegressionTolerance, s.Derivatives, s.Threads,
                   s.UnchangedIterations, s.MaxIterations, s.IndependentVariables, s.DelimitTab, s.DelimitSemicolon,
                   s.DelimitComma, s.DelimitSpace, s.IgnoreConsecutive, s.OutputFormat, s.OutputFitInfo, s.TableDataFile,
                   s.TableCalcData, s.TableErrorData, s.TableMinMaxError, s.SortKey, s.OutputDelimit, s.OverrideDecimal,

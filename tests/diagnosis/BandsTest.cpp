@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/DerivativeKind.h"
 #include "core/NumberText.h"
 #include "diagnosis/Bands.h"
 #include "engine/Points.h"
@@ -24,7 +25,7 @@ std::unique_ptr<ModelClass> Fitted(const std::string& formula, const SolveData& 
 
 Result<Bands> BandsOf(ModelClass& model, const SolveData& data) {
   SolveForm form;
-  return Bands::Of(model, data, 0, form);
+  return Bands::Of(model, data, DerivativeKind::Richardson, form);
 }
 
 // Misra1a of NIST's reference sets.

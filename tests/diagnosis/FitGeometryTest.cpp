@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/DerivativeKind.h"
 #include "diagnosis/FitGeometry.h"
 #include "diagnosis/Samples.h"
 #include "engine/UserModel.h"
@@ -49,9 +50,10 @@ std::unique_ptr<ModelClass> ModelAt(const std::string& formula, std::size_t vari
 
 TEST(FitGeometry, AgreesWithFiftyDigitsByAllMethodsAndInAllUnits) {
   for (const Reference& r : kReferences)
-    for (const int method : {0, 1})
+    for (const DerivativeKind method : {DerivativeKind::Richardson, DerivativeKind::Central, DerivativeKind::Exact})
       for (const double unit : {1.0, 1e-9, 1e9}) {
-        SCOPED_TRACE(std::string(r.Name) + ", method " + std::to_string(method) + ", unit " + std::to_string(unit));
+        SCOPED_TRACE(std::string(r.Name) + ", method " + std::to_string(static_cast<int>(method)) + ", unit " +
+                     std::to_string(unit));
         SolveData data = r.Data;
         const std::string formula = std::string(r.Formula);
         const std::unique_ptr<ModelClass> model = ModelAt(formula, data.X.size(), r.Values);
@@ -69,7 +71,7 @@ TEST(FitGeometry, AgreesWithFiftyDigitsByAllMethodsAndInAllUnits) {
         ASSERT_TRUE(geometry);
         EXPECT_EQ(model->CoefficientValues, before);
         // Centred quotients alone have some six digits where the coefficient is not linear.
-        const double error = method == 0 ? r.Error : 1e-5;
+        const double error = method == DerivativeKind::Central ? 1e-5 : r.Error;
         EXPECT_NEAR(geometry->ReciprocalCondition() / r.ReciprocalCondition, 1, error);
         const std::vector<double> weakest = Numbers(r.Weakest), covariance = Numbers(r.Covariance);
         const double sign = geometry->WeakestDirection()[0] * weakest[0] < 0 ? -1 : 1;
@@ -105,7 +107,7 @@ TEST(FitGeometry, KnowsWhatIsHeldSingularOrWithoutValue) {
   SolveForm form;
   const SolveData data = Points({{1, 2, 3, 4}}, {1, 2, 3, 5});
   const auto at = [&](const ModelClass& model) {
-    return FitGeometry::At(const_cast<ModelClass&>(model), data, 0, form);
+    return FitGeometry::At(const_cast<ModelClass&>(model), data, DerivativeKind::Richardson, form);
   };
   // A straight line through held and free coefficients: (J^T J)^-1 of a + bx about x = 2.5.
   std::unique_ptr<ModelClass> line = ModelAt("a+b*x", 1, "0 1");
@@ -115,7 +117,7 @@ TEST(FitGeometry, KnowsWhatIsHeldSingularOrWithoutValue) {
   EXPECT_NEAR(at(*line)->Covariance()(0, 0), 1.0 / 30, 1e-12);
   line->SetConstant(2, 0);
   EXPECT_EQ(at(*line)->ReciprocalCondition(), 1);
-  EXPECT_EQ(*Leverages(*line, data, *at(*line), 0, form), std::vector<double>(4));
+  EXPECT_EQ(*Leverages(*line, data, *at(*line), DerivativeKind::Richardson, form), std::vector<double>(4));
 
   // Two coefficients of which only the sum counts, and one that counts for nothing.
   const std::unique_ptr<ModelClass> sum = ModelAt("(a+b)*x", 1, "1 1"), idle = ModelAt("a*x+0*b", 1, "1 1");
@@ -124,7 +126,7 @@ TEST(FitGeometry, KnowsWhatIsHeldSingularOrWithoutValue) {
   EXPECT_EQ(at(*idle)->ReciprocalCondition(), 0);
   EXPECT_EQ(std::abs(at(*idle)->WeakestDirection()[1]), 1);
   EXPECT_FALSE(std::isfinite(at(*idle)->Covariance()(1, 1)));
-  EXPECT_FALSE(Leverages(*idle, data, *at(*idle), 0, form));
+  EXPECT_FALSE(Leverages(*idle, data, *at(*idle), DerivativeKind::Richardson, form));
 
   const std::unique_ptr<ModelClass> none = ModelAt("a*ln(x-2)", 1, "1");
   none->ErrorMessage = "as it was";
@@ -141,9 +143,9 @@ TEST(FitGeometry, TakesTypedDerivativesAsTheFitDoes) {
   const std::unique_ptr<ModelClass> model = ModelAt("a*x", 1, "1");
   model->UserType = true;
   SolveForm form;
-  EXPECT_NEAR(std::abs(FitGeometry::At(*model, data, 0, form)->R()(0, 0)), 5, 1e-9);
+  EXPECT_NEAR(std::abs(FitGeometry::At(*model, data, DerivativeKind::Richardson, form)->R()(0, 0)), 5, 1e-9);
   model->Coefficients[0].Derivative = "2*x";
-  EXPECT_NEAR(std::abs(FitGeometry::At(*model, data, 0, form)->R()(0, 0)), 10, 1e-14);
+  EXPECT_NEAR(std::abs(FitGeometry::At(*model, data, DerivativeKind::Richardson, form)->R()(0, 0)), 10, 1e-14);
   std::vector<double> dyda(1);
   std::string why;
   EXPECT_TRUE(model->Derivative(std::vector<double>{3}, dyda, why));

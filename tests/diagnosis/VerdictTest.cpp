@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "NistProject.h"
+#include "core/DerivativeKind.h"
 #include "diagnosis/Verdict.h"
 #include "engine/Points.h"
 #include "sheet/ComputeWeights.h"
@@ -20,7 +21,7 @@ Verdict JudgementOf(ModelClass& model, const SolveData& data, const Settings& se
   std::string log;
   model.Fit(data, settings, log, form);
   const FitResult before = model;
-  const auto geometry = model.Solved ? FitGeometry::At(model, data, 0, form) : std::nullopt;
+  const auto geometry = model.Solved ? FitGeometry::At(model, data, DerivativeKind::Richardson, form) : std::nullopt;
   Verdict verdict = Judge(model, data, geometry, settings, form);
   EXPECT_EQ(model.CoefficientValues, before.CoefficientValues);
   return verdict;
@@ -302,7 +303,7 @@ TEST(Judge, WritesNumbersAsTheLocaleDoes) {
   SolveForm form;
   std::string log;
   ASSERT_TRUE(model->Fit(data, Settings(), log, form)) << log;
-  const auto geometry = FitGeometry::At(*model, data, 0, form);
+  const auto geometry = FitGeometry::At(*model, data, DerivativeKind::Richardson, form);
   EXPECT_TRUE(Judge(*model, data, geometry, Settings(), form).Reasons[0].starts_with("'b' lies on its maximum 1.5:"));
   EXPECT_TRUE(
       Judge(*model, data, geometry, Settings(), form, comma).Reasons[0].starts_with("'b' lies on its maximum 1,5:"));

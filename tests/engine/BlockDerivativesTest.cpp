@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "core/DerivativeKind.h"
 #include "engine/LoadModelCatalog.h"
 #include "engine/UserModel.h"
 #include "equation/BlockProgram.h"
@@ -22,7 +23,7 @@ SolveData Sampled(std::size_t variables, std::size_t points) {
 }
 
 // Value and derivatives of a model over a block against the same point by point, bit for bit.
-void Compare(ModelClass& model, const SolveData& data, bool analytical, bool expectBlock) {
+void Compare(ModelClass& model, const SolveData& data, DerivativeKind method, bool expectBlock) {
   const auto count = static_cast<std::size_t>(model.NumDependentVar());
   std::vector<std::vector<double>> dyda(count, std::vector<double>(kBlock));
   std::vector<double*> columns;
@@ -31,7 +32,7 @@ void Compare(ModelClass& model, const SolveData& data, bool analytical, bool exp
   std::array<double, kMostIndependentVariables> x;
   for (std::size_t first = 0; first < data.N(); first += kBlock) {
     const std::size_t n = std::min(kBlock, data.N() - first);
-    const bool went = model.DifferentiateBlock(data, first, n, analytical, y.data(), columns.data());
+    const bool went = model.DifferentiateBlock(data, first, n, method, y.data(), columns.data());
     if (first == 0) {
       EXPECT_EQ(went, expectBlock) << model.id;
     }
@@ -41,8 +42,10 @@ void Compare(ModelClass& model, const SolveData& data, bool analytical, bool exp
       std::string ErrString;
       const auto point = data.Point(first + i, x);
       ASSERT_TRUE(model.Evaluate(point, value));
-      ASSERT_TRUE(analytical ? model.Derivative(point, slopes, ErrString)
-                             : model.NumericalDerivatives(point, slopes, ErrString));
+      ASSERT_TRUE(method == DerivativeKind::Central ? model.NumericalDerivatives(point, slopes, ErrString)
+                  : method == DerivativeKind::Exact && model.HasExactDerivatives()
+                      ? model.ExactDerivatives(point, slopes, ErrString)
+                      : model.Derivative(point, slopes, ErrString));
       ASSERT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(y[i])) << model.id << " point " << i;
       for (std::size_t c = 0; c < count; ++c)
         ASSERT_EQ(std::bit_cast<std::uint64_t>(slopes[c]), std::bit_cast<std::uint64_t>(dyda[c][i]))
@@ -74,10 +77,11 @@ TEST(DifferentiateBlock, GivesTheBitsOfThePointPath) {
     for (int i = 1; i <= model->NumDependentVar(); ++i) model->SetValue(i, i == 3 ? 0.0 : 0.3 + 0.4 * i);
     if (c.Lines[0].starts_with("if(c")) model->SetValue(3, 1);
     const SolveData data = Sampled(c.Several ? 3 : 1, 300);
-    Compare(*model, data, true, c.Block);
-    Compare(*model, data, false, c.Block);
+    for (const DerivativeKind method : {DerivativeKind::Richardson, DerivativeKind::Central, DerivativeKind::Exact})
+      Compare(*model, data, method, c.Block);
     model->SetConstant(1, 0);
-    Compare(*model, data, true, c.Block);
+    Compare(*model, data, DerivativeKind::Richardson, c.Block);
+    Compare(*model, data, DerivativeKind::Exact, c.Block);
   }
 }
 
@@ -90,7 +94,7 @@ TEST(DifferentiateBlock, GivesTheBitsOfThePointPathForBuiltInModels) {
     if (model->id.find("ln(x-a)") != std::string::npos || model->id.find("(1-x)") != std::string::npos ||
         model->id == "x^a" || model->id.find("/ln(x)") != std::string::npos)
       continue;  // without a value somewhere on these points
-    Compare(*model, data, true, true);
+    Compare(*model, data, DerivativeKind::Richardson, true);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/DerivativeKind.h"
 #include "core/NumberText.h"
 #include "engine/Points.h"
 #include "engine/UserModel.h"
@@ -104,10 +105,11 @@ const std::vector<Case> kCases = {
 
 TEST(Bounds, LeadToTheBestPlaceWithin) {
   for (const Case& c : kCases) {
-    for (const int derivative : {0, 1}) {
+    for (const DerivativeKind derivative :
+         {DerivativeKind::Richardson, DerivativeKind::Central, DerivativeKind::Exact}) {
       for (const bool harder : {false, true}) {
         SCOPED_TRACE(c.Line + " from " + GeneralNumber(c.Start[0]) + (harder ? " harder " : " ") +
-                     std::to_string(derivative));
+                     std::to_string(static_cast<int>(derivative)));
         Bounded fit(c.Line, c.Start, c.Box);
         fit.Preferences.DerivativeMethod = derivative;
         fit.Preferences.TryHarder = harder;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "TableFile.h"
+#include "core/DerivativeKind.h"
 #include "core/NumberText.h"
 #include "engine/EqClass.h"
 #include "engine/Points.h"
@@ -303,13 +304,15 @@ TEST(Fit, TakesTypedDerivativesOnlyWhereAllCompile) {
 // The first trial leads beyond a = 3, where the typed derivative has no value. That ends the search, unless derivatives
 // are to be numerical: then the trial counts as a worse one.
 TEST(Fit, EndsWhereATypedDerivativeFailsAtATrial) {
-  for (const int method : {0, 1}) {
+  for (const DerivativeKind method : {DerivativeKind::Richardson, DerivativeKind::Central, DerivativeKind::Exact}) {
     Solving solving({"a*x"});
     solving.Model->SetDerivative(1, "x*sqr(3-a)/sqr(3-a)");
     solving.Preferences.DerivativeMethod = method;
-    EXPECT_EQ(solving.Start({1}).Fit(Points({{1, 2, 4}}, {5, 10, 20})), method == 1);
+    EXPECT_EQ(solving.Start({1}).Fit(Points({{1, 2, 4}}, {5, 10, 20})), method == DerivativeKind::Central);
     EXPECT_EQ(solving.From("Error taking").substr(0, solving.From("Error taking").find("Current")),
-              method == 1 ? "" : "Error taking derivatives at X = 1\nSolution failed: Numerical Error\n");
+              method == DerivativeKind::Central
+                  ? ""
+                  : "Error taking derivatives at X = 1\nSolution failed: Numerical Error\n");
   }
 }
 

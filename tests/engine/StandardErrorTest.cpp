@@ -5,6 +5,7 @@
 
 #include <random>
 
+#include "core/DerivativeKind.h"
 #include "core/NumberText.h"
 #include "engine/ReferenceSolution.h"
 #include "engine/UserModel.h"
@@ -88,7 +89,7 @@ TEST(StandardError, KeepsSixDigitsInCalendarYears) {
       model->SpecifyICComplete = true;
     }
     Settings settings;
-    settings.DerivativeMethod = c.By == Road::Central ? 1 : 0;
+    settings.DerivativeMethod = c.By == Road::Central ? DerivativeKind::Central : DerivativeKind::Richardson;
     SolveForm form;
     std::string log;
     ASSERT_TRUE(model->Fit(data, settings, log, form)) << log;

@@ -25,7 +25,7 @@ PlotClass LinePlot(int bands, const std::string& formula = "a*x+b", std::vector<
   PlotClass plot = BarePlot();
   PlotSeries series(std::move(model));
   series.Style() = {.LegendText = "line", .DrawColor = 0x0000FF, .Bands = bands};
-  series.FittedTo(std::make_shared<const SolveData>(points), 0);
+  series.FittedTo(std::make_shared<const SolveData>(points), DerivativeKind::Richardson);
   plot.PlotData.push_back(std::move(series));
   return plot;
 }

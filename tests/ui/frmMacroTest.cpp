@@ -183,7 +183,8 @@ TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
   MessageBoxPrompter user(nullptr);
   MacroFields given;
   given.Comments = "a\nb";
-  given.UseDDE = given.ShowProgress = given.ShowMessageBox = given.CentralDifference = given.Weighted = true;
+  given.UseDDE = given.ShowProgress = given.ShowMessageBox = given.Weighted = true;
+  given.Derivatives = "Exact";
   given.UseSQLQuery = given.UseParameterFile = given.UseMissingData = given.UseLogFile = given.LogSummaryOnly = true;
   given.TableDataFile = given.TableCalcData = given.TableErrorData = given.TableMinMaxError = true;
   given.DelimitTab = given.DelimitComma = given.DelimitSemicolon = given.DelimitSpace = false;

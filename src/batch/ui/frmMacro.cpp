@@ -179,6 +179,9 @@ QWidget* frmMacro::ConfigurationPage() {
   richardson->setChecked(true);
   form->addRow(new QLabel("Derivatives:", page), richardson);
   form->addRow("", optnCentral);
+  optnExact = new QRadioButton("Use E&xact Derivatives (by the Rules of Calculus)", page);
+  optnExact->setObjectName("optnExact");
+  form->addRow("", optnExact);
   form->addRow("", NewFlag("&Try harder where a search fails", "TryHarder"));
   auto* deviations = AddChoice(*form, "T&he data's deviations are:", "StandardDeviations", "cmbStandardDeviations");
   deviations->setToolTip(
@@ -386,7 +389,8 @@ void frmMacro::Show(const MacroFields& fields) {
     text.Shown->setPlainText(QString::fromStdString(fields.*text.Field).remove('\r'));
   for (const auto& check : checks_) check.Shown->setChecked(fields.*check.Field);
   for (const auto& choice : choices_) choice.Shown->setCurrentText(QString::fromStdString(fields.*choice.Field));
-  if (fields.CentralDifference) optnCentral->setChecked(true);
+  if (fields.Derivatives == "CentralDifference") optnCentral->setChecked(true);
+  if (fields.Derivatives == "Exact") optnExact->setChecked(true);
   optnModels[static_cast<std::size_t>(fields.Models)]->setChecked(true);
   for (int row = 0; row < lstSource->count(); ++row)
     for (const std::string& id : fields.TickedModels)
@@ -400,7 +404,7 @@ MacroFields frmMacro::Fields() const {
   for (const auto& text : paragraphs_) fields.*text.Field = text.Shown->toPlainText().toStdString();
   for (const auto& check : checks_) fields.*check.Field = check.Shown->isChecked();
   for (const auto& choice : choices_) fields.*choice.Field = choice.Shown->currentText().toStdString();
-  fields.CentralDifference = optnCentral->isChecked();
+  fields.Derivatives = optnCentral->isChecked() ? "CentralDifference" : optnExact->isChecked() ? "Exact" : "Richardson";
   for (std::size_t i = 0; i < optnModels.size(); ++i)
     if (optnModels[i]->isChecked()) fields.Models = static_cast<MacroModels>(i);
   for (int row = 0; row < lstSource->count(); ++row)

@@ -74,6 +74,7 @@ class frmMacro : public QDialog {
   std::vector<QRadioButton*> optnModels;  // in the order of MacroModels
   std::vector<QWidget*> outputOptions_;   // that a project file has no use for
   QRadioButton* optnCentral;
+  QRadioButton* optnExact;
   QListWidget* lstSource;
 };
 

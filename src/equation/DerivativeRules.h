@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+
+#include "equation/BlockOperations.h"
+
+namespace quorvex {
+
+// The derivatives of the language's functions, for derivatives of whole models by the chain rule.
+
+// Whether the derivative of the function by argument `which` (from 0) is known.
+bool HasPartial(int code, std::size_t which);
+
+// That derivative at n <= kBlock points, where `value` is the function's value: each result the same bits for one point
+// as for many. `out` overlies none of the others. A flag of faults is raised where the function has no derivative, as
+// sqr has none at 0. Functions with steps have the derivative of the piece that the point belongs to: int and sgn 0
+// everywhere, abs at 0 that of its right side.
+void PartialOverBlock(int code, std::size_t which, const BlockOperand (&arguments)[3], const BlockOperand& value,
+                      std::size_t n, double* out);
+
+}  // namespace quorvex
