@@ -128,9 +128,11 @@ void NormalEquations(benchmark::State& state, const bench::FitCase& fit, Derivat
   state.counters["per_point_and_pass"] =
       benchmark::Counter(2 * kPoints, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
-BENCHMARK_CAPTURE(NormalEquations, two_exponentials_central, bench::kTwoExponentials, 1);
-BENCHMARK_CAPTURE(NormalEquations, two_peaks_central, bench::kTwoPeaks, 1);
-BENCHMARK_CAPTURE(NormalEquations, two_peaks_richardson, bench::kTwoPeaks, 0);
+BENCHMARK_CAPTURE(NormalEquations, two_exponentials_central, bench::kTwoExponentials, DerivativeKind::Central);
+BENCHMARK_CAPTURE(NormalEquations, two_exponentials_exact, bench::kTwoExponentials, DerivativeKind::Exact);
+BENCHMARK_CAPTURE(NormalEquations, two_peaks_central, bench::kTwoPeaks, DerivativeKind::Central);
+BENCHMARK_CAPTURE(NormalEquations, two_peaks_exact, bench::kTwoPeaks, DerivativeKind::Exact);
+BENCHMARK_CAPTURE(NormalEquations, two_peaks_richardson, bench::kTwoPeaks, DerivativeKind::Richardson);
 
 // ---- closed forms: value and derivatives
 
