@@ -99,9 +99,16 @@ bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first
                                         double* y, double* const* dyda) {
   if (!model_.UserType) return ClosedFormBlock(data, first, n, y, dyda);
   // First of all, since the block's program keeps what does not depend on a varied coefficient from here.
-  if (!model_.EvaluateBlock(data.X, first, n, y)) return false;
-  if (model_.typed_) return model_.typed_->OverBlock(model_, data, first, n, dyda);
-  if (method == DerivativeKind::Exact && model_.HasExactDerivatives()) return SweptBlock(n, dyda);
+  if (model_.typed_)
+    return model_.EvaluateBlock(data.X, first, n, y) && model_.typed_->OverBlock(model_, data, first, n, dyda);
+  model_.Compiled();
+  BlockProgram& program = model_.compiled_->OverBlocks();
+  const bool sweeps = method == DerivativeKind::Exact && program.HasGradient();
+  const auto next = sweeps ? BlockProgram::Next::Gradient : BlockProgram::Next::Differences;
+  if (!program.Supported() ||
+      !program.Evaluate(ColumnsFrom(data.X, first), n, model_.CoefficientValues, model_.Statistics, y, next))
+    return false;
+  if (sweeps) return SweptBlock(n, dyda);
   return NumericalBlock(n, method != DerivativeKind::Central, dyda);
 }
 
@@ -131,7 +138,7 @@ bool Differentiator::NumericalBlock(std::size_t n, bool extrapolate, double* con
     const DifferenceStep step = StepInside(model_.Coefficients[c], model_.CoefficientValues[c]);
     const bool differentiated = step.Inward != 0 ? OneSidedQuotientBlock(c, step.Inward, n, dyda[c])
                                 : extrapolate    ? ExtrapolateBlock(c, step.Central, n, dyda[c])
-                                                 : CentredQuotientBlock(c, step.Central, n, dyda[c]);
+                                                 : CentredQuotientBlock(c, step.Central, dyda[c]);
     if (!differentiated) return false;
     if (mask != 1)
       for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
@@ -148,7 +155,7 @@ void Differentiator::SharpenDerivatives(std::size_t n, double* const* dyda) {
     if (mask == 0 || !model_.compiled_->OverBlocks().LinearIn(c)) continue;
     ClearFaultFlags();
     // Where the wide step leads out of range, the derivative from the narrow one stays.
-    if (!CentredQuotientBlock(c, kWideStep, n, quotient.data()) || FaultFlagsRaised()) continue;
+    if (!CentredQuotientBlock(c, kWideStep, quotient.data()) || FaultFlagsRaised()) continue;
     for (std::size_t i = 0; i < n; ++i) dyda[c][i] = mask * quotient[i];
   }
 }
@@ -162,15 +169,14 @@ bool Differentiator::ClosedFormBlock(const SolveData& data, std::size_t first, s
   return !FaultFlagsRaised();
 }
 
-bool Differentiator::CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient) {
+bool Differentiator::CentredQuotientBlock(std::size_t coefficient, double h, double* quotient) {
   const double a = model_.CoefficientValues[coefficient];
   BlockProgram& program = model_.compiled_->OverBlocks();
-  Block below;
-  if (!program.EvaluateVaried(coefficient, a + h, quotient) ||
-      !program.EvaluateVaried(coefficient, a - h, below.data()))
-    return false;
-  QuotientOverBlock(quotient, below.data(), 2.0 * h, n, quotient);
-  return true;
+  Block above;
+  const std::array<ChainStep, 2> divided = {ChainStep{ChainOp::SubtractFrom, {above.data(), 0}},
+                                            ChainStep{ChainOp::Divide, {nullptr, 2.0 * h}}};
+  return program.EvaluateVaried(coefficient, a + h, above.data()) &&
+         program.EvaluateVaried(coefficient, a - h, quotient, divided);
 }
 
 bool Differentiator::OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient) {
@@ -198,7 +204,7 @@ bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::si
   e.Computed = e.Point;
   e.Estimate.fill(1e30);
   Block quotient;
-  if (!CentredQuotientBlock(coefficient, h, n, e.Tableau[1].data())) return false;
+  if (!CentredQuotientBlock(coefficient, h, e.Tableau[1].data())) return false;
   e.Answer = e.Tableau[1];
   std::size_t computed = n;  // points at which the model is computed
   // Whatever the outcome, the next coefficient finds all points again.
@@ -208,7 +214,7 @@ bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::si
   };
   for (std::size_t k = 2; e.Count > 0; ++k) {
     h /= kRidderShrink;
-    if (!CentredQuotientBlock(coefficient, h, computed, quotient.data())) return finish();
+    if (!CentredQuotientBlock(coefficient, h, quotient.data())) return finish();
     if (e.Count == computed)
       e.Quotient = quotient;
     else

@@ -100,7 +100,8 @@ bool Differentiator::SweptAt(std::span<const double> x, std::span<double> dyda) 
   BlockProgram& program = model_.compiled_->OverBlocks();
   const PointColumns columns = ColumnsOf(x);
   double y = 0;
-  if (!program.Evaluate(columns, 1, model_.CoefficientValues, model_.Statistics, &y)) return false;
+  if (!program.Evaluate(columns, 1, model_.CoefficientValues, model_.Statistics, &y, BlockProgram::Next::Gradient))
+    return false;
   std::array<double*, kMostCoefficients> cells;
   for (std::size_t i = 0; i < dyda.size(); ++i) cells[i] = &dyda[i];
   return SweptBlock(1, cells.data());

@@ -40,7 +40,7 @@ class Differentiator {
   bool SweptBlock(std::size_t n, double* const* dyda);
   bool SweptAt(std::span<const double> x, std::span<double> dyda);
   bool NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda);
-  bool CentredQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
+  bool CentredQuotientBlock(std::size_t coefficient, double h, double* quotient);
   bool OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
   bool ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer);
 

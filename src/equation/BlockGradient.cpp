@@ -244,8 +244,6 @@ class BlockProgram::Sweep {
     for (std::size_t i = 0; i < n; ++i) out[i] *= power.At(i);
   }
 
-  static constexpr int kExpCode = 2;
-
   BlockProgram& program_;
   Adjoints& adjoints_;
   double* const* const dyda_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <map>
 #include <optional>
 #include <tuple>
@@ -214,6 +215,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
   for (const Node& node : nodes_)
     for (std::size_t k = 0; k < node.OperandCount; ++k) ++uses[node.Operands[k]];
   for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].UsedOnce = uses[i] == 1;
+  MakePlans();
   for (Slots* slots : {&base_, &moved_, &narrow_}) {
     slots->Values.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
@@ -241,28 +243,37 @@ void BlockProgram::Deliver(const BlockOperand& result, double* y) const {
 }
 
 bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
-                            const DataStatistics& statistics, double* y) {
+                            const DataStatistics& statistics, double* y, Next next) {
   x_.assign(x.begin(), x.end());
   n_ = wholeN_ = n;
   narrowed_ = false;
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
   ClearFaultFlags();
-  if (!Completes([this] { RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_); }) || FaultFlagsRaised())
-    return false;
+  const bool completed = Completes([&] {
+    if (forks_)
+      RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_);
+    else
+      RunPlan(plans_[static_cast<std::size_t>(next)], base_);
+  });
+  if (!completed || FaultFlagsRaised()) return false;
   Deliver(base_.Values[result_], y);
   return true;
 }
 
-bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y) {
+bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y, std::span<const ChainStep> then) {
   const double kept = values_[varied];
   values_[varied] = value;
   moving_ = &depends_[varied];
   movedResult_ = y;
+  assert(then.size() <= kMostThen);
+  then_ = then;
   const bool completed = Completes([&] { RunVaried(varied); });
   values_[varied] = kept;
-  if (completed) Deliver((*moving_)[result_] ? moved_.Values[result_] : base_.Values[result_], y);
-  return completed;
+  if (!completed) return false;
+  Deliver((*moving_)[result_] ? moved_.Values[result_] : base_.Values[result_], y);
+  if (!then_.empty()) ChainOverBlock({y, 0}, then_, n_, y);
+  return true;
 }
 
 bool BlockProgram::LinearIn(std::size_t coefficient) const {
@@ -304,7 +315,7 @@ void BlockProgram::Widen() {
 // Not inlined, so that the arithmetic stays between the two looks at the flags.
 [[gnu::noinline]] void BlockProgram::RunRange(std::uint32_t begin, std::uint32_t end, Slots& slots) {
   for (std::uint32_t i = begin; i < end; ++i) {
-    Compute(i, slots);
+    Compute(i, i, slots);
     if (nodes_[i].What != Kind::Fork) continue;
     const Node& fork = nodes_[i];
     if (slots.Values[i].Value != 0)
@@ -318,43 +329,35 @@ void BlockProgram::Widen() {
 
 [[gnu::noinline]] void BlockProgram::RunVaried(std::size_t varied) {
   if (forks_) return RunRange(0, static_cast<std::uint32_t>(nodes_.size()), moved_);
-  for (const std::uint32_t i : dependents_[varied]) Compute(i, moved_);
+  RunPlan(variedPlans_[varied], moved_);
 }
 
-BlockOperand BlockProgram::Operand(const Node& node, std::size_t which, const Slots& slots) const {
-  const std::uint32_t index = node.Operands[which];
+BlockOperand BlockProgram::ValueOf(std::uint32_t index, const Slots& slots) const {
   if (&slots != &moved_ || (*moving_)[index]) return slots.Values[index];
   return narrowed_ ? narrow_.Values[index] : base_.Values[index];
 }
 
-void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
+double* BlockProgram::BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots) {
+  // The result is computed where the caller wants it.
+  if (index == result_ && &slots == &moved_) return movedResult_;
+  std::vector<double>& block = slots.Blocks[place];
+  block.resize(kBlock);
+  return block.data();
+}
+
+void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slots) {
   const Node& node = nodes_[index];
   BlockOperand& out = slots.Values[index];
-  const auto operand = [&](std::size_t which) { return Operand(node, which, slots); };
+  const auto operand = [&](std::size_t which) { return ValueOf(node.Operands[which], slots); };
   // One value where it is the same at all points, else a block of them.
-  const auto place = [&]() -> std::pair<std::size_t, double*> {
+  const auto room = [&]() -> std::pair<std::size_t, double*> {
     if (node.Uniform) {
       out.Points = nullptr;
       return {1, &out.Value};
     }
-    // The result is computed where the caller wants it.
-    if (index == result_ && &slots == &moved_) {
-      out.Points = movedResult_;
-      return {n_, movedResult_};
-    }
-    // What moved and is used here alone is written over, so that a chain of operations stays in the nearest cache.
-    if (&slots == &moved_ && !forks_)
-      for (std::size_t k = 0; k < node.OperandCount; ++k) {
-        const std::uint32_t from = node.Operands[k];
-        if (!nodes_[from].UsedOnce || !(*moving_)[from] || nodes_[from].OperandCount == 0 || nodes_[from].Uniform)
-          continue;
-        out.Points = moved_.Values[from].Points;
-        return {n_, const_cast<double*>(out.Points)};
-      }
-    std::vector<double>& block = slots.Blocks[index];
-    block.resize(kBlock);
-    out.Points = block.data();
-    return {n_, block.data()};
+    double* const values = BlockFor(index, place, slots);
+    out.Points = values;
+    return {n_, values};
   };
   switch (node.What) {
     case Kind::Variable:
@@ -370,17 +373,17 @@ void BlockProgram::Compute(std::uint32_t index, Slots& slots) {
       out = {nullptr, StatisticValue(SpecialWordOf(node.Code), *statistics_)};
       break;
     case Kind::Unary: {
-      const auto [n, values] = place();
+      const auto [n, values] = room();
       UnaryOverBlock(node.Code, operand(0), n, values);
       break;
     }
     case Kind::Binary: {
-      const auto [n, values] = place();
+      const auto [n, values] = room();
       BinaryOverBlock(node.Code, operand(0), operand(1), n, values);
       break;
     }
     case Kind::Function: {
-      const auto [n, values] = place();
+      const auto [n, values] = room();
       BlockOperand arguments[3] = {};
       for (std::size_t k = 0; k < node.OperandCount; ++k) arguments[k] = operand(k);
       FunctionOverBlock(node.Code, arguments, n, values);

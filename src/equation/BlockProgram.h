@@ -8,6 +8,7 @@
 
 #include "core/Limits.h"
 #include "equation/BlockOperations.h"
+#include "equation/ChainOverBlock.h"
 #include "equation/DataStatistics.h"
 #include "equation/Expression.h"
 
@@ -18,7 +19,8 @@ namespace quorvex {
 //
 // The instruction list is turned into a graph of values in which each knows the values it is computed from. So what
 // depends on no point is computed once for a block, and when one coefficient moves, as it does for a derivative, only
-// what depends on it is computed again.
+// what depends on it is computed again. Additions, multiplications and the like of which each takes the result of the
+// one before, which nobody else asks for, run as one chain, point by point.
 //
 // Some models stay with the point path (Supported is false): those that draw random numbers, those in which a
 // supporting function may be recalled with the value it had at another point, and those of more than 1,000
@@ -29,15 +31,19 @@ class BlockProgram {
 
   bool Supported() const { return supported_; }
 
+  // What is to come after the values of a block: nothing, EvaluateVaried or Gradient. For these the values are kept
+  // that they ask for.
+  enum class Next { Nothing, Differences, Gradient };
+
   // Values at the n <= kBlock points of the columns `x`, into `y`. False where any point faults, and where an "if"
   // takes both branches within the block: then the points are to be evaluated one by one.
   bool Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
-                const DataStatistics& statistics, double* y);
+                const DataStatistics& statistics, double* y, Next next = Next::Nothing);
 
-  // The same points once more, with coefficient `varied` (from 0) at another value; only after an Evaluate of these
-  // points that succeeded. The flags of faults (core/FaultFlags.h) are left to the caller, who looks once after many
-  // of these calls: where they are raised, some point faulted.
-  bool EvaluateVaried(std::size_t varied, double value, double* y);
+  // The same points once more, with coefficient `varied` (from 0) at another value and `then` done to each result; only
+  // after an Evaluate of these points for Differences that succeeded. The flags of faults (core/FaultFlags.h) are left
+  // to the caller, who looks once after many of these calls: where they are raised, some point faulted.
+  bool EvaluateVaried(std::size_t varied, double value, double* y, std::span<const ChainStep> then = {});
 
   // Whether the instructions show that the value is linear in that coefficient: sums, and products and quotients by
   // what doesn't depend on it.
@@ -47,10 +53,10 @@ class BlockProgram {
   // rule (equation/DerivativeRules.h).
   bool HasGradient() const { return hasGradient_; }
 
-  // The derivatives of the value by each coefficient at the points of the last Evaluate, which succeeded and was not
-  // narrowed: into dyda[c], unless that is null. By one sweep through the graph, backwards: what a value contributes to
-  // the result is the sum over its users of what they contribute times their derivatives by it. The flags of faults are
-  // left to the caller: where they are raised, a function has no derivative at some point. Source: A. Griewank and
+  // The derivatives of the value by each coefficient at the points of the last Evaluate, which was for this and
+  // succeeded: into dyda[c], unless that is null. By one sweep through the graph, backwards: what a value contributes
+  // to the result is the sum over its users of what they contribute times their derivatives by it. The flags of faults
+  // are left to the caller: where they are raised, a function has no derivative at some point. Source: A. Griewank and
   // A. Walther, Evaluating Derivatives, SIAM 2008, chapter 3.
   void Gradient(double* const* dyda);
 
@@ -80,6 +86,20 @@ class BlockProgram {
     std::array<std::array<double, kBlock>, 2> Scratch;
   };
 
+  // What a plan computes next: a node, by itself or with those whose values go through a chain to its own.
+  struct Link {
+    ChainOp Op;
+    std::uint32_t Operand;
+  };
+  static constexpr std::size_t kMostThen = 4;
+  struct Step {
+    std::uint32_t Node = 0;
+    std::uint32_t Place = 0;  // the node whose block the values go to: itself, or one that nobody asks for any more
+    std::uint32_t Start = 0;  // of the chain
+    std::vector<Link> Links;  // empty for a node that is computed by itself
+  };
+  using Plan = std::vector<Step>;
+
   // Where the values of each node stand.
   struct Slots {
     std::vector<BlockOperand> Values;
@@ -93,8 +113,14 @@ class BlockProgram {
   void Deliver(const BlockOperand& result, double* y) const;
   void RunRange(std::uint32_t begin, std::uint32_t end, Slots& slots);
   void RunVaried(std::size_t varied);
-  void Compute(std::uint32_t index, Slots& slots);
-  BlockOperand Operand(const Node& node, std::size_t which, const Slots& slots) const;
+  void MakePlans();
+  Plan PlanFor(const std::vector<bool>& computed, const std::vector<bool>& kept) const;
+  std::vector<bool> NeededByGradient() const;
+  void RunPlan(const Plan& plan, Slots& slots);
+  void RunChain(const Step& step, Slots& slots);
+  double* BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots);
+  void Compute(std::uint32_t index, std::uint32_t place, Slots& slots);
+  BlockOperand ValueOf(std::uint32_t index, const Slots& slots) const;
 
   std::vector<Node> nodes_;
   std::uint32_t result_ = 0;
@@ -104,6 +130,8 @@ class BlockProgram {
   std::vector<std::uint32_t> coefficientNodes_;         // of each coefficient: its first node
   std::vector<std::vector<std::uint32_t>> dependents_;  // per coefficient: the nodes that depend on it, in order
   std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
+  std::array<Plan, 3> plans_;                           // of all nodes, by what is to come
+  std::vector<Plan> variedPlans_;                       // of those that depend on a coefficient
   std::vector<std::vector<std::uint32_t>> fixed_;  // per coefficient: what does not depend on it, and is used by those
 
   // Of the block in hand.
@@ -119,6 +147,7 @@ class BlockProgram {
   Adjoints adjoints_;
   const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
   double* movedResult_ = nullptr;              // and where the last of them, the result, goes
+  std::span<const ChainStep> then_;            // and what is done to it
 };
 
 }  // namespace quorvex

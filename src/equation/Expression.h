@@ -42,6 +42,9 @@ enum BinaryCode : std::int16_t {
   kImp,
 };
 
+// The code of the exponential function.
+inline constexpr int kExpCode = 2;
+
 // Codes of the functions that are control flow.
 inline constexpr int kIfCode = 45, kEndTrueCode = 46, kEndIfCode = 47;
 

@@ -117,8 +117,12 @@ void Compare(unsigned seed, bool several, Counts& counts) {
       counts.Faults += fault;
     };
     std::vector<double> block(n), moved(n);
-    const bool went = program.Evaluate(columns, n, values, statistics, block.data());
-    check(went, block);
+    bool went = false;
+    for (const auto next :
+         {BlockProgram::Next::Gradient, BlockProgram::Next::Nothing, BlockProgram::Next::Differences}) {
+      went = program.Evaluate(columns, n, values, statistics, block.data(), next);
+      check(went, block);
+    }
     if (!went) continue;
     for (std::size_t c = 0; c < values.size(); ++c) {
       const double kept = values[c];
