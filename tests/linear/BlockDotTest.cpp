@@ -1,22 +1,39 @@
 #include <gtest/gtest.h>
 
+#include "core/VectorWidths.h"
 #include "linear/BlockDot.h"
 
 namespace quorvex {
 namespace {
 
+// The sum in the documented order, one point after the other.
+double DotByPoints(const double* a, const double* b, std::size_t n) {
+  double lanes[8] = {};
+  for (std::size_t i = 0; i < n; ++i) lanes[i % 8] += a[i] * b[i];
+  return ((lanes[0] + lanes[4]) + (lanes[2] + lanes[6])) + ((lanes[1] + lanes[5]) + (lanes[3] + lanes[7]));
+}
+
+// One column and several, at any place in memory; sums of mixed signs, so that another order would show.
 TEST(BlockDot, SumsInItsDocumentedOrder) {
-  for (std::size_t n : {0u, 1u, 7u, 8u, 13u, 256u}) {
-    std::vector<double> a(n), b(n);
-    double lanes[8] = {};
-    for (std::size_t i = 0; i < n; ++i) {
-      a[i] = 1.0 / static_cast<double>(i + 1);
-      b[i] = 1e6 + static_cast<double>(i);
-      lanes[i % 8] += a[i] * b[i];
+  constexpr std::size_t kMost = 20;
+  std::vector<std::vector<double>> columns(kMost + 1, std::vector<double>(260));
+  for (std::size_t k = 0; k <= kMost; ++k)
+    for (std::size_t i = 0; i < columns[k].size(); ++i)
+      columns[k][i] = ((i + k) % 3 == 0 ? -1e6 : 1.0) / static_cast<double>(i * (k + 1) + 1);
+  WithEveryVectorWidth([&] {
+    for (std::size_t n = 0; n <= 257; n = n < 40 ? n + 1 : n + 31) {
+      const double* const a = columns[kMost].data() + n % 4;
+      const double* b[kMost];
+      for (std::size_t k = 0; k < kMost; ++k) b[k] = columns[k].data() + k % 3;
+      for (std::size_t count = 0; count <= kMost; ++count) {
+        std::vector<double> out(count + 1, 77);
+        BlockDots(a, b, count, n, out.data());
+        for (std::size_t k = 0; k < count; ++k) EXPECT_EQ(out[k], DotByPoints(a, b[k], n)) << n << ' ' << k;
+        EXPECT_EQ(out[count], 77);
+      }
+      EXPECT_EQ(BlockDot(a, b[1], n), DotByPoints(a, b[1], n)) << n;
     }
-    EXPECT_EQ(BlockDot(a.data(), b.data(), n),
-              ((lanes[0] + lanes[4]) + (lanes[2] + lanes[6])) + ((lanes[1] + lanes[5]) + (lanes[3] + lanes[7])));
-  }
+  });
 }
 
 }  // namespace
