@@ -8,6 +8,7 @@
 
 #include "core/DerivativeKind.h"
 #include "core/FaultFlags.h"
+#include "core/VectorWidth.h"
 #include "engine/CompiledModel.h"
 #include "engine/Differentiator.h"
 #include "engine/ModelClass.h"
@@ -59,15 +60,11 @@ struct Extrapolation {
     e.Stops[i] = std::abs(below[i] - e.Quotient[i]) >= kRidderSafe * e.Estimate[i] ? 1 : 0;
 }
 
-#ifdef __x86_64__
-[[gnu::target("avx2")]] void RoundWide(std::size_t k, Extrapolation& e) { Round(k, e); }
-#endif
-
 [[gnu::noinline]] void RunRound(std::size_t k, Extrapolation& e) {
-#ifdef __x86_64__
-  if (__builtin_cpu_supports("avx2")) return RoundWide(k, e);
-#endif
-  Round(k, e);
+  const auto round = [](auto, std::size_t number, Extrapolation* of) __attribute__((always_inline)) {
+    Round(number, *of);
+  };
+  AtFullWidth(round, k, &e);
 }
 
 // Hands out the answers of the points that stop after round k, and closes up the others.

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "core/Limits.h"
+#include "core/VectorWidth.h"
 
 // How a function of one or two numbers is run over arrays, with the bits of the one-number call.
 //
@@ -62,19 +63,14 @@ template <class Kernel, class... X>
   return true;
 }
 
-#ifdef __x86_64__
+// The same in vectors of full width.
 template <class Kernel, class... X>
-[[gnu::target("avx2")]] bool FillOrdinaryWide(Kernel kernel, std::size_t n, double* __restrict values, const X*... x) {
-  return FillOrdinary(kernel, n, values, x...);
-}
-#endif
-
-template <class Kernel, class... X>
-bool FillOrdinaryHere(Kernel kernel, std::size_t n, double* __restrict values, const X*... x) {
-#ifdef __x86_64__
-  if (__builtin_cpu_supports("avx2")) return FillOrdinaryWide(kernel, n, values, x...);
-#endif
-  return FillOrdinary(kernel, n, values, x...);
+bool FillOrdinaryWide(const Kernel& kernel, std::size_t n, double* values, const X*... x) {
+  const auto fill =
+      [](auto, const Kernel* of, std::size_t count, double* to, auto... from) __attribute__((always_inline)) {
+    return FillOrdinary(*of, count, to, from...);
+  };
+  return AtFullWidth(fill, &kernel, n, values, x...);
 }
 
 // y[i] = kernel(x[i]...) for n values. y may be one of the x, but may not overlap one in part.
@@ -84,7 +80,7 @@ void Run(Kernel kernel, std::size_t n, double* y, const X*... x) {
     double values[kBlock];
     const std::size_t count = std::min(kBlock, n);
     double* const to = ((y == x) || ...) ? values : y;
-    if (FillOrdinaryHere(kernel, count, to, x...))
+    if (FillOrdinaryWide(kernel, count, to, x...))
       for (std::size_t i = 0; i < count; ++i)
         if (!kernel.Ordinary(x[i]...)) to[i] = kernel.Otherwise(x[i]...);
     if (to == values) std::copy_n(values, count, y);

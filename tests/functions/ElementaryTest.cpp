@@ -7,6 +7,7 @@
 
 #include "TableFile.h"
 #include "core/FaultFlags.h"
+#include "core/VectorWidths.h"
 #include "functions/Elementary.h"
 
 namespace quorvex {
@@ -197,51 +198,66 @@ TEST(Elementary, RaisesTheFlagsOfFaultsAndNoOthers) {
       EXPECT_TRUE(right) << row[0] << form << ' ' << a << ' ' << b << " gives " << y;
     };
     check("", [&] { return function.At(a, b); });
-    for (const Function* form : {&function, &function == &kPower ? &kFixedPower : &function})
-      check(" in a block", [&] {
-        Column as(9, 0.75), bs(9, 1.25), ys(9);
-        as[5] = a, bs[5] = b;
-        form->Block(as.data(), bs.data(), ys.data(), 9);
-        return ys[5];
-      });
+    WithEveryVectorWidth([&] {
+      for (const Function* form : {&function, &function == &kPower ? &kFixedPower : &function})
+        check(" in a block", [&] {
+          Column as(19, 0.75), bs(19, 1.25), ys(19);
+          as[5] = a, bs[5] = b;
+          form->Block(as.data(), bs.data(), ys.data(), 19);
+          return ys[5];
+        });
+    });
   }
 }
 
-// Every length and place, special values among ordinary ones and blocks of either; also in place. Nothing is written
-// beyond the end.
-TEST(Elementary, GivesTheSameBitsInABlock) {
+// Every length and place, in vectors of every width: special values among ordinary ones, blocks of either, and any bits
+// at all; also in place. The flags are those of the one-number calls, and nothing is written beyond the end.
+TEST(Elementary, GivesTheSameBitsAndFlagsInABlock) {
   const double special[] = {0,     -0.0,  1,     2,      -1,        -2,   0.5,  3,    kTiny, -kTiny, kInf,
                             -kInf, kNaN,  kMax,  -kMax,  0x1p-1022, 8192, 8193, 710,  -720,  -746,   1e5,
                             -1e17, 1e300, 1e-30, 0x1p70, -33,       0.9,  1e22, -0.3, 745,   1.5};
   constexpr std::size_t kMost = 1100;
   Random random;
-  const auto draw = [&](bool odd) {
-    if (odd) return special[random.Word() % std::size(special)];
+  const auto draw = [&](unsigned odd) {  // of 8; beyond that any bits
+    if (odd > 8) return std::bit_cast<double>(random.Word());
+    if (random.Word() % 8 < odd) return special[random.Word() % std::size(special)];
     return random.Word() % 2 ? random.Between(-6, 6) : random.Between(0.001, 300);
   };
   for (const Function* function : kFunctions) {
-    for (const unsigned odd : {0U, 1U, 8U}) {  // of 8
+    for (const unsigned odd : {0U, 1U, 8U, 9U}) {
       Column a(kMost + 4), b(kMost + 4), expected(kMost + 4);
+      std::vector<int> raised(kMost + 4);
       for (std::size_t i = 0; i < a.size(); ++i) {
-        a[i] = draw(random.Word() % 8 < odd);
-        b[i] = function == &kFixedPower && i % 7 != 0 ? b[i - 1] : draw(random.Word() % 8 < odd);
+        a[i] = draw(odd);
+        b[i] = function == &kFixedPower && i % 7 != 0 ? b[i - 1] : draw(odd);
+        ClearFaultFlags();
         expected[i] = function->At(a[i], b[i]);
+        raised[i] = std::fetestexcept(kFaultFlags);
       }
       const auto compare = [&](std::size_t from, std::size_t n) {
         Column apart(n + 1, 77), inPlace(a.begin() + static_cast<std::ptrdiff_t>(from), a.end());
+        ClearFaultFlags();
         function->Block(a.data() + from, b.data() + from, apart.data(), n);
+        int flags = std::fetestexcept(kFaultFlags);
+        for (std::size_t i = 0; i < n; ++i) flags &= ~raised[from + i];
+        EXPECT_EQ(flags, 0) << function->Name << ", raised by no one number among " << n;
         function->Block(inPlace.data(), b.data() + from, inPlace.data(), n);
         for (std::size_t i = 0; i < n; ++i) {
-          ASSERT_TRUE(SameBits(apart[i], expected[from + i]))
+          flags = std::fetestexcept(kFaultFlags);
+          ASSERT_EQ(flags & raised[from + i], raised[from + i]) << function->Name << ' ' << a[from + i];
+          const bool bothNaN = std::isnan(apart[i]) && std::isnan(expected[from + i]);
+          ASSERT_TRUE(bothNaN || SameBits(apart[i], expected[from + i]))
               << function->Name << ' ' << a[from + i] << ' ' << b[from + i] << ", place " << i << " of " << n;
-          ASSERT_TRUE(SameBits(inPlace[i], expected[from + i])) << function->Name << " in place";
+          ASSERT_TRUE(SameBits(inPlace[i], apart[i])) << function->Name << " in place";
         }
         EXPECT_EQ(apart[n], 77);
         EXPECT_TRUE(SameBits(inPlace[n], a[from + n]));
       };
-      for (std::size_t n = 0; n <= 40; ++n)
-        for (std::size_t from = 0; from < 4; ++from) compare(from, n);
-      for (const std::size_t n : {255U, 256U, 257U, 1100U}) compare(1, n);
+      WithEveryVectorWidth([&] {
+        for (std::size_t n = 0; n <= 40; ++n)
+          for (std::size_t from = 0; from < 4; ++from) compare(from, n);
+        for (const std::size_t n : {255U, 256U, 257U, 1100U}) compare(1, n);
+      });
     }
   }
 }
