@@ -6,6 +6,7 @@
 
 #include "core/Limits.h"
 #include "core/VectorWidth.h"
+#include "functions/DoubleDouble.h"
 
 // How a function of one or two numbers is run over arrays, with the bits of the one-number call.
 //
@@ -19,6 +20,9 @@
 //
 // A kernel may have a second one, Modest, for a narrower range in which the same bits take less work: it runs over the
 // blocks that lie within that range as a whole.
+//
+// A kernel may do At in two steps, Second(First(x...), x...), with a sum of two doubles between them: each step then
+// has a loop of its own, since the processor looks ahead over more points where a point takes fewer instructions.
 //
 // At is a fixed sequence of IEEE operations and fused operations are never made, so neither the width of the
 // instructions nor the place in a block can change a bit.
@@ -44,7 +48,17 @@ template <class Kernel, class... X>
   std::uint64_t odd = 0;
   for (std::size_t i = 0; i < n; ++i) odd |= kernel.Ordinary(x[i]...) ? 0U : 1U;
   const auto fill = [&](const auto*... from) __attribute__((always_inline)) {
-    for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(from[i]...);
+    if constexpr (requires { kernel.First(from[0]...); }) {
+      double hi[kBlock], lo[kBlock];
+      for (std::size_t i = 0; i < n; ++i) {
+        const DoubleDouble first = kernel.First(from[i]...);
+        hi[i] = first.Hi;
+        lo[i] = first.Lo;
+      }
+      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.Second({hi[i], lo[i]}, from[i]...);
+    } else {
+      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(from[i]...);
+    }
   };
   if (odd == 0) {
     fill(x...);

@@ -235,9 +235,8 @@ struct Log10Kernel {
 // Exponents beyond these bounds lead to 1 or out of range whatever the base is, unless it is 1 itself.
 constexpr double kSmallestExponent = 0x1p-66, kLargestExponent = 0x1p66;
 
-// x^b for x > 0 given by its bits and an exponent within those bounds.
-[[gnu::always_inline]] inline double PowerOfBits(Bits x, double b) {
-  const DoubleDouble ln = ExtendedLn(x);
+// exp(b*ln) for an exponent within those bounds.
+[[gnu::always_inline]] inline double ExpOfProduct(double b, DoubleDouble ln) {
   const DoubleDouble product = Product(b, ln.Hi);
   const Bits tooMuch = Mask(MagnitudeBits(product.Hi) > BitsOf(kBeyondExp));
   ExpArgument argument = ReduceExp(Select(tooMuch, std::copysign(kHeldExp, product.Hi), product.Hi));
@@ -245,6 +244,9 @@ constexpr double kSmallestExponent = 0x1p-66, kLargestExponent = 0x1p66;
   argument.R += Select(tooMuch, 0.0, product.Lo + b * ln.Lo);
   return ScaledExp(argument);
 }
+
+// x^b for x > 0 given by its bits.
+[[gnu::always_inline]] inline double PowerOfBits(Bits x, double b) { return ExpOfProduct(b, ExtendedLn(x)); }
 
 [[gnu::always_inline]] inline bool OrdinaryExponent(double b) {
   const Bits aboveSmallest = MagnitudeBits(b) - BitsOf(kSmallestExponent);
@@ -281,7 +283,9 @@ struct PowerKernel {
   [[gnu::always_inline]] static bool Ordinary(double a, double b) {
     return LnKernel::Ordinary(a) && OrdinaryExponent(b);
   }
-  [[gnu::always_inline]] static double At(double a, double b) { return PowerOfBits(BitsOf(a), b); }
+  [[gnu::always_inline]] static double At(double a, double b) { return Second(First(a, b), a, b); }
+  [[gnu::always_inline]] static DoubleDouble First(double a, double) { return ExtendedLn(BitsOf(a)); }
+  [[gnu::always_inline]] static double Second(DoubleDouble ln, double, double b) { return ExpOfProduct(b, ln); }
   static double Otherwise(double a, double b) { return PowerOtherwise(a, b); }
 };
 
@@ -292,8 +296,10 @@ struct FixedPowerKernel {
       : b(exponent), dropped(IsWhole(exponent) ? kSign : 0), given(IsOdd(exponent) ? kSign : 0) {}
 
   [[gnu::always_inline]] bool Ordinary(double a) const { return LnKernel::Ordinary(DoubleOf(BitsOf(a) & ~dropped)); }
-  [[gnu::always_inline]] double At(double a) const {
-    return DoubleOf(BitsOf(PowerOfBits(BitsOf(a) & ~dropped, b)) ^ (BitsOf(a) & given));
+  [[gnu::always_inline]] double At(double a) const { return Second(First(a), a); }
+  [[gnu::always_inline]] DoubleDouble First(double a) const { return ExtendedLn(BitsOf(a) & ~dropped); }
+  [[gnu::always_inline]] double Second(DoubleDouble ln, double a) const {
+    return DoubleOf(BitsOf(ExpOfProduct(b, ln)) ^ (BitsOf(a) & given));
   }
   double Otherwise(double a) const { return PowerOtherwise(a, b); }
 
@@ -315,9 +321,11 @@ void PowerBlock(const double* a, const double* b, double* y, std::size_t n) { bl
 
 void PowerBlock(const double* a, double b, double* y, std::size_t n) {
   if (OrdinaryExponent(b)) return blocks::Run(FixedPowerKernel(b), n, y, a);
-  // In a loop of its own, which turns into vector instructions; PowerOtherwise is called for one base at a time.
   if (b == 2) {
-    for (std::size_t i = 0; i < n; ++i) y[i] = a[i] * a[i];
+    const auto squares = [](auto, std::size_t count, const double* from, double* to) __attribute__((always_inline)) {
+      for (std::size_t i = 0; i < count; ++i) to[i] = from[i] * from[i];
+    };
+    AtFullWidth(squares, n, a, y);
   } else {
     for (std::size_t i = 0; i < n; ++i) y[i] = PowerOtherwise(a[i], b);
   }
