@@ -1,50 +1,75 @@
 #include "equation/BlockOperations.h"
 
 #include <algorithm>
+#include <cmath>
+#include <type_traits>
 
 #include "core/Limits.h"
+#include "core/VectorWidth.h"
 #include "equation/IntrinsicFunctions.h"
 #include "equation/Operators.h"
+#include "functions/BitPatterns.h"
 #include "functions/Elementary.h"
 
 namespace quorvex {
 namespace {
 
-// The four shapes of an operation, so that the loops run over arrays and constants alone.
-template <class Operation>
-[[gnu::always_inline]] inline void Shapes(const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out,
-                                          Operation operation) {
-  const double* const x = a.Points;
-  const double* const y = b.Points;
-  if (x != nullptr && y != nullptr) {
-    for (std::size_t i = 0; i < n; ++i) out[i] = operation(x[i], y[i]);
-  } else if (x != nullptr) {
-    const double value = b.Value;
-    for (std::size_t i = 0; i < n; ++i) out[i] = operation(x[i], value);
-  } else if (y != nullptr) {
-    const double value = a.Value;
-    for (std::size_t i = 0; i < n; ++i) out[i] = operation(value, y[i]);
+// An operand that is a value per point, and one that is the same at all: each
+// pair of them has a loop of its own.
+struct PerPoint {
+  const double* Points;
+  [[gnu::always_inline]] double At(std::size_t i) const { return Points[i]; }
+};
+struct ForAll {
+  double Value;
+  [[gnu::always_inline]] double At(std::size_t) const { return Value; }
+};
+
+template <class Use>
+[[gnu::always_inline]] inline void WithShape(const BlockOperand& a, Use use) {
+  if (a.Points != nullptr)
+    use(PerPoint{a.Points});
+  else
+    use(ForAll{a.Value});
+}
+
+// out[i] = Operation(operands...[i]), in vectors of full width: they change no
+// bit, since each result is one sequence of IEEE operations.
+template <class Operation, class... Operands>
+void Loop(std::size_t n, double* out, Operands... operands) {
+  if constexpr ((std::is_same_v<Operands, ForAll> && ...)) {
+    std::fill_n(out, n, Operation()(operands.Value...));
   } else {
-    const double value = operation(a.Value, b.Value);
-    for (std::size_t i = 0; i < n; ++i) out[i] = value;
+    const auto loop = [](auto, std::size_t count, double* to, auto... of) __attribute__((always_inline)) {
+      for (std::size_t i = 0; i < count; ++i) to[i] = Operation()(of.At(i)...);
+    };
+    AtFullWidth(loop, n, out, operands...);
   }
 }
 
-// Wider instructions where the processor has them change no bit: each result is one IEEE operation.
-#ifdef __x86_64__
 template <class Operation>
-[[gnu::target("avx2")]] void ShapesWide(const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out,
-                                        Operation operation) {
-  Shapes(a, b, n, out, operation);
+void Over(const BlockOperand& a, std::size_t n, double* out, Operation) {
+  WithShape(a, [&](auto x) { Loop<Operation>(n, out, x); });
 }
-#endif
 
 template <class Operation>
-void Over(const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out, Operation operation) {
-#ifdef __x86_64__
-  if (__builtin_cpu_supports("avx2")) return ShapesWide(a, b, n, out, operation);
-#endif
-  Shapes(a, b, n, out, operation);
+void Over(const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out, Operation) {
+  WithShape(a, [&](auto x) { WithShape(b, [&](auto y) { Loop<Operation>(n, out, x, y); }); });
+}
+
+template <class Operation>
+void Over(const BlockOperand& a, const BlockOperand& b, const BlockOperand& c, std::size_t n, double* out, Operation) {
+  WithShape(a, [&](auto x) {
+    WithShape(b, [&](auto y) { WithShape(c, [&](auto z) { Loop<Operation>(n, out, x, y, z); }); });
+  });
+}
+
+// 1/x for a power of two whose inverse is one, too, else 0. Multiplied by that, which is quick, a number gives what it
+// gives divided by x.
+double InverseOfPowerOfTwo(double x) {
+  const bool isPower = (BitsOf(x) & (~Bits{0} >> 12)) == 0;
+  const bool isInvertible = MagnitudeBits(x) >= BitsOf(0x1p-1022) && MagnitudeBits(x) <= BitsOf(0x1p1022);
+  return isPower && isInvertible ? 1 / x : 0;
 }
 
 void PowerOverBlock(const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out) {
@@ -53,7 +78,8 @@ void PowerOverBlock(const BlockOperand& a, const BlockOperand& b, std::size_t n,
   } else if (a.Points != nullptr) {
     PowerBlock(a.Points, b.Value, out, n);
   } else if (b.Points != nullptr && n > 1) {
-    double base[kBlock];  // the loop over two arrays is several times as fast as one by one
+    double base[kBlock];  // the loop over two arrays is several times as fast as
+                          // one by one
     std::fill_n(base, std::min(n, kBlock), a.Value);
     for (std::size_t i = 0; i < n; i += kBlock) PowerBlock(base, b.Points + i, out + i, std::min(kBlock, n - i));
   } else {
@@ -122,11 +148,8 @@ BlockFunction BlockFunctionOf(int code) {
 }  // namespace
 
 void UnaryOverBlock(int code, const BlockOperand& a, std::size_t n, double* out) {
-  if (code == kNegate && a.Points != nullptr) {
-    for (std::size_t i = 0; i < n; ++i) out[i] = -a.Points[i];
-  } else {
-    for (std::size_t i = 0; i < n; ++i) out[i] = UnaryOperation(code, a.At(i));
-  }
+  if (code == kNegate) return Over(a, n, out, [](double x) { return -x; });
+  for (std::size_t i = 0; i < n; ++i) out[i] = UnaryOperation(code, a.At(i));
 }
 
 void BinaryOverBlock(int code, const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out) {
@@ -140,7 +163,22 @@ void BinaryOverBlock(int code, const BlockOperand& a, const BlockOperand& b, std
     case kMultiply:
       return Over(a, b, n, out, [](double x, double y) { return x * y; });
     case kDivide:
+      if (b.Points == nullptr)
+        if (const double inverse = InverseOfPowerOfTwo(b.Value); inverse != 0)
+          return BinaryOverBlock(kMultiply, a, {nullptr, inverse}, n, out);
       return Over(a, b, n, out, [](double x, double y) { return x / y; });
+    case kEqual:
+      return Over(a, b, n, out, [](double x, double y) { return Truth(x == y); });
+    case kLess:
+      return Over(a, b, n, out, [](double x, double y) { return Truth(x < y); });
+    case kGreater:
+      return BinaryOverBlock(kLess, b, a, n, out);
+    case kUnequal:
+      return Over(a, b, n, out, [](double x, double y) { return Truth(x != y); });
+    case kLessOrEqual:
+      return Over(a, b, n, out, [](double x, double y) { return Truth(x <= y); });
+    case kGreaterOrEqual:
+      return BinaryOverBlock(kLessOrEqual, b, a, n, out);
     default:
       for (std::size_t i = 0; i < n; ++i) out[i] = BinaryOperation(code, a.At(i), b.At(i));
   }
@@ -148,11 +186,20 @@ void BinaryOverBlock(int code, const BlockOperand& a, const BlockOperand& b, std
 
 void AddProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
                          double* out) {
-  for (std::size_t i = 0; i < n; ++i) out[i] = sum.At(i) + a.At(i) * b.At(i);
+  Over(sum, a, b, n, out, [](double s, double x, double y) { return s + x * y; });
+}
+
+void SubtractProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
+                              double* out) {
+  Over(sum, a, b, n, out, [](double s, double x, double y) { return s - x * y; });
 }
 
 void QuotientOverBlock(const double* above, const double* below, double divisor, std::size_t n, double* out) {
-  Over({above, 0}, {below, 0}, n, out, [divisor](double x, double y) { return (x - y) / divisor; });
+  const BlockOperand x{above, 0}, y{below, 0};
+  if (const double inverse = InverseOfPowerOfTwo(divisor); inverse != 0)
+    Over(x, y, {nullptr, inverse}, n, out, [](double v, double w, double factor) { return (v - w) * factor; });
+  else
+    Over(x, y, {nullptr, divisor}, n, out, [](double v, double w, double by) { return (v - w) / by; });
 }
 
 void FunctionOverBlock(int code, const BlockOperand (&arguments)[3], std::size_t n, double* out) {

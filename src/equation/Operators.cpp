@@ -10,8 +10,6 @@
 namespace quorvex {
 namespace {
 
-double Truth(bool holds) { return holds ? -1.0 : 0.0; }
-
 // Quotient and remainder of the rounded operands, truncated toward zero.
 struct Division {
   Division(double a, double b) : dividend(RoundToInt32(a)), divisor(RoundToInt32(b)) {

@@ -10,4 +10,7 @@ namespace quorvex {
 double UnaryOperation(int code, double a);
 double BinaryOperation(int code, double a, double b);
 
+// What comparisons give.
+constexpr double Truth(bool holds) { return holds ? -1.0 : 0.0; }
+
 }  // namespace quorvex
