@@ -1,0 +1,97 @@
+#include "functions/densities.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/NumericFault.h"
+#include "functions/Elementary.h"
+#include "functions/NearOne.h"
+#include "functions/TailIntegral.h"
+#include "functions/digamma.h"
+#include "functions/gamma.h"
+
+namespace quorvex {
+namespace {
+
+constexpr double kStirling = 10;
+constexpr double kTwoPi = 6.283185307179586;
+
+// From here on the power series of the incomplete gamma function takes ever more terms near its mean.
+constexpr double kLargeParameter = 1000;
+
+// The sum of c(n) (psi(a + n + 1) - ln x) with c(n) = x^n / ((a+1)...(a+n)), which is positive.
+double ParameterSeries(double a, double x) {
+  constexpr double kSettled = 1e-17;
+  constexpr int kMostTerms = 5000;
+  double digamma = Digamma(a + 1) - Ln(x);
+  double factor = 1;
+  double sum = 0;
+  for (int n = 1; n <= kMostTerms; ++n) {
+    const double term = factor * digamma;
+    sum += term;
+    digamma += 1 / (a + n);
+    factor *= x / (a + n);
+    if (x < a + n && factor * digamma < kSettled * sum) return sum;
+  }
+  throw NumericFault();
+}
+
+// ln(x) - psi(a), without cancellation for a large a with x near it.
+double LnLessDigamma(double a, double x) {
+  if (a < kStirling) return Ln(x) - Digamma(a);
+  const double ratio = (x - a) / a;
+  return (std::abs(ratio) < 0.5 ? LnOnePlus(ratio) : Ln(x) - Ln(a)) - DigammaLessLn(a);
+}
+
+}  // namespace
+
+double GammaDensity(double a, double x) {
+  if (!(a > 0 && x >= 0)) throw NumericFault();
+  if (x == 0) return Power(0, a - 1);
+  if (a < kStirling) return Exp((a - 1) * Ln(x) - x - LnGamma(a));
+  return Exp(-Deviance(a, x) - StirlingRest(a) - Ln(x)) * Sqr(a / kTwoPi);
+}
+
+double GammaByParameter(double a, double x) {
+  if (!(a > 0 && x >= 0)) throw NumericFault();
+  if (x == 0) return 0;
+  if (a < kLargeParameter && Ln(x) < Digamma(a + 1)) return -GammaDensity(a + 1, x) * ParameterSeries(a, x);
+  // The integrals over t = x (1 + w) above and x (1 - w) below, in units of the density at x.
+  const double front = GammaDensity(a, x) * x;
+  if (front == 0) return 0;
+  const double lean = LnLessDigamma(a, x);
+  const double width = 1 / Sqr(a);
+  if (lean < 0) {
+    const auto below = [=](double w) {
+      return w * (x + 1 - a) - (a - 1) * LessLnOnePlus(-w) + Ln((-lean - LnOnePlus(-w)) / width);
+    };
+    return -front * width * TailIntegral(below, width, 0.999);
+  }
+  const auto above = [=](double w) {
+    return w * (a - 1 - x) - (a - 1) * LessLnOnePlus(w) + Ln((lean + LnOnePlus(w)) / width);
+  };
+  return -front * width * TailIntegral(above, width, 1e9);
+}
+
+double BetaDensity(double a, double b, Parts parts) {
+  const auto [x, y] = parts;
+  if (!(a > 0 && b > 0 && x >= 0 && y >= 0)) throw NumericFault();
+  if (x == 0 || y == 0) return Power(0, (x == 0 ? a : b) - 1) * Exp(-LnBeta(a, b));
+  const double lnX = x < 0.5 ? Ln(x) : LnOnePlus(-y);
+  const double lnY = y < 0.5 ? Ln(y) : LnOnePlus(-x);
+  if (std::min(a, b) < kStirling) return Exp((a - 1) * lnX + (b - 1) * lnY - LnBeta(a, b));
+  const double n = a + b;
+  const double lost = Deviance(a, n * x) + Deviance(b, n * y);
+  return Exp(StirlingRest(n) - StirlingRest(a) - StirlingRest(b) - lost - lnX - lnY) * Sqr(a / kTwoPi * (b / n));
+}
+
+double StudentDensity(double t, double v) {
+  // Beyond it 1 is nothing beside its square.
+  constexpr double kLarge = 1e9;
+  if (!(v > 0)) throw NumericFault();
+  const double s = std::abs(t) / Sqr(v);
+  const double logarithm = s > kLarge ? 2 * Ln(s) : LnOnePlus(s * s);
+  return 2 * Exp(-(v + 1) / 2 * logarithm - LnBeta(0.5, v / 2)) / Sqr(v);
+}
+
+}  // namespace quorvex

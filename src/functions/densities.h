@@ -1,0 +1,27 @@
+#pragma once
+
+#include "functions/betai.h"
+
+namespace quorvex {
+
+// Densities of distributions, the derivatives of their functions by the argument, with all digits that the rounding of
+// a logarithm of some hundred leaves; and the derivative of the incomplete gamma function by its parameter. Parameters
+// that are not positive throw NumericFault; a pole shows in the processor's flags.
+
+// d/dx P(a, x) = x^(a-1) exp(-x) / Gamma(a) for x >= 0. From a = 10 on by Stirling's series in Loader's form (see
+// Deviance).
+double GammaDensity(double a, double x);
+
+// d/da P(a, x) for x >= 0. Below x = exp(psi(a + 1)) by the derivative of the power series P(a, x) =
+// sum of x^(a+n) exp(-x) / Gamma(a+n+1) term by term (DLMF 8.11.4), above it by the integral over the tail of
+// density(t) (ln t - psi(a)): in both there is but one sign. From a = 1000 on by the integral on both sides.
+// Relative error some 1e-13.
+double GammaByParameter(double a, double x);
+
+// d/dx of the incomplete beta function betai(a, b, x): x^(a-1) y^(b-1) / B(a, b), where y = 1 - x.
+double BetaDensity(double a, double b, Parts parts);
+
+// The density of Student's t with v degrees of freedom on both sides of 0: twice that of t.
+double StudentDensity(double t, double v);
+
+}  // namespace quorvex
