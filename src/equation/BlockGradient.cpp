@@ -153,16 +153,11 @@ class BlockProgram::Sweep {
       }
       case kPower:
         if (first)
-          AddProduct(
-              a, from,
-              Partial(
-                  0, [&](double* out) { PowerByBase(ValueOf(a), ValueOf(b), ValueOf(index), Count(index), out); },
-                  index));
+          AddPartial(index, a, from,
+                     [&](double* out) { PowerByBase(ValueOf(a), ValueOf(b), ValueOf(index), Count(index), out); });
         if (second)
-          AddProduct(
-              b, from,
-              Partial(
-                  1, [&](double* out) { PowerByExponent(ValueOf(a), ValueOf(index), Count(index), out); }, index));
+          AddPartial(index, b, from,
+                     [&](double* out) { PowerByExponent(ValueOf(a), ValueOf(index), Count(index), out); });
         break;
       default:
         break;  // the others go in steps
@@ -178,22 +173,25 @@ class BlockProgram::Sweep {
         AddProduct(node.Operands[k], from, ValueOf(index));
         continue;
       }
-      AddProduct(
-          node.Operands[k], from,
-          Partial(
-              0, [&](double* out) { PartialOverBlock(node.Code, k, arguments, ValueOf(index), Count(index), out); },
-              index));
+      AddPartial(index, node.Operands[k], from,
+                 [&](double* out) { PartialOverBlock(node.Code, k, arguments, ValueOf(index), Count(index), out); });
     }
   }
 
   std::size_t Count(std::uint32_t index) const { return program_.nodes_[index].Uniform ? 1 : n_; }
 
-  // What `fill` computes: one number for a node that is the same at all points, else a block of them.
+  // Adds to an operand's derivative that of the node at `index` times its own derivative by the operand, which `fill`
+  // computes: one number where the node is the same at all points, else a block of them.
   template <class Fill>
-  BlockOperand Partial(std::size_t scratch, Fill fill, std::uint32_t index) {
-    double* const place = adjoints_.Scratch[scratch].data();
+  void AddPartial(std::uint32_t index, std::uint32_t operand, const BlockOperand& from, Fill fill) {
+    double* const place = adjoints_.Scratch[0].data();
     fill(place);
-    return program_.nodes_[index].Uniform ? BlockOperand{nullptr, place[0]} : BlockOperand{place, 0};
+    const BlockOperand partial =
+        program_.nodes_[index].Uniform ? BlockOperand{nullptr, place[0]} : BlockOperand{place, 0};
+    if (IsOne(from))
+      Add(operand, Kept(operand, partial));
+    else
+      AddProduct(operand, from, partial);
   }
 
   BlockOperand Over(int code, const BlockOperand& a, const BlockOperand& b, std::size_t scratch) {
