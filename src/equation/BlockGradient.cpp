@@ -10,13 +10,13 @@
 namespace quorvex {
 namespace {
 
-constexpr BlockOperand kOne{nullptr, 1};
-
-bool IsOne(const BlockOperand& a) { return a.Points == nullptr && a.Value == 1; }
+// So many steps are rather computed twice than put down once more.
+constexpr std::size_t kFewSteps = 1;
 
 }  // namespace
 
-// What one sweep knows of each node: the derivative of the result by its value, as far as its users were met.
+// What one sweep knows of each node: the derivative of the result by its value, as far as its users were met. It stays
+// a chain of what is to be computed until the end, or until several such chains meet.
 class BlockProgram::Sweep {
  public:
   Sweep(BlockProgram& program, double* const* dyda)
@@ -24,9 +24,12 @@ class BlockProgram::Sweep {
 
   void Run() {
     adjoints_.Known.assign(adjoints_.Known.size(), false);
-    Add(program_.result_, kOne);
+    if (IsWanted(program_.result_)) Add(program_.result_, BlockOperand{nullptr, 1});
     for (std::uint32_t i = program_.result_ + 1; i-- > 0;)
       if (adjoints_.Known[i]) Pass(i);
+    // What no path leads to from the result, as in the branch that was not taken, has no part in it.
+    for (std::size_t c = 0; c < program_.wanted_.size(); ++c)
+      if (program_.wanted_[c] && !adjoints_.Known[program_.coefficientNodes_[c]]) std::fill_n(dyda_[c], n_, 0.0);
   }
 
  private:
@@ -34,7 +37,7 @@ class BlockProgram::Sweep {
 
   const BlockOperand& ValueOf(std::uint32_t node) const { return program_.base_.Values[node]; }
 
-  // Where the derivative by a node is put together: for a coefficient where the caller wants it.
+  // Where the derivative by a node is put down: for a coefficient where the caller wants it.
   double* PlaceOf(std::uint32_t node) {
     const Node& at = program_.nodes_[node];
     if (at.What == Kind::Coefficient) return dyda_[at.Code];
@@ -51,59 +54,39 @@ class BlockProgram::Sweep {
 
   bool IsWanted(std::uint32_t node) const { return program_.active_[node]; }
 
-  void Add(std::uint32_t node, const BlockOperand& part) {
+  void PutDown(std::uint32_t node, PendingChain& chain) {
+    double* const place = PlaceOf(node);
+    chain.ComputeTo(n_, place);
+    chain = BlockOperand{place, 0};
+  }
+
+  void Add(std::uint32_t node, PendingChain part) {
     node = Shared(node);
-    BlockOperand& sum = adjoints_.Values[node];
+    PendingChain& sum = adjoints_.Values[node];
     if (!adjoints_.Known[node]) {
       adjoints_.Known[node] = true;
       sum = part;
-    } else if (sum.Points == nullptr && part.Points == nullptr) {
-      sum.Value += part.Value;
-    } else {
-      double* const place = PlaceOf(node);
-      BinaryOverBlock(kAdd, sum, part, n_, place);
-      sum = {place, 0};
+      return;
     }
-  }
-
-  void AddProduct(std::uint32_t node, const BlockOperand& a, const BlockOperand& b) {
-    if (IsOne(a)) return Add(node, b);
-    if (IsOne(b)) return Add(node, a);
-    if (a.Points == nullptr && b.Points == nullptr) return Add(node, {nullptr, a.Value * b.Value});
-    node = Shared(node);
-    double* const place = PlaceOf(node);
-    BlockOperand& sum = adjoints_.Values[node];
-    if (adjoints_.Known[node])
-      AddProductOverBlock(sum, a, b, n_, place);
-    else
-      BinaryOverBlock(kMultiply, a, b, n_, place);
-    adjoints_.Known[node] = true;
-    sum = {place, 0};
-  }
-
-  void AddNegated(std::uint32_t node, const BlockOperand& part) {
-    if (part.Points == nullptr) return Add(node, {nullptr, -part.Value});
-    node = Shared(node);
-    double* const place = PlaceOf(node);
-    BlockOperand& sum = adjoints_.Values[node];
-    if (adjoints_.Known[node])
-      BinaryOverBlock(kSubtract, sum, part, n_, place);
-    else
-      UnaryOverBlock(kNegate, part, n_, place);
-    adjoints_.Known[node] = true;
-    sum = {place, 0};
+    if (!sum.IsOperand() && part.IsOperand()) std::swap(sum, part);
+    if (!sum.IsOperand()) PutDown(node, sum);
+    part.Do(ChainOp::Add, sum.Start());
+    if (!part.IsOperand()) PutDown(node, part);
+    sum = part;
   }
 
   // Hands the derivative by the node on to what the node is computed from.
   void Pass(std::uint32_t index) {
     const Node& node = program_.nodes_[index];
-    const BlockOperand from = adjoints_.Values[index];
+    PendingChain& from = adjoints_.Values[index];
+    if (node.What == Kind::Coefficient) return Finish(index, from);
+    std::size_t heirs = 0;
+    for (std::size_t k = 0; k < node.OperandCount; ++k) heirs += IsWanted(node.Operands[k]);
+    if ((heirs > 1 && from.StepCount() > kFewSteps) || from.StepCount() + kMostSteps > PendingChain::kMost)
+      PutDown(index, from);
     switch (node.What) {
-      case Kind::Coefficient:
-        Finish(index, from);
-        break;
       case Kind::Unary:
-        if (node.Code == kNegate && IsWanted(node.Operands[0])) AddNegated(node.Operands[0], from);
+        if (node.Code == kNegate) Hand(node.Operands[0], from, {{ChainOp::Negate, {}}});
         break;
       case Kind::Binary:
         PassOperator(index, node, from);
@@ -111,119 +94,104 @@ class BlockProgram::Sweep {
       case Kind::Function:
         PassFunction(index, node, from);
         break;
-      case Kind::Choice: {
-        const std::uint32_t taken = node.Operands[ValueOf(node.Operands[0]).Value != 0 ? 1 : 2];
-        if (IsWanted(taken)) Add(taken, from);
+      case Kind::Choice:
+        Hand(node.Operands[ValueOf(node.Operands[0]).Value != 0 ? 1 : 2], from, {});
         break;
-      }
       default:
         break;  // of variables, numbers and conditions nobody asks
     }
   }
 
-  void Finish(std::uint32_t index, const BlockOperand& from) {
+  void Finish(std::uint32_t index, const PendingChain& from) {
     double* const to = dyda_[program_.nodes_[index].Code];
-    if (from.Points == nullptr)
-      std::fill_n(to, n_, from.Value);
-    else if (from.Points != to)
-      std::copy_n(from.Points, n_, to);
+    if (from.IsOperand() && from.Start().Points == nullptr)
+      std::fill_n(to, n_, from.Start().Value);
+    else if (from.IsOperand() && from.Start().Points != to)
+      std::copy_n(from.Start().Points, n_, to);
+    else if (!from.IsOperand())
+      from.ComputeTo(n_, to);
   }
 
-  void PassOperator(std::uint32_t index, const Node& node, const BlockOperand& from) {
+  // Adds to the derivative by an operand what the steps make of that by the node, if anybody wants it.
+  void Hand(std::uint32_t operand, PendingChain from, std::initializer_list<ChainStep> steps) {
+    if (!IsWanted(operand)) return;
+    for (const ChainStep& step : steps) from.Do(step.Op, step.Operand);
+    Add(operand, from);
+  }
+
+  void PassOperator(std::uint32_t index, const Node& node, const PendingChain& from) {
     const std::uint32_t a = node.Operands[0], b = node.Operands[1];
-    const bool first = IsWanted(a), second = IsWanted(b);
+    const BlockOperand& first = ValueOf(a);
+    const BlockOperand& second = ValueOf(b);
     switch (node.Code) {
       case kAdd:
-        if (first) Add(a, from);
-        if (second) Add(b, from);
+        Hand(a, from, {});
+        Hand(b, from, {});
         break;
       case kSubtract:
-        if (first) Add(a, from);
-        if (second) AddNegated(b, from);
+        Hand(a, from, {});
+        Hand(b, from, {{ChainOp::Negate, {}}});
         break;
       case kMultiply:
-        if (first) AddProduct(a, from, ValueOf(b));
-        if (second) AddProduct(b, from, ValueOf(a));
+        Hand(a, from, {{ChainOp::Multiply, second}});
+        Hand(b, from, {{ChainOp::Multiply, first}});
         break;
-      case kDivide: {
-        const BlockOperand part = Over(kDivide, from, ValueOf(b), 0);
-        if (first) Add(a, Kept(a, part));
-        if (second) AddNegated(b, Over(kMultiply, part, ValueOf(index), 1));
+      case kDivide:
+        Hand(a, from, {{ChainOp::Divide, second}});
+        Hand(b, from, {{ChainOp::Divide, second}, {ChainOp::Multiply, ValueOf(index)}, {ChainOp::Negate, {}}});
         break;
-      }
       case kPower:
-        if (first)
-          AddPartial(index, a, from,
-                     [&](double* out) { PowerByBase(ValueOf(a), ValueOf(b), ValueOf(index), Count(index), out); });
-        if (second)
-          AddPartial(index, b, from,
-                     [&](double* out) { PowerByExponent(ValueOf(a), ValueOf(index), Count(index), out); });
+        if (second.Points == nullptr && second.Value == 2)
+          Hand(a, from, {{ChainOp::Multiply, first}, {ChainOp::Multiply, second}});
+        else if (IsWanted(a))
+          HandPartial(index, 0, from,
+                      [&](std::size_t n, double* out) { PowerByBase(first, second, ValueOf(index), n, out); });
+        if (IsWanted(b))
+          HandPartial(index, 1, from,
+                      [&](std::size_t n, double* out) { PowerByExponent(first, ValueOf(index), n, out); });
         break;
       default:
         break;  // the others go in steps
     }
   }
 
-  void PassFunction(std::uint32_t index, const Node& node, const BlockOperand& from) {
+  void PassFunction(std::uint32_t index, const Node& node, const PendingChain& from) {
+    if (node.Code == kExpCode) return Hand(node.Operands[0], from, {{ChainOp::Multiply, ValueOf(index)}});
     BlockOperand arguments[3] = {};
     for (std::size_t k = 0; k < node.OperandCount; ++k) arguments[k] = ValueOf(node.Operands[k]);
-    for (std::size_t k = 0; k < node.OperandCount; ++k) {
-      if (!IsWanted(node.Operands[k])) continue;
-      if (node.Code == kExpCode) {
-        AddProduct(node.Operands[k], from, ValueOf(index));
-        continue;
-      }
-      AddPartial(index, node.Operands[k], from,
-                 [&](double* out) { PartialOverBlock(node.Code, k, arguments, ValueOf(index), Count(index), out); });
-    }
+    for (std::size_t k = 0; k < node.OperandCount; ++k)
+      if (IsWanted(node.Operands[k]))
+        HandPartial(index, k, from, [&](std::size_t n, double* out) {
+          PartialOverBlock(node.Code, k, arguments, ValueOf(index), n, out);
+        });
   }
 
-  std::size_t Count(std::uint32_t index) const { return program_.nodes_[index].Uniform ? 1 : n_; }
-
-  // Adds to an operand's derivative that of the node at `index` times its own derivative by the operand, which `fill`
-  // computes: one number where the node is the same at all points, else a block of them.
+  // The derivative by operand `which` of the node is that by the node times what `fill` computes: one number where the
+  // node is the same at all points, else a block of them.
   template <class Fill>
-  void AddPartial(std::uint32_t index, std::uint32_t operand, const BlockOperand& from, Fill fill) {
-    double* const place = adjoints_.Scratch[0].data();
-    fill(place);
-    const BlockOperand partial =
-        program_.nodes_[index].Uniform ? BlockOperand{nullptr, place[0]} : BlockOperand{place, 0};
-    if (IsOne(from))
-      Add(operand, Kept(operand, partial));
-    else
-      AddProduct(operand, from, partial);
-  }
-
-  BlockOperand Over(int code, const BlockOperand& a, const BlockOperand& b, std::size_t scratch) {
-    double* const place = adjoints_.Scratch[scratch].data();
-    const bool uniform = a.Points == nullptr && b.Points == nullptr;
-    BinaryOverBlock(code, a, b, uniform ? 1 : n_, place);
-    return uniform ? BlockOperand{nullptr, place[0]} : BlockOperand{place, 0};
-  }
-
-  // A derivative in scratch, where the next operation will write, taken to the node's own place; but what goes into a
-  // sum may stay.
-  BlockOperand Kept(std::uint32_t node, const BlockOperand& part) {
-    node = Shared(node);
-    if (part.Points == nullptr || adjoints_.Known[node]) return part;
-    double* const place = PlaceOf(node);
-    std::copy_n(part.Points, n_, place);
-    return {place, 0};
+  void HandPartial(std::uint32_t index, std::size_t which, const PendingChain& from, Fill fill) {
+    const Node& node = program_.nodes_[index];
+    std::vector<double>& partial = adjoints_.Partials[index][which];
+    partial.resize(kBlock);
+    fill(node.Uniform ? 1 : n_, partial.data());
+    const BlockOperand factor = node.Uniform ? BlockOperand{nullptr, partial[0]} : BlockOperand{partial.data(), 0};
+    Hand(node.Operands[which], from, {{ChainOp::Multiply, factor}});
   }
 
   // d(a^b)/da is b*a^b/a, but where the power has lost its digits or a is 0.
   static void PowerByBase(const BlockOperand& a, const BlockOperand& b, const BlockOperand& power, std::size_t n,
                           double* out) {
     constexpr double kFewDigits = 1e-290;
+    bool all = true;
     for (std::size_t i = 0; i < n; ++i) {
-      const double base = a.At(i), exponent = b.At(i), value = power.At(i);
-      const bool divides = std::abs(value) > kFewDigits && base != 0;
-      out[i] = exponent == 0   ? 0
-               : exponent == 1 ? 1
-               : exponent == 2 ? 2 * base
-               : divides       ? exponent * (value / base)
-                               : exponent * Power(base, exponent - 1);
+      const bool divides = std::abs(power.At(i)) > kFewDigits && a.At(i) != 0 && b.At(i) != 0;
+      all = all && divides;
+      out[i] = b.At(i) * (power.At(i) / (divides ? a.At(i) : 1));
     }
+    if (all) return;
+    for (std::size_t i = 0; i < n; ++i)
+      if (!(std::abs(power.At(i)) > kFewDigits) || a.At(i) == 0 || b.At(i) == 0)
+        out[i] = b.At(i) == 0 ? 0 : b.At(i) * Power(a.At(i), b.At(i) - 1);
   }
 
   // d(a^b)/db is ln(a)*a^b, and 0 where a is.
@@ -241,6 +209,8 @@ class BlockProgram::Sweep {
     LnBlock(out, out, n);
     for (std::size_t i = 0; i < n; ++i) out[i] *= power.At(i);
   }
+
+  static constexpr std::size_t kMostSteps = 4;  // that one node adds to a chain, with those of a sum
 
   BlockProgram& program_;
   Adjoints& adjoints_;
@@ -268,14 +238,18 @@ void BlockProgram::PrepareGradient() {
 
 // Notes which nodes depend on a coefficient whose derivative is wanted.
 void BlockProgram::TakeWanted(double* const* dyda) {
-  std::vector<bool> wanted(dependents_.size());
-  for (std::size_t c = 0; c < wanted.size(); ++c) wanted[c] = dyda[c] != nullptr;
-  if (active_.size() == nodes_.size() && wanted == wanted_) return;
-  wanted_ = wanted;
+  bool changed = active_.empty();
+  wanted_.resize(dependents_.size());
+  for (std::size_t c = 0; c < wanted_.size(); ++c) {
+    const bool isWanted = dyda[c] != nullptr;
+    changed = changed || wanted_[c] != isWanted;
+    wanted_[c] = isWanted;
+  }
+  if (!changed) return;
   active_.assign(nodes_.size(), false);
   for (std::uint32_t i = 0; i < nodes_.size(); ++i) {
     const Node& node = nodes_[i];
-    active_[i] = node.What == Kind::Coefficient && wanted[static_cast<std::size_t>(node.Code)];
+    active_[i] = node.What == Kind::Coefficient && wanted_[static_cast<std::size_t>(node.Code)];
     // A condition goes in steps.
     if (node.What == Kind::Fork) continue;
     for (std::size_t k = 0; k < node.OperandCount; ++k) active_[i] = active_[i] || active_[node.Operands[k]];
@@ -283,14 +257,12 @@ void BlockProgram::TakeWanted(double* const* dyda) {
   adjoints_.Values.resize(nodes_.size());
   adjoints_.Blocks.resize(nodes_.size());
   adjoints_.Known.resize(nodes_.size());
+  adjoints_.Partials.resize(nodes_.size());
 }
 
 void BlockProgram::Gradient(double* const* dyda) {
   TakeWanted(dyda);
-  // What no path leads to from the result, as in the branch that was not taken, has no part in it.
-  for (std::size_t c = 0; c < wanted_.size(); ++c)
-    if (wanted_[c]) std::fill_n(dyda[c], n_, 0.0);
-  if (active_[result_]) Sweep(*this, dyda).Run();
+  Sweep(*this, dyda).Run();
 }
 
 }  // namespace quorvex

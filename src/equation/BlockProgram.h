@@ -81,9 +81,9 @@ class BlockProgram {
   class Sweep;
   struct Adjoints {
     std::vector<bool> Known;
-    std::vector<BlockOperand> Values;
+    std::vector<PendingChain> Values;
     std::vector<std::vector<double>> Blocks;
-    std::array<std::array<double, kBlock>, 2> Scratch;
+    std::vector<std::array<std::vector<double>, 3>> Partials;  // of each node by its operands
   };
 
   // What a plan computes next: a node, by itself or with those whose values go through a chain to its own.

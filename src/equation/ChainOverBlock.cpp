@@ -3,6 +3,8 @@
 #include <cstring>
 #include <utility>
 
+#include "core/VectorWidth.h"
+
 namespace quorvex {
 namespace {
 
@@ -19,10 +21,10 @@ constexpr auto kTogether = std::make_index_sequence<8>();
 // has a number known to the compiler, which thus keeps it one.
 template <std::size_t lanes, std::size_t... k>
 [[gnu::always_inline]] inline std::size_t RunTiles(const BlockOperand& start, std::span<const ChainStep> steps,
-                                                   std::size_t n, double* out, std::index_sequence<k...>) {
+                                                   std::size_t first, std::size_t n, double* out,
+                                                   std::index_sequence<k...>) {
   using V = typename Register<lanes>::Type;
   constexpr std::size_t kTile = lanes * sizeof...(k);
-  std::size_t first = 0;
   for (; first + kTile <= n; first += kTile) {
     V v[sizeof...(k)] = {};
     const auto load = [&](V & to, const BlockOperand& from, std::size_t at) __attribute__((always_inline)) {
@@ -72,37 +74,7 @@ template <std::size_t lanes, std::size_t... k>
   return first;
 }
 
-[[gnu::noinline]] void RunRest(const BlockOperand& start, std::span<const ChainStep> steps, std::size_t first,
-                               std::size_t n, double* out) {
-  for (std::size_t i = first; i < n; ++i) {
-    double v = start.At(i);
-    for (const ChainStep& step : steps) v = ChainAt(step.Op, v, step.Operand.At(i));
-    out[i] = v;
-  }
-}
-
-#ifdef __x86_64__
-// Wider registers change no bit: each operation is IEEE's, lane by lane, and none are fused.
-[[gnu::target("avx512f")]] std::size_t RunAvx512(const BlockOperand& start, std::span<const ChainStep> steps,
-                                                 std::size_t n, double* out) {
-  return RunTiles<8>(start, steps, n, out, kTogether);
-}
-[[gnu::target("avx2")]] std::size_t RunAvx2(const BlockOperand& start, std::span<const ChainStep> steps, std::size_t n,
-                                            double* out) {
-  return RunTiles<4>(start, steps, n, out, kTogether);
-}
-#endif
-
-std::size_t RunWide(const BlockOperand& start, std::span<const ChainStep> steps, std::size_t n, double* out) {
-#ifdef __x86_64__
-  if (__builtin_cpu_supports("avx512f")) return RunAvx512(start, steps, n, out);
-  if (__builtin_cpu_supports("avx2")) return RunAvx2(start, steps, n, out);
-#endif
-  return RunTiles<2>(start, steps, n, out, kTogether);
-}
-
-}  // namespace
-
+// One step at one point.
 double ChainAt(ChainOp op, double value, double operand) {
   switch (op) {
     case ChainOp::Add:
@@ -123,8 +95,43 @@ double ChainAt(ChainOp op, double value, double operand) {
   return value;
 }
 
+[[gnu::noinline]] void RunRest(const BlockOperand& start, std::span<const ChainStep> steps, std::size_t first,
+                               std::size_t n, double* out) {
+  for (std::size_t i = first; i < n; ++i) {
+    double v = start.At(i);
+    for (const ChainStep& step : steps) v = ChainAt(step.Op, v, step.Operand.At(i));
+    out[i] = v;
+  }
+}
+
+}  // namespace
+
 void ChainOverBlock(const BlockOperand& start, std::span<const ChainStep> steps, std::size_t n, double* out) {
-  RunRest(start, steps, RunWide(start, steps, n, out), n, out);
+  const std::size_t rest = AtFullWidth(
+      [](auto lanes, const BlockOperand* from, const ChainStep* step, std::size_t count, std::size_t points, double* to)
+          __attribute__((always_inline)) {
+            const std::span<const ChainStep> all(step, count);
+            const std::size_t begin = RunTiles<lanes()>(*from, all, 0, points, to, kTogether);
+            return RunTiles<lanes()>(*from, all, begin, points, to, std::index_sequence<0>());
+          },
+      &start, steps.data(), steps.size(), n, out);
+  RunRest(start, steps, rest, n, out);
+}
+
+void PendingChain::Do(ChainOp op, BlockOperand operand) {
+  if (op == ChainOp::Multiply && operand.Points == nullptr && operand.Value == 1) return;
+  if (IsOperand() && start_.Points == nullptr) {
+    if (operand.Points == nullptr) {
+      start_.Value = ChainAt(op, start_.Value, operand.Value);
+      return;
+    }
+    // The factors change places, so that the number is not spread over a block first.
+    if (op == ChainOp::Multiply) {
+      std::swap(start_, operand);
+      return Do(op, operand);
+    }
+  }
+  steps_[count_++] = {op, operand};
 }
 
 }  // namespace quorvex

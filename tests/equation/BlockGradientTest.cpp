@@ -37,7 +37,7 @@ class Model {
     std::vector<const double*> columns;
     for (const auto& column : points) columns.push_back(column.data());
     Answer answer{true, std::vector<double>(n), std::vector<std::vector<double>>(values_.size())};
-    EXPECT_TRUE(program_.Evaluate(columns, n, values_, statistics_, answer.Y.data()));
+    EXPECT_TRUE(program_.Evaluate(columns, n, values_, statistics_, answer.Y.data(), BlockProgram::Next::Gradient));
     std::vector<double*> dyda;
     for (std::size_t c = 0; c < values_.size(); ++c) {
       if (!held[c]) answer.Slopes[c].resize(n);
