@@ -150,6 +150,7 @@ std::optional<Bootstrapped> BootstrapModel(const ModelClass& model, const SolveD
   std::vector<std::vector<double>> fits(possible ? count : 0);
   Settings each = SettingsOfRefit(model, settings);
   each.TryHarder = false;
+  each.Threads = 1;  // they run side by side
   const bool finished =
       RunTasks(fits.size(), settings.Threads, form, "Bootstrap: sample", [&](std::size_t k, SolveForm& own) {
         SeededRandom random = RandomOf(plan.Seed, k);

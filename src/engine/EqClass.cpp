@@ -1,5 +1,7 @@
 #include "engine/EqClass.h"
 
+#include <algorithm>
+
 #include "core/NumberText.h"
 #include "engine/RuleQuantity.h"
 #include "equation/Catalogue.h"
@@ -28,9 +30,12 @@ std::optional<double> EqClass::RuleQuantity(std::string_view rule, const SolveDa
 
 InputPoints EqClass::InputTable(const SolveData& data) const {
   const std::vector<double>& x = data.X[0];
+  // The points are sorted, so equal X are neighbours: a curve has one value there, whatever was measured.
+  const auto equal = std::adjacent_find(x.begin(), x.end());
+  if (equal == x.end()) return {{x}, data.Y};
   InputPoints points{{{}}, {}};
+  for (std::vector<double>* column : {&points.X[0], &points.Y}) column->reserve(x.size());
   for (std::size_t i = 0; i < x.size(); ++i) {
-    // The points are sorted, so equal X are neighbours: a curve has one value there, whatever was measured.
     if (i > 0 && x[i] == x[i - 1]) continue;
     points.X[0].push_back(x[i]);
     points.Y.push_back(data.Y[i]);

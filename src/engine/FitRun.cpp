@@ -67,7 +67,7 @@ bool FitRun::Linear() {
 
 // The end that both roads share: statistics, or the rejection of a model without a value at some point.
 bool FitRun::Judge(int numcoef, SolveForm& form) {
-  if (!model_.GetGoodnessOfFit(data_, numcoef, form)) {
+  if (!model_.GetGoodnessOfFit(data_, numcoef, form, Team())) {
     if (!form.Aborted) Fail("Solution rejected based on poor goodness of fit statics.");
     return false;
   }
@@ -75,6 +75,12 @@ bool FitRun::Judge(int numcoef, SolveForm& form) {
   ReportBounds();
   LineAndBlank("Solution Complete");
   return true;
+}
+
+BlockTeam& FitRun::Team() {
+  // A direct solution has few passes.
+  if (!team_) team_ = std::make_unique<BlockTeam>(model_, data_.N(), model_.SolveType == 1 ? 1 : settings_.Threads);
+  return *team_;
 }
 
 bool FitRun::Nonlinear() {
@@ -107,7 +113,12 @@ void FitRun::TakeStart() {
   if (model_.UserType) {
     Line("Determining derivative method for user defined model");
     model_.typed_ = TypedDerivatives::Compile(model_);
-    Line(model_.typed_ ? "Using analytical derivatives" : "Using numerical derivatives");
+    const bool exact = settings_.DerivativeMethod == DerivativeKind::Exact && !model_.typed_;
+    const bool hasExact = exact && model_.HasExactDerivatives();
+    Line(model_.typed_ ? "Using analytical derivatives"
+         : hasExact    ? "Using exact derivatives"
+                       : "Using numerical derivatives");
+    if (exact && !hasExact) Line("The model has no exact derivatives: Richardson's extrapolation takes their place.");
   }
   if (model_.SpecifyICComplete) {
     Line("Using current initial estimates");
@@ -164,7 +175,7 @@ std::optional<FitRun::Search> FitRun::FitOneSet(std::vector<double>& a) {
   search.covar = Matrix(a.size());
   Matrix alpha(a.size());
   const std::vector<int> ia = FreeFlags();
-  LevenbergMarquardt kernel(model_, data_, settings_.DerivativeMethod, form_);
+  LevenbergMarquardt kernel(Team(), data_, settings_.DerivativeMethod, form_);
   double alamda = -1;
   const auto step = [&] { return kernel.mrqmin(a, ia, search.covar, alpha, search.chisq, alamda); };
   model_.ErrorMessage.clear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,6 +8,7 @@
 
 #include "core/Settings.h"
 #include "core/SolveData.h"
+#include "engine/BlockTeam.h"
 #include "engine/FitResult.h"
 #include "engine/SolveForm.h"
 #include "linear/Matrix.h"
@@ -42,6 +44,7 @@ class FitRun {
   std::optional<Search> FitOneSet(std::vector<double>& a);
   void Take(const SweepRow& row);
   bool Judge(int numcoef, SolveForm& form);
+  BlockTeam& Team();
 
   void BringInside(std::vector<double>& a);
   void ReportBounds();
@@ -59,6 +62,7 @@ class FitRun {
   const Settings& settings_;
   std::string& log_;
   SolveForm& form_;
+  std::unique_ptr<BlockTeam> team_;  // of a search, once it has its start
 };
 
 }  // namespace quorvex

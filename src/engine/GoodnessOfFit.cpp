@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 #include "core/Limits.h"
+#include "engine/BlockTeam.h"
 #include "engine/ModelClass.h"
 #include "engine/RobustLoss.h"
 
@@ -40,33 +42,54 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef) {
   return GetGoodnessOfFit(data, numcoef, unattended);
 }
 
-// Two passes over the points in the order of the data, which is also the order of the Durbin-Watson differences.
 bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form) {
+  BlockTeam alone(*this, data.N(), 1);
+  return GetGoodnessOfFit(data, numcoef, form, alone);
+}
+
+// Two passes over the points in the order of the data, which is also the order of the Durbin-Watson differences.
+bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form, BlockTeam& team) {
   const std::size_t N = data.N();
   const double n = static_cast<double>(N);
-  std::array<double, kMostIndependentVariables> x;
-  std::array<double, kBlock> fitted;
-  bool blockFitted = false;
+  const std::size_t slots = team.Slots(kBlock);
+  std::vector<double> fitted(slots * kBlock);
+  const auto compute = [&](std::size_t member, std::size_t block, std::size_t slot) {
+    ModelClass& model = team.Model(member);
+    const std::size_t first = block * kBlock, count = std::min(kBlock, N - first);
+    double* const values = &fitted[slot * kBlock];
+    if (model.EvaluateBlock(data.X, first, count, values)) return true;
+    // A block that fails as one is tried point by point, and the first point without a value decides.
+    std::array<double, kMostIndependentVariables> x;
+    for (std::size_t i = 0; i < count; ++i)
+      if (!model.Evaluate(data.Point(first + i, x), values[i])) return false;
+    return true;
+  };
   double resSum = 0, rss = 0, rssNorm = 0, differences = 0, weightedY = 0, previous = 0;
   RobustError robust(Loss, LossScale);
-  for (std::size_t i = 0; i < N; ++i) {
-    const std::size_t inBlock = i % kBlock;
-    if (inBlock == 0) {
-      form.Pulse();
-      if (form.Aborted) return false;
-      blockFitted = EvaluateBlock(data.X, i, std::min(kBlock, N - i), fitted.data());
+  const auto take = [&](std::size_t block, std::size_t slot) {
+    const std::size_t first = block * kBlock, count = std::min(kBlock, N - first);
+    const double* const values = &fitted[slot * kBlock];
+    const double *const y = &data.Y[first], *const sig = &data.sig[first];
+    if (first == 0) previous = y[0] - values[0];
+    for (std::size_t i = 0; i < count; ++i) {
+      const double e = y[i] - values[i];
+      resSum += e;
+      rss += e * e;
+      rssNorm += sig[i] * e * e;
+      differences += (e - previous) * (e - previous);
+      weightedY += sig[i] * y[i];
+      previous = e;
     }
-    // A block that fails as one is tried point by point, and the first point without a value decides.
-    if (!blockFitted && !Evaluate(data.Point(i, x), fitted[inBlock])) return false;
-    const double e = data.Y[i] - fitted[inBlock];
-    resSum += e;
-    rss += e * e;
-    rssNorm += data.sig[i] * e * e;
-    if (Loss != LossKind::Squares) robust.Add(std::sqrt(data.sig[i]) * e);
-    if (i > 0) differences += (e - previous) * (e - previous);
-    weightedY += data.sig[i] * data.Y[i];
-    previous = e;
-  }
+    if (Loss != LossKind::Squares)
+      for (std::size_t i = 0; i < count; ++i) robust.Add(std::sqrt(sig[i]) * (y[i] - values[i]));
+    return true;
+  };
+  const auto goOn = [&] {
+    form.Pulse();
+    return !form.Aborted;
+  };
+  team.ShareCoefficients();
+  if (team.Run(slots, goOn, compute, take) * kBlock < N) return false;
   const double mean = weightedY / n;  // the weights have mean 1
   // In a second pass about the mean: the sum of squares less n*mean^2 would cancel where Y lies far from 0.
   double rst = 0;

@@ -170,6 +170,12 @@ bool ModelClass::HasExactDerivatives() {
   return compiled_->OverBlocks().HasGradient();
 }
 
+bool ModelClass::RunsOverBlocks() {
+  if (!UserType) return true;
+  Compiled();
+  return compiled_->OverBlocks().Supported() && (!typed_ || typed_->RunOverBlocks());
+}
+
 double ModelClass::DDX(std::span<const double> x, int varindex) { return Differentiator(*this).DDX(x, varindex); }
 
 bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method,

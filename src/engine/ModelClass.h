@@ -23,6 +23,7 @@
 
 namespace quorvex {
 
+class BlockTeam;
 class CompiledModel;
 class TypedDerivatives;
 enum class Dialect;
@@ -161,6 +162,12 @@ class ModelClass : public ModelSetup, public FitResult {
   // show.
   void SharpenDerivatives(std::size_t n, double* const* dyda);
 
+  // Whether values and derivatives follow from point and coefficients alone, and can be computed over blocks: else a
+  // model draws random numbers, or its values hang on those of other points.
+  bool RunsOverBlocks();
+  // Whether the expressions that the user typed are in use, as in a fit.
+  bool TakesTypedDerivatives() const { return typed_ != nullptr; }
+
   // Initial estimates from linearisation, rules or, failing these, 1.0. True unless it had to fall back on 1.0.
   bool SetIC(const SolveData& data);
   // After a SetIC by linearisation that left the bounds: the least squares of the linear form within them, and its
@@ -177,6 +184,8 @@ class ModelClass : public ModelSetup, public FitResult {
   bool GetGoodnessOfFit(const SolveData& data, int numcoef);
   // The same with turns of the event loop for `form`. False, too, where its user aborts, which `form` tells.
   bool GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form);
+  // The same by a team of the model.
+  bool GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form, BlockTeam& team);
 
   // The model as text, as code (statements and the library functions they need) and as a spreadsheet formula; see the
   // functions of the same names in equation/.

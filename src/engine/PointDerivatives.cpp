@@ -46,7 +46,21 @@ void PointDerivatives::TakeWeighted(std::size_t first, std::size_t n, const std:
                                     ColumnMatrix& rows) {
   for (std::size_t i = 0; i < n; ++i) root_[i] = std::sqrt(data_.sig[first + i]);
   for (std::size_t j = 0; j < coefficients.size(); ++j)
-    BinaryOverBlock(kMultiply, {root_.data(), 0}, {By(coefficients[j]), 0}, n, rows.Column(j) + 1);
+    BinaryOverBlock(kMultiply, {root_.data(), 0}, {columns_[coefficients[j]], 0}, n, rows.Column(j) + 1);
+}
+
+bool PointDerivatives::ComputeValues(std::size_t first, std::size_t n) {
+  if (model_.EvaluateBlock(data_.X, first, n, values_.data())) return true;
+  std::array<double, kMostIndependentVariables> x;
+  for (std::size_t i = 0; i < n; ++i)
+    if (!ValueAt(data_.Point(first + i, x), values_[i])) return false;
+  return true;
+}
+
+bool PointDerivatives::ValueAt(std::span<const double> point, double& value) {
+  if (model_.Evaluate(point, value)) return true;
+  model_.ErrorMessage = model_.EvaluationFailure(point);
+  return false;
 }
 
 bool PointDerivatives::PointByPoint(std::size_t first, std::size_t n) {
@@ -55,10 +69,7 @@ bool PointDerivatives::PointByPoint(std::size_t first, std::size_t n) {
   std::string ErrString;
   for (std::size_t i = 0; i < n; ++i) {
     const std::span<const double> point = data_.Point(first + i, x);
-    if (!model_.Evaluate(point, values_[i])) {
-      model_.ErrorMessage = model_.EvaluationFailure(point);
-      return false;
-    }
+    if (!ValueAt(point, values_[i])) return false;
     const bool differentiated = method_ == DerivativeKind::Central ? model_.NumericalDerivatives(point, dyda, ErrString)
                                 : method_ == DerivativeKind::Exact ? model_.ExactDerivatives(point, dyda, ErrString)
                                                                    : model_.Derivative(point, dyda, ErrString);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "core/DerivativeKind.h"
@@ -26,9 +27,13 @@ class PointDerivatives {
   // The same with numerical derivatives as exact as they can be: for variances, not for the steps of a search.
   bool ComputeSharp(std::size_t first, std::size_t n);
 
+  // Values alone, to the bit those of Compute. False, with the reason, where there is none.
+  bool ComputeValues(std::size_t first, std::size_t n);
+
   // Of the block that was computed last. The values may be overwritten.
   double* Values() { return values_.data(); }
-  const double* By(std::size_t coefficient) const { return dyda_[coefficient].data(); }
+  // Of each coefficient a column of derivatives.
+  const double* const* Columns() const { return columns_.data(); }
 
   // Derivatives with respect to the coefficients of these numbers, from 0, times the root of each point's weight: n
   // rows from row 1 of `rows`, as TriangularFactor takes them.
@@ -36,6 +41,7 @@ class PointDerivatives {
 
  private:
   bool PointByPoint(std::size_t first, std::size_t n);
+  bool ValueAt(std::span<const double> point, double& value);
 
   ModelClass& model_;
   const SolveData& data_;

@@ -7,6 +7,7 @@
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "engine/BlockTeam.h"
 #include "engine/FitRun.h"
 #include "engine/ModelClass.h"
 #include "engine/RobustLoss.h"
@@ -195,7 +196,8 @@ bool RobustFit::TakeVariances() {
   std::vector<int> ia;
   for (int i = 1; i <= model_.NumDependentVar(); ++i) ia.push_back(model_.IsHeld(i) || model_.IsAtBound(i) ? 0 : 1);
   Matrix covar(a.size()), alpha(a.size());
-  LevenbergMarquardt kernel(model_, reweighted_, settings_.DerivativeMethod, form_);
+  BlockTeam team(model_, data_.N(), settings_.Threads);
+  LevenbergMarquardt kernel(team, reweighted_, settings_.DerivativeMethod, form_);
   double chisq = 0, alamda = -1;
   bool complete = false;
   try {

@@ -16,28 +16,53 @@ struct Moments {
   double mean, std;
 };
 
-// Mean and sample standard deviation, in two passes about the mean; the second sum takes off what rounding left in it.
-// The values are brought near 1 by a power of two: that changes no digit, and keeps sums and squares of very large and
-// very small ones within range.
-Moments MomentsOf(const std::vector<double>& values, double least, double greatest) {
-  int exponent = 0;
-  std::frexp(std::max(std::abs(least), std::abs(greatest)), &exponent);
-  // Within these bounds the unit and its inverse are both normal numbers.
-  exponent = std::clamp(exponent, -1000, 1000);
-  const double unit = std::ldexp(1.0, exponent), inverse = std::ldexp(1.0, -exponent);
-  const double n = static_cast<double>(values.size());
-  double sum = 0;
-  for (const double v : values) sum += v * inverse;
-  const double scaledMean = sum / n;
-  double squares = 0, rest = 0;
-  for (const double v : values) {
-    const double d = v * inverse - scaledMean;
-    squares += d * d;
-    rest += d;
+// Mean and sample standard deviation of a column, in two passes about the mean; the second sum takes off what rounding
+// left in it. The values are brought near 1 by a power of two: that changes no digit, and keeps sums and squares of
+// very large and very small ones within range.
+class MomentSums {
+ public:
+  MomentSums(const std::vector<double>& values, double least, double greatest) : values_(values.data()) {
+    int exponent = 0;
+    std::frexp(std::max(std::abs(least), std::abs(greatest)), &exponent);
+    // Within these bounds the unit and its inverse are both normal numbers.
+    exponent = std::clamp(exponent, -1000, 1000);
+    unit_ = std::ldexp(1.0, exponent);
+    inverse_ = std::ldexp(1.0, -exponent);
   }
-  const double mean = scaledMean * unit, std = std::sqrt((squares - rest * rest / n) / (n - 1)) * unit;
-  if (!std::isfinite(mean) || !std::isfinite(std)) throw NumericFault();
-  return {mean, std};
+
+  void AddValue(std::size_t i) { sum_ += values_[i] * inverse_; }
+  void TakeMean(double n) { mean_ = sum_ / n; }
+  void AddSquare(std::size_t i) {
+    const double d = values_[i] * inverse_ - mean_;
+    squares_ += d * d;
+    rest_ += d;
+  }
+  Moments Result(double n) const {
+    const double mean = mean_ * unit_, std = std::sqrt((squares_ - rest_ * rest_ / n) / (n - 1)) * unit_;
+    if (!std::isfinite(mean) || !std::isfinite(std)) throw NumericFault();
+    return {mean, std};
+  }
+
+ private:
+  const double* values_;
+  double unit_ = 1, inverse_ = 1, sum_ = 0, mean_ = 0, squares_ = 0, rest_ = 0;
+};
+
+// Of two columns of n values in the same passes, since each sum alone waits for its own additions.
+void TakeSums(MomentSums& first, MomentSums& second, std::size_t n) {
+  MomentSums a = first, b = second;
+  for (std::size_t i = 0; i < n; ++i) {
+    a.AddValue(i);
+    b.AddValue(i);
+  }
+  a.TakeMean(static_cast<double>(n));
+  b.TakeMean(static_cast<double>(n));
+  for (std::size_t i = 0; i < n; ++i) {
+    a.AddSquare(i);
+    b.AddSquare(i);
+  }
+  first = a;
+  second = b;
 }
 
 // Where the least and the greatest value stand, the first of equal ones.
@@ -121,14 +146,22 @@ void ModelClass::TakeInput(const SolveData& data) {
     x.YAtXMin = y[xMin];
     x.YAtXMax = y[xMax];
   }
-  for (std::size_t v = 0; v < data.X.size(); ++v) {
-    VariableStatistics& x = Statistics.X[v];
-    // After all extremes: where a moment overflows, these are in place already.
-    const Moments moments = MomentsOf(data.X[v], x.InputXMin, x.InputXMax);
-    x.XMean = moments.mean;
-    x.XStd = moments.std;
+  // After all extremes: where a moment overflows, these are in place already.
+  std::vector<MomentSums> sums;
+  for (std::size_t v = 0; v < data.X.size(); ++v)
+    sums.emplace_back(data.X[v], Statistics.X[v].InputXMin, Statistics.X[v].InputXMax);
+  sums.emplace_back(y, Statistics.InputYMin, Statistics.InputYMax);
+  for (std::size_t c = 0; c < sums.size(); c += 2) {
+    MomentSums unused = sums[c];
+    TakeSums(sums[c], c + 1 < sums.size() ? sums[c + 1] : unused, y.size());
   }
-  const Moments moments = MomentsOf(y, Statistics.InputYMin, Statistics.InputYMax);
+  const double n = static_cast<double>(y.size());
+  for (std::size_t v = 0; v < data.X.size(); ++v) {
+    const Moments moments = sums[v].Result(n);
+    Statistics.X[v].XMean = moments.mean;
+    Statistics.X[v].XStd = moments.std;
+  }
+  const Moments moments = sums.back().Result(n);
   Statistics.YMean = moments.mean;
   Statistics.YStd = moments.std;
 }

@@ -1,5 +1,6 @@
 #include "engine/TypedDerivatives.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/NumberText.h"
@@ -32,6 +33,10 @@ std::unique_ptr<TypedDerivatives> TypedDerivatives::Compile(const ModelClass& pa
 
 void TypedDerivatives::TakeStatistics(const ModelClass& parent) {
   for (const TypedDerivative& derivative : derivatives_) parent.CopyStatsTo(*derivative.Model);
+}
+
+bool TypedDerivatives::RunOverBlocks() const {
+  return std::ranges::all_of(derivatives_, [](const TypedDerivative& d) { return d.Model->RunsOverBlocks(); });
 }
 
 void TypedDerivatives::TypedDerivative::TakeValues(const ModelClass& parent) {

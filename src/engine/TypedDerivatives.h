@@ -20,6 +20,9 @@ class TypedDerivatives {
   // Gives them the statistics of the input, which the parent has.
   void TakeStatistics(const ModelClass& parent);
 
+  // Whether all can be computed over blocks.
+  bool RunOverBlocks() const;
+
   // All derivatives at x, and over a block of points, as in ModelClass: times the coefficient's Constant, false where
   // one has no value.
   bool AtPoint(const ModelClass& parent, std::span<const double> x, std::span<double> dyda);

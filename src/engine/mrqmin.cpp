@@ -12,7 +12,6 @@
 #include "engine/SolveForm.h"
 #include "equation/BlockOperations.h"
 #include "equation/Expression.h"
-#include "linear/BlockDot.h"
 #include "linear/TriangularFactor.h"
 #include "linear/gaussj.h"
 
@@ -24,23 +23,36 @@ namespace {
 // many.
 constexpr double kInflation = 1e4;
 
+// Where the last step has gained less than this part of the merit function, the next is likely to gain nothing.
+constexpr double kLittle = 1e-9;
+
 bool AllFinite(std::span<const double> values) {
   return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
 }
 
 }  // namespace
 
-LevenbergMarquardt::LevenbergMarquardt(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod,
+LevenbergMarquardt::LevenbergMarquardt(BlockTeam& team, const SolveData& data, DerivativeKind derivativeMethod,
                                        SolveForm& form)
-    : model_(model),
+    : team_(team),
+      model_(team.Model()),
       data_(data),
+      derivativeMethod_(derivativeMethod),
       form_(form),
-      points_(model, data, derivativeMethod),
-      bounded_(model.HasBounds()),
-      box_(bounded_ ? model.Bounds() : Box()),
-      open_(box_.Lower.size(), false),
-      wt_(kBlock),
-      wdy_(kBlock) {}
+      bounded_(model_.HasBounds()),
+      box_(bounded_ ? model_.Bounds() : Box()),
+      open_(box_.Lower.size(), false) {
+  TakeWeights();
+}
+
+void LevenbergMarquardt::TakeWeights() {
+  bool least = true;  // none is negative or none at all
+  for (const double weight : data_.sig) {
+    weighted_ |= weight != 1;
+    least &= weight >= 0;
+  }
+  givesUp_ = least && model_.RunsOverBlocks();
+}
 
 bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
                                 double& chisq, double& alamda) {
@@ -54,7 +66,12 @@ bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& 
     beta_.assign(a.size(), 0.0);
     da_.assign(a.size(), 0.0);
     alamda = 0.001;
-    const Pass start = bounded_ ? StartFrom(a, ia, alpha, chisq) : mrqcof(a, ia, alpha, beta_, chisq);
+    rejected_ = false;
+    gain_ = 1;
+    members_.clear();
+    for (std::size_t i = 0; i < team_.Size(); ++i)
+      members_.push_back({PointDerivatives(team_.Model(i), data_, derivativeMethod_), NormalEquations(ia)});
+    const Pass start = bounded_ ? StartFrom(a, ia, alpha, chisq) : mrqcof(a, alpha, beta_, chisq);
     if (start == Pass::Aborted) return false;
     if (start == Pass::NoValue) throw NumericFault();
     ochisq_ = chisq;
@@ -108,14 +125,16 @@ bool LevenbergMarquardt::Judge(std::vector<double>& a, const std::vector<int>& i
   // better.
   Pass trial = Pass::NoValue;
   try {
-    trial = mrqcof(atry_, ia, covar, da_, chisq);
+    trial = Try(a, ia, covar, chisq);
   } catch (const NumericFault&) {
     // On a bound the derivative may have a pole, where inside there is none.
     if (!bounded_ || !NoteOpenBounds(a, ia)) throw;
   }
   if (bounded_ && trial == Pass::NoValue) NoteOpenBounds(a, ia);
   if (trial == Pass::Aborted) return false;
-  if (trial == Pass::Complete && chisq < ochisq_) {
+  rejected_ = trial != Pass::Complete || !(chisq < ochisq_);
+  if (!rejected_) {
+    gain_ = (ochisq_ - chisq) / ochisq_;
     // Less damping leads towards the Gauss-Newton step, which converges fast near the minimum.
     alamda *= 0.1;
     ochisq_ = chisq;
@@ -130,6 +149,24 @@ bool LevenbergMarquardt::Judge(std::vector<double>& a, const std::vector<int>& i
     model_.ErrorMessage.clear();
   }
   return true;
+}
+
+// Whether values alone are to be computed first.
+bool LevenbergMarquardt::ExpectsRejection(const std::vector<double>& a, const std::vector<int>& ia) const {
+  if (!givesUp_ || !(rejected_ || gain_ < kLittle)) return false;
+  for (std::size_t l = 0; bounded_ && l < a.size(); ++l)
+    if (MeetsBound(a, ia, l)) return false;
+  return true;
+}
+
+// The pass over the points at the trial.
+LevenbergMarquardt::Pass LevenbergMarquardt::Try(const std::vector<double>& a, const std::vector<int>& ia,
+                                                 Matrix& covar, double& chisq) {
+  if (ExpectsRejection(a, ia)) {
+    const Pass values = SumSquares(atry_, chisq, ochisq_);
+    if (values != Pass::Complete) return values;
+  }
+  return mrqcof(atry_, covar, da_, chisq, ochisq_);
 }
 
 bool LevenbergMarquardt::IsOnBound(const std::vector<double>& a, std::size_t l) const {
@@ -151,7 +188,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::StartFrom(std::vector<double>& a, c
   for (std::size_t attempt = 0;; ++attempt) {
     Pass pass = Pass::NoValue;
     try {
-      pass = mrqcof(a, ia, alpha, beta_, chisq);
+      pass = mrqcof(a, alpha, beta_, chisq);
     } catch (const NumericFault&) {
       if (attempt == kParts.size() || !AnyOnBound(start, ia)) throw;
     }
@@ -232,12 +269,17 @@ bool LevenbergMarquardt::StepInside(const std::vector<double>& a, const std::vec
   return true;
 }
 
+// Whether the trial lies on a bound of the coefficient that it comes to.
+bool LevenbergMarquardt::MeetsBound(const std::vector<double>& a, const std::vector<int>& ia, std::size_t l) const {
+  return ia[l] != 0 && IsOnBound(atry_, l) && !IsOnBound(a, l);
+}
+
 // After a trial without a value: notes the bounds that it has met, which are from now on met half way. False where it
 // has met none.
 bool LevenbergMarquardt::NoteOpenBounds(const std::vector<double>& a, const std::vector<int>& ia) {
   bool met = false;
   for (std::size_t l = 0; l < a.size(); ++l) {
-    if (ia[l] == 0 || !IsOnBound(atry_, l) || IsOnBound(a, l)) continue;
+    if (!MeetsBound(a, ia, l)) continue;
     open_[l] = met = true;
   }
   return met;
@@ -262,69 +304,117 @@ std::vector<int> LevenbergMarquardt::HoldOnBounds(const std::vector<double>& a, 
   return free;
 }
 
-// Gives the form its turn, and hears whether its user still wants the fit.
-bool LevenbergMarquardt::Aborted() {
-  form_.Pulse();
-  return form_.Aborted;
+// Computes block after block at `a` and takes what comes of each in their order. The model is left holding `a`.
+template <class Compute, class Take>
+LevenbergMarquardt::Pass LevenbergMarquardt::OverBlocks(const std::vector<double>& a, std::size_t slots,
+                                                        Compute compute, Take take) {
+  const auto share = [&] {
+    for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
+  };
+  const auto count = [&](std::size_t first) { return std::min(kBlock, data_.N() - first); };
+  share();
+  team_.ShareCoefficients();
+  const std::string message = model_.ErrorMessage;
+  bool givenUp = false;
+  // Once for each block: often enough for a click to be felt, and too seldom to cost time.
+  const auto goOn = [&] {
+    form_.Pulse();
+    return !form_.Aborted;
+  };
+  const std::size_t first = kBlock * team_.Run(
+                                         slots, goOn,
+                                         [&](std::size_t member, std::size_t block, std::size_t slot) {
+                                           const std::size_t from = block * kBlock;
+                                           return compute(members_[member], from, count(from), slot);
+                                         },
+                                         [&](std::size_t, std::size_t slot) {
+                                           givenUp = !take(slot);
+                                           return !givenUp;
+                                         });
+  if (first >= data_.N()) return Pass::Complete;
+  if (form_.Aborted) return Pass::Aborted;
+  if (givenUp) {
+    model_.ErrorMessage = message;
+    return Pass::NoBetter;
+  }
+  if (team_.Size() > 1) {
+    // The first block that fails fails once more, for model and message to be what one thread would leave.
+    share();
+    model_.ErrorMessage = message;
+    compute(members_[0], first, count(first), 0);
+  }
+  return Pass::NoValue;
 }
 
-// The normal equations and the merit function at `a`. The model is left holding `a`.
-LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a, const std::vector<int>& ia,
-                                                    Matrix& alpha, std::vector<double>& beta, double& chisq) {
-  for (std::size_t j = 0; j < mfit_; ++j) {
-    for (std::size_t k = 0; k <= j; ++k) alpha(j, k) = 0.0;
-    beta[j] = 0.0;
-  }
-  chisq = 0.0;
-  for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
-
-  for (std::size_t first = 0; first < data_.N(); first += kBlock) {
-    // Once for each block: often enough for a click to be felt, and too seldom to cost time.
-    if (Aborted()) return Pass::Aborted;
-    const std::size_t n = std::min(kBlock, data_.N() - first);
-    if (!points_.Compute(first, n)) return Pass::NoValue;
-    const double* const sig = data_.sig.data() + first;
-    double* const dy = points_.Values();
+// The normal equations and the merit function at `a`.
+LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a, Matrix& alpha,
+                                                    std::vector<double>& beta, double& chisq, double limit) {
+  const std::size_t size = members_[0].Equations.Size(), slots = team_.Slots(size);
+  std::vector<double> ofBlocks(slots * size), sums(size, 0.0);
+  const auto compute = [&](Member& member, std::size_t first, std::size_t n, std::size_t slot) {
+    if (!member.Points.Compute(first, n)) return false;
+    double* const dy = member.Points.Values();
     BinaryOverBlock(kSubtract, {data_.Y.data() + first, 0}, {dy, 0}, n, dy);
-    BinaryOverBlock(kMultiply, {dy, 0}, {sig, 0}, n, wdy_.data());
-    for (std::size_t l = 0, j = 0; l < a.size(); ++l) {
-      if (ia[l] == 0) continue;
-      BinaryOverBlock(kMultiply, {points_.By(l), 0}, {sig, 0}, n, wt_.data());
-      for (std::size_t m = 0, k = 0; m <= l; ++m)
-        if (ia[m] != 0) alpha(j, k++) += BlockDot(wt_.data(), points_.By(m), n);
-      beta[j++] += BlockDot(wt_.data(), dy, n);
-    }
-    chisq += BlockDot(wdy_.data(), dy, n);
-  }
-  // Only the lower triangle is summed; the matrix is symmetric.
-  for (std::size_t j = 0; j < mfit_; ++j)
-    for (std::size_t k = 0; k < j; ++k) alpha(k, j) = alpha(j, k);
-
-  bool finite = std::isfinite(chisq) && AllFinite(std::span(beta).first(mfit_));
-  for (std::size_t j = 0; j < mfit_; ++j)
-    for (std::size_t k = 0; k <= j; ++k) finite = finite && std::isfinite(alpha(j, k));
-  if (!finite) throw NumericFault();
+    member.Equations.SumBlock(dy, weighted_ ? data_.sig.data() + first : nullptr, member.Points.Columns(), n,
+                              &ofBlocks[slot * size]);
+    return true;
+  };
+  const auto take = [&](std::size_t slot) {
+    for (std::size_t k = 0; k < size; ++k) sums[k] += ofBlocks[slot * size + k];
+    return !(givesUp_ && sums[0] >= limit && AllFinite(sums));
+  };
+  const Pass pass = OverBlocks(a, slots, compute, take);
+  chisq = sums[0];
+  if (pass != Pass::Complete) return pass;
+  if (!AllFinite(sums)) throw NumericFault();
+  members_[0].Equations.Take(sums, alpha, beta);
   return Pass::Complete;
+}
+
+// The merit function alone, to the bit.
+LevenbergMarquardt::Pass LevenbergMarquardt::SumSquares(const std::vector<double>& a, double& chisq, double limit) {
+  const std::size_t slots = team_.Slots(1);
+  std::vector<double> ofBlocks(slots);
+  const auto compute = [&](Member& member, std::size_t first, std::size_t n, std::size_t slot) {
+    if (!member.Points.ComputeValues(first, n)) return false;
+    double* const dy = member.Points.Values();
+    BinaryOverBlock(kSubtract, {data_.Y.data() + first, 0}, {dy, 0}, n, dy);
+    ofBlocks[slot] = member.Equations.SumSquares(dy, weighted_ ? data_.sig.data() + first : nullptr, n);
+    return true;
+  };
+  chisq = 0;
+  const auto take = [&](std::size_t slot) {
+    chisq += ofBlocks[slot];
+    return !(chisq >= limit && std::isfinite(chisq));
+  };
+  const Pass pass = OverBlocks(a, slots, compute, take);
+  if (pass == Pass::Complete && !std::isfinite(chisq)) throw NumericFault();
+  return pass;
 }
 
 // Puts the variances, as a QR of the derivatives gives them, into the diagonal of the covariance. Where that is
 // singular to the last digit, or a model with random numbers has no value this time, the diagonal stays as it is. False
 // where the form is aborted.
 bool LevenbergMarquardt::TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar) {
-  // The last trial may have been rejected, and the model still holds it.
-  for (std::size_t i = 0; i < a.size(); ++i) model_.SetValue(static_cast<int>(i) + 1, a[i]);
   std::vector<std::size_t> free;
   for (std::size_t l = 0; l < a.size(); ++l)
     if (ia[l] != 0) free.push_back(l);
   TriangularFactor factor(mfit_);
-  ColumnMatrix rows(kBlock + 1, mfit_);  // row 0 is the factor's own
-  for (std::size_t first = 0; first < data_.N(); first += kBlock) {
-    if (Aborted()) return false;
-    const std::size_t n = std::min(kBlock, data_.N() - first);
-    if (!points_.ComputeSharp(first, n)) return true;
-    points_.TakeWeighted(first, n, free, rows);
-    factor.Append(rows, n);
-  }
+  const std::size_t slots = team_.Slots((kBlock + 1) * std::max(mfit_, std::size_t{1}));
+  std::vector<ColumnMatrix> rows(slots, ColumnMatrix(kBlock + 1, mfit_));  // row 0 is the factor's own
+  std::vector<std::size_t> counts(slots);
+  const auto compute = [&](Member& member, std::size_t first, std::size_t n, std::size_t slot) {
+    if (!member.Points.ComputeSharp(first, n)) return false;
+    member.Points.TakeWeighted(first, n, free, rows[slot]);
+    counts[slot] = n;
+    return true;
+  };
+  const auto take = [&](std::size_t slot) {
+    factor.Append(rows[slot], counts[slot]);
+    return true;
+  };
+  const Pass pass = OverBlocks(a, slots, compute, take);
+  if (pass != Pass::Complete) return pass != Pass::Aborted;
   const std::vector<double> variances = factor.InverseDiagonal();
   if (!AllFinite(variances)) return true;
   for (std::size_t j = 0; j < mfit_; ++j) covar(free[j], free[j]) = variances[j];

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "core/DerivativeKind.h"
 #include "core/SolveData.h"
+#include "engine/BlockTeam.h"
+#include "engine/NormalEquations.h"
 #include "engine/PointDerivatives.h"
 #include "linear/Matrix.h"
 #include "linear/MinimizeInBox.h"
@@ -36,11 +40,17 @@ class SolveForm;
 // where that derivative is 0, is first moved inside.
 //
 // Sums over points are taken block by block, in the order of the data, each block by BlockDot: the same result on every
-// run and every machine, whether a block was computed as one or point by point.
+// run, on every machine and on any number of threads, whether a block was computed as one or point by point.
+//
+// A trial is given up at the first block where its merit function is no smaller than the best; that of a model which
+// draws random numbers goes on, for the sake of those that follow. Where a trial is likely to be rejected, after one
+// that was and where little is left to gain, its values are computed first and its derivatives only if it is better. So
+// a trial that is no better may be rejected where a complete pass would have met a point without a derivative. One that
+// meets a bound is computed completely, since what it meets there says whether the bound may be taken.
 class LevenbergMarquardt {
  public:
-  // `derivativeMethod` counts for models that are not built in.
-  LevenbergMarquardt(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod, SolveForm& form);
+  // The team's model; `derivativeMethod` counts for models that are not built in.
+  LevenbergMarquardt(BlockTeam& team, const SolveData& data, DerivativeKind derivativeMethod, SolveForm& form);
 
   // One step. `alamda` below 0 starts a search from `a`; exactly 0 ends it, leaving the covariance in `covar`: zero for
   // held coefficients.
@@ -53,10 +63,17 @@ class LevenbergMarquardt {
               double& alamda);
 
  private:
-  // What came of a pass over the points.
-  enum class Pass { Complete, NoValue, Aborted };
+  // What came of a pass over the points: NoBetter where it was given up.
+  enum class Pass { Complete, NoValue, NoBetter, Aborted };
+  // What a thread computes a block with.
+  struct Member {
+    PointDerivatives Points;  // whose values become residuals
+    NormalEquations Equations;
+  };
 
-  bool Aborted();
+  void TakeWeights();
+  bool ExpectsRejection(const std::vector<double>& a, const std::vector<int>& ia) const;
+  Pass Try(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, double& chisq);
   Pass StartFrom(std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, double& chisq);
   bool Judge(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha, double& chisq,
              double& alamda);
@@ -65,14 +82,23 @@ class LevenbergMarquardt {
   std::vector<int> HoldOnBounds(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha);
   bool IsOnBound(const std::vector<double>& a, std::size_t l) const;
   bool AnyOnBound(const std::vector<double>& a, const std::vector<int>& ia) const;
-  Pass mrqcof(const std::vector<double>& a, const std::vector<int>& ia, Matrix& alpha, std::vector<double>& beta,
-              double& chisq);
+  bool MeetsBound(const std::vector<double>& a, const std::vector<int>& ia, std::size_t l) const;
+  // Both give up where chisq is no smaller than `limit`.
+  Pass mrqcof(const std::vector<double>& a, Matrix& alpha, std::vector<double>& beta, double& chisq,
+              double limit = HUGE_VAL);
+  Pass SumSquares(const std::vector<double>& a, double& chisq, double limit);
+  template <class Compute, class Take>
+  Pass OverBlocks(const std::vector<double>& a, std::size_t slots, Compute compute, Take take);
   bool TakeVariances(const std::vector<double>& a, const std::vector<int>& ia, Matrix& covar);
 
+  BlockTeam& team_;
   ModelClass& model_;
   const SolveData& data_;
+  const DerivativeKind derivativeMethod_;
   SolveForm& form_;
-  PointDerivatives points_;  // of the block in hand; its values become residuals
+  std::vector<Member> members_;
+  bool weighted_ = false;  // the weights are not all 1
+  bool givesUp_ = false;   // no block can make the merit function smaller, and none depends on those before it
 
   const bool bounded_;
   const Box box_;
@@ -80,9 +106,9 @@ class LevenbergMarquardt {
 
   std::size_t mfit_ = 0;
   double ochisq_ = 0;
+  bool rejected_ = false;  // the last trial
+  double gain_ = 1;        // of the last trial that was not, as a part of the merit function
   std::vector<double> atry_, beta_, da_;
-
-  std::vector<double> wt_, wdy_;  // of the block: a derivative, and the residuals, times the weights
 };
 
 }  // namespace quorvex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "linear/Matrix.h"
+
+namespace quorvex {
+
+// The sums of the normal equations over blocks of points, each by BlockDot: what a block adds to the merit function, to
+// the curvature (its lower triangle) and to the gradient of the free coefficients. They stand in one array, so that
+// blocks can be computed in any order and added up in that of the data.
+class NormalEquations {
+ public:
+  // `ia` is non-zero for the free coefficients.
+  explicit NormalEquations(const std::vector<int>& ia);
+
+  // How many numbers the sums of a block are. The first is that of the merit function.
+  std::size_t Size() const { return 1 + free_.size() * (free_.size() + 3) / 2; }
+
+  // The sums over one block from its residuals `dy`, its weights `sig`, null where all are 1, and its derivatives by
+  // all coefficients.
+  void SumBlock(const double* dy, const double* sig, const double* const* dyda, std::size_t n, double* sums);
+  // The first of them alone, to the bit.
+  double SumSquares(const double* dy, const double* sig, std::size_t n);
+
+  // Curvature and gradient of the free coefficients from the sums of all blocks.
+  void Take(std::span<const double> sums, Matrix& alpha, std::vector<double>& beta) const;
+
+ private:
+  const double* Weighted(const double* values, const double* sig, std::size_t n);
+
+  std::vector<std::size_t> free_;       // numbers of the coefficients, from 0
+  std::vector<const double*> columns_;  // their derivatives, and behind those of a row the residuals
+  std::vector<double> weighted_;
+};
+
+}  // namespace quorvex
