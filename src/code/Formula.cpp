@@ -1,10 +1,11 @@
 #include "code/Formula.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <set>
 
+#include "code/FillText.h"
+#include "code/Markup.h"
 #include "core/NumberText.h"
 #include "equation/Parser.h"
 #include "equation/RenderPostfix.h"
@@ -12,128 +13,6 @@
 
 namespace quorvex {
 namespace {
-
-// The signs and shapes of a way to write mathematics. $1, $2, $3 are the parts, each of any length.
-struct Markup {
-  std::string_view Number, TimesTenTo;         // $1; $1 and the exponent $2
-  std::string_view Italic, Upright, Operator;  // a name
-  std::string_view Subscript, Power, Both;
-  std::string_view Fraction, Root, Parentheses, Bars, Floor, Ceiling;
-  std::string_view Negative, Sum, Difference, Product, Dot;  // Dot: ahead of a digit
-  std::string_view Apply, Comma, Factorial, PrimeSign;
-  std::string_view AsNumber, Not, And, Or, Cases;
-  std::array<std::string_view, 6> Comparisons;  // from kEqual on
-  std::string_view Line;                        // $1 = $2
-  std::string_view Further;                     // $1, which begins with the sign of a sum
-  std::string_view LineEnd, Whole;
-  std::string_view Underscore, Gamma;  // "_" in a name; the name of the function
-  std::string (*Greek)(std::size_t letter);
-};
-
-std::string Fill(std::string_view text, std::initializer_list<std::string_view> parts) {
-  std::string filled;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '$')
-      filled += parts.begin()[text[++i] - '1'];
-    else
-      filled += text[i];
-  }
-  return filled;
-}
-
-// In the order of the alphabet, "varsigma" where Unicode has the final sigma.
-constexpr std::array kGreek = {"alpha", "beta",   "gamma",   "delta", "epsilon", "zeta", "eta",  "theta", "iota",
-                               "kappa", "lambda", "mu",      "nu",    "xi",      "",     "pi",   "rho",   "varsigma",
-                               "sigma", "tau",    "upsilon", "phi",   "chi",     "psi",  "omega"};
-constexpr std::size_t kPiLetter = 15;
-
-std::string GreekLatex(std::size_t letter) { return std::string("\\") + kGreek[letter]; }
-std::string GreekXml(std::size_t letter) { return "<mi>&#" + std::to_string(0x3B1 + letter) + ";</mi>"; }
-
-constexpr Markup kLatexMarkup = {
-    .Number = "$1",
-    .TimesTenTo = "$1\\times 10^{$2}",
-    .Italic = "$1",
-    .Upright = "\\mathrm{$1}",
-    .Operator = "\\$1",
-    .Subscript = "$1_{$2}",
-    .Power = "$1^{$2}",
-    .Both = "$1_{$2}^{$3}",
-    .Fraction = "\\frac{$1}{$2}",
-    .Root = "\\sqrt{$1}",
-    .Parentheses = "\\left($1\\right)",
-    .Bars = "\\left|$1\\right|",
-    .Floor = "\\left\\lfloor $1\\right\\rfloor ",
-    .Ceiling = "\\left\\lceil $1\\right\\rceil ",
-    .Negative = "-$1",
-    .Sum = "$1 + $2",
-    .Difference = "$1 - $2",
-    .Product = "$1\\,$2",
-    .Dot = "$1\\cdot $2",
-    .Apply = "$1{\\left($2\\right)}",
-    .Comma = "$1, $2",
-    .Factorial = "$1!",
-    .PrimeSign = "\\prime ",
-    .AsNumber = "-\\left[$1\\right]",
-    .Not = "\\neg $1",
-    .And = "$1 \\land $2",
-    .Or = "$1 \\lor $2",
-    .Cases = "\\begin{cases} $2 & \\text{if } $1 \\\\ $3 & \\text{otherwise} \\end{cases}",
-    .Comparisons = {"$1 = $2", "$1 < $2", "$1 > $2", "$1 \\ne $2", "$1 \\le $2", "$1 \\ge $2"},
-    .Line = "$1 &= $2",
-    .Further = "&\\quad {}$1",
-    .LineEnd = " \\\\\n",
-    .Whole = "\\begin{aligned}\n$1\n\\end{aligned}",
-    .Underscore = "\\_",
-    .Gamma = "\\Gamma ",
-    .Greek = GreekLatex};
-
-constexpr Markup kMathMLMarkup = {
-    .Number = "<mn>$1</mn>",
-    .TimesTenTo = "<mn>$1</mn><mo>&#xD7;</mo><msup><mn>10</mn><mrow>$2</mrow></msup>",
-    .Italic = "<mi>$1</mi>",
-    .Upright = "<mi mathvariant=\"normal\">$1</mi>",
-    .Operator = "<mi>$1</mi>",
-    .Subscript = "<msub><mrow>$1</mrow><mrow>$2</mrow></msub>",
-    .Power = "<msup><mrow>$1</mrow><mrow>$2</mrow></msup>",
-    .Both = "<msubsup><mrow>$1</mrow><mrow>$2</mrow><mrow>$3</mrow></msubsup>",
-    .Fraction = "<mfrac><mrow>$1</mrow><mrow>$2</mrow></mfrac>",
-    .Root = "<msqrt><mrow>$1</mrow></msqrt>",
-    .Parentheses = "<mrow><mo>(</mo>$1<mo>)</mo></mrow>",
-    .Bars = "<mrow><mo>|</mo>$1<mo>|</mo></mrow>",
-    .Floor = "<mrow><mo>&#x230A;</mo>$1<mo>&#x230B;</mo></mrow>",
-    .Ceiling = "<mrow><mo>&#x2308;</mo>$1<mo>&#x2309;</mo></mrow>",
-    .Negative = "<mo form=\"prefix\">&#x2212;</mo>$1",
-    .Sum = "$1<mo form=\"infix\">+</mo>$2",
-    .Difference = "$1<mo form=\"infix\">&#x2212;</mo>$2",
-    .Product = "$1<mspace width=\"0.17em\"></mspace>$2",
-    .Dot = "$1<mo>&#xB7;</mo>$2",
-    .Apply = "$1<mo>&#x2061;</mo><mrow><mo>(</mo>$2<mo>)</mo></mrow>",
-    .Comma = "$1<mo>,</mo>$2",
-    .Factorial = "$1<mo>!</mo>",
-    .PrimeSign = "<mo>&#x2032;</mo>",
-    .AsNumber = "<mo form=\"prefix\">&#x2212;</mo><mrow><mo>[</mo>$1<mo>]</mo></mrow>",
-    .Not = "<mo>&#xAC;</mo>$1",
-    .And = "$1<mo>&#x2227;</mo>$2",
-    .Or = "$1<mo>&#x2228;</mo>$2",
-    .Cases =
-        "<mrow><mo form=\"prefix\" stretchy=\"true\">{</mo><mtable><mtr><mtd style=\"text-align:left\">$2</mtd>"
-        "<mtd style=\"text-align:left\"><mtext>if&#xA0;</mtext>$1</mtd></mtr><mtr><mtd style=\"text-align:left\">"
-        "$3</mtd><mtd style=\"text-align:left\"><mtext>otherwise</mtext></mtd></mtr></mtable></mrow>",
-    .Comparisons = {"$1<mo>=</mo>$2", "$1<mo>&lt;</mo>$2", "$1<mo>&gt;</mo>$2", "$1<mo>&#x2260;</mo>$2",
-                    "$1<mo>&#x2264;</mo>$2", "$1<mo>&#x2265;</mo>$2"},
-    .Line =
-        "<mtr><mtd style=\"text-align:right;padding:0.2em 0\"><mrow>$1</mrow></mtd>"
-        "<mtd style=\"text-align:left;padding:0.2em\"><mrow><mo form=\"infix\">=</mo>$2</mrow></mtd></mtr>",
-    .Further =
-        "<mtr><mtd></mtd><mtd style=\"text-align:left;padding:0.2em 0.2em 0.2em 2em\"><mrow>$1</mrow></mtd></mtr>",
-    .LineEnd = "\n",
-    .Whole =
-        "<math xmlns=\"http://www.w3.org/1998/Math/MathML\" display=\"block\"><mtable displaystyle=\"true\">\n"
-        "$1\n</mtable></math>",
-    .Underscore = "_",
-    .Gamma = "<mi mathvariant=\"normal\">&#x393;</mi>",
-    .Greek = GreekXml};
 
 // Words that are a function with a name of its own; the first operands may be its indices.
 struct Named {
@@ -301,16 +180,16 @@ Part Number(std::string_view text, const Markup& markup) {
   const auto e = text.find('E');
   const bool isNegative = text.starts_with('-');
   if (e == std::string::npos) {
-    const std::string magnitude = Fill(markup.Number, {text.substr(isNegative ? 1 : 0)});
-    return isNegative ? Part{Fill(markup.Negative, {magnitude}), Level::Sign} : Part{magnitude, Level::Atom, true};
+    const std::string magnitude = FillText(markup.Number, {text.substr(isNegative ? 1 : 0)});
+    return isNegative ? Part{FillText(markup.Negative, {magnitude}), Level::Sign} : Part{magnitude, Level::Atom, true};
   }
   std::string_view exponent = text.substr(e + 1);
   const bool isSmall = exponent.starts_with('-');
   exponent.remove_prefix(std::min(exponent.find_first_of("123456789"), exponent.size()));
-  const std::string digits = Fill(markup.Number, {exponent});
-  const std::string whole = Fill(markup.TimesTenTo, {text.substr(isNegative ? 1 : 0, e - (isNegative ? 1 : 0)),
-                                                     isSmall ? Fill(markup.Negative, {digits}) : digits});
-  return isNegative ? Part{Fill(markup.Negative, {whole}), Level::Sign} : Part{whole, Level::Product, true};
+  const std::string digits = FillText(markup.Number, {exponent});
+  const std::string whole = FillText(markup.TimesTenTo, {text.substr(isNegative ? 1 : 0, e - (isNegative ? 1 : 0)),
+                                                         isSmall ? FillText(markup.Negative, {digits}) : digits});
+  return isNegative ? Part{FillText(markup.Negative, {whole}), Level::Sign} : Part{whole, Level::Product, true};
 }
 
 class Typesetter {
@@ -333,7 +212,7 @@ class Typesetter {
     std::string lines = Lines(Name("y"), whole);
     for (const auto& support : supports_)
       lines.append(markup_.LineEnd).append(Lines(Name("F" + std::to_string(support.first)), support.second));
-    return Fill(markup_.Whole, {lines});
+    return FillText(markup_.Whole, {lines});
   }
 
  private:
@@ -343,8 +222,8 @@ class Typesetter {
     std::size_t begin = 0;
     const auto end = [&](std::size_t at) {
       const std::string_view terms = std::string_view(part.Text).substr(begin, at - begin);
-      lines += begin == 0 ? Fill(markup_.Line, {name, terms})
-                          : std::string(markup_.LineEnd) + Fill(markup_.Further, {terms});
+      lines += begin == 0 ? FillText(markup_.Line, {name, terms})
+                          : std::string(markup_.LineEnd) + FillText(markup_.Further, {terms});
       begin = at;
     };
     for (std::size_t i = 0; i < part.Signs.size(); ++i) {
@@ -358,15 +237,16 @@ class Typesetter {
   std::string Upright(std::string_view name) const {
     std::string text;
     for (const char c : name) text.append(c == '_' ? markup_.Underscore : std::string_view(&c, 1));
-    return Fill(markup_.Upright, {text});
+    return FillText(markup_.Upright, {text});
   }
 
   // Letters: a Greek one by its name, a single one slanted, a word upright.
   std::string Letters(std::string_view name) const {
-    const auto greek = std::ranges::find(kGreek, name);
-    if (greek != kGreek.end() && !name.empty()) return markup_.Greek(static_cast<std::size_t>(greek - kGreek.begin()));
-    if (name.find_first_not_of("0123456789") == std::string_view::npos) return Fill(markup_.Number, {name});
-    return name.size() == 1 ? Fill(markup_.Italic, {name}) : Upright(name);
+    const auto greek = std::ranges::find(kGreekLetters, name);
+    if (greek != kGreekLetters.end() && !name.empty())
+      return markup_.Greek(static_cast<std::size_t>(greek - kGreekLetters.begin()));
+    if (name.find_first_not_of("0123456789") == std::string_view::npos) return FillText(markup_.Number, {name});
+    return name.size() == 1 ? FillText(markup_.Italic, {name}) : Upright(name);
   }
 
   // Digits at the end of letters, and what follows "_", stand below.
@@ -378,7 +258,7 @@ class Typesetter {
     const bool isPlain = stem.find_first_of("0123456789_") == std::string_view::npos && !stem.empty() &&
                          below.find('_') == std::string_view::npos;
     if (!isPlain) return Upright(name);
-    return below.empty() ? Letters(stem) : Fill(markup_.Subscript, {Letters(stem), Letters(below)});
+    return below.empty() ? Letters(stem) : FillText(markup_.Subscript, {Letters(stem), Letters(below)});
   }
 
   // Two names that would look alike, such as a1 and a_1, stand as they are written.
@@ -388,22 +268,22 @@ class Typesetter {
   }
 
   std::string Enclose(const Part& part, Level least) const {
-    return part.Binds >= least ? part.Text : Fill(markup_.Parentheses, {part.Text});
+    return part.Binds >= least ? part.Text : FillText(markup_.Parentheses, {part.Text});
   }
 
   Part AsNumber(const Part& part) const {
     if (!part.IsTruth) return part;
-    return {Fill(markup_.AsNumber, {part.Text}), Level::Sign};
+    return {FillText(markup_.AsNumber, {part.Text}), Level::Sign};
   }
   std::string AsTruth(const Part& part) const {
     return part.IsTruth ? part.Text
-                        : Fill(markup_.Comparisons[3], {Enclose(part, Level::Sum), Number("0", markup_).Text});
+                        : FillText(markup_.Comparisons[3], {Enclose(part, Level::Sum), Number("0", markup_).Text});
   }
 
   Part Bounded(Part part) {
     if (part.Text.size() <= kLongestText) return part;
     words_.insert("...");
-    return {Fill(markup_.Number, {"..."})};
+    return {FillText(markup_.Number, {"..."})};
   }
   Part Render(const ExprToken& token, std::span<const Part> operands, std::span<const std::string> coefficients);
   Part Operator(const ExprToken& token, std::span<const Part> operands);
@@ -423,7 +303,7 @@ Part Typesetter::Render(const ExprToken& token, std::span<const Part> operands,
     case TokenKind::IndependentVariable:
       return {Name(token.Code == 0 ? "x" : "x" + std::to_string(token.Code))};
     case TokenKind::Literal:
-      if (token.Value == kPi) return {markup_.Greek(kPiLetter)};
+      if (token.Value == kPi) return {markup_.Greek(kGreekPi)};
       return Number(ShortestNumber(token.Value), markup_);
     case TokenKind::Coefficient:
       return {coefficients[static_cast<std::size_t>(token.Index - 1)]};
@@ -436,7 +316,7 @@ Part Typesetter::Render(const ExprToken& token, std::span<const Part> operands,
       return {Name("F" + std::to_string(token.Code))};
     case TokenKind::Function:
       if (token.Code == kEndIfCode)
-        return {Fill(markup_.Cases, {AsTruth(operands[0]), AsNumber(operands[1]).Text, AsNumber(operands[2]).Text}),
+        return {FillText(markup_.Cases, {AsTruth(operands[0]), AsNumber(operands[1]).Text, AsNumber(operands[2]).Text}),
                 Level::Loose};
       return Function(ToLower(token.Name), operands);
     default:
@@ -446,8 +326,8 @@ Part Typesetter::Render(const ExprToken& token, std::span<const Part> operands,
 
 Part Typesetter::Logic(std::string_view sign, std::span<const Part> operands) const {
   const auto enclosed = [&](std::size_t i) { return Enclose(operands[i], Level::Truth); };
-  return {operands.size() == 1 ? Fill(sign, {enclosed(0)}) : Fill(sign, {enclosed(0), enclosed(1)}), Level::Loose,
-          false, true};
+  return {operands.size() == 1 ? FillText(sign, {enclosed(0)}) : FillText(sign, {enclosed(0), enclosed(1)}),
+          Level::Loose, false, true};
 }
 
 Part Typesetter::Operator(const ExprToken& token, std::span<const Part> operands) {
@@ -455,9 +335,9 @@ Part Typesetter::Operator(const ExprToken& token, std::span<const Part> operands
   const bool areTruths = std::ranges::all_of(operands, &Part::IsTruth);
   if (isUnary) {
     if (token.Code == kNegate)
-      return {Fill(markup_.Negative, {Enclose(AsNumber(operands[0]), Level::Product)}), Level::Sign};
+      return {FillText(markup_.Negative, {Enclose(AsNumber(operands[0]), Level::Product)}), Level::Sign};
     if (areTruths)
-      return {Fill(markup_.Not, {Fill(markup_.Parentheses, {operands[0].Text})}), Level::Truth, false, true};
+      return {FillText(markup_.Not, {FillText(markup_.Parentheses, {operands[0].Text})}), Level::Truth, false, true};
     return Function("not", operands);
   }
   if (areTruths && token.Code == kAnd) return Logic(markup_.And, operands);
@@ -465,30 +345,30 @@ Part Typesetter::Operator(const ExprToken& token, std::span<const Part> operands
   const Part a = AsNumber(operands[0]), b = AsNumber(operands[1]);
   switch (token.Code) {
     case kPower:
-      return {Fill(markup_.Power, {Enclose(a, Level::Atom), b.Text}), Level::Factor, a.BeginsWithDigit};
+      return {FillText(markup_.Power, {Enclose(a, Level::Atom), b.Text}), Level::Factor, a.BeginsWithDigit};
     case kAdd:
     case kSubtract: {
       const std::string left = Enclose(a, Level::Sum), right = Enclose(b, Level::Product);
-      Part sum{Fill(token.Code == kAdd ? markup_.Sum : markup_.Difference, {left, right}), Level::Sum,
+      Part sum{FillText(token.Code == kAdd ? markup_.Sum : markup_.Difference, {left, right}), Level::Sum,
                a.BeginsWithDigit};
       if (a.Binds == Level::Sum) sum.Signs = a.Signs;
       sum.Signs.push_back(left.size());
       return sum;
     }
     case kMultiply:
-      return {Fill(b.BeginsWithDigit ? markup_.Dot : markup_.Product,
-                   {Enclose(a, Level::Sign), Enclose(b, Level::Product)}),
+      return {FillText(b.BeginsWithDigit ? markup_.Dot : markup_.Product,
+                       {Enclose(a, Level::Sign), Enclose(b, Level::Product)}),
               a.Binds == Level::Sign ? Level::Sign : Level::Product, a.BeginsWithDigit && a.Binds >= Level::Sign};
     case kDivide:
-      return {Fill(markup_.Fraction, {a.Text, b.Text}), Level::Factor};
+      return {FillText(markup_.Fraction, {a.Text, b.Text}), Level::Factor};
     case kEqual:
     case kLess:
     case kGreater:
     case kUnequal:
     case kLessOrEqual:
     case kGreaterOrEqual:
-      return {Fill(markup_.Comparisons[static_cast<std::size_t>(token.Code - kEqual)],
-                   {Enclose(a, Level::Sum), Enclose(b, Level::Sum)}),
+      return {FillText(markup_.Comparisons[static_cast<std::size_t>(token.Code - kEqual)],
+                       {Enclose(a, Level::Sum), Enclose(b, Level::Sum)}),
               Level::Truth, false, true};
     default:
       return Function(ToLower(token.Name), operands);
@@ -500,24 +380,25 @@ Part Typesetter::Function(const std::string& word, std::span<const Part> operand
   std::vector<Part> numbers;
   for (const Part& operand : operands) numbers.push_back(AsNumber(operand));
   const auto text = [&](std::size_t i) -> const std::string& { return numbers[i].Text; };
-  if (word == "abs") return {Fill(markup_.Bars, {text(0)})};
-  if (word == "int" || word == "floor") return {Fill(markup_.Floor, {text(0)})};
-  if (word == "ceil") return {Fill(markup_.Ceiling, {text(0)})};
-  if (word == "sqr") return {Fill(markup_.Root, {text(0)}), Level::Factor};
-  if (word == "exp") return {Fill(markup_.Power, {Upright("e"), text(0)}), Level::Factor};
-  if (word == "fact") return {Fill(markup_.Factorial, {Enclose(numbers[0], Level::Atom)}), Level::Factor};
+  if (word == "abs") return {FillText(markup_.Bars, {text(0)})};
+  if (word == "int" || word == "floor") return {FillText(markup_.Floor, {text(0)})};
+  if (word == "ceil") return {FillText(markup_.Ceiling, {text(0)})};
+  if (word == "sqr") return {FillText(markup_.Root, {text(0)}), Level::Factor};
+  if (word == "exp") return {FillText(markup_.Power, {Upright("e"), text(0)}), Level::Factor};
+  if (word == "fact") return {FillText(markup_.Factorial, {Enclose(numbers[0], Level::Atom)}), Level::Factor};
   const auto apply = [&](const std::string& head, std::size_t first) {
     std::string all = text(first);
-    for (std::size_t i = first + 1; i < numbers.size(); ++i) all = Fill(markup_.Comma, {all, text(i)});
-    return Part{Fill(markup_.Apply, {head, all}), Level::Factor};
+    for (std::size_t i = first + 1; i < numbers.size(); ++i) all = FillText(markup_.Comma, {all, text(i)});
+    return Part{FillText(markup_.Apply, {head, all}), Level::Factor};
   };
   if (word == "log10")
-    return apply(Fill(markup_.Subscript, {Fill(markup_.Operator, {"log"}), Fill(markup_.Number, {"10"})}), 0);
+    return apply(FillText(markup_.Subscript, {FillText(markup_.Operator, {"log"}), FillText(markup_.Number, {"10"})}),
+                 0);
   if (word == "gamma") return apply(std::string(markup_.Gamma), 0);
   if (word == "psi") return apply(markup_.Greek(23), 0);
   if (word == "ibeta") {
-    const std::string both = Fill(markup_.Comma, {text(0), text(1)});
-    return {Fill(markup_.Apply, {Fill(markup_.Subscript, {Upright("I"), text(2)}), both}), Level::Factor};
+    const std::string both = FillText(markup_.Comma, {text(0), text(1)});
+    return {FillText(markup_.Apply, {FillText(markup_.Subscript, {Upright("I"), text(2)}), both}), Level::Factor};
   }
   const auto* rewritten = std::ranges::find(kRewritten, word, &Rewritten::Word);
   if (rewritten != std::end(kRewritten)) {
@@ -530,12 +411,13 @@ Part Typesetter::Function(const std::string& word, std::span<const Part> operand
   const auto* named = std::ranges::find(kNamed, word, &Named::Word);
   if (named == std::end(kNamed)) return apply(Upright(word), 0);
   const bool isKnown = std::ranges::find(kOperators, named->Name) != std::end(kOperators);
-  std::string head = Fill(isKnown ? markup_.Operator : markup_.Upright, {named->Name});
+  std::string head = FillText(isKnown ? markup_.Operator : markup_.Upright, {named->Name});
   const std::string above = named->Above > 0 ? text(1) : named->Slope ? std::string(markup_.PrimeSign) : "";
   if (named->Below > 0)
-    head = above.empty() ? Fill(markup_.Subscript, {head, text(0)}) : Fill(markup_.Both, {head, text(0), above});
+    head =
+        above.empty() ? FillText(markup_.Subscript, {head, text(0)}) : FillText(markup_.Both, {head, text(0), above});
   else if (!above.empty())
-    head = Fill(markup_.Power, {head, above});
+    head = FillText(markup_.Power, {head, above});
   return apply(head, static_cast<std::size_t>(named->Below + named->Above));
 }
 
@@ -560,10 +442,6 @@ std::vector<std::string> FormulaNotes(const CodeModel& model) {
 std::vector<std::string> LatexCoefficients(const CodeModel& model) {
   return Typesetter(model, kLatexMarkup).Coefficients();
 }
-std::vector<std::string> MathMLCoefficients(const CodeModel& model) {
-  return Typesetter(model, kMathMLMarkup).Coefficients();
-}
-
 std::string LatexNumber(double value) { return Number(GeneralNumber(value), kLatexMarkup).Text; }
 
 }  // namespace quorvex

@@ -25,7 +25,6 @@ std::vector<std::string> FormulaNotes(const CodeModel& model);
 // The names of the coefficients as the formula has them, in their order, and a number as in it: "a_{1}",
 // "1.5\times 10^{-9}" of up to 15 digits. For mathematics in a line of text.
 std::vector<std::string> LatexCoefficients(const CodeModel& model);
-std::vector<std::string> MathMLCoefficients(const CodeModel& model);  // of "math" elements, without these around them
 std::string LatexNumber(double value);
 
 }  // namespace quorvex

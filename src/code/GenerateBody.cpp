@@ -6,6 +6,7 @@
 #include <set>
 
 #include "code/CodeLanguage.h"
+#include "code/FillText.h"
 #include "core/NumberText.h"
 #include "equation/DataWordValue.h"
 #include "equation/RenderPostfix.h"
@@ -99,7 +100,6 @@ class Generator {
   Part AsNumber(Part part, std::vector<std::string>& before) const;
   std::string AsTruth(const Part& part) const;
   std::string Fill(std::string_view text, std::span<const Part> operands) const;
-  std::string FillTexts(std::string_view text, std::initializer_list<std::string> texts) const;
   const CodeForm* FindForm(std::string_view word) const;
   const double* FindDataWord(std::string_view word) const;
   void Need(std::string_view names);
@@ -209,17 +209,11 @@ std::string Generator::Fill(std::string_view text, std::span<const Part> operand
   return filled;
 }
 
-std::string Generator::FillTexts(std::string_view text, std::initializer_list<std::string> texts) const {
-  std::vector<Part> parts;
-  for (const std::string& each : texts) parts.push_back({each, Binding::Loose});
-  return Fill(text, parts);
-}
-
 // What must be stated ahead goes to `before`, in the order in which the program computes it.
 Part Generator::AsNumber(Part part, std::vector<std::string>& before) const {
   before.insert(before.end(), part.Before.begin(), part.Before.end());
   part.Before.clear();
-  if (!part.Truth.empty()) return {FillTexts(language_.Truth.AsNumber, {part.Truth})};
+  if (!part.Truth.empty()) return {FillText(language_.Truth.AsNumber, {part.Truth})};
   return part;
 }
 
@@ -294,7 +288,7 @@ Part Generator::Operator(const ExprToken& token, std::span<const Part> operands)
   if (!logic.empty() && truths()) {
     takeBefore();
     whole.Truth =
-        isUnary ? FillTexts(logic, {operands[0].Truth}) : FillTexts(logic, {operands[0].Truth, operands[1].Truth});
+        isUnary ? FillText(logic, {operands[0].Truth}) : FillText(logic, {operands[0].Truth, operands[1].Truth});
     return whole;
   }
   const std::string word = isUnary ? (token.Code == kNegate ? "neg" : "not") : ToLower(token.Name);
@@ -342,7 +336,7 @@ Part Generator::Choice(std::span<const Part> operands) {
   const bool inOne = !language_.Choice.empty() && then.Before.empty() && otherwise.Before.empty();
   if (inOne) {
     const std::string one = AsNumber(then, whole.Before).Text, other = AsNumber(otherwise, whole.Before).Text;
-    whole.Text = FillTexts(language_.Choice, {AsTruth(condition), one, other});
+    whole.Text = FillText(language_.Choice, {AsTruth(condition), one, other});
     return whole;
   }
   // Only the branch that is taken may be computed: the other one may have no value.
@@ -351,10 +345,10 @@ Part Generator::Choice(std::span<const Part> operands) {
   const auto branch = [&](const Part& part) {
     std::vector<std::string> lines;
     const std::string value = AsNumber(part, lines).Text;
-    lines.push_back(FillTexts(language_.Statements.Assign, {whole.Text, value}));
+    lines.push_back(FillText(language_.Statements.Assign, {whole.Text, value}));
     for (const std::string& line : lines) whole.Before.push_back("    " + line);
   };
-  whole.Before.push_back(FillTexts(language_.Statements.If, {AsTruth(condition)}));
+  whole.Before.push_back(FillText(language_.Statements.If, {AsTruth(condition)}));
   branch(then);
   whole.Before.emplace_back(language_.Statements.Else);
   branch(otherwise);
@@ -371,10 +365,10 @@ Part Generator::Save(const ExprToken& token, const Part& value) {
   }
   const std::string& name = supports_[token.Code];
   if (!language_.Save.empty()) {
-    whole.Text = FillTexts(language_.Save, {name, number.Text});
+    whole.Text = FillText(language_.Save, {name, number.Text});
     return whole;
   }
-  whole.Before.push_back(FillTexts(language_.Statements.Assign, {name, number.Text}));
+  whole.Before.push_back(FillText(language_.Statements.Assign, {name, number.Text}));
   whole.Text = name;
   return whole;
 }
