@@ -44,6 +44,19 @@ struct CodeStatements {
   std::string_view Assign;         // $1 = $2
 };
 
+// The lines of a function and what shows its proof. What is empty is not written.
+struct CodeFrame {
+  std::string_view Function = {};        // $1 is its name, $2 what it takes, $3 the first of that
+  std::string_view Variable = "$1";      // one of these, by its name
+  std::string_view Constant = {};        // $1 and its value $2: a coefficient, or what the fit knows of its data
+  std::string_view Support = {};         // $1 is the name of a supporting function's value, 0 at first
+  std::string_view Choice = {};          // $1 is the name of what a choice by statements comes to
+  std::string_view SupportAtFirst = {};  // where the line of Support can't give it that value
+  std::string_view Result = {};          // $1 in the function $2
+  std::string_view End = {};             // $1 is the function's name
+  std::string_view Proof = {};           // the call $1 and its value $2
+};
+
 struct CodeBody;
 
 // A language that models are written in: what its expressions look like, and the frame around them.
@@ -63,6 +76,7 @@ struct CodeLanguage {
   CodeStatements Statements = {};
   std::string_view Rounded = {};  // #1, to whole numbers, ties to even; where the forms ask for it
   bool Substitutes = false;       // formulas of a sheet: cells A2, B2, ... for variables, and no other names at all
+  CodeFrame Frame = {};
   std::string (*Number)(double value);
   // The whole file. A text that is any text goes through CommentText or a string of the language.
   std::string (*Write)(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
@@ -113,6 +127,21 @@ std::string CommentLines(const CodeLanguage& language, std::string_view text);
 
 // The head of a file as all languages have it, as lines of comment: title, definition, remarks on fit and names.
 std::string CommentHead(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
+
+// The definitions that the body needs, each behind an empty line.
+std::string DefinitionText(const CodeBody& body);
+
+// What stands in the function, line by line without an end: values, declarations, statements, result.
+std::vector<std::string> FunctionLines(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
+
+// The function by the frame, its lines indented by four blanks.
+std::string FunctionText(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
+
+// Of the proof, where the model has one.
+std::string ProofText(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
+
+// Head, definitions, function and proof, which is a file of most languages.
+std::string WriteFramed(const CodeModel& model, const CodeBody& body, const CodeLanguage& language);
 
 // Texts in a row, with ", " between them.
 std::string CommaList(std::span<const std::string> texts);

@@ -205,25 +205,15 @@ std::string Write(const CodeModel& model, const CodeBody& body, const CodeLangua
   }
   text = WithinLines(text) + "\nmodule " + module + "\n  implicit none\n  private\n  public :: " + body.Function +
          "\ncontains\n\n";
-  const auto declare = [&](const std::string& name, const std::string& value) {
-    const std::string kind = value.empty() ? " :: " : ", parameter :: ";
-    text += Continued("    ", "double precision" + kind + name + (value.empty() ? "" : " = " + value));
-  };
   text += Continued("  ", "double precision function " + body.Function + "(" + CommaList(body.Variables) + ")");
   text += Continued("    ", "double precision, intent(in) :: " + CommaList(body.Variables));
   for (const std::string& word : body.Missing)
     text += Continued("    ", "double precision, external :: " + word + "_of_the_user");
-  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
-    declare(body.Coefficients[i], DoubleNumber(model.Values[i]));
-  for (const auto& word : body.DataWords) declare(word.first, DoubleNumber(word.second));
-  for (const std::string& name : body.Supports) declare(name, "");
-  for (const std::string& name : body.Choices) declare(name, "");
-  for (const std::string& name : body.Supports) text += "    " + name + " = 0.0d0\n";
-  for (const std::string& statement : body.Statements) {
-    const std::size_t blanks = statement.find_first_not_of(' ');
-    text += Continued(std::string(4 + std::min<std::size_t>(blanks, 40), ' '), statement.substr(blanks));
+  for (const std::string& line : FunctionLines(model, body, language)) {
+    const std::size_t blanks = line.find_first_not_of(' ');
+    text += Continued(std::string(4 + std::min<std::size_t>(blanks, 40), ' '), line.substr(blanks));
   }
-  text += Continued("    ", body.Function + " = " + body.Result) + "  end function " + body.Function + "\n";
+  text += "  end function " + body.Function + "\n";
   for (const CodeDefinition* definition : body.Definitions) {
     text += '\n';
     for (std::string_view lines = definition->Text; !lines.empty();)
@@ -249,6 +239,11 @@ const CodeLanguage kFortran = {
               .Or = "($1 .or. $2)",
               .Not = "(.not. ($1))"},
     .Statements = {.If = "if ($1) then", .Else = "else", .End = "end if", .Assign = "$1 = $2"},
+    .Frame = {.Constant = "double precision, parameter :: $1 = $2",
+              .Support = "double precision :: $1",
+              .Choice = "double precision :: $1",
+              .SupportAtFirst = "$1 = 0.0d0",
+              .Result = "$2 = $1"},
     .Number = DoubleNumber,
     .Write = Write};
 

@@ -136,25 +136,6 @@ constexpr CodeDefinition kDefinitions[] = {
      "}"},
 };
 
-std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
-  std::string text = CommentHead(model, body, language);
-  for (const CodeDefinition* definition : body.Definitions) text.append("\n").append(definition->Text).append("\n");
-  text += "\nfunction " + body.Function + "(" + CommaList(body.Variables) + ") {\n";
-  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
-    text += "    const " + body.Coefficients[i] + " = " + RealNumber(model.Values[i]) + ";\n";
-  for (const auto& word : body.DataWords) text += "    const " + word.first + " = " + RealNumber(word.second) + ";\n";
-  for (const std::string& name : body.Supports) text += "    let " + name + " = 0.0;\n";
-  for (const std::string& statement : body.Statements) text += "    " + statement + "\n";
-  text += "    return " + body.Result + ";\n}\n\n// For require(); a page has the function by its name.\n" +
-          "if (typeof module !== \"undefined\") module.exports = { " + body.Function + " };\n";
-  if (model.Proof) {
-    const std::string call = ProofCall(model, body, language);
-    text += "\n// " + call + " is to give " + RealNumber(model.Proof->Y) +
-            "\nif (typeof require !== \"undefined\" && require.main === module) console.log(" + call + ");\n";
-  }
-  return text;
-}
-
 }  // namespace
 
 const CodeLanguage kJavaScript = {.Name = "JavaScript",
@@ -170,7 +151,15 @@ const CodeLanguage kJavaScript = {.Name = "JavaScript",
                                             .Not = "!($1)"},
                                   .Choice = "($1 ? $2 : $3)",
                                   .Save = "($1 = $2)",
+                                  .Frame = {.Function = "\nfunction $1($2) {\n",
+                                            .Constant = "const $1 = $2;",
+                                            .Support = "let $1 = 0.0;",
+                                            .Result = "return $1;",
+                                            .End = "}\n\n// For require(); a page has the function by its name.\nif "
+                                                   "(typeof module !== \"undefined\") module.exports = { $1 };\n",
+                                            .Proof = "\n// $1 is to give $2\nif (typeof require !== \"undefined\" && "
+                                                     "require.main === module) console.log($1);\n"},
                                   .Number = RealNumber,
-                                  .Write = Write};
+                                  .Write = WriteFramed};
 
 }  // namespace quorvex

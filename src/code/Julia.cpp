@@ -236,40 +236,29 @@ constexpr CodeDefinition kDefinitions[] = {
      "end"},
 };
 
-std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
-  std::string text = CommentHead(model, body, language);
-  for (const CodeDefinition* definition : body.Definitions) text.append("\n").append(definition->Text).append("\n");
-  text += "\nfunction " + body.Function + "(" + CommaList(body.Variables) + ")\n";
-  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
-    text += "    " + body.Coefficients[i] + " = " + RealNumber(model.Values[i]) + "\n";
-  for (const auto& word : body.DataWords) text += "    " + word.first + " = " + RealNumber(word.second) + "\n";
-  for (const std::string& name : body.Supports) text += "    " + name + " = 0.0\n";
-  for (const std::string& statement : body.Statements) text += "    " + statement + "\n";
-  text += "    return " + body.Result + "\nend\n";
-  if (model.Proof) {
-    const std::string call = ProofCall(model, body, language);
-    text += "\nif abspath(PROGRAM_FILE) == @__FILE__\n    # " + call + " is to give " + RealNumber(model.Proof->Y) +
-            "\n    println(" + call + ")\nend\n";
-  }
-  return text;
-}
-
 }  // namespace
 
-const CodeLanguage kJulia = {.Name = "Julia",
-                             .Extension = "jl",
-                             .Comment = "#",
-                             .Reserved = kReserved,
-                             .Forms = kForms,
-                             .Definitions = kDefinitions,
-                             .Truth = {.OfNumber = "#1 != 0",
-                                       .AsNumber = "($1 ? -1.0 : 0.0)",
-                                       .And = "($1 && $2)",
-                                       .Or = "($1 || $2)",
-                                       .Not = "!($1)"},
-                             .Choice = "($1 ? $2 : $3)",
-                             .Save = "($1 = $2)",
-                             .Number = RealNumber,
-                             .Write = Write};
+const CodeLanguage kJulia = {
+    .Name = "Julia",
+    .Extension = "jl",
+    .Comment = "#",
+    .Reserved = kReserved,
+    .Forms = kForms,
+    .Definitions = kDefinitions,
+    .Truth = {.OfNumber = "#1 != 0",
+              .AsNumber = "($1 ? -1.0 : 0.0)",
+              .And = "($1 && $2)",
+              .Or = "($1 || $2)",
+              .Not = "!($1)"},
+    .Choice = "($1 ? $2 : $3)",
+    .Save = "($1 = $2)",
+    .Frame = {.Function = "\nfunction $1($2)\n",
+              .Constant = "$1 = $2",
+              .Support = "$1 = 0.0",
+              .Result = "return $1",
+              .End = "end\n",
+              .Proof = "\nif abspath(PROGRAM_FILE) == @__FILE__\n    # $1 is to give $2\n    println($1)\nend\n"},
+    .Number = RealNumber,
+    .Write = WriteFramed};
 
 }  // namespace quorvex

@@ -268,27 +268,23 @@ bool TakesOnePoint(const CodeBody& body) {
   return takesOne;
 }
 
+constexpr std::string_view kOnePointFunction =
+    "\nfunction y = $1($2)\n"
+    "    if numel($3) ~= 1\n"
+    "        y = arrayfun(@$1, $2);\n"
+    "        return\n"
+    "    end\n";
+
 std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
   CodeBody remarked = body;
   remarked.Remarks.push_back("For MATLAB and Octave. The file is to be called " + body.Function +
                              ".m; points may be numbers or arrays of one size.");
   std::string text = CommentHead(model, remarked, language);
-  const std::string call = model.Proof ? ProofCall(model, body, language) : "";
-  if (model.Proof) text += "%\n% " + call + " is to give " + PlainNumber(model.Proof->Y) + "\n";
-  text += "\nfunction y = " + body.Function + "(" + CommaList(body.Variables) + ")\n";
-  if (TakesOnePoint(body)) {
-    text += "    if numel(" + body.Variables[0] + ") ~= 1\n        y = arrayfun(@" + body.Function + ", " +
-            CommaList(body.Variables) + ");\n        return\n    end\n";
-  }
-  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
-    text += "    " + body.Coefficients[i] + " = " + PlainNumber(model.Values[i]) + ";\n";
-  for (const auto& word : body.DataWords) text += "    " + word.first + " = " + PlainNumber(word.second) + ";\n";
-  for (const std::string& name : body.Supports) text += "    " + name + " = 0;\n";
-  for (const std::string& statement : body.Statements) text += "    " + statement + "\n";
-  text += "    y = " + body.Result + ";\nend\n";
-  for (const CodeDefinition* definition : body.Definitions) text.append("\n").append(definition->Text).append("\n");
-  if (model.Proof) text += "\n%!assert (" + call + ", " + PlainNumber(model.Proof->Y) + ", -1e-10)\n";
-  return text;
+  if (model.Proof)
+    text += "%\n% " + ProofCall(model, body, language) + " is to give " + PlainNumber(model.Proof->Y) + "\n";
+  CodeLanguage framed = language;
+  if (TakesOnePoint(body)) framed.Frame.Function = kOnePointFunction;
+  return text + FunctionText(model, body, framed) + DefinitionText(body) + ProofText(model, body, language);
 }
 
 }  // namespace
@@ -308,6 +304,12 @@ const CodeLanguage kMatlab = {.Name = "MATLAB",
                               .Times = " .* ",
                               .Over = " ./ ",
                               .Statements = {.If = "if $1", .Else = "else", .End = "end", .Assign = "$1 = $2;"},
+                              .Frame = {.Function = "\nfunction y = $1($2)\n",
+                                        .Constant = "$1 = $2;",
+                                        .Support = "$1 = 0;",
+                                        .Result = "y = $1;",
+                                        .End = "end\n",
+                                        .Proof = "\n%!assert ($1, $2, -1e-10)\n"},
                               .Number = PlainNumber,
                               .Write = Write};
 

@@ -172,44 +172,40 @@ constexpr CodeDefinition kDefinitions[] = {
     {"struct", "import struct"},
 };
 
+// What is imported stands ahead of all functions.
 std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
-  std::string text = CommentHead(model, body, language) + "\nimport math\n";
-  std::string functions;
+  std::string imports = "\nimport math\n", functions;
   for (const CodeDefinition* definition : body.Definitions) {
-    const bool imports = definition->Text.find("import ") < 20 && definition->Text.find('\n') == std::string_view::npos;
-    (imports ? text : functions).append(imports ? "" : "\n\n").append(definition->Text).append("\n");
+    const bool isImport =
+        definition->Text.find("import ") < 20 && definition->Text.find('\n') == std::string_view::npos;
+    (isImport ? imports : functions).append(isImport ? "" : "\n\n").append(definition->Text).append("\n");
   }
-  text += functions + "\n\ndef " + body.Function + "(" + CommaList(body.Variables) + "):\n";
-  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
-    text += "    " + body.Coefficients[i] + " = " + RealNumber(model.Values[i]) + "\n";
-  for (const auto& word : body.DataWords) text += "    " + word.first + " = " + RealNumber(word.second) + "\n";
-  for (const std::string& name : body.Supports) text += "    " + name + " = 0.0\n";
-  for (const std::string& statement : body.Statements) text += "    " + statement + "\n";
-  text += "    return " + body.Result + "\n";
-  if (model.Proof) {
-    const std::string call = ProofCall(model, body, language);
-    text += "\n\nif __name__ == \"__main__\":\n    # " + call + " is to give " + RealNumber(model.Proof->Y) +
-            "\n    print(" + call + ")\n";
-  }
-  return text;
+  return CommentHead(model, body, language) + imports + functions + FunctionText(model, body, language) +
+         ProofText(model, body, language);
 }
 
 }  // namespace
 
-const CodeLanguage kPython = {.Name = "Python",
-                              .Extension = "py",
-                              .Comment = "#",
-                              .Reserved = kReserved,
-                              .Forms = kForms,
-                              .Definitions = kDefinitions,
-                              .Truth = {.OfNumber = "$1 != 0",
-                                        .AsNumber = "(-1.0 if $1 else 0.0)",
-                                        .And = "($1 and $2)",
-                                        .Or = "($1 or $2)",
-                                        .Not = "not ($1)"},
-                              .Choice = "($2 if $1 else $3)",
-                              .Save = "($1 := $2)",
-                              .Number = RealNumber,
-                              .Write = Write};
+const CodeLanguage kPython = {
+    .Name = "Python",
+    .Extension = "py",
+    .Comment = "#",
+    .Reserved = kReserved,
+    .Forms = kForms,
+    .Definitions = kDefinitions,
+    .Truth = {.OfNumber = "$1 != 0",
+              .AsNumber = "(-1.0 if $1 else 0.0)",
+              .And = "($1 and $2)",
+              .Or = "($1 or $2)",
+              .Not = "not ($1)"},
+    .Choice = "($2 if $1 else $3)",
+    .Save = "($1 := $2)",
+    .Frame = {.Function = "\n\ndef $1($2):\n",
+              .Constant = "$1 = $2",
+              .Support = "$1 = 0.0",
+              .Result = "return $1",
+              .Proof = "\n\nif __name__ == \"__main__\":\n    # $1 is to give $2\n    print($1)\n"},
+    .Number = RealNumber,
+    .Write = Write};
 
 }  // namespace quorvex

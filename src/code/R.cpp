@@ -178,24 +178,6 @@ constexpr CodeDefinition kDefinitions[] = {
      "}"},
 };
 
-std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
-  std::string text = CommentHead(model, body, language);
-  for (const CodeDefinition* definition : body.Definitions) text.append("\n").append(definition->Text).append("\n");
-  text += "\n" + body.Function + " <- function(" + CommaList(body.Variables) + ") {\n";
-  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
-    text += "    " + body.Coefficients[i] + " <- " + PlainNumber(model.Values[i]) + "\n";
-  for (const auto& word : body.DataWords) text += "    " + word.first + " <- " + PlainNumber(word.second) + "\n";
-  for (const std::string& name : body.Supports) text += "    " + name + " <- 0\n";
-  for (const std::string& statement : body.Statements) text += "    " + statement + "\n";
-  text += "    " + body.Result + "\n}\n";
-  if (model.Proof) {
-    const std::string call = ProofCall(model, body, language);
-    text += "\n# " + call + " is to give " + PlainNumber(model.Proof->Y) + "\nif (sys.nframe() == 0) print(" + call +
-            ", digits = 15)\n";
-  }
-  return text;
-}
-
 }  // namespace
 
 const CodeLanguage kR = {.Name = "R",
@@ -211,7 +193,13 @@ const CodeLanguage kR = {.Name = "R",
                                    .Not = "!($1)"},
                          .Choice = "(if ($1) $2 else $3)",
                          .Save = "($1 <- $2)",
+                         .Frame = {.Function = "\n$1 <- function($2) {\n",
+                                   .Constant = "$1 <- $2",
+                                   .Support = "$1 <- 0",
+                                   .Result = "$1",
+                                   .End = "}\n",
+                                   .Proof = "\n# $1 is to give $2\nif (sys.nframe() == 0) print($1, digits = 15)\n"},
                          .Number = PlainNumber,
-                         .Write = Write};
+                         .Write = WriteFramed};
 
 }  // namespace quorvex

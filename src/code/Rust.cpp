@@ -127,48 +127,36 @@ constexpr CodeDefinition kDefinitions[] = {
      "}"},
 };
 
-std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
-  std::string text = CommentHead(model, body, language);
-  for (const CodeDefinition* definition : body.Definitions) text.append("\n").append(definition->Text).append("\n");
-  std::vector<std::string> variables;
-  for (const std::string& name : body.Variables) variables.push_back(name + ": f64");
-  // A coefficient may be called like no variable of the language is, and the last variables may not occur.
-  text += "\n#[allow(non_snake_case, unused_parens, unused_variables, unused_assignments, clippy::all)]\npub fn " +
-          body.Function + "(" + CommaList(variables) + ") -> f64 {\n";
-  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
-    text += "    let " + body.Coefficients[i] + ": f64 = " + RealNumber(model.Values[i]) + ";\n";
-  for (const auto& word : body.DataWords)
-    text += "    let " + word.first + ": f64 = " + RealNumber(word.second) + ";\n";
-  for (const std::string& name : body.Supports) text += "    let mut " + name + ": f64 = 0.0;\n";
-  for (const std::string& name : body.Choices) text += "    let " + name + ": f64;\n";
-  for (const std::string& statement : body.Statements) text += "    " + statement + "\n";
-  text += "    " + body.Result + "\n}\n";
-  if (model.Proof) {
-    const std::string y = RealNumber(model.Proof->Y);
-    text +=
-        "\n#[cfg(test)]\nmod tests {\n    #[test]\n    fn gives_the_value_of_the_fit() {\n        let value = super::" +
-        ProofCall(model, body, language) + ";\n        assert!(f64::abs(value - (" + y + ")) <= 1e-10 * f64::abs(" + y +
-        "), \"{}\", value);\n    }\n}\n";
-  }
-  return text;
-}
-
 }  // namespace
 
-const CodeLanguage kRust = {.Name = "Rust",
-                            .Extension = "rs",
-                            .Comment = "//",
-                            .Reserved = kReserved,
-                            .Forms = kForms,
-                            .Definitions = kDefinitions,
-                            .Truth = {.OfNumber = "#1 != 0.0",
-                                      .AsNumber = "(if $1 { -1.0 } else { 0.0 })",
-                                      .And = "($1 && $2)",
-                                      .Or = "($1 || $2)",
-                                      .Not = "!($1)"},
-                            .Choice = "(if $1 { $2 } else { $3 })",
-                            .Statements = {.If = "if $1 {", .Else = "} else {", .End = "}", .Assign = "$1 = $2;"},
-                            .Number = RealNumber,
-                            .Write = Write};
+const CodeLanguage kRust = {
+    .Name = "Rust",
+    .Extension = "rs",
+    .Comment = "//",
+    .Reserved = kReserved,
+    .Forms = kForms,
+    .Definitions = kDefinitions,
+    .Truth = {.OfNumber = "#1 != 0.0",
+              .AsNumber = "(if $1 { -1.0 } else { 0.0 })",
+              .And = "($1 && $2)",
+              .Or = "($1 || $2)",
+              .Not = "!($1)"},
+    .Choice = "(if $1 { $2 } else { $3 })",
+    .Statements = {.If = "if $1 {", .Else = "} else {", .End = "}", .Assign = "$1 = $2;"},
+    .Frame =
+        {// A coefficient may be called like no variable of the language is, and the last variables may not occur.
+         .Function = "\n#[allow(non_snake_case, unused_parens, unused_variables, unused_assignments, "
+                     "clippy::all)]\npub fn $1($2) -> f64 {\n",
+         .Variable = "$1: f64",
+         .Constant = "let $1: f64 = $2;",
+         .Support = "let mut $1: f64 = 0.0;",
+         .Choice = "let $1: f64;",
+         .Result = "$1",
+         .End = "}\n",
+         .Proof =
+             "\n#[cfg(test)]\nmod tests {\n    #[test]\n    fn gives_the_value_of_the_fit() {\n        let value = "
+             "super::$1;\n        assert!(f64::abs(value - ($2)) <= 1e-10 * f64::abs($2), \"{}\", value);\n    }\n}\n"},
+    .Number = RealNumber,
+    .Write = WriteFramed};
 
 }  // namespace quorvex

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "code/CodeLanguage.h"
+#include "code/FillText.h"
 #include "code/Languages.h"
 #include "core/NumberText.h"
 #include "equation/CodeExport.h"
@@ -81,6 +82,47 @@ std::string CommentHead(const CodeModel& model, const CodeBody& body, const Code
   paragraph(model.Remarks);
   paragraph(body.Remarks);
   return head;
+}
+
+std::string DefinitionText(const CodeBody& body) {
+  std::string text;
+  for (const CodeDefinition* definition : body.Definitions) text.append("\n").append(definition->Text).append("\n");
+  return text;
+}
+
+std::vector<std::string> FunctionLines(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
+  std::vector<std::string> lines;
+  const auto add = [&](std::string_view form, std::initializer_list<std::string_view> parts) {
+    if (!form.empty()) lines.push_back(FillText(form, parts));
+  };
+  const CodeFrame& frame = language.Frame;
+  for (std::size_t i = 0; i < body.Coefficients.size(); ++i)
+    add(frame.Constant, {body.Coefficients[i], language.Number(model.Values[i])});
+  for (const auto& [word, value] : body.DataWords) add(frame.Constant, {word, language.Number(value)});
+  for (const std::string& name : body.Supports) add(frame.Support, {name});
+  for (const std::string& name : body.Choices) add(frame.Choice, {name});
+  for (const std::string& name : body.Supports) add(frame.SupportAtFirst, {name});
+  lines.insert(lines.end(), body.Statements.begin(), body.Statements.end());
+  add(frame.Result, {body.Result, body.Function});
+  return lines;
+}
+
+std::string FunctionText(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
+  std::vector<std::string> variables;
+  for (const std::string& name : body.Variables) variables.push_back(FillText(language.Frame.Variable, {name}));
+  std::string text = FillText(language.Frame.Function, {body.Function, CommaList(variables), body.Variables[0]});
+  for (const std::string& line : FunctionLines(model, body, language)) text.append("    ").append(line).append("\n");
+  return text + FillText(language.Frame.End, {body.Function});
+}
+
+std::string ProofText(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
+  if (!model.Proof) return "";
+  return FillText(language.Frame.Proof, {ProofCall(model, body, language), language.Number(model.Proof->Y)});
+}
+
+std::string WriteFramed(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
+  return CommentHead(model, body, language) + DefinitionText(body) + FunctionText(model, body, language) +
+         ProofText(model, body, language);
 }
 
 std::string CommaList(std::span<const std::string> texts) {
