@@ -120,6 +120,14 @@ double ErfSlope(double x) {
 // d/da B(a, b)
 double BetaSlope(double a, double b) { return -Exp(LnBeta(a, b)) * DigammaRise(a, b); }
 
+// Of the incomplete beta function by its second parameter.
+double BetaByOther(double a, double b, double x) { return -BetaByParameter(b, a, {1 - x, x}); }
+
+// The same where the first parameter grows as the second falls.
+double BinomialByCount(double a, double b, double x) {
+  return BetaByParameter(a, b, {x, 1 - x}) - BetaByOther(a, b, x);
+}
+
 // Of the incomplete beta function at 1/(1 + ratio), which falls as f grows.
 double FDistSlope(double v1, double v2, double f) {
   const double ratio = v1 / v2 * f;
@@ -225,9 +233,12 @@ constexpr Rules kRules[] = {
                     At<[](A a) { return MagnitudeSlope(a[1], a[0]); }>}},
     {/* legendre */ 74, {kStep, kStep,
                          At<[](A a) { return plgndrslope(RoundToInt16(a[0]), RoundToInt16(a[1]), a[2]); }>}},
-    {/* binomial */ 75, {kNone, kNone,
+    {/* binomial */ 75, {At<[](A a) { return BinomialByCount(a[0], a[1] - a[0] + 1, a[2]); }>,
+                         At<[](A a) { return BetaByOther(a[0], a[1] - a[0] + 1, a[2]); }>,
                          At<[](A a) { return BetaDensity(a[0], a[1] - a[0] + 1, {a[2], 1 - a[2]}); }>}},
-    {/* ibeta */ 76, {kNone, kNone, At<[](A a) { return BetaDensity(a[0], a[1], {a[2], 1 - a[2]}); }>}},
+    {/* ibeta */ 76, {At<[](A a) { return BetaByParameter(a[0], a[1], {a[2], 1 - a[2]}); }>,
+                      At<[](A a) { return BetaByOther(a[0], a[1], a[2]); }>,
+                      At<[](A a) { return BetaDensity(a[0], a[1], {a[2], 1 - a[2]}); }>}},
     {/* fdist */ 77, {kNone, kNone, At<[](A a) { return FDistSlope(a[0], a[1], a[2]); }>}},
     {/* j0 */ 78, {At<[](A a) { return WholeOrderSlope(Kind::J, 0, a[0]); }>}},
     {/* j1 */ 79, {At<[](A a) { return WholeOrderSlope(Kind::J, 1, a[0]); }>}},

@@ -36,6 +36,20 @@ double ParameterSeries(double a, double x) {
   throw NumericFault();
 }
 
+// The same for the incomplete beta function: the sum of c(n) (psi(a + n + 1) - psi(a + b + n) - ln x) with c(n) =
+// (a+b)...(a+b+n-1) x^n / ((a+1)...(a+n)), where the first of its terms is `digamma` and not negative.
+double ParameterSeries(double a, double b, double x, double digamma) {
+  constexpr double kSettled = 1e-17;
+  double factor = 1;
+  double sum = 0;
+  for (int n = 0; factor * digamma > kSettled * sum; ++n) {
+    sum += factor * digamma;
+    digamma += 1 / (a + n + 1) - 1 / (a + b + n);
+    factor *= (a + b + n) / (a + n + 1) * x;
+  }
+  return sum;
+}
+
 // ln(x) - psi(a), without cancellation for a large a with x near it.
 double LnLessDigamma(double a, double x) {
   if (a < kStirling) return Ln(x) - Digamma(a);
@@ -83,6 +97,38 @@ double BetaDensity(double a, double b, Parts parts) {
   const double n = a + b;
   const double lost = Deviance(a, n * x) + Deviance(b, n * y);
   return Exp(StirlingRest(n) - StirlingRest(a) - StirlingRest(b) - lost - lnX - lnY) * Sqr(a / kTwoPi * (b / n));
+}
+
+double BetaByParameter(double a, double b, Parts parts) {
+  const auto [x, y] = parts;
+  if (!(a > 0 && b > 0 && x >= 0 && y >= 0)) throw NumericFault();
+  if (x == 0 || y == 0) return 0;
+  const double density = BetaDensity(a, b, parts);
+  if (density == 0) return 0;
+  const double lnX = x < 0.5 ? Ln(x) : LnOnePlus(-y);
+  if (a < kStirling && x < 0.5) {
+    const double first = Digamma(a + 1) - Digamma(a + b) - lnX;
+    if (first > 0) return -density * x * y / a * ParameterSeries(a, b, x, first);
+  }
+  // less the mean of the logarithm
+  const double lean = lnX + DigammaRise(a, b);
+  // The integrals over t = x exp(-s) below x and 1 - t = y exp(-s) above it, in units of the density at x. With w = 1 -
+  // exp(-s) the logarithm is a ln(1 - w) + (b - 1) ln(1 + w x/y), or the same with a and b, x and y turned, less its
+  // value at w = 0. From kFar on w is 1, the weight rises as `rise` tells, and the rest is a closed form.
+  const auto side = [](double near, double far, double ratio, double rise, auto weight) {
+    constexpr double kFar = 38;
+    const double width = 1 / Sqr(near);
+    const auto logarithm = [=](double s) {
+      const double w = -ExpMinusOne(-s);
+      const double less = w < 0.5 ? LessLnOnePlus(-w) : s - w;
+      return w * ((far - 1) * ratio - near) - near * less - (far - 1) * LessLnOnePlus(w * ratio) +
+             Ln(weight(s, w) / width);
+    };
+    const double rest = Exp(logarithm(kFar)) * (1 + rise / near / weight(kFar, 1)) / near;
+    return width * (TailIntegral(logarithm, width, kFar) + rest);
+  };
+  if (lean < 0) return -density * x * side(a, b, x / y, 1, [=](double s, double) { return s - lean; });
+  return -density * y * side(b, a, y / x, 0, [=](double, double w) { return lean + LnOnePlus(w * (y / x)); });
 }
 
 double StudentDensity(double t, double v) {
