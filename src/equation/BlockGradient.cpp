@@ -1,6 +1,7 @@
 // Derivatives of a block program by its coefficients: one sweep over the graph, from the result back to them.
 
 #include <algorithm>
+#include <cfenv>
 
 #include "equation/BlockProgram.h"
 #include "equation/DerivativeRules.h"
@@ -13,6 +14,10 @@ namespace {
 // So many steps are rather computed twice than put down once more.
 constexpr std::size_t kFewSteps = 1;
 
+// The derivative of the result by itself, times so much, where products on the way fall below the doubles: a power of
+// two, so that no other bit changes.
+constexpr double kRaised = 0x1p600;
+
 }  // namespace
 
 // What one sweep knows of each node: the derivative of the result by its value, as far as its users were met. It stays
@@ -23,17 +28,27 @@ class BlockProgram::Sweep {
       : program_(program), adjoints_(program.adjoints_), dyda_(dyda), n_(program.n_) {}
 
   void Run() {
+    if (HasUnderflown()) std::feclearexcept(FE_UNDERFLOW);
+    RunFrom(1);
+    // A later factor may bring back what is too small.
+    if (HasUnderflown()) RunFrom(kRaised);
+  }
+
+ private:
+  using Kind = BlockProgram::Kind;
+
+  static bool HasUnderflown() { return std::fetestexcept(FE_UNDERFLOW) != 0; }
+
+  void RunFrom(double unit) {
+    unit_ = unit;
     adjoints_.Known.assign(adjoints_.Known.size(), false);
-    if (IsWanted(program_.result_)) Add(program_.result_, BlockOperand{nullptr, 1});
+    if (IsWanted(program_.result_)) Add(program_.result_, BlockOperand{nullptr, unit});
     for (std::uint32_t i = program_.result_ + 1; i-- > 0;)
       if (adjoints_.Known[i]) Pass(i);
     // What no path leads to from the result, as in the branch that was not taken, has no part in it.
     for (std::size_t c = 0; c < program_.wanted_.size(); ++c)
       if (program_.wanted_[c] && !adjoints_.Known[program_.coefficientNodes_[c]]) std::fill_n(dyda_[c], n_, 0.0);
   }
-
- private:
-  using Kind = BlockProgram::Kind;
 
   const BlockOperand& ValueOf(std::uint32_t node) const { return program_.base_.Values[node]; }
 
@@ -110,6 +125,7 @@ class BlockProgram::Sweep {
       std::copy_n(from.Start().Points, n_, to);
     else if (!from.IsOperand())
       from.ComputeTo(n_, to);
+    if (unit_ != 1) BinaryOverBlock(kMultiply, {to, 0}, {nullptr, 1 / unit_}, n_, to);
   }
 
   // Adds to the derivative by an operand what the steps make of that by the node, if anybody wants it.
@@ -216,6 +232,7 @@ class BlockProgram::Sweep {
   Adjoints& adjoints_;
   double* const* const dyda_;
   const std::size_t n_;
+  double unit_ = 1;
 };
 
 void BlockProgram::PrepareGradient() {

@@ -192,6 +192,10 @@ MODELS = [
     (["ln(a*x)+sqr(b*x)"], [1e150, 1e-150], X),
     (["arctan(a*x)+htan(b*x)"], [1e150, 1e9], X),
     (["(a*x+b)/(c*x+d)"], [1e150, 1e149, 1e150, -1e-9], X),
+    # products on the way back that are below the doubles until a later factor
+    (["1e-200*(1e-200*(1e300*(a+x)))"], [2], X),
+    (["(x*1e-200)*((x*1e-200)*(1e300*(a*x+b)))*c"], [2, 3, 4], X),
+    (["1/(1+exp(a*(b-x)))"], [100, 5], X),
     # several variables
     (["a*x1^b+c*x2/(x1+d)"], [2, 1.5, 3, 1], PAIRS, 2),
     (["a*exp(-b*x1)*sin(c*x2)+d"], [2, 0.5, 3, 1], PAIRS, 2),
