@@ -26,6 +26,10 @@ constexpr double kInflation = 1e4;
 // Where the last step has gained less than this part of the merit function, the next is likely to gain nothing.
 constexpr double kLittle = 1e-9;
 
+// Who is so many times worse than the best may be beyond what sums and derivatives can hold, which ends a search: that
+// is found out. Nearer trials are given up.
+constexpr double kFarOff = 100;
+
 bool AllFinite(std::span<const double> values) {
   return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
 }
@@ -164,7 +168,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::Try(const std::vector<double>& a, c
                                                  Matrix& covar, double& chisq) {
   if (ExpectsRejection(a, ia)) {
     const Pass values = SumSquares(atry_, chisq, ochisq_);
-    if (values != Pass::Complete) return values;
+    if (values == Pass::Aborted || (values == Pass::NoBetter && chisq < kFarOff * ochisq_)) return values;
   }
   return mrqcof(atry_, covar, da_, chisq, ochisq_);
 }
@@ -361,7 +365,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
   };
   const auto take = [&](std::size_t slot) {
     for (std::size_t k = 0; k < size; ++k) sums[k] += ofBlocks[slot * size + k];
-    return !(givesUp_ && sums[0] >= limit && AllFinite(sums));
+    return !(givesUp_ && sums[0] >= limit && sums[0] < kFarOff * limit && AllFinite(sums));
   };
   const Pass pass = OverBlocks(a, slots, compute, take);
   chisq = sums[0];
@@ -385,10 +389,10 @@ LevenbergMarquardt::Pass LevenbergMarquardt::SumSquares(const std::vector<double
   chisq = 0;
   const auto take = [&](std::size_t slot) {
     chisq += ofBlocks[slot];
-    return !(chisq >= limit && std::isfinite(chisq));
+    return !(chisq >= limit);
   };
   const Pass pass = OverBlocks(a, slots, compute, take);
-  if (pass == Pass::Complete && !std::isfinite(chisq)) throw NumericFault();
+  if (pass == Pass::Complete && !std::isfinite(chisq)) throw NumericFault();  // a NaN
   return pass;
 }
 

@@ -42,11 +42,12 @@ class SolveForm;
 // Sums over points are taken block by block, in the order of the data, each block by BlockDot: the same result on every
 // run, on every machine and on any number of threads, whether a block was computed as one or point by point.
 //
-// A trial is given up at the first block where its merit function is no smaller than the best; that of a model which
-// draws random numbers goes on, for the sake of those that follow. Where a trial is likely to be rejected, after one
-// that was and where little is left to gain, its values are computed first and its derivatives only if it is better. So
-// a trial that is no better may be rejected where a complete pass would have met a point without a derivative. One that
-// meets a bound is computed completely, since what it meets there says whether the bound may be taken.
+// A trial is given up at the first block where its merit function is no smaller than the best. Where a trial is likely
+// to be rejected, after one that was and where little is left to gain, its values are computed first and its
+// derivatives only if it is better. What would end the search, a point without a derivative or a sum out of range, a
+// trial that was given up no longer meets; so far off trials are computed to their end, as is one that comes to a
+// bound, which may turn out to be open. Models that draw random numbers are, too, for the sake of the numbers that
+// follow.
 class LevenbergMarquardt {
  public:
   // The team's model; `derivativeMethod` counts for models that are not built in.

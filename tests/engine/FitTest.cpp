@@ -301,6 +301,27 @@ TEST(Fit, TakesTypedDerivativesOnlyWhereAllCompile) {
   }
 }
 
+// Of a model that has none the log says what takes their place.
+TEST(Fit, TellsWhetherItsDerivativesAreExact) {
+  const auto logged = [](const std::string& text, DerivativeKind method, const std::string& typed = "") {
+    Solving solving({text});
+    if (!typed.empty()) solving.Model->SetDerivative(1, typed);
+    solving.Preferences.DerivativeMethod = method;
+    solving.Fit(kNoisy);
+    const std::string log = solving.From("Determining");
+    return log.substr(log.find('\n') + 1, log.find("Obtaining") - log.find('\n') - 1);
+  };
+  const std::string numerical = "Using numerical derivatives\n";
+  EXPECT_EQ(logged("a*exp(x)", DerivativeKind::Exact), "Using exact derivatives\n");
+  EXPECT_EQ(logged("a*exp(x)", DerivativeKind::Richardson), numerical);
+  EXPECT_EQ(logged("a*exp(x)", DerivativeKind::Central), numerical);
+  EXPECT_EQ(logged("a*exp(x)", DerivativeKind::Exact, "exp(x)"), "Using analytical derivatives\n");
+  const std::string random = "a*x+rnd(1)";
+  EXPECT_EQ(logged(random, DerivativeKind::Central), numerical);
+  EXPECT_EQ(logged(random, DerivativeKind::Exact),
+            numerical + "The model has no exact derivatives: Richardson's extrapolation takes their place.\n");
+}
+
 // The first trial leads beyond a = 3, where the typed derivative has no value. That ends the search, unless derivatives
 // are to be numerical: then the trial counts as a worse one.
 TEST(Fit, EndsWhereATypedDerivativeFailsAtATrial) {
@@ -314,6 +335,17 @@ TEST(Fit, EndsWhereATypedDerivativeFailsAtATrial) {
                   ? ""
                   : "Error taking derivatives at X = 1\nSolution failed: Numerical Error\n");
   }
+}
+
+// The first trial has a value of 1e160 in its last block, whose square is out of range: that ends the search, though
+// the blocks before are bad enough to reject it.
+TEST(Fit, EndsWhereTheSumsOfATrialOverflow) {
+  std::vector<double> x(600), y(600, 1);
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<double>(i) / 600;
+  Solving solving({"if(a>2,exp(370*x),1/a)"});
+  solving.Model->SetDerivative(1, "0.2+x/90");
+  EXPECT_FALSE(solving.Start({1.5}).Fit(Points({std::move(x)}, std::move(y))));
+  EXPECT_EQ(solving.From("Solution failed").substr(0, 33), "Solution failed: Numerical Error\n");
 }
 
 // Every step leads beyond 2.5 until the damping overflows. The trials that had no value were worse ones, no reason.
