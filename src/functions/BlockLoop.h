@@ -21,6 +21,9 @@
 // A kernel may have a second one, Modest, for a narrower range in which the same bits take less work: it runs over the
 // blocks that lie within that range as a whole.
 //
+// A kernel of one argument may have another, Others, in place of Otherwise for arrays: the arguments that are not
+// ordinary are put side by side for it.
+//
 // A kernel may do At in two steps, Second(First(x...), x...), with a sum of two doubles between them: each step then
 // has a loop of its own, since the processor looks ahead over more points where a point takes fewer instructions.
 //
@@ -87,6 +90,29 @@ bool FillOrdinaryWide(const Kernel& kernel, std::size_t n, double* values, const
   return AtFullWidth(fill, &kernel, n, values, x...);
 }
 
+template <class Kernel, class... X>
+void Run(Kernel kernel, std::size_t n, double* y, const X*... x);
+
+// Fills in the others.
+template <class Kernel, class... X>
+void FillOthers(Kernel kernel, std::size_t n, double* values, const X*... x) {
+  if constexpr (requires { typename Kernel::Others; }) {
+    double others[kBlock];
+    std::uint16_t place[kBlock];
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < n; ++i) {  // each is noted, lest the processor guess which
+      place[count] = static_cast<std::uint16_t>(i);
+      others[count] = (x[i], ...);
+      count += kernel.Ordinary(x[i]...) ? 0U : 1U;
+    }
+    Run(typename Kernel::Others(), count, others, others);
+    for (std::size_t k = 0; k < count; ++k) values[place[k]] = others[k];
+  } else {
+    for (std::size_t i = 0; i < n; ++i)
+      if (!kernel.Ordinary(x[i]...)) values[i] = kernel.Otherwise(x[i]...);
+  }
+}
+
 // y[i] = kernel(x[i]...) for n values. y may be one of the x, but may not overlap one in part.
 template <class Kernel, class... X>
 void Run(Kernel kernel, std::size_t n, double* y, const X*... x) {
@@ -94,9 +120,7 @@ void Run(Kernel kernel, std::size_t n, double* y, const X*... x) {
     double values[kBlock];
     const std::size_t count = std::min(kBlock, n);
     double* const to = ((y == x) || ...) ? values : y;
-    if (FillOrdinaryWide(kernel, count, to, x...))
-      for (std::size_t i = 0; i < count; ++i)
-        if (!kernel.Ordinary(x[i]...)) to[i] = kernel.Otherwise(x[i]...);
+    if (FillOrdinaryWide(kernel, count, to, x...)) FillOthers(kernel, count, to, x...);
     if (to == values) std::copy_n(values, count, y);
     n -= count;
     y += count;

@@ -27,18 +27,18 @@ struct DoubleDouble {
 }
 
 // These three keep some 100 bits.
-constexpr DoubleDouble operator+(DoubleDouble a, DoubleDouble b) {
+[[gnu::always_inline]] constexpr DoubleDouble operator+(DoubleDouble a, DoubleDouble b) {
   const double sum = a.Hi + b.Hi;
   const double part = sum - a.Hi;
   return OrderedSum(sum, ((a.Hi - (sum - part)) + (b.Hi - part)) + (a.Lo + b.Lo));
 }
 
-constexpr DoubleDouble operator*(DoubleDouble a, DoubleDouble b) {
+[[gnu::always_inline]] constexpr DoubleDouble operator*(DoubleDouble a, DoubleDouble b) {
   const DoubleDouble product = Product(a.Hi, b.Hi);
   return OrderedSum(product.Hi, product.Lo + (a.Hi * b.Lo + a.Lo * b.Hi));
 }
 
-constexpr DoubleDouble operator/(DoubleDouble a, double b) {
+[[gnu::always_inline]] constexpr DoubleDouble operator/(DoubleDouble a, double b) {
   const double quotient = a.Hi / b;
   const DoubleDouble product = Product(quotient, b);
   return OrderedSum(quotient, (((a.Hi - product.Hi) - product.Lo) + a.Lo) / b);

@@ -5,6 +5,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "functions/BitPatterns.h"
 #include "functions/BlockLoop.h"
@@ -45,8 +46,6 @@ constexpr double kModerate = 8192;
 // x is m*2^e with a whole m. The bits of 2/pi above 2^(2-e) give multiples of four quadrants and are left out; the 192
 // that follow give the place within them to 2^-137 (M. H. Payne & R. N. Hanek, SIGNUM Newsletter 18, 1983).
 
-__extension__ using Wide = unsigned __int128;
-
 constexpr std::array<Bits, 21> kTwoOverPi = {  // a word of zeros, then the first 1280 bits after the binary point
     0,
     0xA2F9836E4E441529,
@@ -70,33 +69,88 @@ constexpr std::array<Bits, 21> kTwoOverPi = {  // a word of zeros, then the firs
     0x56033046FC7B6BAB,
     0xF0CFBC209AF4361D};
 
-// For finite x of at least 2^13, where e is at least -39.
-Angle ReduceLarge(double x) {
+struct TwoWords {
+  Bits Hi, Lo;
+};
+
+// Shifted left by less than 64 places.
+[[gnu::always_inline]] inline TwoWords Shifted(TwoWords n, Bits places) {
+  return {n.Hi << places | n.Lo / 2 >> (63 - places), n.Lo << places};
+}
+
+// What the reduction needs of whole numbers, as the processor has it for one number.
+struct OneNumber {
+  [[gnu::always_inline]] static TwoWords Product(Bits a, Bits b) {
+    __extension__ using Wide = unsigned __int128;
+    const Wide product = Wide{a} * b;
+    return {static_cast<Bits>(product >> 64), static_cast<Bits>(product)};
+  }
+  // Shifted up to the first bit of n.Hi, which is not 0, by so many places.
+  [[gnu::always_inline]] static TwoWords Normalized(TwoWords n, Bits& places) {
+    places = static_cast<Bits>(std::countl_zero(n.Hi));
+    return Shifted(n, places);
+  }
+  // As a double, exactly: below 2^53.
+  [[gnu::always_inline]] static double FromWhole(Bits n) { return static_cast<double>(static_cast<std::int64_t>(n)); }
+};
+
+// The same for loops: of 32-bit products, and without instructions that vectors don't have.
+struct InLoops {
+  [[gnu::always_inline]] static TwoWords Product(Bits a, Bits b) {
+    constexpr Bits kHalf = ~Bits{0} >> 32;
+    const Bits low = (a & kHalf) * (b & kHalf), high = (a >> 32) * (b >> 32);
+    const Bits first = (a >> 32) * (b & kHalf), second = (a & kHalf) * (b >> 32);
+    const Bits middle = (low >> 32) + (first & kHalf) + (second & kHalf);
+    return {high + (first >> 32) + (second >> 32) + (middle >> 32), middle << 32 | (low & kHalf)};
+  }
+  [[gnu::always_inline]] static TwoWords Normalized(TwoWords n, Bits& places) {
+    const Bits few = n.Hi >> 12;  // none of these bits is set: 52 places at once, and then the others
+    const Bits ahead = (((few | (Bits{0} - few)) >> 63) - 1) & 52;
+    const TwoWords nearly = Shifted(n, ahead);
+    const Bits after = 1023 + 51 - (BitsOf(FromBelow52Bits(nearly.Hi >> 12)) >> 52);
+    places = ahead + after;
+    return Shifted(nearly, after);
+  }
+  [[gnu::always_inline]] static double FromWhole(Bits n) {
+    return FromBelow52Bits(n >> 26) * 0x1p26 + FromBelow52Bits(n & ~Bits{0} >> 38);
+  }
+
+ private:
+  [[gnu::always_inline]] static double FromBelow52Bits(Bits n) { return DoubleOf(n | BitsOf(0x1p52)) - 0x1p52; }
+};
+
+// For finite x of at least 2^13, where e is at least -39. Without comparisons, lest there be branches.
+template <class Whole>
+[[gnu::always_inline]] inline Angle ReduceLarge(double x) {
+  constexpr Bits k53Bits = ~Bits{0} >> 11;
   const Bits bits = BitsOf(x);
-  const Bits m = (bits & ((Bits{1} << 52) - 1)) | Bits{1} << 52;
-  const std::size_t from = static_cast<std::size_t>(bits >> 52) - 1075 + 62;  // where the quadrants' two bits stand
-  const auto word = [from](std::size_t i) {
-    const std::size_t at = from / 64 + i, by = from % 64;
-    return by == 0 ? kTwoOverPi[at] : kTwoOverPi[at] << by | kTwoOverPi[at + 1] >> (64 - by);
+  const Bits m = (bits & k53Bits >> 1) | Bits{1} << 52;
+  const Bits from = (bits >> 52) - 1075 + 62;  // where the quadrants' two bits stand
+  const Bits at = from / 64, by = from % 64;
+  const auto word = [=](Bits i) __attribute__((always_inline)) {
+    return Shifted({kTwoOverPi[at + i], kTwoOverPi[at + i + 1]}, by).Hi;
   };
   // Long multiplication of m by three words of 2/pi; whole multiples of four quadrants fall off at the top.
-  const Wide low = Wide{m} * word(2);
-  const Wide middle = Wide{m} * word(1) + (low >> 64);
-  const Wide place = (Wide{m * word(0) + static_cast<Bits>(middle >> 64)} << 64) | static_cast<Bits>(middle);
-  const Wide fraction = place << 2 | static_cast<Bits>(low) >> 62;  // in quadrants
-  const bool above = static_cast<Bits>(fraction >> 127) != 0;       // nearer to the next one
-  Wide distance = above ? -fraction : fraction;
+  const TwoWords low = Whole::Product(m, word(2)), middle = Whole::Product(m, word(1));
+  const Bits placeLo = middle.Lo + low.Hi;
+  const Bits carry = ((middle.Lo & low.Hi) | ((middle.Lo | low.Hi) & ~placeLo)) >> 63;
+  const Bits place = m * word(0) + middle.Hi + carry;
+  const TwoWords fraction{place << 2 | placeLo >> 62, placeLo << 2 | low.Lo >> 62};  // in quadrants
+  // Nearer to the next one, the distance to that: the number is negated.
+  const Bits above = Bits{0} - (fraction.Hi >> 63);
+  const Bits carryUp = 1 - ((fraction.Lo | (Bits{0} - fraction.Lo)) >> 63);
+  const TwoWords distance{(fraction.Hi ^ above) + (carryUp & above), (fraction.Lo ^ above) - above};
 
-  // No double lies so near to a multiple of pi/2 that distance were 0 or kept less than 60 bits.
-  const auto upperWord = static_cast<Bits>(distance >> 64);
-  const int zeros = upperWord != 0 ? std::countl_zero(upperWord) : 64 + std::countl_zero(static_cast<Bits>(distance));
-  distance <<= zeros;
-  const double scale = DoubleOf(static_cast<Bits>(1023 - 53 - zeros) << 52);
-  const DoubleDouble quadrants{
-      static_cast<double>(static_cast<Bits>(distance >> 75)) * scale,
-      static_cast<double>(static_cast<Bits>(distance >> 22) % (Bits{1} << 53)) * scale * 0x1p-53};
+  // Of all doubles 0x1.6ac5b262ca1ffp849 is nearest to a multiple of pi/2, as continued fractions show, and has 61
+  // zeros here: the first word is never 0.
+  Bits zeros;
+  const TwoWords normal = Whole::Normalized(distance, zeros);
+  const double scale = DoubleOf((1023 - 53 - zeros) << 52);
+  const DoubleDouble quadrants{Whole::FromWhole(normal.Hi >> 11) * scale,
+                               Whole::FromWhole((normal.Hi << 42 | normal.Lo >> 22) & k53Bits) * scale * 0x1p-53};
   const DoubleDouble r = quadrants * DoubleDouble{0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54};
-  return {static_cast<Bits>(place >> 126) + (above ? 1U : 0U), above ? DoubleDouble{-r.Hi, -r.Lo} : r};
+  const Bits sign = above & kSign;
+  return {(place >> 62) + (above & 1), {DoubleOf(BitsOf(r.Hi) ^ sign), DoubleOf(BitsOf(r.Lo) ^ sign)}};
 }
 
 // ---- the functions within a quadrant; coefficients minimax (Remez), to 2^-58 and 2^-64 of the function
@@ -155,12 +209,24 @@ struct Tangent {
   }
 };
 
+// Large arguments in a block.
+template <class Function>
+struct PeriodicOfLarge {
+  [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) < kInfinite; }
+  [[gnu::always_inline]] static double At(double x) {
+    return Function::Of(ReduceLarge<InLoops>(std::abs(x)), BitsOf(x));
+  }
+  static double Otherwise(double x) { return x - x; }
+};
+
 template <class Function>
 struct Periodic {
+  using Others = PeriodicOfLarge<Function>;
+
   [[gnu::always_inline]] static bool Ordinary(double x) { return IsModerate(x); }
   [[gnu::always_inline]] static double At(double x) { return Function::Of(ReduceModerate(std::abs(x)), BitsOf(x)); }
   [[gnu::noinline]] static double Otherwise(double x) {
-    return std::isfinite(x) ? Function::Of(ReduceLarge(std::abs(x)), BitsOf(x)) : x - x;
+    return std::isfinite(x) ? Function::Of(ReduceLarge<OneNumber>(std::abs(x)), BitsOf(x)) : x - x;
   }
 };
 

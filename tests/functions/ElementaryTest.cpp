@@ -213,9 +213,10 @@ TEST(Elementary, RaisesTheFlagsOfFaultsAndNoOthers) {
 // Every length and place, in vectors of every width: special values among ordinary ones, blocks of either, and any bits
 // at all; also in place. The flags are those of the one-number calls, and nothing is written beyond the end.
 TEST(Elementary, GivesTheSameBitsAndFlagsInABlock) {
-  const double special[] = {0,     -0.0,  1,     2,      -1,        -2,   0.5,  3,    kTiny, -kTiny, kInf,
-                            -kInf, kNaN,  kMax,  -kMax,  0x1p-1022, 8192, 8193, 710,  -720,  -746,   1e5,
-                            -1e17, 1e300, 1e-30, 0x1p70, -33,       0.9,  1e22, -0.3, 745,   1.5};
+  constexpr double kNearQuarterTurns = 0x1.6ac5b262ca1ffp849;  // to 2^-61, the nearest that there is
+  const double special[] = {0,     -0.0,  1,     2,      -1,  -2,   0.5,  3,         kTiny, -kTiny, kInf,
+                            -kInf, kNaN,  kMax,  -kMax,  710, -720, -746, 0x1p-1022, 8192,  8193,   1e5,
+                            -1e17, 1e300, 1e-30, 0x1p70, -33, 0.9,  1e22, -0.3,      745,   1.5,    kNearQuarterTurns};
   constexpr std::size_t kMost = 1100;
   Random random;
   const auto draw = [&](unsigned odd) {  // of 8; beyond that any bits
