@@ -31,7 +31,7 @@ class Quickest {
  public:
   template <class Fill>
   void Take(Fill fill) {
-    constexpr int kRepeats = 20;
+    constexpr int kRepeats = 100;
     const double start = CpuSeconds();
     for (int repeat = 0; repeat < kRepeats; ++repeat) {
       fill();
@@ -110,7 +110,7 @@ BENCHMARK_CAPTURE(OfPower, Square, -10, 10, 2);
 BENCHMARK_CAPTURE(OfPower, CubeOfEitherSign, -10, 10, 3);
 BENCHMARK_CAPTURE(OfPowers, EachItsOwn, 0.1, 20);
 
-// An operator over two columns, or a column and a number, beside the loop that the compiler makes of it.
+// An operator over two columns, or a column and a number, beside a call for each point.
 void OfOperator(benchmark::State& state, int code, bool withNumber, double (*byHand)(double a, double b)) {
   double x[kBlock], y[kBlock], out[kBlock];
   for (std::size_t i = 0; i < kBlock; ++i) {
