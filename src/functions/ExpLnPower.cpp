@@ -5,6 +5,7 @@
 // Method: P. T. P. Tang, ACM Trans. Math. Softw. 15, 1989 (exp) and 16, 1990 (log); for the power the logarithm and
 // its product with the exponent are carried as sums of two doubles.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -326,6 +327,8 @@ void PowerBlock(const double* a, double b, double* y, std::size_t n) {
       for (std::size_t i = 0; i < count; ++i) to[i] = from[i] * from[i];
     };
     AtFullWidth(squares, n, a, y);
+  } else if (b == 1) {
+    if (y != a) std::copy_n(a, n, y);
   } else {
     for (std::size_t i = 0; i < n; ++i) y[i] = PowerOtherwise(a[i], b);
   }
