@@ -14,8 +14,7 @@
 namespace quorvex {
 namespace {
 
-// An operand that is a value per point, and one that is the same at all: each
-// pair of them has a loop of its own.
+// An operand that is a value per point, and one that is the same at all: each pair of them has a loop of its own.
 struct PerPoint {
   const double* Points;
   [[gnu::always_inline]] double At(std::size_t i) const { return Points[i]; }
@@ -33,8 +32,8 @@ template <class Use>
     use(ForAll{a.Value});
 }
 
-// out[i] = Operation(operands...[i]), in vectors of full width: they change no
-// bit, since each result is one sequence of IEEE operations.
+// out[i] = Operation(operands...[i]), in vectors of full width: they change no bit, since each result is one sequence
+// of IEEE operations.
 template <class Operation, class... Operands>
 void Loop(std::size_t n, double* out, Operands... operands) {
   if constexpr ((std::is_same_v<Operands, ForAll> && ...)) {
@@ -78,8 +77,7 @@ void PowerOverBlock(const BlockOperand& a, const BlockOperand& b, std::size_t n,
   } else if (a.Points != nullptr) {
     PowerBlock(a.Points, b.Value, out, n);
   } else if (b.Points != nullptr && n > 1) {
-    double base[kBlock];  // the loop over two arrays is several times as fast as
-                          // one by one
+    double base[kBlock];  // the loop over two arrays is several times as fast as one by one
     std::fill_n(base, std::min(n, kBlock), a.Value);
     for (std::size_t i = 0; i < n; i += kBlock) PowerBlock(base, b.Points + i, out + i, std::min(kBlock, n - i));
   } else {

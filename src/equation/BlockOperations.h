@@ -4,8 +4,7 @@
 
 namespace quorvex {
 
-// One operand of an operation over a block of points: a value per point, or one
-// value for all of them.
+// One operand of an operation over a block of points: a value per point, or one value for all of them.
 struct BlockOperand {
   const double* Points;  // null: Value stands for every point
   double Value;
@@ -13,16 +12,14 @@ struct BlockOperand {
   double At(std::size_t i) const { return Points != nullptr ? Points[i] : Value; }
 };
 
-// The operators and functions of the language over `n` points, each result the
-// same bits as the operation gives at one point. `out` may be one of the
-// operands. Faults show in the processor's flags; what throws at a point throws
-// here.
+// The operators and functions of the language over `n` points, each result the same bits as the operation gives at one
+// point. `out` may be one of the operands. Faults show in the processor's flags; what throws at a point throws here.
 void UnaryOverBlock(int code, const BlockOperand& a, std::size_t n, double* out);
 void BinaryOverBlock(int code, const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out);
 void FunctionOverBlock(int code, const BlockOperand (&arguments)[3], std::size_t n, double* out);
 
-// out[i] = sum[i] + a[i] * b[i] and sum[i] - a[i] * b[i], each operation
-// rounded by itself; `out` may be one of the operands.
+// out[i] = sum[i] + a[i] * b[i] and sum[i] - a[i] * b[i], each operation rounded by itself; `out` may be one of the
+// operands.
 void AddProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
                          double* out);
 void SubtractProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,

@@ -216,7 +216,7 @@ struct PeriodicOfLarge {
   [[gnu::always_inline]] static double At(double x) {
     return Function::Of(ReduceLarge<InLoops>(std::abs(x)), BitsOf(x));
   }
-  static double Otherwise(double x) { return x - x; }
+  [[gnu::noinline]] static double Otherwise(double x) { return x - x; }
 };
 
 template <class Function>
