@@ -32,9 +32,8 @@ DelimitedFormat FormatOf(const MacroSetup& setup, const LocaleText& locale) {
   return format;
 }
 
-std::string WhyNoData(const WholeFile& file, const DelimitedFormat& format) {
-  return file.Text().empty() ? "The file is empty."
-                             : "The file has no data from line " + std::to_string(format.FirstLine) + " on.";
+std::string WhyNoData(bool isEmpty, const DelimitedFormat& format) {
+  return isEmpty ? "The file is empty." : "The file has no data from line " + std::to_string(format.FirstLine) + " on.";
 }
 
 // With runs of delimiters as one, which is what macros begin with, the cells behind a missing one would move up.
@@ -51,14 +50,15 @@ void TakeDelimiters(std::string_view line, DelimitedFormat& format) {
 
 }  // namespace
 
-DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale) {
+DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, std::size_t piece) {
   DataReading reading;
-  WholeFile file;
-  if (reading.ErrorNumber = file.Read(setup.DataFile); reading.ErrorNumber != 0) {
-    if (reading.ErrorNumber != kFileNotFound && !setup.DataFile.empty())
-      reading.Message = FileErrorText(reading.ErrorNumber);
-    return reading;
-  }
+  const auto fail = [&](int error) {
+    reading.ErrorNumber = error;
+    if (error != kFileNotFound && !setup.DataFile.empty()) reading.Message = FileErrorText(error);
+    return std::move(reading);
+  };
+  FileLines file(piece);
+  if (const int error = file.Open(setup.DataFile); error != 0) return fail(error);
 
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   DelimitedFormat format = FormatOf(setup, locale);
@@ -69,9 +69,10 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale)
                                : 1 + static_cast<std::size_t>(std::count(
                                          setup.ColumnOrder.begin(), setup.ColumnOrder.end(), locale.ListSeparator));
 
-  DelimitedLines lines = ParseDelimitedLines(file.Text(), format);
+  DelimitedLines lines;
+  if (const int error = ReadDelimitedLines(file, format, lines); error != 0) return fail(error);
   if (lines.Rows == 0) {
-    reading.Message = WhyNoData(file, format);
+    reading.Message = WhyNoData(file.IsEmpty(), format);
     return reading;
   }
   return ReadPoints(std::move(lines.Cells), setup, locale);
@@ -94,7 +95,7 @@ SeriesReading ReadMacroSeries(const MacroSetup& setup, const LocaleText& locale)
   DelimitedLines lines = ParseDelimitedLines(file.Text(), format);
   const std::size_t count = lines.Cells.GridLastCol();
   if (count == 0) {
-    reading.Message = WhyNoData(file, format);
+    reading.Message = WhyNoData(file.Text().empty(), format);
     return reading;
   }
   GridCells headings;

@@ -4,12 +4,14 @@
 #include <string>
 
 #include "batch/DataReading.h"
+#include "core/Files.h"
 #include "sheet/SeriesData.h"
 
 namespace quorvex {
 
-// Reads `DataFile` as the setup says: its delimiters, first line, column order and marker of missing data.
-DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale);
+// Reads `DataFile` as the setup says: its delimiters, first line, column order and marker of missing data. Pieces of
+// the file are in memory one at a time; their size has no influence on what is read.
+DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, std::size_t piece = FileLines::kPiece);
 
 // What came of reading it as a series.
 struct SeriesReading {

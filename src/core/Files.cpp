@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -236,53 +237,54 @@ std::optional<FileIdentity> IdentityOfFile(const std::string& name) {
   return FileIdentity{info.st_dev, info.st_ino};
 }
 
-int WholeFile::Read(const std::string& name, std::size_t limit) {
-  size_ = 0;
-  bytes_.reset();
+int InputFile::Open(const std::string& name) {
+  Close();
+  told_ = read_ = 0;
   int error = 0;
-  const int descriptor = OpenDescriptor(ResolvePath(name), O_RDONLY, error);
-  if (descriptor < 0) return error;
-  error = ReadOpen(descriptor, limit);
-  close(descriptor);
-  if (error != 0) size_ = 0;
-  if (const std::optional<std::string> decoded = DecodeUtf16(Text())) {
-    if (!Reserve(decoded->size())) error = FileErrorNumber(ENOMEM);
-    size_ = error == 0 ? decoded->copy(bytes_.get(), decoded->size()) : 0;
-  }
-  return error;
-}
-
-int WholeFile::ReadOpen(int descriptor, std::size_t limit) {
+  descriptor_ = OpenDescriptor(ResolvePath(name), O_RDONLY, error);
+  if (descriptor_ < 0) return error;
   struct stat info;
-  if (fstat(descriptor, &info) != 0) return FileErrorNumber(errno);
+  if (fstat(descriptor_, &info) != 0) return FileErrorNumber(errno);
   if (S_ISDIR(info.st_mode)) return FileErrorNumber(EISDIR);
   // A device other than a terminal may have no end, as /dev/zero has none.
-  if (S_ISCHR(info.st_mode) && isatty(descriptor) == 0) return FileErrorNumber(ENODEV);
+  if (S_ISCHR(info.st_mode) && isatty(descriptor_) == 0) return FileErrorNumber(ENODEV);
   // A pipe tells no size, nor does a file under /proc.
-  const auto told = S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) : 0;
-  constexpr std::size_t kStep = 1 << 16;
-  std::size_t capacity = std::min(limit, told > 0 ? told : kStep);
-  const std::size_t most = told > 0 ? capacity : limit;
-  if (!Reserve(capacity)) return FileErrorNumber(ENOMEM);
-  while (size_ < most) {
-    if (size_ == capacity && !Reserve(capacity = std::min(limit, 2 * capacity))) return FileErrorNumber(ENOMEM);
-    const ssize_t count = read(descriptor, bytes_.get() + size_, capacity - size_);
-    if (count == 0) break;
-    if (count > 0)
-      size_ += static_cast<std::size_t>(count);
-    else if (errno != EINTR)
+  if (S_ISREG(info.st_mode)) told_ = static_cast<std::size_t>(info.st_size);
+  modified_ = info.st_mtim;
+  return 0;
+}
+
+void InputFile::Close() {
+  if (descriptor_ >= 0) close(descriptor_);
+  descriptor_ = -1;
+}
+
+int InputFile::Read(char* to, std::size_t size, std::size_t& count) {
+  count = 0;
+  if (told_ > 0) size = std::min(size, told_ - read_);
+  while (count < size) {
+    const ssize_t got = read(descriptor_, to + count, size - count);
+    if (got == 0) return told_ > 0 ? ErrorOfEarlyEnd() : 0;
+    if (got > 0) {
+      count += static_cast<std::size_t>(got);
+      read_ += static_cast<std::size_t>(got);
+    } else if (errno != EINTR) {
       return FileErrorNumber(errno);
+    }
   }
-  if (told == 0 || size_ == most) return 0;
-  // Some files of the system's own are shorter than they tell; one that changed is not what it was.
+  return 0;
+}
+
+// Some files of the system's own are shorter than they tell; one that changed is not what it was.
+int InputFile::ErrorOfEarlyEnd() const {
   struct stat now;
-  if (fstat(descriptor, &now) != 0) return FileErrorNumber(errno);
-  const bool changed = now.st_size != info.st_size || now.st_mtim.tv_sec != info.st_mtim.tv_sec ||
-                       now.st_mtim.tv_nsec != info.st_mtim.tv_nsec;
+  if (fstat(descriptor_, &now) != 0) return FileErrorNumber(errno);
+  const bool changed = now.st_size != static_cast<off_t>(told_) || now.st_mtim.tv_sec != modified_.tv_sec ||
+                       now.st_mtim.tv_nsec != modified_.tv_nsec;
   return changed ? kShortened : 0;
 }
 
-bool WholeFile::Reserve(std::size_t capacity) {
+bool ReadBuffer::Reserve(std::size_t capacity) {
   char* const bytes = static_cast<char*>(std::realloc(bytes_.get(), std::max<std::size_t>(capacity, 1)));
   if (bytes == nullptr) return false;
   // The old memory is realloc's affair, whether it has moved or not.
@@ -290,6 +292,100 @@ bool WholeFile::Reserve(std::size_t capacity) {
   bytes_.reset(bytes);
   PreferLargePages(bytes, capacity);
   return true;
+}
+
+int WholeFile::Read(const std::string& name, std::size_t limit) {
+  size_ = 0;
+  bytes_.Free();
+  InputFile file;
+  if (const int error = file.Open(name); error != 0) return error;
+  int error = ReadOpen(file, limit);
+  if (error != 0) size_ = 0;
+  if (const std::optional<std::string> decoded = DecodeUtf16(Text())) {
+    if (!bytes_.Reserve(decoded->size())) error = FileErrorNumber(ENOMEM);
+    size_ = error == 0 ? decoded->copy(bytes_.Data(), decoded->size()) : 0;
+  }
+  return error;
+}
+
+int WholeFile::ReadOpen(InputFile& file, std::size_t limit) {
+  constexpr std::size_t kStep = 1 << 16;
+  const std::size_t told = file.ToldSize(), most = told > 0 ? std::min(limit, told) : limit;
+  for (std::size_t capacity = std::min(limit, told > 0 ? told : kStep);; capacity = std::min(limit, 2 * capacity)) {
+    if (!bytes_.Reserve(capacity)) return FileErrorNumber(ENOMEM);
+    const std::size_t asked = capacity - size_;
+    std::size_t count = 0;
+    if (const int error = file.Read(bytes_.Data() + size_, asked, count); error != 0) return error;
+    size_ += count;
+    if (size_ == most || count < asked) return 0;
+  }
+}
+
+int FileLines::Open(const std::string& name) {
+  size_ = taken_ = total_ = 0;
+  ended_ = false;
+  isEmpty_ = true;
+  const int error = file_.Open(name);
+  // The first piece holds the mark of an encoding.
+  const std::size_t told = file_.ToldSize(), least = 2;
+  capacity_ = std::max(told > 0 ? std::min(piece_, told) : piece_, least);
+  return error != 0 || bytes_.Reserve(capacity_) ? error : FileErrorNumber(ENOMEM);
+}
+
+int FileLines::Next(std::string_view& lines) {
+  lines = {};
+  size_ -= taken_;
+  std::memmove(bytes_.Data(), bytes_.Data() + taken_, size_);
+  taken_ = 0;
+  while (taken_ == 0 && !ended_) {
+    if (size_ == capacity_ && !bytes_.Reserve(capacity_ *= 2)) return FileErrorNumber(ENOMEM);
+    if (const int error = ReadMore(); error != 0) return error;
+  }
+  if (ended_) taken_ = size_;
+  lines = {bytes_.Data(), taken_};
+  isEmpty_ = isEmpty_ && lines.empty();
+  return 0;
+}
+
+// Fills the buffer, and counts the bytes up to the last line's end in it as taken.
+int FileLines::ReadMore() {
+  std::size_t count = 0;
+  const std::size_t asked = capacity_ - size_;
+  if (const int error = file_.Read(bytes_.Data() + size_, asked, count); error != 0) return error;
+  // What was there before ends no line, but for a CR that an LF might follow.
+  const std::size_t first = size_ > 0 ? size_ - 1 : 0;
+  const bool isBeginning = total_ == 0;
+  size_ += count;
+  total_ += count;
+  ended_ = count < asked;
+  if (isBeginning && DecodeUtf16(std::string_view(bytes_.Data(), std::min<std::size_t>(size_, 2)))) return DecodeRest();
+  for (std::size_t at = size_; at > first; --at) {
+    const char c = bytes_.Data()[at - 1];
+    if (c != '\n' && (c != '\r' || at == size_)) continue;
+    taken_ = at;
+    break;
+  }
+  return 0;
+}
+
+int FileLines::DecodeRest() {
+  while (!ended_) {
+    if (size_ == capacity_ && !bytes_.Reserve(capacity_ *= 2)) return FileErrorNumber(ENOMEM);
+    std::size_t count = 0;
+    const std::size_t asked = capacity_ - size_;
+    if (const int error = file_.Read(bytes_.Data() + size_, asked, count); error != 0) return error;
+    size_ += count;
+    ended_ = count < asked;
+  }
+  const std::string decoded = *DecodeUtf16({bytes_.Data(), size_});
+  if (!bytes_.Reserve(decoded.size())) return FileErrorNumber(ENOMEM);
+  size_ = decoded.copy(bytes_.Data(), decoded.size());
+  return 0;
+}
+
+std::size_t FileLines::BytesBehind() const {
+  const std::size_t told = file_.ToldSize();
+  return size_ - taken_ + (told > total_ && !ended_ ? told - total_ : 0);
 }
 
 namespace {

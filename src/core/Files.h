@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <time.h>
 
 #include <compare>
 #include <cstddef>
@@ -83,30 +84,95 @@ struct FileIdentity {
 // That of the file behind `name` as it stands; nothing where there is no regular file.
 std::optional<FileIdentity> IdentityOfFile(const std::string& name);
 
-// A whole file in memory. It is read and not mapped, for a mapped file that somebody shortens is the reader's death. A
-// file of UTF-16 that bears its mark is held as UTF-8, so whatever reads text reads it, too.
+// A file that is read from its beginning to its end. It is read and not mapped, for a mapped file that somebody
+// shortens is the reader's death.
+class InputFile {
+ public:
+  InputFile() = default;
+  ~InputFile() { Close(); }
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  // Opens `name`, which is resolved first. Returns 0 or the file error's number: 75 for a folder, 76 in place of 53
+  // where the folder is missing, 68 for a device that is no terminal, since such a one is no data and may never end.
+  // Closes what was open before.
+  int Open(const std::string& name);
+  void Close();
+  // The size of a regular file when it was opened; what is behind it is not read. 0 where none is told, as by a pipe.
+  std::size_t ToldSize() const { return told_; }
+  // Reads the next `size` bytes, fewer only at the end. Returns 0 or the file error's number: 62 for a file that was
+  // shortened meanwhile.
+  int Read(char* to, std::size_t size, std::size_t& count);
+
+ private:
+  int ErrorOfEarlyEnd() const;
+
+  int descriptor_ = -1;
+  std::size_t told_ = 0, read_ = 0;
+  timespec modified_{};
+};
+
+// Bytes that become more while a file is read.
+class ReadBuffer {
+ public:
+  // Makes room for so many; those that are there stay. False where there is no memory.
+  bool Reserve(std::size_t capacity);
+  void Free() { bytes_.reset(); }
+  char* Data() const { return bytes_.get(); }
+
+ private:
+  struct Release {
+    void operator()(char* bytes) const { std::free(bytes); }
+  };
+  std::unique_ptr<char, Release> bytes_;
+};
+
+// A whole file in memory. One of UTF-16 that bears its mark is held as UTF-8, so whatever reads text reads it, too.
 class WholeFile {
  public:
   WholeFile() = default;
   WholeFile(const WholeFile&) = delete;
   WholeFile& operator=(const WholeFile&) = delete;
 
-  // Reads `name`, which is resolved first, or its first `limit` bytes. Returns 0 or the file error's number: 75 for a
-  // folder, 76 in place of 53 where the folder is missing, 62 for a file that was shortened meanwhile, 68 for a device
-  // that is no terminal, since such a one is no data and may never end. After an error the text is empty.
+  // Reads `name`, or its first `limit` bytes. Returns 0 or the number of InputFile's error, and the text is then empty.
   int Read(const std::string& name, std::size_t limit = SIZE_MAX);
 
-  std::string_view Text() const { return {bytes_.get(), size_}; }
+  std::string_view Text() const { return {bytes_.Data(), size_}; }
 
  private:
-  struct Free {
-    void operator()(char* bytes) const { std::free(bytes); }
-  };
-  int ReadOpen(int descriptor, std::size_t limit);
-  bool Reserve(std::size_t capacity);
+  int ReadOpen(InputFile& file, std::size_t limit);
 
-  std::unique_ptr<char, Free> bytes_;
+  ReadBuffer bytes_;
   std::size_t size_ = 0;
+};
+
+// The text of a file piece by piece, as WholeFile would have it, each piece ending with a line: so a long file is never
+// in memory as a whole. That is left to one of UTF-16 alone.
+class FileLines {
+ public:
+  // A piece stays in the processor's own memory until it is parsed.
+  static constexpr std::size_t kPiece = 1 << 18;
+  // Pieces have some `piece` bytes, and more where a line has.
+  explicit FileLines(std::size_t piece = kPiece) : piece_(piece) {}
+
+  int Open(const std::string& name);  // as InputFile does
+  // The lines that follow, valid until the next call; none at the end. Returns 0 or the file error's number.
+  int Next(std::string_view& lines);
+  // How many bytes there are behind those lines, as far as the file tells.
+  std::size_t BytesBehind() const;
+  // Whether there was no text at all, once there are no lines any more.
+  bool IsEmpty() const { return isEmpty_; }
+
+ private:
+  int ReadMore();
+  int DecodeRest();
+
+  InputFile file_;
+  ReadBuffer bytes_;
+  std::size_t piece_, capacity_ = 0;
+  std::size_t size_ = 0, taken_ = 0;  // of the bytes in the buffer, and of those among them that were handed out
+  std::size_t total_ = 0;             // bytes read
+  bool ended_ = false, isEmpty_ = true;
 };
 
 // A text file being written, buffered, every error kept by number.

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/LargePages.h"
 #include "engine/RuleQuantity.h"
 #include "equation/Catalogue.h"
 #include "equation/Dialect.h"
@@ -37,7 +38,12 @@ std::optional<double> MvClass::RuleQuantity(std::string_view rule, const SolveDa
 }
 
 // Every point, in the order of the data.
-InputPoints MvClass::InputTable(const SolveData& data) const { return {data.X, data.Y}; }
+InputPoints MvClass::InputTable(const SolveData& data) const {
+  InputPoints points;
+  for (const std::vector<double>& column : data.X) points.X.push_back(LargeCopy(column));
+  points.Y = LargeCopy(data.Y);
+  return points;
+}
 
 const CatalogueModel* MvClass::LookupBuiltInModel(std::string_view sID) const {
   return quorvex::LookupBuiltInModel(sID, NumIndependentVar());

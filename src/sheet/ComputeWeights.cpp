@@ -17,9 +17,10 @@ bool IsKnown(double deviation) { return std::abs(deviation) >= 1e-150 && std::ab
 
 // The weights, and the mean that they were divided by.
 std::pair<std::vector<double>, double> WeightsAndMean(std::span<const double> SD) {
+  // Where none is given they are all 1, and so are the weights.
+  if (std::ranges::all_of(SD, [](double deviation) { return deviation == 1; })) return {LargeCopy(SD), 1.0};
   std::vector<double> weights;
-  weights.reserve(SD.size());
-  PreferLargePages(weights);
+  ReserveLarge(weights, SD.size());
   weights.resize(SD.size());
   // Divisions by themselves go several at a time, which the sum, taken in order, could not.
   std::transform(SD.begin(), SD.end(), weights.begin(), [](double deviation) {

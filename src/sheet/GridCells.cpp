@@ -99,10 +99,7 @@ void GridCells::ClearCell(std::size_t row, std::size_t col) {
 }
 
 void GridCells::Reserve(std::size_t rows) {
-  for (auto& column : columns_) {
-    column.reserve(rows);
-    PreferLargePages(column);
-  }
+  for (auto& column : columns_) ReserveLarge(column, rows);
 }
 
 void GridCells::MoveColumns(std::span<const std::size_t> targets) {

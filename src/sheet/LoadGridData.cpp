@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/LargePages.h"
 #include "core/NumberText.h"
 
 namespace quorvex {
@@ -59,8 +60,8 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
         std::find_if(column.begin(), column.begin() + static_cast<std::ptrdiff_t>(points), IsMark) - column.begin());
   bool hasSD = options.Weighted && points > 0;
   SolveData& data = loaded.Points;
-  data.Row.resize(points);
-  std::iota(data.Row.begin(), data.Row.end(), cells.FirstLine);
+  ReserveLarge(data.Row, rows);
+  for (std::size_t row = 0; row < points; ++row) data.Row.push_back(cells.FirstLine + row);
   for (std::size_t row = points; row < rows; ++row) {
     bool xMissing = false;
     for (std::size_t i = 0; i < variables; ++i) xMissing |= GridCells::IsEmpty(columns[i][row]);
@@ -85,7 +86,12 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
 
   for (auto& column : columns) column.resize(points);
   data.HasSD = hasSD;
-  data.SD = options.Weighted ? std::move(columns[sdColumn]) : std::vector<double>(points, 1.0);
+  if (options.Weighted) {
+    data.SD = std::move(columns[sdColumn]);
+  } else {
+    ReserveLarge(data.SD, points);
+    data.SD.assign(points, 1.0);
+  }
   data.Y = std::move(columns[yColumn]);
   columns.resize(variables);
   data.X = std::move(columns);

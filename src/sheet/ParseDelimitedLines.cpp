@@ -15,10 +15,11 @@ namespace {
 
 constexpr std::size_t kLongestCell = 255;
 
+// Takes a text piece by piece, each one ending with a line.
 class LineParser {
  public:
-  LineParser(std::string_view text, const DelimitedFormat& format)
-      : format_(format), at_(text.data()), end_(text.data() + text.size()) {
+  explicit LineParser(const DelimitedFormat& format) : format_(format) {
+    lines_.Cells.FirstLine = std::max<std::size_t>(format.FirstLine, 1);
     constexpr std::pair<int, char> kDelimiters[] = {
         {kTabDelimiter, '\t'}, {kCommaDelimiter, ','}, {kSpaceDelimiter, ' '}, {kSemicolonDelimiter, ';'}};
     for (const auto& [bit, character] : kDelimiters) Delimits(character) = (format.Delimiters & bit) != 0;
@@ -26,8 +27,41 @@ class LineParser {
     pointNumbers_ = !format.AllTexts && (format.DecimalSeparator == '.' || replacePoint_);
   }
 
+  // `behind` is how many bytes are to come behind this piece, as far as that is known.
+  void Take(std::string_view piece, std::size_t behind) {
+    if (isBeginning_ && piece.starts_with("\xEF\xBB\xBF")) piece.remove_prefix(3);
+    isBeginning_ = false;
+    at_ = piece.data();
+    end_ = at_ + piece.size();
+    blanksEnd_ = nullptr;
+    for (; line_ < format_.FirstLine && !AtEnd(); ++line_) SkipLine();
+    constexpr std::size_t kSample = 1000;
+    const char* begin = at_;
+    while (!IsFull() && !AtEnd()) {
+      ++lines_.Rows;
+      ParseLine(lines_.Rows, lines_.Cells);
+      if (lines_.Rows == kSample) {
+        sampled_ += static_cast<std::size_t>(at_ - begin);
+        begin = at_;
+        MakeRoom(static_cast<std::size_t>(end_ - at_) + behind);
+      }
+    }
+    sampled_ += static_cast<std::size_t>(at_ - begin);
+  }
+  bool IsFull() const { return lines_.Rows >= format_.LineLimit; }
+
+  DelimitedLines TakeLines() { return std::move(lines_); }
+
+ private:
   bool AtEnd() const { return at_ == end_; }
-  std::size_t BytesLeft() const { return static_cast<std::size_t>(end_ - at_); }
+
+  // Growing step by step would copy each column and hold twice the memory for a moment. The rows to come are estimated
+  // from those so far; a grid of mostly empty cells is left to grow, or it would claim more than it needs.
+  void MakeRoom(std::size_t bytesLeft) {
+    const std::size_t more = lines_.Rows * bytesLeft / sampled_ * 21 / 20;
+    const std::size_t rows = std::min(format_.LineLimit, lines_.Rows + more);
+    if (rows * lines_.Cells.GridLastCol() <= sampled_ + bytesLeft) lines_.Cells.Reserve(rows);
+  }
 
   void ParseLine(std::size_t row, GridCells& cells) {
     const char* at = BehindBlanks(at_);
@@ -48,7 +82,6 @@ class LineParser {
     if (carriageReturn && !AtEnd() && *at_ == '\n') ++at_;
   }
 
- private:
   bool& Delimits(char c) { return delimits_[static_cast<unsigned char>(c)]; }
   bool EndsLine(const char* at) const { return at == end_ || *at == '\n' || *at == '\r'; }
   bool EndsCell(const char* at) { return EndsLine(at) || Delimits(*at); }
@@ -129,9 +162,12 @@ class LineParser {
   std::array<bool, 256> delimits_{};
   bool replacePoint_ = false;  // each "." stands for the locale's separator
   bool pointNumbers_ = false;  // so a number with "." is a number as it stands
-  const char* at_;
-  const char* const end_;
-  const char* blanksEnd_ = nullptr;
+  const char *at_ = nullptr, *end_ = nullptr, *blanksEnd_ = nullptr;
+
+  DelimitedLines lines_;
+  bool isBeginning_ = true;
+  std::size_t line_ = 1;     // of the text, that comes next, up to the first that is read
+  std::size_t sampled_ = 0;  // bytes of the lines that were read
 };
 
 }  // namespace
@@ -146,25 +182,20 @@ std::string CutCellText(std::string text) {
 }
 
 DelimitedLines ParseDelimitedLines(std::string_view text, const DelimitedFormat& format) {
-  constexpr std::size_t kSample = 1000;
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-  DelimitedLines lines;
-  lines.Cells.FirstLine = std::max<std::size_t>(format.FirstLine, 1);
-  LineParser parser(text, format);
-  for (std::size_t line = 1; line < format.FirstLine && !parser.AtEnd(); ++line) parser.SkipLine();
-  const std::size_t begin = text.size() - parser.BytesLeft();
-  while (lines.Rows < format.LineLimit && !parser.AtEnd()) {
-    ++lines.Rows;
-    parser.ParseLine(lines.Rows, lines.Cells);
-    if (lines.Rows == kSample) {
-      // Growing step by step would copy each column and hold twice the memory for a moment. The rows to come are
-      // estimated from the sample; a grid of mostly empty cells is left to grow, or it would claim more than it needs.
-      const std::size_t sampled = text.size() - parser.BytesLeft() - begin;
-      const std::size_t rows = std::min(format.LineLimit, kSample + kSample * parser.BytesLeft() / sampled * 21 / 20);
-      if (rows * lines.Cells.GridLastCol() <= text.size()) lines.Cells.Reserve(rows);
-    }
-  }
-  return lines;
+  LineParser parser(format);
+  parser.Take(text, 0);
+  return parser.TakeLines();
+}
+
+int ReadDelimitedLines(FileLines& file, const DelimitedFormat& format, DelimitedLines& lines) {
+  LineParser parser(format);
+  std::string_view piece;
+  do {
+    if (const int error = file.Next(piece); error != 0) return error;
+    parser.Take(piece, file.BytesBehind());
+  } while (!piece.empty() && !parser.IsFull());
+  lines = parser.TakeLines();
+  return 0;
 }
 
 }  // namespace quorvex

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/Files.h"
 #include "core/Limits.h"
 #include "sheet/GridCells.h"
 
@@ -46,6 +47,9 @@ struct DelimitedLines {
 //
 // One pass over the bytes; a number is converted where it stands.
 DelimitedLines ParseDelimitedLines(std::string_view text, const DelimitedFormat& format);
+
+// The same of a file that is open, without all of its text in memory. Returns 0 or the file error's number.
+int ReadDelimitedLines(FileLines& file, const DelimitedFormat& format, DelimitedLines& lines);
 
 // A text of more than 255 characters of UTF-8 becomes its first 252 and three dots; no cell of a grid holds more.
 std::string CutCellText(std::string text);

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <thread>
@@ -92,6 +93,110 @@ TEST(WholeFile, ReadsAPipe) {
   EXPECT_EQ(file.Read(pipe), 0);
   writer.join();
   EXPECT_EQ(file.Text(), content);
+}
+
+// The pieces of a file one behind the other, each but the last with a line's end behind; the error's number where there
+// is one.
+std::string Joined(const std::string& name, std::size_t piece, bool told = true) {
+  FileLines file(piece);
+  if (const int error = file.Open(name); error != 0) return std::to_string(error);
+  std::string text;
+  std::string_view lines;
+  std::size_t behind = SIZE_MAX;
+  while (true) {
+    if (const int error = file.Next(lines); error != 0) return std::to_string(error);
+    if (lines.empty()) break;
+    EXPECT_TRUE(text.empty() || text.ends_with('\n') || (text.ends_with('\r') && lines[0] != '\n')) << piece;
+    text += lines;
+    if (told) {
+      EXPECT_LT(file.BytesBehind(), behind) << piece;
+      behind = file.BytesBehind();
+    }
+  }
+  EXPECT_EQ(file.BytesBehind(), 0u) << piece;
+  EXPECT_EQ(file.IsEmpty(), text.empty()) << piece;
+  return text;
+}
+
+TEST(FileLines, GivesTheTextOfTheWholeFileInPiecesOfAnySize) {
+  const TemporaryFolder folder;
+  const std::string texts[] = {"",
+                               "1",
+                               "\n",
+                               "\r",
+                               "\r\n",
+                               "\r\r\n\n",
+                               "1\t2\n3\t4\n",
+                               "1\t2\r\n3\t4",
+                               "1\r2\r\r3\r",
+                               "\xEF\xBB\xBF"
+                               "1\n2",
+                               std::string("a\0b\n\0", 5),
+                               "\n\n" + std::string(1000, 'x') + "\r\n" + std::string(300, ' ') + "1\r\n",
+                               std::string("\xFF\xFE", 2),
+                               std::string("\xFF\xFE"
+                                           "1\0\n\0\x3C\xD8\x55\xDF\r\0\n\0"
+                                           "2\0",
+                                           16),
+                               std::string("\xFE\xFF\0"
+                                           "1\0\r\0\n\0"
+                                           "2\0",
+                                           11),
+                               "\xFF"};
+  for (const std::string& text : texts) {
+    const std::string name = folder.Write("text", text);
+    WholeFile whole;
+    ASSERT_EQ(whole.Read(name), 0);
+    for (const std::size_t piece : {1, 2, 3, 4, 5, 7, 64, 1 << 16})
+      EXPECT_EQ(Joined(name, piece), whole.Text()) << piece;
+  }
+  EXPECT_EQ(Joined(folder.Path("none"), 64), "53");
+  EXPECT_EQ(Joined("/dev/zero", 64), "68");
+  WholeFile choices;  // of which the system tells more bytes than there are
+  ASSERT_EQ(choices.Read("/sys/kernel/mm/transparent_hugepage/enabled"), 0);
+  EXPECT_EQ(Joined("/sys/kernel/mm/transparent_hugepage/enabled", 7, false), choices.Text());
+}
+
+TEST(FileLines, ReadsAPipe) {
+  const TemporaryFolder folder;
+  const std::string pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  std::string content;
+  for (int i = 0; i < 50000; ++i) content += std::to_string(i) + (i % 3 == 0 ? "\r\n" : "\n");
+  std::thread writer([&] { folder.Write("pipe", content); });
+  EXPECT_EQ(Joined(pipe, 1000, false), content);
+  writer.join();
+}
+
+TEST(FileLines, KnowsOfAFileThatChangesMeanwhile) {
+  const TemporaryFolder folder;
+  for (const std::size_t size : {0, 150, 200, 400}) {
+    std::string content;
+    for (int i = 0; i < 100; ++i) content += "1\n";
+    FileLines file(20);
+    ASSERT_EQ(file.Open(folder.Write("text", content)), 0);
+    std::string_view lines;
+    ASSERT_EQ(file.Next(lines), 0);
+    std::filesystem::resize_file(folder.Path("text"), size);
+    std::size_t read = 0;
+    int error = 0;
+    while (error == 0 && !lines.empty()) {
+      read += lines.size();
+      error = file.Next(lines);
+    }
+    EXPECT_EQ(error, size < content.size() ? 62 : 0) << size;
+    EXPECT_EQ(read, error == 0 ? content.size() : std::max<std::size_t>(size / 20 * 20, 20)) << size;
+  }
+}
+
+TEST(FileLines, TellsOfEachReadThatFails) {
+  const TemporaryFolder folder;
+  const std::string name = folder.Write("text", std::string(90, '\n'));
+  for (int failing = 1; failing <= 5; ++failing) {
+    int made = 0;
+    const FileCalls calls([&](std::string_view call) { return call == "read" && ++made == failing ? EIO : 0; });
+    EXPECT_EQ(Joined(name, 30), failing <= 3 ? "57" : std::string(90, '\n')) << failing;
+  }
 }
 
 TEST(WholeFile, TellsWhyItCannotOpen) {

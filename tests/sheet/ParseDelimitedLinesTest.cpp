@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "TableFile.h"
+#include "TemporaryFolder.h"
 #include "core/Files.h"
 #include "sheet/ParseDelimitedLines.h"
 
@@ -148,6 +152,86 @@ TEST(ParseDelimitedLines, GivesTheSameNumbersWhateverTheFormOfTheFile) {
   blanks.IgnoreConsecutive = true;
   blanks.LineLimit = 3;
   EXPECT_EQ(read("steam.txt", blanks), "temp|press / n:0|n:4.14 / n:10|n:8.52");
+}
+
+// Reads a file in pieces of some bytes.
+DelimitedLines InPieces(const std::string& name, const DelimitedFormat& format, std::size_t piece) {
+  FileLines file(piece);
+  DelimitedLines lines;
+  EXPECT_EQ(file.Open(name), 0);
+  EXPECT_EQ(ReadDelimitedLines(file, format, lines), 0);
+  return lines;
+}
+
+TEST(ReadDelimitedLines, ReadsTheSameWhateverTheSizeOfThePieces) {
+  const TemporaryFolder folder;
+  struct Case {
+    std::string Text;
+    DelimitedFormat Format;
+  };
+  std::vector<Case> cases;
+  for (const auto& row : TableRows("delimited_lines.txt", 4)) {
+    DelimitedFormat format;
+    format.Delimiters = Delimiters(row[1]);
+    format.IgnoreConsecutive = row[2] == "merged";
+    cases.push_back({Unescaped(row[0]), format});
+  }
+  for (const auto& row : TableRows("delimited_decimals.txt", 4)) {
+    DelimitedFormat format;
+    format.Delimiters = Delimiters(row[1]);
+    format.OverrideDecimal = row[2] == "point";
+    format.DecimalSeparator = ',';
+    cases.push_back({Unescaped(row[0]), format});
+  }
+  const std::string odd =
+      "x;y;\"s;d\"\r\n;\r\n1;2;3\r\n 1e400;1e-400;-1e-400\rNaN;-999;inf\n\n\"-999\"; 1,5 ;1.5\r\n\"a \"\"b\"\"\";" +
+      std::string(300, 'w') + ";0x10\n7;8;9";
+  std::string wide = "\xFF\xFE";
+  for (const char c : odd) wide += {c, '\0'};
+  for (const bool holds : {false, true}) {
+    for (const std::size_t first : {1, 3, 4, 100}) {
+      DelimitedFormat format;
+      format.Delimiters = kSemi;
+      format.QuotesHold = holds;
+      format.MissingMarker = "-999";
+      format.FirstLine = first;
+      for (const std::string& text : {odd, "\xEF\xBB\xBF" + odd, wide, odd + "\r\n", odd + "\r"}) {
+        cases.push_back({text, format});
+        cases.push_back({text, format});
+        cases.back().Format.LineLimit = 3;
+        cases.push_back({text, format});
+        cases.back().Format.ColumnLimit = 2;
+      }
+    }
+  }
+  for (const Case& c : cases) {
+    const std::string name = folder.Write("cells", c.Text);
+    WholeFile whole;
+    ASSERT_EQ(whole.Read(name), 0);
+    const DelimitedLines expected = ParseDelimitedLines(whole.Text(), c.Format);
+    for (const std::size_t piece : {1, 2, 3, 5, 7, 64, 300, 1 << 16}) {
+      const DelimitedLines lines = InPieces(name, c.Format, piece);
+      EXPECT_EQ(Shown(lines), Shown(expected)) << c.Text << " in pieces of " << piece;
+      EXPECT_EQ(lines.Rows, expected.Rows) << c.Text << " in pieces of " << piece;
+      EXPECT_EQ(lines.Cells.FirstLine, expected.Cells.FirstLine);
+    }
+  }
+}
+
+// A column that grows step by step is copied again and again, and takes up to twice its memory.
+TEST(ReadDelimitedLines, MakesRoomForTheRowsToCome) {
+  const TemporaryFolder folder;
+  constexpr std::size_t kRows = 20'000;
+  std::string text;
+  for (std::size_t i = 0; i < kRows; ++i) text += std::to_string(1'000'000 + i) + "\t0.5\n";
+  const std::string name = folder.Write("long", text);
+  for (const std::size_t piece : {10, 4000, 1 << 20}) {
+    DelimitedLines lines = InPieces(name, {}, piece);
+    ASSERT_EQ(lines.Rows, kRows);
+    const std::vector<double> column = lines.Cells.TakeColumn(1, kRows);
+    EXPECT_LT(column.capacity(), kRows * 11 / 10) << piece;
+    for (std::size_t i = 0; i < kRows; ++i) ASSERT_EQ(column[i], static_cast<double>(1'000'000 + i));
+  }
 }
 
 }  // namespace
