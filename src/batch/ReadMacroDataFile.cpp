@@ -9,6 +9,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/ParallelRuns.h"
 #include "sheet/ColumnDates.h"
 #include "sheet/ParseDelimitedLines.h"
 
@@ -57,7 +58,8 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale,
     if (error != kFileNotFound && !setup.DataFile.empty()) reading.Message = FileErrorText(error);
     return std::move(reading);
   };
-  FileLines file(piece);
+  const int threads = ThreadCount(setup.Threads);
+  FileLines file(piece * static_cast<std::size_t>(threads));
   if (const int error = file.Open(setup.DataFile); error != 0) return fail(error);
 
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
@@ -70,7 +72,7 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale,
                                          setup.ColumnOrder.begin(), setup.ColumnOrder.end(), locale.ListSeparator));
 
   DelimitedLines lines;
-  if (const int error = ReadDelimitedLines(file, format, lines); error != 0) return fail(error);
+  if (const int error = ReadDelimitedLines(file, format, lines, threads); error != 0) return fail(error);
   if (lines.Rows == 0) {
     reading.Message = WhyNoData(file.IsEmpty(), format);
     return reading;

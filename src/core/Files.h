@@ -151,7 +151,7 @@ class WholeFile {
 class FileLines {
  public:
   // A piece stays in the processor's own memory until it is parsed.
-  static constexpr std::size_t kPiece = 1 << 18;
+  static constexpr std::size_t kPiece = 1 << 20;
   // Pieces have some `piece` bytes, and more where a line has.
   explicit FileLines(std::size_t piece = kPiece) : piece_(piece) {}
 

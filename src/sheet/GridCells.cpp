@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "core/LargePages.h"
@@ -169,6 +170,20 @@ GridCells GridCells::CopyRange(const CellRange& range) const {
     }
   }
   return copy;
+}
+
+void GridCells::AppendBelow(std::size_t rows, GridCells part) {
+  columns_.resize(std::max(columns_.size(), part.columns_.size()));
+  for (std::size_t col = 0; col < part.columns_.size(); ++col) {
+    std::vector<double>& from = part.columns_[col];
+    if (from.empty()) continue;
+    if (part.HasTexts())
+      for (double& cell : from)
+        if (IsText(cell)) cell = std::bit_cast<double>(std::bit_cast<std::uint64_t>(cell) + texts_.size());
+    columns_[col].resize(rows, std::bit_cast<double>(kEmptyBits));
+    columns_[col].insert(columns_[col].end(), from.begin(), from.end());
+  }
+  std::ranges::move(part.texts_, std::back_inserter(texts_));
 }
 
 void GridCells::PutRange(const CellRange& range, const GridCells& copy) {

@@ -73,6 +73,8 @@ class GridCells {
   void DeleteMarkedRows(const std::vector<bool>& marked);
   // The cells of a range, its top left corner in row 1 and column 1.
   GridCells CopyRange(const CellRange& range) const;
+  // Puts the cells of another grid below the first `rows` rows, which are all there are.
+  void AppendBelow(std::size_t rows, GridCells part);
   // Gives a range the cells of such a copy, the empty ones too.
   void PutRange(const CellRange& range, const GridCells& copy);
   // Exchanges the cells of two columns from `firstRow` to `lastRow`.

@@ -2,18 +2,34 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/NumberText.h"
 #include "core/SerialDate.h"
 #include "core/TextEncoding.h"
+#include "core/ThreadTeam.h"
 
 namespace quorvex {
 namespace {
 
 constexpr std::size_t kLongestCell = 255;
+
+// Parts of a piece, each one ending with a line, and about as long as the others.
+std::vector<std::string_view> PartsOf(std::string_view piece, std::size_t count) {
+  std::vector<std::string_view> parts;
+  for (; count > 1; --count) {
+    std::size_t end = std::min(piece.find_first_of("\r\n", piece.size() / count), piece.size());
+    end = std::min(end + (piece.substr(end, 2) == "\r\n" ? 2 : 1), piece.size());
+    parts.push_back(piece.substr(0, end));
+    piece.remove_prefix(end);
+  }
+  parts.push_back(piece);
+  return parts;
+}
 
 // Takes a text piece by piece, each one ending with a line.
 class LineParser {
@@ -35,7 +51,6 @@ class LineParser {
     end_ = at_ + piece.size();
     blanksEnd_ = nullptr;
     for (; line_ < format_.FirstLine && !AtEnd(); ++line_) SkipLine();
-    constexpr std::size_t kSample = 1000;
     const char* begin = at_;
     while (!IsFull() && !AtEnd()) {
       ++lines_.Rows;
@@ -48,11 +63,34 @@ class LineParser {
     }
     sampled_ += static_cast<std::size_t>(at_ - begin);
   }
+  // The same with a team, whose members take one part after the other.
+  void TakeParts(std::string_view piece, ThreadTeam& team) {
+    const std::vector<std::string_view> parts = PartsOf(piece, 4 * team.Size());
+    std::vector<DelimitedLines> parsed(parts.size());
+    std::atomic<std::size_t> next = 0;
+    team.Run([&](std::size_t) {
+      for (std::size_t i = next++; i < parts.size(); i = next++) {
+        LineParser parser(format_);
+        parser.isBeginning_ = false;
+        parser.line_ = format_.FirstLine;
+        parser.Take(parts[i], 0);
+        parsed[i] = parser.TakeLines();
+      }
+    });
+    for (DelimitedLines& part : parsed) {
+      lines_.Cells.AppendBelow(lines_.Rows, std::move(part.Cells));
+      lines_.Rows += part.Rows;
+    }
+  }
+  // Whether parts of the lines to come may be parsed by themselves: which lines those are, and how many, is known.
+  bool MayPart() const { return lines_.Rows >= kSample && format_.LineLimit == DelimitedFormat().LineLimit; }
   bool IsFull() const { return lines_.Rows >= format_.LineLimit; }
 
   DelimitedLines TakeLines() { return std::move(lines_); }
 
  private:
+  static constexpr std::size_t kSample = 1000;
+
   bool AtEnd() const { return at_ == end_; }
 
   // Growing step by step would copy each column and hold twice the memory for a moment. The rows to come are estimated
@@ -187,12 +225,17 @@ DelimitedLines ParseDelimitedLines(std::string_view text, const DelimitedFormat&
   return parser.TakeLines();
 }
 
-int ReadDelimitedLines(FileLines& file, const DelimitedFormat& format, DelimitedLines& lines) {
+int ReadDelimitedLines(FileLines& file, const DelimitedFormat& format, DelimitedLines& lines, int threads) {
   LineParser parser(format);
+  std::optional<ThreadTeam> team;
   std::string_view piece;
   do {
     if (const int error = file.Next(piece); error != 0) return error;
-    parser.Take(piece, file.BytesBehind());
+    if (threads > 1 && !team && parser.MayPart()) team.emplace(static_cast<std::size_t>(threads));
+    if (team)
+      parser.TakeParts(piece, *team);
+    else
+      parser.Take(piece, file.BytesBehind());
   } while (!piece.empty() && !parser.IsFull());
   lines = parser.TakeLines();
   return 0;

@@ -48,8 +48,9 @@ struct DelimitedLines {
 // One pass over the bytes; a number is converted where it stands.
 DelimitedLines ParseDelimitedLines(std::string_view text, const DelimitedFormat& format);
 
-// The same of a file that is open, without all of its text in memory. Returns 0 or the file error's number.
-int ReadDelimitedLines(FileLines& file, const DelimitedFormat& format, DelimitedLines& lines);
+// The same of a file that is open, without all of its text in memory. Returns 0 or the file error's number. With
+// several threads each parses a part of a piece; the cells are the same for any number of them.
+int ReadDelimitedLines(FileLines& file, const DelimitedFormat& format, DelimitedLines& lines, int threads = 1);
 
 // A text of more than 255 characters of UTF-8 becomes its first 252 and three dots; no cell of a grid holds more.
 std::string CutCellText(std::string text);

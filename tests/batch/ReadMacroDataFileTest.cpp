@@ -41,6 +41,7 @@ TEST(ReadMacroDataFile, ReadsTheSameWhateverTheSizeOfThePieces) {
     setup.MissingData = "NA";
     const DataReading whole = ReadMacroDataFile(setup, LocaleText());
     for (const std::size_t piece : {1, 2, 3, 7, 64, 1000}) {
+      setup.Threads = piece < 64 ? 1 : 3;
       const DataReading reading = ReadMacroDataFile(setup, LocaleText(), piece);
       EXPECT_EQ(reading.Message, c.Message) << c.Order;
       EXPECT_EQ(reading.Data.N(), c.Points) << c.Order << ' ' << piece;
@@ -56,6 +57,7 @@ TEST(ReadMacroDataFile, ReadsTheSameWhateverTheSizeOfThePieces) {
 TEST(ReadMacroDataFile, GivesNoPointsOfAFileThatFailsOnTheWay) {
   const TemporaryFolder folder;
   MacroSetup setup;
+  setup.Threads = 1;
   std::string text;
   for (int i = 0; i < 100; ++i) text += "1\t2\n";
   setup.DataFile = folder.Write("data.txt", text);

@@ -155,11 +155,11 @@ TEST(ParseDelimitedLines, GivesTheSameNumbersWhateverTheFormOfTheFile) {
 }
 
 // Reads a file in pieces of some bytes.
-DelimitedLines InPieces(const std::string& name, const DelimitedFormat& format, std::size_t piece) {
+DelimitedLines InPieces(const std::string& name, const DelimitedFormat& format, std::size_t piece, int threads = 1) {
   FileLines file(piece);
   DelimitedLines lines;
   EXPECT_EQ(file.Open(name), 0);
-  EXPECT_EQ(ReadDelimitedLines(file, format, lines), 0);
+  EXPECT_EQ(ReadDelimitedLines(file, format, lines, threads), 0);
   return lines;
 }
 
@@ -218,6 +218,30 @@ TEST(ReadDelimitedLines, ReadsTheSameWhateverTheSizeOfThePieces) {
   }
 }
 
+// From some row on the threads have parts of their own, with texts, empty cells and columns that others don't have.
+TEST(ReadDelimitedLines, ReadsTheSameOnAnyNumberOfThreads) {
+  const TemporaryFolder folder;
+  for (const char* const lineEnd : {"\n", "\r\n", "\r"}) {
+    std::string text = "\xEF\xBB\xBFhead\ting" + std::string(lineEnd);
+    for (int i = 0; i < 5000; ++i) {
+      text += std::to_string(i) + '\t';
+      if (i % 13 != 0) text += std::to_string(0.25 * i);
+      if (i % 701 == 0) text += "\tnote " + std::to_string(i);
+      if (i == 3000) text += "\t1\t2\t" + std::string(2000, 'w');
+      text += lineEnd;
+    }
+    const std::string name = folder.Write("long", text + lineEnd + lineEnd);
+    for (const std::size_t first : {1, 2, 1500}) {
+      DelimitedFormat format;
+      format.FirstLine = first;
+      const std::string expected = Shown(ParseDelimitedLines(folder.Read("long"), format));
+      for (const std::size_t piece : {60, 5000})
+        for (const int threads : {2, 7})
+          EXPECT_TRUE(Shown(InPieces(name, format, piece, threads)) == expected) << piece << ' ' << threads;
+    }
+  }
+}
+
 // A column that grows step by step is copied again and again, and takes up to twice its memory.
 TEST(ReadDelimitedLines, MakesRoomForTheRowsToCome) {
   const TemporaryFolder folder;
@@ -225,8 +249,8 @@ TEST(ReadDelimitedLines, MakesRoomForTheRowsToCome) {
   std::string text;
   for (std::size_t i = 0; i < kRows; ++i) text += std::to_string(1'000'000 + i) + "\t0.5\n";
   const std::string name = folder.Write("long", text);
-  for (const std::size_t piece : {10, 4000, 1 << 20}) {
-    DelimitedLines lines = InPieces(name, {}, piece);
+  for (const auto& [piece, threads] : {std::pair{10, 1}, {4000, 1}, {1 << 20, 1}, {30'000, 3}}) {
+    DelimitedLines lines = InPieces(name, {}, static_cast<std::size_t>(piece), threads);
     ASSERT_EQ(lines.Rows, kRows);
     const std::vector<double> column = lines.Cells.TakeColumn(1, kRows);
     EXPECT_LT(column.capacity(), kRows * 11 / 10) << piece;
