@@ -1,4 +1,5 @@
 // make_data COUNT FILE: the points of the two exponentials as a data file, x and y.
+// make_data COUNT FILE columns: three columns of numbers.
 // make_data COUNT FILE WELLS: a plate of so many wells, a logistic curve over a dilution series each, with headings.
 
 #include <cmath>
@@ -54,10 +55,13 @@ std::string Plate(std::size_t count, std::size_t wells) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 3 && argc != 4) return std::fputs("Usage: make_data COUNT FILE [WELLS]\n", stderr), EXIT_FAILURE;
+  if (argc != 3 && argc != 4)
+    return std::fputs("Usage: make_data COUNT FILE [columns | WELLS]\n", stderr), EXIT_FAILURE;
   const std::size_t count = std::stoul(argv[1]);
-  const std::string text = argc == 3 ? TwoExponentials(count) : Plate(count, std::stoul(argv[3]));
   std::ofstream file(argv[2], std::ios::binary);
-  file << text;
+  if (argc == 4 && argv[3] == std::string("columns"))
+    WriteThreeColumns(count, file);
+  else
+    file << (argc == 3 ? TwoExponentials(count) : Plate(count, std::stoul(argv[3])));
   return file.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -21,22 +21,14 @@
 namespace quorvex {
 namespace {
 
-constexpr int kRows = 1'000'000;
+constexpr std::size_t kRows = 1'000'000;
 
 // The file, written once per process and removed at its end.
 class DataFile {
  public:
   DataFile() {
     std::ofstream file(Name(), std::ios::binary);
-    bench::Random random(505);
-    std::string row;
-    for (int i = 0; i < kRows; ++i) {
-      row.clear();
-      bench::AppendNumber(row, i * 0.001, '\t');
-      bench::AppendNumber(row, random.Normal() * 1000, '\t');
-      bench::AppendNumber(row, random.Uniform() * 1e-6, '\n');
-      file << row;
-    }
+    bench::WriteThreeColumns(kRows, file);
   }
   ~DataFile() { std::filesystem::remove(Name()); }
 
@@ -81,18 +73,17 @@ BENCHMARK(BareFromChars)->Unit(benchmark::kMillisecond);
 
 void ReadToArrays(benchmark::State& state) {
   const std::string& name = Data().Name();
-  std::size_t bytes = 0;
   for ([[maybe_unused]] auto pass : state) {
-    WholeFile file;
-    if (file.Read(name) != 0) return state.SkipWithError("cannot open the file");
-    bytes = file.Text().size();
-    DelimitedLines lines = ParseDelimitedLines(file.Text(), DelimitedFormat());
+    FileLines file;
+    DelimitedLines lines;
+    if (file.Open(name) != 0 || ReadDelimitedLines(file, DelimitedFormat(), lines) != 0)
+      return state.SkipWithError("cannot read the file");
     auto loaded = LoadGridData(std::move(lines.Cells), {.IndependentVariables = 1, .Weighted = true});
     if (!loaded || loaded->Points.N() != kRows) return state.SkipWithError("wrong number of points");
     loaded->Points.sig = ComputeWeights(loaded->Points.SD);
     benchmark::DoNotOptimize(loaded->Points.sig.data());
   }
-  Report(state, bytes);
+  Report(state, std::filesystem::file_size(name));
 }
 BENCHMARK(ReadToArrays)->Unit(benchmark::kMillisecond);
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -77,6 +78,19 @@ inline void AppendNumber(std::string& text, double value, char separator) {
   char buffer[40];
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 17).ptr;
   text.append(buffer, end) += separator;
+}
+
+// A data file of three columns of mixed magnitude and sign; a row has some 60 bytes.
+inline void WriteThreeColumns(std::size_t rows, std::ostream& file) {
+  Random random(505);
+  std::string row;
+  for (std::size_t i = 0; i < rows; ++i) {
+    row.clear();
+    AppendNumber(row, static_cast<double>(i) * 0.001, '\t');
+    AppendNumber(row, random.Normal() * 1000, '\t');
+    AppendNumber(row, random.Uniform() * 1e-6, '\n');
+    file << row;
+  }
 }
 
 }  // namespace quorvex::bench

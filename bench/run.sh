@@ -1,7 +1,10 @@
 #!/usr/bin/env bash
 # Builds the benchmarks, runs them, and measures whole processes: a small macro against a hand-written program, and the
 # time and memory of a fit over a million points. Writes only below build/ and in a temporary folder.
+#   --large   a data file of ten million rows, too: 0.6 GB in the temporary folder
 set -euo pipefail
+large=
+[[ ${1:-} != --large ]] || large=yes
 export LC_ALL=C
 cd "$(dirname "$0")/.."
 
@@ -130,3 +133,39 @@ report "hand-written fit" 1 "$tools/native_fit" "$folder/large.txt"
 report "macro" 1 "$quorvex" -runcfg "$folder/large.cfg"
 awk -v kb="$kilobytes" -v bytes="$bytes" \
   'BEGIN { printf "  file %.1f MB; beyond it %.0f bytes a point\n", bytes / 1e6, (kb * 1024 - bytes) / 1e6 }'
+
+echo
+echo "A plane through the rows of a file of three columns, central differences, median of 5, on one thread and on all"
+# plane NAME THREADS: the fit to the rows of that name.
+plane() {
+  cat >"$folder/plane.cfg" <<END
+B_MACRO
+  DataFile = $folder/rows$1.txt
+  InputDelimit = Tab
+  OutputFile = $folder/plane.out
+  Derivatives = CentralDifference
+  IndependentVariables = 2
+  Threads = $2
+  B_MODEL
+    Y = a+b*x1+c*x2
+    Assign a = 1, Operator = Value, Fit = True
+    Assign b = 1, Operator = Value, Fit = True
+    Assign c = 1, Operator = Value, Fit = True
+  E_MODEL
+E_MACRO
+END
+  report "$1 rows, Threads = $2" 5 "$quorvex" -runcfg "$folder/plane.cfg"
+  awk -v ms="$milliseconds" -v kb="$kilobytes" -v rows="$1" \
+    'BEGIN { printf "  a row: %.1f ns, %.1f bytes\n", ms * 1e6 / rows, kb * 1024 / rows }'
+}
+for rows in 1000000 ${large:+10000000}; do
+  "$tools/make_data" "$rows" "$folder/rows$rows.txt" columns
+  plane "$rows" 1
+  perRow=$milliseconds
+  plane "$rows" 0
+  if [[ $rows = 1000000 ]]; then
+    million=$perRow
+  else
+    echo "  ten million rows to one million, a row: $(ratio "$(awk -v a="$perRow" 'BEGIN { print a / 10 }')" "$million")"
+  fi
+done
