@@ -132,7 +132,7 @@ bytes=$(stat -c %s "$folder/large.txt")
 report "hand-written fit" 1 "$tools/native_fit" "$folder/large.txt"
 report "macro" 1 "$quorvex" -runcfg "$folder/large.cfg"
 awk -v kb="$kilobytes" -v bytes="$bytes" \
-  'BEGIN { printf "  file %.1f MB; beyond it %.0f bytes a point\n", bytes / 1e6, (kb * 1024 - bytes) / 1e6 }'
+  'BEGIN { printf "  file %.1f MB; in memory %.0f bytes a point\n", bytes / 1e6, kb * 1024 / 1e6 }'
 
 echo
 echo "A plane through the rows of a file of three columns, central differences, median of 5, on one thread and on all"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/LargePages.h"
 #include "core/NumberText.h"
 #include "engine/RuleQuantity.h"
 #include "equation/Catalogue.h"
@@ -34,6 +35,8 @@ InputPoints EqClass::InputTable(const SolveData& data) const {
   const auto equal = std::adjacent_find(x.begin(), x.end());
   if (equal == x.end()) return {{x}, data.Y};
   InputPoints points{{{}}, {}};
+  ReserveLarge(points.X[0], x.size());
+  ReserveLarge(points.Y, x.size());
   for (std::vector<double>* column : {&points.X[0], &points.Y}) column->reserve(x.size());
   for (std::size_t i = 0; i < x.size(); ++i) {
     if (i > 0 && x[i] == x[i - 1]) continue;
