@@ -1,17 +1,33 @@
 #!/usr/bin/env bash
 # Runs the code that models are written as and compares its values with the program's: all models of the catalogue,
-# every function, and what is hard in the language, at 20 points each. Where no interpreter or compiler of a language is
-# on the machine, it says so.
+# every function, and what is hard in the language, at 20 points each; then files with hostile titles and names, each
+# run by itself, which must give their proof. Where no interpreter or compiler of a language is on the machine, it says
+# so. Debian has packages for all of them but Julia, which comes from its makers alone; MATLAB's code is run by Octave.
 #
 # usage: scripts/code-check.sh BUILD [EXTENSION ...]   such as scripts/code-check.sh build/release py js
 set -euo pipefail
 
 build=$(realpath "${1:?usage: scripts/code-check.sh BUILD [EXTENSION ...]}")
 shift
-languages=${*:-py r js m jl rs f90 txt}
+languages=${*:-py r js m jl rs f90 txt tex}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 "$build/tests/code_check" write "$folder"
+
+# What runs a language, by name.
+programs() {
+  case $1 in
+    py) echo python3 ;;
+    r) echo Rscript ;;
+    js) echo node ;;
+    m) echo octave-cli ;;
+    jl) echo julia ;;
+    rs) echo rustc ;;
+    f90) echo gfortran ;;
+    txt) echo ssconvert soffice ;;
+    tex) echo pdflatex ;;
+  esac
+}
 
 # The special functions of Python are those of SciPy, which may be installed for one of several; without it nothing is
 # checked.
@@ -23,35 +39,102 @@ python() {
   return 1
 }
 
-# What prints the values, in the folder of the language; 127 where nothing can.
+# Prints the numbers of the sheets, which hold a formula in D and what it is in E and F.
+sheets() {
+  local program=$1 each
+  shift
+  if [ "$program" = ssconvert ]; then
+    for each; do ssconvert -T Gnumeric_stf:stf_assistant -O 'separator=, format=raw' "$each" "$each.out" >&2; done
+  else
+    # Comma and quotes, UTF-8, of an English sheet, formulas computed.
+    soffice "-env:UserInstallation=file://$PWD/profile" --headless --infilter='CSV:44,34,76,1,,1033,false,true,true' \
+      --convert-to 'csv.out:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true' "$@" >&2
+    for each; do mv "${each%.csv}.csv.out" "$each.out"; done
+  fi
+  for each; do awk -F, '{ print $5, $6, $4 }' "$each.out"; done
+}
+
+# Prints the values of all models, in the folder of the language.
 run() {
-  local found
-  case $1 in
-    py) found=$(python) || return 127; "$found" check.py ;;
-    r) command -v Rscript >/dev/null || return 127; Rscript --vanilla check.r ;;
-    js) command -v node >/dev/null || return 127; node check.js ;;
-    m) command -v octave-cli >/dev/null || return 127; octave-cli --no-init-file check_all.m ;;
-    jl) command -v julia >/dev/null || return 127; julia --startup-file=no check.jl ;;
-    rs) command -v rustc >/dev/null || return 127; rustc -A warnings -o check check.rs && ./check ;;
-    txt)
-      command -v ssconvert >/dev/null || return 127
-      ssconvert -T Gnumeric_stf:stf_assistant -O 'separator=, format=raw' check.csv values.csv >&2
-      awk -F, '{ print $5, $6, $4 }' values.csv
-      ;;
-    f90) command -v gfortran >/dev/null || return 127; gfortran -o check [!c]*.f90 check.f90 && ./check ;;
+  case $2 in
+    python3) "$(python)" check.py ;;
+    Rscript) Rscript --vanilla check.r ;;
+    node) node check.js ;;
+    octave-cli) octave-cli --no-init-file check_all.m ;;
+    julia) julia --startup-file=no check.jl ;;
+    rustc) rustc -A warnings -o check check.rs && ./check ;;
+    gfortran) gfortran -o check [!c]*.f90 check.f90 && ./check ;;
+    *) sheets "$2" check.csv ;;
   esac
+}
+
+# Prints the proof of one file, run as its reader runs it.
+proof() {
+  local program=$1 file=$2 name=${2%.*}
+  case $program in
+    python3) "$(python)" "$file" ;;
+    Rscript) Rscript --vanilla "$file" | sed 's/^\[1\] //' ;;
+    node) node "$file" ;;
+    octave-cli)
+      octave-cli --no-init-file --eval "if ! test('$file', 'quiet'), exit(1), end" >&2 &&
+        octave-cli --no-init-file --eval \
+          "$(sed -n 's/^%!assert (\(.*\), [^,]*, -1e-10)$/printf("%.17g\\n", \1)/p' "$file")"
+      ;;
+    julia) julia --startup-file=no "$file" ;;
+    # Its test holds the value against the number that is printed here.
+    rustc)
+      rustc -A dead_code --test -o proof_run "$file" && ./proof_run >&2 &&
+        sed -n 's/.*(value - (\(.*\))) <= .*/\1/p' "$file"
+      ;;
+    gfortran)
+      mkdir -p "run_$name" && sed -n '/^! program proof/,/^! end program/s/^! //p' "$file" >"run_$name/proof.f90" &&
+        gfortran -Wall -J "run_$name" -o "run_$name/proof" "$file" "run_$name/proof.f90" && "run_$name/proof"
+      ;;
+    # A formula is set, which gives no value but the one that is stated.
+    pdflatex)
+      printf '%s\n' '\documentclass{article}' '\usepackage[utf8]{inputenc}' '\usepackage{amsmath}' '\begin{document}' \
+        "\\input{$file}" 'End.' '\end{document}' >"run_$name.tex"
+      pdflatex -halt-on-error -interaction=nonstopmode "run_$name.tex" >&2 &&
+        sed -n 's/^% At x = .* it gives y = \(.*\)\.$/\1/p' "$file"
+      ;;
+  esac
+}
+
+# Prints the proofs of all files in the folder, for sheets by way of a sheet each.
+proofs() {
+  local program=$1 language=$2 each name
+  for each in *."$language"; do
+    name=${each%.*}
+    case $each in run_*) continue ;; esac
+    if [ "$language" = txt ]; then
+      case $name in expected | values | errors) continue ;; esac
+      awk -v name="$name" '/^# With .* in A2 it is to give / { x = $3 }
+        /^=/ { printf "\n%s,,,\"%s\",%s,0\n", x, $0, name }' "$each" >"$name.csv"
+    else
+      echo "$name 0 $(proof "$program" "$each" || true)"
+    fi
+  done
+  if [ "$language" = txt ]; then sheets "$program" ./*.csv | grep -v '^ *$'; fi
 }
 
 status=0
 for language in $languages; do
-  [ -d "$folder/$language" ] || continue
-  printf '%-4s' "$language"
-  code=0
-  (cd "$folder/$language" && run "$language" >values.txt 2>errors.txt) || code=$?
-  if [ $code -eq 127 ]; then
-    echo "   nothing on this machine runs it"
-    continue
-  fi
-  "$build/tests/code_check" compare "$folder/$language" || { head -20 "$folder/$language/errors.txt"; status=1; }
+  for program in $(programs "$language"); do
+    printf '%-4s%-11s' "$language" "$program"
+    if ! command -v "$program" >/dev/null || { [ "$program" = python3 ] && ! python >/dev/null; }; then
+      echo "   is not on this machine"
+      continue
+    fi
+    for part in "$folder/$language" "$folder/$language/proof"; do
+      [ -f "$part/expected.txt" ] || continue
+      if [ "$part" = "$folder/$language" ]; then
+        (cd "$part" && run "$language" "$program" >values.txt 2>errors.txt) || true
+      else
+        printf '%-15s' '    its proofs'
+        (cd "$part" && proofs "$program" "$language" >values.txt 2>errors.txt) || true
+      fi
+      "$build/tests/code_check" compare "$part" || { head -20 "$part/errors.txt"; status=1; }
+    done
+  done
 done
 exit $status

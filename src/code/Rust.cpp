@@ -12,6 +12,7 @@ constexpr std::string_view kReserved[] = {
     "where",    "while",  "abstract", "become", "box",     "do",       "final", "gen",    "macro",
     "override", "priv",   "try",      "typeof", "unsized", "virtual",  "yield", "union",  "f64",
     "i32",      "u64",    "std",      "core",   "main",    "tests",    "value", "n",      "RANDOM_COUNTER",
+    "Ok",       "Err",    "Some",     "None",
 };
 
 constexpr CodeForm kForms[] = {

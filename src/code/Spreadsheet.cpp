@@ -1,4 +1,9 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 #include "code/Languages.h"
+#include "core/NumberText.h"
 
 namespace quorvex {
 namespace {
@@ -90,6 +95,35 @@ constexpr CodeForm kForms[] = {
     {"k1", "BESSELK($1, 1)"},
 };
 
+constexpr double kLargestTyped = 9.99999999999999E+307;  // beyond it some programs take a number for a text
+constexpr double kSmallest = std::numeric_limits<double>::min();
+
+bool IsTiny(double value) { return value != 0 && std::abs(value) < kSmallest; }
+
+// What no cell takes as a number is the product of one that it takes and a power of 2, which is exact.
+std::string SheetNumber(double value) {
+  if (IsTiny(value)) return "(" + ShortestNumber(std::ldexp(value, 60)) + "*8.673617379884035E-19)";
+  if (std::abs(value) > kLargestTyped) return "(" + ShortestNumber(value / 2) + "*2)";
+  return ShortestNumber(value == 0 ? 0 : value);
+}
+
+// What becomes of the model's numbers in programs that hold fewer.
+std::vector<std::string> NumberRemarks(const CodeModel& model, const CodeBody& body) {
+  std::vector<double> numbers = model.Values;
+  for (const auto& word : body.DataWords) numbers.push_back(word.second);
+  for (const ExprToken& token : model.Compiled.ExprTokens)
+    if (token.Type == TokenKind::Literal) numbers.push_back(token.Value);
+  std::vector<std::string> remarks;
+  constexpr std::size_t kDigits = 15;
+  if (std::ranges::any_of(numbers, [](double each) { return NumericText(GeneralNumber(each, kDigits)) != each; }))
+    remarks.push_back("Some programs keep 15 digits of a number, and some of these have more.");
+  if (std::ranges::any_of(numbers, IsTiny))
+    remarks.push_back("Numbers below 2.2250738585072014E-308 are 0 in some programs.");
+  if (std::ranges::any_of(numbers, [](double each) { return each == 0 && std::signbit(each); }))
+    remarks.push_back("A sheet has no negative zero: it is 0 here.");
+  return remarks;
+}
+
 constexpr std::size_t kLongestCell = 8192;  // characters that every program takes
 
 std::string Write(const CodeModel& model, const CodeBody& body, const CodeLanguage& language) {
@@ -103,6 +137,7 @@ std::string Write(const CodeModel& model, const CodeBody& body, const CodeLangua
                          "; where numbers have a decimal comma, its commas are to be semicolons, its points commas.");
   if (body.Result.size() > kLongestCell)
     told.Remarks.push_back("It has more than 8192 characters, which some programs refuse.");
+  for (std::string& remark : NumberRemarks(model, body)) told.Remarks.push_back(std::move(remark));
   if (model.Proof) {
     std::string proof = "With";
     for (std::size_t v = 0; v < model.Proof->X.size(); ++v)
@@ -128,7 +163,7 @@ const CodeLanguage kSpreadsheet = {.Name = "Spreadsheet formula",
                                    .Choice = "IF($1, $2, $3)",
                                    .Rounded = "IF(MOD(#1, 1) = 0.5, 2*ROUND(#1/2, 0), ROUND(#1, 0))",
                                    .Substitutes = true,
-                                   .Number = PlainNumber,
+                                   .Number = SheetNumber,
                                    .Write = Write};
 
 }  // namespace quorvex

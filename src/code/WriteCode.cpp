@@ -6,6 +6,7 @@
 #include "code/FillText.h"
 #include "code/Languages.h"
 #include "core/NumberText.h"
+#include "core/TextEncoding.h"
 #include "equation/CodeExport.h"
 
 namespace quorvex {
@@ -43,19 +44,32 @@ std::string UnknownLanguageText(std::string_view file) {
   return "The code '" + std::string(file) + "' is not written: its name ends in none of " + endings + ".";
 }
 
-// Comments of several languages end at "*/", "#=" or the like, and MATLAB goes on behind "...": with a blank between
-// its characters no such mark stays one. A backslash at the end would join lines.
+// Comments of several languages end at "*/", "#=" or the like, MATLAB goes on behind "...", and Python looks for
+// "coding:" in the first ones: with a blank between its characters no such mark stays one. A backslash at the end would
+// join lines. Bytes that are no UTF-8, and signs that turn the direction of what follows, make a file invalid.
 std::string CommentText(std::string_view text) {
+  constexpr std::string_view kDirections[] = {"\u061C", "\u200E", "\u200F", "\u202A", "\u202B", "\u202C", "\u202D",
+                                              "\u202E", "\u2066", "\u2067", "\u2068", "\u2069", "\uFEFF"};
   std::string safe;
-  for (const char c : text) {
-    const bool isControl = static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-    safe += isControl ? ' ' : c;
+  while (!text.empty()) {
+    const std::size_t length = Utf8Length(text);
+    const std::string_view character = text.substr(0, std::max<std::size_t>(length, 1));
+    text.remove_prefix(character.size());
+    const bool isControl = static_cast<unsigned char>(character[0]) < ' ' || character[0] == '\x7f' ||
+                           (character >= "\xC2\x80" && character <= "\xC2\x9F");
+    if (length == 0)
+      safe += "\uFFFD";
+    else if (isControl || character == "\u2028" || character == "\u2029")
+      safe += ' ';
+    else if (std::ranges::find(kDirections, character) == std::end(kDirections))
+      safe += character;
   }
-  // The line and paragraph separators of Unicode end a line in some languages.
-  for (const std::string_view separator : {"\u2028", "\u2029", "\u0085"})
-    for (auto at = safe.find(separator); at != std::string::npos; at = safe.find(separator))
-      safe.replace(at, separator.size(), " ");
-  for (const auto& [mark, instead] : {std::pair{"*/", "* /"}, {"/*", "/ *"}, {"\"\"\"", "\" \" \""}, {"=#", "= #"}})
+  for (const auto& [mark, instead] : {std::pair{"*/", "* /"},
+                                      {"/*", "/ *"},
+                                      {"\"\"\"", "\" \" \""},
+                                      {"=#", "= #"},
+                                      {"coding:", "coding :"},
+                                      {"coding=", "coding ="}})
     for (auto at = safe.find(mark); at != std::string::npos; at = safe.find(mark))
       safe.replace(at, std::string_view(mark).size(), instead);
   while (safe.ends_with('\\') || safe.ends_with(' ')) safe.pop_back();

@@ -97,37 +97,37 @@ TEST(GenerateBody, TellsNamesApart) {
   EXPECT_EQ(Written({"a*x1+x*x3"}, true).In(kPython).Variables, (std::vector<std::string>{"x1", "x2", "x3"}));
 }
 
-// Whatever stands in titles and definitions, the code behind the head is the same.
+std::string WithoutComments(std::string_view text, const CodeLanguage& language) {
+  std::string code;
+  while (!text.empty()) {
+    const std::string line(TakeLine(text));
+    if (!line.starts_with(language.Comment)) code += line + "\n";
+    EXPECT_FALSE(line.starts_with(language.Comment) && line.ends_with('\\')) << language.Name;
+  }
+  return code;
+}
+
+// Whatever stands in titles, definitions and remarks, the code behind the head is the same.
 TEST(WriteCode, KeepsHostileTextsInItsComments) {
   for (const CodeLanguage* language : CodeLanguages()) {
     Written model({"a+b*x"});
-    model.Described.Title = "plain";
+    model.Described.Title = model.Described.Definition = "plain";
     const std::string plain = model.Text(*language);
     for (const std::string hostile :
          {"\"\"\" ''' ` */ /* =# #= --> -->", "one\nimport os\rtwo\r\nthree", "\\", "ends in \\\\\n\\",
-          "\xE2\x80\xA8print(1)\xE2\x80\xA9print(2)\xC2\x85print(3)", "\x1B[2J\x07\x7F",
-          "{{ %> <% ?> }} \\end{document}", "\xC3\xA4\xC3\xB6\xC3\xBC\xE2\x82\xAC ...", "'); DROP TABLE"}) {
-      model.Described.Title = hostile;
+          "\xE2\x80\xA8print(1)\xE2\x80\xA9print(2)\xC2\x85print(3)", "\x1B[2J\x07\x7F\xC2\x9B",
+          "{{ %> <% ?> }} ]]> ${x} \\end{document}", "\xC3\xA4\xC3\xB6\xC3\xBC\xE2\x82\xAC ...", "'); DROP TABLE",
+          "coding: none coding=none", "\xE2\x80\xAE\xE2\x81\xA6\xE2\x80\x8F\xEF\xBB\xBF", "\xFF \xE4 \xC3", ""}) {
+      model.Described.Title = model.Described.Definition = hostile;
       model.Described.Remarks = {hostile};
       const std::string text = model.Text(*language);
-      std::string_view rest = text;
-      std::string code;
-      while (!rest.empty()) {
-        const std::string line(TakeLine(rest));
-        if (!line.starts_with(language->Comment)) code += line + "\n";
-        EXPECT_FALSE(line.starts_with(language->Comment) && line.ends_with('\\')) << language->Name << hostile;
-      }
-      std::string_view plainRest = plain;
-      std::string plainCode;
-      while (!plainRest.empty()) {
-        const std::string line(TakeLine(plainRest));
-        if (!line.starts_with(language->Comment)) plainCode += line + "\n";
-      }
-      EXPECT_EQ(code, plainCode) << language->Name << hostile;
-      for (const char* mark : {"*/", "/*", "\"\"\"", "=#", "\x1B", "\xE2\x80\xA8", "\xC2\x85"})
+      EXPECT_EQ(WithoutComments(text, *language), WithoutComments(plain, *language)) << language->Name << hostile;
+      for (const char* mark : {"*/", "/*", "\"\"\"", "=#", "\x1B", "\xE2\x80\xA8", "\xC2\x85", "\xC2\x9B",
+                               "coding:", "coding=", "\xE2\x80\xAE", "\xE2\x81\xA6", "\xEF\xBB\xBF", "\xFF"})
         EXPECT_EQ(text.find(mark), plain.find(mark)) << language->Name << mark;
     }
   }
+  EXPECT_EQ(CommentText("a\xE4 \xC3\xA4\tb"), "a\xEF\xBF\xBD \xC3\xA4 b");
 }
 
 TEST(WriteCode, TellsWhatALanguageHasNothingFor) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 #include "code/CodeLanguage.h"
@@ -49,6 +50,29 @@ TEST(Spreadsheet, KeepsTheOrderOfTheProgram) {
   }
   const Expression several = Compile({"a*x3-x1"}, true);
   EXPECT_EQ(GenerateBody(Described(several, 3), kSpreadsheet, "f").Result, "-1.5*C2 - A2");
+}
+
+// A cell takes no number below the normal ones, and some programs none above 9.99999999999999E+307.
+TEST(Spreadsheet, WritesNumbersThatNoCellTakes) {
+  const Expression compiled = Compile({"a*x+b"});
+  CodeModel model = Described(compiled);
+  const struct {
+    double Value;
+    const char *Text, *Remark;
+  } kCases[] = {
+      {5e-324, "(5.696189077778436E-306*8.673617379884035E-19)", "# Numbers below 2.2250738585072014E-308 are 0 in"},
+      {-1.6e308, "(-8E+307*2)", ""},
+      {-0.0, "0", "# A sheet has no negative zero: it is 0 here."},
+      {9.99e307, "9.99E+307", ""},
+      {0.1 + 0.2, "0.30000000000000004", "# Some programs keep 15 digits of a number, and some of these have more."},
+  };
+  for (const auto& c : kCases) {
+    model.Values = {c.Value, 2};
+    const std::string text = WriteCode(model, kSpreadsheet, "f");
+    EXPECT_NE(text.find("\n=" + std::string(c.Text) + "*A2 + 2\n"), std::string::npos) << text;
+    EXPECT_NE(text.find(c.Remark), std::string::npos) << text;
+    EXPECT_EQ(std::ranges::count(text, '#'), *c.Remark == '\0' ? 3 : 4) << text;
+  }
 }
 
 TEST(Spreadsheet, RefusesWhatGrowsBeyondAnyCell) {

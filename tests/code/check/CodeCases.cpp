@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
+#include "code/CodeLanguage.h"
+#include "core/NumberText.h"
 #include "engine/EqClass.h"
 #include "engine/MvClass.h"
 #include "equation/Catalogue.h"
 #include "equation/IntrinsicFunctions.h"
+#include "equation/Parser.h"
 
 namespace quorvex {
 namespace {
@@ -135,7 +139,114 @@ std::unique_ptr<ModelClass> UserModel(const Row& row, bool several) {
   return model;
 }
 
+// Lines of a title. The first is one that Python looks for in the first two lines of a file.
+const std::string kTitles[] = {
+    "-*- coding: no-such-code -*- coding=none",
+    "\"\"\" \'\'\' ` */ /* =# #= --> ]]> <![CDATA[ </script> ${x} #{x} $(rm) %{ %} {% {{ <% ?> ...",
+    "%{\n{\n%}\n#=\n!$omp parallel\n&\n#!\n//\n=1+1\n\\\n\\\n...\n!test\n![no_std]\n/ doc\nline 1 \"x\"",
+    "\\end{document} \\input{none} ^^M ^^5c % & # _ ~ { } $ \\undefined \\",
+    "one\nimport none\rstop\r\n}\nend\xE2\x80\xA8stop(1)\xE2\x80\xA9stop(2)\xC2\x85stop(3)\x0Bstop\x0Cstop",
+    "\x01\x02\x1A\x1B[2J\x08\x7F\t\xC2\x9B",
+    "\xE2\x80\xAE\xE2\x81\xA6\xE2\x80\x8F \xC3\xA4\xC3\xB6\xC3\xBC \xE2\x82\xAC \xE2\x81\xA9\xE2\x80\xAC\xEF\xBB\xBF",
+    "\xFF\xFE \xE4 \xC3 \xED\xA0\x80 \xF5\x80\x80\x80",
+    std::string(10'000, 'w'),
+    "",
+};
+
+// Names that programs of many languages have for something, beside those that a language keeps for itself.
+constexpr std::string_view kNames =
+    "a x_ y z I J T c C_ e_ pi_ None nil NULL NaN NA Inf inf eps ans end fn lambda self this super new def list len "
+    "str "
+    "sum range print input open write read data df t q Some Ok Err Vec Box String panic println format u8 usize bool "
+    "char console process Object Array Function Date JSON length prototype __proto__ constructor eval nargin nargout "
+    "varargin ones zeros disp ones kind parameter program implicit real integer logical complex character common block "
+    "include intent save target pointer where forall elseif elsewhere entry equivalence go to goto assign allocate "
+    "model result value number call test tests assert Base Main Core missing nothing isnothing let mut im sheet A1 B2 "
+    "R1C1 TRUE_ row column frac left right begin document mathrm int prod F1_ part1 f f_code";
+
+constexpr double kScales[] = {1e-300,
+                              1e300,
+                              -0.0,
+                              9007199254740993.0,
+                              9007199254740991.0,
+                              -123456789012345680.0,
+                              4294967296.0,
+                              1e15,
+                              1e21,
+                              1e22,
+                              4.9406564584124654e-324,
+                              2.2250738585072009e-308,
+                              2.2250738585072014e-308,
+                              -1.7976931348623157e308,
+                              0.1,
+                              1.0 / 3,
+                              5e-5,
+                              1.0000000000000002,
+                              123456.78901234567,
+                              -9.999999999999999e22};
+
+// Gives one coefficient a point, and behind them one number of the model a point.
+CodeCase ScaleCase(bool asNumbers) {
+  CodeCase test{asNumbers ? "literals" : "scales", nullptr, {}, {}, 0};
+  std::string line = "0", name = "aa";
+  for (std::size_t i = std::size(kScales); i-- > 0; ++name[1]) {
+    const std::string number = ShortestNumber(std::abs(kScales[i]));
+    line = "if(x=" + std::to_string(i) + "," + (asNumbers ? number + "*k" : name) + "," + line + ")";
+  }
+  test.Model = std::make_unique<EqClass>(LocaleText());
+  test.Model->SetID(line, {line});
+  for (std::size_t i = 0; i < std::size(kScales); ++i) {
+    if (asNumbers) test.Model->SetValue(1, 1);
+    const auto count = static_cast<int>(std::size(kScales));
+    if (!asNumbers) test.Model->SetValue(count - static_cast<int>(i), kScales[i]);
+    test.X.push_back({static_cast<double>(i)});
+    test.Y.push_back(asNumbers ? std::abs(kScales[i]) : kScales[i]);
+  }
+  return test;
+}
+
 }  // namespace
+
+std::vector<CodeCase> ProofCases() {
+  std::vector<CodeCase> cases;
+  const auto add = [&](const std::string& function, const std::string& line, const std::string& title) {
+    cases.push_back({function, UserModel({{line}}, false), {{1.25}}, {0}, kRounding});
+    cases.back().Model->cfgID = title;
+    if (!cases.back().Model->Evaluate(cases.back().X[0], cases.back().Y[0])) cases.back().Y[0] = NAN;
+  };
+  std::string all;
+  for (const std::string& title : kTitles) all += title + "\n";
+  for (const std::string& title : {all, kTitles[7], kTitles[8], kTitles[9]})
+    add("title" + std::to_string(cases.size()), "a+b*x", title);
+  for (const char* function : {"for", "End", "print", "main", "F64", "exp", "x", "y", "f_code", "result", "check"})
+    add(function, "a+b*exp(x)", function);
+
+  // Whatever is no coefficient, but a word of the equation language, is left out, and "endif", which disturbs an "if".
+  std::set<std::string> words;
+  const auto take = [&](std::string_view word) {
+    const Expression alone = Parser(Dialect::OneVariable, {}).Compile({std::string(word) + "*x"});
+    if (!alone.ParseError && alone.CoefficientNames.size() == 1 && word != "endif")
+      words.insert(alone.CoefficientNames[0]);
+  };
+  for (const CodeLanguage* language : CodeLanguages()) {
+    for (const std::string_view word : language->Reserved) take(word);
+    for (const CodeDefinition& definition : language->Definitions) take(definition.Name);
+  }
+  for (std::string_view rest = kNames; !rest.empty();) {
+    const std::string_view word = rest.substr(0, rest.find(' '));
+    take(word);
+    rest.remove_prefix(std::min(rest.size(), word.size() + 1));
+  }
+  std::string line;
+  std::size_t count = 0;
+  for (const std::string& word : words) {
+    line += (line.empty() ? "" : "+") + word + "*x";
+    if (++count % 40 != 0 && count < words.size()) continue;
+    add("names" + std::to_string(count), line + "+if((x)mod(2)>0,whole_1*x,exp(x))", "");
+    line.clear();
+  }
+  return cases;
+}
 
 std::vector<CodeCase> CodeCases() {
   std::vector<CodeCase> cases;
@@ -164,6 +275,7 @@ std::vector<CodeCase> CodeCases() {
   };
   for (const Row& row : kOneVariable) addRow(row, false);
   for (const Row& row : kSeveralVariables) addRow(row, true);
+  for (const bool asNumbers : {false, true}) cases.push_back(ScaleCase(asNumbers));
   return cases;
 }
 

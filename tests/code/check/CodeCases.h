@@ -21,4 +21,8 @@ struct CodeCase {
 // signs, powers, rounding, truths as numbers, branches, supporting functions, data words, names. Up to 20 points each.
 std::vector<CodeCase> CodeCases();
 
+// What could break a file: titles of any text, functions and coefficients that are called like words of a language,
+// numbers at the ends of their range. One point each, the proof; the files are run as their reader would run them.
+std::vector<CodeCase> ProofCases();
+
 }  // namespace quorvex

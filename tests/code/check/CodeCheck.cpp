@@ -49,7 +49,7 @@ constexpr Driver kDrivers[] = {
      "function show(name, point, call) {\n"
      "    let value;\n"
      "    try { value = call(); } catch (fault) { value = fault.name; }\n"
-     "    console.log(name, point, String(value));\n"
+     "    console.log(name, point, Object.is(value, -0) ? \"-0\" : String(value));\n"
      "}\n",
      "const { $1 } = require(\"./$1.js\");\n", "", "show(\"$1\", $2, () => $3);\n", ""},
     {"m", "check_all.m", "1;\n", "",
@@ -140,13 +140,31 @@ void WriteSheet(const std::vector<CodeCase>& cases, const CodeLanguage& language
     for (std::size_t i = 0; i < test.X.size(); ++i) {
       for (std::size_t v = 0; v < 3; ++v) sheet << ShortestNumber(v < test.X[i].size() ? test.X[i][v] : 0) << ',';
       sheet << "\"=" << InRow(body.Result, std::to_string(++row)) << "\"," << test.Name << ',' << i << '\n';
-      expected << test.Name << ' ' << i << ' ' << ShortestNumber(test.Y[i]) << ' ' << test.Limit << '\n';
+      expected << test.Name << ' ' << i << ' ' << ShortestNumber(test.Y[i]) << ' ' << std::max(test.Limit, 1e-14)
+               << '\n';
     }
   }
 }
 
+// Files to be run by themselves, each called like its function.
+void WriteProofs(const std::vector<CodeCase>& cases, const CodeLanguage& language,
+                 const std::filesystem::path& folder) {
+  create_directories(folder);
+  std::ofstream expected(folder / "expected.txt");
+  for (const CodeCase& test : cases) {
+    CodeModel model = DescribeForCode(*test.Model);
+    model.Proof = CodeProof{test.X[0], test.Y[0]};
+    const CodeBody body = GenerateBody(model, language, test.Name);
+    std::ofstream(folder / (body.Function + "." + std::string(language.Extension)))
+        << WriteCode(model, language, test.Name);
+    expected << body.Function << " 0 " << ShortestNumber(test.Y[0]) << ' ' << test.Limit << '\n';
+  }
+}
+
 int Write(const std::filesystem::path& folder) {
-  const std::vector<CodeCase> cases = CodeCases();
+  const std::vector<CodeCase> cases = CodeCases(), proofs = ProofCases();
+  for (const CodeLanguage* language : CodeLanguages())
+    WriteProofs(proofs, *language, folder / std::string(language->Extension) / "proof");
   for (const Driver& driver : kDrivers)
     if (const CodeLanguage* language = LanguageOfFile("a." + std::string(driver.Extension)))
       WriteLanguage(cases, driver, *language, folder / driver.Extension);
@@ -182,7 +200,8 @@ int Compare(const std::filesystem::path& folder) {
     const double other = NumericText(text).value_or(NAN);
     // Near its zeros an approximation is as far off as elsewhere.
     const double scale = limit > 1e-12 ? std::max(std::abs(value), 0.1) : std::abs(value);
-    const double error = other == value ? 0 : std::abs(other - value) / scale;
+    const bool isSame = other == value && (limit > 0 || std::signbit(other) == std::signbit(value));
+    const double error = isSame ? 0 : std::abs(other - value) / scale;
     if (error <= limit) {
       if (limit <= 1e-12) worst = std::max(worst, error);
       continue;
