@@ -153,5 +153,7 @@ std::string ProofCall(const CodeModel& model, const CodeBody& body, const CodeLa
 std::string RealNumber(double value);
 // The same, whole numbers without a point.
 std::string PlainNumber(double value);
+// Whether 15 digits read back to another value.
+bool HasFurtherDigits(double value);
 
 }  // namespace quorvex

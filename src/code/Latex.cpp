@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "code/Formula.h"
 #include "code/Languages.h"
 
@@ -9,6 +11,8 @@ std::string Write(const CodeModel& model, const CodeBody& body, const CodeLangua
   CodeBody noted;
   noted.Remarks = {"To be taken into a document by \\input; its head wants \\usepackage{amsmath}."};
   for (std::string& note : FormulaNotes(model)) noted.Remarks.push_back(std::move(note));
+  if (std::ranges::any_of(model.Values, HasFurtherDigits))
+    noted.Remarks.push_back("The values of its coefficients are rounded to 15 digits.");
   if (model.Proof) {
     std::string proof = "At";
     for (std::size_t v = 0; v < model.Proof->X.size(); ++v)

@@ -114,8 +114,7 @@ std::vector<std::string> NumberRemarks(const CodeModel& model, const CodeBody& b
   for (const ExprToken& token : model.Compiled.ExprTokens)
     if (token.Type == TokenKind::Literal) numbers.push_back(token.Value);
   std::vector<std::string> remarks;
-  constexpr std::size_t kDigits = 15;
-  if (std::ranges::any_of(numbers, [](double each) { return NumericText(GeneralNumber(each, kDigits)) != each; }))
+  if (std::ranges::any_of(numbers, HasFurtherDigits))
     remarks.push_back("Some programs keep 15 digits of a number, and some of these have more.");
   if (std::ranges::any_of(numbers, IsTiny))
     remarks.push_back("Numbers below 2.2250738585072014E-308 are 0 in some programs.");

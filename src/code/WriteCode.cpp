@@ -159,4 +159,6 @@ std::string RealNumber(double value) {
 
 std::string PlainNumber(double value) { return ShortestNumber(value); }
 
+bool HasFurtherDigits(double value) { return NumericText(GeneralNumber(value)) != value; }
+
 }  // namespace quorvex

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "batch/Program.h"
+#include "code/CodeLanguage.h"
+#include "files/ProjectFile.h"
+#include "import/OdbcSource.h"
 
 namespace quorvex {
 namespace {
@@ -30,6 +33,35 @@ TEST(CodeMacro, WritesTheBestModelInEachLanguage) {
     for (std::size_t at = 0; (at = same.find("my_fit")) != std::string::npos;) same.replace(at, 6, "german");
     return same;
   }());
+}
+
+// Measurements from a file, a column of many or a database, in either locale, and the project opened again: one model.
+TEST(CodeMacro, IsTheSameByEveryRoad) {
+  Program program(kData);
+  program.Folder.Write("series.txt", "x well\n" + std::string(kData));
+  const std::string create = "NoCreat=0;Driver=SQLite3;Database=" + program.Folder.Path("lab.db");
+  ASSERT_TRUE(QueryDatabase(create, "CREATE TABLE line (x REAL, y REAL)"));
+  ASSERT_TRUE(QueryDatabase(create, "INSERT INTO line VALUES (1, 5.1), (2, 6.9), (3, 9.2), (4, 10.8), (5, 13.1)"));
+  const std::string rest =
+      "OutputFile = @out.qvx\nOutputFormat = Quorvex\nLogFile = @run.log\nCodeFile = @fit.py\nCodeFile = @fit.txt\n"
+      "B_MODEL\nID = bent\nY = a+b*x*exp(c*x/ystd)+(x>xmean)\nE_MODEL\nE_MACRO\n";
+  std::string python, formula;
+  for (const std::string data :
+       {"DataFile = @data.txt\n", "DataFile = @series.txt\nDataFirstLine = 2\nDataSeries = True\n",
+        "DataFile = Driver=SQLite3;Database=@lab.db\nSQLQuery = SELECT x, y FROM line\n"}) {
+    for (const char* environment : {"LC_ALL=C", "LC_ALL=de_DE.UTF-8"}) {
+      ASSERT_EQ(program.RunMacro("B_MACRO\n" + data + rest, environment), 0) << data << program.Log();
+      if (python.empty()) python = program.Folder.Read("fit.py"), formula = program.Folder.Read("fit.txt");
+      EXPECT_NE(python.find("c = "), std::string::npos);
+      EXPECT_EQ(program.Folder.Read("fit.py"), python) << data << environment;
+      EXPECT_EQ(program.Folder.Read("fit.txt"), formula) << data << environment;
+      const Result<Project> project = ReadProject(program.Folder.Path("out.qvx"), LocaleText());
+      ASSERT_TRUE(project) << project.error();
+      ModelClass* model = project->Models.Find("bent");
+      ASSERT_NE(model, nullptr);
+      EXPECT_EQ(*CodeForFile(*model, "fit.py"), python) << data << environment;
+    }
+  }
 }
 
 TEST(CodeMacro, PutsParametersIntoNames) {
