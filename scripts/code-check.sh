@@ -54,6 +54,19 @@ sheets() {
   for each; do awk -F, '{ print $5, $6, $4 }' "$each.out"; done
 }
 
+# Whether a program is there and can do what it is wanted for: an office may come without its spreadsheet.
+available() {
+  command -v "$1" >/dev/null || return 1
+  case $1 in
+    python3) python >/dev/null ;;
+    pdflatex) kpsewhich amsmath.sty >/dev/null ;;
+    soffice)
+      echo '1,0,0,"=A1+1",probe,0' >"$folder/probe.csv"
+      (cd "$folder" && sheets soffice probe.csv) >/dev/null 2>&1 && [ -s "$folder/probe.csv.out" ]
+      ;;
+  esac
+}
+
 # Prints the values of all models, in the folder of the language.
 run() {
   case $2 in
@@ -121,8 +134,8 @@ status=0
 for language in $languages; do
   for program in $(programs "$language"); do
     printf '%-4s%-11s' "$language" "$program"
-    if ! command -v "$program" >/dev/null || { [ "$program" = python3 ] && ! python >/dev/null; }; then
-      echo "   is not on this machine"
+    if ! available "$program"; then
+      echo "   is not on this machine, or not all of it"
       continue
     fi
     for part in "$folder/$language" "$folder/$language/proof"; do
