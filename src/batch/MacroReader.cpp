@@ -412,7 +412,7 @@ ModelClass* Reader::CreateMacroModel(std::vector<std::string> functions, const s
   const std::string block = std::to_string(macro_.BlockCount) + (ID.empty() ? "" : " ('" + ID + "')");
   ModelClass* model = byLines_.Find(macro_.Models, functions);
   if (model == nullptr) {
-    const std::string key = std::to_string(++userModels_) + "UserModel";
+    const std::string key = KeyOfMacroModel(++userModels_);
     // All that counts here is one variable or several.
     std::unique_ptr<ModelClass> created = NewModelFor(setup_.IndependentVariables == 1 ? 1 : 2, locale_);
     created->SetID(key, std::move(functions));

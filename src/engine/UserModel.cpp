@@ -10,6 +10,24 @@
 #include "equation/Expression.h"
 
 namespace quorvex {
+namespace {
+
+constexpr std::string_view kMacroModel = "UserModel";
+
+bool IsKeyOfMacroModel(std::string_view id) {
+  if (!id.ends_with(kMacroModel)) return false;
+  id.remove_suffix(kMacroModel.size());
+  return !id.empty() && id.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+}  // namespace
+
+std::string KeyOfMacroModel(int number) { return std::to_string(number).append(kMacroModel); }
+
+std::string ShownName(const ModelClass& model) {
+  if (!model.cfgID.empty()) return model.cfgID;
+  return IsKeyOfMacroModel(model.id) ? model.FunctionList(0) : model.id;
+}
 
 UserModelDefinition DefinitionOf(const ModelClass& model) {
   UserModelDefinition definition{model.id, {}, model.Description, {}};

@@ -32,6 +32,13 @@ struct UserModelDefinition {
 
 UserModelDefinition DefinitionOf(const ModelClass& model);
 
+// What a macro's model goes by within its run, counted from 1; nobody has given it that name.
+std::string KeyOfMacroModel(int number);
+
+// The name of a model where it is drawn or reported on: the one given in a macro, else its ID, but its formula where a
+// macro gave none.
+std::string ShownName(const ModelClass& model);
+
 // The model of these lines, for data with that many independent variables; also an equation without coefficients, which
 // can be drawn. Null where they do not compile, have no variable or ask for one beyond them.
 std::unique_ptr<ModelClass> CompileModel(std::string id, std::vector<std::string> lines,

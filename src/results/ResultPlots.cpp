@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "engine/UserModel.h"
 #include "results/PlotPoints.h"
 #include "results/ProfilePlot.h"
 #include "sheet/ColumnNames.h"
@@ -62,6 +63,10 @@ Result<Plot> PointPlot(const SolveData& data, const std::vector<std::string>& ti
   if (!input) return Failure{input.error()};
   plot.PlotData.push_back(std::move(*input));
   return plot;
+}
+
+std::string NameOf(const SolvedItem& solution) {
+  return solution.Model != nullptr ? ShownName(*solution.Model) : solution.Name();
 }
 
 // "Height against Time", and "Yield against Acid and Heat" in three dimensions.
@@ -158,11 +163,11 @@ Result<PlotClass> SolutionsPlot(const std::vector<SolvedItem>& solutions, const 
   for (const SolvedItem& solution : solutions) {
     PlotSeries curve = SeriesOf(solution, points, settings);
     if (!MakeTable(curve, *plot, {plot->PointsPerPlot})) {
-      leftOut.push_back(solution.Name());
+      leftOut.push_back(NameOf(solution));
       continue;
     }
     SeriesStyle& style = curve.Style();
-    style.LegendText = solution.Name();
+    style.LegendText = NameOf(solution);
     style.DisplayLine = true;
     TellApart(style, number++);
     plot->PlotData.push_back(std::move(curve));
@@ -242,7 +247,7 @@ Result<PlotClass> ResidualPlot(ModelClass& model, const GatheredData& data, std:
   std::optional<std::vector<double>> residuals = model.GenerateResiduals(points);
   if (!residuals) return Failure{"An error occurred creating the Residual Scatter Plot. The plot cannot be created."};
   PlotClass plot(settings, locale);
-  plot.PlotTitle = "Residual Error for Equation " + model.id;
+  plot.PlotTitle = "Residual Error for Equation " + ShownName(model);
   plot.X.AxisTitle = title;
   plot.Y.AxisTitle = "Residuals";
   std::vector<double> against(points.Row.begin(), points.Row.end());
@@ -287,9 +292,9 @@ Result<std::unique_ptr<PlotPage>> PlotOfResults(ResultPlotKind kind, const Solve
     const std::vector<std::string> titles = AxisTitles(sheet);
     Result<std::unique_ptr<PlotPage>> plot =
         points.X.size() == 1
-            ? PageOf(ModelPlot(SeriesOf(solution, std::make_shared<const SolveData>(points), settings), solution.Name(),
-                               points, titles[0], titles[1], settings, locale))
-            : PageOf(SurfacePlot(solution.Model->CopyTo(), solution.Name(), points, titles, settings, locale));
+            ? PageOf(ModelPlot(SeriesOf(solution, std::make_shared<const SolveData>(points), settings),
+                               NameOf(solution), points, titles[0], titles[1], settings, locale))
+            : PageOf(SurfacePlot(solution.Model->CopyTo(), NameOf(solution), points, titles, settings, locale));
     if (plot) ShowDates(**plot, sheet, SheetColumns(sheet));
     return plot;
   }
