@@ -16,7 +16,8 @@ class PlotDrawer {
   virtual std::string WhyNone() const = 0;
 
   // The bytes of a picture of the plot that has `plotText` as its file, in the form that the ending of a name tells,
-  // such as ".png". `goOn` is asked all the while; false calls the drawing off. Fails with a sentence.
+  // such as ".png"; or the PDF document of a printed report, by kPrintedReport (report/ReportFormat.h). `goOn` is asked
+  // all the while; false calls the drawing off. Fails with a sentence.
   virtual Result<std::string> Draw(const std::string& plotText, const std::string& ending,
                                    const std::function<bool()>& goOn) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <memory>
 #include <string_view>
 
 #include "batch/BatchStatus.h"
@@ -13,6 +14,7 @@
 #include "core/NumberText.h"
 #include "engine/FitSharingInput.h"
 #include "engine/RankModels.h"
+#include "engine/UserModel.h"
 #include "import/ConnectString.h"
 #include "project/Project.h"
 #include "report/DescribeFit.h"
@@ -55,10 +57,6 @@ int ReportNameError(const std::string& name, const std::string& path, std::strin
   return kBadFileName;
 }
 
-std::string ReportFaultText(const std::string& name, int error) {
-  return "The report '" + name + "' cannot be written. " + FileErrorText(error);
-}
-
 bool RunReports::GoOn() {
   form_.Yield();
   return !form_.Aborted;
@@ -73,57 +71,69 @@ int RunReports::Write(const MacroSetup& setup, const ModelCollection& models, co
   }
   const SolveLimits limits{setup.RegressionTolerance, setup.MaxIterations, setup.UnchangedIterations};
   const Project project = ProjectOfSolve(unsorted, setup.Weighted, models, limits, session_.Locale);
-  const ReportSource source{.Model = *ranked.front(),
+  // Models stand by the names that they are shown by.
+  const std::unique_ptr<ModelClass> best = ranked.front()->CopyTo();
+  best->id = ShownName(*best);
+  std::vector<Diagnosis> named = diagnoses.Models;
+  for (Diagnosis& one : named)
+    if (const ModelClass* model = models.Find(one.Id)) one.Id = ShownName(*model);
+  const ReportSource source{.Model = *best,
                             .Sheet = project.Sheet,
                             .DataName = DataSourceText(setup),
                             .Date = DateText(std::time(nullptr)),
+                            .Locale = session_.Locale,
                             .Limits = limits,
-                            .Diagnoses = diagnoses.Models,
+                            .Diagnoses = named,
                             .Circumstances = {ChoicesOf(setup), diagnoses.Warnings},
                             .Macro = macro.Text,
                             .MacroNote = macro.Note};
   FitReport report = DescribeFit(source, session_.Preferences);
+  const std::string whyNone = ShowsPictures(setup.ReportFile) ? drawer_.WhyNone() : "";
+  if (!whyNone.empty()) log_.Line("Warning: " + whyNone);
   if (ShowsPictures(setup.ReportFile)) {
-    const std::string whyNone = drawer_.WhyNone();
-    if (!whyNone.empty()) log_.Line("Warning: " + whyNone);
     std::size_t number = 0;
     for (const ReportPlot& plot : PlotsOfReport(source, session_.Preferences)) {
       const std::string& why = plot.WhyNot.empty() ? whyNone : plot.WhyNot;
       const Result<std::string> svg =
           !why.empty() ? Result<std::string>(Failure{why}) : drawer_.Draw(plot.Text, ".svg", [this] { return GoOn(); });
       if (!svg && why.empty()) log_.Line("Warning: " + NotDrawnText("of the report", svg.error()));
-      PlacePicture(report, number++, svg ? *svg : "", svg ? "" : svg.error());
+      PlacePicture(report, number++, plot, svg);
     }
   }
   int error = 0;
   for (std::string_view names = setup.ReportFile; !names.empty();) {
     const std::string name(TakeLine(names));
+    if (const ReportFormat* format = ReportFormatOf(name); format != nullptr && format->IsPrinted && !whyNone.empty())
+      continue;
     if (setup.UseDDE) form_.DDEText("Writing report file '" + name + " '");
     log_.Line("Writing report to " + name);
-    if (!GoOn()) {
+    const int failed = GoOn() ? WriteOne(name, report) : kNotDrawn;
+    if (!GoOn() && (failed != 0 || !names.empty())) {
       LogAbort(log_.Text);
       return kNotDrawn;
     }
-    const ReportFormat* const format = ReportFormatOf(name);
-    if (const int failed = WriteOne(name, format == nullptr ? "" : format->Write(report)); failed != 0) error = failed;
+    if (failed != 0) error = failed;
   }
   return error;
 }
 
-int RunReports::WriteOne(const std::string& name, const std::string& text) {
+int RunReports::WriteOne(const std::string& name, const FitReport& report) {
   std::string fault;
   int error = kAccessError;
   if (const std::optional<std::string> refusal = RefuseReport(name, files_)) {
     fault = *refusal;
   } else if (error = ReportNameError(name, files_.Place(name), fault); error == 0) {
-    error = file_.Create(name);
-    if (error == 0) file_.Text().Write(text);
+    const ReportFormat& format = *ReportFormatOf(name);
+    Result<std::string> content = format.Write(report);
+    if (format.IsPrinted) content = drawer_.Draw(*content, std::string(kPrintedReport), [this] { return GoOn(); });
+    error = content ? file_.Create(name) : kNotDrawn;
+    if (error == 0) file_.Text().Write(*content);
     if (error == 0) error = file_.Commit();
-    if (error != 0) fault = ReportFaultText(name, error);
+    if (error != 0) fault = NoReportText(name, content ? FileErrorText(error) : content.error());
   }
   if (error == 0)
     files_.NoteWritten(Writing::Report, name);
-  else
+  else if (!form_.Aborted)
     log_.Fault(fault);
   return error;
 }

@@ -13,6 +13,7 @@
 #include "core/Session.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
+#include "report/FitReport.h"
 
 namespace quorvex {
 
@@ -32,13 +33,13 @@ class RunReports {
 
   // Writes the reports that the setup asks for, on the models and the points of a run as their source has them, with
   // the diagnoses of all models. Returns 0, or the number of the file error of the last one that could not be written,
-  // or kNotDrawn where the user ended it; the others are there. Without a solved model there is none, and that is no
-  // error.
+  // or kNotDrawn; the others are there. Without a solved model there is none, and that is no error; nor is it that
+  // nobody draws, without which the pictures are missing, and PDF documents.
   int Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& unsorted,
             const RunDiagnoses& diagnoses, const ReportedMacro& macro);
 
  private:
-  int WriteOne(const std::string& name, const std::string& text);
+  int WriteOne(const std::string& name, const FitReport& report);
   bool GoOn();
 
   Session& session_;
@@ -55,8 +56,5 @@ std::optional<std::string> RefuseReport(const std::string& name, MacroFiles& fil
 // Why a report can't have that name: its ending is none, or it is a pipe or a device. Returns 0 or the number of the
 // file error, and a sentence in `fault`.
 int ReportNameError(const std::string& name, const std::string& path, std::string& fault);
-
-// What is said where one cannot be written.
-std::string ReportFaultText(const std::string& name, int error);
 
 }  // namespace quorvex

@@ -212,8 +212,9 @@ void quorvexWindow::ShowResults(const SolvedItem& solution) {
     connect(results, &frmResults::QuantitiesChosen, this, [this, results](ModelClass& model) {
       if (frmQuantities(results, editor_, model).exec() == QDialog::Accepted) ShowState();
     });
-    connect(results, &frmResults::ReportChosen, this, [this](ModelClass& model, const KeptDiagnoses& known) {
-      SaveReport(project_, model, known, solver_.LimitsOfLastSolve().value_or(SolveLimits{0, 0, 0}), settings_, user_);
+    connect(results, &frmResults::ReportChosen, this, [this, results](ModelClass& model, const KeptDiagnoses& known) {
+      SaveReport(project_, model, known, solver_.LimitsOfLastSolve().value_or(project_.Limits), settings_, user_,
+                 results);
     });
   }
   BringUpToDate(*results);

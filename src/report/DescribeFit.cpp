@@ -10,6 +10,7 @@
 #include "core/NotingPrompter.h"
 #include "core/NumberText.h"
 #include "core/Version.h"
+#include "engine/UserModel.h"
 #include "files/PlotDocument.h"
 #include "files/PlotFile.h"
 #include "report/ReportMethods.h"
@@ -26,6 +27,20 @@ constexpr std::size_t kLevel = 2;  // 95 % among kLimitLevels
 constexpr int kCurvePoints = 400;
 constexpr const char* kLimitsShown[] = {"show68ci", "show90ci", "show95ci", "show99ci"};
 
+// A formula with that in the place of each point between digits, of which only numbers have any.
+std::string WithSeparator(const std::string& formula, const std::string& separator) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  std::string text;
+  bool isMarkup = false;
+  for (std::size_t i = 0; i < formula.size(); ++i) {
+    isMarkup = formula[i] == '<' || (isMarkup && formula[i] != '>');
+    const bool isPoint = formula[i] == '.' && !isMarkup && i > 0 && i + 1 < formula.size() && isDigit(formula[i - 1]) &&
+                         isDigit(formula[i + 1]);
+    text += isPoint ? separator : std::string(1, formula[i]);
+  }
+  return text;
+}
+
 class Describer {
  public:
   Describer(const ReportSource& source, const Settings& settings)
@@ -40,10 +55,11 @@ class Describer {
   }
 
   FitReport Describe() {
-    report_.Title = code_.Title;
+    report_.Title = ShownName(source_.Model);
     report_.Verdict = Headline(diagnosis_.Judgement);
     report_.Program = std::string("Quorvex ") + kVersion;
     report_.Date = source_.Date;
+    report_.DecimalSeparator = source_.Locale.DecimalSeparator;
     Model();
     Coefficients();
     Figures();
@@ -66,7 +82,10 @@ class Describer {
 
   void Model() {
     Begin("Model");
-    Put(ReportFormula{LatexFormula(code_), MathMLFormula(code_)});
+    const char separator = source_.Locale.DecimalSeparator;
+    Put(separator == '.' ? ReportFormula{LatexFormula(code_), MathMLFormula(code_)}
+                         : ReportFormula{WithSeparator(LatexFormula(code_), "{" + std::string(1, separator) + "}"),
+                                         WithSeparator(MathMLFormula(code_), std::string(1, separator))});
     if (std::vector<std::string> notes = FormulaNotes(code_); !notes.empty()) Put(ReportList{std::move(notes)});
     Put(ReportText{"As it was written:"});
     Put(ReportCode{"text", code_.Definition, false});
@@ -78,23 +97,30 @@ class Describer {
     const auto& all = diagnosis_.Coefficients;
     const bool profile = std::ranges::any_of(all, [](const auto& one) { return one.Profile.has_value(); });
     const bool bootstrap = std::ranges::any_of(all, [](const auto& one) { return one.Bootstrapped.has_value(); });
-    ReportTable table;
-    table.Caption = "Values with their standard errors and 95 % limits";
-    const auto head = [&](const char* heading) { table.Columns.push_back({heading, true}); };
-    table.Columns.push_back({"Name", false});
-    for (const char* heading : {"Value", "Standard error", "Lower", "Upper"}) head(heading);
-    if (profile)
-      for (const char* heading : {"Profile, lower", "Profile, upper"}) head(heading);
-    if (bootstrap)
-      for (const char* heading : {"Bootstrap, lower", "Bootstrap, upper"}) head(heading);
+    const auto begin = [](const char* caption, std::initializer_list<const char*> numbers) {
+      ReportTable table{.Caption = caption, .Columns = {{"Name", false}}, .Rows = {}};
+      for (const char* heading : numbers) table.Columns.push_back({heading, true});
+      return table;
+    };
+    ReportTable table = begin("Values with their standard errors and 95 % limits",
+                              {"Value", "Standard error", "Lower limit", "Upper limit"});
     table.Columns.push_back({"State", false});
+    // Limits of other kinds have a table of their own, by which both go on a page.
+    ReportTable others = begin("95 % limits of other kinds", {});
+    const auto head = [&](const char* heading) { others.Columns.push_back({heading, true}); };
+    if (profile)
+      for (const char* heading : {"Profile likelihood, lower", "Upper"}) head(heading);
+    if (bootstrap)
+      for (const char* heading : {"Bootstrap, lower", "Upper"}) head(heading);
     const auto row = [&](const auto& one, const std::optional<LimitsByLevel>& byProfile, const std::string& state) {
-      std::vector<std::string> cells = {one.Name, ReportNumber(one.Value), ReportNumber(one.StdErr)};
+      std::vector<std::string> cells = {one.Name, Number(one.Value), Number(one.StdErr)};
       Limits(cells, one.Symmetric);
-      if (profile) Limits(cells, byProfile);
-      if (bootstrap) Limits(cells, one.Bootstrapped ? std::optional(one.Bootstrapped->Limits) : std::nullopt);
       cells.push_back(state);
       table.Rows.push_back(std::move(cells));
+      others.Rows.push_back({one.Name});
+      if (profile) Limits(others.Rows.back(), byProfile);
+      if (bootstrap)
+        Limits(others.Rows.back(), one.Bootstrapped ? std::optional(one.Bootstrapped->Limits) : std::nullopt);
     };
     for (const CoefficientDiagnosis& one : all)
       row(one, one.Profile,
@@ -105,14 +131,17 @@ class Describer {
     for (const QuantityDiagnosis& one : diagnosis_.Quantities)
       row(one, std::nullopt, one.Fault.empty() ? "= " + one.Expression : one.Fault);
     Put(std::move(table));
+    if (profile || bootstrap) Put(std::move(others));
     Put(ReportText{diagnosis_.AbsoluteDeviations
                        ? "Standard errors are those of the given standard deviations, taken at their word."
                        : "Standard errors are those of the scatter of the points about the curve."});
   }
 
-  static void Limits(std::vector<std::string>& cells, const std::optional<LimitsByLevel>& limits) {
+  std::string Number(double value) const { return ReportNumber(value, source_.Locale.DecimalSeparator); }
+
+  void Limits(std::vector<std::string>& cells, const std::optional<LimitsByLevel>& limits) const {
     const Interval ends = limits ? (*limits)[kLevel] : Interval();
-    for (const double end : {ends.Lower, ends.Upper}) cells.push_back(std::isinf(end) ? "none" : ReportNumber(end));
+    for (const double end : {ends.Lower, ends.Upper}) cells.push_back(std::isinf(end) ? "none" : Number(end));
   }
 
   // The pictures, in the order of PlotsOfReport.
@@ -183,7 +212,8 @@ class Describer {
                                          .Weighted = IsWeighted(data_.Points),
                                          .Points = &data_.Points};
     const SolvedItem solution{.Model = &source_.Model};
-    PutAll(BlocksOf(FitInformation(solution, circumstances, settings_, {}, WindowPatterns()),
+    PutAll(BlocksOf(FitInformation(solution, circumstances, settings_, source_.Locale, WindowPatterns()),
+                    source_.Locale,
                     {"Quorvex version ", "Results from project ", "Equation ID: ", "Model Definition:", "Y = "}));
   }
 
@@ -192,9 +222,11 @@ class Describer {
     std::vector<std::string> sentences = diagnosis_.Judgement.Reasons;
     sentences.insert(sentences.end(), diagnosis_.Judgement.Notes.begin(), diagnosis_.Judgement.Notes.end());
     if (!sentences.empty()) Put(ReportList{std::move(sentences)});
-    PutAll(BlocksOf(
-        DiagnosisReport(source_.Diagnoses, source_.Which, source_.Circumstances, settings_, {}, WindowPatterns()),
-        {"Reason: ", "Note: ", "Equation ID: ", "Coefficients", "Reported Quantities", "Standard errors: "}));
+    PutAll(
+        BlocksOf(DiagnosisReport(source_.Diagnoses, source_.Which, source_.Circumstances, settings_, source_.Locale,
+                                 WindowPatterns()),
+                 source_.Locale,
+                 {"Reason: ", "Note: ", "Equation ID: ", "Coefficients", "Reported Quantities", "Standard errors: "}));
   }
 
   void Data() {
@@ -274,12 +306,13 @@ std::vector<ReportPlot> PlotsOfReport(const ReportSource& source, Settings& sett
   return {PlotOf(ResultPlotKind::Model, source, settings), PlotOf(ResultPlotKind::Residuals, source, settings)};
 }
 
-void PlacePicture(FitReport& report, std::size_t number, std::string svg, std::string whyNot) {
+void PlacePicture(FitReport& report, std::size_t number, const ReportPlot& plot, const Result<std::string>& svg) {
   for (ReportSection& section : report.Sections)
     for (ReportBlock& block : section.Blocks)
       if (auto* figure = std::get_if<ReportFigure>(&block); figure != nullptr && figure->HasPicture && number-- == 0) {
-        figure->Svg = std::move(svg);
-        figure->WhyNot = std::move(whyNot);
+        if (svg) figure->Svg = *svg;
+        if (svg) figure->Plot = plot.Text;
+        if (!svg) figure->WhyNot = svg.error();
         return;
       }
 }

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "core/LocaleText.h"
+#include "core/Result.h"
 #include "core/Settings.h"
 #include "diagnosis/Diagnosis.h"
 #include "project/Project.h"
@@ -18,6 +20,7 @@ struct ReportSource {
   const DataSheet& Sheet;
   std::string DataName;  // where the points are from, as the user knows it
   std::string Date;
+  LocaleText Locale;  // in whose form the sheet's, the diagnoses' and the report's numbers are
   SolveLimits Limits{0, 0, 0};
   const std::vector<Diagnosis>& Diagnoses;  // of all models; the model's own is number Which, from 0
   std::size_t Which = 0;
@@ -35,7 +38,7 @@ struct ReportPlot {
 };
 std::vector<ReportPlot> PlotsOfReport(const ReportSource& source, Settings& settings);
 
-// Puts the picture of that number, from 0, into the report, or why there is none.
-void PlacePicture(FitReport& report, std::size_t number, std::string svg, std::string whyNot);
+// Puts the picture of that number, from 0, into the report, an SVG document of the plot, or why there is none.
+void PlacePicture(FitReport& report, std::size_t number, const ReportPlot& plot, const Result<std::string>& svg);
 
 }  // namespace quorvex

@@ -7,7 +7,8 @@
 namespace quorvex {
 
 // The report on a fit as a document: what it tells, in the order in which it tells it, gathered once for all formats.
-// All texts are plain, and may hold any character; numbers of tables have a decimal point. A writer (ReportFormat.h)
+// All texts are plain, and may hold any character; numbers in them have the decimal separator of the report, those of
+// code a point. A writer (ReportFormat.h)
 // makes of them what its format has.
 
 struct ReportText {
@@ -53,6 +54,7 @@ struct ReportFigure {
   bool HasPicture = true;   // else the numbers alone
   std::string Svg = {};     // a whole document; empty where nobody could draw it
   std::string WhyNot = {};  // a sentence, where it is empty
+  std::string Plot = {};    // the text of its plot file
   std::vector<ReportSeries> Series = {};
 };
 
@@ -87,15 +89,16 @@ struct ReportProof {
 struct FitReport {
   std::string Title, Verdict;  // what was fitted, and a sentence on whether to trust it
   std::string Program, Date;
+  char DecimalSeparator = '.';
   std::vector<ReportSection> Sections = {};
   std::vector<ReportProof> Proof = {};  // one or none
 };
 
 // The data as a table of texts: all points where they are few, else the first and the last ones with a row of dots
 // between them, which `note` tells; else that is empty.
-ReportTable TableOf(const ReportData& data, std::string& note);
+ReportTable TableOf(const ReportData& data, char decimalSeparator, std::string& note);
 
-// A number of a table, to seven digits, with a decimal point; empty for none.
-std::string ReportNumber(double value);
+// A number of a table, to seven digits; empty for none.
+std::string ReportNumber(double value, char decimalSeparator);
 
 }  // namespace quorvex

@@ -17,10 +17,12 @@ h2 { margin: 2.25rem 0 .75rem; padding-bottom: .25rem; border-bottom: 1px solid 
 .verdict { margin: .75rem 0; padding: .75rem 1rem; border-left: .25rem solid var(--mark); background: var(--shade);
   font-weight: 600; }
 .about { opacity: .8; font-size: .875rem; }
-.wide { margin: 1rem 0; overflow-x: auto; }
+.wide { margin: 1rem 0; overflow-x: auto; overflow-y: hidden; }
+.formula { padding: .5rem 0; }
 table { border-collapse: collapse; font-size: .9rem; }
 caption { padding: .25rem 0; text-align: left; font-weight: 600; }
 th, td { padding: .25rem .75rem; border-bottom: 1px solid var(--line); text-align: left; vertical-align: top; }
+th { min-width: 5rem; overflow-wrap: anywhere; }
 th[scope="row"] { font-weight: 400; }
 thead th { border-bottom: 2px solid var(--line); background: var(--shade); }
 .number { text-align: right; font-variant-numeric: tabular-nums; }
@@ -71,6 +73,8 @@ std::string_view SvgElement(std::string_view document) {
 }
 
 struct BlockWriter {
+  const FitReport& Whole;
+
   std::string operator()(const ReportText& text) const { return Element("p", text.Text) + "\n"; }
 
   std::string operator()(const ReportList& list) const {
@@ -80,7 +84,7 @@ struct BlockWriter {
   }
 
   std::string operator()(const ReportFormula& formula) const {
-    return "<div class=\"wide\" tabindex=\"0\">\n" + formula.MathML + "\n</div>\n";
+    return "<div class=\"wide formula\" tabindex=\"0\">\n" + formula.MathML + "\n</div>\n";
   }
 
   std::string operator()(const ReportTable& table) const {
@@ -119,7 +123,7 @@ struct BlockWriter {
 
   std::string operator()(const ReportData& data) const {
     std::string note;
-    const std::string table = (*this)(TableOf(data, note));
+    const std::string table = (*this)(TableOf(data, Whole.DecimalSeparator, note));
     return note.empty() ? table : (*this)(ReportText{note}) + table;
   }
 };
@@ -136,10 +140,19 @@ std::string HtmlReport(const FitReport& report) {
   html += Element("p", report.Program + ", " + report.Date, " class=\"about\"") + "\n";
   for (const ReportSection& section : report.Sections) {
     html += "<section>\n" + Element("h2", section.Heading) + "\n";
-    for (const ReportBlock& block : section.Blocks) html += std::visit(BlockWriter(), block);
+    for (const ReportBlock& block : section.Blocks) html += std::visit(BlockWriter{report}, block);
     html += "</section>\n";
   }
   return html + "</main>\n</body>\n</html>\n";
+}
+
+std::string PrintedReport(const FitReport& report) {
+  std::string printed = HtmlReport(report);
+  for (const ReportSection& section : report.Sections)
+    for (const ReportBlock& block : section.Blocks)
+      if (const auto* figure = std::get_if<ReportFigure>(&block); figure != nullptr && !figure->Svg.empty())
+        printed.append(1, '\0').append(figure->Plot);
+  return printed;
 }
 
 }  // namespace quorvex

@@ -84,7 +84,17 @@ std::string Coordinates(const ReportSeries& series) {
   return text;
 }
 
+// A comma between digits stands close in mathematics where it is in braces.
+std::string WithSeparator(std::string number, char separator) {
+  const std::size_t point = number.find('.');
+  if (point != std::string::npos)
+    number.replace(point, 1, separator == '.' ? "." : "{" + std::string(1, separator) + "}");
+  return number;
+}
+
 struct BlockWriter {
+  const FitReport& Whole;
+
   std::string operator()(const ReportText& text) const { return LatexText(text.Text) + "\n"; }
 
   std::string operator()(const ReportList& list) const {
@@ -144,7 +154,7 @@ struct BlockWriter {
 
   std::string operator()(const ReportData& data) const {
     std::string note;
-    const std::string table = (*this)(TableOf(data, note));
+    const std::string table = (*this)(TableOf(data, Whole.DecimalSeparator, note));
     return note.empty() ? table : LatexText(note) + "\n\n" + table;
   }
 
@@ -155,9 +165,11 @@ struct BlockWriter {
     return text + ".";
   }
 
-  static std::string Cell(const std::string& cell, bool isNumber) {
-    const std::optional<double> value = isNumber ? NumericText(cell) : std::nullopt;
-    return value ? "$" + LatexNumber(*value) + "$" : LatexText(cell);
+  std::string Cell(std::string cell, bool isNumber) const {
+    if (!isNumber) return LatexText(cell);
+    std::ranges::replace(cell, Whole.DecimalSeparator, '.');
+    const std::optional<double> value = NumericText(cell);
+    return value ? "$" + WithSeparator(LatexNumber(*value), Whole.DecimalSeparator) + "$" : LatexText(cell);
   }
 
   static std::string Row(const std::vector<std::string>& cells) {
@@ -233,16 +245,16 @@ std::string LatexReport(const FitReport& report) {
                      "}\n";
   for (const ReportSection& section : report.Sections) {
     body += "\n\\section*{" + LatexText(section.Heading) + "}\n";
-    for (const ReportBlock& block : section.Blocks) body += "\n" + std::visit(BlockWriter(), block);
+    for (const ReportBlock& block : section.Blocks) body += "\n" + std::visit(BlockWriter{report}, block);
   }
   return "\\documentclass[a4paper]{article}\n"
          "\\usepackage[margin=2.5cm]{geometry}\n"
          "\\usepackage{iftex}\n"
          "\\ifpdftex\\usepackage[utf8]{inputenc}\\usepackage[T1]{fontenc}\\fi\n"
          "\\usepackage{textcomp, amsmath, amssymb, graphicx, longtable, pgfplots}\n"
-         "\\pgfplotsset{compat=1.14}\n"
-         "\\emergencystretch=3em\n" +
-         Declarations(body) + "\\begin{document}\n" + body + "\\end{document}\n";
+         "\\pgfplotsset{compat=1.14}\n" +
+         std::string(report.DecimalSeparator == ',' ? "\\pgfplotsset{/pgf/number format/use comma}\n" : "") +
+         "\\emergencystretch=3em\n" + Declarations(body) + "\\begin{document}\n" + body + "\\end{document}\n";
 }
 
 }  // namespace quorvex

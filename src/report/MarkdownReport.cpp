@@ -35,6 +35,7 @@ std::string PictureName(int picture) { return "picture-" + std::to_string(pictur
 
 struct BlockWriter {
   int Picture;
+  char DecimalSeparator;
 
   std::string operator()(const ReportText& text) const { return MarkdownText(text.Text) + "\n"; }
 
@@ -78,7 +79,7 @@ struct BlockWriter {
 
   std::string operator()(const ReportData& data) const {
     std::string note;
-    const std::string table = (*this)(TableOf(data, note));
+    const std::string table = (*this)(TableOf(data, DecimalSeparator, note));
     return note.empty() ? table : MarkdownText(note) + "\n\n" + table;
   }
 };
@@ -104,7 +105,9 @@ std::string MarkdownText(std::string_view text) {
   return markdown;
 }
 
-std::string MarkdownBlock(const ReportBlock& block, int picture) { return std::visit(BlockWriter{picture}, block); }
+std::string MarkdownBlock(const ReportBlock& block, int picture, char decimalSeparator) {
+  return std::visit(BlockWriter{picture, decimalSeparator}, block);
+}
 
 std::string MarkdownReport(const FitReport& report) {
   std::string text = "# " + MarkdownText(report.Title) + "\n\n**" + MarkdownText(report.Verdict) + "**\n\n" +
@@ -117,7 +120,7 @@ std::string MarkdownReport(const FitReport& report) {
       const auto* figure = std::get_if<ReportFigure>(&block);
       if (figure != nullptr && !figure->Svg.empty())
         pictures += "\n[" + PictureName(++count) + "]: data:image/svg+xml;base64," + Base64(figure->Svg);
-      text += "\n" + MarkdownBlock(block, count);
+      text += "\n" + MarkdownBlock(block, count, report.DecimalSeparator);
     }
   }
   return text + (pictures.empty() ? "" : pictures + "\n");

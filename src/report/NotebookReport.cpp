@@ -63,7 +63,7 @@ class Notebook {
       if (std::holds_alternative<ReportFigure>(block) && CellOf(block).empty()) continue;
       const std::string cell = CellOf(block);
       if (cell.empty()) {
-        text += "\n" + MarkdownBlock(block, 0);
+        text += "\n" + MarkdownBlock(block, 0, report_.DecimalSeparator);
         continue;
       }
       if (!text.empty()) Markdown(text);

@@ -8,10 +8,11 @@ namespace quorvex {
 namespace {
 
 constexpr ReportFormat kFormats[] = {
-    {".html", "HTML documents (*.html)", "report as HTML", true, HtmlReport},
-    {".md", "Markdown documents (*.md)", "report as Markdown", true, MarkdownReport},
-    {".tex", "LaTeX documents (*.tex)", "report as LaTeX", false, LatexReport},
-    {".ipynb", "Jupyter notebooks (*.ipynb)", "report as a notebook", false, NotebookReport},
+    {".html", "HTML documents (*.html)", "report as HTML", true, false, HtmlReport},
+    {".pdf", "PDF documents (*.pdf)", "report as PDF", true, true, PrintedReport},
+    {".md", "Markdown documents (*.md)", "report as Markdown", true, false, MarkdownReport},
+    {".tex", "LaTeX documents (*.tex)", "report as LaTeX", false, false, LatexReport},
+    {".ipynb", "Jupyter notebooks (*.ipynb)", "report as a notebook", false, false, NotebookReport},
 };
 
 }  // namespace
@@ -35,6 +36,10 @@ std::string UnknownReport(const std::string& fileName) {
   std::string endings;
   for (const ReportFormat& format : kFormats) endings += (endings.empty() ? "" : ", ") + std::string(format.Ending);
   return "The report '" + fileName + "' is not written: its name ends in none of " + endings + ".";
+}
+
+std::string NoReportText(const std::string& fileName, const std::string& why) {
+  return "The report '" + fileName + "' cannot be written. " + why;
 }
 
 }  // namespace quorvex

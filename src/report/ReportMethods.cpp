@@ -30,6 +30,11 @@ std::vector<std::string> MethodsOf(const ModelClass& model, const Diagnosis& dia
       {bisquare, "Bisquare loss: A. E. Beaton & J. W. Tukey, Technometrics 16 (1974) 147."},
       {std::isfinite(model.Durbin),
        "Durbin-Watson statistic: J. Durbin & G. S. Watson, Biometrika 37 (1950) 409 and 38 (1951) 159."},
+      {model.NumIndependentVar() == 1,
+       "Verdict, runs of residuals of one sign: A. Wald & J. Wolfowitz, Ann. Math. Statist. 11 (1940) 147."},
+      {model.Loss == LossKind::Squares,
+       "Verdict, points far off by their studentized residuals: R. D. Cook & S. Weisberg, Residuals and Influence in "
+       "Regression, Chapman & Hall 1982."},
       {std::isfinite(diagnosis.Rank.AICc),
        "AICc: H. Akaike, IEEE Trans. Autom. Control 19 (1974) 716; C. M. Hurvich & C.-L. Tsai, Biometrika 76 (1989) "
        "297. Akaike weights: K. P. Burnham & D. R. Anderson, Model Selection and Multimodel Inference, 2nd ed., "

@@ -16,13 +16,14 @@ std::string Label(std::string_view text) {
   return std::string(text);
 }
 
-bool IsNumber(const std::string& cell) {
-  return NumericText(cell) || std::ranges::find(kWords, cell) != std::end(kWords);
+bool IsNumber(const std::string& cell, const LocaleText& locale) {
+  return NumericText(DelocalizeExpression(cell, locale)) || std::ranges::find(kWords, cell) != std::end(kWords);
 }
 
 class Gatherer {
  public:
-  explicit Gatherer(std::initializer_list<std::string_view> without) : without_(without) {}
+  Gatherer(const LocaleText& locale, std::initializer_list<std::string_view> without)
+      : locale_(locale), without_(without) {}
 
   void Take(const Report::Row& row) {
     if (row.Kind == RowKind::Heading) {
@@ -78,11 +79,13 @@ class Gatherer {
     table.Columns.resize(columns);
     for (auto& row : table.Rows) row.resize(columns);
     for (std::size_t c = 1; c < columns; ++c)
-      table.Columns[c].HasNumbers =
-          table.HasHeadings() && std::ranges::all_of(table.Rows, [&](const auto& row) { return IsNumber(row[c]); });
+      table.Columns[c].HasNumbers = table.HasHeadings() && std::ranges::all_of(table.Rows, [&](const auto& row) {
+                                      return IsNumber(row[c], locale_);
+                                    });
     blocks_.emplace_back(std::move(table));
   }
 
+  const LocaleText& locale_;
   const std::vector<std::string_view> without_;
   std::vector<ReportBlock> blocks_;
   ReportTable table_;
@@ -91,8 +94,9 @@ class Gatherer {
 
 }  // namespace
 
-std::vector<ReportBlock> BlocksOf(const Report& report, std::initializer_list<std::string_view> without) {
-  Gatherer gatherer(without);
+std::vector<ReportBlock> BlocksOf(const Report& report, const LocaleText& locale,
+                                  std::initializer_list<std::string_view> without) {
+  Gatherer gatherer(locale, without);
   for (const Report::Row& row : report.Rows()) gatherer.Take(row);
   return gatherer.Finish();
 }

@@ -79,8 +79,8 @@ TEST_F(ReportMacro, RefusesWhatIsNoNameForIt) {
     int Status;
     const char* Sentence;
   } cases[] = {
-      {"ReportFile = @a.pdf\nReportFile = @old.html\n", 200,
-       "The report '@a.pdf' is not written: its name ends in none of .html, .md, .tex, .ipynb."},
+      {"ReportFile = @a.odt\nReportFile = @old.html\n", 200,
+       "The report '@a.odt' is not written: its name ends in none of .html, .pdf, .md, .tex, .ipynb."},
       {"ReportFile = @none/a.md\nReportFile = @old.html\n", 200,
        "The report '@none/a.md' cannot be written. The folder does not exist."},
       {"DataFile = @data.html\nReportFile = @data.html\nReportFile = @old.html\n", 220,
@@ -108,6 +108,36 @@ TEST_F(ReportMacro, TakesParametersIntoItsNames) {
   EXPECT_EQ(Run("ParameterFile = @p.csv\nReportFile = @%SITE%.md\n"), 0);
   EXPECT_NE(Undated("two.md").find("With the parameters SITE = two."), std::string::npos);
   EXPECT_NE(Undated("one.md").find("SITE = one."), std::string::npos);
+}
+
+// In the user's locale all numbers have its decimal separator, but those of code.
+TEST_F(ReportMacro, HasOneDecimalSeparator) {
+  Run_.Locale.DecimalSeparator = ',';
+  Run_.Locale.ListSeparator = ';';
+  EXPECT_EQ(Run("ReportFile = @a.html\nReportFile = @c.tex\nB_MODEL\nID = best\nY = a+b*x+0,25*c*sin(x)\n"
+                "Report = q = a/2,5\nE_MODEL\n"),
+            0);
+  std::string html = Undated("a.html");
+  html = html.substr(html.find("</style>"));
+  for (const char* block : {"<pre[^]*?</pre>", "<svg[^]*?</svg>", "model\\([^<]*", "width=\"[^\"]*", "Quorvex [0-9.]*",
+                            "[^ ]*html", "text-align[^\"]*", "size: [^<]*"})
+    html = std::regex_replace(html, std::regex(block), "");
+  std::smatch point;
+  EXPECT_FALSE(std::regex_search(html, point, std::regex(".*[0-9]\\.[0-9].*"))) << point.str();
+  EXPECT_NE(html.find("<mn>0,25</mn>"), std::string::npos);
+  EXPECT_TRUE(std::regex_search(html, std::regex("<td class=\"number\">-?[0-9]+,[0-9]+</td>")));
+  const std::string latex = Undated("c.tex");
+  EXPECT_NE(latex.find("0{,}25"), std::string::npos);
+  EXPECT_NE(latex.find("use comma"), std::string::npos);
+  EXPECT_TRUE(std::regex_search(latex, std::regex("& \\$-?[0-9]+\\{,\\}[0-9]+")));
+}
+
+// A model without an ID stands by its formula: its key in the run is nobody's name.
+TEST_F(ReportMacro, NamesAModelByItsFormulaWhereItHasNoName) {
+  EXPECT_EQ(Run("ReportFile = @a.html\nB_MODEL\nY = a+b*x+c*sin(x)\nE_MODEL\n"), 0);
+  const std::string html = Undated("a.html");
+  EXPECT_NE(html.find("<title>a+b*x+c*sin(x)</title>"), std::string::npos);
+  EXPECT_EQ(html.substr(0, html.find("The model in Python")).find("UserModel"), std::string::npos);
 }
 
 TEST(MacroWithoutPassword, HidesThatOfAConnectionAlone) {

@@ -175,24 +175,24 @@ TEST(Reports, WriteTextsAsEachFormatHasThem) {
 TEST(Reports, AreOfTheFormatThatTheNameAsksFor) {
   EXPECT_EQ(ReportFormatOf("a.HTML")->Write, HtmlReport);
   EXPECT_EQ(ReportFormatOf("a.b.ipynb")->Write, NotebookReport);
-  for (const char* name : {"a.pdf", "html", "", "a.html.gz"}) EXPECT_EQ(ReportFormatOf(name), nullptr) << name;
-  EXPECT_EQ(UnknownReport("a.pdf"),
-            "The report 'a.pdf' is not written: its name ends in none of .html, .md, .tex, .ipynb.");
+  for (const char* name : {"a.odt", "html", "", "a.html.gz"}) EXPECT_EQ(ReportFormatOf(name), nullptr) << name;
+  EXPECT_EQ(UnknownReport("a.odt"),
+            "The report 'a.odt' is not written: its name ends in none of .html, .pdf, .md, .tex, .ipynb.");
 }
 
 TEST(Reports, TellTheEndsOfLongData) {
   ReportData data{{"X"}, {"x"}, {std::vector<double>(201)}};
   for (std::size_t i = 0; i < 201; ++i) data.Columns[0][i] = 0.1 * static_cast<double>(i);
   std::string note;
-  const ReportTable table = TableOf(data, note);
+  const ReportTable table = TableOf(data, ',', note);
   EXPECT_EQ(note, "The first and the last 20 of 201 points.");
   ASSERT_EQ(table.Rows.size(), 41u);
-  EXPECT_EQ(table.Rows[19], (std::vector<std::string>{"20", "1.9"}));
+  EXPECT_EQ(table.Rows[19], (std::vector<std::string>{"20", "1,9"}));
   EXPECT_EQ(table.Rows[20], (std::vector<std::string>{"...", "..."}));
-  EXPECT_EQ(table.Rows[21], (std::vector<std::string>{"182", "18.1"}));
+  EXPECT_EQ(table.Rows[21], (std::vector<std::string>{"182", "18,1"}));
   EXPECT_EQ(table.Rows[40][0], "201");
   data.Columns[0].resize(200);
-  EXPECT_EQ(TableOf(data, note).Rows.size(), 200u);
+  EXPECT_EQ(TableOf(data, ',', note).Rows.size(), 200u);
   EXPECT_EQ(note, "");
 }
 
@@ -208,7 +208,7 @@ TEST(TableBlocks, TakeLinesAndHeadedRowsApart) {
   rows.Add(RowKind::ColumnHeadings, {"Name", "Value", "Note"});
   rows.Add(RowKind::Remarked, {"a", "1E-5", "free"});
   rows.Add(RowKind::Remarked, {"b", "none"});
-  const std::vector<ReportBlock> blocks = BlocksOf(rows, {"Left out: ", "Gone"});
+  const std::vector<ReportBlock> blocks = BlocksOf(rows, {}, {"Left out: ", "Gone"});
   ASSERT_EQ(blocks.size(), 2u);
   const auto& lines = std::get<ReportTable>(blocks[0]);
   EXPECT_FALSE(lines.HasHeadings());

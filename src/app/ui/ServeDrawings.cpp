@@ -12,9 +12,12 @@
 #include "app/SettingsStore.h"
 #include "core/Files.h"
 #include "core/NotingPrompter.h"
+#include "core/SaveFile.h"
 #include "core/Session.h"
 #include "files/PlotFile.h"
 #include "plot/ui/PlotOutput.h"
+#include "report/ReportFormat.h"
+#include "report/ui/ReportPdf.h"
 
 namespace quorvex {
 namespace {
@@ -41,11 +44,16 @@ void UseNoRuntimeFolder() {
   }
 }
 
-// Why there is no picture, in a line; empty where it was written.
-std::string DrawPlotFile(const std::string& plotName, const std::string& ending, const std::string& pictureName,
-                         const Session& session) {
+// Why there is no picture of a plot, or no PDF document of a report, in a line; empty where it was written.
+std::string Draw(const std::string& plotName, const std::string& ending, const std::string& pictureName,
+                 const Session& session) {
   WholeFile file;
   if (const int error = file.Read(plotName)) return FileErrorText(error);
+  if (ending == kPrintedReport) {
+    const Result<std::string> pdf = PdfOfReport(file.Text(), session.Preferences, session.Locale);
+    const int error = pdf ? SaveFile(pictureName, *pdf, FileCare::Answer) : 0;
+    return !pdf ? pdf.error() : error != 0 ? FileErrorText(error) : "";
+  }
   const PictureFormat* const format = PictureFormatOf(ending);
   if (format == nullptr) return UnknownPicture(ending);
   const Result<std::unique_ptr<PlotPage>> plot =
@@ -72,7 +80,7 @@ int ServeDrawings(const std::string& plotName, const std::string& pictureName, c
   const Session session{LoadSettings(), ReadUserLocale()};
 
   for (std::string ending; std::getline(std::cin, ending);)
-    std::cout << DrawPlotFile(plotName, ending, pictureName, session) << std::endl;
+    std::cout << Draw(plotName, ending, pictureName, session) << std::endl;
   return EXIT_SUCCESS;
 }
 

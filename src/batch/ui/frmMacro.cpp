@@ -314,7 +314,7 @@ void frmMacro::AddPlots(QFormLayout& form) {
   codes->setEnabled(false);
   connect(useCode, &QCheckBox::toggled, codes, &QWidget::setEnabled);
   auto* reports = NewParagraph(page, "Names of reports", "ReportFile", "txtReportFile", 2);
-  reports->setPlaceholderText("A name on each line, such as fit.html, fit.tex, fit.md or fit.ipynb");
+  reports->setPlaceholderText("A name on each line, such as fit.html, fit.pdf, fit.tex or fit.ipynb");
   form.addRow(new QLabel("Reports:", page), reports);
 }
 

@@ -40,13 +40,19 @@ QtSurface::QtSurface(QPaintDevice& device, Device kind) : QtSurface(device, devi
 
 QtSurface::QtSurface(QPaintDevice& device, QImage& measures) : QtSurface(device, measures, Device::kPicture) {}
 
-QtSurface::QtSurface(QPaintDevice& device, QPaintDevice& measures, Device kind)
+QtSurface::QtSurface(QPainter& painter, QImage& measures)
+    : QtSurface(*painter.device(), measures, Device::kPicture, &painter) {
+  BeginPainting();
+}
+
+QtSurface::QtSurface(QPaintDevice& device, QPaintDevice& measures, Device kind, QPainter* painter)
     : device_(device),
       measures_(measures),
       kind_(kind),
       raster_(IsOfPixels(device)),
       units_(IsOfPixels(measures) ? kUnitsPerPixel : 1),
       lines_(units_),
+      painter_(painter != nullptr ? *painter : ownPainter_),
       windowExtent_{ScaleWidth(), ScaleHeight()},
       viewportExtent_(windowExtent_),
       scale_(1.0 / units_, 1.0 / units_) {}
@@ -58,8 +64,7 @@ QPainter& QtSurface::Painter() {
   if (!painter_.isActive()) {
     painter_.begin(&device_);
     if (&device_ != &measures_) painter_.setWindow(0, 0, measures_.width(), measures_.height());
-    painter_.setRenderHint(QPainter::Antialiasing);
-    painter_.setBackgroundMode(Qt::OpaqueMode);
+    BeginPainting();
     // Now that the painter is about its work the image has its pixels to itself, and asking for them moves none.
     if (auto* const image = dynamic_cast<QImage*>(&device_); image && image->format() == QImage::Format_RGB32)
       canvas_.emplace(reinterpret_cast<std::uint32_t*>(image->bits()),
@@ -67,6 +72,11 @@ QPainter& QtSurface::Painter() {
                       image->height());
   }
   return painter_;
+}
+
+void QtSurface::BeginPainting() {
+  painter_.setRenderHint(QPainter::Antialiasing);
+  painter_.setBackgroundMode(Qt::OpaqueMode);
 }
 
 PixelCanvas* QtSurface::Canvas() {

@@ -35,6 +35,9 @@ class QtSurface : public DrawingSurface {
   // Draws as if on the image, which outlives the surface and stays as it is: everything stands where it would stand
   // there, and the whole is scaled to the device.
   QtSurface(QPaintDevice& device, QImage& measures);
+  // The same with a painter at its work on a page, whose window is what the image shows; its user saves and restores
+  // it.
+  QtSurface(QPainter& painter, QImage& measures);
   ~QtSurface() override;
   QtSurface(const QtSurface&) = delete;
   QtSurface& operator=(const QtSurface&) = delete;
@@ -101,6 +104,7 @@ class QtSurface : public DrawingSurface {
   };
 
   QPainter& Painter();    // begins to paint
+  void BeginPainting();   // with what drawings start with
   PixelCanvas* Canvas();  // for facets; none where the painter must paint them
   QPen Pen() const;
   PenLook Look() const { return {objects_.Pen(), *this}; }
@@ -120,14 +124,15 @@ class QtSurface : public DrawingSurface {
   void PaintAtOrigin(QPainter& painter, const Shape& shape) const;
   const Stamp* StampOf(const Shape& shape);
 
-  QtSurface(QPaintDevice& device, QPaintDevice& measures, Device kind);
+  QtSurface(QPaintDevice& device, QPaintDevice& measures, Device kind, QPainter* painter = nullptr);
 
   QPaintDevice &device_, &measures_;
   Device kind_;
   bool raster_;         // pixels, not paths
   std::int32_t units_;  // to a pixel
   GatheredLines lines_;
-  QPainter painter_;
+  QPainter ownPainter_;
+  QPainter& painter_;
   std::optional<PixelCanvas> canvas_;  // where the device is an image of the canvas' pixels
   bool clipsToPath_ = false;           // which a canvas cannot
   bool facets_ = false;

@@ -10,6 +10,7 @@
 
 #include "core/QuietPrompter.h"
 #include "core/SaveFile.h"
+#include "core/ui/PdfBytes.h"
 #include "core/ui/PrintJob.h"
 #include "drawing/PlotText.h"
 #include "drawing/SvgSurface.h"
@@ -26,12 +27,6 @@ constexpr double kInchesPerMetre = 1 / 0.0254;
 // What a file is to hold: empty where that cannot be had, and nothing where the plot could not be drawn, of which the
 // user knows by then.
 using Content = std::optional<std::string>;
-
-// Puts blanks in the place of what no document needs and would make each another one, such as the time.
-void BlankOut(QByteArray& pdf, const char* from, const char* to, qsizetype after) {
-  const qsizetype start = pdf.indexOf(from, after), end = start < 0 ? -1 : pdf.indexOf(to, start);
-  if (end >= 0) std::fill(pdf.begin() + start, pdf.begin() + end + 1, ' ');
-}
 
 Content PdfOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
   constexpr int kUnitsPerInch = 1200;
@@ -51,10 +46,7 @@ Content PdfOf(PlotPage& plot, const PictureSize& size, Prompter& prompter) {
     QtSurface surface(pdf, measures);
     if (!plot.DrawGraph(surface, prompter)) return std::nullopt;
   }
-  QByteArray& document = file.buffer();
-  BlankOut(document, "/CreationDate (", ")", 0);
-  BlankOut(document, "/ID [", "]", document.lastIndexOf("trailer"));
-  return document.toStdString();
+  return PdfBytes(file.buffer());
 }
 
 Content ImageOf(PlotPage& plot, const PictureSize& size, const char* format, Prompter& prompter) {
