@@ -2,7 +2,7 @@
 
 #include "core/Files.h"
 #include "diagnosis/CrossValidation.h"
-#include "engine/FitSharingInput.h"
+#include "engine/FitEach.h"
 #include "sheet/ComputeWeights.h"
 
 namespace quorvex {

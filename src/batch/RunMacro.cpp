@@ -30,7 +30,7 @@
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/TextEncoding.h"
-#include "engine/FitSharingInput.h"
+#include "engine/FitEach.h"
 
 namespace quorvex {
 namespace {

@@ -6,7 +6,7 @@
 #include "batch/BatchStatus.h"
 #include "batch/WritePlot.h"
 #include "core/NumberText.h"
-#include "engine/FitSharingInput.h"
+#include "engine/FitEach.h"
 #include "plot/PictureMessages.h"
 
 namespace quorvex {

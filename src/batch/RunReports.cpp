@@ -12,7 +12,7 @@
 #include "core/DateText.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
-#include "engine/FitSharingInput.h"
+#include "engine/FitEach.h"
 #include "engine/RankModels.h"
 #include "engine/UserModel.h"
 #include "import/ConnectString.h"

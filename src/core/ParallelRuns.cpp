@@ -15,6 +15,7 @@ namespace quorvex {
 namespace {
 
 constexpr int kMostThreads = 1024;
+constexpr auto kTurn = std::chrono::milliseconds(20);
 
 // What the threads of one run share.
 struct Run {
@@ -46,6 +47,123 @@ void Work(Run& run, std::size_t count, const std::function<void(std::size_t, std
   run.Ended.notify_one();
 }
 
+// At most `most` threads that all run `work`. The system may have no more of them: fewer will do, if there is any.
+// They are joined when the vector goes.
+void StartThreads(std::vector<std::jthread>& threads, std::size_t most, const std::function<void()>& work) {
+  for (std::size_t i = 0; i < most; ++i) {
+    try {
+      threads.emplace_back(work);
+    } catch (const std::system_error&) {
+      if (threads.empty()) throw;
+      return;
+    }
+  }
+}
+
+// One call of RunInOrder.
+class OrderedRun {
+ public:
+  explicit OrderedRun(const OrderedTasks& tasks)
+      : tasks_(tasks), ahead_(std::clamp<std::size_t>(tasks.Ahead, 1, tasks.Count)), slots_(ahead_) {}
+
+  bool Run(std::size_t threads) {
+    // Destroyed, and so joined, before what they share.
+    std::vector<std::jthread> workers;
+    const Stopping stopping{*this};
+    StartThreads(workers, std::min(threads, ahead_), [this] { Work(); });
+    for (;;) {
+      if (!PrepareNext()) end_ = prepared_;
+      if (finished_ == end_) return true;
+      std::unique_lock lock(lock_);
+      woken_.wait_for(lock, kTurn, [this] { return HasMuchToFinish(); });
+      isIdle_ = false;
+      doneSince_ = 0;
+      lock.unlock();
+      if (!tasks_.KeepGoing()) return false;
+      while (finished_ < prepared_ && IsDone(finished_)) {
+        Slot& slot = slots_[finished_ % ahead_];
+        if (slot.Fault) std::rethrow_exception(slot.Fault);
+        if (!tasks_.Finish(finished_)) return false;
+        slot = {};
+        ++finished_;
+        if (!PrepareNext()) end_ = prepared_;
+      }
+    }
+  }
+
+ private:
+  struct Slot {
+    bool Done = false;
+    std::exception_ptr Fault;
+  };
+  // However the calling thread leaves, the others end.
+  struct Stopping {
+    OrderedRun& Of;
+    ~Stopping() {
+      const std::lock_guard lock(Of.lock_);
+      Of.stop_.request_stop();
+      Of.more_.notify_all();
+    }
+  };
+
+  // As many as may be. False where there are no more tasks.
+  bool PrepareNext() {
+    bool any = false, more = true;
+    while (more && prepared_ < end_ && prepared_ < finished_ + ahead_) {
+      more = !tasks_.Prepare || tasks_.Prepare(prepared_);
+      if (!more) break;
+      const std::lock_guard lock(lock_);
+      ++prepared_;
+      any = true;
+    }
+    if (any) more_.notify_all();
+    return more;
+  }
+
+  bool IsDone(std::size_t i) {
+    const std::lock_guard lock(lock_);
+    return slots_[i % ahead_].Done;
+  }
+
+  // Worth waking the calling thread for: as each task would be for nothing where they are short. Under the lock.
+  bool HasMuchToFinish() const { return isIdle_ || doneSince_ >= (ahead_ + 1) / 2; }
+
+  void Work() {
+    std::unique_lock lock(lock_);
+    for (;;) {
+      if (next_ == prepared_ && !stop_.stop_requested()) {
+        isIdle_ = true;
+        woken_.notify_one();
+      }
+      more_.wait(lock, [&] { return next_ < prepared_ || stop_.stop_requested(); });
+      if (stop_.stop_requested()) return;
+      const std::size_t i = next_++;
+      lock.unlock();
+      std::exception_ptr fault;
+      try {
+        tasks_.Do(i, stop_.get_token());
+      } catch (...) {
+        fault = std::current_exception();
+      }
+      lock.lock();
+      slots_[i % ahead_] = {true, std::move(fault)};
+      ++doneSince_;
+      if (HasMuchToFinish()) woken_.notify_one();
+    }
+  }
+
+  const OrderedTasks& tasks_;
+  const std::size_t ahead_;
+  std::vector<Slot> slots_;   // a ring
+  std::size_t finished_ = 0;  // of the calling thread alone
+  std::size_t end_ = tasks_.Count;
+  std::mutex lock_;
+  std::condition_variable more_, woken_;
+  std::size_t prepared_ = 0, next_ = 0, doneSince_ = 0;
+  bool isIdle_ = false;  // a thread found nothing to do
+  std::stop_source stop_;
+};
+
 }  // namespace
 
 int ThreadCount(int wanted) {
@@ -57,25 +175,16 @@ int ThreadCount(int wanted) {
 
 bool RunParallel(std::size_t count, int wanted, const std::function<void(std::size_t, std::stop_token)>& task,
                  const std::function<bool(std::size_t done)>& keepGoing) {
-  constexpr auto kTurn = std::chrono::milliseconds(20);
   if (count == 0) return true;
   Run run;
   bool wantedStill = true;
   {
     // Destroyed, and so joined, before what they share. The calling thread does no task, since it must not be late.
     std::vector<std::jthread> threads;
-    const std::size_t n = std::min(static_cast<std::size_t>(ThreadCount(wanted)), count);
     std::unique_lock lock(run.Lock);
-    for (std::size_t i = 0; i < n; ++i) {
-      try {
-        threads.emplace_back([&] { Work(run, count, task); });
-        ++run.AtWork;
-      } catch (const std::system_error&) {
-        // The system has no more of them: fewer will do, if there is any.
-        if (threads.empty()) throw;
-        break;
-      }
-    }
+    StartThreads(threads, std::min(static_cast<std::size_t>(ThreadCount(wanted)), count),
+                 [&] { Work(run, count, task); });
+    run.AtWork = threads.size();
     while (!run.Ended.wait_for(lock, kTurn, [&] { return run.AtWork == 0; })) {
       lock.unlock();
       try {
@@ -90,6 +199,10 @@ bool RunParallel(std::size_t count, int wanted, const std::function<void(std::si
   }
   if (run.Fault) std::rethrow_exception(run.Fault);
   return wantedStill && keepGoing(run.Done);
+}
+
+bool RunInOrder(const OrderedTasks& tasks, int wanted) {
+  return tasks.Count == 0 || OrderedRun(tasks).Run(static_cast<std::size_t>(ThreadCount(wanted)));
 }
 
 }  // namespace quorvex

@@ -18,4 +18,24 @@ int ThreadCount(int wanted);
 bool RunParallel(std::size_t count, int wanted, const std::function<void(std::size_t, std::stop_token)>& task,
                  const std::function<bool(std::size_t done)>& keepGoing);
 
+// Tasks side by side of which something is to be told or written in order.
+struct OrderedTasks {
+  std::size_t Count = 0;
+  // So many are prepared or done at most before the turn of the first of them.
+  std::size_t Ahead = 0;
+  // On the calling thread, each in order and before its Do; may be left out. False where there are no more tasks.
+  std::function<bool(std::size_t)> Prepare = {};
+  // On any thread, in any order, like the tasks of RunParallel.
+  std::function<void(std::size_t, std::stop_token)> Do = {};
+  // On the calling thread, each in order and behind its Do. False where no other is wanted.
+  std::function<bool(std::size_t)> Finish = {};
+  // Some fifty times a second, on the calling thread. Where it returns false the tasks hear of it by their token, and
+  // none is prepared, begun or finished any more.
+  std::function<bool()> KeepGoing = {};
+};
+
+// Does the tasks on as many threads as ThreadCount tells of `wanted`, beside the calling one. False where KeepGoing or
+// Finish returned false. The exception of a task is thrown in the place of its Finish. All Do have ended behind this.
+bool RunInOrder(const OrderedTasks& tasks, int wanted);
+
 }  // namespace quorvex

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/Files.h"
-#include "engine/FitSharingInput.h"
+#include "engine/FitEach.h"
 #include "engine/RankModels.h"
 #include "sheet/PointsNeeded.h"
 

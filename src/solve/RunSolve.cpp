@@ -2,7 +2,8 @@
 
 #include "core/NumberText.h"
 #include "diagnosis/CrossValidation.h"
-#include "engine/FitSharingInput.h"
+#include "engine/FitEach.h"
+#include "engine/FitSideBySide.h"
 
 namespace quorvex {
 namespace {
@@ -37,31 +38,40 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
     form.SetProgress(done++, static_cast<int>(outcome.Asked));
     return !form.Aborted;
   };
-  Settings harder = settings;  // for a search that has failed
-  harder.TryHarder = settings.Flag("tryharder");
-  std::shared_ptr<const InputPoints> shared;
+  const bool triesHarder = settings.Flag("tryharder");  // where a search has failed
+  SeparateFits fits;
+  std::vector<FailedFit> starts;
   for (const auto& model : project.Models) {
-    if (form.Aborted || !model->Solve || !begin(model->id, model->NumDependentVar())) continue;
-    const std::size_t told = log.size();
-    FailedFit before{{model.get(), nullptr},
-                     model->SpecifyICComplete,
-                     model->CoefficientValues,
-                     model->ICRanges,
-                     settings.TryHarder};
-    FitSharingInput(*model, data, settings, log, form, shared);
-    if (!model->Solved && !form.Aborted && !settings.TryHarder && harder.TryHarder && MayBeTriedHarder(*model, data)) {
-      form.Paused = false;
-      form.SetStatusLabel("Trying harder: " + FirstCharacters(model->id, 35) + "...");
-      log.resize(told);  // what goes on begins with the same search, and tells of it again
-      TakeStart(before, *model);
-      FitSharingInput(*model, data, harder, log, form, shared);
-      before.TriedHarder = true;
-    }
-    if (model->Solved)
-      outcome.Solved.push_back(before.Object);
-    else
-      outcome.Failed.push_back(std::move(before));
+    if (!model->Solve) continue;
+    fits.Models.push_back(model.get());
+    starts.push_back({{model.get(), nullptr},
+                      model->SpecifyICComplete,
+                      model->CoefficientValues,
+                      model->ICRanges,
+                      settings.TryHarder});
   }
+  fits.Fit = [&](std::size_t i, const Settings& given, std::string& account, SolveProgress& own) {
+    ModelClass& model = *fits.Models[i];
+    const std::size_t told = account.size();
+    model.Fit(data, given, account, own);
+    if (model.Solved || own.Aborted || given.TryHarder || !triesHarder || !MayBeTriedHarder(model, data)) return;
+    Settings harder = given;
+    harder.TryHarder = true;
+    own.Paused = false;
+    own.SetStatusLabel("Trying harder: " + FirstCharacters(model.id, 35) + "...");
+    account.resize(told);  // what goes on begins with the same search, and tells of it again
+    TakeStart(starts[i], model);
+    model.Fit(data, harder, account, own);
+    starts[i].TriedHarder = true;
+  };
+  fits.Begin = [&](std::size_t i) { begin(fits.Models[i]->id, fits.Models[i]->NumDependentVar()); };
+  fits.End = [&](std::size_t i) {
+    if (fits.Models[i]->Solved)
+      outcome.Solved.push_back(starts[i].Object);
+    else
+      outcome.Failed.push_back(std::move(starts[i]));
+  };
+  FitSideBySide(fits, data, settings, log, form);
   for (InterpClass& curve : project.Interpolations) {
     if (form.Aborted || !curve.Solve || !begin(curve.id, 0)) continue;
     if (curve.Fit(data, log))

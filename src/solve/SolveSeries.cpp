@@ -5,7 +5,7 @@
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "diagnosis/CrossValidation.h"
-#include "engine/FitSharingInput.h"
+#include "engine/FitEach.h"
 #include "engine/RankModels.h"
 #include "sheet/ComputeWeights.h"
 #include "solve/FailedFit.h"

@@ -53,5 +53,60 @@ TEST(ParallelRuns, CarryTheFaultOfATaskToTheCaller) {
   EXPECT_LT(begun, 1000);
 }
 
+TEST(ParallelRuns, TellInOrderOfTasksThatEndInAny) {
+  for (const int threads : {1, 2, 3, 16}) {
+    for (const std::size_t ahead : {1u, 7u, 500u}) {
+      std::vector<std::size_t> done(500, 0), prepared, finished;
+      OrderedTasks tasks{.Count = done.size(), .Ahead = ahead};
+      tasks.Prepare = [&](std::size_t i) {
+        EXPECT_LT(i, finished.size() + ahead);
+        prepared.push_back(i);
+        return i < 450;
+      };
+      tasks.Do = [&](std::size_t i, std::stop_token) {
+        if (i % 50 == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        done[i] = i + 1;
+      };
+      tasks.Finish = [&](std::size_t i) {
+        EXPECT_EQ(done[i], i + 1);
+        finished.push_back(i);
+        return true;
+      };
+      tasks.KeepGoing = [] { return true; };
+      EXPECT_TRUE(RunInOrder(tasks, threads));
+      std::vector<std::size_t> numbers(450);
+      std::iota(numbers.begin(), numbers.end(), 0u);
+      EXPECT_EQ(finished, numbers);
+      numbers.push_back(450);
+      EXPECT_EQ(prepared, numbers);
+    }
+  }
+}
+
+TEST(ParallelRuns, EndInOrderAtAFaultAnEndOrAStop) {
+  enum Way { Fault, Enough, Stop };
+  for (const Way way : {Fault, Enough, Stop}) {
+    std::size_t finished = 0;
+    OrderedTasks tasks{.Count = 1000, .Ahead = 100};
+    tasks.Do = [&](std::size_t i, std::stop_token stop) {
+      if (way == Fault && i == 20) throw NumericFault();
+      while (way == Stop && i == 20 && !stop.stop_requested())
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    };
+    tasks.Finish = [&](std::size_t i) {
+      EXPECT_EQ(i, finished);
+      return way != Enough || ++finished <= 20;
+    };
+    if (way != Enough) tasks.Finish = [&](std::size_t) { return ++finished > 0; };
+    int turns = 0;
+    tasks.KeepGoing = [&] { return way != Stop || finished < 20 || ++turns < 3; };
+    if (way == Fault)
+      EXPECT_THROW(RunInOrder(tasks, 3), NumericFault);
+    else
+      EXPECT_FALSE(RunInOrder(tasks, 3));
+    EXPECT_EQ(finished, way == Enough ? 21u : 20u);
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
