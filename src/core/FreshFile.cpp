@@ -63,6 +63,17 @@ int FreshFile::Create(const std::string& folder, mode_t mode) {
   return EEXIST;
 }
 
+int FreshFile::CreateUnnamed(const std::string& folder, mode_t mode) {
+  Remove();
+  descriptor_ = open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
+  return descriptor_ < 0 ? errno : 0;
+}
+
+int FreshFile::LinkAs(const std::string& name) const {
+  const std::string open = "/proc/self/fd/" + std::to_string(descriptor_);
+  return linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+}
+
 int FreshFile::Link(const std::string& folder, const std::string& file) {
   Remove();
   const std::string name = folder + FreshName();

@@ -17,9 +17,12 @@ class FreshFile {
   FreshFile& operator=(const FreshFile&) = delete;
 
   // Each returns 0 or errno. A folder is empty or ends in "/".
-  int Create(const std::string& folder, mode_t mode);            // an empty one
+  int Create(const std::string& folder, mode_t mode);  // an empty one
+  // An empty one without a name, which LinkAs can give it: nothing is left of it where the program is killed.
+  int CreateUnnamed(const std::string& folder, mode_t mode);
+  int LinkAs(const std::string& name) const;
   int Link(const std::string& folder, const std::string& file);  // a second name of another file
-  int CreateInMemory();                                          // an empty one without a name
+  int CreateInMemory();                                          // an empty one that never has a name
   int RenameTo(const std::string& name) const;                   // replaces what has that name
 
   void Remove();

@@ -104,7 +104,9 @@ int ReplacementFile::Begin(const std::string& name) {
     flock(old_, LOCK_EX | LOCK_NB);  // for its second name, which is a fresh file
   }
   // Closed to others until TakeOver gives it the rights of the old file, which may be private.
-  int code = fresh_.Create(folder_, exists ? 0600 : 0666);
+  // The first answer under a name needs no second one. Not every file system has files without names.
+  const bool isUnnamed = !exists && care_ == FileCare::Answer && fresh_.CreateUnnamed(folder_, 0666) == 0;
+  int code = isUnnamed ? 0 : fresh_.Create(folder_, exists ? 0600 : 0666);
   if (exists && FolderRefuses(code)) code = fresh_.CreateInMemory();
   if (code == ENOENT) return kPathNotFound;
   if (code != 0) return FileErrorNumber(code);
@@ -126,7 +128,7 @@ int ReplacementFile::Commit() {
 }
 
 int ReplacementFile::Replace() {
-  if (!fresh_.HasName()) return WriteInPlace();
+  if (!fresh_.HasName()) return old_ >= 0 ? WriteInPlace() : GiveName();
   FreshFile kept;
   if (care_ == FileCare::Document && old_ >= 0)
     if (const int error = KeepOld(kept)) return error;
@@ -142,6 +144,16 @@ int ReplacementFile::Replace() {
     close(descriptor);
   }
   return 0;
+}
+
+// Where there is a file by now, or links to open files are not to be had, the content goes to one that has a name.
+int ReplacementFile::GiveName() const {
+  if (fresh_.LinkAs(target_) == 0) return 0;
+  FreshFile named;
+  if (const int code = named.Create(folder_, 0666)) return FileErrorNumber(code);
+  if (const int error = CopyContent(fresh_.Descriptor(), named.Descriptor())) return error;
+  const int code = named.RenameTo(target_);
+  return code == 0 ? 0 : FileErrorNumber(code);
 }
 
 // Gives the old content a second name, so that its own is there at every moment, or copies it: where the file system

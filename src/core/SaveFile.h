@@ -34,6 +34,7 @@ class ReplacementFile {
  private:
   int Begin(const std::string& name);
   int Replace();
+  int GiveName() const;
   int KeepOld(FreshFile& kept) const;
   int WriteInPlace();
   void Abandon();
