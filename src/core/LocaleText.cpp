@@ -8,6 +8,8 @@
 #include <memory>
 #include <type_traits>
 
+#include "core/NumberText.h"
+
 namespace quorvex {
 namespace {
 
@@ -15,7 +17,9 @@ namespace {
 const char* LocaleName(std::initializer_list<const char*> variables) {
   for (const char* variable : variables) {
     const char* name = std::getenv(variable);
-    if (name != nullptr && *name != '\0') return name;
+    if (name == nullptr || *name == '\0') continue;
+    // The same but for its character set; "C" itself is read from no file.
+    return EqualNoCase(name, "C.UTF-8") || EqualNoCase(name, "C.utf8") ? "C" : name;
   }
   return "C";
 }
