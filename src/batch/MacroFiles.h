@@ -20,7 +20,12 @@ class MacroFiles {
 
   // What no output may fall on, and what it is, such as "data file"; nothing where there is no such file.
   void NoteInput(const std::string& name, const char* what);
-  // The same of what a run makes before any output, by the path that it will have.
+  // Whether `name`, as it stands, is one of these. No output falls on it, so it stays what it is.
+  bool IsInput(const std::string& name) const {
+    const auto file = IdentityOfFile(name);
+    return file && inputs_.contains(*file);
+  }
+  // Notes what a run makes before any output, too, by the path that it will have.
   void NoteToCome(const std::string& path, const char* what) { toCome_.emplace(FullName(path), what); }
   // Written files are kept only where there is more than one kind of them.
   void WatchKinds(bool watch) { watchesKinds_ = watch; }

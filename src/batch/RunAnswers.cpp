@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "batch/BatchStatus.h"
 #include "batch/WriteDelimitedOutput.h"
@@ -23,8 +24,27 @@ std::optional<std::string> RefuseAnswers(const MacroSetup& setup, MacroFiles& fi
   return refusal ? refusal : files.RefuseOther(Writing::Answers, setup.OutputFile);
 }
 
-int RunAnswers::Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
-                      const SolveData& unsorted, const RunDiagnoses& diagnoses) {
+namespace {
+
+void WriteOutput(const RunState& state, const LineSink& line) {
+  const MacroSetup& setup = state.Given.Setup;
+  const bool isStructured = EqualNoCase(setup.OutputFormat, "structured");
+  (isStructured ? WriteStructuredOutput : WriteDelimitedOutput)(state.Given.Models, state.Data, setup, state.Diagnoses,
+                                                                line);
+}
+
+}  // namespace
+
+std::string OutputText(const RunState& state) {
+  if (WritesProject(state.Given.Setup)) return {};
+  std::string text;
+  WriteOutput(state, [&](std::string_view line) { text.append(line).append(NL); });
+  return text;
+}
+
+int RunAnswers::Write(RunState& state) {
+  const MacroSetup& setup = state.Given.Setup;
+  const std::string made = std::exchange(state.Output, {});  // which is that of this run alone, written or refused
   log_.Line(setup.OutputFile.empty() ? "Write failed, OutputFile not specified"
                                      : "Writing solution to " + setup.OutputFile);
   if (const std::optional<std::string> refusal = RefuseAnswers(setup, files_)) {
@@ -32,17 +52,18 @@ int RunAnswers::Write(const MacroSetup& setup, const ModelCollection& models, co
     return kAccessError;
   }
   const std::string path = files_.Place(setup.OutputFile);
-  const int error = WritesProject(setup) ? WriteProjectOutput(models, unsorted, setup, locale_, path)
-                                         : WriteText(setup, models, data, diagnoses, path);
+  const int error = WritesProject(setup) ? WriteProjectOutput(state.Given.Models, state.Unsorted, setup, locale_, path)
+                                         : WriteText(state, made, path);
   if (error == 0) files_.NoteWritten(Writing::Answers, setup.OutputFile);
   return error;
 }
 
-int RunAnswers::WriteText(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
-                          const RunDiagnoses& diagnoses, const std::string& path) {
+int RunAnswers::WriteText(const RunState& state, const std::string& made, const std::string& path) {
   if (const int error = file_.Create(path); error != 0) return error;
-  const bool isStructured = EqualNoCase(setup.OutputFormat, "structured");
-  (isStructured ? WriteStructuredOutput : WriteDelimitedOutput)(models, data, setup, diagnoses, file_.Text());
+  if (!made.empty())
+    file_.Text().Write(made);
+  else
+    WriteOutput(state, [this](std::string_view line) { file_.Text().WriteLine(line); });
   return file_.Commit();
 }
 

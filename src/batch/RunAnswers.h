@@ -3,19 +3,20 @@
 #include <optional>
 #include <string>
 
-#include "batch/DiagnosisRows.h"
 #include "batch/MacroFiles.h"
 #include "batch/MacroLog.h"
 #include "batch/MacroSetup.h"
+#include "batch/RunState.h"
 #include "core/LocaleText.h"
 #include "core/SaveFile.h"
-#include "core/SolveData.h"
-#include "engine/ModelCollection.h"
 
 namespace quorvex {
 
 // Why the answers may not be written over what the macro reads or writes; nothing where they may.
 std::optional<std::string> RefuseAnswers(const MacroSetup& setup, MacroFiles& files);
+
+// The output of a run, as it is to be written; empty where that is a project.
+std::string OutputText(const RunState& state);
 
 // The output files of a macro's runs.
 class RunAnswers {
@@ -23,12 +24,10 @@ class RunAnswers {
   RunAnswers(const LocaleText& locale, MacroFiles& files, MacroLog& log) : locale_(locale), files_(files), log_(log) {}
 
   // Writes the solved models in the layout that the setup asks for. Returns 0 or the number of the file error.
-  int Write(const MacroSetup& setup, const ModelCollection& models, const SolveData& data, const SolveData& unsorted,
-            const RunDiagnoses& diagnoses);
+  int Write(RunState& state);
 
  private:
-  int WriteText(const MacroSetup& setup, const ModelCollection& models, const SolveData& data,
-                const RunDiagnoses& diagnoses, const std::string& path);
+  int WriteText(const RunState& state, const std::string& made, const std::string& path);
 
   const LocaleText& locale_;
   MacroFiles& files_;

@@ -5,30 +5,28 @@
 #include <cstddef>
 #include <exception>
 #include <memory>
-#include <new>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "batch/BatchStatus.h"
-#include "batch/FitModels.h"
+#include "batch/DataReading.h"
 #include "batch/MacroFiles.h"
 #include "batch/MacroLog.h"
 #include "batch/MacroReader.h"
 #include "batch/MacroStart.h"
 #include "batch/ParameterFile.h"
-#include "batch/ReadMacroDataFile.h"
-#include "batch/ReadMacroDatabase.h"
 #include "batch/ResultLine.h"
-#include "batch/RunAnswers.h"
-#include "batch/RunCode.h"
 #include "batch/RunPart.h"
-#include "batch/RunPlots.h"
-#include "batch/RunReports.h"
+#include "batch/RunState.h"
+#include "batch/RunWriter.h"
+#include "batch/RunsAhead.h"
+#include "batch/SolveRun.h"
 #include "batch/SubstituteParameters.h"
 #include "batch/WritePlot.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "core/ParallelRuns.h"
 #include "core/TextEncoding.h"
 #include "engine/FitEach.h"
 
@@ -38,17 +36,10 @@ namespace {
 // What an exception comes from, all else being told by numbers and sentences.
 constexpr std::string_view kOutOfMemory = "Out of memory: there is not enough of it for this run.";
 
-// How the log's summary tells of a run.
-constexpr std::string_view kRunSuccessful = "Run Successful", kRunFailed = "Run Failed", kRunSkipped = "Run Skipped",
-                           kRunIncomplete = "Run Incomplete", kRunOutOfMemory = "Run Failed: Out of memory";
-
 class MacroRun {
  public:
   MacroRun(Session& session, cfgSolve& form, PlotDrawer& drawer)
-      : session_(session),
-        form_(form),
-        plots_(session, form, drawer, files_, log_),
-        reports_(session, form, drawer, files_, log_) {}
+      : session_(session), form_(form), writer_(session, form, drawer, files_, log_) {}
 
   MacroOutcome Run(const MacroRequest& request) {
     bool normal = false;
@@ -70,19 +61,15 @@ class MacroRun {
   bool LogParameters();
   bool LogSeries();
   void LogPart(const std::string& row);
-  bool IsAnswered();
+  bool IsAnswered(std::size_t run);
   bool OpenResults();
   bool RunAll();
+  bool RunAllAhead(std::size_t first, std::size_t end, int threads);
+  bool RunNext();
   bool TryRun();
   void TryRunOnce();
-  void NoteChangedInputs();
-  bool RunOnce();
-  bool SolveOnce();
-  bool ReadData();
-  DataReading AskDatabase();
-  bool SolveModels();
-  bool Diagnose();
-  bool Write();
+  bool Solve();
+  bool SolveHere();
   ReportedMacro AsReported();
   void JudgeModels();
   bool WriteResult();
@@ -90,61 +77,51 @@ class MacroRun {
   void TerminateNormally();
   void TerminateAbnormally();
 
-  bool InSeries() const { return macro_.Setup.DataSeries; }
+  bool InSeries() const { return own_.Given.Setup.DataSeries; }
+  const SeriesData* Series() const { return InSeries() ? &series_ : nullptr; }
   // Runs that have numbers, be it of the rows of a table or of the columns of a series.
-  bool InParameterRun() const { return macro_.Setup.UseParameterFile || InSeries(); }
+  bool InParameterRun() const { return own_.Given.Setup.UseParameterFile || InSeries(); }
+  Macro& Current() { return current_->Given; }
   void Tell(const std::string& text) {
-    if (macro_.Setup.UseDDE) form_.DDEText(text);
+    if (own_.Given.Setup.UseDDE) form_.DDEText(text);
   }
-  // Always false. The next run of a parameter run reads and solves anew.
-  bool FailRun(int status, std::string message) {
-    EndRun(kRunFailed, status, std::move(message));
+  // The next run of a parameter run reads and solves anew.
+  void FailRun(int status, std::string message) {
+    end_ = {kRunFailed, status, std::move(message)};
     inputChanged_ = true;
-    return false;
-  }
-  void EndRun(std::string_view result, int status, std::string message) {
-    ended_ = result;
-    result_.Status = status;
-    result_.Message = std::move(message);
   }
 
   Session& session_;
   cfgSolve& form_;
-  Macro macro_;
+  RunState own_;  // of the macro as it was read
+  RunState* current_ = &own_;
+  std::unique_ptr<RunState> solvedAhead_;  // the current one, where it is that of a run solved before its turn
   int status_ = kSuccess;
-  MacroLog log_{macro_.Setup, status_};
+  MacroLog log_{own_.Given.Setup, status_};
   MacroFiles files_;
-  RunAnswers answers_{session_.Locale, files_, log_};
-  RunPlots plots_;
-  RunCode code_{files_, log_};
-  RunReports reports_;
+  RunWriter writer_;
   std::optional<ParameterTable> parameters_;  // none where it could not be read
   std::string parametersFault_;               // why
   SeriesData series_;                         // where the columns of the data are the runs
   MacroSetup written_;                        // before a run puts its parameters in
   std::size_t run_ = 0;                       // from 0
-  RunResult result_;                          // of the run in hand
-  std::string_view ended_;                    // what the summary says of it; empty where it doesn't
-  bool hasModels_ = false;                    // the models tell of the data in hand
+  std::optional<RunAhead> ahead_;             // the run in hand, where it may have been solved before its turn
+  RunEnd end_;                                // of the run in hand
   TextFile results_;
   RunPart part_;
   bool missingOnly_ = false;
   AnsweredRuns answered_;      // by their lines in the file of results
   std::ptrdiff_t wanted_ = 0;  // models to be solved, before any is found not to fit the data
   bool inputChanged_ = true;
-  std::vector<Box> previousBounds_;
-  std::vector<std::vector<DerivedQuantity>> previousReports_;
-  std::vector<std::string> previous_ = std::vector<std::string>(SubstitutedFields().size());  // of the run before
-  SolveData data_, unsorted_;
-  RunDiagnoses diagnoses_;
+  ChangedInputs changed_;
 };
 
 bool MacroRun::Configure(const MacroRequest& request) {
   const std::string& fileName = request.FileName;
-  MacroSetup& setup = macro_.Setup;
+  MacroSetup& setup = own_.Given.Setup;
   InitMacroSetup(setup, session_.Preferences);
   // A part of what has none is refused before anything is written.
-  std::optional<MacroRefusal> refusal = ReadMacroFile(request, session_, macro_, log_.Text);
+  std::optional<MacroRefusal> refusal = ReadMacroFile(request, session_, own_.Given, log_.Text);
   if (!refusal) refusal = TakePart(request, setup, part_);
   if (refusal) {
     status_ = refusal->Status;
@@ -188,7 +165,7 @@ bool MacroRun::LogParameters() {
     log_.Flush();
     return true;
   }
-  const std::string text = "Reading parameter file '" + macro_.Setup.ParameterFile + "'";
+  const std::string text = "Reading parameter file '" + own_.Given.Setup.ParameterFile + "'";
   log_.Line(text);
   Tell(text);
   if (!parameters_) {
@@ -218,7 +195,7 @@ void MacroRun::LogPart(const std::string& row) {
 
 // Reads the data, whose columns are the runs to come.
 bool MacroRun::LogSeries() {
-  const MacroSetup& setup = macro_.Setup;
+  const MacroSetup& setup = own_.Given.Setup;
   log_.Line("Reading the input data file '" + DataSourceText(setup) + "'");
   Tell("Reading data file '" + DataSourceText(setup) + "'");
   if (const auto refusal = StartSeries(setup, session_.Locale, series_)) {
@@ -238,10 +215,10 @@ bool MacroRun::LogSeries() {
 
 // Creates the file of results, which no output may fall on from here on. Without it there is nothing to run for.
 bool MacroRun::OpenResults() {
-  const std::string& name = macro_.Setup.ResultFile;
+  const std::string& name = own_.Given.Setup.ResultFile;
   if (name.empty()) return true;
   const std::string path = files_.Place(name);
-  const std::optional<std::string> refusal = RefuseResults(macro_.Setup, *parameters_, path, files_);
+  const std::optional<std::string> refusal = RefuseResults(own_.Given.Setup, *parameters_, path, files_);
   int error = refusal ? kAccessError : 0;
   // What is no file can't tell of the runs that it was given.
   const bool goesOn = missingOnly_ && IdentityOfFile(path);
@@ -257,37 +234,75 @@ bool MacroRun::OpenResults() {
 // Within a parameter run a failure ends its own run alone; only an abort ends the loop.
 bool MacroRun::RunAll() {
   // Each run substitutes its parameters in the setup, so the next one begins with what the macro says.
-  written_ = macro_.Setup;
-  wanted_ = std::ranges::count_if(macro_.Models, [](const auto& model) { return model->Solve; });
-  const std::size_t end = part_.End(parameters_->Rows.size());
-  for (run_ = part_.First(parameters_->Rows.size()); run_ < end; ++run_) {
+  written_ = own_.Given.Setup;
+  wanted_ = std::ranges::count_if(own_.Given.Models, [](const auto& model) { return model->Solve; });
+  const std::size_t first = part_.First(parameters_->Rows.size()), end = part_.End(parameters_->Rows.size());
+  if (const int threads = RunsAhead::Threads(own_, *parameters_, first, end, Series(), session_); threads > 1)
+    return RunAllAhead(first, end, threads);
+  for (run_ = first; run_ < end; ++run_)
+    if (!RunNext()) return false;
+  return true;
+}
+
+// The same with runs solved side by side before their turn, in which each is written, or solved where that was not to
+// be done before.
+bool MacroRun::RunAllAhead(std::size_t first, std::size_t end, int threads) {
+  RunsAhead runs(own_, *parameters_, Series(), files_, session_, threads, end - first);
+  OrderedTasks tasks{.Count = end - first, .Ahead = runs.Ahead()};
+  std::vector<RunAhead> ring(tasks.Ahead);
+  const auto place = [&](std::size_t i) -> RunAhead& { return ring[i % ring.size()]; };
+  tasks.Prepare = [&](std::size_t i) {
+    place(i) = RunAhead();
+    place(i).Changes.Inputs = true;  // for one that turns out not to be answered after all
+    if (!missingOnly_ || !IsAnswered(first + i)) place(i) = runs.Prepare(first + i);
+    return true;
+  };
+  tasks.Do = [&](std::size_t i, std::stop_token stop) { runs.Solve(place(i), first + i, std::move(stop)); };
+  bool hasEnded = false;
+  tasks.Finish = [&](std::size_t i) {
+    run_ = first + i;
+    ahead_ = std::move(place(i));
+    hasEnded = !RunNext();
+    if (ahead_->State) runs.Return(std::move(ahead_->State));
+    return !hasEnded;
+  };
+  tasks.KeepGoing = [&] {
     form_.Yield();
-    if (missingOnly_ && !form_.Aborted && IsAnswered()) {
-      log_.FinishRun(InParameterRun() ? run_ + 1 : 0, kRunSkipped);
-      continue;
-    }
-    if (form_.Aborted) LogAbort(log_.Text);
-    const bool succeeded = !form_.Aborted && TryRun();
-    if (!succeeded && form_.Aborted) status_ = kAborted;
-    if (!succeeded && (!InParameterRun() || form_.Aborted)) return false;
-    macro_.Setup = written_;
-    log_.Flush();
+    return !form_.Aborted;
+  };
+  if (RunInOrder(tasks, threads)) return true;
+  if (!hasEnded) RunNext();  // which tells of the abort
+  return false;
+}
+
+// The run in hand with all that is told of it. False where it is the last one.
+bool MacroRun::RunNext() {
+  form_.Yield();
+  if (missingOnly_ && !form_.Aborted && IsAnswered(run_)) {
+    log_.FinishRun(InParameterRun() ? run_ + 1 : 0, kRunSkipped);
+    return true;
   }
+  if (form_.Aborted) LogAbort(log_.Text);
+  const bool succeeded = !form_.Aborted && TryRun();
+  if (!succeeded && form_.Aborted) status_ = kAborted;
+  if (!succeeded && (!InParameterRun() || form_.Aborted)) return false;
+  Current().Setup = written_;
+  log_.Flush();
   return true;
 }
 
 // Whether the answer of the run to come is there as a whole: its line, and its output file. One file for all rows is
 // none of its own.
-bool MacroRun::IsAnswered() {
+bool MacroRun::IsAnswered(std::size_t run) {
   MacroSetup setup = written_;
-  setup.DataFile = WithParameters(setup.DataFile, *parameters_, run_);
-  setup.OutputFile = FileWithParameters(setup.OutputFile, *parameters_, run_);
+  setup.DataFile = WithParameters(setup.DataFile, *parameters_, run);
+  setup.OutputFile = FileWithParameters(setup.OutputFile, *parameters_, run);
   const bool hasLines = !setup.ResultFile.empty();
   if (hasLines) {
-    RunResult run;
-    run.Number = run_ + 1;
-    run.Parameters = ShownParameters(*parameters_, run_, written_.DataFile, setup);
-    if (!answered_.Has(run.Number, ResultBeginning(run))) return false;
+    RunResult result;
+    result.Number = run + 1;
+    result.Parameters = ShownParameters(*parameters_, run, written_.DataFile, setup);
+    if (!answered_.Has(result.Number, ResultBeginning(result))) return false;
     if (setup.OutputFile.empty()) return true;
   } else if (InParameterRun() && setup.OutputFile == written_.OutputFile) {
     return false;
@@ -297,221 +312,109 @@ bool MacroRun::IsAnswered() {
 
 // One run with its line in the file of results. False where it failed.
 bool MacroRun::TryRun() {
-  result_ = RunResult();
-  result_.Number = run_ + 1;
-  if (InSeries()) result_.Series = series_.Names()[run_];
-  ended_ = {};
+  end_ = {};
   TryRunOnce();
-  bool succeeded = ended_ == kRunSuccessful || ended_ == kRunIncomplete;
+  bool succeeded = end_.Summary == kRunSuccessful || end_.Summary == kRunIncomplete;
   if (!succeeded) form_.Yield();  // what failed may have been interrupted
-  if (!succeeded && form_.Aborted) result_.Status = kAborted, result_.Message = "Aborted.";
+  if (!succeeded && form_.Aborted) end_ = {end_.Summary, kAborted, "Aborted."};
   if (results_.IsOpen() && !WriteResult()) succeeded = false;
-  if (result_.Status != 0) status_ = result_.Status;
-  if (!ended_.empty()) log_.FinishRun(InParameterRun() ? run_ + 1 : 0, ended_);
+  if (end_.Status != 0) status_ = end_.Status;
+  if (!end_.Summary.empty()) log_.FinishRun(InParameterRun() ? run_ + 1 : 0, end_.Summary);
   return succeeded;
 }
 
 void MacroRun::TryRunOnce() {
   try {
-    if (InParameterRun()) log_.Line("Beginning Run: " + std::to_string(run_ + 1));
-    if (SubstituteParameters(macro_, *parameters_, run_, session_.Locale, log_)) {
-      RunOnce();
-    } else {
-      FailRun(kParameterFile, std::string(kTooLongText));
-      log_.Asterisks();
-    }
+    if (!Solve() || !writer_.Write(
+                        *current_, [this] { return AsReported(); }, end_))
+      return;
+    if (Current().Setup.StrictStatus) JudgeModels();
+    log_.Asterisks();
   } catch (const std::exception&) {
     // What the run holds makes room for the next one.
-    data_ = unsorted_ = SolveData();
-    diagnoses_ = {};
-    hasModels_ = false;
-    for (const auto& model : macro_.Models) model->CopyInputDataFrom(std::make_shared<const InputPoints>());
+    current_->Clear();
     FailRun(kOtherFailure, std::string(kOutOfMemory));
-    ended_ = kRunOutOfMemory;
+    end_.Summary = kRunOutOfMemory;
     log_.Line(kOutOfMemory);
     log_.Asterisks();
   }
 }
 
-// False where the line could not be written, which fails the run.
-bool MacroRun::WriteResult() {
-  const MacroSetup& setup = macro_.Setup;
-  int error = 0;
-  try {
-    result_.Data = DataSourceText(setup);
-    result_.Parameters = ShownParameters(*parameters_, run_, written_.DataFile, setup);
-    error = results_.Append(
-        (hasModels_ ? ResultLine(result_, macro_.Models, data_, setup, diagnoses_) : ResultLine(result_)) + '\n');
-  } catch (const std::exception&) {
-    error = FileErrorNumber(ENOMEM);
-  }
-  if (error == 0) return true;
-  log_.Fault(ResultFaultText(setup.ResultFile, error));
-  EndRun(kRunFailed, FileErrorStatus(kOutputFile, error), "");
-  log_.Line("File Output Error: " + std::to_string(result_.Status));
-  log_.Asterisks();
-  return false;
+// False where there is nothing to be written.
+bool MacroRun::Solve() {
+  if (!ahead_ || ahead_->State == nullptr || ahead_->IsOutOfMemory) return SolveHere();
+  // Its state becomes the current one, and what was that serves another run.
+  solvedAhead_.swap(ahead_->State);
+  current_ = solvedAhead_.get();
+  log_.Text += ahead_->Log;
+  for (const std::string& text : ahead_->Told) form_.DDEText(text);
+  end_ = std::move(ahead_->End);
+  inputChanged_ = !ahead_->IsSolved;
+  return ahead_->IsSolved;
 }
 
-void MacroRun::NoteChangedInputs() {
-  for (std::size_t f = 0; f < previous_.size(); ++f) {
-    const SubstitutedField& field = SubstitutedFields()[f];
-    const std::string& text = field.In(macro_.Setup);
-    if (!field.IsInput || EqualNoCase(text, previous_[f])) continue;
-    previous_[f] = text;
-    inputChanged_ = true;
+// Puts the parameters into the current state, and solves it anew where they changed anything.
+bool MacroRun::SolveHere() {
+  if (InParameterRun()) log_.Line("Beginning Run: " + std::to_string(run_ + 1));
+  if (!SubstituteParameters(Current(), *parameters_, run_, session_.Locale, log_)) {
+    FailRun(kParameterFile, std::string(kTooLongText));
+    log_.Asterisks();
+    return false;
   }
-  // Another start may lead to the same answer, other bounds don't.
-  std::vector<Box> bounds;
-  for (const auto& model : macro_.Models)
-    if (model->Solve) bounds.push_back(model->Bounds());
-  inputChanged_ = inputChanged_ || bounds != previousBounds_;
-  previousBounds_ = std::move(bounds);
-  // Other quantities don't change the answer, but what is told of it.
-  std::vector<std::vector<DerivedQuantity>> reports;
-  for (const auto& model : macro_.Models) reports.push_back(model->Reports);
-  if (reports != previousReports_) diagnoses_ = {};
-  previousReports_ = std::move(reports);
-}
-
-bool MacroRun::RunOnce() { return SolveOnce() && Write(); }
-
-bool MacroRun::SolveOnce() {
-  NoteChangedInputs();
-  if (inputChanged_ || macro_.Setup.SolveEachRun || InSeries()) {
-    inputChanged_ = hasModels_ = false;
-    diagnoses_ = {};
-    if (!ReadData() || !SolveModels()) return false;
+  const ChangedInputs::Changes changes = ahead_ ? ahead_->Changes : changed_.Note(Current());
+  inputChanged_ = inputChanged_ || changes.Inputs;
+  if (changes.Reports) current_->Diagnoses = {};
+  const RunSite site{.Preferences = session_.Preferences,
+                     .Locale = session_.Locale,
+                     .Series = Series(),
+                     .InTable = InParameterRun(),
+                     .Form = form_,
+                     .Log = log_.Text,
+                     .BeforeWaiting = [this] { log_.Flush(); }};
+  bool solved = true;
+  if (inputChanged_ || Current().Setup.SolveEachRun || InSeries()) {
+    solved = SolveRun(*current_, run_, site, end_);
   } else {
     log_.Line("Input parameters unchanged");
     log_.Line("Solution Complete");
     log_.Line("");
   }
-  if (!Diagnose()) return false;
-  const bool anySolved = std::ranges::any_of(macro_.Models, [](const auto& model) { return model->Solved; });
-  if (!macro_.Setup.RequireSolution || anySolved) return true;
-  log_.Line("Run failed: no model was solved");
-  log_.Asterisks();
-  return FailRun(kNothingSolved, "No model was solved.");
+  solved = solved && JudgeRun(*current_, site, end_);
+  inputChanged_ = !solved;
+  return solved;
 }
 
-bool MacroRun::ReadData() {
-  const MacroSetup& setup = macro_.Setup;
-  data_ = unsorted_ = SolveData();
-  // Nothing of the run before may pass for a result of this one.
-  for (const auto& model : macro_.Models) model->Solved = model->SpecifyICComplete = false;
-  const bool fromDatabase = !setup.SQLQuery.empty();
-  if (InSeries()) {
-    log_.Line("Taking column " + std::to_string(run_ + 1) + " of the series, '" + series_.Names()[run_] + "'");
-  } else if (fromDatabase) {
-    const std::string text = "Performing SQLDriverConnect '" + DataSourceText(setup) + "'";
-    log_.Line(text);
-    Tell(text);
-    log_.Flush();  // whoever looks at a log that doesn't grow sees what is waited for
-  } else {
-    log_.Line(setup.DataFile.empty() ? "Reading the input data file failed, DataFile not specified"
-                                     : "Reading the input data file '" + setup.DataFile + "'");
-    Tell("Reading data file '" + setup.DataFile + "'");
+// False where the line could not be written, which fails the run.
+bool MacroRun::WriteResult() {
+  const MacroSetup& setup = Current().Setup;
+  int error = 0;
+  try {
+    RunResult result;
+    result.Number = run_ + 1;
+    if (InSeries()) result.Series = series_.Names()[run_];
+    result.Status = end_.Status;
+    result.Message = end_.Message;
+    result.Data = DataSourceText(setup);
+    result.Parameters = ShownParameters(*parameters_, run_, written_.DataFile, setup);
+    error = results_.Append((current_->HasModels
+                                 ? ResultLine(result, Current().Models, current_->Data, setup, current_->Diagnoses)
+                                 : ResultLine(result)) +
+                            '\n');
+  } catch (const std::exception&) {
+    error = FileErrorNumber(ENOMEM);
   }
-  DataReading reading = InSeries()     ? ReadingOf(series_.Points(run_, KeepsUnsorted(setup)))
-                        : fromDatabase ? AskDatabase()
-                                       : ReadMacroDataFile(setup, session_.Locale);
-  if (form_.Aborted) {
-    log_.Line("SOLUTION PROCESS ABORTED BY USER.");
-    return false;
-  }
-  if (reading.ErrorNumber == FileErrorNumber(ENOMEM)) throw std::bad_alloc();
-  if (reading.Ok) {
-    data_ = std::move(reading.Data);
-    unsorted_ = std::move(reading.Unsorted);
-    return true;
-  }
-  if (!reading.Message.empty()) log_.Line(reading.Message);
-  log_.Line(fromDatabase ? "Error connecting to or retrieving data from ODBC source"
-                         : "Error reading the input data file");
-  if (reading.Message.empty()) reading.Message = FileErrorText(reading.ErrorNumber);
-  if (reading.Message.empty()) reading.Message = "The data cannot be read.";
-  FailRun(fromDatabase               ? kDatabase
-          : reading.ErrorNumber == 0 ? kDataUnreadable
-                                     : FileErrorStatus(kDataFile, reading.ErrorNumber),
-          reading.Message);
-  if (InParameterRun()) log_.Line("Data Source Error: " + std::to_string(result_.Status));
+  if (error == 0) return true;
+  log_.Fault(ResultFaultText(setup.ResultFile, error));
+  end_ = {kRunFailed, FileErrorStatus(kOutputFile, error), ""};
+  log_.Line("File Output Error: " + std::to_string(end_.Status));
   log_.Asterisks();
   return false;
 }
 
-DataReading MacroRun::AskDatabase() {
-  if (macro_.Setup.ShowProgress) {
-    form_.SetStatusLabel("Reading the database");
-    form_.Show(true);
-  }
-  DataReading reading =
-      ReadMacroDatabase(macro_.Setup, session_.Locale, DatabaseUse::From(session_.Preferences), [this] {
-        form_.Yield();
-        return !form_.Aborted;
-      });
-  if (!reading.Ok) form_.Show(false);
-  return reading;
-}
-
-bool MacroRun::SolveModels() {
-  Tell("Beginning solution process");
-  log_.Line("Solving models");
-  log_.Line("");
-  const bool any = FitModels(form_, macro_.Models, data_, macro_.Setup, session_.Preferences, log_.Text);
-  hasModels_ = any;
-  if (any) return !form_.Aborted;
-  const std::string why = macro_.ModelsCreated > 0 ? "Unrecoverable error encountered during the solution process"
-                                                   : "No valid regression models detected";
-  if (InParameterRun()) {
-    log_.Line(why);
-    log_.Asterisks();
-  }
-  return FailRun(kNoSolution, why);
-}
-
-// Each solution is diagnosed once, and not where nothing tells of it. False where the user ended that.
-bool MacroRun::Diagnose() {
-  const MacroSetup& setup = macro_.Setup;
-  const bool isTold = !EqualNoCase(setup.OutputFormat, "quorvex") || !setup.ResultFile.empty();
-  const bool isReported = !setup.ReportFile.empty();
-  if (!(setup.Diagnostics && isTold) && !isReported) return true;
-  if (!diagnoses_.Models.empty()) return true;
-  diagnoses_ = DiagnoseModels(form_, macro_.Models, data_, setup, session_.Preferences, log_.Text);
-  return !form_.Aborted;
-}
-
-bool MacroRun::Write() {
-  const MacroSetup& setup = macro_.Setup;
-  int error = 0;
-  // The file of results may be all that is wanted.
-  if (!setup.OutputFile.empty() || setup.ResultFile.empty()) {
-    Tell("Writing solution file '" + setup.OutputFile + " '");
-    error = answers_.Write(setup, macro_.Models, data_, unsorted_, diagnoses_);
-    if (error != 0)
-      log_.TellWithoutLog("The output file '" + setup.OutputFile + "' cannot be written. " + FileErrorText(error));
-  }
-  if (error == 0 && !setup.CodeFile.empty()) error = code_.Write(setup, macro_.Models);
-  if (error == 0 && !setup.PlotFile.empty()) error = plots_.Write(setup, macro_.Models, unsorted_);
-  if (error == 0 && !setup.ReportFile.empty())
-    error = reports_.Write(setup, macro_.Models, unsorted_, diagnoses_, AsReported());
-  if (error != 0) {
-    EndRun(kRunFailed, FileErrorStatus(kOutputFile, error),
-           error == kNotDrawn ? "A plot cannot be drawn." : FileErrorText(error));
-    if (!form_.Aborted) log_.Line("File Output Error: " + std::to_string(result_.Status));
-    log_.Asterisks();
-    return false;
-  }
-  EndRun(kRunSuccessful, kSuccess, "");
-  if (setup.StrictStatus) JudgeModels();
-  log_.Asterisks();
-  return true;
-}
-
 // The macro, and what a table has put into it for this run.
 ReportedMacro MacroRun::AsReported() {
-  ReportedMacro reported{MacroWithoutPassword(macro_.Text, written_), ""};
-  for (const auto& [name, value] : ShownParameters(*parameters_, run_, written_.DataFile, macro_.Setup))
+  ReportedMacro reported{MacroWithoutPassword(own_.Given.Text, written_), ""};
+  for (const auto& [name, value] : ShownParameters(*parameters_, run_, written_.DataFile, Current().Setup))
     reported.Note += (reported.Note.empty() ? "With the parameters " : ", ") + name + " = " + value;
   if (!reported.Note.empty()) reported.Note += ".";
   return reported;
@@ -519,24 +422,25 @@ ReportedMacro MacroRun::AsReported() {
 
 // The answers are written; the status tells of those that are missing, or may not be the best.
 void MacroRun::JudgeModels() {
+  const Macro& macro = Current();
   const auto isSolved = [](const auto& model) { return model->Solved; };
   const auto atLimit = [](const auto& model) { return model->Solved && model->Ended == SearchEnd::IterationLimit; };
-  if (macro_.ModelsCreated < macro_.BlockCount)
-    EndRun(kRunIncomplete, kModelFailed,
-           std::to_string(macro_.BlockCount - macro_.ModelsCreated) + " of " + std::to_string(macro_.BlockCount) +
-               " models were not understood.");
-  else if (std::ranges::count_if(macro_.Models, isSolved) < wanted_)
-    EndRun(kRunIncomplete, kModelFailed, "A model was not solved.");
-  else if (std::ranges::any_of(macro_.Models, atLimit))
-    EndRun(kRunIncomplete, kModelAtLimit, "A search ended at the limit of iterations.");
-  if (result_.Status != kSuccess) log_.Line("Strict status " + std::to_string(result_.Status) + ": " + result_.Message);
+  if (macro.ModelsCreated < macro.BlockCount)
+    end_ = {kRunIncomplete, kModelFailed,
+            std::to_string(macro.BlockCount - macro.ModelsCreated) + " of " + std::to_string(macro.BlockCount) +
+                " models were not understood."};
+  else if (std::ranges::count_if(macro.Models, isSolved) < wanted_)
+    end_ = {kRunIncomplete, kModelFailed, "A model was not solved."};
+  else if (std::ranges::any_of(macro.Models, atLimit))
+    end_ = {kRunIncomplete, kModelAtLimit, "A search ended at the limit of iterations."};
+  if (end_.Status != kSuccess) log_.Line("Strict status " + std::to_string(end_.Status) + ": " + end_.Message);
 }
 
 // Some file systems tell only now that a disk is full.
 void MacroRun::CloseResults() {
   const int error = results_.IsOpen() ? results_.Close() : 0;
   if (error == 0) return;
-  log_.Fault(ResultFaultText(macro_.Setup.ResultFile, error));
+  log_.Fault(ResultFaultText(own_.Given.Setup.ResultFile, error));
   if (status_ == kSuccess) status_ = FileErrorStatus(kOutputFile, error);
 }
 
@@ -544,7 +448,7 @@ void MacroRun::TerminateNormally() {
   Tell("Solution process complete");
   CloseResults();
   log_.EndNormally();
-  if (macro_.Setup.ShowMessageBox) form_.ShowMessageBox("Solution process is complete.");
+  if (own_.Given.Setup.ShowMessageBox) form_.ShowMessageBox("Solution process is complete.");
   Tell("Normal termination");
 }
 

@@ -10,15 +10,15 @@ namespace {
 
 class Writer {
  public:
-  Writer(TextFile& file, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
-      : file_(file), data_(data), setup_(setup), diagnoses_(diagnoses) {}
+  Writer(const LineSink& line, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
+      : line_(line), data_(data), setup_(setup), diagnoses_(diagnoses) {}
 
   void Write(const std::vector<ModelClass*>& ranked, const std::vector<const ModelClass*>& unsolved) {
-    for (const std::string& line : HeaderLines(setup_)) file_.WriteLine(line);
-    file_.WriteLine("");
+    for (const std::string& line : HeaderLines(setup_)) line_(line);
+    line_("");
     if (!setup_.Comment.empty()) {
-      file_.WriteLine(Trim(setup_.Comment));
-      file_.WriteLine("");
+      line_(Trim(setup_.Comment));
+      line_("");
     }
     if (setup_.TableDataFile) InputData();
     std::size_t rank = 0;
@@ -33,7 +33,7 @@ class Writer {
       if (!row.empty()) row += setup_.OutputDelimit;
       row += cell;
     }
-    file_.WriteLine(row);
+    line_(row);
   }
 
   void InputData() {
@@ -43,9 +43,9 @@ class Writer {
       heading += (data_.X.size() == 1 ? "X" : "X" + std::to_string(v)) + setup_.OutputDelimit;
     heading += "Y";
     if (setup_.Weighted) heading += setup_.OutputDelimit + "StDev";
-    file_.WriteLine(heading);
-    for (std::size_t i = 0; i < data_.N(); ++i) file_.WriteLine(InputRow(data_, i, setup_));
-    file_.WriteLine("");
+    line_(heading);
+    for (std::size_t i = 0; i < data_.N(); ++i) line_(InputRow(data_, i, setup_));
+    line_("");
   }
 
   void Model(ModelClass& model, std::size_t rank) {
@@ -55,7 +55,7 @@ class Writer {
     for (int n = 1; n < model.FunctionCount(); ++n)
       if (!model.FunctionList(n).empty()) Row({"F" + std::to_string(n), model.FunctionList(n)});
     Row({"Y", model.FunctionList(0)});
-    file_.WriteLine("");
+    line_("");
     Row({"Variable", "Value", "StdErr", "68%", "90%", "95%", "99%"});
     const std::vector<std::string> rows = CoefficientRows(model, setup_);
     for (int i = 1; i <= model.NumDependentVar(); ++i) Row({model.Variables(i), rows[static_cast<std::size_t>(i - 1)]});
@@ -87,7 +87,7 @@ class Writer {
   void Cells(const std::string& name, const std::vector<std::string>& cells) {
     std::string row = Quoted(name);
     for (const std::string& cell : cells) row += setup_.OutputDelimit + Quoted(cell);
-    file_.WriteLine(row);
+    line_(row);
   }
 
   std::string Quoted(const std::string& text) const {
@@ -101,7 +101,7 @@ class Writer {
     const FittedRows rows = TabulateFit(model, data_, setup_);
     if (const std::vector<std::string> columns = TableColumns(setup_); !columns.empty()) {
       Row(columns);
-      for (std::size_t i = 0; i < rows.Error.size(); ++i) file_.WriteLine(TableRow(rows, i, setup_));
+      for (std::size_t i = 0; i < rows.Error.size(); ++i) line_(TableRow(rows, i, setup_));
     }
     if (setup_.TableMinMaxError) {
       Row({"Min_Residual", "Max_Residual"});
@@ -112,7 +112,7 @@ class Writer {
     }
   }
 
-  TextFile& file_;
+  const LineSink& line_;
   const SolveData& data_;
   const MacroSetup& setup_;
   const RunDiagnoses& diagnoses_;
@@ -121,8 +121,8 @@ class Writer {
 }  // namespace
 
 void WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                          const RunDiagnoses& diagnoses, TextFile& file) {
-  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey), UnsolvedModels(models));
+                          const RunDiagnoses& diagnoses, const LineSink& line) {
+  Writer(line, data, setup, diagnoses).Write(RankModels(models, setup.SortKey), UnsolvedModels(models));
 }
 
 }  // namespace quorvex

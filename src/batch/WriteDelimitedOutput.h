@@ -1,8 +1,8 @@
 #pragma once
 
 #include "batch/DiagnosisRows.h"
+#include "batch/LineSink.h"
 #include "batch/MacroSetup.h"
-#include "core/Files.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
 
@@ -12,6 +12,6 @@ namespace quorvex {
 // by the macro's OutputDelimit, without sections and indents. Texts of a diagnosis stand in quotes where they hold the
 // delimiter.
 void WriteDelimitedOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                          const RunDiagnoses& diagnoses, TextFile& file);
+                          const RunDiagnoses& diagnoses, const LineSink& line);
 
 }  // namespace quorvex

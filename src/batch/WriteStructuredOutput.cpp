@@ -10,8 +10,8 @@ namespace {
 
 class Writer {
  public:
-  Writer(TextFile& file, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
-      : file_(file), data_(data), setup_(setup), diagnoses_(diagnoses) {}
+  Writer(const LineSink& line, const SolveData& data, const MacroSetup& setup, const RunDiagnoses& diagnoses)
+      : line_(line), data_(data), setup_(setup), diagnoses_(diagnoses) {}
 
   void Write(const std::vector<ModelClass*>& ranked, const std::vector<const ModelClass*>& unsolved) {
     Line(0, "B_OUTPUT");
@@ -31,7 +31,7 @@ class Writer {
   }
 
  private:
-  void Line(std::size_t indent, std::string_view text) { file_.WriteLine(std::string(indent, ' ').append(text)); }
+  void Line(std::size_t indent, std::string_view text) { line_(std::string(indent, ' ').append(text)); }
   void Value(std::string_view name, const std::string& value) { Line(16, std::string(name) + " = " + value); }
   void Value(std::string_view name, double value) { Value(name, GeneralNumber(value)); }
 
@@ -129,7 +129,7 @@ class Writer {
     }
   }
 
-  TextFile& file_;
+  const LineSink& line_;
   const SolveData& data_;
   const MacroSetup& setup_;
   const RunDiagnoses& diagnoses_;
@@ -138,8 +138,8 @@ class Writer {
 }  // namespace
 
 void WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                           const RunDiagnoses& diagnoses, TextFile& file) {
-  Writer(file, data, setup, diagnoses).Write(RankModels(models, setup.SortKey), UnsolvedModels(models));
+                           const RunDiagnoses& diagnoses, const LineSink& line) {
+  Writer(line, data, setup, diagnoses).Write(RankModels(models, setup.SortKey), UnsolvedModels(models));
 }
 
 }  // namespace quorvex

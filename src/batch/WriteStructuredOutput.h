@@ -1,8 +1,8 @@
 #pragma once
 
 #include "batch/DiagnosisRows.h"
+#include "batch/LineSink.h"
 #include "batch/MacroSetup.h"
-#include "core/Files.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
 
@@ -11,6 +11,6 @@ namespace quorvex {
 // Writes the answers in the structured layout: nested B_ and E_ sections, indented. With the setup's Diagnostics each
 // model's section ends with its diagnosis, and behind them stand those without a solution, and the warnings.
 void WriteStructuredOutput(const ModelCollection& models, const SolveData& data, const MacroSetup& setup,
-                           const RunDiagnoses& diagnoses, TextFile& file);
+                           const RunDiagnoses& diagnoses, const LineSink& line);
 
 }  // namespace quorvex

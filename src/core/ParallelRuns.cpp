@@ -9,6 +9,7 @@
 #include <exception>
 #include <mutex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace quorvex {
@@ -106,17 +107,18 @@ class OrderedRun {
     }
   };
 
-  // As many as may be. False where there are no more tasks.
+  // Many at a time, so that nobody is woken for each. False where there are no more tasks.
   bool PrepareNext() {
-    bool any = false, more = true;
-    while (more && prepared_ < end_ && prepared_ < finished_ + ahead_) {
-      more = !tasks_.Prepare || tasks_.Prepare(prepared_);
+    if (prepared_ - finished_ > ahead_ / 2) return true;
+    std::size_t prepared = prepared_;
+    bool more = true;
+    while (prepared < end_ && prepared < finished_ + ahead_) {
+      more = !tasks_.Prepare || tasks_.Prepare(prepared);
       if (!more) break;
-      const std::lock_guard lock(lock_);
-      ++prepared_;
-      any = true;
+      ++prepared;
     }
-    if (any) more_.notify_all();
+    const std::lock_guard lock(lock_);
+    if (std::exchange(prepared_, prepared) < prepared) more_.notify_all();
     return more;
   }
 
