@@ -73,7 +73,7 @@ echo "  times the hand-written fit: $(ratio "$milliseconds" "$native")"
 echo
 echo "A study of 100,000 rows of 20 points, once: an output file each in one folder, and a line of JSON each"
 { echo "N" && seq 100000; } >"$folder/rows.csv"
-# study NAME STATEMENT: the same fit for each row.
+# study NAME STATEMENT: the same fit for each row, read anew.
 study() {
   cat >"$folder/$1.cfg" <<END
 B_MACRO
@@ -84,7 +84,7 @@ B_MACRO
   LogSummaryOnly = True
   $2
   B_MODEL
-    Y = a*x/(b+x)+0*%N%
+    Y = a*x/(b+x)
     Assign a = 1, Operator = * YMax, Fit = True
     Assign b = 1, Operator = * XAvg, Fit = True
   E_MODEL
@@ -96,6 +96,39 @@ study files "OutputFile = $folder/out/%N%.txt"
 study lines "ResultFile = $folder/all.jsonl"
 report "100,000 output files" 1 "$quorvex" -runcfg "$folder/files.cfg"
 report "100,000 lines" 1 "$quorvex" -runcfg "$folder/lines.cfg"
+grep -q "^100000: Run Successful" "$folder/study.log"
+
+echo
+echo "Side by side, on one thread and on two"
+{ echo "N" && seq 200; } >"$folder/rows.csv"
+"$tools/make_data" 2000 "$folder/middle.txt"
+# threads NAME THREADS: 200 rows of 2,000 points with an output file each; the built-in models on the same points.
+threads() {
+  cat >"$folder/$1.rows.cfg" <<END
+B_MACRO
+  ParameterFile = $folder/rows.csv
+  DataFile = $folder/middle.txt
+  SolveEachRun = True
+  OutputFile = $folder/out/$1.%N%.txt
+  Threads = $2
+  B_MODEL
+    Y = a*x/(b+x)
+    Assign a = 1, Operator = * YMax, Fit = True
+    Assign b = 1, Operator = * XAvg, Fit = True
+  E_MODEL
+E_MACRO
+END
+  macro "$1.models" middle.txt "IndependentVariables = 1
+  Threads = $2"
+}
+for kind in rows models; do
+  threads one 1
+  report "$kind, one thread" 5 "$quorvex" -runcfg "$folder/one.$kind.cfg"
+  one=$milliseconds
+  threads two 2
+  report "$kind, two threads" 5 "$quorvex" -runcfg "$folder/two.$kind.cfg"
+  echo "  times one thread: $(ratio "$milliseconds" "$one")"
+done
 
 echo
 echo "A plate of 384 wells, 200 points each: one macro with DataSeries"
