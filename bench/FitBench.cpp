@@ -36,6 +36,7 @@ void Fit(benchmark::State& state) {
   const SolveData data = Data(fit, count);
   Settings settings;
   settings.DerivativeMethod = static_cast<DerivativeKind>(state.range(1));
+  settings.Threads = 1;
   EqClass model{LocaleText()};
   model.SetID("two exponentials", {fit.Model});
   SolveForm form;

@@ -3,7 +3,8 @@
 // those that every program of the comparison takes:
 //   WORKLOAD   w1, w6: two exponentials; w2: three peaks; w4: all models of CATALOGUE in turn; w5: reading alone
 //   START      start values, separated by commas; not for w4 and w5
-//   VARIANT    central, richardson; built-in (w4): models of the program's own catalogue where it has them
+//   VARIANT    central, richardson, exact; built-in (w4): models of the program's own catalogue where it has them; and
+//              behind a colon the number of threads, 1 where there is none, 0 for all
 //   SUMS       file that receives the number and the residual sum of squares of each model of w4
 //   CATALOGUE  lines of number, kind, count of coefficients, formula and start values, separated by tabs
 // Prints RESULT, median and least time of a fit in seconds, iterations, evaluations (-1: not counted), residual sum of
@@ -172,10 +173,13 @@ int Run(const std::vector<std::string>& arguments) {
     outcome.Iterations = 1;
   } else {
     Settings settings;
-    settings.DerivativeMethod = variant == "richardson" ? DerivativeKind::Richardson
-                                : variant == "exact"    ? DerivativeKind::Exact
-                                                        : DerivativeKind::Central;
-    const std::vector<Task> tasks = Tasks(arguments, variant == "built-in");
+    const std::size_t number = variant.find(':');
+    settings.Threads = number == std::string::npos ? 1 : std::atoi(variant.c_str() + number + 1);
+    const std::string method = variant.substr(0, number);
+    settings.DerivativeMethod = method == "richardson" ? DerivativeKind::Richardson
+                                : method == "exact"    ? DerivativeKind::Exact
+                                                       : DerivativeKind::Central;
+    const std::vector<Task> tasks = Tasks(arguments, method == "built-in");
     for (int i = 0; i < repetitions; ++i) {
       start = Seconds();
       outcome = FitAll(tasks, data, settings);

@@ -31,13 +31,14 @@ std::optional<double> EqClass::RuleQuantity(std::string_view rule, const SolveDa
 
 InputPoints EqClass::InputTable(const SolveData& data) const {
   const std::vector<double>& x = data.X[0];
-  // The points are sorted, so equal X are neighbours: a curve has one value there, whatever was measured.
-  const auto equal = std::adjacent_find(x.begin(), x.end());
-  if (equal == x.end()) return {{x}, data.Y};
   InputPoints points{{{}}, {}};
-  ReserveLarge(points.X[0], x.size());
-  ReserveLarge(points.Y, x.size());
-  for (std::vector<double>* column : {&points.X[0], &points.Y}) column->reserve(x.size());
+  for (std::vector<double>* column : {&points.X[0], &points.Y}) ReserveLarge(*column, x.size());
+  // The points are sorted, so equal X are neighbours: a curve has one value there, whatever was measured.
+  if (std::adjacent_find(x.begin(), x.end()) == x.end()) {
+    points.X[0] = x;
+    points.Y = data.Y;
+    return points;
+  }
   for (std::size_t i = 0; i < x.size(); ++i) {
     if (i > 0 && x[i] == x[i - 1]) continue;
     points.X[0].push_back(x[i]);

@@ -7,39 +7,43 @@
 
 namespace quorvex {
 
-NormalEquations::NormalEquations(const std::vector<int>& ia) : weighted_(kBlock) {
+NormalEquations::NormalEquations(const std::vector<int>& ia) {
   for (std::size_t l = 0; l < ia.size(); ++l)
     if (ia[l] != 0) free_.push_back(l);
   columns_.resize(free_.size() + 1);
+  weighted_.resize(columns_.size());
+  blocks_.resize(columns_.size());
 }
 
-const double* NormalEquations::Weighted(const double* values, const double* sig, std::size_t n) {
+const double* NormalEquations::Weighted(std::size_t column, const double* values, const double* sig, std::size_t n) {
   if (sig == nullptr) return values;
-  BinaryOverBlock(kMultiply, {values, 0}, {sig, 0}, n, weighted_.data());
-  return weighted_.data();
+  std::vector<double>& block = blocks_[column];
+  block.resize(kBlock);
+  BinaryOverBlock(kMultiply, {values, 0}, {sig, 0}, n, block.data());
+  return block.data();
 }
 
 double NormalEquations::SumSquares(const double* dy, const double* sig, std::size_t n) {
-  return BlockDot(Weighted(dy, sig, n), dy, n);
+  return BlockDot(dy, Weighted(free_.size(), dy, sig, n), n);
 }
 
 void NormalEquations::SumBlock(const double* dy, const double* sig, const double* const* dyda, std::size_t n,
                                double* sums) {
-  sums[0] = SumSquares(dy, sig, n);
-  for (std::size_t j = 0; j < free_.size(); ++j) columns_[j] = dyda[free_[j]];
-  // The last row first: what it needs beyond the row before makes room for the residuals.
-  for (std::size_t j = free_.size(); j-- > 0;) {
-    columns_[j + 1] = dy;
-    BlockDots(Weighted(columns_[j], sig, n), columns_.data(), j + 2, n, sums + 1 + j * (j + 3) / 2);
+  const std::size_t last = free_.size();
+  for (std::size_t j = 0; j <= last; ++j) {
+    columns_[j] = j < last ? dyda[free_[j]] : dy;
+    weighted_[j] = Weighted(j, columns_[j], sig, n);
   }
+  for (std::size_t j = 0; j < last; ++j, sums += j) BlockDots(weighted_[j], columns_.data(), j + 1, n, sums);
+  // The gradient, and the merit function.
+  BlockDots(dy, weighted_.data(), last + 1, n, sums);
 }
 
 void NormalEquations::Take(std::span<const double> sums, Matrix& alpha, std::vector<double>& beta) const {
-  const double* at = sums.data() + 1;
-  for (std::size_t j = 0; j < free_.size(); ++j) {
+  const double* at = sums.data();
+  for (std::size_t j = 0; j < free_.size(); ++j)
     for (std::size_t k = 0; k <= j; ++k) alpha(j, k) = alpha(k, j) = *at++;
-    beta[j] = *at++;
-  }
+  for (std::size_t j = 0; j < free_.size(); ++j) beta[j] = *at++;
 }
 
 }  // namespace quorvex

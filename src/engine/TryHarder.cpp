@@ -129,7 +129,7 @@ std::string HarderFit::WhyDoubtful() {
   if (model_.Ended == SearchEnd::IterationLimit) return "the search did not converge";
   if (model_.RssNorm > 0 && model_.RssNorm >= model_.RST) return "the solution is no better than a constant";
   const std::vector<double> all = model_.CoefficientValues;
-  WeightedResiduals residuals(model_, data_, form_);
+  WeightedResiduals residuals(model_, data_, form_, settings_.Threads);
   const std::vector<double> a = residuals.FreeOf(all);
   const bool determined = DeterminationAt(residuals, a).ReciprocalCondition >= kUndetermined;
   model_.CoefficientValues = all;
@@ -271,7 +271,7 @@ void HarderFit::FromSamples(const std::vector<std::vector<double>>& samples, con
 // nothing was found that is better than what was there before.
 bool HarderFit::Accept() {
   if (best_.How.empty()) return false;
-  WeightedResiduals residuals(model_, data_, form_);
+  WeightedResiduals residuals(model_, data_, form_, settings_.Threads);
   if (data_.N() > kSearchPoints) {
     // The searches had some of the points alone.
     const TrustRegionEnd end = SearchFrom(residuals, best_.a, {.FirstRadius = 1, .Iterations = kIterations}, false);
@@ -310,7 +310,7 @@ bool HarderFit::Accept() {
 // The best found as it stands, with statistics of its own, where the ordinary search has no way to begin there.
 bool HarderFit::AcceptAsFound(const std::vector<double>& all) {
   model_.CoefficientValues = all;
-  WeightedResiduals residuals(model_, data_, form_);
+  WeightedResiduals residuals(model_, data_, form_, settings_.Threads);
   const Determination determination = DeterminationAt(residuals, best_.a);
   model_.CoefficientValues = all;
   model_.Variances.assign(all.size(), 0.0);

@@ -30,8 +30,8 @@ double Norm(std::span<const double> values) {
   return std::ldexp(length.fraction, length.exponent);
 }
 
-WeightedResiduals::WeightedResiduals(ModelClass& model, const SolveData& data, SolveForm& form)
-    : model_(model), data_(data), form_(form) {
+WeightedResiduals::WeightedResiduals(ModelClass& model, const SolveData& data, SolveForm& form, int threads)
+    : model_(model), data_(data), form_(form), team_(std::make_unique<BlockTeam>(model, data.N(), threads)) {
   for (int i = 1; i <= model.NumDependentVar(); ++i)
     if (!model.IsHeld(i)) free_.push_back(i);
   for (const int i : free_) {
@@ -64,16 +64,23 @@ void WeightedResiduals::Put(std::span<const double> a) {
 bool WeightedResiduals::Fitted(std::span<const double> a, std::vector<double>& f) {
   Put(a);
   f.resize(PointCount());
-  std::array<double, kMostIndependentVariables> x{};
-  for (std::size_t first = 0; first < f.size(); first += kBlock) {
-    if (form_.Aborted) return false;
-    form_.Pulse();
-    if (form_.Aborted) return false;
-    const std::size_t end = std::min(first + kBlock, f.size());
-    if (!model_.EvaluateBlock(data_.X, first, end - first, &f[first]))
-      for (std::size_t i = first; i < end; ++i)
-        if (!model_.Evaluate(data_.Point(i, x), f[i])) return false;
-  }
+  const auto goOn = [&] {
+    if (!form_.Aborted) form_.Pulse();
+    return !form_.Aborted;
+  };
+  const auto compute = [&](std::size_t member, std::size_t block, std::size_t) {
+    ModelClass& model = team_->Model(member);
+    const std::size_t first = block * kBlock, end = std::min(first + kBlock, f.size());
+    if (model.EvaluateBlock(data_.X, first, end - first, &f[first])) return true;
+    std::array<double, kMostIndependentVariables> x{};
+    for (std::size_t i = first; i < end; ++i)
+      if (!model.Evaluate(data_.Point(i, x), f[i])) return false;
+    return true;
+  };
+  // Each value has a place of its own already.
+  team_->ShareCoefficients();
+  if (team_->Run(team_->Slots(1), goOn, compute, [](std::size_t, std::size_t) { return true; }) * kBlock < f.size())
+    return false;
   for (std::size_t i = 0; i < f.size(); ++i) f[i] *= root_[i];
   return AllFinite(f);
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "core/SolveData.h"
+#include "engine/BlockTeam.h"
 #include "engine/SolveForm.h"
 #include "linear/MinimizeInBox.h"
 #include "linear/SvdDecompose.h"
@@ -22,8 +24,9 @@ class ModelClass;
 // aborted.
 class WeightedResiduals {
  public:
-  // The model has its input statistics by then, which its text may name.
-  WeightedResiduals(ModelClass& model, const SolveData& data, SolveForm& form);
+  // The model has its input statistics by then, which its text may name. `threads` as Settings::Threads counts them;
+  // the numbers are the same for any.
+  WeightedResiduals(ModelClass& model, const SolveData& data, SolveForm& form, int threads = 1);
 
   std::size_t PointCount() const { return wy_.size(); }
   std::size_t FreeCount() const { return free_.size(); }
@@ -53,6 +56,7 @@ class WeightedResiduals {
   ModelClass& model_;
   const SolveData& data_;
   SolveForm& form_;
+  std::unique_ptr<BlockTeam> team_;
   double unit_ = 1;
   Box box_;
   std::vector<int> free_;     // numbers of the free coefficients, from 1

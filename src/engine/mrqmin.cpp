@@ -363,12 +363,13 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
                               &ofBlocks[slot * size]);
     return true;
   };
+  chisq = 0;
   const auto take = [&](std::size_t slot) {
     for (std::size_t k = 0; k < size; ++k) sums[k] += ofBlocks[slot * size + k];
-    return !(givesUp_ && sums[0] >= limit && sums[0] < kFarOff * limit && AllFinite(sums));
+    chisq = sums.back();
+    return !(givesUp_ && chisq >= limit && chisq < kFarOff * limit && AllFinite(sums));
   };
   const Pass pass = OverBlocks(a, slots, compute, take);
-  chisq = sums[0];
   if (pass != Pass::Complete) return pass;
   if (!AllFinite(sums)) throw NumericFault();
   members_[0].Equations.Take(sums, alpha, beta);
