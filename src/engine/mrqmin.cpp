@@ -43,6 +43,8 @@ LevenbergMarquardt::LevenbergMarquardt(BlockTeam& team, const SolveData& data, D
       data_(data),
       derivativeMethod_(derivativeMethod),
       form_(form),
+      costly_(model_.UserType && !model_.TakesTypedDerivatives() &&
+              !(derivativeMethod == DerivativeKind::Exact && model_.HasExactDerivatives())),
       bounded_(model_.HasBounds()),
       box_(bounded_ ? model_.Bounds() : Box()),
       open_(box_.Lower.size(), false) {
@@ -157,7 +159,7 @@ bool LevenbergMarquardt::Judge(std::vector<double>& a, const std::vector<int>& i
 
 // Whether values alone are to be computed first.
 bool LevenbergMarquardt::ExpectsRejection(const std::vector<double>& a, const std::vector<int>& ia) const {
-  if (!givesUp_ || !(rejected_ || gain_ < kLittle)) return false;
+  if (!givesUp_ || !(rejected_ || (costly_ && gain_ < kLittle))) return false;
   for (std::size_t l = 0; bounded_ && l < a.size(); ++l)
     if (MeetsBound(a, ia, l)) return false;
   return true;

@@ -43,11 +43,11 @@ class SolveForm;
 // run, on every machine and on any number of threads, whether a block was computed as one or point by point.
 //
 // A trial is given up at the first block where its merit function is no smaller than the best. Where a trial is likely
-// to be rejected, after one that was and where little is left to gain, its values are computed first and its
-// derivatives only if it is better. What would end the search, a point without a derivative or a sum out of range, a
-// trial that was given up no longer meets; so far off trials are computed to their end, as is one that comes to a
-// bound, which may turn out to be open. Models that draw random numbers are, too, for the sake of the numbers that
-// follow.
+// to be rejected, after one that was, and for costly derivatives where little is left to gain, its values are computed
+// first and its derivatives only if it is better. What would end the search, a point without a derivative or a sum out
+// of range, a trial that was given up no longer meets; so far off trials are computed to their end, as is one that
+// comes to a bound, which may turn out to be open. Models that draw random numbers are, too, for the sake of the
+// numbers that follow.
 class LevenbergMarquardt {
  public:
   // The team's model; `derivativeMethod` counts for models that are not built in.
@@ -98,6 +98,7 @@ class LevenbergMarquardt {
   const DerivativeKind derivativeMethod_;
   SolveForm& form_;
   std::vector<Member> members_;
+  bool costly_;            // derivatives take many times the values
   bool weighted_ = false;  // the weights are not all 1
   bool givesUp_ = false;   // no block can make the merit function smaller, and none depends on those before it
 
