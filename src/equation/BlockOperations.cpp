@@ -56,13 +56,6 @@ void Over(const BlockOperand& a, const BlockOperand& b, std::size_t n, double* o
   WithShape(a, [&](auto x) { WithShape(b, [&](auto y) { Loop<Operation>(n, out, x, y); }); });
 }
 
-template <class Operation>
-void Over(const BlockOperand& a, const BlockOperand& b, const BlockOperand& c, std::size_t n, double* out, Operation) {
-  WithShape(a, [&](auto x) {
-    WithShape(b, [&](auto y) { WithShape(c, [&](auto z) { Loop<Operation>(n, out, x, y, z); }); });
-  });
-}
-
 // 1/x for a power of two whose inverse is one, too, else 0. Multiplied by that, which is quick, a number gives what it
 // gives divided by x.
 double InverseOfPowerOfTwo(double x) {
@@ -180,24 +173,6 @@ void BinaryOverBlock(int code, const BlockOperand& a, const BlockOperand& b, std
     default:
       for (std::size_t i = 0; i < n; ++i) out[i] = BinaryOperation(code, a.At(i), b.At(i));
   }
-}
-
-void AddProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
-                         double* out) {
-  Over(sum, a, b, n, out, [](double s, double x, double y) { return s + x * y; });
-}
-
-void SubtractProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
-                              double* out) {
-  Over(sum, a, b, n, out, [](double s, double x, double y) { return s - x * y; });
-}
-
-void QuotientOverBlock(const double* above, const double* below, double divisor, std::size_t n, double* out) {
-  const BlockOperand x{above, 0}, y{below, 0};
-  if (const double inverse = InverseOfPowerOfTwo(divisor); inverse != 0)
-    Over(x, y, {nullptr, inverse}, n, out, [](double v, double w, double factor) { return (v - w) * factor; });
-  else
-    Over(x, y, {nullptr, divisor}, n, out, [](double v, double w, double by) { return (v - w) / by; });
 }
 
 void FunctionOverBlock(int code, const BlockOperand (&arguments)[3], std::size_t n, double* out) {

@@ -18,14 +18,4 @@ void UnaryOverBlock(int code, const BlockOperand& a, std::size_t n, double* out)
 void BinaryOverBlock(int code, const BlockOperand& a, const BlockOperand& b, std::size_t n, double* out);
 void FunctionOverBlock(int code, const BlockOperand (&arguments)[3], std::size_t n, double* out);
 
-// out[i] = sum[i] + a[i] * b[i] and sum[i] - a[i] * b[i], each operation rounded by itself; `out` may be one of the
-// operands.
-void AddProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
-                         double* out);
-void SubtractProductOverBlock(const BlockOperand& sum, const BlockOperand& a, const BlockOperand& b, std::size_t n,
-                              double* out);
-
-// out[i] = (above[i] - below[i]) / divisor; `out` may be one of the operands.
-void QuotientOverBlock(const double* above, const double* below, double divisor, std::size_t n, double* out);
-
 }  // namespace quorvex
