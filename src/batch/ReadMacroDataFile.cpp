@@ -51,14 +51,14 @@ void TakeDelimiters(std::string_view line, DelimitedFormat& format) {
 
 }  // namespace
 
-DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, std::size_t piece) {
+DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, int threads, std::size_t piece) {
   DataReading reading;
   const auto fail = [&](int error) {
     reading.ErrorNumber = error;
     if (error != kFileNotFound && !setup.DataFile.empty()) reading.Message = FileErrorText(error);
     return std::move(reading);
   };
-  const int threads = ThreadCount(setup.Threads);
+  threads = ThreadCount(threads);
   FileLines file(piece * static_cast<std::size_t>(threads));
   if (const int error = file.Open(setup.DataFile); error != 0) return fail(error);
 

@@ -10,8 +10,10 @@
 namespace quorvex {
 
 // Reads `DataFile` as the setup says: its delimiters, first line, column order and marker of missing data. Pieces of
-// the file are in memory one at a time; their size has no influence on what is read.
-DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, std::size_t piece = FileLines::kPiece);
+// the file are in memory one at a time; neither their size nor the number of threads, as in ThreadCount, has an
+// influence on what is read.
+DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, int threads = 1,
+                              std::size_t piece = FileLines::kPiece);
 
 // What came of reading it as a series.
 struct SeriesReading {

@@ -62,7 +62,7 @@ DataReading Solving::Read(std::size_t run) {
   Line(setup_.DataFile.empty() ? "Reading the input data file failed, DataFile not specified"
                                : "Reading the input data file '" + setup_.DataFile + "'");
   Tell("Reading data file '" + setup_.DataFile + "'");
-  return ReadMacroDataFile(setup_, site_.Locale);
+  return ReadMacroDataFile(setup_, site_.Locale, site_.Preferences.Threads);
 }
 
 bool Solving::ReadData(std::size_t run) {

@@ -41,8 +41,7 @@ TEST(ReadMacroDataFile, ReadsTheSameWhateverTheSizeOfThePieces) {
     setup.MissingData = "NA";
     const DataReading whole = ReadMacroDataFile(setup, LocaleText());
     for (const std::size_t piece : {1, 2, 3, 7, 64, 1000}) {
-      setup.Threads = piece < 64 ? 1 : 3;
-      const DataReading reading = ReadMacroDataFile(setup, LocaleText(), piece);
+      const DataReading reading = ReadMacroDataFile(setup, LocaleText(), piece < 64 ? 1 : 3, piece);
       EXPECT_EQ(reading.Message, c.Message) << c.Order;
       EXPECT_EQ(reading.Data.N(), c.Points) << c.Order << ' ' << piece;
       EXPECT_EQ(reading.Ok, whole.Ok);
@@ -57,14 +56,13 @@ TEST(ReadMacroDataFile, ReadsTheSameWhateverTheSizeOfThePieces) {
 TEST(ReadMacroDataFile, GivesNoPointsOfAFileThatFailsOnTheWay) {
   const TemporaryFolder folder;
   MacroSetup setup;
-  setup.Threads = 1;
   std::string text;
   for (int i = 0; i < 100; ++i) text += "1\t2\n";
   setup.DataFile = folder.Write("data.txt", text);
   for (int failing = 1; failing <= 4; ++failing) {
     int made = 0;
     const FileCalls calls([&](std::string_view call) { return call == "read" && ++made == failing ? EIO : 0; });
-    const DataReading reading = ReadMacroDataFile(setup, LocaleText(), 100);
+    const DataReading reading = ReadMacroDataFile(setup, LocaleText(), 1, 100);
     EXPECT_FALSE(reading.Ok);
     EXPECT_EQ(reading.ErrorNumber, 57);
     EXPECT_EQ(reading.Message, "The device reports an error.");
@@ -76,7 +74,7 @@ TEST(ReadMacroDataFile, GivesNoPointsOfAFileThatFailsOnTheWay) {
     done = done || call == "read";
     return 0;
   });
-  EXPECT_EQ(ReadMacroDataFile(setup, LocaleText(), 100).Message, "The file became shorter while it was read.");
+  EXPECT_EQ(ReadMacroDataFile(setup, LocaleText(), 1, 100).Message, "The file became shorter while it was read.");
 }
 
 }  // namespace
