@@ -118,7 +118,7 @@ void Reword(QString& html) {
   html.replace("<figcaption>", "<p class=\"about\">").replace("</figcaption>", "</p>");
   html.replace("<table>", "<table cellspacing=\"0\">");
   html.replace("<th scope=\"row\">", "<th align=\"left\">").replace("<th scope=\"col\">", "<th align=\"left\">");
-  html.replace(" class=\"number\"", " align=\"right\"").replace("\n</code>", "</code>");
+  html.replace(" class=\"number\"", " align=\"right\" style=\"white-space: nowrap\"").replace("\n</code>", "</code>");
 }
 
 // What stands by itself between the margins: a paragraph or a table.
