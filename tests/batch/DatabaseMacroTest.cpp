@@ -48,6 +48,31 @@ TEST(DatabaseMacro, QueriesAndEndsAsTold) {
   }
 }
 
+TEST(DatabaseMacro, LeavesTheSameOnAnyNumberOfThreads) {
+  std::string rows = "N,Q\n", expected;
+  for (int n = 3; n <= 40; ++n) rows += std::to_string(n) + (n == 9 ? ",nothing\n" : ",y\n");
+  for (const char* threads : {"1", "4"}) {
+    Program program;
+    const std::string connect = "Driver=SQLite3;NoCreat=0;Database=" + program.Folder.Path("lab.db");
+    ASSERT_TRUE(QueryDatabase(connect, "CREATE TABLE line (x REAL, y REAL)"));
+    for (int i = 1; i <= 40; ++i)
+      ASSERT_TRUE(QueryDatabase(
+          connect, "INSERT INTO line VALUES (" + std::to_string(i) + ", " + std::to_string(i * i % 7 + 2 * i) + ")"));
+    program.Folder.Write("rows.csv", rows);
+    EXPECT_EQ(
+        program.RunMacro("B_MACRO\nHandShake = UseDDE\nParameterFile = @rows.csv\nThreads = " + std::string(threads) +
+                         "\nDataFile = Driver=SQLite3;Database=@lab.db\n"
+                         "SQLQuery = SELECT x, %Q% FROM line WHERE x <= %N%\nResultFile = @all.jsonl\n"
+                         "LogFile = @run.log\nB_MODEL\nY=a*x+b\nE_MODEL\nB_MODEL\nY=a*x^b\nE_MODEL\nE_MACRO\n"),
+        160);
+    const std::string left =
+        program.WithoutFolder(program.Out) + program.Log() + program.WithoutFolder(program.Folder.Read("all.jsonl"));
+    EXPECT_NE(left.find("38: Run Successful"), std::string::npos) << left;
+    if (expected.empty()) expected = left;
+    EXPECT_EQ(left, expected);
+  }
+}
+
 TEST(DatabaseMacro, SparesTheDatabase) {
   Program program;
   const std::string file = program.Folder.Path("lab.db"), create = "NoCreat=0;Driver=SQLite3;Database=" + file;
