@@ -98,7 +98,8 @@ int RunsAhead::Threads(const RunState& state, const ParameterTable& table, std::
   // A user who watches a run pauses the fit that is shown, and there is one at a time.
   if (setup.ShowProgress || setup.ShowMessageBox) return 1;
   // A model that draws random numbers, or recalls a value of another point, goes on where the run before ended.
-  if (std::ranges::any_of(state.Given.Models, [](const auto& model) { return model->Solve && !model->RunsOverBlocks(); }))
+  if (std::ranges::any_of(state.Given.Models,
+                          [](const auto& model) { return model->Solve && !model->RunsOverBlocks(); }))
     return 1;
   return ThreadCount(session.Preferences.Threads);
 }
