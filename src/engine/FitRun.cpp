@@ -1,12 +1,17 @@
 #include "engine/FitRun.h"
 
 #include <algorithm>
+#include <memory>
+#include <stop_token>
+#include <utility>
 
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "core/ParallelRuns.h"
 #include "engine/InformationCriteria.h"
 #include "engine/ModelClass.h"
+#include "engine/SideForm.h"
 #include "engine/TypedDerivatives.h"
 #include "engine/mrqmin.h"
 
@@ -231,8 +236,8 @@ std::optional<FitRun::Search> FitRun::FitOneSet(std::vector<double>& a) {
   return search;
 }
 
-// Searches from each start in turn and keeps the solution with the smallest RSS, the first of equal ones. The degrees
-// of freedom, ResSum, ResAvg, Durbin and RST stay those of the last solution computed.
+// Searches from each start and keeps the solution with the smallest RSS, the first of equal ones. The degrees of
+// freedom, ResSum, ResAvg, Durbin and RST stay those of the last solution computed.
 bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
   model_.SweepRows.clear();
   struct Solution {
@@ -241,33 +246,22 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
   };
   std::vector<Solution> solutions;
   Line("Beginning non-linear iterations");
-  for (std::size_t k = 0; k < sets.size();) {
-    std::vector<double> a = sets[k];
-    BringInside(a);
-    const std::vector<double> start = a;
-    ShowParameters(a);
-    std::optional<Search> search;
-    try {
-      // A start that breaks down costs its own row of the sweep and not the sweep.
-      search = FitOneSet(a);
-    } catch (const NumericFault&) {
-      if (form_.Aborted) return false;
-      ++k;
-      continue;
+  // Of the set that the model was just fitted from.
+  const auto keep = [&](const SetEnd& set) {
+    if (set.Ended != SetEnd::How::Solved) return;
+    model_.SweepRows.push_back(
+        {set.Start, model_.CoefficientValues, model_.RSS, model_.R2Adjust, model_.R2, model_.StdErr, model_.RssNorm});
+    solutions.push_back({model_.Variances, set.Search});
+  };
+  constexpr std::size_t kShort = 2000;  // points of all sets, for which threads would be begun in vain
+  if (sets.size() * data_.N() >= kShort && ThreadCount(settings_.Threads) > 1 && model_.RunsOverBlocks()) {
+    if (!SweepSideBySide(sets, keep)) return false;
+  } else {
+    for (std::size_t k = 0; k < sets.size(); ++k) {
+      const SetEnd set = FitSet(k, sets[k]);
+      if (set.Ended == SetEnd::How::Aborted) return false;
+      keep(set);
     }
-    if (!search || form_.Aborted) return false;
-    Line("IC Set " + std::to_string(k + 1) + ": Final residual change = " + GeneralNumber(search->change));
-    Store(a, search->covar);
-    if (!model_.GetGoodnessOfFit(data_, FittedCount(model_), form_)) {
-      if (form_.Aborted) return false;
-      // The set is tried again: only an abort ends a set that keeps failing.
-      LineAndBlank("Solution rejected based on poor goodness of fit statics.");
-      continue;
-    }
-    Line("Residual Sum of Squares = " + GeneralNumber(model_.RSS));
-    model_.SweepRows.push_back({start, a, model_.RSS, model_.R2Adjust, model_.R2, model_.StdErr, model_.RssNorm});
-    solutions.push_back({model_.Variances, search->ended});
-    ++k;
   }
   const std::vector<SweepRow>& rows = model_.SweepRows;
   Line(std::to_string(rows.size()) + " of " + std::to_string(sets.size()) + " IC's successful, determining best fit.");
@@ -285,6 +279,107 @@ bool FitRun::FitSweep(const std::vector<std::vector<double>>& sets) {
   ReportBounds();
   LineAndBlank("Solution Complete");
   return true;
+}
+
+// A set that a twin of the model is fitted from.
+struct FitRun::SetOfTwin {
+  explicit SetOfTwin(const SideWishes& wishes) : Form(wishes) {}
+  SideForm Form;
+  SetEnd End;
+  std::string Log, ErrorMessage;
+  FitResult Left;
+};
+
+// Each set by a twin of its own. What a search leaves in the model is brought there in the order of the sets, with its
+// lines of the log, so that all is as if they had been fitted in turn.
+bool FitRun::SweepSideBySide(const std::vector<std::vector<double>>& sets,
+                             const std::function<void(const SetEnd&)>& keep) {
+  constexpr std::size_t kAhead = 1000;  // sets that are kept while an earlier one takes longer
+  const std::unique_ptr<const ModelClass> start = model_.CopyTo();
+  const bool byTypedDerivatives = model_.typed_ != nullptr;
+  Settings each = settings_;
+  each.Threads = std::max(1, ThreadCount(settings_.Threads) / static_cast<int>(std::min(sets.size(), kAhead)));
+  SideWishes wishes(form_);
+  std::vector<std::unique_ptr<SetOfTwin>> twins(sets.size());
+  std::size_t taken = 0;
+  OrderedTasks tasks{.Count = sets.size(), .Ahead = std::min(sets.size(), kAhead)};
+  tasks.Prepare = [&](std::size_t k) {
+    twins[k] = std::make_unique<SetOfTwin>(wishes);
+    return true;
+  };
+  tasks.Do = [&](std::size_t k, std::stop_token stop) {
+    SetOfTwin& set = *twins[k];
+    set.Form.Start(std::move(stop));
+    const std::unique_ptr<ModelClass> twin = start->CopyTo();
+    twin->NumIterations = 0;  // a search that breaks down at once leaves the count of the one before
+    if (byTypedDerivatives) {
+      twin->typed_ = TypedDerivatives::Compile(*twin);
+      twin->typed_->TakeStatistics(*twin);
+    }
+    set.End = FitRun(*twin, data_, each, set.Log, set.Form).FitSet(k, sets[k]);
+    set.ErrorMessage = std::move(twin->ErrorMessage);
+    set.Left = std::move(static_cast<FitResult&>(*twin));
+  };
+  tasks.Finish = [&](std::size_t k) {
+    twins[k]->Form.ShowOn(form_);
+    TakeSet(*twins[k]);
+    keep(twins[k]->End);
+    twins[k].reset();
+    ++taken;
+    return true;
+  };
+  tasks.KeepGoing = [&] {
+    if (twins[taken]) twins[taken]->Form.ShowOn(form_);
+    return wishes.Hear(form_);
+  };
+  if (RunInOrder(tasks, settings_.Threads)) return true;
+  if (twins[taken]) log_ += twins[taken]->Log;  // as far as it went when it was aborted
+  return false;
+}
+
+void FitRun::TakeSet(SetOfTwin& set) {
+  log_ += set.Log;
+  FitResult& own = model_;
+  const int iterations = set.Left.NumIterations > 0 ? set.Left.NumIterations : own.NumIterations;
+  if (set.End.Ended == SetEnd::How::Solved) {
+    set.Left.SweepRows = std::move(own.SweepRows);
+    own = std::move(set.Left);
+  } else {
+    own.CoefficientValues = std::move(set.Left.CoefficientValues);
+  }
+  own.NumIterations = iterations;
+  model_.ErrorMessage = std::move(set.ErrorMessage);
+}
+
+// Searches from set k. One whose solution has no statistics is searched from again: only an abort ends a set that keeps
+// failing.
+FitRun::SetEnd FitRun::FitSet(std::size_t k, const std::vector<double>& set) {
+  SetEnd end;
+  for (;;) {
+    std::vector<double> a = set;
+    BringInside(a);
+    end.Start = a;
+    ShowParameters(a);
+    std::optional<Search> search;
+    try {
+      search = FitOneSet(a);
+    } catch (const NumericFault&) {
+      // A start that breaks down costs its own row of the sweep and not the sweep.
+      if (!form_.Aborted) end.Ended = SetEnd::How::BrokeDown;
+      return end;
+    }
+    if (!search || form_.Aborted) return end;
+    Line("IC Set " + std::to_string(k + 1) + ": Final residual change = " + GeneralNumber(search->change));
+    Store(a, search->covar);
+    if (model_.GetGoodnessOfFit(data_, FittedCount(model_), form_, Team())) {
+      Line("Residual Sum of Squares = " + GeneralNumber(model_.RSS));
+      end.Search = search->ended;
+      end.Ended = SetEnd::How::Solved;
+      return end;
+    }
+    if (form_.Aborted) return end;
+    LineAndBlank("Solution rejected based on poor goodness of fit statics.");
+  }
 }
 
 void FitRun::Take(const SweepRow& row) {

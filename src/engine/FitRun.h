@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,11 +38,22 @@ class FitRun {
     Matrix covar;
   };
 
+  // What a set of initial estimates led to.
+  struct SetEnd {
+    enum class How { Solved, BrokeDown, Aborted } Ended = How::Aborted;
+    std::vector<double> Start;
+    SearchEnd Search = SearchEnd::Converged;  // of a solved one
+  };
+  struct SetOfTwin;
+
   bool EnoughPoints();
   bool BoundsStand();
   void TakeStart();
   bool FitOneStart();
   bool FitSweep(const std::vector<std::vector<double>>& sets);
+  bool SweepSideBySide(const std::vector<std::vector<double>>& sets, const std::function<void(const SetEnd&)>& keep);
+  SetEnd FitSet(std::size_t k, const std::vector<double>& set);
+  void TakeSet(SetOfTwin& set);
   std::optional<Search> FitOneSet(std::vector<double>& a);
   void Take(const SweepRow& row);
   bool Judge(int numcoef, SolveForm& form);

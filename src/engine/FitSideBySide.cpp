@@ -1,80 +1,16 @@
 #include "engine/FitSideBySide.h"
 
 #include <algorithm>
-#include <array>
-#include <atomic>
 #include <deque>
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <stop_token>
 #include <utility>
 
 #include "core/ParallelRuns.h"
+#include "engine/SideForm.h"
 
 namespace quorvex {
 namespace {
-
-// What the user does with the form, as the threads hear of it.
-struct Wishes {
-  std::atomic<int> Pauses = 0;
-  std::atomic<bool> ShowDetail = false;
-};
-
-// The form of one of the fits: it keeps the texts that the user's form is to show.
-class SideForm final : public SolveProgress {
- public:
-  explicit SideForm(const Wishes& wishes) : wishes_(wishes) {}
-
-  // On the thread of the fit, before it.
-  void Start(std::stop_token stop) {
-    stop_ = std::move(stop);
-    pauses_ = wishes_.Pauses;
-    Pulse();
-  }
-  void Yield() override { Pulse(); }
-  void Pulse() override {
-    Aborted = Aborted || stop_.stop_requested();
-    if (std::exchange(pauses_, wishes_.Pauses.load()) != pauses_) Paused = true;
-    ShowDetail = wishes_.ShowDetail;
-  }
-
-  void ShowConverging(bool running) override { Keep(running_, running); }
-  void SetStatusLabel(const std::string& text) override { Keep(status_, text); }
-  void SetIterationLabel(const std::string& text) override { Keep(iteration_, text); }
-  void SetResidualLabel(const std::string& text) override { Keep(residual_, text); }
-  void SetDeltaLabel(const std::string& text) override { Keep(delta_, text); }
-  void SetParameterLabel(int index, const std::string& text) override {
-    Keep(parameters_[static_cast<std::size_t>(index - 1)], text);
-  }
-
-  // On the thread of the user's form: shows there what has changed.
-  void ShowOn(SolveProgress& form) {
-    const std::lock_guard lock(lock_);
-    if (running_) form.ShowConverging(*std::exchange(running_, {}));
-    if (status_) form.SetStatusLabel(*std::exchange(status_, {}));
-    if (iteration_) form.SetIterationLabel(*std::exchange(iteration_, {}));
-    if (residual_) form.SetResidualLabel(*std::exchange(residual_, {}));
-    if (delta_) form.SetDeltaLabel(*std::exchange(delta_, {}));
-    for (std::size_t i = 0; i < parameters_.size(); ++i)
-      if (parameters_[i]) form.SetParameterLabel(static_cast<int>(i) + 1, *std::exchange(parameters_[i], {}));
-  }
-
- private:
-  template <class T>
-  void Keep(std::optional<T>& kept, const T& text) {
-    const std::lock_guard lock(lock_);
-    kept = text;
-  }
-
-  const Wishes& wishes_;
-  std::stop_token stop_;
-  int pauses_ = 0;
-  std::mutex lock_;
-  std::optional<bool> running_;
-  std::optional<std::string> status_, iteration_, residual_, delta_;
-  std::array<std::optional<std::string>, kParameterLabels> parameters_;
-};
 
 // Ends a fit that has its turn.
 class Ending {
@@ -97,8 +33,13 @@ class Ending {
 class SideBySide {
  public:
   SideBySide(const SeparateFits& fits, const Settings& settings, std::string& log, SolveProgress& form)
-      : fits_(fits), count_(fits.Models.size()), settings_(settings), log_(log), form_(form), ending_(fits) {
-    wishes_.ShowDetail = form.ShowDetail;
+      : fits_(fits),
+        count_(fits.Models.size()),
+        settings_(settings),
+        log_(log),
+        form_(form),
+        ending_(fits),
+        wishes_(form) {
     form.Paused = false;  // was meant for what went before
     for (std::size_t i = 0; i < count_; ++i) own_.emplace_back(wishes_);
   }
@@ -121,10 +62,7 @@ class SideBySide {
     };
     tasks.KeepGoing = [this] {
       own_[ended_].Form.ShowOn(form_);
-      form_.Yield();
-      if (std::exchange(form_.Paused, false)) ++wishes_.Pauses;
-      wishes_.ShowDetail = form_.ShowDetail;
-      return !form_.Aborted;
+      return wishes_.Hear(form_);
     };
     try {
       Begin(0);
@@ -139,7 +77,7 @@ class SideBySide {
 
  private:
   struct Own {
-    explicit Own(const Wishes& wishes) : Form(wishes) {}
+    explicit Own(const SideWishes& wishes) : Form(wishes) {}
     SideForm Form;
     std::string Log;
     bool Begun = false;
@@ -171,7 +109,7 @@ class SideBySide {
   std::string& log_;
   SolveProgress& form_;
   Ending ending_;
-  Wishes wishes_;
+  SideWishes wishes_;
   std::deque<Own> own_;
   std::size_t begun_ = 0, ended_ = 0;  // of what was told
 };
