@@ -20,7 +20,8 @@ std::span<const std::string_view> Tips() {
       "Residuals that show a pattern say that the model is wrong, however small they are.",
       "A date may be typed as year-month-day or as you write it; it is stored as a number of days, so it can be "
       "fitted.",
-      "Central differences are quicker, Richardson's extrapolation is more accurate. The preferences choose.",
+      "Exact derivatives are quicker than central differences and more accurate than Richardson's extrapolation. The "
+      "preferences choose.",
       "F1 opens the page of the manual for the window in front.",
   };
   return kTips;

@@ -62,6 +62,8 @@ TEST_F(Preferences, RefuseWhatCannotBeStoredInOneSentence) {
       {"mesh3dcolorscheme", "13", ""},
       {"mesh3dcontourcount", "51", "'Number of contours' must be in the range (2 - 50)."},
       {"undolevels", "0", ""},  // which turns undo off
+      {"threads", "0", ""},     // which is the program's own choice
+      {"threads", "1025", "'Threads (0 for all processors)' must be in the range (0 - 1024)."},
       {"defaultsolver", "0", ""},
       {"default_numiv", "21", "'Independent variables of a new project' must be in the range (1 - 20)."},
       {"pointsperplot", "2", "'Calculated points of a curve' must be in the range (3 - 5000)."},
@@ -107,7 +109,9 @@ TEST_F(Preferences, TakeEffectAtOnceAndAreReadBack) {
   EXPECT_EQ(entries.find("tolerance")->second, "1E-10");
   entries["tolerance"] = "0,05";
   entries["maxiterations"] = "99";
-  entries["derivative"] = "1";
+  entries["derivative"] = "2";
+  EXPECT_EQ(entries.find("threads")->second, "0");
+  entries["threads"] = "3";
   entries["sortindex"] = "4";
   entries["show90ci"] = "0";
   EXPECT_EQ(StorePreferences(SolverPreferences(), entries, settings, kComma), 0);
@@ -115,7 +119,8 @@ TEST_F(Preferences, TakeEffectAtOnceAndAreReadBack) {
   for (const Settings* each : std::initializer_list<const Settings*>{&settings, &stored}) {
     EXPECT_EQ(each->ResidualTolerance, 0.05);
     EXPECT_EQ(each->MaxIterations, 99);
-    EXPECT_EQ(each->DerivativeMethod, DerivativeKind::Central);
+    EXPECT_EQ(each->DerivativeMethod, DerivativeKind::Exact);
+    EXPECT_EQ(each->Threads, 3);
     EXPECT_EQ(each->Integer("sortindex"), 4);
     EXPECT_EQ(each->Integer("show90ci"), 0);
   }

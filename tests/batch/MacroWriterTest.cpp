@@ -165,13 +165,15 @@ TEST(MacroWriter, BeginsWithTheDataAndThePreferences) {
   preferences.Set("tolerance", "0.05");
   preferences.Set("maxiterations", "99");
   preferences.Set("diviterations", "7");
-  preferences.Set("derivative", "1");
+  preferences.Set("derivative", "2");
+  preferences.Set("threads", "3");  // of this machine, which says nothing of the one that runs the macro
   preferences.Set("sortindex", "3");
   const MacroFields fields = FieldsFor(3, true, preferences, kComma);
   EXPECT_EQ(fields.RegressionTolerance, "0,05");
   EXPECT_EQ(fields.MaxIterations, "99");
   EXPECT_EQ(fields.UnchangedIterations, "7");
-  EXPECT_EQ(fields.Derivatives, "CentralDifference");
+  EXPECT_EQ(fields.Derivatives, "Exact");
+  EXPECT_EQ(fields.Threads, "");
   EXPECT_EQ(fields.SortKey, "Ra^2");
   EXPECT_EQ(fields.IndependentVariables, "3");
   EXPECT_TRUE(fields.Weighted);

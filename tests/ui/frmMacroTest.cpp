@@ -44,7 +44,8 @@ TEST_F(MacroEditor, ShowsTheMacroThatItsFieldsMake) {
     TypeInto(form, "txtComments", "first");
     Click(form, "ckShowProgress");
     TypeInto(form, "txtMaxIterations", "300");
-    Click(form, "optnCentral");
+    Click(form, "optnExact");
+    TypeInto(form, "txtThreads", "3");
     GoToPage(form, 1);
     TypeInto(form, "txtDataFile", "data.csv");
     TypeInto(form, "txtColumnOrder", "y, x");
@@ -190,6 +191,7 @@ TEST_F(MacroEditor, KeepsEveryFieldItIsGiven) {
   given.DelimitTab = given.DelimitComma = given.DelimitSemicolon = given.DelimitSpace = false;
   given.IgnoreConsecutive = given.OverrideDecimal = given.OutputFitInfo = false;
   given.RegressionTolerance = "t", given.UnchangedIterations = "u", given.MaxIterations = "m";
+  given.Threads = "h";
   given.DataFile = "d", given.DataFirstLine = "f", given.IndependentVariables = "i", given.SQLQuery = "s\nq";
   given.ParameterFile = "p", given.ColumnOrder = "c", given.MissingData = "n", given.OutputFile = "o";
   given.UsePlots = true, given.PlotFiles = "a.svg\nb.plt", given.PlotTemplate = "l.qv2";

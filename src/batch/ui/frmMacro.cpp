@@ -179,9 +179,12 @@ QWidget* frmMacro::ConfigurationPage() {
   richardson->setChecked(true);
   form->addRow(new QLabel("Derivatives:", page), richardson);
   form->addRow("", optnCentral);
-  optnExact = new QRadioButton("Use E&xact Derivatives (by the Rules of Calculus)", page);
+  optnExact = new QRadioButton("Use Exact Derivatives (b&y the Rules of Calculus)", page);
   optnExact->setObjectName("optnExact");
   form->addRow("", optnExact);
+  auto* threads = AddText(*form, "Threads at &work:", "Threads");
+  threads->setPlaceholderText("As many as the process may use, or a number");
+  threads->setToolTip("The answers are the same for any number");
   form->addRow("", NewFlag("&Try harder where a search fails", "TryHarder"));
   auto* deviations = AddChoice(*form, "T&he data's deviations are:", "StandardDeviations", "cmbStandardDeviations");
   deviations->setToolTip(
