@@ -23,6 +23,13 @@ void SideForm::Pulse() {
   ShowDetail = wishes_.showDetail_;
 }
 
+// It clears their labels.
+void SideForm::SetParameterCount(int count) {
+  const std::lock_guard lock(lock_);
+  count_ = count;
+  parameters_ = {};
+}
+
 void SideForm::ShowOn(SolveForm& form) {
   const std::lock_guard lock(lock_);
   if (running_) form.ShowConverging(*std::exchange(running_, {}));
@@ -34,9 +41,12 @@ void SideForm::ShowOn(SolveForm& form) {
 }
 
 void SideForm::ShowOn(SolveProgress& form) {
+  {
+    const std::lock_guard lock(lock_);
+    if (status_) form.SetStatusLabel(*std::exchange(status_, {}));
+    if (count_) form.SetParameterCount(*std::exchange(count_, {}));
+  }
   ShowOn(static_cast<SolveForm&>(form));
-  const std::lock_guard lock(lock_);
-  if (status_) form.SetStatusLabel(*std::exchange(status_, {}));
 }
 
 }  // namespace quorvex

@@ -38,6 +38,7 @@ class SideForm final : public SolveProgress {
 
   void ShowConverging(bool running) override { Keep(running_, running); }
   void SetStatusLabel(const std::string& text) override { Keep(status_, text); }
+  void SetParameterCount(int count) override;
   void SetIterationLabel(const std::string& text) override { Keep(iteration_, text); }
   void SetResidualLabel(const std::string& text) override { Keep(residual_, text); }
   void SetDeltaLabel(const std::string& text) override { Keep(delta_, text); }
@@ -45,7 +46,8 @@ class SideForm final : public SolveProgress {
     Keep(parameters_[static_cast<std::size_t>(index - 1)], text);
   }
 
-  // On the thread of the user's form: shows there what has changed; the status only where the form has one.
+  // On the thread of the user's form: shows there what has changed; status and count of parameters only
+  // where the form has these.
   void ShowOn(SolveForm& form);
   void ShowOn(SolveProgress& form);
 
@@ -61,6 +63,7 @@ class SideForm final : public SolveProgress {
   int pauses_ = 0;
   std::mutex lock_;
   std::optional<bool> running_;
+  std::optional<int> count_;
   std::optional<std::string> status_, iteration_, residual_, delta_;
   std::array<std::optional<std::string>, kParameterLabels> parameters_;
 };

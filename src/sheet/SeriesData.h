@@ -41,6 +41,7 @@ class SeriesData {
 
   std::size_t Size() const { return names_.size(); }
   const std::vector<std::string>& Names() const { return names_; }
+  std::size_t Rows() const { return rows_; }
   std::size_t IndependentVariables() const { return x_.size(); }
 
   // The points of column i, from 0: of the rows in which it and all X are there. Fails as LoadGridData does where one

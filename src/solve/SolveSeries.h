@@ -39,9 +39,10 @@ struct SeriesAnswers {
   bool AnySolved() const;
 };
 
-// Solves the models whose `Solve` is set on one column after the other. Each column begins with the setup and the
+// Solves the models whose `Solve` is set on each column, several columns side by side where the settings allow more
+// than one thread; answers and log are those of one column after the other. Each column begins with the setup and the
 // estimates that the models have now, so that its answers are those of the column alone. `log` grows by an account of
-// each fit.
+// each fit. What the models are solved to at the end is not said.
 SeriesAnswers SolveSeries(const SeriesData& series, const ModelCollection& models, const Settings& settings,
                           int sortKey, std::string& log, SolveProgress& form);
 

@@ -14,8 +14,10 @@
 #include "drawing/RecordingSurface.h"
 #include "files/PlotDocument.h"
 #include "files/PlotFile.h"
+#include "files/ProjectFile.h"
 #include "results/ColumnsPlot.h"
 #include "results/EquationPlot.h"
+#include "results/FitLimits.h"
 #include "results/PlotPoints.h"
 #include "results/ResultPlots.h"
 #include "results/SolvedProject.h"
@@ -133,6 +135,48 @@ TEST(NewPlots, AreAsTheyWereWhenATemplateIsTakenBack) {
       EXPECT_EQ(PlotFileText(document->Plot()), changed) << road.Name;
     }
   }
+}
+
+// The limits of a table, of a plot, of both when they come back from their files; by each kind of derivatives other
+// bits.
+TEST(NewPlots, HaveTheBandsOfTablesByExactDerivatives) {
+  Project project = ProjectOf({{1, 2, 3, 4, 5, 6}, {5.1, 3.2, 1.9, 1.3, 0.7, 0.5}});
+  AddModel(project, "mine", {"a*exp(b*x)+tanh(c*x)"});
+  SolveModel(project, "mine", 0);
+  const SolvedItem solution = SolvedItems(project, 0)[0];
+  const GatheredData points = GatherData(project.Sheet, PointOrder::OfSheet);
+  const auto inTable = [&](const SolvedItem& of, DerivativeKind kind) {
+    return LimitsAtPoints(of, points.Points, {.Confidence = true, .Prediction = true, .DerivativeMethod = kind}).Values;
+  };
+  const auto limits = inTable(solution, DerivativeKind::Exact);
+  EXPECT_NE(limits, inTable(solution, DerivativeKind::Central));
+
+  Settings settings;
+  settings.Set("derivative", "2");
+  const Made plot = PlotOfResults(ResultPlotKind::Model, solution, points, project.Sheet, settings, {});
+  ASSERT_TRUE(plot) << plot.error();
+  for (PlotSeries& series : (*plot)->PlotData)
+    if (series.Model() != nullptr) series.Style().Bands = 3;
+  const Made back = ParsePlotFile(PlotFileText(**plot), "p.plt", Settings(), {});
+  ASSERT_TRUE(back) << back.error();
+  for (const Made* each : {&plot, &back}) {
+    const auto curve =
+        std::ranges::find_if((**each)->PlotData, [](const PlotSeries& s) { return s.Model() != nullptr; });
+    ASSERT_NE(curve, (**each)->PlotData.end());
+    for (std::size_t i = 0; i < points.Points.N(); ++i) {
+      const double x = points.Points.X[0][i];
+      const Interval confidence = curve->BandAt(BandKind::Confidence, x), next = curve->BandAt(BandKind::Prediction, x);
+      EXPECT_EQ(confidence.Lower, limits[0][i]);
+      EXPECT_EQ(confidence.Upper, limits[1][i]);
+      EXPECT_EQ(next.Lower, limits[2][i]);
+      EXPECT_EQ(next.Upper, limits[3][i]);
+    }
+  }
+  const TemporaryFolder folder;
+  ASSERT_EQ(WriteProject(project, folder.Path("p.qvx")), 0);
+  Result<Project> reopened = ReadProject(folder.Path("p.qvx"), {});
+  ASSERT_TRUE(reopened) << reopened.error();
+  EXPECT_EQ(inTable(SolvedItems(*reopened, 0)[0], DerivativeKind::Exact), limits);
 }
 
 }  // namespace

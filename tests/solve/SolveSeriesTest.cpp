@@ -9,6 +9,7 @@
 #include "batch/Program.h"
 #include "core/JsonText.h"
 #include "engine/LoadModelCatalog.h"
+#include "engine/UserModel.h"
 #include "import/TextImport.h"
 #include "results/SeriesResults.h"
 #include "solve/SeriesPick.h"
@@ -115,6 +116,58 @@ TEST(SolveSeries, HasTheAnswersOfTheMacro) {
                         at);
       ASSERT_NE(at, std::string::npos) << fit.Model << " " << coefficient.Name << "\n" << results;
     }
+  }
+}
+
+// Seven columns, one of which is no series, for models of the catalogue and one that never gets an answer.
+TEST(SolveSeries, IsTheSameOnAnyNumberOfThreads) {
+  std::string text = "x\ta\tb\tc\td\te\tf\tg\n";
+  for (int i = 1; i <= 40; ++i) {
+    text += std::to_string(i);
+    for (int column = 1; column <= 7; ++column)
+      text += column == 4 && i == 9 ? "\tlost" : "\t" + std::to_string(column * i + i * i % (6 + column));
+    text += '\n';
+  }
+  PickOf of(text);
+  const SeriesData series = *of.Pick.Accept(of.User);
+  const auto solve = [&](int threads, const std::string& more, int abortAt) {
+    ModelCollection models;
+    LoadModelCatalog(models, 1, LocaleText());
+    for (const auto& model : models) model->Solve = model->IDIndex % 10 == 1;
+    models.Add("none", CompileModel("none", {"a*ln(-x)+b"}, 1, LocaleText()))->Solve = true;
+    models.Add("more", CompileModel("more", {more}, 1, LocaleText()))->Solve = true;
+    Settings settings;
+    settings.Threads = threads;
+    struct Impatient : SolveProgress {
+      int Turns = 0, AbortAt = 0;
+      void Yield() override { Aborted = Aborted || ++Turns == AbortAt; }
+    } form;
+    form.AbortAt = abortAt;
+    std::string log;
+    const SeriesAnswers answers = SolveSeries(series, models, settings, 1, log, form);
+    EXPECT_TRUE(abortAt > 0 || !answers.Aborted);
+    std::string all;
+    for (const SeriesFit& fit : answers.Fits) {
+      all += std::to_string(fit.Column) + ' ' + fit.Model + ' ' + std::to_string(fit.Rank) + ' ' + fit.Status + ' ' +
+             std::to_string(fit.Points) + ' ' + JsonNumber(fit.R2) + ' ' + JsonNumber(fit.RSS);
+      for (const SeriesFit::Coefficient& c : fit.Coefficients)
+        all += ' ' + c.Name + ' ' + JsonNumber(c.Value) + ' ' + JsonNumber(c.StdErr);
+      all += '\n';
+    }
+    return std::pair(all, log);
+  };
+  for (const std::string more : {"a*x^b", "a*x+rnd(1)*b"}) {
+    const auto [fits, log] = solve(1, more, 0);
+    for (const int threads : {2, 3, 16}) {
+      const auto [sameFits, sameLog] = solve(threads, more, 0);
+      EXPECT_EQ(sameFits, fits) << threads;
+      EXPECT_EQ(sameLog, log) << threads;
+      // What an abort leaves is the beginning of that, in whole columns.
+      const auto [someFits, someLog] = solve(threads, more, 3);
+      EXPECT_TRUE(fits.starts_with(someFits));
+      EXPECT_TRUE(someFits.empty() || fits[someFits.size()] != someFits[someFits.rfind('\n', someFits.size() - 2) + 1]);
+    }
+    EXPECT_NE(fits.find("'lost' is not a number."), std::string::npos);
   }
 }
 
