@@ -12,6 +12,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QTabWidget>
 #include <QTextBlock>
@@ -37,6 +39,20 @@ void LeaveRoomBelow(QFormLayout& form) {
   form.addItem(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
 }
 
+// Scrolls where the screen is too low for the page.
+class ScrolledPage final : public QScrollArea {
+ public:
+  explicit ScrolledPage(QWidget* page) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setWidget(page);
+    page->setAutoFillBackground(false);  // the tabs have a background of their own
+    viewport()->setAutoFillBackground(false);
+  }
+  QSize sizeHint() const override { return widget()->sizeHint(); }
+};
+
 }  // namespace
 
 frmMacro::frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollection& models, const Settings& settings,
@@ -46,11 +62,11 @@ frmMacro::frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollec
   setWindowTitle("Macro Editor");
   auto* pages = new QTabWidget(this);
   pages->setObjectName("SSTab");
-  pages->addTab(ConfigurationPage(), "&Configuration");
-  pages->addTab(InputPage(), "&Input");
-  pages->addTab(OutputPage(), "&Output");
-  pages->addTab(DiagnosisPage(), "Dia&gnosis");
-  pages->addTab(ModelsPage(), "&Models");
+  pages->addTab(new ScrolledPage(ConfigurationPage()), "&Configuration");
+  pages->addTab(new ScrolledPage(InputPage()), "&Input");
+  pages->addTab(new ScrolledPage(OutputPage()), "&Output");
+  pages->addTab(new ScrolledPage(DiagnosisPage()), "Dia&gnosis");
+  pages->addTab(new ScrolledPage(ModelsPage()), "&Models");
 
   auto* hint = new QLabel("A macro that was exported is run by: quorvex -runcfg FILE", this);
   hint->setObjectName("hint");
@@ -71,6 +87,8 @@ frmMacro::frmMacro(QWidget* parent, const MacroFields& fields, const ModelCollec
   column->addWidget(hint);
   column->addWidget(buttons);
   Show(fields);
+  constexpr int kAround = 60;  // for the frame and title of the window
+  resize(sizeHint().boundedTo(screen()->availableSize() - QSize(0, kAround)));
 }
 
 QLineEdit* frmMacro::NewText(QWidget* parent, const QString& spoken, const QString& keyword) {
