@@ -64,7 +64,8 @@ SolveOutcome RunSolve(Project& project, const SolveData& data, const Settings& s
     model.Fit(data, harder, account, own);
     starts[i].TriedHarder = true;
   };
-  fits.Begin = [&](std::size_t i) { begin(fits.Models[i]->id, fits.Models[i]->NumDependentVar()); };
+  // By what was noted before: the model itself may be in the hands of another thread.
+  fits.Begin = [&](std::size_t i) { begin(fits.Models[i]->id, static_cast<int>(starts[i].Values.size())); };
   fits.End = [&](std::size_t i) {
     if (fits.Models[i]->Solved)
       outcome.Solved.push_back(starts[i].Object);
