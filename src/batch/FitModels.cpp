@@ -34,8 +34,8 @@ bool FitModels(cfgSolve& form, const ModelCollection& models, const SolveData& d
     if (model->Solve) ++count;
   }
   int done = 0;
-  const auto begin = [&](const ModelClass& model) {
-    form.SetParameterCount(model.NumDependentVar());
+  const auto begin = [&](const ModelClass& model, int coefficients) {
+    form.SetParameterCount(coefficients);
     form.SetProgress(++done, 2 * count);
     const std::string text = "Solving Model " + (model.cfgID.empty() ? model.id : model.cfgID);
     if (setup.UseDDE) form.DDEText(text);

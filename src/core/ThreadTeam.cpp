@@ -17,8 +17,9 @@ inline void Breathe() {
 #endif
 }
 
-// In the gate, above the number of threads inside.
-constexpr std::uint32_t kOpen = std::uint32_t{1} << 31;
+// What the gate holds: whether it may be entered, the last digits of the number of its turn, and how many are inside.
+constexpr std::uint32_t kOpen = std::uint32_t{1} << 31, kNumber = 0x7FFF0000, kInside = 0xFFFF;
+constexpr int kNumberShift = 16;
 
 // Waits until the value is another one.
 void Await(const std::atomic<std::uint32_t>& value, std::uint32_t old) {
@@ -50,12 +51,16 @@ ThreadTeam::~ThreadTeam() {
 }
 
 void ThreadTeam::Serve(std::size_t member) {
-  for (std::uint32_t turn = 0;;) {
-    Await(turn_, turn);
+  std::uint32_t done = 0;
+  for (std::uint32_t seen = 0;;) {
+    Await(turn_, seen);
     if (ending_) return;
-    turn = turn_;
-    if ((gate_.fetch_add(1) & kOpen) != 0) {
-      turn = turn_;  // it may have been the next one's gate
+    seen = turn_;
+    // A turn's gate is open before its number is told, so that nobody comes too early; who comes late may find it
+    // closed, or the next one's, whose number it then has.
+    const std::uint32_t gate = gate_.fetch_add(1);
+    if ((gate & kOpen) != 0 && (gate & kNumber) != done) {
+      done = gate & kNumber;
       Do(member);
     }
     Leave();
@@ -71,17 +76,19 @@ void ThreadTeam::Do(std::size_t member) {
 }
 
 void ThreadTeam::Leave() {
-  if (--gate_ == 0) gate_.notify_one();
+  if ((--gate_ & (kOpen | kInside)) == 0) gate_.notify_one();
 }
 
 void ThreadTeam::Run(const std::function<void(std::size_t member)>& task) {
   task_ = &task;
+  const std::uint32_t number = ((turn_ + 1) << kNumberShift) & kNumber;
+  for (std::uint32_t gate = gate_; !gate_.compare_exchange_weak(gate, kOpen | number | (gate & kInside));) {
+  }
   ++turn_;
-  gate_ |= kOpen;
   turn_.notify_all();
   Do(0);
   gate_ &= ~kOpen;
-  for (std::uint32_t inside = gate_; inside != 0; inside = gate_) Await(gate_, inside);
+  for (std::uint32_t gate = gate_; (gate & kInside) != 0; gate = gate_) Await(gate_, gate);
   std::exception_ptr first;
   for (std::exception_ptr& fault : faults_) {
     if (!first) first = fault;

@@ -36,7 +36,7 @@ class ThreadTeam {
 
   const std::function<void(std::size_t)>* task_ = nullptr;  // of the present turn
   std::atomic<std::uint32_t> turn_ = 0;                     // its number
-  std::atomic<std::uint32_t> gate_ = 0;                     // whether it may be entered, and how many are inside
+  std::atomic<std::uint32_t> gate_ = 0;                     // whether it may be entered, of which turn, who is inside
   std::atomic<bool> ending_ = false;
   std::vector<std::exception_ptr> faults_;
   std::vector<std::thread> threads_;

@@ -11,9 +11,10 @@
 namespace quorvex {
 
 // Fits every model whose `Solve` is set, side by side, until the form is aborted. `begin` is told each in the order of
-// the collection, `end` that its fit is over.
+// the collection with the number of its coefficients, while another thread may be fitting it, `end` that its fit is
+// over.
 void FitEach(const ModelCollection& models, const SolveData& data, const Settings& settings, std::string& log,
-             SolveProgress& form, const std::function<void(const ModelClass&)>& begin,
+             SolveProgress& form, const std::function<void(const ModelClass&, int coefficients)>& begin,
              const std::function<void()>& end);
 
 // What is said where the user ends a run of fits, and its line in the log.

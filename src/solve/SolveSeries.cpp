@@ -110,8 +110,8 @@ std::optional<SeriesRun::Fits> SeriesRun::SolveColumn(std::size_t column, const 
     asked[i]->Solved = false;
     TakeStart(starts_[i], *asked[i]);
   }
-  const auto begin = [&](const ModelClass& model) {
-    form.SetParameterCount(model.NumDependentVar());
+  const auto begin = [&](const ModelClass& model, int coefficients) {
+    form.SetParameterCount(coefficients);
     form.SetStatusLabel("Solving " + FirstCharacters(name, 30) + ": " + FirstCharacters(NameOf(model), 20));
   };
   FitEach(models, data, settings, log, form, begin, [] {});

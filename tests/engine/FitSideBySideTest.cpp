@@ -54,7 +54,7 @@ Outcome FitAll(int threads, SolveProgress& form, std::size_t points = 200) {
   settings.Threads = threads;
   Outcome run;
   FitEach(
-      models, Decay(points), settings, run.Log, form, [&](const ModelClass& m) { run.Told += "begin " + m.id + "\n"; },
+      models, Decay(points), settings, run.Log, form, [&](const ModelClass& m, int) { run.Told += "begin " + m.id + "\n"; },
       [&] { run.Told += "end\n"; });
   std::shared_ptr<const InputPoints> shared;
   for (const auto& model : models) {
