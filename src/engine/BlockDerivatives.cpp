@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <numeric>
 
+#include "core/AlignedBlock.h"
 #include "core/DerivativeKind.h"
 #include "core/FaultFlags.h"
 #include "core/VectorWidth.h"
@@ -20,19 +21,21 @@
 namespace quorvex {
 namespace {
 
-using Block = std::array<double, kBlock>;
+using Block = AlignedBlock;
 
 // Beyond all that a model adds to the product of this and a derivative, and far from where such products overflow.
 constexpr double kWideStep = 0x1p100;
 
-// The extrapolation at the points of a block that still go on, closed up at the front of each array.
+// The extrapolation at the points of a block that still go on, and at few that don't, at the front of each array.
 struct Extrapolation {
-  std::size_t Count;                             // of these points
+  std::size_t Count;                             // of all these points
   std::array<std::uint16_t, kBlock> Point;       // where in the block they stand,
   std::array<std::uint16_t, kBlock> Computed;    // and where among those that the model is computed at
   std::array<Block, kRidderRounds + 1> Tableau;  // by order, from 1: the round before, then the present one
   Block Quotient, Estimate, Answer;
-  std::array<std::uint64_t, kBlock> Stops;  // 1 for a point that stops after the present round, else 0
+  std::array<std::uint64_t, kBlock> Stops;    // 1 for a point that would stop after the present round, else 0
+  std::array<std::uint64_t, kBlock> Stopped;  // 1 for one that has stopped, and is computed along until they close up
+  std::size_t Live;                           // that have not
 };
 
 // One round from its quotients: fills the orders 1 to k, notes where the best answer so far is beaten, and who stops.
@@ -67,18 +70,21 @@ struct Extrapolation {
   AtFullWidth(round, k, &e);
 }
 
-// Hands out the answers of the points that stop after round k, and closes up the others.
-void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
+// Hands out the answers of the points that stop after round k, and where they have become many closes up the others.
+void TakeStops(std::size_t k, Extrapolation& e, double* answer) {
   std::array<std::uint16_t, kBlock> kept, gone;
   std::size_t count = 0, goneCount = 0;
   for (std::size_t i = 0; i < e.Count; ++i) {  // each is noted in both lists, lest the processor guess which
     const std::uint64_t stops = k == kRidderRounds ? 1 : e.Stops[i];
     kept[count] = gone[goneCount] = static_cast<std::uint16_t>(i);
-    count += 1 - stops;
-    goneCount += stops;
+    goneCount += stops & (e.Stopped[i] ^ 1);
+    e.Stopped[i] |= stops;
+    count += e.Stopped[i] ^ 1;
   }
   for (std::size_t m = 0; m < goneCount; ++m) answer[e.Point[gone[m]]] = e.Answer[gone[m]];
-  if (goneCount == 0) return;
+  e.Live = count;
+  // Moving a point with all of its tableau costs as much as a round of it.
+  if (count > e.Count / 4 * 3) return;
   e.Count = count;
   const auto closeUp = [&](auto& row) {
     for (std::size_t m = 0; m < count; ++m) row[m] = row[kept[m]];
@@ -88,6 +94,7 @@ void CloseUp(std::size_t k, Extrapolation& e, double* answer) {
   closeUp(e.Estimate);
   closeUp(e.Answer);
   for (std::size_t j = 1; j <= k; ++j) closeUp(e.Tableau[j]);
+  std::fill_n(e.Stopped.begin(), count, 0);
 }
 
 }  // namespace
@@ -196,7 +203,8 @@ bool Differentiator::OneSidedQuotientBlock(std::size_t coefficient, double h, st
 bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer) {
   BlockProgram& program = model_.compiled_->OverBlocks();
   Extrapolation e;
-  e.Count = n;
+  e.Count = e.Live = n;
+  e.Stopped.fill(0);
   std::iota(e.Point.begin(), e.Point.end(), std::uint16_t{0});
   e.Computed = e.Point;
   e.Estimate.fill(1e30);
@@ -207,9 +215,9 @@ bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::si
   // Whatever the outcome, the next coefficient finds all points again.
   const auto finish = [&] {
     program.Widen();
-    return e.Count == 0;
+    return e.Live == 0;
   };
-  for (std::size_t k = 2; e.Count > 0; ++k) {
+  for (std::size_t k = 2; e.Live > 0; ++k) {
     h /= kRidderShrink;
     if (!CentredQuotientBlock(coefficient, h, quotient.data())) return finish();
     if (e.Count == computed)
@@ -218,9 +226,9 @@ bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::si
       for (std::size_t i = 0; i < e.Count; ++i) e.Quotient[i] = quotient[e.Computed[i]];
     RunRound(k, e);
     if (FaultFlagsRaised()) return finish();  // no NaN may decide who stops
-    CloseUp(k, e, answer);
+    TakeStops(k, e, answer);
     // Few points go on for long, and gathering what they need pays after one round.
-    if (e.Count > 0 && e.Count <= computed / 4 * 3 &&
+    if (e.Live > 0 && e.Count <= computed / 4 * 3 &&
         program.Narrow(coefficient, std::span(e.Computed).first(e.Count))) {
       computed = e.Count;
       std::iota(e.Computed.begin(), e.Computed.end(), std::uint16_t{0});

@@ -25,10 +25,8 @@ PointDerivatives::PointDerivatives(ModelClass& model, const SolveData& data, Der
     : model_(model),
       data_(data),
       method_(MethodFor(model, derivativeMethod)),
-      values_(kBlock),
-      root_(kBlock),
-      dyda_(static_cast<std::size_t>(model.NumDependentVar()), std::vector<double>(kBlock)) {
-  for (std::vector<double>& column : dyda_) columns_.push_back(column.data());
+      dyda_(static_cast<std::size_t>(model.NumDependentVar())) {
+  for (AlignedBlock& column : dyda_) columns_.push_back(column.data());
 }
 
 bool PointDerivatives::Compute(std::size_t first, std::size_t n) {

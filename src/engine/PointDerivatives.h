@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "core/AlignedBlock.h"
 #include "core/DerivativeKind.h"
 #include "core/SolveData.h"
 #include "linear/SvdDecompose.h"
@@ -46,8 +47,8 @@ class PointDerivatives {
   ModelClass& model_;
   const SolveData& data_;
   const DerivativeKind method_;  // Richardson for a built-in model: Derivative decides
-  std::vector<double> values_, root_;
-  std::vector<std::vector<double>> dyda_;
+  AlignedBlock values_, root_;
+  std::vector<AlignedBlock> dyda_;
   std::vector<double*> columns_;
 };
 

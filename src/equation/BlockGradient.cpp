@@ -56,9 +56,7 @@ class BlockProgram::Sweep {
   double* PlaceOf(std::uint32_t node) {
     const Node& at = program_.nodes_[node];
     if (at.What == Kind::Coefficient) return dyda_[at.Code];
-    std::vector<double>& block = adjoints_.Blocks[node];
-    block.resize(kBlock);
-    return block.data();
+    return Room(adjoints_.Blocks[node]);
   }
 
   // The node that stands for all those of one coefficient.
@@ -187,10 +185,9 @@ class BlockProgram::Sweep {
   template <class Fill>
   void HandPartial(std::uint32_t index, std::size_t which, const PendingChain& from, Fill fill) {
     const Node& node = program_.nodes_[index];
-    std::vector<double>& partial = adjoints_.Partials[index][which];
-    partial.resize(kBlock);
-    fill(node.Uniform ? 1 : n_, partial.data());
-    const BlockOperand factor = node.Uniform ? BlockOperand{nullptr, partial[0]} : BlockOperand{partial.data(), 0};
+    double* const partial = Room(adjoints_.Partials[index][which]);
+    fill(node.Uniform ? 1 : n_, partial);
+    const BlockOperand factor = node.Uniform ? BlockOperand{nullptr, partial[0]} : BlockOperand{partial, 0};
     Hand(node.Operands[which], from, {{ChainOp::Multiply, factor}});
   }
 

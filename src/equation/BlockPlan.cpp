@@ -107,14 +107,17 @@ std::vector<bool> BlockProgram::NeededByGradient() const {
 }
 
 void BlockProgram::MakePlans() {
+  keepsResult_.fill(true);
   if (forks_) return;
   const std::vector<bool> all(nodes_.size(), true), none(nodes_.size(), false);
   std::vector<bool> standing = none;  // while some coefficient moves
   for (const std::vector<std::uint32_t>& fixed : fixed_)
     for (const std::uint32_t i : fixed) standing[i] = true;
   // A coefficient that the value does not depend on leaves it as it is.
-  standing[result_] = true;
-  plans_ = {PlanFor(all, none), PlanFor(all, standing), PlanFor(all, NeededByGradient())};
+  for (const std::vector<bool>& depends : depends_) standing[result_] = standing[result_] || !depends[result_];
+  const std::vector<bool> needed = NeededByGradient();
+  plans_ = {PlanFor(all, none), PlanFor(all, standing), PlanFor(all, needed)};
+  keepsResult_ = {false, standing[result_], needed[result_]};
   for (const std::vector<bool>& depends : depends_) variedPlans_.push_back(PlanFor(depends, none));
 }
 

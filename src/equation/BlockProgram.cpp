@@ -249,6 +249,7 @@ bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std
   narrowed_ = false;
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
+  resultPlace_ = keepsResult_[static_cast<std::size_t>(next)] ? nullptr : y;
   ClearFaultFlags();
   const bool completed = Completes([&] {
     if (forks_)
@@ -265,7 +266,7 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y, s
   const double kept = values_[varied];
   values_[varied] = value;
   moving_ = &depends_[varied];
-  movedResult_ = y;
+  resultPlace_ = y;
   assert(then.size() <= kMostThen);
   then_ = then;
   const bool completed = Completes([&] { RunVaried(varied); });
@@ -296,11 +297,10 @@ bool BlockProgram::Narrow(std::size_t varied, std::span<const std::uint16_t> poi
     const BlockOperand from = narrowed_ ? narrow_.Values[i] : base_.Values[i];
     narrow_.Values[i] = from;
     if (from.Points == nullptr) continue;
-    std::vector<double>& block = narrow_.Blocks[i];
-    block.resize(kBlock);
+    double* const block = Room(narrow_.Blocks[i]);
     // When narrowed before, from and block are one: points[m] is never below m, so no value is lost before it is read.
     for (std::size_t m = 0; m < points.size(); ++m) block[m] = from.Points[points[m]];
-    narrow_.Values[i].Points = block.data();
+    narrow_.Values[i].Points = block;
   }
   narrowed_ = true;
   n_ = points.size();
@@ -339,10 +339,13 @@ BlockOperand BlockProgram::ValueOf(std::uint32_t index, const Slots& slots) cons
 
 double* BlockProgram::BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots) {
   // The result is computed where the caller wants it.
-  if (index == result_ && &slots == &moved_) return movedResult_;
-  std::vector<double>& block = slots.Blocks[place];
-  block.resize(kBlock);
-  return block.data();
+  if (index == result_ && resultPlace_ != nullptr) return resultPlace_;
+  return Room(slots.Blocks[place]);
+}
+
+double* BlockProgram::Room(std::unique_ptr<AlignedBlock>& block) {
+  if (!block) block = std::make_unique<AlignedBlock>();
+  return block->data();
 }
 
 void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slots) {

@@ -3,10 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
-#include "core/Limits.h"
+#include "core/AlignedBlock.h"
 #include "equation/BlockOperations.h"
 #include "equation/ChainOverBlock.h"
 #include "equation/DataStatistics.h"
@@ -82,8 +83,8 @@ class BlockProgram {
   struct Adjoints {
     std::vector<bool> Known;
     std::vector<PendingChain> Values;
-    std::vector<std::vector<double>> Blocks;
-    std::vector<std::array<std::vector<double>, 3>> Partials;  // of each node by its operands
+    std::vector<std::unique_ptr<AlignedBlock>> Blocks;
+    std::vector<std::array<std::unique_ptr<AlignedBlock>, 3>> Partials;  // of each node by its operands
   };
 
   // What a plan computes next: a node, by itself or with those whose values go through a chain to its own.
@@ -103,7 +104,7 @@ class BlockProgram {
   // Where the values of each node stand.
   struct Slots {
     std::vector<BlockOperand> Values;
-    std::vector<std::vector<double>> Blocks;  // empty for a node that needs none
+    std::vector<std::unique_ptr<AlignedBlock>> Blocks;  // null for a node that needs none
   };
 
   void PrepareGradient();
@@ -131,8 +132,11 @@ class BlockProgram {
   std::vector<std::vector<std::uint32_t>> dependents_;  // per coefficient: the nodes that depend on it, in order
   std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
   std::array<Plan, 3> plans_;                           // of all nodes, by what is to come
+  std::array<bool, 3> keepsResult_{};                   // of plans_: whether what is to come asks for the result
   std::vector<Plan> variedPlans_;                       // of those that depend on a coefficient
   std::vector<std::vector<std::uint32_t>> fixed_;  // per coefficient: what does not depend on it, and is used by those
+
+  static double* Room(std::unique_ptr<AlignedBlock>& block);  // made when it is first asked for
 
   // Of the block in hand.
   std::vector<const double*> x_;
@@ -146,7 +150,7 @@ class BlockProgram {
   std::vector<bool> wanted_, active_;  // the coefficients of the gradient, and the nodes that depend on one of them
   Adjoints adjoints_;
   const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
-  double* movedResult_ = nullptr;              // and where the last of them, the result, goes
+  double* resultPlace_ = nullptr;              // where the result goes, or null for a block of its own
   std::span<const ChainStep> then_;            // and what is done to it
 };
 
