@@ -3,7 +3,7 @@
 # comparison with other programs; the arguments are those of PeerFit.cpp. By MODE in the environment:
 #   process (default)  runs a macro for the workload, as a user would; the macros are written once and kept
 #   memory             runs peer_fit, which prints the times within the process
-# METHOD is richardson, central (default) or, in memory and for w4, built-in.
+# METHOD is richardson, central (default), exact or, in memory and for w4, built-in.
 set -eu
 workload=$1 data=$2 repetitions=$3 start=$4 sums=${6:-} catalogue=${7:-}
 case $0 in */*) build=${0%/*}/../build/bench ;; *) build=../build/bench ;; esac
@@ -43,7 +43,11 @@ mkdir -p "$folder"
   echo "  DataFile = $data"
   echo "  InputDelimit = Tab"
   echo "  OutputFile = $macro.out"
-  [ "$method" = richardson ] && echo "  Derivatives = Richardson" || echo "  Derivatives = CentralDifference"
+  case $method in
+    richardson) echo "  Derivatives = Richardson" ;;
+    exact) echo "  Derivatives = Exact" ;;
+    *) echo "  Derivatives = CentralDifference" ;;
+  esac
   case $workload in
     w1 | w6) model 1 "a*exp(-b*x)+c*exp(-d*x)+e" "$start" ;;
     w2) model 1 "a*exp(-b*x)+c*exp(-(x-d)^2/e^2)+f*exp(-(x-g)^2/h^2)" "$start" ;;
