@@ -1,13 +1,18 @@
 #include "core/ParallelRuns.h"
 
+#include <fcntl.h>
 #include <sched.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
+#include <charconv>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -166,13 +171,38 @@ class OrderedRun {
   std::stop_source stop_;
 };
 
+// Of the process, in bytes; nothing where the system does not tell.
+std::optional<double> AddressSpaceInUse() {
+  const int file = open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
+  if (file < 0) return std::nullopt;
+  char text[32];
+  const ssize_t count = read(file, text, sizeof text);
+  close(file);
+  double pages = 0;
+  if (count <= 0 || std::from_chars(text, text + count, pages).ec != std::errc()) return std::nullopt;
+  return pages * static_cast<double>(sysconf(_SC_PAGESIZE));
+}
+
+// How many threads have room where the address space is limited, as batch queues do it: each takes its stack and a pool
+// for its allocations, of which the system reserves twice 64 MB, and half of what is left is for the data.
+int ThreadsWithRoom() {
+  constexpr double kPool = 2 * 64 * 0x1p20, kStack = 8 * 0x1p20;
+  rlimit limit;
+  if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return kMostThreads;
+  const double left = static_cast<double>(limit.rlim_cur) - AddressSpaceInUse().value_or(0);
+  return static_cast<int>(std::clamp(left / 2 / (kPool + kStack), 1.0, double{kMostThreads}));
+}
+
 }  // namespace
 
 int ThreadCount(int wanted) {
-  if (wanted > 0) return std::min(wanted, kMostThreads);
+  int count = wanted;
   cpu_set_t set;
-  if (sched_getaffinity(0, sizeof set, &set) == 0) return std::max(CPU_COUNT(&set), 1);
-  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
+  if (wanted <= 0)
+    count = sched_getaffinity(0, sizeof set, &set) == 0 ? CPU_COUNT(&set)
+                                                        : static_cast<int>(std::thread::hardware_concurrency());
+  count = std::clamp(count, 1, kMostThreads);
+  return count > 1 ? std::min(count, ThreadsWithRoom()) : count;
 }
 
 bool RunParallel(std::size_t count, int wanted, const std::function<void(std::size_t, std::stop_token)>& task,

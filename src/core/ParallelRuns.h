@@ -7,7 +7,8 @@
 namespace quorvex {
 
 // Threads for work that is asked to use `wanted` of them, or with 0 as many as the process may use: the processors that
-// the system or a batch queue leaves it (its affinity), not those of the machine.
+// the system or a batch queue leaves it (its affinity), not those of the machine. Fewer where the address space is
+// limited and has no room for their stacks and allocations.
 int ThreadCount(int wanted);
 
 // Does `task` for each number from 0 to count - 1, on as many threads as ThreadCount tells, in any order: what a task

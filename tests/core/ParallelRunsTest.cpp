@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <atomic>
 #include <chrono>
@@ -10,6 +11,22 @@
 
 namespace quorvex {
 namespace {
+
+// As in a job of a batch queue, or a shell with "ulimit -v".
+TEST(ParallelRuns, HaveNoMoreThreadsThanTheAddressSpaceHasRoomFor) {
+  rlimit before;
+  ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
+  rlimit tight = before;
+  tight.rlim_cur = rlim_t{1} << 20;  // less than is in use
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &tight), 0);
+  const int many = ThreadCount(64), one = ThreadCount(1);
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &before), 0);
+  EXPECT_EQ(many, 1);
+  EXPECT_EQ(one, 1);
+  if (before.rlim_cur == RLIM_INFINITY) {
+    EXPECT_EQ(ThreadCount(64), 64);
+  }
+}
 
 TEST(ParallelRuns, DoEachTaskOnce) {
   for (const int threads : {0, 1, 2, 3, 16}) {
