@@ -54,8 +54,8 @@ Outcome FitAll(int threads, SolveProgress& form, std::size_t points = 200) {
   settings.Threads = threads;
   Outcome run;
   FitEach(
-      models, Decay(points), settings, run.Log, form, [&](const ModelClass& m, int) { run.Told += "begin " + m.id + "\n"; },
-      [&] { run.Told += "end\n"; });
+      models, Decay(points), settings, run.Log, form,
+      [&](const ModelClass& m, int) { run.Told += "begin " + m.id + "\n"; }, [&] { run.Told += "end\n"; });
   std::shared_ptr<const InputPoints> shared;
   for (const auto& model : models) {
     std::vector<double>& values = run.Values.emplace_back(model->CoefficientValues);
