@@ -92,7 +92,7 @@ Result<std::string> Picture(const ReportPlot& plot, const Settings& settings, co
 
 void SaveReport(const Project& project, ModelClass& model, const KeptDiagnoses& known, const SolveLimits& limits,
                 Settings& settings, Prompter& user, QWidget* parent) {
-  const std::optional<std::string> file = user.ChooseFileToSave("Export Report", ReportFilters(), "html", "report");
+  const std::optional<std::string> file = user.ChooseFileToSave("Save Report", ReportFilters(), "html", "report");
   if (!file) return;
   const ReportFormat* const format = ReportFormatOf(*file);
   if (format == nullptr) return user.Refuse(UnknownReport(*file));

@@ -128,7 +128,7 @@ QWidget* frmResults::Commands() {
                                Command("PrintCommand", "&Print...", &frmResults::PrintCommand),
                                Command("CopyCommand", "&Copy", &frmResults::CopyCommand),
                                Command("PageSetupCommand", "Page Set&up...", &frmResults::PageSetupCommand),
-                               Command("ReportCommand", "Export Report...", &frmResults::ReportCommand)})
+                               Command("ReportCommand", "Save Report...", &frmResults::ReportCommand)})
     row->addWidget(command);
   const QString report = "Save all that is known of this model as one document";
   commands_[kReport]->setToolTip(report);
