@@ -272,8 +272,9 @@ TEST(ParameterRun, SolvesAtEachRowWhereTheMacroSaysSo) {
   }
 }
 
-// What runs a program with too little memory for a file of some 10 MB. The address sanitizer reserves more addresses
-// than any limit of the shell leaves, and has one of its own.
+// What runs a program with too little memory for a file of some 20 MB. The address sanitizer reserves more addresses
+// than any limit of the shell leaves, and has one of its own, by which it ends the program but where that asks whether
+// there is memory, as it does for a file that is read as a whole.
 #ifdef __SANITIZE_ADDRESS__
 constexpr const char* kShortOfMemory = "env ASAN_OPTIONS=allocator_may_return_null=1:max_allocation_size_mb=8";
 #else
@@ -283,8 +284,9 @@ constexpr const char* kShortOfMemory = "bash -c 'ulimit -v 60000; exec \"$0\" \"
 // A row that is too large for the memory there is costs itself and no other one.
 TEST(ParameterRun, GoesOnBehindARowThatRunsOutOfMemory) {
   Program program(kData);
-  std::string huge;
-  for (int i = 0; i < 2'000'000; ++i) huge += std::to_string(i % 1000) + " 1\n";
+  std::string huge = "\xFF\xFE";
+  for (int i = 0; i < 2'000'000; ++i)
+    for (const char c : std::to_string(i % 1000) + " 1\n") huge.append({c, '\0'});
   program.Folder.Write("huge.txt", huge);
   program.Folder.Write("p.csv", "n\ndata\nhuge\ndata\n");
   EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @%n%.txt\nResultFile = @all.jsonl\nLogFile = @run.log\n"
