@@ -183,17 +183,19 @@ std::optional<double> AddressSpaceInUse() {
   return pages * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
-// How many threads have room where the address space is limited, as batch queues do it: each takes its stack and a pool
-// for its allocations, of which the system reserves twice 64 MB, and half of what is left is for the data.
+// Where the address space is limited, as batch queues do it.
 int ThreadsWithRoom() {
-  constexpr double kPool = 2 * 64 * 0x1p20, kStack = 8 * 0x1p20;
   rlimit limit;
   if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return kMostThreads;
-  const double left = static_cast<double>(limit.rlim_cur) - AddressSpaceInUse().value_or(0);
-  return static_cast<int>(std::clamp(left / 2 / (kPool + kStack), 1.0, double{kMostThreads}));
+  return ThreadsWithin(static_cast<double>(limit.rlim_cur) - AddressSpaceInUse().value_or(0));
 }
 
 }  // namespace
+
+int ThreadsWithin(double bytes) {
+  constexpr double kPool = 2 * 64 * 0x1p20, kStack = 8 * 0x1p20;
+  return static_cast<int>(std::clamp(bytes / 2 / (kPool + kStack), 1.0, double{kMostThreads}));
+}
 
 int ThreadCount(int wanted) {
   int count = wanted;

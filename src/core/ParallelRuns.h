@@ -11,6 +11,10 @@ namespace quorvex {
 // limited and has no room for their stacks and allocations.
 int ThreadCount(int wanted);
 
+// How many threads have room in so much address space, at least 1: each takes its stack and a pool for its allocations,
+// of which the system reserves twice 64 MB, and half of all is for the data.
+int ThreadsWithin(double bytes);
+
 // Does `task` for each number from 0 to count - 1, on as many threads as ThreadCount tells, in any order: what a task
 // writes must be its own, and what it does must not depend on the thread or on other tasks, so that the results are the
 // same for any number of threads. Meanwhile the calling thread calls `keepGoing` some fifty times a second with the

@@ -290,7 +290,7 @@ TEST(ParameterRun, GoesOnBehindARowThatRunsOutOfMemory) {
   program.Folder.Write("huge.txt", huge);
   program.Folder.Write("p.csv", "n\ndata\nhuge\ndata\n");
   EXPECT_EQ(program.RunMacro("B_MACRO\nDataFile = @%n%.txt\nResultFile = @all.jsonl\nLogFile = @run.log\n"
-                             "LogSummaryOnly = True\nParameterFile = @p.csv\n" +
+                             "LogSummaryOnly = True\nThreads = 64\nParameterFile = @p.csv\n" +
                                  std::string(kLine),
                              kShortOfMemory),
             500 % 256);

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <atomic>
 #include <chrono>
 #include <numeric>
 #include <thread>
+#include <utility>
 
 #include "core/NumericFault.h"
 #include "core/ParallelRuns.h"
@@ -12,20 +12,11 @@
 namespace quorvex {
 namespace {
 
-// As in a job of a batch queue, or a shell with "ulimit -v".
 TEST(ParallelRuns, HaveNoMoreThreadsThanTheAddressSpaceHasRoomFor) {
-  rlimit before;
-  ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
-  rlimit tight = before;
-  tight.rlim_cur = rlim_t{1} << 20;  // less than is in use
-  ASSERT_EQ(setrlimit(RLIMIT_AS, &tight), 0);
-  const int many = ThreadCount(64), one = ThreadCount(1);
-  ASSERT_EQ(setrlimit(RLIMIT_AS, &before), 0);
-  EXPECT_EQ(many, 1);
-  EXPECT_EQ(one, 1);
-  if (before.rlim_cur == RLIM_INFINITY) {
-    EXPECT_EQ(ThreadCount(64), 64);
-  }
+  constexpr double kMega = 1 << 20;
+  const std::pair<double, int> cases[] = {{-kMega, 1},       {0, 1},      {100 * kMega, 1}, {2 * 2 * 136 * kMega, 2},
+                                          {1024 * kMega, 3}, {1e15, 1024}};
+  for (const auto& [bytes, threads] : cases) EXPECT_EQ(ThreadsWithin(bytes), threads) << bytes;
 }
 
 TEST(ParallelRuns, DoEachTaskOnce) {
