@@ -54,8 +54,9 @@ void ThreadTeam::Serve(std::size_t member) {
   std::uint32_t done = 0;
   for (std::uint32_t seen = 0;;) {
     Await(turn_, seen);
-    if (ending_) return;
+    // In this order: whoever has seen the number of the end sees that it is the end, too.
     seen = turn_;
+    if (ending_) return;
     // A turn's gate is open before its number is told, so that nobody comes too early; who comes late may find it
     // closed, or the next one's, whose number it then has.
     const std::uint32_t gate = gate_.fetch_add(1);

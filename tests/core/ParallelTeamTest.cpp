@@ -81,5 +81,13 @@ TEST(ParallelTeam, EndsWithoutATurn) {
   for (int i = 0; i < 50; ++i) const ThreadTeam team(3);
 }
 
+// More threads than processors, so that some are on their way into a turn when the team ends.
+TEST(ParallelTeam, EndsWhileThreadsComeLate) {
+  for (int i = 0; i < 2000; ++i) {
+    ThreadTeam team(6);
+    for (int turn = 0; turn <= i % 3; ++turn) team.Run([](std::size_t) {});
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
