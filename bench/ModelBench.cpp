@@ -11,6 +11,7 @@
 
 #include "Workloads.h"
 #include "core/DerivativeKind.h"
+#include "engine/BlockTeam.h"
 #include "engine/EqClass.h"
 #include "engine/SolveForm.h"
 #include "engine/mrqmin.h"
@@ -120,7 +121,8 @@ void NormalEquations(benchmark::State& state, const bench::FitCase& fit, Derivat
     std::vector<double> a = fit.Start;
     Matrix covar(n), alpha(n);
     double chisq = 0, alamda = -1;
-    LevenbergMarquardt kernel(prepared.Model, prepared.Data, derivativeMethod, form);
+    BlockTeam team(prepared.Model, kPoints, 1);
+    LevenbergMarquardt kernel(team, prepared.Data, derivativeMethod, form);
     kernel.mrqmin(a, free, covar, alpha, chisq, alamda);
     benchmark::DoNotOptimize(chisq);
   }

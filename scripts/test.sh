@@ -23,5 +23,5 @@ done
 cmake --preset threads
 cmake --build --preset threads
 build/threads/tests/parallel_tests --gtest_filter='*Parallel*'
-# They are taken by hand, but what takes the pictures of the manual is to build all the same.
-cmake --build --preset release -t screenshots plot_pictures
+# They are run by hand, but what takes the pictures of the manual and the benchmarks are to build all the same.
+cmake --build --preset release -t screenshots plot_pictures benchmarks
