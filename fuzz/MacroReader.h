@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "Require.h"
-#include "batch/MacroReader.h"
 #include "core/TextEncoding.h"
+#include "macro/MacroReader.h"
 
 namespace quorvex {
 

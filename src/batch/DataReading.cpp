@@ -2,28 +2,12 @@
 
 #include <utility>
 
-#include "core/NumberText.h"
-#include "import/ConnectString.h"
 #include "sheet/ArrangeData.h"
 #include "sheet/ColumnDates.h"
 #include "sheet/ComputeWeights.h"
 #include "sheet/LoadGridData.h"
 
 namespace quorvex {
-
-std::string DataSourceText(const MacroSetup& setup) {
-  return setup.SQLQuery.empty() ? setup.DataFile : MaskPassword(setup.DataFile);
-}
-
-std::string VariablesFault(const MacroSetup& setup) {
-  if (setup.IndependentVariables >= 1 && setup.IndependentVariables <= kMostIndependentVariables) return {};
-  return "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
-}
-
-bool KeepsUnsorted(const MacroSetup& setup) {
-  return EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile || !setup.PlotFile.empty() ||
-         !setup.ReportFile.empty();
-}
 
 DataReading ReadingOf(Result<LoadedGrid> loaded) {
   DataReading reading;

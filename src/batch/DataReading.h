@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <string>
 
-#include "batch/MacroSetup.h"
 #include "core/LocaleText.h"
 #include "core/Result.h"
 #include "core/SolveData.h"
+#include "macro/MacroSetup.h"
 #include "sheet/GridCells.h"
 #include "sheet/LoadGridData.h"
 
@@ -20,16 +20,6 @@ struct DataReading {
   int ErrorNumber = 0;  // of the file error, 0 for any other failure
   std::string Message;  // a sentence for the log where there is one to say
 };
-
-// The data file as log and answers name it; where that is a connect string, without the password in it.
-std::string DataSourceText(const MacroSetup& setup);
-
-// Why no data can be read with so many variables, a sentence; empty where they can.
-std::string VariablesFault(const MacroSetup& setup);
-
-// Whether the points are wanted in the order of the source, too: by a project, or a plot. The runs of a table of
-// parameters may come to ask for a project without reading again.
-bool KeepsUnsorted(const MacroSetup& setup);
 
 // The loaded points with their weights, or why there are none.
 DataReading ReadingOf(Result<LoadedGrid> loaded);

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "batch/MacroSetup.h"
 #include "diagnosis/Diagnosis.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

@@ -3,12 +3,12 @@
 #include <string>
 
 #include "batch/DiagnosisRows.h"
-#include "batch/MacroSetup.h"
 #include "batch/cfgSolve.h"
 #include "core/Settings.h"
 #include "core/SolveData.h"
 #include "diagnosis/DiagnosisChoices.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

@@ -10,21 +10,21 @@
 #include <unordered_map>
 #include <utility>
 
-#include "batch/BatchStatus.h"
 #include "batch/DataReading.h"
-#include "batch/MacroLog.h"
 #include "batch/MacroStart.h"
-#include "batch/MacroStatements.h"
 #include "batch/RunAnswers.h"
 #include "batch/RunCode.h"
 #include "batch/RunPlots.h"
 #include "batch/RunReports.h"
-#include "batch/SubstituteParameters.h"
-#include "batch/ValueFault.h"
 #include "batch/WritePlot.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "import/ConnectString.h"
+#include "macro/BatchStatus.h"
+#include "macro/MacroLog.h"
+#include "macro/MacroStatements.h"
+#include "macro/SubstituteParameters.h"
+#include "macro/ValueFault.h"
 #include "results/ResultPlots.h"
 #include "sheet/ArrangeData.h"
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/MacroFault.h"
 #include "batch/MacroRequest.h"
 #include "core/Session.h"
+#include "macro/MacroFault.h"
 
 namespace quorvex {
 

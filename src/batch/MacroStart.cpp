@@ -3,13 +3,13 @@
 #include <set>
 #include <string_view>
 
-#include "batch/BatchStatus.h"
 #include "batch/ReadMacroDataFile.h"
-#include "batch/SubstituteParameters.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/TextEncoding.h"
 #include "import/OdbcSource.h"
+#include "macro/BatchStatus.h"
+#include "macro/SubstituteParameters.h"
 
 namespace quorvex {
 

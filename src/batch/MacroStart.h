@@ -4,12 +4,12 @@
 #include <string>
 
 #include "batch/MacroFiles.h"
-#include "batch/MacroReader.h"
 #include "batch/MacroRequest.h"
-#include "batch/ParameterFile.h"
 #include "batch/RunPart.h"
 #include "core/Result.h"
 #include "core/Session.h"
+#include "macro/MacroReader.h"
+#include "macro/ParameterFile.h"
 #include "sheet/SeriesData.h"
 
 namespace quorvex {

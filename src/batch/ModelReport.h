@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "batch/MacroSetup.h"
 #include "core/SolveData.h"
 #include "engine/RankModels.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

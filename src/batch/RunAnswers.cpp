@@ -4,11 +4,11 @@
 #include <string>
 #include <utility>
 
-#include "batch/BatchStatus.h"
 #include "batch/WriteDelimitedOutput.h"
 #include "batch/WriteProjectOutput.h"
 #include "batch/WriteStructuredOutput.h"
 #include "core/NumberText.h"
+#include "macro/BatchStatus.h"
 
 namespace quorvex {
 namespace {

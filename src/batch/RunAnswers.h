@@ -4,11 +4,11 @@
 #include <string>
 
 #include "batch/MacroFiles.h"
-#include "batch/MacroLog.h"
-#include "batch/MacroSetup.h"
 #include "batch/RunState.h"
 #include "core/LocaleText.h"
 #include "core/SaveFile.h"
+#include "macro/MacroLog.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

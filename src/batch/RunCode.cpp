@@ -1,11 +1,11 @@
 #include "batch/RunCode.h"
 
-#include "batch/BatchStatus.h"
 #include "batch/WritePlot.h"
 #include "code/CodeLanguage.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "engine/RankModels.h"
+#include "macro/BatchStatus.h"
 
 namespace quorvex {
 

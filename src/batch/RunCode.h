@@ -4,10 +4,10 @@
 #include <string>
 
 #include "batch/MacroFiles.h"
-#include "batch/MacroLog.h"
-#include "batch/MacroSetup.h"
 #include "core/SaveFile.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroLog.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

@@ -9,26 +9,26 @@
 #include <utility>
 #include <vector>
 
-#include "batch/BatchStatus.h"
 #include "batch/DataReading.h"
 #include "batch/MacroFiles.h"
-#include "batch/MacroLog.h"
-#include "batch/MacroReader.h"
 #include "batch/MacroStart.h"
-#include "batch/ParameterFile.h"
 #include "batch/ResultLine.h"
 #include "batch/RunPart.h"
 #include "batch/RunState.h"
 #include "batch/RunWriter.h"
 #include "batch/RunsAhead.h"
 #include "batch/SolveRun.h"
-#include "batch/SubstituteParameters.h"
 #include "batch/WritePlot.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
 #include "core/ParallelRuns.h"
 #include "core/TextEncoding.h"
 #include "engine/FitEach.h"
+#include "macro/BatchStatus.h"
+#include "macro/MacroLog.h"
+#include "macro/MacroReader.h"
+#include "macro/ParameterFile.h"
+#include "macro/SubstituteParameters.h"
 
 namespace quorvex {
 namespace {

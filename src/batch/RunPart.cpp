@@ -6,9 +6,9 @@
 #include <fstream>
 #include <functional>
 
-#include "batch/BatchStatus.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "macro/BatchStatus.h"
 
 namespace quorvex {
 namespace {

@@ -3,19 +3,14 @@
 #include <optional>
 #include <utility>
 
-#include "batch/BatchStatus.h"
 #include "batch/WritePlot.h"
 #include "core/NumberText.h"
 #include "engine/FitEach.h"
+#include "macro/BatchStatus.h"
+#include "macro/MacroText.h"
 #include "plot/PictureMessages.h"
 
 namespace quorvex {
-
-std::string NamesInOneLine(std::string_view lines) {
-  std::string line;
-  while (!lines.empty()) line.append(line.empty() ? "" : ", ").append(TakeLine(lines));
-  return line;
-}
 
 std::optional<std::string> RefusePlot(const std::string& name, MacroFiles& files) {
   std::optional<std::string> refusal = files.RefuseInput("plot", name);

@@ -5,14 +5,14 @@
 #include <string_view>
 
 #include "batch/MacroFiles.h"
-#include "batch/MacroLog.h"
-#include "batch/MacroSetup.h"
 #include "batch/PlotDrawer.h"
 #include "batch/cfgSolve.h"
 #include "core/SaveFile.h"
 #include "core/Session.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroLog.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 
@@ -41,8 +41,5 @@ class RunPlots {
 
 // Why a plot may not be written over what the macro reads or writes; nothing where it may.
 std::optional<std::string> RefusePlot(const std::string& name, MacroFiles& files);
-
-// Several names, one a line, as a log shows them.
-std::string NamesInOneLine(std::string_view lines);
 
 }  // namespace quorvex

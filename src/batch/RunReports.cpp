@@ -5,7 +5,6 @@
 #include <memory>
 #include <string_view>
 
-#include "batch/BatchStatus.h"
 #include "batch/DataReading.h"
 #include "batch/FitModels.h"
 #include "batch/WritePlot.h"
@@ -16,6 +15,7 @@
 #include "engine/RankModels.h"
 #include "engine/UserModel.h"
 #include "import/ConnectString.h"
+#include "macro/BatchStatus.h"
 #include "project/Project.h"
 #include "report/DescribeFit.h"
 #include "report/ReportFormat.h"

@@ -5,14 +5,14 @@
 
 #include "batch/DiagnosisRows.h"
 #include "batch/MacroFiles.h"
-#include "batch/MacroLog.h"
-#include "batch/MacroSetup.h"
 #include "batch/PlotDrawer.h"
 #include "batch/cfgSolve.h"
 #include "core/SaveFile.h"
 #include "core/Session.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroLog.h"
+#include "macro/MacroSetup.h"
 #include "report/FitReport.h"
 
 namespace quorvex {

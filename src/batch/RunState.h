@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "batch/DiagnosisRows.h"
-#include "batch/MacroReader.h"
 #include "core/SolveData.h"
+#include "macro/MacroReader.h"
 
 namespace quorvex {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "batch/BatchStatus.h"
 #include "batch/WritePlot.h"
 #include "core/Files.h"
+#include "macro/BatchStatus.h"
 
 namespace quorvex {
 

@@ -3,7 +3,6 @@
 #include <functional>
 
 #include "batch/MacroFiles.h"
-#include "batch/MacroLog.h"
 #include "batch/PlotDrawer.h"
 #include "batch/RunAnswers.h"
 #include "batch/RunCode.h"
@@ -12,6 +11,7 @@
 #include "batch/RunState.h"
 #include "batch/cfgSolve.h"
 #include "core/Session.h"
+#include "macro/MacroLog.h"
 
 namespace quorvex {
 

@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "batch/MacroFiles.h"
-#include "batch/MacroLog.h"
-#include "batch/ParameterFile.h"
 #include "batch/RunState.h"
-#include "batch/SubstituteParameters.h"
 #include "core/Session.h"
+#include "macro/MacroLog.h"
+#include "macro/ParameterFile.h"
+#include "macro/SubstituteParameters.h"
 #include "sheet/SeriesData.h"
 
 namespace quorvex {

@@ -5,13 +5,13 @@
 #include <new>
 #include <utility>
 
-#include "batch/BatchStatus.h"
 #include "batch/DataReading.h"
 #include "batch/FitModels.h"
 #include "batch/ReadMacroDataFile.h"
 #include "batch/ReadMacroDatabase.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "macro/BatchStatus.h"
 
 namespace quorvex {
 namespace {

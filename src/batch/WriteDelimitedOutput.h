@@ -2,9 +2,9 @@
 
 #include "batch/DiagnosisRows.h"
 #include "batch/LineSink.h"
-#include "batch/MacroSetup.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

@@ -10,7 +10,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "batch/BatchStatus.h"
 #include "core/Files.h"
 #include "core/NotingPrompter.h"
 #include "core/NumberText.h"
@@ -18,6 +17,7 @@
 #include "files/PlotDocument.h"
 #include "files/PlotFile.h"
 #include "files/PlotTemplate.h"
+#include "macro/BatchStatus.h"
 #include "plot/PictureMessages.h"
 #include "results/PlotPoints.h"
 #include "results/ProfilePlot.h"

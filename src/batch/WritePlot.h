@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "batch/MacroSetup.h"
 #include "batch/PlotDrawer.h"
 #include "core/LocaleText.h"
 #include "core/SaveFile.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
 #include "engine/SolveForm.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "batch/MacroSetup.h"
 #include "core/LocaleText.h"
 #include "core/SolveData.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

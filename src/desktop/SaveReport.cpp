@@ -5,14 +5,14 @@
 #include <filesystem>
 #include <optional>
 
-#include "batch/MacroFields.h"
-#include "batch/MacroWriter.h"
 #include "core/DateText.h"
 #include "core/NotingPrompter.h"
 #include "core/SaveFile.h"
 #include "core/ui/BusyCursor.h"
 #include "core/ui/WaitWindow.h"
 #include "files/PlotFile.h"
+#include "macro/MacroFields.h"
+#include "macro/MacroWriter.h"
 #include "plot/ui/PlotOutput.h"
 #include "report/DescribeFit.h"
 #include "report/ReportFormat.h"

@@ -6,10 +6,10 @@
 #include <set>
 
 #include "Paths.h"
-#include "batch/MacroStatements.h"
 #include "batch/Program.h"
 #include "core/Files.h"
 #include "equation/IntrinsicFunctions.h"
+#include "macro/MacroStatements.h"
 
 namespace quorvex {
 namespace {

@@ -6,10 +6,10 @@
 #include <cmath>
 
 #include "Golden.h"
-#include "batch/ParameterFile.h"
 #include "batch/Program.h"
 #include "core/NumberText.h"
 #include "files/ProjectFile.h"
+#include "macro/ParameterFile.h"
 
 namespace quorvex {
 namespace {

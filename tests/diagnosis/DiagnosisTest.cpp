@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "TableFile.h"
-#include "batch/MacroReader.h"
-#include "batch/SubstituteParameters.h"
 #include "core/NumberText.h"
 #include "diagnosis/DerivedQuantity.h"
 #include "diagnosis/Diagnosis.h"
@@ -11,6 +9,8 @@
 #include "engine/RankModels.h"
 #include "engine/UserModel.h"
 #include "files/ProjectFile.h"
+#include "macro/MacroReader.h"
+#include "macro/SubstituteParameters.h"
 #include "results/FitInformation.h"
 #include "sheet/ComputeWeights.h"
 

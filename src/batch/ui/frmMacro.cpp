@@ -20,9 +20,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "batch/MacroStatements.h"
 #include "core/ui/BusyCursor.h"
 #include "core/ui/ChooseFiles.h"
+#include "macro/MacroStatements.h"
 
 namespace quorvex {
 namespace {

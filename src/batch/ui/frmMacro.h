@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "batch/MacroCheck.h"
-#include "batch/MacroWriter.h"
+#include "macro/MacroWriter.h"
 
 class QCheckBox;
 class QComboBox;

@@ -1,7 +1,7 @@
-#include "batch/MacroFault.h"
+#include "macro/MacroFault.h"
 
-#include "batch/MacroStatements.h"
 #include "core/NumberText.h"
+#include "macro/MacroStatements.h"
 
 namespace quorvex {
 namespace {

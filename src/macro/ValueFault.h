@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "batch/MacroStatements.h"
 #include "core/LocaleText.h"
+#include "macro/MacroStatements.h"
 
 namespace quorvex {
 

@@ -73,4 +73,14 @@ void InitMacroSetup(MacroSetup& setup, const Settings& preferences);
 // Puts the setup's limits of the solver in the place of those of the preferences.
 void TakeLimits(const MacroSetup& setup, Settings& preferences);
 
+// The data file as log and answers name it; where that is a connect string, without the password in it.
+std::string DataSourceText(const MacroSetup& setup);
+
+// Why no data can be read with so many variables, a sentence; empty where they can.
+std::string VariablesFault(const MacroSetup& setup);
+
+// Whether the points are wanted in the order of the source, too: by a project, or a plot. The runs of a table of
+// parameters may come to ask for a project without reading again.
+bool KeepsUnsorted(const MacroSetup& setup);
+
 }  // namespace quorvex

@@ -5,11 +5,11 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/MacroFault.h"
-#include "batch/MacroSetup.h"
 #include "core/LocaleText.h"
 #include "core/Settings.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroFault.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

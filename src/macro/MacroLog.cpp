@@ -1,6 +1,6 @@
-#include "batch/MacroLog.h"
+#include "macro/MacroLog.h"
 
-#include "batch/BatchStatus.h"
+#include "macro/BatchStatus.h"
 
 namespace quorvex {
 

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "batch/MacroLog.h"
-#include "batch/MacroReader.h"
-#include "batch/ParameterFile.h"
 #include "core/LocaleText.h"
+#include "macro/MacroLog.h"
+#include "macro/MacroReader.h"
+#include "macro/ParameterFile.h"
 
 namespace quorvex {
 

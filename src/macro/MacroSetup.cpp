@@ -1,6 +1,9 @@
-#include "batch/MacroSetup.h"
+#include "macro/MacroSetup.h"
 
-#include "batch/MacroStatements.h"
+#include "core/Limits.h"
+#include "core/NumberText.h"
+#include "import/ConnectString.h"
+#include "macro/MacroStatements.h"
 
 namespace quorvex {
 namespace {
@@ -28,6 +31,20 @@ void TakeLimits(const MacroSetup& setup, Settings& preferences) {
   preferences.LossScale = setup.LossScale;
   if (setup.Threads > 0) preferences.Threads = setup.Threads;
   ForEachLimit([&](auto read, auto preference) { preferences.*preference = setup.*read; });
+}
+
+std::string DataSourceText(const MacroSetup& setup) {
+  return setup.SQLQuery.empty() ? setup.DataFile : MaskPassword(setup.DataFile);
+}
+
+std::string VariablesFault(const MacroSetup& setup) {
+  if (setup.IndependentVariables >= 1 && setup.IndependentVariables <= kMostIndependentVariables) return {};
+  return "IndependentVariables must be 1 to 20, not " + std::to_string(setup.IndependentVariables) + ".";
+}
+
+bool KeepsUnsorted(const MacroSetup& setup) {
+  return EqualNoCase(setup.OutputFormat, "quorvex") || setup.UseParameterFile || !setup.PlotFile.empty() ||
+         !setup.ReportFile.empty();
 }
 
 }  // namespace quorvex

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "batch/MacroFields.h"
 #include "core/LocaleText.h"
 #include "core/Prompter.h"
 #include "core/Settings.h"
 #include "engine/ModelCollection.h"
+#include "macro/MacroFields.h"
 
 namespace quorvex {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/MacroFault.h"
-#include "batch/MacroSetup.h"
 #include "core/Files.h"
+#include "macro/MacroFault.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

@@ -1,4 +1,4 @@
-#include "batch/MacroText.h"
+#include "macro/MacroText.h"
 
 #include "core/NumberText.h"
 
@@ -23,6 +23,12 @@ bool HasForeignSeparator(std::string_view list, char listSeparator) {
 std::string RemoveSpaces(std::string& text) {
   std::erase(text, ' ');
   return text;
+}
+
+std::string NamesInOneLine(std::string_view lines) {
+  std::string line;
+  while (!lines.empty()) line.append(line.empty() ? "" : ", ").append(TakeLine(lines));
+  return line;
 }
 
 }  // namespace quorvex

@@ -18,4 +18,7 @@ bool HasForeignSeparator(std::string_view list, char listSeparator);
 // Deletes all blanks of `text` and returns the result.
 std::string RemoveSpaces(std::string& text);
 
+// Several names, one a line, as a log shows them.
+std::string NamesInOneLine(std::string_view lines);
+
 }  // namespace quorvex

@@ -5,10 +5,10 @@
 #include <regex>
 
 #include "Paths.h"
-#include "batch/MacroReader.h"
-#include "batch/MacroStatements.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "macro/MacroReader.h"
+#include "macro/MacroStatements.h"
 
 namespace quorvex {
 namespace {

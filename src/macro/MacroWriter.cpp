@@ -1,4 +1,4 @@
-#include "batch/MacroWriter.h"
+#include "macro/MacroWriter.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,9 +6,9 @@
 #include <utility>
 #include <variant>
 
-#include "batch/MacroStatements.h"
 #include "core/NumberText.h"
 #include "core/SaveFile.h"
+#include "macro/MacroStatements.h"
 
 namespace quorvex {
 namespace {

@@ -1,4 +1,4 @@
-#include "batch/ParameterFile.h"
+#include "macro/ParameterFile.h"
 
 #include <algorithm>
 #include <string_view>

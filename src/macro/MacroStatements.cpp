@@ -1,4 +1,4 @@
-#include "batch/MacroStatements.h"
+#include "macro/MacroStatements.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "batch/ValueFault.h"
+#include "macro/ValueFault.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,15 +1,14 @@
-#include "batch/SubstituteParameters.h"
+#include "macro/SubstituteParameters.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "batch/Assign.h"
-#include "batch/DataReading.h"
-#include "batch/MacroStatements.h"
-#include "batch/RunPlots.h"
 #include "core/NumberText.h"
 #include "diagnosis/DerivedQuantity.h"
 #include "import/ConnectString.h"
+#include "macro/Assign.h"
+#include "macro/MacroStatements.h"
+#include "macro/MacroText.h"
 #include "sheet/SeriesData.h"
 
 namespace quorvex {

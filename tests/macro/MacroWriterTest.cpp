@@ -7,13 +7,13 @@
 #include "Golden.h"
 #include "RecordingPrompter.h"
 #include "TemporaryFolder.h"
-#include "batch/MacroReader.h"
-#include "batch/MacroWriter.h"
 #include "core/DerivativeKind.h"
 #include "core/NumberText.h"
 #include "engine/EqClass.h"
 #include "engine/LoadModelCatalog.h"
 #include "engine/MvClass.h"
+#include "macro/MacroReader.h"
+#include "macro/MacroWriter.h"
 
 namespace quorvex {
 namespace {

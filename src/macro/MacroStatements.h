@@ -7,10 +7,10 @@
 #include <string_view>
 #include <variant>
 
-#include "batch/MacroFields.h"
-#include "batch/MacroSetup.h"
 #include "core/DerivativeKind.h"
 #include "core/LocaleText.h"
+#include "macro/MacroFields.h"
+#include "macro/MacroSetup.h"
 
 namespace quorvex {
 

@@ -1,4 +1,4 @@
-#include "batch/MacroReader.h"
+#include "macro/MacroReader.h"
 
 #include <algorithm>
 #include <array>
@@ -9,11 +9,6 @@
 #include <set>
 #include <unordered_map>
 
-#include "batch/Assign.h"
-#include "batch/MacroStatements.h"
-#include "batch/MacroText.h"
-#include "batch/SubstituteParameters.h"
-#include "batch/ValueFault.h"
 #include "core/DerivativeKind.h"
 #include "core/Files.h"
 #include "core/NearestWord.h"
@@ -22,6 +17,11 @@
 #include "engine/LoadModelCatalog.h"
 #include "engine/UserModel.h"
 #include "equation/Expression.h"
+#include "macro/Assign.h"
+#include "macro/MacroStatements.h"
+#include "macro/MacroText.h"
+#include "macro/SubstituteParameters.h"
+#include "macro/ValueFault.h"
 
 namespace quorvex {
 namespace {

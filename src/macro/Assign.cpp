@@ -1,7 +1,7 @@
-#include "batch/Assign.h"
+#include "macro/Assign.h"
 
-#include "batch/MacroText.h"
 #include "core/NumberText.h"
+#include "macro/MacroText.h"
 
 namespace quorvex {
 namespace {
