@@ -7,6 +7,7 @@
 #include "app/DesktopDrawer.h"
 #include "app/SettingsStore.h"
 #include "app/StartUp.h"
+#include "batch/NamedOutputs.h"
 #include "batch/WritePlot.h"
 #include "core/Files.h"
 #include "core/NotingPrompter.h"
@@ -53,6 +54,18 @@ std::vector<std::string> GoodNames(const std::string& plot, const std::vector<st
   return good;
 }
 
+// Writes the plot as what the name asks for, and returns why it couldn't, a sentence.
+std::string WritePlot(const std::string& text, const std::string& name, PlotDrawer& drawer, ReplacementFile& file) {
+  std::string fault;
+  if (kPlotOutputs.NameError(name, ResolveNewPath(name), fault) != 0) return fault;
+  const Result<std::string> content = PlotContent(text, name, drawer, [] { return EndSignal() == 0; });
+  if (!content) return content.error();
+  int error = file.Create(name);
+  if (error == 0) file.Text().Write(*content);
+  if (error == 0) error = file.Commit();
+  return error == 0 ? "" : kPlotOutputs.NotWrittenText(name, FileErrorText(error));
+}
+
 }  // namespace
 
 int ConvertPlot(const std::vector<std::string>& arguments) {
@@ -74,10 +87,8 @@ int ConvertPlot(const std::vector<std::string>& arguments) {
   ReplacementFile file(FileCare::Answer);
   int status = good.size() == names.size() ? EXIT_SUCCESS : EXIT_FAILURE;
   for (const std::string& name : good) {
-    std::string fault;
-    if (WritePlot(
-            *text, name, drawer, [] { return EndSignal() == 0; }, file, fault) == 0)
-      continue;
+    const std::string fault = WritePlot(*text, name, drawer, file);
+    if (fault.empty()) continue;
     Complain(fault);
     status = EXIT_FAILURE;
     if (EndSignal() != 0) break;

@@ -12,10 +12,8 @@
 
 #include "batch/DataReading.h"
 #include "batch/MacroStart.h"
+#include "batch/NamedOutputs.h"
 #include "batch/RunAnswers.h"
-#include "batch/RunCode.h"
-#include "batch/RunPlots.h"
-#include "batch/RunReports.h"
 #include "batch/WritePlot.h"
 #include "core/Files.h"
 #include "core/NumberText.h"
@@ -51,21 +49,6 @@ std::vector<std::string> NamesBetweenPercents(const std::string& text, const std
   }
   return names;
 }
-
-// A statement that names several files to be written.
-struct NamedOutputs {
-  std::string_view Keyword;
-  std::string MacroSetup::*Names;
-  Writing Kind;
-  std::string_view What;
-  std::optional<std::string> (*Refuse)(const std::string& name, MacroFiles& files);
-  int (*NameError)(const std::string& name, const std::string& path, std::string& fault);
-};
-constexpr NamedOutputs kNamedOutputs[] = {
-    {"PlotFile", &MacroSetup::PlotFile, Writing::Plot, "plot", RefusePlot, PlotNameError},
-    {"CodeFile", &MacroSetup::CodeFile, Writing::Code, "code", RefuseCode, CodeNameError},
-    {"ReportFile", &MacroSetup::ReportFile, Writing::Report, "report", RefuseReport, ReportNameError},
-};
 
 class Checker {
  public:
@@ -169,8 +152,8 @@ void Checker::CheckAll(const MacroRequest& request) {
 
   written_ = Setup();
   for (const MacroNotes::Line& line : notes_.Lines)
-    for (const NamedOutputs& outputs : kNamedOutputs)
-      if (line.Keyword == outputs.Keyword && !line.Value.empty()) nameLines_[outputs.Keyword].push_back(line.Number);
+    for (const NamedOutputs* outputs : AllNamedOutputs())
+      if (line.Keyword == outputs->Keyword && !line.Value.empty()) nameLines_[outputs->Keyword].push_back(line.Number);
   const std::size_t end = part_.End(table_.Rows.size());
   for (std::size_t row = part_.First(table_.Rows.size()); row < end; ++row, ++found_.Runs) {
     row_ = Setup().UseParameterFile || Setup().DataSeries ? row + 1 : 0;
@@ -239,11 +222,11 @@ void Checker::CheckResults() {
 void Checker::CheckRow(std::size_t row) {
   const bool substituted = SubstituteParameters(macro_, table_, row, session_.Locale, log_);
   for (const MacroFault& fault : rowFaults_) {
-    const auto* const named = std::ranges::find_if(kNamedOutputs, [&](const NamedOutputs& outputs) {
-      return fault.Text.find(outputs.Keyword) != std::string::npos;  // one of its names is missing
-    });
-    const bool isNamed = fault.Line == 0 && named != std::end(kNamedOutputs);
-    Add(isNamed ? LineOf(named->Keyword) : fault.Line, fault.Status, fault.Text);
+    std::size_t line = fault.Line;
+    for (const NamedOutputs* outputs : AllNamedOutputs())
+      if (fault.Line == 0 && fault.Text.find(outputs->Keyword) != std::string::npos)  // one of its names is missing
+        line = LineOf(outputs->Keyword);
+    Add(line, fault.Status, fault.Text);
   }
   if (!substituted) return Add(LineOf("ParameterFile"), kParameterFile, std::string(kTooLongText));
   CheckValues();
@@ -251,7 +234,7 @@ void Checker::CheckRow(std::size_t row) {
   CheckData();
   CheckModels();
   CheckAnswers();
-  for (const NamedOutputs& outputs : kNamedOutputs) CheckNames(outputs);
+  for (const NamedOutputs* outputs : AllNamedOutputs()) CheckNames(*outputs);
 }
 
 // What the parameters have made of values.
@@ -375,15 +358,13 @@ void Checker::CheckNames(const NamedOutputs& outputs) {
   const auto count = static_cast<std::size_t>(std::ranges::count(all, '\n')) + 1;
   std::size_t n = 0;
   for (std::string_view names = all; !names.empty(); ++n) {
-    const std::string name(TakeLine(names)), path = files_.Place(name), what(outputs.What);
+    const std::string name(TakeLine(names)), what(outputs.Noun);
     // Where a row leaves one without a name nobody can tell which the others are.
     const std::size_t line = count == lines.size() ? lines[n] : LineOf(outputs.Keyword);
     std::string fault;
-    int error = kAccessError;
-    if (const auto refusal = outputs.Refuse(name, files_))
-      fault = *refusal;
-    else if (error = outputs.NameError(name, path, fault); error == 0 && (error = WritingError(path)) != 0)
-      fault = "The " + what + " '" + name + "' cannot be written. " + FileErrorText(error);
+    int error = outputs.Error(name, files_, fault);
+    if (error == 0 && (error = WritingError(files_.Place(name))) != 0)
+      fault = outputs.NotWrittenText(name, FileErrorText(error));
     if (fault.empty())
       NoteShared(outputs.Kind, what, name, line);
     else

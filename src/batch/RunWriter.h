@@ -23,7 +23,7 @@ class RunWriter {
         log_(log),
         answers_(session.Locale, files, log),
         plots_(session, form, drawer, files, log),
-        code_(files, log),
+        code_(form, files, log),
         reports_(session, form, drawer, files, log) {}
 
   // False where something could not be written; `end` tells either way. `macro` is asked for where a report shows it.

@@ -140,43 +140,12 @@ std::string NotDrawnText(const std::string& names, const std::string& why) {
   return "The plot '" + names + "' cannot be drawn. " + why;
 }
 
-bool IsPipeOrDevice(const std::string& path) {
-  std::error_code ignored;
-  const std::filesystem::file_status there = std::filesystem::status(path, ignored);
-  return exists(there) && !is_regular_file(there) && !is_directory(there);
-}
-
-int PlotNameError(const std::string& name, const std::string& path, std::string& fault) {
-  if (PlotEnding(name).empty()) {
-    fault = UnknownEndingText(name);
-    return kBadFileName;
-  }
-  return NoFileError("plot", name, path, fault);
-}
-
-int NoFileError(const std::string& what, const std::string& name, const std::string& path, std::string& fault) {
-  std::error_code ignored;
-  const std::filesystem::file_status there = std::filesystem::status(path, ignored);
-  if (!exists(there) || is_regular_file(there) || is_directory(there)) return 0;
-  fault = "The " + what + " '" + name + "' cannot be written. It is a pipe or a device and not a file.";
-  return kAccessError;
-}
-
-int WritePlot(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
-              const std::function<bool()>& goOn, ReplacementFile& file, std::string& fault) {
-  if (const int error = PlotNameError(name, ResolveNewPath(name), fault); error != 0) return error;
+Result<std::string> PlotContent(const std::string& plotText, const std::string& name, PlotDrawer& drawer,
+                                const std::function<bool()>& goOn) {
   const std::string ending = PlotEnding(name);
-  const Result<std::string> content =
-      ending == kPlotFileEnding ? Result<std::string>(plotText) : drawer.Draw(plotText, ending, goOn);
-  if (!content) {
-    fault = NotDrawnText(name, content.error());
-    return kNotDrawn;
-  }
-  int error = file.Create(name);
-  if (error == 0) file.Text().Write(*content);
-  if (error == 0) error = file.Commit();
-  if (error != 0) fault = "The plot '" + name + "' cannot be written. " + FileErrorText(error);
-  return error;
+  if (ending == kPlotFileEnding) return plotText;
+  Result<std::string> picture = drawer.Draw(plotText, ending, goOn);
+  return picture ? picture : Result<std::string>(Failure{NotDrawnText(name, picture.error())});
 }
 
 }  // namespace quorvex
