@@ -4,6 +4,7 @@
 // only those are kept that begin so.
 
 #include <QApplication>
+#include <QDir>
 
 #include "DarkPalette.h"
 #include "Shots.h"
@@ -13,7 +14,7 @@ int main(int argc, char** argv) {
   using namespace quorvex;
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 4) return EXIT_FAILURE;
+  if (arguments.size() < 4 || !QDir().mkpath(arguments[1])) return EXIT_FAILURE;
   QApplication::setStyle(new ContrastStyle);
   if (arguments[3] == "dark") QApplication::setPalette(DarkPalette());
   Session session;

@@ -40,12 +40,15 @@ std::optional<KeyAndText> KeyOfLine(std::string_view line) {
 }
 
 // The text of the file; nothing with an error number when it is there and cannot be read. A pipe or a file without end
-// is no store, and would keep the program from starting.
+// is no store, and would keep the program from starting; /dev/null is one that forgets, for who wants nobody's
+// settings.
 std::optional<std::string> ReadStore(const std::string& name, int& error) {
   constexpr int kFileNotFound = 53, kAccess = 75, kPathNotFound = 76;
   constexpr std::size_t kMostBytes = 1 << 24;
   WholeFile file;
   std::error_code failure;
+  error = 0;
+  if (std::filesystem::canonical(name, failure) == "/dev/null") return "";
   error = std::filesystem::is_other(name, failure) ? kAccess : file.Read(name, kMostBytes + 1);
   if (file.Text().size() > kMostBytes) error = kAccess;
   if (error == kFileNotFound || error == kPathNotFound) {

@@ -166,6 +166,9 @@ TEST_F(SettingsStore, TellsWhyItCannotSave) {
   EXPECT_EQ(SaveSettings(Settings(), "startup", kKeys), 76);
   const TemporaryVariable folder("QUORVEX_SETTINGS", folder_.Path("").c_str());
   EXPECT_EQ(SaveSettings(Settings(), "startup", kKeys), 75);
+  // Who names it wants nothing kept, and no message about that.
+  const TemporaryVariable nowhere("QUORVEX_SETTINGS", "/dev/null");
+  EXPECT_EQ(SaveSettings(Settings(), "startup", kKeys), 0);
 }
 
 TEST(SettingsFileName, FollowsTheEnvironment) {
