@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cfenv>
 
+#include "core/FaultFlags.h"
 #include "equation/BlockProgram.h"
 #include "equation/DerivativeRules.h"
 #include "equation/IntrinsicFunctions.h"
@@ -28,7 +29,7 @@ class BlockProgram::Sweep {
       : program_(program), adjoints_(program.adjoints_), dyda_(dyda), n_(program.n_) {}
 
   void Run() {
-    if (HasUnderflown()) std::feclearexcept(FE_UNDERFLOW);
+    ClearFlags(FE_UNDERFLOW);
     RunFrom(1);
     // A later factor may bring back what is too small.
     if (HasUnderflown()) RunFrom(kRaised);
@@ -37,7 +38,7 @@ class BlockProgram::Sweep {
  private:
   using Kind = BlockProgram::Kind;
 
-  static bool HasUnderflown() { return std::fetestexcept(FE_UNDERFLOW) != 0; }
+  static bool HasUnderflown() { return FlagsRaised(FE_UNDERFLOW); }
 
   void RunFrom(double unit) {
     unit_ = unit;
