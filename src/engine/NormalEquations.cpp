@@ -24,26 +24,24 @@ const double* NormalEquations::Weighted(std::size_t column, const double* values
 }
 
 double NormalEquations::SumSquares(const double* dy, const double* sig, std::size_t n) {
-  return BlockDot(dy, Weighted(free_.size(), dy, sig, n), n);
+  return BlockDot(dy, Weighted(0, dy, sig, n), n);
 }
 
 void NormalEquations::SumBlock(const double* dy, const double* sig, const double* const* dyda, std::size_t n,
                                double* sums) {
-  const std::size_t last = free_.size();
-  for (std::size_t j = 0; j <= last; ++j) {
-    columns_[j] = j < last ? dyda[free_[j]] : dy;
+  for (std::size_t j = 0; j < columns_.size(); ++j) {
+    columns_[j] = j == 0 ? dy : dyda[free_[j - 1]];
     weighted_[j] = Weighted(j, columns_[j], sig, n);
   }
-  for (std::size_t j = 0; j < last; ++j, sums += j) BlockDots(weighted_[j], columns_.data(), j + 1, n, sums);
-  // The gradient, and the merit function.
-  BlockDots(dy, weighted_.data(), last + 1, n, sums);
+  TriangleOfDots(weighted_.data(), columns_.data(), columns_.size(), n, sums);
 }
 
 void NormalEquations::Take(std::span<const double> sums, Matrix& alpha, std::vector<double>& beta) const {
-  const double* at = sums.data();
-  for (std::size_t j = 0; j < free_.size(); ++j)
+  const double* at = sums.data() + 1;
+  for (std::size_t j = 0; j < free_.size(); ++j) {
+    beta[j] = *at++;
     for (std::size_t k = 0; k <= j; ++k) alpha(j, k) = alpha(k, j) = *at++;
-  for (std::size_t j = 0; j < free_.size(); ++j) beta[j] = *at++;
+  }
 }
 
 }  // namespace quorvex

@@ -368,7 +368,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::mrqcof(const std::vector<double>& a
   chisq = 0;
   const auto take = [&](std::size_t slot) {
     for (std::size_t k = 0; k < size; ++k) sums[k] += ofBlocks[slot * size + k];
-    chisq = sums.back();
+    chisq = sums.front();
     return !(givesUp_ && chisq >= limit && chisq < kFarOff * limit && AllFinite(sums));
   };
   const Pass pass = OverBlocks(a, slots, compute, take);
