@@ -11,6 +11,23 @@
 namespace quorvex {
 namespace {
 
+// What the statistics are made of, point by point in the order of the data, which is also the order of the
+// Durbin-Watson differences.
+struct ResidualSums {
+  double ResSum = 0, RSS = 0, RssNorm = 0, Differences = 0, WeightedY = 0;
+  double Previous = 0;  // residual
+
+  void Add(double y, double fitted, double weight) {
+    const double e = y - fitted;
+    ResSum += e;
+    RSS += e * e;
+    RssNorm += weight * e * e;
+    Differences += (e - Previous) * (e - Previous);
+    WeightedY += weight * y;
+    Previous = e;
+  }
+};
+
 // What a robust fit knows of its error, residual by residual; RobustFit.h has the formula.
 class RobustError {
  public:
@@ -47,7 +64,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
   return GetGoodnessOfFit(data, numcoef, form, alone);
 }
 
-// Two passes over the points in the order of the data, which is also the order of the Durbin-Watson differences.
+// Two passes over the points.
 bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm& form, BlockTeam& team) {
   const std::size_t N = data.N();
   const double n = static_cast<double>(N);
@@ -64,22 +81,16 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
       if (!model.Evaluate(data.Point(first + i, x), values[i])) return false;
     return true;
   };
-  double resSum = 0, rss = 0, rssNorm = 0, differences = 0, weightedY = 0, previous = 0;
+  ResidualSums sums;
   RobustError robust(Loss, LossScale);
   const auto take = [&](std::size_t block, std::size_t slot) {
     const std::size_t first = block * kBlock, count = std::min(kBlock, N - first);
     const double* const values = &fitted[slot * kBlock];
     const double *const y = &data.Y[first], *const sig = &data.sig[first];
-    if (first == 0) previous = y[0] - values[0];
-    for (std::size_t i = 0; i < count; ++i) {
-      const double e = y[i] - values[i];
-      resSum += e;
-      rss += e * e;
-      rssNorm += sig[i] * e * e;
-      differences += (e - previous) * (e - previous);
-      weightedY += sig[i] * y[i];
-      previous = e;
-    }
+    ResidualSums grown = sums;  // a copy, which stays in registers
+    if (first == 0) grown.Previous = y[0] - values[0];
+    for (std::size_t i = 0; i < count; ++i) grown.Add(y[i], values[i], sig[i]);
+    sums = grown;
     if (Loss != LossKind::Squares)
       for (std::size_t i = 0; i < count; ++i) robust.Add(std::sqrt(sig[i]) * (y[i] - values[i]));
     return true;
@@ -90,7 +101,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
   };
   team.ShareCoefficients();
   if (team.Run(slots, goOn, compute, take) * kBlock < N) return false;
-  const double mean = weightedY / n;  // the weights have mean 1
+  const double mean = sums.WeightedY / n;  // the weights have mean 1
   // In a second pass about the mean: the sum of squares less n*mean^2 would cancel where Y lies far from 0.
   double rst = 0;
   for (std::size_t i = 0; i < N; ++i) rst += data.sig[i] * (data.Y[i] - mean) * (data.Y[i] - mean);
@@ -98,23 +109,23 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
   const std::int32_t dofRegression = std::max(numcoef - 1, 1);
   const std::int32_t dofError = std::max(static_cast<std::int32_t>(N) - numcoef, 1);
   // Constant Y leaves nothing to explain: an exact fit explains it all the same, any other nothing.
-  const double r2 = rst == 0 ? (rssNorm == 0 ? 1.0 : 0.0) : 1.0 - rssNorm / rst;
+  const double r2 = rst == 0 ? (sums.RssNorm == 0 ? 1.0 : 0.0) : 1.0 - sums.RssNorm / rst;
   // 1 - (1 - R2)(n - 1)/dofError, written as what the coefficients cost.
   const double r2Adjust = r2 - static_cast<double>(dofRegression) / dofError * (1.0 - r2);
   // About 2 where neighbouring residuals are independent, near 0 where they follow each other.
-  const double durbin = rss == 0 ? 0.0 : differences / rss;
+  const double durbin = sums.RSS == 0 ? 0.0 : sums.Differences / sums.RSS;
   const double stdErr =
-      Loss == LossKind::Squares ? std::sqrt(std::abs(rssNorm / dofError)) : robust.StdErr(n, numcoef, dofError);
-  for (const double value : {resSum, rss, rssNorm, rst, r2, r2Adjust, durbin, stdErr})
+      Loss == LossKind::Squares ? std::sqrt(std::abs(sums.RssNorm / dofError)) : robust.StdErr(n, numcoef, dofError);
+  for (const double value : {sums.ResSum, sums.RSS, sums.RssNorm, rst, r2, r2Adjust, durbin, stdErr})
     if (!std::isfinite(value)) return false;
 
   // All or nothing: a rejected solution leaves the statistics as they were.
   DOFRegression = dofRegression;
   DOFError = dofError;
-  ResSum = resSum;
-  RSS = rss;
-  RssNorm = rssNorm;
-  ResAvg = resSum / n;
+  ResSum = sums.ResSum;
+  RSS = sums.RSS;
+  RssNorm = sums.RssNorm;
+  ResAvg = sums.ResSum / n;
   RST = rst;
   StdErr = stdErr;
   // A model may be worse than the mean, which would make these negative.
