@@ -1,4 +1,5 @@
-// Derivatives of a block program by its coefficients: one sweep over the graph, from the result back to them.
+// Derivatives of a block program by its coefficients: one sweep over the graph, from the result back to them, which
+// adds to the graph what is to be computed.
 
 #include <algorithm>
 #include <cfenv>
@@ -12,226 +13,156 @@
 namespace quorvex {
 namespace {
 
-// So many steps are rather computed twice than put down once more.
-constexpr std::size_t kFewSteps = 1;
-
 // The derivative of the result by itself, times so much, where products on the way fall below the doubles: a power of
 // two, so that no other bit changes.
 constexpr double kRaised = 0x1p600;
 
+// Of one program, each for other coefficients that are wanted or another way through its branches.
+constexpr std::size_t kMostGradients = 16;
+
+// d(a^b)/da is b*a^b/a, but where the power has lost its digits or a is 0.
+void PowerByBase(const BlockOperand& a, const BlockOperand& b, const BlockOperand& power, std::size_t n, double* out) {
+  constexpr double kFewDigits = 1e-290;
+  bool all = true;
+  for (std::size_t i = 0; i < n; ++i) {
+    const bool divides = std::abs(power.At(i)) > kFewDigits && a.At(i) != 0 && b.At(i) != 0;
+    all = all && divides;
+    out[i] = b.At(i) * (power.At(i) / (divides ? a.At(i) : 1));
+  }
+  if (all) return;
+  for (std::size_t i = 0; i < n; ++i)
+    if (!(std::abs(power.At(i)) > kFewDigits) || a.At(i) == 0 || b.At(i) == 0)
+      out[i] = b.At(i) == 0 ? 0 : b.At(i) * Power(a.At(i), b.At(i) - 1);
+}
+
+// d(a^b)/db is ln(a)*a^b, and 0 where a is.
+void PowerByExponent(const BlockOperand& a, const BlockOperand& power, std::size_t n, double* out) {
+  if (a.Points == nullptr) {
+    const double logarithm = a.Value == 0 ? 0 : Ln(a.Value);
+    for (std::size_t i = 0; i < n; ++i) out[i] = power.At(i) * logarithm;
+    // 0^0 is 1 and has no derivative.
+    if (a.Value == 0)
+      for (std::size_t i = 0; i < n; ++i)
+        if (power.At(i) != 0) out[i] = Ln(0);
+    return;
+  }
+  for (std::size_t i = 0; i < n; ++i) out[i] = a.Points[i] == 0 && power.At(i) == 0 ? 1 : a.Points[i];
+  LnBlock(out, out, n);
+  for (std::size_t i = 0; i < n; ++i) out[i] *= power.At(i);
+}
+
 }  // namespace
 
-// What one sweep knows of each node: the derivative of the result by its value, as far as its users were met. It stays
-// a chain of what is to be computed until the end, or until several such chains meet.
-class BlockProgram::Sweep {
+// Walks the graph from the result to the coefficients and adds, for each node on the way, the nodes that compute the
+// derivative of the result by it.
+class BlockProgram::GradientBuilder {
  public:
-  Sweep(BlockProgram& program, double* const* dyda)
-      : program_(program), adjoints_(program.adjoints_), dyda_(dyda), n_(program.n_) {}
+  GradientBuilder(BlockProgram& program, const std::vector<bool>& wanted)
+      : program_(program), active_(program.valueCount_), slopes_(program.valueCount_, kNone) {
+    for (std::uint32_t i = 0; i < program.valueCount_; ++i) {
+      const Node& node = program.nodes_[i];
+      active_[i] = node.What == Kind::Coefficient && wanted[static_cast<std::size_t>(node.Code)];
+      // A condition goes in steps.
+      if (node.What == Kind::Fork) continue;
+      for (std::size_t k = 0; k < node.OperandCount; ++k) active_[i] = active_[i] || active_[node.Operands[k]];
+    }
+  }
 
-  void Run() {
-    ClearFlags(FE_UNDERFLOW);
-    RunFrom(1);
-    // A later factor may bring back what is too small.
-    if (HasUnderflown()) RunFrom(kRaised);
+  // The node of the derivative by each coefficient; none where it has no part in the result, as in a branch that was
+  // not taken.
+  std::vector<std::uint32_t> Build() {
+    Hand(program_.result_, program_.Append(Kind::Seed, 0, {}));
+    for (std::uint32_t i = program_.result_ + 1; i-- > 0;)
+      if (slopes_[i] != kNone) Pass(i, slopes_[i]);
+    std::vector<std::uint32_t> slopes;
+    for (const std::uint32_t node : program_.coefficientNodes_) slopes.push_back(slopes_[node]);
+    return slopes;
   }
 
  private:
-  using Kind = BlockProgram::Kind;
-
-  static bool HasUnderflown() { return FlagsRaised(FE_UNDERFLOW); }
-
-  void RunFrom(double unit) {
-    unit_ = unit;
-    adjoints_.Known.assign(adjoints_.Known.size(), false);
-    if (IsWanted(program_.result_)) Add(program_.result_, BlockOperand{nullptr, unit});
-    for (std::uint32_t i = program_.result_ + 1; i-- > 0;)
-      if (adjoints_.Known[i]) Pass(i);
-    // What no path leads to from the result, as in the branch that was not taken, has no part in it.
-    for (std::size_t c = 0; c < program_.wanted_.size(); ++c)
-      if (program_.wanted_[c] && !adjoints_.Known[program_.coefficientNodes_[c]]) std::fill_n(dyda_[c], n_, 0.0);
+  // A number comes second, where it need not be spread over a block.
+  std::uint32_t Times(std::uint32_t a, std::uint32_t b) {
+    if (program_.nodes_[a].Uniform) std::swap(a, b);
+    return program_.Append(Kind::Binary, kMultiply, {a, b});
   }
+  std::uint32_t Negative(std::uint32_t a) { return program_.Append(Kind::Unary, kNegate, {a}); }
 
-  const BlockOperand& ValueOf(std::uint32_t node) const { return program_.base_.Values[node]; }
+  // The derivative of the node's value by operand `which`, in a node of its own.
+  std::uint32_t Partial(std::uint32_t index, int which) { return program_.Append(Kind::Partial, which, {index}); }
 
-  // Where the derivative by a node is put down: for a coefficient where the caller wants it.
-  double* PlaceOf(std::uint32_t node) {
+  bool IsWanted(std::uint32_t node) const { return active_[node]; }
+
+  // Adds a part to the derivative by a node, if anybody wants it. One node stands for all those of a coefficient.
+  void Hand(std::uint32_t node, std::uint32_t part) {
+    if (!IsWanted(node)) return;
     const Node& at = program_.nodes_[node];
-    if (at.What == Kind::Coefficient) return dyda_[at.Code];
-    return Room(adjoints_.Blocks[node]);
-  }
-
-  // The node that stands for all those of one coefficient.
-  std::uint32_t Shared(std::uint32_t node) const {
-    const Node& at = program_.nodes_[node];
-    return at.What == Kind::Coefficient ? program_.coefficientNodes_[static_cast<std::size_t>(at.Code)] : node;
-  }
-
-  bool IsWanted(std::uint32_t node) const { return program_.active_[node]; }
-
-  void PutDown(std::uint32_t node, PendingChain& chain) {
-    double* const place = PlaceOf(node);
-    chain.ComputeTo(n_, place);
-    chain = BlockOperand{place, 0};
-  }
-
-  void Add(std::uint32_t node, PendingChain part) {
-    node = Shared(node);
-    PendingChain& sum = adjoints_.Values[node];
-    if (!adjoints_.Known[node]) {
-      adjoints_.Known[node] = true;
-      sum = part;
-      return;
-    }
-    if (!sum.IsOperand() && part.IsOperand()) std::swap(sum, part);
-    if (!sum.IsOperand()) PutDown(node, sum);
-    part.Do(ChainOp::Add, sum.Start());
-    if (!part.IsOperand()) PutDown(node, part);
-    sum = part;
+    if (at.What == Kind::Coefficient) node = program_.coefficientNodes_[static_cast<std::size_t>(at.Code)];
+    std::uint32_t& slope = slopes_[node];
+    slope = slope == kNone ? part : program_.Append(Kind::Binary, kAdd, {part, slope});
   }
 
   // Hands the derivative by the node on to what the node is computed from.
-  void Pass(std::uint32_t index) {
-    const Node& node = program_.nodes_[index];
-    PendingChain& from = adjoints_.Values[index];
-    if (node.What == Kind::Coefficient) return Finish(index, from);
-    std::size_t heirs = 0;
-    for (std::size_t k = 0; k < node.OperandCount; ++k) heirs += IsWanted(node.Operands[k]);
-    if ((heirs > 1 && from.StepCount() > kFewSteps) || from.StepCount() + kMostSteps > PendingChain::kMost)
-      PutDown(index, from);
+  void Pass(std::uint32_t index, std::uint32_t from) {
+    const Node node = program_.nodes_[index];
     switch (node.What) {
       case Kind::Unary:
-        if (node.Code == kNegate) Hand(node.Operands[0], from, {{ChainOp::Negate, {}}});
+        if (node.Code == kNegate) Hand(node.Operands[0], Negative(from));
         break;
       case Kind::Binary:
         PassOperator(index, node, from);
         break;
       case Kind::Function:
-        PassFunction(index, node, from);
+        for (std::size_t k = 0; k < node.OperandCount; ++k)
+          if (IsWanted(node.Operands[k]))  // the exponential is its own derivative
+            Hand(node.Operands[k], Times(from, node.Code == kExpCode ? index : Partial(index, static_cast<int>(k))));
         break;
       case Kind::Choice:
-        Hand(node.Operands[ValueOf(node.Operands[0]).Value != 0 ? 1 : 2], from, {});
+        Hand(node.Operands[program_.base_.Values[node.Operands[0]].Value != 0 ? 1 : 2], from);
         break;
       default:
-        break;  // of variables, numbers and conditions nobody asks
+        break;  // of variables, numbers and conditions nobody asks, and a coefficient is the end
     }
   }
 
-  void Finish(std::uint32_t index, const PendingChain& from) {
-    double* const to = dyda_[program_.nodes_[index].Code];
-    if (from.IsOperand() && from.Start().Points == nullptr)
-      std::fill_n(to, n_, from.Start().Value);
-    else if (from.IsOperand() && from.Start().Points != to)
-      std::copy_n(from.Start().Points, n_, to);
-    else if (!from.IsOperand())
-      from.ComputeTo(n_, to);
-    if (unit_ != 1) BinaryOverBlock(kMultiply, {to, 0}, {nullptr, 1 / unit_}, n_, to);
-  }
-
-  // Adds to the derivative by an operand what the steps make of that by the node, if anybody wants it.
-  void Hand(std::uint32_t operand, PendingChain from, std::initializer_list<ChainStep> steps) {
-    if (!IsWanted(operand)) return;
-    for (const ChainStep& step : steps) from.Do(step.Op, step.Operand);
-    Add(operand, from);
-  }
-
-  void PassOperator(std::uint32_t index, const Node& node, const PendingChain& from) {
+  void PassOperator(std::uint32_t index, const Node& node, std::uint32_t from) {
     const std::uint32_t a = node.Operands[0], b = node.Operands[1];
-    const BlockOperand& first = ValueOf(a);
-    const BlockOperand& second = ValueOf(b);
     switch (node.Code) {
       case kAdd:
-        Hand(a, from, {});
-        Hand(b, from, {});
+        Hand(a, from);
+        Hand(b, from);
         break;
       case kSubtract:
-        Hand(a, from, {});
-        Hand(b, from, {{ChainOp::Negate, {}}});
+        Hand(a, from);
+        if (IsWanted(b)) Hand(b, Negative(from));
         break;
       case kMultiply:
-        Hand(a, from, {{ChainOp::Multiply, second}});
-        Hand(b, from, {{ChainOp::Multiply, first}});
+        if (IsWanted(a)) Hand(a, Times(from, b));
+        if (IsWanted(b)) Hand(b, Times(from, a));
         break;
-      case kDivide:
-        Hand(a, from, {{ChainOp::Divide, second}});
-        Hand(b, from, {{ChainOp::Divide, second}, {ChainOp::Multiply, ValueOf(index)}, {ChainOp::Negate, {}}});
+      case kDivide: {
+        const std::uint32_t quotient = program_.Append(Kind::Binary, kDivide, {from, b});
+        Hand(a, quotient);
+        if (IsWanted(b)) Hand(b, Negative(Times(quotient, index)));
         break;
+      }
       case kPower:
-        if (second.Points == nullptr && second.Value == 2)
-          Hand(a, from, {{ChainOp::Multiply, first}, {ChainOp::Multiply, second}});
-        else if (IsWanted(a))
-          HandPartial(index, 0, from,
-                      [&](std::size_t n, double* out) { PowerByBase(first, second, ValueOf(index), n, out); });
-        if (IsWanted(b))
-          HandPartial(index, 1, from,
-                      [&](std::size_t n, double* out) { PowerByExponent(first, ValueOf(index), n, out); });
+        if (IsWanted(a)) Hand(a, program_.IsSquare(node) ? Times(Times(from, a), b) : Times(from, Partial(index, 0)));
+        if (IsWanted(b)) Hand(b, Times(from, Partial(index, 1)));
         break;
       default:
         break;  // the others go in steps
     }
   }
 
-  void PassFunction(std::uint32_t index, const Node& node, const PendingChain& from) {
-    if (node.Code == kExpCode) return Hand(node.Operands[0], from, {{ChainOp::Multiply, ValueOf(index)}});
-    BlockOperand arguments[3] = {};
-    for (std::size_t k = 0; k < node.OperandCount; ++k) arguments[k] = ValueOf(node.Operands[k]);
-    for (std::size_t k = 0; k < node.OperandCount; ++k)
-      if (IsWanted(node.Operands[k]))
-        HandPartial(index, k, from, [&](std::size_t n, double* out) {
-          PartialOverBlock(node.Code, k, arguments, ValueOf(index), n, out);
-        });
-  }
-
-  // The derivative by operand `which` of the node is that by the node times what `fill` computes: one number where the
-  // node is the same at all points, else a block of them.
-  template <class Fill>
-  void HandPartial(std::uint32_t index, std::size_t which, const PendingChain& from, Fill fill) {
-    const Node& node = program_.nodes_[index];
-    double* const partial = Room(adjoints_.Partials[index][which]);
-    fill(node.Uniform ? 1 : n_, partial);
-    const BlockOperand factor = node.Uniform ? BlockOperand{nullptr, partial[0]} : BlockOperand{partial, 0};
-    Hand(node.Operands[which], from, {{ChainOp::Multiply, factor}});
-  }
-
-  // d(a^b)/da is b*a^b/a, but where the power has lost its digits or a is 0.
-  static void PowerByBase(const BlockOperand& a, const BlockOperand& b, const BlockOperand& power, std::size_t n,
-                          double* out) {
-    constexpr double kFewDigits = 1e-290;
-    bool all = true;
-    for (std::size_t i = 0; i < n; ++i) {
-      const bool divides = std::abs(power.At(i)) > kFewDigits && a.At(i) != 0 && b.At(i) != 0;
-      all = all && divides;
-      out[i] = b.At(i) * (power.At(i) / (divides ? a.At(i) : 1));
-    }
-    if (all) return;
-    for (std::size_t i = 0; i < n; ++i)
-      if (!(std::abs(power.At(i)) > kFewDigits) || a.At(i) == 0 || b.At(i) == 0)
-        out[i] = b.At(i) == 0 ? 0 : b.At(i) * Power(a.At(i), b.At(i) - 1);
-  }
-
-  // d(a^b)/db is ln(a)*a^b, and 0 where a is.
-  static void PowerByExponent(const BlockOperand& a, const BlockOperand& power, std::size_t n, double* out) {
-    if (a.Points == nullptr) {
-      const double logarithm = a.Value == 0 ? 0 : Ln(a.Value);
-      for (std::size_t i = 0; i < n; ++i) out[i] = power.At(i) * logarithm;
-      // 0^0 is 1 and has no derivative.
-      if (a.Value == 0)
-        for (std::size_t i = 0; i < n; ++i)
-          if (power.At(i) != 0) out[i] = Ln(0);
-      return;
-    }
-    for (std::size_t i = 0; i < n; ++i) out[i] = a.Points[i] == 0 && power.At(i) == 0 ? 1 : a.Points[i];
-    LnBlock(out, out, n);
-    for (std::size_t i = 0; i < n; ++i) out[i] *= power.At(i);
-  }
-
-  static constexpr std::size_t kMostSteps = 4;  // that one node adds to a chain, with those of a sum
-
   BlockProgram& program_;
-  Adjoints& adjoints_;
-  double* const* const dyda_;
-  const std::size_t n_;
-  double unit_ = 1;
+  std::vector<bool> active_;           // the nodes that depend on a coefficient that is wanted
+  std::vector<std::uint32_t> slopes_;  // the derivative of the result by each node, as far as its users were met
 };
+
+bool BlockProgram::IsSquare(const Node& power) const {
+  const BlockOperand& exponent = base_.Values[power.Operands[1]];
+  return exponent.Points == nullptr && exponent.Value == 2;
+}
 
 void BlockProgram::PrepareGradient() {
   const std::size_t coefficients = dependents_.size();
@@ -243,6 +174,7 @@ void BlockProgram::PrepareGradient() {
   for (std::uint32_t i = 0; i < nodes_.size(); ++i) {
     const Node& node = nodes_[i];
     depends[i] = node.What == Kind::Coefficient;
+    if (node.What == Kind::Fork || (node.What == Kind::Binary && node.Code == kPower)) turns_.push_back(i);
     for (std::size_t k = 0; k < node.OperandCount; ++k) {
       if (!depends[node.Operands[k]]) continue;
       depends[i] = true;
@@ -251,33 +183,66 @@ void BlockProgram::PrepareGradient() {
   }
 }
 
-// Notes which nodes depend on a coefficient whose derivative is wanted.
-void BlockProgram::TakeWanted(double* const* dyda) {
-  bool changed = active_.empty();
-  wanted_.resize(dependents_.size());
-  for (std::size_t c = 0; c < wanted_.size(); ++c) {
-    const bool isWanted = dyda[c] != nullptr;
-    changed = changed || wanted_[c] != isWanted;
-    wanted_[c] = isWanted;
+// The gradient for these coefficients by the way that the last Evaluate took.
+const BlockProgram::GradientPlan& BlockProgram::GradientFor(double* const* dyda) {
+  key_.clear();
+  for (std::size_t c = 0; c < dependents_.size(); ++c) key_.push_back(dyda[c] != nullptr);
+  for (const std::uint32_t i : turns_)
+    key_.push_back(nodes_[i].What == Kind::Fork ? base_.Values[i].Value != 0 : IsSquare(nodes_[i]));
+  if (gradient_ != nullptr && gradient_->Key == key_) return *gradient_;
+  for (GradientPlan& known : gradients_)
+    if (known.Key == key_) return *(gradient_ = &known);
+  if (gradients_.size() == kMostGradients) {
+    gradients_.clear();
+    nodes_.resize(valueCount_);
   }
-  if (!changed) return;
-  active_.assign(nodes_.size(), false);
-  for (std::uint32_t i = 0; i < nodes_.size(); ++i) {
-    const Node& node = nodes_[i];
-    active_[i] = node.What == Kind::Coefficient && wanted_[static_cast<std::size_t>(node.Code)];
-    // A condition goes in steps.
-    if (node.What == Kind::Fork) continue;
-    for (std::size_t k = 0; k < node.OperandCount; ++k) active_[i] = active_[i] || active_[node.Operands[k]];
-  }
-  adjoints_.Values.resize(nodes_.size());
-  adjoints_.Blocks.resize(nodes_.size());
-  adjoints_.Known.resize(nodes_.size());
-  adjoints_.Partials.resize(nodes_.size());
+  const std::size_t begin = nodes_.size();
+  std::vector<std::uint32_t> slopes = GradientBuilder(*this, key_).Build();
+  CountUses(begin);
+  std::vector<bool> computed(nodes_.size()), kept(nodes_.size());
+  std::fill(computed.begin() + static_cast<std::ptrdiff_t>(begin), computed.end(), true);
+  for (const std::uint32_t slope : slopes)
+    if (slope != kNone) kept[slope] = true;
+  base_.Values.resize(nodes_.size());
+  base_.Blocks.resize(nodes_.size());
+  places_.resize(nodes_.size());
+  gradients_.push_back({key_, std::move(slopes), PlanFor(computed, kept)});
+  return *(gradient_ = &gradients_.back());
+}
+
+void BlockProgram::RunGradient(const GradientPlan& gradient, double seed, double* const* dyda) {
+  seed_ = seed;
+  for (std::size_t c = 0; c < gradient.Slopes.size(); ++c)
+    if (gradient.Slopes[c] != kNone) places_[gradient.Slopes[c]] = dyda[c];
+  RunPlan(gradient.Steps, base_);
+  for (std::size_t c = 0; c < gradient.Slopes.size(); ++c)
+    if (dyda[c] != nullptr)
+      Deliver(gradient.Slopes[c] != kNone ? base_.Values[gradient.Slopes[c]] : BlockOperand{nullptr, 0}, dyda[c]);
+}
+
+void BlockProgram::ComputePartial(const Node& partial, std::size_t n, double* out) {
+  const std::uint32_t index = partial.Operands[0];
+  const Node& node = nodes_[index];
+  BlockOperand operands[3] = {};
+  for (std::size_t k = 0; k < node.OperandCount; ++k) operands[k] = base_.Values[node.Operands[k]];
+  const BlockOperand& value = base_.Values[index];
+  if (node.What == Kind::Function)
+    PartialOverBlock(node.Code, static_cast<std::size_t>(partial.Code), operands, value, n, out);
+  else if (partial.Code == 0)
+    PowerByBase(operands[0], operands[1], value, n, out);
+  else
+    PowerByExponent(operands[0], value, n, out);
 }
 
 void BlockProgram::Gradient(double* const* dyda) {
-  TakeWanted(dyda);
-  Sweep(*this, dyda).Run();
+  const GradientPlan& gradient = GradientFor(dyda);
+  ClearFlags(FE_UNDERFLOW);
+  RunGradient(gradient, 1, dyda);
+  if (!FlagsRaised(FE_UNDERFLOW)) return;
+  // A later factor may bring back what is too small.
+  RunGradient(gradient, kRaised, dyda);
+  for (std::size_t c = 0; c < dependents_.size(); ++c)
+    if (dyda[c] != nullptr) BinaryOverBlock(kMultiply, {dyda[c], 0}, {nullptr, 1 / kRaised}, n_, dyda[c]);
 }
 
 }  // namespace quorvex

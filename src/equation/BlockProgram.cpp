@@ -55,23 +55,11 @@ class BlockProgram::Builder {
 
   // A value that is computed already, and has been wherever this is, is not computed again.
   std::uint32_t Add(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value = 0) {
-    if (what == Kind::Fork || what == Kind::Choice) return Append(what, code, operands, value);
+    if (what == Kind::Fork || what == Kind::Choice) return program_.Append(what, code, operands, value);
     Computed& computed = computed_[{what, code, {operands}, std::bit_cast<std::uint64_t>(value)}];
     if (!computed.Exists || !IsPrefix(computed.Path, path_))
-      computed = {true, Append(what, code, operands, value), path_};
+      computed = {true, program_.Append(what, code, operands, value), path_};
     return computed.Node;
-  }
-
-  std::uint32_t Append(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value) {
-    Node node{
-        what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), false, {}, value,
-        0,    0};
-    std::copy(operands.begin(), operands.end(), node.Operands);
-    node.Uniform = what != Kind::Variable && std::all_of(operands.begin(), operands.end(), [&](std::uint32_t operand) {
-                     return program_.nodes_[operand].Uniform;
-                   });
-    program_.nodes_.push_back(node);
-    return static_cast<std::uint32_t>(program_.nodes_.size() - 1);
   }
 
   // Reads up to the function token that ends the branch (or, at 0, the list), and past it. The value left on top.
@@ -175,6 +163,24 @@ class BlockProgram::Builder {
   std::map<Operation, Computed> computed_;
 };
 
+std::uint32_t BlockProgram::Append(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value) {
+  Node node{what, false, static_cast<std::int16_t>(code), static_cast<std::uint8_t>(operands.size()), false, {}, value,
+            0,    0};
+  std::copy(operands.begin(), operands.end(), node.Operands);
+  node.Uniform = what != Kind::Variable && std::all_of(operands.begin(), operands.end(),
+                                                       [&](std::uint32_t operand) { return nodes_[operand].Uniform; });
+  nodes_.push_back(node);
+  return static_cast<std::uint32_t>(nodes_.size() - 1);
+}
+
+// Notes of the nodes from this one on by how many of the same they are used.
+void BlockProgram::CountUses(std::size_t begin) {
+  std::vector<int> uses(nodes_.size());
+  for (std::size_t i = begin; i < nodes_.size(); ++i)
+    for (std::size_t k = 0; k < nodes_[i].OperandCount; ++k) ++uses[nodes_[i].Operands[k]];
+  for (std::size_t i = begin; i < nodes_.size(); ++i) nodes_[i].UsedOnce = uses[i] == 1;
+}
+
 BlockProgram::BlockProgram(const Expression& expression) {
   if (expression.ParseError || expression.ExprTokens.empty() || expression.ExprTokens.size() > kLongestList) return;
   try {
@@ -183,6 +189,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
     return;
   }
   supported_ = true;
+  valueCount_ = static_cast<std::uint32_t>(nodes_.size());
   const std::size_t coefficients = expression.CoefficientNames.size();
   // Operands stand before what uses them, so that one pass in order finds everything that a coefficient moves.
   depends_.assign(coefficients, std::vector<bool>(nodes_.size()));
@@ -211,11 +218,9 @@ BlockProgram::BlockProgram(const Expression& expression) {
     }
   }
   PrepareGradient();
-  std::vector<int> uses(nodes_.size());
-  for (const Node& node : nodes_)
-    for (std::size_t k = 0; k < node.OperandCount; ++k) ++uses[node.Operands[k]];
-  for (std::size_t i = 0; i < nodes_.size(); ++i) nodes_[i].UsedOnce = uses[i] == 1;
+  CountUses(0);
   MakePlans();
+  places_.resize(nodes_.size());
   for (Slots* slots : {&base_, &moved_, &narrow_}) {
     slots->Values.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
@@ -249,11 +254,11 @@ bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std
   narrowed_ = false;
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
-  resultPlace_ = keepsResult_[static_cast<std::size_t>(next)] ? nullptr : y;
+  places_[result_] = keepsResult_[static_cast<std::size_t>(next)] ? nullptr : y;
   ClearFaultFlags();
   const bool completed = Completes([&] {
     if (forks_)
-      RunRange(0, static_cast<std::uint32_t>(nodes_.size()), base_);
+      RunRange(0, valueCount_, base_);
     else
       RunPlan(plans_[static_cast<std::size_t>(next)], base_);
   });
@@ -266,7 +271,7 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y, s
   const double kept = values_[varied];
   values_[varied] = value;
   moving_ = &depends_[varied];
-  resultPlace_ = y;
+  places_[result_] = y;
   assert(then.size() <= kMostThen);
   then_ = then;
   const bool completed = Completes([&] { RunVaried(varied); });
@@ -328,7 +333,7 @@ void BlockProgram::Widen() {
 }
 
 [[gnu::noinline]] void BlockProgram::RunVaried(std::size_t varied) {
-  if (forks_) return RunRange(0, static_cast<std::uint32_t>(nodes_.size()), moved_);
+  if (forks_) return RunRange(0, valueCount_, moved_);
   RunPlan(variedPlans_[varied], moved_);
 }
 
@@ -338,8 +343,7 @@ BlockOperand BlockProgram::ValueOf(std::uint32_t index, const Slots& slots) cons
 }
 
 double* BlockProgram::BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots) {
-  // The result is computed where the caller wants it.
-  if (index == result_ && resultPlace_ != nullptr) return resultPlace_;
+  if (places_[index] != nullptr) return places_[index];
   return Room(slots.Blocks[place]);
 }
 
@@ -399,6 +403,14 @@ void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slot
         for (std::size_t i = 1; i < n_; ++i)
           if ((condition.Points[i] != 0) != whenTrue) throw Diverged();
       out = {nullptr, whenTrue ? 1.0 : 0.0};
+      break;
+    }
+    case Kind::Seed:
+      out = {nullptr, seed_};
+      break;
+    case Kind::Partial: {
+      const auto [n, values] = room();
+      ComputePartial(node, n, values);
       break;
     }
     case Kind::Choice:

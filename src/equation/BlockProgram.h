@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <list>
 #include <memory>
 #include <span>
 #include <vector>
@@ -67,11 +69,23 @@ class BlockProgram {
   void Widen();
 
  private:
-  enum class Kind : std::uint8_t { Variable, Constant, Coefficient, Statistic, Unary, Binary, Function, Fork, Choice };
+  enum class Kind : std::uint8_t {
+    Variable,
+    Constant,
+    Coefficient,
+    Statistic,
+    Unary,
+    Binary,
+    Function,
+    Fork,
+    Choice,
+    Seed,
+    Partial
+  };
   struct Node {
     Kind What;
     bool Uniform;       // the same at all points
-    std::int16_t Code;  // of variable, coefficient, special word, operator, function
+    std::int16_t Code;  // of variable, coefficient, special word, operator, function; of a partial: by which operand
     std::uint8_t OperandCount;
     bool UsedOnce;  // by one operand of one other node
     std::uint32_t Operands[3];
@@ -79,13 +93,8 @@ class BlockProgram {
     std::uint32_t TrueEnd, FalseEnd;  // of a fork: where its branches end; the false one begins where the true one ends
   };
   class Builder;
-  class Sweep;
-  struct Adjoints {
-    std::vector<bool> Known;
-    std::vector<PendingChain> Values;
-    std::vector<std::unique_ptr<AlignedBlock>> Blocks;
-    std::vector<std::array<std::unique_ptr<AlignedBlock>, 3>> Partials;  // of each node by its operands
-  };
+  class GradientBuilder;
+  static constexpr std::uint32_t kNone = UINT32_MAX;
 
   // What a plan computes next: a node, by itself or with those whose values go through a chain to its own.
   struct Link {
@@ -101,14 +110,26 @@ class BlockProgram {
   };
   using Plan = std::vector<Step>;
 
+  // How the derivatives are computed, where these coefficients are wanted and the points take this way.
+  struct GradientPlan {
+    std::vector<bool> Key;
+    std::vector<std::uint32_t> Slopes;  // of each coefficient: the node of the derivative by it, or kNone
+    Plan Steps;
+  };
+
   // Where the values of each node stand.
   struct Slots {
     std::vector<BlockOperand> Values;
     std::vector<std::unique_ptr<AlignedBlock>> Blocks;  // null for a node that needs none
   };
 
+  std::uint32_t Append(Kind what, int code, std::initializer_list<std::uint32_t> operands, double value = 0);
+  void CountUses(std::size_t begin);
   void PrepareGradient();
-  void TakeWanted(double* const* dyda);
+  bool IsSquare(const Node& power) const;
+  const GradientPlan& GradientFor(double* const* dyda);
+  void RunGradient(const GradientPlan& gradient, double seed, double* const* dyda);
+  void ComputePartial(const Node& partial, std::size_t n, double* out);
   template <class Run>
   bool Completes(Run run);
   void Deliver(const BlockOperand& result, double* y) const;
@@ -123,12 +144,14 @@ class BlockProgram {
   void Compute(std::uint32_t index, std::uint32_t place, Slots& slots);
   BlockOperand ValueOf(std::uint32_t index, const Slots& slots) const;
 
-  std::vector<Node> nodes_;
+  std::vector<Node> nodes_;  // of the value, and behind them those of gradients
+  std::uint32_t valueCount_ = 0;
   std::uint32_t result_ = 0;
   bool supported_ = false;
   bool forks_ = false;
   bool hasGradient_ = false;
   std::vector<std::uint32_t> coefficientNodes_;         // of each coefficient: its first node
+  std::vector<std::uint32_t> turns_;                    // forks and powers, on whose values the gradient's nodes hang
   std::vector<std::vector<std::uint32_t>> dependents_;  // per coefficient: the nodes that depend on it, in order
   std::vector<std::vector<bool>> depends_;              // the same, per coefficient and node
   std::array<Plan, 3> plans_;                           // of all nodes, by what is to come
@@ -147,11 +170,13 @@ class BlockProgram {
   Slots base_, moved_;
   Slots narrow_;  // of base_ what the fewer points need, while narrowed
   bool narrowed_ = false;
-  std::vector<bool> wanted_, active_;  // the coefficients of the gradient, and the nodes that depend on one of them
-  Adjoints adjoints_;
+  std::vector<bool> key_;
+  std::list<GradientPlan> gradients_;
+  const GradientPlan* gradient_ = nullptr;  // the last one
+  double seed_ = 1;
+  std::vector<double*> places_;                // where the values of a node are wanted, or null for a block of its own
   const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
-  double* resultPlace_ = nullptr;              // where the result goes, or null for a block of its own
-  std::span<const ChainStep> then_;            // and what is done to it
+  std::span<const ChainStep> then_;            // and what is done to the result
 };
 
 }  // namespace quorvex

@@ -118,20 +118,4 @@ void ChainOverBlock(const BlockOperand& start, std::span<const ChainStep> steps,
   RunRest(start, steps, rest, n, out);
 }
 
-void PendingChain::Do(ChainOp op, BlockOperand operand) {
-  if (op == ChainOp::Multiply && operand.Points == nullptr && operand.Value == 1) return;
-  if (IsOperand() && start_.Points == nullptr) {
-    if (operand.Points == nullptr) {
-      start_.Value = ChainAt(op, start_.Value, operand.Value);
-      return;
-    }
-    // The factors change places, so that the number is not spread over a block first.
-    if (op == ChainOp::Multiply) {
-      std::swap(start_, operand);
-      return Do(op, operand);
-    }
-  }
-  steps_[count_++] = {op, operand};
-}
-
 }  // namespace quorvex
