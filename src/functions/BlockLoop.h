@@ -7,60 +7,89 @@
 #include "core/Limits.h"
 #include "core/VectorWidth.h"
 #include "functions/DoubleDouble.h"
+#include "functions/FusedMultiplyAdd.h"
 
 // How a function of one or two numbers is run over arrays, with the bits of the one-number call.
 //
 // A kernel is a small value with three members of the same arguments:
 //   bool Ordinary(x...)      whether At may be asked; a test of bits, for comparing a NaN would raise a flag
-//   double At(x...)          the value, without a branch and without a call, so that the loop below turns into vector
+//   double At(fma, x...)     the value, without a branch and without a call, so that the loop below turns into vector
 //                            instructions; it raises no flag but those of the result. In place of arguments that
-//                            are not ordinary it is given ones
+//                            are not ordinary it is given ones. fma(a, b, c) is the fused operation
 //   double Otherwise(x...)   the value for the other arguments, one by one
 // The first two are always inlined, the third never is, lest its flags are raised in passing.
 //
 // A kernel may have a second one, Modest, for a narrower range in which the same bits take less work: it runs over the
 // blocks that lie within that range as a whole.
 //
-// A kernel of one argument may have another, Others, in place of Otherwise for arrays: the arguments that are not
+// A kernel may have another, Others, which is asked before Otherwise is. Of arrays the arguments that are not
 // ordinary are put side by side for it.
 //
-// A kernel may do At in two steps, Second(First(x...), x...), with a sum of two doubles between them: each step then
-// has a loop of its own, since the processor looks ahead over more points where a point takes fewer instructions.
+// In place of At a kernel may have two steps, Second(fma, First(fma, x...), x...), with a sum of two doubles between
+// them: each step then has a loop of its own, since the processor looks ahead over more points where a point takes
+// fewer instructions. Its narrower range is that where IsModest(first, x...), and its work there ModestSecond.
 //
-// At is a fixed sequence of IEEE operations and fused operations are never made, so neither the width of the
-// instructions nor the place in a block can change a bit.
+// At is a fixed sequence of IEEE operations, the fused one among them, so neither the width of the instructions nor the
+// place in a block can change a bit.
 namespace quorvex::blocks {
 
+template <class Fma, class Kernel, class... X>
+[[gnu::always_inline]] inline double ValueAt(Fma fma, Kernel kernel, X... x) {
+  if constexpr (requires { typename Kernel::Modest; })
+    if (Kernel::Modest::Ordinary(x...)) [[likely]]
+      return Kernel::Modest::At(fma, x...);
+  if (kernel.Ordinary(x...)) [[likely]] {
+    if constexpr (requires { kernel.First(fma, x...); }) {
+      const DoubleDouble first = kernel.First(fma, x...);
+      return kernel.IsModest(first, x...) ? kernel.ModestSecond(fma, first, x...) : kernel.Second(fma, first, x...);
+    } else {
+      return kernel.At(fma, x...);
+    }
+  }
+  if constexpr (requires { typename Kernel::Others; })
+    return ValueAt(fma, typename Kernel::Others(), x...);
+  else
+    return kernel.Otherwise(x...);
+}
+
+// The value at one point, of a kernel without members.
 template <class Kernel, class... X>
-[[gnu::always_inline]] inline double CallKernel(Kernel kernel, X... x) {
-  return kernel.Ordinary(x...) ? kernel.At(x...) : kernel.Otherwise(x...);
+[[gnu::always_inline]] inline double CallKernel(X... x) {
+  return AtOnePoint(
+      [](auto lanes, auto... at) __attribute__((always_inline)) { return ValueAt(Fused<lanes>(), Kernel(), at...); },
+      x...);
 }
 
 // Fills in the ordinary values among at most kBlock, and tells whether there are others. `values` overlies no x.
-template <class Kernel, class... X>
-[[gnu::always_inline]] inline bool FillOrdinary(Kernel kernel, std::size_t n, double* __restrict values,
+template <class Fma, class Kernel, class... X>
+[[gnu::always_inline]] inline bool FillOrdinary(Fma fma, Kernel kernel, std::size_t n, double* __restrict values,
                                                 const X*... x) {
   if constexpr (requires { typename Kernel::Modest; }) {
     std::uint64_t immodest = 0;
     for (std::size_t i = 0; i < n; ++i) immodest |= Kernel::Modest::Ordinary(x[i]...) ? 0U : 1U;
     if (immodest == 0) {
-      for (std::size_t i = 0; i < n; ++i) values[i] = Kernel::Modest::At(x[i]...);
+      for (std::size_t i = 0; i < n; ++i) values[i] = Kernel::Modest::At(fma, x[i]...);
       return false;
     }
   }
   std::uint64_t odd = 0;
   for (std::size_t i = 0; i < n; ++i) odd |= kernel.Ordinary(x[i]...) ? 0U : 1U;
   const auto fill = [&](const auto*... from) __attribute__((always_inline)) {
-    if constexpr (requires { kernel.First(from[0]...); }) {
+    if constexpr (requires { kernel.First(fma, from[0]...); }) {
       double hi[kBlock], lo[kBlock];
+      std::uint64_t immodest = 0;
       for (std::size_t i = 0; i < n; ++i) {
-        const DoubleDouble first = kernel.First(from[i]...);
+        const DoubleDouble first = kernel.First(fma, from[i]...);
         hi[i] = first.Hi;
         lo[i] = first.Lo;
+        immodest |= kernel.IsModest(first, from[i]...) ? 0U : 1U;
       }
-      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.Second({hi[i], lo[i]}, from[i]...);
+      if (immodest == 0)
+        for (std::size_t i = 0; i < n; ++i) values[i] = kernel.ModestSecond(fma, {hi[i], lo[i]}, from[i]...);
+      else
+        for (std::size_t i = 0; i < n; ++i) values[i] = kernel.Second(fma, {hi[i], lo[i]}, from[i]...);
     } else {
-      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(from[i]...);
+      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(fma, from[i]...);
     }
   };
   if (odd == 0) {
@@ -84,8 +113,8 @@ template <class Kernel, class... X>
 template <class Kernel, class... X>
 bool FillOrdinaryWide(const Kernel& kernel, std::size_t n, double* values, const X*... x) {
   const auto fill =
-      [](auto, const Kernel* of, std::size_t count, double* to, auto... from) __attribute__((always_inline)) {
-    return FillOrdinary(*of, count, to, from...);
+      [](auto lanes, const Kernel* of, std::size_t count, double* to, auto... from) __attribute__((always_inline)) {
+    return FillOrdinary(Fused<lanes>(), *of, count, to, from...);
   };
   return AtFullWidth(fill, &kernel, n, values, x...);
 }
@@ -97,16 +126,20 @@ void Run(Kernel kernel, std::size_t n, double* y, const X*... x);
 template <class Kernel, class... X>
 void FillOthers(Kernel kernel, std::size_t n, double* values, const X*... x) {
   if constexpr (requires { typename Kernel::Others; }) {
-    double others[kBlock];
+    double others[sizeof...(x)][kBlock];
     std::uint16_t place[kBlock];
     std::size_t count = 0;
     for (std::size_t i = 0; i < n; ++i) {  // each is noted, lest the processor guess which
       place[count] = static_cast<std::uint16_t>(i);
-      others[count] = (x[i], ...);
+      std::size_t column = 0;
+      ((others[column++][count] = x[i]), ...);
       count += kernel.Ordinary(x[i]...) ? 0U : 1U;
     }
-    Run(typename Kernel::Others(), count, others, others);
-    for (std::size_t k = 0; k < count; ++k) values[place[k]] = others[k];
+    if constexpr (sizeof...(x) == 1)
+      Run(typename Kernel::Others(), count, others[0], others[0]);
+    else
+      Run(typename Kernel::Others(), count, others[0], others[0], others[1]);
+    for (std::size_t k = 0; k < count; ++k) values[place[k]] = others[0][k];
   } else {
     for (std::size_t i = 0; i < n; ++i)
       if (!kernel.Ordinary(x[i]...)) values[i] = kernel.Otherwise(x[i]...);

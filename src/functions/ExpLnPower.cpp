@@ -19,7 +19,10 @@ namespace quorvex {
 namespace {
 
 constexpr Bits kOne = BitsOf(1.0);
+constexpr Bits kFraction = ~Bits{0} >> 12;
 constexpr Bits kSmallestNormal = BitsOf(std::numeric_limits<double>::min());
+
+constexpr double kRound = 0x1.8p52;  // adding it leaves a whole number in the last bits
 
 constexpr DoubleDouble kLn2{0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56};
 
@@ -56,46 +59,51 @@ struct ExpArgument {
   double R;
 };
 
-[[gnu::always_inline]] inline ExpArgument ReduceExp(double x) {
-  constexpr double kRound = 0x1.8p52;               // adding it leaves a whole number in the last bits
+template <class Fma>
+[[gnu::always_inline]] inline ExpArgument ReduceExp(Fma fma, double x) {
   constexpr double kPerStep = 0x1.71547652b82fep7;  // 128/ln(2)
   constexpr double kStep = 0x1.62e42fefcp-8;        // ln(2)/128 in two parts; n times the first, of 35 bits, is exact
   constexpr double kStepRest = -0x1.c610ca86c3899p-44;
-  const double shifted = x * kPerStep + kRound;
+  const double shifted = fma(x, kPerStep, kRound);
   const double n = shifted - kRound;
-  return {BitsOf(shifted), (x - n * kStep) - n * kStepRest};
+  return {BitsOf(shifted), fma(n, -kStepRest, fma.OfWhole(n, -kStep, x))};
 }
 
 // 2^(j/128) * exp(R), where j are the last 7 bits of n.
-[[gnu::always_inline]] inline double UnscaledExp(ExpArgument x) {
+template <class Fma>
+[[gnu::always_inline]] inline double UnscaledExp(Fma fma, ExpArgument x) {
   const std::size_t j = x.NBits % kSteps;
   const double r = x.R;
   const double square = r * r;
-  const double less1 = r + square * ((0.5 + r * (1.0 / 6)) + square * (1.0 / 24 + r * (1.0 / 120)));
+  const double second = fma(square, fma(r, 1.0 / 120, 1.0 / 24), fma(r, 1.0 / 6, 0.5));
+  const double less1 = fma(square, second, r + kExpTable.Rest[j]);
   const double power = DoubleOf(kExpTable.Power[j]);
-  return power + power * (less1 + kExpTable.Rest[j]);
+  return fma(power, less1, power);
 }
 
 // 2^(n/128) * exp(R). The power of two comes in two factors, so that results overflow, or lose bits to underflow, in
 // the last multiplication and nowhere else.
-[[gnu::always_inline]] inline double ScaledExp(ExpArgument x) {
-  const double y = UnscaledExp(x);
+template <class Fma>
+[[gnu::always_inline]] inline double ScaledExp(Fma fma, ExpArgument x) {
+  const double y = UnscaledExp(fma, x);
   const Bits half = x.NBits / (2 * kSteps), otherHalf = x.NBits / kSteps - half;
   return y * DoubleOf((half << 52) + kOne) * DoubleOf((otherHalf << 52) + kOne);
+}
+
+// The same where it is well within range: the power of two goes into the exponent.
+template <class Fma>
+[[gnu::always_inline]] inline double ModestlyScaledExp(Fma fma, ExpArgument x) {
+  return DoubleOf(BitsOf(UnscaledExp(fma, x)) + ((x.NBits / kSteps) << 52));
 }
 
 // Beyond +-kBeyondExp, exp(x) overflows or vanishes. There 2046*ln(2) stands for x: both factors of the power of two
 // are 2^1023 or 0 then, and vanishing does not pass through slow subnormal numbers.
 constexpr double kBeyondExp = 746, kHeldExp = 0x1.628b76e3a7b61p10;
+constexpr double kModestExp = 700;
 
-// Where exp(x) is well within range one factor does, and its product is exact too.
 struct ModestExpKernel {
-  [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) <= BitsOf(700.0); }
-
-  [[gnu::always_inline]] static double At(double x) {
-    const ExpArgument argument = ReduceExp(x);
-    return UnscaledExp(argument) * DoubleOf(((argument.NBits / kSteps) << 52) + kOne);
-  }
+  [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) <= BitsOf(kModestExp); }
+  [[gnu::always_inline]] static double At(auto fma, double x) { return ModestlyScaledExp(fma, ReduceExp(fma, x)); }
 };
 
 struct ExpKernel {
@@ -103,10 +111,10 @@ struct ExpKernel {
 
   [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) < kInfinite; }
 
-  [[gnu::always_inline]] static double At(double x) {
+  [[gnu::always_inline]] static double At(auto fma, double x) {
     const Bits magnitude = MagnitudeBits(x);
     const Bits held = Select(Mask(magnitude > BitsOf(kBeyondExp)), BitsOf(kHeldExp), magnitude);
-    return ScaledExp(ReduceExp(DoubleOf(held | (BitsOf(x) & kSign))));
+    return ScaledExp(fma, ReduceExp(fma, DoubleOf(held | (BitsOf(x) & kSign))));
   }
 
   [[gnu::noinline]] static double Otherwise(double x) { return BitsOf(x) == (kInfinite | kSign) ? 0 : x + x; }
@@ -155,18 +163,16 @@ struct LnArgument {
 };
 
 // From the bits of a normal x. For a subnormal one those of 2^52*x, less 52 powers of two, will do.
-[[gnu::always_inline]] inline LnArgument ReduceLn(Bits x) {
+template <class Fma>
+[[gnu::always_inline]] inline LnArgument ReduceLn(Fma fma, Bits x) {
   // Powers of two added so that the unsigned difference below does not wrap for any x, subnormal ones included.
   constexpr Bits kBias = 2048;
   constexpr double kHi = 0x1.62e42fefa38p-1, kLo = 0x1.ef35793c7673p-45;  // ln(2), the first with 42 bits
   const Bits shifted = x - kLowest + (kBias << 52);
   const double k = DoubleOf((shifted >> 52) | BitsOf(0x1p52)) - (0x1p52 + kBias);
-  const double z = DoubleOf(x - ((shifted >> 52) << 52) + (kBias << 52));
+  const double z = DoubleOf((shifted & kFraction) + kLowest);
   const std::size_t i = (shifted >> 44) % kParts;
-  const double c = kLnTable.C[i];
-  // z in two parts, whose products with the few bits of c are exact.
-  const double upper = UpperHalf(z);
-  return {k * kHi + kLnTable.LnHi[i], k * kLo + kLnTable.LnLo[i], (upper * c - 1) + (z - upper) * c};
+  return {fma.OfWhole(k, kHi, kLnTable.LnHi[i]), fma(k, kLo, kLnTable.LnLo[i]), fma.Whole(z, kLnTable.C[i], -1)};
 }
 
 [[gnu::always_inline]] inline Bits NormalizedBits(double magnitude) {
@@ -178,15 +184,15 @@ struct LnKernel {
     return BitsOf(x) - kSmallestNormal < kInfinite - kSmallestNormal;
   }
 
-  [[gnu::always_inline]] static double OfBits(Bits x) {
-    const auto [hi, lo, r] = ReduceLn(x);
+  [[gnu::always_inline]] static double OfBits(auto fma, Bits x) {
+    const auto [hi, lo, r] = ReduceLn(fma, x);
     const DoubleDouble main = OrderedSum(hi, r);
     const double square = r * r;
-    const double tail = (1.0 / 3 - r * 0.25) + square * ((0.2 - r * (1.0 / 6)) + square * (1.0 / 7));
-    return main.Hi + (((main.Lo + lo) - 0.5 * square) + square * r * tail);
+    const double high = fma(square, fma(r, 1.0 / 7, -1.0 / 6), fma(r, 0.2, -0.25));
+    return main.Hi + fma(square, fma(square, high, fma(r, 1.0 / 3, -0.5)), main.Lo + lo);
   }
 
-  [[gnu::always_inline]] static double At(double x) { return OfBits(BitsOf(x)); }
+  [[gnu::always_inline]] static double At(auto fma, double x) { return OfBits(fma, BitsOf(x)); }
 
   [[gnu::noinline]] static double Otherwise(double x) {
     // These quotients raise the flags that stand for a fault: division by zero here, an invalid operation for x < 0.
@@ -194,42 +200,43 @@ struct LnKernel {
     if (std::isnan(x)) return x + x;
     if (x < 0) return (x - x) / (x - x);
     if (std::isinf(x)) return x;
-    return OfBits(NormalizedBits(x));
+    return OfBits(FusedBySteps(), NormalizedBits(x));
   }
 };
 
 // ---- power
 
 // ln(x) to 2^-66 of it.
-[[gnu::always_inline]] inline DoubleDouble ExtendedLn(Bits x) {
-  const auto [hi, lo, r] = ReduceLn(x);
-  const double upper = UpperHalf(r);
-  const double square = r * r;
-  const double halfHi = 0.5 * upper * upper;  // r^2/2 = halfHi + halfLo, the first exact
-  const double halfLo = 0.5 * (r + upper) * (r - upper);
-  const double tail = ((1.0 / 3 - r * 0.25) + square * (0.2 - r * (1.0 / 6))) +
-                      square * square * ((1.0 / 7 - r * 0.125) + square * (1.0 / 9));
+template <class Fma>
+[[gnu::always_inline]] inline DoubleDouble ExtendedLn(Fma fma, Bits x) {
+  const auto [hi, lo, r] = ReduceLn(fma, x);
+  const DoubleDouble square = Product(fma, r, r);
   const DoubleDouble first = OrderedSum(hi, r);
-  const DoubleDouble second = OrderedSum(first.Hi, -halfHi);
-  return OrderedSum(second.Hi, ((first.Lo + lo) + (second.Lo - halfLo)) + square * r * tail);
+  const double second = fma.OfWhole(square.Hi, -0.5, first.Hi);
+  const double secondRest = fma.OfWhole(square.Hi, -0.5, first.Hi - second);
+  const double middle = fma(square.Hi, fma(r, -1.0 / 6, 0.2), fma(r, -0.25, 1.0 / 3));
+  const double high = fma(square.Hi, 1.0 / 9, fma(r, -0.125, 1.0 / 7));
+  const double tail = fma(square.Hi * square.Hi, high, middle);
+  const double rest = (first.Lo + lo) + fma.OfWhole(square.Lo, -0.5, secondRest);
+  return OrderedSum(second, fma(square.Hi * r, tail, rest));
 }
 
 // The logarithm times 1/ln(10), both as sums of two doubles, so that the result is rounded but once.
 struct Log10Kernel {
   [[gnu::always_inline]] static bool Ordinary(double x) { return LnKernel::Ordinary(x); }
 
-  [[gnu::always_inline]] static double OfBits(Bits x) {
+  [[gnu::always_inline]] static double OfBits(auto fma, Bits x) {
     constexpr DoubleDouble kInverse{0x1.bcb7b1526e50ep-2, 0x1.95355baaafad3p-57};
-    const DoubleDouble ln = ExtendedLn(x);
-    const DoubleDouble product = Product(ln.Hi, kInverse.Hi);
-    return product.Hi + (product.Lo + (ln.Hi * kInverse.Lo + ln.Lo * kInverse.Hi));
+    const DoubleDouble ln = ExtendedLn(fma, x);
+    const DoubleDouble product = Product(fma, ln.Hi, kInverse.Hi);
+    return product.Hi + fma(ln.Lo, kInverse.Hi, fma(ln.Hi, kInverse.Lo, product.Lo));
   }
 
-  [[gnu::always_inline]] static double At(double x) { return OfBits(BitsOf(x)); }
+  [[gnu::always_inline]] static double At(auto fma, double x) { return OfBits(fma, BitsOf(x)); }
 
   [[gnu::noinline]] static double Otherwise(double x) {
     const bool subnormal = x != 0 && BitsOf(x) < kSmallestNormal;
-    return subnormal ? OfBits(NormalizedBits(x)) : LnKernel::Otherwise(x);
+    return subnormal ? OfBits(FusedBySteps(), NormalizedBits(x)) : LnKernel::Otherwise(x);
   }
 };
 
@@ -237,17 +244,28 @@ struct Log10Kernel {
 constexpr double kSmallestExponent = 0x1p-66, kLargestExponent = 0x1p66;
 
 // exp(b*ln) for an exponent within those bounds.
-[[gnu::always_inline]] inline double ExpOfProduct(double b, DoubleDouble ln) {
-  const DoubleDouble product = Product(b, ln.Hi);
+template <class Fma>
+[[gnu::always_inline]] inline double ExpOfProduct(Fma fma, double b, DoubleDouble ln) {
+  const DoubleDouble product = Product(fma, b, ln.Hi);
   const Bits tooMuch = Mask(MagnitudeBits(product.Hi) > BitsOf(kBeyondExp));
-  ExpArgument argument = ReduceExp(Select(tooMuch, std::copysign(kHeldExp, product.Hi), product.Hi));
+  ExpArgument argument = ReduceExp(fma, Select(tooMuch, std::copysign(kHeldExp, product.Hi), product.Hi));
   // The product's low half is too small for x itself and joins what the reduction left of it.
-  argument.R += Select(tooMuch, 0.0, product.Lo + b * ln.Lo);
-  return ScaledExp(argument);
+  argument.R += Select(tooMuch, 0.0, fma(b, ln.Lo, product.Lo));
+  return ScaledExp(fma, argument);
 }
 
-// x^b for x > 0 given by its bits.
-[[gnu::always_inline]] inline double PowerOfBits(Bits x, double b) { return ExpOfProduct(b, ExtendedLn(x)); }
+// The same for a modest product.
+[[gnu::always_inline]] inline bool IsModestProduct(double b, DoubleDouble ln) {
+  return MagnitudeBits(b * ln.Hi) <= BitsOf(kModestExp);
+}
+
+template <class Fma>
+[[gnu::always_inline]] inline double ExpOfModestProduct(Fma fma, double b, DoubleDouble ln) {
+  const DoubleDouble product = Product(fma, b, ln.Hi);
+  ExpArgument argument = ReduceExp(fma, product.Hi);
+  argument.R += fma(b, ln.Lo, product.Lo);
+  return ModestlyScaledExp(fma, argument);
+}
 
 [[gnu::always_inline]] inline bool OrdinaryExponent(double b) {
   const Bits aboveSmallest = MagnitudeBits(b) - BitsOf(kSmallestExponent);
@@ -274,20 +292,39 @@ bool IsOdd(double b) { return IsWhole(b) && !IsWhole(b / 2); }
     return (a - a) / (a - a);
   } else {
     const double held = std::clamp(std::abs(b), kSmallestExponent, kLargestExponent);
-    power = PowerOfBits(NormalizedBits(magnitude), std::copysign(held, b));
+    const FusedBySteps fma;
+    power = ExpOfProduct(fma, std::copysign(held, b), ExtendedLn(fma, NormalizedBits(magnitude)));
   }
   return negative ? -power : power;
 }
 
-// A base and an exponent; whole exponents of negative bases are left to PowerOtherwise.
+// A base and an exponent: whole ones of negative bases, and other bases.
+struct NegativePowerKernel {
+  [[gnu::always_inline]] static bool Ordinary(double a, double b) {
+    return LnKernel::Ordinary(-a) && OrdinaryExponent(b) && MagnitudeBits(b) <= BitsOf(0x1p51) &&
+           (b + kRound) - kRound == b;
+  }
+  [[gnu::always_inline]] static double At(auto fma, double a, double b) {
+    const double power = ExpOfProduct(fma, b, ExtendedLn(fma, BitsOf(-a)));
+    return DoubleOf(BitsOf(power) | BitsOf(b + kRound) << 63);  // the sign where b is odd
+  }
+  static double Otherwise(double a, double b) { return PowerOtherwise(a, b); }
+};
+
 struct PowerKernel {
+  using Others = NegativePowerKernel;
+
   [[gnu::always_inline]] static bool Ordinary(double a, double b) {
     return LnKernel::Ordinary(a) && OrdinaryExponent(b);
   }
-  [[gnu::always_inline]] static double At(double a, double b) { return Second(First(a, b), a, b); }
-  [[gnu::always_inline]] static DoubleDouble First(double a, double) { return ExtendedLn(BitsOf(a)); }
-  [[gnu::always_inline]] static double Second(DoubleDouble ln, double, double b) { return ExpOfProduct(b, ln); }
-  static double Otherwise(double a, double b) { return PowerOtherwise(a, b); }
+  [[gnu::always_inline]] static DoubleDouble First(auto fma, double a, double) { return ExtendedLn(fma, BitsOf(a)); }
+  [[gnu::always_inline]] static double Second(auto fma, DoubleDouble ln, double, double b) {
+    return ExpOfProduct(fma, b, ln);
+  }
+  [[gnu::always_inline]] static bool IsModest(DoubleDouble ln, double, double b) { return IsModestProduct(b, ln); }
+  [[gnu::always_inline]] static double ModestSecond(auto fma, DoubleDouble ln, double, double b) {
+    return ExpOfModestProduct(fma, b, ln);
+  }
 };
 
 // One ordinary exponent for all. The sign of a base is dropped where the exponent is whole, and given back to the power
@@ -297,23 +334,31 @@ struct FixedPowerKernel {
       : b(exponent), dropped(IsWhole(exponent) ? kSign : 0), given(IsOdd(exponent) ? kSign : 0) {}
 
   [[gnu::always_inline]] bool Ordinary(double a) const { return LnKernel::Ordinary(DoubleOf(BitsOf(a) & ~dropped)); }
-  [[gnu::always_inline]] double At(double a) const { return Second(First(a), a); }
-  [[gnu::always_inline]] DoubleDouble First(double a) const { return ExtendedLn(BitsOf(a) & ~dropped); }
-  [[gnu::always_inline]] double Second(DoubleDouble ln, double a) const {
-    return DoubleOf(BitsOf(ExpOfProduct(b, ln)) ^ (BitsOf(a) & given));
+  [[gnu::always_inline]] DoubleDouble First(auto fma, double a) const { return ExtendedLn(fma, BitsOf(a) & ~dropped); }
+  [[gnu::always_inline]] double Second(auto fma, DoubleDouble ln, double a) const {
+    return WithSign(ExpOfProduct(fma, b, ln), a);
+  }
+  [[gnu::always_inline]] bool IsModest(DoubleDouble ln, double) const { return IsModestProduct(b, ln); }
+  [[gnu::always_inline]] double ModestSecond(auto fma, DoubleDouble ln, double a) const {
+    return WithSign(ExpOfModestProduct(fma, b, ln), a);
   }
   double Otherwise(double a) const { return PowerOtherwise(a, b); }
 
   double b;
   Bits dropped, given;
+
+ private:
+  [[gnu::always_inline]] double WithSign(double power, double a) const {
+    return DoubleOf(BitsOf(power) ^ (BitsOf(a) & given));
+  }
 };
 
 }  // namespace
 
-double Exp(double x) { return blocks::CallKernel(ExpKernel(), x); }
-double Ln(double x) { return blocks::CallKernel(LnKernel(), x); }
-double Log10(double x) { return blocks::CallKernel(Log10Kernel(), x); }
-double Power(double a, double b) { return blocks::CallKernel(PowerKernel(), a, b); }
+double Exp(double x) { return blocks::CallKernel<ExpKernel>(x); }
+double Ln(double x) { return blocks::CallKernel<LnKernel>(x); }
+double Log10(double x) { return blocks::CallKernel<Log10Kernel>(x); }
+double Power(double a, double b) { return blocks::CallKernel<PowerKernel>(a, b); }
 
 void ExpBlock(const double* x, double* y, std::size_t n) { blocks::Run(ExpKernel(), n, y, x); }
 void LnBlock(const double* x, double* y, std::size_t n) { blocks::Run(LnKernel(), n, y, x); }

@@ -213,7 +213,7 @@ struct Tangent {
 template <class Function>
 struct PeriodicOfLarge {
   [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) < kInfinite; }
-  [[gnu::always_inline]] static double At(double x) {
+  [[gnu::always_inline]] static double At([[maybe_unused]] auto fma, double x) {
     return Function::Of(ReduceLarge<InLoops>(std::abs(x)), BitsOf(x));
   }
   [[gnu::noinline]] static double Otherwise(double x) { return x - x; }
@@ -224,7 +224,9 @@ struct Periodic {
   using Others = PeriodicOfLarge<Function>;
 
   [[gnu::always_inline]] static bool Ordinary(double x) { return IsModerate(x); }
-  [[gnu::always_inline]] static double At(double x) { return Function::Of(ReduceModerate(std::abs(x)), BitsOf(x)); }
+  [[gnu::always_inline]] static double At([[maybe_unused]] auto fma, double x) {
+    return Function::Of(ReduceModerate(std::abs(x)), BitsOf(x));
+  }
   [[gnu::noinline]] static double Otherwise(double x) {
     return std::isfinite(x) ? Function::Of(ReduceLarge<OneNumber>(std::abs(x)), BitsOf(x)) : x - x;
   }
@@ -232,9 +234,9 @@ struct Periodic {
 
 }  // namespace
 
-double Sin(double x) { return blocks::CallKernel(Periodic<Sine>(), x); }
-double Cos(double x) { return blocks::CallKernel(Periodic<Cosine>(), x); }
-double Tan(double x) { return blocks::CallKernel(Periodic<Tangent>(), x); }
+double Sin(double x) { return blocks::CallKernel<Periodic<Sine>>(x); }
+double Cos(double x) { return blocks::CallKernel<Periodic<Cosine>>(x); }
+double Tan(double x) { return blocks::CallKernel<Periodic<Tangent>>(x); }
 
 void SinBlock(const double* x, double* y, std::size_t n) { blocks::Run(Periodic<Sine>(), n, y, x); }
 void CosBlock(const double* x, double* y, std::size_t n) { blocks::Run(Periodic<Cosine>(), n, y, x); }
