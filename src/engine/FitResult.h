@@ -20,6 +20,13 @@ struct InputPoints {
   bool operator==(const InputPoints&) const = default;
 };
 
+// What a fit notes of its data.
+struct FitInput {
+  std::shared_ptr<const InputPoints> Points;
+  DataStatistics Statistics;
+  bool IsWhole = false;  // else a statistic has no value, where a fit fails
+};
+
 // Why a nonlinear search came to its end, by the numbers that project files store.
 enum class SearchEnd : int { Converged = 0, Unchanged = 1, IterationLimit = 2, Paused = 3 };
 

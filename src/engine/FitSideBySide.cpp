@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <utility>
 
@@ -12,34 +13,31 @@
 namespace quorvex {
 namespace {
 
-// Ends a fit that has its turn.
-class Ending {
+// As long as this lives all of the models have one table of the input between them.
+class SharingInput {
  public:
-  explicit Ending(const SeparateFits& fits) : fits_(fits) {}
-  void operator()(std::size_t i) {
-    ModelClass& model = *fits_.Models[i];
-    if (shared_ != nullptr && *shared_ == *model.CopyInputDataTo())
-      model.CopyInputDataFrom(shared_);
-    else
-      shared_ = model.CopyInputDataTo();
-    fits_.End(i);
+  SharingInput(const std::vector<ModelClass*>& models, const SolveData& data) : models_(models) {
+    std::vector<std::pair<const ModelClass*, std::shared_ptr<const FitInput>>> types;
+    for (ModelClass* model : models) {
+      auto of = std::ranges::find_if(types, [&](const auto& type) { return type.first->IsOfTypeOf(*model); });
+      if (of == types.end()) of = types.insert(of, {model, model->InputOf(data)});
+      model->ShareInput(of->second);
+    }
   }
+  ~SharingInput() {
+    for (ModelClass* model : models_) model->ShareInput(nullptr);
+  }
+  SharingInput(const SharingInput&) = delete;
+  SharingInput& operator=(const SharingInput&) = delete;
 
  private:
-  const SeparateFits& fits_;
-  std::shared_ptr<const InputPoints> shared_;  // the input of the last one
+  const std::vector<ModelClass*>& models_;
 };
 
 class SideBySide {
  public:
   SideBySide(const SeparateFits& fits, const Settings& settings, std::string& log, SolveProgress& form)
-      : fits_(fits),
-        count_(fits.Models.size()),
-        settings_(settings),
-        log_(log),
-        form_(form),
-        ending_(fits),
-        wishes_(form) {
+      : fits_(fits), count_(fits.Models.size()), settings_(settings), log_(log), form_(form), wishes_(form) {
     form.Paused = false;  // was meant for what went before
     for (std::size_t i = 0; i < count_; ++i) own_.emplace_back(wishes_);
   }
@@ -93,7 +91,7 @@ class SideBySide {
     own_[i].Form.ShowOn(form_);
     log_ += std::exchange(own_[i].Log, {});
     ++ended_;
-    ending_(i);
+    fits_.End(i);
   }
   void UndoFrom(std::size_t first) {
     for (std::size_t i = first; i < count_; ++i) {
@@ -108,7 +106,6 @@ class SideBySide {
   Settings settings_;
   std::string& log_;
   SolveProgress& form_;
-  Ending ending_;
   SideWishes wishes_;
   std::deque<Own> own_;
   std::size_t begun_ = 0, ended_ = 0;  // of what was told
@@ -130,15 +127,16 @@ bool AreShort(const SeparateFits& fits, std::size_t points, const Settings& sett
 void FitSideBySide(const SeparateFits& fits, const SolveData& data, const Settings& settings, std::string& log,
                    SolveProgress& form) {
   const std::size_t count = fits.Models.size();
+  std::optional<SharingInput> sharing;
+  if (count > 1) sharing.emplace(fits.Models, data);
   const int threads = count < 2 || AreShort(fits, data.N(), settings) ? 1 : ThreadCount(settings.Threads);
   if (threads > 1) return SideBySide(fits, settings, log, form).Run(threads);
-  Ending ending(fits);
   for (std::size_t i = 0; i < count && !form.Aborted; ++i) {
     form.Paused = false;  // was meant for the fit before, which ended by itself
     fits.Begin(i);
     if (form.Aborted) return;
     fits.Fit(i, settings, log, form);
-    ending(i);
+    fits.End(i);
   }
 }
 

@@ -235,6 +235,11 @@ class ModelClass : public ModelSetup, public FitResult {
   double InputXMax(int variable = 1) const { return Statistics.X[Index(variable)].InputXMax; }
   const std::shared_ptr<const InputPoints>& CopyInputDataTo() const { return Input; }
   void CopyInputDataFrom(std::shared_ptr<const InputPoints> source);
+  // What fits to these data note, which is the same for all models of the same type.
+  std::shared_ptr<const FitInput> InputOf(const SolveData& data) const;
+  // For fits to come, which are to the data of that input; with null each makes its own.
+  void ShareInput(std::shared_ptr<const FitInput> input) { shared_ = std::move(input); }
+  bool IsOfTypeOf(const ModelClass& other) const { return dialect_ == other.dialect_; }
 
   // What to say when there is no value, or no derivative, at a point.
   virtual std::string EvaluationFailure(std::span<const double> x) const = 0;
@@ -275,6 +280,7 @@ class ModelClass : public ModelSetup, public FitResult {
   mutable std::unique_ptr<CompiledModel> compiled_;  // null until something asks for it
   const CatalogueModel* builtIn_ = nullptr;
   std::unique_ptr<TypedDerivatives> typed_;  // for the duration of a fit
+  std::shared_ptr<const FitInput> shared_;
   std::vector<std::vector<double>> XTable_;  // empty for a table at the input points
   std::vector<double> YTable_;
   std::vector<double> Fitted_;

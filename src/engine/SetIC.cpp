@@ -109,6 +109,45 @@ std::vector<double> Linearize(const CatalogueModel& builtIn, const SolveData& da
   return std::move(solution.a);
 }
 
+// The extremes are the first of equal ones. What has no value is 0. Throws NumericFault where that is so.
+void TakeStatistics(const SolveData& data, DataStatistics& statistics) {
+  const std::vector<double>& y = data.Y;
+  if (y.empty()) throw NumericFault();
+  const auto [yMin, yMax] = ExtremesOf(y);
+  statistics.InputYMin = y[yMin];
+  statistics.InputYMax = y[yMax];
+  statistics.X.assign(data.X.size(), {});
+  for (std::size_t v = 0; v < data.X.size(); ++v) {
+    const std::vector<double>& column = data.X[v];
+    VariableStatistics& x = statistics.X[v];
+    const auto [xMin, xMax] = ExtremesOf(column);
+    x.InputXMin = column[xMin];
+    x.InputXMax = column[xMax];
+    x.XAtYMin = column[yMin];
+    x.XAtYMax = column[yMax];
+    x.YAtXMin = y[xMin];
+    x.YAtXMax = y[xMax];
+  }
+  // After all extremes: where a moment overflows, these are in place already.
+  std::vector<MomentSums> sums;
+  for (std::size_t v = 0; v < data.X.size(); ++v)
+    sums.emplace_back(data.X[v], statistics.X[v].InputXMin, statistics.X[v].InputXMax);
+  sums.emplace_back(y, statistics.InputYMin, statistics.InputYMax);
+  for (std::size_t c = 0; c < sums.size(); c += 2) {
+    MomentSums unused = sums[c];
+    TakeSums(sums[c], c + 1 < sums.size() ? sums[c + 1] : unused, y.size());
+  }
+  const double n = static_cast<double>(y.size());
+  for (std::size_t v = 0; v < data.X.size(); ++v) {
+    const Moments moments = sums[v].Result(n);
+    statistics.X[v].XMean = moments.mean;
+    statistics.X[v].XStd = moments.std;
+  }
+  const Moments moments = sums.back().Result(n);
+  statistics.YMean = moments.mean;
+  statistics.YStd = moments.std;
+}
+
 void TakeEstimates(const std::vector<double>& a, ModelClass& model) {
   for (std::size_t i = 0; i < model.CoefficientValues.size(); ++i) {
     model.CoefficientValues[i] = a[i];
@@ -124,46 +163,24 @@ void TakeDefaults(ModelClass& model) {
 
 }  // namespace
 
-// The input that tables, plots and the words of a model go by. It belongs to every fit, whoever gave its start. The
-// extremes are the first of equal ones. What has no value is 0, and nothing of earlier data is left.
+std::shared_ptr<const FitInput> ModelClass::InputOf(const SolveData& data) const {
+  const auto input = std::make_shared<FitInput>();
+  input->Points = std::make_shared<const InputPoints>(InputTable(data));
+  try {
+    TakeStatistics(data, input->Statistics);
+    input->IsWhole = true;
+  } catch (const NumericFault&) {
+  }
+  return input;
+}
+
+// The input that tables, plots and the words of a model go by. It belongs to every fit, whoever gave its start, and
+// nothing of earlier data is left.
 void ModelClass::TakeInput(const SolveData& data) {
-  CopyInputDataFrom(std::make_shared<const InputPoints>(InputTable(data)));
-  Statistics = {};
-  const std::vector<double>& y = data.Y;
-  if (y.empty()) throw NumericFault();
-  const auto [yMin, yMax] = ExtremesOf(y);
-  Statistics.InputYMin = y[yMin];
-  Statistics.InputYMax = y[yMax];
-  Statistics.X.assign(data.X.size(), {});
-  for (std::size_t v = 0; v < data.X.size(); ++v) {
-    const std::vector<double>& column = data.X[v];
-    VariableStatistics& x = Statistics.X[v];
-    const auto [xMin, xMax] = ExtremesOf(column);
-    x.InputXMin = column[xMin];
-    x.InputXMax = column[xMax];
-    x.XAtYMin = column[yMin];
-    x.XAtYMax = column[yMax];
-    x.YAtXMin = y[xMin];
-    x.YAtXMax = y[xMax];
-  }
-  // After all extremes: where a moment overflows, these are in place already.
-  std::vector<MomentSums> sums;
-  for (std::size_t v = 0; v < data.X.size(); ++v)
-    sums.emplace_back(data.X[v], Statistics.X[v].InputXMin, Statistics.X[v].InputXMax);
-  sums.emplace_back(y, Statistics.InputYMin, Statistics.InputYMax);
-  for (std::size_t c = 0; c < sums.size(); c += 2) {
-    MomentSums unused = sums[c];
-    TakeSums(sums[c], c + 1 < sums.size() ? sums[c + 1] : unused, y.size());
-  }
-  const double n = static_cast<double>(y.size());
-  for (std::size_t v = 0; v < data.X.size(); ++v) {
-    const Moments moments = sums[v].Result(n);
-    Statistics.X[v].XMean = moments.mean;
-    Statistics.X[v].XStd = moments.std;
-  }
-  const Moments moments = sums.back().Result(n);
-  Statistics.YMean = moments.mean;
-  Statistics.YStd = moments.std;
+  const std::shared_ptr<const FitInput> input = shared_ ? shared_ : InputOf(data);
+  CopyInputDataFrom(input->Points);
+  Statistics = input->Statistics;
+  if (!input->IsWhole) throw NumericFault();
 }
 
 bool ModelClass::SetIC(const SolveData& data) {

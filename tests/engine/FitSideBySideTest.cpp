@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cmath>
 #include <thread>
+#include <tuple>
 
 #include "engine/FitEach.h"
 #include "engine/FitSideBySide.h"
@@ -158,6 +159,31 @@ TEST(ParallelFits, HearOfPauseAndAbortAndShowTheOneWhoseTurnItIs) {
     EXPECT_EQ(form.Shown.front(), "fit 0");
     EXPECT_EQ(ends[0], pauses ? 1 : 2);
     EXPECT_EQ(log, pauses ? "0123" : "0");
+  }
+}
+
+// What the fits note of their data, and say of them, is what one by itself does; also of values whose mean overflows.
+TEST(ParallelFits, NoteOfTheirDataWhatOneAloneDoes) {
+  SolveData large = Decay(1500);
+  for (double& y : large.Y) y *= 1e308 / 6;
+  for (const SolveData& data : {Decay(1500), large}) {
+    const ModelCollection together = Models(), apart = Models();
+    Settings settings;
+    settings.Threads = 2;
+    std::string log, logApart;
+    SolveProgress nobody;
+    FitEach(
+        together, data, settings, log, nobody, [](const ModelClass&, int) {}, [] {});
+    for (const auto& model : apart) model->Fit(data, settings, logApart, nobody);
+    EXPECT_EQ(log, logApart);
+    for (const auto& model : together) {
+      const ModelClass &one = *model, &other = *apart.Find(model->id);
+      EXPECT_EQ(*one.Input, *other.Input);
+      const DataStatistics &of = one.Statistics, &alone = other.Statistics;
+      EXPECT_EQ(
+          std::tuple(of.InputYMin, of.YMean, of.YStd, of.X[0].XMean, of.X[0].XStd, of.X[0].XAtYMax),
+          std::tuple(alone.InputYMin, alone.YMean, alone.YStd, alone.X[0].XMean, alone.X[0].XStd, alone.X[0].XAtYMax));
+    }
   }
 }
 
