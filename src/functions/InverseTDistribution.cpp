@@ -1,6 +1,7 @@
 #include "functions/InverseTDistribution.h"
 
 #include <cmath>
+#include <cstddef>
 
 #include "functions/InverseNormalDistribution.h"
 #include "functions/betai.h"
@@ -25,8 +26,19 @@ std::array<double, 4> ConfidenceQuantiles(double df) {
   if (std::isinf(df))
     return {InverseNormalDistribution(0.84), InverseNormalDistribution(0.95), InverseNormalDistribution(0.975),
             InverseNormalDistribution(0.995)};
-  return {InverseTDistribution(0.84, df), InverseTDistribution(0.95, df), InverseTDistribution(0.975, df),
-          InverseTDistribution(0.995, df)};
+  // All models and all runs of a macro ask for a few degrees of freedom, each of which takes a hundred incomplete beta
+  // functions.
+  struct Known {
+    double df = NAN;
+    std::array<double, 4> quantiles = {};
+  };
+  thread_local std::array<Known, 32> known;
+  Known& last = known[static_cast<std::size_t>(std::fmin(std::fmax(df, 0), 1e9)) % known.size()];
+  if (last.df != df)
+    last = {df,
+            {InverseTDistribution(0.84, df), InverseTDistribution(0.95, df), InverseTDistribution(0.975, df),
+             InverseTDistribution(0.995, df)}};
+  return last.quantiles;
 }
 
 }  // namespace quorvex

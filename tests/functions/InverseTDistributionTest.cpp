@@ -29,5 +29,14 @@ TEST(InverseTDistribution, StaysWithinItsBounds) {
   EXPECT_EQ(InverseTDistribution(0, 5), 0);
 }
 
+// Whatever was asked for before.
+TEST(InverseTDistribution, GivesTheQuantilesOfConfidence) {
+  for (const double df : {3.0, 35.0, 3.5, 3.0, 35.0, 1.0, 1e12}) {
+    const std::array<double, 4> quantiles = ConfidenceQuantiles(df);
+    EXPECT_EQ(quantiles[0], InverseTDistribution(0.84, df)) << df;
+    EXPECT_EQ(quantiles[3], InverseTDistribution(0.995, df)) << df;
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
