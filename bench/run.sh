@@ -101,8 +101,9 @@ grep -q "^100000: Run Successful" "$folder/study.log"
 echo
 echo "Side by side, on one thread and on two"
 { echo "N" && seq 200; } >"$folder/rows.csv"
-"$tools/make_data" 2000 "$folder/middle.txt"
-# threads NAME THREADS: 200 rows of 2,000 points with an output file each; the built-in models on the same points.
+"$tools/make_data" 10000 "$folder/middle.txt"
+awk '{ printf "%.6f %s\n", $1 + 1, $2 }' "$folder/middle.txt" >"$folder/positive.txt"  # which all models have values at
+# threads NAME THREADS: 200 rows of 10,000 points with an output file each; the built-in models on the same points.
 threads() {
   cat >"$folder/$1.rows.cfg" <<END
 B_MACRO
@@ -118,8 +119,12 @@ B_MACRO
   E_MODEL
 E_MACRO
 END
-  macro "$1.models" middle.txt "IndependentVariables = 1
-  Threads = $2"
+  {
+    printf 'B_MACRO\n  DataFile = %s\n  OutputFile = %s\n' "$folder/positive.txt" "$folder/$1.models.out"
+    printf '  IndependentVariables = 1\n  Threads = %s\n' "$2"
+    "$quorvex" --list-models | awk -F'\t' '{ print "  B_MODEL\n    Y = " $4 "\n  E_MODEL" }'
+    printf 'E_MACRO\n'
+  } >"$folder/$1.models.cfg"
 }
 for kind in rows models; do
   threads one 1
