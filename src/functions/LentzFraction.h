@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cmath>
-#include <complex>
 
 namespace quorvex {
 
 // A continued fraction b0 + a1/(b1 + a2/(b2 + ...)), carried forward one term at a time by the modified Lentz method:
 // C and D are the ratios of successive numerators and denominators, and Value is multiplied by C * D at each step, so
 // nothing overflows. A ratio that comes out as 0 is moved to a tiny number. When to stop is the caller's business.
-// Thompson & Barnett, J. Comput. Phys. 64, 490 (1986). T is double or std::complex<double>.
+// Thompson & Barnett, J. Comput. Phys. 64, 490 (1986). T is double or a complex number.
 template <typename T>
 struct LentzFraction {
   static constexpr double FPMIN = 1e-30;
@@ -25,12 +24,15 @@ struct LentzFraction {
     D = T(1) / AwayFromZero(b + a * D);
     C = AwayFromZero(b + a / C);
     const T change = C * D;
-    Value *= change;
+    Value = Value * change;
     return change;
   }
 
  private:
-  static T AwayFromZero(T value) { return std::abs(value) < FPMIN ? T(FPMIN) : value; }
+  static T AwayFromZero(T value) {
+    using std::abs;
+    return abs(value) < FPMIN ? T(FPMIN) : value;
+  }
 };
 
 }  // namespace quorvex

@@ -46,7 +46,7 @@ template <class Use>
 void ForHankelTerms(double nu, double x, Use use) {
   double term = 1;
   for (int k = 1; k < 200; ++k) {
-    const double next = term * ((4 * nu * nu - (2 * k - 1.0) * (2 * k - 1)) / (8 * k)) / x;
+    const double next = term * ((4 * nu * nu - (2 * k - 1.0) * (2 * k - 1)) / (8 * k * x));
     // An asymptotic series: behind its smallest term it diverges. Up to k = nu a rise is only passing.
     if (std::abs(next) < kSettled || (std::abs(next) > std::abs(term) && k > nu)) return;
     term = next;
@@ -54,24 +54,22 @@ void ForHankelTerms(double nu, double x, Use use) {
   }
 }
 
-struct JAndY {
-  double J, Y;
+// What the series of an order make of the wave's amplitude.
+struct Quadratures {
+  double P, Q;
 };
 
-JAndY Hankel(double nu, double x) {
-  constexpr double kHalfPi = 1.5707963267948966;
-  double p = 1, q = 0;
-  ForHankelTerms(nu, x, [&](int k, double term) { (k % 2 == 0 ? p : q) += k / 2 % 2 == 0 ? term : -term; });
-  const double phase = (nu + 0.5) * kHalfPi;
-  // By the sum of two angles, since x - phase would round away digits of a large x.
-  const double c = Cos(x) * Cos(phase) + Sin(x) * Sin(phase), s = Sin(x) * Cos(phase) - Cos(x) * Sin(phase);
-  const double amplitude = 1 / Sqr(kHalfPi) / Sqr(x);
-  return {amplitude * (p * c - q * s), amplitude * (p * s + q * c)};
+Quadratures HankelSeries(double nu, double x) {
+  Quadratures sum = {1, 0};
+  ForHankelTerms(nu, x, [&](int k, double term) { (k % 2 == 0 ? sum.P : sum.Q) += k / 2 % 2 == 0 ? term : -term; });
+  return sum;
 }
 
 }  // namespace
 
 bool IsSmallArgument(double nu, double x) { return x / 2 <= Sqr(nu + 1); }
+
+bool IsDistantArgument(double nu, double x) { return x - nu > 1000 || (x >= 25 && x >= 2 * nu); }
 
 BesselOrder AscendingBessel(double nu, double x, double curvature, bool spherical) {
   const double z = curvature * (x / 2) * (x / 2);
@@ -87,8 +85,19 @@ BesselOrder AscendingBessel(double nu, double x, double curvature, bool spherica
 
 HankelPair DistantBessel(double nu, double x) {
   if (!(nu < 32768) || !std::isfinite(x)) throw NumericFault();
-  const double mu = nu - std::floor(nu);
-  JAndY here = Hankel(mu, x), next = Hankel(mu + 1, x);
+  struct JAndY {
+    double J, Y;
+  };
+  constexpr double kHalfPi = 1.5707963267948966;
+  const double mu = nu - std::floor(nu), phase = (mu + 0.5) * kHalfPi;
+  // By the sum of two angles, since x - phase would round away digits of a large x.
+  const double cosX = Cos(x), sinX = Sin(x), cosPhase = Cos(phase), sinPhase = Sin(phase);
+  const double c = cosX * cosPhase + sinX * sinPhase, s = sinX * cosPhase - cosX * sinPhase;
+  const double amplitude = 1 / Sqr(kHalfPi) / Sqr(x);
+  const Quadratures lower = HankelSeries(mu, x), upper = HankelSeries(mu + 1, x);
+  JAndY here = {amplitude * (lower.P * c - lower.Q * s), amplitude * (lower.P * s + lower.Q * c)};
+  // A quarter of a turn behind.
+  JAndY next = {amplitude * (upper.P * s + upper.Q * c), amplitude * (upper.Q * s - upper.P * c)};
   for (double order = mu + 1; order < nu + 0.5; ++order) {
     const JAndY above = {2 * order / x * next.J - here.J, 2 * order / x * next.Y - here.Y};
     here = next;

@@ -21,11 +21,14 @@ bool IsSmallArgument(double nu, double x);
 
 // J and Y for x much beyond the order, by Hankel's series at orders below 2 (Abramowitz & Stegun 9.2.5 to 9.2.10), with
 // the angle taken at x itself, so that no x is too large; the recurrence leads from there up to nu, which has to be
-// below 32768. For x >= 25 good to some 1e-15 (nu + 1) of the modulus.
+// below 32768. Good to some 1e-15 (nu + 1) of the modulus where IsDistantArgument.
 struct HankelPair {
   BesselOrder J, Y;
 };
 HankelPair DistantBessel(double nu, double x);
+
+// Where DistantBessel serves.
+bool IsDistantArgument(double nu, double x);
 
 // The sum in sqrt(pi/(2x)) exp(-x) times it, which is K (sign 1), and exp(x)/sqrt(2 pi x) times it, which is I (sign
 // -1, where x is large beside nu^2 as well); for x >= 20 (Abramowitz & Stegun 9.7.1 and 9.7.2).

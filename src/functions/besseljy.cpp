@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <complex>
 #include <limits>
 
 #include "core/NumericFault.h"
@@ -17,8 +16,6 @@ constexpr int MAXIT = 10000;
 constexpr double EPS = 1e-16;  // below the spacing of doubles at 1: a fraction has settled when it moves no more
 constexpr double FPMIN = 1e-30;
 constexpr double XMIN = 2;
-constexpr double kDistant =
-    1000;  // beyond the order: from here on Hankel's series takes the place of the first fraction
 
 void RequireDomain(double x, double nu) {
   if (!(x > 0 && nu >= 0)) throw NumericFault();
@@ -140,14 +137,29 @@ Neighbours TemmeSeries(double x, double mu, double curvature) {
   throw NumericFault();
 }
 
+// A complex number in the range that the fraction below keeps to: the library's division and absolute value look after
+// numbers near the ends of the doubles, and take most of the time.
+struct Complex {
+  double Re = 0, Im = 0;
+
+  Complex(double re, double im = 0) : Re(re), Im(im) {}
+  friend Complex operator+(Complex a, Complex b) { return {a.Re + b.Re, a.Im + b.Im}; }
+  friend Complex operator*(Complex a, Complex b) { return {a.Re * b.Re - a.Im * b.Im, a.Re * b.Im + a.Im * b.Re}; }
+  friend Complex operator/(Complex a, Complex b) {
+    const double square = b.Re * b.Re + b.Im * b.Im;
+    return {(a.Re * b.Re + a.Im * b.Im) / square, (a.Im * b.Re - a.Re * b.Im) / square};
+  }
+  // The larger part, which tells a 0 as well.
+  friend double abs(Complex z) { return std::max(std::abs(z.Re), std::abs(z.Im)); }
+};
+
 // p + iq, the logarithmic derivative of J + iY at order mu, for x >= 2.
-std::complex<double> OutgoingWave(double x, double mu) {
-  using Complex = std::complex<double>;
+Complex OutgoingWave(double x, double mu) {
   auto fraction = LentzFraction<Complex>::StartingWith({-0.5 / x, 1});
   for (int k = 1; k <= MAXIT; ++k) {
     const double a = (k - 0.5) * (k - 0.5) - mu * mu;
     const Complex change = fraction.Step(k == 1 ? Complex(0, a / x) : Complex(a), {2 * x, 2.0 * k});
-    if (std::abs(change.real() - 1) + std::abs(change.imag()) < EPS) return fraction.Value;
+    if (std::abs(change.Re - 1) + std::abs(change.Im) < EPS) return fraction.Value;
   }
   throw NumericFault();
 }
@@ -235,7 +247,7 @@ TemmeGammas beschb(double x) {
 
 OrdinaryBessel bessjy(double x, double nu) {
   RequireDomain(x, nu);
-  if (x - nu > kDistant) {
+  if (IsDistantArgument(nu, x)) {
     const HankelPair far = DistantBessel(nu, x);
     return {far.J.Value, far.Y.Value, far.J.Slope, far.Y.Slope};
   }
@@ -256,9 +268,7 @@ OrdinaryBessel bessjy(double x, double nu) {
     // The Wronskian J(mu+1) Y(mu) - J(mu) Y(mu+1) = 2/(pi x), solved for J(mu).
     jMu = -wronskian / (Y.AtNext + bottom.Lean * Y.AtMu);
   } else {
-    const std::complex<double> pq = OutgoingWave(x, mu);
-    const double p = pq.real();
-    const double q = pq.imag();
+    const auto [p, q] = OutgoingWave(x, mu);
     const double f = mu / x + bottom.Lean;
     const double gamma = (p - f) / q;
     // From the Wronskian and the two logarithmic derivatives; the sign is what the way down has found.

@@ -18,12 +18,13 @@ struct AiryFunctions {
 };
 
 // J, Y and derivatives of order nu >= 0 at x > 0; throws NumericFault otherwise, where x is beyond an order above 32767
-// by more than 1000, and where nu exceeds x by more than 32767. DistantBessel serves where x is beyond nu by 1000.
-// Method: Steed's. Two continued fractions (for J'/J, and for the outgoing wave) and the Wronskian give J and Y at an
-// order mu not far from x; recurrences lead from there to nu. Below x = 2 a series of Temme's takes the place of the
-// second fraction. Barnett, Feng, Steed & Goldfarb, Comput. Phys. Comm. 8, 377 (1974); Temme, J. Comput. Phys. 21, 343
-// (1976). Accuracy, of the modulus sqrt(J^2 + Y^2) where x > nu: 2e-13 + 2e-17 x^2, the second part from the rounding
-// of the first fraction, whose rounds number about x; where x < nu some 5e-15 (nu + 1), relative.
+// by more than 1000, and where nu exceeds x by more than 32767. Hankel's series (DistantBessel) serves far from 0 and
+// from the order. Method elsewhere: Steed's. Two continued fractions (for J'/J, and for the outgoing wave) and the
+// Wronskian give J and Y at an order mu not far from x; recurrences lead from there to nu. Below x = 2 a series of
+// Temme's takes the place of the second fraction. Barnett, Feng, Steed & Goldfarb, Comput. Phys. Comm. 8, 377 (1974);
+// Temme, J. Comput. Phys. 21, 343 (1976). Accuracy, of the modulus sqrt(J^2 + Y^2) where x > nu: 2e-13 + 2e-17 x^2, the
+// second part from the rounding of the first fraction, whose rounds number about x; where x < nu some 5e-15 (nu + 1),
+// relative.
 OrdinaryBessel bessjy(double x, double nu);
 
 // J alone: the ascending series where x <= 2 sqrt(nu + 1), so that a Y or slope beyond doubles does no harm and no

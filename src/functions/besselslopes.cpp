@@ -11,11 +11,6 @@
 namespace quorvex {
 namespace {
 
-// From here on, and twice the order, Hankel's series has all digits.
-constexpr double kDistant = 25;
-
-bool IsDistant(double nu, double x) { return x >= kDistant && x >= 2 * nu; }
-
 // The ascending series with the digits that its gammln lacks.
 BesselOrder Ascending(double nu, double x, double curvature, bool spherical = false) {
   const BesselOrder rough = AscendingBessel(nu, x, curvature, spherical);
@@ -41,11 +36,10 @@ double AscendingCurvature(double power, double nu, double x, double curvature) {
 
 BesselOrder J(double nu, double x) {
   if (IsSmallArgument(nu, x)) return Ascending(nu, x, -1);
-  return IsDistant(nu, x) ? DistantBessel(nu, x).J : BesselJ(nu, x);
+  return BesselJ(nu, x);
 }
 
 BesselOrder Y(double nu, double x) {
-  if (IsDistant(nu, x)) return DistantBessel(nu, x).Y;
   const OrdinaryBessel both = bessjy(x, nu);
   return {both.Y, nu / x * both.Y - both.DY, both.DY};
 }
