@@ -4,11 +4,13 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <numeric>
+#include <cstring>
+#include <limits>
 
 #include "core/AlignedBlock.h"
 #include "core/DerivativeKind.h"
 #include "core/FaultFlags.h"
+#include "core/VectorRegister.h"
 #include "core/VectorWidth.h"
 #include "engine/CompiledModel.h"
 #include "engine/Differentiator.h"
@@ -21,80 +23,118 @@
 namespace quorvex {
 namespace {
 
-using Block = AlignedBlock;
-
 // Beyond all that a model adds to the product of this and a derivative, and far from where such products overflow.
 constexpr double kWideStep = 0x1p100;
 
+// The widest register has so many lanes. Points are extrapolated in as many as fill registers of any width.
+constexpr std::size_t kWidest = 8;
+constexpr std::size_t Filled(std::size_t count) { return (count + kWidest - 1) / kWidest * kWidest; }
+
+// What a centred quotient of order j - 1 is multiplied with for order j, from 2.
+constexpr auto kFactors = [] {
+  std::array<double, kRidderRounds + 1> factors{};
+  factors[2] = kRidderFactor;
+  for (std::size_t j = 3; j <= kRidderRounds; ++j) factors[j] = factors[j - 1] * kRidderFactor;
+  return factors;
+}();
+
 // The extrapolation at the points of a block that still go on, and at few that don't, at the front of each array.
 struct Extrapolation {
-  std::size_t Count;                             // of all these points
-  std::array<std::uint16_t, kBlock> Point;       // where in the block they stand,
-  std::array<std::uint16_t, kBlock> Computed;    // and where among those that the model is computed at
-  std::array<Block, kRidderRounds + 1> Tableau;  // by order, from 1: the round before, then the present one
-  Block Quotient, Estimate, Answer;
-  std::array<std::uint64_t, kBlock> Stops;    // 1 for a point that would stop after the present round, else 0
-  std::array<std::uint64_t, kBlock> Stopped;  // 1 for one that has stopped, and is computed along until they close up
-  std::size_t Live;                           // that have not
+  std::size_t Count;                                    // of all these points
+  std::size_t Live;                                     // of those that go on
+  bool All;                                             // whether they are all of the block's, in its order,
+  std::array<std::uint16_t, kBlock> Point;              // or else where in the block they stand
+  std::array<AlignedBlock, kRidderRounds + 1> Tableau;  // by order, from 1: the round before, then the present one
+  AlignedBlock Quotient, Answer;
+  AlignedBlock Estimate;  // negative where a point has stopped, so that nothing is better and it would stop again
 };
 
-// One round from its quotients: fills the orders 1 to k, notes where the best answer so far is beaten, and who stops.
-[[gnu::always_inline]] inline void Round(std::size_t k, Extrapolation& e) {
-  const std::size_t n = e.Count;
-  Block below = e.Quotient;  // order j - 1 of this round
-  std::copy_n(e.Tableau[k - 1].begin(), n, e.Quotient.begin());
-  double factor = kRidderFactor;
+// Round k at the points of a register: fills the orders 1 to k, and takes what is better than the answer so far. Adds
+// 1 to `live` where a point goes on.
+template <std::size_t lanes>
+[[gnu::always_inline]] inline void RoundAt(std::size_t i, std::size_t k, Extrapolation& e,
+                                           typename VectorRegister<lanes>::Mask& live) {
+  using V = typename VectorRegister<lanes>::Type;
+  using Mask = typename VectorRegister<lanes>::Mask;
+  const auto load = [i](V & v, const AlignedBlock& row) __attribute__((always_inline)) {
+    std::memcpy(&v, row.data() + i, sizeof v);
+  };
+  const auto store = [i](const V& v, AlignedBlock& row) __attribute__((always_inline)) {
+    std::memcpy(row.data() + i, &v, sizeof v);
+  };
+  const auto distance = [](const V& a, const V& b, V& size) __attribute__((always_inline)) {
+    size = reinterpret_cast<V>(reinterpret_cast<Mask>(a - b) & std::numeric_limits<std::int64_t>::max());
+  };
+  V cell, before{}, estimate = 1e30 - V{}, answer;
+  load(cell, e.Quotient);
+  load(answer, k == 2 ? e.Tableau[1] : e.Answer);
+  if (k > 2) load(estimate, e.Estimate);
   for (std::size_t j = 2; j <= k; ++j) {
-    double* const before = e.Tableau[j - 1].data();  // order j - 1 of the round before, then of this one
-    const double divisor = factor - 1.0;
-    for (std::size_t i = 0; i < n; ++i) {
-      const double cell = (below[i] * factor - before[i]) / divisor;
-      const double error = std::max(std::abs(cell - below[i]), std::abs(cell - before[i]));
-      const bool better = error <= e.Estimate[i];
-      e.Estimate[i] = better ? error : e.Estimate[i];
-      e.Answer[i] = better ? cell : e.Answer[i];
-      before[i] = below[i];
-      below[i] = cell;
-    }
-    factor *= kRidderFactor;
+    const V below = cell;
+    load(before, e.Tableau[j - 1]);
+    store(below, e.Tableau[j - 1]);
+    cell = (below * kFactors[j] - before) / (kFactors[j] - 1.0);
+    V fromBelow, fromBefore;
+    distance(cell, below, fromBelow);
+    distance(cell, before, fromBefore);
+    const V error = fromBelow < fromBefore ? fromBefore : fromBelow;
+    const Mask better = error <= estimate;
+    estimate = better ? error : estimate;
+    answer = better ? cell : answer;
   }
-  std::copy_n(below.begin(), n, e.Tableau[k].begin());
-  for (std::size_t i = 0; i < n; ++i)  // what the diagonal was before stands in Quotient
-    e.Stops[i] = std::abs(below[i] - e.Quotient[i]) >= kRidderSafe * e.Estimate[i] ? 1 : 0;
+  store(cell, e.Tableau[k]);
+  store(answer, e.Answer);
+  V alongDiagonal;
+  distance(cell, before, alongDiagonal);
+  const Mask stops = alongDiagonal >= kRidderSafe * estimate;
+  store(stops ? -1.0 - V{} : estimate, e.Estimate);
+  live -= ~stops;
 }
 
+// Round k at all points.
 [[gnu::noinline]] void RunRound(std::size_t k, Extrapolation& e) {
-  const auto round = [](auto, std::size_t number, Extrapolation* of) __attribute__((always_inline)) {
-    Round(number, *of);
+  const auto round = [](auto lanes, std::size_t number, Extrapolation* of) __attribute__((always_inline)) {
+    typename VectorRegister<lanes>::Mask live{};
+    for (std::size_t i = 0; i < Filled(of->Count); i += lanes) RoundAt<lanes>(i, number, *of, live);
+    of->Live = 0;
+    for (std::size_t lane = 0; lane < lanes; ++lane) of->Live += static_cast<std::size_t>(live[lane]);
   };
   AtFullWidth(round, k, &e);
+  if (k == kRidderRounds) e.Live = 0;
 }
 
-// Hands out the answers of the points that stop after round k, and where they have become many closes up the others.
-void TakeStops(std::size_t k, Extrapolation& e, double* answer) {
-  std::array<std::uint16_t, kBlock> kept, gone;
-  std::size_t count = 0, goneCount = 0;
-  for (std::size_t i = 0; i < e.Count; ++i) {  // each is noted in both lists, lest the processor guess which
-    const std::uint64_t stops = k == kRidderRounds ? 1 : e.Stops[i];
-    kept[count] = gone[goneCount] = static_cast<std::uint16_t>(i);
-    goneCount += stops & (e.Stopped[i] ^ 1);
-    e.Stopped[i] |= stops;
-    count += e.Stopped[i] ^ 1;
+// The points that go on, and the last of them again until registers are full.
+std::size_t ListLive(const Extrapolation& e, std::array<std::uint16_t, kBlock>& live) {
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < e.Count; ++i) {  // each is noted, lest the processor guess which
+    live[count] = static_cast<std::uint16_t>(i);
+    count += std::signbit(e.Estimate[i]) ? 0 : 1;
   }
-  for (std::size_t m = 0; m < goneCount; ++m) answer[e.Point[gone[m]]] = e.Answer[gone[m]];
-  e.Live = count;
-  // Moving a point with all of its tableau costs as much as a round of it.
-  if (count > e.Count / 4 * 3) return;
-  e.Count = count;
+  std::fill(live.begin() + count, live.begin() + Filled(count), live[count - 1]);
+  return count;
+}
+
+void HandOut(const Extrapolation& e, double* answer) {
+  if (e.All)
+    std::copy_n(e.Answer.begin(), e.Count, answer);
+  else
+    for (std::size_t i = 0; i < e.Count; ++i) answer[e.Point[i]] = e.Answer[i];
+}
+
+// Leaves these points alone after round k.
+void CloseUp(std::span<const std::uint16_t> points, std::size_t count, std::size_t k, Extrapolation& e) {
   const auto closeUp = [&](auto& row) {
-    for (std::size_t m = 0; m < count; ++m) row[m] = row[kept[m]];
+    for (std::size_t m = 0; m < points.size(); ++m) row[m] = row[points[m]];
   };
-  closeUp(e.Point);
-  closeUp(e.Computed);
+  if (e.All)
+    std::copy(points.begin(), points.end(), e.Point.begin());
+  else
+    closeUp(e.Point);
   closeUp(e.Estimate);
   closeUp(e.Answer);
   for (std::size_t j = 1; j <= k; ++j) closeUp(e.Tableau[j]);
-  std::fill_n(e.Stopped.begin(), count, 0);
+  e.All = false;
+  e.Count = count;
 }
 
 }  // namespace
@@ -153,7 +193,7 @@ bool Differentiator::NumericalBlock(std::size_t n, bool extrapolate, double* con
 
 void Differentiator::SharpenDerivatives(std::size_t n, double* const* dyda) {
   if (!model_.UserType || model_.typed_) return;
-  Block quotient;
+  AlignedBlock quotient;
   for (std::size_t c = 0; c < model_.CoefficientValues.size(); ++c) {
     const double mask = model_.Coefficients[c].Constant;
     if (mask == 0 || !model_.compiled_->OverBlocks().LinearIn(c)) continue;
@@ -176,7 +216,7 @@ bool Differentiator::ClosedFormBlock(const SolveData& data, std::size_t first, s
 bool Differentiator::CentredQuotientBlock(std::size_t coefficient, double h, double* quotient) {
   const double a = model_.CoefficientValues[coefficient];
   BlockProgram& program = model_.compiled_->OverBlocks();
-  Block above;
+  AlignedBlock above;
   const std::array<ChainStep, 2> divided = {ChainStep{ChainOp::SubtractFrom, {above.data(), 0}},
                                             ChainStep{ChainOp::Divide, {nullptr, 2.0 * h}}};
   return program.EvaluateVaried(coefficient, a + h, above.data()) &&
@@ -186,7 +226,7 @@ bool Differentiator::CentredQuotientBlock(std::size_t coefficient, double h, dou
 bool Differentiator::OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient) {
   const double a = model_.CoefficientValues[coefficient];
   BlockProgram& program = model_.compiled_->OverBlocks();
-  Block values, absolute;
+  AlignedBlock values, absolute;
   std::fill_n(quotient, n, 0.0);
   std::fill_n(absolute.begin(), n, 0.0);
   for (std::size_t k = 0; k < kOneSided.size(); ++k) {
@@ -204,37 +244,28 @@ bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::si
   BlockProgram& program = model_.compiled_->OverBlocks();
   Extrapolation e;
   e.Count = e.Live = n;
-  e.Stopped.fill(0);
-  std::iota(e.Point.begin(), e.Point.end(), std::uint16_t{0});
-  e.Computed = e.Point;
-  e.Estimate.fill(1e30);
-  Block quotient;
-  if (!CentredQuotientBlock(coefficient, h, e.Tableau[1].data())) return false;
-  e.Answer = e.Tableau[1];
-  std::size_t computed = n;  // points at which the model is computed
-  // Whatever the outcome, the next coefficient finds all points again.
-  const auto finish = [&] {
-    program.Widen();
-    return e.Live == 0;
-  };
-  for (std::size_t k = 2; e.Live > 0; ++k) {
+  e.All = true;
+  for (AlignedBlock* const quotient : {&e.Tableau[1], &e.Quotient})
+    std::fill(quotient->begin() + n, quotient->begin() + Filled(n), 0.0);  // these stop at once
+  bool computed = CentredQuotientBlock(coefficient, h, e.Tableau[1].data());
+  for (std::size_t k = 2; computed && e.Live > 0; ++k) {
     h /= kRidderShrink;
-    if (!CentredQuotientBlock(coefficient, h, quotient.data())) return finish();
-    if (e.Count == computed)
-      e.Quotient = quotient;
-    else
-      for (std::size_t i = 0; i < e.Count; ++i) e.Quotient[i] = quotient[e.Computed[i]];
+    computed = CentredQuotientBlock(coefficient, h, e.Quotient.data());
+    if (!computed) break;
     RunRound(k, e);
-    if (FaultFlagsRaised()) return finish();  // no NaN may decide who stops
-    TakeStops(k, e, answer);
-    // Few points go on for long, and gathering what they need pays after one round.
-    if (e.Live > 0 && e.Count <= computed / 4 * 3 &&
-        program.Narrow(coefficient, std::span(e.Computed).first(e.Count))) {
-      computed = e.Count;
-      std::iota(e.Computed.begin(), e.Computed.end(), std::uint16_t{0});
-    }
+    computed = !FaultFlagsRaised();  // no NaN may decide who stops
+    // Moving points with all that they need pays after one round.
+    if (e.Live > e.Count / 4 * 3 || !computed) continue;
+    HandOut(e, answer);
+    if (e.Live == 0) break;
+    std::array<std::uint16_t, kBlock> live;
+    const std::size_t count = ListLive(e, live);
+    const std::span<const std::uint16_t> points = std::span(live).first(Filled(count));
+    if (program.Narrow(coefficient, points)) CloseUp(points, count, k, e);
   }
-  return finish();
+  // Whatever the outcome, the next coefficient finds all points again.
+  program.Widen();
+  return computed;
 }
 
 }  // namespace quorvex

@@ -3,16 +3,11 @@
 #include <cstring>
 #include <utility>
 
+#include "core/VectorRegister.h"
 #include "core/VectorWidth.h"
 
 namespace quorvex {
 namespace {
-
-// A register of so many lanes.
-template <std::size_t lanes>
-struct Register {
-  using Type [[gnu::vector_size(lanes * sizeof(double))]] = double;
-};
 
 // So many registers go through the steps together, for each operation takes several cycles until its result is there.
 constexpr auto kTogether = std::make_index_sequence<8>();
@@ -23,7 +18,7 @@ template <std::size_t lanes, std::size_t... k>
 [[gnu::always_inline]] inline std::size_t RunTiles(const BlockOperand& start, std::span<const ChainStep> steps,
                                                    std::size_t first, std::size_t n, double* out,
                                                    std::index_sequence<k...>) {
-  using V = typename Register<lanes>::Type;
+  using V = typename VectorRegister<lanes>::Type;
   constexpr std::size_t kTile = lanes * sizeof...(k);
   for (; first + kTile <= n; first += kTile) {
     V v[sizeof...(k)] = {};
