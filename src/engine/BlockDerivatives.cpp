@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <numeric>
 
 #include "core/AlignedBlock.h"
 #include "core/DerivativeKind.h"
@@ -30,6 +31,9 @@ constexpr double kWideStep = 0x1p100;
 constexpr std::size_t kWidest = 8;
 constexpr std::size_t Filled(std::size_t count) { return (count + kWidest - 1) / kWidest * kWidest; }
 
+// So many rounds are computed at once.
+constexpr std::size_t kMostTogether = 3;
+
 // What a centred quotient of order j - 1 is multiplied with for order j, from 2.
 constexpr auto kFactors = [] {
   std::array<double, kRidderRounds + 1> factors{};
@@ -40,19 +44,27 @@ constexpr auto kFactors = [] {
 
 // The extrapolation at the points of a block that still go on, and at few that don't, at the front of each array.
 struct Extrapolation {
+  explicit Extrapolation(std::size_t n) : Count(n), Live(n) {
+    std::iota(Point.begin(), Point.begin() + n, std::uint16_t{0});
+    Fill(Point);
+  }
+
+  std::span<const std::uint16_t> Points() const { return std::span(Point).first(Filled(Count)); }
+  // Behind the points their last one again, until registers are full.
+  void Fill(auto& row) const { std::fill(row.begin() + Count, row.begin() + Filled(Count), row[Count - 1]); }
+
   std::size_t Count;                                    // of all these points
   std::size_t Live;                                     // of those that go on
-  bool All;                                             // whether they are all of the block's, in its order,
-  std::array<std::uint16_t, kBlock> Point;              // or else where in the block they stand
+  std::array<std::uint16_t, kBlock> Point;              // where in the block they stand
   std::array<AlignedBlock, kRidderRounds + 1> Tableau;  // by order, from 1: the round before, then the present one
-  AlignedBlock Quotient, Answer;
+  AlignedBlock Answer;
   AlignedBlock Estimate;  // negative where a point has stopped, so that nothing is better and it would stop again
 };
 
 // Round k at the points of a register: fills the orders 1 to k, and takes what is better than the answer so far. Adds
 // 1 to `live` where a point goes on.
 template <std::size_t lanes>
-[[gnu::always_inline]] inline void RoundAt(std::size_t i, std::size_t k, Extrapolation& e,
+[[gnu::always_inline]] inline void RoundAt(std::size_t i, std::size_t k, const AlignedBlock& quotient, Extrapolation& e,
                                            typename VectorRegister<lanes>::Mask& live) {
   using V = typename VectorRegister<lanes>::Type;
   using Mask = typename VectorRegister<lanes>::Mask;
@@ -66,7 +78,7 @@ template <std::size_t lanes>
     size = reinterpret_cast<V>(reinterpret_cast<Mask>(a - b) & std::numeric_limits<std::int64_t>::max());
   };
   V cell, before{}, estimate = 1e30 - V{}, answer;
-  load(cell, e.Quotient);
+  load(cell, quotient);
   load(answer, k == 2 ? e.Tableau[1] : e.Answer);
   if (k > 2) load(estimate, e.Estimate);
   for (std::size_t j = 2; j <= k; ++j) {
@@ -91,50 +103,40 @@ template <std::size_t lanes>
   live -= ~stops;
 }
 
-// Round k at all points.
-[[gnu::noinline]] void RunRound(std::size_t k, Extrapolation& e) {
-  const auto round = [](auto lanes, std::size_t number, Extrapolation* of) __attribute__((always_inline)) {
+// Round k at all points, with its quotients.
+[[gnu::noinline]] void RunRound(std::size_t k, const AlignedBlock& quotient, Extrapolation& e) {
+  if (k == 1) {
+    std::copy_n(quotient.begin(), Filled(e.Count), e.Tableau[1].begin());
+    return;
+  }
+  const auto round =
+      [](auto lanes, std::size_t number, const AlignedBlock* from, Extrapolation* of) __attribute__((always_inline)) {
     typename VectorRegister<lanes>::Mask live{};
-    for (std::size_t i = 0; i < Filled(of->Count); i += lanes) RoundAt<lanes>(i, number, *of, live);
+    for (std::size_t i = 0; i < of->Count; i += lanes) RoundAt<lanes>(i, number, *from, *of, live);
     of->Live = 0;
     for (std::size_t lane = 0; lane < lanes; ++lane) of->Live += static_cast<std::size_t>(live[lane]);
   };
-  AtFullWidth(round, k, &e);
+  AtFullWidth(round, k, &quotient, &e);
   if (k == kRidderRounds) e.Live = 0;
 }
 
-// The points that go on, and the last of them again until registers are full.
-std::size_t ListLive(const Extrapolation& e, std::array<std::uint16_t, kBlock>& live) {
+// Leaves the points that go on after round k.
+void CloseUp(std::size_t k, Extrapolation& e) {
+  std::array<std::uint16_t, kBlock> live;
   std::size_t count = 0;
   for (std::size_t i = 0; i < e.Count; ++i) {  // each is noted, lest the processor guess which
     live[count] = static_cast<std::uint16_t>(i);
     count += std::signbit(e.Estimate[i]) ? 0 : 1;
   }
-  std::fill(live.begin() + count, live.begin() + Filled(count), live[count - 1]);
-  return count;
-}
-
-void HandOut(const Extrapolation& e, double* answer) {
-  if (e.All)
-    std::copy_n(e.Answer.begin(), e.Count, answer);
-  else
-    for (std::size_t i = 0; i < e.Count; ++i) answer[e.Point[i]] = e.Answer[i];
-}
-
-// Leaves these points alone after round k.
-void CloseUp(std::span<const std::uint16_t> points, std::size_t count, std::size_t k, Extrapolation& e) {
-  const auto closeUp = [&](auto& row) {
-    for (std::size_t m = 0; m < points.size(); ++m) row[m] = row[points[m]];
-  };
-  if (e.All)
-    std::copy(points.begin(), points.end(), e.Point.begin());
-  else
-    closeUp(e.Point);
-  closeUp(e.Estimate);
-  closeUp(e.Answer);
-  for (std::size_t j = 1; j <= k; ++j) closeUp(e.Tableau[j]);
-  e.All = false;
-  e.Count = count;
+  e.Count = e.Live = count;
+  e.Fill(live);
+  for (std::size_t m = 0; m < Filled(count); ++m) {  // from behind, or from where the last one came to stand
+    const std::size_t from = live[m];
+    e.Point[m] = e.Point[from];
+    e.Estimate[m] = e.Estimate[from];
+    e.Answer[m] = e.Answer[from];
+    for (std::size_t j = 1; j <= k; ++j) e.Tableau[j][m] = e.Tableau[j][from];
+  }
 }
 
 }  // namespace
@@ -240,32 +242,56 @@ bool Differentiator::OneSidedQuotientBlock(std::size_t coefficient, double h, st
   return true;
 }
 
-bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer) {
-  BlockProgram& program = model_.compiled_->OverBlocks();
-  Extrapolation e;
-  e.Count = e.Live = n;
-  e.All = true;
-  for (AlignedBlock* const quotient : {&e.Tableau[1], &e.Quotient})
-    std::fill(quotient->begin() + n, quotient->begin() + Filled(n), 0.0);  // these stop at once
-  bool computed = CentredQuotientBlock(coefficient, h, e.Tableau[1].data());
-  for (std::size_t k = 2; computed && e.Live > 0; ++k) {
-    h /= kRidderShrink;
-    computed = CentredQuotientBlock(coefficient, h, e.Quotient.data());
-    if (!computed) break;
-    RunRound(k, e);
-    computed = !FaultFlagsRaised();  // no NaN may decide who stops
-    // Moving points with all that they need pays after one round.
-    if (e.Live > e.Count / 4 * 3 || !computed) continue;
-    HandOut(e, answer);
-    if (e.Live == 0) break;
-    std::array<std::uint16_t, kBlock> live;
-    const std::size_t count = ListLive(e, live);
-    const std::span<const std::uint16_t> points = std::span(live).first(Filled(count));
-    if (program.Narrow(coefficient, points)) CloseUp(points, count, k, e);
+bool Differentiator::CentredQuotientsAt(std::size_t coefficient, std::span<const double> steps,
+                                        std::span<const std::uint16_t> points, AlignedBlock* quotients) {
+  const double a = model_.CoefficientValues[coefficient];
+  std::array<double, 2 * kMostTogether> values;
+  for (std::size_t r = 0; r < steps.size(); ++r) {
+    values[2 * r] = a + steps[r];
+    values[2 * r + 1] = a - steps[r];
   }
-  // Whatever the outcome, the next coefficient finds all points again.
-  program.Widen();
-  return computed;
+  AlignedBlock sides;
+  if (!model_.compiled_->OverBlocks().EvaluateVariedAt(coefficient, points, std::span(values).first(2 * steps.size()),
+                                                       sides.data()))
+    return false;
+  for (std::size_t r = 0; r < steps.size(); ++r) {
+    const double* const above = sides.data() + 2 * r * points.size();
+    const std::array<ChainStep, 2> divided = {ChainStep{ChainOp::Subtract, {above + points.size(), 0}},
+                                              ChainStep{ChainOp::Divide, {nullptr, 2.0 * steps[r]}}};
+    ChainOverBlock({above, 0}, divided, points.size(), quotients[r].data());
+  }
+  return true;
+}
+
+bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer) {
+  const bool variesAt = model_.compiled_->OverBlocks().VariesAt(coefficient);
+  Extrapolation e(n);
+  std::array<AlignedBlock, kMostTogether> quotients;
+  for (std::size_t k = 1; e.Live > 0;) {
+    // Where the points are few, both sides of several rounds are computed as one block. Most go through three of them.
+    const std::span<const std::uint16_t> points = e.Points();
+    const std::size_t together =
+        !variesAt ? 0 : std::min({kBlock / (2 * points.size()), k == 1 ? kMostTogether : 2, kRidderRounds + 1 - k});
+    std::array<double, kMostTogether> steps;
+    for (std::size_t r = 0; r < std::max<std::size_t>(together, 1); ++r, h /= kRidderShrink) steps[r] = h;
+    if (together > 0) {
+      if (!CentredQuotientsAt(coefficient, std::span(steps).first(together), points, quotients.data())) return false;
+    } else {
+      if (!CentredQuotientBlock(coefficient, steps[0], quotients[0].data())) return false;
+      e.Fill(quotients[0]);
+    }
+    for (std::size_t r = 0; r < std::max<std::size_t>(together, 1) && e.Live > 0; ++r) RunRound(k++, quotients[r], e);
+    if (FaultFlagsRaised()) return false;  // no NaN may decide who stops
+    // Moving points with all that they need pays after one round.
+    const bool closesUp = variesAt && e.Live <= std::min(kBlock / 2, e.Count / 4 * 3);
+    if (e.Live > 0 && !closesUp) continue;
+    if (e.Count == n)
+      std::copy_n(e.Answer.begin(), n, answer);
+    else
+      for (std::size_t i = 0; i < e.Count; ++i) answer[e.Point[i]] = e.Answer[i];
+    if (e.Live > 0) CloseUp(k - 1, e);
+  }
+  return true;
 }
 
 }  // namespace quorvex

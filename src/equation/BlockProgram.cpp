@@ -205,7 +205,8 @@ BlockProgram::BlockProgram(const Expression& expression) {
       dependents_[c].push_back(i);
     }
   }
-  // What stands still while a coefficient is varied, but is read by what moves: this is what Narrow has to gather.
+  // What stands still while a coefficient is varied, but is read by what moves: this is what EvaluateVariedAt has to
+  // gather.
   fixed_.resize(coefficients);
   for (std::size_t c = 0; c < coefficients; ++c) {
     std::vector<bool> known = depends_[c];
@@ -221,7 +222,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
   CountUses(0);
   MakePlans();
   places_.resize(nodes_.size());
-  for (Slots* slots : {&base_, &moved_, &narrow_}) {
+  for (Slots* slots : {&base_, &moved_, &pointwise_}) {
     slots->Values.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
   }
@@ -250,8 +251,8 @@ void BlockProgram::Deliver(const BlockOperand& result, double* y) const {
 bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std::span<const double> Values,
                             const DataStatistics& statistics, double* y, Next next) {
   x_.assign(x.begin(), x.end());
-  n_ = wholeN_ = n;
-  narrowed_ = false;
+  n_ = n;
+  spread_ = {};
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
   places_[result_] = keepsResult_[static_cast<std::size_t>(next)] ? nullptr : y;
@@ -296,25 +297,37 @@ bool BlockProgram::LinearIn(std::size_t coefficient) const {
          });
 }
 
-bool BlockProgram::Narrow(std::size_t varied, std::span<const std::uint16_t> points) {
-  if (forks_ || !depends_[varied][result_]) return false;
+bool BlockProgram::EvaluateVariedAt(std::size_t varied, std::span<const std::uint16_t> points,
+                                    std::span<const double> values, double* y) {
+  const std::size_t whole = n_;
+  n_ = points.size() * values.size();
+  assert(VariesAt(varied) && n_ <= kBlock);
   for (const std::uint32_t i : fixed_[varied]) {
-    const BlockOperand from = narrowed_ ? narrow_.Values[i] : base_.Values[i];
-    narrow_.Values[i] = from;
+    const BlockOperand from = base_.Values[i];
+    pointwise_.Values[i] = from;
     if (from.Points == nullptr) continue;
-    double* const block = Room(narrow_.Blocks[i]);
-    // When narrowed before, from and block are one: points[m] is never below m, so no value is lost before it is read.
+    double* const block = Room(pointwise_.Blocks[i]);
     for (std::size_t m = 0; m < points.size(); ++m) block[m] = from.Points[points[m]];
-    narrow_.Values[i].Points = block;
+    for (std::size_t v = 1; v < values.size(); ++v) std::copy_n(block, points.size(), block + v * points.size());
+    pointwise_.Values[i].Points = block;
   }
-  narrowed_ = true;
-  n_ = points.size();
-  return true;
+  moving_ = &depends_[varied];
+  resultPlace_ = y;
+  then_ = {};
+  spread_ = values;
+  const bool completed = Completes([&] { RunVaried(varied); });
+  if (completed) Deliver(ValueOf(result_, moved_), y);
+  spread_ = {};
+  n_ = whole;
+  return completed;
 }
 
-void BlockProgram::Widen() {
-  narrowed_ = false;
-  n_ = wholeN_;
+// Of each value of the coefficient in hand what a node is with it, at all points that have that value.
+void BlockProgram::SpreadOut(std::uint32_t index, const BlockOperand& byValue) {
+  double* const block = Room(pointwise_.Blocks[index]);
+  const std::size_t points = n_ / spread_.size();
+  for (std::size_t v = 0; v < spread_.size(); ++v) std::fill_n(block + v * points, points, byValue.At(v));
+  pointwise_.Values[index] = {block, 0};
 }
 
 // Not inlined, so that the arithmetic stays between the two looks at the flags.
@@ -338,8 +351,10 @@ void BlockProgram::Widen() {
 }
 
 BlockOperand BlockProgram::ValueOf(std::uint32_t index, const Slots& slots) const {
-  if (&slots != &moved_ || (*moving_)[index]) return slots.Values[index];
-  return narrowed_ ? narrow_.Values[index] : base_.Values[index];
+  if (&slots != &moved_) return slots.Values[index];
+  const bool moves = (*moving_)[index];
+  if (spread_.empty()) return moves ? moved_.Values[index] : base_.Values[index];
+  return moves && !IsSpread(index) ? moved_.Values[index] : pointwise_.Values[index];
 }
 
 double* BlockProgram::BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots) {
@@ -355,9 +370,17 @@ double* BlockProgram::Room(std::unique_ptr<AlignedBlock>& block) {
 void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slots) {
   const Node& node = nodes_[index];
   BlockOperand& out = slots.Values[index];
-  const auto operand = [&](std::size_t which) { return ValueOf(node.Operands[which], slots); };
+  const auto operand = [&](std::size_t which) {
+    const std::uint32_t from = node.Operands[which];
+    return IsSpread(index) && (*moving_)[from] ? moved_.Values[from] : ValueOf(from, slots);
+  };
   // One value where it is the same at all points, else a block of them.
   const auto room = [&]() -> std::pair<std::size_t, double*> {
+    if (IsSpread(index)) {
+      double* const values = Room(slots.Blocks[index]);
+      out.Points = values;
+      return {spread_.size(), values};
+    }
     if (node.Uniform) {
       out.Points = nullptr;
       return {1, &out.Value};
@@ -374,7 +397,7 @@ void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slot
       out = {nullptr, node.Value};
       break;
     case Kind::Coefficient:
-      out = {nullptr, values_[static_cast<std::size_t>(node.Code)]};
+      out = {spread_.data(), values_[static_cast<std::size_t>(node.Code)]};
       break;
     case Kind::Statistic:
       out = {nullptr, StatisticValue(SpecialWordOf(node.Code), *statistics_)};
@@ -417,6 +440,7 @@ void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slot
       out = operand(operand(0).Value != 0 ? 1 : 2);
       break;
   }
+  if (IsSpread(index)) SpreadOut(index, out);
 }
 
 }  // namespace quorvex

@@ -63,10 +63,12 @@ class BlockProgram {
   // A. Walther, Evaluating Derivatives, SIAM 2008, chapter 3.
   void Gradient(double* const* dyda);
 
-  // From here on EvaluateVaried, with this coefficient, runs over fewer points: number i of them is number points[i]
-  // of those before, ascending. Until the next Evaluate or Widen. A model with an "if" can't, and says false.
-  bool Narrow(std::size_t varied, std::span<const std::uint16_t> points);
-  void Widen();
+  // The same at some of the points only, given by their numbers in the block, with one value of the coefficient after
+  // the other: into y[v * points.size() + m] what it is at points[m] with values[v]. All of it together is at most a
+  // block. Only for a coefficient of which VariesAt is true: not in a model with an "if".
+  bool EvaluateVariedAt(std::size_t varied, std::span<const std::uint16_t> points, std::span<const double> values,
+                        double* y);
+  bool VariesAt(std::size_t varied) const { return !forks_ && depends_[varied][result_]; }
 
  private:
   enum class Kind : std::uint8_t {
@@ -140,9 +142,11 @@ class BlockProgram {
   std::vector<bool> NeededByGradient() const;
   void RunPlan(const Plan& plan, Slots& slots);
   void RunChain(const Step& step, Slots& slots);
+  void SpreadOut(std::uint32_t index, const BlockOperand& byValue);
   double* BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots);
   void Compute(std::uint32_t index, std::uint32_t place, Slots& slots);
   BlockOperand ValueOf(std::uint32_t index, const Slots& slots) const;
+  bool IsSpread(std::uint32_t index) const { return nodes_[index].Uniform && !spread_.empty(); }
 
   std::vector<Node> nodes_;  // of the value, and behind them those of gradients
   std::uint32_t valueCount_ = 0;
@@ -163,13 +167,14 @@ class BlockProgram {
 
   // Of the block in hand.
   std::vector<const double*> x_;
-  std::size_t n_ = 0;       // of points that are computed,
-  std::size_t wholeN_ = 0;  // and of all
+  std::size_t n_ = 0;
   std::vector<double> values_;
   const DataStatistics* statistics_ = nullptr;
   Slots base_, moved_;
-  Slots narrow_;  // of base_ what the fewer points need, while narrowed
-  bool narrowed_ = false;
+  // While a coefficient has several values: these, and of base_ what stands still and of moved_ what is the same at all
+  // points, point by point. moved_ has of the latter what it is by value.
+  std::span<const double> spread_;
+  Slots pointwise_;
   std::vector<bool> key_;
   std::list<GradientPlan> gradients_;
   const GradientPlan* gradient_ = nullptr;  // the last one
