@@ -61,15 +61,22 @@ struct Extrapolation {
   AlignedBlock Estimate;  // negative where a point has stopped, so that nothing is better and it would stop again
 };
 
-// Round k at the points of a register: fills the orders 1 to k, and takes what is better than the answer so far. Adds
-// 1 to `live` where a point goes on.
+// Of a round: the values on both sides, by how much the coefficient differs between them, and its number.
+struct Sides {
+  const double *Above, *Below;
+  double Width;
+  std::size_t Round;
+};
+
+// A round at the points of a register: fills the orders up to its own, and takes what is better than the answer so
+// far. Adds 1 to `live` where a point goes on.
 template <std::size_t lanes>
-[[gnu::always_inline]] inline void RoundAt(std::size_t i, std::size_t k, const AlignedBlock& quotient, Extrapolation& e,
+[[gnu::always_inline]] inline void RoundAt(std::size_t i, const Sides& sides, Extrapolation& e,
                                            typename VectorRegister<lanes>::Mask& live) {
   using V = typename VectorRegister<lanes>::Type;
   using Mask = typename VectorRegister<lanes>::Mask;
-  const auto load = [i](V & v, const AlignedBlock& row) __attribute__((always_inline)) {
-    std::memcpy(&v, row.data() + i, sizeof v);
+  const auto load = [i](V & v, const double* row) __attribute__((always_inline)) {
+    std::memcpy(&v, row + i, sizeof v);
   };
   const auto store = [i](const V& v, AlignedBlock& row) __attribute__((always_inline)) {
     std::memcpy(row.data() + i, &v, sizeof v);
@@ -77,13 +84,16 @@ template <std::size_t lanes>
   const auto distance = [](const V& a, const V& b, V& size) __attribute__((always_inline)) {
     size = reinterpret_cast<V>(reinterpret_cast<Mask>(a - b) & std::numeric_limits<std::int64_t>::max());
   };
-  V cell, before{}, estimate = 1e30 - V{}, answer;
-  load(cell, quotient);
-  load(answer, k == 2 ? e.Tableau[1] : e.Answer);
-  if (k > 2) load(estimate, e.Estimate);
+  const std::size_t k = sides.Round;
+  V above, below, before{}, estimate = 1e30 - V{}, answer;
+  load(above, sides.Above);
+  load(below, sides.Below);
+  V cell = (above - below) / sides.Width;
+  load(answer, k == 2 ? e.Tableau[1].data() : e.Answer.data());
+  if (k > 2) load(estimate, e.Estimate.data());
   for (std::size_t j = 2; j <= k; ++j) {
-    const V below = cell;
-    load(before, e.Tableau[j - 1]);
+    below = cell;
+    load(before, e.Tableau[j - 1].data());
     store(below, e.Tableau[j - 1]);
     cell = (below * kFactors[j] - before) / (kFactors[j] - 1.0);
     V fromBelow, fromBefore;
@@ -103,21 +113,21 @@ template <std::size_t lanes>
   live -= ~stops;
 }
 
-// Round k at all points, with its quotients.
-[[gnu::noinline]] void RunRound(std::size_t k, const AlignedBlock& quotient, Extrapolation& e) {
-  if (k == 1) {
-    std::copy_n(quotient.begin(), Filled(e.Count), e.Tableau[1].begin());
-    return;
-  }
-  const auto round =
-      [](auto lanes, std::size_t number, const AlignedBlock* from, Extrapolation* of) __attribute__((always_inline)) {
+[[gnu::noinline]] void RunRound(const Sides& sides, Extrapolation& e) {
+  const auto round = [](auto lanes, const Sides* from, Extrapolation* of) __attribute__((always_inline)) {
+    const Sides at = *from;
+    const std::size_t count = of->Count;
+    if (at.Round == 1) {
+      for (std::size_t i = 0; i < Filled(count); ++i) of->Tableau[1][i] = (at.Above[i] - at.Below[i]) / at.Width;
+      return;
+    }
     typename VectorRegister<lanes>::Mask live{};
-    for (std::size_t i = 0; i < of->Count; i += lanes) RoundAt<lanes>(i, number, *from, *of, live);
+    for (std::size_t i = 0; i < count; i += lanes) RoundAt<lanes>(i, at, *of, live);
     of->Live = 0;
     for (std::size_t lane = 0; lane < lanes; ++lane) of->Live += static_cast<std::size_t>(live[lane]);
   };
-  AtFullWidth(round, k, &quotient, &e);
-  if (k == kRidderRounds) e.Live = 0;
+  AtFullWidth(round, &sides, &e);
+  if (sides.Round == kRidderRounds) e.Live = 0;
 }
 
 // Leaves the points that go on after round k.
@@ -242,45 +252,40 @@ bool Differentiator::OneSidedQuotientBlock(std::size_t coefficient, double h, st
   return true;
 }
 
-bool Differentiator::CentredQuotientsAt(std::size_t coefficient, std::span<const double> steps,
-                                        std::span<const std::uint16_t> points, AlignedBlock* quotients) {
-  const double a = model_.CoefficientValues[coefficient];
-  std::array<double, 2 * kMostTogether> values;
-  for (std::size_t r = 0; r < steps.size(); ++r) {
-    values[2 * r] = a + steps[r];
-    values[2 * r + 1] = a - steps[r];
-  }
-  AlignedBlock sides;
-  if (!model_.compiled_->OverBlocks().EvaluateVariedAt(coefficient, points, std::span(values).first(2 * steps.size()),
-                                                       sides.data()))
-    return false;
-  for (std::size_t r = 0; r < steps.size(); ++r) {
-    const double* const above = sides.data() + 2 * r * points.size();
-    const std::array<ChainStep, 2> divided = {ChainStep{ChainOp::Subtract, {above + points.size(), 0}},
-                                              ChainStep{ChainOp::Divide, {nullptr, 2.0 * steps[r]}}};
-    ChainOverBlock({above, 0}, divided, points.size(), quotients[r].data());
-  }
-  return true;
-}
-
 bool Differentiator::ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer) {
-  const bool variesAt = model_.compiled_->OverBlocks().VariesAt(coefficient);
+  const double a = model_.CoefficientValues[coefficient];
+  BlockProgram& program = model_.compiled_->OverBlocks();
+  const bool variesAt = program.VariesAt(coefficient);
   Extrapolation e(n);
-  std::array<AlignedBlock, kMostTogether> quotients;
+  AlignedBlock values, others;
   for (std::size_t k = 1; e.Live > 0;) {
-    // Where the points are few, both sides of several rounds are computed as one block. Most go through three of them.
     const std::span<const std::uint16_t> points = e.Points();
+    const std::size_t size = points.size();
+    // Where the points are few, both sides of several rounds are computed as one block. Most go through three of them.
     const std::size_t together =
-        !variesAt ? 0 : std::min({kBlock / (2 * points.size()), k == 1 ? kMostTogether : 2, kRidderRounds + 1 - k});
-    std::array<double, kMostTogether> steps;
-    for (std::size_t r = 0; r < std::max<std::size_t>(together, 1); ++r, h /= kRidderShrink) steps[r] = h;
+        variesAt ? std::min({kBlock / (2 * size), k == 1 ? kMostTogether : 2, kRidderRounds + 1 - k}) : 0;
+    std::array<Sides, kMostTogether> rounds;
     if (together > 0) {
-      if (!CentredQuotientsAt(coefficient, std::span(steps).first(together), points, quotients.data())) return false;
+      std::array<double, 2 * kMostTogether> at;
+      for (std::size_t r = 0; r < together; ++r, h /= kRidderShrink) {
+        at[2 * r] = a + h;
+        at[2 * r + 1] = a - h;
+        const double* const above = values.data() + 2 * r * size;
+        rounds[r] = {above, above + size, 2.0 * h, k + r};
+      }
+      if (!program.EvaluateVariedAt(coefficient, points, std::span(at).first(2 * together), values.data()))
+        return false;
     } else {
-      if (!CentredQuotientBlock(coefficient, steps[0], quotients[0].data())) return false;
-      e.Fill(quotients[0]);
+      if (!program.EvaluateVaried(coefficient, a + h, values.data()) ||
+          !program.EvaluateVaried(coefficient, a - h, others.data()))
+        return false;
+      e.Fill(values);
+      e.Fill(others);
+      rounds[0] = {values.data(), others.data(), 2.0 * h, k};
+      h /= kRidderShrink;
     }
-    for (std::size_t r = 0; r < std::max<std::size_t>(together, 1) && e.Live > 0; ++r) RunRound(k++, quotients[r], e);
+    const std::size_t end = k + std::max<std::size_t>(together, 1);
+    for (std::size_t r = 0; k < end && e.Live > 0; ++r, ++k) RunRound(rounds[r], e);
     if (FaultFlagsRaised()) return false;  // no NaN may decide who stops
     // Moving points with all that they need pays after one round.
     const bool closesUp = variesAt && e.Live <= std::min(kBlock / 2, e.Count / 4 * 3);

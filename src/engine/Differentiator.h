@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <string>
 
-#include "core/AlignedBlock.h"
 #include "core/DerivativeKind.h"
 #include "core/SolveData.h"
 
@@ -43,8 +41,6 @@ class Differentiator {
   bool SweptAt(std::span<const double> x, std::span<double> dyda);
   bool NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda);
   bool CentredQuotientBlock(std::size_t coefficient, double h, double* quotient);
-  bool CentredQuotientsAt(std::size_t coefficient, std::span<const double> steps, std::span<const std::uint16_t> points,
-                          AlignedBlock* quotients);
   bool OneSidedQuotientBlock(std::size_t coefficient, double h, std::size_t n, double* quotient);
   bool ExtrapolateBlock(std::size_t coefficient, double h, std::size_t n, double* answer);
 
