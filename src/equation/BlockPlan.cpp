@@ -72,9 +72,12 @@ BlockProgram::Plan BlockProgram::PlanFor(const std::vector<bool>& computed, cons
         if (link.Op != ChainOp::Negate) read.push_back(link.Operand);
     }
     step.Node = step.Place = i;
-    // Written over where it stands, so that what is at work stays in the nearest cache.
-    for (const std::uint32_t from : read)
-      if (isPassing(from)) step.Place = steps[from].Place;
+    // Written over where it stands, so that what is at work stays in the nearest cache; but a function would have to
+    // do so by way of a block of its own.
+    const bool isFunction = node.What == Kind::Function || (node.What == Kind::Binary && node.Code == kPower);
+    if (!isFunction)
+      for (const std::uint32_t from : read)
+        if (isPassing(from)) step.Place = steps[from].Place;
   }
   Plan plan;
   for (std::uint32_t i = 0; i < nodes_.size(); ++i)
