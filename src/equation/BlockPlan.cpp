@@ -136,11 +136,11 @@ void BlockProgram::RunPlan(const Plan& plan, Slots& slots) {
 void BlockProgram::RunChain(const Step& step, Slots& slots) {
   std::array<ChainStep, kLongestChain + kMostThen> links;
   std::size_t count = 0;
-  for (const Link& link : step.Links) links[count++] = {link.Op, ValueOf(link.Operand, slots)};
+  for (const Link& link : step.Links) links[count++] = {link.Op, slots.Values[link.Operand]};
   // What is to be done to the result goes along with it.
   if (step.Node == result_ && &slots == &moved_)
     for (const ChainStep& then : std::exchange(then_, {})) links[count++] = then;
-  const BlockOperand start = ValueOf(step.Start, slots);
+  const BlockOperand start = slots.Values[step.Start];
   double* const block = BlockFor(step.Node, step.Place, slots);
   ChainOverBlock(start, std::span(links).first(count), n_, block);
   slots.Values[step.Node] = {block, 0};

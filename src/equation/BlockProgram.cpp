@@ -222,7 +222,7 @@ BlockProgram::BlockProgram(const Expression& expression) {
   CountUses(0);
   MakePlans();
   places_.resize(nodes_.size());
-  for (Slots* slots : {&base_, &moved_, &pointwise_}) {
+  for (Slots* slots : {&base_, &moved_, &byValue_}) {
     slots->Values.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
   }
@@ -252,7 +252,7 @@ bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std
                             const DataStatistics& statistics, double* y, Next next) {
   x_.assign(x.begin(), x.end());
   n_ = n;
-  spread_ = {};
+  several_ = {};
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
   places_[result_] = keepsResult_[static_cast<std::size_t>(next)] ? nullptr : y;
@@ -271,14 +271,14 @@ bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std
 bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y, std::span<const ChainStep> then) {
   const double kept = values_[varied];
   values_[varied] = value;
-  moving_ = &depends_[varied];
+  for (const std::uint32_t i : fixed_[varied]) moved_.Values[i] = base_.Values[i];
   places_[result_] = y;
   assert(then.size() <= kMostThen);
   then_ = then;
   const bool completed = Completes([&] { RunVaried(varied); });
   values_[varied] = kept;
   if (!completed) return false;
-  Deliver((*moving_)[result_] ? moved_.Values[result_] : base_.Values[result_], y);
+  Deliver(depends_[varied][result_] ? moved_.Values[result_] : base_.Values[result_], y);
   if (!then_.empty()) ChainOverBlock({y, 0}, then_, n_, y);
   return true;
 }
@@ -303,31 +303,30 @@ bool BlockProgram::EvaluateVariedAt(std::size_t varied, std::span<const std::uin
   n_ = points.size() * values.size();
   assert(VariesAt(varied) && n_ <= kBlock);
   for (const std::uint32_t i : fixed_[varied]) {
-    const BlockOperand from = base_.Values[i];
-    pointwise_.Values[i] = from;
+    const BlockOperand from = byValue_.Values[i] = moved_.Values[i] = base_.Values[i];
     if (from.Points == nullptr) continue;
-    double* const block = Room(pointwise_.Blocks[i]);
+    double* const block = Room(byValue_.Blocks[i]);
     for (std::size_t m = 0; m < points.size(); ++m) block[m] = from.Points[points[m]];
     for (std::size_t v = 1; v < values.size(); ++v) std::copy_n(block, points.size(), block + v * points.size());
-    pointwise_.Values[i].Points = block;
+    moved_.Values[i].Points = block;
   }
-  moving_ = &depends_[varied];
-  resultPlace_ = y;
+  places_[result_] = y;
   then_ = {};
-  spread_ = values;
+  several_ = values;
   const bool completed = Completes([&] { RunVaried(varied); });
-  if (completed) Deliver(ValueOf(result_, moved_), y);
-  spread_ = {};
+  if (completed) Deliver(moved_.Values[result_], y);
+  several_ = {};
   n_ = whole;
   return completed;
 }
 
-// Of each value of the coefficient in hand what a node is with it, at all points that have that value.
-void BlockProgram::SpreadOut(std::uint32_t index, const BlockOperand& byValue) {
-  double* const block = Room(pointwise_.Blocks[index]);
-  const std::size_t points = n_ / spread_.size();
-  for (std::size_t v = 0; v < spread_.size(); ++v) std::fill_n(block + v * points, points, byValue.At(v));
-  pointwise_.Values[index] = {block, 0};
+// What a node is with each value of the coefficient, at all points that have that value.
+void BlockProgram::SpreadOut(std::uint32_t index) {
+  double* const block = Room(moved_.Blocks[index]);
+  const std::size_t points = n_ / several_.size();
+  for (std::size_t v = 0; v < several_.size(); ++v)
+    std::fill_n(block + v * points, points, byValue_.Values[index].At(v));
+  moved_.Values[index] = {block, 0};
 }
 
 // Not inlined, so that the arithmetic stays between the two looks at the flags.
@@ -350,13 +349,6 @@ void BlockProgram::SpreadOut(std::uint32_t index, const BlockOperand& byValue) {
   RunPlan(variedPlans_[varied], moved_);
 }
 
-BlockOperand BlockProgram::ValueOf(std::uint32_t index, const Slots& slots) const {
-  if (&slots != &moved_) return slots.Values[index];
-  const bool moves = (*moving_)[index];
-  if (spread_.empty()) return moves ? moved_.Values[index] : base_.Values[index];
-  return moves && !IsSpread(index) ? moved_.Values[index] : pointwise_.Values[index];
-}
-
 double* BlockProgram::BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots) {
   if (places_[index] != nullptr) return places_[index];
   return Room(slots.Blocks[place]);
@@ -369,25 +361,19 @@ double* BlockProgram::Room(std::unique_ptr<AlignedBlock>& block) {
 
 void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slots) {
   const Node& node = nodes_[index];
-  BlockOperand& out = slots.Values[index];
-  const auto operand = [&](std::size_t which) {
-    const std::uint32_t from = node.Operands[which];
-    return IsSpread(index) && (*moving_)[from] ? moved_.Values[from] : ValueOf(from, slots);
-  };
+  const bool severally = node.Uniform && !several_.empty();
+  Slots& at = severally ? byValue_ : slots;
+  BlockOperand& out = at.Values[index];
+  const auto operand = [&](std::size_t which) { return at.Values[node.Operands[which]]; };
   // One value where it is the same at all points, else a block of them.
   const auto room = [&]() -> std::pair<std::size_t, double*> {
-    if (IsSpread(index)) {
-      double* const values = Room(slots.Blocks[index]);
-      out.Points = values;
-      return {spread_.size(), values};
-    }
-    if (node.Uniform) {
+    if (node.Uniform && !severally) {
       out.Points = nullptr;
       return {1, &out.Value};
     }
-    double* const values = BlockFor(index, place, slots);
+    double* const values = severally ? Room(at.Blocks[index]) : BlockFor(index, place, slots);
     out.Points = values;
-    return {n_, values};
+    return {severally ? several_.size() : n_, values};
   };
   switch (node.What) {
     case Kind::Variable:
@@ -397,7 +383,7 @@ void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slot
       out = {nullptr, node.Value};
       break;
     case Kind::Coefficient:
-      out = {spread_.data(), values_[static_cast<std::size_t>(node.Code)]};
+      out = {several_.data(), values_[static_cast<std::size_t>(node.Code)]};
       break;
     case Kind::Statistic:
       out = {nullptr, StatisticValue(SpecialWordOf(node.Code), *statistics_)};
@@ -440,7 +426,7 @@ void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slot
       out = operand(operand(0).Value != 0 ? 1 : 2);
       break;
   }
-  if (IsSpread(index)) SpreadOut(index, out);
+  if (severally) SpreadOut(index);
 }
 
 }  // namespace quorvex

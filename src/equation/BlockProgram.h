@@ -142,11 +142,9 @@ class BlockProgram {
   std::vector<bool> NeededByGradient() const;
   void RunPlan(const Plan& plan, Slots& slots);
   void RunChain(const Step& step, Slots& slots);
-  void SpreadOut(std::uint32_t index, const BlockOperand& byValue);
+  void SpreadOut(std::uint32_t index);
   double* BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots);
   void Compute(std::uint32_t index, std::uint32_t place, Slots& slots);
-  BlockOperand ValueOf(std::uint32_t index, const Slots& slots) const;
-  bool IsSpread(std::uint32_t index) const { return nodes_[index].Uniform && !spread_.empty(); }
 
   std::vector<Node> nodes_;  // of the value, and behind them those of gradients
   std::uint32_t valueCount_ = 0;
@@ -171,17 +169,14 @@ class BlockProgram {
   std::vector<double> values_;
   const DataStatistics* statistics_ = nullptr;
   Slots base_, moved_;
-  // While a coefficient has several values: these, and of base_ what stands still and of moved_ what is the same at all
-  // points, point by point. moved_ has of the latter what it is by value.
-  std::span<const double> spread_;
-  Slots pointwise_;
+  std::span<const double> several_;  // the values of the varied coefficient, where it has several at once
+  Slots byValue_;                    // then what is the same at all points, by value; moved_ has it point by point
   std::vector<bool> key_;
   std::list<GradientPlan> gradients_;
   const GradientPlan* gradient_ = nullptr;  // the last one
   double seed_ = 1;
-  std::vector<double*> places_;                // where the values of a node are wanted, or null for a block of its own
-  const std::vector<bool>* moving_ = nullptr;  // while a coefficient is varied: the nodes that are computed anew,
-  std::span<const ChainStep> then_;            // and what is done to the result
+  std::vector<double*> places_;      // where the values of a node are wanted, or null for a block of its own
+  std::span<const ChainStep> then_;  // what is done to the result of a varied coefficient
 };
 
 }  // namespace quorvex
