@@ -97,9 +97,11 @@ void DifferentiateBlocks(benchmark::State& state, const bench::FitCase& fit, Der
   std::vector<std::vector<double>> dyda(fit.Start.size(), std::vector<double>(kBlock));
   std::vector<double*> columns;
   for (auto& column : dyda) columns.push_back(column.data());
+  std::vector<const double*> slopes(dyda.size());
   for ([[maybe_unused]] auto pass : state)
     for (std::size_t first = 0; first < kPoints; first += kBlock)
-      if (!prepared.Model.DifferentiateBlock(prepared.Data, first, kBlock, method, y.data(), columns.data()))
+      if (!prepared.Model.DifferentiateBlock(prepared.Data, first, kBlock, method, y.data(), columns.data(),
+                                             slopes.data()))
         return state.SkipWithError("no derivative");
   PerPoint(state);
 }

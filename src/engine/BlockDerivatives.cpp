@@ -152,11 +152,12 @@ void CloseUp(std::size_t k, Extrapolation& e) {
 }  // namespace
 
 bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method,
-                                        double* y, double* const* dyda) {
-  if (!model_.UserType) return ClosedFormBlock(data, first, n, y, dyda);
+                                        double* y, double* const* room, const double** dyda) {
+  std::copy_n(room, model_.Coefficients.size(), dyda);
+  if (!model_.UserType) return ClosedFormBlock(data, first, n, y, room);
   // First of all, since the block's program keeps what does not depend on a varied coefficient from here.
   if (model_.typed_)
-    return model_.EvaluateBlock(data.X, first, n, y) && model_.typed_->OverBlock(model_, data, first, n, dyda);
+    return model_.EvaluateBlock(data.X, first, n, y) && model_.typed_->OverBlock(model_, data, first, n, room);
   model_.Compiled();
   BlockProgram& program = model_.compiled_->OverBlocks();
   const bool sweeps = method == DerivativeKind::Exact && program.HasGradient();
@@ -164,22 +165,20 @@ bool Differentiator::DifferentiateBlock(const SolveData& data, std::size_t first
   if (!program.Supported() ||
       !program.Evaluate(ColumnsFrom(data.X, first), n, model_.CoefficientValues, model_.Statistics, y, next))
     return false;
-  if (sweeps) return SweptBlock(n, dyda);
-  return NumericalBlock(n, method != DerivativeKind::Central, dyda);
+  if (sweeps) return SweptBlock(n, room, dyda);
+  return NumericalBlock(n, method != DerivativeKind::Central, room);
 }
 
-bool Differentiator::SweptBlock(std::size_t n, double* const* dyda) {
-  std::array<double*, kMostCoefficients> wanted;
+bool Differentiator::SweptBlock(std::size_t n, double* const* room, const double** dyda) {
   for (std::size_t c = 0; c < model_.Coefficients.size(); ++c)
-    wanted[c] = model_.Coefficients[c].IsHeld() ? nullptr : dyda[c];
-  model_.compiled_->OverBlocks().Gradient(wanted.data());
+    dyda[c] = model_.Coefficients[c].IsHeld() ? nullptr : room[c];
+  model_.compiled_->OverBlocks().Gradient(dyda);
   if (FaultFlagsRaised()) return false;
   for (std::size_t c = 0; c < model_.Coefficients.size(); ++c) {
     const double mask = model_.Coefficients[c].Constant;
-    if (wanted[c] == nullptr)
-      std::fill_n(dyda[c], n, 0.0);
-    else if (mask != 1)
-      for (std::size_t i = 0; i < n; ++i) dyda[c][i] *= mask;
+    if (dyda[c] != nullptr && mask == 1) continue;
+    for (std::size_t i = 0; i < n; ++i) room[c][i] = dyda[c] == nullptr ? 0 : dyda[c][i] * mask;
+    dyda[c] = room[c];
   }
   return true;
 }

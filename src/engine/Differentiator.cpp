@@ -104,7 +104,10 @@ bool Differentiator::SweptAt(std::span<const double> x, std::span<double> dyda) 
     return false;
   std::array<double*, kMostCoefficients> cells;
   for (std::size_t i = 0; i < dyda.size(); ++i) cells[i] = &dyda[i];
-  return SweptBlock(1, cells.data());
+  std::array<const double*, kMostCoefficients> slopes;
+  if (!SweptBlock(1, cells.data(), slopes.data())) return false;
+  for (std::size_t i = 0; i < dyda.size(); ++i) dyda[i] = *slopes[i];
+  return true;
 }
 
 void Differentiator::UseTyped(bool use) {

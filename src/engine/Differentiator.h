@@ -25,7 +25,7 @@ class Differentiator {
   double DDX(std::span<const double> x, int varindex);
 
   bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method, double* y,
-                          double* const* dyda);
+                          double* const* room, const double** dyda);
   void SharpenDerivatives(std::size_t n, double* const* dyda);
 
   // Whether the expressions that the user typed are taken from now on, of a model that has them.
@@ -37,7 +37,7 @@ class Differentiator {
   bool Numerically(std::span<const double> x, std::span<double> dyda, bool extrapolate);
 
   bool ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y, double* const* dyda);
-  bool SweptBlock(std::size_t n, double* const* dyda);
+  bool SweptBlock(std::size_t n, double* const* room, const double** dyda);
   bool SweptAt(std::span<const double> x, std::span<double> dyda);
   bool NumericalBlock(std::size_t n, bool extrapolate, double* const* dyda);
   bool CentredQuotientBlock(std::size_t coefficient, double h, double* quotient);

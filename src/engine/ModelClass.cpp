@@ -179,8 +179,8 @@ bool ModelClass::RunsOverBlocks() {
 double ModelClass::DDX(std::span<const double> x, int varindex) { return Differentiator(*this).DDX(x, varindex); }
 
 bool ModelClass::DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method,
-                                    double* y, double* const* dyda) {
-  return Differentiator(*this).DifferentiateBlock(data, first, n, method, y, dyda);
+                                    double* y, double* const* room, const double** dyda) {
+  return Differentiator(*this).DifferentiateBlock(data, first, n, method, y, room, dyda);
 }
 
 void ModelClass::SharpenDerivatives(std::size_t n, double* const* dyda) {

@@ -150,13 +150,14 @@ class ModelClass : public ModelSetup, public FitResult {
   // NumericFault where it has none.
   double DDX(std::span<const double> x, int varindex = 1);
 
-  // The same over a block: points first to first + n - 1 of the columns, n at most kBlock; `y` receives n values and
-  // each column of `dyda` n derivatives, by the method of the three above. Results are
-  // the same bits as point by point. False where some point has no value or derivative, or the model cannot be run over
-  // a block; the points are then to be taken one by one.
+  // The same over a block: points first to first + n - 1 of the columns, n at most kBlock; `y` receives n values, and
+  // each of `dyda` where n derivatives stand, by the method of the three above: in the column of `room`, or where the
+  // model has them anyway, until it is computed once more. Results are the same bits as point by point. False where
+  // some point has no value or derivative, or the model cannot be run over a block; the points are then to be taken one
+  // by one.
   bool EvaluateBlock(const std::vector<std::vector<double>>& X, std::size_t first, std::size_t n, double* y);
   bool DifferentiateBlock(const SolveData& data, std::size_t first, std::size_t n, DerivativeKind method, double* y,
-                          double* const* dyda);
+                          double* const* room, const double** dyda);
   // After a DifferentiateBlock that succeeded, of the same n points: computes numerical derivatives anew for the
   // coefficients in which the model is linear, with a step so wide that the rounding of the model's values doesn't
   // show.

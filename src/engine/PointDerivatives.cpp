@@ -1,5 +1,6 @@
 #include "engine/PointDerivatives.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -25,18 +26,20 @@ PointDerivatives::PointDerivatives(ModelClass& model, const SolveData& data, Der
     : model_(model),
       data_(data),
       method_(MethodFor(model, derivativeMethod)),
-      dyda_(static_cast<std::size_t>(model.NumDependentVar())) {
-  for (AlignedBlock& column : dyda_) columns_.push_back(column.data());
+      dyda_(static_cast<std::size_t>(model.NumDependentVar())),
+      columns_(dyda_.size()) {
+  for (AlignedBlock& column : dyda_) room_.push_back(column.data());
 }
 
 bool PointDerivatives::Compute(std::size_t first, std::size_t n) {
-  return model_.DifferentiateBlock(data_, first, n, method_, values_.data(), columns_.data()) || PointByPoint(first, n);
+  return model_.DifferentiateBlock(data_, first, n, method_, values_.data(), room_.data(), columns_.data()) ||
+         PointByPoint(first, n);
 }
 
 bool PointDerivatives::ComputeSharp(std::size_t first, std::size_t n) {
-  if (!model_.DifferentiateBlock(data_, first, n, method_, values_.data(), columns_.data()))
+  if (!model_.DifferentiateBlock(data_, first, n, method_, values_.data(), room_.data(), columns_.data()))
     return PointByPoint(first, n);
-  if (method_ != DerivativeKind::Exact) model_.SharpenDerivatives(n, columns_.data());
+  if (method_ != DerivativeKind::Exact) model_.SharpenDerivatives(n, room_.data());
   return true;
 }
 
@@ -65,6 +68,7 @@ bool PointDerivatives::PointByPoint(std::size_t first, std::size_t n) {
   std::array<double, kMostIndependentVariables> x;
   std::vector<double> dyda(dyda_.size());
   std::string ErrString;
+  std::copy(room_.begin(), room_.end(), columns_.begin());
   for (std::size_t i = 0; i < n; ++i) {
     const std::span<const double> point = data_.Point(first + i, x);
     if (!ValueAt(point, values_[i])) return false;

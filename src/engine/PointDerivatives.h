@@ -48,8 +48,9 @@ class PointDerivatives {
   const SolveData& data_;
   const DerivativeKind method_;  // Richardson for a built-in model: Derivative decides
   AlignedBlock values_, root_;
-  std::vector<AlignedBlock> dyda_;
-  std::vector<double*> columns_;
+  std::vector<AlignedBlock> dyda_;  // where the model has none of its own
+  std::vector<double*> room_;       // there
+  std::vector<const double*> columns_;
 };
 
 }  // namespace quorvex

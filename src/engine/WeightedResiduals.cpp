@@ -111,14 +111,17 @@ bool WeightedResiduals::ClosedForms(ColumnMatrix& J) {
                                         std::vector<double>(kBlock));
   std::vector<double*> columns;
   for (std::vector<double>& column : dyda) columns.push_back(column.data());
+  std::vector<const double*> slopes(dyda.size());
   std::array<double, kBlock> y;
   for (std::size_t first = 0; first < PointCount(); first += kBlock) {
     form_.Pulse();
     if (form_.Aborted) return false;
     const std::size_t n = std::min(kBlock, PointCount() - first);
-    if (!model_.DifferentiateBlock(data_, first, n, DerivativeKind::Richardson, y.data(), columns.data())) return false;
+    if (!model_.DifferentiateBlock(data_, first, n, DerivativeKind::Richardson, y.data(), columns.data(),
+                                   slopes.data()))
+      return false;
     for (std::size_t j = 0; j < FreeCount(); ++j) {
-      const std::vector<double>& column = dyda[static_cast<std::size_t>(free_[j] - 1)];
+      const double* const column = slopes[static_cast<std::size_t>(free_[j] - 1)];
       for (std::size_t i = 0; i < n; ++i) J(first + i, j) = column[i] * root_[first + i];
       if (!AllFinite(std::span(J.Column(j) + first, n))) return false;
     }

@@ -57,8 +57,9 @@ void PowerByExponent(const BlockOperand& a, const BlockOperand& power, std::size
 // derivative of the result by it.
 class BlockProgram::GradientBuilder {
  public:
-  GradientBuilder(BlockProgram& program, const std::vector<bool>& wanted)
-      : program_(program), active_(program.valueCount_), slopes_(program.valueCount_, kNone) {
+  // `seed` is the derivative of the result by itself.
+  GradientBuilder(BlockProgram& program, const std::vector<bool>& wanted, double seed)
+      : program_(program), seed_(seed), active_(program.valueCount_), slopes_(program.valueCount_, kNone) {
     for (std::uint32_t i = 0; i < program.valueCount_; ++i) {
       const Node& node = program.nodes_[i];
       active_[i] = node.What == Kind::Coefficient && wanted[static_cast<std::size_t>(node.Code)];
@@ -68,20 +69,29 @@ class BlockProgram::GradientBuilder {
     }
   }
 
-  // The node of the derivative by each coefficient; none where it has no part in the result, as in a branch that was
-  // not taken.
+  // The node of the derivative by each coefficient: 0 where that has no part in the result, as in a branch that was not
+  // taken.
   std::vector<std::uint32_t> Build() {
-    Hand(program_.result_, program_.Append(Kind::Seed, 0, {}));
+    Hand(program_.result_, Number(seed_));
     for (std::uint32_t i = program_.result_ + 1; i-- > 0;)
       if (slopes_[i] != kNone) Pass(i, slopes_[i]);
     std::vector<std::uint32_t> slopes;
-    for (const std::uint32_t node : program_.coefficientNodes_) slopes.push_back(slopes_[node]);
+    for (const std::uint32_t node : program_.coefficientNodes_) {
+      const std::uint32_t slope = slopes_[node];
+      slopes.push_back(slope == kNone ? Number(0) : seed_ == 1 ? slope : Times(slope, Number(1 / seed_)));
+    }
     return slopes;
   }
 
  private:
+  std::uint32_t Number(double value) { return program_.Append(Kind::Constant, 0, {}, value); }
+  bool IsOne(std::uint32_t node) const {
+    return program_.nodes_[node].What == Kind::Constant && program_.nodes_[node].Value == 1;
+  }
   // A number comes second, where it need not be spread over a block.
   std::uint32_t Times(std::uint32_t a, std::uint32_t b) {
+    if (IsOne(a)) return b;
+    if (IsOne(b)) return a;
     if (program_.nodes_[a].Uniform) std::swap(a, b);
     return program_.Append(Kind::Binary, kMultiply, {a, b});
   }
@@ -155,6 +165,7 @@ class BlockProgram::GradientBuilder {
   }
 
   BlockProgram& program_;
+  const double seed_;
   std::vector<bool> active_;           // the nodes that depend on a coefficient that is wanted
   std::vector<std::uint32_t> slopes_;  // the derivative of the result by each node, as far as its users were met
 };
@@ -184,11 +195,12 @@ void BlockProgram::PrepareGradient() {
 }
 
 // The gradient for these coefficients by the way that the last Evaluate took.
-const BlockProgram::GradientPlan& BlockProgram::GradientFor(double* const* dyda) {
+const BlockProgram::GradientPlan& BlockProgram::GradientFor(const double* const* dyda, double seed) {
   key_.clear();
   for (std::size_t c = 0; c < dependents_.size(); ++c) key_.push_back(dyda[c] != nullptr);
   for (const std::uint32_t i : turns_)
     key_.push_back(nodes_[i].What == Kind::Fork ? base_.Values[i].Value != 0 : IsSquare(nodes_[i]));
+  key_.push_back(seed == 1);
   if (gradient_ != nullptr && gradient_->Key == key_) return *gradient_;
   for (GradientPlan& known : gradients_)
     if (known.Key == key_) return *(gradient_ = &known);
@@ -197,27 +209,27 @@ const BlockProgram::GradientPlan& BlockProgram::GradientFor(double* const* dyda)
     nodes_.resize(valueCount_);
   }
   const std::size_t begin = nodes_.size();
-  std::vector<std::uint32_t> slopes = GradientBuilder(*this, key_).Build();
+  std::vector<std::uint32_t> slopes = GradientBuilder(*this, key_, seed).Build();
   CountUses(begin);
   std::vector<bool> computed(nodes_.size()), kept(nodes_.size());
   std::fill(computed.begin() + static_cast<std::ptrdiff_t>(begin), computed.end(), true);
-  for (const std::uint32_t slope : slopes)
-    if (slope != kNone) kept[slope] = true;
+  for (const std::uint32_t slope : slopes) kept[slope] = true;
   base_.Values.resize(nodes_.size());
   base_.Blocks.resize(nodes_.size());
-  places_.resize(nodes_.size());
   gradients_.push_back({key_, std::move(slopes), PlanFor(computed, kept)});
   return *(gradient_ = &gradients_.back());
 }
 
-void BlockProgram::RunGradient(const GradientPlan& gradient, double seed, double* const* dyda) {
-  seed_ = seed;
-  for (std::size_t c = 0; c < gradient.Slopes.size(); ++c)
-    if (gradient.Slopes[c] != kNone) places_[gradient.Slopes[c]] = dyda[c];
+void BlockProgram::RunGradient(double seed, const double** dyda) {
+  const GradientPlan& gradient = GradientFor(dyda, seed);
   RunPlan(gradient.Steps, base_);
-  for (std::size_t c = 0; c < gradient.Slopes.size(); ++c)
-    if (dyda[c] != nullptr)
-      Deliver(gradient.Slopes[c] != kNone ? base_.Values[gradient.Slopes[c]] : BlockOperand{nullptr, 0}, dyda[c]);
+  for (std::size_t c = 0; c < gradient.Slopes.size(); ++c) {
+    if (dyda[c] == nullptr) continue;
+    const std::uint32_t slope = gradient.Slopes[c];
+    const BlockOperand& of = base_.Values[slope];
+    if (of.Points == nullptr) std::fill_n(Room(base_.Blocks[slope]), n_, of.Value);
+    dyda[c] = of.Points != nullptr ? of.Points : base_.Blocks[slope]->data();
+  }
 }
 
 void BlockProgram::ComputePartial(const Node& partial, std::size_t n, double* out) {
@@ -234,15 +246,11 @@ void BlockProgram::ComputePartial(const Node& partial, std::size_t n, double* ou
     PowerByExponent(operands[0], value, n, out);
 }
 
-void BlockProgram::Gradient(double* const* dyda) {
-  const GradientPlan& gradient = GradientFor(dyda);
+void BlockProgram::Gradient(const double** dyda) {
   ClearFlags(FE_UNDERFLOW);
-  RunGradient(gradient, 1, dyda);
-  if (!FlagsRaised(FE_UNDERFLOW)) return;
+  RunGradient(1, dyda);
   // A later factor may bring back what is too small.
-  RunGradient(gradient, kRaised, dyda);
-  for (std::size_t c = 0; c < dependents_.size(); ++c)
-    if (dyda[c] != nullptr) BinaryOverBlock(kMultiply, {dyda[c], 0}, {nullptr, 1 / kRaised}, n_, dyda[c]);
+  if (FlagsRaised(FE_UNDERFLOW)) RunGradient(kRaised, dyda);
 }
 
 }  // namespace quorvex

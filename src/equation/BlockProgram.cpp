@@ -221,7 +221,6 @@ BlockProgram::BlockProgram(const Expression& expression) {
   PrepareGradient();
   CountUses(0);
   MakePlans();
-  places_.resize(nodes_.size());
   for (Slots* slots : {&base_, &moved_, &byValue_}) {
     slots->Values.resize(nodes_.size());
     slots->Blocks.resize(nodes_.size());
@@ -255,7 +254,7 @@ bool BlockProgram::Evaluate(std::span<const double* const> x, std::size_t n, std
   several_ = {};
   values_.assign(Values.begin(), Values.end());
   statistics_ = &statistics;
-  places_[result_] = keepsResult_[static_cast<std::size_t>(next)] ? nullptr : y;
+  resultPlace_ = keepsResult_[static_cast<std::size_t>(next)] ? nullptr : y;
   ClearFaultFlags();
   const bool completed = Completes([&] {
     if (forks_)
@@ -272,7 +271,7 @@ bool BlockProgram::EvaluateVaried(std::size_t varied, double value, double* y, s
   const double kept = values_[varied];
   values_[varied] = value;
   for (const std::uint32_t i : fixed_[varied]) moved_.Values[i] = base_.Values[i];
-  places_[result_] = y;
+  resultPlace_ = y;
   assert(then.size() <= kMostThen);
   then_ = then;
   const bool completed = Completes([&] { RunVaried(varied); });
@@ -310,7 +309,7 @@ bool BlockProgram::EvaluateVariedAt(std::size_t varied, std::span<const std::uin
     for (std::size_t v = 1; v < values.size(); ++v) std::copy_n(block, points.size(), block + v * points.size());
     moved_.Values[i].Points = block;
   }
-  places_[result_] = y;
+  resultPlace_ = y;
   then_ = {};
   several_ = values;
   const bool completed = Completes([&] { RunVaried(varied); });
@@ -350,7 +349,8 @@ void BlockProgram::SpreadOut(std::uint32_t index) {
 }
 
 double* BlockProgram::BlockFor(std::uint32_t index, std::uint32_t place, Slots& slots) {
-  if (places_[index] != nullptr) return places_[index];
+  // The result is computed where the caller wants it.
+  if (index == result_ && resultPlace_ != nullptr) return resultPlace_;
   return Room(slots.Blocks[place]);
 }
 
@@ -414,9 +414,6 @@ void BlockProgram::Compute(std::uint32_t index, std::uint32_t place, Slots& slot
       out = {nullptr, whenTrue ? 1.0 : 0.0};
       break;
     }
-    case Kind::Seed:
-      out = {nullptr, seed_};
-      break;
     case Kind::Partial: {
       const auto [n, values] = room();
       ComputePartial(node, n, values);

@@ -57,11 +57,11 @@ class BlockProgram {
   bool HasGradient() const { return hasGradient_; }
 
   // The derivatives of the value by each coefficient at the points of the last Evaluate, which was for this and
-  // succeeded: into dyda[c], unless that is null. By one sweep through the graph, backwards: what a value contributes
-  // to the result is the sum over its users of what they contribute times their derivatives by it. The flags of faults
-  // are left to the caller: where they are raised, a function has no derivative at some point. Source: A. Griewank and
-  // A. Walther, Evaluating Derivatives, SIAM 2008, chapter 3.
-  void Gradient(double* const* dyda);
+  // succeeded: dyda[c], unless it is null, becomes where they stand until the next Evaluate. By one sweep through the
+  // graph, backwards: what a value contributes to the result is the sum over its users of what they contribute times
+  // their derivatives by it. The flags of faults are left to the caller: where they are raised, a function has no
+  // derivative at some point. Source: A. Griewank and A. Walther, Evaluating Derivatives, SIAM 2008, chapter 3.
+  void Gradient(const double** dyda);
 
   // The same at some of the points only, given by their numbers in the block, with one value of the coefficient after
   // the other: into y[v * points.size() + m] what it is at points[m] with values[v]. All of it together is at most a
@@ -81,7 +81,6 @@ class BlockProgram {
     Function,
     Fork,
     Choice,
-    Seed,
     Partial
   };
   struct Node {
@@ -115,7 +114,7 @@ class BlockProgram {
   // How the derivatives are computed, where these coefficients are wanted and the points take this way.
   struct GradientPlan {
     std::vector<bool> Key;
-    std::vector<std::uint32_t> Slopes;  // of each coefficient: the node of the derivative by it, or kNone
+    std::vector<std::uint32_t> Slopes;  // of each coefficient: the node of the derivative by it
     Plan Steps;
   };
 
@@ -129,8 +128,8 @@ class BlockProgram {
   void CountUses(std::size_t begin);
   void PrepareGradient();
   bool IsSquare(const Node& power) const;
-  const GradientPlan& GradientFor(double* const* dyda);
-  void RunGradient(const GradientPlan& gradient, double seed, double* const* dyda);
+  const GradientPlan& GradientFor(const double* const* dyda, double seed);
+  void RunGradient(double seed, const double** dyda);
   void ComputePartial(const Node& partial, std::size_t n, double* out);
   template <class Run>
   bool Completes(Run run);
@@ -174,9 +173,8 @@ class BlockProgram {
   std::vector<bool> key_;
   std::list<GradientPlan> gradients_;
   const GradientPlan* gradient_ = nullptr;  // the last one
-  double seed_ = 1;
-  std::vector<double*> places_;      // where the values of a node are wanted, or null for a block of its own
-  std::span<const ChainStep> then_;  // what is done to the result of a varied coefficient
+  double* resultPlace_ = nullptr;           // where the result goes, or null for a block of its own
+  std::span<const ChainStep> then_;         // and what is done to it
 };
 
 }  // namespace quorvex

@@ -38,14 +38,13 @@ class Model {
     for (const auto& column : points) columns.push_back(column.data());
     Answer answer{true, std::vector<double>(n), std::vector<std::vector<double>>(values_.size())};
     EXPECT_TRUE(program_.Evaluate(columns, n, values_, statistics_, answer.Y.data(), BlockProgram::Next::Gradient));
-    std::vector<double*> dyda;
-    for (std::size_t c = 0; c < values_.size(); ++c) {
-      if (!held[c]) answer.Slopes[c].resize(n);
-      dyda.push_back(held[c] ? nullptr : answer.Slopes[c].data());
-    }
+    std::vector<const double*> dyda;
+    for (std::size_t c = 0; c < values_.size(); ++c) dyda.push_back(held[c] ? nullptr : answer.Y.data());
     ClearFaultFlags();
     program_.Gradient(dyda.data());
     answer.Went = !FaultFlagsRaised();
+    for (std::size_t c = 0; c < values_.size(); ++c)
+      if (!held[c]) answer.Slopes[c].assign(dyda[c], dyda[c] + n);
     return answer;
   }
 
