@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
+#include "core/Limits.h"
 #include "core/NumberText.h"
 #include "core/NumericFault.h"
+#include "core/VectorRegister.h"
+#include "core/VectorWidth.h"
 #include "engine/DesignSolve.h"
 #include "engine/ModelClass.h"
 #include "equation/Linearization.h"
@@ -70,19 +74,45 @@ struct Extremes {
   std::size_t Least = 0, Greatest = 0;
 };
 
+// Widens the limits to those of the values.
+template <std::size_t lanes>
+[[gnu::always_inline]] inline void LimitsOf(const double* v, std::size_t n, double& low, double& high) {
+  using Register = typename VectorRegister<lanes>::Type;
+  Register value, lower = low - Register{}, upper = high - Register{};
+  std::size_t i = 0;
+  for (; i + lanes <= n; i += lanes) {
+    std::memcpy(&value, v + i, sizeof(value));
+    lower = value < lower ? value : lower;
+    upper = value > upper ? value : upper;
+  }
+  for (std::size_t k = 0; k < lanes; ++k) {
+    low = std::min(low, lower[k]);
+    high = std::max(high, upper[k]);
+  }
+  for (; i < n; ++i) {
+    low = std::min(low, v[i]);
+    high = std::max(high, v[i]);
+  }
+}
+
 Extremes ExtremesOf(const std::vector<double>& values) {
   Extremes at;
   double least = values[0], greatest = least;
-  for (std::size_t i = 1; i < values.size(); ++i) {
-    const double value = values[i];
-    if (value < least) {
-      least = value;
-      at.Least = i;
-    } else if (value > greatest) {
-      greatest = value;
-      at.Greatest = i;
-    }
+  // In which block they stand, and where in that is looked for in the end.
+  const auto ofBlock =
+      [](auto lanes, const double* v, std::size_t n, double* low, double* high) __attribute__((always_inline)) {
+    LimitsOf<lanes()>(v, n, *low, *high);
+  };
+  for (std::size_t first = 0; first < values.size(); first += kBlock) {
+    double low = least, high = greatest;
+    AtFullWidth(ofBlock, &values[first], std::min(kBlock, values.size() - first), &low, &high);
+    if (low < least) at.Least = first;
+    if (high > greatest) at.Greatest = first;
+    least = low;
+    greatest = high;
   }
+  while (values[at.Least] > least) ++at.Least;
+  while (values[at.Greatest] < greatest) ++at.Greatest;
   return at;
 }
 

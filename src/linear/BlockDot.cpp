@@ -3,17 +3,13 @@
 #include <cstring>
 #include <utility>
 
+#include "core/VectorRegister.h"
 #include "core/VectorWidth.h"
 
 namespace quorvex {
 namespace {
 
 constexpr std::size_t kSums = 8;
-
-template <std::size_t lanes>
-struct Register {
-  using Type [[gnu::vector_size(lanes * sizeof(double))]] = double;
-};
 
 // Adds the points from `first` on, fewer than 8. That is a multiple of 8, so each falls to the sum that a whole
 // register would have given it to.
@@ -27,7 +23,7 @@ template <class V>
   if constexpr (sizeof(V) == 2 * sizeof(double)) {
     return sums[0][0] + sums[0][1];
   } else {
-    using Half = typename Register<sizeof(V) / sizeof(double) / 2>::Type;
+    using Half = typename VectorRegister<sizeof(V) / sizeof(double) / 2>::Type;
     Half halves[2];
     std::memcpy(halves, sums, sizeof(V));
     const Half folded[1] = {halves[0] + halves[1]};
@@ -50,7 +46,7 @@ template <class V>
 template <std::size_t lanes, std::size_t count, class Take, std::size_t... m>
 [[gnu::always_inline]] inline void Dots(const double* const* a, const double* const* b, std::size_t n, Take take,
                                         std::index_sequence<m...>) {
-  using V = typename Register<lanes>::Type;
+  using V = typename VectorRegister<lanes>::Type;
   constexpr std::size_t kRegisters = kSums / lanes;
   V sums[sizeof...(m)][kRegisters];
   const double* const x[] = {a[m / count]...};
