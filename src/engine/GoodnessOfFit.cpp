@@ -5,6 +5,7 @@
 
 #include "core/Limits.h"
 #include "engine/BlockTeam.h"
+#include "engine/FetchPoints.h"
 #include "engine/ModelClass.h"
 #include "engine/RobustLoss.h"
 
@@ -74,6 +75,7 @@ bool ModelClass::GetGoodnessOfFit(const SolveData& data, int numcoef, SolveForm&
     ModelClass& model = team.Model(member);
     const std::size_t first = block * kBlock, count = std::min(kBlock, N - first);
     double* const values = &fitted[slot * kBlock];
+    FetchPoints(data, first + team.Size() * kBlock, kBlock, true);
     if (model.EvaluateBlock(data.X, first, count, values)) return true;
     // A block that fails as one is tried point by point, and the first point without a value decides.
     std::array<double, kMostIndependentVariables> x;

@@ -8,6 +8,8 @@
 
 #include "core/Limits.h"
 #include "core/NumericFault.h"
+#include "core/VectorWidth.h"
+#include "engine/FetchPoints.h"
 #include "engine/ModelClass.h"
 #include "engine/SolveForm.h"
 #include "equation/BlockOperations.h"
@@ -52,12 +54,20 @@ LevenbergMarquardt::LevenbergMarquardt(BlockTeam& team, const SolveData& data, D
 }
 
 void LevenbergMarquardt::TakeWeights() {
-  bool least = true;  // none is negative or none at all
-  for (const double weight : data_.sig) {
-    weighted_ |= weight != 1;
-    least &= weight >= 0;
-  }
-  givesUp_ = least && model_.RunsOverBlocks();
+  struct Counts {
+    std::size_t NotOne = 0, BelowZero = 0;  // or none at all
+  };
+  const auto count = [](auto, const double* sig, std::size_t n) __attribute__((always_inline)) {
+    Counts of;
+    for (std::size_t i = 0; i < n; ++i) {
+      of.NotOne += sig[i] != 1;
+      of.BelowZero += !(sig[i] >= 0);
+    }
+    return of;
+  };
+  const Counts counts = AtFullWidth(count, data_.sig.data(), data_.sig.size());
+  weighted_ = counts.NotOne > 0;
+  givesUp_ = counts.BelowZero == 0 && model_.RunsOverBlocks();
 }
 
 bool LevenbergMarquardt::mrqmin(std::vector<double>& a, const std::vector<int>& ia, Matrix& covar, Matrix& alpha,
@@ -331,6 +341,7 @@ LevenbergMarquardt::Pass LevenbergMarquardt::OverBlocks(const std::vector<double
                                          slots, goOn,
                                          [&](std::size_t member, std::size_t block, std::size_t slot) {
                                            const std::size_t from = block * kBlock;
+                                           FetchPoints(data_, from + team_.Size() * kBlock, kBlock, weighted_);
                                            return compute(members_[member], from, count(from), slot);
                                          },
                                          [&](std::size_t, std::size_t slot) {
