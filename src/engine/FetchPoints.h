@@ -13,13 +13,14 @@ namespace quorvex {
 // of a function that has no other effect.
 [[gnu::always_inline]] inline void FetchPoints(const SolveData& data, std::size_t first, std::size_t n,
                                                bool withWeights) {
-  constexpr std::size_t kLine = 64 / sizeof(double);
   const std::size_t end = std::min(first + n, data.N());
-  for (std::size_t i = first; i < end; i += kLine) {
-    for (const std::vector<double>& column : data.X) __builtin_prefetch(&column[i]);
-    __builtin_prefetch(&data.Y[i]);
-    if (withWeights) __builtin_prefetch(&data.sig[i]);
-  }
+  const auto fetch = [&](const std::vector<double>& column) __attribute__((always_inline)) {
+    constexpr std::size_t kLine = 64 / sizeof(double);
+    for (std::size_t i = first; i < end; i += kLine) __builtin_prefetch(column.data() + i);
+  };
+  for (const std::vector<double>& column : data.X) fetch(column);
+  fetch(data.Y);
+  if (withWeights) fetch(data.sig);
 }
 
 }  // namespace quorvex

@@ -61,7 +61,9 @@ BlockProgram::Plan BlockProgram::PlanFor(const std::vector<bool>& computed, cons
         absorbed[node.Operands[carried]] = true;
         step = std::move(steps[node.Operands[carried]]);
       } else {
-        step.Start = node.Operands[0];
+        // With the values of points, since a number would be spread over registers first.
+        if (nodes_[node.Operands[0]].Uniform) carried = 1;
+        step.Start = node.Operands[carried];
       }
       if (node.What == Kind::Unary)
         step.Links.push_back({ChainOp::Negate, node.Operands[0]});
