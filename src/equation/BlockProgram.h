@@ -81,7 +81,7 @@ class BlockProgram {
     Function,
     Fork,
     Choice,
-    Partial
+    Partial,  // the derivative of a node's value by one of its operands
   };
   struct Node {
     Kind What;
@@ -170,7 +170,7 @@ class BlockProgram {
   Slots base_, moved_;
   std::span<const double> several_;  // the values of the varied coefficient, where it has several at once
   Slots byValue_;                    // then what is the same at all points, by value; moved_ has it point by point
-  std::vector<bool> key_;
+  std::vector<bool> key_;            // of the gradient in hand
   std::list<GradientPlan> gradients_;
   const GradientPlan* gradient_ = nullptr;  // the last one
   double* resultPlace_ = nullptr;           // where the result goes, or null for a block of its own
