@@ -15,20 +15,20 @@ namespace quorvex {
 // there, or be a function of its own), since the compiler orders memory accesses against the calls, not arithmetic.
 inline constexpr int kFaultFlags = FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW;
 
-// Whether one of these flags is raised. All arithmetic on doubles is that of the vector unit, whose register alone is
+// Which of these flags are raised. All arithmetic on doubles is that of the vector unit, whose register alone is
 // read and written here: the library looks at the old unit, too, which takes several times as long.
-inline bool FlagsRaised(int flags) {
+inline int RaisedFlags(int flags) {
 #ifdef __x86_64__
   asm volatile("" ::: "memory");  // as a call would, this keeps accesses to memory on their side
-  return (_mm_getcsr() & static_cast<unsigned>(flags)) != 0;
+  return static_cast<int>(_mm_getcsr()) & flags;
 #else
-  return std::fetestexcept(flags) != 0;
+  return std::fetestexcept(flags);
 #endif
 }
 
 // Clearing is slow and looking is fast, so it looks first.
 inline void ClearFlags(int flags) {
-  if (!FlagsRaised(flags)) return;
+  if (RaisedFlags(flags) == 0) return;
 #ifdef __x86_64__
   _mm_setcsr(_mm_getcsr() & ~static_cast<unsigned>(flags));
   asm volatile("" ::: "memory");
@@ -37,7 +37,7 @@ inline void ClearFlags(int flags) {
 #endif
 }
 
-inline bool FaultFlagsRaised() { return FlagsRaised(kFaultFlags); }
+inline bool FaultFlagsRaised() { return RaisedFlags(kFaultFlags) != 0; }
 inline void ClearFaultFlags() { ClearFlags(kFaultFlags); }
 
 }  // namespace quorvex

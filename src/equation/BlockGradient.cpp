@@ -250,7 +250,7 @@ void BlockProgram::Gradient(const double** dyda) {
   ClearFlags(FE_UNDERFLOW);
   RunGradient(1, dyda);
   // A later factor may bring back what is too small.
-  if (FlagsRaised(FE_UNDERFLOW)) RunGradient(kRaised, dyda);
+  if (RaisedFlags(FE_UNDERFLOW) != 0) RunGradient(kRaised, dyda);
 }
 
 }  // namespace quorvex

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cfenv>
 #include <cstdint>
 #include <limits>
 
@@ -31,7 +30,7 @@ bool Same(double a, double b) {
 }
 
 int TakeFlags() {
-  const int flags = std::fetestexcept(kFaultFlags);
+  const int flags = RaisedFlags(kFaultFlags);
   ClearFaultFlags();
   return flags;
 }
