@@ -24,7 +24,7 @@ constexpr std::array<double, 5> kAngleRest = {0, 0x1.a2b7f222f65e2p-56, 0x1.1a62
 struct AtnKernel {
   [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) < kInfinite; }
 
-  [[gnu::always_inline]] static double At([[maybe_unused]] auto fma, double x) {
+  [[gnu::always_inline]] static double At(auto, double x) {
     constexpr double c[] = {-0x1.555555555550cp-2, 0x1.999999998ea9bp-3, -0x1.2492492001ff9p-3, 0x1.c71c6fe00d0f6p-4,
                             -0x1.745cdc1e06fc2p-4, 0x1.3b0f279002dcbp-4, -0x1.10d6474851edfp-4, 0x1.dde10d4bcd41ep-5,
                             -0x1.97ad7483a8e42p-5, 0x1.2b33a41b683e4p-5, -0x1.0ab2c707dba15p-6};  // minimax to 2^-57

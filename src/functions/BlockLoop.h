@@ -22,8 +22,8 @@
 // A kernel may have a second one, Modest, for a narrower range in which the same bits take less work: it runs over the
 // blocks that lie within that range as a whole.
 //
-// A kernel may have another, Others, which is asked before Otherwise is. Of arrays the arguments that are not
-// ordinary are put side by side for it.
+// In place of Otherwise a kernel may have two further ones, whose values are the same: Other for one point, and Others
+// for the arguments of an array that are not ordinary, put side by side.
 //
 // In place of At a kernel may have two steps, Second(fma, First(fma, x...), x...), with a sum of two doubles between
 // them: each step then has a loop of its own, since the processor looks ahead over more points where a point takes
@@ -33,21 +33,26 @@
 // place in a block can change a bit.
 namespace quorvex::blocks {
 
+template <class Kernel, class... X>
+concept InTwoSteps = requires(Kernel kernel, X... x) {
+  kernel.First(FusedBySteps(), x...);
+};
+
 template <class Fma, class Kernel, class... X>
 [[gnu::always_inline]] inline double ValueAt(Fma fma, Kernel kernel, X... x) {
   if constexpr (requires { typename Kernel::Modest; })
     if (Kernel::Modest::Ordinary(x...)) [[likely]]
       return Kernel::Modest::At(fma, x...);
   if (kernel.Ordinary(x...)) [[likely]] {
-    if constexpr (requires { kernel.First(fma, x...); }) {
+    if constexpr (InTwoSteps<Kernel, X...>) {
       const DoubleDouble first = kernel.First(fma, x...);
       return kernel.IsModest(first, x...) ? kernel.ModestSecond(fma, first, x...) : kernel.Second(fma, first, x...);
     } else {
       return kernel.At(fma, x...);
     }
   }
-  if constexpr (requires { typename Kernel::Others; })
-    return ValueAt(fma, typename Kernel::Others(), x...);
+  if constexpr (requires { typename Kernel::Other; })
+    return ValueAt(fma, typename Kernel::Other(), x...);
   else
     return kernel.Otherwise(x...);
 }
@@ -75,7 +80,7 @@ template <class Fma, class Kernel, class... X>
   std::uint64_t odd = 0;
   for (std::size_t i = 0; i < n; ++i) odd |= kernel.Ordinary(x[i]...) ? 0U : 1U;
   const auto fill = [&](const auto*... from) __attribute__((always_inline)) {
-    if constexpr (requires { kernel.First(fma, from[0]...); }) {
+    if constexpr (InTwoSteps<Kernel, X...>) {
       double hi[kBlock], lo[kBlock];
       std::uint64_t immodest = 0;
       for (std::size_t i = 0; i < n; ++i) {

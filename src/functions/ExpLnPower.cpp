@@ -312,6 +312,7 @@ struct NegativePowerKernel {
 };
 
 struct PowerKernel {
+  using Other = NegativePowerKernel;
   using Others = NegativePowerKernel;
 
   [[gnu::always_inline]] static bool Ordinary(double a, double b) {

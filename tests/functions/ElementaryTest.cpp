@@ -215,9 +215,9 @@ TEST(Elementary, RaisesTheFlagsOfFaultsAndNoOthers) {
 // either, and nothing is written beyond the end.
 TEST(Elementary, GivesTheSameBitsAndFlagsInABlock) {
   constexpr double kNearQuarterTurns = 0x1.6ac5b262ca1ffp849;  // to 2^-61, the nearest that there is
-  const double special[] = {0,     -0.0,  1,     2,      -1,  -2,   0.5,  3,         kTiny, -kTiny, kInf,
-                            -kInf, kNaN,  kMax,  -kMax,  710, -720, -746, 0x1p-1022, 8192,  8193,   1e5,
-                            -1e17, 1e300, 1e-30, 0x1p70, -33, 0.9,  1e22, -0.3,      745,   1.5,    kNearQuarterTurns};
+  const double special[] = {0,     -0.0,  1,     2,      -1,  -2,   0.5,  3,         kTiny,  -kTiny, kInf,
+                            -kInf, kNaN,  kMax,  -kMax,  710, -720, -746, 0x1p-1022, 0x1p32, 0x1p33, 1e5,
+                            -1e17, 1e300, 1e-30, 0x1p70, -33, 0.9,  1e22, -0.3,      745,    1.5,    kNearQuarterTurns};
   constexpr std::size_t kMost = 1100;
   Random random;
   const auto draw = [&](unsigned odd) {  // of 8; beyond that any bits
@@ -288,7 +288,7 @@ TEST(Elementary, HasTheBitsItAlwaysHad) {
         for (int shift = 0; shift < 64; shift += 8)
           hash = (hash ^ (std::bit_cast<std::uint64_t>(value) >> shift & 0xFF)) * 0x100000001B3;
     }
-    EXPECT_EQ(hash, 2123031753960513369U);
+    EXPECT_EQ(hash, 0x7B7267B7DE8BB786);
   });
 }
 
