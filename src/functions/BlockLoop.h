@@ -25,32 +25,50 @@
 // In place of Otherwise a kernel may have two further ones, whose values are the same: Other for one point, and Others
 // for the arguments of an array that are not ordinary, put side by side.
 //
-// In place of At a kernel may have two steps, Second(fma, First(fma, x...), x...), with a sum of two doubles between
-// them: each step then has a loop of its own, since the processor looks ahead over more points where a point takes
-// fewer instructions. Its narrower range is that where IsModest(first, x...), and its work there ModestSecond.
+// A kernel that looks something up in a table has Place(x...), where that stands, and At(fma, place, x...): the places
+// are found in a loop of their own, since getting them from memory takes less than parting a vector of them.
+//
+// In place of At a kernel with a table may have two steps, Second(fma, First(fma, place, x...), x...), with a sum of
+// two doubles between them: each step then has a loop of its own, since the processor looks ahead over more points
+// where a point takes fewer instructions. Its narrower range is that where IsModest(first, x...), and its work there
+// ModestSecond(fma, SecondPlace(first, x...), first, x...), with another table.
 //
 // At is a fixed sequence of IEEE operations, the fused one among them, so neither the width of the instructions nor the
 // place in a block can change a bit.
 namespace quorvex::blocks {
 
 template <class Kernel, class... X>
-concept InTwoSteps = requires(Kernel kernel, X... x) {
-  kernel.First(FusedBySteps(), x...);
+concept HasTable = requires(Kernel kernel, X... x) {
+  kernel.Place(x...);
+};
+template <class Kernel, class... X>
+concept InTwoSteps = requires(Kernel kernel, DoubleDouble first, X... x) {
+  kernel.SecondPlace(first, x...);
 };
 
+// The value at ordinary arguments.
+template <class Fma, class Kernel, class... X>
+[[gnu::always_inline]] inline double OrdinaryValue(Fma fma, Kernel kernel, X... x) {
+  if constexpr (InTwoSteps<Kernel, X...>) {
+    const DoubleDouble first = kernel.First(fma, kernel.Place(x...), x...);
+    if (kernel.IsModest(first, x...)) [[likely]]
+      return kernel.ModestSecond(fma, kernel.SecondPlace(first, x...), first, x...);
+    return kernel.Second(fma, first, x...);
+  } else if constexpr (HasTable<Kernel, X...>) {
+    return kernel.At(fma, kernel.Place(x...), x...);
+  } else {
+    return kernel.At(fma, x...);
+  }
+}
+
+// The value at any.
 template <class Fma, class Kernel, class... X>
 [[gnu::always_inline]] inline double ValueAt(Fma fma, Kernel kernel, X... x) {
   if constexpr (requires { typename Kernel::Modest; })
     if (Kernel::Modest::Ordinary(x...)) [[likely]]
-      return Kernel::Modest::At(fma, x...);
-  if (kernel.Ordinary(x...)) [[likely]] {
-    if constexpr (InTwoSteps<Kernel, X...>) {
-      const DoubleDouble first = kernel.First(fma, x...);
-      return kernel.IsModest(first, x...) ? kernel.ModestSecond(fma, first, x...) : kernel.Second(fma, first, x...);
-    } else {
-      return kernel.At(fma, x...);
-    }
-  }
+      return OrdinaryValue(fma, typename Kernel::Modest(), x...);
+  if (kernel.Ordinary(x...)) [[likely]]
+    return OrdinaryValue(fma, kernel, x...);
   if constexpr (requires { typename Kernel::Other; })
     return ValueAt(fma, typename Kernel::Other(), x...);
   else
@@ -65,6 +83,34 @@ template <class Kernel, class... X>
       x...);
 }
 
+// The values at at most kBlock ordinary arguments.
+template <class Fma, class Kernel, class... X>
+[[gnu::always_inline]] inline void FillAll(Fma fma, Kernel kernel, std::size_t n, double* __restrict values,
+                                           const X*... x) {
+  std::uint64_t place[kBlock];
+  if constexpr (HasTable<Kernel, X...>)
+    for (std::size_t i = 0; i < n; ++i) place[i] = kernel.Place(x[i]...);
+  if constexpr (InTwoSteps<Kernel, X...>) {
+    double hi[kBlock], lo[kBlock];
+    std::uint64_t immodest = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+      const DoubleDouble first = kernel.First(fma, place[i], x[i]...);
+      hi[i] = first.Hi;
+      lo[i] = first.Lo;
+      place[i] = kernel.SecondPlace(first, x[i]...);
+      immodest |= kernel.IsModest(first, x[i]...) ? 0U : 1U;
+    }
+    if (immodest == 0)
+      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.ModestSecond(fma, place[i], {hi[i], lo[i]}, x[i]...);
+    else
+      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.Second(fma, {hi[i], lo[i]}, x[i]...);
+  } else if constexpr (HasTable<Kernel, X...>) {
+    for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(fma, place[i], x[i]...);
+  } else {
+    for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(fma, x[i]...);
+  }
+}
+
 // Fills in the ordinary values among at most kBlock, and tells whether there are others. `values` overlies no x.
 template <class Fma, class Kernel, class... X>
 [[gnu::always_inline]] inline bool FillOrdinary(Fma fma, Kernel kernel, std::size_t n, double* __restrict values,
@@ -73,32 +119,14 @@ template <class Fma, class Kernel, class... X>
     std::uint64_t immodest = 0;
     for (std::size_t i = 0; i < n; ++i) immodest |= Kernel::Modest::Ordinary(x[i]...) ? 0U : 1U;
     if (immodest == 0) {
-      for (std::size_t i = 0; i < n; ++i) values[i] = Kernel::Modest::At(fma, x[i]...);
+      FillAll(fma, typename Kernel::Modest(), n, values, x...);
       return false;
     }
   }
   std::uint64_t odd = 0;
   for (std::size_t i = 0; i < n; ++i) odd |= kernel.Ordinary(x[i]...) ? 0U : 1U;
-  const auto fill = [&](const auto*... from) __attribute__((always_inline)) {
-    if constexpr (InTwoSteps<Kernel, X...>) {
-      double hi[kBlock], lo[kBlock];
-      std::uint64_t immodest = 0;
-      for (std::size_t i = 0; i < n; ++i) {
-        const DoubleDouble first = kernel.First(fma, from[i]...);
-        hi[i] = first.Hi;
-        lo[i] = first.Lo;
-        immodest |= kernel.IsModest(first, from[i]...) ? 0U : 1U;
-      }
-      if (immodest == 0)
-        for (std::size_t i = 0; i < n; ++i) values[i] = kernel.ModestSecond(fma, {hi[i], lo[i]}, from[i]...);
-      else
-        for (std::size_t i = 0; i < n; ++i) values[i] = kernel.Second(fma, {hi[i], lo[i]}, from[i]...);
-    } else {
-      for (std::size_t i = 0; i < n; ++i) values[i] = kernel.At(fma, from[i]...);
-    }
-  };
   if (odd == 0) {
-    fill(x...);
+    FillAll(fma, kernel, n, values, x...);
     return false;
   }
   double tame[sizeof...(x)][kBlock];
@@ -108,9 +136,9 @@ template <class Fma, class Kernel, class... X>
     ((tame[column++][i] = ordinary ? x[i] : 1.0), ...);
   }
   if constexpr (sizeof...(x) == 1)
-    fill(tame[0]);
+    FillAll(fma, kernel, n, values, tame[0]);
   else
-    fill(tame[0], tame[1]);
+    FillAll(fma, kernel, n, values, tame[0], tame[1]);
   return true;
 }
 

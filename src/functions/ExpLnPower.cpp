@@ -59,25 +59,30 @@ struct ExpArgument {
   double R;
 };
 
+[[gnu::always_inline]] inline double ShiftedExpArgument(double x) {
+  constexpr double kPerStep = 0x1.71547652b82fep7;  // 128/ln(2)
+  return x * kPerStep + kRound;
+}
+
 template <class Fma>
 [[gnu::always_inline]] inline ExpArgument ReduceExp(Fma fma, double x) {
-  constexpr double kPerStep = 0x1.71547652b82fep7;  // 128/ln(2)
-  constexpr double kStep = 0x1.62e42fefcp-8;        // ln(2)/128 in two parts; n times the first, of 35 bits, is exact
+  constexpr double kStep = 0x1.62e42fefcp-8;  // ln(2)/128 in two parts; n times the first, of 35 bits, is exact
   constexpr double kStepRest = -0x1.c610ca86c3899p-44;
-  const double shifted = fma(x, kPerStep, kRound);
+  const double shifted = ShiftedExpArgument(x);
   const double n = shifted - kRound;
   return {BitsOf(shifted), fma(n, -kStepRest, fma.OfWhole(n, -kStep, x))};
 }
 
-// 2^(j/128) * exp(R), where j are the last 7 bits of n.
+// Where the table has 2^(j/128), j being the last 7 bits of n.
+[[gnu::always_inline]] inline Bits ExpPlace(Bits nBits) { return nBits % kSteps; }
+
+// 2^(j/128) * exp(R).
 template <class Fma>
-[[gnu::always_inline]] inline double UnscaledExp(Fma fma, ExpArgument x) {
-  const std::size_t j = x.NBits % kSteps;
-  const double r = x.R;
+[[gnu::always_inline]] inline double UnscaledExp(Fma fma, Bits place, double r) {
   const double square = r * r;
   const double second = fma(square, fma(r, 1.0 / 120, 1.0 / 24), fma(r, 1.0 / 6, 0.5));
-  const double less1 = fma(square, second, r + kExpTable.Rest[j]);
-  const double power = DoubleOf(kExpTable.Power[j]);
+  const double less1 = fma(square, second, r + kExpTable.Rest[place]);
+  const double power = DoubleOf(kExpTable.Power[place]);
   return fma(power, less1, power);
 }
 
@@ -85,15 +90,15 @@ template <class Fma>
 // the last multiplication and nowhere else.
 template <class Fma>
 [[gnu::always_inline]] inline double ScaledExp(Fma fma, ExpArgument x) {
-  const double y = UnscaledExp(fma, x);
+  const double y = UnscaledExp(fma, ExpPlace(x.NBits), x.R);
   const Bits half = x.NBits / (2 * kSteps), otherHalf = x.NBits / kSteps - half;
   return y * DoubleOf((half << 52) + kOne) * DoubleOf((otherHalf << 52) + kOne);
 }
 
 // The same where it is well within range: the power of two goes into the exponent.
 template <class Fma>
-[[gnu::always_inline]] inline double ModestlyScaledExp(Fma fma, ExpArgument x) {
-  return DoubleOf(BitsOf(UnscaledExp(fma, x)) + ((x.NBits / kSteps) << 52));
+[[gnu::always_inline]] inline double ModestlyScaledExp(Fma fma, Bits place, ExpArgument x) {
+  return DoubleOf(BitsOf(UnscaledExp(fma, place, x.R)) + ((x.NBits / kSteps) << 52));
 }
 
 // Beyond +-kBeyondExp, exp(x) overflows or vanishes. There 2046*ln(2) stands for x: both factors of the power of two
@@ -103,7 +108,10 @@ constexpr double kModestExp = 700;
 
 struct ModestExpKernel {
   [[gnu::always_inline]] static bool Ordinary(double x) { return MagnitudeBits(x) <= BitsOf(kModestExp); }
-  [[gnu::always_inline]] static double At(auto fma, double x) { return ModestlyScaledExp(fma, ReduceExp(fma, x)); }
+  [[gnu::always_inline]] static Bits Place(double x) { return ExpPlace(BitsOf(ShiftedExpArgument(x))); }
+  [[gnu::always_inline]] static double At(auto fma, Bits place, double x) {
+    return ModestlyScaledExp(fma, place, ReduceExp(fma, x));
+  }
 };
 
 struct ExpKernel {
@@ -162,17 +170,20 @@ struct LnArgument {
   double Hi, Lo, R;
 };
 
-// From the bits of a normal x. For a subnormal one those of 2^52*x, less 52 powers of two, will do.
+// From the bits of a normal x. For a subnormal one those of 2^52*x, less 52 powers of two, will do. Powers of two are
+// added so that the difference does not wrap for any of them.
+constexpr Bits kLnBias = 2048;
+[[gnu::always_inline]] inline Bits ShiftedLnArgument(Bits x) { return x - kLowest + (kLnBias << 52); }
+[[gnu::always_inline]] inline Bits LnPlace(Bits x) { return (ShiftedLnArgument(x) >> 44) % kParts; }
+
 template <class Fma>
-[[gnu::always_inline]] inline LnArgument ReduceLn(Fma fma, Bits x) {
-  // Powers of two added so that the unsigned difference below does not wrap for any x, subnormal ones included.
-  constexpr Bits kBias = 2048;
+[[gnu::always_inline]] inline LnArgument ReduceLn(Fma fma, Bits place, Bits x) {
   constexpr double kHi = 0x1.62e42fefa38p-1, kLo = 0x1.ef35793c7673p-45;  // ln(2), the first with 42 bits
-  const Bits shifted = x - kLowest + (kBias << 52);
-  const double k = DoubleOf((shifted >> 52) | BitsOf(0x1p52)) - (0x1p52 + kBias);
+  const Bits shifted = ShiftedLnArgument(x);
+  const double k = DoubleOf((shifted >> 52) | BitsOf(0x1p52)) - (0x1p52 + kLnBias);
   const double z = DoubleOf((shifted & kFraction) + kLowest);
-  const std::size_t i = (shifted >> 44) % kParts;
-  return {fma.OfWhole(k, kHi, kLnTable.LnHi[i]), fma(k, kLo, kLnTable.LnLo[i]), fma.Whole(z, kLnTable.C[i], -1)};
+  return {fma.OfWhole(k, kHi, kLnTable.LnHi[place]), fma(k, kLo, kLnTable.LnLo[place]),
+          fma.Whole(z, kLnTable.C[place], -1)};
 }
 
 [[gnu::always_inline]] inline Bits NormalizedBits(double magnitude) {
@@ -184,15 +195,16 @@ struct LnKernel {
     return BitsOf(x) - kSmallestNormal < kInfinite - kSmallestNormal;
   }
 
-  [[gnu::always_inline]] static double OfBits(auto fma, Bits x) {
-    const auto [hi, lo, r] = ReduceLn(fma, x);
+  [[gnu::always_inline]] static double OfBits(auto fma, Bits place, Bits x) {
+    const auto [hi, lo, r] = ReduceLn(fma, place, x);
     const DoubleDouble main = OrderedSum(hi, r);
     const double square = r * r;
     const double high = fma(square, fma(r, 1.0 / 7, -1.0 / 6), fma(r, 0.2, -0.25));
     return main.Hi + fma(square, fma(square, high, fma(r, 1.0 / 3, -0.5)), main.Lo + lo);
   }
 
-  [[gnu::always_inline]] static double At(auto fma, double x) { return OfBits(fma, BitsOf(x)); }
+  [[gnu::always_inline]] static Bits Place(double x) { return LnPlace(BitsOf(x)); }
+  [[gnu::always_inline]] static double At(auto fma, Bits place, double x) { return OfBits(fma, place, BitsOf(x)); }
 
   [[gnu::noinline]] static double Otherwise(double x) {
     // These quotients raise the flags that stand for a fault: division by zero here, an invalid operation for x < 0.
@@ -200,7 +212,8 @@ struct LnKernel {
     if (std::isnan(x)) return x + x;
     if (x < 0) return (x - x) / (x - x);
     if (std::isinf(x)) return x;
-    return OfBits(FusedBySteps(), NormalizedBits(x));
+    const Bits bits = NormalizedBits(x);
+    return OfBits(FusedBySteps(), LnPlace(bits), bits);
   }
 };
 
@@ -208,8 +221,8 @@ struct LnKernel {
 
 // ln(x) to 2^-66 of it.
 template <class Fma>
-[[gnu::always_inline]] inline DoubleDouble ExtendedLn(Fma fma, Bits x) {
-  const auto [hi, lo, r] = ReduceLn(fma, x);
+[[gnu::always_inline]] inline DoubleDouble ExtendedLn(Fma fma, Bits place, Bits x) {
+  const auto [hi, lo, r] = ReduceLn(fma, place, x);
   const DoubleDouble square = Product(fma, r, r);
   const DoubleDouble first = OrderedSum(hi, r);
   const double second = fma.OfWhole(square.Hi, -0.5, first.Hi);
@@ -225,18 +238,20 @@ template <class Fma>
 struct Log10Kernel {
   [[gnu::always_inline]] static bool Ordinary(double x) { return LnKernel::Ordinary(x); }
 
-  [[gnu::always_inline]] static double OfBits(auto fma, Bits x) {
+  [[gnu::always_inline]] static double OfBits(auto fma, Bits place, Bits x) {
     constexpr DoubleDouble kInverse{0x1.bcb7b1526e50ep-2, 0x1.95355baaafad3p-57};
-    const DoubleDouble ln = ExtendedLn(fma, x);
+    const DoubleDouble ln = ExtendedLn(fma, place, x);
     const DoubleDouble product = Product(fma, ln.Hi, kInverse.Hi);
     return product.Hi + fma(ln.Lo, kInverse.Hi, fma(ln.Hi, kInverse.Lo, product.Lo));
   }
 
-  [[gnu::always_inline]] static double At(auto fma, double x) { return OfBits(fma, BitsOf(x)); }
+  [[gnu::always_inline]] static Bits Place(double x) { return LnPlace(BitsOf(x)); }
+  [[gnu::always_inline]] static double At(auto fma, Bits place, double x) { return OfBits(fma, place, BitsOf(x)); }
 
   [[gnu::noinline]] static double Otherwise(double x) {
     const bool subnormal = x != 0 && BitsOf(x) < kSmallestNormal;
-    return subnormal ? OfBits(FusedBySteps(), NormalizedBits(x)) : LnKernel::Otherwise(x);
+    const Bits bits = NormalizedBits(x);
+    return subnormal ? OfBits(FusedBySteps(), LnPlace(bits), bits) : LnKernel::Otherwise(x);
   }
 };
 
@@ -259,12 +274,16 @@ template <class Fma>
   return MagnitudeBits(b * ln.Hi) <= BitsOf(kModestExp);
 }
 
+[[gnu::always_inline]] inline Bits PlaceOfModestProduct(double b, DoubleDouble ln) {
+  return ExpPlace(BitsOf(ShiftedExpArgument(b * ln.Hi)));
+}
+
 template <class Fma>
-[[gnu::always_inline]] inline double ExpOfModestProduct(Fma fma, double b, DoubleDouble ln) {
+[[gnu::always_inline]] inline double ExpOfModestProduct(Fma fma, Bits place, double b, DoubleDouble ln) {
   const DoubleDouble product = Product(fma, b, ln.Hi);
   ExpArgument argument = ReduceExp(fma, product.Hi);
   argument.R += fma(b, ln.Lo, product.Lo);
-  return ModestlyScaledExp(fma, argument);
+  return ModestlyScaledExp(fma, place, argument);
 }
 
 [[gnu::always_inline]] inline bool OrdinaryExponent(double b) {
@@ -293,7 +312,8 @@ bool IsOdd(double b) { return IsWhole(b) && !IsWhole(b / 2); }
   } else {
     const double held = std::clamp(std::abs(b), kSmallestExponent, kLargestExponent);
     const FusedBySteps fma;
-    power = ExpOfProduct(fma, std::copysign(held, b), ExtendedLn(fma, NormalizedBits(magnitude)));
+    const Bits bits = NormalizedBits(magnitude);
+    power = ExpOfProduct(fma, std::copysign(held, b), ExtendedLn(fma, LnPlace(bits), bits));
   }
   return negative ? -power : power;
 }
@@ -304,8 +324,9 @@ struct NegativePowerKernel {
     return LnKernel::Ordinary(-a) && OrdinaryExponent(b) && MagnitudeBits(b) <= BitsOf(0x1p51) &&
            (b + kRound) - kRound == b;
   }
-  [[gnu::always_inline]] static double At(auto fma, double a, double b) {
-    const double power = ExpOfProduct(fma, b, ExtendedLn(fma, BitsOf(-a)));
+  [[gnu::always_inline]] static Bits Place(double a, double) { return LnPlace(BitsOf(-a)); }
+  [[gnu::always_inline]] static double At(auto fma, Bits place, double a, double b) {
+    const double power = ExpOfProduct(fma, b, ExtendedLn(fma, place, BitsOf(-a)));
     return DoubleOf(BitsOf(power) | BitsOf(b + kRound) << 63);  // the sign where b is odd
   }
   static double Otherwise(double a, double b) { return PowerOtherwise(a, b); }
@@ -318,13 +339,19 @@ struct PowerKernel {
   [[gnu::always_inline]] static bool Ordinary(double a, double b) {
     return LnKernel::Ordinary(a) && OrdinaryExponent(b);
   }
-  [[gnu::always_inline]] static DoubleDouble First(auto fma, double a, double) { return ExtendedLn(fma, BitsOf(a)); }
+  [[gnu::always_inline]] static Bits Place(double a, double) { return LnPlace(BitsOf(a)); }
+  [[gnu::always_inline]] static DoubleDouble First(auto fma, Bits place, double a, double) {
+    return ExtendedLn(fma, place, BitsOf(a));
+  }
   [[gnu::always_inline]] static double Second(auto fma, DoubleDouble ln, double, double b) {
     return ExpOfProduct(fma, b, ln);
   }
   [[gnu::always_inline]] static bool IsModest(DoubleDouble ln, double, double b) { return IsModestProduct(b, ln); }
-  [[gnu::always_inline]] static double ModestSecond(auto fma, DoubleDouble ln, double, double b) {
-    return ExpOfModestProduct(fma, b, ln);
+  [[gnu::always_inline]] static Bits SecondPlace(DoubleDouble ln, double, double b) {
+    return PlaceOfModestProduct(b, ln);
+  }
+  [[gnu::always_inline]] static double ModestSecond(auto fma, Bits place, DoubleDouble ln, double, double b) {
+    return ExpOfModestProduct(fma, place, b, ln);
   }
 };
 
@@ -335,13 +362,17 @@ struct FixedPowerKernel {
       : b(exponent), dropped(IsWhole(exponent) ? kSign : 0), given(IsOdd(exponent) ? kSign : 0) {}
 
   [[gnu::always_inline]] bool Ordinary(double a) const { return LnKernel::Ordinary(DoubleOf(BitsOf(a) & ~dropped)); }
-  [[gnu::always_inline]] DoubleDouble First(auto fma, double a) const { return ExtendedLn(fma, BitsOf(a) & ~dropped); }
+  [[gnu::always_inline]] Bits Place(double a) const { return LnPlace(BitsOf(a) & ~dropped); }
+  [[gnu::always_inline]] DoubleDouble First(auto fma, Bits place, double a) const {
+    return ExtendedLn(fma, place, BitsOf(a) & ~dropped);
+  }
   [[gnu::always_inline]] double Second(auto fma, DoubleDouble ln, double a) const {
     return WithSign(ExpOfProduct(fma, b, ln), a);
   }
   [[gnu::always_inline]] bool IsModest(DoubleDouble ln, double) const { return IsModestProduct(b, ln); }
-  [[gnu::always_inline]] double ModestSecond(auto fma, DoubleDouble ln, double a) const {
-    return WithSign(ExpOfModestProduct(fma, b, ln), a);
+  [[gnu::always_inline]] Bits SecondPlace(DoubleDouble ln, double) const { return PlaceOfModestProduct(b, ln); }
+  [[gnu::always_inline]] double ModestSecond(auto fma, Bits place, DoubleDouble ln, double a) const {
+    return WithSign(ExpOfModestProduct(fma, place, b, ln), a);
   }
   double Otherwise(double a) const { return PowerOtherwise(a, b); }
 
