@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <stop_token>
 #include <string>
+#include <utility>
 
 #include "core/Limits.h"
+#include "core/ParallelRuns.h"
+#include "diagnosis/TaskForm.h"
 #include "engine/ModelClass.h"
 #include "engine/RobustFit.h"
 #include "engine/SeededRandom.h"
@@ -61,9 +66,9 @@ bool PredictionErrors(ModelClass& model, const SolveData& data, const std::vecto
 }
 
 // By its weighted sum of squares.
-bool IsFittedTo(ModelClass& model, const SolveData& data) {
+bool IsFittedTo(ModelClass& model, const SolveData& data, SolveForm& form, int threads) {
   if (static_cast<std::size_t>(model.NumIndependentVar()) != data.X.size()) return false;
-  const std::optional<std::vector<double>> residuals = model.GenerateResiduals(data);
+  const std::optional<std::vector<double>> residuals = model.GenerateResiduals(data, form, threads);
   if (!residuals) return false;
   const double error = RootMeanSquare(*residuals, data.sig);
   const double known = std::sqrt(model.RssNorm / static_cast<double>(data.N()));
@@ -72,17 +77,93 @@ bool IsFittedTo(ModelClass& model, const SolveData& data) {
   return std::abs(error - known) <= kSameError * known + kRounding * size;
 }
 
-double LeaveOneOutError(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod, SolveForm& form) {
-  const std::optional<FitGeometry> geometry = FitGeometry::At(model, data, derivativeMethod, form);
-  return geometry ? LeaveOneOutError(model, data, *geometry, derivativeMethod, form) : HUGE_VAL;
+// For each of several things at once, of the threads that are wanted.
+int ThreadsOfEach(const Settings& settings, std::size_t count) {
+  return std::max(ThreadCount(settings.Threads) / static_cast<int>(std::max<std::size_t>(count, 1)), 1);
 }
+
+// The fits to what each part leaves, of one model after the other and side by side. `take` is told of each model, by
+// its number and in their order, on the calling thread. False where `form` is aborted.
+class FitsOfParts {
+ public:
+  FitsOfParts(const std::vector<const ModelClass*>& models, const SolveData& data, int parts, std::uint64_t seed,
+              const Settings& settings, SolveForm& form)
+      : models_(models),
+        data_(data),
+        dealt_(CrossValidationParts(data.N(), parts, seed)),
+        settings_(settings),
+        form_(form),
+        found_(models.size()) {
+    settings_.TryHarder = false;
+    settings_.Threads = ThreadsOfEach(settings, dealt_.size() * models.size());
+  }
+
+  bool Run(int threads, const std::function<void(std::size_t, PartsError)>& take) {
+    const std::size_t parts = dealt_.size();
+    OrderedTasks tasks{.Count = models_.size() * parts, .Ahead = 2 * std::max(parts, std::size_t{64})};
+    tasks.Prepare = [&](std::size_t i) {
+      if (i % parts == 0) found_[i / parts] = {std::vector<double>(data_.N()), std::vector<char>(parts)};
+      return true;
+    };
+    tasks.Do = [&](std::size_t i, std::stop_token stop) {
+      TaskForm own(std::move(stop));
+      Found& found = found_[i / parts];
+      found.HasAnswer[i % parts] = Fit(*models_[i / parts], dealt_[i % parts], found.Errors, own);
+    };
+    std::size_t done = 0;
+    tasks.Finish = [&](std::size_t i) {
+      ++done;
+      if (done % parts == 0) take(i / parts, Take(found_[i / parts]));
+      return true;
+    };
+    tasks.KeepGoing = [&] {
+      form_.ShowWork("Cross-validation of " + models_[done / parts]->id, done % parts, parts);
+      form_.Yield();
+      return !form_.Aborted;
+    };
+    return RunInOrder(tasks, threads);
+  }
+
+ private:
+  struct Found {
+    std::vector<double> Errors;   // at all points
+    std::vector<char> HasAnswer;  // each part
+  };
+
+  bool Fit(const ModelClass& model, const std::vector<std::size_t>& part, std::vector<double>& errors,
+           SolveForm& form) const {
+    // A twin for each part: what a model remembers of one evaluation must not reach another.
+    const std::unique_ptr<ModelClass> twin = model.CopyTo();
+    twin->ICCancel();  // one start
+    twin->SpecifyICComplete = true;
+    std::string log;
+    return twin->Fit(Without(data_, part), SettingsOfRefit(model, settings_), log, form) &&
+           PredictionErrors(*twin, data_, part, errors);
+  }
+  PartsError Take(Found& found) const {
+    PartsError result;
+    result.FailedParts = static_cast<int>(std::ranges::count(found.HasAnswer, 0));
+    const double error = result.FailedParts > 0 ? HUGE_VAL : RootMeanSquare(found.Errors, data_.sig);
+    result.Error = std::isnan(error) ? HUGE_VAL : error;
+    found = {};
+    return result;
+  }
+
+  const std::vector<const ModelClass*>& models_;
+  const SolveData& data_;
+  const std::vector<std::vector<std::size_t>> dealt_;
+  Settings settings_;
+  SolveForm& form_;
+  std::vector<Found> found_;
+};
 
 }  // namespace
 
 double LeaveOneOutError(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
-                        DerivativeKind derivativeMethod, SolveForm& form) {
-  const std::optional<std::vector<double>> leverages = Leverages(model, data, geometry, derivativeMethod, form);
-  std::optional<std::vector<double>> errors = model.GenerateResiduals(data);
+                        DerivativeKind derivativeMethod, SolveForm& form, int threads) {
+  const std::optional<std::vector<double>> leverages =
+      Leverages(model, data, geometry, derivativeMethod, form, threads);
+  std::optional<std::vector<double>> errors = model.GenerateResiduals(data, form, threads);
   if (!leverages || !errors) return HUGE_VAL;
   // Beyond this nothing but rounding is left of the point's own share.
   constexpr double kLeastShare = 1e-10;
@@ -108,49 +189,42 @@ std::vector<std::vector<std::size_t>> CrossValidationParts(std::size_t points, i
 PartsError CrossValidatedError(const ModelClass& model, const SolveData& data, int parts, std::uint64_t seed,
                                const Settings& settings, SolveForm& form) {
   PartsError result;
-  const std::vector<std::vector<std::size_t>> dealt = CrossValidationParts(data.N(), parts, seed);
-  if (dealt.empty()) return result;
-  Settings ordinary = SettingsOfRefit(model, settings);
-  ordinary.TryHarder = false;
-  const std::unique_ptr<ModelClass> twin = model.CopyTo();
-  std::vector<double> errors(data.N());
-  std::size_t done = 0;
-  for (const std::vector<std::size_t>& part : dealt) {
-    form.ShowWork("Cross-validation of " + model.id, done++, dealt.size());
-    model.CopyFitTo(*twin);
-    twin->ICCancel();  // one start
-    twin->SpecifyICComplete = true;
-    form.Paused = false;  // was meant for the fit before, which ended by itself
-    std::string log;
-    const bool fitted = twin->Fit(Without(data, part), ordinary, log, form);
-    if (form.Aborted) return {};
-    if (!fitted || !PredictionErrors(*twin, data, part, errors)) ++result.FailedParts;
-  }
-  const double error = result.FailedParts > 0 ? HUGE_VAL : RootMeanSquare(errors, data.sig);
-  result.Error = std::isnan(error) ? HUGE_VAL : error;
+  FitsOfParts({&model}, data, parts, seed, settings, form).Run(settings.Threads, [&](std::size_t, PartsError error) {
+    result = error;
+  });
   return result;
 }
 
 bool CrossValidate(const ModelCollection& models, const SolveData& data, int parts, std::uint64_t seed,
                    const Settings& settings, SolveForm& form) {
-  for (const auto& model : models) {
-    if (!model->Solved) continue;
-    const bool wantsParts = parts >= 2 && std::isnan(model->CrossValidated);
-    if ((!std::isnan(model->LeaveOneOut) && !wantsParts) || !IsFittedTo(*model, data)) continue;
-    form.Yield();
-    if (form.Aborted) return false;
-    if (std::isnan(model->LeaveOneOut)) {
-      const double error = LeaveOneOutError(*model, data, settings.DerivativeMethod, form);
-      if (form.Aborted) return false;
-      model->LeaveOneOut = error;
+  std::vector<ModelClass*> asked;
+  const auto wantsParts = [&](const ModelClass& model) { return parts >= 2 && std::isnan(model.CrossValidated); };
+  for (const auto& model : models)
+    if (model->Solved && (std::isnan(model->LeaveOneOut) || wantsParts(*model))) asked.push_back(model.get());
+  std::vector<char> isFitted(asked.size());
+  const int each = ThreadsOfEach(settings, asked.size());
+  const auto leaveOneOut = [&](std::size_t i, SolveForm& own) {
+    ModelClass& model = *asked[i];
+    isFitted[i] = IsFittedTo(model, data, own, each);
+    if (!isFitted[i] || !std::isnan(model.LeaveOneOut)) return;
+    const auto geometry = FitGeometry::At(model, data, settings.DerivativeMethod, own, each);
+    const double error =
+        geometry ? LeaveOneOutError(model, data, *geometry, settings.DerivativeMethod, own, each) : HUGE_VAL;
+    if (!own.Aborted) model.LeaveOneOut = error;
+  };
+  if (!RunTasks(asked.size(), settings.Threads, form, "Leaving out each point: model", leaveOneOut)) return false;
+  std::vector<const ModelClass*> divided;
+  std::vector<ModelClass*> told;
+  for (std::size_t i = 0; i < asked.size(); ++i)
+    if (isFitted[i] && wantsParts(*asked[i])) {
+      divided.push_back(asked[i]);
+      told.push_back(asked[i]);
     }
-    if (!wantsParts) continue;
-    const PartsError error = CrossValidatedError(*model, data, parts, seed, settings, form);
-    if (form.Aborted) return false;
-    model->CrossValidated = error.Error;
-    model->FailedParts = error.FailedParts;
-  }
-  return true;
+  return FitsOfParts(divided, data, parts, seed, settings, form)
+      .Run(settings.Threads, [&](std::size_t i, PartsError error) {
+        told[i]->CrossValidated = error.Error;
+        told[i]->FailedParts = error.FailedParts;
+      });
 }
 
 }  // namespace quorvex

@@ -20,7 +20,7 @@ namespace quorvex {
 // long as a single point doesn't move the coefficients far. Infinite where a point alone determines a coefficient (h =
 // 1) or the model has no derivatives. (D. M. Allen, Technometrics 16, 1974.)
 double LeaveOneOutError(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
-                        DerivativeKind derivativeMethod, SolveForm& form);
+                        DerivativeKind derivativeMethod, SolveForm& form, int threads = 1);
 
 // The points, from 0, in `parts` of sizes that differ by at most 1: shuffled by the seed, then dealt out in turn. As
 // many parts as points where more are asked for; none for less than 2 parts. The same for all models.
@@ -38,7 +38,8 @@ PartsError CrossValidatedError(const ModelClass& model, const SolveData& data, i
 
 // Gives every solved model its LeaveOneOut and, with at least 2 parts, its CrossValidated, as far as it doesn't know
 // them since its last fit: whoever wants other parts asks a copy that hasn't been asked yet. A model that was fitted to
-// other data than these stays without. False where `form` is aborted.
+// other data than these stays without. Models and parts are fitted side by side, on as many threads as the settings
+// allow, with the same numbers for any. False where `form` is aborted.
 bool CrossValidate(const ModelCollection& models, const SolveData& data, int parts, std::uint64_t seed,
                    const Settings& settings, SolveForm& form);
 

@@ -43,7 +43,7 @@ class ModelDiagnosis {
       : model_(model), data_(data), settings_(settings), form_(form), locale_(locale), quantiles_(QuantilesOf(model)) {}
 
   Diagnosis Make(const DiagnosisChoices& choices, std::vector<std::string>& warnings) {
-    const auto geometry = FitGeometry::At(model_, data_, settings_.DerivativeMethod, form_);
+    const auto geometry = FitGeometry::At(model_, data_, settings_.DerivativeMethod, form_, settings_.Threads);
     diagnosis_.Id = model_.id;
     diagnosis_.Judgement = Judge(model_, data_, geometry, settings_, form_, locale_);
     diagnosis_.AbsoluteDeviations = model_.GivenDeviation > 0;

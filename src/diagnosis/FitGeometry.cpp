@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <string>
 
 #include "core/Limits.h"
 #include "core/NumericFault.h"
+#include "engine/BlockTeam.h"
 #include "engine/ModelClass.h"
 #include "engine/PointDerivatives.h"
 #include "engine/TypedDerivatives.h"
@@ -36,50 +38,64 @@ class Untouched {
 };
 
 // Goes through the data block by block and hands the weighted derivatives of each, in row 1 and below and with the
-// weighted residuals behind them, to `take`, with the number of its first point and of its points. False where some are
-// missing, or the form is aborted.
-template <class Take>
+// weighted residuals behind them, to `use`, on any thread and in any order, and then to `take`, in their order, both
+// with the number of the first point and of the points. False where some are missing, or the form is aborted.
+template <class Use, class Take>
 bool ForEachBlock(ModelClass& model, const SolveData& data, const std::vector<int>& free,
-                  DerivativeKind derivativeMethod, SolveForm& form, Take take) {
+                  DerivativeKind derivativeMethod, SolveForm& form, int threads, Use use, Take take) {
   const Untouched untouched(model);
   const TypedDerivativesInUse typed(model);
   std::vector<std::size_t> numbers;
   for (const int i : free) numbers.push_back(static_cast<std::size_t>(i - 1));
+  BlockTeam team(model, data.N(), threads);
+  std::vector<std::unique_ptr<PointDerivatives>> points;
+  for (std::size_t member = 0; member < team.Size(); ++member)
+    points.push_back(std::make_unique<PointDerivatives>(team.Model(member), data, derivativeMethod));
+  std::vector<ColumnMatrix> slots(team.Slots((kBlock + 1) * (free.size() + 1)),
+                                  ColumnMatrix(kBlock + 1, free.size() + 1));
+  const auto goOn = [&form] {
+    form.Pulse();
+    return !form.Aborted;
+  };
+  const auto count = [&data](std::size_t block) { return std::min(kBlock, data.N() - block * kBlock); };
+  const auto compute = [&](std::size_t member, std::size_t block, std::size_t slot) {
+    const std::size_t first = block * kBlock, n = count(block);
+    PointDerivatives& own = *points[member];
+    ColumnMatrix& rows = slots[slot];
+    if (!own.ComputeSharp(first, n)) return false;
+    own.TakeWeighted(first, n, numbers, rows);
+    double* const residuals = rows.Column(free.size()) + 1;
+    for (std::size_t i = 0; i < n; ++i)
+      residuals[i] = std::sqrt(data.sig[first + i]) * (data.Y[first + i] - own.Values()[i]);
+    for (std::size_t j = 0; j <= free.size(); ++j)
+      if (!std::all_of(rows.Column(j) + 1, rows.Column(j) + 1 + n, [](double d) { return std::isfinite(d); }))
+        return false;
+    use(rows, first, n);
+    return true;
+  };
+  const auto inOrder = [&](std::size_t block, std::size_t slot) {
+    take(slots[slot], block * kBlock, count(block));
+    return true;
+  };
   try {
-    PointDerivatives points(model, data, derivativeMethod);
-    ColumnMatrix rows(kBlock + 1, free.size() + 1);
-    for (std::size_t first = 0; first < data.N(); first += kBlock) {
-      form.Pulse();
-      if (form.Aborted) return false;
-      const std::size_t n = std::min(kBlock, data.N() - first);
-      if (!points.ComputeSharp(first, n)) return false;
-      points.TakeWeighted(first, n, numbers, rows);
-      double* const residuals = rows.Column(free.size()) + 1;
-      for (std::size_t i = 0; i < n; ++i)
-        residuals[i] = std::sqrt(data.sig[first + i]) * (data.Y[first + i] - points.Values()[i]);
-      for (std::size_t j = 0; j <= free.size(); ++j)
-        if (!std::all_of(rows.Column(j) + 1, rows.Column(j) + 1 + n, [](double d) { return std::isfinite(d); }))
-          return false;
-      take(rows, first, n);
-    }
+    return team.Run(slots.size(), goOn, compute, inOrder) * kBlock >= data.N();
   } catch (const NumericFault&) {
     return false;
   }
-  return true;
 }
 
 }  // namespace
 
 std::optional<FitGeometry> FitGeometry::At(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod,
-                                           SolveForm& form) {
+                                           SolveForm& form, int threads) {
   FitGeometry geometry;
   for (int i = 1; i <= model.NumDependentVar(); ++i)
     if (!model.IsHeld(i) && !model.IsAtBound(i)) geometry.free_.push_back(i);
   const std::size_t p = geometry.free_.size();
   TriangularFactor factor(p + 1);  // of the derivatives and the residuals
-  if (!ForEachBlock(model, data, geometry.free_, derivativeMethod, form,
-                    [&factor](ColumnMatrix& rows, std::size_t, std::size_t n) { factor.Append(rows, n); }))
-    return std::nullopt;
+  const auto nothing = [](const ColumnMatrix&, std::size_t, std::size_t) {};
+  const auto append = [&factor](ColumnMatrix& rows, std::size_t, std::size_t n) { factor.Append(rows, n); };
+  if (!ForEachBlock(model, data, geometry.free_, derivativeMethod, form, threads, nothing, append)) return std::nullopt;
   geometry.r_ = ColumnMatrix(p, p);
   for (std::size_t j = 0; j < p; ++j) std::copy_n(factor.R().Column(j), p, geometry.r_.Column(j));
   // The last column is Q^T e, and below it what no change of the coefficients takes away.
@@ -198,12 +214,12 @@ double FitGeometry::Deviation(std::span<const double> gradient) const {
 }
 
 std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
-                                             DerivativeKind derivativeMethod, SolveForm& form) {
+                                             DerivativeKind derivativeMethod, SolveForm& form, int threads) {
   std::vector<double> leverages(data.N());
   const ColumnMatrix& r = geometry.R();
   // The columns of J R^-1, from left to right, in the place of those of J. A column that another makes up for leaves
   // 0/0, and that no leverage.
-  const auto take = [&](ColumnMatrix& rows, std::size_t first, std::size_t n) {
+  const auto use = [&](ColumnMatrix& rows, std::size_t first, std::size_t n) {
     for (std::size_t j = 0; j < r.Columns(); ++j) {
       double* const column = rows.Column(j) + 1;
       for (std::size_t k = 0; k < j; ++k) AddMultiple(-r(k, j), rows.Column(k) + 1, n, column);
@@ -213,7 +229,8 @@ std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData&
       }
     }
   };
-  if (!ForEachBlock(model, data, geometry.Free(), derivativeMethod, form, take)) return std::nullopt;
+  const auto nothing = [](const ColumnMatrix&, std::size_t, std::size_t) {};
+  if (!ForEachBlock(model, data, geometry.Free(), derivativeMethod, form, threads, use, nothing)) return std::nullopt;
   for (double& leverage : leverages) {
     if (!std::isfinite(leverage)) return std::nullopt;
     leverage = std::min(leverage, 1.0);

@@ -22,9 +22,9 @@ class FitGeometry {
  public:
   // Coefficients that are held or lie on a bound are not free. Derivatives that the user typed are taken, as in the
   // fit. Nothing where the model has no value or derivative at some point, and where `form` is aborted. Leaves the
-  // model as it was.
+  // model as it was. `threads` as Settings::Threads counts them; the numbers are the same for any.
   static std::optional<FitGeometry> At(ModelClass& model, const SolveData& data, DerivativeKind derivativeMethod,
-                                       SolveForm& form);
+                                       SolveForm& form, int threads = 1);
 
   // The same of the two that a file kept. Nothing where R has no finite lengths.
   static std::optional<FitGeometry> Of(std::vector<int> free, ColumnMatrix r);
@@ -67,6 +67,6 @@ class FitGeometry {
 // (D. C. Hoaglin & R. E. Welsch, Am. Statistician 32, 1978). In the order of the data. Nothing as for FitGeometry, and
 // where the geometry is singular.
 std::optional<std::vector<double>> Leverages(ModelClass& model, const SolveData& data, const FitGeometry& geometry,
-                                             DerivativeKind derivativeMethod, SolveForm& form);
+                                             DerivativeKind derivativeMethod, SolveForm& form, int threads = 1);
 
 }  // namespace quorvex

@@ -37,6 +37,7 @@ struct Case {
   const LocaleText& Locale;
   SolveForm& Form;
   DerivativeKind DerivativeMethod;
+  int Threads;
   std::vector<int> Open = {};  // coefficients that the data don't determine, by their numbers
 
   std::string Number(double value) const { return LocalizeExpression(GeneralNumber(value, 4), Locale); }
@@ -224,10 +225,10 @@ std::string RowsText(const std::vector<std::size_t>& rows) {
 // Each point alone: what it decides, and how far it is off for its place.
 void SinglePoints(Case& c, Sentences& reasons) {
   if (c.Geometry == nullptr || !c.Open.empty() || c.Geometry->Free().empty()) return;
-  const auto leverages = Leverages(c.Model, c.Data, *c.Geometry, c.DerivativeMethod, c.Form);
+  const auto leverages = Leverages(c.Model, c.Data, *c.Geometry, c.DerivativeMethod, c.Form, c.Threads);
   if (!leverages) return;
   std::vector<std::size_t> alone, off;
-  const auto residuals = c.Model.GenerateResiduals(c.Data);
+  const auto residuals = c.Model.GenerateResiduals(c.Data, c.Form, c.Threads);
   const double n = static_cast<double>(c.Data.N()), degrees = c.Model.DOFError - 1;
   const bool squares = c.Model.Loss == LossKind::Squares && residuals && degrees >= 1 && !c.IsExact();
   const double variance = c.Model.RssNorm / c.Model.DOFError;
@@ -261,7 +262,7 @@ void SinglePoints(Case& c, Sentences& reasons) {
 
 // Mean residuals, weighted, of points of equal X, in the order of X. Nothing where the model has no value.
 std::optional<std::vector<double>> ResidualsAlongX(Case& c) {
-  const auto residuals = c.Model.GenerateResiduals(c.Data);
+  const auto residuals = c.Model.GenerateResiduals(c.Data, c.Form, c.Threads);
   if (!residuals) return std::nullopt;
   const std::vector<double>& x = c.Data.X[0];
   std::vector<std::size_t> order(x.size());
@@ -299,7 +300,7 @@ double LowerTailOfRatio(double ratio, double n) {
 // Where points are repeated, their scatter about their own mean says what the curve's may be.
 void LackOfFit(Case& c, Sentences& reasons) {
   if (c.Geometry == nullptr || c.Model.Loss != LossKind::Squares || c.IsExact()) return;
-  const auto residuals = c.Model.GenerateResiduals(c.Data);
+  const auto residuals = c.Model.GenerateResiduals(c.Data, c.Form, c.Threads);
   if (!residuals) return;
   const auto& x = c.Data.X;
   const auto compare = [&x](std::size_t i, std::size_t j) {
@@ -430,7 +431,7 @@ Verdict Judge(ModelClass& model, const SolveData& data, const std::optional<FitG
   if (!model.Solved) return FailedVerdict(model, data, locale);
   Verdict verdict;
   verdict.Ended = HowEnded(model, settings);
-  Case c{model, data, geometry ? &*geometry : nullptr, locale, form, settings.DerivativeMethod};
+  Case c{model, data, geometry ? &*geometry : nullptr, locale, form, settings.DerivativeMethod, settings.Threads};
   for (const auto check : kChecks) check(c, verdict.Reasons);
   for (const auto remark : kRemarks) remark(c, verdict.Notes);
   if (!verdict.Reasons.empty()) verdict.Kind = VerdictKind::Doubtful;

@@ -215,11 +215,16 @@ class ModelClass : public ModelSetup, public FitResult {
 
   // Y minus the model's value at each point of the data, in their order. Nothing where the model has no value.
   std::optional<std::vector<double>> GenerateResiduals(const SolveData& data);
+  // The same on several threads, counted as in Settings::Threads. Nothing, too, where the form is aborted.
+  std::optional<std::vector<double>> GenerateResiduals(const SolveData& data, SolveForm& form, int threads);
   // The normal probability table of the residuals.
   std::optional<NormalTable> GenerateQQTable(const SolveData& data);
 
   // The model's value at each point of the columns, nothing where it has none at some point.
   std::optional<std::vector<double>> ValuesAt(const std::vector<std::vector<double>>& X);
+  std::optional<std::vector<double>> ValuesAt(const std::vector<std::vector<double>>& X, SolveForm& form, int threads);
+  // Of so many points of the columns; one by one where they cannot be computed together. False where one has none.
+  bool ValuesOf(const std::vector<std::vector<double>>& X, std::size_t first, std::size_t n, double* y);
 
   // Where the model takes the value Y between XMin and XMax, ascending, no two neighbours equal. `Intervals` equal
   // parts are searched: a part whose ends lie on different sides of Y holds a root, found by bisection, and so is an

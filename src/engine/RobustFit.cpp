@@ -33,8 +33,8 @@ struct Misfit {
   std::vector<double> Size;  // of what that is the difference of
 };
 
-std::optional<Misfit> MisfitOf(ModelClass& model, const SolveData& data) {
-  const std::optional<std::vector<double>> residuals = model.GenerateResiduals(data);
+std::optional<Misfit> MisfitOf(ModelClass& model, const SolveData& data, SolveForm& form, int threads) {
+  const std::optional<std::vector<double>> residuals = model.GenerateResiduals(data, form, threads);
   if (!residuals) return std::nullopt;
   Misfit misfit{*residuals, *residuals};
   for (std::size_t i = 0; i < data.N(); ++i) {
@@ -61,6 +61,14 @@ std::vector<double> WeightsOf(LossKind loss, double scale, const std::vector<dou
   std::vector<double> weights;
   for (const double one : r) weights.push_back(one == 0 ? 1 : LossWeight(loss, one / scale));
   return weights;
+}
+
+std::vector<std::size_t> OutliersBy(const std::vector<double>& weights, const SolveData& data) {
+  std::vector<std::size_t> rows;
+  for (std::size_t i = 0; i < weights.size(); ++i)
+    if (weights[i] < kOutlierWeight) rows.push_back(data.Row.empty() ? i + 1 : data.Row[i]);
+  std::ranges::sort(rows);
+  return rows;
 }
 
 class RobustFit {
@@ -129,7 +137,7 @@ bool RobustFit::Run() {
 // Reweights until the fitted values move by no more than `tolerance` in units of the scale. Nothing where a round has
 // no solution, and where the form is aborted.
 std::optional<SearchEnd> RobustFit::Rounds(LossKind loss, double tolerance, double partOfScale) {
-  std::optional<Misfit> before = MisfitOf(model_, data_);
+  std::optional<Misfit> before = MisfitOf(model_, data_, form_, settings_.Threads);
   for (int round = 0; before && round < kMostRounds; ++round) {
     form_.Yield();
     if (form_.Aborted) return std::nullopt;
@@ -141,7 +149,7 @@ std::optional<SearchEnd> RobustFit::Rounds(LossKind loss, double tolerance, doub
     ++rounds_;
     if (!FitReweighted(WeightsOf(loss, scale, before->r))) return std::nullopt;
     if (model_.SolveType == 0 && model_.Ended == SearchEnd::Paused) return SearchEnd::Paused;
-    std::optional<Misfit> after = MisfitOf(model_, data_);
+    std::optional<Misfit> after = MisfitOf(model_, data_, form_, settings_.Threads);
     bool settled = after.has_value();
     for (std::size_t i = 0; settled && i < data_.N(); ++i)
       settled = std::abs(after->r[i] - before->r[i]) <= tolerance * scale + kRounding * after->Size[i];
@@ -187,7 +195,7 @@ bool RobustFit::FitReweighted(const std::vector<double>& weights) {
 // The variances of the present coefficients by the data's own weights. Where the data are the fitted values there is
 // nowhere to go, and a search ends where it begins.
 bool RobustFit::TakeVariances() {
-  const std::optional<std::vector<double>> residuals = model_.GenerateResiduals(data_);
+  const std::optional<std::vector<double>> residuals = model_.GenerateResiduals(data_, form_, settings_.Threads);
   if (!residuals) return false;
   for (std::size_t i = 0; i < data_.N(); ++i) reweighted_.Y[i] = data_.Y[i] - (*residuals)[i];
   reweighted_.sig = data_.sig;
@@ -219,7 +227,7 @@ bool RobustFit::Finish(SearchEnd ended, const FitResult& squares) {
   model_.CoefficientValues = a;
   model_.NumIterations = iterations_;
   model_.Ended = ended;
-  const std::optional<Misfit> misfit = MisfitOf(model_, data_);
+  const std::optional<Misfit> misfit = MisfitOf(model_, data_, form_, settings_.Threads);
   // Those of a linear solution don't depend on where it lies, unless on a bound.
   const bool keepsVariances = model_.SolveType != 0 && !model_.HasBounds();
   if (!misfit || (!keepsVariances && !TakeVariances())) {
@@ -229,7 +237,8 @@ bool RobustFit::Finish(SearchEnd ended, const FitResult& squares) {
   model_.Loss = settings_.Loss;
   model_.LossScale = Scale(*misfit);
   model_.LossScaleGiven = settings_.LossScale > 0;
-  if (!model_.GetGoodnessOfFit(data_, static_cast<int>(data_.N()) - squares.DOFError, form_)) {
+  BlockTeam team(model_, data_.N(), settings_.Threads);
+  if (!model_.GetGoodnessOfFit(data_, static_cast<int>(data_.N()) - squares.DOFError, form_, team)) {
     why_ = "Too few residuals are within the scale of loss " + name_ + " to tell standard errors: it is too small.";
     return false;
   }
@@ -240,7 +249,7 @@ bool RobustFit::Finish(SearchEnd ended, const FitResult& squares) {
     Line("Reached the limit of " + std::to_string(kMostRounds) + " rounds: the coefficients have not settled.");
   else
     Line(ended == SearchEnd::Paused ? "Iterations stopped by user." : "The coefficients have settled.");
-  Line(OutlierText(OutlierRows(model_, data_)));
+  Line(OutlierText(OutliersBy(WeightsOf(model_.Loss, model_.LossScale, misfit->r), data_)));
   Line("Residual Sum of Squares = " + GeneralNumber(model_.RSS));
   Line("Solution Complete");
   log_ += NL;
@@ -261,19 +270,15 @@ Settings SettingsOfRefit(const ModelClass& model, Settings settings) {
 }
 
 std::optional<std::vector<double>> RobustWeights(ModelClass& model, const SolveData& data) {
-  const std::optional<Misfit> misfit = MisfitOf(model, data);
+  SolveForm unattended;
+  const std::optional<Misfit> misfit = MisfitOf(model, data, unattended, 1);
   if (!misfit) return std::nullopt;
   return WeightsOf(model.Loss, model.LossScale, misfit->r);
 }
 
 std::vector<std::size_t> OutlierRows(ModelClass& model, const SolveData& data) {
-  std::vector<std::size_t> rows;
-  if (model.Loss == LossKind::Squares) return rows;
-  const std::optional<std::vector<double>> weights = RobustWeights(model, data);
-  for (std::size_t i = 0; weights && i < data.N(); ++i)
-    if ((*weights)[i] < kOutlierWeight) rows.push_back(data.Row.empty() ? i + 1 : data.Row[i]);
-  std::ranges::sort(rows);
-  return rows;
+  if (model.Loss == LossKind::Squares) return {};
+  return OutliersBy(RobustWeights(model, data).value_or(std::vector<double>()), data);
 }
 
 std::string OutlierText(const std::vector<std::size_t>& rows) {

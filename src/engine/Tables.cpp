@@ -6,6 +6,7 @@
 
 #include "core/Limits.h"
 #include "core/NumericFault.h"
+#include "engine/BlockTeam.h"
 #include "engine/FindRoots.h"
 #include "engine/ModelClass.h"
 #include "functions/InverseNormalDistribution.h"
@@ -42,18 +43,37 @@ void ModelClass::ClearTable() {
   ZIsNegative = false;
 }
 
-std::optional<std::vector<double>> ModelClass::ValuesAt(const std::vector<std::vector<double>>& X) {
+bool ModelClass::ValuesOf(const std::vector<std::vector<double>>& X, std::size_t first, std::size_t n, double* y) {
+  if (EvaluateBlock(X, first, n, y)) return true;
   // Room for every variable that a model's text may name, be it beyond those of the data.
   std::array<double, kMostIndependentVariables> x{};
-  std::vector<double> values(X.empty() ? 0 : X[0].size());
-  for (std::size_t first = 0; first < values.size(); first += kBlock) {
-    const std::size_t end = std::min(first + kBlock, values.size());
-    if (EvaluateBlock(X, first, end - first, &values[first])) continue;
-    for (std::size_t i = first; i < end; ++i) {
-      for (std::size_t v = 0; v < X.size(); ++v) x[v] = X[v][i];
-      if (!Evaluate(std::span(x).first(X.size()), values[i])) return std::nullopt;
-    }
+  for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t v = 0; v < X.size(); ++v) x[v] = X[v][first + i];
+    if (!Evaluate(std::span(x).first(X.size()), y[i])) return false;
   }
+  return true;
+}
+
+std::optional<std::vector<double>> ModelClass::ValuesAt(const std::vector<std::vector<double>>& X) {
+  SolveForm unattended;
+  return ValuesAt(X, unattended, 1);
+}
+
+std::optional<std::vector<double>> ModelClass::ValuesAt(const std::vector<std::vector<double>>& X, SolveForm& form,
+                                                        int threads) {
+  std::vector<double> values(X.empty() ? 0 : X[0].size());
+  BlockTeam team(*this, values.size(), threads);
+  const auto goOn = [&form] {
+    form.Pulse();
+    return !form.Aborted;
+  };
+  // Each value has a place of its own already.
+  const auto compute = [&](std::size_t member, std::size_t block, std::size_t) {
+    const std::size_t first = block * kBlock;
+    return team.Model(member).ValuesOf(X, first, std::min(kBlock, values.size() - first), &values[first]);
+  };
+  const std::size_t taken = team.Run(team.Slots(1), goOn, compute, [](std::size_t, std::size_t) { return true; });
+  if (taken * kBlock < values.size()) return std::nullopt;
   return values;
 }
 
@@ -95,7 +115,12 @@ SeriesTable ModelClass::CopyDataTo(int variable) const {
 }
 
 std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data) {
-  std::optional<std::vector<double>> residuals = ValuesAt(data.X);
+  SolveForm unattended;
+  return GenerateResiduals(data, unattended, 1);
+}
+
+std::optional<std::vector<double>> ModelClass::GenerateResiduals(const SolveData& data, SolveForm& form, int threads) {
+  std::optional<std::vector<double>> residuals = ValuesAt(data.X, form, threads);
   if (residuals)
     for (std::size_t i = 0; i < data.N(); ++i) (*residuals)[i] = data.Y[i] - (*residuals)[i];
   return residuals;

@@ -6,6 +6,7 @@
 
 #include "core/Files.h"
 #include "core/NumberText.h"
+#include "engine/BlockTeam.h"
 #include "engine/DataFeatures.h"
 #include "engine/FitRun.h"
 #include "engine/LinearPart.h"
@@ -317,7 +318,8 @@ bool HarderFit::AcceptAsFound(const std::vector<double>& all) {
   if (determination.Variances.empty()) return false;
   for (int i = 1, j = 0; i <= model_.NumDependentVar(); ++i)
     if (!model_.IsHeld(i)) model_.SetCovariance(i, determination.Variances[static_cast<std::size_t>(j++)]);
-  if (!model_.GetGoodnessOfFit(data_, static_cast<int>(residuals.FreeCount()), form_)) return false;
+  BlockTeam team(model_, data_.N(), settings_.Threads);
+  if (!model_.GetGoodnessOfFit(data_, static_cast<int>(residuals.FreeCount()), form_, team)) return false;
   model_.SweepCount = 0;
   model_.ErrorInfo = true;
   model_.Ended = SearchEnd::Converged;

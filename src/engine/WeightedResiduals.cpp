@@ -61,26 +61,25 @@ void WeightedResiduals::Put(std::span<const double> a) {
   for (std::size_t j = 0; j < free_.size(); ++j) model_.SetValue(free_[j], a[j]);
 }
 
-bool WeightedResiduals::Fitted(std::span<const double> a, std::vector<double>& f) {
-  Put(a);
-  f.resize(PointCount());
+// Of what is computed each number has a place of its own already.
+bool WeightedResiduals::OverAllBlocks(const std::function<bool(std::size_t, std::size_t, std::size_t)>& compute) {
   const auto goOn = [&] {
     if (!form_.Aborted) form_.Pulse();
     return !form_.Aborted;
   };
-  const auto compute = [&](std::size_t member, std::size_t block, std::size_t) {
-    ModelClass& model = team_->Model(member);
-    const std::size_t first = block * kBlock, end = std::min(first + kBlock, f.size());
-    if (model.EvaluateBlock(data_.X, first, end - first, &f[first])) return true;
-    std::array<double, kMostIndependentVariables> x{};
-    for (std::size_t i = first; i < end; ++i)
-      if (!model.Evaluate(data_.Point(i, x), f[i])) return false;
-    return true;
-  };
-  // Each value has a place of its own already.
   team_->ShareCoefficients();
-  if (team_->Run(team_->Slots(1), goOn, compute, [](std::size_t, std::size_t) { return true; }) * kBlock < f.size())
-    return false;
+  const auto take = [](std::size_t, std::size_t) { return true; };
+  return team_->Run(team_->Slots(1), goOn, compute, take) * kBlock >= PointCount();
+}
+
+bool WeightedResiduals::Fitted(std::span<const double> a, std::vector<double>& f) {
+  Put(a);
+  f.resize(PointCount());
+  const auto compute = [&](std::size_t member, std::size_t block, std::size_t) {
+    const std::size_t first = block * kBlock;
+    return team_->Model(member).ValuesOf(data_.X, first, std::min(kBlock, f.size() - first), &f[first]);
+  };
+  if (!OverAllBlocks(compute)) return false;
   for (std::size_t i = 0; i < f.size(); ++i) f[i] *= root_[i];
   return AllFinite(f);
 }
@@ -107,26 +106,32 @@ bool WeightedResiduals::Derivatives(std::span<const double> a, ColumnMatrix& J) 
 
 bool WeightedResiduals::ClosedForms(ColumnMatrix& J) {
   if (model_.UserType) return false;
-  std::vector<std::vector<double>> dyda(static_cast<std::size_t>(model_.NumDependentVar()),
-                                        std::vector<double>(kBlock));
-  std::vector<double*> columns;
-  for (std::vector<double>& column : dyda) columns.push_back(column.data());
-  std::vector<const double*> slopes(dyda.size());
-  std::array<double, kBlock> y;
-  for (std::size_t first = 0; first < PointCount(); first += kBlock) {
-    form_.Pulse();
-    if (form_.Aborted) return false;
-    const std::size_t n = std::min(kBlock, PointCount() - first);
-    if (!model_.DifferentiateBlock(data_, first, n, DerivativeKind::Richardson, y.data(), columns.data(),
-                                   slopes.data()))
+  struct Block {
+    std::array<double, kBlock> y;
+    std::vector<std::array<double, kBlock>> dyda;
+    std::vector<double*> columns;
+    std::vector<const double*> slopes;
+  };
+  std::vector<Block> blocks(team_->Size());
+  for (Block& own : blocks) {
+    own.dyda.resize(static_cast<std::size_t>(model_.NumDependentVar()));
+    for (std::array<double, kBlock>& column : own.dyda) own.columns.push_back(column.data());
+    own.slopes.resize(own.dyda.size());
+  }
+  const auto compute = [&](std::size_t member, std::size_t block, std::size_t) {
+    Block& own = blocks[member];
+    const std::size_t first = block * kBlock, n = std::min(kBlock, PointCount() - first);
+    if (!team_->Model(member).DifferentiateBlock(data_, first, n, DerivativeKind::Richardson, own.y.data(),
+                                                 own.columns.data(), own.slopes.data()))
       return false;
     for (std::size_t j = 0; j < FreeCount(); ++j) {
-      const double* const column = slopes[static_cast<std::size_t>(free_[j] - 1)];
+      const double* const column = own.slopes[static_cast<std::size_t>(free_[j] - 1)];
       for (std::size_t i = 0; i < n; ++i) J(first + i, j) = column[i] * root_[first + i];
       if (!AllFinite(std::span(J.Column(j) + first, n))) return false;
     }
-  }
-  return true;
+    return true;
+  };
+  return OverAllBlocks(compute);
 }
 
 // Widens or narrows the step until the change of the fit can be told from rounding and is still small.

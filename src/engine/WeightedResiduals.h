@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -50,6 +51,7 @@ class WeightedResiduals {
   void ForgetScales() { change_.assign(change_.size(), 0.0); }
 
  private:
+  bool OverAllBlocks(const std::function<bool(std::size_t member, std::size_t block, std::size_t slot)>& compute);
   bool ClosedForms(ColumnMatrix& J);
   bool Difference(std::size_t j, std::vector<double>& a, double size, double* column);
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <iterator>
 
 #include "core/NumberText.h"
 #include "diagnosis/CrossValidation.h"
@@ -15,6 +17,7 @@ namespace {
 
 struct AbortAt : SolveForm {
   explicit AbortAt(int pulse) : left(pulse) {}
+  void Yield() override { Pulse(); }
   void Pulse() override { Aborted = Aborted || --left <= 0; }
   int left;
 };
@@ -212,6 +215,86 @@ TEST(CrossValidate, LeavesModelsAloneOtherwise) {
   std::string log;
   ASSERT_TRUE(model.Fit(kPuromycin, Settings(), log, form));
   EXPECT_TRUE(std::isnan(model.LeaveOneOut) && std::isnan(model.CrossValidated));  // of the fit before
+}
+
+// Models of several kinds, one of them robust, to so many points.
+ModelCollection Solved(const SolveData& data) {
+  ModelCollection models;
+  const auto add = [&](const char* formula, const char* start,
+                       const std::function<void(ModelClass&, Settings&)>& adjust) {
+    ModelClass& model = *models.Add(formula, CompileModel(formula, {formula}, 1, LocaleText()));
+    Settings settings;
+    settings.DerivativeMethod = DerivativeKind::Central;
+    adjust(model, settings);
+    model.CoefficientValues = Numbers(start);
+    model.SpecifyICComplete = true;
+    for (std::size_t i = 0; i < model.ICRanges.size(); ++i)
+      model.ICRanges[i] = {model.CoefficientValues[i], model.CoefficientValues[i], 1};
+    std::string log;
+    SolveForm form;
+    EXPECT_TRUE(model.Fit(data, settings, log, form)) << log;
+  };
+  add("a*exp(-b*x)+c", "5 1 1", [](ModelClass&, Settings&) {});
+  add("a+b*x", "5 -1", [](ModelClass&, Settings& settings) { settings.Loss = LossKind::Huber; });
+  add("a*exp(-b*x)", "5 1", [](ModelClass& model, Settings&) {
+    model.SetDerivative(1, "exp(-b*x)");
+    model.SetDerivative(2, "-a*x*exp(-b*x)");
+  });
+  add("a/(1+b*x)+0*rnd(1)", "5 1", [](ModelClass&, Settings&) {});
+  return models;
+}
+
+TEST(ParallelCrossValidation, HasTheSameBitsByAnyNumberOfThreads) {
+  for (const std::size_t points : {200u, 22'000u}) {
+    std::vector<double> x(points), y(points);
+    for (std::size_t i = 0; i < points; ++i) {
+      x[i] = 4 * static_cast<double>(i + 1) / static_cast<double>(points);
+      y[i] = 6 * std::exp(-x[i]) + 0.5 + std::sin(977 * x[i]) * std::cos(31 * x[i]) * (i % 7 == 0 ? 1 : 0.1);
+    }
+    const SolveData data = Points({x}, y);
+    std::vector<double> alone;
+    for (const int threads : {1, 2, 3, 16}) {
+      const ModelCollection models = Solved(data);
+      Settings settings;
+      settings.Threads = threads;
+      settings.DerivativeMethod = DerivativeKind::Central;
+      SolveForm form;
+      ASSERT_TRUE(CrossValidate(models, data, 4, 1, settings, form));
+      std::vector<double> found;
+      for (const auto& model : models) {
+        found.insert(found.end(), {model->LeaveOneOut, model->CrossValidated, static_cast<double>(model->FailedParts)});
+        const auto geometry = FitGeometry::At(*model, data, DerivativeKind::Richardson, form, threads);
+        ASSERT_TRUE(geometry);
+        found.insert(found.end(), {geometry->RelativeOffset(), geometry->R()(0, 0), geometry->ReciprocalCondition()});
+        EXPECT_GT(model->CrossValidated, 0.1);
+        EXPECT_LT(model->LeaveOneOut, 2);
+      }
+      if (threads == 1) alone = found;
+      EXPECT_EQ(found, alone) << threads << ' ' << points;
+    }
+  }
+}
+
+// Aborts when the first error is there.
+TEST(ParallelCrossValidation, LeavesWhatIsFinishedAtAnAbort) {
+  struct Watching : SolveForm {
+    const ModelCollection* Models = nullptr;
+    void Yield() override { Aborted = Aborted || !std::isnan((*Models->begin())->CrossValidated); }
+  };
+  std::vector<double> x(3000), y(3000);
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    x[i] = 0.001 * static_cast<double>(i + 1);
+    y[i] = 6 * std::exp(-x[i]) + 0.5 + 0.1 * std::sin(977 * x[i]);
+  }
+  const SolveData data = Points({x}, y);
+  const ModelCollection models = Solved(data);
+  Watching form;
+  form.Models = &models;
+  Settings settings;
+  settings.Threads = 2;
+  EXPECT_FALSE(CrossValidate(models, data, 300, 1, settings, form));
+  EXPECT_FALSE(std::isnan((*models.begin())->CrossValidated));
+  EXPECT_TRUE(std::isnan((*std::prev(models.end()))->CrossValidated));
 }
 
 }  // namespace
