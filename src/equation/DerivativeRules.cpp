@@ -135,6 +135,17 @@ double FDistSlope(double v1, double v2, double f) {
   return -(BetaDensity(v2 / 2, v1 / 2, {x, ratio / (1 + ratio)}) * x) * x * (v1 / v2);
 }
 
+// The same by the degrees of freedom.
+double FDistByUpper(double v1, double v2, double f) {
+  const double ratio = v1 / v2 * f;
+  return -BetaByFreedom(v1 / 2, v2 / 2, {ratio / (1 + ratio), 1 / (1 + ratio)});
+}
+
+double FDistByLower(double v1, double v2, double f) {
+  const double ratio = v1 / v2 * f;
+  return BetaByFreedom(v2 / 2, v1 / 2, {1 / (1 + ratio), ratio / (1 + ratio)});
+}
+
 // ---- The table
 
 // The derivatives of a function by its arguments.
@@ -204,7 +215,7 @@ constexpr Rules kRules[] = {
     {/* poisson */ 51, {At<[](A a) { return -GammaByParameter(a[0], a[1]); }>,
                         At<[](A a) { return -GammaDensity(a[0], a[1]); }>}},
     {/* student */ 52, {At<[](A a) { return a[0] < 0 ? -StudentDensity(a[0], a[1]) : StudentDensity(a[0], a[1]); }>,
-                        kNone}},
+                        At<[](A a) { return StudentByFreedom(a[0], a[1]); }>}},
     {/* chi2 */ 53, {At<[](A a) { return GammaDensity(a[1] / 2, a[0] / 2) / 2; }>,
                      At<[](A a) { return GammaByParameter(a[1] / 2, a[0] / 2) / 2; }>}},
     {/* chi2c */ 54, {At<[](A a) { return -GammaDensity(a[1] / 2, a[0] / 2) / 2; }>,
@@ -239,7 +250,9 @@ constexpr Rules kRules[] = {
     {/* ibeta */ 76, {At<[](A a) { return BetaByParameter(a[0], a[1], {a[2], 1 - a[2]}); }>,
                       At<[](A a) { return BetaByOther(a[0], a[1], a[2]); }>,
                       At<[](A a) { return BetaDensity(a[0], a[1], {a[2], 1 - a[2]}); }>}},
-    {/* fdist */ 77, {kNone, kNone, At<[](A a) { return FDistSlope(a[0], a[1], a[2]); }>}},
+    {/* fdist */ 77, {At<[](A a) { return FDistByUpper(a[0], a[1], a[2]); }>,
+                     At<[](A a) { return FDistByLower(a[0], a[1], a[2]); }>,
+                     At<[](A a) { return FDistSlope(a[0], a[1], a[2]); }>}},
     {/* j0 */ 78, {At<[](A a) { return WholeOrderSlope(Kind::J, 0, a[0]); }>}},
     {/* j1 */ 79, {At<[](A a) { return WholeOrderSlope(Kind::J, 1, a[0]); }>}},
     {/* y0 */ 80, {At<[](A a) { return WholeOrderSlope(Kind::Y, 0, a[0]); }>}},

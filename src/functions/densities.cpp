@@ -50,6 +50,24 @@ double ParameterSeries(double a, double b, double x, double digamma) {
   return sum;
 }
 
+// The integral of the beta distribution's density times a weight over t = x exp(-s) below x, with `near` and `far` for
+// a and b and `ratio` for x/y, or over 1 - t = y exp(-s) above it, with all of these turned, in units of x or y times
+// the density at x. With w = 1 - exp(-s) the logarithm is a ln(1 - w) + (b - 1) ln(1 + w x/y), less its value at w = 0.
+// From kFar on w is 1, the weight rises as `rise` tells, and the rest is a closed form.
+template <class Weight>
+double BetaSide(double near, double far, double ratio, double rise, Weight weight) {
+  constexpr double kFar = 38;
+  const double width = 1 / Sqr(near);
+  const auto logarithm = [=](double s) {
+    const double w = -ExpMinusOne(-s);
+    const double less = w < 0.5 ? LessLnOnePlus(-w) : s - w;
+    return w * ((far - 1) * ratio - near) - near * less - (far - 1) * LessLnOnePlus(w * ratio) +
+           Ln(weight(s, w) / width);
+  };
+  const double rest = Exp(logarithm(kFar)) * (1 + rise / near / weight(kFar, 1)) / near;
+  return width * (TailIntegral(logarithm, width, kFar) + rest);
+}
+
 // ln(x) - psi(a), without cancellation for a large a with x near it.
 double LnLessDigamma(double a, double x) {
   if (a < kStirling) return Ln(x) - Digamma(a);
@@ -112,23 +130,37 @@ double BetaByParameter(double a, double b, Parts parts) {
   }
   // less the mean of the logarithm
   const double lean = lnX + DigammaRise(a, b);
-  // The integrals over t = x exp(-s) below x and 1 - t = y exp(-s) above it, in units of the density at x. With w = 1 -
-  // exp(-s) the logarithm is a ln(1 - w) + (b - 1) ln(1 + w x/y), or the same with a and b, x and y turned, less its
-  // value at w = 0. From kFar on w is 1, the weight rises as `rise` tells, and the rest is a closed form.
-  const auto side = [](double near, double far, double ratio, double rise, auto weight) {
-    constexpr double kFar = 38;
-    const double width = 1 / Sqr(near);
-    const auto logarithm = [=](double s) {
-      const double w = -ExpMinusOne(-s);
-      const double less = w < 0.5 ? LessLnOnePlus(-w) : s - w;
-      return w * ((far - 1) * ratio - near) - near * less - (far - 1) * LessLnOnePlus(w * ratio) +
-             Ln(weight(s, w) / width);
+  if (lean < 0) return -density * x * BetaSide(a, b, x / y, 1, [=](double s, double) { return s - lean; });
+  return -density * y * BetaSide(b, a, y / x, 0, [=](double, double w) { return lean + LnOnePlus(w * (y / x)); });
+}
+
+double BetaByFreedom(double a, double b, Parts parts) {
+  const auto [x, y] = parts;
+  if (!(a > 0 && b > 0 && x >= 0 && y >= 0)) throw NumericFault();
+  if (x == 0 || y == 0) return 0;
+  const double density = BetaDensity(a, b, parts);
+  if (density == 0) return 0;
+  const double whole = DigammaRiseLessLn(a, b);
+  const double lean = (b * x - a * y) / a;  // r - 1 at x
+  const auto one = [](double, double) { return 1.0; };
+  if (lean < 0) {
+    const double lnR = lean > -0.5 ? LnOnePlus(lean) : Ln(x) + LnOnePlus(b / a), r = x * (1 + b / a);
+    const auto weight = [=](double s, double w) {
+      const double ln = lnR - s;
+      return (ln < -0.5 ? ExpMinusOne(ln) - ln : LessLnOnePlus(lean - w * r)) / whole;
     };
-    const double rest = Exp(logarithm(kFar)) * (1 + rise / near / weight(kFar, 1)) / near;
-    return width * (TailIntegral(logarithm, width, kFar) + rest);
-  };
-  if (lean < 0) return -density * x * side(a, b, x / y, 1, [=](double s, double) { return s - lean; });
-  return -density * y * side(b, a, y / x, 0, [=](double, double w) { return lean + LnOnePlus(w * (y / x)); });
+    return density * x * whole / 2 * (BetaSide(a, b, x / y, 0, one) - BetaSide(a, b, x / y, 1 / whole, weight));
+  }
+  const double rise = y * (1 + b / a);
+  const auto weight = [=](double, double w) { return LessLnOnePlus(lean + w * rise) / whole; };
+  return density * y * whole / 2 * (BetaSide(b, a, y / x, 0, weight) - BetaSide(b, a, y / x, 0, one));
+}
+
+double StudentByFreedom(double t, double v) {
+  constexpr double kLine = 1e-100;  // within it the derivative is a straight line, and t^2 may underflow
+  const double held = std::max(std::abs(t), kLine), ratio = held / v * held;
+  const double slope = -BetaByFreedom(v / 2, 0.5, {1 / (1 + ratio), ratio / (1 + ratio)});
+  return std::abs(t) < kLine ? slope * (std::abs(t) / kLine) : slope;
 }
 
 double StudentDensity(double t, double v) {

@@ -20,6 +20,22 @@ void RequirePositive(double x) {
   if (!(x > 0)) throw NumericFault();
 }
 
+// How much psi(x) - ln(x) rises from a to a + d, for a >= kAsymptotic: the series at both ends by its divided
+// difference. That is Horner's scheme for the value at one end and, along with it, for the quotient of the difference
+// by that of the two arguments u and v.
+double SeriesRise(double a, double d) {
+  const double b = a + d;
+  const double u = (1 / a) / a, v = (1 / b) / b;
+  double value = 0, quotient = 0;
+  for (std::size_t i = std::size(kSeries); i-- > 0;) {
+    const double here = value + kSeries[i];
+    quotient = quotient * v + here;
+    value = here * u;
+  }
+  const double reciprocals = d / b / a;  // 1/a - 1/b
+  return 0.5 * reciprocals - quotient * reciprocals * (1 / a + 1 / b);
+}
+
 }  // namespace
 
 double LnGamma(double x) {
@@ -49,18 +65,13 @@ double Digamma(double x) {
 double DigammaRise(double a, double d) {
   double rise = 0;
   for (; a < kAsymptotic; ++a) rise += d / (a + d) / a;
-  // The series at both ends by its divided difference: Horner's scheme for the value at one end and, along with it, for
-  // the quotient of the difference by that of the two arguments u and v.
-  const double b = a + d;
-  const double u = (1 / a) / a, v = (1 / b) / b;
-  double value = 0, quotient = 0;
-  for (std::size_t i = std::size(kSeries); i-- > 0;) {
-    const double here = value + kSeries[i];
-    quotient = quotient * v + here;
-    value = here * u;
-  }
-  const double reciprocals = d / b / a;  // 1/a - 1/b
-  return rise + (LnOnePlus(d / a) + 0.5 * reciprocals - quotient * reciprocals * (1 / a + 1 / b));
+  return rise + (LnOnePlus(d / a) + SeriesRise(a, d));
+}
+
+double DigammaRiseLessLn(double a, double d) {
+  double rise = 0;
+  for (; a < kAsymptotic; ++a) rise += LessLnOnePlus(1 / a) - LessLnOnePlus(1 / (a + d));
+  return rise + SeriesRise(a, d);
 }
 
 double LnBeta(double a, double b) {

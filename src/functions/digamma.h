@@ -20,6 +20,9 @@ double DigammaLessLn(double x);
 // psi(a + d) - psi(a) for a, d > 0, which loses no digits where d is small.
 double DigammaRise(double a, double d);
 
+// The same less ln(1 + d/a), which is about d/(2 a (a + d)).
+double DigammaRiseLessLn(double a, double d);
+
 // ln B(a, b) for a, b > 0 with an error of a few units in the last place of the larger of it and 1: betaln where both
 // are 10 or more.
 double LnBeta(double a, double b);

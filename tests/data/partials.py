@@ -244,6 +244,45 @@ def t_density(t, v):
             v * mp.pi)
 
 
+def by_freedom(a, b, c, v):
+    """d/dv of I_x(a, b), where x = c/(c + v) and v is twice b, by differences at digits to spare."""
+    with mp.workdps(400):
+        return mp.diff(lambda u: mp.betainc(a, u / 2, 0, c / (c + u), regularized=True), v)
+
+
+def t_by_freedom(t, v):
+    return by_freedom(mpf(0.5), v / 2, t * t, v)
+
+
+def f_by_upper(v1, v2, f):
+    return by_freedom(v2 / 2, v1 / 2, v2 / f, v1)
+
+
+def f_by_lower(v1, v2, f):
+    return -by_freedom(v1 / 2, v2 / 2, v1 * f, v2)
+
+
+def part_of_freedom(v, other, tail):
+    """What cancels near a zero: the tail times half the expected curvature of ln r - r."""
+    half = (v + other) / 2
+    return (mp.digamma(half) - mp.log(half) - mp.digamma(v / 2) + mp.log(v / 2)) / 2 * min(tail, 1 - tail)
+
+
+def f_tail(v1, v2, f):
+    return mp.betainc(v2 / 2, v1 / 2, 0, v2 / (v2 + v1 * f), regularized=True)
+
+
+def f_moderate():
+    v1, v2 = spread(1, 1000), spread(0.1, 1000)
+    return v1, v2, spread(1e-3, 1e3) if draw.random() < 0.5 else 1 + draw.uniform(-0.9, 3) / mp.sqrt(min(v1, v2) + 1)
+
+
+FREEDOM = [
+    ("student", 1, [moderate, over(0.1, 1e9)], t_by_freedom),
+    ("fdist", 0, f_moderate, f_by_upper, lambda v1, v2, f: part_of_freedom(v1, v2, f_tail(v1, v2, f))),
+    ("fdist", 1, f_moderate, f_by_lower, lambda v1, v2, f: part_of_freedom(v2, v1, f_tail(v1, v2, f))),
+]
+
 GAMMA_FAMILY = [
     ("erf", 0, [moderate], lambda x: 2 / mp.sqrt(mp.pi) * mp.exp(-x * x)),
     ("erfc", 0, [moderate], lambda x: -2 / mp.sqrt(mp.pi) * mp.exp(-x * x)),
@@ -374,3 +413,6 @@ if __name__ == "__main__":
     # The modulus is that of the neighbourhood, for l oscillations in (-1, 1).
     emit("legendre", 2, legendre_points, legendre_slope,
          lambda l, m, x: max(abs(legendre_slope(l, m, x)), max(1, l) * abs(legendre(l, m, x))))
+    draw = random.Random(2)
+    for row in FREEDOM:
+        emit(*row)
