@@ -46,7 +46,7 @@ TEST(ExactDerivatives, GiveWayToRichardsonsWhereThereAreNone) {
   std::string longModel = "a*x+b";
   for (int i = 0; i < 260; ++i) longModel += "+0*x";
   for (const std::string& text :
-       {std::string("a*jnu(b,x)"), std::string("a*student(x,b)"), std::string("a*exp(-b*x)+0*rnd(1)"), longModel}) {
+       {std::string("a*jnu(b,x)"), std::string("a*knu(b,x)"), std::string("a*exp(-b*x)+0*rnd(1)"), longModel}) {
     const SolveData data = Sampled([](double x) { return 2 * std::exp(-0.3 * x) + 0.4; });
     const Fitted numerical = Fit(text, {1, 1.5}, data, DerivativeKind::Richardson);
     Fitted exact = Fit(text, {1, 1.5}, data, DerivativeKind::Exact);
@@ -71,6 +71,8 @@ TEST(ExactDerivatives, LeadToTheSameAnswers) {
       {"a*exp(-b*x)+c", {1, 1, 0}, [](double x) { return 2 * std::exp(-0.3 * x) + 0.4; }},
       {"a*j0(b*x)+c", {1, 1, 0.1}, [](double x) { return 2 * std::cyl_bessel_j(0, 1.2 * x) + 0.4; }},
       {"a*igamma(b,x)", {1, 1}, [](double x) { return 2 - 2 * std::exp(-x) * (1 + x); }},
+      {"a*student(x,b)", {1, 3}, [](double x) { return 4 / 3.14159265358979 * std::atan(x); }},
+      {"a*fdist(b,c,x)", {1, 2, 3}, [](double x) { return 2 / std::pow(1 + x / 2, 2); }},
       {"a*erf((x-b)/c)", {1, 3, 1}, [](double x) { return 2 * std::erf((x - 4) / 1.5); }},
       {"a*airya(b-x)", {1, 0.1}, [](double x) { return std::sin(x) / 2; }},
       {"a*sin(b*x+c)*htan(d*x)", {1, 1, 0, 1}, [](double x) { return std::sin(x + 0.3) * std::tanh(x / 2); }},
