@@ -28,8 +28,10 @@ constexpr double kInflation = 1e4;
 // Where the last step has gained less than this part of the merit function, the next is likely to gain nothing.
 constexpr double kLittle = 1e-9;
 
-// Who is so many times worse than the best may be beyond what sums and derivatives can hold, which ends a search: that
-// is found out. Nearer trials are given up.
+// A trial that meets a fault, be it behind the block at which it was already worse, is not rejected: the fault ends the
+// search and is told with its point. Who is so many times worse than the best may be beyond what sums and derivatives
+// can hold, and is computed to its end to find that out. To give up such trials, too, saved no time that could be
+// measured, for they are few, and some fits that fail no longer did, or at another point. Nearer ones are given up.
 constexpr double kFarOff = 100;
 
 bool AllFinite(std::span<const double> values) {
