@@ -207,6 +207,11 @@ int ThreadCount(int wanted) {
   return count > 1 ? std::min(count, ThreadsWithRoom()) : count;
 }
 
+int ThreadsOfEach(int wanted, std::size_t things) {
+  const auto count = static_cast<std::size_t>(ThreadCount(wanted));
+  return static_cast<int>(std::max<std::size_t>(count / std::max<std::size_t>(things, 1), 1));
+}
+
 bool RunParallel(std::size_t count, int wanted, const std::function<void(std::size_t, std::stop_token)>& task,
                  const std::function<bool(std::size_t done)>& keepGoing) {
   if (count == 0) return true;

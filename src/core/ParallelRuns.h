@@ -11,6 +11,9 @@ namespace quorvex {
 // limited and has no room for their stacks and allocations.
 int ThreadCount(int wanted);
 
+// The same for each of several things that are side by side.
+int ThreadsOfEach(int wanted, std::size_t things);
+
 // How many threads have room in so much address space, at least 1: each takes its stack and a pool for its allocations,
 // of which the system reserves twice 64 MB, and half of all is for the data.
 int ThreadsWithin(double bytes);

@@ -77,11 +77,6 @@ bool IsFittedTo(ModelClass& model, const SolveData& data, SolveForm& form, int t
   return std::abs(error - known) <= kSameError * known + kRounding * size;
 }
 
-// For each of several things at once, of the threads that are wanted.
-int ThreadsOfEach(const Settings& settings, std::size_t count) {
-  return std::max(ThreadCount(settings.Threads) / static_cast<int>(std::max<std::size_t>(count, 1)), 1);
-}
-
 // The fits to what each part leaves, of one model after the other and side by side. `take` is told of each model, by
 // its number and in their order, on the calling thread. False where `form` is aborted.
 class FitsOfParts {
@@ -95,7 +90,7 @@ class FitsOfParts {
         form_(form),
         found_(models.size()) {
     settings_.TryHarder = false;
-    settings_.Threads = ThreadsOfEach(settings, dealt_.size() * models.size());
+    settings_.Threads = ThreadsOfEach(settings.Threads, dealt_.size() * models.size());
   }
 
   bool Run(int threads, const std::function<void(std::size_t, PartsError)>& take) {
@@ -202,7 +197,7 @@ bool CrossValidate(const ModelCollection& models, const SolveData& data, int par
   for (const auto& model : models)
     if (model->Solved && (std::isnan(model->LeaveOneOut) || wantsParts(*model))) asked.push_back(model.get());
   std::vector<char> isFitted(asked.size());
-  const int each = ThreadsOfEach(settings, asked.size());
+  const int each = ThreadsOfEach(settings.Threads, asked.size());
   const auto leaveOneOut = [&](std::size_t i, SolveForm& own) {
     ModelClass& model = *asked[i];
     isFitted[i] = IsFittedTo(model, data, own, each);

@@ -4,11 +4,13 @@
 #include <array>
 
 #include "core/NumericFault.h"
+#include "core/ParallelRuns.h"
 #include "diagnosis/Bootstrap.h"
 #include "diagnosis/ChiSquare.h"
 #include "diagnosis/CrossValidation.h"
 #include "diagnosis/DerivedQuantity.h"
 #include "diagnosis/FitGeometry.h"
+#include "diagnosis/TaskForm.h"
 #include "engine/RankModels.h"
 #include "engine/RobustFit.h"
 #include "functions/InverseTDistribution.h"
@@ -176,19 +178,34 @@ std::vector<Diagnosis> Diagnose(const ModelCollection& models, const SolveData& 
   if (!CrossValidate(models, data, choices.CrossValidation, choices.Seed, settings, form)) return {};
   const std::vector<ModelClass*> ranked = RankModels(models, sortIndex);
   const std::vector<Ranking> rankings = RankingOf(ranked);
-  std::vector<Diagnosis> diagnoses;
-  for (std::size_t i = 0; i < ranked.size(); ++i) {
-    diagnoses.push_back(ModelDiagnosis(*ranked[i], data, settings, form, locale).Make(choices, warnings));
-    diagnoses.back().Rank = rankings[i];
-    if (form.Aborted) return {};
+  std::vector<ModelClass*> told = ranked;
+  for (const auto& model : models)
+    if (!model->Solved && (model->Solve || !model->Failure.empty())) told.push_back(model.get());
+  std::vector<Diagnosis> diagnoses(told.size());
+  std::vector<std::vector<std::string>> warningsOf(told.size());
+  const auto diagnose = [&](std::size_t i, const Settings& own, SolveForm& ownForm) {
+    if (i < ranked.size()) {
+      diagnoses[i] = ModelDiagnosis(*told[i], data, own, ownForm, locale).Make(choices, warningsOf[i]);
+      diagnoses[i].Rank = rankings[i];
+    } else {
+      diagnoses[i].Id = told[i]->id;
+      diagnoses[i].Judgement = Judge(*told[i], data, std::nullopt, own, ownForm, locale);
+    }
+  };
+  if (choices.ProfileLimits || choices.Bootstrap > 0) {
+    // These are side by side in themselves, and show how far they are.
+    for (std::size_t i = 0; i < told.size(); ++i) {
+      diagnose(i, settings, form);
+      if (form.Aborted) return {};
+    }
+  } else {
+    Settings each = settings;
+    each.Threads = ThreadsOfEach(settings.Threads, told.size());
+    if (!RunTasks(told.size(), settings.Threads, form, "Diagnosis: model",
+                  [&](std::size_t i, SolveForm& own) { diagnose(i, each, own); }))
+      return {};
   }
-  for (const auto& model : models) {
-    if (model->Solved || (!model->Solve && model->Failure.empty())) continue;
-    Diagnosis& failed = diagnoses.emplace_back();
-    failed.Id = model->id;
-    failed.Judgement = Judge(*model, data, std::nullopt, settings, form, locale);
-    if (form.Aborted) return {};
-  }
+  for (const std::vector<std::string>& of : warningsOf) warnings.insert(warnings.end(), of.begin(), of.end());
   const auto isRobust = [](const ModelClass* model) { return model->Loss != LossKind::Squares; };
   if (choices.ProfileLimits && std::ranges::any_of(ranked, isRobust))
     warnings.emplace_back("Profile limits are for least squares alone: with another loss there are none.");

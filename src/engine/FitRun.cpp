@@ -298,7 +298,7 @@ bool FitRun::SweepSideBySide(const std::vector<std::vector<double>>& sets,
   const std::unique_ptr<const ModelClass> start = model_.CopyTo();
   const bool byTypedDerivatives = model_.typed_ != nullptr;
   Settings each = settings_;
-  each.Threads = std::max(1, ThreadCount(settings_.Threads) / static_cast<int>(std::min(sets.size(), kAhead)));
+  each.Threads = ThreadsOfEach(settings_.Threads, std::min(sets.size(), kAhead));
   SideWishes wishes(form_);
   std::vector<std::unique_ptr<SetOfTwin>> twins(sets.size());
   std::size_t taken = 0;

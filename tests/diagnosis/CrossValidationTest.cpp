@@ -7,6 +7,7 @@
 
 #include "core/NumberText.h"
 #include "diagnosis/CrossValidation.h"
+#include "diagnosis/Diagnosis.h"
 #include "diagnosis/Samples.h"
 #include "engine/InformationCriteria.h"
 #include "engine/LoadModelCatalog.h"
@@ -253,6 +254,7 @@ TEST(ParallelCrossValidation, HasTheSameBitsByAnyNumberOfThreads) {
     }
     const SolveData data = Points({x}, y);
     std::vector<double> alone;
+    std::vector<std::string> saidAlone;
     for (const int threads : {1, 2, 3, 16}) {
       const ModelCollection models = Solved(data);
       Settings settings;
@@ -269,6 +271,17 @@ TEST(ParallelCrossValidation, HasTheSameBitsByAnyNumberOfThreads) {
         EXPECT_GT(model->CrossValidated, 0.1);
         EXPECT_LT(model->LeaveOneOut, 2);
       }
+      std::vector<std::string> said;
+      for (const Diagnosis& diagnosis : Diagnose(models, data, {}, 1, settings, form, said, LocaleText())) {
+        said.push_back(diagnosis.Id);
+        said.insert(said.end(), diagnosis.Judgement.Reasons.begin(), diagnosis.Judgement.Reasons.end());
+        said.insert(said.end(), diagnosis.Judgement.Notes.begin(), diagnosis.Judgement.Notes.end());
+        for (const CoefficientDiagnosis& c : diagnosis.Coefficients)
+          found.insert(found.end(), {c.Value, c.StdErr, c.Symmetric[1].Upper});
+      }
+      EXPECT_GE(said.size(), models.size());
+      if (threads == 1) saidAlone = said;
+      EXPECT_EQ(said, saidAlone) << threads << ' ' << points;
       if (threads == 1) alone = found;
       EXPECT_EQ(found, alone) << threads << ' ' << points;
     }
