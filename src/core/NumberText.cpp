@@ -122,21 +122,6 @@ std::string ExponentText(int exponent, const NumberPattern& pattern) {
   return pattern.ExponentMark + std::string(exponent < 0 ? "-" : pattern.ExponentPlus ? "+" : "") + digits;
 }
 
-// Whether a number that the range of a double cannot hold, `text` without its sign, is too small for it rather than too
-// large: the place of its first digit that is not 0, with the exponent, decides.
-bool IsBelowRange(std::string_view text) {
-  const std::size_t mark = std::min(text.find_first_of("eE"), text.size());
-  const std::string_view digits = text.substr(0, mark);
-  const auto point = static_cast<long long>(std::min(digits.find('.'), digits.size()));
-  const auto first = static_cast<long long>(digits.find_first_of("123456789"));
-  std::string_view exponentText = text.substr(std::min(mark + 1, text.size()));
-  if (exponentText.starts_with('+')) exponentText.remove_prefix(1);
-  long long exponent = 0;
-  const auto [end, error] = std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
-  if (error == std::errc::result_out_of_range) return exponentText.starts_with('-');
-  return point - first + exponent < 0;
-}
-
 template <typename Integer>
 Integer RoundTo(double value) {
   const double rounded = std::nearbyint(value);  // the rounding mode is never changed: ties to even
@@ -194,23 +179,6 @@ std::string FormatNumber(double value, std::string_view pattern, int generalDigi
   std::string text(parsed.Prefix);
   if (value < 0 && !isZero) text.insert(0, "-");
   return text.append(number).append(parsed.Suffix);
-}
-
-std::size_t LeadingNumber(std::string_view text, double& value) {
-  const char* const last = text.data() + text.size();
-  const char* first = text.data();
-  const bool plus = first != last && *first == '+';  // std::from_chars takes a minus sign only
-  if (plus) ++first;
-  // Digits must follow a sign, which also keeps out "inf" and "nan".
-  const char* digits = first;
-  if (!plus && digits != last && *digits == '-') ++digits;
-  if (digits == last || !(IsDigit(*digits) || *digits == '.')) return 0;
-  const auto [end, error] = std::from_chars(first, last, value);
-  if (error == std::errc::result_out_of_range && IsBelowRange({digits, static_cast<std::size_t>(end - digits)})) {
-    value = digits == first ? 0.0 : -0.0;
-    return static_cast<std::size_t>(end - text.data());
-  }
-  return error == std::errc() ? static_cast<std::size_t>(end - text.data()) : 0;
 }
 
 std::optional<double> NumericText(std::string_view text, char decimalSeparator) {

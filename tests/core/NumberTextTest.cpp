@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "core/NumberText.h"
@@ -152,6 +155,59 @@ TEST(LeadingNumber, StopsAtTheFirstCharacterThatDoesNotBelong) {
     double value = -1;
     EXPECT_EQ(LeadingNumber(c.text, value), c.length) << c.text;
     EXPECT_EQ(value, c.value) << c.text;
+  }
+}
+
+// In the middle of a long text numbers are read another way than at its end.
+TEST(LeadingNumber, ReadsTheNearestDoubleInALongText) {
+  std::vector<std::string> texts = {"0",
+                                    "00012",
+                                    "0.0",
+                                    "5.",
+                                    "5.e3",
+                                    "1e",
+                                    "1e+",
+                                    "1E5",
+                                    "1e-5",
+                                    "1e00005",
+                                    "1e400",
+                                    "1e-400",
+                                    "0e400",
+                                    "4e-55",
+                                    "1234567890123456789",
+                                    "12345678901234567890",
+                                    "9999999999999999999.9999999999999999",
+                                    "0.00012345678901234567",
+                                    "9007199254740993",  // in the middle of two doubles
+                                    "9007199254740993.0",
+                                    "9007199254740993.0000001",
+                                    "9007199254740992.9999999",
+                                    "0.500000000000000166533453693773",
+                                    "1." + std::string(70, '0') + "1",
+                                    std::string(70, '9'),
+                                    "1e" + std::string(70, '0') + "1",
+                                    "1.5.2",
+                                    "1-2",
+                                    "1e2e3"};
+  std::mt19937_64 random(23);
+  for (int i = 0; i < 20000; ++i) {
+    const int place = static_cast<int>(random() % 360) - 240;
+    const double value = std::ldexp(static_cast<double>(random() >> 11 | 1ULL << 52), place);
+    char text[64];
+    // What the value prints as, and the middle between it and the next one.
+    const bool isMiddle = i % 2 == 0;
+    const long double shown = isMiddle ? value + std::ldexp(1.0L, place - 1) : static_cast<long double>(value);
+    std::snprintf(text, sizeof text, i % 3 == 0 ? "%.*Le" : "%.*Lg", static_cast<int>(random() % 4) + 15, shown);
+    texts.emplace_back(text);
+  }
+  const std::string behind = "\t" + std::string(80, '7');
+  for (const std::string& text : texts) {
+    for (const char* const sign : {"", "-"}) {
+      double expected = -1, value = -1;
+      const std::size_t length = LeadingNumber(sign + text, expected);
+      EXPECT_EQ(LeadingNumber(sign + text + behind, value), length) << sign << text;
+      EXPECT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(expected)) << sign << text;
+    }
   }
 }
 
