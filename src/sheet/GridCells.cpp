@@ -95,6 +95,14 @@ void GridCells::SetNumber(std::size_t row, std::size_t col, double value) {
   SetCell(row, col, value);
 }
 
+void GridCells::AppendNumbers(std::size_t row, std::size_t col, std::span<const double> numbers) {
+  if (numbers.empty()) return;
+  if (col > columns_.size()) columns_.resize(col);
+  std::vector<double>& column = columns_[col - 1];
+  column.resize(row - 1, std::bit_cast<double>(kEmptyBits));
+  column.insert(column.end(), numbers.begin(), numbers.end());
+}
+
 void GridCells::ClearCell(std::size_t row, std::size_t col) {
   if (!IsEmpty(Cell(row, col))) SetCell(row, col, std::bit_cast<double>(kEmptyBits));
 }

@@ -56,6 +56,8 @@ class GridCells {
       SetNumber(row, col, value);
     }
   }
+  // Puts finite numbers below a column, from `row` on, which none of its cells reaches.
+  void AppendNumbers(std::size_t row, std::size_t col, std::span<const double> numbers);
   void ClearCell(std::size_t row, std::size_t col);
 
   // Makes room for `rows` rows in the columns there are.

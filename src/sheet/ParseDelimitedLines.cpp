@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,6 +40,7 @@ class LineParser {
     constexpr std::pair<int, char> kDelimiters[] = {
         {kTabDelimiter, '\t'}, {kCommaDelimiter, ','}, {kSpaceDelimiter, ' '}, {kSemicolonDelimiter, ';'}};
     for (const auto& [bit, character] : kDelimiters) Delimits(character) = (format.Delimiters & bit) != 0;
+    blanksPad_ = !Delimits(' ');
     replacePoint_ = !format.AllTexts && format.OverrideDecimal && format.DecimalSeparator != '.';
     pointNumbers_ = !format.AllTexts && (format.DecimalSeparator == '.' || replacePoint_);
   }
@@ -53,14 +55,16 @@ class LineParser {
     for (; line_ < format_.FirstLine && !AtEnd(); ++line_) SkipLine();
     const char* begin = at_;
     while (!IsFull() && !AtEnd()) {
-      ++lines_.Rows;
-      ParseLine(lines_.Rows, lines_.Cells);
+      ParseLine();
       if (lines_.Rows == kSample) {
         sampled_ += static_cast<std::size_t>(at_ - begin);
         begin = at_;
         MakeRoom(static_cast<std::size_t>(end_ - at_) + behind);
+        usualColumns_ = std::min(lines_.Cells.GridLastCol(), kMostUsualColumns);
+        usual_.resize(usualColumns_ * kUsualRows);
       }
     }
+    StoreUsual(lines_.Rows + 1, 0);
     sampled_ += static_cast<std::size_t>(at_ - begin);
   }
   // The same with a team, whose members take one part after the other.
@@ -71,6 +75,8 @@ class LineParser {
     team.Run([&](std::size_t) {
       for (std::size_t i = next++; i < parts.size(); i = next++) {
         LineParser parser(format_);
+        parser.usualColumns_ = usualColumns_;
+        parser.usual_.resize(usualColumns_ * kUsualRows);
         parser.isBeginning_ = false;
         parser.line_ = format_.FirstLine;
         parser.Take(parts[i], 0);
@@ -89,7 +95,7 @@ class LineParser {
   DelimitedLines TakeLines() { return std::move(lines_); }
 
  private:
-  static constexpr std::size_t kSample = 1000;
+  static constexpr std::size_t kSample = 1000, kUsualRows = 200, kMostUsualColumns = 32;
 
   bool AtEnd() const { return at_ == end_; }
 
@@ -101,16 +107,43 @@ class LineParser {
     if (rows * lines_.Cells.GridLastCol() <= sampled_ + bytesLeft) lines_.Cells.Reserve(rows);
   }
 
-  void ParseLine(std::size_t row, GridCells& cells) {
+  void ParseLine() {
+    const std::size_t row = ++lines_.Rows;
+    bool isUsual = true;
     const char* at = BehindBlanks(at_);
-    for (std::size_t col = 1; col <= format_.ColumnLimit; ++col) {
-      at = BehindBlanksAtLineEnd(ParseCell(at, row, col, cells));
+    std::size_t col = 1;
+    while (col <= format_.ColumnLimit) {
+      double value = 0;
+      const char* end = NumberCell(at, value);
+      if (isUsual && (end == nullptr || col > usualColumns_)) {
+        isUsual = false;
+        StoreUsual(row, col - 1);
+      }
+      if (end == nullptr)
+        end = ParseText(at, row, col);
+      else if (isUsual)
+        usual_[(col - 1) * kUsualRows + usualRows_] = value;
+      else
+        lines_.Cells.SetGridCellNumber(row, col, value);
+      ++col;
+      at = BehindBlanksAtLineEnd(end);
       if (EndsLine(at)) break;
       ++at;
       while (format_.IgnoreConsecutive && at != end_ && Delimits(*at)) ++at;
     }
     at_ = at;
     SkipLine();
+    if (!isUsual) return;
+    if (col <= usualColumns_) return StoreUsual(row, col - 1);
+    if (++usualRows_ == kUsualRows) StoreUsual(row + 1, 0);
+  }
+
+  // Puts the usual rows into the columns, with the first `count` cells of `row`, which is behind them.
+  void StoreUsual(std::size_t row, std::size_t count) {
+    for (std::size_t col = 0; col < usualColumns_; ++col)
+      lines_.Cells.AppendNumbers(row - usualRows_, col + 1,
+                                 std::span(usual_).subspan(col * kUsualRows, usualRows_ + (col < count ? 1 : 0)));
+    usualRows_ = 0;
   }
 
   void SkipLine() {
@@ -137,30 +170,30 @@ class LineParser {
     return EndsLine(blanksEnd_) ? blanksEnd_ : at;
   }
 
-  // Stores the cell that begins at `begin` and returns where it ends.
-  const char* ParseCell(const char* const begin, std::size_t row, std::size_t col, GridCells& cells) {
-    const bool blanksPad = !Delimits(' ');
-    const char* const first = blanksPad ? BehindBlanks(begin) : begin;
-    if (pointNumbers_) {
-      double value;
-      const std::size_t length = LeadingNumber({first, static_cast<std::size_t>(end_ - first)}, value);
-      const char* const end = blanksPad ? BehindBlanks(first + length) : first + length;
-      if (length > 0 && length <= kLongestCell && EndsCell(end)) {
-        if (std::string_view(first, length) != format_.MissingMarker) cells.SetGridCellNumber(row, col, value);
-        return end;
-      }
-    }
-    const char* end = format_.QuotesHold && first != end_ && *first == '"' ? BehindQuotes(first, blanksPad) : first;
+  // Where the cell that begins at `begin` ends, if it is a number as it stands; else null.
+  const char* NumberCell(const char* begin, double& value) {
+    if (!pointNumbers_) return nullptr;
+    if (blanksPad_) begin = BehindBlanks(begin);
+    const std::size_t length = LeadingNumber({begin, static_cast<std::size_t>(end_ - begin)}, value);
+    if (length == 0 || length > kLongestCell) return nullptr;
+    const char* const end = blanksPad_ ? BehindBlanks(begin + length) : begin + length;
+    return EndsCell(end) && std::string_view(begin, length) != format_.MissingMarker ? end : nullptr;
+  }
+
+  // Stores any other cell and returns where it ends.
+  const char* ParseText(const char* begin, std::size_t row, std::size_t col) {
+    if (blanksPad_) begin = BehindBlanks(begin);
+    const char* end = format_.QuotesHold && begin != end_ && *begin == '"' ? BehindQuotes(begin) : begin;
     while (!EndsCell(end)) ++end;
-    StoreText(Trim({first, static_cast<std::size_t>(end - first)}), row, col, cells);
+    StoreText(Trim({begin, static_cast<std::size_t>(end - begin)}), row, col);
     return end;
   }
 
   // Where a cell that begins with a quote ends, with blanks behind its last one; its beginning where no quote ends it.
-  const char* BehindQuotes(const char* const first, bool blanksPad) {
+  const char* BehindQuotes(const char* const first) {
     for (const char* at = first + 1; !EndsLine(at); ++at) {
       if (*at != '"') continue;
-      const char* const end = blanksPad ? BehindBlanks(at + 1) : at + 1;
+      const char* const end = blanksPad_ ? BehindBlanks(at + 1) : at + 1;
       if (EndsCell(end)) return end;
       if (end != at + 1 || *end != '"') return first;  // text behind a quote: none of them holds anything
       ++at;                                            // two are a quote of the text
@@ -169,7 +202,7 @@ class LineParser {
   }
 
   // Only cells that are no bare number come here, so a file without quotes pays nothing for those with them.
-  void StoreText(std::string_view bytes, std::size_t row, std::size_t col, GridCells& cells) const {
+  void StoreText(std::string_view bytes, std::size_t row, std::size_t col) {
     const std::string decoded = DecodeText(bytes);
     std::string_view cell = decoded;
     if (cell == format_.MissingMarker) return;
@@ -183,9 +216,9 @@ class LineParser {
     text = CutCellText(std::move(text));
     const auto value = format_.AllTexts ? std::nullopt : NumericText(text, format_.DecimalSeparator);
     if (value) {
-      cells.SetGridCellNumber(row, col, *value);
+      lines_.Cells.SetGridCellNumber(row, col, *value);
     } else {
-      cells.SetGridCellText(row, col, text);
+      lines_.Cells.SetGridCellText(row, col, text);
     }
   }
 
@@ -200,12 +233,18 @@ class LineParser {
   std::array<bool, 256> delimits_{};
   bool replacePoint_ = false;  // each "." stands for the locale's separator
   bool pointNumbers_ = false;  // so a number with "." is a number as it stands
+  bool blanksPad_ = false;     // blanks around a cell are none of it
   const char *at_ = nullptr, *end_ = nullptr, *blanksEnd_ = nullptr;
 
   DelimitedLines lines_;
   bool isBeginning_ = true;
   std::size_t line_ = 1;     // of the text, that comes next, up to the first that is read
   std::size_t sampled_ = 0;  // bytes of the lines that were read
+
+  // Rows of a number in each of the first columns, which is how most of a long file is: they go to the columns by many,
+  // and are kept here until then, column by column.
+  std::vector<double> usual_;
+  std::size_t usualColumns_ = 0, usualRows_ = 0;
 };
 
 }  // namespace

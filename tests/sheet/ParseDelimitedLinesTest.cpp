@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -239,6 +240,26 @@ TEST(ReadDelimitedLines, ReadsTheSameOnAnyNumberOfThreads) {
         for (const int threads : {2, 7})
           EXPECT_TRUE(Shown(InPieces(name, format, piece, threads)) == expected) << piece << ' ' << threads;
     }
+  }
+}
+
+// Behind its first thousand the rows of a long file are stored by many, up to one that is unlike them.
+TEST(ReadDelimitedLines, HasTheCellsOfEachLineInALongFile) {
+  const char* const kOdd[] = {"",       "1,2", "1,2,3,4",   "1,2,x,4", "word",     "1,NA,3",
+                              "7,8,NA", ",,",  " 1 , 2 ,3", "1,2,,",   "1e400,2,3"};
+  DelimitedFormat format;
+  format.Delimiters = kComma;
+  format.MissingMarker = "NA";
+  std::vector<std::string> lines(2000, "1.5,-2,3e5");
+  for (std::size_t i = 0; i < 90; ++i) lines[1000 + i * i / 9] = kOdd[i % std::size(kOdd)];
+  std::string text;
+  for (const std::string& line : lines) text += line + '\n';
+  const DelimitedLines all = ParseDelimitedLines(text, format);
+  ASSERT_EQ(all.Rows, lines.size());
+  for (std::size_t row = 1; row <= lines.size(); ++row) {
+    const DelimitedLines alone = ParseDelimitedLines(lines[row - 1] + '\n', format);
+    for (std::size_t col = 1; col <= 5; ++col)
+      ASSERT_EQ(all.Cells.GridCellText(row, col), alone.Cells.GridCellText(1, col)) << row << ' ' << lines[row - 1];
   }
 }
 
