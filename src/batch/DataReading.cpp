@@ -22,15 +22,20 @@ DataReading ReadingOf(Result<LoadedGrid> loaded) {
   return reading;
 }
 
-DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale) {
+DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale,
+                       const std::function<bool()>& keepGoing) {
   DataReading reading;
+  const auto goesOn = [&] { return !keepGoing || keepGoing(); };
   if (reading.Message = VariablesFault(setup); !reading.Message.empty()) return reading;
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
   if (!ArrangeData(cells, setup.ColumnOrder, variables, locale.ListSeparator)) return reading;
   NumberDates(cells, kIsoDates);
-  return ReadingOf(LoadGridData(
-      std::move(cells),
-      {.IndependentVariables = variables, .Weighted = setup.Weighted, .KeepUnsorted = KeepsUnsorted(setup)}));
+  if (!goesOn()) return reading;
+  Result<LoadedGrid> loaded = LoadGridData(std::move(cells), {.IndependentVariables = variables,
+                                                              .Weighted = setup.Weighted,
+                                                              .KeepUnsorted = KeepsUnsorted(setup),
+                                                              .KeepGoing = keepGoing});
+  return goesOn() ? ReadingOf(std::move(loaded)) : reading;
 }
 
 }  // namespace quorvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 #include "core/LocaleText.h"
@@ -25,7 +26,9 @@ struct DataReading {
 DataReading ReadingOf(Result<LoadedGrid> loaded);
 
 // The points in the cells of the macro's data source, missing ones already blanked: the columns are arranged as the
-// setup says, read, and weighted. Dates whose order is certain are the numbers of their days.
-DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale);
+// setup says, read, and weighted. Dates whose order is certain are the numbers of their days. `keepGoing`, where there
+// is one, is asked some times a second; false ends the reading without a message.
+DataReading ReadPoints(GridCells cells, const MacroSetup& setup, const LocaleText& locale,
+                       const std::function<bool()>& keepGoing = {});
 
 }  // namespace quorvex

@@ -51,7 +51,8 @@ void TakeDelimiters(std::string_view line, DelimitedFormat& format) {
 
 }  // namespace
 
-DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, int threads, std::size_t piece) {
+DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, int threads, std::size_t piece,
+                              const std::function<bool()>& keepGoing) {
   DataReading reading;
   const auto fail = [&](int error) {
     reading.ErrorNumber = error;
@@ -59,7 +60,7 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale,
     return std::move(reading);
   };
   threads = ThreadCount(threads);
-  FileLines file(piece * static_cast<std::size_t>(threads));
+  FileLines file(piece * static_cast<std::size_t>(threads), keepGoing);
   if (const int error = file.Open(setup.DataFile); error != 0) return fail(error);
 
   const auto variables = static_cast<std::size_t>(setup.IndependentVariables);
@@ -77,7 +78,7 @@ DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale,
     reading.Message = WhyNoData(file.IsEmpty(), format);
     return reading;
   }
-  return ReadPoints(std::move(lines.Cells), setup, locale);
+  return ReadPoints(std::move(lines.Cells), setup, locale, keepGoing);
 }
 
 SeriesReading ReadMacroSeries(const MacroSetup& setup, const LocaleText& locale) {

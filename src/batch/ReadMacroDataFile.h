@@ -11,9 +11,9 @@ namespace quorvex {
 
 // Reads `DataFile` as the setup says: its delimiters, first line, column order and marker of missing data. Pieces of
 // the file are in memory one at a time; neither their size nor the number of threads, as in ThreadCount, has an
-// influence on what is read.
+// influence on what is read. `keepGoing` is asked some times a second, and where it returns false the reading ends.
 DataReading ReadMacroDataFile(const MacroSetup& setup, const LocaleText& locale, int threads = 1,
-                              std::size_t piece = FileLines::kPiece);
+                              std::size_t piece = FileLines::kPiece, const std::function<bool()>& keepGoing = {});
 
 // What came of reading it as a series.
 struct SeriesReading {

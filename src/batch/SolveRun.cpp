@@ -36,6 +36,10 @@ class Solving {
   void Tell(const std::string& text) {
     if (setup_.UseDDE) site_.Form.DDEText(text);
   }
+  bool GoesOn() {
+    site_.Form.Yield();
+    return !site_.Form.Aborted;
+  }
   bool Fail(int status, std::string message) {
     end_ = {kRunFailed, status, std::move(message)};
     return false;
@@ -62,7 +66,8 @@ DataReading Solving::Read(std::size_t run) {
   Line(setup_.DataFile.empty() ? "Reading the input data file failed, DataFile not specified"
                                : "Reading the input data file '" + setup_.DataFile + "'");
   Tell("Reading data file '" + setup_.DataFile + "'");
-  return ReadMacroDataFile(setup_, site_.Locale, site_.Preferences.Threads);
+  return ReadMacroDataFile(setup_, site_.Locale, site_.Preferences.Threads, FileLines::kPiece,
+                           [this] { return GoesOn(); });
 }
 
 bool Solving::ReadData(std::size_t run) {
@@ -99,10 +104,8 @@ DataReading Solving::AskDatabase() {
     site_.Form.SetStatusLabel("Reading the database");
     site_.Form.Show(true);
   }
-  DataReading reading = ReadMacroDatabase(setup_, site_.Locale, DatabaseUse::From(site_.Preferences), [this] {
-    site_.Form.Yield();
-    return !site_.Form.Aborted;
-  });
+  DataReading reading =
+      ReadMacroDatabase(setup_, site_.Locale, DatabaseUse::From(site_.Preferences), [this] { return GoesOn(); });
   if (!reading.Ok) site_.Form.Show(false);
   return reading;
 }

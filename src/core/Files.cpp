@@ -1,6 +1,7 @@
 #include "core/Files.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -241,7 +242,8 @@ int InputFile::Open(const std::string& name) {
   Close();
   told_ = read_ = 0;
   int error = 0;
-  descriptor_ = OpenDescriptor(ResolvePath(name), O_RDONLY, error);
+  // A pipe that nobody writes to yet would be waited for where nobody is asked.
+  descriptor_ = OpenDescriptor(ResolvePath(name), O_RDONLY | (KeepGoing ? O_NONBLOCK : 0), error);
   if (descriptor_ < 0) return error;
   struct stat info;
   if (fstat(descriptor_, &info) != 0) return FileErrorNumber(errno);
@@ -263,16 +265,27 @@ int InputFile::Read(char* to, std::size_t size, std::size_t& count) {
   count = 0;
   if (told_ > 0) size = std::min(size, told_ - read_);
   while (count < size) {
-    const ssize_t got = read(descriptor_, to + count, size - count);
+    if (KeepGoing && !MayGoOn()) return FileErrorNumber(ECANCELED);
+    constexpr std::size_t kAtOnce = 1 << 24;
+    const ssize_t got = read(descriptor_, to + count, std::min(size - count, kAtOnce));
     if (got == 0) return told_ > 0 ? ErrorOfEarlyEnd() : 0;
     if (got > 0) {
       count += static_cast<std::size_t>(got);
       read_ += static_cast<std::size_t>(got);
-    } else if (errno != EINTR) {
+    } else if (errno != EINTR && errno != EAGAIN) {
       return FileErrorNumber(errno);
     }
   }
   return 0;
+}
+
+bool InputFile::MayGoOn() const {
+  constexpr int kMilliseconds = 20;
+  pollfd ready{descriptor_, POLLIN, 0};
+  do
+    if (!KeepGoing()) return false;
+  while (told_ == 0 && poll(&ready, 1, kMilliseconds) == 0);
+  return true;
 }
 
 // Some files of the system's own are shorter than they tell; one that changed is not what it was.

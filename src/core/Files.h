@@ -7,11 +7,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/Result.h"
@@ -98,6 +100,9 @@ class InputFile {
   // Closes what was open before.
   int Open(const std::string& name);
   void Close();
+  // Where there is one, it is asked before each piece that is read, and again and again while one is waited for: false
+  // ends the reading with the number of ECANCELED. To be set before the file is opened.
+  std::function<bool()> KeepGoing;
   // The size of a regular file when it was opened; what is behind it is not read. 0 where none is told, as by a pipe.
   std::size_t ToldSize() const { return told_; }
   // Reads the next `size` bytes, fewer only at the end. Returns 0 or the file error's number: 62 for a file that was
@@ -106,6 +111,7 @@ class InputFile {
 
  private:
   int ErrorOfEarlyEnd() const;
+  bool MayGoOn() const;
 
   int descriptor_ = -1;
   std::size_t told_ = 0, read_ = 0;
@@ -152,8 +158,10 @@ class FileLines {
  public:
   // A piece stays in the processor's own memory until it is parsed.
   static constexpr std::size_t kPiece = 1 << 20;
-  // Pieces have some `piece` bytes, and more where a line has.
-  explicit FileLines(std::size_t piece = kPiece) : piece_(piece) {}
+  // Pieces have some `piece` bytes, and more where a line has. `keepGoing` is InputFile's.
+  explicit FileLines(std::size_t piece = kPiece, std::function<bool()> keepGoing = {}) : piece_(piece) {
+    file_.KeepGoing = std::move(keepGoing);
+  }
 
   int Open(const std::string& name);  // as InputFile does
   // The lines that follow, valid until the next call; none at the end. Returns 0 or the file error's number.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numeric>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,21 +27,50 @@ std::string WhyNoPoint(const GridCells& cells, const std::vector<std::vector<dou
   return "";
 }
 
-// Moves all points into ascending order of their only X.
-void SortByX(SolveData& data) {
+// After so many points somebody is asked whether to go on.
+constexpr std::size_t kStep = 1 << 18;
+
+// Moves all points into ascending order of their only X; those of equal X keep the order of the sheet. False where
+// `goesOn` said so on the way.
+bool SortByX(SolveData& data, const std::function<bool()>& goesOn) {
   const std::vector<double>& x = data.X[0];
-  if (std::is_sorted(x.begin(), x.end())) return;
-  std::vector<std::size_t> order(x.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  // Points of equal X keep the order of the sheet.
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return x[a] < x[b]; });
+  if (std::is_sorted(x.begin(), x.end())) return true;
+  struct Place {
+    double X;
+    std::size_t Point;
+  };
+  const std::size_t count = x.size();
+  std::vector<Place> order(count), merged(count);
+  for (std::size_t i = 0; i < count; ++i) order[i] = {x[i], i};
+  const auto isBefore = [](const Place& a, const Place& b) { return a.X < b.X; };
+  for (std::size_t i = 0; i < count; i += kStep) {
+    if (!goesOn()) return false;
+    const auto begin = order.begin() + static_cast<std::ptrdiff_t>(i);
+    std::stable_sort(begin, begin + static_cast<std::ptrdiff_t>(std::min(kStep, count - i)), isBefore);
+  }
+  for (std::size_t run = kStep; run < count; run *= 2, order.swap(merged)) {
+    std::size_t a = 0, b = 0, endOfA = 0, endOfB = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (i % kStep == 0 && !goesOn()) return false;
+      if (i == endOfB) {
+        a = i;
+        b = endOfA = std::min(a + run, count);
+        endOfB = std::min(b + run, count);
+      }
+      const bool takesB = b < endOfB && (a == endOfA || isBefore(order[b], order[a]));
+      merged[i] = order[takesB ? b++ : a++];
+    }
+  }
   const auto sort = [&](auto& column) {
     auto sorted = column;
-    std::transform(order.begin(), order.end(), sorted.begin(), [&](std::size_t i) { return column[i]; });
+    for (std::size_t i = 0; i < count; ++i) {
+      if (i % kStep == 0 && !goesOn()) return false;
+      sorted[i] = column[order[i].Point];
+    }
     column.swap(sorted);
+    return true;
   };
-  for (std::vector<double>* column : {&data.X[0], &data.Y, &data.SD}) sort(*column);
-  sort(data.Row);
+  return sort(data.X[0]) && sort(data.Y) && sort(data.SD) && sort(data.Row);
 }
 
 }  // namespace
@@ -53,6 +82,7 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
   for (std::size_t i = 0; i < columns.size(); ++i) columns[i] = cells.TakeColumn(i + 1, rows);
 
   LoadedGrid loaded;
+  const auto goesOn = [&] { return !options.KeepGoing || options.KeepGoing(); };
   // Rows kept so far; they move up over those that were skipped. Those before the first mark stay as they are.
   std::size_t points = rows;
   for (const auto& column : columns)
@@ -61,8 +91,12 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
   bool hasSD = options.Weighted && points > 0;
   SolveData& data = loaded.Points;
   ReserveLarge(data.Row, rows);
-  for (std::size_t row = 0; row < points; ++row) data.Row.push_back(cells.FirstLine + row);
+  for (std::size_t row = 0; row < points; ++row) {
+    if (row % kStep == 0 && !goesOn()) return Failure{""};
+    data.Row.push_back(cells.FirstLine + row);
+  }
   for (std::size_t row = points; row < rows; ++row) {
+    if (row % kStep == 0 && !goesOn()) return Failure{""};
     bool xMissing = false;
     for (std::size_t i = 0; i < variables; ++i) xMissing |= GridCells::IsEmpty(columns[i][row]);
     const bool yMissing = GridCells::IsEmpty(columns[yColumn][row]);
@@ -96,7 +130,7 @@ Result<LoadedGrid> LoadGridData(GridCells cells, const LoadOptions& options) {
   columns.resize(variables);
   data.X = std::move(columns);
   if (options.KeepUnsorted) loaded.Unsorted = data;
-  if (variables == 1) SortByX(data);
+  if (!goesOn() || (variables == 1 && !SortByX(data, goesOn))) return Failure{""};
   return loaded;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 
 #include "core/Result.h"
 #include "core/SolveData.h"
@@ -13,6 +14,8 @@ struct LoadOptions {
   bool Weighted = false;      // reads the standard deviations
   bool KeepUnsorted = false;  // also delivers the points in the order of the grid
   bool SkipTexts = false;     // a row with a text is left out, silently
+  // Asked some times a second where there is one; false ends the loading with a failure that says nothing.
+  std::function<bool()> KeepGoing = {};
 };
 
 struct LoadedGrid {

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
+#include <thread>
 
 #include "TemporaryFolder.h"
 #include "batch/ReadMacroDataFile.h"
@@ -51,6 +54,29 @@ TEST(ReadMacroDataFile, ReadsTheSameWhateverTheSizeOfThePieces) {
       EXPECT_EQ(reading.Data.Row, whole.Data.Row);
     }
   }
+}
+
+// Be it at any piece of a file, or where a pipe is waited for that nobody writes to.
+TEST(ReadMacroDataFile, EndsWhereItIsTold) {
+  const TemporaryFolder folder;
+  MacroSetup setup;
+  std::string text;
+  for (int i = 0; i < 100; ++i) text += "1\t2\n";
+  const std::string file = folder.Write("data.txt", text), pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const std::string& name : {file, pipe}) {
+    setup.DataFile = name;
+    for (int last = 0; last < 5; ++last) {
+      int asked = 0;
+      const DataReading reading = ReadMacroDataFile(setup, LocaleText(), 1, 100, [&] { return asked++ < last; });
+      EXPECT_FALSE(reading.Ok) << name << last;
+      EXPECT_EQ(reading.Data.N(), 0u);
+      EXPECT_EQ(asked, last + 1);
+    }
+  }
+  std::thread writer([&] { std::ofstream(pipe) << text << std::flush << text; });
+  EXPECT_EQ(ReadMacroDataFile(setup, LocaleText(), 1, 100, [] { return true; }).Data.N(), 200u);
+  writer.join();
 }
 
 TEST(ReadMacroDataFile, GivesNoPointsOfAFileThatFailsOnTheWay) {

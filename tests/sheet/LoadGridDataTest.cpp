@@ -71,17 +71,32 @@ TEST(LoadGridData, SortsByXAndKeepsTheOrderOfEqualOnes) {
 }
 
 // So many that no sort is stable by chance.
+// So many that they are sorted in several parts.
 TEST(LoadGridData, KeepsTheOrderOfManyEqualX) {
+  constexpr std::size_t kRows = 600'000;
   GridCells cells;
-  for (std::size_t row = 1; row <= 1000; ++row) {
+  for (std::size_t row = 1; row <= kRows; ++row) {
     cells.SetGridCellNumber(row, 1, static_cast<double>(row * 7 % 3));
     cells.SetGridCellNumber(row, 2, static_cast<double>(row));
   }
   const auto loaded = LoadGridData(cells, {});
   ASSERT_TRUE(loaded);
   const SolveData& data = loaded->Points;
-  for (std::size_t i = 1; i < 1000; ++i)
-    EXPECT_LT(std::pair(data.X[0][i - 1], data.Y[i - 1]), std::pair(data.X[0][i], data.Y[i])) << i;
+  ASSERT_EQ(data.N(), kRows);
+  for (std::size_t i = 1; i < kRows; ++i)
+    ASSERT_LT(std::pair(data.X[0][i - 1], data.Y[i - 1]), std::pair(data.X[0][i], data.Y[i])) << i;
+  for (std::size_t i = 0; i < kRows; ++i) ASSERT_EQ(static_cast<double>(data.Row[i]), data.Y[i]);
+
+  // Whoever ends it on the way gets nothing.
+  std::size_t asked = 0, last = SIZE_MAX;
+  const LoadOptions options{.KeepGoing = [&] { return asked++ < last; }};
+  EXPECT_TRUE(LoadGridData(cells, options));
+  const std::size_t inAll = asked;
+  EXPECT_GT(inAll, 10u);
+  for (last = 0; last < inAll; last += 4) {
+    asked = 0;
+    EXPECT_FALSE(LoadGridData(cells, options)) << last;
+  }
 }
 
 TEST(LoadGridData, NamesTheFirstTextOfAPoint) {
