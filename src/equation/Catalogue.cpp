@@ -31,12 +31,13 @@ void MakeNested(CatalogueModel& model, int constantAt, std::vector<NestedRun> ru
 }
 
 const std::vector<CatalogueModel>& Catalogue(int independentVariables) {
+  // Never given back: taking hundreds of models apart is a part of what a small macro takes.
   if (independentVariables == 1) {
-    static const std::vector<CatalogueModel> models = OneVariableModels();
+    static const auto& models = *new std::vector<CatalogueModel>(OneVariableModels());
     return models;
   }
   if (independentVariables == 2) {
-    static const std::vector<CatalogueModel> models = TwoVariableModels();
+    static const auto& models = *new std::vector<CatalogueModel>(TwoVariableModels());
     return models;
   }
   // Made when first asked for: most runs need the models of one number of variables only.

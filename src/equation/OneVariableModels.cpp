@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -116,8 +117,8 @@ Row Sum(int number, const char* id, const char* description, std::vector<Term> b
   return {number, id, description, std::move(basis), transform, Restoration::None, nullptr, count, outer};
 }
 
-void AddGroup(std::vector<CatalogueModel>& models, const char* group, std::vector<Row> rows) {
-  for (Row& row : rows) {
+void AddGroup(std::vector<CatalogueModel>& models, const char* group, std::initializer_list<Row> rows) {
+  for (const Row& row : rows) {
     CatalogueModel model;
     model.IDIndex = row.IDIndex;
     model.ID = model.Definition = row.ID;
@@ -126,7 +127,7 @@ void AddGroup(std::vector<CatalogueModel>& models, const char* group, std::vecto
     model.NumCoefficients = row.NumCoefficients;
     model.Shape = row.Form ? ModelShape::ClosedForm : ModelShape::Sum;
     model.Outer = row.Outer;
-    model.Basis = std::move(row.Basis);
+    model.Basis = row.Basis;
     model.Form = row.Form;
     model.Transform = row.Transform;
     model.Restore = row.Restore;
@@ -252,14 +253,17 @@ constexpr NamedTerm kInterceptTerms[] = {{"*x", kX, true},
                                          {"/x^2", Factor{X, -2}},
                                          {"*exp(-x)", Factor{Exp, -1}}};
 
-CatalogueModel Intercept(int number, const char* group, std::vector<const NamedTerm*> terms) {
+CatalogueModel Intercept(int number, const char* group, std::initializer_list<const NamedTerm*> terms) {
   CatalogueModel model;
   model.IDIndex = number;
   model.Group = group;
   model.ID = "a";
-  model.Basis = {kOne};
+  model.Basis.reserve(1 + terms.size());
+  model.Basis.push_back(kOne);
   for (const NamedTerm* term : terms) {
-    model.ID += std::string("+") + CoefficientLetter(static_cast<int>(model.Basis.size())) + term->Text;
+    model.ID += '+';
+    model.ID += CoefficientLetter(static_cast<int>(model.Basis.size()));
+    model.ID += term->Text;
     model.Basis.push_back(term->Value);
   }
   model.Definition = model.ID;
