@@ -132,17 +132,18 @@ TEST(BlockGradient, GivesTheSameBitsForOnePointAndForMany) {
   }
 }
 
-TEST(BlockGradient, IsTheSameForTheOthersWhenACoefficientIsHeld) {
+// Every set of them, more than a program keeps the sweeps of.
+TEST(BlockGradient, IsTheSameForTheOthersWhenCoefficientsAreHeld) {
   for (const Case& c : Cases()) {
     Model model(c.Lines, c.Variables, c.Values);
     const auto all = model.GradientAt(c.X);
     const std::size_t count = all.Slopes.size();
-    for (std::size_t held = 0; held < count; ++held) {
-      std::vector<bool> without(count);
-      without[held] = true;
-      const auto some = model.GradientAt(c.X, without);
+    for (std::size_t set = 0; set < std::size_t{1} << std::min(count, std::size_t{5}); ++set) {
+      std::vector<bool> held(count);
+      for (std::size_t k = 0; k < count; ++k) held[k] = (set >> k & 1) != 0;
+      const auto some = model.GradientAt(c.X, held);
       for (std::size_t k = 0; k < count; ++k) {
-        if (k == held) continue;
+        if (held[k]) continue;
         for (std::size_t i = 0; i < c.Y.size(); ++i)
           ASSERT_EQ(BitsOfDouble(some.Slopes[k][i]), BitsOfDouble(all.Slopes[k][i])) << c.Lines[0];
       }
