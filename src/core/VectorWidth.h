@@ -57,7 +57,8 @@ template <class Loop, class... With>
 template <class Loop, class... With>
 [[gnu::always_inline]] inline auto AtOnePoint(Loop loop, With... with) {
 #ifdef __x86_64__
-  if (VectorsInUse() != VectorWidth::Two) return vectors::RunFour<Loop>(with...);
+  if (VectorsInUse() != VectorWidth::Two) [[likely]]
+    return vectors::RunFour<Loop>(with...);
 #endif
   return loop(Lanes<2>(), with...);
 }

@@ -49,9 +49,15 @@ struct FusedBySteps {
   }
 };
 
-// What vectors of n doubles have.
+#ifdef __FP_FAST_FMA  // every processor that the program is compiled for has the instruction
+constexpr std::size_t kLanesWithoutFusion = 0;
+#else
+constexpr std::size_t kLanesWithoutFusion = 2;
+#endif
+
+// What loops over vectors of n doubles take.
 template <std::size_t n>
-using Fused = std::conditional_t<(n > 2), FusedByInstruction, FusedBySteps>;
+using Fused = std::conditional_t<(n > kLanesWithoutFusion), FusedByInstruction, FusedBySteps>;
 
 // a * b exactly.
 template <class Fma>
