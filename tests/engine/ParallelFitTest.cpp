@@ -146,7 +146,7 @@ TEST(ParallelFit, SolvesBuiltInModelsAlike) {
       model.SolveType = 0;
       Settings settings;
       settings.Threads = threads;
-      settings.TryHarder = row.IDIndex % 50 == 1;  // by the derivatives of its own
+      settings.TryHarder = row.IDIndex % 150 == 1;  // by the derivatives of its own
       std::string log;
       SolveForm form;
       const bool solved = model.Fit(data, settings, log, form);
