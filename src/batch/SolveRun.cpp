@@ -75,7 +75,7 @@ bool Solving::ReadData(std::size_t run) {
   // Nothing of the run before may pass for a result of this one.
   for (const auto& model : state_.Given.Models) model->Solved = model->SpecifyICComplete = false;
   DataReading reading = Read(run);
-  if (site_.Form.Aborted) {
+  if (!GoesOn()) {
     Line("SOLUTION PROCESS ABORTED BY USER.");
     return false;
   }

@@ -43,16 +43,18 @@ struct PowerOfTen {
   int Exponent;
 };
 
-constexpr int kMostTens = 55;  // 5^55 is the last power that 128 bits hold
+constexpr std::size_t kMostTens = 55;  // 5^55 is the last power that 128 bits hold
 
 // From 10^-kMostTens on.
 constexpr auto kPowersOfTen = [] {
   std::array<PowerOfTen, 2 * kMostTens + 1> powers{};
   Wide five = 1;
-  for (int k = 0; k <= kMostTens; ++k, five *= 5) {
+  for (std::size_t k = 0; k <= kMostTens; ++k, five *= 5) {
     const auto high = static_cast<Bits>(five >> 64);
     const int bits = high != 0 ? 128 - std::countl_zero(high) : 64 - std::countl_zero(static_cast<Bits>(five));
-    powers[kMostTens + k] = {static_cast<Bits>(bits > 64 ? five >> (bits - 64) : five << (64 - bits)), bits - 64 + k};
+    const int tens = static_cast<int>(k);
+    powers[kMostTens + k] = {static_cast<Bits>(bits > 64 ? five >> (bits - 64) : five << (64 - bits)),
+                             bits - 64 + tens};
     if (k == 0) continue;
     // 2^(bits + 63) / 5^k, a bit at a time.
     Bits quotient = 0;
@@ -65,7 +67,7 @@ constexpr auto kPowersOfTen = [] {
       rest -= five;
       quotient |= 1;
     }
-    powers[kMostTens - k] = {quotient, -(bits + 63) - k};
+    powers[kMostTens - k] = {quotient, -(bits + 63) - tens};
   }
   return powers;
 }();
@@ -130,13 +132,14 @@ std::size_t UsualNumber(std::string_view text, double& value) {
     tens += isNegative ? -exponent : exponent;
   }
   const bool goesOn = DigitAt(at) < 10;
-  if (goesOn || tens < -kMostTens || tens > kMostTens) return 0;
+  constexpr long kMost = kMostTens;
+  if (goesOn || tens < -kMost || tens > kMost) return 0;
   const std::size_t length = static_cast<std::size_t>(at - text.data());
   if ((low | high) == 0) {
     value = std::bit_cast<double>(sign << 63);
     return length;
   }
-  const PowerOfTen power = kPowersOfTen[static_cast<std::size_t>(tens + kMostTens)];
+  const PowerOfTen power = kPowersOfTen[static_cast<std::size_t>(tens + kMost)];
   const int zeros = std::countl_zero(high != 0 ? high : low);
   const Bits significand = high == 0 ? low << zeros : high << zeros | low >> 1 >> (63 - zeros);
   const auto product = static_cast<Bits>(Wide{significand} * power.Significand >> 64);
