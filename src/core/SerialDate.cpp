@@ -20,9 +20,9 @@ constexpr std::int64_t kSecondsOfDay = 86400, kMillisecondsOfDay = 1000 * kSecon
 constexpr int kLastYear = 9999, kMostDecimals = 6;
 
 // Takes the parts of a date or time off the front of a text.
-class DateText {
+class DateReader {
  public:
-  DateText(std::string_view text, const LocaleText& locale) : rest_(Trim(text)), locale_(locale) {}
+  DateReader(std::string_view text, const LocaleText& locale) : rest_(Trim(text)), locale_(locale) {}
 
   std::optional<SerialDate> Read() {
     const bool negative = Take('-');
@@ -379,7 +379,7 @@ std::string DateForm::Pattern() const {
 }
 
 std::optional<SerialDate> ReadDate(std::string_view text, const LocaleText& locale) {
-  return DateText(text, locale).Read();
+  return DateReader(text, locale).Read();
 }
 
 bool IsDatePattern(std::string_view pattern) { return PatternReader(pattern).Read().has_value(); }

@@ -62,7 +62,7 @@ std::string RowXml(const TextTable& table, CellOf cellOf) {
   return xml + "</table:table-row>\n";
 }
 
-void WriteContent(const TextTable& table, const LineSink& write) {
+void WriteContent(const TextTable& table, const TableSink& write) {
   if (!write(kBegin)) return;
   bool headed = false;
   for (std::size_t c = 0; c < table.ColumnCount(); ++c) headed = headed || !table.ColumnHeading(c).empty();
@@ -96,12 +96,12 @@ std::string Little(std::size_t value, int bytes) {
   return text;
 }
 
-using Part = std::function<void(const LineSink& write)>;
+using Part = std::function<void(const TableSink& write)>;
 
 // Writes entries as they are, without packing. Layout: PKWARE's APPNOTE.TXT, sections 4.3.7, 4.3.12 and 4.3.16.
 class Archive {
  public:
-  explicit Archive(const LineSink& write) : write_(write) {}
+  explicit Archive(const TableSink& write) : write_(write) {}
 
   void Add(std::string_view name, const Part& part) {
     Checksum sum;
@@ -131,23 +131,23 @@ class Archive {
     return more_ = more_ && write_(bytes);
   }
 
-  const LineSink& write_;
+  const TableSink& write_;
   std::string directory_;
   std::size_t at_ = 0, entries_ = 0;
   bool more_ = true;
 };
 
 Part Text(std::string_view text) {
-  return [text](const LineSink& write) { write(text); };
+  return [text](const TableSink& write) { write(text); };
 }
 
 }  // namespace
 
-void WriteOpenDocument(const TextTable& table, const LineSink& write) {
+void WriteOpenDocument(const TextTable& table, const TableSink& write) {
   Archive archive(write);
   archive.Add("mimetype", Text(kMimeType));  // first, where programs look for it
   archive.Add("META-INF/manifest.xml", Text(kManifest));
-  archive.Add("content.xml", [&](const LineSink& sink) { WriteContent(table, sink); });
+  archive.Add("content.xml", [&](const TableSink& sink) { WriteContent(table, sink); });
   archive.Finish();
 }
 

@@ -45,7 +45,7 @@ std::string EscapedMarkdown(const std::string& text) {
 // Writes a table row by row, and knows whether it stands in a table of Markdown.
 class MarkdownWriter {
  public:
-  MarkdownWriter(const TextTable& table, const LineSink& write) : table_(table), write_(write) {}
+  MarkdownWriter(const TextTable& table, const TableSink& write) : table_(table), write_(write) {}
 
   void Write() {
     for (std::size_t c = 0; c < table_.ColumnCount(); ++c) headed_ = headed_ || !table_.ColumnHeading(c).empty();
@@ -97,14 +97,14 @@ class MarkdownWriter {
   bool Line(const std::string& text) { return write_(std::string(text).append(NL)); }
 
   const TextTable& table_;
-  const LineSink& write_;
+  const TableSink& write_;
   bool headed_ = false;
   std::size_t width_ = 0;  // of the present table, 0 outside of any
 };
 
 }  // namespace
 
-void WriteCsv(const TextTable& table, const LineSink& write) {
+void WriteCsv(const TextTable& table, const TableSink& write) {
   const char delimiter = table.DecimalSeparator() == ',' ? ';' : ',';
   const auto line = [&](std::size_t cells, auto cellOf) {
     std::string text;
@@ -122,7 +122,7 @@ void WriteCsv(const TextTable& table, const LineSink& write) {
       return;
 }
 
-void WriteMarkdown(const TextTable& table, const LineSink& write) { MarkdownWriter(table, write).Write(); }
+void WriteMarkdown(const TextTable& table, const TableSink& write) { MarkdownWriter(table, write).Write(); }
 
 std::string TableFilters() {
   std::string filters;

@@ -77,7 +77,7 @@ void Report::Add(RowKind kind, std::vector<std::string> cells) {
   rows_.push_back({kind, std::move(cells)});
 }
 
-void WriteTabSeparated(const TextTable& table, const LineSink& write) {
+void WriteTabSeparated(const TextTable& table, const TableSink& write) {
   const auto line = [&](auto cellOf) {
     std::string text;
     AppendLine(text, table.ColumnCount(), cellOf);
@@ -88,7 +88,7 @@ void WriteTabSeparated(const TextTable& table, const LineSink& write) {
     if (!line([&](std::size_t c) { return table.Cell(row, c); })) return;
 }
 
-void WriteHtml(const TextTable& table, const LineSink& write) {
+void WriteHtml(const TextTable& table, const TableSink& write) {
   std::string html = "<!DOCTYPE html><html><head><meta charset=\"utf-8\"></head><body><table>";
   html += NL;
   if (HasColumnHeadings(table)) {

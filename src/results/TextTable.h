@@ -93,19 +93,19 @@ class TableExcerpt : public TextTable {
 };
 
 // What takes a table line by line, and returns whether it wants more.
-using LineSink = std::function<bool(std::string_view line)>;
+using TableSink = std::function<bool(std::string_view line)>;
 
 // What writes a table in some form, and its whole text.
-using TableWriter = void (*)(const TextTable& table, const LineSink& write);
+using TableWriter = void (*)(const TextTable& table, const TableSink& write);
 std::string Gathered(TableWriter writeTable, const TextTable& table);
 
 // The whole table as text: lines that end with NL, cells with a tab between two, none behind the last that is filled.
 // A tab or a line end within a cell becomes a blank.
 std::string TabSeparated(const TextTable& table);
-void WriteTabSeparated(const TextTable& table, const LineSink& write);
+void WriteTabSeparated(const TextTable& table, const TableSink& write);
 
 // The same as an HTML document of one table, for spreadsheets and word processors.
 std::string Html(const TextTable& table);
-void WriteHtml(const TextTable& table, const LineSink& write);
+void WriteHtml(const TextTable& table, const TableSink& write);
 
 }  // namespace quorvex
