@@ -59,6 +59,7 @@ class LineParser {
       if (lines_.Rows == kSample) {
         sampled_ += static_cast<std::size_t>(at_ - begin);
         begin = at_;
+        StoreUsual(lines_.Rows + 1, 0);  // while they have as many columns as when they were read
         MakeRoom(static_cast<std::size_t>(end_ - at_) + behind);
         usualColumns_ = std::min(lines_.Cells.GridLastCol(), kMostUsualColumns);
         usual_.resize(usualColumns_ * kUsualRows);

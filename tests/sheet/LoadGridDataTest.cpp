@@ -70,8 +70,7 @@ TEST(LoadGridData, SortsByXAndKeepsTheOrderOfEqualOnes) {
   EXPECT_EQ(loaded->Unsorted.SD, (std::vector<double>{.1, .2, 1, .5, 0}));
 }
 
-// So many that no sort is stable by chance.
-// So many that they are sorted in several parts.
+// So many that no sort is stable by chance, and that they are sorted in several parts.
 TEST(LoadGridData, KeepsTheOrderOfManyEqualX) {
   constexpr std::size_t kRows = 600'000;
   GridCells cells;

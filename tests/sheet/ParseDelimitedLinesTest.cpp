@@ -243,15 +243,16 @@ TEST(ReadDelimitedLines, ReadsTheSameOnAnyNumberOfThreads) {
   }
 }
 
-// Behind its first thousand the rows of a long file are stored by many, up to one that is unlike them.
+// Behind its first thousand the rows of a long file are stored by many, up to one that is unlike them. Each part that a
+// thread reads is long enough here to take a sample of its own.
 TEST(ReadDelimitedLines, HasTheCellsOfEachLineInALongFile) {
   const char* const kOdd[] = {"",       "1,2", "1,2,3,4",   "1,2,x,4", "word",     "1,NA,3",
                               "7,8,NA", ",,",  " 1 , 2 ,3", "1,2,,",   "1e400,2,3"};
   DelimitedFormat format;
   format.Delimiters = kComma;
   format.MissingMarker = "NA";
-  std::vector<std::string> lines(2000, "1.5,-2,3e5");
-  for (std::size_t i = 0; i < 90; ++i) lines[1000 + i * i / 9] = kOdd[i % std::size(kOdd)];
+  std::vector<std::string> lines(20'000, "1.5,-2,3e5");
+  for (std::size_t i = 0; i < 360; ++i) lines[1000 + i * i / 9] = kOdd[i % std::size(kOdd)];
   std::string text;
   for (const std::string& line : lines) text += line + '\n';
   const DelimitedLines all = ParseDelimitedLines(text, format);
@@ -261,6 +262,8 @@ TEST(ReadDelimitedLines, HasTheCellsOfEachLineInALongFile) {
     for (std::size_t col = 1; col <= 5; ++col)
       ASSERT_EQ(all.Cells.GridCellText(row, col), alone.Cells.GridCellText(1, col)) << row << ' ' << lines[row - 1];
   }
+  const TemporaryFolder folder;
+  EXPECT_TRUE(Shown(InPieces(folder.Write("long", text), format, 100'000, 2)) == Shown(all));
 }
 
 // A column that grows step by step is copied again and again, and takes up to twice its memory.
