@@ -44,9 +44,10 @@ double Scale(double x, double power, double argument, Scaled sum) {
 // The terms a(k) of Hankel's expansions, each from the one before, as far as they fall.
 template <class Use>
 void ForHankelTerms(double nu, double x, Use use) {
+  const double held = std::min(x, 0x1p1000);  // where no term counts, lest the divisor overflow
   double term = 1;
   for (int k = 1; k < 200; ++k) {
-    const double next = term * ((4 * nu * nu - (2 * k - 1.0) * (2 * k - 1)) / (8 * k * x));
+    const double next = term * ((4 * nu * nu - (2 * k - 1.0) * (2 * k - 1)) / (8 * k * held));
     // An asymptotic series: behind its smallest term it diverges. Up to k = nu a rise is only passing.
     if (std::abs(next) < kSettled || (std::abs(next) > std::abs(term) && k > nu)) return;
     term = next;

@@ -18,6 +18,15 @@ TEST(sphbes, HasItsClosedFormsInTheLowestOrders) {
   }
 }
 
+// sqrt(2/(pi x)) sin(x), and with -cos(x).
+TEST(bessjy, HasItsClosedFormsOfOrderOneHalfUpToTheEndOfTheDoubles) {
+  for (const double x : {30.0, 1e5, 1e300, 3e307, 1.7e308}) {
+    const double modulus = std::sqrt(2 / 3.141592653589793) / std::sqrt(x);
+    EXPECT_NEAR(Value("jnu", {0.5, x}), modulus * std::sin(x), modulus * 1e-14) << x;
+    EXPECT_NEAR(Value("ynu", {0.5, x}), -modulus * std::cos(x), modulus * 1e-14) << x;
+  }
+}
+
 TEST(airy, VanishesOnTheRightAndHasItsValuesAtZero) {
   EXPECT_EQ(Value("airya", {1e300}), 0);
   EXPECT_NEAR(Value("airya", {104}) / 7.4e-309, 1, 0.01);
