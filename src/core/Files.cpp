@@ -282,9 +282,12 @@ int InputFile::Read(char* to, std::size_t size, std::size_t& count) {
 bool InputFile::MayGoOn() const {
   constexpr int kMilliseconds = 20;
   pollfd ready{descriptor_, POLLIN, 0};
-  do
+  int count = 1;
+  do {
     if (!KeepGoing()) return false;
-  while (told_ == 0 && poll(&ready, 1, kMilliseconds) == 0);
+    // A signal ends no waiting: a pipe that nobody has written to yet would pass for one at its end.
+    if (told_ == 0) count = poll(&ready, 1, kMilliseconds);
+  } while (count == 0 || (count < 0 && errno == EINTR));
   return true;
 }
 
