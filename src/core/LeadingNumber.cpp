@@ -8,7 +8,7 @@
 
 #include "core/NumberText.h"
 
-#ifdef __SSE2__
+#ifdef __x86_64__
 #include <emmintrin.h>
 #endif
 
@@ -32,7 +32,7 @@ bool IsBelowRange(std::string_view text) {
   return point - first + exponent < 0;
 }
 
-#ifdef __SSE2__
+#ifdef __x86_64__
 
 __extension__ using Wide = unsigned __int128;
 using Bits = std::uint64_t;
