@@ -206,6 +206,7 @@ const BlockProgram::GradientPlan& BlockProgram::GradientFor(const double* const*
     if (known.Key == key_) return *(gradient_ = &known);
   if (gradients_.size() == kMostGradients) {
     gradients_.clear();
+    gradient_ = nullptr;
     nodes_.resize(valueCount_);
   }
   const std::size_t begin = nodes_.size();
