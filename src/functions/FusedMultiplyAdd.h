@@ -10,8 +10,8 @@
 // is put together from other operations, so that the bits are the same on every machine. That takes some 40 operations
 // in place of one, without a branch, so that it is vectorised as well.
 //
-// Needs rounding to nearest, and a product that neither overflows nor has bits below 2^-1074, but where c is so large
-// that they don't matter.
+// Needs rounding to nearest, and a product that neither overflows nor has bits below 2^-1074, but where c, or what the
+// result is added to, is so large that they don't matter. A result of 0 may have the other sign.
 //
 // Where a fused operation cannot round at all, fewer steps replace it: OfWhole(a, b, c) is for a*b that a double holds,
 // Whole(a, b, c) for a*b + c that one holds.
