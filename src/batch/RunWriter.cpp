@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "batch/WritePlot.h"
+#include "batch/NamedOutputs.h"
 #include "core/Files.h"
 #include "macro/BatchStatus.h"
 
