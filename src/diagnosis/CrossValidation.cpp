@@ -77,22 +77,23 @@ bool IsFittedTo(ModelClass& model, const SolveData& data, SolveForm& form, int t
   return std::abs(error - known) <= kSameError * known + kRounding * size;
 }
 
-// The fits to what each part leaves, of one model after the other and side by side. `take` is told of each model, by
-// its number and in their order, on the calling thread. False where `form` is aborted.
+// The fits of models to what each part leaves, side by side.
 class FitsOfParts {
  public:
-  FitsOfParts(const std::vector<const ModelClass*>& models, const SolveData& data, int parts, std::uint64_t seed,
+  FitsOfParts(std::vector<const ModelClass*> models, const SolveData& data, int parts, std::uint64_t seed,
               const Settings& settings, SolveForm& form)
-      : models_(models),
+      : models_(std::move(models)),
         data_(data),
         dealt_(CrossValidationParts(data.N(), parts, seed)),
         settings_(settings),
         form_(form),
-        found_(models.size()) {
+        found_(models_.size()) {
     settings_.TryHarder = false;
-    settings_.Threads = ThreadsOfEach(settings.Threads, dealt_.size() * models.size());
+    settings_.Threads = ThreadsOfEach(settings.Threads, dealt_.size() * models_.size());
   }
 
+  // Tells `take` of each model, by its number and in their order, on the calling thread. False where the form is
+  // aborted.
   bool Run(int threads, const std::function<void(std::size_t, PartsError)>& take) {
     const std::size_t parts = dealt_.size();
     OrderedTasks tasks{.Count = models_.size() * parts, .Ahead = 2 * std::max(parts, std::size_t{64})};
@@ -144,7 +145,7 @@ class FitsOfParts {
     return result;
   }
 
-  const std::vector<const ModelClass*>& models_;
+  const std::vector<const ModelClass*> models_;
   const SolveData& data_;
   const std::vector<std::vector<std::size_t>> dealt_;
   Settings settings_;
@@ -208,17 +209,13 @@ bool CrossValidate(const ModelCollection& models, const SolveData& data, int par
     if (!own.Aborted) model.LeaveOneOut = error;
   };
   if (!RunTasks(asked.size(), settings.Threads, form, "Leaving out each point: model", leaveOneOut)) return false;
-  std::vector<const ModelClass*> divided;
-  std::vector<ModelClass*> told;
+  std::vector<ModelClass*> divided;
   for (std::size_t i = 0; i < asked.size(); ++i)
-    if (isFitted[i] && wantsParts(*asked[i])) {
-      divided.push_back(asked[i]);
-      told.push_back(asked[i]);
-    }
-  return FitsOfParts(divided, data, parts, seed, settings, form)
+    if (isFitted[i] && wantsParts(*asked[i])) divided.push_back(asked[i]);
+  return FitsOfParts({divided.begin(), divided.end()}, data, parts, seed, settings, form)
       .Run(settings.Threads, [&](std::size_t i, PartsError error) {
-        told[i]->CrossValidated = error.Error;
-        told[i]->FailedParts = error.FailedParts;
+        divided[i]->CrossValidated = error.Error;
+        divided[i]->FailedParts = error.FailedParts;
       });
 }
 
