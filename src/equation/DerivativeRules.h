@@ -9,8 +9,8 @@ namespace quorvex {
 // The derivatives of the language's functions, for derivatives of whole models by the chain rule.
 
 // Whether the derivative of the function by argument `which` (from 0) is known: it isn't for real orders of Bessel
-// functions. Those that are known have a relative error below 1e-12, and a few units in the last place for elementary
-// functions.
+// functions. Those that are known have a relative error below 1e-12, but near their zeros, and a few units in the last
+// place for elementary functions.
 bool HasPartial(int code, std::size_t which);
 
 // That derivative at n <= kBlock points, where `value` is the function's value: each result the same bits for one point

@@ -30,8 +30,8 @@ double BetaByParameter(double a, double b, Parts parts);
 // d/dv of betai(a, b, x), where a = v/2, and x = v/(v + c) moves with v: that is a distribution by its degrees of
 // freedom, of the variance ratio and of Student's t. By the integral over the part below x, or above it with the other
 // sign, of density(t) (psi(a + b) - psi(a) - ln(1 + b/a) + 1 + ln r - r)/2, where r = t (1 + b/a), in whose brackets
-// nothing cancels but near their zeros. Relative error some 1e-13, and of the part of the first terms near a zero, for
-// b >= 1/2 or a >= 1/2.
+// nothing cancels but near their zeros. Relative error some 1e-13; near a zero of the derivative that of the two parts
+// whose difference it is.
 double BetaByFreedom(double a, double b, Parts parts);
 
 // d/dv of the probability that Student's t with v degrees of freedom is between -t and t.
