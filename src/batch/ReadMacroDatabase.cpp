@@ -22,7 +22,7 @@ DataReading ReadMacroDatabase(const MacroSetup& setup, const LocaleText& locale,
     return failed;
   }
   if (!setup.MissingData.empty()) BlankMissingResults(**cells, setup.MissingData);
-  return ReadPoints(std::move(**cells), setup, locale);
+  return ReadPoints(std::move(**cells), setup, locale, keepWaiting);
 }
 
 }  // namespace quorvex

@@ -12,7 +12,8 @@ namespace quorvex {
 // rows is no failure and gives no points. Where the database refuses, Message is what it says.
 //
 // The database is asked on a thread of its own, so that a run that waits for it can be aborted: `keepWaiting` is called
-// again and again, and where it returns false the reading ends without a Message.
+// again and again, also while the result is sorted and weighted, and where it returns false the reading ends without a
+// Message.
 DataReading ReadMacroDatabase(const MacroSetup& setup, const LocaleText& locale, const DatabaseUse& use,
                               const std::function<bool()>& keepWaiting);
 
