@@ -48,19 +48,13 @@ bool SortByX(SolveData& data, const std::function<bool()>& goesOn) {
     const auto begin = order.begin() + static_cast<std::ptrdiff_t>(i);
     std::stable_sort(begin, begin + static_cast<std::ptrdiff_t>(std::min(kStep, count - i)), isBefore);
   }
-  for (std::size_t run = kStep; run < count; run *= 2, order.swap(merged)) {
-    std::size_t a = 0, b = 0, endOfA = 0, endOfB = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-      if (i % kStep == 0 && !goesOn()) return false;
-      if (i == endOfB) {
-        a = i;
-        b = endOfA = std::min(a + run, count);
-        endOfB = std::min(b + run, count);
-      }
-      const bool takesB = b < endOfB && (a == endOfA || isBefore(order[b], order[a]));
-      merged[i] = order[takesB ? b++ : a++];
+  for (std::size_t run = kStep; run < count; run *= 2, order.swap(merged))
+    for (std::size_t first = 0; first < count; first += 2 * run) {
+      if (!goesOn()) return false;
+      const auto at = [&](std::size_t i) { return order.begin() + static_cast<std::ptrdiff_t>(std::min(i, count)); };
+      std::merge(at(first), at(first + run), at(first + run), at(first + 2 * run),
+                 merged.begin() + static_cast<std::ptrdiff_t>(first), isBefore);
     }
-  }
   const auto sort = [&](auto& column) {
     auto sorted = column;
     for (std::size_t i = 0; i < count; ++i) {
