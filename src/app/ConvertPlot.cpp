@@ -60,10 +60,8 @@ std::string WritePlot(const std::string& text, const std::string& name, PlotDraw
   if (kPlotOutputs.NameError(name, ResolveNewPath(name), fault) != 0) return fault;
   const Result<std::string> content = PlotContent(text, name, drawer, [] { return EndSignal() == 0; });
   if (!content) return content.error();
-  int error = file.Create(name);
-  if (error == 0) file.Text().Write(*content);
-  if (error == 0) error = file.Commit();
-  return error == 0 ? "" : kPlotOutputs.NotWrittenText(name, FileErrorText(error));
+  kPlotOutputs.WriteFile(name, *content, file, fault);
+  return fault;
 }
 
 }  // namespace

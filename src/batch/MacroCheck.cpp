@@ -224,7 +224,7 @@ void Checker::CheckRow(std::size_t row) {
   for (const MacroFault& fault : rowFaults_) {
     std::size_t line = fault.Line;
     for (const NamedOutputs* outputs : AllNamedOutputs())
-      if (fault.Line == 0 && fault.Text.find(outputs->Keyword) != std::string::npos)  // one of its names is missing
+      if (line == 0 && fault.Text.find(outputs->Keyword) != std::string::npos)  // one of its names is missing
         line = LineOf(outputs->Keyword);
     Add(line, fault.Status, fault.Text);
   }

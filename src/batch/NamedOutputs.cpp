@@ -58,6 +58,15 @@ int NamedOutputs::Error(const std::string& name, MacroFiles& files, std::string&
   return kAccessError;
 }
 
+int NamedOutputs::WriteFile(const std::string& name, const std::string& content, ReplacementFile& file,
+                            std::string& fault) const {
+  int error = file.Create(name);
+  if (error == 0) file.Text().Write(content);
+  if (error == 0) error = file.Commit();
+  if (error != 0) fault = NotWrittenText(name, FileErrorText(error));
+  return error;
+}
+
 bool NamedWriter::GoOn() {
   form_.Yield();
   return !form_.Aborted;
@@ -96,13 +105,8 @@ int NamedWriter::WriteOne(const std::string& name,
     fault = made.error();
     return kNotDrawn;
   }
-  int error = file_.Create(name);
-  if (error == 0) file_.Text().Write(*made);
-  if (error == 0) error = file_.Commit();
-  if (error == 0)
-    files_.NoteWritten(outputs_.Kind, name);
-  else
-    fault = outputs_.NotWrittenText(name, FileErrorText(error));
+  const int error = outputs_.WriteFile(name, *made, file_, fault);
+  if (error == 0) files_.NoteWritten(outputs_.Kind, name);
   return error;
 }
 

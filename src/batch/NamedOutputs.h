@@ -31,6 +31,8 @@ struct NamedOutputs {
   int NameError(const std::string& name, const std::string& path, std::string& fault) const;
   // The same, and why it may not be written over what the macro reads or writes.
   int Error(const std::string& name, MacroFiles& files, std::string& fault) const;
+  // Writes a file of that name. Returns 0 or the number of the file error, and a sentence in `fault`.
+  int WriteFile(const std::string& name, const std::string& content, ReplacementFile& file, std::string& fault) const;
   std::string NotWrittenText(const std::string& name, const std::string& why) const;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "batch/MacroFiles.h"
 #include "batch/PlotDrawer.h"
@@ -30,7 +31,8 @@ class RunWriter {
   bool Write(RunState& state, const std::function<ReportedMacro()>& macro, RunEnd& end);
 
  private:
-  int WriteFiles(RunState& state, const std::function<ReportedMacro()>& macro);
+  // `notMade` says what failed where the error is kNotDrawn.
+  int WriteFiles(RunState& state, const std::function<ReportedMacro()>& macro, std::string_view& notMade);
 
   cfgSolve& form_;
   MacroLog& log_;
