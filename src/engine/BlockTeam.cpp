@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <utility>
 
 #include "core/NumericFault.h"
 #include "core/ParallelRuns.h"
@@ -22,12 +23,19 @@ enum class Progress : std::uint8_t { Open, Computed, Failed };
 
 }  // namespace
 
-BlockTeam::BlockTeam(ModelClass& model, std::size_t points, int threads)
-    : blocks_((points + kBlock - 1) / kBlock), models_{&model} {
-  if (points < kLeastPoints) return;
+std::shared_ptr<ThreadTeam> ThreadsFor(std::size_t points, int threads) {
+  if (points < kLeastPoints) return nullptr;
   const auto wanted = static_cast<std::size_t>(ThreadCount(threads));
-  if (wanted == 1 || !model.RunsOverBlocks()) return;
-  threads_ = std::make_unique<ThreadTeam>(wanted);
+  return wanted == 1 ? nullptr : std::make_shared<ThreadTeam>(wanted);
+}
+
+BlockTeam::BlockTeam(ModelClass& model, std::size_t points, int threads)
+    : BlockTeam(model, points, ThreadsFor(points, threads)) {}
+
+BlockTeam::BlockTeam(ModelClass& model, std::size_t points, std::shared_ptr<ThreadTeam> threads)
+    : blocks_((points + kBlock - 1) / kBlock), models_{&model} {
+  if (!threads || !model.RunsOverBlocks()) return;
+  threads_ = std::move(threads);
   while (models_.size() < threads_->Size()) {
     ModelClass& twin = *twins_.emplace_back(model.CopyTo());
     if (model.TakesTypedDerivatives()) Differentiator(twin).UseTyped(true);

@@ -12,6 +12,9 @@ namespace quorvex {
 
 class ModelClass;
 
+// Threads for passes over so many points, counted as in Settings::Threads; null where one does as well.
+std::shared_ptr<ThreadTeam> ThreadsFor(std::size_t points, int threads);
+
 // A model that is computed over many points, block by block, by several threads, each of which has a model of its own:
 // the first is the model itself, the others are twins of it. What is made of the blocks is taken in their order, so
 // that the outcome is the same, to the bit, for any number of threads.
@@ -21,6 +24,8 @@ class BlockTeam {
   // computed point by point. The model has its start by then: statistics, setup and typed derivatives go into the
   // twins.
   BlockTeam(ModelClass& model, std::size_t points, int threads);
+  // Of these threads, or with null of the calling one.
+  BlockTeam(ModelClass& model, std::size_t points, std::shared_ptr<ThreadTeam> threads);
   ~BlockTeam();
   BlockTeam(const BlockTeam&) = delete;
   BlockTeam& operator=(const BlockTeam&) = delete;
@@ -46,7 +51,7 @@ class BlockTeam {
   std::size_t blocks_;
   std::vector<std::unique_ptr<ModelClass>> twins_;
   std::vector<ModelClass*> models_;
-  std::unique_ptr<ThreadTeam> threads_;  // null for one
+  std::shared_ptr<ThreadTeam> threads_;  // null for one
 };
 
 }  // namespace quorvex

@@ -29,21 +29,29 @@ std::optional<double> EqClass::RuleQuantity(std::string_view rule, const SolveDa
   return QuantityOf(rule.substr(1), data, 1);
 }
 
-InputPoints EqClass::InputTable(const SolveData& data) const {
+InputPoints EqClass::InputTable(const SolveData& data, const LookAround& look) const {
   const std::vector<double>& x = data.X[0];
   InputPoints points{{{}}, {}};
-  for (std::vector<double>* column : {&points.X[0], &points.Y}) ReserveLarge(*column, x.size());
   // The points are sorted, so equal X are neighbours: a curve has one value there, whatever was measured.
-  if (std::adjacent_find(x.begin(), x.end()) == x.end()) {
-    points.X[0] = x;
-    points.Y = data.Y;
+  bool repeats = false;
+  InPieces(x.size(), look, [&](std::size_t from, std::size_t end) {
+    const auto first = x.begin() + static_cast<std::ptrdiff_t>(from - (from > 0));
+    const auto last = x.begin() + static_cast<std::ptrdiff_t>(end);
+    repeats = repeats || std::adjacent_find(first, last) != last;
+  });
+  if (!repeats) {
+    points.X[0] = CopyInPieces(x, look);
+    points.Y = CopyInPieces(data.Y, look);
     return points;
   }
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    if (i > 0 && x[i] == x[i - 1]) continue;
-    points.X[0].push_back(x[i]);
-    points.Y.push_back(data.Y[i]);
-  }
+  for (std::vector<double>* column : {&points.X[0], &points.Y}) ReserveLarge(*column, x.size());
+  InPieces(x.size(), look, [&](std::size_t from, std::size_t end) {
+    for (std::size_t i = from; i < end; ++i) {
+      if (i > 0 && x[i] == x[i - 1]) continue;
+      points.X[0].push_back(x[i]);
+      points.Y.push_back(data.Y[i]);
+    }
+  });
   return points;
 }
 

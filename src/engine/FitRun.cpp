@@ -49,8 +49,8 @@ bool FitRun::Linear() {
   }
   if (!BoundsStand()) return false;
   Line("Beginning singular value decomposition.");
-  if (!model_.SetIC(data_)) {
-    Fail("Solution failed: Numerical Error");
+  if (!model_.SetIC(data_, Threads(), form_)) {
+    if (!form_.Aborted) Fail("Solution failed: Numerical Error");
     return false;
   }
   if (!model_.Bounds().Holds(model_.CoefficientValues)) {
@@ -82,9 +82,17 @@ bool FitRun::Judge(int numcoef, SolveForm& form) {
   return true;
 }
 
-BlockTeam& FitRun::Team() {
+ThreadTeam* FitRun::Threads() {
   // A direct solution has few passes.
-  if (!team_) team_ = std::make_unique<BlockTeam>(model_, data_.N(), model_.SolveType == 1 ? 1 : settings_.Threads);
+  if (!threads_ && model_.SolveType != 1) threads_ = ThreadsFor(data_.N(), settings_.Threads);
+  return threads_.get();
+}
+
+BlockTeam& FitRun::Team() {
+  if (!team_) {
+    Threads();
+    team_ = std::make_unique<BlockTeam>(model_, data_.N(), threads_);
+  }
   return *team_;
 }
 
@@ -95,9 +103,7 @@ bool FitRun::Nonlinear() {
   if (!EnoughPoints() || !BoundsStand()) return false;
   try {
     TakeStart();
-    const std::vector<std::vector<double>> sets = BuildICSets(model_.ICRanges);
-    Line("Solving with " + std::to_string(sets.size()) + " initial condition(s)");
-    model_.Solved = sets.size() > 1 ? FitSweep(sets) : FitOneStart();
+    model_.Solved = !form_.Aborted && FitStarts();
   } catch (const NumericFault&) {
     model_.Solved = false;
     if (!form_.Aborted) {  // of which the caller tells
@@ -127,13 +133,20 @@ void FitRun::TakeStart() {
   }
   if (model_.SpecifyICComplete) {
     Line("Using current initial estimates");
-    model_.TakeInput(data_);
+    model_.TakeInput(data_, Threads(), form_);
   } else {
     Line("Obtaining initial estimates");
-    Line(model_.SetIC(data_) ? "Initial estimates successful" : "Initial estimates failed, using defaults");
+    const bool found = model_.SetIC(data_, Threads(), form_);
+    if (!form_.Aborted) Line(found ? "Initial estimates successful" : "Initial estimates failed, using defaults");
   }
   // After the input, since a typed derivative may name statistics of the data.
   if (model_.typed_) model_.typed_->TakeStatistics(model_);
+}
+
+bool FitRun::FitStarts() {
+  const std::vector<std::vector<double>> sets = BuildICSets(model_.ICRanges);
+  Line("Solving with " + std::to_string(sets.size()) + " initial condition(s)");
+  return sets.size() > 1 ? FitSweep(sets) : FitOneStart();
 }
 
 bool FitRun::FitOneStart() {

@@ -49,6 +49,7 @@ class FitRun {
   bool EnoughPoints();
   bool BoundsStand();
   void TakeStart();
+  bool FitStarts();
   bool FitOneStart();
   bool FitSweep(const std::vector<std::vector<double>>& sets);
   bool SweepSideBySide(const std::vector<std::vector<double>>& sets, const std::function<void(const SetEnd&)>& keep);
@@ -57,6 +58,7 @@ class FitRun {
   std::optional<Search> FitOneSet(std::vector<double>& a);
   void Take(const SweepRow& row);
   bool Judge(int numcoef, SolveForm& form);
+  ThreadTeam* Threads();
   BlockTeam& Team();
 
   void BringInside(std::vector<double>& a);
@@ -75,7 +77,8 @@ class FitRun {
   const Settings& settings_;
   std::string& log_;
   SolveForm& form_;
-  std::unique_ptr<BlockTeam> team_;  // of a search, once it has its start
+  std::shared_ptr<ThreadTeam> threads_;  // null for one
+  std::unique_ptr<BlockTeam> team_;      // of a search, once it has its start
 };
 
 }  // namespace quorvex

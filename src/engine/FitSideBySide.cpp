@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/ParallelRuns.h"
+#include "engine/BlockTeam.h"
 #include "engine/SideForm.h"
 
 namespace quorvex {
@@ -16,11 +17,13 @@ namespace {
 // As long as this lives all of the models have one table of the input between them.
 class SharingInput {
  public:
-  SharingInput(const std::vector<ModelClass*>& models, const SolveData& data) : models_(models) {
+  SharingInput(const std::vector<ModelClass*>& models, const SolveData& data, int threads, SolveForm& form)
+      : models_(models) {
+    const std::shared_ptr<ThreadTeam> team = ThreadsFor(data.N(), threads);
     std::vector<std::pair<const ModelClass*, std::shared_ptr<const FitInput>>> types;
     for (ModelClass* model : models) {
       auto of = std::ranges::find_if(types, [&](const auto& type) { return type.first->IsOfTypeOf(*model); });
-      if (of == types.end()) of = types.insert(of, {model, model->InputOf(data)});
+      if (of == types.end()) of = types.insert(of, {model, model->InputOf(data, team.get(), form)});
       model->ShareInput(of->second);
     }
   }
@@ -128,7 +131,8 @@ void FitSideBySide(const SeparateFits& fits, const SolveData& data, const Settin
                    SolveProgress& form) {
   const std::size_t count = fits.Models.size();
   std::optional<SharingInput> sharing;
-  if (count > 1) sharing.emplace(fits.Models, data);
+  if (count > 1) sharing.emplace(fits.Models, data, settings.Threads, form);
+  if (form.Aborted) return;
   const int threads = count < 2 || AreShort(fits, data.N(), settings) ? 1 : ThreadCount(settings.Threads);
   if (threads > 1) return SideBySide(fits, settings, log, form).Run(threads);
   for (std::size_t i = 0; i < count && !form.Aborted; ++i) {

@@ -19,12 +19,14 @@
 #include "engine/SeriesTable.h"
 #include "engine/SolveForm.h"
 #include "engine/TableRange.h"
+#include "engine/TakeFitInput.h"
 #include "linear/MinimizeInBox.h"
 
 namespace quorvex {
 
 class BlockTeam;
 class CompiledModel;
+class ThreadTeam;
 class TypedDerivatives;
 enum class Dialect;
 enum class ExprType;
@@ -171,6 +173,8 @@ class ModelClass : public ModelSetup, public FitResult {
 
   // Initial estimates from linearisation, rules or, failing these, 1.0. True unless it had to fall back on 1.0.
   bool SetIC(const SolveData& data);
+  // The same by threads, where there are some. False, too, where the form is aborted.
+  bool SetIC(const SolveData& data, ThreadTeam* threads, SolveForm& form);
   // After a SetIC by linearisation that left the bounds: the least squares of the linear form within them, and its
   // variances. Why there are none, where there are none: the bounds are then no box in the linear form's coefficients,
   // or leave it no place.
@@ -241,8 +245,8 @@ class ModelClass : public ModelSetup, public FitResult {
   double InputXMax(int variable = 1) const { return Statistics.X[Index(variable)].InputXMax; }
   const std::shared_ptr<const InputPoints>& CopyInputDataTo() const { return Input; }
   void CopyInputDataFrom(std::shared_ptr<const InputPoints> source);
-  // What fits to these data note, which is the same for all models of the same type.
-  std::shared_ptr<const FitInput> InputOf(const SolveData& data) const;
+  // What fits to these data note, which is the same for all models of the same type. Null where the form is aborted.
+  std::shared_ptr<const FitInput> InputOf(const SolveData& data, ThreadTeam* threads, SolveForm& form) const;
   // For fits to come, which are to the data of that input; with null each makes its own.
   void ShareInput(std::shared_ptr<const FitInput> input) { shared_ = std::move(input); }
   bool IsOfTypeOf(const ModelClass& other) const { return dialect_ == other.dialect_; }
@@ -259,7 +263,7 @@ class ModelClass : public ModelSetup, public FitResult {
   // The quantity of the data that a rule's text, blank-free and in lower case, scales by. Nothing for an unknown rule.
   virtual std::optional<double> RuleQuantity(std::string_view rule, const SolveData& data) const = 0;
   // The points of the data that the model keeps.
-  virtual InputPoints InputTable(const SolveData& data) const = 0;
+  virtual InputPoints InputTable(const SolveData& data, const LookAround& look) const = 0;
   // The catalogue's row of that ID, or none.
   virtual const CatalogueModel* LookupBuiltInModel(std::string_view sID) const = 0;
 
@@ -276,7 +280,7 @@ class ModelClass : public ModelSetup, public FitResult {
   };
 
   void StartCoefficients(const std::vector<std::string>& names);
-  void TakeInput(const SolveData& data);
+  bool TakeInput(const SolveData& data, ThreadTeam* threads, SolveForm& form);
   void ClearTable();
   static std::size_t Index(int i) { return static_cast<std::size_t>(i - 1); }
 

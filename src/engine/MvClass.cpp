@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "core/LargePages.h"
 #include "engine/RuleQuantity.h"
 #include "equation/Catalogue.h"
 #include "equation/Dialect.h"
@@ -38,10 +37,10 @@ std::optional<double> MvClass::RuleQuantity(std::string_view rule, const SolveDa
 }
 
 // Every point, in the order of the data.
-InputPoints MvClass::InputTable(const SolveData& data) const {
+InputPoints MvClass::InputTable(const SolveData& data, const LookAround& look) const {
   InputPoints points;
-  for (const std::vector<double>& column : data.X) points.X.push_back(LargeCopy(column));
-  points.Y = LargeCopy(data.Y);
+  for (const std::vector<double>& column : data.X) points.X.push_back(CopyInPieces(column, look));
+  points.Y = CopyInPieces(data.Y, look);
   return points;
 }
 

@@ -15,7 +15,7 @@ class MvClass final : public ModelClass {
 
  protected:
   std::optional<double> RuleQuantity(std::string_view rule, const SolveData& data) const override;
-  InputPoints InputTable(const SolveData& data) const override;
+  InputPoints InputTable(const SolveData& data, const LookAround& look) const override;
   const CatalogueModel* LookupBuiltInModel(std::string_view sID) const override;
 };
 
