@@ -217,10 +217,11 @@ void Differentiator::SharpenDerivatives(std::size_t n, double* const* dyda) {
 
 bool Differentiator::ClosedFormBlock(const SolveData& data, std::size_t first, std::size_t n, double* y,
                                      double* const* dyda) {
-  if (model_.builtIn_ == nullptr) return false;
+  const CatalogueModel* const builtIn = model_.BuiltIn();
+  if (builtIn == nullptr) return false;
   const PointColumns columns = ColumnsFrom(data.X, first);
   ClearFaultFlags();
-  ValueAndDerivatives(*model_.builtIn_, columns.data(), n, model_.CoefficientValues.data(), y, dyda);
+  ValueAndDerivatives(*builtIn, columns.data(), n, model_.CoefficientValues.data(), y, dyda);
   return !FaultFlagsRaised();
 }
 

@@ -116,12 +116,13 @@ void Differentiator::UseTyped(bool use) {
 }
 
 bool Differentiator::ClosedForm(std::span<const double> x, std::span<double> dyda) const {
-  if (model_.builtIn_ == nullptr) return true;
+  const CatalogueModel* const builtIn = model_.BuiltIn();
+  if (builtIn == nullptr) return true;
   const PointColumns columns = ColumnsOf(x);
   std::array<double*, kMostCoefficients> cells;
   for (std::size_t i = 0; i < model_.CoefficientValues.size(); ++i) cells[i] = &dyda[i];
   ClearFaultFlags();
-  quorvex::Derivatives(*model_.builtIn_, columns.data(), 1, model_.CoefficientValues.data(), cells.data());
+  quorvex::Derivatives(*builtIn, columns.data(), 1, model_.CoefficientValues.data(), cells.data());
   return !FaultFlagsRaised();
 }
 

@@ -31,9 +31,8 @@ void ModelClass::SetID(std::string sID, std::vector<std::string> sFuncList) {
   const Expression& text = Compiled();
   form_ = {text.IsValidEquation, text.HasIndependentVar, text.HasCoefficients, text.NumIndependentVar};
   StartCoefficients(text.CoefficientNames);
-  builtIn_ = LookupBuiltInModel(id);
-  IDIndex = builtIn_ ? builtIn_->IDIndex : 0;
-  NumXBasis = builtIn_ ? builtIn_->NumXBasis() : 0;
+  // Of a model that somebody typed nothing asks for it, as a rule, and the whole catalogue would be made for that.
+  unsought_ = id;
 }
 
 void ModelClass::SetBuiltIn(const CatalogueModel& row) {
@@ -49,8 +48,7 @@ void ModelClass::SetBuiltIn(const CatalogueModel& row) {
   for (int i = 0; i < row.NumCoefficients; ++i) names.emplace_back(1, static_cast<char>('a' + i));
   StartCoefficients(names);
   builtIn_ = &row;
-  IDIndex = row.IDIndex;
-  NumXBasis = row.NumXBasis();
+  unsought_.reset();
 }
 
 void ModelClass::StartCoefficients(const std::vector<std::string>& names) {
@@ -61,6 +59,16 @@ void ModelClass::StartCoefficients(const std::vector<std::string>& names) {
   Variances.assign(names.size(), 0.0);
   ICRanges.assign(names.size(), {});
 }
+
+const CatalogueModel* ModelClass::BuiltIn() const {
+  if (unsought_) {
+    builtIn_ = LookupBuiltInModel(*unsought_);
+    unsought_.reset();
+  }
+  return builtIn_;
+}
+
+int ModelClass::IDIndex() const { return BuiltIn() ? BuiltIn()->IDIndex : 0; }
 
 const Expression& ModelClass::Compiled() const {
   // When first asked for: of a whole catalogue few models are ever shown as text or evaluated by their formula.
@@ -128,11 +136,12 @@ bool ModelClass::Evaluate(std::span<const double> x, double& y) {
     return compiled_->AtPoints.Evaluate(text, x, CoefficientValues, Statistics, y);
   }
   y = 0;
-  if (builtIn_ == nullptr) return true;
+  const CatalogueModel* const builtIn = BuiltIn();
+  if (builtIn == nullptr) return true;
   const PointColumns columns = ColumnsOf(x);
   double value = 0;
   ClearFaultFlags();
-  Value(*builtIn_, columns.data(), 1, CoefficientValues.data(), &value);
+  Value(*builtIn, columns.data(), 1, CoefficientValues.data(), &value);
   if (FaultFlagsRaised()) return false;
   y = value;
   return true;
@@ -146,9 +155,10 @@ bool ModelClass::EvaluateBlock(const std::vector<std::vector<double>>& X, std::s
     return program.Supported() && program.Evaluate(columns, n, CoefficientValues, Statistics, y);
   }
   std::fill_n(y, n, 0.0);
-  if (builtIn_ == nullptr) return true;
+  const CatalogueModel* const builtIn = BuiltIn();
+  if (builtIn == nullptr) return true;
   ClearFaultFlags();
-  Value(*builtIn_, columns.data(), n, CoefficientValues.data(), y);
+  Value(*builtIn, columns.data(), n, CoefficientValues.data(), y);
   return !FaultFlagsRaised();
 }
 

@@ -52,8 +52,6 @@ class ModelClass : public ModelSetup, public FitResult {
   ModelClass& operator=(const ModelClass&) = delete;
 
   std::string id;            // the model's text key: the equation or the user model's name
-  int IDIndex = 0;           // catalogue number; 0 for a model that is not in the catalogue
-  int NumXBasis = 0;         // number of its linear basis functions
   std::string ErrorMessage;  // why the last numerical operation failed, where it is known
   bool ZIsNegative = false;  // the table holds a value of 0 or less, which a logarithmic axis has no place for
 
@@ -63,6 +61,10 @@ class ModelClass : public ModelSetup, public FitResult {
   // Becomes a model of the catalogue, of the type for its number of variables. Its text is compiled when something
   // first asks for it: of a loaded catalogue most models are never looked at.
   void SetBuiltIn(const CatalogueModel& row);
+
+  // The model of the catalogue with its ID, or null, and the number of that, or 0.
+  const CatalogueModel* BuiltIn() const;
+  int IDIndex() const;
 
   const Expression& Compiled() const;
   const LocaleText& Locale() const { return locale_; }  // that its text is in
@@ -288,8 +290,9 @@ class ModelClass : public ModelSetup, public FitResult {
   std::vector<std::string> sFuncList_;
   Form form_;
   mutable std::unique_ptr<CompiledModel> compiled_;  // null until something asks for it
-  const CatalogueModel* builtIn_ = nullptr;
-  std::unique_ptr<TypedDerivatives> typed_;  // for the duration of a fit
+  mutable const CatalogueModel* builtIn_ = nullptr;
+  mutable std::optional<std::string> unsought_;  // the ID of SetID until something asks for the catalogue's model
+  std::unique_ptr<TypedDerivatives> typed_;      // for the duration of a fit
   std::shared_ptr<const FitInput> shared_;
   std::vector<std::vector<double>> XTable_;  // empty for a table at the input points
   std::vector<double> YTable_;

@@ -78,8 +78,8 @@ bool ModelClass::SetIC(const SolveData& data, ThreadTeam* threads, SolveForm& fo
     if (!TakeInput(data, threads, form)) {
       // Aborted, and the model starts from the defaults when it is fitted again.
     } else if (!UserType && !ForceRuleEstimate) {
-      if (builtIn_ != nullptr) {
-        TakeEstimates(Linearize(*builtIn_, data, Variances), *this);
+      if (BuiltIn() != nullptr) {
+        TakeEstimates(Linearize(*BuiltIn(), data, Variances), *this);
         return true;
       }
     } else if (RuleEstimate(data, a)) {
@@ -96,14 +96,14 @@ bool ModelClass::SetIC(const SolveData& data, ThreadTeam* threads, SolveForm& fo
 
 std::string ModelClass::SolveLinearFormInside(const SolveData& data) {
   const Box box = Bounds();
-  const std::optional<Box> linear = LinearFormBox(*builtIn_, box);
+  const std::optional<Box> linear = LinearFormBox(*BuiltIn(), box);
   if (!linear) return "The linear solver cannot keep the bounds of this model; the nonlinear solver can.";
   for (std::size_t i = 0; i < CoefficientValues.size(); ++i)
     if (linear->Lower[i] > linear->Upper[i])
       return "Coefficient " + Coefficients[i].Name + " is positive in the linear solver, and its maximum of " +
              GeneralNumber(box.Upper[i]) + " is not.";
   try {
-    std::vector<double> a = Linearize(*builtIn_, data, Variances, &*linear);
+    std::vector<double> a = Linearize(*BuiltIn(), data, Variances, &*linear);
     // What lies on a bound of the linear form lies on the model's own, which the way back may miss by a rounding.
     for (std::size_t i = 0; i < CoefficientValues.size(); ++i)
       if (Variances[i] == 0)

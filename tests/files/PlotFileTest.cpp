@@ -118,7 +118,7 @@ TEST(PlotFile, HasModelsThatAreReadyToBeEvaluated) {
         const auto model = plot->PlotData[i].Model()->CopyTo(), twin = back->PlotData[i].Model()->CopyTo();
         EXPECT_TRUE(twin->Solved);
         EXPECT_EQ(twin->UserType, model->UserType);
-        EXPECT_EQ(twin->IDIndex, model->IDIndex);
+        EXPECT_EQ(twin->IDIndex(), model->IDIndex());
         EXPECT_EQ(*twin->CopyInputDataTo(), *model->CopyInputDataTo());
         const std::vector<double> x(model->Statistics.X.size(), 0.75);
         double expected = 0, y = 1;

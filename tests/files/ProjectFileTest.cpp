@@ -56,7 +56,7 @@ void ExpectEqualModels(const ModelClass& a, const ModelClass& b) {
   EXPECT_EQ(a.GetICRange(), b.GetICRange()) << a.id;
   EXPECT_EQ(a.GetSweepInfo(), b.GetSweepInfo()) << a.id;
   EXPECT_EQ(*a.CopyInputDataTo(), *b.CopyInputDataTo()) << a.id;
-  EXPECT_EQ(a.IDIndex, b.IDIndex);
+  EXPECT_EQ(a.IDIndex(), b.IDIndex());
 }
 
 void ExpectEqualProjects(const Project& a, const Project& b) {

@@ -20,7 +20,7 @@ Project DecayProject() {
   }
   Project project = ProjectOf({x, y});
   for (const auto& model : project.Models) {
-    model->Solve = model->IDIndex % 7 == 0;
+    model->Solve = model->IDIndex() % 7 == 0;
     model->SolveType = 0;
   }
   // One that begins where it has no value and is found by trying harder, one that has none anywhere, one with a memory,

@@ -133,7 +133,7 @@ TEST(SolveSeries, IsTheSameOnAnyNumberOfThreads) {
   const auto solve = [&](int threads, const std::string& more, int abortAt) {
     ModelCollection models;
     LoadModelCatalog(models, 1, LocaleText());
-    for (const auto& model : models) model->Solve = model->IDIndex % 10 == 1;
+    for (const auto& model : models) model->Solve = model->IDIndex() % 10 == 1;
     models.Add("none", CompileModel("none", {"a*ln(-x)+b"}, 1, LocaleText()))->Solve = true;
     models.Add("more", CompileModel("more", {more}, 1, LocaleText()))->Solve = true;
     Settings settings;

@@ -100,7 +100,7 @@ TEST(CopyOf, StartsANewModelFromAnyOther) {
   const ModelCheck check = CheckUserModel(draft, project, nullptr);
   ASSERT_NE(check.Model, nullptr);
   EXPECT_TRUE(check.Model->UserType);
-  EXPECT_EQ(check.Model->IDIndex, 0);
+  EXPECT_EQ(check.Model->IDIndex(), 0);
   EXPECT_EQ(check.Model->FunctionList(0), project.Models.Find("a*x+b")->FunctionList(0));
 }
 
