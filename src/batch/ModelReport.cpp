@@ -74,7 +74,8 @@ std::vector<std::pair<std::string, std::string>> FitStatistics(const ModelClass&
   return statistics;
 }
 
-FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup) {
+FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup,
+                       const std::function<void()>& pulse) {
   FittedRows rows;
   if (TableColumns(setup).empty() && !setup.TableMinMaxError) return rows;
   // A range that nobody has set stands for the points of the input.
@@ -94,7 +95,7 @@ FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetu
   }
   const LimitsChoice limits{
       .Confidence = setup.TableConfidence, .Prediction = setup.TablePrediction, .DerivativeMethod = setup.Derivatives};
-  rows.Limits = LimitsAtPoints({.Model = &model}, data, limits).Values;
+  rows.Limits = LimitsAtPoints({.Model = &model}, data, limits, pulse).Values;
   return rows;
 }
 

@@ -34,7 +34,9 @@ struct FittedRows {
   std::vector<double> Calculated, Error;
   std::vector<std::vector<double>> Limits;  // columns
 };
-FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup);
+// `pulse` is called every few hundred points, and may throw.
+FittedRows TabulateFit(ModelClass& model, const SolveData& data, const MacroSetup& setup,
+                       const std::function<void()>& pulse);
 
 // What the macro asks for of the calculated values, the residuals and the limits: the names of the columns, none where
 // it is nothing; and row i (from 0), with "N/A" for a limit that is not there.

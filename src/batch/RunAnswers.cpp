@@ -4,10 +4,12 @@
 #include <string>
 #include <utility>
 
+#include "batch/NamedOutputs.h"
 #include "batch/WriteDelimitedOutput.h"
 #include "batch/WriteProjectOutput.h"
 #include "batch/WriteStructuredOutput.h"
 #include "core/NumberText.h"
+#include "engine/FitEach.h"
 #include "macro/BatchStatus.h"
 
 namespace quorvex {
@@ -38,7 +40,7 @@ void WriteOutput(const RunState& state, const LineSink& line) {
 std::string OutputText(const RunState& state) {
   if (WritesProject(state.Given.Setup)) return {};
   std::string text;
-  WriteOutput(state, [&](std::string_view line) { text.append(line).append(NL); });
+  WriteOutput(state, {.Take = [&](std::string_view line) { text.append(line).append(NL); }});
   return text;
 }
 
@@ -60,10 +62,27 @@ int RunAnswers::Write(RunState& state) {
 
 int RunAnswers::WriteText(const RunState& state, const std::string& made, const std::string& path) {
   if (const int error = file_.Create(path); error != 0) return error;
-  if (!made.empty())
+  if (!made.empty()) {
     file_.Text().Write(made);
-  else
-    WriteOutput(state, [this](std::string_view line) { file_.Text().WriteLine(line); });
+    return file_.Commit();
+  }
+  struct Stopped {};
+  const auto pulse = [this] {
+    form_.Yield();
+    if (form_.Aborted) throw Stopped();
+  };
+  std::size_t lines = 0;
+  const auto take = [&](std::string_view line) {
+    if (++lines % 256 == 0) pulse();
+    file_.Text().WriteLine(line);
+  };
+  try {
+    WriteOutput(state, {take, pulse});
+  } catch (const Stopped&) {
+    file_.Abandon();
+    LogAbort(log_.Text);
+    return kNotDrawn;
+  }
   return file_.Commit();
 }
 

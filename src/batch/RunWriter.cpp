@@ -17,16 +17,21 @@ int RunWriter::WriteFiles(RunState& state, const std::function<ReportedMacro()>&
   if (!setup.OutputFile.empty() || setup.ResultFile.empty()) {
     if (setup.UseDDE) form_.DDEText("Writing solution file '" + setup.OutputFile + " '");
     error = answers_.Write(state);
-    if (error != 0)
+    if (error != 0 && error != kNotDrawn)
       log_.TellWithoutLog("The output file '" + setup.OutputFile + "' cannot be written. " + FileErrorText(error));
   }
-  if (error == 0 && !setup.CodeFile.empty()) error = code_.Write(setup, models);
-  notMade = "A plot cannot be drawn.";
-  if (error == 0 && !setup.PlotFile.empty()) error = plots_.Write(setup, models, state.Unsorted);
-  if (error == 0 && !setup.ReportFile.empty()) {
-    error = reports_.Write(setup, models, state.Unsorted, state.Diagnoses, macro());
-    notMade = "A report cannot be made.";
-  }
+  if (error != 0) return error;
+  // One that fails costs none of the others.
+  const auto note = [&](int failed, std::string_view why) {
+    if (failed == 0) return;
+    error = failed;
+    notMade = why;
+  };
+  if (!setup.CodeFile.empty()) note(code_.Write(setup, models), "The code cannot be written.");
+  if (!setup.PlotFile.empty() && !form_.Aborted)
+    note(plots_.Write(setup, models, state.Unsorted), "A plot cannot be drawn.");
+  if (!setup.ReportFile.empty() && !form_.Aborted)
+    note(reports_.Write(setup, models, state.Unsorted, state.Diagnoses, macro()), "A report cannot be made.");
   return error;
 }
 

@@ -22,7 +22,7 @@ class RunWriter {
   RunWriter(Session& session, cfgSolve& form, PlotDrawer& drawer, MacroFiles& files, MacroLog& log)
       : form_(form),
         log_(log),
-        answers_(session.Locale, files, log),
+        answers_(session.Locale, form, files, log),
         plots_(session, form, drawer, files, log),
         code_(form, files, log),
         reports_(session, form, drawer, files, log) {}

@@ -14,11 +14,11 @@ class Writer {
       : line_(line), data_(data), setup_(setup), diagnoses_(diagnoses) {}
 
   void Write(const std::vector<ModelClass*>& ranked, const std::vector<const ModelClass*>& unsolved) {
-    for (const std::string& line : HeaderLines(setup_)) line_(line);
-    line_("");
+    for (const std::string& line : HeaderLines(setup_)) line_.Take(line);
+    line_.Take("");
     if (!setup_.Comment.empty()) {
-      line_(Trim(setup_.Comment));
-      line_("");
+      line_.Take(Trim(setup_.Comment));
+      line_.Take("");
     }
     if (setup_.TableDataFile) InputData();
     std::size_t rank = 0;
@@ -33,7 +33,7 @@ class Writer {
       if (!row.empty()) row += setup_.OutputDelimit;
       row += cell;
     }
-    line_(row);
+    line_.Take(row);
   }
 
   void InputData() {
@@ -43,9 +43,9 @@ class Writer {
       heading += (data_.X.size() == 1 ? "X" : "X" + std::to_string(v)) + setup_.OutputDelimit;
     heading += "Y";
     if (setup_.Weighted) heading += setup_.OutputDelimit + "StDev";
-    line_(heading);
-    for (std::size_t i = 0; i < data_.N(); ++i) line_(InputRow(data_, i, setup_));
-    line_("");
+    line_.Take(heading);
+    for (std::size_t i = 0; i < data_.N(); ++i) line_.Take(InputRow(data_, i, setup_));
+    line_.Take("");
   }
 
   void Model(ModelClass& model, std::size_t rank) {
@@ -55,7 +55,7 @@ class Writer {
     for (int n = 1; n < model.FunctionCount(); ++n)
       if (!model.FunctionList(n).empty()) Row({"F" + std::to_string(n), model.FunctionList(n)});
     Row({"Y", model.FunctionList(0)});
-    line_("");
+    line_.Take("");
     Row({"Variable", "Value", "StdErr", "68%", "90%", "95%", "99%"});
     const std::vector<std::string> rows = CoefficientRows(model, setup_);
     for (int i = 1; i <= model.NumDependentVar(); ++i) Row({model.Variables(i), rows[static_cast<std::size_t>(i - 1)]});
@@ -87,7 +87,7 @@ class Writer {
   void Cells(const std::string& name, const std::vector<std::string>& cells) {
     std::string row = Quoted(name);
     for (const std::string& cell : cells) row += setup_.OutputDelimit + Quoted(cell);
-    line_(row);
+    line_.Take(row);
   }
 
   std::string Quoted(const std::string& text) const {
@@ -98,10 +98,10 @@ class Writer {
   }
 
   void Tables(ModelClass& model) {
-    const FittedRows rows = TabulateFit(model, data_, setup_);
+    const FittedRows rows = TabulateFit(model, data_, setup_, line_.Pulse);
     if (const std::vector<std::string> columns = TableColumns(setup_); !columns.empty()) {
       Row(columns);
-      for (std::size_t i = 0; i < rows.Error.size(); ++i) line_(TableRow(rows, i, setup_));
+      for (std::size_t i = 0; i < rows.Error.size(); ++i) line_.Take(TableRow(rows, i, setup_));
     }
     if (setup_.TableMinMaxError) {
       Row({"Min_Residual", "Max_Residual"});

@@ -31,7 +31,7 @@ class Writer {
   }
 
  private:
-  void Line(std::size_t indent, std::string_view text) { line_(std::string(indent, ' ').append(text)); }
+  void Line(std::size_t indent, std::string_view text) { line_.Take(std::string(indent, ' ').append(text)); }
   void Value(std::string_view name, const std::string& value) { Line(16, std::string(name) + " = " + value); }
   void Value(std::string_view name, double value) { Value(name, GeneralNumber(value)); }
 
@@ -112,7 +112,7 @@ class Writer {
   }
 
   void Tables(ModelClass& model) {
-    const FittedRows rows = TabulateFit(model, data_, setup_);
+    const FittedRows rows = TabulateFit(model, data_, setup_, line_.Pulse);
     if (!TableColumns(setup_).empty()) {
       Line(12, "B_DATATABLE");
       for (std::size_t i = 0; i < rows.Error.size(); ++i) Line(16, TableRow(rows, i, setup_));

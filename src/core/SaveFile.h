@@ -30,6 +30,8 @@ class ReplacementFile {
   TextFile& Text() { return text_; }
   // Returns 0 or the number of the first file error since Create, after which the old content stands.
   int Commit();
+  // Forgets what was not committed.
+  void Abandon();
 
  private:
   int Begin(const std::string& name);
@@ -37,7 +39,6 @@ class ReplacementFile {
   int GiveName() const;
   int KeepOld(FreshFile& kept) const;
   int WriteInPlace();
-  void Abandon();
 
   const FileCare care_;
   int error_ = 0;

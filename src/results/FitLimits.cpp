@@ -17,7 +17,8 @@ Result<Bands> BandsOf(const SolvedItem& solution, const SolveData& data, Derivat
   return Bands::Of(*solution.Model, data, derivativeMethod, unattended);
 }
 
-LimitColumns LimitsAtPoints(const SolvedItem& solution, const SolveData& data, const LimitsChoice& choice) {
+LimitColumns LimitsAtPoints(const SolvedItem& solution, const SolveData& data, const LimitsChoice& choice,
+                            const std::function<void()>& pulse) {
   LimitColumns columns;
   if (!choice.Any()) return columns;
   const Result<Bands> bands = BandsOf(solution, data, choice.DerivativeMethod);
@@ -27,6 +28,7 @@ LimitColumns LimitsAtPoints(const SolvedItem& solution, const SolveData& data, c
     columns.Headings.insert(columns.Headings.end(), {name + ", lower", name + ", upper"});
     std::vector<double> lower(data.N(), NAN), upper(data.N(), NAN);
     for (std::size_t i = 0; bands && i < data.N(); ++i) {
+      if (i % 256 == 0) pulse();
       const Interval limits = bands->Limits(kind, choice.Level, *solution.Model, data.Point(i, x), data.sig[i]);
       lower[i] = limits.Lower;
       upper[i] = limits.Upper;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,9 @@ struct LimitColumns {
   std::vector<std::string> Headings;  // "95% confidence, lower"
   std::vector<std::vector<double>> Values;
 };
-LimitColumns LimitsAtPoints(const SolvedItem& solution, const SolveData& data, const LimitsChoice& choice);
+// `pulse` is called every few hundred points, and may throw.
+LimitColumns LimitsAtPoints(
+    const SolvedItem& solution, const SolveData& data, const LimitsChoice& choice,
+    const std::function<void()>& pulse = [] {});
 
 }  // namespace quorvex

@@ -108,7 +108,7 @@ class Layouts : public testing::Test {
   // From the coefficients on.
   std::string Written(Write write) {
     std::string text;
-    write(models, data, setup, HandMade(), [&](std::string_view line) { text.append(line).append(NL); });
+    write(models, data, setup, HandMade(), {[&](std::string_view line) { text.append(line).append(NL); }});
     return text.substr(text.find("Model_ID"));
   }
 
