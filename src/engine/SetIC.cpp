@@ -58,6 +58,8 @@ std::shared_ptr<const FitInput> ModelClass::InputOf(const SolveData& data, Threa
 // The input that tables, plots and the words of a model go by. It belongs to every fit, whoever gave its start, and
 // nothing of earlier data is left. False where the form is aborted.
 bool ModelClass::TakeInput(const SolveData& data, ThreadTeam* threads, SolveForm& form) {
+  // First, so that the memory of those serves again.
+  CopyInputDataFrom(std::make_shared<const InputPoints>());
   const std::shared_ptr<const FitInput> input = shared_ ? shared_ : InputOf(data, threads, form);
   if (!input) return false;
   CopyInputDataFrom(input->Points);
