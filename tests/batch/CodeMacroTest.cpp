@@ -100,6 +100,15 @@ TEST(CodeMacro, LeavesOtherFilesAlone) {
         << c.Statements << program.Err << program.Log();
     EXPECT_EQ(program.Folder.Read("data.txt"), kData);
   }
+  // What fails costs nothing of the rest.
+  Program some(kData);
+  EXPECT_EQ(some.RunMacro(kHead + "CodeFile = @fit.xyz\nPlotFile = @p.gif\nPlotFile = @p.plt\nReportFile = @r.doc\n" +
+                          "ReportFile = @r.tex\n" + kModels),
+            200);
+  for (const char* fault : {"'@fit.xyz' is not written", "'@p.gif' is not written", "'@r.doc' is not written"})
+    EXPECT_NE(some.WithoutFolder(some.Log()).find(fault), std::string::npos) << some.Log();
+  for (const char* written : {"out.txt", "p.plt", "r.tex"}) EXPECT_FALSE(some.Folder.Read(written).empty()) << written;
+
   Program unsolved("1 5\n");
   EXPECT_EQ(unsolved.RunMacro(kHead + "CodeFile = @fit.py\n" + kModels), 0);
   EXPECT_NE(unsolved.Log().find("Warning: There is no solved model to be written as code.\n"), std::string::npos)
