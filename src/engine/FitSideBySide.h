@@ -22,10 +22,10 @@ struct SeparateFits {
 };
 
 // Does the fits on as many threads as the settings allow; one after the other on the calling thread where that is one,
-// or where there is too little to do for two. The answers, the log and the calls are the same either way, and
-// all models share one table of the input. `form` is the user's and gets its turns on the
-// calling thread. It shows the fit whose turn it is; a pause is meant for all that are under way. Where it is aborted,
-// the fit whose turn it was is the last one with an account and an End, and later models stay what they were.
+// or where there is too little to do for two. The answers, the log and the calls are the same either way, and all
+// models share one table of the input. `form` is the user's and gets its turns on the calling thread. It shows the fit
+// whose turn it is; a pause is meant for all that are under way. Where it is aborted, the fit whose turn it was is the
+// last one with an account and an End, and later models stay what they were.
 void FitSideBySide(const SeparateFits& fits, const SolveData& data, const Settings& settings, std::string& log,
                    SolveProgress& form);
 
