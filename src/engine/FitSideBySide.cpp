@@ -21,11 +21,13 @@ class SharingInput {
       : models_(models) {
     const std::shared_ptr<ThreadTeam> team = ThreadsFor(data.N(), threads);
     std::vector<std::pair<const ModelClass*, std::shared_ptr<const FitInput>>> types;
-    for (ModelClass* model : models) {
-      auto of = std::ranges::find_if(types, [&](const auto& type) { return type.first->IsOfTypeOf(*model); });
-      if (of == types.end()) of = types.insert(of, {model, model->InputOf(data, team.get(), form)});
-      model->ShareInput(of->second);
-    }
+    const auto typeOf = [&](const ModelClass& model) {
+      return std::ranges::find_if(types, [&](const auto& type) { return type.first->IsOfTypeOf(model); });
+    };
+    // Where memory runs out none of them has the input yet, which nobody would take away again.
+    for (const ModelClass* model : models)
+      if (typeOf(*model) == types.end()) types.emplace_back(model, model->InputOf(data, team.get(), form));
+    for (ModelClass* model : models) model->ShareInput(typeOf(*model)->second);
   }
   ~SharingInput() {
     for (ModelClass* model : models_) model->ShareInput(nullptr);
